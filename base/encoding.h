@@ -1,0 +1,16 @@
+// Bytes of files, serial lines and sockets.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace brenvo {
+
+// UTF-8 to Windows-1252; a character outside it becomes "?".
+std::string ToWindows1252(std::string_view text);
+std::string FromWindows1252(std::string_view bytes);
+// UTF-8 to Latin-1; a character outside it becomes "?".
+std::string ToLatin1(std::string_view text);
+std::string FromLatin1(std::string_view bytes);
+
+}  // namespace brenvo

@@ -1,0 +1,40 @@
+# How this house is built: one static library a room, one test program a room.
+
+add_library(house_flags INTERFACE)
+target_compile_options(house_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(BRENVO_SANITIZE)
+  target_compile_options(house_flags INTERFACE -fsanitize=address,undefined
+                         -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(house_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# add_room(NAME USES TARGET...): the library of the sources in folder NAME.
+function(add_room name)
+  cmake_parse_arguments(ROOM "" "" "USES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${name}/*.cpp)
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${ROOM_USES} PRIVATE house_flags)
+  else()  # headers only
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} INTERFACE ${CMAKE_SOURCE_DIR})
+    target_link_libraries(${name} INTERFACE ${ROOM_USES})
+  endif()
+endfunction()
+
+# add_room_test(NAME USES TARGET...): the program of tests/NAME/*_test.cpp, a ctest entry a test.
+function(add_room_test name)
+  cmake_parse_arguments(ROOM "" "" "USES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name}_test ${sources})
+  target_link_libraries(${name}_test PRIVATE ${name} ${ROOM_USES} GTest::gmock GTest::gtest_main
+                        house_flags)
+  target_compile_definitions(${name}_test PRIVATE
+    SOURCE_DIR="${CMAKE_SOURCE_DIR}" BUILD_DIR="${CMAKE_BINARY_DIR}")
+  gtest_discover_tests(${name}_test TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
+                       PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,66 @@
+// The file database: one SQLite file behind the dialect of the statements that the program and
+// its operators write.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "engine/recordset.h"
+
+namespace brenvo {
+
+class Connection;
+
+// What tests and benchmarks count.
+struct EngineCounters {
+  std::int64_t statements = 0;   // statements run
+  std::int64_t prepared = 0;     // of these, compiled anew
+  std::int64_t rowsStepped = 0;  // rows that SQLite handed out
+};
+
+class Database {
+ public:
+  // Opens an existing file, shared and read-write. DatabaseError 3024 when there is none, 3343
+  // when it is no database of this program, 3051 kinds as kReadOnly / kLocked.
+  static Database Open(const std::filesystem::path& file);
+
+  Database() = default;  // closed
+  Database(Database&&) noexcept = default;
+  Database& operator=(Database&& other) noexcept;
+  ~Database();
+
+  bool IsOpen() const { return connection_ != nullptr; }
+  // Closes the file; recordsets still open on it answer DatabaseError 3420 from now on. An open
+  // transaction is rolled back.
+  void Close();
+
+  // One INSERT, UPDATE or DELETE. Rows of an INSERT that repeat a unique key are dropped in
+  // silence. Returns the number of rows written.
+  std::int64_t Execute(std::string_view statement);
+
+  void BeginTrans();
+  void CommitTrans();
+  void Rollback();
+  bool InTransaction() const;
+
+  std::unique_ptr<Table> OpenTable(std::string_view name);
+  std::unique_ptr<Snapshot> OpenSnapshot(std::string_view select);
+  std::unique_ptr<Dynaset> OpenDynaset(std::string_view select);
+
+  // Rewrites a closed file into a new one. DatabaseError 3024 when there is no `from`; an existing
+  // `to` is an error (3204 "il database esiste gia'").
+  static void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to);
+
+  EngineCounters Counters() const;
+  // The plan that SQLite makes for a statement of the dialect, a line per step.
+  std::string QueryPlan(std::string_view select);
+
+ private:
+  explicit Database(std::shared_ptr<Connection> connection);
+  std::shared_ptr<Connection> connection_;
+};
+
+}  // namespace brenvo
