@@ -1,0 +1,64 @@
+#include "base/date.h"
+
+#include <gtest/gtest.h>
+
+namespace brenvo {
+namespace {
+
+TEST(Date, KnowsItsParts) {
+  const DateTime value = DateTime::Of(2001, 2, 3, 4, 5, 6);
+  EXPECT_EQ(value.Year(), 2001);
+  EXPECT_EQ(value.Month(), 2);
+  EXPECT_EQ(value.Day(), 3);
+  EXPECT_EQ(value.Hour(), 4);
+  EXPECT_EQ(value.Minute(), 5);
+  EXPECT_EQ(value.Second(), 6);
+  EXPECT_EQ(value.DatePart() + value.TimePart(), value);
+  EXPECT_EQ(DateTime::Of(1850, 1, 1, 13, 0, 0).Hour(), 13);
+  EXPECT_EQ(DateTime::Of(1850, 1, 1, 13, 0, 0).Year(), 1850);
+}
+
+TEST(Date, ReadsTheFormsThatOperatorsWrite) {
+  const DateTime day = DateTime::Of(2001, 2, 3);
+  for (const char* text : {"03/02/2001", "3/2/2001", "3-2-2001", "3.2.2001", " 03/02/01 "}) {
+    EXPECT_EQ(ParseDate(text), day) << text;
+  }
+  EXPECT_EQ(ParseDate("3/2/99"), DateTime::Of(1999, 2, 3));
+  EXPECT_EQ(ParseDate("03/02/2001 14:05"), DateTime::Of(2001, 2, 3, 14, 5));
+  EXPECT_EQ(ParseDate("03/02/2001 14:05:09"), DateTime::Of(2001, 2, 3, 14, 5, 9));
+  EXPECT_EQ(ParseDate("29/02/2000"), DateTime::Of(2000, 2, 29));
+}
+
+TEST(Date, RefusesWhatIsNoDate) {
+  for (const char* text : {"", "__/__/____", "31/02/2001", "29/02/2001", "1/13/2001", "0/1/2001",
+                           "03/02", "3/2-2001", "abc", "03/02/2001x", "03/02/201", "03/02/2001 25:00"}) {
+    EXPECT_FALSE(ParseDate(text)) << text;
+  }
+}
+
+TEST(Date, ReadsTimes) {
+  EXPECT_EQ(ParseTime("00:01"), DateTime::FromSeconds(60));
+  EXPECT_EQ(ParseTime("23:59:59"), DateTime::FromSeconds(86399));
+  EXPECT_EQ(ParseTime("7.30"), DateTime::FromSeconds(27000));
+  for (const char* text : {"", "24:00", "12:60", "__:__", "1_:3_", "12", "12:", "12:00x"}) {
+    EXPECT_FALSE(ParseTime(text)) << text;
+  }
+}
+
+TEST(Date, WritesDatesAndTimes) {
+  const DateTime value = DateTime::Of(2001, 2, 3, 4, 5, 6);
+  EXPECT_EQ(DateText(value), "03/02/2001");
+  EXPECT_EQ(TimeText(value), "04:05:06");
+  EXPECT_EQ(DateTimeText(value), "03/02/2001 04:05:06");
+  EXPECT_EQ(DateTimeText(value.DatePart()), "03/02/2001");
+  EXPECT_EQ(DateTimeText(value.TimePart()), "04:05:06");
+  EXPECT_EQ(IsoText(value), "2001-02-03 04:05:06");
+  EXPECT_EQ(ParseIso("2001-02-03 04:05:06"), value);
+  EXPECT_EQ(ParseIso("2001-02-03"), value.DatePart());
+  EXPECT_FALSE(ParseIso("03/02/2001"));
+  EXPECT_EQ(MonthName(1), "gennaio");
+  EXPECT_EQ(MonthName(12), "dicembre");
+}
+
+}  // namespace
+}  // namespace brenvo

@@ -1,0 +1,25 @@
+#include "base/encoding.h"
+
+#include <gtest/gtest.h>
+
+namespace brenvo {
+namespace {
+
+TEST(Encoding, Windows1252HoldsTheEuroAndTheAccents) {
+  EXPECT_EQ(ToWindows1252("Forlì €"), "Forl\xEC \x80");
+  EXPECT_EQ(FromWindows1252("Forl\xEC \x80"), "Forlì €");
+}
+
+TEST(Encoding, ACharacterOutsideTheCodePageBecomesAQuestionMark) {
+  EXPECT_EQ(ToWindows1252("Ж1\u0081"), "?1?");
+  EXPECT_EQ(ToLatin1("€1"), "?1");
+}
+
+TEST(Encoding, EveryLatin1ByteSurvivesARoundTrip) {
+  std::string bytes;
+  for (int code = 0; code < 256; ++code) bytes += static_cast<char>(code);
+  EXPECT_EQ(ToLatin1(FromLatin1(bytes)), bytes);
+}
+
+}  // namespace
+}  // namespace brenvo

@@ -1,0 +1,70 @@
+#include "base/number.h"
+
+#include <gtest/gtest.h>
+
+namespace brenvo {
+namespace {
+
+struct TextCase {
+  std::string_view text;
+  double value;
+};
+
+TEST(Number, ValReadsTheLongestNumberAtTheBeginning) {
+  const TextCase cases[] = {{"144.300", 144.3}, {"144,300", 144}, {"  7", 7},      {"-3.5x", -3.5},
+                            {"", 0},            {"abc", 0},       {".5", .5},     {"5.", 5},
+                            {"1E2", 100},       {"1E", 1},        {"12 34", 12},  {"+4", 4},
+                            {"-", 0},           {".", 0},         {"1e999", 0},   {"59A", 59}};
+  for (const TextCase& c : cases) EXPECT_EQ(Val(c.text), c.value) << c.text;
+}
+
+TEST(Number, StrLeavesABlankInFrontOfWhatIsNotNegative) {
+  EXPECT_EQ(Str(3), " 3");
+  EXPECT_EQ(Str(0), " 0");
+  EXPECT_EQ(Str(-3), "-3");
+  EXPECT_EQ(Str(144.3), " 144.3");
+}
+
+TEST(Number, PlainNumberNeverWritesAnExponent) {
+  EXPECT_EQ(PlainNumber(1e20), "100000000000000000000");
+  EXPECT_EQ(PlainNumber(0.00001), "0.00001");
+  EXPECT_EQ(PlainNumber(123456789012345.0), "123456789012345");
+  EXPECT_EQ(PlainNumber(0.1 + 0.2), "0.3");
+  EXPECT_EQ(PlainNumber(-0.0), "0");
+}
+
+struct FormatCase {
+  double value;
+  std::string_view pattern, text;
+};
+
+TEST(Number, FormatsByPattern) {
+  const FormatCase cases[] = {
+      {144.3, "#####.000", "144.300"},   {0, "#####.000", "0.000"},
+      {1296.2, "####.000", "1296.200"},  {33.9, "###.0", "33.9"},
+      {0, "###.0", "0.0"},               {3, "##", "3"},
+      {7, "00", "07"},                   {12, "0000", "0012"},
+      {12345, "0000", "12345"},          {0, "####", "0"},
+      {1234567, "####,###", "1,234,567"}, {0, "####,###", "0"},
+      {999, "####,###,###", "999"},      {1000, "####,###,###", "1,000"},
+      {14200.5, "#,###.000", "14,200.500"}, {144.3, "#,###.000", "144.300"},
+      {144300, "###,###.0", "144,300.0"}, {50110, "###,###.0", "50,110.0"},
+      {1296200, "###,###.0", "1,296,200.0"}, {144300, "000000", "144300"},
+      {50110, "000000", "050110"},       {0.25, ".00", ".25"},
+      {0, ".00", ".00"},                 {2.5, "##", "3"},
+      {-2.5, "##", "-3"},                {0.0005, "#####.000", "0.001"},
+      {-0.0001, "#####.000", "0.000"},   {144.2995, "#####.000", "144.300"},
+      {1e17, "####,###", "100,000,000,000,000,000"}};
+  for (const FormatCase& c : cases) {
+    EXPECT_EQ(FormatNumber(c.value, c.pattern), c.text) << c.value << " " << c.pattern;
+  }
+}
+
+TEST(Number, RoundsHalvesToEven) {
+  EXPECT_EQ(RoundHalfEven(2.5), 2);
+  EXPECT_EQ(RoundHalfEven(3.5), 4);
+  EXPECT_EQ(RoundHalfEven(-0.5), 0);
+}
+
+}  // namespace
+}  // namespace brenvo
