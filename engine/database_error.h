@@ -33,7 +33,8 @@ class DatabaseError : public std::runtime_error {
   };
 
   DatabaseError(int number, const std::string& description)
-      : std::runtime_error(description), Number(number), Description(description) {}
+      : std::runtime_error(std::to_string(number) + " - " + description),
+        Number(number), Description(description) {}
 
   int Number;
   std::string Description;  // Italian, without the number

@@ -1,0 +1,78 @@
+// A field of a window, without a screen: its value, its state, and the events that the window's
+// logic hangs on it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace brenvo {
+
+class Window;
+
+// Keys that the logic meets as characters.
+constexpr char32_t kBackspace = 8;
+constexpr char32_t kEnter = 13;
+
+// Values change in two ways with one outcome: the operator's (Type..., Pick..., Press: called by
+// the screen or the driver) and the logic's (Set...). A change event runs once per change of the
+// value, and not when the same value is assigned again.
+class Field {
+ public:
+  Field(Window& window, std::string name);
+  virtual ~Field();
+  Field(const Field&) = delete;
+  Field& operator=(const Field&) = delete;
+
+  const std::string& Name() const { return name_; }
+  Window& Owner() const { return window_; }
+
+  bool Visible() const { return visible_; }
+  void SetVisible(bool visible);
+  bool Enabled() const { return enabled_; }
+  void SetEnabled(bool enabled);
+  // The words beside or on the field.
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string_view caption);
+
+  // The operator comes, goes, points, clicks.
+  virtual void Focus();
+  virtual void Leave();
+  virtual void Hover();
+  virtual void Click();
+  virtual void DoubleClick();
+  // A name dragged onto the field.
+  virtual void Drop(std::string_view text);
+
+  std::function<void()> OnFocus, OnLeave, OnHover, OnClick, OnDoubleClick, OnChange;
+  std::function<void(std::string_view)> OnDrop;
+
+  // For the screen: something to show has changed.
+  std::function<void()> Shown;
+
+ protected:
+  void Changed();      // the value: the change event, then the screen
+  void ShowChanged();  // only what is seen
+  static void Run(const std::function<void()>& handler);
+
+ private:
+  Window& window_;
+  std::string name_, caption_;
+  bool visible_ = true, enabled_ = true;
+};
+
+// Words on a window; also a hidden carrier of a trigger. The caption's change is its event.
+class Label : public Field {
+ public:
+  using Field::Field;
+  void SetText(std::string_view text);
+  const std::string& Text() const { return Caption(); }
+};
+
+// An area that carries other fields; it only matters for hints, visibility and size.
+class Panel : public Field {
+ public:
+  using Field::Field;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,142 @@
+// Grids of text.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/units.h"
+#include "forms/field.h"
+
+namespace brenvo {
+
+enum class CellAlignment { kLeft, kCentre, kRight };
+
+// Row 0 is the heading, column 0 the first column. What a screen needs to show any grid, and what
+// an operator can do to it.
+class Grid : public Field {
+ public:
+  using Field::Field;
+  virtual std::int64_t Rows() = 0;  // heading included
+  virtual int Columns() = 0;
+  virtual std::string Cell(std::int64_t row, int column) = 0;
+  virtual Colour BackColour(std::int64_t row, int column);
+  virtual std::string CellPicture(std::int64_t row, int column);  // a file; empty for none
+  virtual CellAlignment Alignment(std::int64_t row, int column);
+  virtual bool Bold(std::int64_t row, int column);
+  // Twips; 0 hides a column, negative leaves it to the screen.
+  virtual int ColumnWidth(int column);
+  virtual int RowHeight(std::int64_t row);
+
+  std::int64_t Row() const { return row_; }
+  int Column() const { return column_; }
+  void SetCurrent(std::int64_t row, int column);
+
+  // The operator's: a click on the heading runs OnHeading, any other one the click event with
+  // Row() and Column() set before it.
+  void ClickCell(std::int64_t row, int column);
+  void DoubleClickCell(std::int64_t row, int column);
+  std::function<void(int column)> OnHeading;
+  std::function<void()> OnContextMenu;
+
+  // Editing; a row one past the last adds one.
+  bool Editable = false;
+  virtual void EditCell(std::int64_t row, int column, std::string_view text);
+  virtual void RemoveRow(std::int64_t row);
+
+  void ContentChanged() { ShowChanged(); }
+
+ private:
+  std::int64_t row_ = 0;
+  int column_ = 0;
+};
+
+// A grid whose cells are written one by one.
+class CellGrid : public Grid {
+ public:
+  using Grid::Grid;
+  std::int64_t Rows() override { return rows_; }
+  int Columns() override { return columns_; }
+  std::string Cell(std::int64_t row, int column) override;
+  Colour BackColour(std::int64_t row, int column) override;
+  std::string CellPicture(std::int64_t row, int column) override;
+  CellAlignment Alignment(std::int64_t row, int column) override;
+  bool Bold(std::int64_t row, int column) override;
+  int ColumnWidth(int column) override;
+  int RowHeight(std::int64_t row) override;
+
+  void SetRows(std::int64_t rows);  // cells beyond are dropped
+  void SetColumns(int columns);
+  // Writing a cell outside the grid throws std::out_of_range.
+  void SetCell(std::int64_t row, int column, std::string_view text);
+  void SetBackColour(std::int64_t row, int column, Colour colour);
+  void SetCellPicture(std::int64_t row, int column, std::string_view file);
+  void SetAlignment(std::int64_t row, int column, CellAlignment alignment);
+  void SetBold(std::int64_t row, int column, bool bold);
+  void SetColumnWidth(int column, int twips);
+  void SetRowHeight(std::int64_t row, int twips);
+  void ClearRow(std::int64_t row);
+
+ private:
+  struct Content {
+    std::string text, picture;
+    Colour back = kWhite;
+    CellAlignment alignment = CellAlignment::kLeft;
+    bool bold = false;
+  };
+  Content& At(std::int64_t row, int column);
+  const Content* Find(std::int64_t row, int column) const;
+
+  std::int64_t rows_ = 0;
+  int columns_ = 0;
+  std::map<std::int64_t, std::vector<Content>> cells_;
+  std::map<int, int> widths_;
+  std::map<std::int64_t, int> heights_;
+};
+
+// Rows that come from elsewhere, each fetched when it is shown.
+class GridRows {
+ public:
+  virtual ~GridRows() = default;
+  virtual std::int64_t RowCount() = 0;
+  virtual std::string CellText(std::int64_t row, std::size_t field) = 0;
+  virtual void SetCellText(std::int64_t row, std::size_t field, std::string_view text) = 0;
+  virtual void AddRow(std::size_t field, std::string_view text) = 0;
+  virtual void DeleteRow(std::int64_t row) = 0;
+};
+
+// A grid over such rows: heading and field of each column are told, the rest is theirs.
+class DataGrid : public Grid {
+ public:
+  struct ColumnOf {
+    std::string heading;
+    std::size_t field = 0;  // column of the rows
+    int width = -1;         // twips
+    std::function<std::string(const std::string&)> format;  // of the text; may be empty
+  };
+  using Grid::Grid;
+  void SetSource(GridRows* rows) { source_ = rows; }
+  void SetColumnsOf(std::vector<ColumnOf> columns);
+  const std::vector<ColumnOf>& ColumnsOf() const { return columns_; }
+
+  std::int64_t Rows() override;
+  int Columns() override { return static_cast<int>(columns_.size()); }
+  std::string Cell(std::int64_t row, int column) override;
+  int ColumnWidth(int column) override;
+
+  // Asked before; false leaves everything as it was.
+  std::function<bool(std::int64_t row, int column, std::string& text)> OnBeforeEdit;
+  std::function<void(std::int64_t row, int column)> OnAfterEdit;
+  std::function<bool(std::int64_t row)> OnBeforeDelete;
+  void EditCell(std::int64_t row, int column, std::string_view text) override;
+  void RemoveRow(std::int64_t row) override;
+
+ private:
+  GridRows* source_ = nullptr;
+  std::vector<ColumnOf> columns_;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,22 @@
+#include "forms/picture_box.h"
+
+namespace brenvo {
+
+void PictureBox::SetPicture(const std::filesystem::path& file) {
+  picture_ = file;
+  circles_.clear();
+  ShowChanged();
+}
+
+void PictureBox::Draw(const Circle& circle) {
+  circles_.push_back(circle);
+  if (Drawn) Drawn(circle);
+}
+
+void PictureBox::SetTop(Twips top) {
+  if (top_ == top) return;
+  top_ = top;
+  ShowChanged();
+}
+
+}  // namespace brenvo

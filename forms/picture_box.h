@@ -1,0 +1,38 @@
+// A picture to draw circles on.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include "base/units.h"
+#include "forms/field.h"
+
+namespace brenvo {
+
+class PictureBox : public Field {
+ public:
+  struct Circle {
+    Twips x, y, radius;
+    Colour colour;
+  };
+  using Field::Field;
+
+  const std::filesystem::path& Picture() const { return picture_; }
+  // An empty name leaves a blank area; circles drawn so far go.
+  void SetPicture(const std::filesystem::path& file);
+  const std::vector<Circle>& Circles() const { return circles_; }
+  void Draw(const Circle& circle);
+  std::function<void(const Circle&)> Drawn;
+
+  // Where the picture lies in its window.
+  Twips Top() const { return top_; }
+  void SetTop(Twips top);
+
+ private:
+  std::filesystem::path picture_;
+  std::vector<Circle> circles_;
+  Twips top_;
+};
+
+}  // namespace brenvo

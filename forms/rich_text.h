@@ -1,0 +1,69 @@
+// A text area with colours.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/units.h"
+#include "forms/field.h"
+
+namespace brenvo {
+
+// Positions and lengths count characters from 0. A new character takes the colour of the one
+// before it, black at the start, unless the selection's colour was set since.
+class RichText : public Field {
+ public:
+  using Field::Field;
+  struct Run {
+    Colour colour;
+    std::string text;
+  };
+
+  std::size_t Length() const { return text_.size(); }
+  std::string Text() const;
+  std::string Text(std::size_t start, std::size_t length) const;
+  void SetText(std::string_view text);  // plain: all colours go
+  std::vector<Run> Runs() const;
+
+  std::size_t SelStart() const { return selStart_; }
+  std::size_t SelLength() const { return selLength_; }
+  void Select(std::size_t start, std::size_t length);  // held within the text
+  std::string SelText() const { return Text(selStart_, selLength_); }
+  // Replaces the selection; the selection is then empty and behind it.
+  void ReplaceSelection(std::string_view text);
+  void SetSelColour(Colour colour);
+
+  // Appends at the end in the colour in force there, or in the one told.
+  void Append(std::string_view text);
+  void Append(std::string_view text, Colour colour);
+  void Erase(std::size_t start, std::size_t length);
+  // The first `what` at or behind `start`, ignoring case; npos when there is none. The selection
+  // does not move.
+  std::size_t Find(std::string_view what, std::size_t start) const;
+  static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+
+  // For a screen that follows without reading everything again: characters removed at a place,
+  // then characters inserted there. (0, everything, ...) is a new text.
+  struct Edit {
+    std::size_t start, removed;
+    std::vector<Run> inserted;
+  };
+  std::function<void(const Edit&)> Edited;
+  std::function<void(std::size_t start, std::size_t length, Colour)> Recoloured;
+
+ private:
+  void Replace(std::size_t start, std::size_t length, std::u32string_view text, Colour colour);
+  Colour ColourAt(std::size_t position) const;
+
+  std::u32string text_;
+  std::vector<Colour> palette_{kBlack};
+  std::vector<unsigned char> colours_;  // index into the palette, a character each
+  std::size_t selStart_ = 0, selLength_ = 0;
+  bool typingColourSet_ = false;
+  Colour typingColour_ = kBlack;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,31 @@
+// A row of panels with words.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/field.h"
+
+namespace brenvo {
+
+// Panels are numbered from 1.
+class StatusBar : public Field {
+ public:
+  StatusBar(Window& window, std::string name, int panels);
+  int Panels() const { return static_cast<int>(panels_.size()); }
+  const std::string& Panel(int number) const;
+  void SetPanel(int number, std::string_view text);
+  // Twips; 0 for as much as the text wants.
+  int MinimumWidth(int number) const;
+  void SetMinimumWidth(int number, int twips);
+
+ private:
+  struct PanelState {
+    std::string text;
+    int minimumWidth = 0;
+  };
+  std::vector<PanelState> panels_;
+};
+
+}  // namespace brenvo

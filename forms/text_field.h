@@ -1,0 +1,77 @@
+// Fields that are typed into.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "forms/field.h"
+
+namespace brenvo {
+
+// What a key becomes: itself, another one, or 0 when it is swallowed.
+using KeyFilter = std::function<char32_t(char32_t)>;
+
+class TextField : public Field {
+ public:
+  using Field::Field;
+
+  const std::string& Text() const { return text_; }
+  void SetText(std::string_view text);
+
+  // Keystrokes pass this first, backspace and Enter included.
+  KeyFilter Filter;
+  // Refuses keystrokes; the logic still assigns.
+  bool ReadOnly = false;
+  // Longest text that can be typed, in characters; 0 for no limit.
+  std::size_t MaxLength = 0;
+  // Backspace empties the whole field.
+  bool BackspaceClears = false;
+  // Enter was pressed; the key is swallowed when there is a handler.
+  std::function<void()> OnEnter;
+
+  // The selected piece, in characters from 0. Receiving the focus selects everything.
+  std::size_t SelStart() const { return selStart_; }
+  std::size_t SelLength() const { return selLength_; }
+  void Select(std::size_t start, std::size_t length);
+  std::string SelText() const;
+
+  void Focus() override;
+  // One keystroke at the selection.
+  virtual void TypeKey(char32_t key);
+  // The operator's own editing (paste, cut, a key in the middle): every character that `text` has
+  // more than before has been through FilterText.
+  void EditText(std::string_view text) { SetText(text); }
+  // A pasted text as the filter lets it through.
+  std::string FilterText(std::string_view text) const;
+
+ protected:
+  virtual void Assign(std::string text);  // stores and runs the change event
+
+ private:
+  std::string text_;
+  std::size_t selStart_ = 0, selLength_ = 0;
+};
+
+// A text typed into a mask of "#" places and fixed characters; places not yet filled show "_".
+// The text is read with its mask.
+class MaskedField : public TextField {
+ public:
+  MaskedField(Window& window, std::string name, std::string mask);
+  const std::string& Mask() const { return mask_; }
+  void SetMask(std::string_view mask);
+  // The text without any digit: "__:__".
+  std::string EmptyText() const;
+  void TypeKey(char32_t key) override;
+
+ private:
+  std::string mask_;
+};
+
+// A date, always one: dd/mm/yyyy.
+class DatePicker : public TextField {
+ public:
+  DatePicker(Window& window, std::string name);
+};
+
+}  // namespace brenvo

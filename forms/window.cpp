@@ -1,0 +1,73 @@
+#include "forms/window.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "forms/window_list.h"
+
+namespace brenvo {
+
+Window::Window(WindowHost& host, std::string name, std::string caption, Twips width, Twips height)
+    : host_(host),
+      name_(std::move(name)),
+      caption_(std::move(caption)),
+      bounds_{Twips(0), Twips(0), width, height},
+      scaleWidth_(width),
+      scaleHeight_(height) {}
+
+Window::~Window() = default;
+
+void Window::SetCaption(std::string_view caption) {
+  if (caption_ == caption) return;
+  caption_ = caption;
+  if (Shown) Shown();
+}
+
+void Window::Move(const Bounds& bounds) {
+  if (bounds == bounds_) return;
+  const bool resized = bounds.width != bounds_.width || bounds.height != bounds_.height;
+  // Without a screen the frame takes nothing of the inside; a screen tells the true inner size.
+  scaleWidth_ = scaleWidth_ + (bounds.width - bounds_.width);
+  scaleHeight_ = scaleHeight_ + (bounds.height - bounds_.height);
+  bounds_ = bounds;
+  if (Shown) Shown();
+  if (resized && Loaded()) Resize();
+}
+
+void Window::Moved(const Bounds& bounds, WindowState state) {
+  const bool resized = bounds.width != bounds_.width || bounds.height != bounds_.height ||
+                       (state != state_ && state != WindowState::kMinimised);
+  scaleWidth_ = scaleWidth_ + (bounds.width - bounds_.width);
+  scaleHeight_ = scaleHeight_ + (bounds.height - bounds_.height);
+  bounds_ = bounds;
+  state_ = state;
+  if (resized && Loaded()) Resize();
+}
+
+void Window::SetScale(Twips width, Twips height) {
+  if (width == scaleWidth_ && height == scaleHeight_) return;
+  scaleWidth_ = width;
+  scaleHeight_ = height;
+  if (Loaded()) Resize();
+}
+
+void Window::Hide() {
+  if (!visible_) return;
+  visible_ = false;
+  host_.Hide(*this);
+}
+
+bool Window::Close() { return list_ == nullptr || list_->Unload(*this); }
+
+Field* Window::FindField(std::string_view name) const {
+  const std::string wanted = Lower(name);
+  const auto at = std::find_if(fields_.begin(), fields_.end(),
+                               [&](Field* field) { return Lower(field->Name()) == wanted; });
+  return at == fields_.end() ? nullptr : *at;
+}
+
+Command* Window::FindCommand(std::string_view name) const {
+  return dynamic_cast<Command*>(FindField(name));
+}
+
+}  // namespace brenvo

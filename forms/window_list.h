@@ -1,0 +1,70 @@
+// The windows that are loaded, and the ways of opening one.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/window.h"
+
+namespace brenvo {
+
+// Windows are made by name, so that one window can open another without knowing its class. The
+// list owns them; one that unloads goes when the event in work has ended.
+class WindowList {
+ public:
+  using Factory = std::function<std::unique_ptr<Window>()>;
+
+  explicit WindowList(WindowHost& host) : host_(host) {}
+  ~WindowList();
+
+  void Register(std::string name, Factory factory);
+  bool Knows(std::string_view name) const;
+
+  // A fresh window, loaded and not yet shown; nullptr when no window bears the name.
+  Window* LoadNew(std::string_view name);
+  // The single default instance: the one loaded, else a fresh one.
+  Window* LoadSingle(std::string_view name);
+  // A window that is made elsewhere (the main frame).
+  Window& Adopt(std::unique_ptr<Window> window);
+
+  void Show(Window& window);
+  // Returns when the window is hidden or unloaded.
+  void ShowModal(Window& window);
+  // The operator has brought a window to the front.
+  void Activated(Window& window);
+  // QueryUnload, Unload, and out of the list; false when the window refuses. The screen's close
+  // button, cmExit and the shutdown all come here.
+  bool Unload(Window& window);
+
+  // In order of loading.
+  const std::vector<Window*>& Loaded() const { return loaded_; }
+  // The first loaded window of that name.
+  Window* Find(std::string_view name) const;
+  // "LogForm", or "LogForm#2" for a further instance.
+  std::string InstanceName(const Window& window) const;
+  Window* FindInstance(std::string_view instanceName) const;
+  bool IsLoaded(const Window* window) const;
+
+  // Runs an event: what it throws is told to the operator, and ends nothing but the event.
+  // ProgramEnded passes.
+  void RunEvent(const std::function<void()>& event);
+
+ private:
+  void Load(Window& window);
+  void BuryUnloaded();
+
+  WindowHost& host_;
+  std::map<std::string, Factory, std::less<>> factories_;
+  std::vector<std::unique_ptr<Window>> owned_;
+  std::vector<std::unique_ptr<Window>> unloaded_;  // until the event in work has ended
+  std::vector<Window*> loaded_;
+  std::map<std::string, Window*, std::less<>> defaults_;
+  Window* active_ = nullptr;
+  int depth_ = 0;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,43 @@
+// The map behind the main frame: a picture with zoom, scroll and annotations.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+#include "base/units.h"
+
+namespace brenvo {
+
+// Positions of annotations are viewport pixels, scroll positions image pixels at the zoom in
+// force. Annotations stay on the picture until another image comes.
+class PictureViewer {
+ public:
+  virtual ~PictureViewer() = default;
+  // Throws std::runtime_error when the file is no picture.
+  virtual void SetImage(const std::filesystem::path& file) = 0;
+  virtual int ImageWidth() = 0;  // pixels at zoom 100; 0 without an image
+  virtual int ImageHeight() = 0;
+  virtual double Zoom() = 0;  // per cent
+  virtual void SetZoom(double percent) = 0;
+  virtual int ScrollX() = 0;
+  virtual int ScrollY() = 0;
+  // Held within what the picture allows: a request below 0 is 0.
+  virtual void SetScroll(int x, int y) = 0;
+  // The inner size of the frame.
+  virtual int ViewWidth() = 0;
+  virtual int ViewHeight() = 0;
+
+  virtual void DrawRectangle(int x, int y, int width, int height, Colour fill) = 0;
+  virtual void DrawStamp(const std::filesystem::path& image, int x, int y) = 0;
+  virtual void DrawLine(int x, int y, int width, int height) = 0;
+  // Bold, 18 points.
+  virtual void DrawText(int x, int y, std::string_view text) = 0;
+  // Closes the annotation in work.
+  virtual void EndAnnotation() = 0;
+  virtual void Refresh() = 0;
+  virtual void ZoomToRectangle(int x, int y, int width, int height) = 0;
+  // All failures are ignored.
+  virtual void Print() = 0;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,48 @@
+// Everything that the station needs of the machine, in one place.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "platform/clock.h"
+#include "platform/message_box.h"
+#include "platform/picture_viewer.h"
+#include "platform/printer.h"
+#include "platform/report_printer.h"
+#include "platform/serial_port.h"
+#include "platform/settings_store.h"
+#include "platform/tcp_client.h"
+#include "platform/wave_player.h"
+#include "platform/window_host.h"
+
+namespace brenvo {
+
+class Platform {
+ public:
+  virtual ~Platform() = default;
+  virtual Clock& GetClock() = 0;
+  virtual MessageBox& Messages() = 0;
+  virtual SettingsStore& Settings() = 0;
+  virtual WindowHost& Host() = 0;
+  virtual Printer& GetPrinter() = 0;
+  virtual ReportPrinter& Reports() = 0;
+  // The map behind the main frame.
+  virtual PictureViewer& Map() = 0;
+
+  virtual std::unique_ptr<Timer> MakeTimer() = 0;
+  virtual std::unique_ptr<SerialPort> MakeSerialPort() = 0;
+  // `window` names the window that the connection belongs to.
+  virtual std::unique_ptr<TcpClient> MakeTcpClient(std::string_view window) = 0;
+  virtual std::unique_ptr<WavePlayer> MakeWavePlayer() = 0;
+
+  virtual void Beep() = 0;
+  // Shows a file to the operator: a page in the browser, the help at a topic (0 for none).
+  virtual void Open(const std::filesystem::path& file, int topic) = 0;
+  // A file that the operator picks, with a pattern such as "*.wav"; nothing when he cancels.
+  virtual std::optional<std::filesystem::path> PickFile(std::string_view title,
+                                                        std::string_view pattern) = 0;
+};
+
+}  // namespace brenvo

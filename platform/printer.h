@@ -1,0 +1,33 @@
+// A page that is drawn by position.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+#include "base/units.h"
+
+namespace brenvo {
+
+// Positions are millimetres from the top left corner of the printable page. The first operation
+// begins a document; every operation throws DeviceError when there is no printer or the operator
+// cancels the print dialog.
+class Printer {
+ public:
+  virtual ~Printer() = default;
+  // The font of the following texts; an empty name keeps the one in use.
+  virtual void SetFont(std::string_view name, double points, bool bold) = 0;
+  virtual void SetBold(bool bold) = 0;
+  virtual void SetFontSize(double points) = 0;
+  // The text's top left corner, or its top right one.
+  virtual void Text(Mm x, Mm y, std::string_view text) = 0;
+  virtual void TextRight(Mm x, Mm y, std::string_view text) = 0;
+  virtual void Line(Mm x1, Mm y1, Mm x2, Mm y2) = 0;
+  virtual void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) = 0;
+  virtual void Picture(const std::filesystem::path& file, Mm x, Mm y) = 0;
+  virtual Mm PageHeight() = 0;
+  virtual Mm PageWidth() = 0;
+  virtual void NewPage() = 0;
+  virtual void EndDocument() = 0;
+};
+
+}  // namespace brenvo

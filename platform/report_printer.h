@@ -1,0 +1,15 @@
+// Prints a layout file against the rows of the staging table.
+#pragma once
+
+#include <filesystem>
+
+namespace brenvo {
+
+class ReportPrinter {
+ public:
+  virtual ~ReportPrinter() = default;
+  // DeviceError when there is no printer; std::runtime_error when the layout cannot be read.
+  virtual void Print(const std::filesystem::path& layout) = 0;
+};
+
+}  // namespace brenvo

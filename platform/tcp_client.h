@@ -1,0 +1,28 @@
+// A TCP connection to a host.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace brenvo {
+
+class TcpClient {
+ public:
+  virtual ~TcpClient() = default;
+  // Starts connecting and returns at once; port 0 means the telnet port, 23. A failed attempt
+  // says nothing: the connection just does not come.
+  virtual void Connect(std::string_view host, int port) = 0;
+  virtual bool IsConnected() const = 0;
+  virtual std::size_t BytesWaiting() const = 0;
+  virtual std::string Read(std::size_t most) = 0;
+  // Nothing is sent while not connected.
+  virtual void Send(std::string_view bytes) = 0;
+  virtual void Close() = 0;
+
+  std::function<void()> OnData;       // bytes have come
+  std::function<void()> OnPeerClose;  // the other side has closed
+};
+
+}  // namespace brenvo
