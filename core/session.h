@@ -1,0 +1,107 @@
+// The session: the open database, its table handles, and what windows hand to each other.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "engine/database.h"
+#include "forms/window_list.h"
+#include "platform/platform.h"
+
+namespace brenvo {
+
+class LogWindow;
+class MatrixWindow;
+class FeedWindow;
+
+// What the contest in work hands from window to window.
+struct ContestContext {
+  std::string DataContest;  // the date as text
+  std::string Banda, Nome, Locator;
+  bool MoltSquare = false, MoltCountry = false, MoltExch = false;
+};
+
+// The choice of the prefix table's pick dialog; Prefisso is "CANCEL" when nothing was chosen.
+struct PrefixChoice {
+  std::string Prefisso, Country, ZonaCQ, ZonaITU, Continente;
+};
+
+// One object, made by main, the driver or a test, and passed by reference.
+class Session {
+ public:
+  Session(Platform& platform, std::filesystem::path appPath);
+  ~Session();
+
+  Platform& Machine;
+  WindowList Windows;
+
+  // Start-up and shutdown in the order that the main frame runs them. Open throws what fails.
+  void Open();
+  void CloseTables();
+  // The compaction's halves: everything but TbHrd is closed and reopened.
+  void CloseForCompaction();
+  void ReopenAfterCompaction();
+  bool IsOpen() const { return Db.IsOpen(); }
+
+  // The directory of the database and of all delivered files.
+  std::filesystem::path AppPath;
+  Database Db;
+  std::unique_ptr<Table> TbLog, TbHrd, TbContest, TbContestQso, TbPrefissi, TbCountry, TbProvincie,
+      TbNoteHelp, TbUser, TbUserRTX, TbSquare;
+  std::string MyLocator;
+  std::string ManagerPath;
+
+  // The selection handed from one window to the next: a WHERE clause, or a whole SELECT.
+  std::string QueryText;
+  std::string SearchText;
+  std::unique_ptr<Dynaset> DsSearch;
+  std::string NoteChoice;
+  PrefixChoice ChosenPrefix;
+  std::string PrefixTag;  // "LOG" opens the prefix table as a pick dialog
+  int ElencaTutto = 0;
+  int ModoPosiziona = 0;
+  ContestContext CurrentContest;
+
+  std::string MapFile;
+  std::string CurrentMapPath;
+  int Pointer_X = 0, Pointer_Y = 0;
+
+  bool LogOpen = false;
+  LogWindow* CurrentLogForm = nullptr;
+  // Windows that others find; null while closed.
+  MatrixWindow* Hrd = nullptr;
+  MatrixWindow* HrdMode = nullptr;
+  FeedWindow* OldQsoForm = nullptr;
+  FeedWindow* OldQsoLocator = nullptr;
+  bool HrdOpen() const { return Hrd != nullptr; }
+  bool HrdModeOpen() const { return HrdMode != nullptr; }
+  bool TncOpen = false, TncTelnetOpen = false, WWConvOpen = false, FT736Open = false,
+       ContestOpen = false, CheckCallContestOpen = false;
+
+  // The map's door: sets the text whose change runs the viewer. `word` is the overlay's, empty
+  // for the pointer alone; the current time is added.
+  void DisplayMap(std::string_view word);
+  // Shows a SELECT on Log in the log window that opened last.
+  void ShowInLog(std::string_view select);
+
+  // Shorthands.
+  WindowHost& Host() { return Machine.Host(); }
+  MessageBox& Messages() { return Machine.Messages(); }
+  DateTime Now() { return Machine.GetClock().Now(); }
+  std::string GetSetting(std::string_view section, std::string_view key,
+                         std::string_view defaultValue) {
+    return Machine.Settings().GetSetting(section, key, defaultValue);
+  }
+  void SaveSetting(std::string_view section, std::string_view key, std::string_view value) {
+    Machine.Settings().SaveSetting(section, key, value);
+  }
+  // A delivered file by its name as the system writes it; see files.h.
+  std::filesystem::path File(std::string_view name) const;
+
+  // Tells a database failure under the operation's name and ends the program.
+  [[noreturn]] void EndWith(const DatabaseError& failure, std::string_view operation);
+};
+
+}  // namespace brenvo

@@ -1,0 +1,16 @@
+// The whole station: every window known by name, every command in its place.
+#pragma once
+
+#include "core/main_frame.h"
+#include "core/session.h"
+
+namespace brenvo {
+
+// Makes all windows known to the session, opens the main frame and shows it. A start that fails
+// is told in a critical box that says what is missing, and gives nullptr.
+MainFrame* StartStation(Session& session);
+
+// Closes the main frame as its close button does; false when a window refuses.
+bool StopStation(Session& session);
+
+}  // namespace brenvo
