@@ -15,6 +15,7 @@ namespace brenvo {
 class LogWindow;
 class MatrixWindow;
 class FeedWindow;
+class TextField;
 
 // What the contest in work hands from window to window.
 struct ContestContext {
@@ -64,6 +65,8 @@ class Session {
   int ModoPosiziona = 0;
   ContestContext CurrentContest;
 
+  // The main frame's hidden field whose change runs the map viewer.
+  TextField* HDisplayMappa = nullptr;
   std::string MapFile;
   std::string CurrentMapPath;
   int Pointer_X = 0, Pointer_Y = 0;
@@ -100,6 +103,8 @@ class Session {
   // A delivered file by its name as the system writes it; see files.h.
   std::filesystem::path File(std::string_view name) const;
 
+  // Opens the help file at a window's topic.
+  void Help(int topic);
   // Tells a database failure under the operation's name and ends the program.
   [[noreturn]] void EndWith(const DatabaseError& failure, std::string_view operation);
 };

@@ -51,8 +51,6 @@ class Window {
   Command* CancelCommand = nullptr;
 
   const Bounds& GetBounds() const { return bounds_; }
-  Twips Left() const { return bounds_.left; }
-  Twips Top() const { return bounds_.top; }
   Twips Width() const { return bounds_.width; }
   Twips Height() const { return bounds_.height; }
   WindowState State() const { return state_; }

@@ -1,0 +1,70 @@
+#include "core/data_source.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace brenvo {
+
+void DataSource::Refresh() {
+  auto fresh = session_.Db.OpenDynaset(RecordSource);
+  rows_ = std::move(fresh);
+  cachedRow_ = -1;
+}
+
+void DataSource::Close() {
+  rows_.reset();
+  cachedRow_ = -1;
+}
+
+bool DataSource::AtEnd() const { return rows_ == nullptr || rows_->EOF_(); }
+
+std::int64_t DataSource::RowCount() { return rows_ == nullptr ? 0 : rows_->TotalRows(); }
+
+std::string DataSource::CellText(std::int64_t row, std::size_t field) {
+  if (rows_ == nullptr) return {};
+  if (row != cachedRow_) {
+    try {
+      cache_ = rows_->RowAt(row);
+    } catch (const DatabaseError& failure) {
+      // A row that another window has deleted meanwhile shows empty until the next refresh.
+      if (failure.Number != DatabaseError::kRecordDeleted) throw;
+      cache_.clear();
+    }
+    cachedRow_ = row;
+  }
+  return field < cache_.size() ? cache_[field].Text() : std::string();
+}
+
+std::string DataSource::Text(std::int64_t row, std::string_view column) {
+  if (rows_ == nullptr) return {};
+  const auto& columns = rows_->Columns();
+  const auto at = std::find_if(columns.begin(), columns.end(), [&](const std::string& each) {
+    return Upper(each) == Upper(column);
+  });
+  return at == columns.end() ? std::string()
+                             : CellText(row, static_cast<std::size_t>(at - columns.begin()));
+}
+
+void DataSource::SetCellText(std::int64_t row, std::size_t field, std::string_view text) {
+  rows_->SetBookmark(rows_->BookmarkAt(row));
+  rows_->Edit();
+  rows_->Set(rows_->Columns().at(field), text);
+  rows_->Update();
+  cachedRow_ = -1;
+}
+
+void DataSource::AddRow(std::size_t field, std::string_view text) {
+  rows_->AddNew();
+  rows_->Set(rows_->Columns().at(field), text);
+  rows_->Update();
+  cachedRow_ = -1;
+}
+
+void DataSource::DeleteRow(std::int64_t row) {
+  rows_->SetBookmark(rows_->BookmarkAt(row));
+  rows_->Delete();
+  cachedRow_ = -1;
+}
+
+}  // namespace brenvo

@@ -1,0 +1,12 @@
+// The topics of the help file, a page a window.
+#pragma once
+
+namespace brenvo {
+
+enum HelpTopic : int {
+  kHelpLog = 100,
+  kHelpLogSearch = 110,
+  kHelpContest = 200,
+};
+
+}  // namespace brenvo

@@ -1,0 +1,89 @@
+#include "core/locator.h"
+
+#include <cmath>
+#include <stdexcept>
+
+#include "base/number.h"
+#include "base/text.h"
+
+namespace brenvo {
+namespace {
+
+double Sqr(double x) {
+  if (x < 0) throw std::domain_error("Radice di un numero negativo nel calcolo della distanza");
+  return std::sqrt(x);
+}
+
+double Divide(double a, double b) {
+  if (b == 0) throw std::domain_error("Divisione per zero nel calcolo della distanza");
+  return a / b;
+}
+
+// Cosine of the angle between two positions seen from the earth's centre.
+double CosineOfAngle(const Position& from, const Position& to) {
+  return std::sin(from.latitude) * std::sin(to.latitude) +
+         std::cos(to.latitude) * std::cos(from.latitude) *
+             std::cos(to.longitude - from.longitude);
+}
+
+double ArcCosine(double x) { return std::atan(Divide(-x, Sqr(-x * x + 1))) + 2 * std::atan(1.0); }
+
+int WholeDegrees(double radians) {
+  return static_cast<int>(std::floor(radians * (180.0 / kPiValue)));
+}
+
+}  // namespace
+
+bool IsValidLocator(std::string_view text) {
+  if (Len(text) < 6) return false;
+  const auto within = [](std::string_view pair, std::string_view low, std::string_view high) {
+    return pair >= low && pair <= high;
+  };
+  return within(Mid(text, 1, 2), "AA", "ZZ") && within(Mid(text, 3, 2), "00", "99") &&
+         within(Mid(text, 5, 2), "AA", "ZZ");
+}
+
+Position LocatorToRadians(std::string_view locator) {
+  const std::u32string characters = Characters(locator);
+  const auto code = [&](std::size_t place) { return static_cast<int>(characters.at(place - 1)); };
+  const int wholeLongitude = (code(1) - 65) * 20 - 180 + (code(3) - 48) * 2;
+  const double longitude = wholeLongitude + (code(5) - 65) / 12.0 + 1.0 / 24.0;
+  const int wholeLatitude = (code(2) - 65) * 10 - 90 + (code(4) - 48);
+  const double latitude = wholeLatitude + (code(6) - 65) / 24.0 + 1.0 / 48.0;
+  return {longitude * kPiValue / 180.0, latitude * kPiValue / 180.0};
+}
+
+int QrbKm(std::string_view fromLocator, std::string_view toLocator) {
+  if (toLocator.find_first_not_of(' ') == std::string_view::npos) return 0;
+  if (fromLocator == toLocator) return 1;
+  const double c = CosineOfAngle(LocatorToRadians(fromLocator), LocatorToRadians(toLocator));
+  const double theta = kPiValue / 2.0 - std::atan(Divide(c, Sqr(1.0 - c * c)));
+  return static_cast<int>(std::floor(theta * (kEarthCircumferenceKm / kTwoPiValue) + 0.5));
+}
+
+Bearing BearingSpLp(std::string_view fromLocator, std::string_view toLocator) {
+  const Position from = LocatorToRadians(fromLocator);
+  const Position to = LocatorToRadians(toLocator);
+  const double centralAngle = ArcCosine(CosineOfAngle(from, to));
+  const double x =
+      Divide(std::sin(to.latitude) - std::sin(from.latitude) * std::cos(centralAngle),
+             std::sin(centralAngle) * std::cos(from.latitude));
+  const double y = ArcCosine(x);
+  Bearing bearing;
+  bearing.shortPath = static_cast<int>(std::floor(y * (180.0 / kPiValue)));
+  if (to.longitude < from.longitude) bearing.shortPath = 360 - bearing.shortPath;
+  bearing.longPath = bearing.shortPath + 180;
+  if (bearing.longPath > 360) bearing.longPath -= 360;
+  return bearing;
+}
+
+std::string PositionLine(std::string_view fromLocator, std::string_view toLocator) {
+  const int distance = QrbKm(fromLocator, toLocator);
+  const Bearing bearing = BearingSpLp(fromLocator, toLocator);
+  const Position to = LocatorToRadians(toLocator);
+  return "SP" + Str(bearing.shortPath) + "°/" + "LP" + Str(bearing.longPath) + "°  -  " + "LAT" +
+         Str(WholeDegrees(to.latitude)) + "°/" + "LONG" + Str(WholeDegrees(to.longitude)) +
+         "°  -  Km." + Str(distance);
+}
+
+}  // namespace brenvo

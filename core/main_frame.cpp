@@ -1,0 +1,213 @@
+#include "core/main_frame.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "core/modules.h"
+#include "core/prefix.h"
+#include "forms/choice_fields.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kStatistiche = "&Statistiche", kQsl = "&Qsl", kStampe = "Stam&pe",
+                           kComunication = "Comunication", kUtility = "&Utility",
+                           kMappa = "Mappa";
+
+}  // namespace
+
+const std::vector<MainCommand>& MainMenu() {
+  using enum Opening;
+  static const std::vector<MainCommand> kMenu = {
+      {"", "&Log", "cmLog", kNewInstance, "LogForm", "", false, "Ctrl+L"},
+      {"", "&Contest", "cmContest", kNewInstance, "Contest", "", false, "Ctrl+K"},
+
+      {kStatistiche, "&Field", "cmSField", kSelectionFirst, "SField", "FIELD"},
+      {kStatistiche, "&Square", "cmSQuare", kSelectionFirst, "SSQuare", "SQUARE"},
+      {kStatistiche, "Pre&fissi (WPX)", "cmSPrefissi", kSelectionFirst, "SPrefissi", "PREFISSI"},
+      {kStatistiche, "Con&tinenti (WAC)", "cmContinenti", kSelectionFirst, "SContinenti",
+       "CONTINENTI"},
+      {kStatistiche, "&Zone CQ (WAZ)", "cmZone", kSelectionFirst, "SZone", "ZONE"},
+      {kStatistiche, "&Country (DXCC)", "cmSCountry", kSelectionFirst, "SCountry", "COUNTRY", true},
+      {kStatistiche, "&Provincie", "cmSProvincie", kSelectionFirst, "SProvincie", "PROVINCIE",
+       true},
+      {kStatistiche, "Personalizzata con &Note", "cmSNote", kSelectionFirst, "SNote", "NOTE"},
+      {kStatistiche, "Worked by Band", "cmHrd", kSingleInstance, "Hrd", "", false, "Ctrl+B"},
+      {kStatistiche, "Worked by Mode", "cmHrdMode", kSingleInstance, "HrdMode", "", false,
+       "Ctrl+M"},
+      {kStatistiche, "Old Qso", "cmOldQso", kSingleInstance, "OldQsoForm", "", false, "Ctrl+O"},
+      {kStatistiche, "Old Qso con Locator", "cmOldQsoLocator", kSingleInstance, "OldQsoLocator"},
+
+      {kQsl, "&Stampa", "cmQslStampa", kModal, "StampaQsl"},
+      {kQsl, "&Aggiorna Log", "cmQslAggiorna"},
+
+      {kStampe, "&Log", "cmPLog"},
+      {kStampe, "Square", "cmPSquare"},
+      {kStampe, "Pre&fissi (WPX)", "cmPPrefissi"},
+      {kStampe, "Con&tinenti (WAC)", "cmPContinenti"},
+      {kStampe, "&Zone (WAZ)", "cmPZone"},
+      {kStampe, "&Country (DXCC)", "cmPCountry"},
+      {kStampe, "&Provincie", "cmPProvincie"},
+      {kStampe, "Personalizzata con &Note", "cmPNote"},
+
+      {kComunication, "FT-736R", "cmFT736", kSingleInstance, "FT736"},
+      {kComunication, "DX cluster radio", "cmTNC"},
+      {kComunication, "DX cluster telnet", "cmDXClusterTelnet", kSingleInstance, "TNCtelnet", "",
+       false, "Ctrl+T"},
+      {kComunication, "&WWConv telnet", "cmWWConv", kSingleInstance, "WWConv"},
+
+      {kUtility, "propagazione", "Propagazione"},
+      {kUtility, "&Load Desktop", "cmLoadDesktop"},
+      {kUtility, "&Save Desktop", "cmSaveDesktop"},
+      {kUtility, "Tabella &Prefissi", "cmPrefissi", kSingleInstance, "TabellaPrefissi"},
+      {kUtility, "Tabella &Country", "cmCountry", kSingleInstance, "TabellaCountry"},
+      {kUtility, "Tabella &Provincie", "cmProvincie", kSingleInstance, "TabellaProvincie"},
+      {kUtility, "Tabella &Note", "cmNoteHelp", kSingleInstance, "TabellaNote"},
+      {kUtility, "Tabella &Utente", "cmUtente", kSingleInstance, "User", "", false, "Ctrl+U"},
+      {kUtility, "Compatta Database", "cmCompatta"},
+      {kUtility, "Assegna Prefissi", "cmAssegnaPrefissi"},
+      {kUtility, "Azzera Log", "cmAzzeraLog"},
+      {kUtility, "Azzera Contest", "cmAzzeraContest"},
+
+      {kMappa, "Zoom +", "cmZoom150", kAction, "", "", false, "Ctrl++"},
+      {kMappa, "Zoom 1:1", "cmZoom1", kAction, "", "", false, "Ctrl+1"},
+      {kMappa, "Zoom -", "cmZoom50", kAction, "", "", false, "Ctrl+-"},
+      {kMappa, "Come finestra", "cmFitWindow", kAction, "", "", false, "Ctrl+0"},
+      {kMappa, "Print", "cmPrint"},
+      {kMappa, "Leggi coordinate", "cmCoordinate"},
+  };
+  return kMenu;
+}
+
+MainFrame::MainFrame(Session& session)
+    : Window(session.Host(), "Brenvo", "Brenvo", Twips(15360), Twips(11520)), session_(session) {
+  for (const MainCommand& each : MainMenu()) {
+    auto command = std::make_unique<Command>(*this, std::string(each.name),
+                                             std::string(each.caption), [this, &each] { Run(each); });
+    command->Shortcut = each.shortcut;
+    command->Toggle = each.name == "cmCoordinate";
+    auto* items = &MenuBar;
+    if (!each.menu.empty()) {
+      if (menus_.empty() || menus_.back()->Caption() != each.menu) {
+        menus_.push_back(std::make_unique<Menu>(*this, "menu" + std::to_string(menus_.size()),
+                                                std::string(each.menu)));
+        MenuBar.emplace_back(menus_.back().get());
+      }
+      items = &menus_.back()->Items;
+    }
+    items->emplace_back(command.get());
+    commands_.push_back(std::move(command));
+  }
+  HDisplayMappa.SetVisible(false);
+  HDisplayMappa.OnChange = [this] {
+    if (OnDisplayMap) OnDisplayMap();
+  };
+  actions_["cmTNC"] = [this] { cmTNC(); };
+  actions_["cmAssegnaPrefissi"] = [this] { cmAssegnaPrefissi(); };
+}
+
+MainFrame::~MainFrame() {
+  if (session_.HDisplayMappa == &HDisplayMappa) session_.HDisplayMappa = nullptr;
+}
+
+void MainFrame::Load() {
+  RestoreWindow(session_, *this, "Brenvo");
+  session_.Open();
+  session_.HDisplayMappa = &HDisplayMappa;
+}
+
+bool MainFrame::QueryUnload() {
+  while (session_.Windows.Loaded().size() > 1) {
+    Window* child = session_.Windows.Loaded()[1];
+    if (session_.Windows.Unload(*child)) continue;
+    session_.Windows.Show(*child);
+    return false;
+  }
+  return true;
+}
+
+void MainFrame::Unload() {
+  SaveWindow(session_, *this, "Brenvo");
+  session_.HDisplayMappa = nullptr;
+  session_.CloseTables();
+}
+
+void MainFrame::MapRectangleDrawn(int left, int top, int width, int height) {
+  if (OnMapRectangle) OnMapRectangle(left, top, width, height);
+}
+
+void MainFrame::SetAction(std::string_view command, std::function<void()> action) {
+  actions_[std::string(command)] = std::move(action);
+}
+
+void MainFrame::Run(const MainCommand& command) {
+  WindowList& windows = session_.Windows;
+  switch (command.opening) {
+    case Opening::kAction:
+      if (const auto action = actions_.find(command.name); action != actions_.end()) {
+        action->second();
+      }
+      break;
+    case Opening::kNewInstance:
+      if (Window* window = windows.LoadNew(command.window)) windows.Show(*window);
+      break;
+    case Opening::kSingleInstance:
+      if (Window* window = windows.LoadSingle(command.window)) windows.Show(*window);
+      break;
+    case Opening::kModal:
+      if (Window* window = windows.LoadSingle(command.window)) windows.ShowModal(*window);
+      break;
+    case Opening::kSelectionFirst:
+      SelectThenOpen(command);
+      break;
+  }
+}
+
+void MainFrame::SelectThenOpen(const MainCommand& command) {
+  WindowList& windows = session_.Windows;
+  if (!windows.Knows("StatSel") || !windows.Knows(command.window)) return;
+  Window& selection = *windows.LoadSingle("StatSel");
+  selection.Tag = command.word;
+  windows.ShowModal(selection);
+  if (selection.Tag == "Cancel") {
+    windows.Unload(selection);
+    return;
+  }
+  session_.QueryText = selection.Tag;
+  if (command.keepsElenca) {
+    const auto* mark = dynamic_cast<CheckBox*>(selection.FindField("Elenca"));
+    session_.ElencaTutto = mark != nullptr && mark->IsOn() ? 1 : 0;
+  }
+  windows.Unload(selection);
+  if (Window* window = windows.LoadNew(command.window)) windows.Show(*window);
+}
+
+// The radio terminal, or, once that is open, the chat client: the second click leads on.
+void MainFrame::cmTNC() {
+  WindowList& windows = session_.Windows;
+  const std::string_view name =
+      !session_.TncOpen ? "TNC" : !session_.WWConvOpen ? "WWConv" : std::string_view();
+  if (name.empty()) return;
+  if (Window* window = windows.LoadSingle(name)) windows.Show(*window);
+}
+
+void MainFrame::cmAssegnaPrefissi() {
+  if (!session_.Messages().AskYesNo("Assegnazione Prefissi", "Confermi l'operazione ?")) return;
+  const BusyPointer busy(Host());
+  Table& log = *session_.TbLog;
+  Table& prefissi = *session_.TbPrefissi;
+  log.SetIndex("");
+  log.MoveFirst();
+  for (; !log.EOF_(); log.MoveNext()) {
+    const ResolvedPrefix resolved = ResolvePrefix(session_, FieldText(log, "Call"));
+    if (resolved.Prefisso.empty() || !SeekPrefix(prefissi, resolved.Prefisso)) continue;
+    log.Edit();
+    log.Set("Prefisso", PadRight(FieldText(prefissi, "Prefisso"), 5));
+    for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
+      log.Set(column, prefissi.Field(column));
+    }
+    log.Update();
+  }
+}
+
+}  // namespace brenvo

@@ -1,0 +1,68 @@
+// The small routines that all windows share.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/session.h"
+#include "engine/recordset.h"
+#include "forms/list_field.h"
+
+namespace brenvo {
+
+// Blanks alone are empty.
+bool IsEmptyField(std::string_view value);
+// True when the text converts to a date; otherwise shows "Data errata".
+bool IsValidDate(Session& session, std::string_view text);
+// The column's value as text, empty for Null.
+std::string FieldText(Recordset& record, std::string_view column);
+
+// Keystroke filters; 0 swallows the key.
+char32_t DigitsOnlyKey(char32_t key);  // digits and backspace
+char32_t NumericKey(char32_t key);     // the same, "-", "." and ","
+char32_t UpperKey(char32_t key);
+
+// Each empties the list and fills it.
+void LoadBands(Session& session, ListField& list);
+void LoadModes(Session& session, ListField& list);
+void LoadPropagations(Session& session, ListField& list);
+void LoadBaudRates(ListField& list);
+void LoadComPorts(ListField& list);
+// Code in six characters, then the description.
+void LoadCountries(Session& session, ListField& list);
+// Code in four characters, then the description.
+void LoadProvinces(Session& session, ListField& list, std::string_view country);
+// "ALL": type in six characters, then the note; "TIPO": the types; else the notes of that type.
+void LoadNotes(Session& session, ListField& list, std::string_view kind);
+// One column of a SELECT, an entry a row.
+void LoadFrom(Session& session, ListField& list, std::string_view select, std::string_view column);
+
+// The entry whose first `width` characters are `code` padded to them: becomes the current entry,
+// or is marked where the list's Tag is "MULTI". None: no entry is current.
+void SelectListEntry(ListField& list, std::string_view code, std::size_t width);
+
+// Place and size by section `key` of the settings store; what is not stored stays.
+void RestoreWindow(Session& session, Window& window, std::string_view key);
+// Only of a window that is neither minimised nor maximised.
+void SaveWindow(Session& session, const Window& window, std::string_view key);
+
+// "hh:nn" of a time.
+std::string HourMinute(DateTime time);
+// "Sì" and "No" for a yes/no column's text, as grids show it.
+std::string YesNo(const std::string& text);
+
+// Runs `body`; a DatabaseError 3022 shows `repeated` with the critical icon and gives false, any
+// other one ends the program under `operation`.
+template <class Body>
+bool TryWrite(Session& session, std::string_view operation, std::string_view repeated, Body body) {
+  try {
+    body();
+    return true;
+  } catch (const DatabaseError& failure) {
+    if (failure.Number != DatabaseError::kDuplicateKey) session.EndWith(failure, operation);
+    session.Messages().Show(MessageIcon::kCritical, "", repeated);
+    return false;
+  }
+}
+
+}  // namespace brenvo

@@ -1,0 +1,42 @@
+#include "core/prefix.h"
+
+#include "base/text.h"
+#include "core/session.h"
+
+namespace brenvo {
+namespace {
+
+bool IsDigit(char32_t c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+std::string PrefixCandidate(std::string_view call) {
+  const std::u32string c = Characters(call);
+  std::size_t i = 1;
+  while (i < c.size() && !IsDigit(c[i])) ++i;
+  if (i + 1 >= c.size()) return {};
+  while (i + 1 < c.size() && IsDigit(c[i + 1])) ++i;
+  if (i + 1 >= c.size()) return {};
+  return FromCharacters(std::u32string_view(c).substr(0, i + 1));
+}
+
+bool SeekPrefix(Table& prefissi, std::string_view prefix) {
+  prefissi.Seek(SeekComparison::kGreaterOrEqual, {prefix, 0, 0, ""});
+  return !prefissi.NoMatch() && prefissi.Field("Prefisso").Text() == prefix;
+}
+
+ResolvedPrefix ResolvePrefix(Table& prefissi, std::string_view call) {
+  const std::string candidate = PrefixCandidate(call);
+  if (candidate.empty() || !SeekPrefix(prefissi, candidate)) return {};
+  return {candidate, prefissi.Field("Country").Text()};
+}
+
+ResolvedPrefix ResolvePrefix(Session& session, std::string_view call) {
+  return ResolvePrefix(*session.TbPrefissi, call);
+}
+
+std::string CountryText(std::string_view code, std::string_view description) {
+  return PadRight(code, 5) + std::string(description);
+}
+
+}  // namespace brenvo

@@ -1,0 +1,31 @@
+// From a callsign to prefix, country, zones and continent.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "engine/recordset.h"
+
+namespace brenvo {
+
+class Session;
+
+// The part of a call that can be a prefix: everything up to and including the first run of digits
+// that begins at the second character or later. Empty when there is no such run or the call ends
+// with it.
+std::string PrefixCandidate(std::string_view call);
+
+struct ResolvedPrefix {
+  std::string Prefisso, Country;  // both empty when nothing is resolved
+};
+// One search in the prefix table; it stays on the row found.
+ResolvedPrefix ResolvePrefix(Session& session, std::string_view call);
+ResolvedPrefix ResolvePrefix(Table& prefissi, std::string_view call);
+
+// Puts the prefix table on the first row of exactly this prefix; false when there is none.
+bool SeekPrefix(Table& prefissi, std::string_view prefix);
+
+// The code as screens show it: five characters, then the description.
+std::string CountryText(std::string_view code, std::string_view description);
+
+}  // namespace brenvo

@@ -1,0 +1,114 @@
+#include "core/session.h"
+
+#include <array>
+#include <cstdlib>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/files.h"
+#include "core/shared_windows.h"
+
+namespace brenvo {
+namespace {
+
+// A development build that runs from the first directory works on the live data of the second.
+constexpr std::string_view kDevelopmentPath = "D:\\Programmi\\Radioamatori\\BrenvoSviluppo";
+constexpr std::string_view kLivePath = "D:\\Programmi\\Radioamatori\\Brenvo";
+
+struct Handle {
+  std::string_view table;
+  std::string_view index;
+  std::unique_ptr<Table> Session::*handle;
+};
+
+// In the order of opening; closing follows the same order.
+constexpr std::array<Handle, 11> kHandles = {{
+    {"Log", "", &Session::TbLog},
+    {"Hrd", "PrimaryKey", &Session::TbHrd},
+    {"Contest", "PrimaryKey", &Session::TbContest},
+    {"Contest Qso", "PrimaryKey", &Session::TbContestQso},
+    {"Prefissi", "PrimaryKey", &Session::TbPrefissi},
+    {"Country", "PrimaryKey", &Session::TbCountry},
+    {"Provincie", "PrimaryKey", &Session::TbProvincie},
+    {"NoteHelp", "PrimaryKey", &Session::TbNoteHelp},
+    {"User", "", &Session::TbUser},
+    {"UserRTX", "PrimaryKey", &Session::TbUserRTX},
+    {"Square", "PrimaryKey", &Session::TbSquare},
+}};
+
+void OpenHandle(Session& session, const Handle& handle) {
+  auto& table = session.*handle.handle;
+  table = session.Db.OpenTable(handle.table);
+  if (!handle.index.empty()) table->SetIndex(handle.index);
+  if (handle.table == "User") {
+    table->MoveFirst();
+    if (table->EOF_()) {
+      throw DatabaseError(DatabaseError::kNoCurrentRecord, "La tabella User non ha righe");
+    }
+    session.MyLocator = table->Field("Locator").Text();
+  }
+}
+
+}  // namespace
+
+Session::Session(Platform& platform, std::filesystem::path appPath)
+    : Machine(platform),
+      Windows(platform.Host()),
+      AppPath(appPath.string() == kDevelopmentPath ? std::filesystem::path(kLivePath)
+                                                   : std::move(appPath)) {}
+
+Session::~Session() = default;
+
+void Session::Open() {
+  Db = Database::Open(File("\\Brenvo.mdb"));
+  for (const Handle& handle : kHandles) OpenHandle(*this, handle);
+  ManagerPath = GetSetting("Log", "ManagerZX9TOK", "");
+}
+
+void Session::CloseTables() {
+  for (const Handle& handle : kHandles) {
+    auto& table = this->*handle.handle;
+    if (table) table->Close();
+    table.reset();
+  }
+  Db.Close();
+}
+
+void Session::CloseForCompaction() {
+  for (const Handle& handle : kHandles) {
+    if (handle.table == "Hrd") continue;  // nobody uses it: its handle stays as it is
+    auto& table = this->*handle.handle;
+    if (table) table->Close();
+    table.reset();
+  }
+  Db.Close();
+}
+
+void Session::ReopenAfterCompaction() {
+  Db = Database::Open(File("\\Brenvo.mdb"));
+  for (const Handle& handle : kHandles) {
+    if (handle.table != "Hrd") OpenHandle(*this, handle);
+  }
+}
+
+void Session::DisplayMap(std::string_view word) {
+  if (HDisplayMappa != nullptr) HDisplayMappa->SetText(std::string(word) + TimeText(Now()));
+}
+
+void Session::ShowInLog(std::string_view select) {
+  QueryText = select;
+  if (CurrentLogForm != nullptr) CurrentLogForm->Query.SetText(DateTimeText(Now()));
+}
+
+std::filesystem::path Session::File(std::string_view name) const { return FileIn(AppPath, name); }
+
+void Session::Help(int topic) { Machine.Open(File("\\Brenvo.HLP"), topic); }
+
+void Session::EndWith(const DatabaseError& failure, std::string_view operation) {
+  Messages().Show(MessageIcon::kCritical, operation,
+                  Str(failure.Number) + " - " + failure.Description);
+  Host().EndProgram();
+  std::abort();  // the compiler does not believe a virtual function
+}
+
+}  // namespace brenvo

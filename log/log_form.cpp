@@ -1,0 +1,506 @@
+#include "log/log_form.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/country_map.h"
+#include "core/help_topics.h"
+#include "core/locator.h"
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kWholeLog = "SELECT * FROM Log ORDER By DataQso,QsoNr";
+constexpr std::string_view kWholeLogNewestFirst = "SELECT * FROM Log ORDER By DataQso DESC ,QsoNr";
+// What the first panel of the status bar leaves to the others, in twips.
+constexpr int kStatusPanels = 4500;
+
+constexpr std::array<std::string_view, 5> kRecordCommands = {"cmNext", "cmPrevious", "cmUpdate",
+                                                             "cmDelete", "cmMappa"};
+
+}  // namespace
+
+LogForm::LogForm(Session& session)
+    : LogWindow(session.Host(), "LogForm", "Log", Twips(13500), Twips(7500)),
+      DataLog(session),
+      session_(session) {
+  const std::pair<Field*, std::string_view> captions[] = {
+      {&CallQso, "Call"},          {&Banda, "Banda"},       {&Frequenza, "Frequenza"},
+      {&Modo, "Modo"},             {&QrkDato, "Qrk dato"},  {&QrkRicevuto, "Qrk ricevuto"},
+      {&Locator, "Locator"},       {&Qra, "Qra"},           {&Qth, "Qth"},
+      {&Note, "Note"},             {&DataQso, "Data"},      {&Qtr, "Qtr"},
+      {&Prefisso, "Prefisso"},     {&ZonaCQ, "Zona CQ"},    {&ZonaITU, "Zona ITU"},
+      {&Continente, "Continente"}, {&Country, "Country"},   {&Provincia, "Provincia"},
+      {&Manager, "Manager"},       {&Potenza, "Potenza"},   {&Propagazione, "Propagazione"},
+      {&QslDaInviare, "Qsl da inviare"}, {&QslRicevuta, "Qsl ricevuta"},
+      {&QslInviata, "Qsl inviata"}, {&QsoNr, "Qso nr."},    {&QsoTotali, "Qso totali"},
+      {&Qrb, "Qrb (km)"}};
+  for (const auto& [field, caption] : captions) field->SetCaption(caption);
+  QsoNr.ReadOnly = QsoTotali.ReadOnly = Qrb.ReadOnly = true;
+  Query.SetVisible(false);
+  Posiziona.SetVisible(false);
+  PanelGriglia.SetVisible(false);
+  MakeToolbar();
+  HangInEvents();
+}
+
+LogForm::~LogForm() = default;
+
+void LogForm::MakeToolbar() {
+  struct Key {
+    std::string_view name, caption, tip, shortcut;
+    void (LogForm::*action)();
+    bool toggle = false;
+  };
+  const Key keys[] = {
+      {"cmInsert", "Inserisci", "Inserisce il Qso nel log", "F2", &LogForm::cmInsert},
+      {"cmUpdate", "Aggiorna", "Aggiorna il Qso", "F3", &LogForm::cmUpdate},
+      {"cmDelete", "Cancella", "Cancella il Qso", "F4", &LogForm::cmDelete},
+      {},
+      {"cmFirst", "Primo", "Primo Qso", "Ctrl+Home", &LogForm::cmFirst},
+      {"cmPrevious", "Precedente", "Qso precedente", "PgUp", &LogForm::cmPrevious},
+      {"cmNext", "Successivo", "Qso successivo", "PgDown", &LogForm::cmNext},
+      {"cmLast", "Ultimo", "Ultimo Qso", "Ctrl+End", &LogForm::cmLast},
+      {},
+      {"cmWorked", "Worked", "Cerca il Qso nei collegati", "F6", &LogForm::cmWorked, true},
+      {"cmVista", "Griglia", "Mostra il log come griglia", "F7", &LogForm::cmVista, true},
+      {"cmSearch", "Ricerca", "Ricerca nel log", "F8", &LogForm::cmSearch, true},
+      {"cmClear", "Nuovo", "Svuota i campi per un nuovo Qso", "F5", &LogForm::cmClear},
+      {"cmMappa", "Mappa", "Mostra la mappa del country", "F9", &LogForm::cmMappa, true},
+  };
+  for (const Key& key : keys) {
+    if (key.name.empty()) {
+      Toolbar1.Items.emplace_back(Separator{});
+      continue;
+    }
+    auto command = std::make_unique<Command>(*this, std::string(key.name), std::string(key.caption),
+                                             [this, action = key.action] { (this->*action)(); });
+    command->Tip = key.tip;
+    command->Icon = key.name;
+    command->Shortcut = key.shortcut;
+    command->Toggle = key.toggle;
+    Toolbar1.Items.emplace_back(command.get());
+    commands_.push_back(std::move(command));
+  }
+  const auto add = [this](std::string_view name, std::string_view caption, std::string_view tip,
+                          std::string_view shortcut, std::function<void()> action) {
+    auto command = std::make_unique<Command>(*this, std::string(name), std::string(caption),
+                                             std::move(action));
+    command->Tip = tip;
+    command->Icon = name;
+    command->Shortcut = shortcut;
+    commands_.push_back(std::move(command));
+    return commands_.back().get();
+  };
+  Command* help = add("cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpLog); });
+  Command* exit = add("cmExit", "Esci", "Chiude il log", "", [this] { Close(); });
+  Command* now = add("cmQtr", "Ora", "Imposta l'ora attuale", "F12", [this] { cmQtr(); });
+  now->OnHover = [this] { StatusBar1.SetPanel(1, "Imposta l'ora attuale"); };
+  Toolbar1.Items.emplace_back(Separator{});
+  Toolbar1.Items.emplace_back(help);
+  Toolbar1.Items.emplace_back(exit);
+}
+
+void LogForm::HangInEvents() {
+  for (TextField* field : {&CallQso, &Qra, &Qth, &Locator}) field->Filter = UpperKey;
+  Frequenza.Filter = NumericKey;
+  Potenza.Filter = DigitsOnlyKey;
+  // The two masked fields select by hand: from the start, further than any text reaches.
+  Qtr.OnFocus = [this] { Qtr.Select(0, 99); };
+  Frequenza.OnFocus = [this] { Frequenza.Select(0, 99); };
+
+  CallQso.OnChange = [this] { OnCallChange(); };
+  CallQso.OnLeave = [this] { OnCallLeave(); };
+  Locator.OnChange = [this] { OnLocatorChange(); };
+  // Emptied by backspace, its change event empties Provincia along with it.
+  Country.BackspaceClears = true;
+  Country.OnChange = [this] { OnCountryChange(); };
+  Country.OnLeave = [this] { OnCountryLeave(); };
+  Provincia.BackspaceClears = true;
+  Provincia.OnLeave = [this] { OnProvinciaLeave(); };
+  Banda.OnChange = [this] { OnBandaChange(); };
+  Prefisso.OnDoubleClick = [this] { OnPrefissoPick(); };
+  Note.OnDoubleClick = [this] { OnNotePick(); };
+  Query.OnChange = [this] { ReceiveSelection(); };
+  Posiziona.OnChange = [this] { PositionByCall(); };
+
+  const auto hint = [this](Field& field, std::string_view text) {
+    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
+  };
+  hint(Country, "Doppio Click per tabella country");
+  hint(Prefisso, "Doppio Click per la tabella prefissi");
+  hint(Note, "Doppio Click per l' help note");
+  hint(Panel3D1, "");
+
+  DataGrid1.SetSource(&DataLog);
+  DataGrid1.OnDoubleClick = [this] {
+    if (DsLog->EOF_() || DataGrid1.Row() < 1) return;
+    DsLog->FindFirst("QsoNr=" + DataLog.Text(DataGrid1.Row() - 1, "QsoNr"));
+    ShowQso();
+    Key("cmVista").SetDown(false);
+    ShowGrid(false);
+  };
+}
+
+void LogForm::Load() {
+  RestoreWindow(session_, *this, "Log");
+  session_.LogOpen = true;
+  session_.CurrentLogForm = this;
+  Key("cmMappa").SetDown(session_.GetSetting("Log", "DisplayMappa", "N") == "Y");
+  Key("cmWorked").SetDown(session_.GetSetting("Log", "LookupWorked", "N") == "Y");
+  LoadFrom(session_, Country, "select left(Country+space(5),5)+Descrizione as Campo from Country",
+           "Campo");
+  LoadBands(session_, Banda);
+  LoadModes(session_, Modo);
+  LoadPropagations(session_, Propagazione);
+  DsLog = session_.Db.OpenDynaset(kWholeLog);
+  Qtr.SetMask("##" + Mid(TimeText(session_.Now()), 3, 1) + "##");
+  cmLast();
+  DataLog.RecordSource = kWholeLogNewestFirst;
+  DataLog.Refresh();
+  if (!DataLog.AtEnd()) DataLog.Rows()->MoveFirst();
+  std::vector<DataGrid::ColumnOf> columns;
+  for (const std::string& name : DataLog.Rows()->Columns()) {
+    columns.push_back({name, columns.size(), -1, name.starts_with("Qsl") ? YesNo : nullptr});
+  }
+  DataGrid1.SetColumnsOf(std::move(columns));
+  StatusBar1.SetMinimumWidth(1, Width().Value() - kStatusPanels);
+}
+
+void LogForm::Resize() { StatusBar1.SetMinimumWidth(1, Width().Value() - kStatusPanels); }
+
+void LogForm::Unload() {
+  DsLog->Close();
+  DataLog.Close();
+  // In the grid view the size is not worth keeping.
+  if (!Key("cmVista").Down()) SaveWindow(session_, *this, "Log");
+  session_.LogOpen = false;
+  if (session_.CurrentLogForm == this) session_.CurrentLogForm = nullptr;
+}
+
+void LogForm::cmQtr() { Qtr.SetText(HourMinute(session_.Now())); }
+
+void LogForm::ClearQso() {
+  DataQso.SetText(DateText(session_.Now()));
+  cmQtr();
+  for (TextField* field : {&CallQso, &Manager, &Qra, &Qth, &Prefisso, &ZonaCQ, &ZonaITU,
+                           &Continente, static_cast<TextField*>(&Country),
+                           static_cast<TextField*>(&Provincia), &Locator, &QrkDato, &QrkRicevuto,
+                           &Note}) {
+    field->SetText("");
+  }
+  for (TextField* field : {&Qrb, &Frequenza, &Potenza}) field->SetText("0");
+  for (ListField* list : {&Banda, &Modo, &Propagazione}) list->SetListIndex(-1);
+  for (CheckBox* box : {&QslDaInviare, &QslRicevuta, &QslInviata}) box->SetOn(false);
+  PrevCall = PrevCountry = PrevLocator = PrevBanda = "";
+  SetRecordCommands(false);
+}
+
+struct LogForm::Shown {
+  DateTime dataQso;
+  std::string qsoNr, total, banda, call, manager, qra, qth, prefisso, zonaCq, zonaItu, continente,
+      country, provincia, locator, qrb, frequenza, potenza, modo, propagazione, qrkDato,
+      qrkRicevuto, note;
+  bool qslDaInviare = false, qslRicevuta = false, qslInviata = false;
+};
+
+LogForm::Shown LogForm::ReadRecord() {
+  Dynaset& row = *DsLog;
+  const auto text = [&](std::string_view column) { return FieldText(row, column); };
+  const auto number = [&](std::string_view column) {
+    return PlainNumber(Val(row.Field(column).Text()));
+  };
+  Shown shown;
+  shown.qsoNr = text("QsoNr");
+  shown.total = std::to_string(row.RecordCount());
+  shown.dataQso = row.Field("DataQso").Date();
+  shown.banda = text("Banda");
+  shown.call = text("Call");
+  shown.manager = text("Manager");
+  shown.qra = text("Qra");
+  shown.qth = text("Qth");
+  shown.prefisso = PadRight(text("Prefisso"), 5);
+  shown.zonaCq = text("Zona CQ");
+  shown.zonaItu = text("Zona ITU");
+  shown.continente = text("Continente");
+  Table& countries = *session_.TbCountry;
+  countries.Seek("=", {text("Country")});
+  if (!countries.NoMatch()) {
+    const std::string code = FieldText(countries, "Country");
+    shown.country = PadRight(code, 5) + FieldText(countries, "Descrizione");
+    Table& provinces = *session_.TbProvincie;
+    provinces.Seek("=", {code, text("Provincia")});
+    if (!provinces.NoMatch()) {
+      shown.provincia =
+          PadRight(FieldText(provinces, "Provincia"), 4) + FieldText(provinces, "Descrizione");
+    }
+  }
+  shown.locator = text("Locator");
+  shown.qrb = number("Qrb");
+  shown.frequenza = FormatNumber(Val(text("Frequenza")), "#####.000");
+  shown.potenza = text("Potenza");
+  shown.modo = text("Modo");
+  shown.propagazione = text("Propagazione");
+  shown.qrkDato = text("QrkDato");
+  shown.qrkRicevuto = text("QrkRicevuto");
+  shown.qslDaInviare = row.Field("QslDaInviare").Bool();
+  shown.qslRicevuta = row.Field("QslRicevuta").Bool();
+  shown.qslInviata = row.Field("QslInviata").Bool();
+  shown.note = text("Note");
+  return shown;
+}
+
+void LogForm::ShowQso() {
+  Shown shown;
+  try {
+    shown = ReadRecord();
+  } catch (const DatabaseError& failure) {
+    session_.EndWith(failure, "Get Qso");
+  }
+  // A lookup that a stored text makes fail is told, and the record is shown all the same.
+  const auto assign = [this](TextField& field, const std::string& text) {
+    session_.Windows.RunEvent([&] { field.SetText(text); });
+  };
+  QsoNr.SetText(shown.qsoNr);
+  QsoTotali.SetText(shown.total);
+  DataQso.SetText(DateText(shown.dataQso));
+  Qtr.SetText(Left(TimeText(shown.dataQso), 5));
+  SelectListEntry(Banda, shown.banda, std::max<std::size_t>(5, Len(shown.banda)));
+  assign(CallQso, shown.call);
+  Manager.SetText(shown.manager);
+  Qra.SetText(shown.qra);
+  Qth.SetText(shown.qth);
+  PrevCall = shown.call;
+  PrevBanda = Banda.Text();
+  Prefisso.SetText(shown.prefisso);
+  ZonaCQ.SetText(shown.zonaCq);
+  ZonaITU.SetText(shown.zonaItu);
+  Continente.SetText(shown.continente);
+  assign(Country, shown.country);
+  if (!shown.country.empty()) PrevCountry = shown.country;
+  Provincia.SetText(shown.provincia);
+  PrevLocator = shown.locator;
+  assign(Locator, shown.locator);
+  Qrb.SetText(shown.qrb);
+  Frequenza.SetText(shown.frequenza);
+  Potenza.SetText(shown.potenza);
+  Modo.SetText(shown.modo);
+  Propagazione.SetText(shown.propagazione);
+  QrkDato.SetText(shown.qrkDato);
+  QrkRicevuto.SetText(shown.qrkRicevuto);
+  QslDaInviare.SetOn(shown.qslDaInviare);
+  QslRicevuta.SetOn(shown.qslRicevuta);
+  QslInviata.SetOn(shown.qslInviata);
+  Note.SetText(shown.note);
+  if (Key("cmMappa").Down() && !Country.Text().empty()) ShowCountryMap(session_, Country.Text());
+}
+
+bool LogForm::ValidateQso() {
+  if (!IsValidDate(session_, DataQso.Text())) return false;
+  // Exactly midnight counts as no time: the operator enters 00:01.
+  const auto time = ParseTime(Qtr.Text());
+  if (!time || *time == DateTime()) return false;
+  if (IsEmptyField(CallQso.Text())) return false;
+  if (!IsEmptyField(Locator.Text()) && !IsValidLocator(Locator.Text())) {
+    session_.Messages().Show(MessageIcon::kExclamation, "", "Locator non valido");
+    return false;
+  }
+  return true;
+}
+
+void LogForm::StoreQso() {
+  Dynaset& row = *DsLog;
+  row.Set("DataQso", ParseDate(DataQso.Text())->DatePart() + *ParseTime(Qtr.Text()));
+  row.Set("Call", CallQso.Text());
+  row.Set("Manager", Manager.Text());
+  row.Set("Qra", Qra.Text());
+  row.Set("Qth", Qth.Text());
+  row.Set("Prefisso", Trim(Left(Prefisso.Text(), 5)));
+  row.Set("Zona CQ", Val(ZonaCQ.Text()));
+  row.Set("Zona ITU", Val(ZonaITU.Text()));
+  row.Set("Continente", Continente.Text());
+  row.Set("Country", Trim(Left(Country.Text(), 5)));
+  row.Set("Provincia", Trim(Left(Provincia.Text(), 3)));
+  row.Set("Locator", Locator.Text());
+  row.Set("Qrb", Val(Qrb.Text()));
+  row.Set("Banda", Banda.Text());
+  row.Set("Frequenza", Val(Frequenza.Text()));
+  row.Set("Potenza", Val(Potenza.Text()));
+  row.Set("Modo", Modo.Text());
+  row.Set("Propagazione", Propagazione.Text());
+  row.Set("QrkDato", QrkDato.Text());
+  row.Set("QrkRicevuto", QrkRicevuto.Text());
+  row.Set("QslDaInviare", QslDaInviare.IsOn());
+  row.Set("QslRicevuta", QslRicevuta.IsOn());
+  row.Set("QslInviata", QslInviata.IsOn());
+  row.Set("Note", Note.Text());
+}
+
+void LogForm::cmInsert() {
+  if (!ValidateQso()) return;
+  const bool stored = TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
+    DsLog->AddNew();
+    StoreQso();
+    DsLog->Update();
+    DsLog->SetBookmark(DsLog->LastModified());
+  });
+  if (stored) SetRecordCommands(true);
+}
+
+void LogForm::cmUpdate() {
+  if (!ValidateQso()) return;
+  const bool stored = TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
+    ReturnToShownRecord();
+    DsLog->Edit();
+    StoreQso();
+    DsLog->Update();
+  });
+  if (stored) SetRecordCommands(true);
+}
+
+void LogForm::cmDelete() {
+  if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
+  try {
+    ReturnToShownRecord();
+    DsLog->Delete();
+  } catch (const DatabaseError& failure) {
+    session_.EndWith(failure, "Delete Qso");
+  }
+  cmNext();
+}
+
+void LogForm::cmFirst() {
+  DsLog->MoveFirst();
+  if (DsLog->BOF()) {
+    SetRecordCommands(false);
+    ClearQso();
+    return;
+  }
+  ShowQso();
+  SetRecordCommands(true);
+}
+
+void LogForm::cmLast() {
+  DsLog->MoveLast();
+  if (DsLog->EOF_()) {
+    SetRecordCommands(false);
+    ClearQso();
+    return;
+  }
+  ShowQso();
+  SetRecordCommands(true);
+}
+
+void LogForm::cmNext() {
+  ReturnToShownRecord();
+  if (DsLog->RecordCount() != 0) DsLog->MoveNext();
+  if (DsLog->RecordCount() == 0 || DsLog->EOF_()) {
+    cmLast();
+    return;
+  }
+  ShowQso();
+  SetRecordCommands(true);
+}
+
+void LogForm::cmPrevious() {
+  ReturnToShownRecord();
+  if (DsLog->RecordCount() != 0) DsLog->MovePrevious();
+  if (DsLog->RecordCount() == 0 || DsLog->BOF()) {
+    cmFirst();
+    return;
+  }
+  ShowQso();
+  SetRecordCommands(true);
+}
+
+void LogForm::cmClear() { ClearQso(); }
+
+// After an export of all contacts the record set stands at its end: back to what is on screen.
+void LogForm::ReturnToShownRecord() {
+  if (!DsLog->EOF_() || DsLog->RecordCount() == 0 || QsoNr.Text().empty()) return;
+  DsLog->FindFirst("QsoNr=" + QsoNr.Text());
+}
+
+void LogForm::SetRecordCommands(bool enabled) {
+  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(enabled);
+}
+
+void LogForm::cmVista() { ShowGrid(Key("cmVista").Down()); }
+
+void LogForm::ShowGrid(bool shown) {
+  if (shown == PanelGriglia.Visible()) return;
+  if (shown) {
+    DataLog.Refresh();
+    DataGrid1.ContentChanged();
+    disabledByGrid_.clear();
+    for (const MenuItem& item : Toolbar1.Items) {
+      Command* const* command = std::get_if<Command*>(&item);
+      if (command == nullptr || (*command)->Name() == "cmVista" || !(*command)->Enabled()) continue;
+      (*command)->SetEnabled(false);
+      disabledByGrid_.push_back(*command);
+    }
+    boundsBeforeGrid_ = GetBounds();
+    Move({Twips(0), GetBounds().top, Host().ScreenWidth(), Height()});
+  } else {
+    for (Command* command : disabledByGrid_) command->SetEnabled(true);
+    Move(boundsBeforeGrid_);
+  }
+  PanelGriglia.SetVisible(shown);
+  StatusBar1.SetMinimumWidth(1, Width().Value() - kStatusPanels);
+}
+
+void LogForm::TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select) {
+  DsLog = std::move(rows);
+  DataLog.RecordSource = select;
+  DataLog.Refresh();
+  if (!DataLog.AtEnd()) DataLog.Rows()->MoveLast();
+  DataGrid1.ContentChanged();
+  cmLast();
+}
+
+void LogForm::ReceiveSelection() {
+  TakeSelection(session_.Db.OpenDynaset(session_.QueryText), session_.QueryText);
+  // A selection is in force: the key says so, and its release drops it.
+  Key("cmSearch").SetDown(true);
+}
+
+void LogForm::cmSearch() {
+  Command& key = Key("cmSearch");
+  if (!key.Down()) {
+    TakeSelection(session_.Db.OpenDynaset(kWholeLog), kWholeLogNewestFirst);
+    return;
+  }
+  Window* search = session_.Windows.LoadNew("LogSearch");
+  if (search == nullptr) {
+    key.SetDown(false);
+    return;
+  }
+  // The dialog replaces the record set in the session's handle; leaving it by its frame is a
+  // cancel like any other.
+  session_.SearchText = "CANCEL";
+  session_.DsSearch = std::move(DsLog);
+  session_.Windows.ShowModal(*search);
+  if (session_.SearchText == "CANCEL") {
+    DsLog = std::move(session_.DsSearch);
+    key.SetDown(false);
+    return;
+  }
+  TakeSelection(std::move(session_.DsSearch), session_.SearchText);
+}
+
+void LogForm::PositionByCall() {
+  if (session_.ModoPosiziona != 1) return;
+  DsLog->FindFirst(fmt::format("Call='{}' and Locator='{}'", CallQso.Text(), Locator.Text()));
+  if (DsLog->NoMatch()) {
+    ClearQso();
+  } else {
+    ShowQso();
+  }
+}
+
+}  // namespace brenvo

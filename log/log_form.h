@@ -1,0 +1,128 @@
+// The station's log: one contact at a time in entry fields, and a grid of the same rows.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/data_source.h"
+#include "core/session.h"
+#include "core/shared_windows.h"
+#include "forms/choice_fields.h"
+#include "forms/command.h"
+#include "forms/grid.h"
+#include "forms/list_field.h"
+#include "forms/status_bar.h"
+#include "forms/text_field.h"
+
+namespace brenvo {
+
+class LogForm : public LogWindow {
+ public:
+  explicit LogForm(Session& session);
+  ~LogForm() override;
+
+  void Load() override;
+  void Resize() override;
+  void Unload() override;
+
+  // The contact. Each field maps to the column of Log of the same name, CallQso to Call, and
+  // DataQso with Qtr to DataQso.
+  TextField CallQso{*this, "CallQso"};
+  ListField Banda{*this, "Banda", ListStyle::kDropDown};
+  TextField Frequenza{*this, "Frequenza"};
+  ListField Modo{*this, "Modo", ListStyle::kDropDown};
+  TextField QrkDato{*this, "QrkDato"};
+  TextField QrkRicevuto{*this, "QrkRicevuto"};
+  TextField Locator{*this, "Locator"};
+  TextField Qra{*this, "Qra"};
+  TextField Qth{*this, "Qth"};
+  TextField Note{*this, "Note"};
+  DatePicker DataQso{*this, "DataQso"};
+  MaskedField Qtr{*this, "Qtr", "##:##"};
+  TextField Prefisso{*this, "Prefisso"};
+  TextField ZonaCQ{*this, "ZonaCQ"};
+  TextField ZonaITU{*this, "ZonaITU"};
+  TextField Continente{*this, "Continente"};
+  ListField Country{*this, "Country", ListStyle::kCombo};
+  ListField Provincia{*this, "Provincia", ListStyle::kCombo};
+  TextField Manager{*this, "Manager"};
+  TextField Potenza{*this, "Potenza"};
+  ListField Propagazione{*this, "Propagazione", ListStyle::kDropDown};
+  CheckBox QslDaInviare{*this, "QslDaInviare"};
+  CheckBox QslRicevuta{*this, "QslRicevuta"};
+  CheckBox QslInviata{*this, "QslInviata"};
+  TextField QsoNr{*this, "QsoNr"};          // of the record on screen, kept across cmClear
+  TextField QsoTotali{*this, "QsoTotali"};  // rows of DsLog
+  TextField Qrb{*this, "Qrb"};              // km
+  // A trigger without a caller: its change shows the contact with this call and locator.
+  TextField Posiziona{*this, "Posiziona"};
+
+  Panel Panel3D1{*this, "Panel3D1"};
+  Panel PanelGriglia{*this, "PanelGriglia"};
+  DataGrid DataGrid1{*this, "DataGrid1"};
+  // Panel 1 hints, 2 the call, 3 the country, 4 the square.
+  StatusBar StatusBar1{*this, "StatusBar1", 4};
+  ToolBar Toolbar1{*this, "Toolbar1"};
+  Command& Key(std::string_view name) { return *FindCommand(name); }
+
+  // The keys of the tool bar and the button beside the time.
+  void cmInsert();
+  void cmUpdate();
+  void cmDelete();
+  void cmFirst();
+  void cmPrevious();
+  void cmNext();
+  void cmLast();
+  void cmClear();
+  void cmSearch();
+  void cmVista();
+  void cmWorked();
+  void cmMappa();
+  void cmQtr();
+
+  // What runs while a contact is typed.
+  void OnCallChange();
+  void OnCallLeave();
+  void OnLocatorChange();
+  void OnCountryChange();
+  void OnCountryLeave();
+  void OnProvinciaLeave();
+  void OnPrefissoPick();
+  void OnNotePick();
+  void OnBandaChange();
+
+  // The record set that the commands work on.
+  std::unique_ptr<Dynaset> DsLog;
+  DataSource DataLog;
+  // The values last acted on.
+  std::string PrevCall, PrevLocator, PrevBanda, PrevCountry;
+
+ private:
+  struct Shown;  // a record as the fields show it
+
+  void MakeToolbar();
+  void HangInEvents();
+  void ClearQso();
+  void ShowQso();
+  Shown ReadRecord();
+  bool ValidateQso();
+  void StoreQso();
+  void SetRecordCommands(bool enabled);
+  void ReturnToShownRecord();
+  void ReceiveSelection();
+  void DropSelection();
+  void ShowGrid(bool shown);
+  void TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select);
+  void PositionByCall();
+  // Panel `number` tells what `condition` (ending in a blank) finds in Log on the chosen band.
+  void ShowStatus(int number, std::string_view condition, std::string_view subject);
+  std::string ExcludedQsoNr() const;
+
+  Session& session_;
+  std::vector<std::unique_ptr<Command>> commands_;
+  std::unique_ptr<Menu> exportMenu_;
+  Bounds boundsBeforeGrid_;
+  std::vector<Command*> disabledByGrid_;
+};
+
+}  // namespace brenvo

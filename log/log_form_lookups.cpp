@@ -1,0 +1,219 @@
+// What the log tells and fills in while a contact is typed.
+#include <fmt/format.h>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/country_map.h"
+#include "core/locator.h"
+#include "core/modules.h"
+#include "core/prefix.h"
+#include "log/log_form.h"
+
+namespace brenvo {
+namespace {
+
+bool FindsARow(Session& session, std::string_view select) {
+  return !session.Db.OpenSnapshot(select)->EOF_();
+}
+
+}  // namespace
+
+// Before the first contact there is no number to leave out: 0 stands for it.
+std::string LogForm::ExcludedQsoNr() const { return Str(Val(QsoNr.Text())); }
+
+void LogForm::ShowStatus(int number, std::string_view condition, std::string_view subject) {
+  const std::string base = fmt::format("select Call from Log where {}", condition);
+  const std::string onBand =
+      fmt::format("Banda='{}' and QsoNr<>{}", Banda.Text(), ExcludedQsoNr());
+  if (FindsARow(session_, fmt::format("{} and QslRicevuta=true and {}", base, onBand))) {
+    StatusBar1.SetPanel(number, fmt::format("{} Conf", subject));
+  } else if (FindsARow(session_, fmt::format("{} and {}", base, onBand))) {
+    StatusBar1.SetPanel(number, fmt::format("{} Worked", subject));
+  } else {
+    StatusBar1.SetPanel(number, fmt::format("New {}", subject));
+  }
+}
+
+void LogForm::OnCallChange() {
+  const std::string call = Trim(CallQso.Text());
+  ShowStatus(2, fmt::format("Call='{}'", call), "Call");
+  if (!session_.ManagerPath.empty()) {
+    const auto date = ParseDate(DataQso.Text());
+    if (!date) throw std::runtime_error("Data errata");
+    const auto manager = session_.Db.OpenSnapshot(
+        fmt::format("select mgr from qmgr where call='{0}' and active=(select max(active) from "
+                    "qmgr where call='{0}' and active<={1})",
+                    call, Str(date->Year())));
+    Manager.SetText(manager->EOF_() ? std::string() : FieldText(*manager, "mgr"));
+  }
+  if (Key("cmWorked").Down()) {
+    for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
+      if (matrix == nullptr) continue;
+      matrix->CallQso.SetText(call);
+      matrix->Search();
+    }
+  }
+  if (session_.OldQsoForm != nullptr) {
+    session_.OldQsoForm->SetRecordSource(fmt::format(
+        "SELECT * FROM Log where Call='{}' ORDER By DataQso DESC,QsoNr", call));
+  }
+}
+
+void LogForm::OnCallLeave() {
+  if (CallQso.Text() == PrevCall) return;
+  Table& log = *session_.TbLog;
+  log.SetIndex("Call");
+  log.Seek("=", {CallQso.Text()});
+  if (!log.NoMatch()) {
+    Qra.SetText(FieldText(log, "Qra"));
+    Qth.SetText(FieldText(log, "Qth"));
+    const std::string locator = FieldText(log, "Locator");
+    const std::string qrb = PlainNumber(Val(log.Field("Qrb").Text()));
+    PrevLocator = locator;
+    Locator.SetText(locator);
+    Qrb.SetText(qrb);
+  }
+  // Prefix data always come from the table, never from an old contact.
+  for (TextField* field : {static_cast<TextField*>(&Country), &Prefisso, &ZonaCQ, &ZonaITU,
+                           &Continente}) {
+    field->SetText("");
+  }
+  Table& prefissi = *session_.TbPrefissi;
+  const ResolvedPrefix resolved = ResolvePrefix(session_, CallQso.Text());
+  if (!resolved.Prefisso.empty() && SeekPrefix(prefissi, resolved.Prefisso)) {
+    Prefisso.SetText(PadRight(resolved.Prefisso, 5));
+    ZonaCQ.SetText(FieldText(prefissi, "Zona CQ"));
+    ZonaITU.SetText(FieldText(prefissi, "Zona ITU"));
+    Continente.SetText(FieldText(prefissi, "Continente"));
+    Table& countries = *session_.TbCountry;
+    countries.Seek("=", {FieldText(prefissi, "Country")});
+    if (!countries.NoMatch()) {
+      Country.SetText(
+          CountryText(FieldText(countries, "Country"), FieldText(countries, "Descrizione")));
+    }
+    if (Country.Text() != PrevCountry) {
+      Provincia.SetText("");
+      PrevCountry = Country.Text();
+    }
+  }
+  PrevCall = CallQso.Text();
+}
+
+void LogForm::OnLocatorChange() {
+  const std::string locator = Locator.Text();
+  if (!IsValidLocator(locator)) {
+    Qrb.SetText("0");
+    StatusBar1.SetPanel(4, "");
+    return;
+  }
+  if (locator != PrevLocator) {
+    Qrb.SetText(std::to_string(QrbKm(session_.MyLocator, locator)));
+    PrevLocator = locator;
+  }
+  ShowStatus(4, fmt::format("Locator like '{}*'", Trim(Left(locator, 4))), "Square");
+  if (Key("cmWorked").Down()) {
+    for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
+      if (matrix == nullptr) continue;
+      matrix->Locator.SetText(Trim(locator));
+      matrix->Search();
+    }
+  }
+  if (session_.OldQsoLocator != nullptr) {
+    session_.OldQsoLocator->SetRecordSource(fmt::format(
+        "SELECT * FROM Log where Locator like '{}*' and Banda='{}' ORDER By DataQso DESC,QsoNr",
+        Left(locator, 4), Banda.Text()));
+  }
+}
+
+void LogForm::OnCountryChange() {
+  const std::string code = Left(Country.Text(), 5);
+  LoadFrom(session_, Provincia,
+           fmt::format("Select left(Provincia+space(5),5)+Descrizione as Campo from Provincie "
+                       "where Country='{}'",
+                       code),
+           "Campo");
+  Provincia.SetText("");
+  ShowStatus(3, fmt::format("Country='{}'", Trim(code)), "Country");
+}
+
+void LogForm::OnCountryLeave() {
+  Table& countries = *session_.TbCountry;
+  countries.Seek("=", {Left(Country.Text(), 5)});
+  Country.SetText(countries.NoMatch() ? std::string()
+                                      : CountryText(FieldText(countries, "Country"),
+                                                    FieldText(countries, "Descrizione")));
+  if (Country.Text() == PrevCountry) return;
+  Provincia.SetText("");
+  PrevCountry = Country.Text();
+}
+
+void LogForm::OnProvinciaLeave() {
+  Table& provinces = *session_.TbProvincie;
+  provinces.Seek("=", {Left(Country.Text(), 5), Left(Provincia.Text(), 3)});
+  Provincia.SetText(provinces.NoMatch() ? std::string()
+                                        : PadRight(FieldText(provinces, "Provincia"), 4) +
+                                              FieldText(provinces, "Descrizione"));
+}
+
+void LogForm::OnPrefissoPick() {
+  // The table copies its tag while it loads.
+  session_.PrefixTag = "LOG";
+  session_.ChosenPrefix = {"CANCEL", "", "", "", ""};
+  Window* table = session_.Windows.LoadNew("TabellaPrefissi");
+  session_.PrefixTag.clear();
+  if (table == nullptr) return;
+  session_.Windows.ShowModal(*table);
+  const PrefixChoice chosen = session_.ChosenPrefix;
+  if (chosen.Prefisso == "CANCEL") return;
+  Prefisso.SetText(PadRight(chosen.Prefisso, 5));
+  ZonaCQ.SetText(chosen.ZonaCQ);
+  ZonaITU.SetText(chosen.ZonaITU);
+  Continente.SetText(chosen.Continente);
+  Table& prefissi = *session_.TbPrefissi;
+  prefissi.Seek(">=", {Prefisso.Text(), Val(ZonaCQ.Text()), Val(ZonaITU.Text()),
+                       Continente.Text()});
+  if (prefissi.NoMatch() || Trim(FieldText(prefissi, "Prefisso")) != Trim(Prefisso.Text())) return;
+  Country.SetText(chosen.Country);
+  OnCountryLeave();
+}
+
+void LogForm::OnNotePick() {
+  session_.NoteChoice.clear();
+  Window* help = session_.Windows.LoadNew("Help");
+  if (help == nullptr) return;
+  session_.Windows.ShowModal(*help);
+  if (!session_.NoteChoice.empty()) Note.SetText(Note.Text() + session_.NoteChoice);
+}
+
+void LogForm::OnBandaChange() {
+  if (Banda.Text() == PrevBanda) return;
+  Table& bands = *session_.TbUserRTX;
+  bands.Seek("=", {Banda.Text()});
+  if (!bands.NoMatch()) {
+    Frequenza.SetText(Str(Val(FieldText(bands, "Frequenza"))));
+    QrkDato.SetText(FieldText(bands, "RST"));
+    Potenza.SetText(Str(Val(FieldText(bands, "Potenza"))));
+    SelectListEntry(Modo, FieldText(bands, "Modo"), Len(FieldText(bands, "Modo")));
+  }
+  PrevBanda = Banda.Text();
+}
+
+void LogForm::cmWorked() {
+  const bool down = Key("cmWorked").Down();
+  session_.SaveSetting("Log", "LookupWorked", down ? "Y" : "N");
+  if (!down) return;
+  for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
+    if (matrix == nullptr) continue;
+    matrix->CallQso.SetText(Trim(CallQso.Text()));
+    matrix->Locator.SetText(Trim(Locator.Text()));
+    matrix->Search();
+  }
+}
+
+void LogForm::cmMappa() {
+  const bool down = Key("cmMappa").Down();
+  session_.SaveSetting("Log", "DisplayMappa", down ? "Y" : "N");
+  if (down) ShowCountryMap(session_, Country.Text());
+}
+
+}  // namespace brenvo
