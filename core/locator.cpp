@@ -21,6 +21,8 @@ double Divide(double a, double b) {
 
 // Cosine of the angle between two positions seen from the earth's centre.
 double CosineOfAngle(const Position& from, const Position& to) {
+  // One place under two texts is an angle of exactly 0, whatever rounding makes of the sum.
+  if (from.longitude == to.longitude && from.latitude == to.latitude) return 1;
   return std::sin(from.latitude) * std::sin(to.latitude) +
          std::cos(to.latitude) * std::cos(from.latitude) *
              std::cos(to.longitude - from.longitude);

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "core/desktop.h"
+#include "core/maintenance.h"
 #include "core/modules.h"
 #include "core/prefix.h"
 #include "forms/choice_fields.h"
@@ -104,6 +106,11 @@ MainFrame::MainFrame(Session& session)
   };
   actions_["cmTNC"] = [this] { cmTNC(); };
   actions_["cmAssegnaPrefissi"] = [this] { cmAssegnaPrefissi(); };
+  actions_["cmLoadDesktop"] = [this] { LoadDesktop(session_); };
+  actions_["cmSaveDesktop"] = [this] { SaveDesktop(session_); };
+  actions_["cmCompatta"] = [this] { CompattaDatabase(session_); };
+  actions_["cmAzzeraLog"] = [this] { AzzeraLog(session_); };
+  actions_["cmAzzeraContest"] = [this] { AzzeraContest(session_); };
 }
 
 MainFrame::~MainFrame() {

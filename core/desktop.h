@@ -1,0 +1,13 @@
+// Which windows are open, saved and opened again in one command.
+#pragma once
+
+namespace brenvo {
+
+class Session;
+
+// Writes a token of five characters for each kind of window that is open.
+void SaveDesktop(Session& session);
+// Shows the single default window of each token; an unknown token is passed over.
+void LoadDesktop(Session& session);
+
+}  // namespace brenvo
