@@ -1,0 +1,41 @@
+#!/bin/sh
+# Proves that each room includes only what it may, and that Qt stays where screens are drawn.
+# Usage: check_rooms.sh SOURCE_DIR
+cd "$1" || exit 2
+
+allowed() {
+  case $1 in
+    base) echo "base" ;;
+    engine) echo "engine base" ;;
+    platform) echo "platform base" ;;
+    forms) echo "forms platform base" ;;
+    recorder) echo "recorder forms platform base" ;;
+    core) echo "core engine forms platform base" ;;
+    log|contest|awards|maps|print|links|tables) echo "$1 core engine forms platform base" ;;
+    station) echo "station log contest awards maps print links tables core engine forms platform base" ;;
+    ui) echo "ui station log contest awards maps print links tables core engine forms platform base" ;;
+  esac
+}
+
+failed=0
+for room in base engine platform forms recorder core log contest awards maps print links tables station ui; do
+  [ -d "$room" ] || continue
+  for include in $(grep -hoE '^#include "[a-z]+/' "$room"/*.h "$room"/*.cpp 2>/dev/null |
+                   sed 's/.*"//; s,/,,' | sort -u); do
+    case " $(allowed "$room") " in
+      *" $include "*) ;;
+      *) echo "$room may not include $include:"
+         grep -lE "^#include \"$include/" "$room"/*.h "$room"/*.cpp 2>/dev/null
+         failed=1 ;;
+    esac
+  done
+done
+
+qt=$(grep -lE '^#include <Q' base/* engine/* platform/* forms/* recorder/* core/* log/* contest/* \
+       awards/* maps/* print/* links/* tables/* station/* 2>/dev/null)
+if [ -n "$qt" ]; then
+  echo "Qt headers outside the screens:"
+  echo "$qt"
+  failed=1
+fi
+exit $failed
