@@ -1,0 +1,29 @@
+// A settings store that forgets everything with its process.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/settings_store.h"
+
+namespace brenvo {
+
+class MemorySettings : public SettingsStore {
+ public:
+  std::string GetSetting(std::string_view section, std::string_view key,
+                         std::string_view defaultValue) override {
+    const auto at = values_.find({std::string(section), std::string(key)});
+    return at == values_.end() ? std::string(defaultValue) : at->second;
+  }
+  void SaveSetting(std::string_view section, std::string_view key,
+                   std::string_view value) override {
+    values_[{std::string(section), std::string(key)}] = value;
+  }
+
+ private:
+  std::map<std::pair<std::string, std::string>, std::string> values_;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,78 @@
+#include "recorder/quote.h"
+
+#include <cmath>
+
+#include "base/number.h"
+#include "base/text.h"
+
+namespace brenvo {
+namespace {
+
+constexpr char kHex[] = "0123456789ABCDEF";
+
+void AppendHex(std::string& to, unsigned value) {
+  to += kHex[value >> 4 & 15];
+  to += kHex[value & 15];
+}
+
+std::string EscapedBut(std::string_view text, bool quotes) {
+  std::string escaped;
+  for (const char32_t c : Characters(text)) {
+    switch (c) {
+      case '\n':
+        escaped += "\\n";
+        break;
+      case '\r':
+        escaped += "\\r";
+        break;
+      case '\t':
+        escaped += "\\t";
+        break;
+      case '\\':
+        escaped += "\\\\";
+        break;
+      case '"':
+        escaped += quotes ? "\\\"" : "\"";
+        break;
+      default:
+        if (c < 0x20 || (c >= 0x7F && c < 0xA0)) {
+          escaped += "\\x";
+          AppendHex(escaped, static_cast<unsigned>(c));
+        } else {
+          escaped += FromCharacters(std::u32string_view(&c, 1));
+        }
+    }
+  }
+  return escaped;
+}
+
+}  // namespace
+
+std::string Escaped(std::string_view text) { return EscapedBut(text, false); }
+
+std::string Quoted(std::string_view text) { return '"' + EscapedBut(text, true) + '"'; }
+
+std::string HexBytes(std::string_view bytes) {
+  std::string hex;
+  for (const char byte : bytes) {
+    if (!hex.empty()) hex += ' ';
+    AppendHex(hex, static_cast<unsigned char>(byte));
+  }
+  return hex;
+}
+
+std::string ShortNumber(double value) { return PlainNumber(std::round(value * 100) / 100); }
+
+void FileNames::SetDirectory(const std::filesystem::path& directory) {
+  directory_ = std::filesystem::absolute(directory).lexically_normal();
+}
+
+std::string FileNames::Of(const std::filesystem::path& file) const {
+  if (file.empty() || directory_.empty()) return file.generic_string();
+  const std::filesystem::path relative =
+      std::filesystem::absolute(file).lexically_normal().lexically_relative(directory_);
+  if (relative.empty() || *relative.begin() == "..") return file.generic_string();
+  return relative.generic_string();
+}
+
+}  // namespace brenvo

@@ -1,0 +1,93 @@
+#include "recorder/recording_host.h"
+
+#include <algorithm>
+
+#include "forms/picture_box.h"
+#include "forms/window.h"
+#include "recorder/quote.h"
+#include "recorder/refused.h"
+
+namespace brenvo {
+namespace {
+
+// Keeps the list of waiting dialogs true, whatever way a wait ends.
+class Waiting {
+ public:
+  Waiting(std::vector<Window*>& modals, Window& window) : modals_(modals) {
+    modals_.push_back(&window);
+  }
+  ~Waiting() { modals_.pop_back(); }
+  Waiting(const Waiting&) = delete;
+  Waiting& operator=(const Waiting&) = delete;
+
+ private:
+  std::vector<Window*>& modals_;
+};
+
+std::string CircleLine(const PictureBox::Circle& circle) {
+  std::string line = "circle";
+  for (const int number : {circle.x.Value(), circle.y.Value(), circle.radius.Value(),
+                           circle.colour.red, circle.colour.green, circle.colour.blue}) {
+    line += ' ' + std::to_string(number);
+  }
+  return line;
+}
+
+}  // namespace
+
+void RecordingHost::Show(Window& window) {
+  Bring(window);
+  FollowPictures(window);
+}
+
+void RecordingHost::ShowModal(Window& window) {
+  Bring(window);
+  FollowPictures(window);
+  if (!InModal) throw Refused{"nobody is there to use the dialog " + window.Name()};
+  const Waiting waiting(modals_, window);
+  InModal(window);
+  if (window.Visible()) throw Refused{"nobody closes the dialog " + window.Name()};
+}
+
+void RecordingHost::Forget(Window& window) {
+  std::erase(shown_, &window);
+  for (Field* field : window.Fields()) {
+    if (auto* box = dynamic_cast<PictureBox*>(field)) followed_.erase(box);
+  }
+}
+
+void RecordingHost::MoveFocus(Field& field) {
+  const Window& window = field.Owner();
+  sink_("focus " + (NameOf ? NameOf(window) : window.Name()) + '.' + field.Name());
+  field.Focus();
+}
+
+void RecordingHost::ReportFailure(std::string_view text) { sink_("error " + Quoted(text)); }
+
+void RecordingHost::EndProgram() {
+  sink_("end-program");
+  throw ProgramEnded();
+}
+
+Window* RecordingHost::FindShown(std::string_view name) const {
+  const auto at = std::find_if(shown_.begin(), shown_.end(),
+                               [&](const Window* window) { return window->Name() == name; });
+  return at == shown_.end() ? nullptr : *at;
+}
+
+void RecordingHost::Bring(Window& window) {
+  std::erase(shown_, &window);
+  shown_.push_back(&window);
+}
+
+void RecordingHost::FollowPictures(Window& window) {
+  for (Field* field : window.Fields()) {
+    auto* box = dynamic_cast<PictureBox*>(field);
+    if (box == nullptr || !followed_.insert(box).second) continue;
+    // What the window drew while it loaded comes first.
+    for (const PictureBox::Circle& circle : box->Circles()) sink_(CircleLine(circle));
+    box->Drawn = [sink = sink_](const PictureBox::Circle& circle) { sink(CircleLine(circle)); };
+  }
+}
+
+}  // namespace brenvo

@@ -1,0 +1,62 @@
+// A screen that shows nothing.
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/window_host.h"
+#include "recorder/line_sink.h"
+
+namespace brenvo {
+
+class PictureBox;
+
+// Writes `focus W.F`, `error "text"`, `end-program`, and `circle X Y radius R G B` (twips) for
+// what a shown window draws on its picture boxes. The screen is 1024 by 768 pixels.
+class RecordingHost : public WindowHost {
+ public:
+  explicit RecordingHost(LineSink sink) : sink_(std::move(sink)) {}
+
+  void Show(Window& window) override;
+  // Runs InModal once; Refused when it returns and the window still stands there.
+  void ShowModal(Window& window) override;
+  void Hide(Window&) override {}
+  void Forget(Window& window) override;
+  // The field gets its focus event.
+  void MoveFocus(Field& field) override;
+  void SetBusy(bool busy) override { busy_ += busy ? 1 : -1; }
+  void ProcessEvents() override {}
+  Twips ScreenWidth() override { return Twips::FromPixels(1024); }
+  Twips ScreenHeight() override { return Twips::FromPixels(768); }
+  void ReportFailure(std::string_view text) override;
+  // Throws ProgramEnded.
+  [[noreturn]] void EndProgram() override;
+
+  // What the operator does while a dialog waits, until it is hidden or unloaded.
+  std::function<void(Window&)> InModal;
+  // How lines call a window; its plain name unless told otherwise.
+  std::function<std::string(const Window&)> NameOf;
+
+  // The window shown last that is still there; nullptr for none.
+  Window* Front() const { return shown_.empty() ? nullptr : shown_.back(); }
+  // The dialog that waits; nullptr for none.
+  Window* Modal() const { return modals_.empty() ? nullptr : modals_.back(); }
+  bool Busy() const { return busy_ > 0; }
+  // The shown window of that name; nullptr for none.
+  Window* FindShown(std::string_view name) const;
+
+ private:
+  void FollowPictures(Window& window);
+  void Bring(Window& window);
+
+  LineSink sink_;
+  std::vector<Window*> shown_;
+  std::vector<Window*> modals_;
+  std::set<PictureBox*> followed_;
+  int busy_ = 0;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,58 @@
+// The map behind the main frame, as a list of what is done to it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/picture_viewer.h"
+#include "recorder/image_size.h"
+#include "recorder/line_sink.h"
+#include "recorder/quote.h"
+
+namespace brenvo {
+
+// `map image "file"`, `map zoom 100`, `map scroll X Y` (as held), `map rectangle X Y W H R G B`,
+// `map stamp "file" X Y`, `map line X Y W H`, `map text X Y "A"`, `map close`, `map refresh`,
+// `map print`. Zooming to a rectangle is a zoom and a scroll.
+class RecordingMap : public PictureViewer {
+ public:
+  RecordingMap(LineSink sink, const FileNames& names) : sink_(std::move(sink)), names_(names) {}
+
+  void SetImage(const std::filesystem::path& file) override;
+  int ImageWidth() override { return image_.width; }
+  int ImageHeight() override { return image_.height; }
+  double Zoom() override { return zoom_; }
+  void SetZoom(double percent) override;
+  int ScrollX() override { return scrollX_; }
+  int ScrollY() override { return scrollY_; }
+  void SetScroll(int x, int y) override;
+  int ViewWidth() override { return View().width; }
+  int ViewHeight() override { return View().height; }
+
+  void DrawRectangle(int x, int y, int width, int height, Colour fill) override;
+  void DrawStamp(const std::filesystem::path& image, int x, int y) override;
+  void DrawLine(int x, int y, int width, int height) override;
+  void DrawText(int x, int y, std::string_view text) override;
+  void EndAnnotation() override { sink_("map close"); }
+  void Refresh() override { sink_("map refresh"); }
+  void ZoomToRectangle(int x, int y, int width, int height) override;
+  void Print() override;
+
+  // The inner size of the frame that carries the map; 640 by 480 pixels while this is empty.
+  std::function<ImageSize()> FrameSize;
+  // Whether the next printing fails, asked once a printing; what fails leaves no line.
+  std::function<bool()> TakePrinterFailure;
+
+ private:
+  ImageSize View() const { return FrameSize ? FrameSize() : ImageSize{640, 480}; }
+  void HoldScroll(int x, int y);
+
+  LineSink sink_;
+  const FileNames& names_;
+  ImageSize image_;
+  double zoom_ = 100;
+  int scrollX_ = 0, scrollY_ = 0;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,36 @@
+#include "recorder/recording_platform.h"
+
+#include <utility>
+
+#include "forms/window.h"
+
+namespace brenvo {
+
+RecordingPlatform::RecordingPlatform()
+    : RecordingPlatform([this](std::string line) { lines_.push_back(std::move(line)); }) {}
+
+RecordingPlatform::RecordingPlatform(LineSink sink)
+    : sink_(std::move(sink)),
+      messages_(sink_),
+      host_(sink_),
+      printer_(sink_, names_),
+      map_(sink_, names_),
+      serial_(sink_),
+      tcp_(sink_),
+      waves_(sink_, names_) {
+  map_.TakePrinterFailure = [this] { return printer_.TakeFailure(); };
+  map_.FrameSize = [this] {
+    const Window* frame = host_.FindShown("Brenvo");
+    if (frame == nullptr) return ImageSize{640, 480};
+    return ImageSize{frame->ScaleWidth().Pixels(), frame->ScaleHeight().Pixels()};
+  };
+}
+
+void RecordingPlatform::Open(const std::filesystem::path& file, int topic) {
+  openedTopic_ = topic;
+  sink_("open " + Quoted(names_.Of(file)));
+}
+
+std::vector<std::string> RecordingPlatform::TakeLines() { return std::exchange(lines_, {}); }
+
+}  // namespace brenvo

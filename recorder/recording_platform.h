@@ -1,0 +1,89 @@
+// The whole machine, recorded.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+#include "recorder/fake_clock.h"
+#include "recorder/line_sink.h"
+#include "recorder/memory_settings.h"
+#include "recorder/quote.h"
+#include "recorder/recording_host.h"
+#include "recorder/recording_map.h"
+#include "recorder/recording_printer.h"
+#include "recorder/recording_serial.h"
+#include "recorder/recording_tcp.h"
+#include "recorder/recording_waves.h"
+#include "recorder/scripted_messages.h"
+
+namespace brenvo {
+
+// Every device by its part; the parts' own comments tell their lines. Besides these: `beep`, and
+// `open "file"` for what is shown to the operator. The map lies in the window "Brenvo" once that is
+// shown. Outlives the session that runs on it.
+class RecordingPlatform : public Platform {
+ public:
+  // Lines are kept for TakeLines...
+  RecordingPlatform();
+  // ...or handed out one by one.
+  explicit RecordingPlatform(LineSink sink);
+
+  FakeClock& GetClock() override { return clock_; }
+  ScriptedMessages& Messages() override { return messages_; }
+  MemorySettings& Settings() override { return settings_; }
+  RecordingHost& Host() override { return host_; }
+  RecordingPrinter& GetPrinter() override { return printer_; }
+  RecordingPrinter& Reports() override { return printer_; }
+  RecordingMap& Map() override { return map_; }
+  std::unique_ptr<Timer> MakeTimer() override { return clock_.MakeTimer(); }
+  std::unique_ptr<SerialPort> MakeSerialPort() override { return serial_.MakePort(); }
+  std::unique_ptr<TcpClient> MakeTcpClient(std::string_view window) override {
+    return tcp_.Make(window);
+  }
+  std::unique_ptr<WavePlayer> MakeWavePlayer() override { return waves_.MakePlayer(); }
+  void Beep() override { sink_("beep"); }
+  void Open(const std::filesystem::path& file, int topic) override;
+  std::optional<std::filesystem::path> PickFile(std::string_view title,
+                                                std::string_view pattern) override {
+    return picks_.Next(title, pattern);
+  }
+
+  RecordingSerialLines& Serial() { return serial_; }
+  RecordingTcpClients& Tcp() { return tcp_; }
+  RecordingWaves& Waves() { return waves_; }
+  ScriptedPicks& Picks() { return picks_; }
+
+  // Files in lines are named as seen from here.
+  void SetApplicationDirectory(const std::filesystem::path& directory) {
+    names_.SetDirectory(directory);
+  }
+  // Shorthands of the clock's.
+  void SetNow(DateTime now) { clock_.SetNow(now); }
+  void Advance(std::int64_t milliseconds) { clock_.Advance(milliseconds); }
+
+  // The topic of the file that was opened last; 0 for none.
+  int OpenedTopic() const { return openedTopic_; }
+  // The lines kept since the last call.
+  std::vector<std::string> TakeLines();
+
+ private:
+  std::vector<std::string> lines_;
+  LineSink sink_;
+  FileNames names_;
+  FakeClock clock_;
+  ScriptedMessages messages_;
+  ScriptedPicks picks_;
+  MemorySettings settings_;
+  RecordingHost host_;
+  RecordingPrinter printer_;
+  RecordingMap map_;
+  RecordingSerialLines serial_;
+  RecordingTcpClients tcp_;
+  RecordingWaves waves_;
+  int openedTopic_ = 0;
+};
+
+}  // namespace brenvo

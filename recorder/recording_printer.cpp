@@ -1,0 +1,68 @@
+#include "recorder/recording_printer.h"
+
+#include <initializer_list>
+#include <stdexcept>
+#include <utility>
+
+#include "platform/serial_port.h"
+
+namespace brenvo {
+namespace {
+
+std::string Places(std::initializer_list<Mm> places) {
+  std::string text;
+  for (const Mm place : places) text += ' ' + ShortNumber(place.Value());
+  return text;
+}
+
+}  // namespace
+
+void RecordingPrinter::SetFont(std::string_view name, double points, bool bold) {
+  if (!name.empty()) font_ = name;
+  points_ = points;
+  bold_ = bold;
+}
+
+void RecordingPrinter::Text(Mm x, Mm y, std::string_view text) { PlacedText(x, y, "left", text); }
+
+void RecordingPrinter::TextRight(Mm x, Mm y, std::string_view text) {
+  PlacedText(x, y, "right", text);
+}
+
+void RecordingPrinter::PlacedText(Mm x, Mm y, std::string_view side, std::string_view text) {
+  Operation("text" + Places({x, y}) + ' ' + std::string(side) + ' ' + Quoted(font_) + ' ' +
+            ShortNumber(points_) + (bold_ ? " bold " : " plain ") + Quoted(text));
+}
+
+void RecordingPrinter::Line(Mm x1, Mm y1, Mm x2, Mm y2) {
+  Operation("line" + Places({x1, y1, x2, y2}));
+}
+
+void RecordingPrinter::Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) {
+  Operation("box" + Places({x1, y1, x2, y2}) + (filled ? " filled" : " empty"));
+}
+
+void RecordingPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
+  Operation("picture " + Quoted(names_.Of(file)) + Places({x, y}));
+}
+
+void RecordingPrinter::NewPage() { Operation("newpage"); }
+
+void RecordingPrinter::EndDocument() { Operation("end"); }
+
+void RecordingPrinter::Print(const std::filesystem::path& layout) {
+  if (TakeFailure()) throw DeviceError("La stampante non risponde");
+  if (!std::filesystem::is_regular_file(layout)) {
+    throw std::runtime_error("Manca il file \"" + names_.Of(layout) + '"');
+  }
+  sink_("report " + Quoted(names_.Of(layout)));
+}
+
+bool RecordingPrinter::TakeFailure() { return std::exchange(failNext_, false); }
+
+void RecordingPrinter::Operation(const std::string& line) {
+  if (TakeFailure()) throw DeviceError("La stampante non risponde");
+  sink_("print " + line);
+}
+
+}  // namespace brenvo

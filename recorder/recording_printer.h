@@ -1,0 +1,55 @@
+// A printer that lists its operations.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/printer.h"
+#include "platform/report_printer.h"
+#include "recorder/line_sink.h"
+#include "recorder/quote.h"
+
+namespace brenvo {
+
+// The page is 210 by 297 millimetres; the font at the start is Arial, 10 points, plain.
+// `print text X Y left "Times New Roman" 10 bold "text"` (`right`, `plain`),
+// `print line X1 Y1 X2 Y2`, `print box X1 Y1 X2 Y2 empty` (`filled`), `print picture "file" X Y`,
+// `print newpage`, `print end`; and `report "layout"`. Millimetres, at most two decimals.
+class RecordingPrinter : public Printer, public ReportPrinter {
+ public:
+  RecordingPrinter(LineSink sink, const FileNames& names) : sink_(std::move(sink)), names_(names) {}
+
+  void SetFont(std::string_view name, double points, bool bold) override;
+  void SetBold(bool bold) override { bold_ = bold; }
+  void SetFontSize(double points) override { points_ = points; }
+  void Text(Mm x, Mm y, std::string_view text) override;
+  void TextRight(Mm x, Mm y, std::string_view text) override;
+  void Line(Mm x1, Mm y1, Mm x2, Mm y2) override;
+  void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) override;
+  void Picture(const std::filesystem::path& file, Mm x, Mm y) override;
+  Mm PageHeight() override { return Mm(297); }
+  Mm PageWidth() override { return Mm(210); }
+  void NewPage() override;
+  void EndDocument() override;
+
+  // The layout file must be there.
+  void Print(const std::filesystem::path& layout) override;
+
+  // The next thing to print, page or report, throws DeviceError.
+  void FailNext() { failNext_ = true; }
+  // A failure that was asked for and not met yet: for what ignores it.
+  bool TakeFailure();
+
+ private:
+  void Operation(const std::string& line);
+  void PlacedText(Mm x, Mm y, std::string_view side, std::string_view text);
+
+  LineSink sink_;
+  const FileNames& names_;
+  std::string font_ = "Arial";
+  double points_ = 10;
+  bool bold_ = false;
+  bool failNext_ = false;
+};
+
+}  // namespace brenvo

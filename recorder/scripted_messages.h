@@ -1,0 +1,49 @@
+// Message boxes that nobody sees, and answers that were given beforehand.
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/message_box.h"
+#include "recorder/line_sink.h"
+
+namespace brenvo {
+
+// Writes `message critical "title" "text"` (exclamation, information, none) and
+// `question "title" "text" yes`. The title is the one told, empty when none is.
+class ScriptedMessages : public MessageBox {
+ public:
+  explicit ScriptedMessages(LineSink sink) : sink_(std::move(sink)) {}
+
+  void Show(MessageIcon icon, std::string_view title, std::string_view text) override;
+  // Takes the oldest answer; Refused when there is none.
+  bool AskYesNo(std::string_view title, std::string_view text) override;
+
+  void QueueAnswer(bool yes) { answers_.push_back(yes); }
+  // Answers that no question has asked for yet.
+  std::size_t UnusedAnswers() const { return answers_.size(); }
+
+ private:
+  LineSink sink_;
+  std::deque<bool> answers_;
+};
+
+// The file dialog in the same manner; it writes nothing.
+class ScriptedPicks {
+ public:
+  // Takes the oldest pick; Refused when there is none.
+  std::optional<std::filesystem::path> Next(std::string_view title, std::string_view pattern);
+
+  // Nothing means that the operator cancels.
+  void Queue(std::optional<std::filesystem::path> file) { picks_.push_back(std::move(file)); }
+  std::size_t Unused() const { return picks_.size(); }
+
+ private:
+  std::deque<std::optional<std::filesystem::path>> picks_;
+};
+
+}  // namespace brenvo

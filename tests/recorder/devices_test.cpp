@@ -1,0 +1,232 @@
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+#include "forms/window.h"
+#include "recorder/recording_platform.h"
+#include "recorder/refused.h"
+
+namespace brenvo {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Devices : public testing::Test {
+ protected:
+  Devices() { machine.SetApplicationDirectory("/op"); }
+  RecordingPlatform machine;
+};
+
+TEST_F(Devices, WritesOnASerialLineAreHexadecimal) {
+  const auto port = machine.MakeSerialPort();
+  port->SetPortNumber(2);
+  port->SetSettings("9600,N,8,1");
+  port->Open();
+  port->Write(std::string("\x20\x20\x20\x20\x00", 5));
+  EXPECT_THAT(machine.TakeLines(), ElementsAre("sent COM2 20 20 20 20 00"));
+  EXPECT_EQ(machine.Serial().Settings(2), "9600,N,8,1");
+}
+
+TEST_F(Devices, BytesOfASerialLineComeInOneEvent) {
+  const auto port = machine.MakeSerialPort();
+  port->Open();
+  int events = 0;
+  port->OnReceive = [&] { ++events; };
+  machine.Serial().Receive(1, "abc");
+  EXPECT_EQ(events, 1);
+  EXPECT_EQ(port->BytesWaiting(), 3u);
+  EXPECT_EQ(port->Read(1), "a");
+  EXPECT_EQ(port->Read(100), "bc");
+  EXPECT_EQ(port->Read(100), "");
+}
+
+TEST_F(Devices, ASerialPortIsOpenOnce) {
+  const auto first = machine.MakeSerialPort();
+  auto second = machine.MakeSerialPort();
+  first->Open();
+  EXPECT_THROW(second->Open(), DeviceError);
+  first->Close();
+  second->Open();
+  second.reset();
+  EXPECT_FALSE(machine.Serial().IsOpen(1));
+}
+
+TEST_F(Devices, ASerialPortBeyondFourDoesNotExist) {
+  const auto port = machine.MakeSerialPort();
+  port->SetPortNumber(5);
+  EXPECT_THROW(port->Open(), DeviceError);
+}
+
+TEST_F(Devices, AClosedSerialPortTakesAndGivesNothing) {
+  const auto port = machine.MakeSerialPort();
+  EXPECT_THROW(port->Write("x"), DeviceError);
+  EXPECT_THROW(machine.Serial().Receive(1, "x"), Refused);
+  port->Close();
+  EXPECT_THAT(machine.TakeLines(), IsEmpty());
+}
+
+TEST_F(Devices, OnlyTheNextUseOfASerialPortFails) {
+  const auto port = machine.MakeSerialPort();
+  machine.Serial().FailNext(1);
+  EXPECT_THROW(port->Open(), DeviceError);
+  port->Open();
+  machine.Serial().FailNext(1);
+  EXPECT_THROW(port->Write("x"), DeviceError);
+  port->Write("x");
+  EXPECT_THAT(machine.TakeLines(), ElementsAre("sent COM1 78"));
+}
+
+TEST_F(Devices, AConnectionIsCalledByItsWindow) {
+  const auto client = machine.MakeTcpClient("TNCtelnet");
+  EXPECT_FALSE(client->IsConnected());
+  client->Connect("cluster.example", 7300);
+  EXPECT_TRUE(client->IsConnected());
+  client->Send("dx\r\n\xE0");
+  client->Close();
+  client->Close();
+  EXPECT_THAT(machine.TakeLines(),
+              ElementsAre("connect TNCtelnet \"cluster.example\" 7300",
+                          "sent TNCtelnet \"dx\\r\\nà\"", "disconnect TNCtelnet"));
+}
+
+TEST_F(Devices, AHostWithoutAPortIsTheTelnetPort) {
+  machine.MakeTcpClient("WWConv")->Connect("host", 0);
+  EXPECT_THAT(machine.TakeLines(), ElementsAre("connect WWConv \"host\" 23"));
+}
+
+TEST_F(Devices, DataOfAConnectionComesAsOneChunk) {
+  const auto client = machine.MakeTcpClient("WWConv");
+  std::string read;
+  client->OnData = [&] { read += client->Read(client->BytesWaiting()) + '|'; };
+  client->Connect("host", 1);
+  machine.Tcp().Receive("WWConv", "<*I3XYZ*>");
+  machine.Tcp().Receive("WWConv", "b");
+  EXPECT_EQ(read, "<*I3XYZ*>|b|");
+}
+
+TEST_F(Devices, APeersCloseEndsTheConnectionFirst) {
+  auto client = machine.MakeTcpClient("WWConv");
+  client->Connect("host", 1);
+  machine.TakeLines();
+  bool connected = true;
+  client->OnPeerClose = [&] {
+    connected = client->IsConnected();
+    client->Send("/q");
+    client->Close();
+    client.reset();
+  };
+  machine.Tcp().PeerClose("WWConv");
+  EXPECT_FALSE(connected);
+  EXPECT_THAT(machine.TakeLines(), IsEmpty());
+  EXPECT_THROW(machine.Tcp().PeerClose("WWConv"), Refused);
+}
+
+TEST_F(Devices, AFailingConnectionDoesNotCome) {
+  const auto client = machine.MakeTcpClient("TNCtelnet");
+  machine.Tcp().FailNext("TNCtelnet");
+  client->Connect("host", 1);
+  EXPECT_FALSE(client->IsConnected());
+  client->Send("unheard");
+  EXPECT_THAT(machine.TakeLines(), ElementsAre("connect TNCtelnet \"host\" 1"));
+  EXPECT_THROW(machine.Tcp().Receive("TNCtelnet", "x"), Refused);
+}
+
+TEST_F(Devices, AFailingSendIsADeviceError) {
+  const auto client = machine.MakeTcpClient("TNCtelnet");
+  client->Connect("host", 1);
+  machine.Tcp().FailNext("TNCtelnet");
+  EXPECT_THROW(client->Send("x"), DeviceError);
+}
+
+TEST_F(Devices, PlaybacksAreLines) {
+  const auto player = machine.MakeWavePlayer();
+  player->PlayAndWait("/op/A.wav");
+  player->Start("/op/cq.wav");
+  EXPECT_TRUE(machine.Waves().Playing());
+  player->Close();
+  EXPECT_FALSE(machine.Waves().Playing());
+  EXPECT_THAT(machine.TakeLines(),
+              ElementsAre("wave \"A.wav\"", "wave-start \"cq.wav\"", "wave-close"));
+}
+
+TEST_F(Devices, AStartedPlaybackCompletesWithACode) {
+  const auto player = machine.MakeWavePlayer();
+  int ended = 0;
+  player->OnComplete = [&](int code) { ended = code; };
+  EXPECT_THROW(machine.Waves().Complete(1), Refused);
+  player->Start("/op/cq.wav");
+  machine.Waves().Complete(4);
+  EXPECT_EQ(ended, 4);
+  EXPECT_THROW(machine.Waves().Complete(1), Refused);
+}
+
+TEST_F(Devices, PrintingIsAListOfOperations) {
+  Printer& printer = machine.GetPrinter();
+  printer.Text(Mm(1), Mm(2), "a");
+  printer.SetFont("Times New Roman", 10, true);
+  printer.Text(Mm(31.755), Mm(20), "I3XYZ");
+  printer.SetBold(false);
+  printer.SetFontSize(8.25);
+  printer.TextRight(Mm(72), Mm(40.5), "12");
+  printer.SetFont("", 9, true);
+  printer.Text(Mm(0), Mm(0), "\"");
+  printer.Line(Mm(10), Mm(241), Mm(139), Mm(241));
+  printer.Box(Mm(1), Mm(2), Mm(3), Mm(4), false);
+  printer.Box(Mm(1), Mm(2), Mm(3), Mm(4), true);
+  printer.Picture("/op/Sign.bmp", Mm(150), Mm(245.5));
+  printer.NewPage();
+  printer.EndDocument();
+  EXPECT_THAT(machine.TakeLines(),
+              ElementsAre("print text 1 2 left \"Arial\" 10 plain \"a\"",
+                          "print text 31.76 20 left \"Times New Roman\" 10 bold \"I3XYZ\"",
+                          "print text 72 40.5 right \"Times New Roman\" 8.25 plain \"12\"",
+                          "print text 0 0 left \"Times New Roman\" 9 bold \"\\\"\"",
+                          "print line 10 241 139 241", "print box 1 2 3 4 empty",
+                          "print box 1 2 3 4 filled", "print picture \"Sign.bmp\" 150 245.5",
+                          "print newpage", "print end"));
+}
+
+TEST_F(Devices, OnlyTheNextUseOfThePrinterFails) {
+  machine.GetPrinter().FailNext();
+  EXPECT_THROW(machine.GetPrinter().NewPage(), DeviceError);
+  machine.GetPrinter().NewPage();
+  machine.GetPrinter().FailNext();
+  EXPECT_THROW(machine.Reports().Print("/op/logv.rpt"), DeviceError);
+  EXPECT_THAT(machine.TakeLines(), ElementsAre("print newpage"));
+}
+
+TEST_F(Devices, AReportNeedsItsLayout) {
+  EXPECT_THROW(machine.Reports().Print("/op/no.rpt"), std::runtime_error);
+  const auto layout = std::filesystem::temp_directory_path() / "devices_test.rpt";
+  std::ofstream(layout) << "layout";
+  machine.SetApplicationDirectory(layout.parent_path());
+  machine.Reports().Print(layout);
+  EXPECT_THAT(machine.TakeLines(), ElementsAre("report \"devices_test.rpt\""));
+  std::filesystem::remove(layout);
+}
+
+TEST_F(Devices, WhatIsOpenedForTheOperatorIsALine) {
+  machine.Open("/op/Brenvo.html", 12);
+  machine.Beep();
+  EXPECT_THAT(machine.TakeLines(), ElementsAre("open \"Brenvo.html\"", "beep"));
+  EXPECT_EQ(machine.OpenedTopic(), 12);
+}
+
+TEST_F(Devices, SettingsAreKeptBySectionAndKey) {
+  EXPECT_EQ(machine.Settings().GetSetting("Log", "X", "120"), "120");
+  machine.Settings().SaveSetting("Log", "X", "7");
+  EXPECT_EQ(machine.Settings().GetSetting("Log", "X", "120"), "7");
+  EXPECT_EQ(machine.Settings().GetSetting("Contest", "X", "120"), "120");
+}
+
+TEST(RecordingPlatform, HandsItsLinesToItsOwner) {
+  std::string heard;
+  RecordingPlatform machine([&](std::string line) { heard = line; });
+  machine.Beep();
+  EXPECT_EQ(heard, "beep");
+  EXPECT_THAT(machine.TakeLines(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace brenvo

@@ -1,0 +1,114 @@
+#include "recorder/fake_clock.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace brenvo {
+namespace {
+
+using testing::ElementsAre;
+
+std::unique_ptr<Timer> Running(FakeClock& clock, int interval, std::function<void()> tick) {
+  auto timer = clock.MakeTimer();
+  timer->OnTick = std::move(tick);
+  timer->SetInterval(interval);
+  timer->SetEnabled(true);
+  return timer;
+}
+
+TEST(FakeClock, StandsStillUnlessTold) {
+  FakeClock clock;
+  EXPECT_EQ(DateTimeText(clock.Now()), "03/02/2001 04:05:06");
+  clock.Advance(999);
+  EXPECT_EQ(TimeText(clock.Now()), "04:05:06");
+  clock.Advance(1);
+  EXPECT_EQ(TimeText(clock.Now()), "04:05:07");
+}
+
+TEST(FakeClock, ShowsTheTimeThatItIsSetTo) {
+  FakeClock clock;
+  clock.Advance(700);
+  clock.SetNow(DateTime::Of(2026, 8, 1, 23, 59, 59));
+  clock.Advance(999);
+  EXPECT_EQ(DateTimeText(clock.Now()), "01/08/2026 23:59:59");
+  clock.Advance(1);
+  EXPECT_EQ(DateTimeText(clock.Now()), "02/08/2026");
+}
+
+TEST(FakeClock, TimersFireInTheOrderInWhichTheyComeDue) {
+  FakeClock clock;
+  std::vector<std::string> fired;
+  const auto slow = Running(clock, 250, [&] { fired.push_back("slow"); });
+  const auto fast = Running(clock, 100, [&] { fired.push_back("fast"); });
+  clock.Advance(500);
+  EXPECT_THAT(fired, ElementsAre("fast", "fast", "slow", "fast", "fast", "slow", "fast"));
+}
+
+TEST(FakeClock, ATimerSeesTheTimeAtWhichItFires) {
+  FakeClock clock;
+  std::vector<std::string> times;
+  const auto timer = Running(clock, 2000, [&] { times.push_back(TimeText(clock.Now())); });
+  clock.Advance(4500);
+  EXPECT_THAT(times, ElementsAre("04:05:08", "04:05:10"));
+}
+
+TEST(FakeClock, ATimerWithoutIntervalNeverFires) {
+  FakeClock clock;
+  int fired = 0;
+  const auto timer = Running(clock, 0, [&] { ++fired; });
+  clock.Advance(10000);
+  EXPECT_EQ(fired, 0);
+}
+
+TEST(FakeClock, AStoppedTimerStartsItsIntervalAnew) {
+  FakeClock clock;
+  int fired = 0;
+  const auto timer = Running(clock, 100, [&] { ++fired; });
+  clock.Advance(90);
+  timer->SetEnabled(false);
+  clock.Advance(90);
+  timer->SetEnabled(true);
+  clock.Advance(99);
+  EXPECT_EQ(fired, 0);
+  clock.Advance(1);
+  EXPECT_EQ(fired, 1);
+}
+
+TEST(FakeClock, SettingTheClockDoesNotHurryATimer) {
+  FakeClock clock;
+  int fired = 0;
+  const auto timer = Running(clock, 100, [&] { ++fired; });
+  clock.SetNow(DateTime::Of(2030, 1, 1));
+  clock.Advance(99);
+  EXPECT_EQ(fired, 0);
+}
+
+TEST(FakeClock, ATickMayEndItsTimer) {
+  FakeClock clock;
+  std::unique_ptr<Timer> timer;
+  int fired = 0;
+  timer = Running(clock, 100, [&] {
+    ++fired;
+    timer.reset();
+  });
+  clock.Advance(1000);
+  EXPECT_EQ(fired, 1);
+}
+
+TEST(FakeClock, EachTickPassesTheGuard) {
+  FakeClock clock;
+  int guarded = 0, fired = 0;
+  clock.SetGuard([&](const std::function<void()>& event) {
+    ++guarded;
+    event();
+  });
+  const auto timer = Running(clock, 100, [&] { ++fired; });
+  clock.Advance(300);
+  EXPECT_EQ(guarded, 3);
+  EXPECT_EQ(fired, 3);
+}
+
+}  // namespace
+}  // namespace brenvo

@@ -1,0 +1,123 @@
+#include "recorder/recording_host.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <vector>
+
+#include "forms/picture_box.h"
+#include "forms/text_field.h"
+#include "forms/window_list.h"
+#include "recorder/refused.h"
+
+namespace brenvo {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Form : public Window {
+ public:
+  Form(WindowHost& host, std::string name) : Window(host, name, name, Twips(3000), Twips(1500)) {}
+  void Load() override { Picture.Draw({Twips(15), Twips(30), Twips(105), kDarkGreen}); }
+  TextField Call{*this, "Call"};
+  PictureBox Picture{*this, "Picture"};
+};
+
+class Host : public testing::Test {
+ protected:
+  Form& Loaded(const std::string& name) {
+    return static_cast<Form&>(windows.Adopt(std::make_unique<Form>(host, name)));
+  }
+  std::vector<std::string> lines;
+  RecordingHost host{[this](std::string line) { lines.push_back(line); }};
+  WindowList windows{host};
+};
+
+TEST_F(Host, MovingTheFocusIsALineAndTheFieldsEvent) {
+  Form& form = Loaded("LogForm");
+  form.Call.SetText("I3XYZ");
+  host.MoveFocus(form.Call);
+  EXPECT_THAT(lines, ElementsAre("focus LogForm.Call"));
+  EXPECT_EQ(form.Call.SelText(), "I3XYZ");
+}
+
+TEST_F(Host, AFurtherWindowIsCalledByItsInstanceName) {
+  host.NameOf = [&](const Window& window) { return windows.InstanceName(window); };
+  Loaded("LogForm");
+  host.MoveFocus(Loaded("LogForm").Call);
+  EXPECT_THAT(lines, ElementsAre("focus LogForm#2.Call"));
+}
+
+TEST_F(Host, ADialogIsUsedUntilItHides) {
+  Form& form = Loaded("StatSel");
+  bool used = false;
+  host.InModal = [&](Window& window) {
+    used = true;
+    EXPECT_EQ(&window, &form);
+    EXPECT_EQ(host.Modal(), &form);
+    window.Hide();
+  };
+  windows.ShowModal(form);
+  EXPECT_TRUE(used);
+  EXPECT_EQ(host.Modal(), nullptr);
+}
+
+TEST_F(Host, ADialogMayUnloadItself) {
+  Form& form = Loaded("Help");
+  host.InModal = [&](Window& window) { windows.Unload(window); };
+  windows.RunEvent([&] { windows.ShowModal(form); });
+  EXPECT_EQ(windows.Find("Help"), nullptr);
+  EXPECT_THAT(lines, ElementsAre("circle 15 30 105 0 128 0"));
+}
+
+TEST_F(Host, ADialogThatNobodyUsesIsRefused) {
+  Form& form = Loaded("StatSel");
+  EXPECT_THROW(windows.ShowModal(form), Refused);
+  host.InModal = [](Window&) {};
+  EXPECT_THROW(windows.ShowModal(form), Refused);
+  EXPECT_EQ(host.Modal(), nullptr);
+}
+
+TEST_F(Host, CirclesAreWrittenOnceTheirWindowIsShown) {
+  Form& form = Loaded("MappaSquare");
+  EXPECT_THAT(lines, IsEmpty());
+  windows.Show(form);
+  windows.Show(form);
+  form.Picture.Draw({Twips(1), Twips(2), Twips(3), kDarkRed});
+  EXPECT_THAT(lines, ElementsAre("circle 15 30 105 0 128 0", "circle 1 2 3 128 0 0"));
+}
+
+TEST_F(Host, AFailureIsALine) {
+  windows.RunEvent([] { throw std::runtime_error("Divisione per zero"); });
+  EXPECT_THAT(lines, ElementsAre("error \"Divisione per zero\""));
+}
+
+TEST_F(Host, TheEndOfTheProgramLeavesEveryHandler) {
+  EXPECT_THROW(windows.RunEvent([&] { host.EndProgram(); }), ProgramEnded);
+  EXPECT_THAT(lines, ElementsAre("end-program"));
+}
+
+TEST_F(Host, TheWindowShownLastIsInFront) {
+  Form& first = Loaded("A");
+  Form& second = Loaded("B");
+  windows.Show(first);
+  windows.Show(second);
+  EXPECT_EQ(host.Front(), &second);
+  windows.Show(first);
+  EXPECT_EQ(host.Front(), &first);
+  windows.Unload(first);
+  EXPECT_EQ(host.Front(), &second);
+  EXPECT_EQ(host.FindShown("A"), nullptr);
+}
+
+TEST_F(Host, TheBusyPointerGoesWithItsOwner) {
+  {
+    const BusyPointer busy(host);
+    EXPECT_TRUE(host.Busy());
+  }
+  EXPECT_FALSE(host.Busy());
+}
+
+}  // namespace
+}  // namespace brenvo
