@@ -1,0 +1,101 @@
+// A station for tests: a scratch application directory with the delivered database, a recorded
+// machine, and a session on both.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/main_frame.h"
+#include "core/session.h"
+#include "recorder/recording_platform.h"
+
+namespace brenvo {
+
+// A directory of its own that goes with the object.
+class ScratchStationDirectory {
+ public:
+  ScratchStationDirectory() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no scratch directory");
+    path_ = pattern;
+    std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb",
+                               path_ / "Brenvo.mdb");
+  }
+  ~ScratchStationDirectory() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  ScratchStationDirectory(const ScratchStationDirectory&) = delete;
+  ScratchStationDirectory& operator=(const ScratchStationDirectory&) = delete;
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+// The clock stands at 03/02/2001 04:05:06, the own locator is JN65AA, the log is empty. The main
+// frame is open; windows that a test needs are registered by the test. A question that no answer
+// was queued for, and an answer that nothing asked for, fail the test.
+class StationTest : public testing::Test {
+ protected:
+  explicit StationTest(bool openFrame = true) {
+    machine.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
+    machine.SetApplicationDirectory(directory.Path());
+    {
+      Database db = Database::Open(directory.Path() / "Brenvo.mdb");
+      db.Execute("UPDATE [User] SET Locator='JN65AA'");
+    }
+    if (openFrame) {
+      frame = &static_cast<MainFrame&>(
+          session.Windows.Adopt(std::make_unique<MainFrame>(session)));
+      session.Windows.Show(*frame);
+      machine.TakeLines();
+    }
+  }
+  ~StationTest() override = default;
+
+  void TearDown() override { EXPECT_EQ(machine.Messages().UnusedAnswers(), 0u); }
+
+  template <class Form>
+  void Know(const char* name) {
+    session.Windows.Register(name, [this] { return std::make_unique<Form>(session); });
+  }
+  // Loads and shows a window of a registered name.
+  template <class Form>
+  Form& Open(std::string_view name) {
+    Form& window = static_cast<Form&>(*session.Windows.LoadNew(name));
+    session.Windows.Show(window);
+    return window;
+  }
+  // One event of the operator.
+  void Event(const std::function<void()>& event) { session.Windows.RunEvent(event); }
+  // The rows of a SELECT, the columns of each joined by "|".
+  std::vector<std::string> Rows(std::string_view select) {
+    std::vector<std::string> rows;
+    const auto snapshot = session.Db.OpenSnapshot(select);
+    for (; !snapshot->EOF_(); snapshot->MoveNext()) {
+      std::string row;
+      for (std::size_t i = 0; i < snapshot->Columns().size(); ++i) {
+        if (i > 0) row += "|";
+        row += snapshot->Field(i).Text();
+      }
+      rows.push_back(row);
+    }
+    return rows;
+  }
+  std::vector<std::string> Lines() { return machine.TakeLines(); }
+
+  ScratchStationDirectory directory;
+  RecordingPlatform machine;
+  Session session{machine, directory.Path()};
+  MainFrame* frame = nullptr;
+};
+
+}  // namespace brenvo
