@@ -1,6 +1,7 @@
 // Everything that the station needs of the machine, in one place.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -10,6 +11,7 @@
 #include "platform/message_box.h"
 #include "platform/picture_viewer.h"
 #include "platform/printer.h"
+#include "platform/progress.h"
 #include "platform/report_printer.h"
 #include "platform/serial_port.h"
 #include "platform/settings_store.h"
@@ -38,6 +40,7 @@ class Platform {
   virtual std::unique_ptr<WavePlayer> MakeWavePlayer() = 0;
 
   virtual void Beep() = 0;
+  virtual std::unique_ptr<Progress> ShowProgress(std::string_view title, std::int64_t total) = 0;
   // Shows a file to the operator: a page in the browser, the help at a topic (0 for none).
   virtual void Open(const std::filesystem::path& file, int topic) = 0;
   // A file that the operator picks, with a pattern such as "*.wav"; nothing when he cancels.

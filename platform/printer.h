@@ -24,6 +24,10 @@ class Printer {
   virtual void Line(Mm x1, Mm y1, Mm x2, Mm y2) = 0;
   virtual void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) = 0;
   virtual void Picture(const std::filesystem::path& file, Mm x, Mm y) = 0;
+  // How wide the text is in the font in use.
+  virtual Mm TextWidth(std::string_view text) = 0;
+  // Pages lie on their side from the next document on, or stand.
+  virtual void SetLandscape(bool landscape) = 0;
   virtual Mm PageHeight() = 0;
   virtual Mm PageWidth() = 0;
   virtual void NewPage() = 0;

@@ -31,6 +31,18 @@ void RecordingPlatform::Open(const std::filesystem::path& file, int topic) {
   sink_("open " + Quoted(names_.Of(file)));
 }
 
+std::unique_ptr<Progress> RecordingPlatform::ShowProgress(std::string_view, std::int64_t) {
+  class SilentProgress : public Progress {
+   public:
+    explicit SilentProgress(std::int64_t stopAt) : stopAt_(stopAt) {}
+    bool Advance(std::int64_t done) override { return stopAt_ < 0 || done < stopAt_; }
+
+   private:
+    std::int64_t stopAt_;
+  };
+  return std::make_unique<SilentProgress>(stopProgressAt_);
+}
+
 std::vector<std::string> RecordingPlatform::TakeLines() { return std::exchange(lines_, {}); }
 
 }  // namespace brenvo

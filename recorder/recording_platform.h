@@ -45,6 +45,9 @@ class RecordingPlatform : public Platform {
   }
   std::unique_ptr<WavePlayer> MakeWavePlayer() override { return waves_.MakePlayer(); }
   void Beep() override { sink_("beep"); }
+  // Writes nothing; StopProgressAt makes the operator ask to stop.
+  std::unique_ptr<Progress> ShowProgress(std::string_view title, std::int64_t total) override;
+  void StopProgressAt(std::int64_t done) { stopProgressAt_ = done; }
   void Open(const std::filesystem::path& file, int topic) override;
   std::optional<std::filesystem::path> PickFile(std::string_view title,
                                                 std::string_view pattern) override {
@@ -84,6 +87,7 @@ class RecordingPlatform : public Platform {
   RecordingTcpClients tcp_;
   RecordingWaves waves_;
   int openedTopic_ = 0;
+  std::int64_t stopProgressAt_ = -1;
 };
 
 }  // namespace brenvo

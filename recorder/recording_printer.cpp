@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/text.h"
 #include "platform/serial_port.h"
 
 namespace brenvo {
@@ -44,6 +45,11 @@ void RecordingPrinter::Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) {
 
 void RecordingPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
   Operation("picture " + Quoted(names_.Of(file)) + Places({x, y}));
+}
+
+Mm RecordingPrinter::TextWidth(std::string_view text) {
+  constexpr double kMmPerPoint = 25.4 / 72;
+  return Mm(static_cast<double>(Len(text)) * points_ * kMmPerPoint / 3);
 }
 
 void RecordingPrinter::NewPage() { Operation("newpage"); }

@@ -27,8 +27,11 @@ class RecordingPrinter : public Printer, public ReportPrinter {
   void Line(Mm x1, Mm y1, Mm x2, Mm y2) override;
   void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) override;
   void Picture(const std::filesystem::path& file, Mm x, Mm y) override;
-  Mm PageHeight() override { return Mm(297); }
-  Mm PageWidth() override { return Mm(210); }
+  // Every character is a third as wide as the font is high.
+  Mm TextWidth(std::string_view text) override;
+  void SetLandscape(bool landscape) override { landscape_ = landscape; }
+  Mm PageHeight() override { return Mm(landscape_ ? 210 : 297); }
+  Mm PageWidth() override { return Mm(landscape_ ? 297 : 210); }
   void NewPage() override;
   void EndDocument() override;
 
@@ -49,6 +52,7 @@ class RecordingPrinter : public Printer, public ReportPrinter {
   std::string font_ = "Arial";
   double points_ = 10;
   bool bold_ = false;
+  bool landscape_ = false;
   bool failNext_ = false;
 };
 

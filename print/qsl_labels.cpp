@@ -1,0 +1,107 @@
+#include "print/qsl_labels.h"
+
+#include "base/number.h"
+#include "base/text.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kFont = "Times New Roman";
+
+struct FixedLine {
+  double x1, y1, x2, y2;  // millimetres from the label's corner
+};
+// The second and the last stand on each other: the form has always been drawn so.
+constexpr FixedLine kFormLines[] = {
+    {37, 12, 78.5, 12}, {51.5, 2, 51.5, 22}, {64, 2, 64, 22}, {51.5, 2, 51.5, 22}};
+
+struct FixedText {
+  double x, y;
+  std::string_view text;
+};
+constexpr FixedText kHeadings[] = {{38, 2.5, "Date"},    {52.5, 2.5, "Qtr"},   {65, 2.5, "RST"},
+                                   {38, 12.5, "Mc/s"},   {52.5, 12.5, "Band"}, {65, 12.5, "2x"}};
+
+}  // namespace
+
+void DrawStationLabel(Printer& printer, Mm x, Mm y, const StationLabel& label) {
+  struct Item {
+    double x, y, points;
+    bool bold;
+    std::string text;
+  };
+  const Item items[] = {{1, 2, 9, true, "From Radio"},
+                        {18, 1, 12, true, label.Call},
+                        {42, 1, 9, false, label.Qra},
+                        {18, 6, 9, false, label.Locator},
+                        {42, 4.5, 9, false, label.Indirizzo},
+                        {42, 8, 9, false, label.Qth + " " + label.Provincia}};
+  for (const Item& item : items) {
+    printer.SetFont(kFont, item.points, item.bold);
+    printer.Text(x + Mm(item.x), y + Mm(item.y), item.text);
+  }
+}
+
+void DrawQsoLabel(Printer& printer, Mm x, Mm y, const QsoLabel& label) {
+  const auto text = [&](double dx, double dy, std::string_view words) {
+    printer.Text(x + Mm(dx), y + Mm(dy), words);
+  };
+  printer.SetBold(true);
+  text(1, 2, "To Radio");
+  printer.SetFontSize(12);
+  text(1, 8, label.Call);
+  printer.Box(x + Mm(37), y + Mm(2), x + Mm(78.5), y + Mm(22), false);
+  for (const FixedLine& line : kFormLines) {
+    printer.Line(x + Mm(line.x1), y + Mm(line.y1), x + Mm(line.x2), y + Mm(line.y2));
+  }
+  printer.SetFontSize(8);
+  for (const FixedText& heading : kHeadings) text(heading.x, heading.y, heading.text);
+  printer.SetBold(false);
+  const auto [band, mode] = BandAndMode(label);
+  text(38, 8, DateText(label.DataQso));
+  text(52.5, 8, Left(TimeText(label.DataQso), 5));
+  text(65, 8, label.QrkDato);
+  text(38, 18, FormatNumber(label.Frequenza, "#,###.000"));
+  text(52.5, 18, band);
+  text(65, 18, mode);
+  printer.SetBold(true);
+  text(1, 18, label.QslRicevuta ? "QSL Tnx" : "QSL PSE");
+}
+
+std::pair<std::string, std::string> BandAndMode(const QsoLabel& label) {
+  const std::pair<std::string, std::string> plain{label.Banda, label.Modo};
+  if (label.Modo != "Satellite") return plain;
+  const std::string& note = label.Note;
+  const std::size_t bracket = InStr(note, "[");
+  if (bracket == 0) return plain;
+  const std::size_t first = InStr(bracket + 1, note, "/");
+  if (first == 0) return plain;
+  const std::size_t second = InStr(first + 1, note, "/");
+  if (second == 0) return plain;
+  const std::string up = first > 2 ? Mid(note, 2, first - 2) : std::string();
+  if (up.empty()) return plain;
+  const std::size_t last = Len(note);
+  return {up, last > second + 1 ? Mid(note, second + 1, last - second - 1) : std::string()};
+}
+
+LabelGrid::LabelGrid(const LabelGeometry& geometry)
+    : geometry_(geometry), x_(geometry.marginLeft), y_(geometry.marginTop), rowY_(y_) {}
+
+void LabelGrid::Next(Printer& printer) {
+  ++column_;
+  if (column_ <= geometry_.perRow) {
+    x_ += geometry_.width + geometry_.spaceAcross;
+    y_ = rowY_;
+    return;
+  }
+  column_ = 1;
+  x_ = geometry_.marginLeft;
+  y_ += geometry_.height + geometry_.spaceDown;
+  if (y_ > printer.PageHeight()) {
+    printer.NewPage();
+    y_ = geometry_.marginTop;
+  }
+  rowY_ = y_;
+}
+
+}  // namespace brenvo

@@ -1,0 +1,58 @@
+// QSL labels: what stands on a label, and where labels lie on the page.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "base/date.h"
+#include "base/units.h"
+#include "platform/printer.h"
+
+namespace brenvo {
+
+// The station's own data, as the profile holds them.
+struct StationLabel {
+  std::string Call, Qra, Locator, Indirizzo, Qth, Provincia;
+};
+
+// One contact, as the log holds it.
+struct QsoLabel {
+  std::string Call, QrkDato, Banda, Modo, Note;
+  DateTime DataQso;
+  double Frequenza = 0;  // MHz
+  bool QslRicevuta = false;
+};
+
+// Each draws one label with its top left corner at (x, y).
+void DrawStationLabel(Printer& printer, Mm x, Mm y, const StationLabel& label);
+// It sets no font name, and its first line keeps the size in use.
+void DrawQsoLabel(Printer& printer, Mm x, Mm y, const QsoLabel& label);
+
+// What a satellite contact shows for band and mode: of a note "[up/x/down]" the pieces "up" and
+// "down"; band and mode themselves for any other mode, and where the note has no such form. The
+// first piece is cut from the second character, the second up to the last but one.
+std::pair<std::string, std::string> BandAndMode(const QsoLabel& label);
+
+// The grid of labels on a page, in millimetres.
+struct LabelGeometry {
+  Mm height, width, spaceAcross, spaceDown, marginTop, marginLeft;
+  int perRow = 1;
+};
+
+// Walks from label to label; a row that begins inside the page is printed, even over its edge.
+class LabelGrid {
+ public:
+  explicit LabelGrid(const LabelGeometry& geometry);
+  Mm X() const { return x_; }
+  Mm Y() const { return y_; }
+  // To the next place, with a new page of the printer where one is due.
+  void Next(Printer& printer);
+
+ private:
+  LabelGeometry geometry_;
+  Mm x_, y_, rowY_;
+  int column_ = 1;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,113 @@
+#include "print/stampa_qsl.h"
+
+#include <stdexcept>
+
+#include "base/number.h"
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kSection = "StampaQsl";
+
+Mm FromTenths(const Slider& slider) { return Mm(slider.Value() / 10.0); }
+
+QsoLabel LabelOf(Recordset& row) {
+  if (FieldText(row, "Modo") == "Satellite" && row.Field("Note").IsNull()) {
+    throw std::runtime_error("La nota di un collegamento via satellite e' Null");
+  }
+  return {FieldText(row, "Call"),  FieldText(row, "QrkDato"), FieldText(row, "Banda"),
+          FieldText(row, "Modo"),  FieldText(row, "Note"),    row.Field("DataQso").Date(),
+          row.Field("Frequenza").Number(), row.Field("QslRicevuta").Bool()};
+}
+
+}  // namespace
+
+// In the order of reading and storing.
+const StampaQsl::Setting StampaQsl::kSettings[7] = {
+    {&StampaQsl::AltezzaEtichetta, &StampaQsl::VAltezzaEtichetta, "AltezzaEtichette", "Altezza"},
+    {&StampaQsl::LarghezzaEtichetta, &StampaQsl::VLarghezzaEtichetta, "LarghezzaEtichette",
+     "Larghezza"},
+    {&StampaQsl::SpazOrizzontale, &StampaQsl::VSpazOrizzontale, "SpaziaturaOrizzontale",
+     "Orizzontale"},
+    {&StampaQsl::SpazVerticale, &StampaQsl::VSpazVerticale, "SpaziaturaVerticale", "Verticale"},
+    {&StampaQsl::MargineSuperiore, &StampaQsl::VMargineSuperiore, "MargineSuperiore", "Superiore"},
+    {&StampaQsl::MargineSinistro, &StampaQsl::VMargineSinistro, "MargineSinistro", "Sinistro"},
+    {&StampaQsl::EtichXFila, &StampaQsl::VEtichXFila, "EtichettePerFila", "Etichette per fila"},
+};
+
+StampaQsl::StampaQsl(Session& session)
+    : Window(session.Host(), "StampaQsl", "Stampa Qsl", Twips(7800), Twips(7200)),
+      session_(session) {
+  DatiQso.SetCaption("Dati Qso");
+  DatiStazione.SetCaption("Dati stazione");
+  for (const Setting& setting : kSettings) {
+    Slider& slider = this->*setting.slider;
+    slider.SetCaption(setting.caption);
+    slider.OnChange = [this, &setting] { ShowValue(setting); };
+  }
+  CancelCommand = &CmExit;
+}
+
+void StampaQsl::Load() {
+  RestoreWindow(session_, *this, kSection);
+  for (const Setting& setting : kSettings) {
+    Slider& slider = this->*setting.slider;
+    const double stored = Val(session_.GetSetting(kSection, setting.key, ""));
+    slider.SetValue(stored > slider.Maximum() ? slider.Maximum() : static_cast<int>(stored));
+    ShowValue(setting);
+  }
+}
+
+void StampaQsl::Unload() { SaveWindow(session_, *this, kSection); }
+
+void StampaQsl::ShowValue(const Setting& setting) {
+  const Slider& slider = this->*setting.slider;
+  (this->*setting.value)
+      .SetText(&slider == &EtichXFila ? FormatNumber(slider.Value(), "##")
+                                      : FormatNumber(slider.Value() / 10.0, "###.0"));
+}
+
+void StampaQsl::cmUpdate() {
+  for (const Setting& setting : kSettings) {
+    session_.SaveSetting(kSection, setting.key, std::to_string((this->*setting.slider).Value()));
+  }
+}
+
+void StampaQsl::cmPrint() {
+  if (!DatiQso.IsOn() && !DatiStazione.IsOn()) {
+    session_.Messages().Show(MessageIcon::kNone, "", "Selezionare il tipo di stampa");
+    return;
+  }
+  const BusyPointer busy(Host());
+  PrintLabels();
+  session_.Machine.GetPrinter().EndDocument();
+}
+
+void StampaQsl::PrintLabels() {
+  const auto rows = session_.Db.OpenSnapshot(
+      "SELECT * FROM Log WHERE (QslDaInviare OR (QslRicevuta and not QslInviata))");
+  if (rows->EOF_()) return;
+  Printer& printer = session_.Machine.GetPrinter();
+  Table& user = *session_.TbUser;
+  const StationLabel station{FieldText(user, "Call"),      FieldText(user, "Qra"),
+                             FieldText(user, "Locator"),   FieldText(user, "Indirizzo"),
+                             FieldText(user, "Qth"),       FieldText(user, "Provincia")};
+  LabelGrid grid({FromTenths(AltezzaEtichetta), FromTenths(LarghezzaEtichetta),
+                  FromTenths(SpazOrizzontale), FromTenths(SpazVerticale),
+                  FromTenths(MargineSuperiore), FromTenths(MargineSinistro), EtichXFila.Value()});
+  const bool both = DatiQso.IsOn() && DatiStazione.IsOn();
+  bool stationsTurn = DatiStazione.IsOn();
+  while (!rows->EOF_()) {
+    if (stationsTurn) {
+      DrawStationLabel(printer, grid.X(), grid.Y(), station);
+    } else {
+      DrawQsoLabel(printer, grid.X(), grid.Y(), LabelOf(*rows));
+    }
+    grid.Next(printer);
+    if (!(both && stationsTurn)) rows->MoveNext();
+    if (both) stationsTurn = !stationsTurn;
+  }
+}
+
+}  // namespace brenvo
