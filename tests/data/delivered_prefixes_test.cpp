@@ -168,7 +168,7 @@ TEST(DeliveredPrefixes, CountriesWithoutARowAreThoseThatShareAPrefix) {
                               "(SELECT Country FROM Prefissi) ORDER BY Country"),
               testing::ElementsAre("3D2/R", "3Y/P", "BV9P", "CE0X", "CE0Z", "E5/N", "FO/C", "FT/G",
                                    "FT/J", "FT/Z", "KH7K", "KH8/S", "PY0S", "SV/A", "VK9L", "VK9X",
-                                   "VP2E", "VP2V", "VP6/D", "VP8/S"));
+                                   "VP2E", "VP2V", "VP6/D", "VP8/O", "VP8/S"));
 }
 
 }  // namespace

@@ -23,8 +23,11 @@ class CtyFile {
   // The entry of the whole call, else that of the longest prefix that the call begins with;
   // nothing when there is none. Countries of the European awards alone are their DXCC country.
   [[nodiscard]] std::optional<Answer> Find(std::string_view call) const;
+  [[nodiscard]] bool HasPrefix(std::string_view prefix) const { return prefixes_.contains(prefix); }
   // Whether the file has an entry for this very call.
   [[nodiscard]] bool Lists(std::string_view call) const { return calls_.contains(call); }
+  // All whole calls with their entries.
+  [[nodiscard]] const std::map<std::string, Answer, std::less<>>& Calls() const { return calls_; }
 
  private:
   void AddCountry(std::string_view record);

@@ -2,12 +2,12 @@
 
 #include <cstdio>
 #include <exception>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "tools/measure_prefixes/call_list.h"
 #include "tools/measure_prefixes/measure.h"
 
 namespace {
@@ -19,18 +19,6 @@ constexpr std::string_view usage =
     "ZONES]\n"
     "  --misses    also prints each wrong call, with our answer and the file's\n"
     "  --at-least  fails below these percentages\n";
-
-// One call a line; lines that begin with "#" are remarks.
-std::vector<std::string> ReadCalls(const char* file) {
-  std::ifstream in(file);
-  if (!in) throw std::runtime_error(std::string(file) + ": cannot be read");
-  std::vector<std::string> calls;
-  for (std::string line; std::getline(in, line);) {
-    while (!line.empty() && (line.back() == '\r' || line.back() == ' ')) line.pop_back();
-    if (!line.empty() && line.front() != '#') calls.push_back(line);
-  }
-  return calls;
-}
 
 double ParsePercent(const std::string& text) {
   std::size_t end = 0;
@@ -83,7 +71,7 @@ int Run(const std::vector<std::string_view>& arguments) {
     }
   }
   const Measurement result = Measure(PrefixTable::Load(arguments[0]), CtyFile::Read(arguments[2]),
-                                     ReadCalls(std::string(arguments[1]).c_str()));
+                                     ReadCalls(arguments[1]));
   Print(result);
   if (misses) {
     for (const Miss& miss : result.Misses) {
