@@ -96,13 +96,26 @@ class Statement {
   sqlite3_stmt* statement_ = nullptr;
 };
 
-template <typename Number>
-Number Parse(std::string_view cell) {
-  Number value{};
+[[noreturn]] void FailOnNumber(std::string_view cell) {
+  throw std::runtime_error("\"" + std::string(cell) + "\" is no number");
+}
+
+std::int64_t ParseWhole(std::string_view cell) {
+  std::int64_t value = 0;
   const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), value);
-  if (error != std::errc() || end != cell.data() + cell.size()) {
-    throw std::runtime_error("\"" + std::string(cell) + "\" is no number");
+  if (error != std::errc() || end != cell.data() + cell.size()) FailOnNumber(cell);
+  return value;
+}
+
+double ParseReal(const std::string& cell) {
+  std::size_t end = 0;
+  double value = 0;
+  try {
+    value = std::stod(cell, &end);
+  } catch (const std::logic_error&) {
+    FailOnNumber(cell);
   }
+  if (end != cell.size()) FailOnNumber(cell);
   return value;
 }
 
@@ -112,19 +125,19 @@ std::int64_t ParseYesNo(std::string_view cell) {
   throw std::runtime_error("\"" + std::string(cell) + "\" is neither si nor no");
 }
 
-void BindCell(Statement& insert, int place, std::string_view type, std::string_view cell) {
+void BindCell(Statement& insert, int place, std::string_view type, const std::string& cell) {
   if (type == "YESNO") {
     insert.Bind(place, ParseYesNo(cell));
   } else if (type == "TEXT") {
-    insert.Bind(place, cell);
+    insert.Bind(place, std::string_view(cell));
   } else if (type != "INTEGER" && type != "REAL") {
     throw std::runtime_error("no cells for a column of type " + std::string(type));
   } else if (cell.empty()) {
     insert.BindNull(place);
   } else if (type == "INTEGER") {
-    insert.Bind(place, Parse<std::int64_t>(cell));
+    insert.Bind(place, ParseWhole(cell));
   } else {
-    insert.Bind(place, Parse<double>(cell));
+    insert.Bind(place, ParseReal(cell));
   }
 }
 
