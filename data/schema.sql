@@ -91,9 +91,10 @@ CREATE INDEX "Log.Provincia" ON "Log" (
   "QslRicevuta"
 );
 
--- Staging of awards and reports: the columns of Log in the same order.
+-- Staging of awards and reports: the columns of Log in the same order. Without a key of its own
+-- its rows stand in the order in which they were put in.
 CREATE TABLE "SLog" (
-  "QsoNr" INTEGER PRIMARY KEY,
+  "QsoNr" INTEGER,
   "DataQso" DATETIME,
   "Call" TEXT,
   "Manager" TEXT,

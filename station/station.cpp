@@ -1,6 +1,9 @@
 #include "station/station.h"
 
 #include "log/log_form.h"
+#include "print/qsl_update.h"
+#include "print/reports.h"
+#include "print/stampa_qsl.h"
 
 namespace brenvo {
 namespace {
@@ -10,9 +13,17 @@ void Know(Session& session, const char* name) {
   session.Windows.Register(name, [&session] { return std::make_unique<Form>(session); });
 }
 
-void KnowWindows(Session& session) { Know<LogForm>(session, "LogForm"); }
+void KnowWindows(Session& session) {
+  Know<LogForm>(session, "LogForm");
+  Know<StampaQsl>(session, "StampaQsl");
+}
 
-void HangInActions(Session&, MainFrame&) {}
+void HangInActions(Session& session, MainFrame& frame) {
+  frame.SetAction("cmQslAggiorna", [&session] { UpdateLogForQsl(session); });
+  for (const ReportMember& member : ReportMembers()) {
+    frame.SetAction(member.command, [&session, &member] { PrintReport(session, member); });
+  }
+}
 
 }  // namespace
 

@@ -1,0 +1,144 @@
+#include "print/report_engine.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/text.h"
+
+namespace brenvo {
+namespace {
+
+constexpr double kMmPerPoint = 25.4 / 72;
+constexpr double kLineSpacing = 1.35;  // of the font's height
+constexpr double kCellGap = 1;         // millimetres between a text and its column's edge
+constexpr std::int64_t kRowsBetweenSteps = 50;
+
+Mm LineHeight(double points) { return Mm(points * kMmPerPoint * kLineSpacing); }
+
+Mm HeadHeight(const ReportLayout& layout) {
+  return LineHeight(layout.titlePoints) + LineHeight(layout.rowPoints) +
+         LineHeight(layout.headingPoints) + Mm(2);
+}
+
+std::string Fill(std::string text, const ReportTexts& texts) {
+  for (const auto& [name, value] : texts) {
+    const std::string token = "{" + name + "}";
+    for (std::size_t at = text.find(token); at != std::string::npos;
+         at = text.find(token, at + value.size())) {
+      text.replace(at, token.size(), value);
+    }
+  }
+  return text;
+}
+
+class Sheet {
+ public:
+  Sheet(const ReportLayout& layout, ReportTexts texts, Printer& printer)
+      : layout_(layout), texts_(std::move(texts)), printer_(printer) {}
+
+  void BeginPage() {
+    if (++page_ > 1) printer_.NewPage();
+    texts_["pagina"] = std::to_string(page_);
+    const Mm left = layout_.margin;
+    const Mm right = printer_.PageWidth() - layout_.margin;
+    y_ = layout_.margin;
+    printer_.SetFont(layout_.font, layout_.titlePoints, true);
+    printer_.Text(left, y_, Fill(layout_.title, texts_));
+    y_ += LineHeight(layout_.titlePoints);
+    printer_.SetFont("", layout_.rowPoints, false);
+    printer_.Text(left, y_, Fill(layout_.header, texts_));
+    const Mm foot = printer_.PageHeight() - layout_.margin - LineHeight(layout_.rowPoints);
+    printer_.Line(left, foot, right, foot);
+    printer_.Text(left, foot + Mm(0.5), Fill(layout_.footer, texts_));
+    printer_.TextRight(right, foot + Mm(0.5),
+                       "Pagina " + texts_["pagina"] + " di " + texts_["pagine"]);
+    y_ += LineHeight(layout_.rowPoints);
+    printer_.SetFont("", layout_.headingPoints, true);
+    Row([](const ReportColumn& column) { return column.heading; });
+    y_ += LineHeight(layout_.headingPoints);
+    printer_.Line(left, y_, right, y_);
+    y_ += Mm(2) - Mm(0.5);
+    printer_.SetFont("", layout_.rowPoints, false);
+  }
+
+  void Print(Recordset& row) {
+    Row([&](const ReportColumn& column) {
+      return FormatReportCell(row.Field(column.column), column.format);
+    });
+    y_ += LineHeight(layout_.rowPoints);
+  }
+
+ private:
+  void Row(const std::function<std::string(const ReportColumn&)>& text) {
+    Mm x = layout_.margin;
+    for (const ReportColumn& column : layout_.columns) {
+      Cell(x, column, text(column));
+      x += column.width;
+    }
+  }
+
+  void Cell(Mm x, const ReportColumn& column, std::string text) {
+    if (text.empty()) return;
+    const Mm room = column.width - Mm(kCellGap);
+    if (printer_.TextWidth(text) > room) {
+      std::size_t length = Len(text);
+      while (length > 0 && printer_.TextWidth(Left(text, length) + "...") > room) --length;
+      text = Left(text, length) + "...";
+    }
+    switch (column.alignment) {
+      case ReportAlignment::kLeft: printer_.Text(x, y_, text); break;
+      case ReportAlignment::kRight: printer_.TextRight(x + room, y_, text); break;
+      case ReportAlignment::kCentre:
+        printer_.Text(x + (room - printer_.TextWidth(text)) / 2, y_, text);
+        break;
+    }
+  }
+
+  const ReportLayout& layout_;
+  ReportTexts texts_;
+  Printer& printer_;
+  Mm y_;
+  int page_ = 0;
+};
+
+void CheckColumns(const ReportLayout& layout, Recordset& rows) {
+  for (const ReportColumn& column : layout.columns) {
+    const auto& names = rows.Columns();
+    const bool known = std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+      return Upper(name) == Upper(column.column);
+    });
+    if (!known) throw LayoutError("Il formato di stampa nomina la colonna sconosciuta " + column.column);
+  }
+}
+
+}  // namespace
+
+int RowsPerPage(const ReportLayout& layout, Mm pageHeight) {
+  const Mm room = pageHeight - layout.margin * 2 - HeadHeight(layout) -
+                  LineHeight(layout.rowPoints) - Mm(1);
+  return std::max(1, static_cast<int>(room.Value() / LineHeight(layout.rowPoints).Value()));
+}
+
+void PrintRows(Database& database, const ReportLayout& layout, const ReportTexts& texts,
+               Printer& printer, const std::function<bool(std::int64_t)>& advance) {
+  const auto rows = database.OpenDynaset(
+      "SELECT * FROM SLog" + (layout.order.empty() ? std::string() : " ORDER BY " + layout.order));
+  CheckColumns(layout, *rows);
+  printer.SetLandscape(layout.landscape);
+  const std::int64_t total = rows->TotalRows();
+  const int perPage = RowsPerPage(layout, printer.PageHeight());
+  ReportTexts all = texts;
+  all["contatti"] = std::to_string(total);
+  all["pagine"] = std::to_string(std::max<std::int64_t>(1, (total + perPage - 1) / perPage));
+  Sheet sheet(layout, std::move(all), printer);
+  sheet.BeginPage();
+  std::int64_t done = 0;
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    if (done > 0 && done % perPage == 0) sheet.BeginPage();
+    sheet.Print(*rows);
+    if (++done % kRowsBetweenSteps == 0 && !advance(done)) break;
+  }
+  printer.EndDocument();
+}
+
+}  // namespace brenvo

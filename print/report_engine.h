@@ -1,0 +1,28 @@
+// Prints rows by a layout.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+
+#include "engine/database.h"
+#include "platform/printer.h"
+#include "print/report_layout.h"
+
+namespace brenvo {
+
+// The texts of {call} and its like; {pagina} and {pagine} are the engine's own.
+using ReportTexts = std::map<std::string, std::string, std::less<>>;
+
+// Prints the staging table and ends the document. Rows are fetched one at a time; columns and
+// headings repeat on every page; a text wider than its column ends in "...". An empty table prints
+// one page without rows. `advance` is told the rows done and stops the report by false: what is
+// printed till then is ended. LayoutError names a column that the table does not have.
+void PrintRows(Database& database, const ReportLayout& layout, const ReportTexts& texts,
+               Printer& printer, const std::function<bool(std::int64_t)>& advance);
+
+// How many rows a page holds.
+int RowsPerPage(const ReportLayout& layout, Mm pageHeight);
+
+}  // namespace brenvo

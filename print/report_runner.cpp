@@ -1,0 +1,25 @@
+#include "print/report_runner.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "core/modules.h"
+#include "print/report_engine.h"
+
+namespace brenvo {
+
+void RunReport(Session& session, const std::filesystem::path& layout) {
+  std::ifstream file(layout, std::ios::binary);
+  if (!file) throw std::runtime_error("Manca il formato di stampa " + layout.filename().string());
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  const ReportLayout parsed = ParseReportLayout(text);
+  const ReportTexts texts = {{"call", FieldText(*session.TbUser, "Call")},
+                             {"qra", FieldText(*session.TbUser, "Qra")},
+                             {"data", DateText(session.Now())}};
+  const auto total = session.Db.OpenSnapshot("SELECT Count(*) AS Totale FROM SLog");
+  const auto progress = session.Machine.ShowProgress("Stampa", total->Field(0).Integer());
+  PrintRows(session.Db, parsed, texts, session.Machine.GetPrinter(),
+            [&](std::int64_t done) { return progress->Advance(done); });
+}
+
+}  // namespace brenvo

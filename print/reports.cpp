@@ -1,0 +1,125 @@
+#include "print/reports.h"
+
+#include "base/text.h"
+#include "core/modules.h"
+#include "core/session.h"
+#include "forms/command.h"
+
+namespace brenvo {
+namespace {
+
+// What stands between the column's name and the word in "Note LIKE '*word*'".
+constexpr std::size_t kBeforeNoteWord = 12;
+
+struct Selection {
+  std::string where;
+  std::string_view layout;
+};
+
+// False when the operator cancels, or there is no dialog to ask him with.
+bool AskSelection(Session& session, std::string_view word, Selection& selection) {
+  Window* dialog = session.Windows.LoadSingle("StatSel");
+  if (dialog == nullptr) return false;
+  dialog->Tag = word;
+  for (std::string_view name : {"cmVerticale", "cmOrizzontale"}) {
+    if (Command* button = dialog->FindCommand(name)) button->SetVisible(true);
+  }
+  session.Windows.ShowModal(*dialog);
+  const bool confirmed = dialog->Loaded() && dialog->Tag != "Cancel";
+  selection.where = dialog->Tag;
+  const Command* vertical = dialog->FindCommand("cmVerticale");
+  selection.layout = vertical != nullptr && vertical->Down() ? "\\logv.rpt" : "\\logo.rpt";
+  session.Windows.Unload(*dialog);
+  return confirmed;
+}
+
+void FillSLog(Session& session, std::string_view where, std::string_view order) {
+  session.Db.Execute("DELETE FROM SLog");
+  session.Db.Execute("INSERT INTO SLog SELECT * FROM Log " + std::string(where) +
+                     std::string(order));
+}
+
+// Of rows with one key the first stays. Prefixes are stored padded and trimmed: blanks at the end
+// are no part of a key.
+void Thin(Session& session, std::string_view select, std::string_view column, int length) {
+  const auto rows = session.Db.OpenDynaset(select);
+  std::string previous;
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    std::string key = FieldText(*rows, column);
+    if (length > 0) key = Left(key, static_cast<std::size_t>(length));
+    key = RTrim(key);
+    if (key == previous) {
+      rows->Delete();
+    } else {
+      previous = key;
+    }
+  }
+}
+
+// Leaves of each note the piece from the word up to the "]"; a note without one goes.
+void CutNotes(Session& session, std::string_view word) {
+  const auto rows = session.Db.OpenDynaset("SELECT Note,QslRicevuta FROM SLog");
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    const std::string note = FieldText(*rows, "Note");
+    const std::size_t at = InStr(Upper(note), Upper(word));
+    const std::string rest = at == 0 ? std::string() : Mid(note, at);
+    const std::size_t bracket = InStr(rest, "]");
+    if (bracket == 0) {
+      rows->Delete();
+      continue;
+    }
+    rows->Edit();
+    rows->Set("Note", Left(rest, bracket - 1));
+    rows->Update();
+  }
+}
+
+}  // namespace
+
+const std::vector<ReportMember>& ReportMembers() {
+  static const std::vector<ReportMember> kMembers = {
+      {"cmPLog", "PLOG", "", " ORDER BY DataQso", ""},
+      // The word is that of the zone report.
+      {"cmPSquare", "ZONE", "Locator<>''", " ORDER BY Locator", "Locator", 4},
+      {"cmPPrefissi", "PREFISSO", "Prefisso<>''", " ORDER BY Prefisso", "Prefisso"},
+      {"cmPContinenti", "CONTINENTE", "Continente<>''", " ORDER BY Continente", "Continente"},
+      {"cmPZone", "ZONE", "[Zona CQ]<>0", " ORDER BY [Zona CQ]", "Zona CQ"},
+      {"cmPCountry", "COUNTRY", "Country<>''", " ORDER BY Country,QslRicevuta", "Country"},
+      {"cmPProvincie", "PROVINCIE", "Provincia<>''", " ORDER BY Provincia", "Provincia"},
+      {"cmPNote", "NOTE", "", " ORDER BY Note", "Note"},
+  };
+  return kMembers;
+}
+
+std::string AddCondition(std::string_view where, std::string_view condition) {
+  if (condition.empty()) return std::string(where);
+  return (where.empty() ? std::string("WHERE ") : std::string(where) + " AND ") +
+         std::string(condition);
+}
+
+std::string NoteWord(std::string_view where) {
+  const std::size_t at = InStr(where, "Note");
+  if (at == 0) return {};
+  const std::string word = Mid(where, at + kBeforeNoteWord);
+  const std::size_t end = InStr(word, "*");
+  return end == 0 ? word : Left(word, end - 1);
+}
+
+void PrintReport(Session& session, const ReportMember& member) {
+  Selection selection;
+  if (!AskSelection(session, member.word, selection)) return;
+  const BusyPointer busy(session.Host());
+  if (member.command == "cmPLog") session.QueryText = selection.where;
+  FillSLog(session, AddCondition(selection.where, member.extra), member.insertOrder);
+  if (member.command == "cmPNote") CutNotes(session, NoteWord(selection.where));
+  if (!member.key.empty()) {
+    const std::string columns = member.command == "cmPNote" ? "Note,QslRicevuta" : "*";
+    const std::string key =
+        InStr(member.key, " ") > 0 ? "[" + std::string(member.key) + "]" : std::string(member.key);
+    Thin(session, "SELECT " + columns + " FROM SLog ORDER BY " + key + ",QslRicevuta", member.key,
+         member.keyLength);
+  }
+  session.Machine.Reports().Print(session.File(selection.layout));
+}
+
+}  // namespace brenvo

@@ -1,0 +1,111 @@
+#include "print/qsl_labels.h"
+
+#include <gtest/gtest.h>
+
+#include "recorder/recording_platform.h"
+
+namespace brenvo {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+QsoLabel Contact() {
+  return {"IK3ABC", "59", "  2 m", "SSB", "", DateTime::Of(2001, 2, 3, 4, 5, 6), 144.3, false};
+}
+
+TEST(QslLabels, TheStationLabelIsSixTexts) {
+  RecordingPlatform machine;
+  DrawStationLabel(machine.GetPrinter(), Mm(10), Mm(20),
+                   {"I0XXX", "MARIO", "JN61FV", "Via Roma 1", "Roma", "RM"});
+  EXPECT_EQ(machine.TakeLines(),
+            (Texts{"print text 11 22 left \"Times New Roman\" 9 bold \"From Radio\"",
+                   "print text 28 21 left \"Times New Roman\" 12 bold \"I0XXX\"",
+                   "print text 52 21 left \"Times New Roman\" 9 plain \"MARIO\"",
+                   "print text 28 26 left \"Times New Roman\" 9 plain \"JN61FV\"",
+                   "print text 52 24.5 left \"Times New Roman\" 9 plain \"Via Roma 1\"",
+                   "print text 52 28 left \"Times New Roman\" 9 plain \"Roma RM\""}));
+}
+
+TEST(QslLabels, TheContactLabelDrawsItsFormAndKeepsTheFontInUse) {
+  RecordingPlatform machine;
+  DrawQsoLabel(machine.GetPrinter(), Mm(0), Mm(0), Contact());
+  EXPECT_EQ(machine.TakeLines(),
+            (Texts{"print text 1 2 left \"Arial\" 10 bold \"To Radio\"",
+                   "print text 1 8 left \"Arial\" 12 bold \"IK3ABC\"",
+                   "print box 37 2 78.5 22 empty",
+                   "print line 37 12 78.5 12",
+                   "print line 51.5 2 51.5 22",
+                   "print line 64 2 64 22",
+                   "print line 51.5 2 51.5 22",
+                   "print text 38 2.5 left \"Arial\" 8 bold \"Date\"",
+                   "print text 52.5 2.5 left \"Arial\" 8 bold \"Qtr\"",
+                   "print text 65 2.5 left \"Arial\" 8 bold \"RST\"",
+                   "print text 38 12.5 left \"Arial\" 8 bold \"Mc/s\"",
+                   "print text 52.5 12.5 left \"Arial\" 8 bold \"Band\"",
+                   "print text 65 12.5 left \"Arial\" 8 bold \"2x\"",
+                   "print text 38 8 left \"Arial\" 8 plain \"03/02/2001\"",
+                   "print text 52.5 8 left \"Arial\" 8 plain \"04:05\"",
+                   "print text 65 8 left \"Arial\" 8 plain \"59\"",
+                   "print text 38 18 left \"Arial\" 8 plain \"144.300\"",
+                   "print text 52.5 18 left \"Arial\" 8 plain \"  2 m\"",
+                   "print text 65 18 left \"Arial\" 8 plain \"SSB\"",
+                   "print text 1 18 left \"Arial\" 8 bold \"QSL PSE\""}));
+  DrawQsoLabel(machine.GetPrinter(), Mm(0), Mm(0), Contact());
+  EXPECT_EQ(machine.TakeLines().front(), "print text 1 2 left \"Arial\" 8 bold \"To Radio\"");
+}
+
+TEST(QslLabels, ACardReceivedIsThankedFor) {
+  RecordingPlatform machine;
+  QsoLabel contact = Contact();
+  contact.QslRicevuta = true;
+  DrawQsoLabel(machine.GetPrinter(), Mm(0), Mm(0), contact);
+  EXPECT_EQ(machine.TakeLines().back(), "print text 1 18 left \"Arial\" 8 bold \"QSL Tnx\"");
+}
+
+struct NoteCase {
+  const char* note;
+  const char* band;
+  const char* mode;
+};
+
+TEST(QslLabels, SatelliteTextsComeOutOfTheNote) {
+  const NoteCase cases[] = {{"[70cm/AO-7/2m]", "70cm", "2m"},
+                            {"", "  2 m", "Satellite"},
+                            {"AO-7/B/U", "  2 m", "Satellite"},   // no bracket
+                            {"[AO-7]", "  2 m", "Satellite"},     // no slash
+                            {"[AO-7/U]", "  2 m", "Satellite"},   // one slash
+                            {"[/B/U]", "  2 m", "Satellite"},     // an empty first text
+                            {"x[a/b/c]", "[a", "c"},              // cut from the second character
+                            {"[a/b/c", "a", ""},                  // the last character always goes
+                            {"[a/b/", "a", ""},
+                            {"[a/b/c/d]", "a", "c/d"}};
+  for (const NoteCase& c : cases) {
+    QsoLabel contact = Contact();
+    contact.Modo = "Satellite";
+    contact.Note = c.note;
+    const auto [band, mode] = BandAndMode(contact);
+    EXPECT_EQ(band, c.band) << c.note;
+    EXPECT_EQ(mode, c.mode) << c.note;
+  }
+  QsoLabel other = Contact();
+  other.Note = "[70cm/AO-7/2m]";
+  EXPECT_EQ(BandAndMode(other).first, "  2 m");
+}
+
+TEST(QslLabels, ARowThatBeginsInsideThePageIsPrinted) {
+  RecordingPlatform machine;
+  LabelGrid grid({Mm(99), Mm(80), Mm(5), Mm(0), Mm(0), Mm(7), 2});
+  const std::pair<double, double> places[] = {{7, 0},   {92, 0},   {7, 99},  {92, 99},
+                                              {7, 198}, {92, 198}, {7, 297}, {92, 297}};
+  for (const auto& [x, y] : places) {
+    EXPECT_EQ(grid.X(), Mm(x));
+    EXPECT_EQ(grid.Y(), Mm(y));  // 297 is exactly the page's height: still on this page
+    EXPECT_TRUE(machine.TakeLines().empty());
+    grid.Next(machine.GetPrinter());
+  }
+  EXPECT_EQ(machine.TakeLines(), Texts{"print newpage"});
+  EXPECT_EQ(grid.Y(), Mm(0));
+}
+
+}  // namespace
+}  // namespace brenvo
