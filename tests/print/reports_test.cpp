@@ -1,0 +1,297 @@
+#include "print/reports.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "forms/command.h"
+#include "print/report_engine.h"
+#include "print/report_layout.h"
+#include "tests/support/station.h"
+
+namespace brenvo {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+// Stands for the selection dialog: answers what the test has told it to.
+class Selection : public Window {
+ public:
+  explicit Selection(Session& session)
+      : Window(session.Host(), "StatSel", "Selezione statistiche", Twips(100), Twips(100)) {
+    CmVerticale.Toggle = CmOrizzontale.Toggle = true;
+    CmVerticale.SetVisible(false);
+    CmOrizzontale.SetVisible(false);
+  }
+  Command CmVerticale{*this, "cmVerticale", ""};
+  Command CmOrizzontale{*this, "cmOrizzontale", ""};
+};
+
+class ReportsTest : public StationTest {
+ protected:
+  ReportsTest() {
+    Know<Selection>("StatSel");
+    for (const char* layout : {"logv.rpt", "logo.rpt"}) {
+      std::filesystem::copy_file(std::filesystem::path(SOURCE_DIR) / "data" / layout,
+                                 directory.Path() / layout);
+    }
+    machine.Host().InModal = [this](Window& window) {
+      auto& dialog = static_cast<Selection&>(window);
+      asked = dialog.Tag;
+      EXPECT_TRUE(dialog.CmVerticale.Visible());
+      EXPECT_TRUE(dialog.CmOrizzontale.Visible());
+      dialog.CmVerticale.SetDown(vertical);
+      dialog.Tag = answer;
+      dialog.Hide();
+    };
+  }
+  // Runs a report on the answer and gives what SLog then holds.
+  Texts Report(std::string_view command, std::string_view where, std::string_view columns) {
+    answer = where;
+    for (const ReportMember& member : ReportMembers()) {
+      if (member.command == command) Event([&] { PrintReport(session, member); });
+    }
+    return Rows("select " + std::string(columns) + " from SLog");
+  }
+  void Log(std::string_view columns, std::string_view values) {
+    session.Db.Execute("insert into Log (DataQso," + std::string(columns) + ") values ('0" +
+                       std::to_string(++day) + "/01/2001 10:00'," + std::string(values) + ")");
+  }
+  int day = 0;
+  bool vertical = true;
+  std::string asked, answer;
+};
+
+TEST_F(ReportsTest, EachReportGivesItsOwnWord) {
+  const std::pair<const char*, const char*> words[] = {
+      {"cmPLog", "PLOG"},           {"cmPSquare", "ZONE"},  {"cmPPrefissi", "PREFISSO"},
+      {"cmPContinenti", "CONTINENTE"}, {"cmPZone", "ZONE"}, {"cmPCountry", "COUNTRY"},
+      {"cmPProvincie", "PROVINCIE"}, {"cmPNote", "NOTE"}};
+  ASSERT_EQ(ReportMembers().size(), std::size(words));
+  for (const auto& [command, word] : words) {
+    Report(command, "Cancel", "Call");
+    EXPECT_EQ(asked, word) << command;
+  }
+}
+
+TEST_F(ReportsTest, ACancelledSelectionLeavesTheStagingTable) {
+  session.Db.Execute("insert into SLog (Call) values ('OLD')");
+  EXPECT_EQ(Report("cmPLog", "Cancel", "Call"), Texts{"OLD"});
+  EXPECT_TRUE(Lines().empty());
+  EXPECT_EQ(session.Windows.Find("StatSel"), nullptr);
+}
+
+TEST_F(ReportsTest, TheLogReportTakesTheWholeSelectionByDate) {
+  Log("Call,Banda", "'B','  2 m'");
+  Log("Call,Banda", "'A','  2 m'");
+  Log("Call,Banda", "'C',' 70cm'");
+  session.Db.Execute("update Log set DataQso='01/01/1999' where Call='A'");
+  EXPECT_EQ(Report("cmPLog", "WHERE Banda='  2 m'", "Call"), (Texts{"A", "B"}));
+  EXPECT_EQ(session.QueryText, "WHERE Banda='  2 m'");
+  EXPECT_EQ(Lines(), Texts{"report \"logv.rpt\""});
+  vertical = false;
+  EXPECT_EQ(Report("cmPLog", "", "Call").size(), 3u);
+  EXPECT_EQ(Lines(), Texts{"report \"logo.rpt\""});
+}
+
+TEST_F(ReportsTest, AnEmptyResultPrintsAnEmptyReport) {
+  EXPECT_TRUE(Report("cmPLog", "", "Call").empty());
+  EXPECT_EQ(Lines(), Texts{"report \"logv.rpt\""});
+}
+
+TEST_F(ReportsTest, OneContactStaysForEachCountryAndAConfirmedOneIsPreferred) {
+  Log("Call,Country,QslRicevuta", "'A','I',False");
+  Log("Call,Country,QslRicevuta", "'B','I',True");
+  Log("Call,Country,QslRicevuta", "'C','F',False");
+  Log("Call", "'D'");
+  EXPECT_EQ(Report("cmPCountry", "", "Call,Country"), (Texts{"C|F", "B|I"}));
+}
+
+TEST_F(ReportsTest, TheSquareReportKeepsTheFirstByFullLocator) {
+  Log("Call,Locator,QslRicevuta", "'A','JN65AA',False");
+  Log("Call,Locator,QslRicevuta", "'B','JN65BB',True");
+  Log("Call,Locator,QslRicevuta", "'C','JN66AA',False");
+  EXPECT_EQ(Report("cmPSquare", "", "Call"), (Texts{"A", "C"}));
+}
+
+TEST_F(ReportsTest, ContactsWithoutAContinentNeverReachTheContinentReport) {
+  Log("Call,Continente", "'A',''");
+  Log("Call", "'B'");
+  Log("Call,Continente", "'C','EU'");
+  Log("Call,Continente", "'D','EU'");
+  EXPECT_EQ(Report("cmPContinenti", "", "Call"), Texts{"C"});
+}
+
+TEST_F(ReportsTest, TheFirstRowOfTheZoneReportIsNeverDeleted) {
+  Log("Call,[Zona CQ]", "'A',14");
+  Log("Call,[Zona CQ]", "'B',15");
+  Log("Call,[Zona CQ]", "'C',15");
+  Log("Call,[Zona CQ]", "'D',0");
+  EXPECT_EQ(Report("cmPZone", "", "Call"), (Texts{"A", "B"}));
+}
+
+TEST_F(ReportsTest, APaddedAndATrimmedPrefixAreOne) {
+  Log("Call,Prefisso", "'A','IK3'");
+  Log("Call,Prefisso", "'B','IK3  '");
+  Log("Call,Prefisso", "'C','IK4'");
+  EXPECT_EQ(Report("cmPPrefissi", "", "Call").size(), 2u);
+}
+
+TEST_F(ReportsTest, TheProvinceReportCountsProvinces) {
+  Log("Call,Country,Provincia", "'A','I','MI'");
+  Log("Call,Country,Provincia", "'B','I','VE'");
+  Log("Call,Country,Provincia", "'C','I','MI'");
+  EXPECT_EQ(Report("cmPProvincie", "WHERE (Country='I' OR Country='IS0')", "Provincia"),
+            (Texts{"MI", "VE"}));
+}
+
+TEST_F(ReportsTest, ANoteIsCutToTheWordAndWhatFollowsInItsBrackets) {
+  Log("Call,Note", "'A','bello [IOTA EU-025] grazie'");
+  Log("Call,Note", "'B','[IOTA EU-024]'");
+  Log("Call,Note", "'C','[IOTA EU-025]'");
+  Log("Call,Note", "'D','IOTA senza parentesi'");
+  EXPECT_EQ(Report("cmPNote", "WHERE Note LIKE '*IOTA*'", "Note"),
+            (Texts{"IOTA EU-025", "IOTA EU-024"}));
+}
+
+TEST_F(ReportsTest, ConditionsJoinByAndOnlyBehindASelection) {
+  EXPECT_EQ(AddCondition("", "Continente<>''"), "WHERE Continente<>''");
+  EXPECT_EQ(AddCondition("WHERE Banda='  2 m'", "Continente<>''"),
+            "WHERE Banda='  2 m' AND Continente<>''");
+  EXPECT_EQ(AddCondition("WHERE Banda='  2 m'", ""), "WHERE Banda='  2 m'");
+  EXPECT_EQ(NoteWord("WHERE Banda='  2 m' AND Note LIKE '*IOTA*'"), "IOTA");
+  EXPECT_EQ(NoteWord("WHERE Banda='  2 m'"), "");
+}
+
+class ReportEngineTest : public ReportsTest {
+ protected:
+  static ReportLayout Layout() {
+    return ParseReportLayout("titolo = Log di {call}\nintestazione = {data}\npiede = fine\n"
+                             "carattere = Courier New, 10, 10, 12\nmargine = 10\n"
+                             "colonna = Data; DataQso; 25; sinistra; data\n"
+                             "colonna = Call; Call; 30; centro\n"
+                             "colonna = Km; Qrb; 20; destra; ####\n");
+  }
+  void Fill(int rows) {
+    for (int i = 0; i < rows; ++i) {
+      session.Db.Execute("insert into SLog (DataQso,Call,Qrb) values ('05/01/2001','C" +
+                         std::to_string(i) + "'," + std::to_string(i) + ")");
+    }
+  }
+};
+
+TEST_F(ReportEngineTest, APageHasHeadHeadingsRowsAndFoot) {
+  Fill(1);
+  PrintRows(session.Db, Layout(), {{"call", "I0XXX"}, {"data", "03/02/2001"}},
+            machine.GetPrinter(), [](std::int64_t) { return true; });
+  const Texts lines = Lines();
+  ASSERT_EQ(lines.size(), 13u);
+  EXPECT_EQ(lines[0], "print text 10 10 left \"Courier New\" 12 bold \"Log di I0XXX\"");
+  EXPECT_TRUE(lines[1].ends_with("plain \"03/02/2001\"")) << lines[1];
+  EXPECT_TRUE(lines[3].ends_with("\"fine\"")) << lines[3];
+  EXPECT_TRUE(lines[4].ends_with("\"Pagina 1 di 1\"")) << lines[4];
+  EXPECT_TRUE(lines[5].ends_with("bold \"Data\"")) << lines[5];
+  EXPECT_TRUE(lines[9].ends_with("plain \"05/01/2001\"")) << lines[9];
+  EXPECT_TRUE(lines[11].find(" right ") != std::string::npos) << lines[11];
+  EXPECT_EQ(lines[12], "print end");
+}
+
+TEST_F(ReportEngineTest, HeadingsRepeatOnEveryPageAndPagesAreCounted) {
+  const int perPage = RowsPerPage(Layout(), Mm(297));
+  Fill(perPage * 2 + 1);
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+  int headings = 0, pages = 0, lastPage = 0;
+  for (const std::string& line : Lines()) {
+    headings += line.ends_with("bold \"Call\"");
+    pages += line == "print newpage";
+    lastPage += line.ends_with("\"Pagina 3 di 3\"");
+  }
+  EXPECT_EQ(headings, 3);
+  EXPECT_EQ(pages, 2);
+  EXPECT_EQ(lastPage, 1);
+}
+
+TEST_F(ReportEngineTest, NothingIsPrintedIntoTheFoot) {
+  Fill(RowsPerPage(Layout(), Mm(297)));
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+  const Texts lines = Lines();
+  std::vector<double> heights;
+  double foot = 0;
+  for (const std::string& line : lines) {
+    double x = 0, y = 0;
+    if (std::sscanf(line.c_str(), "print text %lf %lf", &x, &y) != 2) continue;
+    if (line.ends_with("\"fine\"")) foot = y;
+    heights.push_back(y);
+  }
+  ASSERT_GT(foot, 0);
+  for (double y : heights) EXPECT_TRUE(y == foot || y + 10 * 25.4 / 72 < foot) << y;
+}
+
+TEST_F(ReportEngineTest, ATextWiderThanItsColumnIsCut) {
+  session.Db.Execute("insert into SLog (Call) values ('WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW')");
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+  bool cut = false;
+  for (const std::string& line : Lines()) cut = cut || line.ends_with("WW...\"");
+  EXPECT_TRUE(cut);
+}
+
+TEST_F(ReportEngineTest, AnEmptyTableIsOnePageWithoutRows) {
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+  const Texts lines = Lines();
+  EXPECT_TRUE(lines[4].ends_with("\"Pagina 1 di 1\""));
+  EXPECT_EQ(lines.back(), "print end");
+}
+
+TEST_F(ReportEngineTest, TheOperatorCanStopIt) {
+  Fill(200);
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(),
+            [](std::int64_t done) { return done < 100; });
+  const Texts lines = Lines();
+  EXPECT_EQ(lines.back(), "print end");
+  EXPECT_TRUE(std::none_of(lines.begin(), lines.end(),
+                           [](const std::string& line) { return line.ends_with("\"C150\""); }));
+}
+
+TEST_F(ReportEngineTest, AColumnThatTheTableLacksIsNamed) {
+  const ReportLayout layout = ParseReportLayout("colonna = X; Nulla; 10; sinistra");
+  try {
+    PrintRows(session.Db, layout, {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+    FAIL();
+  } catch (const LayoutError& failure) {
+    EXPECT_NE(std::string(failure.what()).find("Nulla"), std::string::npos);
+  }
+}
+
+TEST(ReportLayout, ALineThatMakesNoSenseIsNamed) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"titolo = x", "non ha colonne"},
+      {"colonna = a; b; 10", "Riga 1"},
+      {"\n# nota\ncolonna = a; b; zero; sinistra", "Riga 3"},
+      {"colonna = a; b; 10; storta", "storta"},
+      {"orientamento = obliquo", "orientamento"},
+      {"nulla", "="},
+      {"nome = x", "nome"},
+      {"margine = -1", "misura"}};
+  for (const auto& [text, piece] : cases) {
+    try {
+      ParseReportLayout(text);
+      ADD_FAILURE() << text;
+    } catch (const LayoutError& failure) {
+      EXPECT_NE(std::string(failure.what()).find(piece), std::string::npos) << failure.what();
+    }
+  }
+}
+
+TEST(ReportLayout, CellsFollowTheirFormats) {
+  const DateTime when = DateTime::Of(2001, 2, 3, 4, 5, 6);
+  EXPECT_EQ(FormatReportCell(when, "data"), "03/02/2001");
+  EXPECT_EQ(FormatReportCell(when, "ora"), "04:05");
+  EXPECT_EQ(FormatReportCell(when, "data e ora"), "03/02/2001 04:05");
+  EXPECT_EQ(FormatReportCell(true, "si/no"), "Sì");
+  EXPECT_EQ(FormatReportCell(false, "si/no"), "");
+  EXPECT_EQ(FormatReportCell(144.3, "#####.000"), "144.300");
+  EXPECT_EQ(FormatReportCell("IK3ABC", ""), "IK3ABC");
+  EXPECT_EQ(FormatReportCell(Value(), "data"), "");
+}
+
+}  // namespace
+}  // namespace brenvo
