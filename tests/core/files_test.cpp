@@ -1,0 +1,37 @@
+#include "core/files.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace brenvo {
+namespace {
+
+TEST(Files, AStrokeInACallBecomesADash) {
+  EXPECT_EQ(SafeFileName("IK3ABC/P.txt"), "IK3ABC-P.txt");
+  EXPECT_EQ(SafeFileName("a\\b:c*d?e\"f<g>h|i"), "a-b-c-d-e-f-g-h-i");
+  EXPECT_EQ(SafeFileName("Località.txt"), "Località.txt");
+}
+
+TEST(Files, NoNameLeavesTheDirectory) {
+  for (const char* name : {"..", ".", "", "../x", "\\..\\x", "/etc/passwd", "C:\\x", "..."}) {
+    const auto file = FileIn("/tmp/brenvo-no-such-directory", name);
+    EXPECT_EQ(file.parent_path(), "/tmp/brenvo-no-such-directory") << name;
+    EXPECT_NE(file.filename(), "..") << name;
+    EXPECT_NE(file.filename(), ".") << name;
+  }
+}
+
+TEST(Files, AnExistingFileIsFoundWhateverTheCase) {
+  std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-files-XXXXXX").string();
+  const std::filesystem::path directory = mkdtemp(pattern.data());
+  std::ofstream(directory / "BRENVO.mdb") << "x";
+  EXPECT_EQ(FileIn(directory, "\\Brenvo.MDB"), directory / "BRENVO.mdb");
+  EXPECT_EQ(FileIn(directory, "\\Other.txt"), directory / "Other.txt");
+  std::filesystem::remove_all(directory);
+}
+
+}  // namespace
+}  // namespace brenvo
