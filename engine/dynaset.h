@@ -1,0 +1,81 @@
+// The rows of a SELECT over one table, held by their keys.
+#pragma once
+
+#include <memory>
+
+#include "engine/connection.h"
+#include "engine/record_edit.h"
+
+namespace brenvo {
+
+class DynasetRows final : public Dynaset, private LazyReader {
+ public:
+  DynasetRows(std::shared_ptr<Connection> connection, std::string_view select);
+  ~DynasetRows() override;
+
+  void MoveFirst() override;
+  void MoveLast() override;
+  void MoveNext() override;
+  void MovePrevious() override;
+  bool BOF() override;
+  bool EOF_() override;
+  std::int64_t RecordCount() override;
+  const std::vector<std::string>& Columns() const override { return names_; }
+  Value Field(std::string_view column) override;
+  Value Field(std::size_t column) override;
+  Bookmark GetBookmark() override;
+  void SetBookmark(Bookmark bookmark) override;
+  void Close() override;
+
+  void AddNew() override;
+  void Edit() override;
+  void Set(std::string_view column, const Value& value) override;
+  void Update() override;
+  void CancelUpdate() override;
+  void Delete() override;
+  Bookmark LastModified() override;
+
+  void FindFirst(std::string_view condition) override;
+  bool NoMatch() const override { return noMatch_; }
+  void Requery() override;
+  std::vector<Value> RowAt(std::int64_t place) override;
+  Bookmark BookmarkAt(std::int64_t place) override;
+  std::int64_t TotalRows() override;
+
+ private:
+  void ReadRest() override;
+  const std::vector<const TableSchema*>& TablesRead() const override { return keyset_.tables; }
+
+  void RequireOpen() const;
+  std::int64_t CurrentKey() const;
+  std::int64_t Size() const { return static_cast<std::int64_t>(keys_.size()); }
+  std::int64_t KeyAt(std::int64_t place) const { return keys_[static_cast<std::size_t>(place)]; }
+  void ReadKeys(std::int64_t count);
+  void Stand(std::int64_t place);
+  // The place of a key; -1 when it is not among them.
+  std::int64_t PlaceOfKey(std::int64_t key);
+  bool FetchRow(std::int64_t key, std::vector<Value>& row);
+  std::int64_t FindPlace(std::string_view condition);
+
+  std::shared_ptr<Connection> connection_;
+  std::string select_;
+  Keyset keyset_;
+  std::vector<std::string> names_;
+  RecordEdit edit_;
+  Running run_;
+  std::vector<std::int64_t> keys_;
+  bool complete_ = false;
+  std::int64_t openingStamp_ = 0;
+
+  std::int64_t at_ = 0;  // -1 before the first; the number of keys behind the last
+  bool gap_ = false;     // between at_ - 1 and at_, where a row was deleted
+  std::int64_t reached_ = 0;
+  bool noMatch_ = false;
+  Bookmark lastModified_;
+
+  std::vector<Value> row_;  // of rowKey_, as it was at rowStamp_
+  std::int64_t rowKey_ = 0;
+  std::int64_t rowStamp_ = -1;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,77 @@
+// A directory of its own for a test, with a fresh Brenvo.mdb in it.
+#pragma once
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+#include "engine/database.h"
+
+namespace brenvo {
+
+// Makes an empty directory, and removes it with all that is in it.
+class ScratchDirectory {
+ public:
+  ScratchDirectory() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp");
+    path_ = pattern;
+  }
+  ~ScratchDirectory() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  ScratchDirectory(const ScratchDirectory&) = delete;
+  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+// The same with an empty database of the program's schema, which is built once a process.
+class ScratchDatabase {
+ public:
+  ScratchDatabase() { std::filesystem::copy_file(Fresh(), File()); }
+
+  const std::filesystem::path& Path() const { return directory_.Path(); }
+  std::filesystem::path File() const { return Path() / "Brenvo.mdb"; }
+  Database Open() const { return Database::Open(File()); }
+  // Runs SQL as another tool would, with nothing of the engine.
+  void Sql(const std::string& sql) const { Run(File(), sql); }
+
+ private:
+  static void Run(const std::filesystem::path& file, const std::string& sql) {
+    sqlite3* handle = nullptr;
+    char* message = nullptr;
+    int code = sqlite3_open(file.c_str(), &handle);
+    if (code == SQLITE_OK) code = sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, &message);
+    const std::string error = message == nullptr ? "sqlite" : message;
+    sqlite3_free(message);
+    sqlite3_close(handle);
+    if (code != SQLITE_OK) throw std::runtime_error(error);
+  }
+
+  static std::filesystem::path Fresh() {
+    static const ScratchDirectory directory;
+    static const std::filesystem::path file = [] {
+      const std::filesystem::path made = directory.Path() / "Fresh.mdb";
+      std::ifstream schema(std::string(SOURCE_DIR) + "/data/schema.sql");
+      std::ostringstream text;
+      text << schema.rdbuf();
+      Run(made, text.str());
+      return made;
+    }();
+    return file;
+  }
+
+  ScratchDirectory directory_;
+};
+
+}  // namespace brenvo
