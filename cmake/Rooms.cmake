@@ -37,6 +37,9 @@ function(add_room_test name)
   add_executable(${name}_test ${sources})
   target_link_libraries(${name}_test PRIVATE ${name} ${ROOM_USES} GTest::gmock GTest::gtest_main
                         house_flags)
+  # Tests are many and short-lived: they compile fast rather than run fast.
+  target_compile_options(${name}_test PRIVATE -O0)
+  target_precompile_headers(${name}_test PRIVATE <gtest/gtest.h> <functional> <memory> <string> <vector>)
   target_compile_definitions(${name}_test PRIVATE
     SOURCE_DIR="${CMAKE_SOURCE_DIR}" BUILD_DIR="${CMAKE_BINARY_DIR}")
   gtest_discover_tests(${name}_test TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60

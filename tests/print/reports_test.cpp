@@ -150,7 +150,7 @@ TEST_F(ReportsTest, ANoteIsCutToTheWordAndWhatFollowsInItsBrackets) {
   Log("Call,Note", "'C','[IOTA EU-025]'");
   Log("Call,Note", "'D','IOTA senza parentesi'");
   EXPECT_EQ(Report("cmPNote", "WHERE Note LIKE '*IOTA*'", "Note"),
-            (Texts{"IOTA EU-025", "IOTA EU-024"}));
+            (Texts{"IOTA EU-024", "IOTA EU-025"}));
 }
 
 TEST_F(ReportsTest, ConditionsJoinByAndOnlyBehindASelection) {
