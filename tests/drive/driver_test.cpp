@@ -61,7 +61,7 @@ TEST_F(Scripts, AnEmptyScriptRunsToItsEnd) {
 }
 
 TEST_F(Scripts, EchoPrintsItsText) {
-  EXPECT_THAT(Run("echo \"a  b\"\necho a b\necho"), ElementsAre("a  b", "a b", ""));
+  EXPECT_THAT(Run("echo \"a  b\"\necho a  b\necho"), ElementsAre("a  b", "a  b", ""));
 }
 
 TEST_F(Scripts, AFailureNamesItsLine) {

@@ -53,8 +53,10 @@ TEST_F(Operator, AComboTakesAnyText) {
   SetValue(w.Free, "three");
   EXPECT_EQ(w.Free.Text(), "three");
   EXPECT_EQ(w.Free.ListIndex(), -1);
+  EXPECT_THAT(w.TakeEvents(), ElementsAre("Free change"));
   SetValue(w.Free, "two");
   EXPECT_EQ(w.Free.ListIndex(), 1);
+  EXPECT_THAT(w.TakeEvents(), ElementsAre("Free change", "Free click"));
 }
 
 TEST_F(Operator, SettingAListOfSeveralChoicesAddsOne) {

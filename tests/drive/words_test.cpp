@@ -50,6 +50,15 @@ TEST(Words, WhatDoesNotCloseIsRefused) {
   EXPECT_THROW(SplitWords("echo \"a\"b"), Refused);
 }
 
+TEST(Words, TheRestOfALineKeepsItsBlanks) {
+  EXPECT_EQ(RestOfLine("sql select *  from Log where Banda='  2 m'  # 2 m"),
+            "select *  from Log where Banda='  2 m'");
+  EXPECT_EQ(RestOfLine("sql \"a  \\x41\" # comment"), "a  A");
+  EXPECT_EQ(RestOfLine("echo"), "");
+  EXPECT_EQ(RestOfLine("echo  # nothing"), "");
+  EXPECT_EQ(RestOfLine(""), "");
+}
+
 TEST(Words, NumbersAreWholeNumbersAndNothingElse) {
   EXPECT_EQ(WholeNumber("-12"), -12);
   EXPECT_THROW(WholeNumber("1.5"), Refused);

@@ -15,14 +15,8 @@
 namespace brenvo {
 namespace {
 
-constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
-
-// The words as one text: a statement or a text to print needs no quotes.
-std::string Joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
+// Of a command that takes the rest of its line as one text, with or without quotes.
+constexpr std::size_t kRestOfLine = static_cast<std::size_t>(-1);
 
 std::optional<std::int64_t> NumberAt(const std::vector<std::string>& words, std::size_t at) {
   if (at >= words.size()) return std::nullopt;
@@ -89,9 +83,9 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
       {"text", 1, 1, &Driver::Text},
       {"list", 1, 1, &Driver::List},
       {"windows", 0, 0, &Driver::WindowNames},
-      {"sql", 1, kAnyNumber, &Driver::Sql},
-      {"exec", 1, kAnyNumber, &Driver::Exec},
-      {"echo", 0, kAnyNumber, &Driver::Echo},
+      {"sql", 1, kRestOfLine, &Driver::Sql},
+      {"exec", 1, kRestOfLine, &Driver::Exec},
+      {"echo", 0, kRestOfLine, &Driver::Echo},
   };
   return kVerbs;
 }
@@ -143,7 +137,11 @@ void Driver::RunLine(const std::string& line) {
   const auto verb = std::find_if(verbs.begin(), verbs.end(),
                                  [&](const Verb& each) { return each.name == words.front(); });
   if (verb == verbs.end()) throw Refused{"unknown command " + words.front()};
-  words.erase(words.begin());
+  if (verb->most == kRestOfLine && words.size() > 1) {
+    words = {RestOfLine(line)};
+  } else {
+    words.erase(words.begin());
+  }
   if (words.size() < verb->least || words.size() > verb->most) {
     throw Refused{std::string(verb->name) + " wants other words than these"};
   }
@@ -385,13 +383,13 @@ void Driver::WithDatabase(const std::function<void(Database&)>& use) const {
 }
 
 void Driver::Sql(const Words& words) {
-  WithDatabase([&](Database& db) { PrintRows(out_, *db.OpenSnapshot(Joined(words))); });
+  WithDatabase([&](Database& db) { PrintRows(out_, *db.OpenSnapshot(words[0])); });
 }
 
 void Driver::Exec(const Words& words) {
-  WithDatabase([&](Database& db) { db.Execute(Joined(words)); });
+  WithDatabase([&](Database& db) { db.Execute(words[0]); });
 }
 
-void Driver::Echo(const Words& words) { out_(Joined(words)); }
+void Driver::Echo(const Words& words) { out_(words.empty() ? std::string() : words[0]); }
 
 }  // namespace brenvo

@@ -63,11 +63,12 @@ int FindEntry(const Field& field, const std::vector<std::string>& entries, std::
 }
 
 void SetList(ListField& list, std::string_view text) {
-  if (list.Style() == ListStyle::kCombo) {
+  const auto& items = list.Items();
+  if (list.Style() == ListStyle::kCombo &&
+      std::find(items.begin(), items.end(), text) == items.end()) {
     list.SetText(text);
     return;
   }
-  const auto& items = list.Items();
   const bool none = text.empty() && std::none_of(items.begin(), items.end(), [](const auto& item) {
                       return Trim(item).empty();
                     });

@@ -24,6 +24,8 @@ class Reader {
     return !AtEnd() && line_[at_] != '#';
   }
 
+  std::size_t At() const { return at_; }
+
   std::string Word() {
     if (line_[at_] == '"') return QuotedWord();
     const std::size_t begin = at_;
@@ -85,6 +87,22 @@ std::vector<std::string> SplitWords(std::string_view line) {
   Reader reader(line);
   while (reader.SkipBlanks()) words.push_back(reader.Word());
   return words;
+}
+
+std::string RestOfLine(std::string_view line) {
+  Reader reader(line);
+  if (!reader.SkipBlanks()) return {};
+  reader.Word();
+  if (!reader.SkipBlanks()) return {};
+  const std::size_t begin = reader.At();
+  std::string only = reader.Word();
+  std::size_t end = reader.At();
+  if (!reader.SkipBlanks()) return only;
+  do {
+    reader.Word();
+    end = reader.At();
+  } while (reader.SkipBlanks());
+  return std::string(line.substr(begin, end - begin));
 }
 
 }  // namespace brenvo
