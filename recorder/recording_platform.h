@@ -67,6 +67,8 @@ class RecordingPlatform : public Platform {
   void SetNow(DateTime now) { clock_.SetNow(now); }
   void Advance(std::int64_t milliseconds) { clock_.Advance(milliseconds); }
 
+  // Answers or picks that nothing has asked for yet.
+  bool HasUnusedAnswers() const { return messages_.UnusedAnswers() + picks_.Unused() > 0; }
   // The topic of the file that was opened last; 0 for none.
   int OpenedTopic() const { return openedTopic_; }
   // The lines kept since the last call.

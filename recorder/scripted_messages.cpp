@@ -28,7 +28,10 @@ void ScriptedMessages::Show(MessageIcon icon, std::string_view title, std::strin
 
 bool ScriptedMessages::AskYesNo(std::string_view title, std::string_view text) {
   const std::string question = "question " + Quoted(title) + ' ' + Quoted(text);
-  if (answers_.empty()) throw Refused{"nobody answers the " + question};
+  if (answers_.empty()) {
+    unanswered_ = question;
+    throw Refused{"nobody answers the " + question};
+  }
   const bool yes = answers_.front();
   answers_.pop_front();
   sink_(question + (yes ? " yes" : " no"));

@@ -24,12 +24,16 @@ class ScriptedMessages : public MessageBox {
   bool AskYesNo(std::string_view title, std::string_view text) override;
 
   void QueueAnswer(bool yes) { answers_.push_back(yes); }
+  // The question that was refused, as `question "title" "text"`: a window that handles everything
+  // may have handled the refusal too.
+  const std::optional<std::string>& Unanswered() const { return unanswered_; }
   // Answers that no question has asked for yet.
   std::size_t UnusedAnswers() const { return answers_.size(); }
 
  private:
   LineSink sink_;
   std::deque<bool> answers_;
+  std::optional<std::string> unanswered_;
 };
 
 // The file dialog in the same manner; it writes nothing.

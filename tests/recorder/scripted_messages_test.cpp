@@ -44,6 +44,7 @@ TEST_F(Messages, AnUnansweredQuestionIsRefused) {
   } catch (const Refused& refused) {
     EXPECT_EQ(refused.reason, "nobody answers the question \"T\" \"x\"");
   }
+  EXPECT_EQ(messages.Unanswered(), "question \"T\" \"x\"");
   EXPECT_THAT(lines, IsEmpty());
 }
 

@@ -1,0 +1,177 @@
+#include "tools/drive/driver.h"
+
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <sstream>
+
+#include "every_field.h"
+
+namespace brenvo {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+
+class Scripts : public testing::Test {
+ protected:
+  Scripts() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-XXXXXX").string();
+    directory = mkdtemp(pattern.data());
+    std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb",
+                               directory / "Brenvo.mdb");
+  }
+  ~Scripts() override { std::filesystem::remove_all(directory); }
+
+  // Runs a script to its end.
+  std::vector<std::string> Run(const std::string& script) {
+    const auto failure = Try(script);
+    if (failure) ADD_FAILURE() << "line " << failure->line << ": " << failure->reason;
+    return lines;
+  }
+  // Why it failed, as "line: reason".
+  std::string Failure(const std::string& script) {
+    const auto failure = Try(script);
+    return failure ? std::to_string(failure->line) + ": " + failure->reason : "none";
+  }
+  std::optional<ScriptFailure> Try(const std::string& script) {
+    lines.clear();
+    std::istringstream in(script);
+    Driver driver(directory, [this](std::string line) { lines.push_back(std::move(line)); });
+    return driver.Run(in);
+  }
+  // Behind the program's back, as a broken delivery would be.
+  void Damage(const char* statement) {
+    sqlite3* file = nullptr;
+    ASSERT_EQ(sqlite3_open((directory / "Brenvo.mdb").c_str(), &file), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(file, statement, nullptr, nullptr, nullptr), SQLITE_OK);
+    ASSERT_EQ(sqlite3_close(file), SQLITE_OK);
+  }
+
+  std::filesystem::path directory;
+  std::vector<std::string> lines;
+};
+
+TEST_F(Scripts, AnEmptyScriptRunsToItsEnd) {
+  EXPECT_THAT(Run(""), IsEmpty());
+  EXPECT_THAT(Run("\n# a comment\n   \n"), IsEmpty());
+}
+
+TEST_F(Scripts, EchoPrintsItsText) {
+  EXPECT_THAT(Run("echo \"a  b\"\necho a  b\necho"), ElementsAre("a  b", "a  b", ""));
+}
+
+TEST_F(Scripts, AFailureNamesItsLine) {
+  EXPECT_EQ(Failure("echo a\n\nhop"), "3: unknown command hop");
+  EXPECT_EQ(Failure("echo a\nset Brenvo.HDisplayMappa"), "2: set wants other words than these");
+  EXPECT_EQ(Failure("get LogForm.CallQso"), "1: there is no window LogForm");
+  EXPECT_EQ(Failure("get Brenvo.Nothing"), "1: there is no field Brenvo.Nothing");
+  EXPECT_EQ(Failure("get Brenvo"), "1: there is no field Brenvo");
+  EXPECT_EQ(Failure("menu cmNothing"), "1: there is no field Brenvo.cmNothing");
+  EXPECT_EQ(Failure("echo \"a"), "1: a text in quotes does not end");
+}
+
+TEST_F(Scripts, NothingRunsAfterAFailure) {
+  Failure("echo a\nhop\necho b");
+  EXPECT_THAT(lines, ElementsAre("a"));
+}
+
+TEST_F(Scripts, AnAnswerThatNothingAskedForIsAFailure) {
+  EXPECT_EQ(Failure("answer yes\necho a"), "2: an answer is left that nothing asked for");
+}
+
+TEST_F(Scripts, AQuestionWithoutAnAnswerIsAFailure) {
+  EXPECT_EQ(Failure("menu cmAzzeraLog"),
+            "1: nobody answers the question \"Azzeramento Log\" \"Confermi l'operazione ?\"");
+}
+
+TEST_F(Scripts, AnAnswerIsQueuedForTheQuestion) {
+  EXPECT_THAT(Run("answer no\nmenu cmAzzeraLog"),
+              ElementsAre("question \"Azzeramento Log\" \"Confermi l'operazione ?\" no"));
+}
+
+TEST_F(Scripts, TheClockStandsStillUnlessTold) {
+  EXPECT_THAT(Run("clock \"2001-02-03 04:05:06\"\nadvance 1500\nset Brenvo.HDisplayMappa x\n"
+                  "get Brenvo.HDisplayMappa"),
+              ElementsAre("get Brenvo.HDisplayMappa \"x\""));
+  EXPECT_EQ(Failure("clock yesterday"), "1: \"yesterday\" is no time");
+}
+
+TEST_F(Scripts, SettingsStartEmptyAndAreKept) {
+  EXPECT_THAT(Run("setting Log X\nsetting Log X 120\nsetting Log X"),
+              ElementsAre("setting Log X \"\"", "setting Log X \"120\""));
+}
+
+TEST_F(Scripts, AQueryIsPrintedRowByRow) {
+  EXPECT_THAT(Run("exec \"insert into NoteHelp (TipoNota,Nota) values ('ZZ','a')\"\n"
+                  "sql select TipoNota, Nota from NoteHelp where TipoNota='ZZ'\n"
+                  "sql \"select Nota from NoteHelp where TipoNota='YY'\""),
+              ElementsAre("row\tZZ\ta", "rows 1", "rows 0"));
+}
+
+TEST_F(Scripts, NullIsPrintedAsSuch) {
+  EXPECT_THAT(Run("exec \"insert into Log (Call,DataQso) values ('I3XYZ',cvdate('03/02/2001'))\"\n"
+                  "sql select Call, DataQso, Qra, QslInviata from Log"),
+              ElementsAre("row\tI3XYZ\t03/02/2001\tNULL\t0", "rows 1"));
+}
+
+TEST_F(Scripts, AStatementThatFailsEndsOnlyItsEvent) {
+  const auto out = Run("sql select * from Nowhere\necho on");
+  ASSERT_EQ(out.size(), 2u);
+  EXPECT_THAT(out[0], MatchesRegex("error \"3078 - .*\""));
+  EXPECT_EQ(out[1], "on");
+}
+
+TEST_F(Scripts, WindowsAreListedInOrderOfOpening) {
+  EXPECT_THAT(
+      Run("windows\nmenu cmLog\nmenu cmLog\nwindows\nclose LogForm\nwindows"),
+      ElementsAre("windows Brenvo", "windows Brenvo LogForm LogForm#2", "windows Brenvo LogForm"));
+}
+
+TEST_F(Scripts, AWindowsPropertiesAreFields) {
+  EXPECT_THAT(Run("resize Brenvo 9000 6000\nget Brenvo.Width\nget Brenvo.Caption\n"
+                  "get Brenvo.cmLog.Caption"),
+              ElementsAre("get Brenvo.Width 9000", "get Brenvo.Caption \"Brenvo\"",
+                          "get Brenvo.cmLog.Caption \"&Log\""));
+}
+
+TEST_F(Scripts, AClosedProgramLeavesItsFileToBeLookedAt) {
+  EXPECT_THAT(Run("close Brenvo\nwindows\nsql select Count(*) from Log\necho end"),
+              ElementsAre("windows", "row\t0", "rows 1", "end"));
+  EXPECT_EQ(Failure("close Brenvo\nget Brenvo.Width"), "2: the program has ended");
+  EXPECT_EQ(Failure("close Brenvo\nmenu cmLog"), "2: the program has ended");
+}
+
+TEST_F(Scripts, DevicesThatAreNotOpenAreAFailure) {
+  EXPECT_EQ(Failure("receive COM1 x"), "1: COM1 is not open");
+  EXPECT_EQ(Failure("receive WWConv x"), "1: WWConv is not connected");
+  EXPECT_EQ(Failure("peer-close WWConv"), "1: WWConv is not connected");
+  EXPECT_EQ(Failure("wave-end 1"), "1: no wave file plays");
+  EXPECT_EQ(Failure("fail scanner"), "1: there is no device scanner");
+}
+
+TEST_F(Scripts, AMissingDatabaseFailsTheStart) {
+  std::filesystem::remove(directory / "Brenvo.mdb");
+  EXPECT_EQ(Failure("echo a"), "0: the station does not start");
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_THAT(lines[0], MatchesRegex("message critical \"Brenvo\" \".*Brenvo\\.mdb.*\""));
+}
+
+TEST_F(Scripts, AMissingTableFailsTheStart) {
+  Damage("DROP TABLE Hrd");
+  EXPECT_EQ(Failure("echo a"), "0: the station does not start");
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_THAT(lines[0], MatchesRegex("message critical \"Brenvo\" \".*Hrd.*\""));
+}
+
+TEST_F(Scripts, AnEmptyUserTableFailsTheStart) {
+  Damage("DELETE FROM User");
+  EXPECT_EQ(Failure("echo a"), "0: the station does not start");
+  EXPECT_THAT(lines, ElementsAre(HasSubstr("User")));
+}
+
+}  // namespace
+}  // namespace brenvo

@@ -1,0 +1,72 @@
+#!/bin/sh
+# What a second delivery replaces, and what it leaves to the operator.
+set -eu
+here=$(cd "$(dirname "$0")" && pwd)
+deliver=$here/../../tools/deliver/deliver.sh
+work=$(mktemp -d "${TMPDIR:-/tmp}/brenvo-delivery.XXXXXX")
+trap 'rm -rf "$work"' EXIT
+from=$work/from
+to=$work/to
+
+fail() {
+  echo "delivery_test.sh: $1" >&2
+  exit 1
+}
+holds() {
+  [ "$(cat "$to/$1")" = "$2" ] || fail "$1 holds '$(cat "$to/$1")' and not '$2'"
+}
+write() {
+  mkdir -p "$(dirname "$1")"
+  printf '%s\n' "$2" > "$1"
+}
+
+for name in Brenvo.mdb tnc.mnu wwconv.mnu Zone.html 'Mappa del mondo.jpg' waves/A.wav; do
+  write "$from/$name" "one"
+done
+"$deliver" "$from" "$to" > "$work/out"
+for name in Brenvo.mdb tnc.mnu wwconv.mnu Zone.html 'Mappa del mondo.jpg' waves/A.wav; do
+  holds "$name" "one"
+done
+[ ! -s "$work/out" ] || fail "a first delivery keeps nothing"
+
+# The operator works, and the next version comes.
+write "$to/Brenvo.mdb" "contacts"
+write "$to/tnc.mnu" "my own menu"
+write "$to/Log.ADI" "export"
+for name in Brenvo.mdb Brenvo.ini tnc.mnu wwconv.mnu Zone.html 'Mappa del mondo.jpg' waves/A.wav; do
+  write "$from/$name" "two"
+done
+"$deliver" "$from" "$to" > "$work/out"
+holds Brenvo.mdb "contacts"
+holds Brenvo.ini "two"
+holds tnc.mnu "my own menu"
+holds wwconv.mnu "two"
+holds Zone.html "two"
+holds "Mappa del mondo.jpg" "two"
+holds waves/A.wav "two"
+holds Log.ADI "export"
+[ "$(cat "$work/out")" = "kept as changed: tnc.mnu" ] || fail "the kept menu is named"
+
+# What was kept once is still the operator's, and what he puts back is the delivery's again.
+write "$to/Brenvo.ini" "settings"
+write "$from/tnc.mnu" "three"
+write "$from/wwconv.mnu" "three"
+"$deliver" "$from" "$to" > "$work/out"
+holds tnc.mnu "my own menu"
+holds wwconv.mnu "three"
+holds Brenvo.ini "settings"
+write "$to/tnc.mnu" "one"
+"$deliver" "$from" "$to" > "$work/out"
+holds tnc.mnu "three"
+
+# A directory from before there was a memory of deliveries: a file that differs may be changed.
+rm "$to/.delivered"
+write "$to/Zone.html" "unknown"
+"$deliver" "$from" "$to" > "$work/out"
+holds Zone.html "unknown"
+
+# A database that was never changed is the operator's all the same.
+"$deliver" "$from" "$work/fresh" > "$work/out"
+write "$from/Brenvo.mdb" "four"
+"$deliver" "$from" "$work/fresh" > "$work/out"
+[ "$(cat "$work/fresh/Brenvo.mdb")" = "two" ] || fail "a database is never replaced"

@@ -1,0 +1,65 @@
+#!/bin/sh
+# deliver.sh FROM DIR: brings a delivered directory into an operator's application directory.
+#
+# Everything is replaced but what is the operator's: an existing database and settings file always
+# stay; templates, menus and report layouts stay when they were changed since the last delivery,
+# which DIR/.delivered remembers by checksum. A file that stays is named on the standard output.
+set -eu
+
+if [ $# -ne 2 ]; then
+  echo "deliver.sh FROM DIR" >&2
+  exit 2
+fi
+from=$1
+to=$2
+[ -f "$from/Brenvo.mdb" ] || { echo "deliver.sh: no delivered directory: $from" >&2; exit 1; }
+mkdir -p "$to"
+manifest=$to/.delivered
+new=$to/.delivered.new
+: > "$new"
+
+checksum() {
+  cksum < "$1"
+}
+
+# The checksum that a file had when it was delivered last; empty when it never was.
+delivered_as() {
+  [ ! -f "$manifest" ] || awk -F '\t' -v name="$1" '$2 == name { print $1 }' "$manifest"
+}
+
+remember() {
+  printf '%s\t%s\n' "$2" "$1" >> "$new"
+}
+
+put() {
+  mkdir -p "$(dirname "$to/$1")"
+  cp -p "$from/$1" "$to/$1.new"
+  mv -f "$to/$1.new" "$to/$1"
+}
+
+(cd "$from" && find . -type f) | sed 's|^\./||' | LC_ALL=C sort | while IFS= read -r name; do
+  case $name in
+    Brenvo.mdb | Brenvo.ini)
+      [ -e "$to/$name" ] || put "$name"
+      ;;
+    *.mnu | *.html | *.rpt)
+      offered=$(checksum "$from/$name")
+      if [ ! -e "$to/$name" ]; then
+        put "$name"
+        remember "$name" "$offered"
+      else
+        present=$(checksum "$to/$name")
+        before=$(delivered_as "$name")
+        if [ "$present" = "$offered" ] || [ "$present" = "$before" ]; then
+          put "$name"
+          remember "$name" "$offered"
+        else
+          echo "kept as changed: $name"
+          [ -z "$before" ] || remember "$name" "$before"
+        fi
+      fi
+      ;;
+    *) put "$name" ;;
+  esac
+done
+mv -f "$new" "$manifest"

@@ -1,0 +1,395 @@
+#include "tools/drive/driver.h"
+
+#include <algorithm>
+
+#include "base/date.h"
+#include "base/encoding.h"
+#include "core/files.h"
+#include "recorder/refused.h"
+#include "station/station.h"
+#include "tools/drive/numbers.h"
+#include "tools/drive/observations.h"
+#include "tools/drive/operator_actions.h"
+#include "tools/drive/words.h"
+
+namespace brenvo {
+namespace {
+
+// Of a command that takes the rest of its line as one text, with or without quotes.
+constexpr std::size_t kRestOfLine = static_cast<std::size_t>(-1);
+
+std::optional<std::int64_t> NumberAt(const std::vector<std::string>& words, std::size_t at) {
+  if (at >= words.size()) return std::nullopt;
+  return WholeNumber(words[at]);
+}
+
+// 1 for "COM1"; 0 for what is no serial port.
+int PortNumber(std::string_view device) {
+  if (device.size() != 4 || device.substr(0, 3) != "COM") return 0;
+  return device[3] >= '1' && device[3] <= '4' ? device[3] - '0' : 0;
+}
+
+}  // namespace
+
+Driver::Driver(std::filesystem::path directory, LineSink out)
+    : directory_(std::move(directory)),
+      out_(std::move(out)),
+      machine_(out_),
+      session_(std::make_unique<Session>(machine_, directory_)) {
+  machine_.SetApplicationDirectory(session_->AppPath);
+  machine_.Host().NameOf = [this](const Window& window) {
+    return session_->Windows.InstanceName(window);
+  };
+  machine_.Host().InModal = [this](Window& dialog) { RunInside(dialog); };
+  machine_.GetClock().SetGuard(
+      [this](const std::function<void()>& tick) { session_->Windows.RunEvent(tick); });
+}
+
+Driver::~Driver() = default;
+
+const std::vector<Driver::Verb>& Driver::Verbs() {
+  static const std::vector<Verb> kVerbs = {
+      {"menu", 1, 1, &Driver::Menu},
+      {"set", 2, 2, &Driver::Set},
+      {"type", 2, 2, &Driver::Type},
+      {"key", 2, 2, &Driver::Key},
+      {"focus", 1, 1, &Driver::Focus},
+      {"leave", 1, 1, &Driver::Leave},
+      {"hover", 1, 1, &Driver::Hover},
+      {"tick", 2, 3, &Driver::TickField},
+      {"press", 1, 1, &Driver::PressField},
+      {"click", 1, 3, &Driver::Click},
+      {"dblclick", 1, 3, &Driver::DoubleClick},
+      {"column", 2, 2, &Driver::Column},
+      {"select", 3, 3, &Driver::Select},
+      {"edit", 4, 4, &Driver::Edit},
+      {"remove", 2, 2, &Driver::Remove},
+      {"drop", 2, 2, &Driver::Drop},
+      {"draw", 5, 5, &Driver::Draw},
+      {"close", 1, 1, &Driver::Close},
+      {"resize", 3, 3, &Driver::Resize},
+      {"answer", 1, 1, &Driver::Answer},
+      {"clock", 1, 1, &Driver::SetClock},
+      {"advance", 1, 1, &Driver::Advance},
+      {"receive", 2, 2, &Driver::Receive},
+      {"peer-close", 1, 1, &Driver::PeerClose},
+      {"wave-end", 1, 1, &Driver::WaveEnd},
+      {"fail", 1, 1, &Driver::Fail},
+      {"setting", 2, 3, &Driver::Setting},
+      {"get", 1, 1, &Driver::Get},
+      {"enabled", 1, 1, &Driver::Enabled},
+      {"grid", 1, 1, &Driver::Grid},
+      {"status", 1, 1, &Driver::Status},
+      {"text", 1, 1, &Driver::Text},
+      {"list", 1, 1, &Driver::List},
+      {"windows", 0, 0, &Driver::WindowNames},
+      {"sql", 1, kRestOfLine, &Driver::Sql},
+      {"exec", 1, kRestOfLine, &Driver::Exec},
+      {"echo", 0, kRestOfLine, &Driver::Echo},
+  };
+  return kVerbs;
+}
+
+std::optional<ScriptFailure> Driver::Run(std::istream& script) {
+  script_ = &script;
+  frame_ = StartStation(*session_);
+  if (frame_ == nullptr) return ScriptFailure{0, "the station does not start"};
+  try {
+    bool more = true;
+    while (more) {
+      try {
+        more = RunNextLine();
+      } catch (const ScriptEnded&) {
+        more = false;
+      } catch (const ProgramEnded&) {
+        LeaveProgram();
+      }
+    }
+    CheckAnswers();
+  } catch (const Refused& refused) {
+    return failure_ ? failure_ : ScriptFailure{line_, refused.reason};
+  }
+  return std::nullopt;
+}
+
+bool Driver::RunNextLine() {
+  std::string line;
+  if (!std::getline(*script_, line)) return false;
+  ++line_;
+  try {
+    RunLine(line);
+  } catch (const Refused& refused) {
+    if (!failure_) failure_ = ScriptFailure{line_, refused.reason};
+    throw;
+  }
+  // A window that handles everything may have taken a refusal for a failure of its own.
+  if (failure_) throw Refused{failure_->reason};
+  if (const auto question = machine_.Messages().Unanswered()) {
+    throw Refused{"nobody answers the " + *question};
+  }
+  return true;
+}
+
+void Driver::RunLine(const std::string& line) {
+  Words words = SplitWords(line);
+  if (words.empty()) return;
+  const auto& verbs = Verbs();
+  const auto verb = std::find_if(verbs.begin(), verbs.end(),
+                                 [&](const Verb& each) { return each.name == words.front(); });
+  if (verb == verbs.end()) throw Refused{"unknown command " + words.front()};
+  if (verb->most == kRestOfLine && words.size() > 1) {
+    words = {RestOfLine(line)};
+  } else {
+    words.erase(words.begin());
+  }
+  if (words.size() < verb->least || words.size() > verb->most) {
+    throw Refused{std::string(verb->name) + " wants other words than these"};
+  }
+  Perform(*verb, words);
+}
+
+void Driver::Perform(const Verb& verb, const Words& words) {
+  // The ticks of a passing time are events of their own, not parts of one.
+  if (!session_) {
+    try {
+      (this->*verb.run)(words);
+    } catch (const std::exception& failure) {
+      machine_.Host().ReportFailure(failure.what());
+    }
+  } else if (verb.name == "advance") {
+    Advance(words);
+  } else {
+    session_->Windows.RunEvent([&] { (this->*verb.run)(words); });
+    if (session_->Windows.Find("Brenvo") == nullptr) LeaveProgram();
+  }
+}
+
+void Driver::RunInside(Window& dialog) {
+  while (dialog.Visible()) {
+    if (!RunNextLine()) throw ScriptEnded();
+  }
+}
+
+void Driver::CheckAnswers() const {
+  if (machine_.HasUnusedAnswers()) throw Refused{"an answer is left that nothing asked for"};
+}
+
+void Driver::LeaveProgram() {
+  frame_ = nullptr;
+  session_.reset();
+}
+
+Session& Driver::Running() const {
+  if (!session_) throw Refused{"the program has ended"};
+  return *session_;
+}
+
+Window& Driver::FindWindow(std::string_view name) const {
+  Window* window = Running().Windows.FindInstance(name);
+  if (window == nullptr) throw Refused{"there is no window " + std::string(name)};
+  return *window;
+}
+
+Field& Driver::FindField(std::string_view name) const {
+  const std::size_t point = name.find('.');
+  const Window& window = FindWindow(name.substr(0, point));
+  Field* field =
+      point == std::string_view::npos ? nullptr : window.FindField(name.substr(point + 1));
+  if (field == nullptr) throw Refused{"there is no field " + std::string(name)};
+  return *field;
+}
+
+Window& Driver::ReachWindow(std::string_view name) {
+  Window& window = FindWindow(name);
+  const Window* modal = machine_.Host().Modal();
+  if (modal != nullptr && modal != &window) {
+    throw Refused{std::string(name) + " does not answer while " + modal->Name() + " waits"};
+  }
+  if (&window != frame_) session_->Windows.Activated(window);
+  return window;
+}
+
+Field& Driver::ReachField(std::string_view name) {
+  Field& field = FindField(name);
+  ReachWindow(name.substr(0, name.find('.')));
+  return field;
+}
+
+void Driver::Menu(const Words& words) { Press(ReachField("Brenvo." + words[0])); }
+void Driver::Set(const Words& words) { SetValue(ReachField(words[0]), words[1]); }
+void Driver::Type(const Words& words) { TypeText(ReachField(words[0]), words[1]); }
+void Driver::Key(const Words& words) { PressKey(ReachField(words[0]), words[1]); }
+void Driver::Focus(const Words& words) { ReachField(words[0]).Focus(); }
+void Driver::Leave(const Words& words) { ReachField(words[0]).Leave(); }
+void Driver::Hover(const Words& words) { ReachField(words[0]).Hover(); }
+
+void Driver::TickField(const Words& words) {
+  Field& field = ReachField(words[0]);
+  if (words.size() == 2) {
+    Tick(field, words[1]);
+  } else {
+    TickEntry(field, WholeNumber(words[1]), words[2]);
+  }
+}
+
+void Driver::PressField(const Words& words) { Press(ReachField(words[0])); }
+
+void Driver::Click(const Words& words) {
+  ClickAt(ReachField(words[0]), NumberAt(words, 1), NumberAt(words, 2));
+}
+
+void Driver::DoubleClick(const Words& words) {
+  DoubleClickAt(ReachField(words[0]), NumberAt(words, 1), NumberAt(words, 2));
+}
+
+void Driver::Column(const Words& words) {
+  ClickHeading(ReachField(words[0]), WholeNumber(words[1]));
+}
+
+void Driver::Select(const Words& words) {
+  SelectText(ReachField(words[0]), WholeNumber(words[1]), WholeNumber(words[2]));
+}
+
+void Driver::Edit(const Words& words) {
+  EditGridCell(ReachField(words[0]), WholeNumber(words[1]), WholeNumber(words[2]), words[3]);
+}
+
+void Driver::Remove(const Words& words) {
+  RemoveGridRow(ReachField(words[0]), WholeNumber(words[1]));
+}
+
+void Driver::Drop(const Words& words) { ReachField(words[0]).Drop(words[1]); }
+
+void Driver::Draw(const Words& words) {
+  if (words[0] != "Brenvo.PicBuf1") throw Refused{"only Brenvo.PicBuf1 can be drawn on"};
+  ReachWindow("Brenvo");
+  int numbers[4];
+  for (std::size_t i = 0; i < 4; ++i) numbers[i] = static_cast<int>(WholeNumber(words[i + 1]));
+  frame_->MapRectangleDrawn(numbers[0], numbers[1], numbers[2], numbers[3]);
+}
+
+void Driver::Close(const Words& words) {
+  Window& window = ReachWindow(words[0]);
+  session_->Windows.Unload(window);
+}
+
+void Driver::Resize(const Words& words) {
+  Window& window = ReachWindow(words[0]);
+  Bounds bounds = window.GetBounds();
+  bounds.width = Twips(static_cast<int>(WholeNumber(words[1])));
+  bounds.height = Twips(static_cast<int>(WholeNumber(words[2])));
+  window.Moved(bounds, WindowState::kNormal);
+}
+
+// Besides yes and no, a file for the next file dialog, or cancel.
+void Driver::Answer(const Words& words) {
+  if (words[0] == "yes" || words[0] == "no") {
+    machine_.Messages().QueueAnswer(words[0] == "yes");
+  } else if (words[0] == "cancel") {
+    machine_.Picks().Queue(std::nullopt);
+  } else {
+    machine_.Picks().Queue(directory_ / words[0]);
+  }
+}
+
+void Driver::SetClock(const Words& words) {
+  const auto now = ParseIso(words[0]);
+  if (!now) throw Refused{'"' + words[0] + "\" is no time"};
+  machine_.SetNow(*now);
+}
+
+void Driver::Advance(const Words& words) { machine_.Advance(WholeNumber(words[0])); }
+
+void Driver::Receive(const Words& words) {
+  const std::string bytes = ToLatin1(words[1]);
+  if (const int port = PortNumber(words[0])) {
+    machine_.Serial().Receive(port, bytes);
+  } else {
+    machine_.Tcp().Receive(words[0], bytes);
+  }
+}
+
+void Driver::PeerClose(const Words& words) { machine_.Tcp().PeerClose(words[0]); }
+
+void Driver::WaveEnd(const Words& words) {
+  machine_.Waves().Complete(static_cast<int>(WholeNumber(words[0])));
+}
+
+void Driver::Fail(const Words& words) {
+  if (const int port = PortNumber(words[0])) {
+    machine_.Serial().FailNext(port);
+  } else if (words[0] == "printer") {
+    machine_.GetPrinter().FailNext();
+  } else if (Running().Windows.Knows(words[0])) {
+    machine_.Tcp().FailNext(words[0]);
+  } else {
+    throw Refused{"there is no device " + words[0]};
+  }
+}
+
+void Driver::Setting(const Words& words) {
+  if (words.size() == 3) {
+    machine_.Settings().SaveSetting(words[0], words[1], words[2]);
+  } else {
+    out_("setting " + words[0] + ' ' + words[1] + ' ' +
+         Quoted(machine_.Settings().GetSetting(words[0], words[1], "")));
+  }
+}
+
+void Driver::Get(const Words& words) {
+  const std::string_view name = words[0];
+  const std::size_t point = name.find('.');
+  const Window& window = FindWindow(name.substr(0, point));
+  if (point != std::string_view::npos) {
+    std::string_view rest = name.substr(point + 1);
+    Field* field = window.FindField(rest);
+    if (field == nullptr && PrintProperty(out_, name, window, rest)) return;
+    constexpr std::string_view kCaption = ".Caption";
+    if (field == nullptr && rest.ends_with(kCaption)) {
+      rest.remove_suffix(kCaption.size());
+      if (field = window.FindField(rest); field != nullptr) {
+        out_("get " + words[0] + ' ' + Quoted(field->Caption()));
+        return;
+      }
+    }
+  }
+  PrintField(out_, name, FindField(name));
+}
+
+void Driver::Enabled(const Words& words) { PrintEnabled(out_, words[0], FindField(words[0])); }
+void Driver::Grid(const Words& words) { PrintGrid(out_, words[0], FindField(words[0])); }
+void Driver::Status(const Words& words) { PrintStatus(out_, words[0], FindWindow(words[0])); }
+void Driver::Text(const Words& words) { PrintRuns(out_, words[0], FindField(words[0])); }
+void Driver::List(const Words& words) { PrintList(out_, words[0], FindField(words[0])); }
+
+void Driver::WindowNames(const Words&) {
+  std::string line = "windows";
+  if (session_) {
+    for (const Window* window : session_->Windows.Loaded()) {
+      line += ' ' + session_->Windows.InstanceName(*window);
+    }
+  }
+  out_(line);
+}
+
+// A program that has ended leaves its file to be looked at.
+void Driver::WithDatabase(const std::function<void(Database&)>& use) const {
+  if (session_ && session_->IsOpen()) {
+    use(session_->Db);
+  } else {
+    Database database = Database::Open(FileIn(directory_, "Brenvo.mdb"));
+    use(database);
+  }
+}
+
+void Driver::Sql(const Words& words) {
+  WithDatabase([&](Database& db) { PrintRows(out_, *db.OpenSnapshot(words[0])); });
+}
+
+void Driver::Exec(const Words& words) {
+  WithDatabase([&](Database& db) { db.Execute(words[0]); });
+}
+
+void Driver::Echo(const Words& words) { out_(words.empty() ? std::string() : words[0]); }
+
+}  // namespace brenvo

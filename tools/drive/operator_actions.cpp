@@ -1,0 +1,279 @@
+#include "tools/drive/operator_actions.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/text.h"
+#include "forms/choice_fields.h"
+#include "forms/command.h"
+#include "forms/grid.h"
+#include "forms/list_field.h"
+#include "forms/rich_text.h"
+#include "forms/text_field.h"
+#include "recorder/refused.h"
+#include "tools/drive/numbers.h"
+
+namespace brenvo {
+namespace {
+
+[[noreturn]] void Refuse(const Field& field, const std::string& why) {
+  throw Refused{field.Owner().Name() + '.' + field.Name() + ' ' + why};
+}
+
+void WantEnabled(const Field& field) {
+  if (!field.Enabled()) Refuse(field, "is disabled");
+}
+
+// `number` as an index below `count`.
+int Index(const Field& field, std::int64_t number, std::int64_t count, const char* what) {
+  if (number < 0 || number >= count) {
+    Refuse(field, std::string("has no ") + what + ' ' + std::to_string(number));
+  }
+  return static_cast<int>(number);
+}
+
+template <class Kind>
+Kind& As(Field& field, const char* what) {
+  auto* as = dynamic_cast<Kind*>(&field);
+  if (as == nullptr) Refuse(field, std::string("is no ") + what);
+  return *as;
+}
+
+bool IsOnWord(const Field& field, std::string_view state) {
+  if (state == "on") return true;
+  if (state == "off") return false;
+  Refuse(field, "cannot be " + std::string(state));
+}
+
+CheckState StateOf(const CheckBox& box, std::string_view state) {
+  if (state == "grey" && box.ThreeStates()) return CheckState::kGrey;
+  return IsOnWord(box, state) ? CheckState::kOn : CheckState::kOff;
+}
+
+// The entry that equals a text, else the one that equals it but for blanks around both.
+int FindEntry(const Field& field, const std::vector<std::string>& entries, std::string_view text) {
+  auto at = std::find(entries.begin(), entries.end(), text);
+  if (at == entries.end()) {
+    at = std::find_if(
+        entries.begin(), entries.end(),
+        [wanted = Trim(text)](const std::string& each) { return Trim(each) == wanted; });
+  }
+  if (at == entries.end()) Refuse(field, "has no entry \"" + std::string(text) + '"');
+  return static_cast<int>(at - entries.begin());
+}
+
+void SetList(ListField& list, std::string_view text) {
+  const auto& items = list.Items();
+  if (list.Style() == ListStyle::kCombo &&
+      std::find(items.begin(), items.end(), text) == items.end()) {
+    list.SetText(text);
+    return;
+  }
+  const bool none = text.empty() && std::none_of(items.begin(), items.end(), [](const auto& item) {
+                      return Trim(item).empty();
+                    });
+  if (none && list.Style() != ListStyle::kMulti) {
+    list.SetListIndex(-1);
+    return;
+  }
+  const int entry = FindEntry(list, items, text);
+  if (list.Style() != ListStyle::kMulti || !list.Selected(entry)) list.Pick(entry);
+}
+
+void ClickEntry(EntryArray& entries, std::int64_t n) {
+  const int entry = Index(entries, n, static_cast<std::int64_t>(entries.Entries().size()), "entry");
+  if (!entries.Entries()[static_cast<std::size_t>(entry)].visible) {
+    Refuse(entries, "does not show entry " + std::to_string(entry));
+  }
+  entries.Pick(entry);
+}
+
+struct GridPlace {
+  std::int64_t row;
+  int column;
+};
+
+GridPlace PlaceIn(Grid& grid, std::int64_t n, std::optional<std::int64_t> m) {
+  Index(grid, n, grid.Rows(), "row");
+  return {n, m || grid.Columns() > 0 ? Index(grid, m.value_or(0), grid.Columns(), "column") : 0};
+}
+
+}  // namespace
+
+void SetValue(Field& field, std::string_view value) {
+  if (auto* list = dynamic_cast<ListField*>(&field)) {
+    WantEnabled(field);
+    SetList(*list, value);
+  } else if (auto* text = dynamic_cast<TextField*>(&field)) {
+    text->SetText(value);
+  } else if (auto* rich = dynamic_cast<RichText*>(&field)) {
+    rich->SetText(value);
+  } else if (auto* label = dynamic_cast<Label*>(&field)) {
+    label->SetText(value);
+  } else if (auto* box = dynamic_cast<CheckBox*>(&field)) {
+    box->SetState(StateOf(*box, value));
+  } else if (auto* option = dynamic_cast<OptionButton*>(&field)) {
+    option->SetOn(IsOnWord(field, value));
+  } else if (auto* group = dynamic_cast<OptionGroup*>(&field)) {
+    const auto count = static_cast<std::int64_t>(group->Captions().size());
+    group->SetIndex(Index(field, WholeNumber(value), count, "entry"));
+  } else if (auto* slider = dynamic_cast<Slider*>(&field)) {
+    slider->SetValue(static_cast<int>(WholeNumber(value)));
+  } else {
+    Refuse(field, "takes no value");
+  }
+}
+
+void TypeText(Field& field, std::string_view text) {
+  auto& typed = As<TextField>(field, "field to type into");
+  WantEnabled(field);
+  field.Focus();
+  for (const char32_t key : Characters(text)) typed.TypeKey(key);
+}
+
+void PressKey(Field& field, std::string_view key) {
+  WantEnabled(field);
+  auto* text = dynamic_cast<TextField*>(&field);
+  Command* const pressed = key == "enter"    ? field.Owner().DefaultCommand
+                           : key == "escape" ? field.Owner().CancelCommand
+                                             : nullptr;
+  const bool takesEnter = text != nullptr && text->OnEnter && !text->ReadOnly;
+  if (pressed != nullptr && !(key == "enter" && takesEnter)) {
+    Press(*pressed);
+  } else if (text == nullptr || key == "escape") {
+    Refuse(field, "has no use for the key " + std::string(key));
+  } else if (key == "enter") {
+    text->TypeKey(kEnter);
+  } else if (key == "backspace") {
+    text->TypeKey(kBackspace);
+  } else if (Len(key) == 1) {
+    text->TypeKey(Characters(key).front());
+  } else {
+    Refuse(field, "has no use for the key " + std::string(key));
+  }
+}
+
+void Press(Field& field) {
+  WantEnabled(field);
+  if (auto* command = dynamic_cast<Command*>(&field)) {
+    command->Press();
+  } else if (auto* box = dynamic_cast<CheckBox*>(&field)) {
+    box->Press();
+  } else if (auto* option = dynamic_cast<OptionButton*>(&field)) {
+    option->Press();
+  } else {
+    field.Click();
+  }
+}
+
+void ClickAt(Field& field, std::optional<std::int64_t> n, std::optional<std::int64_t> m) {
+  if (!n) {
+    Press(field);
+    return;
+  }
+  WantEnabled(field);
+  if (auto* grid = dynamic_cast<Grid*>(&field)) {
+    const GridPlace place = PlaceIn(*grid, *n, m);
+    grid->ClickCell(place.row, place.column);
+  } else if (auto* list = dynamic_cast<ListField*>(&field)) {
+    list->Pick(Index(field, *n, static_cast<std::int64_t>(list->Items().size()), "entry"));
+  } else if (auto* entries = dynamic_cast<EntryArray*>(&field)) {
+    ClickEntry(*entries, *n);
+  } else if (auto* group = dynamic_cast<OptionGroup*>(&field)) {
+    group->Press(Index(field, *n, static_cast<std::int64_t>(group->Captions().size()), "entry"));
+  } else {
+    Refuse(field, "has no entries");
+  }
+}
+
+void DoubleClickAt(Field& field, std::optional<std::int64_t> n, std::optional<std::int64_t> m) {
+  WantEnabled(field);
+  if (!n) {
+    field.DoubleClick();
+  } else if (auto* grid = dynamic_cast<Grid*>(&field)) {
+    const GridPlace place = PlaceIn(*grid, *n, m);
+    grid->DoubleClickCell(place.row, place.column);
+  } else {
+    ClickAt(field, n, m);
+    field.DoubleClick();
+  }
+}
+
+void ClickHeading(Field& field, std::int64_t column) {
+  auto& grid = As<Grid>(field, "grid");
+  WantEnabled(field);
+  grid.ClickCell(0, Index(field, column, grid.Columns(), "column"));
+}
+
+void Tick(Field& field, std::string_view state) {
+  WantEnabled(field);
+  if (auto* box = dynamic_cast<CheckBox*>(&field)) {
+    const CheckState wanted = StateOf(*box, state);
+    for (int presses = 0; box->State() != wanted; ++presses) {
+      if (presses == 3) Refuse(field, "does not become " + std::string(state));
+      box->Press();
+    }
+  } else if (auto* option = dynamic_cast<OptionButton*>(&field)) {
+    if (option->IsOn() == IsOnWord(field, state)) return;
+    if (option->IsOn()) Refuse(field, "goes off when another option is pressed");
+    option->Press();
+  } else {
+    auto& command = As<Command>(field, "check box, option or toggle");
+    if (!command.Toggle) Refuse(field, "is no toggle");
+    if (command.Down() != IsOnWord(field, state)) command.Press();
+  }
+}
+
+void TickEntry(Field& field, std::int64_t entry, std::string_view state) {
+  WantEnabled(field);
+  const bool wanted = IsOnWord(field, state);
+  if (auto* list = dynamic_cast<ListField*>(&field)) {
+    if (list->Style() != ListStyle::kMulti) Refuse(field, "is no list of several choices");
+    const int index = Index(field, entry, static_cast<std::int64_t>(list->Items().size()), "entry");
+    if (list->Selected(index) != wanted) list->Pick(index);
+  } else if (auto* entries = dynamic_cast<EntryArray*>(&field)) {
+    const int index =
+        Index(field, entry, static_cast<std::int64_t>(entries->Entries().size()), "entry");
+    if (entries->Entries()[static_cast<std::size_t>(index)].checked != wanted) {
+      ClickEntry(*entries, entry);
+    }
+  } else {
+    auto& group = As<OptionGroup>(field, "list of several choices");
+    const int index =
+        Index(field, entry, static_cast<std::int64_t>(group.Captions().size()), "entry");
+    if ((group.Index() == index) == wanted) return;
+    if (!wanted) Refuse(field, "goes off when another option is pressed");
+    group.Press(index);
+  }
+}
+
+void SelectText(Field& field, std::int64_t start, std::int64_t length) {
+  if (start < 0 || length < 0) Refuse(field, "has no such piece");
+  const auto from = static_cast<std::size_t>(start);
+  const auto count = static_cast<std::size_t>(length);
+  if (auto* rich = dynamic_cast<RichText*>(&field)) {
+    rich->Select(from, count);
+  } else {
+    As<TextField>(field, "text").Select(from, count);
+  }
+}
+
+void EditGridCell(Field& field, std::int64_t row, std::int64_t column, std::string_view text) {
+  auto& grid = As<Grid>(field, "grid");
+  WantEnabled(field);
+  if (!grid.Editable) Refuse(field, "cannot be edited");
+  if (row == 0) Refuse(field, "keeps its heading");
+  Index(field, row, grid.Rows() + 1, "row");
+  grid.EditCell(row, Index(field, column, grid.Columns(), "column"), text);
+}
+
+void RemoveGridRow(Field& field, std::int64_t row) {
+  auto& grid = As<Grid>(field, "grid");
+  WantEnabled(field);
+  if (!grid.Editable) Refuse(field, "cannot be edited");
+  if (row == 0) Refuse(field, "keeps its heading");
+  Index(field, row, grid.Rows(), "row");
+  grid.RemoveRow(row);
+}
+
+}  // namespace brenvo
