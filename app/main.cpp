@@ -1,0 +1,66 @@
+// Starts the station on an application directory: the one that is named, else the program's own.
+#include <QApplication>
+#include <QDir>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QLockFile>
+#include <QTranslator>
+
+#include "station/station.h"
+#include "ui/icons.h"
+#include "ui/qt_platform.h"
+#include "ui/text.h"
+
+namespace {
+
+// The toolkit's own words in Italian: from its installation, or from beside the program.
+void LoadTranslations(QApplication& application, const QString& directory) {
+  for (const char* name : {"qtbase_it", "qtmultimedia_it", "qtserialport_it"}) {
+    auto* translator = new QTranslator(&application);
+    if (translator->load(QLatin1String(name),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)) ||
+        translator->load(QLatin1String(name), directory)) {
+      application.installTranslator(translator);
+    }
+  }
+}
+
+int RunStation(QApplication& application, const QString& directory) {
+  brenvo::QtPlatform platform(brenvo::PathFromQt(directory));
+  QLockFile lock(directory + QStringLiteral("/Brenvo.lock"));
+  lock.setStaleLockTime(0);
+  if (!lock.tryLock()) {
+    const QString why = lock.error() == QLockFile::LockFailedError
+                            ? QStringLiteral("Brenvo e' gia' in funzione sulla cartella %1")
+                            : QStringLiteral("La cartella %1 manca o non si puo' scrivere");
+    platform.Messages().Show(brenvo::MessageIcon::kCritical, "",
+                             brenvo::FromQt(why.arg(QDir::toNativeSeparators(directory))));
+    return EXIT_FAILURE;
+  }
+  brenvo::Session session(platform, brenvo::PathFromQt(directory));
+  platform.Attach(&session.Windows);
+  const bool started = brenvo::StartStation(session) != nullptr;
+  const int status = started ? application.exec() : EXIT_FAILURE;
+  platform.Attach(nullptr);
+  return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Brenvo"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Brenvo"));
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setWindowIcon(brenvo::ProgramIcon());
+  // The main frame says when the program ends, not the last window that closes.
+  QApplication::setQuitOnLastWindowClosed(false);
+  QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
+
+  const QStringList arguments = QApplication::arguments();
+  const QString directory = QDir(arguments.size() > 1 ? arguments[1]
+                                                      : QApplication::applicationDirPath())
+                                .absolutePath();
+  LoadTranslations(application, directory);
+  return RunStation(application, directory);
+}

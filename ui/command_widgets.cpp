@@ -1,0 +1,175 @@
+#include "ui/command_widgets.h"
+
+#include <QToolBar>
+#include <QToolButton>
+#include <memory>
+
+#include "ui/icons.h"
+#include "ui/text.h"
+
+namespace brenvo {
+namespace {
+
+// With few keys there is room for their words.
+constexpr std::size_t kMostKeysWithWords = 6;
+constexpr int kKeySize = 20;
+
+template <class... Cases>
+struct Match : Cases... {
+  using Cases::operator()...;
+};
+template <class... Cases>
+Match(Cases...) -> Match<Cases...>;
+
+QString WithoutMark(const std::string& caption) { return ToQt(caption).remove('&'); }
+
+}  // namespace
+
+bool CommandWidgets::Shows(const Field& field) const {
+  return actions_.contains(&field) || menus_.contains(&field);
+}
+
+QAction* CommandWidgets::ActionOf(Command& command) {
+  if (const auto at = actions_.find(&command); at != actions_.end()) return at->second;
+  auto* action = new QAction(&owner_);
+  actions_[&command] = action;
+  action->setObjectName(ToQt(command.Name()));
+  action->setIcon(CommandIcon(command.Icon.empty() ? command.Name() : command.Icon));
+  action->setIconVisibleInMenu(false);
+  action->setCheckable(command.Toggle);
+  if (!command.Shortcut.empty()) action->setShortcut(QKeySequence(ToQt(command.Shortcut)));
+  const auto follow = [action, &command] {
+    action->setText(ToQt(command.Caption()));
+    QString tip = command.Tip.empty() ? WithoutMark(command.Caption()) : ToQt(command.Tip);
+    if (!action->shortcut().isEmpty()) {
+      tip += QStringLiteral(" (%1)").arg(action->shortcut().toString(QKeySequence::NativeText));
+    }
+    action->setToolTip(tip);
+    action->setVisible(command.Visible());
+    action->setEnabled(command.Enabled());
+    if (command.Toggle) action->setChecked(command.Down());
+  };
+  command.Shown = follow;
+  follow();
+  QObject::connect(action, &QAction::triggered, action, [this, action, &command] {
+    // A menu closes, and the toolkit's flip of a toggle is undone, before the command runs.
+    if (!context_.Alive()) return;
+    if (command.Toggle) action->setChecked(command.Down());
+    context_.Later(action, [&command] { command.Press(); });
+  });
+  QObject::connect(action, &QAction::hovered, action, [this, &command] {
+    if (context_.Alive()) context_.Hover(command);
+  });
+  return action;
+}
+
+void CommandWidgets::Fill(QMenuBar& bar, const std::vector<MenuItem>& items) {
+  for (const MenuItem& item : items) {
+    std::visit(Match{[&](Command* command) { bar.addAction(ActionOf(*command)); },
+                     [&](Menu* menu) { bar.addMenu(MakeMenu(*menu)); },
+                     [&](EntryArray* entries) {
+                       QMenu* menu = bar.addMenu(ToQt(entries->Caption()));
+                       AddEntries(*menu, *entries);
+                     },
+                     [](Separator) {}},
+               item);
+  }
+}
+
+QMenu* CommandWidgets::MakeMenu(Menu& field) {
+  if (const auto at = menus_.find(&field); at != menus_.end()) return at->second;
+  auto* menu = new QMenu(ToQt(field.Caption()), &owner_);
+  menus_[&field] = menu;
+  menu->setObjectName(ToQt(field.Name()));
+  menu->setToolTipsVisible(false);
+  FillMenu(*menu, field.Items);
+  const auto follow = [menu, &field] {
+    menu->setTitle(ToQt(field.Caption()));
+    menu->menuAction()->setVisible(field.Visible());
+    menu->menuAction()->setEnabled(field.Enabled());
+  };
+  field.Shown = follow;
+  follow();
+  return menu;
+}
+
+void CommandWidgets::FillMenu(QMenu& menu, const std::vector<MenuItem>& items) {
+  for (const MenuItem& item : items) {
+    std::visit(Match{[&](Command* command) { menu.addAction(ActionOf(*command)); },
+                     [&](Menu* inner) { menu.addMenu(MakeMenu(*inner)); },
+                     [&](EntryArray* entries) { AddEntries(menu, *entries); },
+                     [&](Separator) { menu.addSeparator(); }},
+               item);
+  }
+}
+
+void CommandWidgets::AddEntries(QMenu& menu, EntryArray& entries) {
+  // An invisible mark holds the entries' place among the menu's other items.
+  QAction* mark = menu.addAction(QString());
+  mark->setVisible(false);
+  auto shown = std::make_shared<std::vector<QAction*>>();
+  const auto follow = [this, &menu, &entries, mark, shown] {
+    const auto& now = entries.Entries();
+    while (shown->size() > now.size()) {
+      shown->back()->deleteLater();
+      menu.removeAction(shown->back());
+      shown->pop_back();
+    }
+    while (shown->size() < now.size()) {
+      const int number = static_cast<int>(shown->size());
+      auto* action = new QAction(&menu);
+      action->setObjectName(QStringLiteral("%1_%2").arg(ToQt(entries.Name())).arg(number));
+      menu.insertAction(mark, action);
+      QObject::connect(action, &QAction::triggered, action, [this, action, &entries, number] {
+        if (!context_.Alive()) return;
+        action->setChecked(entries.Entries()[static_cast<std::size_t>(number)].checked);
+        context_.Later(&owner_, [&entries, number] { entries.Pick(number); });
+      });
+      shown->push_back(action);
+    }
+    for (std::size_t i = 0; i < now.size(); ++i) {
+      QAction& action = *(*shown)[i];
+      action.setText(ToQt(now[i].caption));
+      action.setCheckable(now[i].checked);
+      action.setChecked(now[i].checked);
+      action.setVisible(now[i].visible && entries.Visible());
+      action.setEnabled(entries.Enabled());
+    }
+  };
+  entries.Shown = follow;
+  follow();
+}
+
+QWidget* CommandWidgets::MakeToolBar(ToolBar& field, QWidget* parent) {
+  auto* bar = new QToolBar(parent);
+  bar->setObjectName(ToQt(field.Name()));
+  bar->setMovable(false);
+  bar->setIconSize(QSize(kKeySize, kKeySize));
+  bar->setToolButtonStyle(field.Items.size() <= kMostKeysWithWords ? Qt::ToolButtonTextBesideIcon
+                                                                   : Qt::ToolButtonIconOnly);
+  for (const MenuItem& item : field.Items) {
+    std::visit(Match{[&](Command* command) { bar->addAction(ActionOf(*command)); },
+                     [&](Menu* menu) {
+                       auto* key = new QToolButton(bar);
+                       key->setObjectName(ToQt(menu->Name()));
+                       key->setMenu(MakeMenu(*menu));
+                       key->setPopupMode(QToolButton::InstantPopup);
+                       key->setText(WithoutMark(menu->Caption()));
+                       const QIcon icon = CommandIcon(menu->Name());
+                       key->setIcon(icon.isNull() ? CommandIcon("cmExport") : icon);
+                       key->setToolTip(WithoutMark(menu->Caption()));
+                       bar->addWidget(key);
+                     },
+                     [](EntryArray*) {}, [&](Separator) { bar->addSeparator(); }},
+               item);
+  }
+  const auto follow = [bar, &field] {
+    bar->setVisible(field.Visible());
+    bar->setEnabled(field.Enabled());
+  };
+  field.Shown = follow;
+  follow();
+  return bar;
+}
+
+}  // namespace brenvo

@@ -1,0 +1,38 @@
+// Commands as menus and tool bars.
+#pragma once
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <map>
+#include <vector>
+
+#include "forms/command.h"
+#include "ui/view_context.h"
+
+namespace brenvo {
+
+// Makes the actions of one window: one for each command, wherever it appears.
+class CommandWidgets {
+ public:
+  // Actions and menus are children of `owner`, where their shortcuts work.
+  CommandWidgets(ViewContext& context, QWidget& owner) : context_(context), owner_(owner) {}
+
+  void Fill(QMenuBar& bar, const std::vector<MenuItem>& items);
+  QWidget* MakeToolBar(ToolBar& field, QWidget* parent);
+  QMenu* MakeMenu(Menu& field);
+  // True when a menu or tool bar already shows the command.
+  bool Shows(const Field& field) const;
+
+ private:
+  QAction* ActionOf(Command& command);
+  void FillMenu(QMenu& menu, const std::vector<MenuItem>& items);
+  void AddEntries(QMenu& menu, EntryArray& entries);
+
+  ViewContext& context_;
+  QWidget& owner_;
+  std::map<const Field*, QAction*> actions_;
+  std::map<const Field*, QMenu*> menus_;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,71 @@
+#include "ui/event_gate.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include "forms/window_list.h"
+
+namespace brenvo {
+
+EventGate::EventGate() { QCoreApplication::instance()->installEventFilter(this); }
+
+EventGate::~EventGate() = default;
+
+void EventGate::Run(const std::function<void()>& event) {
+  if (windows_ != nullptr) windows_->RunEvent(event);
+}
+
+void EventGate::RunDevice(QObject& guard, const std::function<void()>& event) {
+  if (Held()) {
+    Later(&guard, event);
+  } else {
+    Run(event);
+  }
+}
+
+EventGate::Hold::~Hold() {
+  if (--gate_.holds_ == 0 && !gate_.waiting_.empty()) gate_.WakeUp();
+}
+
+void EventGate::Later(QObject* guard, std::function<void()> event) {
+  waiting_.push_back({guard, std::move(event)});
+  WakeUp();
+}
+
+void EventGate::WakeUp() {
+  if (wakeUpPosted_) return;
+  wakeUpPosted_ = true;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        wakeUpPosted_ = false;
+        Flush();
+      },
+      Qt::QueuedConnection);
+}
+
+void EventGate::Flush() {
+  if (Held()) return;
+  // What an event leaves behind when it opens a dialog waits for that dialog: it is no longer in
+  // the queue that the dialog's own events flush.
+  std::deque<Waiting> turn;
+  turn.swap(waiting_);
+  for (Waiting& each : turn) {
+    if (each.guard) Run(each.event);
+  }
+}
+
+bool EventGate::eventFilter(QObject*, QEvent* event) {
+  if (waiting_.empty()) return false;
+  switch (event->type()) {
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Close: Flush(); break;
+    default: break;
+  }
+  return false;
+}
+
+}  // namespace brenvo

@@ -1,0 +1,55 @@
+// What every field's widget shares: name, state, hints, focus.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "ui/view_context.h"
+
+namespace brenvo {
+
+// Ties a field to its widget, whose child it is. The widget follows the field's visibility and
+// state, and the field gets the operator's coming, going and pointing.
+class FieldBinding : public QObject {
+ public:
+  FieldBinding(Field& field, QWidget& widget, ViewContext& context);
+  ~FieldBinding() override;
+
+  // Shows what is particular to the kind of field; runs at each change that can be seen.
+  std::function<void()> OnShow;
+  // An inner widget whose events count for the field.
+  void Watch(QWidget& part);
+  // A label that comes and goes with the field.
+  void AddCompanion(QWidget& companion) { companions_.push_back(&companion); }
+  // Double clicks of the widget are the field's.
+  void WatchDoubleClicks() { doubleClicks_ = true; }
+  void Show();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void FocusMoved(QEvent& event);
+
+  Field& field_;
+  QWidget& widget_;
+  ViewContext& context_;
+  std::vector<QPointer<QWidget>> companions_;
+  bool doubleClicks_ = false;
+};
+
+// Runs once, soon, however often it is asked for: for what is dear to draw.
+class Coalesced {
+ public:
+  Coalesced(QObject& owner, std::function<void()> work) : owner_(owner), work_(std::move(work)) {}
+  void Ask();
+
+ private:
+  QObject& owner_;
+  std::function<void()> work_;
+  bool asked_ = false;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,31 @@
+// The widget of any field.
+#pragma once
+
+#include <QWidget>
+
+#include "forms/field.h"
+#include "ui/view_context.h"
+
+namespace brenvo {
+
+// How a field is drawn where its kind leaves a choice.
+enum class Look {
+  kPlain,
+  kTabs,       // a group of options as tabs
+  kTwoAcross,  // a group of options in two columns
+  kFourAcross,
+  kVertical,   // a slider
+  kScrollBar,  // a slider
+  kDisplay,    // a text or label in large fixed figures
+};
+
+// The widget that shows a field and brings the operator's keys and clicks to it. Null for fields
+// that are no part of a window's inside: menus, tool bars, panels.
+QWidget* MakeFieldWidget(Field& field, ViewContext& context, QWidget* parent, Look look);
+
+// True for fields that use all the room they get: grids, lists, text areas, pictures.
+bool FillsRoom(const Field& field);
+// True for fields that bear their words themselves.
+bool ShowsOwnCaption(const Field& field);
+
+}  // namespace brenvo

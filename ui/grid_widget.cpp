@@ -1,0 +1,169 @@
+#include "ui/grid_widget.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <memory>
+
+#include "ui/grid_model.h"
+#include "ui/text.h"
+
+namespace brenvo {
+namespace {
+
+// Beyond this many rows all are alike: asking each for its height would take longer than a look.
+constexpr int kMostRowsOfOwnHeight = 20000;
+// Rows that a column without a width is measured by.
+constexpr int kMeasuredRows = 60;
+constexpr int kNarrowest = 48, kWidestMeasured = 320;
+
+class Table : public QTableView {
+ public:
+  Table(Grid& grid, ViewContext& context, QWidget* parent)
+      : QTableView(parent), grid_(grid), context_(context),
+        model_(new GridModel(grid, context, this)) {
+    setModel(model_);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setTabKeyNavigation(false);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    horizontalHeader()->setSectionsClickable(true);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setMinimumSectionSize(16);
+    connect(this, &QTableView::clicked, this, [this](const QModelIndex& at) {
+      Run(at, [this](std::int64_t row, int column) { grid_.ClickCell(row, column); });
+    });
+    connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& at) {
+      if (grid_.Editable) return;
+      Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
+    });
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
+      context_.Later(this, [this, column] { grid_.ClickCell(0, column); });
+    });
+    connect(this, &QWidget::customContextMenuRequested, this, [this] {
+      context_.Later(this, [this] {
+        if (grid_.OnContextMenu) grid_.OnContextMenu();
+      });
+    });
+  }
+
+  void Refresh() {
+    if (!context_.Alive()) return;
+    refreshing_ = true;
+    setEditTriggers(grid_.Editable ? QAbstractItemView::DoubleClicked |
+                                         QAbstractItemView::EditKeyPressed |
+                                         QAbstractItemView::AnyKeyPressed
+                                   : QAbstractItemView::NoEditTriggers);
+    model_->Refresh();
+    SizeColumns();
+    SizeRows();
+    ShowCurrent();
+    refreshing_ = false;
+  }
+
+  QSize sizeHint() const override { return {420, 260}; }
+  QSize minimumSizeHint() const override { return {160, 96}; }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const QModelIndex at = currentIndex();
+    if (context_.Alive() && grid_.Editable && event->key() == Qt::Key_Delete && at.isValid()) {
+      Run(at, [this](std::int64_t row, int) { grid_.RemoveRow(row); });
+      return;
+    }
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && at.isValid() &&
+        state() != QAbstractItemView::EditingState && !grid_.Editable) {
+      Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
+      return;
+    }
+    QTableView::keyPressEvent(event);
+  }
+
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
+    QTableView::currentChanged(current, previous);
+    if (refreshing_ || !current.isValid() || !context_.Alive()) return;
+    grid_.SetCurrent(current.row() + 1, current.column());
+  }
+
+ private:
+  // The toolkit ends its click before the event changes what was clicked.
+  void Run(const QModelIndex& at, std::function<void(std::int64_t, int)> event) {
+    context_.Later(this, [event = std::move(event), row = at.row() + 1, column = at.column()] {
+      event(row, column);
+    });
+  }
+
+  void SizeColumns() {
+    std::vector<int> told;
+    for (int column = 0; column < model_->columnCount(); ++column) {
+      told.push_back(grid_.ColumnWidth(column));
+    }
+    const bool measured = model_->rowCount() > 0;
+    // The operator's own widths stand until the grid tells others.
+    if (told == told_ && (measured_ || !measured)) return;
+    told_ = told;
+    measured_ = measured;
+    horizontalHeader()->setResizeContentsPrecision(kMeasuredRows);
+    int last = -1;
+    for (int column = 0; column < model_->columnCount(); ++column) {
+      const int twips = told[static_cast<std::size_t>(column)];
+      setColumnHidden(column, twips == 0);
+      if (twips == 0) continue;
+      last = column;
+      const int heading = horizontalHeader()->sectionSizeHint(column);
+      const int wanted = twips > 0 ? Twips(twips).Pixels()
+                                   : std::clamp(sizeHintForColumn(column) + 6, kNarrowest,
+                                                kWidestMeasured);
+      setColumnWidth(column, std::max(heading, wanted));
+    }
+    horizontalHeader()->setStretchLastSection(last >= 0 &&
+                                              told[static_cast<std::size_t>(last)] < 0);
+  }
+
+  void SizeRows() {
+    const int rows = model_->rowCount();
+    if (rows > kMostRowsOfOwnHeight) return;
+    for (int row = 0; row < rows; ++row) {
+      const int twips = grid_.RowHeight(row + 1);
+      const int height = twips > 0 ? Twips(twips).Pixels() : verticalHeader()->defaultSectionSize();
+      if (height != rowHeight(row)) setRowHeight(row, height);
+    }
+  }
+
+  void ShowCurrent() {
+    const auto row = static_cast<int>(std::min<std::int64_t>(grid_.Row() - 1, model_->rowCount()));
+    const QModelIndex at = model_->index(row, std::max(grid_.Column(), 0));
+    if (!at.isValid() || at == currentIndex()) return;
+    setCurrentIndex(at);
+  }
+
+  Grid& grid_;
+  ViewContext& context_;
+  GridModel* model_;
+  std::vector<int> told_;
+  bool measured_ = false;
+  bool refreshing_ = false;
+};
+
+}  // namespace
+
+QWidget* MakeGridWidget(Grid& field, ViewContext& context, QWidget* parent) {
+  auto* table = new Table(field, context, parent);
+  auto* binding = new FieldBinding(field, *table, context);
+  binding->Watch(*table->viewport());
+  auto refresh = std::make_shared<Coalesced>(*table, [table] { table->Refresh(); });
+  binding->OnShow = [refresh] { refresh->Ask(); };
+  binding->Show();
+  table->Refresh();
+  return table;
+}
+
+}  // namespace brenvo

@@ -1,0 +1,11 @@
+// Grids.
+#pragma once
+
+#include "forms/grid.h"
+#include "ui/field_binding.h"
+
+namespace brenvo {
+
+QWidget* MakeGridWidget(Grid& field, ViewContext& context, QWidget* parent);
+
+}  // namespace brenvo

@@ -1,0 +1,225 @@
+#include "ui/list_widgets.h"
+
+#include <QAbstractItemView>
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QListView>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QSignalBlocker>
+#include <QStringListModel>
+#include <QWheelEvent>
+
+#include "ui/text.h"
+#include "ui/text_widgets.h"
+
+namespace brenvo {
+namespace {
+
+// A list's entries, told to the toolkit when they have changed.
+class Entries : public QStringListModel {
+ public:
+  using QStringListModel::QStringListModel;
+
+  // False when they were the same.
+  bool Follow(const std::vector<std::string>& items) {
+    if (items == items_) return false;
+    items_ = items;
+    QStringList texts;
+    for (const std::string& item : items) texts.append(ToQt(item));
+    setStringList(texts);
+    return true;
+  }
+  // Codes padded with blanks before a description only line up in a fixed font.
+  bool AreColumns() const {
+    return std::any_of(items_.begin(), items_.end(), [](const std::string& item) {
+      const std::size_t at = item.find("  ");
+      return at != std::string::npos && at + 2 < item.size();
+    });
+  }
+  Qt::ItemFlags flags(const QModelIndex& index) const override {
+    return QStringListModel::flags(index) & ~Qt::ItemIsEditable;
+  }
+  QStringList mimeTypes() const override { return {QStringLiteral("text/plain")}; }
+  QMimeData* mimeData(const QModelIndexList& indexes) const override {
+    auto* data = new QMimeData;
+    if (!indexes.isEmpty()) data->setText(indexes.first().data().toString());
+    return data;
+  }
+
+ private:
+  std::vector<std::string> items_;
+};
+
+void UseListFont(QAbstractItemView& view, const Entries& entries) {
+  if (!entries.AreColumns()) return;
+  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fixed.setPointSizeF(view.font().pointSizeF());
+  view.setFont(fixed);
+}
+
+class Combo : public QComboBox {
+ public:
+  Combo(ListField& field, ViewContext& context, QWidget* parent)
+      : QComboBox(parent), field_(field), context_(context), entries_(new Entries(this)) {
+    setModel(entries_);
+    setMaxVisibleItems(20);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    if (field.Style() == ListStyle::kCombo) {
+      setEditable(true);
+      setInsertPolicy(QComboBox::NoInsert);
+      edit_ = new TextEdit(field, context, this);
+      setLineEdit(edit_);
+      setCompleter(nullptr);
+    }
+    connect(this, &QComboBox::activated, this, [this](int index) { Activated(index); });
+  }
+
+  QLineEdit* Line() const { return edit_; }
+
+  void Follow() {
+    const QSignalBlocker quiet(this);
+    const bool lineWasQuiet = edit_ != nullptr && edit_->blockSignals(true);
+    if (entries_->Follow(field_.Items())) UseListFont(*view(), *entries_);
+    if (currentIndex() != field_.ListIndex()) setCurrentIndex(field_.ListIndex());
+    if (edit_ == nullptr) return;
+    edit_->blockSignals(lineWasQuiet);
+    edit_->Follow();
+  }
+
+  void showPopup() override {
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + scrollBar + 8);
+    QComboBox::showPopup();
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool clears = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
+    if (edit_ == nullptr && clears) {
+      context_.Run([this] { field_.Pick(-1); });
+      return;
+    }
+    QComboBox::keyPressEvent(event);
+  }
+
+  void wheelEvent(QWheelEvent* event) override {
+    // Rolling through a window must not change what stands in it.
+    hasFocus() ? QComboBox::wheelEvent(event) : event->ignore();
+  }
+
+ private:
+  void Activated(int index) {
+    if (!context_.Alive()) return;
+    // The toolkit also activates an entry that was typed in full, which is no choice.
+    const auto at = static_cast<std::size_t>(index);
+    if (edit_ != nullptr && at < field_.Items().size() && field_.Items()[at] == field_.Text()) {
+      Follow();
+      return;
+    }
+    context_.Run([this, index] { field_.Pick(index); });
+    if (context_.Alive()) Follow();
+  }
+
+  ListField& field_;
+  ViewContext& context_;
+  Entries* entries_;
+  TextEdit* edit_ = nullptr;
+};
+
+class OpenList : public QListView {
+ public:
+  OpenList(ListField& field, ViewContext& context, QWidget* parent)
+      : QListView(parent), field_(field), context_(context), entries_(new Entries(this)) {
+    setModel(entries_);
+    setUniformItemSizes(true);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setSelectionMode(Multi() ? QAbstractItemView::MultiSelection
+                             : QAbstractItemView::SingleSelection);
+    setDragEnabled(!Multi());
+    setDragDropMode(Multi() ? QAbstractItemView::NoDragDrop : QAbstractItemView::DragOnly);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QListView::clicked, this, [this](const QModelIndex& at) { Pick(at.row()); });
+    connect(this, &QListView::doubleClicked, this,
+            [this] { context_.Later(this, [this] { field_.DoubleClick(); }); });
+    connect(this, &QWidget::customContextMenuRequested, this, [this] {
+      context_.Later(this, [this] {
+        if (field_.OnContextMenu) field_.OnContextMenu();
+      });
+    });
+  }
+
+  void Follow() {
+    if (!context_.Alive()) return;
+    if (entries_->Follow(field_.Items())) UseListFont(*this, *entries_);
+    const QSignalBlocker quiet(selectionModel());
+    following_ = true;
+    if (Multi()) {
+      QItemSelection marked;
+      for (int row = 0; row < entries_->rowCount(); ++row) {
+        if (field_.Selected(row)) marked.select(entries_->index(row), entries_->index(row));
+      }
+      selectionModel()->select(marked, QItemSelectionModel::ClearAndSelect);
+    } else if (const QModelIndex at = entries_->index(field_.ListIndex()); at.isValid()) {
+      selectionModel()->setCurrentIndex(at, QItemSelectionModel::ClearAndSelect);
+      scrollTo(at);
+    } else {
+      selectionModel()->clear();
+    }
+    following_ = false;
+    viewport()->update();
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (Multi() && event->key() == Qt::Key_Space) {
+      if (currentIndex().isValid()) Pick(currentIndex().row());
+      return;
+    }
+    const int before = currentIndex().row();
+    QListView::keyPressEvent(event);
+    // Arrows and letters choose as they go.
+    if (!Multi() && currentIndex().isValid() && currentIndex().row() != before) {
+      Pick(currentIndex().row());
+    }
+  }
+
+ private:
+  bool Multi() const { return field_.Style() == ListStyle::kMulti; }
+  void Pick(int row) {
+    if (following_) return;
+    context_.Run([this, row] { field_.Pick(row); });
+    Follow();
+  }
+
+  ListField& field_;
+  ViewContext& context_;
+  Entries* entries_;
+  bool following_ = false;
+};
+
+}  // namespace
+
+QWidget* MakeListWidget(ListField& field, ViewContext& context, QWidget* parent) {
+  if (field.Style() == ListStyle::kDropDown || field.Style() == ListStyle::kCombo) {
+    auto* combo = new Combo(field, context, parent);
+    auto* binding = new FieldBinding(field, *combo, context);
+    binding->WatchDoubleClicks();
+    binding->OnShow = [combo] { combo->Follow(); };
+    if (combo->Line() != nullptr) binding->Watch(*combo->Line());
+    binding->Show();
+    return combo;
+  }
+  auto* list = new OpenList(field, context, parent);
+  auto* binding = new FieldBinding(field, *list, context);
+  binding->Watch(*list->viewport());
+  // Entries are added one by one: the list is drawn when all are there.
+  auto* soon = new QObject(list);
+  auto refresh = std::make_shared<Coalesced>(*soon, [list] { list->Follow(); });
+  binding->OnShow = [refresh] { refresh->Ask(); };
+  binding->Show();
+  list->Follow();
+  return list;
+}
+
+}  // namespace brenvo

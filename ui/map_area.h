@@ -1,0 +1,72 @@
+// The main frame's inside: child windows over the map.
+#pragma once
+
+#include <QImage>
+#include <QMdiArea>
+#include <QRubberBand>
+#include <QScrollBar>
+#include <functional>
+
+#include "platform/picture_viewer.h"
+
+namespace brenvo {
+
+// Left drag draws a rectangle, right or middle drag moves the picture, the wheel scrolls, Ctrl
+// and the wheel zooms. Annotations are burnt into a layer over the picture and share its life.
+class MapArea : public QMdiArea, public PictureViewer {
+ public:
+  explicit MapArea(QWidget* parent = nullptr);
+
+  // The rectangle that the operator drew, viewport pixels.
+  std::function<void(int x, int y, int width, int height)> OnRectangle;
+  // The inside has another size.
+  std::function<void()> OnResized;
+
+  void SetImage(const std::filesystem::path& file) override;
+  int ImageWidth() override { return image_.width(); }
+  int ImageHeight() override { return image_.height(); }
+  double Zoom() override { return zoom_; }
+  void SetZoom(double percent) override;
+  int ScrollX() override { return across_->value(); }
+  int ScrollY() override { return down_->value(); }
+  void SetScroll(int x, int y) override;
+  int ViewWidth() override { return viewport()->width(); }
+  int ViewHeight() override { return viewport()->height(); }
+  void DrawRectangle(int x, int y, int width, int height, Colour fill) override;
+  void DrawStamp(const std::filesystem::path& image, int x, int y) override;
+  void DrawLine(int x, int y, int width, int height) override;
+  void DrawText(int x, int y, std::string_view text) override;
+  void EndAnnotation() override {}
+  void Refresh() override;
+  void ZoomToRectangle(int x, int y, int width, int height) override;
+  void Print() override;
+
+  // The picture with its annotations, at zoom 100.
+  QImage Picture() const;
+
+ protected:
+  bool viewportEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void ArrangeScrollBars();
+  void PaintEmpty(QPainter& painter) const;
+  // Draws in viewport pixels onto the annotations, then shows that piece of the screen.
+  void Annotate(const QRect& piece, const std::function<void(QPainter&)>& draw);
+  bool Press(QMouseEvent& event);
+  bool Drag(QMouseEvent& event);
+  bool Release(QMouseEvent& event);
+  bool Wheel(QWheelEvent& event);
+  void ZoomAround(double percent, QPoint centre);
+
+  QImage image_, annotations_;
+  double zoom_ = 100;
+  QScrollBar* across_;
+  QScrollBar* down_;
+  QRubberBand* rectangle_;
+  QPoint pressedAt_, scrollAtPress_;
+  Qt::MouseButton dragging_ = Qt::NoButton;
+};
+
+}  // namespace brenvo

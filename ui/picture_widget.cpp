@@ -1,0 +1,88 @@
+#include "ui/picture_widget.h"
+
+#include <QPainter>
+#include <QPaintEvent>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include "ui/text.h"
+
+namespace brenvo {
+namespace {
+
+// The picture at its own size, with the circles over it.
+class Canvas : public QWidget {
+ public:
+  Canvas(PictureBox& field, ViewContext& context) : field_(field), context_(context) {
+    field.Drawn = [this](const PictureBox::Circle&) {
+      FitCircles();
+      update();
+    };
+  }
+  ~Canvas() override {
+    if (context_.Alive()) field_.Drawn = nullptr;
+  }
+
+  void Follow() {
+    const QString file = PathToQt(field_.Picture());
+    if (file != file_) {
+      file_ = file;
+      picture_ = file.isEmpty() ? QPixmap() : QPixmap(file);
+      // A cleared picture leaves its area, so that the circles stay where they were.
+      if (!picture_.isNull()) setFixedSize(picture_.size());
+    }
+    FitCircles();
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QPainter painter(this);
+    painter.fillRect(event->rect(), Qt::white);
+    painter.drawPixmap(0, 0, picture_);
+    if (!context_.Alive()) return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const PictureBox::Circle& circle : field_.Circles()) {
+      const QColor colour(circle.colour.red, circle.colour.green, circle.colour.blue);
+      painter.setPen(QPen(colour, 2));
+      painter.setBrush(Qt::NoBrush);
+      const int radius = circle.radius.Pixels();
+      painter.drawEllipse(QPoint(circle.x.Pixels(), circle.y.Pixels()), radius, radius);
+    }
+  }
+
+ private:
+  // Without a picture the circles alone say how large the area is.
+  void FitCircles() {
+    QSize needed = size();
+    for (const PictureBox::Circle& circle : field_.Circles()) {
+      needed = needed.expandedTo({circle.x.Pixels() + 2 * circle.radius.Pixels(),
+                                  circle.y.Pixels() + 2 * circle.radius.Pixels()});
+    }
+    if (picture_.isNull() && needed != size()) setFixedSize(needed);
+  }
+
+  PictureBox& field_;
+  ViewContext& context_;
+  QString file_;
+  QPixmap picture_;
+};
+
+}  // namespace
+
+QWidget* MakePictureWidget(PictureBox& field, ViewContext& context, QWidget* parent) {
+  auto* area = new QScrollArea(parent);
+  auto* canvas = new Canvas(field, context);
+  area->setWidget(canvas);
+  area->setFrameShape(QFrame::NoFrame);
+  auto* binding = new FieldBinding(field, *area, context);
+  binding->Watch(*canvas);
+  binding->OnShow = [area, canvas, &field] {
+    canvas->Follow();
+    area->verticalScrollBar()->setValue(-field.Top().Pixels());
+  };
+  binding->Show();
+  return area;
+}
+
+}  // namespace brenvo

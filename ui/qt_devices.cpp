@@ -1,0 +1,113 @@
+#include "ui/qt_devices.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QMessageBox>
+#include <QPushButton>
+#include <filesystem>
+
+#include "ui/text.h"
+
+namespace brenvo {
+namespace {
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::kInformation: return QMessageBox::Information;
+    case MessageIcon::kExclamation: return QMessageBox::Warning;
+    case MessageIcon::kCritical: return QMessageBox::Critical;
+    case MessageIcon::kNone: break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+QString TitleOf(std::string_view title) {
+  return title.empty() ? QApplication::applicationDisplayName() : ToQt(title);
+}
+
+QString SettingKey(std::string_view section, std::string_view key) {
+  return ToQt(section) + '/' + ToQt(key);
+}
+
+}  // namespace
+
+DateTime QtClock::Now() {
+  const QDateTime now = QDateTime::currentDateTime();
+  const QDate date = now.date();
+  const QTime time = now.time();
+  return DateTime::Of(date.year(), date.month(), date.day(), time.hour(), time.minute(),
+                      time.second());
+}
+
+QtTimer::QtTimer(EventGate& gate) : timer_(new QTimer) {
+  timer_->setTimerType(Qt::PreciseTimer);
+  QObject::connect(timer_, &QTimer::timeout, timer_, [this, &gate] {
+    // A tick that falls into a wait is lost, as it would be while any handler runs.
+    if (gate.Held()) return;
+    gate.Run([this] {
+      if (OnTick) OnTick();
+    });
+  });
+}
+
+QtTimer::~QtTimer() {
+  timer_->stop();
+  timer_->disconnect();
+  timer_->deleteLater();
+}
+
+void QtTimer::SetInterval(int milliseconds) {
+  interval_ = milliseconds;
+  StartOrStop();
+}
+
+void QtTimer::SetEnabled(bool enabled) {
+  if (enabled == enabled_) return;
+  enabled_ = enabled;
+  StartOrStop();
+}
+
+void QtTimer::StartOrStop() {
+  if (enabled_ && interval_ > 0) {
+    timer_->start(interval_);
+  } else {
+    timer_->stop();
+  }
+}
+
+void QtMessageBox::Show(MessageIcon icon, std::string_view title, std::string_view text) {
+  QMessageBox box(IconOf(icon), TitleOf(title), ToQt(text), QMessageBox::NoButton,
+                  QApplication::activeWindow());
+  box.setTextFormat(Qt::PlainText);
+  box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+  box.exec();
+}
+
+bool QtMessageBox::AskYesNo(std::string_view title, std::string_view text) {
+  QMessageBox box(QMessageBox::Question, TitleOf(title), ToQt(text), QMessageBox::NoButton,
+                  QApplication::activeWindow());
+  box.setTextFormat(Qt::PlainText);
+  QPushButton* yes = box.addButton(QStringLiteral("&Sì"), QMessageBox::YesRole);
+  QPushButton* no = box.addButton(QStringLiteral("&No"), QMessageBox::NoRole);
+  // Questions stand before what cannot be undone: Enter by habit must not confirm.
+  box.setDefaultButton(no);
+  box.setEscapeButton(no);
+  box.exec();
+  return box.clickedButton() == yes;
+}
+
+QtSettings::QtSettings(const std::filesystem::path& file)
+    : settings_(PathToQt(file), QSettings::IniFormat) {}
+
+std::string QtSettings::GetSetting(std::string_view section, std::string_view key,
+                                   std::string_view defaultValue) {
+  return FromQt(settings_.value(SettingKey(section, key), ToQt(defaultValue)).toString());
+}
+
+void QtSettings::SaveSetting(std::string_view section, std::string_view key,
+                             std::string_view value) {
+  settings_.setValue(SettingKey(section, key), ToQt(value));
+  settings_.sync();
+}
+
+}  // namespace brenvo

@@ -1,0 +1,55 @@
+// The small devices: clock, timer, message box, settings.
+#pragma once
+
+#include <QPointer>
+#include <QSettings>
+#include <QTimer>
+
+#include "platform/clock.h"
+#include "platform/message_box.h"
+#include "platform/settings_store.h"
+#include "ui/event_gate.h"
+
+namespace brenvo {
+
+class QtClock : public Clock {
+ public:
+  DateTime Now() override;
+};
+
+class QtTimer : public Timer {
+ public:
+  explicit QtTimer(EventGate& gate);
+  ~QtTimer() override;
+  void SetInterval(int milliseconds) override;
+  void SetEnabled(bool enabled) override;
+  bool Enabled() const override { return enabled_; }
+
+ private:
+  void StartOrStop();
+  // A tick may destroy its own timer, so the timer goes by deleteLater.
+  QTimer* timer_;
+  int interval_ = 0;
+  bool enabled_ = false;
+};
+
+class QtMessageBox : public MessageBox {
+ public:
+  void Show(MessageIcon icon, std::string_view title, std::string_view text) override;
+  bool AskYesNo(std::string_view title, std::string_view text) override;
+};
+
+// An ini file; every change is on disk when SaveSetting returns.
+class QtSettings : public SettingsStore {
+ public:
+  explicit QtSettings(const std::filesystem::path& file);
+  std::string GetSetting(std::string_view section, std::string_view key,
+                         std::string_view defaultValue) override;
+  void SaveSetting(std::string_view section, std::string_view key,
+                   std::string_view value) override;
+
+ private:
+  QSettings settings_;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,52 @@
+#include "ui/qt_platform.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QUrl>
+
+#include "ui/qt_serial_port.h"
+#include "ui/qt_tcp_client.h"
+#include "ui/qt_wave_player.h"
+#include "ui/text.h"
+
+namespace brenvo {
+
+QtPlatform::QtPlatform(const std::filesystem::path& appPath)
+    : appPath_(appPath), settings_(appPath / "Brenvo.ini") {
+  host_.OnFailure = [this] { printer_.Abandon(); };
+}
+
+QtPlatform::~QtPlatform() = default;
+
+ReportPrinter& QtPlatform::Reports() { throw DeviceError("Nessuna stampante di report"); }
+
+std::unique_ptr<Timer> QtPlatform::MakeTimer() { return std::make_unique<QtTimer>(gate_); }
+
+std::unique_ptr<SerialPort> QtPlatform::MakeSerialPort() {
+  return std::make_unique<QtSerialPort>(gate_, settings_);
+}
+
+std::unique_ptr<TcpClient> QtPlatform::MakeTcpClient(std::string_view) {
+  return std::make_unique<QtTcpClient>(gate_);
+}
+
+std::unique_ptr<WavePlayer> QtPlatform::MakeWavePlayer() {
+  return std::make_unique<QtWavePlayer>(gate_);
+}
+
+void QtPlatform::Beep() { QApplication::beep(); }
+
+void QtPlatform::Open(const std::filesystem::path& file, int) {
+  QDesktopServices::openUrl(QUrl::fromLocalFile(PathToQt(file)));
+}
+
+std::optional<std::filesystem::path> QtPlatform::PickFile(std::string_view title,
+                                                          std::string_view pattern) {
+  const QString picked = QFileDialog::getOpenFileName(QApplication::activeWindow(), ToQt(title),
+                                                      PathToQt(appPath_), ToQt(pattern));
+  if (picked.isEmpty()) return std::nullopt;
+  return PathFromQt(picked);
+}
+
+}  // namespace brenvo

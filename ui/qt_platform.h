@@ -1,0 +1,52 @@
+// The machine as the desktop offers it.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "platform/platform.h"
+#include "ui/event_gate.h"
+#include "ui/qt_devices.h"
+#include "ui/qt_printer.h"
+#include "ui/qt_window_host.h"
+
+namespace brenvo {
+
+class QtPlatform : public Platform {
+ public:
+  // Settings stand in the application directory.
+  explicit QtPlatform(const std::filesystem::path& appPath);
+  ~QtPlatform() override;
+
+  // The session's windows, which answer from now on; null before the session goes.
+  void Attach(WindowList* windows) { gate_.Attach(windows); }
+  EventGate& Gate() { return gate_; }
+  QtWindowHost& Screen() { return host_; }
+
+  Clock& GetClock() override { return clock_; }
+  MessageBox& Messages() override { return messages_; }
+  SettingsStore& Settings() override { return settings_; }
+  WindowHost& Host() override { return host_; }
+  Printer& GetPrinter() override { return printer_; }
+  ReportPrinter& Reports() override;
+  PictureViewer& Map() override { return host_.Map(); }
+  std::unique_ptr<Timer> MakeTimer() override;
+  std::unique_ptr<SerialPort> MakeSerialPort() override;
+  std::unique_ptr<TcpClient> MakeTcpClient(std::string_view window) override;
+  std::unique_ptr<WavePlayer> MakeWavePlayer() override;
+  void Beep() override;
+  void Open(const std::filesystem::path& file, int topic) override;
+  std::optional<std::filesystem::path> PickFile(std::string_view title,
+                                                std::string_view pattern) override;
+
+ private:
+  std::filesystem::path appPath_;
+  EventGate gate_;
+  QtClock clock_;
+  QtMessageBox messages_;
+  QtSettings settings_;
+  QtPrinter printer_{ChoosePrinter};
+  QtWindowHost host_{gate_};
+};
+
+}  // namespace brenvo

@@ -1,0 +1,65 @@
+#include "ui/qt_tcp_client.h"
+
+#include "ui/text.h"
+
+namespace brenvo {
+namespace {
+
+constexpr quint16 kTelnetPort = 23;
+
+}  // namespace
+
+QtTcpClient::QtTcpClient(EventGate& gate) : socket_(new QTcpSocket) {
+  QObject::connect(socket_, &QTcpSocket::readyRead, socket_, [this, &gate] {
+    gate.RunDevice(guard_, [this] {
+      if (OnData) OnData();
+    });
+  });
+  // Only a connection that stood is closed by its peer; an own close drops the signal before.
+  QObject::connect(socket_, &QTcpSocket::disconnected, socket_, [this, &gate] {
+    gate.RunDevice(guard_, [this] {
+      if (OnPeerClose) OnPeerClose();
+    });
+  });
+}
+
+QtTcpClient::~QtTcpClient() {
+  Close();
+  socket_->disconnect();
+  socket_->deleteLater();
+}
+
+void QtTcpClient::Connect(std::string_view host, int port) {
+  const bool known = port > 0 && port <= 65535;
+  Close();
+  socket_->connectToHost(ToQt(host).trimmed(), known ? static_cast<quint16>(port) : kTelnetPort);
+}
+
+bool QtTcpClient::IsConnected() const {
+  return socket_->state() == QAbstractSocket::ConnectedState;
+}
+
+std::size_t QtTcpClient::BytesWaiting() const {
+  return static_cast<std::size_t>(socket_->bytesAvailable());
+}
+
+std::string QtTcpClient::Read(std::size_t most) {
+  return socket_->read(static_cast<qint64>(most)).toStdString();
+}
+
+void QtTcpClient::Send(std::string_view bytes) {
+  if (!IsConnected()) return;
+  socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+  socket_->flush();
+}
+
+void QtTcpClient::Close() {
+  const bool blocked = socket_->blockSignals(true);
+  socket_->flush();
+  socket_->disconnectFromHost();
+  // Data that the system's buffer does not take at once is not worth a wait.
+  if (socket_->state() != QAbstractSocket::UnconnectedState) socket_->abort();
+  socket_->blockSignals(blocked);
+}
+
+}  // namespace brenvo

@@ -1,0 +1,27 @@
+// A TCP connection.
+#pragma once
+
+#include <QTcpSocket>
+
+#include "platform/tcp_client.h"
+#include "ui/event_gate.h"
+
+namespace brenvo {
+
+class QtTcpClient : public TcpClient {
+ public:
+  explicit QtTcpClient(EventGate& gate);
+  ~QtTcpClient() override;
+  void Connect(std::string_view host, int port) override;
+  bool IsConnected() const override;
+  std::size_t BytesWaiting() const override;
+  std::string Read(std::size_t most) override;
+  void Send(std::string_view bytes) override;
+  void Close() override;
+
+ private:
+  QTcpSocket* socket_;
+  QObject guard_;
+};
+
+}  // namespace brenvo

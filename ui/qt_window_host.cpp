@@ -1,0 +1,106 @@
+#include "ui/qt_window_host.h"
+
+#include <QApplication>
+#include <QMdiSubWindow>
+#include <QMessageBox>
+#include <QScreen>
+#include <cstdlib>
+
+#include "core/main_frame.h"
+#include "forms/window_list.h"
+#include "ui/icons.h"
+#include "ui/text.h"
+
+namespace brenvo {
+
+QtWindowHost::QtWindowHost(EventGate& gate)
+    : gate_(gate), main_(std::make_unique<QMainWindow>()), area_(new MapArea(main_.get())) {
+  main_->setCentralWidget(area_);
+  main_->setWindowIcon(ProgramIcon());
+  QObject::connect(area_, &QMdiArea::subWindowActivated, main_.get(),
+                   [this](QMdiSubWindow* child) { TellActivated(child); });
+}
+
+QtWindowHost::~QtWindowHost() = default;
+
+WindowFrame& QtWindowHost::FrameOf(Window& window, WindowFrame::Kind kind) {
+  if (mainWindow_ == nullptr) mainWindow_ = &window;
+  if (&window == mainWindow_) kind = WindowFrame::Kind::kMain;
+  auto& frame = frames_[&window];
+  // A child that is opened as a dialog, or the other way round, gets a new frame.
+  if (!frame || frame->GetKind() != kind) {
+    frame.reset();
+    frame = std::make_unique<WindowFrame>(window, kind, gate_, *main_, *area_);
+    if (auto* station = dynamic_cast<MainFrame*>(&window)) {
+      area_->OnRectangle = [this, station](int x, int y, int width, int height) {
+        gate_.Run([=] { station->MapRectangleDrawn(x, y, width, height); });
+      };
+    }
+  }
+  return *frame;
+}
+
+void QtWindowHost::Show(Window& window) { FrameOf(window, WindowFrame::Kind::kChild).Show(); }
+
+void QtWindowHost::ShowModal(Window& window) {
+  FrameOf(window, WindowFrame::Kind::kDialog).ShowModal();
+}
+
+void QtWindowHost::Hide(Window& window) {
+  if (const auto at = frames_.find(&window); at != frames_.end()) at->second->Hide();
+}
+
+void QtWindowHost::Forget(Window& window) {
+  frames_.erase(&window);
+  if (&window != mainWindow_) return;
+  area_->OnRectangle = nullptr;
+  mainWindow_ = nullptr;
+  QApplication::quit();
+}
+
+void QtWindowHost::MoveFocus(Field& field) {
+  if (const auto at = frames_.find(&field.Owner()); at != frames_.end()) {
+    at->second->FocusOn(field);
+  }
+}
+
+void QtWindowHost::SetBusy(bool busy) {
+  busy ? QApplication::setOverrideCursor(Qt::WaitCursor) : QApplication::restoreOverrideCursor();
+}
+
+void QtWindowHost::ProcessEvents() { QApplication::processEvents(); }
+
+Twips QtWindowHost::ScreenWidth() {
+  return Twips::FromPixels(main_->screen()->availableGeometry().width());
+}
+
+Twips QtWindowHost::ScreenHeight() {
+  return Twips::FromPixels(main_->screen()->availableGeometry().height());
+}
+
+void QtWindowHost::ReportFailure(std::string_view text) {
+  if (OnFailure) OnFailure();
+  QMessageBox box(QMessageBox::Critical, QApplication::applicationDisplayName(), ToQt(text),
+                  QMessageBox::NoButton, QApplication::activeWindow());
+  box.setTextFormat(Qt::PlainText);
+  box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+  box.exec();
+}
+
+void QtWindowHost::EndProgram() { std::_Exit(EXIT_FAILURE); }
+
+void QtWindowHost::TellActivated(QMdiSubWindow* child) {
+  if (child == nullptr) return;
+  gate_.Later(child, [this, child] {
+    // What has come to the front since then counts, not what stood there in between.
+    if (area_->activeSubWindow() != child || gate_.Windows() == nullptr) return;
+    for (const auto& [window, frame] : frames_) {
+      if (&frame->Outer() == child) {
+        gate_.Windows()->Activated(*window);
+        return;
+      }
+    }
+  });
+}
+
+}  // namespace brenvo

@@ -1,0 +1,50 @@
+// Windows on the desktop.
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "platform/window_host.h"
+#include "ui/event_gate.h"
+#include "ui/map_area.h"
+#include "ui/window_frame.h"
+
+namespace brenvo {
+
+// The first window that is shown is the main frame; the others stand in it, and modal ones over it.
+class QtWindowHost : public WindowHost {
+ public:
+  explicit QtWindowHost(EventGate& gate);
+  ~QtWindowHost() override;
+
+  MapArea& Map() { return *area_; }
+  QMainWindow& Main() { return *main_; }
+  // A handler has failed: what it left half done is to be dropped.
+  std::function<void()> OnFailure;
+
+  void Show(Window& window) override;
+  void ShowModal(Window& window) override;
+  void Hide(Window& window) override;
+  void Forget(Window& window) override;
+  void MoveFocus(Field& field) override;
+  void SetBusy(bool busy) override;
+  void ProcessEvents() override;
+  Twips ScreenWidth() override;
+  Twips ScreenHeight() override;
+  void ReportFailure(std::string_view text) override;
+  [[noreturn]] void EndProgram() override;
+
+ private:
+  WindowFrame& FrameOf(Window& window, WindowFrame::Kind kind);
+  void TellActivated(QMdiSubWindow* child);
+
+  EventGate& gate_;
+  std::unique_ptr<QMainWindow> main_;
+  MapArea* area_;
+  Window* mainWindow_ = nullptr;
+  std::map<Window*, std::unique_ptr<WindowFrame>> frames_;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,134 @@
+#include "ui/rich_text_widget.h"
+
+#include <QFontDatabase>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <algorithm>
+#include <memory>
+#include <numeric>
+
+#include "ui/text.h"
+
+namespace brenvo {
+namespace {
+
+// The document holds no carriage returns and counts a character beyond the basic plane twice, so
+// each character of the field carries its width in the document.
+class Area : public QPlainTextEdit {
+ public:
+  Area(RichText& field, ViewContext& context, QWidget* parent)
+      : QPlainTextEdit(parent), field_(field), context_(context) {
+    setReadOnly(true);
+    setUndoRedoEnabled(false);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    QFont fixed(QStringLiteral("Courier New"));
+    fixed.setStyleHint(QFont::TypeWriter);
+    fixed.setFixedPitch(true);
+    fixed.setPointSizeF(font().pointSizeF());
+    setFont(fixed);
+    connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
+    field_.Edited = [this](const RichText::Edit& edit) { Apply(edit); };
+    field_.Recoloured = [this](std::size_t start, std::size_t length, Colour colour) {
+      Recolour(start, length, colour);
+    };
+    Apply({0, 0, field_.Runs()});
+  }
+  // What the logic does to the text moves the field's own selection. What the operator sees
+  // selected counts again when that is over.
+  void TellShownSelection() {
+    if (textCursor().hasSelection()) TellSelection();
+  }
+
+  ~Area() override {
+    if (!context_.Alive()) return;
+    field_.Edited = nullptr;
+    field_.Recoloured = nullptr;
+  }
+
+ private:
+  int Place(std::size_t character) const {
+    const auto end = widths_.begin() + static_cast<std::ptrdiff_t>(
+                                           std::min(character, widths_.size()));
+    return std::accumulate(widths_.begin(), end, 0);
+  }
+
+  std::size_t Character(int place) const {
+    std::size_t at = 0;
+    for (int sum = 0; at < widths_.size() && sum + widths_[at] <= place; ++at) sum += widths_[at];
+    return at;
+  }
+
+  QTextCharFormat FormatOf(Colour colour) const {
+    QTextCharFormat format;
+    // Black is the paper's ink, whatever colour the desktop gives it.
+    if (colour != kBlack) format.setForeground(QColor(colour.red, colour.green, colour.blue));
+    return format;
+  }
+
+  void Apply(const RichText::Edit& edit) {
+    QScrollBar* const bar = verticalScrollBar();
+    const bool atEnd = bar->value() >= bar->maximum() - 1;
+    telling_ = false;
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    cursor.setPosition(Place(edit.start));
+    cursor.setPosition(Place(edit.start + edit.removed), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    const auto first = widths_.begin() + static_cast<std::ptrdiff_t>(edit.start);
+    auto into = widths_.erase(first, first + static_cast<std::ptrdiff_t>(edit.removed));
+    for (const RichText::Run& run : edit.inserted) {
+      QString shown;
+      std::vector<unsigned char> widths;
+      for (const char32_t c : ToQt(run.text).toStdU32String()) {
+        const qsizetype before = shown.size();
+        if (c == '\n' || c == '\t' || c >= 32) {
+          shown += QString::fromUcs4(&c, 1);
+        } else if (c != '\r') {
+          shown += ' ';  // controls take a place and show nothing
+        }
+        widths.push_back(static_cast<unsigned char>(shown.size() - before));
+      }
+      cursor.insertText(shown, FormatOf(run.colour));
+      into = widths_.insert(into, widths.begin(), widths.end()) +
+             static_cast<std::ptrdiff_t>(widths.size());
+    }
+    cursor.endEditBlock();
+    telling_ = true;
+    if (atEnd) bar->setValue(bar->maximum());
+  }
+
+  void Recolour(std::size_t start, std::size_t length, Colour colour) {
+    QTextCursor cursor(document());
+    cursor.setPosition(Place(start));
+    cursor.setPosition(Place(start + length), QTextCursor::KeepAnchor);
+    cursor.setCharFormat(FormatOf(colour));
+  }
+
+  void TellSelection() {
+    if (!telling_ || !context_.Alive()) return;
+    const QTextCursor cursor = textCursor();
+    const std::size_t start = Character(cursor.selectionStart());
+    field_.Select(start, Character(cursor.selectionEnd()) - start);
+  }
+
+  RichText& field_;
+  ViewContext& context_;
+  std::vector<unsigned char> widths_;
+  bool telling_ = true;
+};
+
+}  // namespace
+
+QWidget* MakeRichTextWidget(RichText& field, ViewContext& context, QWidget* parent) {
+  auto* area = new Area(field, context, parent);
+  auto* binding = new FieldBinding(field, *area, context);
+  binding->Watch(*area->viewport());
+  binding->WatchDoubleClicks();
+  auto tell = std::make_shared<Coalesced>(*area, [area] { area->TellShownSelection(); });
+  binding->OnShow = [tell] { tell->Ask(); };
+  binding->Show();
+  return area;
+}
+
+}  // namespace brenvo

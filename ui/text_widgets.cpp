@@ -1,0 +1,198 @@
+#include "ui/text_widgets.h"
+
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QSignalBlocker>
+
+#include "base/text.h"
+#include "ui/text.h"
+
+namespace brenvo {
+namespace {
+
+constexpr auto kDateFormat = "dd/MM/yyyy";
+
+// Characters that a key press carries; none for commands.
+QString CharactersOf(const QKeyEvent& event) {
+  const bool control = event.modifiers() & (Qt::ControlModifier | Qt::MetaModifier);
+  // Ctrl and Alt together are the third level of many keyboards.
+  if (control && !(event.modifiers() & Qt::AltModifier)) return {};
+  for (const QChar c : event.text()) {
+    if (!c.isPrint() && !c.isSurrogate()) return {};
+  }
+  return event.text();
+}
+
+}  // namespace
+
+TextEdit::TextEdit(TextField& field, ViewContext& context, QWidget* parent)
+    : QLineEdit(parent), field_(field), context_(context) {
+  connect(this, &QLineEdit::selectionChanged, this, [this] { TellSelection(); });
+  connect(this, &QLineEdit::cursorPositionChanged, this, [this] { TellSelection(); });
+  connect(this, &QLineEdit::textEdited, this, [this](const QString& after) {
+    if (context_.Alive()) Edited(ToQt(field_.Text()), after);
+  });
+  setAcceptDrops(true);
+}
+
+void TextEdit::Follow() {
+  const bool wasFollowing = std::exchange(following_, true);
+  setReadOnly(field_.ReadOnly);
+  const QString shown = ToQt(field_.Text());
+  if (text() != shown) {
+    const QSignalBlocker quiet(this);
+    setText(shown);
+    // A text longer than its place shows its beginning.
+    if (!hasFocus()) setCursorPosition(0);
+  }
+  FollowSelection();
+  following_ = wasFollowing;
+}
+
+void TextEdit::FollowSelection() {
+  if (!hasFocus() && field_.SelLength() == 0) return;
+  const int start = UnitsBefore(text(), field_.SelStart());
+  const int end = UnitsBefore(text(), field_.SelStart() + field_.SelLength());
+  if (start == end) {
+    setCursorPosition(start);
+  } else if (start != selectionStart() || end - start != selectedText().size()) {
+    setSelection(start, end - start);
+  }
+}
+
+void TextEdit::TellSelection() {
+  if (following_ || !context_.Alive()) return;
+  const bool selected = hasSelectedText();
+  const qsizetype start = selected ? selectionStart() : cursorPosition();
+  const qsizetype end = selected ? selectionEnd() : start;
+  const std::size_t from = CharactersBefore(text(), start);
+  following_ = true;
+  field_.Select(from, CharactersBefore(text(), end) - from);
+  following_ = false;
+}
+
+void TextEdit::Type(char32_t key) {
+  context_.Run([this, key] { field_.TypeKey(key); });
+}
+
+void TextEdit::keyPressEvent(QKeyEvent* event) {
+  if (!context_.Alive()) return;
+  const QString characters = CharactersOf(*event);
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    // Without a handler of its own the key is the window's.
+    event->setAccepted(static_cast<bool>(field_.OnEnter));
+    Type(kEnter);
+  } else if (event->key() == Qt::Key_Backspace && event->modifiers() == Qt::NoModifier) {
+    Type(kBackspace);
+  } else if (!characters.isEmpty()) {
+    for (const char32_t c : characters.toStdU32String()) Type(c);
+  } else if (!EditKey(event)) {
+    QLineEdit::keyPressEvent(event);
+  }
+}
+
+bool TextEdit::EditKey(QKeyEvent*) { return false; }
+
+void TextEdit::Edited(const QString& before, const QString& after) {
+  // What stands between the common beginning and the common end is what came in.
+  qsizetype head = 0;
+  const qsizetype shorter = std::min(before.size(), after.size());
+  while (head < shorter && before[head] == after[head]) ++head;
+  qsizetype tail = 0;
+  while (tail < shorter - head &&
+         before[before.size() - 1 - tail] == after[after.size() - 1 - tail]) {
+    ++tail;
+  }
+  const QString added = after.mid(head, after.size() - head - tail);
+  const std::string passed = field_.FilterText(FromQt(added));
+  std::string whole = FromQt(after.left(head)) + passed + FromQt(after.right(tail));
+  if (field_.MaxLength > 0) whole = Left(whole, field_.MaxLength);
+  const std::size_t caret = CharactersBefore(after, head) + Len(passed);
+  context_.Run([this, &whole] { field_.EditText(whole); });
+  if (!context_.Alive()) return;
+  Follow();
+  setCursorPosition(UnitsBefore(text(), caret));
+}
+
+void TextEdit::dragEnterEvent(QDragEnterEvent* event) {
+  if (field_.OnDrop && event->mimeData()->hasText()) {
+    event->acceptProposedAction();
+  } else {
+    QLineEdit::dragEnterEvent(event);
+  }
+}
+
+void TextEdit::dropEvent(QDropEvent* event) {
+  if (!field_.OnDrop) {
+    QLineEdit::dropEvent(event);
+    return;
+  }
+  event->acceptProposedAction();
+  context_.Run([this, text = FromQt(event->mimeData()->text())] { field_.Drop(text); });
+}
+
+bool MaskedEdit::EditKey(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Paste)) return false;
+  if (event->key() == Qt::Key_Delete) {
+    if (!hasSelectedText()) setSelection(cursorPosition(), 1);
+    if (hasSelectedText()) Type(kBackspace);
+    return true;
+  }
+  return event->key() == Qt::Key_Backspace;
+}
+
+void MaskedEdit::Edited(const QString& before, const QString& after) {
+  // A paste or a cut has torn the mask: put it back, and type what is new into it.
+  const auto digits = [](const QString& text) {
+    QString found;
+    for (const QChar c : text) {
+      if (c.isDigit()) found += c;
+    }
+    return found;
+  };
+  const QString typed = digits(after);
+  if (digits(before) == typed) {
+    Follow();
+    return;
+  }
+  field_.Select(0, Len(field_.Text()));
+  Type(kBackspace);
+  if (context_.Alive()) field_.Select(0, 0);
+  for (const char32_t c : typed.toStdU32String()) Type(c);
+}
+
+QWidget* MakeTextEdit(TextField& field, ViewContext& context, QWidget* parent) {
+  auto* masked = dynamic_cast<MaskedField*>(&field);
+  auto* edit = masked != nullptr ? new MaskedEdit(field, context, parent)
+                                 : new TextEdit(field, context, parent);
+  auto* binding = new FieldBinding(field, *edit, context);
+  binding->WatchDoubleClicks();
+  binding->OnShow = [edit] { edit->Follow(); };
+  binding->Show();
+  return edit;
+}
+
+QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent) {
+  auto* edit = new QDateEdit(parent);
+  edit->setCalendarPopup(true);
+  edit->setDisplayFormat(QLatin1String(kDateFormat));
+  auto* binding = new FieldBinding(field, *edit, context);
+  binding->OnShow = [edit, &field] {
+    const QDate date = QDate::fromString(ToQt(field.Text()), QLatin1String(kDateFormat));
+    if (!date.isValid() || date == edit->date()) return;
+    const QSignalBlocker quiet(edit);
+    edit->setDate(date);
+  };
+  binding->Show();
+  // A field that was never set holds a date all the same.
+  const auto tell = [edit, &field, &context] {
+    const std::string text = FromQt(edit->date().toString(QLatin1String(kDateFormat)));
+    context.Run([&field, text] { field.EditText(text); });
+  };
+  QObject::connect(edit, &QDateEdit::dateChanged, edit, tell);
+  return edit;
+}
+
+}  // namespace brenvo

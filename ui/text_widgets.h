@@ -1,0 +1,53 @@
+// Lines of text that type through their field: plain, masked, dates.
+#pragma once
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLineEdit>
+
+#include "forms/text_field.h"
+#include "ui/field_binding.h"
+
+namespace brenvo {
+
+// Keys go to the field as characters, through its filter; all other editing (paste, cut, delete,
+// input methods) is done here and handed over with what it added filtered.
+class TextEdit : public QLineEdit {
+ public:
+  TextEdit(TextField& field, ViewContext& context, QWidget* parent);
+
+  // The line as the field has it.
+  void Follow();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  // Keys that are not characters.
+  virtual bool EditKey(QKeyEvent* event);
+  // The line was edited by the toolkit.
+  virtual void Edited(const QString& before, const QString& after);
+
+  void Type(char32_t key);
+  TextField& field_;
+  ViewContext& context_;
+
+ private:
+  void FollowSelection();
+  void TellSelection();
+  bool following_ = false;
+};
+
+class MaskedEdit : public TextEdit {
+ public:
+  using TextEdit::TextEdit;
+
+ protected:
+  bool EditKey(QKeyEvent* event) override;
+  void Edited(const QString& before, const QString& after) override;
+};
+
+QWidget* MakeTextEdit(TextField& field, ViewContext& context, QWidget* parent);
+QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent);
+
+}  // namespace brenvo

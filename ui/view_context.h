@@ -1,0 +1,51 @@
+// What the widgets of one window have in common.
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+#include "forms/field.h"
+#include "ui/event_gate.h"
+
+namespace brenvo {
+
+// Outlives the window: widgets may still be met by Qt when the window's fields are gone, and then
+// nothing of theirs reaches the logic any more.
+class ViewContext {
+ public:
+  explicit ViewContext(EventGate& gate) : gate_(gate) {}
+
+  bool Alive() const { return alive_; }
+  void Die() { alive_ = false; }
+
+  // An event of the operator's.
+  void Run(const std::function<void()>& event) {
+    if (alive_) gate_.Run(event);
+  }
+  // The same, when Qt is through with what it is doing to `guard`.
+  void Later(QObject* guard, std::function<void()> event) {
+    gate_.Later(guard, [this, event = std::move(event)] {
+      if (alive_) event();
+    });
+  }
+  // The pointer stands on a field; its hover event runs once until it stands on another.
+  void Hover(Field& field) {
+    if (hovered_ == &field) return;
+    hovered_ = &field;
+    Run([&field] { field.Hover(); });
+  }
+  void Unhover(Field& field) {
+    if (hovered_ == &field) hovered_ = nullptr;
+  }
+  // The field that the operator is in, whatever window stands before it.
+  Field* Focused() const { return focused_; }
+  void SetFocused(Field* field) { focused_ = field; }
+
+ private:
+  EventGate& gate_;
+  bool alive_ = true;
+  Field* hovered_ = nullptr;
+  Field* focused_ = nullptr;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,18 @@
+#include "ui/views.h"
+
+#include <algorithm>
+
+#include "ui/room_views.h"
+
+namespace brenvo {
+
+const View* FindView(std::string_view window) {
+  for (const auto* views : {&LogViews()}) {
+    const auto at = std::find_if(views->begin(), views->end(),
+                                 [&](const View& view) { return view.window == window; });
+    if (at != views->end()) return &*at;
+  }
+  return nullptr;
+}
+
+}  // namespace brenvo

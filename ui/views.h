@@ -1,0 +1,21 @@
+// The layouts of the windows.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "forms/window.h"
+#include "ui/layout.h"
+
+namespace brenvo {
+
+struct View {
+  std::string_view window;
+  Piece (*layout)();
+  std::string_view firstFocus;  // empty for the first field
+};
+
+// The view of a window of that name; null when it has none of its own.
+const View* FindView(std::string_view window);
+
+}  // namespace brenvo

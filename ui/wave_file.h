@@ -1,0 +1,20 @@
+// Reads wave files of plain samples.
+#pragma once
+
+#include <QAudioFormat>
+#include <QByteArray>
+#include <filesystem>
+#include <optional>
+
+namespace brenvo {
+
+struct WaveFile {
+  QAudioFormat format;
+  QByteArray samples;
+  int Milliseconds() const;
+};
+
+// Nothing when the file is missing, is no wave file, or holds compressed sound.
+std::optional<WaveFile> ReadWaveFile(const std::filesystem::path& file);
+
+}  // namespace brenvo

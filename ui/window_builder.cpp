@@ -1,0 +1,334 @@
+#include "ui/window_builder.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSplitter>
+#include <algorithm>
+
+#include "forms/choice_fields.h"
+#include "forms/grid.h"
+#include "forms/list_field.h"
+#include "forms/rich_text.h"
+#include "forms/status_bar.h"
+#include "ui/text.h"
+
+namespace brenvo {
+namespace {
+
+using Kind = Piece::Kind;
+constexpr int kMargin = 10, kGap = 8, kLineGap = 7;
+
+void SetWidth(QWidget& widget, const Piece& piece) {
+  if (piece.characters <= 0) return;
+  // Capitals are wider than the average; a frame and an arrow come on top.
+  int width = widget.fontMetrics().horizontalAdvance('H') * piece.characters + 18;
+  if (qobject_cast<QComboBox*>(&widget) || qobject_cast<QDateEdit*>(&widget)) width += 20;
+  width = std::max(width, qobject_cast<QDateEdit*>(&widget) ? widget.sizeHint().width() : 0);
+  if (piece.stretch > 0) {
+    widget.setMinimumWidth(width);
+  } else {
+    widget.setFixedWidth(width);
+  }
+}
+
+}  // namespace
+
+WindowBuilder::WindowBuilder(Window& window, ViewContext& context, QWidget& owner)
+    : window_(window), context_(context), commands_(context, owner) {}
+
+QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
+  auto* inside = new QWidget;
+  auto* column = new QVBoxLayout(inside);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  if (!window_.MenuBar.empty()) {
+    QMenuBar* bar = menuBar;
+    if (bar == nullptr) {
+      bar = new QMenuBar(inside);
+      bar->setNativeMenuBar(false);
+      column->setMenuBar(bar);
+    }
+    commands_.Fill(*bar, window_.MenuBar);
+  }
+  for (Field* field : window_.Fields()) {
+    if (auto* bar = dynamic_cast<ToolBar*>(field)) {
+      column->addWidget(commands_.MakeToolBar(*bar, inside));
+    }
+  }
+  auto* body = new QWidget(inside);
+  auto* around = new QVBoxLayout(body);
+  around->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  if (QWidget* all = Make(layout, body)) around->addWidget(all);
+  column->addWidget(body, 1);
+  for (Field* field : window_.Fields()) {
+    if (auto* bar = dynamic_cast<StatusBar*>(field)) {
+      column->addWidget(MakeFieldWidget(*bar, context_, inside, Look::kPlain));
+    }
+  }
+  AddPopups();
+  return inside;
+}
+
+QWidget* WindowBuilder::WidgetOf(const Field& field) const {
+  const auto at = widgets_.find(&field);
+  return at == widgets_.end() ? nullptr : at->second;
+}
+
+bool WindowBuilder::Exists(const Piece& piece) const {
+  if (piece.kind == Kind::kField) {
+    const Field* field = window_.FindField(piece.name);
+    return field != nullptr && !commands_.Shows(*field);
+  }
+  if (piece.kind == Kind::kText || piece.kind == Kind::kSpace) return true;
+  return std::any_of(piece.pieces.begin(), piece.pieces.end(),
+                     [&](const Piece& inner) { return Exists(inner); });
+}
+
+bool WindowBuilder::Grows(const Piece& piece) const {
+  switch (piece.kind) {
+    case Kind::kField: {
+      const Field* field = window_.FindField(piece.name);
+      return field != nullptr && FillsRoom(*field);
+    }
+    case Kind::kSpace:
+    case Kind::kSplit: return true;
+    case Kind::kText: return false;
+    default:
+      // A space in a line stretches it sideways only.
+      return std::any_of(piece.pieces.begin(), piece.pieces.end(), [&](const Piece& inner) {
+        return inner.kind != Kind::kSpace ? Grows(inner) : piece.kind == Kind::kColumn;
+      });
+  }
+}
+
+QWidget* WindowBuilder::Make(const Piece& piece, QWidget* parent) {
+  if (!Exists(piece)) return nullptr;
+  switch (piece.kind) {
+    case Kind::kField: return MakeField(piece, parent);
+    case Kind::kText: return new QLabel(ToQt(piece.label), parent);
+    case Kind::kSpace: return nullptr;
+    case Kind::kLine: return MakeRow(piece, parent, false);
+    case Kind::kColumn: return MakeRow(piece, parent, true);
+    case Kind::kForm: return MakeForm(piece, parent);
+    case Kind::kFrame: return MakeFrame(piece, parent);
+    case Kind::kEither: return MakeEither(piece, parent);
+    case Kind::kSplit: return MakeSplit(piece, parent);
+  }
+  return nullptr;
+}
+
+QWidget* WindowBuilder::MakeField(const Piece& piece, QWidget* parent) {
+  Field& field = *window_.FindField(piece.name);
+  QWidget* widget = MakeFieldWidget(field, context_, parent, piece.look);
+  if (widget == nullptr) return nullptr;
+  SetWidth(*widget, piece);
+  widgets_[&field] = widget;
+  return widget;
+}
+
+QWidget* WindowBuilder::MakeLabelOf(const Piece& piece, QWidget& widget, QWidget* parent) {
+  std::string words = piece.label;
+  Field* field = piece.kind == Kind::kField ? window_.FindField(piece.name) : nullptr;
+  if (field != nullptr && words.empty() && !ShowsOwnCaption(*field) && !FillsRoom(*field)) {
+    words = field->Caption().empty() ? field->Name() : field->Caption();
+  }
+  if (words.empty() || words == " ") return nullptr;
+  auto* label = new QLabel(ToQt(words), parent);
+  label->setBuddy(&widget);
+  if (field != nullptr) {
+    label->setVisible(field->Visible());
+    if (auto* binding = widget.findChild<FieldBinding*>({}, Qt::FindDirectChildrenOnly)) {
+      binding->AddCompanion(*label);
+    }
+  }
+  return label;
+}
+
+QWidget* WindowBuilder::MakeRow(const Piece& piece, QWidget* parent, bool vertical) {
+  auto* row = new QWidget(parent);
+  auto* box = new QBoxLayout(vertical ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, row);
+  box->setContentsMargins(0, 0, 0, 0);
+  box->setSpacing(kGap);
+  bool grown = false;
+  for (const Piece& inner : piece.pieces) {
+    const int stretch = vertical && Grows(inner) ? std::max(inner.stretch, 1) : inner.stretch;
+    if (inner.kind == Kind::kSpace) {
+      box->addStretch(1);
+      grown = true;
+      continue;
+    }
+    QWidget* widget = Make(inner, row);
+    if (widget == nullptr) continue;
+    grown = grown || stretch > 0 || (!vertical && Grows(inner));
+    if (QWidget* label = MakeLabelOf(inner, *widget, row); label != nullptr && !vertical) {
+      box->addWidget(label);
+    } else if (label != nullptr) {
+      label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+      box->addWidget(label);
+    }
+    box->addWidget(widget, stretch);
+  }
+  if (vertical && !grown) box->addStretch(1);
+  return row;
+}
+
+QWidget* WindowBuilder::MakeForm(const Piece& piece, QWidget* parent) {
+  auto* form = new QWidget(parent);
+  auto* grid = new QGridLayout(form);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setHorizontalSpacing(kGap);
+  grid->setVerticalSpacing(kLineGap);
+  std::size_t widest = 1;
+  for (const Piece& line : piece.pieces) {
+    widest = std::max(widest, line.kind == Kind::kLine ? line.pieces.size() : 1);
+  }
+  const int columns = static_cast<int>(widest) * 2;
+  std::vector<bool> wide(static_cast<std::size_t>(columns), false);
+  int row = 0;
+  for (const Piece& line : piece.pieces) {
+    const bool single = line.kind != Kind::kLine || !line.label.empty();
+    const std::vector<Piece> cells = single ? std::vector<Piece>{line} : line.pieces;
+    int column = 0;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      const Piece& cell = cells[i];
+      const int room = i + 1 == cells.size() ? columns - column : 2;
+      QWidget* widget = Make(cell, form);
+      if (widget == nullptr) {
+        column += 2;
+        continue;
+      }
+      QWidget* label = MakeLabelOf(cell, *widget, form);
+      if (label != nullptr) grid->addWidget(label, row, column, Qt::AlignRight | Qt::AlignVCenter);
+      const int first = label != nullptr ? column + 1 : column;
+      const int span = label != nullptr ? room - 1 : room;
+      const bool fixed = cell.characters > 0 && cell.stretch == 0;
+      grid->addWidget(widget, row, first, 1, span,
+                      fixed ? Qt::AlignLeft | Qt::AlignVCenter : Qt::Alignment());
+      if (!fixed) wide[static_cast<std::size_t>(first + span - 1)] = true;
+      if (Grows(cell)) grid->setRowStretch(row, 1);
+      column += 2;
+    }
+    ++row;
+  }
+  bool anyWide = false;
+  for (int column = 1; column < columns; column += 2) {
+    if (!wide[static_cast<std::size_t>(column)]) continue;
+    grid->setColumnStretch(column, 1);
+    anyWide = true;
+  }
+  if (!anyWide) grid->setColumnStretch(columns, 1);
+  return form;
+}
+
+QWidget* WindowBuilder::MakeFrame(const Piece& piece, QWidget* parent) {
+  auto* frame = new QGroupBox(ToQt(piece.label).trimmed(), parent);
+  auto* box = new QVBoxLayout(frame);
+  box->setContentsMargins(kMargin, kGap, kMargin, kMargin);
+  if (QWidget* inside = Make(piece.pieces.front(), frame)) box->addWidget(inside);
+  if (Field* panel = window_.FindField(piece.name)) {
+    (new FieldBinding(*panel, *frame, context_))->Show();
+    widgets_[panel] = frame;
+  }
+  return frame;
+}
+
+QWidget* WindowBuilder::MakeEither(const Piece& piece, QWidget* parent) {
+  auto* both = new QWidget(parent);
+  auto* box = new QVBoxLayout(both);
+  box->setContentsMargins(0, 0, 0, 0);
+  QWidget* shown = Make(piece.pieces[0], both);
+  QWidget* otherwise = Make(piece.pieces[1], both);
+  for (QWidget* each : {shown, otherwise}) {
+    if (each != nullptr) box->addWidget(each);
+  }
+  Field* panel = window_.FindField(piece.name);
+  if (panel == nullptr || shown == nullptr) return both;
+  // The panel is the first piece itself, so that its hint and state are its field's.
+  auto* binding = new FieldBinding(*panel, *shown, context_);
+  binding->OnShow = [panel, otherwise] {
+    if (otherwise != nullptr) otherwise->setVisible(!panel->Visible());
+  };
+  binding->Show();
+  widgets_[panel] = shown;
+  return both;
+}
+
+QWidget* WindowBuilder::MakeSplit(const Piece& piece, QWidget* parent) {
+  auto* split = new QSplitter(Qt::Vertical, parent);
+  split->setChildrenCollapsible(false);
+  for (const Piece& inner : piece.pieces) {
+    if (QWidget* widget = Make(inner, split)) split->addWidget(widget);
+  }
+  return split;
+}
+
+// A menu that stands in no bar comes up under the right button, over what asks for one.
+void WindowBuilder::AddPopups() {
+  const auto free = std::find_if(window_.Fields().begin(), window_.Fields().end(), [&](Field* f) {
+    return dynamic_cast<Menu*>(f) != nullptr && !commands_.Shows(*f);
+  });
+  if (free == window_.Fields().end()) return;
+  QMenu* popup = commands_.MakeMenu(static_cast<Menu&>(**free));
+  for (const auto& [field, widget] : widgets_) {
+    const auto* list = dynamic_cast<const ListField*>(field);
+    const auto* grid = dynamic_cast<const Grid*>(field);
+    if ((list == nullptr || !list->OnContextMenu) && (grid == nullptr || !grid->OnContextMenu)) {
+      continue;
+    }
+    QObject::connect(widget, &QWidget::customContextMenuRequested, widget,
+                     [this_ = &context_, widget = widget, popup] {
+                       // Behind the field's own event, which says what the menu is about.
+                       this_->Later(widget, [popup] { popup->popup(QCursor::pos()); });
+                     });
+  }
+}
+
+Piece LayoutOf(const Window& window) {
+  std::vector<Piece> lines, large, buttons, boxes;
+  std::vector<Piece> line;
+  const auto endLine = [&] {
+    if (!line.empty()) lines.push_back(Line(std::exchange(line, {})));
+  };
+  for (Field* field : window.Fields()) {
+    const std::string& name = field->Name();
+    if (dynamic_cast<Menu*>(field) != nullptr || dynamic_cast<ToolBar*>(field) != nullptr ||
+        dynamic_cast<StatusBar*>(field) != nullptr || dynamic_cast<Panel*>(field) != nullptr ||
+        dynamic_cast<EntryArray*>(field) != nullptr) {
+      continue;
+    }
+    if (FillsRoom(*field)) {
+      large.push_back(Item(name));
+    } else if (dynamic_cast<Command*>(field) != nullptr) {
+      buttons.push_back(Item(name));
+    } else if (dynamic_cast<CheckBox*>(field) != nullptr ||
+               dynamic_cast<OptionButton*>(field) != nullptr) {
+      boxes.push_back(Item(name));
+    } else {
+      line.push_back(Wide(Item(name, "", 8)));
+      if (line.size() == 2) endLine();
+    }
+  }
+  endLine();
+  std::vector<Piece> all;
+  if (!lines.empty()) all.push_back(Form(std::move(lines)));
+  while (!boxes.empty()) {
+    const auto take = std::min<std::size_t>(boxes.size(), 4);
+    std::vector<Piece> some(boxes.begin(), boxes.begin() + static_cast<std::ptrdiff_t>(take));
+    boxes.erase(boxes.begin(), boxes.begin() + static_cast<std::ptrdiff_t>(take));
+    some.push_back(Space());
+    all.push_back(Line(std::move(some)));
+  }
+  for (Piece& each : large) all.push_back(std::move(each));
+  if (!buttons.empty()) {
+    buttons.insert(buttons.begin(), Space());
+    all.push_back(Line(std::move(buttons)));
+  }
+  return Column(std::move(all));
+}
+
+}  // namespace brenvo

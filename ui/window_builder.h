@@ -1,0 +1,50 @@
+// Builds a window's inside from its fields and its layout.
+#pragma once
+
+#include <QMenuBar>
+#include <QWidget>
+#include <map>
+#include <memory>
+
+#include "forms/window.h"
+#include "ui/command_widgets.h"
+#include "ui/layout.h"
+#include "ui/view_context.h"
+
+namespace brenvo {
+
+class WindowBuilder {
+ public:
+  WindowBuilder(Window& window, ViewContext& context, QWidget& owner);
+
+  // The inside: menu bar, tool bars, the layout, status bar. The main frame brings a menu bar of
+  // its own.
+  QWidget* Build(const Piece& layout, QMenuBar* menuBar = nullptr);
+  // The widget of a field; null when it has none.
+  QWidget* WidgetOf(const Field& field) const;
+
+ private:
+  QWidget* Make(const Piece& piece, QWidget* parent);
+  QWidget* MakeField(const Piece& piece, QWidget* parent);
+  QWidget* MakeRow(const Piece& piece, QWidget* parent, bool vertical);
+  QWidget* MakeForm(const Piece& piece, QWidget* parent);
+  QWidget* MakeFrame(const Piece& piece, QWidget* parent);
+  QWidget* MakeEither(const Piece& piece, QWidget* parent);
+  QWidget* MakeSplit(const Piece& piece, QWidget* parent);
+  // The label before a field, tied to it; null when it wants none.
+  QWidget* MakeLabelOf(const Piece& piece, QWidget& widget, QWidget* parent);
+  bool Grows(const Piece& piece) const;
+  bool Exists(const Piece& piece) const;
+  void AddPopups();
+
+  Window& window_;
+  ViewContext& context_;
+  CommandWidgets commands_;
+  std::map<const Field*, QWidget*> widgets_;
+};
+
+// A decent layout for a window that has none of its own: its fields in the order of their
+// declaration.
+Piece LayoutOf(const Window& window);
+
+}  // namespace brenvo

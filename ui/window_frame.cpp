@@ -1,0 +1,307 @@
+#include "ui/window_frame.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QMainWindow>
+#include <QMdiSubWindow>
+#include <QScreen>
+#include <QStatusBar>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "forms/picture_box.h"
+#include "forms/rich_text.h"
+#include "forms/window_list.h"
+#include "ui/icons.h"
+#include "ui/text.h"
+#include "ui/views.h"
+#include "ui/window_builder.h"
+
+namespace brenvo {
+namespace {
+
+// How much of a window stays where it can be grabbed.
+constexpr int kCascadeStep = 28;
+
+Qt::WindowStates ToQtState(WindowState state) {
+  switch (state) {
+    case WindowState::kMinimised: return Qt::WindowMinimized;
+    case WindowState::kMaximised: return Qt::WindowMaximized;
+    case WindowState::kNormal: break;
+  }
+  return Qt::WindowNoState;
+}
+
+WindowState StateOf(const QWidget& widget) {
+  if (widget.isMinimized()) return WindowState::kMinimised;
+  return widget.isMaximized() ? WindowState::kMaximised : WindowState::kNormal;
+}
+
+// Moves and shrinks a place until it lies within the room.
+QRect Within(QRect place, const QRect& room) {
+  place.setWidth(std::min(place.width(), room.width()));
+  place.setHeight(std::min(place.height(), room.height()));
+  place.moveLeft(std::clamp(place.left(), room.left(), room.right() + 1 - place.width()));
+  place.moveTop(std::clamp(place.top(), room.top(), room.bottom() + 1 - place.height()));
+  return place;
+}
+
+}  // namespace
+
+struct WindowFrame::Parts {
+  explicit Parts(EventGate& gate) : context(gate) {}
+  ViewContext context;
+  std::unique_ptr<WindowBuilder> builder;
+};
+
+WindowFrame::WindowFrame(Window& window, Kind kind, EventGate& gate, QMainWindow& main,
+                         MapArea& area)
+    : window_(window), kind_(kind), gate_(gate), main_(main), area_(area),
+      parts_(std::make_shared<Parts>(gate)) {
+  switch (kind_) {
+    case Kind::kMain: outer_ = &main_; break;
+    case Kind::kChild: outer_ = new QMdiSubWindow; break;
+    case Kind::kDialog: outer_ = new QDialog(QApplication::activeWindow() != nullptr
+                                                 ? QApplication::activeWindow()
+                                                 : &main_);
+  }
+  outer_->setObjectName(ToQt(window_.Name()));
+  outer_->setAttribute(Qt::WA_DeleteOnClose, false);
+  parts_->builder = std::make_unique<WindowBuilder>(window_, parts_->context, *outer_);
+  const View* view = FindView(window_.Name());
+  const Piece layout = view != nullptr ? view->layout() : LayoutOf(window_);
+  if (kind_ == Kind::kMain) {
+    // The map is the main frame's inside; of its fields only the menu is seen.
+    inside_ = parts_->builder->Build(Column({}), main_.menuBar());
+    inside_->deleteLater();
+    inside_ = &area_;
+    area_.OnResized = [this] { ReportSoon(); };
+  } else {
+    inside_ = parts_->builder->Build(layout);
+    outer_->setWindowIcon(ProgramIcon());
+    if (kind_ == Kind::kChild) {
+      auto* child = static_cast<QMdiSubWindow*>(outer_.data());
+      child->setWidget(inside_);
+      area_.addSubWindow(child);
+    } else {
+      auto* column = new QVBoxLayout(outer_);
+      column->setContentsMargins(0, 0, 0, 0);
+      column->addWidget(inside_);
+    }
+    // The parts outlive every widget that may still call on them.
+    connect(outer_, &QObject::destroyed, qApp, [parts = parts_] {});
+  }
+  outer_->installEventFilter(this);
+  window_.Shown = [this] { FollowWindow(); };
+  FollowWindow();
+}
+
+WindowFrame::~WindowFrame() {
+  parts_->context.Die();
+  window_.Shown = nullptr;
+  for (Field* field : window_.Fields()) {
+    field->Shown = nullptr;
+    if (auto* area = dynamic_cast<RichText*>(field)) {
+      area->Edited = nullptr;
+      area->Recoloured = nullptr;
+    }
+    if (auto* picture = dynamic_cast<PictureBox*>(field)) picture->Drawn = nullptr;
+  }
+  if (waiting_ != nullptr) waiting_->quit();
+  if (outer_ == nullptr) return;
+  outer_->removeEventFilter(this);
+  outer_->hide();
+  if (kind_ == Kind::kMain) {
+    area_.OnResized = nullptr;
+    return;
+  }
+  if (kind_ == Kind::kChild) area_.removeSubWindow(outer_);
+  outer_->deleteLater();
+}
+
+void WindowFrame::FollowWindow() {
+  outer_->setWindowTitle(ToQt(window_.Caption()));
+  if (placed_) Place();
+}
+
+QRect WindowFrame::Wanted() const {
+  return QRect(window_.Left().Pixels(), window_.Top().Pixels(), window_.Width().Pixels(),
+               window_.Height().Pixels());
+}
+
+QRect WindowFrame::Current() const {
+  if (kind_ == Kind::kChild) return outer_->geometry();
+  return QRect(outer_->pos(), outer_->size());
+}
+
+QSize WindowFrame::InnerSize() const {
+  return kind_ == Kind::kMain ? area_.contentsRect().size() : inside_->size();
+}
+
+void WindowFrame::Place() {
+  if (outer_->isMinimized() || outer_->isMaximized()) return;
+  QRect place = Wanted();
+  const bool first = !std::exchange(placed_, true);
+  if (first) place.setSize(place.size().expandedTo(outer_->minimumSizeHint()));
+  if (kind_ == Kind::kMain) {
+    const QRect screen = outer_->screen()->availableGeometry();
+    const bool neverPlaced = place.topLeft() == QPoint(0, 0);
+    place = Within(place, screen);
+    outer_->resize(place.size());
+    if (!first || !neverPlaced) outer_->move(place.topLeft());
+  } else if (kind_ == Kind::kChild) {
+    const QRect room(QPoint(0, 0), area_.viewport()->size());
+    // No window opens right over another.
+    const auto taken = [&](const QPoint& corner) {
+      const auto all = area_.subWindowList();
+      return std::any_of(all.begin(), all.end(), [&](const QMdiSubWindow* each) {
+        return each != outer_ && each->isVisible() &&
+               (each->pos() - corner).manhattanLength() < kCascadeStep / 2;
+      });
+    };
+    while (first && taken(place.topLeft())) place.translate(kCascadeStep, kCascadeStep);
+    outer_->setGeometry(Within(place, room));
+  } else {
+    const QRect screen = main_.screen()->availableGeometry();
+    if (first && place.topLeft() == QPoint(0, 0)) {
+      const QRect over(outer_->parentWidget()->pos(), outer_->parentWidget()->size());
+      place.moveCenter(over.center());
+    }
+    place = Within(place, screen);
+    outer_->resize(place.size());
+    outer_->move(place.topLeft());
+  }
+  ReportSoon();
+}
+
+void WindowFrame::Show() {
+  const bool first = !placed_;
+  if (first) Place();
+  if (outer_->isMinimized()) outer_->setWindowState(outer_->windowState() & ~Qt::WindowMinimized);
+  outer_->show();
+  if (kind_ == Kind::kChild) {
+    area_.setActiveSubWindow(static_cast<QMdiSubWindow*>(outer_.data()));
+  } else {
+    outer_->raise();
+    outer_->activateWindow();
+  }
+  if (first) FocusFirst();
+  ReportSoon();
+}
+
+void WindowFrame::ShowModal() {
+  outer_->setWindowModality(Qt::ApplicationModal);
+  QEventLoop loop;
+  const QPointer<WindowFrame> self(this);
+  waiting_ = &loop;
+  Show();
+  loop.exec();
+  if (self) waiting_ = nullptr;
+}
+
+void WindowFrame::Hide() {
+  outer_->hide();
+  if (waiting_ != nullptr) waiting_->quit();
+}
+
+void WindowFrame::FocusOn(Field& field) {
+  if (QWidget* widget = parts_->builder->WidgetOf(field)) widget->setFocus(Qt::OtherFocusReason);
+}
+
+void WindowFrame::FocusFirst() {
+  if (kind_ == Kind::kMain) return;
+  const View* view = FindView(window_.Name());
+  Field* first = view != nullptr ? window_.FindField(view->firstFocus) : nullptr;
+  if (first != nullptr && parts_->builder->WidgetOf(*first) != nullptr) {
+    FocusOn(*first);
+    return;
+  }
+  for (QWidget* each = inside_->nextInFocusChain(); each != nullptr && each != inside_;
+       each = each->nextInFocusChain()) {
+    if (inside_->isAncestorOf(each) && each->isVisible() && each->isEnabled() &&
+        (each->focusPolicy() & Qt::TabFocus) && qobject_cast<QMenuBar*>(each) == nullptr) {
+      each->setFocus(Qt::OtherFocusReason);
+      return;
+    }
+  }
+}
+
+void WindowFrame::ReportSoon() {
+  if (reportAsked_) return;
+  reportAsked_ = true;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        reportAsked_ = false;
+        Report();
+      },
+      Qt::QueuedConnection);
+}
+
+void WindowFrame::Report() {
+  if (outer_ == nullptr || !outer_->isVisible()) return;
+  const WindowState state = StateOf(*outer_);
+  const QRect now = Current();
+  Bounds bounds = window_.GetBounds();
+  // Whole pixels only: what stands at the same pixel has not moved.
+  if (state == WindowState::kNormal) {
+    const auto follow = [](Twips& twips, int pixels) {
+      if (twips.Pixels() != pixels) twips = Twips::FromPixels(pixels);
+    };
+    follow(bounds.left, now.x());
+    follow(bounds.top, now.y());
+    follow(bounds.width, now.width());
+    follow(bounds.height, now.height());
+  }
+  const QSize inner = InnerSize();
+  gate_.Run([&] {
+    if (bounds != window_.GetBounds() || state != window_.State()) window_.Moved(bounds, state);
+    if (state != WindowState::kMinimised) {
+      window_.SetScale(Twips::FromPixels(inner.width()), Twips::FromPixels(inner.height()));
+    }
+  });
+}
+
+bool WindowFrame::Key(QKeyEvent& event) {
+  QWidget* const focus = QApplication::focusWidget();
+  const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  if (enter) {
+    if (auto* button = qobject_cast<QAbstractButton*>(focus)) {
+      button->click();
+      return true;
+    }
+    if (window_.DefaultCommand != nullptr) {
+      parts_->context.Run([this] { window_.DefaultCommand->Press(); });
+      return true;
+    }
+  }
+  if (event.key() == Qt::Key_Escape) {
+    if (window_.CancelCommand != nullptr) {
+      parts_->context.Run([this] { window_.CancelCommand->Press(); });
+    }
+    return true;
+  }
+  // The toolkit would close a dialog on its own.
+  return enter && kind_ == Kind::kDialog;
+}
+
+bool WindowFrame::eventFilter(QObject*, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Close:
+      event->ignore();
+      gate_.Later(this, [this] { window_.Close(); });
+      return true;
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::WindowStateChange: ReportSoon(); break;
+    case QEvent::KeyPress:
+      if (kind_ != Kind::kMain) return Key(*static_cast<QKeyEvent*>(event));
+      break;
+    default: break;
+  }
+  return false;
+}
+
+}  // namespace brenvo
