@@ -59,17 +59,28 @@ DataGrid::ColumnOf DataSource::GridColumn(
   return {std::move(heading), field, -1, std::move(format)};
 }
 
+void DataSource::SetCell(std::size_t field, std::string_view text) {
+  const std::string& column = rows_->Columns().at(field);
+  try {
+    rows_->Set(column, text);
+  } catch (const DatabaseError& failure) {
+    // A number or date that was emptied.
+    if (failure.Number != DatabaseError::kConversion || !Trim(text).empty()) throw;
+    rows_->Set(column, Value());
+  }
+}
+
 void DataSource::SetCellText(std::int64_t row, std::size_t field, std::string_view text) {
   rows_->SetBookmark(rows_->BookmarkAt(row));
   rows_->Edit();
-  rows_->Set(rows_->Columns().at(field), text);
+  SetCell(field, text);
   rows_->Update();
   cachedRow_ = -1;
 }
 
 void DataSource::AddRow(std::size_t field, std::string_view text) {
   rows_->AddNew();
-  rows_->Set(rows_->Columns().at(field), text);
+  SetCell(field, text);
   rows_->Update();
   cachedRow_ = -1;
 }

@@ -42,6 +42,9 @@ class DataSource : public GridRows {
   // The place of a column among the rows' columns, whatever its case; their number for none.
   std::size_t FieldOf(std::string_view column) const;
 
+  // A cell of the record being written; a blank one of a number or date is Null.
+  void SetCell(std::size_t field, std::string_view text);
+
   Session& session_;
   std::unique_ptr<Dynaset> rows_;
   // The row fetched last: a grid asks for a row cell by cell.

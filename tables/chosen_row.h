@@ -8,8 +8,9 @@
 
 namespace brenvo {
 
-// TryWrite, but where no row was chosen yet (DatabaseError 3021) it throws that failure, which ends
-// the event alone: nothing was written, and the file is as well as before.
+// TryWrite, but where no row was chosen yet, or the one chosen was deleted meanwhile (DatabaseError
+// 3021 and 3167), it throws that failure, which ends the event alone: nothing was written, and the
+// file is as well as before.
 template <class Body>
 bool TryWriteChosen(Session& session, std::string_view operation, std::string_view repeated,
                     Body body) {
@@ -18,7 +19,10 @@ bool TryWriteChosen(Session& session, std::string_view operation, std::string_vi
     try {
       body();
     } catch (const DatabaseError& failure) {
-      if (failure.Number != DatabaseError::kNoCurrentRecord) throw;
+      if (failure.Number != DatabaseError::kNoCurrentRecord &&
+          failure.Number != DatabaseError::kRecordDeleted) {
+        throw;
+      }
       noRow = failure;
     }
   });
