@@ -36,27 +36,51 @@ std::string DataSource::CellText(std::int64_t row, std::size_t field) {
   return field < cache_.size() ? cache_[field].Text() : std::string();
 }
 
-std::string DataSource::Text(std::int64_t row, std::string_view column) {
-  if (rows_ == nullptr) return {};
+std::size_t DataSource::FieldOf(std::string_view column) const {
   const auto& columns = rows_->Columns();
   const auto at = std::find_if(columns.begin(), columns.end(), [&](const std::string& each) {
     return Upper(each) == Upper(column);
   });
-  return at == columns.end() ? std::string()
-                             : CellText(row, static_cast<std::size_t>(at - columns.begin()));
+  return static_cast<std::size_t>(at - columns.begin());
+}
+
+std::string DataSource::Text(std::int64_t row, std::string_view column) {
+  return rows_ == nullptr ? std::string() : CellText(row, FieldOf(column));
+}
+
+DataGrid::ColumnOf DataSource::GridColumn(
+    std::string heading, std::string_view column,
+    std::function<std::string(const std::string&)> format) const {
+  const std::size_t field = FieldOf(column);
+  if (field == rows_->Columns().size()) {
+    throw DatabaseError(DatabaseError::kItemNotFound,
+                        "Elemento non trovato: " + std::string(column));
+  }
+  return {std::move(heading), field, -1, std::move(format)};
+}
+
+void DataSource::SetCell(std::size_t field, std::string_view text) {
+  const std::string& column = rows_->Columns().at(field);
+  try {
+    rows_->Set(column, text);
+  } catch (const DatabaseError& failure) {
+    // A number or date that was emptied.
+    if (failure.Number != DatabaseError::kConversion || !Trim(text).empty()) throw;
+    rows_->Set(column, Value());
+  }
 }
 
 void DataSource::SetCellText(std::int64_t row, std::size_t field, std::string_view text) {
   rows_->SetBookmark(rows_->BookmarkAt(row));
   rows_->Edit();
-  rows_->Set(rows_->Columns().at(field), text);
+  SetCell(field, text);
   rows_->Update();
   cachedRow_ = -1;
 }
 
 void DataSource::AddRow(std::size_t field, std::string_view text) {
   rows_->AddNew();
-  rows_->Set(rows_->Columns().at(field), text);
+  SetCell(field, text);
   rows_->Update();
   cachedRow_ = -1;
 }

@@ -18,13 +18,19 @@ class DataSource : public GridRows {
 
   std::string RecordSource;
   void Refresh();
+  // The current rows were written through Rows(): cells are read from the file again.
+  void RowsWritten() { cachedRow_ = -1; }
   void Close();
 
   // The rows; null before the first Refresh.
   Dynaset* Rows() const { return rows_.get(); }
   // True when there is no row, or none before the current position's end.
   bool AtEnd() const;
+  // A cell by its column's name; empty when the rows have no such column.
   std::string Text(std::int64_t row, std::string_view column);
+  // A grid's column over a column of the rows; DatabaseError 3265 when they have none of the name.
+  DataGrid::ColumnOf GridColumn(std::string heading, std::string_view column,
+                                std::function<std::string(const std::string&)> format = {}) const;
 
   std::int64_t RowCount() override;
   std::string CellText(std::int64_t row, std::size_t field) override;
@@ -33,6 +39,12 @@ class DataSource : public GridRows {
   void DeleteRow(std::int64_t row) override;
 
  private:
+  // The place of a column among the rows' columns, whatever its case; their number for none.
+  std::size_t FieldOf(std::string_view column) const;
+
+  // A cell of the record being written; a blank one of a number or date is Null.
+  void SetCell(std::size_t field, std::string_view text);
+
   Session& session_;
   std::unique_ptr<Dynaset> rows_;
   // The row fetched last: a grid asks for a row cell by cell.

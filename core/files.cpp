@@ -1,8 +1,18 @@
 #include "core/files.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace brenvo {
+namespace {
+
+std::string NameOf(const std::filesystem::path& file) {
+  const std::u8string name = file.filename().u8string();
+  return {name.begin(), name.end()};
+}
+
+}  // namespace
 
 std::string SafeFileName(std::string_view name) {
   std::string safe;
@@ -25,10 +35,23 @@ std::filesystem::path FileIn(const std::filesystem::path& directory, std::string
   if (std::filesystem::exists(exact, error)) return exact;
   const std::string wanted = Upper(safe);
   for (const auto& entry : std::filesystem::directory_iterator(directory, error)) {
-    const auto file = entry.path().filename().u8string();
-    if (Upper(std::string(file.begin(), file.end())) == wanted) return entry.path();
+    if (Upper(NameOf(entry.path())) == wanted) return entry.path();
   }
   return exact;
+}
+
+std::vector<std::string> FilesOf(const std::filesystem::path& directory, std::string_view suffix) {
+  std::vector<std::string> names;
+  const std::string wanted = Upper(suffix);
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(directory, error)) {
+    const std::string name = NameOf(entry.path());
+    if (entry.is_regular_file(error) && Upper(name).ends_with(wanted)) names.push_back(name);
+  }
+  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+    return std::pair(Upper(a), a) < std::pair(Upper(b), b);
+  });
+  return names;
 }
 
 }  // namespace brenvo

@@ -51,8 +51,8 @@ class Field {
   std::function<void()> Shown;
 
  protected:
-  void Changed();      // the value: the change event, then the screen
-  void ShowChanged();  // only what is seen
+  virtual void Changed();  // the value: the screen, then the change event
+  void ShowChanged();      // only what is seen
   static void Run(const std::function<void()>& handler);
 
  private:

@@ -42,6 +42,10 @@ class Grid : public Field {
   std::function<void(int column)> OnHeading;
   std::function<void()> OnContextMenu;
 
+  // A key pressed on the current cell: true when it has done its work, and edits nothing.
+  bool TypeKey(char32_t key) { return OnKey && OnKey(key); }
+  std::function<bool(char32_t key)> OnKey;
+
   // Editing; a row one past the last adds one.
   bool Editable = false;
   virtual void EditCell(std::int64_t row, int column, std::string_view text);

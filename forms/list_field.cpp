@@ -22,7 +22,7 @@ void ListField::SetItems(std::vector<std::string> items) {
   selected_.assign(items_.size(), false);
   listIndex_ = -1;
   ShowChanged();
-  if (style_ == ListStyle::kDropDown) SetText("");
+  if (style_ != ListStyle::kCombo) SetText("");
 }
 
 void ListField::RemoveItem(int index) {

@@ -52,58 +52,39 @@ LogForm::LogForm(Session& session)
 LogForm::~LogForm() = default;
 
 void LogForm::MakeToolbar() {
-  struct Key {
-    std::string_view name, caption, tip, shortcut;
-    void (LogForm::*action)();
-    bool toggle = false;
+  const auto run = [this](void (LogForm::*action)()) {
+    return [this, action] { (this->*action)(); };
   };
-  const Key keys[] = {
-      {"cmInsert", "Inserisci", "Inserisce il Qso nel log", "F2", &LogForm::cmInsert},
-      {"cmUpdate", "Aggiorna", "Aggiorna il Qso", "F3", &LogForm::cmUpdate},
-      {"cmDelete", "Cancella", "Cancella il Qso", "F4", &LogForm::cmDelete},
-      {},
-      {"cmFirst", "Primo", "Primo Qso", "Ctrl+Home", &LogForm::cmFirst},
-      {"cmPrevious", "Precedente", "Qso precedente", "PgUp", &LogForm::cmPrevious},
-      {"cmNext", "Successivo", "Qso successivo", "PgDown", &LogForm::cmNext},
-      {"cmLast", "Ultimo", "Ultimo Qso", "Ctrl+End", &LogForm::cmLast},
-      {},
-      {"cmWorked", "Worked", "Cerca il Qso nei collegati", "F6", &LogForm::cmWorked, true},
-      {"cmVista", "Griglia", "Mostra il log come griglia", "F7", &LogForm::cmVista, true},
-      {"cmSearch", "Ricerca", "Ricerca nel log", "F8", &LogForm::cmSearch, true},
-      {"cmClear", "Nuovo", "Svuota i campi per un nuovo Qso", "F5", &LogForm::cmClear},
-      {"cmMappa", "Mappa", "Mostra la mappa del country", "F9", &LogForm::cmMappa, true},
-  };
-  for (const Key& key : keys) {
-    if (key.name.empty()) {
-      Toolbar1.Items.emplace_back(Separator{});
-      continue;
-    }
-    auto command = std::make_unique<Command>(*this, std::string(key.name), std::string(key.caption),
-                                             [this, action = key.action] { (this->*action)(); });
-    command->Tip = key.tip;
-    command->Icon = key.name;
-    command->Shortcut = key.shortcut;
-    command->Toggle = key.toggle;
-    Toolbar1.Items.emplace_back(command.get());
-    commands_.push_back(std::move(command));
-  }
-  const auto add = [this](std::string_view name, std::string_view caption, std::string_view tip,
-                          std::string_view shortcut, std::function<void()> action) {
-    auto command = std::make_unique<Command>(*this, std::string(name), std::string(caption),
-                                             std::move(action));
-    command->Tip = tip;
-    command->Icon = name;
-    command->Shortcut = shortcut;
-    commands_.push_back(std::move(command));
-    return commands_.back().get();
-  };
-  Command* help = add("cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpLog); });
-  Command* exit = add("cmExit", "Esci", "Chiude il log", "", [this] { Close(); });
-  Command* now = add("cmQtr", "Ora", "Imposta l'ora attuale", "F12", [this] { cmQtr(); });
-  now->OnHover = [this] { StatusBar1.SetPanel(1, "Imposta l'ora attuale"); };
-  Toolbar1.Items.emplace_back(Separator{});
-  Toolbar1.Items.emplace_back(help);
-  Toolbar1.Items.emplace_back(exit);
+  keys_.Add(
+      Toolbar1,
+      {{"cmInsert", "Inserisci", "Inserisce il Qso nel log", "F2", run(&LogForm::cmInsert)},
+       {"cmUpdate", "Aggiorna", "Aggiorna il Qso", "F3", run(&LogForm::cmUpdate)},
+       {"cmDelete", "Cancella", "Cancella il Qso", "F4", run(&LogForm::cmDelete)},
+       {},
+       {"cmFirst", "Primo", "Primo Qso", "Ctrl+Home", run(&LogForm::cmFirst)},
+       {"cmPrevious", "Precedente", "Qso precedente", "PgUp", run(&LogForm::cmPrevious)},
+       {"cmNext", "Successivo", "Qso successivo", "PgDown", run(&LogForm::cmNext)},
+       {"cmLast", "Ultimo", "Ultimo Qso", "Ctrl+End", run(&LogForm::cmLast)},
+       {},
+       {"cmWorked", "Worked", "Cerca il Qso nei collegati", "F6", run(&LogForm::cmWorked), true},
+       {"cmVista", "Griglia", "Mostra il log come griglia", "F7", run(&LogForm::cmVista), true},
+       {"cmSearch", "Ricerca", "Ricerca nel log", "F8", run(&LogForm::cmSearch), true},
+       {"cmClear", "Nuovo", "Svuota i campi per un nuovo Qso", "F5", run(&LogForm::cmClear)},
+       {"cmMappa", "Mappa", "Mostra la mappa del country", "F9", run(&LogForm::cmMappa), true},
+       {}});
+  exportMenu_.Items = {&keys_.Make(*this, {"cmOnlyThisQso", "Esporta &questo Qso",
+                                           "Scrive il Qso nel file Log.ADI", "",
+                                           run(&LogForm::cmOnlyThisQso)}),
+                       &keys_.Make(*this, {"cmAllQso", "Esporta &tutti i Qso",
+                                           "Scrive i Qso selezionati nel file Log.ADI", "",
+                                           run(&LogForm::cmAllQso)})};
+  Toolbar1.Items.emplace_back(&exportMenu_);
+  keys_.Add(Toolbar1, {{},
+                       {"cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpLog); }},
+                       {"cmExit", "Esci", "Chiude il log", "", [this] { Close(); }}});
+  Command& now =
+      keys_.Make(*this, {"cmQtr", "Ora", "Imposta l'ora attuale", "F12", run(&LogForm::cmQtr)});
+  now.OnHover = [this] { StatusBar1.SetPanel(1, "Imposta l'ora attuale"); };
 }
 
 void LogForm::HangInEvents() {
@@ -117,8 +98,12 @@ void LogForm::HangInEvents() {
   CallQso.OnChange = [this] { OnCallChange(); };
   CallQso.OnLeave = [this] { OnCallLeave(); };
   Locator.OnChange = [this] { OnLocatorChange(); };
-  // Emptied by backspace, its change event empties Provincia along with it.
+  // Backspace empties Provincia too, also where Country is empty already and does not change.
   Country.BackspaceClears = true;
+  Country.Filter = [this](char32_t key) {
+    if (key == kBackspace) Provincia.SetText("");
+    return key;
+  };
   Country.OnChange = [this] { OnCountryChange(); };
   Country.OnLeave = [this] { OnCountryLeave(); };
   Provincia.BackspaceClears = true;
@@ -175,7 +160,7 @@ void LogForm::Load() {
 void LogForm::Resize() { StatusBar1.SetMinimumWidth(1, Width().Value() - kStatusPanels); }
 
 void LogForm::Unload() {
-  DsLog->Close();
+  if (DsLog) DsLog->Close();  // the search dialog holds it while it is open
   DataLog.Close();
   // In the grid view the size is not worth keeping.
   if (!Key("cmVista").Down()) SaveWindow(session_, *this, "Log");
@@ -438,7 +423,9 @@ void LogForm::ShowGrid(bool shown) {
     DataLog.Refresh();
     DataGrid1.ContentChanged();
     disabledByGrid_.clear();
-    for (const MenuItem& item : Toolbar1.Items) {
+    std::vector<MenuItem> keys = Toolbar1.Items;
+    keys.insert(keys.end(), exportMenu_.Items.begin(), exportMenu_.Items.end());
+    for (const MenuItem& item : keys) {
       Command* const* command = std::get_if<Command*>(&item);
       if (command == nullptr || (*command)->Name() == "cmVista" || !(*command)->Enabled()) continue;
       (*command)->SetEnabled(false);
@@ -485,6 +472,7 @@ void LogForm::cmSearch() {
   session_.SearchText = "CANCEL";
   session_.DsSearch = std::move(DsLog);
   session_.Windows.ShowModal(*search);
+  if (!Loaded()) return;
   if (session_.SearchText == "CANCEL") {
     DsLog = std::move(session_.DsSearch);
     key.SetDown(false);

@@ -1,6 +1,8 @@
 // The station's log: one contact at a time in entry fields, and a grid of the same rows.
 #pragma once
 
+#include <functional>
+#include <iosfwd>
 #include <memory>
 #include <string>
 
@@ -13,6 +15,7 @@
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
+#include "forms/tool_keys.h"
 
 namespace brenvo {
 
@@ -79,6 +82,9 @@ class LogForm : public LogWindow {
   void cmWorked();
   void cmMappa();
   void cmQtr();
+  // The ADIF file: the record on screen, or all of the current selection.
+  void cmOnlyThisQso();
+  void cmAllQso();
 
   // What runs while a contact is typed.
   void OnCallChange();
@@ -110,17 +116,18 @@ class LogForm : public LogWindow {
   void SetRecordCommands(bool enabled);
   void ReturnToShownRecord();
   void ReceiveSelection();
-  void DropSelection();
   void ShowGrid(bool shown);
   void TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select);
   void PositionByCall();
+  // Asks under `title` whether the file keeps what it holds, then appends what `write` writes.
+  void Export(std::string_view title, const std::function<void(std::ostream&)>& write);
   // Panel `number` tells what `condition` (ending in a blank) finds in Log on the chosen band.
   void ShowStatus(int number, std::string_view condition, std::string_view subject);
   std::string ExcludedQsoNr() const;
 
   Session& session_;
-  std::vector<std::unique_ptr<Command>> commands_;
-  std::unique_ptr<Menu> exportMenu_;
+  ToolKeys keys_;
+  Menu exportMenu_{*this, "cmExport", "Esporta"};
   Bounds boundsBeforeGrid_;
   std::vector<Command*> disabledByGrid_;
 };

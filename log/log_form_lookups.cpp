@@ -1,6 +1,8 @@
 // What the log tells and fills in while a contact is typed.
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "base/number.h"
 #include "base/text.h"
 #include "core/country_map.h"
@@ -11,6 +13,9 @@
 
 namespace brenvo {
 namespace {
+
+// Wider than any mode, so that whole names are compared.
+constexpr std::size_t kModeWidth = 20;
 
 bool FindsARow(Session& session, std::string_view select) {
   return !session.Db.OpenSnapshot(select)->EOF_();
@@ -193,7 +198,8 @@ void LogForm::OnBandaChange() {
     Frequenza.SetText(Str(Val(FieldText(bands, "Frequenza"))));
     QrkDato.SetText(FieldText(bands, "RST"));
     Potenza.SetText(Str(Val(FieldText(bands, "Potenza"))));
-    SelectListEntry(Modo, FieldText(bands, "Modo"), Len(FieldText(bands, "Modo")));
+    const std::string mode = FieldText(bands, "Modo");
+    SelectListEntry(Modo, mode, std::max(kModeWidth, Len(mode)));
   }
   PrevBanda = Banda.Text();
 }

@@ -1,9 +1,18 @@
 #include "station/station.h"
 
 #include "log/log_form.h"
+#include "log/log_search.h"
+#include "log/old_qso.h"
+#include "log/propagation_batch.h"
 #include "print/qsl_update.h"
 #include "print/reports.h"
 #include "print/stampa_qsl.h"
+#include "tables/help_form.h"
+#include "tables/tabella_country.h"
+#include "tables/tabella_note.h"
+#include "tables/tabella_prefissi.h"
+#include "tables/tabella_provincie.h"
+#include "tables/user_form.h"
 
 namespace brenvo {
 namespace {
@@ -15,10 +24,19 @@ void Know(Session& session, const char* name) {
 
 void KnowWindows(Session& session) {
   Know<LogForm>(session, "LogForm");
+  Know<LogSearch>(session, "LogSearch");
+  KnowOldQsoBrowsers(session);
+  Know<UserForm>(session, "User");
+  Know<TabellaPrefissi>(session, "TabellaPrefissi");
+  Know<TabellaCountry>(session, "TabellaCountry");
+  Know<TabellaProvincie>(session, "TabellaProvincie");
+  Know<TabellaNote>(session, "TabellaNote");
+  Know<HelpForm>(session, "Help");
   Know<StampaQsl>(session, "StampaQsl");
 }
 
 void HangInActions(Session& session, MainFrame& frame) {
+  frame.SetAction("Propagazione", [&session] { AssignPropagations(session); });
   frame.SetAction("cmQslAggiorna", [&session] { UpdateLogForQsl(session); });
   for (const ReportMember& member : ReportMembers()) {
     frame.SetAction(member.command, [&session, &member] { PrintReport(session, member); });

@@ -1,0 +1,51 @@
+// The log's ADIF file.
+#include <filesystem>
+#include <fstream>
+
+#include "log/adif_export.h"
+#include "log/log_form.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kKeepQuestion =
+    "Alcuni Qso sono gia' presenti nel file per BV, vuoi lasciarli ?";
+
+std::ofstream OpenToAppend(const std::filesystem::path& file) {
+  std::ofstream out(file, std::ios::binary | std::ios::app);
+  if (!out) throw std::runtime_error("Il file " + file.filename().string() + " non si apre");
+  return out;
+}
+
+}  // namespace
+
+void LogForm::cmOnlyThisQso() {
+  Export("Esporta questo Qso", [this](std::ostream& out) {
+    ReturnToShownRecord();
+    if (!DsLog->EOF_() && !DsLog->BOF()) out << AdifContact(*DsLog);
+  });
+}
+
+void LogForm::cmAllQso() {
+  Export("Esporta tutti i Qso", [this](std::ostream& out) {
+    if (DsLog->RecordCount() == 0) return;
+    for (DsLog->MoveFirst(); !DsLog->EOF_(); DsLog->MoveNext()) out << AdifContact(*DsLog);
+  });
+}
+
+void LogForm::Export(std::string_view title, const std::function<void(std::ostream&)>& write) {
+  const std::filesystem::path file = session_.File("\\Log.ADI");
+  OpenToAppend(file).close();
+  if (!session_.Messages().AskYesNo(title, kKeepQuestion)) std::filesystem::remove(file);
+  const BusyPointer busy(Host());
+  std::ofstream out = OpenToAppend(file);
+  try {
+    write(out);
+  } catch (const DatabaseError& failure) {
+    session_.EndWith(failure, title);
+  }
+  out.close();
+  if (!out) throw std::runtime_error("Il file " + file.filename().string() + " non si scrive");
+}
+
+}  // namespace brenvo

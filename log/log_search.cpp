@@ -1,0 +1,153 @@
+#include "log/log_search.h"
+
+#include <fmt/format.h>
+
+#include "base/text.h"
+#include "core/help_topics.h"
+#include "core/modules.h"
+#include "core/prefix.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kSettingsKey = "LogSearch";
+
+// The column that an order sorts by, where it is not called as its option.
+constexpr std::pair<std::string_view, std::string_view> kOrderColumns[] = {
+    {"Data", "DataQso"}, {"Qsl", "QslRicevuta"}};
+
+std::string OrderColumn(std::string_view caption) {
+  for (const auto& [option, column] : kOrderColumns) {
+    if (option == caption) return std::string(column);
+  }
+  return std::string(caption);
+}
+
+}  // namespace
+
+LogSearch::LogSearch(Session& session)
+    : Window(session.Host(), "LogSearch", "Log - Ricerca", Twips(9000), Twips(6000)),
+      session_(session) {
+  const std::pair<Field*, std::string_view> captions[] = {
+      {&DataQso, "Data"},           {&CallQso, "Call"},
+      {&Country, "Country"},        {&Provincia, "Provincia"},
+      {&Locator, "Locator"},        {&Banda, "Banda"},
+      {&Modo, "Modo"},              {&Propagazione, "Propagazione"},
+      {&QslDaInviare, "Qsl da inviare"}, {&QslRicevuta, "Qsl ricevuta"},
+      {&QslInviata, "Qsl inviata"}, {&Note, "Note"},
+      {&SortOrder, "Ordine"}};
+  for (const auto& [field, caption] : captions) field->SetCaption(caption);
+  keys_.Add(Toolbar1,
+            {{"cmSearch", "Ricerca", "Cerca nel log", "F8", [this] { cmSearch(); }},
+             {"cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpLogSearch); }},
+             {"cmExit", "Esci", "Chiude senza cercare", "", [this] { cmExit(); }}});
+  DefaultCommand = FindCommand("cmSearch");
+  CancelCommand = FindCommand("cmExit");
+
+  cmTipoData.Tip = "Uguale, dal giorno, fino al giorno";
+  cmTipoData.OnClick = [this] {
+    const std::string& now = cmTipoData.Caption();
+    cmTipoData.SetCaption(now == "=" ? ">=" : now == ">=" ? "<=" : "=");
+  };
+  CallQso.Filter = UpperKey;
+  Locator.Filter = UpperKey;
+  Country.BackspaceClears = true;
+  Country.OnChange = [this] { OnCountryChange(); };
+  Provincia.BackspaceClears = true;
+  Note.OnDoubleClick = [this] { OnNotePick(); };
+
+  const auto hint = [this](Field& field, std::string_view text) {
+    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
+  };
+  hint(CallQso, "* sta per qualsiasi testo, ? per un carattere, # per una cifra");
+  hint(Locator, "* sta per qualsiasi testo, ? per un carattere, # per una cifra");
+  hint(Note, "Testo contenuto nella nota. Doppio Click per l' help note");
+}
+
+void LogSearch::Load() {
+  RestoreWindow(session_, *this, kSettingsKey);
+  DataQso.SetText(DataQso.EmptyText());
+  SortOrder.SetIndex(0);
+  LoadFrom(session_, Country, "select left(Country+space(5),5)+Descrizione as Campo from Country",
+           "Campo");
+  LoadBands(session_, Banda);
+  LoadModes(session_, Modo);
+  LoadPropagations(session_, Propagazione);
+  Country.SetText("");
+}
+
+void LogSearch::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+
+void LogSearch::OnCountryChange() {
+  Table& countries = *session_.TbCountry;
+  countries.Seek("=", {Left(Country.Text(), 5)});
+  if (!countries.NoMatch()) {
+    const std::string completed =
+        CountryText(FieldText(countries, "Country"), FieldText(countries, "Descrizione"));
+    if (completed != Country.Text()) {
+      Country.SetText(completed);  // comes back here as a change of its own
+      return;
+    }
+  }
+  LoadFrom(session_, Provincia,
+           fmt::format("Select left(Provincia+space(5),5)+Descrizione as Campo from Provincie "
+                       "where Country='{}'",
+                       Left(Country.Text(), 5)),
+           "Campo");
+  Provincia.SetText("");
+}
+
+void LogSearch::OnNotePick() {
+  session_.NoteChoice.clear();
+  Window* help = session_.Windows.LoadNew("Help");
+  if (help == nullptr) return;
+  session_.Windows.ShowModal(*help);
+  if (!session_.NoteChoice.empty()) Note.SetText(Note.Text() + session_.NoteChoice);
+}
+
+std::string LogSearch::Statement() const {
+  std::string where;
+  const auto add = [&](std::string_view condition, std::string_view text, std::string_view end) {
+    where += fmt::format(" AND {}{}{}", condition, text, end);
+  };
+  const auto code = [](const TextField& field, std::size_t width) {
+    return RTrim(Left(field.Text(), width));
+  };
+  const auto filled = [](const TextField& field) { return !IsEmptyField(field.Text()); };
+  if (filled(DataQso) && DataQso.Text() != DataQso.EmptyText()) {
+    add("DateValue(DataQso)" + cmTipoData.Caption() + " cvdate('", DataQso.Text(), "')");
+  }
+  if (filled(CallQso)) add("Call LIKE '", CallQso.Text(), "'");
+  if (filled(Country)) add("Country='", code(Country, 5), "'");
+  if (filled(Provincia)) add("Provincia='", code(Provincia, 3), "'");
+  if (filled(Locator)) add("Locator LIKE '", Locator.Text(), "'");
+  if (filled(Banda)) add("Banda='", code(Banda, 5), "'");
+  const std::pair<std::string_view, const CheckBox*> marks[] = {
+      {"QsldaInviare=", &QslDaInviare}, {"QslRicevuta=", &QslRicevuta},
+      {"QslInviata=", &QslInviata}};
+  for (const auto& [condition, box] : marks) {
+    if (box->State() != CheckState::kGrey) add(condition, box->IsOn() ? "true" : "false", "");
+  }
+  if (filled(Modo)) add("Modo='", Trim(Modo.Text()), "'");
+  if (filled(Propagazione)) add("Propagazione='", Trim(Propagazione.Text()), "'");
+  if (filled(Note)) add("Note LIKE '*", Trim(Note.Text()), "*'");
+  if (!where.empty()) where = "WHERE " + Mid(where, 6);
+  return fmt::format(
+      "SELECT * FROM Log {} ORDER BY {}", where,
+      OrderColumn(SortOrder.Captions()[static_cast<std::size_t>(SortOrder.Index())]));
+}
+
+void LogSearch::cmSearch() {
+  const BusyPointer busy(Host());
+  const std::string statement = Statement();
+  session_.DsSearch = session_.Db.OpenDynaset(statement);
+  session_.SearchText = statement;
+  Close();
+}
+
+void LogSearch::cmExit() {
+  session_.SearchText = "CANCEL";
+  Close();
+}
+
+}  // namespace brenvo

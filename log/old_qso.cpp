@@ -1,0 +1,66 @@
+#include "log/old_qso.h"
+
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+// A call that no contact has.
+constexpr std::string_view kNoRows =
+    "SELECT * FROM Log where Call='YYZZYYZZ' ORDER By DataQso,QsoNr";
+
+}  // namespace
+
+const OldQsoKind kOldQsoByCall = {"OldQsoForm", "Old Qso", "OldQso", &Session::OldQsoForm};
+const OldQsoKind kOldQsoByLocator = {"OldQsoLocator", "Old Qso with Locator", "OldQsoLocator",
+                                     &Session::OldQsoLocator};
+
+OldQso::OldQso(Session& session, const OldQsoKind& kind)
+    : FeedWindow(session.Host(), std::string(kind.name), std::string(kind.caption), Twips(9600),
+                 Twips(3000)),
+      DataLog(session),
+      session_(session),
+      kind_(kind) {
+  DataGrid1.SetSource(&DataLog);
+  DataGrid1.OnDoubleClick = [this] { ShowInLog(); };
+}
+
+void OldQso::Load() {
+  RestoreWindow(session_, *this, kind_.settingsKey);
+  session_.*kind_.handle = this;
+  SetRecordSource(kNoRows);
+  DataGrid1.SetColumnsOf({DataLog.GridColumn("Data Qso", "DataQso"),
+                          DataLog.GridColumn("Banda", "Banda"), DataLog.GridColumn("Call", "Call"),
+                          DataLog.GridColumn("Qra", "Qra"), DataLog.GridColumn("Qth", "Qth"),
+                          DataLog.GridColumn("Locator", "Locator"),
+                          DataLog.GridColumn("Qsl Inviata", "QslInviata", YesNo),
+                          DataLog.GridColumn("Qsl Ricevuta", "QslRicevuta", YesNo)});
+}
+
+void OldQso::Unload() {
+  SaveWindow(session_, *this, kind_.settingsKey);
+  DataLog.Close();
+  if (session_.*kind_.handle == this) session_.*kind_.handle = nullptr;
+}
+
+void OldQso::SetRecordSource(std::string_view select) {
+  DataLog.RecordSource = select;
+  DataLog.Refresh();
+  DataGrid1.ContentChanged();
+}
+
+void OldQso::ShowInLog() {
+  const std::int64_t row = DataGrid1.Row();
+  if (!session_.LogOpen || row < 1 || row >= DataGrid1.Rows()) return;
+  session_.ShowInLog("Select * from Log where QsoNr=" + DataLog.Text(row - 1, "QsoNr"));
+}
+
+void KnowOldQsoBrowsers(Session& session) {
+  for (const OldQsoKind* kind : {&kOldQsoByCall, &kOldQsoByLocator}) {
+    session.Windows.Register(std::string(kind->name), [&session, kind] {
+      return std::make_unique<OldQso>(session, *kind);
+    });
+  }
+}
+
+}  // namespace brenvo

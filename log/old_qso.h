@@ -1,0 +1,45 @@
+// The browsers beside the log: earlier contacts with the same call, or with the same square.
+#pragma once
+
+#include <string_view>
+
+#include "core/data_source.h"
+#include "core/session.h"
+#include "core/shared_windows.h"
+#include "forms/grid.h"
+
+namespace brenvo {
+
+// In what the two browsers differ.
+struct OldQsoKind {
+  std::string_view name, caption, settingsKey;
+  FeedWindow* Session::*handle;  // by which the log finds the open one
+};
+extern const OldQsoKind kOldQsoByCall;
+extern const OldQsoKind kOldQsoByLocator;
+
+// Opens empty, and is fed by the log.
+class OldQso : public FeedWindow {
+ public:
+  OldQso(Session& session, const OldQsoKind& kind);
+
+  void Load() override;
+  void Unload() override;
+  void SetRecordSource(std::string_view select) override;
+
+  Panel PanelGriglia{*this, "PanelGriglia"};
+  DataGrid DataGrid1{*this, "DataGrid1"};
+  DataSource DataLog;
+
+ private:
+  // The contact of the current row, in the log.
+  void ShowInLog();
+
+  Session& session_;
+  const OldQsoKind& kind_;
+};
+
+// Both browsers, known to the session by their names.
+void KnowOldQsoBrowsers(Session& session);
+
+}  // namespace brenvo

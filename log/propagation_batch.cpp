@@ -1,0 +1,42 @@
+#include "log/propagation_batch.h"
+
+#include <string>
+#include <string_view>
+
+#include "base/text.h"
+#include "core/session.h"
+
+namespace brenvo {
+namespace {
+
+struct Shorthand {
+  std::string_view token, propagation;
+};
+
+constexpr Shorthand kShorthands[] = {{"[E.S.]", "E sporadico"},
+                                     {"[F2]", "F2"},
+                                     {"[M.S.]", "Meteor Scatter"},
+                                     {"[T.E.P.]", "TEP"}};
+
+}  // namespace
+
+void AssignPropagations(Session& session) {
+  const BusyPointer busy(session.Host());
+  const auto rows = session.Db.OpenDynaset("select * from Log ");
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    const Value value = rows->Field("Note");
+    if (value.IsNull()) continue;
+    const std::string note = value.Text();
+    for (const auto& [token, propagation] : kShorthands) {
+      const std::size_t at = InStr(note, token);
+      if (at == 0) continue;
+      rows->Edit();
+      rows->Set("Propagazione", propagation);
+      rows->Set("Note", Trim(Left(note, at - 1) + Mid(note, at + Len(token))));
+      rows->Update();
+      break;
+    }
+  }
+}
+
+}  // namespace brenvo

@@ -1,0 +1,29 @@
+// The pick dialog of ready-made notes.
+#pragma once
+
+#include "core/session.h"
+#include "forms/list_field.h"
+#include "forms/status_bar.h"
+#include "forms/window.h"
+
+namespace brenvo {
+
+// Modal. It leaves the chosen note, in square brackets, in the session's NoteChoice, which its
+// caller has emptied; left without a choice it leaves nothing.
+class HelpForm : public Window {
+ public:
+  explicit HelpForm(Session& session);
+
+  void Load() override;
+  void Unload() override;
+
+  ListField LBTipoNote{*this, "LBTipoNote", ListStyle::kOpen};
+  ListField LBNote{*this, "LBNote", ListStyle::kOpen};
+  Command cmExit{*this, "cmExit", "&Esci"};
+  StatusBar StatusBar1{*this, "StatusBar1", 1};
+
+ private:
+  Session& session_;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,150 @@
+#include "tables/tabella_country.h"
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/files.h"
+#include "core/locator.h"
+#include "core/modules.h"
+#include "tables/chosen_row.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kSettingsKey = "Country";
+constexpr std::string_view kRepeated = "Country gia' caricato";
+constexpr std::string_view kNoDate = "01/01/9999";
+constexpr std::size_t kCodeWidth = 5;
+
+std::string DateColumn(const DatePicker& field) {
+  return field.Text() == kNoDate ? std::string() : Trim(field.Text());
+}
+
+}  // namespace
+
+TabellaCountry::TabellaCountry(Session& session)
+    : Window(session.Host(), "TabellaCountry", "Tabella Country", Twips(10800), Twips(7200)),
+      session_(session) {
+  const std::pair<Field*, std::string_view> captions[] = {
+      {&LBCountry, "Country"}, {&Codice, "Codice"},   {&Descrizione, "Descrizione"},
+      {&Locator, "Locator"},   {&Mappa, "Mappa"},     {&Flag, "Flag"},
+      {&X, "X"},               {&Y, "Y"},             {&Frame2, "Validità"},
+      {&Validita, "Dal"},      {&Deleted, "Al"},      {&File1, "File disponibili"}};
+  for (const auto& [field, caption] : captions) field->SetCaption(caption);
+  keys_.Add(Toolbar1,
+            {{"cmInsert", "Inserisci", "Inserisce il country", "F2", [this] { cmInsert(); }},
+             {"cmUpdate", "Aggiorna", "Aggiorna il country scelto", "F3", [this] { cmUpdate(); }},
+             {"cmDelete", "Cancella", "Cancella il country scelto", "F4", [this] { cmDelete(); }},
+             {"cmExit", "Esci", "Chiude la tabella", "", [this] { cmExit(); }}});
+  CancelCommand = FindCommand("cmExit");
+  HangInEvents();
+}
+
+void TabellaCountry::HangInEvents() {
+  Codice.Filter = UpperKey;
+  Codice.MaxLength = kCodeWidth;
+  Locator.Filter = UpperKey;
+  X.Filter = DigitsOnlyKey;
+  Y.Filter = DigitsOnlyKey;
+  LBCountry.OnClick = [this] {
+    if (SeekChosen()) ShowCountry();
+  };
+  const std::pair<TextField*, Command*> fileFields[] = {{&Mappa, &cmMappa}, {&Flag, &cmFlag}};
+  for (const auto& [field, key] : fileFields) {
+    field->Filter = [](char32_t pressed) { return pressed == kBackspace ? pressed : 0; };
+    field->BackspaceClears = true;
+    field->OnDrop = [field = field](std::string_view file) { field->SetText(file); };
+    key->OnClick = [this, field = field] {
+      if (File1.ListIndex() >= 0) field->SetText(File1.Text());
+    };
+  }
+  const auto hint = [this](Field& field, std::string_view text) {
+    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
+  };
+  hint(LBCountry, "Premi una lettera per ricercare o Click per richiamare i dati del country");
+  hint(Frame2, "01/01/9999 indica nessuna data impostata");
+  hint(File1, "File disponibili. Trascinarli su Mappa o Flag");
+}
+
+void TabellaCountry::Load() {
+  RestoreWindow(session_, *this, kSettingsKey);
+  LoadCountries(session_, LBCountry);
+  File1.SetItems(FilesOf(session_.AppPath, ""));
+  Validita.SetText(kNoDate);
+  Deleted.SetText(kNoDate);
+}
+
+void TabellaCountry::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+
+bool TabellaCountry::SeekChosen() {
+  session_.TbCountry->Seek("=", {Left(LBCountry.Text(), kCodeWidth)});
+  return !session_.TbCountry->NoMatch();
+}
+
+void TabellaCountry::ShowCountry() {
+  Table& row = *session_.TbCountry;
+  const std::pair<TextField*, const char*> texts[] = {
+      {&Codice, "Country"}, {&Descrizione, "Descrizione"}, {&Mappa, "Mappa"},
+      {&Flag, "Flag"},      {&X, "Pointer_X"},             {&Y, "Pointer_Y"},
+      {&Locator, "Locator"}};
+  for (const auto& [field, column] : texts) field->SetText(FieldText(row, column));
+  const std::pair<DatePicker*, const char*> dates[] = {{&Validita, "From"}, {&Deleted, "Deleted"}};
+  for (const auto& [field, column] : dates) {
+    const std::string date = FieldText(row, column);
+    field->SetText(IsEmptyField(date) ? kNoDate : date);
+  }
+}
+
+bool TabellaCountry::ValidateCountry() {
+  if (IsEmptyField(Codice.Text()) || IsEmptyField(Descrizione.Text())) return false;
+  if (IsEmptyField(Locator.Text()) || IsValidLocator(Locator.Text())) return true;
+  session_.Messages().Show(MessageIcon::kExclamation, "", "Locator non valido");
+  return false;
+}
+
+void TabellaCountry::Store() {
+  Table& row = *session_.TbCountry;
+  row.Set("Country", Codice.Text());
+  row.Set("Descrizione", Descrizione.Text());
+  row.Set("Mappa", Mappa.Text());
+  row.Set("Flag", Flag.Text());
+  row.Set("Pointer_X", Val(X.Text()));
+  row.Set("Pointer_Y", Val(Y.Text()));
+  row.Set("Locator", Locator.Text());
+  row.Set("From", DateColumn(Validita));
+  row.Set("Deleted", DateColumn(Deleted));
+  row.Update();
+}
+
+void TabellaCountry::ReloadAndSelect() {
+  LoadCountries(session_, LBCountry);
+  SelectListEntry(LBCountry, Codice.Text(), kCodeWidth);
+  SeekChosen();
+}
+
+void TabellaCountry::cmInsert() {
+  if (!ValidateCountry()) return;
+  TryWrite(session_, "Inserimento country", kRepeated, [this] {
+    session_.TbCountry->AddNew();
+    Store();
+  });
+  ReloadAndSelect();
+}
+
+void TabellaCountry::cmUpdate() {
+  if (!ValidateCountry()) return;
+  TryWriteChosen(session_, "Aggiornamento country", kRepeated, [this] {
+    session_.TbCountry->Edit();
+    Store();
+  });
+  ReloadAndSelect();
+}
+
+void TabellaCountry::cmDelete() {
+  if (!SeekChosen()) return;
+  session_.TbCountry->Delete();
+  LBCountry.RemoveItem(LBCountry.ListIndex());
+}
+
+void TabellaCountry::cmExit() { Close(); }
+
+}  // namespace brenvo

@@ -1,0 +1,193 @@
+#include "tables/tabella_prefissi.h"
+
+#include <fmt/format.h>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/modules.h"
+#include "tables/chosen_row.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kSettingsKey = "Prefissi";
+constexpr std::string_view kPick = "LOG";
+constexpr std::string_view kRepeated = "Prefisso gia' caricato";
+constexpr std::size_t kCountryWidth = 5;
+
+// The grid's columns as statements write them.
+constexpr std::string_view kColumns[] = {"Prefisso", "Country", "[Zona CQ]", "[Zona ITU]",
+                                         "Continente"};
+
+std::string SelectBy(std::string_view order) {
+  return fmt::format(
+      "select Prefisso,Country,[Zona CQ],[Zona ITU],Continente from Prefissi order by {}", order);
+}
+
+}  // namespace
+
+TabellaPrefissi::TabellaPrefissi(Session& session)
+    : Window(session.Host(), "TabellaPrefissi", "Tabella Prefissi", Twips(8400), Twips(7200)),
+      session_(session),
+      data1_(session) {
+  Codice.SetCaption("Prefisso");
+  Country.SetCaption("Country");
+  ZonaCQ.SetCaption("Zona CQ");
+  ZonaITU.SetCaption("Zona ITU");
+  Continente.SetCaption("Continente");
+  Codice.Filter = UpperKey;
+  Continente.Filter = UpperKey;
+  ZonaCQ.Filter = DigitsOnlyKey;
+  ZonaITU.Filter = DigitsOnlyKey;
+  keys_.Add(Toolbar1,
+            {{"cmInsert", "Inserisci", "Inserisce il prefisso", "F2", [this] { cmInsert(); }},
+             {"cmUpdate", "Aggiorna", "Aggiorna il prefisso", "F3", [this] { cmUpdate(); }},
+             {"cmDelete", "Cancella", "Cancella il prefisso", "F4", [this] { cmDelete(); }},
+             {"cmSearch", "Ricerca", "Cerca il prefisso", "F8", [this] { cmSearch(); }},
+             {"cmExit", "Esci", "Chiude la tabella", "", [this] { cmExit(); }}});
+  CancelCommand = FindCommand("cmExit");
+  Spread1.SetSource(&data1_);
+  Spread1.OnHeading = [this](int column) { SortBy(column); };
+  Spread1.OnClick = [this] { OnRowClick(); };
+  Spread1.OnDoubleClick = [this] { OnRowPick(); };
+  Spread1.OnHover = [this] {
+    StatusBar1.SetPanel(1, Tag == kPick ? "Doppio click ritornare il prefisso al Log, Click per "
+                                          "richiamare i dati del prefisso"
+                                        : "Click per richiamare i dati del prefisso");
+  };
+}
+
+void TabellaPrefissi::Load() {
+  RestoreWindow(session_, *this, kSettingsKey);
+  Tag = session_.PrefixTag;
+  data1_.RecordSource = SelectBy("prefisso");
+  data1_.Refresh();
+  Spread1.SetColumnsOf({data1_.GridColumn("Prefisso", "Prefisso"),
+                        data1_.GridColumn("Country", "Country"),
+                        data1_.GridColumn("Zona CQ", "Zona CQ"),
+                        data1_.GridColumn("Zona ITU", "Zona ITU"),
+                        data1_.GridColumn("Continente", "Continente")});
+  LoadCountries(session_, Country);
+}
+
+void TabellaPrefissi::Unload() {
+  SaveWindow(session_, *this, kSettingsKey);
+  data1_.Close();
+}
+
+bool TabellaPrefissi::ValidatePrefix() const {
+  for (const TextField* field : {&Codice, &ZonaCQ, &ZonaITU, &Continente}) {
+    if (IsEmptyField(field->Text())) return false;
+  }
+  return true;
+}
+
+void TabellaPrefissi::Store() {
+  Dynaset& row = *data1_.Rows();
+  row.Set("Prefisso", Codice.Text());
+  row.Set("Country", Left(Country.Text(), kCountryWidth));
+  row.Set("Zona CQ", Val(ZonaCQ.Text()));
+  row.Set("Zona ITU", Val(ZonaITU.Text()));
+  row.Set("Continente", Continente.Text());
+  row.Update();
+  data1_.RowsWritten();
+}
+
+void TabellaPrefissi::cmInsert() {
+  if (!ValidatePrefix()) return;
+  TryWrite(session_, "Inserimento prefisso", kRepeated, [this] {
+    Table& prefissi = *session_.TbPrefissi;
+    prefissi.Seek(">=", {Codice.Text()});
+    // Whatever its zones: from this screen a prefix goes in once.
+    if (!prefissi.NoMatch() && FieldText(prefissi, "Prefisso") == Codice.Text()) {
+      session_.Messages().Show(MessageIcon::kCritical, "", kRepeated);
+      return;
+    }
+    data1_.Rows()->AddNew();
+    Store();
+    Spread1.ContentChanged();
+  });
+}
+
+void TabellaPrefissi::cmUpdate() {
+  if (!ValidatePrefix()) return;
+  TryWriteChosen(session_, "Aggiornamento prefisso", kRepeated, [this] {
+    // The index ends with the continent; the country is compared on the row that it leads to.
+    Table& prefissi = *session_.TbPrefissi;
+    prefissi.Seek("=", {Codice.Text(), Val(ZonaCQ.Text()), Val(ZonaITU.Text()),
+                        Continente.Text()});
+    if (!prefissi.NoMatch() && Trim(FieldText(prefissi, "Country")) ==
+                                   Trim(Left(Country.Text(), kCountryWidth))) {
+      session_.Messages().Show(MessageIcon::kCritical, "", kRepeated);
+      return;
+    }
+    data1_.Rows()->Edit();
+    Store();
+    Spread1.ContentChanged();
+  });
+}
+
+void TabellaPrefissi::cmDelete() {
+  if (!session_.Messages().AskYesNo("Cancellazione prefisso", "Confermi l'operazione ?")) return;
+  data1_.Rows()->Delete();
+  data1_.RowsWritten();
+  Spread1.ContentChanged();
+}
+
+void TabellaPrefissi::cmSearch() {
+  Dynaset& rows = *data1_.Rows();
+  rows.FindFirst("Prefisso='" + Codice.Text() + "'");
+  if (rows.NoMatch()) return;
+  ShowPrefix();
+  // The grid follows: what the other keys work on is what it marks.
+  const Bookmark found = rows.GetBookmark();
+  for (std::int64_t place = 0; place < rows.TotalRows(); ++place) {
+    if (rows.BookmarkAt(place) == found) {
+      Spread1.SetCurrent(place + 1, 0);
+      break;
+    }
+  }
+}
+
+void TabellaPrefissi::cmExit() {
+  session_.ChosenPrefix.Prefisso = "CANCEL";
+  Close();
+}
+
+void TabellaPrefissi::SortBy(int column) {
+  if (column < 0 || column >= static_cast<int>(std::size(kColumns))) return;
+  data1_.RecordSource = SelectBy(kColumns[column]);
+  data1_.Refresh();
+  Spread1.ContentChanged();
+}
+
+bool TabellaPrefissi::GoToRow() {
+  const std::int64_t row = Spread1.Row();
+  if (row < 1 || row >= Spread1.Rows()) return false;
+  data1_.Rows()->SetBookmark(data1_.Rows()->BookmarkAt(row - 1));
+  return true;
+}
+
+void TabellaPrefissi::ShowPrefix() {
+  Dynaset& row = *data1_.Rows();
+  Codice.SetText(FieldText(row, "Prefisso"));
+  SelectListEntry(Country, FieldText(row, "Country"), kCountryWidth);
+  ZonaCQ.SetText(FieldText(row, "Zona CQ"));
+  ZonaITU.SetText(FieldText(row, "Zona ITU"));
+  Continente.SetText(FieldText(row, "Continente"));
+}
+
+void TabellaPrefissi::OnRowClick() {
+  if (GoToRow()) ShowPrefix();
+}
+
+void TabellaPrefissi::OnRowPick() {
+  if (Tag != kPick || !GoToRow()) return;
+  Dynaset& row = *data1_.Rows();
+  session_.ChosenPrefix = {FieldText(row, "Prefisso"), FieldText(row, "Country"),
+                           FieldText(row, "Zona CQ"), FieldText(row, "Zona ITU"),
+                           FieldText(row, "Continente")};
+  Close();
+}
+
+}  // namespace brenvo

@@ -1,0 +1,110 @@
+#include "tables/tabella_provincie.h"
+
+#include "base/text.h"
+#include "core/modules.h"
+#include "tables/chosen_row.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kSettingsKey = "Provincie";
+constexpr std::string_view kRepeated = "Provincia gia' caricata";
+constexpr std::size_t kCountryWidth = 5, kProvinceWidth = 4;
+// A longer code can be shown and changed, but not deleted.
+constexpr std::size_t kDeletedCodeWidth = 3;
+
+}  // namespace
+
+TabellaProvincie::TabellaProvincie(Session& session)
+    : Window(session.Host(), "TabellaProvincie", "Tabella Provincie", Twips(9600), Twips(6000)),
+      session_(session) {
+  LBCountry.SetCaption("Country");
+  LBProv.SetCaption("Provincie");
+  Codice.SetCaption("Codice");
+  Descrizione.SetCaption("Descrizione");
+  keys_.Add(
+      Toolbar1,
+      {{"cmInsert", "Inserisci", "Inserisce la provincia", "F2", [this] { cmInsert(); }},
+       {"cmUpdate", "Aggiorna", "Aggiorna la provincia scelta", "F3", [this] { cmUpdate(); }},
+       {"cmDelete", "Cancella", "Cancella la provincia scelta", "F4", [this] { cmDelete(); }},
+       {"cmExit", "Esci", "Chiude la tabella", "", [this] { cmExit(); }}});
+  CancelCommand = FindCommand("cmExit");
+  Codice.Filter = UpperKey;
+  LBCountry.OnClick = [this] { LoadProvinces(session_, LBProv, ChosenCountry()); };
+  LBProv.OnClick = [this] {
+    if (!SeekChosen(kProvinceWidth)) return;
+    Codice.SetText(FieldText(*session_.TbProvincie, "Provincia"));
+    Descrizione.SetText(FieldText(*session_.TbProvincie, "Descrizione"));
+  };
+  LBCountry.OnHover = [this] {
+    StatusBar1.SetPanel(1, "Premi una lettera per ricercare o Click per visualizzare le provincie");
+  };
+  LBProv.OnHover = [this] {
+    StatusBar1.SetPanel(
+        1, "Premi una lettera per ricercare o Click per richiamare i dati della provincia");
+  };
+}
+
+void TabellaProvincie::Load() {
+  RestoreWindow(session_, *this, kSettingsKey);
+  LoadCountries(session_, LBCountry);
+}
+
+void TabellaProvincie::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+
+std::string TabellaProvincie::ChosenCountry() const {
+  return Left(LBCountry.Text(), kCountryWidth);
+}
+
+bool TabellaProvincie::SeekChosen(std::size_t codeWidth) {
+  session_.TbProvincie->Seek("=", {ChosenCountry(), Left(LBProv.Text(), codeWidth)});
+  return !session_.TbProvincie->NoMatch();
+}
+
+bool TabellaProvincie::ValidateProvince() const {
+  return LBCountry.ListIndex() >= 0 && !IsEmptyField(Codice.Text()) &&
+         !IsEmptyField(Descrizione.Text());
+}
+
+void TabellaProvincie::Store() {
+  Table& row = *session_.TbProvincie;
+  row.Set("Country", ChosenCountry());
+  row.Set("Provincia", Codice.Text());
+  row.Set("Descrizione", Descrizione.Text());
+  row.Update();
+}
+
+void TabellaProvincie::ReloadAndSelect() {
+  LoadProvinces(session_, LBProv, ChosenCountry());
+  SelectListEntry(LBProv, Codice.Text(), kProvinceWidth);
+  SeekChosen(kProvinceWidth);
+}
+
+void TabellaProvincie::cmInsert() {
+  if (!ValidateProvince()) return;
+  TryWrite(session_, "Inserimento provincia", kRepeated, [this] {
+    session_.TbProvincie->AddNew();
+    Store();
+  });
+  ReloadAndSelect();
+}
+
+void TabellaProvincie::cmUpdate() {
+  if (!ValidateProvince()) return;
+  // The title is the country table's, as operators know it.
+  TryWriteChosen(session_, "Aggiornamento country", kRepeated, [this] {
+    session_.TbProvincie->Edit();
+    Store();
+  });
+  ReloadAndSelect();
+}
+
+void TabellaProvincie::cmDelete() {
+  if (!SeekChosen(kDeletedCodeWidth)) return;
+  session_.TbProvincie->Delete();
+  LBProv.RemoveItem(LBProv.ListIndex());
+}
+
+void TabellaProvincie::cmExit() { Close(); }
+
+}  // namespace brenvo

@@ -1,0 +1,257 @@
+#include "tables/user_form.h"
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/files.h"
+#include "core/locator.h"
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kSettingsKey = "User";
+constexpr std::string_view kWave = ".wav";
+constexpr std::size_t kBaudWidth = 5, kPortWidth = 4;
+
+enum BandColumn : int {
+  kBanda,
+  kFrequenza,
+  kRTX,
+  kAntenna,
+  kPotenza,
+  kModo,
+  kRST,
+  kFrequenzaI,
+  kFrequenzaF,
+  kAnnunceDX,
+  kFilenameDX
+};
+
+}  // namespace
+
+void BandGrid::EditCell(std::int64_t row, int column, std::string_view text) {
+  const auto refuse = [this] {
+    session_.Messages().Show(MessageIcon::kExclamation, "", "Banda duplicata o mancante");
+  };
+  // The band is the row's key, so it is the first of a new row's cells to be filled.
+  const bool missing = column == kBanda ? IsEmptyField(text) : row == Rows();
+  if (missing) {
+    refuse();
+    return;
+  }
+  try {
+    DataGrid::EditCell(row, column, text);
+  } catch (const DatabaseError& failure) {
+    if (failure.Number != DatabaseError::kDuplicateKey) throw;
+    refuse();
+  }
+}
+
+UserForm::UserForm(Session& session)
+    : Window(session.Host(), "User", "Tabella Utente", Twips(11400), Twips(8400)),
+      DataGrid1(*this, "DataGrid1", session),
+      session_(session),
+      data1_(session) {
+  const std::pair<Field*, std::string_view> captions[] = {
+      {&CallQso, "Call"},
+      {&Qra, "Qra"},
+      {&Qth, "Qth"},
+      {&Indirizzo, "Indirizzo"},
+      {&Provincia, "Provincia"},
+      {&Locator, "Locator"},
+      {&ZX9TOK, "Path manager ZX9TOK"},
+      {&Modo, "Modo"},
+      {&File2, "File wav"},
+      {&TNCPort, "Port"},
+      {&TNCBaud, "Baud"},
+      {&TNCEcho, "Local echo"},
+      {&ClusterNode, "Radio cluster"},
+      {&TelnetCluster, "Telnet cluster"},
+      {&TelnetWWConv, "Telnet WWConv"},
+      {&FrameChiamata, "Chiamata automatica"},
+      {&File1, "File disponibili"},
+      {&CallFile, "File wav"},
+      {&CallInterval, "Intervallo tra le chiamate"}};
+  for (const auto& [field, caption] : captions) field->SetCaption(caption);
+  Tab1.SetPage(0, PanelRTX, {&DataGrid1, &Modo, &File2});
+  Tab1.SetPage(1, PanelMultimedia,
+               {&TNCPort, &TNCBaud, &TNCEcho, &ClusterNode, &TelnetCluster, &TelnetWWConv,
+                &FrameChiamata, &File1, &cmCallFile, &CallFile, &CallInterval});
+  keys_.Add(Toolbar1, {{"cmUpdate", "Aggiorna", "Registra i dati della stazione", "F3",
+                        [this] { cmUpdate(); }},
+                       {"cmExit", "Esci", "Chiude senza registrare", "", [this] { cmExit(); }}});
+  CancelCommand = FindCommand("cmExit");
+  HangInEvents();
+}
+
+void UserForm::HangInEvents() {
+  for (TextField* field : {&CallQso, &Provincia, &Locator}) field->Filter = UpperKey;
+  CallFile.BackspaceClears = true;
+  CallFile.OnDrop = [this](std::string_view file) { CallFile.SetText(file); };
+  cmCallFile.Tip = "Prende il file scelto nella lista";
+  cmCallFile.OnClick = [this] {
+    if (File1.ListIndex() >= 0) CallFile.SetText(File1.Text());
+  };
+  File1.OnDoubleClick = cmCallFile.OnClick;
+
+  DataGrid1.Editable = true;
+  DataGrid1.SetSource(&data1_);
+  DataGrid1.OnKey = [this](char32_t key) { return OnGridKey(key); };
+  DataGrid1.OnBeforeEdit = [this](std::int64_t, int column, std::string& text) {
+    return OnBeforeEdit(column, text);
+  };
+  DataGrid1.OnAfterEdit = [this](std::int64_t row, int) { FollowFile(row); };
+  DataGrid1.OnBeforeDelete = [this](std::int64_t) {
+    return session_.Messages().AskYesNo("Cancellazione banda", "Confermi l'operazione ?");
+  };
+  Modo.OnClick = [this] { OnPick(Modo, kModo); };
+  File2.OnClick = [this] { OnPick(File2, kFilenameDX); };
+  for (ListField* picker : {&Modo, &File2}) {
+    picker->SetVisible(false);
+    picker->OnLeave = [picker] { picker->SetVisible(false); };
+  }
+
+  const auto hint = [this](Field& field, std::string_view text) {
+    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
+  };
+  hint(CallQso, "Il nominativo della stazione, obbligatorio come i campi fino al locator");
+  hint(Locator, "Il locator della stazione, sei caratteri come JN61FV");
+  hint(ZX9TOK, "Se non e' vuoto il log cerca il manager di ogni call");
+  hint(DataGrid1,
+       "Frequenza in MHz, inizio e fine della banda in kHz. Una banda con un file wav viene "
+       "annunciata");
+  hint(ClusterNode, "Il nodo a cui collegarsi via radio");
+  hint(TelnetCluster, "Host, oppure host:porta");
+  hint(TelnetWWConv, "Host, oppure host:porta");
+  hint(File1, "Trascinare il file su File wav, oppure doppio click");
+  hint(CallFile, "Il file della chiamata automatica, backspace lo toglie");
+}
+
+void UserForm::Load() {
+  RestoreWindow(session_, *this, kSettingsKey);
+  data1_.RecordSource = "select * from UserRTX order by Frequenza";
+  data1_.Refresh();
+  MakeGrid();
+  LoadBaudRates(TNCBaud);
+  LoadComPorts(TNCPort);
+  LoadModes(session_, Modo);
+  Table& user = *session_.TbUser;
+  user.MoveFirst();
+  const std::pair<TextField*, const char*> texts[] = {
+      {&CallQso, "Call"},           {&Qra, "Qra"},
+      {&Qth, "Qth"},                {&Indirizzo, "Indirizzo"},
+      {&Provincia, "Provincia"},    {&Locator, "Locator"},
+      {&CallFile, "CallFile"},      {&CallInterval, "CallInterval"},
+      {&ClusterNode, "ClusterNode"}, {&TelnetCluster, "TelnetCluster"},
+      {&TelnetWWConv, "TelnetWWConv"}};
+  for (const auto& [field, column] : texts) field->SetText(FieldText(user, column));
+  ZX9TOK.SetText(session_.GetSetting("Log", "ManagerZX9TOK", ""));
+  SelectListEntry(TNCBaud, Trim(FieldText(user, "TNCBaud")), kBaudWidth);
+  SelectListEntry(TNCPort, FieldText(user, "TNCPort"), kPortWidth);
+  TNCEcho.SetOn(user.Field("TNCEcho").Bool());
+  for (ListField* list : {&File1, &File2}) list->SetItems(FilesOf(session_.AppPath, kWave));
+}
+
+void UserForm::Unload() {
+  SaveWindow(session_, *this, kSettingsKey);
+  data1_.Close();
+}
+
+void UserForm::MakeGrid() {
+  // Each stands at the place of its BandColumn.
+  DataGrid1.SetColumnsOf({data1_.GridColumn("Banda", "Banda"),
+                          data1_.GridColumn("Frequenza", "Frequenza"),
+                          data1_.GridColumn("RTX", "RTX"), data1_.GridColumn("Antenna", "Antenna"),
+                          data1_.GridColumn("Potenza", "Potenza"),
+                          data1_.GridColumn("Modo", "Modo"), data1_.GridColumn("RST", "RST"),
+                          data1_.GridColumn("Inizio banda", "FrequenzaI"),
+                          data1_.GridColumn("Fine banda", "FrequenzaF"),
+                          data1_.GridColumn("Annuncia DX", "AnnunceDX", YesNo),
+                          data1_.GridColumn("File wav", "FilenameDX")});
+}
+
+ListField* UserForm::PickerOf(int column) {
+  return column == kModo ? &Modo : column == kFilenameDX ? &File2 : nullptr;
+}
+
+bool UserForm::OnGridKey(char32_t key) {
+  ListField* const picker = PickerOf(DataGrid1.Column());
+  const std::int64_t row = DataGrid1.Row();
+  if (picker == nullptr || row < 1 || row > DataGrid1.Rows()) return false;
+  if (key == kBackspace) {
+    DataGrid1.EditCell(row, DataGrid1.Column(), "");
+  } else {
+    picker->SetVisible(true);
+  }
+  return true;
+}
+
+bool UserForm::OnBeforeEdit(int column, std::string& text) {
+  ListField* const picker = PickerOf(column);
+  if (picker == nullptr || text.empty()) return true;
+  for (const std::string& entry : picker->Items()) {
+    if (Upper(entry) != Upper(text)) continue;
+    text = entry;
+    return true;
+  }
+  picker->SetVisible(true);
+  return false;
+}
+
+void UserForm::OnPick(ListField& picker, int column) {
+  const std::string chosen = picker.Text();
+  picker.SetVisible(false);
+  const std::int64_t row = DataGrid1.Row();
+  if (row >= 1 && row <= DataGrid1.Rows()) DataGrid1.EditCell(row, column, chosen);
+}
+
+void UserForm::FollowFile(std::int64_t row) {
+  const bool announced = !IsEmptyField(data1_.Text(row - 1, "FilenameDX"));
+  if ((data1_.Text(row - 1, "AnnunceDX") != "0") == announced) return;
+  data1_.SetCellText(row - 1, DataGrid1.ColumnsOf()[kAnnunceDX].field, announced ? "-1" : "0");
+}
+
+bool UserForm::ValidateUser() {
+  for (const TextField* field :
+       {&CallQso, &Qra, &Qth, &Indirizzo, &Provincia, static_cast<TextField*>(&TNCBaud),
+        static_cast<TextField*>(&TNCPort)}) {
+    if (IsEmptyField(field->Text())) return false;
+  }
+  if (IsValidLocator(Locator.Text())) return true;
+  session_.Messages().Show(MessageIcon::kExclamation, "", "Locator non valido");
+  return false;
+}
+
+void UserForm::cmUpdate() {
+  if (!ValidateUser()) {
+    session_.Messages().Show(MessageIcon::kExclamation, "", "I campi sono tutti obbligatori");
+    return;
+  }
+  Table& user = *session_.TbUser;
+  user.MoveFirst();
+  user.Edit();
+  const std::pair<const char*, const TextField*> texts[] = {
+      {"Call", &CallQso},
+      {"Qra", &Qra},
+      {"Qth", &Qth},
+      {"Indirizzo", &Indirizzo},
+      {"Provincia", &Provincia},
+      {"Locator", &Locator},
+      {"TNCPort", &TNCPort},
+      {"CallFile", &CallFile},
+      {"ClusterNode", &ClusterNode},
+      {"TelnetCluster", &TelnetCluster},
+      {"TelnetWWConv", &TelnetWWConv}};
+  for (const auto& [column, field] : texts) user.Set(column, field->Text());
+  user.Set("TNCBaud", Val(TNCBaud.Text()));
+  user.Set("TNCEcho", TNCEcho.IsOn());
+  user.Set("CallInterval", Val(CallInterval.Text()));
+  user.Update();
+  session_.MyLocator = Locator.Text();
+  session_.ManagerPath = Trim(ZX9TOK.Text());
+  session_.SaveSetting("Log", "ManagerZX9TOK", session_.ManagerPath);
+}
+
+void UserForm::cmExit() { Close(); }
+
+}  // namespace brenvo
