@@ -1,5 +1,11 @@
 #include "station/station.h"
 
+#include "contest/check_call_contest.h"
+#include "contest/contest_form.h"
+#include "contest/contest_new_qso.h"
+#include "contest/contest_qso.h"
+#include "contest/contest_search.h"
+#include "contest/stat_contest.h"
 #include "log/log_form.h"
 #include "print/qsl_update.h"
 #include "print/reports.h"
@@ -16,6 +22,12 @@ void Know(Session& session, const char* name) {
 void KnowWindows(Session& session) {
   Know<LogForm>(session, "LogForm");
   Know<StampaQsl>(session, "StampaQsl");
+  Know<ContestForm>(session, "Contest");
+  Know<ContestSearch>(session, "ContestSearch");
+  Know<ContestQso>(session, "ContestQso");
+  Know<ContestNewQso>(session, "ContestNewQso");
+  Know<CheckCallContest>(session, "CheckCallContest");
+  Know<StatContest>(session, "StatContest");
 }
 
 void HangInActions(Session& session, MainFrame& frame) {
