@@ -2,6 +2,8 @@
 // logic hangs on it.
 #pragma once
 
+#include "base/units.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -73,6 +75,9 @@ class Label : public Field {
 class Panel : public Field {
  public:
   using Field::Field;
+  // The pointer's button goes down, the pointer moves, the button comes up; places in the panel.
+  std::function<void(Twips x, Twips y)> OnPointerDown, OnPointerMove;
+  std::function<void()> OnPointerUp;
 };
 
 }  // namespace brenvo

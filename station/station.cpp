@@ -1,5 +1,11 @@
 #include "station/station.h"
 
+#include "contest/check_call_contest.h"
+#include "contest/contest_form.h"
+#include "contest/contest_new_qso.h"
+#include "contest/contest_qso.h"
+#include "contest/contest_search.h"
+#include "contest/stat_contest.h"
 #include "log/log_form.h"
 #include "log/log_search.h"
 #include "log/old_qso.h"
@@ -33,6 +39,12 @@ void KnowWindows(Session& session) {
   Know<TabellaNote>(session, "TabellaNote");
   Know<HelpForm>(session, "Help");
   Know<StampaQsl>(session, "StampaQsl");
+  Know<ContestForm>(session, "Contest");
+  Know<ContestSearch>(session, "ContestSearch");
+  Know<ContestQso>(session, "ContestQso");
+  Know<ContestNewQso>(session, "ContestNewQso");
+  Know<CheckCallContest>(session, "CheckCallContest");
+  Know<StatContest>(session, "StatContest");
 }
 
 void HangInActions(Session& session, MainFrame& frame) {

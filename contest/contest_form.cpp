@@ -1,0 +1,451 @@
+#include "contest/contest_form.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "base/number.h"
+#include "contest/contact.h"
+#include "contest/contest_search.h"
+#include "contest/contest_sheets.h"
+#include "contest/reg1test.h"
+#include "contest/score.h"
+#include "contest/staging.h"
+#include "core/help_topics.h"
+#include "core/modules.h"
+#include "core/transaction.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kRecordCommands[] = {"cmNext", "cmPrevious", "cmUpdate", "cmDelete",
+                                                "cmQso"};
+constexpr std::string_view kLogoFile = "\\Logo.bmp";
+constexpr std::string_view kSignFile = "\\Sign.bmp";
+
+// A column and the field that shows its text or its number as it stands.
+struct TextColumn {
+  std::string_view column;
+  TextField ContestForm::*field;
+  bool number = false;
+};
+
+// In the order in which they are written; the columns of another kind stand between them.
+constexpr TextColumn kName = {"Nome", &ContestForm::NomeContest};
+constexpr TextColumn kBeforeOptions[] = {{"Frequenza", &ContestForm::Frequenza, true},
+                                         {"Categoria", &ContestForm::Categoria}};
+constexpr TextColumn kBehindOptions[] = {
+    {"Call", &ContestForm::CallContest},     {"Qra", &ContestForm::Qra},
+    {"Qth", &ContestForm::Qth},              {"Indirizzo", &ContestForm::Indirizzo},
+    {"Provincia", &ContestForm::Provincia},  {"SQth", &ContestForm::SQTH},
+    {"SProvincia", &ContestForm::SProvincia}, {"Altezza", &ContestForm::Altezza, true},
+    {"Locator", &ContestForm::Locator},      {"RTX", &ContestForm::RTX},
+    {"Antenna", &ContestForm::Antenna},      {"Potenza", &ContestForm::Potenza, true},
+    {"Note", &ContestForm::Note}};
+
+struct BoxColumn {
+  std::string_view column;
+  CheckBox ContestForm::*box;
+};
+constexpr BoxColumn kBoxes[] = {{"MoltSquare", &ContestForm::Square},
+                                {"MoltCountry", &ContestForm::Country},
+                                {"MoltExch", &ContestForm::Exch}};
+
+std::string NumberText(Recordset& record, std::string_view column) {
+  return PlainNumber(Val(FieldText(record, column)));
+}
+
+// A move at an end of the table, or in an empty one, is harmless.
+template <class Move>
+void TryMove(Move move) {
+  try {
+    move();
+  } catch (const DatabaseError&) {
+  }
+}
+
+void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  if (!file) throw std::runtime_error("Impossibile scrivere il file " + path.filename().string());
+}
+
+}  // namespace
+
+ContestForm::ContestForm(Session& session)
+    : Window(session.Host(), "Contest", "Contest", Twips(11100), Twips(7800)), session_(session) {
+  const std::pair<Field*, std::string_view> captions[] = {
+      {&DataContest, "Data"},      {&Banda, "Banda"},         {&NomeContest, "Descrizione"},
+      {&Frequenza, "Frequenza"},   {&Categoria, "Categoria"}, {&Frame2, "Postazione"},
+      {&Fisso, "Fisso"},           {&Portatile, "Portatile"}, {&Frame3, "Operatore"},
+      {&Singolo, "Singolo"},       {&Multi, "Multi"},         {&Frame1, "Moltiplicatori"},
+      {&Square, "Square"},         {&Country, "Country"},     {&Exch, "Exch"},
+      {&CallContest, "Call"},      {&Qra, "Qra"},             {&Qth, "Qth"},
+      {&Indirizzo, "Indirizzo"},   {&Provincia, "Provincia"}, {&SQTH, "Qth"},
+      {&SProvincia, "Provincia"},  {&Locator, "Locator"},     {&Altezza, "Alt."},
+      {&RTX, "RTX"},               {&Antenna, "Antenna"},     {&Potenza, "Potenza"},
+      {&Note, "Note"},             {&Panel3D1, "Dati contest"},
+      {&Panel3D2, "Dati Brenvo"},  {&Panel3D3, "Dati stazione"}, {&Panel3D4, " Note"}};
+  for (const auto& [field, caption] : captions) field->SetCaption(caption);
+  Fisso.JoinWith(Portatile);
+  Singolo.JoinWith(Multi);
+  MakeToolbar();
+  HangInEvents();
+}
+
+ContestForm::~ContestForm() = default;
+
+void ContestForm::MakeToolbar() {
+  struct Key {
+    std::string_view name, caption, tip, shortcut;
+    void (ContestForm::*action)();
+  };
+  const Key keys[] = {
+      {"cmInsert", "Inserisci", "Inserisce il contest", "F2", &ContestForm::ContestAdd},
+      {"cmUpdate", "Aggiorna", "Aggiorna il contest", "F3", &ContestForm::ContestUpdate},
+      {"cmDelete", "Cancella", "Cancella il contest e i suoi Qso", "F4",
+       &ContestForm::ContestDelete},
+      {},
+      {"cmFirst", "Primo", "Primo contest", "Ctrl+Home", &ContestForm::cmFirst},
+      {"cmPrevious", "Precedente", "Contest precedente", "PgUp", &ContestForm::cmPrevious},
+      {"cmNext", "Successivo", "Contest successivo", "PgDown", &ContestForm::cmNext},
+      {"cmLast", "Ultimo", "Ultimo contest", "Ctrl+End", &ContestForm::cmLast},
+      {},
+      {"cmQso", "Qso", "Qso del contest", "F6", &ContestForm::cmQso},
+      {"cmSearch", "Ricerca", "Ricerca un contest", "F8", &ContestForm::ContestFind},
+      {"cmExport", "Esporta", "Scrive il file REG1TEST", "F9", &ContestForm::cmExport},
+      {"cmClear", "Nuovo", "Svuota i campi per un nuovo contest", "F5",
+       &ContestForm::ContestClear},
+      {"cmPrint", "Stampa", "Stampa i fogli del contest", "Ctrl+P", &ContestForm::cmPrint},
+  };
+  const auto add = [this](std::string_view name, std::string_view caption, std::string_view tip,
+                          std::string_view shortcut, std::function<void()> action) {
+    auto command = std::make_unique<Command>(*this, std::string(name), std::string(caption),
+                                             std::move(action));
+    command->Tip = tip;
+    command->Icon = name;
+    command->Shortcut = shortcut;
+    Toolbar1.Items.emplace_back(command.get());
+    commands_.push_back(std::move(command));
+  };
+  for (const Key& key : keys) {
+    if (key.name.empty()) {
+      Toolbar1.Items.emplace_back(Separator{});
+    } else {
+      add(key.name, key.caption, key.tip, key.shortcut,
+          [this, action = key.action] { (this->*action)(); });
+    }
+  }
+  Toolbar1.Items.emplace_back(Separator{});
+  add("cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpContest); });
+  add("cmExit", "Esci", "Chiude il contest", "", [this] { Close(); });
+}
+
+void ContestForm::HangInEvents() {
+  CallContest.Filter = UpperKey;
+  Locator.Filter = UpperKey;
+  Frequenza.Filter = NumericKey;
+  Banda.OnChange = [this] { OnBandaChange(); };
+  const auto hint = [this](Field& field, std::string_view text) {
+    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
+  };
+  hint(Exch,
+       "Moltiplicatore definito di volta in volta (es. Provincia), da indicare nel campo note del "
+       "Qso [Exch=MI]");
+  hint(Frame1, "");
+  hint(Panel3D1, "");
+}
+
+void ContestForm::Load() {
+  RestoreWindow(session_, *this, "Contest");
+  LoadBands(session_, Banda);
+  Logo.SetPicture(session_.File(kLogoFile));
+  Sign.SetPicture(session_.File(kSignFile));
+  cmLast();
+  session_.ContestOpen = true;
+}
+
+void ContestForm::Unload() {
+  SaveWindow(session_, *this, "Contest");
+  session_.ContestOpen = false;
+}
+
+void ContestForm::SelectBand(std::string_view band) {
+  PrevBanda = band;
+  // A band that the station has given up meanwhile still belongs to its contest.
+  const auto& bands = Banda.Items();
+  if (!band.empty() && std::find(bands.begin(), bands.end(), band) == bands.end()) {
+    Banda.AddItem(band);
+  }
+  Banda.SetText(band);
+}
+
+void ContestForm::ContestDisplay() {
+  Table& contest = *session_.TbContest;
+  shown_ = contest.GetBookmark();
+  const auto show = [&](const TextColumn& each) {
+    (this->*each.field)
+        .SetText(each.number ? NumberText(contest, each.column) : FieldText(contest, each.column));
+  };
+  DataContest.SetText(DateText(contest.Field("DataContest").Date()));
+  SelectBand(FieldText(contest, "Banda"));
+  show(kName);
+  for (const TextColumn& each : kBeforeOptions) show(each);
+  (FieldText(contest, "FissoPortatile") == "F" ? Fisso : Portatile).SetOn(true);
+  (FieldText(contest, "SingoloMulti") == "S" ? Singolo : Multi).SetOn(true);
+  for (const TextColumn& each : kBehindOptions) show(each);
+  for (const BoxColumn& each : kBoxes) (this->*each.box).SetOn(contest.Field(each.column).Bool());
+}
+
+void ContestForm::ContestSave() {
+  Table& contest = *session_.TbContest;
+  const auto write = [&](const TextColumn& each) {
+    const std::string& text = (this->*each.field).Text();
+    contest.Set(each.column, each.number ? Value(Val(text)) : Value(text));
+  };
+  contest.Set("DataContest", ParseDate(DataContest.Text())->DatePart());
+  contest.Set("Banda", Banda.Text());
+  write(kName);
+  for (const TextColumn& each : kBeforeOptions) write(each);
+  contest.Set("FissoPortatile", Fisso.IsOn() ? "F" : "P");
+  contest.Set("SingoloMulti", Singolo.IsOn() ? "S" : "M");
+  for (const TextColumn& each : kBehindOptions) write(each);
+  for (const BoxColumn& each : kBoxes) contest.Set(each.column, (this->*each.box).IsOn());
+}
+
+bool ContestForm::ContestValid() {
+  return IsValidDate(session_, DataContest.Text()) && !IsEmptyField(CallContest.Text());
+}
+
+void ContestForm::ContestAdd() {
+  if (!ContestValid()) return;
+  const bool stored = TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
+    Table& contest = *session_.TbContest;
+    contest.AddNew();
+    ContestSave();
+    contest.Update();
+    contest.SetBookmark(contest.LastModified());
+    shown_ = contest.GetBookmark();
+  });
+  if (stored) SetRecordCommands(true);
+}
+
+void ContestForm::ContestUpdate() {
+  if (!ContestValid()) return;
+  const bool stored = TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
+    ReturnToShownRecord();
+    session_.TbContest->Edit();
+    ContestSave();
+    session_.TbContest->Update();
+  });
+  if (stored) SetRecordCommands(true);
+}
+
+void ContestForm::ContestDelete() {
+  if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
+  const BusyPointer busy(Host());
+  try {
+    ReturnToShownRecord();
+    Table& contest = *session_.TbContest;
+    // The record's own date and band: what was typed over them and not stored names contacts of
+    // another contest.
+    const std::string contacts = OfContest(DateText(contest.Field("DataContest").Date()),
+                                           FieldText(contest, "Banda"));
+    Transaction transaction(session_.Db);
+    session_.Db.Execute("DELETE * FROM [Contest Qso]" + contacts);
+    contest.Delete();
+    transaction.Commit();
+  } catch (const DatabaseError& failure) {
+    session_.EndWith(failure, "Delete Qso");
+  }
+  shown_.reset();
+  cmNext();
+}
+
+void ContestForm::ReturnToShownRecord() {
+  if (shown_) session_.TbContest->SetBookmark(*shown_);
+}
+
+void ContestForm::cmFirst() {
+  Table& contest = *session_.TbContest;
+  TryMove([&] { contest.MoveFirst(); });
+  if (contest.BOF()) {
+    SetRecordCommands(false);
+    ContestClear();
+    return;
+  }
+  ContestDisplay();
+  SetRecordCommands(true);
+}
+
+void ContestForm::cmLast() {
+  Table& contest = *session_.TbContest;
+  TryMove([&] { contest.MoveLast(); });
+  if (contest.EOF_()) {
+    ContestClear();
+    SetRecordCommands(false);
+    return;
+  }
+  ContestDisplay();
+  SetRecordCommands(true);
+}
+
+void ContestForm::cmNext() {
+  Table& contest = *session_.TbContest;
+  TryMove([&] {
+    ReturnToShownRecord();
+    if (contest.RecordCount() != 0) contest.MoveNext();
+  });
+  if (contest.EOF_() || contest.RecordCount() == 0) {
+    cmLast();
+    return;
+  }
+  ContestDisplay();
+  SetRecordCommands(true);
+}
+
+void ContestForm::cmPrevious() {
+  Table& contest = *session_.TbContest;
+  TryMove([&] {
+    ReturnToShownRecord();
+    if (contest.RecordCount() != 0) contest.MovePrevious();
+  });
+  if (contest.BOF() || contest.RecordCount() == 0) {
+    cmFirst();
+    return;
+  }
+  ContestDisplay();
+  SetRecordCommands(true);
+}
+
+void ContestForm::SetRecordCommands(bool enabled) {
+  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(enabled);
+}
+
+void ContestForm::ContestClear() {
+  shown_.reset();
+  PrevBanda.clear();
+  DataContest.SetText(DateText(session_.Now()));
+  // A new contest starts with this description.
+  NomeContest.SetText("0");
+  Banda.SetListIndex(-1);
+  for (TextField* field : {&Frequenza, &Altezza, &Potenza}) field->SetText("0");
+  for (TextField* field : {&Categoria, &CallContest, &Qra, &Qth, &Indirizzo, &Provincia, &SQTH,
+                           &SProvincia, &Locator, &RTX, &Antenna, &Note}) {
+    field->SetText("");
+  }
+  Fisso.SetOn(true);
+  Singolo.SetOn(true);
+  SetRecordCommands(false);
+}
+
+void ContestForm::OnBandaChange() {
+  const std::string band = Banda.Text();
+  if (band.empty() || band == PrevBanda) return;
+  Table& user = *session_.TbUser;
+  user.MoveFirst();
+  CallContest.SetText(FieldText(user, "Call"));
+  Qra.SetText(FieldText(user, "Qra"));
+  Qth.SetText(FieldText(user, "Qth"));
+  Indirizzo.SetText(FieldText(user, "Indirizzo"));
+  Provincia.SetText(FieldText(user, "Provincia"));
+  Locator.SetText(FieldText(user, "Locator"));
+  SQTH.SetText(Qth.Text());
+  SProvincia.SetText(Provincia.Text());
+  Table& bands = *session_.TbUserRTX;
+  bands.Seek("=", {band});
+  if (!bands.NoMatch()) {
+    Frequenza.SetText(NumberText(bands, "Frequenza"));
+    Potenza.SetText(NumberText(bands, "Potenza"));
+    RTX.SetText(FieldText(bands, "RTX"));
+    Antenna.SetText(FieldText(bands, "Antenna"));
+  }
+  PrevBanda = band;
+}
+
+void ContestForm::ContestFind() {
+  auto* search = static_cast<ContestSearch*>(session_.Windows.LoadNew("ContestSearch"));
+  if (search == nullptr) return;
+  session_.Windows.ShowModal(*search);
+  if (!session_.Windows.IsLoaded(search)) return;  // left by its frame
+  const auto row = static_cast<std::int64_t>(Val(search->Tag));
+  if (row <= 0) {
+    search->Tag = "-1";
+    session_.Windows.Unload(*search);
+    return;
+  }
+  const auto date = ParseDate(search->Spread1.Cell(row, 0));
+  const std::string band = search->Spread1.Cell(row, 1);
+  session_.Windows.Unload(*search);
+  if (!date) return;
+  session_.TbContest->Seek("=", {*date, band});
+  if (session_.TbContest->NoMatch()) return;
+  ContestDisplay();
+  SetRecordCommands(true);
+}
+
+void ContestForm::cmQso() {
+  session_.CurrentContest = {DataContest.Text(), Banda.Text(),  NomeContest.Text(), Locator.Text(),
+                             Square.IsOn(),      Country.IsOn(), Exch.IsOn()};
+  if (Window* contacts = session_.Windows.LoadNew("ContestQso")) session_.Windows.Show(*contacts);
+}
+
+ContestHeader ContestForm::ReadHeader() const {
+  ContestHeader header;
+  header.DataContest = ParseDate(DataContest.Text()).value_or(DateTime());
+  header.Banda = Banda.Text();
+  header.NomeContest = NomeContest.Text();
+  header.Categoria = Categoria.Text();
+  header.CallContest = CallContest.Text();
+  header.Qra = Qra.Text();
+  header.Qth = Qth.Text();
+  header.Indirizzo = Indirizzo.Text();
+  header.Provincia = Provincia.Text();
+  header.SQTH = SQTH.Text();
+  header.SProvincia = SProvincia.Text();
+  header.Altezza = Altezza.Text();
+  header.Locator = Locator.Text();
+  header.RTX = RTX.Text();
+  header.Antenna = Antenna.Text();
+  header.Potenza = Potenza.Text();
+  header.Note = Note.Text();
+  header.Fisso = Fisso.IsOn();
+  header.Singolo = Singolo.IsOn();
+  header.Square = Square.IsOn();
+  header.Country = Country.IsOn();
+  return header;
+}
+
+void ContestForm::cmExport() {
+  const BusyPointer busy(Host());
+  const std::vector<Contact> contacts =
+      ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
+  if (contacts.empty()) return;
+  Table& bands = *session_.TbUserRTX;
+  bands.Seek("=", {Banda.Text()});
+  std::optional<double> bandMhz;
+  if (!bands.NoMatch()) bandMhz = bands.Field("Frequenza").Number();
+  const CountryOfCall countryOf = CountriesOf(session_);
+  const Tally tally = TallyOf(contacts, countryOf);
+  // An empty exchange is counted, but the records do not mark it as new.
+  std::vector<std::string> exchanges = tally.Exchanges.Texts();
+  std::erase(exchanges, std::string());
+  StageMultipliers(session_.Db, tally.Squares.Texts(), tally.Countries.Texts(), exchanges);
+  WriteFile(session_.File("\\" + CallContest.Text() + ".txt"),
+            Reg1Test(ReadHeader(), bandMhz, contacts, tally, countryOf));
+}
+
+void ContestForm::cmPrint() {
+  const BusyPointer busy(Host());
+  const std::vector<Contact> contacts =
+      ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
+  std::optional<std::filesystem::path> sign;
+  if (std::filesystem::path file = session_.File(kSignFile); std::filesystem::exists(file)) {
+    Sign.SetPicture(file);
+    sign = std::move(file);
+  }
+  PrintContestSheets(session_.Machine.GetPrinter(), ReadHeader(), contacts, session_.File(kLogoFile), sign);
+}
+
+}  // namespace brenvo

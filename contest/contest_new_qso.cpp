@@ -1,0 +1,223 @@
+#include "contest/contest_new_qso.h"
+
+#include <fmt/format.h>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "contest/contact.h"
+#include "core/locator.h"
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kReport = "59";
+constexpr std::string_view kFirstMode = "USB";
+
+// Digits, and Enter, which leads on.
+char32_t DigitsAndEnter(char32_t key) { return key == kEnter ? key : DigitsOnlyKey(key); }
+
+}  // namespace
+
+ContestNewQso::ContestNewQso(Session& session)
+    : Window(session.Host(), "ContestNewQso", "Contest - Nuovo Qso", Twips(7200), Twips(3900)),
+      session_(session) {
+  const std::pair<Field*, std::string_view> captions[] = {
+      {&CallQso, "Call"},        {&QrkD, "Qrk dato"},      {&ProgrD, "Progr. dato"},
+      {&QrkR, "Qrk ricevuto"},   {&ProgrR, "Progr. ricevuto"}, {&Locator, "Locator"},
+      {&Exc, "Exchange"},        {&Note, "Note"},          {&Giorno, "Giorno"},
+      {&Qtr, "Qtr"},             {&Modo, "Modo"},          {&Qrb, "Qrb"},
+      {&Qsl, "Qsl"},             {&InLog, "In Log"}};
+  for (const auto& [field, caption] : captions) field->SetCaption(caption);
+  Qrb.ReadOnly = true;
+  Operation.SetVisible(false);
+  cmInsertR.Tip = "Inserisce il Qso e prepara il prossimo";
+  cmInsertE.Tip = "Inserisce il Qso e chiude";
+  cmQtr.Tip = "Imposta l'ora attuale";
+  cmQtr.Shortcut = "F12";
+  HangInEvents();
+  ChainEnter();
+}
+
+void ContestNewQso::HangInEvents() {
+  for (TextField* field : {&Giorno, &QrkD, &ProgrD, &QrkR, &ProgrR}) field->Filter = DigitsAndEnter;
+  for (TextField* field : {&CallQso, &Locator, &Exc}) field->Filter = UpperKey;
+  CallQso.OnLeave = [this] { OnCallLeave(); };
+  Locator.OnLeave = [this] { OnLocatorLeave(); };
+  ProgrR.OnFocus = [this] {
+    if (IsEmptyField(CallQso.Text())) Host().MoveFocus(CallQso);
+  };
+  cmQtr.OnClick = [this] { ShowTime(); };
+  cmInsertE.OnClick = [this] {
+    InsertQso();
+    Close();
+  };
+  cmInsertR.OnClick = [this] {
+    InsertQso();
+    Operation.SetText("I");
+    Prepare();
+  };
+}
+
+void ContestNewQso::ChainEnter() {
+  TextField* const contact[] = {&CallQso, &QrkD, &QrkR, &ProgrR, &Locator, &Exc};
+  TextField* const rest[] = {&Giorno, &Qtr, &ProgrD, &Modo, &CallQso};
+  const auto chain = [this](const auto& fields) {
+    for (std::size_t i = 0; i + 1 < std::size(fields); ++i) {
+      fields[i]->OnEnter = [this, next = fields[i + 1]] { Host().MoveFocus(*next); };
+    }
+  };
+  chain(contact);
+  chain(rest);
+  Exc.OnEnter = Note.OnEnter = [this] { EnterOnLastField(); };
+}
+
+void ContestNewQso::EnterOnLastField() {
+  if (const auto refusal = FindRefusal()) {
+    Host().MoveFocus(*refusal->field);
+    return;
+  }
+  cmInsertR.Press();
+  Host().MoveFocus(CallQso);
+}
+
+void ContestNewQso::Load() { RestoreWindow(session_, *this, "ContestNewQso"); }
+
+void ContestNewQso::Activate() { Prepare(); }
+
+void ContestNewQso::Unload() {
+  SaveWindow(session_, *this, "ContestNewQso");
+  UltimoProgr = 0;
+}
+
+void ContestNewQso::Prepare() {
+  contest_ = session_.CurrentContest;
+  if (Operation.Text() == "I") PrepareNew();
+  if (Operation.Text() == "U") ShowRow();
+}
+
+void ContestNewQso::PrepareNew() {
+  if (UltimoProgr == 0) {
+    const std::string where = OfContest(contest_.DataContest, contest_.Banda);
+    const auto last = session_.Db.OpenSnapshot("SELECT max(ProgrDato) FROM [Contest Qso]" + where);
+    const Value serial = last->EOF_() ? Value() : last->Field(0);
+    if (serial.IsNull()) {
+      Giorno.SetText(std::to_string(ParseDate(contest_.DataContest).value_or(DateTime()).Day()));
+      Modo.SetText(kFirstMode);
+    } else {
+      UltimoProgr = serial.Integer();
+      const auto row = session_.Db.OpenSnapshot(fmt::format(
+          "SELECT * FROM [Contest Qso]{} and ProgrDato={}", where, UltimoProgr));
+      Giorno.SetText(FieldText(*row, "Giorno"));
+      Modo.SetText(FieldText(*row, "Modo"));
+    }
+  }
+  ++UltimoProgr;
+  ProgrD.SetText(std::to_string(UltimoProgr));
+  ShowTime();
+  QrkD.SetText(kReport);
+  QrkR.SetText(kReport);
+  for (TextField* field : {&CallQso, &Locator, &Qrb, &ProgrR, &Note}) field->SetText("");
+  InLog.SetOn(false);
+  Qsl.SetOn(false);
+}
+
+void ContestNewQso::ShowRow() {
+  Recordset& row = *Data1->Rows();
+  const std::pair<TextField*, std::string_view> columns[] = {
+      {&Giorno, "Giorno"}, {&CallQso, "Call"},         {&QrkD, "QrkDato"},
+      {&ProgrD, "ProgrDato"}, {&QrkR, "QrkRicevuto"},  {&ProgrR, "ProgrRicevuto"},
+      {&Locator, "Locator"},  {&Qrb, "Qrb"},           {&Modo, "Modo"},
+      {&Note, "Note"}};
+  for (const auto& [field, column] : columns) field->SetText(FieldText(row, column));
+  Qtr.SetText(HourMinute(row.Field("Qtr").Date()));
+  Qsl.SetOn(row.Field("Qsl").Bool());
+  InLog.SetOn(row.Field("InLog").Bool());
+}
+
+void ContestNewQso::ShowTime() { Qtr.SetText(HourMinute(session_.Now())); }
+
+std::optional<std::string> ContestNewQso::DuplicateSerial() {
+  const auto rows = session_.Db.OpenSnapshot(
+      fmt::format("Select ProgrDato FROM [Contest Qso]{} AND Call='{}' AND ProgrDato<>{}",
+                  OfContest(contest_.DataContest, contest_.Banda), Trim(CallQso.Text()),
+                  ProgrD.Text()));
+  if (rows->EOF_()) return std::nullopt;
+  return Trim(rows->Field(0).Text());
+}
+
+void ContestNewQso::OnCallLeave() {
+  const auto serial = DuplicateSerial();
+  if (!serial) return;
+  if (!session_.Messages().AskYesNo("Qso doppio (" + *serial + ")", "Confermi call ?")) {
+    CallQso.SetText("");
+  }
+}
+
+void ContestNewQso::OnLocatorLeave() {
+  const std::string& locator = Locator.Text();
+  Qrb.SetText(IsValidLocator(locator) ? std::to_string(QrbKm(contest_.Locator, locator)) : "0");
+}
+
+std::optional<ContestNewQso::Refusal> ContestNewQso::FindRefusal() {
+  const Refusal required[] = {{"Giorno obbligatorio", &Giorno},   {"Qtr obbligatorio", &Qtr},
+                              {"Call obbligatorio", &CallQso},    {"Rapporti obbligatori", &QrkD},
+                              {"Rapporti obbligatori", &QrkR},    {"Rapporti obbligatori", &ProgrD},
+                              {"Rapporti obbligatori", &ProgrR}};
+  for (const Refusal& each : required) {
+    if (IsEmptyField(each.field->Text())) return each;
+  }
+  if (!IsValidLocator(Locator.Text())) return Refusal{"Locator errato", &Locator};
+  return std::nullopt;
+}
+
+void ContestNewQso::InsertQso() {
+  if (const auto refusal = FindRefusal()) {
+    session_.Messages().Show(MessageIcon::kCritical, "", refusal->text);
+    return;
+  }
+  // The station's own locator, not the contest's, makes the distance that counts.
+  Qrb.SetText(std::to_string(QrbKm(session_.MyLocator, Locator.Text())));
+  double punti = Val(Qrb.Text());
+  std::string note = Note.Text();
+  if (const auto serial = DuplicateSerial()) {
+    punti = 0;
+    note = MarkDuplicate(note, *serial);
+  }
+  if (const std::string exchange = Trim(Exc.Text()); !exchange.empty()) {
+    note = MarkExchange(note, exchange);
+  }
+  StoreRow(punti, note);
+  Data1->Refresh();
+  if (OnStored) OnStored();
+}
+
+void ContestNewQso::StoreRow(double punti, std::string_view note) {
+  const auto qtr = ParseTime(Qtr.Text());
+  if (!qtr) throw DatabaseError(DatabaseError::kConversion, "Ora non valida: " + Qtr.Text());
+  Dynaset& row = *Data1->Rows();
+  if (Operation.Text() == "I") {
+    row.AddNew();
+  } else {
+    row.Edit();
+  }
+  row.Set("DataContest", ParseDate(contest_.DataContest).value_or(DateTime()).DatePart());
+  row.Set("Banda", contest_.Banda);
+  row.Set("ProgrDato", Val(ProgrD.Text()));
+  row.Set("Qtr", *qtr);
+  row.Set("Call", CallQso.Text());
+  row.Set("Giorno", Val(Giorno.Text()));
+  row.Set("QrkDato", Val(QrkD.Text()));
+  row.Set("QrkRicevuto", Val(QrkR.Text()));
+  row.Set("ProgrRicevuto", Val(ProgrR.Text()));
+  row.Set("Locator", Locator.Text());
+  row.Set("Modo", Modo.Text());
+  row.Set("Note", note);
+  row.Set("Qrb", Val(Qrb.Text()));
+  row.Set("Punti", punti);
+  row.Set("Qsl", Qsl.IsOn());
+  row.Set("InLog", InLog.IsOn());
+  row.Update();
+}
+
+}  // namespace brenvo

@@ -1,0 +1,176 @@
+#include "contest/contest_qso.h"
+
+#include <algorithm>
+
+#include "contest/check_call_contest.h"
+#include "contest/contact.h"
+#include "contest/contest_new_qso.h"
+#include "contest/transfer.h"
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+std::string ShortTime(const std::string& text) {
+  const auto time = ParseTime(text);
+  return time ? HourMinute(*time) : text;
+}
+
+struct GridColumn {
+  std::string_view heading, column;
+  std::string (*format)(const std::string&) = nullptr;
+};
+
+constexpr GridColumn kColumns[] = {
+    {"Giorno", "Giorno"},
+    {"Qtr", "Qtr", ShortTime},
+    {"Call", "Call"},
+    {"Qrk Dato", "QrkDato"},
+    {"Progr Dato", "ProgrDato"},
+    {"Qrk Ricevuto", "QrkRicevuto"},
+    {"Progr Ricevuto", "ProgrRicevuto"},
+    {"Locator", "Locator"},
+    {"Qrb", "Qrb"},
+    {"Punti", "Punti"},
+    {"Modo", "Modo"},
+    {"Qsl", "Qsl", YesNo},
+    {"In Log", "InLog", YesNo},
+    {"Note", "Note"},
+};
+
+}  // namespace
+
+std::string ContactRows::CellText(std::int64_t row, std::size_t field) {
+  try {
+    return DataSource::CellText(row, field);
+  } catch (const DatabaseError&) {
+    return {};
+  }
+}
+
+void ContactRows::DeleteRow(std::int64_t row) {
+  try {
+    DataSource::DeleteRow(row);
+  } catch (const DatabaseError&) {
+  }
+}
+
+ContestQso::ContestQso(Session& session)
+    : Window(session.Host(), "ContestQso", "Contest Qso - ", Twips(12000), Twips(6000)),
+      Data1(session),
+      session_(session),
+      autoCall_(session, cmAutoCall) {
+  cmNew.OnClick = [this] { OpenEntry("I"); };
+  cmStatistiche.OnClick = [this] { OpenStatistics(); };
+  cmCheckCall.OnClick = [this] { OpenCheckCall(); };
+  cmAutoCall.OnClick = [this] { autoCall_.Press(); };
+  QC.SetSource(&Data1);
+  QC.OnHover = [this] { StatusBar1.SetPanel(1, "Doppio click per aggiornare"); };
+  QC.OnDoubleClick = [this] {
+    if (Data1.AtEnd() || QC.Row() < 1 || QC.Row() > Data1.RowCount()) return;
+    Data1.Rows()->SetBookmark(Data1.Rows()->BookmarkAt(QC.Row() - 1));
+    OpenEntry("U");
+  };
+  // Rows can be deleted here, but are written by the entry alone.
+  QC.Editable = true;
+  QC.OnBeforeEdit = [](std::int64_t, int, std::string&) { return false; };
+  QC.OnBeforeDelete = [this](std::int64_t) {
+    return session_.Messages().AskYesNo("Contest", "Confermi cancellazione Qso ?");
+  };
+}
+
+ContestQso::~ContestQso() = default;
+
+void ContestQso::Load() {
+  contest_ = session_.CurrentContest;
+  SetCaption("Contest Qso - " + contest_.Nome);
+  Data1.RecordSource = "SELECT * FROM [Contest Qso]" +
+                       OfContest(contest_.DataContest, contest_.Banda) + " order by ProgrDato";
+  try {
+    Data1.Refresh();
+    SetUpGrid();
+    ShowLastRow();
+  } catch (const DatabaseError&) {
+    // Data errors of the grid are not told.
+  }
+  RestoreWindow(session_, *this, "ContestQso");
+  autoCall_.Load();
+}
+
+void ContestQso::SetUpGrid() {
+  const std::vector<std::string>& names = Data1.Rows()->Columns();
+  std::vector<DataGrid::ColumnOf> columns;
+  for (const GridColumn& each : kColumns) {
+    const auto at = std::find(names.begin(), names.end(), each.column);
+    columns.push_back({std::string(each.heading), static_cast<std::size_t>(at - names.begin()), -1,
+                       each.format});
+  }
+  QC.SetColumnsOf(std::move(columns));
+}
+
+void ContestQso::ShowLastRow() {
+  if (Data1.RowCount() == 0) return;
+  Data1.Rows()->MoveLast();
+  QC.SetCurrent(Data1.RowCount(), 0);
+}
+
+void ContestQso::Unload() {
+  SaveWindow(session_, *this, "ContestQso");
+  if (HasContactsForLog(session_, contest_.DataContest, contest_.Banda) &&
+      session_.Messages().AskYesNo("", "Vuoi inserire i qso nel Log ?")) {
+    TransferToLog(session_, contest_.DataContest, contest_.Banda);
+  }
+  if (Window* check = session_.Windows.Find("CheckCallContest")) session_.Windows.Unload(*check);
+  autoCall_.Stop();
+  Data1.Close();
+}
+
+void ContestQso::WriteBack() {
+  session_.CurrentContest.DataContest = contest_.DataContest;
+  session_.CurrentContest.Banda = contest_.Banda;
+  session_.CurrentContest.Nome = contest_.Nome;
+}
+
+void ContestQso::OpenEntry(std::string_view operation) {
+  WriteBack();
+  auto* entry = static_cast<ContestNewQso*>(session_.Windows.LoadNew("ContestNewQso"));
+  if (entry == nullptr) return;
+  entry->Data1 = &Data1;
+  entry->Operation.SetText(operation);
+  entry->OnStored = [this] {
+    QC.ContentChanged();
+    ShowLastRow();
+  };
+  try {
+    session_.Windows.ShowModal(*entry);
+  } catch (...) {
+    // It failed while it was prepared, so nobody sees it.
+    if (session_.Windows.IsLoaded(entry)) session_.Windows.Unload(*entry);
+    throw;
+  }
+}
+
+void ContestQso::OpenStatistics() {
+  WriteBack();
+  session_.CurrentContest.MoltSquare = contest_.MoltSquare;
+  session_.CurrentContest.MoltCountry = contest_.MoltCountry;
+  session_.CurrentContest.MoltExch = contest_.MoltExch;
+  if (Window* statistics = session_.Windows.LoadNew("StatContest")) {
+    session_.Windows.ShowModal(*statistics);
+  }
+}
+
+void ContestQso::OpenCheckCall() {
+  WriteBack();
+  // One that answers for the log of another contest is of no use here.
+  if (auto* open = static_cast<CheckCallContest*>(session_.Windows.Find("CheckCallContest"));
+      open != nullptr &&
+      (open->DataContest != contest_.DataContest || open->Banda != contest_.Banda)) {
+    session_.Windows.Unload(*open);
+  }
+  if (Window* check = session_.Windows.LoadSingle("CheckCallContest")) {
+    session_.Windows.Show(*check);
+  }
+}
+
+}  // namespace brenvo

@@ -1,0 +1,27 @@
+// The list of contests, to call one back.
+#pragma once
+
+#include "core/data_source.h"
+#include "forms/grid.h"
+#include "forms/status_bar.h"
+#include "forms/window.h"
+
+namespace brenvo {
+
+// A double click leaves the row's number in Tag and hides the dialog; its caller reads the row and
+// unloads it.
+class ContestSearch : public Window {
+ public:
+  explicit ContestSearch(Session& session);
+  void Load() override;
+  void Unload() override;
+
+  DataSource Data1;
+  DataGrid Spread1{*this, "Spread1"};
+  StatusBar StatusBar1{*this, "StatusBar1", 1};
+
+ private:
+  Session& session_;
+};
+
+}  // namespace brenvo

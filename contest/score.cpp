@@ -1,0 +1,53 @@
+#include "contest/score.h"
+
+#include "base/text.h"
+
+namespace brenvo {
+
+bool DistinctTexts::Add(std::string_view text) {
+  std::string key = RTrim(text);
+  for (char& c : key) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  if (!keys_.insert(std::move(key)).second) return false;
+  texts_.emplace_back(text);
+  return true;
+}
+
+std::string SquareOf(const Contact& contact) { return Left(contact.Locator, 4); }
+
+Tally TallyOf(const std::vector<Contact>& contacts, const CountryOfCall& countryOf) {
+  Tally tally;
+  for (const Contact& contact : contacts) {
+    tally.TotaleQrb += contact.Qrb;
+    tally.TotalePunti += contact.Punti;
+    ++tally.TotaleQso;
+    if (!IsDuplicate(contact)) ++tally.QsoValidi;
+    if (contact.Qrb > tally.MaxQrb) {
+      tally.MaxQrb = contact.Qrb;
+      tally.ProgrMaxQrb = contact.ProgrDato;
+      tally.CallMaxQrb = contact.Call;
+      tally.LocatorMaxQrb = contact.Locator;
+    }
+    tally.Squares.Add(SquareOf(contact));
+    if (const std::string country = countryOf(contact.Call); !country.empty()) {
+      tally.Countries.Add(country);
+    }
+    if (const auto exchange = ExchangeOf(contact)) tally.Exchanges.Add(*exchange);
+  }
+  return tally;
+}
+
+std::int64_t MultiplierOf(const Tally& tally, const MultiplierSwitches& switches) {
+  std::size_t sum = 0;
+  if (switches.Square) sum += tally.Squares.Count();
+  if (switches.Country) sum += tally.Countries.Count();
+  if (switches.Exch) sum += tally.Exchanges.Count();
+  return sum == 0 ? 1 : static_cast<std::int64_t>(sum);
+}
+
+double ScoreOf(const Tally& tally, const MultiplierSwitches& switches) {
+  return static_cast<double>(MultiplierOf(tally, switches)) * tally.TotalePunti;
+}
+
+}  // namespace brenvo

@@ -1,0 +1,24 @@
+// The multipliers of a contest in the file: countries come from the prefix table, and what was
+// counted last stays in the staging tables.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "contest/score.h"
+
+namespace brenvo {
+
+class Session;
+
+// Looks countries up in the prefix table, each prefix once in the life of the function.
+CountryOfCall CountriesOf(Session& session);
+
+// Empties ContestWWL, ContestDXC and ContestExc and fills them. A text that breaks the statement
+// (an apostrophe in an exchange) is a DatabaseError, and the tables then stay as they were.
+void StageMultipliers(Database& database, const std::vector<std::string>& squares,
+                      const std::vector<std::string>& countries,
+                      const std::vector<std::string>& exchanges);
+
+}  // namespace brenvo

@@ -1,0 +1,61 @@
+#include "contest/stat_contest.h"
+
+#include <cmath>
+
+#include "base/number.h"
+#include "contest/contact.h"
+#include "contest/score.h"
+#include "contest/staging.h"
+
+namespace brenvo {
+
+StatContest::StatContest(Session& session)
+    : Window(session.Host(), "StatContest", "Statistiche Contest", Twips(4800), Twips(3900)),
+      session_(session) {
+  const std::pair<TextField*, std::string_view> captions[] = {
+      {&TotaleQso, "Totale Qso"},         {&QrbTotale, "Qrb. totale"},
+      {&NrSquare, "Square"},              {&NrCountry, "Country"},
+      {&NrExch, "Exchange"},              {&PunteggioTotale, "Punt. totale"},
+      {&MediaPunti, "Media Punti/Qso"},   {&QrbMax, "Massimo Qrb"},
+      {&QsoMaxQrb, "Qso Nr."}};
+  for (const auto& [field, caption] : captions) {
+    field->SetCaption(caption);
+    field->ReadOnly = true;
+  }
+  Frame1.SetCaption("Moltiplicatori");
+  DefaultCommand = CancelCommand = &cmExit;
+  cmExit.OnClick = [this] { Close(); };
+}
+
+void StatContest::Load() {
+  const ContestContext contest = session_.CurrentContest;
+  const BusyPointer busy(Host());
+  const std::vector<Contact> contacts =
+      ReadContacts(session_.Db, contest.DataContest, contest.Banda);
+  if (contacts.empty()) {
+    Close();
+    StageMultipliers(session_.Db, {}, {}, {});
+    throw DatabaseError(DatabaseError::kNoCurrentRecord, "Il contest non ha qso");
+  }
+  const Tally tally = TallyOf(contacts, CountriesOf(session_));
+  StageMultipliers(session_.Db, tally.Squares.Texts(), tally.Countries.Texts(),
+                   tally.Exchanges.Texts());
+
+  TotaleQso.SetText(std::to_string(tally.TotaleQso));
+  QrbTotale.SetText(PlainNumber(tally.TotaleQrb));
+  const auto show = [](bool counts, TextField& field, const DistinctTexts& texts) {
+    if (counts) field.SetText(std::to_string(texts.Count()));
+  };
+  show(contest.MoltSquare, NrSquare, tally.Squares);
+  show(contest.MoltCountry, NrCountry, tally.Countries);
+  show(contest.MoltExch, NrExch, tally.Exchanges);
+  const double score =
+      ScoreOf(tally, {contest.MoltSquare, contest.MoltCountry, contest.MoltExch});
+  PunteggioTotale.SetText(PlainNumber(score));
+  MediaPunti.SetText(
+      PlainNumber(std::floor(score / static_cast<double>(tally.TotaleQso))));
+  QrbMax.SetText(PlainNumber(tally.MaxQrb));
+  QsoMaxQrb.SetText(std::to_string(tally.ProgrMaxQrb));
+}
+
+}  // namespace brenvo

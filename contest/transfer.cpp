@@ -1,0 +1,101 @@
+#include "contest/transfer.h"
+
+#include <fmt/format.h>
+
+#include <string>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "contest/contact.h"
+#include "core/modules.h"
+#include "core/prefix.h"
+#include "core/session.h"
+#include "core/transaction.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::size_t kReportWidth = 3;
+constexpr std::string_view kMode = "SSB";  // whatever the mode of the contact was
+
+std::string MarkedOf(std::string_view date, std::string_view band) {
+  return OfContest(date, band) + " AND InLog";
+}
+
+// Report and serial in six characters: "59 012".
+std::string ReportAndSerial(Recordset& row, std::string_view report, std::string_view serial) {
+  return PadRight(FieldText(row, report), kReportWidth) +
+         Left(FormatNumber(row.Field(serial).Number(), "000"), kReportWidth);
+}
+
+DateTime DateInContest(Recordset& row, DateTime contest) {
+  const std::string text = fmt::format("{}-{}-{}", FieldText(row, "Giorno"), contest.Month(),
+                                       contest.Year());
+  const auto date = ParseDate(text);
+  if (!date) throw DatabaseError(DatabaseError::kConversion, "Data non valida: " + text);
+  return *date + row.Field("Qtr").Date().TimePart();
+}
+
+void CopyZones(Table& log, Table& prefissi, std::string_view prefix) {
+  if (!SeekPrefix(prefissi, prefix)) return;
+  for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
+    log.Set(column, prefissi.Field(column));
+  }
+}
+
+void TransferContact(Session& session, Recordset& row, DateTime date, Table& contest) {
+  Table& log = *session.TbLog;
+  log.Seek("=", {FieldText(row, "Call")});
+  const bool known = !log.NoMatch();
+  constexpr const char* kOperator[] = {"Qra", "Qth", "Provincia"};
+  Value kept[std::size(kOperator)];
+  for (std::size_t i = 0; known && i < std::size(kOperator); ++i) {
+    kept[i] = log.Field(kOperator[i]);
+  }
+  const ResolvedPrefix resolved = ResolvePrefix(session, FieldText(row, "Call"));
+
+  log.AddNew();
+  log.Set("Call", row.Field("Call"));
+  log.Set("DataQso", DateInContest(row, date));
+  for (std::size_t i = 0; known && i < std::size(kOperator); ++i) log.Set(kOperator[i], kept[i]);
+  log.Set("Country", resolved.Country);
+  if (!resolved.Prefisso.empty()) {
+    log.Set("Prefisso", resolved.Prefisso);
+    CopyZones(log, *session.TbPrefissi, resolved.Prefisso);
+  }
+  for (const char* column : {"Locator", "Qrb", "Banda", "Note"}) log.Set(column, row.Field(column));
+  for (const char* column : {"Frequenza", "Potenza"}) log.Set(column, contest.Field(column));
+  log.Set("Modo", kMode);
+  log.Set("QrkDato", ReportAndSerial(row, "QrkDato", "ProgrDato"));
+  log.Set("QrkRicevuto", ReportAndSerial(row, "QrkRicevuto", "ProgrRicevuto"));
+  log.Set("QslDaInviare", row.Field("Qsl"));
+  log.Update();
+}
+
+}  // namespace
+
+bool HasContactsForLog(Session& session, std::string_view date, std::string_view band) {
+  const auto rows =
+      session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
+  return !rows->EOF_();
+}
+
+void TransferToLog(Session& session, std::string_view date, std::string_view band) {
+  const BusyPointer busy(session.Host());
+  const DateTime day = ParseDate(date).value_or(DateTime());
+  Table& contest = *session.TbContest;
+  contest.Seek("=", {day, band});
+  if (contest.NoMatch()) {
+    throw DatabaseError(DatabaseError::kNoCurrentRecord, "Il contest dei qso non esiste piu'");
+  }
+  const auto rows =
+      session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
+  session.TbLog->SetIndex("Call");
+  Transaction transaction(session.Db);
+  for (; !rows->EOF_(); rows->MoveNext()) TransferContact(session, *rows, day, contest);
+  rows->Close();
+  session.Db.Execute("UPDATE [Contest Qso] Set InLog=False,Qsl=False" + MarkedOf(date, band));
+  transaction.Commit();
+}
+
+}  // namespace brenvo
