@@ -1,5 +1,8 @@
 #include "station/station.h"
 
+#include "awards/award_grid.h"
+#include "awards/stat_sel.h"
+#include "awards/worked_matrix.h"
 #include "log/log_form.h"
 #include "print/qsl_update.h"
 #include "print/reports.h"
@@ -16,6 +19,14 @@ void Know(Session& session, const char* name) {
 void KnowWindows(Session& session) {
   Know<LogForm>(session, "LogForm");
   Know<StampaQsl>(session, "StampaQsl");
+  Know<StatSel>(session, "StatSel");
+  for (const AwardMember& member : AwardMembers()) {
+    session.Windows.Register(std::string(member.window), [&session, &member] {
+      return std::make_unique<AwardGrid>(session, member);
+    });
+  }
+  Know<Hrd>(session, "Hrd");
+  Know<HrdMode>(session, "HrdMode");
 }
 
 void HangInActions(Session& session, MainFrame& frame) {
