@@ -13,6 +13,8 @@
 
 namespace brenvo {
 
+class Menu;
+
 enum class CellAlignment { kLeft, kCentre, kRight };
 
 // Row 0 is the heading, column 0 the first column. What a screen needs to show any grid, and what
@@ -40,7 +42,9 @@ class Grid : public Field {
   void ClickCell(std::int64_t row, int column);
   void DoubleClickCell(std::int64_t row, int column);
   std::function<void(int column)> OnHeading;
+  // Right button, or the keyboard's menu key; then the screen opens ContextMenu there, if any.
   std::function<void()> OnContextMenu;
+  Menu* ContextMenu = nullptr;
 
   // A key pressed on the current cell: true when it has done its work, and edits nothing.
   bool TypeKey(char32_t key) { return OnKey && OnKey(key); }

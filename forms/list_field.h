@@ -10,6 +10,8 @@
 
 namespace brenvo {
 
+class Menu;
+
 enum class ListStyle {
   kDropDown,  // the text is always an entry or empty
   kCombo,     // drops down, and anything can be typed
@@ -42,8 +44,9 @@ class ListField : public TextField {
 
   // The operator takes an entry: the change event, then the click event.
   void Pick(int index);
-  // Right button.
+  // Right button, or the keyboard's menu key; then the screen opens ContextMenu there, if any.
   std::function<void()> OnContextMenu;
+  Menu* ContextMenu = nullptr;
 
  protected:
   void Assign(std::string text) override;

@@ -6,6 +6,9 @@
 #include "contest/contest_qso.h"
 #include "contest/contest_search.h"
 #include "contest/stat_contest.h"
+#include "awards/award_grid.h"
+#include "awards/stat_sel.h"
+#include "awards/worked_matrix.h"
 #include "log/log_form.h"
 #include "log/log_search.h"
 #include "log/old_qso.h"
@@ -45,6 +48,14 @@ void KnowWindows(Session& session) {
   Know<ContestNewQso>(session, "ContestNewQso");
   Know<CheckCallContest>(session, "CheckCallContest");
   Know<StatContest>(session, "StatContest");
+  Know<StatSel>(session, "StatSel");
+  for (const AwardMember& member : AwardMembers()) {
+    session.Windows.Register(std::string(member.window), [&session, &member] {
+      return std::make_unique<AwardGrid>(session, member);
+    });
+  }
+  Know<Hrd>(session, "Hrd");
+  Know<HrdMode>(session, "HrdMode");
 }
 
 void HangInActions(Session& session, MainFrame& frame) {

@@ -1,0 +1,183 @@
+#include "awards/award_pages.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "awards/html_page.h"
+#include "base/text.h"
+#include "core/modules.h"
+#include "core/transaction.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kByDate = "Per data";
+
+// clang-format off
+constexpr std::array<AwardPage, 7> kPages = {{
+    // window       command            caption          template              page                      key            descr. flag   newest staged by
+    {"SCountry",   "cmByCountry",     "Per country",   "\\Country.html",     "\\OUT_Country.html",     "[COUNTRY]",   true,  true,  false, ""},
+    {"SCountry",   "cmByDate",        kByDate,         "\\Country.html",     "\\OUT_Country.html",     "[COUNTRY]",   true,  true,  false, "Country"},
+    {"SProvincie", "cmByProvince",    "Per provincia", "\\Provincie.html",   "\\OUT_Provincie.html",   "[PROVINCIA]", true,  false, false, ""},
+    {"SProvincie", "cmByDate",        kByDate,         "\\Provincie.html",   "\\OUT_Provincie.html",   "[PROVINCIA]", true,  true,  false, "Provincia"},
+    {"SSQuare",    "cmBySquare",      "Per square",    "\\Square.html",      "\\OUT_Square.html",      "[SQUARE]",    false, false, true,  ""},
+    {"SSQuare",    "cmByDate",        kByDate,         "\\Square.html",      "\\OUT_Square.html",      "[SQUARE]",    false, false, false, "Locator"},
+    // One command more has no menu above it.
+    {"SZone",      "cmGeneraHTML",    "Genera HTML",   "\\Zone.html",        "\\OUT_Zone.html",        "[ZONA]",      false, false, true,  ""},
+}};
+// clang-format on
+
+// A text file of the application directory, read whole.
+std::string ReadText(Session& session, std::string_view name) {
+  std::ifstream file(session.File(name), std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  if (!file) throw std::runtime_error(fmt::format("File non leggibile: {}", name.substr(1)));
+  return text;
+}
+
+// A page being written; every line ends in CR LF.
+class PageFile {
+ public:
+  explicit PageFile(const std::filesystem::path& file)
+      : name_(file.filename().string()), stream_(file, std::ios::binary | std::ios::trunc) {
+    Check();
+  }
+  void WriteLine(std::string_view text) { stream_ << text << "\r\n"; }
+  void Close() {
+    stream_.close();
+    Check();
+  }
+
+ private:
+  void Check() const {
+    if (!stream_) throw std::runtime_error(fmt::format("File non scrivibile: {}", name_));
+  }
+
+  std::string name_;
+  std::ofstream stream_;
+};
+
+// The contact that documents an entry.
+struct Contact {
+  Value dataQso, call, modo, propagazione;
+};
+
+Contact ContactOf(Session& session, const AwardPage& page, const AwardList& list,
+                  std::string_view key, bool confirmed) {
+  const auto rows = session.Db.OpenSnapshot(fmt::format(
+      "Select * from Log {}{}{}{} and QslRicevuta={} order by DataQso{}", list.selection,
+      list.member.contacts, key, list.member.quote, confirmed, page.newest ? " desc" : ""));
+  return {rows->Field("DataQso"), rows->Field("Call"), rows->Field("Modo"),
+          rows->Field("Propagazione")};
+}
+
+struct Entry {
+  std::string key, description, qsl, flag;
+  Contact contact;
+};
+
+std::string FilledRow(const AwardPage& page, std::string row, const Entry& entry) {
+  FillToken(row, page.keyToken, entry.key);
+  if (page.description) FillToken(row, "[DESCRIZIONE]", entry.description);
+  FillToken(row, "[QSL]", entry.qsl);
+  if (page.flag) FillToken(row, "[FLAG]", fmt::format("<img alt src=\"{}\">", entry.flag));
+  FillToken(row, "[DATA]", Trim(entry.contact.dataQso.Text()));
+  FillToken(row, "[CALL]", entry.contact.call.Text());
+  FillToken(row, "[MODO]", entry.contact.modo.Text());
+  FillToken(row, "[PROP]", entry.contact.propagazione.Text());
+  return row;
+}
+
+// Column of the grid that holds the flag's file name.
+constexpr int kFlagColumn = 4;
+
+// One entry of the grid, made its current row.
+Entry EntryAt(Session& session, const AwardPage& page, const AwardList& list, std::int64_t row) {
+  CellGrid& grid = list.grid;
+  grid.SetCurrent(row, grid.Column());
+  Entry entry;
+  entry.key = grid.Cell(row, 0);
+  if (page.description) entry.description = grid.Cell(row, 1);
+  entry.qsl = grid.Cell(row, list.member.qslColumn);
+  entry.flag = grid.Cell(row, kFlagColumn);
+  const bool confirmed = entry.qsl == list.member.confirmed;
+  entry.contact = ContactOf(session, page, list, entry.key, confirmed);
+  return entry;
+}
+
+// SLog gets a row an entry, with the date of its contact to sort by.
+void StageEntries(Session& session, const AwardPage& page, const AwardList& list) {
+  session.Db.Execute("delete from SLog");
+  Transaction transaction(session.Db);
+  const auto staged = session.Db.OpenDynaset("select * from SLog");
+  for (std::int64_t row = 1; row < list.grid.Rows(); ++row) {
+    const Entry entry = EntryAt(session, page, list, row);
+    staged->AddNew();
+    staged->Set(page.stagedKey, entry.key);
+    if (page.description) staged->Set("Note", entry.description);
+    staged->Set("QslRicevuta", entry.qsl == list.member.confirmed);
+    if (list.member.traits.flags) staged->Set("Qra", entry.flag);
+    staged->Set("DataQso", entry.contact.dataQso);
+    staged->Set("Call", entry.contact.call);
+    staged->Set("Modo", entry.contact.modo);
+    staged->Set("Propagazione", entry.contact.propagazione);
+    staged->Update();
+  }
+  staged->Close();
+  transaction.Commit();
+}
+
+Entry StagedEntry(const AwardPage& page, Recordset& row) {
+  Entry entry;
+  entry.key = FieldText(row, page.stagedKey);
+  entry.description = FieldText(row, "Note");
+  // The masculine for provinces too, unlike in their grid.
+  if (row.Field("QslRicevuta").Bool()) entry.qsl = "Confermato";
+  entry.flag = FieldText(row, "Qra");
+  entry.contact = {row.Field("DataQso"), row.Field("Call"), row.Field("Modo"),
+                   row.Field("Propagazione")};
+  return entry;
+}
+
+// Returns false for a template without its rows: the page is then empty.
+bool Write(Session& session, const AwardPage& page, const AwardList& list) {
+  const bool byDate = !page.stagedKey.empty();
+  if (byDate) StageEntries(session, page, list);
+  const std::string design = ReadText(session, page.design);
+  PageFile file(session.File(page.page));
+  const auto pieces = CutTemplate(design);
+  if (!pieces) return false;
+  file.WriteLine(pieces->head);
+  if (byDate) {
+    const auto rows = session.Db.OpenSnapshot("select * from SLog order by DataQso desc");
+    for (; !rows->EOF_(); rows->MoveNext()) {
+      file.WriteLine(FilledRow(page, pieces->row, StagedEntry(page, *rows)));
+    }
+  } else {
+    for (std::int64_t row = 1; row < list.grid.Rows(); ++row) {
+      file.WriteLine(FilledRow(page, pieces->row, EntryAt(session, page, list, row)));
+    }
+  }
+  file.WriteLine(pieces->tail);
+  file.Close();
+  return true;
+}
+
+}  // namespace
+
+std::span<const AwardPage> AwardPages() { return kPages; }
+
+void WriteAwardPage(Session& session, const AwardPage& page, const AwardList& list) {
+  bool written = false;
+  {
+    const BusyPointer busy(session.Host());
+    written = Write(session, page, list);
+  }
+  if (written) session.Machine.Open(session.File(page.page), 0);
+}
+
+}  // namespace brenvo

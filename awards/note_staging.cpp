@@ -1,0 +1,32 @@
+#include "awards/note_staging.h"
+
+#include "core/modules.h"
+#include "core/note_tag.h"
+#include "core/transaction.h"
+
+namespace brenvo {
+
+std::string StageNotes(Session& session, std::string_view selection) {
+  Database& db = session.Db;
+  db.Execute("DELETE FROM SNote");
+  // One write to the disk for all rows.
+  Transaction transaction(db);
+  db.Execute("INSERT INTO SNote SELECT Note,QslRicevuta FROM Log " + std::string(selection));
+  std::string words = NoteWords(selection);
+  const auto notes = db.OpenDynaset("SELECT * FROM SNote");
+  for (; !notes->EOF_(); notes->MoveNext()) {
+    const auto tag = NoteTag(FieldText(*notes, "Note"), words);
+    if (!tag) {
+      notes->Delete();
+      continue;
+    }
+    notes->Edit();
+    notes->Set("Note", *tag);
+    notes->Update();
+  }
+  notes->Close();
+  transaction.Commit();
+  return words;
+}
+
+}  // namespace brenvo

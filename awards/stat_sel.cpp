@@ -1,0 +1,213 @@
+#include "awards/stat_sel.h"
+
+#include <fmt/format.h>
+
+#include "base/text.h"
+#include "core/modules.h"
+#include "core/prefix.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kCountries =
+    "select left(Country+space(5),5)+Descrizione as Campo from Country";
+// What a new statistics selection starts with, besides all propagations.
+constexpr std::string_view kUsualBand = "  2 m";
+constexpr std::string_view kUsualMode = "SSB";
+
+void MarkAll(ListField& list, bool selected) {
+  for (std::size_t i = 0; i < list.Items().size(); ++i) {
+    list.SetSelected(static_cast<int>(i), selected);
+  }
+}
+
+// The selected entries as the list of an "in", each as it stands.
+std::string SelectedEntries(const ListField& list) {
+  std::string entries;
+  for (std::size_t i = 0; i < list.Items().size(); ++i) {
+    if (list.Selected(static_cast<int>(i))) entries += ",'" + list.Items()[i] + "'";
+  }
+  return entries.empty() ? entries : entries.substr(1);
+}
+
+}  // namespace
+
+StatSel::StatSel(Session& session)
+    : Window(session.Host(), "StatSel", "Selezione statistiche", Twips(8400), Twips(6300)),
+      session_(session) {
+  const std::pair<Field*, std::string_view> captions[] = {
+      {&FrameDataQso, "Data Qso"},
+      {&DataQsoI, "Iniziale"},
+      {&DataQsoF, "Finale"},
+      {&Country, "Country"},
+      {&Banda, "Banda"},
+      {&Modo, "Modo"},
+      {&Propagazione, "Propagazione"},
+      {&FrameQsl, "Qsl"},
+      {&QslRicevuta, "Ricevuta"},
+      {&QslInviata, "Inviata"},
+      {&QslDaInviare, "Da inviare"},
+      {&Note, "Note"},
+      {&Elenca, "Elenca tutto"},
+  };
+  for (const auto& [field, caption] : captions) field->SetCaption(caption);
+  Modo.Tag = "MULTI";
+  Elenca.SetVisible(false);
+  PopupTarget.SetVisible(false);
+
+  const struct {
+    Command& key;
+    std::string_view tip, shortcut;
+  } keys[] = {
+      {cmStat, "Conferma la selezione", ""},
+      {cmExit, "Chiude senza selezionare", ""},
+      {cmHelp, "Aiuto", "F1"},
+      {cmVerticale, "Stampa in verticale", ""},
+      {cmOrizzontale, "Stampa in orizzontale", ""},
+  };
+  for (const auto& [key, tip, shortcut] : keys) {
+    key.Tip = tip;
+    key.Shortcut = shortcut;
+    key.Icon = key.Name();
+    Toolbar1.Items.emplace_back(&key);
+  }
+  for (Command* layout : {&cmVerticale, &cmOrizzontale}) {
+    layout->Toggle = true;
+    layout->SetVisible(false);
+  }
+  cmOrizzontale.SetDown(true);
+  DefaultCommand = &cmStat;
+  CancelCommand = &cmExit;
+  HangInEvents();
+}
+
+void StatSel::HangInEvents() {
+  Country.BackspaceClears = true;
+  Country.OnLeave = [this] { OnCountryLeave(); };
+  Note.OnDoubleClick = [this] { OnNotePick(); };
+  for (ListField* list : {&Modo, &Propagazione}) {
+    list->ContextMenu = &popup;
+    list->OnContextMenu = [this, list] { PopupTarget.SetText(list->Name()); };
+  }
+  const auto hint = [this](Field& field, std::string_view text) {
+    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
+  };
+  hint(Modo, "Bottone destro per attivare il popup menu");
+  hint(Note, "Doppio Click per l' help note");
+  hint(Panel3D1, "");
+}
+
+void StatSel::Load() {
+  RestoreWindow(session_, *this, "StatSel");
+  LoadBands(session_, Banda);
+  LoadModes(session_, Modo);
+  LoadPropagations(session_, Propagazione);
+}
+
+void StatSel::Activate() {
+  DataQsoI.SetText(DataQsoI.EmptyText());
+  DataQsoF.SetText(DataQsoF.EmptyText());
+  if (Tag == "COUNTRY" || Tag == "PREFISSO") {
+    Country.SetEnabled(false);
+    Elenca.SetVisible(true);
+  } else {
+    LoadFrom(session_, Country, kCountries, "Campo");
+    if (Tag == "PROVINCIE") {
+      Country.SetEnabled(true);
+      Elenca.SetVisible(true);
+    }
+  }
+  if (Tag == "PLOG") return;
+  SelectListEntry(Banda, kUsualBand, Len(kUsualBand));
+  SelectListEntry(Modo, kUsualMode, Len(kUsualMode));
+  MarkAll(Propagazione, true);
+}
+
+// Closed by its frame the dialog ends as by cmExit, and waits for its caller like then.
+bool StatSel::QueryUnload() {
+  if (!Visible()) return true;
+  Cancel();
+  return false;
+}
+
+void StatSel::Unload() { SaveWindow(session_, *this, "StatSel"); }
+
+void StatSel::SelectAll(bool selected) {
+  MarkAll(PopupTarget.Text() == Modo.Name() ? Modo : Propagazione, selected);
+}
+
+bool StatSel::CheckSelection() {
+  const auto missing = [this](std::string_view word, const TextField& field,
+                              std::string_view message) {
+    if (Tag != word || !IsEmptyField(field.Text())) return false;
+    session_.Messages().Show(MessageIcon::kCritical, "", message);
+    return true;
+  };
+  return !missing("PROVINCIE", Country, "Country obbligatorio") &&
+         !missing("NOTE", Note, "Note obbligatorio");
+}
+
+std::string StatSel::BuildWhere() const {
+  std::string where;
+  const auto add = [&where](std::string_view condition) {
+    where += " AND ";
+    where += condition;
+  };
+  if (DataQsoI.Text() != DataQsoI.EmptyText()) {
+    add(fmt::format("DateValue(DataQso)>=DateValue('{}')", DataQsoI.Text()));
+  }
+  if (DataQsoF.Text() != DataQsoF.EmptyText()) {
+    add(fmt::format("DateValue(DataQso)<=DateValue('{}')", DataQsoF.Text()));
+  }
+  if (!IsEmptyField(Country.Text())) {
+    const std::string code = Trim(Left(Country.Text(), 5));
+    // Sardinia counts with Italy.
+    add(code == "I" ? "(Country='I' OR Country='IS0')" : "Country='" + code + "'");
+  }
+  if (!IsEmptyField(Banda.Text())) add(fmt::format("Banda='{}'", RTrim(Banda.Text())));
+  if (QslDaInviare.IsOn()) add("QsldaInviare=True");
+  if (QslRicevuta.IsOn()) add("QslRicevuta=True");
+  if (QslInviata.IsOn()) add("QslInviata=True");
+  if (const std::string modes = SelectedEntries(Modo); !modes.empty()) {
+    add(fmt::format("Modo in ({})", modes));
+  }
+  if (const std::string kinds = SelectedEntries(Propagazione); !kinds.empty()) {
+    add(fmt::format("Propagazione in ({})", kinds));
+  }
+  if (!IsEmptyField(Note.Text())) add(fmt::format("Note LIKE '*{}*'", Trim(Note.Text())));
+  return where.empty() ? where : "WHERE " + where.substr(std::string_view(" AND ").size());
+}
+
+void StatSel::Confirm() {
+  if (!CheckSelection()) return;
+  Tag = BuildWhere();
+  Hide();
+}
+
+void StatSel::Cancel() {
+  Tag = "Cancel";
+  Hide();
+}
+
+void StatSel::ChooseLayout(Command& chosen) {
+  cmVerticale.SetDown(&chosen == &cmVerticale);
+  cmOrizzontale.SetDown(&chosen == &cmOrizzontale);
+}
+
+void StatSel::OnCountryLeave() {
+  Table& countries = *session_.TbCountry;
+  countries.Seek("=", {Left(Country.Text(), 5)});
+  Country.SetText(countries.NoMatch() ? std::string()
+                                      : CountryText(FieldText(countries, "Country"),
+                                                    FieldText(countries, "Descrizione")));
+}
+
+void StatSel::OnNotePick() {
+  session_.NoteChoice.clear();
+  Window* help = session_.Windows.LoadNew("Help");
+  if (help == nullptr) return;
+  session_.Windows.ShowModal(*help);
+  if (!session_.NoteChoice.empty()) Note.SetText(Note.Text() + session_.NoteChoice);
+}
+
+}  // namespace brenvo

@@ -1,0 +1,308 @@
+#include "awards/worked_matrix.h"
+
+#include <fmt/format.h>
+
+#include <vector>
+
+#include "awards/contacts_in_log.h"
+#include "base/number.h"
+#include "base/text.h"
+#include "core/country_map.h"
+#include "core/locator.h"
+#include "core/modules.h"
+#include "core/prefix.h"
+
+namespace brenvo {
+namespace {
+
+constexpr int kLabelWidth = 2500, kHeadingHeight = 310;
+
+constexpr MatrixKind kByBand = {
+    .window = "Hrd",
+    .caption = "Worked by Band",
+    .handle = &Session::Hrd,
+    .columnOf = "Banda",
+    .filterField = "Modo",
+    .filterHead = " and Modo='",
+    .unfiltered = "Misto",
+    .corner = "Misto",
+    .columnWidth = 700,
+    .centred = false,
+    .gridHint = "Doppio click su una cella per visualizzare i Qso corrispondenti",
+};
+constexpr MatrixKind kByMode = {
+    .window = "HrdMode",
+    .caption = "Worked by Mode",
+    .handle = &Session::HrdMode,
+    .columnOf = "Modo",
+    .filterField = "Banda",
+    .filterHead = " and banda='",
+    .unfiltered = std::nullopt,
+    .corner = "  2 m",
+    .columnWidth = 800,
+    .centred = true,
+    .gridHint = "Doppio click su una cella per visualizzare i Qso corrispondenti, bottone destro "
+                "per menu Modi",
+};
+
+// A level's condition is its head, the key, and its end.
+struct LevelText {
+  std::string_view head, headForLog, end, label;
+};
+constexpr LevelText kLevels[] = {
+    {},
+    {"Call='", "Call='", "'", ""},
+    {"Locator like '", "Locator like '", "*'", ""},
+    {"Country='", "Country='", "'", ""},
+    {"Prefisso='", "Prefisso='", "'", "Prefisso "},
+    {"[Zona CQ]=", "[ZOna CQ]=", "", "Zona CQ"},
+    {"[Zona ITU]=", "[ZOna ITU]=", "", "Zona ITU"},
+    {"Continente='", "Continente='", "'", "Continente "},
+};
+
+constexpr std::string_view kModeSection = "HrdMode", kBandKey = "BandaUsata",
+                           kModesKey = "ModiUsati", kFirstBand = "  2 m";
+
+}  // namespace
+
+const MatrixKind& WorkedByBand() { return kByBand; }
+const MatrixKind& WorkedByMode() { return kByMode; }
+
+WorkedMatrix::WorkedMatrix(Session& session, const MatrixKind& kind)
+    : MatrixWindow(session.Host(), std::string(kind.window), std::string(kind.caption),
+                   Twips(12600), Twips(4800)),
+      Filter(*this, std::string(kind.filterField), ListStyle::kDropDown),
+      session_(session),
+      kind_(kind) {
+  CallQso.SetCaption("Call");
+  CallQso.Filter = UpperKey;
+  Locator.SetCaption("Locator");
+  Locator.Filter = UpperKey;
+  AutoSearch.SetVisible(false);
+  AutoSearch.OnChange = [this] { Search(); };
+  Filter.SetCaption(kind.filterField);
+  Filter.OnChange = [this] {
+    FilterChosen();
+    ForgetSearch();
+    Search();
+  };
+  cmSearch.Tip = "Attiva il controllo";
+  cmSearch.Icon = cmSearch.Name();
+  DefaultCommand = &cmSearch;
+  Mappa.SetCaption("Display mappa");
+  Grid1.OnDoubleClick = [this] { ShowCellInLog(); };
+
+  const auto hint = [this](Field& field, std::string_view text) {
+    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
+  };
+  hint(Grid1, kind.gridHint);
+  hint(cmSearch, "Attiva il controllo");
+  hint(SSPanel1, "");
+}
+
+void WorkedMatrix::Load() {
+  RestoreWindow(session_, *this, kind_.window);
+  session_.*kind_.handle = this;
+  Grid1.SetRows(kRows);
+  Grid1.SetColumns(1);
+  MakeColumns();
+  Grid1.SetColumnWidth(0, kLabelWidth);
+  Grid1.SetCell(0, 0, kind_.corner);
+  Grid1.SetRowHeight(0, kHeadingHeight);
+  FillFilter();
+}
+
+void WorkedMatrix::Unload() {
+  if (session_.*kind_.handle == this) session_.*kind_.handle = nullptr;
+  SaveWindow(session_, *this, kind_.window);
+}
+
+void WorkedMatrix::AddColumn(std::string_view heading) {
+  const int column = Grid1.Columns();
+  Grid1.SetColumns(column + 1);
+  Grid1.SetColumnWidth(column, kind_.columnWidth);
+  Grid1.SetCell(0, column, heading);
+  Grid1.SetBold(0, column, true);
+  if (kind_.centred) Grid1.SetAlignment(0, column, CellAlignment::kCentre);
+}
+
+void WorkedMatrix::ForgetSearch() {
+  for (std::optional<std::string>* last : {&lastCall_, &lastLocator_}) {
+    if (*last != "") last->reset();
+  }
+}
+
+void WorkedMatrix::Search() {
+  const std::string call = CallQso.Text();
+  const std::string locator = Locator.Text();
+  if (IsEmptyField(call) && IsEmptyField(locator)) return;
+  const BusyPointer busy(Host());
+  const bool newCall = call != lastCall_;
+  const bool newLocator = locator != lastLocator_;
+  if (newCall) {
+    for (int row = kCall; row < kRows; ++row) {
+      if (row != kSquare) Grid1.ClearRow(row);
+    }
+    lastCall_ = call;
+    ResolveCall(call);
+    for (const Level level : {kPrefisso, kZonaCQ, kZonaITU, kContinente}) {
+      WriteLabel(level, std::string(kLevels[level].label) + keys_[level]);
+    }
+  }
+  if (newLocator) Grid1.ClearRow(kSquare);
+  keys_[kCall] = call;
+  keys_[kSquare] = Left(locator, 4);
+  WriteLabel(kCall, call);
+  WriteLabel(kSquare, keys_[kSquare]);
+  WriteLabel(kCountry, countryLabel_);
+  if (newCall) {
+    if (!IsEmptyField(call)) SearchRow(kCall);
+    for (const Level level : {kCountry, kPrefisso, kZonaCQ, kZonaITU}) {
+      if (!keys_[level].empty()) SearchRow(level);
+    }
+    // The continent hangs on the zone.
+    if (!keys_[kZonaCQ].empty()) SearchRow(kContinente);
+  }
+  if (!keys_[kCountry].empty() && Mappa.IsOn()) ShowCountryMap(session_, keys_[kCountry]);
+  if (newLocator) {
+    lastLocator_ = locator;
+    if (!IsEmptyField(keys_[kSquare])) SearchRow(kSquare);
+  }
+  ShowCoordinate();
+}
+
+void WorkedMatrix::ResolveCall(std::string_view call) {
+  for (const Level level : {kCountry, kPrefisso, kZonaCQ, kZonaITU, kContinente}) {
+    keys_[level].clear();
+  }
+  countryLabel_.clear();
+  countryLocator_.clear();
+  const ResolvedPrefix resolved = ResolvePrefix(session_, call);
+  Table& prefissi = *session_.TbPrefissi;
+  if (resolved.Prefisso.empty() || !SeekPrefix(prefissi, resolved.Prefisso)) return;
+  const auto zone = [&](std::string_view column) {
+    const Value value = prefissi.Field(column);
+    return value.IsNull() ? std::string() : Str(value.Number());
+  };
+  keys_[kPrefisso] = FieldText(prefissi, "Prefisso");
+  keys_[kZonaCQ] = zone("Zona CQ");
+  keys_[kZonaITU] = zone("Zona ITU");
+  keys_[kContinente] = FieldText(prefissi, "Continente");
+  keys_[kCountry] = FieldText(prefissi, "Country");
+  Table& countries = *session_.TbCountry;
+  countries.Seek("=", {keys_[kCountry]});
+  if (countries.NoMatch()) return;
+  countryLabel_ =
+      CountryText(FieldText(countries, "Country"), FieldText(countries, "Descrizione"));
+  countryLocator_ = FieldText(countries, "Locator");
+}
+
+void WorkedMatrix::WriteLabel(Level level, std::string_view label) {
+  Grid1.SetCell(level, 0, label);
+  Grid1.SetBold(level, 0, true);
+  Grid1.SetAlignment(level, 0, CellAlignment::kLeft);
+}
+
+void WorkedMatrix::SearchRow(Level level) {
+  const std::string filter = FilterClause();
+  for (int column = 1; column < Grid1.Columns(); ++column) {
+    const std::string condition = ConditionOf(level, Grid1.Cell(0, column));
+    const bool confirmed = AnyContact(condition + " and QslRicevuta" + filter);
+    const bool worked = confirmed || AnyContact(condition + filter);
+    Grid1.SetCell(level, column, confirmed ? "C" : worked ? "W" : "");
+    if (kind_.centred) Grid1.SetAlignment(level, column, CellAlignment::kCentre);
+  }
+}
+
+// One row answers: contacts are not counted, there may be a million.
+bool WorkedMatrix::AnyContact(std::string_view condition) {
+  return !session_.Db.OpenSnapshot(fmt::format("select Call from Log where {}", condition))->EOF_();
+}
+
+std::string WorkedMatrix::ConditionOf(Level level, std::string_view column, bool forLog) const {
+  const LevelText& text = kLevels[level];
+  return fmt::format("{}{}{} and {}='{}'", forLog ? text.headForLog : text.head, keys_[level],
+                     text.end, kind_.columnOf, column);
+}
+
+std::string WorkedMatrix::FilterClause() const {
+  if (kind_.unfiltered && Filter.Text() == *kind_.unfiltered) return {};
+  return fmt::format("{}{}'", kind_.filterHead, Filter.Text());
+}
+
+// A square alone names no position: the line is empty then too.
+void WorkedMatrix::ShowCoordinate() {
+  constexpr std::size_t kLocatorLength = 6;
+  const std::string target = IsEmptyField(Locator.Text()) ? countryLocator_ : Locator.Text();
+  const bool known = Len(target) >= kLocatorLength && Len(session_.MyLocator) == kLocatorLength;
+  Coordinate.SetText(known ? PositionLine(session_.MyLocator, target) : std::string());
+}
+
+void WorkedMatrix::ShowCellInLog() {
+  OpenLogIfNone(session_);
+  const std::int64_t row = Grid1.Row();
+  if (row < kCall || row >= kRows) return;
+  const auto level = static_cast<Level>(row);
+  if (IsEmptyField(keys_[level])) return;
+  ShowContacts(session_, "Select * from Log where " +
+                             ConditionOf(level, Grid1.Cell(0, Grid1.Column()), true) +
+                             FilterClause());
+}
+
+void Hrd::MakeColumns() {
+  const auto bands = session_.Db.OpenSnapshot("Select Banda from UserRTX Order By Frequenza");
+  for (; !bands->EOF_(); bands->MoveNext()) AddColumn(FieldText(*bands, "Banda"));
+}
+
+void Hrd::FillFilter() {
+  LoadModes(session_, Modo);
+  Modo.AddItem(*kind_.unfiltered);
+  Modo.SetListIndex(static_cast<int>(Modo.Items().size()) - 1);
+}
+
+HrdMode::HrdMode(Session& session) : WorkedMatrix(session, WorkedByMode()) {
+  MenuBar = {&cmModi};
+  Grid1.ContextMenu = &cmModi;
+  Modon.OnPick = [this](int index) { ToggleMode(index); };
+}
+
+void HrdMode::FormattoGrid() {
+  const std::string used = session_.GetSetting(kModeSection, kModesKey, "");
+  std::vector<std::string> shown;
+  Modon.Clear();
+  const auto modes = session_.Db.OpenSnapshot("Select Modo from Modi Order By Codice");
+  for (; !modes->EOF_(); modes->MoveNext()) {
+    const std::string mode = FieldText(*modes, "Modo");
+    // A name counts wherever it stands in the text, so also inside a longer one.
+    const bool isUsed = used.find(mode) != std::string::npos;
+    Modon.Add(mode, isUsed);
+    if (isUsed) shown.push_back(mode);
+  }
+  // A first column that stays keeps its marks until the next search.
+  const bool firstStays = !shown.empty() && Grid1.Cell(0, 1) == shown.front();
+  Grid1.SetColumns(firstStays ? 2 : 1);
+  for (std::size_t i = firstStays ? 1 : 0; i < shown.size(); ++i) AddColumn(shown[i]);
+}
+
+void HrdMode::ToggleMode(int index) {
+  const auto& entries = Modon.Entries();
+  if (index < 0 || index >= static_cast<int>(entries.size())) return;
+  Modon.SetChecked(index, !entries[static_cast<std::size_t>(index)].checked);
+  std::string used;
+  for (const EntryArray::Entry& entry : entries) {
+    if (entry.checked) used += entry.caption + ",";
+  }
+  session_.SaveSetting(kModeSection, kModesKey, used);
+  FormattoGrid();
+  ForgetSearch();
+}
+
+void HrdMode::FillFilter() {
+  LoadBands(session_, Banda);
+  SelectListEntry(Banda, session_.GetSetting(kModeSection, kBandKey, kFirstBand),
+                  Len(kFirstBand));
+}
+
+void HrdMode::FilterChosen() { session_.SaveSetting(kModeSection, kBandKey, Banda.Text()); }
+
+}  // namespace brenvo

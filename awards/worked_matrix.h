@@ -1,0 +1,124 @@
+// What has been worked and confirmed with a station, by band or by mode.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/session.h"
+#include "core/shared_windows.h"
+#include "forms/choice_fields.h"
+#include "forms/command.h"
+#include "forms/grid.h"
+#include "forms/list_field.h"
+#include "forms/status_bar.h"
+
+namespace brenvo {
+
+// Where Worked by Band and Worked by Mode differ.
+struct MatrixKind {
+  std::string_view window, caption;
+  MatrixWindow* Session::*handle;
+  std::string_view columnOf;     // column of Log that the grid's columns are
+  std::string_view filterField;  // name and caption of the list that filters
+  std::string_view filterHead;   // of the condition that the list adds, before its text
+  std::optional<std::string_view> unfiltered;  // the list's entry that adds none
+  std::string_view corner;       // the text of cell (0,0)
+  int columnWidth;               // twips
+  bool centred;
+  std::string_view gridHint;
+};
+const MatrixKind& WorkedByBand();
+const MatrixKind& WorkedByMode();
+
+// Rows are award levels, columns bands or modes; a cell is "C" confirmed, "W" worked or empty.
+class WorkedMatrix : public MatrixWindow {
+ public:
+  WorkedMatrix(Session& session, const MatrixKind& kind);
+
+  void Load() override;
+  void Unload() override;
+  // Does nothing for a callsign and a locator that are those of the search before.
+  void Search() override;
+
+  // The list that filters, under its own name: Modo by band, Banda by mode.
+  ListField Filter;
+  Command cmSearch{*this, "cmSearch", "Cerca", [this] { Search(); }};
+  CheckBox Mappa{*this, "Mappa"};
+  Label Coordinate{*this, "Coordinate"};
+  CellGrid Grid1{*this, "Grid1"};
+  Panel SSPanel1{*this, "SSPanel1"};
+  StatusBar StatusBar1{*this, "StatusBar1", 1};
+
+ protected:
+  // The first fills the heading row, the second the list, with its choice of the start.
+  virtual void MakeColumns() = 0;
+  virtual void FillFilter() = 0;
+  virtual void FilterChosen() {}
+
+  // The next search redoes every cell.
+  void ForgetSearch();
+  // Adds a column with this heading behind the others.
+  void AddColumn(std::string_view heading);
+
+  Session& session_;
+  const MatrixKind& kind_;
+
+ private:
+  // Levels in the order of the grid's rows.
+  enum Level { kCall = 1, kSquare, kCountry, kPrefisso, kZonaCQ, kZonaITU, kContinente, kRows };
+
+  void ResolveCall(std::string_view call);
+  void WriteLabel(Level level, std::string_view label);
+  void SearchRow(Level level);
+  bool AnyContact(std::string_view condition);
+  // The condition for the contacts of a level on a column's band or mode. The log gets it in a
+  // spelling of its own.
+  std::string ConditionOf(Level level, std::string_view column, bool forLog = false) const;
+  void ShowCellInLog();
+  void ShowCoordinate();
+  // What the filter adds to a condition.
+  std::string FilterClause() const;
+
+  // What was searched last; nothing when it is to be searched again.
+  std::optional<std::string> lastCall_ = "", lastLocator_ = "";
+  // What the rows stand for, by Level: typed, or resolved from the callsign; zones as numbers with
+  // their leading blank.
+  std::array<std::string, kRows> keys_;
+  std::string countryLabel_, countryLocator_;
+};
+
+class Hrd : public WorkedMatrix {
+ public:
+  explicit Hrd(Session& session) : WorkedMatrix(session, WorkedByBand()) {}
+
+  ListField& Modo = Filter;
+
+ protected:
+  void MakeColumns() override;
+  void FillFilter() override;
+};
+
+class HrdMode : public WorkedMatrix {
+ public:
+  explicit HrdMode(Session& session);
+
+  ListField& Banda = Filter;
+  // One entry a mode, checked where it is a column.
+  EntryArray Modon{*this, "Modon"};
+  Menu cmModi{*this, "cmModi", "Modi", {&Modon}};
+
+  // Makes the columns and the menu of the modes in use.
+  void FormattoGrid();
+
+ protected:
+  void MakeColumns() override { FormattoGrid(); }
+  void FillFilter() override;
+  void FilterChosen() override;
+
+ private:
+  void ToggleMode(int index);
+};
+
+}  // namespace brenvo

@@ -1,0 +1,24 @@
+#include "core/note_tag.h"
+
+#include "base/text.h"
+
+namespace brenvo {
+
+std::string NoteWords(std::string_view selection) {
+  constexpr std::string_view kLike = "Note LIKE '*";
+  const std::size_t note = selection.find("Note");
+  if (note == std::string_view::npos || selection.size() < note + kLike.size()) return {};
+  const std::string_view words = selection.substr(note + kLike.size());
+  return std::string(words.substr(0, words.find('*')));
+}
+
+std::optional<std::string> NoteTag(std::string_view note, std::string_view words) {
+  const std::size_t from = InStr(Lower(note), Lower(words));
+  if (from == 0) return std::nullopt;
+  const std::string rest = Mid(note, from);
+  const std::size_t bracket = rest.find(']');
+  if (bracket == std::string::npos) return std::nullopt;
+  return rest.substr(0, bracket);
+}
+
+}  // namespace brenvo
