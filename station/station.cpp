@@ -1,5 +1,10 @@
 #include "station/station.h"
 
+#include "links/dx_dialog.h"
+#include "links/ft736.h"
+#include "links/tnc.h"
+#include "links/tnc_telnet.h"
+#include "links/wwconv.h"
 #include "log/log_form.h"
 #include "print/qsl_update.h"
 #include "print/reports.h"
@@ -16,6 +21,11 @@ void Know(Session& session, const char* name) {
 void KnowWindows(Session& session) {
   Know<LogForm>(session, "LogForm");
   Know<StampaQsl>(session, "StampaQsl");
+  Know<TNC>(session, "TNC");
+  Know<TNCtelnet>(session, "TNCtelnet");
+  Know<WWConv>(session, "WWConv");
+  Know<FT736>(session, "FT736");
+  Know<DxDialog>(session, "DX");
 }
 
 void HangInActions(Session& session, MainFrame& frame) {
