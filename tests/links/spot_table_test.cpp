@@ -90,13 +90,17 @@ class SpotTable : public testing::Test {
                     const std::string& outcome) {
     const std::string shown = radio ? Upper(Shown(spot)) : Shown(spot);
     ASSERT_EQ(Outcome(terminal, shown), outcome) << "line " << spot.line << ": " << spot.bytes;
-    if (terminal.Received.Length() != 0) ASSERT_EQ(terminal.Received.Text(), shown + "\n");
+    if (terminal.Received.Length() != 0) {
+      ASSERT_EQ(terminal.Received.Text(), shown + "\n");
+    }
     if (!terminal.Heard.empty()) {
       std::string band = spot.band;
       std::erase(band, ' ');
       ASSERT_EQ(terminal.Heard, std::vector<std::string>{"\\" + band + ".wav"});
     }
-    if (!terminal.Checked.empty()) ASSERT_EQ(terminal.Checked, std::vector<std::string>{spot.call});
+    if (!terminal.Checked.empty()) {
+      ASSERT_EQ(terminal.Checked, std::vector<std::string>{spot.call});
+    }
   }
 
   RecordingPlatform platform_;

@@ -11,6 +11,7 @@
 #include "base/csv.h"
 #include "base/encoding.h"
 #include "base/number.h"
+#include "forms/window.h"
 #include "links/spot_engine.h"
 #include "recorder/recording_platform.h"
 
