@@ -1,10 +1,41 @@
 #include "forms/rich_text.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/text.h"
 
 namespace brenvo {
+namespace {
+
+std::u32string Folded(std::u32string_view text) {
+  std::u32string folded(text);
+  std::transform(folded.begin(), folded.end(), folded.begin(), LowerChar);
+  return folded;
+}
+
+// A scan that steps by the character under the needle's end: most steps are as long as the needle.
+std::size_t FindIn(std::u32string_view text, std::u32string_view needle, std::size_t start) {
+  constexpr std::size_t kSlots = 256;
+  if (needle.empty()) return start;
+  if (needle.size() > text.size()) return RichText::npos;
+  // Characters that share a slot share the shorter step, so none is stepped over.
+  std::array<std::size_t, kSlots> steps;
+  steps.fill(needle.size());
+  for (std::size_t i = 0; i + 1 < needle.size(); ++i) {
+    steps[needle[i] % kSlots] = needle.size() - 1 - i;
+  }
+  const std::size_t last = text.size() - needle.size();
+  const char32_t end = needle.back();
+  for (std::size_t at = start; at <= last;) {
+    const char32_t under = text[at + needle.size() - 1];
+    if (under == end && text.compare(at, needle.size(), needle) == 0) return at;
+    at += steps[under % kSlots];
+  }
+  return RichText::npos;
+}
+
+}  // namespace
 
 std::string RichText::Text() const { return FromCharacters(text_); }
 
@@ -51,10 +82,7 @@ void RichText::SetSelColour(Colour colour) {
     typingColour_ = colour;
     return;
   }
-  auto at = std::find(palette_.begin(), palette_.end(), colour);
-  if (at == palette_.end()) at = palette_.insert(palette_.end(), colour);
-  const auto index = static_cast<unsigned char>(at - palette_.begin());
-  std::fill_n(colours_.begin() + static_cast<std::ptrdiff_t>(selStart_), selLength_, index);
+  std::fill_n(colours_.begin() + static_cast<std::ptrdiff_t>(selStart_), selLength_, PaletteIndex(colour));
   if (Recoloured) Recoloured(selStart_, selLength_, colour);
   ShowChanged();
 }
@@ -72,14 +100,36 @@ void RichText::Erase(std::size_t start, std::size_t length) {
   Replace(start, std::min(length, text_.size() - start), {}, kBlack);
 }
 
+void RichText::CutPlain(std::size_t length) {
+  if (length < text_.size()) Erase(length, text_.size() - length);
+  const unsigned char black = PaletteIndex(kBlack);
+  const auto coloured = [&](unsigned char index) { return index != black; };
+  const auto first = std::find_if(colours_.begin(), colours_.end(), coloured);
+  if (first != colours_.end()) {
+    const auto last = std::find_if(colours_.rbegin(), colours_.rend(), coloured).base();
+    std::fill(first, last, black);
+    if (Recoloured) {
+      Recoloured(static_cast<std::size_t>(first - colours_.begin()),
+                 static_cast<std::size_t>(last - first), kBlack);
+    }
+    ShowChanged();
+  }
+  Select(0, 0);
+}
+
 std::size_t RichText::Find(std::string_view what, std::size_t start) const {
-  const std::u32string needle = Characters(what);
   if (start > text_.size()) return npos;
-  const auto equal = [](char32_t a, char32_t b) { return LowerChar(a) == LowerChar(b); };
-  const auto at = std::search(text_.begin() + static_cast<std::ptrdiff_t>(start), text_.end(),
-                              needle.begin(), needle.end(), equal);
-  if (at == text_.end() && !needle.empty()) return npos;
-  return static_cast<std::size_t>(at - text_.begin());
+  if (!foldedInUse_) {
+    folded_ = Folded(text_);
+    foldedInUse_ = true;
+  }
+  return FindIn(folded_, Folded(Characters(what)), start);
+}
+
+unsigned char RichText::PaletteIndex(Colour colour) {
+  auto at = std::find(palette_.begin(), palette_.end(), colour);
+  if (at == palette_.end()) at = palette_.insert(palette_.end(), colour);
+  return static_cast<unsigned char>(at - palette_.begin());
 }
 
 Colour RichText::ColourAt(std::size_t position) const {
@@ -90,9 +140,12 @@ Colour RichText::ColourAt(std::size_t position) const {
 void RichText::Replace(std::size_t start, std::size_t length, std::u32string_view text,
                        Colour colour) {
   if (length == 0 && text.empty()) return;
-  auto at = std::find(palette_.begin(), palette_.end(), colour);
-  if (at == palette_.end()) at = palette_.insert(palette_.end(), colour);
-  const auto index = static_cast<unsigned char>(at - palette_.begin());
+  const unsigned char index = PaletteIndex(colour);
+  if (foldedInUse_) {
+    folded_.replace(start, length, text);
+    std::transform(text.begin(), text.end(),
+                   folded_.begin() + static_cast<std::ptrdiff_t>(start), LowerChar);
+  }
   text_.replace(start, length, text);
   const auto first = colours_.begin() + static_cast<std::ptrdiff_t>(start);
   const auto behind = colours_.erase(first, first + static_cast<std::ptrdiff_t>(length));

@@ -40,6 +40,8 @@ class RichText : public Field {
   void Append(std::string_view text);
   void Append(std::string_view text, Colour colour);
   void Erase(std::size_t start, std::size_t length);
+  // The same as SetText with the first `length` characters, without touching those.
+  void CutPlain(std::size_t length);
   // The first `what` at or behind `start`, ignoring case; npos when there is none. The selection
   // does not move.
   std::size_t Find(std::string_view what, std::size_t start) const;
@@ -57,8 +59,13 @@ class RichText : public Field {
  private:
   void Replace(std::size_t start, std::size_t length, std::u32string_view text, Colour colour);
   Colour ColourAt(std::size_t position) const;
+  unsigned char PaletteIndex(Colour colour);
 
   std::u32string text_;
+  // The text in lower case, once something was sought in it: a terminal seeks every line that
+  // comes in everything that it shows.
+  mutable std::u32string folded_;
+  mutable bool foldedInUse_ = false;
   std::vector<Colour> palette_{kBlack};
   std::vector<unsigned char> colours_;  // index into the palette, a character each
   std::size_t selStart_ = 0, selLength_ = 0;

@@ -9,6 +9,11 @@
 #include "awards/award_grid.h"
 #include "awards/stat_sel.h"
 #include "awards/worked_matrix.h"
+#include "links/dx_dialog.h"
+#include "links/ft736.h"
+#include "links/tnc.h"
+#include "links/tnc_telnet.h"
+#include "links/wwconv.h"
 #include "log/log_form.h"
 #include "log/log_search.h"
 #include "log/old_qso.h"
@@ -56,6 +61,11 @@ void KnowWindows(Session& session) {
   }
   Know<Hrd>(session, "Hrd");
   Know<HrdMode>(session, "HrdMode");
+  Know<TNC>(session, "TNC");
+  Know<TNCtelnet>(session, "TNCtelnet");
+  Know<WWConv>(session, "WWConv");
+  Know<FT736>(session, "FT736");
+  Know<DxDialog>(session, "DX");
 }
 
 void HangInActions(Session& session, MainFrame& frame) {

@@ -1,0 +1,145 @@
+#include "links/cluster_terminal.h"
+
+#include <fmt/format.h>
+
+#include "base/encoding.h"
+#include "base/number.h"
+#include "base/text.h"
+#include "core/modules.h"
+#include "links/check_target.h"
+#include "links/spelling.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kSelectHint = "Selezionare il Call o il Locator ed eseguire il check";
+constexpr std::string_view kMenuHint = "Comandi personalizzabili tramite tnc.mnu";
+constexpr std::size_t kLongestLocator = 6;
+constexpr std::size_t kBlock = 4096;
+// Where the announcement opens, from the terminal's corner.
+constexpr Twips kDialogOffset(10);
+
+}  // namespace
+
+ClusterTerminal::ClusterTerminal(Session& session, std::string name, std::string caption,
+                                 const SpotPolicy& policy, Command* cmMDX, Command* cmMAnnounce,
+                                 Command* cmMTutto)
+    : Window(session.Host(), std::move(name), std::move(caption), Twips(9000), Twips(6000)),
+      session_(session),
+      engine_(policy, Received, {Banda, cmAutoSpelling, cmAutoCheck, cmMDX, cmMAnnounce, cmMTutto},
+              Outside()),
+      annuncioDX_(session.Machine.MakeWavePlayer()) {
+  Sended.SetCaption("Invio");
+  cmAutoSpelling.Toggle = cmAutoCheck.Toggle = true;
+  MenuBar = {&S70, &S54, &MB};
+  CMI.Add("-");
+  Banda.Add("Tutte", true);
+
+  Sended.OnEnter = [this] { SendTyped(); };
+  CMI.OnPick = [this](int entry) { SendEntry(entry); };
+  Banda.OnPick = [this](int entry) { engine_.PickBand(entry); };
+  Received.OnClick = Received.OnDoubleClick = [this] { StatusBar1.SetPanel(1, kSelectHint); };
+}
+
+ClusterTerminal::~ClusterTerminal() = default;
+
+SpotOutside ClusterTerminal::Outside() {
+  return {.FindBand = [this](Khz frequency) { return FindBand(frequency); },
+          .PlayWave = [this](std::string_view name) { PlayWave(session_, *annuncioDX_, name); },
+          .ShowCheck = [this](std::string_view call) { ShowCheck(session_, call); },
+          .Beep = [this] { session_.Machine.Beep(); },
+          .TakeWaiting = [this] { return TakeCharacter(); }};
+}
+
+std::optional<SpotBand> ClusterTerminal::FindBand(Khz frequency) {
+  const auto rows = session_.Db.OpenSnapshot(
+      fmt::format("select Banda,AnnunceDX,FilenameDX from UserRTX where {0} >=FrequenzaI and {0} "
+                  "<=FrequenzaF",
+                  PlainNumber(frequency.Value())));
+  if (rows->EOF_()) return std::nullopt;
+  return SpotBand{FieldText(*rows, "Banda"), rows->Field("AnnunceDX").Bool(),
+                  FieldText(*rows, "FilenameDX")};
+}
+
+void ClusterTerminal::FillMenus() {
+  FillMenuFromFile(session_.File("\\tnc.mnu"), CMI, Comandi);
+  const auto bands = session_.Db.OpenSnapshot("select * from UserRTX");
+  for (; !bands->EOF_(); bands->MoveNext()) Banda.Add(FieldText(*bands, "Banda"));
+}
+
+std::optional<char32_t> ClusterTerminal::TakeCharacter() {
+  if (inputAt_ == input_.size()) {
+    input_ = TakeBytes(kBlock);
+    inputAt_ = 0;
+    if (input_.empty()) return std::nullopt;
+  }
+  return static_cast<unsigned char>(input_[inputAt_++]);
+}
+
+void ClusterTerminal::ReceiveWaiting() {
+  // A sound or a box in the middle of a line may let the next arrival through: the loop that is
+  // at work takes it along.
+  if (receiving_) return;
+  receiving_ = true;
+  struct Ended {
+    bool& receiving;
+    ~Ended() { receiving = false; }
+  } ended{receiving_};
+  session_.Windows.RunEvent([this] {
+    while (Loaded()) {
+      const auto character = TakeCharacter();
+      if (!character) break;
+      session_.Windows.RunEvent([this, character] { engine_.FeedCharacter(*character); });
+    }
+  });
+}
+
+void ClusterTerminal::SendText(std::string_view text, std::string_view lineEnd) {
+  Send(ToLatin1(text).append(lineEnd));
+}
+
+void ClusterTerminal::SendConnect() {
+  SendText("c " + FieldText(*session_.TbUser, "ClusterNode"), kLineEnd);
+}
+
+void ClusterTerminal::SendTyped() {
+  SendText(Sended.Text(), TypedLineEnd());
+  Sended.SetText("");
+}
+
+void ClusterTerminal::SendEntry(int entry) {
+  SendText(Comandi.at(static_cast<std::size_t>(entry)), kLineEnd);
+  StatusBar1.SetPanel(1, kMenuHint);
+}
+
+void ClusterTerminal::CheckCall() {
+  const std::string selected = Received.SelText();
+  if (IsEmptyField(selected)) {
+    StatusBar1.SetPanel(1, kSelectHint);
+  } else {
+    ShowCheck(session_, selected);
+  }
+}
+
+void ClusterTerminal::CheckLocator() {
+  const std::string selected = Received.SelText();
+  if (Len(selected) > kLongestLocator || IsEmptyField(selected)) {
+    StatusBar1.SetPanel(1, kSelectHint);
+  } else {
+    ShowLocatorCheck(session_, selected);
+  }
+}
+
+void ClusterTerminal::AnnounceDX() {
+  Window* dialog = session_.Windows.LoadSingle("DX");
+  if (dialog == nullptr) return;
+  const Bounds& own = GetBounds();
+  dialog->Move(
+      {own.left + kDialogOffset, own.top + kDialogOffset, dialog->Width(), dialog->Height()});
+  session_.Windows.ShowModal(*dialog);
+  if (dialog->Tag != "CANCEL") SendText(dialog->Tag, kLineEnd);
+  session_.Windows.Unload(*dialog);
+}
+
+}  // namespace brenvo

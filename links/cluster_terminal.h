@@ -1,0 +1,88 @@
+// What the two terminals to a DX cluster have in common: the screen, its menus, and the engine
+// behind the text.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/session.h"
+#include "forms/command.h"
+#include "forms/rich_text.h"
+#include "forms/status_bar.h"
+#include "forms/text_field.h"
+#include "forms/window.h"
+#include "links/menu_file.h"
+#include "links/spot_engine.h"
+
+namespace brenvo {
+
+class ClusterTerminal : public Window {
+ public:
+  RichText Received{*this, "Received"};
+  TextField Sended{*this, "Sended"};
+  StatusBar StatusBar1{*this, "StatusBar1", 1};
+
+  Command cmConnect{*this, "cmConnect", "Connect", [this] { Connect(); }};
+  EntryArray CMI{*this, "CMI"};
+  Menu cmCM{*this, "cmCM", "Menu configurabile", {&CMI}};
+  Command cmCommandMode{*this, "cmCommandMode", "Command Mode", [this] { CommandMode(); }};
+  Command cmCheckCall{*this, "cmCheckCall", "Check Call", [this] { CheckCall(); }};
+  Command cmCheckLocator{*this, "cmCheckLocator", "Check Locator", [this] { CheckLocator(); }};
+  Command cmDX{*this, "cmDX", "DX", [this] { AnnounceDX(); }};
+  Menu S70{*this,
+           "S70",
+           "Comandi TNC",
+           {&cmConnect, &cmCM, &cmCommandMode, &cmCheckCall, &cmCheckLocator, &cmDX}};
+
+  Command cmAutoSpelling{*this, "cmAutoSpelling", "Spelling Call"};
+  Command cmAutoCheck{*this, "cmAutoCheck", "Check Call"};
+  Menu S54{*this, "S54", "Automatismi", {&cmAutoSpelling, &cmAutoCheck}};
+
+  // Entry 0 lets every band through, the others one band each.
+  EntryArray Banda{*this, "Banda"};
+  Menu MB{*this, "MB", "Bande", {&Banda}};
+
+  MenuCommands Comandi;  // behind the entries of CMI
+
+ protected:
+  // The monitor marks are those of the deriving terminal, null where there is none.
+  ClusterTerminal(Session& session, std::string name, std::string caption, const SpotPolicy& policy,
+                  Command* cmMDX, Command* cmMAnnounce, Command* cmMTutto);
+  ~ClusterTerminal() override;
+
+  // The line to the cluster. Bytes are Latin-1.
+  virtual void Send(std::string_view bytes) = 0;
+  virtual std::string TakeBytes(std::size_t most) = 0;
+  virtual void Connect() = 0;
+  virtual void CommandMode() = 0;
+  // What ends a typed line; every command ends in CR LF.
+  virtual std::string_view TypedLineEnd() const = 0;
+
+  void SendConnect();
+  // Fills CMI and Banda; throws what fails, with what was filled until then.
+  void FillMenus();
+  // Feeds the engine with all that waits, a character an event.
+  void ReceiveWaiting();
+
+  Session& session_;
+  SpotEngine engine_;
+
+ private:
+  SpotOutside Outside();
+  std::optional<SpotBand> FindBand(Khz frequency);
+  std::optional<char32_t> TakeCharacter();
+  void SendText(std::string_view text, std::string_view lineEnd);
+  void SendTyped();
+  void SendEntry(int entry);
+  void CheckCall();
+  void CheckLocator();
+  void AnnounceDX();
+
+  std::unique_ptr<WavePlayer> annuncioDX_;
+  std::string input_;  // taken from the line and not yet fed
+  std::size_t inputAt_ = 0;
+  bool receiving_ = false;
+};
+
+}  // namespace brenvo

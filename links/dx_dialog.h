@@ -1,0 +1,28 @@
+// The dialog in which the operator tells the cluster of a station.
+#pragma once
+
+#include "core/session.h"
+#include "forms/command.h"
+#include "forms/text_field.h"
+#include "forms/window.h"
+
+namespace brenvo {
+
+// Its Tag is the result when it hides: the command for the cluster, without a line end, "CANCEL",
+// or nothing when it was closed by its frame. It sends nothing by itself.
+class DxDialog : public Window {
+ public:
+  explicit DxDialog(Session& session);
+
+  TextField Frequenza{*this, "Frequenza"};
+  TextField CallQso{*this, "CallQso"};
+  TextField Note{*this, "Note"};
+  Command cmInvia{*this, "cmInvia", "Invia", [this] { Finish(); }};
+  Command cmCancel{*this, "cmCancel", "Cancel", [this] { Cancel(); }};
+
+ private:
+  void Finish();
+  void Cancel();
+};
+
+}  // namespace brenvo

@@ -1,0 +1,179 @@
+#include "links/ft736.h"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+#include "base/number.h"
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kVfoA = "VFO-A", kVfoB = "VFO-B";
+constexpr int kPollInterval = 100;  // milliseconds
+constexpr int kHalfSpan = 1000;     // units of 100 Hz
+// What the slider can carry, with its span: far beyond any transceiver.
+constexpr double kHighest = 2e9;
+
+int WholeSteps(HundredHz frequency) { return static_cast<int>(RoundHalfEven(frequency.Value())); }
+
+}  // namespace
+
+FT736::FT736(Session& session)
+    : Window(session.Host(), "FT736", "FT-736R", Twips(7500), Twips(3600)),
+      session_(session),
+      msComm1_(session.Machine.MakeSerialPort()),
+      timer1_(session.Machine.MakeTimer()) {
+  Frequenza.SetCaption("Frequenza (kHz)");
+  SliderFrequenza.SetCaption("Sintonia");
+  SMeter.SetCaption("S-meter");
+  for (Field* field : {static_cast<Field*>(&DFrequenza), static_cast<Field*>(&SMeter),
+                       static_cast<Field*>(&Frequenza)}) {
+    field->SetVisible(false);
+  }
+  DFrequenza.OnChange = [this] { SendFrame(BcdFrequency(Active())); };
+  DFrequenza.OnDoubleClick = [this] { BeginTyping(); };
+  // Enter ends the typing as leaving the field does.
+  Frequenza.Filter = [](char32_t key) { return key == kEnter ? key : NumericKey(key); };
+  Frequenza.OnEnter = [this] {
+    EndTyping();
+    Host().MoveFocus(SliderFrequenza);
+  };
+  Frequenza.OnLeave = [this] { EndTyping(); };
+  SliderFrequenza.OnChange = [this] { Tune(); };
+  SliderFrequenza.OnFocus = [this] { RecentreSlider(); };
+  timer1_->SetInterval(kPollInterval);
+  timer1_->OnTick = [this] { Poll(); };
+}
+
+FT736::~FT736() = default;
+
+void FT736::Load() {
+  RestoreWindow(session_, *this, "FT736");
+  session_.FT736Open = true;
+  msComm1_->SetPortNumber(1);
+  msComm1_->SetSettings("4800,N,8,2");
+  OpenPort();
+}
+
+void FT736::Unload() {
+  msComm1_->Close();
+  SaveWindow(session_, *this, "FT736");
+  session_.FT736Open = false;
+}
+
+bool FT736::OpenPort() {
+  try {
+    msComm1_->Open();
+    return true;
+  } catch (const DeviceError& failure) {
+    session_.Messages().Show(MessageIcon::kExclamation, "FT-736R", failure.what());
+    return false;
+  }
+}
+
+HundredHz& FT736::Active() { return DVFO.Text() == kVfoA ? FreqA : FreqB; }
+
+void FT736::PowerKey() {
+  if (RigAcceso) {
+    SwitchOff();
+  } else if (msComm1_->IsOpen() || OpenPort()) {
+    SwitchOn();
+  }
+}
+
+void FT736::SwitchOn() {
+  RigAcceso = true;
+  Accensione.SetCaption("OFF");
+  SendFrame(kCatOn);
+  // No VFO is on display yet, so this tunes B: switching on copies A's frequency there.
+  SliderFrequenza.SetValue(WholeSteps(FreqA));
+  DFrequenza.SetVisible(true);
+  SMeter.SetVisible(true);
+  DVFO.SetText(kVfoA);
+  SetMode("USB");
+  timer1_->SetEnabled(true);
+}
+
+void FT736::SwitchOff() {
+  RigAcceso = false;
+  Accensione.SetCaption("ON");
+  timer1_->SetEnabled(false);
+  DFrequenza.SetVisible(false);
+  SMeter.SetVisible(false);
+  SendFrame(kCatOff);
+  DVFO.SetText("");
+  DModo.SetText("");
+}
+
+void FT736::Tune() {
+  const HundredHz tuned(SliderFrequenza.Value());
+  Active() = tuned;
+  DFrequenza.SetText(FormatNumber(ToKhz(tuned).Value(), "###,###.0"));
+}
+
+void FT736::RecentreSlider() {
+  if (!RigAcceso) return;
+  // Taken once: a limit that moves past the value tunes on its way.
+  const int centre = WholeSteps(Active());
+  SliderFrequenza.SetMinimum(0);
+  SliderFrequenza.SetMaximum(centre + kHalfSpan);
+  SliderFrequenza.SetMinimum(centre - kHalfSpan);
+  SliderFrequenza.SetValue(centre);
+}
+
+// The mode on display goes into the other VFO's memory, whichever VFO was active.
+void FT736::SwitchTo(std::string_view vfo) {
+  const bool toA = vfo == kVfoA;
+  (toA ? ModoB : ModoA) = DModo.Text();
+  const std::string mode = toA ? ModoA : ModoB;
+  DVFO.SetText(vfo);
+  RecentreSlider();
+  SliderFrequenza.SetValue(WholeSteps(toA ? FreqA : FreqB));
+  SetMode(mode);
+}
+
+void FT736::SetMode(std::string_view name) {
+  const auto mode = std::find_if(kCatModes.begin(), kCatModes.end(),
+                                 [&](const CatMode& each) { return each.name == name; });
+  if (mode == kCatModes.end()) return;
+  SendFrame(mode->frame);
+  DModo.SetText(name);
+}
+
+void FT736::BeginTyping() {
+  Frequenza.SetText(PlainNumber(ToKhz(Active()).Value()));
+  Frequenza.SetVisible(true);
+  Host().MoveFocus(Frequenza);
+}
+
+void FT736::EndTyping() {
+  if (!Frequenza.Visible()) return;  // hiding it takes the focus away once more
+  Frequenza.SetVisible(false);
+  const HundredHz typed = ToHundredHz(Khz(Val(Frequenza.Text())));
+  if (std::fabs(typed.Value()) > kHighest) throw std::out_of_range("Frequenza fuori scala");
+  Active() = typed;
+  RecentreSlider();
+  SliderFrequenza.SetValue(WholeSteps(typed));
+}
+
+void FT736::Poll() {
+  try {
+    SendFrame(kReadSMeter);
+  } catch (const DeviceError&) {
+    // A line that is gone is told once, not ten times a second.
+    timer1_->SetEnabled(false);
+    throw;
+  }
+  if (msComm1_->BytesWaiting() == 0) return;
+  if (const auto reading = SMeterReading(msComm1_->Read(msComm1_->BytesWaiting()))) {
+    SMeter.SetValue(*reading);
+  }
+}
+
+void FT736::SendFrame(const CatFrame& frame) {
+  if (msComm1_->IsOpen()) msComm1_->Write(Bytes(frame));
+}
+
+}  // namespace brenvo

@@ -1,0 +1,73 @@
+// The front panel of a Yaesu FT-736R on the serial port COM1.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/session.h"
+#include "forms/choice_fields.h"
+#include "forms/command.h"
+#include "forms/text_field.h"
+#include "forms/window.h"
+#include "links/cat_frame.h"
+
+namespace brenvo {
+
+// What the panel shows is what it last commanded: the transceiver tells nothing but its S-meter.
+// Where the port cannot be opened the operator is told, at the opening and at each try to switch
+// CAT on; commands then go nowhere.
+class FT736 : public Window {
+ public:
+  explicit FT736(Session& session);
+  ~FT736() override;
+
+  void Load() override;
+  // Refuses while CAT is on.
+  bool QueryUnload() override { return !RigAcceso; }
+  void Unload() override;
+
+  Panel Picture1{*this, "Picture1"};
+  Command Accensione{*this, "Accensione", "ON", [this] { PowerKey(); }};
+  Label DVFO{*this, "DVFO"};
+  Label DFrequenza{*this, "DFrequenza"};    // kHz; its change sends the frequency
+  TextField Frequenza{*this, "Frequenza"};  // kHz, shown while it is typed
+  Label DModo{*this, "DModo"};
+  Gauge SMeter{*this, "SMeter", 20, 175};
+  Slider SliderFrequenza{*this, "SliderFrequenza", 500000, 502500, 500001};  // units of 100 Hz
+  Command cmVFOA{*this, "cmVFOA", "VFO-A", [this] { SwitchTo("VFO-A"); }};
+  Command cmVFOB{*this, "cmVFOB", "VFO-B", [this] { SwitchTo("VFO-B"); }};
+  Command cmUSB{*this, "cmUSB", "USB", [this] { SetMode("USB"); }};
+  Command cmLSB{*this, "cmLSB", "LSB", [this] { SetMode("LSB"); }};
+  Command cmFM{*this, "cmFM", "FM", [this] { SetMode("FM"); }};
+  Command cmBand{*this, "cmBand", "Banda"};
+
+  bool RigAcceso = false;
+  HundredHz FreqA{kStartFrequency}, FreqB{kStartFrequency};
+  std::string ModoA = "USB", ModoB = "USB";
+
+  // Sets the slider 100 kHz either side of the active VFO's frequency; nothing while CAT is off.
+  void RecentreSlider();
+
+ private:
+  static constexpr double kStartFrequency = 501100;
+
+  HundredHz& Active();
+  void PowerKey();
+  void SwitchOn();
+  void SwitchOff();
+  void Tune();
+  void SwitchTo(std::string_view vfo);
+  void SetMode(std::string_view name);
+  void BeginTyping();
+  void EndTyping();
+  void Poll();
+  bool OpenPort();
+  void SendFrame(const CatFrame& frame);
+
+  Session& session_;
+  std::unique_ptr<SerialPort> msComm1_;
+  std::unique_ptr<Timer> timer1_;
+};
+
+}  // namespace brenvo

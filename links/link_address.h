@@ -1,0 +1,15 @@
+// The address of a server as the station profile holds it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/tcp_client.h"
+
+namespace brenvo {
+
+// Connects to "host:port", or to "host" with port 0, which is the telnet port. The text before the
+// first colon is the host. Throws std::out_of_range (Italian) when what follows is beyond 65535.
+void ConnectTo(TcpClient& socket, std::string_view address);
+
+}  // namespace brenvo

@@ -1,0 +1,54 @@
+#include "links/spot_line.h"
+
+#include <algorithm>
+
+#include "base/number.h"
+#include "base/text.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kOpening = "DX DE";
+
+// The place of the next blank, or of the next character that is none; the line's end when there
+// is no more.
+std::size_t NextBlank(std::string_view line, std::size_t from) {
+  return std::min(line.find(' ', from), line.size());
+}
+std::size_t NextWord(std::string_view line, std::size_t from) {
+  return std::min(line.find_first_not_of(' ', from), line.size());
+}
+
+// One character on; a character may be several bytes.
+std::size_t Behind(std::string_view line, std::size_t at) {
+  return std::min(at + Left(line.substr(std::min(at, line.size())), 1).size(), line.size());
+}
+
+}  // namespace
+
+bool BeginsAsSpot(std::string_view line) { return line.starts_with(kOpening); }
+
+std::optional<SpotLine> CutSpotLine(std::string_view line) {
+  const std::size_t colon = line.find(':');
+  if (colon == std::string_view::npos) return std::nullopt;
+  SpotLine spot;
+
+  const std::size_t frequency = NextWord(line, colon + 1);
+  const std::size_t behindFirst = Behind(line, frequency);
+  std::size_t frequencyEnd = NextBlank(line, behindFirst);
+  if (frequencyEnd == line.size()) frequencyEnd = behindFirst;
+  spot.SpotFrequenza = Khz(Val(Trim(line.substr(frequency, frequencyEnd - frequency))));
+
+  const std::size_t spotter = std::min(Behind(line, kOpening.size()), frequency);
+  spot.Spotter = line.substr(spotter, frequency - spotter);
+
+  // The scan starts inside the frequency and ends behind the word that follows it. A frequency of
+  // a single character makes it take the word behind the call.
+  const std::size_t inFrequency = NextWord(line, behindFirst);
+  const std::size_t call = NextWord(line, NextBlank(line, inFrequency));
+  const std::size_t callEnd = NextBlank(line, call);
+  if (callEnd < line.size()) spot.SpotCall = line.substr(call, callEnd - call);
+  return spot;
+}
+
+}  // namespace brenvo

@@ -1,0 +1,57 @@
+#include "links/tnc.h"
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kInterrupt = "\x03";
+
+}  // namespace
+
+TNC::TNC(Session& session)
+    : ClusterTerminal(session, "TNC", "DX cluster radio", kRadioPolicy, &cmMDX, &cmMAnnounce,
+                      &cmMTutto),
+      comm1_(session.Machine.MakeSerialPort()) {
+  MenuBar.insert(MenuBar.begin() + 2, &CMMF);
+  cmMDX.Toggle = cmMAnnounce.Toggle = cmMTutto.Toggle = true;
+  cmMTutto.SetDown(true);
+  comm1_->OnReceive = [this] { ReceiveWaiting(); };
+}
+
+void TNC::Load() {
+  RestoreWindow(session_, *this, "TNC");
+  session_.TncOpen = true;
+  try {
+    Open();
+  } catch (const std::exception&) {
+    // The operator sees a terminal that stays silent.
+  }
+}
+
+void TNC::Open() {
+  Table& user = *session_.TbUser;
+  comm1_->SetSettings(PlainNumber(Val(FieldText(user, "TNCBaud"))) + ",N,8,1");
+  comm1_->SetPortNumber(static_cast<int>(Val(Right(FieldText(user, "TNCPort"), 1))));
+  comm1_->Open();
+  FillMenus();
+}
+
+void TNC::Unload() {
+  SaveWindow(session_, *this, "TNC");
+  session_.TncOpen = false;
+  comm1_->Close();
+}
+
+void TNC::Connect() {
+  SendConnect();
+  cmMTutto.SetDown(true);
+  cmMDX.SetDown(false);
+  cmMAnnounce.SetDown(false);
+}
+
+void TNC::CommandMode() { Send(kInterrupt); }
+
+}  // namespace brenvo

@@ -1,0 +1,50 @@
+#include "links/tnc_telnet.h"
+
+#include <stdexcept>
+
+#include "core/modules.h"
+#include "links/link_address.h"
+
+namespace brenvo {
+
+TNCtelnet::TNCtelnet(Session& session)
+    : ClusterTerminal(session, "TNCtelnet", "DX cluster telnet", kTelnetPolicy, nullptr, nullptr,
+                      nullptr),
+      winsock1_(session.Machine.MakeTcpClient("TNCtelnet")) {
+  winsock1_->OnData = [this] { ReceiveWaiting(); };
+  winsock1_->OnPeerClose = [this] { Close(); };
+}
+
+void TNCtelnet::Load() {
+  RestoreWindow(session_, *this, "TNCTelnet");
+  session_.TncTelnetOpen = true;
+  try {
+    Open();
+  } catch (const std::exception&) {
+    // The operator sees a terminal that stays silent.
+  }
+}
+
+void TNCtelnet::Open() {
+  ConnectTo(*winsock1_, FieldText(*session_.TbUser, "TelnetCluster"));
+  FillMenus();
+}
+
+void TNCtelnet::Unload() {
+  SaveWindow(session_, *this, "TNCTelnet");
+  session_.TncTelnetOpen = false;
+  if (!winsock1_->IsConnected()) return;
+  Send("quit");
+  winsock1_->Close();
+}
+
+void TNCtelnet::Connect() {
+  SendConnect();
+  throw std::runtime_error("Il terminale telnet non ha il menu Monitor");
+}
+
+void TNCtelnet::CommandMode() {
+  throw std::runtime_error("Il terminale telnet non ha una porta seriale");
+}
+
+}  // namespace brenvo

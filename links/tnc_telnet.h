@@ -1,0 +1,34 @@
+// The terminal to a DX cluster over a TCP connection.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "links/cluster_terminal.h"
+
+namespace brenvo {
+
+// Connects once, on opening, and closes when the other side does. An attempt that fails says
+// nothing. Telnet options are ordinary characters.
+class TNCtelnet : public ClusterTerminal {
+ public:
+  explicit TNCtelnet(Session& session);
+
+  void Load() override;
+  void Unload() override;
+
+ private:
+  void Open();
+  void Send(std::string_view bytes) override { winsock1_->Send(bytes); }
+  std::string TakeBytes(std::size_t most) override { return winsock1_->Read(most); }
+  // Both refer to things that only the radio terminal has and end in a std::runtime_error: the
+  // first one after its text has gone out, the second one before anything is sent.
+  void Connect() override;
+  void CommandMode() override;
+  std::string_view TypedLineEnd() const override { return "\r\n"; }
+
+  std::unique_ptr<TcpClient> winsock1_;
+};
+
+}  // namespace brenvo

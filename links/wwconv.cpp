@@ -1,0 +1,112 @@
+#include "links/wwconv.h"
+
+#include <algorithm>
+
+#include "base/encoding.h"
+#include "core/modules.h"
+#include "links/chat_chunk.h"
+#include "links/link_address.h"
+#include "links/received_text.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kGoodbye = "/q";
+// The radio terminal's file is named here too, although this window reads its own.
+constexpr std::string_view kMenuHint = "Comandi personalizzabili tramite tnc.mnu";
+constexpr Twips kEntryLine(400);
+
+}  // namespace
+
+WWConv::WWConv(Session& session)
+    : Window(session.Host(), "WWConv", "WWConv (telnet)", Twips(9000), Twips(6000)),
+      session_(session),
+      winsock1_(session.Machine.MakeTcpClient("WWConv")) {
+  Sended.SetCaption("Invio");
+  MenuBar = {&cmCM, &CMO};
+  CMI.Add("-");
+  cmMessaggiPersonali.Toggle = true;
+  cmMessaggiPersonali.SetDown(true);
+
+  Sended.OnEnter = [this] { SendTyped(); };
+  CMI.OnPick = [this](int entry) { PickEntry(entry); };
+  winsock1_->OnData = [this] { ReceiveChunk(); };
+  winsock1_->OnPeerClose = [this] { Close(); };
+}
+
+void WWConv::Load() {
+  RestoreWindow(session_, *this, "WWConv");
+  session_.WWConvOpen = true;
+  Resize();
+  try {
+    Open();
+  } catch (const std::exception&) {
+    // The operator sees a window that stays silent.
+  }
+}
+
+void WWConv::Open() {
+  FillMenuFromFile(session_.File("\\wwconv.mnu"), CMI, Comandi);
+  ConnectTo(*winsock1_, FieldText(*session_.TbUser, "TelnetWWConv"));
+}
+
+void WWConv::Unload() {
+  SaveWindow(session_, *this, "WWConv");
+  session_.WWConvOpen = false;
+  if (!winsock1_->IsConnected()) return;
+  send(kGoodbye);
+  winsock1_->Close();
+}
+
+void WWConv::send(std::string_view text) {
+  winsock1_->Send(ToLatin1(text));
+  AppendReceived(Received, text);
+}
+
+void WWConv::ReceiveChunk() {
+  const std::size_t waiting = winsock1_->BytesWaiting();
+  if (waiting == 0) return;
+  const std::string chunk = FromLatin1(winsock1_->Read(waiting));
+  TrimReceived(Received);
+  const ChatChunk split = SplitChatChunk(chunk);
+  RichText& area = split.Personal ? ReceivedPersonal : Received;
+  if (split.Speaker.empty()) {
+    AppendReceived(area, split.Words);
+    return;
+  }
+  AppendReceived(area, split.Speaker, kDarkRed);
+  AppendReceived(area, split.Words, kBlack);
+}
+
+void WWConv::SendTyped() {
+  send(Sended.Text() + std::string(kLineEnd));
+  Sended.SetText("");
+}
+
+void WWConv::PickEntry(int entry) {
+  const std::string& command = Comandi.at(static_cast<std::size_t>(entry));
+  if (command.find('#') != std::string::npos) {
+    Sended.SetText(command);
+  } else {
+    send(command + std::string(kLineEnd));
+  }
+  StatusBar1.SetPanel(1, kMenuHint);
+}
+
+void WWConv::ShowPersonal() {
+  ReceivedPersonal.SetVisible(cmMessaggiPersonali.Down());
+  Resize();
+}
+
+void WWConv::Resize() { LayOut(Twips(std::max(0, (ScaleHeight() - kEntryLine).Value()))); }
+
+void WWConv::LayOut(Twips heightAboveEntry) {
+  heights_ = ShareHeight(heightAboveEntry, cmMessaggiPersonali.Down());
+}
+
+void WWConv::BorderDragged(Twips down) {
+  if (cmMessaggiPersonali.Down()) heights_ = DragBorder(heights_, down);
+}
+
+}  // namespace brenvo

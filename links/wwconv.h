@@ -1,0 +1,63 @@
+// The chat client: public talk in one area, personal messages in the other.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/session.h"
+#include "forms/command.h"
+#include "forms/rich_text.h"
+#include "forms/status_bar.h"
+#include "forms/text_field.h"
+#include "forms/window.h"
+#include "links/chat_layout.h"
+#include "links/menu_file.h"
+
+namespace brenvo {
+
+// Connects once, on opening, and closes when the server does. An attempt that fails, or any other
+// step of the opening, says nothing.
+class WWConv : public Window {
+ public:
+  explicit WWConv(Session& session);
+
+  void Load() override;
+  void Resize() override;
+  void Unload() override;
+
+  RichText Received{*this, "Received"};
+  RichText ReceivedPersonal{*this, "ReceivedPersonal"};
+  TextField Sended{*this, "Sended"};
+  StatusBar StatusBar1{*this, "StatusBar1", 1};
+
+  EntryArray CMI{*this, "CMI"};
+  Menu cmCM{*this, "cmCM", "Menu configurabile", {&CMI}};
+  Command cmMessaggiPersonali{*this, "cmMessaggiPersonali", "Messaggi personali",
+                              [this] { ShowPersonal(); }};
+  Menu CMO{*this, "CMO", "Opzioni", {&cmMessaggiPersonali}};
+
+  MenuCommands Comandi;  // behind the entries of CMI; one with a "#" is for completing
+
+  // The one way out: the text goes to the server as it is, and into the public area.
+  void send(std::string_view text);
+
+  // The heights of the areas, and what the operator makes of them. LayOut gives each its share
+  // of what the window leaves above the entry line.
+  const ChatHeights& Heights() const { return heights_; }
+  void LayOut(Twips heightAboveEntry);
+  void BorderDragged(Twips down);
+
+ private:
+  void Open();
+  void ReceiveChunk();
+  void SendTyped();
+  void PickEntry(int entry);
+  void ShowPersonal();
+
+  Session& session_;
+  std::unique_ptr<TcpClient> winsock1_;
+  ChatHeights heights_;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,118 @@
+// A terminal without a port, a database and a sound device: what the engine does with its
+// surroundings is written down.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/csv.h"
+#include "base/encoding.h"
+#include "base/number.h"
+#include "forms/window.h"
+#include "links/spot_engine.h"
+#include "recorder/recording_platform.h"
+
+namespace brenvo {
+
+// The bands of a new operator, in table order.
+inline std::vector<std::pair<SpotBand, std::pair<Khz, Khz>>> DeliveredBands() {
+  const CsvTable table = ReadCsv(SOURCE_DIR "/data/UserRTX.csv");
+  std::vector<std::pair<SpotBand, std::pair<Khz, Khz>>> bands;
+  for (const CsvTable::Row& row : table.Rows) {
+    const auto cell = [&](std::string_view heading) { return row.Cells[table.Column(heading)]; };
+    bands.push_back({{cell("Banda"), cell("AnnunceDX") == "si", cell("FilenameDX")},
+                     {Khz(Val(cell("FrequenzaI"))), Khz(Val(cell("FrequenzaF")))}});
+  }
+  return bands;
+}
+
+class TestTerminal : public Window {
+ public:
+  explicit TestTerminal(WindowHost& host, const SpotPolicy& policy)
+      : Window(host, "TestTerminal", "", Twips(9000), Twips(6000)),
+        Bands(DeliveredBands()),
+        Engine(policy, Received,
+               {Banda, cmAutoSpelling, cmAutoCheck, policy.monitors ? &cmMDX : nullptr,
+                policy.monitors ? &cmMAnnounce : nullptr, policy.monitors ? &cmMTutto : nullptr},
+               {.FindBand = [this](Khz frequency) { return FindBand(frequency); },
+                .PlayWave = [this](std::string_view name) { Heard.emplace_back(name); },
+                .ShowCheck = [this](std::string_view call) { Checked.emplace_back(call); },
+                .Beep = [this] { ++Beeps; },
+                .TakeWaiting = [this] { return Take(); }}) {
+    for (Command* mark : {&cmMDX, &cmMAnnounce, &cmMTutto, &cmAutoSpelling, &cmAutoCheck}) {
+      mark->Toggle = true;
+    }
+    for (Command* mark : {&cmMDX, &cmMAnnounce, &cmMTutto}) {
+      mark->OnClick = [this, mark] { Engine.MonitorChanged(*mark); };
+    }
+    cmMTutto.SetDown(true);
+    Banda.Add("Tutte", true);
+    for (const auto& [band, edges] : Bands) Banda.Add(band.Banda);
+    Banda.OnPick = [this](int entry) { Engine.PickBand(entry); };
+  }
+
+  RichText Received{*this, "Received"};
+  EntryArray Banda{*this, "Banda"};
+  Command cmMDX{*this, "cmMDX", "DX"};
+  Command cmMAnnounce{*this, "cmMAnnounce", "Announce"};
+  Command cmMTutto{*this, "cmMTutto", "Tutto"};
+  Command cmAutoSpelling{*this, "cmAutoSpelling", "Spelling Call"};
+  Command cmAutoCheck{*this, "cmAutoCheck", "Check Call"};
+  std::vector<std::pair<SpotBand, std::pair<Khz, Khz>>> Bands;
+  SpotEngine Engine;
+
+  // What happened so far.
+  std::vector<std::string> Heard, Checked;
+  std::vector<Khz> Asked;
+  int Beeps = 0;
+
+  // Bytes come, all of them in one event.
+  void Receive(std::string_view bytes) {
+    waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
+    while (const auto character = Take()) Engine.FeedCharacter(*character);
+  }
+  void Forget() {
+    Received.SetText("");
+    Heard.clear();
+    Checked.clear();
+    Asked.clear();
+    Beeps = 0;
+  }
+  // The entry of a band.
+  int Entry(std::string_view band) const {
+    for (std::size_t i = 0; i < Banda.Entries().size(); ++i) {
+      if (Banda.Entries()[i].caption == band) return static_cast<int>(i);
+    }
+    return -1;
+  }
+  // The pieces of the text that are red.
+  std::vector<std::string> Red() const {
+    std::vector<std::string> red;
+    for (const RichText::Run& run : Received.Runs()) {
+      if (run.colour == kRed) red.push_back(run.text);
+    }
+    return red;
+  }
+
+ private:
+  std::optional<SpotBand> FindBand(Khz frequency) {
+    Asked.push_back(frequency);
+    for (const auto& [band, edges] : Bands) {
+      if (frequency >= edges.first && frequency <= edges.second) return band;
+    }
+    return std::nullopt;
+  }
+  std::optional<char32_t> Take() {
+    if (waiting_.empty()) return std::nullopt;
+    const auto character = static_cast<unsigned char>(waiting_.front());
+    waiting_.pop_front();
+    return character;
+  }
+
+  std::deque<char> waiting_;
+};
+
+}  // namespace brenvo
