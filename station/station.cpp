@@ -1,6 +1,8 @@
 #include "station/station.h"
 
 #include "log/log_form.h"
+#include "maps/map_viewer.h"
+#include "maps/mappa_square.h"
 #include "print/qsl_update.h"
 #include "print/reports.h"
 #include "print/stampa_qsl.h"
@@ -15,10 +17,12 @@ void Know(Session& session, const char* name) {
 
 void KnowWindows(Session& session) {
   Know<LogForm>(session, "LogForm");
+  Know<MappaSquare>(session, "MappaSquare");
   Know<StampaQsl>(session, "StampaQsl");
 }
 
 void HangInActions(Session& session, MainFrame& frame) {
+  HangInMapViewer(session, frame);
   frame.SetAction("cmQslAggiorna", [&session] { UpdateLogForQsl(session); });
   for (const ReportMember& member : ReportMembers()) {
     frame.SetAction(member.command, [&session, &member] { PrintReport(session, member); });
