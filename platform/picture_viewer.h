@@ -27,7 +27,9 @@ class PictureViewer {
   virtual int ViewWidth() = 0;
   virtual int ViewHeight() = 0;
 
+  // Nothing where the width or the height is not above 0.
   virtual void DrawRectangle(int x, int y, int width, int height, Colour fill) = 0;
+  // Transparent where the image is; nothing when the file is missing or no picture.
   virtual void DrawStamp(const std::filesystem::path& image, int x, int y) = 0;
   virtual void DrawLine(int x, int y, int width, int height) = 0;
   // Bold, 18 points.

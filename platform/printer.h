@@ -8,6 +8,8 @@
 
 namespace brenvo {
 
+class Window;
+
 // Positions are millimetres from the top left corner of the printable page. The first operation
 // begins a document; every operation throws DeviceError when there is no printer or the operator
 // cancels the print dialog.
@@ -24,6 +26,8 @@ class Printer {
   virtual void Line(Mm x1, Mm y1, Mm x2, Mm y2) = 0;
   virtual void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) = 0;
   virtual void Picture(const std::filesystem::path& file, Mm x, Mm y) = 0;
+  // The inside of a shown window as the screen shows it, made smaller where the page is narrower.
+  virtual void WindowImage(const Window& window, Mm x, Mm y) = 0;
   // How wide the text is in the font in use.
   virtual Mm TextWidth(std::string_view text) = 0;
   // Pages lie on their side from the next document on, or stand.

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/picture_viewer.h"
-#include "recorder/image_size.h"
+#include "base/image_size.h"
 #include "recorder/line_sink.h"
 #include "recorder/quote.h"
 

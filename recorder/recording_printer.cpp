@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "forms/window.h"
 #include "platform/serial_port.h"
 
 namespace brenvo {
@@ -45,6 +46,10 @@ void RecordingPrinter::Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) {
 
 void RecordingPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
   Operation("picture " + Quoted(names_.Of(file)) + Places({x, y}));
+}
+
+void RecordingPrinter::WindowImage(const Window& window, Mm x, Mm y) {
+  Operation("picture " + Quoted(window.Name()) + Places({x, y}));
 }
 
 Mm RecordingPrinter::TextWidth(std::string_view text) {

@@ -27,6 +27,8 @@ class RecordingPrinter : public Printer, public ReportPrinter {
   void Line(Mm x1, Mm y1, Mm x2, Mm y2) override;
   void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) override;
   void Picture(const std::filesystem::path& file, Mm x, Mm y) override;
+  // A picture by the window's name.
+  void WindowImage(const Window& window, Mm x, Mm y) override;
   // Every character is a third as wide as the font is high.
   Mm TextWidth(std::string_view text) override;
   void SetLandscape(bool landscape) override { landscape_ = landscape; }

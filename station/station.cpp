@@ -18,6 +18,8 @@
 #include "log/log_search.h"
 #include "log/old_qso.h"
 #include "log/propagation_batch.h"
+#include "maps/map_viewer.h"
+#include "maps/mappa_square.h"
 #include "print/qsl_update.h"
 #include "print/reports.h"
 #include "print/stampa_qsl.h"
@@ -46,6 +48,7 @@ void KnowWindows(Session& session) {
   Know<TabellaProvincie>(session, "TabellaProvincie");
   Know<TabellaNote>(session, "TabellaNote");
   Know<HelpForm>(session, "Help");
+  Know<MappaSquare>(session, "MappaSquare");
   Know<StampaQsl>(session, "StampaQsl");
   Know<ContestForm>(session, "Contest");
   Know<ContestSearch>(session, "ContestSearch");
@@ -70,6 +73,7 @@ void KnowWindows(Session& session) {
 
 void HangInActions(Session& session, MainFrame& frame) {
   frame.SetAction("Propagazione", [&session] { AssignPropagations(session); });
+  HangInMapViewer(session, frame);
   frame.SetAction("cmQslAggiorna", [&session] { UpdateLogForQsl(session); });
   for (const ReportMember& member : ReportMembers()) {
     frame.SetAction(member.command, [&session, &member] { PrintReport(session, member); });

@@ -1,4 +1,4 @@
-#include "recorder/image_size.h"
+#include "base/image_size.h"
 
 #include <array>
 #include <cstdint>

@@ -1,0 +1,127 @@
+#include "maps/map_viewer.h"
+
+#include <fstream>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "maps/award_overlays.h"
+#include "maps/map_view.h"
+#include "maps/overlay_geometry.h"
+
+namespace brenvo {
+namespace {
+
+constexpr double kZoomStep = 25, kSmallestZoom = 25, kWholeSize = 100;
+
+struct Overlay {
+  std::string_view word;
+  void (*paint)(Session&);
+};
+constexpr Overlay kOverlays[] = {{"SQUARE", DisplaySquare},
+                                 {"WAZ", DisplayZone},
+                                 {"FIELD", DisplayField},
+                                 {"ITALIA", DisplayItalia}};
+
+std::string PathText(const std::filesystem::path& file) {
+  const auto text = file.u8string();
+  return {text.begin(), text.end()};
+}
+
+void RequireFile(const std::filesystem::path& file) {
+  if (!std::ifstream(file)) throw std::runtime_error("Il file " + PathText(file) + " non si apre");
+}
+
+void DrawPointer(Session& session, PictureViewer& map) {
+  if (session.Pointer_X == 0 || session.Pointer_Y == 0) return;
+  const MapPoint corner = StampCorner(session.Pointer_X, session.Pointer_Y, ViewOf(map));
+  map.DrawStamp(session.File("\\Pointer.bmp"), corner.x, corner.y);
+  map.EndAnnotation();
+}
+
+// A pointer that is not drawn, at 0, counts too: its map goes to the corner.
+void BringPointerIntoView(const Session& session, PictureViewer& map) {
+  const MapView view = ViewOf(map);
+  const FrameSize frame = FrameOf(map);
+  if (PointerInView(session.Pointer_X, session.Pointer_Y, view, frame)) return;
+  const MapPoint scroll = ScrollToCentre(session.Pointer_X, session.Pointer_Y, view, frame);
+  map.SetScroll(scroll.x, scroll.y);
+}
+
+void Zoom(PictureViewer& map, double percent) {
+  map.SetZoom(percent);
+  map.Refresh();
+}
+
+void FitWindow(PictureViewer& map) {
+  if (map.ImageWidth() == 0) throw std::domain_error("Nessuna mappa da adattare alla finestra");
+  Zoom(map, static_cast<double>(map.ViewWidth()) / map.ImageWidth() * 100);
+}
+
+void RectangleDrawn(Session& session, const MainFrame& frame, const MapBox& drawn) {
+  PictureViewer& map = session.Machine.Map();
+  if (frame.FindCommand("cmCoordinate")->Down()) {
+    session.Messages().Show(MessageIcon::kNone, "",
+                            Str(map.ScrollX() + drawn.x) + "/" + Str(map.ScrollY() + drawn.y));
+    return;
+  }
+  try {
+    map.ZoomToRectangle(drawn.x, drawn.y, drawn.width, drawn.height);
+  } catch (const std::exception&) {
+  }
+}
+
+}  // namespace
+
+void ShowMapImage(Session& session, std::string_view fileName) {
+  PictureViewer& map = session.Machine.Map();
+  std::optional<BusyPointer> busy;
+  try {
+    const std::filesystem::path file = session.File("\\" + std::string(fileName));
+    const std::string path = Upper(PathText(file));
+    if (path != session.CurrentMapPath) {
+      session.CurrentMapPath = path;
+      RequireFile(file);
+      busy.emplace(session.Host());
+      session.Host().ProcessEvents();
+      map.SetImage(file);
+      map.SetZoom(kWholeSize);
+    }
+    DrawPointer(session, map);
+    BringPointerIntoView(session, map);
+  } catch (const std::exception&) {
+  }
+  map.Refresh();
+  busy.reset();
+  session.Host().ProcessEvents();
+}
+
+void DisplayMappa(Session& session, MainFrame& frame, std::string_view request) {
+  session.Windows.Show(frame);
+  ShowMapImage(session, session.MapFile);
+  for (const Overlay& overlay : kOverlays) {
+    if (request.starts_with(overlay.word)) overlay.paint(session);
+  }
+}
+
+void HangInMapViewer(Session& session, MainFrame& frame) {
+  PictureViewer& map = session.Machine.Map();
+  frame.SetAction("cmZoom150", [&map] { Zoom(map, map.Zoom() + kZoomStep); });
+  frame.SetAction("cmZoom1", [&map] { Zoom(map, kWholeSize); });
+  frame.SetAction("cmZoom50", [&map] {
+    if (map.Zoom() > kSmallestZoom) Zoom(map, map.Zoom() - kZoomStep);
+  });
+  frame.SetAction("cmFitWindow", [&map] { FitWindow(map); });
+  frame.SetAction("cmPrint", [&map] { map.Print(); });
+  frame.OnDisplayMap = [&session, &frame] {
+    const std::string request = frame.HDisplayMappa.Text();
+    DisplayMappa(session, frame, request);
+  };
+  frame.OnMapRectangle = [&session, &frame](int left, int top, int width, int height) {
+    RectangleDrawn(session, frame, {left, top, width, height});
+  };
+}
+
+}  // namespace brenvo

@@ -1,0 +1,106 @@
+#include "maps/mappa_square.h"
+
+#include <algorithm>
+#include <exception>
+#include <limits>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "base/image_size.h"
+#include "core/modules.h"
+#include "maps/entry_key.h"
+
+namespace brenvo {
+namespace {
+
+constexpr Twips kRadius = Twips::FromPixels(7);
+
+Twips FromPixelColumn(const Value& value) {
+  const std::int64_t pixels = value.Integer();
+  if (pixels < std::numeric_limits<std::int16_t>::min() ||
+      pixels > std::numeric_limits<std::int16_t>::max()) {
+    throw std::overflow_error("La posizione di uno square e' fuori dalla mappa");
+  }
+  return Twips::FromPixels(static_cast<int>(pixels));
+}
+
+}  // namespace
+
+MappaSquare::MappaSquare(Session& session)
+    : Window(session.Host(), "MappaSquare", "Mappa Square", Twips::FromPixels(1130),
+             Twips::FromPixels(720)),
+      session_(session) {
+  VScroll.OnChange = [this] { PicBuf1.SetTop(Twips(-VScroll.Value())); };
+}
+
+void MappaSquare::Load() {
+  try {
+    const std::string selection = session_.QueryText + " AND Locator<>''";
+    squares_ = session_.Db.OpenSnapshot(
+        "SELECT Left(Locator,4) as Square,QslRicevuta FROM Log " + selection +
+        " GROUP BY Left(Locator,4),QslRicevuta ORDER BY Left(Locator,4),QslRicevuta");
+    const std::filesystem::path file = session_.File("\\Square.jpg");
+    const auto size = ReadImageSize(file);
+    if (!size) throw std::runtime_error("La mappa degli square non si legge");
+    PicBuf1.SetPicture(file);
+    pictureHeight_ = Twips::FromPixels(size->height);
+    DrawSquares();
+  } catch (const std::exception&) {
+  }
+}
+
+void MappaSquare::Unload() { squares_.reset(); }
+
+void MappaSquare::Resize() {
+  try {
+    VScroll.SetValue(0);
+    // A picture that is lower than the window has nothing to scroll.
+    VScroll.SetMaximum(std::max(0, (pictureHeight_ - ScaleHeight()).Value()));
+    PicBuf1.SetTop(Twips(0));
+  } catch (const std::exception&) {
+  }
+}
+
+void MappaSquare::cmStampa() {
+  const BusyPointer busy(Host());
+  Printer& printer = session_.Machine.GetPrinter();
+  printer.Text(Mm(0), Mm(0), "");
+  printer.WindowImage(*this, Mm(0), Mm(0));
+  printer.EndDocument();
+}
+
+void MappaSquare::cmOnlySquare() {
+  const BusyPointer busy(Host());
+  PicBuf1.SetPicture({});
+  DrawSquares();
+}
+
+void MappaSquare::DrawSquares() {
+  if (!squares_ || squares_->RecordCount() == 0) return;
+  squares_->MoveFirst();
+  std::optional<std::string> square;
+  bool confirmed = false;
+  for (; !squares_->EOF_(); squares_->MoveNext()) {
+    const std::string key = FieldText(*squares_, "Square");
+    const bool qsl = squares_->Field("QslRicevuta").Bool();
+    if (square && SameEntry(*square, key)) {
+      confirmed = confirmed || qsl;
+      continue;
+    }
+    if (square) DrawSquare(*square, confirmed);
+    square = key;
+    confirmed = qsl;
+  }
+  DrawSquare(*square, confirmed);
+}
+
+void MappaSquare::DrawSquare(std::string_view square, bool confirmed) {
+  Table& places = *session_.TbSquare;
+  places.Seek("=", {square});
+  if (places.NoMatch()) return;
+  PicBuf1.Draw({FromPixelColumn(places.Field("X")), FromPixelColumn(places.Field("Y")), kRadius,
+                confirmed ? kDarkGreen : kDarkRed});
+}
+
+}  // namespace brenvo
