@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "core/session.h"
+#include "core/transaction.h"
 
 namespace brenvo {
 namespace {
@@ -20,14 +21,9 @@ void Empty(Session& session, std::string_view title,
            std::initializer_list<std::string_view> statements) {
   if (!session.Messages().AskYesNo(title, "Confermi l'operazione ?")) return;
   const BusyPointer busy(session.Host());
-  session.Db.BeginTrans();
-  try {
-    for (std::string_view statement : statements) session.Db.Execute(statement);
-  } catch (...) {
-    session.Db.Rollback();
-    throw;
-  }
-  session.Db.CommitTrans();
+  Transaction transaction(session.Db);
+  for (std::string_view statement : statements) session.Db.Execute(statement);
+  transaction.Commit();
 }
 
 void DeleteFile(const std::filesystem::path& file) {
