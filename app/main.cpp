@@ -38,7 +38,7 @@ int RunStation(QApplication& application, const QString& directory) {
     return EXIT_FAILURE;
   }
   brenvo::Session session(platform, brenvo::PathFromQt(directory));
-  platform.Attach(&session.Windows);
+  platform.Attach(&session);
   const bool started = brenvo::StartStation(session) != nullptr;
   const int status = started ? application.exec() : EXIT_FAILURE;
   platform.Attach(nullptr);

@@ -13,6 +13,7 @@ namespace brenvo {
 // Ties a field to its widget, whose child it is. The widget follows the field's visibility and
 // state, and the field gets the operator's coming, going and pointing.
 class FieldBinding : public QObject {
+  Q_OBJECT
  public:
   FieldBinding(Field& field, QWidget& widget, ViewContext& context);
   ~FieldBinding() override;

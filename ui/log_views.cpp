@@ -18,7 +18,7 @@ Piece LogFormView() {
              Form({Line({Item("Banda", "Banda", 8), Item("Frequenza", "Frequenza", 11),
                          Item("Modo", "Modo", 9), Item("QrkDato", "Qrk dato", 7)}),
                    Line({Item("Potenza", "Potenza", 8),
-                         Item("Propagazione", "Propagazione", 11), Words(""),
+                         Item("Propagazione", "Propagazione", 11), Space(),
                          Item("QrkRicevuto", "Qrk ricevuto", 7)})})),
        Frame("Qsl", Line({Item("QslDaInviare"), Item("QslInviata"), Item("QslRicevuta"), Space()})),
        Form({Item("Note", "Note")})});

@@ -5,6 +5,9 @@
 #include <QFileDialog>
 #include <QUrl>
 
+#include "core/session.h"
+#include "print/report_runner.h"
+#include "ui/qt_progress.h"
 #include "ui/qt_serial_port.h"
 #include "ui/qt_tcp_client.h"
 #include "ui/qt_wave_player.h"
@@ -19,7 +22,14 @@ QtPlatform::QtPlatform(const std::filesystem::path& appPath)
 
 QtPlatform::~QtPlatform() = default;
 
-ReportPrinter& QtPlatform::Reports() { throw DeviceError("Nessuna stampante di report"); }
+void StationReports::Print(const std::filesystem::path& layout) {
+  if (session_ != nullptr) RunReport(*session_, layout);
+}
+
+void QtPlatform::Attach(Session* session) {
+  gate_.Attach(session == nullptr ? nullptr : &session->Windows);
+  reports_.Attach(session);
+}
 
 std::unique_ptr<Timer> QtPlatform::MakeTimer() { return std::make_unique<QtTimer>(gate_); }
 
@@ -33,6 +43,10 @@ std::unique_ptr<TcpClient> QtPlatform::MakeTcpClient(std::string_view) {
 
 std::unique_ptr<WavePlayer> QtPlatform::MakeWavePlayer() {
   return std::make_unique<QtWavePlayer>(gate_);
+}
+
+std::unique_ptr<Progress> QtPlatform::ShowProgress(std::string_view title, std::int64_t total) {
+  return std::make_unique<QtProgress>(title, total);
 }
 
 void QtPlatform::Beep() { QApplication::beep(); }

@@ -12,14 +12,26 @@
 
 namespace brenvo {
 
+class Session;
+
+// Reports print by the station's own layouts, on the same printer as everything else.
+class StationReports : public ReportPrinter {
+ public:
+  void Attach(Session* session) { session_ = session; }
+  void Print(const std::filesystem::path& layout) override;
+
+ private:
+  Session* session_ = nullptr;
+};
+
 class QtPlatform : public Platform {
  public:
   // Settings stand in the application directory.
   explicit QtPlatform(const std::filesystem::path& appPath);
   ~QtPlatform() override;
 
-  // The session's windows, which answer from now on; null before the session goes.
-  void Attach(WindowList* windows) { gate_.Attach(windows); }
+  // The session whose windows answer from now on; null before the session goes.
+  void Attach(Session* session);
   EventGate& Gate() { return gate_; }
   QtWindowHost& Screen() { return host_; }
 
@@ -28,12 +40,13 @@ class QtPlatform : public Platform {
   SettingsStore& Settings() override { return settings_; }
   WindowHost& Host() override { return host_; }
   Printer& GetPrinter() override { return printer_; }
-  ReportPrinter& Reports() override;
+  ReportPrinter& Reports() override { return reports_; }
   PictureViewer& Map() override { return host_.Map(); }
   std::unique_ptr<Timer> MakeTimer() override;
   std::unique_ptr<SerialPort> MakeSerialPort() override;
   std::unique_ptr<TcpClient> MakeTcpClient(std::string_view window) override;
   std::unique_ptr<WavePlayer> MakeWavePlayer() override;
+  std::unique_ptr<Progress> ShowProgress(std::string_view title, std::int64_t total) override;
   void Beep() override;
   void Open(const std::filesystem::path& file, int topic) override;
   std::optional<std::filesystem::path> PickFile(std::string_view title,
@@ -46,6 +59,7 @@ class QtPlatform : public Platform {
   QtMessageBox messages_;
   QtSettings settings_;
   QtPrinter printer_{ChoosePrinter};
+  StationReports reports_;
   QtWindowHost host_{gate_};
 };
 

@@ -32,6 +32,8 @@ QtPrinter::Document& QtPrinter::Begun() {
   if (document_) return *document_;
   auto document = std::make_unique<Document>();
   document->printer.setDocName(QApplication::applicationDisplayName());
+  document->printer.setPageOrientation(landscape_ ? QPageLayout::Landscape
+                                                  : QPageLayout::Portrait);
   if (!choose_(document->printer)) throw DeviceError("Stampa annullata");
   if (!document->painter.begin(&document->printer)) throw DeviceError("Stampante non disponibile");
   document_ = std::move(document);
@@ -93,6 +95,12 @@ void QtPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
   const double scale = document.printer.logicalDpiX() / kPictureDotsPerInch;
   document.painter.drawImage(
       QRectF(Pixels(x), Pixels(y), image.width() * scale, image.height() * scale), image);
+}
+
+Mm QtPrinter::TextWidth(std::string_view text) {
+  Document& document = Begun();
+  const QFontMetricsF metrics(font_, &document.printer);
+  return Mm(metrics.horizontalAdvance(ToQt(text)) * kMmPerInch / document.printer.logicalDpiX());
 }
 
 Mm QtPrinter::PageHeight() {

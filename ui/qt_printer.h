@@ -26,6 +26,8 @@ class QtPrinter : public Printer {
   void Line(Mm x1, Mm y1, Mm x2, Mm y2) override;
   void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) override;
   void Picture(const std::filesystem::path& file, Mm x, Mm y) override;
+  Mm TextWidth(std::string_view text) override;
+  void SetLandscape(bool landscape) override { landscape_ = landscape; }
   Mm PageHeight() override;
   Mm PageWidth() override;
   void NewPage() override;
@@ -42,6 +44,7 @@ class QtPrinter : public Printer {
   Chooser choose_;
   std::unique_ptr<Document> document_;
   QFont font_;
+  bool landscape_ = false;
 };
 
 // The system's print dialog over the active window.

@@ -15,6 +15,7 @@
 #include "forms/list_field.h"
 #include "forms/rich_text.h"
 #include "forms/status_bar.h"
+#include "ui/field_binding.h"
 #include "ui/text.h"
 
 namespace brenvo {
@@ -132,6 +133,7 @@ QWidget* WindowBuilder::MakeField(const Piece& piece, QWidget* parent) {
 }
 
 QWidget* WindowBuilder::MakeLabelOf(const Piece& piece, QWidget& widget, QWidget* parent) {
+  if (piece.kind != Kind::kField && piece.kind != Kind::kLine) return nullptr;
   std::string words = piece.label;
   Field* field = piece.kind == Kind::kField ? window_.FindField(piece.name) : nullptr;
   if (field != nullptr && words.empty() && !ShowsOwnCaption(*field) && !FillsRoom(*field)) {
@@ -173,7 +175,7 @@ QWidget* WindowBuilder::MakeRow(const Piece& piece, QWidget* parent, bool vertic
     }
     box->addWidget(widget, stretch);
   }
-  if (vertical && !grown) box->addStretch(1);
+  if (!grown) box->addStretch(1);
   return row;
 }
 
@@ -226,9 +228,14 @@ QWidget* WindowBuilder::MakeForm(const Piece& piece, QWidget* parent) {
 }
 
 QWidget* WindowBuilder::MakeFrame(const Piece& piece, QWidget* parent) {
-  auto* frame = new QGroupBox(ToQt(piece.label).trimmed(), parent);
+  const QString title = ToQt(piece.label).trimmed();
+  QWidget* frame = title.isEmpty() ? new QWidget(parent) : new QGroupBox(title, parent);
   auto* box = new QVBoxLayout(frame);
-  box->setContentsMargins(kMargin, kGap, kMargin, kMargin);
+  if (title.isEmpty()) {
+    box->setContentsMargins(0, 0, 0, 0);
+  } else {
+    box->setContentsMargins(kMargin, kGap, kMargin, kMargin);
+  }
   if (QWidget* inside = Make(piece.pieces.front(), frame)) box->addWidget(inside);
   if (Field* panel = window_.FindField(piece.name)) {
     (new FieldBinding(*panel, *frame, context_))->Show();

@@ -25,15 +25,6 @@ namespace {
 // How much of a window stays where it can be grabbed.
 constexpr int kCascadeStep = 28;
 
-Qt::WindowStates ToQtState(WindowState state) {
-  switch (state) {
-    case WindowState::kMinimised: return Qt::WindowMinimized;
-    case WindowState::kMaximised: return Qt::WindowMaximized;
-    case WindowState::kNormal: break;
-  }
-  return Qt::WindowNoState;
-}
-
 WindowState StateOf(const QWidget& widget) {
   if (widget.isMinimized()) return WindowState::kMinimised;
   return widget.isMaximized() ? WindowState::kMaximised : WindowState::kNormal;
@@ -127,7 +118,7 @@ void WindowFrame::FollowWindow() {
 }
 
 QRect WindowFrame::Wanted() const {
-  return QRect(window_.Left().Pixels(), window_.Top().Pixels(), window_.Width().Pixels(),
+  return QRect(window_.GetBounds().left.Pixels(), window_.GetBounds().top.Pixels(), window_.Width().Pixels(),
                window_.Height().Pixels());
 }
 

@@ -1,0 +1,33 @@
+#include "ui/qt_progress.h"
+
+#include <QApplication>
+#include <algorithm>
+
+#include "ui/text.h"
+
+namespace brenvo {
+namespace {
+
+// The bar counts in thousandths: totals may be larger than it can take.
+constexpr int kSteps = 1000;
+constexpr int kShowAfterMilliseconds = 400;
+
+}  // namespace
+
+QtProgress::QtProgress(std::string_view title, std::int64_t total)
+    : dialog_(ToQt(title), QStringLiteral("Interrompi"), 0, kSteps, QApplication::activeWindow()),
+      total_(std::max<std::int64_t>(total, 1)) {
+  dialog_.setWindowTitle(QApplication::applicationDisplayName());
+  dialog_.setWindowModality(Qt::ApplicationModal);
+  dialog_.setMinimumDuration(kShowAfterMilliseconds);
+  dialog_.setAutoReset(false);
+  dialog_.setAutoClose(false);
+}
+
+bool QtProgress::Advance(std::int64_t done) {
+  const int step = static_cast<int>(std::clamp<std::int64_t>(done * kSteps / total_, 0, kSteps));
+  if (step != dialog_.value()) dialog_.setValue(step);
+  return !dialog_.wasCanceled();
+}
+
+}  // namespace brenvo
