@@ -50,7 +50,7 @@ void Database::CompactDatabase(const std::filesystem::path& from,
       sqlite3_open_v2(Utf8(from).c_str(), &handle,
                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   const std::unique_ptr<sqlite3, Closer> file(handle);
-  if (opened != SQLITE_OK) throw ErrorOf(opened, handle ? sqlite3_errmsg(handle) : nullptr);
+  if (opened != SQLITE_OK) throw FailureOf(opened, handle ? sqlite3_errmsg(handle) : nullptr);
   sqlite3_stmt* statement = nullptr;
   int code = sqlite3_prepare_v2(handle, "VACUUM INTO ?", -1, &statement, nullptr);
   const std::string name = Utf8(to);
@@ -58,7 +58,7 @@ void Database::CompactDatabase(const std::filesystem::path& from,
     sqlite3_bind_text(statement, 1, name.c_str(), -1, SQLITE_STATIC);
     code = sqlite3_step(statement);
   }
-  const DatabaseError error = ErrorOf(sqlite3_extended_errcode(handle), sqlite3_errmsg(handle));
+  const DatabaseError error = FailureOf(sqlite3_extended_errcode(handle), sqlite3_errmsg(handle));
   sqlite3_finalize(statement);
   if (code != SQLITE_DONE) {
     std::filesystem::remove(to, ignored);  // what was written of it

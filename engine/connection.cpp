@@ -42,13 +42,13 @@ int ReadPragma(sqlite3* file, const char* sql) {
     if (code == SQLITE_ROW) result = sqlite3_column_int(statement, 0);
   }
   sqlite3_finalize(statement);
-  if (code != SQLITE_ROW) throw ErrorOf(sqlite3_extended_errcode(file), sqlite3_errmsg(file));
+  if (code != SQLITE_ROW) throw FailureOf(sqlite3_extended_errcode(file), sqlite3_errmsg(file));
   return result;
 }
 
 }  // namespace
 
-DatabaseError ErrorOf(int extendedCode, const char* message) {
+DatabaseError FailureOf(int extendedCode, const char* message) {
   const std::string detail = message == nullptr ? "" : " (" + std::string(message) + ")";
   switch (extendedCode & 0xFF) {
     case SQLITE_CONSTRAINT:
@@ -93,7 +93,7 @@ Connection::Connection(const std::filesystem::path& file) {
                                        SQLITE_OPEN_EXRESCODE,
                                    nullptr);
   try {
-    if (code != SQLITE_OK) throw ErrorOf(code, file_ ? sqlite3_errmsg(file_) : nullptr);
+    if (code != SQLITE_OK) throw FailureOf(code, file_ ? sqlite3_errmsg(file_) : nullptr);
     Setup();
   } catch (...) {
     sqlite3_close(file_);
@@ -111,7 +111,7 @@ void Connection::Setup() {
     throw DatabaseError(DatabaseError::kNotADatabase,
                         "Il database e' di un'altra versione del programma.");
   }
-  if (sqlite3_db_readonly(file_, "main") == 1) throw ErrorOf(SQLITE_READONLY, nullptr);
+  if (sqlite3_db_readonly(file_, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
   schema_ = Schema::Read(file_);
 
   // A write is safe on disk when it returns, and readers do not wait for it.
@@ -133,7 +133,7 @@ void Connection::Setup() {
 
 void Connection::RunPlain(const char* sql) {
   const int code = sqlite3_exec(file_, sql, nullptr, nullptr, nullptr);
-  if (code != SQLITE_OK) throw ErrorOf(sqlite3_extended_errcode(file_), sqlite3_errmsg(file_));
+  if (code != SQLITE_OK) throw FailureOf(sqlite3_extended_errcode(file_), sqlite3_errmsg(file_));
 }
 
 Connection::~Connection() { Close(); }
@@ -167,7 +167,7 @@ void Connection::Fail(int code) {
     functionFailure_.reset();
     throw failure;
   }
-  throw ErrorOf(code, sqlite3_errmsg(file_));
+  throw FailureOf(code, sqlite3_errmsg(file_));
 }
 
 CompiledStatement Connection::Compile(std::string_view sql) {

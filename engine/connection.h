@@ -127,6 +127,6 @@ class Running {
 };
 
 // What a result of SQLite is called here.
-DatabaseError ErrorOf(int extendedCode, const char* message);
+DatabaseError FailureOf(int extendedCode, const char* message);
 
 }  // namespace brenvo
