@@ -153,6 +153,39 @@ TEST_F(Scripts, DevicesThatAreNotOpenAreAFailure) {
   EXPECT_EQ(Failure("fail scanner"), "1: there is no device scanner");
 }
 
+TEST_F(Scripts, TheScriptGoesOnInsideADialog) {
+  EXPECT_THAT(
+      Run("menu cmQslStampa\nwindows\nset StampaQsl.EtichXFila 2\n"
+          "get StampaQsl.VEtichXFila\nclose StampaQsl\nwindows"),
+      ElementsAre("windows Brenvo StampaQsl", "get StampaQsl.VEtichXFila \"2\"", "windows Brenvo"));
+}
+
+TEST_F(Scripts, NoOtherWindowAnswersWhileADialogWaits) {
+  EXPECT_EQ(Failure("menu cmLog\nmenu cmQslStampa\nget LogForm.CallQso\n"
+                    "type LogForm.CallQso A"),
+            "4: LogForm does not answer while StampaQsl waits");
+  EXPECT_EQ(Failure("menu cmQslStampa\nclose Brenvo"),
+            "2: Brenvo does not answer while StampaQsl waits");
+}
+
+TEST_F(Scripts, AScriptMayEndInsideADialog) {
+  EXPECT_THAT(Run("menu cmQslStampa\necho inside"), ElementsAre("inside"));
+}
+
+TEST_F(Scripts, AFailureInsideADialogIsTheScripts) {
+  EXPECT_EQ(Failure("menu cmQslStampa\nhop\necho on"), "2: unknown command hop");
+  EXPECT_THAT(lines, IsEmpty());
+}
+
+TEST_F(Scripts, OnlyTheNextUseOfAFailingPrinterFails) {
+  const auto out =
+      Run("menu cmQslStampa\ntick StampaQsl.DatiQso on\nfail printer\n"
+          "press StampaQsl.cmPrint\npress StampaQsl.cmPrint");
+  ASSERT_EQ(out.size(), 2u);
+  EXPECT_THAT(out[0], MatchesRegex("error \".*\""));
+  EXPECT_EQ(out[1], "print end");
+}
+
 TEST_F(Scripts, AMissingDatabaseFailsTheStart) {
   std::filesystem::remove(directory / "Brenvo.mdb");
   EXPECT_EQ(Failure("echo a"), "0: the station does not start");
