@@ -293,8 +293,8 @@ void ContestForm::cmLast() {
 
 void ContestForm::cmNext() {
   Table& contest = *session_.TbContest;
+  TryMove([&] { ReturnToShownRecord(); });
   TryMove([&] {
-    ReturnToShownRecord();
     if (contest.RecordCount() != 0) contest.MoveNext();
   });
   if (contest.EOF_() || contest.RecordCount() == 0) {
@@ -307,8 +307,8 @@ void ContestForm::cmNext() {
 
 void ContestForm::cmPrevious() {
   Table& contest = *session_.TbContest;
+  TryMove([&] { ReturnToShownRecord(); });
   TryMove([&] {
-    ReturnToShownRecord();
     if (contest.RecordCount() != 0) contest.MovePrevious();
   });
   if (contest.BOF() || contest.RecordCount() == 0) {
