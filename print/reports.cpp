@@ -2,14 +2,12 @@
 
 #include "base/text.h"
 #include "core/modules.h"
+#include "core/note_tag.h"
 #include "core/session.h"
 #include "forms/command.h"
 
 namespace brenvo {
 namespace {
-
-// What stands between the column's name and the word in "Note LIKE '*word*'".
-constexpr std::size_t kBeforeNoteWord = 12;
 
 struct Selection {
   std::string where;
@@ -56,20 +54,17 @@ void Thin(Session& session, std::string_view select, std::string_view column, in
   }
 }
 
-// Leaves of each note the piece from the word up to the "]"; a note without one goes.
+// Leaves of each note the tag that begins with the word; a note without one goes.
 void CutNotes(Session& session, std::string_view word) {
   const auto rows = session.Db.OpenDynaset("SELECT Note,QslRicevuta FROM SLog");
   for (; !rows->EOF_(); rows->MoveNext()) {
-    const std::string note = FieldText(*rows, "Note");
-    const std::size_t at = InStr(Upper(note), Upper(word));
-    const std::string rest = at == 0 ? std::string() : Mid(note, at);
-    const std::size_t bracket = InStr(rest, "]");
-    if (bracket == 0) {
+    const auto tag = NoteTag(FieldText(*rows, "Note"), word);
+    if (!tag) {
       rows->Delete();
       continue;
     }
     rows->Edit();
-    rows->Set("Note", Left(rest, bracket - 1));
+    rows->Set("Note", *tag);
     rows->Update();
   }
 }
@@ -97,21 +92,13 @@ std::string AddCondition(std::string_view where, std::string_view condition) {
          std::string(condition);
 }
 
-std::string NoteWord(std::string_view where) {
-  const std::size_t at = InStr(where, "Note");
-  if (at == 0) return {};
-  const std::string word = Mid(where, at + kBeforeNoteWord);
-  const std::size_t end = InStr(word, "*");
-  return end == 0 ? word : Left(word, end - 1);
-}
-
 void PrintReport(Session& session, const ReportMember& member) {
   Selection selection;
   if (!AskSelection(session, member.word, selection)) return;
   const BusyPointer busy(session.Host());
   if (member.command == "cmPLog") session.QueryText = selection.where;
   FillSLog(session, AddCondition(selection.where, member.extra), member.insertOrder);
-  if (member.command == "cmPNote") CutNotes(session, NoteWord(selection.where));
+  if (member.command == "cmPNote") CutNotes(session, NoteWords(selection.where));
   if (!member.key.empty()) {
     const std::string columns = member.command == "cmPNote" ? "Note,QslRicevuta" : "*";
     const std::string key =

@@ -26,7 +26,5 @@ void PrintReport(Session& session, const ReportMember& member);
 
 // "WHERE ..." and a further condition.
 std::string AddCondition(std::string_view where, std::string_view condition);
-// The word that a clause looks for in the notes: of "Note LIKE '*word*'" the word.
-std::string NoteWord(std::string_view where);
 
 }  // namespace brenvo

@@ -158,8 +158,6 @@ TEST_F(ReportsTest, ConditionsJoinByAndOnlyBehindASelection) {
   EXPECT_EQ(AddCondition("WHERE Banda='  2 m'", "Continente<>''"),
             "WHERE Banda='  2 m' AND Continente<>''");
   EXPECT_EQ(AddCondition("WHERE Banda='  2 m'", ""), "WHERE Banda='  2 m'");
-  EXPECT_EQ(NoteWord("WHERE Banda='  2 m' AND Note LIKE '*IOTA*'"), "IOTA");
-  EXPECT_EQ(NoteWord("WHERE Banda='  2 m'"), "");
 }
 
 class ReportEngineTest : public ReportsTest {
