@@ -4,6 +4,7 @@
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPrintDialog>
+#include <algorithm>
 
 #include "platform/serial_port.h"
 #include "ui/text.h"
@@ -95,6 +96,20 @@ void QtPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
   const double scale = document.printer.logicalDpiX() / kPictureDotsPerInch;
   document.painter.drawImage(
       QRectF(Pixels(x), Pixels(y), image.width() * scale, image.height() * scale), image);
+}
+
+void QtPrinter::WindowImage(const Window& window, Mm x, Mm y) {
+  Document& document = Begun();
+  const QPixmap picture = Look ? Look(window) : QPixmap();
+  if (picture.isNull()) return;
+  const QRectF page = document.printer.pageRect(QPrinter::DevicePixel);
+  const QPointF corner(Pixels(x), Pixels(y));
+  const double natural = document.printer.logicalDpiX() / kPictureDotsPerInch;
+  const double scale = std::min({natural, (page.width() - corner.x()) / picture.width(),
+                                 (page.height() - corner.y()) / picture.height()});
+  document.painter.drawPixmap(
+      QRectF(corner, QSizeF(picture.width() * scale, picture.height() * scale)), picture,
+      QRectF(picture.rect()));
 }
 
 Mm QtPrinter::TextWidth(std::string_view text) {

@@ -3,6 +3,7 @@
 
 #include <QFont>
 #include <QPainter>
+#include <QPixmap>
 #include <QPrinter>
 #include <functional>
 #include <memory>
@@ -26,12 +27,15 @@ class QtPrinter : public Printer {
   void Line(Mm x1, Mm y1, Mm x2, Mm y2) override;
   void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) override;
   void Picture(const std::filesystem::path& file, Mm x, Mm y) override;
+  void WindowImage(const Window& window, Mm x, Mm y) override;
   Mm TextWidth(std::string_view text) override;
   void SetLandscape(bool landscape) override { landscape_ = landscape; }
   Mm PageHeight() override;
   Mm PageWidth() override;
   void NewPage() override;
   void EndDocument() override;
+  // How a shown window looks; a null picture when it is not on the screen.
+  std::function<QPixmap(const Window&)> Look;
   // Drops a document that a failure has left half drawn.
   void Abandon();
 

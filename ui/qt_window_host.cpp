@@ -103,4 +103,9 @@ void QtWindowHost::TellActivated(QMdiSubWindow* child) {
   });
 }
 
+QPixmap QtWindowHost::PictureOf(const Window& window) const {
+  const auto at = frames_.find(const_cast<Window*>(&window));
+  return at == frames_.end() ? QPixmap() : at->second->Inside().grab();
+}
+
 }  // namespace brenvo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPixmap>
 #include <functional>
 #include <map>
 #include <memory>
@@ -21,6 +22,8 @@ class QtWindowHost : public WindowHost {
 
   MapArea& Map() { return *area_; }
   QMainWindow& Main() { return *main_; }
+  // The inside of a window as it stands on the screen; null when it is not there.
+  QPixmap PictureOf(const Window& window) const;
   // A handler has failed: what it left half done is to be dropped.
   std::function<void()> OnFailure;
 

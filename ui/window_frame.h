@@ -27,6 +27,7 @@ class WindowFrame : public QObject {
 
   Kind GetKind() const { return kind_; }
   QWidget& Outer() const { return *outer_; }
+  QWidget& Inside() const { return *inside_; }
   void Show();
   // Shows a dialog and returns when it is hidden or its window unloaded.
   void ShowModal();
