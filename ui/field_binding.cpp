@@ -2,10 +2,19 @@
 
 #include <QEvent>
 #include <QFocusEvent>
+#include <QSinglePointEvent>
+#include <QVariant>
 
 #include "ui/text.h"
 
 namespace brenvo {
+
+namespace {
+
+// The binding that a widget belongs to.
+constexpr const char* kOwner = "brenvoBinding";
+
+}  // namespace
 
 FieldBinding::FieldBinding(Field& field, QWidget& widget, ViewContext& context)
     : QObject(&widget), field_(field), widget_(widget), context_(context) {
@@ -21,6 +30,7 @@ FieldBinding::~FieldBinding() {
 void FieldBinding::Watch(QWidget& part) {
   part.installEventFilter(this);
   part.setMouseTracking(true);
+  part.setProperty(kOwner, QVariant::fromValue<QObject*>(this));
 }
 
 void FieldBinding::Show() {
@@ -32,14 +42,18 @@ void FieldBinding::Show() {
   if (OnShow) OnShow();
 }
 
-bool FieldBinding::eventFilter(QObject*, QEvent* event) {
+bool FieldBinding::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::FocusIn:
     case QEvent::FocusOut: FocusMoved(*event); break;
     case QEvent::Enter:
-    case QEvent::MouseMove:
-      if (context_.Alive()) context_.Hover(field_);
+    case QEvent::MouseMove: {
+      const QPoint at = static_cast<QSinglePointEvent*>(event)->position().toPoint();
+      if (context_.Alive() && PointedAt(*static_cast<QWidget*>(watched), at)) {
+        context_.Hover(field_);
+      }
       break;
+    }
     case QEvent::Leave: context_.Unhover(field_); break;
     case QEvent::MouseButtonDblClick:
       if (doubleClicks_) context_.Later(this, [this] { field_.DoubleClick(); });
@@ -47,6 +61,15 @@ bool FieldBinding::eventFilter(QObject*, QEvent* event) {
     default: break;
   }
   return false;
+}
+
+bool FieldBinding::PointedAt(const QWidget& part, QPoint at) const {
+  const QWidget* under = part.childAt(at);
+  while (under != nullptr && under != &part && !under->property(kOwner).isValid()) {
+    under = under->parentWidget();
+  }
+  return under == nullptr || under == &part ||
+         under->property(kOwner).value<QObject*>() == this;
 }
 
 void FieldBinding::FocusMoved(QEvent& event) {
@@ -63,6 +86,33 @@ void FieldBinding::FocusMoved(QEvent& event) {
   if (in == (context_.Focused() == &field_)) return;
   context_.SetFocused(in ? &field_ : nullptr);
   context_.Later(this, [this, in] { in ? field_.Focus() : field_.Leave(); });
+}
+
+PanelBinding::PanelBinding(Field& field, QWidget& widget, ViewContext& context)
+    : FieldBinding(field, widget, context),
+      panel_(dynamic_cast<Panel*>(&field)),
+      place_(widget),
+      pointing_(context) {}
+
+bool PanelBinding::eventFilter(QObject* watched, QEvent* event) {
+  const bool answered = FieldBinding::eventFilter(watched, event);
+  const bool pointing = event->type() == QEvent::MouseButtonPress ||
+                        event->type() == QEvent::MouseMove ||
+                        event->type() == QEvent::MouseButtonRelease;
+  if (panel_ == nullptr || !pointing || !pointing_.Alive()) return answered;
+  const QPoint at = static_cast<QSinglePointEvent*>(event)->position().toPoint();
+  const Twips x = Twips::FromPixels(at.x()), y = Twips::FromPixels(at.y());
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+      if (panel_->OnPointerDown) pointing_.Run([&] { panel_->OnPointerDown(x, y); });
+      break;
+    case QEvent::MouseMove:
+      if (panel_->OnPointerMove) pointing_.Run([&] { panel_->OnPointerMove(x, y); });
+      break;
+    default:
+      if (panel_->OnPointerUp) pointing_.Run([&] { panel_->OnPointerUp(); });
+  }
+  return answered;
 }
 
 void Coalesced::Ask() {

@@ -33,12 +33,28 @@ class FieldBinding : public QObject {
 
  private:
   void FocusMoved(QEvent& event);
+  // True when the pointer stands on this field and not on another one inside it.
+  bool PointedAt(const QWidget& part, QPoint at) const;
 
   Field& field_;
   QWidget& widget_;
   ViewContext& context_;
   std::vector<QPointer<QWidget>> companions_;
   bool doubleClicks_ = false;
+};
+
+// A panel, which also tells where the pointer's button goes down on it and where it is moved.
+class PanelBinding : public FieldBinding {
+ public:
+  PanelBinding(Field& field, QWidget& widget, ViewContext& context);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  Panel* panel_;
+  QWidget& place_;
+  ViewContext& pointing_;
 };
 
 // Runs once, soon, however often it is asked for: for what is dear to draw.

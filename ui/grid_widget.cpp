@@ -87,6 +87,27 @@ class Table : public QTableView {
     QTableView::keyPressEvent(event);
   }
 
+  // A key that the grid answers itself opens no editor; neither does a double click where the
+  // grid has its own way of filling the cell.
+  bool edit(const QModelIndex& at, EditTrigger trigger, QEvent* event) override {
+    const bool asked = trigger != QAbstractItemView::AllEditTriggers && (trigger & editTriggers());
+    if (!asked || !at.isValid() || !context_.Alive() || state() == EditingState) {
+      return QTableView::edit(at, trigger, event);
+    }
+    char32_t key = kEnter;
+    if (event != nullptr && event->type() == QEvent::KeyPress && trigger == AnyKeyPressed) {
+      const std::u32string typed = static_cast<QKeyEvent*>(event)->text().toStdU32String();
+      if (typed.empty()) return false;
+      key = typed.front();
+    }
+    bool answered = false;
+    context_.Run([&] {
+      grid_.SetCurrent(at.row() + 1, at.column());
+      answered = grid_.TypeKey(key);
+    });
+    return answered || QTableView::edit(at, trigger, event);
+  }
+
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
     QTableView::currentChanged(current, previous);
     if (refreshing_ || !current.isValid() || !context_.Alive()) return;

@@ -45,10 +45,10 @@ Piece OldQsoView() { return Either("PanelGriglia", Column({Item("DataGrid1")}), 
 }  // namespace
 
 const std::vector<View>& LogViews() {
-  static const std::vector<View> kViews = {{"LogForm", LogFormView, "CallQso"},
-                                           {"LogSearch", LogSearchView, "CallQso"},
-                                           {"OldQsoForm", OldQsoView, "DataGrid1"},
-                                           {"OldQsoLocator", OldQsoView, "DataGrid1"}};
+  static const std::vector<View> kViews = {{"LogForm", LogFormView},
+                                           {"LogSearch", LogSearchView},
+                                           {"OldQsoForm", OldQsoView},
+                                           {"OldQsoLocator", OldQsoView}};
   return kViews;
 }
 

@@ -18,7 +18,6 @@ namespace brenvo {
 QtPlatform::QtPlatform(const std::filesystem::path& appPath)
     : appPath_(appPath), settings_(appPath / "Brenvo.ini") {
   host_.OnFailure = [this] { printer_.Abandon(); };
-  printer_.Look = [this](const Window& window) { return host_.PictureOf(window); };
 }
 
 QtPlatform::~QtPlatform() = default;

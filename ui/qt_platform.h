@@ -58,9 +58,10 @@ class QtPlatform : public Platform {
   QtClock clock_;
   QtMessageBox messages_;
   QtSettings settings_;
-  QtPrinter printer_{ChoosePrinter};
   StationReports reports_;
   QtWindowHost host_{gate_};
+  QtPrinter printer_{ChoosePrinter,
+                     [this](const Window& window) { return host_.PictureOf(window); }};
 };
 
 }  // namespace brenvo

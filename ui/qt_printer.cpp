@@ -24,8 +24,8 @@ struct QtPrinter::Document {
   QPainter painter;
 };
 
-QtPrinter::QtPrinter(Chooser choose)
-    : choose_(std::move(choose)), font_(QStringLiteral("Times New Roman"), 10) {}
+QtPrinter::QtPrinter(Chooser choose, Grabber grab)
+    : choose_(std::move(choose)), grab_(std::move(grab)), font_(QStringLiteral("Times New Roman"), 10) {}
 
 QtPrinter::~QtPrinter() = default;
 
@@ -90,26 +90,25 @@ void QtPrinter::Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) {
 }
 
 void QtPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
-  Document& document = Begun();
+  Begun();
   const QImage image(PathToQt(file));
-  if (image.isNull()) return;
-  const double scale = document.printer.logicalDpiX() / kPictureDotsPerInch;
-  document.painter.drawImage(
-      QRectF(Pixels(x), Pixels(y), image.width() * scale, image.height() * scale), image);
+  if (!image.isNull()) DrawPicture(image, x, y, 1);
 }
 
 void QtPrinter::WindowImage(const Window& window, Mm x, Mm y) {
+  Begun();
+  const QPixmap shown = grab_(window);
+  if (shown.isNull()) return;
+  const double width = shown.width() / shown.devicePixelRatio() * kMmPerInch / kPictureDotsPerInch;
+  const double room = (PageWidth() - x).Value();
+  DrawPicture(shown.toImage(), x, y, std::min(1.0, room / width) / shown.devicePixelRatio());
+}
+
+void QtPrinter::DrawPicture(const QImage& image, Mm x, Mm y, double scale) {
   Document& document = Begun();
-  const QPixmap picture = Look ? Look(window) : QPixmap();
-  if (picture.isNull()) return;
-  const QRectF page = document.printer.pageRect(QPrinter::DevicePixel);
-  const QPointF corner(Pixels(x), Pixels(y));
-  const double natural = document.printer.logicalDpiX() / kPictureDotsPerInch;
-  const double scale = std::min({natural, (page.width() - corner.x()) / picture.width(),
-                                 (page.height() - corner.y()) / picture.height()});
-  document.painter.drawPixmap(
-      QRectF(corner, QSizeF(picture.width() * scale, picture.height() * scale)), picture,
-      QRectF(picture.rect()));
+  scale *= document.printer.logicalDpiX() / kPictureDotsPerInch;
+  document.painter.drawImage(
+      QRectF(Pixels(x), Pixels(y), image.width() * scale, image.height() * scale), image);
 }
 
 Mm QtPrinter::TextWidth(std::string_view text) {

@@ -16,7 +16,9 @@ class QtPrinter : public Printer {
  public:
   // Asks the operator for a printer and sets it up; false when he cancels.
   using Chooser = std::function<bool(QPrinter&)>;
-  explicit QtPrinter(Chooser choose);
+  // The inside of a window as the screen shows it.
+  using Grabber = std::function<QPixmap(const Window&)>;
+  QtPrinter(Chooser choose, Grabber grab);
   ~QtPrinter() override;
 
   void SetFont(std::string_view name, double points, bool bold) override;
@@ -34,8 +36,6 @@ class QtPrinter : public Printer {
   Mm PageWidth() override;
   void NewPage() override;
   void EndDocument() override;
-  // How a shown window looks; a null picture when it is not on the screen.
-  std::function<QPixmap(const Window&)> Look;
   // Drops a document that a failure has left half drawn.
   void Abandon();
 
@@ -43,9 +43,11 @@ class QtPrinter : public Printer {
   struct Document;
   Document& Begun();
   double Pixels(Mm length);
+  void DrawPicture(const QImage& image, Mm x, Mm y, double scale);
   void DrawText(Mm x, Mm y, std::string_view text, bool right);
 
   Chooser choose_;
+  Grabber grab_;
   std::unique_ptr<Document> document_;
   QFont font_;
   bool landscape_ = false;

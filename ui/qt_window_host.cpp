@@ -58,6 +58,11 @@ void QtWindowHost::Forget(Window& window) {
   QApplication::quit();
 }
 
+QPixmap QtWindowHost::PictureOf(const Window& window) const {
+  const auto at = frames_.find(&window);
+  return at == frames_.end() ? QPixmap() : at->second->Inside().grab();
+}
+
 void QtWindowHost::MoveFocus(Field& field) {
   if (const auto at = frames_.find(&field.Owner()); at != frames_.end()) {
     at->second->FocusOn(field);
@@ -94,18 +99,13 @@ void QtWindowHost::TellActivated(QMdiSubWindow* child) {
   gate_.Later(child, [this, child] {
     // What has come to the front since then counts, not what stood there in between.
     if (area_->activeSubWindow() != child || gate_.Windows() == nullptr) return;
-    for (const auto& [window, frame] : frames_) {
-      if (&frame->Outer() == child) {
-        gate_.Windows()->Activated(*window);
-        return;
-      }
+    for (Window* window : gate_.Windows()->Loaded()) {
+      const auto at = frames_.find(window);
+      if (at == frames_.end() || &at->second->Outer() != child) continue;
+      gate_.Windows()->Activated(*window);
+      return;
     }
   });
-}
-
-QPixmap QtWindowHost::PictureOf(const Window& window) const {
-  const auto at = frames_.find(const_cast<Window*>(&window));
-  return at == frames_.end() ? QPixmap() : at->second->Inside().grab();
 }
 
 }  // namespace brenvo

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QPixmap>
 #include <functional>
 #include <map>
 #include <memory>
@@ -22,7 +21,7 @@ class QtWindowHost : public WindowHost {
 
   MapArea& Map() { return *area_; }
   QMainWindow& Main() { return *main_; }
-  // The inside of a window as it stands on the screen; null when it is not there.
+  // The inside of a shown window as it stands on the screen; null when it is not shown.
   QPixmap PictureOf(const Window& window) const;
   // A handler has failed: what it left half done is to be dropped.
   std::function<void()> OnFailure;
@@ -47,7 +46,7 @@ class QtWindowHost : public WindowHost {
   std::unique_ptr<QMainWindow> main_;
   MapArea* area_;
   Window* mainWindow_ = nullptr;
-  std::map<Window*, std::unique_ptr<WindowFrame>> frames_;
+  std::map<const Window*, std::unique_ptr<WindowFrame>> frames_;
 };
 
 }  // namespace brenvo

@@ -8,5 +8,11 @@
 namespace brenvo {
 
 const std::vector<View>& LogViews();
+const std::vector<View>& ContestViews();
+const std::vector<View>& AwardsViews();
+const std::vector<View>& MapsViews();
+const std::vector<View>& PrintViews();
+const std::vector<View>& LinksViews();
+const std::vector<View>& TablesViews();
 
 }  // namespace brenvo

@@ -7,7 +7,8 @@
 namespace brenvo {
 
 const View* FindView(std::string_view window) {
-  for (const auto* views : {&LogViews()}) {
+  for (const auto* views : {&LogViews(), &ContestViews(), &AwardsViews(), &MapsViews(),
+                            &PrintViews(), &LinksViews(), &TablesViews()}) {
     const auto at = std::find_if(views->begin(), views->end(),
                                  [&](const View& view) { return view.window == window; });
     if (at != views->end()) return &*at;

@@ -12,7 +12,6 @@ namespace brenvo {
 struct View {
   std::string_view window;
   Piece (*layout)();
-  std::string_view firstFocus;  // empty for the first field
 };
 
 // The view of a window of that name; null when it has none of its own.

@@ -13,6 +13,7 @@
 #include "forms/choice_fields.h"
 #include "forms/grid.h"
 #include "forms/list_field.h"
+#include "forms/picture_box.h"
 #include "forms/rich_text.h"
 #include "forms/status_bar.h"
 #include "ui/field_binding.h"
@@ -22,7 +23,7 @@ namespace brenvo {
 namespace {
 
 using Kind = Piece::Kind;
-constexpr int kMargin = 10, kGap = 8, kLineGap = 7;
+constexpr int kMargin = 10, kGap = 8, kLineGap = 7, kSmallPicture = 72;
 
 void SetWidth(QWidget& widget, const Piece& piece) {
   if (piece.characters <= 0) return;
@@ -72,6 +73,7 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
     }
   }
   AddPopups();
+  SetTabOrder();
   return inside;
 }
 
@@ -94,7 +96,7 @@ bool WindowBuilder::Grows(const Piece& piece) const {
   switch (piece.kind) {
     case Kind::kField: {
       const Field* field = window_.FindField(piece.name);
-      return field != nullptr && FillsRoom(*field);
+      return field != nullptr && FillsRoom(*field) && piece.characters == 0;
     }
     case Kind::kSpace:
     case Kind::kSplit: return true;
@@ -128,6 +130,9 @@ QWidget* WindowBuilder::MakeField(const Piece& piece, QWidget* parent) {
   QWidget* widget = MakeFieldWidget(field, context_, parent, piece.look);
   if (widget == nullptr) return nullptr;
   SetWidth(*widget, piece);
+  if (dynamic_cast<PictureBox*>(&field) != nullptr && piece.characters > 0) {
+    widget->setFixedHeight(kSmallPicture);
+  }
   widgets_[&field] = widget;
   return widget;
 }
@@ -238,7 +243,7 @@ QWidget* WindowBuilder::MakeFrame(const Piece& piece, QWidget* parent) {
   }
   if (QWidget* inside = Make(piece.pieces.front(), frame)) box->addWidget(inside);
   if (Field* panel = window_.FindField(piece.name)) {
-    (new FieldBinding(*panel, *frame, context_))->Show();
+    (new PanelBinding(*panel, *frame, context_))->Show();
     widgets_[panel] = frame;
   }
   return frame;
@@ -274,25 +279,41 @@ QWidget* WindowBuilder::MakeSplit(const Piece& piece, QWidget* parent) {
   return split;
 }
 
-// A menu that stands in no bar comes up under the right button, over what asks for one.
+// The menu under the right button comes behind the field's own event, which says what it is about.
 void WindowBuilder::AddPopups() {
-  const auto free = std::find_if(window_.Fields().begin(), window_.Fields().end(), [&](Field* f) {
-    return dynamic_cast<Menu*>(f) != nullptr && !commands_.Shows(*f);
-  });
-  if (free == window_.Fields().end()) return;
-  QMenu* popup = commands_.MakeMenu(static_cast<Menu&>(**free));
   for (const auto& [field, widget] : widgets_) {
     const auto* list = dynamic_cast<const ListField*>(field);
     const auto* grid = dynamic_cast<const Grid*>(field);
-    if ((list == nullptr || !list->OnContextMenu) && (grid == nullptr || !grid->OnContextMenu)) {
-      continue;
-    }
+    Menu* menu = list != nullptr ? list->ContextMenu : grid != nullptr ? grid->ContextMenu : nullptr;
+    if (menu == nullptr) continue;
+    QMenu* popup = commands_.MakeMenu(*menu);
     QObject::connect(widget, &QWidget::customContextMenuRequested, widget,
-                     [this_ = &context_, widget = widget, popup] {
-                       // Behind the field's own event, which says what the menu is about.
-                       this_->Later(widget, [popup] { popup->popup(QCursor::pos()); });
+                     [context = &context_, widget = widget, popup] {
+                       context->Later(widget, [popup] { popup->popup(QCursor::pos()); });
                      });
   }
+}
+
+// The keyboard goes from field to field in the order of their declaration.
+void WindowBuilder::SetTabOrder() {
+  QWidget* before = nullptr;
+  for (Field* field : window_.Fields()) {
+    QWidget* widget = WidgetOf(*field);
+    if (widget == nullptr || (widget->focusPolicy() & Qt::TabFocus) == 0) continue;
+    if (before != nullptr) QWidget::setTabOrder(before, widget);
+    before = widget;
+  }
+}
+
+QWidget* WindowBuilder::FirstField() const {
+  for (Field* field : window_.Fields()) {
+    QWidget* widget = WidgetOf(*field);
+    if (widget != nullptr && (widget->focusPolicy() & Qt::TabFocus) != 0 && field->Enabled() &&
+        widget->isVisible()) {
+      return widget;
+    }
+  }
+  return nullptr;
 }
 
 Piece LayoutOf(const Window& window) {

@@ -22,6 +22,8 @@ class WindowBuilder {
   QWidget* Build(const Piece& layout, QMenuBar* menuBar = nullptr);
   // The widget of a field; null when it has none.
   QWidget* WidgetOf(const Field& field) const;
+  // The first field that the keyboard reaches; null when there is none.
+  QWidget* FirstField() const;
 
  private:
   QWidget* Make(const Piece& piece, QWidget* parent);
@@ -36,6 +38,7 @@ class WindowBuilder {
   bool Grows(const Piece& piece) const;
   bool Exists(const Piece& piece) const;
   void AddPopups();
+  void SetTabOrder();
 
   Window& window_;
   ViewContext& context_;

@@ -202,21 +202,7 @@ void WindowFrame::FocusOn(Field& field) {
 }
 
 void WindowFrame::FocusFirst() {
-  if (kind_ == Kind::kMain) return;
-  const View* view = FindView(window_.Name());
-  Field* first = view != nullptr ? window_.FindField(view->firstFocus) : nullptr;
-  if (first != nullptr && parts_->builder->WidgetOf(*first) != nullptr) {
-    FocusOn(*first);
-    return;
-  }
-  for (QWidget* each = inside_->nextInFocusChain(); each != nullptr && each != inside_;
-       each = each->nextInFocusChain()) {
-    if (inside_->isAncestorOf(each) && each->isVisible() && each->isEnabled() &&
-        (each->focusPolicy() & Qt::TabFocus) && qobject_cast<QMenuBar*>(each) == nullptr) {
-      each->setFocus(Qt::OtherFocusReason);
-      return;
-    }
-  }
+  if (QWidget* first = parts_->builder->FirstField()) first->setFocus(Qt::OtherFocusReason);
 }
 
 void WindowFrame::ReportSoon() {

@@ -27,12 +27,12 @@ class WindowFrame : public QObject {
 
   Kind GetKind() const { return kind_; }
   QWidget& Outer() const { return *outer_; }
-  QWidget& Inside() const { return *inside_; }
   void Show();
   // Shows a dialog and returns when it is hidden or its window unloaded.
   void ShowModal();
   void Hide();
   void FocusOn(Field& field);
+  QWidget& Inside() const { return *inside_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
