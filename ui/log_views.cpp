@@ -35,7 +35,7 @@ Piece LogSearchView() {
                   Line({Item("Banda", "Banda", 8), Item("Modo", "Modo", 8)}),
                   Line({Item("Propagazione", "Propagazione", 12)}),
                   Line({Wide(Item("Note", "Note", 24))})}),
-            Frame("Qsl", Line({Item("QslDaInviare", "Da inviare"), Item("QslRicevuta"),
+            Frame("Qsl", Line({Item("QslDaInviare"), Item("QslRicevuta"),
                                Item("QslInviata"), Space()}))}),
        Frame("Ordina per", Item("SortOrder"))});
 }

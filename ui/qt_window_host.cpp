@@ -63,6 +63,11 @@ QPixmap QtWindowHost::PictureOf(const Window& window) const {
   return at == frames_.end() ? QPixmap() : at->second->Inside().grab();
 }
 
+QPixmap QtWindowHost::FramePictureOf(const Window& window) const {
+  const auto at = frames_.find(&window);
+  return at == frames_.end() ? QPixmap() : at->second->Outer().grab();
+}
+
 void QtWindowHost::MoveFocus(Field& field) {
   if (const auto at = frames_.find(&field.Owner()); at != frames_.end()) {
     at->second->FocusOn(field);

@@ -23,6 +23,8 @@ class QtWindowHost : public WindowHost {
   QMainWindow& Main() { return *main_; }
   // The inside of a shown window as it stands on the screen; null when it is not shown.
   QPixmap PictureOf(const Window& window) const;
+  // The same with its frame.
+  QPixmap FramePictureOf(const Window& window) const;
   // A handler has failed: what it left half done is to be dropped.
   std::function<void()> OnFailure;
 

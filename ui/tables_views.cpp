@@ -24,8 +24,7 @@ Piece UserView() {
              "FrameChiamata")});
   return Column({station, Item("Tab1"),
                  Frame("",
-                       Line({Wide(Item("DataGrid1"), 4), Wide(Column({Item("Modo", "Modo")})),
-                             Wide(Column({Item("File2", "File wav")}))}),
+                       Line({Wide(Item("DataGrid1"), 4), Wide(Item("Modo")), Wide(Item("File2"))}),
                        "SSPanel1_0"),
                  Frame("", links, "SSPanel1_1")});
 }
