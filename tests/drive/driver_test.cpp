@@ -94,9 +94,10 @@ TEST_F(Scripts, AnAnswerIsQueuedForTheQuestion) {
 }
 
 TEST_F(Scripts, TheClockStandsStillUnlessTold) {
-  EXPECT_THAT(Run("clock \"2001-02-03 04:05:06\"\nadvance 1500\nset Brenvo.HDisplayMappa x\n"
-                  "get Brenvo.HDisplayMappa"),
-              ElementsAre("get Brenvo.HDisplayMappa \"x\""));
+  EXPECT_THAT(
+      Run("clock \"2001-12-31 23:59:58\"\nadvance 1500\nmenu cmLog\nget LogForm.DataQso\n"
+          "advance 500\npress LogForm.cmClear\nget LogForm.DataQso"),
+      ElementsAre("get LogForm.DataQso \"31/12/2001\"", "get LogForm.DataQso \"01/01/2002\""));
   EXPECT_EQ(Failure("clock yesterday"), "1: \"yesterday\" is no time");
 }
 

@@ -118,6 +118,27 @@ TEST_F(Operator, KeysGoToTheField) {
   EXPECT_THROW(PressKey(w.Call, "F2"), Refused);
 }
 
+TEST_F(Operator, KeysOnAGridGoToItsCurrentCell) {
+  std::u32string keys;
+  w.Rows.OnKey = [&](char32_t key) {
+    keys += key;
+    return true;
+  };
+  PressKey(w.Rows, "x");
+  PressKey(w.Rows, "backspace");
+  EXPECT_EQ(keys, U"x\b");
+  EXPECT_THROW(PressKey(w.Rows, "F2"), Refused);
+}
+
+TEST_F(Operator, TheMenuKeyAsksForTheMenuOfAGridOrList) {
+  w.Rows.OnContextMenu = [&] { w.Note("Rows menu"); };
+  w.Mode.OnContextMenu = [&] { w.Note("Mode menu"); };
+  PressKey(w.Rows, "menu");
+  PressKey(w.Mode, "menu");
+  EXPECT_THAT(w.TakeEvents(), ElementsAre("Rows menu", "Mode menu"));
+  EXPECT_THROW(PressKey(w.Check, "menu"), Refused);
+}
+
 TEST_F(Operator, EnterIsTheFieldsOrElseTheDialogs) {
   bool entered = false;
   PressKey(w.Call, "enter");

@@ -1,7 +1,8 @@
 #!/bin/sh
-# run.sh BUILD NAME: runs a scenario on a freshly delivered directory and compares all that it
-# prints with NAME.out, byte for byte. Lines on the standard error and an exit status other than 0
-# belong to the output too.
+# run.sh BUILD NAME: runs a scenario on a freshly delivered directory, with what the folder
+# NAME.files adds as an operator's own, and compares all that it
+# prints with NAME.out, byte for byte. Lines on the standard error, an exit status other than 0 and
+# the files that the station has written belong to the output too.
 # run.sh --bless BUILD NAME...: writes the outputs instead; read them before you commit them.
 set -eu
 
@@ -17,9 +18,19 @@ shift
 play() {
   rm -rf "$2"
   "$here/../../tools/deliver/deliver.sh" "$build/delivered" "$2"
+  files=$here/$1.files
+  if [ -d "$files" ]; then cp -R "$files/." "$2"; fi
   status=0
   "$build/tools/drive/drive" "$2" < "$here/$1.drive" 2>&1 || status=$?
   if [ $status -ne 0 ]; then echo "exit status $status"; fi
+  # What the station wrote: exports and pages, without the carriage returns.
+  (cd "$2" && find . -type f ! -name 'Brenvo*' ! -name .delivered) | sed 's|^\./||' |
+    LC_ALL=C sort | while IFS= read -r file; do
+    if ! cmp -s "$build/delivered/$file" "$2/$file" && ! cmp -s "$files/$file" "$2/$file"; then
+      echo "file $file"
+      iconv -f WINDOWS-1252 -t UTF-8 "$2/$file" | tr -d '\r'
+    fi
+  done
 }
 
 scratch=$(mktemp -d "${TMPDIR:-/tmp}/brenvo-scenario.XXXXXX")

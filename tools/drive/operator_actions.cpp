@@ -93,6 +93,21 @@ struct GridPlace {
   int column;
 };
 
+char32_t KeyCharacter(const Field& field, std::string_view key) {
+  if (key == "enter") return kEnter;
+  if (key == "backspace") return kBackspace;
+  if (Len(key) != 1) Refuse(field, "has no use for the key " + std::string(key));
+  return Characters(key).front();
+}
+
+void OpenContextMenu(Field& field) {
+  const auto* grid = dynamic_cast<Grid*>(&field);
+  const auto* list = dynamic_cast<ListField*>(&field);
+  if (grid == nullptr && list == nullptr) Refuse(field, "has no menu");
+  const auto& handler = grid != nullptr ? grid->OnContextMenu : list->OnContextMenu;
+  if (handler) handler();
+}
+
 GridPlace PlaceIn(Grid& grid, std::int64_t n, std::optional<std::int64_t> m) {
   Index(grid, n, grid.Rows(), "row");
   return {n, m || grid.Columns() > 0 ? Index(grid, m.value_or(0), grid.Columns(), "column") : 0};
@@ -133,6 +148,14 @@ void TypeText(Field& field, std::string_view text) {
 
 void PressKey(Field& field, std::string_view key) {
   WantEnabled(field);
+  if (key == "menu") {
+    OpenContextMenu(field);
+    return;
+  }
+  if (auto* grid = dynamic_cast<Grid*>(&field)) {
+    grid->TypeKey(KeyCharacter(field, key));
+    return;
+  }
   auto* text = dynamic_cast<TextField*>(&field);
   Command* const pressed = key == "enter"    ? field.Owner().DefaultCommand
                            : key == "escape" ? field.Owner().CancelCommand
@@ -140,16 +163,10 @@ void PressKey(Field& field, std::string_view key) {
   const bool takesEnter = text != nullptr && text->OnEnter && !text->ReadOnly;
   if (pressed != nullptr && !(key == "enter" && takesEnter)) {
     Press(*pressed);
-  } else if (text == nullptr || key == "escape") {
+  } else if (text == nullptr) {
     Refuse(field, "has no use for the key " + std::string(key));
-  } else if (key == "enter") {
-    text->TypeKey(kEnter);
-  } else if (key == "backspace") {
-    text->TypeKey(kBackspace);
-  } else if (Len(key) == 1) {
-    text->TypeKey(Characters(key).front());
   } else {
-    Refuse(field, "has no use for the key " + std::string(key));
+    text->TypeKey(KeyCharacter(field, key));
   }
 }
 

@@ -18,7 +18,8 @@ namespace brenvo {
 void SetValue(Field& field, std::string_view value);
 // Focus, then character by character.
 void TypeText(Field& field, std::string_view text);
-// "backspace", "enter", "escape", or one character. Enter and Esc that the field has no use for
+// "backspace", "enter", "escape", "menu" (the key that does as the right button), or one
+// character; on a grid, for the current cell. Enter and Esc that the field has no use for
 // press the dialog's default and cancel commands.
 void PressKey(Field& field, std::string_view key);
 void Press(Field& field);
