@@ -140,6 +140,12 @@ void PressKey(Field& field, std::string_view key) {
   const bool takesEnter = text != nullptr && text->OnEnter && !text->ReadOnly;
   if (pressed != nullptr && !(key == "enter" && takesEnter)) {
     Press(*pressed);
+  } else if (auto* grid = dynamic_cast<Grid*>(&field)) {
+    // On its current cell, the one that was clicked last.
+    const char32_t typed = key == "backspace" ? kBackspace
+                           : Len(key) == 1    ? Characters(key).front()
+                                              : 0;
+    if (typed == 0 || !grid->TypeKey(typed)) Refuse(field, "has no use for the key " + std::string(key));
   } else if (text == nullptr || key == "escape") {
     Refuse(field, "has no use for the key " + std::string(key));
   } else if (key == "enter") {
