@@ -160,12 +160,12 @@ void UserForm::Unload() {
 void UserForm::MakeGrid() {
   // Each stands at the place of its BandColumn.
   DataGrid1.SetColumnsOf({data1_.GridColumn("Banda", "Banda"),
-                          data1_.GridColumn("Frequenza", "Frequenza"),
+                          data1_.GridColumn("Frequenza (MHz)", "Frequenza"),
                           data1_.GridColumn("RTX", "RTX"), data1_.GridColumn("Antenna", "Antenna"),
                           data1_.GridColumn("Potenza", "Potenza"),
                           data1_.GridColumn("Modo", "Modo"), data1_.GridColumn("RST", "RST"),
-                          data1_.GridColumn("Inizio banda", "FrequenzaI"),
-                          data1_.GridColumn("Fine banda", "FrequenzaF"),
+                          data1_.GridColumn("Inizio (kHz)", "FrequenzaI"),
+                          data1_.GridColumn("Fine (kHz)", "FrequenzaF"),
                           data1_.GridColumn("Annuncia DX", "AnnunceDX", YesNo),
                           data1_.GridColumn("File wav", "FilenameDX")});
 }

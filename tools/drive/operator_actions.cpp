@@ -163,7 +163,7 @@ void PressKey(Field& field, std::string_view key) {
   const bool takesEnter = text != nullptr && text->OnEnter && !text->ReadOnly;
   if (pressed != nullptr && !(key == "enter" && takesEnter)) {
     Press(*pressed);
-  } else if (text == nullptr) {
+  } else if (text == nullptr || key == "escape") {
     Refuse(field, "has no use for the key " + std::string(key));
   } else {
     text->TypeKey(KeyCharacter(field, key));

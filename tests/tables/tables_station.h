@@ -1,0 +1,61 @@
+// A station for the tests of the tables' windows.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/list_field.h"
+#include "tests/support/station.h"
+
+namespace brenvo {
+
+using Texts = std::vector<std::string>;
+
+class TablesStation : public StationTest {
+ protected:
+  void Press(Window& window, std::string_view key) {
+    Event([&] { window.FindCommand(key)->Press(); });
+  }
+  // Comes to a field and replaces its content key by key.
+  void Type(TextField& field, std::string_view text) {
+    Event([&] { field.Focus(); });
+    for (const char c : text) {
+      Event([&] { field.TypeKey(static_cast<unsigned char>(c)); });
+    }
+  }
+  void Backspace(TextField& field) {
+    Event([&] { field.TypeKey(kBackspace); });
+  }
+  // Clicks the entry of an open list.
+  void Click(ListField& list, std::string_view entry) {
+    const int index = Place(list, entry);
+    ASSERT_GE(index, 0) << entry;
+    Event([&] { list.Pick(index); });
+  }
+  void DoubleClick(ListField& list, std::string_view entry) {
+    Click(list, entry);
+    Event([&] { list.DoubleClick(); });
+  }
+  static int Place(const ListField& list, std::string_view entry) {
+    for (std::size_t i = 0; i < list.Items().size(); ++i) {
+      if (list.Items()[i] == entry) return static_cast<int>(i);
+    }
+    return -1;
+  }
+  void Hover(Field& field) {
+    Event([&] { field.Hover(); });
+  }
+  void Exec(std::string_view statement) { session.Db.Execute(statement); }
+  void WriteFile(std::string_view name) {
+    std::ofstream(directory.Path() / name, std::ios::binary) << "x";
+  }
+  Texts Critical(std::string_view text) {
+    return {"message critical \"\" \"" + std::string(text) + "\""};
+  }
+};
+
+}  // namespace brenvo
