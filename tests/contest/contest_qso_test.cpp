@@ -77,8 +77,7 @@ TEST_F(ContestQsoTest, InsertAndStayPreparesTheNextContact) {
     Type(entry, "IK3DEF", "2", "JN65AB");
     Press(entry, "cmInsertE");
   });
-  EXPECT_EQ(Rows("select Call from [Contest Qso] order by ProgrDato"),
-            (Texts{"IK3ABC", "IK3DEF"}));
+  EXPECT_EQ(Rows("select Call from [Contest Qso] order by ProgrDato"), (Texts{"IK3ABC", "IK3DEF"}));
   EXPECT_EQ(log.QC.Row(), 2);
 }
 
@@ -388,8 +387,8 @@ TEST_F(ContestQsoTest, EnterLeadsFromTheCallToTheExchangeAndStoresThere) {
   ContestQso& log = OpenLog();
   InEntry(log, [this](ContestNewQso& entry) {
     Type(entry, "IK3ABC", "1", "JN65AB", "", "VE");
-    for (TextField* field : {&entry.CallQso, &entry.QrkD, &entry.QrkR, &entry.ProgrR,
-                             &entry.Locator, &entry.Exc}) {
+    for (TextField* field :
+         {&entry.CallQso, &entry.QrkD, &entry.QrkR, &entry.ProgrR, &entry.Locator, &entry.Exc}) {
       Event([&] { field->TypeKey(kEnter); });
     }
     EXPECT_EQ(Lines(), (Texts{"focus ContestNewQso.QrkD", "focus ContestNewQso.QrkR",

@@ -65,9 +65,7 @@ class ContestStation : public StationTest {
     return *static_cast<ContestQso*>(machine.Host().Front());
   }
   // Runs `work` inside the next dialogs.
-  void InDialogs(std::function<void(Window&)> work) {
-    machine.Host().InModal = std::move(work);
-  }
+  void InDialogs(std::function<void(Window&)> work) { machine.Host().InModal = std::move(work); }
 };
 
 // The log of one contest and its entry.

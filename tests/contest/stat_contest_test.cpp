@@ -22,8 +22,8 @@ class StatContestTest : public ContestLogStation {
     EXPECT_TRUE(shown);
   }
   ContestQso& OpenLogWith(bool square, bool country, bool exchange) {
-    session.CurrentContest = {std::string(kDate), std::string(kBand), "", "JN65AA",
-                              square,             country,            exchange};
+    session.CurrentContest = {
+        std::string(kDate), std::string(kBand), "", "JN65AA", square, country, exchange};
     return Open<ContestQso>("ContestQso");
   }
 };

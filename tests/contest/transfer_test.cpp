@@ -49,8 +49,9 @@ TEST_F(TransferTest, AnAnswerOfNoKeepsTheMarksForNextTime) {
 }
 
 TEST_F(TransferTest, AMarkedContactReachesTheLogColumnByColumn) {
-  session.Db.Execute("insert into Log (DataQso,Call,Qra,Qth,Provincia) values "
-                     "('05/01/2001','IK3ABC','GIANNI','VENEZIA','VE')");
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Qra,Qth,Provincia) values "
+      "('05/01/2001','IK3ABC','GIANNI','VENEZIA','VE')");
   Add(12, "IK3ABC", "JN65AB", 5, "[Exc=VE]ciao", true);
   session.Db.Execute("UPDATE [Contest Qso] SET Modo='CW',Qsl=True,QrkDato=599");
   Add(13, "IK3DEF");
@@ -105,8 +106,8 @@ TEST_F(TransferTest, EveryModeReachesTheLogAsSsb) {
   for (const char* mode : {"USB", "CW", "FM"}) {
     const int serial = 1 + static_cast<int>(Rows("select Call from [Contest Qso]").size());
     Add(serial, std::string("IK3A") + mode, "JN65AB", 5, "", true);
-    session.Db.Execute(fmt::format("UPDATE [Contest Qso] SET Modo='{}' WHERE ProgrDato={}", mode,
-                                   serial));
+    session.Db.Execute(
+        fmt::format("UPDATE [Contest Qso] SET Modo='{}' WHERE ProgrDato={}", mode, serial));
   }
   ContestQso& log = OpenLog();
   machine.Messages().QueueAnswer(true);
@@ -117,8 +118,9 @@ TEST_F(TransferTest, EveryModeReachesTheLogAsSsb) {
 TEST_F(TransferTest, ARepeatedContactIsToldAndLeavesLogAndMarks) {
   Add(1, "IK3ABC", "JN65AB", 5, "", true);
   Add(2, "IK3DEF", "JN65AB", 5, "", true);
-  session.Db.Execute("insert into Log (DataQso,Call,Banda) values "
-                     "('07/09/2024 14:02:00','IK3DEF','  2 m')");
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Banda) values "
+      "('07/09/2024 14:02:00','IK3DEF','  2 m')");
   ContestQso& log = OpenLog();
   machine.Messages().QueueAnswer(true);
   Close(log);

@@ -49,8 +49,8 @@ constexpr double kHillTop = 22.2, kHillDrop = 0.05;  // a parabola
 
 double DistanceTo(const Stroke& stroke, Point at) {
   const double dx = stroke.to.x - stroke.from.x, dy = stroke.to.y - stroke.from.y;
-  const double along = ((at.x - stroke.from.x) * dx + (at.y - stroke.from.y) * dy) /
-                       (dx * dx + dy * dy);
+  const double along =
+      ((at.x - stroke.from.x) * dx + (at.y - stroke.from.y) * dy) / (dx * dx + dy * dy);
   const double t = std::clamp(along, 0.0, 1.0);
   return std::hypot(at.x - stroke.from.x - t * dx, at.y - stroke.from.y - t * dy);
 }
