@@ -18,7 +18,7 @@ struct Contact {
   std::int64_t Giorno = 0;  // day of the month
   DateTime Qtr;             // a time of day
   std::string Call, QrkDato, QrkRicevuto, Locator, Modo;
-  double Qrb = 0;    // km
+  double Qrb = 0;  // km
   double Punti = 0;
   std::optional<std::string> Note;  // nothing for Null
   bool Qsl = false;
@@ -28,8 +28,7 @@ struct Contact {
 std::string OfContest(std::string_view date, std::string_view band);
 
 // All of them, in the table's own order.
-std::vector<Contact> ReadContacts(Database& database, std::string_view date,
-                                  std::string_view band);
+std::vector<Contact> ReadContacts(Database& database, std::string_view date, std::string_view band);
 
 // The two markers that live inside a note.
 

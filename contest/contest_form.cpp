@@ -34,14 +34,19 @@ struct TextColumn {
 constexpr TextColumn kName = {"Nome", &ContestForm::NomeContest};
 constexpr TextColumn kBeforeOptions[] = {{"Frequenza", &ContestForm::Frequenza, true},
                                          {"Categoria", &ContestForm::Categoria}};
-constexpr TextColumn kBehindOptions[] = {
-    {"Call", &ContestForm::CallContest},     {"Qra", &ContestForm::Qra},
-    {"Qth", &ContestForm::Qth},              {"Indirizzo", &ContestForm::Indirizzo},
-    {"Provincia", &ContestForm::Provincia},  {"SQth", &ContestForm::SQTH},
-    {"SProvincia", &ContestForm::SProvincia}, {"Altezza", &ContestForm::Altezza, true},
-    {"Locator", &ContestForm::Locator},      {"RTX", &ContestForm::RTX},
-    {"Antenna", &ContestForm::Antenna},      {"Potenza", &ContestForm::Potenza, true},
-    {"Note", &ContestForm::Note}};
+constexpr TextColumn kBehindOptions[] = {{"Call", &ContestForm::CallContest},
+                                         {"Qra", &ContestForm::Qra},
+                                         {"Qth", &ContestForm::Qth},
+                                         {"Indirizzo", &ContestForm::Indirizzo},
+                                         {"Provincia", &ContestForm::Provincia},
+                                         {"SQth", &ContestForm::SQTH},
+                                         {"SProvincia", &ContestForm::SProvincia},
+                                         {"Altezza", &ContestForm::Altezza, true},
+                                         {"Locator", &ContestForm::Locator},
+                                         {"RTX", &ContestForm::RTX},
+                                         {"Antenna", &ContestForm::Antenna},
+                                         {"Potenza", &ContestForm::Potenza, true},
+                                         {"Note", &ContestForm::Note}};
 
 struct BoxColumn {
   std::string_view column;
@@ -75,18 +80,38 @@ void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
 
 ContestForm::ContestForm(Session& session)
     : Window(session.Host(), "Contest", "Contest", Twips(11100), Twips(7800)), session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {
-      {&DataContest, "Data"},      {&Banda, "Banda"},         {&NomeContest, "Descrizione"},
-      {&Frequenza, "Frequenza"},   {&Categoria, "Categoria"}, {&Frame2, "Postazione"},
-      {&Fisso, "Fisso"},           {&Portatile, "Portatile"}, {&Frame3, "Operatore"},
-      {&Singolo, "Singolo"},       {&Multi, "Multi"},         {&Frame1, "Moltiplicatori"},
-      {&Square, "Square"},         {&Country, "Country"},     {&Exch, "Exch"},
-      {&CallContest, "Call"},      {&Qra, "Qra"},             {&Qth, "Qth"},
-      {&Indirizzo, "Indirizzo"},   {&Provincia, "Provincia"}, {&SQTH, "Qth"},
-      {&SProvincia, "Provincia"},  {&Locator, "Locator"},     {&Altezza, "Alt."},
-      {&RTX, "RTX"},               {&Antenna, "Antenna"},     {&Potenza, "Potenza"},
-      {&Note, "Note"},             {&Panel3D1, "Dati contest"},
-      {&Panel3D2, "Dati Brenvo"},  {&Panel3D3, "Dati stazione"}, {&Panel3D4, " Note"}};
+  const std::pair<Field*, std::string_view> captions[] = {{&DataContest, "Data"},
+                                                          {&Banda, "Banda"},
+                                                          {&NomeContest, "Descrizione"},
+                                                          {&Frequenza, "Frequenza"},
+                                                          {&Categoria, "Categoria"},
+                                                          {&Frame2, "Postazione"},
+                                                          {&Fisso, "Fisso"},
+                                                          {&Portatile, "Portatile"},
+                                                          {&Frame3, "Operatore"},
+                                                          {&Singolo, "Singolo"},
+                                                          {&Multi, "Multi"},
+                                                          {&Frame1, "Moltiplicatori"},
+                                                          {&Square, "Square"},
+                                                          {&Country, "Country"},
+                                                          {&Exch, "Exch"},
+                                                          {&CallContest, "Call"},
+                                                          {&Qra, "Qra"},
+                                                          {&Qth, "Qth"},
+                                                          {&Indirizzo, "Indirizzo"},
+                                                          {&Provincia, "Provincia"},
+                                                          {&SQTH, "Qth"},
+                                                          {&SProvincia, "Provincia"},
+                                                          {&Locator, "Locator"},
+                                                          {&Altezza, "Alt."},
+                                                          {&RTX, "RTX"},
+                                                          {&Antenna, "Antenna"},
+                                                          {&Potenza, "Potenza"},
+                                                          {&Note, "Note"},
+                                                          {&Panel3D1, "Dati contest"},
+                                                          {&Panel3D2, "Dati Brenvo"},
+                                                          {&Panel3D3, "Dati stazione"},
+                                                          {&Panel3D4, " Note"}};
   for (const auto& [field, caption] : captions) field->SetCaption(caption);
   Fisso.JoinWith(Portatile);
   Singolo.JoinWith(Multi);
@@ -115,8 +140,7 @@ void ContestForm::MakeToolbar() {
       {"cmQso", "Qso", "Qso del contest", "F6", &ContestForm::cmQso},
       {"cmSearch", "Ricerca", "Ricerca un contest", "F8", &ContestForm::ContestFind},
       {"cmExport", "Esporta", "Scrive il file REG1TEST", "F9", &ContestForm::cmExport},
-      {"cmClear", "Nuovo", "Svuota i campi per un nuovo contest", "F5",
-       &ContestForm::ContestClear},
+      {"cmClear", "Nuovo", "Svuota i campi per un nuovo contest", "F5", &ContestForm::ContestClear},
       {"cmPrint", "Stampa", "Stampa i fogli del contest", "Ctrl+P", &ContestForm::cmPrint},
   };
   const auto add = [this](std::string_view name, std::string_view caption, std::string_view tip,
@@ -250,8 +274,8 @@ void ContestForm::ContestDelete() {
     Table& contest = *session_.TbContest;
     // The record's own date and band: what was typed over them and not stored names contacts of
     // another contest.
-    const std::string contacts = OfContest(DateText(contest.Field("DataContest").Date()),
-                                           FieldText(contest, "Banda"));
+    const std::string contacts =
+        OfContest(DateText(contest.Field("DataContest").Date()), FieldText(contest, "Banda"));
     Transaction transaction(session_.Db);
     session_.Db.Execute("DELETE * FROM [Contest Qso]" + contacts);
     contest.Delete();
@@ -386,7 +410,7 @@ void ContestForm::ContestFind() {
 }
 
 void ContestForm::cmQso() {
-  session_.CurrentContest = {DataContest.Text(), Banda.Text(),  NomeContest.Text(), Locator.Text(),
+  session_.CurrentContest = {DataContest.Text(), Banda.Text(),   NomeContest.Text(), Locator.Text(),
                              Square.IsOn(),      Country.IsOn(), Exch.IsOn()};
   if (Window* contacts = session_.Windows.LoadNew("ContestQso")) session_.Windows.Show(*contacts);
 }
@@ -419,8 +443,7 @@ ContestHeader ContestForm::ReadHeader() const {
 
 void ContestForm::cmExport() {
   const BusyPointer busy(Host());
-  const std::vector<Contact> contacts =
-      ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
+  const std::vector<Contact> contacts = ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
   if (contacts.empty()) return;
   Table& bands = *session_.TbUserRTX;
   bands.Seek("=", {Banda.Text()});
@@ -438,14 +461,14 @@ void ContestForm::cmExport() {
 
 void ContestForm::cmPrint() {
   const BusyPointer busy(Host());
-  const std::vector<Contact> contacts =
-      ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
+  const std::vector<Contact> contacts = ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
   std::optional<std::filesystem::path> sign;
   if (std::filesystem::path file = session_.File(kSignFile); std::filesystem::exists(file)) {
     Sign.SetPicture(file);
     sign = std::move(file);
   }
-  PrintContestSheets(session_.Machine.GetPrinter(), ReadHeader(), contacts, session_.File(kLogoFile), sign);
+  PrintContestSheets(session_.Machine.GetPrinter(), ReadHeader(), contacts,
+                     session_.File(kLogoFile), sign);
 }
 
 }  // namespace brenvo

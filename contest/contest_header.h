@@ -12,8 +12,8 @@ struct ContestHeader {
   DateTime DataContest;
   std::string Banda, NomeContest, Categoria, CallContest, Qra, Qth, Indirizzo, Provincia, SQTH,
       SProvincia, Altezza, Locator, RTX, Antenna, Potenza, Note;
-  bool Fisso = true;    // otherwise portable
-  bool Singolo = true;  // otherwise several operators
+  bool Fisso = true;                     // otherwise portable
+  bool Singolo = true;                   // otherwise several operators
   bool Square = false, Country = false;  // multipliers
 };
 

@@ -22,12 +22,20 @@ char32_t DigitsAndEnter(char32_t key) { return key == kEnter ? key : DigitsOnlyK
 ContestNewQso::ContestNewQso(Session& session)
     : Window(session.Host(), "ContestNewQso", "Contest - Nuovo Qso", Twips(7200), Twips(3900)),
       session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {
-      {&CallQso, "Call"},        {&QrkD, "Qrk dato"},      {&ProgrD, "Progr. dato"},
-      {&QrkR, "Qrk ricevuto"},   {&ProgrR, "Progr. ricevuto"}, {&Locator, "Locator"},
-      {&Exc, "Exchange"},        {&Note, "Note"},          {&Giorno, "Giorno"},
-      {&Qtr, "Qtr"},             {&Modo, "Modo"},          {&Qrb, "Qrb"},
-      {&Qsl, "Qsl"},             {&InLog, "In Log"}};
+  const std::pair<Field*, std::string_view> captions[] = {{&CallQso, "Call"},
+                                                          {&QrkD, "Qrk dato"},
+                                                          {&ProgrD, "Progr. dato"},
+                                                          {&QrkR, "Qrk ricevuto"},
+                                                          {&ProgrR, "Progr. ricevuto"},
+                                                          {&Locator, "Locator"},
+                                                          {&Exc, "Exchange"},
+                                                          {&Note, "Note"},
+                                                          {&Giorno, "Giorno"},
+                                                          {&Qtr, "Qtr"},
+                                                          {&Modo, "Modo"},
+                                                          {&Qrb, "Qrb"},
+                                                          {&Qsl, "Qsl"},
+                                                          {&InLog, "In Log"}};
   for (const auto& [field, caption] : captions) field->SetCaption(caption);
   Qrb.ReadOnly = true;
   Operation.SetVisible(false);
@@ -106,8 +114,8 @@ void ContestNewQso::PrepareNew() {
       Modo.SetText(kFirstMode);
     } else {
       UltimoProgr = serial.Integer();
-      const auto row = session_.Db.OpenSnapshot(fmt::format(
-          "SELECT * FROM [Contest Qso]{} and ProgrDato={}", where, UltimoProgr));
+      const auto row = session_.Db.OpenSnapshot(
+          fmt::format("SELECT * FROM [Contest Qso]{} and ProgrDato={}", where, UltimoProgr));
       Giorno.SetText(FieldText(*row, "Giorno"));
       Modo.SetText(FieldText(*row, "Modo"));
     }
@@ -125,9 +133,9 @@ void ContestNewQso::PrepareNew() {
 void ContestNewQso::ShowRow() {
   Recordset& row = *Data1->Rows();
   const std::pair<TextField*, std::string_view> columns[] = {
-      {&Giorno, "Giorno"}, {&CallQso, "Call"},         {&QrkD, "QrkDato"},
-      {&ProgrD, "ProgrDato"}, {&QrkR, "QrkRicevuto"},  {&ProgrR, "ProgrRicevuto"},
-      {&Locator, "Locator"},  {&Qrb, "Qrb"},           {&Modo, "Modo"},
+      {&Giorno, "Giorno"},    {&CallQso, "Call"},     {&QrkD, "QrkDato"},
+      {&ProgrD, "ProgrDato"}, {&QrkR, "QrkRicevuto"}, {&ProgrR, "ProgrRicevuto"},
+      {&Locator, "Locator"},  {&Qrb, "Qrb"},          {&Modo, "Modo"},
       {&Note, "Note"}};
   for (const auto& [field, column] : columns) field->SetText(FieldText(row, column));
   Qtr.SetText(HourMinute(row.Field("Qtr").Date()));
@@ -138,10 +146,9 @@ void ContestNewQso::ShowRow() {
 void ContestNewQso::ShowTime() { Qtr.SetText(HourMinute(session_.Now())); }
 
 std::optional<std::string> ContestNewQso::DuplicateSerial() {
-  const auto rows = session_.Db.OpenSnapshot(
-      fmt::format("Select ProgrDato FROM [Contest Qso]{} AND Call='{}' AND ProgrDato<>{}",
-                  OfContest(contest_.DataContest, contest_.Banda), Trim(CallQso.Text()),
-                  ProgrD.Text()));
+  const auto rows = session_.Db.OpenSnapshot(fmt::format(
+      "Select ProgrDato FROM [Contest Qso]{} AND Call='{}' AND ProgrDato<>{}",
+      OfContest(contest_.DataContest, contest_.Banda), Trim(CallQso.Text()), ProgrD.Text()));
   if (rows->EOF_()) return std::nullopt;
   return Trim(rows->Field(0).Text());
 }
@@ -160,9 +167,9 @@ void ContestNewQso::OnLocatorLeave() {
 }
 
 std::optional<ContestNewQso::Refusal> ContestNewQso::FindRefusal() {
-  const Refusal required[] = {{"Giorno obbligatorio", &Giorno},   {"Qtr obbligatorio", &Qtr},
-                              {"Call obbligatorio", &CallQso},    {"Rapporti obbligatori", &QrkD},
-                              {"Rapporti obbligatori", &QrkR},    {"Rapporti obbligatori", &ProgrD},
+  const Refusal required[] = {{"Giorno obbligatorio", &Giorno}, {"Qtr obbligatorio", &Qtr},
+                              {"Call obbligatorio", &CallQso},  {"Rapporti obbligatori", &QrkD},
+                              {"Rapporti obbligatori", &QrkR},  {"Rapporti obbligatori", &ProgrD},
                               {"Rapporti obbligatori", &ProgrR}};
   for (const Refusal& each : required) {
     if (IsEmptyField(each.field->Text())) return each;

@@ -38,7 +38,7 @@ class ContestNewQso : public Window {
   TextField Modo{*this, "Modo"};
   CheckBox Qsl{*this, "Qsl"};
   CheckBox InLog{*this, "InLog"};
-  TextField Qrb{*this, "Qrb"};  // km
+  TextField Qrb{*this, "Qrb"};              // km
   TextField Operation{*this, "Operation"};  // "I" a new contact, "U" a change of the current row
   Command cmInsertR{*this, "cmInsertR", "Inserisci e &resta"};
   Command cmInsertE{*this, "cmInsertE", "&Inserisci ed esci"};

@@ -102,8 +102,8 @@ void ContestQso::SetUpGrid() {
   std::vector<DataGrid::ColumnOf> columns;
   for (const GridColumn& each : kColumns) {
     const auto at = std::find(names.begin(), names.end(), each.column);
-    columns.push_back({std::string(each.heading), static_cast<std::size_t>(at - names.begin()), -1,
-                       each.format});
+    columns.push_back(
+        {std::string(each.heading), static_cast<std::size_t>(at - names.begin()), -1, each.format});
   }
   QC.SetColumnsOf(std::move(columns));
 }

@@ -26,9 +26,11 @@ struct Stroke {
 };
 
 constexpr Words kTitles[] = {
-    {1, 0, "ITALY   CONTEST"},       {95, 0, "YEAR"},        {132, 0, "MONTH"},
-    {20, 7, "VHF   UHF   SHF   EHF"}, {90, 7, "FIXED"},       {90, 12, "PORT."},
-    {120, 7, "SING. OP."},           {120, 12, "MULT. OP."}, {163, 7, "CATEGORY"},
+    {1, 0, "ITALY   CONTEST"}, {95, 0, "YEAR"},
+    {132, 0, "MONTH"},         {20, 7, "VHF   UHF   SHF   EHF"},
+    {90, 7, "FIXED"},          {90, 12, "PORT."},
+    {120, 7, "SING. OP."},     {120, 12, "MULT. OP."},
+    {163, 7, "CATEGORY"},
 };
 
 struct Selection {
@@ -48,10 +50,17 @@ constexpr Selection kSelections[] = {
 };
 
 constexpr Words kLabels[] = {
-    {20, 20, "Name"},      {118, 20, "CALL"},    {20, 24, "Home address"},
-    {155, 24, "Prov."},    {20, 28, "Location of station"},
-    {117, 28, "Prov."},    {155, 28, "Asl(m)"},  {20, 32, "Equipment"},
-    {80, 32, "Final tx"},  {117, 32, "W(out)"},  {155, 32, "Aerial"},
+    {20, 20, "Name"},
+    {118, 20, "CALL"},
+    {20, 24, "Home address"},
+    {155, 24, "Prov."},
+    {20, 28, "Location of station"},
+    {117, 28, "Prov."},
+    {155, 28, "Asl(m)"},
+    {20, 32, "Equipment"},
+    {80, 32, "Final tx"},
+    {117, 32, "W(out)"},
+    {155, 32, "Aerial"},
     {20, 36, "Call of other operators"},
 };
 
@@ -60,9 +69,9 @@ constexpr Stroke kTableHeadLine = {0, 53, 195, 53};
 constexpr double kTableColumns[] = {8, 22, 54, 77, 100, 116, 130, 165, 179};
 
 constexpr Words kHeadings[] = {
-    {1, 47, "Day"},      {11, 45, "Time"},     {11, 48, "GMT"},   {34, 47, "CALL"},
-    {60, 44, "Control"}, {62, 48, "Sent"},     {82, 44, "Control"}, {82, 48, "Received"},
-    {102, 47, "Locator"}, {119, 47, "Mod"},    {143, 47, "Note"}, {168, 47, "QRB"},
+    {1, 47, "Day"},       {11, 45, "Time"}, {11, 48, "GMT"},     {34, 47, "CALL"},
+    {60, 44, "Control"},  {62, 48, "Sent"}, {82, 44, "Control"}, {82, 48, "Received"},
+    {102, 47, "Locator"}, {119, 47, "Mod"}, {143, 47, "Note"},   {168, 47, "QRB"},
     {182, 47, "Points"},
 };
 
@@ -76,8 +85,7 @@ struct HeadValue {
 
 constexpr HeadValue kHeadValues[] = {
     {46, 1, kSmallSize, [](const ContestHeader& h) { return h.NomeContest; }},
-    {110, 1, kMiddleSize,
-     [](const ContestHeader& h) { return PlainNumber(h.DataContest.Year()); }},
+    {110, 1, kMiddleSize, [](const ContestHeader& h) { return PlainNumber(h.DataContest.Year()); }},
     {153, 1, kMiddleSize,
      [](const ContestHeader& h) { return std::string(MonthName(h.DataContest.Month())); }},
     {174, 12, kSmallSize, [](const ContestHeader& h) { return h.Categoria; }},
@@ -97,9 +105,7 @@ std::string Formatted(double value, std::string_view pattern) {
   return FormatNumber(value, pattern);
 }
 
-std::string Serial(std::int64_t serial) {
-  return Formatted(static_cast<double>(serial), "####");
-}
+std::string Serial(std::int64_t serial) { return Formatted(static_cast<double>(serial), "####"); }
 
 struct RowValue {
   double x;
@@ -133,9 +139,9 @@ constexpr double kTotalsLeft = 10, kTotalsRight = 139;
 constexpr double kTotalsRows[] = {241, 247, 253, 260};
 constexpr double kTotalsColumns[] = {10, 38, 58, 95, 115, 126, 139};
 constexpr Words kTotalsWords[] = {
-    {17, 242, "QTH LOC."}, {40, 242, "TOT. QSO"}, {65, 242, "TOTAL SCORE"}, {97, 242, "MAX QRB"},
-    {115, 242, "country"}, {127, 242, "squares"}, {4, 248, "fill"},         {0, 253, " res."},
-    {1, 256, "check"},
+    {17, 242, "QTH LOC."}, {40, 242, "TOT. QSO"}, {65, 242, "TOTAL SCORE"},
+    {97, 242, "MAX QRB"},  {115, 242, "country"}, {127, 242, "squares"},
+    {4, 248, "fill"},      {0, 253, " res."},     {1, 256, "check"},
 };
 constexpr double kTotalsValuesY = 248;
 constexpr double kLocatorX = 17, kTotaleQsoX = 40, kTotalePuntiX = 60, kMaxQrbX = 99;

@@ -88,8 +88,8 @@ void AddSummary(Lines& lines, const ContestHeader& header, const Tally& tally) {
     if (each.counts) sum += each.count;
   }
   lines.Add("CToSc=", PlainNumber(static_cast<double>(sum == 0 ? 1 : sum) * tally.TotalePunti));
-  lines.Add("CODXC=", tally.CallMaxQrb + ";" + tally.LocatorMaxQrb + ";" +
-                          PlainNumber(tally.MaxQrb));
+  lines.Add("CODXC=",
+            tally.CallMaxQrb + ";" + tally.LocatorMaxQrb + ";" + PlainNumber(tally.MaxQrb));
   lines.Add("[Remarks]");
   lines.Add(Trim(header.Note));
   lines.Add("[QSORecords;", std::to_string(tally.TotaleQso) + "]");

@@ -12,12 +12,15 @@ namespace brenvo {
 StatContest::StatContest(Session& session)
     : Window(session.Host(), "StatContest", "Statistiche Contest", Twips(4800), Twips(3900)),
       session_(session) {
-  const std::pair<TextField*, std::string_view> captions[] = {
-      {&TotaleQso, "Totale Qso"},         {&QrbTotale, "Qrb. totale"},
-      {&NrSquare, "Square"},              {&NrCountry, "Country"},
-      {&NrExch, "Exchange"},              {&PunteggioTotale, "Punt. totale"},
-      {&MediaPunti, "Media Punti/Qso"},   {&QrbMax, "Massimo Qrb"},
-      {&QsoMaxQrb, "Qso Nr."}};
+  const std::pair<TextField*, std::string_view> captions[] = {{&TotaleQso, "Totale Qso"},
+                                                              {&QrbTotale, "Qrb. totale"},
+                                                              {&NrSquare, "Square"},
+                                                              {&NrCountry, "Country"},
+                                                              {&NrExch, "Exchange"},
+                                                              {&PunteggioTotale, "Punt. totale"},
+                                                              {&MediaPunti, "Media Punti/Qso"},
+                                                              {&QrbMax, "Massimo Qrb"},
+                                                              {&QsoMaxQrb, "Qso Nr."}};
   for (const auto& [field, caption] : captions) {
     field->SetCaption(caption);
     field->ReadOnly = true;
@@ -49,11 +52,9 @@ void StatContest::Load() {
   show(contest.MoltSquare, NrSquare, tally.Squares);
   show(contest.MoltCountry, NrCountry, tally.Countries);
   show(contest.MoltExch, NrExch, tally.Exchanges);
-  const double score =
-      ScoreOf(tally, {contest.MoltSquare, contest.MoltCountry, contest.MoltExch});
+  const double score = ScoreOf(tally, {contest.MoltSquare, contest.MoltCountry, contest.MoltExch});
   PunteggioTotale.SetText(PlainNumber(score));
-  MediaPunti.SetText(
-      PlainNumber(std::floor(score / static_cast<double>(tally.TotaleQso))));
+  MediaPunti.SetText(PlainNumber(std::floor(score / static_cast<double>(tally.TotaleQso))));
   QrbMax.SetText(PlainNumber(tally.MaxQrb));
   QsoMaxQrb.SetText(std::to_string(tally.ProgrMaxQrb));
 }

@@ -24,7 +24,7 @@ class StatContest : public Window {
   TextField NrExch{*this, "NrExch"};
   TextField PunteggioTotale{*this, "PunteggioTotale"};
   TextField MediaPunti{*this, "MediaPunti"};  // the whole score over all contacts
-  TextField QrbMax{*this, "QrbMax"};  // km
+  TextField QrbMax{*this, "QrbMax"};          // km
   TextField QsoMaxQrb{*this, "QsoMaxQrb"};
   Command cmExit{*this, "cmExit", "&Esci"};
 

@@ -29,8 +29,8 @@ std::string ReportAndSerial(Recordset& row, std::string_view report, std::string
 }
 
 DateTime DateInContest(Recordset& row, DateTime contest) {
-  const std::string text = fmt::format("{}-{}-{}", FieldText(row, "Giorno"), contest.Month(),
-                                       contest.Year());
+  const std::string text =
+      fmt::format("{}-{}-{}", FieldText(row, "Giorno"), contest.Month(), contest.Year());
   const auto date = ParseDate(text);
   if (!date) throw DatabaseError(DatabaseError::kConversion, "Data non valida: " + text);
   return *date + row.Field("Qtr").Date().TimePart();
@@ -75,8 +75,7 @@ void TransferContact(Session& session, Recordset& row, DateTime date, Table& con
 }  // namespace
 
 bool HasContactsForLog(Session& session, std::string_view date, std::string_view band) {
-  const auto rows =
-      session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
+  const auto rows = session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
   return !rows->EOF_();
 }
 
@@ -88,8 +87,7 @@ void TransferToLog(Session& session, std::string_view date, std::string_view ban
   if (contest.NoMatch()) {
     throw DatabaseError(DatabaseError::kNoCurrentRecord, "Il contest dei qso non esiste piu'");
   }
-  const auto rows =
-      session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
+  const auto rows = session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
   session.TbLog->SetIndex("Call");
   Transaction transaction(session.Db);
   for (; !rows->EOF_(); rows->MoveNext()) TransferContact(session, *rows, day, contest);

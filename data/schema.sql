@@ -182,10 +182,16 @@ CREATE UNIQUE INDEX "Contest Qso.PrimaryKey" ON "Contest Qso" (
   rtrim("Banda") COLLATE NOCASE,
   "ProgrDato"
 );
+-- A day is a range of the date, and only the last part of a key serves a range.
 CREATE INDEX "Contest Qso.Call" ON "Contest Qso" (
-  "DataContest",
+  rtrim("Call") COLLATE NOCASE,
   rtrim("Banda") COLLATE NOCASE,
-  rtrim("Call") COLLATE NOCASE
+  "DataContest"
+);
+CREATE INDEX "Contest Qso.ProgrDato" ON "Contest Qso" (
+  "ProgrDato",
+  rtrim("Banda") COLLATE NOCASE,
+  "DataContest"
 );
 
 -- Staging: the squares of a contest.

@@ -140,8 +140,8 @@ TEST_F(ContestFormTest, AnotherFailureOfTheFileEndsTheProgram) {
   Store(contest, "07/09/2024", "  2 m");
   session.Db.Execute("DELETE * FROM Contest");
   EXPECT_THROW(contest.ContestUpdate(), ProgramEnded);
-  EXPECT_THAT(Lines(), ElementsAre(StartsWith("message critical \"Update Qso\" \" 3167 - "),
-                                   "end-program"));
+  EXPECT_THAT(Lines(),
+              ElementsAre(StartsWith("message critical \"Update Qso\" \" 3167 - "), "end-program"));
 }
 
 TEST_F(ContestFormTest, DeletingOneBandLeavesTheContactsOfTheOther) {
@@ -152,8 +152,7 @@ TEST_F(ContestFormTest, DeletingOneBandLeavesTheContactsOfTheOther) {
   AddContact("07/09/2024", " 70cm", 1, "IK3DEF");
   machine.Messages().QueueAnswer(true);
   Press(contest, "cmDelete");
-  EXPECT_EQ(Lines(),
-            Texts{"question \"Cancellazione Qso\" \"Confermi l'operazione ?\" yes"});
+  EXPECT_EQ(Lines(), Texts{"question \"Cancellazione Qso\" \"Confermi l'operazione ?\" yes"});
   EXPECT_EQ(Rows("select Banda from Contest").size(), 1u);
   EXPECT_EQ(Rows("select Call from [Contest Qso]").size(), 1u);
   EXPECT_EQ(Rows("select Banda from Contest"), Rows("select Banda from [Contest Qso]"));
@@ -262,8 +261,9 @@ TEST_F(ContestFormTest, ClearingKeepsTheMultipliers) {
 
 TEST_F(ContestFormTest, ChoosingABandFillsInTheStation) {
   session.Db.Execute("UPDATE UserRTX SET RTX='FT-736R',Antenna='17 el.' WHERE Banda='  2 m'");
-  session.Db.Execute("UPDATE [User] SET Call='I4ABC',Qra='Mario',Qth='Parma',"
-                     "Indirizzo='Via Emilia 1',Provincia='PR'");
+  session.Db.Execute(
+      "UPDATE [User] SET Call='I4ABC',Qra='Mario',Qth='Parma',"
+      "Indirizzo='Via Emilia 1',Provincia='PR'");
   ContestForm& contest = OpenContest();
   Event([&] { contest.Banda.SetText("  2 m"); });
   EXPECT_EQ(contest.CallContest.Text(), "I4ABC");
@@ -545,8 +545,7 @@ TEST_F(ContestFormTest, PrintingTakesTheScreenAndTheSignature) {
   Press(contest, "cmPrint");
   auto lines = Lines();
   EXPECT_EQ(lines.front(), "print picture \"Logo.bmp\" 3 10");
-  EXPECT_THAT(lines,
-              Contains("print text 46 1 left \"Times New Roman\" 10 plain \"non salvato\""));
+  EXPECT_THAT(lines, Contains("print text 46 1 left \"Times New Roman\" 10 plain \"non salvato\""));
   EXPECT_THAT(lines, testing::Not(Contains("print picture \"Sign.bmp\" 135 227")));
   EXPECT_EQ(lines.back(), "print end");
   std::ofstream(directory.Path() / "Sign.bmp") << "firma";

@@ -23,8 +23,9 @@ std::vector<Contact> LogOf(int contacts) {
   return log;
 }
 
-std::vector<std::string> Printed(const ContestHeader& header, const std::vector<Contact>& contacts,
-                                 const std::optional<std::filesystem::path>& sign = "/app/Sign.bmp") {
+std::vector<std::string> Printed(
+    const ContestHeader& header, const std::vector<Contact>& contacts,
+    const std::optional<std::filesystem::path>& sign = "/app/Sign.bmp") {
   RecordingPlatform machine;
   machine.SetApplicationDirectory("/app");
   PrintContestSheets(machine.GetPrinter(), header, contacts, "/app/Logo.bmp", sign);
@@ -41,7 +42,8 @@ long CountOf(const std::vector<std::string>& lines, std::string_view line) {
   return std::count(lines.begin(), lines.end(), line);
 }
 
-constexpr std::string_view kTotals = "print text 40 242 left \"Times New Roman\" 10 bold \"TOT. QSO\"";
+constexpr std::string_view kTotals =
+    "print text 40 242 left \"Times New Roman\" 10 bold \"TOT. QSO\"";
 
 TEST(ContestSheets, OneFullSheet) {
   const auto lines = Printed(SampleHeader(), LogOf(40));
@@ -117,9 +119,9 @@ TEST(ContestSheets, StationAndOperatorsFillOneBoxEach) {
 }
 
 TEST(ContestSheets, DuplicatesPrintZeroPointsAndCountAsContacts) {
-  const auto lines = Printed(
-      SampleHeader(), {MakeContact(1, "IK3ABC", "JN65AB", 120),
-                       MakeContact(2, "IK3ABC", "JN65AB", 120, "Qso doppio (1) ")});
+  const auto lines =
+      Printed(SampleHeader(), {MakeContact(1, "IK3ABC", "JN65AB", 120),
+                               MakeContact(2, "IK3ABC", "JN65AB", 120, "Qso doppio (1) ")});
   EXPECT_THAT(lines, Contains("print text 182 58 left \"Times New Roman\" 10 plain \"0\""));
   EXPECT_THAT(lines, Contains("print text 131 58 left \"Times New Roman\" 10 plain "
                               "\"Qso doppio (1) \""));

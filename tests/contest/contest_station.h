@@ -18,6 +18,9 @@ namespace brenvo {
 
 using Texts = std::vector<std::string>;
 
+inline constexpr std::string_view kDate = "07/09/2024";
+inline constexpr std::string_view kBand = "  2 m";
+
 class ContestStation : public StationTest {
  protected:
   ContestStation() {
@@ -54,16 +57,47 @@ class ContestStation : public StationTest {
         note.find("Qso doppio") == std::string_view::npos ? km : 0, note,
         inLog ? "True" : "False"));
   }
-  // A contest with a header, its log open.
-  ContestQso& OpenLog(std::string_view date = "07/09/2024", std::string_view band = "  2 m") {
+  // The log of a contest; its header is made the first time.
+  ContestQso& OpenLog(std::string_view date = kDate, std::string_view band = kBand) {
     ContestForm& contest = OpenContest();
-    Store(contest, date, band);
+    if (Rows("select Banda from Contest").empty()) Store(contest, date, band);
     Press(contest, "cmQso");
     return *static_cast<ContestQso*>(machine.Host().Front());
   }
   // Runs `work` inside the next dialogs.
-  void InDialogs(std::function<void(Window&)> work) {
-    machine.Host().InModal = std::move(work);
+  void InDialogs(std::function<void(Window&)> work) { machine.Host().InModal = std::move(work); }
+};
+
+// The log of one contest and its entry.
+class ContestLogStation : public ContestStation {
+ protected:
+  void Add(int serial, std::string_view call, std::string_view locator = "JN65AB", int km = 100,
+           std::string_view note = "", bool inLog = false) {
+    AddContact(kDate, kBand, serial, call, locator, km, note, inLog);
+  }
+  // Opens the entry for a new contact and runs `work` in it.
+  void InEntry(ContestQso& log, const std::function<void(ContestNewQso&)>& work) {
+    InDialogs([work](Window& window) {
+      work(static_cast<ContestNewQso&>(window));
+      window.Close();
+    });
+    Press(log, "cmNew");
+  }
+  // The same for a change of the grid's row.
+  void InRow(ContestQso& log, std::int64_t row, const std::function<void(ContestNewQso&)>& work) {
+    InDialogs([work](Window& window) {
+      work(static_cast<ContestNewQso&>(window));
+      window.Close();
+    });
+    Event([&] { log.QC.DoubleClickCell(row, 0); });
+  }
+  void Type(ContestNewQso& entry, std::string_view call, std::string_view serial,
+            std::string_view locator, std::string_view note = "", std::string_view exchange = "") {
+    entry.CallQso.SetText(call);
+    entry.ProgrR.SetText(serial);
+    entry.Locator.SetText(locator);
+    entry.Note.SetText(note);
+    entry.Exc.SetText(exchange);
   }
 };
 

@@ -87,8 +87,7 @@ TEST(Reg1Test, WithAccentedRemarks) {
 }
 
 TEST(Reg1Test, OneContactWithoutSwitchesCountsEveryMultiplierAsOne) {
-  const std::string text =
-      Text(SampleHeader(), {MakeContact(1, "IK3ABC", "JN65AB", 120)});
+  const std::string text = Text(SampleHeader(), {MakeContact(1, "IK3ABC", "JN65AB", 120)});
   EXPECT_EQ(Line(text, 29), "CWWLs=1;0;1");
   EXPECT_EQ(Line(text, 31), "CWWLs=0;0;1");
   EXPECT_EQ(Line(text, 33), "CDXCs=1;0;1");
@@ -148,9 +147,9 @@ TEST(Reg1Test, ADuplicateKeepsItsLineOpenForTheNextRecord) {
 }
 
 TEST(Reg1Test, ADuplicateAtTheEndLeavesTheFileWithoutALineEnd) {
-  const std::string text = Text(SampleHeader(), {MakeContact(1, "IK3ABC", "JN65AB", 120),
-                                                 MakeContact(2, "IK3ABC", "JN65AB", 120,
-                                                             "Qso doppio (1) ")});
+  const std::string text =
+      Text(SampleHeader(), {MakeContact(1, "IK3ABC", "JN65AB", 120),
+                            MakeContact(2, "IK3ABC", "JN65AB", 120, "Qso doppio (1) ")});
   EXPECT_TRUE(text.ends_with(";D"));
 }
 
