@@ -219,16 +219,17 @@ bool WorkedMatrix::AnyContact(std::string_view condition) {
   return !session_.Db.OpenSnapshot(fmt::format("select Call from Log where {}", condition))->EOF_();
 }
 
-std::string WorkedMatrix::ConditionOf(Level level, std::string_view column, bool forLog) const {
+std::string WorkedMatrix::ConditionOf(Level level, std::string_view column) const {
   const LevelText& text = kLevels[level];
-  return fmt::format("{}{}{} and {}='{}'", forLog ? text.headForLog : text.head, keys_[level],
-                     text.end, kind_.columnOf, column);
+  return fmt::format("{}{}{} and {}='{}'", text.head, keys_[level], text.end, kind_.columnOf,
+                     column);
 }
 
 std::string WorkedMatrix::FilterClause() const {
-  if (kind_.unfiltered && Filter.Text() == *kind_.unfiltered) return {};
-  return fmt::format("{}{}'", kind_.filterHead, Filter.Text());
+  return IsFiltered() ? fmt::format("{}{}'", kind_.filterHead, Filter.Text()) : std::string();
 }
+
+bool WorkedMatrix::IsFiltered() const { return Filter.Text() != kind_.unfiltered; }
 
 // A square alone names no position: the line is empty then too.
 void WorkedMatrix::ShowCoordinate() {
@@ -242,11 +243,18 @@ void WorkedMatrix::ShowCellInLog() {
   OpenLogIfNone(session_);
   const std::int64_t row = Grid1.Row();
   if (row < kCall || row >= kRows) return;
-  const auto level = static_cast<Level>(row);
-  if (IsEmptyField(keys_[level])) return;
-  ShowContacts(session_, "Select * from Log where " +
-                             ConditionOf(level, Grid1.Cell(0, Grid1.Column()), true) +
-                             FilterClause());
+  const std::string& key = keys_[static_cast<std::size_t>(row)];
+  if (IsEmptyField(key)) return;
+  const std::string column =
+      fmt::format(" and {}='{}'", kind_.columnOf, Grid1.Cell(0, Grid1.Column()));
+  const std::string filter =
+      IsFiltered() ? fmt::format(" and {}='{}'", kind_.filterField, Filter.Text()) : std::string();
+  const LevelText& text = kLevels[row];
+  const bool byBand = kind_.columnOf == "Banda";
+  // The band comes first, whichever of the two it is.
+  ShowContacts(session_, fmt::format("Select * from Log where {}{}{}{}{}", text.headForLog, key,
+                                     text.end, byBand ? column : filter,
+                                     byBand ? filter : column));
 }
 
 void Hrd::MakeColumns() {

@@ -73,13 +73,13 @@ class WorkedMatrix : public MatrixWindow {
   void WriteLabel(Level level, std::string_view label);
   void SearchRow(Level level);
   bool AnyContact(std::string_view condition);
-  // The condition for the contacts of a level on a column's band or mode. The log gets it in a
-  // spelling of its own.
-  std::string ConditionOf(Level level, std::string_view column, bool forLog = false) const;
+  // The condition for the contacts of a level on a column's band or mode.
+  std::string ConditionOf(Level level, std::string_view column) const;
   void ShowCellInLog();
   void ShowCoordinate();
   // What the filter adds to a condition.
   std::string FilterClause() const;
+  bool IsFiltered() const;
 
   // What was searched last; nothing when it is to be searched again.
   std::optional<std::string> lastCall_ = "", lastLocator_ = "";
