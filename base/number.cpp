@@ -17,7 +17,9 @@ std::string FixedDigits(double value, int decimals) {
   const double scale = std::pow(10.0, decimals);
   const double magnitude = std::fabs(value);
   if (magnitude * scale >= 1e15) return fmt::format("{:.{}f}", magnitude, decimals);
-  const double scaled = std::stod(fmt::format("{:.15g}", magnitude * scale));
+  const std::string rounded = fmt::format("{:.15g}", magnitude * scale);
+  double scaled = 0;  // what is too small for a double stays so
+  std::from_chars(rounded.data(), rounded.data() + rounded.size(), scaled);
   std::string digits = fmt::format("{:.0f}", std::floor(scaled + 0.5));
   if (decimals == 0) return digits;
   const auto places = static_cast<std::size_t>(decimals);

@@ -82,7 +82,8 @@ void RichText::SetSelColour(Colour colour) {
     typingColour_ = colour;
     return;
   }
-  std::fill_n(colours_.begin() + static_cast<std::ptrdiff_t>(selStart_), selLength_, PaletteIndex(colour));
+  std::fill_n(colours_.begin() + static_cast<std::ptrdiff_t>(selStart_), selLength_,
+              PaletteIndex(colour));
   if (Recoloured) Recoloured(selStart_, selLength_, colour);
   ShowChanged();
 }
@@ -143,8 +144,8 @@ void RichText::Replace(std::size_t start, std::size_t length, std::u32string_vie
   const unsigned char index = PaletteIndex(colour);
   if (foldedInUse_) {
     folded_.replace(start, length, text);
-    std::transform(text.begin(), text.end(),
-                   folded_.begin() + static_cast<std::ptrdiff_t>(start), LowerChar);
+    std::transform(text.begin(), text.end(), folded_.begin() + static_cast<std::ptrdiff_t>(start),
+                   LowerChar);
   }
   text_.replace(start, length, text);
   const auto first = colours_.begin() + static_cast<std::ptrdiff_t>(start);

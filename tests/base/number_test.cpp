@@ -60,6 +60,11 @@ TEST(Number, FormatsByPattern) {
   }
 }
 
+TEST(Number, FormatsTheSmallestNumbersAsZero) {
+  EXPECT_EQ(FormatNumber(4.9e-324, "#####.000"), "0.000");
+  EXPECT_EQ(FormatNumber(-1e-310, "00"), "00");
+}
+
 TEST(Number, RoundsHalvesToEven) {
   EXPECT_EQ(RoundHalfEven(2.5), 2);
   EXPECT_EQ(RoundHalfEven(3.5), 4);

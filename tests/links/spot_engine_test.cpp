@@ -77,8 +77,9 @@ TEST_F(Telnet, AnExclamationMarkIsAnOrdinaryCharacter) {
 }
 
 TEST_F(Radio, ABellBeepsAndIsNotShown) {
-  terminal.Receive("a\x07\x07"
-                   "b\n");
+  terminal.Receive(
+      "a\x07\x07"
+      "b\n");
   EXPECT_EQ(terminal.Beeps, 2);
   EXPECT_EQ(terminal.Received.Text(), "ab\n");
 }
@@ -423,10 +424,9 @@ TEST_F(Telnet, ASpotOnABandThatIsNotTickedIsHeardAndNotShown) {
   terminal.cmAutoSpelling.Press();
   terminal.Receive("DX de I4L:     14195.0  ZL9   tnx 1423Z\r\n");
   EXPECT_EQ(terminal.Received.Text(), "");
-  EXPECT_EQ(terminal.Heard,
-            (Texts{"\\20m.wav", "\\I.wav", "\\4.wav", "\\L.wav", "\\:.wav", "\\ .wav", "\\ .wav",
-                   "\\ .wav", "\\ .wav", "\\ .wav", "\\pause.wav", "\\Z.wav", "\\L.wav",
-                   "\\9.wav"}));
+  EXPECT_EQ(terminal.Heard, (Texts{"\\20m.wav", "\\I.wav", "\\4.wav", "\\L.wav", "\\:.wav",
+                                   "\\ .wav", "\\ .wav", "\\ .wav", "\\ .wav", "\\ .wav",
+                                   "\\pause.wav", "\\Z.wav", "\\L.wav", "\\9.wav"}));
 }
 
 TEST_F(Telnet, ABandThatIsNeitherTickedNorAnnouncedIsSilent) {
@@ -494,8 +494,8 @@ TEST_F(Radio, ChecksBehindTheAnnouncement) {
   terminal.cmAutoCheck.Press();
   std::size_t heardBefore = 0;
   SpotEngine engine(kRadioPolicy, terminal.Received,
-                    {terminal.Banda, terminal.cmAutoSpelling, terminal.cmAutoCheck,
-                     &terminal.cmMDX, &terminal.cmMAnnounce, &terminal.cmMTutto},
+                    {terminal.Banda, terminal.cmAutoSpelling, terminal.cmAutoCheck, &terminal.cmMDX,
+                     &terminal.cmMAnnounce, &terminal.cmMTutto},
                     {.FindBand = [&](Khz) { return terminal.Bands.front().first; },
                      .PlayWave = [&](std::string_view name) { terminal.Heard.emplace_back(name); },
                      .ShowCheck = [&](std::string_view) { heardBefore = terminal.Heard.size(); },
@@ -576,8 +576,8 @@ TEST_F(Radio, AFailedBandQueryLosesItsLineAndNoOther) {
   WatchDx();
   int asked = 0;
   SpotEngine engine(kRadioPolicy, terminal.Received,
-                    {terminal.Banda, terminal.cmAutoSpelling, terminal.cmAutoCheck,
-                     &terminal.cmMDX, &terminal.cmMAnnounce, &terminal.cmMTutto},
+                    {terminal.Banda, terminal.cmAutoSpelling, terminal.cmAutoCheck, &terminal.cmMDX,
+                     &terminal.cmMAnnounce, &terminal.cmMTutto},
                     {.FindBand = [&](Khz) -> std::optional<SpotBand> {
                        if (++asked == 1) throw std::runtime_error("no");
                        return terminal.Bands.front().first;
@@ -598,7 +598,6 @@ TEST_F(Radio, AFailedBandQueryLosesItsLineAndNoOther) {
   EXPECT_EQ(asked, 2);
   EXPECT_EQ(engine.RxLine(), "");
 }
-
 
 TEST_F(Radio, ALineWithoutAnEndStaysBounded) {
   for (const bool everything : {true, false}) {

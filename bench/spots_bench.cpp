@@ -1,0 +1,135 @@
+// Links: recorder station database_maker
+// What a line from a cluster costs, from the bytes on the wire to the text area: lines a second
+// without sound, and one spot whose call is looked up in a log of a million contacts.
+#include <sqlite3.h>
+
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+#include "links/tnc.h"
+#include "links/tnc_telnet.h"
+#include "recorder/recording_platform.h"
+#include "station/station.h"
+#include "tests/support/scratch_database.h"
+#include "tools/mkdatabase/database_maker.h"
+
+namespace brenvo {
+namespace {
+
+constexpr int kLines = 20000;
+
+void Sql(const std::filesystem::path& file, const std::string& sql) {
+  sqlite3* handle = nullptr;
+  sqlite3_open(file.c_str(), &handle);
+  if (sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+    throw std::runtime_error(sqlite3_errmsg(handle));
+  }
+  sqlite3_close(handle);
+}
+
+// A station with terminals that nobody announces to.
+class Station {
+ public:
+  explicit Station(int contacts)
+      : machine_([](const std::string&) {}), session_(machine_, directory_.Path()) {
+    const std::filesystem::path file = directory_.Path() / "Brenvo.mdb";
+    MakeDatabase(SOURCE_DIR "/data/schema.sql", SOURCE_DIR "/data", file);
+    std::filesystem::copy_file(SOURCE_DIR "/data/tnc.mnu", directory_.Path() / "tnc.mnu");
+    Sql(file,
+        "UPDATE UserRTX SET AnnunceDX=0; UPDATE User SET TelnetCluster='x:1';"
+        "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i+1<" +
+            std::to_string(contacts) +
+            ") INSERT INTO Log (DataQso,Call,Banda,Locator,Country,Prefisso,\"Zona CQ\","
+            "\"Zona ITU\",Continente,Modo,QslRicevuta) SELECT datetime('1980-01-01','+'||(i*5)||"
+            "' minutes'), 'I'||(i%10)||char(65+i/10%26)||char(65+i/260%26)||char(65+i/6760%26),"
+            "CASE i%3 WHEN 0 THEN ' 20 m' WHEN 1 THEN '  2 m' ELSE ' 40 m' END,'JN'||(i%90+10)||"
+            "'AA','I','I'||(i%10),15,28,'EU','SSB',-(i%5=0) FROM n WHERE " +
+            std::to_string(contacts) + ">0");
+    if (StartStation(session_) == nullptr) throw std::runtime_error("no station");
+  }
+
+  template <class Terminal>
+  Terminal& Open(const char* name) {
+    Window* window = session_.Windows.LoadSingle(name);
+    session_.Windows.Show(*window);
+    return static_cast<Terminal&>(*window);
+  }
+  void ReceiveRadio(const std::string& bytes) {
+    session_.Windows.RunEvent([&] { machine_.Serial().Receive(1, bytes); });
+  }
+  void ReceiveTelnet(const std::string& bytes) {
+    session_.Windows.RunEvent([&] { machine_.Tcp().Receive("TNCtelnet", bytes); });
+  }
+
+ private:
+  ScratchDirectory directory_;
+  RecordingPlatform machine_;
+  Session session_;
+};
+
+// All different, as a busy cluster sends them.
+std::string Burst(int lines) {
+  std::string burst;
+  for (int i = 0; i < lines; ++i) {
+    char line[128];
+    std::snprintf(
+        line, sizeof line,
+        "DX de IK%dABC:   %8.1f  I%d%c%c%c        CW    %2d dB  %2d WPM  CQ      %04dZ\r\n", i % 10,
+        14000 + i % 3500 / 10.0, i % 10, 'A' + i / 10 % 26, 'A' + i / 260 % 26, 'A' + i / 6760 % 26,
+        i % 40, 12 + i % 30, i % 2400);
+    burst += line;
+  }
+  return burst;
+}
+
+void Measure(const char* what, int lines, const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  const double seconds =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  std::printf("%-58s %9.0f lines/s %9.1f us/line\n", what, lines / seconds, seconds * 1e6 / lines);
+  std::fflush(stdout);
+}
+
+void Run() {
+  const std::string burst = Burst(kLines);
+  {
+    Station station(0);
+    TNC& tnc = station.Open<TNC>("TNC");
+    Measure("radio, mark Tutto", kLines, [&] { station.ReceiveRadio(burst); });
+    tnc.cmMDX.Press();
+    Measure("radio, mark DX: each line sought in 32,000 characters", kLines,
+            [&] { station.ReceiveRadio(burst); });
+    tnc.Banda.Pick(1);
+    Measure("radio, mark DX, no band ticked: each line taken back", kLines,
+            [&] { station.ReceiveRadio(burst); });
+  }
+  {
+    Station station(0);
+    TNCtelnet& telnet = station.Open<TNCtelnet>("TNCtelnet");
+    Measure("telnet", kLines, [&] { station.ReceiveTelnet(burst); });
+    telnet.Banda.Pick(1);
+    Measure("telnet, no band ticked: no line is shown", kLines,
+            [&] { station.ReceiveTelnet(burst); });
+  }
+  constexpr int kSpots = 2000;
+  Station station(1'000'000);
+  TNCtelnet& telnet = station.Open<TNCtelnet>("TNCtelnet");
+  const std::string spots = Burst(kSpots);
+  Measure("telnet, 1,000,000 contacts, check off", kSpots, [&] { station.ReceiveTelnet(spots); });
+  telnet.cmAutoCheck.Press();
+  station.ReceiveTelnet(Burst(1));  // opens the matrix
+  Measure("telnet, 1,000,000 contacts, check on", kSpots, [&] { station.ReceiveTelnet(spots); });
+}
+
+}  // namespace
+}  // namespace brenvo
+
+int main() {
+  brenvo::Run();
+  return 0;
+}

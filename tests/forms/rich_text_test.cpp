@@ -1,0 +1,105 @@
+#include "forms/rich_text.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "base/text.h"
+#include "forms/window.h"
+#include "recorder/recording_platform.h"
+
+namespace brenvo {
+namespace {
+
+class RichTextTest : public testing::Test {
+ protected:
+  RecordingPlatform machine;
+  Window window{machine.Host(), "W", "", Twips(1), Twips(1)};
+  RichText area{window, "Area"};
+};
+
+TEST_F(RichTextTest, FindsWhatWasPutInAfterTheFirstSearch) {
+  area.SetText("Alfa Bravo");
+  EXPECT_EQ(area.Find("bravo", 0), 5u);
+  area.Append(" CHARLIE è QUI");
+  EXPECT_EQ(area.Find("charlie È qui", 0), 11u);
+  area.Erase(0, 5);
+  EXPECT_EQ(area.Find("BRAVO", 0), 0u);
+  EXPECT_EQ(area.Find("alfa", 0), RichText::npos);
+  area.Select(0, 5);
+  area.ReplaceSelection("Delta");
+  EXPECT_EQ(area.Find("delta", 0), 0u);
+  EXPECT_EQ(area.Find("bravo", 0), RichText::npos);
+}
+
+TEST_F(RichTextTest, FindsWhatStandsAtTheEdges) {
+  area.SetText("abcabc");
+  EXPECT_EQ(area.Find("ABC", 0), 0u);
+  EXPECT_EQ(area.Find("ABC", 1), 3u);
+  EXPECT_EQ(area.Find("ABC", 4), RichText::npos);
+  EXPECT_EQ(area.Find("abcabc", 0), 0u);
+  EXPECT_EQ(area.Find("abcabca", 0), RichText::npos);
+  EXPECT_EQ(area.Find("c", 5), 5u);
+  EXPECT_EQ(area.Find("", 6), 6u);
+  EXPECT_EQ(area.Find("", 7), RichText::npos);
+}
+
+TEST_F(RichTextTest, FindsTheSameAsAScanByHand) {
+  std::mt19937 random(1);
+  const std::u32string letters = U"abABèÈ\u0161\u0160";  // those of one step table slot among them
+  const auto text = [&](std::size_t length) {
+    std::u32string made;
+    for (std::size_t i = 0; i < length; ++i) made += letters[random() % letters.size()];
+    return made;
+  };
+  for (int round = 0; round < 2000; ++round) {
+    const std::u32string hay = text(random() % 60);
+    const std::u32string needle = text(1 + random() % 5);
+    const std::size_t start = random() % 10;
+    area.SetText(FromCharacters(hay));
+    const auto same = [](char32_t a, char32_t b) { return LowerChar(a) == LowerChar(b); };
+    std::size_t expected = RichText::npos;
+    for (std::size_t at = start; at + needle.size() <= hay.size(); ++at) {
+      if (std::equal(needle.begin(), needle.end(), hay.begin() + static_cast<long>(at), same)) {
+        expected = at;
+        break;
+      }
+    }
+    ASSERT_EQ(area.Find(FromCharacters(needle), start), expected)
+        << FromCharacters(hay) << " / " << FromCharacters(needle) << " from " << start;
+  }
+}
+
+TEST_F(RichTextTest, CutPlainKeepsTheBeginningWithoutItsColours) {
+  area.Append("uno ");
+  area.Append("due", kRed);
+  area.Append(" tre");
+  area.CutPlain(6);
+  EXPECT_EQ(area.Text(), "uno du");
+  ASSERT_EQ(area.Runs().size(), 1u);
+  EXPECT_EQ(area.Runs()[0].colour, kBlack);
+  EXPECT_EQ(area.SelStart(), 0u);
+  area.CutPlain(100);
+  EXPECT_EQ(area.Text(), "uno du");
+}
+
+TEST_F(RichTextTest, CutPlainTellsAScreenOnlyWhatChanged) {
+  area.Append("uno ");
+  area.Append("due", kRed);
+  area.Append(" tre");
+  std::string told;
+  area.Edited = [&](const RichText::Edit& edit) {
+    told += "removed " + std::to_string(edit.removed) + " at " + std::to_string(edit.start) + ";";
+    EXPECT_TRUE(edit.inserted.empty());
+  };
+  area.Recoloured = [&](std::size_t start, std::size_t length, Colour colour) {
+    told += "black " + std::to_string(length) + " at " + std::to_string(start) + ";";
+    EXPECT_EQ(colour, kBlack);
+  };
+  area.CutPlain(9);
+  EXPECT_EQ(told, "removed 2 at 9;black 5 at 4;");
+}
+
+}  // namespace
+}  // namespace brenvo

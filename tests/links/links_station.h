@@ -1,0 +1,100 @@
+// A station whose links are known, with a matrix that only writes down what it is asked.
+#pragma once
+
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/shared_windows.h"
+#include "links/dx_dialog.h"
+#include "links/ft736.h"
+#include "links/tnc.h"
+#include "links/tnc_telnet.h"
+#include "links/wwconv.h"
+#include "tests/support/station.h"
+
+namespace brenvo {
+
+using Texts = std::vector<std::string>;
+
+// Stands where the worked-by-band screen stands.
+class FakeHrd : public MatrixWindow {
+ public:
+  FakeHrd(Session& session, Texts& searches)
+      : MatrixWindow(session.Host(), "Hrd", "", Twips(100), Twips(100)),
+        session_(session),
+        searches_(searches) {
+    AutoSearch.OnChange = [this] { Search(); };
+  }
+  void Load() override {
+    session_.Hrd = this;
+    searches_.push_back("open");
+  }
+  void Unload() override { session_.Hrd = nullptr; }
+  void Search() override {
+    searches_.push_back(CallQso.Text() + "|" + Locator.Text() +
+                        (static_cast<RecordingHost&>(Host()).Busy() ? "|busy" : ""));
+  }
+
+ private:
+  Session& session_;
+  Texts& searches_;
+};
+
+class LinksTest : public StationTest {
+ protected:
+  LinksTest() {
+    machine.GetClock().SetGuard([this](const auto& event) { Event(event); });
+    Know<TNC>("TNC");
+    Know<TNCtelnet>("TNCtelnet");
+    Know<WWConv>("WWConv");
+    Know<FT736>("FT736");
+    Know<DxDialog>("DX");
+    session.Windows.Register("Hrd",
+                             [this] { return std::make_unique<FakeHrd>(session, searches); });
+    WriteFile("tnc.mnu", "\"Ultimi DX\",sh/dx 10\r\n\"Meteo, sole\",sh/wwv\r\n");
+    WriteFile("wwconv.mnu", "Chi c'e',/who\r\nPrivato,/msg # ciao\r\n");
+    Profile(
+        "ClusterNode='IK4GRO-6', TelnetCluster='dxc.example.org:7300', "
+        "TelnetWWConv='chat.example.org:3600'");
+  }
+  void WriteFile(std::string_view name, std::string_view text) {
+    std::ofstream(directory.Path() / name, std::ios::binary) << text;
+  }
+  // Changes the station's profile, as its window does.
+  void Profile(std::string_view assignments) {
+    session.Db.Execute("UPDATE [User] SET " + std::string(assignments));
+    session.TbUser->MoveFirst();
+  }
+  void Receive(std::string_view window, std::string_view bytes) {
+    Event([&] {
+      if (window == "TNC") {
+        machine.Serial().Receive(1, bytes);
+      } else {
+        machine.Tcp().Receive(window, bytes);
+      }
+    });
+  }
+  static Texts Captions(const EntryArray& entries) {
+    Texts captions;
+    for (const auto& entry : entries.Entries()) captions.push_back(entry.caption);
+    return captions;
+  }
+  static void TypeLine(TextField& field, std::string_view text) {
+    field.SetText(text);
+    field.TypeKey(kEnter);
+  }
+  // The lines that begin so.
+  static Texts LinesOf(const Texts& lines, std::string_view beginning) {
+    Texts found;
+    for (const std::string& line : lines) {
+      if (line.starts_with(beginning)) found.push_back(line);
+    }
+    return found;
+  }
+
+  Texts searches;  // what the matrix was asked
+};
+
+}  // namespace brenvo
