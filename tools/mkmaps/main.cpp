@@ -1,0 +1,71 @@
+#include <QGuiApplication>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <string_view>
+
+#include "base/csv.h"
+#include "tools/mkmaps/calibration.h"
+#include "tools/mkmaps/maps.h"
+#include "tools/mkmaps/stamps.h"
+
+namespace brenvo {
+
+MapSources ReadMapSources(const std::filesystem::path& facts) {
+  MapSources sources;
+  const std::filesystem::path outlines = facts / "outlines";
+  sources.world = ReadOutlines(outlines / "world.csv");
+  sources.lakes = ReadOutlines(outlines / "lakes.csv");
+  sources.zones = ReadOutlines(outlines / "zones.csv");
+  sources.italy = ReadOutlines(outlines / "italy.csv");
+  sources.worldEdges = EdgesOf(sources.world);
+  sources.lakeEdges = EdgesOf(sources.lakes);
+  sources.zoneEdges = EdgesOf(sources.zones);
+  const CsvTable countries = ReadCsv(facts / "Country.csv");
+  const std::size_t code = countries.Column("Country"), locator = countries.Column("Locator"),
+                    deleted = countries.Column("Deleted");
+  for (const CsvTable::Row& row : countries.Rows) {
+    if (!row.Cells[deleted].empty()) continue;
+    sources.countries.push_back({row.Cells[code], PositionOf(row.Cells[locator])});
+  }
+  return sources;
+}
+
+namespace {
+
+void DrawAll(const std::filesystem::path& facts, const std::filesystem::path& out) {
+  std::filesystem::create_directories(out);
+  const MapSources sources = ReadMapSources(facts);
+  DrawFieldMap(sources, out);
+  DrawSquareMap(sources, out);
+  DrawZoneMap(sources, out);
+  DrawItaly(sources, out);
+  DrawEurope(sources, out);
+  for (const Region& region : Regions()) DrawRegion(sources, region, out);
+  DrawPointerStamp(out);
+  for (int zone = 1; zone <= 40; ++zone) DrawZoneStamps(zone, out);
+}
+
+}  // namespace
+}  // namespace brenvo
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    std::fputs("usage: mkmaps DATA OUT | mkmaps --tables DATA\n", stderr);
+    return 2;
+  }
+  try {
+    if (std::string_view(argv[1]) == "--tables") {
+      brenvo::WriteCalibration(argv[2]);
+      return 0;
+    }
+    // Words need fonts, not a screen.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    brenvo::DrawAll(argv[1], argv[2]);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "mkmaps: %s\n", error.what());
+    return 1;
+  }
+  return 0;
+}

@@ -1,0 +1,34 @@
+// The images, one routine each.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tools/mkmaps/outlines.h"
+#include "tools/mkmaps/sheets.h"
+
+namespace brenvo {
+
+// A country's code at its place.
+struct CountryMark {
+  std::string code;
+  GeoPoint position;
+};
+
+// Read once, drawn many times.
+struct MapSources {
+  std::vector<Outline> world, lakes, zones, italy;
+  Edges worldEdges, lakeEdges, zoneEdges;
+  std::vector<CountryMark> countries;  // today's
+};
+MapSources ReadMapSources(const std::filesystem::path& facts);
+
+void DrawFieldMap(const MapSources& sources, const std::filesystem::path& out);
+void DrawSquareMap(const MapSources& sources, const std::filesystem::path& out);
+void DrawZoneMap(const MapSources& sources, const std::filesystem::path& out);
+void DrawItaly(const MapSources& sources, const std::filesystem::path& out);
+void DrawEurope(const MapSources& sources, const std::filesystem::path& out);
+void DrawRegion(const MapSources& sources, const Region& region, const std::filesystem::path& out);
+
+}  // namespace brenvo
