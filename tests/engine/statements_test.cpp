@@ -324,7 +324,8 @@ TEST_F(WritingTest, TheStagingTableTakesTheColumnsOfTheLog) {
   EXPECT_EQ(rows->Field("Call").Text(), "I3ABC");
   EXPECT_EQ(rows->Field("DataQso"), Value(DateTime::Of(2001, 2, 3, 10, 0)));
   EXPECT_EQ(rows->Field("QslRicevuta"), Value(true));
-  EXPECT_EQ(db_.Execute("INSERT INTO SLog SELECT * FROM Log WHERE QsoNr=1 ORDER BY DataQso"), 0);
+  // It has no key of its own: a contact can stand in it twice.
+  EXPECT_EQ(db_.Execute("INSERT INTO SLog SELECT * FROM Log WHERE QsoNr=1 ORDER BY DataQso"), 1);
 }
 
 TEST_F(WritingTest, TheStagingTableOfNotesTakesTwoColumns) {
