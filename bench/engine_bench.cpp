@@ -155,9 +155,9 @@ void SquareEngine(benchmark::State& state) {
   Log& log = LogOf(state.range(0));
   Calls calls(log);
   for (auto _ : state) {
-    const auto rows = log.engine.OpenSnapshot(
-        "select Call from Log where Locator like 'JN" + std::to_string(10 + calls.Number() % 90) +
-        "*' and Banda='  2 m' and QsoNr<> 7");
+    const auto rows = log.engine.OpenSnapshot("select Call from Log where Locator like 'JN" +
+                                              std::to_string(10 + calls.Number() % 90) +
+                                              "*' and Banda='  2 m' and QsoNr<> 7");
     benchmark::DoNotOptimize(rows->EOF_());
   }
 }
@@ -189,8 +189,9 @@ void SeekEngine(benchmark::State& state) {
 void SeekHand(benchmark::State& state) {
   Log& log = LogOf(state.range(0));
   Calls calls(log);
-  Hand find(log.file,
-            "SELECT * FROM \"Log\" WHERE rtrim(\"Call\") COLLATE NOCASE = ? ORDER BY rowid LIMIT 1");
+  Hand find(
+      log.file,
+      "SELECT * FROM \"Log\" WHERE rtrim(\"Call\") COLLATE NOCASE = ? ORDER BY rowid LIMIT 1");
   for (auto _ : state) {
     find.Text(1, calls.Call());
     benchmark::DoNotOptimize(find.Step());
@@ -299,8 +300,7 @@ void AddEngine(benchmark::State& state) {
 
 void AddHand(benchmark::State& state) {
   Log& log = LogOf(state.range(0));
-  Hand insert(log.file,
-              "INSERT INTO Log (DataQso, Call, Banda, Locator, Qrb) VALUES (?,?,?,?,?)");
+  Hand insert(log.file, "INSERT INTO Log (DataQso, Call, Banda, Locator, Qrb) VALUES (?,?,?,?,?)");
   for (auto _ : state) {
     insert.Text(1, IsoText(DateTime::FromSeconds(NextMoment())))
         .Text(2, "I3ABC")
@@ -318,9 +318,12 @@ struct Task {
   void (*hand)(benchmark::State&);
 };
 constexpr Task kTasks[] = {
-    {"one-row test", OneRowEngine, OneRowHand},   {"square test", SquareEngine, SquareHand},
-    {"seek", SeekEngine, SeekHand},               {"open keyset", KeysetEngine, KeysetHand},
-    {"find first", FindFirstEngine, FindFirstHand}, {"grid row", GridEngine, GridHand},
+    {"one-row test", OneRowEngine, OneRowHand},
+    {"square test", SquareEngine, SquareHand},
+    {"seek", SeekEngine, SeekHand},
+    {"open keyset", KeysetEngine, KeysetHand},
+    {"find first", FindFirstEngine, FindFirstHand},
+    {"grid row", GridEngine, GridHand},
     {"add and update", AddEngine, AddHand},
 };
 

@@ -11,6 +11,9 @@ if(BRENVO_SANITIZE)
                          -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   target_link_options(house_flags INTERFACE -fsanitize=address,undefined)
 endif()
+if(BRENVO_FUZZ)  # the fuzzer steers by what it reaches in the rooms
+  target_compile_options(house_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # add_room(NAME USES TARGET...): the library of the sources in folder NAME.
 function(add_room name)

@@ -36,8 +36,7 @@ struct Closer {
 
 }  // namespace
 
-void Database::CompactDatabase(const std::filesystem::path& from,
-                               const std::filesystem::path& to) {
+void Database::CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to) {
   // Opening proves that the file is one of ours; closing leaves all of it in the one file.
   Open(from).Close();
   std::error_code ignored;

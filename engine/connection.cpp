@@ -53,8 +53,7 @@ DatabaseError FailureOf(int extendedCode, const char* message) {
   switch (extendedCode & 0xFF) {
     case SQLITE_CONSTRAINT:
       if (extendedCode == SQLITE_CONSTRAINT_UNIQUE ||
-          extendedCode == SQLITE_CONSTRAINT_PRIMARYKEY ||
-          extendedCode == SQLITE_CONSTRAINT_ROWID) {
+          extendedCode == SQLITE_CONSTRAINT_PRIMARYKEY || extendedCode == SQLITE_CONSTRAINT_ROWID) {
         return {DatabaseError::kDuplicateKey,
                 "La modifica creerebbe un valore ripetuto in un indice senza ripetizioni."};
       }
@@ -88,10 +87,9 @@ Connection::Connection(const std::filesystem::path& file) {
                         "'" + file.string() + "' non e' un database.");
   }
   const std::u8string name = file.u8string();
-  const int code = sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &file_,
-                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX |
-                                       SQLITE_OPEN_EXRESCODE,
-                                   nullptr);
+  const int code =
+      sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &file_,
+                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   try {
     if (code != SQLITE_OK) throw FailureOf(code, file_ ? sqlite3_errmsg(file_) : nullptr);
     Setup();
@@ -173,9 +171,9 @@ void Connection::Fail(int code) {
 CompiledStatement Connection::Compile(std::string_view sql) {
   CompiledStatement statement;
   statement.text = sql;
-  const int code = sqlite3_prepare_v3(file_, statement.text.data(),
-                                      static_cast<int>(statement.text.size()),
-                                      SQLITE_PREPARE_PERSISTENT, &statement.handle, nullptr);
+  const int code =
+      sqlite3_prepare_v3(file_, statement.text.data(), static_cast<int>(statement.text.size()),
+                         SQLITE_PREPARE_PERSISTENT, &statement.handle, nullptr);
   ++counters_.prepared;
   if (code == SQLITE_OK) return statement;
   if ((code & 0xFF) == SQLITE_ERROR) {

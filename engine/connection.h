@@ -59,8 +59,7 @@ class Connection {
   std::int64_t ChangeStamp() const;
 
   // Runs a statement that gives no rows, and returns the number of rows that it changed.
-  std::int64_t Write(const TableSchema& table, std::string_view sql,
-                     std::vector<Value> parameters);
+  std::int64_t Write(const TableSchema& table, std::string_view sql, std::vector<Value> parameters);
 
   // The key of the row that was inserted last.
   std::int64_t LastKey() const { return sqlite3_last_insert_rowid(file_); }
@@ -108,7 +107,7 @@ class Running {
   }
   ~Running();
 
-  bool IsActive() const { return statement_ != nullptr; }
+  const std::vector<Value>& Parameters() const { return parameters_; }
   // True when there is a row. DatabaseError 3420 when the connection was closed meanwhile.
   bool Step();
   Value Cell(int column, ValueType type) const;

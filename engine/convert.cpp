@@ -13,9 +13,9 @@ namespace brenvo {
 namespace {
 
 [[noreturn]] void Fail(const Value& value, std::string_view column) {
-  throw DatabaseError(DatabaseError::kConversion, "Il valore '" + value.Text() +
-                                                      "' non e' adatto alla colonna '" +
-                                                      std::string(column) + "'.");
+  throw DatabaseError(
+      DatabaseError::kConversion,
+      "Il valore '" + value.Text() + "' non e' adatto alla colonna '" + std::string(column) + "'.");
 }
 
 Value Whole(double number, const Value& value, std::string_view column) {

@@ -24,7 +24,8 @@ struct EngineCounters {
 class Database {
  public:
   // Opens an existing file, shared and read-write. DatabaseError 3024 when there is none, 3343
-  // when it is no database of this program, 3051 kinds as kReadOnly / kLocked.
+  // when it is no database of this program or damaged, 3027 when it is read-only, 3260 when another
+  // program has locked it.
   static Database Open(const std::filesystem::path& file);
 
   Database() = default;  // closed
@@ -38,9 +39,11 @@ class Database {
   void Close();
 
   // One INSERT, UPDATE or DELETE. Rows of an INSERT that repeat a unique key are dropped in
-  // silence. Returns the number of rows written.
+  // silence; an UPDATE that would repeat one is DatabaseError 3022 and writes nothing. Returns the
+  // number of rows written.
   std::int64_t Execute(std::string_view statement);
 
+  // Transactions do not nest (DatabaseError 3219); ending one that is not open is 3034.
   void BeginTrans();
   void CommitTrans();
   void Rollback();

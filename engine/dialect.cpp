@@ -57,21 +57,6 @@ std::vector<OutputColumn> Columns(const SelectTree& select) {
   return columns;
 }
 
-void CollectTables(const SelectTree& select, std::vector<const TableSchema*>& tables);
-
-void CollectTables(const Node* node, std::vector<const TableSchema*>& tables) {
-  if (node == nullptr) return;
-  for (const Node* child : node->children) CollectTables(child, tables);
-  if (node->select != nullptr) CollectTables(*node->select, tables);
-}
-
-void CollectTables(const SelectTree& select, std::vector<const TableSchema*>& tables) {
-  for (const TableReference& reference : select.tables) tables.push_back(reference.table);
-  for (const SelectItem& item : select.items) CollectTables(item.value, tables);
-  CollectTables(select.where, tables);
-  CollectTables(select.having, tables);
-}
-
 bool EndsWithKey(const SelectTree& select) {
   const TableSchema& table = *select.tables[0].table;
   return std::any_of(select.orderBy.begin(), select.orderBy.end(), [&](const OrderTerm& term) {
@@ -101,12 +86,12 @@ Sql Finished(SqlWriter&& writer) { return {std::move(writer.sql), std::move(writ
 void WriteInsert(const TableSchema& table, const StatementTree& tree, SqlWriter& writer) {
   // Columns that cannot be Null are yes/no columns, which take a "no" for it: what is left to be
   // ignored is the repeated key.
-  writer.sql = "INSERT OR IGNORE INTO " + QuotedName(table.name) + " (";
+  writer.sql = "INSERT OR IGNORE INTO " + table.quoted + " (";
   std::vector<const Column*> columns;
   for (const std::string_view name : tree.columns) {
     columns.push_back(&table.columns[table.FindColumn(name)]);
     if (columns.size() > 1) writer.sql += ", ";
-    writer.sql += QuotedName(columns.back()->name);
+    writer.sql += columns.back()->quoted;
   }
   writer.sql += tree.select != nullptr ? ") SELECT " : ") VALUES (";
   for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -143,16 +128,16 @@ Action TranslateAction(const Schema& schema, std::string_view statement) {
       WriteInsert(table, tree, writer);
       break;
     case StatementKind::kUpdate:
-      writer.sql = "UPDATE " + QuotedName(table.name) + " SET ";
+      writer.sql = "UPDATE " + table.quoted + " SET ";
       for (const Assignment& assignment : tree.assignments) {
         if (&assignment != &tree.assignments.front()) writer.sql += ", ";
         const Column& column = table.columns[table.FindColumn(assignment.column)];
-        writer.sql += QuotedName(column.name) + " = ";
+        writer.sql += column.quoted + " = ";
         writer.Stored(*assignment.value, column);
       }
       break;
     default:
-      writer.sql = "DELETE FROM " + QuotedName(table.name);
+      writer.sql = "DELETE FROM " + table.quoted;
       break;
   }
   if (tree.where != nullptr) {
@@ -169,9 +154,10 @@ Query TranslateQuery(const Schema& schema, std::string_view statement) {
   const SelectTree& select = *tree.select;
   Query query;
   query.columns = Columns(select);
-  CollectTables(select, query.tables);
+  query.tables.assign(tree.read.begin(), tree.read.end());
   SqlWriter writer;
   writer.sql.reserve(512);
+  writer.parameters.reserve(8);
   writer.Select(select);
   if (select.tables.size() == 1 && !select.distinct && !IsGrouped(select)) {
     if (!select.orderBy.empty()) {
@@ -193,7 +179,7 @@ Keyset TranslateKeyset(const Schema& schema, std::string_view statement) {
   Keyset keyset;
   keyset.table = select.tables[0].table;
   keyset.columns = Columns(select);
-  CollectTables(select, keyset.tables);
+  keyset.tables.assign(tree.read.begin(), tree.read.end());
   SqlWriter keys;
   keys.sql = "SELECT rowid";
   keys.Rows(select);

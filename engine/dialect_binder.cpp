@@ -43,9 +43,8 @@ bool IsAggregate(const Node& node) {
 }
 
 bool HoldsAggregate(const Node& node) {
-  return IsAggregate(node) ||
-         std::any_of(node.children.begin(), node.children.end(),
-                     [](const Node* child) { return HoldsAggregate(*child); });
+  return IsAggregate(node) || std::any_of(node.children.begin(), node.children.end(),
+                                          [](const Node* child) { return HoldsAggregate(*child); });
 }
 
 class Binder {
@@ -64,6 +63,7 @@ class Binder {
   void Select(SelectTree& select, const Scope* outer) {
     for (TableReference& reference : select.tables) {
       reference.table = Table(reference.name);
+      tree_.read.push_back(reference.table);
       for (const TableReference& other : select.tables) {
         if (&other == &reference) break;
         if (SameName(NameOf(other), NameOf(reference))) {
@@ -224,8 +224,7 @@ class Binder {
     const Node& child = *node.children[0];
     if (IsNumber(child.type)) FailTypes();
     if (child.kind != NodeKind::kText && child.kind != NodeKind::kDate) return;
-    const DateTime date =
-        child.kind == NodeKind::kDate ? child.date : DateOfLiteral(child.text);
+    const DateTime date = child.kind == NodeKind::kDate ? child.date : DateOfLiteral(child.text);
     node.date = node.function->kind == Function::Kind::kDateValue ? date.DatePart() : date;
     node.kind = NodeKind::kDate;
     node.children.clear();
@@ -359,9 +358,9 @@ void BindInsert(const TableSchema& table, Binder& binder, StatementTree& tree) {
   }
   for (const std::string_view column : tree.columns) {
     if (table.FindColumn(column) == TableSchema::kNone) {
-      throw DatabaseError(DatabaseError::kUnknownParameter,
-                          "La tabella '" + table.name + "' non ha una colonna '" +
-                              std::string(column) + "'.");
+      throw DatabaseError(
+          DatabaseError::kUnknownParameter,
+          "La tabella '" + table.name + "' non ha una colonna '" + std::string(column) + "'.");
     }
   }
   const Scope empty{nullptr, 0, nullptr};
@@ -370,12 +369,11 @@ void BindInsert(const TableSchema& table, Binder& binder, StatementTree& tree) {
   } else {
     for (Node* value : tree.values) binder.Expression(*value, empty, Aggregates::kForbidden);
   }
-  const std::size_t given =
-      tree.select != nullptr ? tree.select->items.size() : tree.values.size();
+  const std::size_t given = tree.select != nullptr ? tree.select->items.size() : tree.values.size();
   if (given != tree.columns.size()) {
-    throw DatabaseError(DatabaseError::kColumnCount,
-                        "I valori sono " + std::to_string(given) + ", le colonne " +
-                            std::to_string(tree.columns.size()) + ".");
+    throw DatabaseError(DatabaseError::kColumnCount, "I valori sono " + std::to_string(given) +
+                                                         ", le colonne " +
+                                                         std::to_string(tree.columns.size()) + ".");
   }
 }
 

@@ -65,8 +65,7 @@ NodeKind Mirrored(NodeKind kind) {
 
 bool IsDateValueOfColumn(const Node& node) {
   return node.kind == NodeKind::kCall && node.function->kind == Function::Kind::kDateValue &&
-         node.children[0]->kind == NodeKind::kColumn &&
-         node.children[0]->type == ValueType::kDate;
+         node.children[0]->kind == NodeKind::kColumn && node.children[0]->type == ValueType::kDate;
 }
 
 bool IsDay(const Node& node) {

@@ -32,14 +32,7 @@ std::string_view SymbolOf(NodeKind kind) {
   }
 }
 
-void SqlWriter::Name(std::string_view name) {
-  sql += '"';
-  for (char c : name) {
-    sql += c;
-    if (c == '"') sql += c;
-  }
-  sql += '"';
-}
+void SqlWriter::Name(std::string_view name) { sql += QuotedName(name); }
 
 void SqlWriter::Parameter(Value value) {
   sql += '?';
@@ -51,7 +44,7 @@ void SqlWriter::ColumnName(const Node& node) {
     Name(node.qualifier);
     sql += '.';
   }
-  Name(node.table->columns[node.column].name);
+  Add(node.table->columns[node.column].quoted);
 }
 
 void SqlWriter::Join(const Node& node, std::string_view word) {
@@ -267,7 +260,7 @@ void SqlWriter::Select(const SelectTree& select) {
 void SqlWriter::Rows(const SelectTree& select) {
   for (std::size_t i = 0; i < select.tables.size(); ++i) {
     Add(i == 0 ? " FROM " : ", ");
-    Name(select.tables[i].table->name);
+    Add(select.tables[i].table->quoted);
     if (select.tables[i].alias.empty()) continue;
     Add(" AS ");
     Name(select.tables[i].alias);

@@ -27,14 +27,36 @@ constexpr std::uint64_t kValuesWord = PackWord("VALUES");
 
 // Words that are no names unless they stand in brackets.
 constexpr std::uint64_t kReserved[] = {
-    kSelectWord,          kFromWord,         kWhereWord,        PackWord("GROUP"),
-    kByWord,              PackWord("HAVING"), PackWord("ORDER"), PackWord("ASC"),
-    PackWord("DESC"),     kAndWord,          kOrWord,           kNotWord,
-    PackWord("LIKE"),     kInWord,           PackWord("BETWEEN"), PackWord("IS"),
-    kNullWord,            kAsWord,           PackWord("DISTINCT"), PackWord("INSERT"),
-    PackWord("INTO"),     kValuesWord,       PackWord("UPDATE"), kSetWord,
-    PackWord("DELETE"),   PackWord("TRUE"),  PackWord("FALSE"), PackWord("EXISTS"),
-    PackWord("UNION"),    PackWord("JOIN"),
+    kSelectWord,
+    kFromWord,
+    kWhereWord,
+    PackWord("GROUP"),
+    kByWord,
+    PackWord("HAVING"),
+    PackWord("ORDER"),
+    PackWord("ASC"),
+    PackWord("DESC"),
+    kAndWord,
+    kOrWord,
+    kNotWord,
+    PackWord("LIKE"),
+    kInWord,
+    PackWord("BETWEEN"),
+    PackWord("IS"),
+    kNullWord,
+    kAsWord,
+    PackWord("DISTINCT"),
+    PackWord("INSERT"),
+    PackWord("INTO"),
+    kValuesWord,
+    PackWord("UPDATE"),
+    kSetWord,
+    PackWord("DELETE"),
+    PackWord("TRUE"),
+    PackWord("FALSE"),
+    PackWord("EXISTS"),
+    PackWord("UNION"),
+    PackWord("JOIN"),
 };
 
 bool IsReserved(const Token& token) {
@@ -94,8 +116,8 @@ class Parser {
   };
 
   [[noreturn]] void Fail() const {
-    std::string near = Left(ValidUtf8(statement_.substr(std::min(token_.start, statement_.size()))),
-                            40);
+    std::string near =
+        Left(ValidUtf8(statement_.substr(std::min(token_.start, statement_.size()))), 40);
     throw DatabaseError(DatabaseError::kSyntax,
                         near.empty() ? "Errore di sintassi: l'istruzione non e' completa."
                                      : "Errore di sintassi presso '" + near + "'.");

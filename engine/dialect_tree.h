@@ -20,15 +20,15 @@ template <typename T>
 using TreeList = std::pmr::vector<T>;
 
 enum class NodeKind {
-  kText,       // text
-  kInteger,    // integer
-  kReal,       // real
-  kBoolean,    // integer is -1 or 0
+  kText,     // text
+  kInteger,  // integer
+  kReal,     // real
+  kBoolean,  // integer is -1 or 0
   kNull,
-  kDate,       // date; made when names are looked up, the dialect has no such literal
-  kColumn,     // qualifier.text
-  kCall,       // text, function, children; star for Count(*)
-  kNegate,     // children[0]
+  kDate,    // date; made when names are looked up, the dialect has no such literal
+  kColumn,  // qualifier.text
+  kCall,    // text, function, children; star for Count(*)
+  kNegate,  // children[0]
   kNot,
   kOr,
   kAnd,
@@ -38,11 +38,11 @@ enum class NodeKind {
   kLessEqual,
   kGreater,
   kGreaterEqual,
-  kLike,       // negated
-  kBetween,    // children: value, low, high; negated
-  kInList,     // children: value, then the list; negated
-  kInSelect,   // children[0], select; negated
-  kIsNull,     // negated
+  kLike,      // negated
+  kBetween,   // children: value, low, high; negated
+  kInList,    // children: value, then the list; negated
+  kInSelect,  // children[0], select; negated
+  kIsNull,    // negated
   kAdd,
   kSubtract,
   kMultiply,
@@ -118,7 +118,7 @@ enum class StatementKind { kSelect, kInsert, kUpdate, kDelete };
 // it.
 class StatementTree {
  public:
-  StatementTree() : columns(&memory_), values(&memory_), assignments(&memory_) {}
+  StatementTree() : read(&memory_), columns(&memory_), values(&memory_), assignments(&memory_) {}
   StatementTree(const StatementTree&) = delete;
   StatementTree& operator=(const StatementTree&) = delete;
 
@@ -137,12 +137,13 @@ class StatementTree {
 
  public:
   StatementKind kind = StatementKind::kSelect;
-  SelectTree* select = nullptr;          // of a SELECT, or of INSERT ... SELECT
-  std::string_view table;                // written
-  TreeList<std::string_view> columns;    // of an INSERT; empty means all
-  TreeList<Node*> values;                // of INSERT ... VALUES
-  TreeList<Assignment> assignments;      // of an UPDATE
-  Node* where = nullptr;                 // of an UPDATE or DELETE, or a condition alone
+  SelectTree* select = nullptr;        // of a SELECT, or of INSERT ... SELECT
+  std::string_view table;              // written
+  TreeList<const TableSchema*> read;   // all tables that are read; filled in with the names
+  TreeList<std::string_view> columns;  // of an INSERT; empty means all
+  TreeList<Node*> values;              // of INSERT ... VALUES
+  TreeList<Assignment> assignments;    // of an UPDATE
+  Node* where = nullptr;               // of an UPDATE or DELETE, or a condition alone
 };
 
 }  // namespace brenvo

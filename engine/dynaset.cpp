@@ -128,7 +128,7 @@ bool DynasetRows::FetchRow(std::int64_t key, std::vector<Value>& row) {
   if (!run.Step()) return false;
   row.resize(keyset_.columns.size());
   for (std::size_t i = 0; i < row.size(); ++i) {
-    row[i] = run.Cell(static_cast<int>(i), keyset_.columns[i].type);
+    row[i] = run.Cell(static_cast<int>(i), ValueType::kAny);
   }
   return true;
 }
@@ -147,7 +147,7 @@ Value DynasetRows::Field(std::size_t column) {
     rowKey_ = key;
     rowStamp_ = connection_->ChangeStamp();
   }
-  return row_[column];
+  return FromRaw(row_[column], keyset_.columns[column].type);
 }
 
 std::int64_t DynasetRows::PlaceOfKey(std::int64_t key) {
@@ -269,6 +269,9 @@ std::vector<Value> DynasetRows::RowAt(std::int64_t place) {
   ReadKeys(place + 1);
   if (place >= Size()) return row;
   if (!FetchRow(KeyAt(place), row)) row.assign(keyset_.columns.size(), Value());
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    row[i] = FromRaw(std::move(row[i]), keyset_.columns[i].type);
+  }
   return row;
 }
 

@@ -54,6 +54,7 @@ class DynasetRows final : public Dynaset, private LazyReader {
   void Stand(std::int64_t place);
   // The place of a key; -1 when it is not among them.
   std::int64_t PlaceOfKey(std::int64_t key);
+  // The cells as the file holds them; false when the row is gone.
   bool FetchRow(std::int64_t key, std::vector<Value>& row);
   std::int64_t FindPlace(std::string_view condition);
 

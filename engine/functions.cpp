@@ -242,9 +242,9 @@ bool NeedsFolding(std::string_view text) {
 DateTime DateOfLiteral(std::string_view text) {
   if (const auto date = ParseDate(text)) return *date;
   if (const auto time = ParseTime(text)) return *time;
-  throw DatabaseError(DatabaseError::kTypeMismatchInExpression,
-                      "Tipo di dati non corrispondente: '" + std::string(text) +
-                          "' non e' una data.");
+  throw DatabaseError(
+      DatabaseError::kTypeMismatchInExpression,
+      "Tipo di dati non corrispondente: '" + std::string(text) + "' non e' una data.");
 }
 
 const Function* FindFunction(std::string_view name) {

@@ -29,8 +29,8 @@ struct Function {
     kCondition,  // IIf: the first argument is a condition
     kIsNull,
     kCount,
-    kSum,        // Sum, Avg: a number of numbers
-    kExtreme,    // Max, Min: of the argument's type
+    kSum,      // Sum, Avg: a number of numbers
+    kExtreme,  // Max, Min: of the argument's type
   };
   std::string_view name;
   Kind kind;

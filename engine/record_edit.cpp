@@ -73,24 +73,23 @@ std::int64_t RecordEdit::Insert(Connection& connection) {
       names += ", ";
       marks += ", ";
     }
-    names += QuotedName(table_.columns[i].name);
+    names += table_.columns[i].quoted;
     marks += "?";
     parameters.push_back(std::move(values_[i]));
   }
   connection.Write(table_,
-                   "INSERT INTO " + QuotedName(table_.name) + " (" + names + ") VALUES (" + marks +
-                       ")",
+                   "INSERT INTO " + table_.quoted + " (" + names + ") VALUES (" + marks + ")",
                    std::move(parameters));
   return connection.LastKey();
 }
 
 void RecordEdit::Change(Connection& connection) {
-  std::string sql = "UPDATE " + QuotedName(table_.name) + " SET ";
+  std::string sql = "UPDATE " + table_.quoted + " SET ";
   std::vector<Value> parameters;
   for (std::size_t i = 0; i < values_.size(); ++i) {
     if (!touched_[i]) continue;
     if (!parameters.empty()) sql += ", ";
-    sql += QuotedName(table_.columns[i].name) + " = ?";
+    sql += table_.columns[i].quoted + " = ?";
     parameters.push_back(std::move(values_[i]));
   }
   if (parameters.empty()) return;
@@ -117,7 +116,7 @@ std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view na
 }
 
 void DeleteRow(Connection& connection, const TableSchema& table, std::int64_t key) {
-  const std::string sql = "DELETE FROM " + QuotedName(table.name) + " WHERE rowid = ?";
+  const std::string sql = "DELETE FROM " + table.quoted + " WHERE rowid = ?";
   if (connection.Write(table, sql, {Value(key)}) == 0) FailRecordDeleted();
 }
 

@@ -20,7 +20,8 @@ struct Bookmark {
 
 // Rows with a current record. BOF and EOF are both true when there are no rows; a new recordset
 // stands on its first row, if any. A move past either end stands on that mark; a further move
-// beyond it, or reading where there is no record, is DatabaseError 3021. Any use after the
+// beyond it, or reading where there is no record, is DatabaseError 3021; MoveFirst and MoveLast
+// without rows are none. Reading a row that was deleted is DatabaseError 3167. Any use after the
 // database or the recordset is closed is DatabaseError 3420.
 class Recordset {
  public:
@@ -67,7 +68,8 @@ class EditableRecordset : public Recordset {
   // After AddNew the current record is the one before it; see LastModified.
   virtual void Update() = 0;
   virtual void CancelUpdate() = 0;
-  // The current record goes; the position stays on the gap, and MoveNext leads to the next row.
+  // The current record goes; the position stays on the gap, and MoveNext leads to the next row,
+  // MovePrevious to the one before. Neither mark is true on a gap while there are rows.
   virtual void Delete() = 0;
   // The row that Update wrote last.
   virtual Bookmark LastModified() = 0;
@@ -84,7 +86,8 @@ class Dynaset : public EditableRecordset {
   // Runs the SELECT again and stands on the first row.
   virtual void Requery() = 0;
   // For grids: the row at a place counted from 0, fetched without moving the current record;
-  // empty when the place is past the end. Reaching a place reads no rows before it, only keys.
+  // empty when the place is past the end, all Nulls when the row is gone. Reaching a place reads no
+  // rows before it, only keys.
   virtual std::vector<Value> RowAt(std::int64_t place) = 0;
   virtual Bookmark BookmarkAt(std::int64_t place) = 0;
   // All of them, counted to the end.
@@ -99,7 +102,8 @@ class Table : public EditableRecordset {
   // DatabaseError 3015 when the table has no such index; empty means none.
   virtual void SetIndex(std::string_view name) = 0;
   // The first row of the index whose key is equal, or at or behind the values; fewer values than
-  // the index has columns compare its leading part. NoMatch tells when there is none, and there
+  // the index has columns compare its leading part, and further ones are not looked at. A text
+  // for a number column counts by its leading number. NoMatch tells when there is none, and there
   // is then no current record. DatabaseError 3219 without an index.
   virtual void Seek(SeekComparison comparison, const std::vector<Value>& key) = 0;
   void Seek(std::string_view comparison, const std::vector<Value>& key) {

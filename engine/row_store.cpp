@@ -39,8 +39,8 @@ void RowStore::Append(sqlite3_stmt* statement) {
     blocks_.back().reserve(kBlockSize);
   }
   std::string& block = blocks_.back();
-  rows_.push_back({static_cast<std::uint32_t>(blocks_.size() - 1),
-                   static_cast<std::uint32_t>(block.size())});
+  rows_.push_back(
+      {static_cast<std::uint32_t>(blocks_.size() - 1), static_cast<std::uint32_t>(block.size())});
   const int count = sqlite3_column_count(statement);
   for (int i = 0; i < count; ++i) {
     switch (sqlite3_column_type(statement, i)) {

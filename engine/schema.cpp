@@ -24,9 +24,9 @@ Handle Prepare(sqlite3* file, const std::string& sql) {
   const int code = sqlite3_prepare_v2(file, sql.c_str(), -1, &statement, nullptr);
   Handle handle(statement);
   if (code != SQLITE_OK) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        std::string("La struttura del database non si legge: ") +
-                            sqlite3_errmsg(file));
+    throw DatabaseError(
+        DatabaseError::kNotADatabase,
+        std::string("La struttura del database non si legge: ") + sqlite3_errmsg(file));
   }
   return handle;
 }
@@ -35,16 +35,17 @@ bool Step(sqlite3* file, const Handle& handle) {
   const int code = sqlite3_step(handle.get());
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;
-  throw DatabaseError(DatabaseError::kNotADatabase,
-                      std::string("La struttura del database non si legge: ") +
-                          sqlite3_errmsg(file));
+  throw DatabaseError(
+      DatabaseError::kNotADatabase,
+      std::string("La struttura del database non si legge: ") + sqlite3_errmsg(file));
 }
 
 std::string TextAt(const Handle& handle, int column) {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle.get(), column));
-  return text == nullptr ? std::string()
-                         : std::string(text, static_cast<std::size_t>(
-                                                 sqlite3_column_bytes(handle.get(), column)));
+  return text == nullptr
+             ? std::string()
+             : std::string(text,
+                           static_cast<std::size_t>(sqlite3_column_bytes(handle.get(), column)));
 }
 
 // Reads the parts of an index out of the statement that made it. Only the forms that this program
@@ -165,11 +166,12 @@ bool HoldsWord(std::string_view text, std::string_view word) {
 }
 
 void ReadColumns(sqlite3* file, TableSchema& table, bool counts) {
-  const Handle columns = Prepare(file, "PRAGMA table_info(" + QuotedName(table.name) + ")");
+  const Handle columns = Prepare(file, "PRAGMA table_info(" + table.quoted + ")");
   std::size_t keys = 0;
   std::size_t key = TableSchema::kNone;
   while (Step(file, columns)) {
-    table.columns.push_back({TextAt(columns, 1), TypeOf(TextAt(columns, 2), false)});
+    const std::string name = TextAt(columns, 1);
+    table.columns.push_back({name, QuotedName(name), TypeOf(TextAt(columns, 2), false)});
     if (sqlite3_column_int(columns.get(), 5) == 0) continue;
     ++keys;
     key = table.columns.size() - 1;
@@ -250,6 +252,7 @@ Schema Schema::Read(sqlite3* file) {
   while (Step(file, tables)) {
     TableSchema table;
     table.name = TextAt(tables, 0);
+    table.quoted = QuotedName(table.name);
     ReadColumns(file, table, HoldsWord(TextAt(tables, 1), "AUTOINCREMENT"));
     ReadIndexes(file, table);
     schema.tables_.push_back(std::move(table));
@@ -276,9 +279,9 @@ std::string QuotedName(std::string_view name) {
 
 std::string PartSql(const TableSchema& table, const IndexPart& part) {
   const Column& column = table.columns[part.column];
-  if (column.type != ColumnType::kText) return QuotedName(column.name);
-  if (part.prefix == 0) return "rtrim(" + QuotedName(column.name) + ") COLLATE NOCASE";
-  return "rtrim(substr(" + QuotedName(column.name) + ", 1, " + std::to_string(part.prefix) +
+  if (column.type != ColumnType::kText) return column.quoted;
+  if (part.prefix == 0) return "rtrim(" + column.quoted + ") COLLATE NOCASE";
+  return "rtrim(substr(" + column.quoted + ", 1, " + std::to_string(part.prefix) +
          ")) COLLATE NOCASE";
 }
 

@@ -14,6 +14,7 @@ enum class ColumnType { kText, kInteger, kReal, kDateTime, kYesNo, kCounter };
 
 struct Column {
   std::string name;
+  std::string quoted;  // as SQL names it
   ColumnType type = ColumnType::kText;
 };
 
@@ -35,6 +36,7 @@ struct TableSchema {
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
   std::string name;
+  std::string quoted;
   std::vector<Column> columns;
   std::vector<Index> indexes;
   std::size_t rowidColumn = kNone;  // the column that is the row's key itself, if any

@@ -11,13 +11,10 @@ SnapshotRows::SnapshotRows(std::shared_ptr<Connection> connection, std::string_v
     : connection_(std::move(connection)) {
   connection_->RequireOpen();
   query_ = TranslateQuery(connection_->Tables(), select);
-  names_.reserve(query_.columns.size());
-  for (const OutputColumn& column : query_.columns) names_.push_back(column.name);
   // The test for one row, which runs at every keystroke, asks for no order: only when the row is
   // looked at must it be the one entered first.
   orderOpen_ = query_.orderLeftOut;
-  run_ = Running(*connection_, query_.sql.text,
-                 orderOpen_ ? query_.sql.parameters : std::move(query_.sql.parameters));
+  run_ = Running(*connection_, query_.sql.text, std::move(query_.sql.parameters));
   if (ReadOne()) {
     connection_->Register(this);
     reached_ = 1;
@@ -51,8 +48,7 @@ void SnapshotRows::SettleOrder() {
   orderOpen_ = false;
   if (rows_.Size() == 0 || !ReadOne()) return;
   // The first run is given back only after the second has begun, so that both see the same rows.
-  Running ordered(*connection_, query_.sql.text + std::string(kOrderOfEntry),
-                  std::move(query_.sql.parameters));
+  Running ordered(*connection_, query_.sql.text + std::string(kOrderOfEntry), run_.Parameters());
   rows_.Clear();
   if (ordered.Step()) rows_.Append(ordered.Handle());
   run_ = std::move(ordered);
@@ -115,11 +111,18 @@ void SnapshotRows::RequireRecord() const {
   if (at_ < 0 || at_ >= rows_.Size()) FailNoCurrentRecord();
 }
 
-Value SnapshotRows::Field(std::string_view column) { return Field(PlaceOf(names_, column)); }
+const std::vector<std::string>& SnapshotRows::Columns() const {
+  if (names_.empty()) {
+    for (const OutputColumn& column : query_.columns) names_.push_back(column.name);
+  }
+  return names_;
+}
+
+Value SnapshotRows::Field(std::string_view column) { return Field(PlaceOf(Columns(), column)); }
 
 Value SnapshotRows::Field(std::size_t column) {
   RequireRecord();
-  if (column >= query_.columns.size()) PlaceOf(names_, std::to_string(column));
+  if (column >= query_.columns.size()) PlaceOf(Columns(), std::to_string(column));
   SettleOrder();
   RequireRecord();
   return FromRaw(rows_.Cell(at_, column), query_.columns[column].type);

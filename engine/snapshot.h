@@ -20,7 +20,7 @@ class SnapshotRows final : public Snapshot, private LazyReader {
   bool BOF() override;
   bool EOF_() override;
   std::int64_t RecordCount() override;
-  const std::vector<std::string>& Columns() const override { return names_; }
+  const std::vector<std::string>& Columns() const override;
   using Snapshot::Field;
   Value Field(std::string_view column) override;
   Value Field(std::size_t column) override;
@@ -42,7 +42,7 @@ class SnapshotRows final : public Snapshot, private LazyReader {
 
   std::shared_ptr<Connection> connection_;
   Query query_;
-  std::vector<std::string> names_;
+  mutable std::vector<std::string> names_;  // made when they are asked for
   Running run_;
   RowStore rows_;
   bool orderOpen_ = false;  // the row read so far may not be the first one

@@ -23,6 +23,7 @@ const TableSchema* FindTable(const Connection& connection, std::string_view name
 TableRows::TableRows(std::shared_ptr<Connection> connection, std::string_view name)
     : connection_(std::move(connection)), table_(FindTable(*connection_, name)), edit_(*table_) {
   for (const Column& column : table_->columns) names_.push_back(column.name);
+  UseIndex(nullptr);
   MoveFirst();
 }
 
@@ -33,17 +34,22 @@ void TableRows::Close() {
 
 void TableRows::RequireOpen() const { connection_->RequireOpen(); }
 
-std::string TableRows::Part(std::size_t part) const {
-  return PartSql(*table_, index_->parts[part]);
+void TableRows::UseIndex(const Index* index) {
+  index_ = index;
+  parts_.clear();
+  if (index != nullptr) {
+    for (const IndexPart& part : index->parts) parts_.push_back(PartSql(*table_, part));
+  }
+  head_ = "SELECT rowid";
+  for (const Column& column : table_->columns) head_ += ", " + column.quoted;
+  for (const std::string& part : parts_) head_ += ", " + part;
+  head_ += " FROM " + table_->quoted;
 }
 
 bool TableRows::Load(const std::string& condition, std::vector<Value> parameters,
                      std::size_t firstPart, Direction direction) {
-  std::string sql = "SELECT rowid";
-  for (const Column& column : table_->columns) sql += ", " + QuotedName(column.name);
-  for (std::size_t i = 0; i < Parts(); ++i) sql += ", " + Part(i);
-  sql += " FROM " + QuotedName(table_->name);
-  if (!condition.empty()) sql += " WHERE " + condition;
+  std::string sql = head_;
+  if (!condition.empty()) sql.append(" WHERE ").append(condition);
   const std::string_view order = direction == Direction::kForward ? "" : " DESC";
   sql += " ORDER BY ";
   for (std::size_t i = firstPart; i < Parts(); ++i) sql.append(Part(i)).append(order).append(", ");
@@ -55,7 +61,7 @@ bool TableRows::Load(const std::string& condition, std::vector<Value> parameters
   const std::size_t columns = table_->columns.size();
   row_.cells.resize(columns);
   for (std::size_t i = 0; i < columns; ++i) {
-    row_.cells[i] = run.Cell(static_cast<int>(i) + 1, TypeOfColumn(table_->columns[i].type));
+    row_.cells[i] = run.Cell(static_cast<int>(i) + 1, ValueType::kAny);
   }
   row_.indexKey.resize(Parts());
   for (std::size_t i = 0; i < Parts(); ++i) {
@@ -73,17 +79,17 @@ void TableRows::Equal(std::string& condition, std::vector<Value>& parameters,
                       const std::vector<Value>& key, std::size_t parts, bool folded) const {
   for (std::size_t i = 0; i < parts; ++i) {
     if (!condition.empty()) condition += " AND ";
-    std::string part = Part(i);
+    condition += Part(i);
     if (key[i].IsNull()) {
-      condition += part + " IS NULL";
+      condition += " IS NULL";
       continue;
     }
     const auto* text = std::get_if<std::string>(&key[i].Get());
     if (folded && text != nullptr && NeedsFolding(*text)) {
       // The index does not fold such letters: the rows are looked through in its order.
-      part += std::string(" COLLATE ") + kFoldingOrder;
+      condition.append(" COLLATE ").append(kFoldingOrder);
     }
-    condition += part + " = ?";
+    condition += " = ?";
     parameters.push_back(key[i]);
   }
 }
@@ -168,7 +174,7 @@ void TableRows::MoveNext() { Move(Direction::kForward); }
 void TableRows::MovePrevious() { Move(Direction::kBackward); }
 
 bool TableRows::IsEmpty() {
-  return !Running(*connection_, "SELECT 1 FROM " + QuotedName(table_->name) + " LIMIT 1").Step();
+  return !Running(*connection_, "SELECT 1 FROM " + table_->quoted + " LIMIT 1").Step();
 }
 
 bool TableRows::BOF() {
@@ -187,7 +193,7 @@ std::int64_t TableRows::RecordCount() {
   RequireOpen();
   const std::int64_t stamp = connection_->ChangeStamp();
   if (countStamp_ == stamp) return count_;
-  Running run(*connection_, "SELECT count(*) FROM " + QuotedName(table_->name));
+  Running run(*connection_, "SELECT count(*) FROM " + table_->quoted);
   run.Step();
   count_ = run.Key();
   countStamp_ = stamp;
@@ -209,7 +215,7 @@ Value TableRows::Field(std::size_t column) {
   if (column >= names_.size()) PlaceOf(names_, std::to_string(column));
   if (edit_.Has(column)) return edit_.Get(column);
   Refresh();
-  return row_.cells[column];
+  return FromRaw(row_.cells[column], TypeOfColumn(table_->columns[column].type));
 }
 
 Bookmark TableRows::GetBookmark() {
@@ -268,11 +274,11 @@ void TableRows::SetIndex(std::string_view name) {
   RequireOpen();
   const Index* index = name.empty() ? nullptr : table_->FindIndex(name);
   if (index == nullptr && !name.empty()) {
-    throw DatabaseError(DatabaseError::kNoSuchIndex, "La tabella '" + table_->name +
-                                                         "' non ha un indice '" +
-                                                         std::string(name) + "'.");
+    throw DatabaseError(
+        DatabaseError::kNoSuchIndex,
+        "La tabella '" + table_->name + "' non ha un indice '" + std::string(name) + "'.");
   }
-  index_ = index;
+  UseIndex(index);
   MoveFirst();
 }
 
@@ -291,10 +297,9 @@ void TableRows::Seek(SeekComparison comparison, const std::vector<Value>& key) {
   std::string equal;
   std::vector<Value> parameters;
   Equal(equal, parameters, values, parts, comparison == SeekComparison::kEqual);
-  const bool found =
-      Load(equal, std::move(parameters), parts, Direction::kForward) ||
-      (comparison == SeekComparison::kGreaterOrEqual &&
-       LoadBehind(values, parts, Direction::kForward));
+  const bool found = Load(equal, std::move(parameters), parts, Direction::kForward) ||
+                     (comparison == SeekComparison::kGreaterOrEqual &&
+                      LoadBehind(values, parts, Direction::kForward));
   noMatch_ = !found;
   position_ = found ? Position::kRow : Position::kNone;
 }

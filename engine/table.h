@@ -41,7 +41,7 @@ class TableRows final : public Table {
  private:
   enum class Position {
     kRow,
-    kGap,    // where row_ was until it was deleted
+    kGap,  // where row_ was until it was deleted
     kBegin,
     kEnd,
     kEmpty,  // there was no row to stand on
@@ -51,13 +51,14 @@ class TableRows final : public Table {
 
   struct Row {
     std::int64_t key = 0;
-    std::vector<Value> cells;
-    std::vector<Value> indexKey;  // the parts of the current index, as the file holds them
+    std::vector<Value> cells;     // as the file holds them
+    std::vector<Value> indexKey;  // the parts of the current index, likewise
   };
 
   void RequireOpen() const;
-  std::size_t Parts() const { return index_ == nullptr ? 0 : index_->parts.size(); }
-  std::string Part(std::size_t part) const;
+  std::size_t Parts() const { return parts_.size(); }
+  const std::string& Part(std::size_t part) const { return parts_[part]; }
+  void UseIndex(const Index* index);
   // A row's first one that meets the condition, in the order of the parts from `firstPart` on.
   bool Load(const std::string& condition, std::vector<Value> parameters, std::size_t firstPart,
             Direction direction);
@@ -76,6 +77,8 @@ class TableRows final : public Table {
   const TableSchema* table_;
   std::vector<std::string> names_;
   const Index* index_ = nullptr;
+  std::vector<std::string> parts_;  // of the current index, as SQL
+  std::string head_;                // "SELECT ... FROM ..." of a row with the parts of its key
   RecordEdit edit_;
   Position position_ = Position::kEmpty;
   Row row_;

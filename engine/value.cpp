@@ -23,13 +23,13 @@ Overload(Cases...) -> Overload<Cases...>;
 }  // namespace
 
 std::string Value::Text() const {
-  return std::visit(Overload{[](std::monostate) { return std::string(); },
-                             [](std::int64_t v) { return std::to_string(v); },
-                             [](double v) { return PlainNumber(v); },
-                             [](const std::string& v) { return v; },
-                             [](DateTime v) { return DateTimeText(v); },
-                             [](bool v) { return std::string(v ? "-1" : "0"); }},
-                    data_);
+  return std::visit(
+      Overload{[](std::monostate) { return std::string(); },
+               [](std::int64_t v) { return std::to_string(v); },
+               [](double v) { return PlainNumber(v); }, [](const std::string& v) { return v; },
+               [](DateTime v) { return DateTimeText(v); },
+               [](bool v) { return std::string(v ? "-1" : "0"); }},
+      data_);
 }
 
 double Value::Number() const {
@@ -58,18 +58,18 @@ bool Value::Bool() const {
 }
 
 DateTime Value::Date() const {
-  return std::visit(Overload{[](std::monostate) { return DateTime(); },
-                             [](std::int64_t v) -> DateTime { FailConversion(std::to_string(v)); },
-                             [](double v) -> DateTime { FailConversion(PlainNumber(v)); },
-                             [](const std::string& v) {
-                               if (const auto date = ParseDate(v)) return *date;
-                               if (const auto date = ParseIso(v)) return *date;
-                               if (const auto time = ParseTime(v)) return *time;
-                               FailConversion(v);
-                             },
-                             [](DateTime v) { return v; },
-                             [](bool) -> DateTime { FailConversion("si/no"); }},
-                    data_);
+  return std::visit(
+      Overload{[](std::monostate) { return DateTime(); },
+               [](std::int64_t v) -> DateTime { FailConversion(std::to_string(v)); },
+               [](double v) -> DateTime { FailConversion(PlainNumber(v)); },
+               [](const std::string& v) {
+                 if (const auto date = ParseDate(v)) return *date;
+                 if (const auto date = ParseIso(v)) return *date;
+                 if (const auto time = ParseTime(v)) return *time;
+                 FailConversion(v);
+               },
+               [](DateTime v) { return v; }, [](bool) -> DateTime { FailConversion("si/no"); }},
+      data_);
 }
 
 }  // namespace brenvo

@@ -38,9 +38,8 @@ struct Memory {
     sqlite3_stmt* statement = nullptr;
     const int code = sqlite3_prepare_v2(file, sql.text.data(), static_cast<int>(sql.text.size()),
                                         &statement, nullptr);
-    const bool counted =
-        code != SQLITE_OK ||
-        sqlite3_bind_parameter_count(statement) == static_cast<int>(sql.parameters.size());
+    const bool counted = code != SQLITE_OK || sqlite3_bind_parameter_count(statement) ==
+                                                  static_cast<int>(sql.parameters.size());
     sqlite3_finalize(statement);
     const char* const message = sqlite3_errmsg(file);
     const bool allowed = code == SQLITE_OK || std::strstr(message, "misuse of aggregate") ||

@@ -45,7 +45,8 @@ TEST_F(CompareTest, CaseAndTrailingBlanksDoNotCount) {
         << name;
     EXPECT_THAT(Where(name + "=(select Qth from Log where QsoNr=2)"), ElementsAre("1", "2", "3"))
         << name;
-    EXPECT_THAT(Select(db_, "select count(*) from Log group by " + name), ElementsAre("1", "1", "3"))
+    EXPECT_THAT(Select(db_, "select count(*) from Log group by " + name),
+                ElementsAre("1", "1", "3"))
         << name;
     EXPECT_THAT(Select(db_, "select distinct " + name + " from Log order by " + name),
                 ElementsAre(" Roma", "Rom", "Roma"))
@@ -140,8 +141,7 @@ TEST_F(CompareTest, NamesMayStandInBracketsAndBehindTheTable) {
   EXPECT_THAT(Where("[zona cq]=15"), ElementsAre("1"));
   EXPECT_THAT(Where("Log.[Zona CQ]=15"), ElementsAre("1"));
   EXPECT_THAT(Where("[Log].[ZONA CQ]=15"), ElementsAre("1"));
-  EXPECT_THAT(Select(db_, "select l.[Zona CQ] from [Log] as l where L.QsoNr=1"),
-              ElementsAre("15"));
+  EXPECT_THAT(Select(db_, "select l.[Zona CQ] from [Log] as l where L.QsoNr=1"), ElementsAre("15"));
   EXPECT_THAT(Select(db_, "select [From] from Country"), IsEmpty());
 }
 
@@ -183,8 +183,9 @@ TEST_F(CompareTest, ADateColumnComparesWithItsTime) {
 }
 
 TEST_F(CompareTest, DaysOfAnyFormThatOtherToolsWriteAreMet) {
-  scratch_.Sql("INSERT INTO Log (DataQso) VALUES ('2001-02-02'), ('2001-02-02 10:00'), "
-               "('9999-12-31 23:59:59')");
+  scratch_.Sql(
+      "INSERT INTO Log (DataQso) VALUES ('2001-02-02'), ('2001-02-02 10:00'), "
+      "('9999-12-31 23:59:59')");
   EXPECT_THAT(Where("DateValue(DataQso)=DateValue('02/02/2001')"), ElementsAre("1", "2"));
   EXPECT_THAT(Where("DateValue(DataQso)=DateValue('31/12/9999')"), ElementsAre("3"));
 }
@@ -251,7 +252,8 @@ TEST_F(CompareTest, ExpressionsGiveTheirValues) {
       {"exists (select * from SNote)", "-1"},
       {"exists (select * from Modi)", "0"},
   };
-  for (const auto& [expression, expected] : cases) EXPECT_EQ(Of(expression), expected) << expression;
+  for (const auto& [expression, expected] : cases)
+    EXPECT_EQ(Of(expression), expected) << expression;
 }
 
 TEST_F(CompareTest, GroupsAreCountedAndSifted) {
@@ -273,8 +275,9 @@ TEST_F(CompareTest, ASubselectMayReferToTheRowOutside) {
   for (const auto& [manager, year] : {std::pair{"OLD", 1995}, {"NEW", 2000}}) {
     Add(db_, "qmgr", {{"call", "I3ABC"}, {"mgr", manager}, {"active", year}});
   }
-  EXPECT_THAT(Select(db_, "select mgr from qmgr as a where active=(select max(b.active) from qmgr "
-                          "as b where b.call=a.call)"),
+  EXPECT_THAT(Select(db_,
+                     "select mgr from qmgr as a where active=(select max(b.active) from qmgr "
+                     "as b where b.call=a.call)"),
               ElementsAre("NEW"));
 }
 

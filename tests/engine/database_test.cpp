@@ -107,12 +107,18 @@ TEST_F(DatabaseTest, AWriteThatTheDiskRefusesIsToldAndHarmsNothing) {
 
 TEST_F(DatabaseTest, FailuresOfTheFileHaveTheEnginesNumbers) {
   const std::pair<int, int> cases[] = {
-      {SQLITE_FULL, 3026},           {SQLITE_READONLY, 3027},
-      {SQLITE_BUSY, 3260},           {SQLITE_BUSY_SNAPSHOT, 3260},
-      {SQLITE_LOCKED, 3260},         {SQLITE_CORRUPT, 3343},
-      {SQLITE_NOTADB, 3343},         {SQLITE_CONSTRAINT_UNIQUE, 3022},
-      {SQLITE_CONSTRAINT_PRIMARYKEY, 3022}, {SQLITE_CONSTRAINT_NOTNULL, 3146},
-      {SQLITE_IOERR, 3146},          {SQLITE_AUTH, 3219},
+      {SQLITE_FULL, 3026},
+      {SQLITE_READONLY, 3027},
+      {SQLITE_BUSY, 3260},
+      {SQLITE_BUSY_SNAPSHOT, 3260},
+      {SQLITE_LOCKED, 3260},
+      {SQLITE_CORRUPT, 3343},
+      {SQLITE_NOTADB, 3343},
+      {SQLITE_CONSTRAINT_UNIQUE, 3022},
+      {SQLITE_CONSTRAINT_PRIMARYKEY, 3022},
+      {SQLITE_CONSTRAINT_NOTNULL, 3146},
+      {SQLITE_IOERR, 3146},
+      {SQLITE_AUTH, 3219},
   };
   for (const auto& [code, number] : cases) EXPECT_EQ(FailureOf(code, "").Number, number) << code;
 }
@@ -134,9 +140,9 @@ TEST_F(DatabaseTest, RecordsetsOfAClosedDatabaseAnswerWithAnError) {
   const auto snapshot = db.OpenSnapshot("select * from Log");
   db.Close();
   EXPECT_FALSE(db.IsOpen());
-  for (Recordset* rows : {static_cast<Recordset*>(table.get()),
-                          static_cast<Recordset*>(dynaset.get()),
-                          static_cast<Recordset*>(snapshot.get())}) {
+  for (Recordset* rows :
+       {static_cast<Recordset*>(table.get()), static_cast<Recordset*>(dynaset.get()),
+        static_cast<Recordset*>(snapshot.get())}) {
     EXPECT_EQ(ErrorOf([&] { rows->Field("Call"); }), 3420);
     EXPECT_EQ(ErrorOf([&] { rows->MoveNext(); }), 3420);
     EXPECT_EQ(ErrorOf([&] { rows->EOF_(); }), 3420);

@@ -26,40 +26,81 @@ class GuardTest : public ::testing::Test {
 };
 
 TEST_F(GuardTest, WhatIsNoStatementIsASyntaxError) {
-  for (const char* statement :
-       {"", " ", ";", "select", "select *", "select * from", "select from Log",
-        "select * from Log where", "select * from Log order by", "select * from Log where Call=",
-        "select * from Log where Call='O'HARA'", "select * from Log where Call='aperto",
-        "select * from Log where (Call='a'", "select * from Log where Call='a')",
-        "select * from [Log", "select * from []", "select * from Log where Call=='a'",
-        "select * from Log where Call 'a'", "select * from Log where 12abc=1",
-        "select * from Log where 1.2.3=1", "select * from Log where Call like",
-        "select * from Log where Call in ()", "select * from Log where Call in (select * from",
-        "select * from Log where Call between 'a'", "select * from Log where Call is 'a'",
-        "select * from Log where Call not 'a'", "select * from Log where @x=1",
-        "select * from Log where Call=?1", "select * from Log where Call=:a",
-        "select * from Log where Call={d}", "select * from Log group Call",
-        "select * from Log where Log.*=1", "select Call, from Log", "select * from Log,",
-        "select * from Log limit 1", "select * from Log union select * from Log",
-        "select * from Log /* nota */", "select * from Log where Call='a' collate binary",
-        "select max(max(QsoNr)) from Log", "select * from Log where max(QsoNr)=1",
-        "select Left(Call) from Log", "select Left(Call,1,2) from Log",
-        "select Call from Log where QsoNr=(select * from Log)", "where  >=FrequenzaI",
-        "select Banda from UserRTX where  >=FrequenzaI and  <=FrequenzaF", "selectt * from Log",
-        "explain select * from Log", "with x as (select 1) select * from x"}) {
+  for (const char* statement : {"",
+                                " ",
+                                ";",
+                                "select",
+                                "select *",
+                                "select * from",
+                                "select from Log",
+                                "select * from Log where",
+                                "select * from Log order by",
+                                "select * from Log where Call=",
+                                "select * from Log where Call='O'HARA'",
+                                "select * from Log where Call='aperto",
+                                "select * from Log where (Call='a'",
+                                "select * from Log where Call='a')",
+                                "select * from [Log",
+                                "select * from []",
+                                "select * from Log where Call=='a'",
+                                "select * from Log where Call 'a'",
+                                "select * from Log where 12abc=1",
+                                "select * from Log where 1.2.3=1",
+                                "select * from Log where Call like",
+                                "select * from Log where Call in ()",
+                                "select * from Log where Call in (select * from",
+                                "select * from Log where Call between 'a'",
+                                "select * from Log where Call is 'a'",
+                                "select * from Log where Call not 'a'",
+                                "select * from Log where @x=1",
+                                "select * from Log where Call=?1",
+                                "select * from Log where Call=:a",
+                                "select * from Log where Call={d}",
+                                "select * from Log group Call",
+                                "select * from Log where Log.*=1",
+                                "select Call, from Log",
+                                "select * from Log,",
+                                "select * from Log limit 1",
+                                "select * from Log union select * from Log",
+                                "select * from Log /* nota */",
+                                "select * from Log where Call='a' collate binary",
+                                "select max(max(QsoNr)) from Log",
+                                "select * from Log where max(QsoNr)=1",
+                                "select Left(Call) from Log",
+                                "select Left(Call,1,2) from Log",
+                                "select Call from Log where QsoNr=(select * from Log)",
+                                "where  >=FrequenzaI",
+                                "select Banda from UserRTX where  >=FrequenzaI and  <=FrequenzaF",
+                                "selectt * from Log",
+                                "explain select * from Log",
+                                "with x as (select 1) select * from x"}) {
     EXPECT_EQ(Open(statement), 3075) << statement;
   }
 }
 
 TEST_F(GuardTest, AnUnfinishedWriteIsASyntaxError) {
-  for (const char* statement :
-       {"insert", "insert into", "insert into Modi", "insert into Modi values",
-        "insert into Modi values (", "insert into Modi values (1,'x'", "update", "update Log",
-        "update Log set", "update Log set Call", "update Log set Call=", "update Log set Call='a',",
-        "delete", "delete Log", "delete * Log", "delete from", "delete from Log where",
-        "insert or replace into Modi values (1,'x')", "insert into Modi default values",
-        "update Log set Call='a' from Modi", "delete from Log limit 1",
-        "delete from Log returning *"}) {
+  for (const char* statement : {"insert",
+                                "insert into",
+                                "insert into Modi",
+                                "insert into Modi values",
+                                "insert into Modi values (",
+                                "insert into Modi values (1,'x'",
+                                "update",
+                                "update Log",
+                                "update Log set",
+                                "update Log set Call",
+                                "update Log set Call=",
+                                "update Log set Call='a',",
+                                "delete",
+                                "delete Log",
+                                "delete * Log",
+                                "delete from",
+                                "delete from Log where",
+                                "insert or replace into Modi values (1,'x')",
+                                "insert into Modi default values",
+                                "update Log set Call='a' from Modi",
+                                "delete from Log limit 1",
+                                "delete from Log returning *"}) {
     EXPECT_EQ(Execute(statement), 3075) << statement;
   }
 }
@@ -73,8 +114,8 @@ TEST_F(GuardTest, TheFirstStatementIsTheOnlyOne) {
 }
 
 TEST_F(GuardTest, ReadingAcceptsNothingThatWrites) {
-  for (const char* statement : {"delete from Log", "update Log set Call='x'",
-                                "insert into Modi values (1,'x')"}) {
+  for (const char* statement :
+       {"delete from Log", "update Log set Call='x'", "insert into Modi values (1,'x')"}) {
     EXPECT_EQ(Open(statement), 3219) << statement;
     EXPECT_EQ(ErrorOf([&] { db_.OpenDynaset(statement); }), 3219) << statement;
   }
@@ -94,8 +135,9 @@ TEST_F(GuardTest, NothingButTheFourStatementsIsKnown) {
 }
 
 TEST_F(GuardTest, TheFilesOwnTablesDoNotExist) {
-  for (const char* table : {"sqlite_schema", "sqlite_master", "sqlite_sequence", "sqlite_temp_master",
-                            "pragma_table_info", "dbstat", "sqlite_stmt", "main.Log"}) {
+  for (const char* table :
+       {"sqlite_schema", "sqlite_master", "sqlite_sequence", "sqlite_temp_master",
+        "pragma_table_info", "dbstat", "sqlite_stmt", "main.Log"}) {
     EXPECT_NE(Open(std::string("select * from ") + table), 0) << table;
     EXPECT_NE(Execute(std::string("delete from ") + table), 0) << table;
   }
@@ -135,9 +177,12 @@ TEST_F(GuardTest, DescriptionsAreToldInItalianWithoutTheNumber) {
 }
 
 TEST_F(GuardTest, NestingWithoutEndIsASyntaxErrorAndNoMore) {
-  for (const auto& [open, close] :
-       {std::pair{"(", ")"}, {"not (", ")"}, {"Left(", ",1)"}, {"-(", ")"},
-        {"1 in (", ")"}, {"exists (select * from Log where ", ")"}}) {
+  for (const auto& [open, close] : {std::pair{"(", ")"},
+                                    {"not (", ")"},
+                                    {"Left(", ",1)"},
+                                    {"-(", ")"},
+                                    {"1 in (", ")"},
+                                    {"exists (select * from Log where ", ")"}}) {
     std::string deep;
     for (int i = 0; i < 5000; ++i) deep += open;
     deep += "1";

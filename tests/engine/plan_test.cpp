@@ -112,8 +112,8 @@ TEST_F(CostTest, StatementsThatDifferInLiteralsAloneAreCompiledOnce) {
     db_.OpenSnapshot("select Call from Log where Call='" + call +
                      "' and QslRicevuta=true and Banda='  2 m' and QsoNr<> " +
                      std::to_string(number));
-    db_.OpenSnapshot("select Call from Log where Locator like '" + call +
-                     "*' and Banda='" + call + "'");
+    db_.OpenSnapshot("select Call from Log where Locator like '" + call + "*' and Banda='" + call +
+                     "'");
   };
   type("I3AB", 1);
   const EngineCounters before = db_.Counters();

@@ -149,9 +149,9 @@ TEST_F(SnapshotTest, EachKindOfColumnReadsAsItsKind) {
 }
 
 TEST_F(SnapshotTest, ColumnsAreNamedAsInTheTableOrByTheirAlias) {
-  const auto rows =
-      db_.OpenSnapshot("select [zona cq], left(Locator,4) as Square, count(*) from Log "
-                       "group by [ZONA CQ], left(Locator,4)");
+  const auto rows = db_.OpenSnapshot(
+      "select [zona cq], left(Locator,4) as Square, count(*) from Log "
+      "group by [ZONA CQ], left(Locator,4)");
   EXPECT_THAT(rows->Columns(), ElementsAre("Zona CQ", "Square", "Expr1002"));
 }
 

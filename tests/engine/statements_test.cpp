@@ -9,33 +9,84 @@ namespace {
 
 void Fill(Database& db) {
   const auto log = [&](Cells cells) { Add(db, "Log", cells); };
-  log({{"DataQso", DateTime::Of(2001, 2, 3, 10, 0)}, {"Call", "I3ABC"},     {"Banda", "  2 m"},
-       {"Locator", "JN65FR"},  {"Country", "I"},     {"Prefisso", "I3   "}, {"Zona CQ", 15},
-       {"Zona ITU", 28},       {"Continente", "EU"}, {"Provincia", "PD"},   {"Modo", "SSB"},
-       {"Propagazione", "TR"}, {"QslRicevuta", true}, {"QslInviata", true},
-       {"Note", "prova [SOTA I/VE-1] fine"}, {"Qrb", 20}});
-  log({{"DataQso", DateTime::Of(2001, 2, 4, 11, 0)}, {"Call", "i3abc"},     {"Banda", " 20 m"},
-       {"Locator", "JN65"},    {"Country", "I"},     {"Prefisso", "I3"},    {"Zona CQ", 15},
-       {"Zona ITU", 28},       {"Continente", "EU"}, {"Provincia", "PD"},   {"Modo", "CW"},
-       {"Propagazione", ""},   {"Note", ""},         {"Qrb", 10}});
-  log({{"DataQso", DateTime::Of(2001, 2, 5, 12, 0)}, {"Call", "K1XYZ"},     {"Banda", " 20 m"},
-       {"Locator", "FN42"},    {"Country", "K"},     {"Prefisso", "K1"},    {"Zona CQ", 5},
-       {"Zona ITU", 8},        {"Continente", "NA"}, {"Provincia", ""},     {"Modo", "SSB"},
-       {"Propagazione", ""},   {"QslDaInviare", true}, {"Qrb", 6000}});
-  log({{"DataQso", DateTime::Of(2001, 3, 1, 9, 30)}, {"Call", "IS0AAA"},    {"Banda", "  2 m"},
-       {"Locator", "JM49"},    {"Country", "IS0"},   {"Prefisso", "IS0"},   {"Zona CQ", 15},
-       {"Zona ITU", 28},       {"Continente", "EU"}, {"Provincia", "CA"},   {"Modo", "SSB"},
-       {"Propagazione", "TR"}, {"QslRicevuta", true}, {"Qrb", 500},
+  log({{"DataQso", DateTime::Of(2001, 2, 3, 10, 0)},
+       {"Call", "I3ABC"},
+       {"Banda", "  2 m"},
+       {"Locator", "JN65FR"},
+       {"Country", "I"},
+       {"Prefisso", "I3   "},
+       {"Zona CQ", 15},
+       {"Zona ITU", 28},
+       {"Continente", "EU"},
+       {"Provincia", "PD"},
+       {"Modo", "SSB"},
+       {"Propagazione", "TR"},
+       {"QslRicevuta", true},
+       {"QslInviata", true},
+       {"Note", "prova [SOTA I/VE-1] fine"},
+       {"Qrb", 20}});
+  log({{"DataQso", DateTime::Of(2001, 2, 4, 11, 0)},
+       {"Call", "i3abc"},
+       {"Banda", " 20 m"},
+       {"Locator", "JN65"},
+       {"Country", "I"},
+       {"Prefisso", "I3"},
+       {"Zona CQ", 15},
+       {"Zona ITU", 28},
+       {"Continente", "EU"},
+       {"Provincia", "PD"},
+       {"Modo", "CW"},
+       {"Propagazione", ""},
+       {"Note", ""},
+       {"Qrb", 10}});
+  log({{"DataQso", DateTime::Of(2001, 2, 5, 12, 0)},
+       {"Call", "K1XYZ"},
+       {"Banda", " 20 m"},
+       {"Locator", "FN42"},
+       {"Country", "K"},
+       {"Prefisso", "K1"},
+       {"Zona CQ", 5},
+       {"Zona ITU", 8},
+       {"Continente", "NA"},
+       {"Provincia", ""},
+       {"Modo", "SSB"},
+       {"Propagazione", ""},
+       {"QslDaInviare", true},
+       {"Qrb", 6000}});
+  log({{"DataQso", DateTime::Of(2001, 3, 1, 9, 30)},
+       {"Call", "IS0AAA"},
+       {"Banda", "  2 m"},
+       {"Locator", "JM49"},
+       {"Country", "IS0"},
+       {"Prefisso", "IS0"},
+       {"Zona CQ", 15},
+       {"Zona ITU", 28},
+       {"Continente", "EU"},
+       {"Provincia", "CA"},
+       {"Modo", "SSB"},
+       {"Propagazione", "TR"},
+       {"QslRicevuta", true},
+       {"Qrb", 500},
        {"Note", "SOTA senza parentesi"}});
-  log({{"DataQso", DateTime::Of(2001, 3, 1, 10, 0)}, {"Call", "K1XYZ"},     {"Banda", "  2 m"},
-       {"Country", "K"},       {"Zona CQ", 0},       {"Modo", "SSB"},       {"Propagazione", "EME"},
-       {"QslRicevuta", true},  {"Qrb", 6000}});
+  log({{"DataQso", DateTime::Of(2001, 3, 1, 10, 0)},
+       {"Call", "K1XYZ"},
+       {"Banda", "  2 m"},
+       {"Country", "K"},
+       {"Zona CQ", 0},
+       {"Modo", "SSB"},
+       {"Propagazione", "EME"},
+       {"QslRicevuta", true},
+       {"Qrb", 6000}});
 
   for (const auto& [band, mhz, from, to] :
        {std::tuple{"  2 m", 144.3, 144000.0, 146000.0}, {" 20 m", 14.2, 14000.0, 14350.0}}) {
     Add(db, "UserRTX",
-        {{"Banda", band}, {"Frequenza", mhz}, {"FrequenzaI", from}, {"FrequenzaF", to},
-         {"AnnunceDX", true}, {"FilenameDX", "dx.wav"}});
+        {{"Banda", band},
+         {"Frequenza", mhz},
+         {"FrequenzaI", from},
+         {"FrequenzaF", to},
+         {"AnnunceDX", true},
+         {"FilenameDX", "dx.wav"}});
   }
   Add(db, "Modi", {{"Codice", 2}, {"Modo", "CW"}});
   Add(db, "Modi", {{"Codice", 1}, {"Modo", "SSB"}});
@@ -60,8 +111,13 @@ void Fill(Database& db) {
   Add(db, "Contest", {{"DataContest", contest}, {"Banda", "  2 m"}, {"Nome", "Giugno"}});
   for (const auto& [serial, call] : {std::pair{2, "I3ABC"}, {1, "K1XYZ"}, {3, "I3ABC"}}) {
     Add(db, "Contest Qso",
-        {{"DataContest", contest}, {"Banda", "  2 m"}, {"ProgrDato", serial}, {"Call", call},
-         {"Locator", "JN65FR"}, {"InLog", serial == 2}, {"Qsl", serial == 2}});
+        {{"DataContest", contest},
+         {"Banda", "  2 m"},
+         {"ProgrDato", serial},
+         {"Call", call},
+         {"Locator", "JN65FR"},
+         {"InLog", serial == 2},
+         {"Qsl", serial == 2}});
   }
   Add(db, "Contest Qso",
       {{"DataContest", DateTime::Of(2001, 6, 3)}, {"Banda", "  2 m"}, {"ProgrDato", 9}});
@@ -229,7 +285,8 @@ constexpr std::pair<const char*, const char*> kAwards[] = {
      "ORDER BY [Zona CQ],QslRicevuta",
      "|5|15|15"},
     {"SELECT Country,QslRicevuta FROM Log WHERE (Country='I' OR Country='IS0') AND Modo in "
-     "('SSB','CW') AND Propagazione in ('','TR') AND Country<>'' GROUP BY Country,QslRicevuta ORDER "
+     "('SSB','CW') AND Propagazione in ('','TR') AND Country<>'' GROUP BY Country,QslRicevuta "
+     "ORDER "
      "BY Country,QslRicevuta",
      "|I|I|IS0"},
     {"SELECT Country,Provincia,QslRicevuta FROM Log WHERE Country='I' AND Provincia<>'' GROUP BY "
@@ -324,8 +381,11 @@ TEST_F(WritingTest, TheStagingTableTakesTheColumnsOfTheLog) {
   EXPECT_EQ(rows->Field("Call").Text(), "I3ABC");
   EXPECT_EQ(rows->Field("DataQso"), Value(DateTime::Of(2001, 2, 3, 10, 0)));
   EXPECT_EQ(rows->Field("QslRicevuta"), Value(true));
-  // It has no key of its own: a contact can stand in it twice.
-  EXPECT_EQ(db_.Execute("INSERT INTO SLog SELECT * FROM Log WHERE QsoNr=1 ORDER BY DataQso"), 1);
+}
+
+TEST_F(WritingTest, TheStagingTableKeepsTheOrderInWhichItWasFilled) {
+  db_.Execute("INSERT INTO SLog SELECT * FROM Log WHERE Qrb<1000 ORDER BY Qrb");
+  EXPECT_EQ(Joined(Select(db_, "select QsoNr from SLog")), "|2|1|4");
 }
 
 TEST_F(WritingTest, TheStagingTableOfNotesTakesTwoColumns) {
