@@ -10,7 +10,7 @@
 namespace brenvo {
 namespace {
 
-constexpr std::string_view kVfoA = "VFO-A", kVfoB = "VFO-B";
+constexpr std::string_view kVfoA = "VFO-A";
 constexpr int kPollInterval = 100;  // milliseconds
 constexpr int kHalfSpan = 1000;     // units of 100 Hz
 // What the slider can carry, with its span: far beyond any transceiver.
