@@ -1,0 +1,97 @@
+// The images as they were drawn.
+#include <gtest/gtest.h>
+
+#include <QColor>
+#include <QImage>
+#include <filesystem>
+#include <string>
+
+#include "tests/mkmaps/known_places.h"
+#include "tools/mkmaps/sheets.h"
+
+namespace brenvo {
+namespace {
+
+QImage Delivered(std::string_view name) {
+  const auto file = std::filesystem::path(BUILD_DIR) / "delivered" / name;
+  QImage image(QString::fromStdString(file.string()));
+  EXPECT_FALSE(image.isNull()) << name;
+  return image;
+}
+
+void ExpectSize(std::string_view name, const SheetSize& size) {
+  const QImage image = Delivered(name);
+  EXPECT_EQ(image.width(), size.width) << name;
+  EXPECT_EQ(image.height(), size.height) << name;
+}
+
+// Land is warm, the sea is cold; lines and letters are outvoted.
+bool LooksLikeLand(const QImage& image, const SheetPoint& at) {
+  int warm = 0, cold = 0;
+  for (int dy = -4; dy <= 4; ++dy) {
+    for (int dx = -4; dx <= 4; ++dx) {
+      const QColor colour = image.pixelColor(static_cast<int>(at.x) + dx, static_cast<int>(at.y) + dy);
+      ++(colour.red() > colour.blue() ? warm : cold);
+    }
+  }
+  return warm > cold;
+}
+
+TEST(Images, AreAsLargeAsTheirSheets) {
+  ExpectSize(FieldSheet::kFile, FieldSheet::kSize);
+  ExpectSize(SquareSheet::kFile, SquareSheet::kSize);
+  ExpectSize(ZoneSheet::kFile, ZoneSheet::kSize);
+  ExpectSize(ItalySheet::kFile, ItalySheet::kSize);
+  ExpectSize(EuropeSheet::kFile, EuropeSheet::kSize);
+  for (const Region& region : Regions()) ExpectSize(region.file, region.size);
+}
+
+TEST(Images, ShowLandAndSeaWhereTheyAre) {
+  const QImage squares = Delivered(SquareSheet::kFile);
+  for (const KnownPlace& place : kKnownPlaces) {
+    EXPECT_EQ(LooksLikeLand(squares, SquareSheet::At(place.position)), place.land) << place.name;
+  }
+  for (const Region& region : Regions()) {
+    const QImage image = Delivered(region.file);
+    for (const KnownPlace& place : kKnownPlaces) {
+      if (!region.Shows(place.position)) continue;
+      // Islands of few pixels are lost among their shores here.
+      if (place.name == std::string("Sao Miguel")) continue;
+      EXPECT_EQ(LooksLikeLand(image, region.At(place.position)), place.land)
+          << region.file << ' ' << place.name;
+    }
+  }
+}
+
+TEST(Images, ThePointersTipIsWhereTheMapViewerExpectsIt) {
+  const QImage pointer = Delivered("Pointer.bmp");
+  EXPECT_GT(qAlpha(pointer.pixel(27, 29)), 200);
+  for (int x = 0; x < pointer.width(); ++x) {
+    if (x != 27) EXPECT_LT(qAlpha(pointer.pixel(x, 29)), 200) << x;
+    for (int y = 31; y < pointer.height(); ++y) EXPECT_EQ(qAlpha(pointer.pixel(x, y)), 0);
+  }
+  EXPECT_EQ(qAlpha(pointer.pixel(0, 0)), 0);
+}
+
+TEST(Images, EveryZoneHasAGreenAndARedDiscAroundTheSameSpot) {
+  for (int zone = 1; zone <= 40; ++zone) {
+    for (const bool confirmed : {true, false}) {
+      const std::string name =
+          "Zona" + std::to_string(zone) + (confirmed ? "c" : "nc") + ".bmp";
+      const QImage stamp = Delivered(name);
+      ASSERT_FALSE(stamp.isNull()) << name;
+      EXPECT_EQ(qAlpha(stamp.pixel(0, 0)), 0) << name;
+      EXPECT_EQ(qAlpha(stamp.pixel(27, 29)), 255) << name;
+      // Above the number, within the disc.
+      const QColor colour = stamp.pixelColor(27, 20);
+      EXPECT_EQ(colour.green() > colour.red(), confirmed) << name;
+      int left = 0, right = 0;
+      while (qAlpha(stamp.pixel(left, 29)) < 128) ++left;
+      while (qAlpha(stamp.pixel(54 - right, 29)) < 128) ++right;
+      EXPECT_EQ(left, right) << name;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace brenvo
