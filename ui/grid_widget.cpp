@@ -57,6 +57,8 @@ class Table : public QTableView {
 
   void Refresh() {
     if (!context_.Alive()) return;
+    // An editor would lose what is typed in it; the refresh comes when it closes.
+    if (state() == EditingState) return;
     refreshing_ = true;
     setEditTriggers(grid_.Editable ? QAbstractItemView::DoubleClicked |
                                          QAbstractItemView::EditKeyPressed |
@@ -79,12 +81,21 @@ class Table : public QTableView {
       Run(at, [this](std::int64_t row, int) { grid_.RemoveRow(row); });
       return;
     }
+    if (context_.Alive() && grid_.Editable && event->key() == Qt::Key_Backspace && at.isValid()) {
+      context_.Run([this] { grid_.TypeKey(kBackspace); });
+      return;
+    }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && at.isValid() &&
         state() != QAbstractItemView::EditingState && !grid_.Editable) {
       Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
       return;
     }
     QTableView::keyPressEvent(event);
+  }
+
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override {
+    QTableView::closeEditor(editor, hint);
+    Refresh();
   }
 
   // A key that the grid answers itself opens no editor; neither does a double click where the

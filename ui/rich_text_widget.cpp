@@ -54,8 +54,9 @@ class Area : public QPlainTextEdit {
   }
 
   std::size_t Character(int place) const {
+    // The first of those that share the place: a selection up to a line's end has no return in it.
     std::size_t at = 0;
-    for (int sum = 0; at < widths_.size() && sum + widths_[at] <= place; ++at) sum += widths_[at];
+    for (int sum = 0; at < widths_.size() && sum < place; ++at) sum += widths_[at];
     return at;
   }
 

@@ -1,0 +1,206 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTabBar>
+
+#include "forms/choice_fields.h"
+#include "forms/list_field.h"
+#include "forms/tab_strip.h"
+#include "tests/ui/screen.h"
+
+namespace brenvo {
+namespace {
+
+using ::testing::ElementsAre;
+
+class ChoiceForm : public Window {
+ public:
+  explicit ChoiceForm(WindowHost& host) : Window(host, "ChoiceForm", "", Twips(9000), Twips(9000)) {
+    Banda.SetItems({"160 m", " 80 m", " 40 m"});
+    Country.SetItems({"I    Italia", "F    Francia"});
+    LBNote.SetItems({"PROP  F2", "PROP  M.S.", "SAT   AO-7"});
+    Modo.SetItems({"SSB", "CW", "RTTY"});
+    for (ListField* list : {&Banda, &Country, &LBNote, &Modo}) {
+      list->OnChange = [this, list] { told.push_back("change " + list->Text()); };
+      list->OnClick = [this, list] { told.push_back("click " + list->Text()); };
+    }
+    LBNote.OnDoubleClick = [this] { told.push_back("double " + LBNote.Text()); };
+    LBNote.ContextMenu = &popup;
+    LBNote.OnContextMenu = [this] { told.push_back("context"); };
+    Fisso.JoinWith(Portatile);
+    cmToggle.Toggle = true;
+    Tabs.SetPage(0, First, {});
+    Tabs.SetPage(1, Second, {});
+  }
+  ListField Banda{*this, "Banda", ListStyle::kDropDown};
+  ListField Country{*this, "Country", ListStyle::kCombo};
+  ListField LBNote{*this, "LBNote", ListStyle::kOpen};
+  ListField Modo{*this, "Modo", ListStyle::kMulti};
+  CheckBox QslRicevuta{*this, "QslRicevuta", true};
+  OptionButton Fisso{*this, "Fisso"};
+  OptionButton Portatile{*this, "Portatile"};
+  OptionGroup SortOrder{*this, "SortOrder", {"Data", "Call", "Qrb"}};
+  Slider Altezza{*this, "Altezza", 0, 700, 339};
+  Gauge SMeter{*this, "SMeter", 20, 175};
+  Command cmToggle{*this, "cmToggle", "&Tasto", [this] { told.push_back("press"); }};
+  Command cmAll{*this, "cmAll", "Tutto"};
+  Menu popup{*this, "popup", "", {&cmAll}};
+  Panel First{*this, "First"}, Second{*this, "Second"};
+  TabStrip Tabs{*this, "Tabs", {"RTX", "Multimedia"}};
+  Told told;
+};
+
+class ChoiceWidgets : public ScreenTest {
+ protected:
+  ChoiceForm& form = Open<ChoiceForm>();
+};
+
+TEST_F(ChoiceWidgets, AnArrowKeyTakesTheNextEntryOfADropDownList) {
+  QTest::keyClick(Find<QComboBox>("Banda"), Qt::Key_Down);
+  EXPECT_EQ(form.Banda.ListIndex(), 0);
+  EXPECT_THAT(form.told, ElementsAre("change 160 m", "click 160 m"));
+}
+
+TEST_F(ChoiceWidgets, DeleteEmptiesTheChoiceOfADropDownList) {
+  form.Banda.SetListIndex(1);
+  QTest::keyClick(Find<QComboBox>("Banda"), Qt::Key_Delete);
+  EXPECT_EQ(form.Banda.ListIndex(), -1);
+  EXPECT_EQ(Find<QComboBox>("Banda")->currentIndex(), -1);
+}
+
+TEST_F(ChoiceWidgets, AnAssignedEntryIsShownWithoutAnEventOfTheScreen) {
+  form.Banda.SetListIndex(2);
+  EXPECT_EQ(Find<QComboBox>("Banda")->currentText(), " 40 m");
+  EXPECT_THAT(form.told, ElementsAre("change  40 m"));
+}
+
+TEST_F(ChoiceWidgets, AListWithATextTypesThroughItsField) {
+  form.Country.Filter = [](char32_t key) { return key == 'x' ? U'F' : key; };
+  QTest::keyClicks(Find<QComboBox>("Country"), "x");
+  EXPECT_EQ(form.Country.Text(), "F");
+  EXPECT_EQ(Find<QComboBox>("Country")->currentText(), "F");
+}
+
+TEST_F(ChoiceWidgets, AnEntryTypedInFullIsNoClick) {
+  form.Country.SetText("I    Itali");
+  Find<QComboBox>("Country")->lineEdit()->setCursorPosition(10);
+  QTest::keyClicks(Find<QComboBox>("Country"), "a");
+  QTest::keyClick(Find<QComboBox>("Country"), Qt::Key_Return);
+  EXPECT_THAT(form.told, ElementsAre("change I    Itali", "change I    Italia"));
+}
+
+TEST_F(ChoiceWidgets, AClickTakesTheEntryOfAnOpenList) {
+  auto* list = Find<QListView>("LBNote");
+  const QRect place = list->visualRect(list->model()->index(1, 0));
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place.center());
+  EXPECT_EQ(form.LBNote.ListIndex(), 1);
+  EXPECT_THAT(form.told, ElementsAre("change PROP  M.S.", "click PROP  M.S."));
+}
+
+TEST_F(ChoiceWidgets, ALetterSearchesAnOpenList) {
+  QTest::keyClicks(Find<QListView>("LBNote"), "s");
+  EXPECT_EQ(form.LBNote.Text(), "SAT   AO-7");
+}
+
+TEST_F(ChoiceWidgets, ADoubleClickIsTheFieldsBehindItsClick) {
+  auto* list = Find<QListView>("LBNote");
+  const QPoint place = list->visualRect(list->model()->index(0, 0)).center();
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+  Settle();
+  ASSERT_FALSE(form.told.empty());
+  EXPECT_EQ(form.told.back(), "double PROP  F2");
+}
+
+TEST_F(ChoiceWidgets, TheMenuUnderTheRightButtonOpensBehindTheFieldsEvent) {
+  auto* list = Find<QListView>("LBNote");
+  emit list->customContextMenuRequested(QPoint(4, 4));
+  Settle();
+  EXPECT_THAT(form.told, ElementsAre("context"));
+  ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+  EXPECT_EQ(QApplication::activePopupWidget()->objectName(), "popup");
+  QApplication::activePopupWidget()->close();
+}
+
+TEST_F(ChoiceWidgets, EntriesAddedOneByOneAreShown) {
+  form.LBNote.AddItem("SAT   FO-29");
+  Settle();
+  EXPECT_EQ(Find<QListView>("LBNote")->model()->rowCount(), 4);
+}
+
+TEST_F(ChoiceWidgets, SpaceMarksAndUnmarksInAListOfSeveralChoices) {
+  auto* list = Find<QListView>("Modo");
+  list->setFocus();
+  list->setCurrentIndex(list->model()->index(1, 0));
+  QTest::keyClick(list, Qt::Key_Space);
+  EXPECT_TRUE(form.Modo.Selected(1));
+  QTest::keyClick(list, Qt::Key_Space);
+  EXPECT_FALSE(form.Modo.Selected(1));
+}
+
+TEST_F(ChoiceWidgets, ATriStateBoxGoesTheFieldsRound) {
+  auto* box = Find<QCheckBox>("QslRicevuta");
+  EXPECT_EQ(box->checkState(), Qt::PartiallyChecked);
+  QTest::keyClick(box, Qt::Key_Space);
+  EXPECT_EQ(form.QslRicevuta.State(), CheckState::kOff);
+  QTest::keyClick(box, Qt::Key_Space);
+  EXPECT_EQ(form.QslRicevuta.State(), CheckState::kOn);
+  EXPECT_EQ(box->checkState(), Qt::Checked);
+}
+
+TEST_F(ChoiceWidgets, OneOptionClearsItsFellow) {
+  QTest::keyClick(Find<QRadioButton>("Fisso"), Qt::Key_Space);
+  QTest::keyClick(Find<QRadioButton>("Portatile"), Qt::Key_Space);
+  EXPECT_FALSE(form.Fisso.IsOn());
+  EXPECT_FALSE(Find<QRadioButton>("Fisso")->isChecked());
+  EXPECT_TRUE(Find<QRadioButton>("Portatile")->isChecked());
+}
+
+TEST_F(ChoiceWidgets, AnOptionOfAGroupIsPressedByItsNumber) {
+  QTest::keyClick(Find<QRadioButton>("SortOrder_2"), Qt::Key_Space);
+  EXPECT_EQ(form.SortOrder.Index(), 2);
+}
+
+TEST_F(ChoiceWidgets, ASliderTellsItsValueAndFollowsItsLimits) {
+  auto* slider = Find<QSlider>("Altezza");
+  slider->setValue(400);
+  EXPECT_EQ(form.Altezza.Value(), 400);
+  form.Altezza.SetMaximum(350);
+  EXPECT_EQ(slider->maximum(), 350);
+  EXPECT_EQ(slider->value(), 350);
+}
+
+TEST_F(ChoiceWidgets, AReadingBeyondTheScaleShowsAsItsEnd) {
+  form.SMeter.SetValue(255);
+  EXPECT_EQ(Find<QProgressBar>("SMeter")->value(), 175);
+}
+
+TEST_F(ChoiceWidgets, AToggleFlipsOnceAPress) {
+  auto* button = Find<QPushButton>("cmToggle");
+  QTest::mouseClick(button, Qt::LeftButton);
+  EXPECT_TRUE(form.cmToggle.Down());
+  EXPECT_TRUE(button->isChecked());
+  form.cmToggle.SetDown(false);
+  EXPECT_FALSE(button->isChecked());
+  EXPECT_THAT(form.told, ElementsAre("press"));
+}
+
+TEST_F(ChoiceWidgets, ATabShowsItsPage) {
+  Find<QTabBar>("Tabs")->setCurrentIndex(1);
+  EXPECT_EQ(form.Tabs.Index(), 1);
+  EXPECT_TRUE(form.Second.Visible());
+  EXPECT_FALSE(form.First.Visible());
+}
+
+TEST_F(ChoiceWidgets, ADisabledFieldIsDisabledOnTheScreen) {
+  form.Banda.SetEnabled(false);
+  EXPECT_FALSE(Find<QComboBox>("Banda")->isEnabled());
+}
+
+}  // namespace
+}  // namespace brenvo

@@ -1,0 +1,221 @@
+#include <QClipboard>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+
+#include "base/text.h"
+#include "forms/text_field.h"
+#include "tests/ui/screen.h"
+
+namespace brenvo {
+namespace {
+
+using ::testing::ElementsAre;
+
+class TextForm : public Window {
+ public:
+  explicit TextForm(WindowHost& host) : Window(host, "TextForm", "", Twips(6000), Twips(4000)) {
+    CallQso.Filter = UpperChar;
+    CallQso.OnChange = [this] { told.push_back("change " + CallQso.Text()); };
+    CallQso.OnFocus = [this] { told.push_back("focus"); };
+    CallQso.OnLeave = [this] {
+      told.push_back("leave");
+      Qra.SetText("MARIO");
+    };
+    Digits.Filter = [](char32_t key) {
+      return key == kBackspace || (key >= '0' && key <= '9') ? key : 0;
+    };
+    Digits.MaxLength = 4;
+    File.BackspaceClears = true;
+    File.OnDrop = [this](std::string_view text) { File.SetText(text); };
+  }
+  TextField CallQso{*this, "CallQso"};
+  TextField Qra{*this, "Qra"};
+  TextField Digits{*this, "Digits"};
+  TextField File{*this, "File"};
+  MaskedField Qtr{*this, "Qtr", "##:##"};
+  DatePicker DataQso{*this, "DataQso"};
+  Told told;
+};
+
+class TextWidgets : public ScreenTest {
+ protected:
+  TextForm& form = Open<TextForm>();
+  QLineEdit* Line(const char* name) { return Find<QLineEdit>(name); }
+};
+
+TEST_F(TextWidgets, TypedLettersPassTheFilterAndRunTheChangeEventOnceEach) {
+  form.told.clear();
+  QTest::keyClicks(Line("CallQso"), "i2a");
+  EXPECT_THAT(form.told, ElementsAre("change I", "change I2", "change I2A"));
+  EXPECT_EQ(Line("CallQso")->text(), "I2A");
+}
+
+TEST_F(TextWidgets, AKeyThatTheFilterSwallowsDoesNothing) {
+  QTest::keyClicks(Line("Digits"), "1x2");
+  EXPECT_EQ(form.Digits.Text(), "12");
+  EXPECT_EQ(Line("Digits")->text(), "12");
+}
+
+TEST_F(TextWidgets, TypingReplacesWhatIsSelected) {
+  form.CallQso.SetText("IK1ABC");
+  Line("CallQso")->setSelection(3, 3);
+  QTest::keyClicks(Line("CallQso"), "z");
+  EXPECT_EQ(form.CallQso.Text(), "IK1Z");
+}
+
+TEST_F(TextWidgets, TypingInTheMiddleGoesOnInTheMiddle) {
+  form.CallQso.SetText("IKABC");
+  Line("CallQso")->setCursorPosition(2);
+  QTest::keyClicks(Line("CallQso"), "10");
+  EXPECT_EQ(form.CallQso.Text(), "IK10ABC");
+}
+
+TEST_F(TextWidgets, BackspaceClearsTheWholeFieldWhereTheFieldSaysSo) {
+  form.File.SetText("italia.jpg");
+  QTest::keyClick(Line("File"), Qt::Key_Backspace);
+  EXPECT_EQ(form.File.Text(), "");
+}
+
+TEST_F(TextWidgets, DeleteRemovesTheNextCharacter) {
+  form.CallQso.SetText("IK1ABC");
+  Line("CallQso")->setCursorPosition(0);
+  QTest::keyClick(Line("CallQso"), Qt::Key_Delete);
+  EXPECT_EQ(form.CallQso.Text(), "K1ABC");
+}
+
+TEST_F(TextWidgets, PastedTextIsFilteredAndKeepsToTheLongestLength) {
+  QApplication::clipboard()->setText("a1b2c3d4e5");
+  QTest::keyClick(Line("Digits"), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(form.Digits.Text(), "1234");
+  EXPECT_EQ(Line("Digits")->text(), "1234");
+}
+
+TEST_F(TextWidgets, APasteIsOneChange) {
+  form.told.clear();
+  QApplication::clipboard()->setText("ik1abc");
+  QTest::keyClick(Line("CallQso"), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_THAT(form.told, ElementsAre("change IK1ABC"));
+}
+
+TEST_F(TextWidgets, AFieldThatRefusesKeystrokesTakesNone) {
+  form.Qra.ReadOnly = true;
+  form.Qra.SetText("12");
+  QTest::keyClicks(Line("Qra"), "3");
+  EXPECT_EQ(form.Qra.Text(), "12");
+}
+
+TEST_F(TextWidgets, AccentedLettersCountAsOne) {
+  for (const QChar letter : QStringLiteral("Forlì")) {
+    QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, letter);
+    QApplication::sendEvent(Line("Qra"), &key);
+  }
+  EXPECT_EQ(Len(form.Qra.Text()), 5u);
+  EXPECT_EQ(Line("Qra")->text(), QStringLiteral("Forlì"));
+}
+
+TEST_F(TextWidgets, ReceivingTheFocusSelectsEverything) {
+  form.Qra.SetText("MARIO");
+  Line("CallQso")->setFocus();
+  Settle();
+  QTest::keyClick(Line("CallQso"), Qt::Key_Tab);
+  Settle();
+  EXPECT_EQ(QApplication::focusWidget(), Line("Qra"));
+  EXPECT_EQ(Line("Qra")->selectedText(), "MARIO");
+}
+
+TEST_F(TextWidgets, LeavingIsOverBeforeTheNextKeyIsTyped) {
+  Line("CallQso")->setFocus();
+  Settle();
+  // Nothing waits in between, as when somebody types fast.
+  QTest::keyClicks(Line("CallQso"), "i2a");
+  QTest::keyClick(Line("CallQso"), Qt::Key_Tab);
+  QTest::keyClicks(QApplication::focusWidget(), "B");
+  EXPECT_EQ(form.told.back(), "leave");
+  EXPECT_EQ(form.Qra.Text(), "B");
+}
+
+TEST_F(TextWidgets, ABoxOverTheWindowDoesNotLeaveTheField) {
+  Line("CallQso")->setFocus();
+  Settle();
+  form.told.clear();
+  QFocusEvent out(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+  QFocusEvent in(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+  QApplication::sendEvent(Line("CallQso"), &out);
+  Settle();
+  QApplication::sendEvent(Line("CallQso"), &in);
+  Settle();
+  EXPECT_THAT(form.told, ElementsAre());
+}
+
+TEST_F(TextWidgets, TheKeyboardFollowsTheOrderOfDeclaration) {
+  Line("CallQso")->setFocus();
+  Told order;
+  for (int i = 0; i < 5; ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    order.push_back(QApplication::focusWidget()->objectName().toStdString());
+  }
+  EXPECT_THAT(order, ElementsAre("Qra", "Digits", "File", "Qtr", "DataQso"));
+}
+
+TEST_F(TextWidgets, AnAssignedTextIsShown) {
+  form.CallQso.SetText("I0XXX");
+  EXPECT_EQ(Line("CallQso")->text(), "I0XXX");
+}
+
+TEST_F(TextWidgets, AMaskTakesDigitsIntoItsPlaces) {
+  form.Qtr.SetText(form.Qtr.EmptyText());
+  form.Qtr.Select(0, 0);
+  QTest::keyClicks(Line("Qtr"), "1x830");
+  EXPECT_EQ(form.Qtr.Text(), "18:30");
+}
+
+TEST_F(TextWidgets, DeleteBlanksOnePlaceOfAMask) {
+  form.Qtr.SetText("18:30");
+  Line("Qtr")->setCursorPosition(1);
+  QTest::keyClick(Line("Qtr"), Qt::Key_Delete);
+  EXPECT_EQ(form.Qtr.Text(), "1_:30");
+}
+
+TEST_F(TextWidgets, APasteIntoAMaskFillsItsPlaces) {
+  form.Qtr.SetText(form.Qtr.EmptyText());
+  Line("Qtr")->selectAll();
+  QApplication::clipboard()->setText("0730");
+  QTest::keyClick(Line("Qtr"), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(form.Qtr.Text(), "07:30");
+}
+
+TEST_F(TextWidgets, ADateIsShownAndTypedAsDayMonthYear) {
+  form.DataQso.SetText("03/02/2001");
+  auto* date = Find<QDateEdit>("DataQso");
+  EXPECT_EQ(date->text(), "03/02/2001");
+  date->setCurrentSection(QDateTimeEdit::DaySection);
+  QTest::keyClick(date, Qt::Key_Up);
+  EXPECT_EQ(form.DataQso.Text(), "04/02/2001");
+}
+
+TEST_F(TextWidgets, ADroppedNameReachesTheFieldThatTakesOne) {
+  QMimeData data;
+  data.setText("wm.jpg");
+  QDragEnterEvent enter(QPoint(4, 4), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(Line("File"), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop(QPointF(4, 4), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(Line("File"), &drop);
+  EXPECT_EQ(form.File.Text(), "wm.jpg");
+}
+
+TEST_F(TextWidgets, AHiddenFieldHidesItsLabelToo) {
+  auto labels = host.Main().findChildren<QLabel*>();
+  const auto label = std::find_if(labels.begin(), labels.end(),
+                                  [&](QLabel* each) { return each->buddy() == Line("Digits"); });
+  ASSERT_NE(label, labels.end());
+  EXPECT_TRUE((*label)->isVisible());
+  form.Digits.SetVisible(false);
+  EXPECT_FALSE((*label)->isVisible());
+  EXPECT_FALSE(Line("Digits")->isVisible());
+}
+
+}  // namespace
+}  // namespace brenvo

@@ -1,0 +1,170 @@
+// The station's own windows on the screen.
+#include <QAction>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QTableView>
+
+#include "forms/choice_fields.h"
+#include "forms/command.h"
+#include "forms/status_bar.h"
+#include "forms/text_field.h"
+#include "station/station.h"
+#include "tests/support/station.h"
+#include "tests/ui/screen.h"
+#include "ui/layout.h"
+#include "ui/qt_platform.h"
+#include "ui/views.h"
+#include "ui/window_builder.h"
+
+namespace brenvo {
+namespace {
+
+class StationScreen : public ::testing::Test {
+ protected:
+  StationScreen() {
+    platform.Attach(&session);
+    frame = StartStation(session);
+    QTest::qWait(1);
+  }
+  ~StationScreen() override {
+    session.Windows.RunEvent([&] { StopStation(session); });
+    QTest::qWait(1);
+    platform.Attach(nullptr);
+  }
+
+  Window* Open(const char* name) {
+    Window* window = nullptr;
+    session.Windows.RunEvent([&] {
+      window = session.Windows.LoadNew(name);
+      if (window != nullptr) session.Windows.Show(*window);
+    });
+    QTest::qWait(1);
+    return window;
+  }
+  QWidget& Outer(const char* name) {
+    auto* outer = platform.Screen().Main().findChild<QMdiSubWindow*>(QLatin1String(name));
+    if (outer != nullptr) return *outer;
+    return platform.Screen().Main();
+  }
+
+  ScratchStationDirectory directory;
+  QtPlatform platform{directory.Path()};
+  Session session{platform, directory.Path()};
+  MainFrame* frame = nullptr;
+};
+
+// Hidden triggers and what stands in bars have no place in a layout.
+bool WantsAPlace(const Field& field) {
+  return dynamic_cast<const Menu*>(&field) == nullptr &&
+         dynamic_cast<const ToolBar*>(&field) == nullptr &&
+         dynamic_cast<const StatusBar*>(&field) == nullptr &&
+         dynamic_cast<const EntryArray*>(&field) == nullptr &&
+         dynamic_cast<const Panel*>(&field) == nullptr;
+}
+
+TEST_F(StationScreen, StartsWithItsMenuAndItsMap) {
+  ASSERT_NE(frame, nullptr);
+  EXPECT_TRUE(platform.Screen().Main().isVisible());
+  auto* log = platform.Screen().Main().findChild<QAction*>("cmLog");
+  ASSERT_NE(log, nullptr);
+  log->trigger();
+  QTest::qWait(1);
+  EXPECT_NE(session.Windows.Find("LogForm"), nullptr);
+}
+
+TEST_F(StationScreen, AContactIsLoggedWithTheKeyboard) {
+  ASSERT_NE(Open("LogForm"), nullptr);
+  QWidget& log = Outer("LogForm");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+  ASSERT_NE(QApplication::focusWidget(), nullptr);
+  ASSERT_EQ(QApplication::focusWidget()->objectName(), "CallQso");
+  QTest::keyClicks(QApplication::focusWidget(), "ik1abc");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  QTest::qWait(1);
+  EXPECT_EQ(log.findChild<QLineEdit*>("ZonaCQ")->text(), "15");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F2);
+  QTest::qWait(1);
+  const auto rows = session.Db.OpenSnapshot("SELECT Call,Country FROM Log");
+  ASSERT_EQ(rows->RecordCount(), 1);
+  EXPECT_EQ(rows->Field("Call").Text(), "IK1ABC");
+  EXPECT_EQ(rows->Field("Country").Text(), "I");
+}
+
+TEST_F(StationScreen, ClosingTheMainFrameEndsEverything) {
+  Open("LogForm");
+  platform.Screen().Main().close();
+  QTest::qWait(1);
+  EXPECT_TRUE(session.Windows.Loaded().empty());
+  EXPECT_FALSE(session.IsOpen());
+}
+
+class EachWindow : public StationScreen, public ::testing::WithParamInterface<const char*> {
+ protected:
+  EachWindow() {
+    Table& contests = *session.TbContest;
+    contests.AddNew();
+    contests.Set("DataContest", DateTime::Of(2001, 3, 3));
+    contests.Set("Banda", "  2 m");
+    contests.Update();
+    session.CurrentContest.DataContest = "03/03/2001";
+    session.CurrentContest.Banda = "  2 m";
+    session.CurrentContest.Locator = "JN65AA";
+  }
+};
+
+TEST_P(EachWindow, HasAViewThatShowsEveryField) {
+  // A window may tell of a device that is not there.
+  QTimer boxes;
+  QObject::connect(&boxes, &QTimer::timeout, [] {
+    if (QWidget* box = QApplication::activeModalWidget()) box->close();
+  });
+  boxes.start(20);
+  Window* window = Open(GetParam());
+  ASSERT_NE(window, nullptr);
+  const View* view = FindView(GetParam());
+  ASSERT_NE(view, nullptr);
+  const std::vector<std::string> placed = FieldsIn(view->layout());
+  QWidget& outer = Outer(GetParam());
+  for (const Field* field : window->Fields()) {
+    if (!field->Visible() || !WantsAPlace(*field)) continue;
+    const QString name = QString::fromStdString(field->Name());
+    if (name.startsWith("Frame") || name == "VScroll") continue;  // titles; a picture scrolls itself
+    EXPECT_TRUE(outer.findChild<QWidget*>(name) != nullptr ||
+                outer.findChild<QAction*>(name) != nullptr)
+        << field->Name();
+  }
+  for (const std::string& name : placed) {
+    EXPECT_NE(window->FindField(name), nullptr) << name << " is no field";
+  }
+  session.Windows.RunEvent([&] { session.Windows.Unload(*window); });
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Station, EachWindow,
+    ::testing::Values("LogForm", "LogSearch", "OldQsoForm", "OldQsoLocator", "Contest",
+                      "ContestQso", "ContestNewQso", "CheckCallContest", "ContestSearch", "StatSel",
+                      "SField", "SSQuare", "SPrefissi", "SContinenti", "SZone", "SCountry",
+                      "SProvincie", "SNote", "Hrd", "HrdMode", "MappaSquare", "StampaQsl", "TNC",
+                      "TNCtelnet", "WWConv", "FT736", "DX", "User", "TabellaPrefissi",
+                      "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help"),
+    [](const auto& parameter) { return std::string(parameter.param); });
+
+class ManyFields : public Window {
+ public:
+  explicit ManyFields(WindowHost& host) : Window(host, "ManyFields", "", Twips(6000), Twips(4000)) {
+    Call.SetCaption("Call");
+  }
+  TextField Call{*this, "Call"};
+  TextField Qra{*this, "Qra"};
+  CheckBox Qsl{*this, "Qsl"};
+  Command cmOk{*this, "cmOk", "Ok"};
+};
+
+TEST(DefaultLayout, PlacesEveryFieldInTheOrderOfDeclaration) {
+  RecordingPlatform machine;
+  const ManyFields form(machine.Host());
+  EXPECT_THAT(FieldsIn(LayoutOf(form)), ::testing::ElementsAre("Call", "Qra", "Qsl", "cmOk"));
+}
+
+}  // namespace
+}  // namespace brenvo
