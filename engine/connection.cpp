@@ -171,6 +171,12 @@ void Connection::Fail(int code) {
 CompiledStatement Connection::Compile(std::string_view sql) {
   CompiledStatement statement;
   statement.text = sql;
+  // Literals are parameters, so nothing in the text may end it early.
+  constexpr std::string_view kEnds[] = {"--", "/*", ";", std::string_view("\0", 1)};
+  for (const std::string_view end : kEnds) {
+    if (sql.find(end) == std::string_view::npos) continue;
+    throw DatabaseError(DatabaseError::kSyntax, "L'istruzione non e' valida.");
+  }
   const int code =
       sqlite3_prepare_v3(file_, statement.text.data(), static_cast<int>(statement.text.size()),
                          SQLITE_PREPARE_PERSISTENT, &statement.handle, nullptr);

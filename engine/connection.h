@@ -34,7 +34,8 @@ struct CompiledStatement {
 class LazyReader {
  public:
   virtual ~LazyReader() = default;
-  // Reads the rest now, for a table that it reads is about to change.
+  // Reads the rest now, for a table that it reads is about to change. A failure is not the
+  // writer's: it is kept, and told to whoever moves there.
   virtual void ReadRest() = 0;
   virtual const std::vector<const TableSchema*>& TablesRead() const = 0;
 };

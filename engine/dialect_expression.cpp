@@ -148,7 +148,8 @@ void SqlWriter::Plain(const Node& node) {
     case NodeKind::kCall:
       return Call(node);
     case NodeKind::kNegate:
-      Add("-");
+      // The blank keeps two signs from becoming a comment.
+      Add("- ");
       return Operand(*node.children[0]);
     case NodeKind::kAdd:
       if (node.type == ValueType::kText) {

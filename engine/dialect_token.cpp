@@ -1,5 +1,7 @@
 #include "engine/dialect_token.h"
 
+#include <algorithm>
+
 namespace brenvo {
 namespace {
 
@@ -74,7 +76,11 @@ Token Tokenizer::Next() {
   if (c == '\'' || c == '"') return Quoted(from);
   if (c == '[') {
     const std::size_t end = statement_.find(']', from);
-    if (end == std::string_view::npos || end == from + 1) {
+    const std::string_view name = statement_.substr(from + 1, end - from - 1);
+    const bool clean = std::none_of(name.begin(), name.end(), [](char letter) {
+      return static_cast<unsigned char>(letter) < ' ';  // a zero would end SQLite's text
+    });
+    if (end == std::string_view::npos || name.empty() || !clean) {
       at_ = statement_.size();
       return Make(TokenKind::kBad, from, at_);
     }

@@ -42,6 +42,7 @@ void DynasetRows::Requery() {
   run_ = Running(*connection_, keyset_.keys.text, keyset_.keys.parameters);
   keys_.clear();
   complete_ = false;
+  failure_.reset();
   openingStamp_ = connection_->ChangeStamp();
   rowStamp_ = -1;
   reached_ = 0;
@@ -51,6 +52,7 @@ void DynasetRows::Requery() {
 
 void DynasetRows::ReadKeys(std::int64_t count) {
   while (!complete_ && Size() < count) {
+    if (failure_) throw DatabaseError(*failure_);
     if (run_.Step()) {
       keys_.push_back(run_.Key());
     } else {
@@ -60,7 +62,14 @@ void DynasetRows::ReadKeys(std::int64_t count) {
   }
 }
 
-void DynasetRows::ReadRest() { ReadKeys(kAll); }
+void DynasetRows::ReadRest() {
+  try {
+    ReadKeys(kAll);
+  } catch (const DatabaseError& failure) {
+    failure_ = failure;
+    run_ = Running();
+  }
+}
 
 void DynasetRows::Stand(std::int64_t place) {
   // Keys come in blocks, but opening reads no more than one.
@@ -79,7 +88,7 @@ void DynasetRows::MoveFirst() {
 void DynasetRows::MoveLast() {
   RequireOpen();
   edit_.Cancel();
-  ReadRest();
+  ReadKeys(kAll);
   Stand(std::max<std::int64_t>(Size() - 1, 0));
 }
 
@@ -200,7 +209,6 @@ void DynasetRows::Update() {
   const std::int64_t key = edit_.Write(*connection_);
   lastModified_ = {key};
   if (!isNew) return;
-  ReadRest();
   const bool behindLast = !gap_ && at_ >= Size();
   keys_.push_back(key);
   ++reached_;
@@ -284,7 +292,7 @@ Bookmark DynasetRows::BookmarkAt(std::int64_t place) {
 
 std::int64_t DynasetRows::TotalRows() {
   RequireOpen();
-  ReadRest();
+  ReadKeys(kAll);
   return Size();
 }
 

@@ -66,6 +66,7 @@ class DynasetRows final : public Dynaset, private LazyReader {
   Running run_;
   std::vector<std::int64_t> keys_;
   bool complete_ = false;
+  std::optional<DatabaseError> failure_;  // what stands behind the keys that could be read
   std::int64_t openingStamp_ = 0;
 
   std::int64_t at_ = 0;  // -1 before the first; the number of keys behind the last

@@ -33,6 +33,7 @@ void SnapshotRows::Close() {
 void SnapshotRows::RequireOpen() const { connection_->RequireOpen(); }
 
 bool SnapshotRows::ReadOne() {
+  if (failure_) throw DatabaseError(*failure_);
   if (complete_) return false;
   if (run_.Step()) {
     rows_.Append(run_.Handle());
@@ -55,8 +56,13 @@ void SnapshotRows::SettleOrder() {
 }
 
 void SnapshotRows::ReadRest() {
-  SettleOrder();
-  while (ReadOne()) {
+  try {
+    SettleOrder();
+    while (ReadOne()) {
+    }
+  } catch (const DatabaseError& failure) {
+    failure_ = failure;
+    run_ = Running();
   }
 }
 
@@ -74,7 +80,9 @@ void SnapshotRows::MoveFirst() {
 
 void SnapshotRows::MoveLast() {
   RequireOpen();
-  ReadRest();
+  SettleOrder();
+  while (ReadOne()) {
+  }
   Reach(std::max<std::int64_t>(rows_.Size() - 1, 0));
 }
 

@@ -47,7 +47,8 @@ class SnapshotRows final : public Snapshot, private LazyReader {
   RowStore rows_;
   bool orderOpen_ = false;  // the row read so far may not be the first one
   bool complete_ = false;
-  std::int64_t at_ = 0;  // -1 before the first; the number of rows behind the last
+  std::optional<DatabaseError> failure_;  // what stands behind the rows that could be read
+  std::int64_t at_ = 0;                   // -1 before the first; the number of rows behind the last
   std::int64_t reached_ = 0;
 };
 

@@ -127,6 +127,12 @@ TEST_F(CompareTest, AndBindsTighterThanOrAndNotTighterThanAnd) {
   EXPECT_THAT(Where("not not Qth='a'"), ElementsAre("1"));
 }
 
+TEST_F(CompareTest, TwoSignsHideNothingBehindThem) {
+  for (const char* text : {"a", "b"}) AddQth(text);
+  EXPECT_EQ(db_.Execute("DELETE FROM Log WHERE -True=1 and --True=-1 and -(1=1)=1 and Qth='b'"), 1);
+  EXPECT_THAT(Select(db_, "select Qth from Log"), ElementsAre("a"));
+}
+
 TEST_F(CompareTest, ALiteralMayHoldAnything) {
   for (const char* text : {"it's", "SELECT; -- x", "[a]*?#", "\"q\""}) AddQth(text);
   EXPECT_THAT(Where("Qth='it''s'"), ElementsAre("1"));
@@ -221,6 +227,11 @@ TEST_F(CompareTest, ExpressionsGiveTheirValues) {
       {"7/2", "3.5"},
       {"-3", "-3"},
       {"- -3", "3"},
+      {"--3", "3"},
+      {"-True", "1"},
+      {"--True+5", "4"},
+      {"-(1=1)", "1"},
+      {"2--True", "1"},
       {"1-2-3", "-4"},
       {".5+1.25e1", "13"},
       {"'a'+'b'", "ab"},

@@ -230,6 +230,7 @@ TEST_F(GuardTest, BytesThatAreNoTextDoNoHarm) {
   EXPECT_EQ(Open(std::string("select * from Log where Call='a\0b'", 34)), 0);
   EXPECT_EQ(Open(std::string("select * from\0 Log", 18)), 3075);
   EXPECT_EQ(Open("select * from Log where \xC3=1"), 3061);
+  EXPECT_EQ(Open(std::string("select * from Log as [a\0b]", 26)), 3075);
 }
 
 TEST_F(GuardTest, AnythingInAnOperatorsFieldStaysInItsLiteral) {

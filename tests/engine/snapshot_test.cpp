@@ -165,6 +165,32 @@ TEST_F(SnapshotTest, AFailureShowsAtOpening) {
             3464);
 }
 
+TEST_F(SnapshotTest, AFailureFurtherOnIsToldToTheReaderAndNotToAWriter) {
+  for (const char* note : {"01/01/2001", "02/01/2001", "non una data"}) {
+    Add(db_, "Log", {{"Note", note}});
+  }
+  const auto rows =
+      db_.OpenSnapshot("select * from Log where DateValue(Note)>DateValue('01/01/2000')");
+  const auto keys =
+      db_.OpenDynaset("select * from Log where DateValue(Note)>DateValue('01/01/2000')");
+  EXPECT_EQ(db_.Execute("UPDATE Log SET Call='X'"), 3);
+  rows->MoveNext();
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), 2);
+  EXPECT_EQ(ErrorOf([&] { rows->MoveNext(); }), 3464);
+  EXPECT_EQ(ErrorOf([&] { rows->MoveLast(); }), 3464);
+  keys->MoveNext();
+  EXPECT_EQ(keys->Field("QsoNr").Integer(), 2);
+  EXPECT_EQ(ErrorOf([&] { keys->MoveLast(); }), 3464);
+}
+
+TEST_F(SnapshotTest, AWriteIsOnDiskWhileAnotherResultIsStillOpen) {
+  AddContacts(5);
+  const auto rows = db_.OpenSnapshot("select * from Log order by DataQso");
+  Add(db_, "Modi", {{"Codice", 1}, {"Modo", "CW"}});
+  Database other = scratch_.Open();
+  EXPECT_THAT(Select(other, "select Modo from Modi"), ElementsAre("CW"));
+}
+
 TEST_F(SnapshotTest, AClosedSnapshotAnswersWithAnError) {
   AddContacts(1);
   const auto rows = db_.OpenSnapshot("select * from Log");
