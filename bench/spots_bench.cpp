@@ -2,6 +2,7 @@
 // What a line from a cluster costs, from the bytes on the wire to the text area: lines a second
 // without sound, and one spot whose call is looked up in a log of a million contacts.
 #include <sqlite3.h>
+#include <sys/resource.h>
 
 #include <chrono>
 #include <cstdio>
@@ -95,7 +96,35 @@ void Measure(const char* what, int lines, const std::function<void()>& work) {
   std::fflush(stdout);
 }
 
+long PeakMegabytes() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss / 1024;
+}
+
+// A line of 100 MB that never ends, on each terminal.
+void MeasureEndlessLine() {
+  Station station(0);
+  TNC& tnc = station.Open<TNC>("TNC");
+  TNCtelnet& telnet = station.Open<TNCtelnet>("TNCtelnet");
+  const std::string block(1 << 16, 'x');
+  const long before = PeakMegabytes();
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < 1600; ++i) {
+    station.ReceiveRadio(block);
+    station.ReceiveTelnet(block);
+  }
+  const double seconds =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  std::printf(
+      "100 MB without a line end, both terminals: %.1f s, %ld MB more at the peak, "
+      "%zu and %zu characters shown\n",
+      seconds, PeakMegabytes() - before, tnc.Received.Length(), telnet.Received.Length());
+  std::fflush(stdout);
+}
+
 void Run() {
+  MeasureEndlessLine();
   const std::string burst = Burst(kLines);
   {
     Station station(0);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "base/text.h"
 
@@ -104,17 +105,21 @@ void RichText::Erase(std::size_t start, std::size_t length) {
 void RichText::CutPlain(std::size_t length) {
   if (length < text_.size()) Erase(length, text_.size() - length);
   const unsigned char black = PaletteIndex(kBlack);
+  // The usual case, told at the speed of memory: all black.
+  if (colours_.empty() || (colours_[0] == black &&
+                           std::memcmp(&colours_[0], &colours_[0] + 1, colours_.size() - 1) == 0)) {
+    Select(0, 0);
+    return;
+  }
   const auto coloured = [&](unsigned char index) { return index != black; };
   const auto first = std::find_if(colours_.begin(), colours_.end(), coloured);
-  if (first != colours_.end()) {
-    const auto last = std::find_if(colours_.rbegin(), colours_.rend(), coloured).base();
-    std::fill(first, last, black);
-    if (Recoloured) {
-      Recoloured(static_cast<std::size_t>(first - colours_.begin()),
-                 static_cast<std::size_t>(last - first), kBlack);
-    }
-    ShowChanged();
+  const auto last = std::find_if(colours_.rbegin(), colours_.rend(), coloured).base();
+  std::fill(first, last, black);
+  if (Recoloured) {
+    Recoloured(static_cast<std::size_t>(first - colours_.begin()),
+               static_cast<std::size_t>(last - first), kBlack);
   }
+  ShowChanged();
   Select(0, 0);
 }
 

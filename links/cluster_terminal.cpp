@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "base/encoding.h"
 #include "base/number.h"
 #include "base/text.h"
@@ -81,16 +83,24 @@ void ClusterTerminal::ReceiveWaiting() {
   // A sound or a box in the middle of a line may let the next arrival through: the loop that is
   // at work takes it along.
   if (receiving_) return;
-  receiving_ = true;
-  struct Ended {
-    bool& receiving;
-    ~Ended() { receiving = false; }
-  } ended{receiving_};
   session_.Windows.RunEvent([this] {
-    while (Loaded()) {
-      const auto character = TakeCharacter();
-      if (!character) break;
-      session_.Windows.RunEvent([this, character] { engine_.FeedCharacter(*character); });
+    struct Receiving {
+      explicit Receiving(bool& state) : flag(state) { flag = true; }
+      ~Receiving() { flag = false; }
+      bool& flag;
+    } receiving(receiving_);
+    bool waiting = true;
+    while (waiting) {
+      // A failure is told, and costs no more than the line that it met.
+      session_.Windows.RunEvent([this, &waiting] {
+        // A line that cannot be read ends it all.
+        while (std::exchange(waiting, false) && Loaded()) {
+          if (const auto character = TakeCharacter()) {
+            waiting = true;
+            engine_.FeedCharacter(*character);
+          }
+        }
+      });
     }
   });
 }

@@ -62,7 +62,7 @@ class ClusterTerminal : public Window {
   void SendConnect();
   // Fills CMI and Banda; throws what fails, with what was filled until then.
   void FillMenus();
-  // Feeds the engine with all that waits, a character an event.
+  // Feeds the engine with all that waits; a failure is told and ends no more than its line.
   void ReceiveWaiting();
 
   Session& session_;
