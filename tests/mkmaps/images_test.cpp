@@ -67,7 +67,9 @@ TEST(Images, ThePointersTipIsWhereTheMapViewerExpectsIt) {
   const QImage pointer = Delivered("Pointer.bmp");
   EXPECT_GT(qAlpha(pointer.pixel(27, 29)), 200);
   for (int x = 0; x < pointer.width(); ++x) {
-    if (x != 27) EXPECT_LT(qAlpha(pointer.pixel(x, 29)), 200) << x;
+    if (x != 27) {
+      EXPECT_LT(qAlpha(pointer.pixel(x, 29)), 200) << x;
+    }
     for (int y = 31; y < pointer.height(); ++y) EXPECT_EQ(qAlpha(pointer.pixel(x, y)), 0);
   }
   EXPECT_EQ(qAlpha(pointer.pixel(0, 0)), 0);
