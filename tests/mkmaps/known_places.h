@@ -37,7 +37,7 @@ inline constexpr KnownPlace kKnownPlaces[] = {
     {"Canberra", {149.13, -35.28}, "QF44", true},
     {"Brasilia", {-47.88, -15.79}, "GH64", true},
     {"La Paz", {-68.15, -16.5}, "FH53", true},
-    {"Bogota", {-74.08, 4.61}, "FJ24", true},
+    {"Medellin", {-75.57, 6.24}, "FJ26", true},
     {"Citta' del Messico", {-99.13, 19.43}, "EK09", true},
     {"Denver", {-104.99, 39.74}, "DM79", true},
     {"Ottawa", {-75.7, 45.42}, "FN25", true},

@@ -17,6 +17,20 @@ QPainterPath PathOf(const GeoLine& line, const Projection& projection) {
   return path;
 }
 
+// For wide strokes: vertices closer together than that make no difference that one sees.
+QPainterPath CoarsePathOf(const GeoLine& line, const Projection& projection, double step) {
+  QPointF before = projection.at(line.front());
+  QPainterPath path(before);
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const QPointF here = projection.at(line[i]);
+    const QPointF gone = here - before;
+    if (i + 1 < line.size() && gone.manhattanLength() < step) continue;
+    path.lineTo(here);
+    before = here;
+  }
+  return path;
+}
+
 QColor Mixed(const QColor& from, const QColor& to, double share) {
   const auto channel = [&](int a, int b) { return a + static_cast<int>((b - a) * share); };
   return QColor(channel(from.red(), to.red()), channel(from.green(), to.green()),
@@ -63,7 +77,9 @@ void SheetPainter::Shallows(const std::vector<GeoLine>& coasts, const Projection
     painter_.setPen(QPen(Mixed(map_colours::kSea, map_colours::kShallows, towardsShore),
                          width * share, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     for (const GeoLine& coast : coasts) {
-      if (projection.shows(coast)) painter_.drawPath(PathOf(coast, projection));
+      if (projection.shows(coast)) {
+        painter_.drawPath(CoarsePathOf(coast, projection, width * share / 5));
+      }
     }
   }
 }
