@@ -4,9 +4,11 @@
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QUrl>
+#include <stdexcept>
 
 #include "core/session.h"
 #include "print/report_runner.h"
+#include "ui/help_viewer.h"
 #include "ui/qt_progress.h"
 #include "ui/qt_serial_port.h"
 #include "ui/qt_tcp_client.h"
@@ -51,8 +53,14 @@ std::unique_ptr<Progress> QtPlatform::ShowProgress(std::string_view title, std::
 
 void QtPlatform::Beep() { QApplication::beep(); }
 
-void QtPlatform::Open(const std::filesystem::path& file, int) {
-  QDesktopServices::openUrl(QUrl::fromLocalFile(PathToQt(file)));
+void QtPlatform::Open(const std::filesystem::path& file, int topic) {
+  if (PathToQt(file.extension()).compare(QLatin1String(".hlp"), Qt::CaseInsensitive) == 0) {
+    ShowHelp(file, topic);
+    return;
+  }
+  if (QDesktopServices::openUrl(QUrl::fromLocalFile(PathToQt(file)))) return;
+  throw std::runtime_error(
+      FromQt(QStringLiteral("Nessun programma apre il file %1").arg(PathToQt(file))));
 }
 
 std::optional<std::filesystem::path> QtPlatform::PickFile(std::string_view title,

@@ -81,9 +81,9 @@ WindowFrame::WindowFrame(Window& window, Kind kind, EventGate& gate, QMainWindow
       column->setContentsMargins(0, 0, 0, 0);
       column->addWidget(inside_);
     }
-    // The parts outlive every widget that may still call on them.
-    connect(outer_, &QObject::destroyed, qApp, [parts = parts_] {});
   }
+  // The parts outlive every widget that may still call on them.
+  connect(outer_, &QObject::destroyed, qApp, [parts = parts_] {});
   outer_->installEventFilter(this);
   window_.Shown = [this] { FollowWindow(); };
   FollowWindow();

@@ -1,7 +1,7 @@
 // Takes a picture of every window of the station: screens DIR OUT [WINDOW ...].
 //
 // DIR is an application directory, OUT takes a PNG a window. No display is needed with
-// QT_QPA_PLATFORM=offscreen.
+// QT_QPA_PLATFORM=offscreen. --dark before DIR puts them on a dark desktop.
 #include <QApplication>
 #include <QDir>
 #include <QEventLoop>
@@ -23,6 +23,21 @@ constexpr const char* kWindows[] = {
     "MappaSquare",    "StampaQsl",      "TNC",              "TNCtelnet",      "WWConv",
     "FT736",          "DX",             "User",             "TabellaPrefissi", "TabellaCountry",
     "TabellaProvincie", "TabellaNote",  "Help"};
+
+QPalette DarkPalette() {
+  const QColor window(45, 48, 52), base(30, 32, 35), words(225, 226, 228), dim(125, 128, 132);
+  QPalette dark(words, window);
+  dark.setColor(QPalette::Base, base);
+  dark.setColor(QPalette::AlternateBase, QColor(38, 40, 44));
+  dark.setColor(QPalette::Text, words);
+  dark.setColor(QPalette::ButtonText, words);
+  dark.setColor(QPalette::Highlight, QColor(48, 110, 170));
+  dark.setColor(QPalette::HighlightedText, Qt::white);
+  for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
+    dark.setColor(QPalette::Disabled, role, dim);
+  }
+  return dark;
+}
 
 void Settle() {
   QEventLoop loop;
@@ -61,9 +76,10 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationDisplayName(QStringLiteral("Brenvo"));
   QApplication::setStyle(QStringLiteral("Fusion"));
-  const QStringList arguments = QApplication::arguments();
+  QStringList arguments = QApplication::arguments();
+  if (arguments.removeAll(QStringLiteral("--dark")) > 0) QApplication::setPalette(DarkPalette());
   if (arguments.size() < 3) {
-    std::fprintf(stderr, "screens DIR OUT [WINDOW ...]\n");
+    std::fprintf(stderr, "screens [--dark] DIR OUT [WINDOW ...]\n");
     return 2;
   }
   const std::filesystem::path directory =

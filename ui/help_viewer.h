@@ -1,0 +1,31 @@
+// Shows the help: its pages on the left, the chosen one on the right.
+#pragma once
+
+#include <QDialog>
+#include <filesystem>
+#include <vector>
+
+#include "ui/help_file.h"
+
+class QListWidget;
+class QTextBrowser;
+
+namespace brenvo {
+
+class HelpViewer : public QDialog {
+ public:
+  HelpViewer(std::vector<HelpPage> pages, QWidget* parent);
+  // The page of a topic, the first one where the topic is 0 or has no page.
+  void ShowTopic(int topic);
+
+ private:
+  std::vector<HelpPage> pages_;
+  QListWidget* contents_;
+  QTextBrowser* text_;
+};
+
+// Opens the help over the active window, so that it can be read beside a dialog. Throws
+// std::runtime_error when the file is not there.
+void ShowHelp(const std::filesystem::path& file, int topic);
+
+}  // namespace brenvo
