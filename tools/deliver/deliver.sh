@@ -32,10 +32,14 @@ remember() {
 }
 
 put() {
+  if cmp -s "$from/$1" "$to/$1"; then return; fi
   mkdir -p "$(dirname "$to/$1")"
   cp -p "$from/$1" "$to/$1.new"
   mv -f "$to/$1.new" "$to/$1"
 }
+
+# A new directory takes everything at once; what follows then only remembers.
+[ -n "$(ls -A "$to" | grep -v '^\.delivered\.new$')" ] || cp -Rp "$from/." "$to"
 
 (cd "$from" && find . -type f) | sed 's|^\./||' | LC_ALL=C sort | while IFS= read -r name; do
   case $name in
