@@ -1,0 +1,60 @@
+// A whole station on real lines.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "core/shared_windows.h"
+#include "links/ft736.h"
+#include "links/tnc.h"
+#include "links/tnc_telnet.h"
+#include "links/wwconv.h"
+#include "tests/devices/real_lines.h"
+
+namespace brenvo {
+
+class RealStation : public testing::Test {
+ protected:
+  RealStation() {
+    std::filesystem::copy_file(BUILD_DIR "/delivered/Brenvo.mdb", directory.Path() / "Brenvo.mdb");
+    for (const char* file : {"tnc.mnu", "wwconv.mnu"}) {
+      std::filesystem::copy_file(std::filesystem::path(SOURCE_DIR) / "data" / file,
+                                 directory.Path() / file);
+    }
+    machine.SetApplicationDirectory(directory.Path());
+    machine.Gate.Attach(&session.Windows);
+    frame = StartStation(session);
+  }
+  ~RealStation() override {
+    Event([&] { StopStation(session); });
+    machine.Gate.Attach(nullptr);
+  }
+
+  void Profile(const std::string& assignments) {
+    session.Db.Execute("UPDATE [User] SET " + assignments);
+    session.TbUser->MoveFirst();
+  }
+  template <class Form>
+  Form& Open(const char* name) {
+    Event([&] { session.Windows.Show(*session.Windows.LoadSingle(name)); });
+    return static_cast<Form&>(*session.Windows.Find(name));
+  }
+  void Event(const std::function<void()>& event) { session.Windows.RunEvent(event); }
+  void TypeLine(TextField& field, std::string_view text) {
+    Event([&] {
+      field.SetText(text);
+      field.TypeKey(kEnter);
+    });
+  }
+  bool Shows(const RichText& area, const std::string& text) {
+    return Until([&] { return area.Text() == text; });
+  }
+
+  ScratchDirectory directory;
+  RealLines machine;
+  Session session{machine, directory.Path()};
+  MainFrame* frame = nullptr;
+};
+
+}  // namespace brenvo
