@@ -18,6 +18,8 @@ namespace brenvo {
 namespace {
 
 constexpr double kSmallestZoom = 5, kLargestZoom = 1600;
+// What a picture may take in memory; the annotations over it take as much again.
+constexpr int kMostMegabytes = 512;
 // A shorter drag is a click that trembled.
 constexpr int kShortestDrag = 4;
 constexpr int kTextPoints = 18;
@@ -45,7 +47,7 @@ void MapArea::SetImage(const std::filesystem::path& file) {
   QImageReader reader(PathToQt(file));
   reader.setAutoTransform(true);
   // Charts are larger than the guard that readers put on pictures from strangers.
-  reader.setAllocationLimit(0);
+  reader.setAllocationLimit(kMostMegabytes);
   const QImage image = reader.read();
   if (image.isNull()) {
     throw std::runtime_error(FromQt(QStringLiteral("L'immagine %1 non si legge: %2")
@@ -56,6 +58,7 @@ void MapArea::SetImage(const std::filesystem::path& file) {
   annotations_ = QImage(image_.size(), QImage::Format_ARGB32_Premultiplied);
   annotations_.fill(Qt::transparent);
   ArrangeScrollBars();
+  SetScroll(0, 0);
   viewport()->update();
 }
 
@@ -167,6 +170,7 @@ void MapArea::Annotate(const QRect& piece, const std::function<void(QPainter&)>&
 }
 
 void MapArea::DrawRectangle(int x, int y, int width, int height, Colour fill) {
+  if (width <= 0 || height <= 0) return;
   const QRect place(x, y, width, height);
   Annotate(place, [&](QPainter& painter) { painter.fillRect(place, ColourOf(fill)); });
 }
