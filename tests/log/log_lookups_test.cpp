@@ -435,6 +435,7 @@ TEST_F(LookupTest, ANotePickedIsAppendedWithoutSeparator) {
 
 TEST_F(LookupTest, TheMapOfACountryIsAskedForOnlyWhereItHasOne) {
   Exec("update Country set Mappa='europa.jpg',Pointer_X=12,Pointer_Y=34 where Country='I'");
+  Exec("update Country set Mappa='' where Country='F'");
   Store("IK3ABC", "  2 m", ",Country", ",'I'");
   Store("F1ABC", "  2 m", ",Country", ",'F'");
   LogForm& log = OpenLog();
