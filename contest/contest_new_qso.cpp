@@ -40,6 +40,7 @@ ContestNewQso::ContestNewQso(Session& session)
   Qrb.ReadOnly = true;
   Operation.SetVisible(false);
   cmInsertR.Tip = "Inserisce il Qso e prepara il prossimo";
+  cmInsertR.FocusAfter = &CallQso;
   cmInsertE.Tip = "Inserisce il Qso e chiude";
   cmQtr.Tip = "Imposta l'ora attuale";
   cmQtr.Shortcut = "F12";

@@ -23,6 +23,8 @@ class Command : public Field {
   std::string Icon;      // name of a picture; empty for none
   // "&" before the letter that the keyboard reaches, as in captions.
   std::string Tip;
+  // Where the keyboard goes on after the operator's press on a screen; null leaves it.
+  Field* FocusAfter = nullptr;
 
   bool Down() const { return down_; }
   // The logic's: no action runs.

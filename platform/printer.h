@@ -25,6 +25,7 @@ class Printer {
   virtual void TextRight(Mm x, Mm y, std::string_view text) = 0;
   virtual void Line(Mm x1, Mm y1, Mm x2, Mm y2) = 0;
   virtual void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) = 0;
+  // At the size that the file tells, else at 96 dots an inch; nothing when it is no picture.
   virtual void Picture(const std::filesystem::path& file, Mm x, Mm y) = 0;
   // The inside of a shown window as the screen shows it, made smaller where the page is narrower.
   virtual void WindowImage(const Window& window, Mm x, Mm y) = 0;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kMmPerInch = 25.4;
 constexpr double kPenMm = 0.2;
-// Pictures are laid out as on a screen of this density.
+// Pictures that do not tell their density are laid out as on a screen of this one.
 constexpr double kPictureDotsPerInch = 96;
 
 }  // namespace
@@ -92,7 +92,9 @@ void QtPrinter::Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) {
 void QtPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
   Begun();
   const QImage image(PathToQt(file));
-  if (!image.isNull()) DrawPicture(image, x, y, 1);
+  if (image.isNull()) return;
+  const double dotsPerInch = image.dotsPerMeterX() * kMmPerInch / 1000;
+  DrawPicture(image, x, y, dotsPerInch > 0 ? kPictureDotsPerInch / dotsPerInch : 1);
 }
 
 void QtPrinter::WindowImage(const Window& window, Mm x, Mm y) {

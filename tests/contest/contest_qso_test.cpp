@@ -415,6 +415,7 @@ TEST_F(ContestQsoTest, FieldsFollowEachOtherAsAContactIsSpoken) {
     Texts names;
     for (std::size_t i = 0; i < 6; ++i) names.push_back(entry.Fields()[i]->Name());
     EXPECT_EQ(names, (Texts{"CallQso", "QrkD", "QrkR", "ProgrR", "Locator", "Exc"}));
+    EXPECT_EQ(entry.cmInsertR.FocusAfter, &entry.CallQso);
   });
 }
 
@@ -458,6 +459,28 @@ TEST_F(ContestQsoTest, SeveralLogsKeepTheirOwnContest) {
     Press(entry, "cmInsertE");
   });
   EXPECT_EQ(Rows("select Banda from [Contest Qso]"), Texts{"  2 m"});
+}
+
+TEST_F(ContestQsoTest, EveryWindowKeepsItsPlaceUnderItsOwnKey) {
+  ContestForm& contest = OpenContest();
+  ContestQso& log = OpenLog();
+  Press(log, "cmCheckCall");
+  const auto moveAway = [](Window& window) {
+    Bounds bounds = window.GetBounds();
+    bounds.left = Twips(4321);
+    window.Moved(bounds, WindowState::kNormal);
+    window.Close();
+  };
+  InDialogs(moveAway);
+  Press(log, "cmNew");
+  Press(contest, "cmSearch");
+  moveAway(*session.Windows.Find("CheckCallContest"));
+  moveAway(log);
+  moveAway(contest);
+  for (const char* key : {"Contest", "ContestSearch", "ContestQso", "ContestNewQso", "CheckCall"}) {
+    EXPECT_EQ(session.GetSetting(key, "X", ""), "4321") << key;
+  }
+  EXPECT_EQ(OpenContest().GetBounds().left, Twips(4321));
 }
 
 TEST_F(ContestQsoTest, AFailedPreparationLeavesNoHiddenEntryBehind) {
