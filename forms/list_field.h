@@ -39,6 +39,9 @@ class ListField : public TextField {
   bool Selected(int index) const;
   void SetSelected(int index, bool selected);
 
+  // An open list that closes with the choice: on a screen, arrows and letters only move to an
+  // entry, and Enter picks it.
+  bool PicksOnEnter = false;
   // "MULTI" makes SelectListEntry mark instead of choose.
   std::string Tag;
 

@@ -108,6 +108,7 @@ void UserForm::HangInEvents() {
   File2.OnClick = [this] { OnPick(File2, kFilenameDX); };
   for (ListField* picker : {&Modo, &File2}) {
     picker->SetVisible(false);
+    picker->PicksOnEnter = true;
     picker->OnLeave = [picker] { picker->SetVisible(false); };
   }
 

@@ -6,6 +6,7 @@
 #include <QListView>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QStringListModel>
 #include <QWheelEvent>
@@ -176,12 +177,32 @@ class OpenList : public QListView {
       if (currentIndex().isValid()) Pick(currentIndex().row());
       return;
     }
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && currentIndex().isValid() && (field_.PicksOnEnter || field_.OnDoubleClick)) {
+      Pick(currentIndex().row());
+      if (field_.OnDoubleClick) context_.Later(this, [this] { field_.DoubleClick(); });
+      return;
+    }
     const int before = currentIndex().row();
     QListView::keyPressEvent(event);
     // Arrows and letters choose as they go.
-    if (!Multi() && currentIndex().isValid() && currentIndex().row() != before) {
+    if (!Multi() && !field_.PicksOnEnter && currentIndex().isValid() &&
+        currentIndex().row() != before) {
       Pick(currentIndex().row());
     }
+  }
+
+  // A list that comes up for one choice takes the keyboard, and gives it back when it goes.
+  void showEvent(QShowEvent* event) override {
+    QListView::showEvent(event);
+    if (!field_.PicksOnEnter || event->spontaneous() || !window()->isVisible()) return;
+    before_ = window()->focusWidget();
+    setFocus();
+  }
+  void hideEvent(QHideEvent* event) override {
+    if (field_.PicksOnEnter && before_ != nullptr && hasFocus()) before_->setFocus();
+    before_ = nullptr;
+    QListView::hideEvent(event);
   }
 
  private:
@@ -195,6 +216,7 @@ class OpenList : public QListView {
   ListField& field_;
   ViewContext& context_;
   Entries* entries_;
+  QPointer<QWidget> before_;  // had the keyboard before the list came up
   bool following_ = false;
 };
 

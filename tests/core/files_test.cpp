@@ -33,5 +33,17 @@ TEST(Files, AnExistingFileIsFoundWhateverTheCase) {
   std::filesystem::remove_all(directory);
 }
 
+TEST(Files, FilesAreListedByTheEndOfTheirNamesWhateverTheCase) {
+  std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-files-XXXXXX").string();
+  const std::filesystem::path directory = mkdtemp(pattern.data());
+  for (const char* name : {"b.wav", "A.WAV", "c.txt"}) std::ofstream(directory / name) << "x";
+  std::filesystem::create_directory(directory / "d.wav");
+  using Names = std::vector<std::string>;
+  EXPECT_EQ(FilesOf(directory, ".wav"), (Names{"A.WAV", "b.wav"}));
+  EXPECT_EQ(FilesOf(directory, ""), (Names{"A.WAV", "b.wav", "c.txt"}));
+  EXPECT_EQ(FilesOf(directory / "none", ""), Names{});
+  std::filesystem::remove_all(directory);
+}
+
 }  // namespace
 }  // namespace brenvo
