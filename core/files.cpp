@@ -46,7 +46,8 @@ std::vector<std::string> FilesOf(const std::filesystem::path& directory, std::st
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(directory, error)) {
     const std::string name = NameOf(entry.path());
-    if (entry.is_regular_file(error) && Upper(name).ends_with(wanted)) names.push_back(name);
+    if (name.starts_with('.') || !entry.is_regular_file(error)) continue;
+    if (Upper(name).ends_with(wanted)) names.push_back(name);
   }
   std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
     return std::pair(Upper(a), a) < std::pair(Upper(b), b);

@@ -14,7 +14,7 @@ namespace brenvo {
 std::filesystem::path FileIn(const std::filesystem::path& directory, std::string_view name);
 
 // The files directly in `directory` whose names end with `suffix` (".wav", empty for all), whatever
-// the case, sorted by name. None when the directory cannot be read.
+// the case, sorted by name, without hidden ones. None when the directory cannot be read.
 std::vector<std::string> FilesOf(const std::filesystem::path& directory, std::string_view suffix);
 
 // A file name that every platform can hold, and that leads nowhere else.

@@ -36,7 +36,7 @@ TEST(Files, AnExistingFileIsFoundWhateverTheCase) {
 TEST(Files, FilesAreListedByTheEndOfTheirNamesWhateverTheCase) {
   std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-files-XXXXXX").string();
   const std::filesystem::path directory = mkdtemp(pattern.data());
-  for (const char* name : {"b.wav", "A.WAV", "c.txt"}) std::ofstream(directory / name) << "x";
+  for (const char* name : {"b.wav", "A.WAV", "c.txt", ".hidden.wav"}) std::ofstream(directory / name) << "x";
   std::filesystem::create_directory(directory / "d.wav");
   using Names = std::vector<std::string>;
   EXPECT_EQ(FilesOf(directory, ".wav"), (Names{"A.WAV", "b.wav"}));
