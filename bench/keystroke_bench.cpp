@@ -142,8 +142,7 @@ class Station {
 // The questions of the log, in plain SQL.
 class ByHand {
  public:
-  ByHand(sqlite3* file, std::string qsoNr)
-      : file_(file), qsoNr_(std::move(qsoNr)) {}
+  ByHand(sqlite3* file, std::string qsoNr) : file_(file), qsoNr_(std::move(qsoNr)) {}
 
   std::string Call(std::string_view call) { return Status(callStatus_, call, "Call"); }
   std::string Square(std::string_view locator) {
@@ -185,14 +184,16 @@ class ByHand {
   Pair StatusOf(std::string_view key) {
     const auto sql = [&](std::string_view more) {
       return fmt::format(
-          "SELECT \"Call\" FROM \"Log\" WHERE rtrim({}) COLLATE NOCASE = ?1 {} AND rtrim(\"Banda\") "
+          "SELECT \"Call\" FROM \"Log\" WHERE rtrim({}) COLLATE NOCASE = ?1 {} AND "
+          "rtrim(\"Banda\") "
           "COLLATE NOCASE = ?2 AND \"QsoNr\" <> CAST(?3 AS INTEGER)",
           key, more);
     };
     return {Hand(file_, sql("AND \"QslRicevuta\" = -1")), Hand(file_, sql(""))};
   }
   std::string Status(Pair& pair, std::string_view key, std::string_view subject) {
-    for (const auto& [hand, word] : {std::pair{&pair.confirmed, "Conf"}, {&pair.worked, "Worked"}}) {
+    for (const auto& [hand, word] :
+         {std::pair{&pair.confirmed, "Conf"}, {&pair.worked, "Worked"}}) {
       if (!hand->Finds({key, "  2 m", qsoNr_})) continue;
       hand->Done();
       return fmt::format("{} {}", subject, word);
@@ -311,8 +312,8 @@ void Run(std::int64_t contacts) {
     std::string byHand;
     left.program.Measure([&] { log.CallQso.Leave(); });
     left.hand.Measure([&] {
-      byHand = hand.CallLeft(text, kHomes[static_cast<std::size_t>(number % 8)].prefix,
-                             countryShown);
+      byHand =
+          hand.CallLeft(text, kHomes[static_cast<std::size_t>(number % 8)].prefix, countryShown);
     });
     left.differing += byHand != panel(3);
   }

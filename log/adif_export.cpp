@@ -37,15 +37,18 @@ constexpr AdifTag kTags[] = {
 std::string TextOf(const Value& value, AdifKind kind) {
   if (kind == AdifKind::kYesNo) return value.Bool() ? "Y" : "N";
   if (value.IsNull()) return {};
-  const DateTime date = kind == AdifKind::kDate || kind == AdifKind::kTime ? value.Date()
-                                                                          : DateTime();
+  const DateTime date =
+      kind == AdifKind::kDate || kind == AdifKind::kTime ? value.Date() : DateTime();
   switch (kind) {
     case AdifKind::kDate:
       return fmt::format("{:04}{:02}{:02}", date.Year(), date.Month(), date.Day());
-    case AdifKind::kTime: return fmt::format("{:02}{:02}", date.Hour(), date.Minute());
-    case AdifKind::kFrequency: return Trim(FormatNumber(value.Number(), "####.000"));
+    case AdifKind::kTime:
+      return fmt::format("{:02}{:02}", date.Hour(), date.Minute());
+    case AdifKind::kFrequency:
+      return Trim(FormatNumber(value.Number(), "####.000"));
     case AdifKind::kText:
-    case AdifKind::kYesNo: break;
+    case AdifKind::kYesNo:
+      break;
   }
   return ToWindows1252(value.Text());
 }

@@ -29,17 +29,33 @@ LogForm::LogForm(Session& session)
     : LogWindow(session.Host(), "LogForm", "Log", Twips(13500), Twips(7500)),
       DataLog(session),
       session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {
-      {&CallQso, "Call"},          {&Banda, "Banda"},       {&Frequenza, "Frequenza"},
-      {&Modo, "Modo"},             {&QrkDato, "Qrk dato"},  {&QrkRicevuto, "Qrk ricevuto"},
-      {&Locator, "Locator"},       {&Qra, "Qra"},           {&Qth, "Qth"},
-      {&Note, "Note"},             {&DataQso, "Data"},      {&Qtr, "Qtr"},
-      {&Prefisso, "Prefisso"},     {&ZonaCQ, "Zona CQ"},    {&ZonaITU, "Zona ITU"},
-      {&Continente, "Continente"}, {&Country, "Country"},   {&Provincia, "Provincia"},
-      {&Manager, "Manager"},       {&Potenza, "Potenza"},   {&Propagazione, "Propagazione"},
-      {&QslDaInviare, "Qsl da inviare"}, {&QslRicevuta, "Qsl ricevuta"},
-      {&QslInviata, "Qsl inviata"}, {&QsoNr, "Qso nr."},    {&QsoTotali, "Qso totali"},
-      {&Qrb, "Qrb (km)"}};
+  const std::pair<Field*, std::string_view> captions[] = {{&CallQso, "Call"},
+                                                          {&Banda, "Banda"},
+                                                          {&Frequenza, "Frequenza"},
+                                                          {&Modo, "Modo"},
+                                                          {&QrkDato, "Qrk dato"},
+                                                          {&QrkRicevuto, "Qrk ricevuto"},
+                                                          {&Locator, "Locator"},
+                                                          {&Qra, "Qra"},
+                                                          {&Qth, "Qth"},
+                                                          {&Note, "Note"},
+                                                          {&DataQso, "Data"},
+                                                          {&Qtr, "Qtr"},
+                                                          {&Prefisso, "Prefisso"},
+                                                          {&ZonaCQ, "Zona CQ"},
+                                                          {&ZonaITU, "Zona ITU"},
+                                                          {&Continente, "Continente"},
+                                                          {&Country, "Country"},
+                                                          {&Provincia, "Provincia"},
+                                                          {&Manager, "Manager"},
+                                                          {&Potenza, "Potenza"},
+                                                          {&Propagazione, "Propagazione"},
+                                                          {&QslDaInviare, "Qsl da inviare"},
+                                                          {&QslRicevuta, "Qsl ricevuta"},
+                                                          {&QslInviata, "Qsl inviata"},
+                                                          {&QsoNr, "Qso nr."},
+                                                          {&QsoTotali, "Qso totali"},
+                                                          {&Qrb, "Qrb (km)"}};
   for (const auto& [field, caption] : captions) field->SetCaption(caption);
   QsoNr.ReadOnly = QsoTotali.ReadOnly = Qrb.ReadOnly = true;
   Query.SetVisible(false);
@@ -72,12 +88,12 @@ void LogForm::MakeToolbar() {
        {"cmClear", "Nuovo", "Svuota i campi per un nuovo Qso", "F5", run(&LogForm::cmClear)},
        {"cmMappa", "Mappa", "Mostra la mappa del country", "F9", run(&LogForm::cmMappa), true},
        {}});
-  exportMenu_.Items = {&keys_.Make(*this, {"cmOnlyThisQso", "Esporta &questo Qso",
-                                           "Scrive il Qso nel file Log.ADI", "",
-                                           run(&LogForm::cmOnlyThisQso)}),
-                       &keys_.Make(*this, {"cmAllQso", "Esporta &tutti i Qso",
-                                           "Scrive i Qso selezionati nel file Log.ADI", "",
-                                           run(&LogForm::cmAllQso)})};
+  exportMenu_.Items = {
+      &keys_.Make(*this, {"cmOnlyThisQso", "Esporta &questo Qso", "Scrive il Qso nel file Log.ADI",
+                          "", run(&LogForm::cmOnlyThisQso)}),
+      &keys_.Make(*this,
+                  {"cmAllQso", "Esporta &tutti i Qso", "Scrive i Qso selezionati nel file Log.ADI",
+                   "", run(&LogForm::cmAllQso)})};
   Toolbar1.Items.emplace_back(&exportMenu_);
   keys_.Add(Toolbar1, {{},
                        {"cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpLog); }},
@@ -173,10 +189,10 @@ void LogForm::cmQtr() { Qtr.SetText(HourMinute(session_.Now())); }
 void LogForm::ClearQso() {
   DataQso.SetText(DateText(session_.Now()));
   cmQtr();
-  for (TextField* field : {&CallQso, &Manager, &Qra, &Qth, &Prefisso, &ZonaCQ, &ZonaITU,
-                           &Continente, static_cast<TextField*>(&Country),
-                           static_cast<TextField*>(&Provincia), &Locator, &QrkDato, &QrkRicevuto,
-                           &Note}) {
+  for (TextField* field :
+       {&CallQso, &Manager, &Qra, &Qth, &Prefisso, &ZonaCQ, &ZonaITU, &Continente,
+        static_cast<TextField*>(&Country), static_cast<TextField*>(&Provincia), &Locator, &QrkDato,
+        &QrkRicevuto, &Note}) {
     field->SetText("");
   }
   for (TextField* field : {&Qrb, &Frequenza, &Potenza}) field->SetText("0");

@@ -28,8 +28,7 @@ std::string LogForm::ExcludedQsoNr() const { return Str(Val(QsoNr.Text())); }
 
 void LogForm::ShowStatus(int number, std::string_view condition, std::string_view subject) {
   const std::string base = fmt::format("select Call from Log where {}", condition);
-  const std::string onBand =
-      fmt::format("Banda='{}' and QsoNr<>{}", Banda.Text(), ExcludedQsoNr());
+  const std::string onBand = fmt::format("Banda='{}' and QsoNr<>{}", Banda.Text(), ExcludedQsoNr());
   if (FindsARow(session_, fmt::format("{} and QslRicevuta=true and {}", base, onBand))) {
     StatusBar1.SetPanel(number, fmt::format("{} Conf", subject));
   } else if (FindsARow(session_, fmt::format("{} and {}", base, onBand))) {
@@ -59,8 +58,8 @@ void LogForm::OnCallChange() {
     }
   }
   if (session_.OldQsoForm != nullptr) {
-    session_.OldQsoForm->SetRecordSource(fmt::format(
-        "SELECT * FROM Log where Call='{}' ORDER By DataQso DESC,QsoNr", call));
+    session_.OldQsoForm->SetRecordSource(
+        fmt::format("SELECT * FROM Log where Call='{}' ORDER By DataQso DESC,QsoNr", call));
   }
 }
 
@@ -79,8 +78,8 @@ void LogForm::OnCallLeave() {
     Qrb.SetText(qrb);
   }
   // Prefix data always come from the table, never from an old contact.
-  for (TextField* field : {static_cast<TextField*>(&Country), &Prefisso, &ZonaCQ, &ZonaITU,
-                           &Continente}) {
+  for (TextField* field :
+       {static_cast<TextField*>(&Country), &Prefisso, &ZonaCQ, &ZonaITU, &Continente}) {
     field->SetText("");
   }
   Table& prefissi = *session_.TbPrefissi;
@@ -175,8 +174,8 @@ void LogForm::OnPrefissoPick() {
   ZonaITU.SetText(chosen.ZonaITU);
   Continente.SetText(chosen.Continente);
   Table& prefissi = *session_.TbPrefissi;
-  prefissi.Seek(">=", {Prefisso.Text(), Val(ZonaCQ.Text()), Val(ZonaITU.Text()),
-                       Continente.Text()});
+  prefissi.Seek(">=",
+                {Prefisso.Text(), Val(ZonaCQ.Text()), Val(ZonaITU.Text()), Continente.Text()});
   if (prefissi.NoMatch() || Trim(FieldText(prefissi, "Prefisso")) != Trim(Prefisso.Text())) return;
   Country.SetText(chosen.Country);
   OnCountryLeave();

@@ -13,8 +13,8 @@ namespace {
 constexpr std::string_view kSettingsKey = "LogSearch";
 
 // The column that an order sorts by, where it is not called as its option.
-constexpr std::pair<std::string_view, std::string_view> kOrderColumns[] = {
-    {"Data", "DataQso"}, {"Qsl", "QslRicevuta"}};
+constexpr std::pair<std::string_view, std::string_view> kOrderColumns[] = {{"Data", "DataQso"},
+                                                                           {"Qsl", "QslRicevuta"}};
 
 std::string OrderColumn(std::string_view caption) {
   for (const auto& [option, column] : kOrderColumns) {
@@ -28,14 +28,19 @@ std::string OrderColumn(std::string_view caption) {
 LogSearch::LogSearch(Session& session)
     : Window(session.Host(), "LogSearch", "Log - Ricerca", Twips(9000), Twips(6000)),
       session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {
-      {&DataQso, "Data"},           {&CallQso, "Call"},
-      {&Country, "Country"},        {&Provincia, "Provincia"},
-      {&Locator, "Locator"},        {&Banda, "Banda"},
-      {&Modo, "Modo"},              {&Propagazione, "Propagazione"},
-      {&QslDaInviare, "Qsl da inviare"}, {&QslRicevuta, "Qsl ricevuta"},
-      {&QslInviata, "Qsl inviata"}, {&Note, "Note"},
-      {&SortOrder, "Ordine"}};
+  const std::pair<Field*, std::string_view> captions[] = {{&DataQso, "Data"},
+                                                          {&CallQso, "Call"},
+                                                          {&Country, "Country"},
+                                                          {&Provincia, "Provincia"},
+                                                          {&Locator, "Locator"},
+                                                          {&Banda, "Banda"},
+                                                          {&Modo, "Modo"},
+                                                          {&Propagazione, "Propagazione"},
+                                                          {&QslDaInviare, "Qsl da inviare"},
+                                                          {&QslRicevuta, "Qsl ricevuta"},
+                                                          {&QslInviata, "Qsl inviata"},
+                                                          {&Note, "Note"},
+                                                          {&SortOrder, "Ordine"}};
   for (const auto& [field, caption] : captions) field->SetCaption(caption);
   keys_.Add(Toolbar1,
             {{"cmSearch", "Ricerca", "Cerca nel log", "F8", [this] { cmSearch(); }},
@@ -122,9 +127,9 @@ std::string LogSearch::Statement() const {
   if (filled(Provincia)) add("Provincia='", code(Provincia, 3), "'");
   if (filled(Locator)) add("Locator LIKE '", Locator.Text(), "'");
   if (filled(Banda)) add("Banda='", code(Banda, 5), "'");
-  const std::pair<std::string_view, const CheckBox*> marks[] = {
-      {"QsldaInviare=", &QslDaInviare}, {"QslRicevuta=", &QslRicevuta},
-      {"QslInviata=", &QslInviata}};
+  const std::pair<std::string_view, const CheckBox*> marks[] = {{"QsldaInviare=", &QslDaInviare},
+                                                                {"QslRicevuta=", &QslRicevuta},
+                                                                {"QslInviata=", &QslInviata}};
   for (const auto& [condition, box] : marks) {
     if (box->State() != CheckState::kGrey) add(condition, box->IsOn() ? "true" : "false", "");
   }

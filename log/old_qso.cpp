@@ -57,9 +57,8 @@ void OldQso::ShowInLog() {
 
 void KnowOldQsoBrowsers(Session& session) {
   for (const OldQsoKind* kind : {&kOldQsoByCall, &kOldQsoByLocator}) {
-    session.Windows.Register(std::string(kind->name), [&session, kind] {
-      return std::make_unique<OldQso>(session, *kind);
-    });
+    session.Windows.Register(std::string(kind->name),
+                             [&session, kind] { return std::make_unique<OldQso>(session, *kind); });
   }
 }
 

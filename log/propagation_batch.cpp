@@ -13,10 +13,8 @@ struct Shorthand {
   std::string_view token, propagation;
 };
 
-constexpr Shorthand kShorthands[] = {{"[E.S.]", "E sporadico"},
-                                     {"[F2]", "F2"},
-                                     {"[M.S.]", "Meteor Scatter"},
-                                     {"[T.E.P.]", "TEP"}};
+constexpr Shorthand kShorthands[] = {
+    {"[E.S.]", "E sporadico"}, {"[F2]", "F2"}, {"[M.S.]", "Meteor Scatter"}, {"[T.E.P.]", "TEP"}};
 
 }  // namespace
 

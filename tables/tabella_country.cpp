@@ -24,11 +24,18 @@ std::string DateColumn(const DatePicker& field) {
 TabellaCountry::TabellaCountry(Session& session)
     : Window(session.Host(), "TabellaCountry", "Tabella Country", Twips(10800), Twips(7200)),
       session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {
-      {&LBCountry, "Country"}, {&Codice, "Codice"},   {&Descrizione, "Descrizione"},
-      {&Locator, "Locator"},   {&Mappa, "Mappa"},     {&Flag, "Flag"},
-      {&X, "X"},               {&Y, "Y"},             {&Frame2, "Validità"},
-      {&Validita, "Dal"},      {&Deleted, "Al"},      {&File1, "File disponibili"}};
+  const std::pair<Field*, std::string_view> captions[] = {{&LBCountry, "Country"},
+                                                          {&Codice, "Codice"},
+                                                          {&Descrizione, "Descrizione"},
+                                                          {&Locator, "Locator"},
+                                                          {&Mappa, "Mappa"},
+                                                          {&Flag, "Flag"},
+                                                          {&X, "X"},
+                                                          {&Y, "Y"},
+                                                          {&Frame2, "Validità"},
+                                                          {&Validita, "Dal"},
+                                                          {&Deleted, "Al"},
+                                                          {&File1, "File disponibili"}};
   for (const auto& [field, caption] : captions) field->SetCaption(caption);
   keys_.Add(Toolbar1,
             {{"cmInsert", "Inserisci", "Inserisce il country", "F2", [this] { cmInsert(); }},
@@ -83,8 +90,9 @@ bool TabellaCountry::SeekChosen() {
 void TabellaCountry::ShowCountry() {
   Table& row = *session_.TbCountry;
   const std::pair<TextField*, const char*> texts[] = {
-      {&Codice, "Country"}, {&Descrizione, "Descrizione"}, {&Mappa, "Mappa"},
-      {&Flag, "Flag"},      {&X, "Pointer_X"},             {&Y, "Pointer_Y"},
+      {&Codice, "Country"}, {&Descrizione, "Descrizione"},
+      {&Mappa, "Mappa"},    {&Flag, "Flag"},
+      {&X, "Pointer_X"},    {&Y, "Pointer_Y"},
       {&Locator, "Locator"}};
   for (const auto& [field, column] : texts) field->SetText(FieldText(row, column));
   const std::pair<DatePicker*, const char*> dates[] = {{&Validita, "From"}, {&Deleted, "Deleted"}};

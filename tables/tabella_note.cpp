@@ -43,8 +43,8 @@ void TabellaNote::Load() {
 void TabellaNote::Unload() { SaveWindow(session_, *this, kSettingsKey); }
 
 bool TabellaNote::SeekChosen() {
-  session_.TbNoteHelp->Seek(
-      "=", {Left(LBNote.Text(), kKeyWidth), Mid(LBNote.Text(), kTypeWidth + 1)});
+  session_.TbNoteHelp->Seek("=",
+                            {Left(LBNote.Text(), kKeyWidth), Mid(LBNote.Text(), kTypeWidth + 1)});
   return !session_.TbNoteHelp->NoMatch();
 }
 

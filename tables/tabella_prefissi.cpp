@@ -62,11 +62,10 @@ void TabellaPrefissi::Load() {
   Tag = session_.PrefixTag;
   data1_.RecordSource = SelectBy("prefisso");
   data1_.Refresh();
-  Spread1.SetColumnsOf({data1_.GridColumn("Prefisso", "Prefisso"),
-                        data1_.GridColumn("Country", "Country"),
-                        data1_.GridColumn("Zona CQ", "Zona CQ"),
-                        data1_.GridColumn("Zona ITU", "Zona ITU"),
-                        data1_.GridColumn("Continente", "Continente")});
+  Spread1.SetColumnsOf(
+      {data1_.GridColumn("Prefisso", "Prefisso"), data1_.GridColumn("Country", "Country"),
+       data1_.GridColumn("Zona CQ", "Zona CQ"), data1_.GridColumn("Zona ITU", "Zona ITU"),
+       data1_.GridColumn("Continente", "Continente")});
   LoadCountries(session_, Country);
 }
 
@@ -114,10 +113,9 @@ void TabellaPrefissi::cmUpdate() {
   TryWriteChosen(session_, "Aggiornamento prefisso", kRepeated, [this] {
     // The index ends with the continent; the country is compared on the row that it leads to.
     Table& prefissi = *session_.TbPrefissi;
-    prefissi.Seek("=", {Codice.Text(), Val(ZonaCQ.Text()), Val(ZonaITU.Text()),
-                        Continente.Text()});
-    if (!prefissi.NoMatch() && Trim(FieldText(prefissi, "Country")) ==
-                                   Trim(Left(Country.Text(), kCountryWidth))) {
+    prefissi.Seek("=", {Codice.Text(), Val(ZonaCQ.Text()), Val(ZonaITU.Text()), Continente.Text()});
+    if (!prefissi.NoMatch() &&
+        Trim(FieldText(prefissi, "Country")) == Trim(Left(Country.Text(), kCountryWidth))) {
       session_.Messages().Show(MessageIcon::kCritical, "", kRepeated);
       return;
     }

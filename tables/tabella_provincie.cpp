@@ -22,12 +22,11 @@ TabellaProvincie::TabellaProvincie(Session& session)
   LBProv.SetCaption("Provincie");
   Codice.SetCaption("Codice");
   Descrizione.SetCaption("Descrizione");
-  keys_.Add(
-      Toolbar1,
-      {{"cmInsert", "Inserisci", "Inserisce la provincia", "F2", [this] { cmInsert(); }},
-       {"cmUpdate", "Aggiorna", "Aggiorna la provincia scelta", "F3", [this] { cmUpdate(); }},
-       {"cmDelete", "Cancella", "Cancella la provincia scelta", "F4", [this] { cmDelete(); }},
-       {"cmExit", "Esci", "Chiude la tabella", "", [this] { cmExit(); }}});
+  keys_.Add(Toolbar1,
+            {{"cmInsert", "Inserisci", "Inserisce la provincia", "F2", [this] { cmInsert(); }},
+             {"cmUpdate", "Aggiorna", "Aggiorna la provincia scelta", "F3", [this] { cmUpdate(); }},
+             {"cmDelete", "Cancella", "Cancella la provincia scelta", "F4", [this] { cmDelete(); }},
+             {"cmExit", "Esci", "Chiude la tabella", "", [this] { cmExit(); }}});
   CancelCommand = FindCommand("cmExit");
   Codice.Filter = UpperKey;
   LBCountry.OnClick = [this] { LoadProvinces(session_, LBProv, ChosenCountry()); };

@@ -138,13 +138,17 @@ void UserForm::Load() {
   LoadModes(session_, Modo);
   Table& user = *session_.TbUser;
   user.MoveFirst();
-  const std::pair<TextField*, const char*> texts[] = {
-      {&CallQso, "Call"},           {&Qra, "Qra"},
-      {&Qth, "Qth"},                {&Indirizzo, "Indirizzo"},
-      {&Provincia, "Provincia"},    {&Locator, "Locator"},
-      {&CallFile, "CallFile"},      {&CallInterval, "CallInterval"},
-      {&ClusterNode, "ClusterNode"}, {&TelnetCluster, "TelnetCluster"},
-      {&TelnetWWConv, "TelnetWWConv"}};
+  const std::pair<TextField*, const char*> texts[] = {{&CallQso, "Call"},
+                                                      {&Qra, "Qra"},
+                                                      {&Qth, "Qth"},
+                                                      {&Indirizzo, "Indirizzo"},
+                                                      {&Provincia, "Provincia"},
+                                                      {&Locator, "Locator"},
+                                                      {&CallFile, "CallFile"},
+                                                      {&CallInterval, "CallInterval"},
+                                                      {&ClusterNode, "ClusterNode"},
+                                                      {&TelnetCluster, "TelnetCluster"},
+                                                      {&TelnetWWConv, "TelnetWWConv"}};
   for (const auto& [field, column] : texts) field->SetText(FieldText(user, column));
   ZX9TOK.SetText(session_.GetSetting("Log", "ManagerZX9TOK", ""));
   SelectListEntry(TNCBaud, Trim(FieldText(user, "TNCBaud")), kBaudWidth);
@@ -160,15 +164,14 @@ void UserForm::Unload() {
 
 void UserForm::MakeGrid() {
   // Each stands at the place of its BandColumn.
-  DataGrid1.SetColumnsOf({data1_.GridColumn("Banda", "Banda"),
-                          data1_.GridColumn("Frequenza (MHz)", "Frequenza"),
-                          data1_.GridColumn("RTX", "RTX"), data1_.GridColumn("Antenna", "Antenna"),
-                          data1_.GridColumn("Potenza", "Potenza"),
-                          data1_.GridColumn("Modo", "Modo"), data1_.GridColumn("RST", "RST"),
-                          data1_.GridColumn("Inizio (kHz)", "FrequenzaI"),
-                          data1_.GridColumn("Fine (kHz)", "FrequenzaF"),
-                          data1_.GridColumn("Annuncia DX", "AnnunceDX", YesNo),
-                          data1_.GridColumn("File wav", "FilenameDX")});
+  DataGrid1.SetColumnsOf(
+      {data1_.GridColumn("Banda", "Banda"), data1_.GridColumn("Frequenza (MHz)", "Frequenza"),
+       data1_.GridColumn("RTX", "RTX"), data1_.GridColumn("Antenna", "Antenna"),
+       data1_.GridColumn("Potenza", "Potenza"), data1_.GridColumn("Modo", "Modo"),
+       data1_.GridColumn("RST", "RST"), data1_.GridColumn("Inizio (kHz)", "FrequenzaI"),
+       data1_.GridColumn("Fine (kHz)", "FrequenzaF"),
+       data1_.GridColumn("Annuncia DX", "AnnunceDX", YesNo),
+       data1_.GridColumn("File wav", "FilenameDX")});
 }
 
 ListField* UserForm::PickerOf(int column) {
@@ -231,18 +234,17 @@ void UserForm::cmUpdate() {
   Table& user = *session_.TbUser;
   user.MoveFirst();
   user.Edit();
-  const std::pair<const char*, const TextField*> texts[] = {
-      {"Call", &CallQso},
-      {"Qra", &Qra},
-      {"Qth", &Qth},
-      {"Indirizzo", &Indirizzo},
-      {"Provincia", &Provincia},
-      {"Locator", &Locator},
-      {"TNCPort", &TNCPort},
-      {"CallFile", &CallFile},
-      {"ClusterNode", &ClusterNode},
-      {"TelnetCluster", &TelnetCluster},
-      {"TelnetWWConv", &TelnetWWConv}};
+  const std::pair<const char*, const TextField*> texts[] = {{"Call", &CallQso},
+                                                            {"Qra", &Qra},
+                                                            {"Qth", &Qth},
+                                                            {"Indirizzo", &Indirizzo},
+                                                            {"Provincia", &Provincia},
+                                                            {"Locator", &Locator},
+                                                            {"TNCPort", &TNCPort},
+                                                            {"CallFile", &CallFile},
+                                                            {"ClusterNode", &ClusterNode},
+                                                            {"TelnetCluster", &TelnetCluster},
+                                                            {"TelnetWWConv", &TelnetWWConv}};
   for (const auto& [column, field] : texts) user.Set(column, field->Text());
   user.Set("TNCBaud", Val(TNCBaud.Text()));
   user.Set("TNCEcho", TNCEcho.IsOn());

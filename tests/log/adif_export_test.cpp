@@ -54,8 +54,9 @@ TEST_F(AdifExportTest, AContactIsWrittenLineByLineInItsOrder) {
 
 TEST_F(AdifExportTest, TheWholeSelectionIsWrittenFromItsFirst) {
   Exec("insert into Log (DataQso,Call) values ('06/09/1999','F1NULL')");
-  Exec("insert into Log (DataQso,Call,Banda,Qra,Frequenza,QslRicevuta,Manager) values "
-       "('07/09/1999 00:01','DL1ÄÖ','  2 m','ΑΒΓ Łódź 5€ “x”',1296.2,true,'')");
+  Exec(
+      "insert into Log (DataQso,Call,Banda,Qra,Frequenza,QslRicevuta,Manager) values "
+      "('07/09/1999 00:01','DL1ÄÖ','  2 m','ΑΒΓ Łódź 5€ “x”',1296.2,true,'')");
   LogForm& log = OpenLog();
   Export(log, "cmAllQso", false);
   EXPECT_EQ(Lines(), Texts{"question \"Esporta tutti i Qso\" \"Alcuni Qso sono gia' presenti nel "
@@ -87,13 +88,12 @@ TEST_F(AdifExportTest, ANullColumnWritesALengthOf0) {
 TEST_F(AdifExportTest, ASelectionOfThreeWritesThree) {
   for (const char* call : {"A1A", "B1B", "C1C"}) Store(call, "  2 m", ",Note", ",'scelto'");
   LogForm& log = OpenLog();
-  Event([&] {
-    session.ShowInLog("Select * from Log where Note='scelto'");
-  });
+  Event([&] { session.ShowInLog("Select * from Log where Note='scelto'"); });
   Export(log, "cmAllQso", false);
   const std::string file = File();
   std::size_t contacts = 0;
-  for (std::size_t at = file.find("<eor>"); at != std::string::npos; at = file.find("<eor>", at + 1)) {
+  for (std::size_t at = file.find("<eor>"); at != std::string::npos;
+       at = file.find("<eor>", at + 1)) {
     ++contacts;
   }
   EXPECT_EQ(contacts, 3u);
@@ -160,7 +160,8 @@ TEST_F(AdifExportTest, ADatabaseThatFailsEndsTheProgram) {
   session.Db.Close();
   machine.Messages().QueueAnswer(false);
   EXPECT_THROW(Press(log, "cmAllQso"), ProgramEnded);
-  EXPECT_THAT(Lines().at(1), testing::StartsWith("message critical \"Esporta tutti i Qso\" \" 3420"));
+  EXPECT_THAT(Lines().at(1),
+              testing::StartsWith("message critical \"Esporta tutti i Qso\" \" 3420"));
 }
 
 TEST_F(AdifExportTest, TheGridViewDisablesTheExportsToo) {

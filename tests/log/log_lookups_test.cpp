@@ -452,8 +452,8 @@ TEST_F(LookupTest, AQuoteIsAFailureOfItsEventAndTheWindowGoesOn) {
   Store("IK3ABC", "  2 m");
   LogForm& log = NewContact();
   log.QsoNr.SetText("");
-  const std::pair<TextField*, std::string> typed[] = {
-      {&log.CallQso, "IK3'ABC"}, {&log.Country, "I'"}};
+  const std::pair<TextField*, std::string> typed[] = {{&log.CallQso, "IK3'ABC"},
+                                                      {&log.Country, "I'"}};
   for (const auto& [field, text] : typed) {
     Lines();
     Event([&, field = field, text = text] { field->SetText(text); });
@@ -544,7 +544,8 @@ TEST_F(LookupTest, TheStatusStatementsAreServedByIndexes) {
        "INDEX Log.CallBanda (<expr>=? AND <expr>=? AND QslRicevuta=?)"},
       {"select Call from Log where Call='X' and Banda='  2 m' and QsoNr<> 1",
        "INDEX Log.CallBanda (<expr>=? AND <expr>=?)"},
-      {"select Call from Log where Country='I' and QslRicevuta=true and Banda='  2 m' and QsoNr<> 1",
+      {"select Call from Log where Country='I' and QslRicevuta=true and Banda='  2 m' and QsoNr<> "
+       "1",
        "INDEX Log.CountryBanda (<expr>=? AND <expr>=? AND QslRicevuta=?)"},
       {"select Call from Log where Country='I' and Banda='  2 m' and QsoNr<> 1",
        "INDEX Log.CountryBanda (<expr>=? AND <expr>=?)"},

@@ -47,10 +47,10 @@ class LogStation : public StationTest {
              std::string_view moreValues = "") {
     static int minute = 0;
     minute = (minute + 1) % 1440;
-    Exec("insert into Log (DataQso,Call,Banda" + std::string(moreColumns) + ") values ('01/01/2001 " +
-         std::to_string(minute / 60) + ":" + (minute % 60 < 10 ? "0" : "") +
-         std::to_string(minute % 60) + "','" + std::string(call) + "','" + std::string(band) + "'" +
-         std::string(moreValues) + ")");
+    Exec("insert into Log (DataQso,Call,Banda" + std::string(moreColumns) +
+         ") values ('01/01/2001 " + std::to_string(minute / 60) + ":" +
+         (minute % 60 < 10 ? "0" : "") + std::to_string(minute % 60) + "','" + std::string(call) +
+         "','" + std::string(band) + "'" + std::string(moreValues) + ")");
   }
   // Statements run and rows stepped by something.
   EngineCounters Counted(const std::function<void()>& work) {

@@ -28,8 +28,9 @@ TEST_F(TabellaCountryTest, TheListShowsCodesInSixCharacters) {
 }
 
 TEST_F(TabellaCountryTest, AnEntryClickedShowsItsCountry) {
-  Exec("update Country set Mappa='italia.jpg',Flag='i.bmp',Pointer_X=10,Pointer_Y=20,"
-       "[From]='17/03/1861' where Country='I'");
+  Exec(
+      "update Country set Mappa='italia.jpg',Flag='i.bmp',Pointer_X=10,Pointer_Y=20,"
+      "[From]='17/03/1861' where Country='I'");
   TabellaCountry& table = OpenTable();
   Click(table.LBCountry, "I     Italia");
   EXPECT_EQ((Texts{table.Codice.Text(), table.Descrizione.Text(), table.Mappa.Text(),
@@ -197,7 +198,8 @@ TEST_F(TabellaCountryTest, AnyOtherFailureEndsTheProgram) {
   Click(table.LBCountry, "I     Italia");
   session.Db.Close();
   EXPECT_THROW(Press(table, "cmInsert"), ProgramEnded);
-  EXPECT_THAT(Lines().at(0), testing::StartsWith("message critical \"Inserimento country\" \" 3420"));
+  EXPECT_THAT(Lines().at(0),
+              testing::StartsWith("message critical \"Inserimento country\" \" 3420"));
   EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento country\" \" 3420"));

@@ -118,7 +118,8 @@ TEST_F(TabellaNoteTest, AnyOtherFailureEndsTheProgram) {
   EXPECT_THROW(Press(table, "cmInsert"), ProgramEnded);
   EXPECT_THAT(Lines().at(0), testing::StartsWith("message critical \"Inserimento nota\" \" 3420"));
   EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
-  EXPECT_THAT(Lines().at(0), testing::StartsWith("message critical \"Aggiornamento nota\" \" 3420"));
+  EXPECT_THAT(Lines().at(0),
+              testing::StartsWith("message critical \"Aggiornamento nota\" \" 3420"));
 }
 
 TEST_F(TabellaNoteTest, ItKeepsItsPlaceAndExitCloses) {

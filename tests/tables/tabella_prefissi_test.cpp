@@ -63,8 +63,8 @@ TEST_F(TabellaPrefissiTest, TheGridShowsThePrefixesInOrder) {
   for (int column = 0; column < table.Spread1.Columns(); ++column) {
     row.push_back(table.Spread1.Cell(0, column) + "=" + table.Spread1.Cell(2, column));
   }
-  EXPECT_EQ(row, (Texts{"Prefisso=IK3", "Country=I", "Zona CQ=15", "Zona ITU=28",
-                        "Continente=EU"}));
+  EXPECT_EQ(row,
+            (Texts{"Prefisso=IK3", "Country=I", "Zona CQ=15", "Zona ITU=28", "Continente=EU"}));
 }
 
 TEST_F(TabellaPrefissiTest, ARowClickedFillsTheFields) {
@@ -217,9 +217,9 @@ TEST_F(TabellaPrefissiTest, ForTheLogADoubleClickLeavesTheChoiceAndCloses) {
   Event([&] { table.Spread1.DoubleClickCell(2, 0); });
   EXPECT_EQ(session.Windows.Find("TabellaPrefissi"), nullptr);
   const PrefixChoice& chosen = session.ChosenPrefix;
-  EXPECT_EQ((Texts{chosen.Prefisso, chosen.Country, chosen.ZonaCQ, chosen.ZonaITU,
-                   chosen.Continente}),
-            (Texts{"IK3", "I", "15", "28", "EU"}));
+  EXPECT_EQ(
+      (Texts{chosen.Prefisso, chosen.Country, chosen.ZonaCQ, chosen.ZonaITU, chosen.Continente}),
+      (Texts{"IK3", "I", "15", "28", "EU"}));
 }
 
 TEST_F(TabellaPrefissiTest, OtherwiseADoubleClickDoesNothing) {
@@ -252,9 +252,9 @@ TEST_F(TabellaPrefissiTest, AnyOtherFailureEndsTheProgram) {
   Fill(table, "IK1", "I", "15", "28", "EU");
   session.Db.Close();
   EXPECT_THROW(Press(table, "cmInsert"), ProgramEnded);
-  EXPECT_THAT(Lines(), testing::ElementsAre(testing::StartsWith(
-                                                "message critical \"Inserimento prefisso\" \" 3420"),
-                                            "end-program"));
+  EXPECT_THAT(Lines(), testing::ElementsAre(
+                           testing::StartsWith("message critical \"Inserimento prefisso\" \" 3420"),
+                           "end-program"));
   EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento prefisso\" \" 3420"));

@@ -41,19 +41,26 @@ class UserFormTest : public TablesStation {
 };
 
 TEST_F(UserFormTest, ItOpensOnTheProfileAndItsFirstTab) {
-  Exec("update [User] set Call='I0ABC',Qra='Anna',ClusterNode='IK0CLU',TelnetCluster='host:8000',"
-       "TelnetWWConv='chat',CallFile='cq.wav',TNCEcho=true,TNCBaud=1200,TNCPort='COM2'");
+  Exec(
+      "update [User] set Call='I0ABC',Qra='Anna',ClusterNode='IK0CLU',TelnetCluster='host:8000',"
+      "TelnetWWConv='chat',CallFile='cq.wav',TNCEcho=true,TNCBaud=1200,TNCPort='COM2'");
   session.SaveSetting("Log", "ManagerZX9TOK", "C:\\qmgr");
   UserForm& user = OpenUser();
   EXPECT_EQ(user.Caption(), "Tabella Utente");
-  const std::pair<TextField*, std::string> texts[] = {
-      {&user.CallQso, "I0ABC"},        {&user.Qra, "Anna"},
-      {&user.Qth, "Roma"},             {&user.Indirizzo, "Via e numero"},
-      {&user.Provincia, "RM"},         {&user.Locator, "JN65AA"},
-      {&user.ZX9TOK, "C:\\qmgr"},      {&user.ClusterNode, "IK0CLU"},
-      {&user.TelnetCluster, "host:8000"}, {&user.TelnetWWConv, "chat"},
-      {&user.CallFile, "cq.wav"},      {&user.CallInterval, "10"},
-      {&user.TNCBaud, "1200"},         {&user.TNCPort, "COM2"}};
+  const std::pair<TextField*, std::string> texts[] = {{&user.CallQso, "I0ABC"},
+                                                      {&user.Qra, "Anna"},
+                                                      {&user.Qth, "Roma"},
+                                                      {&user.Indirizzo, "Via e numero"},
+                                                      {&user.Provincia, "RM"},
+                                                      {&user.Locator, "JN65AA"},
+                                                      {&user.ZX9TOK, "C:\\qmgr"},
+                                                      {&user.ClusterNode, "IK0CLU"},
+                                                      {&user.TelnetCluster, "host:8000"},
+                                                      {&user.TelnetWWConv, "chat"},
+                                                      {&user.CallFile, "cq.wav"},
+                                                      {&user.CallInterval, "10"},
+                                                      {&user.TNCBaud, "1200"},
+                                                      {&user.TNCPort, "COM2"}};
   for (const auto& [field, text] : texts) EXPECT_EQ(field->Text(), text) << field->Name();
   EXPECT_TRUE(user.TNCEcho.IsOn());
   EXPECT_EQ(user.File1.Items(), (Texts{"20m.wav", "2m.WAV", "cq.wav"}));
@@ -120,9 +127,9 @@ TEST_F(UserFormTest, ExitClosesWithoutWriting) {
 
 TEST_F(UserFormTest, AnEmptyMandatoryFieldBringsOneMessage) {
   UserForm& user = OpenUser();
-  for (TextField* field : {&user.CallQso, &user.Qra, &user.Qth, &user.Indirizzo, &user.Provincia,
-                           static_cast<TextField*>(&user.TNCBaud),
-                           static_cast<TextField*>(&user.TNCPort)}) {
+  for (TextField* field :
+       {&user.CallQso, &user.Qra, &user.Qth, &user.Indirizzo, &user.Provincia,
+        static_cast<TextField*>(&user.TNCBaud), static_cast<TextField*>(&user.TNCPort)}) {
     const std::string before = field->Text();
     field->SetText(field == &user.Qra ? "   " : "");
     Press(user, "cmUpdate");
