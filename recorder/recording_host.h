@@ -28,13 +28,17 @@ class RecordingHost : public WindowHost {
   // The field gets its focus event.
   void MoveFocus(Field& field) override;
   void SetBusy(bool busy) override { busy_ += busy ? 1 : -1; }
-  void ProcessEvents() override {}
+  void ProcessEvents() override {
+    if (WhileWaiting) WhileWaiting();
+  }
   Twips ScreenWidth() override { return Twips::FromPixels(1024); }
   Twips ScreenHeight() override { return Twips::FromPixels(768); }
   void ReportFailure(std::string_view text) override;
   // Throws ProgramEnded.
   [[noreturn]] void EndProgram() override;
 
+  // What happens while the station lets events run.
+  std::function<void()> WhileWaiting;
   // What the operator does while a dialog waits, until it is hidden or unloaded.
   std::function<void(Window&)> InModal;
   // How lines call a window; its plain name unless told otherwise.

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include <fstream>
+
 #include "tests/support/station.h"
 
 namespace brenvo {
@@ -199,6 +201,38 @@ TEST_F(AwardOverlaysTest, ASelectionThatIsNoConditionFailsTheEvent) {
   session.QueryText = "Select * from Log";
   Event([&] { DisplayField(session); });
   EXPECT_THAT(Lines(), ElementsAre(HasSubstr("error")));
+}
+
+TEST_F(AwardOverlaysTest, AnotherMapMeanwhileEndsThePainting) {
+  Log({.locator = "IO91AA"});
+  Log({.locator = "JN65AA"});
+  machine.Host().WhileWaiting = [&] { session.CurrentMapPath = "ANOTHER.JPG"; };
+  DisplayField(session);
+  EXPECT_THAT(Lines(), ElementsAre("map rectangle 574 123 60 28 255 0 0"));
+}
+
+TEST_F(AwardOverlaysTest, TheEndOfTheSessionMeanwhileEndsThePainting) {
+  Log({.locator = "IO91AA"});
+  Log({.locator = "JN65AA"});
+  machine.Host().WhileWaiting = [&] { session.CloseTables(); };
+  Event([&] { DisplayField(session); });
+  EXPECT_THAT(Lines(), ElementsAre("map rectangle 574 123 60 28 255 0 0"));
+}
+
+TEST_F(AwardOverlaysTest, EveryPlaceIsTakenAtTheScrollOfItsMoment) {
+  Log({.locator = "IO91AA"});
+  Log({.locator = "JN65AA"});
+  machine.Map().SetZoom(100);
+  Lines();
+  std::ofstream(directory.Path() / "mondo.bmp", std::ios::binary)
+      << std::string("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\x10\0\0\0\x10\0", 24);
+  machine.Map().SetImage(directory.Path() / "mondo.bmp");
+  Lines();
+  machine.Host().WhileWaiting = [&] { machine.Map().SetScroll(100, 20); };
+  DisplayField(session);
+  EXPECT_THAT(Lines(), ElementsAre("map rectangle 574 123 60 28 255 0 0", "map scroll 100 20",
+                                   "map rectangle 538 135 60 28 255 0 0", "map scroll 100 20",
+                                   "map close", "map refresh"));
 }
 
 TEST_F(AwardOverlaysTest, TheSelectionIsReadAndNotChanged) {
