@@ -25,7 +25,11 @@ Qt::Alignment AlignmentOf(CellAlignment alignment) {
   return Qt::AlignLeft | Qt::AlignVCenter;
 }
 
-QVariant PictureOf(const std::string& file) {
+// Room between a picture and the lines of its row, pixels.
+constexpr int kPictureMargin = 4;
+
+// A picture higher than its row shows smaller, with all its pixels where the screen has them.
+QVariant PictureOf(const std::string& file, int rowHeight) {
   if (file.empty()) return {};
   const QString path = ToQt(file);
   QPixmap picture;
@@ -33,7 +37,12 @@ QVariant PictureOf(const std::string& file) {
     picture.load(path);
     QPixmapCache::insert(path, picture);
   }
-  return picture.isNull() ? QVariant() : QVariant(picture);
+  if (picture.isNull()) return {};
+  const int height = Twips(rowHeight).Pixels() - kPictureMargin;
+  if (height > 0 && picture.height() > height) {
+    picture.setDevicePixelRatio(static_cast<double>(picture.height()) / height);
+  }
+  return picture;
 }
 
 }  // namespace
@@ -97,7 +106,8 @@ QVariant GridModel::Content(std::int64_t row, int column, int role) const {
       case Qt::DisplayRole: return Text(row, column).trimmed();
       case Qt::EditRole: return Text(row, column);
       case Qt::TextAlignmentRole: return QVariant(AlignmentOf(grid_.Alignment(row, column)));
-      case Qt::DecorationRole: return PictureOf(grid_.CellPicture(row, column));
+      case Qt::DecorationRole: 
+        return PictureOf(grid_.CellPicture(row, column), grid_.RowHeight(row));
       case Qt::FontRole:
         if (grid_.Bold(row, column)) {
           QFont bold;

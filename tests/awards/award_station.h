@@ -1,4 +1,4 @@
-// A station with contacts and award windows.
+// A station with contacts and award windows; no country has a flag.
 #pragma once
 
 #include <string>
@@ -18,6 +18,7 @@ class AwardStation : public StationTest {
         return std::make_unique<AwardGrid>(session, member);
       });
     }
+    session.Db.Execute("UPDATE Country SET Flag=NULL");
   }
 
   // A contact of the log.
