@@ -95,9 +95,12 @@ void ClusterTerminal::ReceiveWaiting() {
       session_.Windows.RunEvent([this, &waiting] {
         // A line that cannot be read ends it all.
         while (std::exchange(waiting, false) && Loaded()) {
+          const bool blockEnds = !input_.empty() && inputAt_ == input_.size();
           if (const auto character = TakeCharacter()) {
             waiting = true;
-            engine_.FeedCharacter(*character);
+            // A burst must not hold the operator up, who may close the window meanwhile.
+            if (blockEnds) Host().ProcessEvents();
+            if (Loaded()) engine_.FeedCharacter(*character);
           }
         }
       });

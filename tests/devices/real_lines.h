@@ -40,12 +40,12 @@ class RealLines : public RecordingPlatform {
   EventGate Gate;
 };
 
-// Lets events run until `met`, five seconds at most; whether it was met.
-inline bool Until(const std::function<bool()>& met) {
+// Lets events run until `met`, but no longer than told; whether it was met.
+inline bool Until(const std::function<bool()>& met, int milliseconds = 5000) {
   QElapsedTimer timer;
   timer.start();
   while (!met()) {
-    if (timer.elapsed() > 5000) return false;
+    if (timer.elapsed() > milliseconds) return false;
     QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
