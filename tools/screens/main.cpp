@@ -75,7 +75,7 @@ void TakePicture(brenvo::Session& session, brenvo::QtPlatform& platform, const Q
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  QApplication::setApplicationDisplayName(QStringLiteral("Brenvo"));
+  QApplication::setApplicationName(QStringLiteral("Brenvo"));
   QApplication::setStyle(QStringLiteral("Fusion"));
   QStringList arguments = QApplication::arguments();
   if (arguments.removeAll(QStringLiteral("--dark")) > 0) QApplication::setPalette(DarkPalette());
