@@ -50,7 +50,6 @@ int RunStation(QApplication& application, const QString& directory) {
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Brenvo"));
-  QApplication::setApplicationDisplayName(QStringLiteral("Brenvo"));
   QApplication::setStyle(QStringLiteral("Fusion"));
   QApplication::setWindowIcon(brenvo::ProgramIcon());
   // The main frame says when the program ends, not the last window that closes.

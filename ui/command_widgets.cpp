@@ -34,8 +34,6 @@ QAction* CommandWidgets::ActionOf(Command& command) {
   auto* action = new QAction(&owner_);
   actions_[&command] = action;
   action->setObjectName(ToQt(command.Name()));
-  action->setIcon(CommandIcon(command.Icon.empty() ? command.Name() : command.Icon));
-  action->setIconVisibleInMenu(false);
   action->setCheckable(command.Toggle);
   if (!command.Shortcut.empty()) action->setShortcut(QKeySequence(ToQt(command.Shortcut)));
   const auto follow = [action, &command] {
@@ -148,7 +146,14 @@ QWidget* CommandWidgets::MakeToolBar(ToolBar& field, QWidget* parent) {
   bar->setToolButtonStyle(field.Items.size() <= kMostKeysWithWords ? Qt::ToolButtonTextBesideIcon
                                                                    : Qt::ToolButtonIconOnly);
   for (const MenuItem& item : field.Items) {
-    std::visit(Match{[&](Command* command) { bar->addAction(ActionOf(*command)); },
+    std::visit(Match{[&](Command* command) {
+                       QAction* action = ActionOf(*command);
+                       // Only here: a menu bar would show the picture instead of the words.
+                       action->setIcon(
+                           CommandIcon(command->Icon.empty() ? command->Name() : command->Icon));
+                       action->setIconVisibleInMenu(false);
+                       bar->addAction(action);
+                     },
                      [&](Menu* menu) {
                        auto* key = new QToolButton(bar);
                        key->setObjectName(ToQt(menu->Name()));

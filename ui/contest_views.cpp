@@ -29,7 +29,8 @@ Piece ContestView() {
                  Line({Wide(Frame("Dati Brenvo", station, "Panel3D2")),
                        Wide(Frame("Dati stazione", place, "Panel3D3"))}),
                  Frame("Note", Column({Item("Note", " ")}), "Panel3D4"),
-                 Line({Item("Logo", "", 24), Space(), Item("Sign", "", 24)})});
+                 Line({Drawn(Item("Logo"), Look::kSmall), Space(),
+                       Drawn(Item("Sign"), Look::kSmall)})});
 }
 
 Piece ContestQsoView() {

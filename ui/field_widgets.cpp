@@ -39,7 +39,8 @@ QWidget* Make(Field& field, ViewContext& context, QWidget* parent, Look look) {
     return MakeRichTextWidget(*area, context, parent);
   }
   if (auto* picture = dynamic_cast<PictureBox*>(&field)) {
-    return MakePictureWidget(*picture, context, parent);
+    return look == Look::kSmall ? MakeSmallPicture(*picture, context, parent)
+                                : MakePictureWidget(*picture, context, parent);
   }
   if (auto* bar = dynamic_cast<StatusBar*>(&field)) return MakeStatusBar(*bar, context, parent);
   if (auto* label = dynamic_cast<Label*>(&field)) return MakeLabel(*label, context, parent);

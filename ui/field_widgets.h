@@ -17,6 +17,7 @@ enum class Look {
   kVertical,   // a slider
   kScrollBar,  // a slider
   kDisplay,    // a text or label in large fixed figures
+  kSmall,      // a picture made to fit a corner of its window
 };
 
 // The widget that shows a field and brings the operator's keys and clicks to it. Null for fields

@@ -1,6 +1,7 @@
 #include "ui/list_widgets.h"
 
 #include <QAbstractItemView>
+#include <QElapsedTimer>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QListView>
@@ -59,6 +60,37 @@ void UseListFont(QAbstractItemView& view, const Entries& entries) {
   view.setFont(fixed);
 }
 
+// What is typed at a closed list, blanks left out: "2m" finds "  2 m". A pause begins anew, and a
+// letter that leads no further goes on to the next entry that begins with it.
+class TypedSearch {
+ public:
+  // The entry to take; -1 when none fits.
+  int Next(const QString& key, const std::vector<std::string>& items, int current) {
+    if (!since_.isValid() || since_.elapsed() > kPauseMilliseconds) typed_.clear();
+    since_.start();
+    typed_ += key.toLower();
+    if (const int found = Find(typed_, items, current); found >= 0) return found;
+    typed_ = key.toLower();
+    return Find(typed_, items, current + 1);
+  }
+
+ private:
+  static constexpr int kPauseMilliseconds = 1000;
+
+  static int Find(const QString& typed, const std::vector<std::string>& items, int from) {
+    const int count = static_cast<int>(items.size());
+    for (int step = 0; step < count; ++step) {
+      const int at = (std::max(from, 0) + step) % count;
+      QString entry = ToQt(items[static_cast<std::size_t>(at)]).toLower();
+      if (entry.remove(' ').startsWith(typed)) return at;
+    }
+    return -1;
+  }
+
+  QString typed_;
+  QElapsedTimer since_;
+};
+
 class Combo : public QComboBox {
  public:
   Combo(ListField& field, ViewContext& context, QWidget* parent)
@@ -101,6 +133,14 @@ class Combo : public QComboBox {
       context_.Run([this] { field_.Pick(-1); });
       return;
     }
+    const QString key = event->text();
+    const bool letter = key.size() == 1 && key[0].isPrint() && !key[0].isSpace() &&
+                        (event->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    if (edit_ == nullptr && letter && context_.Alive()) {
+      const int found = search_.Next(key, field_.Items(), field_.ListIndex());
+      if (found >= 0) context_.Run([this, found] { field_.Pick(found); });
+      return;
+    }
     QComboBox::keyPressEvent(event);
   }
 
@@ -126,6 +166,7 @@ class Combo : public QComboBox {
   ViewContext& context_;
   Entries* entries_;
   TextEdit* edit_ = nullptr;
+  TypedSearch search_;
 };
 
 class OpenList : public QListView {

@@ -1,5 +1,6 @@
 #include "ui/picture_widget.h"
 
+#include <QLabel>
 #include <QPainter>
 #include <QPaintEvent>
 #include <QScrollArea>
@@ -9,6 +10,8 @@
 
 namespace brenvo {
 namespace {
+
+constexpr QSize kRoom(200, 64);  // of a small picture
 
 // The picture at its own size, with the circles over it.
 class Canvas : public QWidget {
@@ -69,6 +72,20 @@ class Canvas : public QWidget {
 };
 
 }  // namespace
+
+QWidget* MakeSmallPicture(PictureBox& field, ViewContext& context, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  auto* binding = new FieldBinding(field, *label, context);
+  binding->OnShow = [label, &field] {
+    const QPixmap picture(PathToQt(field.Picture()));
+    label->setPixmap(picture.isNull() || (picture.width() <= kRoom.width() &&
+                                          picture.height() <= kRoom.height())
+                         ? picture
+                         : picture.scaled(kRoom, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+  };
+  binding->Show();
+  return label;
+}
 
 QWidget* MakePictureWidget(PictureBox& field, ViewContext& context, QWidget* parent) {
   auto* area = new QScrollArea(parent);

@@ -7,5 +7,7 @@
 namespace brenvo {
 
 QWidget* MakePictureWidget(PictureBox& field, ViewContext& context, QWidget* parent);
+// The picture alone, made small; nothing is seen where there is none.
+QWidget* MakeSmallPicture(PictureBox& field, ViewContext& context, QWidget* parent);
 
 }  // namespace brenvo

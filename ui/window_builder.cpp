@@ -13,7 +13,6 @@
 #include "forms/choice_fields.h"
 #include "forms/grid.h"
 #include "forms/list_field.h"
-#include "forms/picture_box.h"
 #include "forms/rich_text.h"
 #include "forms/status_bar.h"
 #include "ui/field_binding.h"
@@ -23,7 +22,7 @@ namespace brenvo {
 namespace {
 
 using Kind = Piece::Kind;
-constexpr int kMargin = 10, kGap = 8, kLineGap = 7, kSmallPicture = 72;
+constexpr int kMargin = 10, kGap = 8, kLineGap = 7;
 
 void SetWidth(QWidget& widget, const Piece& piece) {
   if (piece.characters <= 0) return;
@@ -96,7 +95,7 @@ bool WindowBuilder::Grows(const Piece& piece) const {
   switch (piece.kind) {
     case Kind::kField: {
       const Field* field = window_.FindField(piece.name);
-      return field != nullptr && FillsRoom(*field) && piece.characters == 0;
+      return field != nullptr && FillsRoom(*field) && piece.look != Look::kSmall;
     }
     case Kind::kSpace:
     case Kind::kSplit: return true;
@@ -130,9 +129,6 @@ QWidget* WindowBuilder::MakeField(const Piece& piece, QWidget* parent) {
   QWidget* widget = MakeFieldWidget(field, context_, parent, piece.look);
   if (widget == nullptr) return nullptr;
   SetWidth(*widget, piece);
-  if (dynamic_cast<PictureBox*>(&field) != nullptr && piece.characters > 0) {
-    widget->setFixedHeight(kSmallPicture);
-  }
   widgets_[&field] = widget;
   return widget;
 }

@@ -73,6 +73,31 @@ TEST_F(ChoiceWidgets, DeleteEmptiesTheChoiceOfADropDownList) {
   EXPECT_EQ(Find<QComboBox>("Banda")->currentIndex(), -1);
 }
 
+TEST_F(ChoiceWidgets, WhatIsTypedAtAClosedListFindsItsEntryWhateverTheBlanks) {
+  auto* list = Find<QComboBox>("Banda");
+  QTest::keyClicks(list, "40");
+  EXPECT_EQ(form.Banda.Text(), " 40 m");
+  QTest::keyClicks(list, "8");
+  EXPECT_EQ(form.Banda.Text(), " 80 m");
+}
+
+TEST_F(ChoiceWidgets, TheSameLetterGoesOnToTheNextEntryThatBeginsWithIt) {
+  form.Banda.SetItems({" 20 m", "  2 m", " 23cm"});
+  auto* list = Find<QComboBox>("Banda");
+  Told taken;
+  for (int i = 0; i < 4; ++i) {
+    QTest::keyClicks(list, "2");
+    taken.push_back(form.Banda.Text());
+  }
+  EXPECT_THAT(taken, ElementsAre(" 20 m", "  2 m", " 23cm", " 20 m"));
+}
+
+TEST_F(ChoiceWidgets, ALetterThatBeginsNoEntryChangesNothing) {
+  form.Banda.SetListIndex(0);
+  QTest::keyClicks(Find<QComboBox>("Banda"), "x");
+  EXPECT_EQ(form.Banda.ListIndex(), 0);
+}
+
 TEST_F(ChoiceWidgets, AnAssignedEntryIsShownWithoutAnEventOfTheScreen) {
   form.Banda.SetListIndex(2);
   EXPECT_EQ(Find<QComboBox>("Banda")->currentText(), " 40 m");

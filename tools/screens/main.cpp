@@ -26,7 +26,8 @@ constexpr const char* kWindows[] = {
 
 QPalette DarkPalette() {
   const QColor window(45, 48, 52), base(30, 32, 35), words(225, 226, 228), dim(125, 128, 132);
-  QPalette dark(words, window);
+  QPalette dark(QColor(62, 66, 71), window);
+  dark.setColor(QPalette::WindowText, words);
   dark.setColor(QPalette::Base, base);
   dark.setColor(QPalette::AlternateBase, QColor(38, 40, 44));
   dark.setColor(QPalette::Text, words);
@@ -74,7 +75,7 @@ void TakePicture(brenvo::Session& session, brenvo::QtPlatform& platform, const Q
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  QApplication::setApplicationDisplayName(QStringLiteral("Brenvo"));
+  QApplication::setApplicationName(QStringLiteral("Brenvo"));
   QApplication::setStyle(QStringLiteral("Fusion"));
   QStringList arguments = QApplication::arguments();
   if (arguments.removeAll(QStringLiteral("--dark")) > 0) QApplication::setPalette(DarkPalette());
@@ -97,6 +98,7 @@ int main(int argc, char** argv) {
   if (brenvo::StartStation(session) == nullptr) return 1;
   Settle();
   UseLastContest(session);
+  session.QueryText = "WHERE Call<>''";
   // A box that a window opens by itself must not hold the tool.
   QTimer boxes;
   QObject::connect(&boxes, &QTimer::timeout, [] {

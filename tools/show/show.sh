@@ -89,14 +89,16 @@ contact() {
   [ -z "${7:-}" ] || picture "$7"
   keys F2
   sleep 0.5
+  # Back to the call.
+  keys $(yes shift+Tab | head -8)
 }
 
 picture 1-mainframe
 keys ctrl+l
 sleep 1.5
-contact ik1abc " 2" SSB JN45AA Mario Torino
-contact dl1xyz " 2" CW JO62QM Klaus Berlin
-contact ea3zz " 2" SSB JN11BK Juan Barcellona 2-log
+contact ik1abc 2m SSB JN45AA Mario Torino
+contact dl1xyz 2m CW JO62QM Klaus Berlin
+contact ea3zz 2m SSB JN11BK Juan Barcellona 2-log
 keys F7
 picture 3-grid
 keys F7
