@@ -146,8 +146,8 @@ void DisplayItalia(Session& session) {
   const auto rows = session.Db.OpenSnapshot(
       GroupedQuery("Provincia", "", session.QueryText + " AND Provincia<>''"));
   const bool finished = ForEachEntry(*rows, "Provincia", [&](const Value& key, bool confirmed) {
-    const auto spot = FindSpot(
-        session, "select X,Y from ProvincieItaliane where Provincia='" + key.Text() + "'");
+    const auto spot =
+        FindSpot(session, "select X,Y from ProvincieItaliane where Provincia='" + key.Text() + "'");
     if (!spot) return true;
     session.Pointer_X = spot->x;
     session.Pointer_Y = spot->y;

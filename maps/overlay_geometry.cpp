@@ -98,11 +98,13 @@ GraticuleLine SquareCalibration::LineOf(std::string_view key, double x, double y
   const int startY = Whole(view.zoom * kGraticuleStart - view.scrollY);
   // Letters are ASCII wherever Add accepts them.
   if (column) {
-    return {true, key.substr(0, 1),
-            {Whole(view.zoom * x / 100 - view.scrollX), startY, 1,
-             Whole(view.zoom * kColumnLength)}};
+    return {
+        true,
+        key.substr(0, 1),
+        {Whole(view.zoom * x / 100 - view.scrollX), startY, 1, Whole(view.zoom * kColumnLength)}};
   }
-  return {false, key.substr(1, 1),
+  return {false,
+          key.substr(1, 1),
           {startX, Whole(view.zoom * y / 100 - view.scrollY), Whole(view.zoom * kRowLength), 1}};
 }
 

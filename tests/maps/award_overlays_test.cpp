@@ -34,7 +34,8 @@ class AwardOverlaysTest : public StationTest {
     session.Db.Execute(fmt::format(
         "INSERT INTO Log (DataQso,Call,Banda,Locator,Provincia,[Zona CQ],QslRicevuta) VALUES "
         "(DateValue('01/01/2001'),'I{}AA','  2 m','{}','{}',{},{})",
-        ++number_, contact.locator, contact.province, contact.zone, contact.qsl ? "True" : "False"));
+        ++number_, contact.locator, contact.province, contact.zone,
+        contact.qsl ? "True" : "False"));
   }
   // The only rows of a calibration table.
   void Calibrate(const char* table, const char* columns, std::initializer_list<const char*> rows) {
@@ -45,8 +46,8 @@ class AwardOverlaysTest : public StationTest {
   }
   void CalibrateFields() {
     Calibrate("Field", "Field,X,Y",
-              {"'H?',3841,0", "'I?',149,0", "'J?',369,0", "'K?',589,0", "'?N',0,500",
-               "'?M',0,640", "'?L',0,780"});
+              {"'H?',3841,0", "'I?',149,0", "'J?',369,0", "'K?',589,0", "'?N',0,500", "'?M',0,640",
+               "'?L',0,780"});
   }
 
  private:
@@ -57,9 +58,9 @@ TEST_F(AwardOverlaysTest, AFieldIsGreenWhenConfirmedAndRedWhenWorked) {
   Log({.locator = "JN65AA", .qsl = true});
   Log({.locator = "IO91AA"});
   DisplayField(session);
-  EXPECT_THAT(Lines(), ElementsAre("map rectangle 574 123 60 28 255 0 0",
-                                   "map rectangle 638 155 60 28 0 255 0", "map close",
-                                   "map refresh"));
+  EXPECT_THAT(Lines(),
+              ElementsAre("map rectangle 574 123 60 28 255 0 0",
+                          "map rectangle 638 155 60 28 0 255 0", "map close", "map refresh"));
 }
 
 TEST_F(AwardOverlaysTest, AKeyConfirmedAndWorkedIsPaintedOnceAndGreen) {
@@ -100,12 +101,12 @@ TEST_F(AwardOverlaysTest, TheGraticuleComesBeforeTheSquares) {
   Calibrate("Field", "Field,X,Y", {"'J?',369,0", "'K?',589,0", "'?N',0,500", "'?M',0,640"});
   Log({.locator = "JN65AA", .qsl = true});
   DisplaySquare(session);
-  EXPECT_THAT(Lines(),
-              ElementsAre("map scroll 0 0", "map line 70 640 3883 1", "map text 70 640 \"M\"",
-                          "map line 70 500 3883 1", "map text 70 500 \"N\"",
-                          "map line 369 70 1 2486", "map text 369 70 \"J\"",
-                          "map line 589 70 1 2486", "map text 589 70 \"K\"",
-                          "map rectangle 501 556 22 14 0 255 0", "map close", "map refresh"));
+  EXPECT_THAT(
+      Lines(),
+      ElementsAre("map scroll 0 0", "map line 70 640 3883 1", "map text 70 640 \"M\"",
+                  "map line 70 500 3883 1", "map text 70 500 \"N\"", "map line 369 70 1 2486",
+                  "map text 369 70 \"J\"", "map line 589 70 1 2486", "map text 589 70 \"K\"",
+                  "map rectangle 501 556 22 14 0 255 0", "map close", "map refresh"));
 }
 
 TEST_F(AwardOverlaysTest, ASelectionWithoutSquaresStillShowsTheGraticule) {
@@ -151,9 +152,9 @@ TEST_F(AwardOverlaysTest, AZoneIsStampedWithTheBitmapOfItsState) {
   Log({.zone = 15, .qsl = true});
   Log({.zone = 3});
   DisplayZone(session);
-  EXPECT_THAT(Lines(), ElementsAre("map stamp \"Zona3nc.bmp\" 123 151",
-                                   "map stamp \"Zona15c.bmp\" 573 171", "map close",
-                                   "map refresh"));
+  EXPECT_THAT(Lines(),
+              ElementsAre("map stamp \"Zona3nc.bmp\" 123 151", "map stamp \"Zona15c.bmp\" 573 171",
+                          "map close", "map refresh"));
 }
 
 TEST_F(AwardOverlaysTest, AZoneWithoutItsRowPaintsNothingAndSaysNothing) {

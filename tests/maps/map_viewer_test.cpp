@@ -52,9 +52,9 @@ TEST_F(MapViewerTest, ANewImageIsShownAtItsOwnSizeWithThePointerInTheMiddle) {
 
 TEST_F(MapViewerTest, APointerInViewLeavesTheMapWhereItIs) {
   Ask("mondo.jpg", 300, 200);
-  EXPECT_THAT(Lines(), ElementsAre("map image \"mondo.jpg\"", "map zoom 100",
-                                   "map stamp \"Pointer.bmp\" 273 171", "map close",
-                                   "map refresh"));
+  EXPECT_THAT(Lines(),
+              ElementsAre("map image \"mondo.jpg\"", "map zoom 100",
+                          "map stamp \"Pointer.bmp\" 273 171", "map close", "map refresh"));
 }
 
 TEST_F(MapViewerTest, APointerExactlyOnTheEdgeCountsAsOutside) {
@@ -93,9 +93,9 @@ TEST_F(MapViewerTest, AnotherMapReplacesIt) {
   Press("cmZoom150");
   Lines();
   Ask("Italia.bmp", 300, 200);
-  EXPECT_THAT(Lines(), ElementsAre("map image \"Italia.bmp\"", "map zoom 100",
-                                   "map stamp \"Pointer.bmp\" 273 171", "map close",
-                                   "map refresh"));
+  EXPECT_THAT(Lines(),
+              ElementsAre("map image \"Italia.bmp\"", "map zoom 100",
+                          "map stamp \"Pointer.bmp\" 273 171", "map close", "map refresh"));
 }
 
 TEST_F(MapViewerTest, ASecondRequestWithinTheSameSecondDoesNothing) {
@@ -119,8 +119,8 @@ TEST_F(MapViewerTest, AMissingImageIsNotLookedForTwice) {
   Ask("manca.jpg", 300, 200);
   Lines();
   Ask("manca.jpg", 300, 200);
-  EXPECT_THAT(Lines(), ElementsAre("map stamp \"Pointer.bmp\" 273 171", "map close",
-                                   "map refresh"));
+  EXPECT_THAT(Lines(),
+              ElementsAre("map stamp \"Pointer.bmp\" 273 171", "map close", "map refresh"));
 }
 
 TEST_F(MapViewerTest, AFileThatIsNoPictureIsPassedOverInSilence) {
@@ -144,9 +144,9 @@ TEST_F(MapViewerTest, AnOverlayRunsOverWhateverIsShown) {
 
 TEST_F(MapViewerTest, AWordThatNoOverlayBearsShowsTheMapAlone) {
   Ask("mondo.jpg", 300, 200, "FIEL");
-  EXPECT_THAT(Lines(), ElementsAre("map image \"mondo.jpg\"", "map zoom 100",
-                                   "map stamp \"Pointer.bmp\" 273 171", "map close",
-                                   "map refresh"));
+  EXPECT_THAT(Lines(),
+              ElementsAre("map image \"mondo.jpg\"", "map zoom 100",
+                          "map stamp \"Pointer.bmp\" 273 171", "map close", "map refresh"));
 }
 
 TEST_F(MapViewerTest, ThePointerIsDrawnAgainOnTheSamePicture) {
@@ -160,8 +160,7 @@ TEST_F(MapViewerTest, ThePointerIsDrawnAgainOnTheSamePicture) {
 TEST_F(MapViewerTest, ZoomingInAddsAQuarter) {
   Press("cmZoom150");
   Press("cmZoom150");
-  EXPECT_THAT(Lines(),
-              ElementsAre("map zoom 125", "map refresh", "map zoom 150", "map refresh"));
+  EXPECT_THAT(Lines(), ElementsAre("map zoom 125", "map refresh", "map zoom 150", "map refresh"));
 }
 
 TEST_F(MapViewerTest, ZoomingOutTakesAQuarterAndStopsAtTwentyFive) {

@@ -21,7 +21,8 @@ class MappaSquareTest : public StationTest {
     std::filesystem::remove(directory.Path() / "Square.jpg");
     std::string picture = "BM" + std::string(12, '\0');
     for (const std::uint32_t value : {40, 1066, 900}) {
-      for (int shift = 0; shift < 32; shift += 8) picture += static_cast<char>(value >> shift & 255);
+      for (int shift = 0; shift < 32; shift += 8)
+        picture += static_cast<char>(value >> shift & 255);
     }
     std::ofstream(directory.Path() / "Square.jpg", std::ios::binary) << picture;
     session.Db.Execute("DELETE * FROM Square");
@@ -140,9 +141,8 @@ TEST_F(MappaSquareTest, PrintingPrintsAnEmptyLineAndTheWindow) {
   MappaSquare& map = OpenMap();
   Lines();
   Event([&] { map.CmStampa.Press(); });
-  EXPECT_THAT(Lines(),
-              ElementsAre("print text 0 0 left \"Arial\" 10 plain \"\"",
-                          "print picture \"MappaSquare\" 0 0", "print end"));
+  EXPECT_THAT(Lines(), ElementsAre("print text 0 0 left \"Arial\" 10 plain \"\"",
+                                   "print picture \"MappaSquare\" 0 0", "print end"));
 }
 
 TEST_F(MappaSquareTest, APrinterThatFailsEndsTheEvent) {

@@ -61,7 +61,6 @@ TEST(FieldBox, FieldJnLandsWhereItsCornerSays) {
   EXPECT_EQ(FieldBox("JN", {100, 0, 0}), (MapBox{638, 155, 60, 28}));
 }
 
-
 TEST(FieldBox, EveryFieldLandsOnItsOwnCellOfTheGrid) {
   for (char column = 'A'; column <= 'R'; ++column) {
     for (char row = 'A'; row <= 'R'; ++row) {
@@ -139,7 +138,7 @@ TEST_F(Squares, FollowZoomAndScroll) {
 }
 
 TEST_F(Squares, DigitsFiveToNineOfHmLieAtTheFarLeft) {
-  EXPECT_EQ(calibration.BoxOf("HM50", {}), (MapBox{47, 766, 20, 14}));  // 20.4 wide
+  EXPECT_EQ(calibration.BoxOf("HM50", {}), (MapBox{47, 766, 20, 14}));   // 20.4 wide
   EXPECT_EQ(calibration.BoxOf("HM99", {}), (MapBox{129, 640, 20, 14}));  // 128.6
 }
 
@@ -183,8 +182,11 @@ TEST_F(Squares, WhatIsNoDigitCountsAsNought) {
 }
 
 TEST_F(Squares, ALetterBeyondAllCalibrationIsAnError) {
-  EXPECT_THROW(calibration.BoxOf("5N00", {}), std::out_of_range);   // below the first column
-  EXPECT_THROW(calibration.BoxOf("J\x7F" "00", {}), std::out_of_range);
+  EXPECT_THROW(calibration.BoxOf("5N00", {}), std::out_of_range);  // below the first column
+  EXPECT_THROW(calibration.BoxOf("J\x7F"
+                                 "00",
+                                 {}),
+               std::out_of_range);
   EXPECT_THROW(calibration.BoxOf("\xC3\x89N00", {}), std::out_of_range);  // "É"
   EXPECT_THROW(calibration.BoxOf("", {}), std::out_of_range);
   EXPECT_THROW(calibration.BoxOf("J", {}), std::out_of_range);

@@ -193,17 +193,26 @@ struct ZonePlace {
   GeoPoint position;
   const char* zone;
 };
-constexpr ZonePlace kZonePlaces[] = {
-    {"Anchorage", {-149.9, 61.2}, "1"},     {"Los Angeles", {-118.2, 34.1}, "3"},
-    {"Chicago", {-87.9, 41.9}, "4"},        {"New York", {-74.3, 41}, "5"},
-    {"Citta' del Messico", {-99.1, 19.4}, "6"}, {"L'Avana", {-82.3, 23}, "8"},
-    {"Brasilia", {-47.9, -15.8}, "11"},     {"Buenos Aires", {-58.6, -34.7}, "13"},
-    {"Parigi", {2.35, 48.86}, "14"},        {"Roma", {12.5, 41.9}, "15"},
-    {"Mosca", {37.6, 55.75}, "16"},         {"Ankara", {32.85, 39.9}, "20"},
-    {"Riyad", {46.7, 24.7}, "21"},          {"Nuova Delhi", {77.2, 28.6}, "22"},
-    {"Tokyo", {139.6, 35.8}, "25"},         {"Sydney", {150.8, -33.8}, "30"},
-    {"Perth", {116.2, -32}, "29"},          {"Nairobi", {36.8, -1.3}, "37"},
-    {"Johannesburg", {28, -26.2}, "38"},    {"Reykjavik", {-21.5, 64.1}, "40"}};
+constexpr ZonePlace kZonePlaces[] = {{"Anchorage", {-149.9, 61.2}, "1"},
+                                     {"Los Angeles", {-118.2, 34.1}, "3"},
+                                     {"Chicago", {-87.9, 41.9}, "4"},
+                                     {"New York", {-74.3, 41}, "5"},
+                                     {"Citta' del Messico", {-99.1, 19.4}, "6"},
+                                     {"L'Avana", {-82.3, 23}, "8"},
+                                     {"Brasilia", {-47.9, -15.8}, "11"},
+                                     {"Buenos Aires", {-58.6, -34.7}, "13"},
+                                     {"Parigi", {2.35, 48.86}, "14"},
+                                     {"Roma", {12.5, 41.9}, "15"},
+                                     {"Mosca", {37.6, 55.75}, "16"},
+                                     {"Ankara", {32.85, 39.9}, "20"},
+                                     {"Riyad", {46.7, 24.7}, "21"},
+                                     {"Nuova Delhi", {77.2, 28.6}, "22"},
+                                     {"Tokyo", {139.6, 35.8}, "25"},
+                                     {"Sydney", {150.8, -33.8}, "30"},
+                                     {"Perth", {116.2, -32}, "29"},
+                                     {"Nairobi", {36.8, -1.3}, "37"},
+                                     {"Johannesburg", {28, -26.2}, "38"},
+                                     {"Reykjavik", {-21.5, 64.1}, "40"}};
 
 TEST(ZoneMap, KnownPlacesLieInTheirZones) {
   const auto zones = ReadOutlines(kFacts / "outlines" / "zones.csv");
@@ -216,9 +225,9 @@ TEST(ZoneMap, DiscsDoNotCoverEachOther) {
   const CsvTable table = ReadCsv(kFacts / "ZoneCQ.csv");
   for (std::size_t i = 0; i < table.Rows.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
-      const double apart = std::hypot(
-          Number(table, table.Rows[i], "X") - Number(table, table.Rows[j], "X"),
-          Number(table, table.Rows[i], "Y") - Number(table, table.Rows[j], "Y"));
+      const double apart =
+          std::hypot(Number(table, table.Rows[i], "X") - Number(table, table.Rows[j], "X"),
+                     Number(table, table.Rows[i], "Y") - Number(table, table.Rows[j], "Y"));
       EXPECT_GE(apart, 25) << table.Rows[i].Cells[0] << ' ' << table.Rows[j].Cells[0];
     }
   }
@@ -250,11 +259,10 @@ struct Capital {
   const char* province;
   GeoPoint position;
 };
-constexpr Capital kCapitals[] = {{"RM", {12.48, 41.89}}, {"MI", {9.19, 45.46}},
-                                 {"TO", {7.68, 45.07}},  {"NA", {14.26, 40.85}},
-                                 {"PA", {13.36, 38.11}}, {"CA", {9.13, 39.23}},
-                                 {"BZ", {11.35, 46.50}}, {"LE", {18.17, 40.35}},
-                                 {"FI", {11.25, 43.77}}, {"AO", {7.32, 45.74}}};
+constexpr Capital kCapitals[] = {
+    {"RM", {12.48, 41.89}}, {"MI", {9.19, 45.46}}, {"TO", {7.68, 45.07}},  {"NA", {14.26, 40.85}},
+    {"PA", {13.36, 38.11}}, {"CA", {9.13, 39.23}}, {"BZ", {11.35, 46.50}}, {"LE", {18.17, 40.35}},
+    {"FI", {11.25, 43.77}}, {"AO", {7.32, 45.74}}};
 
 TEST(ItalyMap, CapitalsLieInTheirProvincesAndNotFarFromTheirMarks) {
   const auto italy = ReadOutlines(kFacts / "outlines" / "italy.csv");
@@ -323,11 +331,13 @@ struct CountryPlace {
   const char* map;
 };
 constexpr CountryPlace kCountryPlaces[] = {
-    {"I", "MappaEuropa.jpg"},      {"SM", "MappaEuropa.jpg"},       {"CM", "MappaCaraibi.jpg"},
-    {"5Z", "MappaAfrica.jpg"},     {"HZ", "MappaMedioOriente.jpg"}, {"JA", "MappaAsiaOrientale.jpg"},
-    {"VU", "MappaAsiaMeridionale.jpg"}, {"K", "MappaAmericaNord.jpg"}, {"LU", "MappaAmericaSud.jpg"},
-    {"VK", "MappaOceania.jpg"},    {"KH6", "MappaPacifico.jpg"},    {"CE9", "MappaAntartide.jpg"},
-    {"JW", "MappaArtico.jpg"},     {"UA9", "MappaRussia.jpg"}};
+    {"I", "MappaEuropa.jpg"},           {"SM", "MappaEuropa.jpg"},
+    {"CM", "MappaCaraibi.jpg"},         {"5Z", "MappaAfrica.jpg"},
+    {"HZ", "MappaMedioOriente.jpg"},    {"JA", "MappaAsiaOrientale.jpg"},
+    {"VU", "MappaAsiaMeridionale.jpg"}, {"K", "MappaAmericaNord.jpg"},
+    {"LU", "MappaAmericaSud.jpg"},      {"VK", "MappaOceania.jpg"},
+    {"KH6", "MappaPacifico.jpg"},       {"CE9", "MappaAntartide.jpg"},
+    {"JW", "MappaArtico.jpg"},          {"UA9", "MappaRussia.jpg"}};
 
 TEST(Regions, CountriesLieOnTheMapWhereOneLooksForThem) {
   const CsvTable table = ReadCsv(kFacts / "Country.csv");
@@ -368,8 +378,8 @@ TEST(Tables, AreThoseThatTheSheetsGive) {
   std::filesystem::copy(kFacts / "outlines", scratch / "outlines");
   std::filesystem::copy(kFacts / "Country.csv", scratch / "Country.csv");
   WriteCalibration(scratch);
-  for (const char* name : {"Field.csv", "Square.csv", "ZoneCQ.csv", "ProvincieItaliane.csv",
-                           "Country.csv"}) {
+  for (const char* name :
+       {"Field.csv", "Square.csv", "ZoneCQ.csv", "ProvincieItaliane.csv", "Country.csv"}) {
     EXPECT_TRUE(ReadBytes(scratch / name) == ReadBytes(kFacts / name)) << name;
   }
   std::filesystem::remove_all(scratch);

@@ -1,9 +1,9 @@
 // The images as they were drawn.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <QColor>
 #include <QImage>
-#include <filesystem>
 #include <string>
 
 #include "tests/mkmaps/known_places.h"
@@ -30,7 +30,8 @@ bool LooksLikeLand(const QImage& image, const SheetPoint& at) {
   int warm = 0, cold = 0;
   for (int dy = -4; dy <= 4; ++dy) {
     for (int dx = -4; dx <= 4; ++dx) {
-      const QColor colour = image.pixelColor(static_cast<int>(at.x) + dx, static_cast<int>(at.y) + dy);
+      const QColor colour =
+          image.pixelColor(static_cast<int>(at.x) + dx, static_cast<int>(at.y) + dy);
       ++(colour.red() > colour.blue() ? warm : cold);
     }
   }
@@ -79,8 +80,7 @@ TEST(Images, ThePointersTipIsWhereTheMapViewerExpectsIt) {
 TEST(Images, EveryZoneHasAGreenAndARedDiscAroundTheSameSpot) {
   for (int zone = 1; zone <= 40; ++zone) {
     for (const bool confirmed : {true, false}) {
-      const std::string name =
-          "Zona" + std::to_string(zone) + (confirmed ? "c" : "nc") + ".bmp";
+      const std::string name = "Zona" + std::to_string(zone) + (confirmed ? "c" : "nc") + ".bmp";
       const QImage stamp = Delivered(name);
       ASSERT_FALSE(stamp.isNull()) << name;
       EXPECT_EQ(qAlpha(stamp.pixel(0, 0)), 0) << name;

@@ -1,12 +1,12 @@
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <cmath>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -20,9 +20,9 @@ using Path = std::filesystem::path;
 
 struct Source {
   Path file;
-  const char* name;   // property that names a feature; empty for none
+  const char* name;  // property that names a feature; empty for none
   const char* group;
-  double step;        // of the grid, degrees
+  double step;  // of the grid, degrees
 };
 
 // A line of the table: the first vertex in steps from 0, 0, then each from the one before.

@@ -1,7 +1,7 @@
-#include <QGuiApplication>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <QGuiApplication>
 #include <string_view>
 
 #include "base/csv.h"

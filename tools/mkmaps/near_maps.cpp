@@ -1,7 +1,7 @@
-#include <QString>
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <QString>
 #include <utility>
 #include <vector>
 
@@ -190,7 +190,8 @@ void DrawEurope(const MapSources& sources, const std::filesystem::path& out) {
   sheet.Lines(sources.worldEdges.coasts, projection, Stroke(kCoast, 1));
   const QRectF degrees(E::kWest, E::kSouth, E::kEast - E::kWest, E::kNorth - E::kSouth);
   sheet.Graticule(projection, degrees, 2, 1, QPen(QColor(84, 120, 146, 55), 0.8));
-  sheet.Graticule(projection, QRectF(-40, 20, 100, 60), 20, 10, QPen(QColor(84, 120, 146, 190), 1.5));
+  sheet.Graticule(projection, QRectF(-40, 20, 100, 60), 20, 10,
+                  QPen(QColor(84, 120, 146, 190), 1.5));
   for (int column = 7; column <= 11; ++column) {
     for (int row = 11; row <= 16; ++row) {
       const double west = std::max(column * 20 - 180, E::kWest);
@@ -198,7 +199,8 @@ void DrawEurope(const MapSources& sources, const std::filesystem::path& out) {
       const double south = std::max(row * 10 - 90, E::kSouth);
       const double north = std::min(row * 10 - 80, E::kNorth);
       sheet.Write(projection.at({(west + east) / 2, (south + north) / 2}),
-                  QString(QChar('A' + column)) + QChar('A' + row), {34, true, QColor(74, 92, 108, 60)});
+                  QString(QChar('A' + column)) + QChar('A' + row),
+                  {34, true, QColor(74, 92, 108, 60)});
     }
   }
   sheet.EndArea();
@@ -206,12 +208,14 @@ void DrawEurope(const MapSources& sources, const std::filesystem::path& out) {
   for (int west = E::kWest; west < E::kEast; west += 2) {
     const double x = projection.at({west + 1.0, 0}).x();
     const QString digit = QString::number((west + 180) % 20 / 2);
-    for (const double y : {area.top() - 12, area.bottom() + 12}) sheet.Write({x, y}, digit, {12, true});
+    for (const double y : {area.top() - 12, area.bottom() + 12})
+      sheet.Write({x, y}, digit, {12, true});
   }
   for (int south = E::kSouth; south < E::kNorth; ++south) {
     const double y = projection.at({0, south + 0.5}).y();
     const QString digit = QString::number((south + 90) % 10);
-    for (const double x : {area.left() - 13, area.right() + 13}) sheet.Write({x, y}, digit, {12, true});
+    for (const double x : {area.left() - 13, area.right() + 13})
+      sheet.Write({x, y}, digit, {12, true});
   }
   sheet.Frame(area);
   sheet.Save(out / E::kFile);
@@ -245,7 +249,8 @@ void DrawRegion(const MapSources& sources, const Region& region, const std::file
     labels.Write(projection.at(country->position), kDot, QString::fromStdString(country->code),
                  {11, true, kWords, QColor(250, 248, 242, 200)});
   }
-  sheet.Title(area, QString::fromUtf8(region.title.data(), static_cast<qsizetype>(region.title.size())));
+  sheet.Title(area,
+              QString::fromUtf8(region.title.data(), static_cast<qsizetype>(region.title.size())));
   sheet.EndArea();
   sheet.Frame(area);
   sheet.Save(out / region.file);

@@ -75,7 +75,8 @@ bool Encloses(const GeoLine& ring, const GeoPoint& position) {
     const GeoPoint& a = ring[i - 1];
     const GeoPoint& b = ring[i];
     if ((a.latitude > position.latitude) == (b.latitude > position.latitude)) continue;
-    const double crossing = a.longitude + (position.latitude - a.latitude) / (b.latitude - a.latitude) *
+    const double crossing = a.longitude + (position.latitude - a.latitude) /
+                                              (b.latitude - a.latitude) *
                                               (b.longitude - a.longitude);
     if (position.longitude < crossing) inside = !inside;
   }

@@ -1,10 +1,10 @@
 #include "tools/mkmaps/sheet_painter.h"
 
+#include <cmath>
+#include <iterator>
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPainterPath>
-#include <cmath>
-#include <iterator>
 #include <stdexcept>
 
 namespace brenvo {

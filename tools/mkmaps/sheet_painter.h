@@ -1,6 +1,8 @@
 // One manner of drawing for all maps.
 #pragma once
 
+#include <filesystem>
+#include <functional>
 #include <QColor>
 #include <QImage>
 #include <QPainter>
@@ -8,8 +10,6 @@
 #include <QPointF>
 #include <QRectF>
 #include <QString>
-#include <filesystem>
-#include <functional>
 #include <vector>
 
 #include "tools/mkmaps/outlines.h"

@@ -92,7 +92,8 @@ SheetPoint SquareSheet::At(const GeoPoint& position) {
 double ZoneSheet::X(double longitude) { return kLeft + (longitude - kCut) * kPixelsPerDegree; }
 
 SheetPoint ZoneSheet::At(const GeoPoint& position) {
-  const double longitude = position.longitude < kCut ? position.longitude + 360 : position.longitude;
+  const double longitude =
+      position.longitude < kCut ? position.longitude + 360 : position.longitude;
   return {X(longitude), kTop + (CompactMiller(kNorth) - CompactMiller(position.latitude)) /
                                    kRadians * kPixelsPerDegree};
 }
@@ -115,8 +116,8 @@ SheetPoint Region::At(const GeoPoint& position) const {
   const double cosine =
       std::sin(phi0) * std::sin(phi) + std::cos(phi0) * std::cos(phi) * std::cos(lambda);
   constexpr double kBesideTheAntipode = 1e-6;
-  const double k = std::sqrt(2 / std::max(1 + cosine, kBesideTheAntipode)) * kEarthRadiusKm /
-                   kmPerPixel;
+  const double k =
+      std::sqrt(2 / std::max(1 + cosine, kBesideTheAntipode)) * kEarthRadiusKm / kmPerPixel;
   return {size.width / 2.0 + k * std::cos(phi) * std::sin(lambda),
           size.height / 2.0 - k * (std::cos(phi0) * std::sin(phi) -
                                    std::sin(phi0) * std::cos(phi) * std::cos(lambda))};

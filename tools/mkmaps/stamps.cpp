@@ -1,12 +1,12 @@
 #include "tools/mkmaps/stamps.h"
 
+#include <fstream>
 #include <QFont>
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRadialGradient>
 #include <QtEndian>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 

@@ -1,8 +1,8 @@
-#include <QPolygonF>
-#include <QString>
 #include <cmath>
 #include <iterator>
 #include <map>
+#include <QPolygonF>
+#include <QString>
 #include <set>
 #include <utility>
 
@@ -14,9 +14,7 @@ namespace {
 
 using namespace map_colours;
 
-QString FieldName(int column, int row) {
-  return QString(QChar('A' + column)) + QChar('A' + row);
-}
+QString FieldName(int column, int row) { return QString(QChar('A' + column)) + QChar('A' + row); }
 
 Projection Plain(SheetPoint (*at)(const GeoPoint&)) {
   return {[at](const GeoPoint& position) {
@@ -59,17 +57,19 @@ void BridgeDateLine(SheetPainter& sheet, const MapSources& sources) {
   }
   sheet.Painter().setPen(QPen(kFrame, 1.4, Qt::DashLine));
   const double middle = (left + right) / 2;
-  sheet.Painter().drawLine(QPointF(middle, SquareSheet::kTop), QPointF(middle, SquareSheet::kBottom));
+  sheet.Painter().drawLine(QPointF(middle, SquareSheet::kTop),
+                           QPointF(middle, SquareSheet::kBottom));
 }
 
 // A tint a zone, unlike its neighbours' and clear enough for land and sea to show through.
 std::map<std::string, QColor> ZoneTints(const std::vector<Outline>& zones) {
-  static const QColor kTints[] = {{222, 158, 92, 74}, {126, 170, 96, 74}, {120, 140, 200, 74},
+  static const QColor kTints[] = {{222, 158, 92, 74},  {126, 170, 96, 74}, {120, 140, 200, 74},
                                   {204, 128, 140, 74}, {216, 200, 96, 74}, {112, 176, 176, 74}};
   std::map<std::pair<long, long>, std::set<std::string>> atVertex;
   for (const Outline& zone : zones) {
     for (const GeoPoint& point : zone.points) {
-      atVertex[{std::lround(point.longitude * 10), std::lround(point.latitude * 10)}].insert(zone.name);
+      atVertex[{std::lround(point.longitude * 10), std::lround(point.latitude * 10)}].insert(
+          zone.name);
     }
   }
   std::map<std::string, std::set<std::string>> neighbours;
@@ -137,8 +137,10 @@ void DrawSquareMap(const MapSources& sources, const std::filesystem::path& out) 
   using S = SquareSheet;
   SheetPainter sheet(S::kSize);
   const QRectF area(S::kLeft, S::kTop, S::kRight - S::kLeft, S::kBottom - S::kTop);
-  const Projection west{[](const GeoPoint& at) { return QPointF(S::WestX(at.longitude), S::Y(at.latitude)); }};
-  const Projection east{[](const GeoPoint& at) { return QPointF(S::EastX(at.longitude), S::Y(at.latitude)); }};
+  const Projection west{
+      [](const GeoPoint& at) { return QPointF(S::WestX(at.longitude), S::Y(at.latitude)); }};
+  const Projection east{
+      [](const GeoPoint& at) { return QPointF(S::EastX(at.longitude), S::Y(at.latitude)); }};
   const double middle = (S::ColumnX('S') + S::ColumnX('A')) / 2.0;
   const QRectF westArea(area.left(), area.top(), middle - area.left(), area.height());
   const QRectF eastArea(middle, area.top(), area.right() - middle, area.height());
@@ -173,7 +175,8 @@ void DrawZoneMap(const MapSources& sources, const std::filesystem::path& out) {
   SheetPainter sheet(ZoneSheet::kSize);
   const Projection plain = Plain(ZoneSheet::At);
   const double left = ZoneSheet::X(ZoneSheet::kCut), right = ZoneSheet::X(ZoneSheet::kCut + 360);
-  const double top = plain.at({0, ZoneSheet::kNorth}).y(), bottom = plain.at({0, ZoneSheet::kSouth}).y();
+  const double top = plain.at({0, ZoneSheet::kNorth}).y(),
+               bottom = plain.at({0, ZoneSheet::kSouth}).y();
   const QRectF area(left, top, right - left, bottom - top);
   // The world as it is cut, and its beginning once more at the right end.
   const auto turned = [&](double by) {
