@@ -68,9 +68,12 @@ struct Contact {
 
 Contact ContactOf(Session& session, const AwardPage& page, const AwardList& list,
                   std::string_view key, bool confirmed) {
-  const auto rows = session.Db.OpenSnapshot(fmt::format(
-      "Select * from Log {}{}{}{} and QslRicevuta={} order by DataQso{}", list.selection,
-      list.member.contacts, key, list.member.quote, confirmed, page.newest ? " desc" : ""));
+  // Four columns and not all: what is selected is carried through the sorting.
+  const auto rows = session.Db.OpenSnapshot(
+      fmt::format("Select DataQso,Call,Modo,Propagazione from Log {}{}{}{} and QslRicevuta={} "
+                  "order by DataQso{}",
+                  list.selection, list.member.contacts, key, list.member.quote, confirmed,
+                  page.newest ? " desc" : ""));
   return {rows->Field("DataQso"), rows->Field("Call"), rows->Field("Modo"),
           rows->Field("Propagazione")};
 }

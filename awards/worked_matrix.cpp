@@ -208,7 +208,8 @@ void WorkedMatrix::SearchRow(Level level) {
   for (int column = 1; column < Grid1.Columns(); ++column) {
     const std::string condition = ConditionOf(level, Grid1.Cell(0, column));
     const bool confirmed = AnyContact(condition + " and QslRicevuta" + filter);
-    const bool worked = confirmed || AnyContact(condition + filter);
+    // None being confirmed, any that there is is not: told to the index, it leads straight there.
+    const bool worked = confirmed || AnyContact(condition + " and QslRicevuta=false" + filter);
     Grid1.SetCell(level, column, confirmed ? "C" : worked ? "W" : "");
     if (kind_.centred) Grid1.SetAlignment(level, column, CellAlignment::kCentre);
   }

@@ -59,32 +59,38 @@ CREATE INDEX "Log.CallBanda" ON "Log" (
 CREATE INDEX "Log.SquareBanda" ON "Log" (
   rtrim(substr("Locator", 1, 4)) COLLATE NOCASE,
   rtrim("Banda") COLLATE NOCASE,
-  "QslRicevuta"
+  "QslRicevuta",
+  rtrim("Modo") COLLATE NOCASE
 );
 CREATE INDEX "Log.CountryBanda" ON "Log" (
   rtrim("Country") COLLATE NOCASE,
   rtrim("Banda") COLLATE NOCASE,
-  "QslRicevuta"
+  "QslRicevuta",
+  rtrim("Modo") COLLATE NOCASE
 );
 CREATE INDEX "Log.PrefissoBanda" ON "Log" (
   rtrim("Prefisso") COLLATE NOCASE,
   rtrim("Banda") COLLATE NOCASE,
-  "QslRicevuta"
+  "QslRicevuta",
+  rtrim("Modo") COLLATE NOCASE
 );
 CREATE INDEX "Log.ZonaCQBanda" ON "Log" (
   "Zona CQ",
   rtrim("Banda") COLLATE NOCASE,
-  "QslRicevuta"
+  "QslRicevuta",
+  rtrim("Modo") COLLATE NOCASE
 );
 CREATE INDEX "Log.ZonaITUBanda" ON "Log" (
   "Zona ITU",
   rtrim("Banda") COLLATE NOCASE,
-  "QslRicevuta"
+  "QslRicevuta",
+  rtrim("Modo") COLLATE NOCASE
 );
 CREATE INDEX "Log.ContinenteBanda" ON "Log" (
   rtrim("Continente") COLLATE NOCASE,
   rtrim("Banda") COLLATE NOCASE,
-  "QslRicevuta"
+  "QslRicevuta",
+  rtrim("Modo") COLLATE NOCASE
 );
 CREATE INDEX "Log.Provincia" ON "Log" (
   rtrim("Provincia") COLLATE NOCASE,

@@ -77,6 +77,16 @@ constexpr Plan kMatrix[] = {
      "INDEX Log.ZonaITUBanda (Zona ITU=? AND <expr>=? AND QslRicevuta=?)"},
     {"select count(*) from Log where Continente='EU' and Banda='  2 m' and QslRicevuta",
      "INDEX Log.ContinenteBanda (<expr>=? AND <expr>=? AND QslRicevuta=?)"},
+    {"select Call from Log where Locator like 'JN65*' and Banda='  2 m' and QslRicevuta=false and "
+     "Modo='SSB'",
+     "INDEX Log.SquareBanda (<expr>=? AND <expr>=? AND QslRicevuta=? AND <expr>=?)"},
+    {"select Call from Log where Country='I' and Modo='SSB' and QslRicevuta and banda='  2 m'",
+     "INDEX Log.CountryBanda (<expr>=? AND <expr>=? AND QslRicevuta=? AND <expr>=?)"},
+    {"select Call from Log where [Zona CQ]= 15 and Banda='  2 m' and QslRicevuta and Modo='SSB'",
+     "INDEX Log.ZonaCQBanda (Zona CQ=? AND <expr>=? AND QslRicevuta=? AND <expr>=?)"},
+    {"select Call from Log where Continente='EU' and Banda='  2 m' and QslRicevuta=false and "
+     "Modo='SSB'",
+     "INDEX Log.ContinenteBanda (<expr>=? AND <expr>=? AND QslRicevuta=? AND <expr>=?)"},
     {"Select * from Log WHERE left(Locator,4)='JN65' and QslRicevuta=false order by DataQso desc",
      "INDEX Log.SquareBanda (<expr>=?)"},
     {"SELECT * FROM Log WHERE Call LIKE 'I3*' ORDER BY Call",
