@@ -3,10 +3,12 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "core/backup.h"
 #include "core/desktop.h"
 #include "core/maintenance.h"
 #include "core/modules.h"
 #include "core/prefix.h"
+#include "core/ripristina_backup.h"
 #include "forms/choice_fields.h"
 
 namespace brenvo {
@@ -70,6 +72,7 @@ const std::vector<MainCommand>& MainMenu() {
       {kUtility, "Assegna Prefissi", "cmAssegnaPrefissi"},
       {kUtility, "Azzera Log", "cmAzzeraLog"},
       {kUtility, "Azzera Contest", "cmAzzeraContest"},
+      {kUtility, "Ripristina backup...", "cmRipristinaBackup"},
 
       {kMappa, "Zoom +", "cmZoom150", kAction, "", "", false, "Ctrl++"},
       {kMappa, "Zoom 1:1", "cmZoom1", kAction, "", "", false, "Ctrl+1"},
@@ -109,6 +112,7 @@ MainFrame::MainFrame(Session& session)
   actions_["cmLoadDesktop"] = [this] { LoadDesktop(session_); };
   actions_["cmSaveDesktop"] = [this] { SaveDesktop(session_); };
   actions_["cmCompatta"] = [this] { CompattaDatabase(session_); };
+  actions_["cmRipristinaBackup"] = [this] { cmRipristinaBackup(); };
   actions_["cmAzzeraLog"] = [this] { AzzeraLog(session_); };
   actions_["cmAzzeraContest"] = [this] { AzzeraContest(session_); };
 }
@@ -121,6 +125,9 @@ void MainFrame::Load() {
   RestoreWindow(session_, *this, "Brenvo");
   session_.Open();
   session_.HDisplayMappa = &HDisplayMappa;
+  session_.Backup = std::make_unique<DailyBackup>(
+      session_, [this](const std::string& text) { StatusBar1.SetPanel(1, text); });
+  session_.Backup->Start();
 }
 
 bool MainFrame::QueryUnload() {
@@ -196,6 +203,20 @@ void MainFrame::cmTNC() {
       !session_.TncOpen ? "TNC" : !session_.WWConvOpen ? "WWConv" : std::string_view();
   if (name.empty()) return;
   if (Window* window = windows.LoadSingle(name)) windows.Show(*window);
+}
+
+void MainFrame::cmRipristinaBackup() {
+  WindowList& windows = session_.Windows;
+  if (!windows.Knows("RipristinaBackup")) return;
+  auto& choice = static_cast<RipristinaBackup&>(*windows.LoadSingle("RipristinaBackup"));
+  windows.ShowModal(choice);
+  const std::optional<BackupCopy> chosen = choice.Chosen;
+  windows.Unload(choice);
+  if (!chosen) return;
+  const BusyPointer busy(Host());
+  if (RestoreBackup(session_, *chosen)) {
+    StatusBar1.SetPanel(1, "Ripristinata la copia " + TitleOf(*chosen));
+  }
 }
 
 void MainFrame::cmAssegnaPrefissi() {

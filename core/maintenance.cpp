@@ -7,6 +7,7 @@
 
 #include "core/session.h"
 #include "core/transaction.h"
+#include "engine/sync.h"
 
 namespace brenvo {
 namespace {
@@ -15,7 +16,6 @@ constexpr std::string_view kDatabase = "\\Brenvo.MDB";
 constexpr std::string_view kBackup = "\\Brenvo.BAK";
 constexpr std::string_view kScratch = "\\BrenvoNEW.MDB";
 constexpr int kFileNotFound = 53;
-constexpr int kPathAccess = 75;
 
 void Empty(Session& session, std::string_view title,
            std::initializer_list<std::string_view> statements) {
@@ -29,14 +29,8 @@ void Empty(Session& session, std::string_view title,
 void DeleteFile(const std::filesystem::path& file) {
   std::error_code error;
   if (std::filesystem::remove(file, error)) return;
-  if (error) throw DatabaseError(kPathAccess, error.message() + ": " + file.filename().string());
+  if (error) throw DatabaseError(DatabaseError::kPathAccess, error.message() + ": " + file.filename().string());
   throw DatabaseError(kFileNotFound, "File non trovato: " + file.filename().string());
-}
-
-void RenameFile(const std::filesystem::path& from, const std::filesystem::path& to) {
-  std::error_code error;
-  std::filesystem::rename(from, to, error);
-  if (error) throw DatabaseError(kPathAccess, error.message() + ": " + from.filename().string());
 }
 
 void Compact(Session& session) {
@@ -53,8 +47,8 @@ void Compact(Session& session) {
   } catch (const DatabaseError& failure) {
     if (failure.Number != kFileNotFound) throw;  // the first compaction finds no backup
   }
-  RenameFile(database, backup);
-  RenameFile(scratch, database);
+  RenameSafely(database, backup);
+  RenameSafely(scratch, database);
   session.ReopenAfterCompaction();
 }
 

@@ -1,5 +1,7 @@
 #include "station/station.h"
 
+#include <fmt/format.h>
+
 #include "contest/check_call_contest.h"
 #include "contest/contest_form.h"
 #include "contest/contest_new_qso.h"
@@ -9,6 +11,8 @@
 #include "awards/award_grid.h"
 #include "awards/stat_sel.h"
 #include "awards/worked_matrix.h"
+#include "core/backup.h"
+#include "core/ripristina_backup.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
 #include "links/tnc.h"
@@ -39,6 +43,7 @@ void Know(Session& session, const char* name) {
 }
 
 void KnowWindows(Session& session) {
+  Know<RipristinaBackup>(session, "RipristinaBackup");
   Know<LogForm>(session, "LogForm");
   Know<LogSearch>(session, "LogSearch");
   KnowOldQsoBrowsers(session);
@@ -82,11 +87,47 @@ void HangInActions(Session& session, MainFrame& frame) {
 
 }  // namespace
 
+namespace {
+
+// Where there is no database, or none that can be used, the newest copy that can be read may take
+// its place. False when there is none, or the operator wants none.
+bool PutBackInstead(Session& session, const DatabaseError& failure) {
+  if (failure.Number != DatabaseError::kNotADatabase &&
+      failure.Number != DatabaseError::kFileNotFound) {
+    return false;
+  }
+  for (const BackupCopy& copy : BackupCopies(session.AppPath)) {
+    const std::optional<std::int64_t> contacts = copy.setAside ? std::nullopt : ContactsIn(copy);
+    if (!contacts) continue;
+    const std::string question =
+        failure.Description + "\n" +
+        fmt::format("C'e' una copia {} con {} QSO. Ripristinarla ?", TitleOf(copy), *contacts);
+    if (!session.Messages().AskYesNo("Ripristina backup", question)) return false;
+    PutBack(session, copy);
+    return true;
+  }
+  return false;
+}
+
+MainFrame& OpenFrame(Session& session) {
+  const auto open = [&]() -> MainFrame& {
+    return static_cast<MainFrame&>(session.Windows.Adopt(std::make_unique<MainFrame>(session)));
+  };
+  try {
+    return open();
+  } catch (const DatabaseError& failure) {
+    session.CloseTables();
+    if (!PutBackInstead(session, failure)) throw;
+  }
+  return open();
+}
+
+}  // namespace
+
 MainFrame* StartStation(Session& session) {
   KnowWindows(session);
   try {
-    auto& frame =
-        static_cast<MainFrame&>(session.Windows.Adopt(std::make_unique<MainFrame>(session)));
+    MainFrame& frame = OpenFrame(session);
     HangInActions(session, frame);
     session.Windows.Show(frame);
     return &frame;
