@@ -135,6 +135,8 @@ void Connection::Setup() {
   if (sqlite3_db_readonly(file_, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
   schema_ = Schema::Read(file_);
 
+  // Damage is found where it is read, not where it would lead.
+  RunPlain("PRAGMA cell_size_check = ON");
   // A write is safe on disk when it returns, and readers do not wait for it.
   RunPlain("PRAGMA journal_mode = WAL");
   RunPlain("PRAGMA synchronous = FULL");
