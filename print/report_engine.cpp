@@ -80,11 +80,7 @@ class Sheet {
   void Cell(Mm x, const ReportColumn& column, std::string text) {
     if (text.empty()) return;
     const Mm room = column.width - Mm(kCellGap);
-    if (printer_.TextWidth(text) > room) {
-      std::size_t length = Len(text);
-      while (length > 0 && printer_.TextWidth(Left(text, length) + "...") > room) --length;
-      text = Left(text, length) + "...";
-    }
+    if (printer_.TextWidth(text) > room) text = Shortened(text, room);
     switch (column.alignment) {
       case ReportAlignment::kLeft: printer_.Text(x, y_, text); break;
       case ReportAlignment::kRight: printer_.TextRight(x + room, y_, text); break;
@@ -92,6 +88,18 @@ class Sheet {
         printer_.Text(x + (room - printer_.TextWidth(text)) / 2, y_, text);
         break;
     }
+  }
+
+  // The longest beginning that fits with its dots. Halving, for a note may be of any length.
+  std::string Shortened(const std::string& text, Mm room) {
+    std::size_t fits = 0;
+    std::size_t tooLong = Len(text);
+    while (fits + 1 < tooLong) {
+      const std::size_t length = fits + (tooLong - fits) / 2;
+      const bool within = printer_.TextWidth(Left(text, length) + "...") <= room;
+      (within ? fits : tooLong) = length;
+    }
+    return Left(text, fits) + "...";
   }
 
   const ReportLayout& layout_;
