@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "core/backup.h"
 #include "core/desktop.h"
+#include "core/long_run.h"
 #include "core/maintenance.h"
 #include "core/modules.h"
 #include "core/prefix.h"
@@ -17,6 +18,24 @@ namespace {
 constexpr std::string_view kStatistiche = "&Statistiche", kQsl = "&Qsl", kStampe = "Stam&pe",
                            kComunication = "Comunication", kUtility = "&Utility",
                            kMappa = "Mappa";
+
+// Gives the contact the prefix, zones and continent of the row; most have them already, and are not
+// written again.
+void AssignPrefix(Table& log, Table& prefissi) {
+  const std::pair<const char*, Value> columns[] = {
+      {"Prefisso", PadRight(FieldText(prefissi, "Prefisso"), 5)},
+      {"Zona CQ", prefissi.Field("Zona CQ")},
+      {"Zona ITU", prefissi.Field("Zona ITU")},
+      {"Continente", prefissi.Field("Continente")}};
+  if (std::all_of(std::begin(columns), std::end(columns), [&](const auto& each) {
+        return log.Field(each.first) == each.second;
+      })) {
+    return;
+  }
+  log.Edit();
+  for (const auto& [column, value] : columns) log.Set(column, value);
+  log.Update();
+}
 
 }  // namespace
 
@@ -221,20 +240,15 @@ void MainFrame::cmRipristinaBackup() {
 
 void MainFrame::cmAssegnaPrefissi() {
   if (!session_.Messages().AskYesNo("Assegnazione Prefissi", "Confermi l'operazione ?")) return;
-  const BusyPointer busy(Host());
   Table& log = *session_.TbLog;
   Table& prefissi = *session_.TbPrefissi;
   log.SetIndex("");
   log.MoveFirst();
-  for (; !log.EOF_(); log.MoveNext()) {
+  LongRun run(session_, "Assegnazione Prefissi", log.RecordCount());
+  for (; !log.EOF_() && run.Next(); log.MoveNext()) {
     const ResolvedPrefix resolved = ResolvePrefix(session_, FieldText(log, "Call"));
     if (resolved.Prefisso.empty() || !SeekPrefix(prefissi, resolved.Prefisso)) continue;
-    log.Edit();
-    log.Set("Prefisso", PadRight(FieldText(prefissi, "Prefisso"), 5));
-    for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
-      log.Set(column, prefissi.Field(column));
-    }
-    log.Update();
+    AssignPrefix(log, prefissi);
   }
 }
 

@@ -1,5 +1,7 @@
 #include "core/session.h"
 
+#include <sqlite3.h>
+
 #include <fstream>
 #include <set>
 
@@ -205,6 +207,51 @@ TEST_F(SessionTest, PrefixesAreAssignedToTheWholeLogAndOthersKeepTheirs) {
   EXPECT_EQ(Rows("select Prefisso,[Zona CQ],[Zona ITU],Continente,Country from Log order by QsoNr"),
             (Texts{"IK3  |15|28|EU|XX", "OLD|7||SA|"}));
   EXPECT_FALSE(machine.Host().Busy());
+}
+
+TEST_F(SessionTest, ThePrefixesOfContactsThatHaveThemAreNotWrittenAgain) {
+  session.Db.Execute("insert into Log (DataQso,Call,Banda) values ('01/02/2001','IK3ABC','  2 m')");
+  const std::string changes = "select count(*) from Log where Prefisso='IK3'";
+  for (int i = 0; i < 2; ++i) {
+    machine.Messages().QueueAnswer(true);
+    Menu("cmAssegnaPrefissi");
+  }
+  EXPECT_EQ(Rows(changes), Texts{"1"});
+  const auto before = session.Db.Counters().rowsStepped;
+  machine.Messages().QueueAnswer(true);
+  Menu("cmAssegnaPrefissi");
+  // The contact, how many there are, and the row of the prefix, twice.
+  EXPECT_LE(session.Db.Counters().rowsStepped - before, 6);
+}
+
+TEST_F(SessionTest, ThePrefixesThatWereAssignedBeforeTheOperatorStoppedStay) {
+  session.Db.BeginTrans();
+  for (int i = 0; i < 2500; ++i) {
+    session.Db.Execute("insert into Log (DataQso,Call,Banda) values ('01/02/2001','IK3A" +
+                       std::to_string(i) + "','  2 m')");
+  }
+  session.Db.CommitTrans();
+  machine.StopProgressAt(2000);
+  machine.Messages().QueueAnswer(true);
+  Menu("cmAssegnaPrefissi");
+  EXPECT_EQ(Rows("select count(*) from Log where [Zona CQ]=15"), Texts{"2000"});
+  EXPECT_FALSE(session.Db.InTransaction());
+}
+
+TEST_F(SessionTest, ThePrefixesThatWereAssignedBeforeAFailureStay) {
+  for (const char* call : {"IK3ABC", "IK4ABC", "IK3DEF", "IK5ABC"}) {
+    session.Db.Execute(std::string("insert into Log (DataQso,Call,Banda) values ('01/02/2001','") +
+                       call + "','  2 m')");
+  }
+  sqlite3* beside = nullptr;
+  ASSERT_EQ(sqlite3_open((directory.Path() / "Brenvo.mdb").c_str(), &beside), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(beside, "CREATE UNIQUE INDEX Once ON Log (Prefisso)", nullptr, nullptr,
+                         nullptr), SQLITE_OK);
+  sqlite3_close(beside);
+  machine.Messages().QueueAnswer(true);
+  Menu("cmAssegnaPrefissi");
+  EXPECT_EQ(Rows("select Call from Log where [Zona CQ]=15"), (Texts{"IK3ABC", "IK4ABC"}));
+  EXPECT_FALSE(session.Db.InTransaction());
 }
 
 TEST_F(SessionTest, AnEmptyLogTakesThePrefixesInItsStride) {
