@@ -9,6 +9,7 @@
 #include "awards/award_grid.h"
 #include "awards/stat_sel.h"
 #include "awards/worked_matrix.h"
+#include "core/maintenance.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
 #include "links/tnc.h"
@@ -29,6 +30,8 @@
 #include "tables/tabella_prefissi.h"
 #include "tables/tabella_provincie.h"
 #include "tables/user_form.h"
+
+#include <filesystem>
 
 namespace brenvo {
 namespace {
@@ -91,7 +94,12 @@ MainFrame* StartStation(Session& session) {
     session.Windows.Show(frame);
     return &frame;
   } catch (const std::exception& failure) {
-    session.Messages().Show(MessageIcon::kCritical, "Brenvo", failure.what());
+    std::string told = failure.what();
+    if (!std::filesystem::exists(session.File("\\Brenvo.mdb"))) {
+      const std::string where = WhereDataIs(session.AppPath);
+      if (!where.empty()) told += "\n\n" + where;
+    }
+    session.Messages().Show(MessageIcon::kCritical, "Brenvo", told);
     return nullptr;
   }
 }
