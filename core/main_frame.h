@@ -53,6 +53,8 @@ class MainFrame : public Window {
 
   // The map's door: its change runs the map viewer.
   TextField HDisplayMappa{*this, "HDisplayMappa"};
+  // What to do first, on the empty map, as long as the profile is the delivered one.
+  Label PrimoPasso{*this, "PrimoPasso"};
   // The rectangle that the operator drew on the map, viewport pixels.
   void MapRectangleDrawn(int left, int top, int width, int height);
 
@@ -68,6 +70,7 @@ class MainFrame : public Window {
  private:
   void Run(const MainCommand& command);
   void SelectThenOpen(const MainCommand& command);
+  void ShowFirstStep();
 
   Session& session_;
   std::vector<std::unique_ptr<Command>> commands_;
