@@ -10,6 +10,7 @@
 
 #include "core/session.h"
 #include "forms/command.h"
+#include "forms/status_bar.h"
 #include "forms/text_field.h"
 #include "forms/window.h"
 
@@ -53,12 +54,15 @@ class MainFrame : public Window {
 
   // The map's door: its change runs the map viewer.
   TextField HDisplayMappa{*this, "HDisplayMappa"};
+  // What the station has to say by itself.
+  StatusBar StatusBar1{*this, "StatusBar1", 1};
   // The rectangle that the operator drew on the map, viewport pixels.
   void MapRectangleDrawn(int left, int top, int width, int height);
 
   // Commands with logic of their own.
   void cmTNC();
   void cmAssegnaPrefissi();
+  void cmRipristinaBackup();
 
   // Hung in by the rooms that own them.
   void SetAction(std::string_view command, std::function<void()> action);

@@ -16,6 +16,7 @@ class LogWindow;
 class MatrixWindow;
 class FeedWindow;
 class TextField;
+class DailyBackup;
 
 // What the contest in work hands from window to window.
 struct ContestContext {
@@ -53,6 +54,8 @@ class Session {
       TbNoteHelp, TbUser, TbUserRTX, TbSquare;
   std::string MyLocator;
   std::string ManagerPath;
+  // The day's copy of the database in work; given up when that is closed. Null without one.
+  std::unique_ptr<DailyBackup> Backup;
 
   // The selection handed from one window to the next: a WHERE clause, or a whole SELECT.
   std::string QueryText;

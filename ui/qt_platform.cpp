@@ -48,7 +48,7 @@ std::unique_ptr<WavePlayer> QtPlatform::MakeWavePlayer() {
 }
 
 std::unique_ptr<Progress> QtPlatform::ShowProgress(std::string_view title, std::int64_t total) {
-  return std::make_unique<QtProgress>(title, total);
+  return std::make_unique<QtProgress>(gate_, title, total);
 }
 
 void QtPlatform::Beep() { QApplication::beep(); }

@@ -6,6 +6,7 @@
 
 #include "platform/platform.h"
 #include "ui/event_gate.h"
+#include "ui/print_choice.h"
 #include "ui/qt_devices.h"
 #include "ui/qt_printer.h"
 #include "ui/qt_window_host.h"
@@ -60,7 +61,7 @@ class QtPlatform : public Platform {
   QtSettings settings_;
   StationReports reports_;
   QtWindowHost host_{gate_};
-  QtPrinter printer_{ChoosePrinter,
+  QtPrinter printer_{ChooseTarget,
                      [this](const Window& window) { return host_.PictureOf(window); }};
 };
 

@@ -64,8 +64,11 @@ WindowFrame::WindowFrame(Window& window, Kind kind, EventGate& gate, QMainWindow
   const View* view = FindView(window_.Name());
   const Piece layout = view != nullptr ? view->layout() : LayoutOf(window_);
   if (kind_ == Kind::kMain) {
-    // The map is the main frame's inside; of its fields only the menu is seen.
+    // The map is the main frame's inside; of its fields only menu and status bar are seen.
     inside_ = parts_->builder->Build(Column({}), main_.menuBar());
+    if (auto* bar = inside_->findChild<QWidget*>(QStringLiteral("StatusBar1"))) {
+      main_.statusBar()->addWidget(bar, 1);
+    }
     inside_->deleteLater();
     inside_ = &area_;
     area_.OnResized = [this] { ReportSoon(); };
