@@ -74,7 +74,8 @@ class BatchTasks {
     Hand rows(station_.file,
               "SELECT Call,QrkDato,Banda,Modo,Note,DataQso,Frequenza,QslRicevuta FROM Log WHERE "
               "QslDaInviare<>0 OR (QslRicevuta<>0 AND QslInviata=0)");
-    Compare("labels of all to send", Runs(), [&] { labels.cmPrint(); }, [&] { rows.ReadAll(); });
+    Compare(
+        "labels of all to send", Runs(), [&] { labels.cmPrint(); }, [&] { rows.ReadAll(); });
     station_.Close(labels);
   }
 
@@ -152,13 +153,12 @@ class BatchTasks {
           station_.frame->cmAssegnaPrefissi();
         },
         byHand);
-    Compare(
-        "cmAssegnaPrefissi, again", 1,
-        [&] {
-          Yes();
-          station_.frame->cmAssegnaPrefissi();
-        },
-        {});
+    Compare("cmAssegnaPrefissi, again", 1,
+            [&] {
+              Yes();
+              station_.frame->cmAssegnaPrefissi();
+            },
+            {});
   }
 
   void UpdateForQsl() {
