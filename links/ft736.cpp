@@ -21,7 +21,7 @@ int WholeSteps(HundredHz frequency) { return static_cast<int>(RoundHalfEven(freq
 }  // namespace
 
 FT736::FT736(Session& session)
-    : Window(session.Host(), "FT736", "FT-736R", Twips(7500), Twips(3600)),
+    : Window(session.Host(), "FT736", "FT-736R", Twips(8700), Twips(2550)),
       session_(session),
       msComm1_(session.Machine.MakeSerialPort()),
       timer1_(session.Machine.MakeTimer()) {

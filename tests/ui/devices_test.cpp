@@ -269,11 +269,9 @@ TEST_F(Devices, WhileASoundIsWaitedForDevicesWait) {
 class PrinterDevice : public Devices {
  protected:
   QString file = directory.filePath("page.pdf");
-  QtPrinter printer{[this](QPrinter& chosen) {
-                      chosen.setOutputFormat(QPrinter::PdfFormat);
-                      chosen.setOutputFileName(file);
-                      chosen.setPageSize(QPageSize(QPageSize::A4));
-                      return !cancelled;
+  QtPrinter printer{[this](bool landscape) -> std::unique_ptr<PageTarget> {
+                      if (cancelled) return nullptr;
+                      return PaperTarget::Pdf(file, landscape);
                     },
                     [](const Window&) { return QPixmap(); }};
   bool cancelled = false;
@@ -305,10 +303,20 @@ TEST_F(PrinterDevice, TellsThePageInMillimetres) {
   printer.EndDocument();
 }
 
-TEST_F(PrinterDevice, LiesOnItsSideFromTheNextDocumentOn) {
+TEST_F(PrinterDevice, TheNextDocumentLiesOnItsSideAndTheOneAfterItStands) {
   printer.SetLandscape(true);
   EXPECT_GT(printer.PageWidth(), printer.PageHeight());
   printer.EndDocument();
+  EXPECT_LT(printer.PageWidth(), printer.PageHeight());
+  printer.EndDocument();
+}
+
+TEST_F(PrinterDevice, EveryDocumentBeginsInThePrintersOwnFont) {
+  const Mm own = printer.TextWidth("IK3ABC");
+  printer.SetFont("Times New Roman", 24, true);
+  EXPECT_GT(printer.TextWidth("IK3ABC"), own * 2);
+  printer.EndDocument();
+  EXPECT_EQ(printer.TextWidth("IK3ABC"), own);
 }
 
 TEST_F(PrinterDevice, MeasuresATextInTheFontInUse) {
