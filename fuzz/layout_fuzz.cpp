@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (layout.columns.empty() || RowsPerPage(layout, Mm(297)) < 1) std::abort();
     station.machine.GetPrinter().SetFont("Arial", 10, false);
     PrintRows(*station.database, layout, kTexts, station.machine.GetPrinter(),
-              [](std::int64_t) { return true; });
+              [](std::int64_t, std::int64_t) { return true; });
   } catch (const LayoutError&) {
   } catch (const DatabaseError&) {
     // An order that is none, a cell that is no date.
