@@ -10,6 +10,7 @@
 
 #include "core/session.h"
 #include "forms/command.h"
+#include "forms/status_bar.h"
 #include "forms/text_field.h"
 #include "forms/window.h"
 
@@ -53,12 +54,17 @@ class MainFrame : public Window {
 
   // The map's door: its change runs the map viewer.
   TextField HDisplayMappa{*this, "HDisplayMappa"};
+  // What the station has to say by itself.
+  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  // What to do first, on the empty map, as long as the profile is the delivered one.
+  Label PrimoPasso{*this, "PrimoPasso"};
   // The rectangle that the operator drew on the map, viewport pixels.
   void MapRectangleDrawn(int left, int top, int width, int height);
 
   // Commands with logic of their own.
   void cmTNC();
   void cmAssegnaPrefissi();
+  void cmRipristinaBackup();
 
   // Hung in by the rooms that own them.
   void SetAction(std::string_view command, std::function<void()> action);
@@ -68,6 +74,7 @@ class MainFrame : public Window {
  private:
   void Run(const MainCommand& command);
   void SelectThenOpen(const MainCommand& command);
+  void ShowFirstStep();
 
   Session& session_;
   std::vector<std::unique_ptr<Command>> commands_;

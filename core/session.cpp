@@ -5,6 +5,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "core/backup.h"
 #include "core/files.h"
 #include "core/shared_windows.h"
 
@@ -66,6 +67,7 @@ void Session::Open() {
 }
 
 void Session::CloseTables() {
+  if (Backup) Backup->Stop();
   for (const Handle& handle : kHandles) {
     auto& table = this->*handle.handle;
     if (table) table->Close();
@@ -75,6 +77,7 @@ void Session::CloseTables() {
 }
 
 void Session::CloseForCompaction() {
+  if (Backup) Backup->Stop();
   for (const Handle& handle : kHandles) {
     if (handle.table == "Hrd") continue;  // nobody uses it: its handle stays as it is
     auto& table = this->*handle.handle;
@@ -89,6 +92,7 @@ void Session::ReopenAfterCompaction() {
   for (const Handle& handle : kHandles) {
     if (handle.table != "Hrd") OpenHandle(*this, handle);
   }
+  if (Backup) Backup->Start();
 }
 
 void Session::DisplayMap(std::string_view word) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,6 +17,7 @@ class LogWindow;
 class MatrixWindow;
 class FeedWindow;
 class TextField;
+class DailyBackup;
 
 // What the contest in work hands from window to window.
 struct ContestContext {
@@ -53,6 +55,8 @@ class Session {
       TbNoteHelp, TbUser, TbUserRTX, TbSquare;
   std::string MyLocator;
   std::string ManagerPath;
+  // The day's copy of the database in work; given up when that is closed. Null without one.
+  std::unique_ptr<DailyBackup> Backup;
 
   // The selection handed from one window to the next: a WHERE clause, or a whole SELECT.
   std::string QueryText;
@@ -82,6 +86,9 @@ class Session {
   bool HrdModeOpen() const { return HrdMode != nullptr; }
   bool TncOpen = false, TncTelnetOpen = false, WWConvOpen = false, FT736Open = false,
        ContestOpen = false, CheckCallContestOpen = false;
+
+  // The station profile has been stored.
+  std::function<void()> OnProfileStored;
 
   // The map's door: sets the text whose change runs the viewer. `word` is the overlay's, empty
   // for the pointer alone; the current time is added.

@@ -2,15 +2,9 @@
 
 #include <memory>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <fcntl.h>
-#include <unistd.h>
-#endif
-
 #include "engine/connection.h"
 #include "engine/database.h"
+#include "engine/sync.h"
 
 namespace brenvo {
 namespace {
@@ -18,16 +12,6 @@ namespace {
 std::string Utf8(const std::filesystem::path& path) {
   const std::u8string text = path.u8string();
   return {reinterpret_cast<const char*>(text.c_str()), text.size()};
-}
-
-// Whatever can be made safe of a name by the system is; not every system can for a directory.
-void Sync([[maybe_unused]] const std::filesystem::path& path) {
-#ifndef _WIN32
-  const int descriptor = open(path.c_str(), O_RDONLY);
-  if (descriptor < 0) return;
-  fsync(descriptor);
-  close(descriptor);
-#endif
 }
 
 struct Closer {
@@ -63,8 +47,8 @@ void Database::CompactDatabase(const std::filesystem::path& from, const std::fil
     std::filesystem::remove(to, ignored);  // what was written of it
     throw error;
   }
-  Sync(to);
-  Sync(to.has_parent_path() ? to.parent_path() : std::filesystem::path("."));
+  SyncToDisk(to);
+  SyncToDisk(to.has_parent_path() ? to.parent_path() : std::filesystem::path("."));
 }
 
 }  // namespace brenvo

@@ -1,6 +1,8 @@
 #include "engine/connection.h"
 
 #include <algorithm>
+#include <array>
+#include <fstream>
 
 #include "engine/convert.h"
 #include "engine/functions.h"
@@ -30,6 +32,30 @@ int Authorize(void*, int action, const char* first, const char* second, const ch
       return sqlite3_stricmp(second, "load_extension") == 0 ? SQLITE_DENY : SQLITE_OK;
     default:
       return SQLITE_DENY;
+  }
+}
+
+// What the file's first bytes say of it. SQLite would take an empty file for a new database, and
+// drop the journal that stands beside it; nothing is opened that is not surely ours.
+void RequireOurFile(const std::filesystem::path& path) {
+  constexpr std::string_view kMagic("SQLite format 3\0", 16);
+  constexpr std::size_t kHeader = 100, kApplicationIdAt = 68;
+  std::array<char, kHeader> header{};
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw FailureOf(SQLITE_PERM, nullptr);
+  if (!file.read(header.data(), kHeader) ||
+      std::string_view(header.data(), kMagic.size()) != kMagic) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "Il file '" + path.filename().string() + "' non e' un database.");
+  }
+  std::uint32_t id = 0;
+  for (std::size_t i = 0; i < 4; ++i) {
+    id = id << 8 | static_cast<unsigned char>(header[kApplicationIdAt + i]);
+  }
+  if (id != kApplicationId) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "Il file '" + path.filename().string() +
+                            "' non e' un database di questo programma.");
   }
 }
 
@@ -86,6 +112,7 @@ Connection::Connection(const std::filesystem::path& file) {
     throw DatabaseError(DatabaseError::kNotADatabase,
                         "'" + file.string() + "' non e' un database.");
   }
+  RequireOurFile(file);
   const std::u8string name = file.u8string();
   const int code =
       sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &file_,
@@ -101,10 +128,6 @@ Connection::Connection(const std::filesystem::path& file) {
 
 void Connection::Setup() {
   sqlite3_busy_timeout(file_, kBusyMilliseconds);
-  if (ReadPragma(file_, "PRAGMA application_id") != kApplicationId) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "Il file non e' un database di questo programma.");
-  }
   if (ReadPragma(file_, "PRAGMA user_version") != kVersion) {
     throw DatabaseError(DatabaseError::kNotADatabase,
                         "Il database e' di un'altra versione del programma.");
@@ -112,6 +135,8 @@ void Connection::Setup() {
   if (sqlite3_db_readonly(file_, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
   schema_ = Schema::Read(file_);
 
+  // Damage is found where it is read, not where it would lead.
+  RunPlain("PRAGMA cell_size_check = ON");
   // A write is safe on disk when it returns, and readers do not wait for it.
   RunPlain("PRAGMA journal_mode = WAL");
   RunPlain("PRAGMA synchronous = FULL");
@@ -165,7 +190,23 @@ void Connection::Fail(int code) {
     functionFailure_.reset();
     throw failure;
   }
-  throw FailureOf(code, sqlite3_errmsg(file_));
+  const DatabaseError failure = FailureOf(code, sqlite3_errmsg(file_));
+  if (failure.Number == DatabaseError::kNotADatabase) RefuseWrites();
+  throw failure;
+}
+
+void Connection::RequireSound() const {
+  if (damaged_) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "Il file del database e' danneggiato e non viene piu' modificato.");
+  }
+  // What is written to a file that has lost its name is written to nowhere.
+  int moved = 0;
+  sqlite3_file_control(file_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  if (moved != 0) {
+    throw DatabaseError(DatabaseError::kFileNotFound,
+                        "Il file del database e' stato spostato o cancellato.");
+  }
 }
 
 CompiledStatement Connection::Compile(std::string_view sql) {
@@ -233,6 +274,7 @@ void Connection::GiveBack(CompiledStatement* statement) {
 std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
                                std::vector<Value> parameters) {
   RequireOpen();
+  if (!InTransaction()) RequireSound();
   // Reading the rest may end a reader's registration, but not while it is asked: they stay.
   for (LazyReader* reader : std::vector<LazyReader*>(readers_)) {
     const auto& tables = reader->TablesRead();
@@ -248,6 +290,7 @@ void Connection::Unregister(LazyReader* reader) { std::erase(readers_, reader); 
 
 void Connection::Begin() {
   RequireOpen();
+  RequireSound();
   if (InTransaction()) {
     throw DatabaseError(DatabaseError::kInvalidOperation, "Una transazione e' gia' aperta.");
   }
@@ -256,6 +299,7 @@ void Connection::Begin() {
 
 void Connection::Commit() {
   RequireOpen();
+  RequireSound();
   if (!InTransaction()) {
     throw DatabaseError(DatabaseError::kNoTransaction, "Nessuna transazione e' aperta.");
   }

@@ -69,6 +69,8 @@ class Connection {
   void Commit();
   void Rollback();
   bool InTransaction() const;
+  // The file has been found damaged: whatever would write to it is DatabaseError 3343 from now on.
+  void RefuseWrites() { damaged_ = true; }
 
   void Register(LazyReader* reader) { readers_.push_back(reader); }
   void Unregister(LazyReader* reader);
@@ -84,12 +86,15 @@ class Connection {
   void Setup();
   void RunPlain(const char* sql);
   void DropUnused();
+  // DatabaseError 3343 once the file has been found damaged, 3024 when it is not where it was.
+  void RequireSound() const;
 
   sqlite3* file_ = nullptr;
   std::optional<DatabaseError> functionFailure_;
   Schema schema_;
   EngineCounters counters_;
   std::int64_t rollbacks_ = 0;
+  bool damaged_ = false;
   // Most recently used first. Entries stay where they are in memory.
   std::list<CompiledStatement> statements_;
   std::unordered_map<std::string_view, std::list<CompiledStatement>::iterator> cache_;

@@ -65,6 +65,8 @@ std::unique_ptr<Dynaset> Database::OpenDynaset(std::string_view select) {
   return std::make_unique<DynasetRows>(connection_, select);
 }
 
+void Database::RefuseWrites() { Opened(connection_).RefuseWrites(); }
+
 EngineCounters Database::Counters() const { return Opened(connection_).Counters(); }
 
 std::string Database::QueryPlan(std::string_view select) {

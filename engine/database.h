@@ -57,6 +57,10 @@ class Database {
   // `to` is an error (3204 "il database esiste gia'").
   static void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to);
 
+  // The file has been found damaged: from now on it is read, and never written again; whatever
+  // would write is DatabaseError 3343. What is found damaged while it is read refuses by itself.
+  void RefuseWrites();
+
   EngineCounters Counters() const;
   // The plan that SQLite makes for a statement of the dialect, a line per step.
   std::string QueryPlan(std::string_view select);

@@ -10,6 +10,7 @@ class DatabaseError : public std::runtime_error {
  public:
   // The file engine's own numbers, where the program or a reader of its messages meets them.
   enum : int {
+    kPathAccess = 75,      // a file that cannot be renamed, deleted or written
     kInvalidPattern = 93,  // a pattern of LIKE that is none
     kTypeMismatchInExpression = 3464,
     kUpdateWithoutEdit = 3020,

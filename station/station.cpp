@@ -1,5 +1,7 @@
 #include "station/station.h"
 
+#include <fmt/format.h>
+
 #include "contest/check_call_contest.h"
 #include "contest/contest_form.h"
 #include "contest/contest_new_qso.h"
@@ -9,6 +11,9 @@
 #include "awards/award_grid.h"
 #include "awards/stat_sel.h"
 #include "awards/worked_matrix.h"
+#include "core/backup.h"
+#include "core/maintenance.h"
+#include "core/ripristina_backup.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
 #include "links/tnc.h"
@@ -30,6 +35,8 @@
 #include "tables/tabella_provincie.h"
 #include "tables/user_form.h"
 
+#include <filesystem>
+
 namespace brenvo {
 namespace {
 
@@ -39,6 +46,7 @@ void Know(Session& session, const char* name) {
 }
 
 void KnowWindows(Session& session) {
+  Know<RipristinaBackup>(session, "RipristinaBackup");
   Know<LogForm>(session, "LogForm");
   Know<LogSearch>(session, "LogSearch");
   KnowOldQsoBrowsers(session);
@@ -80,18 +88,64 @@ void HangInActions(Session& session, MainFrame& frame) {
   }
 }
 
+// Puts a copy in the place of a database that is gone or cannot be used, if the operator wants that;
+// false as well when the copy cannot be read.
+bool Offer(Session& session, const DatabaseError& failure, const BackupCopy& copy,
+           std::string_view what) {
+  const std::optional<std::int64_t> contacts = ContactsIn(copy);
+  if (!contacts) return false;
+  const std::string question =
+      fmt::format("{}\nC'e' {} con {} QSO. Ripristinare ?", failure.Description, what, *contacts);
+  if (!session.Messages().AskYesNo("Ripristina backup", question)) throw DatabaseError(failure);
+  PutBack(session, copy);
+  return true;
+}
+
+// The file that an interrupted compaction has left, else the newest copy that can be read.
+bool PutBackInstead(Session& session, const DatabaseError& failure) {
+  if (failure.Number == DatabaseError::kFileNotFound) {
+    const BackupCopy before{session.File("\\Brenvo.BAK"), {}, false};
+    if (Offer(session, failure, before, "Brenvo.BAK, di una compattazione interrotta,")) {
+      return true;
+    }
+  } else if (failure.Number != DatabaseError::kNotADatabase) {
+    return false;
+  }
+  for (const BackupCopy& copy : BackupCopies(session.AppPath)) {
+    if (!copy.setAside && Offer(session, failure, copy, "una copia " + TitleOf(copy))) return true;
+  }
+  return false;
+}
+
+MainFrame& OpenFrame(Session& session) {
+  const auto open = [&]() -> MainFrame& {
+    return static_cast<MainFrame&>(session.Windows.Adopt(std::make_unique<MainFrame>(session)));
+  };
+  try {
+    return open();
+  } catch (const DatabaseError& failure) {
+    session.CloseTables();
+    if (!PutBackInstead(session, failure)) throw;
+  }
+  return open();
+}
+
 }  // namespace
 
 MainFrame* StartStation(Session& session) {
   KnowWindows(session);
   try {
-    auto& frame =
-        static_cast<MainFrame&>(session.Windows.Adopt(std::make_unique<MainFrame>(session)));
+    MainFrame& frame = OpenFrame(session);
     HangInActions(session, frame);
     session.Windows.Show(frame);
     return &frame;
   } catch (const std::exception& failure) {
-    session.Messages().Show(MessageIcon::kCritical, "Brenvo", failure.what());
+    std::string told = failure.what();
+    if (!std::filesystem::exists(session.File("\\Brenvo.mdb"))) {
+      const std::string where = WhereDataIs(session.AppPath);
+      if (!where.empty()) told += "\n\n" + where;
+    }
+    session.Messages().Show(MessageIcon::kCritical, "Brenvo", told);
     return nullptr;
   }
 }

@@ -1,0 +1,234 @@
+#include "core/backup.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <set>
+
+#include "engine/online_copy.h"
+#include "engine/sync.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kDirectory = "Backup";
+constexpr std::string_view kUnfinished = "Brenvo-in-corso.mdb";
+constexpr std::string_view kDailyPrefix = "Brenvo-", kAsidePrefix = "Brenvo-prima-";
+constexpr std::string_view kSuffix = ".mdb";
+constexpr std::size_t kDaysKept = 10, kMonthsKept = 12;
+// The start is over, and the operator's first keys have had their answer.
+constexpr int kFirstPause = 5000, kPause = 20;  // milliseconds
+constexpr int kPagesPerSlice = 500;             // two megabytes, some milliseconds
+
+std::filesystem::path DirectoryOf(const std::filesystem::path& appPath) {
+  return appPath / kDirectory;
+}
+
+std::string DayName(DateTime day) {
+  return fmt::format("{}{:04}-{:02}-{:02}{}", kDailyPrefix, day.Year(), day.Month(), day.Day(),
+                     kSuffix);
+}
+
+std::string AsideName(DateTime time) {
+  return fmt::format("{}{:04}-{:02}-{:02} {:02}-{:02}-{:02}{}", kAsidePrefix, time.Year(),
+                     time.Month(), time.Day(), time.Hour(), time.Minute(), time.Second(), kSuffix);
+}
+
+// What a file name tells; nothing when it is not one of ours.
+std::optional<BackupCopy> CopyOf(const std::filesystem::path& file) {
+  std::string name = file.filename().string();
+  BackupCopy copy{file, {}, name.starts_with(kAsidePrefix)};
+  name.erase(0, copy.setAside ? kAsidePrefix.size() : 0);
+  if (copy.setAside) {
+    // "2026-11-21 18-31-05": the time with the separator that a file name can hold.
+    if (name.size() != 19 + kSuffix.size() || !name.ends_with(kSuffix)) return std::nullopt;
+    name.resize(19);
+    name[13] = name[16] = ':';
+  } else {
+    if (!name.starts_with(kDailyPrefix) || !name.ends_with(kSuffix)) return std::nullopt;
+    name = name.substr(kDailyPrefix.size(), name.size() - kDailyPrefix.size() - kSuffix.size()) +
+           " 00:00:00";
+  }
+  const std::optional<DateTime> made = ParseIso(name);
+  if (!made || (copy.setAside ? AsideName(*made) : DayName(*made)) != file.filename()) {
+    return std::nullopt;
+  }
+  copy.made = *made;
+  return copy;
+}
+
+void MakeDirectory(const std::filesystem::path& directory) {
+  std::error_code error;
+  std::filesystem::create_directories(directory, error);
+  if (error) {
+    throw DatabaseError(DatabaseError::kPathAccess,
+                        error.message() + ": " + directory.filename().string());
+  }
+}
+
+void DropOld(const std::filesystem::path& appPath) {
+  std::vector<DateTime> days;
+  for (const BackupCopy& copy : BackupCopies(appPath)) {
+    if (!copy.setAside) days.push_back(copy.made);
+  }
+  std::error_code ignored;
+  for (const DateTime day : DaysToDrop(std::move(days))) {
+    std::filesystem::remove(DirectoryOf(appPath) / DayName(day), ignored);
+  }
+}
+
+}  // namespace
+
+std::vector<BackupCopy> BackupCopies(const std::filesystem::path& appPath) {
+  std::vector<BackupCopy> copies;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(DirectoryOf(appPath), error)) {
+    if (!entry.is_regular_file(error)) continue;
+    if (auto copy = CopyOf(entry.path())) copies.push_back(std::move(*copy));
+  }
+  std::sort(copies.begin(), copies.end(),
+            [](const BackupCopy& a, const BackupCopy& b) { return a.made > b.made; });
+  return copies;
+}
+
+std::string TitleOf(const BackupCopy& copy) {
+  return "del " + DateText(copy.made) +
+         (copy.setAside ? " alle " + TimeText(copy.made) + ", messa da parte" : std::string());
+}
+
+std::optional<std::int64_t> ContactsIn(const BackupCopy& copy) {
+  try {
+    Database database = Database::Open(copy.file);
+    return database.OpenSnapshot("select count(*) from Log")->Field(0).Integer();
+  } catch (const DatabaseError&) {
+    return std::nullopt;
+  }
+}
+
+std::vector<DateTime> DaysToDrop(std::vector<DateTime> days) {
+  std::sort(days.begin(), days.end(), std::greater<>());
+  std::vector<DateTime> dropped;
+  std::set<int> months;
+  for (std::size_t i = 0; i < days.size(); ++i) {
+    const bool lastOfMonth = months.insert(days[i].Year() * 12 + days[i].Month()).second;
+    if (i >= kDaysKept && !(lastOfMonth && months.size() <= kMonthsKept)) {
+      dropped.push_back(days[i]);
+    }
+  }
+  return dropped;
+}
+
+void PutBack(Session& session, const BackupCopy& copy) {
+  const std::filesystem::path database = session.File("\\Brenvo.mdb");
+  const std::filesystem::path fresh = session.File("\\BrenvoNEW.MDB");
+  {
+    OnlineCopy putting(copy.file, fresh);
+    while (putting.Step(kPagesPerSlice)) {
+    }
+    putting.Verify([] { return true; });
+    Database::Open(fresh).Close();  // sound, and of this program
+  }
+  const std::filesystem::path directory = DirectoryOf(session.AppPath);
+  MakeDirectory(directory);
+  const std::filesystem::path aside = directory / AsideName(session.Now());
+  // What was not yet written back belongs to the old file, and must not meet the new one.
+  for (const char* suffix : {"", "-wal", "-shm"}) {
+    std::filesystem::path from = database, to = aside;
+    from += suffix;
+    to += suffix;
+    std::error_code error;
+    if (std::filesystem::exists(from, error)) RenameSafely(from, to);
+  }
+  RenameSafely(fresh, database);
+}
+
+bool RestoreBackup(Session& session, const BackupCopy& copy) {
+  WindowList& windows = session.Windows;
+  while (windows.Loaded().size() > 1) {
+    if (!windows.Unload(*windows.Loaded()[1])) return false;
+  }
+  session.CloseForCompaction();
+  try {
+    PutBack(session, copy);
+  } catch (const DatabaseError& failure) {
+    try {
+      session.ReopenAfterCompaction();
+    } catch (const DatabaseError&) {
+      session.EndWith(failure, "Ripristina backup");
+    }
+    throw;
+  }
+  session.ReopenAfterCompaction();
+  return true;
+}
+
+DailyBackup::DailyBackup(Session& session, std::function<void(const std::string& text)> tell)
+    : session_(session), tell_(std::move(tell)), timer_(session.Machine.MakeTimer()) {
+  timer_->OnTick = [this] { session_.Windows.RunEvent([this] { Tick(); }); };
+}
+
+DailyBackup::~DailyBackup() = default;
+
+void DailyBackup::Start() {
+  const std::filesystem::path directory = DirectoryOf(session_.AppPath);
+  finished_ = directory / DayName(session_.Now());
+  unfinished_ = directory / kUnfinished;
+  std::error_code error;
+  if (std::filesystem::exists(finished_, error)) return;
+  timer_->SetInterval(kFirstPause);
+  timer_->SetEnabled(true);
+}
+
+void DailyBackup::Stop() {
+  timer_->SetEnabled(false);
+  if (!verifying_) copy_.reset();  // else it goes as soon as it is asked whether to go on
+}
+
+void DailyBackup::Tick() {
+  if (verifying_) return;
+  try {
+    if (copy_ == nullptr) {
+      Begin();
+    } else if (!copy_->Step(kPagesPerSlice)) {
+      Finish();
+    }
+  } catch (const DatabaseError& failure) {
+    if (failure.Number == DatabaseError::kNotADatabase) session_.Db.RefuseWrites();
+    Fail(failure.Description);
+  }
+}
+
+void DailyBackup::Begin() {
+  MakeDirectory(unfinished_.parent_path());
+  copy_ = std::make_unique<OnlineCopy>(session_.File("\\Brenvo.mdb"), unfinished_);
+  timer_->SetInterval(kPause);
+}
+
+void DailyBackup::Finish() {
+  // The operator's events run between the pages of a long check, and one of them may end all this.
+  verifying_ = true;
+  bool sound = false;
+  try {
+    sound = copy_->Verify([this] {
+      session_.Host().ProcessEvents();
+      return timer_->Enabled();
+    });
+  } catch (...) {
+    verifying_ = false;
+    throw;
+  }
+  verifying_ = false;
+  copy_.reset();
+  if (!sound) return;
+  RenameSafely(unfinished_, finished_);
+  timer_->SetEnabled(false);
+  DropOld(session_.AppPath);
+  tell_("Copia di sicurezza del " + DateText(session_.Now()) + " fatta");
+}
+
+void DailyBackup::Fail(const std::string& why) {
+  Stop();
+  tell_("La copia di sicurezza non e' riuscita: " + why);
+}
+
+}  // namespace brenvo

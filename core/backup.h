@@ -1,0 +1,77 @@
+// The copies of the database that the station keeps by itself, one a day, and the way back to one.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/date.h"
+#include "core/session.h"
+
+namespace brenvo {
+
+class OnlineCopy;
+
+// A file in the directory "Backup" of the application directory.
+struct BackupCopy {
+  std::filesystem::path file;
+  DateTime made;               // to the day; to the second for a file set aside
+  bool setAside = false;       // the database that a copy took the place of
+};
+
+// Newest first; none when there is no such directory.
+std::vector<BackupCopy> BackupCopies(const std::filesystem::path& appPath);
+
+// "del 21/11/2026", with the time for a file set aside.
+std::string TitleOf(const BackupCopy& copy);
+
+// The number of contacts in a copy; nothing when it cannot be read.
+std::optional<std::int64_t> ContactsIn(const BackupCopy& copy);
+
+// Of the days on which copies were made, those that are no longer kept: all but the last ten, and
+// the last day of each of the last twelve months that have one.
+std::vector<DateTime> DaysToDrop(std::vector<DateTime> days);
+
+// Puts a copy in the place of the database, which must be closed and is set aside in "Backup".
+// Nothing is changed when the copy is no sound database. DatabaseError.
+void PutBack(Session& session, const BackupCopy& copy);
+
+// Closes all windows but the main frame, puts the copy in the place of the open database, and opens
+// that; false, and nothing is changed, when a window refuses to close. DatabaseError.
+bool RestoreBackup(Session& session, const BackupCopy& copy);
+
+// Makes the day's copy when it is missing: in slices between the operator's events, verified, and
+// then given its name. What no longer is kept is deleted after that.
+class DailyBackup {
+ public:
+  // `tell` gets what the operator is to know: that the copy is made, or why it is not.
+  DailyBackup(Session& session, std::function<void(const std::string& text)> tell);
+  ~DailyBackup();
+  DailyBackup(const DailyBackup&) = delete;
+  DailyBackup& operator=(const DailyBackup&) = delete;
+
+  // Some seconds later the copy begins, unless the day has one.
+  void Start();
+  // A copy in work is given up; the next start makes it.
+  void Stop();
+  bool Running() const { return timer_->Enabled(); }
+
+ private:
+  void Tick();
+  void Begin();
+  void Finish();
+  void Fail(const std::string& why);
+
+  Session& session_;
+  std::function<void(const std::string& text)> tell_;
+  std::unique_ptr<Timer> timer_;
+  std::unique_ptr<OnlineCopy> copy_;
+  std::filesystem::path unfinished_, finished_;
+  bool verifying_ = false;
+};
+
+}  // namespace brenvo

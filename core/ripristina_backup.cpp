@@ -1,0 +1,71 @@
+#include "core/ripristina_backup.h"
+
+#include <fmt/format.h>
+
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kSettingsKey = "RipristinaBackup";
+
+std::string Contacts(const BackupCopy& copy) {
+  const std::optional<std::int64_t> contacts = ContactsIn(copy);
+  return contacts ? fmt::format("{} QSO", *contacts) : "non leggibile";
+}
+
+}  // namespace
+
+RipristinaBackup::RipristinaBackup(Session& session)
+    : Window(session.Host(), "RipristinaBackup", "Ripristina backup", Twips(7200), Twips(5400)),
+      session_(session) {
+  LBCopie.SetCaption("Copie del database");
+  LBCopie.PicksOnEnter = true;
+  cmRipristina.Icon = "cmUpdate";
+  cmRipristina.Tip = "Mette la copia scelta al posto del database";
+  cmRipristina.OnClick = [this] { Choose(); };
+  cmExit.Icon = "cmExit";
+  cmExit.Tip = "Chiude la finestra senza ripristinare";
+  cmExit.OnClick = [this] { Hide(); };
+  LBCopie.OnDoubleClick = [this] { Choose(); };
+  DefaultCommand = &cmRipristina;
+  CancelCommand = &cmExit;
+  const std::pair<Field*, std::string_view> hints[] = {
+      {&LBCopie, "Doppio click per ripristinare la copia"},
+      {&cmRipristina, cmRipristina.Tip},
+      {&cmExit, cmExit.Tip}};
+  for (const auto& [field, text] : hints) {
+    field->OnHover = [this, text = std::string(text)] { StatusBar1.SetPanel(1, text); };
+  }
+}
+
+void RipristinaBackup::Load() {
+  RestoreWindow(session_, *this, kSettingsKey);
+  const BusyPointer busy(Host());
+  copies_ = BackupCopies(session_.AppPath);
+  for (const BackupCopy& copy : copies_) {
+    LBCopie.AddItem(fmt::format("{}   {}", TitleOf(copy), Contacts(copy)));
+  }
+  if (copies_.empty()) {
+    StatusBar1.SetPanel(1, "Non ci sono ancora copie");
+  } else {
+    LBCopie.SetListIndex(0);
+  }
+}
+
+void RipristinaBackup::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+
+void RipristinaBackup::Choose() {
+  const int index = LBCopie.ListIndex();
+  if (index < 0) return;
+  const BackupCopy& copy = copies_[static_cast<std::size_t>(index)];
+  const std::string question =
+      fmt::format("La copia {} ({}) prende il posto del database, che viene messo da parte.\n"
+                  "Confermi l'operazione ?",
+                  TitleOf(copy), Contacts(copy));
+  if (!session_.Messages().AskYesNo("Ripristina backup", question)) return;
+  Chosen = copy;
+  Hide();
+}
+
+}  // namespace brenvo
