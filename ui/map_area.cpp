@@ -6,8 +6,6 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -236,17 +234,7 @@ QImage MapArea::Picture() const {
 
 void MapArea::Print() {
   const QImage whole = Picture();
-  if (whole.isNull()) return;
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setPageOrientation(whole.width() > whole.height() ? QPageLayout::Landscape
-                                                            : QPageLayout::Portrait);
-  QPrintDialog dialog(&printer, window());
-  if (dialog.exec() != QDialog::Accepted) return;
-  QPainter painter;
-  if (!painter.begin(&printer)) return;
-  const QRectF page = printer.pageRect(QPrinter::DevicePixel);
-  const QSizeF size = QSizeF(whole.size()).scaled(page.size(), Qt::KeepAspectRatio);
-  painter.drawImage(QRectF(QPointF(0, 0), size), whole);
+  if (!whole.isNull() && OnPrint) OnPrint(whole);
 }
 
 bool MapArea::viewportEvent(QEvent* event) {

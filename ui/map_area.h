@@ -19,6 +19,8 @@ class MapArea : public QMdiArea, public PictureViewer {
 
   // The rectangle that the operator drew, viewport pixels.
   std::function<void(int x, int y, int width, int height)> OnRectangle;
+  // The picture with its annotations is to be printed.
+  std::function<void(const QImage&)> OnPrint;
   // The inside has another size.
   std::function<void()> OnResized;
 

@@ -22,6 +22,7 @@ namespace brenvo {
 QtPlatform::QtPlatform(const std::filesystem::path& appPath)
     : appPath_(appPath), settings_(appPath / "Brenvo.ini") {
   host_.OnFailure = [this] { printer_.Abandon(); };
+  host_.Map().OnPrint = [this](const QImage& map) { printer_.PrintImage(map); };
   host_.OnHelp = [this](const Window& window) {
     gate_.Run([&] { ShowHelp(FileIn(appPath_, "Brenvo.HLP"), HelpTopicOf(window.Name())); });
   };

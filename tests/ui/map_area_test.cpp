@@ -58,6 +58,16 @@ TEST_F(MapScreen, AnAnnotationStaysOnItsSpotOfThePicture) {
   EXPECT_EQ(map.Picture().pixelColor(261, 135), QColor(200, 220, 255));
 }
 
+TEST_F(MapScreen, PrintingHandsOutThePictureWithItsAnnotationsWhateverTheZoom) {
+  QImage printed;
+  map.OnPrint = [&](const QImage& image) { printed = image; };
+  map.DrawRectangle(100, 60, 20, 20, kGreen);
+  map.SetZoom(50);
+  map.Print();
+  EXPECT_EQ(printed.size(), QSize(2000, 1500));
+  EXPECT_EQ(printed.pixelColor(110, 70), QColor(0, 255, 0));
+}
+
 TEST_F(MapScreen, AnnotationsGoWithTheirPicture) {
   map.DrawRectangle(10, 10, 20, 20, kRed);
   EXPECT_EQ(map.Picture().pixelColor(15, 15), QColor(255, 0, 0));
