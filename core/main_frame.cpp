@@ -19,6 +19,11 @@ constexpr std::string_view kStatistiche = "&Statistiche", kQsl = "&Qsl", kStampe
                            kComunication = "Comunication", kUtility = "&Utility",
                            kMappa = "Mappa";
 
+constexpr std::string_view kDeliveredCall = "I0XXX";
+constexpr std::string_view kFirstStep =
+    "Per cominciare: Utility > Tabella Utente (Ctrl+U), e scrivere il proprio nominativo e il "
+    "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.";
+
 // Gives the contact the prefix, zones and continent of the row; most have them already, and are not
 // written again.
 void AssignPrefix(Table& log, Table& prefissi) {
@@ -59,12 +64,13 @@ const std::vector<MainCommand>& MainMenu() {
       {kStatistiche, "Worked by Mode", "cmHrdMode", kSingleInstance, "HrdMode", "", false,
        "Ctrl+M"},
       {kStatistiche, "Old Qso", "cmOldQso", kSingleInstance, "OldQsoForm", "", false, "Ctrl+O"},
-      {kStatistiche, "Old Qso con Locator", "cmOldQsoLocator", kSingleInstance, "OldQsoLocator"},
+      {kStatistiche, "Old Qso con Locator", "cmOldQsoLocator", kSingleInstance, "OldQsoLocator", "", false,
+       "Ctrl+Shift+O"},
 
-      {kQsl, "&Stampa", "cmQslStampa", kModal, "StampaQsl"},
+      {kQsl, "&Stampa", "cmQslStampa", kModal, "StampaQsl", "", false, "Ctrl+Shift+Q"},
       {kQsl, "&Aggiorna Log", "cmQslAggiorna"},
 
-      {kStampe, "&Log", "cmPLog"},
+      {kStampe, "&Log", "cmPLog", kAction, "", "", false, "Ctrl+Shift+P"},
       {kStampe, "Square", "cmPSquare"},
       {kStampe, "Pre&fissi (WPX)", "cmPPrefissi"},
       {kStampe, "Con&tinenti (WAC)", "cmPContinenti"},
@@ -73,15 +79,16 @@ const std::vector<MainCommand>& MainMenu() {
       {kStampe, "&Provincie", "cmPProvincie"},
       {kStampe, "Personalizzata con &Note", "cmPNote"},
 
-      {kComunication, "FT-736R", "cmFT736", kSingleInstance, "FT736"},
-      {kComunication, "DX cluster radio", "cmTNC"},
+      {kComunication, "FT-736R", "cmFT736", kSingleInstance, "FT736", "", false, "Ctrl+F"},
+      {kComunication, "DX cluster radio", "cmTNC", kAction, "", "", false, "Ctrl+R"},
       {kComunication, "DX cluster telnet", "cmDXClusterTelnet", kSingleInstance, "TNCtelnet", "",
        false, "Ctrl+T"},
-      {kComunication, "&WWConv telnet", "cmWWConv", kSingleInstance, "WWConv"},
+      {kComunication, "&WWConv telnet", "cmWWConv", kSingleInstance, "WWConv", "", false,
+       "Ctrl+Shift+T"},
 
       {kUtility, "propagazione", "Propagazione"},
-      {kUtility, "&Load Desktop", "cmLoadDesktop"},
-      {kUtility, "&Save Desktop", "cmSaveDesktop"},
+      {kUtility, "&Load Desktop", "cmLoadDesktop", kAction, "", "", false, "Ctrl+D"},
+      {kUtility, "&Save Desktop", "cmSaveDesktop", kAction, "", "", false, "Ctrl+Shift+D"},
       {kUtility, "Tabella &Prefissi", "cmPrefissi", kSingleInstance, "TabellaPrefissi"},
       {kUtility, "Tabella &Country", "cmCountry", kSingleInstance, "TabellaCountry"},
       {kUtility, "Tabella &Provincie", "cmProvincie", kSingleInstance, "TabellaProvincie"},
@@ -137,6 +144,7 @@ MainFrame::MainFrame(Session& session)
 }
 
 MainFrame::~MainFrame() {
+  session_.OnProfileStored = nullptr;
   if (session_.HDisplayMappa == &HDisplayMappa) session_.HDisplayMappa = nullptr;
 }
 
@@ -147,6 +155,13 @@ void MainFrame::Load() {
   session_.Backup = std::make_unique<DailyBackup>(
       session_, [this](const std::string& text) { StatusBar1.SetPanel(1, text); });
   session_.Backup->Start();
+  session_.OnProfileStored = [this] { ShowFirstStep(); };
+  ShowFirstStep();
+}
+
+void MainFrame::ShowFirstStep() {
+  const bool isDelivered = FieldText(*session_.TbUser, "Call") == kDeliveredCall;
+  PrimoPasso.SetText(isDelivered ? kFirstStep : "");
 }
 
 bool MainFrame::QueryUnload() {

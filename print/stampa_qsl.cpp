@@ -10,8 +10,6 @@ namespace {
 
 constexpr std::string_view kSection = "StampaQsl";
 
-Mm FromTenths(const Slider& slider) { return Mm(slider.Value() / 10.0); }
-
 QsoLabel LabelOf(Recordset& row) {
   if (FieldText(row, "Modo") == "Satellite" && row.Field("Note").IsNull()) {
     throw std::runtime_error("La nota di un collegamento via satellite e' Null");
@@ -93,9 +91,9 @@ void StampaQsl::PrintLabels() {
   const StationLabel station{FieldText(user, "Call"),      FieldText(user, "Qra"),
                              FieldText(user, "Locator"),   FieldText(user, "Indirizzo"),
                              FieldText(user, "Qth"),       FieldText(user, "Provincia")};
-  LabelGrid grid({FromTenths(AltezzaEtichetta), FromTenths(LarghezzaEtichetta),
-                  FromTenths(SpazOrizzontale), FromTenths(SpazVerticale),
-                  FromTenths(MargineSuperiore), FromTenths(MargineSinistro), EtichXFila.Value()});
+  LabelGrid grid({AltezzaEtichetta.Value(), LarghezzaEtichetta.Value(), SpazOrizzontale.Value(),
+                  SpazVerticale.Value(), MargineSuperiore.Value(), MargineSinistro.Value(),
+                  EtichXFila.Value()});
   const bool both = DatiQso.IsOn() && DatiStazione.IsOn();
   bool stationsTurn = DatiStazione.IsOn();
   while (!rows->EOF_()) {

@@ -12,6 +12,7 @@
 #include "awards/stat_sel.h"
 #include "awards/worked_matrix.h"
 #include "core/backup.h"
+#include "core/maintenance.h"
 #include "core/ripristina_backup.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
@@ -33,6 +34,8 @@
 #include "tables/tabella_prefissi.h"
 #include "tables/tabella_provincie.h"
 #include "tables/user_form.h"
+
+#include <filesystem>
 
 namespace brenvo {
 namespace {
@@ -84,10 +87,6 @@ void HangInActions(Session& session, MainFrame& frame) {
     frame.SetAction(member.command, [&session, &member] { PrintReport(session, member); });
   }
 }
-
-}  // namespace
-
-namespace {
 
 // Puts a copy in the place of a database that is gone or cannot be used, if the operator wants that;
 // false as well when the copy cannot be read.
@@ -141,7 +140,12 @@ MainFrame* StartStation(Session& session) {
     session.Windows.Show(frame);
     return &frame;
   } catch (const std::exception& failure) {
-    session.Messages().Show(MessageIcon::kCritical, "Brenvo", failure.what());
+    std::string told = failure.what();
+    if (!std::filesystem::exists(session.File("\\Brenvo.mdb"))) {
+      const std::string where = WhereDataIs(session.AppPath);
+      if (!where.empty()) told += "\n\n" + where;
+    }
+    session.Messages().Show(MessageIcon::kCritical, "Brenvo", told);
     return nullptr;
   }
 }

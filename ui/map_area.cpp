@@ -122,6 +122,11 @@ void MapArea::paintEvent(QPaintEvent* event) {
   painter.drawImage(shown, image_, source);
 }
 
+void MapArea::SetWelcome(const QString& words) {
+  welcome_ = words;
+  viewport()->update();
+}
+
 void MapArea::PaintEmpty(QPainter& painter) const {
   const QPalette colours = palette();
   const QRect area = viewport()->rect();
@@ -155,6 +160,13 @@ void MapArea::PaintEmpty(QPainter& painter) const {
   painter.setPen(mixed(0.5));
   painter.drawText(QRectF(0, foot.y() + 8, area.width(), QFontMetricsF(name).height()),
                    Qt::AlignHCenter | Qt::AlignTop, QApplication::applicationDisplayName());
+  QFont words = font();
+  words.setPointSizeF(font().pointSizeF() * 1.15);
+  painter.setFont(words);
+  painter.setPen(colours.color(QPalette::WindowText));
+  const double below = foot.y() + 8 + QFontMetricsF(name).height() * 1.15;
+  painter.drawText(QRectF(12, below, area.width() - 24, area.height() - below),
+                   Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, welcome_);
 }
 
 void MapArea::Annotate(const QRect& piece, const std::function<void(QPainter&)>& draw) {

@@ -41,6 +41,9 @@ class MapArea : public QMdiArea, public PictureViewer {
   void ZoomToRectangle(int x, int y, int width, int height) override;
   void Print() override;
 
+  // Words below the name while there is no picture.
+  void SetWelcome(const QString& words);
+
   // The picture with its annotations, at zoom 100.
   const QImage& Picture() const { return image_; }
 
@@ -61,6 +64,7 @@ class MapArea : public QMdiArea, public PictureViewer {
   void ZoomAround(double percent, QPoint centre);
 
   QImage image_;
+  QString welcome_;
   double zoom_ = 100;
   QScrollBar* across_;
   QScrollBar* down_;

@@ -88,6 +88,7 @@ PrintPreview::PrintPreview(PageSpool& pages, const QPageLayout& paper, Opener op
   view_->setWidget(sheet_);
   view_->setAlignment(Qt::AlignCenter);
   view_->setBackgroundRole(QPalette::Mid);
+  view_->installEventFilter(this);
   place_->setAlignment(Qt::AlignCenter);
   place_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("Pagina 0000 di 0000")));
 
@@ -97,6 +98,8 @@ PrintPreview::PrintPreview(PageSpool& pages, const QPageLayout& paper, Opener op
     button->setObjectName(QLatin1String(name));
     button->setToolTip(tip);
     button->setAutoDefault(false);
+    // A button of one sign is as wide as it is high.
+    if (caption.size() <= 2) button->setFixedWidth(button->sizeHint().height());
     connect(button, &QPushButton::clicked, this, action);
     keys->addWidget(button);
     return button;
@@ -205,9 +208,9 @@ void PrintPreview::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-void PrintPreview::resizeEvent(QResizeEvent* event) {
-  QDialog::resizeEvent(event);
-  if (zoom_ == 0) ShowPage();
+bool PrintPreview::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::Resize && zoom_ == 0) ShowPage();
+  return false;
 }
 
 }  // namespace brenvo

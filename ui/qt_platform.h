@@ -35,6 +35,8 @@ class QtPlatform : public Platform {
   void Attach(Session* session);
   EventGate& Gate() { return gate_; }
   QtWindowHost& Screen() { return host_; }
+  // Asks this instead of the operator where documents go.
+  void SendPrintsTo(QtPrinter::Chooser chooser) { printer_.SendTo(std::move(chooser)); }
 
   Clock& GetClock() override { return clock_; }
   MessageBox& Messages() override { return messages_; }

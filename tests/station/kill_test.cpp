@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <set>
@@ -129,8 +130,8 @@ struct Said {
   }
 };
 
-// Starts a station, kills it after a while, and returns what it said.
-std::string RunAndKill(const fs::path& directory, int first, useconds_t microseconds) {
+// Starts a station, kills it a while after it has said so many things, and returns what it said.
+std::string RunAndKill(const fs::path& directory, int first, int things, useconds_t microseconds) {
   int ends[2];
   if (pipe(ends) != 0) throw std::runtime_error("pipe");
   const pid_t child = fork();
@@ -146,7 +147,8 @@ std::string RunAndKill(const fs::path& directory, int first, useconds_t microsec
     if (count > 0) said.append(buffer, static_cast<std::size_t>(count));
     return count > 0;
   };
-  take();  // it is ready
+  while (std::count(said.begin(), said.end(), '\n') <= things && take()) {
+  }
   usleep(microseconds);
   kill(child, SIGKILL);
   while (take()) {
@@ -164,12 +166,13 @@ TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
   ScratchStationDirectory directory;
   const fs::path file = directory.Path() / "Brenvo.mdb";
   std::mt19937 random(1);
-  std::uniform_int_distribution<useconds_t> moment(0, 120000);
+  std::uniform_int_distribution<int> things(0, 14);
+  std::uniform_int_distribution<useconds_t> moment(0, 10000);
   Said said;
   int lost = 0;
   for (int kill = 0; kill < kills; ++kill) {
     SCOPED_TRACE(kill);
-    said.Read(RunAndKill(directory.Path(), said.last + 1, moment(random)));
+    said.Read(RunAndKill(directory.Path(), said.last + 1, things(random), moment(random)));
     if (!fs::exists(file)) {
       // Killed between the two renames of a compaction: all of it is in both named files.
       ++lost;

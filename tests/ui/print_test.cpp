@@ -74,6 +74,36 @@ class Printing : public ScreenTest {
   }
 };
 
+TEST_F(Printing, PagesAreDrawnInMillimetresWhateverTheDevice) {
+  using Kind = PageOperation::Kind;
+  for (const double dots : {4.0, 10.0}) {
+    QImage page(qRound(60 * dots), qRound(40 * dots), QImage::Format_RGB32);
+    page.fill(Qt::white);
+    const auto ink = [&](double x, double y) {
+      return qGray(page.pixel(qRound(x * dots), qRound(y * dots))) < 128;
+    };
+    QPainter painter(&page);
+    PagePainter drawn(painter, dots);
+    drawn.Draw({Kind::kFilledBox, {24, 13}, {27, 16}, {}, 0, false, {}});
+    drawn.Draw({Kind::kFont, {}, {}, "Times New Roman", 10, true, {}});
+    drawn.Draw({Kind::kTextRight, {50, 30}, {}, "0000", 0, false, {}});
+    EXPECT_TRUE(ink(25.5, 14.5));
+    EXPECT_FALSE(ink(23.5, 14.5));
+    EXPECT_FALSE(ink(27.5, 14.5));
+    int left = page.width(), right = 0;
+    for (int x = 0; x < page.width(); ++x) {
+      for (int y = qRound(28 * dots); y < page.height(); ++y) {
+        if (qGray(page.pixel(x, y)) > 128) continue;
+        left = std::min(left, x);
+        right = std::max(right, x);
+      }
+    }
+    // Four figures of ten points are seven millimetres wide.
+    EXPECT_NEAR(right / dots, 50, 0.5);
+    EXPECT_NEAR((right - left) / dots, 7, 0.7);
+  }
+}
+
 TEST_F(Printing, ACancelledChoiceIsToldAndPrintsNothing) {
   WhenModal([](QWidget& box) { Click(box, "A&nnulla"); });
   EXPECT_EQ(FailureOf([&] { DrawPages(1); }), "Stampa annullata");
@@ -99,6 +129,7 @@ TEST_F(Printing, ThePreviewShowsPageAfterPage) {
       seen = true;
       EXPECT_EQ(preview.windowTitle(), "Anteprima di stampa");
       EXPECT_EQ(PlaceOf(preview), "Pagina 1 di 3");
+      EXPECT_LT(SheetOf(preview).height(), preview.height());
       const int first = InkOf(SheetOf(preview));
       EXPECT_GT(first, 100);
       QTest::keyClick(&preview, Qt::Key_PageDown);

@@ -1,4 +1,4 @@
-#include "ui/help_file.h"
+#include "core/help_file.h"
 
 #include <charconv>
 
