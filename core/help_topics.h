@@ -7,6 +7,8 @@ enum HelpTopic : int {
   kHelpLog = 100,
   kHelpLogSearch = 110,
   kHelpContest = 200,
+  kHelpImportaAdif = 730,
+  kHelpEsportaAdif = 740,
 };
 
 }  // namespace brenvo
