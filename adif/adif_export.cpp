@@ -10,21 +10,12 @@
 #include "adif/adif_writer.h"
 #include "adif/contact_to_fields.h"
 #include "adif/kept_fields.h"
+#include "core/modules.h"
 
 namespace brenvo {
 namespace {
 
 constexpr std::int64_t kProgressStep = 250;
-
-// What lies beside the contacts; nothing in a database that has no place for it.
-std::optional<KeptFields> OpenKept(Database& database) {
-  try {
-    return std::optional<KeptFields>(std::in_place, database);
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kUnknownTable) throw;
-    return std::nullopt;
-  }
-}
 
 bool NeedsDeclaration(std::string_view name) {
   return !IsAdifField(name) && !IsApplicationField(name);
@@ -73,7 +64,8 @@ std::optional<ExportCounts> ExportContacts(Session& session, std::string_view se
   std::ofstream out(unfinished, std::ios::binary | std::ios::trunc);
   if (!out) throw fail();
 
-  std::optional<KeptFields> kept = OpenKept(session.Db);
+  std::optional<KeptFields> kept;  // a database may have no place for them
+  if (HasTable(session, KeptFields::kTable)) kept.emplace(session.Db);
   StationTables tables(session);
   out << AdifHeader(UserFields(session.Db, select, kept.has_value()));
   ExportCounts counts;

@@ -83,6 +83,7 @@ class ContactWriter {
     log_->AddNew();
     WriteContact(*log_, mapped.contact);
     log_->Update();
+    repeated_.Stored(mapped.contact);
     kept_.Add(log_->LastModified().key, mapped.kept);
     ++counts.fresh;
   }

@@ -190,7 +190,7 @@ std::size_t AdifReader::ValueSize(std::size_t length) {
 }
 
 bool AdifReader::TakeValue(const Tag& tag, AdifField& field, std::string& fault) {
-  field.name = UpperAscii(tag.name);  // before the buffer moves
+  field.name = UpperAscii(TextOfBytes(tag.name));  // before the buffer moves
   at_ += tag.size;
   if (tag.length > kLongestValue) {
     fault = "la lunghezza del campo " + field.name + " non e' possibile";

@@ -1,7 +1,5 @@
 #include "adif/contact_to_fields.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "adif/adif_writer.h"
@@ -121,10 +119,13 @@ std::vector<AdifField> WithOwnWords(const std::vector<AdifField>& told,
 
 std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTables& tables) {
   FieldList fields;
-  const DateTime at = contact.DataQso;
+  constexpr std::size_t kTimeDigits = 6;
   fields.Add("CALL", UpperAscii(contact.Call));
-  fields.Add("QSO_DATE", fmt::format("{:04}{:02}{:02}", at.Year(), at.Month(), at.Day()));
-  fields.Add("TIME_ON", fmt::format("{:02}{:02}{:02}", at.Hour(), at.Minute(), at.Second()));
+  // "yyyy-mm-dd hh:mm:ss"
+  std::string when = IsoText(contact.DataQso);
+  std::erase_if(when, [](char c) { return c < '0' || c > '9'; });
+  fields.Add("QSO_DATE", std::string_view(when).substr(0, when.size() - kTimeDigits));
+  fields.Add("TIME_ON", std::string_view(when).substr(when.size() - kTimeDigits));
   const AdifBand* band = tables.AdifBandOf(contact.Banda, Mhz(contact.Frequenza));
   if (band != nullptr) fields.Add("BAND", band->name);
   fields.AddNumber("FREQ", contact.Frequenza);

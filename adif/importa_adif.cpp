@@ -51,16 +51,11 @@ void SayFailure(Session& session, std::string_view text) {
 }
 
 bool HasPlaceForFields(Session& session) {
-  try {
-    KeptFields(session.Db);
-    return true;
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kUnknownTable) throw;
-    SayFailure(session,
-               "Nel database manca la tabella LogAdif: installare di nuovo il programma in questa "
-               "cartella la aggiunge, e lascia il log com'e'.");
-    return false;
-  }
+  if (HasTable(session, KeptFields::kTable)) return true;
+  SayFailure(session,
+             "Nel database manca la tabella LogAdif: installare di nuovo il programma in questa "
+             "cartella la aggiunge, e lascia il log com'e'.");
+  return false;
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 namespace brenvo {
 
-KeptFields::KeptFields(Database& database) : table_(database.OpenTable("LogAdif")) {
+KeptFields::KeptFields(Database& database) : table_(database.OpenTable(kTable)) {
   table_->SetIndex("PrimaryKey");
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "adif/adif_reader.h"
@@ -12,6 +13,8 @@ namespace brenvo {
 
 class KeptFields {
  public:
+  static constexpr std::string_view kTable = "LogAdif";
+
   // DatabaseError 3078 when the database has no such table (it was delivered before there was one).
   explicit KeptFields(Database& database);
 

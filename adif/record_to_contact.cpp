@@ -189,7 +189,7 @@ void MapBand(const Fields& fields, const StationTables& tables, LogContact& cont
                           : tables.FrequencyOf(contact.Banda).Value();
 }
 
-void MapMode(const Fields& fields, const StationTables& tables, LogContact& contact) {
+void MapMode(const Fields& fields, StationTables& tables, LogContact& contact) {
   contact.Modo = tables.ModoOf(fields[kMode], fields[kSubmode]);
   contact.Propagazione = tables.PropagazioneOf(fields[kPropMode]);
   if (!fields.Says(kSatName)) return;
@@ -229,7 +229,7 @@ void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact
     if (named == nullptr && !listed.empty()) contact.Country = listed;
   }
   const std::string province = UpperAscii(fields[kState]);
-  if (tables.IsProvince(contact.Country, province)) contact.Provincia = province;
+  if (!province.empty() && tables.IsProvince(contact.Country, province)) contact.Provincia = province;
 }
 
 void MapQsl(const Fields& fields, const QslChoice& choice, LogContact& contact) {

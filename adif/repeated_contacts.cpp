@@ -1,5 +1,6 @@
 #include "adif/repeated_contacts.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -23,10 +24,17 @@ DateTime MinuteOf(DateTime time) {
 
 RepeatedInLog::RepeatedInLog(Session& session) : table_(session.Db.OpenTable("Log")) {
   table_->SetIndex("Unico");
+  table_->MoveLast();
+  if (!table_->EOF_()) last_ = table_->Field("DataQso").Date();
+}
+
+void RepeatedInLog::Stored(const LogContact& contact) {
+  last_ = std::max(last_, contact.DataQso);
 }
 
 bool RepeatedInLog::Find(const LogContact& contact) {
   const DateTime minute = MinuteOf(contact.DataQso);
+  if (minute > last_) return false;
   const DateTime end = minute + DateTime::FromSeconds(kMinute);
   table_->Seek(SeekComparison::kGreaterOrEqual, {minute});
   if (table_->NoMatch()) return false;

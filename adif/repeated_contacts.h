@@ -16,10 +16,13 @@ class RepeatedInLog {
   explicit RepeatedInLog(Session& session);
   // Stands on the contact found, which can be edited.
   bool Find(const LogContact& contact);
+  // Tells of a contact that was stored meanwhile.
+  void Stored(const LogContact& contact);
   Table& Row() { return *table_; }
 
  private:
   std::unique_ptr<Table> table_;
+  DateTime last_;  // no contact of the log is later
 };
 
 // The same among contacts that come one after the other, however many: they are counted on disk,

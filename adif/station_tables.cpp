@@ -16,6 +16,8 @@ namespace {
 
 // Prefixes remembered at a time.
 constexpr std::size_t kMostPrefixes = 20000;
+// Modes likewise.
+constexpr std::size_t kMostWords = 1000;
 constexpr double kKhzPerMhz = 1000;
 
 std::vector<std::string> ColumnOf(Session& session, std::string_view select) {
@@ -110,7 +112,15 @@ const AdifBand* StationTables::AdifBandOf(std::string_view banda, Mhz frequency)
   return AdifBandAt(frequency);
 }
 
-std::string StationTables::ModoOf(std::string_view mode, std::string_view submode) const {
+const std::string& StationTables::ModoOf(std::string_view mode, std::string_view submode) {
+  std::string key(mode);
+  key.append("|").append(submode);
+  if (const auto known = foundModes_.find(key); known != foundModes_.end()) return known->second;
+  if (foundModes_.size() >= kMostWords) foundModes_.clear();
+  return foundModes_.emplace(std::move(key), FindModo(mode, submode)).first->second;
+}
+
+std::string StationTables::FindModo(std::string_view mode, std::string_view submode) const {
   for (const std::string_view word : {submode, mode}) {
     for (const std::string_view name : {ModeOfAdifWord(word), word}) {
       const std::string listed = InList(modes_, name);

@@ -30,7 +30,7 @@ class StationTables {
   // Null where the standard has no such band.
   const AdifBand* AdifBandOf(std::string_view banda, Mhz frequency) const;
 
-  std::string ModoOf(std::string_view mode, std::string_view submode) const;
+  const std::string& ModoOf(std::string_view mode, std::string_view submode);
   std::string PropagazioneOf(std::string_view adif) const;  // empty when it means nothing here
 
   const PrefixFacts& Prefix(std::string_view call);
@@ -49,12 +49,15 @@ class StationTables {
     double frequency = 0, lower = 0, upper = 0;  // MHz
   };
 
+  std::string FindModo(std::string_view mode, std::string_view submode) const;
+
   Session& session_;
   std::vector<Band> bands_;
   std::vector<std::string> modes_, propagations_;
   std::unordered_set<std::string> countries_, provinces_;
   std::unordered_map<std::string, std::string> countryNames_;
   std::unordered_map<std::string, PrefixFacts> prefixes_;
+  std::unordered_map<std::string, std::string> foundModes_;  // by mode and submode
 };
 
 // Two letters, two digits, and again up to eight characters; case counts.

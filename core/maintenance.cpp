@@ -5,6 +5,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "core/modules.h"
 #include "core/session.h"
 #include "core/transaction.h"
 #include "engine/sync.h"
@@ -54,7 +55,13 @@ void Compact(Session& session) {
 
 }  // namespace
 
-void AzzeraLog(Session& session) { Empty(session, "Azzeramento Log", {"DELETE * FROM Log"}); }
+void AzzeraLog(Session& session) {
+  if (HasTable(session, "LogAdif")) {
+    Empty(session, "Azzeramento Log", {"DELETE * FROM Log", "DELETE * FROM LogAdif"});
+  } else {
+    Empty(session, "Azzeramento Log", {"DELETE * FROM Log"});
+  }
+}
 
 void AzzeraContest(Session& session) {
   Empty(session, "Azzeramento Contest", {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});

@@ -2,7 +2,7 @@
 # deliver.sh FROM DIR: brings a delivered directory into an operator's application directory.
 #
 # Everything is replaced but what is the operator's: an existing database and settings file always
-# stay; templates, menus and report layouts stay when they were changed since the last delivery,
+# stay, and the database gets the tables that it lacks, where the maker stands beside FROM; templates, menus and report layouts stay when they were changed since the last delivery,
 # which DIR/.delivered remembers by checksum. A file that stays is named on the standard output.
 set -eu
 
@@ -13,6 +13,8 @@ fi
 from=$1
 to=$2
 [ -f "$from/Brenvo.mdb" ] || { echo "deliver.sh: no delivered directory: $from" >&2; exit 1; }
+maker=$from/../tools/mkdatabase/mkdatabase
+schema=$(cd "$(dirname "$0")/../.." && pwd)/data/schema.sql
 mkdir -p "$to"
 manifest=$to/.delivered
 new=$to/.delivered.new
@@ -43,7 +45,14 @@ put() {
 
 (cd "$from" && find . -type f) | sed 's|^\./||' | LC_ALL=C sort | while IFS= read -r name; do
   case $name in
-    Brenvo.mdb | Brenvo.ini)
+    Brenvo.mdb)
+      if [ ! -e "$to/$name" ]; then
+        put "$name"
+      elif [ -x "$maker" ]; then
+        "$maker" --complete "$schema" "$to/$name"
+      fi
+      ;;
+    Brenvo.ini)
       [ -e "$to/$name" ] || put "$name"
       ;;
     *.mnu | *.html | *.rpt)
