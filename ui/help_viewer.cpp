@@ -1,5 +1,6 @@
 #include "ui/help_viewer.h"
 
+#include <algorithm>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
@@ -13,7 +14,6 @@
 #include <QTextDocument>
 #include <QUrl>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <stdexcept>
 
 #include "ui/icons.h"
@@ -106,8 +106,8 @@ void ShowHelp(const std::filesystem::path& path, int topic) {
   if (open == nullptr || (open != parent && open->parentWidget() != parent)) {
     QFile file(PathToQt(path));
     if (!file.open(QIODevice::ReadOnly)) {
-      throw std::runtime_error(FromQt(QStringLiteral("Manca il file di aiuto %1")
-                                          .arg(PathToQt(path.filename()))));
+      throw std::runtime_error(
+          FromQt(QStringLiteral("Manca il file di aiuto %1").arg(PathToQt(path.filename()))));
     }
     delete open;
     open = new HelpViewer(ParseHelp(file.readAll().toStdString()), parent,
