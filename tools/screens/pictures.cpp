@@ -1,9 +1,11 @@
 #include "tools/screens/pictures.h"
 
+#include <filesystem>
 #include <string_view>
 
 #include "core/session.h"
 #include "core/shared_windows.h"
+#include "engine/online_copy.h"
 #include "forms/choice_fields.h"
 #include "forms/list_field.h"
 #include "forms/tab_strip.h"
@@ -89,6 +91,20 @@ Window* StationAtWork(Session& session) {
   return session.Windows.Find("Brenvo");
 }
 
+// Copies of some days for the operator to choose from.
+Window* RestoreChoice(Session& session) {
+  const std::filesystem::path directory = session.AppPath / "Backup";
+  std::filesystem::create_directories(directory);
+  for (const char* day : {"2024-03-08", "2024-03-09", "2024-03-10"}) {
+    OnlineCopy copy(session.File("\\Brenvo.mdb"),
+                    directory / ("Brenvo-" + std::string(day) + ".mdb"));
+    while (copy.Step(1000)) {
+    }
+    copy.Verify([] { return true; });
+  }
+  return Open(session, "RipristinaBackup");
+}
+
 }  // namespace
 
 std::vector<Picture> AllPictures() {
@@ -160,6 +176,7 @@ std::vector<Picture> AllPictures() {
              Choose(window, "LBTipoNote", 0);
              window.FindField("LBTipoNote")->DoubleClick();
            }),
+      {"RipristinaBackup", RestoreChoice},
       {"Brenvo", StationAtWork},
   };
 }

@@ -79,7 +79,7 @@ settled() {
 # A blinking caret must not keep it waiting for ever.
 settle() {
   for _ in 1 2 3 4 5 6; do
-    settled && return
+    ! settled || return 0
   done
 }
 rows() { sqlite3 "file:$work/station/Brenvo.mdb?mode=ro" "$1" 2>/dev/null; }
