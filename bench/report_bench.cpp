@@ -1,4 +1,3 @@
-// Links: print recorder database_maker ui
 // A report of the whole log, streamed: processor time and peak memory for 10,000 and 100,000 contacts, on a
 // printer that only counts, into a PDF file, and into the preview's pages. Each task runs in a
 // process of its own, so that its peak is its own.
