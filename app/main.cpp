@@ -3,12 +3,12 @@
 #include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QLockFile>
 #include <QTranslator>
 
 #include "station/station.h"
 #include "ui/icons.h"
 #include "ui/qt_platform.h"
+#include "ui/station_lock.h"
 #include "ui/text.h"
 
 namespace {
@@ -27,14 +27,9 @@ void LoadTranslations(QApplication& application, const QString& directory) {
 
 int RunStation(QApplication& application, const QString& directory) {
   brenvo::QtPlatform platform(brenvo::PathFromQt(directory));
-  QLockFile lock(directory + QStringLiteral("/Brenvo.lock"));
-  lock.setStaleLockTime(0);
-  if (!lock.tryLock()) {
-    const QString why = lock.error() == QLockFile::LockFailedError
-                            ? QStringLiteral("Brenvo e' gia' in funzione sulla cartella %1")
-                            : QStringLiteral("La cartella %1 manca o non si puo' scrivere");
-    platform.Messages().Show(brenvo::MessageIcon::kCritical, "",
-                             brenvo::FromQt(why.arg(QDir::toNativeSeparators(directory))));
+  const brenvo::StationLock lock(directory);
+  if (!lock.Refusal().isEmpty()) {
+    platform.Messages().Show(brenvo::MessageIcon::kCritical, "", brenvo::FromQt(lock.Refusal()));
     return EXIT_FAILURE;
   }
   brenvo::Session session(platform, brenvo::PathFromQt(directory));

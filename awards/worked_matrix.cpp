@@ -70,7 +70,7 @@ const MatrixKind& WorkedByMode() { return kByMode; }
 
 WorkedMatrix::WorkedMatrix(Session& session, const MatrixKind& kind)
     : MatrixWindow(session.Host(), std::string(kind.window), std::string(kind.caption),
-                   Twips(12600), Twips(4800)),
+                   Twips(12600), Twips(5250)),
       Filter(*this, std::string(kind.filterField), ListStyle::kDropDown),
       session_(session),
       kind_(kind) {

@@ -1,17 +1,9 @@
-// Links: awards recorder core SQLite::SQLite3
-// What awards cost on a large log. Each list beside its grouped query by hand on SQLite; each page
-// beside the same grouped query, and beside the queries by hand that its rows need; a search of
-// the matrices.
-// Usage: awards_bench [CONTACTS]
-#include <benchmark/benchmark.h>
+// What awards cost: each list beside its grouped query by hand; each page beside the queries that
+// its entries need; each overlay of the map beside its grouped query; a search of the matrices.
 #include <fmt/format.h>
-#include <sqlite3.h>
-#include <time.h>
 
-#include <algorithm>
-#include <cstdio>
 #include <cstdlib>
-#include <fstream>
+#include <deque>
 #include <functional>
 #include <random>
 #include <string>
@@ -19,120 +11,14 @@
 
 #include "awards/award_grid.h"
 #include "awards/worked_matrix.h"
-#include "core/main_frame.h"
-#include "recorder/recording_platform.h"
-#include "tests/support/scratch_database.h"
+#include "bench/support/bench_station.h"
+#include "bench/support/figures.h"
+#include "bench/support/hand.h"
+#include "maps/award_overlays.h"
+#include "maps/map_viewer.h"
 
 namespace brenvo {
 namespace {
-
-constexpr const char* kBands[] = {"160 m", " 80 m", " 60 m", " 40 m", " 30 m", " 20 m", " 17 m",
-                                  " 15 m", " 12 m", " 10 m", "  6 m", "  2 m", " 70cm"};
-constexpr const char* kModes[] = {"SSB", "CW", "FM", "RTTY", "FT8"};
-constexpr const char* kContinents[] = {"EU", "NA", "SA", "AF", "AS", "OC"};
-constexpr int kCountries = 340;
-
-std::string CountryOf(int number) { return fmt::format("C{:03}", number); }
-
-void Run(sqlite3* file, const std::string& sql) {
-  char* message = nullptr;
-  if (sqlite3_exec(file, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
-    std::fprintf(stderr, "%s: %s\n", sql.c_str(), message);
-    std::exit(1);
-  }
-}
-
-// Countries are worked unevenly, as on the air: the first ones a hundred times the last ones.
-void Fill(sqlite3* file, int contacts) {
-  Run(file, "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA cache_size=-1000000; BEGIN");
-  for (int i = 0; i < kCountries; ++i) {
-    Run(file, fmt::format("INSERT INTO Country (Country,Descrizione,Locator) VALUES "
-                          "('{}','Paese {}','JN00AA')", CountryOf(i), i));
-    for (int digit = 0; digit < 3; ++digit) {
-      Run(file, fmt::format("INSERT INTO Prefissi VALUES ('{}{}','{}',{},{},'{}')", CountryOf(i),
-                            digit, CountryOf(i), 1 + i % 40, 1 + i % 90, kContinents[i % 6]));
-    }
-  }
-  for (int i = 0; i < 13; ++i) {
-    Run(file, fmt::format("INSERT INTO UserRTX (Banda,Frequenza) VALUES ('{}',{})", kBands[i], i));
-  }
-  for (int i = 0; i < 5; ++i) {
-    Run(file, fmt::format("INSERT INTO Modi VALUES ({},'{}')", i, kModes[i]));
-  }
-  Run(file, "INSERT INTO User (Call,Locator) VALUES ('I0XXX','JN65AA')");
-
-  sqlite3_stmt* insert = nullptr;
-  sqlite3_prepare_v2(file,
-                     "INSERT INTO Log (DataQso,Call,Qra,Qth,Prefisso,\"Zona CQ\",\"Zona ITU\","
-                     "Continente,Country,Provincia,Locator,Banda,Modo,Propagazione,QslRicevuta,"
-                     "Note) VALUES (?,?,'MARIO','PADOVA',?,?,?,?,?,?,?,?,?,'',?,?)",
-                     -1, &insert, nullptr);
-  std::mt19937_64 random(1);
-  const auto any = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); };
-  const DateTime first = DateTime::Of(1980, 1, 1);
-  for (int i = 0; i < contacts; ++i) {
-    const int country = any(kCountries) * any(kCountries) / kCountries;
-    const std::string prefix = fmt::format("{}{}", CountryOf(country), any(3));
-    const std::string texts[] = {
-        IsoText(DateTime::FromSeconds(first.Seconds() + i * 300LL)),
-        fmt::format("{}{:05}", prefix, any(100000)),
-        prefix,
-        kContinents[country % 6],
-        CountryOf(country),
-        country == 0 ? fmt::format("{:02}", any(99)) : std::string(),
-        fmt::format("{}{}{:02}AA", static_cast<char>('H' + any(6)),
-                    static_cast<char>('H' + any(6)), any(100)),
-        kBands[any(13)],
-        kModes[any(5)],
-        i % 1000 == 0 ? fmt::format("[DCI/{:04}/Castello]", any(500)) : std::string()};
-    const int places[] = {1, 2, 3, 6, 7, 8, 9, 10, 11, 13};
-    for (std::size_t t = 0; t < std::size(texts); ++t) {
-      sqlite3_bind_text(insert, places[t], texts[t].c_str(), -1, SQLITE_TRANSIENT);
-    }
-    sqlite3_bind_int(insert, 4, 1 + country % 40);
-    sqlite3_bind_int(insert, 5, 1 + country % 90);
-    sqlite3_bind_int(insert, 12, any(3) == 0 ? -1 : 0);
-    sqlite3_step(insert);
-    sqlite3_reset(insert);
-  }
-  sqlite3_finalize(insert);
-  Run(file, "COMMIT");
-}
-
-// Milliseconds of processor time: what else the machine does is not counted.
-double Now() {
-  timespec now{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
-// The median of three runs.
-double Time(const std::function<void()>& work) {
-  std::vector<double> times;
-  for (int run = 0; run < 3; ++run) {
-    const double begin = Now();
-    work();
-    times.push_back(Now() - begin);
-  }
-  std::sort(times.begin(), times.end());
-  return times[1];
-}
-
-// Steps through all rows as one who knows the file would.
-std::int64_t ByHand(sqlite3* file, const std::string& sql) {
-  sqlite3_stmt* statement = nullptr;
-  if (sqlite3_prepare_v2(file, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) {
-    std::fprintf(stderr, "%s: %s\n", sql.c_str(), sqlite3_errmsg(file));
-    std::exit(1);
-  }
-  std::int64_t rows = 0;
-  while (sqlite3_step(statement) == SQLITE_ROW) {
-    benchmark::DoNotOptimize(sqlite3_column_text(statement, 0));
-    ++rows;
-  }
-  sqlite3_finalize(statement);
-  return rows;
-}
 
 std::string Same(std::string_view expression) {
   return fmt::format("rtrim({}) COLLATE NOCASE", expression);
@@ -140,7 +26,7 @@ std::string Same(std::string_view expression) {
 
 struct Selection {
   const char* name;
-  const char* text;     // as the dialog gives it
+  const char* text;  // as the dialog gives it
   std::string byHand;
 };
 
@@ -153,8 +39,8 @@ struct Award {
 
 std::string Grouped(const Award& award, const Selection& selection) {
   return fmt::format(
-      "SELECT {0},\"QslRicevuta\" FROM \"Log\" WHERE {1} AND {0}<>{2} GROUP BY {0},\"QslRicevuta\"{3} "
-      "ORDER BY {0},\"QslRicevuta\"",
+      "SELECT {0},\"QslRicevuta\" FROM \"Log\" WHERE {1} AND {0}<>{2} GROUP BY "
+      "{0},\"QslRicevuta\"{3} ORDER BY {0},\"QslRicevuta\"",
       award.byHand, selection.byHand, award.number ? "0" : "''",
       award.withCountry ? "," + Same("\"Country\"") : std::string());
 }
@@ -162,151 +48,221 @@ std::string Grouped(const Award& award, const Selection& selection) {
 // The contact of each entry of a list, asked for one by one.
 void ContactsByHand(sqlite3* file, const Award& award, const Selection& selection, CellGrid& grid,
                     int qslColumn) {
-  sqlite3_stmt* statements[2];
-  for (int confirmed = 0; confirmed < 2; ++confirmed) {
-    const std::string sql = fmt::format(
+  const auto sql = [&](int confirmed) {
+    return fmt::format(
         "SELECT \"DataQso\",\"Call\",\"Modo\",\"Propagazione\" FROM \"Log\" WHERE {} AND {}=? AND "
         "\"QslRicevuta\"={} ORDER BY \"DataQso\" LIMIT 1",
         selection.byHand, award.byHand, -confirmed);
-    sqlite3_prepare_v2(file, sql.c_str(), -1, &statements[confirmed], nullptr);
-  }
+  };
+  Hand contacts[] = {{file, sql(0)}, {file, sql(1)}};
   for (std::int64_t row = 1; row < grid.Rows(); ++row) {
     const std::string key = grid.Cell(row, 0);
-    sqlite3_stmt* statement = statements[grid.Cell(row, qslColumn).empty() ? 0 : 1];
+    Hand& contact = contacts[grid.Cell(row, qslColumn).empty() ? 0 : 1];
     if (award.number) {
-      sqlite3_bind_int(statement, 1, std::atoi(key.c_str()));
+      contact.Number(1, std::atoi(key.c_str()));
     } else {
-      sqlite3_bind_text(statement, 1, key.c_str(), -1, SQLITE_TRANSIENT);
+      contact.Text(1, key);
     }
-    sqlite3_step(statement);
-    benchmark::DoNotOptimize(sqlite3_column_text(statement, 1));
-    sqlite3_reset(statement);
+    if (contact.Step()) contact.Touch();
+    contact.Done();
   }
-  for (sqlite3_stmt* statement : statements) sqlite3_finalize(statement);
 }
 
-class Station {
+class AwardTasks {
  public:
-  explicit Station(const std::filesystem::path& directory) : session(machine, directory) {
-    for (const AwardMember& member : AwardMembers()) {
-      session.Windows.Register(std::string(member.window), [this, &member] {
-        return std::make_unique<AwardGrid>(session, member);
-      });
+  AwardTasks(const Figures& figures, BenchStation& station)
+      : figures_(figures), station_(station), session_(station.session) {}
+
+  void Run() {
+    Lists();
+    Overlays();
+    Matrices();
+  }
+
+ private:
+  int Runs() const { return station_.contacts > 200'000 ? 2 : 5; }
+
+  void Lists() {
+    const Selection selections[] = {
+        {"all", "WHERE DateValue(DataQso)>=DateValue('01/01/1900')", "\"DataQso\">='1900-01-01'"},
+        {"2 m SSB", "WHERE Banda='  2 m' AND Modo in ('SSB')",
+         Same("\"Banda\"") + "='  2 m' AND " + Same("\"Modo\"") + " IN ('SSB')"}};
+    const Award awards[] = {{"SField", Same("substr(\"Locator\",1,2)")},
+                            {"SSQuare", Same("substr(\"Locator\",1,4)")},
+                            {"SPrefissi", Same("\"Prefisso\""), false, true},
+                            {"SContinenti", Same("\"Continente\"")},
+                            {"SZone", "\"Zona CQ\"", true},
+                            {"SCountry", Same("\"Country\"")},
+                            {"SProvincie", Same("\"Provincia\""), false, true}};
+    for (const Selection& selection : selections) {
+      for (const Award& award : awards) List(award, selection);
     }
-    session.Windows.Register("Hrd", [this] { return std::make_unique<Hrd>(session); });
-    session.Windows.Register("HrdMode", [this] { return std::make_unique<HrdMode>(session); });
-    session.Windows.Show(session.Windows.Adopt(std::make_unique<MainFrame>(session)));
-  }
-  void Close(Window& window) {
-    session.Windows.RunEvent([&] { session.Windows.Unload(window); });
+    Notes();
   }
 
-  RecordingPlatform machine;
-  Session session;
-};
+  void List(const Award& award, const Selection& selection) {
+    const std::string task = fmt::format("{}, {}", award.window, selection.name);
+    if (!figures_.Wants(task)) return;
+    session_.QueryText = selection.text;
+    AwardGrid* window = nullptr;
+    Hand grouped(station_.file, Grouped(award, selection));
+    Samples program, hand;
+    for (int run = 0; run < Runs(); ++run) {
+      if (window != nullptr) station_.Close(*window);
+      program.Measure(
+          [&] { window = static_cast<AwardGrid*>(session_.Windows.LoadNew(award.window)); });
+      hand.Measure([&] { grouped.ReadAll(); });
+    }
+    figures_.Line(station_.contacts, task, program, hand,
+                  fmt::format("{} entries", window->Spread1.Rows() - 1));
+    for (const AwardPage& page : AwardPages()) {
+      if (page.window != award.window) continue;
+      figures_.Compare(
+          station_.contacts, fmt::format("{} page {}, {}", award.window, page.page, selection.name),
+          Runs(), [&] { window->FindCommand(page.command)->Press(); },
+          [&] {
+            ContactsByHand(station_.file, award, selection, window->Spread1,
+                           AwardMemberOf(award.window).qslColumn);
+          });
+    }
+    station_.Close(*window);
+  }
 
-void MeasureLists(Station& station, sqlite3* file) {
-  Session& session = station.session;
-  const Selection selections[] = {
-      {"all", "WHERE DateValue(DataQso)>=DateValue('01/01/1900')", "\"DataQso\">='1900-01-01'"},
-      {"one band, one mode", "WHERE Banda='  2 m' AND Modo in ('SSB')",
-       Same("\"Banda\"") + "='  2 m' AND " + Same("\"Modo\"") + " IN ('SSB')"}};
-  const Award awards[] = {{"SField", Same("substr(\"Locator\",1,2)")},
-                          {"SSQuare", Same("substr(\"Locator\",1,4)")},
-                          {"SPrefissi", Same("\"Prefisso\""), false, true},
-                          {"SContinenti", Same("\"Continente\"")},
-                          {"SZone", "\"Zona CQ\"", true},
-                          {"SCountry", Same("\"Country\"")},
-                          {"SProvincie", Same("\"Provincia\""), false, true}};
-  for (const Selection& selection : selections) {
-    std::printf("\nselection: %s\n%-34s %10s %10s %7s %8s\n", selection.name, "list", "ms",
-                "by hand", "ratio", "entries");
-    for (const Award& award : awards) {
-      session.QueryText = selection.text;
-      AwardGrid* window = nullptr;
-      const double ours = Time([&] {
-        if (window != nullptr) station.Close(*window);
-        window = static_cast<AwardGrid*>(session.Windows.LoadNew(award.window));
-      });
-      std::int64_t groups = 0;
-      const double hand = Time([&] { groups = ByHand(file, Grouped(award, selection)); });
-      const std::int64_t entries = window->Spread1.Rows() - 1;
-      std::printf("%-34s %10.1f %10.1f %7.2f %8lld\n", award.window, ours, hand, ours / hand,
-                  static_cast<long long>(entries));
-      for (const AwardPage& page : AwardPages()) {
-        if (page.window != award.window) continue;
-        const double paging = Time([&] { window->FindCommand(page.command)->Press(); });
-        const double asking = Time([&] {
-          ContactsByHand(file, award, selection, window->Spread1,
-                         AwardMemberOf(award.window).qslColumn);
-        });
-        std::printf("  %-32s %10.1f %10.1f %7.2f   contacts by hand %.1f, %.2f\n",
-                    page.command.data(), paging, hand, paging / hand, asking, paging / asking);
-        std::fflush(stdout);
+  void Notes() {
+    Hand notes(station_.file, "SELECT Note,QslRicevuta FROM Log WHERE Note LIKE '%[DCI%'");
+    figures_.Compare(
+        station_.contacts, "SNote of [DCI", Runs(),
+        [&] {
+          session_.QueryText = "WHERE Note LIKE '*[[]DCI*'";
+          Window* window = session_.Windows.LoadNew("SNote");
+          if (window != nullptr) station_.Close(*window);
+        },
+        [&] { notes.ReadAll(); });
+  }
+
+  void Overlays() {
+    struct Overlay {
+      const char* name;
+      void (*display)(Session&);
+      const char* map;
+      std::string key;
+      const char* condition;
+    };
+    const Overlay overlays[] = {
+        {"overlay of fields", DisplayField, "fieldmap.jpg", Same("substr(\"Locator\",1,2)"),
+         "Locator<>''"},
+        {"overlay of squares", DisplaySquare, "wm.jpg", Same("substr(\"Locator\",1,4)"),
+         "Locator<>''"},
+        {"overlay of zones", DisplayZone, "wazmap.jpg", "\"Zona CQ\"", "[Zona CQ]<>0"},
+        {"overlay of provinces", DisplayItalia, "italia.jpg", Same("\"Provincia\""),
+         "Provincia<>'' AND Country='I'"}};
+    for (const Overlay& overlay : overlays) {
+      if (!figures_.Wants(overlay.name)) continue;
+      ShowMapImage(session_, overlay.map);
+      session_.QueryText = fmt::format("WHERE {}", overlay.condition);
+      Hand grouped(station_.file, fmt::format("SELECT {0},QslRicevuta FROM Log WHERE {1} GROUP "
+                                              "BY {0},QslRicevuta ORDER BY {0},QslRicevuta",
+                                              overlay.key, overlay.condition));
+      figures_.Compare(
+          station_.contacts, overlay.name, Runs(), [&] { overlay.display(session_); },
+          [&] { grouped.ReadAll(); });
+    }
+  }
+
+  // By hand: in each cell of each of the seven rows, whether there is a confirmed contact, and
+  // whether there is any.
+  void Matrix(WorkedMatrix& matrix, const char* task, const std::vector<std::string>& cells,
+              const std::string& cell) {
+    if (!figures_.Wants(task)) return;
+    Hand contact(station_.file,
+                 "SELECT Call,substr(Locator,1,4),Country,Prefisso,\"Zona CQ\",\"Zona ITU\","
+                 "Continente,Locator FROM Log WHERE QsoNr>=? AND Locator<>'' LIMIT 1");
+    const std::string keys[] = {Same("\"Call\""),      Same("substr(\"Locator\", 1, 4)"),
+                                Same("\"Country\""),   Same("\"Prefisso\""),
+                                "\"Zona CQ\"",         "\"Zona ITU\"",
+                                Same("\"Continente\"")};
+    std::deque<Hand> questions;
+    for (const std::string& key : keys) {
+      for (const char* mark : {" AND QslRicevuta=-1", ""}) {
+        questions.emplace_back(
+            station_.file,
+            fmt::format("SELECT 1 FROM Log WHERE {}=?1 AND {}{} LIMIT 1", key, cell, mark));
       }
-      station.Close(*window);
     }
+    std::mt19937_64 random(2);
+    Samples program, hand;
+    for (int i = 0; i < 300; ++i) {
+      contact.Number(
+          1,
+          static_cast<std::int64_t>(random() % static_cast<std::uint64_t>(station_.contacts)) + 1);
+      if (!contact.Step()) {
+        contact.Done();
+        continue;
+      }
+      std::vector<std::string> values;
+      for (int column = 0; column < 8; ++column) values.push_back(contact.Cell(column));
+      contact.Done();
+      matrix.CallQso.SetText(values[0]);
+      matrix.Locator.SetText(values[7]);
+      program.Measure([&] { session_.Windows.RunEvent([&] { matrix.Search(); }); });
+      hand.Measure([&] {
+        for (std::size_t row = 0; row < std::size(keys); ++row) {
+          for (const std::string& each : cells) {
+            if (Asks(questions[2 * row], row, values[row], each)) continue;
+            Asks(questions[2 * row + 1], row, values[row], each);
+          }
+        }
+      });
+    }
+    figures_.Line(station_.contacts, task, program, hand);
   }
-}
 
-void MeasureMatrix(Station& station, WorkedMatrix& matrix, const char* name) {
-  std::mt19937_64 random(2);
-  constexpr int kSearches = 200;
-  std::vector<double> times;
-  for (int i = 0; i < kSearches; ++i) {
-    const auto any = [&](unsigned below) { return random() % below; };
-    matrix.CallQso.SetText(fmt::format("{}{}{:05}", CountryOf(static_cast<int>(any(kCountries))),
-                                       any(3), any(100000)));
-    matrix.Locator.SetText(fmt::format("{}{}{:02}AB", static_cast<char>('H' + any(6)),
-                                       static_cast<char>('H' + any(6)), any(100)));
-    const double begin = Now();
-    station.session.Windows.RunEvent([&] { matrix.Search(); });
-    times.push_back(Now() - begin);
+  static bool Asks(Hand& question, std::size_t row, const std::string& key,
+                   const std::string& cell) {
+    if (row == 4 || row == 5) {
+      question.Number(1, std::atoi(key.c_str()));
+    } else {
+      question.Text(1, key);
+    }
+    question.Text(2, cell);
+    const bool found = question.Step();
+    question.Done();
+    return found;
   }
-  std::sort(times.begin(), times.end());
-  std::printf("%-34s %10.2f %10.2f %10.2f\n", name, times[kSearches / 2],
-              times[kSearches * 95 / 100], times.back());
-  std::fflush(stdout);
-}
 
-void MeasureMatrices(Station& station) {
-  Session& session = station.session;
-  session.SaveSetting("HrdMode", "ModiUsati", "SSB,CW,FM,RTTY,FT8,");
-  auto& byBand = static_cast<Hrd&>(*session.Windows.LoadNew("Hrd"));
-  auto& byMode = static_cast<HrdMode&>(*session.Windows.LoadNew("HrdMode"));
-  std::printf("\n%-34s %10s %10s %10s\n", "search, ms", "median", "95 of 100", "longest");
-  MeasureMatrix(station, byBand, "13 bands, all modes");
-  byBand.Modo.SetText("SSB");
-  MeasureMatrix(station, byBand, "13 bands, one mode");
-  byMode.Banda.SetText("  2 m");
-  MeasureMatrix(station, byMode, "5 modes, one band");
-}
+  void Matrices() {
+    if (!figures_.WantsAnyOf({"matrix of 18 bands", "matrix of 20 modes"})) return;
+    std::vector<std::string> bands;
+    Hand known(station_.file, "SELECT Banda FROM UserRTX ORDER BY Frequenza");
+    while (known.Step()) bands.push_back(known.Cell(0));
+    known.Done();
+    const std::vector<std::string> modes = {
+        "SSB", "CW",  "FM",   "AM",     "RTTY",   "PSK31", "PSK63", "FT8",    "FT4",    "JT65",
+        "JT9", "Q65", "SSTV", "MSK144", "FSK441", "JT6M",  "FST4",  "Olivia", "Packet", "D-STAR"};
+    session_.SaveSetting("HrdMode", "ModiUsati", fmt::format("{},", fmt::join(modes, ",")));
+    auto& byBand = station_.Open<Hrd>("Hrd");
+    Matrix(byBand, "matrix of 18 bands", bands, Same("\"Banda\"") + "=?2");
+    station_.Close(byBand);
+    auto& byMode = station_.Open<HrdMode>("HrdMode");
+    byMode.Banda.SetText("  2 m");
+    Matrix(byMode, "matrix of 20 modes", modes,
+           Same("\"Banda\"") + "='  2 m' AND " + Same("\"Modo\"") + "=?2");
+    station_.Close(byMode);
+  }
+
+  const Figures& figures_;
+  BenchStation& station_;
+  Session& session_;
+};
 
 }  // namespace
 }  // namespace brenvo
 
 int main(int argc, char** argv) {
   using namespace brenvo;
-  const int contacts = argc > 1 ? std::atoi(argv[1]) : 1'000'000;
-  ScratchDatabase scratch;
-  sqlite3* file = nullptr;
-  sqlite3_open(scratch.File().c_str(), &file);
-  Fill(file, contacts);
-  Run(file, "PRAGMA journal_mode=WAL");
-  sqlite3_close(file);
-  for (const char* name : {"Country", "Provincie", "Square", "Zone"}) {
-    std::ofstream(scratch.Path() / (std::string(name) + ".html"))
-        << "<tr></tr><tr>[COUNTRY][PROVINCIA][SQUARE][ZONA][QSL][DATA][CALL][MODO][PROP]</tr>";
+  const Figures figures("awards", argc, argv);
+  for (const std::int64_t size : figures.Sizes()) {
+    BenchStation station(size);
+    AwardTasks(figures, station).Run();
   }
-  sqlite3_open_v2(scratch.File().c_str(), &file, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX,
-                  nullptr);
-  Run(file, "PRAGMA cache_size=-32768");
-  std::printf("%d contacts\n", contacts);
-  {
-    Station station(scratch.Path());
-    MeasureLists(station, file);
-    MeasureMatrices(station);
-  }
-  sqlite3_close(file);
-  return 0;
 }

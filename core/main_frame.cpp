@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "core/backup.h"
 #include "core/desktop.h"
+#include "core/long_run.h"
 #include "core/maintenance.h"
 #include "core/modules.h"
 #include "core/prefix.h"
@@ -17,6 +18,29 @@ namespace {
 constexpr std::string_view kStatistiche = "&Statistiche", kQsl = "&Qsl", kStampe = "Stam&pe",
                            kComunication = "Comunication", kUtility = "&Utility",
                            kMappa = "Mappa";
+
+constexpr std::string_view kDeliveredCall = "I0XXX";
+constexpr std::string_view kFirstStep =
+    "Per cominciare: Utility > Tabella Utente (Ctrl+U), e scrivere il proprio nominativo e il "
+    "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.";
+
+// Gives the contact the prefix, zones and continent of the row; most have them already, and are not
+// written again.
+void AssignPrefix(Table& log, Table& prefissi) {
+  const std::pair<const char*, Value> columns[] = {
+      {"Prefisso", PadRight(FieldText(prefissi, "Prefisso"), 5)},
+      {"Zona CQ", prefissi.Field("Zona CQ")},
+      {"Zona ITU", prefissi.Field("Zona ITU")},
+      {"Continente", prefissi.Field("Continente")}};
+  if (std::all_of(std::begin(columns), std::end(columns), [&](const auto& each) {
+        return log.Field(each.first) == each.second;
+      })) {
+    return;
+  }
+  log.Edit();
+  for (const auto& [column, value] : columns) log.Set(column, value);
+  log.Update();
+}
 
 }  // namespace
 
@@ -40,12 +64,13 @@ const std::vector<MainCommand>& MainMenu() {
       {kStatistiche, "Worked by Mode", "cmHrdMode", kSingleInstance, "HrdMode", "", false,
        "Ctrl+M"},
       {kStatistiche, "Old Qso", "cmOldQso", kSingleInstance, "OldQsoForm", "", false, "Ctrl+O"},
-      {kStatistiche, "Old Qso con Locator", "cmOldQsoLocator", kSingleInstance, "OldQsoLocator"},
+      {kStatistiche, "Old Qso con Locator", "cmOldQsoLocator", kSingleInstance, "OldQsoLocator", "", false,
+       "Ctrl+Shift+O"},
 
-      {kQsl, "&Stampa", "cmQslStampa", kModal, "StampaQsl"},
+      {kQsl, "&Stampa", "cmQslStampa", kModal, "StampaQsl", "", false, "Ctrl+Shift+Q"},
       {kQsl, "&Aggiorna Log", "cmQslAggiorna"},
 
-      {kStampe, "&Log", "cmPLog"},
+      {kStampe, "&Log", "cmPLog", kAction, "", "", false, "Ctrl+Shift+P"},
       {kStampe, "Square", "cmPSquare"},
       {kStampe, "Pre&fissi (WPX)", "cmPPrefissi"},
       {kStampe, "Con&tinenti (WAC)", "cmPContinenti"},
@@ -54,15 +79,16 @@ const std::vector<MainCommand>& MainMenu() {
       {kStampe, "&Provincie", "cmPProvincie"},
       {kStampe, "Personalizzata con &Note", "cmPNote"},
 
-      {kComunication, "FT-736R", "cmFT736", kSingleInstance, "FT736"},
-      {kComunication, "DX cluster radio", "cmTNC"},
+      {kComunication, "FT-736R", "cmFT736", kSingleInstance, "FT736", "", false, "Ctrl+F"},
+      {kComunication, "DX cluster radio", "cmTNC", kAction, "", "", false, "Ctrl+R"},
       {kComunication, "DX cluster telnet", "cmDXClusterTelnet", kSingleInstance, "TNCtelnet", "",
        false, "Ctrl+T"},
-      {kComunication, "&WWConv telnet", "cmWWConv", kSingleInstance, "WWConv"},
+      {kComunication, "&WWConv telnet", "cmWWConv", kSingleInstance, "WWConv", "", false,
+       "Ctrl+Shift+T"},
 
       {kUtility, "propagazione", "Propagazione"},
-      {kUtility, "&Load Desktop", "cmLoadDesktop"},
-      {kUtility, "&Save Desktop", "cmSaveDesktop"},
+      {kUtility, "&Load Desktop", "cmLoadDesktop", kAction, "", "", false, "Ctrl+D"},
+      {kUtility, "&Save Desktop", "cmSaveDesktop", kAction, "", "", false, "Ctrl+Shift+D"},
       {kUtility, "Tabella &Prefissi", "cmPrefissi", kSingleInstance, "TabellaPrefissi"},
       {kUtility, "Tabella &Country", "cmCountry", kSingleInstance, "TabellaCountry"},
       {kUtility, "Tabella &Provincie", "cmProvincie", kSingleInstance, "TabellaProvincie"},
@@ -120,6 +146,7 @@ MainFrame::MainFrame(Session& session)
 }
 
 MainFrame::~MainFrame() {
+  session_.OnProfileStored = nullptr;
   if (session_.HDisplayMappa == &HDisplayMappa) session_.HDisplayMappa = nullptr;
 }
 
@@ -130,6 +157,13 @@ void MainFrame::Load() {
   session_.Backup = std::make_unique<DailyBackup>(
       session_, [this](const std::string& text) { StatusBar1.SetPanel(1, text); });
   session_.Backup->Start();
+  session_.OnProfileStored = [this] { ShowFirstStep(); };
+  ShowFirstStep();
+}
+
+void MainFrame::ShowFirstStep() {
+  const bool isDelivered = FieldText(*session_.TbUser, "Call") == kDeliveredCall;
+  PrimoPasso.SetText(isDelivered ? kFirstStep : "");
 }
 
 bool MainFrame::QueryUnload() {
@@ -223,20 +257,15 @@ void MainFrame::cmRipristinaBackup() {
 
 void MainFrame::cmAssegnaPrefissi() {
   if (!session_.Messages().AskYesNo("Assegnazione Prefissi", "Confermi l'operazione ?")) return;
-  const BusyPointer busy(Host());
   Table& log = *session_.TbLog;
   Table& prefissi = *session_.TbPrefissi;
   log.SetIndex("");
   log.MoveFirst();
-  for (; !log.EOF_(); log.MoveNext()) {
+  LongRun run(session_, "Assegnazione Prefissi", log.RecordCount());
+  for (; !log.EOF_() && run.Next(); log.MoveNext()) {
     const ResolvedPrefix resolved = ResolvePrefix(session_, FieldText(log, "Call"));
     if (resolved.Prefisso.empty() || !SeekPrefix(prefissi, resolved.Prefisso)) continue;
-    log.Edit();
-    log.Set("Prefisso", PadRight(FieldText(prefissi, "Prefisso"), 5));
-    for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
-      log.Set(column, prefissi.Field(column));
-    }
-    log.Update();
+    AssignPrefix(log, prefissi);
   }
 }
 

@@ -56,6 +56,8 @@ class MainFrame : public Window {
   TextField HDisplayMappa{*this, "HDisplayMappa"};
   // What the station has to say by itself.
   StatusBar StatusBar1{*this, "StatusBar1", 1};
+  // What to do first, on the empty map, as long as the profile is the delivered one.
+  Label PrimoPasso{*this, "PrimoPasso"};
   // The rectangle that the operator drew on the map, viewport pixels.
   void MapRectangleDrawn(int left, int top, int width, int height);
 
@@ -72,6 +74,7 @@ class MainFrame : public Window {
  private:
   void Run(const MainCommand& command);
   void SelectThenOpen(const MainCommand& command);
+  void ShowFirstStep();
 
   Session& session_;
   std::vector<std::unique_ptr<Command>> commands_;

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "core/files.h"
 #include "core/modules.h"
 #include "core/session.h"
 #include "core/transaction.h"
@@ -14,6 +15,7 @@ namespace brenvo {
 namespace {
 
 constexpr std::string_view kDatabase = "\\Brenvo.MDB";
+constexpr std::string_view kDatabaseName = "Brenvo.mdb";
 constexpr std::string_view kBackup = "\\Brenvo.BAK";
 constexpr std::string_view kScratch = "\\BrenvoNEW.MDB";
 constexpr int kFileNotFound = 53;
@@ -30,28 +32,44 @@ void Empty(Session& session, std::string_view title,
 void DeleteFile(const std::filesystem::path& file) {
   std::error_code error;
   if (std::filesystem::remove(file, error)) return;
-  if (error) throw DatabaseError(DatabaseError::kPathAccess, error.message() + ": " + file.filename().string());
+  if (error) {
+    throw DatabaseError(DatabaseError::kPathAccess,
+                        error.message() + ": " + file.filename().string());
+  }
   throw DatabaseError(kFileNotFound, "File non trovato: " + file.filename().string());
 }
 
-void Compact(Session& session) {
-  session.CloseForCompaction();
-  const std::filesystem::path database = session.File(kDatabase);
-  const std::filesystem::path backup = session.File(kBackup);
-  const std::filesystem::path scratch = session.File(kScratch);
-  // What an interrupted compaction left is no obstacle: it was never the database.
+void CloseAll(Session& session) { session.CloseForCompaction(); }
+
+void WriteScratch(Session& session) {
+  // What an interrupted compaction left beside a whole database was never the database.
   std::error_code ignored;
-  std::filesystem::remove(scratch, ignored);
-  Database::CompactDatabase(database, scratch);
+  std::filesystem::remove(session.File(kScratch), ignored);
+  Database::CompactDatabase(session.File(kDatabase), session.File(kScratch));
+}
+
+void DeleteBackup(Session& session) {
+  // A journal that stays behind belongs to another program that has the file open: under the new
+  // file's name it would be read into the wrong database.
+  std::filesystem::path journal = session.File(kDatabase);
+  journal += "-wal";
+  if (std::filesystem::exists(journal)) {
+    throw DatabaseError(DatabaseError::kLocked, "Il database e' aperto in un altro programma.");
+  }
   try {
-    DeleteFile(backup);
+    DeleteFile(session.File(kBackup));
   } catch (const DatabaseError& failure) {
     if (failure.Number != kFileNotFound) throw;  // the first compaction finds no backup
   }
-  RenameSafely(database, backup);
-  RenameSafely(scratch, database);
-  session.ReopenAfterCompaction();
 }
+
+void KeepAsBackup(Session& session) { RenameSafely(session.File(kDatabase), session.File(kBackup)); }
+
+void PutInPlace(Session& session) {
+  RenameSafely(session.File(kScratch), session.AppPath / kDatabaseName);
+}
+
+void ReopenAll(Session& session) { session.ReopenAfterCompaction(); }
 
 }  // namespace
 
@@ -67,10 +85,27 @@ void AzzeraContest(Session& session) {
   Empty(session, "Azzeramento Contest", {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});
 }
 
+std::span<const CompactionStep> CompactionSteps() {
+  static constexpr CompactionStep kSteps[] = {CloseAll,     WriteScratch, DeleteBackup,
+                                              KeepAsBackup, PutInPlace,   ReopenAll};
+  return kSteps;
+}
+
+std::string WhereDataIs(const std::filesystem::path& directory) {
+  for (const std::string_view name : {kScratch, kBackup}) {
+    const std::filesystem::path file = FileIn(directory, name);
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error)) continue;
+    return "Una compattazione interrotta ha lasciato i dati in " + file.filename().string() +
+           ": rinominarlo in " + std::string(kDatabaseName) + ".";
+  }
+  return "";
+}
+
 void CompattaDatabase(Session& session) {
   const BusyPointer busy(session.Host());
   try {
-    Compact(session);
+    for (const CompactionStep step : CompactionSteps()) step(session);
   } catch (const DatabaseError& failure) {
     session.EndWith(failure, "Compact Database");
   }

@@ -1,6 +1,10 @@
 // Commands that work on the database as a whole.
 #pragma once
 
+#include <filesystem>
+#include <span>
+#include <string>
+
 namespace brenvo {
 
 class Session;
@@ -12,5 +16,14 @@ void AzzeraContest(Session& session);
 // Rewrites the database file; the file as it stood becomes Brenvo.BAK, in the place of the last
 // one. A failure ends the program with the data in one of Brenvo.mdb, Brenvo.BAK, BrenvoNEW.MDB.
 void CompattaDatabase(Session& session);
+
+// The steps of a compaction, in order. Whichever is the last that runs, the data is whole in one
+// of the three files.
+using CompactionStep = void (*)(Session& session);
+std::span<const CompactionStep> CompactionSteps();
+
+// Which file holds the data when an interrupted compaction left no Brenvo.mdb, as a sentence for
+// the operator; empty when neither of the others is there.
+std::string WhereDataIs(const std::filesystem::path& directory);
 
 }  // namespace brenvo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -85,6 +86,9 @@ class Session {
   bool HrdModeOpen() const { return HrdMode != nullptr; }
   bool TncOpen = false, TncTelnetOpen = false, WWConvOpen = false, FT736Open = false,
        ContestOpen = false, CheckCallContestOpen = false;
+
+  // The station profile has been stored.
+  std::function<void()> OnProfileStored;
 
   // The map's door: sets the text whose change runs the viewer. `word` is the overlay's, empty
   // for the pointer alone; the current time is added.

@@ -135,6 +135,8 @@ void Connection::Setup() {
   if (sqlite3_db_readonly(file_, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
   schema_ = Schema::Read(file_);
 
+  // Damage is found where it is read, not where it would lead.
+  RunPlain("PRAGMA cell_size_check = ON");
   // A write is safe on disk when it returns, and readers do not wait for it.
   RunPlain("PRAGMA journal_mode = WAL");
   RunPlain("PRAGMA synchronous = FULL");
@@ -194,9 +196,17 @@ void Connection::Fail(int code) {
 }
 
 void Connection::RequireSound() const {
-  if (!damaged_) return;
-  throw DatabaseError(DatabaseError::kNotADatabase,
-                      "Il file del database e' danneggiato e non viene piu' modificato.");
+  if (damaged_) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "Il file del database e' danneggiato e non viene piu' modificato.");
+  }
+  // What is written to a file that has lost its name is written to nowhere.
+  int moved = 0;
+  sqlite3_file_control(file_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  if (moved != 0) {
+    throw DatabaseError(DatabaseError::kFileNotFound,
+                        "Il file del database e' stato spostato o cancellato.");
+  }
 }
 
 CompiledStatement Connection::Compile(std::string_view sql) {
@@ -264,7 +274,7 @@ void Connection::GiveBack(CompiledStatement* statement) {
 std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
                                std::vector<Value> parameters) {
   RequireOpen();
-  RequireSound();
+  if (!InTransaction()) RequireSound();
   // Reading the rest may end a reader's registration, but not while it is asked: they stay.
   for (LazyReader* reader : std::vector<LazyReader*>(readers_)) {
     const auto& tables = reader->TablesRead();

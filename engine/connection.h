@@ -86,6 +86,7 @@ class Connection {
   void Setup();
   void RunPlain(const char* sql);
   void DropUnused();
+  // DatabaseError 3343 once the file has been found damaged, 3024 when it is not where it was.
   void RequireSound() const;
 
   sqlite3* file_ = nullptr;

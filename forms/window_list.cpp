@@ -26,6 +26,12 @@ void WindowList::Register(std::string name, Factory factory) {
   factories_[std::move(name)] = std::move(factory);
 }
 
+std::vector<std::string> WindowList::KnownNames() const {
+  std::vector<std::string> names;
+  for (const auto& [name, factory] : factories_) names.push_back(name);
+  return names;
+}
+
 bool WindowList::Knows(std::string_view name) const {
   return factories_.find(name) != factories_.end();
 }
@@ -37,9 +43,9 @@ Window* WindowList::LoadNew(std::string_view name) {
 
 Window* WindowList::LoadSingle(std::string_view name) {
   const auto at = defaults_.find(name);
-  if (at != defaults_.end() && IsLoaded(at->second)) return at->second;
+  if (at != defaults_.end()) return at->second;
   Window* window = LoadNew(name);
-  if (window != nullptr) defaults_[std::string(name)] = window;
+  if (window != nullptr && window->Loaded()) defaults_[std::string(name)] = window;
   return window;
 }
 
@@ -58,13 +64,7 @@ void WindowList::Load(Window& window) {
     window.Load();
   } catch (...) {
     if (window.list_ != nullptr) {
-      window.list_ = nullptr;
-      std::erase(loaded_, &window);
-      host_.Forget(window);
-      const auto own = std::find_if(owned_.begin(), owned_.end(),
-                                    [&](const auto& each) { return each.get() == &window; });
-      unloaded_.push_back(std::move(*own));
-      owned_.erase(own);
+      Drop(window);
     }
     throw;
   }
@@ -102,16 +102,22 @@ bool WindowList::Unload(Window& window) {
   const Depth depth(depth_);
   window.Unload();
   if (!window.Loaded()) return true;  // its own unload has closed it already
+  Drop(window);
+  return true;
+}
+
+void WindowList::Drop(Window& window) {
   window.list_ = nullptr;
   window.visible_ = false;
   std::erase(loaded_, &window);
+  // The next window may well lie at the same address.
+  std::erase_if(defaults_, [&](const auto& each) { return each.second == &window; });
   if (active_ == &window) active_ = nullptr;
   host_.Forget(window);
   const auto own = std::find_if(owned_.begin(), owned_.end(),
                                 [&](const auto& each) { return each.get() == &window; });
   unloaded_.push_back(std::move(*own));
   owned_.erase(own);
-  return true;
 }
 
 Window* WindowList::Find(std::string_view name) const {

@@ -23,6 +23,8 @@ class WindowList {
 
   void Register(std::string name, Factory factory);
   bool Knows(std::string_view name) const;
+  // All registered names, sorted.
+  std::vector<std::string> KnownNames() const;
 
   // A fresh window, loaded and not yet shown; nullptr when no window bears the name.
   Window* LoadNew(std::string_view name);
@@ -55,6 +57,7 @@ class WindowList {
 
  private:
   void Load(Window& window);
+  void Drop(Window& window);  // out of the list; it goes when the event in work has ended
   void BuryUnloaded();
 
   WindowHost& host_;

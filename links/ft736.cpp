@@ -21,7 +21,7 @@ int WholeSteps(HundredHz frequency) { return static_cast<int>(RoundHalfEven(freq
 }  // namespace
 
 FT736::FT736(Session& session)
-    : Window(session.Host(), "FT736", "FT-736R", Twips(7500), Twips(3600)),
+    : Window(session.Host(), "FT736", "FT-736R", Twips(8700), Twips(2550)),
       session_(session),
       msComm1_(session.Machine.MakeSerialPort()),
       timer1_(session.Machine.MakeTimer()) {
@@ -102,9 +102,10 @@ void FT736::SwitchOff() {
   timer1_->SetEnabled(false);
   DFrequenza.SetVisible(false);
   SMeter.SetVisible(false);
-  SendFrame(kCatOff);
   DVFO.SetText("");
   DModo.SetText("");
+  // Last: on a line that is gone this fails, and the panel is to be dark all the same.
+  SendFrame(kCatOff);
 }
 
 void FT736::Tune() {
@@ -159,13 +160,7 @@ void FT736::EndTyping() {
 }
 
 void FT736::Poll() {
-  try {
-    SendFrame(kReadSMeter);
-  } catch (const DeviceError&) {
-    // A line that is gone is told once, not ten times a second.
-    timer1_->SetEnabled(false);
-    throw;
-  }
+  SendFrame(kReadSMeter);
   if (msComm1_->BytesWaiting() == 0) return;
   if (const auto reading = SMeterReading(msComm1_->Read(msComm1_->BytesWaiting()))) {
     SMeter.SetValue(*reading);
@@ -173,7 +168,15 @@ void FT736::Poll() {
 }
 
 void FT736::SendFrame(const CatFrame& frame) {
-  if (msComm1_->IsOpen()) msComm1_->Write(Bytes(frame));
+  if (!msComm1_->IsOpen()) return;
+  try {
+    msComm1_->Write(Bytes(frame));
+  } catch (const DeviceError&) {
+    // A line that is gone is told once, not ten times a second; the power key opens it anew.
+    timer1_->SetEnabled(false);
+    msComm1_->Close();
+    throw;
+  }
 }
 
 }  // namespace brenvo

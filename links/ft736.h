@@ -16,7 +16,8 @@ namespace brenvo {
 
 // What the panel shows is what it last commanded: the transceiver tells nothing but its S-meter.
 // Where the port cannot be opened the operator is told, at the opening and at each try to switch
-// CAT on; commands then go nowhere.
+// CAT on; commands then go nowhere. The same holds for a line that goes while it is in use, once
+// its first failed command has been told.
 class FT736 : public Window {
  public:
   explicit FT736(Session& session);

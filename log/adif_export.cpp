@@ -1,6 +1,12 @@
 #include "log/adif_export.h"
 
+#include <fmt/compile.h>
 #include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <variant>
 
 #include "base/date.h"
 #include "base/encoding.h"
@@ -13,8 +19,8 @@ namespace {
 enum class AdifKind { kText, kDate, kTime, kFrequency, kYesNo };
 
 struct AdifTag {
-  const char* name;
-  const char* column;
+  std::string_view name;
+  std::string_view column;
   AdifKind kind = AdifKind::kText;
 };
 
@@ -41,28 +47,44 @@ std::string TextOf(const Value& value, AdifKind kind) {
       kind == AdifKind::kDate || kind == AdifKind::kTime ? value.Date() : DateTime();
   switch (kind) {
     case AdifKind::kDate:
-      return fmt::format("{:04}{:02}{:02}", date.Year(), date.Month(), date.Day());
+      return fmt::format(FMT_COMPILE("{:04}{:02}{:02}"), date.Year(), date.Month(), date.Day());
     case AdifKind::kTime:
-      return fmt::format("{:02}{:02}", date.Hour(), date.Minute());
+      return fmt::format(FMT_COMPILE("{:02}{:02}"), date.Hour(), date.Minute());
     case AdifKind::kFrequency:
       return Trim(FormatNumber(value.Number(), "####.000"));
     case AdifKind::kText:
     case AdifKind::kYesNo:
       break;
   }
-  return ToWindows1252(value.Text());
+  const auto* text = std::get_if<std::string>(&value.Get());
+  return ToWindows1252(text == nullptr ? value.Text() : *text);
 }
 
 }  // namespace
 
-std::string AdifContact(Recordset& contact) {
-  std::string lines;
+AdifWriter::AdifWriter(Recordset& contacts) : contacts_(contacts) {
+  const auto& columns = contacts.Columns();
   for (const AdifTag& tag : kTags) {
-    const std::string text = TextOf(contact.Field(tag.column), tag.kind);
-    lines += fmt::format("<{}:{}{}>{} \r\n", tag.name, text.size(),
-                         tag.kind == AdifKind::kDate ? ":d" : "", text);
+    const auto at = std::find(columns.begin(), columns.end(), tag.column);
+    places_.push_back(static_cast<std::size_t>(at - columns.begin()));
   }
-  return lines + "<eor>\r\n";
+}
+
+const std::string& AdifWriter::Contact() {
+  lines_.clear();
+  for (std::size_t i = 0; i < std::size(kTags); ++i) {
+    const AdifTag& tag = kTags[i];
+    const std::string text = TextOf(contacts_.Field(places_[i]), tag.kind);
+    lines_ += '<';
+    lines_ += tag.name;
+    lines_ += ':';
+    lines_ += fmt::format_int(text.size()).c_str();
+    if (tag.kind == AdifKind::kDate) lines_ += ":d";
+    lines_ += '>';
+    lines_ += text;
+    lines_ += " \r\n";
+  }
+  return lines_ += "<eor>\r\n";
 }
 
 }  // namespace brenvo

@@ -1,15 +1,28 @@
 // Contacts for other logging programs.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "engine/recordset.h"
 
 namespace brenvo {
 
-// The lines of a record of Log in the ADIF manner, ended by CR LF and closed by "<eor>", in the
-// bytes of the file: Windows-1252, so that each length counts characters and bytes alike. A Null
-// column has length 0 and an empty value.
-std::string AdifContact(Recordset& contact);
+// Words the contacts of one record set over Log, which outlives it.
+class AdifWriter {
+ public:
+  explicit AdifWriter(Recordset& contacts);
+
+  // The lines of the current record in the ADIF manner, ended by CR LF and closed by "<eor>", in
+  // the bytes of the file: Windows-1252, so that each length counts characters and bytes alike. A
+  // Null column has length 0 and an empty value. They stand until the next call.
+  const std::string& Contact();
+
+ private:
+  Recordset& contacts_;
+  std::vector<std::size_t> places_;  // of each tag's column
+  std::string lines_;
+};
 
 }  // namespace brenvo

@@ -22,14 +22,15 @@ std::ofstream OpenToAppend(const std::filesystem::path& file) {
 void LogForm::cmOnlyThisQso() {
   Export("Esporta questo Qso", [this](std::ostream& out) {
     ReturnToShownRecord();
-    if (!DsLog->EOF_() && !DsLog->BOF()) out << AdifContact(*DsLog);
+    if (!DsLog->EOF_() && !DsLog->BOF()) out << AdifWriter(*DsLog).Contact();
   });
 }
 
 void LogForm::cmAllQso() {
   Export("Esporta tutti i Qso", [this](std::ostream& out) {
     if (DsLog->RecordCount() == 0) return;
-    for (DsLog->MoveFirst(); !DsLog->EOF_(); DsLog->MoveNext()) out << AdifContact(*DsLog);
+    AdifWriter writer(*DsLog);
+    for (DsLog->MoveFirst(); !DsLog->EOF_(); DsLog->MoveNext()) out << writer.Contact();
   });
 }
 

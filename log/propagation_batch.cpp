@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "core/long_run.h"
 #include "core/session.h"
 
 namespace brenvo {
@@ -19,9 +20,9 @@ constexpr Shorthand kShorthands[] = {
 }  // namespace
 
 void AssignPropagations(Session& session) {
-  const BusyPointer busy(session.Host());
   const auto rows = session.Db.OpenDynaset("select * from Log ");
-  for (; !rows->EOF_(); rows->MoveNext()) {
+  LongRun run(session, "Propagazione", session.TbLog->RecordCount());
+  for (; !rows->EOF_() && run.Next(); rows->MoveNext()) {
     const Value value = rows->Field("Note");
     if (value.IsNull()) continue;
     const std::string note = value.Text();

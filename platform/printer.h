@@ -11,8 +11,8 @@ namespace brenvo {
 class Window;
 
 // Positions are millimetres from the top left corner of the printable page. The first operation
-// begins a document; every operation throws DeviceError when there is no printer or the operator
-// cancels the print dialog.
+// begins a document, in the printer's own font; every operation throws DeviceError when there is no
+// printer or the operator cancels the print dialog.
 class Printer {
  public:
   virtual ~Printer() = default;
@@ -31,7 +31,7 @@ class Printer {
   virtual void WindowImage(const Window& window, Mm x, Mm y) = 0;
   // How wide the text is in the font in use.
   virtual Mm TextWidth(std::string_view text) = 0;
-  // Pages lie on their side from the next document on, or stand.
+  // The pages of the next document lie on their side, or stand; those of any other stand.
   virtual void SetLandscape(bool landscape) = 0;
   virtual Mm PageHeight() = 0;
   virtual Mm PageWidth() = 0;

@@ -97,7 +97,7 @@ void LabelGrid::Next(Printer& printer) {
   column_ = 1;
   x_ = geometry_.marginLeft;
   y_ += geometry_.height + geometry_.spaceDown;
-  if (y_ > printer.PageHeight()) {
+  if (Y() > printer.PageHeight()) {
     printer.NewPage();
     y_ = geometry_.marginTop;
   }

@@ -34,9 +34,10 @@ void DrawQsoLabel(Printer& printer, Mm x, Mm y, const QsoLabel& label);
 // first piece is cut from the second character, the second up to the last but one.
 std::pair<std::string, std::string> BandAndMode(const QsoLabel& label);
 
-// The grid of labels on a page, in millimetres.
+// The grid of labels on a page, in tenths of a millimetre: whole numbers, so that a row that ends
+// exactly with the page is seen to.
 struct LabelGeometry {
-  Mm height, width, spaceAcross, spaceDown, marginTop, marginLeft;
+  int height = 0, width = 0, spaceAcross = 0, spaceDown = 0, marginTop = 0, marginLeft = 0;
   int perRow = 1;
 };
 
@@ -44,14 +45,14 @@ struct LabelGeometry {
 class LabelGrid {
  public:
   explicit LabelGrid(const LabelGeometry& geometry);
-  Mm X() const { return x_; }
-  Mm Y() const { return y_; }
+  Mm X() const { return Mm(x_ / 10.0); }
+  Mm Y() const { return Mm(y_ / 10.0); }
   // To the next place, with a new page of the printer where one is due.
   void Next(Printer& printer);
 
  private:
   LabelGeometry geometry_;
-  Mm x_, y_, rowY_;
+  int x_, y_, rowY_;
   int column_ = 1;
 };
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/text.h"
+#include "platform/serial_port.h"
 
 namespace brenvo {
 namespace {
@@ -33,8 +34,13 @@ std::string Fill(std::string text, const ReportTexts& texts) {
 
 class Sheet {
  public:
-  Sheet(const ReportLayout& layout, ReportTexts texts, Printer& printer)
-      : layout_(layout), texts_(std::move(texts)), printer_(printer) {}
+  // `places` are those of the layout's columns in a row.
+  Sheet(const ReportLayout& layout, std::vector<std::size_t> places, ReportTexts texts,
+        Printer& printer)
+      : layout_(layout),
+        places_(std::move(places)),
+        texts_(std::move(texts)),
+        printer_(printer) {}
 
   void BeginPage() {
     if (++page_ > 1) printer_.NewPage();
@@ -54,7 +60,7 @@ class Sheet {
                        "Pagina " + texts_["pagina"] + " di " + texts_["pagine"]);
     y_ += LineHeight(layout_.rowPoints);
     printer_.SetFont("", layout_.headingPoints, true);
-    Row([](const ReportColumn& column) { return column.heading; });
+    Row([](const ReportColumn& column, std::size_t) { return column.heading; });
     y_ += LineHeight(layout_.headingPoints);
     printer_.Line(left, y_, right, y_);
     y_ += Mm(2) - Mm(0.5);
@@ -62,29 +68,40 @@ class Sheet {
   }
 
   void Print(Recordset& row) {
-    Row([&](const ReportColumn& column) {
-      return FormatReportCell(row.Field(column.column), column.format);
+    Row([&](const ReportColumn& column, std::size_t place) {
+      return FormatReportCell(row.Field(place), column.format);
     });
     y_ += LineHeight(layout_.rowPoints);
   }
 
  private:
-  void Row(const std::function<std::string(const ReportColumn&)>& text) {
+  // The longest beginning of the text that fits with its dots.
+  std::string Cut(const std::string& text, Mm room) {
+    std::size_t fits = 0, tooLong = Len(text) + 1;
+    while (tooLong - fits > 1) {
+      const std::size_t middle = (fits + tooLong) / 2;
+      (printer_.TextWidth(Left(text, middle) + "...") > room ? tooLong : fits) = middle;
+    }
+    return Left(text, fits) + "...";
+  }
+
+  template <class Text>
+  void Row(Text text) {
     Mm x = layout_.margin;
-    for (const ReportColumn& column : layout_.columns) {
-      Cell(x, column, text(column));
+    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+      const ReportColumn& column = layout_.columns[i];
+      Cell(x, column, text(column, places_[i]));
       x += column.width;
     }
   }
 
   void Cell(Mm x, const ReportColumn& column, std::string text) {
     if (text.empty()) return;
+    // A line of the report is one line.
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, ' ');
     const Mm room = column.width - Mm(kCellGap);
-    if (printer_.TextWidth(text) > room) {
-      std::size_t length = Len(text);
-      while (length > 0 && printer_.TextWidth(Left(text, length) + "...") > room) --length;
-      text = Left(text, length) + "...";
-    }
+    if (printer_.TextWidth(text) > room) text = Cut(text, room);
     switch (column.alignment) {
       case ReportAlignment::kLeft: printer_.Text(x, y_, text); break;
       case ReportAlignment::kRight: printer_.TextRight(x + room, y_, text); break;
@@ -95,20 +112,27 @@ class Sheet {
   }
 
   const ReportLayout& layout_;
+  const std::vector<std::size_t> places_;
   ReportTexts texts_;
   Printer& printer_;
   Mm y_;
   int page_ = 0;
 };
 
-void CheckColumns(const ReportLayout& layout, Recordset& rows) {
+// Where the layout's columns stand in a row: asked once, not at each row.
+std::vector<std::size_t> PlacesOf(const ReportLayout& layout, Recordset& rows) {
+  const std::vector<std::string>& names = rows.Columns();
+  std::vector<std::size_t> places;
   for (const ReportColumn& column : layout.columns) {
-    const auto& names = rows.Columns();
-    const bool known = std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+    const auto at = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
       return Upper(name) == Upper(column.column);
     });
-    if (!known) throw LayoutError("Il formato di stampa nomina la colonna sconosciuta " + column.column);
+    if (at == names.end()) {
+      throw LayoutError("Il formato di stampa nomina la colonna sconosciuta " + column.column);
+    }
+    places.push_back(static_cast<std::size_t>(at - names.begin()));
   }
+  return places;
 }
 
 }  // namespace
@@ -120,23 +144,25 @@ int RowsPerPage(const ReportLayout& layout, Mm pageHeight) {
 }
 
 void PrintRows(Database& database, const ReportLayout& layout, const ReportTexts& texts,
-               Printer& printer, const std::function<bool(std::int64_t)>& advance) {
+               Printer& printer, const ReportAdvance& advance) {
   const auto rows = database.OpenDynaset(
       "SELECT * FROM SLog" + (layout.order.empty() ? std::string() : " ORDER BY " + layout.order));
-  CheckColumns(layout, *rows);
+  std::vector<std::size_t> places = PlacesOf(layout, *rows);
   printer.SetLandscape(layout.landscape);
   const std::int64_t total = rows->TotalRows();
   const int perPage = RowsPerPage(layout, printer.PageHeight());
   ReportTexts all = texts;
   all["contatti"] = std::to_string(total);
   all["pagine"] = std::to_string(std::max<std::int64_t>(1, (total + perPage - 1) / perPage));
-  Sheet sheet(layout, std::move(all), printer);
+  Sheet sheet(layout, std::move(places), std::move(all), printer);
   sheet.BeginPage();
   std::int64_t done = 0;
   for (; !rows->EOF_(); rows->MoveNext()) {
     if (done > 0 && done % perPage == 0) sheet.BeginPage();
     sheet.Print(*rows);
-    if (++done % kRowsBetweenSteps == 0 && !advance(done)) break;
+    if (++done % kRowsBetweenSteps == 0 && !advance(done, total)) {
+      throw DeviceError("Stampa interrotta");
+    }
   }
   printer.EndDocument();
 }

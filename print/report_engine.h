@@ -17,10 +17,12 @@ using ReportTexts = std::map<std::string, std::string, std::less<>>;
 
 // Prints the staging table and ends the document. Rows are fetched one at a time; columns and
 // headings repeat on every page; a text wider than its column ends in "...". An empty table prints
-// one page without rows. `advance` is told the rows done and stops the report by false: what is
-// printed till then is ended. LayoutError names a column that the table does not have.
+// one page without rows. `advance` is told the rows done and how many there are; by false it stops
+// the report, which is a DeviceError and leaves the document unended. LayoutError names a column
+// that the table does not have.
+using ReportAdvance = std::function<bool(std::int64_t done, std::int64_t total)>;
 void PrintRows(Database& database, const ReportLayout& layout, const ReportTexts& texts,
-               Printer& printer, const std::function<bool(std::int64_t)>& advance);
+               Printer& printer, const ReportAdvance& advance);
 
 // How many rows a page holds.
 int RowsPerPage(const ReportLayout& layout, Mm pageHeight);

@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <memory>
 
 #include "core/modules.h"
 #include "print/report_engine.h"
@@ -16,10 +17,13 @@ void RunReport(Session& session, const std::filesystem::path& layout) {
   const ReportTexts texts = {{"call", FieldText(*session.TbUser, "Call")},
                              {"qra", FieldText(*session.TbUser, "Qra")},
                              {"data", DateText(session.Now())}};
-  const auto total = session.Db.OpenSnapshot("SELECT Count(*) AS Totale FROM SLog");
-  const auto progress = session.Machine.ShowProgress("Stampa", total->Field(0).Integer());
+  // Not before the first rows: the printer's dialog must not stand behind it.
+  std::unique_ptr<Progress> progress;
   PrintRows(session.Db, parsed, texts, session.Machine.GetPrinter(),
-            [&](std::int64_t done) { return progress->Advance(done); });
+            [&](std::int64_t done, std::int64_t total) {
+              if (!progress) progress = session.Machine.ShowProgress("Stampa", total);
+              return progress->Advance(done);
+            });
 }
 
 }  // namespace brenvo

@@ -7,7 +7,8 @@
 
 namespace brenvo {
 
-// Reads the layout and prints the staging table by it, with progress that the operator can stop.
+// Reads the layout and prints the staging table by it, with progress that the operator can stop:
+// nothing is then printed.
 // LayoutError, DeviceError, or std::runtime_error when the file is not there, each in Italian.
 void RunReport(Session& session, const std::filesystem::path& layout);
 

@@ -20,9 +20,9 @@ std::string Places(std::initializer_list<Mm> places) {
 }  // namespace
 
 void RecordingPrinter::SetFont(std::string_view name, double points, bool bold) {
-  if (!name.empty()) font_ = name;
-  points_ = points;
-  bold_ = bold;
+  if (!name.empty()) now_.font = name;
+  now_.points = points;
+  now_.bold = bold;
 }
 
 void RecordingPrinter::Text(Mm x, Mm y, std::string_view text) { PlacedText(x, y, "left", text); }
@@ -32,8 +32,8 @@ void RecordingPrinter::TextRight(Mm x, Mm y, std::string_view text) {
 }
 
 void RecordingPrinter::PlacedText(Mm x, Mm y, std::string_view side, std::string_view text) {
-  Operation("text" + Places({x, y}) + ' ' + std::string(side) + ' ' + Quoted(font_) + ' ' +
-            ShortNumber(points_) + (bold_ ? " bold " : " plain ") + Quoted(text));
+  Operation("text" + Places({x, y}) + ' ' + std::string(side) + ' ' + Quoted(now_.font) + ' ' +
+            ShortNumber(now_.points) + (now_.bold ? " bold " : " plain ") + Quoted(text));
 }
 
 void RecordingPrinter::Line(Mm x1, Mm y1, Mm x2, Mm y2) {
@@ -54,12 +54,15 @@ void RecordingPrinter::WindowImage(const Window& window, Mm x, Mm y) {
 
 Mm RecordingPrinter::TextWidth(std::string_view text) {
   constexpr double kMmPerPoint = 25.4 / 72;
-  return Mm(static_cast<double>(Len(text)) * points_ * kMmPerPoint / 3);
+  return Mm(static_cast<double>(Len(text)) * now_.points * kMmPerPoint / 3);
 }
 
 void RecordingPrinter::NewPage() { Operation("newpage"); }
 
-void RecordingPrinter::EndDocument() { Operation("end"); }
+void RecordingPrinter::EndDocument() {
+  Operation("end");
+  now_ = Setting();
+}
 
 void RecordingPrinter::Print(const std::filesystem::path& layout) {
   if (TakeFailure()) throw DeviceError("La stampante non risponde");

@@ -11,7 +11,7 @@
 
 namespace brenvo {
 
-// The page is 210 by 297 millimetres; the font at the start is Arial, 10 points, plain.
+// The page is 210 by 297 millimetres; every document begins in Arial, 10 points, plain.
 // `print text X Y left "Times New Roman" 10 bold "text"` (`right`, `plain`),
 // `print line X1 Y1 X2 Y2`, `print box X1 Y1 X2 Y2 empty` (`filled`), `print picture "file" X Y`,
 // `print newpage`, `print end`; and `report "layout"`. Millimetres, at most two decimals.
@@ -20,8 +20,8 @@ class RecordingPrinter : public Printer, public ReportPrinter {
   RecordingPrinter(LineSink sink, const FileNames& names) : sink_(std::move(sink)), names_(names) {}
 
   void SetFont(std::string_view name, double points, bool bold) override;
-  void SetBold(bool bold) override { bold_ = bold; }
-  void SetFontSize(double points) override { points_ = points; }
+  void SetBold(bool bold) override { now_.bold = bold; }
+  void SetFontSize(double points) override { now_.points = points; }
   void Text(Mm x, Mm y, std::string_view text) override;
   void TextRight(Mm x, Mm y, std::string_view text) override;
   void Line(Mm x1, Mm y1, Mm x2, Mm y2) override;
@@ -31,9 +31,9 @@ class RecordingPrinter : public Printer, public ReportPrinter {
   void WindowImage(const Window& window, Mm x, Mm y) override;
   // Every character is a third as wide as the font is high.
   Mm TextWidth(std::string_view text) override;
-  void SetLandscape(bool landscape) override { landscape_ = landscape; }
-  Mm PageHeight() override { return Mm(landscape_ ? 210 : 297); }
-  Mm PageWidth() override { return Mm(landscape_ ? 297 : 210); }
+  void SetLandscape(bool landscape) override { now_.landscape = landscape; }
+  Mm PageHeight() override { return Mm(now_.landscape ? 210 : 297); }
+  Mm PageWidth() override { return Mm(now_.landscape ? 297 : 210); }
   void NewPage() override;
   void EndDocument() override;
 
@@ -51,10 +51,14 @@ class RecordingPrinter : public Printer, public ReportPrinter {
 
   LineSink sink_;
   const FileNames& names_;
-  std::string font_ = "Arial";
-  double points_ = 10;
-  bool bold_ = false;
-  bool landscape_ = false;
+  // What a document begins with.
+  struct Setting {
+    std::string font = "Arial";
+    double points = 10;
+    bool bold = false;
+    bool landscape = false;
+  };
+  Setting now_;
   bool failNext_ = false;
 };
 

@@ -14,6 +14,7 @@
 #include "awards/stat_sel.h"
 #include "awards/worked_matrix.h"
 #include "core/backup.h"
+#include "core/maintenance.h"
 #include "core/ripristina_backup.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
@@ -35,6 +36,8 @@
 #include "tables/tabella_prefissi.h"
 #include "tables/tabella_provincie.h"
 #include "tables/user_form.h"
+
+#include <filesystem>
 
 namespace brenvo {
 namespace {
@@ -90,26 +93,31 @@ void HangInActions(Session& session, MainFrame& frame) {
   }
 }
 
-}  // namespace
+// Puts a copy in the place of a database that is gone or cannot be used, if the operator wants that;
+// false as well when the copy cannot be read.
+bool Offer(Session& session, const DatabaseError& failure, const BackupCopy& copy,
+           std::string_view what) {
+  const std::optional<std::int64_t> contacts = ContactsIn(copy);
+  if (!contacts) return false;
+  const std::string question =
+      fmt::format("{}\nC'e' {} con {} QSO. Ripristinare ?", failure.Description, what, *contacts);
+  if (!session.Messages().AskYesNo("Ripristina backup", question)) throw DatabaseError(failure);
+  PutBack(session, copy);
+  return true;
+}
 
-namespace {
-
-// Where there is no database, or none that can be used, the newest copy that can be read may take
-// its place. False when there is none, or the operator wants none.
+// The file that an interrupted compaction has left, else the newest copy that can be read.
 bool PutBackInstead(Session& session, const DatabaseError& failure) {
-  if (failure.Number != DatabaseError::kNotADatabase &&
-      failure.Number != DatabaseError::kFileNotFound) {
+  if (failure.Number == DatabaseError::kFileNotFound) {
+    const BackupCopy before{session.File("\\Brenvo.BAK"), {}, false};
+    if (Offer(session, failure, before, "Brenvo.BAK, di una compattazione interrotta,")) {
+      return true;
+    }
+  } else if (failure.Number != DatabaseError::kNotADatabase) {
     return false;
   }
   for (const BackupCopy& copy : BackupCopies(session.AppPath)) {
-    const std::optional<std::int64_t> contacts = copy.setAside ? std::nullopt : ContactsIn(copy);
-    if (!contacts) continue;
-    const std::string question =
-        failure.Description + "\n" +
-        fmt::format("C'e' una copia {} con {} QSO. Ripristinarla ?", TitleOf(copy), *contacts);
-    if (!session.Messages().AskYesNo("Ripristina backup", question)) return false;
-    PutBack(session, copy);
-    return true;
+    if (!copy.setAside && Offer(session, failure, copy, "una copia " + TitleOf(copy))) return true;
   }
   return false;
 }
@@ -137,7 +145,12 @@ MainFrame* StartStation(Session& session) {
     session.Windows.Show(frame);
     return &frame;
   } catch (const std::exception& failure) {
-    session.Messages().Show(MessageIcon::kCritical, "Brenvo", failure.what());
+    std::string told = failure.what();
+    if (!std::filesystem::exists(session.File("\\Brenvo.mdb"))) {
+      const std::string where = WhereDataIs(session.AppPath);
+      if (!where.empty()) told += "\n\n" + where;
+    }
+    session.Messages().Show(MessageIcon::kCritical, "Brenvo", told);
     return nullptr;
   }
 }

@@ -5,7 +5,6 @@
 #include "core/files.h"
 #include "core/locator.h"
 #include "core/modules.h"
-#include "tables/chosen_row.h"
 
 namespace brenvo {
 namespace {
@@ -140,7 +139,7 @@ void TabellaCountry::cmInsert() {
 
 void TabellaCountry::cmUpdate() {
   if (!ValidateCountry()) return;
-  TryWriteChosen(session_, "Aggiornamento country", kRepeated, [this] {
+  TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     session_.TbCountry->Edit();
     Store();
   });

@@ -2,7 +2,6 @@
 
 #include "base/text.h"
 #include "core/modules.h"
-#include "tables/chosen_row.h"
 
 namespace brenvo {
 namespace {
@@ -77,7 +76,7 @@ void TabellaNote::cmInsert() {
 
 void TabellaNote::cmUpdate() {
   if (!ValidateNote()) return;
-  TryWriteChosen(session_, "Aggiornamento nota", kRepeated, [this] {
+  TryWrite(session_, "Aggiornamento nota", kRepeated, [this] {
     session_.TbNoteHelp->Edit();
     Store();
   });

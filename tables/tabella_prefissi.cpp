@@ -5,7 +5,6 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/modules.h"
-#include "tables/chosen_row.h"
 
 namespace brenvo {
 namespace {
@@ -110,7 +109,7 @@ void TabellaPrefissi::cmInsert() {
 
 void TabellaPrefissi::cmUpdate() {
   if (!ValidatePrefix()) return;
-  TryWriteChosen(session_, "Aggiornamento prefisso", kRepeated, [this] {
+  TryWrite(session_, "Aggiornamento prefisso", kRepeated, [this] {
     // The index ends with the continent; the country is compared on the row that it leads to.
     Table& prefissi = *session_.TbPrefissi;
     prefissi.Seek("=", {Codice.Text(), Val(ZonaCQ.Text()), Val(ZonaITU.Text()), Continente.Text()});

@@ -2,7 +2,6 @@
 
 #include "base/text.h"
 #include "core/modules.h"
-#include "tables/chosen_row.h"
 
 namespace brenvo {
 namespace {
@@ -91,7 +90,7 @@ void TabellaProvincie::cmInsert() {
 void TabellaProvincie::cmUpdate() {
   if (!ValidateProvince()) return;
   // The title is the country table's, as operators know it.
-  TryWriteChosen(session_, "Aggiornamento country", kRepeated, [this] {
+  TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     session_.TbProvincie->Edit();
     Store();
   });

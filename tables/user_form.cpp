@@ -253,6 +253,7 @@ void UserForm::cmUpdate() {
   session_.MyLocator = Locator.Text();
   session_.ManagerPath = Trim(ZX9TOK.Text());
   session_.SaveSetting("Log", "ManagerZX9TOK", session_.ManagerPath);
+  if (session_.OnProfileStored) session_.OnProfileStored();
 }
 
 void UserForm::cmExit() { Close(); }

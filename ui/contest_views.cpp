@@ -51,14 +51,14 @@ Piece ContestNewQsoView() {
              Line({Item("Exc", "Exchange", 9),
                    Line({Item("Qsl"), Item("InLog"), Space()})}),
              Line({Wide(Item("Note", "Note", 20))})}),
-       Line({Space(), Item("cmInsertR"), Item("cmInsertE")})});
+       Space(), Line({Space(), Item("cmInsertR"), Item("cmInsertE")})});
 }
 
 Piece CheckCallContestView() {
   return Frame("",
                Column({Form({Line({Wide(Item("CallContest", "Call", 12))}),
                              Line({Wide(Item("Status", "Stato", 12))})}),
-                       Line({Space(), Item("cmCheck"), Item("cmOk"), Item("cmCancel")})}),
+                       Space(), Line({Space(), Item("cmCheck"), Item("cmOk"), Item("cmCancel")})}),
                "Panel3D1");
 }
 
@@ -76,7 +76,7 @@ Piece StatContestView() {
              "Frame1"),
        Form({figure("PunteggioTotale", "Punt. totale"), figure("MediaPunti", "Media Punti/Qso"),
              figure("QrbMax", "Massimo Qrb"), figure("QsoMaxQrb", "Qso Nr.")}),
-       Line({Space(), Item("cmExit")})});
+       Space(), Line({Space(), Item("cmExit")})});
 }
 
 }  // namespace

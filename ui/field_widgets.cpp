@@ -53,6 +53,10 @@ void MakeDisplay(QWidget& widget) {
   large.setPointSizeF(widget.font().pointSizeF() * 1.9);
   large.setBold(true);
   widget.setFont(large);
+  // What comes and goes with the transceiver's power keeps its room.
+  QSizePolicy policy = widget.sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  widget.setSizePolicy(policy);
   if (auto* label = qobject_cast<QLabel*>(&widget)) label->setAlignment(Qt::AlignCenter);
   if (auto* line = qobject_cast<QLineEdit*>(&widget)) line->setAlignment(Qt::AlignCenter);
 }

@@ -13,6 +13,8 @@
 namespace brenvo {
 namespace {
 
+// The height of letters, in pixels, that told widths are meant for.
+constexpr int kUsualLetters = 16;
 // Beyond this many rows all are alike: asking each for its height would take longer than a look.
 constexpr int kMostRowsOfOwnHeight = 20000;
 // Rows that a column without a width is measured by.
@@ -133,6 +135,12 @@ class Table : public QTableView {
     });
   }
 
+  // A width is told for letters of the usual height; larger ones need more.
+  int ColumnPixels(int twips) const {
+    const double larger = std::max(1.0, fontMetrics().height() / double(kUsualLetters));
+    return qRound(Twips(twips).Pixels() * larger);
+  }
+
   void SizeColumns() {
     std::vector<int> told;
     for (int column = 0; column < model_->columnCount(); ++column) {
@@ -151,7 +159,7 @@ class Table : public QTableView {
       if (twips == 0) continue;
       last = column;
       const int heading = horizontalHeader()->sectionSizeHint(column);
-      const int wanted = twips > 0 ? Twips(twips).Pixels()
+      const int wanted = twips > 0 ? ColumnPixels(twips)
                                    : std::clamp(sizeHintForColumn(column) + 6, kNarrowest,
                                                 kWidestMeasured);
       setColumnWidth(column, std::max(heading, wanted));

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "ui/help_file.h"
+#include "core/help_file.h"
 
 class QListWidget;
 class QTextBrowser;
@@ -14,11 +14,17 @@ namespace brenvo {
 
 class HelpViewer : public QDialog {
  public:
-  HelpViewer(std::vector<HelpPage> pages, QWidget* parent);
+  // Pictures of the pages are looked for below `directory`.
+  HelpViewer(std::vector<HelpPage> pages, QWidget* parent, const QString& directory = {});
   // The page of a topic, the first one where the topic is 0 or has no page.
   void ShowTopic(int topic);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void FitPictures();
+
   std::vector<HelpPage> pages_;
   QListWidget* contents_;
   QTextBrowser* text_;

@@ -30,7 +30,7 @@ Piece DxView() {
   return Column({Form({Line({Wide(Item("Frequenza", "Frequenza", 12))}),
                        Line({Wide(Item("CallQso", "Call", 12))}),
                        Line({Wide(Item("Note", "Note", 24))})}),
-                 Line({Space(), Item("cmInvia"), Item("cmCancel")})});
+                 Space(), Line({Space(), Item("cmInvia"), Item("cmCancel")})});
 }
 
 }  // namespace

@@ -193,7 +193,10 @@ class OpenList : public QListView {
 
   void Follow() {
     if (!context_.Alive()) return;
-    if (entries_->Follow(field_.Items())) UseListFont(*this, *entries_);
+    if (entries_->Follow(field_.Items())) {
+      UseListFont(*this, *entries_);
+      FitShortEntries();
+    }
     const QSignalBlocker quiet(selectionModel());
     following_ = true;
     if (Multi()) {
@@ -247,6 +250,15 @@ class OpenList : public QListView {
   }
 
  private:
+  // Codes and words are seen whole; long descriptions may be cut.
+  void FitShortEntries() {
+    const int widest = fontMetrics().averageCharWidth() * kShortEntry;
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    setMinimumWidth(std::min(sizeHintForColumn(0), widest) + scrollBar + 2 * frameWidth());
+  }
+
+  static constexpr int kShortEntry = 22;  // characters
+
   bool Multi() const { return field_.Style() == ListStyle::kMulti; }
   void Pick(int row) {
     if (following_) return;

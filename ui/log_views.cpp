@@ -27,7 +27,7 @@ Piece LogFormView() {
 
 Piece LogSearchView() {
   return Line(
-      {Column(
+      {Wide(Column(
            {Form({Line({Labelled("Data", {Item("cmTipoData"), Item("DataQso", " ", 10), Space()})}),
                   Line({Wide(Item("CallQso", "Call", 12)), Wide(Item("Locator", "Locator", 10))}),
                   Line({Wide(Item("Country", "Country", 22))}),
@@ -36,7 +36,8 @@ Piece LogSearchView() {
                   Line({Item("Propagazione", "Propagazione", 12)}),
                   Line({Wide(Item("Note", "Note", 24))})}),
             Frame("Qsl", Line({Item("QslDaInviare"), Item("QslRicevuta"),
-                               Item("QslInviata"), Space()}))}),
+                               Item("QslInviata"), Space()})),
+            Space()})),
        Frame("Ordina per", Item("SortOrder"))});
 }
 

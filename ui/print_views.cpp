@@ -20,7 +20,7 @@ Piece StampaQslView() {
                    Measure("MargineSinistro", "VMargineSinistro", "Sinistro")})),
        Form({Measure("EtichXFila", "VEtichXFila", "Etichette per fila")}),
        Frame("Tipo etichetta", Line({Item("DatiQso"), Item("DatiStazione"), Space()})),
-       Line({Space(), Item("cmPrint"), Item("cmUpdate"), Item("cmHelp"), Item("cmExit")})});
+       Space(), Line({Space(), Item("cmPrint"), Item("cmUpdate"), Item("cmHelp"), Item("cmExit")})});
 }
 
 }  // namespace

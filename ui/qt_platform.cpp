@@ -6,6 +6,8 @@
 #include <QUrl>
 #include <stdexcept>
 
+#include "core/files.h"
+#include "core/help_topics.h"
 #include "core/session.h"
 #include "print/report_runner.h"
 #include "ui/help_viewer.h"
@@ -20,6 +22,9 @@ namespace brenvo {
 QtPlatform::QtPlatform(const std::filesystem::path& appPath)
     : appPath_(appPath), settings_(appPath / "Brenvo.ini") {
   host_.OnFailure = [this] { printer_.Abandon(); };
+  host_.OnHelp = [this](const Window& window) {
+    gate_.Run([&] { ShowHelp(FileIn(appPath_, "Brenvo.HLP"), HelpTopicOf(window.Name())); });
+  };
 }
 
 QtPlatform::~QtPlatform() = default;
@@ -48,7 +53,7 @@ std::unique_ptr<WavePlayer> QtPlatform::MakeWavePlayer() {
 }
 
 std::unique_ptr<Progress> QtPlatform::ShowProgress(std::string_view title, std::int64_t total) {
-  return std::make_unique<QtProgress>(title, total);
+  return std::make_unique<QtProgress>(gate_, title, total);
 }
 
 void QtPlatform::Beep() { QApplication::beep(); }

@@ -6,6 +6,7 @@
 
 #include "platform/platform.h"
 #include "ui/event_gate.h"
+#include "ui/print_choice.h"
 #include "ui/qt_devices.h"
 #include "ui/qt_printer.h"
 #include "ui/qt_window_host.h"
@@ -34,6 +35,8 @@ class QtPlatform : public Platform {
   void Attach(Session* session);
   EventGate& Gate() { return gate_; }
   QtWindowHost& Screen() { return host_; }
+  // Asks this instead of the operator where documents go.
+  void SendPrintsTo(QtPrinter::Chooser chooser) { printer_.SendTo(std::move(chooser)); }
 
   Clock& GetClock() override { return clock_; }
   MessageBox& Messages() override { return messages_; }
@@ -62,7 +65,7 @@ class QtPlatform : public Platform {
   QtSettings settings_;
   StationReports reports_;
   QtWindowHost host_{gate_};
-  QtPrinter printer_{ChoosePrinter,
+  QtPrinter printer_{ChooseTarget,
                      [this](const Window& window) { return host_.PictureOf(window); }};
 };
 

@@ -1,10 +1,7 @@
 #include "ui/qt_printer.h"
 
-#include <QApplication>
-#include <QFontMetricsF>
-#include <QImage>
-#include <QPrintDialog>
 #include <algorithm>
+#include <utility>
 
 #include "platform/serial_port.h"
 #include "ui/text.h"
@@ -12,81 +9,73 @@
 namespace brenvo {
 namespace {
 
-constexpr double kMmPerInch = 25.4;
-constexpr double kPenMm = 0.2;
 // Pictures that do not tell their density are laid out as on a screen of this one.
 constexpr double kPictureDotsPerInch = 96;
 
+PageOperation DefaultFont() {
+  return {PageOperation::Kind::kFont, {}, {}, QStringLiteral("Times New Roman"), 10, false, {}};
+}
+
+QPointF At(Mm x, Mm y) { return {x.Value(), y.Value()}; }
+
 }  // namespace
 
-struct QtPrinter::Document {
-  QPrinter printer{QPrinter::HighResolution};
-  QPainter painter;
-};
-
 QtPrinter::QtPrinter(Chooser choose, Grabber grab)
-    : choose_(std::move(choose)), grab_(std::move(grab)), font_(QStringLiteral("Times New Roman"), 10) {}
+    : choose_(std::move(choose)),
+      grab_(std::move(grab)),
+      font_(DefaultFont()),
+      measure_(font_.text, font_.points, font_.bold) {}
 
 QtPrinter::~QtPrinter() = default;
 
-QtPrinter::Document& QtPrinter::Begun() {
+PageTarget& QtPrinter::Begun() {
   if (document_) return *document_;
-  auto document = std::make_unique<Document>();
-  document->printer.setDocName(QApplication::applicationDisplayName());
-  document->printer.setPageOrientation(landscape_ ? QPageLayout::Landscape
-                                                  : QPageLayout::Portrait);
-  if (!choose_(document->printer)) throw DeviceError("Stampa annullata");
-  if (!document->painter.begin(&document->printer)) throw DeviceError("Stampante non disponibile");
-  document_ = std::move(document);
+  document_ = choose_(landscape_);
+  if (!document_) throw DeviceError("Stampa annullata");
+  document_->Draw(font_);
   return *document_;
 }
 
-double QtPrinter::Pixels(Mm length) {
-  return length.Value() * Begun().printer.logicalDpiX() / kMmPerInch;
+void QtPrinter::UseFont() {
+  measure_ = PageFont(font_.text, font_.points, font_.bold);
+  Begun().Draw(font_);
 }
 
 void QtPrinter::SetFont(std::string_view name, double points, bool bold) {
   Begun();
-  if (!name.empty()) font_.setFamily(ToQt(name));
-  font_.setPointSizeF(points);
-  font_.setBold(bold);
+  if (!name.empty()) font_.text = ToQt(name);
+  font_.points = points;
+  font_.bold = bold;
+  UseFont();
 }
 
 void QtPrinter::SetBold(bool bold) {
   Begun();
-  font_.setBold(bold);
+  font_.bold = bold;
+  UseFont();
 }
 
 void QtPrinter::SetFontSize(double points) {
   Begun();
-  font_.setPointSizeF(points);
+  font_.points = points;
+  UseFont();
 }
 
-void QtPrinter::DrawText(Mm x, Mm y, std::string_view text, bool right) {
-  Document& document = Begun();
-  document.painter.setFont(font_);
-  const QFontMetricsF metrics(font_, &document.printer);
-  const QString words = ToQt(text);
-  const double left = Pixels(x) - (right ? metrics.horizontalAdvance(words) : 0);
-  document.painter.setPen(Qt::black);
-  document.painter.drawText(QPointF(left, Pixels(y) + metrics.ascent()), words);
+void QtPrinter::Text(Mm x, Mm y, std::string_view text) {
+  Begun().Draw({PageOperation::Kind::kText, At(x, y), {}, ToQt(text), 0, false, {}});
 }
 
-void QtPrinter::Text(Mm x, Mm y, std::string_view text) { DrawText(x, y, text, false); }
-void QtPrinter::TextRight(Mm x, Mm y, std::string_view text) { DrawText(x, y, text, true); }
+void QtPrinter::TextRight(Mm x, Mm y, std::string_view text) {
+  Begun().Draw({PageOperation::Kind::kTextRight, At(x, y), {}, ToQt(text), 0, false, {}});
+}
 
 void QtPrinter::Line(Mm x1, Mm y1, Mm x2, Mm y2) {
-  Document& document = Begun();
-  document.painter.setPen(QPen(Qt::black, Pixels(Mm(kPenMm))));
-  document.painter.drawLine(QPointF(Pixels(x1), Pixels(y1)), QPointF(Pixels(x2), Pixels(y2)));
+  Begun().Draw({PageOperation::Kind::kLine, At(x1, y1), At(x2, y2), {}, 0, false, {}});
 }
 
 void QtPrinter::Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) {
-  Document& document = Begun();
-  document.painter.setPen(QPen(Qt::black, Pixels(Mm(kPenMm))));
-  document.painter.setBrush(filled ? QBrush(Qt::black) : QBrush(Qt::NoBrush));
-  document.painter.drawRect(QRectF(QPointF(Pixels(x1), Pixels(y1)),
-                                   QPointF(Pixels(x2), Pixels(y2))));
+  const auto kind = filled ? PageOperation::Kind::kFilledBox : PageOperation::Kind::kBox;
+  Begun().Draw({kind, At(x1, y1), At(x2, y2), {}, 0, false, {}});
 }
 
 void QtPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
@@ -94,57 +83,54 @@ void QtPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
   const QImage image(PathToQt(file));
   if (image.isNull()) return;
   const double dotsPerInch = image.dotsPerMeterX() * kMmPerInch / 1000;
-  DrawPicture(image, x, y, dotsPerInch > 0 ? kPictureDotsPerInch / dotsPerInch : 1);
+  DrawPicture(image, x, y, dotsPerInch > 0 ? dotsPerInch : kPictureDotsPerInch);
 }
 
 void QtPrinter::WindowImage(const Window& window, Mm x, Mm y) {
   Begun();
   const QPixmap shown = grab_(window);
   if (shown.isNull()) return;
-  const double width = shown.width() / shown.devicePixelRatio() * kMmPerInch / kPictureDotsPerInch;
+  const double dotsPerInch = kPictureDotsPerInch * shown.devicePixelRatio();
   const double room = (PageWidth() - x).Value();
-  DrawPicture(shown.toImage(), x, y, std::min(1.0, room / width) / shown.devicePixelRatio());
+  DrawPicture(shown.toImage(), x, y,
+              std::max(dotsPerInch, shown.width() * kMmPerInch / room));
 }
 
-void QtPrinter::DrawPicture(const QImage& image, Mm x, Mm y, double scale) {
-  Document& document = Begun();
-  scale *= document.printer.logicalDpiX() / kPictureDotsPerInch;
-  document.painter.drawImage(
-      QRectF(Pixels(x), Pixels(y), image.width() * scale, image.height() * scale), image);
+void QtPrinter::DrawPicture(const QImage& image, Mm x, Mm y, double dotsPerInch) {
+  const QSizeF size = QSizeF(image.size()) * kMmPerInch / dotsPerInch;
+  const QPointF from = At(x, y);
+  Begun().Draw({PageOperation::Kind::kPicture, from, from + QPointF(size.width(), size.height()),
+                {}, 0, false, image});
 }
 
-Mm QtPrinter::TextWidth(std::string_view text) {
-  Document& document = Begun();
-  const QFontMetricsF metrics(font_, &document.printer);
-  return Mm(metrics.horizontalAdvance(ToQt(text)) * kMmPerInch / document.printer.logicalDpiX());
-}
+Mm QtPrinter::TextWidth(std::string_view text) { return Mm(measure_.Width(ToQt(text))); }
 
-Mm QtPrinter::PageHeight() {
-  return Mm(Begun().printer.pageRect(QPrinter::Millimeter).height());
-}
+Mm QtPrinter::PageHeight() { return Mm(Begun().PageSize().height()); }
 
-Mm QtPrinter::PageWidth() { return Mm(Begun().printer.pageRect(QPrinter::Millimeter).width()); }
+Mm QtPrinter::PageWidth() { return Mm(Begun().PageSize().width()); }
 
 void QtPrinter::NewPage() {
-  if (!Begun().printer.newPage()) throw DeviceError("La stampante non prende un'altra pagina");
+  Begun().NewPage();
+  // Each page tells its own font, so that it can be drawn by itself.
+  document_->Draw(font_);
+}
+
+std::unique_ptr<PageTarget> QtPrinter::TakeDocument() {
+  font_ = DefaultFont();
+  measure_ = PageFont(font_.text, font_.points, font_.bold);
+  landscape_ = false;
+  return std::move(document_);
 }
 
 void QtPrinter::EndDocument() {
   if (!document_) return;
-  document_->painter.end();
-  document_.reset();
+  // It stays until it has ended: a failure then has a document to drop.
+  document_->End();
+  TakeDocument();
 }
 
 void QtPrinter::Abandon() {
-  if (!document_) return;
-  document_->printer.abort();
-  EndDocument();
-}
-
-bool ChoosePrinter(QPrinter& printer) {
-  QPrintDialog dialog(&printer, QApplication::activeWindow());
-  dialog.setWindowTitle(QStringLiteral("Stampa"));
-  return dialog.exec() == QDialog::Accepted;
+  if (const auto document = TakeDocument()) document->Abandon();
 }
 
 }  // namespace brenvo

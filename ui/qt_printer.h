@@ -1,21 +1,19 @@
 // Pages on the system's printer.
 #pragma once
 
-#include <QFont>
-#include <QPainter>
 #include <QPixmap>
-#include <QPrinter>
 #include <functional>
 #include <memory>
 
 #include "platform/printer.h"
+#include "ui/page_target.h"
 
 namespace brenvo {
 
 class QtPrinter : public Printer {
  public:
-  // Asks the operator for a printer and sets it up; false when he cancels.
-  using Chooser = std::function<bool(QPrinter&)>;
+  // Asks the operator where a document goes; null when he cancels.
+  using Chooser = std::function<std::unique_ptr<PageTarget>(bool landscape)>;
   // The inside of a window as the screen shows it.
   using Grabber = std::function<QPixmap(const Window&)>;
   QtPrinter(Chooser choose, Grabber grab);
@@ -36,24 +34,25 @@ class QtPrinter : public Printer {
   Mm PageWidth() override;
   void NewPage() override;
   void EndDocument() override;
+  // From the next document on.
+  void SendTo(Chooser choose) { choose_ = std::move(choose); }
   // Drops a document that a failure has left half drawn.
   void Abandon();
 
  private:
-  struct Document;
-  Document& Begun();
-  double Pixels(Mm length);
-  void DrawPicture(const QImage& image, Mm x, Mm y, double scale);
-  void DrawText(Mm x, Mm y, std::string_view text, bool right);
+  PageTarget& Begun();
+  void UseFont();
+  void DrawPicture(const QImage& image, Mm x, Mm y, double dotsPerInch);
+
+  // The target, and the font and side of the next document, as they are before it begins.
+  std::unique_ptr<PageTarget> TakeDocument();
 
   Chooser choose_;
   Grabber grab_;
-  std::unique_ptr<Document> document_;
-  QFont font_;
+  std::unique_ptr<PageTarget> document_;
+  PageOperation font_;
+  PageFont measure_;
   bool landscape_ = false;
 };
-
-// The system's print dialog over the active window.
-bool ChoosePrinter(QPrinter& printer);
 
 }  // namespace brenvo

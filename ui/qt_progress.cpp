@@ -14,8 +14,8 @@ constexpr int kShowAfterMilliseconds = 400;
 
 }  // namespace
 
-QtProgress::QtProgress(std::string_view title, std::int64_t total)
-    : dialog_(ToQt(title), QStringLiteral("Interrompi"), 0, kSteps, QApplication::activeWindow()),
+QtProgress::QtProgress(EventGate& gate, std::string_view title, std::int64_t total)
+    : hold_(gate), dialog_(ToQt(title), QStringLiteral("Interrompi"), 0, kSteps, QApplication::activeWindow()),
       total_(std::max<std::int64_t>(total, 1)) {
   dialog_.setWindowTitle(QApplication::applicationDisplayName());
   dialog_.setWindowModality(Qt::ApplicationModal);
@@ -23,6 +23,8 @@ QtProgress::QtProgress(std::string_view title, std::int64_t total)
   dialog_.setAutoReset(false);
   dialog_.setAutoClose(false);
 }
+
+QtProgress::~QtProgress() = default;
 
 bool QtProgress::Advance(std::int64_t done) {
   const int step = static_cast<int>(std::clamp<std::int64_t>(done * kSteps / total_, 0, kSteps));

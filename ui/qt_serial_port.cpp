@@ -7,6 +7,9 @@
 namespace brenvo {
 namespace {
 
+// What may wait to be read, while a sound is spoken: a minute at the fastest of the usual speeds.
+constexpr qint64 kMostWaiting = 1 << 16;
+
 QString PortName(int number) { return QStringLiteral("COM%1").arg(number); }
 
 }  // namespace
@@ -27,6 +30,9 @@ QString DefaultSerialDevice(int number) {
 
 QtSerialPort::QtSerialPort(EventGate& gate, SettingsStore& settings)
     : settings_(settings), port_(new QSerialPort) {
+  port_->setReadBufferSize(kMostWaiting);
+  QObject::connect(port_, &QSerialPort::errorOccurred, port_,
+                   [this](QSerialPort::SerialPortError error) { NoteError(error); });
   QObject::connect(port_, &QSerialPort::readyRead, port_, [this, &gate] {
     gate.RunDevice(guard_, [this] {
       if (OnReceive) OnReceive();
@@ -52,50 +58,63 @@ void QtSerialPort::SetSettings(std::string_view settings) {
   const int dataBits = parts.value(2).toInt();
   port_->setDataBits(dataBits >= 5 && dataBits <= 7 ? static_cast<QSerialPort::DataBits>(dataBits)
                                                     : QSerialPort::Data8);
-  port_->setStopBits(parts.value(3).trimmed() == "2" ? QSerialPort::TwoStop
-                                                     : QSerialPort::OneStop);
+  port_->setStopBits(parts.value(3).trimmed() == "2" ? QSerialPort::TwoStop : QSerialPort::OneStop);
 }
 
 QString QtSerialPort::Device() const {
-  const std::string device =
-      settings_.GetSetting("Porte", FromQt(PortName(number_)), FromQt(DefaultSerialDevice(number_)));
+  const std::string device = settings_.GetSetting("Porte", FromQt(PortName(number_)),
+                                                  FromQt(DefaultSerialDevice(number_)));
   return ToQt(device);
 }
 
+// The device says nothing more, not even that it is gone: what is written would wait for ever.
+void QtSerialPort::NoteError(QSerialPort::SerialPortError error) {
+  const bool gone = error == QSerialPort::ResourceError || error == QSerialPort::ReadError ||
+                    error == QSerialPort::WriteError;
+  if (!open_ || !gone || !lost_.isEmpty()) return;
+  lost_ = port_->errorString();
+  // A line that has hung up is ready to be read for ever: nobody may go on looking at it.
+  QMetaObject::invokeMethod(port_, &QSerialPort::close, Qt::QueuedConnection);
+}
+
 void QtSerialPort::Open() {
-  if (port_->isOpen()) return;
+  if (open_) return;
   const QString device = Device();
   port_->setPortName(device);
-  if (port_->open(QIODevice::ReadWrite)) return;
+  lost_.clear();
+  open_ = port_->open(QIODevice::ReadWrite);
+  if (open_) return;
   throw DeviceError(FromQt(QStringLiteral("La porta %1 (%2) non si apre: %3")
                                .arg(PortName(number_), device, port_->errorString())));
 }
 
 void QtSerialPort::Close() {
-  if (!port_->isOpen()) return;
+  if (!open_) return;
   // What was written last still goes out.
-  port_->flush();
+  if (lost_.isEmpty()) port_->flush();
+  open_ = false;
   port_->close();
 }
 
 std::size_t QtSerialPort::BytesWaiting() const {
-  return port_->isOpen() ? static_cast<std::size_t>(port_->bytesAvailable()) : 0;
+  return open_ ? static_cast<std::size_t>(port_->bytesAvailable()) : 0;
 }
 
 std::string QtSerialPort::Read(std::size_t most) {
-  return port_->isOpen() ? port_->read(static_cast<qint64>(most)).toStdString() : std::string();
+  return open_ ? port_->read(static_cast<qint64>(most)).toStdString() : std::string();
 }
 
 void QtSerialPort::Write(std::string_view bytes) {
-  const auto size = static_cast<qint64>(bytes.size());
-  if (port_->isOpen() && port_->write(bytes.data(), size) == size) {
+  QString why = open_ ? lost_ : QStringLiteral("e' chiusa");
+  if (why.isEmpty()) {
+    const auto size = static_cast<qint64>(bytes.size());
+    const bool taken = port_->write(bytes.data(), size) == size;
     port_->flush();
-    return;
+    why = taken ? lost_ : port_->errorString();
   }
-  throw DeviceError(FromQt(QStringLiteral("La porta %1 non riceve: %2")
-                               .arg(PortName(number_), port_->isOpen()
-                                                           ? port_->errorString()
-                                                           : QStringLiteral("e' chiusa"))));
+  if (why.isEmpty()) return;
+  throw DeviceError(
+      FromQt(QStringLiteral("La porta %1 non riceve: %2").arg(PortName(number_), why)));
 }
 
 }  // namespace brenvo

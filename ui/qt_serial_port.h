@@ -20,18 +20,22 @@ class QtSerialPort : public SerialPort {
   void SetPortNumber(int number) override { number_ = number; }
   void Open() override;
   void Close() override;
-  bool IsOpen() const override { return port_->isOpen(); }
+  // Also when the device has gone since, until it is closed.
+  bool IsOpen() const override { return open_; }
   std::size_t BytesWaiting() const override;
   std::string Read(std::size_t most) override;
   void Write(std::string_view bytes) override;
 
  private:
   QString Device() const;
+  void NoteError(QSerialPort::SerialPortError error);
 
   SettingsStore& settings_;
   QSerialPort* port_;
   QObject guard_;
   int number_ = 1;
+  bool open_ = false;
+  QString lost_;  // why the device of an open port is gone
 };
 
 }  // namespace brenvo

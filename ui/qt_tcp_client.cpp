@@ -6,10 +6,13 @@ namespace brenvo {
 namespace {
 
 constexpr quint16 kTelnetPort = 23;
+// What may wait to be read, while a sound is spoken; the rest waits at the other side.
+constexpr qint64 kMostWaiting = 1 << 16;
 
 }  // namespace
 
 QtTcpClient::QtTcpClient(EventGate& gate) : socket_(new QTcpSocket) {
+  socket_->setReadBufferSize(kMostWaiting);
   QObject::connect(socket_, &QTcpSocket::readyRead, socket_, [this, &gate] {
     gate.RunDevice(guard_, [this] {
       if (OnData) OnData();

@@ -31,10 +31,18 @@ WindowFrame& QtWindowHost::FrameOf(Window& window, WindowFrame::Kind kind) {
   if (!frame || frame->GetKind() != kind) {
     frame.reset();
     frame = std::make_unique<WindowFrame>(window, kind, gate_, *main_, *area_);
+    frame->OnHelp = [this, &window] {
+      if (OnHelp) OnHelp(window);
+    };
     if (auto* station = dynamic_cast<MainFrame*>(&window)) {
       area_->OnRectangle = [this, station](int x, int y, int width, int height) {
         gate_.Run([=] { station->MapRectangleDrawn(x, y, width, height); });
       };
+      const auto welcome = [this, station] {
+        area_->SetWelcome(ToQt(station->PrimoPasso.Text()));
+      };
+      station->PrimoPasso.Shown = welcome;
+      welcome();
     }
   }
   return *frame;

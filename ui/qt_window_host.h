@@ -25,6 +25,8 @@ class QtWindowHost : public WindowHost {
   QPixmap PictureOf(const Window& window) const;
   // The same with its frame.
   QPixmap FramePictureOf(const Window& window) const;
+  // F1 was pressed in a window that has no command of its own there.
+  std::function<void(const Window&)> OnHelp;
   // A handler has failed: what it left half done is to be dropped.
   std::function<void()> OnFailure;
 

@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QSplitter>
 #include <algorithm>
 
@@ -37,6 +38,23 @@ void SetWidth(QWidget& widget, const Piece& piece) {
   }
 }
 
+// Holds the fields. Where the window is too small for them it scrolls, so that none is cut off or
+// runs into the next: on a small screen, with large letters, or because the operator wants it so.
+class Body : public QScrollArea {
+ public:
+  explicit Body(QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+  }
+  // What the fields need; a window opens no smaller where there is room.
+  QSize sizeHint() const override { return widget()->minimumSizeHint(); }
+  QSize minimumSizeHint() const override { return {kSmallestBody, kSmallestBody / 2}; }
+
+ private:
+  static constexpr int kSmallestBody = 120;
+};
+
 }  // namespace
 
 WindowBuilder::WindowBuilder(Window& window, ViewContext& context, QWidget& owner)
@@ -61,10 +79,12 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
       column->addWidget(commands_.MakeToolBar(*bar, inside));
     }
   }
-  auto* body = new QWidget(inside);
-  auto* around = new QVBoxLayout(body);
+  auto* body = new Body(inside);
+  auto* fields = new QWidget;
+  auto* around = new QVBoxLayout(fields);
   around->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-  if (QWidget* all = Make(layout, body)) around->addWidget(all);
+  if (QWidget* all = Make(layout, fields)) around->addWidget(all);
+  body->setWidget(fields);
   column->addWidget(body, 1);
   for (Field* field : window_.Fields()) {
     if (auto* bar = dynamic_cast<StatusBar*>(field)) {

@@ -134,11 +134,17 @@ QSize WindowFrame::InnerSize() const {
   return kind_ == Kind::kMain ? area_.contentsRect().size() : inside_->size();
 }
 
+// The size at which nothing has to scroll, frame included.
+QSize WindowFrame::Comfortable() const {
+  if (kind_ == Kind::kMain) return outer_->minimumSizeHint();
+  return inside_->sizeHint() + outer_->minimumSizeHint() - inside_->minimumSizeHint();
+}
+
 void WindowFrame::Place() {
   if (outer_->isMinimized() || outer_->isMaximized()) return;
   QRect place = Wanted();
   const bool first = !std::exchange(placed_, true);
-  if (first) place.setSize(place.size().expandedTo(outer_->minimumSizeHint()));
+  if (first) place.setSize(place.size().expandedTo(Comfortable()));
   if (kind_ == Kind::kMain) {
     const QRect screen = outer_->screen()->availableGeometry();
     const bool neverPlaced = place.topLeft() == QPoint(0, 0);
@@ -277,6 +283,10 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event) {
     case QEvent::Resize:
     case QEvent::WindowStateChange: ReportSoon(); break;
     case QEvent::KeyPress:
+      if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1 && OnHelp) {
+        OnHelp();
+        return true;
+      }
       if (kind_ != Kind::kMain) return Key(*static_cast<QKeyEvent*>(event));
       break;
     default: break;

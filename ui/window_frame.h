@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QPointer>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "forms/window.h"
@@ -33,6 +34,8 @@ class WindowFrame : public QObject {
   void Hide();
   void FocusOn(Field& field);
   QWidget& Inside() const { return *inside_; }
+  // F1, where no command of the window has taken it.
+  std::function<void()> OnHelp;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -40,6 +43,7 @@ class WindowFrame : public QObject {
  private:
   struct Parts;
   void FollowWindow();  // caption and place, when the logic has changed them
+  QSize Comfortable() const;
   void Place();
   QRect Wanted() const;
   QRect Current() const;

@@ -295,6 +295,16 @@ TEST_F(RescueTest, AnotherFileInItsPlaceIsSetAsideWithWhatBelongsToIt) {
   EXPECT_EQ(ReadBytes(copies[0].file.string() + "-wal"), "of the old one");
 }
 
+TEST_F(RescueTest, ACompactionThatWasInterruptedBetweenTheNamesIsEndedFromItsBackup) {
+  fs::copy_file(File(), directory.Path() / "Brenvo.BAK");
+  fs::rename(File(), directory.Path() / "BrenvoNEW.MDB");
+  machine.Messages().QueueAnswer(true);
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_EQ(again.Db.OpenSnapshot("select count(*) from Log")->Field(0).Integer(), 1);
+  EXPECT_FALSE(fs::exists(directory.Path() / "BrenvoNEW.MDB"));
+  EXPECT_EQ(machine.TakeLines()[0].find("question \"Ripristina backup\" \"Il file "), 0u);
+}
+
 TEST_F(RescueTest, WithoutACopyTheStartFailsAsEver) {
   fs::remove_all(BackupDirectory());
   fs::remove(File());

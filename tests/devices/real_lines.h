@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/socket.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -11,6 +12,8 @@
 #include <memory>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -53,9 +56,9 @@ inline bool Until(const std::function<bool()>& met, int milliseconds = 5000) {
 }
 // Lets events run for some time in which nothing is expected.
 inline void Pass(int milliseconds) {
-  QElapsedTimer timer;
-  timer.start();
-  Until([&] { return timer.elapsed() >= milliseconds; });
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
 }
 
 // Plays a node or a chat server: one client at a time, and all that it has said.
@@ -64,6 +67,7 @@ class LoopbackServer {
   LoopbackServer() {
     QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] {
       client_ = server_.nextPendingConnection();
+      Gone = false;
       QObject::connect(client_, &QTcpSocket::readyRead, client_,
                        [this] { Heard += client_->readAll().toStdString(); });
       QObject::connect(client_, &QTcpSocket::disconnected, client_, [this] { Gone = true; });
@@ -84,7 +88,18 @@ class LoopbackServer {
     client_->write(bytes.data(), static_cast<qint64>(bytes.size()));
     client_->flush();
   }
+  // Bytes that the station has not taken yet.
+  long long Unsaid() const { return client_->bytesToWrite(); }
   void HangUp() { client_->disconnectFromHost(); }
+  // Drops the connection without a farewell, as a node does whose machine has gone.
+  void Reset() {
+    const linger none{.l_onoff = 1, .l_linger = 0};
+    setsockopt(static_cast<int>(client_->socketDescriptor()), SOL_SOCKET, SO_LINGER, &none,
+               sizeof none);
+    client_->disconnect();
+    client_->abort();
+    Gone = true;
+  }
   // From now on nobody answers on this address.
   void Stop() { server_.close(); }
 
@@ -110,14 +125,18 @@ class SerialLine {
     cfmakeraw(&raw);
     tcsetattr(held_, TCSANOW, &raw);
   }
-  ~SerialLine() {
-    close(held_);
-    close(end_);
-  }
+  ~SerialLine() { PullOut(); }
   SerialLine(const SerialLine&) = delete;
   SerialLine& operator=(const SerialLine&) = delete;
 
   const std::string& Device() const { return device_; }
+  // The adapter leaves its socket: the device is gone, though the station has it open.
+  void PullOut() {
+    for (int* end : {&held_, &end_}) {
+      if (*end >= 0) close(*end);
+      *end = -1;
+    }
+  }
   void Say(std::string_view bytes) {
     while (!bytes.empty()) {
       const ssize_t written = write(end_, bytes.data(), bytes.size());

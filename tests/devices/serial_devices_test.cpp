@@ -74,7 +74,7 @@ TEST_F(SerialDevice, ABurstLosesNothing) {
     burst += "DX de I4LCK:     13195.0  Z" + std::to_string(i) + "A   tnx 1423Z\r\n";
   }
   line.Say(burst);
-  EXPECT_TRUE(Until([&] { return shown == 2000; })) << shown;
+  EXPECT_TRUE(Until([&] { return shown == 2000; }, 60000)) << shown;
   tnc.Received.Edited = nullptr;
 }
 

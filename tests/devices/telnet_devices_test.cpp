@@ -60,7 +60,7 @@ TEST_F(TelnetDevice, ABurstOfTenThousandLinesLosesNone) {
     ++shown;
   };
   node.Say(burst);
-  EXPECT_TRUE(Until([&] { return shown == 10000; })) << shown;
+  EXPECT_TRUE(Until([&] { return shown == 10000; }, 120000)) << shown;
   EXPECT_TRUE(inOrder);
   EXPECT_LE(telnet.Received.Length(), 32100u);
   telnet.Received.Edited = nullptr;

@@ -271,6 +271,43 @@ TEST_F(Life, ASingleInstanceIsLoadedOnce) {
   EXPECT_EQ(windows.FindInstance("Sample#2"), made);
 }
 
+// Windows that live at one of two addresses, so that a new one takes the place of one that went.
+class AtOnePlace : public Window {
+ public:
+  using Window::Window;
+  static void* operator new(std::size_t size) {
+    EXPECT_LE(size, sizeof places_[0].bytes);
+    Place& place = places_[0].taken ? places_[1] : places_[0];
+    place.taken = true;
+    return place.bytes;
+  }
+  static void operator delete(void* bytes) {
+    for (Place& place : places_) place.taken = place.taken && place.bytes != bytes;
+  }
+
+ private:
+  struct Place {
+    alignas(Window) unsigned char bytes[sizeof(Window)];
+    bool taken;
+  };
+  static inline Place places_[2];
+};
+
+TEST_F(Life, ASingleInstanceIsNotMistakenForAWindowThatTookItsPlaceInMemory) {
+  for (const char* name : {"A", "B"}) {
+    windows.Register(name, [this, name] {
+      return std::make_unique<AtOnePlace>(host, name, name, Twips(1), Twips(1));
+    });
+  }
+  const Window* first = nullptr;
+  windows.RunEvent([&] {
+    first = windows.LoadSingle("A");
+    windows.Unload(*windows.Find("A"));
+  });
+  ASSERT_EQ(windows.LoadNew("B"), first);
+  EXPECT_EQ(windows.LoadSingle("A")->Name(), "A");
+}
+
 TEST_F(Life, ANameThatNobodyRegisteredIsNoWindow) { EXPECT_EQ(windows.LoadNew("X"), nullptr); }
 
 TEST_F(Life, AWindowMayRefuseToClose) {

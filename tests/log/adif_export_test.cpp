@@ -40,7 +40,8 @@ class AdifExportTest : public LogStation {
     Press(log, key);
   }
   std::string Contact(std::string_view where = "") {
-    return AdifContact(*session.Db.OpenSnapshot("select * from Log " + std::string(where)));
+    const auto rows = session.Db.OpenSnapshot("select * from Log " + std::string(where));
+    return AdifWriter(*rows).Contact();
   }
 };
 

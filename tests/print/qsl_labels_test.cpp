@@ -94,7 +94,7 @@ TEST(QslLabels, SatelliteTextsComeOutOfTheNote) {
 
 TEST(QslLabels, ARowThatBeginsInsideThePageIsPrinted) {
   RecordingPlatform machine;
-  LabelGrid grid({Mm(99), Mm(80), Mm(5), Mm(0), Mm(0), Mm(7), 2});
+  LabelGrid grid({990, 800, 50, 0, 0, 70, 2});
   const std::pair<double, double> places[] = {{7, 0},   {92, 0},   {7, 99},  {92, 99},
                                               {7, 198}, {92, 198}, {7, 297}, {92, 297}};
   for (const auto& [x, y] : places) {
@@ -105,6 +105,23 @@ TEST(QslLabels, ARowThatBeginsInsideThePageIsPrinted) {
   }
   EXPECT_EQ(machine.TakeLines(), Texts{"print newpage"});
   EXPECT_EQ(grid.Y(), Mm(0));
+}
+
+TEST(QslLabels, ARowThatEndsExactlyWithThePageTurnsItForNoGeometry) {
+  RecordingPlatform machine;
+  constexpr int kPage = 2970;
+  for (int height = 339; height <= 700; height += 9) {
+    for (int space = 0; space <= 300; space += 7) {
+      const int top = kPage % (height + space);
+      if (top > 200) continue;
+      LabelGrid grid({height, 800, 0, space, top, 0, 1});
+      for (int row = top; row < kPage; row += height + space) grid.Next(machine.GetPrinter());
+      EXPECT_EQ(grid.Y(), Mm(297)) << height << ' ' << space;
+      EXPECT_TRUE(machine.TakeLines().empty()) << height << ' ' << space;
+      grid.Next(machine.GetPrinter());
+      EXPECT_EQ(machine.TakeLines(), Texts{"print newpage"});
+    }
+  }
 }
 
 }  // namespace

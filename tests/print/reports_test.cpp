@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "forms/command.h"
+#include "platform/serial_port.h"
 #include "print/report_engine.h"
 #include "print/report_layout.h"
 #include "tests/support/station.h"
@@ -160,6 +161,8 @@ TEST_F(ReportsTest, ConditionsJoinByAndOnlyBehindASelection) {
   EXPECT_EQ(AddCondition("WHERE Banda='  2 m'", ""), "WHERE Banda='  2 m'");
 }
 
+bool GoOn(std::int64_t, std::int64_t) { return true; }
+
 class ReportEngineTest : public ReportsTest {
  protected:
   static ReportLayout Layout() {
@@ -180,7 +183,7 @@ class ReportEngineTest : public ReportsTest {
 TEST_F(ReportEngineTest, APageHasHeadHeadingsRowsAndFoot) {
   Fill(1);
   PrintRows(session.Db, Layout(), {{"call", "I0XXX"}, {"data", "03/02/2001"}},
-            machine.GetPrinter(), [](std::int64_t) { return true; });
+            machine.GetPrinter(), GoOn);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 13u);
   EXPECT_EQ(lines[0], "print text 10 10 left \"Courier New\" 12 bold \"Log di I0XXX\"");
@@ -196,7 +199,7 @@ TEST_F(ReportEngineTest, APageHasHeadHeadingsRowsAndFoot) {
 TEST_F(ReportEngineTest, HeadingsRepeatOnEveryPageAndPagesAreCounted) {
   const int perPage = RowsPerPage(Layout(), Mm(297));
   Fill(perPage * 2 + 1);
-  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
   int headings = 0, pages = 0, lastPage = 0;
   for (const std::string& line : Lines()) {
     headings += line.ends_with("bold \"Call\"");
@@ -210,7 +213,7 @@ TEST_F(ReportEngineTest, HeadingsRepeatOnEveryPageAndPagesAreCounted) {
 
 TEST_F(ReportEngineTest, NothingIsPrintedIntoTheFoot) {
   Fill(RowsPerPage(Layout(), Mm(297)));
-  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
   const Texts lines = Lines();
   std::vector<double> heights;
   double foot = 0;
@@ -226,14 +229,45 @@ TEST_F(ReportEngineTest, NothingIsPrintedIntoTheFoot) {
 
 TEST_F(ReportEngineTest, ATextWiderThanItsColumnIsCut) {
   session.Db.Execute("insert into SLog (Call) values ('WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW')");
-  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
   bool cut = false;
   for (const std::string& line : Lines()) cut = cut || line.ends_with("WW...\"");
   EXPECT_TRUE(cut);
 }
 
+TEST_F(ReportEngineTest, TheCutTextIsTheLongestThatFits) {
+  // Every character of the recorded printer is a third of the font's height wide: 10 points are
+  // 1.176 millimetres, and 24 characters and the dots fit into 29 millimetres less the gap.
+  session.Db.Execute("insert into SLog (Call) values ('" + std::string(60, 'W') + "')");
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
+  int length = 0;
+  for (const std::string& line : Lines()) {
+    const auto dots = line.rfind("...\"");
+    if (dots != std::string::npos) length = static_cast<int>(dots - line.rfind('"', dots) - 1);
+  }
+  EXPECT_EQ(length, 21);
+}
+
+TEST_F(ReportEngineTest, ALineBreakInANoteIsABlankOnPaper) {
+  session.Db.Execute("insert into SLog (Call) values ('A\r\nB\tC')");
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
+  bool found = false;
+  for (const std::string& line : Lines()) found = found || line.ends_with("plain \"A  B C\"");
+  EXPECT_TRUE(found);
+}
+
+TEST_F(ReportEngineTest, ATextOfAnyLengthIsCutAtOnce) {
+  session.Db.Execute("insert into SLog (Call) values ('" + std::string(20000, 'W') + "')");
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
+  // A character is a third of 10 points wide: 24 fit into 29 millimetres, three of them dots.
+  const std::string shown = '"' + std::string(21, 'W') + "...\"";
+  const Texts lines = Lines();
+  EXPECT_TRUE(std::any_of(lines.begin(), lines.end(),
+                          [&](const std::string& line) { return line.ends_with(shown); }));
+}
+
 TEST_F(ReportEngineTest, AnEmptyTableIsOnePageWithoutRows) {
-  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
   const Texts lines = Lines();
   EXPECT_TRUE(lines[4].ends_with("\"Pagina 1 di 1\""));
   EXPECT_EQ(lines.back(), "print end");
@@ -241,10 +275,14 @@ TEST_F(ReportEngineTest, AnEmptyTableIsOnePageWithoutRows) {
 
 TEST_F(ReportEngineTest, TheOperatorCanStopIt) {
   Fill(200);
-  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(),
-            [](std::int64_t done) { return done < 100; });
+  EXPECT_THROW(PrintRows(session.Db, Layout(), {}, machine.GetPrinter(),
+                         [](std::int64_t done, std::int64_t total) {
+                           EXPECT_EQ(total, 200);
+                           return done < 100;
+                         }),
+               DeviceError);
   const Texts lines = Lines();
-  EXPECT_EQ(lines.back(), "print end");
+  EXPECT_NE(lines.back(), "print end");
   EXPECT_TRUE(std::none_of(lines.begin(), lines.end(),
                            [](const std::string& line) { return line.ends_with("\"C150\""); }));
 }
@@ -252,7 +290,7 @@ TEST_F(ReportEngineTest, TheOperatorCanStopIt) {
 TEST_F(ReportEngineTest, AColumnThatTheTableLacksIsNamed) {
   const ReportLayout layout = ParseReportLayout("colonna = X; Nulla; 10; sinistra");
   try {
-    PrintRows(session.Db, layout, {}, machine.GetPrinter(), [](std::int64_t) { return true; });
+    PrintRows(session.Db, layout, {}, machine.GetPrinter(), GoOn);
     FAIL();
   } catch (const LayoutError& failure) {
     EXPECT_NE(std::string(failure.what()).find("Nulla"), std::string::npos);

@@ -1,6 +1,7 @@
 #include "print/stampa_qsl.h"
 
 #include "print/qsl_update.h"
+#include "tests/support/golden.h"
 #include "tests/support/station.h"
 
 namespace brenvo {
@@ -68,6 +69,17 @@ TEST_F(StampaQslTest, UpdateStoresTheGeometryUnderItsOwnKeysAndNothingElse) {
   EXPECT_EQ(Rows("select QslInviata,QslDaInviare from Log"), Texts{"0|-1"});
 }
 
+TEST_F(StampaQslTest, AStoredMeasureBeyondAllMeasureIsTheNearestEnd) {
+  for (const auto& [stored, value] :
+       {std::pair("1E300", 700), std::pair("-1E300", 339), std::pair("99999999999", 700),
+        std::pair("-99999999999", 339), std::pair("abc", 339), std::pair("", 339)}) {
+    session.SaveSetting("StampaQsl", "AltezzaEtichette", stored);
+    StampaQsl& screen = OpenScreen();
+    EXPECT_EQ(screen.AltezzaEtichetta.Value(), value) << stored;
+    Event([&] { screen.Close(); });
+  }
+}
+
 TEST_F(StampaQslTest, WithoutAKindThereIsOnlyTheMessage) {
   StampaQsl& screen = OpenScreen();
   const auto before = session.Db.Counters().statements;
@@ -128,6 +140,97 @@ TEST_F(StampaQslTest, APageEndsWhenTheNextRowWouldBeginBelowIt) {
   EXPECT_EQ(outline[8], "Q 1 273.2");
   EXPECT_EQ(outline[9], "print newpage");
   EXPECT_EQ(outline[10], "Q 1 2");
+}
+
+class LabelPages : public StampaQslTest {
+ protected:
+  LabelPages() {
+    session.Db.Execute("UPDATE [User] SET Call='I4ABC',Qra='Mario Rossi',Locator='JN54IE',"
+                       "Indirizzo='Via Emilia 1',Qth='Parma',Provincia='PR'");
+  }
+  void Work(std::string_view call, std::string_view mode, std::string_view note, bool received) {
+    session.Db.Execute(
+        "insert into Log (DataQso,Call,Banda,Modo,QrkDato,Frequenza,[Note],QslDaInviare,"
+        "QslRicevuta) values ('0" + std::to_string(++day_) + "/01/2001 10:30','" +
+        std::string(call) + "','  2 m','" + std::string(mode) + "','59',144.3,'" +
+        std::string(note) + "'," + (received ? "False,True)" : "True,False)"));
+  }
+  void ThreeContacts() {
+    Work("IK3ABC", "SSB", "", false);
+    Work("DL1XYZ", "CW", "ciao", true);
+    Work("F5LEN/P", "Satellite", "[70cm/AO7/2m]", false);
+  }
+  // All that the printer was told.
+  std::string Printed(StampaQsl& screen) {
+    Event([&] { screen.CmPrint.Press(); });
+    std::string text;
+    for (const std::string& line : Lines()) text += line + "\n";
+    return text;
+  }
+  int day_ = 0;
+};
+
+struct PagesCase {
+  const char* name;
+  bool station, contact;
+  int perRow;
+};
+
+class EachLabelPages : public LabelPages, public testing::WithParamInterface<PagesCase> {};
+
+TEST_P(EachLabelPages, AreDrawnOperationByOperation) {
+  ThreeContacts();
+  StampaQsl& screen = OpenScreen();
+  screen.DatiStazione.SetOn(GetParam().station);
+  screen.DatiQso.SetOn(GetParam().contact);
+  screen.EtichXFila.SetValue(GetParam().perRow);
+  screen.AltezzaEtichetta.SetValue(370);
+  screen.SpazOrizzontale.SetValue(25);
+  screen.SpazVerticale.SetValue(10);
+  screen.MargineSuperiore.SetValue(85);
+  screen.MargineSinistro.SetValue(43);
+  ExpectGolden(std::string("print/golden/labels_") + GetParam().name + ".txt", Printed(screen));
+}
+
+INSTANTIATE_TEST_SUITE_P(Labels, EachLabelPages,
+                         testing::Values(PagesCase{"station_1", true, false, 1},
+                                         PagesCase{"station_3", true, false, 3},
+                                         PagesCase{"contact_1", false, true, 1},
+                                         PagesCase{"contact_2", false, true, 2},
+                                         PagesCase{"both_1", true, true, 1},
+                                         PagesCase{"both_2", true, true, 2},
+                                         PagesCase{"both_3", true, true, 3}),
+                         [](const auto& each) { return each.param.name; });
+
+TEST_F(LabelPages, ARowAtExactlyThePagesHeightStaysAndTheNextTurnsThePage) {
+  for (int i = 0; i < 8; ++i) Work("IK3AB" + std::string(1, char('A' + i)), "SSB", "", false);
+  StampaQsl& screen = OpenScreen();
+  screen.DatiQso.SetOn(true);
+  screen.AltezzaEtichetta.SetValue(495);
+  const std::string printed = Printed(screen);
+  EXPECT_NE(printed.find("print text 1 299 left"), std::string::npos);
+  ExpectGolden("print/golden/labels_page_break.txt", printed);
+}
+
+TEST_F(LabelPages, SatelliteTextsInEveryForm) {
+  for (const char* note : {"[70cm/AO7/2m]", "senza", "[70cm]", "[70cm/2m]", "[/AO7/2m]",
+                           "via [70cm/AO7/2m]", "[70cm/AO7/2m] ciao", "[1/2/3/4]"}) {
+    Work("IK3ABC", "Satellite", note, false);
+  }
+  Work("IK3ABC", "SSB", "[70cm/AO7/2m]", false);
+  StampaQsl& screen = OpenScreen();
+  screen.DatiQso.SetOn(true);
+  ExpectGolden("print/golden/labels_satellite.txt", Printed(screen));
+}
+
+TEST_F(LabelPages, ASecondRunBeginsInThePrintersOwnFontAgain) {
+  Work("IK3ABC", "SSB", "", false);
+  StampaQsl& screen = OpenScreen();
+  screen.DatiQso.SetOn(true);
+  screen.DatiStazione.SetOn(true);
+  Printed(screen);
+  screen.DatiStazione.SetOn(false);
+  EXPECT_EQ(Printed(screen).find("print text 1 2 left \"Arial\" 10 bold \"To Radio\""), 0u);
 }
 
 TEST_F(StampaQslTest, CardsReceivedAndNotAnsweredAreOwedToo) {

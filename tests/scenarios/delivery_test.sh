@@ -29,6 +29,15 @@ for name in Brenvo.mdb tnc.mnu wwconv.mnu Zone.html 'Mappa del mondo.jpg' waves/
 done
 [ ! -s "$work/out" ] || fail "a first delivery keeps nothing"
 
+# A compaction that was cut short has left no database, but its data: no empty one takes its place.
+for left in BrenvoNEW.MDB Brenvo.BAK; do
+  mv "$to/Brenvo.mdb" "$to/$left"
+  "$deliver" "$from" "$to" > "$work/out"
+  [ ! -e "$to/Brenvo.mdb" ] || fail "an empty database stands beside $left"
+  grep -q 'Brenvo.mdb' "$work/out" || fail "nothing is said of the missing database"
+  mv "$to/$left" "$to/Brenvo.mdb"
+done
+
 # The operator works, and the next version comes.
 write "$to/Brenvo.mdb" "contacts"
 write "$to/tnc.mnu" "my own menu"

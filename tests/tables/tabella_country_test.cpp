@@ -127,14 +127,22 @@ TEST_F(TabellaCountryTest, UpdateWorksOnTheRowThatTheTableStandsOn) {
   EXPECT_EQ(Rows("select Descrizione from Country where Country='F'"), Texts{"La Francia"});
 }
 
-TEST_F(TabellaCountryTest, UpdateWithoutAChoiceIsAFailureOfItsEvent) {
+TEST_F(TabellaCountryTest, UpdateWhereTheTableStandsOnNoRowEndsTheProgram) {
   TabellaCountry& table = OpenTable();
   Type(table.Codice, "Q9X");
   Type(table.Descrizione, "Terra");
-  Press(table, "cmUpdate");
-  EXPECT_THAT(Lines(), testing::ElementsAre(testing::StartsWith("error \"3021")));
-  Press(table, "cmInsert");
-  EXPECT_EQ(Country("Q9X").size(), 1u);
+  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THAT(Lines().at(0),
+              testing::StartsWith("message critical \"Aggiornamento country\" \" 3021 - "));
+}
+
+TEST_F(TabellaCountryTest, UpdateAfterADeleteEndsTheProgram) {
+  TabellaCountry& table = OpenTable();
+  Click(table.LBCountry, "I     Italia");
+  Press(table, "cmDelete");
+  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THAT(Lines().at(0),
+              testing::StartsWith("message critical \"Aggiornamento country\" \" 3167 - "));
 }
 
 TEST_F(TabellaCountryTest, DeletingAsksNothingAndTakesTheEntryAway) {
@@ -148,9 +156,6 @@ TEST_F(TabellaCountryTest, DeletingAsksNothingAndTakesTheEntryAway) {
   EXPECT_TRUE(Country("I").empty());
   EXPECT_EQ(table.LBCountry.Items().size(), entries - 1);
   EXPECT_EQ(Place(table.LBCountry, "I     Italia"), -1);
-  // The row is gone: nothing is left to update.
-  Press(table, "cmUpdate");
-  EXPECT_THAT(Lines(), testing::ElementsAre(testing::StartsWith("error \"3167")));
 }
 
 TEST_F(TabellaCountryTest, MapAndFlagComeFromTheListOfFilesAndGoByBackspace) {

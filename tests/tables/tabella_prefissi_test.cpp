@@ -260,14 +260,13 @@ TEST_F(TabellaPrefissiTest, AnyOtherFailureEndsTheProgram) {
               testing::StartsWith("message critical \"Aggiornamento prefisso\" \" 3420"));
 }
 
-TEST_F(TabellaPrefissiTest, AnUpdateOfAnEmptyTableIsAFailureOfItsEvent) {
+TEST_F(TabellaPrefissiTest, AnUpdateOfAnEmptyTableEndsTheProgram) {
   Exec("delete * from Prefissi");
   TabellaPrefissi& table = OpenTable();
   Fill(table, "IK1", "I", "15", "28", "EU");
-  Press(table, "cmUpdate");
-  EXPECT_THAT(Lines(), testing::ElementsAre(testing::StartsWith("error \"3021")));
-  Press(table, "cmInsert");
-  EXPECT_EQ(Prefixes().size(), 1u);
+  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THAT(Lines().at(0),
+              testing::StartsWith("message critical \"Aggiornamento prefisso\" \" 3021 - "));
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include <pty.h>
 #include <unistd.h>
 
+#include <QAudioDevice>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMediaDevices>
 #include <QPushButton>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -227,6 +229,20 @@ TEST_F(Devices, AMissingWaveCostsNoTimeAndEndsNormally) {
   EXPECT_TRUE(WaitFor([&] { return code == 1; }));
 }
 
+TEST_F(Devices, AMachineWithoutASoundDeviceIsSilentAndCostsNoTime) {
+  if (!QMediaDevices::defaultAudioOutput().isNull()) GTEST_SKIP() << "there is one here";
+  WriteWave(File("cq.wav"), 80000);  // ten seconds
+  QtWavePlayer player(gate);
+  QElapsedTimer clock;
+  clock.start();
+  player.PlayAndWait(File("cq.wav"));
+  int code = 0;
+  player.OnComplete = [&](int told) { code = told; };
+  player.Start(File("cq.wav"));
+  EXPECT_TRUE(WaitFor([&] { return code == 1; }));
+  EXPECT_LT(clock.elapsed(), 500);
+}
+
 TEST_F(Devices, AClosedPlaybackDoesNotComplete) {
   QtWavePlayer player(gate);
   int completions = 0;
@@ -253,11 +269,9 @@ TEST_F(Devices, WhileASoundIsWaitedForDevicesWait) {
 class PrinterDevice : public Devices {
  protected:
   QString file = directory.filePath("page.pdf");
-  QtPrinter printer{[this](QPrinter& chosen) {
-                      chosen.setOutputFormat(QPrinter::PdfFormat);
-                      chosen.setOutputFileName(file);
-                      chosen.setPageSize(QPageSize(QPageSize::A4));
-                      return !cancelled;
+  QtPrinter printer{[this](bool landscape) -> std::unique_ptr<PageTarget> {
+                      if (cancelled) return nullptr;
+                      return PaperTarget::Pdf(file, landscape);
                     },
                     [](const Window&) { return QPixmap(); }};
   bool cancelled = false;
@@ -289,10 +303,20 @@ TEST_F(PrinterDevice, TellsThePageInMillimetres) {
   printer.EndDocument();
 }
 
-TEST_F(PrinterDevice, LiesOnItsSideFromTheNextDocumentOn) {
+TEST_F(PrinterDevice, TheNextDocumentLiesOnItsSideAndTheOneAfterItStands) {
   printer.SetLandscape(true);
   EXPECT_GT(printer.PageWidth(), printer.PageHeight());
   printer.EndDocument();
+  EXPECT_LT(printer.PageWidth(), printer.PageHeight());
+  printer.EndDocument();
+}
+
+TEST_F(PrinterDevice, EveryDocumentBeginsInThePrintersOwnFont) {
+  const Mm own = printer.TextWidth("IK3ABC");
+  printer.SetFont("Times New Roman", 24, true);
+  EXPECT_GT(printer.TextWidth("IK3ABC"), own * 2);
+  printer.EndDocument();
+  EXPECT_EQ(printer.TextWidth("IK3ABC"), own);
 }
 
 TEST_F(PrinterDevice, MeasuresATextInTheFontInUse) {
@@ -312,6 +336,23 @@ TEST_F(PrinterDevice, ACancelledDialogIsAFailureOfEachOperation) {
   printer.Text(Mm(0), Mm(0), "x");
   printer.EndDocument();
   EXPECT_FALSE(Pdf().isEmpty());
+}
+
+TEST_F(PrinterDevice, APrinterThatCannotBeReachedIsToldAndTheNextTryIsSound) {
+  const QString sound = file;
+  file = directory.filePath("gone/page.pdf");
+  for (int tries = 0; tries < 2; ++tries) {
+    try {
+      printer.Text(Mm(0), Mm(0), "x");
+      ADD_FAILURE() << "nothing was told";
+    } catch (const DeviceError& failure) {
+      EXPECT_EQ(failure.what(), "Il file " + file.toStdString() + " non si puo' scrivere");
+    }
+  }
+  file = sound;
+  printer.Text(Mm(0), Mm(0), "x");
+  printer.EndDocument();
+  EXPECT_TRUE(Pdf().startsWith("%PDF"));
 }
 
 TEST_F(PrinterDevice, EndingADocumentThatWasNotBegunIsNothing) {

@@ -2,7 +2,9 @@
 # deliver.sh FROM DIR: brings a delivered directory into an operator's application directory.
 #
 # Everything is replaced but what is the operator's: an existing database and settings file always
-# stay, and the database gets the tables that it lacks, where the maker stands beside FROM; templates, menus and report layouts stay when they were changed since the last delivery,
+# stay, and so does the place of a database that an interrupted compaction left under another name;
+# a database gets the tables that it lacks, where the maker stands beside FROM; templates, menus and
+# report layouts stay when they were changed since the last delivery,
 # which DIR/.delivered remembers by checksum. A file that stays is named on the standard output.
 set -eu
 
@@ -46,10 +48,14 @@ put() {
 (cd "$from" && find . -type f) | sed 's|^\./||' | LC_ALL=C sort | while IFS= read -r name; do
   case $name in
     Brenvo.mdb)
-      if [ ! -e "$to/$name" ]; then
+      # A compaction that was cut short leaves the contacts under one of these names: an empty
+      # database in their place would be taken for the station's log.
+      if [ -e "$to/$name" ]; then
+        if [ -x "$maker" ]; then "$maker" --complete "$schema" "$to/$name"; fi
+      elif [ -e "$to/BrenvoNEW.MDB" ] || [ -e "$to/Brenvo.BAK" ]; then
+        echo "no Brenvo.mdb, but what a compaction has left: nothing new was put in its place"
+      else
         put "$name"
-      elif [ -x "$maker" ]; then
-        "$maker" --complete "$schema" "$to/$name"
       fi
       ;;
     Brenvo.ini)

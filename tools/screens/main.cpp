@@ -1,28 +1,41 @@
-// Takes a picture of every window of the station: screens DIR OUT [WINDOW ...].
+// Takes a picture of every window: screens [--dark] [--points N] STATION OUT [PICTURE ...].
 //
-// DIR is an application directory, OUT takes a PNG a window. No display is needed with
-// QT_QPA_PLATFORM=offscreen. --dark before DIR puts them on a dark desktop.
+// STATION is an application directory; an empty log is filled with made-up contacts first. OUT takes
+// a PNG a picture. --dark puts them on a dark desktop, --points on one with letters of that size.
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QDir>
 #include <QEventLoop>
+#include <QMessageBox>
 #include <QPixmap>
+#include <QScreen>
 #include <QTimer>
 #include <cstdio>
+#include <string>
+#include <vector>
 
 #include "station/station.h"
+#include "tools/demonstration/demonstration.h"
+#include "tools/screens/far_ends.h"
+#include "tools/screens/pictures.h"
 #include "ui/qt_platform.h"
 #include "ui/text.h"
 
 namespace {
 
-constexpr const char* kWindows[] = {
-    "LogForm",        "LogSearch",      "OldQsoForm",       "OldQsoLocator",  "Contest",
-    "ContestQso",     "ContestNewQso",  "CheckCallContest", "ContestSearch",  "StatSel",
-    "SField",         "SSQuare",        "SPrefissi",        "SContinenti",    "SZone",
-    "SCountry",       "SProvincie",     "SNote",            "Hrd",            "HrdMode",
-    "MappaSquare",    "StampaQsl",      "TNC",              "TNCtelnet",      "WWConv",
-    "FT736",          "DX",             "User",             "TabellaPrefissi", "TabellaCountry",
-    "TabellaProvincie", "TabellaNote",  "Help"};
+constexpr int kContacts = 4000;
+constexpr const char* kModesShown = "SSB;CW;FM;RTTY;PSK31;FT8;";
+const std::vector<std::string> kSpots = {
+    "Hello Anna, this is a made-up cluster",
+    "DX de OE3ABC:    144300.0  9A5XYZ       JN85 59 tropo                 1812Z",
+    "DX de DK5ABC:     50110.0  EA8XYZ       sporadic E                    1813Z",
+    "DX de F5XYZ:      14205.0  JA1XYZ       up 5                          1814Z",
+    "DX de S57ABC:    432200.0  HA5XYZ       JN97                          1816Z",
+    "To ALL de OK1ABC: band opening to the north                           1817Z",
+    "DX de IK2ABC:     21025.0  ZL1XYZ       good signal                   1818Z"};
+const std::vector<std::string> kTalk = {
+    "Welcome to the made-up chat", "<9A5XYZ> good evening from JN85",
+    "<OE5ABC> 70 cm is open to the north", "<*S57ABC*> Anna, 144.325 in five minutes?"};
 
 QPalette DarkPalette() {
   const QColor window(45, 48, 52), base(30, 32, 35), words(225, 226, 228), dim(125, 128, 132);
@@ -40,9 +53,9 @@ QPalette DarkPalette() {
   return dark;
 }
 
-void Settle() {
+void Settle(int milliseconds) {
   QEventLoop loop;
-  QTimer::singleShot(150, &loop, &QEventLoop::quit);
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
   loop.exec();
 }
 
@@ -54,21 +67,110 @@ void UseLastContest(brenvo::Session& session) {
   session.CurrentContest = {brenvo::DateText(contests.Field("DataContest").Date()),
                             contests.Field("Banda").Text(), contests.Field("Nome").Text(),
                             contests.Field("Locator").Text()};
+  session.CurrentContest.MoltSquare = contests.Field("MoltSquare").Bool();
 }
 
-void TakePicture(brenvo::Session& session, brenvo::QtPlatform& platform, const QString& name,
-                 const QDir& out) {
-  session.Windows.RunEvent([&] {
-    brenvo::Window* window = session.Windows.LoadNew(brenvo::FromQt(name));
-    if (window == nullptr) return;
-    session.Windows.Show(*window);
-    Settle();
-    const QPixmap picture = platform.Screen().FramePictureOf(*window);
-    const QString file = out.filePath(name + ".png");
-    if (!picture.isNull() && picture.save(file)) std::printf("%s\n", qPrintable(file));
-    session.Windows.Unload(*window);
-  });
-  Settle();
+class Photographer {
+ public:
+  Photographer(brenvo::Session& session, brenvo::QtPlatform& platform, QDir out)
+      : session_(session), platform_(platform), out_(std::move(out)) {
+    QObject::connect(&dialogs_, &QTimer::timeout, [this] { LookAtDialog(); });
+    dialogs_.start(200);
+  }
+
+  // False when there was nothing to see.
+  bool Take(const brenvo::Picture& picture) {
+    file_ = out_.filePath(brenvo::ToQt(picture.file) + ".png");
+    dialog_ = brenvo::ToQt(picture.dialog);
+    taken_ = false;
+    brenvo::Window* window = nullptr;
+    session_.QueryText =
+        picture.selection.empty() ? "WHERE Banda='  6 m'" : picture.selection;
+    session_.Windows.RunEvent([&] { window = picture.open(session_); });
+    Settle(250);
+    if (window != nullptr && session_.Windows.IsLoaded(window)) {
+      Keep(platform_.Screen().FramePictureOf(*window));
+    }
+    CloseAll();
+    return taken_;
+  }
+
+ private:
+  void Keep(const QPixmap& picture) {
+    taken_ = picture.save(file_);
+    std::printf("%s\n", qPrintable(file_));
+  }
+
+  // A dialog holds the station until it is closed: its picture is taken while it stands. A message
+  // is closed and nothing else.
+  void LookAtDialog() {
+    QWidget* const modal = QApplication::activeModalWidget();
+    if (modal == nullptr) return;
+    if (const auto* box = qobject_cast<QMessageBox*>(modal)) {
+      std::fprintf(stderr, "screens: %s\n", qPrintable(box->text()));
+    } else if (modal->objectName() == dialog_ && !taken_) {
+      Keep(modal->grab());
+    }
+    modal->close();
+  }
+
+  void CloseAll() {
+    session_.Windows.RunEvent([&] {
+      while (session_.Windows.Loaded().size() > 1) {
+        brenvo::Window& last = *session_.Windows.Loaded().back();
+        if (session_.Windows.Unload(last)) continue;
+        // A transceiver that is on holds its window.
+        if (brenvo::Command* power = last.FindCommand("Accensione")) power->Press();
+      }
+    });
+    Settle(20);
+  }
+
+  brenvo::Session& session_;
+  brenvo::QtPlatform& platform_;
+  QDir out_;
+  QString file_, dialog_;
+  bool taken_ = false;
+  QTimer dialogs_;
+};
+
+int TakePictures(const QApplication& application, const QString& station, const QDir& out, const QStringList& wanted) {
+  const std::filesystem::path directory = brenvo::PathFromQt(QDir(station).absolutePath());
+  out.mkpath(QStringLiteral("."));
+  brenvo::GreetingServer cluster(kSpots), chat(kTalk);
+  brenvo::SilentDevice line;
+  brenvo::QtPlatform platform(directory);
+  brenvo::Session session(platform, directory);
+  platform.Attach(&session);
+  session.SaveSetting("Porte", "COM1", line.Path());
+  session.SaveSetting("HrdMode", "ModiUsati", kModesShown);
+  if (brenvo::StartStation(session) == nullptr) return 1;
+  const QSize screen = application.primaryScreen()->size();
+  session.Windows.Find("Brenvo")->Move({brenvo::Twips(0), brenvo::Twips(0),
+                                        brenvo::Twips::FromPixels(screen.width()),
+                                        brenvo::Twips::FromPixels(screen.height())});
+  if (session.Db.OpenSnapshot("select Call from Log")->EOF_()) {
+    brenvo::FillDemonstration(session, kContacts);
+  }
+  session.Db.Execute("update [User] set TelnetCluster='" + cluster.Address() +
+                     "', TelnetWWConv='" + chat.Address() + "'");
+  session.TbUser->MoveFirst();
+  Settle(300);
+  UseLastContest(session);
+  Photographer photographer(session, platform, out);
+  int failed = 0;
+  for (const brenvo::Picture& picture : brenvo::AllPictures()) {
+    if (!wanted.isEmpty() && !wanted.contains(brenvo::ToQt(picture.file))) continue;
+    if (picture.file == "TNC") {
+      for (const std::string& spot : kSpots) line.Say(spot + "\r\n");
+    }
+    if (photographer.Take(picture)) continue;
+    std::fprintf(stderr, "screens: no picture %s\n", picture.file.c_str());
+    ++failed;
+  }
+  session.Windows.RunEvent([&] { brenvo::StopStation(session); });
+  platform.Attach(nullptr);
+  return failed == 0 ? 0 : 1;
 }
 
 }  // namespace
@@ -77,36 +179,22 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Brenvo"));
   QApplication::setStyle(QStringLiteral("Fusion"));
-  QStringList arguments = QApplication::arguments();
-  if (arguments.removeAll(QStringLiteral("--dark")) > 0) QApplication::setPalette(DarkPalette());
-  if (arguments.size() < 3) {
-    std::fprintf(stderr, "screens [--dark] DIR OUT [WINDOW ...]\n");
+  QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
+  QCommandLineParser words;
+  const QCommandLineOption dark(QStringLiteral("dark"));
+  const QCommandLineOption points(QStringLiteral("points"), QString(), QStringLiteral("N"));
+  words.addOptions({dark, points});
+  words.process(application);
+  const QStringList arguments = words.positionalArguments();
+  if (arguments.size() < 2) {
+    std::fprintf(stderr, "screens [--dark] [--points N] STATION OUT [PICTURE ...]\n");
     return 2;
   }
-  const std::filesystem::path directory =
-      brenvo::PathFromQt(QDir(arguments[1]).absolutePath());
-  const QDir out(arguments[2]);
-  out.mkpath(QStringLiteral("."));
-  QStringList windows = arguments.mid(3);
-  if (windows.isEmpty()) {
-    for (const char* name : kWindows) windows.append(QLatin1String(name));
+  if (words.isSet(dark)) QApplication::setPalette(DarkPalette());
+  if (words.isSet(points)) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(words.value(points).toDouble());
+    QApplication::setFont(font);
   }
-
-  brenvo::QtPlatform platform(directory);
-  brenvo::Session session(platform, directory);
-  platform.Attach(&session);
-  if (brenvo::StartStation(session) == nullptr) return 1;
-  Settle();
-  UseLastContest(session);
-  session.QueryText = "WHERE Call<>''";
-  // A box that a window opens by itself must not hold the tool.
-  QTimer boxes;
-  QObject::connect(&boxes, &QTimer::timeout, [] {
-    if (QWidget* box = QApplication::activeModalWidget()) box->close();
-  });
-  boxes.start(300);
-  for (const QString& name : windows) TakePicture(session, platform, name, out);
-  session.Windows.RunEvent([&] { brenvo::StopStation(session); });
-  platform.Attach(nullptr);
-  return 0;
+  return TakePictures(application, arguments[0], QDir(arguments[1]), arguments.mid(2));
 }

@@ -10,8 +10,9 @@ run="g++ cmake ninja-build ccache pkg-config libsqlite3-dev libfmt-dev libutfcpp
      qt6-base-dev qt6-serialport-dev qt6-multimedia-dev qt6-svg-dev qt6-image-formats-plugins
      libgl-dev libvulkan-dev libxkbcommon-dev qt6-translations-l10n qt6-qpa-plugins
      fonts-dejavu-core fonts-liberation espeak-ng iso-flags-png-320x240"
-test="libgtest-dev libgmock-dev sqlite3 xvfb xauth hamradio-files"
-show="xvfb xauth xdotool openbox imagemagick x11-utils"
+test="libgtest-dev libgmock-dev sqlite3 xvfb xauth hamradio-files dpkg-dev xdotool openbox
+      imagemagick x11-utils chromium"
+show="xvfb xauth xdotool openbox imagemagick x11-utils sqlite3"
 
 case ${1-} in
   run) wanted=$run ;;

@@ -1,7 +1,9 @@
 #!/bin/sh
-# show.sh BUILD OUT: starts the program on a virtual screen and on a scratch directory, logs
-# contacts with real keys, and writes pictures to OUT. The exit status is 0 when the contacts are
-# in the database.
+# show.sh BUILD OUT: starts the program on a virtual screen and on a scratch directory, and walks the
+# main road with real keys and mouse clicks: own profile, contacts, search, grid, matrix, map,
+# saved desktop, closing. Pictures go to OUT. The exit status is 0 when the contacts are in the
+# database. Each step waits for what it needs, up to WAIT seconds (90), so that a slow machine is
+# only slow.
 set -eu
 
 if [ $# -ne 2 ]; then
@@ -10,6 +12,7 @@ if [ $# -ne 2 ]; then
 fi
 build=$1
 out=$2
+patience=${WAIT:-90}
 root=$(cd "$(dirname "$0")/../.." && pwd)
 work=$(mktemp -d)
 started=
@@ -23,6 +26,24 @@ trap cleanup EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
+fail() {
+  echo "show.sh: $1" >&2
+  [ ! -s "$work/brenvo.log" ] || cat "$work/brenvo.log" >&2
+  import -window root "$out/failed.png" 2>/dev/null || true
+  exit 1
+}
+# waits WHAT COMMAND...: until the command succeeds.
+waits() {
+  what=$1
+  shift
+  tries=$((patience * 5))
+  until "$@" > /dev/null 2>&1; do
+    tries=$((tries - 1))
+    [ $tries -gt 0 ] || fail "no $what"
+    sleep 0.2
+  done
+}
+
 mkdir -p "$out" "$work/runtime" "$work/station"
 rm -f "$out"/*.png
 chmod 700 "$work/runtime"
@@ -31,11 +52,7 @@ unset WAYLAND_DISPLAY || true
 
 Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3> "$work/display" 2> "$work/xvfb.log" &
 started="$! $started"
-for _ in $(seq 100); do
-  [ -s "$work/display" ] && break
-  sleep 0.1
-done
-[ -s "$work/display" ] || { cat "$work/xvfb.log" >&2; echo "show.sh: no virtual screen" >&2; exit 1; }
+waits "virtual screen" test -s "$work/display"
 DISPLAY=:$(cat "$work/display")
 export DISPLAY
 if command -v openbox > /dev/null; then
@@ -47,32 +64,50 @@ fi
 "$build/app/brenvo" "$work/station" > "$work/brenvo.log" 2>&1 &
 program=$!
 started="$program $started"
-# A frame of its own size comes up; until then keys would go nowhere.
-window=
-for _ in $(seq 150); do
-  window=$(xdotool search --onlyvisible --name '^Brenvo$' 2>/dev/null | head -1 || true)
-  [ -n "$window" ] && break
-  kill -0 "$program" 2>/dev/null || { cat "$work/brenvo.log" >&2; exit 1; }
-  sleep 0.2
-done
-[ -n "$window" ] || { echo "show.sh: the program does not come up" >&2; exit 1; }
-sleep 1
+
+active() { xdotool getactivewindow getwindowname; }
+alive() { kill -0 "$program" 2>/dev/null; }
+frame_is_up() { alive || fail "the program has ended"; [ "$(active)" = Brenvo ]; }
+# The picture of the screen, as one number.
+screen() { import -window root rgb:- | cksum; }
+# Until nothing has moved for a moment: the program has done what it was asked.
+settled() {
+  before=$(screen)
+  sleep "${1:-0.25}"
+  [ "$(screen)" = "$before" ]
+}
+# A blinking caret must not keep it waiting for ever.
+settle() {
+  for _ in 1 2 3 4 5 6; do
+    ! settled || return 0
+  done
+}
+rows() { sqlite3 "file:$work/station/Brenvo.mdb?mode=ro" "$1" 2>/dev/null; }
+holds() { [ "$(rows "$1")" = "$2" ]; }
 
 picture() {
-  sleep 1.2
+  settle
   import -window root "$out/$1.png"
   echo "$out/$1.png"
 }
 keys() { xdotool key --delay 60 "$@"; }
 words() { xdotool type --delay 40 "$1"; }
+# A click at a place within the active window.
+click() {
+  corner=$(xwininfo -id "$(xdotool getactivewindow)" |
+    awk '/Absolute upper-left X/ { x = $4 } /Absolute upper-left Y/ { print x, $4 }')
+  xdotool mousemove $((${corner% *} + $1)) $((${corner#* } + $2)) click 1
+}
 
-# One contact, from the call to the note, as the keyboard goes through the fields.
+# One contact, from the call to the note, as the keyboard goes through the fields; then the call
+# again.
+count=0
 contact() {
   keys F5
-  sleep 0.4
+  settle
   words "$1"
   keys Tab
-  sleep 0.6
+  settle
   words "$2"  # the band: the list follows what is typed
   keys Tab Tab
   words "$3"
@@ -88,29 +123,75 @@ contact() {
   words "$6"
   [ -z "${7:-}" ] || picture "$7"
   keys F2
-  sleep 0.5
-  # Back to the call.
+  count=$((count + 1))
+  waits "contact $count" holds 'SELECT count(*) FROM Log' $count
   keys $(yes shift+Tab | head -8)
 }
 
+waits "main frame" frame_is_up
 picture 1-mainframe
+
+# The own station: the hint on the empty map says where.
+keys ctrl+u
+settle
+words ik3dem
+keys Tab
+words "Anna Verdi"
+keys Tab
+words Padova
+keys Tab
+words "Via delle Antenne 73"
+keys Tab
+words pd
+keys Tab
+words jn55wj
+picture 2-station
+keys F3
+waits "own locator" holds 'SELECT Locator FROM "User"' JN55WJ
+keys ctrl+w
+settle
+
 keys ctrl+l
-sleep 1.5
+settle
 contact ik1abc 2m SSB JN45AA Mario Torino
 contact dl1xyz 2m CW JO62QM Klaus Berlin
-contact ea3zz 2m SSB JN11BK Juan Barcellona 2-log
+contact ea3zz 2m SSB JN11BK Juan Barcellona 3-log
 keys F7
-picture 3-grid
+picture 4-grid
 keys F7
-sleep 0.5
-keys ctrl+b
-sleep 1
-words i5xyz
-keys Return
-picture 4-worked
-keys ctrl+u
-picture 5-station
+settle
 
-rows=$(sqlite3 "$work/station/Brenvo.mdb" 'SELECT count(*) FROM Log' 2>/dev/null || echo unknown)
-echo "Contacts in the log: $rows"
-[ "$rows" = 3 ] || [ "$rows" = unknown ]
+# The search is a dialog; Enter searches.
+keys F8
+dialog_is_up() { [ "$(active)" != Brenvo ]; }
+waits "search" dialog_is_up
+settle
+keys F1
+picture 5-help
+keys Escape
+settle
+keys Escape
+settle
+
+keys ctrl+b
+settle
+words ik1abc
+keys Return
+picture 6-worked
+
+# The desktop is saved; a menu opens under the mouse.
+keys ctrl+shift+d
+waits "saved desktop" grep -q '^Window=' "$work/station/Brenvo.ini"
+click 140 10
+picture 7-menu
+
+# The frame's own way out: every window keeps its place.
+keys Escape
+waits "main frame" frame_is_up
+keys alt+F4
+gone() { ! alive; }
+waits "end" gone
+grep -q '^\[Hrd\]' "$work/station/Brenvo.ini" || fail "no place of a window was kept"
+found=$(rows 'SELECT count(*) FROM Log')
+echo "Contacts in the log: ${found:-unknown}"
+[ "$found" = 3 ]

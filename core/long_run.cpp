@@ -1,0 +1,37 @@
+#include "core/long_run.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::int64_t kRowsPerCommit = 1000;
+
+}  // namespace
+
+LongRun::LongRun(Session& session, std::string_view title, std::int64_t total)
+    : database_(session.Db),
+      busy_(session.Host()),
+      progress_(session.Machine.ShowProgress(title, total)) {}
+
+LongRun::~LongRun() {
+  try {
+    Commit();
+  } catch (const DatabaseError&) {
+    // The failure that ended the run is the one to tell.
+  }
+}
+
+bool LongRun::Next() {
+  if (done_ % kRowsPerCommit == 0) {
+    Commit();
+    if (!progress_->Advance(done_)) return false;
+    database_.BeginTrans();
+  }
+  ++done_;
+  return true;
+}
+
+void LongRun::Commit() {
+  if (database_.IsOpen() && database_.InTransaction()) database_.CommitTrans();
+}
+
+}  // namespace brenvo

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "base/text.h"
+#include "tests/links/spot_terminals.h"
+
+namespace brenvo {
+namespace {
+
+TEST_F(Radio, AFailedBandQueryLosesItsLineAndNoOther) {
+  WatchDx();
+  int asked = 0;
+  SpotEngine engine(kRadioPolicy, terminal.Received,
+                    {terminal.Banda, terminal.cmAutoSpelling, terminal.cmAutoCheck, &terminal.cmMDX,
+                     &terminal.cmMAnnounce, &terminal.cmMTutto},
+                    {.FindBand = [&](Khz) -> std::optional<SpotBand> {
+                       if (++asked == 1) throw std::runtime_error("no");
+                       return terminal.Bands.front().first;
+                     },
+                     .PlayWave = [](std::string_view) {},
+                     .ShowCheck = [](std::string_view) {},
+                     .Beep = nullptr,
+                     .TakeWaiting = nullptr});
+  int failures = 0;
+  for (char c : std::string(kSpot20) + std::string(kSpot2)) {
+    try {
+      engine.FeedCharacter(static_cast<unsigned char>(c));
+    } catch (const std::runtime_error&) {
+      ++failures;
+    }
+  }
+  EXPECT_EQ(failures, 1);
+  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(engine.RxLine(), "");
+}
+
+TEST_F(Radio, ALineWithoutAnEndStaysBounded) {
+  for (const bool everything : {true, false}) {
+    if (!everything) WatchDx();
+    const std::string block(1 << 16, 'x');
+    for (int i = 0; i < 64; ++i) terminal.Receive(block);
+    EXPECT_EQ(terminal.Engine.RxLine().size(), SpotEngine::kLongestLine);
+    EXPECT_LE(terminal.Received.Length(), 32001u);
+    terminal.Receive("\n");
+    EXPECT_EQ(terminal.Engine.RxLine(), "");
+  }
+}
+
+TEST_F(Telnet, ALineWithoutAnEndStaysBounded) {
+  const std::string block(1 << 16, 'x');
+  for (int i = 0; i < 64; ++i) terminal.Receive(block);
+  EXPECT_EQ(terminal.Engine.RxLine().size(), SpotEngine::kLongestLine);
+  EXPECT_EQ(terminal.Received.Length(), 0u);
+  terminal.Receive("\nhello\n");
+  EXPECT_EQ(Right(terminal.Received.Text(), 7), "\nhello\n");
+}
+
+TEST_F(Radio, ManyLongLinesStayBounded) {
+  WatchDx();
+  for (int i = 0; i < 40; ++i) {
+    terminal.Receive("DX de " + std::to_string(i) + std::string(30000, 'x') + "\n");
+    EXPECT_LE(terminal.Received.Length(), 132001u);
+  }
+}
+
+// Each line in turn is seen at the end of the text before the next one comes.
+TEST_F(Radio, TenThousandLinesAtOnceAllComeUp) {
+  WatchDx();
+  std::string burst;
+  for (int i = 0; i < 10000; ++i) {
+    burst += "DX de I4LCK:     14195.0  Z" + std::to_string(i) + "A   tnx\r\n";
+  }
+  int shown = 0;
+  terminal.Received.Edited = [&](const RichText::Edit& edit) {
+    if (!edit.inserted.empty()) {
+      EXPECT_EQ(edit.inserted.front().text,
+                "DX DE I4LCK:     14195.0  Z" + std::to_string(shown) + "A   TNX\n");
+      ++shown;
+    }
+    EXPECT_LE(terminal.Received.Length(), 32100u);
+  };
+  terminal.Receive(burst);
+  EXPECT_EQ(shown, 10000);
+  EXPECT_EQ(terminal.Heard.size(), 10000u);
+}
+
+TEST_F(Telnet, TenThousandLinesAtOnceAllComeUp) {
+  terminal.cmAutoCheck.Press();
+  std::string burst;
+  for (int i = 0; i < 10000; ++i) {
+    burst += "DX de I4LCK:     14195.0  Z" + std::to_string(i) + "A   tnx\r\n";
+  }
+  int shown = 0;
+  terminal.Received.Edited = [&](const RichText::Edit& edit) {
+    if (!edit.inserted.empty()) ++shown;
+    EXPECT_LE(terminal.Received.Length(), 32100u);
+  };
+  terminal.Receive(burst);
+  EXPECT_EQ(shown, 10000);
+  EXPECT_EQ(terminal.Checked.size(), 10000u);
+  EXPECT_EQ(terminal.Checked.back(), "Z9999A");
+}
+
+TEST_F(Radio, ControlBytesAndBytesThatAreNoTextDoNoHarm) {
+  std::string bytes;
+  for (int byte = 0; byte < 256; ++byte) {
+    if (byte != '\n' && byte != '\r' && byte != 7 && byte != '!') bytes += static_cast<char>(byte);
+  }
+  terminal.Receive("DX de " + bytes + ": 14195.0 " + bytes + " cq\n");
+  EXPECT_EQ(Len(terminal.Received.Text()), 6 + 252 + 2 + 8 + 252 + 3 + 1);
+}
+
+}  // namespace
+}  // namespace brenvo

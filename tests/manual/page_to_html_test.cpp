@@ -1,0 +1,57 @@
+#include "tools/manual/page_to_html.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+namespace brenvo {
+namespace {
+
+TEST(PageToHtml, LinesOfAParagraphRunTogether) {
+  EXPECT_EQ(PageToHtml("Uno\ndue\n\nTre\n"), "<p>Uno due</p>\n<p>Tre</p>\n");
+}
+
+TEST(PageToHtml, MarksWithinALineBecomeTags) {
+  EXPECT_EQ(PageToHtml("Il **log** e *il* `IK3*` < & >"),
+            "<p>Il <strong>log</strong> e <em>il</em> <code>IK3*</code> &lt; &amp; &gt;</p>\n");
+}
+
+TEST(PageToHtml, AMarkWithoutItsFellowIsAWord) {
+  EXPECT_EQ(PageToHtml("5 * 3 e `x"), "<p>5 * 3 e `x</p>\n");
+}
+
+TEST(PageToHtml, ATableHasAHeading) {
+  EXPECT_EQ(PageToHtml("| Tasto | Comando |\n|---|---|\n| F2 | Inserisce |\n"),
+            "<table>\n<tr><th>Tasto</th><th>Comando</th></tr>\n"
+            "<tr><td>F2</td><td>Inserisce</td></tr>\n</table>\n");
+}
+
+TEST(PageToHtml, AnEntryOfAListGoesOnInTheLinesBelow) {
+  EXPECT_EQ(PageToHtml("1. Aprire\n   il log\n2. Scrivere\n"),
+            "<ol>\n<li>Aprire il log</li>\n<li>Scrivere</li>\n</ol>\n");
+}
+
+TEST(PageToHtml, APictureStandsByItself) {
+  EXPECT_EQ(PageToHtml("![Log](manuale/LogForm.png)\n\nTesto"),
+            "<p><img src=\"manuale/LogForm.png\" alt=\"Log\"></p>\n<p>Testo</p>\n");
+}
+
+TEST(ManualToHtml, ThePagesAreReachedByTheirNumbers) {
+  const std::string html = ManualToHtml({{1, "Primo giorno", "a"}, {100, "Log", "b"}}, "Manuale");
+  EXPECT_NE(html.find("<a href=\"#t100\">Log</a>"), std::string::npos);
+  EXPECT_NE(html.find("<h2 id=\"t100\">Log</h2>\n<p>b</p>"), std::string::npos);
+}
+
+TEST(ManualToHtml, NothingOfTheDeliveredManualIsLeftUnread) {
+  std::ifstream file(SOURCE_DIR "/data/Brenvo.HLP");
+  std::stringstream text;
+  text << file.rdbuf();
+  const std::string html = ManualToHtml(ParseHelp(text.str()), "Manuale");
+  for (const char* left : {"**", "![", "](", "|---", "\n@ "}) {
+    EXPECT_EQ(html.find(left), std::string::npos) << left;
+  }
+}
+
+}  // namespace
+}  // namespace brenvo

@@ -1,0 +1,176 @@
+// Every command and every field event of every window, held against the scenarios: a name that none
+// of them touches fails. The whole table is written to names.tsv in the build folder.
+#include <algorithm>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "base/text.h"
+#include "forms/choice_fields.h"
+#include "forms/grid.h"
+#include "forms/list_field.h"
+#include "station/station.h"
+#include "tests/support/station.h"
+
+namespace brenvo {
+namespace {
+
+using Words = std::set<std::string>;
+
+// What a scenario says: "type LogForm.CallQso", "hover LogForm.cmHelp", "menu cmLog".
+class Scenarios {
+ public:
+  Scenarios() {
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::string(SOURCE_DIR) + "/tests/scenarios")) {
+      if (entry.path().extension() == ".drive") Read(entry.path());
+    }
+  }
+
+  // The scenario that does any of these to the field; empty when there is none.
+  std::string Touching(const Words& verbs, const std::string& name) const {
+    for (const std::string& verb : verbs) {
+      if (const auto at = said_.find(Upper(verb + ' ' + name)); at != said_.end()) {
+        return at->second;
+      }
+    }
+    return "";
+  }
+
+ private:
+  void Read(const std::filesystem::path& file) {
+    std::ifstream in(file);
+    for (std::string line; std::getline(in, line);) {
+      std::istringstream words(line);
+      std::string verb, name, rest;
+      words >> verb >> name;
+      std::getline(words, rest);
+      // One instance of a window stands for all of them.
+      if (const auto number = name.find('#'); number != std::string::npos) {
+        const auto dot = name.find('.', number);
+        name.erase(number, dot == std::string::npos ? dot : dot - number);
+      }
+      if (verb == "key") verb += rest;
+      said_.emplace(Upper(verb + ' ' + name), file.stem().string());
+    }
+  }
+
+  std::map<std::string, std::string> said_;
+};
+
+// An event that something hangs on, and the words of the driver that bring it about.
+struct FieldEvent {
+  std::string name;
+  Words verbs;
+};
+
+Words WaysOfChanging(const Field& field) {
+  Words verbs = {"set", "type", "key backspace", "drop"};
+  if (dynamic_cast<const ListField*>(&field) != nullptr) verbs.insert({"click", "tick", "dblclick"});
+  if (dynamic_cast<const CheckBox*>(&field) != nullptr ||
+      dynamic_cast<const OptionButton*>(&field) != nullptr ||
+      dynamic_cast<const OptionGroup*>(&field) != nullptr) {
+    verbs.insert({"tick", "click", "press"});
+  }
+  return verbs;
+}
+
+std::vector<FieldEvent> EventsOf(const Field& field) {
+  std::vector<FieldEvent> events;
+  const auto add = [&](bool hung, const char* name, Words verbs) {
+    if (hung) events.push_back({name, std::move(verbs)});
+  };
+  add(field.OnFocus != nullptr, "focus", {"focus", "type"});
+  add(field.OnLeave != nullptr, "leave", {"leave"});
+  add(field.OnHover != nullptr, "hint", {"hover"});
+  add(field.OnChange != nullptr, "change", WaysOfChanging(field));
+  add(field.OnDoubleClick != nullptr, "double click", {"dblclick"});
+  add(field.OnDrop != nullptr, "drop", {"drop"});
+  if (const auto* text = dynamic_cast<const TextField*>(&field)) {
+    add(text->Filter != nullptr, "key", {"type", "key enter", "key backspace"});
+    add(text->OnEnter != nullptr, "enter", {"key enter"});
+  }
+  if (dynamic_cast<const Command*>(&field) != nullptr) {
+    add(true, "press", {"press", "tick", "click"});
+  } else if (field.OnClick != nullptr) {
+    Words verbs = {"click", "tick", "press", "dblclick"};
+    if (dynamic_cast<const ListField*>(&field) != nullptr) verbs.insert("set");
+    add(true, "click", verbs);
+  }
+  if (const auto* entries = dynamic_cast<const EntryArray*>(&field)) {
+    add(entries->OnPick != nullptr, "pick", {"click", "tick"});
+  }
+  if (const auto* list = dynamic_cast<const ListField*>(&field)) {
+    add(list->OnContextMenu != nullptr, "right button", {"key menu"});
+  }
+  if (const auto* grid = dynamic_cast<const Grid*>(&field)) {
+    add(grid->OnHeading != nullptr, "heading", {"column"});
+    add(grid->OnKey != nullptr, "key", {"key", "key enter", "key backspace"});
+    add(grid->OnContextMenu != nullptr, "right button", {"key menu"});
+  }
+  if (const auto* grid = dynamic_cast<const DataGrid*>(&field)) {
+    add(grid->OnBeforeEdit != nullptr || grid->OnAfterEdit != nullptr, "edit", {"edit"});
+    add(grid->OnBeforeDelete != nullptr, "delete", {"remove"});
+  }
+  return events;
+}
+
+class EveryName : public StationTest {
+ protected:
+  EveryName() : StationTest(false) {
+    frame = StartStation(session);
+    session.CurrentContest = {"03/03/2001", "  2 m", "Contest", "JN65AA"};
+    session.QueryText = "WHERE Call<>''";
+    // The score needs a contact.
+    session.Db.Execute(
+        "insert into [Contest Qso] (DataContest,Banda,ProgrDato,Call,Locator,Punti,Qrb,Note) values "
+        "('03/03/2001','  2 m',1,'I3XYZ','JN65DF',1,1,'')");
+  }
+
+  // Each event of each window once, in the order of declaration.
+  void ForEachEvent(const std::function<void(const Window&, const Field&, const FieldEvent&)>& visit) {
+    for (const std::string& name : session.Windows.KnownNames()) {
+      session.Windows.RunEvent([&] {
+        Window* const window = session.Windows.LoadNew(name);
+        if (window == nullptr) {
+          ADD_FAILURE() << name << " does not load";
+          return;
+        }
+        for (const Field* field : window->Fields()) {
+          for (const FieldEvent& event : EventsOf(*field)) visit(*window, *field, event);
+        }
+        session.Windows.Unload(*window);
+      });
+    }
+    for (const std::string& line : Lines()) {
+      EXPECT_FALSE(line.starts_with("error ")) << line;
+    }
+  }
+
+  const Scenarios scenarios;
+};
+
+TEST_F(EveryName, OfTheMainMenuIsChosenInAScenario) {
+  for (const MainCommand& command : MainMenu()) {
+    EXPECT_NE(scenarios.Touching({"menu"}, std::string(command.name)), "") << command.name;
+  }
+}
+
+TEST_F(EveryName, OfACommandOrFieldEventIsReachedByAScenario) {
+  std::ofstream table(std::string(BUILD_DIR) + "/names.tsv");
+  std::string missing;
+  ForEachEvent([&](const Window& window, const Field& field, const FieldEvent& event) {
+    const std::string name = window.Name() + '.' + field.Name();
+    const std::string where = scenarios.Touching(event.verbs, name);
+    table << name << '\t' << event.name << '\t' << where << '\n';
+    if (where.empty()) missing += "  " + name + ": " + event.name + '\n';
+  });
+  EXPECT_TRUE(missing.empty()) << "No scenario reaches\n" << missing;
+}
+
+}  // namespace
+}  // namespace brenvo

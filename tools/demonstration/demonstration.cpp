@@ -1,0 +1,248 @@
+#include "tools/demonstration/demonstration.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/text.h"
+#include "core/locator.h"
+#include "core/modules.h"
+#include "core/prefix.h"
+#include "core/session.h"
+#include "core/transaction.h"
+#include "tools/demonstration/countries.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kOwnLocator = "JN55WJ";
+constexpr int kNearKm = 1200;
+
+// The same choices on every machine: the standard library's distributions differ.
+class Dice {
+ public:
+  // 0 to count - 1.
+  int Below(int count) {
+    state_ = state_ * 6364136223846793005u + 1442695040888963407u;
+    return static_cast<int>((state_ >> 33) % static_cast<std::uint64_t>(count));
+  }
+  bool Percent(int chance) { return Below(100) < chance; }
+  template <class Item>
+  const Item& OneOf(const std::vector<Item>& items) {
+    return items[static_cast<std::size_t>(Below(static_cast<int>(items.size())))];
+  }
+  std::string Letter() { return std::string(1, static_cast<char>('A' + Below(26))); }
+
+ private:
+  std::uint64_t state_ = 20251;
+};
+
+struct Station {
+  std::string call, name, town, locator, manager;
+  bool near = false;
+};
+
+struct BandUse {
+  std::string_view band;
+  int weight;
+  bool near;  // only what is near is heard here
+};
+const std::vector<BandUse> kBands = {
+    {"  2 m", 26, true},   {" 70cm", 8, true},    {" 23cm", 2, true},  {"  6 m", 10, false},
+    {" 10 m", 9, false},   {" 15 m", 11, false},  {" 20 m", 18, false}, {" 40 m", 12, false},
+    {" 80 m", 6, false}};
+
+template <class Item>
+const Item& Weighted(const std::vector<Item>& items, Dice& dice) {
+  int total = 0;
+  for (const Item& item : items) total += item.weight;
+  int at = dice.Below(total);
+  for (const Item& item : items) {
+    at -= item.weight;
+    if (at < 0) return item;
+  }
+  return items.back();
+}
+
+std::vector<Station> MakeStations(int count, Dice& dice) {
+  std::vector<Station> stations;
+  for (int i = 0; i < count; ++i) {
+    const DemonstrationCountry& country = Weighted(DemonstrationCountries(), dice);
+    Station station;
+    station.call = std::string(dice.OneOf(country.prefixes));
+    for (int letters = 2 + dice.Below(2); letters > 0; --letters) station.call += dice.Letter();
+    station.name = dice.OneOf(country.tongue->names);
+    station.town = dice.OneOf(country.tongue->towns);
+    station.locator = std::string(dice.OneOf(country.squares)) +
+                      static_cast<char>('A' + dice.Below(24)) +
+                      static_cast<char>('A' + dice.Below(24));
+    station.near = country.near && QrbKm(kOwnLocator, station.locator) < kNearKm;
+    if (dice.Percent(4)) station.manager = "IK3MGR";
+    stations.push_back(std::move(station));
+  }
+  return stations;
+}
+
+void WriteProfile(Session& session) {
+  session.Db.Execute(
+      "UPDATE [User] SET Call='IK3DEM', Qra='Anna Verdi', Qth='Padova', "
+      "Indirizzo='Via delle Antenne 73', Provincia='PD', Locator='JN55WJ', "
+      "TelnetCluster='cluster.example.org:7300', TelnetWWConv='chat.example.org:3600'");
+  session.MyLocator = kOwnLocator;
+}
+
+std::string_view ModeOn(const BandUse& band, Dice& dice) {
+  const int at = dice.Below(100);
+  if (band.near) return at < 72 ? "SSB" : at < 86 ? "CW" : at < 94 ? "FM" : "FT8";
+  return at < 48 ? "SSB" : at < 74 ? "CW" : at < 92 ? "FT8" : at < 97 ? "RTTY" : "PSK31";
+}
+
+std::string_view PropagationOn(const BandUse& band, int km, Dice& dice) {
+  if (band.near) return km > 500 && dice.Percent(60) ? "Tropo" : "";
+  if (band.band == "  6 m") return dice.Percent(80) ? "E sporadico" : "Meteor Scatter";
+  return dice.Percent(20) ? "F2" : "";
+}
+
+std::string NoteFor(Dice& dice) {
+  switch (dice.Below(40)) {
+    case 0: return "[IOTA/EU-025/Sicilia]";
+    case 1: return "[IOTA/EU-024/Sardegna]";
+    case 2: return "[IOTA/EU-028/Arcipelago Toscano]";
+    case 3: return "[IOTA/EU-045/Isole Ponziane]";
+    case 4: return "[IOTA/EU-131/Isole della Laguna Veneta]";
+    case 5: return "Ottimo segnale";
+    case 6: return "Antenna nuova";
+    default: return "";
+  }
+}
+
+void SetText(Table& row, std::string_view column, std::string_view text) {
+  if (!text.empty()) row.Set(column, std::string(text));
+}
+
+// What the prefix table says of a station's call; the provinces only of Italian ones.
+void SetPlace(Session& session, Table& log, const Station& station, Dice& dice) {
+  static const std::vector<std::string_view> kProvinces = {"TO", "MI", "PD", "BO", "FI", "AN", "BA",
+                                                           "NA", "RM", "TN", "UD", "GE", "VR", "PR"};
+  const ResolvedPrefix resolved = ResolvePrefix(session, station.call);
+  if (resolved.Prefisso.empty()) return;
+  log.Set("Prefisso", RTrim(resolved.Prefisso));
+  log.Set("Country", RTrim(resolved.Country));
+  for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
+    log.Set(column, session.TbPrefissi->Field(column));
+  }
+  if (RTrim(resolved.Country) == "I") log.Set("Provincia", std::string(dice.OneOf(kProvinces)));
+}
+
+// The time between two contacts, so that `contacts` fill the years.
+DateTime TimeOf(int number, int contacts, Dice& dice) {
+  constexpr std::int64_t kMinutes = std::int64_t{3} * 365 * 24 * 60;
+  const std::int64_t minute = kMinutes * number / contacts + dice.Below(20);
+  return DateTime::FromSeconds(DateTime::Of(2022, 11, 20, 6).Seconds() + minute * 60);
+}
+
+void WriteContact(Session& session, const Station& station, const BandUse& band, DateTime time,
+                  Dice& dice) {
+  Table& log = *session.TbLog;
+  const std::string_view mode = ModeOn(band, dice);
+  const int km = QrbKm(kOwnLocator, station.locator);
+  const char* report = mode == "SSB" || mode == "FM" ? "59" : mode == "FT8" ? "-08" : "599";
+  log.AddNew();
+  log.Set("DataQso", time);
+  log.Set("Call", station.call);
+  SetText(log, "Manager", station.manager);
+  log.Set("Qra", station.name);
+  log.Set("Qth", station.town);
+  SetPlace(session, log, station, dice);
+  log.Set("Locator", station.locator);
+  log.Set("Qrb", std::int64_t{km});
+  log.Set("Banda", std::string(band.band));
+  session.TbUserRTX->Seek("=", {Value(std::string(band.band))});
+  for (const char* column : {"Frequenza", "Potenza"}) {
+    log.Set(column, session.TbUserRTX->Field(column));
+  }
+  log.Set("Modo", std::string(mode));
+  SetText(log, "Propagazione", PropagationOn(band, km, dice));
+  log.Set("QrkDato", report);
+  log.Set("QrkRicevuto", report);
+  const bool sent = dice.Percent(70);
+  log.Set("QslDaInviare", !sent && dice.Percent(30));
+  log.Set("QslInviata", sent);
+  log.Set("QslRicevuta", sent && dice.Percent(30));
+  log.Set("Note", NoteFor(dice));
+  log.Update();
+}
+
+void WriteContest(Session& session, const std::vector<Station>& stations, Dice& dice) {
+  Table& contests = *session.TbContest;
+  const DateTime day = DateTime::Of(2025, 9, 6);
+  contests.AddNew();
+  contests.Set("DataContest", day);
+  for (const auto& [column, text] :
+       {std::pair{"Banda", "  2 m"}, {"Nome", "IARU Region 1 VHF"}, {"Categoria", "2"},
+        {"FissoPortatile", "P"}, {"SingoloMulti", "S"}, {"Call", "IK3DEM"}, {"Qra", "Anna Verdi"},
+        {"Qth", "Padova"}, {"Indirizzo", "Via delle Antenne 73"}, {"Provincia", "PD"},
+        {"SQth", "Monte Grappa"}, {"SProvincia", "TV"}, {"Locator", "JN55VU"},
+        {"RTX", "FT-736R"}, {"Antenna", "2 x 9 elementi"}}) {
+    contests.Set(column, text);
+  }
+  contests.Set("Frequenza", 144.3);
+  contests.Set("Altezza", std::int64_t{1775});
+  contests.Set("Potenza", std::int64_t{50});
+  contests.Set("Note", "Bello il tramonto");
+  contests.Set("MoltSquare", true);
+  contests.Update();
+
+  Table& contacts = *session.TbContestQso;
+  int serial = 0;
+  for (const Station& station : stations) {
+    if (!station.near || serial == 96) continue;
+    const int km = QrbKm("JN55VU", station.locator);
+    const int minute = serial * 9 + dice.Below(5);
+    contacts.AddNew();
+    contacts.Set("DataContest", day);
+    contacts.Set("Banda", "  2 m");
+    contacts.Set("ProgrDato", std::int64_t{++serial});
+    contacts.Set("ProgrRicevuto", std::int64_t{1 + dice.Below(200)});
+    contacts.Set("Giorno", std::int64_t{6 + (14 * 60 + minute) / 1440});
+    contacts.Set("Qtr", DateTime::Of(1899, 12, 30, (14 + minute / 60) % 24, minute % 60));
+    contacts.Set("Call", station.call);
+    contacts.Set("QrkDato", std::int64_t{59});
+    contacts.Set("QrkRicevuto", std::int64_t{59});
+    contacts.Set("Locator", station.locator);
+    contacts.Set("Modo", "SSB");
+    contacts.Set("Qrb", std::int64_t{km});
+    contacts.Set("Punti", std::int64_t{km});
+    contacts.Set("Note", "");
+    contacts.Set("InLog", serial > 90);
+    contacts.Update();
+  }
+}
+
+}  // namespace
+
+void FillDemonstration(Session& session, int contacts) {
+  Dice dice;
+  Transaction transaction(session.Db);
+  WriteProfile(session);
+  const std::vector<Station> stations = MakeStations(std::clamp(contacts / 4, 300, 20000), dice);
+  for (int i = 0; i < contacts; ++i) {
+    const Station* station = &dice.OneOf(stations);
+    const BandUse* band = &Weighted(kBands, dice);
+    while (band->near && !station->near) station = &dice.OneOf(stations);
+    try {
+      WriteContact(session, *station, *band, TimeOf(i, contacts, dice), dice);
+    } catch (const DatabaseError& failure) {
+      // The same station twice in a minute: one contact fewer.
+      if (failure.Number != DatabaseError::kDuplicateKey) throw;
+    }
+  }
+  WriteContest(session, stations, dice);
+  transaction.Commit();
+  session.TbUser->MoveFirst();
+}
+
+}  // namespace brenvo

@@ -1,0 +1,184 @@
+#include "tools/screens/pictures.h"
+
+#include <filesystem>
+#include <string_view>
+
+#include "core/session.h"
+#include "core/shared_windows.h"
+#include "engine/online_copy.h"
+#include "forms/choice_fields.h"
+#include "forms/list_field.h"
+#include "forms/tab_strip.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kCall = "DL1ABC";
+
+Window* Open(Session& session, std::string_view name) {
+  Window* const window = session.Windows.LoadNew(name);
+  if (window != nullptr && session.Windows.IsLoaded(window)) session.Windows.Show(*window);
+  return window;
+}
+
+void Put(Window& window, std::string_view field, std::string_view text) {
+  dynamic_cast<TextField&>(*window.FindField(field)).SetText(text);
+}
+
+void Press(Window& window, std::string_view command) { window.FindCommand(command)->Press(); }
+
+void Choose(Window& window, std::string_view list, int entry) {
+  dynamic_cast<ListField&>(*window.FindField(list)).Pick(entry);
+}
+
+// A window as it comes up.
+Picture Plain(std::string name) {
+  return {name, [name](Session& session) { return Open(session, name); }};
+}
+
+// A window, and what the operator does in it.
+Picture With(std::string name, std::function<void(Window&)> work, std::string file = "") {
+  return {file.empty() ? name : file, [name, work](Session& session) {
+            Window* const window = Open(session, name);
+            if (window != nullptr) work(*window);
+            return window;
+          }};
+}
+
+// A dialog that a command of a window brings up; `work` is done in it before it shows.
+Picture DialogOf(std::string parent, std::string command, std::string name) {
+  return {name,
+          [parent, command](Session& session) -> Window* {
+            Window* const frame = session.Windows.Find(parent);
+            Press(frame != nullptr ? *frame : *Open(session, parent), command);
+            return nullptr;
+          },
+          name};
+}
+
+// A window that another one opens beside itself.
+Picture From(std::string parent, std::string command, std::string name,
+             std::function<void(Window&)> work = {}) {
+  return {name, [=](Session& session) -> Window* {
+            Press(*Open(session, parent), command);
+            Window* const window = session.Windows.Find(name);
+            if (window != nullptr && work) work(*window);
+            return window;
+          }};
+}
+
+void Arrange(Window& window, int left, int top, int width, int height) {
+  window.Move({Twips(left), Twips(top), Twips(width), Twips(height)});
+}
+
+std::string LastCall(Session& session) {
+  return session.Db.OpenSnapshot("select Call from Log order by QsoNr desc")->Field(0).Text();
+}
+
+// The station at work: the log over an award's map, and what the call is worth.
+Window* StationAtWork(Session& session) {
+  Window& award = *Open(session, "SSQuare");
+  Press(award, "cmMappaMondo");
+  session.Windows.Unload(award);
+  Window& matrix = *Open(session, "Hrd");
+  Arrange(matrix, 6900, 6600, 12000, 4800);
+  Put(matrix, "CallQso", LastCall(session));
+  Put(matrix, "Locator", "JO62QM");
+  Press(matrix, "cmSearch");
+  Window& log = *Open(session, "LogForm");
+  Arrange(log, 240, 240, 11910, 7700);
+  Press(log, "cmLast");
+  return session.Windows.Find("Brenvo");
+}
+
+// Copies of some days for the operator to choose from.
+Window* RestoreChoice(Session& session) {
+  const std::filesystem::path directory = session.AppPath / "Backup";
+  std::filesystem::create_directories(directory);
+  for (const char* day : {"2024-03-08", "2024-03-09", "2024-03-10"}) {
+    OnlineCopy copy(session.File("\\Brenvo.mdb"),
+                    directory / ("Brenvo-" + std::string(day) + ".mdb"));
+    while (copy.Step(1000)) {
+    }
+    copy.Verify([] { return true; });
+  }
+  return Open(session, "RipristinaBackup");
+}
+
+}  // namespace
+
+std::vector<Picture> AllPictures() {
+  const auto search = [](Window& window) {
+    Put(window, "CallQso", kCall);
+    Put(window, "Locator", "JO62QM");
+    Press(window, "cmSearch");
+  };
+  const auto last = [](Window& window) { Press(window, "cmLast"); };
+  return {
+      With("LogForm", last),
+      With("LogForm", [](Window& window) { Press(window, "cmVista"); }, "LogForm-griglia"),
+      DialogOf("LogForm", "cmSearch", "LogSearch"),
+      With("OldQsoForm",
+           [](Window& window) {
+             dynamic_cast<FeedWindow&>(window).SetRecordSource(
+                 "select * from Log where Country='DL' order by DataQso desc");
+           }),
+      With("OldQsoLocator",
+           [](Window& window) {
+             dynamic_cast<FeedWindow&>(window).SetRecordSource(
+                 "select * from Log where Left(Locator,4)='JN48' order by DataQso desc");
+           }),
+      With("Contest", last),
+      DialogOf("Contest", "cmSearch", "ContestSearch"),
+      Plain("ContestQso"),
+      DialogOf("ContestQso", "cmNew", "ContestNewQso"),
+      From("ContestQso", "cmCheckCall", "CheckCallContest",
+           [](Window& window) {
+             Put(window, "CallContest", "OE5XYZ");
+             Press(window, "cmCheck");
+           }),
+      DialogOf("ContestQso", "cmStatistiche", "StatContest"),
+      DialogOf("Brenvo", "cmSCountry", "StatSel"),
+      Plain("SField"), Plain("SSQuare"), Plain("SPrefissi"), Plain("SContinenti"),
+      Plain("SZone"), Plain("SCountry"), 
+      {"SProvincie", [](Session& session) { return Open(session, "SProvincie"); }, "",
+       "WHERE Country='I'"},
+      {"SNote", [](Session& session) { return Open(session, "SNote"); }, "",
+       "WHERE Note LIKE '*IOTA/*'"},
+      With("Hrd", search), With("HrdMode", search),
+      From("SSQuare", "cmMappa", "MappaSquare"),
+      DialogOf("Brenvo", "cmQslStampa", "StampaQsl"),
+      Plain("TNC"), Plain("TNCtelnet"), Plain("WWConv"),
+      DialogOf("TNCtelnet", "cmDX", "DX"),
+      With("FT736", [](Window& window) { Press(window, "Accensione"); }),
+      Plain("User"),
+      With("User",
+           [](Window& window) { dynamic_cast<OptionGroup&>(*window.FindField("Tab1")).Press(1); },
+           "User-collegamenti"),
+      With("TabellaPrefissi",
+           [](Window& window) { 
+             Put(window, "Codice", "IK3");
+             Press(window, "cmSearch");
+           }),
+      With("TabellaCountry",
+           [](Window& window) { Choose(window, "LBCountry", 120); }),
+      With("TabellaProvincie",
+           [](Window& window) {
+             const auto& items = dynamic_cast<ListField&>(*window.FindField("LBCountry")).Items();
+             for (std::size_t i = 0; i < items.size(); ++i) {
+               if (items[i].starts_with("I  ")) Choose(window, "LBCountry", static_cast<int>(i));
+             }
+             Choose(window, "LBProv", 3);
+           }),
+      With("TabellaNote", [](Window& window) { Choose(window, "LBNote", 2); }),
+      With("Help",
+           [](Window& window) {
+             Choose(window, "LBTipoNote", 0);
+             window.FindField("LBTipoNote")->DoubleClick();
+           }),
+      {"RipristinaBackup", RestoreChoice},
+      {"Brenvo", StationAtWork},
+  };
+}
+
+}  // namespace brenvo
