@@ -23,7 +23,8 @@ struct AdifMode {
   std::string mode, submode;
   friend bool operator==(const AdifMode&, const AdifMode&) = default;
 };
-// The mode that a word stands for, as a mode or as a submode; nothing when the standard has neither.
+// The mode that a word stands for, as a mode or as a submode; nothing when the standard has
+// neither.
 std::optional<AdifMode> FindAdifMode(std::string_view word);
 // The words of this program that stand for a mode under another name: "Hellschreiber" is HELL.
 std::string_view AdifWordOf(std::string_view mode);  // the word itself where there is no other

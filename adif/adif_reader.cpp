@@ -31,8 +31,10 @@ bool IsAscii(std::string_view text) {
 }
 
 bool HoldsTag(std::string_view bytes, std::string_view tag) {
-  const auto found = std::search(bytes.begin(), bytes.end(), tag.begin(), tag.end(),
-                                 [](char a, char b) { return SameText({&a, 1}, {&b, 1}); });
+  const auto found =
+      std::search(bytes.begin(), bytes.end(), tag.begin(), tag.end(), [](char a, char b) {
+        return SameText({&a, 1}, {&b, 1});
+      });
   return found != bytes.end();
 }
 
@@ -302,9 +304,9 @@ std::string OtherThanAdif(std::string_view firstBytes) {
       {"\xFF\xFE", "un testo UTF-16"},
       {"\xFE\xFF", "un testo UTF-16"},
   };
-  constexpr std::string_view kKnown[] = {"<CALL:",    "<QSO_DATE:", "<EOR>",    "<EOH>",
+  constexpr std::string_view kKnown[] = {"<CALL:",     "<QSO_DATE:",  "<EOR>",  "<EOH>",
                                          "<ADIF_VER:", "<PROGRAMID:", "<BAND:", "<FREQ:",
-                                         "<MODE:",    "<TIME_ON:"};
+                                         "<MODE:",     "<TIME_ON:"};
   if (firstBytes.starts_with("\xEF\xBB\xBF")) firstBytes.remove_prefix(3);
   const std::string_view text = Stripped(firstBytes);
   if (text.empty()) return "un file vuoto";

@@ -4,6 +4,7 @@
 
 #include "adif/adif_writer.h"
 #include "adif/dxcc_entities.h"
+#include "adif/escaped_text.h"
 #include "adif/plain_name.h"
 #include "adif/record_to_contact.h"
 #include "base/number.h"
@@ -53,9 +54,8 @@ AdifRecord AsRead(const std::vector<AdifField>& fields) {
 
 std::vector<AdifField> With(std::vector<AdifField> fields, const std::vector<AdifField>& others) {
   for (const AdifField& other : others) {
-    const auto at = std::find_if(fields.begin(), fields.end(), [&](const AdifField& field) {
-      return field.name == other.name;
-    });
+    const auto at = std::find_if(fields.begin(), fields.end(),
+                                 [&](const AdifField& field) { return field.name == other.name; });
     if (at == fields.end()) {
       fields.push_back(other);
     } else {
@@ -129,8 +129,8 @@ std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTabl
   const AdifBand* band = tables.AdifBandOf(contact.Banda, Mhz(contact.Frequenza));
   if (band != nullptr) fields.Add("BAND", band->name);
   fields.AddNumber("FREQ", contact.Frequenza);
-  const SatelliteNote satellite = contact.Modo == kSatellite ? ParseSatelliteNote(contact.Note)
-                                                             : SatelliteNote();
+  const SatelliteNote satellite =
+      contact.Modo == kSatellite ? ParseSatelliteNote(contact.Note) : SatelliteNote();
   const bool bySatellite = !satellite.satellite.empty();
   AddMode(fields, bySatellite ? satellite.mode : contact.Modo);
   fields.Add("RST_SENT", contact.QrkDato);

@@ -417,9 +417,9 @@ constexpr DxccEntity kEntities[] = {
 }  // namespace
 
 const DxccEntity* FindDxccEntity(int number) {
-  const auto* at = std::lower_bound(
-      std::begin(kEntities), std::end(kEntities), number,
-      [](const DxccEntity& entity, int wanted) { return entity.number < wanted; });
+  const auto* at =
+      std::lower_bound(std::begin(kEntities), std::end(kEntities), number,
+                       [](const DxccEntity& entity, int wanted) { return entity.number < wanted; });
   return at != std::end(kEntities) && at->number == number ? at : nullptr;
 }
 

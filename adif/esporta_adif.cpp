@@ -69,8 +69,8 @@ void EsportaAdif::cmEsporta() {
                              "Esportazione interrotta: il file non e' stato scritto.");
     return;
   }
-  std::string text = fmt::format("Contatti esportati nel file {}: {}", file->filename().string(),
-                                 counts->written);
+  std::string text =
+      fmt::format("Contatti esportati nel file {}: {}", file->filename().string(), counts->written);
   if (counts->leftOut > 0) {
     text += fmt::format("\nContatti senza nominativo o data validi, non esportati: {}",
                         counts->leftOut);

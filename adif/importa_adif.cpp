@@ -19,11 +19,12 @@ constexpr std::string_view kReport = "\\ImportaAdif.txt";
 constexpr std::string_view kFiles = "*.adi *.adif *.ADI *.ADIF";
 constexpr std::string_view kSection = "ImportaAdif";
 
-constexpr const char* kHeadings[] = {"Stato",  "DataQso", "Call",    "Banda",        "Frequenza",
-                                     "Modo",   "QrkDato", "QrkRicevuto", "Qra",      "Qth",
-                                     "Locator", "Qrb",    "Prefisso", "Country",     "Provincia",
-                                     "Zona CQ", "Zona ITU", "Continente", "Propagazione", "Potenza",
-                                     "Manager", "QslRicevuta", "QslInviata", "QslDaInviare", "Note"};
+constexpr const char* kHeadings[] = {
+    "Stato",   "DataQso",     "Call",        "Banda",        "Frequenza",
+    "Modo",    "QrkDato",     "QrkRicevuto", "Qra",          "Qth",
+    "Locator", "Qrb",         "Prefisso",    "Country",      "Provincia",
+    "Zona CQ", "Zona ITU",    "Continente",  "Propagazione", "Potenza",
+    "Manager", "QslRicevuta", "QslInviata",  "QslDaInviare", "Note"};
 
 std::string Listed(const std::map<std::string, std::int64_t>& counts) {
   std::string text;
@@ -64,12 +65,18 @@ ImportaAdif::ImportaAdif(Session& session)
     : Window(session.Host(), "ImportaAdif", "Importa ADIF", Twips(13500), Twips(8400)),
       session_(session) {
   const std::pair<Field*, std::string_view> captions[] = {
-      {&File, "File"},           {&Letti, "Record letti"},
-      {&Nuovi, "Nuovi"},         {&Ripetuti, "Ripetuti"},
-      {&Rifiutati, "Rifiutati"}, {&Periodo, "Periodo"},
-      {&Bande, "Bande"},         {&Modi, "Modi"},
-      {&Avvisi, "Avvisi"},       {&QslCartacea, "Qsl cartacea"},
-      {&QslLotw, "LoTW"},        {&QslEqsl, "eQSL"},
+      {&File, "File"},
+      {&Letti, "Record letti"},
+      {&Nuovi, "Nuovi"},
+      {&Ripetuti, "Ripetuti"},
+      {&Rifiutati, "Rifiutati"},
+      {&Periodo, "Periodo"},
+      {&Bande, "Bande"},
+      {&Modi, "Modi"},
+      {&Avvisi, "Avvisi"},
+      {&QslCartacea, "Qsl cartacea"},
+      {&QslLotw, "LoTW"},
+      {&QslEqsl, "eQSL"},
       {&ContattiRipetuti, "Contatti ripetuti"},
       {&Anteprima, "Primi record, come staranno nel log"}};
   for (const auto& [field, caption] : captions) field->SetCaption(caption);
@@ -191,8 +198,8 @@ void ImportaAdif::cmImporta() {
       throw std::runtime_error(
           fmt::format("Il rapporto {} non si scrive", report.filename().string()));
     }
-    out << fmt::format("Importazione ADIF del {}\r\nFile: {}\r\n\r\n",
-                       DateTimeText(session_.Now()), file_.filename().string());
+    out << fmt::format("Importazione ADIF del {}\r\nFile: {}\r\n\r\n", DateTimeText(session_.Now()),
+                       file_.filename().string());
     const auto progress = session_.Machine.ShowProgress("Importazione", SizeOf(file_));
     counts = ImportContacts(
         session_, file_, {Choice(), ContattiRipetuti.Index() == 1},
@@ -213,8 +220,8 @@ void ImportaAdif::cmImporta() {
       MessageIcon::kInformation, kTitle,
       fmt::format("Record letti: {}\nImportati: {}\nRipetuti: {} (completati: {})\nRifiutati: {}\n"
                   "Il rapporto e' nel file {}",
-                  counts->read, counts->fresh, counts->repeated, counts->completed,
-                  counts->refused, report.filename().string()));
+                  counts->read, counts->fresh, counts->repeated, counts->completed, counts->refused,
+                  report.filename().string()));
   Close();
 }
 

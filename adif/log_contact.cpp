@@ -46,10 +46,11 @@ const std::vector<ContactColumn>& ContactColumns() {
 
 std::string ColumnText(const LogContact& contact, const ContactColumn& column) {
   return std::visit(
-      Overloaded{[&](DateTime LogContact::*member) { return IsoText(contact.*member); },
-                 [&](std::string LogContact::*member) { return contact.*member; },
-                 [&](double LogContact::*member) { return PlainNumber(contact.*member); },
-                 [&](bool LogContact::*member) { return std::string(contact.*member ? "Y" : "N"); }},
+      Overloaded{
+          [&](DateTime LogContact::*member) { return IsoText(contact.*member); },
+          [&](std::string LogContact::*member) { return contact.*member; },
+          [&](double LogContact::*member) { return PlainNumber(contact.*member); },
+          [&](bool LogContact::*member) { return std::string(contact.*member ? "Y" : "N"); }},
       column.member);
 }
 

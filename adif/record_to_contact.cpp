@@ -12,6 +12,7 @@
 #include "adif/adif_writer.h"
 #include "adif/contact_to_fields.h"
 #include "adif/dxcc_entities.h"
+#include "adif/escaped_text.h"
 #include "adif/plain_name.h"
 #include "base/number.h"
 #include "base/text.h"
@@ -21,9 +22,38 @@ namespace {
 
 // The fields that the columns come from.
 enum Known : std::size_t {
-  kCall, kQsoDate, kTimeOn, kTimeOff, kBand, kFreq, kMode, kSubmode, kRstSent, kRstRcvd, kName,
-  kQth, kGridSquare, kDistance, kPfx, kDxcc, kCountry, kCqz, kItuz, kCont, kState, kPropMode,
-  kSatName, kSatMode, kTxPwr, kQslSent, kQslRcvd, kQslVia, kComment, kNotes, kLotwRcvd, kEqslRcvd,
+  kCall,
+  kQsoDate,
+  kTimeOn,
+  kTimeOff,
+  kBand,
+  kFreq,
+  kMode,
+  kSubmode,
+  kRstSent,
+  kRstRcvd,
+  kName,
+  kQth,
+  kGridSquare,
+  kDistance,
+  kPfx,
+  kDxcc,
+  kCountry,
+  kCqz,
+  kItuz,
+  kCont,
+  kState,
+  kPropMode,
+  kSatName,
+  kSatMode,
+  kTxPwr,
+  kQslSent,
+  kQslRcvd,
+  kQslVia,
+  kComment,
+  kNotes,
+  kLotwRcvd,
+  kEqslRcvd,
   kKnown
 };
 
@@ -32,24 +62,39 @@ struct KnownField {
   Known known;
   bool column;  // a column holds it
 };
-constexpr KnownField kKnownFields[] = {
-    {"CALL", kCall, true},           {"QSO_DATE", kQsoDate, true},
-    {"TIME_ON", kTimeOn, true},      {"TIME_OFF", kTimeOff, false},
-    {"BAND", kBand, true},           {"FREQ", kFreq, true},
-    {"MODE", kMode, true},           {"SUBMODE", kSubmode, true},
-    {"RST_SENT", kRstSent, true},    {"RST_RCVD", kRstRcvd, true},
-    {"NAME", kName, true},           {"QTH", kQth, true},
-    {"GRIDSQUARE", kGridSquare, true}, {"DISTANCE", kDistance, true},
-    {"PFX", kPfx, true},             {"DXCC", kDxcc, true},
-    {"COUNTRY", kCountry, true},     {"CQZ", kCqz, true},
-    {"ITUZ", kItuz, true},           {"CONT", kCont, true},
-    {"STATE", kState, true},         {"VE_PROV", kState, true},
-    {"PROP_MODE", kPropMode, true},  {"SAT_NAME", kSatName, true},
-    {"SAT_MODE", kSatMode, true},    {"TX_PWR", kTxPwr, true},
-    {"QSL_SENT", kQslSent, true},    {"QSL_RCVD", kQslRcvd, true},
-    {"QSL_VIA", kQslVia, true},      {"COMMENT", kComment, true},
-    {"NOTES", kNotes, true},         {"LOTW_QSL_RCVD", kLotwRcvd, false},
-    {"EQSL_QSL_RCVD", kEqslRcvd, false}};
+constexpr KnownField kKnownFields[] = {{"CALL", kCall, true},
+                                       {"QSO_DATE", kQsoDate, true},
+                                       {"TIME_ON", kTimeOn, true},
+                                       {"TIME_OFF", kTimeOff, false},
+                                       {"BAND", kBand, true},
+                                       {"FREQ", kFreq, true},
+                                       {"MODE", kMode, true},
+                                       {"SUBMODE", kSubmode, true},
+                                       {"RST_SENT", kRstSent, true},
+                                       {"RST_RCVD", kRstRcvd, true},
+                                       {"NAME", kName, true},
+                                       {"QTH", kQth, true},
+                                       {"GRIDSQUARE", kGridSquare, true},
+                                       {"DISTANCE", kDistance, true},
+                                       {"PFX", kPfx, true},
+                                       {"DXCC", kDxcc, true},
+                                       {"COUNTRY", kCountry, true},
+                                       {"CQZ", kCqz, true},
+                                       {"ITUZ", kItuz, true},
+                                       {"CONT", kCont, true},
+                                       {"STATE", kState, true},
+                                       {"VE_PROV", kState, true},
+                                       {"PROP_MODE", kPropMode, true},
+                                       {"SAT_NAME", kSatName, true},
+                                       {"SAT_MODE", kSatMode, true},
+                                       {"TX_PWR", kTxPwr, true},
+                                       {"QSL_SENT", kQslSent, true},
+                                       {"QSL_RCVD", kQslRcvd, true},
+                                       {"QSL_VIA", kQslVia, true},
+                                       {"COMMENT", kComment, true},
+                                       {"NOTES", kNotes, true},
+                                       {"LOTW_QSL_RCVD", kLotwRcvd, false},
+                                       {"EQSL_QSL_RCVD", kEqslRcvd, false}};
 
 const KnownField* FindKnown(std::string_view name) {
   static const auto kByName = [] {
@@ -175,8 +220,9 @@ void MapBand(const Fields& fields, const StationTables& tables, LogContact& cont
   // Kilohertz where megahertz are due.
   constexpr double kKhzPerMhz = 1000;
   const double inMhz = frequency / kKhzPerMhz;
-  if (band != nullptr ? frequency > band->upper && inMhz >= band->lower && inMhz <= band->upper
-                      : AdifBandAt(Mhz(frequency)) == nullptr && AdifBandAt(Mhz(inMhz)) != nullptr) {
+  if (band != nullptr
+          ? frequency > band->upper && inMhz >= band->lower && inMhz <= band->upper
+          : AdifBandAt(Mhz(frequency)) == nullptr && AdifBandAt(Mhz(inMhz)) != nullptr) {
     frequency = inMhz;
   }
   if (band != nullptr) {
@@ -229,7 +275,8 @@ void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact
     if (named == nullptr && !listed.empty()) contact.Country = listed;
   }
   const std::string province = UpperAscii(fields[kState]);
-  if (!province.empty() && tables.IsProvince(contact.Country, province)) contact.Provincia = province;
+  if (!province.empty() && tables.IsProvince(contact.Country, province))
+    contact.Provincia = province;
 }
 
 void MapQsl(const Fields& fields, const QslChoice& choice, LogContact& contact) {
@@ -315,9 +362,8 @@ void KeepTheRest(const AdifRecord& record, const StationTables& tables, MappedRe
     if (known != nullptr && known->column) {
       // Also as a file in which some of its letters had no place would have it.
       const bool given = std::any_of(told.begin(), told.end(), [&](const AdifField& each) {
-        return each.name == field.name &&
-               (SaySame(field.name, each.value, field.value) ||
-                TextOfBytes(AdifBytes(each.value)) == field.value);
+        return each.name == field.name && (SaySame(field.name, each.value, field.value) ||
+                                           TextOfBytes(AdifBytes(each.value)) == field.value);
       });
       if (given || IsToldAsSubmode(field, told)) continue;
     }
@@ -348,8 +394,9 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   const std::string locator = UpperAscii(fields[kGridSquare]);
   if (IsGridSquare(locator)) contact.Locator = locator;
   const auto distance = NumberIn(fields[kDistance]);
-  contact.Qrb = distance ? std::round(*distance)
-                         : contact.Locator.empty() ? 0 : tables.Distance(contact.Locator);
+  contact.Qrb = distance                  ? std::round(*distance)
+                : contact.Locator.empty() ? 0
+                                          : tables.Distance(contact.Locator);
   contact.Potenza = std::round(NumberIn(fields[kTxPwr]).value_or(0));
   MapQsl(fields, choice, contact);
   MapNote(fields, contact);
@@ -375,76 +422,44 @@ bool IsValidColumnField(const AdifField& field) {
   const KnownField* known = FindKnown(field.name);
   if (known == nullptr) return true;
   switch (known->known) {
-    case kQsoDate: return value.size() == 8 && DateIn(value).has_value();
-    case kTimeOn: return (value.size() == 4 || value.size() == 6) && TimeIn(value).has_value();
-    case kBand: return FindAdifBand(value) != nullptr;
+    case kQsoDate:
+      return value.size() == 8 && DateIn(value).has_value();
+    case kTimeOn:
+      return (value.size() == 4 || value.size() == 6) && TimeIn(value).has_value();
+    case kBand:
+      return FindAdifBand(value) != nullptr;
     case kMode: {
       const auto mode = FindAdifMode(value);
       return mode && mode->submode.empty();
     }
-    case kPropMode: return !PropagationOf(value).empty();
-    case kGridSquare: return IsGridSquare(value);
-    case kCqz: return WholeIn(value, 1, 40).has_value();
-    case kItuz: return WholeIn(value, 1, 90).has_value();
-    case kCont: return IsAdifContinent(value);
+    case kPropMode:
+      return !PropagationOf(value).empty();
+    case kGridSquare:
+      return IsGridSquare(value);
+    case kCqz:
+      return WholeIn(value, 1, 40).has_value();
+    case kItuz:
+      return WholeIn(value, 1, 90).has_value();
+    case kCont:
+      return IsAdifContinent(value);
     case kDxcc: {
       const auto number = WholeIn(value, 0, 999);
       return number && (*number == 0 || FindDxccEntity(*number) != nullptr);
     }
-    case kFreq: case kDistance: case kTxPwr:
+    case kFreq:
+    case kDistance:
+    case kTxPwr:
       return !value.empty() && value.find_first_not_of("0123456789.") == value.npos &&
              NumberIn(value).has_value();
-    case kQslSent: return oneOf("YNRQI");
-    case kQslRcvd: return oneOf("YNRI");
-    case kNotes: return true;
-    default: return field.value.find_first_of("\r\n") == std::string::npos;
+    case kQslSent:
+      return oneOf("YNRQI");
+    case kQslRcvd:
+      return oneOf("YNRI");
+    case kNotes:
+      return true;
+    default:
+      return field.value.find_first_of("\r\n") == std::string::npos;
   }
-}
-
-std::string EscapeText(std::string_view text) {
-  std::string escaped;
-  for (const char32_t c : Characters(text)) {
-    if (c == '\\') {
-      escaped += "\\\\";
-    } else if (c > ' ' && c < 0x7F) {
-      escaped += static_cast<char>(c);
-    } else if (c == ' ' && !escaped.empty()) {
-      escaped += ' ';
-    } else {
-      escaped += c > 0xFFFF ? fmt::format("\\U{:06X}", static_cast<std::uint32_t>(c))
-                            : fmt::format("\\u{:04X}", static_cast<std::uint32_t>(c));
-    }
-  }
-  if (escaped.ends_with(' ')) escaped.replace(escaped.size() - 1, 1, "\\u0020");
-  return escaped;
-}
-
-std::string UnescapeText(std::string_view text) {
-  std::u32string characters;
-  const std::u32string escaped = Characters(text);
-  for (std::size_t i = 0; i < escaped.size(); ++i) {
-    if (escaped[i] != '\\' || i + 1 == escaped.size()) {
-      characters += escaped[i];
-      continue;
-    }
-    const char32_t kind = escaped[++i];
-    const std::size_t digits = kind == 'u' ? 4 : kind == 'U' ? 6 : 0;
-    if (digits == 0) {
-      characters += kind;
-      continue;
-    }
-    char32_t code = 0;
-    for (std::size_t n = 0; n < digits && i + 1 < escaped.size(); ++n) {
-      const char32_t c = escaped[++i];
-      const char32_t value = c >= '0' && c <= '9'   ? c - '0'
-                             : c >= 'A' && c <= 'F' ? c - 'A' + 10
-                                                    : 0;
-      code = code * 16 + value;
-    }
-    const bool scalar = code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
-    characters += scalar ? code : char32_t{0xFFFD};
-  }
-  return FromCharacters(characters);
 }
 
 SatelliteNote ParseSatelliteNote(std::string_view note) {

@@ -37,10 +37,6 @@ bool IsColumnField(std::string_view name);
 // Whether a field of the columns has a value that the standard allows.
 bool IsValidColumnField(const AdifField& field);
 
-// Texts that a file of plain letters cannot hold, in letters that it can: "\u0141" and "\\".
-std::string EscapeText(std::string_view text);
-std::string UnescapeText(std::string_view text);
-
 // The satellite's shorthand in a note, "[AO-7/B/SSB]"; all empty when the note is none.
 struct SatelliteNote {
   std::string satellite, satelliteMode, mode;

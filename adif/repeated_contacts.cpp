@@ -28,9 +28,7 @@ RepeatedInLog::RepeatedInLog(Session& session) : table_(session.Db.OpenTable("Lo
   if (!table_->EOF_()) last_ = table_->Field("DataQso").Date();
 }
 
-void RepeatedInLog::Stored(const LogContact& contact) {
-  last_ = std::max(last_, contact.DataQso);
-}
+void RepeatedInLog::Stored(const LogContact& contact) { last_ = std::max(last_, contact.DataQso); }
 
 bool RepeatedInLog::Find(const LogContact& contact) {
   const DateTime minute = MinuteOf(contact.DataQso);

@@ -76,9 +76,8 @@ StationTables::StationTables(Session& session) : session_(session) {
 }
 
 std::string StationTables::BandaOf(std::string_view adifBand) const {
-  const auto named = std::find_if(bands_.begin(), bands_.end(), [&](const Band& band) {
-    return SameText(band.plain, adifBand);
-  });
+  const auto named = std::find_if(bands_.begin(), bands_.end(),
+                                  [&](const Band& band) { return SameText(band.plain, adifBand); });
   if (named != bands_.end()) return named->banda;
   const AdifBand* wanted = FindAdifBand(adifBand);
   if (wanted == nullptr) return {};
@@ -175,8 +174,8 @@ double StationTables::Distance(std::string_view locator) const {
 bool IsGridSquare(std::string_view text) {
   if (text.size() != 4 && text.size() != 6 && text.size() != 8) return false;
   const auto within = [&](std::size_t at, char first, char last) {
-    return at >= text.size() || (text[at] >= first && text[at] <= last &&
-                                 text[at + 1] >= first && text[at + 1] <= last);
+    return at >= text.size() ||
+           (text[at] >= first && text[at] <= last && text[at + 1] >= first && text[at + 1] <= last);
   };
   return within(0, 'A', 'R') && within(2, '0', '9') && within(4, 'A', 'X') && within(6, '0', '9');
 }

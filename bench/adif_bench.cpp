@@ -1,4 +1,4 @@
-// Links: station recorder
+// Links: adif recorder
 // How fast a log file is read, and how fast it comes into a log of a million contacts. Rates are by
 // the time of the processor, so that a busy machine tells the same:
 //   adif_bench DELIVERED_MDB [CONTACTS_IN_LOG [CONTACTS_IN_FILE]]
@@ -72,50 +72,64 @@ std::int64_t Parse(const std::filesystem::path& file) {
   return read;
 }
 
-int Run(const std::filesystem::path& delivered, std::int64_t inLog, std::int64_t inFile) {
-  ScratchDirectory scratch;
-  std::filesystem::copy_file(delivered, scratch.Path() / "Brenvo.mdb");
-  RecordingPlatform machine;
-  Session session(machine, scratch.Path());
-  session.Windows.Adopt(std::make_unique<MainFrame>(session));
-  const auto keepOn = [](std::int64_t) { return true; };
-  std::ostringstream report;
+// A station with an empty log.
+struct Station {
+  explicit Station(const std::filesystem::path& delivered) {
+    std::filesystem::copy_file(delivered, scratch.Path() / "Brenvo.mdb");
+    session.Windows.Adopt(std::make_unique<MainFrame>(session));
+  }
+  void Import(const std::filesystem::path& file) {
+    ImportContacts(session, file, {}, KeepOn, report);
+  }
+  std::int64_t Export(const std::filesystem::path& file) {
+    return ExportContacts(session, kAllContacts, file, KeepOn)->written;
+  }
+  static bool KeepOn(std::int64_t) { return true; }
 
-  const auto big = scratch.Path() / "big.adi", file = scratch.Path() / "file.adi";
+  ScratchDirectory scratch;
+  RecordingPlatform machine;
+  Session session{machine, scratch.Path()};
+  std::ostringstream report;
+};
+
+int Run(const std::filesystem::path& delivered, std::int64_t inLog, std::int64_t inFile) {
+  const ScratchDirectory files;
+  const auto big = files.Path() / "big.adi", file = files.Path() / "file.adi",
+             out = files.Path() / "out.adi", again = files.Path() / "again.adi";
   WriteFile(big, 0, inLog);
   WriteFile(file, inLog, inFile);
-  Tell("read the big file", inLog, Seconds([&] { Parse(big); }));
-  Tell("read the file", inFile, Seconds([&] { Parse(file); }));
-  Tell("import the big file into an empty log", inLog,
-       Seconds([&] { ImportContacts(session, big, {}, keepOn, report); }));
-  Tell("preview of the file", inFile,
-       Seconds([&] { PreviewImport(session, file, {}, keepOn); }));
-  Tell("import of the file", inFile,
-       Seconds([&] { ImportContacts(session, file, {}, keepOn, report); }));
-  Tell("import of the same file again", inFile,
-       Seconds([&] { ImportContacts(session, file, {}, keepOn, report); }));
-  std::int64_t written = 0;
-  const double seconds = Seconds([&] {
-    written = ExportContacts(session, kAllContacts, scratch.Path() / "out.adi", keepOn)->written;
-  });
-  Tell("export of all", written, seconds);
-
-  // The round trip: into an empty log, and out again.
-  const auto out = scratch.Path() / "out.adi", again = scratch.Path() / "again.adi";
-  session.Db.Execute("DELETE * FROM Log");
-  session.Db.Execute("DELETE * FROM LogAdif");
-  ImportContacts(session, out, {}, keepOn, report);
-  ExportContacts(session, kAllContacts, again, keepOn);
-  const bool same = ReadBytes(out) == ReadBytes(again);
-  std::printf("export, import and export again: %s\n", same ? "the same file" : "NOT the same");
-  return same ? 0 : 1;
+  Tell("read a file", inFile, Seconds([&] { Parse(file); }));
+  Tell("read a large file", inLog, Seconds([&] { Parse(big); }));
+  {
+    Station station(delivered);
+    Tell("import of the file into an empty log", inFile, Seconds([&] { station.Import(file); }));
+    std::int64_t written = 0;
+    const double seconds = Seconds([&] { written = station.Export(out); });
+    Tell("export", written, seconds);
+  }
+  {
+    Station station(delivered);
+    station.Import(out);
+    station.Export(again);
+    const bool same = ReadBytes(out) == ReadBytes(again);
+    std::printf("export, import and export again: %s\n", same ? "the same file" : "NOT the same");
+    if (!same) return 1;
+  }
+  Station station(delivered);
+  Tell("import of the large file into an empty log", inLog, Seconds([&] { station.Import(big); }));
+  Tell("preview of the file on the large log", inFile,
+       Seconds([&] { PreviewImport(station.session, file, {}, Station::KeepOn); }));
+  Tell("import of the file into the large log", inFile, Seconds([&] { station.Import(file); }));
+  Tell("import of the same file again", inFile, Seconds([&] { station.Import(file); }));
+  return 0;
 }
 
 }  // namespace
 }  // namespace brenvo
 
 int main(int argc, char** argv) {
-  if (argc < 2) return std::fputs("usage: adif_bench DELIVERED_MDB [IN_LOG [IN_FILE]]\n", stderr), 2;
+  if (argc < 2)
+    return std::fputs("usage: adif_bench DELIVERED_MDB [IN_LOG [IN_FILE]]\n", stderr), 2;
   return brenvo::Run(argv[1], argc > 2 ? std::atoll(argv[2]) : 1'000'000,
                      argc > 3 ? std::atoll(argv[3]) : 100'000);
 }

@@ -31,11 +31,11 @@ struct Sampled {
 };
 
 TEST_F(AdifImportTest, EveryRecordOfEverySampleIsAccountedFor) {
-  const Sampled kSamples[] = {{"wsjtx.adi", "3 = 3 + 0 + 0"},   {"n1mm.adi", "3 = 2 + 1 + 0"},
-                           {"lotw.adi", "2 = 2 + 0 + 0"},    {"eqsl.adi", "2 = 2 + 0 + 0"},
-                           {"log4om.adi", "3 = 2 + 0 + 1"},  {"hrd.adi", "3 = 3 + 0 + 0"},
-                           {"logger32.adi", "6 = 2 + 0 + 4"}, {"damaged.adi", "6 = 3 + 0 + 3"},
-                           {"standard.adi", "2 = 2 + 0 + 0"}};
+  const Sampled kSamples[] = {{"wsjtx.adi", "3 = 3 + 0 + 0"},    {"n1mm.adi", "3 = 2 + 1 + 0"},
+                              {"lotw.adi", "2 = 2 + 0 + 0"},     {"eqsl.adi", "2 = 2 + 0 + 0"},
+                              {"log4om.adi", "3 = 2 + 0 + 1"},   {"hrd.adi", "3 = 3 + 0 + 0"},
+                              {"logger32.adi", "6 = 2 + 0 + 4"}, {"damaged.adi", "6 = 3 + 0 + 3"},
+                              {"standard.adi", "2 = 2 + 0 + 0"}};
   for (const auto& [file, counts] : kSamples) {
     EmptyTheLog();
     EXPECT_EQ(AdifStation::Told(Preview(Sample(file)).counts), counts) << file;
@@ -59,9 +59,9 @@ TEST_F(AdifImportTest, ADigitalProgramsRecordsFillTheLog) {
 
 TEST_F(AdifImportTest, AContestProgramsRepeatWithinAMinuteIsARepeat) {
   Import(Sample("n1mm.adi"));
-  EXPECT_THAT(Rows("Select DataQso,Call,Banda,Modo,[Zona CQ] from Log order by QsoNr"),
-              ElementsAre("26/11/2022 00:01:03|DL5XYZ| 20 m|CW|14",
-                          "26/11/2022 00:01:41|K1TT| 40 m|CW|5"));
+  EXPECT_THAT(
+      Rows("Select DataQso,Call,Banda,Modo,[Zona CQ] from Log order by QsoNr"),
+      ElementsAre("26/11/2022 00:01:03|DL5XYZ| 20 m|CW|14", "26/11/2022 00:01:41|K1TT| 40 m|CW|5"));
   EXPECT_THAT(Kept("DL5XYZ"), Contains("STX|1"));
 }
 
@@ -132,11 +132,16 @@ TEST_F(AdifImportTest, TheBandComesFromTheFrequencyAndTheFrequencyFromTheBand) {
   const struct {
     std::pair<std::string_view, std::string_view> field;
     const char* row;
-  } kCases[] = {{{"BAND", "2m"}, "  2 m|144.3"},      {{"BAND", "70CM"}, " 70cm|432.2"},
-                {{"FREQ", "144.050"}, "  2 m|144.05"}, {{"FREQ", "7.25"}, " 40 m|7.25"},
-                {{"FREQ", "14,2"}, " 20 m|14.2"},      {{"FREQ", "14074"}, " 20 m|14.074"},
-                {{"BAND", "4m"}, "  4 m|70"},          {{"BAND", "1.25m"}, "1.25m|222"},
-                {{"FREQ", "99"}, "|99"},               {{"NAME", "x"}, "|0"}};
+  } kCases[] = {{{"BAND", "2m"}, "  2 m|144.3"},
+                {{"BAND", "70CM"}, " 70cm|432.2"},
+                {{"FREQ", "144.050"}, "  2 m|144.05"},
+                {{"FREQ", "7.25"}, " 40 m|7.25"},
+                {{"FREQ", "14,2"}, " 20 m|14.2"},
+                {{"FREQ", "14074"}, " 20 m|14.074"},
+                {{"BAND", "4m"}, "  4 m|70"},
+                {{"BAND", "1.25m"}, "1.25m|222"},
+                {{"FREQ", "99"}, "|99"},
+                {{"NAME", "x"}, "|0"}};
   for (const auto& [field, row] : kCases) {
     EmptyTheLog();
     Import(Write("a.adi", Contact({field})));
@@ -147,11 +152,18 @@ TEST_F(AdifImportTest, TheBandComesFromTheFrequencyAndTheFrequencyFromTheBand) {
 TEST_F(AdifImportTest, ModesAreThoseOfTheStationsList) {
   const struct {
     const char *mode, *submode, *modo;
-  } kCases[] = {{"SSB", "", "SSB"},         {"SSB", "LSB", "LSB"},     {"LSB", "", "LSB"},
-                {"MFSK", "FT4", "FT4"},     {"DIGITALVOICE", "DSTAR", "D-STAR"},
-                {"DSTAR", "", "D-STAR"},    {"HELL", "", "Hellschreiber"},
-                {"TOR", "AMTORFEC", "Amtor"}, {"OLIVIA", "OLIVIA 8/500", "Olivia"},
-                {"PKT", "", "Packet"},      {"fax", "", "Fax"},        {"THOR", "THOR16", "THOR16"},
+  } kCases[] = {{"SSB", "", "SSB"},
+                {"SSB", "LSB", "LSB"},
+                {"LSB", "", "LSB"},
+                {"MFSK", "FT4", "FT4"},
+                {"DIGITALVOICE", "DSTAR", "D-STAR"},
+                {"DSTAR", "", "D-STAR"},
+                {"HELL", "", "Hellschreiber"},
+                {"TOR", "AMTORFEC", "Amtor"},
+                {"OLIVIA", "OLIVIA 8/500", "Olivia"},
+                {"PKT", "", "Packet"},
+                {"fax", "", "Fax"},
+                {"THOR", "THOR16", "THOR16"},
                 {"PHONE", "", "PHONE"}};
   for (const auto& [mode, submode, modo] : kCases) {
     EmptyTheLog();
@@ -179,13 +191,17 @@ TEST_F(AdifImportTest, WhereTheFileIsSilentThePrefixTableSpeaks) {
   EXPECT_THAT(Rows("Select Prefisso,Country,[Zona CQ],[Zona ITU],Continente from Log"),
               ElementsAre("IK3|I|15|28|EU"));
   EmptyTheLog();
-  Import(Write("a.adi", Contact({{"PFX", "I3"}, {"DXCC", "225"}, {"CQZ", "33"}, {"ITUZ", "37"},
-                                 {"CONT", "af"}, {"STATE", "CA"}})));
+  Import(Write("a.adi", Contact({{"PFX", "I3"},
+                                 {"DXCC", "225"},
+                                 {"CQZ", "33"},
+                                 {"ITUZ", "37"},
+                                 {"CONT", "af"},
+                                 {"STATE", "CA"}})));
   EXPECT_THAT(Rows("Select Prefisso,Country,[Zona CQ],[Zona ITU],Continente,Provincia from Log"),
               ElementsAre("I3|IS0|33|37|AF|CA"));
   EmptyTheLog();
-  Import(Write("a.adi", Contact({{"CQZ", "41"}, {"ITUZ", "0"}, {"CONT", "XX"},
-                                 {"COUNTRY", "sardinia"}})));
+  Import(Write("a.adi",
+               Contact({{"CQZ", "41"}, {"ITUZ", "0"}, {"CONT", "XX"}, {"COUNTRY", "sardinia"}})));
   EXPECT_THAT(Rows("Select Country,[Zona CQ],[Zona ITU],Continente from Log"),
               ElementsAre("IS0|15|28|EU"));
   EmptyTheLog();
@@ -196,8 +212,9 @@ TEST_F(AdifImportTest, WhereTheFileIsSilentThePrefixTableSpeaks) {
 TEST_F(AdifImportTest, LocatorsOfFourSixAndEightCharactersAreStoredAsTheyAre) {
   const struct {
     const char *grid, *row;
-  } kCases[] = {{"JN55", "JN55|96"},       {"io91AA", "IO91AA|1233"}, {"JN65AA", "JN65AA|1"},
-                {"JN65AA12", "JN65AA12|1"}, {"JN6", "|0"},             {"ZZ99", "|0"}};
+  } kCases[] = {{"JN55", "JN55|96"},    {"io91AA", "IO91AA|1233"},
+                {"JN65AA", "JN65AA|1"}, {"JN65AA12", "JN65AA12|1"},
+                {"JN6", "|0"},          {"ZZ99", "|0"}};
   for (const auto& [grid, row] : kCases) {
     EmptyTheLog();
     Import(Write("a.adi", Contact({{"GRIDSQUARE", grid}})));
@@ -209,18 +226,19 @@ TEST_F(AdifImportTest, LocatorsOfFourSixAndEightCharactersAreStoredAsTheyAre) {
 }
 
 TEST_F(AdifImportTest, AMissingTimeIsThatOfTheEndOrMidnight) {
-  Import(Write("a.adi", Record({{"CALL", "I1A"}, {"QSO_DATE", "20010203"}, {"TIME_OFF", "1200"}}) +
-                            Record({{"CALL", "I1B"}, {"QSO_DATE", "2001-02-03"}}) +
-                            Record({{"CALL", "i1c/p"}, {"QSO_DATE", "20010203"},
-                                    {"TIME_ON", "930"}})));
-  EXPECT_THAT(Rows("Select Call,DataQso from Log order by QsoNr"),
-              ElementsAre("I1A|03/02/2001 12:00:00", "I1B|03/02/2001",
-                          "I1C/P|03/02/2001 09:30:00"));
+  Import(Write("a.adi",
+               Record({{"CALL", "I1A"}, {"QSO_DATE", "20010203"}, {"TIME_OFF", "1200"}}) +
+                   Record({{"CALL", "I1B"}, {"QSO_DATE", "2001-02-03"}}) +
+                   Record({{"CALL", "i1c/p"}, {"QSO_DATE", "20010203"}, {"TIME_ON", "930"}})));
+  EXPECT_THAT(
+      Rows("Select Call,DataQso from Log order by QsoNr"),
+      ElementsAre("I1A|03/02/2001 12:00:00", "I1B|03/02/2001", "I1C/P|03/02/2001 09:30:00"));
 }
 
 TEST_F(AdifImportTest, ARepeatedContactIsLeftAlone) {
-  session.Db.Execute("insert into Log (DataQso,Call,Banda,Qra) values "
-                     "('03/02/2001 10:15:00','IK3ABC','  2 m','MARIO')");
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Banda,Qra) values "
+      "('03/02/2001 10:15:00','IK3ABC','  2 m','MARIO')");
   const ImportCounts counts =
       Import(Write("a.adi", Contact({{"BAND", "2m"}, {"NAME", "Paolo"}, {"QTH", "Padova"}})));
   EXPECT_EQ(AdifStation::Told(counts), "1 = 0 + 1 + 0");
@@ -228,12 +246,16 @@ TEST_F(AdifImportTest, ARepeatedContactIsLeftAlone) {
 }
 
 TEST_F(AdifImportTest, OfARepeatedContactTheEmptyColumnsAreFilledWhenTheOperatorSaysSo) {
-  session.Db.Execute("insert into Log (DataQso,Call,Banda,Qra,QslInviata) values "
-                     "('03/02/2001 10:15:00','IK3ABC','  2 m','MARIO',true)");
-  const auto file =
-      Write("a.adi", Contact({{"BAND", "2m"}, {"TIME_ON", "101542"}, {"NAME", "Paolo"},
-                              {"QTH", "Padova"}, {"QSL_RCVD", "Y"}, {"QSL_SENT", "R"},
-                              {"IOTA", "EU-025"}}));
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Banda,Qra,QslInviata) values "
+      "('03/02/2001 10:15:00','IK3ABC','  2 m','MARIO',true)");
+  const auto file = Write("a.adi", Contact({{"BAND", "2m"},
+                                            {"TIME_ON", "101542"},
+                                            {"NAME", "Paolo"},
+                                            {"QTH", "Padova"},
+                                            {"QSL_RCVD", "Y"},
+                                            {"QSL_SENT", "R"},
+                                            {"IOTA", "EU-025"}}));
   const ImportCounts counts = Import(file, {{}, true});
   EXPECT_EQ(AdifStation::Told(counts), "1 = 0 + 1 + 0");
   EXPECT_EQ(counts.completed, 1);
@@ -270,8 +292,8 @@ TEST_F(AdifImportTest, ThePreviewTellsWhatTheFileHolds) {
   const ImportPreview preview = Preview(Sample("wsjtx.adi"));
   EXPECT_EQ(DateText(*preview.first), "15/01/2023");
   EXPECT_EQ(DateText(*preview.last), "12/08/2023");
-  EXPECT_EQ(preview.bands, (std::map<std::string, std::int64_t>{
-                               {"  6 m", 1}, {" 15 m", 1}, {" 20 m", 1}}));
+  EXPECT_EQ(preview.bands,
+            (std::map<std::string, std::int64_t>{{"  6 m", 1}, {" 15 m", 1}, {" 20 m", 1}}));
   EXPECT_EQ(preview.modes,
             (std::map<std::string, std::int64_t>{{"FT4", 1}, {"FT8", 1}, {"MSK144", 1}}));
   EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "adif/dxcc_entities.h"
+#include "adif/escaped_text.h"
 #include "adif/record_to_contact.h"
 #include "base/csv.h"
 
@@ -68,7 +69,8 @@ TEST(AdifNamesTest, FieldsOfTheStandardNeedNoDeclaration) {
 }
 
 TEST(AdifNamesTest, AnyTextComesThroughPlainLetters) {
-  for (const char* text : {"", "Łódź", "a\\b", "  x ", "riga\r\nriga", "\xF0\x9F\x93\xBB", "\\u0041"}) {
+  for (const char* text :
+       {"", "Łódź", "a\\b", "  x ", "riga\r\nriga", "\xF0\x9F\x93\xBB", "\\u0041"}) {
     EXPECT_EQ(UnescapeText(EscapeText(text)), text);
   }
   EXPECT_EQ(EscapeText("Łódź"), "\\u0141\\u00F3d\\u017A");
@@ -81,7 +83,8 @@ TEST(AdifNamesTest, TheSatellitesShorthandIsReadAsTheLabelsReadIt) {
   EXPECT_EQ(note.satellite, "QO-100");
   EXPECT_EQ(note.satelliteMode, "SX");
   EXPECT_EQ(note.mode, "SSB");
-  for (const char* other : {"", "[QO-100]", "[QO-100/SX]", "QO-100/SX/SSB", "[/SX/SSB]", "[a/b/c] x"}) {
+  for (const char* other :
+       {"", "[QO-100]", "[QO-100/SX]", "QO-100/SX/SSB", "[/SX/SSB]", "[a/b/c] x"}) {
     EXPECT_EQ(ParseSatelliteNote(other).satellite, "") << other;
   }
 }

@@ -42,8 +42,10 @@ TEST(AdifReaderTest, ATextThatHoldsTagsIsAText) {
 }
 
 TEST(AdifReaderTest, LengthsCountBytesOrCharactersOfUtf8) {
-  EXPECT_EQ(AllTold("<NAME:7>Nicol\xC3\xB2<CALL:5>I3ABC<EOR>"), Texts{"NAME=Nicol\xC3\xB2|CALL=I3ABC"});
-  EXPECT_EQ(AllTold("<NAME:6>Nicol\xC3\xB2<CALL:5>I3ABC<EOR>"), Texts{"NAME=Nicol\xC3\xB2|CALL=I3ABC"});
+  EXPECT_EQ(AllTold("<NAME:7>Nicol\xC3\xB2<CALL:5>I3ABC<EOR>"),
+            Texts{"NAME=Nicol\xC3\xB2|CALL=I3ABC"});
+  EXPECT_EQ(AllTold("<NAME:6>Nicol\xC3\xB2<CALL:5>I3ABC<EOR>"),
+            Texts{"NAME=Nicol\xC3\xB2|CALL=I3ABC"});
   EXPECT_EQ(AllTold("<QTH:5>\xC3\xA8 \xC3\xA0 x <CALL:5>I3ABC<EOR>"),
             Texts{"QTH=\xC3\xA8 \xC3\xA0 x|CALL=I3ABC"});
 }
@@ -71,9 +73,11 @@ TEST(AdifReaderTest, AnEmptyRecordIsNone) {
 }
 
 TEST(AdifReaderTest, ALengthThatRunsIntoTheNextRecordIsAFaultOfItsOwnAlone) {
-  EXPECT_EQ(AllTold("<CALL:5>I3AAA<NAME:30>Mario<EOR>\n<CALL:5>I3BBB<BAND:3>20m<EOR>\n<CALL:5>I3CCC<EOR>"),
-            (Texts{"CALL=I3AAA!la lunghezza del campo NAME non corrisponde al testo",
-                   "CALL=I3BBB|BAND=20m", "CALL=I3CCC"}));
+  EXPECT_EQ(
+      AllTold(
+          "<CALL:5>I3AAA<NAME:30>Mario<EOR>\n<CALL:5>I3BBB<BAND:3>20m<EOR>\n<CALL:5>I3CCC<EOR>"),
+      (Texts{"CALL=I3AAA!la lunghezza del campo NAME non corrisponde al testo",
+             "CALL=I3BBB|BAND=20m", "CALL=I3CCC"}));
 }
 
 TEST(AdifReaderTest, ALengthThatCutsAWordIsAFault) {
@@ -148,7 +152,8 @@ TEST(AdifReaderTest, GarbageHoldsNoRecord) {
   std::int64_t left = 100;
   AdifReader reader([&](char* buffer, std::size_t size) {
     if (left-- <= 0) return std::size_t{0};
-    for (std::size_t i = 0; i < size; ++i) buffer[i] = static_cast<char>((i * 7919 + i / 13) % 60 + 1);
+    for (std::size_t i = 0; i < size; ++i)
+      buffer[i] = static_cast<char>((i * 7919 + i / 13) % 60 + 1);
     return size;
   });
   AdifRecord record;

@@ -30,7 +30,8 @@ class AdifStation : public StationTest {
   // Without being stopped; the report is in Report.
   ImportCounts Import(const std::filesystem::path& file, const ImportOptions& options = {}) {
     std::ostringstream out;
-    const auto counts = ImportContacts(session, file, options, [](std::int64_t) { return true; }, out);
+    const auto counts = ImportContacts(
+        session, file, options, [](std::int64_t) { return true; }, out);
     Report = out.str();
     return counts.value_or(ImportCounts());
   }
@@ -52,8 +53,10 @@ class AdifStation : public StationTest {
            std::to_string(counts.repeated) + " + " + std::to_string(counts.refused);
   }
   Texts Kept(std::string_view call) {
-    return Rows("Select Campo,Valore from LogAdif where QsoNr in (select QsoNr from Log where "
-                "Call='" + std::string(call) + "') order by Campo");
+    return Rows(
+        "Select Campo,Valore from LogAdif where QsoNr in (select QsoNr from Log where "
+        "Call='" +
+        std::string(call) + "') order by Campo");
   }
 
   std::string Report;

@@ -70,8 +70,7 @@ TEST_F(AdifWindowsTest, TheChoiceOfConfirmationsShowsAtOnceAndIsRemembered) {
 TEST_F(AdifWindowsTest, ADamagedFileIsImportedOnlyWhenTheOperatorSaysSo) {
   machine.Messages().QueueAnswer(false);
   Import(Sample("damaged.adi"), [&](ImportaAdif& window) {
-    EXPECT_EQ(window.Avvisi.Text(),
-              "Il file finisce a meta' di un record. Record danneggiati: 3.");
+    EXPECT_EQ(window.Avvisi.Text(), "Il file finisce a meta' di un record. Record danneggiati: 3.");
     window.CmImporta.Press();
     EXPECT_TRUE(window.Visible());
   });
@@ -120,8 +119,7 @@ TEST_F(AdifWindowsTest, ADatabaseWithoutAPlaceForTheFieldsIsToldClearly) {
   session.Open();
   Event([&] { ImportaFileAdif(session); });
   EXPECT_THAT(Lines(), Contains(HasSubstr("Nel database manca la tabella LogAdif")));
-  session.Db.Execute(
-      "insert into Log (DataQso,Call) values ('01/01/2001 10:00:00','IK3ABC')");
+  session.Db.Execute("insert into Log (DataQso,Call) values ('01/01/2001 10:00:00','IK3ABC')");
   EXPECT_THAT(Export(), HasSubstr("<CALL:6>IK3ABC "));
 }
 

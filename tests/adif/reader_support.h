@@ -11,13 +11,13 @@ namespace brenvo {
 
 // Gives a text in pieces of at most `piece` bytes.
 inline AdifReader::Source SourceOf(std::string text, std::size_t piece = 1 << 20) {
-  return [text = std::move(text), piece, at = std::size_t{0}](char* buffer,
-                                                              std::size_t size) mutable {
-    const std::size_t count = std::min({size, piece, text.size() - at});
-    text.copy(buffer, count, at);
-    at += count;
-    return count;
-  };
+  return
+      [text = std::move(text), piece, at = std::size_t{0}](char* buffer, std::size_t size) mutable {
+        const std::size_t count = std::min({size, piece, text.size() - at});
+        text.copy(buffer, count, at);
+        at += count;
+        return count;
+      };
 }
 
 inline std::vector<AdifRecord> ReadAll(const std::string& text, std::size_t piece = 1 << 20) {

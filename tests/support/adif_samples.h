@@ -30,13 +30,13 @@ inline std::string GeneratedRecord(std::int64_t number) {
     const char* name;
     const char* frequency;
   };
-  constexpr Band kBands[] = {{"20m", "14.074"}, {"40m", "7.0745"}, {"2m", "144.300"},
-                             {"70cm", "432.174"}, {"6m", "50.313"}, {"23cm", "1296.2"}};
+  constexpr Band kBands[] = {{"20m", "14.074"},   {"40m", "7.0745"}, {"2m", "144.300"},
+                             {"70cm", "432.174"}, {"6m", "50.313"},  {"23cm", "1296.2"}};
   constexpr const char* kModes[] = {"SSB", "CW", "FT8", "RTTY", "FM", "JT65"};
-  constexpr const char* kNames[] = {"Mario", "Nicol\xC3\xB2", "Andr\xC3\xA9", "J\xC3\xBCrgen",
-                                    "Paolo", "Bj\xC3\xB6rn"};
-  const DateTime at = DateTime::FromSeconds(DateTime::Of(1990, 1, 1).Seconds() + number * 60 +
-                                            number % 60);
+  constexpr const char* kNames[] = {"Mario",         "Nicol\xC3\xB2", "Andr\xC3\xA9",
+                                    "J\xC3\xBCrgen", "Paolo",         "Bj\xC3\xB6rn"};
+  const DateTime at =
+      DateTime::FromSeconds(DateTime::Of(1990, 1, 1).Seconds() + number * 60 + number % 60);
   const std::string iso = IsoText(at);
   const std::string date = iso.substr(0, 4) + iso.substr(5, 2) + iso.substr(8, 2);
   const std::string time = iso.substr(11, 2) + iso.substr(14, 2) + iso.substr(17, 2);

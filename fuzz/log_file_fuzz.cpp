@@ -8,7 +8,7 @@
 
 #include "adif/adif_reader.h"
 #include "adif/adif_writer.h"
-#include "adif/record_to_contact.h"
+#include "adif/escaped_text.h"
 
 namespace {
 
