@@ -1,5 +1,6 @@
 #include "print/stampa_qsl.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "base/number.h"
@@ -14,8 +15,9 @@ QsoLabel LabelOf(Recordset& row) {
   if (FieldText(row, "Modo") == "Satellite" && row.Field("Note").IsNull()) {
     throw std::runtime_error("La nota di un collegamento via satellite e' Null");
   }
-  return {FieldText(row, "Call"),  FieldText(row, "QrkDato"), FieldText(row, "Banda"),
-          FieldText(row, "Modo"),  FieldText(row, "Note"),    row.Field("DataQso").Date(),
+  return {FieldText(row, "Call"),          FieldText(row, "QrkDato"),
+          FieldText(row, "Banda"),         FieldText(row, "Modo"),
+          FieldText(row, "Note"),          row.Field("DataQso").Date(),
           row.Field("Frequenza").Number(), row.Field("QslRicevuta").Bool()};
 }
 
@@ -52,7 +54,9 @@ void StampaQsl::Load() {
   for (const Setting& setting : kSettings) {
     Slider& slider = this->*setting.slider;
     const double stored = Val(session_.GetSetting(kSection, setting.key, ""));
-    slider.SetValue(stored > slider.Maximum() ? slider.Maximum() : static_cast<int>(stored));
+    const double least = slider.Minimum();
+    const double most = slider.Maximum();
+    slider.SetValue(static_cast<int>(std::clamp(stored, least, most)));
     ShowValue(setting);
   }
 }

@@ -119,7 +119,7 @@ TEST_F(SessionTest, TheMenuIsWholeAndEveryNameStandsOnce) {
     ASSERT_NE(frame->FindCommand(command.name), nullptr) << command.name;
     EXPECT_EQ(frame->FindCommand(command.name)->Caption(), command.caption);
   }
-  EXPECT_EQ(names.size(), 47u);
+  EXPECT_EQ(names.size(), 49u);
   EXPECT_EQ(frame->MenuBar.size(), 8u);
 }
 

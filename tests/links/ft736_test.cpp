@@ -399,6 +399,34 @@ TEST_F(Ft736Test, ALineThatIsGoneIsToldOnce) {
   EXPECT_TRUE(rig.RigAcceso);
 }
 
+TEST_F(Ft736Test, ThePowerKeyLeavesALineThatIsGoneAndFindsItAgain) {
+  FT736& rig = OpenSwitchedOn();
+  machine.Serial().FailNext(1);
+  Press(rig.cmFM);
+  EXPECT_EQ(Lines(), Texts{"error \"La porta COM1 non risponde\""});
+  Press(rig.cmUSB);
+  machine.Advance(1000);
+  EXPECT_EQ(Lines(), Texts{});
+  Press(rig.Accensione);
+  EXPECT_FALSE(rig.RigAcceso);
+  EXPECT_EQ(rig.DVFO.Text() + rig.DModo.Text(), "");
+  EXPECT_EQ(Lines(), Texts{});
+  Press(rig.Accensione);
+  EXPECT_TRUE(rig.RigAcceso);
+  EXPECT_EQ(Lines().front(), kOn);
+}
+
+TEST_F(Ft736Test, ALineThatGoesAtTheLastCommandLeavesThePanelDark) {
+  FT736& rig = OpenSwitchedOn();
+  machine.Serial().FailNext(1);
+  Press(rig.Accensione);
+  EXPECT_EQ(Lines(), Texts{"error \"La porta COM1 non risponde\""});
+  EXPECT_FALSE(rig.RigAcceso);
+  EXPECT_EQ(rig.DVFO.Text() + rig.DModo.Text(), "");
+  EXPECT_FALSE(rig.DFrequenza.Visible() || rig.SMeter.Visible());
+  Event([&] { EXPECT_TRUE(rig.Close()); });
+}
+
 TEST_F(Ft736Test, OpenedAgainItStartsFromTheStart) {
   FT736& rig = OpenSwitchedOn();
   TypeFrequency(rig, "144300");

@@ -235,6 +235,19 @@ TEST_F(TncTest, ACallCheckedAgainIsSearchedForAgain) {
   EXPECT_EQ(searches, (Texts{"open", "ZL9HR||busy", "ZL9HR||busy"}));
 }
 
+TEST_F(TncTest, ASpotAtEitherEdgeFindsItsBandAndOneBetweenBandsNone) {
+  OpenTnc();
+  Lines();
+  for (const char* khz : {"14000.0", "14000", "14350.0", "14174.9"}) {
+    Receive("TNC", "DX de I4: " + std::string(khz) + " ZL9HR tnx\r\n");
+    EXPECT_EQ(Lines(), Texts{"wave \"20m.wav\""}) << khz;
+  }
+  for (const char* khz : {"13999.9", "14350.1", "0", "-14200", "14,200", "14.2"}) {
+    Receive("TNC", "DX de I4: " + std::string(khz) + " ZL9HR tnx\r\n");
+    EXPECT_EQ(Lines(), Texts{}) << khz;
+  }
+}
+
 TEST_F(TncTest, TheFirstOfTwoOverlappingBandsDecides) {
   session.Db.Execute(
       "insert into UserRTX (Banda,FrequenzaI,FrequenzaF,AnnunceDX,FilenameDX) "

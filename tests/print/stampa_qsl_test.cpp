@@ -69,6 +69,17 @@ TEST_F(StampaQslTest, UpdateStoresTheGeometryUnderItsOwnKeysAndNothingElse) {
   EXPECT_EQ(Rows("select QslInviata,QslDaInviare from Log"), Texts{"0|-1"});
 }
 
+TEST_F(StampaQslTest, AStoredMeasureBeyondAllMeasureIsTheNearestEnd) {
+  for (const auto& [stored, value] :
+       {std::pair("1E300", 700), std::pair("-1E300", 339), std::pair("99999999999", 700),
+        std::pair("-99999999999", 339), std::pair("abc", 339), std::pair("", 339)}) {
+    session.SaveSetting("StampaQsl", "AltezzaEtichette", stored);
+    StampaQsl& screen = OpenScreen();
+    EXPECT_EQ(screen.AltezzaEtichetta.Value(), value) << stored;
+    Event([&] { screen.Close(); });
+  }
+}
+
 TEST_F(StampaQslTest, WithoutAKindThereIsOnlyTheMessage) {
   StampaQsl& screen = OpenScreen();
   const auto before = session.Db.Counters().statements;

@@ -7,6 +7,7 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QTabBar>
+#include <QWheelEvent>
 
 #include "forms/choice_fields.h"
 #include "forms/list_field.h"
@@ -198,6 +199,24 @@ TEST_F(ChoiceWidgets, ASliderTellsItsValueAndFollowsItsLimits) {
   form.Altezza.SetMaximum(350);
   EXPECT_EQ(slider->maximum(), 350);
   EXPECT_EQ(slider->value(), 350);
+}
+
+// As a dial is turned: by the finest step, by ten of them, by the wheel in between.
+TEST_F(ChoiceWidgets, ASliderMovesByKeysAndByTheWheel) {
+  auto* slider = Find<QSlider>("Altezza");
+  QTest::keyClick(slider, Qt::Key_Right);
+  EXPECT_EQ(form.Altezza.Value(), 340);
+  QTest::keyClick(slider, Qt::Key_PageUp);
+  EXPECT_EQ(form.Altezza.Value(), 350);
+  QTest::keyClick(slider, Qt::Key_Left);
+  QTest::keyClick(slider, Qt::Key_PageDown);
+  EXPECT_EQ(form.Altezza.Value(), 339);
+  const QPoint at = slider->rect().center();
+  QWheelEvent wheel(at, slider->mapToGlobal(at), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(slider, &wheel);
+  EXPECT_GT(form.Altezza.Value(), 339);
+  EXPECT_LT(form.Altezza.Value(), 349);
 }
 
 TEST_F(ChoiceWidgets, AReadingBeyondTheScaleShowsAsItsEnd) {

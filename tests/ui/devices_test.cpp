@@ -1,8 +1,10 @@
 #include <pty.h>
 #include <unistd.h>
 
+#include <QAudioDevice>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMediaDevices>
 #include <QPushButton>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -227,6 +229,20 @@ TEST_F(Devices, AMissingWaveCostsNoTimeAndEndsNormally) {
   EXPECT_TRUE(WaitFor([&] { return code == 1; }));
 }
 
+TEST_F(Devices, AMachineWithoutASoundDeviceIsSilentAndCostsNoTime) {
+  if (!QMediaDevices::defaultAudioOutput().isNull()) GTEST_SKIP() << "there is one here";
+  WriteWave(File("cq.wav"), 80000);  // ten seconds
+  QtWavePlayer player(gate);
+  QElapsedTimer clock;
+  clock.start();
+  player.PlayAndWait(File("cq.wav"));
+  int code = 0;
+  player.OnComplete = [&](int told) { code = told; };
+  player.Start(File("cq.wav"));
+  EXPECT_TRUE(WaitFor([&] { return code == 1; }));
+  EXPECT_LT(clock.elapsed(), 500);
+}
+
 TEST_F(Devices, AClosedPlaybackDoesNotComplete) {
   QtWavePlayer player(gate);
   int completions = 0;
@@ -320,6 +336,23 @@ TEST_F(PrinterDevice, ACancelledDialogIsAFailureOfEachOperation) {
   printer.Text(Mm(0), Mm(0), "x");
   printer.EndDocument();
   EXPECT_FALSE(Pdf().isEmpty());
+}
+
+TEST_F(PrinterDevice, APrinterThatCannotBeReachedIsToldAndTheNextTryIsSound) {
+  const QString sound = file;
+  file = directory.filePath("gone/page.pdf");
+  for (int tries = 0; tries < 2; ++tries) {
+    try {
+      printer.Text(Mm(0), Mm(0), "x");
+      ADD_FAILURE() << "nothing was told";
+    } catch (const DeviceError& failure) {
+      EXPECT_EQ(failure.what(), "Il file " + file.toStdString() + " non si puo' scrivere");
+    }
+  }
+  file = sound;
+  printer.Text(Mm(0), Mm(0), "x");
+  printer.EndDocument();
+  EXPECT_TRUE(Pdf().startsWith("%PDF"));
 }
 
 TEST_F(PrinterDevice, EndingADocumentThatWasNotBegunIsNothing) {

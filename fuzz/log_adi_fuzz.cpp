@@ -1,0 +1,104 @@
+// Links: log
+// Contacts of arbitrary texts as ADIF: whoever reads the lines by their lengths finds each value,
+// and the end of the record behind the last one.
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/encoding.h"
+#include "base/text.h"
+#include "log/adif_export.h"
+
+namespace {
+
+using namespace brenvo;
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+// A contact with the same text in every column that holds one.
+class Contact : public Snapshot {
+ public:
+  explicit Contact(const std::vector<std::pair<std::string, Value>>& values) {
+    for (const auto& [column, value] : values) {
+      columns_.push_back(column);
+      values_.push_back(value);
+    }
+  }
+  void MoveFirst() override {}
+  void MoveLast() override {}
+  void MoveNext() override {}
+  void MovePrevious() override {}
+  bool BOF() override { return false; }
+  bool EOF_() override { return false; }
+  std::int64_t RecordCount() override { return 1; }
+  const std::vector<std::string>& Columns() const override { return columns_; }
+  Value Field(std::string_view column) override {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      if (columns_[i] == column) return values_[i];
+    }
+    return {};
+  }
+  Value Field(std::size_t column) override {
+    return column < values_.size() ? values_[column] : Value();
+  }
+  Bookmark GetBookmark() override { return {}; }
+  void SetBookmark(Bookmark) override {}
+  void Close() override {}
+
+ private:
+  std::vector<std::string> columns_;
+  std::vector<Value> values_;
+};
+
+// Reads "<name:length>value" at `at`, and leaves `at` behind the value.
+std::string ReadField(const std::string& lines, std::size_t& at, std::string& name) {
+  Require(lines[at] == '<');
+  const std::size_t colon = lines.find(':', at);
+  const std::size_t end = lines.find('>', at);
+  Require(colon < end && end != std::string::npos);
+  name = lines.substr(at + 1, colon - at - 1);
+  const std::size_t length = std::stoul(lines.substr(colon + 1));
+  Require(end + 1 + length <= lines.size());
+  at = end + 1 + length;
+  return lines.substr(end + 1, length);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string text = ValidUtf8(std::string_view(reinterpret_cast<const char*>(data), size));
+  double frequency = 0;
+  for (std::size_t i = 0; i < size && i < 8; ++i) frequency = frequency * 10 + data[i];
+  Contact contact({{"DataQso", Value(DateTime::Of(2001, 2, 3, 4, 5, 6))},
+                   {"Call", Value(text)},
+                   {"Frequenza", Value(frequency / 1000)},
+                   {"Banda", Value()},
+                   {"Modo", Value(text)},
+                   {"QrkDato", Value()},
+                   {"QrkRicevuto", Value()},
+                   {"Qra", Value(text)},
+                   {"QslInviata", Value(true)},
+                   {"QslRicevuta", Value()},
+                   {"Manager", Value(text)}});
+  AdifWriter writer(contact);
+  const std::string& lines = writer.Contact();
+  const std::string expected = ToWindows1252(text);
+  std::size_t at = 0;
+  int read = 0;
+  while (lines.compare(at, std::string::npos, "<eor>\r\n") != 0) {
+    std::string name;
+    const std::string value = ReadField(lines, at, name);
+    if (name == "call" || name == "comment" || name == "mode" || name == "qsl_via") {
+      Require(value == expected);
+    }
+    Require(lines.compare(at, 3, " \r\n") == 0);
+    at += 3;
+    ++read;
+  }
+  Require(read == 12);
+  return 0;
+}

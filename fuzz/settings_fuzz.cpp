@@ -1,0 +1,84 @@
+// Links: station recorder database_maker
+// Arbitrary texts in the settings store, a line each: windows open with them at a place and with
+// values that they can have, print what there is, and store no others.
+#include <cstdint>
+#include <sstream>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "fuzz/station.h"
+#include "print/stampa_qsl.h"
+
+namespace {
+
+using namespace brenvo;
+
+struct Key {
+  const char *section, *key;
+};
+constexpr Key kKeys[] = {
+    {"StampaQsl", "AltezzaEtichette"},
+    {"StampaQsl", "LarghezzaEtichette"},
+    {"StampaQsl", "SpaziaturaOrizzontale"},
+    {"StampaQsl", "SpaziaturaVerticale"},
+    {"StampaQsl", "MargineSuperiore"},
+    {"StampaQsl", "MargineSinistro"},
+    {"StampaQsl", "EtichettePerFila"},
+    {"HrdMode", "BandaUsata"},
+    {"HrdMode", "ModiUsati"},
+    {"Log", "DisplayMappa"},
+    {"Log", "LookupWorked"},
+    {"Log", "ManagerZX9TOK"},
+    {"StampaQsl", "X"},
+    {"HrdMode", "W"},
+    {"Log", "Y"},
+    {"Log", "H"},
+};
+constexpr const char* kWindows[] = {"StampaQsl", "HrdMode", "LogForm"};
+
+FuzzStation& Station() {
+  static FuzzStation station;
+  static const bool filled = [] {
+    for (const char* call : {"IK2AAA", "DL1ABC", "F5XYZ"}) {
+      station.session.Db.Execute(
+          "insert into Log (DataQso,Call,Banda,Modo,Frequenza,QslDaInviare) values "
+          "(DateValue('03/02/2001'),'" +
+          std::string(call) + "',' 20 m','SSB',14.2,True)");
+    }
+    return true;
+  }();
+  static_cast<void>(filled);
+  return station;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  FuzzStation& station = Station();
+  std::istringstream lines(ValidUtf8(std::string_view(reinterpret_cast<const char*>(data), size)));
+  for (const Key& key : kKeys) {
+    std::string value;
+    std::getline(lines, value);
+    station.session.SaveSetting(key.section, key.key, value);
+  }
+  for (const char* name : kWindows) {
+    Window* window = station.Open(name);
+    Require(window != nullptr);
+    Require(window->Width() > Twips(-1000000) && window->Width() < Twips(1000000));
+    if (auto* labels = dynamic_cast<StampaQsl*>(window)) {
+      station.Event([&] {
+        labels->DatiQso.SetState(CheckState::kOn);
+        labels->DatiStazione.SetState(CheckState::kOn);
+        labels->CmPrint.Press();
+        labels->CmUpdate.Press();
+      });
+    }
+  }
+  station.CloseAll();
+  for (const Key& key : kKeys) {
+    if (std::string_view(key.section) != "StampaQsl") continue;
+    const double stored = Val(station.session.GetSetting(key.section, key.key, ""));
+    Require(stored > -1e6 && stored < 1e6);
+  }
+  return 0;
+}
