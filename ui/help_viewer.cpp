@@ -42,6 +42,7 @@ HelpViewer::HelpViewer(std::vector<HelpPage> pages, QWidget* parent, const QStri
   text_->setOpenExternalLinks(true);
   text_->document()->setDocumentMargin(kMargin);
   text_->setSearchPaths({directory});
+  text_->viewport()->installEventFilter(this);
   split->setStretchFactor(0, 0);
   split->setStretchFactor(1, 1);
   split->setSizes({230, 630});
@@ -65,9 +66,13 @@ HelpViewer::HelpViewer(std::vector<HelpPage> pages, QWidget* parent, const QStri
   });
 }
 
-void HelpViewer::resizeEvent(QResizeEvent* event) {
-  QDialog::resizeEvent(event);
-  FitPictures();
+// The page has another width; its text must not change while it is being laid out.
+bool HelpViewer::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize) {
+    QMetaObject::invokeMethod(
+        this, [this] { FitPictures(); }, Qt::QueuedConnection);
+  }
+  return QDialog::eventFilter(watched, event);
 }
 
 // A picture is as large as it is, but no wider than the page.
