@@ -51,7 +51,10 @@ put() {
       # A compaction that was cut short leaves the contacts under one of these names: an empty
       # database in their place would be taken for the station's log.
       if [ -e "$to/$name" ]; then
-        if [ -x "$maker" ]; then "$maker" --complete "$schema" "$to/$name"; fi
+        # What is no database is the program's to tell, when it starts.
+        if [ -x "$maker" ] && ! "$maker" --complete "$schema" "$to/$name"; then
+          echo "$name stays as it is"
+        fi
       elif [ -e "$to/BrenvoNEW.MDB" ] || [ -e "$to/Brenvo.BAK" ]; then
         echo "no Brenvo.mdb, but what a compaction has left: nothing new was put in its place"
       else
