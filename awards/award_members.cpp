@@ -45,8 +45,9 @@ constexpr std::array<AwardMember, 8> kMembers = {{
      "SELECT Country,Descrizione FROM Country ORDER BY Country", "",
      {.flags = true, .whiteWhenNot = true}},
 
+    // Grouped in the order of the list, which the index on Provincia has; the country comes last.
     {"SProvincie",  "Provincie -",  "Provincia<>''",  kAnd,
-     "Provincia",  "Provincia",       "Country,Provincia,QslRicevuta",         "Country,Provincia,QslRicevuta", "Country",
+     "Provincia",  "Provincia",       "Country,Provincia,QslRicevuta",         "Provincia,QslRicevuta,Country", "Country",
      " And Provincia='",        "'", {{{"Provincie", 900}, {"", 3000}, {"Qsl", 1200}}}, 3, 2, 2,
      "Confermata", " confermate su", kProvinceOfKey,
      "SELECT Provincia,Descrizione FROM Provincie WHERE Country='", "' ORDER BY Provincia",

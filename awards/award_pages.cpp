@@ -112,12 +112,15 @@ Entry EntryAt(Session& session, const AwardPage& page, const AwardList& list, st
   return entry;
 }
 
-// SLog gets a row an entry, with the date of its contact to sort by.
-void StageEntries(Session& session, const AwardPage& page, const AwardList& list) {
+// SLog gets a row an entry, with the date of its contact to sort by; none, and false, when the
+// operator stops it.
+bool StageEntries(Session& session, const AwardPage& page, const AwardList& list,
+                  Progress& progress) {
   session.Db.Execute("delete from SLog");
   Transaction transaction(session.Db);
   const auto staged = session.Db.OpenDynaset("select * from SLog");
   for (std::int64_t row = 1; row < list.grid.Rows(); ++row) {
+    if (!progress.Advance(row)) return false;
     const Entry entry = EntryAt(session, page, list, row);
     staged->AddNew();
     staged->Set(page.stagedKey, entry.key);
@@ -132,6 +135,7 @@ void StageEntries(Session& session, const AwardPage& page, const AwardList& list
   }
   staged->Close();
   transaction.Commit();
+  return true;
 }
 
 Entry StagedEntry(const AwardPage& page, Recordset& row) {
@@ -146,10 +150,12 @@ Entry StagedEntry(const AwardPage& page, Recordset& row) {
   return entry;
 }
 
-// Returns false for a template without its rows: the page is then empty.
+// False when there is nothing to show: the template has no rows and the page is empty, or the
+// operator has stopped it.
 bool Write(Session& session, const AwardPage& page, const AwardList& list) {
   const bool byDate = !page.stagedKey.empty();
-  if (byDate) StageEntries(session, page, list);
+  const auto progress = session.Machine.ShowProgress("Genera HTML", list.grid.Rows());
+  if (byDate && !StageEntries(session, page, list, *progress)) return false;
   const std::string design = ReadText(session, page.design);
   PageFile file(session.File(page.page));
   const auto pieces = CutTemplate(design);
@@ -162,6 +168,7 @@ bool Write(Session& session, const AwardPage& page, const AwardList& list) {
     }
   } else {
     for (std::int64_t row = 1; row < list.grid.Rows(); ++row) {
+      if (!progress->Advance(row)) return false;
       file.WriteLine(FilledRow(page, pieces->row, EntryAt(session, page, list, row)));
     }
   }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 namespace brenvo {
 namespace {
@@ -17,10 +18,14 @@ std::string FixedDigits(double value, int decimals) {
   const double scale = std::pow(10.0, decimals);
   const double magnitude = std::fabs(value);
   if (magnitude * scale >= 1e15) return fmt::format("{:.{}f}", magnitude, decimals);
-  const std::string rounded = fmt::format("{:.15g}", magnitude * scale);
-  double scaled = 0;  // what is too small for a double stays so
-  std::from_chars(rounded.data(), rounded.data() + rounded.size(), scaled);
-  std::string digits = fmt::format("{:.0f}", std::floor(scaled + 0.5));
+  double scaled = magnitude * scale;
+  // Only near a half, or where they are few for the number, do fifteen digits decide.
+  if (scaled > 1e10 || std::fabs(scaled - std::floor(scaled) - 0.5) < 1e-3) {
+    const std::string rounded = fmt::format("{:.15g}", scaled);
+    scaled = 0;  // what is too small for a double stays so
+    std::from_chars(rounded.data(), rounded.data() + rounded.size(), scaled);
+  }
+  std::string digits = fmt::format_int(static_cast<std::int64_t>(std::floor(scaled + 0.5))).str();
   if (decimals == 0) return digits;
   const auto places = static_cast<std::size_t>(decimals);
   if (digits.size() <= places) digits.insert(0, places + 1 - digits.size(), '0');

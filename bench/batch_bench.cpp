@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "base/text.h"
 #include "bench/support/bench_station.h"
 #include "bench/support/figures.h"
 #include "bench/support/hand.h"
@@ -103,7 +104,6 @@ class BatchTasks {
   void Propagations() {
     Hand rows(station_.file, "SELECT QsoNr,Note FROM Log WHERE Note IS NOT NULL");
     Hand write(station_.file, "UPDATE Log SET Propagazione=?2,Note=?3 WHERE QsoNr=?1");
-    Hand marked(station_.file, "SELECT QsoNr,Note FROM Log WHERE instr(Note,'[E.S.]')>0");
     Compare(
         "propagazione", 1, [&] { AssignPropagations(station_.session); },
         [&] {
@@ -121,7 +121,6 @@ class BatchTasks {
             write.Done();
           }
         });
-    static_cast<void>(marked);
   }
 
   void Prefixes() {
@@ -137,7 +136,7 @@ class BatchTasks {
       while (rows.Step()) {
         const std::string candidate = PrefixCandidate(rows.Cell(1));
         if (candidate.empty() || !prefix.Finds({candidate})) continue;
-        write.Number(1, rows.Key()).Text(2, prefix.Cell(0)).Number(3, prefix.Key(1));
+        write.Number(1, rows.Key()).Text(2, PadRight(prefix.Cell(0), 5)).Number(3, prefix.Key(1));
         write.Number(4, prefix.Key(2)).Text(5, prefix.Cell(3));
         write.Step();
         write.Done();

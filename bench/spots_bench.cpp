@@ -1,4 +1,3 @@
-// Links: recorder station database_maker
 // What a line from a cluster costs, from the bytes on the wire to the text area: lines a second
 // without sound, and one spot whose call is looked up in a log of a million contacts.
 #include <sqlite3.h>
@@ -18,6 +17,7 @@
 #include "station/station.h"
 #include "tests/support/scratch_database.h"
 #include "tools/mkdatabase/database_maker.h"
+#include "tools/mklog/log_maker.h"
 
 namespace brenvo {
 namespace {
@@ -41,16 +41,8 @@ class Station {
     const std::filesystem::path file = directory_.Path() / "Brenvo.mdb";
     MakeDatabase(SOURCE_DIR "/data/schema.sql", SOURCE_DIR "/data", file);
     std::filesystem::copy_file(SOURCE_DIR "/data/tnc.mnu", directory_.Path() / "tnc.mnu");
-    Sql(file,
-        "UPDATE UserRTX SET AnnunceDX=0; UPDATE User SET TelnetCluster='x:1';"
-        "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i+1<" +
-            std::to_string(contacts) +
-            ") INSERT INTO Log (DataQso,Call,Banda,Locator,Country,Prefisso,\"Zona CQ\","
-            "\"Zona ITU\",Continente,Modo,QslRicevuta) SELECT datetime('1980-01-01','+'||(i*5)||"
-            "' minutes'), 'I'||(i%10)||char(65+i/10%26)||char(65+i/260%26)||char(65+i/6760%26),"
-            "CASE i%3 WHEN 0 THEN ' 20 m' WHEN 1 THEN '  2 m' ELSE ' 40 m' END,'JN'||(i%90+10)||"
-            "'AA','I','I'||(i%10),15,28,'EU','SSB',-(i%5=0) FROM n WHERE " +
-            std::to_string(contacts) + ">0");
+    Sql(file, "UPDATE UserRTX SET AnnunceDX=0; UPDATE User SET TelnetCluster='x:1'");
+    if (contacts > 0) MakeLog(file, contacts);
     if (StartStation(session_) == nullptr) throw std::runtime_error("no station");
   }
 

@@ -11,6 +11,8 @@ enum HelpTopic : int {
   kHelpLog = 100,
   kHelpLogSearch = 110,
   kHelpContest = 200,
+  kHelpImportaAdif = 770,
+  kHelpEsportaAdif = 780,
 };
 
 // The page of each window.
@@ -26,7 +28,8 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"TNC", 600},              {"TNCtelnet", 605},         {"WWConv", 610},
     {"FT736", 620},            {"DX", 630},                {"User", 700},
     {"TabellaPrefissi", 710},  {"TabellaCountry", 720},    {"TabellaProvincie", 730},
-    {"TabellaNote", 740},      {"Help", 750},             {"RipristinaBackup", 760}};
+    {"TabellaNote", 740},      {"Help", 750},             {"RipristinaBackup", 760},
+    {"ImportaAdif", kHelpImportaAdif}, {"EsportaAdif", kHelpEsportaAdif}};
 
 // The first page for a window without one.
 constexpr int HelpTopicOf(std::string_view window) {

@@ -99,6 +99,8 @@ const std::vector<MainCommand>& MainMenu() {
       {kUtility, "Azzera Log", "cmAzzeraLog"},
       {kUtility, "Azzera Contest", "cmAzzeraContest"},
       {kUtility, "Ripristina backup...", "cmRipristinaBackup"},
+      {kUtility, "Importa ADIF...", "cmImportaAdif"},
+      {kUtility, "Esporta ADIF...", "cmEsportaAdif", kModal, "EsportaAdif"},
 
       {kMappa, "Zoom +", "cmZoom150", kAction, "", "", false, "Ctrl++"},
       {kMappa, "Zoom 1:1", "cmZoom1", kAction, "", "", false, "Ctrl+1"},

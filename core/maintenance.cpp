@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "core/files.h"
+#include "core/modules.h"
 #include "core/session.h"
 #include "core/transaction.h"
 #include "engine/sync.h"
@@ -72,7 +73,13 @@ void ReopenAll(Session& session) { session.ReopenAfterCompaction(); }
 
 }  // namespace
 
-void AzzeraLog(Session& session) { Empty(session, "Azzeramento Log", {"DELETE * FROM Log"}); }
+void AzzeraLog(Session& session) {
+  if (HasTable(session, "LogAdif")) {
+    Empty(session, "Azzeramento Log", {"DELETE * FROM Log", "DELETE * FROM LogAdif"});
+  } else {
+    Empty(session, "Azzeramento Log", {"DELETE * FROM Log"});
+  }
+}
 
 void AzzeraContest(Session& session) {
   Empty(session, "Azzeramento Contest", {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});

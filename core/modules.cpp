@@ -135,6 +135,16 @@ void SaveWindow(Session& session, const Window& window, std::string_view key) {
   write("H", window.Height());
 }
 
+bool HasTable(Session& session, std::string_view name) {
+  try {
+    session.Db.OpenTable(name);
+    return true;
+  } catch (const DatabaseError& failure) {
+    if (failure.Number != DatabaseError::kUnknownTable) throw;
+    return false;
+  }
+}
+
 std::string HourMinute(DateTime time) {
   return fmt::format("{:02}:{:02}", time.Hour(), time.Minute());
 }

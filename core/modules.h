@@ -46,6 +46,9 @@ void RestoreWindow(Session& session, Window& window, std::string_view key);
 // Only of a window that is neither minimised nor maximised.
 void SaveWindow(Session& session, const Window& window, std::string_view key);
 
+// Whether the database has the table: one that was delivered earlier may lack it.
+bool HasTable(Session& session, std::string_view name);
+
 // "hh:nn" of a time.
 std::string HourMinute(DateTime time);
 // "Sì" and "No" for a yes/no column's text, as grids show it.

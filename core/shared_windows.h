@@ -14,6 +14,8 @@ class LogWindow : public Window {
  public:
   using Window::Window;
   Label Query{*this, "Query"};
+  // The SELECT of the contacts that it shows.
+  std::string Selection;
 };
 
 // A worked-by matrix: fill a field, then change AutoSearch.

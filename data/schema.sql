@@ -97,6 +97,17 @@ CREATE INDEX "Log.Provincia" ON "Log" (
   "QslRicevuta"
 );
 
+-- What imported log files say of a contact beyond the columns of Log, by the standard's field names.
+CREATE TABLE "LogAdif" (
+  "QsoNr" INTEGER,
+  "Campo" TEXT,
+  "Valore" TEXT
+);
+CREATE UNIQUE INDEX "LogAdif.PrimaryKey" ON "LogAdif" (
+  "QsoNr",
+  rtrim("Campo") COLLATE NOCASE
+);
+
 -- Staging of awards and reports: the columns of Log in the same order. Without a key of its own
 -- its rows stand in the order in which they were put in.
 CREATE TABLE "SLog" (

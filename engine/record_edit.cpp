@@ -63,24 +63,26 @@ std::int64_t RecordEdit::Write(Connection& connection) {
 }
 
 std::int64_t RecordEdit::Insert(Connection& connection) {
-  std::string names;
-  std::string marks;
   std::vector<Value> parameters;
   parameters.reserve(values_.size());
   for (std::size_t i = 0; i < values_.size(); ++i) {
     if (table_.columns[i].type == ColumnType::kCounter) continue;
-    if (!parameters.empty()) {
-      names += ", ";
-      marks += ", ";
-    }
-    names += table_.columns[i].quoted;
-    marks += "?";
     parameters.push_back(std::move(values_[i]));
   }
-  connection.Write(table_,
-                   "INSERT INTO " + table_.quoted + " (" + names + ") VALUES (" + marks + ")",
-                   std::move(parameters));
+  if (insert_.empty()) insert_ = InsertStatement();
+  connection.Write(table_, insert_, std::move(parameters));
   return connection.LastKey();
+}
+
+std::string RecordEdit::InsertStatement() const {
+  std::string names;
+  std::string marks;
+  for (const Column& column : table_.columns) {
+    if (column.type == ColumnType::kCounter) continue;
+    names += (names.empty() ? "" : ", ") + column.quoted;
+    marks += marks.empty() ? "?" : ", ?";
+  }
+  return "INSERT INTO " + table_.quoted + " (" + names + ") VALUES (" + marks + ")";
 }
 
 void RecordEdit::Change(Connection& connection) {

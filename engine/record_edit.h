@@ -34,6 +34,7 @@ class RecordEdit {
   enum class Mode { kNone, kNew, kChange };
 
   std::int64_t Insert(Connection& connection);
+  std::string InsertStatement() const;
   void Change(Connection& connection);
 
   const TableSchema& table_;
@@ -41,6 +42,7 @@ class RecordEdit {
   std::int64_t key_ = 0;
   std::vector<Value> values_;  // as stored
   std::vector<bool> touched_;
+  std::string insert_;  // the statement, made when it is needed
 };
 
 // The errors that recordsets share.

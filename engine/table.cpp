@@ -18,6 +18,25 @@ const TableSchema* FindTable(const Connection& connection, std::string_view name
   return table;
 }
 
+// The order in which an index holds its values: Null, numbers, texts without regard to the case of
+// ASCII letters.
+int Compare(const Value& a, const Value& b) {
+  const auto* left = std::get_if<std::string>(&a.Get());
+  const auto* right = std::get_if<std::string>(&b.Get());
+  if (left != nullptr && right != nullptr) {
+    const int order = sqlite3_strnicmp(left->c_str(), right->c_str(),
+                                       static_cast<int>(std::min(left->size(), right->size())));
+    if (order != 0) return order;
+    return left->size() < right->size() ? -1 : left->size() > right->size() ? 1 : 0;
+  }
+  const auto rank = [](const Value& value, const std::string* text) {
+    return value.IsNull() ? 0 : text == nullptr ? 1 : 2;
+  };
+  const int ranks = rank(a, left) - rank(b, right);
+  if (ranks != 0 || a.IsNull()) return ranks;
+  return a.Number() < b.Number() ? -1 : a.Number() > b.Number() ? 1 : 0;
+}
+
 }  // namespace
 
 TableRows::TableRows(std::shared_ptr<Connection> connection, std::string_view name)
@@ -129,8 +148,23 @@ bool TableRows::LoadNeighbour(Direction direction) {
   if (!equal.empty()) equal += " AND ";
   parameters.emplace_back(from.key);
   equal += direction == Direction::kForward ? "rowid > ?" : "rowid < ?";
-  return Load(equal, std::move(parameters), Parts(), direction) ||
-         LoadBehind(from.indexKey, Parts(), direction);
+  if (!Load(equal, std::move(parameters), Parts(), direction) &&
+      !LoadBehind(from.indexKey, Parts(), direction)) {
+    return false;
+  }
+  // A damaged file may lead back to where the walk has been, and so round for ever.
+  const int order = OrderOf(from, row_);
+  if (direction == Direction::kForward ? order < 0 : order > 0) return true;
+  connection_->RefuseWrites();
+  throw DatabaseError(DatabaseError::kNotADatabase,
+                      "Il file del database e' danneggiato (tabella " + table_->name + ").");
+}
+
+int TableRows::OrderOf(const Row& a, const Row& b) {
+  for (std::size_t i = 0; i < a.indexKey.size(); ++i) {
+    if (const int order = Compare(a.indexKey[i], b.indexKey[i]); order != 0) return order;
+  }
+  return a.key < b.key ? -1 : a.key > b.key ? 1 : 0;
 }
 
 void TableRows::MoveToEnd(Direction direction) {

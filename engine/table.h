@@ -63,6 +63,8 @@ class TableRows final : public Table {
   bool Load(const std::string& condition, std::vector<Value> parameters, std::size_t firstPart,
             Direction direction);
   bool LoadByKey(std::int64_t key);
+  // Below 0 where a stands before b in the order of the index.
+  static int OrderOf(const Row& a, const Row& b);
   // The row next to row_ in the order of the index; false at the end.
   bool LoadNeighbour(Direction direction);
   bool LoadBehind(const std::vector<Value>& key, std::size_t parts, Direction direction);

@@ -160,6 +160,7 @@ void LogForm::Load() {
   LoadModes(session_, Modo);
   LoadPropagations(session_, Propagazione);
   DsLog = session_.Db.OpenDynaset(kWholeLog);
+  Selection = kWholeLog;
   Qtr.SetMask("##" + Mid(TimeText(session_.Now()), 3, 1) + "##");
   cmLast();
   DataLog.RecordSource = kWholeLogNewestFirst;
@@ -459,6 +460,7 @@ void LogForm::ShowGrid(bool shown) {
 
 void LogForm::TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select) {
   DsLog = std::move(rows);
+  Selection = select == kWholeLogNewestFirst ? kWholeLog : select;
   DataLog.RecordSource = select;
   DataLog.Refresh();
   if (!DataLog.AtEnd()) DataLog.Rows()->MoveLast();

@@ -28,7 +28,7 @@ Twips FromPixelColumn(const Value& value) {
 }  // namespace
 
 MappaSquare::MappaSquare(Session& session)
-    : Window(session.Host(), "MappaSquare", "Mappa Square", Twips::FromPixels(1130),
+    : Window(session.Host(), "MappaSquare", "Mappa Square", Twips::FromPixels(1184),
              Twips::FromPixels(720)),
       session_(session) {
   VScroll.OnChange = [this] { PicBuf1.SetTop(Twips(-VScroll.Value())); };

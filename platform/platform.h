@@ -46,6 +46,10 @@ class Platform {
   // A file that the operator picks, with a pattern such as "*.wav"; nothing when he cancels.
   virtual std::optional<std::filesystem::path> PickFile(std::string_view title,
                                                         std::string_view pattern) = 0;
+  // A file to be written, new or in the place of an old one that he has agreed to lose.
+  virtual std::optional<std::filesystem::path> PickNewFile(std::string_view title,
+                                                           std::string_view pattern,
+                                                           std::string_view suggestedName) = 0;
 };
 
 }  // namespace brenvo

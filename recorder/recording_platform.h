@@ -53,6 +53,10 @@ class RecordingPlatform : public Platform {
                                                 std::string_view pattern) override {
     return picks_.Next(title, pattern);
   }
+  std::optional<std::filesystem::path> PickNewFile(std::string_view title, std::string_view pattern,
+                                                   std::string_view) override {
+    return picks_.Next(title, pattern);
+  }
 
   RecordingSerialLines& Serial() { return serial_; }
   RecordingTcpClients& Tcp() { return tcp_; }

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "adif/esporta_adif.h"
+#include "adif/importa_adif.h"
 #include "contest/check_call_contest.h"
 #include "contest/contest_form.h"
 #include "contest/contest_new_qso.h"
@@ -50,6 +52,8 @@ void KnowWindows(Session& session) {
   Know<LogForm>(session, "LogForm");
   Know<LogSearch>(session, "LogSearch");
   KnowOldQsoBrowsers(session);
+  Know<ImportaAdif>(session, "ImportaAdif");
+  Know<EsportaAdif>(session, "EsportaAdif");
   Know<UserForm>(session, "User");
   Know<TabellaPrefissi>(session, "TabellaPrefissi");
   Know<TabellaCountry>(session, "TabellaCountry");
@@ -82,6 +86,7 @@ void KnowWindows(Session& session) {
 void HangInActions(Session& session, MainFrame& frame) {
   frame.SetAction("Propagazione", [&session] { AssignPropagations(session); });
   HangInMapViewer(session, frame);
+  frame.SetAction("cmImportaAdif", [&session] { ImportaFileAdif(session); });
   frame.SetAction("cmQslAggiorna", [&session] { UpdateLogForQsl(session); });
   for (const ReportMember& member : ReportMembers()) {
     frame.SetAction(member.command, [&session, &member] { PrintReport(session, member); });

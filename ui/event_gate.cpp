@@ -2,10 +2,23 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QKeyEvent>
 
 #include "forms/window_list.h"
 
 namespace brenvo {
+namespace {
+
+// On some desktops a text field would take keys that are the main menu's (Ctrl+U, Ctrl+K), and a
+// window would open or not depending on where the caret stands.
+bool IsMenuKey(const QEvent& event) {
+  if (event.type() != QEvent::ShortcutOverride) return false;
+  const auto& key = static_cast<const QKeyEvent&>(event);
+  return key.matches(QKeySequence::DeleteCompleteLine) ||
+         key.matches(QKeySequence::DeleteEndOfLine);
+}
+
+}  // namespace
 
 EventGate::EventGate() { QCoreApplication::instance()->installEventFilter(this); }
 
@@ -56,16 +69,20 @@ void EventGate::Flush() {
 }
 
 bool EventGate::eventFilter(QObject*, QEvent* event) {
-  if (waiting_.empty()) return false;
+  const bool menuKey = IsMenuKey(*event);
+  if (waiting_.empty()) return menuKey;
   switch (event->type()) {
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-    case QEvent::Close: Flush(); break;
-    default: break;
+    case QEvent::Close:
+      Flush();
+      break;
+    default:
+      break;
   }
-  return false;
+  return menuKey;
 }
 
 }  // namespace brenvo

@@ -1,5 +1,6 @@
 #include "ui/help_viewer.h"
 
+#include <algorithm>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
@@ -13,7 +14,6 @@
 #include <QTextDocument>
 #include <QUrl>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <stdexcept>
 
 #include "ui/icons.h"
@@ -42,6 +42,7 @@ HelpViewer::HelpViewer(std::vector<HelpPage> pages, QWidget* parent, const QStri
   text_->setOpenExternalLinks(true);
   text_->document()->setDocumentMargin(kMargin);
   text_->setSearchPaths({directory});
+  text_->viewport()->installEventFilter(this);
   split->setStretchFactor(0, 0);
   split->setStretchFactor(1, 1);
   split->setSizes({230, 630});
@@ -65,9 +66,13 @@ HelpViewer::HelpViewer(std::vector<HelpPage> pages, QWidget* parent, const QStri
   });
 }
 
-void HelpViewer::resizeEvent(QResizeEvent* event) {
-  QDialog::resizeEvent(event);
-  FitPictures();
+// The page has another width; its text must not change while it is being laid out.
+bool HelpViewer::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize) {
+    QMetaObject::invokeMethod(
+        this, [this] { FitPictures(); }, Qt::QueuedConnection);
+  }
+  return QDialog::eventFilter(watched, event);
 }
 
 // A picture is as large as it is, but no wider than the page.
@@ -106,8 +111,8 @@ void ShowHelp(const std::filesystem::path& path, int topic) {
   if (open == nullptr || (open != parent && open->parentWidget() != parent)) {
     QFile file(PathToQt(path));
     if (!file.open(QIODevice::ReadOnly)) {
-      throw std::runtime_error(FromQt(QStringLiteral("Manca il file di aiuto %1")
-                                          .arg(PathToQt(path.filename()))));
+      throw std::runtime_error(
+          FromQt(QStringLiteral("Manca il file di aiuto %1").arg(PathToQt(path.filename()))));
     }
     delete open;
     open = new HelpViewer(ParseHelp(file.readAll().toStdString()), parent,

@@ -20,7 +20,7 @@ class HelpViewer : public QDialog {
   void ShowTopic(int topic);
 
  protected:
-  void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void FitPictures();

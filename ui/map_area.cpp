@@ -6,8 +6,6 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -18,8 +16,8 @@ namespace brenvo {
 namespace {
 
 constexpr double kSmallestZoom = 5, kLargestZoom = 1600;
-// What a picture may take in memory; the annotations over it take as much again.
-constexpr int kMostMegabytes = 512;
+// What a picture may take in memory: 8,000 by 8,000 pixels.
+constexpr int kMostMegabytes = 256;
 // A shorter drag is a click that trembled.
 constexpr int kShortestDrag = 4;
 constexpr int kTextPoints = 18;
@@ -48,15 +46,15 @@ void MapArea::SetImage(const std::filesystem::path& file) {
   reader.setAutoTransform(true);
   // Charts are larger than the guard that readers put on pictures from strangers.
   reader.setAllocationLimit(kMostMegabytes);
-  const QImage image = reader.read();
+  QImage image = reader.read();
   if (image.isNull()) {
     throw std::runtime_error(FromQt(QStringLiteral("L'immagine %1 non si legge: %2")
                                         .arg(PathToQt(file), reader.errorString())));
   }
-  image_ = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+  image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                          : QImage::Format_RGB32);
+  image_ = std::move(image);
   image_.setDevicePixelRatio(1);
-  annotations_ = QImage(image_.size(), QImage::Format_ARGB32_Premultiplied);
-  annotations_.fill(Qt::transparent);
   ArrangeScrollBars();
   SetScroll(0, 0);
   viewport()->update();
@@ -120,7 +118,6 @@ void MapArea::paintEvent(QPaintEvent* event) {
   const QRectF source(shown.topLeft() / scale + QPointF(ScrollX(), ScrollY()) / scale,
                       shown.size() / scale);
   painter.drawImage(shown, image_, source);
-  painter.drawImage(shown, annotations_, source);
 }
 
 void MapArea::SetWelcome(const QString& words) {
@@ -171,8 +168,8 @@ void MapArea::PaintEmpty(QPainter& painter) const {
 }
 
 void MapArea::Annotate(const QRect& piece, const std::function<void(QPainter&)>& draw) {
-  if (annotations_.isNull()) return;
-  QPainter painter(&annotations_);
+  if (image_.isNull()) return;
+  QPainter painter(&image_);
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   painter.scale(100 / zoom_, 100 / zoom_);
@@ -226,27 +223,8 @@ void MapArea::ZoomToRectangle(int x, int y, int width, int height) {
   SetScroll(qRound(corner.x() * zoom_ / 100), qRound(corner.y() * zoom_ / 100));
 }
 
-QImage MapArea::Picture() const {
-  QImage whole = image_;
-  if (whole.isNull()) return whole;
-  QPainter painter(&whole);
-  painter.drawImage(0, 0, annotations_);
-  return whole;
-}
-
 void MapArea::Print() {
-  const QImage whole = Picture();
-  if (whole.isNull()) return;
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setPageOrientation(whole.width() > whole.height() ? QPageLayout::Landscape
-                                                            : QPageLayout::Portrait);
-  QPrintDialog dialog(&printer, window());
-  if (dialog.exec() != QDialog::Accepted) return;
-  QPainter painter;
-  if (!painter.begin(&printer)) return;
-  const QRectF page = printer.pageRect(QPrinter::DevicePixel);
-  const QSizeF size = QSizeF(whole.size()).scaled(page.size(), Qt::KeepAspectRatio);
-  painter.drawImage(QRectF(QPointF(0, 0), size), whole);
+  if (!image_.isNull() && OnPrint) OnPrint(image_);
 }
 
 bool MapArea::viewportEvent(QEvent* event) {

@@ -12,13 +12,15 @@
 namespace brenvo {
 
 // Left drag draws a rectangle, right or middle drag moves the picture, the wheel scrolls, Ctrl
-// and the wheel zooms. Annotations are burnt into a layer over the picture and share its life.
+// and the wheel zooms. Annotations are burnt into the picture in memory and go with it.
 class MapArea : public QMdiArea, public PictureViewer {
  public:
   explicit MapArea(QWidget* parent = nullptr);
 
   // The rectangle that the operator drew, viewport pixels.
   std::function<void(int x, int y, int width, int height)> OnRectangle;
+  // The picture with its annotations is to be printed.
+  std::function<void(const QImage&)> OnPrint;
   // The inside has another size.
   std::function<void()> OnResized;
 
@@ -45,7 +47,7 @@ class MapArea : public QMdiArea, public PictureViewer {
   void SetWelcome(const QString& words);
 
   // The picture with its annotations, at zoom 100.
-  QImage Picture() const;
+  const QImage& Picture() const { return image_; }
 
  protected:
   bool viewportEvent(QEvent* event) override;
@@ -55,7 +57,7 @@ class MapArea : public QMdiArea, public PictureViewer {
  private:
   void ArrangeScrollBars();
   void PaintEmpty(QPainter& painter) const;
-  // Draws in viewport pixels onto the annotations, then shows that piece of the screen.
+  // Draws in viewport pixels onto the picture, then shows that piece of the screen.
   void Annotate(const QRect& piece, const std::function<void(QPainter&)>& draw);
   bool Press(QMouseEvent& event);
   bool Drag(QMouseEvent& event);
@@ -63,7 +65,7 @@ class MapArea : public QMdiArea, public PictureViewer {
   bool Wheel(QWheelEvent& event);
   void ZoomAround(double percent, QPoint centre);
 
-  QImage image_, annotations_;
+  QImage image_;
   QString welcome_;
   double zoom_ = 100;
   QScrollBar* across_;

@@ -5,6 +5,7 @@
 #include <QPaintEvent>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <span>
 
 #include "ui/text.h"
 
@@ -17,9 +18,9 @@ constexpr QSize kRoom(200, 64);  // of a small picture
 class Canvas : public QWidget {
  public:
   Canvas(PictureBox& field, ViewContext& context) : field_(field), context_(context) {
-    field.Drawn = [this](const PictureBox::Circle&) {
-      FitCircles();
-      update();
+    field.Drawn = [this](const PictureBox::Circle& circle) {
+      if (picture_.isNull()) FitCircles({&circle, 1});
+      update(AreaOf(circle));
     };
   }
   ~Canvas() override {
@@ -34,7 +35,7 @@ class Canvas : public QWidget {
       // A cleared picture leaves its area, so that the circles stay where they were.
       if (!picture_.isNull()) setFixedSize(picture_.size());
     }
-    FitCircles();
+    if (picture_.isNull()) FitCircles(field_.Circles());
     update();
   }
 
@@ -46,6 +47,7 @@ class Canvas : public QWidget {
     if (!context_.Alive()) return;
     painter.setRenderHint(QPainter::Antialiasing);
     for (const PictureBox::Circle& circle : field_.Circles()) {
+      if (!event->rect().intersects(AreaOf(circle))) continue;
       const QColor colour(circle.colour.red, circle.colour.green, circle.colour.blue);
       painter.setPen(QPen(colour, 2));
       painter.setBrush(Qt::NoBrush);
@@ -55,14 +57,20 @@ class Canvas : public QWidget {
   }
 
  private:
+  // What a circle paints, with its pen.
+  static QRect AreaOf(const PictureBox::Circle& circle) {
+    const int reach = circle.radius.Pixels() + 2;
+    return {circle.x.Pixels() - reach, circle.y.Pixels() - reach, 2 * reach + 1, 2 * reach + 1};
+  }
+
   // Without a picture the circles alone say how large the area is.
-  void FitCircles() {
+  void FitCircles(std::span<const PictureBox::Circle> circles) {
     QSize needed = size();
-    for (const PictureBox::Circle& circle : field_.Circles()) {
+    for (const PictureBox::Circle& circle : circles) {
       needed = needed.expandedTo({circle.x.Pixels() + 2 * circle.radius.Pixels(),
                                   circle.y.Pixels() + 2 * circle.radius.Pixels()});
     }
-    if (picture_.isNull() && needed != size()) setFixedSize(needed);
+    if (needed != size()) setFixedSize(needed);
   }
 
   PictureBox& field_;

@@ -22,6 +22,7 @@ namespace brenvo {
 QtPlatform::QtPlatform(const std::filesystem::path& appPath)
     : appPath_(appPath), settings_(appPath / "Brenvo.ini") {
   host_.OnFailure = [this] { printer_.Abandon(); };
+  host_.Map().OnPrint = [this](const QImage& map) { printer_.PrintImage(map); };
   host_.OnHelp = [this](const Window& window) {
     gate_.Run([&] { ShowHelp(FileIn(appPath_, "Brenvo.HLP"), HelpTopicOf(window.Name())); });
   };
@@ -72,6 +73,16 @@ std::optional<std::filesystem::path> QtPlatform::PickFile(std::string_view title
                                                           std::string_view pattern) {
   const QString picked = QFileDialog::getOpenFileName(QApplication::activeWindow(), ToQt(title),
                                                       PathToQt(appPath_), ToQt(pattern));
+  if (picked.isEmpty()) return std::nullopt;
+  return PathFromQt(picked);
+}
+
+std::optional<std::filesystem::path> QtPlatform::PickNewFile(std::string_view title,
+                                                             std::string_view pattern,
+                                                             std::string_view suggestedName) {
+  const QString picked =
+      QFileDialog::getSaveFileName(QApplication::activeWindow(), ToQt(title),
+                                   PathToQt(appPath_ / suggestedName), ToQt(pattern));
   if (picked.isEmpty()) return std::nullopt;
   return PathFromQt(picked);
 }

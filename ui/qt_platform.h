@@ -52,6 +52,8 @@ class QtPlatform : public Platform {
   std::unique_ptr<Progress> ShowProgress(std::string_view title, std::int64_t total) override;
   void Beep() override;
   void Open(const std::filesystem::path& file, int topic) override;
+  std::optional<std::filesystem::path> PickNewFile(std::string_view title, std::string_view pattern,
+                                                   std::string_view suggestedName) override;
   std::optional<std::filesystem::path> PickFile(std::string_view title,
                                                 std::string_view pattern) override;
 

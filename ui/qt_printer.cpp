@@ -103,6 +103,14 @@ void QtPrinter::DrawPicture(const QImage& image, Mm x, Mm y, double dotsPerInch)
                 {}, 0, false, image});
 }
 
+void QtPrinter::PrintImage(const QImage& image) {
+  SetLandscape(image.width() > image.height());
+  const QSizeF page = Begun().PageSize();
+  const QSizeF size = QSizeF(image.size()).scaled(page, Qt::KeepAspectRatio);
+  DrawPicture(image, Mm(0), Mm(0), image.width() * kMmPerInch / size.width());
+  EndDocument();
+}
+
 Mm QtPrinter::TextWidth(std::string_view text) { return Mm(measure_.Width(ToQt(text))); }
 
 Mm QtPrinter::PageHeight() { return Mm(Begun().PageSize().height()); }

@@ -34,6 +34,8 @@ class QtPrinter : public Printer {
   Mm PageWidth() override;
   void NewPage() override;
   void EndDocument() override;
+  // A document of one page, filled with the picture as far as its sides allow.
+  void PrintImage(const QImage& image);
   // From the next document on.
   void SendTo(Chooser choose) { choose_ = std::move(choose); }
   // Drops a document that a failure has left half drawn.

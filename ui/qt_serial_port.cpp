@@ -71,7 +71,10 @@ QString QtSerialPort::Device() const {
 void QtSerialPort::NoteError(QSerialPort::SerialPortError error) {
   const bool gone = error == QSerialPort::ResourceError || error == QSerialPort::ReadError ||
                     error == QSerialPort::WriteError;
-  if (open_ && gone) lost_ = port_->errorString();
+  if (!open_ || !gone || !lost_.isEmpty()) return;
+  lost_ = port_->errorString();
+  // A line that has hung up is ready to be read for ever: nobody may go on looking at it.
+  QMetaObject::invokeMethod(port_, &QSerialPort::close, Qt::QueuedConnection);
 }
 
 void QtSerialPort::Open() {

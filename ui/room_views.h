@@ -14,5 +14,6 @@ const std::vector<View>& MapsViews();
 const std::vector<View>& PrintViews();
 const std::vector<View>& LinksViews();
 const std::vector<View>& TablesViews();
+const std::vector<View>& AdifViews();
 
 }  // namespace brenvo

@@ -11,8 +11,9 @@ StationLock::StationLock(const QString& directory)
   if (lock_.tryLock()) return;
   const QString words =
       lock_.error() == QLockFile::LockFailedError
-          ? QStringLiteral("Brenvo e' gia' in funzione sulla cartella %1.\n\nUsare la finestra che "
-                           "e' gia' aperta, oppure chiuderla prima di ripartire.")
+          ? QStringLiteral(
+                "Brenvo e' gia' in funzione sulla cartella %1.\n\nUsare la finestra che "
+                "e' gia' aperta, oppure chiuderla prima di ripartire.")
           : QStringLiteral("La cartella %1 manca o non si puo' scrivere.");
   refusal_ = words.arg(QDir::toNativeSeparators(directory));
 }

@@ -8,7 +8,7 @@ namespace brenvo {
 
 const View* FindView(std::string_view window) {
   for (const auto* views : {&LogViews(), &ContestViews(), &AwardsViews(), &MapsViews(),
-                            &PrintViews(), &LinksViews(), &TablesViews()}) {
+                            &PrintViews(), &LinksViews(), &TablesViews(), &AdifViews()}) {
     const auto at = std::find_if(views->begin(), views->end(),
                                  [&](const View& view) { return view.window == window; });
     if (at != views->end()) return &*at;

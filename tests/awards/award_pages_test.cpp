@@ -170,6 +170,20 @@ TEST_F(AwardPagesTest, AnEntryNeverWorkedEndsThePageThere) {
   EXPECT_FALSE(session.Db.InTransaction());
 }
 
+TEST_F(AwardPagesTest, APageThatTheOperatorStopsIsNotShown) {
+  WriteFile("Country.html", "<tr></tr><tr>[COUNTRY]</tr>");
+  WriteLog();
+  AwardGrid& award = Award("SCountry", kAll);
+  ASSERT_EQ(Entries(award.Spread1).size(), 3u);
+  machine.StopProgressAt(2);
+  Press(award, "cmByCountry");
+  EXPECT_TRUE(Lines().empty());
+  EXPECT_EQ(Page("OUT_Country.html"), "<tr></tr>\r\n<tr>I</tr>\r\n");
+  Press(award, "cmByDate");
+  EXPECT_TRUE(Lines().empty());
+  EXPECT_EQ(Rows("select Country from SLog"), Texts{});
+}
+
 TEST_F(AwardPagesTest, StagingByDateFillsItsColumns) {
   WriteTemplates();
   WriteLog();

@@ -119,7 +119,7 @@ TEST_F(SessionTest, TheMenuIsWholeAndEveryNameStandsOnce) {
     ASSERT_NE(frame->FindCommand(command.name), nullptr) << command.name;
     EXPECT_EQ(frame->FindCommand(command.name)->Caption(), command.caption);
   }
-  EXPECT_EQ(names.size(), 47u);
+  EXPECT_EQ(names.size(), 49u);
   EXPECT_EQ(frame->MenuBar.size(), 8u);
 }
 
@@ -499,6 +499,26 @@ TEST_F(SessionTest, EmptyingTheContestsTakesTheContactsBeforeTheirHeaders) {
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[1].starts_with("error ")) << lines[1];
   EXPECT_NE(lines[1].find("Contest Qso"), std::string::npos) << lines[1];
+}
+
+TEST_F(SessionTest, TheFirstStepIsToldUntilTheProfileIsTheOperatorsOwn) {
+  EXPECT_NE(frame->PrimoPasso.Text().find("Tabella Utente (Ctrl+U)"), std::string::npos);
+  session.TbUser->Edit();
+  session.TbUser->Set("Call", "IK3XXX");
+  session.TbUser->Update();
+  session.OnProfileStored();
+  EXPECT_EQ(frame->PrimoPasso.Text(), "");
+}
+
+TEST_F(SessionTest, EveryMenuHasAShortcutAndNoShortcutIsGivenTwice) {
+  std::set<std::string_view> shortcuts, menus, reached;
+  for (const MainCommand& command : MainMenu()) {
+    menus.insert(command.menu);
+    if (command.shortcut.empty()) continue;
+    EXPECT_TRUE(shortcuts.insert(command.shortcut).second) << command.shortcut;
+    reached.insert(command.menu);
+  }
+  EXPECT_EQ(reached, menus);
 }
 
 class StartTest : public StationTest {

@@ -158,5 +158,19 @@ TEST_F(MakingADatabase, FailsWithoutASchema) {
   EXPECT_THAT(Leavings(), IsEmpty());
 }
 
+TEST_F(MakingADatabase, ADatabaseInUseGetsTheTablesThatItLacks) {
+  Make();
+  const fs::path schema = fs::path(SOURCE_DIR) / "data" / "schema.sql";
+  EXPECT_THAT(CompleteDatabase(schema, Out()), IsEmpty());
+  std::ofstream(folder_ / "more.sql") << std::ifstream(schema).rdbuf()
+                                      << "CREATE TABLE \"Nuova\" (\"A\" TEXT);\n"
+                                         "CREATE INDEX \"Nuova.A\" ON \"Nuova\" (\"A\");\n";
+  EXPECT_THAT(CompleteDatabase(folder_ / "more.sql", Out()), ElementsAre("Nuova", "Nuova.A"));
+  EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
+  EXPECT_THAT(Query(Out(), "SELECT A FROM Nuova"), IsEmpty());
+  std::ofstream(folder_ / "other.mdb");
+  EXPECT_THROW((void)CompleteDatabase(schema, folder_ / "other.mdb"), std::runtime_error);
+}
+
 }  // namespace
 }  // namespace brenvo

@@ -12,6 +12,8 @@
 #include <memory>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -54,9 +56,9 @@ inline bool Until(const std::function<bool()>& met, int milliseconds = 5000) {
 }
 // Lets events run for some time in which nothing is expected.
 inline void Pass(int milliseconds) {
-  QElapsedTimer timer;
-  timer.start();
-  Until([&] { return timer.elapsed() >= milliseconds; });
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
 }
 
 // Plays a node or a chat server: one client at a time, and all that it has said.

@@ -11,14 +11,14 @@ allowed() {
     forms) echo "forms platform base" ;;
     recorder) echo "recorder forms platform base" ;;
     core) echo "core engine forms platform base" ;;
-    log|contest|awards|maps|print|links|tables) echo "$1 core engine forms platform base" ;;
-    station) echo "station log contest awards maps print links tables core engine forms platform base" ;;
-    ui) echo "ui station log contest awards maps print links tables core engine forms platform base" ;;
+    log|contest|awards|maps|print|links|tables|adif) echo "$1 core engine forms platform base" ;;
+    station) echo "station log contest awards maps print links tables adif core engine forms platform base" ;;
+    ui) echo "ui station log contest awards maps print links tables adif core engine forms platform base" ;;
   esac
 }
 
 failed=0
-for room in base engine platform forms recorder core log contest awards maps print links tables station ui; do
+for room in base engine platform forms recorder core log contest awards maps print links tables adif station ui; do
   [ -d "$room" ] || continue
   for include in $(grep -hoE '^#include "[a-z]+/' "$room"/*.h "$room"/*.cpp 2>/dev/null |
                    sed 's/.*"//; s,/,,' | sort -u); do
@@ -32,7 +32,7 @@ for room in base engine platform forms recorder core log contest awards maps pri
 done
 
 qt=$(grep -lE '^#include <Q' base/* engine/* platform/* forms/* recorder/* core/* log/* contest/* \
-       awards/* maps/* print/* links/* tables/* station/* 2>/dev/null)
+       awards/* maps/* print/* links/* tables/* adif/* station/* 2>/dev/null)
 if [ -n "$qt" ]; then
   echo "Qt headers outside the screens:"
   echo "$qt"

@@ -256,6 +256,16 @@ TEST_F(ReportEngineTest, ALineBreakInANoteIsABlankOnPaper) {
   EXPECT_TRUE(found);
 }
 
+TEST_F(ReportEngineTest, ATextOfAnyLengthIsCutAtOnce) {
+  session.Db.Execute("insert into SLog (Call) values ('" + std::string(20000, 'W') + "')");
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
+  // A character is a third of 10 points wide: 24 fit into 29 millimetres, three of them dots.
+  const std::string shown = '"' + std::string(21, 'W') + "...\"";
+  const Texts lines = Lines();
+  EXPECT_TRUE(std::any_of(lines.begin(), lines.end(),
+                          [&](const std::string& line) { return line.ends_with(shown); }));
+}
+
 TEST_F(ReportEngineTest, AnEmptyTableIsOnePageWithoutRows) {
   PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
   const Texts lines = Lines();

@@ -70,7 +70,8 @@ struct FieldEvent {
 
 Words WaysOfChanging(const Field& field) {
   Words verbs = {"set", "type", "key backspace", "drop"};
-  if (dynamic_cast<const ListField*>(&field) != nullptr) verbs.insert({"click", "tick", "dblclick"});
+  if (dynamic_cast<const ListField*>(&field) != nullptr)
+    verbs.insert({"click", "tick", "dblclick"});
   if (dynamic_cast<const CheckBox*>(&field) != nullptr ||
       dynamic_cast<const OptionButton*>(&field) != nullptr ||
       dynamic_cast<const OptionGroup*>(&field) != nullptr) {
@@ -127,12 +128,14 @@ class EveryName : public StationTest {
     session.QueryText = "WHERE Call<>''";
     // The score needs a contact.
     session.Db.Execute(
-        "insert into [Contest Qso] (DataContest,Banda,ProgrDato,Call,Locator,Punti,Qrb,Note) values "
+        "insert into [Contest Qso] (DataContest,Banda,ProgrDato,Call,Locator,Punti,Qrb,Note) "
+        "values "
         "('03/03/2001','  2 m',1,'I3XYZ','JN65DF',1,1,'')");
   }
 
   // Each event of each window once, in the order of declaration.
-  void ForEachEvent(const std::function<void(const Window&, const Field&, const FieldEvent&)>& visit) {
+  void ForEachEvent(
+      const std::function<void(const Window&, const Field&, const FieldEvent&)>& visit) {
     for (const std::string& name : session.Windows.KnownNames()) {
       session.Windows.RunEvent([&] {
         Window* const window = session.Windows.LoadNew(name);

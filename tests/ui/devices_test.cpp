@@ -346,7 +346,7 @@ TEST_F(PrinterDevice, APrinterThatCannotBeReachedIsToldAndTheNextTryIsSound) {
       printer.Text(Mm(0), Mm(0), "x");
       ADD_FAILURE() << "nothing was told";
     } catch (const DeviceError& failure) {
-      EXPECT_STREQ(failure.what(), "Stampante non disponibile");
+      EXPECT_EQ(failure.what(), "Il file " + file.toStdString() + " non si puo' scrivere");
     }
   }
   file = sound;

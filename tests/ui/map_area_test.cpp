@@ -1,3 +1,5 @@
+#include <QBuffer>
+#include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 #include <QWheelEvent>
@@ -33,6 +35,45 @@ TEST_F(MapScreen, AFileThatIsNoPictureIsAFailureAndLeavesTheOldOne) {
   EXPECT_EQ(map.ImageWidth(), 2000);
 }
 
+// The header promises 6.4 GB; nothing of that is asked for.
+TEST_F(MapScreen, AHugePictureIsAFailureAndLeavesTheOldOne) {
+  QFile file(directory.filePath("huge.ppm"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("P6 40000 40000 255\n");
+  file.close();
+  EXPECT_THROW(map.SetImage(PathFromQt(file.fileName())), std::runtime_error);
+  EXPECT_EQ(map.ImageWidth(), 2000);
+}
+
+// What a decoder makes of the half that is there may be shown; the interface goes on in any case.
+TEST_F(MapScreen, ATruncatedPictureHarmsNothing) {
+  for (const char* format : {"jpg", "png", "bmp"}) {
+    QBuffer whole;
+    map.Picture().scaled(400, 300).save(&whole, format);
+    QFile file(directory.filePath("half") + "." + format);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(whole.data().left(whole.size() / 2));
+    file.close();
+    try {
+      map.SetImage(PathFromQt(file.fileName()));
+    } catch (const std::runtime_error&) {
+      EXPECT_EQ(map.ImageWidth(), 2000) << format;
+    }
+    map.DrawRectangle(10, 10, 20, 20, kRed);
+    Settle();
+    EXPECT_EQ(map.Picture().pixelColor(15, 15), QColor(255, 0, 0)) << format;
+    map.SetImage(PathFromQt(directory.filePath("wm.png")));
+  }
+}
+
+// Every annotation goes into the one picture: nothing is copied.
+TEST_F(MapScreen, AnnotationsAreDrawnIntoThePictureThatIsShown) {
+  const uchar* pixels = map.Picture().constBits();
+  for (int i = 0; i < 50; ++i) map.DrawRectangle(10 * i, 10, 5, 5, kGreen);
+  map.DrawText(50, 50, "J");
+  EXPECT_EQ(map.Picture().constBits(), pixels);
+}
+
 TEST_F(MapScreen, ScrollingStaysWithinThePicture) {
   map.SetScroll(-20, 100000);
   EXPECT_EQ(map.ScrollX(), 0);
@@ -56,6 +97,16 @@ TEST_F(MapScreen, AnAnnotationStaysOnItsSpotOfThePicture) {
   EXPECT_EQ(map.Picture().pixelColor(255, 135), QColor(0, 255, 0));
   EXPECT_EQ(map.Picture().pixelColor(249, 135), QColor(200, 220, 255));
   EXPECT_EQ(map.Picture().pixelColor(261, 135), QColor(200, 220, 255));
+}
+
+TEST_F(MapScreen, PrintingHandsOutThePictureWithItsAnnotationsWhateverTheZoom) {
+  QImage printed;
+  map.OnPrint = [&](const QImage& image) { printed = image; };
+  map.DrawRectangle(100, 60, 20, 20, kGreen);
+  map.SetZoom(50);
+  map.Print();
+  EXPECT_EQ(printed.size(), QSize(2000, 1500));
+  EXPECT_EQ(printed.pixelColor(110, 70), QColor(0, 255, 0));
 }
 
 TEST_F(MapScreen, AnnotationsGoWithTheirPicture) {

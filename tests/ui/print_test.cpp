@@ -195,6 +195,31 @@ TEST_F(Printing, AFailureInThePreviewKeepsItsPages) {
   EXPECT_TRUE(preview.isVisible());
 }
 
+TEST_F(Printing, APictureFillsAPageOfItsOwnThatLiesOrStandsAsItDoes) {
+  std::vector<PageOperation> drawn;
+  std::vector<bool> landscapes;
+  struct Target : PageTarget {
+    Target(std::vector<PageOperation>& all, bool lying) : drawn(all), landscape(lying) {}
+    QSizeF PageSize() const override { return landscape ? QSizeF(280, 200) : QSizeF(200, 280); }
+    void Draw(const PageOperation& operation) override { drawn.push_back(operation); }
+    void NewPage() override {}
+    void End() override {}
+    void Abandon() override {}
+    std::vector<PageOperation>& drawn;
+    bool landscape;
+  };
+  QtPrinter kept{[&](bool landscape) -> std::unique_ptr<PageTarget> {
+                   landscapes.push_back(landscape);
+                   return std::make_unique<Target>(drawn, landscape);
+                 },
+                 [](const Window&) { return QPixmap(); }};
+  kept.PrintImage(QImage(1000, 500, QImage::Format_RGB32));
+  EXPECT_EQ(drawn.back().to, QPointF(280, 140));
+  kept.PrintImage(QImage(500, 1000, QImage::Format_RGB32));
+  EXPECT_EQ(drawn.back().to, QPointF(140, 280));
+  EXPECT_EQ(landscapes, (std::vector<bool>{true, false}));
+}
+
 TEST_F(Printing, AFileThatCannotBeWrittenIsNamed) {
   QtPrinter unwritable{[](bool landscape) {
                          return PaperTarget::Pdf("/nessuna/cartella.pdf", landscape);

@@ -3,7 +3,8 @@
 #
 # Everything is replaced but what is the operator's: an existing database and settings file always
 # stay, and so does the place of a database that an interrupted compaction left under another name;
-# templates, menus and report layouts stay when they were changed since the last delivery,
+# a database gets the tables that it lacks, where the maker stands beside FROM; templates, menus and
+# report layouts stay when they were changed since the last delivery,
 # which DIR/.delivered remembers by checksum. A file that stays is named on the standard output.
 set -eu
 
@@ -14,6 +15,8 @@ fi
 from=$1
 to=$2
 [ -f "$from/Brenvo.mdb" ] || { echo "deliver.sh: no delivered directory: $from" >&2; exit 1; }
+maker=$from/../tools/mkdatabase/mkdatabase
+schema=$(cd "$(dirname "$0")/../.." && pwd)/data/schema.sql
 mkdir -p "$to"
 manifest=$to/.delivered
 new=$to/.delivered.new
@@ -45,14 +48,18 @@ put() {
 (cd "$from" && find . -type f) | sed 's|^\./||' | LC_ALL=C sort | while IFS= read -r name; do
   case $name in
     Brenvo.mdb)
-      if [ -e "$to/$name" ]; then continue; fi
       # A compaction that was cut short leaves the contacts under one of these names: an empty
       # database in their place would be taken for the station's log.
-      if [ -e "$to/BrenvoNEW.MDB" ] || [ -e "$to/Brenvo.BAK" ]; then
+      if [ -e "$to/$name" ]; then
+        # What is no database is the program's to tell, when it starts.
+        if [ -x "$maker" ] && ! "$maker" --complete "$schema" "$to/$name"; then
+          echo "$name stays as it is"
+        fi
+      elif [ -e "$to/BrenvoNEW.MDB" ] || [ -e "$to/Brenvo.BAK" ]; then
         echo "no Brenvo.mdb, but what a compaction has left: nothing new was put in its place"
-        continue
+      else
+        put "$name"
       fi
-      put "$name"
       ;;
     Brenvo.ini)
       [ -e "$to/$name" ] || put "$name"

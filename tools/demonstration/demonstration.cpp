@@ -51,9 +51,9 @@ struct BandUse {
   bool near;  // only what is near is heard here
 };
 const std::vector<BandUse> kBands = {
-    {"  2 m", 26, true},   {" 70cm", 8, true},    {" 23cm", 2, true},  {"  6 m", 10, false},
-    {" 10 m", 9, false},   {" 15 m", 11, false},  {" 20 m", 18, false}, {" 40 m", 12, false},
-    {" 80 m", 6, false}};
+    {"  2 m", 26, true},  {" 70cm", 8, true},   {" 23cm", 2, true},
+    {"  6 m", 10, false}, {" 10 m", 9, false},  {" 15 m", 11, false},
+    {" 20 m", 18, false}, {" 40 m", 12, false}, {" 80 m", 6, false}};
 
 template <class Item>
 const Item& Weighted(const std::vector<Item>& items, Dice& dice) {
@@ -108,14 +108,22 @@ std::string_view PropagationOn(const BandUse& band, int km, Dice& dice) {
 
 std::string NoteFor(Dice& dice) {
   switch (dice.Below(40)) {
-    case 0: return "[IOTA/EU-025/Sicilia]";
-    case 1: return "[IOTA/EU-024/Sardegna]";
-    case 2: return "[IOTA/EU-028/Arcipelago Toscano]";
-    case 3: return "[IOTA/EU-045/Isole Ponziane]";
-    case 4: return "[IOTA/EU-131/Isole della Laguna Veneta]";
-    case 5: return "Ottimo segnale";
-    case 6: return "Antenna nuova";
-    default: return "";
+    case 0:
+      return "[IOTA/EU-025/Sicilia]";
+    case 1:
+      return "[IOTA/EU-024/Sardegna]";
+    case 2:
+      return "[IOTA/EU-028/Arcipelago Toscano]";
+    case 3:
+      return "[IOTA/EU-045/Isole Ponziane]";
+    case 4:
+      return "[IOTA/EU-131/Isole della Laguna Veneta]";
+    case 5:
+      return "Ottimo segnale";
+    case 6:
+      return "Antenna nuova";
+    default:
+      return "";
   }
 }
 
@@ -125,8 +133,8 @@ void SetText(Table& row, std::string_view column, std::string_view text) {
 
 // What the prefix table says of a station's call; the provinces only of Italian ones.
 void SetPlace(Session& session, Table& log, const Station& station, Dice& dice) {
-  static const std::vector<std::string_view> kProvinces = {"TO", "MI", "PD", "BO", "FI", "AN", "BA",
-                                                           "NA", "RM", "TN", "UD", "GE", "VR", "PR"};
+  static const std::vector<std::string_view> kProvinces = {
+      "TO", "MI", "PD", "BO", "FI", "AN", "BA", "NA", "RM", "TN", "UD", "GE", "VR", "PR"};
   const ResolvedPrefix resolved = ResolvePrefix(session, station.call);
   if (resolved.Prefisso.empty()) return;
   log.Set("Prefisso", RTrim(resolved.Prefisso));
@@ -181,12 +189,21 @@ void WriteContest(Session& session, const std::vector<Station>& stations, Dice& 
   const DateTime day = DateTime::Of(2025, 9, 6);
   contests.AddNew();
   contests.Set("DataContest", day);
-  for (const auto& [column, text] :
-       {std::pair{"Banda", "  2 m"}, {"Nome", "IARU Region 1 VHF"}, {"Categoria", "2"},
-        {"FissoPortatile", "P"}, {"SingoloMulti", "S"}, {"Call", "IK3DEM"}, {"Qra", "Anna Verdi"},
-        {"Qth", "Padova"}, {"Indirizzo", "Via delle Antenne 73"}, {"Provincia", "PD"},
-        {"SQth", "Monte Grappa"}, {"SProvincia", "TV"}, {"Locator", "JN55VU"},
-        {"RTX", "FT-736R"}, {"Antenna", "2 x 9 elementi"}}) {
+  for (const auto& [column, text] : {std::pair{"Banda", "  2 m"},
+                                     {"Nome", "IARU Region 1 VHF"},
+                                     {"Categoria", "2"},
+                                     {"FissoPortatile", "P"},
+                                     {"SingoloMulti", "S"},
+                                     {"Call", "IK3DEM"},
+                                     {"Qra", "Anna Verdi"},
+                                     {"Qth", "Padova"},
+                                     {"Indirizzo", "Via delle Antenne 73"},
+                                     {"Provincia", "PD"},
+                                     {"SQth", "Monte Grappa"},
+                                     {"SProvincia", "TV"},
+                                     {"Locator", "JN55VU"},
+                                     {"RTX", "FT-736R"},
+                                     {"Antenna", "2 x 9 elementi"}}) {
     contests.Set(column, text);
   }
   contests.Set("Frequenza", 144.3);

@@ -24,11 +24,20 @@ std::string Escaped(std::string_view text) {
   std::string escaped;
   for (const char c : text) {
     switch (c) {
-      case '&': escaped += "&amp;"; break;
-      case '<': escaped += "&lt;"; break;
-      case '>': escaped += "&gt;"; break;
-      case '"': escaped += "&quot;"; break;
-      default: escaped += c;
+      case '&':
+        escaped += "&amp;";
+        break;
+      case '<':
+        escaped += "&lt;";
+        break;
+      case '>':
+        escaped += "&gt;";
+        break;
+      case '"':
+        escaped += "&quot;";
+        break;
+      default:
+        escaped += c;
     }
   }
   return escaped;
@@ -156,9 +165,9 @@ std::string ManualToHtml(const std::vector<HelpPage>& pages, std::string_view ti
   }
   return "<!DOCTYPE html>\n<html lang=\"it\">\n<head>\n<meta charset=\"utf-8\">\n"
          "<meta name=\"viewport\" content=\"width=device-width\">\n<title>" +
-         Escaped(title) + "</title>\n<style>" + std::string(kStyle) + "</style>\n</head>\n<body>\n" +
-         "<nav>\n" + contents + "</nav>\n<main>\n<h1>" + Escaped(title) + "</h1>\n" + text +
-         "</main>\n</body>\n</html>\n";
+         Escaped(title) + "</title>\n<style>" + std::string(kStyle) +
+         "</style>\n</head>\n<body>\n" + "<nav>\n" + contents + "</nav>\n<main>\n<h1>" +
+         Escaped(title) + "</h1>\n" + text + "</main>\n</body>\n</html>\n";
 }
 
 }  // namespace brenvo

@@ -258,7 +258,56 @@ void Make(const std::filesystem::path& schema, const std::filesystem::path& fact
   maker.Execute("COMMIT");
 }
 
+// The value of a pragma of an open file.
+std::string PragmaOf(sqlite3* database, const char* sql) {
+  Statement query(database, sql);
+  return query.Step() ? query.Text(0) : std::string();
+}
+
 }  // namespace
+
+std::vector<std::string> CompleteDatabase(const std::filesystem::path& schema,
+                                          const std::filesystem::path& file) {
+  struct Close {
+    void operator()(sqlite3* database) const { sqlite3_close(database); }
+  };
+  const auto open = [](const std::string& name, int flags) {
+    sqlite3* opened = nullptr;
+    const int result = sqlite3_open_v2(name.c_str(), &opened, flags, nullptr);
+    std::unique_ptr<sqlite3, Close> database(opened);
+    if (result != SQLITE_OK) throw std::runtime_error(name + ": cannot be opened");
+    return database;
+  };
+  const auto run = [](sqlite3* database, const std::string& sql) {
+    if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+      throw std::runtime_error(sqlite3_errmsg(database));
+    }
+  };
+  const auto wanted = open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  run(wanted.get(), ContentOf(schema));
+  const auto present = open(file.string(), SQLITE_OPEN_READWRITE);
+  for (const char* pragma : {"PRAGMA application_id", "PRAGMA user_version"}) {
+    if (PragmaOf(wanted.get(), pragma) != PragmaOf(present.get(), pragma)) {
+      throw std::runtime_error(file.string() + ": not a database of this version");
+    }
+  }
+  std::vector<std::string> added;
+  run(present.get(), "BEGIN IMMEDIATE");
+  // Tables stand before their indexes.
+  Statement objects(wanted.get(),
+                    "SELECT name, sql FROM sqlite_schema WHERE sql IS NOT NULL AND name NOT LIKE "
+                    "'sqlite~_%' ESCAPE '~' ORDER BY rowid");
+  while (objects.Step()) {
+    Statement there(present.get(), "SELECT 1 FROM sqlite_schema WHERE name = ?1");
+    const std::string name = objects.Text(0);
+    there.Bind(1, std::string_view(name));
+    if (there.Step()) continue;
+    run(present.get(), objects.Text(1));
+    added.push_back(name);
+  }
+  run(present.get(), "COMMIT");
+  return added;
+}
 
 void MakeDatabase(const std::filesystem::path& schema, const std::filesystem::path& facts,
                   const std::filesystem::path& out) {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 namespace brenvo {
 
@@ -17,5 +19,11 @@ namespace brenvo {
 // whose country is unknown, a band whose mode is unknown, other than one station profile).
 void MakeDatabase(const std::filesystem::path& schema, const std::filesystem::path& facts,
                   const std::filesystem::path& out);
+
+// Adds to a database that is in use the tables and indexes of `schema` that it lacks, all or none,
+// and tells their names; what is there stays as it is. Throws std::runtime_error when the file is
+// no database of this version or another program holds it.
+std::vector<std::string> CompleteDatabase(const std::filesystem::path& schema,
+                                          const std::filesystem::path& file);
 
 }  // namespace brenvo

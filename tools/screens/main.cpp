@@ -1,7 +1,9 @@
 // Takes a picture of every window: screens [--dark] [--points N] STATION OUT [PICTURE ...].
 //
-// STATION is an application directory; an empty log is filled with made-up contacts first. OUT takes
-// a PNG a picture. --dark puts them on a dark desktop, --points on one with letters of that size.
+// STATION is an application directory; an empty log is filled with made-up contacts first. OUT
+// takes a PNG a picture. --dark puts them on a dark desktop, --points on one with letters of that
+// size.
+#include <cstdio>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -10,7 +12,6 @@
 #include <QPixmap>
 #include <QScreen>
 #include <QTimer>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -84,8 +85,7 @@ class Photographer {
     dialog_ = brenvo::ToQt(picture.dialog);
     taken_ = false;
     brenvo::Window* window = nullptr;
-    session_.QueryText =
-        picture.selection.empty() ? "WHERE Banda='  6 m'" : picture.selection;
+    session_.QueryText = picture.selection.empty() ? "WHERE Banda='  6 m'" : picture.selection;
     session_.Windows.RunEvent([&] { window = picture.open(session_); });
     Settle(250);
     if (window != nullptr && session_.Windows.IsLoaded(window)) {
@@ -134,7 +134,8 @@ class Photographer {
   QTimer dialogs_;
 };
 
-int TakePictures(const QApplication& application, const QString& station, const QDir& out, const QStringList& wanted) {
+int TakePictures(const QApplication& application, const QString& station, const QDir& out,
+                 const QStringList& wanted) {
   const std::filesystem::path directory = brenvo::PathFromQt(QDir(station).absolutePath());
   out.mkpath(QStringLiteral("."));
   brenvo::GreetingServer cluster(kSpots), chat(kTalk);
@@ -152,8 +153,8 @@ int TakePictures(const QApplication& application, const QString& station, const 
   if (session.Db.OpenSnapshot("select Call from Log")->EOF_()) {
     brenvo::FillDemonstration(session, kContacts);
   }
-  session.Db.Execute("update [User] set TelnetCluster='" + cluster.Address() +
-                     "', TelnetWWConv='" + chat.Address() + "'");
+  session.Db.Execute("update [User] set TelnetCluster='" + cluster.Address() + "', TelnetWWConv='" +
+                     chat.Address() + "'");
   session.TbUser->MoveFirst();
   Settle(300);
   UseLastContest(session);

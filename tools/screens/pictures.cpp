@@ -1,5 +1,6 @@
 #include "tools/screens/pictures.h"
 
+#include <filesystem>
 #include <string_view>
 
 #include "core/session.h"
@@ -73,6 +74,18 @@ std::string LastCall(Session& session) {
   return session.Db.OpenSnapshot("select Call from Log order by QsoNr desc")->Field(0).Text();
 }
 
+// The copies of the last days, from which one can be put back.
+Window* CopiesOfTheDatabase(Session& session) {
+  const std::filesystem::path copies = session.AppPath / "Backup";
+  std::filesystem::create_directories(copies);
+  for (const char* name : {"Brenvo-2025-11-18.mdb", "Brenvo-2025-11-19.mdb"}) {
+    if (std::filesystem::exists(copies / name)) continue;
+    Database::CompactDatabase(session.File("\\Brenvo.mdb"), copies / name);
+  }
+  Press(*session.Windows.Find("Brenvo"), "cmRipristinaBackup");
+  return nullptr;
+}
+
 // The station at work: the log over an award's map, and what the call is worth.
 Window* StationAtWork(Session& session) {
   Window& award = *Open(session, "SSQuare");
@@ -100,7 +113,8 @@ std::vector<Picture> AllPictures() {
   const auto last = [](Window& window) { Press(window, "cmLast"); };
   return {
       With("LogForm", last),
-      With("LogForm", [](Window& window) { Press(window, "cmVista"); }, "LogForm-griglia"),
+      With(
+          "LogForm", [](Window& window) { Press(window, "cmVista"); }, "LogForm-griglia"),
       DialogOf("LogForm", "cmSearch", "LogSearch"),
       With("OldQsoForm",
            [](Window& window) {
@@ -123,29 +137,36 @@ std::vector<Picture> AllPictures() {
            }),
       DialogOf("ContestQso", "cmStatistiche", "StatContest"),
       DialogOf("Brenvo", "cmSCountry", "StatSel"),
-      Plain("SField"), Plain("SSQuare"), Plain("SPrefissi"), Plain("SContinenti"),
-      Plain("SZone"), Plain("SCountry"), 
+      Plain("SField"),
+      Plain("SSQuare"),
+      Plain("SPrefissi"),
+      Plain("SContinenti"),
+      Plain("SZone"),
+      Plain("SCountry"),
       {"SProvincie", [](Session& session) { return Open(session, "SProvincie"); }, "",
        "WHERE Country='I'"},
       {"SNote", [](Session& session) { return Open(session, "SNote"); }, "",
        "WHERE Note LIKE '*IOTA/*'"},
-      With("Hrd", search), With("HrdMode", search),
+      With("Hrd", search),
+      With("HrdMode", search),
       From("SSQuare", "cmMappa", "MappaSquare"),
       DialogOf("Brenvo", "cmQslStampa", "StampaQsl"),
-      Plain("TNC"), Plain("TNCtelnet"), Plain("WWConv"),
+      Plain("TNC"),
+      Plain("TNCtelnet"),
+      Plain("WWConv"),
       DialogOf("TNCtelnet", "cmDX", "DX"),
       With("FT736", [](Window& window) { Press(window, "Accensione"); }),
       Plain("User"),
-      With("User",
-           [](Window& window) { dynamic_cast<OptionGroup&>(*window.FindField("Tab1")).Press(1); },
-           "User-collegamenti"),
+      With(
+          "User",
+          [](Window& window) { dynamic_cast<OptionGroup&>(*window.FindField("Tab1")).Press(1); },
+          "User-collegamenti"),
       With("TabellaPrefissi",
-           [](Window& window) { 
+           [](Window& window) {
              Put(window, "Codice", "IK3");
              Press(window, "cmSearch");
            }),
-      With("TabellaCountry",
-           [](Window& window) { Choose(window, "LBCountry", 120); }),
+      With("TabellaCountry", [](Window& window) { Choose(window, "LBCountry", 120); }),
       With("TabellaProvincie",
            [](Window& window) {
              const auto& items = dynamic_cast<ListField&>(*window.FindField("LBCountry")).Items();
@@ -160,6 +181,7 @@ std::vector<Picture> AllPictures() {
              Choose(window, "LBTipoNote", 0);
              window.FindField("LBTipoNote")->DoubleClick();
            }),
+      {"RipristinaBackup", CopiesOfTheDatabase, "RipristinaBackup"},
       {"Brenvo", StationAtWork},
   };
 }

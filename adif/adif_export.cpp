@@ -1,0 +1,94 @@
+#include "adif/adif_export.h"
+
+#include <fmt/format.h>
+
+#include <fstream>
+#include <set>
+#include <stdexcept>
+
+#include "adif/adif_names.h"
+#include "adif/adif_writer.h"
+#include "adif/contact_to_fields.h"
+#include "adif/kept_fields.h"
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::int64_t kProgressStep = 250;
+
+bool NeedsDeclaration(std::string_view name) {
+  return !IsAdifField(name) && !IsApplicationField(name);
+}
+
+// The header stands first and declares what only the records tell: such names are few, and are
+// looked for among the selected contacts alone.
+std::vector<std::string> UserFields(Database& database, std::string_view select, bool hasKept) {
+  std::set<std::string> names;
+  if (!hasKept) return {};
+  const auto all = database.OpenSnapshot("Select Campo from LogAdif Group By Campo");
+  for (; !all->EOF_(); all->MoveNext()) {
+    const std::string name = all->Field(0).Text();
+    if (NeedsDeclaration(name)) names.insert(name);
+  }
+  if (names.empty() || select == kAllContacts) return {names.begin(), names.end()};
+  std::set<std::string> used;
+  KeptFields kept(database);
+  const auto rows = database.OpenDynaset(select);
+  for (; !rows->EOF_() && used.size() < names.size(); rows->MoveNext()) {
+    for (const AdifField& field : kept.Of(rows->Field(std::size_t{0}).Integer())) {
+      if (names.contains(field.name)) used.insert(field.name);
+    }
+  }
+  return {used.begin(), used.end()};
+}
+
+}  // namespace
+
+std::optional<ExportCounts> ExportContacts(Session& session, std::string_view select,
+                                           const std::filesystem::path& file,
+                                           const ExportProgress& progress) {
+  std::filesystem::path unfinished = file;
+  unfinished += ".new";
+  const auto fail = [&] {
+    return std::runtime_error(fmt::format("Il file {} non si scrive", file.filename().string()));
+  };
+  struct Remove {
+    const std::filesystem::path& file;
+    ~Remove() {
+      std::error_code ignored;
+      std::filesystem::remove(file, ignored);
+    }
+  };
+  const Remove leftover{unfinished};
+  std::ofstream out(unfinished, std::ios::binary | std::ios::trunc);
+  if (!out) throw fail();
+
+  std::optional<KeptFields> kept;  // a database may have no place for them
+  if (HasTable(session, KeptFields::kTable)) kept.emplace(session.Db);
+  StationTables tables(session);
+  out << AdifHeader(UserFields(session.Db, select, kept.has_value()));
+  ExportCounts counts;
+  const auto rows = session.Db.OpenDynaset(select);
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    const std::int64_t done = counts.written + counts.leftOut;
+    if (done % kProgressStep == 0 && !progress(done)) return std::nullopt;
+    std::vector<AdifField> beside;
+    if (kept) beside = kept->Of(rows->Field(std::size_t{0}).Integer());
+    const std::vector<AdifField> fields = FileFields(ReadContact(*rows), beside, tables);
+    if (fields.empty()) {
+      ++counts.leftOut;
+      continue;
+    }
+    out << AdifLine(fields);
+    ++counts.written;
+  }
+  out.close();
+  if (!out) throw fail();
+  std::error_code error;
+  std::filesystem::rename(unfinished, file, error);
+  if (error) throw fail();
+  return counts;
+}
+
+}  // namespace brenvo

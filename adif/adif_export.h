@@ -1,0 +1,31 @@
+// Writes contacts of Log as a log file.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "core/session.h"
+
+namespace brenvo {
+
+inline constexpr std::string_view kAllContacts = "SELECT * FROM Log ORDER By DataQso,QsoNr";
+
+struct ExportCounts {
+  std::int64_t written = 0;
+  std::int64_t leftOut = 0;  // no call or no date that a log file can hold
+};
+
+// `done` contacts; false stops.
+using ExportProgress = std::function<bool(std::int64_t done)>;
+
+// The contacts of a SELECT on Log, in its order, with what is kept beside them. The file takes the
+// place of an older one only when it is whole; nothing when it was stopped. std::runtime_error with
+// an Italian text when it cannot be written.
+std::optional<ExportCounts> ExportContacts(Session& session, std::string_view select,
+                                           const std::filesystem::path& file,
+                                           const ExportProgress& progress);
+
+}  // namespace brenvo

@@ -1,0 +1,200 @@
+#include "adif/adif_import.h"
+
+#include <fmt/format.h>
+
+#include <fstream>
+#include <stdexcept>
+#include <unordered_set>
+
+#include "adif/kept_fields.h"
+#include "adif/repeated_contacts.h"
+#include "base/encoding.h"
+#include "core/transaction.h"
+
+namespace brenvo {
+namespace {
+
+// Records between two looks at the operator's wish to stop.
+constexpr std::int64_t kProgressStep = 250;
+
+class LogFile {
+ public:
+  explicit LogFile(const std::filesystem::path& file)
+      : name_(file.filename().string()), in_(file, std::ios::binary), reader_(MakeReader()) {
+    if (!in_) throw std::runtime_error(fmt::format("Il file {} non si apre", name_));
+    std::string first(AdifReader::kLongestRecord, '\0');
+    in_.read(first.data(), static_cast<std::streamsize>(first.size()));
+    first.resize(static_cast<std::size_t>(in_.gcount()));
+    const std::string other = OtherThanAdif(first);
+    if (!other.empty()) {
+      throw std::runtime_error(fmt::format("{} non e' un file ADIF: e' {}", name_, other));
+    }
+    in_.clear();
+    in_.seekg(0);
+  }
+  AdifReader& Records() { return reader_; }
+
+ private:
+  AdifReader MakeReader() {
+    return AdifReader([this](char* buffer, std::size_t size) {
+      in_.read(buffer, static_cast<std::streamsize>(size));
+      if (in_.bad()) throw std::runtime_error(fmt::format("Il file {} non si legge", name_));
+      return static_cast<std::size_t>(in_.gcount());
+    });
+  }
+
+  std::string name_;
+  std::ifstream in_;
+  AdifReader reader_;
+};
+
+// Texts of the report are in the bytes of the station's other text files.
+void ReportRefusal(std::ostream& report, const AdifReader& reader, const AdifRecord& record,
+                   std::string_view reason) {
+  std::string text = TextOfBytes(reader.RecordBytes());
+  std::string lines;
+  for (const char c : text) {
+    if (c == '\n') lines += '\r';
+    if (c != '\r') lines += c;
+  }
+  report << ToWindows1252(fmt::format("Riga {}: {}\r\n{}\r\n\r\n", record.line, reason, lines));
+}
+
+void ReportCounts(std::ostream& report, const ImportCounts& counts) {
+  report << fmt::format(
+      "Record letti: {}\r\nImportati: {}\r\nRipetuti: {} (completati: {})\r\nRifiutati: {}\r\n",
+      counts.read, counts.fresh, counts.repeated, counts.completed, counts.refused);
+}
+
+class ContactWriter {
+ public:
+  ContactWriter(Session& session, const ImportOptions& options)
+      : options_(options),
+        kept_(session.Db),
+        repeated_(session),
+        log_(session.Db.OpenTable("Log")) {}
+
+  void Store(const MappedRecord& mapped, ImportCounts& counts) {
+    if (repeated_.Find(mapped.contact)) {
+      ++counts.repeated;
+      if (options_.fillEmptyColumns && Fill(mapped)) ++counts.completed;
+      return;
+    }
+    log_->AddNew();
+    WriteContact(*log_, mapped.contact);
+    log_->Update();
+    repeated_.Stored(mapped.contact);
+    kept_.Add(log_->LastModified().key, mapped.kept);
+    ++counts.fresh;
+  }
+
+ private:
+  bool Fill(const MappedRecord& mapped) {
+    Table& row = repeated_.Row();
+    const LogContact present = ReadContact(row);
+    const std::int64_t qsoNr = row.Field("QsoNr").Integer();
+    bool filled = false;
+    for (const ContactColumn& column : ContactColumns()) {
+      if (!IsColumnEmpty(present, column) || IsColumnEmpty(mapped.contact, column)) continue;
+      // A card that went out is not to be sent again.
+      if (column.column == "QslDaInviare" && present.QslInviata) continue;
+      if (!filled) row.Edit();
+      filled = true;
+      WriteColumn(row, mapped.contact, column);
+    }
+    if (filled) row.Update();
+    return kept_.AddMissing(qsoNr, mapped.kept) || filled;
+  }
+
+  ImportOptions options_;
+  KeptFields kept_;
+  RepeatedInLog repeated_;
+  std::unique_ptr<Table> log_;
+};
+
+void Widen(ImportPreview& preview, DateTime time) {
+  if (!preview.first || time < *preview.first) preview.first = time;
+  if (!preview.last || time > *preview.last) preview.last = time;
+}
+
+}  // namespace
+
+std::int64_t SizeOf(const std::filesystem::path& file) {
+  std::error_code error;
+  const auto size = std::filesystem::file_size(file, error);
+  return error ? 0 : static_cast<std::int64_t>(size);
+}
+
+std::optional<ImportPreview> PreviewImport(Session& session, const std::filesystem::path& file,
+                                           const QslChoice& choice,
+                                           const ImportProgress& progress) {
+  LogFile log(file);
+  StationTables tables(session);
+  RepeatedInLog inLog(session);
+  RepeatedInFile inFile;
+  std::unordered_set<std::uint64_t> firstKeys;
+  ImportPreview preview;
+  ImportCounts& counts = preview.counts;
+  AdifRecord record;
+  MappedRecord mapped;
+  while (log.Records().Next(record)) {
+    if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
+      return std::nullopt;
+    }
+    MapColumns(record, choice, tables, mapped);
+    const bool isFirst = preview.firstRecords.size() < kFirstRecords;
+    bool repeated = false;
+    if (!mapped.refusal.empty()) {
+      ++counts.refused;
+      if (!record.fault.empty()) ++preview.damaged;
+    } else {
+      Widen(preview, mapped.contact.DataQso);
+      ++preview.bands[mapped.contact.Banda];
+      ++preview.modes[mapped.contact.Modo];
+      repeated = inLog.Find(mapped.contact);
+      if (repeated) {
+        ++counts.repeated;
+      } else {
+        ++counts.fresh;
+        inFile.Add(mapped.contact);
+        if (isFirst) repeated = !firstKeys.insert(RepeatedInFile::KeyOf(mapped.contact)).second;
+      }
+    }
+    if (isFirst) preview.firstRecords.push_back({record, repeated});
+  }
+  const std::int64_t again = inFile.Count();
+  counts.fresh -= again;
+  counts.repeated += again;
+  preview.endsEarly = log.Records().EndsEarly();
+  return preview;
+}
+
+std::optional<ImportCounts> ImportContacts(Session& session, const std::filesystem::path& file,
+                                           const ImportOptions& options,
+                                           const ImportProgress& progress, std::ostream& report) {
+  LogFile log(file);
+  StationTables tables(session);
+  ContactWriter writer(session, options);
+  ImportCounts counts;
+  AdifRecord record;
+  MappedRecord mapped;
+  Transaction transaction(session.Db);
+  while (log.Records().Next(record)) {
+    if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
+      return std::nullopt;
+    }
+    MapRecord(record, options.qsl, tables, mapped);
+    if (mapped.refusal.empty()) {
+      writer.Store(mapped, counts);
+    } else {
+      ++counts.refused;
+      ReportRefusal(report, log.Records(), record, mapped.refusal);
+    }
+  }
+  ReportCounts(report, counts);
+  if (!report.flush()) throw std::runtime_error("Il rapporto dell'importazione non si scrive");
+  transaction.Commit();
+  return counts;
+}
+
+}  // namespace brenvo

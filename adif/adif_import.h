@@ -1,0 +1,64 @@
+// Brings the contacts of a log file into Log.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "adif/record_to_contact.h"
+#include "core/session.h"
+
+namespace brenvo {
+
+// Every record of the file is one of the three: read = fresh + repeated + refused.
+struct ImportCounts {
+  std::int64_t read = 0;
+  std::int64_t fresh = 0;      // to be stored, or stored
+  std::int64_t repeated = 0;   // the same call on the same band in the same minute is in the log,
+                               // or stands earlier in the file
+  std::int64_t completed = 0;  // of the repeated: those that had a column to fill
+  std::int64_t refused = 0;
+};
+
+struct FirstRecord {
+  AdifRecord record;
+  bool repeated = false;
+};
+
+struct ImportPreview {
+  ImportCounts counts;
+  std::optional<DateTime> first, last;               // of the contacts that can be stored
+  std::map<std::string, std::int64_t> bands, modes;  // of these, by Banda and Modo
+  std::vector<FirstRecord> firstRecords;             // as they stand in the file
+  std::int64_t damaged = 0;                          // records that are no records
+  bool endsEarly = false;                            // the file ends within a record
+};
+
+struct ImportOptions {
+  QslChoice qsl;
+  bool fillEmptyColumns = false;  // of repeated contacts; otherwise they are left as they are
+};
+
+// `done` bytes of the file; false stops.
+using ImportProgress = std::function<bool(std::int64_t done)>;
+
+inline constexpr std::size_t kFirstRecords = 20;
+
+// Each of these throws std::runtime_error with an Italian text when the file cannot be read or is
+// no log file, and gives nothing when it was stopped.
+std::optional<ImportPreview> PreviewImport(Session& session, const std::filesystem::path& file,
+                                           const QslChoice& choice, const ImportProgress& progress);
+// One transaction: all of it, or nothing when it is stopped or fails. Writes each refused record,
+// with its line, its text and the reason, and the counts to `report`.
+std::optional<ImportCounts> ImportContacts(Session& session, const std::filesystem::path& file,
+                                           const ImportOptions& options,
+                                           const ImportProgress& progress, std::ostream& report);
+
+std::int64_t SizeOf(const std::filesystem::path& file);
+
+}  // namespace brenvo

@@ -1,0 +1,507 @@
+#include "adif/adif_names.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "adif/plain_name.h"
+
+namespace brenvo {
+namespace {
+
+// By rising frequency.
+constexpr AdifBand kBands[] = {
+    {"2190m", 0.1357, 0.1378}, {"630m", 0.472, 0.479},  {"560m", 0.501, 0.504},
+    {"160m", 1.8, 2.0},        {"80m", 3.5, 4.0},       {"60m", 5.06, 5.45},
+    {"40m", 7.0, 7.3},         {"30m", 10.1, 10.15},    {"20m", 14.0, 14.35},
+    {"17m", 18.068, 18.168},   {"15m", 21.0, 21.45},    {"12m", 24.89, 24.99},
+    {"10m", 28.0, 29.7},       {"8m", 40, 45},          {"6m", 50, 54},
+    {"5m", 54.000001, 69.9},   {"4m", 70, 71},          {"2m", 144, 148},
+    {"1.25m", 222, 225},       {"70cm", 420, 450},      {"33cm", 902, 928},
+    {"23cm", 1240, 1300},      {"13cm", 2300, 2450},    {"9cm", 3300, 3500},
+    {"6cm", 5650, 5925},       {"3cm", 10000, 10500},   {"1.25cm", 24000, 24250},
+    {"6mm", 47000, 47200},     {"4mm", 75500, 81000},   {"2.5mm", 119980, 123000},
+    {"2mm", 134000, 149000},   {"1mm", 241000, 250000}, {"submm", 300000, 7500000}};
+
+constexpr std::string_view kModes[] = {
+    "AM",      "ARDOP", "ATV",    "CHIP", "CLO",    "CONTESTI", "CW",    "DIGITALVOICE", "DOMINO",
+    "DYNAMIC", "FAX",   "FM",     "FSK",  "FSK441", "FT8",      "HELL",  "ISCAT",        "JT4",
+    "JT44",    "JT65",  "JT6M",   "JT9",  "MFSK",   "MSK144",   "MT63",  "MTONE",        "OFDM",
+    "OLIVIA",  "OPERA", "PAC",    "PAX",  "PKT",    "PSK",      "PSK2K", "Q15",          "QRA64",
+    "ROS",     "RTTY",  "RTTYM",  "SSB",  "SSTV",   "T10",      "THOR",  "THRB",         "TOR",
+    "V4",      "VOI",   "WINMOR", "WSPR"};
+
+struct Submode {
+  std::string_view submode, mode;
+};
+constexpr Submode kSubmodes[] = {{"8PSK1000", "PSK"},
+                                 {"8PSK1000F", "PSK"},
+                                 {"8PSK1200F", "PSK"},
+                                 {"8PSK125", "PSK"},
+                                 {"8PSK125F", "PSK"},
+                                 {"8PSK125FL", "PSK"},
+                                 {"8PSK250", "PSK"},
+                                 {"8PSK250F", "PSK"},
+                                 {"8PSK250FL", "PSK"},
+                                 {"8PSK500", "PSK"},
+                                 {"8PSK500F", "PSK"},
+                                 {"AMTORFEC", "TOR"},
+                                 {"ASCI", "RTTY"},
+                                 {"C4FM", "DIGITALVOICE"},
+                                 {"CHIP128", "CHIP"},
+                                 {"CHIP64", "CHIP"},
+                                 {"DMR", "DIGITALVOICE"},
+                                 {"DOM-M", "DOMINO"},
+                                 {"DOM11", "DOMINO"},
+                                 {"DOM16", "DOMINO"},
+                                 {"DOM22", "DOMINO"},
+                                 {"DOM4", "DOMINO"},
+                                 {"DOM44", "DOMINO"},
+                                 {"DOM5", "DOMINO"},
+                                 {"DOM8", "DOMINO"},
+                                 {"DOM88", "DOMINO"},
+                                 {"DOMINOEX", "DOMINO"},
+                                 {"DOMINOF", "DOMINO"},
+                                 {"DSTAR", "DIGITALVOICE"},
+                                 {"FMHELL", "HELL"},
+                                 {"FREEDV", "DIGITALVOICE"},
+                                 {"FSK31", "PSK"},
+                                 {"FSKH105", "HELL"},
+                                 {"FSKH245", "HELL"},
+                                 {"FSKHELL", "HELL"},
+                                 {"FSQCALL", "MFSK"},
+                                 {"FST4", "MFSK"},
+                                 {"FST4W", "MFSK"},
+                                 {"FT2", "MFSK"},
+                                 {"FT4", "MFSK"},
+                                 {"GTOR", "TOR"},
+                                 {"HELL80", "HELL"},
+                                 {"HELLX5", "HELL"},
+                                 {"HELLX9", "HELL"},
+                                 {"HFSK", "HELL"},
+                                 {"ISCAT-A", "ISCAT"},
+                                 {"ISCAT-B", "ISCAT"},
+                                 {"JS8", "MFSK"},
+                                 {"JT4A", "JT4"},
+                                 {"JT4B", "JT4"},
+                                 {"JT4C", "JT4"},
+                                 {"JT4D", "JT4"},
+                                 {"JT4E", "JT4"},
+                                 {"JT4F", "JT4"},
+                                 {"JT4G", "JT4"},
+                                 {"JT65A", "JT65"},
+                                 {"JT65B", "JT65"},
+                                 {"JT65B2", "JT65"},
+                                 {"JT65C", "JT65"},
+                                 {"JT65C2", "JT65"},
+                                 {"JT9-1", "JT9"},
+                                 {"JT9-10", "JT9"},
+                                 {"JT9-2", "JT9"},
+                                 {"JT9-30", "JT9"},
+                                 {"JT9-5", "JT9"},
+                                 {"JT9A", "JT9"},
+                                 {"JT9B", "JT9"},
+                                 {"JT9C", "JT9"},
+                                 {"JT9D", "JT9"},
+                                 {"JT9E", "JT9"},
+                                 {"JT9E FAST", "JT9"},
+                                 {"JT9F", "JT9"},
+                                 {"JT9F FAST", "JT9"},
+                                 {"JT9G", "JT9"},
+                                 {"JT9G FAST", "JT9"},
+                                 {"JT9H", "JT9"},
+                                 {"JT9H FAST", "JT9"},
+                                 {"JTMS", "MFSK"},
+                                 {"LSB", "SSB"},
+                                 {"M17", "DIGITALVOICE"},
+                                 {"MFSK11", "MFSK"},
+                                 {"MFSK128", "MFSK"},
+                                 {"MFSK128L", "MFSK"},
+                                 {"MFSK16", "MFSK"},
+                                 {"MFSK22", "MFSK"},
+                                 {"MFSK31", "MFSK"},
+                                 {"MFSK32", "MFSK"},
+                                 {"MFSK4", "MFSK"},
+                                 {"MFSK64", "MFSK"},
+                                 {"MFSK64L", "MFSK"},
+                                 {"MFSK8", "MFSK"},
+                                 {"NAVTEX", "TOR"},
+                                 {"OLIVIA 16/1000", "OLIVIA"},
+                                 {"OLIVIA 16/500", "OLIVIA"},
+                                 {"OLIVIA 32/1000", "OLIVIA"},
+                                 {"OLIVIA 4/125", "OLIVIA"},
+                                 {"OLIVIA 4/250", "OLIVIA"},
+                                 {"OLIVIA 8/250", "OLIVIA"},
+                                 {"OLIVIA 8/500", "OLIVIA"},
+                                 {"OPERA-BEACON", "OPERA"},
+                                 {"OPERA-QSO", "OPERA"},
+                                 {"PAC2", "PAC"},
+                                 {"PAC3", "PAC"},
+                                 {"PAC4", "PAC"},
+                                 {"PAX2", "PAX"},
+                                 {"PCW", "CW"},
+                                 {"PSK10", "PSK"},
+                                 {"PSK1000", "PSK"},
+                                 {"PSK1000RC2", "PSK"},
+                                 {"PSK125", "PSK"},
+                                 {"PSK125RC10", "PSK"},
+                                 {"PSK125RC12", "PSK"},
+                                 {"PSK125RC16", "PSK"},
+                                 {"PSK125RC4", "PSK"},
+                                 {"PSK125RC5", "PSK"},
+                                 {"PSK250", "PSK"},
+                                 {"PSK250RC2", "PSK"},
+                                 {"PSK250RC3", "PSK"},
+                                 {"PSK250RC5", "PSK"},
+                                 {"PSK250RC6", "PSK"},
+                                 {"PSK250RC7", "PSK"},
+                                 {"PSK31", "PSK"},
+                                 {"PSK500", "PSK"},
+                                 {"PSK500RC2", "PSK"},
+                                 {"PSK500RC3", "PSK"},
+                                 {"PSK500RC4", "PSK"},
+                                 {"PSK63", "PSK"},
+                                 {"PSK63F", "PSK"},
+                                 {"PSK63RC10", "PSK"},
+                                 {"PSK63RC20", "PSK"},
+                                 {"PSK63RC32", "PSK"},
+                                 {"PSK63RC4", "PSK"},
+                                 {"PSK63RC5", "PSK"},
+                                 {"PSK800RC2", "PSK"},
+                                 {"PSKAM10", "PSK"},
+                                 {"PSKAM31", "PSK"},
+                                 {"PSKAM50", "PSK"},
+                                 {"PSKFEC31", "PSK"},
+                                 {"PSKHELL", "HELL"},
+                                 {"Q65", "MFSK"},
+                                 {"QPSK125", "PSK"},
+                                 {"QPSK250", "PSK"},
+                                 {"QPSK31", "PSK"},
+                                 {"QPSK500", "PSK"},
+                                 {"QPSK63", "PSK"},
+                                 {"QRA64A", "QRA64"},
+                                 {"QRA64B", "QRA64"},
+                                 {"QRA64C", "QRA64"},
+                                 {"QRA64D", "QRA64"},
+                                 {"QRA64E", "QRA64"},
+                                 {"ROS-EME", "ROS"},
+                                 {"ROS-HF", "ROS"},
+                                 {"ROS-MF", "ROS"},
+                                 {"SCAMP_FAST", "FSK"},
+                                 {"SCAMP_OO", "MTONE"},
+                                 {"SCAMP_OO_SLW", "MTONE"},
+                                 {"SCAMP_SLOW", "FSK"},
+                                 {"SCAMP_VSLOW", "FSK"},
+                                 {"SIM31", "PSK"},
+                                 {"SITORB", "TOR"},
+                                 {"SLOWHELL", "HELL"},
+                                 {"THOR-M", "THOR"},
+                                 {"THOR100", "THOR"},
+                                 {"THOR11", "THOR"},
+                                 {"THOR16", "THOR"},
+                                 {"THOR22", "THOR"},
+                                 {"THOR25X4", "THOR"},
+                                 {"THOR4", "THOR"},
+                                 {"THOR5", "THOR"},
+                                 {"THOR50X1", "THOR"},
+                                 {"THOR50X2", "THOR"},
+                                 {"THOR8", "THOR"},
+                                 {"THRBX", "THRB"},
+                                 {"THRBX1", "THRB"},
+                                 {"THRBX2", "THRB"},
+                                 {"THRBX4", "THRB"},
+                                 {"THROB1", "THRB"},
+                                 {"THROB2", "THRB"},
+                                 {"THROB4", "THRB"},
+                                 {"USB", "SSB"},
+                                 {"VARA FM 1200", "DYNAMIC"},
+                                 {"VARA FM 9600", "DYNAMIC"},
+                                 {"VARA HF", "DYNAMIC"},
+                                 {"VARA SATELLITE", "DYNAMIC"}};
+
+// Words of this program's own list, and what log files write for them.
+struct Word {
+  std::string_view ours, adif;
+};
+constexpr Word kModeWords[] = {{"Hellschreiber", "HELL"},
+                               {"Pactor", "PAC"},
+                               {"Amtor", "AMTORFEC"},
+                               {"Packet", "PKT"},
+                               {"D-STAR", "DSTAR"}};
+
+// Of several words for one propagation the first is the one to write.
+constexpr Word kPropagations[] = {{"Tropo", "TR"},
+                                  {"E sporadico", "ES"},
+                                  {"F2", "F2"},
+                                  {"Meteor Scatter", "MS"},
+                                  {"TEP", "TEP"},
+                                  {"Aurora", "AUR"},
+                                  {"Aurora E", "AUE"},
+                                  {"EME", "EME"},
+                                  {"Satellite", "SAT"},
+                                  {"FAI", "FAI"},
+                                  {"Ionoscatter", "ION"},
+                                  {"Rain Scatter", "RS"},
+                                  {"Aircraft Scatter", "AS"},
+                                  {"Backscatter", "BS"},
+                                  {"Onda di terra", "GWAVE"},
+                                  {"Vista ottica", "LOS"},
+                                  {"Ripetitore", "RPT"},
+                                  {"Internet", "INTERNET"},
+                                  {"Internet", "ECH"},
+                                  {"Internet", "IRL"},
+                                  {"Troposcatter", "TR"}};
+
+constexpr std::string_view kContinents[] = {"AF", "AN", "AS", "EU", "NA", "OC", "SA"};
+
+constexpr std::string_view kFields[] = {"ADDRESS",
+                                        "ADDRESS_INTL",
+                                        "AGE",
+                                        "ALTITUDE",
+                                        "ANT_AZ",
+                                        "ANT_EL",
+                                        "ANT_PATH",
+                                        "ARRL_SECT",
+                                        "AWARD_GRANTED",
+                                        "AWARD_SUBMITTED",
+                                        "A_INDEX",
+                                        "BAND",
+                                        "BAND_RX",
+                                        "CALL",
+                                        "CHECK",
+                                        "CLASS",
+                                        "CLUBLOG_QSO_UPLOAD_DATE",
+                                        "CLUBLOG_QSO_UPLOAD_STATUS",
+                                        "CNTY",
+                                        "CNTY_ALT",
+                                        "COMMENT",
+                                        "COMMENT_INTL",
+                                        "CONT",
+                                        "CONTACTED_OP",
+                                        "CONTEST_ID",
+                                        "COUNTRY",
+                                        "COUNTRY_INTL",
+                                        "CQZ",
+                                        "CREDIT_GRANTED",
+                                        "CREDIT_SUBMITTED",
+                                        "DARC_DOK",
+                                        "DCL_QSLRDATE",
+                                        "DCL_QSLSDATE",
+                                        "DCL_QSL_RCVD",
+                                        "DCL_QSL_SENT",
+                                        "DISTANCE",
+                                        "DXCC",
+                                        "EMAIL",
+                                        "EQSL_AG",
+                                        "EQSL_QSLRDATE",
+                                        "EQSL_QSLSDATE",
+                                        "EQSL_QSL_RCVD",
+                                        "EQSL_QSL_SENT",
+                                        "EQ_CALL",
+                                        "FISTS",
+                                        "FISTS_CC",
+                                        "FORCE_INIT",
+                                        "FREQ",
+                                        "FREQ_RX",
+                                        "GRIDSQUARE",
+                                        "GRIDSQUARE_EXT",
+                                        "GUEST_OP",
+                                        "HAMLOGEU_QSO_UPLOAD_DATE",
+                                        "HAMLOGEU_QSO_UPLOAD_STATUS",
+                                        "HAMQTH_QSO_UPLOAD_DATE",
+                                        "HAMQTH_QSO_UPLOAD_STATUS",
+                                        "HRDLOG_QSO_UPLOAD_DATE",
+                                        "HRDLOG_QSO_UPLOAD_STATUS",
+                                        "IOTA",
+                                        "IOTA_ISLAND_ID",
+                                        "ITUZ",
+                                        "K_INDEX",
+                                        "LAT",
+                                        "LON",
+                                        "LOTW_QSLRDATE",
+                                        "LOTW_QSLSDATE",
+                                        "LOTW_QSL_RCVD",
+                                        "LOTW_QSL_SENT",
+                                        "MAX_BURSTS",
+                                        "MODE",
+                                        "MORSE_KEY_INFO",
+                                        "MORSE_KEY_TYPE",
+                                        "MS_SHOWER",
+                                        "MY_ALTITUDE",
+                                        "MY_ANTENNA",
+                                        "MY_ANTENNA_INTL",
+                                        "MY_ARRL_SECT",
+                                        "MY_CITY",
+                                        "MY_CITY_INTL",
+                                        "MY_CNTY",
+                                        "MY_CNTY_ALT",
+                                        "MY_COUNTRY",
+                                        "MY_COUNTRY_INTL",
+                                        "MY_CQ_ZONE",
+                                        "MY_DARC_DOK",
+                                        "MY_DXCC",
+                                        "MY_FISTS",
+                                        "MY_GRIDSQUARE",
+                                        "MY_GRIDSQUARE_EXT",
+                                        "MY_IOTA",
+                                        "MY_IOTA_ISLAND_ID",
+                                        "MY_ITU_ZONE",
+                                        "MY_LAT",
+                                        "MY_LON",
+                                        "MY_MORSE_KEY_INFO",
+                                        "MY_MORSE_KEY_TYPE",
+                                        "MY_NAME",
+                                        "MY_NAME_INTL",
+                                        "MY_POSTAL_CODE",
+                                        "MY_POSTAL_CODE_INTL",
+                                        "MY_POTA_REF",
+                                        "MY_RIG",
+                                        "MY_RIG_INTL",
+                                        "MY_SIG",
+                                        "MY_SIG_INFO",
+                                        "MY_SIG_INFO_INTL",
+                                        "MY_SIG_INTL",
+                                        "MY_SOTA_REF",
+                                        "MY_STATE",
+                                        "MY_STREET",
+                                        "MY_STREET_INTL",
+                                        "MY_USACA_COUNTIES",
+                                        "MY_VUCC_GRIDS",
+                                        "MY_WWFF_REF",
+                                        "NAME",
+                                        "NAME_INTL",
+                                        "NOTES",
+                                        "NOTES_INTL",
+                                        "NR_BURSTS",
+                                        "NR_PINGS",
+                                        "OPERATOR",
+                                        "OWNER_CALLSIGN",
+                                        "PFX",
+                                        "POTA_REF",
+                                        "PRECEDENCE",
+                                        "PROP_MODE",
+                                        "PUBLIC_KEY",
+                                        "QRZCOM_QSO_DOWNLOAD_DATE",
+                                        "QRZCOM_QSO_DOWNLOAD_STATUS",
+                                        "QRZCOM_QSO_UPLOAD_DATE",
+                                        "QRZCOM_QSO_UPLOAD_STATUS",
+                                        "QSLMSG",
+                                        "QSLMSG_INTL",
+                                        "QSLMSG_RCVD",
+                                        "QSLRDATE",
+                                        "QSLSDATE",
+                                        "QSL_RCVD",
+                                        "QSL_RCVD_VIA",
+                                        "QSL_SENT",
+                                        "QSL_SENT_VIA",
+                                        "QSL_VIA",
+                                        "QSO_COMPLETE",
+                                        "QSO_DATE",
+                                        "QSO_DATE_OFF",
+                                        "QSO_RANDOM",
+                                        "QTH",
+                                        "QTH_INTL",
+                                        "REGION",
+                                        "RIG",
+                                        "RIG_INTL",
+                                        "RST_RCVD",
+                                        "RST_SENT",
+                                        "RX_PWR",
+                                        "SAT_MODE",
+                                        "SAT_NAME",
+                                        "SFI",
+                                        "SIG",
+                                        "SIG_INFO",
+                                        "SIG_INFO_INTL",
+                                        "SIG_INTL",
+                                        "SILENT_KEY",
+                                        "SKCC",
+                                        "SOTA_REF",
+                                        "SRX",
+                                        "SRX_STRING",
+                                        "STATE",
+                                        "STATION_CALLSIGN",
+                                        "STX",
+                                        "STX_STRING",
+                                        "SUBMODE",
+                                        "SWL",
+                                        "TEN_TEN",
+                                        "TIME_OFF",
+                                        "TIME_ON",
+                                        "TX_PWR",
+                                        "UKSMG",
+                                        "USACA_COUNTIES",
+                                        "VE_PROV",
+                                        "VUCC_GRIDS",
+                                        "WEB",
+                                        "WWFF_REF"};
+
+}  // namespace
+
+const AdifBand* FindAdifBand(std::string_view name) {
+  const auto* at = std::find_if(std::begin(kBands), std::end(kBands),
+                                [&](const AdifBand& band) { return SameText(band.name, name); });
+  return at == std::end(kBands) ? nullptr : at;
+}
+
+const AdifBand* AdifBandAt(Mhz frequency) {
+  const auto* at = std::find_if(std::begin(kBands), std::end(kBands), [&](const AdifBand& band) {
+    return frequency.Value() >= band.lower && frequency.Value() <= band.upper;
+  });
+  return at == std::end(kBands) ? nullptr : at;
+}
+
+std::optional<AdifMode> FindAdifMode(std::string_view word) {
+  static const auto kByWord = [] {
+    std::unordered_map<std::string_view, AdifMode> modes;
+    for (const std::string_view mode : kModes) modes.emplace(mode, AdifMode{std::string(mode), ""});
+    for (const Submode& each : kSubmodes) {
+      modes.emplace(each.submode, AdifMode{std::string(each.mode), std::string(each.submode)});
+    }
+    return modes;
+  }();
+  const auto found = kByWord.find(UpperAscii(word));
+  return found == kByWord.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::string_view AdifWordOf(std::string_view mode) {
+  for (const Word& word : kModeWords) {
+    if (SameText(word.ours, mode)) return word.adif;
+  }
+  return mode;
+}
+
+std::string_view ModeOfAdifWord(std::string_view word) {
+  for (const Word& each : kModeWords) {
+    if (SameText(each.adif, word)) return each.ours;
+  }
+  return word;
+}
+
+std::string_view PropagationOf(std::string_view adif) {
+  for (const Word& word : kPropagations) {
+    if (SameText(word.adif, adif)) return word.ours;
+  }
+  return {};
+}
+
+std::string_view AdifPropagationOf(std::string_view propagation) {
+  for (const Word& word : kPropagations) {
+    if (SameText(word.ours, propagation)) return word.adif;
+  }
+  return {};
+}
+
+bool IsAdifContinent(std::string_view text) {
+  return std::any_of(std::begin(kContinents), std::end(kContinents),
+                     [&](std::string_view continent) { return SameText(continent, text); });
+}
+
+bool IsAdifField(std::string_view name) {
+  static const std::unordered_set<std::string_view> kKnown(std::begin(kFields), std::end(kFields));
+  return kKnown.contains(name);
+}
+
+bool IsApplicationField(std::string_view name) { return name.starts_with("APP_"); }
+
+}  // namespace brenvo

@@ -1,0 +1,203 @@
+#include "adif/contact_to_fields.h"
+
+#include <algorithm>
+
+#include "adif/adif_writer.h"
+#include "adif/dxcc_entities.h"
+#include "adif/escaped_text.h"
+#include "adif/plain_name.h"
+#include "adif/record_to_contact.h"
+#include "base/number.h"
+#include "base/text.h"
+
+namespace brenvo {
+namespace {
+
+std::string OneLine(std::string_view text) {
+  std::string line(Stripped(text));
+  for (char& c : line) {
+    if (static_cast<unsigned char>(c) < ' ') c = ' ';
+  }
+  return line;
+}
+
+class FieldList {
+ public:
+  void Add(std::string_view name, std::string_view value) {
+    std::string line = OneLine(value);
+    if (!line.empty()) fields_.push_back({std::string(name), std::move(line)});
+  }
+  void AddNumber(std::string_view name, double value) {
+    if (value != 0) Add(name, PlainNumber(value));
+  }
+  std::vector<AdifField> Take() { return std::move(fields_); }
+
+ private:
+  std::vector<AdifField> fields_;
+};
+
+void AddMode(FieldList& fields, std::string_view modo) {
+  const auto mode = FindAdifMode(AdifWordOf(Trim(modo)));
+  if (!mode) return;
+  fields.Add("MODE", mode->mode);
+  fields.Add("SUBMODE", mode->submode);
+}
+
+// The record as it would be read from the file.
+AdifRecord AsRead(const std::vector<AdifField>& fields) {
+  AdifRecord record;
+  for (const AdifField& field : fields) {
+    record.fields.push_back({field.name, TextOfBytes(AdifBytes(field.value))});
+  }
+  return record;
+}
+
+std::vector<AdifField> With(std::vector<AdifField> fields, const std::vector<AdifField>& others) {
+  for (const AdifField& other : others) {
+    const auto at = std::find_if(fields.begin(), fields.end(),
+                                 [&](const AdifField& field) { return field.name == other.name; });
+    if (at == fields.end()) {
+      fields.push_back(other);
+    } else {
+      *at = other;
+    }
+  }
+  return fields;
+}
+
+// Reads fields back and compares. Confirmations are left out: what counts as one is a choice of
+// each import, so the field of the card is not what the column came from.
+class Reader {
+ public:
+  Reader(const LogContact& contact, StationTables& tables) : contact_(contact), tables_(tables) {}
+
+  const LogContact& Read(const std::vector<AdifField>& fields) {
+    MapColumns(AsRead(fields), {}, tables_, mapped_);
+    return mapped_.contact;
+  }
+  bool GivesTheSame(const std::vector<AdifField>& fields) {
+    LogContact read = Read(fields);
+    read.QslRicevuta = contact_.QslRicevuta;
+    return mapped_.refusal.empty() && read == contact_;
+  }
+  bool Refuses(const std::vector<AdifField>& fields) {
+    Read(fields);
+    return !mapped_.refusal.empty();
+  }
+
+ private:
+  const LogContact& contact_;
+  StationTables& tables_;
+  MappedRecord mapped_;
+};
+
+bool IsConfirmedElsewhere(const std::vector<AdifField>& kept) {
+  return std::any_of(kept.begin(), kept.end(), [](const AdifField& field) {
+    return (field.name == "LOTW_QSL_RCVD" || field.name == "EQSL_QSL_RCVD") &&
+           (SameText(field.value, "Y") || SameText(field.value, "V"));
+  });
+}
+
+// The words in which the contact came, where they still say what its columns say.
+std::vector<AdifField> WithOwnWords(const std::vector<AdifField>& told,
+                                    const std::vector<AdifField>& words, Reader& reader) {
+  if (words.empty()) return told;
+  std::vector<AdifField> all = With(told, words);
+  if (reader.GivesTheSame(all)) return all;
+  const LogContact plain = reader.Read(told);
+  std::vector<AdifField> fields = told;
+  for (const AdifField& word : words) {
+    std::vector<AdifField> tried = With(fields, {word});
+    LogContact read = reader.Read(tried);
+    read.QslRicevuta = plain.QslRicevuta;
+    if (read == plain) fields = std::move(tried);
+  }
+  return fields;
+}
+
+}  // namespace
+
+std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTables& tables) {
+  FieldList fields;
+  constexpr std::size_t kTimeDigits = 6;
+  fields.Add("CALL", UpperAscii(contact.Call));
+  // "yyyy-mm-dd hh:mm:ss"
+  std::string when = IsoText(contact.DataQso);
+  std::erase_if(when, [](char c) { return c < '0' || c > '9'; });
+  fields.Add("QSO_DATE", std::string_view(when).substr(0, when.size() - kTimeDigits));
+  fields.Add("TIME_ON", std::string_view(when).substr(when.size() - kTimeDigits));
+  const AdifBand* band = tables.AdifBandOf(contact.Banda, Mhz(contact.Frequenza));
+  if (band != nullptr) fields.Add("BAND", band->name);
+  fields.AddNumber("FREQ", contact.Frequenza);
+  const SatelliteNote satellite =
+      contact.Modo == kSatellite ? ParseSatelliteNote(contact.Note) : SatelliteNote();
+  const bool bySatellite = !satellite.satellite.empty();
+  AddMode(fields, bySatellite ? satellite.mode : contact.Modo);
+  fields.Add("RST_SENT", contact.QrkDato);
+  fields.Add("RST_RCVD", contact.QrkRicevuto);
+  fields.Add("NAME", contact.Qra);
+  fields.Add("QTH", contact.Qth);
+  constexpr std::size_t kLongestGrid = 8;
+  const std::string grid = UpperAscii(contact.Locator).substr(0, kLongestGrid);
+  if (IsGridSquare(grid)) fields.Add("GRIDSQUARE", grid);
+  if (contact.Qrb > 0) fields.AddNumber("DISTANCE", contact.Qrb);
+  fields.Add("PFX", contact.Prefisso);
+  if (const DxccEntity* entity = FindDxccEntityOf(Trim(contact.Country))) {
+    fields.AddNumber("DXCC", entity->number);
+    fields.Add("COUNTRY", entity->name);
+  }
+  if (contact.ZonaCQ >= 1 && contact.ZonaCQ <= 40) fields.AddNumber("CQZ", contact.ZonaCQ);
+  if (contact.ZonaITU >= 1 && contact.ZonaITU <= 90) fields.AddNumber("ITUZ", contact.ZonaITU);
+  if (IsAdifContinent(contact.Continente)) fields.Add("CONT", UpperAscii(contact.Continente));
+  fields.Add("STATE", contact.Provincia);
+  fields.Add("PROP_MODE", AdifPropagationOf(Trim(contact.Propagazione)));
+  if (bySatellite) {
+    fields.Add("SAT_NAME", satellite.satellite);
+    fields.Add("SAT_MODE", satellite.satelliteMode);
+  }
+  if (contact.Potenza > 0) fields.AddNumber("TX_PWR", contact.Potenza);
+  fields.Add("QSL_SENT", contact.QslInviata ? "Y" : contact.QslDaInviare ? "Q" : "N");
+  fields.Add("QSL_RCVD", contact.QslRicevuta ? "Y" : "N");
+  fields.Add("QSL_VIA", contact.Manager);
+  if (!bySatellite) fields.Add("COMMENT", contact.Note);
+  return fields.Take();
+}
+
+std::vector<AdifField> FileFields(const LogContact& contact, const std::vector<AdifField>& kept,
+                                  StationTables& tables) {
+  Reader reader(contact, tables);
+  std::vector<AdifField> fields = ColumnFields(contact, tables);
+  constexpr std::int64_t kDay = 24 * 60 * 60;
+  if (contact.DataQso.Seconds() < kDay || reader.Refuses(fields)) return {};
+
+  std::vector<AdifField> words, others;
+  for (const AdifField& field : kept) {
+    const bool own = IsColumnField(field.name) && IsValidColumnField(field);
+    (own ? words : others).push_back(field);
+  }
+  // What the file said of the card holds until one has come; a confirmation by other ways is none.
+  if (contact.QslRicevuta && !IsConfirmedElsewhere(kept)) {
+    std::erase_if(words, [](const AdifField& word) { return word.name == "QSL_RCVD"; });
+  }
+  fields = WithOwnWords(fields, words, reader);
+  const LogContact read = reader.Read(fields);
+  for (const ContactColumn& column : ContactColumns()) {
+    const std::string text = ColumnText(contact, column);
+    if (ColumnText(read, column) == text) continue;
+    fields.push_back({std::string(column.field), EscapeText(text)});
+  }
+
+  std::sort(others.begin(), others.end(),
+            [](const AdifField& a, const AdifField& b) { return a.name < b.name; });
+  for (const AdifField& field : others) {
+    const bool valid = !IsColumnField(field.name);
+    const bool whole = TextOfBytes(AdifBytes(field.value)) == field.value;
+    if (!valid || !whole) {
+      fields.push_back({std::string(kKeptPrefix) + field.name, EscapeText(field.value)});
+    }
+    if (valid) fields.push_back(field);
+  }
+  return fields;
+}
+
+}  // namespace brenvo

@@ -1,0 +1,20 @@
+// The countries of the DXCC list by the numbers that log files give them.
+#pragma once
+
+#include <string_view>
+
+namespace brenvo {
+
+struct DxccEntity {
+  int number;
+  std::string_view country;  // code of table Country
+  std::string_view name;     // English
+};
+
+// Deleted countries included; null when there is none.
+const DxccEntity* FindDxccEntity(int number);
+const DxccEntity* FindDxccEntityOf(std::string_view country);
+// By the English name, letters and digits alone, without regard to case.
+const DxccEntity* FindDxccEntityNamed(std::string_view name);
+
+}  // namespace brenvo

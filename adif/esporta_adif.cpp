@@ -1,0 +1,82 @@
+#include "adif/esporta_adif.h"
+
+#include <fmt/format.h>
+
+#include "adif/adif_export.h"
+#include "core/help_topics.h"
+#include "core/modules.h"
+#include "core/shared_windows.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kTitle = "Esporta ADIF";
+constexpr std::string_view kFiles = "*.adi";
+constexpr std::string_view kSuggested = "Brenvo.adi";
+
+}  // namespace
+
+EsportaAdif::EsportaAdif(Session& session)
+    : Window(session.Host(), "EsportaAdif", "Esporta ADIF", Twips(6000), Twips(2700)),
+      session_(session) {
+  Contatti.SetCaption("Contatti da esportare");
+  CmEsporta.Icon = "cmUpdate";
+  CmEsporta.Tip = "Sceglie il file e lo scrive";
+  CmHelp.Icon = "cmHelp";
+  CmHelp.Tip = "Aiuto";
+  CmHelp.OnClick = [this] { session_.Help(kHelpEsportaAdif); };
+  CmExit.Icon = "cmExit";
+  CmExit.Tip = "Chiude la finestra senza esportare";
+  DefaultCommand = &CmEsporta;
+  CancelCommand = &CmExit;
+}
+
+void EsportaAdif::Load() {
+  RestoreWindow(session_, *this, "EsportaAdif");
+  Contatti.SetEnabled(session_.CurrentLogForm != nullptr);
+  StatusBar1.SetPanel(1, session_.CurrentLogForm != nullptr
+                             ? ""
+                             : "La finestra Log e' chiusa: si esporta tutto il log");
+}
+
+void EsportaAdif::Unload() { SaveWindow(session_, *this, "EsportaAdif"); }
+
+std::string EsportaAdif::Selection() const {
+  const LogWindow* log = session_.CurrentLogForm;
+  if (Contatti.Index() == 0 || log == nullptr) return std::string(kAllContacts);
+  return log->Selection;
+}
+
+void EsportaAdif::cmEsporta() {
+  const auto file = session_.Machine.PickNewFile(kTitle, kFiles, kSuggested);
+  if (!file) return;
+  std::optional<ExportCounts> counts;
+  const std::string select = Selection();
+  try {
+    const BusyPointer busy(Host());
+    const auto progress =
+        session_.Machine.ShowProgress("Esportazione", session_.TbLog->RecordCount());
+    counts = ExportContacts(session_, select, *file,
+                            [&](std::int64_t done) { return progress->Advance(done); });
+  } catch (const DatabaseError& failure) {
+    session_.EndWith(failure, kTitle);
+  } catch (const std::runtime_error& failure) {
+    session_.Messages().Show(MessageIcon::kCritical, kTitle, failure.what());
+    return;
+  }
+  if (!counts) {
+    session_.Messages().Show(MessageIcon::kExclamation, kTitle,
+                             "Esportazione interrotta: il file non e' stato scritto.");
+    return;
+  }
+  std::string text =
+      fmt::format("Contatti esportati nel file {}: {}", file->filename().string(), counts->written);
+  if (counts->leftOut > 0) {
+    text += fmt::format("\nContatti senza nominativo o data validi, non esportati: {}",
+                        counts->leftOut);
+  }
+  session_.Messages().Show(MessageIcon::kInformation, kTitle, text);
+  Close();
+}
+
+}  // namespace brenvo

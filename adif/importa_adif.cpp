@@ -1,0 +1,240 @@
+#include "adif/importa_adif.h"
+
+#include <fmt/format.h>
+
+#include <fstream>
+#include <vector>
+
+#include "adif/kept_fields.h"
+#include "base/number.h"
+#include "base/text.h"
+#include "core/help_topics.h"
+#include "core/modules.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::string_view kTitle = "Importa ADIF";
+constexpr std::string_view kReport = "\\ImportaAdif.txt";
+constexpr std::string_view kFiles = "*.adi *.adif *.ADI *.ADIF";
+constexpr std::string_view kSection = "ImportaAdif";
+
+constexpr const char* kHeadings[] = {
+    "Stato",   "DataQso",     "Call",        "Banda",        "Frequenza",
+    "Modo",    "QrkDato",     "QrkRicevuto", "Qra",          "Qth",
+    "Locator", "Qrb",         "Prefisso",    "Country",      "Provincia",
+    "Zona CQ", "Zona ITU",    "Continente",  "Propagazione", "Potenza",
+    "Manager", "QslRicevuta", "QslInviata",  "QslDaInviare", "Note"};
+
+std::string Listed(const std::map<std::string, std::int64_t>& counts) {
+  std::string text;
+  for (const auto& [name, count] : counts) {
+    if (!text.empty()) text += ", ";
+    text += fmt::format("{}: {}", name.empty() ? "senza" : Trim(name), count);
+  }
+  return text;
+}
+
+std::string CellText(const LogContact& contact, std::string_view column) {
+  for (const ContactColumn& each : ContactColumns()) {
+    if (each.column != column) continue;
+    if (column == "DataQso") return DateTimeText(contact.DataQso);
+    if (column == "Frequenza") return FormatNumber(contact.Frequenza, "#####.000");
+    const std::string text = ColumnText(contact, each);
+    if (column.starts_with("Qsl")) return text == "Y" ? "Sì" : "No";
+    return text;
+  }
+  return {};
+}
+
+void SayFailure(Session& session, std::string_view text) {
+  session.Messages().Show(MessageIcon::kCritical, kTitle, text);
+}
+
+bool HasPlaceForFields(Session& session) {
+  if (HasTable(session, KeptFields::kTable)) return true;
+  SayFailure(session,
+             "Nel database manca la tabella LogAdif: installare di nuovo il programma in questa "
+             "cartella la aggiunge, e lascia il log com'e'.");
+  return false;
+}
+
+}  // namespace
+
+ImportaAdif::ImportaAdif(Session& session)
+    : Window(session.Host(), "ImportaAdif", "Importa ADIF", Twips(13500), Twips(8400)),
+      session_(session) {
+  const std::pair<Field*, std::string_view> captions[] = {
+      {&File, "File"},
+      {&Letti, "Record letti"},
+      {&Nuovi, "Nuovi"},
+      {&Ripetuti, "Ripetuti"},
+      {&Rifiutati, "Rifiutati"},
+      {&Periodo, "Periodo"},
+      {&Bande, "Bande"},
+      {&Modi, "Modi"},
+      {&Avvisi, "Avvisi"},
+      {&QslCartacea, "Qsl cartacea"},
+      {&QslLotw, "LoTW"},
+      {&QslEqsl, "eQSL"},
+      {&ContattiRipetuti, "Contatti ripetuti"},
+      {&Anteprima, "Primi record, come staranno nel log"}};
+  for (const auto& [field, caption] : captions) field->SetCaption(caption);
+  for (TextField* field :
+       {&File, &Letti, &Nuovi, &Ripetuti, &Rifiutati, &Periodo, &Bande, &Modi, &Avvisi}) {
+    field->ReadOnly = true;
+  }
+  CmImporta.Icon = "cmUpdate";
+  CmImporta.Tip = "Importa i contatti nel log";
+  CmHelp.Icon = "cmHelp";
+  CmHelp.Tip = "Aiuto";
+  CmHelp.OnClick = [this] { session_.Help(kHelpImportaAdif); };
+  CmExit.Icon = "cmExit";
+  CmExit.Tip = "Chiude la finestra senza importare";
+  DefaultCommand = &CmImporta;
+  CancelCommand = &CmExit;
+  for (CheckBox* box : {&QslCartacea, &QslLotw, &QslEqsl}) {
+    box->OnChange = [this] { ShowFirstRecords(); };
+    box->OnHover = [this] { StatusBar1.SetPanel(1, "Conferme che valgono come Qsl ricevuta"); };
+  }
+  ContattiRipetuti.OnHover = [this] {
+    StatusBar1.SetPanel(1, "Stesso nominativo, stessa banda e stesso minuto di un Qso del log");
+  };
+}
+
+void ImportaAdif::Load() {
+  RestoreWindow(session_, *this, kSection);
+  QslCartacea.SetOn(session_.GetSetting(kSection, "QslCartacea", "Y") == "Y");
+  QslLotw.SetOn(session_.GetSetting(kSection, "QslLotw", "N") == "Y");
+  QslEqsl.SetOn(session_.GetSetting(kSection, "QslEqsl", "N") == "Y");
+}
+
+void ImportaAdif::Unload() { SaveWindow(session_, *this, kSection); }
+
+QslChoice ImportaAdif::Choice() const {
+  return {QslCartacea.IsOn(), QslLotw.IsOn(), QslEqsl.IsOn()};
+}
+
+bool ImportaAdif::Preview(const std::filesystem::path& file) {
+  file_ = file;
+  const BusyPointer busy(Host());
+  try {
+    const auto progress = session_.Machine.ShowProgress("Lettura del file", SizeOf(file));
+    auto preview = PreviewImport(session_, file, Choice(),
+                                 [&](std::int64_t done) { return progress->Advance(done); });
+    if (!preview) return false;
+    preview_ = std::move(*preview);
+  } catch (const DatabaseError& failure) {
+    session_.EndWith(failure, kTitle);
+  } catch (const std::runtime_error& failure) {
+    SayFailure(session_, failure.what());
+    return false;
+  }
+  ShowPreview();
+  return true;
+}
+
+void ImportaAdif::ShowPreview() {
+  const ImportCounts& counts = preview_.counts;
+  File.SetText(file_.filename().string());
+  Letti.SetText(std::to_string(counts.read));
+  Nuovi.SetText(std::to_string(counts.fresh));
+  Ripetuti.SetText(std::to_string(counts.repeated));
+  Rifiutati.SetText(std::to_string(counts.refused));
+  if (preview_.first) {
+    Periodo.SetText(
+        fmt::format("dal {} al {}", DateText(*preview_.first), DateText(*preview_.last)));
+  }
+  Bande.SetText(Listed(preview_.bands));
+  Modi.SetText(Listed(preview_.modes));
+  std::string warnings;
+  if (preview_.endsEarly) warnings = "Il file finisce a meta' di un record. ";
+  if (preview_.damaged > 0) warnings += fmt::format("Record danneggiati: {}.", preview_.damaged);
+  Avvisi.SetText(Trim(warnings));
+  ShowFirstRecords();
+}
+
+void ImportaAdif::ShowFirstRecords() {
+  StationTables tables(session_);
+  MappedRecord mapped;
+  Anteprima.SetRows(1 + static_cast<std::int64_t>(preview_.firstRecords.size()));
+  Anteprima.SetColumns(static_cast<int>(std::size(kHeadings)));
+  for (int i = 0; i < Anteprima.Columns(); ++i) Anteprima.SetCell(0, i, kHeadings[i]);
+  std::int64_t row = 0;
+  for (const FirstRecord& first : preview_.firstRecords) {
+    MapColumns(first.record, Choice(), tables, mapped);
+    Anteprima.ClearRow(++row);
+    if (!mapped.refusal.empty()) {
+      Anteprima.SetCell(row, 0, fmt::format("riga {}: {}", first.record.line, mapped.refusal));
+      continue;
+    }
+    Anteprima.SetCell(row, 0, first.repeated ? "ripetuto" : "nuovo");
+    for (int i = 1; i < Anteprima.Columns(); ++i) {
+      Anteprima.SetCell(row, i, CellText(mapped.contact, kHeadings[i]));
+    }
+  }
+  Anteprima.ContentChanged();
+}
+
+// What cannot be read is not imported, and nothing of such a file is unless the operator says so.
+bool ImportaAdif::AgreesToDamage() {
+  if (preview_.damaged == 0) return true;
+  return session_.Messages().AskYesNo(
+      kTitle, fmt::format("{} Importare lo stesso gli altri {} record ?", Avvisi.Text(),
+                          preview_.counts.read - preview_.counts.refused));
+}
+
+void ImportaAdif::cmImporta() {
+  if (!AgreesToDamage()) return;
+  session_.SaveSetting(kSection, "QslCartacea", QslCartacea.IsOn() ? "Y" : "N");
+  session_.SaveSetting(kSection, "QslLotw", QslLotw.IsOn() ? "Y" : "N");
+  session_.SaveSetting(kSection, "QslEqsl", QslEqsl.IsOn() ? "Y" : "N");
+  std::optional<ImportCounts> counts;
+  const std::filesystem::path report = session_.File(kReport);
+  try {
+    const BusyPointer busy(Host());
+    std::ofstream out(report, std::ios::binary | std::ios::trunc);
+    if (!out) {
+      throw std::runtime_error(
+          fmt::format("Il rapporto {} non si scrive", report.filename().string()));
+    }
+    out << fmt::format("Importazione ADIF del {}\r\nFile: {}\r\n\r\n", DateTimeText(session_.Now()),
+                       file_.filename().string());
+    const auto progress = session_.Machine.ShowProgress("Importazione", SizeOf(file_));
+    counts = ImportContacts(
+        session_, file_, {Choice(), ContattiRipetuti.Index() == 1},
+        [&](std::int64_t done) { return progress->Advance(done); }, out);
+    if (!counts) out << "Importazione interrotta: nessun record e' stato importato.\r\n";
+  } catch (const DatabaseError& failure) {
+    session_.EndWith(failure, kTitle);
+  } catch (const std::runtime_error& failure) {
+    SayFailure(session_, failure.what());
+    return;
+  }
+  if (!counts) {
+    session_.Messages().Show(MessageIcon::kExclamation, kTitle,
+                             "Importazione interrotta: nessun record e' stato importato.");
+    return;
+  }
+  session_.Messages().Show(
+      MessageIcon::kInformation, kTitle,
+      fmt::format("Record letti: {}\nImportati: {}\nRipetuti: {} (completati: {})\nRifiutati: {}\n"
+                  "Il rapporto e' nel file {}",
+                  counts->read, counts->fresh, counts->repeated, counts->completed, counts->refused,
+                  report.filename().string()));
+  Close();
+}
+
+void ImportaFileAdif(Session& session) {
+  if (!HasPlaceForFields(session)) return;
+  const auto file = session.Machine.PickFile(kTitle, kFiles);
+  if (!file) return;
+  auto& window = static_cast<ImportaAdif&>(*session.Windows.LoadNew("ImportaAdif"));
+  if (window.Preview(*file)) {
+    session.Windows.ShowModal(window);
+  } else {
+    window.Close();
+  }
+}
+
+}  // namespace brenvo

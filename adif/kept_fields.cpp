@@ -1,0 +1,43 @@
+#include "adif/kept_fields.h"
+
+#include <algorithm>
+
+namespace brenvo {
+
+KeptFields::KeptFields(Database& database) : table_(database.OpenTable(kTable)) {
+  table_->SetIndex("PrimaryKey");
+}
+
+std::vector<AdifField> KeptFields::Of(std::int64_t qsoNr) {
+  std::vector<AdifField> fields;
+  table_->Seek(SeekComparison::kGreaterOrEqual, {qsoNr});
+  if (table_->NoMatch()) return fields;
+  for (; !table_->EOF_() && table_->Field("QsoNr").Integer() == qsoNr; table_->MoveNext()) {
+    fields.push_back({table_->Field("Campo").Text(), table_->Field("Valore").Text()});
+  }
+  return fields;
+}
+
+void KeptFields::Add(std::int64_t qsoNr, const std::vector<AdifField>& fields) {
+  for (const AdifField& field : fields) {
+    table_->AddNew();
+    table_->Set("QsoNr", qsoNr);
+    table_->Set("Campo", field.name);
+    table_->Set("Valore", field.value);
+    table_->Update();
+  }
+}
+
+bool KeptFields::AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fields) {
+  const std::vector<AdifField> present = Of(qsoNr);
+  std::vector<AdifField> missing;
+  for (const AdifField& field : fields) {
+    const bool there = std::any_of(present.begin(), present.end(),
+                                   [&](const AdifField& each) { return each.name == field.name; });
+    if (!there) missing.push_back(field);
+  }
+  Add(qsoNr, missing);
+  return !missing.empty();
+}
+
+}  // namespace brenvo

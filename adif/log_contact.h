@@ -1,0 +1,46 @@
+// A contact with the columns of Log as plain values.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "base/date.h"
+#include "engine/recordset.h"
+
+namespace brenvo {
+
+// Null is the same as empty or 0 here.
+struct LogContact {
+  DateTime DataQso;
+  std::string Call, Manager, Qra, Qth, Prefisso, Continente, Country, Provincia, Locator, Banda,
+      Modo, Propagazione, QrkDato, QrkRicevuto, Note;
+  double ZonaCQ = 0, ZonaITU = 0, Qrb = 0, Potenza = 0;  // whole numbers
+  double Frequenza = 0;                                  // MHz
+  bool QslDaInviare = false, QslRicevuta = false, QslInviata = false;
+  friend bool operator==(const LogContact&, const LogContact&) = default;
+};
+
+struct ContactColumn {
+  std::string_view column;  // of Log
+  std::string_view field;   // of a log file: its exact value under this program's own name
+  std::variant<DateTime LogContact::*, std::string LogContact::*, double LogContact::*,
+               bool LogContact::*>
+      member;
+};
+// In the order of the table, QsoNr left out.
+const std::vector<ContactColumn>& ContactColumns();
+
+// The value of a column as text that SetColumnText takes back.
+std::string ColumnText(const LogContact& contact, const ContactColumn& column);
+// A text that is no value of the column leaves it as it was.
+void SetColumnText(LogContact& contact, const ContactColumn& column, std::string_view text);
+bool IsColumnEmpty(const LogContact& contact, const ContactColumn& column);
+
+LogContact ReadContact(Recordset& row);
+// Between AddNew or Edit and Update.
+void WriteContact(EditableRecordset& row, const LogContact& contact);
+void WriteColumn(EditableRecordset& row, const LogContact& contact, const ContactColumn& column);
+
+}  // namespace brenvo

@@ -1,0 +1,476 @@
+#include "adif/record_to_contact.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <unordered_map>
+
+#include "adif/adif_writer.h"
+#include "adif/contact_to_fields.h"
+#include "adif/dxcc_entities.h"
+#include "adif/escaped_text.h"
+#include "adif/plain_name.h"
+#include "base/number.h"
+#include "base/text.h"
+
+namespace brenvo {
+namespace {
+
+// The fields that the columns come from.
+enum Known : std::size_t {
+  kCall,
+  kQsoDate,
+  kTimeOn,
+  kTimeOff,
+  kBand,
+  kFreq,
+  kMode,
+  kSubmode,
+  kRstSent,
+  kRstRcvd,
+  kName,
+  kQth,
+  kGridSquare,
+  kDistance,
+  kPfx,
+  kDxcc,
+  kCountry,
+  kCqz,
+  kItuz,
+  kCont,
+  kState,
+  kPropMode,
+  kSatName,
+  kSatMode,
+  kTxPwr,
+  kQslSent,
+  kQslRcvd,
+  kQslVia,
+  kComment,
+  kNotes,
+  kLotwRcvd,
+  kEqslRcvd,
+  kKnown
+};
+
+struct KnownField {
+  std::string_view name;
+  Known known;
+  bool column;  // a column holds it
+};
+constexpr KnownField kKnownFields[] = {{"CALL", kCall, true},
+                                       {"QSO_DATE", kQsoDate, true},
+                                       {"TIME_ON", kTimeOn, true},
+                                       {"TIME_OFF", kTimeOff, false},
+                                       {"BAND", kBand, true},
+                                       {"FREQ", kFreq, true},
+                                       {"MODE", kMode, true},
+                                       {"SUBMODE", kSubmode, true},
+                                       {"RST_SENT", kRstSent, true},
+                                       {"RST_RCVD", kRstRcvd, true},
+                                       {"NAME", kName, true},
+                                       {"QTH", kQth, true},
+                                       {"GRIDSQUARE", kGridSquare, true},
+                                       {"DISTANCE", kDistance, true},
+                                       {"PFX", kPfx, true},
+                                       {"DXCC", kDxcc, true},
+                                       {"COUNTRY", kCountry, true},
+                                       {"CQZ", kCqz, true},
+                                       {"ITUZ", kItuz, true},
+                                       {"CONT", kCont, true},
+                                       {"STATE", kState, true},
+                                       {"VE_PROV", kState, true},
+                                       {"PROP_MODE", kPropMode, true},
+                                       {"SAT_NAME", kSatName, true},
+                                       {"SAT_MODE", kSatMode, true},
+                                       {"TX_PWR", kTxPwr, true},
+                                       {"QSL_SENT", kQslSent, true},
+                                       {"QSL_RCVD", kQslRcvd, true},
+                                       {"QSL_VIA", kQslVia, true},
+                                       {"COMMENT", kComment, true},
+                                       {"NOTES", kNotes, true},
+                                       {"LOTW_QSL_RCVD", kLotwRcvd, false},
+                                       {"EQSL_QSL_RCVD", kEqslRcvd, false}};
+
+const KnownField* FindKnown(std::string_view name) {
+  static const auto kByName = [] {
+    std::unordered_map<std::string_view, const KnownField*> fields;
+    for (const KnownField& field : kKnownFields) fields.emplace(field.name, &field);
+    return fields;
+  }();
+  const auto found = kByName.find(name);
+  return found == kByName.end() ? nullptr : found->second;
+}
+
+constexpr std::string_view kOwnPrefix = "APP_BRENVO_";
+
+// The record's fields by what they are; an empty text for what it does not say.
+class Fields {
+ public:
+  explicit Fields(const AdifRecord& record) {
+    for (const AdifField& field : record.fields) {
+      const KnownField* known = field.value.empty() ? nullptr : FindKnown(field.name);
+      if (known != nullptr && values_[known->known].empty()) values_[known->known] = field.value;
+    }
+  }
+  std::string_view operator[](Known known) const { return values_[known]; }
+  bool Says(Known known) const { return !values_[known].empty(); }
+
+ private:
+  std::array<std::string_view, kKnown> values_{};
+};
+
+// One line of text.
+std::string Line(std::string_view text) {
+  std::string line;
+  for (const char c : Stripped(text)) {
+    const bool end = c == '\r' || c == '\n';
+    if (!end) {
+      line += c;
+    } else if (line.back() != ' ') {
+      line += ' ';
+    }
+  }
+  return line;
+}
+
+std::optional<double> NumberIn(std::string_view text) {
+  std::string plain(Stripped(text));
+  std::replace(plain.begin(), plain.end(), ',', '.');
+  double value = 0;
+  const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+  if (error != std::errc() || end == plain.data() || !std::isfinite(value)) return std::nullopt;
+  // A unit may follow ("100 W"), but no further number.
+  const std::string_view rest = Stripped(std::string_view(end, plain.data() + plain.size()));
+  const bool digits = rest.find_first_of("0123456789") != std::string_view::npos;
+  return digits || value < 0 ? std::nullopt : std::optional(value);
+}
+
+std::optional<int> WholeIn(std::string_view text, int least, int most) {
+  const auto number = NumberIn(text);
+  if (!number || *number < least || *number > most || *number != std::floor(*number)) {
+    return std::nullopt;
+  }
+  return static_cast<int>(*number);
+}
+
+std::string DigitsOf(std::string_view text, std::string_view separators) {
+  std::string digits;
+  for (const char c : text) {
+    if (c >= '0' && c <= '9') {
+      digits += c;
+    } else if (separators.find(c) == std::string_view::npos) {
+      return {};
+    }
+  }
+  return digits;
+}
+
+int Part(const std::string& digits, std::size_t at, std::size_t count) {
+  return static_cast<int>(Val(digits.substr(at, count)));
+}
+
+std::optional<DateTime> DateIn(std::string_view text) {
+  const std::string digits = DigitsOf(text, "-/.");
+  if (digits.size() != 8) return std::nullopt;
+  return ParseIso(fmt::format("{}-{}-{} 00:00:00", digits.substr(0, 4), digits.substr(4, 2),
+                              digits.substr(6, 2)));
+}
+
+std::optional<DateTime> TimeIn(std::string_view text) {
+  std::string digits = DigitsOf(text, ":. ");
+  if (digits.size() == 3 || digits.size() == 5) digits.insert(0, "0");  // "930"
+  if (digits.size() == 4) digits += "00";
+  if (digits.size() != 6) return std::nullopt;
+  const int hour = Part(digits, 0, 2), minute = Part(digits, 2, 2), second = Part(digits, 4, 2);
+  if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
+  return DateTime::FromSeconds((hour * 60 + minute) * 60 + second);
+}
+
+bool IsCall(std::string_view call) {
+  return std::all_of(call.begin(), call.end(), [](char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '/' || c == '-';
+  });
+}
+
+// Empty when call, date and time are right.
+std::string MapWhoAndWhen(const Fields& fields, LogContact& contact) {
+  contact.Call = UpperAscii(fields[kCall]);
+  if (contact.Call.empty()) return "manca il nominativo (CALL)";
+  if (!IsCall(contact.Call)) return fmt::format("nominativo non valido: {}", fields[kCall]);
+  if (!fields.Says(kQsoDate)) return "manca la data (QSO_DATE)";
+  const auto date = DateIn(fields[kQsoDate]);
+  if (!date) return fmt::format("data non valida: {}", fields[kQsoDate]);
+  contact.DataQso = *date;
+  const Known timeField = fields.Says(kTimeOn) ? kTimeOn : kTimeOff;
+  if (!fields.Says(timeField)) return {};
+  const auto time = TimeIn(fields[timeField]);
+  if (!time) return fmt::format("ora non valida: {}", fields[timeField]);
+  contact.DataQso = *date + *time;
+  return {};
+}
+
+void MapBand(const Fields& fields, const StationTables& tables, LogContact& contact) {
+  const AdifBand* band = FindAdifBand(fields[kBand]);
+  double frequency = NumberIn(fields[kFreq]).value_or(0);
+  // Kilohertz where megahertz are due.
+  constexpr double kKhzPerMhz = 1000;
+  const double inMhz = frequency / kKhzPerMhz;
+  if (band != nullptr
+          ? frequency > band->upper && inMhz >= band->lower && inMhz <= band->upper
+          : AdifBandAt(Mhz(frequency)) == nullptr && AdifBandAt(Mhz(inMhz)) != nullptr) {
+    frequency = inMhz;
+  }
+  if (band != nullptr) {
+    contact.Banda = tables.BandaOf(band->name);
+  } else if (frequency != 0) {
+    contact.Banda = tables.BandaAt(Mhz(frequency));
+  }
+  contact.Frequenza = frequency != 0 || contact.Banda.empty()
+                          ? frequency
+                          : tables.FrequencyOf(contact.Banda).Value();
+}
+
+void MapMode(const Fields& fields, StationTables& tables, LogContact& contact) {
+  contact.Modo = tables.ModoOf(fields[kMode], fields[kSubmode]);
+  contact.Propagazione = tables.PropagazioneOf(fields[kPropMode]);
+  if (!fields.Says(kSatName)) return;
+  std::string satelliteMode(fields[kSatMode]);
+  std::erase_if(satelliteMode, [](char c) { return c == '/' || c == ',' || c == ' '; });
+  std::string satellite = Line(fields[kSatName]);
+  std::replace(satellite.begin(), satellite.end(), '/', '-');
+  contact.Note = fmt::format("[{}/{}/{}]", satellite, satelliteMode, contact.Modo);
+  contact.Modo = kSatellite;
+  contact.Propagazione = kSatellite;
+}
+
+// Where the record is silent the prefix table speaks.
+void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact) {
+  const PrefixFacts& prefix = tables.Prefix(contact.Call);
+  contact.Prefisso = prefix.Prefisso;
+  constexpr std::size_t kLongestPrefix = 5;
+  if (fields.Says(kPfx)) {
+    const std::string told = UpperAscii(fields[kPfx]);
+    if (IsCall(told) && told.size() <= kLongestPrefix) contact.Prefisso = told;
+  }
+  contact.ZonaCQ = WholeIn(fields[kCqz], 1, 40).value_or(static_cast<int>(prefix.ZonaCQ));
+  contact.ZonaITU = WholeIn(fields[kItuz], 1, 90).value_or(static_cast<int>(prefix.ZonaITU));
+  contact.Continente =
+      IsAdifContinent(fields[kCont]) ? UpperAscii(fields[kCont]) : prefix.Continente;
+
+  contact.Country = prefix.Country;
+  const auto number = WholeIn(fields[kDxcc], 0, 999);
+  if (number && *number == 0) {
+    contact.Country.clear();
+  } else if (const DxccEntity* entity = number ? FindDxccEntity(*number) : nullptr) {
+    contact.Country = entity->country;
+  } else if (fields.Says(kCountry)) {
+    const DxccEntity* named = FindDxccEntityNamed(fields[kCountry]);
+    const std::string listed = tables.CountryNamed(fields[kCountry]);
+    if (named != nullptr) contact.Country = named->country;
+    if (named == nullptr && !listed.empty()) contact.Country = listed;
+  }
+  const std::string province = UpperAscii(fields[kState]);
+  if (!province.empty() && tables.IsProvince(contact.Country, province))
+    contact.Provincia = province;
+}
+
+void MapQsl(const Fields& fields, const QslChoice& choice, LogContact& contact) {
+  const auto is = [&](Known known, std::string_view words) {
+    return fields[known].size() == 1 && words.find(UpperAscii(fields[known])) != words.npos;
+  };
+  constexpr std::string_view kYes = "Y", kReceived = "YV", kWanted = "RQ";
+  contact.QslInviata = is(kQslSent, kYes);
+  contact.QslDaInviare = is(kQslSent, kWanted);
+  contact.QslRicevuta = (choice.card && is(kQslRcvd, kReceived)) ||
+                        (choice.lotw && is(kLotwRcvd, kReceived)) ||
+                        (choice.eqsl && is(kEqslRcvd, kReceived));
+}
+
+void MapNote(const Fields& fields, LogContact& contact) {
+  if (!contact.Note.empty()) return;  // the satellite's shorthand stands alone, for the labels
+  contact.Note = Line(fields[kComment]);
+  const std::string notes = Line(fields[kNotes]);
+  if (notes.empty() || contact.Note.find(notes) != std::string::npos) return;
+  contact.Note += (contact.Note.empty() ? "" : " ") + notes;
+}
+
+void MapOwnFields(const AdifRecord& record, LogContact& contact) {
+  for (const AdifField& field : record.fields) {
+    if (!field.name.starts_with(kOwnPrefix)) continue;
+    for (const ContactColumn& column : ContactColumns()) {
+      if (column.field == field.name) SetColumnText(contact, column, UnescapeText(field.value));
+    }
+  }
+}
+
+bool IsNumberField(std::string_view name) {
+  constexpr std::string_view kNumbers[] = {"FREQ", "TX_PWR", "DISTANCE", "CQZ", "ITUZ", "DXCC"};
+  return std::find(std::begin(kNumbers), std::end(kNumbers), name) != std::end(kNumbers);
+}
+
+bool IsWordField(std::string_view name) {
+  constexpr std::string_view kTexts[] = {"NAME", "QTH", "COMMENT", "NOTES"};
+  return std::find(std::begin(kTexts), std::end(kTexts), name) == std::end(kTexts);
+}
+
+// Whether two values of a column's field say the same.
+bool SaySame(std::string_view name, std::string_view a, std::string_view b) {
+  if (a == b) return true;
+  if (IsNumberField(name)) {
+    const auto x = NumberIn(a), y = NumberIn(b);
+    return x && y && *x == *y;
+  }
+  if (name == "TIME_ON") {
+    const auto x = TimeIn(a), y = TimeIn(b);
+    return x && y && *x == *y;
+  }
+  return IsWordField(name) && SameText(a, b);
+}
+
+void Keep(std::vector<AdifField>& kept, std::string_view name, std::string_view value) {
+  if (value.empty()) return;
+  for (const AdifField& field : kept) {
+    if (field.name == name) return;
+  }
+  kept.push_back({std::string(name), std::string(value)});
+}
+
+// A submode under the name of a mode, as it used to be written, is told as what it is.
+bool IsToldAsSubmode(const AdifField& field, const std::vector<AdifField>& told) {
+  const auto mode = field.name == "MODE" ? FindAdifMode(field.value) : std::nullopt;
+  return mode && !mode->submode.empty() &&
+         std::find(told.begin(), told.end(), AdifField{"SUBMODE", mode->submode}) != told.end();
+}
+
+void KeepTheRest(const AdifRecord& record, const StationTables& tables, MappedRecord& mapped) {
+  const std::vector<AdifField> told = ColumnFields(mapped.contact, tables);
+  for (const AdifField& field : record.fields) {
+    if (field.value.empty()) continue;
+    if (field.name.starts_with(kKeptPrefix)) {
+      Keep(mapped.kept, std::string_view(field.name).substr(kKeptPrefix.size()),
+           UnescapeText(field.value));
+    }
+  }
+  for (const AdifField& field : record.fields) {
+    if (field.value.empty() || field.name.starts_with(kOwnPrefix)) continue;
+    const KnownField* known = FindKnown(field.name);
+    if (known != nullptr && known->column) {
+      // Also as a file in which some of its letters had no place would have it.
+      const bool given = std::any_of(told.begin(), told.end(), [&](const AdifField& each) {
+        return each.name == field.name && (SaySame(field.name, each.value, field.value) ||
+                                           TextOfBytes(AdifBytes(each.value)) == field.value);
+      });
+      if (given || IsToldAsSubmode(field, told)) continue;
+    }
+    Keep(mapped.kept, field.name, field.value);
+  }
+}
+
+}  // namespace
+
+void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
+                MappedRecord& mapped) {
+  mapped.contact = {};
+  mapped.kept.clear();
+  mapped.refusal = record.fault;
+  if (!mapped.refusal.empty()) return;
+  const Fields fields(record);
+  LogContact& contact = mapped.contact;
+  mapped.refusal = MapWhoAndWhen(fields, contact);
+  if (!mapped.refusal.empty()) return;
+  MapBand(fields, tables, contact);
+  MapMode(fields, tables, contact);
+  MapCountry(fields, tables, contact);
+  contact.QrkDato = Line(fields[kRstSent]);
+  contact.QrkRicevuto = Line(fields[kRstRcvd]);
+  contact.Qra = Line(fields[kName]);
+  contact.Qth = Line(fields[kQth]);
+  contact.Manager = Line(fields[kQslVia]);
+  const std::string locator = UpperAscii(fields[kGridSquare]);
+  if (IsGridSquare(locator)) contact.Locator = locator;
+  const auto distance = NumberIn(fields[kDistance]);
+  contact.Qrb = distance                  ? std::round(*distance)
+                : contact.Locator.empty() ? 0
+                                          : tables.Distance(contact.Locator);
+  contact.Potenza = std::round(NumberIn(fields[kTxPwr]).value_or(0));
+  MapQsl(fields, choice, contact);
+  MapNote(fields, contact);
+  MapOwnFields(record, contact);
+}
+
+void MapRecord(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
+               MappedRecord& mapped) {
+  MapColumns(record, choice, tables, mapped);
+  if (mapped.refusal.empty()) KeepTheRest(record, tables, mapped);
+}
+
+bool IsColumnField(std::string_view name) {
+  const KnownField* known = FindKnown(name);
+  return known != nullptr && known->column;
+}
+
+bool IsValidColumnField(const AdifField& field) {
+  const std::string value = UpperAscii(field.value);
+  const auto oneOf = [&](std::string_view letters) {
+    return value.size() == 1 && letters.find(value) != std::string_view::npos;
+  };
+  const KnownField* known = FindKnown(field.name);
+  if (known == nullptr) return true;
+  switch (known->known) {
+    case kQsoDate:
+      return value.size() == 8 && DateIn(value).has_value();
+    case kTimeOn:
+      return (value.size() == 4 || value.size() == 6) && TimeIn(value).has_value();
+    case kBand:
+      return FindAdifBand(value) != nullptr;
+    case kMode: {
+      const auto mode = FindAdifMode(value);
+      return mode && mode->submode.empty();
+    }
+    case kPropMode:
+      return !PropagationOf(value).empty();
+    case kGridSquare:
+      return IsGridSquare(value);
+    case kCqz:
+      return WholeIn(value, 1, 40).has_value();
+    case kItuz:
+      return WholeIn(value, 1, 90).has_value();
+    case kCont:
+      return IsAdifContinent(value);
+    case kDxcc: {
+      const auto number = WholeIn(value, 0, 999);
+      return number && (*number == 0 || FindDxccEntity(*number) != nullptr);
+    }
+    case kFreq:
+    case kDistance:
+    case kTxPwr:
+      return !value.empty() && value.find_first_not_of("0123456789.") == value.npos &&
+             NumberIn(value).has_value();
+    case kQslSent:
+      return oneOf("YNRQI");
+    case kQslRcvd:
+      return oneOf("YNRI");
+    case kNotes:
+      return true;
+    default:
+      return field.value.find_first_of("\r\n") == std::string::npos;
+  }
+}
+
+SatelliteNote ParseSatelliteNote(std::string_view note) {
+  if (note.size() < 4 || note.front() != '[' || note.back() != ']') return {};
+  const std::string_view inside = note.substr(1, note.size() - 2);
+  const std::size_t first = inside.find('/');
+  const std::size_t second = first == inside.npos ? first : inside.find('/', first + 1);
+  if (second == inside.npos || first == 0) return {};
+  return {std::string(inside.substr(0, first)),
+          std::string(inside.substr(first + 1, second - first - 1)),
+          std::string(inside.substr(second + 1))};
+}
+
+}  // namespace brenvo

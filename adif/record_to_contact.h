@@ -1,0 +1,50 @@
+// A record of a log file as a contact of Log.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "adif/adif_reader.h"
+#include "adif/log_contact.h"
+#include "adif/station_tables.h"
+
+namespace brenvo {
+
+// What counts as QslRicevuta.
+struct QslChoice {
+  bool card = true, lotw = false, eqsl = false;
+};
+
+struct MappedRecord {
+  LogContact contact;
+  // What the columns do not hold, each name once: fields without a column, and those whose own
+  // words the column's value does not give back.
+  std::vector<AdifField> kept;
+  std::string refusal;  // Italian; empty when the contact can be stored
+};
+
+// Fills all of `mapped`. Prefix, country, zones and continent come from the prefix table where the
+// record is silent, the band from the frequency and the frequency from the band, the distance from
+// the locators.
+void MapRecord(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
+               MappedRecord& mapped);
+// The same without `kept`, for those who look at the columns alone.
+void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
+                MappedRecord& mapped);
+
+// Whether the columns of Log hold what a field of this name says.
+bool IsColumnField(std::string_view name);
+// Whether a field of the columns has a value that the standard allows.
+bool IsValidColumnField(const AdifField& field);
+
+// The satellite's shorthand in a note, "[AO-7/B/SSB]"; all empty when the note is none.
+struct SatelliteNote {
+  std::string satellite, satelliteMode, mode;
+};
+SatelliteNote ParseSatelliteNote(std::string_view note);
+inline constexpr std::string_view kSatellite = "Satellite";  // as a mode and as a propagation
+
+// A kept field whose own name would not be valid, or would not bring its text over.
+inline constexpr std::string_view kKeptPrefix = "APP_BRENVO_KEPT_";
+
+}  // namespace brenvo

@@ -1,0 +1,183 @@
+#include "adif/station_tables.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "adif/plain_name.h"
+#include "base/text.h"
+#include "core/locator.h"
+#include "core/modules.h"
+#include "core/prefix.h"
+
+namespace brenvo {
+namespace {
+
+// Prefixes remembered at a time.
+constexpr std::size_t kMostPrefixes = 20000;
+// Modes likewise.
+constexpr std::size_t kMostWords = 1000;
+constexpr double kKhzPerMhz = 1000;
+
+std::vector<std::string> ColumnOf(Session& session, std::string_view select) {
+  std::vector<std::string> texts;
+  const auto rows = session.Db.OpenSnapshot(select);
+  for (; !rows->EOF_(); rows->MoveNext()) texts.push_back(rows->Field(0).Text());
+  return texts;
+}
+
+std::string InList(const std::vector<std::string>& list, std::string_view word) {
+  const auto at = std::find_if(list.begin(), list.end(),
+                               [&](const std::string& each) { return SameText(Trim(each), word); });
+  return at == list.end() || word.empty() ? std::string() : *at;
+}
+
+// " 20 m" and "70cm" as the standard writes them.
+std::string PlainBand(std::string_view banda) {
+  std::string plain;
+  for (const char c : banda) {
+    if (c != ' ') plain += c;
+  }
+  return plain;
+}
+
+// In the style of the delivered names: three places for the number, then the unit.
+std::string MadeUpBanda(std::string_view adifBand) {
+  const std::size_t digits = adifBand.find_first_not_of("0123456789");
+  const std::string_view unit = adifBand.substr(std::min(digits, adifBand.size()));
+  if (digits > 3 || (unit != "m" && unit != "cm")) return std::string(adifBand);
+  return fmt::format("{:>3}{:>2}", adifBand.substr(0, digits), unit);
+}
+
+}  // namespace
+
+StationTables::StationTables(Session& session) : session_(session) {
+  const auto bands = session.Db.OpenSnapshot(
+      "Select Banda,Frequenza,FrequenzaI,FrequenzaF from UserRTX Order By Frequenza");
+  for (; !bands->EOF_(); bands->MoveNext()) {
+    const std::string banda = bands->Field(0).Text();
+    bands_.push_back({banda, PlainBand(banda), bands->Field(1).Number(),
+                      bands->Field(2).Number() / kKhzPerMhz,
+                      bands->Field(3).Number() / kKhzPerMhz});
+  }
+  modes_ = ColumnOf(session, "select Modo from Modi order by Codice");
+  propagations_ = ColumnOf(session, "select Propagazione from Propagazione order by Codice");
+  const auto countries = session.Db.OpenSnapshot("select Country,Descrizione from Country");
+  for (; !countries->EOF_(); countries->MoveNext()) {
+    const std::string code = Trim(countries->Field(0).Text());
+    countries_.insert(code);
+    countryNames_.emplace(PlainName(countries->Field(1).Text()), code);
+  }
+  const auto provinces = session.Db.OpenSnapshot("select Country,Provincia from Provincie");
+  for (; !provinces->EOF_(); provinces->MoveNext()) {
+    provinces_.insert(Trim(provinces->Field(0).Text()) + '|' + Trim(provinces->Field(1).Text()));
+  }
+}
+
+std::string StationTables::BandaOf(std::string_view adifBand) const {
+  const auto named = std::find_if(bands_.begin(), bands_.end(),
+                                  [&](const Band& band) { return SameText(band.plain, adifBand); });
+  if (named != bands_.end()) return named->banda;
+  const AdifBand* wanted = FindAdifBand(adifBand);
+  if (wanted == nullptr) return {};
+  for (const Band& band : bands_) {
+    if (band.frequency >= wanted->lower && band.frequency <= wanted->upper) return band.banda;
+  }
+  return MadeUpBanda(wanted->name);
+}
+
+std::string StationTables::BandaAt(Mhz frequency) const {
+  for (const Band& band : bands_) {
+    if (frequency.Value() >= band.lower && frequency.Value() <= band.upper) return band.banda;
+  }
+  const AdifBand* band = AdifBandAt(frequency);
+  return band == nullptr ? std::string() : BandaOf(band->name);
+}
+
+Mhz StationTables::FrequencyOf(std::string_view banda) const {
+  for (const Band& band : bands_) {
+    if (SameText(band.banda, banda)) return Mhz(band.frequency);
+  }
+  const AdifBand* band = FindAdifBand(PlainBand(banda));
+  return Mhz(band == nullptr ? 0 : band->lower);
+}
+
+const AdifBand* StationTables::AdifBandOf(std::string_view banda, Mhz frequency) const {
+  if (const AdifBand* named = FindAdifBand(PlainBand(banda))) return named;
+  for (const Band& band : bands_) {
+    if (SameText(band.banda, banda)) return AdifBandAt(Mhz(band.frequency));
+  }
+  return AdifBandAt(frequency);
+}
+
+const std::string& StationTables::ModoOf(std::string_view mode, std::string_view submode) {
+  std::string key(mode);
+  key.append("|").append(submode);
+  if (const auto known = foundModes_.find(key); known != foundModes_.end()) return known->second;
+  if (foundModes_.size() >= kMostWords) foundModes_.clear();
+  return foundModes_.emplace(std::move(key), FindModo(mode, submode)).first->second;
+}
+
+std::string StationTables::FindModo(std::string_view mode, std::string_view submode) const {
+  for (const std::string_view word : {submode, mode}) {
+    for (const std::string_view name : {ModeOfAdifWord(word), word}) {
+      const std::string listed = InList(modes_, name);
+      if (!listed.empty()) return listed;
+    }
+  }
+  return UpperAscii(submode.empty() ? mode : submode);
+}
+
+std::string StationTables::PropagazioneOf(std::string_view adif) const {
+  const std::string_view meant = PropagationOf(adif);
+  const std::string listed = InList(propagations_, meant.empty() ? adif : meant);
+  return listed.empty() ? std::string(meant) : listed;
+}
+
+const PrefixFacts& StationTables::Prefix(std::string_view call) {
+  std::string candidate = PrefixCandidate(call);
+  if (const auto known = prefixes_.find(candidate); known != prefixes_.end()) return known->second;
+  if (prefixes_.size() >= kMostPrefixes) prefixes_.clear();
+  PrefixFacts facts;
+  const ResolvedPrefix resolved = ResolvePrefix(session_, call);
+  if (!resolved.Prefisso.empty()) {
+    Table& prefissi = *session_.TbPrefissi;
+    facts = {resolved.Prefisso, resolved.Country, FieldText(prefissi, "Continente"),
+             prefissi.Field("Zona CQ").Number(), prefissi.Field("Zona ITU").Number()};
+  }
+  return prefixes_.emplace(std::move(candidate), std::move(facts)).first->second;
+}
+
+std::string StationTables::CountryNamed(std::string_view name) const {
+  const auto found = countryNames_.find(PlainName(name));
+  return found == countryNames_.end() ? std::string() : found->second;
+}
+
+bool StationTables::IsProvince(std::string_view country, std::string_view province) const {
+  return provinces_.contains(std::string(country) + '|' + std::string(province));
+}
+
+double StationTables::Distance(std::string_view locator) const {
+  constexpr std::size_t kSquare = 4, kSubsquare = 6;
+  if (!IsValidLocator(session_.MyLocator)) return 0;
+  std::string there(locator.substr(0, kSubsquare));
+  if (there.size() == kSquare) there += "MM";
+  if (!IsValidLocator(there)) return 0;
+  try {
+    return QrbKm(session_.MyLocator.substr(0, kSubsquare), there);
+  } catch (const std::domain_error&) {
+    return 1;  // the same place by rounding
+  }
+}
+
+bool IsGridSquare(std::string_view text) {
+  if (text.size() != 4 && text.size() != 6 && text.size() != 8) return false;
+  const auto within = [&](std::size_t at, char first, char last) {
+    return at >= text.size() ||
+           (text[at] >= first && text[at] <= last && text[at + 1] >= first && text[at + 1] <= last);
+  };
+  return within(0, 'A', 'R') && within(2, '0', '9') && within(4, 'A', 'X') && within(6, '0', '9');
+}
+
+}  // namespace brenvo

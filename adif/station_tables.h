@@ -1,0 +1,66 @@
+// What the station's own tables say of bands, modes, propagations, prefixes and provinces, held in
+// memory for the length of one import or export.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "adif/adif_names.h"
+#include "core/session.h"
+
+namespace brenvo {
+
+struct PrefixFacts {
+  std::string Prefisso, Country, Continente;  // empty when the call is not resolved
+  double ZonaCQ = 0, ZonaITU = 0;
+};
+
+class StationTables {
+ public:
+  explicit StationTables(Session& session);
+
+  // The station's name of a band of the standard; in the style of the delivered names where it has
+  // none.
+  std::string BandaOf(std::string_view adifBand) const;
+  std::string BandaAt(Mhz frequency) const;  // empty where there is no band
+  Mhz FrequencyOf(std::string_view banda) const;
+  // Null where the standard has no such band.
+  const AdifBand* AdifBandOf(std::string_view banda, Mhz frequency) const;
+
+  const std::string& ModoOf(std::string_view mode, std::string_view submode);
+  std::string PropagazioneOf(std::string_view adif) const;  // empty when it means nothing here
+
+  const PrefixFacts& Prefix(std::string_view call);
+  bool IsCountry(std::string_view code) const { return countries_.contains(std::string(code)); }
+  // The code under which table Country lists a name; empty for none.
+  std::string CountryNamed(std::string_view name) const;
+  bool IsProvince(std::string_view country, std::string_view province) const;
+
+  // Whole km from the own locator to a locator of 4 characters (the middle of its square) or of
+  // 6 and more; 0 where the own one is missing.
+  double Distance(std::string_view locator) const;
+
+ private:
+  struct Band {
+    std::string banda, plain;
+    double frequency = 0, lower = 0, upper = 0;  // MHz
+  };
+
+  std::string FindModo(std::string_view mode, std::string_view submode) const;
+
+  Session& session_;
+  std::vector<Band> bands_;
+  std::vector<std::string> modes_, propagations_;
+  std::unordered_set<std::string> countries_, provinces_;
+  std::unordered_map<std::string, std::string> countryNames_;
+  std::unordered_map<std::string, PrefixFacts> prefixes_;
+  std::unordered_map<std::string, std::string> foundModes_;  // by mode and submode
+};
+
+// Two letters, two digits, and again up to eight characters; case counts.
+bool IsGridSquare(std::string_view text);
+
+}  // namespace brenvo

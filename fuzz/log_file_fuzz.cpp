@@ -1,0 +1,61 @@
+// Links: adif
+// Arbitrary bytes as a log file: however they come, the same records; never more memory than a
+// record's; and what the reader took for sound is read again as it was when it is written.
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "adif/adif_reader.h"
+#include "adif/adif_writer.h"
+#include "adif/escaped_text.h"
+
+namespace {
+
+using namespace brenvo;
+
+std::vector<AdifRecord> ReadAll(std::string_view bytes, std::size_t piece) {
+  AdifReader reader([&](char* buffer, std::size_t size) {
+    const std::size_t count = bytes.copy(buffer, std::min(size, piece));
+    bytes.remove_prefix(count);
+    return count;
+  });
+  std::vector<AdifRecord> records;
+  AdifRecord record;
+  while (reader.Next(record)) {
+    if (reader.RecordBytes().size() > 2 * AdifReader::kLongestRecord) std::abort();
+    if (record.line < 1 || (record.fields.empty() && record.fault.empty())) std::abort();
+    records.push_back(record);
+  }
+  return records;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size < 1) return 0;
+  const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
+  const auto whole = ReadAll(bytes, bytes.size() + 1);
+  const auto pieces = ReadAll(bytes, 1u + data[0] % 32u);
+  if (whole.size() != pieces.size()) std::abort();
+  for (std::size_t i = 0; i < whole.size(); ++i) {
+    const AdifRecord& record = whole[i];
+    if (record.line != pieces[i].line || record.fault != pieces[i].fault ||
+        record.fields != pieces[i].fields) {
+      std::abort();
+    }
+    if (!record.fault.empty()) continue;
+    std::vector<AdifField> fields;
+    for (const AdifField& field : record.fields) {
+      fields.push_back({field.name, EscapeText(field.value)});
+      if (UnescapeText(fields.back().value) != field.value) std::abort();
+    }
+    const auto again = ReadAll(AdifLine(fields), 4096);
+    if (again.size() != 1 || again[0].fields.size() != fields.size()) std::abort();
+    for (std::size_t n = 0; n < fields.size(); ++n) {
+      if (again[0].fields[n].value != fields[n].value) std::abort();
+    }
+  }
+  OtherThanAdif(bytes);
+  return 0;
+}

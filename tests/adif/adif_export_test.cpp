@@ -1,0 +1,129 @@
+#include "adif/adif_export.h"
+
+#include "tests/adif/adif_station.h"
+#include "tests/support/adif_samples.h"
+
+namespace brenvo {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+class AdifExportTest : public AdifStation {
+ protected:
+  // Export, import into an empty log, export again.
+  void ExpectRoundTrip() {
+    const std::string first = Export();
+    const auto file = Write("again.adi", first);
+    EmptyTheLog();
+    const ImportCounts counts = Import(file);
+    EXPECT_EQ(counts.refused + counts.repeated, 0) << Report;
+    const std::string second = Export();
+    EXPECT_TRUE(first == second) << first.substr(0, 3000) << "\n-- again --\n"
+                                 << second.substr(0, 3000);
+  }
+  void Insert(std::string_view columns, std::string_view values) {
+    session.Db.Execute("insert into Log (" + std::string(columns) + ") values (" +
+                       std::string(values) + ")");
+  }
+};
+
+TEST_F(AdifExportTest, TheFileIsAsItWasReadAndFoundRight) {
+  for (const char* sample : {"wsjtx.adi", "hrd.adi", "log4om.adi", "standard.adi"}) {
+    Import(Sample(sample));
+  }
+  ExpectGolden("adif/golden/samples.adi", Export());
+}
+
+TEST_F(AdifExportTest, EverySampleComesBackAsItWasExported) {
+  for (const auto& entry : std::filesystem::directory_iterator(Sample(""))) {
+    EmptyTheLog();
+    Import(entry.path(), {{true, true, true}, false});
+    SCOPED_TRACE(entry.path());
+    ExpectRoundTrip();
+  }
+}
+
+TEST_F(AdifExportTest, AThousandContactsComeBackAsTheyWere) {
+  std::string text;
+  for (int i = 0; i < 1000; ++i) text += GeneratedRecord(i);
+  EXPECT_EQ(Told(Import(Write("a.adi", text))), "1000 = 1000 + 0 + 0");
+  ExpectRoundTrip();
+}
+
+TEST_F(AdifExportTest, WhatTheStandardHasNoWordsForComesBackAllTheSame) {
+  Insert("DataQso,Call,Banda,Modo,Country,Note",
+         "'01/01/2001 10:00:00','IK3ABC','VHF','Piccione','','[E.S.] <eor> riga'");
+  Insert("DataQso,Call,Banda,Frequenza,Modo,Locator,Qrb,Prefisso,[Zona CQ]",
+         "'01/01/2001','IK3ABD','  2 m',0,'Satellite','JN65AA12BC',0,'IK3  ',99");
+  Insert("DataQso,Call,Banda,Modo,Note,QslDaInviare,QslInviata,Propagazione,Potenza,Qra",
+         "'01/01/2001 10:02:00','IK3ABE',' 70cm','Satellite','[QO-100/SX/SSB]',true,true,"
+         "'Troposcatter',-5,'Łódź Ã¨ \\ fine '");
+  Insert("DataQso,Call,Provincia,Qrb", "'01/01/2001 10:03:07','ik3abf','XX',-7");
+  Insert("DataQso,Call", "'01/01/2001 10:04:00','IK3ABG'");
+  session.Db.Execute("insert into LogAdif (QsoNr,Campo,Valore) values (1,'MY_CITY','Łódź')");
+  session.Db.Execute("insert into LogAdif (QsoNr,Campo,Valore) values (1,'CQZ','77')");
+  session.Db.Execute("insert into LogAdif (QsoNr,Campo,Valore) values (2,'SOCIO','è 12')");
+  const Texts before = Rows("Select * from Log order by DataQso,QsoNr");
+  const Texts kept = Rows("Select Campo,Valore from LogAdif order by Campo");
+  ExpectRoundTrip();
+  const Texts after = Rows("Select * from Log order by DataQso,QsoNr");
+  ASSERT_EQ(after.size(), before.size());
+  const auto withoutNumber = [](const std::string& row) { return row.substr(row.find('|')); };
+  // Null columns come back empty, or 0.
+  const auto withoutZeros = [&](std::string row) {
+    row = withoutNumber(row);
+    for (std::size_t at = 0; (at = row.find("|0", at)) != std::string::npos; ++at) {
+      if (at + 2 == row.size() || row[at + 2] == '|') row.erase(at + 1, 1);
+    }
+    return row;
+  };
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    EXPECT_EQ(withoutZeros(after[i]), withoutZeros(before[i]));
+  }
+  EXPECT_EQ(Rows("Select Campo,Valore from LogAdif order by Campo"), kept);
+}
+
+TEST_F(AdifExportTest, AContactWithoutCallOrDateIsLeftOutAndCounted) {
+  Insert("DataQso,Call", "'01/01/2001 10:04:00',''");
+  Insert("Call", "'IK3ABC'");
+  Insert("DataQso,Call", "'01/01/2001 10:04:00','IK3ABD'");
+  const auto counts = ExportContacts(session, kAllContacts, directory.Path() / "out.adi",
+                                     [](std::int64_t) { return true; });
+  EXPECT_EQ(counts->written, 1);
+  EXPECT_EQ(counts->leftOut, 2);
+}
+
+TEST_F(AdifExportTest, WhatTheOperatorChangedSinceIsTold) {
+  Import(Sample("hrd.adi"));
+  EXPECT_THAT(Export(), HasSubstr("<TX_PWR:4>12.5 "));
+  session.Db.Execute("UPDATE Log SET Potenza=50");
+  EXPECT_THAT(Export(), HasSubstr("<TX_PWR:2>50 "));
+  EXPECT_THAT(Export(), Not(HasSubstr("12.5")));
+}
+
+TEST_F(AdifExportTest, ACardThatCameSinceIsTold) {
+  Import(Write("a.adi", Tagged("CALL", "I1A") + Tagged("QSO_DATE", "20010203") +
+                            Tagged("QSL_RCVD", "R") + "<EOR>"));
+  EXPECT_THAT(Export(), HasSubstr("<QSL_RCVD:1>R "));
+  session.Db.Execute("UPDATE Log SET QslRicevuta=true");
+  EXPECT_THAT(Export(), HasSubstr("<QSL_RCVD:1>Y "));
+}
+
+TEST_F(AdifExportTest, AnExportThatIsStoppedLeavesTheOldFile) {
+  Import(Sample("hrd.adi"));
+  const auto file = Write("old.adi", "old");
+  EXPECT_FALSE(ExportContacts(session, kAllContacts, file, [](std::int64_t) { return false; }));
+  EXPECT_EQ(ReadBytes(file), "old");
+  EXPECT_FALSE(std::filesystem::exists(directory.Path() / "old.adi.new"));
+}
+
+TEST_F(AdifExportTest, OnlyUserFieldsOfTheSelectionAreDeclared) {
+  Import(Sample("standard.adi"));
+  EXPECT_THAT(Export("SELECT * FROM Log WHERE Call='ON4UN' ORDER BY DataQso"),
+              HasSubstr("<USERDEF1:8:M>QRP_ARCI\r\n<EOH>"));
+  EXPECT_THAT(Export(), HasSubstr("<USERDEF3:11:M>SWEATERSIZE\r\n<EOH>"));
+}
+
+}  // namespace
+}  // namespace brenvo

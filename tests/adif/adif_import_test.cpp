@@ -1,0 +1,303 @@
+#include "adif/adif_import.h"
+
+#include "tests/adif/adif_station.h"
+#include "tests/support/adif_samples.h"
+
+namespace brenvo {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class AdifImportTest : public AdifStation {};
+
+std::string Record(std::initializer_list<std::pair<std::string_view, std::string_view>> fields) {
+  std::string record;
+  for (const auto& [name, value] : fields) record += Tagged(name, value);
+  return record + "<EOR>\n";
+}
+
+// A record that can be stored, with further fields.
+std::string Contact(std::initializer_list<std::pair<std::string_view, std::string_view>> fields) {
+  return Tagged("CALL", "IK3ABC") + Tagged("QSO_DATE", "20010203") + Tagged("TIME_ON", "1015") +
+         Record(fields);
+}
+
+struct Sampled {
+  const char* file;
+  const char* counts;  // read = fresh + repeated + refused
+};
+
+TEST_F(AdifImportTest, EveryRecordOfEverySampleIsAccountedFor) {
+  const Sampled kSamples[] = {{"wsjtx.adi", "3 = 3 + 0 + 0"},    {"n1mm.adi", "3 = 2 + 1 + 0"},
+                              {"lotw.adi", "2 = 2 + 0 + 0"},     {"eqsl.adi", "2 = 2 + 0 + 0"},
+                              {"log4om.adi", "3 = 2 + 0 + 1"},   {"hrd.adi", "3 = 3 + 0 + 0"},
+                              {"logger32.adi", "6 = 2 + 0 + 4"}, {"damaged.adi", "6 = 3 + 0 + 3"},
+                              {"standard.adi", "2 = 2 + 0 + 0"}};
+  for (const auto& [file, counts] : kSamples) {
+    EmptyTheLog();
+    EXPECT_EQ(AdifStation::Told(Preview(Sample(file)).counts), counts) << file;
+    EXPECT_EQ(AdifStation::Told(Import(Sample(file))), counts) << file << Report;
+    EXPECT_EQ(Import(Sample(file)).fresh, 0) << file << ": a second import stores nothing";
+  }
+}
+
+TEST_F(AdifImportTest, ADigitalProgramsRecordsFillTheLog) {
+  Import(Sample("wsjtx.adi"));
+  EXPECT_THAT(
+      Rows("Select DataQso,Call,Banda,Frequenza,Modo,QrkDato,QrkRicevuto,Locator,Qrb,Prefisso,"
+           "Country,[Zona CQ],[Zona ITU],Continente,Potenza,Propagazione from Log order by QsoNr"),
+      ElementsAre(
+          "15/01/2023 18:10:30|K1ABC| 20 m|14.075123|FT8|-10|-07|FN42|6358|K1|K|5|8|NA|50|",
+          "15/01/2023 18:12:00|JA1DEF| 15 m|21.1409|FT4|+02|-15||0|JA1|JA|25|45|AS|0|",
+          "12/08/2023 03:59:45|DL5XY|  6 m|50.26|MSK144|+04|+06|JO31AA|802|DL5|DL|14|28|EU|0|"
+          "Meteor Scatter"));
+  EXPECT_THAT(Kept("K1ABC"), Contains("MY_GRIDSQUARE|JN65AA"));
+}
+
+TEST_F(AdifImportTest, AContestProgramsRepeatWithinAMinuteIsARepeat) {
+  Import(Sample("n1mm.adi"));
+  EXPECT_THAT(
+      Rows("Select DataQso,Call,Banda,Modo,[Zona CQ] from Log order by QsoNr"),
+      ElementsAre("26/11/2022 00:01:03|DL5XYZ| 20 m|CW|14", "26/11/2022 00:01:41|K1TT| 40 m|CW|5"));
+  EXPECT_THAT(Kept("DL5XYZ"), Contains("STX|1"));
+}
+
+TEST_F(AdifImportTest, RemarksBehindValuesAndTheEndMarkOfAConfirmationsReportCountForNothing) {
+  Import(Sample("lotw.adi"));
+  EXPECT_THAT(Rows("Select Call,Country,Provincia,Locator,[Zona CQ],[Zona ITU],QslRicevuta from "
+                   "Log order by QsoNr"),
+              ElementsAre("W1AW4|K|CT|FN31|5|8|-1", "VK9NS|VK9N|||32|60|-1"));
+}
+
+TEST_F(AdifImportTest, AMessageThatHoldsTagsIsKeptWhole) {
+  Import(Sample("eqsl.adi"));
+  EXPECT_THAT(Kept("EA5AB"), Contains("QSLMSG|73 de EA5AB <eor> <call:5>XXXXX bye"));
+  EXPECT_THAT(Rows("Select Call,Modo,QrkDato,QrkRicevuto from Log order by QsoNr"),
+              ElementsAre("EA5AB|PSK31|599|", "9A2ABC|FM|59|"));
+}
+
+TEST_F(AdifImportTest, Utf8WithLengthsInCharactersIsRead) {
+  Import(Sample("log4om.adi"));
+  EXPECT_THAT(Rows("Select Call,Qra,Qth,Locator,Provincia,Note,QslDaInviare,Modo from Log order by "
+                   "QsoNr"),
+              ElementsAre("IK3ABC|Nicolò|Forlì è città|JN65FR12|PD|Prima riga seconda riga|-1|SSB",
+                          "OE3XX|Jürgen||||Grüße aus Wien, ò à è|0|USB"));
+  EXPECT_THAT(Kept("IK3ABC"), Contains("LOCAL_CLUB|Città"));
+  EXPECT_THAT(Kept("IK3ABC"), Contains("NOTES|Prima riga\r\nseconda riga"));
+  EXPECT_THAT(Report, HasSubstr("nominativo non valido: OE3\xC4X"));
+}
+
+TEST_F(AdifImportTest, ASatelliteBecomesItsShorthandAndItsWordsStayBeside) {
+  Import(Sample("hrd.adi"));
+  EXPECT_THAT(Rows("Select Call,Modo,Propagazione,Note,Qra,Potenza,Qrb from Log order by QsoNr"),
+              ElementsAre("G4ABC|Satellite|Satellite|[AO-7/UV/USB]|André|13|1152",
+                          "F6ABC|PSK31|||Hélène|0|612", "F6ABD|Olivia||||0|0"));
+  EXPECT_THAT(Kept("G4ABC"), Contains("SAT_MODE|U/V"));
+  EXPECT_THAT(Kept("G4ABC"), Contains("COMMENT|buon segnale"));
+  EXPECT_THAT(Kept("G4ABC"), Contains("TX_PWR|12.5"));
+  EXPECT_THAT(Kept("F6ABD"), Contains("SUBMODE|OLIVIA 8/250"));
+}
+
+TEST_F(AdifImportTest, EachRefusalStandsInTheReportWithLineTextAndReason) {
+  Import(Sample("logger32.adi"));
+  EXPECT_EQ(Report,
+            "Riga 2: data non valida: 19991332\r\n"
+            "<Call:6>IK1ZZZ<Qso_Date:8>19991332<Time_On:4>1745<Band:3>80m<Mode:3>LSB<eor>\r\n\r\n"
+            "Riga 3: ora non valida: 2560\r\n"
+            "<Call:6>IK1ZZZ<Qso_Date:8>19991231<Time_On:4>2560<Band:3>80m<Mode:3>LSB<eor>\r\n\r\n"
+            "Riga 4: manca il nominativo (CALL)\r\n"
+            "<Qso_Date:8>19991231<Time_On:4>2359<Band:3>80m<Mode:3>LSB<eor>\r\n\r\n"
+            "Riga 5: manca la data (QSO_DATE)\r\n"
+            "<Call:6>IK1ZZZ<Time_On:4>2359<Band:3>80m<Mode:3>LSB<eor>\r\n\r\n"
+            "Record letti: 6\r\nImportati: 2\r\nRipetuti: 0 (completati: 0)\r\nRifiutati: 4\r\n");
+  EXPECT_THAT(Rows("Select DataQso,Call,Banda,Frequenza,Modo,Potenza,Provincia from Log order by "
+                   "QsoNr"),
+              ElementsAre("12/03/1999 17:45:00|IZ2AB| 80 m|3.7|LSB|100|MI",
+                          "31/12/1999|IK1ZZZ| 80 m|3.79|LSB|0|"));
+}
+
+TEST_F(AdifImportTest, OfADamagedFileAllSoundRecordsComeIn) {
+  const ImportPreview preview = Preview(Sample("damaged.adi"));
+  EXPECT_EQ(preview.damaged, 3);
+  EXPECT_TRUE(preview.endsEarly);
+  Import(Sample("damaged.adi"));
+  EXPECT_THAT(Rows("Select Call from Log order by QsoNr"),
+              ElementsAre("IK3AAA", "IK3CCC", "IK3EEE"));
+}
+
+TEST_F(AdifImportTest, TheBandComesFromTheFrequencyAndTheFrequencyFromTheBand) {
+  const struct {
+    std::pair<std::string_view, std::string_view> field;
+    const char* row;
+  } kCases[] = {{{"BAND", "2m"}, "  2 m|144.3"},
+                {{"BAND", "70CM"}, " 70cm|432.2"},
+                {{"FREQ", "144.050"}, "  2 m|144.05"},
+                {{"FREQ", "7.25"}, " 40 m|7.25"},
+                {{"FREQ", "14,2"}, " 20 m|14.2"},
+                {{"FREQ", "14074"}, " 20 m|14.074"},
+                {{"BAND", "4m"}, "  4 m|70"},
+                {{"BAND", "1.25m"}, "1.25m|222"},
+                {{"FREQ", "99"}, "|99"},
+                {{"NAME", "x"}, "|0"}};
+  for (const auto& [field, row] : kCases) {
+    EmptyTheLog();
+    Import(Write("a.adi", Contact({field})));
+    EXPECT_THAT(Rows("Select Banda,Frequenza from Log"), ElementsAre(row)) << field.second;
+  }
+}
+
+TEST_F(AdifImportTest, ModesAreThoseOfTheStationsList) {
+  const struct {
+    const char *mode, *submode, *modo;
+  } kCases[] = {{"SSB", "", "SSB"},
+                {"SSB", "LSB", "LSB"},
+                {"LSB", "", "LSB"},
+                {"MFSK", "FT4", "FT4"},
+                {"DIGITALVOICE", "DSTAR", "D-STAR"},
+                {"DSTAR", "", "D-STAR"},
+                {"HELL", "", "Hellschreiber"},
+                {"TOR", "AMTORFEC", "Amtor"},
+                {"OLIVIA", "OLIVIA 8/500", "Olivia"},
+                {"PKT", "", "Packet"},
+                {"fax", "", "Fax"},
+                {"THOR", "THOR16", "THOR16"},
+                {"PHONE", "", "PHONE"}};
+  for (const auto& [mode, submode, modo] : kCases) {
+    EmptyTheLog();
+    Import(Write("a.adi", Contact({{"MODE", mode}, {"SUBMODE", submode}})));
+    EXPECT_THAT(Rows("Select Modo from Log"), ElementsAre(modo)) << mode << submode;
+  }
+}
+
+TEST_F(AdifImportTest, WhichFlagsCountAsAReceivedCardIsAChoice) {
+  const std::string record =
+      Contact({{"QSL_RCVD", "N"}, {"LOTW_QSL_RCVD", "Y"}, {"EQSL_QSL_RCVD", "N"}});
+  const auto file = Write("a.adi", record);
+  Import(file);
+  EXPECT_THAT(Rows("Select QslRicevuta from Log"), ElementsAre("0"));
+  EmptyTheLog();
+  Import(file, {{true, true, false}, false});
+  EXPECT_THAT(Rows("Select QslRicevuta from Log"), ElementsAre("-1"));
+  EmptyTheLog();
+  Import(file, {{true, false, true}, false});
+  EXPECT_THAT(Rows("Select QslRicevuta from Log"), ElementsAre("0"));
+}
+
+TEST_F(AdifImportTest, WhereTheFileIsSilentThePrefixTableSpeaks) {
+  Import(Write("a.adi", Contact({})));
+  EXPECT_THAT(Rows("Select Prefisso,Country,[Zona CQ],[Zona ITU],Continente from Log"),
+              ElementsAre("IK3|I|15|28|EU"));
+  EmptyTheLog();
+  Import(Write("a.adi", Contact({{"PFX", "I3"},
+                                 {"DXCC", "225"},
+                                 {"CQZ", "33"},
+                                 {"ITUZ", "37"},
+                                 {"CONT", "af"},
+                                 {"STATE", "CA"}})));
+  EXPECT_THAT(Rows("Select Prefisso,Country,[Zona CQ],[Zona ITU],Continente,Provincia from Log"),
+              ElementsAre("I3|IS0|33|37|AF|CA"));
+  EmptyTheLog();
+  Import(Write("a.adi",
+               Contact({{"CQZ", "41"}, {"ITUZ", "0"}, {"CONT", "XX"}, {"COUNTRY", "sardinia"}})));
+  EXPECT_THAT(Rows("Select Country,[Zona CQ],[Zona ITU],Continente from Log"),
+              ElementsAre("IS0|15|28|EU"));
+  EmptyTheLog();
+  Import(Write("a.adi", Contact({{"DXCC", "0"}})));
+  EXPECT_THAT(Rows("Select Country from Log"), ElementsAre(""));
+}
+
+TEST_F(AdifImportTest, LocatorsOfFourSixAndEightCharactersAreStoredAsTheyAre) {
+  const struct {
+    const char *grid, *row;
+  } kCases[] = {{"JN55", "JN55|96"},    {"io91AA", "IO91AA|1233"},
+                {"JN65AA", "JN65AA|1"}, {"JN65AA12", "JN65AA12|1"},
+                {"JN6", "|0"},          {"ZZ99", "|0"}};
+  for (const auto& [grid, row] : kCases) {
+    EmptyTheLog();
+    Import(Write("a.adi", Contact({{"GRIDSQUARE", grid}})));
+    EXPECT_THAT(Rows("Select Locator,Qrb from Log"), ElementsAre(row)) << grid;
+  }
+  EmptyTheLog();
+  Import(Write("a.adi", Contact({{"GRIDSQUARE", "IO91AA"}, {"DISTANCE", "1300"}})));
+  EXPECT_THAT(Rows("Select Qrb from Log"), ElementsAre("1300"));
+}
+
+TEST_F(AdifImportTest, AMissingTimeIsThatOfTheEndOrMidnight) {
+  Import(Write("a.adi",
+               Record({{"CALL", "I1A"}, {"QSO_DATE", "20010203"}, {"TIME_OFF", "1200"}}) +
+                   Record({{"CALL", "I1B"}, {"QSO_DATE", "2001-02-03"}}) +
+                   Record({{"CALL", "i1c/p"}, {"QSO_DATE", "20010203"}, {"TIME_ON", "930"}})));
+  EXPECT_THAT(
+      Rows("Select Call,DataQso from Log order by QsoNr"),
+      ElementsAre("I1A|03/02/2001 12:00:00", "I1B|03/02/2001", "I1C/P|03/02/2001 09:30:00"));
+}
+
+TEST_F(AdifImportTest, ARepeatedContactIsLeftAlone) {
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Banda,Qra) values "
+      "('03/02/2001 10:15:00','IK3ABC','  2 m','MARIO')");
+  const ImportCounts counts =
+      Import(Write("a.adi", Contact({{"BAND", "2m"}, {"NAME", "Paolo"}, {"QTH", "Padova"}})));
+  EXPECT_EQ(AdifStation::Told(counts), "1 = 0 + 1 + 0");
+  EXPECT_THAT(Rows("Select Qra,Qth from Log"), ElementsAre("MARIO|"));
+}
+
+TEST_F(AdifImportTest, OfARepeatedContactTheEmptyColumnsAreFilledWhenTheOperatorSaysSo) {
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Banda,Qra,QslInviata) values "
+      "('03/02/2001 10:15:00','IK3ABC','  2 m','MARIO',true)");
+  const auto file = Write("a.adi", Contact({{"BAND", "2m"},
+                                            {"TIME_ON", "101542"},
+                                            {"NAME", "Paolo"},
+                                            {"QTH", "Padova"},
+                                            {"QSL_RCVD", "Y"},
+                                            {"QSL_SENT", "R"},
+                                            {"IOTA", "EU-025"}}));
+  const ImportCounts counts = Import(file, {{}, true});
+  EXPECT_EQ(AdifStation::Told(counts), "1 = 0 + 1 + 0");
+  EXPECT_EQ(counts.completed, 1);
+  EXPECT_THAT(Rows("Select Qra,Qth,QslRicevuta,QslDaInviare,QslInviata from Log"),
+              ElementsAre("MARIO|Padova|-1|0|-1"));
+  EXPECT_THAT(Kept("IK3ABC"), Contains("IOTA|EU-025"));
+  EXPECT_EQ(Import(file, {{}, true}).completed, 0) << "there is nothing left to fill";
+}
+
+TEST_F(AdifImportTest, AnImportThatIsStoppedLeavesNothing) {
+  std::string text;
+  for (int i = 0; i < 600; ++i) text += GeneratedRecord(i);
+  const auto file = Write("a.adi", text);
+  std::ostringstream out;
+  int asked = 0;
+  const auto stop = [&](std::int64_t) { return ++asked < 2; };
+  EXPECT_FALSE(ImportContacts(session, file, {}, stop, out));
+  EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
+  EXPECT_THAT(Rows("Select Campo from LogAdif"), IsEmpty());
+  EXPECT_FALSE(session.Db.InTransaction());
+}
+
+TEST_F(AdifImportTest, AnotherKindOfFileIsRefusedByItsName) {
+  try {
+    Preview(Write("log.cbr", "START-OF-LOG: 3.0\n"));
+    FAIL() << "no refusal";
+  } catch (const std::runtime_error& failure) {
+    EXPECT_STREQ(failure.what(), "log.cbr non e' un file ADIF: e' un log Cabrillo");
+  }
+  EXPECT_THROW(Preview(directory.Path() / "missing.adi"), std::runtime_error);
+}
+
+TEST_F(AdifImportTest, ThePreviewTellsWhatTheFileHolds) {
+  const ImportPreview preview = Preview(Sample("wsjtx.adi"));
+  EXPECT_EQ(DateText(*preview.first), "15/01/2023");
+  EXPECT_EQ(DateText(*preview.last), "12/08/2023");
+  EXPECT_EQ(preview.bands,
+            (std::map<std::string, std::int64_t>{{"  6 m", 1}, {" 15 m", 1}, {" 20 m", 1}}));
+  EXPECT_EQ(preview.modes,
+            (std::map<std::string, std::int64_t>{{"FT4", 1}, {"FT8", 1}, {"MSK144", 1}}));
+  EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
+}
+
+}  // namespace
+}  // namespace brenvo

@@ -1,0 +1,93 @@
+#include "adif/adif_names.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "adif/dxcc_entities.h"
+#include "adif/escaped_text.h"
+#include "adif/record_to_contact.h"
+#include "base/csv.h"
+
+namespace brenvo {
+namespace {
+
+CsvTable Facts(const char* name) {
+  return ReadCsv(std::filesystem::path(SOURCE_DIR) / "data" / name);
+}
+
+TEST(AdifNamesTest, EveryCountryOfTheTableHasItsNumber) {
+  const CsvTable countries = Facts("Country.csv");
+  std::set<int> numbers;
+  for (const CsvTable::Row& row : countries.Rows) {
+    const DxccEntity* entity = FindDxccEntityOf(row.Cells[0]);
+    ASSERT_NE(entity, nullptr) << row.Cells[0];
+    EXPECT_EQ(FindDxccEntity(entity->number), entity);
+    EXPECT_TRUE(numbers.insert(entity->number).second) << row.Cells[0];
+  }
+  EXPECT_EQ(FindDxccEntityOf("I")->number, 248);
+  EXPECT_EQ(FindDxccEntityOf("IS0")->number, 225);
+  EXPECT_EQ(FindDxccEntity(291)->country, "K");
+  EXPECT_EQ(FindDxccEntity(81)->country, "DL/D");
+  EXPECT_EQ(FindDxccEntity(1000), nullptr);
+  EXPECT_EQ(FindDxccEntityNamed("fed rep of GERMANY")->country, "DL");
+}
+
+TEST(AdifNamesTest, EveryBandOfTheStationIsOneOfTheStandard) {
+  for (const CsvTable::Row& row : Facts("UserRTX.csv").Rows) {
+    std::string name = row.Cells[0];
+    std::erase(name, ' ');
+    const AdifBand* band = FindAdifBand(name);
+    ASSERT_NE(band, nullptr) << name;
+    EXPECT_EQ(AdifBandAt(Mhz(std::stod(row.Cells[1]))), band) << name;
+  }
+}
+
+TEST(AdifNamesTest, EveryModeOfTheListButTheSatelliteHasItsWord) {
+  for (const CsvTable::Row& row : Facts("Modi.csv").Rows) {
+    const std::string& mode = row.Cells[1];
+    EXPECT_EQ(FindAdifMode(AdifWordOf(mode)).has_value(), mode != kSatellite) << mode;
+  }
+  EXPECT_EQ(FindAdifMode("ft4"), (AdifMode{"MFSK", "FT4"}));
+  EXPECT_EQ(FindAdifMode("CW"), (AdifMode{"CW", ""}));
+}
+
+TEST(AdifNamesTest, EveryPropagationOfTheListHasItsWord) {
+  for (const CsvTable::Row& row : Facts("Propagazione.csv").Rows) {
+    if (row.Cells[1].empty()) continue;
+    EXPECT_FALSE(AdifPropagationOf(row.Cells[1]).empty()) << row.Cells[1];
+  }
+  EXPECT_EQ(PropagationOf("es"), "E sporadico");
+  EXPECT_EQ(PropagationOf("ECH"), "Internet");
+  EXPECT_EQ(AdifPropagationOf("Internet"), "INTERNET");
+}
+
+TEST(AdifNamesTest, FieldsOfTheStandardNeedNoDeclaration) {
+  EXPECT_TRUE(IsAdifField("MY_SOTA_REF"));
+  EXPECT_FALSE(IsAdifField("SOCIO"));
+  EXPECT_TRUE(IsApplicationField("APP_LOTW_2XQSL"));
+}
+
+TEST(AdifNamesTest, AnyTextComesThroughPlainLetters) {
+  for (const char* text :
+       {"", "Łódź", "a\\b", "  x ", "riga\r\nriga", "\xF0\x9F\x93\xBB", "\\u0041"}) {
+    EXPECT_EQ(UnescapeText(EscapeText(text)), text);
+  }
+  EXPECT_EQ(EscapeText("Łódź"), "\\u0141\\u00F3d\\u017A");
+  EXPECT_EQ(UnescapeText("\\uD800"), "\xEF\xBF\xBD") << "half a pair is no character";
+  EXPECT_EQ(UnescapeText("\\"), "\\");
+}
+
+TEST(AdifNamesTest, TheSatellitesShorthandIsReadAsTheLabelsReadIt) {
+  const SatelliteNote note = ParseSatelliteNote("[QO-100/SX/SSB]");
+  EXPECT_EQ(note.satellite, "QO-100");
+  EXPECT_EQ(note.satelliteMode, "SX");
+  EXPECT_EQ(note.mode, "SSB");
+  for (const char* other :
+       {"", "[QO-100]", "[QO-100/SX]", "QO-100/SX/SSB", "[/SX/SSB]", "[a/b/c] x"}) {
+    EXPECT_EQ(ParseSatelliteNote(other).satellite, "") << other;
+  }
+}
+
+}  // namespace
+}  // namespace brenvo

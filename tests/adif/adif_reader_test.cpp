@@ -1,0 +1,186 @@
+#include "adif/adif_reader.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/adif/reader_support.h"
+
+namespace brenvo {
+namespace {
+
+using testing::HasSubstr;
+using testing::SizeIs;
+
+std::vector<std::string> AllTold(const std::string& text) {
+  std::vector<std::string> told;
+  for (const AdifRecord& record : ReadAll(text)) told.push_back(Told(record));
+  return told;
+}
+
+using Texts = std::vector<std::string>;
+
+TEST(AdifReaderTest, AFileWithoutAHeaderBeginsWithItsFirstRecord) {
+  EXPECT_EQ(AllTold("<CALL:5>I3ABC<BAND:2>2m<EOR>"), Texts{"CALL=I3ABC|BAND=2m"});
+}
+
+TEST(AdifReaderTest, AHeaderIsNoRecord) {
+  AdifReader reader(SourceOf("words <ADIF_VER:5>3.1.4 more\n<eoh>\n<call:5>I3ABC<eor>"));
+  AdifRecord record;
+  ASSERT_TRUE(reader.Next(record));
+  EXPECT_EQ(Told(record), "CALL=I3ABC");
+  EXPECT_EQ(reader.Header(), (std::vector<AdifField>{{"ADIF_VER", "3.1.4"}}));
+  EXPECT_FALSE(reader.Next(record));
+}
+
+TEST(AdifReaderTest, TagsAreReadInAnyCaseAndWithATypeBehindTheLength) {
+  EXPECT_EQ(AllTold("<Call:5>I3ABC <qso_DATE:8:D>20010203 <Eor>"),
+            Texts{"CALL=I3ABC|QSO_DATE=20010203"});
+}
+
+TEST(AdifReaderTest, ATextThatHoldsTagsIsAText) {
+  EXPECT_EQ(AllTold("<COMMENT:15>a <eor> b <x:5><CALL:5>I3ABC<EOR>"),
+            Texts{"COMMENT=a <eor> b <x:5>|CALL=I3ABC"});
+}
+
+TEST(AdifReaderTest, LengthsCountBytesOrCharactersOfUtf8) {
+  EXPECT_EQ(AllTold("<NAME:7>Nicol\xC3\xB2<CALL:5>I3ABC<EOR>"),
+            Texts{"NAME=Nicol\xC3\xB2|CALL=I3ABC"});
+  EXPECT_EQ(AllTold("<NAME:6>Nicol\xC3\xB2<CALL:5>I3ABC<EOR>"),
+            Texts{"NAME=Nicol\xC3\xB2|CALL=I3ABC"});
+  EXPECT_EQ(AllTold("<QTH:5>\xC3\xA8 \xC3\xA0 x <CALL:5>I3ABC<EOR>"),
+            Texts{"QTH=\xC3\xA8 \xC3\xA0 x|CALL=I3ABC"});
+}
+
+TEST(AdifReaderTest, LineEndsCountAsTwoCharactersOrAsOne) {
+  EXPECT_EQ(AllTold("<NOTES:4>a\r\nb<CALL:5>I3ABC<EOR>"), Texts{"NOTES=a\r\nb|CALL=I3ABC"});
+  EXPECT_EQ(AllTold("<NOTES:3>a\r\nb<CALL:5>I3ABC<EOR>"), Texts{"NOTES=a\r\nb|CALL=I3ABC"});
+}
+
+TEST(AdifReaderTest, BytesThatAreNoUtf8AreWindows1252) {
+  EXPECT_EQ(AllTold("<NAME:6>Nicol\xF2<EOR>"), Texts{"NAME=Nicol\xC3\xB2"});
+}
+
+TEST(AdifReaderTest, WordsBehindAValueCountForNothing) {
+  EXPECT_EQ(AllTold("<STATE:2>CT // Connecticut\n<CALL:5>I3ABC\n<EOR>"),
+            Texts{"STATE=CT|CALL=I3ABC"});
+}
+
+TEST(AdifReaderTest, TagsWithoutALengthCountForNothing) {
+  EXPECT_EQ(AllTold("<CALL:5>I3ABC<eor>\n<APP_LoTW_EOF>\n"), Texts{"CALL=I3ABC"});
+}
+
+TEST(AdifReaderTest, AnEmptyRecordIsNone) {
+  EXPECT_EQ(AllTold("<EOH><EOR><EOR><CALL:5>I3ABC<EOR><EOR>"), Texts{"CALL=I3ABC"});
+}
+
+TEST(AdifReaderTest, ALengthThatRunsIntoTheNextRecordIsAFaultOfItsOwnAlone) {
+  EXPECT_EQ(
+      AllTold(
+          "<CALL:5>I3AAA<NAME:30>Mario<EOR>\n<CALL:5>I3BBB<BAND:3>20m<EOR>\n<CALL:5>I3CCC<EOR>"),
+      (Texts{"CALL=I3AAA!la lunghezza del campo NAME non corrisponde al testo",
+             "CALL=I3BBB|BAND=20m", "CALL=I3CCC"}));
+}
+
+TEST(AdifReaderTest, ALengthThatCutsAWordIsAFault) {
+  EXPECT_EQ(AllTold("<CALL:4>I3ABC<EOR><CALL:5>I3BBB<EOR>"),
+            (Texts{"!la lunghezza del campo CALL non corrisponde al testo", "CALL=I3BBB"}));
+}
+
+TEST(AdifReaderTest, ALengthPastTheEndLosesNoFurtherRecord) {
+  EXPECT_EQ(AllTold("<CALL:5>I3AAA<NAME:9000>x<EOR><CALL:5>I3BBB<EOR>"),
+            (Texts{"CALL=I3AAA!il campo NAME va oltre la fine del file", "CALL=I3BBB"}));
+  EXPECT_EQ(AllTold("<CALL:5>I3AAA<NAME:99999999999999999999>x<EOR><CALL:5>I3BBB<EOR>"),
+            (Texts{"CALL=I3AAA!la lunghezza del campo NAME non e' possibile", "CALL=I3BBB"}));
+}
+
+TEST(AdifReaderTest, AFileThatEndsWithinARecordSaysSo) {
+  AdifReader reader(SourceOf("<CALL:5>I3AAA<EOR><CALL:5>I3BBB<QSO_DA"));
+  AdifRecord record;
+  ASSERT_TRUE(reader.Next(record));
+  EXPECT_FALSE(reader.EndsEarly());
+  ASSERT_TRUE(reader.Next(record));
+  EXPECT_EQ(Told(record), "CALL=I3BBB!il file finisce prima della fine del record");
+  EXPECT_TRUE(reader.EndsEarly());
+  EXPECT_FALSE(reader.Next(record));
+}
+
+TEST(AdifReaderTest, RecordsTellTheirLineAndTheirBytes) {
+  AdifReader reader(SourceOf("head\n<EOH>\n\n<CALL:5>I3AAA\n<EOR>\n<CALL:5>I3BBB<EOR>\n"));
+  AdifRecord record;
+  ASSERT_TRUE(reader.Next(record));
+  EXPECT_EQ(record.line, 4);
+  EXPECT_EQ(reader.RecordBytes(), "<CALL:5>I3AAA\n<EOR>");
+  ASSERT_TRUE(reader.Next(record));
+  EXPECT_EQ(record.line, 6);
+  EXPECT_EQ(reader.RecordBytes(), "<CALL:5>I3BBB<EOR>");
+}
+
+TEST(AdifReaderTest, HoweverTheBytesComeTheRecordsAreTheSame) {
+  std::string text = "head<EOH>";
+  for (int i = 0; i < 50; ++i) {
+    text += "<CALL:5>I3ABC<NAME:6>Nicol\xC3\xB2<COMMENT:9>x <eor> y <EOR>\n";
+  }
+  const auto whole = ReadAll(text);
+  ASSERT_THAT(whole, SizeIs(50));
+  for (const std::size_t piece : {1, 2, 7, 64}) {
+    const auto pieces = ReadAll(text, piece);
+    ASSERT_EQ(pieces.size(), whole.size()) << piece;
+    for (std::size_t i = 0; i < whole.size(); ++i) {
+      EXPECT_EQ(Told(pieces[i]), Told(whole[i]));
+      EXPECT_EQ(pieces[i].line, whole[i].line);
+    }
+  }
+}
+
+TEST(AdifReaderTest, ARecordWithoutAnEndIsPassedOverInBoundedMemory) {
+  // Fields without end, then one that is whole.
+  std::int64_t left = 300'000;
+  AdifReader reader([&](char* buffer, std::size_t size) {
+    const std::string piece = left > 0 ? "<X:4>abcd" : left == 0 ? "<EOR><CALL:5>I3ABC<EOR>" : "";
+    --left;
+    EXPECT_LE(piece.size(), size);
+    return piece.copy(buffer, size);
+  });
+  AdifRecord record;
+  ASSERT_TRUE(reader.Next(record));
+  EXPECT_EQ(record.fault, "il record non finisce mai");
+  EXPECT_LE(reader.RecordBytes().size(), AdifReader::kLongestRecord);
+  ASSERT_TRUE(reader.Next(record));
+  EXPECT_EQ(Told(record), "CALL=I3ABC");
+}
+
+TEST(AdifReaderTest, GarbageHoldsNoRecord) {
+  std::int64_t left = 100;
+  AdifReader reader([&](char* buffer, std::size_t size) {
+    if (left-- <= 0) return std::size_t{0};
+    for (std::size_t i = 0; i < size; ++i)
+      buffer[i] = static_cast<char>((i * 7919 + i / 13) % 60 + 1);
+    return size;
+  });
+  AdifRecord record;
+  EXPECT_FALSE(reader.Next(record));
+  EXPECT_GT(reader.BytesRead(), 20'000'000);
+}
+
+struct Other {
+  std::string begin;
+  std::string what;
+};
+
+TEST(AdifReaderTest, AnotherKindOfFileIsCalledByItsName) {
+  const Other kOthers[] = {{"", "un file vuoto"},
+                           {"  \r\n", "un file vuoto"},
+                           {"<?xml version=\"1.0\"?><ADX>", "un file XML (ADX)"},
+                           {"START-OF-LOG: 3.0\n", "un log Cabrillo"},
+                           {"[REG1TEST;1]\n", "un log REG1TEST"},
+                           {"PK\x03\x04 <CALL:5>", "un archivio ZIP"},
+                           {"\xFF\xFE<\0C", "un testo UTF-16"},
+                           {"<html><body>", "una pagina HTML"},
+                           {"caro diario", "un file di un altro tipo"},
+                           {"a < b <x:3>abc", "un file di un altro tipo"}};
+  for (const Other& other : kOthers) EXPECT_EQ(OtherThanAdif(other.begin), other.what);
+  EXPECT_EQ(OtherThanAdif("words <eoh>"), "");
+  EXPECT_EQ(OtherThanAdif("\xEF\xBB\xBF<Call:5>I3ABC<eor>"), "");
+}
+
+}  // namespace
+}  // namespace brenvo

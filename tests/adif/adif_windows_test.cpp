@@ -1,0 +1,127 @@
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+
+#include "adif/esporta_adif.h"
+#include "adif/importa_adif.h"
+#include "core/help_topics.h"
+#include "tests/adif/adif_station.h"
+#include "tests/support/adif_samples.h"
+
+namespace brenvo {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class AdifWindowsTest : public AdifStation {
+ protected:
+  AdifWindowsTest() {
+    Know<ImportaAdif>("ImportaAdif");
+    Know<EsportaAdif>("EsportaAdif");
+  }
+  // The menu's command on a file, with what the operator does in the window.
+  void Import(const std::filesystem::path& file, const std::function<void(ImportaAdif&)>& inside) {
+    machine.Picks().Queue(file);
+    machine.Host().InModal = [&](Window& window) {
+      auto& import = static_cast<ImportaAdif&>(window);
+      Event([&] { inside(import); });
+      if (import.Visible()) import.Close();
+    };
+    Event([&] { ImportaFileAdif(session); });
+  }
+};
+
+TEST_F(AdifWindowsTest, ThePreviewTellsWhatWouldBecomeOfTheFile) {
+  Import(Sample("logger32.adi"), [&](ImportaAdif& window) {
+    EXPECT_EQ(window.Letti.Text(), "6");
+    EXPECT_EQ(window.Nuovi.Text(), "2");
+    EXPECT_EQ(window.Ripetuti.Text(), "0");
+    EXPECT_EQ(window.Rifiutati.Text(), "4");
+    EXPECT_EQ(window.Periodo.Text(), "dal 12/03/1999 al 31/12/1999");
+    EXPECT_EQ(window.Bande.Text(), "80 m: 2");
+    EXPECT_EQ(window.Modi.Text(), "LSB: 2");
+    EXPECT_EQ(window.Avvisi.Text(), "");
+    EXPECT_EQ(window.Anteprima.Rows(), 7);
+    EXPECT_EQ(window.Anteprima.Cell(1, 0), "nuovo");
+    EXPECT_EQ(window.Anteprima.Cell(2, 0), "riga 2: data non valida: 19991332");
+    window.CmHelp.Press();
+    EXPECT_EQ(machine.OpenedTopic(), kHelpImportaAdif);
+  });
+  EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
+}
+
+TEST_F(AdifWindowsTest, TheChoiceOfConfirmationsShowsAtOnceAndIsRemembered) {
+  const auto file = Write("a.adi", Tagged("CALL", "I1A") + Tagged("QSO_DATE", "20010203") +
+                                       Tagged("LOTW_QSL_RCVD", "Y") + "<EOR>");
+  constexpr int kQslRicevuta = 21;
+  Import(file, [&](ImportaAdif& window) {
+    EXPECT_EQ(window.Anteprima.Cell(0, kQslRicevuta), "QslRicevuta");
+    EXPECT_EQ(window.Anteprima.Cell(1, kQslRicevuta), "No");
+    window.QslLotw.Press();
+    EXPECT_EQ(window.Anteprima.Cell(1, kQslRicevuta), "Sì");
+    window.CmImporta.Press();
+  });
+  EXPECT_THAT(Rows("Select QslRicevuta from Log"), ElementsAre("-1"));
+  Import(file, [&](ImportaAdif& window) { EXPECT_TRUE(window.QslLotw.IsOn()); });
+}
+
+TEST_F(AdifWindowsTest, ADamagedFileIsImportedOnlyWhenTheOperatorSaysSo) {
+  machine.Messages().QueueAnswer(false);
+  Import(Sample("damaged.adi"), [&](ImportaAdif& window) {
+    EXPECT_EQ(window.Avvisi.Text(), "Il file finisce a meta' di un record. Record danneggiati: 3.");
+    window.CmImporta.Press();
+    EXPECT_TRUE(window.Visible());
+  });
+  EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
+  machine.Messages().QueueAnswer(true);
+  Import(Sample("damaged.adi"), [](ImportaAdif& window) { window.CmImporta.Press(); });
+  EXPECT_EQ(Rows("Select Call from Log").size(), 3u);
+  EXPECT_THAT(Lines(),
+              Contains("question \"Importa ADIF\" \"Il file finisce a meta' di un record. Record "
+                       "danneggiati: 3. Importare lo stesso gli altri 3 record ?\" yes"));
+}
+
+TEST_F(AdifWindowsTest, AStoppedImportSaysSoAndLeavesTheWindow) {
+  std::string text;
+  for (int i = 0; i < 600; ++i) text += GeneratedRecord(i);
+  Import(Write("a.adi", text), [&](ImportaAdif& window) {
+    machine.StopProgressAt(1);
+    window.CmImporta.Press();
+    EXPECT_TRUE(window.Visible());
+    machine.StopProgressAt(-1);
+  });
+  EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
+  EXPECT_THAT(Lines(), Contains(HasSubstr("Importazione interrotta: nessun record e' stato "
+                                          "importato.")));
+  EXPECT_THAT(ReadBytes(directory.Path() / "ImportaAdif.txt"), HasSubstr("interrotta"));
+}
+
+TEST_F(AdifWindowsTest, APreviewThatIsStoppedShowsNothing) {
+  std::string text;
+  for (int i = 0; i < 600; ++i) text += GeneratedRecord(i);
+  machine.StopProgressAt(1);
+  bool shown = false;
+  Import(Write("a.adi", text), [&](ImportaAdif&) { shown = true; });
+  EXPECT_FALSE(shown);
+  EXPECT_EQ(session.Windows.Find("ImportaAdif"), nullptr);
+}
+
+TEST_F(AdifWindowsTest, ADatabaseWithoutAPlaceForTheFieldsIsToldClearly) {
+  session.CloseTables();
+  {
+    sqlite3* file = nullptr;
+    sqlite3_open((directory.Path() / "Brenvo.mdb").c_str(), &file);
+    sqlite3_exec(file, "DROP TABLE LogAdif", nullptr, nullptr, nullptr);
+    sqlite3_close(file);
+  }
+  session.Open();
+  Event([&] { ImportaFileAdif(session); });
+  EXPECT_THAT(Lines(), Contains(HasSubstr("Nel database manca la tabella LogAdif")));
+  session.Db.Execute("insert into Log (DataQso,Call) values ('01/01/2001 10:00:00','IK3ABC')");
+  EXPECT_THAT(Export(), HasSubstr("<CALL:6>IK3ABC "));
+}
+
+}  // namespace
+}  // namespace brenvo

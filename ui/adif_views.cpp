@@ -1,0 +1,33 @@
+#include "ui/room_views.h"
+
+namespace brenvo {
+namespace {
+
+Piece ImportaAdifView() {
+  return Column(
+      {Form({Line({Wide(Item("File", "File"))}),
+             Line({Item("Letti", "Record letti", 9), Item("Nuovi", "Nuovi", 9),
+                   Item("Ripetuti", "Ripetuti", 9), Item("Rifiutati", "Rifiutati", 9)}),
+             Line({Wide(Item("Periodo", "Periodo", 28)), Wide(Item("Avvisi", "Avvisi", 28))}),
+             Line({Wide(Item("Bande", "Bande"))}), Line({Wide(Item("Modi", "Modi"))})}),
+       Line({Frame("Valgono come Qsl ricevuta",
+                   Line({Item("QslCartacea"), Item("QslLotw"), Item("QslEqsl"), Space()})),
+             Frame("Contatti ripetuti", Item("ContattiRipetuti"))}),
+       Wide(Item("Anteprima")),
+       Line({Space(), Item("cmImporta"), Item("cmHelp"), Item("cmExit")})});
+}
+
+Piece EsportaAdifView() {
+  return Column({Frame("Contatti da esportare", Item("Contatti")), Space(),
+                 Line({Space(), Item("cmEsporta"), Item("cmHelp"), Item("cmExit")})});
+}
+
+}  // namespace
+
+const std::vector<View>& AdifViews() {
+  static const std::vector<View> kViews = {{"ImportaAdif", ImportaAdifView},
+                                           {"EsportaAdif", EsportaAdifView}};
+  return kViews;
+}
+
+}  // namespace brenvo
