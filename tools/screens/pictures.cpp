@@ -1,8 +1,10 @@
 #include "tools/screens/pictures.h"
 
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 
+#include "adif/importa_adif.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
 #include "forms/choice_fields.h"
@@ -102,6 +104,26 @@ Window* StationAtWork(Session& session) {
   return session.Windows.Find("Brenvo");
 }
 
+// What another program has written, before it comes in.
+Window* FileToImport(Session& session) {
+  const std::filesystem::path file = session.AppPath / "2024.adi";
+  std::ofstream(file, std::ios::binary)
+      << "Log of 2024 <adif_ver:5>3.1.4 <programid:5>Other <eoh>\n"
+         "<call:6>DL1ABC <qso_date:8>20240309 <time_on:4>1405 <band:2>2m <mode:3>SSB <rst_sent:2>59 "
+         "<rst_rcvd:2>57 <gridsquare:6>JO62QM <name:4>Hans <qth:6>Berlin <qsl_rcvd:1>Y <eor>\n"
+         "<call:6>EA5XYZ <qso_date:8>20240309 <time_on:4>1512 <freq:6>50.150 <mode:3>SSB "
+         "<gridsquare:4>IM98 <prop_mode:2>ES <eor>\n"
+         "<call:5>W1AAA <qso_date:8>20240310 <time_on:6>201500 <band:3>20m <mode:3>FT8 "
+         "<lotw_qsl_rcvd:1>Y <state:2>MA <eor>\n"
+         "<call:6>IK3ZZZ <qso_date:8>20241332 <time_on:4>1000 <band:2>2m <mode:2>FM <eor>\n"
+         "<call:5>OK1KK <qso_date:8>20240310 <time_on:4>2130 <band:4>70cm <mode:2>CW "
+         "<gridsquare:6>JO70FD <eor>\n";
+  auto* const window = dynamic_cast<ImportaAdif*>(session.Windows.LoadNew("ImportaAdif"));
+  if (window == nullptr || !window->Preview(file)) return nullptr;
+  session.Windows.Show(*window);
+  return window;
+}
+
 }  // namespace
 
 std::vector<Picture> AllPictures() {
@@ -182,6 +204,8 @@ std::vector<Picture> AllPictures() {
              window.FindField("LBTipoNote")->DoubleClick();
            }),
       {"RipristinaBackup", CopiesOfTheDatabase, "RipristinaBackup"},
+      {"ImportaAdif", FileToImport},
+      Plain("EsportaAdif"),
       {"Brenvo", StationAtWork},
   };
 }
