@@ -24,22 +24,22 @@ constexpr std::string_view kFirstStep =
     "Per cominciare: Utility > Tabella Utente (Ctrl+U), e scrivere il proprio nominativo e il "
     "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.";
 
-// Gives the contact the prefix, zones and continent of the row; most have them already, and are not
-// written again.
+// Gives the contact the prefix, zones and continent of the row. Only what differs is written: each
+// column has an index to keep, and most contacts have all of it already.
 void AssignPrefix(Table& log, Table& prefissi) {
   const std::pair<const char*, Value> columns[] = {
       {"Prefisso", PadRight(FieldText(prefissi, "Prefisso"), 5)},
       {"Zona CQ", prefissi.Field("Zona CQ")},
       {"Zona ITU", prefissi.Field("Zona ITU")},
       {"Continente", prefissi.Field("Continente")}};
-  if (std::all_of(std::begin(columns), std::end(columns), [&](const auto& each) {
-        return log.Field(each.first) == each.second;
-      })) {
-    return;
+  bool differs = false;
+  for (const auto& [column, value] : columns) {
+    if (log.Field(column) == value) continue;
+    if (!differs) log.Edit();
+    differs = true;
+    log.Set(column, value);
   }
-  log.Edit();
-  for (const auto& [column, value] : columns) log.Set(column, value);
-  log.Update();
+  if (differs) log.Update();
 }
 
 }  // namespace
@@ -263,8 +263,8 @@ void MainFrame::cmAssegnaPrefissi() {
   log.MoveFirst();
   LongRun run(session_, "Assegnazione Prefissi", log.RecordCount());
   for (; !log.EOF_() && run.Next(); log.MoveNext()) {
-    const ResolvedPrefix resolved = ResolvePrefix(session_, FieldText(log, "Call"));
-    if (resolved.Prefisso.empty() || !SeekPrefix(prefissi, resolved.Prefisso)) continue;
+    // It leaves the table of prefixes on the row.
+    if (ResolvePrefix(session_, FieldText(log, "Call")).Prefisso.empty()) continue;
     AssignPrefix(log, prefissi);
   }
 }
