@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <numeric>
 #include <random>
+#include <vector>
 
 #include "tests/support/golden.h"
 #include "tests/support/scratch_database.h"
@@ -115,9 +117,12 @@ void UseAll(Database& database) {
 
 TEST(Damage, WhateverHappenedToTheFileTheOutcomeIsAClearErrorOrCorrectWork) {
   // Each takes its time: some always, more with BRENVO_THOROUGH set.
-  const unsigned files = std::getenv("BRENVO_THOROUGH") != nullptr ? 2000 : 200;
+  std::vector<unsigned> numbers(std::getenv("BRENVO_THOROUGH") != nullptr ? 2000 : 150);
+  std::iota(numbers.begin(), numbers.end(), 0u);
+  // Tables whose order leads back to where a walk has been: they once went round for ever.
+  for (const unsigned found : {341u, 765u, 885u}) numbers.push_back(found);
   unsigned refused = 0, stopped = 0, worked = 0;
-  for (unsigned number = 0; number < files; ++number) {
+  for (const unsigned number : numbers) {
     SCOPED_TRACE(number);
     ScratchDirectory scratch;
     const fs::path file = scratch.Path() / "Brenvo.mdb";
@@ -146,7 +151,7 @@ TEST(Damage, WhateverHappenedToTheFileTheOutcomeIsAClearErrorOrCorrectWork) {
       }
     }
   }
-  std::printf("%u files: %u refused, %u stopped at the damage, %u worked\n", files, refused,
+  std::printf("%zu files: %u refused, %u stopped at the damage, %u worked\n", numbers.size(), refused,
               stopped, worked);
   EXPECT_GT(refused, 0u);
   EXPECT_GT(stopped, 0u);
