@@ -3,7 +3,9 @@
 namespace brenvo {
 namespace {
 
-constexpr std::int64_t kRowsPerCommit = 1000;
+constexpr std::int64_t kRowsPerStep = 1000;  // of the progress that is shown
+// The pages of the indexes are written once a commit, however many rows of it they hold.
+constexpr std::int64_t kRowsPerCommit = 20000;
 
 }  // namespace
 
@@ -21,9 +23,9 @@ LongRun::~LongRun() {
 }
 
 bool LongRun::Next() {
+  if (done_ % kRowsPerStep == 0 && !progress_->Advance(done_)) return false;
   if (done_ % kRowsPerCommit == 0) {
     Commit();
-    if (!progress_->Advance(done_)) return false;
     database_.BeginTrans();
   }
   ++done_;
