@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+
+#include "tests/support/scratch_database.h"
 
 namespace brenvo {
 namespace {
@@ -25,24 +26,22 @@ TEST(Files, NoNameLeavesTheDirectory) {
 }
 
 TEST(Files, AnExistingFileIsFoundWhateverTheCase) {
-  std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-files-XXXXXX").string();
-  const std::filesystem::path directory = mkdtemp(pattern.data());
+  const ScratchDirectory scratch;
+  const std::filesystem::path& directory = scratch.Path();
   std::ofstream(directory / "BRENVO.mdb") << "x";
   EXPECT_EQ(FileIn(directory, "\\Brenvo.MDB"), directory / "BRENVO.mdb");
   EXPECT_EQ(FileIn(directory, "\\Other.txt"), directory / "Other.txt");
-  std::filesystem::remove_all(directory);
 }
 
 TEST(Files, FilesAreListedByTheEndOfTheirNamesWhateverTheCase) {
-  std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-files-XXXXXX").string();
-  const std::filesystem::path directory = mkdtemp(pattern.data());
+  const ScratchDirectory scratch;
+  const std::filesystem::path& directory = scratch.Path();
   for (const char* name : {"b.wav", "A.WAV", "c.txt", ".hidden.wav"}) std::ofstream(directory / name) << "x";
   std::filesystem::create_directory(directory / "d.wav");
   using Names = std::vector<std::string>;
   EXPECT_EQ(FilesOf(directory, ".wav"), (Names{"A.WAV", "b.wav"}));
   EXPECT_EQ(FilesOf(directory, ""), (Names{"A.WAV", "b.wav", "c.txt"}));
   EXPECT_EQ(FilesOf(directory / "none", ""), Names{});
-  std::filesystem::remove_all(directory);
 }
 
 }  // namespace

@@ -52,6 +52,13 @@ const Fault kFaults[] = {
      " 3024 - Il file del database e' stato spostato o cancellato."},
 };
 
+void Store(LogForm& log, std::string_view call) {
+  log.cmClear();
+  log.CallQso.SetText(call);
+  log.Banda.SetText("  2 m");
+  log.cmInsert();
+}
+
 class DatabaseFault : public testing::TestWithParam<Fault> {
  protected:
   ~DatabaseFault() override {
@@ -67,13 +74,6 @@ class DatabaseFault : public testing::TestWithParam<Fault> {
     }
     return {};
   }
-  static void Store(LogForm& log, std::string_view call) {
-    log.cmClear();
-    log.CallQso.SetText(call);
-    log.Banda.SetText("  2 m");
-    log.cmInsert();
-  }
-
   ScratchStationDirectory directory;
 };
 
@@ -119,12 +119,7 @@ TEST(ClockSetBack, ContactsAreStoredAtTheTimeThatTheClockShowsAndNumbersGoOn) {
   auto& log = static_cast<LogForm&>(*session.Windows.LoadNew("LogForm"));
   session.Windows.Show(log);
   for (const char* call : {"IK3ABC", "IK3DEF"}) {
-    session.Windows.RunEvent([&] {
-      log.cmClear();
-      log.CallQso.SetText(call);
-      log.Banda.SetText("  2 m");
-      log.cmInsert();
-    });
+    session.Windows.RunEvent([&] { Store(log, call); });
     machine.SetNow(DateTime::Of(1999, 12, 31, 23, 59, 0));
   }
   const auto rows = session.Db.OpenSnapshot("select * from Log order by QsoNr");
