@@ -139,6 +139,7 @@ void LogForm::HangInEvents() {
     if (DsLog->EOF_() || DataGrid1.Row() < 1) return;
     DsLog->FindFirst("QsoNr=" + DataLog.Text(DataGrid1.Row() - 1, "QsoNr"));
     ShowQso();
+    SetRecordCommands(true);
     Key("cmVista").SetDown(false);
     ShowGrid(false);
   };
@@ -197,7 +198,7 @@ void LogForm::cmInsert() {
 void LogForm::cmUpdate() {
   if (!ValidateQso()) return;
   const bool stored = TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
-    ReturnToShownRecord();
+    ReturnFromExport();
     DsLog->Edit();
     StoreQso();
     DsLog->Update();
@@ -208,7 +209,7 @@ void LogForm::cmUpdate() {
 void LogForm::cmDelete() {
   if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
   try {
-    ReturnToShownRecord();
+    ReturnFromExport();
     DsLog->Delete();
   } catch (const DatabaseError& failure) {
     session_.EndWith(failure, "Delete Qso");
@@ -239,7 +240,7 @@ void LogForm::cmLast() {
 }
 
 void LogForm::cmNext() {
-  ReturnToShownRecord();
+  ReturnFromExport();
   if (DsLog->RecordCount() != 0) DsLog->MoveNext();
   if (DsLog->RecordCount() == 0 || DsLog->EOF_()) {
     cmLast();
@@ -250,7 +251,7 @@ void LogForm::cmNext() {
 }
 
 void LogForm::cmPrevious() {
-  ReturnToShownRecord();
+  ReturnFromExport();
   if (DsLog->RecordCount() != 0) DsLog->MovePrevious();
   if (DsLog->RecordCount() == 0 || DsLog->BOF()) {
     cmFirst();
@@ -262,14 +263,16 @@ void LogForm::cmPrevious() {
 
 void LogForm::cmClear() { ClearQso(); }
 
-// After an export of all contacts the record set stands at its end: back to what is on screen.
-void LogForm::ReturnToShownRecord() {
-  if (!DsLog->EOF_() || DsLog->RecordCount() == 0 || QsoNr.Text().empty()) return;
-  DsLog->FindFirst("QsoNr=" + QsoNr.Text());
+// The number on screen does not tell the record: after an insert it is still the former one's.
+void LogForm::ReturnFromExport() {
+  if (DsLog->RecordCount() != 0 && DsLog->EOF_()) DsLog->SetBookmark(beforeExport_);
 }
 
 void LogForm::SetRecordCommands(bool enabled) {
-  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(enabled);
+  recordCommands_ = enabled;
+  // The grid view takes all keys but its own.
+  const bool usable = enabled && !PanelGriglia.Visible();
+  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(usable);
 }
 
 void LogForm::cmVista() { ShowGrid(Key("cmVista").Down()); }
@@ -279,22 +282,21 @@ void LogForm::ShowGrid(bool shown) {
   if (shown) {
     DataLog.Refresh();
     DataGrid1.ContentChanged();
-    disabledByGrid_.clear();
-    std::vector<MenuItem> keys = Toolbar1.Items;
-    keys.insert(keys.end(), exportMenu_.Items.begin(), exportMenu_.Items.end());
-    for (const MenuItem& item : keys) {
-      Command* const* command = std::get_if<Command*>(&item);
-      if (command == nullptr || (*command)->Name() == "cmVista" || !(*command)->Enabled()) continue;
-      (*command)->SetEnabled(false);
-      disabledByGrid_.push_back(*command);
-    }
+  }
+  PanelGriglia.SetVisible(shown);
+  std::vector<MenuItem> keys = Toolbar1.Items;
+  keys.insert(keys.end(), exportMenu_.Items.begin(), exportMenu_.Items.end());
+  for (const MenuItem& item : keys) {
+    Command* const* command = std::get_if<Command*>(&item);
+    if (command != nullptr && (*command)->Name() != "cmVista") (*command)->SetEnabled(!shown);
+  }
+  SetRecordCommands(recordCommands_);
+  if (shown) {
     boundsBeforeGrid_ = GetBounds();
     Move({Twips(0), GetBounds().top, Host().ScreenWidth(), Height()});
   } else {
-    for (Command* command : disabledByGrid_) command->SetEnabled(true);
     Move(boundsBeforeGrid_);
   }
-  PanelGriglia.SetVisible(shown);
   StatusBar1.SetMinimumWidth(1, Width().Value() - kStatusPanels);
 }
 
