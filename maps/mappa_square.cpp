@@ -48,6 +48,7 @@ void MappaSquare::Load() {
     DrawSquares();
   } catch (const std::exception&) {
   }
+  Resize();
 }
 
 void MappaSquare::Unload() { squares_.reset(); }
