@@ -1,7 +1,8 @@
 // Links: station recorder database_maker
-// Arbitrary texts in the settings store, a line each: windows open with them at a place and with
-// values that they can have, print what there is, and store no others.
+// Arbitrary texts in the settings store, a line each: the windows that read them open with them at
+// a place and with values that they can have, print what there is, and store no others.
 #include <cstdint>
+#include <set>
 #include <sstream>
 
 #include "base/number.h"
@@ -34,7 +35,11 @@ constexpr Key kKeys[] = {
     {"Log", "Y"},
     {"Log", "H"},
 };
-constexpr const char* kWindows[] = {"StampaQsl", "HrdMode", "LogForm"};
+
+// The window that reads a section.
+std::string_view WindowOf(std::string_view section) {
+  return section == "Log" ? "LogForm" : section;
+}
 
 FuzzStation& Station() {
   static FuzzStation station;
@@ -56,13 +61,16 @@ FuzzStation& Station() {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzStation& station = Station();
   std::istringstream lines(ValidUtf8(std::string_view(reinterpret_cast<const char*>(data), size)));
+  // A window that finds nothing of its own opens as for every other input.
+  std::set<std::string_view> windows;
   for (const Key& key : kKeys) {
     std::string value;
     std::getline(lines, value);
+    if (!value.empty()) windows.insert(WindowOf(key.section));
     station.session.SaveSetting(key.section, key.key, value);
   }
-  for (const char* name : kWindows) {
-    Window* window = station.Open(name);
+  for (const std::string_view name : windows) {
+    Window* const window = station.Open(name);
     Require(window != nullptr);
     Require(window->Width() > Twips(-1000000) && window->Width() < Twips(1000000));
     if (auto* labels = dynamic_cast<StampaQsl*>(window)) {

@@ -28,7 +28,7 @@ class Dice {
 
   template <class Range>
   const auto& OneOf(const Range& range) {
-    return std::begin(range)[Below(std::size(range))];
+    return range[Below(std::size(range))];
   }
   // One whose public member `weight` is as large as its share of the whole.
   template <class Range>
