@@ -73,11 +73,20 @@ std::string ValueOf(std::string_view written) {
     const char escape = written.front();
     written.remove_prefix(1);
     switch (escape) {
-      case 'n': value += '\n'; break;
-      case 'r': value += '\r'; break;
-      case 't': value += '\t'; break;
-      case 'x': value += FromCharacters(std::u32string(1, TakeHex(written, 8))); break;
-      default: value += escape;
+      case 'n':
+        value += '\n';
+        break;
+      case 'r':
+        value += '\r';
+        break;
+      case 't':
+        value += '\t';
+        break;
+      case 'x':
+        value += FromCharacters(std::u32string(1, TakeHex(written, 8)));
+        break;
+      default:
+        value += escape;
     }
   }
   // A single @ begins what is no text.
@@ -89,12 +98,23 @@ std::string WrittenValue(std::string_view value) {
   std::string written = value.starts_with('@') ? "\"@" : "\"";
   for (const char c : value) {
     switch (c) {
-      case '"': written += "\\\""; break;
-      case '\\': written += "\\\\"; break;
-      case '\n': written += "\\n"; break;
-      case '\r': written += "\\r"; break;
-      case '\t': written += "\\t"; break;
-      default: written += c;
+      case '"':
+        written += "\\\"";
+        break;
+      case '\\':
+        written += "\\\\";
+        break;
+      case '\n':
+        written += "\\n";
+        break;
+      case '\r':
+        written += "\\r";
+        break;
+      case '\t':
+        written += "\\t";
+        break;
+      default:
+        written += c;
     }
   }
   return written + '"';
