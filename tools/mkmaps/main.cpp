@@ -9,7 +9,6 @@
 #include "tools/mkmaps/stamps.h"
 
 namespace brenvo {
-
 namespace {
 
 void DrawAll(const std::filesystem::path& facts, const std::filesystem::path& out) {
