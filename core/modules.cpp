@@ -31,8 +31,7 @@ char32_t NumericKey(char32_t key) {
 
 char32_t UpperKey(char32_t key) { return UpperChar(key); }
 
-void LoadFrom(Session& session, ListField& list, std::string_view select,
-              std::string_view column) {
+void LoadFrom(Session& session, ListField& list, std::string_view select, std::string_view column) {
   std::vector<std::string> items;
   const auto rows = session.Db.OpenSnapshot(select);
   for (; !rows->EOF_(); rows->MoveNext()) items.push_back(FieldText(*rows, column));
@@ -120,8 +119,8 @@ void RestoreWindow(Session& session, Window& window, std::string_view key) {
     const double twips = Val(stored);
     return twips > -1e6 && twips < 1e6 ? Twips(static_cast<int>(twips)) : current;
   };
-  window.Move({read("X", window.GetBounds().left), read("Y", window.GetBounds().top), read("W", window.Width()),
-               read("H", window.Height())});
+  window.Move({read("X", window.GetBounds().left), read("Y", window.GetBounds().top),
+               read("W", window.Width()), read("H", window.Height())});
 }
 
 void SaveWindow(Session& session, const Window& window, std::string_view key) {

@@ -4,15 +4,15 @@
 
 #include "adif/esporta_adif.h"
 #include "adif/importa_adif.h"
+#include "awards/award_grid.h"
+#include "awards/stat_sel.h"
+#include "awards/worked_matrix.h"
 #include "contest/check_call_contest.h"
 #include "contest/contest_form.h"
 #include "contest/contest_new_qso.h"
 #include "contest/contest_qso.h"
 #include "contest/contest_search.h"
 #include "contest/stat_contest.h"
-#include "awards/award_grid.h"
-#include "awards/stat_sel.h"
-#include "awards/worked_matrix.h"
 #include "core/backup.h"
 #include "core/maintenance.h"
 #include "core/ripristina_backup.h"
@@ -93,8 +93,8 @@ void HangInActions(Session& session, MainFrame& frame) {
   }
 }
 
-// Puts a copy in the place of a database that is gone or cannot be used, if the operator wants that;
-// false as well when the copy cannot be read.
+// Puts a copy in the place of a database that is gone or cannot be used, if the operator wants
+// that; false as well when the copy cannot be read.
 bool Offer(Session& session, const DatabaseError& failure, const BackupCopy& copy,
            std::string_view what) {
   const std::optional<std::int64_t> contacts = ContactsIn(copy);
