@@ -27,10 +27,13 @@ enum class EntryText {
   kSplitKey,        // the key itself is cut at its slashes
 };
 
+// Column of the list that holds the flag's file name, where an award has flags.
+inline constexpr int kFlagFileColumn = 4;
+
 // Where an award leaves the common way.
 struct AwardTraits {
   bool firstQslUnread = false;  // the first entry always shows as not confirmed
-  bool flags = false;           // column 3 shows the country's flag, hidden column 4 its file
+  bool flags = false;           // column 3 shows the country's flag, a hidden one its file
   bool whiteWhenNot = false;    // an entry that is not confirmed is painted white
   bool staged = false;          // the query reads table SNote, filled from the notes at load
 };

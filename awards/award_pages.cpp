@@ -95,9 +95,6 @@ std::string FilledRow(const AwardPage& page, std::string row, const Entry& entry
   return row;
 }
 
-// Column of the grid that holds the flag's file name.
-constexpr int kFlagColumn = 4;
-
 // One entry of the grid, made its current row.
 Entry EntryAt(Session& session, const AwardPage& page, const AwardList& list, std::int64_t row) {
   CellGrid& grid = list.grid;
@@ -106,7 +103,7 @@ Entry EntryAt(Session& session, const AwardPage& page, const AwardList& list, st
   entry.key = grid.Cell(row, 0);
   if (page.description) entry.description = grid.Cell(row, 1);
   entry.qsl = grid.Cell(row, list.member.qslColumn);
-  entry.flag = grid.Cell(row, kFlagColumn);
+  entry.flag = grid.Cell(row, kFlagFileColumn);
   const bool confirmed = entry.qsl == list.member.confirmed;
   entry.contact = ContactOf(session, page, list, entry.key, confirmed);
   return entry;

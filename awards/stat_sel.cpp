@@ -52,7 +52,7 @@ StatSel::StatSel(Session& session)
   };
   for (const auto& [field, caption] : captions) field->SetCaption(caption);
   Modo.Tag = "MULTI";
-  Elenca.SetVisible(false);
+  OfferElenca(false);
   PopupTarget.SetVisible(false);
 
   const struct {
@@ -109,12 +109,12 @@ void StatSel::Activate() {
   DataQsoF.SetText(DataQsoF.EmptyText());
   if (Tag == "COUNTRY" || Tag == "PREFISSO") {
     Country.SetEnabled(false);
-    Elenca.SetVisible(true);
+    OfferElenca(true);
   } else {
     LoadFrom(session_, Country, kCountries, "Campo");
     if (Tag == "PROVINCIE") {
       Country.SetEnabled(true);
-      Elenca.SetVisible(true);
+      OfferElenca(true);
     }
   }
   if (Tag == "PLOG") return;
@@ -128,6 +128,11 @@ bool StatSel::QueryUnload() {
   if (!Visible()) return true;
   Cancel();
   return false;
+}
+
+void StatSel::OfferElenca(bool offered) {
+  Elenca.SetVisible(offered);
+  Elenca.SetEnabled(offered);
 }
 
 void StatSel::Unload() { SaveWindow(session_, *this, "StatSel"); }

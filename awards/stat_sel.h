@@ -66,6 +66,7 @@ class StatSel : public Window {
 
  private:
   void HangInEvents();
+  void OfferElenca(bool offered);
   void SelectAll(bool selected);
   void Confirm();
   void Cancel();

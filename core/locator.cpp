@@ -1,5 +1,6 @@
 #include "core/locator.h"
 
+#include <array>
 #include <cmath>
 #include <stdexcept>
 
@@ -31,7 +32,24 @@ double CosineOfAngle(const Position& from, const Position& to) {
 double ArcCosine(double x) { return std::atan(Divide(-x, Sqr(-x * x + 1))) + 2 * std::atan(1.0); }
 
 int WholeDegrees(double radians) {
-  return static_cast<int>(std::floor(radians * (180.0 / kPiValue)));
+  return static_cast<int>(std::floor(radians * 180.0 / kPiValue));
+}
+
+// Nothing is allocated for plain letters and digits: a distance is computed at each keystroke and
+// for each contact of a contest.
+std::array<int, 6> FirstSixCodes(std::string_view locator) {
+  std::array<int, 6> codes{};
+  std::string_view rest = locator;
+  for (int& code : codes) {
+    if (rest.empty()) {
+      throw std::out_of_range("Il locator \"" + std::string(locator) + "\" non ha sei caratteri");
+    }
+    const std::string character = Left(rest, 1);
+    code = character.size() == 1 ? static_cast<unsigned char>(character.front())
+                                 : static_cast<int>(Characters(character).front());
+    rest.remove_prefix(character.size());
+  }
+  return codes;
 }
 
 }  // namespace
@@ -46,12 +64,11 @@ bool IsValidLocator(std::string_view text) {
 }
 
 Position LocatorToRadians(std::string_view locator) {
-  const std::u32string characters = Characters(locator);
-  const auto code = [&](std::size_t place) { return static_cast<int>(characters.at(place - 1)); };
-  const int wholeLongitude = (code(1) - 65) * 20 - 180 + (code(3) - 48) * 2;
-  const double longitude = wholeLongitude + (code(5) - 65) / 12.0 + 1.0 / 24.0;
-  const int wholeLatitude = (code(2) - 65) * 10 - 90 + (code(4) - 48);
-  const double latitude = wholeLatitude + (code(6) - 65) / 24.0 + 1.0 / 48.0;
+  const auto [c1, c2, c3, c4, c5, c6] = FirstSixCodes(locator);
+  const int wholeLongitude = (c1 - 65) * 20 - 180 + (c3 - 48) * 2;
+  const double longitude = wholeLongitude + (c5 - 65) / 12.0 + 1.0 / 24.0;
+  const int wholeLatitude = (c2 - 65) * 10 - 90 + (c4 - 48);
+  const double latitude = wholeLatitude + (c6 - 65) / 24.0 + 1.0 / 48.0;
   return {longitude * kPiValue / 180.0, latitude * kPiValue / 180.0};
 }
 

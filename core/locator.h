@@ -41,7 +41,7 @@ struct Bearing {
 // arc cosine's range.
 Bearing BearingSpLp(std::string_view fromLocator, std::string_view toLocator);
 
-// "SP 308°/LP 128°  -  LAT 51°/LONG-1°  -  Km. 1233": bearing, position of `toLocator`, distance.
+// "SP 308°/LP 128°  -  LAT 51°/LONG-2°  -  Km. 1233": bearing, position of `toLocator`, distance.
 std::string PositionLine(std::string_view fromLocator, std::string_view toLocator);
 
 }  // namespace brenvo

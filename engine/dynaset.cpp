@@ -19,6 +19,7 @@ DynasetRows::DynasetRows(std::shared_ptr<Connection> connection, std::string_vie
       keyset_(TranslateKeyset(connection_->Tables(), select)),
       edit_(*keyset_.table) {
   for (const OutputColumn& column : keyset_.columns) names_.push_back(column.name);
+  asked_.assign(names_.size(), false);
   Requery();
   connection_->Register(this);
 }
@@ -44,7 +45,8 @@ void DynasetRows::Requery() {
   complete_ = false;
   failure_.reset();
   openingStamp_ = connection_->ChangeStamp();
-  rowStamp_ = -1;
+  held_.Drop();
+  askedAt_ = kNowhere;
   reached_ = 0;
   ReadKeys(1);
   Stand(0);
@@ -130,16 +132,23 @@ std::int64_t DynasetRows::CurrentKey() const {
   return KeyAt(at_);
 }
 
-bool DynasetRows::FetchRow(std::int64_t key, std::vector<Value>& row) {
-  std::vector<Value> parameters = keyset_.row.parameters;
-  parameters.emplace_back(key);
-  Running run(*connection_, keyset_.row.text, std::move(parameters));
-  if (!run.Step()) return false;
-  row.resize(keyset_.columns.size());
-  for (std::size_t i = 0; i < row.size(); ++i) {
-    row[i] = run.Cell(static_cast<int>(i), ValueType::kAny);
+// Whoever walks through the rows, one after the other, asks each for the same columns: they are
+// fetched ahead, twice as many each time, so that a walk which ends or changes what it walks
+// through has read little in vain.
+void DynasetRows::FetchFor(std::size_t column) {
+  const std::int64_t key = KeyAt(at_);
+  const std::int64_t stamp = connection_->ChangeStamp();
+  const bool walking = at_ == askedAt_ + 1;
+  if (!walking && at_ != askedAt_) asked_.assign(names_.size(), false);
+  asked_[column] = true;
+  ahead_ = walking && stamp == aheadStamp_ ? std::min(2 * ahead_, HeldRows::kMost) : 1;
+  aheadStamp_ = stamp;
+  if (ahead_ > 1) {
+    const auto first = static_cast<std::size_t>(at_);
+    const auto keys = std::span(keys_).subspan(first, std::min(ahead_, keys_.size() - first));
+    if (held_.FetchAhead(*connection_, keys, asked_)) return;
   }
-  return true;
+  held_.Fetch(*connection_, key);
 }
 
 Value DynasetRows::Field(std::string_view column) { return Field(PlaceOf(names_, column)); }
@@ -150,13 +159,13 @@ Value DynasetRows::Field(std::size_t column) {
   const std::size_t tableColumn = keyset_.columns[column].tableColumn;
   if (tableColumn != TableSchema::kNone && edit_.Has(tableColumn)) return edit_.Get(tableColumn);
   const std::int64_t key = CurrentKey();
-  if (rowStamp_ != connection_->ChangeStamp() || rowKey_ != key) {
-    rowStamp_ = -1;
-    if (!FetchRow(key, row_)) FailRecordDeleted();
-    rowKey_ = key;
-    rowStamp_ = connection_->ChangeStamp();
+  if (!held_.Has(*connection_, key, column)) {
+    FetchFor(column);
+    if (!held_.Has(*connection_, key)) FailRecordDeleted();
   }
-  return FromRaw(row_[column], keyset_.columns[column].type);
+  askedAt_ = at_;
+  asked_[column] = true;
+  return FromRaw(held_.Cell(column), keyset_.columns[column].type);
 }
 
 std::int64_t DynasetRows::PlaceOfKey(std::int64_t key) {
@@ -189,7 +198,8 @@ void DynasetRows::AddNew() {
 void DynasetRows::Edit() {
   const std::int64_t key = CurrentKey();
   edit_.Cancel();
-  Field(std::size_t{0});  // 3167 when the row is gone
+  if (!held_.Has(*connection_, key)) held_.Fetch(*connection_, key);
+  if (!held_.Has(*connection_, key)) FailRecordDeleted();
   edit_.BeginChange(key);
 }
 
@@ -276,9 +286,13 @@ std::vector<Value> DynasetRows::RowAt(std::int64_t place) {
   if (place < 0) return row;
   ReadKeys(place + 1);
   if (place >= Size()) return row;
-  if (!FetchRow(KeyAt(place), row)) row.assign(keyset_.columns.size(), Value());
+  row.resize(keyset_.columns.size());
+  std::vector<Value> parameters = keyset_.row.parameters;
+  parameters.emplace_back(KeyAt(place));
+  Running run(*connection_, keyset_.row.text, std::move(parameters));
+  if (!run.Step()) return row;
   for (std::size_t i = 0; i < row.size(); ++i) {
-    row[i] = FromRaw(std::move(row[i]), keyset_.columns[i].type);
+    row[i] = run.Cell(static_cast<int>(i), keyset_.columns[i].type);
   }
   return row;
 }

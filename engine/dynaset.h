@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "engine/connection.h"
+#include "engine/held_rows.h"
 #include "engine/record_edit.h"
 
 namespace brenvo {
@@ -54,8 +55,8 @@ class DynasetRows final : public Dynaset, private LazyReader {
   void Stand(std::int64_t place);
   // The place of a key; -1 when it is not among them.
   std::int64_t PlaceOfKey(std::int64_t key);
-  // The cells as the file holds them; false when the row is gone.
-  bool FetchRow(std::int64_t key, std::vector<Value>& row);
+  // Holds the current row, with this column at least, and what is likely to be asked for next.
+  void FetchFor(std::size_t column);
   std::int64_t FindPlace(std::string_view condition);
 
   std::shared_ptr<Connection> connection_;
@@ -75,9 +76,14 @@ class DynasetRows final : public Dynaset, private LazyReader {
   bool noMatch_ = false;
   Bookmark lastModified_;
 
-  std::vector<Value> row_;  // of rowKey_, as it was at rowStamp_
-  std::int64_t rowKey_ = 0;
-  std::int64_t rowStamp_ = -1;
+  HeldRows held_{keyset_};
+  // Where a row was asked for last, and what was asked of the rows that were walked through up to
+  // there; kNowhere after a Requery.
+  static constexpr std::int64_t kNowhere = -2;
+  std::int64_t askedAt_ = kNowhere;
+  std::vector<bool> asked_;
+  std::size_t ahead_ = 1;  // rows that were fetched together last
+  std::int64_t aheadStamp_ = -1;
 };
 
 }  // namespace brenvo

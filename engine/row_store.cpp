@@ -27,7 +27,9 @@ T Get(const char* at) {
 }  // namespace
 
 void RowStore::Clear() {
-  blocks_.clear();
+  // One block stays, for the next rows.
+  if (blocks_.size() > 1) blocks_.resize(1);
+  if (!blocks_.empty()) blocks_.front().clear();
   rows_.clear();
 }
 

@@ -2,14 +2,10 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 
-#include "base/number.h"
 #include "base/text.h"
-#include "core/country_map.h"
 #include "core/help_topics.h"
-#include "core/locator.h"
 #include "core/modules.h"
 
 namespace brenvo {
@@ -143,6 +139,7 @@ void LogForm::HangInEvents() {
     if (DsLog->EOF_() || DataGrid1.Row() < 1) return;
     DsLog->FindFirst("QsoNr=" + DataLog.Text(DataGrid1.Row() - 1, "QsoNr"));
     ShowQso();
+    SetRecordCommands(true);
     Key("cmVista").SetDown(false);
     ShowGrid(false);
   };
@@ -187,162 +184,6 @@ void LogForm::Unload() {
 
 void LogForm::cmQtr() { Qtr.SetText(HourMinute(session_.Now())); }
 
-void LogForm::ClearQso() {
-  DataQso.SetText(DateText(session_.Now()));
-  cmQtr();
-  for (TextField* field :
-       {&CallQso, &Manager, &Qra, &Qth, &Prefisso, &ZonaCQ, &ZonaITU, &Continente,
-        static_cast<TextField*>(&Country), static_cast<TextField*>(&Provincia), &Locator, &QrkDato,
-        &QrkRicevuto, &Note}) {
-    field->SetText("");
-  }
-  for (TextField* field : {&Qrb, &Frequenza, &Potenza}) field->SetText("0");
-  for (ListField* list : {&Banda, &Modo, &Propagazione}) list->SetListIndex(-1);
-  for (CheckBox* box : {&QslDaInviare, &QslRicevuta, &QslInviata}) box->SetOn(false);
-  PrevCall = PrevCountry = PrevLocator = PrevBanda = "";
-  SetRecordCommands(false);
-}
-
-struct LogForm::Shown {
-  DateTime dataQso;
-  std::string qsoNr, total, banda, call, manager, qra, qth, prefisso, zonaCq, zonaItu, continente,
-      country, provincia, locator, qrb, frequenza, potenza, modo, propagazione, qrkDato,
-      qrkRicevuto, note;
-  bool qslDaInviare = false, qslRicevuta = false, qslInviata = false;
-};
-
-LogForm::Shown LogForm::ReadRecord() {
-  Dynaset& row = *DsLog;
-  const auto text = [&](std::string_view column) { return FieldText(row, column); };
-  const auto number = [&](std::string_view column) {
-    return PlainNumber(Val(row.Field(column).Text()));
-  };
-  Shown shown;
-  shown.qsoNr = text("QsoNr");
-  shown.total = std::to_string(row.RecordCount());
-  shown.dataQso = row.Field("DataQso").Date();
-  shown.banda = text("Banda");
-  shown.call = text("Call");
-  shown.manager = text("Manager");
-  shown.qra = text("Qra");
-  shown.qth = text("Qth");
-  shown.prefisso = PadRight(text("Prefisso"), 5);
-  shown.zonaCq = text("Zona CQ");
-  shown.zonaItu = text("Zona ITU");
-  shown.continente = text("Continente");
-  Table& countries = *session_.TbCountry;
-  countries.Seek("=", {text("Country")});
-  if (!countries.NoMatch()) {
-    const std::string code = FieldText(countries, "Country");
-    shown.country = PadRight(code, 5) + FieldText(countries, "Descrizione");
-    Table& provinces = *session_.TbProvincie;
-    provinces.Seek("=", {code, text("Provincia")});
-    if (!provinces.NoMatch()) {
-      shown.provincia =
-          PadRight(FieldText(provinces, "Provincia"), 4) + FieldText(provinces, "Descrizione");
-    }
-  }
-  shown.locator = text("Locator");
-  shown.qrb = number("Qrb");
-  shown.frequenza = FormatNumber(Val(text("Frequenza")), "#####.000");
-  shown.potenza = text("Potenza");
-  shown.modo = text("Modo");
-  shown.propagazione = text("Propagazione");
-  shown.qrkDato = text("QrkDato");
-  shown.qrkRicevuto = text("QrkRicevuto");
-  shown.qslDaInviare = row.Field("QslDaInviare").Bool();
-  shown.qslRicevuta = row.Field("QslRicevuta").Bool();
-  shown.qslInviata = row.Field("QslInviata").Bool();
-  shown.note = text("Note");
-  return shown;
-}
-
-void LogForm::ShowQso() {
-  Shown shown;
-  try {
-    shown = ReadRecord();
-  } catch (const DatabaseError& failure) {
-    session_.EndWith(failure, "Get Qso");
-  }
-  // A lookup that a stored text makes fail is told, and the record is shown all the same.
-  const auto assign = [this](TextField& field, const std::string& text) {
-    session_.Windows.RunEvent([&] { field.SetText(text); });
-  };
-  QsoNr.SetText(shown.qsoNr);
-  QsoTotali.SetText(shown.total);
-  DataQso.SetText(DateText(shown.dataQso));
-  Qtr.SetText(Left(TimeText(shown.dataQso), 5));
-  SelectListEntry(Banda, shown.banda, std::max<std::size_t>(5, Len(shown.banda)));
-  assign(CallQso, shown.call);
-  Manager.SetText(shown.manager);
-  Qra.SetText(shown.qra);
-  Qth.SetText(shown.qth);
-  PrevCall = shown.call;
-  PrevBanda = Banda.Text();
-  Prefisso.SetText(shown.prefisso);
-  ZonaCQ.SetText(shown.zonaCq);
-  ZonaITU.SetText(shown.zonaItu);
-  Continente.SetText(shown.continente);
-  assign(Country, shown.country);
-  if (!shown.country.empty()) PrevCountry = shown.country;
-  Provincia.SetText(shown.provincia);
-  PrevLocator = shown.locator;
-  assign(Locator, shown.locator);
-  Qrb.SetText(shown.qrb);
-  Frequenza.SetText(shown.frequenza);
-  Potenza.SetText(shown.potenza);
-  Modo.SetText(shown.modo);
-  Propagazione.SetText(shown.propagazione);
-  QrkDato.SetText(shown.qrkDato);
-  QrkRicevuto.SetText(shown.qrkRicevuto);
-  QslDaInviare.SetOn(shown.qslDaInviare);
-  QslRicevuta.SetOn(shown.qslRicevuta);
-  QslInviata.SetOn(shown.qslInviata);
-  Note.SetText(shown.note);
-  if (Key("cmMappa").Down() && !Country.Text().empty()) ShowCountryMap(session_, Country.Text());
-}
-
-bool LogForm::ValidateQso() {
-  if (!IsValidDate(session_, DataQso.Text())) return false;
-  // Exactly midnight counts as no time: the operator enters 00:01.
-  const auto time = ParseTime(Qtr.Text());
-  if (!time || *time == DateTime()) return false;
-  if (IsEmptyField(CallQso.Text())) return false;
-  if (!IsEmptyField(Locator.Text()) && !IsValidLocator(Locator.Text())) {
-    session_.Messages().Show(MessageIcon::kExclamation, "", "Locator non valido");
-    return false;
-  }
-  return true;
-}
-
-void LogForm::StoreQso() {
-  Dynaset& row = *DsLog;
-  row.Set("DataQso", ParseDate(DataQso.Text())->DatePart() + *ParseTime(Qtr.Text()));
-  row.Set("Call", CallQso.Text());
-  row.Set("Manager", Manager.Text());
-  row.Set("Qra", Qra.Text());
-  row.Set("Qth", Qth.Text());
-  row.Set("Prefisso", Trim(Left(Prefisso.Text(), 5)));
-  row.Set("Zona CQ", Val(ZonaCQ.Text()));
-  row.Set("Zona ITU", Val(ZonaITU.Text()));
-  row.Set("Continente", Continente.Text());
-  row.Set("Country", Trim(Left(Country.Text(), 5)));
-  row.Set("Provincia", Trim(Left(Provincia.Text(), 3)));
-  row.Set("Locator", Locator.Text());
-  row.Set("Qrb", Val(Qrb.Text()));
-  row.Set("Banda", Banda.Text());
-  row.Set("Frequenza", Val(Frequenza.Text()));
-  row.Set("Potenza", Val(Potenza.Text()));
-  row.Set("Modo", Modo.Text());
-  row.Set("Propagazione", Propagazione.Text());
-  row.Set("QrkDato", QrkDato.Text());
-  row.Set("QrkRicevuto", QrkRicevuto.Text());
-  row.Set("QslDaInviare", QslDaInviare.IsOn());
-  row.Set("QslRicevuta", QslRicevuta.IsOn());
-  row.Set("QslInviata", QslInviata.IsOn());
-  row.Set("Note", Note.Text());
-}
-
 void LogForm::cmInsert() {
   if (!ValidateQso()) return;
   const bool stored = TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
@@ -357,7 +198,7 @@ void LogForm::cmInsert() {
 void LogForm::cmUpdate() {
   if (!ValidateQso()) return;
   const bool stored = TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
-    ReturnToShownRecord();
+    ReturnFromExport();
     DsLog->Edit();
     StoreQso();
     DsLog->Update();
@@ -368,7 +209,7 @@ void LogForm::cmUpdate() {
 void LogForm::cmDelete() {
   if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
   try {
-    ReturnToShownRecord();
+    ReturnFromExport();
     DsLog->Delete();
   } catch (const DatabaseError& failure) {
     session_.EndWith(failure, "Delete Qso");
@@ -399,7 +240,7 @@ void LogForm::cmLast() {
 }
 
 void LogForm::cmNext() {
-  ReturnToShownRecord();
+  ReturnFromExport();
   if (DsLog->RecordCount() != 0) DsLog->MoveNext();
   if (DsLog->RecordCount() == 0 || DsLog->EOF_()) {
     cmLast();
@@ -410,7 +251,7 @@ void LogForm::cmNext() {
 }
 
 void LogForm::cmPrevious() {
-  ReturnToShownRecord();
+  ReturnFromExport();
   if (DsLog->RecordCount() != 0) DsLog->MovePrevious();
   if (DsLog->RecordCount() == 0 || DsLog->BOF()) {
     cmFirst();
@@ -422,14 +263,16 @@ void LogForm::cmPrevious() {
 
 void LogForm::cmClear() { ClearQso(); }
 
-// After an export of all contacts the record set stands at its end: back to what is on screen.
-void LogForm::ReturnToShownRecord() {
-  if (!DsLog->EOF_() || DsLog->RecordCount() == 0 || QsoNr.Text().empty()) return;
-  DsLog->FindFirst("QsoNr=" + QsoNr.Text());
+// The number on screen does not tell the record: after an insert it is still the former one's.
+void LogForm::ReturnFromExport() {
+  if (DsLog->RecordCount() != 0 && DsLog->EOF_()) DsLog->SetBookmark(beforeExport_);
 }
 
 void LogForm::SetRecordCommands(bool enabled) {
-  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(enabled);
+  recordCommands_ = enabled;
+  // The grid view takes all keys but its own.
+  const bool usable = enabled && !PanelGriglia.Visible();
+  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(usable);
 }
 
 void LogForm::cmVista() { ShowGrid(Key("cmVista").Down()); }
@@ -439,22 +282,21 @@ void LogForm::ShowGrid(bool shown) {
   if (shown) {
     DataLog.Refresh();
     DataGrid1.ContentChanged();
-    disabledByGrid_.clear();
-    std::vector<MenuItem> keys = Toolbar1.Items;
-    keys.insert(keys.end(), exportMenu_.Items.begin(), exportMenu_.Items.end());
-    for (const MenuItem& item : keys) {
-      Command* const* command = std::get_if<Command*>(&item);
-      if (command == nullptr || (*command)->Name() == "cmVista" || !(*command)->Enabled()) continue;
-      (*command)->SetEnabled(false);
-      disabledByGrid_.push_back(*command);
-    }
+  }
+  PanelGriglia.SetVisible(shown);
+  std::vector<MenuItem> keys = Toolbar1.Items;
+  keys.insert(keys.end(), exportMenu_.Items.begin(), exportMenu_.Items.end());
+  for (const MenuItem& item : keys) {
+    Command* const* command = std::get_if<Command*>(&item);
+    if (command != nullptr && (*command)->Name() != "cmVista") (*command)->SetEnabled(!shown);
+  }
+  SetRecordCommands(recordCommands_);
+  if (shown) {
     boundsBeforeGrid_ = GetBounds();
     Move({Twips(0), GetBounds().top, Host().ScreenWidth(), Height()});
   } else {
-    for (Command* command : disabledByGrid_) command->SetEnabled(true);
     Move(boundsBeforeGrid_);
   }
-  PanelGriglia.SetVisible(shown);
   StatusBar1.SetMinimumWidth(1, Width().Value() - kStatusPanels);
 }
 

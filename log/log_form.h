@@ -114,7 +114,8 @@ class LogForm : public LogWindow {
   bool ValidateQso();
   void StoreQso();
   void SetRecordCommands(bool enabled);
-  void ReturnToShownRecord();
+  // An export of all contacts leaves DsLog at its end: back to the record it stood on.
+  void ReturnFromExport();
   void ReceiveSelection();
   void ShowGrid(bool shown);
   void TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select);
@@ -129,7 +130,8 @@ class LogForm : public LogWindow {
   ToolKeys keys_;
   Menu exportMenu_{*this, "cmExport", "Esporta"};
   Bounds boundsBeforeGrid_;
-  std::vector<Command*> disabledByGrid_;
+  bool recordCommands_ = false;  // there is a record for them
+  Bookmark beforeExport_;        // where DsLog stood
 };
 
 }  // namespace brenvo

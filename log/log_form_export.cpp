@@ -21,7 +21,7 @@ std::ofstream OpenToAppend(const std::filesystem::path& file) {
 
 void LogForm::cmOnlyThisQso() {
   Export("Esporta questo Qso", [this](std::ostream& out) {
-    ReturnToShownRecord();
+    ReturnFromExport();
     if (!DsLog->EOF_() && !DsLog->BOF()) out << AdifWriter(*DsLog).Contact();
   });
 }
@@ -29,6 +29,7 @@ void LogForm::cmOnlyThisQso() {
 void LogForm::cmAllQso() {
   Export("Esporta tutti i Qso", [this](std::ostream& out) {
     if (DsLog->RecordCount() == 0) return;
+    if (!DsLog->EOF_()) beforeExport_ = DsLog->GetBookmark();
     AdifWriter writer(*DsLog);
     for (DsLog->MoveFirst(); !DsLog->EOF_(); DsLog->MoveNext()) out << writer.Contact();
   });

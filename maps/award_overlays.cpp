@@ -10,8 +10,8 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "core/entry_key.h"
 #include "core/modules.h"
-#include "maps/entry_key.h"
 #include "maps/map_view.h"
 #include "maps/overlay_geometry.h"
 

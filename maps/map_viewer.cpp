@@ -99,7 +99,8 @@ void ShowMapImage(Session& session, std::string_view fileName) {
 }
 
 void DisplayMappa(Session& session, MainFrame& frame, std::string_view request) {
-  session.Windows.Show(frame);
+  // The frame alone: the child that stands in front in it has not left, and is not activated anew.
+  session.Host().Show(frame);
   ShowMapImage(session, session.MapFile);
   for (const Overlay& overlay : kOverlays) {
     if (request.starts_with(overlay.word)) overlay.paint(session);

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "base/image_size.h"
+#include "core/entry_key.h"
 #include "core/modules.h"
-#include "maps/entry_key.h"
 
 namespace brenvo {
 namespace {
@@ -48,6 +48,7 @@ void MappaSquare::Load() {
     DrawSquares();
   } catch (const std::exception&) {
   }
+  Resize();
 }
 
 void MappaSquare::Unload() { squares_.reset(); }

@@ -1,4 +1,4 @@
-// A settings store that forgets everything with its process.
+// A settings store in memory.
 #pragma once
 
 #include <map>
@@ -12,6 +12,11 @@ namespace brenvo {
 
 class MemorySettings : public SettingsStore {
  public:
+  // By section and key.
+  using Values = std::map<std::pair<std::string, std::string>, std::string>;
+  const Values& All() const { return values_; }
+  void SetAll(Values values) { values_ = std::move(values); }
+
   std::string GetSetting(std::string_view section, std::string_view key,
                          std::string_view defaultValue) override {
     const auto at = values_.find({std::string(section), std::string(key)});
@@ -23,7 +28,7 @@ class MemorySettings : public SettingsStore {
   }
 
  private:
-  std::map<std::pair<std::string, std::string>, std::string> values_;
+  Values values_;
 };
 
 }  // namespace brenvo

@@ -52,9 +52,9 @@ class EventGate : public QObject {
     QPointer<QObject> guard;
     std::function<void()> event;
   };
-  WindowList* windows_ = nullptr;
   void WakeUp();
 
+  WindowList* windows_ = nullptr;
   std::deque<Waiting> waiting_;
   int holds_ = 0;
   bool wakeUpPosted_ = false;

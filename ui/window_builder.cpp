@@ -188,10 +188,8 @@ QWidget* WindowBuilder::MakeRow(const Piece& piece, QWidget* parent, bool vertic
     QWidget* widget = Make(inner, row);
     if (widget == nullptr) continue;
     grown = grown || stretch > 0 || (!vertical && Grows(inner));
-    if (QWidget* label = MakeLabelOf(inner, *widget, row); label != nullptr && !vertical) {
-      box->addWidget(label);
-    } else if (label != nullptr) {
-      label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    if (QWidget* label = MakeLabelOf(inner, *widget, row)) {
+      if (vertical) label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
       box->addWidget(label);
     }
     box->addWidget(widget, stretch);

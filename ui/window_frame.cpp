@@ -22,7 +22,7 @@
 namespace brenvo {
 namespace {
 
-// How much of a window stays where it can be grabbed.
+// How far a window opens from the corner of one that stands there already, pixels.
 constexpr int kCascadeStep = 28;
 
 WindowState StateOf(const QWidget& widget) {

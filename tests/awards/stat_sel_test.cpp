@@ -81,9 +81,10 @@ TEST_F(StatSelTest, ElencaIsOfferedForPrefissoCountryAndProvincieOnly) {
       {"FIELD", false},      {"SQUARE", false},  {"ZONE", false},   {"CONTINENTI", false},
       {"CONTINENTE", false}, {"NOTE", false},    {"PLOG", false}};
   for (const auto& [word, offered] : words) {
-    bool visible = !offered;
-    Ask(word, [&](StatSel& dialog) { visible = dialog.Elenca.Visible(); }, "cmExit");
-    EXPECT_EQ(visible, offered) << word;
+    Ask(word, [&](StatSel& dialog) {
+      EXPECT_EQ(dialog.Elenca.Visible(), offered) << word;
+      EXPECT_EQ(dialog.Elenca.Enabled(), offered) << word;
+    }, "cmExit");
   }
 }
 

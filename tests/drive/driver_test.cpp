@@ -72,6 +72,12 @@ TEST_F(Scripts, AFailureNamesItsLine) {
   EXPECT_EQ(Failure("echo \"a"), "1: a text in quotes does not end");
 }
 
+TEST_F(Scripts, TheSettingsOfADirectoryLastFromOneScriptToTheNext) {
+  Run("menu cmHrd\nmenu cmSaveDesktop\nresize Hrd 9000 7000\nclose Brenvo");
+  EXPECT_THAT(Run("menu cmLoadDesktop\nwindows\nget Hrd.Width"),
+              ElementsAre("windows Brenvo Hrd", "get Hrd.Width 9000"));
+}
+
 TEST_F(Scripts, NothingRunsAfterAFailure) {
   Failure("echo a\nhop\necho b");
   EXPECT_THAT(lines, ElementsAre("a"));

@@ -349,5 +349,118 @@ TEST_F(DynasetTest, AClosedDynasetAnswersWithAnError) {
   EXPECT_EQ(ErrorOf([&] { rows->Requery(); }), 3420);
 }
 
+// A walk through a log of 500, and what it costs in statements.
+class WalkTest : public DynasetTest {
+ protected:
+  WalkTest() {
+    db_.BeginTrans();
+    for (int minute = 0; minute < kContacts; ++minute) AddContact(db_, minute, "I1AAA");
+    db_.CommitTrans();
+  }
+  std::unique_ptr<Dynaset> Opened() {
+    return db_.OpenDynaset("select * from Log order by DataQso");
+  }
+
+  static constexpr int kContacts = 500;
+};
+
+TEST_F(WalkTest, RowsAreFetchedManyAtATime) {
+  const auto rows = Opened();
+  const auto before = db_.Counters().statements;
+  for (int nr = 1; nr <= kContacts; ++nr, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field("QsoNr").Integer(), nr);
+  }
+  EXPECT_TRUE(rows->EOF_());
+  EXPECT_LE(db_.Counters().statements - before, 14);  // 1, 2, 4 ... 64 rows, then 64 each
+}
+
+TEST_F(WalkTest, OneRowAskedForIsOneRowFetched) {
+  const auto rows = Opened();
+  rows->MoveLast();
+  const auto before = db_.Counters().rowsStepped;
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), kContacts);
+  rows->SetBookmark({100});
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), 100);
+  rows->MovePrevious();
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), 99);
+  EXPECT_EQ(db_.Counters().rowsStepped - before, 3);
+}
+
+TEST_F(WalkTest, AWalkThatWritesReadsFewRowsTwice) {
+  const auto rows = Opened();
+  rows->MoveLast();
+  rows->MoveFirst();
+  const auto before = db_.Counters().rowsStepped;
+  for (int nr = 1; nr <= kContacts; ++nr, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field("Call").Text(), "I1AAA");
+    if (nr % 4 != 0) continue;
+    rows->Edit();
+    rows->Set("Call", "I1ZZZ");
+    rows->Update();
+    ASSERT_EQ(rows->Field("Call").Text(), "I1ZZZ");
+  }
+  EXPECT_LE(db_.Counters().rowsStepped - before, 2 * kContacts);
+}
+
+TEST_F(WalkTest, WhatIsChangedAheadIsSeen) {
+  const auto rows = Opened();
+  for (int nr = 1; nr < 100; ++nr, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field("Call").Text(), "I1AAA");
+  }
+  db_.BeginTrans();
+  db_.Execute("UPDATE Log SET Call='I1ZZZ' WHERE QsoNr>=100");
+  EXPECT_EQ(rows->Field("Call").Text(), "I1ZZZ");
+  rows->MoveNext();
+  EXPECT_EQ(rows->Field("Call").Text(), "I1ZZZ");
+  db_.Rollback();
+  EXPECT_EQ(rows->Field("Call").Text(), "I1AAA");
+}
+
+TEST_F(WalkTest, WhatIsDeletedAheadIsAnErrorOnReading) {
+  db_.Execute("DELETE FROM Log WHERE QsoNr=2");
+  const auto rows = Opened();
+  rows->MoveLast();
+  db_.Execute("DELETE FROM Log WHERE QsoNr=100 or QsoNr=101");
+  std::vector<std::int64_t> deleted;
+  rows->MoveFirst();
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    const int error = ErrorOf([&] { rows->Field("Call"); });
+    if (error == 3167) deleted.push_back(rows->RecordCount());
+    EXPECT_EQ(ErrorOf([&] { rows->Edit(); }), error);
+  }
+  EXPECT_EQ(deleted.size(), 2u);
+}
+
+TEST_F(WalkTest, AColumnAskedForOnTheWayIsThere) {
+  const auto rows = Opened();
+  for (int nr = 1; nr <= kContacts; ++nr, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field("Call").Text(), "I1AAA");
+    if (nr % 3 == 0) {
+      ASSERT_EQ(rows->Field("QsoNr").Integer(), nr);
+    }
+    if (nr == 200) {
+      ASSERT_EQ(rows->Field("Locator").Text(), "JN65FR");
+    }
+  }
+}
+
+TEST_F(WalkTest, WorkedOutColumnsAreReadOneRowAtATime) {
+  const auto rows = db_.OpenDynaset("select QsoNr, Left(Call,2)+Locator as Both from Log");
+  for (int nr = 1; nr <= kContacts; ++nr, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field("Both").Text(), "I1JN65FR");
+    ASSERT_EQ(rows->Field("QsoNr").Integer(), nr);
+  }
+}
+
+TEST_F(WalkTest, ARecordEditedBeforeItIsLookedAtIsRead) {
+  const auto rows = Opened();
+  rows->MoveNext();
+  rows->Edit();
+  rows->Set("Call", "I1ZZZ");
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), 2);
+  rows->Update();
+  EXPECT_EQ(rows->Field("Call").Text(), "I1ZZZ");
+}
+
 }  // namespace
 }  // namespace brenvo

@@ -138,6 +138,23 @@ TEST_F(AdifExportTest, AfterAnExportOfAllTheRecordOnScreenStaysTheOneWorkedOn) {
   EXPECT_EQ(log.CallQso.Text(), "B1B");
 }
 
+TEST_F(AdifExportTest, AContactInsertedBeforeAnExportOfAllStaysTheOneWorkedOn) {
+  LogForm& log = OpenLog();
+  Press(log, "cmClear");
+  log.CallQso.SetText("B1B");
+  Press(log, "cmInsert");
+  EXPECT_EQ(log.QsoNr.Text(), "1");  // still the number of the contact shown before
+  Export(log, "cmAllQso", false);
+  Export(log, "cmAllQso", false);
+  log.Note.SetText("cambiata");
+  Press(log, "cmUpdate");
+  EXPECT_EQ(Rows("select Call from Log where Note='cambiata'"), Texts{"B1B"});
+  Export(log, "cmAllQso", false);
+  machine.Messages().QueueAnswer(true);
+  Press(log, "cmDelete");
+  EXPECT_EQ(Rows("select Call from Log"), Texts{"IK3ABC/P"});
+}
+
 TEST_F(AdifExportTest, AnEmptyLogLeavesAnEmptyFile) {
   Exec("delete * from Log");
   LogForm& log = OpenLog();

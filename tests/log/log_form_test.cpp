@@ -335,6 +335,37 @@ TEST_F(LogFormTest, ADoubleClickInTheGridShowsThatContact) {
   EXPECT_FALSE(log.PanelGriglia.Visible());
 }
 
+TEST_F(LogFormTest, AContactPickedInTheGridCanBeWorkedOnAlsoAfterTheFieldsWereCleared) {
+  LogForm& log = OpenLog();
+  Store(log, "IK3ABC");
+  Press(log, "cmClear");
+  Press(log, "cmVista");
+  Press(log, "cmVista");
+  EXPECT_FALSE(log.Key("cmUpdate").Enabled());
+  Press(log, "cmVista");
+  Event([&] { log.DataGrid1.DoubleClickCell(1, 0); });
+  EXPECT_EQ(log.CallQso.Text(), "IK3ABC");
+  for (const char* key : {"cmNext", "cmPrevious", "cmUpdate", "cmDelete", "cmMappa"}) {
+    EXPECT_TRUE(log.Key(key).Enabled()) << key;
+  }
+}
+
+TEST_F(LogFormTest, ASelectionThatComesIntoTheGridViewDecidesTheRecordCommandsAfterIt) {
+  LogForm& log = OpenLog();
+  Store(log, "IK3ABC");
+  Press(log, "cmVista");
+  Event([&] { session.ShowInLog("Select * from Log where QsoNr=1"); });
+  EXPECT_EQ(log.DataGrid1.Rows(), 2);
+  EXPECT_FALSE(log.Key("cmUpdate").Enabled());
+  machine.Advance(1000);
+  Event([&] { session.ShowInLog("Select * from Log where QsoNr=99"); });
+  EXPECT_EQ(log.DataGrid1.Rows(), 1);
+  Press(log, "cmVista");
+  EXPECT_FALSE(log.Key("cmUpdate").Enabled());
+  EXPECT_FALSE(log.Key("cmDelete").Enabled());
+  EXPECT_TRUE(log.Key("cmInsert").Enabled());
+}
+
 TEST_F(LogFormTest, TheSizeOfTheGridViewIsNotSaved) {
   LogForm& log = OpenLog();
   Press(log, "cmVista");

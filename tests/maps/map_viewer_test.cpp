@@ -107,6 +107,22 @@ TEST_F(MapViewerTest, ASecondRequestWithinTheSameSecondDoesNothing) {
   EXPECT_THAT(Lines(), IsEmpty());
 }
 
+class Entry : public Window {
+ public:
+  explicit Entry(Session& session)
+      : Window(session.Host(), "Entry", "Entry", Twips(1500), Twips(1500)) {}
+  void Activate() override { ++activations; }
+  int activations = 0;
+};
+
+TEST_F(MapViewerTest, TheWindowInFrontStaysInFrontWhenAMapComes) {
+  Know<Entry>("Entry");
+  Entry& entry = Open<Entry>("Entry");
+  Ask("mondo.jpg", 300, 200);
+  session.Windows.Activated(entry);
+  EXPECT_EQ(entry.activations, 1);
+}
+
 TEST_F(MapViewerTest, AMissingImageIsPassedOverInSilence) {
   Ask("mondo.jpg", 300, 200);
   Lines();

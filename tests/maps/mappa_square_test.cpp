@@ -161,6 +161,12 @@ TEST_F(MappaSquareTest, TheBarScrollsByAsMuchAsThePictureIsHigher) {
   EXPECT_EQ(map.PicBuf1.Top(), Twips(-3000));
 }
 
+TEST_F(MappaSquareTest, TheBarScrollsFromTheOpeningOn) {
+  MappaSquare& map = OpenMap();
+  EXPECT_EQ(map.VScroll.Maximum(), 900 * 15 - map.ScaleHeight().Value());
+  EXPECT_GT(map.VScroll.Maximum(), 0);
+}
+
 TEST_F(MappaSquareTest, AnotherSizeBringsThePictureBackToItsTop) {
   MappaSquare& map = OpenMap();
   map.SetScale(Twips::FromPixels(800), Twips::FromPixels(500));

@@ -15,6 +15,11 @@ fi
 build=$1
 shift
 
+# A line a file: its checksum, its length and its name.
+contents() {
+  (cd "$1" && find . -type f ! -name 'Brenvo*' ! -name .delivered -exec cksum {} +) | sed 's| \./| |'
+}
+
 play() {
   rm -rf "$2"
   "$here/../../tools/deliver/deliver.sh" "$build/delivered" "$2"
@@ -24,12 +29,12 @@ play() {
   "$build/tools/drive/drive" "$2" < "$here/$1.drive" 2>&1 || status=$?
   if [ $status -ne 0 ]; then echo "exit status $status"; fi
   # What the station wrote: exports and pages, without the carriage returns.
-  (cd "$2" && find . -type f ! -name 'Brenvo*' ! -name .delivered) | sed 's|^\./||' |
+  { contents "$build/delivered"; if [ -d "$files" ]; then contents "$files"; fi; } |
+    LC_ALL=C sort > "$scratch/given"
+  contents "$2" | LC_ALL=C sort | LC_ALL=C comm -13 "$scratch/given" - | cut -d ' ' -f 3- |
     LC_ALL=C sort | while IFS= read -r file; do
-    if ! cmp -s "$build/delivered/$file" "$2/$file" && ! cmp -s "$files/$file" "$2/$file"; then
-      echo "file $file"
-      iconv -f WINDOWS-1252 -t UTF-8 "$2/$file" | tr -d '\r'
-    fi
+    echo "file $file"
+    iconv -f WINDOWS-1252 -t UTF-8 "$2/$file" | tr -d '\r'
   done
 }
 

@@ -42,10 +42,22 @@ put() {
   mv -f "$to/$1.new" "$to/$1"
 }
 
-# A new directory takes everything at once; what follows then only remembers.
-[ -n "$(ls -A "$to" | grep -v '^\.delivered\.new$')" ] || cp -Rp "$from/." "$to"
+# The names below FROM, those that the arguments (of find) choose.
+names() {
+  (cd "$from" && find . -type f "$@") | sed 's|^\./||' | LC_ALL=C sort
+}
 
-(cd "$from" && find . -type f) | sed 's|^\./||' | LC_ALL=C sort | while IFS= read -r name; do
+# A new directory takes everything at once.
+if [ -z "$(ls -A "$to" | grep -v '^\.delivered\.new$')" ]; then
+  cp -Rp "$from/." "$to"
+  names \( -name '*.mnu' -o -name '*.html' -o -name '*.rpt' \) | while IFS= read -r name; do
+    remember "$name" "$(checksum "$from/$name")"
+  done
+  mv -f "$new" "$manifest"
+  exit 0
+fi
+
+names | while IFS= read -r name; do
   case $name in
     Brenvo.mdb)
       # A compaction that was cut short leaves the contacts under one of these names: an empty

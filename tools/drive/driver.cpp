@@ -10,6 +10,7 @@
 #include "tools/drive/numbers.h"
 #include "tools/drive/observations.h"
 #include "tools/drive/operator_actions.h"
+#include "tools/drive/settings_file.h"
 #include "tools/drive/words.h"
 
 namespace brenvo {
@@ -92,6 +93,20 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
 
 std::optional<ScriptFailure> Driver::Run(std::istream& script) {
   script_ = &script;
+  const std::filesystem::path file = FileIn(session_->AppPath, "Brenvo.ini");
+  MemorySettings& settings = machine_.Settings();
+  settings.SetAll(ReadSettings(file));
+  const MemorySettings::Values before = settings.All();
+  std::optional<ScriptFailure> failure = RunScript();
+  try {
+    if (settings.All() != before) WriteSettings(file, settings.All());
+  } catch (const Refused& refused) {
+    if (!failure) failure = ScriptFailure{0, refused.reason};
+  }
+  return failure;
+}
+
+std::optional<ScriptFailure> Driver::RunScript() {
   frame_ = StartStation(*session_);
   if (frame_ == nullptr) return ScriptFailure{0, "the station does not start"};
   try {

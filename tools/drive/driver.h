@@ -32,7 +32,8 @@ class Driver {
   ~Driver();
 
   // Starts the station and runs the script to its end; what is open then stays as it is, with no
-  // shutdown. Nothing comes back when that went well.
+  // shutdown. The directory's settings are taken up before and kept after. Nothing comes back when
+  // all went well.
   [[nodiscard]] std::optional<ScriptFailure> Run(std::istream& script);
 
  private:
@@ -44,11 +45,9 @@ class Driver {
   };
   static const std::vector<Verb>& Verbs();
   struct ScriptEnded {};
-  struct Place {
-    Window* window;
-    Field* field;
-  };
 
+  // Run between the reading and the writing of the settings.
+  std::optional<ScriptFailure> RunScript();
   bool RunNextLine();
   void RunLine(const std::string& line);
   void Perform(const Verb& verb, const Words& words);

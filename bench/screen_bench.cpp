@@ -1,0 +1,149 @@
+// What the operator waits for on a screen that nobody sees: from the key to the painted answer. A
+// contact is typed into the log window, key by key, and read through; nothing of it stands by hand.
+#include <fmt/format.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/support/bench_station.h"
+#include "bench/support/figures.h"
+#include "bench/support/hand.h"
+#include "log/log_form.h"
+#include "station/station.h"
+#include "ui/qt_platform.h"
+
+namespace brenvo {
+namespace {
+
+constexpr int kContacts = 300, kSteps = 300;
+
+// Everything that waits is done and painted.
+void Settle() {
+  QCoreApplication::sendPostedEvents();
+  QCoreApplication::processEvents();
+}
+
+// The station as the operator has it before him, on a log of so many contacts.
+class ScreenStation {
+ public:
+  explicit ScreenStation(std::int64_t contacts) : directory_(contacts) {
+    platform_.Attach(&session_);
+    if (StartStation(session_) == nullptr) throw std::runtime_error("the station does not start");
+    platform_.Screen().Main().resize(1600, 900);
+    Settle();
+  }
+  ~ScreenStation() {
+    session_.Windows.RunEvent([&] { StopStation(session_); });
+    platform_.Attach(nullptr);
+  }
+
+  std::filesystem::path File() const { return directory_.File(); }
+  LogForm& OpenLog() {
+    session_.Windows.RunEvent(
+        [&] { session_.Windows.Show(*(log_ = session_.Windows.LoadNew("LogForm"))); });
+    Settle();
+    return static_cast<LogForm&>(*log_);
+  }
+  void CloseLog() {
+    session_.Windows.RunEvent([&] { session_.Windows.Unload(*log_); });
+    Settle();
+  }
+  void Press(Command& command) {
+    session_.Windows.RunEvent([&] { command.Press(); });
+    Settle();
+  }
+  // A key to the widget that has the focus, and all that follows until it can be seen.
+  void Key(int key, const QString& text = {}) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, key, Qt::NoModifier, text);
+      if (QWidget* focused = QApplication::focusWidget()) QApplication::sendEvent(focused, &event);
+    }
+    Settle();
+  }
+  void FocusOn(const char* field) {
+    auto* frame = platform_.Screen().Main().findChild<QMdiSubWindow*>(QStringLiteral("LogForm"));
+    auto* line = frame->findChild<QLineEdit*>(QLatin1String(field));
+    line->setFocus(Qt::TabFocusReason);
+    line->selectAll();
+    Settle();
+  }
+
+ private:
+  BenchDirectory directory_;
+  QtPlatform platform_{directory_.Path()};
+  Session session_{platform_, directory_.Path()};
+  Window* log_ = nullptr;
+};
+
+// Calls out of the whole log.
+std::vector<std::string> CallsIn(const std::filesystem::path& file, std::int64_t contacts) {
+  sqlite3* db = nullptr;
+  sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
+  std::vector<std::string> calls;
+  {
+    std::mt19937_64 random(1);
+    Hand contact(db, "SELECT Call FROM Log WHERE QsoNr>=? LIMIT 1");
+    while (calls.size() < kContacts) {
+      contact.Number(
+          1, static_cast<std::int64_t>(random() % static_cast<std::uint64_t>(contacts)) + 1);
+      if (contact.Step()) calls.push_back(contact.Cell(0));
+      contact.Done();
+    }
+  }
+  sqlite3_close(db);
+  return calls;
+}
+
+void Run(const Figures& figures, std::int64_t contacts) {
+  ScreenStation station(contacts);
+  const std::vector<std::string> calls = CallsIn(station.File(), contacts);
+  const auto tell = [&](std::string_view task, const Samples& times) {
+    if (figures.Wants(task)) figures.Line(contacts, task, times, {});
+  };
+
+  Samples opening;
+  for (int i = 0; i < 5; ++i) {
+    opening.Measure([&] { station.OpenLog(); });
+    station.CloseLog();
+  }
+  tell("log window, painted", opening);
+
+  LogForm& log = station.OpenLog();
+  Samples key, leaving;
+  for (const std::string& call : calls) {
+    station.Press(log.Key("cmClear"));
+    station.FocusOn("CallQso");
+    for (const char each : call) {
+      key.Measure([&] { station.Key(each, QString(QLatin1Char(each))); });
+    }
+    if (log.CallQso.Text() != call) throw std::runtime_error("a key was lost: " + call);
+    leaving.Measure([&] { station.Key(Qt::Key_Tab, QStringLiteral("\t")); });
+  }
+  tell("a key of the call, painted", key);
+  tell("Tab out of the call, painted", leaving);
+
+  Samples previous;
+  station.Press(log.Key("cmLast"));
+  for (int i = 0; i < kSteps; ++i) {
+    previous.Measure([&] { station.Press(log.Key("cmPrevious")); });
+  }
+  tell("the previous contact, painted", previous);
+}
+
+}  // namespace
+}  // namespace brenvo
+
+int main(int argc, char** argv) {
+  using namespace brenvo;
+  const Figures figures("screen", argc, argv);
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  for (const std::int64_t size : figures.Sizes()) Run(figures, size);
+}

@@ -1,0 +1,170 @@
+// A contact between the fields and its row: shown, emptied, validated, stored.
+#include <algorithm>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/country_map.h"
+#include "core/locator.h"
+#include "core/modules.h"
+#include "core/prefix.h"
+#include "log/log_form.h"
+
+namespace brenvo {
+
+void LogForm::ClearQso() {
+  DataQso.SetText(DateText(session_.Now()));
+  cmQtr();
+  for (TextField* field :
+       {&CallQso, &Manager, &Qra, &Qth, &Prefisso, &ZonaCQ, &ZonaITU, &Continente,
+        static_cast<TextField*>(&Country), static_cast<TextField*>(&Provincia), &Locator, &QrkDato,
+        &QrkRicevuto, &Note}) {
+    field->SetText("");
+  }
+  for (TextField* field : {&Qrb, &Frequenza, &Potenza}) field->SetText("0");
+  for (ListField* list : {&Banda, &Modo, &Propagazione}) list->SetListIndex(-1);
+  for (CheckBox* box : {&QslDaInviare, &QslRicevuta, &QslInviata}) box->SetOn(false);
+  PrevCall = PrevCountry = PrevLocator = PrevBanda = "";
+  SetRecordCommands(false);
+}
+
+struct LogForm::Shown {
+  DateTime dataQso;
+  std::string qsoNr, total, banda, call, manager, qra, qth, prefisso, zonaCq, zonaItu, continente,
+      country, provincia, locator, qrb, frequenza, potenza, modo, propagazione, qrkDato,
+      qrkRicevuto, note;
+  bool qslDaInviare = false, qslRicevuta = false, qslInviata = false;
+};
+
+LogForm::Shown LogForm::ReadRecord() {
+  Dynaset& row = *DsLog;
+  const auto text = [&](std::string_view column) { return FieldText(row, column); };
+  const auto number = [&](std::string_view column) {
+    return PlainNumber(Val(row.Field(column).Text()));
+  };
+  Shown shown;
+  shown.qsoNr = text("QsoNr");
+  shown.total = std::to_string(row.RecordCount());
+  shown.dataQso = row.Field("DataQso").Date();
+  shown.banda = text("Banda");
+  shown.call = text("Call");
+  shown.manager = text("Manager");
+  shown.qra = text("Qra");
+  shown.qth = text("Qth");
+  shown.prefisso = PadRight(text("Prefisso"), 5);
+  shown.zonaCq = text("Zona CQ");
+  shown.zonaItu = text("Zona ITU");
+  shown.continente = text("Continente");
+  Table& countries = *session_.TbCountry;
+  countries.Seek("=", {text("Country")});
+  if (!countries.NoMatch()) {
+    const std::string code = FieldText(countries, "Country");
+    shown.country = CountryText(code, FieldText(countries, "Descrizione"));
+    Table& provinces = *session_.TbProvincie;
+    provinces.Seek("=", {code, text("Provincia")});
+    if (!provinces.NoMatch()) {
+      shown.provincia =
+          PadRight(FieldText(provinces, "Provincia"), 4) + FieldText(provinces, "Descrizione");
+    }
+  }
+  shown.locator = text("Locator");
+  shown.qrb = number("Qrb");
+  shown.frequenza = FormatNumber(Val(text("Frequenza")), "#####.000");
+  shown.potenza = text("Potenza");
+  shown.modo = text("Modo");
+  shown.propagazione = text("Propagazione");
+  shown.qrkDato = text("QrkDato");
+  shown.qrkRicevuto = text("QrkRicevuto");
+  shown.qslDaInviare = row.Field("QslDaInviare").Bool();
+  shown.qslRicevuta = row.Field("QslRicevuta").Bool();
+  shown.qslInviata = row.Field("QslInviata").Bool();
+  shown.note = text("Note");
+  return shown;
+}
+
+void LogForm::ShowQso() {
+  Shown shown;
+  try {
+    shown = ReadRecord();
+  } catch (const DatabaseError& failure) {
+    session_.EndWith(failure, "Get Qso");
+  }
+  // A lookup that a stored text makes fail is told, and the record is shown all the same.
+  const auto assign = [this](TextField& field, const std::string& text) {
+    session_.Windows.RunEvent([&] { field.SetText(text); });
+  };
+  QsoNr.SetText(shown.qsoNr);
+  QsoTotali.SetText(shown.total);
+  DataQso.SetText(DateText(shown.dataQso));
+  Qtr.SetText(Left(TimeText(shown.dataQso), 5));
+  SelectListEntry(Banda, shown.banda, std::max<std::size_t>(5, Len(shown.banda)));
+  assign(CallQso, shown.call);
+  Manager.SetText(shown.manager);
+  Qra.SetText(shown.qra);
+  Qth.SetText(shown.qth);
+  PrevCall = shown.call;
+  PrevBanda = Banda.Text();
+  Prefisso.SetText(shown.prefisso);
+  ZonaCQ.SetText(shown.zonaCq);
+  ZonaITU.SetText(shown.zonaItu);
+  Continente.SetText(shown.continente);
+  assign(Country, shown.country);
+  if (!shown.country.empty()) PrevCountry = shown.country;
+  Provincia.SetText(shown.provincia);
+  PrevLocator = shown.locator;
+  assign(Locator, shown.locator);
+  Qrb.SetText(shown.qrb);
+  Frequenza.SetText(shown.frequenza);
+  Potenza.SetText(shown.potenza);
+  Modo.SetText(shown.modo);
+  Propagazione.SetText(shown.propagazione);
+  QrkDato.SetText(shown.qrkDato);
+  QrkRicevuto.SetText(shown.qrkRicevuto);
+  QslDaInviare.SetOn(shown.qslDaInviare);
+  QslRicevuta.SetOn(shown.qslRicevuta);
+  QslInviata.SetOn(shown.qslInviata);
+  Note.SetText(shown.note);
+  if (Key("cmMappa").Down() && !Country.Text().empty()) ShowCountryMap(session_, Country.Text());
+}
+
+bool LogForm::ValidateQso() {
+  if (!IsValidDate(session_, DataQso.Text())) return false;
+  // Exactly midnight counts as no time: the operator enters 00:01.
+  const auto time = ParseTime(Qtr.Text());
+  if (!time || *time == DateTime()) return false;
+  if (IsEmptyField(CallQso.Text())) return false;
+  if (!IsEmptyField(Locator.Text()) && !IsValidLocator(Locator.Text())) {
+    session_.Messages().Show(MessageIcon::kExclamation, "", "Locator non valido");
+    return false;
+  }
+  return true;
+}
+
+void LogForm::StoreQso() {
+  Dynaset& row = *DsLog;
+  row.Set("DataQso", ParseDate(DataQso.Text())->DatePart() + *ParseTime(Qtr.Text()));
+  row.Set("Call", CallQso.Text());
+  row.Set("Manager", Manager.Text());
+  row.Set("Qra", Qra.Text());
+  row.Set("Qth", Qth.Text());
+  row.Set("Prefisso", Trim(Left(Prefisso.Text(), 5)));
+  row.Set("Zona CQ", Val(ZonaCQ.Text()));
+  row.Set("Zona ITU", Val(ZonaITU.Text()));
+  row.Set("Continente", Continente.Text());
+  row.Set("Country", Trim(Left(Country.Text(), 5)));
+  row.Set("Provincia", Trim(Left(Provincia.Text(), 3)));
+  row.Set("Locator", Locator.Text());
+  row.Set("Qrb", Val(Qrb.Text()));
+  row.Set("Banda", Banda.Text());
+  row.Set("Frequenza", Val(Frequenza.Text()));
+  row.Set("Potenza", Val(Potenza.Text()));
+  row.Set("Modo", Modo.Text());
+  row.Set("Propagazione", Propagazione.Text());
+  row.Set("QrkDato", QrkDato.Text());
+  row.Set("QrkRicevuto", QrkRicevuto.Text());
+  row.Set("QslDaInviare", QslDaInviare.IsOn());
+  row.Set("QslRicevuta", QslRicevuta.IsOn());
+  row.Set("QslInviata", QslInviata.IsOn());
+  row.Set("Note", Note.Text());
+}
+
+}  // namespace brenvo

@@ -1,0 +1,77 @@
+// Every word that stands on a window before anything is typed: captions, tips, keys and hints of
+// all fields, beside the table words.tsv that an operator has read. What the station says now is
+// written to the build folder: after a wanted change, read it and copy it here.
+#include <fmt/format.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "forms/command.h"
+#include "forms/status_bar.h"
+#include "station/station.h"
+#include "tests/support/station.h"
+
+namespace brenvo {
+namespace {
+
+// A line of the table holds no line ends.
+std::string OnOneLine(std::string text) {
+  for (std::size_t at; (at = text.find('\n')) != std::string::npos;) text.replace(at, 1, "\\n");
+  return text;
+}
+
+class Words : public StationTest {
+ protected:
+  Words() : StationTest(false) {
+    frame = StartStation(session);
+    session.CurrentContest = {"03/03/2001", "  2 m", "Contest", "JN65AA"};
+    session.QueryText = "WHERE Call<>''";
+    // The score needs a contact.
+    session.Db.Execute(
+        "insert into [Contest Qso] (DataContest,Banda,ProgrDato,Call,Locator,Punti,Qrb,Note) "
+        "values ('03/03/2001','  2 m',1,'I3XYZ','JN65DF',1,1,'')");
+  }
+
+  std::string TableOf(Window& window) {
+    std::string table = fmt::format("{}\t{}\n", window.Name(), window.Caption());
+    StatusBar* bar = nullptr;
+    for (Field* field : window.Fields()) {
+      if (bar == nullptr) bar = dynamic_cast<StatusBar*>(field);
+    }
+    for (Field* field : window.Fields()) {
+      const auto* command = dynamic_cast<const Command*>(field);
+      std::string hint;
+      if (field->OnHover && bar != nullptr) {
+        field->Hover();
+        hint = bar->Panel(1);
+      }
+      const std::string tip = command != nullptr ? command->Tip : "";
+      const std::string key = command != nullptr ? command->Shortcut : "";
+      if (field->Caption().empty() && hint.empty()) continue;
+      table += fmt::format("{}.{}\t{}\t{}\t{}\t{}\n", window.Name(), field->Name(),
+                           OnOneLine(field->Caption()), tip, key, hint);
+    }
+    return table;
+  }
+};
+
+TEST_F(Words, OfAllWindowsAreThoseThatAnOperatorHasRead) {
+  std::string table = TableOf(*frame);
+  for (const std::string& name : session.Windows.KnownNames()) {
+    if (name == frame->Name()) continue;
+    session.Windows.RunEvent([&] {
+      Window* const window = session.Windows.LoadNew(name);
+      ASSERT_NE(window, nullptr) << name;
+      table += TableOf(*window);
+      session.Windows.Unload(*window);
+    });
+  }
+  std::ofstream(std::string(BUILD_DIR) + "/words.tsv") << table;
+  std::ifstream read(std::string(SOURCE_DIR) + "/tests/station/words.tsv");
+  std::ostringstream told;
+  told << read.rdbuf();
+  EXPECT_EQ(told.str(), table);
+}
+
+}  // namespace
+}  // namespace brenvo
