@@ -90,6 +90,16 @@ void Session::ReopenAfterCompaction() {
   if (Backup) Backup->Start();
 }
 
+// A journal that stays behind belongs to another program that has the file open: under a new file's
+// name it would be read into the wrong database.
+void Session::RequireNoOtherProgram() const {
+  std::filesystem::path journal = File("\\Brenvo.mdb");
+  journal += "-wal";
+  if (std::filesystem::exists(journal)) {
+    throw DatabaseError(DatabaseError::kLocked, "Il database e' aperto in un altro programma.");
+  }
+}
+
 void Session::DisplayMap(std::string_view word) {
   if (HDisplayMappa != nullptr) HDisplayMappa->SetText(std::string(word) + TimeText(Now()));
 }
