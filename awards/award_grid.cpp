@@ -11,6 +11,7 @@
 #include "awards/note_staging.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "core/entity_key.h"
 #include "core/modules.h"
 
 namespace brenvo {
@@ -41,9 +42,6 @@ void Try(Step step) {
   } catch (const std::exception&) {
   }
 }
-
-// A key as the file engine groups and compares it.
-std::string Compared(std::string_view key) { return Lower(RTrim(key)); }
 
 // A tag of up to three parts between slashes: the two behind the first slash, when they are there.
 std::pair<std::string, std::string> SplitNoteKey(std::string key) {
@@ -156,7 +154,7 @@ void AwardGrid::ListEntries() {
   Try([&] {
     for (groups_->MoveNext(); !groups_->EOF_(); groups_->MoveNext()) {
       Group next = read();
-      if (Compared(next.key) == Compared(current.key)) continue;
+      if (EntityKey(next.key) == EntityKey(current.key)) continue;
       ListEntry(current);
       current = std::move(next);
     }
@@ -178,7 +176,7 @@ void AwardGrid::ListReferenceTable(const Group& first) {
       Spread1.SetCell(nextRow_, 0, key);
       Spread1.SetCell(nextRow_, 1, FieldText(*rows, "Descrizione"));
       if (member_.traits.flags) Spread1.SetRowHeight(nextRow_, kFlagRowHeight);
-      rowOfKey_.emplace(Compared(key), nextRow_);
+      rowOfKey_.emplace(EntityKey(key), nextRow_);
     });
     NextRow();
   }
@@ -188,7 +186,7 @@ void AwardGrid::ListEntry(const Group& group) {
   ++total_;
   std::int64_t row = nextRow_;
   if (listsAll_) {
-    const auto listed = rowOfKey_.find(Compared(group.key));
+    const auto listed = rowOfKey_.find(EntityKey(group.key));
     if (listed == rowOfKey_.end()) return;
     row = listed->second;
   } else {
