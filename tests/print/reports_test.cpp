@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "forms/command.h"
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 #include "print/report_engine.h"
 #include "print/report_layout.h"
 #include "tests/support/station.h"
