@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
-#include <QSplitter>
 #include <algorithm>
 
 #include "forms/choice_fields.h"
@@ -17,6 +16,7 @@
 #include "forms/rich_text.h"
 #include "forms/status_bar.h"
 #include "ui/field_binding.h"
+#include "ui/split_widget.h"
 #include "ui/text.h"
 
 namespace brenvo {
@@ -285,10 +285,9 @@ QWidget* WindowBuilder::MakeEither(const Piece& piece, QWidget* parent) {
 }
 
 QWidget* WindowBuilder::MakeSplit(const Piece& piece, QWidget* parent) {
-  auto* split = new QSplitter(Qt::Vertical, parent);
-  split->setChildrenCollapsible(false);
+  auto* split = new SplitWidget(parent);
   for (const Piece& inner : piece.pieces) {
-    if (QWidget* widget = Make(inner, split)) split->addWidget(widget);
+    if (QWidget* widget = Make(inner, split)) split->Add(*widget);
   }
   return split;
 }
