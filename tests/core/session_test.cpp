@@ -555,7 +555,7 @@ TEST_F(StartTest, TheStationStartsAndStops) {
   EXPECT_FALSE(session.IsOpen());
 }
 
-TEST_F(SessionTest, WithoutThePathSettingNoManagerIsAskedFor) { EXPECT_EQ(session.ManagerPath, ""); }
+TEST_F(SessionTest, WithoutItsSettingTheManagerPathIsEmpty) { EXPECT_EQ(session.ManagerPath, ""); }
 
 }  // namespace
 }  // namespace brenvo
