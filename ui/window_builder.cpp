@@ -115,7 +115,8 @@ bool WindowBuilder::Grows(const Piece& piece) const {
   switch (piece.kind) {
     case Kind::kField: {
       const Field* field = window_.FindField(piece.name);
-      return field != nullptr && FillsRoom(*field) && piece.look != Look::kSmall;
+      return field != nullptr && (FillsRoom(*field) || piece.look == Look::kLines) &&
+             piece.look != Look::kSmall;
     }
     case Kind::kSpace:
     case Kind::kSplit: return true;
