@@ -25,11 +25,6 @@ constexpr bool IsNameCharacter(char c) {
   return c != '<' && c != '>' && c != ':' && static_cast<unsigned char>(c) > ' ';
 }
 
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 bool HoldsTag(std::string_view bytes, std::string_view tag) {
   const auto found =
       std::search(bytes.begin(), bytes.end(), tag.begin(), tag.end(), [](char a, char b) {

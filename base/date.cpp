@@ -74,7 +74,8 @@ std::optional<DateTime> ParseDate(std::string_view text) {
   int year = TakeNumber(rest, 4, &yearDigits);
   if (year < 0 || yearDigits == 3) return std::nullopt;
   if (yearDigits <= 2) year += year < 30 ? 2000 : 1900;
-  const year_month_day date{std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
+  const year_month_day date{std::chrono::year(year),
+                            std::chrono::month(static_cast<unsigned>(month)),
                             std::chrono::day(static_cast<unsigned>(day))};
   if (!date.ok() || year < 100) return std::nullopt;
   const DateTime result = DateTime::Of(year, month, day);
@@ -113,8 +114,8 @@ std::string DateTimeText(DateTime value) {
 }
 
 std::string IsoText(DateTime value) {
-  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", value.Year(), value.Month(), value.Day(),
-                     value.Hour(), value.Minute(), value.Second());
+  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", value.Year(), value.Month(),
+                     value.Day(), value.Hour(), value.Minute(), value.Second());
 }
 
 std::optional<DateTime> ParseIso(std::string_view text) {
@@ -125,7 +126,8 @@ std::optional<DateTime> ParseIso(std::string_view text) {
   const int month = TakeNumber(rest, 2);
   if (month < 0 || !TakeOneOf(rest, "-")) return std::nullopt;
   const int day = TakeNumber(rest, 2);
-  const year_month_day date{std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
+  const year_month_day date{std::chrono::year(year),
+                            std::chrono::month(static_cast<unsigned>(month)),
                             std::chrono::day(static_cast<unsigned>(day < 0 ? 0 : day))};
   if (!date.ok()) return std::nullopt;
   const DateTime result = DateTime::Of(year, month, day);

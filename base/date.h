@@ -27,8 +27,8 @@ class DateTime {
   int Minute() const;
   int Second() const;
 
-  DateTime DatePart() const;
-  DateTime TimePart() const;
+  DateTime DatePart() const;  // at midnight
+  DateTime TimePart() const;  // on day zero
   // A date plus a time of day.
   friend constexpr DateTime operator+(DateTime a, DateTime b) {
     return DateTime(a.seconds_ + b.seconds_);
@@ -55,6 +55,7 @@ std::string TimeText(DateTime value);
 std::string DateTimeText(DateTime value);
 // "yyyy-mm-dd hh:mm:ss", the form of the database file.
 std::string IsoText(DateTime value);
+// That form, its date alone, or with a "T" for the blank; nothing when it is none of these.
 std::optional<DateTime> ParseIso(std::string_view text);
 
 // Month name in Italian, lower case; month 1-12.

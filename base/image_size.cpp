@@ -1,6 +1,5 @@
 #include "base/image_size.h"
 
-#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>

@@ -93,13 +93,14 @@ std::string FormatNumber(double value, std::string_view pattern) {
       point == std::string_view::npos ? std::string_view() : pattern.substr(point + 1);
 
   std::string digits = FixedDigits(value, static_cast<int>(decimalPattern.size()));
-  const bool negative =
-      value < 0 && std::any_of(digits.begin(), digits.end(), [](char c) { return c >= '1' && c <= '9'; });
+  const bool negative = value < 0 && std::any_of(digits.begin(), digits.end(),
+                                                 [](char c) { return c >= '1' && c <= '9'; });
   const auto digitPoint = digits.find('.');
   std::string whole = digits.substr(0, digitPoint);
   std::string decimals = digitPoint == std::string::npos ? "" : digits.substr(digitPoint + 1);
 
-  const auto zeros = static_cast<std::size_t>(std::count(wholePattern.begin(), wholePattern.end(), '0'));
+  const auto zeros =
+      static_cast<std::size_t>(std::count(wholePattern.begin(), wholePattern.end(), '0'));
   if (whole.size() < zeros) whole.insert(0, zeros - whole.size(), '0');
   if (wholePattern.empty() && whole == "0") whole.clear();
   if (wholePattern.find(',') != std::string_view::npos) InsertThousands(whole);

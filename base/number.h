@@ -17,10 +17,12 @@ std::string PlainNumber(double value);
 // Rounded to the nearest whole number, halves to even.
 long long RoundHalfEven(double value);
 
-// A number by a pattern of "0", "#", "," and "."; patterns in use: "00", "000", "0000", "000000",
-// "#####.000", "####.000", "###.0", "##", "####", "#######", "####,###", "####,###,###",
-// "#,###.000", "###,###.0", ".00". Halves round away from zero. A pattern of # places shows 0 as
-// "0"; digits that do not fit the pattern are written all the same.
+// A number by a pattern such as "000", "#####.000" or "#,###".
+// Before the point: at least as many digits as "0" places, and all the others too, even where the
+// pattern has no place for them; a comma between threes where the pattern has one; nothing for 0
+// where it has no place at all (".00").
+// Behind the point: as many digits as places, without the zeros at the end that stand on "#".
+// Halves round away from zero, as the number stands in 15 digits.
 std::string FormatNumber(double value, std::string_view pattern);
 
 }  // namespace brenvo

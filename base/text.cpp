@@ -23,20 +23,15 @@ std::size_t OffsetOf(std::string_view text, std::size_t index) {
   return offset;
 }
 
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 // Ranges in which upper and lower case stand in pairs: upper case on the even or the odd code.
 struct Pairs {
   char32_t first, last;
   bool upperIsEven;
 };
 constexpr Pairs kPairs[] = {
-    {0x100, 0x12F, true}, {0x132, 0x137, true}, {0x139, 0x148, false}, {0x14A, 0x177, true},
-    {0x179, 0x17E, false}, {0x200, 0x21F, true}, {0x222, 0x233, true}, {0x460, 0x481, true},
-    {0x48A, 0x4BF, true}, {0x4D0, 0x52F, true}, {0x1E00, 0x1E95, true}, {0x1EA0, 0x1EFF, true},
+    {0x100, 0x12F, true},  {0x132, 0x137, true}, {0x139, 0x148, false},  {0x14A, 0x177, true},
+    {0x179, 0x17E, false}, {0x200, 0x21F, true}, {0x222, 0x233, true},   {0x460, 0x481, true},
+    {0x48A, 0x4BF, true},  {0x4D0, 0x52F, true}, {0x1E00, 0x1E95, true}, {0x1EA0, 0x1EFF, true},
 };
 
 }  // namespace
@@ -45,6 +40,11 @@ std::size_t Len(std::string_view text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
     return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
   }));
+}
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 std::string Left(std::string_view text, std::size_t count) {

@@ -8,6 +8,8 @@
 namespace brenvo {
 
 std::size_t Len(std::string_view text);
+// Whether every byte is a character of ASCII: then bytes and characters count alike.
+bool IsAscii(std::string_view text);
 // The first or last `count` characters, or the whole text if it is shorter.
 std::string Left(std::string_view text, std::size_t count);
 std::string Right(std::string_view text, std::size_t count);

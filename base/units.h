@@ -2,7 +2,6 @@
 #pragma once
 
 #include <compare>
-#include <cmath>
 
 namespace brenvo {
 

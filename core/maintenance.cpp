@@ -52,7 +52,9 @@ void DeleteBackup(Session& session) {
   }
 }
 
-void KeepAsBackup(Session& session) { RenameSafely(session.File(kDatabase), session.File(kBackup)); }
+void KeepAsBackup(Session& session) {
+  RenameSafely(session.File(kDatabase), session.File(kBackup));
+}
 
 void PutInPlace(Session& session) {
   RenameSafely(session.File(kScratch), session.AppPath / kDatabaseName);

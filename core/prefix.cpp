@@ -35,8 +35,4 @@ ResolvedPrefix ResolvePrefix(Session& session, std::string_view call) {
   return ResolvePrefix(*session.TbPrefissi, call);
 }
 
-std::string CountryText(std::string_view code, std::string_view description) {
-  return PadRight(code, 5) + std::string(description);
-}
-
 }  // namespace brenvo

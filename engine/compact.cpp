@@ -1,24 +1,10 @@
-#include <sqlite3.h>
+#include <string>
 
-#include <memory>
-
-#include "engine/connection.h"
 #include "engine/database.h"
+#include "engine/sqlite_file.h"
 #include "engine/sync.h"
 
 namespace brenvo {
-namespace {
-
-std::string Utf8(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return {reinterpret_cast<const char*>(text.c_str()), text.size()};
-}
-
-struct Closer {
-  void operator()(sqlite3* file) const { sqlite3_close(file); }
-};
-
-}  // namespace
 
 void Database::CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to) {
   // Opening proves that the file is one of ours; closing leaves all of it in the one file.
@@ -28,20 +14,15 @@ void Database::CompactDatabase(const std::filesystem::path& from, const std::fil
     throw DatabaseError(DatabaseError::kFileExists,
                         "Il database '" + to.string() + "' esiste gia'.");
   }
-  sqlite3* handle = nullptr;
-  const int opened =
-      sqlite3_open_v2(Utf8(from).c_str(), &handle,
-                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
-  const std::unique_ptr<sqlite3, Closer> file(handle);
-  if (opened != SQLITE_OK) throw FailureOf(opened, handle ? sqlite3_errmsg(handle) : nullptr);
+  const SqliteFile file = OpenSqliteFile(from);
   sqlite3_stmt* statement = nullptr;
-  int code = sqlite3_prepare_v2(handle, "VACUUM INTO ?", -1, &statement, nullptr);
-  const std::string name = Utf8(to);
+  int code = sqlite3_prepare_v2(file.get(), "VACUUM INTO ?", -1, &statement, nullptr);
+  const std::string name = Utf8Name(to);
   if (code == SQLITE_OK) {
     sqlite3_bind_text(statement, 1, name.c_str(), -1, SQLITE_STATIC);
     code = sqlite3_step(statement);
   }
-  const DatabaseError error = FailureOf(sqlite3_extended_errcode(handle), sqlite3_errmsg(handle));
+  const DatabaseError error = LastFailureOf(file.get());
   sqlite3_finalize(statement);
   if (code != SQLITE_DONE) {
     std::filesystem::remove(to, ignored);  // what was written of it

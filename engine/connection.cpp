@@ -53,9 +53,9 @@ void RequireOurFile(const std::filesystem::path& path) {
     id = id << 8 | static_cast<unsigned char>(header[kApplicationIdAt + i]);
   }
   if (id != kApplicationId) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "Il file '" + path.filename().string() +
-                            "' non e' un database di questo programma.");
+    throw DatabaseError(
+        DatabaseError::kNotADatabase,
+        "Il file '" + path.filename().string() + "' non e' un database di questo programma.");
   }
 }
 
@@ -68,41 +68,11 @@ int ReadPragma(sqlite3* file, const char* sql) {
     if (code == SQLITE_ROW) result = sqlite3_column_int(statement, 0);
   }
   sqlite3_finalize(statement);
-  if (code != SQLITE_ROW) throw FailureOf(sqlite3_extended_errcode(file), sqlite3_errmsg(file));
+  if (code != SQLITE_ROW) throw LastFailureOf(file);
   return result;
 }
 
 }  // namespace
-
-DatabaseError FailureOf(int extendedCode, const char* message) {
-  const std::string detail = message == nullptr ? "" : " (" + std::string(message) + ")";
-  switch (extendedCode & 0xFF) {
-    case SQLITE_CONSTRAINT:
-      if (extendedCode == SQLITE_CONSTRAINT_UNIQUE ||
-          extendedCode == SQLITE_CONSTRAINT_PRIMARYKEY || extendedCode == SQLITE_CONSTRAINT_ROWID) {
-        return {DatabaseError::kDuplicateKey,
-                "La modifica creerebbe un valore ripetuto in un indice senza ripetizioni."};
-      }
-      return {DatabaseError::kFailed, "Il database rifiuta la modifica" + detail + "."};
-    case SQLITE_FULL:
-      return {DatabaseError::kDiskFull, "Spazio su disco insufficiente."};
-    case SQLITE_READONLY:
-    case SQLITE_PERM:
-      return {DatabaseError::kReadOnly, "Il database e' di sola lettura."};
-    case SQLITE_CANTOPEN:  // what stands beside a database while it is open
-      return {DatabaseError::kReadOnly, "Nella directory del file non si puo' scrivere."};
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      return {DatabaseError::kLocked, "Il database e' bloccato da un altro programma."};
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-      return {DatabaseError::kNotADatabase, "Il file del database e' danneggiato" + detail + "."};
-    case SQLITE_AUTH:
-      return {DatabaseError::kInvalidOperation, "Operazione non permessa."};
-    default:
-      return {DatabaseError::kFailed, "Errore del database" + detail + "."};
-  }
-}
 
 Connection::Connection(const std::filesystem::path& file) {
   std::error_code error;
@@ -115,50 +85,37 @@ Connection::Connection(const std::filesystem::path& file) {
                         "'" + file.string() + "' non e' un database.");
   }
   RequireOurFile(file);
-  const std::u8string name = file.u8string();
-  const int code =
-      sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &file_,
-                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
-  try {
-    if (code != SQLITE_OK) throw FailureOf(code, file_ ? sqlite3_errmsg(file_) : nullptr);
-    Setup();
-  } catch (...) {
-    sqlite3_close(file_);
-    throw;
-  }
+  file_ = OpenSqliteFile(file);
+  Setup();
 }
 
 void Connection::Setup() {
-  sqlite3_busy_timeout(file_, kBusyMilliseconds);
-  if (ReadPragma(file_, "PRAGMA user_version") != kVersion) {
+  sqlite3* const file = file_.get();
+  sqlite3_busy_timeout(file, kBusyMilliseconds);
+  if (ReadPragma(file, "PRAGMA user_version") != kVersion) {
     throw DatabaseError(DatabaseError::kNotADatabase,
                         "Il database e' di un'altra versione del programma.");
   }
-  if (sqlite3_db_readonly(file_, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
-  schema_ = Schema::Read(file_);
+  if (sqlite3_db_readonly(file, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
+  schema_ = Schema::Read(file);
 
   // Damage is found where it is read, not where it would lead.
-  RunPlain("PRAGMA cell_size_check = ON");
+  RunSql(file, "PRAGMA cell_size_check = ON");
   // A write is safe on disk when it returns, and readers do not wait for it.
-  RunPlain("PRAGMA journal_mode = WAL");
-  RunPlain("PRAGMA synchronous = FULL");
-  RunPlain(("PRAGMA cache_size = -" + std::to_string(kCacheKibibytes)).c_str());
+  RunSql(file, "PRAGMA journal_mode = WAL");
+  RunSql(file, "PRAGMA synchronous = FULL");
+  RunSql(file, ("PRAGMA cache_size = -" + std::to_string(kCacheKibibytes)).c_str());
 
   // What a damaged or foreign file could hold against us is not run.
-  sqlite3_db_config(file_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-  sqlite3_db_config(file_, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
-  sqlite3_db_config(file_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
-  sqlite3_db_config(file_, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
-  sqlite3_db_config(file_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-  sqlite3_db_config(file_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-  sqlite3_db_config(file_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-  RegisterFunctions(file_, &functionFailure_);
-  sqlite3_set_authorizer(file_, Authorize, nullptr);
-}
-
-void Connection::RunPlain(const char* sql) {
-  const int code = sqlite3_exec(file_, sql, nullptr, nullptr, nullptr);
-  if (code != SQLITE_OK) throw FailureOf(sqlite3_extended_errcode(file_), sqlite3_errmsg(file_));
+  sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  RegisterFunctions(file, &functionFailure_);
+  sqlite3_set_authorizer(file, Authorize, nullptr);
 }
 
 Connection::~Connection() { Close(); }
@@ -172,8 +129,7 @@ void Connection::Close() {
     statement.handle = nullptr;
     statement.kept = false;
   }
-  sqlite3_close(file_);
-  file_ = nullptr;
+  file_.reset();
 }
 
 void Connection::RequireOpen() const {
@@ -183,7 +139,7 @@ void Connection::RequireOpen() const {
 }
 
 std::int64_t Connection::ChangeStamp() const {
-  return file_ == nullptr ? -1 : sqlite3_total_changes64(file_) + rollbacks_;
+  return file_ == nullptr ? -1 : sqlite3_total_changes64(file_.get()) + rollbacks_;
 }
 
 void Connection::Fail(int code) {
@@ -192,7 +148,7 @@ void Connection::Fail(int code) {
     functionFailure_.reset();
     throw failure;
   }
-  const DatabaseError failure = FailureOf(code, sqlite3_errmsg(file_));
+  const DatabaseError failure = FailureOf(code, sqlite3_errmsg(file_.get()));
   if (failure.Number == DatabaseError::kNotADatabase) RefuseWrites();
   throw failure;
 }
@@ -204,7 +160,7 @@ void Connection::RequireSound() const {
   }
   // What is written to a file that has lost its name is written to nowhere.
   int moved = 0;
-  sqlite3_file_control(file_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  sqlite3_file_control(file_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
   if (moved != 0) {
     throw DatabaseError(DatabaseError::kFileNotFound,
                         "Il file del database e' stato spostato o cancellato.");
@@ -220,14 +176,15 @@ CompiledStatement Connection::Compile(std::string_view sql) {
     if (sql.find(end) == std::string_view::npos) continue;
     throw DatabaseError(DatabaseError::kSyntax, "L'istruzione non e' valida.");
   }
-  const int code =
-      sqlite3_prepare_v3(file_, statement.text.data(), static_cast<int>(statement.text.size()),
-                         SQLITE_PREPARE_PERSISTENT, &statement.handle, nullptr);
+  const int code = sqlite3_prepare_v3(file_.get(), statement.text.data(),
+                                      static_cast<int>(statement.text.size()),
+                                      SQLITE_PREPARE_PERSISTENT, &statement.handle, nullptr);
   ++counters_.prepared;
   if (code == SQLITE_OK) return statement;
   if ((code & 0xFF) == SQLITE_ERROR) {
-    throw DatabaseError(DatabaseError::kSyntax,
-                        "L'istruzione non e' valida (" + std::string(sqlite3_errmsg(file_)) + ").");
+    throw DatabaseError(
+        DatabaseError::kSyntax,
+        "L'istruzione non e' valida (" + std::string(sqlite3_errmsg(file_.get())) + ").");
   }
   Fail(code);
 }
@@ -282,10 +239,10 @@ std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
     const auto& tables = reader->TablesRead();
     if (std::find(tables.begin(), tables.end(), &table) != tables.end()) reader->ReadRest();
   }
-  const std::int64_t before = sqlite3_total_changes64(file_);
+  const std::int64_t before = sqlite3_total_changes64(file_.get());
   Running run(*this, sql, std::move(parameters));
   run.Step();
-  return sqlite3_total_changes64(file_) - before;
+  return sqlite3_total_changes64(file_.get()) - before;
 }
 
 void Connection::Unregister(LazyReader* reader) { std::erase(readers_, reader); }
@@ -318,7 +275,7 @@ void Connection::Rollback() {
 }
 
 bool Connection::InTransaction() const {
-  return file_ != nullptr && sqlite3_get_autocommit(file_) == 0;
+  return file_ != nullptr && sqlite3_get_autocommit(file_.get()) == 0;
 }
 
 Running::Running(Connection& connection, std::string_view sql, std::vector<Value> parameters)

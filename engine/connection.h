@@ -5,11 +5,8 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <list>
-#include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -19,6 +16,7 @@
 #include "engine/database_error.h"
 #include "engine/dialect.h"
 #include "engine/schema.h"
+#include "engine/sqlite_file.h"
 
 namespace brenvo {
 
@@ -59,11 +57,13 @@ class Connection {
   // Changes whenever a row may have changed through this connection.
   std::int64_t ChangeStamp() const;
 
-  // Runs a statement that gives no rows, and returns the number of rows that it changed.
+  // Runs a statement that writes to `table`, and returns the number of rows that it changed.
+  // Whoever still reads from the table reads the rest first. DatabaseError as for the file it
+  // writes to: 3022, 3026, 3027, 3260, 3343, 3024 when the file is not where it was.
   std::int64_t Write(const TableSchema& table, std::string_view sql, std::vector<Value> parameters);
 
   // The key of the row that was inserted last.
-  std::int64_t LastKey() const { return sqlite3_last_insert_rowid(file_); }
+  std::int64_t LastKey() const { return sqlite3_last_insert_rowid(file_.get()); }
 
   void Begin();
   void Commit();
@@ -84,12 +84,11 @@ class Connection {
   void GiveBack(CompiledStatement* statement);
   CompiledStatement Compile(std::string_view sql);
   void Setup();
-  void RunPlain(const char* sql);
   void DropUnused();
   // DatabaseError 3343 once the file has been found damaged, 3024 when it is not where it was.
   void RequireSound() const;
 
-  sqlite3* file_ = nullptr;
+  SqliteFile file_;
   std::optional<DatabaseError> functionFailure_;
   Schema schema_;
   EngineCounters counters_;
@@ -130,8 +129,5 @@ class Running {
   CompiledStatement* statement_ = nullptr;
   std::vector<Value> parameters_;  // texts are bound where they stand
 };
-
-// What a result of SQLite is called here.
-DatabaseError FailureOf(int extendedCode, const char* message);
 
 }  // namespace brenvo

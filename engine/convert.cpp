@@ -66,13 +66,6 @@ Value StoredYesNo(const Value& value, std::string_view column) {
   return Value(std::int64_t{yes ? -1 : 0});
 }
 
-bool IsAscii(std::string_view text) {
-  for (char c : text) {
-    if (static_cast<unsigned char>(c) >= 0x80) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 std::optional<double> NumberOfText(std::string_view text) {

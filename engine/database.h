@@ -38,9 +38,9 @@ class Database {
   // transaction is rolled back.
   void Close();
 
-  // One INSERT, UPDATE or DELETE. Rows of an INSERT that repeat a unique key are dropped in
-  // silence; an UPDATE that would repeat one is DatabaseError 3022 and writes nothing. Returns the
-  // number of rows written.
+  // One INSERT, UPDATE or DELETE (DatabaseError 3065 for a SELECT). Rows of an INSERT that repeat a
+  // unique key are dropped in silence; an UPDATE that would repeat one is DatabaseError 3022 and
+  // writes nothing. Returns the number of rows written.
   std::int64_t Execute(std::string_view statement);
 
   // Transactions do not nest (DatabaseError 3219); ending one that is not open is 3034.
@@ -49,12 +49,15 @@ class Database {
   void Rollback();
   bool InTransaction() const;
 
+  // DatabaseError 3078 when there is no such table.
   std::unique_ptr<Table> OpenTable(std::string_view name);
+  // One SELECT; DatabaseError 3219 for a statement of another kind, and for a dynaset over more
+  // than one table, with DISTINCT or with groups.
   std::unique_ptr<Snapshot> OpenSnapshot(std::string_view select);
   std::unique_ptr<Dynaset> OpenDynaset(std::string_view select);
 
-  // Rewrites a closed file into a new one. DatabaseError 3024 when there is no `from`; an existing
-  // `to` is an error (3204 "il database esiste gia'").
+  // Rewrites a closed file into a new one. DatabaseError as of Open for `from`, 3204 when there is
+  // a `to`; one that could not be written whole is removed again.
   static void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to);
 
   // The file has been found damaged: from now on it is read, and never written again; whatever

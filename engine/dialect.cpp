@@ -15,11 +15,9 @@ namespace {
 class CleanText {
  public:
   explicit CleanText(std::string_view text) : text_(text) {
-    if (std::any_of(text.begin(), text.end(),
-                    [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
-      owned_ = ValidUtf8(text);
-      text_ = owned_;
-    }
+    if (IsAscii(text)) return;
+    owned_ = ValidUtf8(text);
+    text_ = owned_;
   }
   CleanText(const CleanText&) = delete;
   CleanText& operator=(const CleanText&) = delete;
@@ -64,6 +62,11 @@ bool EndsWithKey(const SelectTree& select) {
   });
 }
 
+// Whether each row of the result is a row of one table: it has an order of entry then.
+bool IsOfOneTable(const SelectTree& select) {
+  return select.tables.size() == 1 && !select.distinct && !IsGrouped(select);
+}
+
 // Rows of one table follow each other as they were entered where nothing else is asked for.
 void OrderOfRows(const SelectTree& select, SqlWriter& writer) {
   writer.OrderBy(select);
@@ -74,7 +77,7 @@ void OrderOfRows(const SelectTree& select, SqlWriter& writer) {
 SelectTree& KeysetSelect(const Schema& schema, std::string_view statement, StatementTree& tree) {
   ParseSelect(schema, statement, tree);
   SelectTree& select = *tree.select;
-  if (select.tables.size() != 1 || select.distinct || IsGrouped(select)) {
+  if (!IsOfOneTable(select)) {
     throw DatabaseError(DatabaseError::kInvalidOperation,
                         "Operazione non valida: la selezione non si puo' aggiornare.");
   }
@@ -104,7 +107,7 @@ void WriteInsert(const TableSchema& table, const StatementTree& tree, SqlWriter&
     return;
   }
   writer.Rows(*tree.select);
-  if (tree.select->tables.size() == 1 && !tree.select->distinct && !IsGrouped(*tree.select)) {
+  if (IsOfOneTable(*tree.select)) {
     OrderOfRows(*tree.select, writer);
   } else {
     writer.OrderBy(*tree.select);
@@ -159,7 +162,7 @@ Query TranslateQuery(const Schema& schema, std::string_view statement) {
   writer.sql.reserve(512);
   writer.parameters.reserve(8);
   writer.Select(select);
-  if (select.tables.size() == 1 && !select.distinct && !IsGrouped(select)) {
+  if (IsOfOneTable(select)) {
     if (!select.orderBy.empty()) {
       if (!EndsWithKey(select)) writer.sql += ", rowid";
     } else if (select.where == nullptr) {

@@ -95,7 +95,7 @@ class Binder {
 
   void Condition(Node& node, const Scope& scope, Aggregates aggregates) {
     Expression(node, scope, aggregates);
-    if (node.type != ValueType::kAny && !IsNumber(node.type)) FailTypes();
+    CheckCondition(node);
   }
 
   void Expression(Node& node, const Scope& scope, Aggregates aggregates) {
@@ -198,12 +198,10 @@ class Binder {
       case Function::Kind::kDate:
         DateCall(node);
         break;
-      case Function::Kind::kCondition: {
-        const Node& condition = *node.children[0];
-        if (condition.type != ValueType::kAny && !IsNumber(condition.type)) FailTypes();
+      case Function::Kind::kCondition:
+        CheckCondition(*node.children[0]);
         if (node.children[1]->type == node.children[2]->type) node.type = node.children[1]->type;
         break;
-      }
       default:
         break;
     }
@@ -280,10 +278,9 @@ class Binder {
     }
   }
 
-  static void CheckConditions(const Node& node) {
-    for (const Node* child : node.children) {
-      if (child->type != ValueType::kAny && !IsNumber(child->type)) FailTypes();
-    }
+  // Yes/no, or a number for it.
+  static void CheckCondition(const Node& node) {
+    if (node.type != ValueType::kAny && !IsNumber(node.type)) FailTypes();
   }
 
   ValueType TypeAfterChildren(Node& node, const Scope& scope) {
@@ -308,7 +305,7 @@ class Binder {
       case NodeKind::kNot:
       case NodeKind::kOr:
       case NodeKind::kAnd:
-        CheckConditions(node);
+        for (const Node* child : node.children) CheckCondition(*child);
         return ValueType::kYesNo;
       case NodeKind::kEqual:
       case NodeKind::kNotEqual:

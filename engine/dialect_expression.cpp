@@ -7,6 +7,7 @@
 #include "engine/functions.h"
 
 namespace brenvo {
+
 std::string_view SymbolOf(NodeKind kind) {
   switch (kind) {
     case NodeKind::kEqual:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/dialect_tree.h"
@@ -57,6 +58,7 @@ class SqlWriter {
   void In(const Node& node);
 };
 
+// Of a comparison or a sum, with a blank on both sides.
 std::string_view SymbolOf(NodeKind kind);
 
 }  // namespace brenvo

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <initializer_list>
+#include <iterator>
 #include <string>
 
 #include "base/text.h"

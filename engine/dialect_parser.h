@@ -1,7 +1,7 @@
 // Reads statements of the dialect: SELECT, INSERT, UPDATE and DELETE, one a text.
 #pragma once
 
-#include <memory>
+#include <cstddef>
 #include <string_view>
 
 #include "engine/dialect_tree.h"

@@ -3,7 +3,6 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <memory>
 #include <string>

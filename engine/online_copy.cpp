@@ -1,38 +1,15 @@
 #include "engine/online_copy.h"
 
-#include <sqlite3.h>
-
 #include <exception>
 #include <string>
 
-#include "engine/connection.h"
-#include "engine/database_error.h"
+#include "engine/sqlite_file.h"
 #include "engine/sync.h"
 
 namespace brenvo {
 namespace {
 
 constexpr int kStepsBetweenQuestions = 20000;  // of SQLite's machine: some milliseconds
-
-std::string Utf8(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
-sqlite3* OpenFile(const std::filesystem::path& path, int flags) {
-  sqlite3* file = nullptr;
-  const int code = sqlite3_open_v2(Utf8(path).c_str(), &file,
-                                   flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
-  if (code == SQLITE_OK) return file;
-  const DatabaseError failure = FailureOf(code, file ? sqlite3_errmsg(file) : nullptr);
-  sqlite3_close(file);
-  throw failure;
-}
-
-void Run(sqlite3* file, const char* sql) {
-  const int code = sqlite3_exec(file, sql, nullptr, nullptr, nullptr);
-  if (code != SQLITE_OK) throw FailureOf(sqlite3_extended_errcode(file), sqlite3_errmsg(file));
-}
 
 // Asks whether to go on from within SQLite, which no exception may cross.
 struct Question {
@@ -64,7 +41,7 @@ std::string Complaint(sqlite3* file) {
     }
   }
   sqlite3_finalize(statement);
-  if (code != SQLITE_ROW) throw FailureOf(sqlite3_extended_errcode(file), sqlite3_errmsg(file));
+  if (code != SQLITE_ROW) throw LastFailureOf(file);
   return complaint == "ok" ? "" : complaint;
 }
 
@@ -72,20 +49,18 @@ std::string Complaint(sqlite3* file) {
 
 struct OnlineCopy::Files {
   std::filesystem::path path;  // of the copy
-  sqlite3* from = nullptr;
-  sqlite3* to = nullptr;
+  SqliteFile from, to;
   sqlite3_backup* copying = nullptr;
   bool sound = false;
 
   void CloseSource() {
     if (copying != nullptr) sqlite3_backup_finish(copying);
     copying = nullptr;
-    sqlite3_close(from);
-    from = nullptr;
+    from.reset();
   }
   ~Files() {
     CloseSource();
-    sqlite3_close(to);
+    to.reset();
     if (sound) return;
     std::error_code ignored;
     for (const char* suffix : {"", "-journal", "-wal", "-shm"}) {
@@ -105,16 +80,14 @@ OnlineCopy::OnlineCopy(const std::filesystem::path& from, const std::filesystem:
   }
   files_->path = to;
   std::filesystem::remove(to, ignored);
-  files_->from = OpenFile(from, SQLITE_OPEN_READWRITE);
+  files_->from = OpenSqliteFile(from);
   // What is read first is what is copied, whatever others write meanwhile.
-  Run(files_->from, "BEGIN; SELECT count(*) FROM sqlite_schema");
-  files_->to = OpenFile(to, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  RunSql(files_->from.get(), "BEGIN; SELECT count(*) FROM sqlite_schema");
+  files_->to = OpenSqliteFile(to, SQLITE_OPEN_CREATE);
   // The copy is made safe once, at its end.
-  Run(files_->to, "PRAGMA synchronous = OFF");
-  files_->copying = sqlite3_backup_init(files_->to, "main", files_->from, "main");
-  if (files_->copying == nullptr) {
-    throw FailureOf(sqlite3_extended_errcode(files_->to), sqlite3_errmsg(files_->to));
-  }
+  RunSql(files_->to.get(), "PRAGMA synchronous = OFF");
+  files_->copying = sqlite3_backup_init(files_->to.get(), "main", files_->from.get(), "main");
+  if (files_->copying == nullptr) throw LastFailureOf(files_->to.get());
 }
 
 OnlineCopy::~OnlineCopy() = default;
@@ -132,22 +105,21 @@ bool OnlineCopy::Step(int pages) {
 
 bool OnlineCopy::Verify(const std::function<bool()>& goOn) {
   Question question{goOn, false, nullptr};
-  sqlite3_progress_handler(files_->to, kStepsBetweenQuestions, Question::Ask, &question);
+  sqlite3_progress_handler(files_->to.get(), kStepsBetweenQuestions, Question::Ask, &question);
   std::string complaint;
   try {
-    complaint = Complaint(files_->to);
+    complaint = Complaint(files_->to.get());
   } catch (const DatabaseError&) {
     if (!question.stop) throw;
   }
   if (question.failure) std::rethrow_exception(question.failure);
   if (question.stop) return false;
-  sqlite3_progress_handler(files_->to, 0, nullptr, nullptr);
+  sqlite3_progress_handler(files_->to.get(), 0, nullptr, nullptr);
   if (!complaint.empty()) {
     throw DatabaseError(DatabaseError::kNotADatabase,
                         "Il file del database e' danneggiato (" + complaint + ").");
   }
-  sqlite3_close(files_->to);
-  files_->to = nullptr;
+  files_->to.reset();
   SyncToDisk(files_->path);
   files_->sound = true;
   return true;

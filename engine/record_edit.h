@@ -14,7 +14,6 @@ class RecordEdit {
  public:
   explicit RecordEdit(const TableSchema& table) : table_(table) {}
 
-  bool IsActive() const { return mode_ != Mode::kNone; }
   bool IsNew() const { return mode_ == Mode::kNew; }
   void BeginNew();
   void BeginChange(std::int64_t key);

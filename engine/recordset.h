@@ -1,8 +1,8 @@
 // Rows of the file database: table handles, dynasets and snapshots.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,10 +61,13 @@ class EditableRecordset : public Recordset {
   // Neither touches the file before Update; any move drops it.
   virtual void AddNew() = 0;
   virtual void Edit() = 0;
-  // A column of the record being written, converted to the column's type.
+  // A column of the record being written, converted to the column's type. DatabaseError 3020
+  // without AddNew or Edit, 3265 when there is no such column, 3421 when it cannot hold the value,
+  // 3219 for a counter and for a column that is worked out.
   virtual void Set(std::string_view column, const Value& value) = 0;
   // Writes it, and returns when it is safe on disk (inside a transaction: when that commits).
-  // DatabaseError 3022 when a unique key would repeat: the record is dropped, nothing is written.
+  // DatabaseError 3022 when a unique key would repeat: the record is dropped, nothing is written;
+  // 3020 without AddNew or Edit.
   // After AddNew the current record is the one before it; see LastModified.
   virtual void Update() = 0;
   virtual void CancelUpdate() = 0;

@@ -113,8 +113,7 @@ void TableRows::Equal(std::string& condition, std::vector<Value>& parameters,
   }
 }
 
-// The first row behind all that begin with `parts` parts of the key, Nulls before all else. It is
-// looked for part by part from the last one on, so that each look is one step into the index.
+// Part by part from the last one on, so that each look is one step into the index.
 bool TableRows::LoadBehind(const std::vector<Value>& key, std::size_t parts, Direction direction) {
   for (std::size_t part = parts; part-- > 0;) {
     std::string equal;

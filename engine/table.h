@@ -59,15 +59,20 @@ class TableRows final : public Table {
   std::size_t Parts() const { return parts_.size(); }
   const std::string& Part(std::size_t part) const { return parts_[part]; }
   void UseIndex(const Index* index);
-  // A row's first one that meets the condition, in the order of the parts from `firstPart` on.
+  // Takes the first row that meets the condition, in the order of the parts from `firstPart` on, as
+  // row_; false when there is none, and row_ stays.
   bool Load(const std::string& condition, std::vector<Value> parameters, std::size_t firstPart,
             Direction direction);
   bool LoadByKey(std::int64_t key);
   // Below 0 where a stands before b in the order of the index.
   static int OrderOf(const Row& a, const Row& b);
-  // The row next to row_ in the order of the index; false at the end.
+  // The same for the row next to row_ in the order of the index...
   bool LoadNeighbour(Direction direction);
+  // ...and for the first one behind all that begin with `parts` parts of the key, Nulls before all
+  // else.
   bool LoadBehind(const std::vector<Value>& key, std::size_t parts, Direction direction);
+  // Adds "the first `parts` parts equal those of the key" to a condition; `folded` also where a text
+  // holds letters that the index does not fold.
   void Equal(std::string& condition, std::vector<Value>& parameters, const std::vector<Value>& key,
              std::size_t parts, bool folded) const;
   void MoveToEnd(Direction direction);

@@ -33,7 +33,7 @@ class Value {
   std::string Text() const;
   // 0 for Null; a text by its leading number; yes is -1.
   double Number() const;
-  // Number() rounded.
+  // Number() rounded, halves to even.
   std::int64_t Integer() const;
   // False for Null and 0.
   bool Bool() const;

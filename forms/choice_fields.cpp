@@ -18,9 +18,15 @@ void CheckBox::SetState(CheckState state) {
 void CheckBox::Press() {
   if (!Enabled()) return;
   switch (state_) {
-    case CheckState::kOff: SetState(CheckState::kOn); break;
-    case CheckState::kOn: SetState(threeStates_ ? CheckState::kGrey : CheckState::kOff); break;
-    case CheckState::kGrey: SetState(CheckState::kOff); break;
+    case CheckState::kOff:
+      SetState(CheckState::kOn);
+      break;
+    case CheckState::kOn:
+      SetState(threeStates_ ? CheckState::kGrey : CheckState::kOff);
+      break;
+    case CheckState::kGrey:
+      SetState(CheckState::kOff);
+      break;
   }
   Click();
 }

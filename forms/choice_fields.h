@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "forms/field.h"
@@ -27,13 +26,14 @@ class CheckBox : public Field {
   CheckState state_ = CheckState::kOff;
 };
 
-// One of a row of options; setting one clears its fellows.
+// One of a row of options; setting one clears its fellows before its own change event runs.
 class OptionButton : public Field {
  public:
   using Field::Field;
   void JoinWith(OptionButton& other);
   bool IsOn() const { return on_; }
   void SetOn(bool on);
+  // The operator's: on, then the click event.
   void Press();
 
  private:
@@ -41,13 +41,14 @@ class OptionButton : public Field {
   std::vector<OptionButton*> fellows_;
 };
 
-// An array of options under one name.
+// An array of options under one name, the first one chosen to begin with.
 class OptionGroup : public Field {
  public:
   OptionGroup(Window& window, std::string name, std::vector<std::string> captions);
   const std::vector<std::string>& Captions() const { return captions_; }
   int Index() const { return index_; }
-  void SetIndex(int index);
+  void SetIndex(int index);  // nothing where there is no such option
+  // The operator's: the option, then the click event.
   void Press(int index);
 
  private:

@@ -27,7 +27,7 @@ void EntryArray::Clear() {
 }
 
 void EntryArray::Add(std::string_view caption, bool checked) {
-  entries_.push_back({std::string(caption), checked, true});
+  entries_.push_back({std::string(caption), checked});
   ShowChanged();
 }
 
@@ -38,11 +38,6 @@ void EntryArray::SetEntryCaption(int index, std::string_view caption) {
 
 void EntryArray::SetChecked(int index, bool checked) {
   entries_.at(static_cast<std::size_t>(index)).checked = checked;
-  ShowChanged();
-}
-
-void EntryArray::SetEntryVisible(int index, bool visible) {
-  entries_.at(static_cast<std::size_t>(index)).visible = visible;
   ShowChanged();
 }
 

@@ -11,7 +11,8 @@
 
 namespace brenvo {
 
-// A command is a field with words and an action; a toggle has a state as well.
+// A command is a field with words and an action; a toggle has a state as well. "&" stands before
+// the letter of its caption that the keyboard reaches.
 class Command : public Field {
  public:
   Command(Window& window, std::string name, std::string caption,
@@ -21,8 +22,7 @@ class Command : public Field {
   bool Toggle = false;
   std::string Shortcut;  // "Ctrl+S", "F2"; empty for none
   std::string Icon;      // name of a picture; empty for none
-  // "&" before the letter that the keyboard reaches, as in captions.
-  std::string Tip;
+  std::string Tip;       // the hint under the pointer; empty for the caption's words
   // Where the keyboard goes on after the operator's press on a screen; null leaves it.
   Field* FocusAfter = nullptr;
 
@@ -45,14 +45,13 @@ class EntryArray : public Field {
   struct Entry {
     std::string caption;
     bool checked = false;
-    bool visible = true;
   };
   const std::vector<Entry>& Entries() const { return entries_; }
   void Clear();
   void Add(std::string_view caption, bool checked = false);
+  // std::out_of_range where there is no such entry.
   void SetEntryCaption(int index, std::string_view caption);
   void SetChecked(int index, bool checked);
-  void SetEntryVisible(int index, bool visible);
   // The operator's.
   void Pick(int index);
   std::function<void(int)> OnPick;

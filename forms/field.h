@@ -2,11 +2,11 @@
 // logic hangs on it.
 #pragma once
 
-#include "base/units.h"
-
 #include <functional>
 #include <string>
 #include <string_view>
+
+#include "base/units.h"
 
 namespace brenvo {
 

@@ -121,8 +121,8 @@ class DataGrid : public Grid {
  public:
   struct ColumnOf {
     std::string heading;
-    std::size_t field = 0;  // column of the rows
-    int width = -1;         // twips
+    std::size_t field = 0;                                  // column of the rows
+    int width = -1;                                         // twips
     std::function<std::string(const std::string&)> format;  // of the text; may be empty
   };
   using Grid::Grid;

@@ -39,11 +39,9 @@ void ListField::RemoveItem(int index) {
 
 void ListField::SetListIndex(int index) {
   if (index < -1 || index >= static_cast<int>(items_.size())) index = -1;
-  if (index == listIndex_ && (index < 0 || Text() == items_[static_cast<std::size_t>(index)])) {
-    if (index >= 0 || Text().empty()) return;
-  }
-  listIndex_ = index;
   const std::string text = index < 0 ? std::string() : items_[static_cast<std::size_t>(index)];
+  if (index == listIndex_ && text == Text()) return;
+  listIndex_ = index;
   if (text == Text()) {
     ShowChanged();
   } else {

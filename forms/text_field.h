@@ -58,7 +58,6 @@ class TextField : public Field {
 class MaskedField : public TextField {
  public:
   MaskedField(Window& window, std::string name, std::string mask);
-  const std::string& Mask() const { return mask_; }
   void SetMask(std::string_view mask);
   // The text without any digit: "__:__".
   std::string EmptyText() const;

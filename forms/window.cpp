@@ -23,25 +23,27 @@ void Window::SetCaption(std::string_view caption) {
   if (Shown) Shown();
 }
 
-void Window::Move(const Bounds& bounds) {
-  if (bounds == bounds_) return;
+bool Window::Place(const Bounds& bounds) {
   const bool resized = bounds.width != bounds_.width || bounds.height != bounds_.height;
   // Without a screen the frame takes nothing of the inside; a screen tells the true inner size.
   scaleWidth_ = scaleWidth_ + (bounds.width - bounds_.width);
   scaleHeight_ = scaleHeight_ + (bounds.height - bounds_.height);
   bounds_ = bounds;
+  return resized;
+}
+
+void Window::Move(const Bounds& bounds) {
+  if (bounds == bounds_) return;
+  const bool resized = Place(bounds);
   if (Shown) Shown();
   if (resized && Loaded()) Resize();
 }
 
 void Window::Moved(const Bounds& bounds, WindowState state) {
-  const bool resized = bounds.width != bounds_.width || bounds.height != bounds_.height ||
-                       (state != state_ && state != WindowState::kMinimised);
-  scaleWidth_ = scaleWidth_ + (bounds.width - bounds_.width);
-  scaleHeight_ = scaleHeight_ + (bounds.height - bounds_.height);
-  bounds_ = bounds;
+  const bool turned = state != state_ && state != WindowState::kMinimised;
+  const bool resized = Place(bounds);
   state_ = state;
-  if (resized && Loaded()) Resize();
+  if ((resized || turned) && Loaded()) Resize();
 }
 
 void Window::SetScale(Twips width, Twips height) {

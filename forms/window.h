@@ -1,7 +1,7 @@
 // A window: fields, commands, and a life from load to unload.
 #pragma once
 
-#include <memory>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -81,6 +81,9 @@ class Window {
  private:
   friend class Field;
   friend class WindowList;
+  // Keeps a new place; true when the size has changed.
+  bool Place(const Bounds& bounds);
+
   WindowHost& host_;
   std::string name_, caption_;
   Bounds bounds_;

@@ -1,7 +1,7 @@
 #include "forms/window_list.h"
 
 #include <algorithm>
-#include <stdexcept>
+#include <exception>
 
 namespace brenvo {
 namespace {
@@ -63,9 +63,7 @@ void WindowList::Load(Window& window) {
   try {
     window.Load();
   } catch (...) {
-    if (window.list_ != nullptr) {
-      Drop(window);
-    }
+    if (window.Loaded()) Drop(window);
     throw;
   }
 }

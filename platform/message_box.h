@@ -1,7 +1,6 @@
 // Boxes that wait for the operator.
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace brenvo {

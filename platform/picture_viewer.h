@@ -31,12 +31,15 @@ class PictureViewer {
   virtual void DrawRectangle(int x, int y, int width, int height, Colour fill) = 0;
   // Transparent where the image is; nothing when the file is missing or no picture.
   virtual void DrawStamp(const std::filesystem::path& image, int x, int y) = 0;
+  // A black bar, at least a pixel wide and high; nothing where both are 0.
   virtual void DrawLine(int x, int y, int width, int height) = 0;
   // Bold, 18 points.
   virtual void DrawText(int x, int y, std::string_view text) = 0;
   // Closes the annotation in work.
   virtual void EndAnnotation() = 0;
   virtual void Refresh() = 0;
+  // Viewport pixels: as large as the view takes it whole, its left upper corner in the view's.
+  // Nothing where the width or the height is not above 0.
   virtual void ZoomToRectangle(int x, int y, int width, int height) = 0;
   // All failures are ignored.
   virtual void Print() = 0;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/units.h"
+#include "platform/device_error.h"
 
 namespace brenvo {
 

@@ -3,6 +3,8 @@
 
 #include <filesystem>
 
+#include "platform/device_error.h"
+
 namespace brenvo {
 
 class ReportPrinter {

@@ -3,17 +3,12 @@
 
 #include <cstddef>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+#include "platform/device_error.h"
 
-// A device that fails: a port that cannot be opened, a printer that is not there.
-class DeviceError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;  // Italian
-};
+namespace brenvo {
 
 class SerialPort {
  public:

@@ -9,6 +9,7 @@ namespace brenvo {
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
+  // `defaultValue` when nothing was saved there.
   virtual std::string GetSetting(std::string_view section, std::string_view key,
                                  std::string_view defaultValue) = 0;
   virtual void SaveSetting(std::string_view section, std::string_view key,

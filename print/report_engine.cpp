@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "base/text.h"
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 
 namespace brenvo {
 namespace {

@@ -1,5 +1,6 @@
 #include "recorder/fake_clock.h"
 
+#include <algorithm>
 #include <tuple>
 
 namespace brenvo {

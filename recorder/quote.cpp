@@ -15,7 +15,8 @@ void AppendHex(std::string& to, unsigned value) {
   to += kHex[value & 15];
 }
 
-std::string EscapedBut(std::string_view text, bool quotes) {
+// `quote` is what a double quote becomes.
+std::string WithEscapes(std::string_view text, std::string_view quote) {
   std::string escaped;
   for (const char32_t c : Characters(text)) {
     switch (c) {
@@ -32,7 +33,7 @@ std::string EscapedBut(std::string_view text, bool quotes) {
         escaped += "\\\\";
         break;
       case '"':
-        escaped += quotes ? "\\\"" : "\"";
+        escaped += quote;
         break;
       default:
         if (c < 0x20 || (c >= 0x7F && c < 0xA0)) {
@@ -48,9 +49,9 @@ std::string EscapedBut(std::string_view text, bool quotes) {
 
 }  // namespace
 
-std::string Escaped(std::string_view text) { return EscapedBut(text, false); }
+std::string Escaped(std::string_view text) { return WithEscapes(text, "\""); }
 
-std::string Quoted(std::string_view text) { return '"' + EscapedBut(text, true) + '"'; }
+std::string Quoted(std::string_view text) { return '"' + WithEscapes(text, "\\\"") + '"'; }
 
 std::string HexBytes(std::string_view bytes) {
   std::string hex;
@@ -72,7 +73,7 @@ std::string FileNames::Of(const std::filesystem::path& file) const {
   const std::filesystem::path relative =
       std::filesystem::absolute(file).lexically_normal().lexically_relative(directory_);
   if (relative.empty() || *relative.begin() == "..") return file.generic_string();
-  return relative.generic_string();
+  return relative == "." ? std::string() : relative.generic_string();
 }
 
 }  // namespace brenvo

@@ -1,12 +1,12 @@
 // The map behind the main frame, as a list of what is done to it.
 #pragma once
 
+#include <filesystem>
 #include <functional>
-#include <string>
 #include <string_view>
 
-#include "platform/picture_viewer.h"
 #include "base/image_size.h"
+#include "platform/picture_viewer.h"
 #include "recorder/line_sink.h"
 #include "recorder/quote.h"
 

@@ -6,7 +6,7 @@
 
 #include "base/text.h"
 #include "forms/window.h"
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 
 namespace brenvo {
 namespace {

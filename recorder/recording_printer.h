@@ -1,6 +1,7 @@
 // A printer that lists its operations.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 

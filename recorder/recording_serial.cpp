@@ -57,9 +57,10 @@ class RecordingSerialLines::Port : public SerialPort {
 
  private:
   std::string Name() const { return "COM" + std::to_string(number_); }
+  // Fails where the script wants it.
   void Use(Line& line) const {
-    if (std::exchange(line.failNext, false))
-      throw DeviceError("La porta " + Name() + " non risponde");
+    if (!std::exchange(line.failNext, false)) return;
+    throw DeviceError("La porta " + Name() + " non risponde");
   }
 
   RecordingSerialLines& lines_;

@@ -3,16 +3,11 @@
 #include <algorithm>
 
 #include "base/encoding.h"
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 #include "recorder/quote.h"
 #include "recorder/refused.h"
 
 namespace brenvo {
-namespace {
-
-constexpr int kTelnetPort = 23;
-
-}  // namespace
 
 class RecordingTcpClients::Client : public TcpClient {
  public:

@@ -3,18 +3,21 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <optional>
 
 #include "adif/esporta_adif.h"
 #include "adif/importa_adif.h"
+#include "awards/award_grid.h"
+#include "awards/stat_sel.h"
+#include "awards/worked_matrix.h"
 #include "contest/check_call_contest.h"
 #include "contest/contest_form.h"
 #include "contest/contest_new_qso.h"
 #include "contest/contest_qso.h"
 #include "contest/contest_search.h"
 #include "contest/stat_contest.h"
-#include "awards/award_grid.h"
-#include "awards/stat_sel.h"
-#include "awards/worked_matrix.h"
 #include "core/backup.h"
 #include "core/maintenance.h"
 #include "core/ripristina_backup.h"
@@ -38,8 +41,6 @@
 #include "tables/tabella_prefissi.h"
 #include "tables/tabella_provincie.h"
 #include "tables/user_form.h"
-
-#include <filesystem>
 
 namespace brenvo {
 namespace {
@@ -95,8 +96,8 @@ void HangInActions(Session& session, MainFrame& frame) {
   }
 }
 
-// Puts a copy in the place of a database that is gone or cannot be used, if the operator wants that;
-// false as well when the copy cannot be read.
+// Puts a copy in the place of a database that is gone or cannot be used: true when it stands there,
+// false when the copy cannot be read. The failure goes on when the operator does not want the copy.
 bool Offer(Session& session, const DatabaseError& failure, const BackupCopy& copy,
            std::string_view what) {
   const std::optional<std::int64_t> contacts = ContactsIn(copy);
@@ -108,8 +109,9 @@ bool Offer(Session& session, const DatabaseError& failure, const BackupCopy& cop
   return true;
 }
 
-// The file that an interrupted compaction or restore has left, else the newest copy that can be
-// read; copies of the future, as the clock has it, come last.
+// Offers the file that an interrupted compaction or restore has left, else the newest copy that can
+// be read; copies of the future, as the clock has it, come last. False when there is none, or when
+// no copy helps against this failure.
 bool PutBackInstead(Session& session, const DatabaseError& failure) {
   const BackupCopy before{session.File("\\Brenvo.BAK"), {}, false};
   if (failure.Number == DatabaseError::kFileNotFound) {

@@ -130,7 +130,7 @@ void CommandWidgets::AddEntries(QMenu& menu, EntryArray& entries) {
       action.setText(ToQt(now[i].caption));
       action.setCheckable(now[i].checked);
       action.setChecked(now[i].checked);
-      action.setVisible(now[i].visible && entries.Visible());
+      action.setVisible(entries.Visible());
       action.setEnabled(entries.Enabled());
     }
   };

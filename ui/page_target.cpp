@@ -7,7 +7,7 @@
 #include <QPrinterInfo>
 #include <algorithm>
 
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 #include "ui/text.h"
 
 namespace brenvo {

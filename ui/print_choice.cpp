@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QStandardPaths>
 
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 #include "ui/print_preview.h"
 
 namespace brenvo {

@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 #include "ui/text.h"
 
 namespace brenvo {

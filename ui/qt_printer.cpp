@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 #include "ui/text.h"
 
 namespace brenvo {

@@ -5,7 +5,6 @@
 namespace brenvo {
 namespace {
 
-constexpr quint16 kTelnetPort = 23;
 // What may wait to be read, while a sound is spoken; the rest waits at the other side.
 constexpr qint64 kMostWaiting = 1 << 16;
 
@@ -35,7 +34,8 @@ QtTcpClient::~QtTcpClient() {
 void QtTcpClient::Connect(std::string_view host, int port) {
   const bool known = port > 0 && port <= 65535;
   Close();
-  socket_->connectToHost(ToQt(host).trimmed(), known ? static_cast<quint16>(port) : kTelnetPort);
+  socket_->connectToHost(ToQt(host).trimmed(),
+                         static_cast<quint16>(known ? port : kTelnetPort));
 }
 
 bool QtTcpClient::IsConnected() const {

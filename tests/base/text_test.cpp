@@ -12,6 +12,13 @@ TEST(Text, CountsCharactersAndNotBytes) {
   EXPECT_EQ(Right("Forlì", 2), "lì");
 }
 
+TEST(Text, IsAsciiWhereEveryByteIsACharacter) {
+  EXPECT_TRUE(IsAscii(""));
+  EXPECT_TRUE(IsAscii(std::string_view("a\0\x7F", 3)));
+  EXPECT_FALSE(IsAscii("Cant\u00F9"));
+  EXPECT_FALSE(IsAscii("\x80"));
+}
+
 TEST(Text, LeftOfAShortTextIsTheWholeText) { EXPECT_EQ(Left("I", 5), "I"); }
 
 TEST(Text, MidPastTheEndIsEmpty) { EXPECT_EQ(Mid("abc", 9), ""); }

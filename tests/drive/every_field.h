@@ -44,8 +44,6 @@ class EveryField : public Window {
     Many.SetItems({"a", "b", "c"});
     Entries.Add("Tutte", true);
     Entries.Add(" 20 m");
-    Entries.Add("hidden");
-    Entries.SetEntryVisible(2, false);
     Entries.OnPick = [this](int entry) {
       Note("Entries pick " + std::to_string(entry));
       Entries.SetChecked(entry, !Entries.Entries()[static_cast<std::size_t>(entry)].checked);

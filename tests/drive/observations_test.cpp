@@ -83,7 +83,7 @@ TEST_F(Observations, AListMarksWhatIsChosen) {
   EXPECT_THAT(lines, ElementsAre("list W.Band 3", "\" 20 m\"", "*\"  2 m\"", "\" 70cm\"",
                                  "list W.Many 3", "*\"a\"", "\"b\"", "*\"c\"",  //
                                  "list W.Group 2", "*\"a\"", "\"b\"",           //
-                                 "list W.Entries 3", "*\"Tutte\"", "\" 20 m\"", "\"hidden\""));
+                                 "list W.Entries 2", "*\"Tutte\"", "\" 20 m\""));
   EXPECT_THROW(PrintList(out, "W.Call", w.Call), Refused);
 }
 

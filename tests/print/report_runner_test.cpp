@@ -4,7 +4,7 @@
 
 #include <fstream>
 
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 #include "print/report_layout.h"
 #include "tests/support/station.h"
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "forms/command.h"
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 #include "print/report_engine.h"
 #include "print/report_layout.h"
 #include "tests/support/station.h"
@@ -135,6 +135,16 @@ TEST_F(ReportsTest, APaddedAndATrimmedPrefixAreOne) {
   Log("Call,Prefisso", "'B','IK3  '");
   Log("Call,Prefisso", "'C','IK4'");
   EXPECT_EQ(Report("cmPPrefissi", "", "Call").size(), 2u);
+}
+
+TEST_F(ReportsTest, KeysThatDifferInTheirCaseAloneAreOne) {
+  Log("Call,[Note],QslRicevuta", "'A','[DCI/mi001]',False");
+  Log("Call,[Note],QslRicevuta", "'B','[DCI/MI001]',False");
+  Log("Call,[Note],QslRicevuta", "'C','[dci/mi001] tnx',True");
+  EXPECT_EQ(Report("cmPNote", "WHERE Note LIKE '*DCI*'", "Call,[Note]"), Texts{"C|dci/mi001"});
+  Log("Call,Locator", "'D','JN45AA'");
+  Log("Call,Locator", "'E','jn45bb'");
+  EXPECT_EQ(Report("cmPSquare", "", "Call"), Texts{"D"});
 }
 
 TEST_F(ReportsTest, TheProvinceReportCountsProvinces) {

@@ -79,3 +79,17 @@ holds Zone.html "unknown"
 write "$from/Brenvo.mdb" "four"
 "$deliver" "$from" "$work/fresh" > "$work/out"
 [ "$(cat "$work/fresh/Brenvo.mdb")" = "two" ] || fail "a database is never replaced"
+
+# A first delivery that finds no room leaves nothing that the next one takes for the operator's.
+head -c 100000 /dev/zero > "$from/Brenvo.mdb"
+head -c 100000 /dev/zero > "$from/Zone.html"
+if (ulimit -f 8 && exec "$deliver" "$from" "$work/full") > "$work/out" 2>&1; then
+  fail "a delivery without room is told"
+fi
+[ ! -e "$work/full/Brenvo.mdb" ] || fail "half a database stands there"
+"$deliver" "$from" "$work/full" > "$work/out"
+for name in Brenvo.mdb Zone.html waves/A.wav; do
+  cmp "$from/$name" "$work/full/$name" || fail "$name is not whole"
+done
+[ ! -s "$work/out" ] || fail "half a file was kept as changed"
+[ ! -e "$work/full/.delivered.part" ] || fail "what was begun is left"

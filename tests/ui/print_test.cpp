@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 
-#include "platform/serial_port.h"
+#include "platform/device_error.h"
 #include "tests/ui/screen.h"
 #include "ui/print_choice.h"
 #include "ui/print_preview.h"

@@ -47,9 +47,14 @@ names() {
   (cd "$from" && find . -type f "$@") | sed 's|^\./||' | LC_ALL=C sort
 }
 
-# A new directory takes everything at once.
+# A new directory takes everything at once. What is cut short (a full disk, the operator's Ctrl-C)
+# leaves no half of a file under its name: half a database would be taken for the operator's.
+part=$to/.delivered.part
+rm -rf "$part"
 if [ -z "$(ls -A "$to" | grep -v '^\.delivered\.new$')" ]; then
-  cp -Rp "$from/." "$to"
+  cp -Rp "$from/." "$part"
+  mv -f "$part"/* "$to"
+  rmdir "$part"
   names \( -name '*.mnu' -o -name '*.html' -o -name '*.rpt' \) | while IFS= read -r name; do
     remember "$name" "$(checksum "$from/$name")"
   done

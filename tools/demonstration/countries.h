@@ -12,7 +12,7 @@ struct DemonstrationTongue {
 };
 
 struct DemonstrationCountry {
-  int weight = 1;  // how often one meets it
+  int weight = 1;     // how often one meets it
   bool near = false;  // within reach of the VHF bands
   std::vector<std::string_view> prefixes;
   std::vector<std::string_view> squares;

@@ -12,21 +12,23 @@
 namespace brenvo {
 namespace {
 
-constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-constexpr std::string_view digits = "0123456789";
-constexpr std::size_t longestPrefix = 5;
+constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+constexpr std::string_view kDigits = "0123456789";
+constexpr std::size_t kLongestPrefix = 5;
 
 // How much the letters behind a prefix weigh together against one call, and a whole call that the
 // country file lists for a special prefix.
-constexpr double lettersWeight = 1.5;
-constexpr double listedCallWeight = 2;
+constexpr double kLettersWeight = 1.5;
+constexpr double kListedCallWeight = 2;
+// What bare letters tell of a prefix that France gives overseas alone: next to nothing.
+constexpr double kFrenchOverseasWeight = 0.1;
 // Among the answers that calls alone give, one is kept from this share of a prefix's calls on.
-constexpr double leastShare = 0.02;
-constexpr double leastCalls = 2;
+constexpr double kLeastShare = 0.02;
+constexpr double kLeastCalls = 2;
 
 // Prefixes that count on with the years: 9A50, TM24, LZ25.
-constexpr std::array<std::string_view, 10> numbered = {"4X", "9A", "DL", "LZ", "OE",
-                                                       "OL", "R",  "SN", "TC", "TM"};
+constexpr std::array<std::string_view, 10> kNumbered = {"4X", "9A", "DL", "LZ", "OE",
+                                                        "OL", "R",  "SN", "TC", "TM"};
 
 // What neither letters nor calls tell: prefixes whose countries are told apart by the letters
 // behind, heard too seldom to count, and some that are no longer given out but stand in logs.
@@ -34,7 +36,7 @@ struct Chosen {
   std::string_view Prefix;
   Answer Tells;
 };
-const Chosen chosen[] = {
+const Chosen kChosen[] = {
     {"3Y0", {"3Y/B", 38, 67, "AF"}},  {"BS7", {"BS7", 27, 50, "AS"}},
     {"CE9", {"CE9", 13, 73, "SA"}},   {"4U1", {"4U1I", 14, 28, "EU"}},
     {"4U1", {"OE", 15, 28, "EU"}},    {"FT0", {"FT/X", 39, 68, "AF"}},
@@ -59,7 +61,7 @@ const Chosen chosen[] = {
     {"ZK1", {"E5/S", 32, 63, "OC"}},  {"ZK2", {"E6", 32, 62, "OC"}},
 };
 
-bool IsDigit(char c) { return digits.find(c) != std::string_view::npos; }
+bool IsDigit(char c) { return kDigits.find(c) != std::string_view::npos; }
 
 // Several digits at the end: a special call's prefix, unless it is of an allocation like S5.
 bool HasTwoDigits(std::string_view prefix) {
@@ -96,10 +98,10 @@ class Deriver {
       if (!IsWanted(call, prefix)) continue;
       if (HasTwoDigits(prefix)) AddSpecial(prefix);
       if (special_.contains(prefix) || IsFrenchOverseas(prefix)) {
-        AddWeight(expected_, prefix, answer, listedCallWeight);
+        AddWeight(expected_, prefix, answer, kListedCallWeight);
       }
     }
-    for (const std::string_view base : numbered) {
+    for (const std::string_view base : kNumbered) {
       for (int number = 10; number <= 99; ++number) {
         AddSpecial(std::string(base) + std::to_string(number));
       }
@@ -108,9 +110,9 @@ class Deriver {
 
   std::vector<PrefixTable::Row> Rows() const {
     std::vector<PrefixTable::Row> rows;
-    for (const Chosen& row : chosen) rows.push_back({std::string(row.Prefix), row.Tells});
+    for (const Chosen& row : kChosen) rows.push_back({std::string(row.Prefix), row.Tells});
     const auto isChosen = [](std::string_view prefix) {
-      return std::any_of(std::begin(chosen), std::end(chosen),
+      return std::any_of(std::begin(kChosen), std::end(kChosen),
                          [prefix](const Chosen& row) { return row.Prefix == prefix; });
     };
     for (const auto& [prefix, expected] : expected_) {
@@ -137,7 +139,7 @@ class Deriver {
   }
 
   bool IsWanted(std::string_view call, std::string_view prefix) const {
-    return !prefix.empty() && prefix.size() <= longestPrefix &&
+    return !prefix.empty() && prefix.size() <= kLongestPrefix &&
            call.find('/') == std::string_view::npos &&
            (plain_.contains(prefix) || !IsMistyped(prefix));
   }
@@ -145,11 +147,12 @@ class Deriver {
   // A prefix of the ordinary forms, if the country file knows any call of it.
   void AddIfGiven(const std::string& prefix) {
     if (IsUnitedNations(prefix)) return;
-    for (const char letter : letters) {
+    for (const char letter : kLetters) {
       if (const auto answer = file_.Find(prefix + letter + "QQ")) {
-        const bool overseas = IsFrenchOverseas(prefix) && answer->Country == "F";
+        const bool atHome = IsFrenchOverseas(prefix) && answer->Country == "F";
         AddWeight(expected_, prefix, *answer,
-                  (overseas ? 0.1 : lettersWeight) / static_cast<double>(letters.size()));
+                  (atHome ? kFrenchOverseasWeight : kLettersWeight) /
+                      static_cast<double>(kLetters.size()));
         plain_.insert(prefix);
       }
     }
@@ -159,26 +162,26 @@ class Deriver {
   // and T7 are countries of their own, with the call area behind them.
   bool IsOfOneCountry(char letter) const {
     return file_.HasPrefix({&letter, 1}) ||
-           std::all_of(digits.begin(), digits.end(), [&](char digit) {
+           std::all_of(kDigits.begin(), kDigits.end(), [&](char digit) {
              return file_.HasPrefix(std::string{letter, digit});
            });
   }
 
   void AddPlain() {
-    for (const char digit : digits) {
-      for (const char first : letters) {
+    for (const char digit : kDigits) {
+      for (const char first : kLetters) {
         const bool oneCountry = IsOfOneCountry(first);
         const std::string allocation = {first, digit};
         AddIfGiven(allocation);
-        for (const char area : digits) {
+        for (const char area : kDigits) {
           if (!oneCountry && (file_.HasPrefix(allocation) || file_.HasPrefix(allocation + area))) {
             AddIfGiven(allocation + area);
           }
         }
-        for (const char second : letters) AddIfGiven({first, second, digit});
-        for (const char number : digits) AddIfGiven({number, first, digit});
-        for (const char number : digits) {
-          for (const char second : letters) {
+        for (const char second : kLetters) AddIfGiven({first, second, digit});
+        for (const char number : kDigits) AddIfGiven({number, first, digit});
+        for (const char number : kDigits) {
+          for (const char second : kLetters) {
             const std::string split = {number, first, second};
             if (file_.HasPrefix(split)) AddIfGiven(split + digit);
           }
@@ -191,7 +194,8 @@ class Deriver {
     if (plain_.contains(prefix) || !special_.insert(prefix).second) return;
     if (IsUnitedNations(prefix)) return;
     if (const auto answer = file_.Find(prefix + "QQQ")) {
-      AddWeight(expected_, prefix, *answer, IsFrenchOverseas(prefix) ? 0.1 : lettersWeight);
+      AddWeight(expected_, prefix, *answer,
+                IsFrenchOverseas(prefix) ? kFrenchOverseasWeight : kLettersWeight);
     }
   }
 
@@ -212,7 +216,7 @@ class Deriver {
     for (const auto& [answer, weight] : all) {
       const double count = weight - (expected.contains(answer) ? expected.at(answer) : 0);
       const bool kept =
-          expected.contains(answer) || (count >= leastCalls && count >= leastShare * calls);
+          expected.contains(answer) || (count >= kLeastCalls && count >= kLeastShare * calls);
       if (!kept || Place(answer) <= Place(first)) continue;
       if (IsFrenchOverseas(prefix) && answer.Country == "F") continue;
       auto& place = behind[Place(answer)];

@@ -30,6 +30,14 @@ int PortNumber(std::string_view device) {
   return device[3] >= '1' && device[3] <= '4' ? device[3] - '0' : 0;
 }
 
+// "LogForm" and "CallQso" of "LogForm.CallQso"; the field is empty where none is named.
+struct FieldName {
+  explicit FieldName(std::string_view name)
+      : window(name.substr(0, name.find('.'))),
+        field(name.substr(std::min(window.size() + 1, name.size()))) {}
+  std::string_view window, field;
+};
+
 }  // namespace
 
 Driver::Driver(std::filesystem::path directory, LineSink out)
@@ -206,10 +214,8 @@ Window& Driver::FindWindow(std::string_view name) const {
 }
 
 Field& Driver::FindField(std::string_view name) const {
-  const std::size_t point = name.find('.');
-  const Window& window = FindWindow(name.substr(0, point));
-  Field* field =
-      point == std::string_view::npos ? nullptr : window.FindField(name.substr(point + 1));
+  const FieldName parts(name);
+  Field* field = FindWindow(parts.window).FindField(parts.field);
   if (field == nullptr) throw Refused{"there is no field " + std::string(name)};
   return *field;
 }
@@ -226,7 +232,7 @@ Window& Driver::ReachWindow(std::string_view name) {
 
 Field& Driver::ReachField(std::string_view name) {
   Field& field = FindField(name);
-  ReachWindow(name.substr(0, name.find('.')));
+  ReachWindow(FieldName(name).window);
   return field;
 }
 
@@ -351,24 +357,22 @@ void Driver::Setting(const Words& words) {
   }
 }
 
+// A field comes before a property of the window, and that before a field's caption.
 void Driver::Get(const Words& words) {
-  const std::string_view name = words[0];
-  const std::size_t point = name.find('.');
-  const Window& window = FindWindow(name.substr(0, point));
-  if (point != std::string_view::npos) {
-    std::string_view rest = name.substr(point + 1);
-    Field* field = window.FindField(rest);
-    if (field == nullptr && PrintProperty(out_, name, window, rest)) return;
+  const FieldName name(words[0]);
+  const Window& window = FindWindow(name.window);
+  if (window.FindField(name.field) == nullptr) {
+    if (PrintProperty(out_, words[0], window, name.field)) return;
     constexpr std::string_view kCaption = ".Caption";
-    if (field == nullptr && rest.ends_with(kCaption)) {
-      rest.remove_suffix(kCaption.size());
-      if (field = window.FindField(rest); field != nullptr) {
+    if (name.field.ends_with(kCaption)) {
+      const auto captioned = name.field.substr(0, name.field.size() - kCaption.size());
+      if (const Field* field = window.FindField(captioned)) {
         out_("get " + words[0] + ' ' + Quoted(field->Caption()));
         return;
       }
     }
   }
-  PrintField(out_, name, FindField(name));
+  PrintField(out_, words[0], FindField(words[0]));
 }
 
 void Driver::Enabled(const Words& words) { PrintEnabled(out_, words[0], FindField(words[0])); }

@@ -1,7 +1,6 @@
 // What a script prints of windows and of the database.
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "engine/recordset.h"
@@ -12,19 +11,26 @@
 namespace brenvo {
 
 // `name` is how the script called the field or window. Refused when the field is of no fitting
-// kind.
+// kind. Texts stand in double quotes with the escapes of `recorder/quote.h`; numbers are plain.
 
-// `get W.F "text"`; on, off, grey; a number.
+// `get W.F "text"`; a check box, an option or a toggle `on`, `off`, `grey`; a slider, a gauge or a
+// group of options its number; any other field its caption.
 void PrintField(const LineSink& out, std::string_view name, Field& field);
-// The same for Caption, Tag, Left, Top, Width, Height of a window; false when it is none of these.
+// The same for Caption, Tag, Left, Top, Width, Height (twips) of a window; false when it is none of
+// these.
 bool PrintProperty(const LineSink& out, std::string_view name, const Window& window,
                    std::string_view property);
+// `enabled W.F yes`, or `no`.
 void PrintEnabled(const LineSink& out, std::string_view name, const Field& field);
+// `grid W.G R C`, then R lines of C cells with tabs between, the heading first.
 void PrintGrid(const LineSink& out, std::string_view name, Field& field);
+// `list W.F N`, then N lines of a text, "*" before those that are chosen or checked.
 void PrintList(const LineSink& out, std::string_view name, Field& field);
+// `text W.F`, then a line a run of one colour: `#rrggbb "text"`.
 void PrintRuns(const LineSink& out, std::string_view name, Field& field);
+// `status W "panel" "panel"`, all panels.
 void PrintStatus(const LineSink& out, std::string_view name, const Window& window);
-// `row`, the cells behind it, each after a tab; `rows N` at the end.
+// A line a row: `row` and its cells, a tab before each, Null as `NULL`; then `rows N`.
 void PrintRows(const LineSink& out, Recordset& rows);
 
 }  // namespace brenvo

@@ -82,9 +82,6 @@ void SetList(ListField& list, std::string_view text) {
 
 void ClickEntry(EntryArray& entries, std::int64_t n) {
   const int entry = Index(entries, n, static_cast<std::int64_t>(entries.Entries().size()), "entry");
-  if (!entries.Entries()[static_cast<std::size_t>(entry)].visible) {
-    Refuse(entries, "does not show entry " + std::to_string(entry));
-  }
   entries.Pick(entry);
 }
 

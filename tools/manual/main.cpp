@@ -1,7 +1,8 @@
 // Writes the manual as HTML: manual HELPFILE HTMLFILE.
 #include <cstdio>
 #include <fstream>
-#include <sstream>
+#include <iterator>
+#include <string>
 
 #include "tools/manual/page_to_html.h"
 
@@ -11,12 +12,17 @@ int main(int argc, char** argv) {
     return 2;
   }
   std::ifstream in(argv[1], std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
+  const std::string text{std::istreambuf_iterator<char>(in), {}};
+  if (!in) {
+    std::fprintf(stderr, "manual: %s cannot be read\n", argv[1]);
+    return 1;
+  }
   std::ofstream out(argv[2], std::ios::binary);
-  out << brenvo::ManualToHtml(brenvo::ParseHelp(text.str()), "Brenvo: il manuale");
-  out.flush();
-  if (in && out) return 0;
-  std::fprintf(stderr, "manual: %s cannot be read or %s cannot be written\n", argv[1], argv[2]);
-  return 1;
+  out << brenvo::ManualToHtml(brenvo::ParseHelp(text), "Brenvo: il manuale");
+  out.close();
+  if (!out) {
+    std::fprintf(stderr, "manual: %s cannot be written\n", argv[2]);
+    return 1;
+  }
+  return 0;
 }

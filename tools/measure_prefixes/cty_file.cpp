@@ -15,7 +15,7 @@ namespace {
 
 // Names in the file that are not our country code: those of the European awards (behind "*"), and
 // Sardinia.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 7> ourCodes = {{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 7> kOurCodes = {{
     {"*4U1V", "OE"},
     {"*GM/S", "GM"},
     {"*IG9", "I"},
@@ -26,10 +26,10 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 7> ourCodes 
 }};
 
 std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view white = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(white);
+  constexpr std::string_view kWhite = " \t\r\n";
+  const std::size_t first = text.find_first_not_of(kWhite);
   if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(white) - first + 1);
+  return text.substr(first, text.find_last_not_of(kWhite) - first + 1);
 }
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {
@@ -55,7 +55,7 @@ int Number(std::string_view text) {
 std::string OurCode(std::string_view name) {
   std::string code(name);
   for (char& c : code) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  for (const auto& [theirs, ours] : ourCodes) {
+  for (const auto& [theirs, ours] : kOurCodes) {
     if (code == theirs) return std::string(ours);
   }
   return code;
@@ -73,10 +73,10 @@ std::optional<std::string_view> Within(std::string_view entry, char open, char c
 // The file has one entry for KG4, but only calls with two letters behind it are of Guantanamo
 // Bay; whoever uses the file tells them apart by their length.
 bool IsKg4OfTheStates(std::string_view call) {
-  constexpr std::string_view prefix = "KG4";
-  if (!call.starts_with(prefix)) return false;
+  constexpr std::string_view kPrefix = "KG4";
+  if (!call.starts_with(kPrefix)) return false;
   const std::string_view letters =
-      call.substr(prefix.size(), std::min(call.size(), call.find('/')) - prefix.size());
+      call.substr(kPrefix.size(), std::min(call.size(), call.find('/')) - kPrefix.size());
   return letters.size() != 2;
 }
 

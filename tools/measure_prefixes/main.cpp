@@ -14,7 +14,7 @@ namespace {
 
 using namespace brenvo;
 
-constexpr std::string_view usage =
+constexpr std::string_view kUsage =
     "usage: measure_prefixes BRENVO.mdb CALL_LIST COUNTRY_FILE [--misses] [--at-least COUNTRY "
     "ZONES]\n"
     "  --misses    also prints each wrong call, with our answer and the file's\n"
@@ -53,7 +53,7 @@ void Print(const Measurement& result) {
 
 int Run(const std::vector<std::string_view>& arguments) {
   if (arguments.size() < 3) {
-    fmt::print(stderr, "{}", usage);
+    fmt::print(stderr, "{}", kUsage);
     return 2;
   }
   bool misses = false;
@@ -66,7 +66,7 @@ int Run(const std::vector<std::string_view>& arguments) {
       leastCountry = ParsePercent(std::string(arguments[++i]));
       leastZones = ParsePercent(std::string(arguments[++i]));
     } else {
-      fmt::print(stderr, "{}", usage);
+      fmt::print(stderr, "{}", kUsage);
       return 2;
     }
   }

@@ -11,7 +11,7 @@
 namespace brenvo {
 namespace {
 
-constexpr std::string_view digits = "0123456789";
+constexpr std::string_view kDigits = "0123456789";
 
 auto Key(const PrefixTable::Row& row) {
   return std::tie(row.Prefix, row.Tells.ZoneCq, row.Tells.ZoneItu, row.Tells.Continent);
@@ -25,9 +25,9 @@ std::string Text(sqlite3_stmt* statement, int column) {
 }  // namespace
 
 std::string_view PrefixOf(std::string_view call) {
-  const std::size_t first = call.find_first_of(digits, 1);
+  const std::size_t first = call.find_first_of(kDigits, 1);
   if (first == std::string_view::npos) return {};
-  const std::size_t behind = call.find_first_not_of(digits, first);
+  const std::size_t behind = call.find_first_not_of(kDigits, first);
   return behind == std::string_view::npos ? std::string_view() : call.substr(0, behind);
 }
 

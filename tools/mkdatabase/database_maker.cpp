@@ -2,7 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <array>
 #include <charconv>
 #include <cstdint>
 #include <fstream>
@@ -12,7 +11,6 @@
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #include "base/csv.h"
@@ -21,39 +19,59 @@ namespace brenvo {
 namespace {
 
 // The tables that the program cannot work without rows in.
-constexpr std::array<std::string_view, 8> requiredTables = {
-    "Country", "Prefissi", "Provincie", "Modi", "Propagazione", "NoteHelp", "User", "UserRTX"};
+constexpr std::string_view kRequiredTables[] = {"Country",      "Prefissi", "Provincie", "Modi",
+                                                "Propagazione", "NoteHelp", "User",      "UserRTX"};
 
 // What holds between rows, as a query for the rows that break it and the words for them.
 struct Rule {
   const char* BrokenBy;
   const char* Meaning;
 };
-constexpr std::array rules = {
-    Rule{R"(SELECT "Prefisso" || ' ' || "Country" FROM "Prefissi"
+constexpr Rule kRules[] = {
+    {R"(SELECT "Prefisso" || ' ' || "Country" FROM "Prefissi"
             WHERE "Country" NOT IN (SELECT "Country" FROM "Country"))",
-         "a prefix of a country that is not in Country"},
-    Rule{R"(SELECT "Prefisso" FROM "Prefissi"
+     "a prefix of a country that is not in Country"},
+    {R"(SELECT "Prefisso" FROM "Prefissi"
             WHERE length("Prefisso") NOT BETWEEN 2 AND 5 OR "Prefisso" NOT GLOB '*[0-9]')",
-         "a prefix longer than 5 characters or without its digit"},
-    Rule{R"(SELECT "Country" FROM "Country" WHERE length("Country") NOT BETWEEN 1 AND 5)",
-         "a country code of other than 1 to 5 characters"},
-    Rule{R"(SELECT "Country" || ' ' || "Provincia" FROM "Provincie"
+     "a prefix longer than 5 characters or without its digit"},
+    {R"(SELECT "Country" FROM "Country" WHERE length("Country") NOT BETWEEN 1 AND 5)",
+     "a country code of other than 1 to 5 characters"},
+    {R"(SELECT "Country" || ' ' || "Provincia" FROM "Provincie"
             WHERE "Country" NOT IN (SELECT "Country" FROM "Country"))",
-         "a province of a country that is not in Country"},
-    Rule{R"(SELECT "Provincia" FROM "Provincie" WHERE length("Provincia") NOT BETWEEN 1 AND 3)",
-         "a province code of other than 1 to 3 characters"},
-    Rule{R"(SELECT "Banda" FROM "UserRTX"
+     "a province of a country that is not in Country"},
+    {R"(SELECT "Provincia" FROM "Provincie" WHERE length("Provincia") NOT BETWEEN 1 AND 3)",
+     "a province code of other than 1 to 3 characters"},
+    {R"(SELECT "Banda" FROM "UserRTX"
             WHERE "Modo" <> '' AND "Modo" NOT IN (SELECT "Modo" FROM "Modi"))",
-         "a band with a mode that is not in Modi"},
-    Rule{R"(SELECT "Banda" FROM "UserRTX" WHERE "FrequenzaI" > "FrequenzaF")",
-         "a band whose edges are exchanged"},
-    Rule{R"(SELECT count(*) FROM "User" HAVING count(*) <> 1)", "other than one station profile"},
-    Rule{R"(SELECT count(*) FROM "Propagazione"
+     "a band with a mode that is not in Modi"},
+    {R"(SELECT "Banda" FROM "UserRTX" WHERE "FrequenzaI" > "FrequenzaF")",
+     "a band whose edges are exchanged"},
+    {R"(SELECT count(*) FROM "User" HAVING count(*) <> 1)", "other than one station profile"},
+    {R"(SELECT count(*) FROM "Propagazione"
             WHERE "Codice" = (SELECT min("Codice") FROM "Propagazione") AND "Propagazione" = ''
             HAVING count(*) <> 1)",
-         "a first propagation that is not empty"},
+     "a first propagation that is not empty"},
 };
+
+struct CloseFile {
+  void operator()(sqlite3* database) const { sqlite3_close(database); }
+};
+using File = std::unique_ptr<sqlite3, CloseFile>;
+
+// Throws std::runtime_error with the name and `failure` behind it.
+File Open(const std::string& name, int flags, const char* failure) {
+  sqlite3* opened = nullptr;
+  const int result = sqlite3_open_v2(name.c_str(), &opened, flags, nullptr);
+  File file(opened);
+  if (result != SQLITE_OK) throw std::runtime_error(name + failure);
+  return file;
+}
+
+void Execute(sqlite3* database, const std::string& sql) {
+  if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+    throw std::runtime_error(sqlite3_errmsg(database));
+  }
+}
 
 class Statement {
  public:
@@ -156,19 +174,11 @@ std::string ContentOf(const std::filesystem::path& file) {
 
 class Maker {
  public:
-  explicit Maker(const std::filesystem::path& file) {
-    sqlite3* opened = nullptr;
-    const int result = sqlite3_open_v2(file.string().c_str(), &opened,
-                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
-    database_.reset(opened);
-    if (result != SQLITE_OK) throw std::runtime_error(file.string() + ": cannot be created");
-  }
+  explicit Maker(const std::filesystem::path& file)
+      : database_(Open(file.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
+                       ": cannot be created")) {}
 
-  void Execute(const std::string& sql) {
-    if (sqlite3_exec(database_.get(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
-      throw std::runtime_error(sqlite3_errmsg(database_.get()));
-    }
-  }
+  void Execute(const std::string& sql) { brenvo::Execute(database_.get(), sql); }
 
   std::vector<std::string> Tables() {
     Statement query(database_.get(),
@@ -205,12 +215,12 @@ class Maker {
   }
 
   void Check() {
-    for (const std::string_view table : requiredTables) {
+    for (const std::string_view table : kRequiredTables) {
       if (!Statement(database_.get(), "SELECT 1 FROM " + Quoted(table) + " LIMIT 1").Step()) {
         throw std::runtime_error(std::string(table) + ": no rows");
       }
     }
-    for (const Rule& rule : rules) {
+    for (const Rule& rule : kRules) {
       Statement query(database_.get(), rule.BrokenBy);
       if (query.Step()) {
         throw std::runtime_error(std::string(rule.Meaning) + ": " + query.Text(0));
@@ -238,10 +248,7 @@ class Maker {
     return types;
   }
 
-  struct Close {
-    void operator()(sqlite3* database) const { sqlite3_close(database); }
-  };
-  std::unique_ptr<sqlite3, Close> database_;
+  File database_;
 };
 
 void Make(const std::filesystem::path& schema, const std::filesystem::path& facts,
@@ -268,31 +275,17 @@ std::string PragmaOf(sqlite3* database, const char* sql) {
 
 std::vector<std::string> CompleteDatabase(const std::filesystem::path& schema,
                                           const std::filesystem::path& file) {
-  struct Close {
-    void operator()(sqlite3* database) const { sqlite3_close(database); }
-  };
-  const auto open = [](const std::string& name, int flags) {
-    sqlite3* opened = nullptr;
-    const int result = sqlite3_open_v2(name.c_str(), &opened, flags, nullptr);
-    std::unique_ptr<sqlite3, Close> database(opened);
-    if (result != SQLITE_OK) throw std::runtime_error(name + ": cannot be opened");
-    return database;
-  };
-  const auto run = [](sqlite3* database, const std::string& sql) {
-    if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
-      throw std::runtime_error(sqlite3_errmsg(database));
-    }
-  };
-  const auto wanted = open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-  run(wanted.get(), ContentOf(schema));
-  const auto present = open(file.string(), SQLITE_OPEN_READWRITE);
+  constexpr const char* kFailure = ": cannot be opened";
+  const File wanted = Open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, kFailure);
+  Execute(wanted.get(), ContentOf(schema));
+  const File present = Open(file.string(), SQLITE_OPEN_READWRITE, kFailure);
   for (const char* pragma : {"PRAGMA application_id", "PRAGMA user_version"}) {
     if (PragmaOf(wanted.get(), pragma) != PragmaOf(present.get(), pragma)) {
       throw std::runtime_error(file.string() + ": not a database of this version");
     }
   }
   std::vector<std::string> added;
-  run(present.get(), "BEGIN IMMEDIATE");
+  Execute(present.get(), "BEGIN IMMEDIATE");
   // Tables stand before their indexes.
   Statement objects(wanted.get(),
                     "SELECT name, sql FROM sqlite_schema WHERE sql IS NOT NULL AND name NOT LIKE "
@@ -302,10 +295,10 @@ std::vector<std::string> CompleteDatabase(const std::filesystem::path& schema,
     const std::string name = objects.Text(0);
     there.Bind(1, std::string_view(name));
     if (there.Step()) continue;
-    run(present.get(), objects.Text(1));
+    Execute(present.get(), objects.Text(1));
     added.push_back(name);
   }
-  run(present.get(), "COMMIT");
+  Execute(present.get(), "COMMIT");
   return added;
 }
 

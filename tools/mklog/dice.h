@@ -1,6 +1,7 @@
 // Chance that falls alike on every machine.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <random>

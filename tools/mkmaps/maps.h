@@ -22,8 +22,11 @@ struct MapSources {
   Edges worldEdges, lakeEdges, zoneEdges;
   std::vector<CountryMark> countries;  // today's
 };
+// Throws std::runtime_error when a table of the directory is missing or no such table.
 MapSources ReadMapSources(const std::filesystem::path& facts);
 
+// Each writes its image, by the name of its sheet, into the directory `out`. Throws
+// std::runtime_error when it cannot.
 void DrawFieldMap(const MapSources& sources, const std::filesystem::path& out);
 void DrawSquareMap(const MapSources& sources, const std::filesystem::path& out);
 void DrawZoneMap(const MapSources& sources, const std::filesystem::path& out);

@@ -13,10 +13,8 @@ namespace {
 
 using namespace map_colours;
 
-constexpr Qt::PenCapStyle kRound = Qt::RoundCap;
-
 QPen Stroke(const QColor& colour, double width) {
-  return QPen(colour, width, Qt::SolidLine, kRound, Qt::RoundJoin);
+  return QPen(colour, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
 std::vector<GeoLine> LinesOf(const std::vector<Outline>& outlines) {

@@ -1,8 +1,8 @@
 // Prints into files what the station prints on paper: papers DIR OUT.
+#include <cstdio>
 #include <QApplication>
 #include <QDir>
 #include <QLocale>
-#include <cstdio>
 
 #include "contest/contest_form.h"
 #include "print/report_runner.h"
@@ -63,8 +63,7 @@ int main(int argc, char** argv) {
   out.mkpath(QStringLiteral("."));
   QString file;
   brenvo::QtPlatform platform(directory);
-  platform.SendPrintsTo(
-      [&](bool landscape) { return brenvo::PaperTarget::Pdf(file, landscape); });
+  platform.SendPrintsTo([&](bool landscape) { return brenvo::PaperTarget::Pdf(file, landscape); });
   Session session(platform, directory);
   platform.Attach(&session);
   if (brenvo::StartStation(session) == nullptr) return 1;

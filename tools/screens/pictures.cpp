@@ -109,8 +109,9 @@ Window* FileToImport(Session& session) {
   const std::filesystem::path file = session.AppPath / "2024.adi";
   std::ofstream(file, std::ios::binary)
       << "Log of 2024 <adif_ver:5>3.1.4 <programid:5>Other <eoh>\n"
-         "<call:6>DL1ABC <qso_date:8>20240309 <time_on:4>1405 <band:2>2m <mode:3>SSB <rst_sent:2>59 "
-         "<rst_rcvd:2>57 <gridsquare:6>JO62QM <name:4>Hans <qth:6>Berlin <qsl_rcvd:1>Y <eor>\n"
+         "<call:6>DL1ABC <qso_date:8>20240309 <time_on:4>1405 <band:2>2m <mode:3>SSB "
+         "<rst_sent:2>59 <rst_rcvd:2>57 <gridsquare:6>JO62QM <name:4>Hans <qth:6>Berlin "
+         "<qsl_rcvd:1>Y <eor>\n"
          "<call:6>EA5XYZ <qso_date:8>20240309 <time_on:4>1512 <freq:6>50.150 <mode:3>SSB "
          "<gridsquare:4>IM98 <prop_mode:2>ES <eor>\n"
          "<call:5>W1AAA <qso_date:8>20240310 <time_on:6>201500 <band:3>20m <mode:3>FT8 "

@@ -42,4 +42,6 @@ else
 fi
 echo "Installing:$missing" >&2
 $as_root apt-get update -q >&2
-DEBIAN_FRONTEND=noninteractive $as_root apt-get install -q -y --no-install-recommends $missing >&2
+# sudo passes no variables on.
+$as_root env DEBIAN_FRONTEND=noninteractive \
+  apt-get install -q -y --no-install-recommends $missing >&2

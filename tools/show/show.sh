@@ -73,7 +73,7 @@ screen() { import -window root rgb:- | cksum; }
 # Until nothing has moved for a moment: the program has done what it was asked.
 settled() {
   before=$(screen)
-  sleep "${1:-0.25}"
+  sleep 0.25
   [ "$(screen)" = "$before" ]
 }
 # A blinking caret must not keep it waiting for ever.
