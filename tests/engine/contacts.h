@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/scratch_directory.h"
+#include "tests/support/scratch_database.h"
 
 namespace brenvo {
 
