@@ -4,13 +4,10 @@
 
 #include "base/text.h"
 #include "core/modules.h"
-#include "core/prefix.h"
 
 namespace brenvo {
 namespace {
 
-constexpr std::string_view kCountries =
-    "select left(Country+space(5),5)+Descrizione as Campo from Country";
 // What a new statistics selection starts with, besides all propagations.
 constexpr std::string_view kUsualBand = "  2 m";
 constexpr std::string_view kUsualMode = "SSB";
@@ -111,7 +108,7 @@ void StatSel::Activate() {
     Country.SetEnabled(false);
     OfferElenca(true);
   } else {
-    LoadFrom(session_, Country, kCountries, "Campo");
+    LoadCountryChoices(session_, Country);
     if (Tag == "PROVINCIE") {
       Country.SetEnabled(true);
       OfferElenca(true);
@@ -200,19 +197,9 @@ void StatSel::ChooseLayout(Command& chosen) {
 }
 
 void StatSel::OnCountryLeave() {
-  Table& countries = *session_.TbCountry;
-  countries.Seek("=", {Left(Country.Text(), 5)});
-  Country.SetText(countries.NoMatch() ? std::string()
-                                      : CountryText(FieldText(countries, "Country"),
-                                                    FieldText(countries, "Descrizione")));
+  Country.SetText(FindCountryText(session_, Left(Country.Text(), 5)));
 }
 
-void StatSel::OnNotePick() {
-  session_.NoteChoice.clear();
-  Window* help = session_.Windows.LoadNew("Help");
-  if (help == nullptr) return;
-  session_.Windows.ShowModal(*help);
-  if (!session_.NoteChoice.empty()) Note.SetText(Note.Text() + session_.NoteChoice);
-}
+void StatSel::OnNotePick() { AppendPickedNote(session_, Note); }
 
 }  // namespace brenvo

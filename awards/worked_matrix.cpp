@@ -189,12 +189,8 @@ void WorkedMatrix::ResolveCall(std::string_view call) {
   keys_[kZonaITU] = zone("Zona ITU");
   keys_[kContinente] = FieldText(prefissi, "Continente");
   keys_[kCountry] = FieldText(prefissi, "Country");
-  Table& countries = *session_.TbCountry;
-  countries.Seek("=", {keys_[kCountry]});
-  if (countries.NoMatch()) return;
-  countryLabel_ =
-      CountryText(FieldText(countries, "Country"), FieldText(countries, "Descrizione"));
-  countryLocator_ = FieldText(countries, "Locator");
+  countryLabel_ = FindCountryText(session_, keys_[kCountry]);
+  if (!countryLabel_.empty()) countryLocator_ = FieldText(*session_.TbCountry, "Locator");
 }
 
 void WorkedMatrix::WriteLabel(Level level, std::string_view label) {

@@ -16,7 +16,7 @@
 #include "core/transaction.h"
 #include "recorder/recording_platform.h"
 #include "tests/support/adif_samples.h"
-#include "tests/support/scratch_database.h"
+#include "tests/support/scratch_directory.h"
 
 namespace brenvo {
 namespace {

@@ -11,7 +11,7 @@
 #include "bench/support/figures.h"
 #include "core/transaction.h"
 #include "station/station.h"
-#include "tests/support/scratch_database.h"
+#include "tests/support/scratch_directory.h"
 #include "ui/map_area.h"
 #include "ui/qt_platform.h"
 

@@ -20,7 +20,7 @@
 #include "print/report_engine.h"
 #include "print/report_layout.h"
 #include "recorder/recording_platform.h"
-#include "tests/support/scratch_database.h"
+#include "tests/support/scratch_directory.h"
 #include "tools/mkdatabase/database_maker.h"
 #include "ui/print_preview.h"
 #include "ui/qt_printer.h"

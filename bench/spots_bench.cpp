@@ -15,7 +15,7 @@
 #include "links/tnc_telnet.h"
 #include "recorder/recording_platform.h"
 #include "station/station.h"
-#include "tests/support/scratch_database.h"
+#include "tests/support/scratch_directory.h"
 #include "tools/mkdatabase/database_maker.h"
 #include "tools/mklog/log_maker.h"
 

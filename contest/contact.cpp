@@ -13,21 +13,48 @@ namespace {
 constexpr std::string_view kDuplicateMark = "Qso doppio";
 constexpr std::string_view kExchangeMark = "[Exc=";
 
-// Where the columns stand in a result; asked once, not at each row.
-class Places {
+// One column of a snapshot's current row. Its place is asked once, not at each row.
+class Cell {
  public:
-  explicit Places(const std::vector<std::string>& columns) : columns_(columns) {}
-  std::size_t Of(std::string_view name) const {
-    const auto at = std::find(columns_.begin(), columns_.end(), name);
-    if (at == columns_.end()) {
+  Cell(Snapshot& rows, std::string_view column) : rows_(rows), place_(PlaceOf(rows, column)) {}
+  Value operator()() const { return rows_.Field(place_); }
+
+ private:
+  static std::size_t PlaceOf(const Snapshot& rows, std::string_view column) {
+    const std::vector<std::string>& columns = rows.Columns();
+    const auto at = std::find(columns.begin(), columns.end(), column);
+    if (at == columns.end()) {
       throw DatabaseError(DatabaseError::kItemNotFound,
-                          "Colonna non trovata: " + std::string(name));
+                          "Colonna non trovata: " + std::string(column));
     }
-    return static_cast<std::size_t>(at - columns_.begin());
+    return static_cast<std::size_t>(at - columns.begin());
+  }
+
+  Snapshot& rows_;
+  std::size_t place_;
+};
+
+class ScoredCells {
+ public:
+  explicit ScoredCells(Snapshot& rows)
+      : progrDato_(rows, "ProgrDato"),
+        call_(rows, "Call"),
+        locator_(rows, "Locator"),
+        qrb_(rows, "Qrb"),
+        punti_(rows, "Punti"),
+        note_(rows, "Note") {}
+
+  void Read(ScoredContact& contact) const {
+    contact.ProgrDato = progrDato_().Integer();
+    contact.Call = call_().Text();
+    contact.Locator = locator_().Text();
+    contact.Qrb = qrb_().Number();
+    contact.Punti = punti_().Number();
+    if (const Value note = note_(); !note.IsNull()) contact.Note = note.Text();
   }
 
  private:
-  const std::vector<std::string>& columns_;
+  Cell progrDato_, call_, locator_, qrb_, punti_, note_;
 };
 
 }  // namespace
@@ -39,30 +66,30 @@ std::string OfContest(std::string_view date, std::string_view band) {
 std::vector<Contact> ReadContacts(Database& database, std::string_view date,
                                   std::string_view band) {
   const auto rows = database.OpenSnapshot("SELECT * FROM [Contest Qso]" + OfContest(date, band));
-  const Places places(rows->Columns());
-  const std::size_t progrDato = places.Of("ProgrDato"), progrRicevuto = places.Of("ProgrRicevuto"),
-                    giorno = places.Of("Giorno"), qtr = places.Of("Qtr"), call = places.Of("Call"),
-                    qrkDato = places.Of("QrkDato"), qrkRicevuto = places.Of("QrkRicevuto"),
-                    locator = places.Of("Locator"), modo = places.Of("Modo"),
-                    qrb = places.Of("Qrb"), punti = places.Of("Punti"), note = places.Of("Note"),
-                    qsl = places.Of("Qsl");
+  const ScoredCells scored(*rows);
+  const Cell progrRicevuto(*rows, "ProgrRicevuto"), giorno(*rows, "Giorno"), qtr(*rows, "Qtr"),
+      qrkDato(*rows, "QrkDato"), qrkRicevuto(*rows, "QrkRicevuto"), modo(*rows, "Modo");
   std::vector<Contact> contacts;
   for (; !rows->EOF_(); rows->MoveNext()) {
     Contact& contact = contacts.emplace_back();
-    contact.ProgrDato = rows->Field(progrDato).Integer();
-    contact.ProgrRicevuto = rows->Field(progrRicevuto).Integer();
-    contact.Giorno = rows->Field(giorno).Integer();
-    contact.Qtr = rows->Field(qtr).Date();
-    contact.Call = rows->Field(call).Text();
-    contact.QrkDato = rows->Field(qrkDato).Text();
-    contact.QrkRicevuto = rows->Field(qrkRicevuto).Text();
-    contact.Locator = rows->Field(locator).Text();
-    contact.Modo = rows->Field(modo).Text();
-    contact.Qrb = rows->Field(qrb).Number();
-    contact.Punti = rows->Field(punti).Number();
-    if (const Value text = rows->Field(note); !text.IsNull()) contact.Note = text.Text();
-    contact.Qsl = rows->Field(qsl).Bool();
+    scored.Read(contact);
+    contact.ProgrRicevuto = progrRicevuto().Integer();
+    contact.Giorno = giorno().Integer();
+    contact.Qtr = qtr().Date();
+    contact.QrkDato = qrkDato().Text();
+    contact.QrkRicevuto = qrkRicevuto().Text();
+    contact.Modo = modo().Text();
   }
+  return contacts;
+}
+
+std::vector<ScoredContact> ReadScoredContacts(Database& database, std::string_view date,
+                                              std::string_view band) {
+  const auto rows = database.OpenSnapshot(
+      "SELECT ProgrDato,Call,Locator,Qrb,Punti,Note FROM [Contest Qso]" + OfContest(date, band));
+  const ScoredCells scored(*rows);
+  std::vector<ScoredContact> contacts;
+  for (; !rows->EOF_(); rows->MoveNext()) scored.Read(contacts.emplace_back());
   return contacts;
 }
 
@@ -74,11 +101,11 @@ std::string MarkExchange(std::string_view note, std::string_view exchange) {
   return fmt::format("{}{}]{}", kExchangeMark, exchange, note);
 }
 
-bool IsDuplicate(const Contact& contact) {
+bool IsDuplicate(const ScoredContact& contact) {
   return contact.Note && contact.Note->find(kDuplicateMark) != std::string::npos;
 }
 
-std::optional<std::string> ExchangeOf(const Contact& contact) {
+std::optional<std::string> ExchangeOf(const ScoredContact& contact) {
   if (!contact.Note) throw std::runtime_error("La nota del qso con " + contact.Call + " manca");
   const std::string& note = *contact.Note;
   const auto mark = note.find(kExchangeMark);

@@ -2,15 +2,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 
 #include "base/number.h"
 #include "contest/contact.h"
 #include "contest/contest_search.h"
 #include "contest/contest_sheets.h"
-#include "contest/reg1test.h"
-#include "contest/score.h"
-#include "contest/staging.h"
+#include "contest/export.h"
 #include "core/help_topics.h"
 #include "core/modules.h"
 #include "core/transaction.h"
@@ -69,13 +66,6 @@ void TryMove(Move move) {
   }
 }
 
-void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (!file) throw std::runtime_error("Impossibile scrivere il file " + path.filename().string());
-}
-
 }  // namespace
 
 ContestForm::ContestForm(Session& session)
@@ -122,48 +112,30 @@ ContestForm::ContestForm(Session& session)
 ContestForm::~ContestForm() = default;
 
 void ContestForm::MakeToolbar() {
-  struct Key {
-    std::string_view name, caption, tip, shortcut;
-    void (ContestForm::*action)();
+  const auto run = [this](void (ContestForm::*action)()) {
+    return [this, action] { (this->*action)(); };
   };
-  const Key keys[] = {
-      {"cmInsert", "Inserisci", "Inserisce il contest", "F2", &ContestForm::ContestAdd},
-      {"cmUpdate", "Aggiorna", "Aggiorna il contest", "F3", &ContestForm::ContestUpdate},
-      {"cmDelete", "Cancella", "Cancella il contest e i suoi Qso", "F4",
-       &ContestForm::ContestDelete},
-      {},
-      {"cmFirst", "Primo", "Primo contest", "Ctrl+Home", &ContestForm::cmFirst},
-      {"cmPrevious", "Precedente", "Contest precedente", "PgUp", &ContestForm::cmPrevious},
-      {"cmNext", "Successivo", "Contest successivo", "PgDown", &ContestForm::cmNext},
-      {"cmLast", "Ultimo", "Ultimo contest", "Ctrl+End", &ContestForm::cmLast},
-      {},
-      {"cmQso", "Qso", "Qso del contest", "F6", &ContestForm::cmQso},
-      {"cmSearch", "Ricerca", "Ricerca un contest", "F8", &ContestForm::ContestFind},
-      {"cmExport", "Esporta", "Scrive il file REG1TEST", "F9", &ContestForm::cmExport},
-      {"cmClear", "Nuovo", "Svuota i campi per un nuovo contest", "F5", &ContestForm::ContestClear},
-      {"cmPrint", "Stampa", "Stampa i fogli del contest", "Ctrl+P", &ContestForm::cmPrint},
-  };
-  const auto add = [this](std::string_view name, std::string_view caption, std::string_view tip,
-                          std::string_view shortcut, std::function<void()> action) {
-    auto command = std::make_unique<Command>(*this, std::string(name), std::string(caption),
-                                             std::move(action));
-    command->Tip = tip;
-    command->Icon = name;
-    command->Shortcut = shortcut;
-    Toolbar1.Items.emplace_back(command.get());
-    commands_.push_back(std::move(command));
-  };
-  for (const Key& key : keys) {
-    if (key.name.empty()) {
-      Toolbar1.Items.emplace_back(Separator{});
-    } else {
-      add(key.name, key.caption, key.tip, key.shortcut,
-          [this, action = key.action] { (this->*action)(); });
-    }
-  }
-  Toolbar1.Items.emplace_back(Separator{});
-  add("cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpContest); });
-  add("cmExit", "Esci", "Chiude il contest", "", [this] { Close(); });
+  keys_.Add(
+      Toolbar1,
+      {{"cmInsert", "Inserisci", "Inserisce il contest", "F2", run(&ContestForm::ContestAdd)},
+       {"cmUpdate", "Aggiorna", "Aggiorna il contest", "F3", run(&ContestForm::ContestUpdate)},
+       {"cmDelete", "Cancella", "Cancella il contest e i suoi Qso", "F4",
+        run(&ContestForm::ContestDelete)},
+       {},
+       {"cmFirst", "Primo", "Primo contest", "Ctrl+Home", run(&ContestForm::cmFirst)},
+       {"cmPrevious", "Precedente", "Contest precedente", "PgUp", run(&ContestForm::cmPrevious)},
+       {"cmNext", "Successivo", "Contest successivo", "PgDown", run(&ContestForm::cmNext)},
+       {"cmLast", "Ultimo", "Ultimo contest", "Ctrl+End", run(&ContestForm::cmLast)},
+       {},
+       {"cmQso", "Qso", "Qso del contest", "F6", run(&ContestForm::cmQso)},
+       {"cmSearch", "Ricerca", "Ricerca un contest", "F8", run(&ContestForm::ContestFind)},
+       {"cmExport", "Esporta", "Scrive il file REG1TEST", "F9", run(&ContestForm::cmExport)},
+       {"cmClear", "Nuovo", "Svuota i campi per un nuovo contest", "F5",
+        run(&ContestForm::ContestClear)},
+       {"cmPrint", "Stampa", "Stampa i fogli del contest", "Ctrl+P", run(&ContestForm::cmPrint)},
+       {},
+       {"cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpContest); }},
+       {"cmExit", "Esci", "Chiude il contest", "", [this] { Close(); }}});
 }
 
 void ContestForm::HangInEvents() {
@@ -443,29 +415,18 @@ ContestHeader ContestForm::ReadHeader() const {
 
 void ContestForm::cmExport() {
   const BusyPointer busy(Host());
-  const std::vector<Contact> contacts = ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
-  if (contacts.empty()) return;
-  Table& bands = *session_.TbUserRTX;
-  bands.Seek("=", {Banda.Text()});
-  std::optional<double> bandMhz;
-  if (!bands.NoMatch()) bandMhz = bands.Field("Frequenza").Number();
-  const CountryOfCall countryOf = CountriesOf(session_);
-  const Tally tally = TallyOf(contacts, countryOf);
-  // An empty exchange is counted, but the records do not mark it as new.
-  std::vector<std::string> exchanges = tally.Exchanges.Texts();
-  std::erase(exchanges, std::string());
-  StageMultipliers(session_.Db, tally.Squares.Texts(), tally.Countries.Texts(), exchanges);
-  WriteFile(session_.File("\\" + CallContest.Text() + ".txt"),
-            Reg1Test(ReadHeader(), bandMhz, contacts, tally, countryOf));
+  WriteReg1Test(session_, ReadHeader(),
+                ReadContacts(session_.Db, DataContest.Text(), Banda.Text()));
 }
 
 void ContestForm::cmPrint() {
   const BusyPointer busy(Host());
   const std::vector<Contact> contacts = ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
-  std::optional<std::filesystem::path> sign;
-  if (std::filesystem::path file = session_.File(kSignFile); std::filesystem::exists(file)) {
-    Sign.SetPicture(file);
-    sign = std::move(file);
+  std::optional<std::filesystem::path> sign = session_.File(kSignFile);
+  if (std::filesystem::exists(*sign)) {
+    Sign.SetPicture(*sign);
+  } else {
+    sign.reset();
   }
   PrintContestSheets(session_.Machine.GetPrinter(), ReadHeader(), contacts,
                      session_.File(kLogoFile), sign);

@@ -2,20 +2,18 @@
 // contacts, its file and its sheets.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "contest/contest_header.h"
 #include "core/session.h"
 #include "forms/choice_fields.h"
-#include "forms/command.h"
 #include "forms/list_field.h"
 #include "forms/picture_box.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
+#include "forms/tool_keys.h"
 #include "forms/window.h"
 
 namespace brenvo {
@@ -102,7 +100,7 @@ class ContestForm : public Window {
   ContestHeader ReadHeader() const;
 
   Session& session_;
-  std::vector<std::unique_ptr<Command>> commands_;
+  ToolKeys keys_;
   std::optional<Bookmark> shown_;
 };
 

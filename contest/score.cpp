@@ -14,28 +14,24 @@ bool DistinctTexts::Add(std::string_view text) {
   return true;
 }
 
-std::string SquareOf(const Contact& contact) { return Left(contact.Locator, 4); }
+std::string SquareOf(const ScoredContact& contact) { return Left(contact.Locator, 4); }
 
-Tally TallyOf(const std::vector<Contact>& contacts, const CountryOfCall& countryOf) {
-  Tally tally;
-  for (const Contact& contact : contacts) {
-    tally.TotaleQrb += contact.Qrb;
-    tally.TotalePunti += contact.Punti;
-    ++tally.TotaleQso;
-    if (!IsDuplicate(contact)) ++tally.QsoValidi;
-    if (contact.Qrb > tally.MaxQrb) {
-      tally.MaxQrb = contact.Qrb;
-      tally.ProgrMaxQrb = contact.ProgrDato;
-      tally.CallMaxQrb = contact.Call;
-      tally.LocatorMaxQrb = contact.Locator;
-    }
-    tally.Squares.Add(SquareOf(contact));
-    if (const std::string country = countryOf(contact.Call); !country.empty()) {
-      tally.Countries.Add(country);
-    }
-    if (const auto exchange = ExchangeOf(contact)) tally.Exchanges.Add(*exchange);
+void Tally::Add(const ScoredContact& contact, const CountryOfCall& countryOf) {
+  TotaleQrb += contact.Qrb;
+  TotalePunti += contact.Punti;
+  ++TotaleQso;
+  if (!IsDuplicate(contact)) ++QsoValidi;
+  if (contact.Qrb > MaxQrb) {
+    MaxQrb = contact.Qrb;
+    ProgrMaxQrb = contact.ProgrDato;
+    CallMaxQrb = contact.Call;
+    LocatorMaxQrb = contact.Locator;
   }
-  return tally;
+  Squares.Add(SquareOf(contact));
+  if (const std::string country = countryOf(contact.Call); !country.empty()) {
+    Countries.Add(country);
+  }
+  if (const auto exchange = ExchangeOf(contact)) Exchanges.Add(*exchange);
 }
 
 std::int64_t MultiplierOf(const Tally& tally, const MultiplierSwitches& switches) {

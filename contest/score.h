@@ -30,7 +30,7 @@ class DistinctTexts {
 };
 
 // The large square of a contact.
-std::string SquareOf(const Contact& contact);
+std::string SquareOf(const ScoredContact& contact);
 
 // Sums over a log. Duplicates count in all of them but QsoValidi; their points are 0 as stored.
 struct Tally {
@@ -41,10 +41,18 @@ struct Tally {
   std::int64_t ProgrMaxQrb = 0;
   std::string CallMaxQrb, LocatorMaxQrb;
   DistinctTexts Squares, Countries, Exchanges;
+
+  // Throws what ExchangeOf and countryOf throw.
+  void Add(const ScoredContact& contact, const CountryOfCall& countryOf);
 };
 
-// Throws what ExchangeOf and countryOf throw.
-Tally TallyOf(const std::vector<Contact>& contacts, const CountryOfCall& countryOf);
+// Of contacts, whole or scored alone.
+template <class Contacts>
+Tally TallyOf(const Contacts& contacts, const CountryOfCall& countryOf) {
+  Tally tally;
+  for (const ScoredContact& contact : contacts) tally.Add(contact, countryOf);
+  return tally;
+}
 
 // Which multipliers a contest counts.
 struct MultiplierSwitches {

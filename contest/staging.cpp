@@ -8,7 +8,6 @@
 
 #include "core/prefix.h"
 #include "core/session.h"
-#include "core/transaction.h"
 
 namespace brenvo {
 
@@ -27,14 +26,12 @@ void StageMultipliers(Database& database, const std::vector<std::string>& square
                       const std::vector<std::string>& exchanges) {
   const std::pair<std::string_view, const std::vector<std::string>&> tables[] = {
       {"ContestWWL", squares}, {"ContestDXC", countries}, {"ContestExc", exchanges}};
-  Transaction transaction(database);
   for (const auto& [table, texts] : tables) database.Execute(fmt::format("delete from {}", table));
   for (const auto& [table, texts] : tables) {
     for (const std::string& text : texts) {
       database.Execute(fmt::format("Insert into {} values ('{}')", table, text));
     }
   }
-  transaction.Commit();
 }
 
 }  // namespace brenvo

@@ -15,8 +15,8 @@ class Session;
 // Looks countries up in the prefix table, each prefix once in the life of the function.
 CountryOfCall CountriesOf(Session& session);
 
-// Empties ContestWWL, ContestDXC and ContestExc and fills them. A text that breaks the statement
-// (an apostrophe in an exchange) is a DatabaseError, and the tables then stay as they were.
+// Empties ContestWWL, ContestDXC and ContestExc and fills them, within the caller's transaction. A
+// text that breaks the statement (an apostrophe in an exchange) is a DatabaseError.
 void StageMultipliers(Database& database, const std::vector<std::string>& squares,
                       const std::vector<std::string>& countries,
                       const std::vector<std::string>& exchanges);

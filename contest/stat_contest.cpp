@@ -6,6 +6,7 @@
 #include "contest/contact.h"
 #include "contest/score.h"
 #include "contest/staging.h"
+#include "core/transaction.h"
 
 namespace brenvo {
 
@@ -33,16 +34,20 @@ StatContest::StatContest(Session& session)
 void StatContest::Load() {
   const ContestContext contest = session_.CurrentContest;
   const BusyPointer busy(Host());
-  const std::vector<Contact> contacts =
-      ReadContacts(session_.Db, contest.DataContest, contest.Banda);
+  const std::vector<ScoredContact> contacts =
+      ReadScoredContacts(session_.Db, contest.DataContest, contest.Banda);
+  // Around the counting as well: each look into the prefix table would lock the file for itself.
+  Transaction transaction(session_.Db);
   if (contacts.empty()) {
     Close();
     StageMultipliers(session_.Db, {}, {}, {});
+    transaction.Commit();
     throw DatabaseError(DatabaseError::kNoCurrentRecord, "Il contest non ha qso");
   }
   const Tally tally = TallyOf(contacts, CountriesOf(session_));
   StageMultipliers(session_.Db, tally.Squares.Texts(), tally.Countries.Texts(),
                    tally.Exchanges.Texts());
+  transaction.Commit();
 
   TotaleQso.SetText(std::to_string(tally.TotaleQso));
   QrbTotale.SetText(PlainNumber(tally.TotaleQrb));

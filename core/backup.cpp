@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::string_view kDirectory = "Backup";
 constexpr std::string_view kUnfinished = "Brenvo-in-corso.mdb";
+// In the application directory; it lasts until it gets the database's name.
+constexpr std::string_view kPuttingBack = "Brenvo-ripristino.mdb";
 constexpr std::string_view kDailyPrefix = "Brenvo-", kAsidePrefix = "Brenvo-prima-";
 constexpr std::string_view kSuffix = ".mdb";
 constexpr std::size_t kDaysKept = 10, kMonthsKept = 12;
@@ -60,19 +62,27 @@ std::optional<BackupCopy> CopyOf(const std::filesystem::path& file) {
 void MakeDirectory(const std::filesystem::path& directory) {
   std::error_code error;
   std::filesystem::create_directories(directory, error);
-  if (error) {
-    throw DatabaseError(DatabaseError::kPathAccess,
-                        error.message() + ": " + directory.filename().string());
-  }
+  if (error) throw PathFailure(directory, error);
 }
 
-void DropOld(const std::filesystem::path& appPath) {
+// The name of a file set aside now; a second that has its file already is left to it.
+std::filesystem::path FreeAsideFile(const std::filesystem::path& directory, DateTime now) {
+  std::filesystem::path file;
+  std::error_code error;
+  do {
+    file = directory / AsideName(now);
+    now = DateTime::FromSeconds(now.Seconds() + 1);
+  } while (std::filesystem::exists(file, error));
+  return file;
+}
+
+void DropOld(const std::filesystem::path& appPath, DateTime today) {
   std::vector<DateTime> days;
   for (const BackupCopy& copy : BackupCopies(appPath)) {
     if (!copy.setAside) days.push_back(copy.made);
   }
   std::error_code ignored;
-  for (const DateTime day : DaysToDrop(std::move(days))) {
+  for (const DateTime day : DaysToDrop(std::move(days), today)) {
     std::filesystem::remove(DirectoryOf(appPath) / DayName(day), ignored);
   }
 }
@@ -105,7 +115,8 @@ std::optional<std::int64_t> ContactsIn(const BackupCopy& copy) {
   }
 }
 
-std::vector<DateTime> DaysToDrop(std::vector<DateTime> days) {
+std::vector<DateTime> DaysToDrop(std::vector<DateTime> days, DateTime today) {
+  std::erase_if(days, [&](DateTime day) { return day > today; });
   std::sort(days.begin(), days.end(), std::greater<>());
   std::vector<DateTime> dropped;
   std::set<int> months;
@@ -120,7 +131,7 @@ std::vector<DateTime> DaysToDrop(std::vector<DateTime> days) {
 
 void PutBack(Session& session, const BackupCopy& copy) {
   const std::filesystem::path database = session.File("\\Brenvo.mdb");
-  const std::filesystem::path fresh = session.File("\\BrenvoNEW.MDB");
+  const std::filesystem::path fresh = session.AppPath / kPuttingBack;
   {
     OnlineCopy putting(copy.file, fresh);
     while (putting.Step(kPagesPerSlice)) {
@@ -130,7 +141,7 @@ void PutBack(Session& session, const BackupCopy& copy) {
   }
   const std::filesystem::path directory = DirectoryOf(session.AppPath);
   MakeDirectory(directory);
-  const std::filesystem::path aside = directory / AsideName(session.Now());
+  const std::filesystem::path aside = FreeAsideFile(directory, session.Now());
   // What was not yet written back belongs to the old file, and must not meet the new one.
   for (const char* suffix : {"", "-wal", "-shm"}) {
     std::filesystem::path from = database, to = aside;
@@ -142,6 +153,15 @@ void PutBack(Session& session, const BackupCopy& copy) {
   RenameSafely(fresh, database);
 }
 
+std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& appPath) {
+  std::error_code error;
+  if (!std::filesystem::exists(appPath / kPuttingBack, error)) return std::nullopt;
+  for (const BackupCopy& copy : BackupCopies(appPath)) {
+    if (copy.setAside) return copy;
+  }
+  return std::nullopt;
+}
+
 bool RestoreBackup(Session& session, const BackupCopy& copy) {
   WindowList& windows = session.Windows;
   while (windows.Loaded().size() > 1) {
@@ -149,6 +169,7 @@ bool RestoreBackup(Session& session, const BackupCopy& copy) {
   }
   session.CloseForCompaction();
   try {
+    session.RequireNoOtherProgram();
     PutBack(session, copy);
   } catch (const DatabaseError& failure) {
     try {
@@ -222,7 +243,7 @@ void DailyBackup::Finish() {
   if (!sound) return;
   RenameSafely(unfinished_, finished_);
   timer_->SetEnabled(false);
-  DropOld(session_.AppPath);
+  DropOld(session_.AppPath, session_.Now());
   tell_("Copia di sicurezza del " + DateText(session_.Now()) + " fatta");
 }
 

@@ -32,13 +32,17 @@ std::string TitleOf(const BackupCopy& copy);
 // The number of contacts in a copy; nothing when it cannot be read.
 std::optional<std::int64_t> ContactsIn(const BackupCopy& copy);
 
-// Of the days on which copies were made, those that are no longer kept: all but the last ten, and
-// the last day of each of the last twelve months that have one.
-std::vector<DateTime> DaysToDrop(std::vector<DateTime> days);
+// Of the days on which copies were made, those that are no longer kept: all but the last ten up to
+// `today`, and the last day of each of the last twelve months that have one. Later days, of a clock
+// that has been set back since, stay and do not count.
+std::vector<DateTime> DaysToDrop(std::vector<DateTime> days, DateTime today);
 
 // Puts a copy in the place of the database, which must be closed and is set aside in "Backup".
 // Nothing is changed when the copy is no sound database. DatabaseError.
 void PutBack(Session& session, const BackupCopy& copy);
+
+// What an interrupted PutBack has set aside, while nothing stands in the place of the database.
+std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& appPath);
 
 // Closes all windows but the main frame, puts the copy in the place of the open database, and opens
 // that; false, and nothing is changed, when a window refuses to close. DatabaseError.

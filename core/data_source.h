@@ -24,7 +24,7 @@ class DataSource : public GridRows {
 
   // The rows; null before the first Refresh.
   Dynaset* Rows() const { return rows_.get(); }
-  // True when there is no row, or none before the current position's end.
+  // True when the rows stand behind their last one, have none, or were never read.
   bool AtEnd() const;
   // A cell by its column's name; empty when the rows have no such column.
   std::string Text(std::int64_t row, std::string_view column);

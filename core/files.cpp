@@ -17,8 +17,9 @@ std::string NameOf(const std::filesystem::path& file) {
 std::string SafeFileName(std::string_view name) {
   std::string safe;
   for (char32_t c : Characters(name)) {
-    const bool forbidden = c < 32 || (c < 128 && std::string_view("/\\:*?\"<>|").find(
-                                                     static_cast<char>(c)) != std::string_view::npos);
+    const bool forbidden =
+        c < 32 || (c < 128 && std::string_view("/\\:*?\"<>|").find(static_cast<char>(c)) !=
+                                  std::string_view::npos);
     safe += FromCharacters(std::u32string(1, forbidden ? U'-' : c));
   }
   // Names of dots alone are directories; one platform drops dots and blanks at the end.
@@ -29,8 +30,8 @@ std::string SafeFileName(std::string_view name) {
 std::filesystem::path FileIn(const std::filesystem::path& directory, std::string_view name) {
   if (!name.empty() && (name.front() == '\\' || name.front() == '/')) name.remove_prefix(1);
   const std::string safe = SafeFileName(name);
-  const std::filesystem::path exact = directory / std::filesystem::path(
-      std::u8string(safe.begin(), safe.end()));
+  const std::filesystem::path exact =
+      directory / std::filesystem::path(std::u8string(safe.begin(), safe.end()));
   std::error_code error;
   if (std::filesystem::exists(exact, error)) return exact;
   const std::string wanted = Upper(safe);

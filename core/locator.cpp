@@ -25,8 +25,7 @@ double CosineOfAngle(const Position& from, const Position& to) {
   // One place under two texts is an angle of exactly 0, whatever rounding makes of the sum.
   if (from.longitude == to.longitude && from.latitude == to.latitude) return 1;
   return std::sin(from.latitude) * std::sin(to.latitude) +
-         std::cos(to.latitude) * std::cos(from.latitude) *
-             std::cos(to.longitude - from.longitude);
+         std::cos(to.latitude) * std::cos(from.latitude) * std::cos(to.longitude - from.longitude);
 }
 
 double ArcCosine(double x) { return std::atan(Divide(-x, Sqr(-x * x + 1))) + 2 * std::atan(1.0); }
@@ -84,9 +83,8 @@ Bearing BearingSpLp(std::string_view fromLocator, std::string_view toLocator) {
   const Position from = LocatorToRadians(fromLocator);
   const Position to = LocatorToRadians(toLocator);
   const double centralAngle = ArcCosine(CosineOfAngle(from, to));
-  const double x =
-      Divide(std::sin(to.latitude) - std::sin(from.latitude) * std::cos(centralAngle),
-             std::sin(centralAngle) * std::cos(from.latitude));
+  const double x = Divide(std::sin(to.latitude) - std::sin(from.latitude) * std::cos(centralAngle),
+                          std::sin(centralAngle) * std::cos(from.latitude));
   const double y = ArcCosine(x);
   Bearing bearing;
   bearing.shortPath = static_cast<int>(std::floor(y * (180.0 / kPiValue)));

@@ -16,8 +16,7 @@ namespace brenvo {
 namespace {
 
 constexpr std::string_view kStatistiche = "&Statistiche", kQsl = "&Qsl", kStampe = "Stam&pe",
-                           kComunication = "Comunication", kUtility = "&Utility",
-                           kMappa = "Mappa";
+                           kComunication = "Comunication", kUtility = "&Utility", kMappa = "Mappa";
 
 constexpr std::string_view kDeliveredCall = "I0XXX";
 constexpr std::string_view kFirstStep =
@@ -64,8 +63,8 @@ const std::vector<MainCommand>& MainMenu() {
       {kStatistiche, "Worked by Mode", "cmHrdMode", kSingleInstance, "HrdMode", "", false,
        "Ctrl+M"},
       {kStatistiche, "Old Qso", "cmOldQso", kSingleInstance, "OldQsoForm", "", false, "Ctrl+O"},
-      {kStatistiche, "Old Qso con Locator", "cmOldQsoLocator", kSingleInstance, "OldQsoLocator", "", false,
-       "Ctrl+Shift+O"},
+      {kStatistiche, "Old Qso con Locator", "cmOldQsoLocator", kSingleInstance, "OldQsoLocator", "",
+       false, "Ctrl+Shift+O"},
 
       {kQsl, "&Stampa", "cmQslStampa", kModal, "StampaQsl", "", false, "Ctrl+Shift+Q"},
       {kQsl, "&Aggiorna Log", "cmQslAggiorna"},
@@ -115,8 +114,8 @@ const std::vector<MainCommand>& MainMenu() {
 MainFrame::MainFrame(Session& session)
     : Window(session.Host(), "Brenvo", "Brenvo", Twips(15360), Twips(11520)), session_(session) {
   for (const MainCommand& each : MainMenu()) {
-    auto command = std::make_unique<Command>(*this, std::string(each.name),
-                                             std::string(each.caption), [this, &each] { Run(each); });
+    auto command = std::make_unique<Command>(
+        *this, std::string(each.name), std::string(each.caption), [this, &each] { Run(each); });
     command->Shortcut = each.shortcut;
     command->Toggle = each.name == "cmCoordinate";
     auto* items = &MenuBar;
@@ -235,8 +234,9 @@ void MainFrame::SelectThenOpen(const MainCommand& command) {
 // The radio terminal, or, once that is open, the chat client: the second click leads on.
 void MainFrame::cmTNC() {
   WindowList& windows = session_.Windows;
-  const std::string_view name =
-      !session_.TncOpen ? "TNC" : !session_.WWConvOpen ? "WWConv" : std::string_view();
+  const std::string_view name = !session_.TncOpen      ? "TNC"
+                                : !session_.WWConvOpen ? "WWConv"
+                                                       : std::string_view();
   if (name.empty()) return;
   if (Window* window = windows.LoadSingle(name)) windows.Show(*window);
 }

@@ -32,30 +32,19 @@ void Empty(Session& session, std::string_view title,
 void DeleteFile(const std::filesystem::path& file) {
   std::error_code error;
   if (std::filesystem::remove(file, error)) return;
-  if (error) {
-    throw DatabaseError(DatabaseError::kPathAccess,
-                        error.message() + ": " + file.filename().string());
-  }
+  if (error) throw PathFailure(file, error);
   throw DatabaseError(kFileNotFound, "File non trovato: " + file.filename().string());
 }
 
 void CloseAll(Session& session) { session.CloseForCompaction(); }
 
 void WriteScratch(Session& session) {
-  // What an interrupted compaction left beside a whole database was never the database.
-  std::error_code ignored;
-  std::filesystem::remove(session.File(kScratch), ignored);
+  DropScratch(session);
   Database::CompactDatabase(session.File(kDatabase), session.File(kScratch));
 }
 
 void DeleteBackup(Session& session) {
-  // A journal that stays behind belongs to another program that has the file open: under the new
-  // file's name it would be read into the wrong database.
-  std::filesystem::path journal = session.File(kDatabase);
-  journal += "-wal";
-  if (std::filesystem::exists(journal)) {
-    throw DatabaseError(DatabaseError::kLocked, "Il database e' aperto in un altro programma.");
-  }
+  session.RequireNoOtherProgram();
   try {
     DeleteFile(session.File(kBackup));
   } catch (const DatabaseError& failure) {
@@ -63,7 +52,9 @@ void DeleteBackup(Session& session) {
   }
 }
 
-void KeepAsBackup(Session& session) { RenameSafely(session.File(kDatabase), session.File(kBackup)); }
+void KeepAsBackup(Session& session) {
+  RenameSafely(session.File(kDatabase), session.File(kBackup));
+}
 
 void PutInPlace(Session& session) {
   RenameSafely(session.File(kScratch), session.AppPath / kDatabaseName);
@@ -89,6 +80,17 @@ std::span<const CompactionStep> CompactionSteps() {
   static constexpr CompactionStep kSteps[] = {CloseAll,     WriteScratch, DeleteBackup,
                                               KeepAsBackup, PutInPlace,   ReopenAll};
   return kSteps;
+}
+
+void DropScratch(Session& session) {
+  std::error_code ignored;
+  std::filesystem::remove(session.File(kScratch), ignored);
+}
+
+bool CompactionWasInterrupted(const std::filesystem::path& directory) {
+  std::error_code error;
+  return std::filesystem::is_regular_file(FileIn(directory, kBackup), error) &&
+         std::filesystem::is_regular_file(FileIn(directory, kScratch), error);
 }
 
 std::string WhereDataIs(const std::filesystem::path& directory) {

@@ -22,6 +22,12 @@ void CompattaDatabase(Session& session);
 using CompactionStep = void (*)(Session& session);
 std::span<const CompactionStep> CompactionSteps();
 
+// True when a compaction ended between its two renames: Brenvo.BAK and BrenvoNEW.MDB both hold all.
+// Only where there is no Brenvo.mdb.
+bool CompactionWasInterrupted(const std::filesystem::path& directory);
+// Once there is a Brenvo.mdb again: what an interrupted compaction left beside it was never that.
+void DropScratch(Session& session);
+
 // Which file holds the data when an interrupted compaction left no Brenvo.mdb, as a sentence for
 // the operator; empty when neither of the others is there.
 std::string WhereDataIs(const std::filesystem::path& directory);

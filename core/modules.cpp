@@ -31,8 +31,7 @@ char32_t NumericKey(char32_t key) {
 
 char32_t UpperKey(char32_t key) { return UpperChar(key); }
 
-void LoadFrom(Session& session, ListField& list, std::string_view select,
-              std::string_view column) {
+void LoadFrom(Session& session, ListField& list, std::string_view select, std::string_view column) {
   std::vector<std::string> items;
   const auto rows = session.Db.OpenSnapshot(select);
   for (; !rows->EOF_(); rows->MoveNext()) items.push_back(FieldText(*rows, column));
@@ -78,6 +77,19 @@ void LoadProvinces(Session& session, ListField& list, std::string_view country) 
   list.SetItems(std::move(items));
 }
 
+void LoadCountryChoices(Session& session, ListField& list) {
+  LoadFrom(session, list, "select left(Country+space(5),5)+Descrizione as Campo from Country",
+           "Campo");
+}
+
+void LoadProvinceChoices(Session& session, ListField& list, std::string_view country) {
+  LoadFrom(session, list,
+           fmt::format("Select left(Provincia+space(5),5)+Descrizione as Campo from Provincie "
+                       "where Country='{}'",
+                       country),
+           "Campo");
+}
+
 void LoadNotes(Session& session, ListField& list, std::string_view kind) {
   std::string select = "Select * from NoteHelp";
   if (kind == "TIPO") {
@@ -97,6 +109,28 @@ void LoadNotes(Session& session, ListField& list, std::string_view kind) {
     }
   }
   list.SetItems(std::move(items));
+}
+
+std::string FindCountryText(Session& session, std::string_view code) {
+  Table& countries = *session.TbCountry;
+  countries.Seek("=", {code});
+  if (countries.NoMatch()) return {};
+  return PadRight(FieldText(countries, "Country"), 5) + FieldText(countries, "Descrizione");
+}
+
+std::string FindProvinceText(Session& session, std::string_view country, std::string_view code) {
+  Table& provinces = *session.TbProvincie;
+  provinces.Seek("=", {country, code});
+  if (provinces.NoMatch()) return {};
+  return PadRight(FieldText(provinces, "Provincia"), 4) + FieldText(provinces, "Descrizione");
+}
+
+void AppendPickedNote(Session& session, TextField& note) {
+  session.NoteChoice.clear();
+  Window* help = session.Windows.LoadNew("Help");
+  if (help == nullptr) return;
+  session.Windows.ShowModal(*help);
+  if (!session.NoteChoice.empty()) note.SetText(note.Text() + session.NoteChoice);
 }
 
 void SelectListEntry(ListField& list, std::string_view code, std::size_t width) {
@@ -120,8 +154,8 @@ void RestoreWindow(Session& session, Window& window, std::string_view key) {
     const double twips = Val(stored);
     return twips > -1e6 && twips < 1e6 ? Twips(static_cast<int>(twips)) : current;
   };
-  window.Move({read("X", window.GetBounds().left), read("Y", window.GetBounds().top), read("W", window.Width()),
-               read("H", window.Height())});
+  window.Move({read("X", window.GetBounds().left), read("Y", window.GetBounds().top),
+               read("W", window.Width()), read("H", window.Height())});
 }
 
 void SaveWindow(Session& session, const Window& window, std::string_view key) {

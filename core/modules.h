@@ -34,8 +34,19 @@ void LoadCountries(Session& session, ListField& list);
 void LoadProvinces(Session& session, ListField& list, std::string_view country);
 // "ALL": type in six characters, then the note; "TIPO": the types; else the notes of that type.
 void LoadNotes(Session& session, ListField& list, std::string_view kind);
+// As a contact's and a selection's lists offer them: code in five characters, then the description.
+void LoadCountryChoices(Session& session, ListField& list);
+void LoadProvinceChoices(Session& session, ListField& list, std::string_view country);
 // One column of a SELECT, an entry a row.
 void LoadFrom(Session& session, ListField& list, std::string_view select, std::string_view column);
+
+// A country as screens show it: code in five characters, then the description. Empty when there is
+// none of this code; otherwise TbCountry stands on it.
+std::string FindCountryText(Session& session, std::string_view code);
+// A province of a country likewise, its code in four characters; TbProvincie.
+std::string FindProvinceText(Session& session, std::string_view country, std::string_view code);
+// Asks the notes dialog, and puts what is picked there behind the field's text.
+void AppendPickedNote(Session& session, TextField& note);
 
 // The entry whose first `width` characters are `code` padded to them: becomes the current entry,
 // or is marked where the list's Tag is "MULTI". None: no entry is current.

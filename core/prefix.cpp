@@ -21,7 +21,13 @@ std::string PrefixCandidate(std::string_view call) {
 }
 
 bool SeekPrefix(Table& prefissi, std::string_view prefix) {
-  prefissi.Seek(SeekComparison::kGreaterOrEqual, {prefix, 0, 0, ""});
+  // The prefix alone is one look into the index where the whole key takes four, and leads to the
+  // same row unless that has no zone.
+  prefissi.Seek(SeekComparison::kGreaterOrEqual, {prefix});
+  if (prefissi.NoMatch()) return false;
+  if (prefissi.Field("Zona CQ").Number() <= 0) {
+    prefissi.Seek(SeekComparison::kGreaterOrEqual, {prefix, 0, 0, ""});
+  }
   return !prefissi.NoMatch() && prefissi.Field("Prefisso").Text() == prefix;
 }
 
@@ -33,10 +39,6 @@ ResolvedPrefix ResolvePrefix(Table& prefissi, std::string_view call) {
 
 ResolvedPrefix ResolvePrefix(Session& session, std::string_view call) {
   return ResolvePrefix(*session.TbPrefissi, call);
-}
-
-std::string CountryText(std::string_view code, std::string_view description) {
-  return PadRight(code, 5) + std::string(description);
 }
 
 }  // namespace brenvo

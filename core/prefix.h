@@ -25,7 +25,4 @@ ResolvedPrefix ResolvePrefix(Table& prefissi, std::string_view call);
 // Puts the prefix table on the first row of exactly this prefix; false when there is none.
 bool SeekPrefix(Table& prefissi, std::string_view prefix);
 
-// The code as screens show it: five characters, then the description.
-std::string CountryText(std::string_view code, std::string_view description);
-
 }  // namespace brenvo

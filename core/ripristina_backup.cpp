@@ -59,10 +59,10 @@ void RipristinaBackup::Choose() {
   const int index = LBCopie.ListIndex();
   if (index < 0) return;
   const BackupCopy& copy = copies_[static_cast<std::size_t>(index)];
-  const std::string question =
-      fmt::format("La copia {} ({}) prende il posto del database, che viene messo da parte.\n"
-                  "Confermi l'operazione ?",
-                  TitleOf(copy), Contacts(copy));
+  const std::string question = fmt::format(
+      "La copia {} ({}) prende il posto del database, che viene messo da parte.\n"
+      "Confermi l'operazione ?",
+      TitleOf(copy), Contacts(copy));
   if (!session_.Messages().AskYesNo("Ripristina backup", question)) return;
   Chosen = copy;
   Hide();

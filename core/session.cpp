@@ -50,6 +50,17 @@ void OpenHandle(Session& session, const Handle& handle) {
   }
 }
 
+void Close(Session& session, bool withHrd) {
+  if (session.Backup) session.Backup->Stop();
+  for (const Handle& handle : kHandles) {
+    if (handle.table == "Hrd" && !withHrd) continue;
+    auto& table = session.*handle.handle;
+    if (table) table->Close();
+    table.reset();
+  }
+  session.Db.Close();
+}
+
 }  // namespace
 
 Session::Session(Platform& platform, std::filesystem::path appPath)
@@ -66,26 +77,10 @@ void Session::Open() {
   ManagerPath = GetSetting("Log", "ManagerZX9TOK", "");
 }
 
-void Session::CloseTables() {
-  if (Backup) Backup->Stop();
-  for (const Handle& handle : kHandles) {
-    auto& table = this->*handle.handle;
-    if (table) table->Close();
-    table.reset();
-  }
-  Db.Close();
-}
+void Session::CloseTables() { Close(*this, true); }
 
-void Session::CloseForCompaction() {
-  if (Backup) Backup->Stop();
-  for (const Handle& handle : kHandles) {
-    if (handle.table == "Hrd") continue;  // nobody uses it: its handle stays as it is
-    auto& table = this->*handle.handle;
-    if (table) table->Close();
-    table.reset();
-  }
-  Db.Close();
-}
+// Nobody uses TbHrd: its handle stays as it is.
+void Session::CloseForCompaction() { Close(*this, false); }
 
 void Session::ReopenAfterCompaction() {
   Db = Database::Open(File("\\Brenvo.mdb"));
@@ -93,6 +88,16 @@ void Session::ReopenAfterCompaction() {
     if (handle.table != "Hrd") OpenHandle(*this, handle);
   }
   if (Backup) Backup->Start();
+}
+
+// A journal that stays behind belongs to another program that has the file open: under a new file's
+// name it would be read into the wrong database.
+void Session::RequireNoOtherProgram() const {
+  std::filesystem::path journal = File("\\Brenvo.mdb");
+  journal += "-wal";
+  if (std::filesystem::exists(journal)) {
+    throw DatabaseError(DatabaseError::kLocked, "Il database e' aperto in un altro programma.");
+  }
 }
 
 void Session::DisplayMap(std::string_view word) {

@@ -46,6 +46,8 @@ class Session {
   // The compaction's halves: everything but TbHrd is closed and reopened.
   void CloseForCompaction();
   void ReopenAfterCompaction();
+  // Once it is closed: DatabaseError 3260 when the database is still open in another program.
+  void RequireNoOtherProgram() const;
   bool IsOpen() const { return Db.IsOpen(); }
 
   // The directory of the database and of all delivered files.

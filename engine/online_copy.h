@@ -10,7 +10,7 @@ namespace brenvo {
 class OnlineCopy {
  public:
   // Begins to copy the database `from` as it stands now; later changes are not in the copy. What
-  // stood in `to` is lost. DatabaseError 3024 and 3343 as in Database::Open, 3146 when `to` cannot
+  // stood in `to` is lost. DatabaseError 3024 and 3343 as in Database::Open, 3027 when `to` cannot
   // be written.
   OnlineCopy(const std::filesystem::path& from, const std::filesystem::path& to);
   // A copy that is not whole and sound is deleted.

@@ -24,6 +24,17 @@ T Get(const char* at) {
   return value;
 }
 
+std::size_t SizeOf(const char* cell) {
+  switch (*cell) {
+    case kNull:
+      return 1;
+    case kText:
+      return 1 + sizeof(std::uint32_t) + Get<std::uint32_t>(cell + 1);
+    default:
+      return 1 + sizeof(std::int64_t);
+  }
+}
+
 }  // namespace
 
 void RowStore::Clear() {
@@ -31,6 +42,7 @@ void RowStore::Clear() {
   if (blocks_.size() > 1) blocks_.resize(1);
   if (!blocks_.empty()) blocks_.front().clear();
   rows_.clear();
+  reached_ = {};
 }
 
 void RowStore::Append(sqlite3_stmt* statement) {
@@ -71,18 +83,12 @@ void RowStore::Append(sqlite3_stmt* statement) {
 
 Value RowStore::Cell(std::int64_t row, std::size_t column) const {
   const Place place = rows_[static_cast<std::size_t>(row)];
-  const char* at = blocks_[place.block].data() + place.offset;
-  const auto sizeOf = [](const char* cell) -> std::size_t {
-    switch (*cell) {
-      case kNull:
-        return 1;
-      case kText:
-        return 1 + sizeof(std::uint32_t) + Get<std::uint32_t>(cell + 1);
-      default:
-        return 1 + sizeof(std::int64_t);
-    }
-  };
-  for (std::size_t i = 0; i < column; ++i) at += sizeOf(at);
+  const char* const block = blocks_[place.block].data();
+  if (row != reached_.row || column < reached_.column) reached_ = {row, 0, place.offset};
+  for (; reached_.column < column; ++reached_.column) {
+    reached_.offset += SizeOf(block + reached_.offset);
+  }
+  const char* const at = block + reached_.offset;
   switch (*at) {
     case kWhole:
       return Value(Get<std::int64_t>(at + 1));

@@ -27,6 +27,12 @@ class RowStore {
   };
   std::vector<std::string> blocks_;
   std::vector<Place> rows_;
+  // Where the cell asked for last stands in its block: a row is mostly read in its order.
+  struct Reached {
+    std::int64_t row = -1;
+    std::size_t column = 0, offset = 0;
+  };
+  mutable Reached reached_;
 };
 
 }  // namespace brenvo

@@ -36,6 +36,8 @@ DatabaseError FailureOf(int extendedCode, const char* message) {
     case SQLITE_READONLY:
     case SQLITE_PERM:
       return {DatabaseError::kReadOnly, "Il database e' di sola lettura."};
+    case SQLITE_CANTOPEN:  // what stands beside a database while it is open
+      return {DatabaseError::kReadOnly, "Nella directory del file non si puo' scrivere."};
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       return {DatabaseError::kLocked, "Il database e' bloccato da un altro programma."};

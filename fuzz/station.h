@@ -9,7 +9,7 @@
 
 #include "recorder/recording_platform.h"
 #include "station/station.h"
-#include "tests/support/scratch_database.h"
+#include "tests/support/scratch_directory.h"
 #include "tools/mkdatabase/database_maker.h"
 
 namespace brenvo {

@@ -88,7 +88,7 @@ void FT736::SwitchOn() {
   Accensione.SetCaption("OFF");
   SendFrame(kCatOn);
   // No VFO is on display yet, so this tunes B: switching on copies A's frequency there.
-  SliderFrequenza.SetValue(WholeSteps(FreqA));
+  MoveSlider(FreqA);
   DFrequenza.SetVisible(true);
   SMeter.SetVisible(true);
   DVFO.SetText(kVfoA);
@@ -114,6 +114,14 @@ void FT736::Tune() {
   DFrequenza.SetText(FormatNumber(ToKhz(tuned).Value(), "###,###.0"));
 }
 
+// Beyond the span that it was last centred on, too: a limit gives way, and the value arrives whole.
+void FT736::MoveSlider(HundredHz to) {
+  const int value = WholeSteps(to);
+  SliderFrequenza.SetMinimum(std::min(SliderFrequenza.Minimum(), value));
+  SliderFrequenza.SetMaximum(std::max(SliderFrequenza.Maximum(), value));
+  SliderFrequenza.SetValue(value);
+}
+
 void FT736::RecentreSlider() {
   if (!RigAcceso) return;
   // Taken once: a limit that moves past the value tunes on its way.
@@ -131,7 +139,7 @@ void FT736::SwitchTo(std::string_view vfo) {
   const std::string mode = toA ? ModoA : ModoB;
   DVFO.SetText(vfo);
   RecentreSlider();
-  SliderFrequenza.SetValue(WholeSteps(toA ? FreqA : FreqB));
+  MoveSlider(toA ? FreqA : FreqB);
   SetMode(mode);
 }
 
@@ -156,7 +164,7 @@ void FT736::EndTyping() {
   if (std::fabs(typed.Value()) > kHighest) throw std::out_of_range("Frequenza fuori scala");
   Active() = typed;
   RecentreSlider();
-  SliderFrequenza.SetValue(WholeSteps(typed));
+  MoveSlider(typed);
 }
 
 void FT736::Poll() {

@@ -58,6 +58,7 @@ class FT736 : public Window {
   void SwitchOn();
   void SwitchOff();
   void Tune();
+  void MoveSlider(HundredHz to);
   void SwitchTo(std::string_view vfo);
   void SetMode(std::string_view name);
   void BeginTyping();

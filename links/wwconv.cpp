@@ -1,7 +1,5 @@
 #include "links/wwconv.h"
 
-#include <algorithm>
-
 #include "base/encoding.h"
 #include "core/modules.h"
 #include "links/chat_chunk.h"
@@ -15,7 +13,6 @@ constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kGoodbye = "/q";
 // The radio terminal's file is named here too, although this window reads its own.
 constexpr std::string_view kMenuHint = "Comandi personalizzabili tramite tnc.mnu";
-constexpr Twips kEntryLine(400);
 
 }  // namespace
 
@@ -38,7 +35,6 @@ WWConv::WWConv(Session& session)
 void WWConv::Load() {
   RestoreWindow(session_, *this, "WWConv");
   session_.WWConvOpen = true;
-  Resize();
   try {
     Open();
   } catch (const std::exception&) {
@@ -94,19 +90,6 @@ void WWConv::PickEntry(int entry) {
   StatusBar1.SetPanel(1, kMenuHint);
 }
 
-void WWConv::ShowPersonal() {
-  ReceivedPersonal.SetVisible(cmMessaggiPersonali.Down());
-  Resize();
-}
-
-void WWConv::Resize() { LayOut(Twips(std::max(0, (ScaleHeight() - kEntryLine).Value()))); }
-
-void WWConv::LayOut(Twips heightAboveEntry) {
-  heights_ = ShareHeight(heightAboveEntry, cmMessaggiPersonali.Down());
-}
-
-void WWConv::BorderDragged(Twips down) {
-  if (cmMessaggiPersonali.Down()) heights_ = DragBorder(heights_, down);
-}
+void WWConv::ShowPersonal() { ReceivedPersonal.SetVisible(cmMessaggiPersonali.Down()); }
 
 }  // namespace brenvo

@@ -11,7 +11,6 @@
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
 #include "forms/window.h"
-#include "links/chat_layout.h"
 #include "links/menu_file.h"
 
 namespace brenvo {
@@ -23,7 +22,6 @@ class WWConv : public Window {
   explicit WWConv(Session& session);
 
   void Load() override;
-  void Resize() override;
   void Unload() override;
 
   RichText Received{*this, "Received"};
@@ -42,12 +40,6 @@ class WWConv : public Window {
   // The one way out: the text goes to the server as it is, and into the public area.
   void send(std::string_view text);
 
-  // The heights of the areas, and what the operator makes of them. LayOut gives each its share
-  // of what the window leaves above the entry line.
-  const ChatHeights& Heights() const { return heights_; }
-  void LayOut(Twips heightAboveEntry);
-  void BorderDragged(Twips down);
-
  private:
   void Open();
   void ReceiveChunk();
@@ -57,7 +49,6 @@ class WWConv : public Window {
 
   Session& session_;
   std::unique_ptr<TcpClient> winsock1_;
-  ChatHeights heights_;
 };
 
 }  // namespace brenvo

@@ -151,8 +151,7 @@ void LogForm::Load() {
   session_.CurrentLogForm = this;
   Key("cmMappa").SetDown(session_.GetSetting("Log", "DisplayMappa", "N") == "Y");
   Key("cmWorked").SetDown(session_.GetSetting("Log", "LookupWorked", "N") == "Y");
-  LoadFrom(session_, Country, "select left(Country+space(5),5)+Descrizione as Campo from Country",
-           "Campo");
+  LoadCountryChoices(session_, Country);
   LoadBands(session_, Banda);
   LoadModes(session_, Modo);
   LoadPropagations(session_, Propagazione);

@@ -89,12 +89,8 @@ void LogForm::OnCallLeave() {
     ZonaCQ.SetText(FieldText(prefissi, "Zona CQ"));
     ZonaITU.SetText(FieldText(prefissi, "Zona ITU"));
     Continente.SetText(FieldText(prefissi, "Continente"));
-    Table& countries = *session_.TbCountry;
-    countries.Seek("=", {FieldText(prefissi, "Country")});
-    if (!countries.NoMatch()) {
-      Country.SetText(
-          CountryText(FieldText(countries, "Country"), FieldText(countries, "Descrizione")));
-    }
+    const std::string country = FindCountryText(session_, FieldText(prefissi, "Country"));
+    if (!country.empty()) Country.SetText(country);
     if (Country.Text() != PrevCountry) {
       Provincia.SetText("");
       PrevCountry = Country.Text();
@@ -131,32 +127,20 @@ void LogForm::OnLocatorChange() {
 
 void LogForm::OnCountryChange() {
   const std::string code = Left(Country.Text(), 5);
-  LoadFrom(session_, Provincia,
-           fmt::format("Select left(Provincia+space(5),5)+Descrizione as Campo from Provincie "
-                       "where Country='{}'",
-                       code),
-           "Campo");
+  LoadProvinceChoices(session_, Provincia, code);
   Provincia.SetText("");
   ShowStatus(3, fmt::format("Country='{}'", Trim(code)), "Country");
 }
 
 void LogForm::OnCountryLeave() {
-  Table& countries = *session_.TbCountry;
-  countries.Seek("=", {Left(Country.Text(), 5)});
-  Country.SetText(countries.NoMatch() ? std::string()
-                                      : CountryText(FieldText(countries, "Country"),
-                                                    FieldText(countries, "Descrizione")));
+  Country.SetText(FindCountryText(session_, Left(Country.Text(), 5)));
   if (Country.Text() == PrevCountry) return;
   Provincia.SetText("");
   PrevCountry = Country.Text();
 }
 
 void LogForm::OnProvinciaLeave() {
-  Table& provinces = *session_.TbProvincie;
-  provinces.Seek("=", {Left(Country.Text(), 5), Left(Provincia.Text(), 3)});
-  Provincia.SetText(provinces.NoMatch() ? std::string()
-                                        : PadRight(FieldText(provinces, "Provincia"), 4) +
-                                              FieldText(provinces, "Descrizione"));
+  Provincia.SetText(FindProvinceText(session_, Left(Country.Text(), 5), Left(Provincia.Text(), 3)));
 }
 
 void LogForm::OnPrefissoPick() {
@@ -181,13 +165,7 @@ void LogForm::OnPrefissoPick() {
   OnCountryLeave();
 }
 
-void LogForm::OnNotePick() {
-  session_.NoteChoice.clear();
-  Window* help = session_.Windows.LoadNew("Help");
-  if (help == nullptr) return;
-  session_.Windows.ShowModal(*help);
-  if (!session_.NoteChoice.empty()) Note.SetText(Note.Text() + session_.NoteChoice);
-}
+void LogForm::OnNotePick() { AppendPickedNote(session_, Note); }
 
 void LogForm::OnBandaChange() {
   if (Banda.Text() == PrevBanda) return;

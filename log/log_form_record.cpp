@@ -6,7 +6,6 @@
 #include "core/country_map.h"
 #include "core/locator.h"
 #include "core/modules.h"
-#include "core/prefix.h"
 #include "log/log_form.h"
 
 namespace brenvo {
@@ -54,17 +53,9 @@ LogForm::Shown LogForm::ReadRecord() {
   shown.zonaCq = text("Zona CQ");
   shown.zonaItu = text("Zona ITU");
   shown.continente = text("Continente");
-  Table& countries = *session_.TbCountry;
-  countries.Seek("=", {text("Country")});
-  if (!countries.NoMatch()) {
-    const std::string code = FieldText(countries, "Country");
-    shown.country = CountryText(code, FieldText(countries, "Descrizione"));
-    Table& provinces = *session_.TbProvincie;
-    provinces.Seek("=", {code, text("Provincia")});
-    if (!provinces.NoMatch()) {
-      shown.provincia =
-          PadRight(FieldText(provinces, "Provincia"), 4) + FieldText(provinces, "Descrizione");
-    }
+  shown.country = FindCountryText(session_, text("Country"));
+  if (!shown.country.empty()) {
+    shown.provincia = FindProvinceText(session_, text("Country"), text("Provincia"));
   }
   shown.locator = text("Locator");
   shown.qrb = number("Qrb");

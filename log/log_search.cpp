@@ -5,7 +5,6 @@
 #include "base/text.h"
 #include "core/help_topics.h"
 #include "core/modules.h"
-#include "core/prefix.h"
 
 namespace brenvo {
 namespace {
@@ -73,8 +72,7 @@ void LogSearch::Load() {
   RestoreWindow(session_, *this, kSettingsKey);
   DataQso.SetText(DataQso.EmptyText());
   SortOrder.SetIndex(0);
-  LoadFrom(session_, Country, "select left(Country+space(5),5)+Descrizione as Campo from Country",
-           "Campo");
+  LoadCountryChoices(session_, Country);
   LoadBands(session_, Banda);
   LoadModes(session_, Modo);
   LoadPropagations(session_, Propagazione);
@@ -84,31 +82,16 @@ void LogSearch::Load() {
 void LogSearch::Unload() { SaveWindow(session_, *this, kSettingsKey); }
 
 void LogSearch::OnCountryChange() {
-  Table& countries = *session_.TbCountry;
-  countries.Seek("=", {Left(Country.Text(), 5)});
-  if (!countries.NoMatch()) {
-    const std::string completed =
-        CountryText(FieldText(countries, "Country"), FieldText(countries, "Descrizione"));
-    if (completed != Country.Text()) {
-      Country.SetText(completed);  // comes back here as a change of its own
-      return;
-    }
+  const std::string completed = FindCountryText(session_, Left(Country.Text(), 5));
+  if (!completed.empty() && completed != Country.Text()) {
+    Country.SetText(completed);  // comes back here as a change of its own
+    return;
   }
-  LoadFrom(session_, Provincia,
-           fmt::format("Select left(Provincia+space(5),5)+Descrizione as Campo from Provincie "
-                       "where Country='{}'",
-                       Left(Country.Text(), 5)),
-           "Campo");
+  LoadProvinceChoices(session_, Provincia, Left(Country.Text(), 5));
   Provincia.SetText("");
 }
 
-void LogSearch::OnNotePick() {
-  session_.NoteChoice.clear();
-  Window* help = session_.Windows.LoadNew("Help");
-  if (help == nullptr) return;
-  session_.Windows.ShowModal(*help);
-  if (!session_.NoteChoice.empty()) Note.SetText(Note.Text() + session_.NoteChoice);
-}
+void LogSearch::OnNotePick() { AppendPickedNote(session_, Note); }
 
 std::string LogSearch::Statement() const {
   std::string where;

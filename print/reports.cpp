@@ -1,6 +1,7 @@
 #include "print/reports.h"
 
 #include "base/text.h"
+#include "core/entry_key.h"
 #include "core/modules.h"
 #include "core/note_tag.h"
 #include "core/session.h"
@@ -37,15 +38,14 @@ void FillSLog(Session& session, std::string_view where, std::string_view order) 
                      std::string(order));
 }
 
-// Of rows with one key the first stays. Prefixes are stored padded and trimmed: blanks at the end
-// are no part of a key.
+// Of rows with one key the first stays.
 void Thin(Session& session, std::string_view select, std::string_view column, int length) {
   const auto rows = session.Db.OpenDynaset(select);
   std::string previous;
   for (; !rows->EOF_(); rows->MoveNext()) {
     std::string key = FieldText(*rows, column);
     if (length > 0) key = Left(key, static_cast<std::size_t>(length));
-    key = RTrim(key);
+    key = ComparedKey(key);
     if (key == previous) {
       rows->Delete();
     } else {

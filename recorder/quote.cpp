@@ -73,7 +73,7 @@ std::string FileNames::Of(const std::filesystem::path& file) const {
   const std::filesystem::path relative =
       std::filesystem::absolute(file).lexically_normal().lexically_relative(directory_);
   if (relative.empty() || *relative.begin() == "..") return file.generic_string();
-  return relative.generic_string();
+  return relative == "." ? std::string() : relative.generic_string();
 }
 
 }  // namespace brenvo

@@ -20,7 +20,7 @@ std::string ShortNumber(double value);
 class FileNames {
  public:
   void SetDirectory(const std::filesystem::path& directory);
-  // With forward slashes; a file elsewhere keeps its whole name.
+  // With forward slashes; a file elsewhere keeps its whole name, the directory itself has none.
   std::string Of(const std::filesystem::path& file) const;
 
  private:

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -108,21 +109,33 @@ bool Offer(Session& session, const DatabaseError& failure, const BackupCopy& cop
   return true;
 }
 
-// Offers the file that an interrupted compaction has left, else the newest copy that can be read;
-// false when there is none, or when no copy helps against this failure.
+// Offers the file that an interrupted compaction or restore has left, else the newest copy that can
+// be read; copies of the future, as the clock has it, come last. False when there is none, or when
+// no copy helps against this failure.
 bool PutBackInstead(Session& session, const DatabaseError& failure) {
+  const BackupCopy before{session.File("\\Brenvo.BAK"), {}, false};
   if (failure.Number == DatabaseError::kFileNotFound) {
-    const BackupCopy before{session.File("\\Brenvo.BAK"), {}, false};
-    if (Offer(session, failure, before, "Brenvo.BAK, di una compattazione interrotta,")) {
+    const BackupCopy after{session.File("\\BrenvoNEW.MDB"), {}, false};
+    if (CompactionWasInterrupted(session.AppPath) &&
+        (Offer(session, failure, before, "Brenvo.BAK, di una compattazione interrotta,") ||
+         Offer(session, failure, after, "BrenvoNEW.MDB, di una compattazione interrotta,"))) {
+      DropScratch(session);
       return true;
     }
+    const auto left = LeftByInterruptedPutBack(session.AppPath);
+    if (left && Offer(session, failure, *left, "il database " + TitleOf(*left))) return true;
   } else if (failure.Number != DatabaseError::kNotADatabase) {
     return false;
   }
-  for (const BackupCopy& copy : BackupCopies(session.AppPath)) {
+  std::vector<BackupCopy> copies = BackupCopies(session.AppPath);
+  std::stable_partition(copies.begin(), copies.end(), [now = session.Now()](const auto& copy) {
+    return copy.made <= now;
+  });
+  for (const BackupCopy& copy : copies) {
     if (!copy.setAside && Offer(session, failure, copy, "una copia " + TitleOf(copy))) return true;
   }
-  return false;
+  return failure.Number == DatabaseError::kFileNotFound &&
+         Offer(session, failure, before, "Brenvo.BAK, dell'ultima compattazione,");
 }
 
 MainFrame& OpenFrame(Session& session) {

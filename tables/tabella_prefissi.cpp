@@ -155,7 +155,8 @@ void TabellaPrefissi::SortBy(int column) {
   if (column < 0 || column >= static_cast<int>(std::size(kColumns))) return;
   data1_.RecordSource = SelectBy(kColumns[column]);
   data1_.Refresh();
-  Spread1.ContentChanged();
+  // The rows stand on the first one again, and so does the mark.
+  Spread1.SetCurrent(data1_.AtEnd() ? 0 : 1, column);
 }
 
 bool TabellaPrefissi::GoToRow() {

@@ -28,7 +28,7 @@ Piece ContestView() {
   return Column({Frame("Dati contest", contest, "Panel3D1"),
                  Line({Wide(Frame("Dati Brenvo", station, "Panel3D2")),
                        Wide(Frame("Dati stazione", place, "Panel3D3"))}),
-                 Frame("Note", Column({Item("Note", " ")}), "Panel3D4"),
+                 Frame("Note", Column({Drawn(Item("Note", " "), Look::kLines)}), "Panel3D4"),
                  Line({Drawn(Item("Logo"), Look::kSmall), Space(),
                        Drawn(Item("Sign"), Look::kSmall)})});
 }

@@ -8,6 +8,7 @@
 #include "ui/choice_widgets.h"
 #include "ui/grid_widget.h"
 #include "ui/list_widgets.h"
+#include "ui/memo_widget.h"
 #include "ui/picture_widget.h"
 #include "ui/rich_text_widget.h"
 #include "ui/status_bar_widget.h"
@@ -19,7 +20,10 @@ namespace {
 QWidget* Make(Field& field, ViewContext& context, QWidget* parent, Look look) {
   if (auto* list = dynamic_cast<ListField*>(&field)) return MakeListWidget(*list, context, parent);
   if (auto* date = dynamic_cast<DatePicker*>(&field)) return MakeDateEdit(*date, context, parent);
-  if (auto* text = dynamic_cast<TextField*>(&field)) return MakeTextEdit(*text, context, parent);
+  if (auto* text = dynamic_cast<TextField*>(&field)) {
+    return look == Look::kLines ? MakeMemo(*text, context, parent)
+                                : MakeTextEdit(*text, context, parent);
+  }
   if (auto* box = dynamic_cast<CheckBox*>(&field)) return MakeCheckBox(*box, context, parent);
   if (auto* option = dynamic_cast<OptionButton*>(&field)) {
     return MakeOptionButton(*option, context, parent);

@@ -17,6 +17,7 @@ enum class Look {
   kVertical,   // a slider
   kScrollBar,  // a slider
   kDisplay,    // a text or label in large fixed figures
+  kLines,      // a text of several lines
   kSmall,      // a picture made to fit a corner of its window
 };
 

@@ -18,7 +18,7 @@ struct Piece {
     kForm,    // lines of labelled fields whose labels and fields stand in columns
     kFrame,   // one piece in a titled frame; the name is the panel whose hint it gives
     kEither,  // the first piece while the named panel shows, the second while it does not
-    kSplit,   // one below the other, with borders that can be moved
+    kSplit,   // one below the other in equal shares, with borders that can be moved
   };
   Kind kind = Kind::kField;
   std::string name;    // the field; one that the window lacks is left out

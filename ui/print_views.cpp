@@ -18,7 +18,7 @@ Piece StampaQslView() {
        Frame("Margini (in mm.)",
              Form({Measure("MargineSuperiore", "VMargineSuperiore", "Superiore"),
                    Measure("MargineSinistro", "VMargineSinistro", "Sinistro")})),
-       Form({Measure("EtichXFila", "VEtichXFila", "Etichette per fila")}),
+       Frame("Etichette per fila", Form({Measure("EtichXFila", "VEtichXFila", "")})),
        Frame("Tipo etichetta", Line({Item("DatiQso"), Item("DatiStazione"), Space()})),
        Space(), Line({Space(), Item("cmPrint"), Item("cmUpdate"), Item("cmHelp"), Item("cmExit")})});
 }

@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
-#include <QSplitter>
 #include <algorithm>
 
 #include "forms/choice_fields.h"
@@ -17,6 +16,7 @@
 #include "forms/rich_text.h"
 #include "forms/status_bar.h"
 #include "ui/field_binding.h"
+#include "ui/split_widget.h"
 #include "ui/text.h"
 
 namespace brenvo {
@@ -115,7 +115,8 @@ bool WindowBuilder::Grows(const Piece& piece) const {
   switch (piece.kind) {
     case Kind::kField: {
       const Field* field = window_.FindField(piece.name);
-      return field != nullptr && FillsRoom(*field) && piece.look != Look::kSmall;
+      return field != nullptr && (FillsRoom(*field) || piece.look == Look::kLines) &&
+             piece.look != Look::kSmall;
     }
     case Kind::kSpace:
     case Kind::kSplit: return true;
@@ -285,10 +286,9 @@ QWidget* WindowBuilder::MakeEither(const Piece& piece, QWidget* parent) {
 }
 
 QWidget* WindowBuilder::MakeSplit(const Piece& piece, QWidget* parent) {
-  auto* split = new QSplitter(Qt::Vertical, parent);
-  split->setChildrenCollapsible(false);
+  auto* split = new SplitWidget(parent);
   for (const Piece& inner : piece.pieces) {
-    if (QWidget* widget = Make(inner, split)) split->addWidget(widget);
+    if (QWidget* widget = Make(inner, split)) split->Add(*widget);
   }
   return split;
 }

@@ -9,7 +9,7 @@
 #include "core/main_frame.h"
 #include "core/session.h"
 #include "recorder/recording_platform.h"
-#include "tests/support/scratch_database.h"
+#include "tests/support/scratch_directory.h"
 
 namespace brenvo {
 

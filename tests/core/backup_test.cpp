@@ -1,5 +1,7 @@
 #include "core/backup.h"
 
+#include <fmt/format.h>
+
 #include <fstream>
 
 #include "core/maintenance.h"
@@ -7,6 +9,7 @@
 #include "engine/online_copy.h"
 #include "station/station.h"
 #include "tests/support/golden.h"
+#include "tests/support/recorded_files.h"
 #include "tests/support/station.h"
 
 namespace brenvo {
@@ -28,13 +31,15 @@ std::vector<DateTime> EveryDay(DateTime last, int count) {
   return days;
 }
 
+const DateTime kToday = DateTime::Of(2002, 12, 20);
+
 TEST(DaysToDrop, TenDaysAreAllKept) {
-  EXPECT_TRUE(DaysToDrop(EveryDay(DateTime::Of(2001, 2, 20), 10)).empty());
+  EXPECT_TRUE(DaysToDrop(EveryDay(kToday, 10), kToday).empty());
 }
 
 TEST(DaysToDrop, OfTwoYearsTenDaysAndTheEndOfElevenEarlierMonthsStay) {
-  const std::vector<DateTime> days = EveryDay(DateTime::Of(2002, 12, 20), 720);
-  const std::vector<DateTime> dropped = DaysToDrop(days);
+  const std::vector<DateTime> days = EveryDay(kToday, 720);
+  const std::vector<DateTime> dropped = DaysToDrop(days, kToday);
   std::vector<std::string> kept;
   for (const DateTime day : days) {
     if (std::find(dropped.begin(), dropped.end(), day) == dropped.end()) {
@@ -52,9 +57,16 @@ TEST(DaysToDrop, OfTwoYearsTenDaysAndTheEndOfElevenEarlierMonthsStay) {
 TEST(DaysToDrop, AYearOfPausesCountsMonthsThatHaveACopy) {
   std::vector<DateTime> days;
   for (int year = 1980; year < 2000; ++year) days.push_back(DateTime::Of(year, 5, 1));
-  const std::vector<DateTime> dropped = DaysToDrop(days);
+  const std::vector<DateTime> dropped = DaysToDrop(days, kToday);
   ASSERT_EQ(dropped.size(), 8u);
   EXPECT_EQ(dropped.front(), DateTime::Of(1987, 5, 1));
+}
+
+TEST(DaysToDrop, DaysAheadOfTheClockStayAndTakeNobodysPlace) {
+  std::vector<DateTime> days = EveryDay(DateTime::Of(2099, 6, 30), 12);
+  const std::vector<DateTime> past = EveryDay(kToday, 11);
+  days.insert(days.end(), past.begin(), past.end());
+  EXPECT_EQ(DaysToDrop(days, kToday), std::vector<DateTime>{DateTime::Of(2002, 12, 10)});
 }
 
 class BackupTest : public StationTest {
@@ -119,6 +131,19 @@ TEST_F(BackupTest, AClockSetBackMakesACopyOfItsOwnDay) {
             "Brenvo-2001-02-03.mdb;Brenvo-2001-01-01.mdb;");
 }
 
+TEST_F(BackupTest, ACopyMadeUnderAClockSetBackStaysBesideManyNewerOnes) {
+  fs::create_directories(BackupDirectory());
+  for (int month = 1; month <= 12; ++month) {
+    const auto name = fmt::format("Brenvo-2099-{:02}-01.mdb", month);
+    std::ofstream(BackupDirectory() / name) << "of a year that is not yet";
+  }
+  Store("IK3ABC");
+  LetTheCopyBeMade();
+  const auto copies = BackupCopies(directory.Path());
+  ASSERT_EQ(copies.size(), 13u);
+  EXPECT_EQ(ContactsIn(copies.back()), 1);
+}
+
 TEST_F(BackupTest, OldCopiesGoOnlyWhenANewOneIsMade) {
   fs::create_directories(BackupDirectory());
   for (int day = 1; day <= 20; ++day) {
@@ -135,9 +160,33 @@ TEST_F(BackupTest, OldCopiesGoOnlyWhenANewOneIsMade) {
 TEST_F(BackupTest, ADirectoryThatCannotBeMadeIsTold) {
   std::ofstream(BackupDirectory()) << "a file in its place";
   LetTheCopyBeMade();
-  EXPECT_EQ(frame->StatusBar1.Panel(1).find("La copia di sicurezza non e' riuscita: "), 0u);
+  EXPECT_EQ(frame->StatusBar1.Panel(1),
+            "La copia di sicurezza non e' riuscita: Errore di accesso a 'Backup' (Not a "
+            "directory).");
   EXPECT_FALSE(session.Backup->Running());
   Store("IK3ABC");  // the log goes on
+}
+
+TEST_F(BackupTest, ADiskThatFillsUpAtAnyMomentIsToldAndLeavesNoCopy) {
+  Store("IK3ABC");
+  for (std::int64_t n = 0;; n += 3) {
+    SCOPED_TRACE(n);
+    RecordedFiles files;  // the copy is opened under it, the log is not
+    machine.Advance(20);
+    session.Backup->Start();
+    files.FailFrom(n, SQLITE_FULL);
+    LetTheCopyBeMade();
+    const bool failed = files.HasFailed();
+    files.StopFailing();
+    EXPECT_FALSE(session.Backup->Running());
+    if (!failed) break;
+    ASSERT_EQ(frame->StatusBar1.Panel(1),
+              "La copia di sicurezza non e' riuscita: Spazio su disco insufficiente.");
+    ASSERT_TRUE(fs::is_empty(BackupDirectory()));
+    Store("IK" + std::to_string(n));  // the log goes on
+  }
+  EXPECT_EQ(BackupCopies(directory.Path()).size(), 1u);
+  EXPECT_EQ(frame->StatusBar1.Panel(1), "Copia di sicurezza del 03/02/2001 fatta");
 }
 
 TEST_F(BackupTest, ADamagedDatabaseIsToldAndNotWrittenAnyMore) {
@@ -251,6 +300,61 @@ TEST_F(RestoreTest, ACopyThatIsDamagedChangesNothing) {
   EXPECT_FALSE(fs::exists(directory.Path() / "BrenvoNEW.MDB"));
 }
 
+TEST_F(RestoreTest, ADiskThatFillsUpAtAnyMomentChangesNothing) {
+  const BackupCopy copy = BackupCopies(directory.Path())[0];
+  int failures = 0;
+  for (std::int64_t n = 0;; n += 3) {
+    SCOPED_TRACE(n);
+    RecordedFiles files;
+    files.FailFrom(n, SQLITE_FULL);
+    std::string told;
+    Event([&] {
+      try {
+        RestoreBackup(session, copy);
+      } catch (const DatabaseError& failure) {
+        told = failure.Description;
+      }
+    });
+    const bool failed = files.HasFailed();
+    files.StopFailing();
+    if (told.empty()) {
+      EXPECT_FALSE(failed);
+      break;
+    }
+    ++failures;
+    ASSERT_EQ(told, "Spazio su disco insufficiente.");
+    ASSERT_FALSE(fs::exists(directory.Path() / "Brenvo-ripristino.mdb"));
+    ASSERT_EQ(BackupCopies(directory.Path()).size(), 1u);
+    ASSERT_EQ(Rows("select Call from Log").size(), 2u);
+  }
+  EXPECT_GT(failures, 0);
+  EXPECT_EQ(Rows("select Call from Log").size(), 1u);
+}
+
+TEST_F(RestoreTest, ADatabaseThatAnotherProgramHasOpenIsNotReplacedUnderIt) {
+  Database other = Database::Open(directory.Path() / "Brenvo.mdb");
+  const auto reading = other.OpenSnapshot("select Call from Log");
+  std::string told;
+  try {
+    RestoreBackup(session, BackupCopies(directory.Path())[0]);
+  } catch (const DatabaseError& failure) {
+    told = failure.Description;
+  }
+  EXPECT_EQ(told, "Il database e' aperto in un altro programma.");
+  EXPECT_EQ(Rows("select Call from Log").size(), 2u);
+  EXPECT_EQ(BackupCopies(directory.Path()).size(), 1u);
+}
+
+TEST_F(RestoreTest, ASecondFileSetAsideInTheSameSecondDoesNotTakeTheFirstOnesPlace) {
+  const BackupCopy daily = BackupCopies(directory.Path())[0];
+  RestoreBackup(session, daily);
+  RestoreBackup(session, daily);
+  const auto copies = BackupCopies(directory.Path());
+  ASSERT_EQ(copies.size(), 3u);
+  EXPECT_EQ(ContactsIn(copies[0]), 1);
+  EXPECT_EQ(ContactsIn(copies[1]), 2);
+}
+
 // The start with a database that is gone or damaged.
 class RescueTest : public BackupTest {
  protected:
@@ -303,6 +407,64 @@ TEST_F(RescueTest, ACompactionThatWasInterruptedBetweenTheNamesIsEndedFromItsBac
   EXPECT_EQ(again.Db.OpenSnapshot("select count(*) from Log")->Field(0).Integer(), 1);
   EXPECT_FALSE(fs::exists(directory.Path() / "BrenvoNEW.MDB"));
   EXPECT_EQ(machine.TakeLines()[0].find("question \"Ripristina backup\" \"Il file "), 0u);
+}
+
+TEST_F(RescueTest, ACompactionWhoseBackupIsDamagedIsEndedFromItsResult) {
+  std::ofstream(directory.Path() / "Brenvo.BAK") << "damaged";
+  fs::rename(File(), directory.Path() / "BrenvoNEW.MDB");
+  machine.Messages().QueueAnswer(true);
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_EQ(again.Db.OpenSnapshot("select count(*) from Log")->Field(0).Integer(), 1);
+}
+
+TEST_F(RescueTest, ARestoreThatWasInterruptedBetweenTheNamesIsTakenBack) {
+  const fs::path aside = BackupDirectory() / "Brenvo-prima-2001-02-03 04-05-06.mdb";
+  {
+    Database database = Database::Open(File());
+    database.Execute("insert into Log (DataQso, Call) values ('2001-02-03 04:06:00', 'IK3DEF')");
+  }
+  fs::copy_file(BackupCopies(directory.Path())[0].file, directory.Path() / "Brenvo-ripristino.mdb");
+  fs::rename(File(), aside);
+  machine.Messages().QueueAnswer(true);
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_EQ(again.Db.OpenSnapshot("select count(*) from Log")->Field(0).Integer(), 2);
+  EXPECT_NE(machine.TakeLines()[0].find("C'e' il database del 03/02/2001 alle 04:05:06, messa da "
+                                        "parte con 2 QSO"),
+            std::string::npos);
+  EXPECT_FALSE(fs::exists(directory.Path() / "Brenvo-ripristino.mdb"));
+}
+
+TEST_F(RescueTest, ARestoreThatWasInterruptedBeforeTheNamesHasChangedNothing) {
+  std::ofstream(directory.Path() / "Brenvo-ripristino.mdb") << "half of a copy";
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_TRUE(machine.TakeLines().empty());
+  RestoreBackup(again, BackupCopies(directory.Path())[0]);
+  EXPECT_FALSE(fs::exists(directory.Path() / "Brenvo-ripristino.mdb"));
+}
+
+TEST_F(RescueTest, TheBackupOfAnOldCompactionComesBehindTheDaysCopies) {
+  fs::copy_file(File(), directory.Path() / "Brenvo.BAK");
+  fs::remove(File());
+  machine.Messages().QueueAnswer(true);
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_NE(machine.TakeLines()[0].find("C'e' una copia del 03/02/2001 con 1 QSO"),
+            std::string::npos);
+}
+
+TEST_F(RescueTest, WithoutACopyTheBackupOfAnOldCompactionIsOffered) {
+  fs::remove_all(BackupDirectory());
+  fs::rename(File(), directory.Path() / "Brenvo.BAK");
+  machine.Messages().QueueAnswer(true);
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_EQ(again.Db.OpenSnapshot("select count(*) from Log")->Field(0).Integer(), 1);
+}
+
+TEST_F(RescueTest, ACopyOfTheFutureIsOfferedLast) {
+  fs::copy_file(BackupCopies(directory.Path())[0].file, BackupDirectory() / "Brenvo-2099-01-01.mdb");
+  fs::remove(File());
+  machine.Messages().QueueAnswer(true);
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_NE(machine.TakeLines()[0].find("C'e' una copia del 03/02/2001 con"), std::string::npos);
 }
 
 TEST_F(RescueTest, WithoutACopyTheStartFailsAsEver) {

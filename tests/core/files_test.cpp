@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "tests/support/scratch_database.h"
+#include "tests/support/scratch_directory.h"
 
 namespace brenvo {
 namespace {

@@ -82,6 +82,26 @@ TEST_F(ModulesTest, ProvincesOfACountryShowTheirCodeInFourCharacters) {
   EXPECT_NE(std::find(list.Items().begin(), list.Items().end(), "MI  Milano"), list.Items().end());
 }
 
+TEST_F(ModulesTest, ChoicesShowTheirCodesInFiveCharacters) {
+  const auto offers = [&](std::string_view entry) {
+    return std::find(list.Items().begin(), list.Items().end(), entry) != list.Items().end();
+  };
+  LoadCountryChoices(session, list);
+  EXPECT_TRUE(offers("I    Italia"));
+  LoadProvinceChoices(session, list, "I    ");
+  EXPECT_TRUE(offers("MI   Milano"));
+  LoadProvinceChoices(session, list, "");
+  EXPECT_TRUE(list.Items().empty());
+}
+
+TEST_F(ModulesTest, ACountryOrProvinceIsFoundByItsCodeAndShownWithItsName) {
+  EXPECT_EQ(FindCountryText(session, "i    "), "I    Italia");
+  EXPECT_EQ(session.TbCountry->Field("Country").Text(), "I");
+  EXPECT_EQ(FindCountryText(session, "QQQ"), "");
+  EXPECT_EQ(FindProvinceText(session, "I    ", "MI "), "MI  Milano");
+  EXPECT_EQ(FindProvinceText(session, "F", "MI"), "");
+}
+
 TEST_F(ModulesTest, NotesAreListedInThreeWays) {
   session.Db.Execute("delete * from NoteHelp");
   session.Db.Execute("insert into NoteHelp values ('A','uno')");

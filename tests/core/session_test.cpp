@@ -288,6 +288,13 @@ TEST_F(SessionTest, OfSeveralRowsOfAPrefixTheLowestZonesComeFirst) {
   EXPECT_EQ(ResolvePrefix(session, "QQ1A").Country, "C");
 }
 
+TEST_F(SessionTest, ARowWithoutAZoneIsNotTheFirstOfItsPrefix) {
+  session.Db.Execute("insert into Prefissi (Prefisso,Country) values ('QQ1','A')");
+  EXPECT_EQ(ResolvePrefix(session, "QQ1A").Prefisso, "");
+  session.Db.Execute("insert into Prefissi values ('QQ1','B',0,0,'EU')");
+  EXPECT_EQ(ResolvePrefix(session, "QQ1A").Country, "B");
+}
+
 TEST_F(SessionTest, ACountryOfNullResolvesToAnEmptyText) {
   session.Db.Execute("insert into Prefissi (Prefisso,[Zona CQ],[Zona ITU],Continente) values "
                      "('QQ1',1,1,'EU')");
@@ -555,7 +562,7 @@ TEST_F(StartTest, TheStationStartsAndStops) {
   EXPECT_FALSE(session.IsOpen());
 }
 
-TEST_F(SessionTest, WithoutThePathSettingNoManagerIsAskedFor) { EXPECT_EQ(session.ManagerPath, ""); }
+TEST_F(SessionTest, WithoutItsSettingTheManagerPathIsEmpty) { EXPECT_EQ(session.ManagerPath, ""); }
 
 }  // namespace
 }  // namespace brenvo

@@ -21,7 +21,7 @@
 #include <string>
 
 #include "station/station.h"
-#include "tests/support/scratch_database.h"
+#include "tests/support/scratch_directory.h"
 #include "ui/event_gate.h"
 #include "ui/qt_devices.h"
 #include "ui/qt_serial_port.h"

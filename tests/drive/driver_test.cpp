@@ -2,11 +2,11 @@
 
 #include <gmock/gmock.h>
 #include <sqlite3.h>
-#include <unistd.h>
 
 #include <sstream>
 
 #include "every_field.h"
+#include "tests/support/scratch_directory.h"
 
 namespace brenvo {
 namespace {
@@ -19,12 +19,9 @@ using testing::MatchesRegex;
 class Scripts : public testing::Test {
  protected:
   Scripts() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-XXXXXX").string();
-    directory = mkdtemp(pattern.data());
     std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb",
                                directory / "Brenvo.mdb");
   }
-  ~Scripts() override { std::filesystem::remove_all(directory); }
 
   // Runs a script to its end.
   std::vector<std::string> Run(const std::string& script) {
@@ -51,7 +48,8 @@ class Scripts : public testing::Test {
     ASSERT_EQ(sqlite3_close(file), SQLITE_OK);
   }
 
-  std::filesystem::path directory;
+  const ScratchDirectory scratch;
+  const std::filesystem::path directory = scratch.Path();
   std::vector<std::string> lines;
 };
 

@@ -53,6 +53,19 @@ TEST_F(SnapshotTest, MovesGoBothWaysAndStopOnTheMarks) {
   EXPECT_EQ(rows->Field("QsoNr").Integer(), 3);
 }
 
+TEST_F(SnapshotTest, CellsAreReadInAnyOrder) {
+  AddContacts(2);
+  const auto rows = db_.OpenSnapshot("select QsoNr,Call,DataQso from Log order by QsoNr");
+  EXPECT_EQ(rows->Field(2).Date().Minute(), 0);
+  EXPECT_EQ(rows->Field(1).Text(), "I1AAA");
+  EXPECT_EQ(rows->Field(1).Text(), "I1AAA");
+  EXPECT_EQ(rows->Field(0).Integer(), 1);
+  rows->MoveNext();
+  EXPECT_EQ(rows->Field(2).Date().Minute(), 1);
+  rows->MovePrevious();
+  EXPECT_EQ(rows->Field(2).Date().Minute(), 0);
+}
+
 TEST_F(SnapshotTest, TheTestForOneRowStepsOnce) {
   AddContacts(300);
   const auto before = db_.Counters().rowsStepped;

@@ -51,7 +51,10 @@ TEST_F(DxTest, ClosedByItsFrameItSaysNothing) {
   auto& dialog = Open<DxDialog>("DX");
   dialog.Frequenza.SetText("14195");
   dialog.CallQso.SetText("VP8ORK");
-  EXPECT_EQ(dialog.Tag, "");
+  Event([&] {
+    dialog.Close();
+    EXPECT_EQ(dialog.Tag, "");
+  });
 }
 
 TEST_F(DxTest, FiltersWhatIsTyped) {

@@ -78,6 +78,34 @@ TEST_F(Ft736Test, SwitchingOnCopiesAIntoB) {
   EXPECT_EQ(rig.FreqB, HundredHz(501100));
 }
 
+TEST_F(Ft736Test, SwitchingOnReturnsToVfoAFromAnyBand) {
+  FT736& rig = OpenSwitchedOn();
+  Press(rig.cmVFOB);
+  TypeFrequency(rig, "144300");
+  Press(rig.Accensione);
+  Lines();
+  Press(rig.Accensione);
+  EXPECT_EQ(Lines(), (Texts{kOn, "sent COM1 05 01 10 00 01", kUsb}));
+  EXPECT_EQ(rig.DFrequenza.Text(), "50,110.0");
+  EXPECT_EQ(rig.FreqB, HundredHz(501100));
+  Event([&] { rig.SliderFrequenza.Focus(); });
+  EXPECT_EQ(rig.SliderFrequenza.Minimum(), 500100);
+  EXPECT_EQ(rig.SliderFrequenza.Maximum(), 502100);
+  EXPECT_EQ(Lines(), Texts{});
+}
+
+TEST_F(Ft736Test, AVfoKeyWithCatOffReachesAnyBandToo) {
+  FT736& rig = OpenSwitchedOn();
+  TypeFrequency(rig, "144300");
+  Press(rig.Accensione);
+  rig.FreqB = HundredHz(4322000);
+  Lines();
+  Press(rig.cmVFOB);
+  EXPECT_EQ(LinesOf(Lines(), "sent COM1 43"), Texts{"sent COM1 43 22 00 00 01"});
+  EXPECT_EQ(rig.FreqB, HundredHz(4322000));
+  EXPECT_EQ(rig.FreqA, HundredHz(1443000));
+}
+
 TEST_F(Ft736Test, SwitchingOnWithTheSliderThereSendsNoFrequency) {
   FT736& rig = OpenSwitchedOn();
   Press(rig.Accensione);

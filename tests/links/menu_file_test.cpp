@@ -6,7 +6,7 @@
 
 #include "forms/window.h"
 #include "recorder/recording_platform.h"
-#include "tests/support/scratch_database.h"
+#include "tests/support/scratch_directory.h"
 
 namespace brenvo {
 namespace {

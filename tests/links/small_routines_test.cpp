@@ -1,8 +1,7 @@
-// Spelling, chat chunks, the chat's layout, and addresses.
+// Spelling, chat chunks, and addresses.
 #include <gtest/gtest.h>
 
 #include "links/chat_chunk.h"
-#include "links/chat_layout.h"
 #include "links/link_address.h"
 #include "links/spelling.h"
 #include "recorder/recording_platform.h"
@@ -78,32 +77,6 @@ TEST(ChatChunk, OfThreeSignsIsAPersonalMessageOfNobody) {
   EXPECT_TRUE(chunk.Personal);
   EXPECT_EQ(chunk.Speaker, "<*");
   EXPECT_EQ(chunk.Words, ">");
-}
-
-TEST(ChatLayout, GivesEachAreaHalfTheHeightLessTwentyFive) {
-  EXPECT_EQ(ShareHeight(Twips(4000), true), (ChatHeights{Twips(1975), Twips(1975)}));
-}
-
-TEST(ChatLayout, GivesThePublicTalkEverythingWhenTheOtherAreaIsHidden) {
-  EXPECT_EQ(ShareHeight(Twips(4000), false), (ChatHeights{Twips(4000), Twips(0)}));
-}
-
-TEST(ChatLayout, ABorderMovesHeightFromOneAreaToTheOther) {
-  const ChatHeights heights{Twips(1975), Twips(1975)};
-  EXPECT_EQ(DragBorder(heights, Twips(300)), (ChatHeights{Twips(2275), Twips(1675)}));
-  EXPECT_EQ(DragBorder(heights, Twips(-300)), (ChatHeights{Twips(1675), Twips(2275)}));
-}
-
-TEST(ChatLayout, NeitherAreaGetsLowerThanFiveHundred) {
-  const ChatHeights heights{Twips(1975), Twips(1975)};
-  EXPECT_EQ(DragBorder(heights, Twips(9000)), (ChatHeights{Twips(3450), Twips(500)}));
-  EXPECT_EQ(DragBorder(heights, Twips(-9000)), (ChatHeights{Twips(500), Twips(3450)}));
-}
-
-TEST(ChatLayout, AreasThatAreTooLowAlreadyStay) {
-  const ChatHeights heights{Twips(300), Twips(300)};
-  EXPECT_EQ(DragBorder(heights, Twips(50)), heights);
-  EXPECT_EQ(ShareHeight(Twips(20), true), (ChatHeights{Twips(0), Twips(0)}));
 }
 
 class Address : public testing::Test {

@@ -219,6 +219,28 @@ TEST_F(TncTest, ASpotIsShownHeardSpelledAndChecked) {
   EXPECT_FALSE(machine.Host().Busy());
 }
 
+TEST_F(TncTest, ASpelledSignThatNamesNoFileKeepsItsOwnName) {
+  TNC& tnc = OpenTnc();
+  tnc.cmAutoSpelling.Press();
+  Lines();
+  Receive("TNC", "DX de I4: 14195.0 Z* tnx\r\n");
+  EXPECT_EQ(Lines(), (Texts{"wave \"20m.wav\"", "wave \"I.wav\"", "wave \"4.wav\"",
+                            "wave \":.wav\"", "wave \" .wav\"", "wave \"pause.wav\"",
+                            "wave \"Z.wav\"", "wave \"*.wav\""}));
+}
+
+TEST_F(TncTest, AWaveFileOfABandStaysInTheApplicationDirectory) {
+  OpenTnc();
+  for (const auto& [name, played] :
+       {std::pair("", ""), std::pair("/tmp/x.wav", "-tmp-x.wav"), std::pair("../x.wav", "..-x.wav")}) {
+    session.Db.Execute("update UserRTX set FilenameDX='" + std::string(name) +
+                       "' where Banda=' 20 m'");
+    Lines();
+    Receive("TNC", kSpot20);
+    EXPECT_EQ(Lines(), Texts{"wave \"" + std::string(played) + "\""});
+  }
+}
+
 TEST_F(TncTest, TheFirstSpotOpensTheMatrixAndLaterOnesReuseIt) {
   TNC& tnc = OpenTnc();
   tnc.cmAutoCheck.Press();

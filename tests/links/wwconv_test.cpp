@@ -173,30 +173,14 @@ TEST_F(WWConvTest, APeerThatClosesTakesTheWindowAlong) {
 
 TEST_F(WWConvTest, PersonalMessagesCanBeHidden) {
   WWConv& chat = OpenChat();
-  chat.LayOut(Twips(4000));
   EXPECT_TRUE(chat.cmMessaggiPersonali.Down());
   EXPECT_TRUE(chat.ReceivedPersonal.Visible());
-  EXPECT_EQ(chat.Heights(), (ChatHeights{Twips(1975), Twips(1975)}));
   Event([&] { chat.cmMessaggiPersonali.Press(); });
   EXPECT_FALSE(chat.ReceivedPersonal.Visible());
-  EXPECT_EQ(chat.Heights().ReceivedPersonal, Twips(0));
-  chat.LayOut(Twips(4000));
-  EXPECT_EQ(chat.Heights(), (ChatHeights{Twips(4000), Twips(0)}));
   Receive("WWConv", "<*I2ABC*> ciao\n");
   Event([&] { chat.cmMessaggiPersonali.Press(); });
   EXPECT_TRUE(chat.ReceivedPersonal.Visible());
   EXPECT_EQ(chat.ReceivedPersonal.Text(), "<*I2ABC*> ciao\n");
-}
-
-TEST_F(WWConvTest, TheBorderBetweenTheAreasCanBeDragged) {
-  WWConv& chat = OpenChat();
-  chat.LayOut(Twips(4000));
-  chat.BorderDragged(Twips(9000));
-  EXPECT_EQ(chat.Heights(), (ChatHeights{Twips(3450), Twips(500)}));
-  Event([&] { chat.cmMessaggiPersonali.Press(); });
-  chat.LayOut(Twips(4000));
-  chat.BorderDragged(Twips(-100));
-  EXPECT_EQ(chat.Heights(), (ChatHeights{Twips(4000), Twips(0)}));
 }
 
 TEST_F(WWConvTest, TheMenuOpensIt) {

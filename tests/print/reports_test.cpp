@@ -137,6 +137,16 @@ TEST_F(ReportsTest, APaddedAndATrimmedPrefixAreOne) {
   EXPECT_EQ(Report("cmPPrefissi", "", "Call").size(), 2u);
 }
 
+TEST_F(ReportsTest, KeysThatDifferInTheirCaseAloneAreOne) {
+  Log("Call,[Note],QslRicevuta", "'A','[DCI/mi001]',False");
+  Log("Call,[Note],QslRicevuta", "'B','[DCI/MI001]',False");
+  Log("Call,[Note],QslRicevuta", "'C','[dci/mi001] tnx',True");
+  EXPECT_EQ(Report("cmPNote", "WHERE Note LIKE '*DCI*'", "Call,[Note]"), Texts{"C|dci/mi001"});
+  Log("Call,Locator", "'D','JN45AA'");
+  Log("Call,Locator", "'E','jn45bb'");
+  EXPECT_EQ(Report("cmPSquare", "", "Call"), Texts{"D"});
+}
+
 TEST_F(ReportsTest, TheProvinceReportCountsProvinces) {
   Log("Call,Country,Provincia", "'A','I','MI'");
   Log("Call,Country,Provincia", "'B','I','VE'");

@@ -1,8 +1,11 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "log/log_form.h"
 #include "station/station.h"
+#include "tests/support/golden.h"
 #include "tests/support/recorded_files.h"
 #include "tests/support/station.h"
 
@@ -109,6 +112,89 @@ TEST_P(DatabaseFault, IsToldUnderTheOperationsNameAndLosesNothing) {
 
 INSTANTIATE_TEST_SUITE_P(All, DatabaseFault, testing::ValuesIn(kFaults),
                          [](const auto& each) { return std::string(each.param.name); });
+
+// What a station tells that starts in `directory` without a superuser's rights, stores a contact,
+// and lives until the day's copy is due.
+std::string ToldWithoutRights(const fs::path& directory) {
+  int ends[2];
+  if (pipe(ends) != 0) throw std::runtime_error("pipe");
+  const pid_t child = fork();
+  if (child == 0) {
+    constexpr int kNobody = 65534;
+    if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(1);
+    std::string told;
+    RecordingPlatform machine([&](const std::string& line) { told += line + '\n'; });
+    machine.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
+    Session session(machine, directory);
+    if (MainFrame* const frame = StartStation(session)) {
+      auto& log = static_cast<LogForm&>(*session.Windows.LoadNew("LogForm"));
+      session.Windows.Show(log);
+      session.Windows.RunEvent([&] { Store(log, "IK3ABC"); });
+      machine.Advance(20000);
+      told += frame->StatusBar1.Panel(1) + '\n';
+    }
+    _exit(write(ends[1], told.data(), told.size()) < 0 ? 1 : 0);
+  }
+  close(ends[1]);
+  std::string told;
+  char buffer[4096];
+  for (ssize_t count; (count = read(ends[0], buffer, sizeof buffer)) > 0;) {
+    told.append(buffer, static_cast<std::size_t>(count));
+  }
+  close(ends[0]);
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0);
+  return told;
+}
+
+class ReadOnlyDirectory : public testing::Test {
+ protected:
+  static constexpr auto kAll = fs::perms::owner_all | fs::perms::group_all | fs::perms::others_all;
+  static constexpr auto kWrite =
+      fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+
+  ReadOnlyDirectory() {
+    fs::permissions(File(), kAll);
+    fs::permissions(directory.Path(), kAll);
+  }
+  ~ReadOnlyDirectory() override { fs::permissions(directory.Path(), kAll); }
+  fs::path File() const { return directory.Path() / "Brenvo.mdb"; }
+  static void TakeWriting(const fs::path& path) {
+    fs::permissions(path, kWrite, fs::perm_options::remove);
+  }
+  ScratchStationDirectory directory;
+};
+
+TEST_F(ReadOnlyDirectory, IsToldAtTheFirstStart) {
+  TakeWriting(directory.Path());
+  EXPECT_EQ(ToldWithoutRights(directory.Path()),
+            "message critical \"Brenvo\" \"3027 - Il database e' di sola lettura.\"\n");
+}
+
+TEST_F(ReadOnlyDirectory, IsToldAtALaterStart) {
+  Database::Open(File()).Close();
+  const std::string before = ReadBytes(File());
+  TakeWriting(directory.Path());
+  EXPECT_EQ(ToldWithoutRights(directory.Path()),
+            "message critical \"Brenvo\" \"3027 - Il database e' di sola lettura.\"\n");
+  EXPECT_EQ(ReadBytes(File()), before);
+}
+
+TEST_F(ReadOnlyDirectory, AFileThatMayNotBeWrittenIsToldAtTheStart) {
+  TakeWriting(File());
+  EXPECT_EQ(ToldWithoutRights(directory.Path()),
+            "message critical \"Brenvo\" \"3027 - Il database e' di sola lettura.\"\n");
+}
+
+TEST_F(ReadOnlyDirectory, OfTheDailyCopiesIsToldAndTheLogGoesOn) {
+  fs::create_directory(directory.Path() / "Backup");
+  TakeWriting(directory.Path() / "Backup");
+  EXPECT_EQ(ToldWithoutRights(directory.Path()),
+            "La copia di sicurezza non e' riuscita: Nella directory del file non si puo' "
+            "scrivere.\n");
+  EXPECT_EQ(Database::Open(File()).OpenSnapshot("select Call from Log")->Field(0).Text(), "IK3ABC");
+}
 
 TEST(ClockSetBack, ContactsAreStoredAtTheTimeThatTheClockShowsAndNumbersGoOn) {
   ScratchStationDirectory directory;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <sqlite3.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -11,31 +10,11 @@
 #include <string>
 
 #include "engine/database.h"
+#include "tests/support/scratch_directory.h"
 
 namespace brenvo {
 
-// Makes an empty directory, and removes it with all that is in it.
-class ScratchDirectory {
- public:
-  ScratchDirectory() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp");
-    path_ = pattern;
-  }
-  ~ScratchDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  ScratchDirectory(const ScratchDirectory&) = delete;
-  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-
-  const std::filesystem::path& Path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
-// The same with an empty database of the program's schema, which is built once a process.
+// A scratch directory with an empty database of the program's schema, which is built once a process.
 class ScratchDatabase {
  public:
   ScratchDatabase() { std::filesystem::copy_file(Fresh(), File()); }

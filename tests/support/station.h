@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -15,29 +14,17 @@
 #include "core/main_frame.h"
 #include "core/session.h"
 #include "recorder/recording_platform.h"
+#include "tests/support/scratch_directory.h"
 
 namespace brenvo {
 
-// A directory of its own that goes with the object.
-class ScratchStationDirectory {
+// A scratch application directory with the delivered database.
+class ScratchStationDirectory : public ScratchDirectory {
  public:
   ScratchStationDirectory() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no scratch directory");
-    path_ = pattern;
     std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb",
-                               path_ / "Brenvo.mdb");
+                               Path() / "Brenvo.mdb");
   }
-  ~ScratchStationDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  ScratchStationDirectory(const ScratchStationDirectory&) = delete;
-  ScratchStationDirectory& operator=(const ScratchStationDirectory&) = delete;
-  const std::filesystem::path& Path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
 };
 
 // The clock stands at 03/02/2001 04:05:06, the own locator is JN65AA, the log is empty. The main

@@ -90,6 +90,16 @@ TEST_F(TabellaPrefissiTest, AHeadingClickedOrdersByItsColumn) {
   EXPECT_TRUE(Lines().empty());
 }
 
+TEST_F(TabellaPrefissiTest, TheMarkGoesToTheRowThatUpdateWorksOn) {
+  TabellaPrefissi& table = OpenTable();
+  ClickRow(table, 3);
+  Event([&] { table.Spread1.ClickCell(0, 2); });
+  EXPECT_EQ(table.Spread1.Row(), 1);
+  Fill(table, "W7", "K", "3", "6", "NA");
+  Event([&] { table.cmUpdate(); });
+  EXPECT_EQ(table.Spread1.Cell(1, 0), "W7");
+}
+
 TEST_F(TabellaPrefissiTest, AnInsertStoresAndSortsInAtTheNextOrdering) {
   TabellaPrefissi& table = OpenTable();
   Fill(table, "ik1", "I", "15", "28", "eu");

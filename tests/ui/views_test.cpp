@@ -2,6 +2,7 @@
 #include <QAction>
 #include <QLineEdit>
 #include <QMdiSubWindow>
+#include <QSplitter>
 #include <QTableView>
 
 #include "forms/choice_fields.h"
@@ -148,6 +149,43 @@ INSTANTIATE_TEST_SUITE_P(
                       "TNCtelnet", "WWConv", "FT736", "DX", "User", "TabellaPrefissi",
                       "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help"),
     [](const auto& parameter) { return std::string(parameter.param); });
+
+// The left button goes down on a border, moves so many pixels and comes up.
+void Drag(QWidget& border, int down) {
+  const QPoint from = border.rect().center();
+  QTest::mousePress(&border, Qt::LeftButton, {}, from);
+  const QPoint to = from + QPoint(0, down);
+  QMouseEvent move(QEvent::MouseMove, to, border.mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+  QApplication::sendEvent(&border, &move);
+  QTest::mouseRelease(&border, Qt::LeftButton, {}, to);
+}
+
+TEST_F(StationScreen, TheTwoAreasOfTheChatShareItsHeight) {
+  constexpr int kBorder = 3, kLowest = 34;
+  Window& chat = *Open("WWConv");
+  Outer("WWConv").resize(600, 500);
+  QTest::qWait(1);
+  auto* areas = Outer("WWConv").findChild<QSplitter*>();
+  ASSERT_NE(areas, nullptr);
+  const auto heights = [&] { return std::pair(areas->sizes()[0], areas->sizes()[1]); };
+  const int room = areas->height() - kBorder;
+  EXPECT_NEAR(heights().first, heights().second, 1);
+  EXPECT_EQ(heights().first + heights().second, room);
+
+  Drag(*areas->handle(1), 2 * room);
+  EXPECT_EQ(heights(), std::pair(room - kLowest, kLowest));
+  Drag(*areas->handle(1), -2 * room);
+  EXPECT_EQ(heights(), std::pair(kLowest, room - kLowest));
+
+  Command& personal = *chat.FindCommand("cmMessaggiPersonali");
+  session.Windows.RunEvent([&] { personal.Press(); });
+  QTest::qWait(1);
+  EXPECT_EQ(heights(), std::pair(room + kBorder, 0));
+  session.Windows.RunEvent([&] { personal.Press(); });
+  QTest::qWait(1);
+  EXPECT_NEAR(heights().first, heights().second, 1);
+  session.Windows.RunEvent([&] { session.Windows.Unload(chat); });
+}
 
 class ManyFields : public Window {
  public:

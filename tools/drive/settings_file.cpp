@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -59,6 +60,12 @@ std::string EscapedName(std::string_view name) {
   return escaped;
 }
 
+// What follows a backslash, and what it stands for.
+struct Escape {
+  char letter, character;
+};
+constexpr Escape kEscapes[] = {{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'"', '"'}, {'\\', '\\'}};
+
 std::string ValueOf(std::string_view written) {
   std::string value;
   const bool quoted = written.starts_with('"');
@@ -70,24 +77,14 @@ std::string ValueOf(std::string_view written) {
       value += c;
       continue;
     }
-    const char escape = written.front();
+    const char letter = written.front();
     written.remove_prefix(1);
-    switch (escape) {
-      case 'n':
-        value += '\n';
-        break;
-      case 'r':
-        value += '\r';
-        break;
-      case 't':
-        value += '\t';
-        break;
-      case 'x':
-        value += FromCharacters(std::u32string(1, TakeHex(written, 8)));
-        break;
-      default:
-        value += escape;
+    if (letter == 'x') {
+      value += FromCharacters(std::u32string(1, TakeHex(written, 8)));
+      continue;
     }
+    const auto* escape = std::ranges::find(kEscapes, letter, &Escape::letter);
+    value += escape == std::end(kEscapes) ? letter : escape->character;
   }
   // A single @ begins what is no text.
   if (value.starts_with("@@")) value.erase(0, 1);
@@ -97,24 +94,11 @@ std::string ValueOf(std::string_view written) {
 std::string WrittenValue(std::string_view value) {
   std::string written = value.starts_with('@') ? "\"@" : "\"";
   for (const char c : value) {
-    switch (c) {
-      case '"':
-        written += "\\\"";
-        break;
-      case '\\':
-        written += "\\\\";
-        break;
-      case '\n':
-        written += "\\n";
-        break;
-      case '\r':
-        written += "\\r";
-        break;
-      case '\t':
-        written += "\\t";
-        break;
-      default:
-        written += c;
+    const auto* escape = std::ranges::find(kEscapes, c, &Escape::character);
+    if (escape == std::end(kEscapes)) {
+      written += c;
+    } else {
+      written += {'\\', escape->letter};
     }
   }
   return written + '"';

@@ -1,0 +1,50 @@
+#include "contest/export.h"
+
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "contest/reg1test.h"
+#include "contest/score.h"
+#include "contest/staging.h"
+#include "core/session.h"
+#include "core/transaction.h"
+
+namespace brenvo {
+namespace {
+
+void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  if (!file) throw std::runtime_error("Impossibile scrivere il file " + path.filename().string());
+}
+
+std::optional<double> MhzOf(Session& session, std::string_view band) {
+  Table& bands = *session.TbUserRTX;
+  bands.Seek("=", {band});
+  if (bands.NoMatch()) return std::nullopt;
+  return bands.Field("Frequenza").Number();
+}
+
+}  // namespace
+
+void WriteReg1Test(Session& session, const ContestHeader& header,
+                   const std::vector<Contact>& contacts) {
+  if (contacts.empty()) return;
+  const CountryOfCall countryOf = CountriesOf(session);
+  // Around the counting as well: each look into the prefix table would lock the file for itself.
+  Transaction transaction(session.Db);
+  const Tally tally = TallyOf(contacts, countryOf);
+  // An empty exchange is counted, but the records do not mark it as new.
+  std::vector<std::string> exchanges = tally.Exchanges.Texts();
+  std::erase(exchanges, std::string());
+  StageMultipliers(session.Db, tally.Squares.Texts(), tally.Countries.Texts(), exchanges);
+  transaction.Commit();
+  WriteFile(session.File("\\" + header.CallContest + ".txt"),
+            Reg1Test(header, MhzOf(session, header.Banda), contacts, tally, countryOf));
+}
+
+}  // namespace brenvo

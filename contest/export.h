@@ -1,0 +1,19 @@
+// The contest's log as a file for its manager.
+#pragma once
+
+#include <vector>
+
+#include "contest/contact.h"
+#include "contest/contest_header.h"
+
+namespace brenvo {
+
+class Session;
+
+// Writes the REG1TEST file, named after the contest's call, in the application directory over one
+// of that name. Without contacts nothing is written. Throws what ExchangeOf throws, DatabaseError,
+// and std::runtime_error when the file cannot be written.
+void WriteReg1Test(Session& session, const ContestHeader& header,
+                   const std::vector<Contact>& contacts);
+
+}  // namespace brenvo
