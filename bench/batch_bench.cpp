@@ -115,11 +115,13 @@ class BatchTasks {
             rows.Touch();
           }
           rows.Done();
+          RunSql(station_.file, "BEGIN");
           for (const std::int64_t key : keys) {
             write.Number(1, key).Text(2, "E sporadico").Text(3, "tks qso");
             write.Step();
             write.Done();
           }
+          RunSql(station_.file, "COMMIT");
         });
   }
 
@@ -161,14 +163,22 @@ class BatchTasks {
   }
 
   void UpdateForQsl() {
-    Hand write(station_.file, "UPDATE Log SET QslInviata=-1,QslDaInviare=0 WHERE QslInviata<>0");
-    Compare(
-        "cmQslAggiorna", 1,
-        [&] {
-          Yes();
-          UpdateLogForQsl(station_.session);
-        },
-        [&] { write.ReadAll(); });
+    if (!figures_.Wants("cmQslAggiorna")) return;
+    constexpr const char* kDue = "QslDaInviare<>0 OR (QslRicevuta<>0 AND QslInviata=0)";
+    RunSql(station_.file, fmt::format("CREATE TEMP TABLE Due AS SELECT QsoNr,QslDaInviare AS d,"
+                                      "QslInviata AS i FROM Log WHERE {}",
+                                      kDue)
+                              .c_str());
+    Samples program, byHand;
+    Yes();
+    program.Measure([&] { UpdateLogForQsl(station_.session); });
+    RunSql(station_.file,
+           "UPDATE Log SET QslDaInviare=d,QslInviata=i FROM Due WHERE "
+           "Due.QsoNr=Log.QsoNr");
+    Hand write(station_.file,
+               fmt::format("UPDATE Log SET QslInviata=-1,QslDaInviare=0 WHERE {}", kDue));
+    byHand.Measure([&] { write.ReadAll(); });
+    figures_.Line(station_.contacts, "cmQslAggiorna", program, byHand);
   }
 
   const Figures& figures_;

@@ -44,12 +44,22 @@ class LogByHand {
       row_.Done();
     }
   }
-  // The keys that a search finds, and the last of its contacts shown.
+  // The lists of the dialog, the keys that a search finds, once for the window and once for its
+  // grid, and the last of its contacts shown.
   void Search(const std::string& where) {
-    Hand found(file_, "SELECT QsoNr FROM Log WHERE " + where + " ORDER BY DataQso");
+    for (Hand* list : {&countries_, &bands_, &modes_, &propagations_}) {
+      std::vector<std::string> entries;
+      while (list->Step()) entries.push_back(list->Cell(0));
+      list->Done();
+    }
+    Hand found(file_, "SELECT QsoNr FROM Log WHERE " + where + " ORDER BY DataQso,QsoNr");
     std::int64_t last = 0;
-    while (found.Step()) last = found.Key();
-    found.Done();
+    for (int reader = 0; reader < 2; ++reader) {
+      std::vector<std::int64_t> keys;
+      while (found.Step()) keys.push_back(found.Key());
+      found.Done();
+      last = keys.back();
+    }
     Show(last);
   }
   void Write(const char* sql, std::int64_t key, std::string_view date) {
@@ -71,6 +81,10 @@ class LogByHand {
   Hand keys_{file_, "SELECT QsoNr FROM Log ORDER BY DataQso,QsoNr"};
   Hand gridKeys_{file_, "SELECT QsoNr FROM Log ORDER BY DataQso DESC,QsoNr"};
   Hand row_{file_, kRow};
+  Hand countries_{file_, "SELECT substr(Country || '     ', 1, 5) || Descrizione FROM Country"};
+  Hand bands_{file_, "SELECT Banda FROM UserRTX ORDER BY Frequenza"};
+  Hand modes_{file_, "SELECT Modo FROM Modi ORDER BY Codice"};
+  Hand propagations_{file_, "SELECT Propagazione FROM Propagazione ORDER BY Codice"};
   LookupsByHand lookups_{file_, "  2 m", "0"};
 };
 

@@ -169,15 +169,16 @@ Value DynasetRows::Field(std::size_t column) {
 }
 
 std::int64_t DynasetRows::PlaceOfKey(std::int64_t key) {
-  // A key near the last one asked for is the usual case of a grid and of a record just written.
   if (at_ >= 0 && at_ < Size() && KeyAt(at_) == key) return at_;
-  auto found = std::find(keys_.begin(), keys_.end(), key);
-  while (found == keys_.end() && !complete_) {
-    const auto read = static_cast<std::ptrdiff_t>(keys_.size());
-    ReadKeys(Size() + kBlock);
-    found = std::find(keys_.begin() + read, keys_.end(), key);
+  for (std::int64_t read = 0;;) {
+    // From the back, where what was added through the dynaset stands.
+    for (std::int64_t place = Size(); place-- > read;) {
+      if (KeyAt(place) == key) return place;
+    }
+    if (complete_) return -1;
+    read = Size();
+    ReadKeys(read + kBlock);
   }
-  return found == keys_.end() ? -1 : found - keys_.begin();
 }
 
 Bookmark DynasetRows::GetBookmark() { return {CurrentKey()}; }

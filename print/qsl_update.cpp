@@ -9,9 +9,10 @@ void UpdateLogForQsl(Session& session) {
   if (!session.Messages().AskYesNo("Aggiornamento Log per Qsl", "Confermi l'operazione ?")) return;
   const BusyPointer busy(session.Host());
   Transaction transaction(session.Db);
-  session.Db.Execute("UPDATE Log SET QslInviata=True WHERE QslDaInviare");
-  session.Db.Execute("UPDATE Log SET QslDaInviare=False WHERE QslDaInviare");
-  session.Db.Execute("UPDATE Log SET QslInviata=True WHERE QslRicevuta and not QslInviata");
+  // A contact that only answers a card received has none to send: one pass does for both.
+  session.Db.Execute(
+      "UPDATE Log SET QslInviata=True,QslDaInviare=False WHERE QslDaInviare OR (QslRicevuta and "
+      "not QslInviata)");
   transaction.Commit();
 }
 
