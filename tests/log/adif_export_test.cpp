@@ -65,6 +65,14 @@ TEST_F(AdifExportTest, TheWholeSelectionIsWrittenFromItsFirst) {
   EXPECT_EQ(File(), Golden("all_contacts.adi"));
 }
 
+TEST_F(AdifExportTest, TheWholeLogIsReadManyContactsAtATime) {
+  session.Db.BeginTrans();
+  for (int i = 0; i < 640; ++i) Store("IK3ABC", std::to_string(i));
+  session.Db.CommitTrans();
+  LogForm& log = OpenLog();
+  EXPECT_LT(Counted([&] { Export(log, "cmAllQso", false); }).statements, 25);
+}
+
 TEST_F(AdifExportTest, ABandGivesItsLine) {
   EXPECT_THAT(Contact(), testing::HasSubstr("\r\n<band:2>2m \r\n"));
 }

@@ -291,6 +291,14 @@ TEST_F(StampaQslTest, TheUpdateMarksOwedCardsAsSentAndReceivedOnesAsAnswered) {
   EXPECT_EQ(Rows(marks), after);
 }
 
+TEST_F(StampaQslTest, TheUpdateGoesThroughTheLogOnce) {
+  Owe("IK3ABC");
+  machine.Messages().QueueAnswer(true);
+  const auto before = session.Db.Counters().statements;
+  Event([&] { UpdateLogForQsl(session); });
+  EXPECT_EQ(session.Db.Counters().statements - before, 3);  // with the transaction around it
+}
+
 TEST_F(StampaQslTest, TheUpdateAnsweredNoLeavesTheLog) {
   Owe("IK3ABC");
   machine.Messages().QueueAnswer(false);
