@@ -53,9 +53,9 @@ void RequireOurFile(const std::filesystem::path& path) {
     id = id << 8 | static_cast<unsigned char>(header[kApplicationIdAt + i]);
   }
   if (id != kApplicationId) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "Il file '" + path.filename().string() +
-                            "' non e' un database di questo programma.");
+    throw DatabaseError(
+        DatabaseError::kNotADatabase,
+        "Il file '" + path.filename().string() + "' non e' un database di questo programma.");
   }
 }
 
@@ -178,6 +178,16 @@ void Connection::RequireOpen() const {
   if (file_ == nullptr) {
     throw DatabaseError(DatabaseError::kObjectClosed, "L'oggetto non e' piu' aperto.");
   }
+}
+
+const TableSchema& Connection::RequireTable(std::string_view name) const {
+  RequireOpen();
+  const TableSchema* table = schema_.FindTable(name);
+  if (table == nullptr) {
+    throw DatabaseError(DatabaseError::kUnknownTable,
+                        "La tabella '" + std::string(name) + "' non esiste.");
+  }
+  return *table;
 }
 
 std::int64_t Connection::ChangeStamp() const {

@@ -52,6 +52,7 @@ class Database {
   std::unique_ptr<Table> OpenTable(std::string_view name);
   std::unique_ptr<Snapshot> OpenSnapshot(std::string_view select);
   std::unique_ptr<Dynaset> OpenDynaset(std::string_view select);
+  std::unique_ptr<RowAppender> OpenAppender(std::string_view table);
 
   // Rewrites a closed file into a new one. DatabaseError 3024 when there is no `from`; an existing
   // `to` is an error (3204 "il database esiste gia'").
