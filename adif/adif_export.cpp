@@ -26,7 +26,8 @@ bool NeedsDeclaration(std::string_view name) {
 std::vector<std::string> UserFields(Database& database, std::string_view select, bool hasKept) {
   std::set<std::string> names;
   if (!hasKept) return {};
-  const auto all = database.OpenSnapshot("Select Campo from LogAdif Group By Campo");
+  const auto all = database.OpenSnapshot(
+      "Select Campo from LogAdif where QsoNr in (Select QsoNr from Log) Group By Campo");
   for (; !all->EOF_(); all->MoveNext()) {
     const std::string name = all->Field(0).Text();
     if (NeedsDeclaration(name)) names.insert(name);

@@ -66,26 +66,37 @@ void ReportCounts(std::ostream& report, const ImportCounts& counts) {
       counts.read, counts.fresh, counts.repeated, counts.completed, counts.refused);
 }
 
+// New contacts are written many at a time: between two of them SQLite then stays where it is in
+// each index.
 class ContactWriter {
  public:
   ContactWriter(Session& session, const ImportOptions& options)
       : options_(options),
         kept_(session.Db),
         repeated_(session),
-        log_(session.Db.OpenTable("Log")) {}
+        new_(session.Db.OpenAppender("Log")) {}
 
-  void Store(const MappedRecord& mapped, ImportCounts& counts) {
+  void Store(MappedRecord& mapped, ImportCounts& counts) {
+    if (waiting_.contains(RepeatedInFile::KeyOf(mapped.contact))) Write();
     if (repeated_.Find(mapped.contact)) {
       ++counts.repeated;
       if (options_.fillEmptyColumns && Fill(mapped)) ++counts.completed;
       return;
     }
-    log_->AddNew();
-    WriteContact(*log_, mapped.contact);
-    log_->Update();
+    new_->Add(RowOf(mapped.contact));
+    keptOfWaiting_.push_back(std::move(mapped.kept));
+    waiting_.insert(RepeatedInFile::KeyOf(mapped.contact));
     repeated_.Stored(mapped.contact);
-    kept_.Add(log_->LastModified().key, mapped.kept);
     ++counts.fresh;
+    if (new_->Waiting() == RowAppender::kMostWaiting) Write();
+  }
+
+  void Write() {
+    std::int64_t qsoNr = new_->Write();
+    for (const std::vector<AdifField>& fields : keptOfWaiting_) kept_.Add(qsoNr++, fields);
+    kept_.Write();
+    keptOfWaiting_.clear();
+    waiting_.clear();
   }
 
  private:
@@ -103,14 +114,27 @@ class ContactWriter {
       WriteColumn(row, mapped.contact, column);
     }
     if (filled) row.Update();
-    return kept_.AddMissing(qsoNr, mapped.kept) || filled;
+    const bool kept = kept_.AddMissing(qsoNr, mapped.kept);
+    kept_.Write();
+    return kept || filled;
   }
 
   ImportOptions options_;
   KeptFields kept_;
   RepeatedInLog repeated_;
-  std::unique_ptr<Table> log_;
+  std::unique_ptr<RowAppender> new_;
+  std::vector<std::vector<AdifField>> keptOfWaiting_;
+  std::unordered_set<std::uint64_t> waiting_;  // by what makes them repeated
 };
+
+// The words of a refusal without what stands in the record: "data non valida: 20011301".
+void CountReason(ImportPreview& preview, std::string_view refusal) {
+  constexpr std::size_t kMostReasons = 20;
+  const std::string reason(refusal.substr(0, refusal.find(':')));
+  auto& reasons = preview.reasons;
+  const bool full = reasons.size() >= kMostReasons && !reasons.contains(reason);
+  ++reasons[full ? "altri motivi" : reason];
+}
 
 void Widen(ImportPreview& preview, DateTime time) {
   if (!preview.first || time < *preview.first) preview.first = time;
@@ -147,6 +171,7 @@ std::optional<ImportPreview> PreviewImport(Session& session, const std::filesyst
     if (!mapped.refusal.empty()) {
       ++counts.refused;
       if (!record.fault.empty()) ++preview.damaged;
+      CountReason(preview, mapped.refusal);
     } else {
       Widen(preview, mapped.contact.DataQso);
       ++preview.bands[mapped.contact.Banda];
@@ -191,6 +216,7 @@ std::optional<ImportCounts> ImportContacts(Session& session, const std::filesyst
       ReportRefusal(report, log.Records(), record, mapped.refusal);
     }
   }
+  writer.Write();
   ReportCounts(report, counts);
   if (!report.flush()) throw std::runtime_error("Il rapporto dell'importazione non si scrive");
   transaction.Commit();

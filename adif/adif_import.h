@@ -34,6 +34,7 @@ struct ImportPreview {
   ImportCounts counts;
   std::optional<DateTime> first, last;               // of the contacts that can be stored
   std::map<std::string, std::int64_t> bands, modes;  // of these, by Banda and Modo
+  std::map<std::string, std::int64_t> reasons;       // of the refused; rare ones under one name
   std::vector<FirstRecord> firstRecords;             // as they stand in the file
   std::int64_t damaged = 0;                          // records that are no records
   bool endsEarly = false;                            // the file ends within a record

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 #include "adif/plain_name.h"
 
@@ -31,193 +32,50 @@ constexpr std::string_view kModes[] = {
     "ROS",     "RTTY",  "RTTYM",  "SSB",  "SSTV",   "T10",      "THOR",  "THRB",         "TOR",
     "V4",      "VOI",   "WINMOR", "WSPR"};
 
-struct Submode {
-  std::string_view submode, mode;
+// The submodes of a mode, with a comma between them.
+struct Submodes {
+  std::string_view mode, submodes;
 };
-constexpr Submode kSubmodes[] = {{"8PSK1000", "PSK"},
-                                 {"8PSK1000F", "PSK"},
-                                 {"8PSK1200F", "PSK"},
-                                 {"8PSK125", "PSK"},
-                                 {"8PSK125F", "PSK"},
-                                 {"8PSK125FL", "PSK"},
-                                 {"8PSK250", "PSK"},
-                                 {"8PSK250F", "PSK"},
-                                 {"8PSK250FL", "PSK"},
-                                 {"8PSK500", "PSK"},
-                                 {"8PSK500F", "PSK"},
-                                 {"AMTORFEC", "TOR"},
-                                 {"ASCI", "RTTY"},
-                                 {"C4FM", "DIGITALVOICE"},
-                                 {"CHIP128", "CHIP"},
-                                 {"CHIP64", "CHIP"},
-                                 {"DMR", "DIGITALVOICE"},
-                                 {"DOM-M", "DOMINO"},
-                                 {"DOM11", "DOMINO"},
-                                 {"DOM16", "DOMINO"},
-                                 {"DOM22", "DOMINO"},
-                                 {"DOM4", "DOMINO"},
-                                 {"DOM44", "DOMINO"},
-                                 {"DOM5", "DOMINO"},
-                                 {"DOM8", "DOMINO"},
-                                 {"DOM88", "DOMINO"},
-                                 {"DOMINOEX", "DOMINO"},
-                                 {"DOMINOF", "DOMINO"},
-                                 {"DSTAR", "DIGITALVOICE"},
-                                 {"FMHELL", "HELL"},
-                                 {"FREEDV", "DIGITALVOICE"},
-                                 {"FSK31", "PSK"},
-                                 {"FSKH105", "HELL"},
-                                 {"FSKH245", "HELL"},
-                                 {"FSKHELL", "HELL"},
-                                 {"FSQCALL", "MFSK"},
-                                 {"FST4", "MFSK"},
-                                 {"FST4W", "MFSK"},
-                                 {"FT2", "MFSK"},
-                                 {"FT4", "MFSK"},
-                                 {"GTOR", "TOR"},
-                                 {"HELL80", "HELL"},
-                                 {"HELLX5", "HELL"},
-                                 {"HELLX9", "HELL"},
-                                 {"HFSK", "HELL"},
-                                 {"ISCAT-A", "ISCAT"},
-                                 {"ISCAT-B", "ISCAT"},
-                                 {"JS8", "MFSK"},
-                                 {"JT4A", "JT4"},
-                                 {"JT4B", "JT4"},
-                                 {"JT4C", "JT4"},
-                                 {"JT4D", "JT4"},
-                                 {"JT4E", "JT4"},
-                                 {"JT4F", "JT4"},
-                                 {"JT4G", "JT4"},
-                                 {"JT65A", "JT65"},
-                                 {"JT65B", "JT65"},
-                                 {"JT65B2", "JT65"},
-                                 {"JT65C", "JT65"},
-                                 {"JT65C2", "JT65"},
-                                 {"JT9-1", "JT9"},
-                                 {"JT9-10", "JT9"},
-                                 {"JT9-2", "JT9"},
-                                 {"JT9-30", "JT9"},
-                                 {"JT9-5", "JT9"},
-                                 {"JT9A", "JT9"},
-                                 {"JT9B", "JT9"},
-                                 {"JT9C", "JT9"},
-                                 {"JT9D", "JT9"},
-                                 {"JT9E", "JT9"},
-                                 {"JT9E FAST", "JT9"},
-                                 {"JT9F", "JT9"},
-                                 {"JT9F FAST", "JT9"},
-                                 {"JT9G", "JT9"},
-                                 {"JT9G FAST", "JT9"},
-                                 {"JT9H", "JT9"},
-                                 {"JT9H FAST", "JT9"},
-                                 {"JTMS", "MFSK"},
-                                 {"LSB", "SSB"},
-                                 {"M17", "DIGITALVOICE"},
-                                 {"MFSK11", "MFSK"},
-                                 {"MFSK128", "MFSK"},
-                                 {"MFSK128L", "MFSK"},
-                                 {"MFSK16", "MFSK"},
-                                 {"MFSK22", "MFSK"},
-                                 {"MFSK31", "MFSK"},
-                                 {"MFSK32", "MFSK"},
-                                 {"MFSK4", "MFSK"},
-                                 {"MFSK64", "MFSK"},
-                                 {"MFSK64L", "MFSK"},
-                                 {"MFSK8", "MFSK"},
-                                 {"NAVTEX", "TOR"},
-                                 {"OLIVIA 16/1000", "OLIVIA"},
-                                 {"OLIVIA 16/500", "OLIVIA"},
-                                 {"OLIVIA 32/1000", "OLIVIA"},
-                                 {"OLIVIA 4/125", "OLIVIA"},
-                                 {"OLIVIA 4/250", "OLIVIA"},
-                                 {"OLIVIA 8/250", "OLIVIA"},
-                                 {"OLIVIA 8/500", "OLIVIA"},
-                                 {"OPERA-BEACON", "OPERA"},
-                                 {"OPERA-QSO", "OPERA"},
-                                 {"PAC2", "PAC"},
-                                 {"PAC3", "PAC"},
-                                 {"PAC4", "PAC"},
-                                 {"PAX2", "PAX"},
-                                 {"PCW", "CW"},
-                                 {"PSK10", "PSK"},
-                                 {"PSK1000", "PSK"},
-                                 {"PSK1000RC2", "PSK"},
-                                 {"PSK125", "PSK"},
-                                 {"PSK125RC10", "PSK"},
-                                 {"PSK125RC12", "PSK"},
-                                 {"PSK125RC16", "PSK"},
-                                 {"PSK125RC4", "PSK"},
-                                 {"PSK125RC5", "PSK"},
-                                 {"PSK250", "PSK"},
-                                 {"PSK250RC2", "PSK"},
-                                 {"PSK250RC3", "PSK"},
-                                 {"PSK250RC5", "PSK"},
-                                 {"PSK250RC6", "PSK"},
-                                 {"PSK250RC7", "PSK"},
-                                 {"PSK31", "PSK"},
-                                 {"PSK500", "PSK"},
-                                 {"PSK500RC2", "PSK"},
-                                 {"PSK500RC3", "PSK"},
-                                 {"PSK500RC4", "PSK"},
-                                 {"PSK63", "PSK"},
-                                 {"PSK63F", "PSK"},
-                                 {"PSK63RC10", "PSK"},
-                                 {"PSK63RC20", "PSK"},
-                                 {"PSK63RC32", "PSK"},
-                                 {"PSK63RC4", "PSK"},
-                                 {"PSK63RC5", "PSK"},
-                                 {"PSK800RC2", "PSK"},
-                                 {"PSKAM10", "PSK"},
-                                 {"PSKAM31", "PSK"},
-                                 {"PSKAM50", "PSK"},
-                                 {"PSKFEC31", "PSK"},
-                                 {"PSKHELL", "HELL"},
-                                 {"Q65", "MFSK"},
-                                 {"QPSK125", "PSK"},
-                                 {"QPSK250", "PSK"},
-                                 {"QPSK31", "PSK"},
-                                 {"QPSK500", "PSK"},
-                                 {"QPSK63", "PSK"},
-                                 {"QRA64A", "QRA64"},
-                                 {"QRA64B", "QRA64"},
-                                 {"QRA64C", "QRA64"},
-                                 {"QRA64D", "QRA64"},
-                                 {"QRA64E", "QRA64"},
-                                 {"ROS-EME", "ROS"},
-                                 {"ROS-HF", "ROS"},
-                                 {"ROS-MF", "ROS"},
-                                 {"SCAMP_FAST", "FSK"},
-                                 {"SCAMP_OO", "MTONE"},
-                                 {"SCAMP_OO_SLW", "MTONE"},
-                                 {"SCAMP_SLOW", "FSK"},
-                                 {"SCAMP_VSLOW", "FSK"},
-                                 {"SIM31", "PSK"},
-                                 {"SITORB", "TOR"},
-                                 {"SLOWHELL", "HELL"},
-                                 {"THOR-M", "THOR"},
-                                 {"THOR100", "THOR"},
-                                 {"THOR11", "THOR"},
-                                 {"THOR16", "THOR"},
-                                 {"THOR22", "THOR"},
-                                 {"THOR25X4", "THOR"},
-                                 {"THOR4", "THOR"},
-                                 {"THOR5", "THOR"},
-                                 {"THOR50X1", "THOR"},
-                                 {"THOR50X2", "THOR"},
-                                 {"THOR8", "THOR"},
-                                 {"THRBX", "THRB"},
-                                 {"THRBX1", "THRB"},
-                                 {"THRBX2", "THRB"},
-                                 {"THRBX4", "THRB"},
-                                 {"THROB1", "THRB"},
-                                 {"THROB2", "THRB"},
-                                 {"THROB4", "THRB"},
-                                 {"USB", "SSB"},
-                                 {"VARA FM 1200", "DYNAMIC"},
-                                 {"VARA FM 9600", "DYNAMIC"},
-                                 {"VARA HF", "DYNAMIC"},
-                                 {"VARA SATELLITE", "DYNAMIC"}};
+constexpr Submodes kSubmodes[] = {
+    {"CHIP", "CHIP128,CHIP64"},
+    {"CW", "PCW"},
+    {"DIGITALVOICE", "C4FM,DMR,DSTAR,FREEDV,M17"},
+    {"DOMINO", "DOM-M,DOM11,DOM16,DOM22,DOM4,DOM44,DOM5,DOM8,DOM88,DOMINOEX,DOMINOF"},
+    {"DYNAMIC", "FREEDATA,VARA FM 1200,VARA FM 9600,VARA HF,VARA SATELLITE"},
+    {"FSK", "SCAMP_FAST,SCAMP_SLOW,SCAMP_VSLOW"},
+    {"HELL", "FMHELL,FSKH105,FSKH245,FSKHELL,HELL80,HELLX5,HELLX9,HFSK,PSKHELL,SLOWHELL"},
+    {"ISCAT", "ISCAT-A,ISCAT-B"},
+    {"JT4", "JT4A,JT4B,JT4C,JT4D,JT4E,JT4F,JT4G"},
+    {"JT65", "JT65A,JT65B,JT65B2,JT65C,JT65C2"},
+    {"JT9",
+     "JT9-1,JT9-10,JT9-2,JT9-30,JT9-5,JT9A,JT9B,JT9C,JT9D,JT9E,JT9E FAST,JT9F,JT9F FAST,"
+     "JT9G,JT9G FAST,JT9H,JT9H FAST"},
+    {"MFSK",
+     "FSQCALL,FST4,FST4W,FT2,FT4,JS8,JTMS,MFSK11,MFSK128,MFSK128L,MFSK16,MFSK22,MFSK31,"
+     "MFSK32,MFSK4,MFSK64,MFSK64L,MFSK8,Q65"},
+    {"MTONE", "SCAMP_OO,SCAMP_OO_SLW"},
+    {"OFDM", "RIBBIT_PIX,RIBBIT_SMS"},
+    {"OLIVIA",
+     "OLIVIA 16/1000,OLIVIA 16/500,OLIVIA 32/1000,OLIVIA 4/125,OLIVIA 4/250,OLIVIA 8/250,"
+     "OLIVIA 8/500"},
+    {"OPERA", "OPERA-BEACON,OPERA-QSO"},
+    {"PAC", "PAC2,PAC3,PAC4"},
+    {"PAX", "PAX2"},
+    {"PSK",
+     "8PSK1000,8PSK1000F,8PSK1200F,8PSK125,8PSK125F,8PSK125FL,8PSK250,8PSK250F,8PSK250FL,"
+     "8PSK500,8PSK500F,FSK31,PSK10,PSK1000,PSK1000C2,PSK1000R,PSK1000RC2,PSK125,PSK125C12,"
+     "PSK125R,PSK125RC10,PSK125RC12,PSK125RC16,PSK125RC4,PSK125RC5,PSK250,PSK250C6,PSK250R,"
+     "PSK250RC2,PSK250RC3,PSK250RC5,PSK250RC6,PSK250RC7,PSK31,PSK500,PSK500C2,PSK500C4,"
+     "PSK500R,PSK500RC2,PSK500RC3,PSK500RC4,PSK63,PSK63F,PSK63RC10,PSK63RC20,PSK63RC32,"
+     "PSK63RC4,PSK63RC5,PSK800C2,PSK800RC2,PSKAM10,PSKAM31,PSKAM50,PSKFEC31,QPSK125,QPSK250,"
+     "QPSK31,QPSK500,QPSK63,SIM31"},
+    {"QRA64", "QRA64A,QRA64B,QRA64C,QRA64D,QRA64E"},
+    {"ROS", "ROS-EME,ROS-HF,ROS-MF"},
+    {"RTTY", "ASCI"},
+    {"SSB", "LSB,USB"},
+    {"THOR", "THOR-M,THOR100,THOR11,THOR16,THOR22,THOR25X4,THOR4,THOR5,THOR50X1,THOR50X2,THOR8"},
+    {"THRB", "THRBX,THRBX1,THRBX2,THRBX4,THROB1,THROB2,THROB4"},
+    {"TOR", "AMTORFEC,GTOR,NAVTEX,SITORB"}};
 
 // Words of this program's own list, and what log files write for them.
 struct Word {
@@ -254,187 +112,42 @@ constexpr Word kPropagations[] = {{"Tropo", "TR"},
 
 constexpr std::string_view kContinents[] = {"AF", "AN", "AS", "EU", "NA", "OC", "SA"};
 
-constexpr std::string_view kFields[] = {"ADDRESS",
-                                        "ADDRESS_INTL",
-                                        "AGE",
-                                        "ALTITUDE",
-                                        "ANT_AZ",
-                                        "ANT_EL",
-                                        "ANT_PATH",
-                                        "ARRL_SECT",
-                                        "AWARD_GRANTED",
-                                        "AWARD_SUBMITTED",
-                                        "A_INDEX",
-                                        "BAND",
-                                        "BAND_RX",
-                                        "CALL",
-                                        "CHECK",
-                                        "CLASS",
-                                        "CLUBLOG_QSO_UPLOAD_DATE",
-                                        "CLUBLOG_QSO_UPLOAD_STATUS",
-                                        "CNTY",
-                                        "CNTY_ALT",
-                                        "COMMENT",
-                                        "COMMENT_INTL",
-                                        "CONT",
-                                        "CONTACTED_OP",
-                                        "CONTEST_ID",
-                                        "COUNTRY",
-                                        "COUNTRY_INTL",
-                                        "CQZ",
-                                        "CREDIT_GRANTED",
-                                        "CREDIT_SUBMITTED",
-                                        "DARC_DOK",
-                                        "DCL_QSLRDATE",
-                                        "DCL_QSLSDATE",
-                                        "DCL_QSL_RCVD",
-                                        "DCL_QSL_SENT",
-                                        "DISTANCE",
-                                        "DXCC",
-                                        "EMAIL",
-                                        "EQSL_AG",
-                                        "EQSL_QSLRDATE",
-                                        "EQSL_QSLSDATE",
-                                        "EQSL_QSL_RCVD",
-                                        "EQSL_QSL_SENT",
-                                        "EQ_CALL",
-                                        "FISTS",
-                                        "FISTS_CC",
-                                        "FORCE_INIT",
-                                        "FREQ",
-                                        "FREQ_RX",
-                                        "GRIDSQUARE",
-                                        "GRIDSQUARE_EXT",
-                                        "GUEST_OP",
-                                        "HAMLOGEU_QSO_UPLOAD_DATE",
-                                        "HAMLOGEU_QSO_UPLOAD_STATUS",
-                                        "HAMQTH_QSO_UPLOAD_DATE",
-                                        "HAMQTH_QSO_UPLOAD_STATUS",
-                                        "HRDLOG_QSO_UPLOAD_DATE",
-                                        "HRDLOG_QSO_UPLOAD_STATUS",
-                                        "IOTA",
-                                        "IOTA_ISLAND_ID",
-                                        "ITUZ",
-                                        "K_INDEX",
-                                        "LAT",
-                                        "LON",
-                                        "LOTW_QSLRDATE",
-                                        "LOTW_QSLSDATE",
-                                        "LOTW_QSL_RCVD",
-                                        "LOTW_QSL_SENT",
-                                        "MAX_BURSTS",
-                                        "MODE",
-                                        "MORSE_KEY_INFO",
-                                        "MORSE_KEY_TYPE",
-                                        "MS_SHOWER",
-                                        "MY_ALTITUDE",
-                                        "MY_ANTENNA",
-                                        "MY_ANTENNA_INTL",
-                                        "MY_ARRL_SECT",
-                                        "MY_CITY",
-                                        "MY_CITY_INTL",
-                                        "MY_CNTY",
-                                        "MY_CNTY_ALT",
-                                        "MY_COUNTRY",
-                                        "MY_COUNTRY_INTL",
-                                        "MY_CQ_ZONE",
-                                        "MY_DARC_DOK",
-                                        "MY_DXCC",
-                                        "MY_FISTS",
-                                        "MY_GRIDSQUARE",
-                                        "MY_GRIDSQUARE_EXT",
-                                        "MY_IOTA",
-                                        "MY_IOTA_ISLAND_ID",
-                                        "MY_ITU_ZONE",
-                                        "MY_LAT",
-                                        "MY_LON",
-                                        "MY_MORSE_KEY_INFO",
-                                        "MY_MORSE_KEY_TYPE",
-                                        "MY_NAME",
-                                        "MY_NAME_INTL",
-                                        "MY_POSTAL_CODE",
-                                        "MY_POSTAL_CODE_INTL",
-                                        "MY_POTA_REF",
-                                        "MY_RIG",
-                                        "MY_RIG_INTL",
-                                        "MY_SIG",
-                                        "MY_SIG_INFO",
-                                        "MY_SIG_INFO_INTL",
-                                        "MY_SIG_INTL",
-                                        "MY_SOTA_REF",
-                                        "MY_STATE",
-                                        "MY_STREET",
-                                        "MY_STREET_INTL",
-                                        "MY_USACA_COUNTIES",
-                                        "MY_VUCC_GRIDS",
-                                        "MY_WWFF_REF",
-                                        "NAME",
-                                        "NAME_INTL",
-                                        "NOTES",
-                                        "NOTES_INTL",
-                                        "NR_BURSTS",
-                                        "NR_PINGS",
-                                        "OPERATOR",
-                                        "OWNER_CALLSIGN",
-                                        "PFX",
-                                        "POTA_REF",
-                                        "PRECEDENCE",
-                                        "PROP_MODE",
-                                        "PUBLIC_KEY",
-                                        "QRZCOM_QSO_DOWNLOAD_DATE",
-                                        "QRZCOM_QSO_DOWNLOAD_STATUS",
-                                        "QRZCOM_QSO_UPLOAD_DATE",
-                                        "QRZCOM_QSO_UPLOAD_STATUS",
-                                        "QSLMSG",
-                                        "QSLMSG_INTL",
-                                        "QSLMSG_RCVD",
-                                        "QSLRDATE",
-                                        "QSLSDATE",
-                                        "QSL_RCVD",
-                                        "QSL_RCVD_VIA",
-                                        "QSL_SENT",
-                                        "QSL_SENT_VIA",
-                                        "QSL_VIA",
-                                        "QSO_COMPLETE",
-                                        "QSO_DATE",
-                                        "QSO_DATE_OFF",
-                                        "QSO_RANDOM",
-                                        "QTH",
-                                        "QTH_INTL",
-                                        "REGION",
-                                        "RIG",
-                                        "RIG_INTL",
-                                        "RST_RCVD",
-                                        "RST_SENT",
-                                        "RX_PWR",
-                                        "SAT_MODE",
-                                        "SAT_NAME",
-                                        "SFI",
-                                        "SIG",
-                                        "SIG_INFO",
-                                        "SIG_INFO_INTL",
-                                        "SIG_INTL",
-                                        "SILENT_KEY",
-                                        "SKCC",
-                                        "SOTA_REF",
-                                        "SRX",
-                                        "SRX_STRING",
-                                        "STATE",
-                                        "STATION_CALLSIGN",
-                                        "STX",
-                                        "STX_STRING",
-                                        "SUBMODE",
-                                        "SWL",
-                                        "TEN_TEN",
-                                        "TIME_OFF",
-                                        "TIME_ON",
-                                        "TX_PWR",
-                                        "UKSMG",
-                                        "USACA_COUNTIES",
-                                        "VE_PROV",
-                                        "VUCC_GRIDS",
-                                        "WEB",
-                                        "WWFF_REF"};
+constexpr std::string_view kFields =
+    "ADDRESS,ADDRESS_INTL,AGE,ALTITUDE,ANT_AZ,ANT_EL,ANT_PATH,ARRL_SECT,AWARD_GRANTED,"
+    "AWARD_SUBMITTED,A_INDEX,BAND,BAND_RX,CALL,CHECK,CLASS,CLUBLOG_QSO_UPLOAD_DATE,"
+    "CLUBLOG_QSO_UPLOAD_STATUS,CNTY,CNTY_ALT,COMMENT,COMMENT_INTL,CONT,CONTACTED_OP,"
+    "CONTEST_ID,COUNTRY,COUNTRY_INTL,CQZ,CREDIT_GRANTED,CREDIT_SUBMITTED,DARC_DOK,"
+    "DCL_QSLRDATE,DCL_QSLSDATE,DCL_QSL_RCVD,DCL_QSL_SENT,DISTANCE,DXCC,EMAIL,EQSL_AG,"
+    "EQSL_QSLRDATE,EQSL_QSLSDATE,EQSL_QSL_RCVD,EQSL_QSL_SENT,EQ_CALL,FISTS,FISTS_CC,"
+    "FORCE_INIT,FREQ,FREQ_RX,GRIDSQUARE,GRIDSQUARE_EXT,GUEST_OP,HAMLOGEU_QSO_UPLOAD_DATE,"
+    "HAMLOGEU_QSO_UPLOAD_STATUS,HAMQTH_QSO_UPLOAD_DATE,HAMQTH_QSO_UPLOAD_STATUS,"
+    "HRDLOG_QSO_UPLOAD_DATE,HRDLOG_QSO_UPLOAD_STATUS,IOTA,IOTA_ISLAND_ID,ITUZ,K_INDEX,LAT,"
+    "LON,LOTW_QSLRDATE,LOTW_QSLSDATE,LOTW_QSL_RCVD,LOTW_QSL_SENT,MAX_BURSTS,MODE,"
+    "MORSE_KEY_INFO,MORSE_KEY_TYPE,MS_SHOWER,MY_ALTITUDE,MY_ANTENNA,MY_ANTENNA_INTL,"
+    "MY_ARRL_SECT,MY_CITY,MY_CITY_INTL,MY_CNTY,MY_CNTY_ALT,MY_COUNTRY,MY_COUNTRY_INTL,"
+    "MY_CQ_ZONE,MY_DARC_DOK,MY_DXCC,MY_FISTS,MY_GRIDSQUARE,MY_GRIDSQUARE_EXT,MY_IOTA,"
+    "MY_IOTA_ISLAND_ID,MY_ITU_ZONE,MY_LAT,MY_LON,MY_MORSE_KEY_INFO,MY_MORSE_KEY_TYPE,"
+    "MY_NAME,MY_NAME_INTL,MY_POSTAL_CODE,MY_POSTAL_CODE_INTL,MY_POTA_REF,MY_RIG,"
+    "MY_RIG_INTL,MY_SIG,MY_SIG_INFO,MY_SIG_INFO_INTL,MY_SIG_INTL,MY_SOTA_REF,MY_STATE,"
+    "MY_STREET,MY_STREET_INTL,MY_USACA_COUNTIES,MY_VUCC_GRIDS,MY_WWFF_REF,NAME,NAME_INTL,"
+    "NOTES,NOTES_INTL,NR_BURSTS,NR_PINGS,OPERATOR,OWNER_CALLSIGN,PFX,POTA_REF,PRECEDENCE,"
+    "PROP_MODE,PUBLIC_KEY,QRZCOM_QSO_DOWNLOAD_DATE,QRZCOM_QSO_DOWNLOAD_STATUS,"
+    "QRZCOM_QSO_UPLOAD_DATE,QRZCOM_QSO_UPLOAD_STATUS,QSLMSG,QSLMSG_INTL,QSLMSG_RCVD,"
+    "QSLRDATE,QSLSDATE,QSL_RCVD,QSL_RCVD_VIA,QSL_SENT,QSL_SENT_VIA,QSL_VIA,QSO_COMPLETE,"
+    "QSO_DATE,QSO_DATE_OFF,QSO_RANDOM,QTH,QTH_INTL,REGION,RIG,RIG_INTL,RST_RCVD,RST_SENT,"
+    "RX_PWR,SAT_MODE,SAT_NAME,SFI,SIG,SIG_INFO,SIG_INFO_INTL,SIG_INTL,SILENT_KEY,SKCC,"
+    "SOTA_REF,SRX,SRX_STRING,STATE,STATION_CALLSIGN,STX,STX_STRING,SUBMODE,SWL,TEN_TEN,"
+    "TIME_OFF,TIME_ON,TX_PWR,UKSMG,USACA_COUNTIES,VE_PROV,VUCC_GRIDS,WEB,WWFF_REF";
+
+std::vector<std::string_view> Words(std::string_view list) {
+  std::vector<std::string_view> words;
+  for (std::size_t at = 0; at <= list.size();) {
+    const std::size_t end = std::min(list.find(',', at), list.size());
+    words.push_back(list.substr(at, end - at));
+    at = end + 1;
+  }
+  return words;
+}
 
 }  // namespace
 
@@ -455,8 +168,10 @@ std::optional<AdifMode> FindAdifMode(std::string_view word) {
   static const auto kByWord = [] {
     std::unordered_map<std::string_view, AdifMode> modes;
     for (const std::string_view mode : kModes) modes.emplace(mode, AdifMode{std::string(mode), ""});
-    for (const Submode& each : kSubmodes) {
-      modes.emplace(each.submode, AdifMode{std::string(each.mode), std::string(each.submode)});
+    for (const Submodes& each : kSubmodes) {
+      for (const std::string_view submode : Words(each.submodes)) {
+        modes.emplace(submode, AdifMode{std::string(each.mode), std::string(submode)});
+      }
     }
     return modes;
   }();
@@ -498,7 +213,10 @@ bool IsAdifContinent(std::string_view text) {
 }
 
 bool IsAdifField(std::string_view name) {
-  static const std::unordered_set<std::string_view> kKnown(std::begin(kFields), std::end(kFields));
+  static const auto kKnown = [] {
+    const std::vector<std::string_view> words = Words(kFields);
+    return std::unordered_set<std::string_view>(words.begin(), words.end());
+  }();
   return kKnown.contains(name);
 }
 

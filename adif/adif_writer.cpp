@@ -11,7 +11,7 @@ std::string AdifBytes(std::string_view text) { return ToWindows1252(text); }
 std::string AdifHeader(const std::vector<std::string>& userFields) {
   std::string header =
       "Log esportato da Brenvo\r\n"
-      "<ADIF_VER:5>3.1.4\r\n"
+      "<ADIF_VER:5>3.1.7\r\n"
       "<PROGRAMID:6>Brenvo\r\n";
   int number = 0;
   for (const std::string& name : userFields) {

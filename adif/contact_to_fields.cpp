@@ -23,6 +23,7 @@ std::string OneLine(std::string_view text) {
 
 class FieldList {
  public:
+  FieldList() { fields_.reserve(kMost); }
   void Add(std::string_view name, std::string_view value) {
     std::string line = OneLine(value);
     if (!line.empty()) fields_.push_back({std::string(name), std::move(line)});
@@ -33,6 +34,7 @@ class FieldList {
   std::vector<AdifField> Take() { return std::move(fields_); }
 
  private:
+  static constexpr std::size_t kMost = 32;
   std::vector<AdifField> fields_;
 };
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "adif/adif_export.h"
+#include "adif/window_keys.h"
 #include "core/help_topics.h"
 #include "core/modules.h"
 #include "core/shared_windows.h"
@@ -20,15 +21,9 @@ EsportaAdif::EsportaAdif(Session& session)
     : Window(session.Host(), "EsportaAdif", "Esporta ADIF", Twips(6000), Twips(2700)),
       session_(session) {
   Contatti.SetCaption("Contatti da esportare");
-  CmEsporta.Icon = "cmUpdate";
-  CmEsporta.Tip = "Sceglie il file e lo scrive";
-  CmHelp.Icon = "cmHelp";
-  CmHelp.Tip = "Aiuto";
-  CmHelp.OnClick = [this] { session_.Help(kHelpEsportaAdif); };
-  CmExit.Icon = "cmExit";
-  CmExit.Tip = "Chiude la finestra senza esportare";
-  DefaultCommand = &CmEsporta;
-  CancelCommand = &CmExit;
+  SetUpKeys(session, *this,
+            {CmEsporta, "Sceglie il file e lo scrive", CmHelp, kHelpEsportaAdif, CmExit,
+             "Chiude la finestra senza esportare"});
 }
 
 void EsportaAdif::Load() {

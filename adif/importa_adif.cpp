@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "adif/kept_fields.h"
+#include "adif/window_keys.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "core/help_topics.h"
@@ -73,6 +74,7 @@ ImportaAdif::ImportaAdif(Session& session)
       {&Periodo, "Periodo"},
       {&Bande, "Bande"},
       {&Modi, "Modi"},
+      {&Motivi, "Motivi rifiuto"},
       {&Avvisi, "Avvisi"},
       {&QslCartacea, "Qsl cartacea"},
       {&QslLotw, "LoTW"},
@@ -81,18 +83,12 @@ ImportaAdif::ImportaAdif(Session& session)
       {&Anteprima, "Primi record, come staranno nel log"}};
   for (const auto& [field, caption] : captions) field->SetCaption(caption);
   for (TextField* field :
-       {&File, &Letti, &Nuovi, &Ripetuti, &Rifiutati, &Periodo, &Bande, &Modi, &Avvisi}) {
+       {&File, &Letti, &Nuovi, &Ripetuti, &Rifiutati, &Periodo, &Bande, &Modi, &Motivi, &Avvisi}) {
     field->ReadOnly = true;
   }
-  CmImporta.Icon = "cmUpdate";
-  CmImporta.Tip = "Importa i contatti nel log";
-  CmHelp.Icon = "cmHelp";
-  CmHelp.Tip = "Aiuto";
-  CmHelp.OnClick = [this] { session_.Help(kHelpImportaAdif); };
-  CmExit.Icon = "cmExit";
-  CmExit.Tip = "Chiude la finestra senza importare";
-  DefaultCommand = &CmImporta;
-  CancelCommand = &CmExit;
+  SetUpKeys(session, *this,
+            {CmImporta, "Importa i contatti nel log", CmHelp, kHelpImportaAdif, CmExit,
+             "Chiude la finestra senza importare"});
   for (CheckBox* box : {&QslCartacea, &QslLotw, &QslEqsl}) {
     box->OnChange = [this] { ShowFirstRecords(); };
     box->OnHover = [this] { StatusBar1.SetPanel(1, "Conferme che valgono come Qsl ricevuta"); };
@@ -147,6 +143,7 @@ void ImportaAdif::ShowPreview() {
   }
   Bande.SetText(Listed(preview_.bands));
   Modi.SetText(Listed(preview_.modes));
+  Motivi.SetText(Listed(preview_.reasons));
   std::string warnings;
   if (preview_.endsEarly) warnings = "Il file finisce a meta' di un record. ";
   if (preview_.damaged > 0) warnings += fmt::format("Record danneggiati: {}.", preview_.damaged);
@@ -180,7 +177,7 @@ void ImportaAdif::ShowFirstRecords() {
 bool ImportaAdif::AgreesToDamage() {
   if (preview_.damaged == 0) return true;
   return session_.Messages().AskYesNo(
-      kTitle, fmt::format("{} Importare lo stesso gli altri {} record ?", Avvisi.Text(),
+      kTitle, fmt::format("{} Importare lo stesso gli altri record ({}) ?", Avvisi.Text(),
                           preview_.counts.read - preview_.counts.refused));
 }
 

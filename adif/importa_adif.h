@@ -33,6 +33,7 @@ class ImportaAdif : public Window {
   TextField Periodo{*this, "Periodo"};
   TextField Bande{*this, "Bande"};
   TextField Modi{*this, "Modi"};
+  TextField Motivi{*this, "Motivi"};  // why records are refused
   TextField Avvisi{*this, "Avvisi"};
   // Which flags count as QslRicevuta.
   CheckBox QslCartacea{*this, "QslCartacea"};

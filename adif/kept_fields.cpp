@@ -4,7 +4,8 @@
 
 namespace brenvo {
 
-KeptFields::KeptFields(Database& database) : table_(database.OpenTable(kTable)) {
+KeptFields::KeptFields(Database& database)
+    : table_(database.OpenTable(kTable)), new_(database.OpenAppender(kTable)) {
   table_->SetIndex("PrimaryKey");
 }
 
@@ -20,13 +21,12 @@ std::vector<AdifField> KeptFields::Of(std::int64_t qsoNr) {
 
 void KeptFields::Add(std::int64_t qsoNr, const std::vector<AdifField>& fields) {
   for (const AdifField& field : fields) {
-    table_->AddNew();
-    table_->Set("QsoNr", qsoNr);
-    table_->Set("Campo", field.name);
-    table_->Set("Valore", field.value);
-    table_->Update();
+    new_->Add({qsoNr, field.name, field.value});
+    if (new_->Waiting() == RowAppender::kMostWaiting) new_->Write();
   }
 }
+
+void KeptFields::Write() { new_->Write(); }
 
 bool KeptFields::AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fields) {
   const std::vector<AdifField> present = Of(qsoNr);

@@ -20,13 +20,16 @@ class KeptFields {
 
   // By name.
   std::vector<AdifField> Of(std::int64_t qsoNr);
-  // Of a new contact.
+  // Of a new contact. They wait for Write, or for others to make it worth while.
   void Add(std::int64_t qsoNr, const std::vector<AdifField>& fields);
-  // Of one that may have some: those that it has stay as they are. Tells whether any was new.
+  void Write();
+  // Of one that may have some, none of them waiting: those that it has stay as they are. Tells
+  // whether any was new.
   bool AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fields);
 
  private:
   std::unique_ptr<Table> table_;
+  std::unique_ptr<RowAppender> new_;
 };
 
 }  // namespace brenvo

@@ -92,8 +92,13 @@ void WriteColumn(EditableRecordset& row, const LogContact& contact, const Contac
   std::visit([&](auto member) { row.Set(column.column, contact.*member); }, column.member);
 }
 
-void WriteContact(EditableRecordset& row, const LogContact& contact) {
-  for (const ContactColumn& column : ContactColumns()) WriteColumn(row, contact, column);
+std::vector<Value> RowOf(const LogContact& contact) {
+  std::vector<Value> row;
+  row.reserve(ContactColumns().size());
+  for (const ContactColumn& column : ContactColumns()) {
+    std::visit([&](auto member) { row.emplace_back(contact.*member); }, column.member);
+  }
+  return row;
 }
 
 }  // namespace brenvo

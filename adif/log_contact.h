@@ -39,8 +39,9 @@ void SetColumnText(LogContact& contact, const ContactColumn& column, std::string
 bool IsColumnEmpty(const LogContact& contact, const ContactColumn& column);
 
 LogContact ReadContact(Recordset& row);
-// Between AddNew or Edit and Update.
-void WriteContact(EditableRecordset& row, const LogContact& contact);
+// In the order of ContactColumns.
+std::vector<Value> RowOf(const LogContact& contact);
+// Between Edit and Update.
 void WriteColumn(EditableRecordset& row, const LogContact& contact, const ContactColumn& column);
 
 }  // namespace brenvo

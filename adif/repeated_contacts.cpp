@@ -37,7 +37,7 @@ bool RepeatedInLog::Find(const LogContact& contact) {
   table_->Seek(SeekComparison::kGreaterOrEqual, {minute});
   if (table_->NoMatch()) return false;
   for (; !table_->EOF_() && table_->Field("DataQso").Date() < end; table_->MoveNext()) {
-    if (SameText(RTrim(table_->Field("Call").Text()), contact.Call) &&
+    if (SameText(RTrim(table_->Field("Call").Text()), RTrim(contact.Call)) &&
         SameText(RTrim(table_->Field("Banda").Text()), RTrim(contact.Banda))) {
       return true;
     }
@@ -58,7 +58,7 @@ std::uint64_t RepeatedInFile::KeyOf(const LogContact& contact) {
     for (const char c : text) key = (key ^ static_cast<unsigned char>(c)) * 1099511628211u;
     key = (key ^ 0xFFu) * 1099511628211u;
   };
-  add(UpperAscii(contact.Call));
+  add(UpperAscii(RTrim(contact.Call)));
   add(UpperAscii(RTrim(contact.Banda)));
   add(std::to_string(MinuteOf(contact.DataQso).Seconds()));
   key ^= key >> 33;

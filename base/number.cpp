@@ -68,6 +68,10 @@ double Val(std::string_view text) {
 
 std::string PlainNumber(double value) {
   if (value == 0 || !std::isfinite(value)) return "0";
+  constexpr double kAllDigits = 1e15;
+  if (std::fabs(value) < kAllDigits && value == std::floor(value)) {
+    return std::to_string(static_cast<long long>(value));
+  }
   std::string text = fmt::format("{:.15g}", value);
   if (text.find('e') == std::string::npos) return text;
   const double magnitude = std::fabs(value);

@@ -1,135 +1,127 @@
-// Links: adif recorder
-// How fast a log file is read, and how fast it comes into a log of a million contacts. Rates are by
-// the time of the processor, so that a busy machine tells the same:
-//   adif_bench DELIVERED_MDB [CONTACTS_IN_LOG [CONTACTS_IN_FILE]]
+// Log files read, brought in and written. A file of as many contacts as the log is told to hold
+// goes into an empty one and out again; one of 100,000 comes to a log that is full already. By
+// hand: the rows that came of it, copied from one database to the other.
+#include <fmt/format.h>
 #include <sys/resource.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "adif/adif_export.h"
 #include "adif/adif_import.h"
-#include "core/main_frame.h"
-#include "core/transaction.h"
-#include "recorder/recording_platform.h"
+#include "bench/support/bench_station.h"
+#include "bench/support/figures.h"
+#include "bench/support/hand.h"
 #include "tests/support/adif_samples.h"
-#include "tests/support/scratch_directory.h"
 
 namespace brenvo {
 namespace {
 
-double ProcessorSeconds() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  const auto seconds = [](const timeval& time) {
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-  };
-  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
+constexpr std::int64_t kInFile = 100'000;
 
-double Seconds(const std::function<void()>& work) {
-  const double begin = ProcessorSeconds();
-  work();
-  return ProcessorSeconds() - begin;
-}
+bool KeepOn(std::int64_t) { return true; }
 
-long PeakKibibytes() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss;
-}
-
-void Tell(const char* what, std::int64_t contacts, double seconds) {
-  std::printf("%-44s %9lld contacts %8.2f s %9.0f a second, peak %ld MiB\n", what,
-              static_cast<long long>(contacts), seconds, static_cast<double>(contacts) / seconds,
-              PeakKibibytes() / 1024);
-  std::fflush(stdout);
-}
-
-void WriteFile(const std::filesystem::path& file, std::int64_t first, std::int64_t count) {
+void WriteFile(const std::filesystem::path& file, std::int64_t count) {
   std::ofstream out(file, std::ios::binary);
-  out << "bench\r\n<ADIF_VER:5>3.1.4\r\n<EOH>\r\n";
-  for (std::int64_t i = 0; i < count; ++i) out << GeneratedRecord(first + i);
+  out << "bench\r\n<ADIF_VER:5>3.1.7\r\n<EOH>\r\n";
+  for (std::int64_t i = 0; i < count; ++i) out << GeneratedRecord(i);
 }
 
-std::string ReadBytes(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-std::int64_t Parse(const std::filesystem::path& file) {
+void Read(const std::filesystem::path& file) {
   std::ifstream in(file, std::ios::binary);
   AdifReader reader([&](char* buffer, std::size_t size) {
     in.read(buffer, static_cast<std::streamsize>(size));
     return static_cast<std::size_t>(in.gcount());
   });
   AdifRecord record;
-  std::int64_t read = 0;
-  while (reader.Next(record)) ++read;
-  return read;
+  while (reader.Next(record)) {
+  }
 }
 
-// A station with an empty log.
-struct Station {
-  explicit Station(const std::filesystem::path& delivered) {
-    std::filesystem::copy_file(delivered, scratch.Path() / "Brenvo.mdb");
-    session.Windows.Adopt(std::make_unique<MainFrame>(session));
-  }
-  void Import(const std::filesystem::path& file) {
-    ImportContacts(session, file, {}, KeepOn, report);
-  }
-  std::int64_t Export(const std::filesystem::path& file) {
-    return ExportContacts(session, kAllContacts, file, KeepOn)->written;
-  }
-  static bool KeepOn(std::int64_t) { return true; }
-
-  ScratchDirectory scratch;
-  RecordingPlatform machine;
-  Session session{machine, scratch.Path()};
+void Import(BenchStation& station, const std::filesystem::path& file) {
   std::ostringstream report;
-};
-
-int Run(const std::filesystem::path& delivered, std::int64_t inLog, std::int64_t inFile) {
-  const ScratchDirectory files;
-  const auto big = files.Path() / "big.adi", file = files.Path() / "file.adi",
-             out = files.Path() / "out.adi", again = files.Path() / "again.adi";
-  WriteFile(big, 0, inLog);
-  WriteFile(file, inLog, inFile);
-  Tell("read a file", inFile, Seconds([&] { Parse(file); }));
-  Tell("read a large file", inLog, Seconds([&] { Parse(big); }));
-  {
-    Station station(delivered);
-    Tell("import of the file into an empty log", inFile, Seconds([&] { station.Import(file); }));
-    std::int64_t written = 0;
-    const double seconds = Seconds([&] { written = station.Export(out); });
-    Tell("export", written, seconds);
-  }
-  {
-    Station station(delivered);
-    station.Import(out);
-    station.Export(again);
-    const bool same = ReadBytes(out) == ReadBytes(again);
-    std::printf("export, import and export again: %s\n", same ? "the same file" : "NOT the same");
-    if (!same) return 1;
-  }
-  Station station(delivered);
-  Tell("import of the large file into an empty log", inLog, Seconds([&] { station.Import(big); }));
-  Tell("preview of the file on the large log", inFile,
-       Seconds([&] { PreviewImport(station.session, file, {}, Station::KeepOn); }));
-  Tell("import of the file into the large log", inFile, Seconds([&] { station.Import(file); }));
-  Tell("import of the same file again", inFile, Seconds([&] { station.Import(file); }));
-  return 0;
+  ImportContacts(station.session, file, {}, KeepOn, report);
 }
+
+// Copies log and kept fields of another file behind the contacts that are there.
+void CopyByHand(sqlite3* file, const std::filesystem::path& from) {
+  const std::string attach = "ATTACH '" + from.string() + "' AS other";
+  RunSql(file, attach.c_str());
+  RunSql(file,
+         "BEGIN; CREATE TEMP TABLE Before AS SELECT ifnull(max(QsoNr),0) AS QsoNr FROM main.Log; "
+         "INSERT OR IGNORE INTO main.Log SELECT QsoNr+(SELECT QsoNr FROM Before),DataQso,Call,"
+         "Manager,Qra,Qth,Prefisso,\"Zona CQ\",\"Zona ITU\",Continente,Country,Provincia,Locator,"
+         "Qrb,Banda,Frequenza,Potenza,Modo,Propagazione,QrkDato,QrkRicevuto,QslDaInviare,"
+         "QslRicevuta,QslInviata,Note FROM other.Log; "
+         "INSERT INTO main.LogAdif SELECT QsoNr+(SELECT QsoNr FROM Before),Campo,Valore "
+         "FROM other.LogAdif; COMMIT");
+}
+
+std::string PeakMemory() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return fmt::format("{} MB", usage.ru_maxrss / 1024);
+}
+
+class AdifTasks {
+ public:
+  AdifTasks(const Figures& figures, std::int64_t size) : figures_(figures), size_(size) {}
+
+  void Run() {
+    InAndOut();
+    IntoTheLog();
+  }
+
+ private:
+  void Measure(std::string_view task, std::int64_t contacts, const std::function<void()>& work,
+               const std::function<void()>& hand = {}) {
+    if (!figures_.Wants(task)) return;
+    Samples ours, theirs;
+    ours.Measure(work);
+    if (hand) theirs.Measure(hand);
+    constexpr double kMilliseconds = 1000;
+    const double rate = static_cast<double>(contacts) / ours.Median() * kMilliseconds;
+    figures_.Line(size_, task, ours, theirs, fmt::format("{:.0f} a second", rate));
+  }
+
+  void InAndOut() {
+    if (!figures_.WantsAnyOf({"read a file", "into an empty log", "export of all"})) return;
+    const auto file = directory_.Path() / "in.adi";
+    WriteFile(file, size_);
+    Measure("read a file", size_, [&] { Read(file); });
+    if (!figures_.WantsAnyOf({"into an empty log", "export of all"})) return;
+    BenchStation station(0);
+    Measure("import into an empty log", size_, [&] { Import(station, file); });
+    figures_.Value(size_, "import into an empty log, memory", PeakMemory());
+    const auto out = directory_.Path() / "out.adi";
+    Measure("export of all", size_,
+            [&] { ExportContacts(station.session, kAllContacts, out, KeepOn); });
+  }
+
+  void IntoTheLog() {
+    if (!figures_.WantsAnyOf({"preview of 100,000", "import of 100,000", "again"})) return;
+    const auto file = directory_.Path() / "more.adi";
+    WriteFile(file, kInFile);
+    BenchStation station(size_), rows(0), copy(size_);
+    Measure("preview of 100,000", kInFile,
+            [&] { PreviewImport(station.session, file, {}, KeepOn); });
+    Import(rows, file);
+    Measure(
+        "import of 100,000", kInFile, [&] { Import(station, file); },
+        [&] { CopyByHand(copy.file, rows.directory.File()); });
+    Measure("again, everything repeated", kInFile, [&] { Import(station, file); });
+  }
+
+  const Figures& figures_;
+  std::int64_t size_;
+  ScratchDirectory directory_;
+};
 
 }  // namespace
 }  // namespace brenvo
 
 int main(int argc, char** argv) {
-  if (argc < 2)
-    return std::fputs("usage: adif_bench DELIVERED_MDB [IN_LOG [IN_FILE]]\n", stderr), 2;
-  return brenvo::Run(argv[1], argc > 2 ? std::atoll(argv[2]) : 1'000'000,
-                     argc > 3 ? std::atoll(argv[3]) : 100'000);
+  using namespace brenvo;
+  const Figures figures("adif", argc, argv);
+  for (const std::int64_t size : figures.Sizes()) AdifTasks(figures, size).Run();
 }

@@ -36,6 +36,13 @@ void DeleteFile(const std::filesystem::path& file) {
   throw DatabaseError(kFileNotFound, "File non trovato: " + file.filename().string());
 }
 
+// A contact leaves what is kept beside it to the compaction, like the room that it took: its number
+// is not given again, so nothing finds it.
+void DropKeptOfDeleted(Session& session) {
+  if (!HasTable(session, "LogAdif")) return;
+  session.Db.Execute("DELETE * FROM LogAdif WHERE QsoNr NOT IN (SELECT QsoNr FROM Log)");
+}
+
 void CloseAll(Session& session) { session.CloseForCompaction(); }
 
 void WriteScratch(Session& session) {
@@ -77,8 +84,9 @@ void AzzeraContest(Session& session) {
 }
 
 std::span<const CompactionStep> CompactionSteps() {
-  static constexpr CompactionStep kSteps[] = {CloseAll,     WriteScratch, DeleteBackup,
-                                              KeepAsBackup, PutInPlace,   ReopenAll};
+  static constexpr CompactionStep kSteps[] = {DropKeptOfDeleted, CloseAll,     WriteScratch,
+                                              DeleteBackup,      KeepAsBackup, PutInPlace,
+                                              ReopenAll};
   return kSteps;
 }
 

@@ -141,6 +141,16 @@ void Connection::RequireOpen() const {
   }
 }
 
+const TableSchema& Connection::RequireTable(std::string_view name) const {
+  RequireOpen();
+  const TableSchema* table = schema_.FindTable(name);
+  if (table == nullptr) {
+    throw DatabaseError(DatabaseError::kUnknownTable,
+                        "La tabella '" + std::string(name) + "' non esiste.");
+  }
+  return *table;
+}
+
 std::int64_t Connection::ChangeStamp() const {
   return file_ == nullptr ? -1 : sqlite3_total_changes64(file_.get()) + rollbacks_;
 }

@@ -53,6 +53,8 @@ class Connection {
   void RequireOpen() const;
 
   const Schema& Tables() const { return schema_; }
+  // DatabaseError 3078 when there is none of this name.
+  const TableSchema& RequireTable(std::string_view name) const;
   EngineCounters& Counters() { return counters_; }
   // Changes whenever a row may have changed through this connection.
   std::int64_t ChangeStamp() const;

@@ -2,6 +2,7 @@
 
 #include "engine/connection.h"
 #include "engine/dynaset.h"
+#include "engine/row_appender.h"
 #include "engine/snapshot.h"
 #include "engine/table.h"
 
@@ -63,6 +64,11 @@ std::unique_ptr<Snapshot> Database::OpenSnapshot(std::string_view select) {
 std::unique_ptr<Dynaset> Database::OpenDynaset(std::string_view select) {
   Opened(connection_);
   return std::make_unique<DynasetRows>(connection_, select);
+}
+
+std::unique_ptr<RowAppender> Database::OpenAppender(std::string_view table) {
+  Opened(connection_);
+  return std::make_unique<TableAppender>(connection_, table);
 }
 
 void Database::RefuseWrites() { Opened(connection_).RefuseWrites(); }

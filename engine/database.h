@@ -55,6 +55,7 @@ class Database {
   // than one table, with DISTINCT or with groups.
   std::unique_ptr<Snapshot> OpenSnapshot(std::string_view select);
   std::unique_ptr<Dynaset> OpenDynaset(std::string_view select);
+  std::unique_ptr<RowAppender> OpenAppender(std::string_view table);
 
   // Rewrites a closed file into a new one. DatabaseError as of Open for `from`, 3204 when there is
   // a `to`; one that could not be written whole is removed again.

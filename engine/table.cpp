@@ -8,16 +8,6 @@
 namespace brenvo {
 namespace {
 
-const TableSchema* FindTable(const Connection& connection, std::string_view name) {
-  connection.RequireOpen();
-  const TableSchema* table = connection.Tables().FindTable(name);
-  if (table == nullptr) {
-    throw DatabaseError(DatabaseError::kUnknownTable,
-                        "La tabella '" + std::string(name) + "' non esiste.");
-  }
-  return table;
-}
-
 // The order in which an index holds its values: Null, numbers, texts without regard to the case of
 // ASCII letters.
 int Compare(const Value& a, const Value& b) {
@@ -40,7 +30,7 @@ int Compare(const Value& a, const Value& b) {
 }  // namespace
 
 TableRows::TableRows(std::shared_ptr<Connection> connection, std::string_view name)
-    : connection_(std::move(connection)), table_(FindTable(*connection_, name)), edit_(*table_) {
+    : connection_(std::move(connection)), table_(&connection_->RequireTable(name)), edit_(*table_) {
   for (const Column& column : table_->columns) names_.push_back(column.name);
   UseIndex(nullptr);
   MoveFirst();

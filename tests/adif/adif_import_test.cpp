@@ -1,5 +1,6 @@
 #include "adif/adif_import.h"
 
+#include "core/maintenance.h"
 #include "tests/adif/adif_station.h"
 #include "tests/support/adif_samples.h"
 
@@ -10,6 +11,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 class AdifImportTest : public AdifStation {};
 
@@ -265,17 +267,69 @@ TEST_F(AdifImportTest, OfARepeatedContactTheEmptyColumnsAreFilledWhenTheOperator
   EXPECT_EQ(Import(file, {{}, true}).completed, 0) << "there is nothing left to fill";
 }
 
+TEST_F(AdifImportTest, WithinAFileARepeatedContactIsFoundAtOnceAndFillsTheFirst) {
+  const std::string text = Contact({{"BAND", "2m"}, {"NAME", "Paolo"}}) +
+                           Contact({{"BAND", "20m"}}) +
+                           Contact({{"BAND", "2m"},
+                                    {"TIME_ON", "101559"},
+                                    {"NAME", "Mario"},
+                                    {"QTH", "Padova"},
+                                    {"IOTA", "EU-025"}});
+  const ImportCounts counts = Import(Write("a.adi", text), {{}, true});
+  EXPECT_EQ(AdifStation::Told(counts), "3 = 2 + 1 + 0");
+  EXPECT_EQ(counts.completed, 1);
+  EXPECT_THAT(Rows("Select Banda,Qra,Qth from Log order by QsoNr"),
+              ElementsAre("  2 m|Paolo|Padova", " 20 m||"));
+  EXPECT_THAT(Rows("Select QsoNr,Campo,Valore from LogAdif where Campo='IOTA'"),
+              ElementsAre("1|IOTA|EU-025"));
+}
+
+TEST_F(AdifImportTest, BlanksBehindACallMakeNoOtherContact) {
+  const std::string text = Contact({{"APP_BRENVO_CALL", "ik3abc\\u0020"}}) + Contact({});
+  EXPECT_EQ(AdifStation::Told(Import(Write("a.adi", text))), "2 = 1 + 1 + 0");
+  EXPECT_EQ(AdifStation::Told(Import(Write("a.adi", text))), "2 = 0 + 2 + 0");
+  EXPECT_THAT(Rows("Select Call from Log"), ElementsAre("ik3abc "));
+}
+
+TEST_F(AdifImportTest, EachContactHasItsOwnKeptFieldsHoweverManyComeTogether) {
+  std::string text;
+  constexpr int kContacts = 700;
+  for (int i = 0; i < kContacts; ++i) {
+    std::string record = GeneratedRecord(i);
+    record.insert(record.size() - std::string_view("<EOR>\r\n").size(),
+                  Tagged("APP_N", GeneratedCall(i)) + Tagged("STX", std::to_string(i)));
+    text += record;
+  }
+  Import(Write("a.adi", text));
+  EXPECT_EQ(Count("select Count(*) from Log"), kContacts);
+  const Texts calls = Rows("Select Call from Log order by QsoNr");
+  const Texts kept = Rows("Select Valore from LogAdif where Campo='APP_N' order by QsoNr");
+  EXPECT_EQ(kept, calls);
+}
+
 TEST_F(AdifImportTest, AnImportThatIsStoppedLeavesNothing) {
   std::string text;
-  for (int i = 0; i < 600; ++i) text += GeneratedRecord(i);
+  for (int i = 0; i < 1000; ++i) text += GeneratedRecord(i);
   const auto file = Write("a.adi", text);
-  std::ostringstream out;
-  int asked = 0;
-  const auto stop = [&](std::int64_t) { return ++asked < 2; };
-  EXPECT_FALSE(ImportContacts(session, file, {}, stop, out));
-  EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
-  EXPECT_THAT(Rows("Select Campo from LogAdif"), IsEmpty());
-  EXPECT_FALSE(session.Db.InTransaction());
+  Import(Write("b.adi", GeneratedRecord(5000)));
+  const Texts log = Rows("Select * from Log"), kept = Rows("Select * from LogAdif");
+  for (const int stopAt : {1, 3, 4}) {
+    EXPECT_TRUE(ImportStoppedAt(file, stopAt));
+    EXPECT_EQ(Rows("Select * from Log"), log);
+    EXPECT_EQ(Rows("Select * from LogAdif"), kept);
+    EXPECT_FALSE(session.Db.InTransaction());
+  }
+  EXPECT_EQ(AdifStation::Told(Import(file)), "1000 = 1000 + 0 + 0");
+}
+
+TEST_F(AdifImportTest, WhatIsKeptOfADeletedContactGoesWithTheCompaction) {
+  Import(Sample("standard.adi"));
+  session.Db.Execute("delete * from Log where QsoNr=1");
+  EXPECT_THAT(Export(), Not(HasSubstr("SWEATERSIZE"))) << "its user fields are not declared";
+  const Texts others = Rows("Select * from LogAdif where QsoNr<>1 order by Campo");
+  ASSERT_THAT(others, Not(IsEmpty()));
+  CompattaDatabase(session);
+  EXPECT_EQ(Rows("Select * from LogAdif order by Campo"), others);
 }
 
 TEST_F(AdifImportTest, AnotherKindOfFileIsRefusedByItsName) {

@@ -50,6 +50,10 @@ TEST(AdifNamesTest, EveryModeOfTheListButTheSatelliteHasItsWord) {
   }
   EXPECT_EQ(FindAdifMode("ft4"), (AdifMode{"MFSK", "FT4"}));
   EXPECT_EQ(FindAdifMode("CW"), (AdifMode{"CW", ""}));
+  EXPECT_EQ(FindAdifMode("ribbit_sms"), (AdifMode{"OFDM", "RIBBIT_SMS"}));
+  EXPECT_EQ(FindAdifMode("JT9H FAST"), (AdifMode{"JT9", "JT9H FAST"}));
+  EXPECT_EQ(FindAdifMode("8PSK1000"), (AdifMode{"PSK", "8PSK1000"}));
+  EXPECT_FALSE(FindAdifMode(""));
 }
 
 TEST(AdifNamesTest, EveryPropagationOfTheListHasItsWord) {
@@ -63,7 +67,10 @@ TEST(AdifNamesTest, EveryPropagationOfTheListHasItsWord) {
 }
 
 TEST(AdifNamesTest, FieldsOfTheStandardNeedNoDeclaration) {
-  EXPECT_TRUE(IsAdifField("MY_SOTA_REF"));
+  for (const char* field : {"ADDRESS", "MY_SOTA_REF", "EQSL_AG", "WWFF_REF"}) {
+    EXPECT_TRUE(IsAdifField(field)) << field;
+  }
+  EXPECT_FALSE(IsAdifField(""));
   EXPECT_FALSE(IsAdifField("SOCIO"));
   EXPECT_TRUE(IsApplicationField("APP_LOTW_2XQSL"));
 }

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -16,6 +17,11 @@
 namespace brenvo {
 
 using Texts = std::vector<std::string>;
+
+// So many always, so many with BRENVO_THOROUGH set.
+inline std::int64_t Thoroughly(std::int64_t always, std::int64_t thorough) {
+  return std::getenv("BRENVO_THOROUGH") != nullptr ? thorough : always;
+}
 
 class AdifStation : public StationTest {
  protected:
@@ -44,9 +50,19 @@ class AdifStation : public StationTest {
     ExportContacts(session, select, file, [](std::int64_t) { return true; });
     return ReadBytes(file);
   }
+  // One that stops when it is asked for the so-manieth time; nothing comes of it.
+  bool ImportStoppedAt(const std::filesystem::path& file, int stopAt) {
+    std::ostringstream out;
+    int asked = 0;
+    return !ImportContacts(
+        session, file, {}, [&](std::int64_t) { return ++asked < stopAt; }, out);
+  }
   void EmptyTheLog() {
     session.Db.Execute("DELETE * FROM Log");
     session.Db.Execute("DELETE * FROM LogAdif");
+  }
+  std::int64_t Count(std::string_view select) {
+    return session.Db.OpenSnapshot(select)->Field(0).Integer();
   }
   static std::string Told(const ImportCounts& counts) {
     return std::to_string(counts.read) + " = " + std::to_string(counts.fresh) + " + " +

@@ -42,6 +42,9 @@ TEST_F(AdifWindowsTest, ThePreviewTellsWhatWouldBecomeOfTheFile) {
     EXPECT_EQ(window.Periodo.Text(), "dal 12/03/1999 al 31/12/1999");
     EXPECT_EQ(window.Bande.Text(), "80 m: 2");
     EXPECT_EQ(window.Modi.Text(), "LSB: 2");
+    EXPECT_EQ(window.Motivi.Text(),
+              "data non valida: 1, manca il nominativo (CALL): 1, manca la data (QSO_DATE): 1, "
+              "ora non valida: 1");
     EXPECT_EQ(window.Avvisi.Text(), "");
     EXPECT_EQ(window.Anteprima.Rows(), 7);
     EXPECT_EQ(window.Anteprima.Cell(1, 0), "nuovo");
@@ -80,7 +83,7 @@ TEST_F(AdifWindowsTest, ADamagedFileIsImportedOnlyWhenTheOperatorSaysSo) {
   EXPECT_EQ(Rows("Select Call from Log").size(), 3u);
   EXPECT_THAT(Lines(),
               Contains("question \"Importa ADIF\" \"Il file finisce a meta' di un record. Record "
-                       "danneggiati: 3. Importare lo stesso gli altri 3 record ?\" yes"));
+                       "danneggiati: 3. Importare lo stesso gli altri record (3) ?\" yes"));
 }
 
 TEST_F(AdifWindowsTest, AStoppedImportSaysSoAndLeavesTheWindow) {
