@@ -67,6 +67,8 @@ class Memo : public QPlainTextEdit {
 
   void TellSelection() {
     if (following_ || !context_.Alive()) return;
+    // The caret moves before the change that moved it is told.
+    if (Held(toPlainText()) != field_.Text()) return;
     const QTextCursor cursor = textCursor();
     const std::size_t start = Character(cursor.selectionStart());
     following_ = true;
