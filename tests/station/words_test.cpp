@@ -1,14 +1,11 @@
 // Every word that stands on a window before anything is typed: captions, tips, keys and hints of
-// all fields, beside the table words.tsv that an operator has read. What the station says now is
-// written to the build folder: after a wanted change, read it and copy it here.
+// all fields, beside the table words.tsv that somebody has read.
 #include <fmt/format.h>
-
-#include <fstream>
-#include <sstream>
 
 #include "forms/command.h"
 #include "forms/status_bar.h"
 #include "station/station.h"
+#include "tests/support/golden.h"
 #include "tests/support/station.h"
 
 namespace brenvo {
@@ -66,11 +63,7 @@ TEST_F(Words, OfAllWindowsAreThoseThatAnOperatorHasRead) {
       session.Windows.Unload(*window);
     });
   }
-  std::ofstream(std::string(BUILD_DIR) + "/words.tsv") << table;
-  std::ifstream read(std::string(SOURCE_DIR) + "/tests/station/words.tsv");
-  std::ostringstream told;
-  told << read.rdbuf();
-  EXPECT_EQ(told.str(), table);
+  ExpectGolden("station/words.tsv", table);
 }
 
 }  // namespace
