@@ -17,8 +17,7 @@ namespace {
 void LoadTranslations(QApplication& application, const QString& directory) {
   for (const char* name : {"qtbase_it", "qtmultimedia_it", "qtserialport_it"}) {
     auto* translator = new QTranslator(&application);
-    if (translator->load(QLatin1String(name),
-                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)) ||
+    if (translator->load(QLatin1String(name), QLibraryInfo::path(QLibraryInfo::TranslationsPath)) ||
         translator->load(QLatin1String(name), directory)) {
       application.installTranslator(translator);
     }
@@ -52,9 +51,8 @@ int main(int argc, char** argv) {
   QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
 
   const QStringList arguments = QApplication::arguments();
-  const QString directory = QDir(arguments.size() > 1 ? arguments[1]
-                                                      : QApplication::applicationDirPath())
-                                .absolutePath();
+  const QString directory =
+      QDir(arguments.size() > 1 ? arguments[1] : QApplication::applicationDirPath()).absolutePath();
   LoadTranslations(application, directory);
   return RunStation(application, directory);
 }

@@ -13,9 +13,9 @@ struct AwardColumn {
 };
 
 enum class ConditionJoin {
-  kNone,         // the award adds no condition
-  kAnd,          // " AND ", also where the selection is empty and the engine refuses the result
-  kWhereOrAnd,   // "WHERE " where the selection is empty
+  kNone,        // the award adds no condition
+  kAnd,         // " AND ", also where the selection is empty and the engine refuses the result
+  kWhereOrAnd,  // "WHERE " where the selection is empty
 };
 
 // What stands beside the key.

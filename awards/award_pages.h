@@ -37,8 +37,8 @@ struct AwardList {
 
 // Writes the page and shows it to the operator, who sees how far a long one is and may stop it. A
 // template that cannot be cut gives an empty page; that, and a page that was stopped, is not shown.
-// Throws when a file fails, and DatabaseError 3021 at an entry without a contact; the page then holds
-// what came before.
+// Throws when a file fails, and DatabaseError 3021 at an entry without a contact; the page then
+// holds what came before.
 void WriteAwardPage(Session& session, const AwardPage& page, const AwardList& list);
 
 }  // namespace brenvo

@@ -25,8 +25,7 @@ std::optional<PageTemplate> CutTemplate(std::string_view text) {
   if (closing == std::string_view::npos) return std::nullopt;
   const std::size_t end = closing + kRowClosing.upper.size();
   return PageTemplate{std::string(text.substr(0, begin)),
-                      std::string(text.substr(begin, end - begin)),
-                      std::string(text.substr(end))};
+                      std::string(text.substr(begin, end - begin)), std::string(text.substr(end))};
 }
 
 void FillToken(std::string& row, std::string_view token, std::string_view value) {

@@ -41,8 +41,9 @@ constexpr MatrixKind kByMode = {
     .corner = "  2 m",
     .columnWidth = 800,
     .centred = true,
-    .gridHint = "Doppio click su una cella per visualizzare i Qso corrispondenti, bottone destro "
-                "per menu Modi",
+    .gridHint =
+        "Doppio click su una cella per visualizzare i Qso corrispondenti, bottone destro "
+        "per menu Modi",
 };
 
 // A level's condition is its head, the key, and its end.
@@ -250,8 +251,7 @@ void WorkedMatrix::ShowCellInLog() {
   const bool byBand = kind_.columnOf == "Banda";
   // The band comes first, whichever of the two it is.
   ShowContacts(session_, fmt::format("Select * from Log where {}{}{}{}{}", text.headForLog, key,
-                                     text.end, byBand ? column : filter,
-                                     byBand ? filter : column));
+                                     text.end, byBand ? column : filter, byBand ? filter : column));
 }
 
 void Hrd::MakeColumns() {
@@ -304,8 +304,7 @@ void HrdMode::ToggleMode(int index) {
 
 void HrdMode::FillFilter() {
   LoadBands(session_, Banda);
-  SelectListEntry(Banda, session_.GetSetting(kModeSection, kBandKey, kFirstBand),
-                  Len(kFirstBand));
+  SelectListEntry(Banda, session_.GetSetting(kModeSection, kBandKey, kFirstBand), Len(kFirstBand));
 }
 
 void HrdMode::FilterChosen() { session_.SaveSetting(kModeSection, kBandKey, Banda.Text()); }

@@ -24,8 +24,8 @@ struct MatrixKind {
   std::string_view filterField;  // name and caption of the list that filters
   std::string_view filterHead;   // of the condition that the list adds, before its text
   std::optional<std::string_view> unfiltered;  // the list's entry that adds none
-  std::string_view corner;       // the text of cell (0,0)
-  int columnWidth;               // twips
+  std::string_view corner;                     // the text of cell (0,0)
+  int columnWidth;                             // twips
   bool centred;
   std::string_view gridHint;
 };

@@ -67,8 +67,9 @@ class MultipliersByHand {
     int call, locator, note;
   };
   void Count(Hand& contacts, Columns columns) {
-    RunSql(file_,
-           "BEGIN IMMEDIATE; DELETE FROM ContestWWL; DELETE FROM ContestDXC; DELETE FROM ContestExc");
+    RunSql(
+        file_,
+        "BEGIN IMMEDIATE; DELETE FROM ContestWWL; DELETE FROM ContestDXC; DELETE FROM ContestExc");
     std::unordered_map<std::string, std::string> countries;
     std::unordered_set<std::string> squares, worked, exchanges;
     while (contacts.Step()) {
@@ -131,10 +132,9 @@ void Run(const Figures& figures) {
       kContacts, "check a duplicate", 200, [&] { entry.CallQso.Leave(); },
       [&] { duplicate.ReadAll(); });
 
-  Hand some(
-      station.file,
-      std::string("SELECT ProgrDato,Call,Locator,Qrb,Punti,Note FROM \"Contest Qso\"") + kWhere +
-          " ORDER BY rowid");
+  Hand some(station.file,
+            std::string("SELECT ProgrDato,Call,Locator,Qrb,Punti,Note FROM \"Contest Qso\"") +
+                kWhere + " ORDER BY rowid");
   MultipliersByHand multipliers(station.file);
   figures.Compare(
       kContacts, "statistics", 20,
@@ -142,8 +142,7 @@ void Run(const Figures& figures) {
       [&] { multipliers.Count(some, {.call = 1, .locator = 2, .note = 5}); });
 
   auto& contest = static_cast<ContestForm&>(*session.Windows.LoadNew("Contest"));
-  Hand all(station.file,
-           std::string("SELECT * FROM \"Contest Qso\"") + kWhere + " ORDER BY rowid");
+  Hand all(station.file, std::string("SELECT * FROM \"Contest Qso\"") + kWhere + " ORDER BY rowid");
   figures.Compare(
       kContacts, "export", 20, [&] { contest.cmExport(); },
       [&] { multipliers.Count(all, {.call = 6, .locator = 9, .note = 13}); });

@@ -3,10 +3,10 @@
 // and a frame while the operator scrolls and zooms.
 #include <fmt/format.h>
 
-#include <QApplication>
-#include <QTimer>
 #include <algorithm>
 #include <functional>
+#include <QApplication>
+#include <QTimer>
 
 #include "bench/support/figures.h"
 #include "core/transaction.h"
@@ -24,10 +24,11 @@ constexpr int kSquares = 10'000;
 void Fill(Database& db) {
   Transaction transaction(db);
   for (int i = 0; i < kSquares; ++i) {
-    db.Execute(fmt::format("insert into Log (DataQso,Call,Locator,Banda,QslRicevuta) values "
-                           "(cvdate('01/01/2001'),'C{}','{}{}{:02}AA','  2 m',{})",
-                           i, static_cast<char>('H' + i / 1000),
-                           static_cast<char>('E' + i / 100 % 10), i % 100, i % 3 == 0));
+    db.Execute(
+        fmt::format("insert into Log (DataQso,Call,Locator,Banda,QslRicevuta) values "
+                    "(cvdate('01/01/2001'),'C{}','{}{}{:02}AA','  2 m',{})",
+                    i, static_cast<char>('H' + i / 1000), static_cast<char>('E' + i / 100 % 10),
+                    i % 100, i % 3 == 0));
   }
   transaction.Commit();
 }

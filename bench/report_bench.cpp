@@ -1,19 +1,19 @@
-// A report of the whole log, streamed: processor time and peak memory for 10,000 and 100,000 contacts, on a
-// printer that only counts, into a PDF file, and into the preview's pages. Each task runs in a
-// process of its own, so that its peak is its own.
+// A report of the whole log, streamed: processor time and peak memory for 10,000 and 100,000
+// contacts, on a printer that only counts, into a PDF file, and into the preview's pages. Each task
+// runs in a process of its own, so that its peak is its own.
 #include <fmt/format.h>
 #include <sqlite3.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QApplication>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <iterator>
-#include <cstdlib>
 #include <memory>
+#include <QApplication>
 #include <vector>
 
 #include "core/session.h"
@@ -37,7 +37,8 @@ void FillLog(const std::filesystem::path& database, int contacts) {
   for (int i = 0; i < contacts; ++i) {
     fill += fmt::format(
         "INSERT INTO Log (DataQso,Call,Qra,Qth,Country,Locator,Banda,Frequenza,Modo,QrkDato,"
-        "QrkRicevuto,Qrb,QslRicevuta,Note) VALUES ('20{:02}-{:02}-{:02} {:02}:{:02}:00','IK{}{}{}{}',"
+        "QrkRicevuto,Qrb,QslRicevuta,Note) VALUES ('20{:02}-{:02}-{:02} "
+        "{:02}:{:02}:00','IK{}{}{}{}',"
         "'Nicolò','Forlì','I','JN{}{}AB','  2 m',144.3,'SSB','59','59',{},{},'{}');",
         i / 8000, 1 + i % 12, 1 + i % 28, i % 24, i % 60, i % 10,
         static_cast<char>('A' + i / 676 % 26), static_cast<char>('A' + i / 26 % 26),
@@ -91,9 +92,7 @@ double PeakMegabytes() {
   return static_cast<double>(use.ru_maxrss) / 1024;
 }
 
-double ProcessorSeconds() {
-  return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
-}
+double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
 void Measure(const Task& task, const std::filesystem::path& database, int contacts) {
   int argc = 1;

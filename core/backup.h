@@ -19,8 +19,8 @@ class OnlineCopy;
 // A file in the directory "Backup" of the application directory.
 struct BackupCopy {
   std::filesystem::path file;
-  DateTime made;               // to the day; to the second for a file set aside
-  bool setAside = false;       // the database that a copy took the place of
+  DateTime made;          // to the day; to the second for a file set aside
+  bool setAside = false;  // the database that a copy took the place of
 };
 
 // Newest first; none when there is no such directory.

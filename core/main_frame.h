@@ -26,13 +26,13 @@ enum class Opening {
 };
 
 struct MainCommand {
-  std::string_view menu;     // caption of the menu, empty for the bar itself
+  std::string_view menu;  // caption of the menu, empty for the bar itself
   std::string_view caption;
   std::string_view name;
   Opening opening = Opening::kAction;
-  std::string_view window{};   // the window's name
-  std::string_view word{};     // kSelectionFirst: the mode word
-  bool keepsElenca = false;  // kSelectionFirst: takes the mark "Elenca tutto" over
+  std::string_view window{};  // the window's name
+  std::string_view word{};    // kSelectionFirst: the mode word
+  bool keepsElenca = false;   // kSelectionFirst: takes the mark "Elenca tutto" over
   std::string_view shortcut{};
 };
 

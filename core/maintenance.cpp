@@ -84,9 +84,8 @@ void AzzeraContest(Session& session) {
 }
 
 std::span<const CompactionStep> CompactionSteps() {
-  static constexpr CompactionStep kSteps[] = {DropKeptOfDeleted, CloseAll,     WriteScratch,
-                                              DeleteBackup,      KeepAsBackup, PutInPlace,
-                                              ReopenAll};
+  static constexpr CompactionStep kSteps[] = {
+      DropKeptOfDeleted, CloseAll, WriteScratch, DeleteBackup, KeepAsBackup, PutInPlace, ReopenAll};
   return kSteps;
 }
 

@@ -71,8 +71,8 @@ class TableRows final : public Table {
   // ...and for the first one behind all that begin with `parts` parts of the key, Nulls before all
   // else.
   bool LoadBehind(const std::vector<Value>& key, std::size_t parts, Direction direction);
-  // Adds "the first `parts` parts equal those of the key" to a condition; `folded` also where a text
-  // holds letters that the index does not fold.
+  // Adds "the first `parts` parts equal those of the key" to a condition; `folded` also where a
+  // text holds letters that the index does not fold.
   void Equal(std::string& condition, std::vector<Value>& parameters, const std::vector<Value>& key,
              std::size_t parts, bool folded) const;
   void MoveToEnd(Direction direction);

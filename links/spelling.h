@@ -8,8 +8,8 @@
 
 namespace brenvo {
 
-// Plays a file of the application directory, named as the system writes it ("\pause.wav", "\:.wav"),
-// and waits until it has ended. A file or a device that is missing is silent.
+// Plays a file of the application directory, named as the system writes it ("\pause.wav",
+// "\:.wav"), and waits until it has ended. A file or a device that is missing is silent.
 void PlayWave(const Session& session, WavePlayer& player, std::string_view name);
 
 // Hands out the names of the files that spell a call, one after the other: "\stroke.wav" for a

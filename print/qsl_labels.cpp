@@ -19,8 +19,8 @@ struct FixedText {
   double x, y;
   std::string_view text;
 };
-constexpr FixedText kHeadings[] = {{38, 2.5, "Date"},    {52.5, 2.5, "Qtr"},   {65, 2.5, "RST"},
-                                   {38, 12.5, "Mc/s"},   {52.5, 12.5, "Band"}, {65, 12.5, "2x"}};
+constexpr FixedText kHeadings[] = {{38, 2.5, "Date"},  {52.5, 2.5, "Qtr"},   {65, 2.5, "RST"},
+                                   {38, 12.5, "Mc/s"}, {52.5, 12.5, "Band"}, {65, 12.5, "2x"}};
 
 }  // namespace
 
@@ -30,12 +30,10 @@ void DrawStationLabel(Printer& printer, Mm x, Mm y, const StationLabel& label) {
     bool bold;
     std::string text;
   };
-  const Item items[] = {{1, 2, 9, true, "From Radio"},
-                        {18, 1, 12, true, label.Call},
-                        {42, 1, 9, false, label.Qra},
-                        {18, 6, 9, false, label.Locator},
-                        {42, 4.5, 9, false, label.Indirizzo},
-                        {42, 8, 9, false, label.Qth + " " + label.Provincia}};
+  const Item items[] = {
+      {1, 2, 9, true, "From Radio"},        {18, 1, 12, true, label.Call},
+      {42, 1, 9, false, label.Qra},         {18, 6, 9, false, label.Locator},
+      {42, 4.5, 9, false, label.Indirizzo}, {42, 8, 9, false, label.Qth + " " + label.Provincia}};
   for (const Item& item : items) {
     printer.SetFont(kFont, item.points, item.bold);
     printer.Text(x + Mm(item.x), y + Mm(item.y), item.text);

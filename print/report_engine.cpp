@@ -37,10 +37,7 @@ class Sheet {
   // `places` are those of the layout's columns in a row.
   Sheet(const ReportLayout& layout, std::vector<std::size_t> places, ReportTexts texts,
         Printer& printer)
-      : layout_(layout),
-        places_(std::move(places)),
-        texts_(std::move(texts)),
-        printer_(printer) {}
+      : layout_(layout), places_(std::move(places)), texts_(std::move(texts)), printer_(printer) {}
 
   void BeginPage() {
     if (++page_ > 1) printer_.NewPage();
@@ -103,8 +100,12 @@ class Sheet {
     const Mm room = column.width - Mm(kCellGap);
     if (printer_.TextWidth(text) > room) text = Cut(text, room);
     switch (column.alignment) {
-      case ReportAlignment::kLeft: printer_.Text(x, y_, text); break;
-      case ReportAlignment::kRight: printer_.TextRight(x + room, y_, text); break;
+      case ReportAlignment::kLeft:
+        printer_.Text(x, y_, text);
+        break;
+      case ReportAlignment::kRight:
+        printer_.TextRight(x + room, y_, text);
+        break;
       case ReportAlignment::kCentre:
         printer_.Text(x + (room - printer_.TextWidth(text)) / 2, y_, text);
         break;
@@ -138,8 +139,8 @@ std::vector<std::size_t> PlacesOf(const ReportLayout& layout, Recordset& rows) {
 }  // namespace
 
 int RowsPerPage(const ReportLayout& layout, Mm pageHeight) {
-  const Mm room = pageHeight - layout.margin * 2 - HeadHeight(layout) -
-                  LineHeight(layout.rowPoints) - Mm(1);
+  const Mm room =
+      pageHeight - layout.margin * 2 - HeadHeight(layout) - LineHeight(layout.rowPoints) - Mm(1);
   return std::max(1, static_cast<int>(room.Value() / LineHeight(layout.rowPoints).Value()));
 }
 

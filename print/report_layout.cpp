@@ -79,7 +79,8 @@ ReportLayout ParseReportLayout(std::string_view text) {
     const std::string value = Trim(line.substr(equals + 1));
     if (name == "orientamento") {
       layout.landscape = Lower(value) == "orizzontale";
-      if (!layout.landscape && Lower(value) != "verticale") Refuse(number, "orientamento sconosciuto");
+      if (!layout.landscape && Lower(value) != "verticale")
+        Refuse(number, "orientamento sconosciuto");
     } else if (name == "margine") {
       layout.margin = Measured(number, value, 100);
     } else if (name == "titolo") {

@@ -92,9 +92,9 @@ void StampaQsl::PrintLabels() {
   if (rows->EOF_()) return;
   Printer& printer = session_.Machine.GetPrinter();
   Table& user = *session_.TbUser;
-  const StationLabel station{FieldText(user, "Call"),      FieldText(user, "Qra"),
-                             FieldText(user, "Locator"),   FieldText(user, "Indirizzo"),
-                             FieldText(user, "Qth"),       FieldText(user, "Provincia")};
+  const StationLabel station{FieldText(user, "Call"),    FieldText(user, "Qra"),
+                             FieldText(user, "Locator"), FieldText(user, "Indirizzo"),
+                             FieldText(user, "Qth"),     FieldText(user, "Provincia")};
   LabelGrid grid({AltezzaEtichetta.Value(), LarghezzaEtichetta.Value(), SpazOrizzontale.Value(),
                   SpazVerticale.Value(), MargineSuperiore.Value(), MargineSinistro.Value(),
                   EtichXFila.Value()});

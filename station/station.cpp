@@ -128,9 +128,8 @@ bool PutBackInstead(Session& session, const DatabaseError& failure) {
     return false;
   }
   std::vector<BackupCopy> copies = BackupCopies(session.AppPath);
-  std::stable_partition(copies.begin(), copies.end(), [now = session.Now()](const auto& copy) {
-    return copy.made <= now;
-  });
+  std::stable_partition(copies.begin(), copies.end(),
+                        [now = session.Now()](const auto& copy) { return copy.made <= now; });
   for (const BackupCopy& copy : copies) {
     if (!copy.setAside && Offer(session, failure, copy, "una copia " + TitleOf(copy))) return true;
   }

@@ -37,9 +37,12 @@ class Radio : public QRadioButton {
 
 Qt::CheckState StateOf(CheckState state) {
   switch (state) {
-    case CheckState::kOn: return Qt::Checked;
-    case CheckState::kGrey: return Qt::PartiallyChecked;
-    case CheckState::kOff: break;
+    case CheckState::kOn:
+      return Qt::Checked;
+    case CheckState::kGrey:
+      return Qt::PartiallyChecked;
+    case CheckState::kOff:
+      break;
   }
   return Qt::Unchecked;
 }
@@ -67,9 +70,8 @@ QWidget* MakeCheckBox(CheckBox& field, ViewContext& context, QWidget* parent) {
     box->setCheckState(StateOf(field.State()));
   };
   binding->Show();
-  QObject::connect(box, &QCheckBox::clicked, box, [&field, &context] {
-    context.Run([&field] { field.Press(); });
-  });
+  QObject::connect(box, &QCheckBox::clicked, box,
+                   [&field, &context] { context.Run([&field] { field.Press(); }); });
   return box;
 }
 
@@ -82,9 +84,8 @@ QWidget* MakeOptionButton(OptionButton& field, ViewContext& context, QWidget* pa
     option->setChecked(field.IsOn());
   };
   binding->Show();
-  QObject::connect(option, &QRadioButton::clicked, option, [&field, &context] {
-    context.Run([&field] { field.Press(); });
-  });
+  QObject::connect(option, &QRadioButton::clicked, option,
+                   [&field, &context] { context.Run([&field] { field.Press(); }); });
   return option;
 }
 
@@ -193,7 +194,8 @@ QWidget* MakeButton(Command& field, ViewContext& context, QWidget* parent) {
     context.Run([&field] {
       field.Press();
       const Window& window = field.Owner();
-      if (field.FocusAfter != nullptr && window.Loaded()) window.Host().MoveFocus(*field.FocusAfter);
+      if (field.FocusAfter != nullptr && window.Loaded())
+        window.Host().MoveFocus(*field.FocusAfter);
     });
   });
   return button;

@@ -1,8 +1,8 @@
 #include "ui/command_widgets.h"
 
+#include <memory>
 #include <QToolBar>
 #include <QToolButton>
-#include <memory>
 
 #include "ui/icons.h"
 #include "ui/text.h"

@@ -1,10 +1,10 @@
 // Commands as menus and tool bars.
 #pragma once
 
+#include <map>
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
-#include <map>
 #include <vector>
 
 #include "forms/command.h"

@@ -1,10 +1,10 @@
 // The one door through which the screen and the devices reach the logic.
 #pragma once
 
-#include <QObject>
-#include <QPointer>
 #include <deque>
 #include <functional>
+#include <QObject>
+#include <QPointer>
 
 namespace brenvo {
 

@@ -45,7 +45,9 @@ void FieldBinding::Show() {
 bool FieldBinding::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::FocusIn:
-    case QEvent::FocusOut: FocusMoved(*event); break;
+    case QEvent::FocusOut:
+      FocusMoved(*event);
+      break;
     case QEvent::Enter:
     case QEvent::MouseMove: {
       const QPoint at = static_cast<QSinglePointEvent*>(event)->position().toPoint();
@@ -54,11 +56,14 @@ bool FieldBinding::eventFilter(QObject* watched, QEvent* event) {
       }
       break;
     }
-    case QEvent::Leave: context_.Unhover(field_); break;
+    case QEvent::Leave:
+      context_.Unhover(field_);
+      break;
     case QEvent::MouseButtonDblClick:
       if (doubleClicks_) context_.Later(this, [this] { field_.DoubleClick(); });
       break;
-    default: break;
+    default:
+      break;
   }
   return false;
 }
@@ -68,8 +73,7 @@ bool FieldBinding::PointedAt(const QWidget& part, QPoint at) const {
   while (under != nullptr && under != &part && !under->property(kOwner).isValid()) {
     under = under->parentWidget();
   }
-  return under == nullptr || under == &part ||
-         under->property(kOwner).value<QObject*>() == this;
+  return under == nullptr || under == &part || under->property(kOwner).value<QObject*>() == this;
 }
 
 void FieldBinding::FocusMoved(QEvent& event) {
@@ -81,7 +85,8 @@ void FieldBinding::FocusMoved(QEvent& event) {
       // The operator went to another window or to a menu and comes back: the field was never left.
       if (!in || context_.Focused() == &field_) return;
       break;
-    default: break;
+    default:
+      break;
   }
   if (in == (context_.Focused() == &field_)) return;
   context_.SetFocused(in ? &field_ : nullptr);

@@ -1,9 +1,9 @@
 // What every field's widget shares: name, state, hints, focus.
 #pragma once
 
+#include <functional>
 #include <QPointer>
 #include <QWidget>
-#include <functional>
 #include <vector>
 
 #include "ui/view_context.h"

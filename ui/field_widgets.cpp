@@ -29,7 +29,8 @@ QWidget* Make(Field& field, ViewContext& context, QWidget* parent, Look look) {
     return MakeOptionButton(*option, context, parent);
   }
   if (auto* group = dynamic_cast<OptionGroup*>(&field)) {
-    if (look == Look::kTabs || dynamic_cast<TabStrip*>(group) != nullptr) return MakeTabs(*group, context, parent);
+    if (look == Look::kTabs || dynamic_cast<TabStrip*>(group) != nullptr)
+      return MakeTabs(*group, context, parent);
     const int columns = look == Look::kFourAcross ? 4 : look == Look::kTwoAcross ? 2 : 1;
     return MakeOptionGroup(*group, context, parent, columns);
   }

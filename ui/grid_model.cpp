@@ -1,11 +1,11 @@
 #include "ui/grid_model.h"
 
+#include <algorithm>
+#include <limits>
 #include <QBrush>
 #include <QFont>
 #include <QPixmap>
 #include <QPixmapCache>
-#include <algorithm>
-#include <limits>
 #include <stdexcept>
 
 #include "forms/window.h"
@@ -18,9 +18,12 @@ constexpr int kMostRows = std::numeric_limits<int>::max() / 64;
 
 Qt::Alignment AlignmentOf(CellAlignment alignment) {
   switch (alignment) {
-    case CellAlignment::kCentre: return Qt::AlignCenter;
-    case CellAlignment::kRight: return Qt::AlignRight | Qt::AlignVCenter;
-    case CellAlignment::kLeft: break;
+    case CellAlignment::kCentre:
+      return Qt::AlignCenter;
+    case CellAlignment::kRight:
+      return Qt::AlignRight | Qt::AlignVCenter;
+    case CellAlignment::kLeft:
+      break;
   }
   return Qt::AlignLeft | Qt::AlignVCenter;
 }
@@ -103,10 +106,13 @@ QVariant GridModel::Content(std::int64_t row, int column, int role) const {
   if (failed_ || !context_.Alive()) return {};
   try {
     switch (role) {
-      case Qt::DisplayRole: return Text(row, column).trimmed();
-      case Qt::EditRole: return Text(row, column);
-      case Qt::TextAlignmentRole: return QVariant(AlignmentOf(grid_.Alignment(row, column)));
-      case Qt::DecorationRole: 
+      case Qt::DisplayRole:
+        return Text(row, column).trimmed();
+      case Qt::EditRole:
+        return Text(row, column);
+      case Qt::TextAlignmentRole:
+        return QVariant(AlignmentOf(grid_.Alignment(row, column)));
+      case Qt::DecorationRole:
         return PictureOf(grid_.CellPicture(row, column), grid_.RowHeight(row));
       case Qt::FontRole:
         if (grid_.Bold(row, column)) {
@@ -124,7 +130,8 @@ QVariant GridModel::Content(std::int64_t row, int column, int role) const {
       case Qt::ForegroundRole:
         if (grid_.BackColour(row, column) != kWhite) return QBrush(Qt::black);
         return {};
-      default: return {};
+      default:
+        return {};
     }
   } catch (const std::exception& failure) {
     Tell(failure);

@@ -1,9 +1,9 @@
 // A grid's cells as the toolkit asks for them.
 #pragma once
 
+#include <optional>
 #include <QAbstractTableModel>
 #include <QColor>
-#include <optional>
 #include <string>
 
 #include "forms/grid.h"

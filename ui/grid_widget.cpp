@@ -1,11 +1,11 @@
 #include "ui/grid_widget.h"
 
+#include <memory>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableView>
-#include <memory>
 
 #include "ui/grid_model.h"
 #include "ui/text.h"
@@ -24,7 +24,9 @@ constexpr int kNarrowest = 48, kWidestMeasured = 320;
 class Table : public QTableView {
  public:
   Table(Grid& grid, ViewContext& context, QWidget* parent)
-      : QTableView(parent), grid_(grid), context_(context),
+      : QTableView(parent),
+        grid_(grid),
+        context_(context),
         model_(new GridModel(grid, context, this)) {
     setModel(model_);
     setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -62,10 +64,10 @@ class Table : public QTableView {
     // An editor would lose what is typed in it; the refresh comes when it closes.
     if (state() == EditingState) return;
     refreshing_ = true;
-    setEditTriggers(grid_.Editable ? QAbstractItemView::DoubleClicked |
-                                         QAbstractItemView::EditKeyPressed |
-                                         QAbstractItemView::AnyKeyPressed
-                                   : QAbstractItemView::NoEditTriggers);
+    setEditTriggers(grid_.Editable
+                        ? QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                              QAbstractItemView::AnyKeyPressed
+                        : QAbstractItemView::NoEditTriggers);
     model_->Refresh();
     SizeColumns();
     SizeRows();
@@ -159,9 +161,9 @@ class Table : public QTableView {
       if (twips == 0) continue;
       last = column;
       const int heading = horizontalHeader()->sectionSizeHint(column);
-      const int wanted = twips > 0 ? ColumnPixels(twips)
-                                   : std::clamp(sizeHintForColumn(column) + 6, kNarrowest,
-                                                kWidestMeasured);
+      const int wanted =
+          twips > 0 ? ColumnPixels(twips)
+                    : std::clamp(sizeHintForColumn(column) + 6, kNarrowest, kWidestMeasured);
       setColumnWidth(column, std::max(heading, wanted));
     }
     horizontalHeader()->setStretchLastSection(last >= 0 &&

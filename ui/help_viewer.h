@@ -1,8 +1,8 @@
 // Shows the help: its pages on the left, the chosen one on the right.
 #pragma once
 
-#include <QDialog>
 #include <filesystem>
+#include <QDialog>
 #include <vector>
 
 #include "core/help_file.h"

@@ -1,13 +1,13 @@
 #include "ui/icons.h"
 
+#include <algorithm>
+#include <array>
 #include <QApplication>
 #include <QFile>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QSvgRenderer>
-#include <algorithm>
-#include <array>
 #include <utility>
 
 #include "ui/text.h"
@@ -19,18 +19,42 @@ namespace brenvo {
 namespace {
 
 constexpr std::pair<std::string_view, const char*> kPictures[] = {
-    {"cmInsert", "insert"},         {"cmUpdate", "update"},       {"cmDelete", "delete"},
-    {"cmFirst", "first"},           {"cmPrevious", "previous"},   {"cmNext", "next"},
-    {"cmLast", "last"},             {"cmSearch", "search"},       {"cmClear", "new"},
-    {"cmHelp", "help"},             {"cmExit", "exit"},           {"cmMappa", "map"},
-    {"cmWorked", "worked"},         {"cmVista", "grid"},          {"cmExport", "export"},
-    {"cmEsporta", "export"},        {"cmPrint", "print"},         {"cmStampa", "print"},
-    {"cmQso", "qso"},               {"cmStat", "check"},          {"cmConnect", "connect"},
-    {"cmDX", "dx"},                 {"cmQtr", "clock"},           {"cmVerticale", "portrait"},
-    {"cmOrizzontale", "landscape"}, {"cmNew", "insert"},          {"cmStatistiche", "chart"},
-    {"cmCheckCall", "worked"},      {"cmAutoCall", "sound"},      {"cmInvia", "send"},
-    {"cmMappaMondo", "map"},        {"cmGeneraHTML", "page"},     {"cmByCountry", "page"},
-    {"cmByDate", "page"},           {"cmByProvince", "page"},     {"cmBySquare", "page"},
+    {"cmInsert", "insert"},
+    {"cmUpdate", "update"},
+    {"cmDelete", "delete"},
+    {"cmFirst", "first"},
+    {"cmPrevious", "previous"},
+    {"cmNext", "next"},
+    {"cmLast", "last"},
+    {"cmSearch", "search"},
+    {"cmClear", "new"},
+    {"cmHelp", "help"},
+    {"cmExit", "exit"},
+    {"cmMappa", "map"},
+    {"cmWorked", "worked"},
+    {"cmVista", "grid"},
+    {"cmExport", "export"},
+    {"cmEsporta", "export"},
+    {"cmPrint", "print"},
+    {"cmStampa", "print"},
+    {"cmQso", "qso"},
+    {"cmStat", "check"},
+    {"cmConnect", "connect"},
+    {"cmDX", "dx"},
+    {"cmQtr", "clock"},
+    {"cmVerticale", "portrait"},
+    {"cmOrizzontale", "landscape"},
+    {"cmNew", "insert"},
+    {"cmStatistiche", "chart"},
+    {"cmCheckCall", "worked"},
+    {"cmAutoCall", "sound"},
+    {"cmInvia", "send"},
+    {"cmMappaMondo", "map"},
+    {"cmGeneraHTML", "page"},
+    {"cmByCountry", "page"},
+    {"cmByDate", "page"},
+    {"cmByProvince", "page"},
+    {"cmBySquare", "page"},
 };
 
 // Draws one picture in whatever colour words have at that moment.

@@ -1,13 +1,13 @@
 #include "ui/map_area.h"
 
+#include <algorithm>
+#include <cmath>
 #include <QApplication>
 #include <QImageReader>
 #include <QMouseEvent>
-#include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <algorithm>
-#include <cmath>
+#include <QPaintEvent>
 #include <stdexcept>
 
 #include "ui/text.h"
@@ -131,10 +131,9 @@ void MapArea::PaintEmpty(QPainter& painter) const {
   const QColor base = colours.color(QPalette::Window);
   const QColor tint = colours.color(QPalette::Highlight);
   const auto mixed = [&](double share) {
-    return QColor::fromRgbF(
-        static_cast<float>(base.redF() * (1 - share) + tint.redF() * share),
-        static_cast<float>(base.greenF() * (1 - share) + tint.greenF() * share),
-        static_cast<float>(base.blueF() * (1 - share) + tint.blueF() * share));
+    return QColor::fromRgbF(static_cast<float>(base.redF() * (1 - share) + tint.redF() * share),
+                            static_cast<float>(base.greenF() * (1 - share) + tint.greenF() * share),
+                            static_cast<float>(base.blueF() * (1 - share) + tint.blueF() * share));
   };
   QLinearGradient ground(area.topLeft(), area.bottomLeft());
   ground.setColorAt(0, mixed(0.05));
@@ -230,9 +229,10 @@ void MapArea::Print() {
 bool MapArea::viewportEvent(QEvent* event) {
   // What a child window leaves unanswered bubbles up to here, and is not meant for the map.
   const auto* pointer = event->isPointerEvent() ? static_cast<QPointerEvent*>(event) : nullptr;
-  const bool onMap = dragging_ != Qt::NoButton ||
-                     (pointer != nullptr && pointer->pointCount() > 0 &&
-                      viewport()->childAt(pointer->points().first().position().toPoint()) == nullptr);
+  const bool onMap =
+      dragging_ != Qt::NoButton ||
+      (pointer != nullptr && pointer->pointCount() > 0 &&
+       viewport()->childAt(pointer->points().first().position().toPoint()) == nullptr);
   if (!image_.isNull() && onMap) {
     switch (event->type()) {
       case QEvent::MouseButtonPress:
@@ -247,7 +247,8 @@ bool MapArea::viewportEvent(QEvent* event) {
       case QEvent::Wheel:
         if (Wheel(*static_cast<QWheelEvent*>(event))) return true;
         break;
-      default: break;
+      default:
+        break;
     }
   }
   return QMdiArea::viewportEvent(event);

@@ -1,11 +1,11 @@
 // The main frame's inside: child windows over the map.
 #pragma once
 
+#include <functional>
 #include <QImage>
 #include <QMdiArea>
 #include <QRubberBand>
 #include <QScrollBar>
-#include <functional>
 
 #include "platform/picture_viewer.h"
 

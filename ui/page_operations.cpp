@@ -68,10 +68,18 @@ void PagePainter::Draw(const PageOperation& operation) {
       painter_.drawText(from + QPointF(-font_.Width(operation.text), font_.Ascent()) * kUnitsPerMm,
                         operation.text);
       break;
-    case PageOperation::Kind::kLine: painter_.drawLine(from, operation.to * kUnitsPerMm); break;
-    case PageOperation::Kind::kFilledBox: painter_.setBrush(Qt::black); [[fallthrough]];
-    case PageOperation::Kind::kBox: painter_.drawRect(area); break;
-    case PageOperation::Kind::kPicture: painter_.drawImage(area, operation.picture); break;
+    case PageOperation::Kind::kLine:
+      painter_.drawLine(from, operation.to * kUnitsPerMm);
+      break;
+    case PageOperation::Kind::kFilledBox:
+      painter_.setBrush(Qt::black);
+      [[fallthrough]];
+    case PageOperation::Kind::kBox:
+      painter_.drawRect(area);
+      break;
+    case PageOperation::Kind::kPicture:
+      painter_.drawImage(area, operation.picture);
+      break;
   }
 }
 

@@ -1,11 +1,11 @@
 #include "ui/page_target.h"
 
+#include <algorithm>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QPrinterInfo>
-#include <algorithm>
 
 #include "platform/device_error.h"
 #include "ui/text.h"

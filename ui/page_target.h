@@ -1,9 +1,9 @@
 // Where a document's pages go.
 #pragma once
 
+#include <memory>
 #include <QPrinter>
 #include <QSizeF>
-#include <memory>
 
 #include "ui/page_operations.h"
 

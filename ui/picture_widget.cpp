@@ -86,10 +86,10 @@ QWidget* MakeSmallPicture(PictureBox& field, ViewContext& context, QWidget* pare
   auto* binding = new FieldBinding(field, *label, context);
   binding->OnShow = [label, &field] {
     const QPixmap picture(PathToQt(field.Picture()));
-    label->setPixmap(picture.isNull() || (picture.width() <= kRoom.width() &&
-                                          picture.height() <= kRoom.height())
-                         ? picture
-                         : picture.scaled(kRoom, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    label->setPixmap(
+        picture.isNull() || (picture.width() <= kRoom.width() && picture.height() <= kRoom.height())
+            ? picture
+            : picture.scaled(kRoom, Qt::KeepAspectRatio, Qt::SmoothTransformation));
   };
   binding->Show();
   return label;

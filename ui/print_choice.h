@@ -1,9 +1,9 @@
 // Asks the operator where a document goes.
 #pragma once
 
+#include <memory>
 #include <QApplication>
 #include <QCursor>
-#include <memory>
 #include <vector>
 
 #include "ui/page_target.h"

@@ -1,12 +1,12 @@
 #include "ui/print_preview.h"
 
+#include <algorithm>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QScreen>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "platform/device_error.h"
 #include "ui/text.h"
@@ -69,9 +69,7 @@ void PageSpool::Replay(PageTarget& target) {
 PreviewTarget::PreviewTarget(const QPageLayout& paper, Show show)
     : paper_(paper), show_(std::move(show)) {}
 
-QSizeF PreviewTarget::PageSize() const {
-  return paper_.paintRect(QPageLayout::Millimeter).size();
-}
+QSizeF PreviewTarget::PageSize() const { return paper_.paintRect(QPageLayout::Millimeter).size(); }
 
 PrintPreview::PrintPreview(PageSpool& pages, const QPageLayout& paper, Opener openPrinter,
                            Opener openPdf, QWidget* parent)
@@ -198,13 +196,26 @@ void PrintPreview::Send(const Opener& open) {
 
 void PrintPreview::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
-    case Qt::Key_PageUp: Turn(page_ - 1); return;
-    case Qt::Key_PageDown: Turn(page_ + 1); return;
-    case Qt::Key_Home: Turn(0); return;
-    case Qt::Key_End: Turn(pages_.Pages() - 1); return;
-    case Qt::Key_Plus: SetZoom((zoom_ > 0 ? zoom_ : WholePageZoom()) * kZoomStep); return;
-    case Qt::Key_Minus: SetZoom((zoom_ > 0 ? zoom_ : WholePageZoom()) / kZoomStep); return;
-    default: QDialog::keyPressEvent(event);
+    case Qt::Key_PageUp:
+      Turn(page_ - 1);
+      return;
+    case Qt::Key_PageDown:
+      Turn(page_ + 1);
+      return;
+    case Qt::Key_Home:
+      Turn(0);
+      return;
+    case Qt::Key_End:
+      Turn(pages_.Pages() - 1);
+      return;
+    case Qt::Key_Plus:
+      SetZoom((zoom_ > 0 ? zoom_ : WholePageZoom()) * kZoomStep);
+      return;
+    case Qt::Key_Minus:
+      SetZoom((zoom_ > 0 ? zoom_ : WholePageZoom()) / kZoomStep);
+      return;
+    default:
+      QDialog::keyPressEvent(event);
   }
 }
 

@@ -1,13 +1,13 @@
 // Pages on the screen before they go on paper.
 #pragma once
 
+#include <functional>
 #include <QDialog>
 #include <QLabel>
 #include <QPageLayout>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTemporaryFile>
-#include <functional>
 #include <vector>
 
 #include "ui/page_target.h"

@@ -1,10 +1,10 @@
 #include "ui/qt_devices.h"
 
+#include <filesystem>
 #include <QApplication>
 #include <QDateTime>
 #include <QMessageBox>
 #include <QPushButton>
-#include <filesystem>
 
 #include "ui/text.h"
 
@@ -13,10 +13,14 @@ namespace {
 
 QMessageBox::Icon IconOf(MessageIcon icon) {
   switch (icon) {
-    case MessageIcon::kInformation: return QMessageBox::Information;
-    case MessageIcon::kExclamation: return QMessageBox::Warning;
-    case MessageIcon::kCritical: return QMessageBox::Critical;
-    case MessageIcon::kNone: break;
+    case MessageIcon::kInformation:
+      return QMessageBox::Information;
+    case MessageIcon::kExclamation:
+      return QMessageBox::Warning;
+    case MessageIcon::kCritical:
+      return QMessageBox::Critical;
+    case MessageIcon::kNone:
+      break;
   }
   return QMessageBox::NoIcon;
 }

@@ -45,8 +45,7 @@ class QtSettings : public SettingsStore {
   explicit QtSettings(const std::filesystem::path& file);
   std::string GetSetting(std::string_view section, std::string_view key,
                          std::string_view defaultValue) override;
-  void SaveSetting(std::string_view section, std::string_view key,
-                   std::string_view value) override;
+  void SaveSetting(std::string_view section, std::string_view key, std::string_view value) override;
 
  private:
   QSettings settings_;

@@ -80,9 +80,8 @@ std::optional<std::filesystem::path> QtPlatform::PickFile(std::string_view title
 std::optional<std::filesystem::path> QtPlatform::PickNewFile(std::string_view title,
                                                              std::string_view pattern,
                                                              std::string_view suggestedName) {
-  const QString picked =
-      QFileDialog::getSaveFileName(QApplication::activeWindow(), ToQt(title),
-                                   PathToQt(appPath_ / suggestedName), ToQt(pattern));
+  const QString picked = QFileDialog::getSaveFileName(
+      QApplication::activeWindow(), ToQt(title), PathToQt(appPath_ / suggestedName), ToQt(pattern));
   if (picked.isEmpty()) return std::nullopt;
   return PathFromQt(picked);
 }

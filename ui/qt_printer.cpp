@@ -92,15 +92,19 @@ void QtPrinter::WindowImage(const Window& window, Mm x, Mm y) {
   if (shown.isNull()) return;
   const double dotsPerInch = kPictureDotsPerInch * shown.devicePixelRatio();
   const double room = (PageWidth() - x).Value();
-  DrawPicture(shown.toImage(), x, y,
-              std::max(dotsPerInch, shown.width() * kMmPerInch / room));
+  DrawPicture(shown.toImage(), x, y, std::max(dotsPerInch, shown.width() * kMmPerInch / room));
 }
 
 void QtPrinter::DrawPicture(const QImage& image, Mm x, Mm y, double dotsPerInch) {
   const QSizeF size = QSizeF(image.size()) * kMmPerInch / dotsPerInch;
   const QPointF from = At(x, y);
-  Begun().Draw({PageOperation::Kind::kPicture, from, from + QPointF(size.width(), size.height()),
-                {}, 0, false, image});
+  Begun().Draw({PageOperation::Kind::kPicture,
+                from,
+                from + QPointF(size.width(), size.height()),
+                {},
+                0,
+                false,
+                image});
 }
 
 void QtPrinter::PrintImage(const QImage& image) {

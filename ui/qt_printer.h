@@ -1,9 +1,9 @@
 // Pages on the system's printer.
 #pragma once
 
-#include <QPixmap>
 #include <functional>
 #include <memory>
+#include <QPixmap>
 
 #include "platform/printer.h"
 #include "ui/page_target.h"

@@ -1,7 +1,7 @@
 #include "ui/qt_progress.h"
 
-#include <QApplication>
 #include <algorithm>
+#include <QApplication>
 
 #include "ui/text.h"
 
@@ -15,7 +15,8 @@ constexpr int kShowAfterMilliseconds = 400;
 }  // namespace
 
 QtProgress::QtProgress(EventGate& gate, std::string_view title, std::int64_t total)
-    : hold_(gate), dialog_(ToQt(title), QStringLiteral("Interrompi"), 0, kSteps, QApplication::activeWindow()),
+    : hold_(gate),
+      dialog_(ToQt(title), QStringLiteral("Interrompi"), 0, kSteps, QApplication::activeWindow()),
       total_(std::max<std::int64_t>(total, 1)) {
   dialog_.setWindowTitle(QApplication::applicationDisplayName());
   dialog_.setWindowModality(Qt::ApplicationModal);

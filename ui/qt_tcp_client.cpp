@@ -34,8 +34,7 @@ QtTcpClient::~QtTcpClient() {
 void QtTcpClient::Connect(std::string_view host, int port) {
   const bool known = port > 0 && port <= 65535;
   Close();
-  socket_->connectToHost(ToQt(host).trimmed(),
-                         static_cast<quint16>(known ? port : kTelnetPort));
+  socket_->connectToHost(ToQt(host).trimmed(), static_cast<quint16>(known ? port : kTelnetPort));
 }
 
 bool QtTcpClient::IsConnected() const {

@@ -40,9 +40,12 @@ bool QtWavePlayer::Begin(const std::filesystem::path& file, std::function<void()
     done();
   };
   QObject::connect(guard, &QTimer::timeout, playback_, finish);
-  QObject::connect(sink, &QAudioSink::stateChanged, playback_, [finish](QAudio::State state) {
-    if (state == QAudio::IdleState || state == QAudio::StoppedState) finish();
-  }, Qt::QueuedConnection);
+  QObject::connect(
+      sink, &QAudioSink::stateChanged, playback_,
+      [finish](QAudio::State state) {
+        if (state == QAudio::IdleState || state == QAudio::StoppedState) finish();
+      },
+      Qt::QueuedConnection);
   guard->start(wave->Milliseconds() + kMarginMilliseconds);
   sink->start(samples);
   return true;

@@ -1,10 +1,10 @@
 // Plays wave files on the sound device.
 #pragma once
 
+#include <memory>
 #include <QAudioSink>
 #include <QBuffer>
 #include <QObject>
-#include <memory>
 
 #include "platform/wave_player.h"
 #include "ui/event_gate.h"

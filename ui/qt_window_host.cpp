@@ -1,10 +1,10 @@
 #include "ui/qt_window_host.h"
 
+#include <cstdlib>
 #include <QApplication>
 #include <QMdiSubWindow>
 #include <QMessageBox>
 #include <QScreen>
-#include <cstdlib>
 
 #include "core/main_frame.h"
 #include "forms/window_list.h"
@@ -38,9 +38,7 @@ WindowFrame& QtWindowHost::FrameOf(Window& window, WindowFrame::Kind kind) {
       area_->OnRectangle = [this, station](int x, int y, int width, int height) {
         gate_.Run([=] { station->MapRectangleDrawn(x, y, width, height); });
       };
-      const auto welcome = [this, station] {
-        area_->SetWelcome(ToQt(station->PrimoPasso.Text()));
-      };
+      const auto welcome = [this, station] { area_->SetWelcome(ToQt(station->PrimoPasso.Text())); };
       station->PrimoPasso.Shown = welcome;
       welcome();
     }

@@ -1,10 +1,10 @@
 // Windows on the desktop.
 #pragma once
 
-#include <QMainWindow>
 #include <functional>
 #include <map>
 #include <memory>
+#include <QMainWindow>
 
 #include "platform/window_host.h"
 #include "ui/event_gate.h"

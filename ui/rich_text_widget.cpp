@@ -1,12 +1,12 @@
 #include "ui/rich_text_widget.h"
 
+#include <algorithm>
+#include <memory>
+#include <numeric>
 #include <QFontDatabase>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTextBlock>
-#include <algorithm>
-#include <memory>
-#include <numeric>
 
 #include "ui/text.h"
 
@@ -48,8 +48,8 @@ class Area : public QPlainTextEdit {
 
  private:
   int Place(std::size_t character) const {
-    const auto end = widths_.begin() + static_cast<std::ptrdiff_t>(
-                                           std::min(character, widths_.size()));
+    const auto end =
+        widths_.begin() + static_cast<std::ptrdiff_t>(std::min(character, widths_.size()));
     return std::accumulate(widths_.begin(), end, 0);
   }
 

@@ -1,9 +1,9 @@
 // Texts on their way to the screen and back.
 #pragma once
 
-#include <QString>
 #include <algorithm>
 #include <filesystem>
+#include <QString>
 #include <string>
 #include <string_view>
 
@@ -32,8 +32,8 @@ inline std::size_t CharactersBefore(const QString& text, qsizetype units) {
 inline int UnitsBefore(const QString& text, std::size_t characters) {
   const auto all = text.toUcs4();
   const auto count = std::min(static_cast<qsizetype>(characters), all.size());
-  return static_cast<int>(QString::fromUcs4(reinterpret_cast<const char32_t*>(all.data()), count)
-                              .size());
+  return static_cast<int>(
+      QString::fromUcs4(reinterpret_cast<const char32_t*>(all.data()), count).size());
 }
 
 }  // namespace brenvo

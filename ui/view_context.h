@@ -1,8 +1,8 @@
 // What the widgets of one window have in common.
 #pragma once
 
-#include <QObject>
 #include <functional>
+#include <QObject>
 
 #include "forms/field.h"
 #include "ui/event_gate.h"

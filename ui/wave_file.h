@@ -1,10 +1,10 @@
 // Reads wave files of plain samples.
 #pragma once
 
-#include <QAudioFormat>
-#include <QByteArray>
 #include <filesystem>
 #include <optional>
+#include <QAudioFormat>
+#include <QByteArray>
 
 namespace brenvo {
 

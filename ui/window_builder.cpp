@@ -1,5 +1,6 @@
 #include "ui/window_builder.h"
 
+#include <algorithm>
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QDateEdit>
@@ -8,7 +9,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
-#include <algorithm>
 
 #include "forms/choice_fields.h"
 #include "forms/grid.h"
@@ -119,8 +119,10 @@ bool WindowBuilder::Grows(const Piece& piece) const {
              piece.look != Look::kSmall;
     }
     case Kind::kSpace:
-    case Kind::kSplit: return true;
-    case Kind::kText: return false;
+    case Kind::kSplit:
+      return true;
+    case Kind::kText:
+      return false;
     default:
       // A space in a line stretches it sideways only.
       return std::any_of(piece.pieces.begin(), piece.pieces.end(), [&](const Piece& inner) {
@@ -132,15 +134,24 @@ bool WindowBuilder::Grows(const Piece& piece) const {
 QWidget* WindowBuilder::Make(const Piece& piece, QWidget* parent) {
   if (!Exists(piece)) return nullptr;
   switch (piece.kind) {
-    case Kind::kField: return MakeField(piece, parent);
-    case Kind::kText: return new QLabel(ToQt(piece.label), parent);
-    case Kind::kSpace: return nullptr;
-    case Kind::kLine: return MakeRow(piece, parent, false);
-    case Kind::kColumn: return MakeRow(piece, parent, true);
-    case Kind::kForm: return MakeForm(piece, parent);
-    case Kind::kFrame: return MakeFrame(piece, parent);
-    case Kind::kEither: return MakeEither(piece, parent);
-    case Kind::kSplit: return MakeSplit(piece, parent);
+    case Kind::kField:
+      return MakeField(piece, parent);
+    case Kind::kText:
+      return new QLabel(ToQt(piece.label), parent);
+    case Kind::kSpace:
+      return nullptr;
+    case Kind::kLine:
+      return MakeRow(piece, parent, false);
+    case Kind::kColumn:
+      return MakeRow(piece, parent, true);
+    case Kind::kForm:
+      return MakeForm(piece, parent);
+    case Kind::kFrame:
+      return MakeFrame(piece, parent);
+    case Kind::kEither:
+      return MakeEither(piece, parent);
+    case Kind::kSplit:
+      return MakeSplit(piece, parent);
   }
   return nullptr;
 }
@@ -298,7 +309,9 @@ void WindowBuilder::AddPopups() {
   for (const auto& [field, widget] : widgets_) {
     const auto* list = dynamic_cast<const ListField*>(field);
     const auto* grid = dynamic_cast<const Grid*>(field);
-    Menu* menu = list != nullptr ? list->ContextMenu : grid != nullptr ? grid->ContextMenu : nullptr;
+    Menu* menu = list != nullptr   ? list->ContextMenu
+                 : grid != nullptr ? grid->ContextMenu
+                                   : nullptr;
     if (menu == nullptr) continue;
     QMenu* popup = commands_.MakeMenu(*menu);
     QObject::connect(widget, &QWidget::customContextMenuRequested, widget,

@@ -1,10 +1,10 @@
 // Builds a window's inside from its fields and its layout.
 #pragma once
 
-#include <QMenuBar>
-#include <QWidget>
 #include <map>
 #include <memory>
+#include <QMenuBar>
+#include <QWidget>
 
 #include "forms/window.h"
 #include "ui/command_widgets.h"

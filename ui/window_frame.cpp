@@ -1,5 +1,6 @@
 #include "ui/window_frame.h"
 
+#include <algorithm>
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
@@ -9,7 +10,6 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "forms/picture_box.h"
 #include "forms/rich_text.h"
@@ -49,14 +49,22 @@ struct WindowFrame::Parts {
 
 WindowFrame::WindowFrame(Window& window, Kind kind, EventGate& gate, QMainWindow& main,
                          MapArea& area)
-    : window_(window), kind_(kind), gate_(gate), main_(main), area_(area),
+    : window_(window),
+      kind_(kind),
+      gate_(gate),
+      main_(main),
+      area_(area),
       parts_(std::make_shared<Parts>(gate)) {
   switch (kind_) {
-    case Kind::kMain: outer_ = &main_; break;
-    case Kind::kChild: outer_ = new QMdiSubWindow; break;
-    case Kind::kDialog: outer_ = new QDialog(QApplication::activeWindow() != nullptr
-                                                 ? QApplication::activeWindow()
-                                                 : &main_);
+    case Kind::kMain:
+      outer_ = &main_;
+      break;
+    case Kind::kChild:
+      outer_ = new QMdiSubWindow;
+      break;
+    case Kind::kDialog:
+      outer_ = new QDialog(QApplication::activeWindow() != nullptr ? QApplication::activeWindow()
+                                                                   : &main_);
   }
   outer_->setObjectName(ToQt(window_.Name()));
   outer_->setAttribute(Qt::WA_DeleteOnClose, false);
@@ -121,8 +129,8 @@ void WindowFrame::FollowWindow() {
 }
 
 QRect WindowFrame::Wanted() const {
-  return QRect(window_.GetBounds().left.Pixels(), window_.GetBounds().top.Pixels(), window_.Width().Pixels(),
-               window_.Height().Pixels());
+  return QRect(window_.GetBounds().left.Pixels(), window_.GetBounds().top.Pixels(),
+               window_.Width().Pixels(), window_.Height().Pixels());
 }
 
 QRect WindowFrame::Current() const {
@@ -281,7 +289,9 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event) {
       return true;
     case QEvent::Move:
     case QEvent::Resize:
-    case QEvent::WindowStateChange: ReportSoon(); break;
+    case QEvent::WindowStateChange:
+      ReportSoon();
+      break;
     case QEvent::KeyPress:
       if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1 && OnHelp) {
         OnHelp();
@@ -289,7 +299,8 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event) {
       }
       if (kind_ != Kind::kMain) return Key(*static_cast<QKeyEvent*>(event));
       break;
-    default: break;
+    default:
+      break;
   }
   return false;
 }

@@ -1,11 +1,11 @@
 // One window on the screen: main frame, child window or dialog.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <QEventLoop>
 #include <QPointer>
 #include <QWidget>
-#include <functional>
-#include <memory>
 
 #include "forms/window.h"
 #include "ui/event_gate.h"

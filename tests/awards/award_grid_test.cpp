@@ -17,11 +17,14 @@ constexpr std::string_view kAll = "WHERE QsoNr>0";
 using AwardGridTest = AwardStation;
 
 TEST_F(AwardGridTest, EveryMemberHasItsHeadings) {
-  const std::pair<const char*, const char*> headings[] = {
-      {"SField", "Square|Qsl"},           {"SSQuare", "Square|Qsl"},
-      {"SPrefissi", "Prefisso|Country|Qsl"}, {"SContinenti", "Continente|Qsl"},
-      {"SZone", "Zona|Qsl"},              {"SCountry", "Country||Qsl||"},
-      {"SProvincie", "Provincie||Qsl"},   {"SNote", "||Qsl"}};
+  const std::pair<const char*, const char*> headings[] = {{"SField", "Square|Qsl"},
+                                                          {"SSQuare", "Square|Qsl"},
+                                                          {"SPrefissi", "Prefisso|Country|Qsl"},
+                                                          {"SContinenti", "Continente|Qsl"},
+                                                          {"SZone", "Zona|Qsl"},
+                                                          {"SCountry", "Country||Qsl||"},
+                                                          {"SProvincie", "Provincie||Qsl"},
+                                                          {"SNote", "||Qsl"}};
   for (const auto& [window, heading] : headings) {
     EXPECT_EQ(RowText(Award(window, kAll).Spread1, 0), heading);
   }
@@ -82,8 +85,7 @@ TEST_F(AwardGridTest, FieldsAndSquaresWithoutAFilterStayEmpty) {
 }
 
 TEST_F(AwardGridTest, TheOthersAddTheirConditionWithWhere) {
-  Contact("Call,Prefisso,Continente,[Zona CQ],Country",
-          "'A','I1','EU',15,'I'");
+  Contact("Call,Prefisso,Continente,[Zona CQ],Country", "'A','I1','EU',15,'I'");
   Contact("Call,Prefisso,Continente,[Zona CQ],Country", "'B','','',0,''");
   for (const char* window : {"SPrefissi", "SContinenti", "SZone", "SCountry"}) {
     EXPECT_EQ(Award(window, "").Spread1.Rows(), 2) << window;
@@ -169,8 +171,7 @@ TEST_F(AwardGridTest, AFlagShowsAndItsNameGoesIntoTheHiddenColumn) {
   Contact("Call,Country", "'B','DL'");
   Contact("Call,Country", "'C','OE'");
   CellGrid& grid = Award("SCountry", kAll).Spread1;
-  EXPECT_EQ(Entries(grid),
-            (Texts{"DL|Germania|||gone.png", "I|Italia|||it.png", "OE|Austria|||"}));
+  EXPECT_EQ(Entries(grid), (Texts{"DL|Germania|||gone.png", "I|Italia|||it.png", "OE|Austria|||"}));
   EXPECT_EQ(grid.CellPicture(1, 3), "");
   EXPECT_EQ(grid.CellPicture(2, 3), (directory.Path() / "it.png").string());
   EXPECT_EQ(grid.Alignment(2, 3), CellAlignment::kCentre);
@@ -248,8 +249,7 @@ TEST_F(AwardGridTest, EntriesBeyondTheGridAreDroppedAndStillCounted) {
     char locator[8];
     std::snprintf(locator, sizeof locator, "%c%c%02d", 'A' + i / 100 / 26, 'A' + i / 100 % 26,
                   i % 100);
-    Contact("Call,Locator,QslRicevuta",
-            "'" + std::to_string(i) + "','" + locator + "AA',true");
+    Contact("Call,Locator,QslRicevuta", "'" + std::to_string(i) + "','" + locator + "AA',true");
   }
   session.Db.CommitTrans();
   AwardGrid& award = Award("SSQuare", kAll);
@@ -320,7 +320,8 @@ TEST_F(NoteAwardTest, ASecondPartShorterThanTheFirstIsNotCutOff) {
 TEST_F(NoteAwardTest, ARefusedSelectionLeavesNothingOfTheCommandBefore) {
   Noted("[DCI MI001]");
   Award("SNote", kDci);
-  AwardGrid& award = Award("SNote", "WHERE DateValue(DataQso)>=DateValue('x') AND Note LIKE '*DCI*'");
+  AwardGrid& award =
+      Award("SNote", "WHERE DateValue(DataQso)>=DateValue('x') AND Note LIKE '*DCI*'");
   EXPECT_EQ(award.Spread1.Rows(), 1);
   EXPECT_EQ(award.Caption(), "Custom - 0 confermati su 0");
   EXPECT_FALSE(session.Db.InTransaction());
@@ -347,8 +348,7 @@ class AwardLinksTest : public AwardGridTest {
 TEST_F(AwardLinksTest, ADoubleClickShowsTheContactsInTheLog) {
   const std::tuple<const char*, int, const char*> members[] = {
       {"SField", 1, "Select * from Log WHERE QsoNr>0 AND Locator<>'' And left(Locator,2)= 'JN'"},
-      {"SSQuare", 1,
-       "Select * from Log WHERE QsoNr>0 AND Locator<>'' And left(Locator,4)= 'JN65'"},
+      {"SSQuare", 1, "Select * from Log WHERE QsoNr>0 AND Locator<>'' And left(Locator,4)= 'JN65'"},
       {"SPrefissi", 1, "Select * from Log WHERE QsoNr>0 AND Prefisso<>'' And Prefisso='I3'"},
       {"SContinenti", 2, "Select * from Log WHERE QsoNr>0 AND Continente<>'' And Continente='EU'"},
       {"SCountry", 1, "Select * from Log WHERE QsoNr>0 AND Country<>'' And Country='I'"},

@@ -187,11 +187,11 @@ TEST_F(AwardPagesTest, APageThatTheOperatorStopsIsNotShown) {
 TEST_F(AwardPagesTest, StagingByDateFillsItsColumns) {
   WriteTemplates();
   WriteLog();
-  const char* columns = "select Country,Provincia,Locator,Note,QslRicevuta,Qra,DataQso,Call,Modo,"
-                        "Propagazione from SLog where Call like 'I3*'";
+  const char* columns =
+      "select Country,Provincia,Locator,Note,QslRicevuta,Qra,DataQso,Call,Modo,"
+      "Propagazione from SLog where Call like 'I3*'";
   Press(Award("SCountry", kAll), "cmByDate");
-  EXPECT_EQ(Rows(columns),
-            Texts{"I|||Italia|-1|it.png|01/01/2000 10:00:00|I3OLD|SSB|Tropo"});
+  EXPECT_EQ(Rows(columns), Texts{"I|||Italia|-1|it.png|01/01/2000 10:00:00|I3OLD|SSB|Tropo"});
   Press(Award("SProvincie", kAll), "cmByDate");
   EXPECT_EQ(Rows(columns), Texts{"|VE||Venezia|-1||01/01/2000 10:00:00|I3OLD|SSB|Tropo"});
   Press(Award("SSQuare", kAll), "cmByDate");

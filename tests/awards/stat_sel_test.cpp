@@ -81,20 +81,26 @@ TEST_F(StatSelTest, ElencaIsOfferedForPrefissoCountryAndProvincieOnly) {
       {"FIELD", false},      {"SQUARE", false},  {"ZONE", false},   {"CONTINENTI", false},
       {"CONTINENTE", false}, {"NOTE", false},    {"PLOG", false}};
   for (const auto& [word, offered] : words) {
-    Ask(word, [&](StatSel& dialog) {
-      EXPECT_EQ(dialog.Elenca.Visible(), offered) << word;
-      EXPECT_EQ(dialog.Elenca.Enabled(), offered) << word;
-    }, "cmExit");
+    Ask(
+        word,
+        [&](StatSel& dialog) {
+          EXPECT_EQ(dialog.Elenca.Visible(), offered) << word;
+          EXPECT_EQ(dialog.Elenca.Enabled(), offered) << word;
+        },
+        "cmExit");
   }
 }
 
 TEST_F(StatSelTest, CountryCannotBeChosenForCountryAndPrefisso) {
   for (const char* word : {"COUNTRY", "PREFISSO", "PROVINCIE", "FIELD"}) {
     const bool offered = std::string_view(word) == "PROVINCIE" || std::string_view(word) == "FIELD";
-    Ask(word, [&](StatSel& dialog) {
-      EXPECT_EQ(dialog.Country.Enabled(), offered) << word;
-      EXPECT_EQ(dialog.Country.Items().empty(), !offered) << word;
-    }, "cmExit");
+    Ask(
+        word,
+        [&](StatSel& dialog) {
+          EXPECT_EQ(dialog.Country.Enabled(), offered) << word;
+          EXPECT_EQ(dialog.Country.Items().empty(), !offered) << word;
+        },
+        "cmExit");
   }
 }
 

@@ -36,12 +36,12 @@ class HrdTest : public AwardStation {
   // A contact with everything that the prefix table knows of an Italian station.
   void Italian(std::string_view call, std::string_view band, std::string_view mode = "SSB",
                bool confirmed = false, std::string_view locator = "JN65CC") {
-    Contact("DataQso,Call,Banda,Modo,Locator,Prefisso,[Zona CQ],[Zona ITU],Continente,Country,"
-            "QslRicevuta",
-            "'" + std::to_string(++day_) + "/01/2001','" + std::string(call) + "','" +
-                std::string(band) + "','" +
-                std::string(mode) + "','" + std::string(locator) + "','IK3',15,28,'EU','I'," +
-                (confirmed ? "true" : "false"));
+    Contact(
+        "DataQso,Call,Banda,Modo,Locator,Prefisso,[Zona CQ],[Zona ITU],Continente,Country,"
+        "QslRicevuta",
+        "'" + std::to_string(++day_) + "/01/2001','" + std::string(call) + "','" +
+            std::string(band) + "','" + std::string(mode) + "','" + std::string(locator) +
+            "','IK3',15,28,'EU','I'," + (confirmed ? "true" : "false"));
   }
 
  private:
@@ -75,8 +75,8 @@ TEST_F(HrdTest, TheSessionFindsTheWindowWhileItIsLoaded) {
 }
 
 TEST_F(HrdTest, EachRowTellsItsLevel) {
-  Italian("IK3ABC", "  2 m", "SSB", true);        // the station itself
-  Italian("IK3XYZ", " 70cm", "SSB", false);       // the square and all that is wider
+  Italian("IK3ABC", "  2 m", "SSB", true);   // the station itself
+  Italian("IK3XYZ", " 70cm", "SSB", false);  // the square and all that is wider
   Contact("DataQso,Call,Banda,Country,Prefisso,[Zona CQ],[Zona ITU],Continente,Locator",
           "'01/01/2001','I1AAA',' 20 m','I','I1',15,28,'EU','JN35AA'");
   Contact("DataQso,Call,Banda,[Zona CQ],Continente", "'01/01/2001','HB9AA',' 40 m',14,'EU'");
@@ -85,8 +85,8 @@ TEST_F(HrdTest, EachRowTellsItsLevel) {
   Hrd& hrd = OpenHrd();
   Search(hrd, "IK3ABC", "JN65BB");
   CellGrid& grid = hrd.Grid1;
-  const char* labels[] = {"IK3ABC", "JN65", "I    Italia", "Prefisso IK3", "Zona CQ 15",
-                          "Zona ITU 28", "Continente EU"};
+  const char* labels[] = {"IK3ABC",     "JN65",        "I    Italia",  "Prefisso IK3",
+                          "Zona CQ 15", "Zona ITU 28", "Continente EU"};
   for (int row = 1; row < 8; ++row) {
     EXPECT_EQ(grid.Cell(row, 0), labels[row - 1]);
     EXPECT_TRUE(grid.Bold(row, 0));
@@ -273,18 +273,15 @@ TEST_F(HrdTest, ADoubleClickShowsTheContactsOfTheCell) {
   Search(hrd, "IK3ABC", "JN65BB");
   int column = 1;
   while (hrd.Grid1.Cell(0, column) != "  2 m") ++column;
-  const char* statements[] = {"Call='IK3ABC' and Banda='  2 m'",
-                              "Locator like 'JN65*' and Banda='  2 m'",
-                              "Country='I' and Banda='  2 m'",
-                              "Prefisso='IK3' and Banda='  2 m'",
-                              "[ZOna CQ]= 15 and Banda='  2 m'",
-                              "[ZOna ITU]= 28 and Banda='  2 m'",
-                              "Continente='EU' and Banda='  2 m'"};
+  const char* statements[] = {
+      "Call='IK3ABC' and Banda='  2 m'",  "Locator like 'JN65*' and Banda='  2 m'",
+      "Country='I' and Banda='  2 m'",    "Prefisso='IK3' and Banda='  2 m'",
+      "[ZOna CQ]= 15 and Banda='  2 m'",  "[ZOna ITU]= 28 and Banda='  2 m'",
+      "Continente='EU' and Banda='  2 m'"};
   for (int row = 1; row < 8; ++row) {
     machine.Advance(1000);
     Event([&] { hrd.Grid1.DoubleClickCell(row, column); });
-    EXPECT_EQ(session.QueryText,
-              "Select * from Log where " + std::string(statements[row - 1]));
+    EXPECT_EQ(session.QueryText, "Select * from Log where " + std::string(statements[row - 1]));
     EXPECT_EQ(static_cast<LogForm&>(*session.CurrentLogForm).CallQso.Text(), "IK3ABC");
   }
   EXPECT_TRUE(Lines().empty());
@@ -453,9 +450,8 @@ TEST_F(HrdModeTest, ADoubleClickJoinsBandAndMode) {
   Italian("IK3ABC", "  2 m", "SSB");
   HrdMode& matrix = OpenHrdMode("SSB,");
   Search(matrix, "IK3ABC", "JN65BB");
-  const char* keys[] = {"Call='IK3ABC'",   "Locator like 'JN65*'", "Country='I'",
-                        "Prefisso='IK3'",  "[ZOna CQ]= 15",        "[ZOna ITU]= 28",
-                        "Continente='EU'"};
+  const char* keys[] = {"Call='IK3ABC'", "Locator like 'JN65*'", "Country='I'",    "Prefisso='IK3'",
+                        "[ZOna CQ]= 15", "[ZOna ITU]= 28",       "Continente='EU'"};
   for (int row = 1; row < 8; ++row) {
     machine.Advance(1000);
     Event([&] { matrix.Grid1.DoubleClickCell(row, 1); });

@@ -30,8 +30,9 @@ TEST(Date, ReadsTheFormsThatOperatorsWrite) {
 }
 
 TEST(Date, RefusesWhatIsNoDate) {
-  for (const char* text : {"", "__/__/____", "31/02/2001", "29/02/2001", "1/13/2001", "0/1/2001",
-                           "03/02", "3/2-2001", "abc", "03/02/2001x", "03/02/201", "03/02/2001 25:00"}) {
+  for (const char* text :
+       {"", "__/__/____", "31/02/2001", "29/02/2001", "1/13/2001", "0/1/2001", "03/02", "3/2-2001",
+        "abc", "03/02/2001x", "03/02/201", "03/02/2001 25:00"}) {
     EXPECT_FALSE(ParseDate(text)) << text;
   }
 }

@@ -47,12 +47,12 @@ TEST(DaysToDrop, OfTwoYearsTenDaysAndTheEndOfElevenEarlierMonthsStay) {
       kept.push_back(DateText(day));
     }
   }
-  EXPECT_EQ(kept, (std::vector<std::string>{
-                      "20/12/2002", "19/12/2002", "18/12/2002", "17/12/2002", "16/12/2002",
-                      "15/12/2002", "14/12/2002", "13/12/2002", "12/12/2002", "11/12/2002",
-                      "30/11/2002", "31/10/2002", "30/09/2002", "31/08/2002", "31/07/2002",
-                      "30/06/2002", "31/05/2002", "30/04/2002", "31/03/2002", "28/02/2002",
-                      "31/01/2002"}));
+  EXPECT_EQ(kept,
+            (std::vector<std::string>{
+                "20/12/2002", "19/12/2002", "18/12/2002", "17/12/2002", "16/12/2002", "15/12/2002",
+                "14/12/2002", "13/12/2002", "12/12/2002", "11/12/2002", "30/11/2002", "31/10/2002",
+                "30/09/2002", "31/08/2002", "31/07/2002", "30/06/2002", "31/05/2002", "30/04/2002",
+                "31/03/2002", "28/02/2002", "31/01/2002"}));
 }
 
 TEST(DaysToDrop, AYearOfPausesCountsMonthsThatHaveACopy) {
@@ -128,8 +128,7 @@ TEST_F(BackupTest, AClockSetBackMakesACopyOfItsOwnDay) {
   machine.SetNow(DateTime::Of(2001, 1, 1, 12));
   session.Backup->Start();
   LetTheCopyBeMade();
-  EXPECT_EQ(Names(BackupCopies(directory.Path())),
-            "Brenvo-2001-02-03.mdb;Brenvo-2001-01-01.mdb;");
+  EXPECT_EQ(Names(BackupCopies(directory.Path())), "Brenvo-2001-02-03.mdb;Brenvo-2001-01-01.mdb;");
 }
 
 TEST_F(BackupTest, ACopyMadeUnderAClockSetBackStaysBesideManyNewerOnes) {
@@ -194,8 +193,7 @@ TEST_F(BackupTest, ADamagedDatabaseIsToldAndNotWrittenAnyMore) {
   Store("IK3ABC");
   session.Windows.Unload(*frame);
   Damage(directory.Path() / "Brenvo.mdb");
-  frame = &static_cast<MainFrame&>(
-      session.Windows.Adopt(std::make_unique<MainFrame>(session)));
+  frame = &static_cast<MainFrame&>(session.Windows.Adopt(std::make_unique<MainFrame>(session)));
   LetTheCopyBeMade();
   EXPECT_EQ(frame->StatusBar1.Panel(1).find(
                 "La copia di sicurezza non e' riuscita: Il file del database e' danneggiato"),
@@ -240,18 +238,19 @@ class RestoreTest : public BackupTest {
     LetTheCopyBeMade();
     Store("IK3DEF");
   }
-  void Command() { Event([&] { frame->FindCommand("cmRipristinaBackup")->Press(); }); }
+  void Command() {
+    Event([&] { frame->FindCommand("cmRipristinaBackup")->Press(); });
+  }
   // What the operator does while the window is open.
   void InTheWindow(std::function<void(RipristinaBackup&)> act) {
-    machine.Host().InModal = [act](Window& window) {
-      act(static_cast<RipristinaBackup&>(window));
-    };
+    machine.Host().InModal = [act](Window& window) { act(static_cast<RipristinaBackup&>(window)); };
   }
 };
 
 TEST_F(RestoreTest, TheListShowsEachCopyWithItsContacts) {
   Store("IK3GHI");
-  fs::copy_file(BackupCopies(directory.Path())[0].file, BackupDirectory() / "Brenvo-2001-02-01.mdb");
+  fs::copy_file(BackupCopies(directory.Path())[0].file,
+                BackupDirectory() / "Brenvo-2001-02-01.mdb");
   Damage(BackupDirectory() / "Brenvo-2001-02-01.mdb");
   std::ofstream(BackupDirectory() / "Brenvo-2001-02-02.mdb") << "no database";
   RipristinaBackup& window = Open<RipristinaBackup>("RipristinaBackup");
@@ -465,7 +464,8 @@ TEST_F(RescueTest, WithoutACopyTheBackupOfAnOldCompactionIsOffered) {
 }
 
 TEST_F(RescueTest, ACopyOfTheFutureIsOfferedLast) {
-  fs::copy_file(BackupCopies(directory.Path())[0].file, BackupDirectory() / "Brenvo-2099-01-01.mdb");
+  fs::copy_file(BackupCopies(directory.Path())[0].file,
+                BackupDirectory() / "Brenvo-2099-01-01.mdb");
   fs::remove(File());
   machine.Messages().QueueAnswer(true);
   ASSERT_NE(Start(), nullptr);

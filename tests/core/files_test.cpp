@@ -36,7 +36,8 @@ TEST(Files, AnExistingFileIsFoundWhateverTheCase) {
 TEST(Files, FilesAreListedByTheEndOfTheirNamesWhateverTheCase) {
   const ScratchDirectory scratch;
   const std::filesystem::path& directory = scratch.Path();
-  for (const char* name : {"b.wav", "A.WAV", "c.txt", ".hidden.wav"}) std::ofstream(directory / name) << "x";
+  for (const char* name : {"b.wav", "A.WAV", "c.txt", ".hidden.wav"})
+    std::ofstream(directory / name) << "x";
   std::filesystem::create_directory(directory / "d.wav");
   using Names = std::vector<std::string>;
   EXPECT_EQ(FilesOf(directory, ".wav"), (Names{"A.WAV", "b.wav"}));

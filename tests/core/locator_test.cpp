@@ -58,7 +58,7 @@ struct Distance {
 };
 
 TEST(Locator, DistancesAreTheSystemsOwn) {
-  const Distance cases[] = {{"JN65AA", "JN55AA", 157}, {"JN65AA", "IO91AA", 1233},
+  const Distance cases[] = {{"JN65AA", "JN55AA", 157},  {"JN65AA", "IO91AA", 1233},
                             {"JN65AA", "FN31AA", 6657}, {"JN65AA", "JN65AB", 5},
                             {"JN65AA", "JN65AA", 1},    {"JN65AA", "", 0}};
   for (const Distance& c : cases) EXPECT_EQ(QrbKm(c.from, c.to), c.km) << c.to;
@@ -120,8 +120,7 @@ TEST(Locator, AShortPathOf0HasALongPathOf180) {
 }
 
 TEST(Locator, ThePositionLineKeepsTheBlanksOfItsNumbers) {
-  EXPECT_EQ(PositionLine("JN65AA", "IO91AA"),
-            "SP 308°/LP 128°  -  LAT 51°/LONG-2°  -  Km. 1233");
+  EXPECT_EQ(PositionLine("JN65AA", "IO91AA"), "SP 308°/LP 128°  -  LAT 51°/LONG-2°  -  Km. 1233");
 }
 
 }  // namespace

@@ -74,7 +74,8 @@ TEST_F(ModulesTest, ModesStandInTheOrderOfTheirCodes) {
 
 TEST_F(ModulesTest, CountriesShowTheirCodeInSixCharacters) {
   LoadCountries(session, list);
-  EXPECT_NE(std::find(list.Items().begin(), list.Items().end(), "I     Italia"), list.Items().end());
+  EXPECT_NE(std::find(list.Items().begin(), list.Items().end(), "I     Italia"),
+            list.Items().end());
 }
 
 TEST_F(ModulesTest, ProvincesOfACountryShowTheirCodeInFourCharacters) {

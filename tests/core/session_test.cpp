@@ -47,9 +47,8 @@ TEST_F(SessionTest, OpeningReadsTheOwnLocatorAndOpensEveryTable) {
   EXPECT_EQ(session.MyLocator, "JN65AA");
   for (Table* table : {session.TbLog.get(), session.TbHrd.get(), session.TbContest.get(),
                        session.TbContestQso.get(), session.TbPrefissi.get(),
-                       session.TbCountry.get(), session.TbProvincie.get(),
-                       session.TbNoteHelp.get(), session.TbUser.get(), session.TbUserRTX.get(),
-                       session.TbSquare.get()}) {
+                       session.TbCountry.get(), session.TbProvincie.get(), session.TbNoteHelp.get(),
+                       session.TbUser.get(), session.TbUserRTX.get(), session.TbSquare.get()}) {
     EXPECT_NE(table, nullptr);
   }
 }
@@ -197,8 +196,9 @@ TEST_F(SessionTest, AMapRequestWithinTheSameSecondIsNoneTheSecondTime) {
 
 TEST_F(SessionTest, PrefixesAreAssignedToTheWholeLogAndOthersKeepTheirs) {
   session.Db.Execute("insert into Log (DataQso,Call,Country) values ('05/01/2001','IK3ABC','XX')");
-  session.Db.Execute("insert into Log (DataQso,Call,Prefisso,[Zona CQ],Continente) values "
-                     "('05/01/2001','NODIGIT','OLD',7,'SA')");
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Prefisso,[Zona CQ],Continente) values "
+      "('05/01/2001','NODIGIT','OLD',7,'SA')");
   machine.Messages().QueueAnswer(false);
   Menu("cmAssegnaPrefissi");
   EXPECT_EQ(Lines(), Texts{"question \"Assegnazione Prefissi\" \"Confermi l'operazione ?\" no"});
@@ -246,8 +246,9 @@ TEST_F(SessionTest, ThePrefixesThatWereAssignedBeforeAFailureStay) {
   }
   sqlite3* beside = nullptr;
   ASSERT_EQ(sqlite3_open((directory.Path() / "Brenvo.mdb").c_str(), &beside), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(beside, "CREATE UNIQUE INDEX Once ON Log (Prefisso)", nullptr, nullptr,
-                         nullptr), SQLITE_OK);
+  ASSERT_EQ(
+      sqlite3_exec(beside, "CREATE UNIQUE INDEX Once ON Log (Prefisso)", nullptr, nullptr, nullptr),
+      SQLITE_OK);
   sqlite3_close(beside);
   machine.Messages().QueueAnswer(true);
   Menu("cmAssegnaPrefissi");
@@ -296,8 +297,9 @@ TEST_F(SessionTest, ARowWithoutAZoneIsNotTheFirstOfItsPrefix) {
 }
 
 TEST_F(SessionTest, ACountryOfNullResolvesToAnEmptyText) {
-  session.Db.Execute("insert into Prefissi (Prefisso,[Zona CQ],[Zona ITU],Continente) values "
-                     "('QQ1',1,1,'EU')");
+  session.Db.Execute(
+      "insert into Prefissi (Prefisso,[Zona CQ],[Zona ITU],Continente) values "
+      "('QQ1',1,1,'EU')");
   const ResolvedPrefix resolved = ResolvePrefix(session, "QQ1A");
   EXPECT_EQ(resolved.Prefisso, "QQ1");
   EXPECT_EQ(resolved.Country, "");
@@ -320,7 +322,7 @@ TEST_F(SessionTest, EveryKindOfWindowHasItsToken) {
   session.OldQsoForm = session.OldQsoLocator = nullptr;
   const std::string tokens = session.GetSetting("Desktop", "Window", "");
   EXPECT_EQ(tokens, "LOG  CONTEFT736HRD  HRDMOTNC  TNCTEWWCONOLDQSOLQSL");
-  const Texts windows = {"LogForm", "Contest", "FT736",     "Hrd",        "HrdMode",
+  const Texts windows = {"LogForm", "Contest",   "FT736",  "Hrd",        "HrdMode",
                          "TNC",     "TNCtelnet", "WWConv", "OldQsoForm", "OldQsoLocator"};
   for (const std::string& name : windows) KnowChild(name);
   LoadDesktop(session);
@@ -369,8 +371,9 @@ TEST_F(SessionTest, EmptyingTheLogAsksFirst) {
 
 TEST_F(SessionTest, EmptyingTheContestsTakesContactsAndHeaders) {
   session.Db.Execute("insert into Contest (DataContest,Banda) values ('05/01/2001','  2 m')");
-  session.Db.Execute("insert into [Contest Qso] (DataContest,Banda,ProgrDato) values "
-                     "('05/01/2001','  2 m',1)");
+  session.Db.Execute(
+      "insert into [Contest Qso] (DataContest,Banda,ProgrDato) values "
+      "('05/01/2001','  2 m',1)");
   machine.Messages().QueueAnswer(true);
   Menu("cmAzzeraContest");
   EXPECT_TRUE(Rows("select Banda from Contest").empty());

@@ -26,9 +26,10 @@ const std::string& SoundFile() {
     {
       Database database = scratch.Open();
       for (int i = 0; i < kContacts; ++i) {
-        database.Execute("insert into Log (DataQso, Call, Banda, Locator, Country, Qra) values "
-                         "('2001-02-03 04:05:00','IK" +
-                         std::to_string(i) + "ABC','  2 m','JN65AB','I','MARIO')");
+        database.Execute(
+            "insert into Log (DataQso, Call, Banda, Locator, Country, Qra) values "
+            "('2001-02-03 04:05:00','IK" +
+            std::to_string(i) + "ABC','  2 m','JN65AB','I','MARIO')");
       }
     }
     return ReadBytes(scratch.File());
@@ -151,8 +152,8 @@ TEST(Damage, WhateverHappenedToTheFileTheOutcomeIsAClearErrorOrCorrectWork) {
       }
     }
   }
-  std::printf("%zu files: %u refused, %u stopped at the damage, %u worked\n", numbers.size(), refused,
-              stopped, worked);
+  std::printf("%zu files: %u refused, %u stopped at the damage, %u worked\n", numbers.size(),
+              refused, stopped, worked);
   EXPECT_GT(refused, 0u);
   EXPECT_GT(stopped, 0u);
 }

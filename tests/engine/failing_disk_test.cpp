@@ -24,9 +24,7 @@ std::int64_t Count(Database& database) {
   return database.OpenSnapshot("select count(*) from Log")->Field(0).Integer();
 }
 
-void Store(Database& database, const std::string& call) {
-  AddContact(database, 5, call.c_str());
-}
+void Store(Database& database, const std::string& call) { AddContact(database, 5, call.c_str()); }
 
 class FailingDisk : public testing::TestWithParam<Fault> {
  protected:
@@ -114,7 +112,8 @@ TEST_P(FailingDisk, ACompactionThatFailsLeavesTheSourceAndNoHalfResult) {
 
 INSTANTIATE_TEST_SUITE_P(All, FailingDisk, testing::ValuesIn(kFaults), [](const auto& each) {
   std::string name = each.param.name;
-  std::replace_if(name.begin(), name.end(), [](char c) { return c == ' ' || c == '-'; }, '_');
+  std::replace_if(
+      name.begin(), name.end(), [](char c) { return c == ' ' || c == '-'; }, '_');
   return name;
 });
 

@@ -19,9 +19,7 @@ std::set<std::string> Calls(Database& database) {
   return calls;
 }
 
-void Store(Database& database, const std::string& call) {
-  AddContact(database, 5, call.c_str());
-}
+void Store(Database& database, const std::string& call) { AddContact(database, 5, call.c_str()); }
 
 constexpr int kContacts = 30;  // of a transfer
 
@@ -128,13 +126,14 @@ TEST_F(PowerCut, AChangeAndADeleteAreDoneOrNotDone) {
 
 TEST_F(PowerCut, OfATransferAllContactsAreThereAndUnmarkedOrNoneIs) {
   RecordedFiles::Files before;
-  
+
   {
     Database database = scratch_.Open();
     for (int i = 0; i < kContacts; ++i) {
-      database.Execute("insert into [Contest Qso] (DataContest, Banda, ProgrDato, Call, InLog) values "
-                       "('2001-02-03 00:00:00','  2 m'," +
-                       std::to_string(i + 1) + ",'IK" + std::to_string(i) + "',true)");
+      database.Execute(
+          "insert into [Contest Qso] (DataContest, Banda, ProgrDato, Call, InLog) values "
+          "('2001-02-03 00:00:00','  2 m'," +
+          std::to_string(i + 1) + ",'IK" + std::to_string(i) + "',true)");
     }
   }
   RecordedFiles files;

@@ -32,7 +32,9 @@ class SilentHost : public WindowHost {
   void ProcessEvents() override {}
   Twips ScreenWidth() override { return Twips(19200); }
   Twips ScreenHeight() override { return Twips(12000); }
-  void ReportFailure(std::string_view text) override { told.push_back("failure " + std::string(text)); }
+  void ReportFailure(std::string_view text) override {
+    told.push_back("failure " + std::string(text));
+  }
   void EndProgram() override { throw ProgramEnded{}; }
 };
 

@@ -224,15 +224,15 @@ TEST_F(TncTest, ASpelledSignThatNamesNoFileKeepsItsOwnName) {
   tnc.cmAutoSpelling.Press();
   Lines();
   Receive("TNC", "DX de I4: 14195.0 Z* tnx\r\n");
-  EXPECT_EQ(Lines(), (Texts{"wave \"20m.wav\"", "wave \"I.wav\"", "wave \"4.wav\"",
-                            "wave \":.wav\"", "wave \" .wav\"", "wave \"pause.wav\"",
-                            "wave \"Z.wav\"", "wave \"*.wav\""}));
+  EXPECT_EQ(Lines(),
+            (Texts{"wave \"20m.wav\"", "wave \"I.wav\"", "wave \"4.wav\"", "wave \":.wav\"",
+                   "wave \" .wav\"", "wave \"pause.wav\"", "wave \"Z.wav\"", "wave \"*.wav\""}));
 }
 
 TEST_F(TncTest, AWaveFileOfABandStaysInTheApplicationDirectory) {
   OpenTnc();
-  for (const auto& [name, played] :
-       {std::pair("", ""), std::pair("/tmp/x.wav", "-tmp-x.wav"), std::pair("../x.wav", "..-x.wav")}) {
+  for (const auto& [name, played] : {std::pair("", ""), std::pair("/tmp/x.wav", "-tmp-x.wav"),
+                                     std::pair("../x.wav", "..-x.wav")}) {
     session.Db.Execute("update UserRTX set FilenameDX='" + std::string(name) +
                        "' where Banda=' 20 m'");
     Lines();

@@ -29,27 +29,26 @@ TEST(QslLabels, TheStationLabelIsSixTexts) {
 TEST(QslLabels, TheContactLabelDrawsItsFormAndKeepsTheFontInUse) {
   RecordingPlatform machine;
   DrawQsoLabel(machine.GetPrinter(), Mm(0), Mm(0), Contact());
-  EXPECT_EQ(machine.TakeLines(),
-            (Texts{"print text 1 2 left \"Arial\" 10 bold \"To Radio\"",
-                   "print text 1 8 left \"Arial\" 12 bold \"IK3ABC\"",
-                   "print box 37 2 78.5 22 empty",
-                   "print line 37 12 78.5 12",
-                   "print line 51.5 2 51.5 22",
-                   "print line 64 2 64 22",
-                   "print line 51.5 2 51.5 22",
-                   "print text 38 2.5 left \"Arial\" 8 bold \"Date\"",
-                   "print text 52.5 2.5 left \"Arial\" 8 bold \"Qtr\"",
-                   "print text 65 2.5 left \"Arial\" 8 bold \"RST\"",
-                   "print text 38 12.5 left \"Arial\" 8 bold \"Mc/s\"",
-                   "print text 52.5 12.5 left \"Arial\" 8 bold \"Band\"",
-                   "print text 65 12.5 left \"Arial\" 8 bold \"2x\"",
-                   "print text 38 8 left \"Arial\" 8 plain \"03/02/2001\"",
-                   "print text 52.5 8 left \"Arial\" 8 plain \"04:05\"",
-                   "print text 65 8 left \"Arial\" 8 plain \"59\"",
-                   "print text 38 18 left \"Arial\" 8 plain \"144.300\"",
-                   "print text 52.5 18 left \"Arial\" 8 plain \"  2 m\"",
-                   "print text 65 18 left \"Arial\" 8 plain \"SSB\"",
-                   "print text 1 18 left \"Arial\" 8 bold \"QSL PSE\""}));
+  EXPECT_EQ(machine.TakeLines(), (Texts{"print text 1 2 left \"Arial\" 10 bold \"To Radio\"",
+                                        "print text 1 8 left \"Arial\" 12 bold \"IK3ABC\"",
+                                        "print box 37 2 78.5 22 empty",
+                                        "print line 37 12 78.5 12",
+                                        "print line 51.5 2 51.5 22",
+                                        "print line 64 2 64 22",
+                                        "print line 51.5 2 51.5 22",
+                                        "print text 38 2.5 left \"Arial\" 8 bold \"Date\"",
+                                        "print text 52.5 2.5 left \"Arial\" 8 bold \"Qtr\"",
+                                        "print text 65 2.5 left \"Arial\" 8 bold \"RST\"",
+                                        "print text 38 12.5 left \"Arial\" 8 bold \"Mc/s\"",
+                                        "print text 52.5 12.5 left \"Arial\" 8 bold \"Band\"",
+                                        "print text 65 12.5 left \"Arial\" 8 bold \"2x\"",
+                                        "print text 38 8 left \"Arial\" 8 plain \"03/02/2001\"",
+                                        "print text 52.5 8 left \"Arial\" 8 plain \"04:05\"",
+                                        "print text 65 8 left \"Arial\" 8 plain \"59\"",
+                                        "print text 38 18 left \"Arial\" 8 plain \"144.300\"",
+                                        "print text 52.5 18 left \"Arial\" 8 plain \"  2 m\"",
+                                        "print text 65 18 left \"Arial\" 8 plain \"SSB\"",
+                                        "print text 1 18 left \"Arial\" 8 bold \"QSL PSE\""}));
   DrawQsoLabel(machine.GetPrinter(), Mm(0), Mm(0), Contact());
   EXPECT_EQ(machine.TakeLines().front(), "print text 1 2 left \"Arial\" 8 bold \"To Radio\"");
 }
@@ -71,12 +70,12 @@ struct NoteCase {
 TEST(QslLabels, SatelliteTextsComeOutOfTheNote) {
   const NoteCase cases[] = {{"[70cm/AO-7/2m]", "70cm", "2m"},
                             {"", "  2 m", "Satellite"},
-                            {"AO-7/B/U", "  2 m", "Satellite"},   // no bracket
-                            {"[AO-7]", "  2 m", "Satellite"},     // no slash
-                            {"[AO-7/U]", "  2 m", "Satellite"},   // one slash
-                            {"[/B/U]", "  2 m", "Satellite"},     // an empty first text
-                            {"x[a/b/c]", "[a", "c"},              // cut from the second character
-                            {"[a/b/c", "a", ""},                  // the last character always goes
+                            {"AO-7/B/U", "  2 m", "Satellite"},  // no bracket
+                            {"[AO-7]", "  2 m", "Satellite"},    // no slash
+                            {"[AO-7/U]", "  2 m", "Satellite"},  // one slash
+                            {"[/B/U]", "  2 m", "Satellite"},    // an empty first text
+                            {"x[a/b/c]", "[a", "c"},             // cut from the second character
+                            {"[a/b/c", "a", ""},                 // the last character always goes
                             {"[a/b/", "a", ""},
                             {"[a/b/c/d]", "a", "c/d"}};
   for (const NoteCase& c : cases) {

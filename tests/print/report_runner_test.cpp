@@ -29,8 +29,10 @@ class ReportRunnerTest : public StationTest {
   }
   void Fill(int rows) {
     for (int i = 0; i < rows; ++i) {
-      session.Db.Execute("insert into SLog (DataQso,Call,Qrb,Qth,QslRicevuta) values "
-                         "('05/01/2001 10:30','C" + std::to_string(i) + "',1234,'Forlì',True)");
+      session.Db.Execute(
+          "insert into SLog (DataQso,Call,Qrb,Qth,QslRicevuta) values "
+          "('05/01/2001 10:30','C" +
+          std::to_string(i) + "',1234,'Forlì',True)");
     }
   }
 };

@@ -63,10 +63,14 @@ class ReportsTest : public StationTest {
 };
 
 TEST_F(ReportsTest, EachReportGivesItsOwnWord) {
-  const std::pair<const char*, const char*> words[] = {
-      {"cmPLog", "PLOG"},           {"cmPSquare", "ZONE"},  {"cmPPrefissi", "PREFISSO"},
-      {"cmPContinenti", "CONTINENTE"}, {"cmPZone", "ZONE"}, {"cmPCountry", "COUNTRY"},
-      {"cmPProvincie", "PROVINCIE"}, {"cmPNote", "NOTE"}};
+  const std::pair<const char*, const char*> words[] = {{"cmPLog", "PLOG"},
+                                                       {"cmPSquare", "ZONE"},
+                                                       {"cmPPrefissi", "PREFISSO"},
+                                                       {"cmPContinenti", "CONTINENTE"},
+                                                       {"cmPZone", "ZONE"},
+                                                       {"cmPCountry", "COUNTRY"},
+                                                       {"cmPProvincie", "PROVINCIE"},
+                                                       {"cmPNote", "NOTE"}};
   ASSERT_EQ(ReportMembers().size(), std::size(words));
   for (const auto& [command, word] : words) {
     Report(command, "Cancel", "Call");
@@ -176,11 +180,12 @@ bool GoOn(std::int64_t, std::int64_t) { return true; }
 class ReportEngineTest : public ReportsTest {
  protected:
   static ReportLayout Layout() {
-    return ParseReportLayout("titolo = Log di {call}\nintestazione = {data}\npiede = fine\n"
-                             "carattere = Courier New, 10, 10, 12\nmargine = 10\n"
-                             "colonna = Data; DataQso; 25; sinistra; data\n"
-                             "colonna = Call; Call; 30; centro\n"
-                             "colonna = Km; Qrb; 20; destra; ####\n");
+    return ParseReportLayout(
+        "titolo = Log di {call}\nintestazione = {data}\npiede = fine\n"
+        "carattere = Courier New, 10, 10, 12\nmargine = 10\n"
+        "colonna = Data; DataQso; 25; sinistra; data\n"
+        "colonna = Call; Call; 30; centro\n"
+        "colonna = Km; Qrb; 20; destra; ####\n");
   }
   void Fill(int rows) {
     for (int i = 0; i < rows; ++i) {
@@ -192,8 +197,8 @@ class ReportEngineTest : public ReportsTest {
 
 TEST_F(ReportEngineTest, APageHasHeadHeadingsRowsAndFoot) {
   Fill(1);
-  PrintRows(session.Db, Layout(), {{"call", "I0XXX"}, {"data", "03/02/2001"}},
-            machine.GetPrinter(), GoOn);
+  PrintRows(session.Db, Layout(), {{"call", "I0XXX"}, {"data", "03/02/2001"}}, machine.GetPrinter(),
+            GoOn);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 13u);
   EXPECT_EQ(lines[0], "print text 10 10 left \"Courier New\" 12 bold \"Log di I0XXX\"");
@@ -238,7 +243,8 @@ TEST_F(ReportEngineTest, NothingIsPrintedIntoTheFoot) {
 }
 
 TEST_F(ReportEngineTest, ATextWiderThanItsColumnIsCut) {
-  session.Db.Execute("insert into SLog (Call) values ('WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW')");
+  session.Db.Execute(
+      "insert into SLog (Call) values ('WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW')");
   PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
   bool cut = false;
   for (const std::string& line : Lines()) cut = cut || line.ends_with("WW...\"");

@@ -14,9 +14,11 @@ class StampaQslTest : public StationTest {
   StampaQslTest() { Know<StampaQsl>("StampaQsl"); }
   StampaQsl& OpenScreen() { return Open<StampaQsl>("StampaQsl"); }
   void Owe(std::string_view call, std::string_view day = "05") {
-    session.Db.Execute("insert into Log (DataQso,Call,Banda,Modo,QrkDato,Frequenza,QslDaInviare) "
-                       "values ('" + std::string(day) + "/01/2001 10:00','" + std::string(call) +
-                       "','  2 m','SSB','59',144.3,True)");
+    session.Db.Execute(
+        "insert into Log (DataQso,Call,Banda,Modo,QrkDato,Frequenza,QslDaInviare) "
+        "values ('" +
+        std::string(day) + "/01/2001 10:00','" + std::string(call) +
+        "','  2 m','SSB','59',144.3,True)");
   }
   // What was printed: of labels only the first text and its place, and what is no text at all.
   Texts Outline() {
@@ -61,8 +63,8 @@ TEST_F(StampaQslTest, UpdateStoresTheGeometryUnderItsOwnKeysAndNothingElse) {
   Event([&] { screen.CmUpdate.Press(); });
   EXPECT_EQ(session.GetSetting("StampaQsl", "AltezzaEtichette", ""), "370");
   EXPECT_EQ(session.GetSetting("StampaQsl", "LarghezzaEtichette", ""), "800");
-  for (const char* key : {"SpaziaturaOrizzontale", "SpaziaturaVerticale", "MargineSuperiore",
-                          "MargineSinistro"}) {
+  for (const char* key :
+       {"SpaziaturaOrizzontale", "SpaziaturaVerticale", "MargineSuperiore", "MargineSinistro"}) {
     EXPECT_EQ(session.GetSetting("StampaQsl", key, ""), "0") << key;
   }
   EXPECT_EQ(session.GetSetting("StampaQsl", "EtichettePerFila", ""), "2");
@@ -145,15 +147,17 @@ TEST_F(StampaQslTest, APageEndsWhenTheNextRowWouldBeginBelowIt) {
 class LabelPages : public StampaQslTest {
  protected:
   LabelPages() {
-    session.Db.Execute("UPDATE [User] SET Call='I4ABC',Qra='Mario Rossi',Locator='JN54IE',"
-                       "Indirizzo='Via Emilia 1',Qth='Parma',Provincia='PR'");
+    session.Db.Execute(
+        "UPDATE [User] SET Call='I4ABC',Qra='Mario Rossi',Locator='JN54IE',"
+        "Indirizzo='Via Emilia 1',Qth='Parma',Provincia='PR'");
   }
   void Work(std::string_view call, std::string_view mode, std::string_view note, bool received) {
     session.Db.Execute(
         "insert into Log (DataQso,Call,Banda,Modo,QrkDato,Frequenza,[Note],QslDaInviare,"
-        "QslRicevuta) values ('0" + std::to_string(++day_) + "/01/2001 10:30','" +
-        std::string(call) + "','  2 m','" + std::string(mode) + "','59',144.3,'" +
-        std::string(note) + "'," + (received ? "False,True)" : "True,False)"));
+        "QslRicevuta) values ('0" +
+        std::to_string(++day_) + "/01/2001 10:30','" + std::string(call) + "','  2 m','" +
+        std::string(mode) + "','59',144.3,'" + std::string(note) + "'," +
+        (received ? "False,True)" : "True,False)"));
   }
   void ThreeContacts() {
     Work("IK3ABC", "SSB", "", false);
@@ -192,15 +196,13 @@ TEST_P(EachLabelPages, AreDrawnOperationByOperation) {
   ExpectGolden(std::string("print/golden/labels_") + GetParam().name + ".txt", Printed(screen));
 }
 
-INSTANTIATE_TEST_SUITE_P(Labels, EachLabelPages,
-                         testing::Values(PagesCase{"station_1", true, false, 1},
-                                         PagesCase{"station_3", true, false, 3},
-                                         PagesCase{"contact_1", false, true, 1},
-                                         PagesCase{"contact_2", false, true, 2},
-                                         PagesCase{"both_1", true, true, 1},
-                                         PagesCase{"both_2", true, true, 2},
-                                         PagesCase{"both_3", true, true, 3}),
-                         [](const auto& each) { return each.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Labels, EachLabelPages,
+    testing::Values(PagesCase{"station_1", true, false, 1}, PagesCase{"station_3", true, false, 3},
+                    PagesCase{"contact_1", false, true, 1}, PagesCase{"contact_2", false, true, 2},
+                    PagesCase{"both_1", true, true, 1}, PagesCase{"both_2", true, true, 2},
+                    PagesCase{"both_3", true, true, 3}),
+    [](const auto& each) { return each.param.name; });
 
 TEST_F(LabelPages, ARowAtExactlyThePagesHeightStaysAndTheNextTurnsThePage) {
   for (int i = 0; i < 8; ++i) Work("IK3AB" + std::string(1, char('A' + i)), "SSB", "", false);
@@ -246,7 +248,8 @@ TEST_F(StampaQslTest, CardsReceivedAndNotAnsweredAreOwedToo) {
 
 TEST_F(StampaQslTest, ANullNoteOfASatelliteContactFails) {
   session.Db.Execute(
-      "insert into Log (DataQso,Call,Modo,QslDaInviare) values ('05/01/2001','A','Satellite',True)");
+      "insert into Log (DataQso,Call,Modo,QslDaInviare) values "
+      "('05/01/2001','A','Satellite',True)");
   StampaQsl& screen = OpenScreen();
   screen.DatiQso.SetOn(true);
   Event([&] { screen.CmPrint.Press(); });
@@ -274,12 +277,16 @@ TEST_F(StampaQslTest, HelpHasNoActionAndExitCloses) {
 }
 
 TEST_F(StampaQslTest, TheUpdateMarksOwedCardsAsSentAndReceivedOnesAsAnswered) {
-  session.Db.Execute("insert into Log (DataQso,Call,QslDaInviare,QslRicevuta) values "
-                     "('05/01/2001','BOTH',True,True)");
-  session.Db.Execute("insert into Log (DataQso,Call,QslDaInviare) values ('05/01/2001','OWED',True)");
-  session.Db.Execute("insert into Log (DataQso,Call,QslRicevuta) values ('05/01/2001','RCVD',True)");
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,QslDaInviare,QslRicevuta) values "
+      "('05/01/2001','BOTH',True,True)");
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,QslDaInviare) values ('05/01/2001','OWED',True)");
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,QslRicevuta) values ('05/01/2001','RCVD',True)");
   session.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','NONE')");
-  const char* const marks = "select Call,QslDaInviare,QslRicevuta,QslInviata from Log order by QsoNr";
+  const char* const marks =
+      "select Call,QslDaInviare,QslRicevuta,QslInviata from Log order by QsoNr";
   const Texts after = {"BOTH|0|-1|-1", "OWED|0|0|-1", "RCVD|0|-1|-1", "NONE|0|0|0"};
   machine.Messages().QueueAnswer(true);
   Event([&] { UpdateLogForQsl(session); });

@@ -26,8 +26,7 @@ struct Fault {
 sqlite3* other = nullptr;  // another program's connection
 
 const Fault kFaults[] = {
-    {"TheDiskIsFull",
-     [](RecordedFiles& files, const fs::path&) { files.FailFrom(0, SQLITE_FULL); },
+    {"TheDiskIsFull", [](RecordedFiles& files, const fs::path&) { files.FailFrom(0, SQLITE_FULL); },
      " 3026 - Spazio su disco insufficiente."},
     {"TheDiskFails",
      [](RecordedFiles& files, const fs::path&) { files.FailFrom(1, SQLITE_IOERR_FSYNC); },
@@ -70,9 +69,8 @@ class DatabaseFault : public testing::TestWithParam<Fault> {
   }
   // Where the data is afterwards.
   fs::path File() const {
-    for (const fs::path& file :
-         {directory.Path() / "Brenvo.mdb", directory.Path() / "kept",
-          fs::path(directory.Path().string() + "-away") / "Brenvo.mdb"}) {
+    for (const fs::path& file : {directory.Path() / "Brenvo.mdb", directory.Path() / "kept",
+                                 fs::path(directory.Path().string() + "-away") / "Brenvo.mdb"}) {
       if (fs::exists(file)) return file;
     }
     return {};

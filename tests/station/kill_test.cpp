@@ -82,9 +82,10 @@ class Operator {
 
   void Transfer(int n) {
     if (session_.Db.OpenSnapshot("select Banda from Contest")->EOF_()) {
-      session_.Db.Execute(fmt::format(
-          "insert into Contest (DataContest, Banda, Nome, Call, Frequenza) values "
-          "('{}','{}','PROVA','I3ABC',144.3)", kDate, kBand));
+      session_.Db.Execute(
+          fmt::format("insert into Contest (DataContest, Banda, Nome, Call, Frequenza) values "
+                      "('{}','{}','PROVA','I3ABC',144.3)",
+                      kDate, kBand));
     }
     session_.Db.Execute("delete * from [Contest Qso]");
     for (int i = 0; i < kTransferred; ++i) {
@@ -202,9 +203,9 @@ TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
     // Next time numbers go on behind what may have been stored without a word.
     said.last += 2;
   }
-  std::printf("%d kills: %zu stored, %zu changed, %zu transfers, %d compactions, %d between names\n",
-              kills, said.stored.size(), said.changed.size(), said.transferred.size(),
-              said.compactions, lost);
+  std::printf(
+      "%d kills: %zu stored, %zu changed, %zu transfers, %d compactions, %d between names\n", kills,
+      said.stored.size(), said.changed.size(), said.transferred.size(), said.compactions, lost);
   EXPECT_GT(said.stored.size(), 0u);
   EXPECT_GT(said.transferred.size(), 0u);
   EXPECT_GT(said.compactions, 0);

@@ -215,10 +215,11 @@ class RecordedFiles {
           return Of(f).Below()->pMethods->xRead(Of(f).Below(), to, size, at);
         },
         [](sqlite3_file* f, const void* from, int size, sqlite3_int64 at) {
-          return Noted(f,
-                       {Kind::kWrite, "", at,
-                        std::string(static_cast<const char*>(from), static_cast<std::size_t>(size))},
-                       [&](sqlite3_file* b) { return b->pMethods->xWrite(b, from, size, at); });
+          return Noted(
+              f,
+              {Kind::kWrite, "", at,
+               std::string(static_cast<const char*>(from), static_cast<std::size_t>(size))},
+              [&](sqlite3_file* b) { return b->pMethods->xWrite(b, from, size, at); });
         },
         [](sqlite3_file* f, sqlite3_int64 size) {
           return Noted(f, {Kind::kTruncate, "", size, {}},

@@ -14,7 +14,8 @@
 
 namespace brenvo {
 
-// A scratch directory with an empty database of the program's schema, which is built once a process.
+// A scratch directory with an empty database of the program's schema, which is built once a
+// process.
 class ScratchDatabase {
  public:
   ScratchDatabase() { std::filesystem::copy_file(Fresh(), File()); }

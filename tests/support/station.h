@@ -40,8 +40,7 @@ class StationTest : public testing::Test {
       db.Execute("UPDATE [User] SET Locator='JN65AA'");
     }
     if (openFrame) {
-      frame = &static_cast<MainFrame&>(
-          session.Windows.Adopt(std::make_unique<MainFrame>(session)));
+      frame = &static_cast<MainFrame&>(session.Windows.Adopt(std::make_unique<MainFrame>(session)));
       session.Windows.Show(*frame);
       machine.TakeLines();
     }

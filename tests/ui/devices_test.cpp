@@ -1,6 +1,7 @@
 #include <pty.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <QAudioDevice>
 #include <QElapsedTimer>
 #include <QFile>
@@ -9,7 +10,6 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
-#include <filesystem>
 
 #include "tests/ui/screen.h"
 #include "ui/qt_devices.h"
@@ -189,7 +189,8 @@ TEST_F(Devices, SettingsAreOnDiskAtOnceAndKeepTheirBlanks) {
 
 // A wave file of silence: 16 bits, one channel.
 void WriteWave(const std::filesystem::path& path, int samples) {
-  QByteArray bytes("RIFF----WAVEfmt \x10\0\0\0\x01\0\x01\0\x40\x1f\0\0\x80\x3e\0\0\x02\0\x10\0data", 40);
+  QByteArray bytes("RIFF----WAVEfmt \x10\0\0\0\x01\0\x01\0\x40\x1f\0\0\x80\x3e\0\0\x02\0\x10\0data",
+                   40);
   const quint32 length = static_cast<quint32>(samples) * 2;
   bytes.append(reinterpret_cast<const char*>(&length), 4);
   bytes.append(QByteArray(static_cast<qsizetype>(length), '\0'));

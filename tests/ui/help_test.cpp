@@ -3,15 +3,16 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 
-#include "tests/ui/screen.h"
 #include "core/help_file.h"
+#include "tests/ui/screen.h"
 #include "ui/help_viewer.h"
 
 namespace brenvo {
 namespace {
 
 TEST(HelpFile, PagesBeginAtTheirHeadings) {
-  const auto pages = ParseHelp("prima\r\n@ 1 Il primo giorno\r\nTesto\r\n\r\n@ 100 Log\nF2 *inserisce*\n");
+  const auto pages =
+      ParseHelp("prima\r\n@ 1 Il primo giorno\r\nTesto\r\n\r\n@ 100 Log\nF2 *inserisce*\n");
   ASSERT_EQ(pages.size(), 2u);
   EXPECT_EQ(pages[0].topic, 1);
   EXPECT_EQ(pages[0].title, "Il primo giorno");

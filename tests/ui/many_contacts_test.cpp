@@ -35,7 +35,8 @@ constexpr const char* kCalls[] = {
     "ZL1ABC", "HL1ABC", "BY1ABC"};
 constexpr const char* kBands[] = {"  2 m", " 70cm", "  6 m", " 20 m", " 40 m"};
 constexpr const char* kModes[] = {"SSB", "CW", "FM"};
-constexpr const char* kNames[] = {"Nicolò", "José", "Jürgen", "Šárka", "Żaneta", "Mario", "Øystein"};
+constexpr const char* kNames[] = {"Nicolò", "José",  "Jürgen", "Šárka",
+                                  "Żaneta", "Mario", "Øystein"};
 constexpr const char* kTowns[] = {"Cantù", "Forlì", "Zürich", "Köln", "São Paulo", "Roma"};
 constexpr const char* kLocators[] = {"JN65AA", "JN45CD", "IO91WM", "KM17UW", ""};
 constexpr int kRounds = 3;
@@ -47,9 +48,7 @@ struct Typed {
   }
 };
 
-std::string UpperText(const char* text) {
-  return QString::fromUtf8(text).toUpper().toStdString();
-}
+std::string UpperText(const char* text) { return QString::fromUtf8(text).toUpper().toStdString(); }
 
 class ManyContacts : public ::testing::Test {
  protected:

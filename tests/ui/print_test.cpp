@@ -168,8 +168,9 @@ TEST_F(Printing, WhatThePreviewShowsGoesIntoAPdf) {
   const QString file = directory.filePath("pagine.pdf");
   PageSpool pages;
   const auto paper = NewPrinter(false)->pageLayout();
-  PrintPreview preview(pages, paper, ChoosePrinter,
-                       [&](bool landscape) { return PaperTarget::Pdf(file, landscape); }, nullptr);
+  PrintPreview preview(
+      pages, paper, ChoosePrinter,
+      [&](bool landscape) { return PaperTarget::Pdf(file, landscape); }, nullptr);
   pages.Add({PageOperation::Kind::kText, {20, 30}, {}, "Perché no?", 0, false, {}});
   pages.NewPage();
   pages.Add({PageOperation::Kind::kBox, {20, 30}, {40, 50}, {}, 0, false, {}});
@@ -221,10 +222,9 @@ TEST_F(Printing, APictureFillsAPageOfItsOwnThatLiesOrStandsAsItDoes) {
 }
 
 TEST_F(Printing, AFileThatCannotBeWrittenIsNamed) {
-  QtPrinter unwritable{[](bool landscape) {
-                         return PaperTarget::Pdf("/nessuna/cartella.pdf", landscape);
-                       },
-                       [](const Window&) { return QPixmap(); }};
+  QtPrinter unwritable{
+      [](bool landscape) { return PaperTarget::Pdf("/nessuna/cartella.pdf", landscape); },
+      [](const Window&) { return QPixmap(); }};
   EXPECT_EQ(FailureOf([&] { unwritable.Text(Mm(0), Mm(0), "x"); }),
             "Il file /nessuna/cartella.pdf non si puo' scrivere");
 }

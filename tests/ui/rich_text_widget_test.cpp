@@ -29,9 +29,7 @@ class RichTextWidget : public ScreenTest {
   }
 };
 
-TEST_F(RichTextWidget, ShowsWhatStoodThereBefore) {
-  EXPECT_EQ(area.toPlainText(), "prima\n");
-}
+TEST_F(RichTextWidget, ShowsWhatStoodThereBefore) { EXPECT_EQ(area.toPlainText(), "prima\n"); }
 
 TEST_F(RichTextWidget, FollowsAppendedPiecesAndLineEndsThatComeApart) {
   form.Received.Append("DX de I2");

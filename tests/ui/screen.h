@@ -3,10 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <memory>
 #include <QApplication>
 #include <QTest>
 #include <QTimer>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,8 +24,8 @@ class ScreenTest : public ::testing::Test {
  protected:
   ScreenTest() {
     gate.Attach(&windows);
-    main = &windows.Adopt(std::make_unique<Window>(host, "Brenvo", "Brenvo", Twips(15000),
-                                                   Twips(11000)));
+    main = &windows.Adopt(
+        std::make_unique<Window>(host, "Brenvo", "Brenvo", Twips(15000), Twips(11000)));
     windows.Show(*main);
     Settle();
   }
@@ -62,7 +62,8 @@ class ScreenTest : public ::testing::Test {
 
   template <class Kind>
   Kind* Find(std::string_view name) {
-    Kind* found = host.Main().findChild<Kind*>(QString::fromUtf8(name.data(), qsizetype(name.size())));
+    Kind* found =
+        host.Main().findChild<Kind*>(QString::fromUtf8(name.data(), qsizetype(name.size())));
     EXPECT_NE(found, nullptr) << name;
     return found;
   }

@@ -129,7 +129,8 @@ TEST_P(EachWindow, HasAViewThatShowsEveryField) {
   for (const Field* field : window->Fields()) {
     if (!field->Visible() || !WantsAPlace(*field)) continue;
     const QString name = QString::fromStdString(field->Name());
-    if (name.startsWith("Frame") || name == "VScroll") continue;  // titles; a picture scrolls itself
+    if (name.startsWith("Frame") || name == "VScroll")
+      continue;  // titles; a picture scrolls itself
     EXPECT_TRUE(outer.findChild<QWidget*>(name) != nullptr ||
                 outer.findChild<QAction*>(name) != nullptr)
         << field->Name();
