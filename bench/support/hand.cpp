@@ -62,10 +62,4 @@ void Hand::Touch() const {
   static_cast<void>(last);
 }
 
-void RunSql(sqlite3* file, const char* sql) {
-  if (sqlite3_exec(file, sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
-    throw std::runtime_error(sqlite3_errmsg(file));
-  }
-}
-
 }  // namespace brenvo

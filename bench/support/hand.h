@@ -38,6 +38,4 @@ class Hand {
   sqlite3_stmt* statement_ = nullptr;
 };
 
-void RunSql(sqlite3* file, const char* sql);
-
 }  // namespace brenvo
