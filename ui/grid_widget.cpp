@@ -61,6 +61,9 @@ class Table : public QTableView {
 
   void Refresh() {
     if (!context_.Alive()) return;
+    // Rows are counted, a million of them too, when somebody looks at them.
+    stale_ = !isVisible();
+    if (stale_) return;
     // An editor would lose what is typed in it; the refresh comes when it closes.
     if (state() == EditingState) return;
     refreshing_ = true;
@@ -73,6 +76,11 @@ class Table : public QTableView {
     SizeRows();
     ShowCurrent();
     refreshing_ = false;
+  }
+
+  void showEvent(QShowEvent* event) override {
+    QTableView::showEvent(event);
+    if (stale_) Refresh();
   }
 
   QSize sizeHint() const override { return {420, 260}; }
@@ -193,6 +201,7 @@ class Table : public QTableView {
   std::vector<int> told_;
   bool measured_ = false;
   bool refreshing_ = false;
+  bool stale_ = false;  // to be refreshed when it shows
 };
 
 }  // namespace
