@@ -1,11 +1,11 @@
 #include "tools/drive/settings_file.h"
 
 #include <gmock/gmock.h>
-#include <unistd.h>
 
 #include <fstream>
 
 #include "recorder/refused.h"
+#include "tests/support/scratch_directory.h"
 
 namespace brenvo {
 namespace {
@@ -16,19 +16,13 @@ using testing::UnorderedElementsAre;
 
 class SettingsFile : public testing::Test {
  protected:
-  SettingsFile() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "brenvo-XXXXXX").string();
-    directory = mkdtemp(pattern.data());
-  }
-  ~SettingsFile() override { std::filesystem::remove_all(directory); }
-
-  std::filesystem::path File() const { return directory / "Brenvo.ini"; }
+  std::filesystem::path File() const { return directory.Path() / "Brenvo.ini"; }
   MemorySettings::Values Read(const char* text) {
     std::ofstream(File(), std::ios::binary) << text;
     return ReadSettings(File());
   }
 
-  std::filesystem::path directory;
+  const ScratchDirectory directory;
 };
 
 std::pair<std::string, std::string> Place(const char* section, const char* key) {
@@ -58,7 +52,7 @@ TEST_F(SettingsFile, TheScreensFormsAreUnderstood) {
 
 TEST_F(SettingsFile, APlaceThatCannotBeWrittenIsToldByName) {
   try {
-    WriteSettings(directory / "none" / "Brenvo.ini", {});
+    WriteSettings(directory.Path() / "none" / "Brenvo.ini", {});
     FAIL();
   } catch (const Refused& refused) {
     EXPECT_EQ(refused.reason, "Brenvo.ini cannot be written");

@@ -13,8 +13,7 @@
 #include "forms/choice_fields.h"
 #include "forms/grid.h"
 #include "forms/list_field.h"
-#include "station/station.h"
-#include "tests/support/station.h"
+#include "tests/station/all_windows.h"
 
 namespace brenvo {
 namespace {
@@ -120,19 +119,8 @@ std::vector<FieldEvent> EventsOf(const Field& field) {
   return events;
 }
 
-class EveryName : public StationTest {
+class EveryName : public AllWindowsTest {
  protected:
-  EveryName() : StationTest(false) {
-    frame = StartStation(session);
-    session.CurrentContest = {"03/03/2001", "  2 m", "Contest", "JN65AA"};
-    session.QueryText = "WHERE Call<>''";
-    // The score needs a contact.
-    session.Db.Execute(
-        "insert into [Contest Qso] (DataContest,Banda,ProgrDato,Call,Locator,Punti,Qrb,Note) "
-        "values "
-        "('03/03/2001','  2 m',1,'I3XYZ','JN65DF',1,1,'')");
-  }
-
   // Each event of each window once, in the order of declaration.
   void ForEachEvent(
       const std::function<void(const Window&, const Field&, const FieldEvent&)>& visit) {

@@ -4,9 +4,8 @@
 
 #include "forms/command.h"
 #include "forms/status_bar.h"
-#include "station/station.h"
+#include "tests/station/all_windows.h"
 #include "tests/support/golden.h"
-#include "tests/support/station.h"
 
 namespace brenvo {
 namespace {
@@ -17,18 +16,8 @@ std::string OnOneLine(std::string text) {
   return text;
 }
 
-class Words : public StationTest {
+class Words : public AllWindowsTest {
  protected:
-  Words() : StationTest(false) {
-    frame = StartStation(session);
-    session.CurrentContest = {"03/03/2001", "  2 m", "Contest", "JN65AA"};
-    session.QueryText = "WHERE Call<>''";
-    // The score needs a contact.
-    session.Db.Execute(
-        "insert into [Contest Qso] (DataContest,Banda,ProgrDato,Call,Locator,Punti,Qrb,Note) "
-        "values ('03/03/2001','  2 m',1,'I3XYZ','JN65DF',1,1,'')");
-  }
-
   std::string TableOf(Window& window) {
     std::string table = fmt::format("{}\t{}\n", window.Name(), window.Caption());
     StatusBar* bar = nullptr;
