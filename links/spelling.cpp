@@ -7,12 +7,11 @@ namespace brenvo {
 
 void PlayWave(const Session& session, WavePlayer& player, std::string_view name) {
   const std::string_view bare = name.substr(1);
-  if (SafeFileName(bare) == bare || bare.find('/') != bare.npos) {
-    player.PlayAndWait(session.File(name));
-  } else {
-    // Nothing is written here: a ":" that is spelled must not find the file of a "-".
-    player.PlayAndWait(session.AppPath / std::u8string(bare.begin(), bare.end()));
-  }
+  // Nothing is written here: a ":" that is spelled must not find the file of a "-". What the
+  // platform takes for a way to another directory goes by its safe name.
+  const std::filesystem::path spelled(std::u8string(bare.begin(), bare.end()));
+  const bool asItStands = SafeFileName(bare) != bare && spelled == spelled.filename();
+  player.PlayAndWait(asItStands ? session.AppPath / spelled : session.File(name));
 }
 
 void SpellCall(std::string_view call, const std::function<void(std::string_view name)>& play) {
