@@ -66,8 +66,6 @@ void ReportCounts(std::ostream& report, const ImportCounts& counts) {
       counts.read, counts.fresh, counts.repeated, counts.completed, counts.refused);
 }
 
-// New contacts are written many at a time: between two of them SQLite then stays where it is in
-// each index.
 class ContactWriter {
  public:
   ContactWriter(Session& session, const ImportOptions& options)
@@ -76,27 +74,15 @@ class ContactWriter {
         repeated_(session),
         new_(session.Db.OpenAppender("Log")) {}
 
-  void Store(MappedRecord& mapped, ImportCounts& counts) {
-    if (waiting_.contains(RepeatedInFile::KeyOf(mapped.contact))) Write();
+  void Store(const MappedRecord& mapped, ImportCounts& counts) {
     if (repeated_.Find(mapped.contact)) {
       ++counts.repeated;
       if (options_.fillEmptyColumns && Fill(mapped)) ++counts.completed;
       return;
     }
-    new_->Add(RowOf(mapped.contact));
-    keptOfWaiting_.push_back(std::move(mapped.kept));
-    waiting_.insert(RepeatedInFile::KeyOf(mapped.contact));
+    kept_.Add(new_->Append(RowOf(mapped.contact)), mapped.kept);
     repeated_.Stored(mapped.contact);
     ++counts.fresh;
-    if (new_->Waiting() == RowAppender::kMostWaiting) Write();
-  }
-
-  void Write() {
-    std::int64_t qsoNr = new_->Write();
-    for (const std::vector<AdifField>& fields : keptOfWaiting_) kept_.Add(qsoNr++, fields);
-    kept_.Write();
-    keptOfWaiting_.clear();
-    waiting_.clear();
   }
 
  private:
@@ -114,17 +100,13 @@ class ContactWriter {
       WriteColumn(row, mapped.contact, column);
     }
     if (filled) row.Update();
-    const bool kept = kept_.AddMissing(qsoNr, mapped.kept);
-    kept_.Write();
-    return kept || filled;
+    return kept_.AddMissing(qsoNr, mapped.kept) || filled;
   }
 
   ImportOptions options_;
   KeptFields kept_;
   RepeatedInLog repeated_;
   std::unique_ptr<RowAppender> new_;
-  std::vector<std::vector<AdifField>> keptOfWaiting_;
-  std::unordered_set<std::uint64_t> waiting_;  // by what makes them repeated
 };
 
 // The words of a refusal without what stands in the record: "data non valida: 20011301".
@@ -216,7 +198,6 @@ std::optional<ImportCounts> ImportContacts(Session& session, const std::filesyst
       ReportRefusal(report, log.Records(), record, mapped.refusal);
     }
   }
-  writer.Write();
   ReportCounts(report, counts);
   if (!report.flush()) throw std::runtime_error("Il rapporto dell'importazione non si scrive");
   transaction.Commit();

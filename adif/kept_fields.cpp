@@ -20,13 +20,8 @@ std::vector<AdifField> KeptFields::Of(std::int64_t qsoNr) {
 }
 
 void KeptFields::Add(std::int64_t qsoNr, const std::vector<AdifField>& fields) {
-  for (const AdifField& field : fields) {
-    new_->Add({qsoNr, field.name, field.value});
-    if (new_->Waiting() == RowAppender::kMostWaiting) new_->Write();
-  }
+  for (const AdifField& field : fields) new_->Append({qsoNr, field.name, field.value});
 }
-
-void KeptFields::Write() { new_->Write(); }
 
 bool KeptFields::AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fields) {
   const std::vector<AdifField> present = Of(qsoNr);

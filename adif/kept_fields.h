@@ -20,11 +20,9 @@ class KeptFields {
 
   // By name.
   std::vector<AdifField> Of(std::int64_t qsoNr);
-  // Of a new contact. They wait for Write, or for others to make it worth while.
+  // Of a new contact.
   void Add(std::int64_t qsoNr, const std::vector<AdifField>& fields);
-  void Write();
-  // Of one that may have some, none of them waiting: those that it has stay as they are. Tells
-  // whether any was new.
+  // Of one that may have some: those that it has stay as they are. Tells whether any was new.
   bool AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fields);
 
  private:

@@ -24,21 +24,31 @@ DateTime MinuteOf(DateTime time) {
 
 RepeatedInLog::RepeatedInLog(Session& session) : table_(session.Db.OpenTable("Log")) {
   table_->SetIndex("Unico");
-  table_->MoveLast();
-  if (!table_->EOF_()) last_ = table_->Field("DataQso").Date();
 }
 
-void RepeatedInLog::Stored(const LogContact& contact) { last_ = std::max(last_, contact.DataQso); }
+void RepeatedInLog::Stored(const LogContact& contact) {
+  if (contact.DataQso < emptyFrom_ || contact.DataQso >= emptyTo_) return;
+  emptyFrom_ = MinuteOf(contact.DataQso) + DateTime::FromSeconds(kMinute);
+}
 
 bool RepeatedInLog::Find(const LogContact& contact) {
   const DateTime minute = MinuteOf(contact.DataQso);
-  if (minute > last_) return false;
   const DateTime end = minute + DateTime::FromSeconds(kMinute);
+  if (minute >= emptyFrom_ && end <= emptyTo_) return false;
   table_->Seek(SeekComparison::kGreaterOrEqual, {minute});
+  emptyFrom_ = minute;
+  emptyTo_ = DateTime::Of(9999, 12, 31);
   if (table_->NoMatch()) return false;
-  for (; !table_->EOF_() && table_->Field("DataQso").Date() < end; table_->MoveNext()) {
+  for (; !table_->EOF_(); table_->MoveNext()) {
+    const DateTime at = table_->Field("DataQso").Date();
+    if (at >= end) {
+      emptyTo_ = at;
+      return false;
+    }
+    emptyFrom_ = end;
     if (SameText(RTrim(table_->Field("Call").Text()), RTrim(contact.Call)) &&
         SameText(RTrim(table_->Field("Banda").Text()), RTrim(contact.Banda))) {
+      emptyTo_ = end;  // nothing is known of what follows
       return true;
     }
   }

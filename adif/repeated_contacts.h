@@ -22,7 +22,9 @@ class RepeatedInLog {
 
  private:
   std::unique_ptr<Table> table_;
-  DateTime last_;  // no contact of the log is later
+  // No contact of the log is in these seconds. Files go on with time, mostly, and so need not be
+  // looked up record by record.
+  DateTime emptyFrom_, emptyTo_;
 };
 
 // The same among contacts that come one after the other, however many: they are counted on disk,

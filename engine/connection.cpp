@@ -243,8 +243,7 @@ void Connection::GiveBack(CompiledStatement* statement) {
   statements_.remove_if([&](const CompiledStatement& other) { return &other == statement; });
 }
 
-std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
-                               std::vector<Value> parameters) {
+void Connection::PrepareToWrite(const TableSchema& table) {
   RequireOpen();
   if (!InTransaction()) RequireSound();
   // Reading the rest may end a reader's registration, but not while it is asked: they stay.
@@ -252,6 +251,11 @@ std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
     const auto& tables = reader->TablesRead();
     if (std::find(tables.begin(), tables.end(), &table) != tables.end()) reader->ReadRest();
   }
+}
+
+std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
+                               std::vector<Value> parameters) {
+  PrepareToWrite(table);
   const std::int64_t before = sqlite3_total_changes64(file_.get());
   Running run(*this, sql, std::move(parameters));
   run.Step();
@@ -306,6 +310,14 @@ void Running::Swap(Running& other) noexcept {
   std::swap(connection_, other.connection_);
   std::swap(statement_, other.statement_);
   std::swap(parameters_, other.parameters_);
+}
+
+void Running::Restart(std::vector<Value> parameters) {
+  if (statement_->handle == nullptr) connection_->RequireOpen();
+  sqlite3_reset(statement_->handle);
+  sqlite3_clear_bindings(statement_->handle);
+  parameters_ = std::move(parameters);
+  Bind();
 }
 
 void Running::Bind() {

@@ -59,9 +59,11 @@ class Connection {
   // Changes whenever a row may have changed through this connection.
   std::int64_t ChangeStamp() const;
 
+  // Whoever still reads from the table reads the rest before a statement changes it. DatabaseError
+  // 3343 and 3024 (see RequireSound), and 3420 when closed.
+  void PrepareToWrite(const TableSchema& table);
   // Runs a statement that writes to `table`, and returns the number of rows that it changed.
-  // Whoever still reads from the table reads the rest first. DatabaseError as for the file it
-  // writes to: 3022, 3026, 3027, 3260, 3343, 3024 when the file is not where it was.
+  // DatabaseError as of PrepareToWrite, and 3022, 3026, 3027, 3260.
   std::int64_t Write(const TableSchema& table, std::string_view sql, std::vector<Value> parameters);
 
   // The key of the row that was inserted last.
@@ -115,6 +117,8 @@ class Running {
   ~Running();
 
   const std::vector<Value>& Parameters() const { return parameters_; }
+  // Begins anew with these parameters.
+  void Restart(std::vector<Value> parameters);
   // True when there is a row. DatabaseError 3420 when the connection was closed meanwhile.
   bool Step();
   Value Cell(int column, ValueType type) const;

@@ -115,21 +115,14 @@ class Table : public EditableRecordset {
   virtual bool NoMatch() const = 0;
 };
 
-// New rows of a table, many to a statement: for those who bring in thousands.
+// New rows of a table through one statement that stays compiled: for those who bring in thousands.
 class RowAppender {
  public:
-  // That many wait at the most before it is time to write them.
-  static constexpr std::size_t kMostWaiting = 512;
-
   virtual ~RowAppender() = default;
-  // A value for each column but the counter, in the order of the table, converted to the column's
-  // type; columns left out at the end are Null. It waits, and nobody sees it yet.
-  virtual void Add(const std::vector<Value>& row) = 0;
-  virtual std::size_t Waiting() const = 0;
-  // Writes those that wait, in the order in which they came, and returns the key of the first; the
-  // others have the keys behind it. It takes a transaction (DatabaseError 3034 without one), since
-  // after a failure, 3022 when a unique key would repeat, some of them are written.
-  virtual std::int64_t Write() = 0;
+  // Stores a row and returns its key: a value for each column but the counter, in the order of the
+  // table, converted to the column's type; columns left out at the end are Null. DatabaseError 3022
+  // when a unique key would repeat; nothing is stored then.
+  virtual std::int64_t Append(const std::vector<Value>& row) = 0;
 };
 
 }  // namespace brenvo
