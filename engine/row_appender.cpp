@@ -15,8 +15,8 @@ TableAppender::TableAppender(std::shared_ptr<Connection> connection, std::string
     names += (names.empty() ? "" : ", ") + column.quoted;
     marks += marks.empty() ? "?" : ", ?";
   }
-  insert_ = Running(*connection_, "INSERT INTO " + table_->quoted + " (" + names + ") VALUES (" +
-                                      marks + ")");
+  insert_ = Running(*connection_,
+                    "INSERT INTO " + table_->quoted + " (" + names + ") VALUES (" + marks + ")");
 }
 
 std::int64_t TableAppender::Append(const std::vector<Value>& row) {
