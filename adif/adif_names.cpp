@@ -5,7 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "adif/plain_name.h"
+#include "base/text.h"
 
 namespace brenvo {
 namespace {

@@ -8,9 +8,6 @@ namespace brenvo {
 
 // ASCII only: "St. Kitts & Nevis" is "STKITTSNEVIS"; other bytes stay.
 std::string PlainName(std::string_view name);
-// ASCII letters in upper case; all else stays.
-std::string UpperAscii(std::string_view text);
-bool SameText(std::string_view a, std::string_view b);  // ASCII case aside
 // Without white space at both ends.
 std::string_view Stripped(std::string_view text);
 

@@ -1,12 +1,10 @@
 #include "adif/repeated_contacts.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 
-#include "adif/plain_name.h"
 #include "base/text.h"
 
 namespace brenvo {

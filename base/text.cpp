@@ -10,6 +10,8 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
+constexpr char UpperByte(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+
 // Byte offset of the character at `index` (from 0), or the text's size when it is shorter.
 std::size_t OffsetOf(std::string_view text, std::size_t index) {
   std::size_t offset = 0;
@@ -144,6 +146,17 @@ std::string Lower(std::string_view text) {
   std::u32string characters = Characters(text);
   std::transform(characters.begin(), characters.end(), characters.begin(), LowerChar);
   return FromCharacters(characters);
+}
+
+std::string UpperAscii(std::string_view text) {
+  std::string upper(text);
+  std::transform(upper.begin(), upper.end(), upper.begin(), UpperByte);
+  return upper;
+}
+
+bool SameText(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return UpperByte(x) == UpperByte(y); });
 }
 
 std::size_t InStr(std::size_t start, std::string_view text, std::string_view what) {

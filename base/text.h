@@ -26,6 +26,10 @@ std::string PadRight(std::string_view text, std::size_t width);
 // Letters of Latin, Greek and Cyrillic change case; everything else stays.
 std::string Upper(std::string_view text);
 std::string Lower(std::string_view text);
+// Letters of ASCII alone change case.
+std::string UpperAscii(std::string_view text);
+// The same but for the case of ASCII letters: names of fields, columns and tables hold no others.
+bool SameText(std::string_view a, std::string_view b);
 char32_t UpperChar(char32_t c);
 char32_t LowerChar(char32_t c);
 // Position from 1 of the first `what` in `text` at or behind `start`; 0 when there is none.

@@ -55,9 +55,9 @@ Value StoredYesNo(const Value& value, std::string_view column) {
   bool yes = false;
   if (const auto* text = std::get_if<std::string>(&value.Get())) {
     const std::string word = Trim(*text);
-    if (SameName(word, "true")) {
+    if (SameText(word, "true")) {
       yes = true;
-    } else if (!SameName(word, "false")) {
+    } else if (!SameText(word, "false")) {
       yes = NumberOf(value, column) != 0;
     }
   } else {

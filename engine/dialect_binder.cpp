@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "base/text.h"
 #include "engine/convert.h"
 #include "engine/database_error.h"
 #include "engine/functions.h"
@@ -66,7 +67,7 @@ class Binder {
       tree_.read.push_back(reference.table);
       for (const TableReference& other : select.tables) {
         if (&other == &reference) break;
-        if (SameName(NameOf(other), NameOf(reference))) {
+        if (SameText(NameOf(other), NameOf(reference))) {
           FailSyntax("La tabella '" + std::string(NameOf(reference)) + "' compare due volte.");
         }
       }
@@ -122,7 +123,7 @@ class Binder {
       }
       bool found = false;
       for (const TableReference& reference : select.tables) {
-        if (!item.qualifier.empty() && !SameName(item.qualifier, NameOf(reference))) continue;
+        if (!item.qualifier.empty() && !SameText(item.qualifier, NameOf(reference))) continue;
         found = true;
         for (const Column& column : reference.table->columns) {
           SelectItem expanded;
@@ -149,7 +150,7 @@ class Binder {
       const TableReference* found = nullptr;
       for (std::size_t i = 0; i < at->count; ++i) {
         const TableReference& reference = at->tables[i];
-        if (!node.qualifier.empty() && !SameName(node.qualifier, NameOf(reference))) continue;
+        if (!node.qualifier.empty() && !SameText(node.qualifier, NameOf(reference))) continue;
         const std::size_t column = reference.table->FindColumn(node.text);
         if (column == TableSchema::kNone) continue;
         if (found != nullptr) {

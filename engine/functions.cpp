@@ -248,7 +248,7 @@ DateTime DateOfLiteral(std::string_view text) {
 
 const Function* FindFunction(std::string_view name) {
   const auto* found = std::find_if(std::begin(kFunctions), std::end(kFunctions),
-                                   [&](const Function& f) { return SameName(f.name, name); });
+                                   [&](const Function& f) { return SameText(f.name, name); });
   return found == std::end(kFunctions) ? nullptr : found;
 }
 

@@ -1,5 +1,6 @@
 #include "engine/record_edit.h"
 
+#include "base/text.h"
 #include "engine/convert.h"
 
 namespace brenvo {
@@ -111,7 +112,7 @@ void FailRecordDeleted() {
 
 std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view name) {
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (SameName(columns[i], name)) return i;
+    if (SameText(columns[i], name)) return i;
   }
   throw DatabaseError(DatabaseError::kItemNotFound,
                       "La colonna '" + std::string(name) + "' non c'e'.");

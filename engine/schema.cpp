@@ -7,12 +7,11 @@
 #include <memory>
 #include <optional>
 
+#include "base/text.h"
 #include "engine/database_error.h"
 
 namespace brenvo {
 namespace {
-
-constexpr char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 struct Finalizer {
   void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
@@ -87,7 +86,7 @@ class IndexReader {
 
   bool Take(std::string_view word) {
     Skip();
-    if (!SameName(rest_.substr(0, word.size()), word)) return false;
+    if (!SameText(rest_.substr(0, word.size()), word)) return false;
     rest_.remove_prefix(word.size());
     return true;
   }
@@ -151,16 +150,16 @@ class IndexReader {
 
 ColumnType TypeOf(std::string_view declared, bool counter) {
   if (counter) return ColumnType::kCounter;
-  if (SameName(declared, "INTEGER")) return ColumnType::kInteger;
-  if (SameName(declared, "REAL")) return ColumnType::kReal;
-  if (SameName(declared, "DATETIME")) return ColumnType::kDateTime;
-  if (SameName(declared, "YESNO")) return ColumnType::kYesNo;
+  if (SameText(declared, "INTEGER")) return ColumnType::kInteger;
+  if (SameText(declared, "REAL")) return ColumnType::kReal;
+  if (SameText(declared, "DATETIME")) return ColumnType::kDateTime;
+  if (SameText(declared, "YESNO")) return ColumnType::kYesNo;
   return ColumnType::kText;
 }
 
 bool HoldsWord(std::string_view text, std::string_view word) {
   for (std::size_t at = 0; at + word.size() <= text.size(); ++at) {
-    if (SameName(text.substr(at, word.size()), word)) return true;
+    if (SameText(text.substr(at, word.size()), word)) return true;
   }
   return false;
 }
@@ -193,7 +192,7 @@ void ReadIndexes(sqlite3* file, TableSchema& table) {
     auto parts = IndexReader(table, TextAt(indexes, 1)).Parts();
     if (!parts) continue;
     if (name.size() > table.name.size() + 1 && name[table.name.size()] == '.' &&
-        SameName(std::string_view(name).substr(0, table.name.size()), table.name)) {
+        SameText(std::string_view(name).substr(0, table.name.size()), table.name)) {
       name.erase(0, table.name.size() + 1);
     }
     table.indexes.push_back({name, sqlite3_column_int(indexes.get(), 2) != 0, std::move(*parts)});
@@ -202,24 +201,16 @@ void ReadIndexes(sqlite3* file, TableSchema& table) {
 
 }  // namespace
 
-bool SameName(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (a[i] != b[i] && LowerAscii(a[i]) != LowerAscii(b[i])) return false;
-  }
-  return true;
-}
-
 std::size_t TableSchema::FindColumn(std::string_view columnName) const {
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (SameName(columns[i].name, columnName)) return i;
+    if (SameText(columns[i].name, columnName)) return i;
   }
   return kNone;
 }
 
 const Index* TableSchema::FindIndex(std::string_view indexName) const {
   const auto found = std::find_if(indexes.begin(), indexes.end(), [&](const Index& index) {
-    return SameName(index.name, indexName);
+    return SameText(index.name, indexName);
   });
   return found == indexes.end() ? nullptr : &*found;
 }
@@ -262,7 +253,7 @@ Schema Schema::Read(sqlite3* file) {
 
 const TableSchema* Schema::FindTable(std::string_view name) const {
   const auto found = std::find_if(tables_.begin(), tables_.end(), [&](const TableSchema& table) {
-    return SameName(table.name, name);
+    return SameText(table.name, name);
   });
   return found == tables_.end() ? nullptr : &*found;
 }

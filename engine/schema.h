@@ -64,9 +64,6 @@ class Schema {
   std::vector<TableSchema> tables_;
 };
 
-// ASCII letters without regard to case; the names of this program hold no others.
-bool SameName(std::string_view a, std::string_view b);
-
 // The SQL of a column or an index part, quoted: "Call", rtrim("Call") COLLATE NOCASE, ...
 std::string QuotedName(std::string_view name);
 std::string PartSql(const TableSchema& table, const IndexPart& part);

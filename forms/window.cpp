@@ -62,9 +62,8 @@ void Window::Hide() {
 bool Window::Close() { return list_ == nullptr || list_->Unload(*this); }
 
 Field* Window::FindField(std::string_view name) const {
-  const std::string wanted = Lower(name);
   const auto at = std::find_if(fields_.begin(), fields_.end(),
-                               [&](Field* field) { return Lower(field->Name()) == wanted; });
+                               [&](Field* field) { return SameText(field->Name(), name); });
   return at == fields_.end() ? nullptr : *at;
 }
 
