@@ -163,18 +163,26 @@ std::size_t AdifReader::ValueSize(std::size_t length) {
     return at_ + size <= buffer_.size() && LeadsToTag(size);
   };
   if (fits(length)) return length;
-  // In characters; line ends as two of them, or as one.
+  // In characters, or with line ends counted as one character where the file has two, or as two
+  // where it has one.
+  enum class Ends { kAsTheyAre, kTwoAreOne, kOneIsTwo };
+  constexpr std::pair<bool, Ends> kWays[] = {{true, Ends::kAsTheyAre},
+                                             {true, Ends::kTwoAreOne},
+                                             {false, Ends::kTwoAreOne},
+                                             {true, Ends::kOneIsTwo},
+                                             {false, Ends::kOneIsTwo}};
   std::size_t inCharacters = std::string::npos;
-  for (const auto& [characters, joined] : {std::pair(true, false), {true, true}, {false, true}}) {
+  for (const auto& [characters, ends] : kWays) {
     std::size_t at = at_;
     for (std::size_t left = length; left > 0 && at < buffer_.size(); --left) {
-      if (joined && buffer_[at] == '\r' && at + 1 < buffer_.size() && buffer_[at + 1] == '\n') {
-        ++at;
-      }
+      const bool two = buffer_[at] == '\r' && at + 1 < buffer_.size() && buffer_[at + 1] == '\n';
+      if (two && ends == Ends::kTwoAreOne) ++at;
+      const bool one = buffer_[at] == '\n' && (at == at_ || buffer_[at - 1] != '\r');
+      if (one && ends == Ends::kOneIsTwo && left > 1) --left;
       ++at;
       while (characters && at < buffer_.size() && IsContinuation(buffer_[at])) ++at;
     }
-    if (characters && !joined) inCharacters = at - at_;
+    if (characters && ends == Ends::kAsTheyAre) inCharacters = at - at_;
     if (fits(at - at_)) return at - at_;
   }
   for (const std::size_t size : {length, inCharacters}) {

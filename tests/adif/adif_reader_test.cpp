@@ -53,6 +53,10 @@ TEST(AdifReaderTest, LengthsCountBytesOrCharactersOfUtf8) {
 TEST(AdifReaderTest, LineEndsCountAsTwoCharactersOrAsOne) {
   EXPECT_EQ(AllTold("<NOTES:4>a\r\nb<CALL:5>I3ABC<EOR>"), Texts{"NOTES=a\r\nb|CALL=I3ABC"});
   EXPECT_EQ(AllTold("<NOTES:3>a\r\nb<CALL:5>I3ABC<EOR>"), Texts{"NOTES=a\r\nb|CALL=I3ABC"});
+  EXPECT_EQ(AllTold("<NOTES:3>a\nb<CALL:5>I3ABC<EOR>"), Texts{"NOTES=a\nb|CALL=I3ABC"});
+  EXPECT_EQ(AllTold("<NOTES:4>a\nb<CALL:5>I3ABC<EOR>"), Texts{"NOTES=a\nb|CALL=I3ABC"});
+  EXPECT_EQ(AllTold("<NOTES:7>\xC3\xA0\nb\nc\n<CALL:5>I3ABC<EOR>"),
+            Texts{"NOTES=\xC3\xA0\nb\nc|CALL=I3ABC"});
 }
 
 TEST(AdifReaderTest, BytesThatAreNoUtf8AreWindows1252) {
