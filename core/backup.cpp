@@ -148,7 +148,7 @@ void PutBack(Session& session, const BackupCopy& copy) {
     from += suffix;
     to += suffix;
     std::error_code error;
-    if (std::filesystem::exists(from, error)) RenameSafely(from, to);
+    if (std::filesystem::exists(from, error)) MoveSafely(from, to);
   }
   RenameSafely(fresh, database);
 }

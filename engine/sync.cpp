@@ -9,6 +9,27 @@
 #endif
 
 namespace brenvo {
+namespace {
+
+void SyncNameOf(const std::filesystem::path& file) {
+  SyncToDisk(file.has_parent_path() ? file.parent_path() : std::filesystem::path("."));
+}
+
+void CopySafely(const std::filesystem::path& from, const std::filesystem::path& to) {
+  try {
+    std::error_code error;
+    std::filesystem::copy_file(from, to, error);
+    if (error) throw PathFailure(to, error);
+    SyncToDisk(to);
+    SyncNameOf(to);
+  } catch (const DatabaseError&) {
+    std::error_code ignored;
+    std::filesystem::remove(to, ignored);
+    throw;
+  }
+}
+
+}  // namespace
 
 DatabaseError PathFailure(const std::filesystem::path& path, const std::error_code& why) {
   return {DatabaseError::kPathAccess,
@@ -30,7 +51,19 @@ void RenameSafely(const std::filesystem::path& from, const std::filesystem::path
   std::error_code error;
   std::filesystem::rename(from, to, error);
   if (error) throw PathFailure(from, error);
-  SyncToDisk(to.has_parent_path() ? to.parent_path() : std::filesystem::path("."));
+  SyncNameOf(to);
+}
+
+void MoveSafely(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::error_code error;
+  std::filesystem::rename(from, to, error);
+  if (error == std::errc::cross_device_link) {
+    CopySafely(from, to);
+    std::filesystem::remove(from, error);
+    SyncNameOf(from);
+  }
+  if (error) throw PathFailure(from, error);
+  SyncNameOf(to);
 }
 
 }  // namespace brenvo

@@ -241,6 +241,19 @@ class RestoreTest : public BackupTest {
   void Command() {
     Event([&] { frame->FindCommand("cmRipristinaBackup")->Press(); });
   }
+  // A new directory in memory, where that is another file system than the scratch directory's.
+  fs::path OnAnotherDisk() const {
+    std::string name = "/dev/shm/brenvo-XXXXXX";
+    if (mkdtemp(name.data()) == nullptr) return {};
+    const fs::path probe = directory.Path() / "probe";
+    std::ofstream(probe) << "of this disk";
+    std::error_code error;
+    fs::rename(probe, fs::path(name) / "probe", error);
+    fs::remove(probe);
+    if (error == std::errc::cross_device_link) return name;
+    fs::remove_all(name);
+    return {};
+  }
   // What the operator does while the window is open.
   void InTheWindow(std::function<void(RipristinaBackup&)> act) {
     machine.Host().InModal = [act](Window& window) { act(static_cast<RipristinaBackup&>(window)); };
@@ -271,6 +284,22 @@ TEST_F(RestoreTest, TheCopyTakesThePlaceOfTheDatabaseWhichIsSetAside) {
   EXPECT_EQ(ContactsIn(copies[0]), 2);
   EXPECT_FALSE(fs::exists(directory.Path() / "BrenvoNEW.MDB"));
   Store("IK3XYZ");
+}
+
+// Copies are best kept on another disk, which the system shows under the same name.
+TEST_F(RestoreTest, CopiesMayBeOnAnotherDisk) {
+  const fs::path elsewhere = OnAnotherDisk();
+  if (elsewhere.empty()) GTEST_SKIP() << "this machine has no second file system";
+  fs::copy(BackupDirectory(), elsewhere);
+  fs::remove_all(BackupDirectory());
+  fs::create_directory_symlink(elsewhere, BackupDirectory());
+  RestoreBackup(session, BackupCopies(directory.Path())[0]);
+  EXPECT_EQ(Rows("select Call from Log"), std::vector<std::string>{"IK3ABC"});
+  const auto copies = BackupCopies(directory.Path());
+  ASSERT_EQ(copies.size(), 2u);
+  EXPECT_TRUE(copies[0].setAside);
+  EXPECT_EQ(ContactsIn(copies[0]), 2);
+  fs::remove_all(elsewhere);
 }
 
 TEST_F(RestoreTest, ARestoreIsTakenBackByRestoringWhatWasSetAside) {
