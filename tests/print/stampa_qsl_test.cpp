@@ -179,6 +179,7 @@ struct PagesCase {
   bool station, contact;
   int perRow;
 };
+void PrintTo(const PagesCase& pages, std::ostream* out) { *out << pages.name; }
 
 class EachLabelPages : public LabelPages, public testing::WithParamInterface<PagesCase> {};
 
