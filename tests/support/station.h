@@ -15,6 +15,7 @@
 #include "core/session.h"
 #include "recorder/recording_platform.h"
 #include "tests/support/scratch_directory.h"
+#include "tests/support/unsynced_files.h"
 
 namespace brenvo {
 
@@ -22,6 +23,7 @@ namespace brenvo {
 class ScratchStationDirectory : public ScratchDirectory {
  public:
   ScratchStationDirectory() {
+    LeaveFilesUnsynced();
     std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb",
                                Path() / "Brenvo.mdb");
   }
