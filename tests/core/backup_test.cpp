@@ -250,7 +250,7 @@ class RestoreTest : public BackupTest {
   }
   // What the operator does while the window is open.
   void InTheWindow(std::function<void(RipristinaBackup&)> act) {
-    machine.Host().InModal = [act](Window& window) { act(static_cast<RipristinaBackup&>(window)); };
+    InDialogs([act](Window& window) { act(static_cast<RipristinaBackup&>(window)); });
   }
 };
 

@@ -161,20 +161,20 @@ TEST_F(SessionTest, AStatisticAsksForItsSelectionFirst) {
   KnowChild("StatSel");
   KnowChild("SField");
   std::string asked;
-  machine.Host().InModal = [&](Window& dialog) {
+  InDialogs([&](Window& dialog) {
     asked = dialog.Tag;
     dialog.Tag = "Cancel";
     dialog.Hide();
-  };
+  });
   session.QueryText = "before";
   Menu("cmSField");
   EXPECT_EQ(asked, "FIELD");
   EXPECT_EQ(session.QueryText, "before");
   EXPECT_EQ(session.Windows.Loaded().size(), 1u);
-  machine.Host().InModal = [&](Window& dialog) {
+  InDialogs([&](Window& dialog) {
     dialog.Tag = "WHERE Banda='  2 m'";
     dialog.Hide();
-  };
+  });
   Menu("cmSField");
   Menu("cmSField");
   EXPECT_EQ(session.QueryText, "WHERE Banda='  2 m'");

@@ -12,9 +12,6 @@ class LogFormTest : public StationTest {
   LogFormTest() { Know<LogForm>("LogForm"); }
 
   LogForm& OpenLog() { return Open<LogForm>("LogForm"); }
-  void Press(LogForm& log, std::string_view key) {
-    Event([&] { log.Key(key).Press(); });
-  }
   // Empties the fields, types a contact and stores it.
   void Store(LogForm& log, std::string_view call, std::string_view band = "  2 m",
              std::string_view time = "10:30") {
