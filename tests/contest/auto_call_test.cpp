@@ -31,6 +31,8 @@ TEST_F(AutoCallTest, TheFirstPressPlaysAtOnceAndThePauseFollowsEachPlay) {
   EXPECT_EQ(Lines(), Texts{});
   machine.Advance(1);
   EXPECT_EQ(Lines(), Texts{"wave-start \"cq.wav\""});
+  machine.Advance(60'000);
+  EXPECT_EQ(Lines(), Texts{});
 }
 
 TEST_F(AutoCallTest, PressingAgainStopsAPlayInProgress) {
@@ -79,6 +81,10 @@ TEST_F(AutoCallTest, AChangeOfTheProfileAppliesFromTheNextOpening) {
   SetProfile("altro.wav", 1);
   Press(log, "cmAutoCall");
   EXPECT_EQ(Lines(), Texts{"wave-start \"cq.wav\""});
+  Event([&] { log.Close(); });
+  Lines();
+  Press(OpenLog(), "cmAutoCall");
+  EXPECT_EQ(Lines(), Texts{"wave-start \"altro.wav\""});
 }
 
 TEST_F(AutoCallTest, ClosingTheLogEndsTheCalling) {
