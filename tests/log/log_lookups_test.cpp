@@ -416,6 +416,19 @@ TEST_F(LookupTest, ACancelledPrefixDialogChangesNothing) {
   EXPECT_EQ(log.Country.Text(), kItaly);
 }
 
+TEST_F(LookupTest, APickedPrefixThatHasLeftTheTableFillsZonesAndNoCountry) {
+  Know<FakePick>("TabellaPrefissi");
+  InDialogs([&](Window& dialog) {
+    session.ChosenPrefix = {"QQ9", "F", "14", "27", "EU"};
+    dialog.Close();
+  });
+  LogForm& log = NewContact();
+  Event([&] { log.Prefisso.DoubleClick(); });
+  EXPECT_EQ(log.Prefisso.Text(), "QQ9  ");
+  EXPECT_EQ(log.ZonaCQ.Text(), "14");
+  EXPECT_EQ(log.Country.Text(), "");
+}
+
 TEST_F(LookupTest, ANotePickedIsAppendedWithoutSeparator) {
   Know<FakePick>("Help");
   session.NoteChoice = "[left from before]";
