@@ -286,8 +286,10 @@ TEST_F(TncTest, TheFirstOfTwoOverlappingBandsDecides) {
 
 TEST_F(TncTest, TheBandQueryReadsTheTableAsItStands) {
   OpenTnc();
-  session.Db.Execute("update UserRTX set AnnunceDX=False where Banda=' 20 m'");
   Lines();
+  Receive("TNC", kSpot20);
+  EXPECT_EQ(Lines(), Texts{"wave \"20m.wav\""});
+  session.Db.Execute("update UserRTX set AnnunceDX=False where Banda=' 20 m'");
   Receive("TNC", kSpot20);
   EXPECT_EQ(Lines(), Texts{});
 }
