@@ -10,7 +10,8 @@ namespace brenvo {
 
 // From now on no database opened in this process waits until what it wrote is on the disk: most of
 // a test's time otherwise. A process that is killed leaves the same files either way; what a power
-// cut leaves is worked out from what RecordedFiles noted.
+// cut leaves is worked out from what RecordedFiles noted. The first call comes before the first of
+// those.
 inline void LeaveFilesUnsynced() {
   static sqlite3_vfs* const below = sqlite3_vfs_find(nullptr);
   static sqlite3_vfs unsynced = [] {
