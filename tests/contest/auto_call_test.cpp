@@ -76,6 +76,19 @@ TEST_F(AutoCallTest, WithoutAnIntervalTheRecordingPlaysOnce) {
   EXPECT_EQ(Lines(), Texts{});
 }
 
+TEST_F(AutoCallTest, AnIntervalBeyondADayIsADay) {
+  SetProfile("cq.wav", 1'000'000);
+  ContestQso& log = OpenLog();
+  Press(log, "cmAutoCall");
+  Complete(1);
+  Lines();
+  constexpr int kDay = 24 * 60 * 60 * 1000;
+  machine.Advance(kDay - 1);
+  EXPECT_EQ(Lines(), Texts{});
+  machine.Advance(1);
+  EXPECT_EQ(Lines(), Texts{"wave-start \"cq.wav\""});
+}
+
 TEST_F(AutoCallTest, AChangeOfTheProfileAppliesFromTheNextOpening) {
   ContestQso& log = OpenLog();
   SetProfile("altro.wav", 1);
