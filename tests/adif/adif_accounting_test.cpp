@@ -1,5 +1,6 @@
 // Whatever a file holds, each of its records is imported, repeated or refused.
 #include <random>
+#include <set>
 
 #include "tests/adif/adif_station.h"
 #include "tests/adif/reader_support.h"
@@ -76,12 +77,14 @@ class AdifAccountingTest : public AdifStation {
 };
 
 TEST_F(AdifAccountingTest, OfDamagedFilesEachRecordIsImportedRepeatedOrRefused) {
-  std::vector<std::string> samples;
+  std::set<std::filesystem::path> files;  // in the same order everywhere
   for (const auto& entry : std::filesystem::directory_iterator(Sample(""))) {
-    samples.push_back(ReadBytes(entry.path()));
+    files.insert(entry.path());
   }
-  const auto files = static_cast<unsigned>(Thoroughly(30, 2000));
-  for (unsigned seed = 0; seed < files; ++seed) {
+  std::vector<std::string> samples;
+  for (const auto& file : files) samples.push_back(ReadBytes(file));
+  const unsigned damaged = Thoroughly(30u, 2000u);
+  for (unsigned seed = 0; seed < damaged; ++seed) {
     SCOPED_TRACE(seed);
     DamagedFile file(seed);
     file.Add(samples[seed % samples.size()]);

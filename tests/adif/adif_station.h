@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -13,15 +12,11 @@
 #include "adif/adif_import.h"
 #include "tests/support/golden.h"
 #include "tests/support/station.h"
+#include "tests/support/thoroughly.h"
 
 namespace brenvo {
 
 using Texts = std::vector<std::string>;
-
-// So many always, so many with BRENVO_THOROUGH set.
-inline std::int64_t Thoroughly(std::int64_t always, std::int64_t thorough) {
-  return std::getenv("BRENVO_THOROUGH") != nullptr ? thorough : always;
-}
 
 class AdifStation : public StationTest {
  protected:
@@ -50,7 +45,7 @@ class AdifStation : public StationTest {
     ExportContacts(session, select, file, [](std::int64_t) { return true; });
     return ReadBytes(file);
   }
-  // One that stops when it is asked for the so-manieth time; nothing comes of it.
+  // Stops when it is asked for the `stopAt`-th time whether to go on; true when nothing came of it.
   bool ImportStoppedAt(const std::filesystem::path& file, int stopAt) {
     std::ostringstream out;
     int asked = 0;

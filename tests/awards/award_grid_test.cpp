@@ -26,7 +26,7 @@ TEST_F(AwardGridTest, EveryMemberHasItsHeadings) {
                                                           {"SProvincie", "Provincie||Qsl"},
                                                           {"SNote", "||Qsl"}};
   for (const auto& [window, heading] : headings) {
-    EXPECT_EQ(RowText(Award(window, kAll).Spread1, 0), heading);
+    EXPECT_EQ(RowText(Award(window, kAll).Spread1, 0), heading) << window;
   }
 }
 
@@ -394,6 +394,7 @@ TEST_F(AwardLinksTest, MapCommandsAskForTheirMapOnTheWindowsSelection) {
     session.QueryText = "something else";
     session.Pointer_X = 7;
     Event([&, name = command] { award.FindCommand(name)->Press(); });
+    SCOPED_TRACE(window);
     EXPECT_EQ(session.MapFile, file);
     EXPECT_EQ(session.Pointer_X, 0);
     EXPECT_EQ(session.QueryText, award.Selection());

@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
-#include <iterator>
 
 #include "tests/awards/award_station.h"
+#include "tests/support/golden.h"
 
 namespace brenvo {
 namespace {
@@ -14,18 +14,12 @@ using Texts = std::vector<std::string>;
 
 constexpr std::string_view kAll = "WHERE QsoNr>0";
 
-std::string ReadAll(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  EXPECT_TRUE(stream) << file;
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
-
 class AwardPagesTest : public AwardStation {
  protected:
   void WriteFile(std::string_view name, std::string_view text) {
     std::ofstream(directory.Path() / name, std::ios::binary) << text;
   }
-  std::string Page(std::string_view name) { return ReadAll(directory.Path() / name); }
+  std::string Page(std::string_view name) { return ReadBytes(directory.Path() / name); }
   // Every template with every token that any page serves.
   void WriteTemplates() {
     for (const char* name : {"Country.html", "Provincie.html", "Square.html", "Zone.html"}) {
@@ -51,48 +45,43 @@ class AwardPagesTest : public AwardStation {
               contact);
     }
   }
-  void Press(AwardGrid& award, std::string_view command) {
-    Event([&] { award.FindCommand(command)->Press(); });
-  }
-  // The page that a command writes, against the golden file `golden`; BRENVO_BLESS=1 in the
-  // environment writes the golden file instead, to be read before it is kept.
-  void ExpectGolden(std::string_view window, std::string_view command, std::string_view page,
-                    std::string_view golden) {
+  // A command writes this page and shows it; it is the golden file's.
+  void ExpectPage(std::string_view window, std::string_view command, std::string_view page,
+                  const std::string& golden) {
     WriteTemplates();
     WriteLog();
     Press(Award(window, kAll), command);
     EXPECT_EQ(Lines(), Texts{"open \"" + std::string(page) + "\""});
-    const std::filesystem::path file =
-        std::filesystem::path(SOURCE_DIR) / "tests" / "awards" / "golden" / golden;
-    const std::string written = Page(page);
-    if (std::getenv("BRENVO_BLESS") != nullptr) std::ofstream(file, std::ios::binary) << written;
-    EXPECT_EQ(written, ReadAll(file));
+    ExpectGolden("awards/golden/" + golden, Page(page));
   }
 };
 
-TEST_F(AwardPagesTest, CountriesInTheOrderOfTheList) {
-  ExpectGolden("SCountry", "cmByCountry", "OUT_Country.html", "country_by_country.html");
+TEST_F(AwardPagesTest, CountriesAreWrittenInTheOrderOfTheList) {
+  ExpectPage("SCountry", "cmByCountry", "OUT_Country.html", "country_by_country.html");
 }
-TEST_F(AwardPagesTest, CountriesByDate) {
-  ExpectGolden("SCountry", "cmByDate", "OUT_Country.html", "country_by_date.html");
+
+TEST_F(AwardPagesTest, CountriesAreWrittenByDate) {
+  ExpectPage("SCountry", "cmByDate", "OUT_Country.html", "country_by_date.html");
 }
-TEST_F(AwardPagesTest, ProvincesInTheOrderOfTheList) {
-  ExpectGolden("SProvincie", "cmByProvince", "OUT_Provincie.html", "provincie_by_province.html");
+
+TEST_F(AwardPagesTest, ProvincesInTheOrderOfTheListSayConfermata) {
+  ExpectPage("SProvincie", "cmByProvince", "OUT_Provincie.html", "provincie_by_province.html");
 }
-// Says "Confermato" where the order of the list says "Confermata".
-TEST_F(AwardPagesTest, ProvincesByDate) {
-  ExpectGolden("SProvincie", "cmByDate", "OUT_Provincie.html", "provincie_by_date.html");
+
+TEST_F(AwardPagesTest, ProvincesByDateSayConfermato) {
+  ExpectPage("SProvincie", "cmByDate", "OUT_Provincie.html", "provincie_by_date.html");
 }
-// Documented by the newest contact.
-TEST_F(AwardPagesTest, SquaresInTheOrderOfTheList) {
-  ExpectGolden("SSQuare", "cmBySquare", "OUT_Square.html", "square_by_square.html");
+
+TEST_F(AwardPagesTest, SquaresInTheOrderOfTheListTellTheNewestContact) {
+  ExpectPage("SSQuare", "cmBySquare", "OUT_Square.html", "square_by_square.html");
 }
-// Documented by the oldest contact.
-TEST_F(AwardPagesTest, SquaresByDate) {
-  ExpectGolden("SSQuare", "cmByDate", "OUT_Square.html", "square_by_date.html");
+
+TEST_F(AwardPagesTest, SquaresByDateTellTheOldestContact) {
+  ExpectPage("SSQuare", "cmByDate", "OUT_Square.html", "square_by_date.html");
 }
-TEST_F(AwardPagesTest, Zones) {
-  ExpectGolden("SZone", "cmGeneraHTML", "OUT_Zone.html", "zone.html");
+
+TEST_F(AwardPagesTest, ZonesAreWrittenInTheOrderOfTheirNumbers) {
+  ExpectPage("SZone", "cmGeneraHTML", "OUT_Zone.html", "zone.html");
 }
 
 TEST_F(AwardPagesTest, AGridWithoutEntriesYieldsHeadAndTail) {

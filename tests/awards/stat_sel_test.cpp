@@ -41,11 +41,11 @@ class StatSelTest : public StationTest {
                   std::string_view end = "cmStat") {
     auto& dialog = static_cast<StatSel&>(*session.Windows.LoadSingle("StatSel"));
     dialog.Tag = word;
-    machine.Host().InModal = [&](Window& modal) {
+    InDialogs([&](Window& modal) {
       if (&modal != &dialog) return;
       if (fill) fill(dialog);
       if (dialog.Visible()) dialog.FindCommand(end)->Press();
-    };
+    });
     session.Windows.ShowModal(dialog);
     const std::string tag = dialog.Tag;
     session.Windows.Unload(dialog);
@@ -311,7 +311,7 @@ class SelectionFirstTest : public StatSelTest {
     }
   }
   void Choose(std::string_view command, const std::function<void(StatSel&)>& act) {
-    machine.Host().InModal = [act](Window& window) { act(static_cast<StatSel&>(window)); };
+    InDialogs([act](Window& window) { act(static_cast<StatSel&>(window)); });
     Event([&] { frame->FindCommand(command)->Press(); });
   }
 };

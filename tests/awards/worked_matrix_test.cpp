@@ -173,6 +173,17 @@ TEST_F(HrdTest, ALocatorAloneFillsTheSquare) {
   for (int row : {1, 3, 4, 5, 6, 7}) EXPECT_EQ(hrd.Grid1.Cell(row, 0), "") << row;
 }
 
+TEST_F(HrdTest, AnotherModeBehindALocatorAloneLabelsNoOtherRow) {
+  Italian("IK3ABC", "  2 m", "CW");
+  Hrd& hrd = OpenHrd();
+  Search(hrd, "", "JN65ZZ");
+  Event([&] { hrd.Modo.SetText("SSB"); });
+  EXPECT_TRUE(Marks(hrd.Grid1, 2).empty());
+  Event([&] { hrd.Modo.SetText("CW"); });
+  EXPECT_EQ(Marks(hrd.Grid1, 2), Texts{"  2 m:W"});
+  for (int row : {1, 3, 4, 5, 6, 7}) EXPECT_EQ(hrd.Grid1.Cell(row, 0), "") << row;
+}
+
 TEST_F(HrdTest, ASquareAloneMatchesAndNamesNoPosition) {
   Italian("IK3ABC", "  2 m");
   Hrd& hrd = OpenHrd();

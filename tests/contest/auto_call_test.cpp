@@ -31,6 +31,8 @@ TEST_F(AutoCallTest, TheFirstPressPlaysAtOnceAndThePauseFollowsEachPlay) {
   EXPECT_EQ(Lines(), Texts{});
   machine.Advance(1);
   EXPECT_EQ(Lines(), Texts{"wave-start \"cq.wav\""});
+  machine.Advance(60'000);
+  EXPECT_EQ(Lines(), Texts{});
 }
 
 TEST_F(AutoCallTest, PressingAgainStopsAPlayInProgress) {
@@ -74,11 +76,28 @@ TEST_F(AutoCallTest, WithoutAnIntervalTheRecordingPlaysOnce) {
   EXPECT_EQ(Lines(), Texts{});
 }
 
+TEST_F(AutoCallTest, AnIntervalBeyondADayIsADay) {
+  SetProfile("cq.wav", 1'000'000);
+  ContestQso& log = OpenLog();
+  Press(log, "cmAutoCall");
+  Complete(1);
+  Lines();
+  constexpr int kDay = 24 * 60 * 60 * 1000;
+  machine.Advance(kDay - 1);
+  EXPECT_EQ(Lines(), Texts{});
+  machine.Advance(1);
+  EXPECT_EQ(Lines(), Texts{"wave-start \"cq.wav\""});
+}
+
 TEST_F(AutoCallTest, AChangeOfTheProfileAppliesFromTheNextOpening) {
   ContestQso& log = OpenLog();
   SetProfile("altro.wav", 1);
   Press(log, "cmAutoCall");
   EXPECT_EQ(Lines(), Texts{"wave-start \"cq.wav\""});
+  Event([&] { log.Close(); });
+  Lines();
+  Press(OpenLog(), "cmAutoCall");
+  EXPECT_EQ(Lines(), Texts{"wave-start \"altro.wav\""});
 }
 
 TEST_F(AutoCallTest, ClosingTheLogEndsTheCalling) {

@@ -41,11 +41,19 @@ TEST_F(CheckCallTest, ItFollowsTheLogThatAsksForIt) {
   Store(contest, kDate, " 70cm");
   Press(contest, "cmQso");
   auto& other = *static_cast<ContestQso*>(machine.Host().Front());
-  EXPECT_EQ(OpenCheck(other).Banda, " 70cm");
+  CheckCallContest& elsewhere = OpenCheck(other);
+  EXPECT_EQ(elsewhere.Banda, " 70cm");
+  elsewhere.CallContest.SetText("IK3ABC");
+  Press(elsewhere, "cmCheck");
+  EXPECT_EQ(elsewhere.Status.Text(), "OK");
   Store(contest, kDate, kBand);
   Press(contest, "cmQso");
   auto& log = *static_cast<ContestQso*>(machine.Host().Front());
-  EXPECT_EQ(OpenCheck(log).Banda, kBand);
+  CheckCallContest& here = OpenCheck(log);
+  EXPECT_EQ(here.Banda, kBand);
+  here.CallContest.SetText("IK3ABC");
+  Press(here, "cmCheck");
+  EXPECT_EQ(here.Status.Text(), "Doppio (4)");
 }
 
 TEST_F(CheckCallTest, HintsFollowThePointer) {

@@ -77,18 +77,28 @@ TEST_F(ContestFormTest, AStoredContestReopensWithEveryField) {
   contest.Close();
 
   ContestForm& again = OpenContest();
-  EXPECT_EQ(again.DataContest.Text(), "07/09/2024");
-  EXPECT_EQ(again.Banda.Text(), "  2 m");
-  EXPECT_EQ(again.NomeContest.Text(), "IARU VHF");
-  EXPECT_EQ(again.Frequenza.Text(), "144.3");
+  const std::pair<TextField*, std::string> texts[] = {{&again.DataContest, "07/09/2024"},
+                                                      {&again.Banda, "  2 m"},
+                                                      {&again.NomeContest, "IARU VHF"},
+                                                      {&again.Frequenza, "144.3"},
+                                                      {&again.Categoria, "01"},
+                                                      {&again.CallContest, "I4ABC/P"},
+                                                      {&again.Qra, "Mario"},
+                                                      {&again.Qth, "Parma"},
+                                                      {&again.Indirizzo, "Via Emilia 1"},
+                                                      {&again.Provincia, "PR"},
+                                                      {&again.SQTH, "Monte Cimone"},
+                                                      {&again.SProvincia, "MO"},
+                                                      {&again.Altezza, "2165"},
+                                                      {&again.Locator, "JN54IE"},
+                                                      {&again.RTX, "FT-736R"},
+                                                      {&again.Antenna, "2x17 el."},
+                                                      {&again.Potenza, "100"},
+                                                      {&again.Note, "prova"}};
+  for (const auto& [field, text] : texts) EXPECT_EQ(field->Text(), text) << field->Name();
   EXPECT_TRUE(again.Portatile.IsOn());
   EXPECT_FALSE(again.Fisso.IsOn());
   EXPECT_TRUE(again.Multi.IsOn());
-  EXPECT_EQ(again.CallContest.Text(), "I4ABC/P");
-  EXPECT_EQ(again.SQTH.Text(), "Monte Cimone");
-  EXPECT_EQ(again.Altezza.Text(), "2165");
-  EXPECT_EQ(again.Potenza.Text(), "100");
-  EXPECT_EQ(again.Note.Text(), "prova");
   EXPECT_TRUE(again.Square.IsOn());
   EXPECT_FALSE(again.Country.IsOn());
   EXPECT_TRUE(again.Exch.IsOn());

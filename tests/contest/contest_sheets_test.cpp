@@ -45,7 +45,7 @@ long CountOf(const std::vector<std::string>& lines, std::string_view line) {
 constexpr std::string_view kTotals =
     "print text 40 242 left \"Times New Roman\" 10 bold \"TOT. QSO\"";
 
-TEST(ContestSheets, OneFullSheet) {
+TEST(ContestSheets, FortyContactsFillOneSheetThatBearsTheTotals) {
   const auto lines = Printed(SampleHeader(), LogOf(40));
   ExpectGolden("contest/golden/sheets_40.txt", Joined(lines));
   EXPECT_EQ(CountOf(lines, "print newpage"), 0);

@@ -33,9 +33,6 @@ class ContestStation : public StationTest {
   }
 
   ContestForm& OpenContest() { return Open<ContestForm>("Contest"); }
-  void Press(Window& window, std::string_view command) {
-    Event([&] { window.FindCommand(command)->Press(); });
-  }
   // Fills the screen for a new contest and stores it.
   void Store(ContestForm& contest, std::string_view date, std::string_view band,
              std::string_view call = "I4ABC") {
@@ -64,8 +61,6 @@ class ContestStation : public StationTest {
     Press(contest, "cmQso");
     return *static_cast<ContestQso*>(machine.Host().Front());
   }
-  // Runs `work` inside the next dialogs.
-  void InDialogs(std::function<void(Window&)> work) { machine.Host().InModal = std::move(work); }
 };
 
 // The log of one contest and its entry.

@@ -33,58 +33,53 @@ std::string Line(const std::string& text, std::size_t number) {
   return LinesOf(text).at(number - 1);
 }
 
-TEST(Reg1Test, WithoutASwitch) {
-  ExpectGolden("contest/golden/no_switches.txt", Text(SampleHeader(), SampleLog()));
-}
+using Contacts = std::vector<Contact>;
 
-TEST(Reg1Test, WithTheSquareSwitchAlone) {
+// A file that somebody has read and found right, and what is special in its contest.
+struct Case {
+  const char* name;
+  void (*change)(ContestHeader& header, Contacts& contacts);
+  std::optional<double> bandMhz = kTwoMetres;
+};
+const Case kCases[] = {
+    {"no_switches", [](ContestHeader&, Contacts&) {}},
+    {"square", [](ContestHeader& header, Contacts&) { header.Square = true; }},
+    {"country", [](ContestHeader& header, Contacts&) { header.Country = true; }},
+    {"all_switches",
+     [](ContestHeader& header, Contacts&) { header.Square = header.Country = true; }},
+    {"unknown_band", [](ContestHeader&, Contacts&) {}, std::nullopt},
+    {"duplicate",
+     [](ContestHeader&, Contacts& contacts) {
+       contacts[2] = MakeContact(3, "DL1XYZ", "JN49AA", 950, "Qso doppio (2) ");
+     }},
+    {"end_of_month",
+     [](ContestHeader& header, Contacts& contacts) {
+       header.DataContest = DateTime::Of(2024, 8, 31);
+       for (std::size_t i = 0; i < contacts.size(); ++i) contacts[i].Giorno = i < 2 ? 31 : 1;
+     }},
+    {"no_distance",
+     [](ContestHeader&, Contacts& contacts) {
+       for (Contact& contact : contacts) contact.Qrb = contact.Punti = 0;
+     }},
+    {"accents",
+     [](ContestHeader& header, Contacts&) {
+       header.Note = "  Città di Forlì: perché no? 5 € e così via, Ж  ";
+       header.SQTH = "Cantù";
+     }},
+};
+
+class Reg1TestFile : public testing::TestWithParam<Case> {};
+
+TEST_P(Reg1TestFile, IsAsItWasReadAndFoundRight) {
   ContestHeader header = SampleHeader();
-  header.Square = true;
-  ExpectGolden("contest/golden/square.txt", Text(header, SampleLog()));
+  Contacts contacts = SampleLog();
+  GetParam().change(header, contacts);
+  ExpectGolden(std::string("contest/golden/") + GetParam().name + ".txt",
+               Text(header, contacts, GetParam().bandMhz));
 }
 
-TEST(Reg1Test, WithTheCountrySwitchAlone) {
-  ContestHeader header = SampleHeader();
-  header.Country = true;
-  ExpectGolden("contest/golden/country.txt", Text(header, SampleLog()));
-}
-
-TEST(Reg1Test, WithAllSwitches) {
-  ContestHeader header = SampleHeader();
-  header.Square = header.Country = true;
-  ExpectGolden("contest/golden/all_switches.txt", Text(header, SampleLog()));
-}
-
-TEST(Reg1Test, WithABandThatTheStationDoesNotHave) {
-  ExpectGolden("contest/golden/unknown_band.txt", Text(SampleHeader(), SampleLog(), std::nullopt));
-}
-
-TEST(Reg1Test, WithADuplicateInTheMiddle) {
-  std::vector<Contact> contacts = SampleLog();
-  contacts[2] = MakeContact(3, "DL1XYZ", "JN49AA", 950, "Qso doppio (2) ");
-  ExpectGolden("contest/golden/duplicate.txt", Text(SampleHeader(), contacts));
-}
-
-TEST(Reg1Test, OverTheEndOfAMonth) {
-  ContestHeader header = SampleHeader();
-  header.DataContest = DateTime::Of(2024, 8, 31);
-  std::vector<Contact> contacts = SampleLog();
-  for (std::size_t i = 0; i < contacts.size(); ++i) contacts[i].Giorno = i < 2 ? 31 : 1;
-  ExpectGolden("contest/golden/end_of_month.txt", Text(header, contacts));
-}
-
-TEST(Reg1Test, WithoutAnyDistance) {
-  std::vector<Contact> contacts = SampleLog();
-  for (Contact& contact : contacts) contact.Qrb = contact.Punti = 0;
-  ExpectGolden("contest/golden/no_distance.txt", Text(SampleHeader(), contacts));
-}
-
-TEST(Reg1Test, WithAccentedRemarks) {
-  ContestHeader header = SampleHeader();
-  header.Note = "  Città di Forlì: perché no? 5 € e così via, Ж  ";
-  header.SQTH = "Cantù";
-  ExpectGolden("contest/golden/accents.txt", Text(header, SampleLog()));
-}
+INSTANTIATE_TEST_SUITE_P(Each, Reg1TestFile, testing::ValuesIn(kCases),
+                         [](const auto& each) { return std::string(each.param.name); });
 
 TEST(Reg1Test, OneContactWithoutSwitchesCountsEveryMultiplierAsOne) {
   const std::string text = Text(SampleHeader(), {MakeContact(1, "IK3ABC", "JN65AB", 120)});
@@ -160,6 +155,13 @@ TEST(Reg1Test, NewMarksStandOnTheFirstContactOfEach) {
                           "20240907;1402;DL1XYZ;;59;0002;59;0102;;JO62QM;950;;N;N;",
                           "20240907;1403;I5DEF;;59;0003;59;0103;FI;JN53KS;80;N;N;;",
                           "20240907;1404;IK4GHI;;59;0004;59;0104;VE;JN53AA;60;;;;"));
+}
+
+TEST(Reg1Test, ContactsWithoutALocatorCountTheEmptySquareOnce) {
+  const std::string text =
+      Text(SampleHeader(), {MakeContact(1, "IK3ABC", "", 0), MakeContact(2, "IK3DEF", "", 0)});
+  EXPECT_EQ(Line(text, 40), "20240907;1401;IK3ABC;;59;0001;59;0101;;;0;;N;N;");
+  EXPECT_EQ(Line(text, 41), "20240907;1402;IK3DEF;;59;0002;59;0102;;;0;;;;");
 }
 
 TEST(Reg1Test, AnEmptyExchangeIsCountedButNeverNew) {

@@ -53,6 +53,12 @@ TEST(ContestScore, ADuplicateCountsInEverythingButPointsAndValidContacts) {
   EXPECT_EQ(tally.CallMaxQrb, "OE1NEW");
 }
 
+TEST(ContestScore, ACallOfNoKnownCountryCountsNone) {
+  const Tally tally = TallyOf(std::vector{MakeContact(1, "OE1NEW", "JN88EE", 10)}, SampleCountry);
+  EXPECT_EQ(tally.Countries.Count(), 0u);
+  EXPECT_EQ(tally.Squares.Count(), 1u);
+}
+
 TEST(ContestScore, TheFirstOfEqualDistancesStaysTheGreatest) {
   const std::vector<Contact> contacts = {MakeContact(1, "IK3ABC", "JN65AB", 300),
                                          MakeContact(2, "IK3DEF", "JN65CD", 300)};

@@ -74,6 +74,33 @@ TEST_F(TransferTest, AMarkedContactReachesTheLogColumnByColumn) {
   EXPECT_EQ(Rows("select ProgrDato,InLog,Qsl from [Contest Qso]"), (Texts{"12|0|0", "13|0|0"}));
 }
 
+TEST_F(TransferTest, MarksOfAnotherContestAskNothing) {
+  AddContact(kDate, " 70cm", 1, "IK3ABC", "JN65AB", 5, "", true);
+  Close(OpenLog());
+  EXPECT_EQ(Lines(), Texts{});
+}
+
+TEST_F(TransferTest, ContactsOfAnotherContestStayWhereTheyAre) {
+  Add(1, "IK3ABC", "JN65AB", 5, "", true);
+  AddContact(kDate, " 70cm", 1, "IK3DEF", "JN65AB", 5, "", true);
+  ContestQso& log = OpenLog();
+  machine.Messages().QueueAnswer(true);
+  Close(log);
+  EXPECT_EQ(Rows("select Call from Log"), Texts{"IK3ABC"});
+  EXPECT_EQ(Rows("select Call from [Contest Qso] where InLog"), Texts{"IK3DEF"});
+}
+
+TEST_F(TransferTest, AContactThatIsNotMarkedKeepsItsWishForACard) {
+  Add(1, "IK3ABC", "JN65AB", 5, "", true);
+  Add(2, "IK3DEF");
+  session.Db.Execute("UPDATE [Contest Qso] SET Qsl=True");
+  ContestQso& log = OpenLog();
+  machine.Messages().QueueAnswer(true);
+  Close(log);
+  EXPECT_EQ(Rows("select ProgrDato,Qsl from [Contest Qso] order by ProgrDato"),
+            (Texts{"1|0", "2|-1"}));
+}
+
 TEST_F(TransferTest, ReportAndSerialAreOneTextOfSixCharacters) {
   Add(1, "IK3ABC", "JN65AB", 5, "", true);
   session.Db.Execute("UPDATE [Contest Qso] SET ProgrDato=12,ProgrRicevuto=1234,QrkRicevuto=5");

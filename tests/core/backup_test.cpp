@@ -221,13 +221,20 @@ TEST_F(BackupTest, ACompactionGivesItUpAndBeginsItAgain) {
 }
 
 TEST_F(BackupTest, ACheckThatIsInterruptedLeavesNoCopy) {
+  session.Db.BeginTrans();
   for (int i = 0; i < 3000; ++i) Store("IK" + std::to_string(i));
-  OnlineCopy copy(directory.Path() / "Brenvo.mdb", directory.Path() / "Copy.mdb");
-  while (copy.Step(1000)) {
+  session.Db.CommitTrans();
+  const fs::path file = directory.Path() / "Copy.mdb";
+  {
+    OnlineCopy copy(directory.Path() / "Brenvo.mdb", file);
+    while (copy.Step(1000)) {
+    }
+    EXPECT_FALSE(copy.Verify([] { return false; }));
+    EXPECT_THROW(copy.Verify([]() -> bool { throw std::runtime_error("asked"); }),
+                 std::runtime_error);
+    EXPECT_TRUE(fs::exists(file));
   }
-  EXPECT_FALSE(copy.Verify([] { return false; }));
-  EXPECT_THROW(copy.Verify([]() -> bool { throw std::runtime_error("asked"); }),
-               std::runtime_error);
+  EXPECT_FALSE(fs::exists(file));
 }
 
 class RestoreTest : public BackupTest {
@@ -256,7 +263,7 @@ class RestoreTest : public BackupTest {
   }
   // What the operator does while the window is open.
   void InTheWindow(std::function<void(RipristinaBackup&)> act) {
-    machine.Host().InModal = [act](Window& window) { act(static_cast<RipristinaBackup&>(window)); };
+    InDialogs([act](Window& window) { act(static_cast<RipristinaBackup&>(window)); });
   }
 };
 

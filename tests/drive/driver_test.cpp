@@ -205,6 +205,21 @@ TEST_F(Scripts, AMissingTableFailsTheStart) {
   EXPECT_THAT(lines[0], MatchesRegex("message critical \"Brenvo\" \".*Hrd.*\""));
 }
 
+constexpr const char* kContact =
+    "menu cmLog\nset LogForm.CallQso A41KJ\nleave LogForm.CallQso\nget LogForm.Manager";
+
+TEST_F(Scripts, TheManagersTableMayBeMissingWhereTheirPathIsEmpty) {
+  Damage("DROP TABLE qmgr");
+  EXPECT_THAT(Run(kContact), ElementsAre("get LogForm.Manager \"\""));
+}
+
+TEST_F(Scripts, AMissingTableOfManagersFailsTheLookupWhereTheirPathIsSet) {
+  Damage("DROP TABLE qmgr");
+  Run("setting Log ManagerZX9TOK C:\\qmgr");
+  EXPECT_THAT(Run(kContact), ElementsAre("error \"3078 - La tabella 'qmgr' non esiste.\"",
+                                         "get LogForm.Manager \"\""));
+}
+
 TEST_F(Scripts, AnEmptyUserTableFailsTheStart) {
   Damage("DELETE FROM User");
   EXPECT_EQ(Failure("echo a"), "0: the station does not start");

@@ -68,7 +68,7 @@ TEST_F(Operator, SettingAListOfSeveralChoicesAddsOne) {
   EXPECT_FALSE(w.Many.Selected(0));
 }
 
-TEST_F(Operator, SettingStatesAndNumbers) {
+TEST_F(Operator, AValueIsAStateOrANumberWhereTheFieldHoldsOne) {
   SetValue(w.Check, "on");
   SetValue(w.Three, "off");
   SetValue(w.Second, "on");
@@ -212,7 +212,7 @@ TEST_F(Operator, AnOptionGoesOffByItsFellow) {
   EXPECT_FALSE(w.First.IsOn());
 }
 
-TEST_F(Operator, TickingAToggle) {
+TEST_F(Operator, ATickedToggleIsPressedOnce) {
   Tick(w.cmToggle, "on");
   Tick(w.cmToggle, "on");
   EXPECT_TRUE(w.cmToggle.Down());
@@ -220,7 +220,7 @@ TEST_F(Operator, TickingAToggle) {
   EXPECT_THROW(Tick(w.cmOk, "on"), Refused);
 }
 
-TEST_F(Operator, TickingOneOfSeveral) {
+TEST_F(Operator, ATickReachesOneEntryOfSeveral) {
   TickEntry(w.Many, 2, "on");
   TickEntry(w.Many, 2, "on");
   TickEntry(w.Many, 0, "off");
@@ -235,7 +235,7 @@ TEST_F(Operator, TickingOneOfSeveral) {
   EXPECT_THROW(TickEntry(w.Many, 3, "on"), Refused);
 }
 
-TEST_F(Operator, SelectsAPieceOfAText) {
+TEST_F(Operator, APieceOfATextIsSelectedAsFarAsItGoes) {
   w.Call.SetText("I3XYZ");
   SelectText(w.Call, 1, 2);
   EXPECT_EQ(w.Call.SelText(), "3X");
@@ -246,7 +246,7 @@ TEST_F(Operator, SelectsAPieceOfAText) {
   EXPECT_THROW(SelectText(w.Check, 0, 0), Refused);
 }
 
-TEST_F(Operator, EditsAndRemovesRowsOfAGrid) {
+TEST_F(Operator, RowsOfAGridAreEditedAddedAndRemoved) {
   EditGridCell(w.Rows, 1, 1, "B");
   EditGridCell(w.Rows, 3, 0, "new");
   RemoveGridRow(w.Rows, 2);

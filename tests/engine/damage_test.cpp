@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <numeric>
 #include <random>
 #include <vector>
 
 #include "tests/support/golden.h"
 #include "tests/support/scratch_database.h"
+#include "tests/support/thoroughly.h"
 
 namespace brenvo {
 namespace {
@@ -117,8 +117,7 @@ void UseAll(Database& database) {
 }
 
 TEST(Damage, WhateverHappenedToTheFileTheOutcomeIsAClearErrorOrCorrectWork) {
-  // Each takes its time: some always, more with BRENVO_THOROUGH set.
-  std::vector<unsigned> numbers(std::getenv("BRENVO_THOROUGH") != nullptr ? 2000 : 150);
+  std::vector<unsigned> numbers(Thoroughly(150u, 2000u));
   std::iota(numbers.begin(), numbers.end(), 0u);
   // Tables whose order leads back to where a walk has been: they once went round for ever.
   for (const unsigned found : {341u, 765u, 885u}) numbers.push_back(found);

@@ -6,6 +6,7 @@
 #include "tests/support/integrity.h"
 #include "tests/support/recorded_files.h"
 #include "tests/support/scratch_database.h"
+#include "tests/support/thoroughly.h"
 
 namespace brenvo {
 namespace {
@@ -32,9 +33,8 @@ class PowerCut : public testing::Test {
     std::mt19937 random(1);
     const double shares[] = {0, 1, 0.5, 0.5, 0.9, 0.1};
     const std::size_t all = files.Operations().size();
-    // Cuts are many and slow: some of them each time, all with BRENVO_THOROUGH set.
-    const std::size_t most = std::getenv("BRENVO_THOROUGH") != nullptr ? 2000 : 12;
-    const std::size_t step = std::max<std::size_t>(1, all / most);
+    // Cuts are many and slow.
+    const std::size_t step = std::max<std::size_t>(1, all / Thoroughly(12u, 2000u));
     for (std::size_t count = 0; count <= all; count += step) {
       std::set<std::string> marks;
       for (std::size_t i = 0; i < count; ++i) {

@@ -179,7 +179,9 @@ TEST_F(Telnet, ASpotOnATickedBandIsShownWithoutASound) {
 }
 
 TEST_F(Telnet, UnderTutteNothingIsEverHeard) {
-  terminal.Receive(std::string(kSpot20) + std::string(kSpot2));
+  const std::string spots = std::string(kSpot20) + std::string(kSpot2);
+  terminal.Receive(spots);
+  EXPECT_EQ(terminal.Received.Text(), Arrived(spots));
   EXPECT_TRUE(terminal.Heard.empty());
 }
 

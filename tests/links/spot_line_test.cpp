@@ -63,7 +63,7 @@ TEST(SpotLine, CountsCharactersAndNotBytes) {
   EXPECT_EQ(CutSpotLine("DX DE I4LCK: É VP8ORK CQ DX")->SpotCall, "CQ");
 }
 
-TEST(SpotLine, HoldsACallUpAgainstTheSpotter) {
+TEST(SpotLine, WithoutASpotterHasItsCallAllTheSame) {
   const auto spot = CutSpotLine("DX DE:14195.0 VP8ORK CQ");
   EXPECT_EQ(spot->Spotter, "");
   EXPECT_EQ(spot->SpotCall, "VP8ORK");

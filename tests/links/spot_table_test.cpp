@@ -66,12 +66,24 @@ std::string Shown(const SpotCase& spot) {
   return FromLatin1(text);
 }
 
+// A terminal, its marks, and the column that tells what becomes of a line there.
+struct Way {
+  const SpotPolicy& policy;
+  bool only20;  // of the bands, " 20 m" alone is ticked
+  std::string SpotCase::*outcome;
+};
+constexpr Way kWays[] = {{kRadioPolicy, false, &SpotCase::radioAll},
+                         {kRadioPolicy, true, &SpotCase::radio20},
+                         {kTelnetPolicy, false, &SpotCase::telnetAll},
+                         {kTelnetPolicy, true, &SpotCase::telnet20}};
+
 class SpotTable : public testing::Test {
  protected:
-  std::unique_ptr<TestTerminal> Terminal(const SpotPolicy& policy) {
-    auto terminal = std::make_unique<TestTerminal>(platform_.Host(), policy);
+  std::unique_ptr<TestTerminal> Terminal(const Way& way) {
+    auto terminal = std::make_unique<TestTerminal>(platform_.Host(), way.policy);
     terminal->cmAutoCheck.SetDown(true);
-    if (policy.monitors) terminal->cmMDX.Press();
+    if (way.policy.monitors) terminal->cmMDX.Press();
+    if (way.only20) terminal->Banda.Pick(terminal->Entry(" 20 m"));
     return terminal;
   }
   // What has become of the line that was just received.
@@ -86,10 +98,10 @@ class SpotTable : public testing::Test {
     if (!terminal.Checked.empty()) add("check");
     return outcome.empty() ? "-" : outcome;
   }
-  static void Check(TestTerminal& terminal, const SpotCase& spot, bool radio,
-                    const std::string& outcome) {
-    const std::string shown = radio ? Upper(Shown(spot)) : Shown(spot);
-    ASSERT_EQ(Outcome(terminal, shown), outcome) << "line " << spot.line << ": " << spot.bytes;
+  static void Check(const TestTerminal& terminal, const SpotCase& spot, const Way& way) {
+    const std::string shown = way.policy.showsOwnCase ? Shown(spot) : Upper(Shown(spot));
+    ASSERT_EQ(Outcome(terminal, shown), spot.*way.outcome)
+        << "line " << spot.line << ": " << spot.bytes;
     if (terminal.Received.Length() != 0) {
       ASSERT_EQ(terminal.Received.Text(), shown + "\n");
     }
@@ -126,36 +138,40 @@ TEST_F(SpotTable, TellsHowEachLineIsCut) {
   }
 }
 
-// Both line ends, and every place at which the network may part the line.
-TEST_F(SpotTable, TellsTheOutcomeOnBothTerminalsHoweverALineIsSplit) {
-  struct Way {
-    const SpotPolicy& policy;
-    std::string SpotCase::*all;
-    std::string SpotCase::*only20;
-  };
-  for (const Way& way : {Way{kRadioPolicy, &SpotCase::radioAll, &SpotCase::radio20},
-                         Way{kTelnetPolicy, &SpotCase::telnetAll, &SpotCase::telnet20}}) {
-    for (const bool all : {true, false}) {
-      const auto terminal = Terminal(way.policy);
-      if (!all) terminal->Banda.Pick(terminal->Entry(" 20 m"));
-      for (const SpotCase& spot : Table()) {
-        for (const std::string_view lineEnd : {"\n", "\r\n"}) {
-          const std::string bytes = spot.bytes + std::string(lineEnd);
-          for (std::size_t split = 0; split < bytes.size(); ++split) {
-            terminal->Forget();
-            terminal->Receive(std::string_view(bytes).substr(0, split));
-            terminal->Receive(std::string_view(bytes).substr(split));
-            Check(*terminal, spot, way.policy.monitors, spot.*(all ? way.all : way.only20));
-            if (HasFatalFailure()) return;
-          }
-        }
+TEST_F(SpotTable, TellsTheOutcomeOnBothTerminals) {
+  for (const Way& way : kWays) {
+    const auto terminal = Terminal(way);
+    for (const SpotCase& spot : Table()) {
+      for (const std::string_view lineEnd : {"\n", "\r\n"}) {
+        terminal->Forget();
+        terminal->Receive(spot.bytes + std::string(lineEnd));
+        Check(*terminal, spot, way);
+        if (HasFatalFailure()) return;
+      }
+    }
+  }
+}
+
+// Every place at which the network may part the line.
+TEST_F(SpotTable, TellsTheSameHoweverALineIsSplit) {
+  for (const Way& way : kWays) {
+    if (way.only20) continue;  // which bands are marked is asked when the line has ended
+    const auto terminal = Terminal(way);
+    for (const SpotCase& spot : Table()) {
+      const std::string bytes = spot.bytes + "\r\n";
+      for (std::size_t split = 1; split < bytes.size(); ++split) {
+        terminal->Forget();
+        terminal->Receive(std::string_view(bytes).substr(0, split));
+        terminal->Receive(std::string_view(bytes).substr(split));
+        Check(*terminal, spot, way);
+        if (HasFatalFailure()) return;
       }
     }
   }
 }
 
 TEST_F(SpotTable, ShowsEveryLineAsItArrivedUnderTutto) {
-  const auto terminal = Terminal(kRadioPolicy);
+  const auto terminal = Terminal(kWays[0]);
   terminal->cmMTutto.Press();
   for (const SpotCase& spot : Table()) {
     terminal->Forget();
@@ -166,7 +182,7 @@ TEST_F(SpotTable, ShowsEveryLineAsItArrivedUnderTutto) {
 }
 
 TEST_F(SpotTable, KeepsAllLinesOfABurst) {
-  const auto terminal = Terminal(kTelnetPolicy);
+  const auto terminal = Terminal(kWays[2]);
   std::string burst;
   std::string shown;
   for (const SpotCase& spot : Table()) {

@@ -139,13 +139,13 @@ TEST_F(TelnetTest, ATypedLineEndsInCarriageReturnAndLineFeed) {
 TEST_F(TelnetTest, SendsWhatTheDialogGives) {
   TNCtelnet& telnet = OpenTelnet();
   Lines();
-  machine.Host().InModal = [](Window& window) {
+  InDialogs([](Window& window) {
     auto& dialog = static_cast<DxDialog&>(window);
     dialog.Frequenza.SetText("14195");
     dialog.CallQso.SetText("VP8ORK");
     dialog.Note.SetText("up 2");
     dialog.cmInvia.Press();
-  };
+  });
   Event([&] { telnet.cmDX.Press(); });
   EXPECT_EQ(Lines(), Texts{"sent TNCtelnet \"DX 14195 VP8ORK up 2\\r\\n\""});
 }
@@ -171,13 +171,13 @@ TEST_F(TelnetTest, APeerThatClosesTakesTheWindowAlongAndNothingIsSent) {
 TEST_F(TelnetTest, APeerThatClosesUnderTheDialogLeavesTheDialogInOrder) {
   TNCtelnet& telnet = OpenTelnet();
   Lines();
-  machine.Host().InModal = [&](Window& window) {
+  InDialogs([&](Window& window) {
     Event([&] { machine.Tcp().PeerClose("TNCtelnet"); });
     auto& dialog = static_cast<DxDialog&>(window);
     dialog.Frequenza.SetText("14195");
     dialog.CallQso.SetText("VP8ORK");
     dialog.cmInvia.Press();
-  };
+  });
   Event([&] { telnet.cmDX.Press(); });
   EXPECT_EQ(Lines(), Texts{});
   EXPECT_EQ(session.Windows.Loaded().size(), 1u);

@@ -164,14 +164,14 @@ TEST_F(TncTest, SendsWhatTheDialogGives) {
   TNC& tnc = OpenTnc();
   Lines();
   tnc.Move({Twips(300), Twips(450), tnc.Width(), tnc.Height()});
-  machine.Host().InModal = [&](Window& window) {
+  InDialogs([&](Window& window) {
     auto& dialog = static_cast<DxDialog&>(window);
     EXPECT_EQ(dialog.GetBounds().left, Twips(310));
     EXPECT_EQ(dialog.GetBounds().top, Twips(460));
     dialog.Frequenza.SetText("7.1");
     dialog.CallQso.SetText("ZL9");
     dialog.cmInvia.Press();
-  };
+  });
   Event([&] { tnc.cmDX.Press(); });
   EXPECT_EQ(Lines(), Texts{"sent COM1 44 58 20 37 2E 31 20 5A 4C 39 0D 0A"});  // DX 7.1 ZL9
   EXPECT_EQ(session.Windows.Find("DX"), nullptr);
@@ -180,7 +180,7 @@ TEST_F(TncTest, SendsWhatTheDialogGives) {
 TEST_F(TncTest, SendsNothingWhenTheDialogIsCancelled) {
   TNC& tnc = OpenTnc();
   Lines();
-  machine.Host().InModal = [](Window& window) { static_cast<DxDialog&>(window).cmCancel.Press(); };
+  InDialogs([](Window& window) { static_cast<DxDialog&>(window).cmCancel.Press(); });
   Event([&] { tnc.cmDX.Press(); });
   EXPECT_EQ(Lines(), Texts{});
   EXPECT_EQ(session.Windows.Find("DX"), nullptr);
@@ -189,7 +189,7 @@ TEST_F(TncTest, SendsNothingWhenTheDialogIsCancelled) {
 TEST_F(TncTest, SendsAnEmptyLineWhenTheDialogIsClosedByItsFrame) {
   TNC& tnc = OpenTnc();
   Lines();
-  machine.Host().InModal = [](Window& window) { window.Close(); };
+  InDialogs([](Window& window) { window.Close(); });
   Event([&] { tnc.cmDX.Press(); });
   EXPECT_EQ(Lines(), Texts{"sent COM1 0D 0A"});
 }
@@ -286,8 +286,10 @@ TEST_F(TncTest, TheFirstOfTwoOverlappingBandsDecides) {
 
 TEST_F(TncTest, TheBandQueryReadsTheTableAsItStands) {
   OpenTnc();
-  session.Db.Execute("update UserRTX set AnnunceDX=False where Banda=' 20 m'");
   Lines();
+  Receive("TNC", kSpot20);
+  EXPECT_EQ(Lines(), Texts{"wave \"20m.wav\""});
+  session.Db.Execute("update UserRTX set AnnunceDX=False where Banda=' 20 m'");
   Receive("TNC", kSpot20);
   EXPECT_EQ(Lines(), Texts{});
 }

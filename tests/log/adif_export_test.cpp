@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
-#include <sstream>
 
 #include "tests/log/log_station.h"
+#include "tests/support/golden.h"
 
 namespace brenvo {
 namespace {
@@ -13,6 +13,7 @@ namespace {
 constexpr std::string_view kColumns =
     ",Modo,QrkDato,QrkRicevuto,QslInviata,QslRicevuta,Qra,Frequenza,Manager,Qth,Locator,Potenza,"
     "Note";
+constexpr std::string_view kOneContact = "log/golden/one_contact.adi";
 
 class AdifExportTest : public LogStation {
  protected:
@@ -21,19 +22,10 @@ class AdifExportTest : public LogStation {
          ") values ('05/09/1999 23:07','IK3ABC/P','2m','SSB','59','57',true,false,'NICOLÒ',144.3,"
          "'I2MGR','CANTÙ','JN65AB',100,'nota')");
   }
-  std::string File(std::string_view name = "Log.ADI") {
-    std::ifstream in(directory.Path() / name, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-  }
-  static std::string Golden(std::string_view name) {
-    std::ifstream in(std::filesystem::path(SOURCE_DIR) / "tests" / "log" / "golden" / name,
-                     std::ios::binary);
-    EXPECT_TRUE(in) << name;
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
+  std::string File(std::string_view name = "Log.ADI") { return ReadBytes(directory.Path() / name); }
+  // The file of the one contact that each test begins with.
+  static std::string OneContact() {
+    return ReadBytes(std::filesystem::path(SOURCE_DIR) / "tests" / kOneContact);
   }
   void Export(LogForm& log, std::string_view key, bool keep) {
     machine.Messages().QueueAnswer(keep);
@@ -50,7 +42,7 @@ TEST_F(AdifExportTest, AContactIsWrittenLineByLineInItsOrder) {
   Export(log, "cmOnlyThisQso", false);
   EXPECT_EQ(Lines(), Texts{"question \"Esporta questo Qso\" \"Alcuni Qso sono gia' presenti nel "
                            "file per BV, vuoi lasciarli ?\" no"});
-  EXPECT_EQ(File(), Golden("one_contact.adi"));
+  ExpectGolden(kOneContact, File());
 }
 
 TEST_F(AdifExportTest, TheWholeSelectionIsWrittenFromItsFirst) {
@@ -62,7 +54,7 @@ TEST_F(AdifExportTest, TheWholeSelectionIsWrittenFromItsFirst) {
   Export(log, "cmAllQso", false);
   EXPECT_EQ(Lines(), Texts{"question \"Esporta tutti i Qso\" \"Alcuni Qso sono gia' presenti nel "
                            "file per BV, vuoi lasciarli ?\" no"});
-  EXPECT_EQ(File(), Golden("all_contacts.adi"));
+  ExpectGolden("log/golden/all_contacts.adi", File());
 }
 
 TEST_F(AdifExportTest, TheWholeLogIsReadManyContactsAtATime) {
@@ -113,16 +105,16 @@ TEST_F(AdifExportTest, AnsweringYesTwiceWritesTheSameContactTwice) {
   LogForm& log = OpenLog();
   Export(log, "cmOnlyThisQso", true);
   Export(log, "cmOnlyThisQso", true);
-  EXPECT_EQ(File(), Golden("one_contact.adi") + Golden("one_contact.adi"));
+  EXPECT_EQ(File(), OneContact() + OneContact());
   Export(log, "cmOnlyThisQso", false);
-  EXPECT_EQ(File(), Golden("one_contact.adi"));
+  ExpectGolden(kOneContact, File());
 }
 
 TEST_F(AdifExportTest, AnExistingFileIsFoundWhateverItsCase) {
   { std::ofstream(directory.Path() / "log.adi", std::ios::binary) << "before\r\n"; }
   LogForm& log = OpenLog();
   Export(log, "cmOnlyThisQso", true);
-  EXPECT_EQ(File("log.adi"), "before\r\n" + Golden("one_contact.adi"));
+  EXPECT_EQ(File("log.adi"), "before\r\n" + OneContact());
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "Log.ADI"));
 }
 
@@ -136,7 +128,7 @@ TEST_F(AdifExportTest, AfterAnExportOfAllTheRecordOnScreenStaysTheOneWorkedOn) {
   EXPECT_TRUE(log.DsLog->EOF_());
   EXPECT_EQ(log.CallQso.Text(), shown);
   Export(log, "cmOnlyThisQso", false);
-  EXPECT_EQ(File(), Golden("one_contact.adi"));
+  ExpectGolden(kOneContact, File());
   Export(log, "cmAllQso", false);
   log.Note.SetText("cambiata");
   Press(log, "cmUpdate");

@@ -1,5 +1,6 @@
 #include "log/log_form.h"
 
+#include "core/help_topics.h"
 #include "tests/support/station.h"
 
 namespace brenvo {
@@ -12,9 +13,6 @@ class LogFormTest : public StationTest {
   LogFormTest() { Know<LogForm>("LogForm"); }
 
   LogForm& OpenLog() { return Open<LogForm>("LogForm"); }
-  void Press(LogForm& log, std::string_view key) {
-    Event([&] { log.Key(key).Press(); });
-  }
   // Empties the fields, types a contact and stores it.
   void Store(LogForm& log, std::string_view call, std::string_view band = "  2 m",
              std::string_view time = "10:30") {
@@ -80,10 +78,48 @@ TEST_F(LogFormTest, EveryColumnIsWrittenAsItsFieldSays) {
   Press(log, "cmInsert");
   EXPECT_EQ(
       Rows("select Call,Manager,Qra,Qth,Prefisso,[Zona CQ],[Zona ITU],Continente,Country,Provincia,"
-           "Locator,Qrb,Banda,Frequenza,Potenza,Modo,QrkDato,QrkRicevuto,QslDaInviare,QslRicevuta,"
-           "QslInviata,Note,DataQso from Log"),
-      Texts{"IK3ABC|I2MGR|GIOVANNI|CANTÙ|IK3|15|28|EU|I|VE|JN65AB|5|  2 m|144.3|100|SSB|59|57|-1|0|"
-            "-1|prima nota|03/02/2001 04:05:00"});
+           "Locator,Qrb,Banda,Frequenza,Potenza,Modo,Propagazione,QrkDato,QrkRicevuto,"
+           "QslDaInviare,QslRicevuta,QslInviata,Note,DataQso from Log"),
+      Texts{"IK3ABC|I2MGR|GIOVANNI|CANTÙ|IK3|15|28|EU|I|VE|JN65AB|5|  2 m|144.3|100|SSB|Tropo|59|"
+            "57|-1|0|-1|prima nota|03/02/2001 04:05:00"});
+}
+
+TEST_F(LogFormTest, EveryColumnIsShownInItsField) {
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Manager,Qra,Qth,Prefisso,[Zona CQ],[Zona ITU],Continente,"
+      "Country,Provincia,Locator,Qrb,Banda,Frequenza,Potenza,Modo,Propagazione,QrkDato,QrkRicevuto,"
+      "QslDaInviare,QslRicevuta,QslInviata,Note) values ('05/01/2001 10:30','IK3ABC','I2MGR',"
+      "'GIOVANNI','CANTÙ','IK3',15,28,'EU','I','VE','JN65AB',77,'  2 m',144.3,100,'SSB','Tropo',"
+      "'59','57',true,false,true,'prima nota')");
+  LogForm& log = OpenLog();
+  const std::pair<TextField*, std::string> texts[] = {{&log.QsoNr, "1"},
+                                                      {&log.QsoTotali, "1"},
+                                                      {&log.DataQso, "05/01/2001"},
+                                                      {&log.Qtr, "10:30"},
+                                                      {&log.CallQso, "IK3ABC"},
+                                                      {&log.Manager, "I2MGR"},
+                                                      {&log.Qra, "GIOVANNI"},
+                                                      {&log.Qth, "CANTÙ"},
+                                                      {&log.Prefisso, "IK3  "},
+                                                      {&log.ZonaCQ, "15"},
+                                                      {&log.ZonaITU, "28"},
+                                                      {&log.Continente, "EU"},
+                                                      {&log.Country, "I    Italia"},
+                                                      {&log.Provincia, "VE  Venezia"},
+                                                      {&log.Locator, "JN65AB"},
+                                                      {&log.Qrb, "77"},
+                                                      {&log.Banda, "  2 m"},
+                                                      {&log.Frequenza, "144.300"},
+                                                      {&log.Potenza, "100"},
+                                                      {&log.Modo, "SSB"},
+                                                      {&log.Propagazione, "Tropo"},
+                                                      {&log.QrkDato, "59"},
+                                                      {&log.QrkRicevuto, "57"},
+                                                      {&log.Note, "prima nota"}};
+  for (const auto& [field, text] : texts) EXPECT_EQ(field->Text(), text) << field->Name();
+  EXPECT_TRUE(log.QslDaInviare.IsOn());
+  EXPECT_FALSE(log.QslRicevuta.IsOn());
+  EXPECT_TRUE(log.QslInviata.IsOn());
 }
 
 TEST_F(LogFormTest, MovingPastEitherEndStaysOnTheLastAndTheFirst) {
@@ -464,7 +500,7 @@ TEST_F(LogFormTest, HelpOpensItsTopicAndExitCloses) {
   LogForm& log = OpenLog();
   Press(log, "cmHelp");
   EXPECT_EQ(Lines(), Texts{"open \"Brenvo.HLP\""});
-  EXPECT_NE(machine.OpenedTopic(), 0);
+  EXPECT_EQ(machine.OpenedTopic(), kHelpLog);
   Press(log, "cmExit");
   EXPECT_EQ(session.Windows.Find("LogForm"), nullptr);
 }

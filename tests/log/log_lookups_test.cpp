@@ -390,10 +390,10 @@ TEST_F(LookupTest, TheMatricesFollowOnlyWhileTheKeyIsDown) {
 
 TEST_F(LookupTest, ThePrefixDialogIsAskedAsAPickAndFillsZonesAndCountry) {
   Know<FakePick>("TabellaPrefissi");
-  machine.Host().InModal = [&](Window& dialog) {
+  InDialogs([&](Window& dialog) {
     session.ChosenPrefix = {"F1", "F", "14", "27", "EU"};
     dialog.Close();
-  };
+  });
   LogForm& log = NewContact();
   Event([&] { log.Prefisso.DoubleClick(); });
   EXPECT_EQ(FakePick::tagAtLoading, "LOG");
@@ -408,7 +408,7 @@ TEST_F(LookupTest, ThePrefixDialogIsAskedAsAPickAndFillsZonesAndCountry) {
 
 TEST_F(LookupTest, ACancelledPrefixDialogChangesNothing) {
   Know<FakePick>("TabellaPrefissi");
-  machine.Host().InModal = [&](Window& dialog) { dialog.Close(); };
+  InDialogs([&](Window& dialog) { dialog.Close(); });
   LogForm& log = NewContact();
   Enter(log.CallQso, "IK3ABC");
   Event([&] { log.Prefisso.DoubleClick(); });
@@ -416,19 +416,32 @@ TEST_F(LookupTest, ACancelledPrefixDialogChangesNothing) {
   EXPECT_EQ(log.Country.Text(), kItaly);
 }
 
+TEST_F(LookupTest, APickedPrefixThatHasLeftTheTableFillsZonesAndNoCountry) {
+  Know<FakePick>("TabellaPrefissi");
+  InDialogs([&](Window& dialog) {
+    session.ChosenPrefix = {"QQ9", "F", "14", "27", "EU"};
+    dialog.Close();
+  });
+  LogForm& log = NewContact();
+  Event([&] { log.Prefisso.DoubleClick(); });
+  EXPECT_EQ(log.Prefisso.Text(), "QQ9  ");
+  EXPECT_EQ(log.ZonaCQ.Text(), "14");
+  EXPECT_EQ(log.Country.Text(), "");
+}
+
 TEST_F(LookupTest, ANotePickedIsAppendedWithoutSeparator) {
   Know<FakePick>("Help");
   session.NoteChoice = "[left from before]";
-  machine.Host().InModal = [&](Window& dialog) {
+  InDialogs([&](Window& dialog) {
     EXPECT_EQ(session.NoteChoice, "");
     session.NoteChoice = "[E.S.]";
     dialog.Close();
-  };
+  });
   LogForm& log = NewContact();
   log.Note.SetText("nota");
   Event([&] { log.Note.DoubleClick(); });
   EXPECT_EQ(log.Note.Text(), "nota[E.S.]");
-  machine.Host().InModal = [&](Window& dialog) { dialog.Close(); };
+  InDialogs([&](Window& dialog) { dialog.Close(); });
   Event([&] { log.Note.DoubleClick(); });
   EXPECT_EQ(log.Note.Text(), "nota[E.S.]");
 }

@@ -14,7 +14,7 @@ class LogSearchTest : public LogStation {
   LogSearch& OpenSearch() { return Open<LogSearch>("LogSearch"); }
   // Presses the log's search key and does something in the dialog.
   void Search(LogForm& log, const std::function<void(LogSearch&)>& inDialog) {
-    machine.Host().InModal = [&](Window& dialog) { inDialog(static_cast<LogSearch&>(dialog)); };
+    InDialogs([&](Window& dialog) { inDialog(static_cast<LogSearch&>(dialog)); });
     Press(log, "cmSearch");
   }
 };
@@ -266,10 +266,10 @@ TEST_F(LogSearchTest, ThePickedNoteIsAppended) {
   Know<FakeHelp>("Help");
   LogSearch& search = OpenSearch();
   Type(search.Note, "prima");
-  machine.Host().InModal = [&](Window& dialog) {
+  InDialogs([&](Window& dialog) {
     session.NoteChoice = "[F2]";
     dialog.Close();
-  };
+  });
   Event([&] { search.Note.DoubleClick(); });
   EXPECT_EQ(search.Note.Text(), "prima[F2]");
 }

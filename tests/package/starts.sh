@@ -14,4 +14,5 @@ starts_on() {
   done
   kill $program
   wait $program 2> /dev/null || true
+  program=
 }

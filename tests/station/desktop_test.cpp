@@ -86,6 +86,7 @@ TEST_F(Desktop, SavingAsksAndTellsNothing) {
   Lines();
   Menu("cmSaveDesktop");
   EXPECT_TRUE(Lines().empty());
+  EXPECT_EQ(Saved(), "");
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <random>
 #include <set>
 #include <sstream>
@@ -16,6 +15,7 @@
 #include "station/station.h"
 #include "tests/support/integrity.h"
 #include "tests/support/station.h"
+#include "tests/support/thoroughly.h"
 
 namespace brenvo {
 namespace {
@@ -162,8 +162,7 @@ std::string RunAndKill(const fs::path& directory, int first, int things, usecond
 }
 
 TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
-  // Some moments always, a thousand with BRENVO_THOROUGH set.
-  const int kills = std::getenv("BRENVO_THOROUGH") != nullptr ? 1000 : 60;
+  const int kills = Thoroughly(60, 1000);
   ScratchStationDirectory directory;
   const fs::path file = directory.Path() / "Brenvo.mdb";
   std::mt19937 random(1);

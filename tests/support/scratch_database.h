@@ -11,6 +11,7 @@
 
 #include "engine/database.h"
 #include "tests/support/scratch_directory.h"
+#include "tests/support/unsynced_files.h"
 
 namespace brenvo {
 
@@ -18,7 +19,10 @@ namespace brenvo {
 // process.
 class ScratchDatabase {
  public:
-  ScratchDatabase() { std::filesystem::copy_file(Fresh(), File()); }
+  ScratchDatabase() {
+    LeaveFilesUnsynced();
+    std::filesystem::copy_file(Fresh(), File());
+  }
 
   const std::filesystem::path& Path() const { return directory_.Path(); }
   std::filesystem::path File() const { return Path() / "Brenvo.mdb"; }

@@ -15,6 +15,7 @@
 #include "core/session.h"
 #include "recorder/recording_platform.h"
 #include "tests/support/scratch_directory.h"
+#include "tests/support/unsynced_files.h"
 
 namespace brenvo {
 
@@ -22,6 +23,7 @@ namespace brenvo {
 class ScratchStationDirectory : public ScratchDirectory {
  public:
   ScratchStationDirectory() {
+    LeaveFilesUnsynced();
     std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb",
                                Path() / "Brenvo.mdb");
   }
@@ -29,7 +31,8 @@ class ScratchStationDirectory : public ScratchDirectory {
 
 // The clock stands at 03/02/2001 04:05:06, the own locator is JN65AA, the log is empty. The main
 // frame is open; windows that a test needs are registered by the test. A question that no answer
-// was queued for, and an answer that nothing asked for, fail the test.
+// was queued for, and an answer or a picked file that nothing asked for, fail the test; so does a
+// dialog that nobody foresaw, and one that was foreseen and does not come.
 class StationTest : public testing::Test {
  protected:
   explicit StationTest(bool openFrame = true) {
@@ -47,7 +50,12 @@ class StationTest : public testing::Test {
   }
   ~StationTest() override = default;
 
-  void TearDown() override { EXPECT_EQ(machine.Messages().UnusedAnswers(), 0u); }
+  void TearDown() override {
+    EXPECT_FALSE(machine.HasUnusedAnswers()) << "an answer that nothing asked for";
+    // A window that handles every failure has handled this one too.
+    EXPECT_EQ(machine.Messages().Unanswered().value_or("none"), "none");
+    ExpectDialogsCame();
+  }
 
   template <class Form>
   void Know(const char* name) {
@@ -62,6 +70,31 @@ class StationTest : public testing::Test {
   }
   // One event of the operator.
   void Event(const std::function<void()>& event) { session.Windows.RunEvent(event); }
+  void Press(Window& window, std::string_view command) {
+    Command* const found = window.FindCommand(command);
+    ASSERT_NE(found, nullptr) << window.Name() << '.' << command;
+    Event([&] { found->Press(); });
+  }
+  // Comes to a field and replaces its content key by key.
+  void Type(TextField& field, std::string_view text) {
+    Event([&] { field.Focus(); });
+    for (const char c : text) {
+      Event([&] { field.TypeKey(static_cast<unsigned char>(c)); });
+    }
+  }
+  void Hover(Field& field) {
+    Event([&] { field.Hover(); });
+  }
+  // What the operator does in each dialog from now on; at least one has to come.
+  void InDialogs(std::function<void(Window&)> work) {
+    ExpectDialogsCame();
+    dialogForeseen_ = true;
+    machine.Host().InModal = [this, work = std::move(work)](Window& dialog) {
+      dialogForeseen_ = false;
+      work(dialog);
+    };
+  }
+  void Exec(std::string_view statement) { session.Db.Execute(statement); }
   // The rows of a SELECT, the columns of each joined by "|".
   std::vector<std::string> Rows(std::string_view select) {
     std::vector<std::string> rows;
@@ -82,6 +115,13 @@ class StationTest : public testing::Test {
   RecordingPlatform machine;
   Session session{machine, directory.Path()};
   MainFrame* frame = nullptr;
+
+ private:
+  void ExpectDialogsCame() const {
+    EXPECT_FALSE(dialogForeseen_) << "the dialog that was foreseen did not come";
+  }
+
+  bool dialogForeseen_ = false;
 };
 
 }  // namespace brenvo

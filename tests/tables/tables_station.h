@@ -17,16 +17,6 @@ using Texts = std::vector<std::string>;
 
 class TablesStation : public StationTest {
  protected:
-  void Press(Window& window, std::string_view key) {
-    Event([&] { window.FindCommand(key)->Press(); });
-  }
-  // Comes to a field and replaces its content key by key.
-  void Type(TextField& field, std::string_view text) {
-    Event([&] { field.Focus(); });
-    for (const char c : text) {
-      Event([&] { field.TypeKey(static_cast<unsigned char>(c)); });
-    }
-  }
   void Backspace(TextField& field) {
     Event([&] { field.TypeKey(kBackspace); });
   }
@@ -46,10 +36,6 @@ class TablesStation : public StationTest {
     }
     return -1;
   }
-  void Hover(Field& field) {
-    Event([&] { field.Hover(); });
-  }
-  void Exec(std::string_view statement) { session.Db.Execute(statement); }
   void WriteFile(std::string_view name) {
     std::ofstream(directory.Path() / name, std::ios::binary) << "x";
   }

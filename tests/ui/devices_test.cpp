@@ -42,7 +42,7 @@ class Devices : public ScreenTest {
 class TcpDevice : public Devices {
  protected:
   TcpDevice() {
-    server.listen(QHostAddress::LocalHost);
+    EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
     client.OnData = [this] { received += client.Read(client.BytesWaiting()); };
     client.OnPeerClose = [this] { ++closed; };
   }

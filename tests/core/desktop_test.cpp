@@ -1,0 +1,65 @@
+#include "core/desktop.h"
+
+#include "core/shared_windows.h"
+#include "tests/core/core_station.h"
+
+namespace brenvo {
+namespace {
+
+using Texts = std::vector<std::string>;
+using DesktopTest = CoreStation;
+
+TEST_F(DesktopTest, ASavedDesktopIsARowOfTokens) {
+  session.LogOpen = session.FT736Open = session.WWConvOpen = true;
+  Menu("cmSaveDesktop");
+  EXPECT_EQ(session.GetSetting("Desktop", "Window", ""), "LOG  FT736WWCON");
+  EXPECT_TRUE(Lines().empty());
+}
+
+TEST_F(DesktopTest, EveryKindOfWindowHasItsToken) {
+  session.LogOpen = session.ContestOpen = session.FT736Open = session.TncOpen =
+      session.TncTelnetOpen = session.WWConvOpen = true;
+  session.Hrd = session.HrdMode = reinterpret_cast<MatrixWindow*>(1);
+  session.OldQsoForm = session.OldQsoLocator = reinterpret_cast<FeedWindow*>(1);
+  SaveDesktop(session);
+  session.Hrd = session.HrdMode = nullptr;
+  session.OldQsoForm = session.OldQsoLocator = nullptr;
+  const std::string tokens = session.GetSetting("Desktop", "Window", "");
+  EXPECT_EQ(tokens, "LOG  CONTEFT736HRD  HRDMOTNC  TNCTEWWCONOLDQSOLQSL");
+  const Texts windows = {"LogForm", "Contest",   "FT736",  "Hrd",        "HrdMode",
+                         "TNC",     "TNCtelnet", "WWConv", "OldQsoForm", "OldQsoLocator"};
+  for (const std::string& name : windows) KnowChild(name);
+  LoadDesktop(session);
+  Texts loaded;
+  for (Window* window : session.Windows.Loaded()) loaded.push_back(window->Name());
+  loaded.erase(loaded.begin());
+  EXPECT_EQ(loaded, windows);
+}
+
+TEST_F(DesktopTest, WithoutASavedDesktopLoadingDoesNothing) {
+  KnowChild("LogForm");
+  Menu("cmLoadDesktop");
+  EXPECT_EQ(session.Windows.Loaded().size(), 1u);
+}
+
+TEST_F(DesktopTest, LoadingTheDesktopTwiceOpensNoSecondCopy) {
+  KnowChild("LogForm");
+  KnowChild("User");
+  session.SaveSetting("Desktop", "Window", "LOG  ");
+  Menu("cmLoadDesktop");
+  Menu("cmLoadDesktop");
+  EXPECT_EQ(session.Windows.Loaded().size(), 2u);
+  // The menu's log is another window than the desktop's.
+  Menu("cmLog");
+  EXPECT_EQ(session.Windows.Loaded().size(), 3u);
+}
+
+TEST_F(DesktopTest, UnknownAndShortTokensArePassedOver) {
+  KnowChild("LogForm");
+  session.SaveSetting("Desktop", "Window", "èèèèèXXXXXLOG  LOG");
+  Menu("cmLoadDesktop");
+  EXPECT_EQ(session.Windows.Loaded().size(), 2u);
+}
+
+}  // namespace
+}  // namespace brenvo
