@@ -41,6 +41,7 @@ struct Case {
   void (*change)(ContestHeader& header, Contacts& contacts);
   std::optional<double> bandMhz = kTwoMetres;
 };
+void PrintTo(const Case& contest, std::ostream* out) { *out << contest.name; }
 const Case kCases[] = {
     {"no_switches", [](ContestHeader&, Contacts&) {}},
     {"square", [](ContestHeader& header, Contacts&) { header.Square = true; }},
