@@ -17,8 +17,9 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 std::string FixedDigits(double value, int decimals) {
   const double scale = std::pow(10.0, decimals);
   const double magnitude = std::fabs(value);
-  if (magnitude * scale >= 1e15) return fmt::format("{:.{}f}", magnitude, decimals);
   double scaled = magnitude * scale;
+  // So many digits, or more places than a double can shift by, and 0 by them is no number.
+  if (!(scaled < 1e15)) return fmt::format("{:.{}f}", magnitude, decimals);
   // Only near a half, or where they are few for the number, do fifteen digits decide.
   if (scaled > 1e10 || std::fabs(scaled - std::floor(scaled) - 0.5) < 1e-3) {
     const std::string rounded = fmt::format("{:.15g}", scaled);

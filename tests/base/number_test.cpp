@@ -79,6 +79,13 @@ TEST(Number, FormatsTheSmallestNumbersAsZero) {
   EXPECT_EQ(FormatNumber(-1e-310, "00"), "00");
 }
 
+TEST(FormatNumber, HasAsManyPlacesAsThePatternHoweverMany) {
+  const std::string places(400, '0');
+  EXPECT_EQ(FormatNumber(0, "0." + places), "0." + places);
+  EXPECT_EQ(FormatNumber(0.5, "0." + places), "0.5" + places.substr(1));
+  EXPECT_EQ(FormatNumber(144, "0." + places), "144." + places);
+}
+
 TEST(Number, RoundsHalvesToEven) {
   EXPECT_EQ(RoundHalfEven(2.5), 2);
   EXPECT_EQ(RoundHalfEven(3.5), 4);
