@@ -79,7 +79,7 @@ TEST(Number, FormatsTheSmallestNumbersAsZero) {
   EXPECT_EQ(FormatNumber(-1e-310, "00"), "00");
 }
 
-TEST(FormatNumber, HasAsManyPlacesAsThePatternHoweverMany) {
+TEST(Number, FormatsWithAsManyPlacesAsThePatternHoweverMany) {
   const std::string places(400, '0');
   EXPECT_EQ(FormatNumber(0, "0." + places), "0." + places);
   EXPECT_EQ(FormatNumber(0.5, "0." + places), "0.5" + places.substr(1));
