@@ -6,14 +6,14 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/encoding.h"
+
 namespace brenvo {
 namespace {
 
 class Reader {
  public:
-  explicit Reader(std::string_view text) : text_(text) {
-    if (text_.starts_with("\xEF\xBB\xBF")) text_.remove_prefix(3);
-  }
+  explicit Reader(std::string_view text) : text_(WithoutByteOrderMark(text)) {}
 
   // The cells of the next line that is not empty; false at the end of the text.
   bool Next(CsvTable::Row& row) {

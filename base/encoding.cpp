@@ -52,4 +52,9 @@ std::string FromLatin1(std::string_view bytes) {
   return FromCharacters(characters);
 }
 
+std::string_view WithoutByteOrderMark(std::string_view bytes) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  return bytes.starts_with(kMark) ? bytes.substr(kMark.size()) : bytes;
+}
+
 }  // namespace brenvo

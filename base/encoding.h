@@ -14,5 +14,7 @@ std::string FromWindows1252(std::string_view bytes);
 std::string ToLatin1(std::string_view text);
 // The way back, for any bytes.
 std::string FromLatin1(std::string_view bytes);
+// A file's bytes without the mark of UTF-8 that some editors put at its beginning.
+std::string_view WithoutByteOrderMark(std::string_view bytes);
 
 }  // namespace brenvo

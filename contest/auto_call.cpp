@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/number.h"
+#include "core/files.h"
 #include "core/modules.h"
 
 namespace brenvo {
@@ -30,7 +31,7 @@ AutoCall::AutoCall(Session& session, Command& button)
 void AutoCall::Load() {
   Table& user = *session_.TbUser;
   user.MoveFirst();
-  recording_ = session_.File("\\" + FieldText(user, "CallFile"));
+  recording_ = PlayedFileIn(session_.AppPath, "\\" + FieldText(user, "CallFile"));
   const double seconds = Val(FieldText(user, "CallInterval"));
   timer_->SetInterval(static_cast<int>(std::clamp(seconds, 0.0, kLongestSeconds) * 1000));
   timer_->SetEnabled(false);

@@ -116,7 +116,9 @@ void ContestQso::ShowLastRow() {
 
 void ContestQso::Unload() {
   SaveWindow(session_, *this, "ContestQso");
-  if (HasContactsForLog(session_, contest_.DataContest, contest_.Banda) &&
+  // A contest whose rows cannot be read has none to offer, and must not hold the window open.
+  if (Data1.Rows() != nullptr &&
+      HasContactsForLog(session_, contest_.DataContest, contest_.Banda) &&
       session_.Messages().AskYesNo("", "Vuoi inserire i qso nel Log ?")) {
     TransferToLog(session_, contest_.DataContest, contest_.Banda);
   }

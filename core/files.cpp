@@ -12,6 +12,15 @@ std::string NameOf(const std::filesystem::path& file) {
   return {name.begin(), name.end()};
 }
 
+std::string_view WithoutSeparator(std::string_view name) {
+  const bool led = name.starts_with('\\') || name.starts_with('/');
+  return led ? name.substr(1) : name;
+}
+
+std::filesystem::path PathOf(std::string_view name) {
+  return std::filesystem::path(std::u8string(name.begin(), name.end()));
+}
+
 }  // namespace
 
 std::string SafeFileName(std::string_view name) {
@@ -28,10 +37,8 @@ std::string SafeFileName(std::string_view name) {
 }
 
 std::filesystem::path FileIn(const std::filesystem::path& directory, std::string_view name) {
-  if (!name.empty() && (name.front() == '\\' || name.front() == '/')) name.remove_prefix(1);
-  const std::string safe = SafeFileName(name);
-  const std::filesystem::path exact =
-      directory / std::filesystem::path(std::u8string(safe.begin(), safe.end()));
+  const std::string safe = SafeFileName(WithoutSeparator(name));
+  const std::filesystem::path exact = directory / PathOf(safe);
   std::error_code error;
   if (std::filesystem::exists(exact, error)) return exact;
   const std::string wanted = Upper(safe);
@@ -39,6 +46,13 @@ std::filesystem::path FileIn(const std::filesystem::path& directory, std::string
     if (Upper(NameOf(entry.path())) == wanted) return entry.path();
   }
   return exact;
+}
+
+std::filesystem::path PlayedFileIn(const std::filesystem::path& directory, std::string_view name) {
+  const std::string_view bare = WithoutSeparator(name);
+  const std::filesystem::path spelled = PathOf(bare);
+  const bool asItStands = SafeFileName(bare) != bare && spelled == spelled.filename();
+  return asItStands ? directory / spelled : FileIn(directory, name);
 }
 
 std::vector<std::string> FilesOf(const std::filesystem::path& directory, std::string_view suffix) {

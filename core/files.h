@@ -13,6 +13,12 @@ namespace brenvo {
 // cannot hold is written as "-". An existing file is found whatever the case of its name.
 std::filesystem::path FileIn(const std::filesystem::path& directory, std::string_view name);
 
+// The file that is only played under that name, an empty one included: nothing is written to it, so
+// that a character which a file name should not hold stands as it is, and a ":" that is spelled
+// does not find the file of a "-". What the platform takes for a way to another directory goes by
+// its safe name.
+std::filesystem::path PlayedFileIn(const std::filesystem::path& directory, std::string_view name);
+
 // The files directly in `directory` whose names end with `suffix` (".wav", empty for all), whatever
 // the case, sorted by name, without hidden ones. None when the directory cannot be read.
 std::vector<std::string> FilesOf(const std::filesystem::path& directory, std::string_view suffix);

@@ -18,6 +18,21 @@ class Depth {
   int& depth_;
 };
 
+// Remembers the dialog that waits, and gives back the one before, whatever way the wait ends.
+class Wait {
+ public:
+  Wait(Window*& waiting, Window& dialog) : waiting_(waiting), before_(waiting) {
+    waiting_ = &dialog;
+  }
+  ~Wait() { waiting_ = before_; }
+  Wait(const Wait&) = delete;
+  Wait& operator=(const Wait&) = delete;
+
+ private:
+  Window*& waiting_;
+  Window* before_;
+};
+
 }  // namespace
 
 WindowList::~WindowList() = default;
@@ -72,6 +87,7 @@ void WindowList::Show(Window& window) {
   if (!window.Loaded()) return;
   window.visible_ = true;
   host_.Show(window);
+  if (BehindDialog(window)) return;
   active_ = &window;
   window.Activate();
 }
@@ -81,17 +97,24 @@ void WindowList::ShowModal(Window& window) {
   Window* const before = active_;
   window.visible_ = true;
   active_ = &window;
-  window.Activate();
-  if (window.Visible()) host_.ShowModal(window);
+  {
+    const Wait wait(waiting_, window);
+    window.Activate();
+    if (window.Visible()) host_.ShowModal(window);
+  }
   // What stood in front before comes to the front again.
   active_ = before;
   if (IsLoaded(before) && before->Visible()) before->Activate();
 }
 
 void WindowList::Activated(Window& window) {
-  if (active_ == &window || !window.Loaded()) return;
+  if (active_ == &window || !window.Loaded() || BehindDialog(window)) return;
   active_ = &window;
   window.Activate();
+}
+
+bool WindowList::BehindDialog(const Window& window) const {
+  return waiting_ != nullptr && waiting_ != &window;
 }
 
 bool WindowList::Unload(Window& window) {

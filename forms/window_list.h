@@ -33,6 +33,7 @@ class WindowList {
   // A window that is made elsewhere (the main frame).
   Window& Adopt(std::unique_ptr<Window> window);
 
+  // Behind a dialog that waits the window does not come to the front: the dialog stays active.
   void Show(Window& window);
   // Returns when the window is hidden or unloaded.
   void ShowModal(Window& window);
@@ -59,6 +60,7 @@ class WindowList {
   void Load(Window& window);
   void Drop(Window& window);  // out of the list; it goes when the event in work has ended
   void BuryUnloaded();
+  bool BehindDialog(const Window& window) const;
 
   WindowHost& host_;
   std::map<std::string, Factory, std::less<>> factories_;
@@ -67,6 +69,7 @@ class WindowList {
   std::vector<Window*> loaded_;
   std::map<std::string, Window*, std::less<>> defaults_;
   Window* active_ = nullptr;
+  Window* waiting_ = nullptr;  // the dialog in front
   int depth_ = 0;
 };
 

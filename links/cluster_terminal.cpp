@@ -151,8 +151,10 @@ void ClusterTerminal::AnnounceDX() {
   dialog->Move(
       {own.left + kDialogOffset, own.top + kDialogOffset, dialog->Width(), dialog->Height()});
   session_.Windows.ShowModal(*dialog);
-  if (dialog->Tag != "CANCEL") SendText(dialog->Tag, kLineEnd);
+  const std::string command = dialog->Tag;
+  // Before the sending, which may fail: the next announcement starts empty all the same.
   session_.Windows.Unload(*dialog);
+  if (command != "CANCEL") SendText(command, kLineEnd);
 }
 
 }  // namespace brenvo

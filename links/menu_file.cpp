@@ -60,8 +60,9 @@ void FillMenu(std::string_view text, EntryArray& CMI, MenuCommands& Comandi) {
 void FillMenuFromFile(const std::filesystem::path& file, EntryArray& CMI, MenuCommands& Comandi) {
   std::ifstream stream(file, std::ios::binary);
   if (!stream) throw std::runtime_error("Manca il file del menu");
-  const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-  FillMenu(ValidUtf8(bytes) == bytes ? bytes : FromWindows1252(bytes), CMI, Comandi);
+  const std::string content{std::istreambuf_iterator<char>(stream), {}};
+  const std::string_view bytes = WithoutByteOrderMark(content);
+  FillMenu(ValidUtf8(bytes) == bytes ? std::string(bytes) : FromWindows1252(bytes), CMI, Comandi);
 }
 
 }  // namespace brenvo

@@ -41,7 +41,8 @@ class ListInput {
 // it stay.
 void FillMenu(std::string_view text, EntryArray& CMI, MenuCommands& Comandi);
 
-// The same from a file, of UTF-8 or Windows-1252. A file that cannot be read is an error.
+// The same from a file, of UTF-8 (with its mark or without) or Windows-1252. A file that cannot be
+// read is an error.
 void FillMenuFromFile(const std::filesystem::path& file, EntryArray& CMI, MenuCommands& Comandi);
 
 }  // namespace brenvo

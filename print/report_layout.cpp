@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/encoding.h"
 #include "base/number.h"
 #include "base/text.h"
 
@@ -65,7 +66,7 @@ void ParseFonts(std::size_t line, const std::string& text, ReportLayout& layout)
 ReportLayout ParseReportLayout(std::string_view text) {
   ReportLayout layout;
   std::size_t number = 0;
-  for (std::string_view rest = text; !rest.empty();) {
+  for (std::string_view rest = WithoutByteOrderMark(text); !rest.empty();) {
     ++number;
     const std::size_t end = rest.find('\n');
     std::string line = ValidUtf8(rest.substr(0, end));

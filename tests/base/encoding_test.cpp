@@ -15,6 +15,12 @@ TEST(Encoding, ACharacterOutsideTheCodePageBecomesAQuestionMark) {
   EXPECT_EQ(ToLatin1("€1"), "?1");
 }
 
+TEST(Encoding, TheMarkOfUtf8IsPassedOverAtTheBeginningAlone) {
+  EXPECT_EQ(WithoutByteOrderMark("\xEF\xBB\xBF\xEF\xBB\xBFx"), "\xEF\xBB\xBFx");
+  EXPECT_EQ(WithoutByteOrderMark("\xEF\xBB"), "\xEF\xBB");
+  EXPECT_EQ(WithoutByteOrderMark(""), "");
+}
+
 TEST(Encoding, EveryLatin1ByteSurvivesARoundTrip) {
   std::string bytes;
   for (int code = 0; code < 256; ++code) bytes += static_cast<char>(code);

@@ -100,6 +100,12 @@ TEST_F(AutoCallTest, AChangeOfTheProfileAppliesFromTheNextOpening) {
   EXPECT_EQ(Lines(), Texts{"wave-start \"altro.wav\""});
 }
 
+TEST_F(AutoCallTest, AProfileWithoutARecordingNamesNoFile) {
+  SetProfile("", 1);
+  Press(OpenLog(), "cmAutoCall");
+  EXPECT_EQ(Lines(), Texts{"wave-start \"\""});
+}
+
 TEST_F(AutoCallTest, ClosingTheLogEndsTheCalling) {
   ContestQso& log = OpenLog();
   Press(log, "cmAutoCall");

@@ -211,6 +211,17 @@ TEST_F(TransferTest, AContestWithoutItsHeaderIsAFailure) {
   EXPECT_EQ(Rows("select count(*) from Log"), Texts{"0"});
 }
 
+TEST_F(TransferTest, AContestThatCannotBeReadHasNothingToOfferAndCloses) {
+  ContestForm& contest = OpenContest();
+  Store(contest, kDate, kBand);
+  contest.DataContest.SetText("mai");
+  Press(contest, "cmQso");
+  Lines();
+  Close(*session.Windows.Find("ContestQso"));
+  EXPECT_EQ(session.Windows.Find("ContestQso"), nullptr);
+  EXPECT_EQ(Lines(), Texts{});
+}
+
 TEST_F(TransferTest, TheHeadersScreenStaysOnItsOwnRecord) {
   Add(1, "IK3ABC", "JN65AB", 5, "", true);
   ContestForm& contest = OpenContest();

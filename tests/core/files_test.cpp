@@ -33,6 +33,13 @@ TEST(Files, AnExistingFileIsFoundWhateverTheCase) {
   EXPECT_EQ(FileIn(directory, "\\Other.txt"), directory / "Other.txt");
 }
 
+TEST(Files, AFileThatIsPlayedKeepsItsNameButLeavesTheDirectoryByNone) {
+  EXPECT_EQ(PlayedFileIn("/tmp/station", "\\:.wav"), "/tmp/station/:.wav");
+  EXPECT_EQ(PlayedFileIn("/tmp/station", "\\"), "/tmp/station/");
+  EXPECT_EQ(PlayedFileIn("/tmp/station", "\\../x.wav"), "/tmp/station/..-x.wav");
+  EXPECT_EQ(PlayedFileIn("/tmp/station", "\\/etc/x.wav"), "/tmp/station/-etc-x.wav");
+}
+
 TEST(Files, FilesAreListedByTheEndOfTheirNamesWhateverTheCase) {
   const ScratchDirectory scratch;
   const std::filesystem::path& directory = scratch.Path();

@@ -335,6 +335,24 @@ TEST_F(Life, AModalWindowActivatesBeforeItWaitsAndTheOneBehindComesBack) {
   EXPECT_FALSE(dialog->Visible());
 }
 
+TEST_F(Life, AWindowThatIsShownBehindADialogLeavesTheDialogActive) {
+  Window* other = windows.LoadNew("Sample");
+  SampleWindow* behind = made;
+  Window* dialog = windows.LoadNew("Sample");
+  host.duringModal = [&](Window& window) {
+    windows.Show(*other);
+    windows.Activated(*other);
+    windows.Activated(window);
+    window.Hide();
+  };
+  windows.ShowModal(*dialog);
+  EXPECT_EQ(made->life, (std::vector<std::string>{"load", "activate"}));
+  EXPECT_EQ(behind->life, (std::vector<std::string>{"load"}));
+  EXPECT_TRUE(other->Visible());
+  windows.Activated(*other);
+  EXPECT_EQ(behind->life, (std::vector<std::string>{"load", "activate"}));
+}
+
 TEST_F(Life, AFailureEndsTheEventAndIsTold) {
   windows.RunEvent([] { throw std::runtime_error("rotto"); });
   EXPECT_EQ(host.told, (std::vector<std::string>{"failure rotto"}));

@@ -108,7 +108,8 @@ TEST_F(MenuFile, ThatEndsInACaptionKeepsThePairsBeforeIt) {
 
 TEST_F(MenuFile, MayBeWrittenInEitherEncoding) {
   const ScratchDirectory directory;
-  for (std::string_view bytes : {"Citt\xC3\xA0,x\r\n", "Citt\xE0,x\r\n"}) {
+  for (std::string_view bytes :
+       {"Citt\xC3\xA0,x\r\n", "\xEF\xBB\xBF\"Citt\xC3\xA0\",x\r\n", "Citt\xE0,x\r\n"}) {
     std::ofstream(directory.Path() / "tnc.mnu", std::ios::binary) << bytes;
     FillMenuFromFile(directory.Path() / "tnc.mnu", CMI, Comandi);
     EXPECT_EQ(Captions(), Texts{"Città"});

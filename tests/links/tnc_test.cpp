@@ -194,6 +194,16 @@ TEST_F(TncTest, SendsAnEmptyLineWhenTheDialogIsClosedByItsFrame) {
   EXPECT_EQ(Lines(), Texts{"sent COM1 0D 0A"});
 }
 
+TEST_F(TncTest, AnAnnouncementThatCannotGoOutLeavesNoDialogBehind) {
+  TNC& tnc = OpenTnc();
+  Lines();
+  InDialogs([](Window& window) { window.Close(); });
+  machine.Serial().FailNext(1);
+  Event([&] { tnc.cmDX.Press(); });
+  EXPECT_EQ(LinesOf(Lines(), "error").size(), 1u);
+  EXPECT_EQ(session.Windows.Find("DX"), nullptr);
+}
+
 TEST_F(TncTest, ALineThatIsGoneIsToldAtTheNextCommand) {
   TNC& tnc = OpenTnc();
   Lines();

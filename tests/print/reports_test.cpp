@@ -333,6 +333,12 @@ TEST(ReportLayout, ALineThatMakesNoSenseIsNamed) {
   }
 }
 
+TEST(ReportLayout, AnEditorsMarkOfUtf8IsNoPartOfTheFirstLine) {
+  const ReportLayout layout =
+      ParseReportLayout("\xEF\xBB\xBF# mio\ncolonna = Nome; Qra; 10; sinistra");
+  EXPECT_EQ(layout.columns.size(), 1u);
+}
+
 TEST(ReportLayout, CellsFollowTheirFormats) {
   const DateTime when = DateTime::Of(2001, 2, 3, 4, 5, 6);
   EXPECT_EQ(FormatReportCell(when, "data"), "03/02/2001");
