@@ -163,10 +163,7 @@ std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& 
 }
 
 bool RestoreBackup(Session& session, const BackupCopy& copy) {
-  WindowList& windows = session.Windows;
-  while (windows.Loaded().size() > 1) {
-    if (!windows.Unload(*windows.Loaded()[1])) return false;
-  }
+  if (!session.Windows.UnloadAllButFirst()) return false;
   session.CloseForCompaction();
   try {
     session.RequireNoOtherProgram();

@@ -45,7 +45,7 @@ void PutBack(Session& session, const BackupCopy& copy);
 std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& appPath);
 
 // Closes all windows but the main frame, puts the copy in the place of the open database, and opens
-// that; false, and nothing is changed, when a window refuses to close. DatabaseError.
+// that; false, with the database as it was, when a window refuses to close. DatabaseError.
 bool RestoreBackup(Session& session, const BackupCopy& copy);
 
 // Makes the day's copy when it is missing: in slices between the operator's events, verified, and
