@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "adif/adif_names.h"
+#include "adif/adif_reader.h"
 #include "adif/adif_writer.h"
 #include "adif/contact_to_fields.h"
 #include "adif/kept_fields.h"
@@ -19,6 +20,19 @@ constexpr std::int64_t kProgressStep = 250;
 
 bool NeedsDeclaration(std::string_view name) {
   return !IsAdifField(name) && !IsApplicationField(name);
+}
+
+// A name picked by mistake costs no database, page or letter.
+void RequireReplaceable(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::string first(AdifReader::kLongestRecord, '\0');
+  in.read(first.data(), static_cast<std::streamsize>(first.size()));
+  first.resize(static_cast<std::size_t>(in.gcount()));
+  if (first.empty()) return;
+  const std::string other = OtherThanAdif(first);
+  if (other.empty()) return;
+  throw std::runtime_error(
+      fmt::format("{} e' {}: scegliere un altro nome", file.filename().string(), other));
 }
 
 // The header stands first and declares what only the records tell: such names are few, and are
@@ -49,6 +63,7 @@ std::vector<std::string> UserFields(Database& database, std::string_view select,
 std::optional<ExportCounts> ExportContacts(Session& session, std::string_view select,
                                            const std::filesystem::path& file,
                                            const ExportProgress& progress) {
+  RequireReplaceable(file);
   std::filesystem::path unfinished = file;
   unfinished += ".new";
   const auto fail = [&] {

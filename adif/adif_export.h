@@ -23,7 +23,7 @@ using ExportProgress = std::function<bool(std::int64_t done)>;
 
 // The contacts of a SELECT on Log, in its order, with what is kept beside them. The file takes the
 // place of an older one only when it is whole; nothing when it was stopped. std::runtime_error with
-// an Italian text when it cannot be written.
+// an Italian text when it cannot be written, or when what stands there is no log file.
 std::optional<ExportCounts> ExportContacts(Session& session, std::string_view select,
                                            const std::filesystem::path& file,
                                            const ExportProgress& progress);

@@ -7,7 +7,12 @@ namespace brenvo {
 
 void OpenLogIfNone(Session& session) {
   if (session.LogOpen) return;
-  if (Window* log = session.Windows.LoadSingle("LogForm")) session.Windows.Show(*log);
+  auto* log = dynamic_cast<LogWindow*>(session.Windows.LoadSingle("LogForm"));
+  if (log == nullptr) return;
+  // One that stands open behind a newer one, closed since, is the log again.
+  session.LogOpen = true;
+  session.CurrentLogForm = log;
+  session.Windows.Show(*log);
 }
 
 void ShowContacts(Session& session, std::string_view select) {

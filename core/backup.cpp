@@ -163,10 +163,7 @@ std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& 
 }
 
 bool RestoreBackup(Session& session, const BackupCopy& copy) {
-  WindowList& windows = session.Windows;
-  while (windows.Loaded().size() > 1) {
-    if (!windows.Unload(*windows.Loaded()[1])) return false;
-  }
+  if (!session.Windows.UnloadAllButFirst()) return false;
   session.CloseForCompaction();
   try {
     session.RequireNoOtherProgram();
@@ -191,11 +188,8 @@ DailyBackup::DailyBackup(Session& session, std::function<void(const std::string&
 DailyBackup::~DailyBackup() = default;
 
 void DailyBackup::Start() {
-  const std::filesystem::path directory = DirectoryOf(session_.AppPath);
-  finished_ = directory / DayName(session_.Now());
-  unfinished_ = directory / kUnfinished;
-  std::error_code error;
-  if (std::filesystem::exists(finished_, error)) return;
+  if (DayHasCopy()) return;
+  unfinished_ = DirectoryOf(session_.AppPath) / kUnfinished;
   timer_->SetInterval(kFirstPause);
   timer_->SetEnabled(true);
 }
@@ -219,7 +213,18 @@ void DailyBackup::Tick() {
   }
 }
 
+bool DailyBackup::DayHasCopy() {
+  day_ = session_.Now();
+  finished_ = DirectoryOf(session_.AppPath) / DayName(day_);
+  std::error_code error;
+  return std::filesystem::exists(finished_, error);
+}
+
 void DailyBackup::Begin() {
+  if (DayHasCopy()) {
+    Stop();
+    return;
+  }
   MakeDirectory(unfinished_.parent_path());
   copy_ = std::make_unique<OnlineCopy>(session_.File("\\Brenvo.mdb"), unfinished_);
   timer_->SetInterval(kPause);
@@ -244,7 +249,7 @@ void DailyBackup::Finish() {
   RenameSafely(unfinished_, finished_);
   timer_->SetEnabled(false);
   DropOld(session_.AppPath, session_.Now());
-  tell_("Copia di sicurezza del " + DateText(session_.Now()) + " fatta");
+  tell_("Copia di sicurezza del " + DateText(day_) + " fatta");
 }
 
 void DailyBackup::Fail(const std::string& why) {

@@ -45,7 +45,7 @@ void PutBack(Session& session, const BackupCopy& copy);
 std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& appPath);
 
 // Closes all windows but the main frame, puts the copy in the place of the open database, and opens
-// that; false, and nothing is changed, when a window refuses to close. DatabaseError.
+// that; false, with the database as it was, when a window refuses to close. DatabaseError.
 bool RestoreBackup(Session& session, const BackupCopy& copy);
 
 // Makes the day's copy when it is missing: in slices between the operator's events, verified, and
@@ -66,6 +66,8 @@ class DailyBackup {
 
  private:
   void Tick();
+  // The copy's day is the one that the clock shows now; true when it has its copy already.
+  bool DayHasCopy();
   void Begin();
   void Finish();
   void Fail(const std::string& why);
@@ -74,6 +76,7 @@ class DailyBackup {
   std::function<void(const std::string& text)> tell_;
   std::unique_ptr<Timer> timer_;
   std::unique_ptr<OnlineCopy> copy_;
+  DateTime day_;  // also when midnight passes while the copy is made
   std::filesystem::path unfinished_, finished_;
   bool verifying_ = false;
 };

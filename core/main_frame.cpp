@@ -165,15 +165,7 @@ void MainFrame::ShowFirstStep() {
   PrimoPasso.SetText(isDelivered ? kFirstStep : "");
 }
 
-bool MainFrame::QueryUnload() {
-  while (session_.Windows.Loaded().size() > 1) {
-    Window* child = session_.Windows.Loaded()[1];
-    if (session_.Windows.Unload(*child)) continue;
-    session_.Windows.Show(*child);
-    return false;
-  }
-  return true;
-}
+bool MainFrame::QueryUnload() { return session_.Windows.UnloadAllButFirst(); }
 
 void MainFrame::Unload() {
   SaveWindow(session_, *this, "Brenvo");
@@ -250,9 +242,12 @@ void MainFrame::cmRipristinaBackup() {
   windows.Unload(choice);
   if (!chosen) return;
   const BusyPointer busy(Host());
-  if (RestoreBackup(session_, *chosen)) {
-    StatusBar1.SetPanel(1, "Ripristinata la copia " + TitleOf(*chosen));
+  if (!RestoreBackup(session_, *chosen)) {
+    StatusBar1.SetPanel(1, "Copia non ripristinata: una finestra e' in uso e non si chiude");
+    return;
   }
+  StatusBar1.SetPanel(1, "Ripristinata la copia " + TitleOf(*chosen));
+  ShowFirstStep();
 }
 
 void MainFrame::cmAssegnaPrefissi() {

@@ -127,6 +127,16 @@ bool WindowList::Unload(Window& window) {
   return true;
 }
 
+bool WindowList::UnloadAllButFirst() {
+  while (loaded_.size() > 1) {
+    Window& window = *loaded_[1];
+    if (Unload(window)) continue;
+    Show(window);
+    return false;
+  }
+  return true;
+}
+
 void WindowList::Drop(Window& window) {
   window.list_ = nullptr;
   window.visible_ = false;

@@ -42,6 +42,9 @@ class WindowList {
   // QueryUnload, Unload, and out of the list; false when the window refuses. The screen's close
   // button, cmExit and the shutdown all come here.
   bool Unload(Window& window);
+  // Unloads all but the first, in order of loading. One that refuses stops that and comes to the
+  // front, and the answer is false.
+  bool UnloadAllButFirst();
 
   // In order of loading.
   const std::vector<Window*>& Loaded() const { return loaded_; }

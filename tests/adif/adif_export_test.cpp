@@ -122,10 +122,30 @@ TEST_F(AdifExportTest, ACardThatCameSinceIsTold) {
 
 TEST_F(AdifExportTest, AnExportThatIsStoppedLeavesTheOldFile) {
   Import(Sample("hrd.adi"));
-  const auto file = Write("old.adi", "old");
+  const auto file = Write("old.adi", "old <EOH>");
   EXPECT_FALSE(ExportContacts(session, kAllContacts, file, [](std::int64_t) { return false; }));
-  EXPECT_EQ(ReadBytes(file), "old");
+  EXPECT_EQ(ReadBytes(file), "old <EOH>");
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "old.adi.new"));
+}
+
+TEST_F(AdifExportTest, AFileOfAnotherKindIsNotReplaced) {
+  Import(Sample("hrd.adi"));
+  const auto database = session.File("\\Brenvo.mdb");
+  const std::string before = ReadBytes(database);
+  try {
+    ExportContacts(session, kAllContacts, database, [](std::int64_t) { return true; });
+    ADD_FAILURE() << "the database is replaced";
+  } catch (const std::runtime_error& failure) {
+    EXPECT_STREQ(failure.what(), "Brenvo.mdb e' un database: scegliere un altro nome");
+  }
+  EXPECT_TRUE(ReadBytes(database) == before);
+}
+
+TEST_F(AdifExportTest, AnEmptyFileIsReplaced) {
+  Import(Sample("hrd.adi"));
+  const auto file = Write("empty.adi", "");
+  ExportContacts(session, kAllContacts, file, [](std::int64_t) { return true; });
+  EXPECT_THAT(ReadBytes(file), HasSubstr("<EOR>"));
 }
 
 TEST_F(AdifExportTest, OnlyUserFieldsOfTheSelectionAreDeclared) {

@@ -376,6 +376,17 @@ TEST_F(AwardLinksTest, ADoubleClickBringsTheLogForward) {
   EXPECT_EQ(machine.Host().Front(), &log);
 }
 
+TEST_F(AwardLinksTest, ALogThatStandsOpenBehindAClosedOneIsTheLogAgain) {
+  Window& first = *session.Windows.LoadSingle("LogForm");
+  session.Windows.Unload(*session.Windows.LoadNew("LogForm"));
+  ASSERT_FALSE(session.LogOpen);
+  AwardGrid& award = Award("SField", kAll);
+  Event([&] { award.Spread1.DoubleClickCell(1, 0); });
+  EXPECT_TRUE(session.LogOpen);
+  EXPECT_EQ(session.CurrentLogForm, &first);
+  EXPECT_EQ(static_cast<LogForm&>(first).Selection, session.QueryText);
+}
+
 TEST_F(AwardLinksTest, ADoubleClickOnTheHeadingDoesNothing) {
   AwardGrid& award = Award("SField", kAll);
   Event([&] { award.Spread1.DoubleClickCell(0, 0); });

@@ -107,6 +107,22 @@ TEST_F(BackupTest, ADayThatHasItsCopyGetsNoSecondOne) {
   EXPECT_EQ(fs::last_write_time(BackupCopies(directory.Path())[0].file), written);
 }
 
+TEST_F(BackupTest, ACopyIsOfTheDayOnWhichItBegins) {
+  machine.SetNow(DateTime::Of(2001, 12, 31, 23, 59, 57));
+  LetTheCopyBeMade();
+  EXPECT_EQ(Names(BackupCopies(directory.Path())), "Brenvo-2002-01-01.mdb;");
+  EXPECT_EQ(frame->StatusBar1.Panel(1), "Copia di sicurezza del 01/01/2002 fatta");
+}
+
+TEST_F(BackupTest, ADayThatHasItsCopyByThenKeepsIt) {
+  fs::create_directories(BackupDirectory());
+  std::ofstream(BackupDirectory() / "Brenvo-2002-01-01.mdb") << "kept";
+  machine.SetNow(DateTime::Of(2001, 12, 31, 23, 59, 57));
+  LetTheCopyBeMade();
+  EXPECT_EQ(fs::file_size(BackupDirectory() / "Brenvo-2002-01-01.mdb"), 4u);
+  EXPECT_FALSE(session.Backup->Running());
+}
+
 TEST_F(BackupTest, AClockSetBackMakesACopyOfItsOwnDay) {
   LetTheCopyBeMade();
   machine.SetNow(DateTime::Of(2001, 1, 1, 12));

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
+#include <fstream>
 #include <sstream>
 
 #include "every_field.h"
@@ -15,6 +16,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
+using testing::StartsWith;
 
 class Scripts : public testing::Test {
  protected:
@@ -218,6 +220,14 @@ TEST_F(Scripts, AMissingTableOfManagersFailsTheLookupWhereTheirPathIsSet) {
   Run("setting Log ManagerZX9TOK C:\\qmgr");
   EXPECT_THAT(Run(kContact), ElementsAre("error \"3078 - La tabella 'qmgr' non esiste.\"",
                                          "get LogForm.Manager \"\""));
+}
+
+TEST_F(Scripts, AQuestionAtTheStartIsAFailureToo) {
+  Run("advance 10000\nclose Brenvo");
+  std::ofstream(directory / "Brenvo.mdb") << "no database";
+  EXPECT_THAT(Failure("echo a"),
+              StartsWith("0: nobody answers the question \"Ripristina backup\""));
+  EXPECT_THAT(lines, IsEmpty());
 }
 
 TEST_F(Scripts, AnEmptyUserTableFailsTheStart) {

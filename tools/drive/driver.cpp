@@ -115,9 +115,9 @@ std::optional<ScriptFailure> Driver::Run(std::istream& script) {
 }
 
 std::optional<ScriptFailure> Driver::RunScript() {
-  frame_ = StartStation(*session_);
-  if (frame_ == nullptr) return ScriptFailure{0, "the station does not start"};
   try {
+    frame_ = StartStation(*session_);
+    if (frame_ == nullptr) return ScriptFailure{0, "the station does not start"};
     bool more = true;
     while (more) {
       try {
