@@ -226,5 +226,14 @@ TEST_F(Scripts, AnEmptyUserTableFailsTheStart) {
   EXPECT_THAT(lines, ElementsAre(HasSubstr("User")));
 }
 
+TEST_F(Scripts, AWindowThatFailsToOpenIsNotThereForTheOthers) {
+  Damage("DROP TABLE Modi");
+  EXPECT_THAT(
+      Run("menu cmLog\nmenu cmHrdMode\nwindows\nmenu cmSaveDesktop\nsetting Desktop Window"),
+      ElementsAre("error \"3078 - La tabella 'Modi' non esiste.\"",
+                  "error \"3078 - La tabella 'Modi' non esiste.\"", "windows Brenvo",
+                  "setting Desktop Window \"\""));
+}
+
 }  // namespace
 }  // namespace brenvo
