@@ -173,6 +173,12 @@ TEST_F(Scripts, NoOtherWindowAnswersWhileADialogWaits) {
             "2: Brenvo does not answer while StampaQsl waits");
 }
 
+TEST_F(Scripts, TypingGoesOnBehindAKeyThatFails) {
+  EXPECT_THAT(Run("menu cmLog\ntype LogForm.CallQso \"D'AB\"\nget LogForm.CallQso"),
+              ElementsAre(HasSubstr("''D''"), HasSubstr("'A'"), HasSubstr("'AB'"),
+                          "get LogForm.CallQso \"D'AB\""));
+}
+
 TEST_F(Scripts, AScriptMayEndInsideADialog) {
   EXPECT_THAT(Run("menu cmQslStampa\necho inside"), ElementsAre("inside"));
 }
