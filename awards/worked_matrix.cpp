@@ -103,7 +103,6 @@ WorkedMatrix::WorkedMatrix(Session& session, const MatrixKind& kind)
 
 void WorkedMatrix::Load() {
   RestoreWindow(session_, *this, kind_.window);
-  session_.*kind_.handle = this;
   Grid1.SetRows(kRows);
   Grid1.SetColumns(1);
   MakeColumns();
@@ -111,6 +110,7 @@ void WorkedMatrix::Load() {
   Grid1.SetCell(0, 0, kind_.corner);
   Grid1.SetRowHeight(0, kHeadingHeight);
   FillFilter();
+  session_.*kind_.handle = this;
 }
 
 void WorkedMatrix::Unload() {

@@ -147,8 +147,6 @@ void LogForm::HangInEvents() {
 
 void LogForm::Load() {
   RestoreWindow(session_, *this, "Log");
-  session_.LogOpen = true;
-  session_.CurrentLogForm = this;
   Key("cmMappa").SetDown(session_.GetSetting("Log", "DisplayMappa", "N") == "Y");
   Key("cmWorked").SetDown(session_.GetSetting("Log", "LookupWorked", "N") == "Y");
   LoadCountryChoices(session_, Country);
@@ -168,6 +166,9 @@ void LogForm::Load() {
   }
   DataGrid1.SetColumnsOf(std::move(columns));
   StatusBar1.SetMinimumWidth(1, Width().Value() - kStatusPanels);
+  // Last, so that no window hands its contacts to a log that has failed to open.
+  session_.LogOpen = true;
+  session_.CurrentLogForm = this;
 }
 
 void LogForm::Resize() { StatusBar1.SetMinimumWidth(1, Width().Value() - kStatusPanels); }

@@ -27,7 +27,6 @@ OldQso::OldQso(Session& session, const OldQsoKind& kind)
 
 void OldQso::Load() {
   RestoreWindow(session_, *this, kind_.settingsKey);
-  session_.*kind_.handle = this;
   SetRecordSource(kNoRows);
   DataGrid1.SetColumnsOf({DataLog.GridColumn("Data Qso", "DataQso"),
                           DataLog.GridColumn("Banda", "Banda"), DataLog.GridColumn("Call", "Call"),
@@ -35,6 +34,7 @@ void OldQso::Load() {
                           DataLog.GridColumn("Locator", "Locator"),
                           DataLog.GridColumn("Qsl Inviata", "QslInviata", YesNo),
                           DataLog.GridColumn("Qsl Ricevuta", "QslRicevuta", YesNo)});
+  session_.*kind_.handle = this;
 }
 
 void OldQso::Unload() {

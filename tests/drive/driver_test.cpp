@@ -175,6 +175,12 @@ TEST_F(Scripts, NoOtherWindowAnswersWhileADialogWaits) {
             "2: Brenvo does not answer while StampaQsl waits");
 }
 
+TEST_F(Scripts, TypingGoesOnBehindAKeyThatFails) {
+  EXPECT_THAT(Run("menu cmLog\ntype LogForm.CallQso \"D'AB\"\nget LogForm.CallQso"),
+              ElementsAre(HasSubstr("''D''"), HasSubstr("'A'"), HasSubstr("'AB'"),
+                          "get LogForm.CallQso \"D'AB\""));
+}
+
 TEST_F(Scripts, AScriptMayEndInsideADialog) {
   EXPECT_THAT(Run("menu cmQslStampa\necho inside"), ElementsAre("inside"));
 }
@@ -234,6 +240,15 @@ TEST_F(Scripts, AnEmptyUserTableFailsTheStart) {
   Damage("DELETE FROM User");
   EXPECT_EQ(Failure("echo a"), "0: the station does not start");
   EXPECT_THAT(lines, ElementsAre(HasSubstr("User")));
+}
+
+TEST_F(Scripts, AWindowThatFailsToOpenIsNotThereForTheOthers) {
+  Damage("DROP TABLE Modi");
+  EXPECT_THAT(
+      Run("menu cmLog\nmenu cmHrdMode\nwindows\nmenu cmSaveDesktop\nsetting Desktop Window"),
+      ElementsAre("error \"3078 - La tabella 'Modi' non esiste.\"",
+                  "error \"3078 - La tabella 'Modi' non esiste.\"", "windows Brenvo",
+                  "setting Desktop Window \"\""));
 }
 
 }  // namespace

@@ -127,6 +127,18 @@ TEST_F(TabellaCountryTest, UpdateWorksOnTheRowThatTheTableStandsOn) {
   EXPECT_EQ(Rows("select Descrizione from Country where Country='F'"), Texts{"La Francia"});
 }
 
+TEST_F(TabellaCountryTest, UpdateWorksOnTheCountryChosenWhereverAnotherWindowHasLedTheTable) {
+  TabellaCountry& table = OpenTable();
+  Click(table.LBCountry, "I     Italia");
+  session.TbCountry->Seek("=", {"F"});
+  Type(table.Descrizione, "Italia unita");
+  Press(table, "cmUpdate");
+  EXPECT_TRUE(Lines().empty());
+  EXPECT_EQ(Rows("select Country,Descrizione from Country where Country in ('F','I') "
+                 "order by Country"),
+            (Texts{"F|Francia", "I|Italia unita"}));
+}
+
 TEST_F(TabellaCountryTest, UpdateWhereTheTableStandsOnNoRowEndsTheProgram) {
   TabellaCountry& table = OpenTable();
   Type(table.Codice, "Q9X");

@@ -52,6 +52,18 @@ TEST_F(TabellaProvincieTest, AnInsertStoresAndSelectsTheNewProvince) {
   EXPECT_EQ(table.LBProv.Text(), "Q1  Quota alta");
 }
 
+TEST_F(TabellaProvincieTest, UpdateWorksOnTheProvinceChosenWhereverAnotherWindowHasLedTheTable) {
+  TabellaProvincie& table = OpenOn(kItaly);
+  Click(table.LBProv, "VE  Venezia");
+  session.TbProvincie->Seek("=", {"I", "RO"});
+  Type(table.Descrizione, "Venezia e isole");
+  Press(table, "cmUpdate");
+  EXPECT_TRUE(Lines().empty());
+  EXPECT_EQ(Rows("select Provincia,Descrizione from Provincie where Provincia in ('RO','VE') and "
+                 "Country='I' order by Provincia"),
+            (Texts{"RO|Rovigo", "VE|Venezia e isole"}));
+}
+
 TEST_F(TabellaProvincieTest, OneCodeUnderTwoCountriesIsAllowedAndTwiceUnderOneIsTold) {
   TabellaProvincie& table = OpenOn(kItaly);
   Type(table.Codice, "Q1");

@@ -238,7 +238,13 @@ Field& Driver::ReachField(std::string_view name) {
 
 void Driver::Menu(const Words& words) { Press(ReachField("Brenvo." + words[0])); }
 void Driver::Set(const Words& words) { SetValue(ReachField(words[0]), words[1]); }
-void Driver::Type(const Words& words) { TypeText(ReachField(words[0]), words[1]); }
+
+// A key that fails ends nothing but its own event: the operator goes on typing.
+void Driver::Type(const Words& words) {
+  TypeText(ReachField(words[0]), words[1],
+           [this](const std::function<void()>& key) { session_->Windows.RunEvent(key); });
+}
+
 void Driver::Key(const Words& words) { PressKey(ReachField(words[0]), words[1]); }
 void Driver::Focus(const Words& words) { ReachField(words[0]).Focus(); }
 void Driver::Leave(const Words& words) { ReachField(words[0]).Leave(); }

@@ -136,11 +136,18 @@ void SetValue(Field& field, std::string_view value) {
   }
 }
 
-void TypeText(Field& field, std::string_view text) {
+void TypeText(Field& field, std::string_view text,
+              const std::function<void(const std::function<void()>&)>& runEvent) {
   auto& typed = As<TextField>(field, "field to type into");
   WantEnabled(field);
   field.Focus();
-  for (const char32_t key : Characters(text)) typed.TypeKey(key);
+  for (const char32_t key : Characters(text)) {
+    if (runEvent) {
+      runEvent([&] { typed.TypeKey(key); });
+    } else {
+      typed.TypeKey(key);
+    }
+  }
 }
 
 void PressKey(Field& field, std::string_view key) {

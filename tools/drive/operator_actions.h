@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -16,8 +17,9 @@ namespace brenvo {
 // A text into a text field; the entry of a list (equal, else equal but for blanks around it); on,
 // off, grey; a number. The field's change event, and a list's click event.
 void SetValue(Field& field, std::string_view value);
-// Focus, then character by character.
-void TypeText(Field& field, std::string_view text);
+// Focus, then character by character, each an event of its own for `runEvent` where there is one.
+void TypeText(Field& field, std::string_view text,
+              const std::function<void(const std::function<void()>&)>& runEvent = {});
 // "backspace", "enter", "escape", "menu" (the key that does as the right button), or one
 // character; on a grid, for the current cell. Enter and Esc that the field has no use for
 // press the dialog's default and cancel commands.
