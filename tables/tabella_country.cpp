@@ -139,9 +139,9 @@ void TabellaCountry::cmInsert() {
 
 void TabellaCountry::cmUpdate() {
   if (!ValidateCountry()) return;
-  // Other windows move the table's handle meanwhile: back to the country chosen from the list.
-  if (LBCountry.ListIndex() >= 0) SeekChosen();
   TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
+    // Other windows move the table's handle meanwhile: back to the country chosen from the list.
+    if (LBCountry.ListIndex() >= 0) SeekChosen();
     session_.TbCountry->Edit();
     Store();
   });

@@ -89,10 +89,10 @@ void TabellaProvincie::cmInsert() {
 
 void TabellaProvincie::cmUpdate() {
   if (!ValidateProvince()) return;
-  // Other windows move the table's handle meanwhile: back to the province chosen from the list.
-  if (LBProv.ListIndex() >= 0) SeekChosen(kProvinceWidth);
   // The title is the country table's, as operators know it.
   TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
+    // Other windows move the table's handle meanwhile: back to the province chosen from the list.
+    if (LBProv.ListIndex() >= 0) SeekChosen(kProvinceWidth);
     session_.TbProvincie->Edit();
     Store();
   });
