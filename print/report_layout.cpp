@@ -27,9 +27,11 @@ std::vector<std::string> Split(std::string_view text, char separator) {
   throw LayoutError("Riga " + std::to_string(line) + " del formato di stampa: " + why);
 }
 
+// A tenth of a millimetre at least, which is less than anybody can see.
 Mm Measured(std::size_t line, const std::string& text, double most) {
+  constexpr double kLeast = 0.1;
   const double value = Val(text);
-  if (!(value > 0 && value <= most)) Refuse(line, "misura non valida \"" + text + "\"");
+  if (!(value >= kLeast && value <= most)) Refuse(line, "misura non valida \"" + text + "\"");
   return Mm(value);
 }
 

@@ -322,7 +322,8 @@ TEST(ReportLayout, ALineThatMakesNoSenseIsNamed) {
       {"orientamento = obliquo", "orientamento"},
       {"nulla", "="},
       {"nome = x", "nome"},
-      {"margine = -1", "misura"}};
+      {"margine = -1", "misura"},
+      {"carattere = Arial, 0.000000008", "misura"}};
   for (const auto& [text, piece] : cases) {
     try {
       ParseReportLayout(text);
