@@ -310,7 +310,7 @@ std::string OtherThanAdif(std::string_view firstBytes) {
   constexpr std::string_view kKnown[] = {"<CALL:",     "<QSO_DATE:",  "<EOR>",  "<EOH>",
                                          "<ADIF_VER:", "<PROGRAMID:", "<BAND:", "<FREQ:",
                                          "<MODE:",     "<TIME_ON:"};
-  if (firstBytes.starts_with("\xEF\xBB\xBF")) firstBytes.remove_prefix(3);
+  firstBytes = WithoutByteOrderMark(firstBytes);
   const std::string_view text = Stripped(firstBytes);
   if (text.empty()) return "un file vuoto";
   for (const Kind& kind : kKinds) {

@@ -16,9 +16,10 @@ void SyncNameOf(const std::filesystem::path& file) {
 }
 
 void CopySafely(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::error_code error;
+  std::filesystem::copy_file(from, to, error);
+  if (error == std::errc::file_exists) throw PathFailure(to, error);  // not ours to remove
   try {
-    std::error_code error;
-    std::filesystem::copy_file(from, to, error);
     if (error) throw PathFailure(to, error);
     SyncToDisk(to);
     SyncNameOf(to);
