@@ -19,8 +19,7 @@ void SyncToDisk(const std::filesystem::path& path);
 // 75 when the system refuses.
 void RenameSafely(const std::filesystem::path& from, const std::filesystem::path& to);
 // The same into another file system too: there a copy is made, and `from` goes once it is on the
-// disk. A copy that fails leaves nothing of
-// `to`, but what stood there before.
+// disk. A copy that fails leaves of `to` only what stood there before.
 void MoveSafely(const std::filesystem::path& from, const std::filesystem::path& to);
 
 }  // namespace brenvo
