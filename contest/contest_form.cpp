@@ -224,7 +224,7 @@ void ContestForm::ContestAdd() {
     contest.SetBookmark(contest.LastModified());
     shown_ = contest.GetBookmark();
   });
-  if (stored) SetRecordCommands(true);
+  if (stored) ContestButtonsOn();
 }
 
 void ContestForm::ContestUpdate() {
@@ -235,7 +235,7 @@ void ContestForm::ContestUpdate() {
     ContestSave();
     session_.TbContest->Update();
   });
-  if (stored) SetRecordCommands(true);
+  if (stored) ContestButtonsOn();
 }
 
 void ContestForm::ContestDelete() {
@@ -267,12 +267,12 @@ void ContestForm::cmFirst() {
   Table& contest = *session_.TbContest;
   TryMove([&] { contest.MoveFirst(); });
   if (contest.BOF()) {
-    SetRecordCommands(false);
+    ContestButtonsOff();
     ContestClear();
     return;
   }
   ContestDisplay();
-  SetRecordCommands(true);
+  ContestButtonsOn();
 }
 
 void ContestForm::cmLast() {
@@ -280,11 +280,11 @@ void ContestForm::cmLast() {
   TryMove([&] { contest.MoveLast(); });
   if (contest.EOF_()) {
     ContestClear();
-    SetRecordCommands(false);
+    ContestButtonsOff();
     return;
   }
   ContestDisplay();
-  SetRecordCommands(true);
+  ContestButtonsOn();
 }
 
 void ContestForm::cmNext() {
@@ -298,7 +298,7 @@ void ContestForm::cmNext() {
     return;
   }
   ContestDisplay();
-  SetRecordCommands(true);
+  ContestButtonsOn();
 }
 
 void ContestForm::cmPrevious() {
@@ -312,11 +312,15 @@ void ContestForm::cmPrevious() {
     return;
   }
   ContestDisplay();
-  SetRecordCommands(true);
+  ContestButtonsOn();
 }
 
-void ContestForm::SetRecordCommands(bool enabled) {
-  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(enabled);
+void ContestForm::ContestButtonsOn() {
+  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(true);
+}
+
+void ContestForm::ContestButtonsOff() {
+  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(false);
 }
 
 void ContestForm::ContestClear() {
@@ -333,7 +337,7 @@ void ContestForm::ContestClear() {
   }
   Fisso.SetOn(true);
   Singolo.SetOn(true);
-  SetRecordCommands(false);
+  ContestButtonsOff();
 }
 
 void ContestForm::OnBandaChange() {
@@ -378,7 +382,7 @@ void ContestForm::ContestFind() {
   session_.TbContest->Seek("=", {*date, band});
   if (session_.TbContest->NoMatch()) return;
   ContestDisplay();
-  SetRecordCommands(true);
+  ContestButtonsOn();
 }
 
 void ContestForm::cmQso() {

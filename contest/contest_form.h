@@ -93,7 +93,8 @@ class ContestForm : public Window {
   void HangInEvents();
   bool ContestValid();
   void ContestSave();
-  void SetRecordCommands(bool enabled);  // ContestButtonsOn and ContestButtonsOff
+  void ContestButtonsOn();
+  void ContestButtonsOff();
   void SelectBand(std::string_view band);
   // The handle is everybody's: back to the record on this screen.
   void ReturnToShownRecord();

@@ -111,8 +111,9 @@ void SpotEngine::JudgeSpot(std::string_view line, std::string_view displayCopy) 
   if (checks && policy_.check == SpotCheck::kWhereBandPasses && band && stays) {
     outside_.ShowCheck(*spot->SpotCall);
   }
-  const bool sounds = stays ? policy_.passingBandSounds : policy_.failingBandSounds;
-  if (band && band->AnnunceDX && sounds) Announce(*band, spot->Spotter, spot->SpotCall);
+  const bool heard = stays ? policy_.passingBandSounds : policy_.failingBandSounds;
+  const bool annunciaSpot = band && band->AnnunceDX && heard;
+  if (annunciaSpot) Announce(*band, spot->Spotter, spot->SpotCall);
   if (checks && policy_.check == SpotCheck::kBehindAnnouncement) {
     outside_.ShowCheck(*spot->SpotCall);
   }

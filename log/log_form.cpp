@@ -139,7 +139,7 @@ void LogForm::HangInEvents() {
     if (DsLog->EOF_() || DataGrid1.Row() < 1) return;
     DsLog->FindFirst("QsoNr=" + DataLog.Text(DataGrid1.Row() - 1, "QsoNr"));
     ShowQso();
-    SetRecordCommands(true);
+    EnableRecordCommands();
     Key("cmVista").SetDown(false);
     ShowGrid(false);
   };
@@ -192,7 +192,7 @@ void LogForm::cmInsert() {
     DsLog->Update();
     DsLog->SetBookmark(DsLog->LastModified());
   });
-  if (stored) SetRecordCommands(true);
+  if (stored) EnableRecordCommands();
 }
 
 void LogForm::cmUpdate() {
@@ -203,7 +203,7 @@ void LogForm::cmUpdate() {
     StoreQso();
     DsLog->Update();
   });
-  if (stored) SetRecordCommands(true);
+  if (stored) EnableRecordCommands();
 }
 
 void LogForm::cmDelete() {
@@ -220,23 +220,23 @@ void LogForm::cmDelete() {
 void LogForm::cmFirst() {
   DsLog->MoveFirst();
   if (DsLog->BOF()) {
-    SetRecordCommands(false);
+    DisableRecordCommands();
     ClearQso();
     return;
   }
   ShowQso();
-  SetRecordCommands(true);
+  EnableRecordCommands();
 }
 
 void LogForm::cmLast() {
   DsLog->MoveLast();
   if (DsLog->EOF_()) {
-    SetRecordCommands(false);
+    DisableRecordCommands();
     ClearQso();
     return;
   }
   ShowQso();
-  SetRecordCommands(true);
+  EnableRecordCommands();
 }
 
 void LogForm::cmNext() {
@@ -247,7 +247,7 @@ void LogForm::cmNext() {
     return;
   }
   ShowQso();
-  SetRecordCommands(true);
+  EnableRecordCommands();
 }
 
 void LogForm::cmPrevious() {
@@ -258,7 +258,7 @@ void LogForm::cmPrevious() {
     return;
   }
   ShowQso();
-  SetRecordCommands(true);
+  EnableRecordCommands();
 }
 
 void LogForm::cmClear() { ClearQso(); }
@@ -268,10 +268,19 @@ void LogForm::ReturnFromExport() {
   if (DsLog->RecordCount() != 0 && DsLog->EOF_()) DsLog->SetBookmark(beforeExport_);
 }
 
-void LogForm::SetRecordCommands(bool enabled) {
-  recordCommands_ = enabled;
+void LogForm::EnableRecordCommands() {
+  recordCommands_ = true;
+  ShowRecordCommands();
+}
+
+void LogForm::DisableRecordCommands() {
+  recordCommands_ = false;
+  ShowRecordCommands();
+}
+
+void LogForm::ShowRecordCommands() {
   // The grid view takes all keys but its own.
-  const bool usable = enabled && !PanelGriglia.Visible();
+  const bool usable = recordCommands_ && !PanelGriglia.Visible();
   for (std::string_view name : kRecordCommands) Key(name).SetEnabled(usable);
 }
 
@@ -290,7 +299,7 @@ void LogForm::ShowGrid(bool shown) {
     Command* const* command = std::get_if<Command*>(&item);
     if (command != nullptr && (*command)->Name() != "cmVista") (*command)->SetEnabled(!shown);
   }
-  SetRecordCommands(recordCommands_);
+  ShowRecordCommands();
   if (shown) {
     boundsBeforeGrid_ = GetBounds();
     Move({Twips(0), GetBounds().top, Host().ScreenWidth(), Height()});

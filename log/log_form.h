@@ -113,7 +113,9 @@ class LogForm : public LogWindow {
   Shown ReadRecord();
   bool ValidateQso();
   void StoreQso();
-  void SetRecordCommands(bool enabled);
+  void EnableRecordCommands();
+  void DisableRecordCommands();
+  void ShowRecordCommands();
   // An export of all contacts leaves DsLog at its end: back to the record it stood on.
   void ReturnFromExport();
   void ReceiveSelection();

@@ -23,7 +23,7 @@ void LogForm::ClearQso() {
   for (ListField* list : {&Banda, &Modo, &Propagazione}) list->SetListIndex(-1);
   for (CheckBox* box : {&QslDaInviare, &QslRicevuta, &QslInviata}) box->SetOn(false);
   PrevCall = PrevCountry = PrevLocator = PrevBanda = "";
-  SetRecordCommands(false);
+  DisableRecordCommands();
 }
 
 struct LogForm::Shown {

@@ -83,23 +83,26 @@ std::pair<std::string, std::string> BandAndMode(const QsoLabel& label) {
 }
 
 LabelGrid::LabelGrid(const LabelGeometry& geometry)
-    : geometry_(geometry), x_(geometry.marginLeft), y_(geometry.marginTop), rowY_(y_) {}
+    : geometry_(geometry),
+      posX_(geometry.marginLeft),
+      posY_(geometry.marginTop),
+      posYFila_(posY_) {}
 
 void LabelGrid::Next(Printer& printer) {
-  ++column_;
-  if (column_ <= geometry_.perRow) {
-    x_ += geometry_.width + geometry_.spaceAcross;
-    y_ = rowY_;
+  ++colonna_;
+  if (colonna_ <= geometry_.perRow) {
+    posX_ += geometry_.width + geometry_.spaceAcross;
+    posY_ = posYFila_;
     return;
   }
-  column_ = 1;
-  x_ = geometry_.marginLeft;
-  y_ += geometry_.height + geometry_.spaceDown;
+  colonna_ = 1;
+  posX_ = geometry_.marginLeft;
+  posY_ += geometry_.height + geometry_.spaceDown;
   if (Y() > printer.PageHeight()) {
     printer.NewPage();
-    y_ = geometry_.marginTop;
+    posY_ = geometry_.marginTop;
   }
-  rowY_ = y_;
+  posYFila_ = posY_;
 }
 
 }  // namespace brenvo

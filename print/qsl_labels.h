@@ -45,15 +45,15 @@ struct LabelGeometry {
 class LabelGrid {
  public:
   explicit LabelGrid(const LabelGeometry& geometry);
-  Mm X() const { return Mm(x_ / 10.0); }
-  Mm Y() const { return Mm(y_ / 10.0); }
+  Mm X() const { return Mm(posX_ / 10.0); }
+  Mm Y() const { return Mm(posY_ / 10.0); }
   // To the next place, with a new page of the printer where one is due.
   void Next(Printer& printer);
 
  private:
   LabelGeometry geometry_;
-  int x_, y_, rowY_;
-  int column_ = 1;
+  int posX_, posY_, posYFila_;
+  int colonna_ = 1;
 };
 
 }  // namespace brenvo

@@ -99,16 +99,16 @@ void StampaQsl::PrintLabels() {
                   SpazVerticale.Value(), MargineSuperiore.Value(), MargineSinistro.Value(),
                   EtichXFila.Value()});
   const bool both = DatiQso.IsOn() && DatiStazione.IsOn();
-  bool stationsTurn = DatiStazione.IsOn();
+  bool turnoStazione = DatiStazione.IsOn();
   while (!rows->EOF_()) {
-    if (stationsTurn) {
+    if (turnoStazione) {
       DrawStationLabel(printer, grid.X(), grid.Y(), station);
     } else {
       DrawQsoLabel(printer, grid.X(), grid.Y(), LabelOf(*rows));
     }
     grid.Next(printer);
-    if (!(both && stationsTurn)) rows->MoveNext();
-    if (both) stationsTurn = !stationsTurn;
+    if (!(both && turnoStazione)) rows->MoveNext();
+    if (both) turnoStazione = !turnoStazione;
   }
 }
 
