@@ -40,7 +40,7 @@ class Dice {
 };
 
 struct Station {
-  std::string call, name, town, locator, manager;
+  std::string call, name, town, province, locator, manager;
   bool near = false;
 };
 
@@ -70,13 +70,14 @@ std::vector<Station> MakeStations(int count, Dice& dice) {
   std::vector<Station> stations;
   for (int i = 0; i < count; ++i) {
     const DemonstrationCountry& country = Weighted(DemonstrationCountries(), dice);
+    const DemonstrationTown& town = dice.OneOf(country.towns);
     Station station;
-    station.call = std::string(dice.OneOf(country.prefixes));
+    station.call = town.prefix;
     for (int letters = 2 + dice.Below(2); letters > 0; --letters) station.call += dice.Letter();
-    station.name = dice.OneOf(country.tongue->names);
-    station.town = dice.OneOf(country.tongue->towns);
-    station.locator = std::string(dice.OneOf(country.squares)) +
-                      static_cast<char>('A' + dice.Below(24)) +
+    station.name = dice.OneOf(*country.names);
+    station.town = town.name;
+    station.province = town.province;
+    station.locator = std::string(town.square) + static_cast<char>('A' + dice.Below(24)) +
                       static_cast<char>('A' + dice.Below(24));
     station.near = country.near && QrbKm(kOwnLocator, station.locator) < kNearKm;
     if (dice.Percent(4)) station.manager = "IK3MGR";
@@ -130,10 +131,8 @@ void SetText(Table& row, std::string_view column, std::string_view text) {
   if (!text.empty()) row.Set(column, std::string(text));
 }
 
-// What the prefix table says of a station's call; the provinces only of Italian ones.
-void SetPlace(Session& session, Table& log, const Station& station, Dice& dice) {
-  static const std::vector<std::string_view> kProvinces = {
-      "TO", "MI", "PD", "BO", "FI", "AN", "BA", "NA", "RM", "TN", "UD", "GE", "VR", "PR"};
+// What the prefix table says of a station's call.
+void SetPlace(Session& session, Table& log, const Station& station) {
   const ResolvedPrefix resolved = ResolvePrefix(session, station.call);
   if (resolved.Prefisso.empty()) return;
   log.Set("Prefisso", RTrim(resolved.Prefisso));
@@ -141,7 +140,7 @@ void SetPlace(Session& session, Table& log, const Station& station, Dice& dice) 
   for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
     log.Set(column, session.TbPrefissi->Field(column));
   }
-  if (RTrim(resolved.Country) == "I") log.Set("Provincia", std::string(dice.OneOf(kProvinces)));
+  SetText(log, "Provincia", station.province);
 }
 
 // The time between two contacts, so that `contacts` fill the years.
@@ -163,7 +162,7 @@ void WriteContact(Session& session, const Station& station, const BandUse& band,
   SetText(log, "Manager", station.manager);
   log.Set("Qra", station.name);
   log.Set("Qth", station.town);
-  SetPlace(session, log, station, dice);
+  SetPlace(session, log, station);
   log.Set("Locator", station.locator);
   log.Set("Qrb", std::int64_t{km});
   log.Set("Banda", std::string(band.band));

@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "core/backup.h"
 #include "station/station.h"
 #include "tools/demonstration/demonstration.h"
 #include "tools/screens/far_ends.h"
@@ -146,6 +147,7 @@ int TakePictures(const QApplication& application, const QString& station, const 
   session.SaveSetting("Porte", "COM1", line.Path());
   session.SaveSetting("HrdMode", "ModiUsati", kModesShown);
   if (brenvo::StartStation(session) == nullptr) return 1;
+  session.Backup->Stop();  // the day's copy would be told, and listed, in some pictures
   const QSize screen = application.primaryScreen()->size();
   session.Windows.Find("Brenvo")->Move({brenvo::Twips(0), brenvo::Twips(0),
                                         brenvo::Twips::FromPixels(screen.width()),

@@ -72,10 +72,6 @@ void Arrange(Window& window, int left, int top, int width, int height) {
   window.Move({Twips(left), Twips(top), Twips(width), Twips(height)});
 }
 
-std::string LastCall(Session& session) {
-  return session.Db.OpenSnapshot("select Call from Log order by QsoNr desc")->Field(0).Text();
-}
-
 // The copies of the last days, from which one can be put back.
 Window* CopiesOfTheDatabase(Session& session) {
   const std::filesystem::path copies = session.AppPath / "Backup";
@@ -94,12 +90,13 @@ Window* StationAtWork(Session& session) {
   Press(award, "cmMappaMondo");
   session.Windows.Unload(award);
   Window& matrix = *Open(session, "Hrd");
-  Arrange(matrix, 6900, 6600, 12000, 4800);
-  Put(matrix, "CallQso", LastCall(session));
-  Put(matrix, "Locator", "JO62QM");
+  Arrange(matrix, 6900, 6800, 12000, 4680);
+  const auto last = session.Db.OpenSnapshot("select Call,Locator from Log order by QsoNr desc");
+  Put(matrix, "CallQso", last->Field("Call").Text());
+  Put(matrix, "Locator", last->Field("Locator").Text());
   Press(matrix, "cmSearch");
   Window& log = *Open(session, "LogForm");
-  Arrange(log, 240, 240, 11910, 7700);
+  Arrange(log, 240, 240, 11910, 7400);
   Press(log, "cmLast");
   return session.Windows.Find("Brenvo");
 }
