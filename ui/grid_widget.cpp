@@ -17,9 +17,11 @@ namespace {
 constexpr int kUsualLetters = 16;
 // Beyond this many rows all are alike: asking each for its height would take longer than a look.
 constexpr int kMostRowsOfOwnHeight = 20000;
-// Rows that a column without a width is measured by.
+// Rows that a column is measured by.
 constexpr int kMeasuredRows = 60;
 constexpr int kNarrowest = 48, kWidestMeasured = 320;
+// A column of short texts, a code or a number, is never told too narrow for them.
+constexpr int kWidestShort = 96;
 
 class Table : public QTableView {
  public:
@@ -169,9 +171,9 @@ class Table : public QTableView {
       if (twips == 0) continue;
       last = column;
       const int heading = horizontalHeader()->sectionSizeHint(column);
-      const int wanted =
-          twips > 0 ? ColumnPixels(twips)
-                    : std::clamp(sizeHintForColumn(column) + 6, kNarrowest, kWidestMeasured);
+      const int content = sizeHintForColumn(column) + 6;
+      const int wanted = twips > 0 ? std::max(ColumnPixels(twips), std::min(content, kWidestShort))
+                                   : std::clamp(content, kNarrowest, kWidestMeasured);
       setColumnWidth(column, std::max(heading, wanted));
     }
     horizontalHeader()->setStretchLastSection(last >= 0 &&

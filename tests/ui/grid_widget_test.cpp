@@ -122,6 +122,22 @@ TEST_F(GridWidgets, WidthsAreTwipsAndZeroHidesAColumn) {
   EXPECT_EQ(cells.rowHeight(0), 40);
 }
 
+TEST_F(GridWidgets, AColumnToldTooNarrowForItsCodesShowsThemWhole) {
+  form.Cells.SetColumnWidth(0, 300);
+  form.Cells.SetCell(0, 0, "");
+  form.Cells.SetCell(1, 0, "EU-131");
+  Settle();
+  EXPECT_GE(cells.columnWidth(0), cells.fontMetrics().horizontalAdvance("EU-131"));
+}
+
+TEST_F(GridWidgets, ALongTextDoesNotWidenItsColumnBeyondACode) {
+  form.Cells.SetColumnWidth(0, 300);
+  form.Cells.SetCell(0, 0, "");
+  form.Cells.SetCell(1, 0, std::string(200, 'M'));
+  Settle();
+  EXPECT_LT(cells.columnWidth(0), 100);
+}
+
 TEST_F(GridWidgets, ColoursAreShownAndWhiteIsThePaper) {
   EXPECT_EQ(cells.model()->index(0, 1).data(Qt::BackgroundRole).value<QBrush>().color(),
             QColor(0, 255, 0));
