@@ -13,31 +13,14 @@
 #include "core/session.h"
 #include "core/transaction.h"
 #include "tools/demonstration/countries.h"
+#include "tools/mklog/dice.h"
 
 namespace brenvo {
 namespace {
 
 constexpr std::string_view kOwnLocator = "JN55WJ";
 constexpr int kNearKm = 1200;
-
-// The same choices on every machine: the standard library's distributions differ.
-class Dice {
- public:
-  // 0 to count - 1.
-  int Below(int count) {
-    state_ = state_ * 6364136223846793005u + 1442695040888963407u;
-    return static_cast<int>((state_ >> 33) % static_cast<std::uint64_t>(count));
-  }
-  bool Percent(int chance) { return Below(100) < chance; }
-  template <class Item>
-  const Item& OneOf(const std::vector<Item>& items) {
-    return items[static_cast<std::size_t>(Below(static_cast<int>(items.size())))];
-  }
-  std::string Letter() { return std::string(1, static_cast<char>('A' + Below(26))); }
-
- private:
-  std::uint64_t state_ = 20251;
-};
+constexpr std::uint64_t kSeed = 20251;
 
 struct Station {
   std::string call, name, town, province, locator, manager;
@@ -54,33 +37,23 @@ const std::vector<BandUse> kBands = {
     {"  6 m", 10, false}, {" 10 m", 9, false},  {" 15 m", 11, false},
     {" 20 m", 18, false}, {" 40 m", 12, false}, {" 80 m", 6, false}};
 
-template <class Item>
-const Item& Weighted(const std::vector<Item>& items, Dice& dice) {
-  int total = 0;
-  for (const Item& item : items) total += item.weight;
-  int at = dice.Below(total);
-  for (const Item& item : items) {
-    at -= item.weight;
-    if (at < 0) return item;
-  }
-  return items.back();
-}
-
 std::vector<Station> MakeStations(int count, Dice& dice) {
   std::vector<Station> stations;
   for (int i = 0; i < count; ++i) {
-    const DemonstrationCountry& country = Weighted(DemonstrationCountries(), dice);
+    const DemonstrationCountry& country = dice.Weighted(DemonstrationCountries());
     const DemonstrationTown& town = dice.OneOf(country.towns);
     Station station;
     station.call = town.prefix;
-    for (int letters = 2 + dice.Below(2); letters > 0; --letters) station.call += dice.Letter();
+    for (int letters = dice.Between(2, 3); letters > 0; --letters) station.call += dice.Letter();
     station.name = dice.OneOf(*country.names);
     station.town = town.name;
     station.province = town.province;
-    station.locator = std::string(town.square) + static_cast<char>('A' + dice.Below(24)) +
-                      static_cast<char>('A' + dice.Below(24));
+    station.locator = town.square;
+    for (int letters = 2; letters > 0; --letters) {
+      station.locator += static_cast<char>(dice.Between('A', 'X'));
+    }
     station.near = country.near && QrbKm(kOwnLocator, station.locator) < kNearKm;
-    if (dice.Percent(4)) station.manager = "IK3MGR";
+    if (dice.Chance(0.04)) station.manager = "IK3MGR";
     stations.push_back(std::move(station));
   }
   return stations;
@@ -95,15 +68,15 @@ void WriteProfile(Session& session) {
 }
 
 std::string_view ModeOn(const BandUse& band, Dice& dice) {
-  const int at = dice.Below(100);
+  const int at = dice.Between(0, 99);
   if (band.near) return at < 72 ? "SSB" : at < 86 ? "CW" : at < 94 ? "FM" : "FT8";
   return at < 48 ? "SSB" : at < 74 ? "CW" : at < 92 ? "FT8" : at < 97 ? "RTTY" : "PSK31";
 }
 
 std::string_view PropagationOn(const BandUse& band, int km, Dice& dice) {
-  if (band.near) return km > 500 && dice.Percent(60) ? "Tropo" : "";
-  if (band.band == "  6 m") return dice.Percent(80) ? "E sporadico" : "Meteor Scatter";
-  return dice.Percent(20) ? "F2" : "";
+  if (band.near) return km > 500 && dice.Chance(0.6) ? "Tropo" : "";
+  if (band.band == "  6 m") return dice.Chance(0.8) ? "E sporadico" : "Meteor Scatter";
+  return dice.Chance(0.2) ? "F2" : "";
 }
 
 std::string NoteFor(Dice& dice) {
@@ -146,7 +119,7 @@ void SetPlace(Session& session, Table& log, const Station& station) {
 // The time between two contacts, so that `contacts` fill the years.
 DateTime TimeOf(int number, int contacts, Dice& dice) {
   constexpr std::int64_t kMinutes = std::int64_t{3} * 365 * 24 * 60;
-  const std::int64_t minute = kMinutes * number / contacts + dice.Below(20);
+  const std::int64_t minute = kMinutes * number / contacts + dice.Between(0, 19);
   return DateTime::FromSeconds(DateTime::Of(2022, 11, 20, 6).Seconds() + minute * 60);
 }
 
@@ -174,10 +147,10 @@ void WriteContact(Session& session, const Station& station, const BandUse& band,
   SetText(log, "Propagazione", PropagationOn(band, km, dice));
   log.Set("QrkDato", report);
   log.Set("QrkRicevuto", report);
-  const bool sent = dice.Percent(70);
-  log.Set("QslDaInviare", !sent && dice.Percent(30));
+  const bool sent = dice.Chance(0.7);
+  log.Set("QslDaInviare", !sent && dice.Chance(0.3));
   log.Set("QslInviata", sent);
-  log.Set("QslRicevuta", sent && dice.Percent(30));
+  log.Set("QslRicevuta", sent && dice.Chance(0.3));
   log.Set("Note", NoteFor(dice));
   log.Update();
 }
@@ -216,12 +189,12 @@ void WriteContest(Session& session, const std::vector<Station>& stations, Dice& 
   for (const Station& station : stations) {
     if (!station.near || serial == 96) continue;
     const int km = QrbKm("JN55VU", station.locator);
-    const int minute = serial * 9 + dice.Below(5);
+    const int minute = serial * 9 + dice.Between(0, 4);
     contacts.AddNew();
     contacts.Set("DataContest", day);
     contacts.Set("Banda", "  2 m");
     contacts.Set("ProgrDato", std::int64_t{++serial});
-    contacts.Set("ProgrRicevuto", std::int64_t{1 + dice.Below(200)});
+    contacts.Set("ProgrRicevuto", std::int64_t{dice.Between(1, 200)});
     contacts.Set("Giorno", std::int64_t{6 + (14 * 60 + minute) / 1440});
     contacts.Set("Qtr", DateTime::Of(1899, 12, 30, (14 + minute / 60) % 24, minute % 60));
     contacts.Set("Call", station.call);
@@ -240,13 +213,13 @@ void WriteContest(Session& session, const std::vector<Station>& stations, Dice& 
 }  // namespace
 
 void FillDemonstration(Session& session, int contacts) {
-  Dice dice;
+  Dice dice(kSeed);
   Transaction transaction(session.Db);
   WriteProfile(session);
   const std::vector<Station> stations = MakeStations(std::clamp(contacts / 4, 300, 20000), dice);
   for (int i = 0; i < contacts; ++i) {
     const Station* station = &dice.OneOf(stations);
-    const BandUse* band = &Weighted(kBands, dice);
+    const BandUse* band = &dice.Weighted(kBands);
     while (band->near && !station->near) station = &dice.OneOf(stations);
     try {
       WriteContact(session, *station, *band, TimeOf(i, contacts, dice), dice);
