@@ -46,7 +46,6 @@ std::string RichText::Text(std::size_t start, std::size_t length) const {
 }
 
 void RichText::SetText(std::string_view text) {
-  typingColourSet_ = false;
   Replace(0, text_.size(), Characters(text), kBlack);
   selStart_ = selLength_ = 0;
 }
@@ -66,23 +65,9 @@ std::vector<RichText::Run> RichText::Runs() const {
 void RichText::Select(std::size_t start, std::size_t length) {
   selStart_ = std::min(start, text_.size());
   selLength_ = std::min(length, text_.size() - selStart_);
-  typingColourSet_ = false;
-}
-
-void RichText::ReplaceSelection(std::string_view text) {
-  const std::u32string characters = Characters(text);
-  const Colour colour = typingColourSet_ ? typingColour_ : ColourAt(selStart_);
-  Replace(selStart_, selLength_, characters, colour);
-  selStart_ += characters.size();
-  selLength_ = 0;
 }
 
 void RichText::SetSelColour(Colour colour) {
-  if (selLength_ == 0) {
-    typingColourSet_ = true;
-    typingColour_ = colour;
-    return;
-  }
   std::fill_n(colours_.begin() + static_cast<std::ptrdiff_t>(selStart_), selLength_,
               PaletteIndex(colour));
   if (Recoloured) Recoloured(selStart_, selLength_, colour);
@@ -90,10 +75,11 @@ void RichText::SetSelColour(Colour colour) {
 }
 
 void RichText::Append(std::string_view text) {
-  Replace(text_.size(), 0, Characters(text), ColourAt(text_.size()));
+  Append(text, text_.empty() ? kBlack : palette_[colours_.back()]);
 }
 
 void RichText::Append(std::string_view text, Colour colour) {
+  Select(text_.size(), 0);
   Replace(text_.size(), 0, Characters(text), colour);
 }
 
@@ -136,11 +122,6 @@ unsigned char RichText::PaletteIndex(Colour colour) {
   auto at = std::find(palette_.begin(), palette_.end(), colour);
   if (at == palette_.end()) at = palette_.insert(palette_.end(), colour);
   return static_cast<unsigned char>(at - palette_.begin());
-}
-
-Colour RichText::ColourAt(std::size_t position) const {
-  if (text_.empty()) return kBlack;
-  return palette_[colours_[position == 0 ? 0 : position - 1]];
 }
 
 void RichText::Replace(std::size_t start, std::size_t length, std::u32string_view text,

@@ -12,8 +12,7 @@
 
 namespace brenvo {
 
-// Positions and lengths count characters from 0. A new character takes the colour of the one
-// before it, black at the start, unless the selection's colour was set since.
+// Positions and lengths count characters from 0.
 class RichText : public Field {
  public:
   using Field::Field;
@@ -32,11 +31,10 @@ class RichText : public Field {
   std::size_t SelLength() const { return selLength_; }
   void Select(std::size_t start, std::size_t length);  // held within the text
   std::string SelText() const { return Text(selStart_, selLength_); }
-  // Replaces the selection; the selection is then empty and behind it.
-  void ReplaceSelection(std::string_view text);
   void SetSelColour(Colour colour);
 
-  // Appends at the end in the colour in force there, or in the one told.
+  // As one who types at the end: the selection goes there. The text takes the colour of the
+  // character before it, black at the start, or the colour told.
   void Append(std::string_view text);
   void Append(std::string_view text, Colour colour);
   void Erase(std::size_t start, std::size_t length);
@@ -58,7 +56,6 @@ class RichText : public Field {
 
  private:
   void Replace(std::size_t start, std::size_t length, std::u32string_view text, Colour colour);
-  Colour ColourAt(std::size_t position) const;
   unsigned char PaletteIndex(Colour colour);
 
   std::u32string text_;
@@ -69,8 +66,6 @@ class RichText : public Field {
   std::vector<Colour> palette_{kBlack};
   std::vector<unsigned char> colours_;  // index into the palette, a character each
   std::size_t selStart_ = 0, selLength_ = 0;
-  bool typingColourSet_ = false;
-  Colour typingColour_ = kBlack;
 };
 
 }  // namespace brenvo

@@ -15,8 +15,4 @@ inline constexpr std::size_t kReceivedMost = 100000;
 
 void TrimReceived(RichText& Received);
 
-// Appends as an operator would who types at the end: the selection goes there.
-void AppendReceived(RichText& Received, std::string_view text);
-void AppendReceived(RichText& Received, std::string_view text, Colour colour);
-
 }  // namespace brenvo

@@ -48,7 +48,7 @@ void SpotEngine::AddCharacter(char32_t character) {
     ++rxLength_;
   }
   if (shown || policy_.trimsAtEachCharacter) TrimReceived(received_);
-  if (shown) AppendReceived(received_, text);
+  if (shown) received_.Append(text);
 }
 
 bool SpotEngine::Everything() const {
@@ -76,13 +76,13 @@ void SpotEngine::CompleteLine() {
   if (BeginsAsSpot(line)) {
     JudgeSpot(line, displayCopy);
   } else if (!policy_.showsFirst) {
-    AppendReceived(received_, displayCopy);
+    received_.Append(displayCopy);
   }
 }
 
 // Where everything is shown the line stands there already, in its own case.
 void SpotEngine::ShowAtOnce(std::string_view line) {
-  AppendReceived(received_, Everything() ? "\n" : std::string(line) + "\n");
+  received_.Append(Everything() ? "\n" : std::string(line) + "\n");
   if (!policy_.paintsRed) return;
   const std::size_t shown = Len(line) + 1;
   const std::size_t start = received_.Length() - std::min(shown, received_.Length());
@@ -104,7 +104,7 @@ void SpotEngine::JudgeSpot(std::string_view line, std::string_view displayCopy) 
   if (!spot) return;
   const auto band = outside_.FindBand(spot->SpotFrequenza);
   const bool stays = band ? BandaOk(band->Banda) : marks_.Banda.Entries().front().checked;
-  if (stays && !policy_.showsFirst) AppendReceived(received_, displayCopy);
+  if (stays && !policy_.showsFirst) received_.Append(displayCopy);
   if (!stays && policy_.showsFirst) TakeBack(line);
 
   const bool checks = spot->SpotCall && marks_.cmAutoCheck.Down();

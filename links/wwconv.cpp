@@ -57,7 +57,7 @@ void WWConv::Unload() {
 
 void WWConv::send(std::string_view text) {
   winsock1_->Send(ToLatin1(text));
-  AppendReceived(Received, text);
+  Received.Append(text);
 }
 
 void WWConv::ReceiveChunk() {
@@ -68,11 +68,11 @@ void WWConv::ReceiveChunk() {
   const ChatChunk split = SplitChatChunk(chunk);
   RichText& area = split.Personal ? ReceivedPersonal : Received;
   if (split.Speaker.empty()) {
-    AppendReceived(area, split.Words);
+    area.Append(split.Words);
     return;
   }
-  AppendReceived(area, split.Speaker, kDarkRed);
-  AppendReceived(area, split.Words, kBlack);
+  area.Append(split.Speaker, kDarkRed);
+  area.Append(split.Words, kBlack);
 }
 
 void WWConv::SendTyped() {

@@ -27,8 +27,7 @@ TEST_F(RichTextTest, FindsWhatWasPutInAfterTheFirstSearch) {
   area.Erase(0, 5);
   EXPECT_EQ(area.Find("BRAVO", 0), 0u);
   EXPECT_EQ(area.Find("alfa", 0), RichText::npos);
-  area.Select(0, 5);
-  area.ReplaceSelection("Delta");
+  area.SetText("Delta");
   EXPECT_EQ(area.Find("delta", 0), 0u);
   EXPECT_EQ(area.Find("bravo", 0), RichText::npos);
 }
@@ -69,6 +68,14 @@ TEST_F(RichTextTest, FindsTheSameAsAScanByHand) {
     ASSERT_EQ(area.Find(FromCharacters(needle), start), expected)
         << FromCharacters(hay) << " / " << FromCharacters(needle) << " from " << start;
   }
+}
+
+TEST_F(RichTextTest, AppendingTakesTheSelectionToTheEnd) {
+  area.SetText("abc");
+  area.Select(0, 2);
+  area.Append("d");
+  EXPECT_EQ(area.SelStart(), 4u);
+  EXPECT_EQ(area.SelLength(), 0u);
 }
 
 TEST_F(RichTextTest, CutPlainKeepsTheBeginningWithoutItsColours) {
