@@ -10,7 +10,8 @@ namespace brenvo {
 // of a decimal number with a point counts ("144,5" is 144, "1E2" is 100); 0 when there is none.
 double Val(std::string_view text);
 // A number's text with a blank in front when it is not negative: Str(3) is " 3".
-// At most 15 significant digits, never an exponent, no trailing zeros.
+// At most 15 significant digits and no trailing zeros behind the point; from 1E15 on all digits
+// before it. Never an exponent.
 std::string Str(double value);
 // The same without the blank.
 std::string PlainNumber(double value);

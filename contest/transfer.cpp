@@ -48,9 +48,9 @@ void TransferContact(Session& session, Recordset& row, DateTime date, Table& con
   log.Seek("=", {FieldText(row, "Call")});
   const bool known = !log.NoMatch();
   constexpr const char* kOperator[] = {"Qra", "Qth", "Provincia"};
-  Value kept[std::size(kOperator)];
+  std::string kept[std::size(kOperator)];
   for (std::size_t i = 0; known && i < std::size(kOperator); ++i) {
-    kept[i] = log.Field(kOperator[i]);
+    kept[i] = FieldText(log, kOperator[i]);
   }
   const ResolvedPrefix resolved = ResolvePrefix(session, FieldText(row, "Call"));
 

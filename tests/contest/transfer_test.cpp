@@ -119,6 +119,17 @@ TEST_F(TransferTest, ACallNeverLoggedBeforeKeepsNameAndPlaceUnset) {
             Texts{"IK3ABC"});
 }
 
+TEST_F(TransferTest, AnEarlierContactWithoutNameAndPlaceGivesEmptyTexts) {
+  session.Db.Execute("insert into Log (DataQso,Call,Qth) values ('05/01/2001','IK3ABC','VENEZIA')");
+  Add(1, "IK3ABC", "JN65AB", 5, "", true);
+  ContestQso& log = OpenLog();
+  machine.Messages().QueueAnswer(true);
+  Close(log);
+  EXPECT_EQ(Rows("select Qra,Qth,Provincia from Log where Locator='JN65AB' and Qra is not null and "
+                 "Provincia is not null"),
+            Texts{"|VENEZIA|"});
+}
+
 TEST_F(TransferTest, ACallWithoutAKnownPrefixHasAnEmptyCountryAndNoZones) {
   Add(1, "XX", "JN65AB", 5, "", true);
   ContestQso& log = OpenLog();
