@@ -63,7 +63,8 @@ void TransferContact(Session& session, Recordset& row, DateTime date, Table& con
     log.Set("Prefisso", resolved.Prefisso);
     CopyZones(log, *session.TbPrefissi, resolved.Prefisso);
   }
-  for (const char* column : {"Locator", "Qrb", "Banda", "Note"}) log.Set(column, row.Field(column));
+  log.Set("Qrb", row.Field("Qrb"));
+  for (const char* column : {"Locator", "Banda", "Note"}) log.Set(column, FieldText(row, column));
   for (const char* column : {"Frequenza", "Potenza"}) log.Set(column, contest.Field(column));
   log.Set("Modo", kMode);
   log.Set("QrkDato", ReportAndSerial(row, "QrkDato", "ProgrDato"));
