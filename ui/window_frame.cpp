@@ -16,6 +16,7 @@
 #include "forms/window_list.h"
 #include "ui/icons.h"
 #include "ui/text.h"
+#include "ui/unfinished_input.h"
 #include "ui/views.h"
 #include "ui/window_builder.h"
 
@@ -285,6 +286,7 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event) {
   switch (event->type()) {
     case QEvent::Close:
       event->ignore();
+      FinishInput();
       gate_.Later(this, [this] { window_.Close(); });
       return true;
     case QEvent::Move:

@@ -5,6 +5,7 @@
 #include <QMimeData>
 
 #include "base/text.h"
+#include "forms/command.h"
 #include "forms/text_field.h"
 #include "tests/ui/screen.h"
 
@@ -29,6 +30,8 @@ class TextForm : public Window {
     Digits.MaxLength = 4;
     File.BackspaceClears = true;
     File.OnDrop = [this](std::string_view text) { File.SetText(text); };
+    cmInsert.Shortcut = "F2";
+    Toolbar1.Items = {&cmInsert};
   }
   TextField CallQso{*this, "CallQso"};
   TextField Qra{*this, "Qra"};
@@ -36,6 +39,9 @@ class TextForm : public Window {
   TextField File{*this, "File"};
   MaskedField Qtr{*this, "Qtr", "##:##"};
   DatePicker DataQso{*this, "DataQso"};
+  Command cmInsert{*this, "cmInsert", "Inserisci",
+                   [this] { told.push_back("insert " + DataQso.Text()); }};
+  ToolBar Toolbar1{*this, "Toolbar1"};
   Told told;
 };
 
@@ -193,6 +199,17 @@ TEST_F(TextWidgets, ADateIsShownAndTypedAsDayMonthYear) {
   date->setCurrentSection(QDateTimeEdit::DaySection);
   QTest::keyClick(date, Qt::Key_Up);
   EXPECT_EQ(form.DataQso.Text(), "04/02/2001");
+}
+
+TEST_F(TextWidgets, ACommandFindsTheDateThatIsTypedSoFar) {
+  form.DataQso.SetText("21/11/2026");
+  auto* date = Find<QDateEdit>("DataQso");
+  date->setFocus(Qt::TabFocusReason);
+  QTest::keyClicks(date, "051224");
+  QTest::keyClick(date, Qt::Key_F2);
+  Settle();
+  EXPECT_EQ(form.told.back(), "insert 05/12/2024");
+  EXPECT_EQ(date->text(), "05/12/2024");
 }
 
 TEST_F(TextWidgets, ADroppedNameReachesTheFieldThatTakesOne) {
