@@ -105,7 +105,7 @@ void TextEdit::Edited(const QString& before, const QString& after) {
          before[before.size() - 1 - tail] == after[after.size() - 1 - tail]) {
     ++tail;
   }
-  const QString added = after.mid(head, after.size() - head - tail);
+  const QString added = InOneLine(after.mid(head, after.size() - head - tail));
   const std::string passed = field_.FilterText(FromQt(added));
   std::string whole = FromQt(after.left(head)) + passed + FromQt(after.right(tail));
   if (field_.MaxLength > 0) whole = Left(whole, field_.MaxLength);

@@ -216,6 +216,15 @@ TEST_F(GridWidgets, TheRowBehindTheLastAddsOne) {
   EXPECT_EQ(rows.model()->rowCount(), 5);
 }
 
+TEST_F(GridWidgets, LinesPastedIntoACellBecomeOne) {
+  form.Rows.Editable = true;
+  form.Rows.ContentChanged();
+  Settle();
+  rows.model()->setData(rows.model()->index(0, 2), "uno\r\ndue\n");
+  Settle();
+  EXPECT_THAT(form.many.written, ElementsAre("0 uno due"));
+}
+
 TEST_F(GridWidgets, AKeyThatTheGridAnswersOpensNoEditor) {
   form.Rows.Editable = true;
   Told keys;

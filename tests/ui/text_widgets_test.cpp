@@ -105,6 +105,19 @@ TEST_F(TextWidgets, APasteIsOneChange) {
   EXPECT_THAT(form.told, ElementsAre("change IK1ABC"));
 }
 
+TEST_F(TextWidgets, APasteOfSeveralLinesBecomesOne) {
+  QApplication::clipboard()->setText("Via Roma 1\r\nPadova\t(PD)\a\n");
+  QTest::keyClick(Line("Qra"), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(form.Qra.Text(), "Via Roma 1 Padova (PD)");
+  EXPECT_EQ(Line("Qra")->text(), "Via Roma 1 Padova (PD)");
+}
+
+TEST_F(TextWidgets, APasteKeepsItsOwnBlanks) {
+  QApplication::clipboard()->setText("  2 m ");
+  QTest::keyClick(Line("Qra"), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(form.Qra.Text(), "  2 m ");
+}
+
 TEST_F(TextWidgets, AFieldThatRefusesKeystrokesTakesNone) {
   form.Qra.ReadOnly = true;
   form.Qra.SetText("12");
