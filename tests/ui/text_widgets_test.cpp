@@ -118,6 +118,14 @@ TEST_F(TextWidgets, APasteKeepsItsOwnBlanks) {
   EXPECT_EQ(form.Qra.Text(), "  2 m ");
 }
 
+TEST_F(TextWidgets, AltAndALetterThatNobodyAnswersWriteNothing) {
+  QTest::keyClick(Line("CallQso"), 'n', Qt::AltModifier);
+  EXPECT_EQ(form.CallQso.Text(), "");
+  // The third level of many keyboards.
+  QTest::keyClick(Line("Qra"), '@', Qt::AltModifier | Qt::ControlModifier);
+  EXPECT_EQ(form.Qra.Text(), "@");
+}
+
 TEST_F(TextWidgets, AFieldThatRefusesKeystrokesTakesNone) {
   form.Qra.ReadOnly = true;
   form.Qra.SetText("12");
