@@ -42,6 +42,7 @@ class WindowBuilder {
 
   Window& window_;
   ViewContext& context_;
+  QWidget& owner_;
   CommandWidgets commands_;
   std::map<const Field*, QWidget*> widgets_;
 };
