@@ -339,6 +339,8 @@ void WindowBuilder::SetTabOrder() {
 
 QWidget* WindowBuilder::FirstField() const {
   for (Field* field : window_.Fields()) {
+    // A text to be read is no place to begin: who opens a terminal wants to write.
+    if (dynamic_cast<const RichText*>(field) != nullptr) continue;
     QWidget* widget = WidgetOf(*field);
     if (widget != nullptr && (widget->focusPolicy() & Qt::TabFocus) != 0 && field->Enabled() &&
         widget->isVisible()) {

@@ -101,6 +101,12 @@ TEST_F(StationScreen, TheKeyboardFollowsTheLogIntoItsGridAndBack) {
   EXPECT_EQ(QApplication::focusWidget()->objectName(), "CallQso");
 }
 
+TEST_F(StationScreen, ATerminalOpensWhereOneWrites) {
+  ASSERT_NE(Open("TNC"), nullptr);
+  ASSERT_NE(QApplication::focusWidget(), nullptr);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Sended");
+}
+
 TEST_F(StationScreen, ClosingTheMainFrameEndsEverything) {
   Open("LogForm");
   platform.Screen().Main().close();
