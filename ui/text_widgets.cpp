@@ -25,6 +25,15 @@ QString CharactersOf(const QKeyEvent& event) {
   return event.text();
 }
 
+// A date is one field: Tab leads on to the next, the arrows from day to month to year.
+class DateEdit : public QDateEdit {
+ public:
+  using QDateEdit::QDateEdit;
+
+ protected:
+  bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
+};
+
 }  // namespace
 
 TextEdit::TextEdit(TextField& field, ViewContext& context, QWidget* parent)
@@ -175,7 +184,7 @@ QWidget* MakeTextEdit(TextField& field, ViewContext& context, QWidget* parent) {
 }
 
 QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent) {
-  auto* edit = new QDateEdit(parent);
+  auto* edit = new DateEdit(parent);
   edit->setCalendarPopup(true);
   edit->setDisplayFormat(QLatin1String(kDateFormat));
   auto* binding = new FieldBinding(field, *edit, context);

@@ -222,6 +222,15 @@ TEST_F(TextWidgets, ADateIsShownAndTypedAsDayMonthYear) {
   EXPECT_EQ(form.DataQso.Text(), "04/02/2001");
 }
 
+TEST_F(TextWidgets, ADateIsOneStepOfTheKeyboard) {
+  Line("Qtr")->setFocus();
+  QTest::keyClick(Line("Qtr"), Qt::Key_Tab);
+  ASSERT_EQ(QApplication::focusWidget(), Find<QDateEdit>("DataQso"));
+  EXPECT_EQ(Find<QDateEdit>("DataQso")->currentSection(), QDateTimeEdit::DaySection);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_NE(QApplication::focusWidget(), Find<QDateEdit>("DataQso"));
+}
+
 TEST_F(TextWidgets, ACommandFindsTheDateThatIsTypedSoFar) {
   form.DataQso.SetText("21/11/2026");
   auto* date = Find<QDateEdit>("DataQso");
