@@ -221,6 +221,11 @@ class OpenList : public QListView {
       if (currentIndex().isValid()) Pick(currentIndex().row());
       return;
     }
+    // A list that came up beside a field goes before its window does.
+    if (event->key() == Qt::Key_Escape && before_ != nullptr && field_.OnLeave) {
+      before_->setFocus();
+      return;
+    }
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && currentIndex().isValid() && (field_.PicksOnEnter || field_.OnDoubleClick)) {
       Pick(currentIndex().row());

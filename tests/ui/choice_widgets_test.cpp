@@ -143,6 +143,23 @@ TEST_F(ChoiceWidgets, ADoubleClickIsTheFieldsBehindItsClick) {
   EXPECT_EQ(form.told.back(), "double PROP  F2");
 }
 
+TEST_F(ChoiceWidgets, EscClosesAListThatCameUpAndNotItsWindow) {
+  form.cmAll.OnClick = [this] { form.told.push_back("cancel"); };
+  form.CancelCommand = &form.cmAll;
+  form.LBNote.PicksOnEnter = true;
+  form.LBNote.OnLeave = [this] { form.LBNote.SetVisible(false); };
+  form.LBNote.SetVisible(false);
+  Find<QComboBox>("Banda")->setFocus();
+  form.LBNote.SetVisible(true);
+  Settle();
+  ASSERT_EQ(QApplication::focusWidget(), Find<QListView>("LBNote"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  Settle();
+  EXPECT_FALSE(form.LBNote.Visible());
+  EXPECT_EQ(QApplication::focusWidget(), Find<QComboBox>("Banda"));
+  EXPECT_THAT(form.told, ElementsAre());
+}
+
 TEST_F(ChoiceWidgets, TheMenuUnderTheRightButtonOpensBehindTheFieldsEvent) {
   auto* list = Find<QListView>("LBNote");
   emit list->customContextMenuRequested(QPoint(4, 4));
