@@ -4,8 +4,8 @@
 
 namespace brenvo {
 
-// Hands it over as going elsewhere would. A command that runs from a key, a tool bar or a menu takes
-// the keyboard from no field, and would work on what stood there before.
+// Hands it over as going elsewhere would. A command that runs from a key, a tool bar or a menu
+// takes the keyboard from no field, and would work on what stood there before.
 void FinishInput();
 
 }  // namespace brenvo
