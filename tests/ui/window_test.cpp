@@ -99,6 +99,15 @@ TEST_F(WindowScreen, TheCloseButtonUnloadsTheWindow) {
   EXPECT_EQ(host.Main().findChild<QMdiSubWindow*>("CommandForm"), nullptr);
 }
 
+TEST_F(WindowScreen, CtrlF4ClosesTheWindowInFront) {
+  CommandForm& behind = Open<CommandForm>();
+  CommandForm& front = Open<CommandForm>();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F4, Qt::ControlModifier);
+  Settle();
+  EXPECT_TRUE(windows.IsLoaded(&behind));
+  EXPECT_FALSE(windows.IsLoaded(&front));
+}
+
 TEST_F(WindowScreen, AWindowThatRefusesToCloseStays) {
   CommandForm& form = Open<CommandForm>();
   form.refuses = true;
