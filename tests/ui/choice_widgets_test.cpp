@@ -120,6 +120,21 @@ TEST_F(ChoiceWidgets, AnEntryTypedInFullIsNoClick) {
   EXPECT_THAT(form.told, ElementsAre("change I    Itali", "change I    Italia"));
 }
 
+TEST_F(ChoiceWidgets, OpeningItsListLeavesNoField) {
+  form.Country.OnLeave = [this] { form.told.push_back("leave"); };
+  auto* combo = Find<QComboBox>("Country");
+  combo->lineEdit()->setFocus();
+  Settle();
+  combo->showPopup();
+  Settle();
+  EXPECT_THAT(form.told, ElementsAre());
+  combo->hidePopup();
+  Settle();
+  Find<QComboBox>("Banda")->setFocus();
+  Settle();
+  EXPECT_THAT(form.told, ElementsAre("leave"));
+}
+
 TEST_F(ChoiceWidgets, AClickTakesTheEntryOfAnOpenList) {
   auto* list = Find<QListView>("LBNote");
   const QRect place = list->visualRect(list->model()->index(1, 0));
