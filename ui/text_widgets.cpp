@@ -7,6 +7,7 @@
 #include <QSignalBlocker>
 
 #include "base/text.h"
+#include "ui/date_edit.h"
 #include "ui/text.h"
 
 namespace brenvo {
@@ -24,15 +25,6 @@ QString CharactersOf(const QKeyEvent& event) {
   }
   return event.text();
 }
-
-// A date is one field: Tab leads on to the next, the arrows from day to month to year.
-class DateEdit : public QDateEdit {
- public:
-  using QDateEdit::QDateEdit;
-
- protected:
-  bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
-};
 
 }  // namespace
 
@@ -185,14 +177,9 @@ QWidget* MakeTextEdit(TextField& field, ViewContext& context, QWidget* parent) {
 
 QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent) {
   auto* edit = new DateEdit(parent);
-  edit->setCalendarPopup(true);
-  edit->setDisplayFormat(QLatin1String(kDateFormat));
   auto* binding = new FieldBinding(field, *edit, context);
   binding->OnShow = [edit, &field] {
-    const QDate date = QDate::fromString(ToQt(field.Text()), QLatin1String(kDateFormat));
-    if (!date.isValid() || date == edit->date()) return;
-    const QSignalBlocker quiet(edit);
-    edit->setDate(date);
+    edit->Follow(QDate::fromString(ToQt(field.Text()), QLatin1String(kDateFormat)));
   };
   binding->Show();
   // A field that was never set holds a date all the same.

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QComboBox>
-#include <QDateEdit>
 #include <QLineEdit>
 
 #include "forms/text_field.h"

@@ -231,6 +231,44 @@ TEST_F(TextWidgets, ADateIsOneStepOfTheKeyboard) {
   EXPECT_NE(QApplication::focusWidget(), Find<QDateEdit>("DataQso"));
 }
 
+TEST_F(TextWidgets, AYearOfTwoDigitsIsOfThisCenturyOrTheLast) {
+  auto* date = Find<QDateEdit>("DataQso");
+  for (const auto& [typed, read] : {std::pair("050124", "05/01/2024"), {"311298", "31/12/1998"}}) {
+    form.DataQso.SetText("21/11/2026");
+    date->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(date, typed);
+    QTest::keyClick(date, Qt::Key_Tab);
+    Settle();
+    EXPECT_EQ(form.DataQso.Text(), read);
+  }
+}
+
+TEST_F(TextWidgets, TheLastDayOfAMonthIsKeptWhateverMonthStoodThere) {
+  auto* date = Find<QDateEdit>("DataQso");
+  for (const auto& [typed, read] : {std::pair("31121998", "31/12/1998"),
+                                    {"29022024", "29/02/2024"},
+                                    {"290224", "29/02/2024"},
+                                    {"31022025", "28/02/2025"}}) {
+    form.DataQso.SetText("21/11/2026");
+    date->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(date, typed);
+    QTest::keyClick(date, Qt::Key_Tab);
+    Settle();
+    EXPECT_EQ(form.DataQso.Text(), read) << typed;
+  }
+}
+
+TEST_F(TextWidgets, ADateThatIsNoneGoesBackToTheOneBefore) {
+  form.DataQso.SetText("21/11/2026");
+  auto* date = Find<QDateEdit>("DataQso");
+  date->setFocus(Qt::TabFocusReason);
+  QTest::keyClicks(date, "0");
+  QTest::keyClick(date, Qt::Key_Tab);
+  Settle();
+  EXPECT_EQ(date->text(), "21/11/2026");
+  EXPECT_EQ(form.DataQso.Text(), "21/11/2026");
+}
+
 TEST_F(TextWidgets, ACommandFindsTheDateThatIsTypedSoFar) {
   form.DataQso.SetText("21/11/2026");
   auto* date = Find<QDateEdit>("DataQso");
