@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFontDatabase>
 #include <QLineEdit>
 #include <QListView>
 #include <QProgressBar>
@@ -22,7 +23,7 @@ using ::testing::ElementsAre;
 class ChoiceForm : public Window {
  public:
   explicit ChoiceForm(WindowHost& host) : Window(host, "ChoiceForm", "", Twips(9000), Twips(9000)) {
-    Banda.SetItems({"160 m", " 80 m", " 40 m"});
+    Banda.SetItems({"160 m", " 80 m", " 40 m", "  2 m"});
     Country.SetItems({"I    Italia", "F    Francia"});
     LBNote.SetItems({"PROP  F2", "PROP  M.S.", "SAT   AO-7"});
     Modo.SetItems({"SSB", "CW", "RTTY"});
@@ -133,6 +134,16 @@ TEST_F(ChoiceWidgets, OpeningItsListLeavesNoField) {
   Find<QComboBox>("Banda")->setFocus();
   Settle();
   EXPECT_THAT(form.told, ElementsAre("leave"));
+}
+
+TEST_F(ChoiceWidgets, CodesBeforeADescriptionStandInAFixedFontInEveryList) {
+  const auto fontOf = [](const QAbstractItemView& list) {
+    return list.model()->index(0, 0).data(Qt::FontRole);
+  };
+  const QFont country = fontOf(*Find<QComboBox>("Country")->view()).value<QFont>();
+  EXPECT_EQ(country.family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+  EXPECT_EQ(fontOf(*Find<QListView>("LBNote")).value<QFont>(), country);
+  EXPECT_FALSE(fontOf(*Find<QComboBox>("Banda")->view()).isValid());
 }
 
 TEST_F(ChoiceWidgets, AClickTakesTheEntryOfAnOpenList) {
