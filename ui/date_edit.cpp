@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <QWheelEvent>
 
 #include "base/date.h"
 #include "ui/text.h"
@@ -14,6 +15,7 @@ DateEdit::DateEdit(QWidget* parent) : QDateEdit(parent) {
   setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
   // What fixup leaves is a date; the other way it would not be asked.
   setCorrectionMode(CorrectToNearestValue);
+  setFocusPolicy(Qt::StrongFocus);
 }
 
 void DateEdit::Follow(QDate date) {
@@ -49,6 +51,10 @@ void DateEdit::keyPressEvent(QKeyEvent* event) {
   // Month and year are whole when the text stands as the date is written.
   const bool whole = digit && !day && text() == textFromDateTime(dateTime());
   if (whole && Meant(date()) != date()) setDate(Meant(date()));
+}
+
+void DateEdit::wheelEvent(QWheelEvent* event) {
+  hasFocus() ? QDateEdit::wheelEvent(event) : event->ignore();
 }
 
 void DateEdit::fixup(QString& typed) const {

@@ -20,6 +20,8 @@ class DateEdit : public QDateEdit {
   bool focusNextPrevChild(bool next) override;
   void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  // Rolling through a window must not change what stands in it.
+  void wheelEvent(QWheelEvent* event) override;
   void fixup(QString& typed) const override;
 
  private:

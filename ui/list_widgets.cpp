@@ -105,6 +105,8 @@ class Combo : public QComboBox {
   Combo(ListField& field, ViewContext& context, QWidget* parent)
       : QComboBox(parent), field_(field), context_(context), entries_(new Entries(this)) {
     setModel(entries_);
+    // The wheel alone brings no keyboard here, see wheelEvent.
+    setFocusPolicy(Qt::StrongFocus);
     setMaxVisibleItems(20);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     if (field.Style() == ListStyle::kCombo) {

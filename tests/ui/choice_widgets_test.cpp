@@ -100,6 +100,17 @@ TEST_F(ChoiceWidgets, ALetterThatBeginsNoEntryChangesNothing) {
   EXPECT_EQ(form.Banda.ListIndex(), 0);
 }
 
+TEST_F(ChoiceWidgets, TheWheelOnlyTurnsAListThatHasTheKeyboard) {
+  form.Banda.SetListIndex(0);
+  auto* list = Find<QComboBox>("Banda");
+  Find<QComboBox>("Country")->lineEdit()->setFocus();
+  Roll(*list);
+  EXPECT_EQ(form.Banda.ListIndex(), 0);
+  list->setFocus();
+  Roll(*list);
+  EXPECT_EQ(form.Banda.ListIndex(), 1);
+}
+
 TEST_F(ChoiceWidgets, AnAssignedEntryIsShownWithoutAnEventOfTheScreen) {
   form.Banda.SetListIndex(2);
   EXPECT_EQ(Find<QComboBox>("Banda")->currentText(), " 40 m");

@@ -231,6 +231,17 @@ TEST_F(TextWidgets, ADateIsOneStepOfTheKeyboard) {
   EXPECT_NE(QApplication::focusWidget(), Find<QDateEdit>("DataQso"));
 }
 
+TEST_F(TextWidgets, TheWheelOnlyTurnsADateThatHasTheKeyboard) {
+  form.DataQso.SetText("03/02/2001");
+  auto* date = Find<QDateEdit>("DataQso");
+  Line("CallQso")->setFocus();
+  Roll(*date);
+  EXPECT_EQ(form.DataQso.Text(), "03/02/2001");
+  date->setFocus(Qt::TabFocusReason);
+  Roll(*date);
+  EXPECT_EQ(form.DataQso.Text(), "02/02/2001");
+}
+
 TEST_F(TextWidgets, AYearOfTwoDigitsIsOfThisCenturyOrTheLast) {
   auto* date = Find<QDateEdit>("DataQso");
   for (const auto& [typed, read] : {std::pair("050124", "05/01/2024"), {"311298", "31/12/1998"}}) {
