@@ -94,6 +94,12 @@ void TextEdit::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+void TextEdit::focusOutEvent(QFocusEvent* event) {
+  // Who looks into a menu and comes back finds selected what was, and types over it.
+  QFocusEvent popup(event->type(), Qt::PopupFocusReason);
+  QLineEdit::focusOutEvent(event->reason() == Qt::MenuBarFocusReason ? &popup : event);
+}
+
 bool TextEdit::EditKey(QKeyEvent*) { return false; }
 
 void TextEdit::Edited(const QString& before, const QString& after) {

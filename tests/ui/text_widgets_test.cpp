@@ -2,6 +2,7 @@
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMimeData>
 
 #include "base/text.h"
@@ -174,6 +175,20 @@ TEST_F(TextWidgets, ABoxOverTheWindowDoesNotLeaveTheField) {
   QApplication::sendEvent(Line("CallQso"), &in);
   Settle();
   EXPECT_THAT(form.told, ElementsAre());
+}
+
+TEST_F(TextWidgets, ALookIntoAMenuKeepsTheSelection) {
+  form.Qra.SetText("MARIO");
+  Line("Qra")->setFocus();
+  Settle();
+  host.Main().menuBar()->addMenu("&Utility")->addAction("Compatta");
+  host.Main().menuBar()->setFocus(Qt::MenuBarFocusReason);
+  Settle();
+  Line("Qra")->setFocus(Qt::MenuBarFocusReason);
+  Settle();
+  EXPECT_EQ(form.Qra.SelText(), "MARIO");
+  QTest::keyClicks(Line("Qra"), "B");
+  EXPECT_EQ(form.Qra.Text(), "B");
 }
 
 TEST_F(TextWidgets, TheKeyboardFollowsTheOrderOfDeclaration) {
