@@ -19,6 +19,8 @@ QtWindowHost::QtWindowHost(EventGate& gate)
   main_->setCentralWidget(area_);
   main_->setWindowIcon(ProgramIcon());
   new LetterKeys(*area_);
+  // A window that closes gives way to the one before it, not to the oldest.
+  area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
   QObject::connect(area_, &QMdiArea::subWindowActivated, main_.get(),
                    [this](QMdiSubWindow* child) { TellActivated(child); });
 }

@@ -108,6 +108,15 @@ TEST_F(WindowScreen, CtrlF4ClosesTheWindowInFront) {
   EXPECT_FALSE(windows.IsLoaded(&front));
 }
 
+TEST_F(WindowScreen, AWindowThatClosesGivesWayToTheOneBefore) {
+  Open<CommandForm>();
+  Open<LetterForm>();
+  CommandForm& last = Open<CommandForm>();
+  windows.RunEvent([&] { windows.Unload(last); });
+  Settle();
+  EXPECT_EQ(host.Map().activeSubWindow(), Frame("LetterForm"));
+}
+
 TEST_F(WindowScreen, AWindowThatRefusesToCloseStays) {
   CommandForm& form = Open<CommandForm>();
   form.refuses = true;
