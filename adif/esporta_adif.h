@@ -19,7 +19,7 @@ class EsportaAdif : public Window {
 
   // The second is there while a log window is open.
   OptionGroup Contatti{*this, "Contatti", {"Tutto il log", "La selezione della finestra Log"}};
-  Command CmEsporta{*this, "cmEsporta", "&Esporta", [this] { cmEsporta(); }};
+  Command CmEsporta{*this, "cmEsporta", "E&sporta", [this] { cmEsporta(); }};
   Command CmHelp{*this, "cmHelp", "&Aiuto"};
   Command CmExit{*this, "cmExit", "&Esci", [this] { Close(); }};
   StatusBar StatusBar1{*this, "StatusBar1", 1};

@@ -158,13 +158,15 @@ void PrintRows(Database& database, const ReportLayout& layout, const ReportTexts
   Sheet sheet(layout, std::move(places), std::move(all), printer);
   sheet.BeginPage();
   std::int64_t done = 0;
+  const auto goOn = [&] {
+    if (!advance(done, total)) throw DeviceError("Stampa interrotta");
+  };
   for (; !rows->EOF_(); rows->MoveNext()) {
     if (done > 0 && done % perPage == 0) sheet.BeginPage();
     sheet.Print(*rows);
-    if (++done % kRowsBetweenSteps == 0 && !advance(done, total)) {
-      throw DeviceError("Stampa interrotta");
-    }
+    if (++done % kRowsBetweenSteps == 0 && done < total) goOn();
   }
+  goOn();
   printer.EndDocument();
 }
 

@@ -21,6 +21,11 @@ void RunReport(Session& session, const std::filesystem::path& layout) {
   std::unique_ptr<Progress> progress;
   PrintRows(session.Db, parsed, texts, session.Machine.GetPrinter(),
             [&](std::int64_t done, std::int64_t total) {
+              if (done == total) {
+                // Nor over the preview that shows what is printed.
+                progress.reset();
+                return true;
+              }
               if (!progress) progress = session.Machine.ShowProgress("Stampa", total);
               return progress->Advance(done);
             });

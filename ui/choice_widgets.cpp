@@ -14,6 +14,7 @@
 
 #include "forms/window.h"
 #include "ui/text.h"
+#include "ui/unfinished_input.h"
 
 namespace brenvo {
 namespace {
@@ -188,6 +189,7 @@ QWidget* MakeButton(Command& field, ViewContext& context, QWidget* parent) {
   };
   binding->Show();
   if (!field.Shortcut.empty()) button->setShortcut(QKeySequence(ToQt(field.Shortcut)));
+  QObject::connect(button, &QPushButton::pressed, button, &FinishInput);
   QObject::connect(button, &QPushButton::clicked, button, [button, &field, &context] {
     // The toolkit has flipped a toggle already; the field flips itself.
     if (context.Alive() && field.Toggle) button->setChecked(field.Down());

@@ -6,6 +6,7 @@
 
 #include "ui/icons.h"
 #include "ui/text.h"
+#include "ui/unfinished_input.h"
 
 namespace brenvo {
 namespace {
@@ -53,6 +54,7 @@ QAction* CommandWidgets::ActionOf(Command& command) {
     // A menu closes, and the toolkit's flip of a toggle is undone, before the command runs.
     if (!context_.Alive()) return;
     if (command.Toggle) action->setChecked(command.Down());
+    FinishInput();
     context_.Later(action, [&command] { command.Press(); });
   });
   QObject::connect(action, &QAction::hovered, action, [this, &command] {
@@ -121,6 +123,7 @@ void CommandWidgets::AddEntries(QMenu& menu, EntryArray& entries) {
       QObject::connect(action, &QAction::triggered, action, [this, action, &entries, number] {
         if (!context_.Alive()) return;
         action->setChecked(entries.Entries()[static_cast<std::size_t>(number)].checked);
+        FinishInput();
         context_.Later(&owner_, [&entries, number] { entries.Pick(number); });
       });
       shown->push_back(action);

@@ -1,8 +1,9 @@
 #include "ui/event_gate.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QOperatingSystemVersion>
 
 #include "forms/window_list.h"
 
@@ -16,6 +17,18 @@ bool IsMenuKey(const QEvent& event) {
   const auto& key = static_cast<const QKeyEvent&>(event);
   return key.matches(QKeySequence::DeleteCompleteLine) ||
          key.matches(QKeySequence::DeleteEndOfLine);
+}
+
+// Alt and a letter that no menu and no button answers: nothing is meant to be written, but a field
+// would write the letter, and a grid open a cell with it. Where Alt composes letters it does.
+bool IsLostLetter(const QEvent& event) {
+  if (event.type() != QEvent::KeyPress || QApplication::activePopupWidget() != nullptr ||
+      QOperatingSystemVersion::currentType() == QOperatingSystemVersion::MacOS) {
+    return false;
+  }
+  const auto& key = static_cast<const QKeyEvent&>(event);
+  const auto held = key.modifiers() & (Qt::AltModifier | Qt::ControlModifier);
+  return held == Qt::AltModifier && !key.text().isEmpty() && key.text().front().isLetter();
 }
 
 }  // namespace
@@ -69,8 +82,8 @@ void EventGate::Flush() {
 }
 
 bool EventGate::eventFilter(QObject*, QEvent* event) {
-  const bool menuKey = IsMenuKey(*event);
-  if (waiting_.empty()) return menuKey;
+  const bool swallowed = IsMenuKey(*event) || IsLostLetter(*event);
+  if (waiting_.empty()) return swallowed;
   switch (event->type()) {
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
@@ -82,7 +95,7 @@ bool EventGate::eventFilter(QObject*, QEvent* event) {
     default:
       break;
   }
-  return menuKey;
+  return swallowed;
 }
 
 }  // namespace brenvo

@@ -1,5 +1,6 @@
 #include "ui/field_binding.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QSinglePointEvent>
@@ -88,6 +89,9 @@ void FieldBinding::FocusMoved(QEvent& event) {
     default:
       break;
   }
+  // Neither does one leave a field by opening its own list.
+  const QWidget* const popup = QApplication::activePopupWidget();
+  if (!in && popup != nullptr && popup->parentWidget() == &widget_) return;
   if (in == (context_.Focused() == &field_)) return;
   context_.SetFocused(in ? &field_ : nullptr);
   context_.Later(this, [this, in] { in ? field_.Focus() : field_.Leave(); });

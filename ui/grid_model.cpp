@@ -162,7 +162,7 @@ bool GridModel::setData(const QModelIndex& index, const QVariant& value, int rol
   if (text == Text(index.row() + 1, index.column())) return false;
   // The editor closes first: the edit may ask the operator something.
   context_.Later(this, [this, row = index.row() + 1, column = index.column(),
-                        words = FromQt(text)] { grid_.EditCell(row, column, words); });
+                        words = FromQt(InOneLine(text))] { grid_.EditCell(row, column, words); });
   return true;
 }
 

@@ -1,6 +1,7 @@
 #include "ui/list_widgets.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFontDatabase>
 #include <QKeyEvent>
@@ -27,17 +28,24 @@ class Entries : public QStringListModel {
   bool Follow(const std::vector<std::string>& items) {
     if (items == items_) return false;
     items_ = items;
+    columns_ = AreColumns();
     QStringList texts;
     for (const std::string& item : items) texts.append(ToQt(item));
     setStringList(texts);
     return true;
   }
-  // Codes padded with blanks before a description only line up in a fixed font.
-  bool AreColumns() const {
-    return std::any_of(items_.begin(), items_.end(), [](const std::string& item) {
-      const std::size_t at = item.find("  ");
-      return at != std::string::npos && at + 2 < item.size();
-    });
+  // Codes padded with blanks before a description only line up in a fixed font. The entries bring
+  // it themselves: the list under a combo box looks at no other.
+  QFont Font() const {
+    const QFont usual = QApplication::font();
+    if (!columns_) return usual;
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPointSizeF(usual.pointSizeF());
+    return fixed;
+  }
+  QVariant data(const QModelIndex& index, int role) const override {
+    return role == Qt::FontRole && columns_ ? QVariant(Font())
+                                            : QStringListModel::data(index, role);
   }
   Qt::ItemFlags flags(const QModelIndex& index) const override {
     return QStringListModel::flags(index) & ~Qt::ItemIsEditable;
@@ -50,15 +58,16 @@ class Entries : public QStringListModel {
   }
 
  private:
-  std::vector<std::string> items_;
-};
+  bool AreColumns() const {
+    return std::any_of(items_.begin(), items_.end(), [](const std::string& item) {
+      const std::size_t at = item.find("  ", item.find_first_not_of(' '));
+      return at != std::string::npos && at + 2 < item.size();
+    });
+  }
 
-void UseListFont(QAbstractItemView& view, const Entries& entries) {
-  if (!entries.AreColumns()) return;
-  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  fixed.setPointSizeF(view.font().pointSizeF());
-  view.setFont(fixed);
-}
+  std::vector<std::string> items_;
+  bool columns_ = false;
+};
 
 // What is typed at a closed list, blanks left out: "2m" finds "  2 m". A pause begins anew, and a
 // letter that leads no further goes on to the next entry that begins with it.
@@ -96,6 +105,8 @@ class Combo : public QComboBox {
   Combo(ListField& field, ViewContext& context, QWidget* parent)
       : QComboBox(parent), field_(field), context_(context), entries_(new Entries(this)) {
     setModel(entries_);
+    // The wheel alone brings no keyboard here, see wheelEvent.
+    setFocusPolicy(Qt::StrongFocus);
     setMaxVisibleItems(20);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     if (field.Style() == ListStyle::kCombo) {
@@ -113,7 +124,7 @@ class Combo : public QComboBox {
   void Follow() {
     const QSignalBlocker quiet(this);
     const bool lineWasQuiet = edit_ != nullptr && edit_->blockSignals(true);
-    if (entries_->Follow(field_.Items())) UseListFont(*view(), *entries_);
+    entries_->Follow(field_.Items());
     if (currentIndex() != field_.ListIndex()) setCurrentIndex(field_.ListIndex());
     if (edit_ == nullptr) return;
     edit_->blockSignals(lineWasQuiet);
@@ -193,10 +204,7 @@ class OpenList : public QListView {
 
   void Follow() {
     if (!context_.Alive()) return;
-    if (entries_->Follow(field_.Items())) {
-      UseListFont(*this, *entries_);
-      FitShortEntries();
-    }
+    if (entries_->Follow(field_.Items())) FitShortEntries();
     const QSignalBlocker quiet(selectionModel());
     following_ = true;
     if (Multi()) {
@@ -219,6 +227,11 @@ class OpenList : public QListView {
   void keyPressEvent(QKeyEvent* event) override {
     if (Multi() && event->key() == Qt::Key_Space) {
       if (currentIndex().isValid()) Pick(currentIndex().row());
+      return;
+    }
+    // A list that came up beside a field goes before its window does.
+    if (event->key() == Qt::Key_Escape && before_ != nullptr && field_.OnLeave) {
+      before_->setFocus();
       return;
     }
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
@@ -252,7 +265,7 @@ class OpenList : public QListView {
  private:
   // Codes and words are seen whole; long descriptions may be cut.
   void FitShortEntries() {
-    const int widest = fontMetrics().averageCharWidth() * kShortEntry;
+    const int widest = QFontMetrics(entries_->Font()).averageCharWidth() * kShortEntry;
     const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     setMinimumWidth(std::min(sizeHintForColumn(0), widest) + scrollBar + 2 * frameWidth());
   }

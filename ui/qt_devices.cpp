@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <QApplication>
 #include <QDateTime>
+#include <QFontDatabase>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -27,6 +29,17 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
 
 QString TitleOf(std::string_view title) {
   return title.empty() ? QApplication::applicationDisplayName() : ToQt(title);
+}
+
+// A title may say what the text does not ("Qso doppio (96)"), and a box is only as wide as its
+// text.
+void MakeRoomForTitle(QMessageBox& box) {
+  constexpr int kBesideTitle = 120;  // icon and buttons of the frame, pixels
+  auto* rows = qobject_cast<QGridLayout*>(box.layout());
+  if (rows == nullptr) return;
+  const QFontMetrics letters(QFontDatabase::systemFont(QFontDatabase::TitleFont));
+  rows->addItem(new QSpacerItem(letters.horizontalAdvance(box.windowTitle()) + kBesideTitle, 0),
+                rows->rowCount(), 0, 1, rows->columnCount());
 }
 
 QString SettingKey(std::string_view section, std::string_view key) {
@@ -84,6 +97,7 @@ void QtMessageBox::Show(MessageIcon icon, std::string_view title, std::string_vi
                   QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
   box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+  MakeRoomForTitle(box);
   box.exec();
 }
 
@@ -96,6 +110,7 @@ bool QtMessageBox::AskYesNo(std::string_view title, std::string_view text) {
   // Questions stand before what cannot be undone: Enter by habit must not confirm.
   box.setDefaultButton(no);
   box.setEscapeButton(no);
+  MakeRoomForTitle(box);
   box.exec();
   return box.clickedButton() == yes;
 }

@@ -9,6 +9,7 @@
 #include "core/main_frame.h"
 #include "forms/window_list.h"
 #include "ui/icons.h"
+#include "ui/letter_keys.h"
 #include "ui/text.h"
 
 namespace brenvo {
@@ -17,6 +18,9 @@ QtWindowHost::QtWindowHost(EventGate& gate)
     : gate_(gate), main_(std::make_unique<QMainWindow>()), area_(new MapArea(main_.get())) {
   main_->setCentralWidget(area_);
   main_->setWindowIcon(ProgramIcon());
+  new LetterKeys(*area_);
+  // A window that closes gives way to the one before it, not to the oldest.
+  area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
   QObject::connect(area_, &QMdiArea::subWindowActivated, main_.get(),
                    [this](QMdiSubWindow* child) { TellActivated(child); });
 }

@@ -14,6 +14,24 @@ inline QString ToQt(std::string_view text) {
 }
 inline std::string FromQt(const QString& text) { return text.toStdString(); }
 
+// A text from elsewhere as a single line holds it: ends of lines and tabs are one blank, and
+// nothing at either end of the text; other characters that no key types go.
+inline QString InOneLine(const QString& text) {
+  QString line;
+  bool apart = false;
+  for (const QChar c : text) {
+    const bool typed = c.isPrint() || c.isSurrogate();
+    if (!typed) {
+      apart = apart || c.isSpace();
+      continue;
+    }
+    if (apart && !line.isEmpty()) line += QLatin1Char(' ');
+    apart = false;
+    line += c;
+  }
+  return line;
+}
+
 // Paths are UTF-8 on every platform.
 inline QString PathToQt(const std::filesystem::path& path) {
   const std::u8string text = path.u8string();

@@ -7,6 +7,7 @@
 #include <QSignalBlocker>
 
 #include "base/text.h"
+#include "ui/date_edit.h"
 #include "ui/text.h"
 
 namespace brenvo {
@@ -93,6 +94,12 @@ void TextEdit::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+void TextEdit::focusOutEvent(QFocusEvent* event) {
+  // Who looks into a menu and comes back finds selected what was, and types over it.
+  QFocusEvent popup(event->type(), Qt::PopupFocusReason);
+  QLineEdit::focusOutEvent(event->reason() == Qt::MenuBarFocusReason ? &popup : event);
+}
+
 bool TextEdit::EditKey(QKeyEvent*) { return false; }
 
 void TextEdit::Edited(const QString& before, const QString& after) {
@@ -105,7 +112,7 @@ void TextEdit::Edited(const QString& before, const QString& after) {
          before[before.size() - 1 - tail] == after[after.size() - 1 - tail]) {
     ++tail;
   }
-  const QString added = after.mid(head, after.size() - head - tail);
+  const QString added = InOneLine(after.mid(head, after.size() - head - tail));
   const std::string passed = field_.FilterText(FromQt(added));
   std::string whole = FromQt(after.left(head)) + passed + FromQt(after.right(tail));
   if (field_.MaxLength > 0) whole = Left(whole, field_.MaxLength);
@@ -175,15 +182,10 @@ QWidget* MakeTextEdit(TextField& field, ViewContext& context, QWidget* parent) {
 }
 
 QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent) {
-  auto* edit = new QDateEdit(parent);
-  edit->setCalendarPopup(true);
-  edit->setDisplayFormat(QLatin1String(kDateFormat));
+  auto* edit = new DateEdit(parent);
   auto* binding = new FieldBinding(field, *edit, context);
   binding->OnShow = [edit, &field] {
-    const QDate date = QDate::fromString(ToQt(field.Text()), QLatin1String(kDateFormat));
-    if (!date.isValid() || date == edit->date()) return;
-    const QSignalBlocker quiet(edit);
-    edit->setDate(date);
+    edit->Follow(QDate::fromString(ToQt(field.Text()), QLatin1String(kDateFormat)));
   };
   binding->Show();
   // A field that was never set holds a date all the same.

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QComboBox>
-#include <QDateEdit>
 #include <QLineEdit>
 
 #include "forms/text_field.h"
@@ -21,6 +20,7 @@ class TextEdit : public QLineEdit {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   // Keys that are not characters.

@@ -1,6 +1,7 @@
 #include "ui/window_builder.h"
 
 #include <algorithm>
+#include <QApplication>
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QDateEdit>
@@ -58,7 +59,7 @@ class Body : public QScrollArea {
 }  // namespace
 
 WindowBuilder::WindowBuilder(Window& window, ViewContext& context, QWidget& owner)
-    : window_(window), context_(context), commands_(context, owner) {}
+    : window_(window), context_(context), owner_(owner), commands_(context, owner) {}
 
 QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
   auto* inside = new QWidget;
@@ -288,8 +289,12 @@ QWidget* WindowBuilder::MakeEither(const Piece& piece, QWidget* parent) {
   if (panel == nullptr || shown == nullptr) return both;
   // The panel is the first piece itself, so that its hint and state are its field's.
   auto* binding = new FieldBinding(*panel, *shown, context_);
-  binding->OnShow = [panel, otherwise] {
+  binding->OnShow = [this, panel, otherwise, both] {
     if (otherwise != nullptr) otherwise->setVisible(!panel->Visible());
+    // What hides hands the keyboard on to whatever comes next, a key of the tool bar as well.
+    const QWidget* const focus = QApplication::focusWidget();
+    if (!owner_.isAncestorOf(focus) || both->isAncestorOf(focus)) return;
+    if (QWidget* first = FirstField()) first->setFocus(Qt::OtherFocusReason);
   };
   binding->Show();
   widgets_[panel] = shown;
@@ -334,6 +339,8 @@ void WindowBuilder::SetTabOrder() {
 
 QWidget* WindowBuilder::FirstField() const {
   for (Field* field : window_.Fields()) {
+    // A text to be read is no place to begin: who opens a terminal wants to write.
+    if (dynamic_cast<const RichText*>(field) != nullptr) continue;
     QWidget* widget = WidgetOf(*field);
     if (widget != nullptr && (widget->focusPolicy() & Qt::TabFocus) != 0 && field->Enabled() &&
         widget->isVisible()) {

@@ -22,7 +22,7 @@ class WindowBuilder {
   QWidget* Build(const Piece& layout, QMenuBar* menuBar = nullptr);
   // The widget of a field; null when it has none.
   QWidget* WidgetOf(const Field& field) const;
-  // The first field that the keyboard reaches; null when there is none.
+  // The first field to work in that the keyboard reaches; null when there is none.
   QWidget* FirstField() const;
 
  private:
@@ -42,6 +42,7 @@ class WindowBuilder {
 
   Window& window_;
   ViewContext& context_;
+  QWidget& owner_;
   CommandWidgets commands_;
   std::map<const Field*, QWidget*> widgets_;
 };

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QScreen>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -16,6 +18,7 @@
 #include "forms/window_list.h"
 #include "ui/icons.h"
 #include "ui/text.h"
+#include "ui/unfinished_input.h"
 #include "ui/views.h"
 #include "ui/window_builder.h"
 
@@ -37,6 +40,17 @@ QRect Within(QRect place, const QRect& room) {
   place.moveLeft(std::clamp(place.left(), room.left(), room.right() + 1 - place.width()));
   place.moveTop(std::clamp(place.top(), room.top(), room.bottom() + 1 - place.height()));
   return place;
+}
+
+// The key that closes a window within a window on some desktops closes it on all.
+void CloseWithCtrlF4(QMdiSubWindow& child) {
+  const QKeySequence key(Qt::CTRL | Qt::Key_F4);
+  for (QAction* action : child.systemMenu()->actions()) {
+    QList<QKeySequence> keys = action->shortcuts();
+    if (keys != QKeySequence::keyBindings(QKeySequence::Close) || keys.contains(key)) continue;
+    keys += key;
+    action->setShortcuts(keys);
+  }
 }
 
 }  // namespace
@@ -86,6 +100,7 @@ WindowFrame::WindowFrame(Window& window, Kind kind, EventGate& gate, QMainWindow
     if (kind_ == Kind::kChild) {
       auto* child = static_cast<QMdiSubWindow*>(outer_.data());
       child->setWidget(inside_);
+      CloseWithCtrlF4(*child);
       area_.addSubWindow(child);
     } else {
       auto* column = new QVBoxLayout(outer_);
@@ -285,6 +300,7 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event) {
   switch (event->type()) {
     case QEvent::Close:
       event->ignore();
+      FinishInput();
       gate_.Later(this, [this] { window_.Close(); });
       return true;
     case QEvent::Move:

@@ -289,6 +289,18 @@ TEST_F(ReportEngineTest, AnEmptyTableIsOnePageWithoutRows) {
   EXPECT_EQ(lines.back(), "print end");
 }
 
+TEST_F(ReportEngineTest, AllRowsAreToldBeforeTheDocumentEnds) {
+  Fill(100);
+  std::vector<std::int64_t> told;
+  PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), [&](std::int64_t done, std::int64_t) {
+    EXPECT_NE(Lines().back(), "print end");
+    told.push_back(done);
+    return true;
+  });
+  EXPECT_EQ(told, (std::vector<std::int64_t>{50, 100}));
+  EXPECT_EQ(Lines().back(), "print end");
+}
+
 TEST_F(ReportEngineTest, TheOperatorCanStopIt) {
   Fill(200);
   EXPECT_THROW(PrintRows(session.Db, Layout(), {}, machine.GetPrinter(),

@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFontDatabase>
 #include <QLineEdit>
 #include <QListView>
 #include <QProgressBar>
@@ -22,7 +23,7 @@ using ::testing::ElementsAre;
 class ChoiceForm : public Window {
  public:
   explicit ChoiceForm(WindowHost& host) : Window(host, "ChoiceForm", "", Twips(9000), Twips(9000)) {
-    Banda.SetItems({"160 m", " 80 m", " 40 m"});
+    Banda.SetItems({"160 m", " 80 m", " 40 m", "  2 m"});
     Country.SetItems({"I    Italia", "F    Francia"});
     LBNote.SetItems({"PROP  F2", "PROP  M.S.", "SAT   AO-7"});
     Modo.SetItems({"SSB", "CW", "RTTY"});
@@ -99,6 +100,17 @@ TEST_F(ChoiceWidgets, ALetterThatBeginsNoEntryChangesNothing) {
   EXPECT_EQ(form.Banda.ListIndex(), 0);
 }
 
+TEST_F(ChoiceWidgets, TheWheelOnlyTurnsAListThatHasTheKeyboard) {
+  form.Banda.SetListIndex(0);
+  auto* list = Find<QComboBox>("Banda");
+  Find<QComboBox>("Country")->lineEdit()->setFocus();
+  Roll(*list);
+  EXPECT_EQ(form.Banda.ListIndex(), 0);
+  list->setFocus();
+  Roll(*list);
+  EXPECT_EQ(form.Banda.ListIndex(), 1);
+}
+
 TEST_F(ChoiceWidgets, AnAssignedEntryIsShownWithoutAnEventOfTheScreen) {
   form.Banda.SetListIndex(2);
   EXPECT_EQ(Find<QComboBox>("Banda")->currentText(), " 40 m");
@@ -118,6 +130,31 @@ TEST_F(ChoiceWidgets, AnEntryTypedInFullIsNoClick) {
   QTest::keyClicks(Find<QComboBox>("Country"), "a");
   QTest::keyClick(Find<QComboBox>("Country"), Qt::Key_Return);
   EXPECT_THAT(form.told, ElementsAre("change I    Itali", "change I    Italia"));
+}
+
+TEST_F(ChoiceWidgets, OpeningItsListLeavesNoField) {
+  form.Country.OnLeave = [this] { form.told.push_back("leave"); };
+  auto* combo = Find<QComboBox>("Country");
+  combo->lineEdit()->setFocus();
+  Settle();
+  combo->showPopup();
+  Settle();
+  EXPECT_THAT(form.told, ElementsAre());
+  combo->hidePopup();
+  Settle();
+  Find<QComboBox>("Banda")->setFocus();
+  Settle();
+  EXPECT_THAT(form.told, ElementsAre("leave"));
+}
+
+TEST_F(ChoiceWidgets, CodesBeforeADescriptionStandInAFixedFontInEveryList) {
+  const auto fontOf = [](const QAbstractItemView& list) {
+    return list.model()->index(0, 0).data(Qt::FontRole);
+  };
+  const QFont country = fontOf(*Find<QComboBox>("Country")->view()).value<QFont>();
+  EXPECT_EQ(country.family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+  EXPECT_EQ(fontOf(*Find<QListView>("LBNote")).value<QFont>(), country);
+  EXPECT_FALSE(fontOf(*Find<QComboBox>("Banda")->view()).isValid());
 }
 
 TEST_F(ChoiceWidgets, AClickTakesTheEntryOfAnOpenList) {
@@ -141,6 +178,23 @@ TEST_F(ChoiceWidgets, ADoubleClickIsTheFieldsBehindItsClick) {
   Settle();
   ASSERT_FALSE(form.told.empty());
   EXPECT_EQ(form.told.back(), "double PROP  F2");
+}
+
+TEST_F(ChoiceWidgets, EscClosesAListThatCameUpAndNotItsWindow) {
+  form.cmAll.OnClick = [this] { form.told.push_back("cancel"); };
+  form.CancelCommand = &form.cmAll;
+  form.LBNote.PicksOnEnter = true;
+  form.LBNote.OnLeave = [this] { form.LBNote.SetVisible(false); };
+  form.LBNote.SetVisible(false);
+  Find<QComboBox>("Banda")->setFocus();
+  form.LBNote.SetVisible(true);
+  Settle();
+  ASSERT_EQ(QApplication::focusWidget(), Find<QListView>("LBNote"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  Settle();
+  EXPECT_FALSE(form.LBNote.Visible());
+  EXPECT_EQ(QApplication::focusWidget(), Find<QComboBox>("Banda"));
+  EXPECT_THAT(form.told, ElementsAre());
 }
 
 TEST_F(ChoiceWidgets, TheMenuUnderTheRightButtonOpensBehindTheFieldsEvent) {

@@ -374,6 +374,18 @@ TEST_F(Devices, QuestionsAreAnsweredInItalianAndEscMeansNo) {
   EXPECT_THAT(buttons, ::testing::UnorderedElementsAre("&Sì", "&No"));
 }
 
+TEST_F(Devices, ABoxIsWideEnoughForItsTitle) {
+  const std::string title = "Qso doppio (12345) con una stazione gia' collegata";
+  QtMessageBox messages;
+  int room = 0;
+  WhenModal([&](QWidget& modal) {
+    room = modal.width();
+    modal.close();
+  });
+  messages.AskYesNo(title, "Confermi call ?");
+  EXPECT_GT(room, QFontMetrics(QApplication::font()).horizontalAdvance(title.c_str()));
+}
+
 TEST_F(Devices, EnterByHabitDoesNotConfirm) {
   QtMessageBox messages;
   WhenModal([](QWidget& modal) { QTest::keyClick(&modal, Qt::Key_Return); });

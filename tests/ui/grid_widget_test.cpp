@@ -1,4 +1,5 @@
 #include <QAbstractItemModel>
+#include <QAction>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -7,6 +8,7 @@
 #include <set>
 #include <stdexcept>
 
+#include "forms/command.h"
 #include "forms/grid.h"
 #include "tests/ui/screen.h"
 
@@ -62,10 +64,13 @@ class GridForm : public Window {
     Cells.SetBackColour(1, 1, kGreen);
     Cells.SetColumnWidth(0, 3000);
     Cells.SetRowHeight(1, 600);
+    Toolbar1.Items = {&cmUpdate};
   }
   ManyRows many;
   DataGrid Rows{*this, "Rows"};
   CellGrid Cells{*this, "Cells"};
+  Command cmUpdate{*this, "cmUpdate", "Aggiorna", [this] { many.written.push_back("update"); }};
+  ToolBar Toolbar1{*this, "Toolbar1"};
   Told told;
 };
 
@@ -188,6 +193,18 @@ TEST_F(GridWidgets, TypingEditsACellWhereTheGridAllowsIt) {
   EXPECT_THAT(form.many.written, ElementsAre("0 73"));
 }
 
+TEST_F(GridWidgets, ACommandComesBehindTheCellThatIsStillOpen) {
+  form.Rows.Editable = true;
+  form.Rows.ContentChanged();
+  Settle();
+  rows.setFocus();
+  rows.setCurrentIndex(rows.model()->index(0, 2));
+  QTest::keyClicks(&rows, "7");
+  Find<QAction>("cmUpdate")->trigger();
+  Settle();
+  EXPECT_THAT(form.many.written, ElementsAre("0 7", "update"));
+}
+
 TEST_F(GridWidgets, TheRowBehindTheLastAddsOne) {
   form.Rows.Editable = true;
   form.Rows.ContentChanged();
@@ -197,6 +214,15 @@ TEST_F(GridWidgets, TheRowBehindTheLastAddsOne) {
   Settle();
   EXPECT_THAT(form.many.written, ElementsAre("new   6 m"));
   EXPECT_EQ(rows.model()->rowCount(), 5);
+}
+
+TEST_F(GridWidgets, LinesPastedIntoACellBecomeOne) {
+  form.Rows.Editable = true;
+  form.Rows.ContentChanged();
+  Settle();
+  rows.model()->setData(rows.model()->index(0, 2), "uno\r\ndue\n");
+  Settle();
+  EXPECT_THAT(form.many.written, ElementsAre("0 uno due"));
 }
 
 TEST_F(GridWidgets, AKeyThatTheGridAnswersOpensNoEditor) {

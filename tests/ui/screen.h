@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 #include <string>
 #include <vector>
 
@@ -78,6 +79,15 @@ class ScreenTest : public ::testing::Test {
         look(*modal);
       }
     });
+  }
+
+  // One notch of the wheel over a widget, towards the operator.
+  static void Roll(QWidget& widget) {
+    const QPoint at = widget.rect().center();
+    QWheelEvent wheel(at, widget.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&wheel);
+    qApp->notify(&widget, &wheel);
   }
 
   EventGate gate;

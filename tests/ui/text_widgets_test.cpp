@@ -2,9 +2,11 @@
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMimeData>
 
 #include "base/text.h"
+#include "forms/command.h"
 #include "forms/text_field.h"
 #include "tests/ui/screen.h"
 
@@ -29,6 +31,8 @@ class TextForm : public Window {
     Digits.MaxLength = 4;
     File.BackspaceClears = true;
     File.OnDrop = [this](std::string_view text) { File.SetText(text); };
+    cmInsert.Shortcut = "F2";
+    Toolbar1.Items = {&cmInsert};
   }
   TextField CallQso{*this, "CallQso"};
   TextField Qra{*this, "Qra"};
@@ -36,6 +40,9 @@ class TextForm : public Window {
   TextField File{*this, "File"};
   MaskedField Qtr{*this, "Qtr", "##:##"};
   DatePicker DataQso{*this, "DataQso"};
+  Command cmInsert{*this, "cmInsert", "Inserisci",
+                   [this] { told.push_back("insert " + DataQso.Text()); }};
+  ToolBar Toolbar1{*this, "Toolbar1"};
   Told told;
 };
 
@@ -99,6 +106,27 @@ TEST_F(TextWidgets, APasteIsOneChange) {
   EXPECT_THAT(form.told, ElementsAre("change IK1ABC"));
 }
 
+TEST_F(TextWidgets, APasteOfSeveralLinesBecomesOne) {
+  QApplication::clipboard()->setText("Via Roma 1\r\nPadova\t(PD)\a\n");
+  QTest::keyClick(Line("Qra"), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(form.Qra.Text(), "Via Roma 1 Padova (PD)");
+  EXPECT_EQ(Line("Qra")->text(), "Via Roma 1 Padova (PD)");
+}
+
+TEST_F(TextWidgets, APasteKeepsItsOwnBlanks) {
+  QApplication::clipboard()->setText("  2 m ");
+  QTest::keyClick(Line("Qra"), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(form.Qra.Text(), "  2 m ");
+}
+
+TEST_F(TextWidgets, AltAndALetterThatNobodyAnswersWriteNothing) {
+  QTest::keyClick(Line("CallQso"), 'n', Qt::AltModifier);
+  EXPECT_EQ(form.CallQso.Text(), "");
+  // The third level of many keyboards.
+  QTest::keyClick(Line("Qra"), '@', Qt::AltModifier | Qt::ControlModifier);
+  EXPECT_EQ(form.Qra.Text(), "@");
+}
+
 TEST_F(TextWidgets, AFieldThatRefusesKeystrokesTakesNone) {
   form.Qra.ReadOnly = true;
   form.Qra.SetText("12");
@@ -149,6 +177,20 @@ TEST_F(TextWidgets, ABoxOverTheWindowDoesNotLeaveTheField) {
   EXPECT_THAT(form.told, ElementsAre());
 }
 
+TEST_F(TextWidgets, ALookIntoAMenuKeepsTheSelection) {
+  form.Qra.SetText("MARIO");
+  Line("Qra")->setFocus();
+  Settle();
+  host.Main().menuBar()->addMenu("&Utility")->addAction("Compatta");
+  host.Main().menuBar()->setFocus(Qt::MenuBarFocusReason);
+  Settle();
+  Line("Qra")->setFocus(Qt::MenuBarFocusReason);
+  Settle();
+  EXPECT_EQ(form.Qra.SelText(), "MARIO");
+  QTest::keyClicks(Line("Qra"), "B");
+  EXPECT_EQ(form.Qra.Text(), "B");
+}
+
 TEST_F(TextWidgets, TheKeyboardFollowsTheOrderOfDeclaration) {
   Line("CallQso")->setFocus();
   Told order;
@@ -193,6 +235,75 @@ TEST_F(TextWidgets, ADateIsShownAndTypedAsDayMonthYear) {
   date->setCurrentSection(QDateTimeEdit::DaySection);
   QTest::keyClick(date, Qt::Key_Up);
   EXPECT_EQ(form.DataQso.Text(), "04/02/2001");
+}
+
+TEST_F(TextWidgets, ADateIsOneStepOfTheKeyboard) {
+  Line("Qtr")->setFocus();
+  QTest::keyClick(Line("Qtr"), Qt::Key_Tab);
+  ASSERT_EQ(QApplication::focusWidget(), Find<QDateEdit>("DataQso"));
+  EXPECT_EQ(Find<QDateEdit>("DataQso")->currentSection(), QDateTimeEdit::DaySection);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_NE(QApplication::focusWidget(), Find<QDateEdit>("DataQso"));
+}
+
+TEST_F(TextWidgets, TheWheelOnlyTurnsADateThatHasTheKeyboard) {
+  form.DataQso.SetText("03/02/2001");
+  auto* date = Find<QDateEdit>("DataQso");
+  Line("CallQso")->setFocus();
+  Roll(*date);
+  EXPECT_EQ(form.DataQso.Text(), "03/02/2001");
+  date->setFocus(Qt::TabFocusReason);
+  Roll(*date);
+  EXPECT_EQ(form.DataQso.Text(), "02/02/2001");
+}
+
+TEST_F(TextWidgets, AYearOfTwoDigitsIsOfThisCenturyOrTheLast) {
+  auto* date = Find<QDateEdit>("DataQso");
+  for (const auto& [typed, read] : {std::pair("050124", "05/01/2024"), {"311298", "31/12/1998"}}) {
+    form.DataQso.SetText("21/11/2026");
+    date->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(date, typed);
+    QTest::keyClick(date, Qt::Key_Tab);
+    Settle();
+    EXPECT_EQ(form.DataQso.Text(), read);
+  }
+}
+
+TEST_F(TextWidgets, TheLastDayOfAMonthIsKeptWhateverMonthStoodThere) {
+  auto* date = Find<QDateEdit>("DataQso");
+  for (const auto& [typed, read] : {std::pair("31121998", "31/12/1998"),
+                                    {"29022024", "29/02/2024"},
+                                    {"290224", "29/02/2024"},
+                                    {"31022025", "28/02/2025"}}) {
+    form.DataQso.SetText("21/11/2026");
+    date->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(date, typed);
+    QTest::keyClick(date, Qt::Key_Tab);
+    Settle();
+    EXPECT_EQ(form.DataQso.Text(), read) << typed;
+  }
+}
+
+TEST_F(TextWidgets, ADateThatIsNoneGoesBackToTheOneBefore) {
+  form.DataQso.SetText("21/11/2026");
+  auto* date = Find<QDateEdit>("DataQso");
+  date->setFocus(Qt::TabFocusReason);
+  QTest::keyClicks(date, "0");
+  QTest::keyClick(date, Qt::Key_Tab);
+  Settle();
+  EXPECT_EQ(date->text(), "21/11/2026");
+  EXPECT_EQ(form.DataQso.Text(), "21/11/2026");
+}
+
+TEST_F(TextWidgets, ACommandFindsTheDateThatIsTypedSoFar) {
+  form.DataQso.SetText("21/11/2026");
+  auto* date = Find<QDateEdit>("DataQso");
+  date->setFocus(Qt::TabFocusReason);
+  QTest::keyClicks(date, "051224");
+  QTest::keyClick(date, Qt::Key_F2);
+  Settle();
+  EXPECT_EQ(form.told.back(), "insert 05/12/2024");
+  EXPECT_EQ(date->text(), "05/12/2024");
 }
 
 TEST_F(TextWidgets, ADroppedNameReachesTheFieldThatTakesOne) {

@@ -91,6 +91,22 @@ TEST_F(StationScreen, AContactIsLoggedWithTheKeyboard) {
   EXPECT_EQ(rows->Field("Country").Text(), "I");
 }
 
+TEST_F(StationScreen, TheKeyboardFollowsTheLogIntoItsGridAndBack) {
+  ASSERT_NE(Open("LogForm"), nullptr);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F7);
+  QTest::qWait(1);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "DataGrid1");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F7);
+  QTest::qWait(1);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "CallQso");
+}
+
+TEST_F(StationScreen, ATerminalOpensWhereOneWrites) {
+  ASSERT_NE(Open("TNC"), nullptr);
+  ASSERT_NE(QApplication::focusWidget(), nullptr);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Sended");
+}
+
 TEST_F(StationScreen, ClosingTheMainFrameEndsEverything) {
   Open("LogForm");
   platform.Screen().Main().close();

@@ -56,6 +56,17 @@ class CommandForm : public Window {
   Told told;
 };
 
+class LetterForm : public Window {
+ public:
+  explicit LetterForm(WindowHost& host)
+      : Window(host, "LetterForm", "Lettere", Twips(6000), Twips(4000)) {}
+  Told told;
+  TextField CallQso{*this, "CallQso"};
+  Command cmCheckCall{*this, "cmCheckCall", "&Check call", [this] { told.push_back("check"); }};
+  Command cmStatistiche{*this, "cmStatistiche", "&Statistiche", [this] { told.push_back("stat"); }};
+  Command cmAutoCall{*this, "cmAutoCall", "&Start call", [this] { told.push_back("start"); }};
+};
+
 class WindowScreen : public ScreenTest {
  protected:
   template <class Form>
@@ -86,6 +97,24 @@ TEST_F(WindowScreen, TheCloseButtonUnloadsTheWindow) {
   Settle();
   EXPECT_EQ(windows.Find("CommandForm"), nullptr);
   EXPECT_EQ(host.Main().findChild<QMdiSubWindow*>("CommandForm"), nullptr);
+}
+
+TEST_F(WindowScreen, CtrlF4ClosesTheWindowInFront) {
+  CommandForm& behind = Open<CommandForm>();
+  CommandForm& front = Open<CommandForm>();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F4, Qt::ControlModifier);
+  Settle();
+  EXPECT_TRUE(windows.IsLoaded(&behind));
+  EXPECT_FALSE(windows.IsLoaded(&front));
+}
+
+TEST_F(WindowScreen, AWindowThatClosesGivesWayToTheOneBefore) {
+  Open<CommandForm>();
+  Open<LetterForm>();
+  CommandForm& last = Open<CommandForm>();
+  windows.RunEvent([&] { windows.Unload(last); });
+  Settle();
+  EXPECT_EQ(host.Map().activeSubWindow(), Frame("LetterForm"));
 }
 
 TEST_F(WindowScreen, AWindowThatRefusesToCloseStays) {
@@ -186,6 +215,29 @@ TEST_F(WindowScreen, AShortcutReachesOnlyTheWindowInFront) {
   Settle();
   EXPECT_THAT(first.told, ElementsAre());
   EXPECT_THAT(second.told, ElementsAre("insert"));
+}
+
+TEST_F(WindowScreen, ALetterOfTheWindowInFrontComesBeforeTheMainMenus) {
+  host.Main().menuBar()->addMenu("&Contest")->addAction("Nuovo");
+  LetterForm& form = Open<LetterForm>();
+  for (std::size_t times = 1; times <= 2; ++times) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::AltModifier);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.told.size() == times; }, 2000));
+  }
+  EXPECT_THAT(form.told, ElementsAre("check", "check"));
+}
+
+TEST_F(WindowScreen, ALetterOfTwoButtonsGoesFromOneToTheOther) {
+  host.Main().menuBar()->addMenu("&Statistiche")->addAction("Field");
+  LetterForm& form = Open<LetterForm>();
+  Told reached;
+  for (int i = 0; i < 3; ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_S, Qt::AltModifier);
+    reached.push_back(QApplication::focusWidget()->objectName().toStdString());
+  }
+  EXPECT_THAT(reached, ElementsAre("cmStatistiche", "cmAutoCall", "cmStatistiche"));
+  EXPECT_THAT(form.told, ElementsAre());
 }
 
 TEST_F(WindowScreen, AMenuOfEntriesFollowsThem) {

@@ -1,0 +1,71 @@
+#include "ui/date_edit.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+#include "base/date.h"
+#include "ui/text.h"
+
+namespace brenvo {
+
+DateEdit::DateEdit(QWidget* parent) : QDateEdit(parent) {
+  setCalendarPopup(true);
+  setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+  // What fixup leaves is a date; the other way it would not be asked.
+  setCorrectionMode(CorrectToNearestValue);
+  setFocusPolicy(Qt::StrongFocus);
+}
+
+void DateEdit::Follow(QDate date) {
+  if (!date.isValid() || date == this->date()) return;
+  typedDay_ = 0;
+  const QSignalBlocker quiet(this);
+  setDate(date);
+}
+
+void DateEdit::stepBy(int steps) {
+  typedDay_ = 0;
+  QDateEdit::stepBy(steps);
+}
+
+bool DateEdit::focusNextPrevChild(bool next) { return QWidget::focusNextPrevChild(next); }
+
+void DateEdit::focusInEvent(QFocusEvent* event) {
+  typedDay_ = 0;
+  QDateEdit::focusInEvent(event);
+}
+
+void DateEdit::keyPressEvent(QKeyEvent* event) {
+  const QString key = event->text();
+  const bool digit = key.size() == 1 && key[0].isDigit();
+  const bool day = currentSection() == DaySection;
+  if (!digit && (event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete))
+    typedDay_ = 0;
+  if (digit && day) {
+    if (lineEdit()->hasSelectedText()) typedDay_ = 0;
+    typedDay_ = typedDay_ * 10 + key[0].digitValue();
+  }
+  QDateEdit::keyPressEvent(event);
+  // Month and year are whole when the text stands as the date is written.
+  const bool whole = digit && !day && text() == textFromDateTime(dateTime());
+  if (whole && Meant(date()) != date()) setDate(Meant(date()));
+}
+
+void DateEdit::wheelEvent(QWheelEvent* event) {
+  hasFocus() ? QDateEdit::wheelEvent(event) : event->ignore();
+}
+
+void DateEdit::fixup(QString& typed) const {
+  const auto read = ParseDate(FromQt(typed));
+  const QDate date = read ? Meant(QDate(read->Year(), read->Month(), read->Day())) : this->date();
+  typed = textFromDateTime(date.startOfDay());
+}
+
+QDate DateEdit::Meant(QDate read) const {
+  const QDate whole(read.year(), read.month(), typedDay_);
+  return typedDay_ > read.day() && whole.isValid() ? whole : read;
+}
+
+}  // namespace brenvo

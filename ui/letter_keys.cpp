@@ -1,0 +1,33 @@
+#include "ui/letter_keys.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMdiSubWindow>
+#include <QShortcutEvent>
+
+namespace brenvo {
+
+LetterKeys::LetterKeys(QMdiArea& area) : QObject(&area), area_(area) {
+  QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool LetterKeys::eventFilter(QObject*, QEvent* event) {
+  if (event->type() != QEvent::Shortcut) return false;
+  const auto& pressed = static_cast<const QShortcutEvent&>(*event);
+  const QMdiSubWindow* const front = area_.activeSubWindow();
+  if (!pressed.isAmbiguous() || front == nullptr || !area_.isActiveWindow()) return false;
+  QList<QAbstractButton*> own;
+  for (QAbstractButton* each : front->findChildren<QAbstractButton*>()) {
+    if (each->shortcut() == pressed.key() && each->isVisible() && each->isEnabled()) own += each;
+  }
+  if (own.isEmpty()) return false;
+  if (own.size() == 1) {
+    own.front()->animateClick();
+    return true;
+  }
+  const auto at = own.indexOf(qobject_cast<QAbstractButton*>(QApplication::focusWidget()));
+  own[(at + 1) % own.size()]->setFocus(Qt::ShortcutFocusReason);
+  return true;
+}
+
+}  // namespace brenvo
