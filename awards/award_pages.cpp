@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "core/modules.h"
 #include "core/transaction.h"
+#include "engine/database_error.h"
 
 namespace brenvo {
 namespace {
@@ -118,7 +119,14 @@ bool StageEntries(Session& session, const AwardPage& page, const AwardList& list
   const auto staged = session.Db.OpenDynaset("select * from SLog");
   for (std::int64_t row = 1; row < list.grid.Rows(); ++row) {
     if (!progress.Advance(row)) return false;
-    const Entry entry = EntryAt(session, page, list, row);
+    Entry entry;
+    try {
+      entry = EntryAt(session, page, list, row);
+    } catch (const DatabaseError&) {
+      // The rows before an entry without a contact stay.
+      transaction.Commit();
+      throw;
+    }
     staged->AddNew();
     staged->Set(page.stagedKey, entry.key);
     if (page.description) staged->Set("Note", entry.description);

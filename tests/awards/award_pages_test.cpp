@@ -157,6 +157,7 @@ TEST_F(AwardPagesTest, AnEntryNeverWorkedEndsThePageThere) {
   Press(award, "cmByDate");
   EXPECT_THAT(Lines(), testing::ElementsAre(testing::StartsWith("error ")));
   EXPECT_FALSE(session.Db.InTransaction());
+  EXPECT_EQ(Rows("select Country from SLog"), Texts{"1A"});
 }
 
 TEST_F(AwardPagesTest, APageThatTheOperatorStopsIsNotShown) {
