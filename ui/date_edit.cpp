@@ -40,13 +40,12 @@ void DateEdit::focusInEvent(QFocusEvent* event) {
 void DateEdit::keyPressEvent(QKeyEvent* event) {
   const QString key = event->text();
   const bool digit = key.size() == 1 && key[0].isDigit();
+  const bool erases = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
+  // Selected whole, the date is typed anew.
+  if (digit && lineEdit()->selectedText() == text()) setSelectedSection(DaySection);
   const bool day = currentSection() == DaySection;
-  if (!digit && (event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete))
-    typedDay_ = 0;
-  if (digit && day) {
-    if (lineEdit()->hasSelectedText()) typedDay_ = 0;
-    typedDay_ = typedDay_ * 10 + key[0].digitValue();
-  }
+  if (erases || (digit && day && lineEdit()->hasSelectedText())) typedDay_ = 0;
+  if (digit && day) typedDay_ = typedDay_ * 10 + key[0].digitValue();
   QDateEdit::keyPressEvent(event);
   // Month and year are whole when the text stands as the date is written.
   const bool whole = digit && !day && text() == textFromDateTime(dateTime());

@@ -79,6 +79,11 @@ class GridWidgets : public ScreenTest {
   GridForm& form = Open<GridForm>();
   QTableView& rows = *Find<QTableView>("Rows");
   QTableView& cells = *Find<QTableView>("Cells");
+  void LetRowsBeEdited() {
+    form.Rows.Editable = true;
+    form.Rows.ContentChanged();
+    Settle();
+  }
   static QPoint Place(QTableView& view, int row, int column) {
     return view.visualRect(view.model()->index(row, column)).center();
   }
@@ -179,9 +184,7 @@ TEST_F(GridWidgets, AMillionRowsFetchOnlyWhatIsSeen) {
 }
 
 TEST_F(GridWidgets, TypingEditsACellWhereTheGridAllowsIt) {
-  form.Rows.Editable = true;
-  form.Rows.ContentChanged();
-  Settle();
+  LetRowsBeEdited();
   rows.setFocus();
   rows.setCurrentIndex(rows.model()->index(0, 2));
   QTest::keyClicks(&rows, "7");
@@ -194,9 +197,7 @@ TEST_F(GridWidgets, TypingEditsACellWhereTheGridAllowsIt) {
 }
 
 TEST_F(GridWidgets, ACommandComesBehindTheCellThatIsStillOpen) {
-  form.Rows.Editable = true;
-  form.Rows.ContentChanged();
-  Settle();
+  LetRowsBeEdited();
   rows.setFocus();
   rows.setCurrentIndex(rows.model()->index(0, 2));
   QTest::keyClicks(&rows, "7");
@@ -206,9 +207,7 @@ TEST_F(GridWidgets, ACommandComesBehindTheCellThatIsStillOpen) {
 }
 
 TEST_F(GridWidgets, TheRowBehindTheLastAddsOne) {
-  form.Rows.Editable = true;
-  form.Rows.ContentChanged();
-  Settle();
+  LetRowsBeEdited();
   ASSERT_EQ(rows.model()->rowCount(), 4);
   rows.model()->setData(rows.model()->index(3, 0), "  6 m");
   Settle();
@@ -217,9 +216,7 @@ TEST_F(GridWidgets, TheRowBehindTheLastAddsOne) {
 }
 
 TEST_F(GridWidgets, LinesPastedIntoACellBecomeOne) {
-  form.Rows.Editable = true;
-  form.Rows.ContentChanged();
-  Settle();
+  LetRowsBeEdited();
   rows.model()->setData(rows.model()->index(0, 2), "uno\r\ndue\n");
   Settle();
   EXPECT_THAT(form.many.written, ElementsAre("0 uno due"));
@@ -243,9 +240,7 @@ TEST_F(GridWidgets, AKeyThatTheGridAnswersOpensNoEditor) {
 }
 
 TEST_F(GridWidgets, DeleteRemovesTheCurrentRow) {
-  form.Rows.Editable = true;
-  form.Rows.ContentChanged();
-  Settle();
+  LetRowsBeEdited();
   rows.setCurrentIndex(rows.model()->index(1, 0));
   QTest::keyClick(&rows, Qt::Key_Delete);
   Settle();

@@ -284,6 +284,17 @@ TEST_F(TextWidgets, TheLastDayOfAMonthIsKeptWhateverMonthStoodThere) {
   }
 }
 
+TEST_F(TextWidgets, ADateSelectedWholeIsTypedAnew) {
+  form.DataQso.SetText("21/11/2026");
+  auto* date = Find<QDateEdit>("DataQso");
+  date->setFocus(Qt::TabFocusReason);
+  date->setCurrentSection(QDateTimeEdit::YearSection);
+  date->selectAll();
+  QTest::keyClicks(date, "05121998");
+  Settle();
+  EXPECT_EQ(form.DataQso.Text(), "05/12/1998");
+}
+
 TEST_F(TextWidgets, ADateThatIsNoneGoesBackToTheOneBefore) {
   form.DataQso.SetText("21/11/2026");
   auto* date = Find<QDateEdit>("DataQso");
