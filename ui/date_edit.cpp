@@ -45,8 +45,9 @@ void DateEdit::keyPressEvent(QKeyEvent* event) {
   if (digit && lineEdit()->selectedText() == text()) setSelectedSection(DaySection);
   const bool day = currentSection() == DaySection;
   if (erases || (digit && day && lineEdit()->hasSelectedText())) typedDay_ = 0;
-  if (digit && day) typedDay_ = typedDay_ * 10 + key[0].digitValue();
+  const QString before = text();
   QDateEdit::keyPressEvent(event);
+  if (digit && day && text() != before) typedDay_ = typedDay_ % 10 * 10 + key[0].digitValue();
   // Month and year are whole when the text stands as the date is written.
   const bool whole = digit && !day && text() == textFromDateTime(dateTime());
   if (whole && Meant(date()) != date()) setDate(Meant(date()));

@@ -295,6 +295,18 @@ TEST_F(TextWidgets, ADateSelectedWholeIsTypedAnew) {
   EXPECT_EQ(form.DataQso.Text(), "05/12/1998");
 }
 
+TEST_F(TextWidgets, DigitsThatADateRefusesCountForNothing) {
+  form.DataQso.SetText("04/11/2026");
+  auto* date = Find<QDateEdit>("DataQso");
+  date->setFocus(Qt::TabFocusReason);
+  date->setCurrentSection(QDateTimeEdit::DaySection);
+  date->findChild<QLineEdit*>()->setCursorPosition(1);
+  QTest::keyClicks(date, QString(12, '7'));
+  QTest::keyClick(date, Qt::Key_Tab);
+  Settle();
+  EXPECT_EQ(form.DataQso.Text(), "04/11/2026");
+}
+
 TEST_F(TextWidgets, ADateThatIsNoneGoesBackToTheOneBefore) {
   form.DataQso.SetText("21/11/2026");
   auto* date = Find<QDateEdit>("DataQso");
