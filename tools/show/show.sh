@@ -16,9 +16,10 @@ patience=${WAIT:-90}
 root=$(cd "$(dirname "$0")/../.." && pwd)
 work=$(mktemp -d)
 started=
+screen=
 cleanup() {
   # Last started, first ended.
-  for pid in $started; do kill "$pid" 2>/dev/null || true; done
+  for pid in $started $screen; do kill "$pid" 2>/dev/null || true; done
   wait 2>/dev/null || true
   rm -rf "$work"
 }
@@ -44,17 +45,10 @@ waits() {
   done
 }
 
-mkdir -p "$out" "$work/runtime" "$work/station"
+mkdir -p "$out" "$work/station"
 rm -f "$out"/*.png
-chmod 700 "$work/runtime"
-export XDG_RUNTIME_DIR="$work/runtime" QT_QPA_PLATFORM=xcb
-unset WAYLAND_DISPLAY || true
-
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset 3> "$work/display" 2> "$work/xvfb.log" &
-started="$! $started"
-waits "virtual screen" test -s "$work/display"
-DISPLAY=:$(cat "$work/display")
-export DISPLAY
+. "$root/tools/show/virtual_screen.sh"
+virtual_screen "$work"
 if command -v openbox > /dev/null; then
   openbox > "$work/openbox.log" 2>&1 &
   started="$! $started"

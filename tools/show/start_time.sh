@@ -19,14 +19,8 @@ trap cleanup EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset 3> "$work/display" 2> "$work/xvfb.log" &
-screen=$!
-while [ ! -s "$work/display" ]; do
-  kill -0 $screen
-  sleep 0.1
-done
-DISPLAY=:$(cat "$work/display")
-export DISPLAY QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work"
+. "$(dirname "$0")/virtual_screen.sh"
+virtual_screen "$work"
 now() { date +%s%3N; }
 
 for _ in $(seq "${3:-5}"); do
