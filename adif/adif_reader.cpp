@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::size_t kChunk = std::size_t{1} << 18;
 constexpr std::size_t kLongestTag = 128;
+// With room behind it for any length: what is kept of a record is written, and read again.
+constexpr std::size_t kLongestName = 112;
 // Of a record too long to be held.
 constexpr std::size_t kShown = 4096;
 // How far behind a value the next tag is looked for.
@@ -123,7 +125,7 @@ bool AdifReader::ReadTag(Tag& tag) {
   std::size_t at = 1;
   while (at < rest.size() && IsNameCharacter(rest[at])) ++at;
   tag.name = rest.substr(1, at - 1);
-  if (tag.name.empty() || at >= rest.size()) return false;
+  if (tag.name.empty() || tag.name.size() > kLongestName || at >= rest.size()) return false;
   tag.hasLength = rest[at] == ':' && at + 1 < rest.size() && IsDigit(rest[at + 1]);
   tag.length = 0;
   if (tag.hasLength) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "adif/adif_writer.h"
 #include "tests/adif/reader_support.h"
 
 namespace brenvo {
@@ -70,6 +71,13 @@ TEST(AdifReaderTest, WordsBehindAValueCountForNothing) {
 
 TEST(AdifReaderTest, TagsWithoutALengthCountForNothing) {
   EXPECT_EQ(AllTold("<CALL:5>I3ABC<eor>\n<APP_LoTW_EOF>\n"), Texts{"CALL=I3ABC"});
+}
+
+TEST(AdifReaderTest, ANameIsOnlyReadWhereAnyLengthHasRoomBehindIt) {
+  const std::string longest(112, 'X');
+  EXPECT_EQ(AllTold("<" + longest + ":6>I3ABC1<EOR>"), Texts{longest + "=I3ABC1"});
+  EXPECT_EQ(ReadAll(AdifLine({{longest, std::string(100000, 'a')}})).front().fields.size(), 1u);
+  EXPECT_EQ(AllTold("<CALL:5>I3ABC <" + longest + "X:1>1<EOR>"), Texts{"CALL=I3ABC"});
 }
 
 TEST(AdifReaderTest, AnEmptyRecordIsNone) {
