@@ -12,6 +12,20 @@ constexpr qint64 kMostWaiting = 1 << 16;
 
 QString PortName(int number) { return QStringLiteral("COM%1").arg(number); }
 
+// The library's own words are English.
+QString ReasonOf(const QSerialPort& port) {
+  switch (port.error()) {
+    case QSerialPort::DeviceNotFoundError:
+      return QStringLiteral("non esiste");
+    case QSerialPort::PermissionError:
+      return QStringLiteral("e' in uso, o non e' permessa");
+    case QSerialPort::UnsupportedOperationError:
+      return QStringLiteral("non e' una porta seriale");
+    default:
+      return port.errorString();
+  }
+}
+
 }  // namespace
 
 QString DefaultSerialDevice(int number) {
@@ -72,7 +86,7 @@ void QtSerialPort::NoteError(QSerialPort::SerialPortError error) {
   const bool gone = error == QSerialPort::ResourceError || error == QSerialPort::ReadError ||
                     error == QSerialPort::WriteError;
   if (!open_ || !gone || !lost_.isEmpty()) return;
-  lost_ = port_->errorString();
+  lost_ = QStringLiteral("non c'e' piu'");
   // A line that has hung up is ready to be read for ever: nobody may go on looking at it.
   QMetaObject::invokeMethod(port_, &QSerialPort::close, Qt::QueuedConnection);
 }
@@ -85,7 +99,7 @@ void QtSerialPort::Open() {
   open_ = port_->open(QIODevice::ReadWrite);
   if (open_) return;
   throw DeviceError(FromQt(QStringLiteral("La porta %1 (%2) non si apre: %3")
-                               .arg(PortName(number_), device, port_->errorString())));
+                               .arg(PortName(number_), device, ReasonOf(*port_))));
 }
 
 void QtSerialPort::Close() {
@@ -110,7 +124,7 @@ void QtSerialPort::Write(std::string_view bytes) {
     const auto size = static_cast<qint64>(bytes.size());
     const bool taken = port_->write(bytes.data(), size) == size;
     port_->flush();
-    why = taken ? lost_ : port_->errorString();
+    why = taken ? lost_ : ReasonOf(*port_);
   }
   if (why.isEmpty()) return;
   throw DeviceError(
