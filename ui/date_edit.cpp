@@ -34,20 +34,31 @@ bool DateEdit::focusNextPrevChild(bool next) { return QWidget::focusNextPrevChil
 
 void DateEdit::focusInEvent(QFocusEvent* event) {
   typedDay_ = 0;
+  ledOn_ = false;
   QDateEdit::focusInEvent(event);
 }
 
 void DateEdit::keyPressEvent(QKeyEvent* event) {
   const QString key = event->text();
   const bool digit = key.size() == 1 && key[0].isDigit();
-  const bool day = currentSection() == DaySection;
+  const Section section = currentSection();
+  const bool day = section == DaySection;
+  if (key == u'/' || key == u'-' || key == u'.') {
+    if (!ledOn_ && section != YearSection) QDateEdit::focusNextPrevChild(true);
+    ledOn_ = false;
+    return;
+  }
   if (!digit && (event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete))
     typedDay_ = 0;
+  // A caret that was only set there, by a click or Home, is in nobody's way.
+  if (digit && !lineEdit()->hasSelectedText() && text() == textFromDateTime(dateTime()))
+    setSelectedSection(currentSection());
   if (digit && day) {
     if (lineEdit()->hasSelectedText()) typedDay_ = 0;
     typedDay_ = typedDay_ * 10 + key[0].digitValue();
   }
   QDateEdit::keyPressEvent(event);
+  ledOn_ = digit && currentSection() != section;
   // Month and year are whole when the text stands as the date is written.
   const bool whole = digit && !day && text() == textFromDateTime(dateTime());
   if (whole && Meant(date()) != date()) setDate(Meant(date()));
