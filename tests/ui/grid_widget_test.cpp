@@ -135,6 +135,26 @@ TEST_F(GridWidgets, AColumnToldTooNarrowForItsCodesShowsThemWhole) {
   EXPECT_GE(cells.columnWidth(0), cells.fontMetrics().horizontalAdvance("EU-131"));
 }
 
+TEST_F(GridWidgets, AColumnWidensForALongerCodeThatComesLater) {
+  form.Cells.SetColumnWidth(0, 300);
+  form.Cells.SetCell(1, 0, "");
+  Settle();
+  const int before = cells.columnWidth(0);
+  form.Cells.SetCell(1, 0, "EU-131");
+  Settle();
+  EXPECT_GE(cells.columnWidth(0), cells.fontMetrics().horizontalAdvance("EU-131"));
+  form.Cells.SetCell(1, 0, "");
+  Settle();
+  EXPECT_GT(cells.columnWidth(0), before);
+}
+
+TEST_F(GridWidgets, AWidthDrawnByTheOperatorStaysWhateverComes) {
+  cells.horizontalHeader()->resizeSection(0, 30);
+  form.Cells.SetCell(1, 0, "EU-131");
+  Settle();
+  EXPECT_EQ(cells.columnWidth(0), 30);
+}
+
 TEST_F(GridWidgets, ALongTextDoesNotWidenItsColumnBeyondACode) {
   form.Cells.SetColumnWidth(0, 300);
   form.Cells.SetCell(0, 0, "");
