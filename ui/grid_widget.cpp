@@ -32,7 +32,6 @@ class Table : public QTableView {
         context_(context),
         model_(new GridModel(grid, context, this)) {
     setModel(model_);
-    setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setAlternatingRowColors(true);
     setWordWrap(false);
@@ -49,7 +48,7 @@ class Table : public QTableView {
       Run(at, [this](std::int64_t row, int column) { grid_.ClickCell(row, column); });
     });
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& at) {
-      if (grid_.Editable) return;
+      if (grid_.WritesCells()) return;
       Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
     });
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
@@ -73,10 +72,13 @@ class Table : public QTableView {
     // An editor would lose what is typed in it; the refresh comes when it closes.
     if (state() == EditingState) return;
     refreshing_ = true;
-    setEditTriggers(grid_.Editable
+    setEditTriggers(grid_.WritesCells()
                         ? QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                               QAbstractItemView::AnyKeyPressed
                         : QAbstractItemView::NoEditTriggers);
+    // Who writes in cells must see in which.
+    setSelectionBehavior(grid_.WritesCells() ? QAbstractItemView::SelectItems
+                                             : QAbstractItemView::SelectRows);
     model_->Refresh();
     SizeColumns();
     SizeRows();
@@ -99,13 +101,18 @@ class Table : public QTableView {
       Run(at, [this](std::int64_t row, int) { grid_.RemoveRow(row); });
       return;
     }
-    if (context_.Alive() && grid_.Editable && event->key() == Qt::Key_Backspace && at.isValid()) {
+    if (context_.Alive() && grid_.WritesCells() && event->key() == Qt::Key_Backspace &&
+        at.isValid()) {
       context_.Run([this] { grid_.TypeKey(kBackspace); });
       return;
     }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && at.isValid() &&
-        state() != QAbstractItemView::EditingState && !grid_.Editable) {
-      Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
+        state() != QAbstractItemView::EditingState) {
+      if (grid_.WritesCells()) {
+        edit(at, EditKeyPressed, event);
+      } else {
+        Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
+      }
       return;
     }
     QTableView::keyPressEvent(event);
