@@ -119,8 +119,10 @@ TEST_F(TextWidgets, APasteKeepsItsOwnBlanks) {
   EXPECT_EQ(form.Qra.Text(), "  2 m ");
 }
 
-TEST_F(TextWidgets, AltAndALetterThatNobodyAnswersWriteNothing) {
+TEST_F(TextWidgets, AltAndAKeyThatNobodyAnswersWriteNothing) {
   QTest::keyClick(Line("CallQso"), 'n', Qt::AltModifier);
+  QTest::keyClick(Line("CallQso"), '-', Qt::AltModifier);
+  QTest::keyClick(Line("CallQso"), '2', Qt::AltModifier);
   EXPECT_EQ(form.CallQso.Text(), "");
   // The third level of many keyboards.
   QTest::keyClick(Line("Qra"), '@', Qt::AltModifier | Qt::ControlModifier);
