@@ -73,6 +73,7 @@ ContestQso::ContestQso(Session& session)
   };
   // Rows can be deleted here, but are written by the entry alone.
   QC.Editable = true;
+  QC.DeletesOnly = true;
   QC.OnBeforeEdit = [](std::int64_t, int, std::string&) { return false; };
   QC.OnBeforeDelete = [this](std::int64_t) {
     return session_.Messages().AskYesNo("Contest", "Confermi cancellazione Qso ?");

@@ -52,6 +52,9 @@ class Grid : public Field {
 
   // Editing; a row one past the last adds one.
   bool Editable = false;
+  // Rows are deleted here but written elsewhere: no cell opens, a double click runs its event.
+  bool DeletesOnly = false;
+  bool WritesCells() const { return Editable && !DeletesOnly; }
   virtual void EditCell(std::int64_t row, int column, std::string_view text);
   virtual void RemoveRow(std::int64_t row);
 

@@ -34,6 +34,7 @@ bool DateEdit::focusNextPrevChild(bool next) { return QWidget::focusNextPrevChil
 
 void DateEdit::focusInEvent(QFocusEvent* event) {
   typedDay_ = 0;
+  ledOn_ = false;
   QDateEdit::focusInEvent(event);
 }
 
@@ -41,13 +42,25 @@ void DateEdit::keyPressEvent(QKeyEvent* event) {
   const QString key = event->text();
   const bool digit = key.size() == 1 && key[0].isDigit();
   const bool erases = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
-  // Selected whole, the date is typed anew.
-  if (digit && lineEdit()->selectedText() == text()) setSelectedSection(DaySection);
-  const bool day = currentSection() == DaySection;
+  if (key == u'/' || key == u'-' || key == u'.') {
+    if (!ledOn_ && currentSection() != YearSection) QDateEdit::focusNextPrevChild(true);
+    ledOn_ = false;
+    return;
+  }
+  if (digit && lineEdit()->selectedText() == text()) {
+    // Selected whole, the date is typed anew.
+    setSelectedSection(DaySection);
+  } else if (digit && !lineEdit()->hasSelectedText() && text() == textFromDateTime(dateTime())) {
+    // A caret that was only set there, by a click or Home, is in nobody's way.
+    setSelectedSection(currentSection());
+  }
+  const Section section = currentSection();
+  const bool day = section == DaySection;
   if (erases || (digit && day && lineEdit()->hasSelectedText())) typedDay_ = 0;
   const QString before = text();
   QDateEdit::keyPressEvent(event);
   if (digit && day && text() != before) typedDay_ = typedDay_ % 10 * 10 + key[0].digitValue();
+  ledOn_ = digit && currentSection() != section;
   // Month and year are whole when the text stands as the date is written.
   const bool whole = digit && !day && text() == textFromDateTime(dateTime());
   if (whole && Meant(date()) != date()) setDate(Meant(date()));

@@ -5,9 +5,9 @@
 
 namespace brenvo {
 
-// One field for the keyboard: Tab leads on to the next, the arrows from day to month to year. Typed
-// in part it is read as the rest of the system reads a date, its year of two digits too; what is no
-// date gives way to the one before.
+// One field for the keyboard: Tab leads on to the next, the arrows and the stroke that is typed
+// between two numbers from day to month to year. Typed in part it is read as the rest of the system
+// reads a date, its year of two digits too; what is no date gives way to the one before.
 class DateEdit : public QDateEdit {
  public:
   explicit DateEdit(QWidget* parent);
@@ -29,6 +29,8 @@ class DateEdit : public QDateEdit {
   // The day as typed. Where a shorter month stands beside it at that time the toolkit lowers it,
   // and would not raise it again for the month that is typed next.
   int typedDay_ = 0;
+  // The digit before has led on to the next piece: a stroke that follows it means the same step.
+  bool ledOn_ = false;
 };
 
 }  // namespace brenvo

@@ -19,16 +19,17 @@ bool IsMenuKey(const QEvent& event) {
          key.matches(QKeySequence::DeleteEndOfLine);
 }
 
-// Alt and a letter that no menu and no button answers: nothing is meant to be written, but a field
-// would write the letter, and a grid open a cell with it. Where Alt composes letters it does.
+// Alt and a letter, digit or sign that no menu and no button answers: nothing is meant to be
+// written, but a field would write it, and a grid open a cell with it. Where Alt composes letters
+// it does, and so do the digits of the numeric keypad.
 bool IsLostLetter(const QEvent& event) {
   if (event.type() != QEvent::KeyPress || QApplication::activePopupWidget() != nullptr ||
       QOperatingSystemVersion::currentType() == QOperatingSystemVersion::MacOS) {
     return false;
   }
   const auto& key = static_cast<const QKeyEvent&>(event);
-  const auto held = key.modifiers() & (Qt::AltModifier | Qt::ControlModifier);
-  return held == Qt::AltModifier && !key.text().isEmpty() && key.text().front().isLetter();
+  const auto held = key.modifiers() & (Qt::AltModifier | Qt::ControlModifier | Qt::KeypadModifier);
+  return held == Qt::AltModifier && !key.text().isEmpty() && key.text().front().isPrint();
 }
 
 }  // namespace

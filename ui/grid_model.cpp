@@ -59,7 +59,8 @@ void GridModel::Refresh() {
   int rows = 0, columns = 0;
   try {
     const std::int64_t below = std::max<std::int64_t>(grid_.Rows() - 1, 0);
-    rows = static_cast<int>(std::min<std::int64_t>(below + (grid_.Editable ? 1 : 0), kMostRows));
+    rows =
+        static_cast<int>(std::min<std::int64_t>(below + (grid_.WritesCells() ? 1 : 0), kMostRows));
     columns = grid_.Columns();
   } catch (const std::exception& failure) {
     Tell(failure);
@@ -152,7 +153,7 @@ void GridModel::Tell(const std::exception& failure) const {
 
 Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
   Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-  if (context_.Alive() && grid_.Editable) flags |= Qt::ItemIsEditable;
+  if (context_.Alive() && grid_.WritesCells()) flags |= Qt::ItemIsEditable;
   return flags;
 }
 

@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <set>
 
 #include "ui/grid_model.h"
 #include "ui/text.h"
@@ -31,7 +32,6 @@ class Table : public QTableView {
         context_(context),
         model_(new GridModel(grid, context, this)) {
     setModel(model_);
-    setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setAlternatingRowColors(true);
     setWordWrap(false);
@@ -48,11 +48,14 @@ class Table : public QTableView {
       Run(at, [this](std::int64_t row, int column) { grid_.ClickCell(row, column); });
     });
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& at) {
-      if (grid_.Editable) return;
+      if (grid_.WritesCells()) return;
       Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
     });
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
       context_.Later(this, [this, column] { grid_.ClickCell(0, column); });
+    });
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+      if (!refreshing_) own_.insert(column);
     });
     connect(this, &QWidget::customContextMenuRequested, this, [this] {
       context_.Later(this, [this] {
@@ -69,10 +72,13 @@ class Table : public QTableView {
     // An editor would lose what is typed in it; the refresh comes when it closes.
     if (state() == EditingState) return;
     refreshing_ = true;
-    setEditTriggers(grid_.Editable
+    setEditTriggers(grid_.WritesCells()
                         ? QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                               QAbstractItemView::AnyKeyPressed
                         : QAbstractItemView::NoEditTriggers);
+    // Who writes in cells must see in which.
+    setSelectionBehavior(grid_.WritesCells() ? QAbstractItemView::SelectItems
+                                             : QAbstractItemView::SelectRows);
     model_->Refresh();
     SizeColumns();
     SizeRows();
@@ -95,13 +101,18 @@ class Table : public QTableView {
       Run(at, [this](std::int64_t row, int) { grid_.RemoveRow(row); });
       return;
     }
-    if (context_.Alive() && grid_.Editable && event->key() == Qt::Key_Backspace && at.isValid()) {
+    if (context_.Alive() && grid_.WritesCells() && event->key() == Qt::Key_Backspace &&
+        at.isValid()) {
       context_.Run([this] { grid_.TypeKey(kBackspace); });
       return;
     }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && at.isValid() &&
-        state() != QAbstractItemView::EditingState && !grid_.Editable) {
-      Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
+        state() != QAbstractItemView::EditingState) {
+      if (grid_.WritesCells()) {
+        edit(at, EditKeyPressed, event);
+      } else {
+        Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
+      }
       return;
     }
     QTableView::keyPressEvent(event);
@@ -158,11 +169,15 @@ class Table : public QTableView {
     for (int column = 0; column < model_->columnCount(); ++column) {
       told.push_back(grid_.ColumnWidth(column));
     }
-    const bool measured = model_->rowCount() > 0;
-    // The operator's own widths stand until the grid tells others.
-    if (told == told_ && (measured_ || !measured)) return;
+    // The first rows may be short, or empty: as long as there are few, those that come widen their
+    // columns. The operator's own widths stand until the grid tells others.
+    const bool anew = told != told_;
+    const int rows = model_->rowCount();
+    if (!anew && (rows == 0 || measuredRows_ > kMeasuredRows)) return;
+    if (anew) own_.clear();
+    const bool widen = !anew && measuredRows_ > 0;
     told_ = told;
-    measured_ = measured;
+    measuredRows_ = rows;
     horizontalHeader()->setResizeContentsPrecision(kMeasuredRows);
     int last = -1;
     for (int column = 0; column < model_->columnCount(); ++column) {
@@ -170,11 +185,14 @@ class Table : public QTableView {
       setColumnHidden(column, twips == 0);
       if (twips == 0) continue;
       last = column;
+      if (own_.contains(column)) continue;
       const int heading = horizontalHeader()->sectionSizeHint(column);
       const int content = sizeHintForColumn(column) + 6;
       const int wanted = twips > 0 ? std::max(ColumnPixels(twips), std::min(content, kWidestShort))
                                    : std::clamp(content, kNarrowest, kWidestMeasured);
-      setColumnWidth(column, std::max(heading, wanted));
+      if (const int width = std::max(heading, wanted); !widen || width > columnWidth(column)) {
+        setColumnWidth(column, width);
+      }
     }
     horizontalHeader()->setStretchLastSection(last >= 0 &&
                                               told[static_cast<std::size_t>(last)] < 0);
@@ -201,7 +219,8 @@ class Table : public QTableView {
   ViewContext& context_;
   GridModel* model_;
   std::vector<int> told_;
-  bool measured_ = false;
+  int measuredRows_ = 0;
+  std::set<int> own_;  // columns that the operator has drawn to a width of his own
   bool refreshing_ = false;
   bool stale_ = false;  // to be refreshed when it shows
 };

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMdiSubWindow>
+#include <QPushButton>
 #include <QShortcutEvent>
 
 namespace brenvo {
@@ -11,9 +12,14 @@ LetterKeys::LetterKeys(QMdiArea& area) : QObject(&area), area_(area) {
   QCoreApplication::instance()->installEventFilter(this);
 }
 
-bool LetterKeys::eventFilter(QObject*, QEvent* event) {
+bool LetterKeys::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::Shortcut) return false;
   const auto& pressed = static_cast<const QShortcutEvent&>(*event);
+  auto* const alone = pressed.isAmbiguous() ? nullptr : qobject_cast<QPushButton*>(watched);
+  if (alone != nullptr) {
+    alone->click();
+    return true;
+  }
   const QMdiSubWindow* const front = area_.activeSubWindow();
   if (!pressed.isAmbiguous() || front == nullptr || !area_.isActiveWindow()) return false;
   QList<QAbstractButton*> own;
@@ -22,7 +28,7 @@ bool LetterKeys::eventFilter(QObject*, QEvent* event) {
   }
   if (own.isEmpty()) return false;
   if (own.size() == 1) {
-    own.front()->animateClick();
+    own.front()->click();
     return true;
   }
   const auto at = own.indexOf(qobject_cast<QAbstractButton*>(QApplication::focusWidget()));

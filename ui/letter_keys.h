@@ -1,4 +1,4 @@
-// Alt and a letter that several have: the window in front comes before the main menu.
+// Keys of buttons: pressed at once, and those of the window in front before the main menu's.
 #pragma once
 
 #include <QMdiArea>
@@ -6,8 +6,12 @@
 
 namespace brenvo {
 
-// Left alone, the toolkit gives such a key to each in turn, whatever stands in front. One button of
-// that window with the letter is pressed; where it has several, the keyboard goes to the next.
+// The toolkit shows a button pressed by its key for a tenth of a second before the command runs:
+// what a quick hand types meanwhile would go into the fields of the contact before.
+//
+// Alt and a letter that several have the toolkit gives to each in turn, whatever stands in front.
+// One button of that window with the letter is pressed; where it has several, the keyboard goes to
+// the next.
 class LetterKeys : public QObject {
  public:
   explicit LetterKeys(QMdiArea& area);  // lives as long as the area

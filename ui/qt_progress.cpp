@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <QApplication>
+#include <QPushButton>
 
 #include "ui/text.h"
 
@@ -16,8 +17,13 @@ constexpr int kShowAfterMilliseconds = 400;
 
 QtProgress::QtProgress(EventGate& gate, std::string_view title, std::int64_t total)
     : hold_(gate),
-      dialog_(ToQt(title), QStringLiteral("Interrompi"), 0, kSteps, QApplication::activeWindow()),
+      dialog_(ToQt(title), {}, 0, kSteps, QApplication::activeWindow()),
       total_(std::max<std::int64_t>(total, 1)) {
+  // Esc and a click only: an Enter or a blank that was struck too often must not undo a long run.
+  auto* stop = new QPushButton(QStringLiteral("Interrompi"));
+  stop->setAutoDefault(false);
+  stop->setFocusPolicy(Qt::NoFocus);
+  dialog_.setCancelButton(stop);
   dialog_.setWindowTitle(QApplication::applicationDisplayName());
   dialog_.setWindowModality(Qt::ApplicationModal);
   dialog_.setMinimumDuration(kShowAfterMilliseconds);

@@ -70,6 +70,7 @@ class Area : public QPlainTextEdit {
   void Apply(const RichText::Edit& edit) {
     QScrollBar* const bar = verticalScrollBar();
     const bool atEnd = bar->value() >= bar->maximum() - 1;
+    const QTextCursor top = cursorForPosition(QPoint(0, 0));
     telling_ = false;
     QTextCursor cursor(document());
     cursor.beginEditBlock();
@@ -96,7 +97,13 @@ class Area : public QPlainTextEdit {
     }
     cursor.endEditBlock();
     telling_ = true;
-    if (atEnd) bar->setValue(bar->maximum());
+    // Who reads further up keeps his lines, also when the oldest make room for new ones.
+    bar->setValue(atEnd ? bar->maximum() : LineOf(top));
+  }
+
+  static int LineOf(const QTextCursor& at) {
+    const QTextLine within = at.block().layout()->lineForTextPosition(at.positionInBlock());
+    return at.block().firstLineNumber() + (within.isValid() ? within.lineNumber() : 0);
   }
 
   void Recolour(std::size_t start, std::size_t length, Colour colour) {

@@ -27,6 +27,10 @@ TEST_F(ContestQsoTest, TheFirstContactTakesSerialDayModeAndReports) {
   });
 }
 
+TEST_F(ContestQsoTest, TheLogsCellsAreNotWrittenInPlace) {
+  EXPECT_FALSE(OpenLog().QC.WritesCells());
+}
+
 TEST_F(ContestQsoTest, TheEntryGoesOnFromTheHighestSerial) {
   Add(12, "IK3ABC");
   Add(11, "IK3DEF");

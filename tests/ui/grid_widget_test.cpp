@@ -140,6 +140,26 @@ TEST_F(GridWidgets, AColumnToldTooNarrowForItsCodesShowsThemWhole) {
   EXPECT_GE(cells.columnWidth(0), cells.fontMetrics().horizontalAdvance("EU-131"));
 }
 
+TEST_F(GridWidgets, AColumnWidensForALongerCodeThatComesLater) {
+  form.Cells.SetColumnWidth(0, 300);
+  form.Cells.SetCell(1, 0, "");
+  Settle();
+  const int before = cells.columnWidth(0);
+  form.Cells.SetCell(1, 0, "EU-131");
+  Settle();
+  EXPECT_GE(cells.columnWidth(0), cells.fontMetrics().horizontalAdvance("EU-131"));
+  form.Cells.SetCell(1, 0, "");
+  Settle();
+  EXPECT_GT(cells.columnWidth(0), before);
+}
+
+TEST_F(GridWidgets, AWidthDrawnByTheOperatorStaysWhateverComes) {
+  cells.horizontalHeader()->resizeSection(0, 30);
+  form.Cells.SetCell(1, 0, "EU-131");
+  Settle();
+  EXPECT_EQ(cells.columnWidth(0), 30);
+}
+
 TEST_F(GridWidgets, ALongTextDoesNotWidenItsColumnBeyondACode) {
   form.Cells.SetColumnWidth(0, 300);
   form.Cells.SetCell(0, 0, "");
@@ -194,6 +214,44 @@ TEST_F(GridWidgets, TypingEditsACellWhereTheGridAllowsIt) {
   QTest::keyClick(editor, Qt::Key_Return);
   Settle();
   EXPECT_THAT(form.many.written, ElementsAre("0 73"));
+}
+
+TEST_F(GridWidgets, WhereRowsAreOnlyDeletedADoubleClickRunsItsEventAndNoCellOpens) {
+  form.Rows.Editable = true;
+  form.Rows.DeletesOnly = true;
+  form.Rows.ContentChanged();
+  Settle();
+  EXPECT_EQ(rows.model()->rowCount(), 3);
+  QTest::mouseClick(rows.viewport(), Qt::LeftButton, {}, Place(rows, 1, 0));
+  QTest::mouseDClick(rows.viewport(), Qt::LeftButton, {}, Place(rows, 1, 0));
+  Settle();
+  EXPECT_EQ(form.told.back(), "double 2,0");
+  form.told.clear();
+  QTest::keyClicks(&rows, "7");
+  EXPECT_EQ(rows.findChild<QLineEdit*>(), nullptr);
+  rows.setCurrentIndex(rows.model()->index(1, 0));
+  QTest::keyClick(&rows, Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(form.told.back(), "double 2,0");
+  QTest::keyClick(&rows, Qt::Key_Delete);
+  Settle();
+  EXPECT_THAT(form.many.written, ElementsAre("delete 1"));
+}
+
+TEST_F(GridWidgets, EnterOpensTheCellThatIsWrittenIn) {
+  form.Rows.Editable = true;
+  form.Rows.ContentChanged();
+  Settle();
+  rows.setFocus();
+  rows.setCurrentIndex(rows.model()->index(0, 2));
+  EXPECT_EQ(rows.selectionModel()->selectedIndexes().size(), 1);
+  QTest::keyClick(&rows, Qt::Key_Return);
+  auto* editor = rows.findChild<QLineEdit*>();
+  ASSERT_NE(editor, nullptr);
+  QTest::keyClicks(editor, "3");
+  QTest::keyClick(editor, Qt::Key_Return);
+  Settle();
+  EXPECT_THAT(form.many.written, ElementsAre("0 3"));
 }
 
 TEST_F(GridWidgets, ACommandComesBehindTheCellThatIsStillOpen) {

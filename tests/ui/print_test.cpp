@@ -262,6 +262,9 @@ TEST_F(Printing, LongWorkCanBeStoppedAndDevicesWaitForIt) {
     EXPECT_TRUE(progress.Advance(500));
     auto* bar = QApplication::activeModalWidget();
     ASSERT_NE(bar, nullptr);
+    QTest::keyClick(bar, Qt::Key_Return);
+    QTest::keyClick(bar, Qt::Key_Space);
+    EXPECT_TRUE(progress.Advance(550));
     Click(*bar, "Interrompi");
     EXPECT_FALSE(progress.Advance(600));
     EXPECT_EQ(device, 0);

@@ -87,5 +87,18 @@ TEST_F(RichTextWidget, KeepsItsEndInSightUnlessTheOperatorHasScrolledBack) {
   EXPECT_EQ(bar.value(), 3);
 }
 
+TEST_F(RichTextWidget, KeepsTheLinesInSightWhenTheOldestMakeRoom) {
+  form.Received.SetText("");
+  for (int i = 0; i < 200; ++i) form.Received.Append("riga\r\n");
+  QScrollBar& bar = *area.verticalScrollBar();
+  bar.setValue(100);
+  form.Received.Erase(0, 60);  // ten lines
+  EXPECT_EQ(bar.value(), 90);
+  form.Received.Append("riga\r\n");
+  EXPECT_EQ(bar.value(), 90);
+  form.Received.Erase(0, 600);
+  EXPECT_EQ(bar.value(), 0);
+}
+
 }  // namespace
 }  // namespace brenvo

@@ -119,8 +119,10 @@ TEST_F(TextWidgets, APasteKeepsItsOwnBlanks) {
   EXPECT_EQ(form.Qra.Text(), "  2 m ");
 }
 
-TEST_F(TextWidgets, AltAndALetterThatNobodyAnswersWriteNothing) {
+TEST_F(TextWidgets, AltAndAKeyThatNobodyAnswersWriteNothing) {
   QTest::keyClick(Line("CallQso"), 'n', Qt::AltModifier);
+  QTest::keyClick(Line("CallQso"), '-', Qt::AltModifier);
+  QTest::keyClick(Line("CallQso"), '2', Qt::AltModifier);
   EXPECT_EQ(form.CallQso.Text(), "");
   // The third level of many keyboards.
   QTest::keyClick(Line("Qra"), '@', Qt::AltModifier | Qt::ControlModifier);
@@ -244,6 +246,35 @@ TEST_F(TextWidgets, ADateIsOneStepOfTheKeyboard) {
   EXPECT_EQ(Find<QDateEdit>("DataQso")->currentSection(), QDateTimeEdit::DaySection);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   EXPECT_NE(QApplication::focusWidget(), Find<QDateEdit>("DataQso"));
+}
+
+TEST_F(TextWidgets, ADateIsTypedWithItsStrokesToo) {
+  auto* date = Find<QDateEdit>("DataQso");
+  for (const auto& [typed, read] : {std::pair("08/11/2025", "08/11/2025"),
+                                    {"8/1/2025", "08/01/2025"},
+                                    {"8-11-25", "08/11/2025"},
+                                    {"31/12/98", "31/12/1998"}}) {
+    form.DataQso.SetText("21/10/2026");
+    date->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(date, typed);
+    EXPECT_EQ(QApplication::focusWidget(), date) << typed;
+    QTest::keyClick(date, Qt::Key_Tab);
+    Settle();
+    EXPECT_EQ(form.DataQso.Text(), read) << typed;
+  }
+}
+
+TEST_F(TextWidgets, ADateIsTypedAnewFromTheCaretToo) {
+  auto* date = Find<QDateEdit>("DataQso");
+  for (const char* typed : {"08/11/2025", "08112025"}) {
+    form.DataQso.SetText("21/10/2026");
+    date->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(date, Qt::Key_Home);
+    QTest::keyClicks(date, typed);
+    QTest::keyClick(date, Qt::Key_Tab);
+    Settle();
+    EXPECT_EQ(form.DataQso.Text(), "08/11/2025") << typed;
+  }
 }
 
 TEST_F(TextWidgets, TheWheelOnlyTurnsADateThatHasTheKeyboard) {

@@ -65,6 +65,7 @@ class LetterForm : public Window {
   Command cmCheckCall{*this, "cmCheckCall", "&Check call", [this] { told.push_back("check"); }};
   Command cmStatistiche{*this, "cmStatistiche", "&Statistiche", [this] { told.push_back("stat"); }};
   Command cmAutoCall{*this, "cmAutoCall", "&Start call", [this] { told.push_back("start"); }};
+  Command cmNew{*this, "cmNew", "&New Qso", [this] { CallQso.SetText(""); }};
 };
 
 class WindowScreen : public ScreenTest {
@@ -226,6 +227,14 @@ TEST_F(WindowScreen, ALetterOfTheWindowInFrontComesBeforeTheMainMenus) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return form.told.size() == times; }, 2000));
   }
   EXPECT_THAT(form.told, ElementsAre("check", "check"));
+}
+
+TEST_F(WindowScreen, AButtonsLetterPressesItBeforeTheNextKeyIsTyped) {
+  LetterForm& form = Open<LetterForm>();
+  QTest::keyClicks(QApplication::focusWidget(), "a");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_N, Qt::AltModifier);
+  QTest::keyClicks(QApplication::focusWidget(), "b");
+  EXPECT_EQ(form.CallQso.Text(), "b");
 }
 
 TEST_F(WindowScreen, ALetterOfTwoButtonsGoesFromOneToTheOther) {
