@@ -142,6 +142,7 @@ TEST_F(GridWidgets, AColumnToldTooNarrowForItsCodesShowsThemWhole) {
 
 TEST_F(GridWidgets, AColumnWidensForALongerCodeThatComesLater) {
   form.Cells.SetColumnWidth(0, 300);
+  form.Cells.SetCell(0, 0, "");
   form.Cells.SetCell(1, 0, "");
   Settle();
   const int before = cells.columnWidth(0);

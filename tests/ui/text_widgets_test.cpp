@@ -331,11 +331,10 @@ TEST_F(TextWidgets, DigitsThatADateRefusesCountForNothing) {
   auto* date = Find<QDateEdit>("DataQso");
   date->setFocus(Qt::TabFocusReason);
   date->setCurrentSection(QDateTimeEdit::DaySection);
-  date->findChild<QLineEdit*>()->setCursorPosition(1);
-  QTest::keyClicks(date, QString(12, '7'));
+  QTest::keyClicks(date, "3" + QString(12, '9'));
   QTest::keyClick(date, Qt::Key_Tab);
   Settle();
-  EXPECT_EQ(form.DataQso.Text(), "04/11/2026");
+  EXPECT_EQ(form.DataQso.Text(), "03/11/2026");
 }
 
 TEST_F(TextWidgets, ADateThatIsNoneGoesBackToTheOneBefore) {
