@@ -96,13 +96,13 @@ class Table : public QTableView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
+    if (!context_.Alive()) return;
     const QModelIndex at = currentIndex();
-    if (context_.Alive() && grid_.Editable && event->key() == Qt::Key_Delete && at.isValid()) {
+    if (grid_.Editable && event->key() == Qt::Key_Delete && at.isValid()) {
       Run(at, [this](std::int64_t row, int) { grid_.RemoveRow(row); });
       return;
     }
-    if (context_.Alive() && grid_.WritesCells() && event->key() == Qt::Key_Backspace &&
-        at.isValid()) {
+    if (grid_.WritesCells() && event->key() == Qt::Key_Backspace && at.isValid()) {
       context_.Run([this] { grid_.TypeKey(kBackspace); });
       return;
     }
@@ -116,6 +116,11 @@ class Table : public QTableView {
       return;
     }
     QTableView::keyPressEvent(event);
+    // A row that the keyboard marks is chosen as by a click: commands work on what is marked.
+    const QModelIndex now = currentIndex();
+    if (!grid_.WritesCells() && grid_.OnClick && now.isValid() && now.row() != at.row()) {
+      Run(now, [this](std::int64_t row, int column) { grid_.ClickCell(row, column); });
+    }
   }
 
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override {

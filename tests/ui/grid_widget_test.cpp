@@ -117,6 +117,13 @@ TEST_F(GridWidgets, EnterOpensTheCurrentRowAsADoubleClickDoes) {
   EXPECT_THAT(form.told, ElementsAre("double 2,0"));
 }
 
+TEST_F(GridWidgets, AnArrowChoosesARowAsAClickDoes) {
+  rows.setCurrentIndex(rows.model()->index(0, 0));
+  QTest::keyClick(&rows, Qt::Key_Down);
+  Settle();
+  EXPECT_THAT(form.told, ElementsAre("click 2,0"));
+}
+
 TEST_F(GridWidgets, AClickOnAHeadingTellsTheColumn) {
   QHeaderView& heading = *rows.horizontalHeader();
   QTest::mouseClick(heading.viewport(), Qt::LeftButton, {},
