@@ -6,9 +6,11 @@
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QScreen>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -282,7 +284,10 @@ bool WindowFrame::Key(QKeyEvent& event) {
       return true;
     }
     if (window_.DefaultCommand != nullptr) {
+      const QPointer<QLineEdit> line = qobject_cast<QLineEdit*>(focus);
       parts_->context.Run([this] { window_.DefaultCommand->Press(); });
+      // The next call is typed over the one that has its answer.
+      if (line && line->hasFocus()) line->selectAll();
       return true;
     }
   }

@@ -286,6 +286,15 @@ TEST_F(WindowScreen, EnterPressesTheDefaultCommandAndEscTheOther) {
   EXPECT_EQ(windows.Find("CommandForm"), nullptr);
 }
 
+TEST_F(WindowScreen, AfterEnterTheNextTextIsTypedOverTheAnsweredOne) {
+  CommandForm& form = Open<CommandForm>();
+  auto* line = Find<QLineEdit>("CallQso");
+  QTest::keyClicks(line, "IK1ABC");
+  QTest::keyClick(line, Qt::Key_Return);
+  QTest::keyClicks(line, "I2");
+  EXPECT_EQ(form.CallQso.Text(), "I2");
+}
+
 TEST_F(WindowScreen, EnterThatAFieldHandlesIsNotTheWindows) {
   CommandForm& form = Open<CommandForm>();
   form.told.clear();
