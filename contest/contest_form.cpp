@@ -136,6 +136,7 @@ void ContestForm::MakeToolbar() {
        {},
        {"cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpContest); }},
        {"cmExit", "Esci", "Chiude il contest", "", [this] { Close(); }}});
+  Key("cmClear").FocusAfter = &DataContest;
 }
 
 void ContestForm::HangInEvents() {

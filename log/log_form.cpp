@@ -91,6 +91,7 @@ void LogForm::MakeToolbar() {
                   {"cmAllQso", "Esporta &tutti i Qso", "Scrive i Qso selezionati nel file Log.ADI",
                    "", run(&LogForm::cmAllQso)})};
   Toolbar1.Items.emplace_back(&exportMenu_);
+  Key("cmClear").FocusAfter = &CallQso;
   keys_.Add(Toolbar1, {{},
                        {"cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpLog); }},
                        {"cmExit", "Esci", "Chiude il log", "", [this] { Close(); }}});

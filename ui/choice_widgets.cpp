@@ -12,7 +12,7 @@
 #include <QSlider>
 #include <QTabBar>
 
-#include "forms/window.h"
+#include "ui/command_widgets.h"
 #include "ui/text.h"
 #include "ui/unfinished_input.h"
 
@@ -193,12 +193,7 @@ QWidget* MakeButton(Command& field, ViewContext& context, QWidget* parent) {
   QObject::connect(button, &QPushButton::clicked, button, [button, &field, &context] {
     // The toolkit has flipped a toggle already; the field flips itself.
     if (context.Alive() && field.Toggle) button->setChecked(field.Down());
-    context.Run([&field] {
-      field.Press();
-      const Window& window = field.Owner();
-      if (field.FocusAfter != nullptr && window.Loaded())
-        window.Host().MoveFocus(*field.FocusAfter);
-    });
+    context.Run([&field] { PressOnScreen(field); });
   });
   return button;
 }

@@ -4,6 +4,7 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include "forms/window.h"
 #include "ui/icons.h"
 #include "ui/text.h"
 #include "ui/unfinished_input.h"
@@ -25,6 +26,13 @@ Match(Cases...) -> Match<Cases...>;
 QString WithoutMark(const std::string& caption) { return ToQt(caption).remove('&'); }
 
 }  // namespace
+
+void PressOnScreen(Command& command) {
+  command.Press();
+  const Window& window = command.Owner();
+  if (command.FocusAfter != nullptr && window.Loaded())
+    window.Host().MoveFocus(*command.FocusAfter);
+}
 
 bool CommandWidgets::Shows(const Field& field) const {
   return actions_.contains(&field) || menus_.contains(&field);
@@ -55,7 +63,7 @@ QAction* CommandWidgets::ActionOf(Command& command) {
     if (!context_.Alive()) return;
     if (command.Toggle) action->setChecked(command.Down());
     FinishInput();
-    context_.Later(action, [&command] { command.Press(); });
+    context_.Later(action, [&command] { PressOnScreen(command); });
   });
   QObject::connect(action, &QAction::hovered, action, [this, &command] {
     if (context_.Alive()) context_.Hover(command);

@@ -12,6 +12,9 @@
 
 namespace brenvo {
 
+// The operator's press: the command's action, then the keyboard goes where the command tells.
+void PressOnScreen(Command& command);
+
 // Makes the actions of one window: one for each command, wherever it appears.
 class CommandWidgets {
  public:

@@ -107,6 +107,19 @@ TEST_F(StationScreen, ATerminalOpensWhereOneWrites) {
   EXPECT_EQ(QApplication::focusWidget()->objectName(), "Sended");
 }
 
+TEST_F(StationScreen, ANewEntryBeginsInItsFirstFieldWhereverTheCaretStood) {
+  for (const auto& [window, first] :
+       {std::pair("LogForm", "CallQso"), {"Contest", "DataContest"}}) {
+    Window* opened = Open(window);
+    ASSERT_NE(opened, nullptr);
+    opened->Host().MoveFocus(*opened->FindField("Locator"));
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), "Locator");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+    QTest::qWait(1);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), first);
+  }
+}
+
 TEST_F(StationScreen, ClosingTheMainFrameEndsEverything) {
   Open("LogForm");
   platform.Screen().Main().close();
