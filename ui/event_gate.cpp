@@ -12,9 +12,14 @@ namespace {
 
 // On some desktops a text field would take keys that are the main menu's (Ctrl+U, Ctrl+K), and a
 // window would open or not depending on where the caret stands.
-bool IsMenuKey(const QEvent& event) {
+// So do the first and the last record's (Ctrl+Home, Ctrl+End), but in a field of several lines.
+bool IsWindowsKey(const QObject& watched, const QEvent& event) {
   if (event.type() != QEvent::ShortcutOverride) return false;
   const auto& key = static_cast<const QKeyEvent&>(event);
+  if (key.matches(QKeySequence::MoveToStartOfDocument) ||
+      key.matches(QKeySequence::MoveToEndOfDocument)) {
+    return !watched.inherits("QPlainTextEdit");
+  }
   return key.matches(QKeySequence::DeleteCompleteLine) ||
          key.matches(QKeySequence::DeleteEndOfLine);
 }
@@ -82,8 +87,8 @@ void EventGate::Flush() {
   }
 }
 
-bool EventGate::eventFilter(QObject*, QEvent* event) {
-  const bool swallowed = IsMenuKey(*event) || IsLostLetter(*event);
+bool EventGate::eventFilter(QObject* watched, QEvent* event) {
+  const bool swallowed = IsWindowsKey(*watched, *event) || IsLostLetter(*event);
   if (waiting_.empty()) return swallowed;
   switch (event->type()) {
     case QEvent::ShortcutOverride:

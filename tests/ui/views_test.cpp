@@ -120,6 +120,24 @@ TEST_F(StationScreen, ANewEntryBeginsInItsFirstFieldWhereverTheCaretStood) {
   }
 }
 
+TEST_F(StationScreen, TheKeysOfTheFirstAndTheLastRecordWorkFromWithinAField) {
+  ASSERT_NE(Open("LogForm"), nullptr);
+  auto* line = Outer("LogForm").findChild<QLineEdit*>("CallQso");
+  for (const char* call : {"IK1AA", "IK2BB"}) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+    QTest::qWait(1);
+    QTest::keyClicks(line, call);
+    QTest::keyClick(line, Qt::Key_F2);
+    QTest::qWait(1);
+  }
+  QTest::keyClick(line, Qt::Key_Home, Qt::ControlModifier);
+  QTest::qWait(1);
+  const QString first = line->text();
+  QTest::keyClick(line, Qt::Key_End, Qt::ControlModifier);
+  QTest::qWait(1);
+  EXPECT_NE(line->text(), first);
+}
+
 TEST_F(StationScreen, ClosingTheMainFrameEndsEverything) {
   Open("LogForm");
   platform.Screen().Main().close();
