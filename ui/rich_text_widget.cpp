@@ -93,7 +93,13 @@ class Area : public QPlainTextEdit {
   QTextCharFormat FormatOf(Colour colour) const {
     QTextCharFormat format;
     // Black is the paper's ink, whatever colour the desktop gives it.
-    if (colour != kBlack) format.setForeground(QColor(colour.red, colour.green, colour.blue));
+    if (colour == kBlack) return format;
+    QColor ink(colour.red, colour.green, colour.blue);
+    // A dark colour is read on dark paper only when it is brightened.
+    if (palette().color(QPalette::Base).lightnessF() < 0.5F) {
+      ink.setHslF(ink.hslHueF(), ink.hslSaturationF(), (1 + ink.lightnessF()) / 2);
+    }
+    format.setForeground(ink);
     return format;
   }
 

@@ -122,5 +122,14 @@ TEST_F(RichTextWidget, KeysThatWriteNothingStayInIt) {
   EXPECT_EQ(form.Received.SelText(), form.Received.Text());
 }
 
+TEST_F(RichTextWidget, DarkColoursAreBrightenedOnADarkDesktop) {
+  QPalette dark = area.palette();
+  dark.setColor(QPalette::Base, QColor(30, 32, 35));
+  area.setPalette(dark);
+  form.Received.Append("<*I2ABC", kDarkRed);
+  EXPECT_GT(ColourAt(7).lightness(), 128);
+  EXPECT_GT(ColourAt(7).red(), ColourAt(7).green());
+}
+
 }  // namespace
 }  // namespace brenvo
