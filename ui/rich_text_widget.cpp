@@ -3,12 +3,17 @@
 #include <algorithm>
 #include <memory>
 #include <numeric>
+#include <QCoreApplication>
 #include <QFontDatabase>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTextBlock>
 
 #include "ui/text.h"
+#include "ui/text_widgets.h"
 
 namespace brenvo {
 namespace {
@@ -46,7 +51,32 @@ class Area : public QPlainTextEdit {
     field_.Recoloured = nullptr;
   }
 
+ protected:
+  // Who has clicked on what is received and types on means the line below.
+  void keyPressEvent(QKeyEvent* event) override {
+    QLineEdit* const line = CharactersOf(*event).isEmpty() ? nullptr : OnlyLine();
+    if (line == nullptr) {
+      QPlainTextEdit::keyPressEvent(event);
+      return;
+    }
+    line->setFocus(Qt::OtherFocusReason);
+    // A line selects what it holds when the keyboard comes; what is half typed there stays.
+    QKeyEvent end(QEvent::KeyPress, Qt::Key_End, Qt::NoModifier);
+    QCoreApplication::sendEvent(line, &end);
+    QCoreApplication::sendEvent(line, event);
+  }
+
  private:
+  // The one line of the window that takes texts; null where there is none, or more.
+  QLineEdit* OnlyLine() const {
+    const QWidget* outer = parentWidget();
+    while (!outer->isWindow() && qobject_cast<const QMdiSubWindow*>(outer) == nullptr) {
+      outer = outer->parentWidget();
+    }
+    const auto lines = outer->findChildren<QLineEdit*>();
+    return lines.size() == 1 ? lines.front() : nullptr;
+  }
+
   int Place(std::size_t character) const {
     const auto end =
         widths_.begin() + static_cast<std::ptrdiff_t>(std::min(character, widths_.size()));
@@ -63,7 +93,13 @@ class Area : public QPlainTextEdit {
   QTextCharFormat FormatOf(Colour colour) const {
     QTextCharFormat format;
     // Black is the paper's ink, whatever colour the desktop gives it.
-    if (colour != kBlack) format.setForeground(QColor(colour.red, colour.green, colour.blue));
+    if (colour == kBlack) return format;
+    QColor ink(colour.red, colour.green, colour.blue);
+    // A dark colour is read on dark paper only when it is brightened.
+    if (palette().color(QPalette::Base).lightnessF() < 0.5F) {
+      ink.setHslF(ink.hslHueF(), ink.hslSaturationF(), (1 + ink.lightnessF()) / 2);
+    }
+    format.setForeground(ink);
     return format;
   }
 

@@ -15,7 +15,8 @@ namespace {
 
 constexpr auto kDateFormat = "dd/MM/yyyy";
 
-// Characters that a key press carries; none for commands.
+}  // namespace
+
 QString CharactersOf(const QKeyEvent& event) {
   const bool control = event.modifiers() & (Qt::ControlModifier | Qt::MetaModifier);
   // Ctrl and Alt together are the third level of many keyboards.
@@ -25,8 +26,6 @@ QString CharactersOf(const QKeyEvent& event) {
   }
   return event.text();
 }
-
-}  // namespace
 
 TextEdit::TextEdit(TextField& field, ViewContext& context, QWidget* parent)
     : QLineEdit(parent), field_(field), context_(context) {

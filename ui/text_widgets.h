@@ -9,6 +9,9 @@
 
 namespace brenvo {
 
+// Characters that a key press carries; none for commands.
+QString CharactersOf(const QKeyEvent& event);
+
 // Keys go to the field as characters, through its filter; all other editing (paste, cut, delete,
 // input methods) is done here and handed over with what it added filtered.
 class TextEdit : public QLineEdit {

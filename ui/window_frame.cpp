@@ -301,6 +301,21 @@ bool WindowFrame::Key(QKeyEvent& event) {
   return enter && kind_ == Kind::kDialog;
 }
 
+// The toolkit hides a child for a moment while it changes between full and normal size, which it
+// also does to one in the full size that goes behind another: the keyboard would go on to the next
+// field. For the field it is a look into another window.
+void WindowFrame::KeepFocus() {
+  QWidget* const focus = QApplication::focusWidget();
+  if (kind_ != Kind::kChild || focus == nullptr || !outer_->isAncestorOf(focus)) return;
+  kept_ = focus;
+  area_.setFocus(Qt::ActiveWindowFocusReason);
+}
+
+void WindowFrame::GiveFocusBack() {
+  const QPointer<QWidget> kept = std::exchange(kept_, nullptr);
+  if (kept && area_.hasFocus()) kept->setFocus(Qt::ActiveWindowFocusReason);
+}
+
 bool WindowFrame::eventFilter(QObject*, QEvent* event) {
   switch (event->type()) {
     case QEvent::Close:
@@ -312,6 +327,12 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event) {
     case QEvent::Resize:
     case QEvent::WindowStateChange:
       ReportSoon();
+      break;
+    case QEvent::Hide:
+      KeepFocus();
+      break;
+    case QEvent::Show:
+      GiveFocusBack();
       break;
     case QEvent::KeyPress:
       if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1 && OnHelp) {

@@ -52,6 +52,8 @@ class WindowFrame : public QObject {
   void Report();
   bool Key(QKeyEvent& event);
   void FocusFirst();
+  void KeepFocus();
+  void GiveFocusBack();
 
   Window& window_;
   Kind kind_;
@@ -62,6 +64,7 @@ class WindowFrame : public QObject {
   QWidget* inside_ = nullptr;
   std::shared_ptr<Parts> parts_;
   QEventLoop* waiting_ = nullptr;
+  QPointer<QWidget> kept_;  // what has the keyboard while the toolkit hides a child for a moment
   bool placed_ = false;
   bool reportAsked_ = false;
 };

@@ -1,8 +1,10 @@
+#include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QTextBlock>
 
 #include "forms/rich_text.h"
+#include "forms/text_field.h"
 #include "tests/ui/screen.h"
 
 namespace brenvo {
@@ -15,6 +17,7 @@ class TextAreaForm : public Window {
     Received.SetText("prima\r\n");
   }
   RichText Received{*this, "Received"};
+  TextField Sended{*this, "Sended"};
 };
 
 class RichTextWidget : public ScreenTest {
@@ -98,6 +101,34 @@ TEST_F(RichTextWidget, KeepsTheLinesInSightWhenTheOldestMakeRoom) {
   EXPECT_EQ(bar.value(), 90);
   form.Received.Erase(0, 600);
   EXPECT_EQ(bar.value(), 0);
+}
+
+TEST_F(RichTextWidget, WhatIsTypedInItGoesOnInTheLineOfItsWindow) {
+  windows.RunEvent([&] { form.Sended.SetText("sh"); });
+  area.setFocus();
+  Settle();
+  QTest::keyClicks(&area, "/");
+  EXPECT_EQ(QApplication::focusWidget(), Find<QLineEdit>("Sended"));
+  QTest::keyClicks(QApplication::focusWidget(), "dx");
+  EXPECT_EQ(form.Sended.Text(), "sh/dx");
+}
+
+TEST_F(RichTextWidget, KeysThatWriteNothingStayInIt) {
+  area.setFocus();
+  QTest::keyClick(&area, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&area, Qt::Key_PageDown);
+  Settle();
+  EXPECT_EQ(QApplication::focusWidget(), &area);
+  EXPECT_EQ(form.Received.SelText(), form.Received.Text());
+}
+
+TEST_F(RichTextWidget, DarkColoursAreBrightenedOnADarkDesktop) {
+  QPalette dark = area.palette();
+  dark.setColor(QPalette::Base, QColor(30, 32, 35));
+  area.setPalette(dark);
+  form.Received.Append("<*I2ABC", kDarkRed);
+  EXPECT_GT(ColourAt(7).lightness(), 128);
+  EXPECT_GT(ColourAt(7).red(), ColourAt(7).green());
 }
 
 }  // namespace

@@ -176,6 +176,24 @@ TEST_F(WindowScreen, BringingAWindowToTheFrontActivatesItOnce) {
   EXPECT_THAT(first.told, ElementsAre("activate"));
 }
 
+TEST_F(WindowScreen, AWindowInTheFullSizeComesBackToTheFieldThatItWasLeftIn) {
+  Open<LetterForm>();
+  QMdiSubWindow* const letters = Frame("LetterForm");
+  auto* const call = letters->findChild<QLineEdit*>("CallQso");
+  letters->showMaximized();
+  Settle();
+  call->setFocus();
+  Open<CommandForm>();
+  EXPECT_TRUE(Frame("CommandForm")->isMaximized());
+  host.Map().setActiveSubWindow(letters);
+  Settle();
+  EXPECT_TRUE(letters->isMaximized());
+  EXPECT_EQ(QApplication::focusWidget(), call);
+  letters->showNormal();
+  Settle();
+  EXPECT_EQ(QApplication::focusWidget(), call);
+}
+
 TEST_F(WindowScreen, AKeyOfTheToolBarRunsItsCommand) {
   CommandForm& form = Open<CommandForm>();
   form.told.clear();
