@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFocusEvent>
+#include <QMdiSubWindow>
 #include <QSinglePointEvent>
 #include <QVariant>
 
@@ -16,6 +17,11 @@ namespace {
 constexpr const char* kOwner = "brenvoBinding";
 
 }  // namespace
+
+bool FrameHasFocus(const QWidget& within) {
+  const auto* frame = qobject_cast<const QMdiSubWindow*>(QApplication::focusWidget());
+  return frame != nullptr && frame->isAncestorOf(&within);
+}
 
 FieldBinding::FieldBinding(Field& field, QWidget& widget, ViewContext& context)
     : QObject(&widget), field_(field), widget_(widget), context_(context) {
@@ -89,9 +95,10 @@ void FieldBinding::FocusMoved(QEvent& event) {
     default:
       break;
   }
-  // Neither does one leave a field by opening its own list.
+  // Neither does one leave a field by opening its own list, or by moving the window.
   const QWidget* const popup = QApplication::activePopupWidget();
   if (!in && popup != nullptr && popup->parentWidget() == &widget_) return;
+  if (!in && FrameHasFocus(widget_)) return;
   if (in == (context_.Focused() == &field_)) return;
   context_.SetFocused(in ? &field_ : nullptr);
   context_.Later(this, [this, in] { in ? field_.Focus() : field_.Leave(); });

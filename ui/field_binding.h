@@ -10,6 +10,10 @@
 
 namespace brenvo {
 
+// True while the frame around a widget has the keyboard, because its title or its ground was
+// clicked: it hands it back at once.
+bool FrameHasFocus(const QWidget& within);
+
 // Ties a field to its widget, whose child it is. The widget follows the field's visibility and
 // state, and the field gets the operator's coming, going and pointing.
 class FieldBinding : public QObject {

@@ -53,15 +53,20 @@ QWidget* Make(Field& field, ViewContext& context, QWidget* parent, Look look) {
   return nullptr;
 }
 
+// What comes and goes with the transceiver's power moves nothing about.
+void KeepRoom(QWidget& widget) {
+  QSizePolicy policy = widget.sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  widget.setSizePolicy(policy);
+}
+
 void MakeDisplay(QWidget& widget) {
   QFont large = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   large.setPointSizeF(widget.font().pointSizeF() * 1.9);
   large.setBold(true);
   widget.setFont(large);
-  // What comes and goes with the transceiver's power keeps its room.
-  QSizePolicy policy = widget.sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  widget.setSizePolicy(policy);
+  widget.setMinimumHeight(QFontMetrics(large).height());  // while it is empty, too
+  KeepRoom(widget);
   if (auto* label = qobject_cast<QLabel*>(&widget)) label->setAlignment(Qt::AlignCenter);
   if (auto* line = qobject_cast<QLineEdit*>(&widget)) line->setAlignment(Qt::AlignCenter);
 }
@@ -71,6 +76,7 @@ void MakeDisplay(QWidget& widget) {
 QWidget* MakeFieldWidget(Field& field, ViewContext& context, QWidget* parent, Look look) {
   QWidget* widget = Make(field, context, parent, look);
   if (widget != nullptr && look == Look::kDisplay) MakeDisplay(*widget);
+  if (widget != nullptr && look == Look::kLasting) KeepRoom(*widget);
   return widget;
 }
 

@@ -18,6 +18,7 @@ enum class Look {
   kScrollBar,  // a slider
   kDisplay,    // a text or label in large fixed figures
   kLines,      // a text of several lines
+  kLasting,    // keeps its room while it is hidden
   kSmall,      // a picture made to fit a corner of its window
 };
 

@@ -94,9 +94,11 @@ void TextEdit::keyPressEvent(QKeyEvent* event) {
 }
 
 void TextEdit::focusOutEvent(QFocusEvent* event) {
-  // Who looks into a menu and comes back finds selected what was, and types over it.
+  // Who looks into a menu and comes back finds selected what was, and types over it; so does who
+  // moves the window.
   QFocusEvent popup(event->type(), Qt::PopupFocusReason);
-  QLineEdit::focusOutEvent(event->reason() == Qt::MenuBarFocusReason ? &popup : event);
+  const bool comesBack = event->reason() == Qt::MenuBarFocusReason || FrameHasFocus(*this);
+  QLineEdit::focusOutEvent(comesBack ? &popup : event);
 }
 
 bool TextEdit::EditKey(QKeyEvent*) { return false; }

@@ -176,6 +176,9 @@ QWidget* WindowBuilder::MakeLabelOf(const Piece& piece, QWidget& widget, QWidget
   if (words.empty() || words == " ") return nullptr;
   auto* label = new QLabel(ToQt(words), parent);
   label->setBuddy(&widget);
+  QSizePolicy room = label->sizePolicy();
+  room.setRetainSizeWhenHidden(widget.sizePolicy().retainSizeWhenHidden());
+  label->setSizePolicy(room);
   if (field != nullptr) {
     label->setVisible(field->Visible());
     if (auto* binding = widget.findChild<FieldBinding*>({}, Qt::FindDirectChildrenOnly)) {

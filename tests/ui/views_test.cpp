@@ -2,6 +2,7 @@
 #include <QAction>
 #include <QLineEdit>
 #include <QMdiSubWindow>
+#include <QPushButton>
 #include <QSplitter>
 #include <QTableView>
 
@@ -42,6 +43,13 @@ class StationScreen : public ::testing::Test {
     QTest::qWait(1);
     return window;
   }
+  // A window may tell of a device that is not there.
+  void CloseBoxes() {
+    QObject::connect(&boxes, &QTimer::timeout, [] {
+      if (QWidget* box = QApplication::activeModalWidget()) box->close();
+    });
+    boxes.start(20);
+  }
   QWidget& Outer(const char* name) {
     auto* outer = platform.Screen().Main().findChild<QMdiSubWindow*>(QLatin1String(name));
     if (outer != nullptr) return *outer;
@@ -52,6 +60,7 @@ class StationScreen : public ::testing::Test {
   QtPlatform platform{directory.Path()};
   Session session{platform, directory.Path()};
   MainFrame* frame = nullptr;
+  QTimer boxes;
 };
 
 // Hidden triggers and what stands in bars have no place in a layout.
@@ -161,12 +170,7 @@ class EachWindow : public StationScreen, public ::testing::WithParamInterface<co
 };
 
 TEST_P(EachWindow, HasAViewThatShowsEveryField) {
-  // A window may tell of a device that is not there.
-  QTimer boxes;
-  QObject::connect(&boxes, &QTimer::timeout, [] {
-    if (QWidget* box = QApplication::activeModalWidget()) box->close();
-  });
-  boxes.start(20);
+  CloseBoxes();
   Window* window = Open(GetParam());
   ASSERT_NE(window, nullptr);
   const View* view = FindView(GetParam());
@@ -186,6 +190,23 @@ TEST_P(EachWindow, HasAViewThatShowsEveryField) {
     EXPECT_NE(window->FindField(name), nullptr) << name << " is no field";
   }
   session.Windows.RunEvent([&] { session.Windows.Unload(*window); });
+}
+
+TEST_F(StationScreen, TheTransceiversKeysStayWhereTheyAreWhenItsFieldsCome) {
+  CloseBoxes();
+  Window* panel = Open("FT736");
+  ASSERT_NE(panel, nullptr);
+  auto* key = Outer("FT736").findChild<QPushButton*>("cmVFOA");
+  ASSERT_NE(key, nullptr);
+  const QPoint before = key->pos();
+  session.Windows.RunEvent([&] {
+    for (const char* name : {"DFrequenza", "Frequenza", "SMeter"}) {
+      panel->FindField(name)->SetVisible(true);
+    }
+  });
+  QTest::qWait(1);
+  EXPECT_EQ(key->pos(), before);
+  session.Windows.RunEvent([&] { session.Windows.Unload(*panel); });
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -194,6 +194,22 @@ TEST_F(WindowScreen, AWindowInTheFullSizeComesBackToTheFieldThatItWasLeftIn) {
   EXPECT_EQ(QApplication::focusWidget(), call);
 }
 
+TEST_F(WindowScreen, AClickOnTheTitleLeavesTheFieldAsItIs) {
+  CommandForm& form = Open<CommandForm>();
+  int left = 0;
+  form.CallQso.OnLeave = [&] { ++left; };
+  auto* const call = Find<QLineEdit>("CallQso");
+  call->setFocus();
+  Settle();
+  QTest::keyClicks(call, "I2");
+  Frame("CommandForm")->setFocus(Qt::MouseFocusReason);
+  Settle();
+  EXPECT_EQ(QApplication::focusWidget(), call);
+  QTest::keyClicks(call, "AB");
+  EXPECT_EQ(form.CallQso.Text(), "I2AB");
+  EXPECT_EQ(left, 0);
+}
+
 TEST_F(WindowScreen, AKeyOfTheToolBarRunsItsCommand) {
   CommandForm& form = Open<CommandForm>();
   form.told.clear();
