@@ -65,6 +65,8 @@ void TextEdit::FollowSelection() {
 
 void TextEdit::TellSelection() {
   if (following_ || !context_.Alive()) return;
+  // A list writes the entry it offers before it is chosen: to tell would bring the old one back.
+  if (text() != ToQt(field_.Text())) return;
   const bool selected = hasSelectedText();
   const qsizetype start = selected ? selectionStart() : cursorPosition();
   const qsizetype end = selected ? selectionEnd() : start;
