@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QSignalBlocker>
+#include <utility>
 
 #include "base/text.h"
 #include "ui/date_edit.h"
@@ -93,6 +94,20 @@ void TextEdit::keyPressEvent(QKeyEvent* event) {
     for (const char32_t c : characters.toStdU32String()) Type(c);
   } else if (!EditKey(event)) {
     QLineEdit::keyPressEvent(event);
+  }
+}
+
+void TextEdit::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  entering_ = event->reason() == Qt::MouseFocusReason;
+}
+
+void TextEdit::mouseReleaseEvent(QMouseEvent* event) {
+  QLineEdit::mouseReleaseEvent(event);
+  // The field has selected all on receiving the keyboard, and the click that brought it put the
+  // caret: only what was drawn over stays selected instead.
+  if (std::exchange(entering_, false) && event->button() == Qt::LeftButton && !hasSelectedText()) {
+    selectAll();
   }
 }
 
