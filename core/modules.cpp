@@ -130,7 +130,10 @@ void AppendPickedNote(Session& session, TextField& note) {
   Window* help = session.Windows.LoadNew("Help");
   if (help == nullptr) return;
   session.Windows.ShowModal(*help);
-  if (!session.NoteChoice.empty()) note.SetText(note.Text() + session.NoteChoice);
+  if (session.NoteChoice.empty()) return;
+  note.SetText(note.Text() + session.NoteChoice);
+  // Who goes on typing does so behind the note.
+  note.Select(Len(note.Text()), 0);
 }
 
 void SelectListEntry(ListField& list, std::string_view code, std::size_t width) {

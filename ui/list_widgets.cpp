@@ -170,7 +170,10 @@ class Combo : public QComboBox {
       return;
     }
     context_.Run([this, index] { field_.Pick(index); });
-    if (context_.Alive()) Follow();
+    if (!context_.Alive()) return;
+    Follow();
+    // What is typed next replaces the choice.
+    if (edit_ != nullptr) edit_->selectAll();
   }
 
   ListField& field_;

@@ -29,9 +29,10 @@ Piece LogSearchView() {
   return Line(
       {Wide(Column(
            {Form({Line({Labelled("Data", {Item("cmTipoData"), Item("DataQso", " ", 10), Space()})}),
-                  Line({Wide(Item("CallQso", "Call", 12)), Wide(Item("Locator", "Locator", 10))}),
+                  Line({Item("CallQso", "Call", 12)}),
                   Line({Wide(Item("Country", "Country", 22))}),
                   Line({Wide(Item("Provincia", "Provincia", 22))}),
+                  Line({Item("Locator", "Locator", 12)}),
                   Line({Item("Banda", "Banda", 8), Item("Modo", "Modo", 8)}),
                   Line({Item("Propagazione", "Propagazione", 12)}),
                   Line({Wide(Item("Note", "Note", 24))})}),

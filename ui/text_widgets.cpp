@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QSignalBlocker>
+#include <utility>
 
 #include "base/text.h"
 #include "ui/date_edit.h"
@@ -64,6 +65,8 @@ void TextEdit::FollowSelection() {
 
 void TextEdit::TellSelection() {
   if (following_ || !context_.Alive()) return;
+  // A list writes the entry it offers before it is chosen: to tell would bring the old one back.
+  if (text() != ToQt(field_.Text())) return;
   const bool selected = hasSelectedText();
   const qsizetype start = selected ? selectionStart() : cursorPosition();
   const qsizetype end = selected ? selectionEnd() : start;
@@ -90,6 +93,20 @@ void TextEdit::keyPressEvent(QKeyEvent* event) {
     for (const char32_t c : characters.toStdU32String()) Type(c);
   } else if (!EditKey(event)) {
     QLineEdit::keyPressEvent(event);
+  }
+}
+
+void TextEdit::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  entering_ = event->reason() == Qt::MouseFocusReason;
+}
+
+void TextEdit::mouseReleaseEvent(QMouseEvent* event) {
+  QLineEdit::mouseReleaseEvent(event);
+  // The field has selected all on receiving the keyboard, and the click that brought it put the
+  // caret: only what was drawn over stays selected instead.
+  if (std::exchange(entering_, false) && event->button() == Qt::LeftButton && !hasSelectedText()) {
+    selectAll();
   }
 }
 

@@ -23,7 +23,9 @@ class TextEdit : public QLineEdit {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   // Keys that are not characters.
@@ -39,6 +41,7 @@ class TextEdit : public QLineEdit {
   void FollowSelection();
   void TellSelection();
   bool following_ = false;
+  bool entering_ = false;  // the button that brought the keyboard is still down
 };
 
 class MaskedEdit : public TextEdit {

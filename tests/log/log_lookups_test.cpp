@@ -446,6 +446,19 @@ TEST_F(LookupTest, ANotePickedIsAppendedWithoutSeparator) {
   EXPECT_EQ(log.Note.Text(), "nota[E.S.]");
 }
 
+TEST_F(LookupTest, WhatIsTypedAfterAPickedNoteStandsBehindIt) {
+  Know<FakePick>("Help");
+  InDialogs([&](Window& dialog) {
+    session.NoteChoice = "[F2]";
+    dialog.Close();
+  });
+  LogForm& log = NewContact();
+  log.Note.SetText("nota ");
+  Event([&] { log.Note.DoubleClick(); });
+  Event([&] { log.Note.TypeKey(U'!'); });
+  EXPECT_EQ(log.Note.Text(), "nota [F2]!");
+}
+
 TEST_F(LookupTest, TheMapOfACountryIsAskedForOnlyWhereItHasOne) {
   Exec("update Country set Mappa='europa.jpg',Pointer_X=12,Pointer_Y=34 where Country='I'");
   Exec("update Country set Mappa='' where Country='F'");

@@ -132,6 +132,42 @@ TEST_F(ChoiceWidgets, AnEntryTypedInFullIsNoClick) {
   EXPECT_THAT(form.told, ElementsAre("change I    Itali", "change I    Italia"));
 }
 
+TEST_F(ChoiceWidgets, AnArrowKeyTakesTheNextEntryOfAListWithAText) {
+  form.Country.SetText("I    Italia");
+  form.Country.SetListIndex(0);
+  form.told.clear();
+  auto* combo = Find<QComboBox>("Country");
+  combo->lineEdit()->setFocus();
+  Settle();
+  QTest::keyClick(combo, Qt::Key_Down);
+  EXPECT_EQ(combo->currentText(), "F    Francia");
+  EXPECT_THAT(form.told, ElementsAre("change F    Francia", "click F    Francia"));
+}
+
+TEST_F(ChoiceWidgets, AnEntryChosenInItsListReplacesATextThatIsNone) {
+  form.Country.SetText("PD  Padova");
+  form.told.clear();
+  auto* combo = Find<QComboBox>("Country");
+  combo->lineEdit()->setFocus();
+  Settle();
+  combo->showPopup();
+  Settle();
+  QTest::keyClick(combo->view(), Qt::Key_End);
+  QTest::keyClick(combo->view(), Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(combo->currentText(), "F    Francia");
+  EXPECT_THAT(form.told, ElementsAre("change F    Francia", "click F    Francia"));
+}
+
+TEST_F(ChoiceWidgets, WhatIsTypedAfterAChoiceReplacesIt) {
+  auto* combo = Find<QComboBox>("Country");
+  combo->lineEdit()->setFocus();
+  Settle();
+  QTest::keyClick(combo, Qt::Key_Down);
+  QTest::keyClicks(combo, "f");
+  EXPECT_EQ(form.Country.Text(), "f");
+}
+
 TEST_F(ChoiceWidgets, OpeningItsListLeavesNoField) {
   form.Country.OnLeave = [this] { form.told.push_back("leave"); };
   auto* combo = Find<QComboBox>("Country");

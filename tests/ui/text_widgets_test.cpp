@@ -65,6 +65,19 @@ TEST_F(TextWidgets, AKeyThatTheFilterSwallowsDoesNothing) {
   EXPECT_EQ(Line("Digits")->text(), "12");
 }
 
+TEST_F(TextWidgets, AClickThatBringsTheKeyboardSelectsAllAndASecondPutsTheCaret) {
+  form.Qra.SetText("MARIO");
+  Line("CallQso")->setFocus();
+  Settle();
+  QTest::mouseClick(Line("Qra"), Qt::LeftButton);
+  Settle();
+  EXPECT_EQ(Line("Qra")->selectedText(), "MARIO");
+  EXPECT_EQ(form.Qra.SelText(), "MARIO");
+  QTest::mouseClick(Line("Qra"), Qt::LeftButton);
+  Settle();
+  EXPECT_EQ(Line("Qra")->selectedText(), "");
+}
+
 TEST_F(TextWidgets, TypingReplacesWhatIsSelected) {
   form.CallQso.SetText("IK1ABC");
   Line("CallQso")->setSelection(3, 3);
