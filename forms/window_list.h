@@ -39,6 +39,8 @@ class WindowList {
   void ShowModal(Window& window);
   // The operator has brought a window to the front.
   void Activated(Window& window);
+  // Another window waits as a dialog.
+  bool BehindDialog(const Window& window) const;
   // QueryUnload, Unload, and out of the list; false when the window refuses. The screen's close
   // button, cmExit and the shutdown all come here.
   bool Unload(Window& window);
@@ -63,7 +65,6 @@ class WindowList {
   void Load(Window& window);
   void Drop(Window& window);  // out of the list; it goes when the event in work has ended
   void BuryUnloaded();
-  bool BehindDialog(const Window& window) const;
 
   WindowHost& host_;
   std::map<std::string, Factory, std::less<>> factories_;

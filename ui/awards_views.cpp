@@ -33,10 +33,10 @@ Piece HrdModeView() { return Matrix("Banda"); }
 
 const std::vector<View>& AwardsViews() {
   static const std::vector<View> kViews = {
-      {"StatSel", StatSelView},      {"SField", AwardView},    {"SSQuare", AwardView},
-      {"SPrefissi", AwardView},      {"SContinenti", AwardView}, {"SZone", AwardView},
-      {"SCountry", AwardView},       {"SProvincie", AwardView}, {"SNote", AwardView},
-      {"Hrd", HrdView},              {"HrdMode", HrdModeView}};
+      {"StatSel", StatSelView}, {"SField", AwardView},      {"SSQuare", AwardView},
+      {"SPrefissi", AwardView}, {"SContinenti", AwardView}, {"SZone", AwardView},
+      {"SCountry", AwardView},  {"SProvincie", AwardView},  {"SNote", AwardView},
+      {"Hrd", HrdView},         {"HrdMode", HrdModeView}};
   return kViews;
 }
 

@@ -193,7 +193,7 @@ QWidget* MakeButton(Command& field, ViewContext& context, QWidget* parent) {
   QObject::connect(button, &QPushButton::clicked, button, [button, &field, &context] {
     // The toolkit has flipped a toggle already; the field flips itself.
     if (context.Alive() && field.Toggle) button->setChecked(field.Down());
-    context.Run([&field] { PressOnScreen(field); });
+    context.Run([&] { PressOnScreen(field, context); });
   });
   return button;
 }

@@ -27,9 +27,10 @@ QString WithoutMark(const std::string& caption) { return ToQt(caption).remove('&
 
 }  // namespace
 
-void PressOnScreen(Command& command) {
-  command.Press();
+void PressOnScreen(Command& command, const ViewContext& context) {
   const Window& window = command.Owner();
+  if (context.BehindDialog(window)) return;
+  command.Press();
   if (command.FocusAfter != nullptr && window.Loaded())
     window.Host().MoveFocus(*command.FocusAfter);
 }
@@ -63,7 +64,7 @@ QAction* CommandWidgets::ActionOf(Command& command) {
     if (!context_.Alive()) return;
     if (command.Toggle) action->setChecked(command.Down());
     FinishInput();
-    context_.Later(action, [&command] { PressOnScreen(command); });
+    context_.Later(action, [this, &command] { PressOnScreen(command, context_); });
   });
   QObject::connect(action, &QAction::hovered, action, [this, &command] {
     if (context_.Alive()) context_.Hover(command);

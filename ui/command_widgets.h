@@ -12,8 +12,9 @@
 
 namespace brenvo {
 
-// The operator's press: the command's action, then the keyboard goes where the command tells.
-void PressOnScreen(Command& command);
+// The operator's press: the command's action, then the keyboard goes where the command tells. A key
+// that came in while a dialog was on its way to the screen is for nobody.
+void PressOnScreen(Command& command, const ViewContext& context);
 
 // Makes the actions of one window: one for each command, wherever it appears.
 class CommandWidgets {

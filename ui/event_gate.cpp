@@ -43,6 +43,10 @@ EventGate::EventGate() { QCoreApplication::instance()->installEventFilter(this);
 
 EventGate::~EventGate() = default;
 
+bool EventGate::BehindDialog(const Window& window) const {
+  return windows_ != nullptr && windows_->BehindDialog(window);
+}
+
 void EventGate::Run(const std::function<void()>& event) {
   if (windows_ != nullptr) windows_->RunEvent(event);
 }

@@ -8,6 +8,7 @@
 
 namespace brenvo {
 
+class Window;
 class WindowList;
 
 // Every callback of Qt enters the logic here, so that what it throws is told in one place and a
@@ -21,6 +22,8 @@ class EventGate : public QObject {
   // The list whose windows answer; null while there is no session, and events are then dropped.
   void Attach(WindowList* windows) { windows_ = windows; }
   WindowList* Windows() const { return windows_; }
+
+  bool BehindDialog(const Window& window) const;
 
   void Run(const std::function<void()>& event);
   // An event of a device, which waits while the gate is held; dropped when `guard` has died.

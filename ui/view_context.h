@@ -34,6 +34,8 @@ class ViewContext {
     hovered_ = &field;
     Run([&field] { field.Hover(); });
   }
+  // A dialog waits before this window, and nothing of its own is to be done until that closes.
+  bool BehindDialog(const Window& window) const { return gate_.BehindDialog(window); }
   void Unhover(Field& field) {
     if (hovered_ == &field) hovered_ = nullptr;
   }

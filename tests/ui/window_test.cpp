@@ -17,7 +17,9 @@
 namespace brenvo {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::Not;
 
 class CommandForm : public Window {
  public:
@@ -384,6 +386,20 @@ TEST_F(WindowScreen, TheFrameOfAModalWindowUnloadsIt) {
   WhenModal([&](QWidget& modal) { modal.close(); });
   windows.RunEvent([&] { windows.ShowModal(form); });
   EXPECT_EQ(windows.Find("CommandForm"), nullptr);
+}
+
+TEST_F(WindowScreen, AKeyThatIsStruckWhileADialogComesUpReachesNoCommandBehindIt) {
+  CommandForm& behind = Open<CommandForm>();
+  LetterForm& dialog = Open<LetterForm>();
+  behind.told.clear();
+  QAction& insert = *Frame("CommandForm")->findChild<QAction*>("cmInsert");
+  WhenModal([&](QWidget& modal) {
+    insert.trigger();
+    Settle();
+    modal.close();
+  });
+  windows.RunEvent([&] { windows.ShowModal(dialog); });
+  EXPECT_THAT(behind.told, Not(Contains("insert")));
 }
 
 TEST_F(WindowScreen, AChildMayBeShownAsADialog) {
