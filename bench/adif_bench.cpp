@@ -11,7 +11,7 @@
 #include "bench/support/bench_station.h"
 #include "bench/support/figures.h"
 #include "bench/support/hand.h"
-#include "engine/sqlite_file.h"
+#include "file/sqlite_file.h"
 #include "tests/support/adif_samples.h"
 
 namespace brenvo {

@@ -11,7 +11,7 @@
 #include "bench/support/figures.h"
 #include "bench/support/hand.h"
 #include "core/prefix.h"
-#include "engine/sqlite_file.h"
+#include "file/sqlite_file.h"
 #include "log/log_form.h"
 #include "log/propagation_batch.h"
 #include "print/qsl_update.h"

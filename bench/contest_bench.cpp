@@ -17,7 +17,7 @@
 #include "contest/contest_new_qso.h"
 #include "contest/stat_contest.h"
 #include "core/prefix.h"
-#include "engine/sqlite_file.h"
+#include "file/sqlite_file.h"
 #include "tools/mklog/other_stations.h"
 
 namespace brenvo {

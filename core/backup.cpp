@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <set>
 
-#include "engine/online_copy.h"
-#include "engine/sync.h"
+#include "file/online_copy.h"
+#include "file/sync.h"
 
 namespace brenvo {
 namespace {

@@ -9,7 +9,7 @@
 #include "core/modules.h"
 #include "core/session.h"
 #include "core/transaction.h"
-#include "engine/sync.h"
+#include "file/sync.h"
 
 namespace brenvo {
 namespace {

@@ -1,4 +1,4 @@
-// Links: engine
+// Links: file
 // Arbitrary text as a statement of the dialect: it is refused with a DatabaseError, or becomes SQL
 // that SQLite takes.
 #include <sqlite3.h>
@@ -11,8 +11,8 @@
 #include <sstream>
 #include <string>
 
-#include "engine/dialect.h"
-#include "engine/functions.h"
+#include "dialect/functions.h"
+#include "file/translate.h"
 
 namespace {
 

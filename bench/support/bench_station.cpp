@@ -3,7 +3,7 @@
 #include <string>
 
 #include "bench/support/hand.h"
-#include "engine/sqlite_file.h"
+#include "file/sqlite_file.h"
 #include "station/station.h"
 #include "tools/mklog/log_maker.h"
 

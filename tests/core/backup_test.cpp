@@ -7,7 +7,7 @@
 #include <functional>
 
 #include "core/maintenance.h"
-#include "engine/online_copy.h"
+#include "file/online_copy.h"
 #include "tests/core/backup_station.h"
 #include "tests/support/recorded_files.h"
 

@@ -7,10 +7,12 @@ allowed() {
   case $1 in
     base) echo "base" ;;
     engine) echo "engine base" ;;
+    dialect) echo "dialect engine base" ;;
+    file) echo "file dialect engine base" ;;
     platform) echo "platform base" ;;
     forms) echo "forms platform base" ;;
     recorder) echo "recorder forms platform base" ;;
-    core) echo "core engine forms platform base" ;;
+    core) echo "core file engine forms platform base" ;;
     log|contest|awards|maps|print|links|tables|adif) echo "$1 core engine forms platform base" ;;
     station) echo "station log contest awards maps print links tables adif core engine forms platform base" ;;
     ui) echo "ui station log contest awards maps print links tables adif core engine forms platform base" ;;

@@ -1,0 +1,221 @@
+#include "dialect/convert.h"
+
+#include <sqlite3.h>
+
+#include <cmath>
+#include <string>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "engine/database_error.h"
+
+namespace brenvo {
+namespace {
+
+[[noreturn]] void Fail(const Value& value, std::string_view column) {
+  throw DatabaseError(
+      DatabaseError::kConversion,
+      "Il valore '" + value.Text() + "' non e' adatto alla colonna '" + std::string(column) + "'.");
+}
+
+Value Whole(double number, const Value& value, std::string_view column) {
+  if (!(std::fabs(number) < 9.2e18)) Fail(value, column);
+  return Value(static_cast<std::int64_t>(RoundHalfEven(number)));
+}
+
+double NumberOf(const Value& value, std::string_view column) {
+  if (const auto* text = std::get_if<std::string>(&value.Get())) {
+    const auto number = NumberOfText(*text);
+    if (!number) Fail(value, column);
+    return *number;
+  }
+  if (std::holds_alternative<DateTime>(value.Get())) Fail(value, column);
+  const double number = value.Number();
+  if (!std::isfinite(number)) Fail(value, column);
+  return number;
+}
+
+Value StoredDate(const Value& value, std::string_view column) {
+  DateTime date;
+  if (const auto* stored = std::get_if<DateTime>(&value.Get())) {
+    date = *stored;
+  } else if (const auto* text = std::get_if<std::string>(&value.Get())) {
+    const auto read = DateOfText(*text);
+    if (!read) Fail(value, column);
+    date = *read;
+  } else {
+    Fail(value, column);
+  }
+  // Beyond these years the text would not sort as the date does.
+  if (date.Year() < 100 || date.Year() > 9999) Fail(value, column);
+  return Value(IsoText(date));
+}
+
+Value StoredYesNo(const Value& value, std::string_view column) {
+  bool yes = false;
+  if (const auto* text = std::get_if<std::string>(&value.Get())) {
+    const std::string word = Trim(*text);
+    if (SameText(word, "true")) {
+      yes = true;
+    } else if (!SameText(word, "false")) {
+      yes = NumberOf(value, column) != 0;
+    }
+  } else {
+    yes = NumberOf(value, column) != 0;
+  }
+  return Value(std::int64_t{yes ? -1 : 0});
+}
+
+}  // namespace
+
+std::optional<double> NumberOfText(std::string_view text) {
+  const std::string trimmed = Trim(text);
+  if (trimmed.empty()) return std::nullopt;
+  // Val takes the longest beginning that is a number: the whole is one when no character that
+  // could end the number early is left.
+  std::size_t at = trimmed[0] == '-' || trimmed[0] == '+' ? 1 : 0;
+  std::size_t digits = 0;
+  const auto run = [&] {
+    while (at < trimmed.size() && trimmed[at] >= '0' && trimmed[at] <= '9') ++at, ++digits;
+  };
+  run();
+  if (at < trimmed.size() && trimmed[at] == '.') {
+    ++at;
+    run();
+  }
+  if (digits == 0) return std::nullopt;
+  if (at < trimmed.size() && (trimmed[at] == 'e' || trimmed[at] == 'E')) {
+    ++at;
+    if (at < trimmed.size() && (trimmed[at] == '-' || trimmed[at] == '+')) ++at;
+    digits = 0;
+    run();
+    if (digits == 0) return std::nullopt;
+  }
+  if (at != trimmed.size()) return std::nullopt;
+  return Val(trimmed);
+}
+
+std::optional<DateTime> DateOfText(std::string_view text) {
+  if (const auto date = ParseDate(text)) return date;
+  if (const auto date = ParseIso(text)) return date;
+  return ParseTime(text);
+}
+
+Value ToColumn(const Value& value, ColumnType type, std::string_view column) {
+  if (value.IsNull()) return type == ColumnType::kYesNo ? Value(std::int64_t{0}) : Value();
+  switch (type) {
+    case ColumnType::kText: {
+      std::string text = value.Text();
+      return IsAscii(text) ? Value(std::move(text)) : Value(ValidUtf8(text));
+    }
+    case ColumnType::kInteger:
+    case ColumnType::kCounter:
+      if (std::holds_alternative<std::int64_t>(value.Get())) return value;
+      return Whole(NumberOf(value, column), value, column);
+    case ColumnType::kReal:
+      return Value(NumberOf(value, column));
+    case ColumnType::kDateTime:
+      return StoredDate(value, column);
+    case ColumnType::kYesNo:
+      return StoredYesNo(value, column);
+  }
+  return {};
+}
+
+Value ToKey(const Value& value, ColumnType type) {
+  if (value.IsNull()) return {};
+  switch (type) {
+    case ColumnType::kText:
+      return Value(RTrim(ValidUtf8(value.Text())));
+    case ColumnType::kInteger:
+    case ColumnType::kCounter:
+    case ColumnType::kReal:
+      if (std::holds_alternative<std::int64_t>(value.Get())) return value;
+      return Value(value.Number());
+    case ColumnType::kDateTime:
+      return Value(IsoText(value.Date()));
+    case ColumnType::kYesNo:
+      return Value(std::int64_t{value.Bool() ? -1 : 0});
+  }
+  return {};
+}
+
+ValueType TypeOfColumn(ColumnType type) {
+  switch (type) {
+    case ColumnType::kText:
+      return ValueType::kText;
+    case ColumnType::kInteger:
+    case ColumnType::kCounter:
+      return ValueType::kInteger;
+    case ColumnType::kReal:
+      return ValueType::kReal;
+    case ColumnType::kDateTime:
+      return ValueType::kDate;
+    case ColumnType::kYesNo:
+      return ValueType::kYesNo;
+  }
+  return ValueType::kAny;
+}
+
+Value ReadRaw(sqlite3_value* value) {
+  switch (sqlite3_value_type(value)) {
+    case SQLITE_NULL:
+      return {};
+    case SQLITE_INTEGER:
+      return Value(static_cast<std::int64_t>(sqlite3_value_int64(value)));
+    case SQLITE_FLOAT:
+      return Value(sqlite3_value_double(value));
+    default: {
+      const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+      const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
+      return text == nullptr ? Value("") : Value(std::string(text, size));
+    }
+  }
+}
+
+Value FromRaw(Value raw, ValueType type) {
+  const Value::Data& data = raw.Get();
+  switch (type) {
+    case ValueType::kText:
+      if (!raw.IsNull() && !std::holds_alternative<std::string>(data)) return Value(raw.Text());
+      return raw;
+    case ValueType::kDate:
+      if (const auto* text = std::get_if<std::string>(&data)) {
+        if (const auto date = ParseIso(*text)) return Value(*date);
+      }
+      return raw;
+    case ValueType::kYesNo:
+      if (std::holds_alternative<std::int64_t>(data) || std::holds_alternative<double>(data)) {
+        return Value(raw.Number() != 0);
+      }
+      return raw;
+    case ValueType::kReal:
+      if (const auto* whole = std::get_if<std::int64_t>(&data)) {
+        return Value(static_cast<double>(*whole));
+      }
+      return raw;
+    case ValueType::kInteger:
+    case ValueType::kAny:
+      break;
+  }
+  return raw;
+}
+
+Value ReadCell(sqlite3_stmt* statement, int column, ValueType type) {
+  switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_NULL:
+      return {};
+    case SQLITE_INTEGER:
+      return FromRaw(Value(static_cast<std::int64_t>(sqlite3_column_int64(statement, column))),
+                     type);
+    case SQLITE_FLOAT:
+      return FromRaw(Value(sqlite3_column_double(statement, column)), type);
+    default: {
+      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+      const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
+      return FromRaw(text == nullptr ? Value("") : Value(std::string(text, size)), type);
+    }
+  }
+}
+
+}  // namespace brenvo

@@ -1,0 +1,35 @@
+// Values on their way into columns and out of them.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "dialect/schema.h"
+#include "dialect/tree.h"
+#include "engine/value.h"
+
+struct sqlite3_stmt;
+struct sqlite3_value;
+
+namespace brenvo {
+
+// The form in which a column of this type stores the value: Null, int64, double or text. Null in a
+// yes/no column is "no". DatabaseError 3421 when the value has no such form; `column` names it.
+Value ToColumn(const Value& value, ColumnType type, std::string_view column);
+// The value to look for in an index part of this type: texts lose their trailing blanks, and a
+// text asked of a number column counts by its leading number.
+Value ToKey(const Value& value, ColumnType type);
+
+ValueType TypeOfColumn(ColumnType type);
+// A cell of a row as read.
+Value ReadCell(sqlite3_stmt* statement, int column, ValueType type);
+// A cell as the file holds it: Null, int64, double or text.
+Value ReadRaw(sqlite3_value* value);
+// What a cell as the file holds it means in a column.
+Value FromRaw(Value raw, ValueType type);
+
+// The number or the date that a text is as a whole, blanks around it aside.
+std::optional<double> NumberOfText(std::string_view text);
+std::optional<DateTime> DateOfText(std::string_view text);
+
+}  // namespace brenvo

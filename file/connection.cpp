@@ -1,0 +1,359 @@
+#include "file/connection.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+
+#include "dialect/convert.h"
+#include "dialect/functions.h"
+
+namespace brenvo {
+namespace {
+
+constexpr int kApplicationId = 0x4252564F;  // "BRVO"
+constexpr int kVersion = 1;
+constexpr std::size_t kKeptStatements = 128;
+constexpr int kBusyMilliseconds = 2000;
+constexpr int kCacheKibibytes = 32 * 1024;
+
+// The second guard behind the parser, which writes nothing else either: rows are read and written,
+// and nothing is done to the file itself.
+int Authorize(void*, int action, const char* first, const char* second, const char*, const char*) {
+  switch (action) {
+    case SQLITE_SELECT:
+    case SQLITE_READ:
+    case SQLITE_TRANSACTION:
+      return SQLITE_OK;
+    case SQLITE_INSERT:
+    case SQLITE_UPDATE:
+    case SQLITE_DELETE:
+      return sqlite3_strnicmp(first, "sqlite_", 7) == 0 ? SQLITE_DENY : SQLITE_OK;
+    case SQLITE_FUNCTION:
+      return sqlite3_stricmp(second, "load_extension") == 0 ? SQLITE_DENY : SQLITE_OK;
+    default:
+      return SQLITE_DENY;
+  }
+}
+
+// What the file's first bytes say of it. SQLite would take an empty file for a new database, and
+// drop the journal that stands beside it; nothing is opened that is not surely ours.
+void RequireOurFile(const std::filesystem::path& path) {
+  constexpr std::string_view kMagic("SQLite format 3\0", 16);
+  constexpr std::size_t kHeader = 100, kApplicationIdAt = 68;
+  std::array<char, kHeader> header{};
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw FailureOf(SQLITE_PERM, nullptr);
+  if (!file.read(header.data(), kHeader) ||
+      std::string_view(header.data(), kMagic.size()) != kMagic) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "Il file '" + path.filename().string() + "' non e' un database.");
+  }
+  std::uint32_t id = 0;
+  for (std::size_t i = 0; i < 4; ++i) {
+    id = id << 8 | static_cast<unsigned char>(header[kApplicationIdAt + i]);
+  }
+  if (id != kApplicationId) {
+    throw DatabaseError(
+        DatabaseError::kNotADatabase,
+        "Il file '" + path.filename().string() + "' non e' un database di questo programma.");
+  }
+}
+
+int ReadPragma(sqlite3* file, const char* sql) {
+  sqlite3_stmt* statement = nullptr;
+  int code = sqlite3_prepare_v2(file, sql, -1, &statement, nullptr);
+  int result = 0;
+  if (code == SQLITE_OK) {
+    code = sqlite3_step(statement);
+    if (code == SQLITE_ROW) result = sqlite3_column_int(statement, 0);
+  }
+  sqlite3_finalize(statement);
+  if (code != SQLITE_ROW) throw LastFailureOf(file);
+  return result;
+}
+
+}  // namespace
+
+Connection::Connection(const std::filesystem::path& file) {
+  // SQLite would count its memory, under a lock at each piece of it; nobody asks.
+  static const int memoryCounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+  static_cast<void>(memoryCounted);
+  std::error_code error;
+  if (!std::filesystem::exists(file, error)) {
+    throw DatabaseError(DatabaseError::kFileNotFound,
+                        "Il file '" + file.string() + "' non esiste.");
+  }
+  if (!std::filesystem::is_regular_file(file, error)) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "'" + file.string() + "' non e' un database.");
+  }
+  RequireOurFile(file);
+  file_ = OpenSqliteFile(file);
+  Setup();
+}
+
+void Connection::Setup() {
+  sqlite3* const file = file_.get();
+  sqlite3_busy_timeout(file, kBusyMilliseconds);
+  if (ReadPragma(file, "PRAGMA user_version") != kVersion) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "Il database e' di un'altra versione del programma.");
+  }
+  if (sqlite3_db_readonly(file, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
+  schema_ = Schema::Read(file);
+
+  // Damage is found where it is read, not where it would lead.
+  RunSql(file, "PRAGMA cell_size_check = ON");
+  // A write is safe on disk when it returns, and readers do not wait for it.
+  RunSql(file, "PRAGMA journal_mode = WAL");
+  RunSql(file, "PRAGMA synchronous = FULL");
+  RunSql(file, ("PRAGMA cache_size = -" + std::to_string(kCacheKibibytes)).c_str());
+
+  // What a damaged or foreign file could hold against us is not run.
+  sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  RegisterFunctions(file, &functionFailure_);
+  sqlite3_set_authorizer(file, Authorize, nullptr);
+}
+
+Connection::~Connection() { Close(); }
+
+void Connection::Close() {
+  if (file_ == nullptr) return;
+  // An open transaction goes with its statements; closing the last connection leaves one file.
+  cache_.clear();
+  for (CompiledStatement& statement : statements_) {
+    sqlite3_finalize(statement.handle);
+    statement.handle = nullptr;
+    statement.kept = false;
+  }
+  file_.reset();
+}
+
+void Connection::RequireOpen() const {
+  if (file_ == nullptr) {
+    throw DatabaseError(DatabaseError::kObjectClosed, "L'oggetto non e' piu' aperto.");
+  }
+}
+
+const TableSchema& Connection::RequireTable(std::string_view name) const {
+  RequireOpen();
+  const TableSchema* table = schema_.FindTable(name);
+  if (table == nullptr) {
+    throw DatabaseError(DatabaseError::kUnknownTable,
+                        "La tabella '" + std::string(name) + "' non esiste.");
+  }
+  return *table;
+}
+
+std::int64_t Connection::ChangeStamp() const {
+  return file_ == nullptr ? -1 : sqlite3_total_changes64(file_.get()) + rollbacks_;
+}
+
+void Connection::Fail(int code) {
+  if (functionFailure_) {
+    const DatabaseError failure = *functionFailure_;
+    functionFailure_.reset();
+    throw failure;
+  }
+  const DatabaseError failure = FailureOf(code, sqlite3_errmsg(file_.get()));
+  if (failure.Number == DatabaseError::kNotADatabase) RefuseWrites();
+  throw failure;
+}
+
+void Connection::RequireSound() const {
+  if (damaged_) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "Il file del database e' danneggiato e non viene piu' modificato.");
+  }
+  // What is written to a file that has lost its name is written to nowhere.
+  int moved = 0;
+  sqlite3_file_control(file_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  if (moved != 0) {
+    throw DatabaseError(DatabaseError::kFileNotFound,
+                        "Il file del database e' stato spostato o cancellato.");
+  }
+}
+
+CompiledStatement Connection::Compile(std::string_view sql) {
+  CompiledStatement statement;
+  statement.text = sql;
+  // Literals are parameters, so nothing in the text may end it early.
+  constexpr std::string_view kEnds[] = {"--", "/*", ";", std::string_view("\0", 1)};
+  for (const std::string_view end : kEnds) {
+    if (sql.find(end) == std::string_view::npos) continue;
+    throw DatabaseError(DatabaseError::kSyntax, "L'istruzione non e' valida.");
+  }
+  const int code = sqlite3_prepare_v3(file_.get(), statement.text.data(),
+                                      static_cast<int>(statement.text.size()),
+                                      SQLITE_PREPARE_PERSISTENT, &statement.handle, nullptr);
+  ++counters_.prepared;
+  if (code == SQLITE_OK) return statement;
+  if ((code & 0xFF) == SQLITE_ERROR) {
+    throw DatabaseError(
+        DatabaseError::kSyntax,
+        "L'istruzione non e' valida (" + std::string(sqlite3_errmsg(file_.get())) + ").");
+  }
+  Fail(code);
+}
+
+CompiledStatement* Connection::Take(std::string_view sql) {
+  RequireOpen();
+  ++counters_.statements;
+  const auto found = cache_.find(sql);
+  if (found != cache_.end() && !found->second->busy) {
+    statements_.splice(statements_.begin(), statements_, found->second);
+    statements_.front().busy = true;
+    return &statements_.front();
+  }
+  statements_.push_front(Compile(sql));
+  CompiledStatement& statement = statements_.front();
+  statement.busy = true;
+  // A second run of a statement that is still running is compiled for itself alone.
+  statement.kept = found == cache_.end();
+  if (statement.kept) cache_.emplace(statement.text, statements_.begin());
+  DropUnused();
+  return &statement;
+}
+
+void Connection::DropUnused() {
+  auto at = statements_.end();
+  while (statements_.size() > kKeptStatements && at != statements_.begin()) {
+    --at;
+    if (at->busy) continue;
+    cache_.erase(at->text);
+    sqlite3_finalize(at->handle);
+    at = statements_.erase(at);
+  }
+}
+
+void Connection::GiveBack(CompiledStatement* statement) {
+  if (statement->handle != nullptr) {
+    sqlite3_reset(statement->handle);
+    sqlite3_clear_bindings(statement->handle);
+  }
+  statement->busy = false;
+  if (statement->kept) return;
+  sqlite3_finalize(statement->handle);
+  statements_.remove_if([&](const CompiledStatement& other) { return &other == statement; });
+}
+
+void Connection::PrepareToWrite(const TableSchema& table) {
+  RequireOpen();
+  if (!InTransaction()) RequireSound();
+  // Reading the rest may end a reader's registration, but not while it is asked: they stay.
+  for (LazyReader* reader : std::vector<LazyReader*>(readers_)) {
+    const auto& tables = reader->TablesRead();
+    if (std::find(tables.begin(), tables.end(), &table) != tables.end()) reader->ReadRest();
+  }
+}
+
+std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
+                               std::vector<Value> parameters) {
+  PrepareToWrite(table);
+  const std::int64_t before = sqlite3_total_changes64(file_.get());
+  Running run(*this, sql, std::move(parameters));
+  run.Step();
+  return sqlite3_total_changes64(file_.get()) - before;
+}
+
+void Connection::Unregister(LazyReader* reader) { std::erase(readers_, reader); }
+
+void Connection::Begin() {
+  RequireOpen();
+  RequireSound();
+  if (InTransaction()) {
+    throw DatabaseError(DatabaseError::kInvalidOperation, "Una transazione e' gia' aperta.");
+  }
+  Running(*this, "BEGIN IMMEDIATE").Step();
+}
+
+void Connection::Commit() {
+  RequireOpen();
+  RequireSound();
+  if (!InTransaction()) {
+    throw DatabaseError(DatabaseError::kNoTransaction, "Nessuna transazione e' aperta.");
+  }
+  Running(*this, "COMMIT").Step();
+}
+
+void Connection::Rollback() {
+  RequireOpen();
+  if (!InTransaction()) {
+    throw DatabaseError(DatabaseError::kNoTransaction, "Nessuna transazione e' aperta.");
+  }
+  ++rollbacks_;
+  Running(*this, "ROLLBACK").Step();
+}
+
+bool Connection::InTransaction() const {
+  return file_ != nullptr && sqlite3_get_autocommit(file_.get()) == 0;
+}
+
+Running::Running(Connection& connection, std::string_view sql, std::vector<Value> parameters)
+    : connection_(&connection),
+      statement_(connection.Take(sql)),
+      parameters_(std::move(parameters)) {
+  Bind();
+}
+
+Running::~Running() {
+  if (statement_ != nullptr) connection_->GiveBack(statement_);
+}
+
+void Running::Swap(Running& other) noexcept {
+  std::swap(connection_, other.connection_);
+  std::swap(statement_, other.statement_);
+  std::swap(parameters_, other.parameters_);
+}
+
+void Running::Restart(std::vector<Value> parameters) {
+  if (statement_->handle == nullptr) connection_->RequireOpen();
+  sqlite3_reset(statement_->handle);
+  sqlite3_clear_bindings(statement_->handle);
+  parameters_ = std::move(parameters);
+  Bind();
+}
+
+void Running::Bind() {
+  sqlite3_stmt* const handle = statement_->handle;
+  for (std::size_t i = 0; i < parameters_.size(); ++i) {
+    const int at = static_cast<int>(i) + 1;
+    // Dates and yes/no values in the form of the file.
+    if (const auto* date = std::get_if<DateTime>(&parameters_[i].Get())) {
+      parameters_[i] = Value(IsoText(*date));
+    }
+    const Value::Data& data = parameters_[i].Get();
+    if (const auto* text = std::get_if<std::string>(&data)) {
+      sqlite3_bind_text64(handle, at, text->data(), text->size(), SQLITE_STATIC, SQLITE_UTF8);
+    } else if (const auto* whole = std::get_if<std::int64_t>(&data)) {
+      sqlite3_bind_int64(handle, at, *whole);
+    } else if (const auto* real = std::get_if<double>(&data)) {
+      sqlite3_bind_double(handle, at, *real);
+    } else if (const auto* yes = std::get_if<bool>(&data)) {
+      sqlite3_bind_int(handle, at, *yes ? -1 : 0);
+    }
+  }
+}
+
+bool Running::Step() {
+  if (statement_->handle == nullptr) connection_->RequireOpen();
+  const int code = sqlite3_step(statement_->handle);
+  if (code == SQLITE_ROW) {
+    ++connection_->Counters().rowsStepped;
+    return true;
+  }
+  if (code == SQLITE_DONE) return false;
+  connection_->Fail(code);
+}
+
+Value Running::Cell(int column, ValueType type) const {
+  return ReadCell(statement_->handle, column, type);
+}
+
+}  // namespace brenvo

@@ -1,0 +1,139 @@
+// The open file: its SQLite handle, the statements compiled on it, and those who read from it.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "dialect/schema.h"
+#include "engine/database.h"
+#include "engine/database_error.h"
+#include "file/sqlite_file.h"
+#include "file/translate.h"
+
+namespace brenvo {
+
+// A compiled statement. It belongs to the connection, and is empty once that is closed.
+struct CompiledStatement {
+  std::string text;
+  sqlite3_stmt* handle = nullptr;
+  bool busy = false;
+  bool kept = false;  // goes back to the cache after use
+};
+
+// A recordset that has not yet read all that it is to give.
+class LazyReader {
+ public:
+  virtual ~LazyReader() = default;
+  // Reads the rest now, for a table that it reads is about to change. A failure is not the
+  // writer's: it is kept, and told to whoever moves there.
+  virtual void ReadRest() = 0;
+  virtual const std::vector<const TableSchema*>& TablesRead() const = 0;
+};
+
+class Connection {
+ public:
+  Connection() = default;  // closed
+  // See Database::Open.
+  explicit Connection(const std::filesystem::path& file);
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  bool IsOpen() const { return file_ != nullptr; }
+  void Close();
+  // DatabaseError 3420 when closed.
+  void RequireOpen() const;
+
+  const Schema& Tables() const { return schema_; }
+  // DatabaseError 3078 when there is none of this name.
+  const TableSchema& RequireTable(std::string_view name) const;
+  EngineCounters& Counters() { return counters_; }
+  // Changes whenever a row may have changed through this connection.
+  std::int64_t ChangeStamp() const;
+
+  // Whoever still reads from the table reads the rest before a statement changes it. DatabaseError
+  // 3343 and 3024 (see RequireSound), and 3420 when closed.
+  void PrepareToWrite(const TableSchema& table);
+  // Runs a statement that writes to `table`, and returns the number of rows that it changed.
+  // DatabaseError as of PrepareToWrite, and 3022, 3026, 3027, 3260.
+  std::int64_t Write(const TableSchema& table, std::string_view sql, std::vector<Value> parameters);
+
+  // The key of the row that was inserted last.
+  std::int64_t LastKey() const { return sqlite3_last_insert_rowid(file_.get()); }
+
+  void Begin();
+  void Commit();
+  void Rollback();
+  bool InTransaction() const;
+  // The file has been found damaged: whatever would write to it is DatabaseError 3343 from now on.
+  void RefuseWrites() { damaged_ = true; }
+
+  void Register(LazyReader* reader) { readers_.push_back(reader); }
+  void Unregister(LazyReader* reader);
+
+  // Throws what SQLite's last result stands for; also when a function of the dialect failed.
+  [[noreturn]] void Fail(int code);
+
+ private:
+  friend class Running;
+  CompiledStatement* Take(std::string_view sql);
+  void GiveBack(CompiledStatement* statement);
+  CompiledStatement Compile(std::string_view sql);
+  void Setup();
+  void DropUnused();
+  // DatabaseError 3343 once the file has been found damaged, 3024 when it is not where it was.
+  void RequireSound() const;
+
+  SqliteFile file_;
+  std::optional<DatabaseError> functionFailure_;
+  Schema schema_;
+  EngineCounters counters_;
+  std::int64_t rollbacks_ = 0;
+  bool damaged_ = false;
+  // Most recently used first. Entries stay where they are in memory.
+  std::list<CompiledStatement> statements_;
+  std::unordered_map<std::string_view, std::list<CompiledStatement>::iterator> cache_;
+  std::vector<LazyReader*> readers_;
+};
+
+// One run of a statement: bound, stepped, and given back when it goes.
+class Running {
+ public:
+  Running() = default;
+  Running(Connection& connection, std::string_view sql, std::vector<Value> parameters = {});
+  Running(Running&& other) noexcept { Swap(other); }
+  Running& operator=(Running&& other) noexcept {
+    Swap(other);
+    return *this;
+  }
+  ~Running();
+
+  const std::vector<Value>& Parameters() const { return parameters_; }
+  // Begins anew with these parameters.
+  void Restart(std::vector<Value> parameters);
+  // True when there is a row. DatabaseError 3420 when the connection was closed meanwhile.
+  bool Step();
+  Value Cell(int column, ValueType type) const;
+  std::int64_t Key(int column = 0) const {
+    return sqlite3_column_int64(statement_->handle, column);
+  }
+  sqlite3_stmt* Handle() const { return statement_->handle; }
+
+ private:
+  void Swap(Running& other) noexcept;
+  void Bind();
+
+  Connection* connection_ = nullptr;
+  CompiledStatement* statement_ = nullptr;
+  std::vector<Value> parameters_;  // texts are bound where they stand
+};
+
+}  // namespace brenvo

@@ -1,0 +1,35 @@
+#include <string>
+
+#include "engine/database.h"
+#include "file/sqlite_file.h"
+#include "file/sync.h"
+
+namespace brenvo {
+
+void Database::CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to) {
+  // Opening proves that the file is one of ours; closing leaves all of it in the one file.
+  Open(from).Close();
+  std::error_code ignored;
+  if (std::filesystem::exists(to, ignored)) {
+    throw DatabaseError(DatabaseError::kFileExists,
+                        "Il database '" + to.string() + "' esiste gia'.");
+  }
+  const SqliteFile file = OpenSqliteFile(from);
+  sqlite3_stmt* statement = nullptr;
+  int code = sqlite3_prepare_v2(file.get(), "VACUUM INTO ?", -1, &statement, nullptr);
+  const std::string name = Utf8Name(to);
+  if (code == SQLITE_OK) {
+    sqlite3_bind_text(statement, 1, name.c_str(), -1, SQLITE_STATIC);
+    code = sqlite3_step(statement);
+  }
+  const DatabaseError error = LastFailureOf(file.get());
+  sqlite3_finalize(statement);
+  if (code != SQLITE_DONE) {
+    std::filesystem::remove(to, ignored);  // what was written of it
+    throw error;
+  }
+  SyncToDisk(to);
+  SyncToDisk(to.has_parent_path() ? to.parent_path() : std::filesystem::path("."));
+}
+
+}  // namespace brenvo

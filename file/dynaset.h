@@ -1,0 +1,89 @@
+// The rows of a SELECT over one table, held by their keys.
+#pragma once
+
+#include <memory>
+
+#include "file/connection.h"
+#include "file/held_rows.h"
+#include "file/record_edit.h"
+
+namespace brenvo {
+
+class DynasetRows final : public Dynaset, private LazyReader {
+ public:
+  DynasetRows(std::shared_ptr<Connection> connection, std::string_view select);
+  ~DynasetRows() override;
+
+  void MoveFirst() override;
+  void MoveLast() override;
+  void MoveNext() override;
+  void MovePrevious() override;
+  bool BOF() override;
+  bool EOF_() override;
+  std::int64_t RecordCount() override;
+  const std::vector<std::string>& Columns() const override { return names_; }
+  Value Field(std::string_view column) override;
+  Value Field(std::size_t column) override;
+  Bookmark GetBookmark() override;
+  void SetBookmark(Bookmark bookmark) override;
+  void Close() override;
+
+  void AddNew() override;
+  void Edit() override;
+  void Set(std::string_view column, const Value& value) override;
+  void Update() override;
+  void CancelUpdate() override;
+  void Delete() override;
+  Bookmark LastModified() override;
+
+  void FindFirst(std::string_view condition) override;
+  bool NoMatch() const override { return noMatch_; }
+  void Requery() override;
+  std::vector<Value> RowAt(std::int64_t place) override;
+  Bookmark BookmarkAt(std::int64_t place) override;
+  std::int64_t TotalRows() override;
+
+ private:
+  void ReadRest() override;
+  const std::vector<const TableSchema*>& TablesRead() const override { return keyset_.tables; }
+
+  void RequireOpen() const;
+  std::int64_t CurrentKey() const;
+  std::int64_t Size() const { return static_cast<std::int64_t>(keys_.size()); }
+  std::int64_t KeyAt(std::int64_t place) const { return keys_[static_cast<std::size_t>(place)]; }
+  void ReadKeys(std::int64_t count);
+  void Stand(std::int64_t place);
+  // The place of a key; -1 when it is not among them.
+  std::int64_t PlaceOfKey(std::int64_t key);
+  // Holds the current row, with this column at least, and what is likely to be asked for next.
+  void FetchFor(std::size_t column);
+  std::int64_t FindPlace(std::string_view condition);
+
+  std::shared_ptr<Connection> connection_;
+  std::string select_;
+  Keyset keyset_;
+  std::vector<std::string> names_;
+  RecordEdit edit_;
+  Running run_;
+  std::vector<std::int64_t> keys_;
+  bool complete_ = false;
+  std::optional<DatabaseError> failure_;  // what stands behind the keys that could be read
+  std::int64_t openingStamp_ = 0;
+
+  std::int64_t at_ = 0;  // -1 before the first; the number of keys behind the last
+  bool gap_ = false;     // between at_ - 1 and at_, where a row was deleted
+  std::int64_t reached_ = 0;
+  bool noMatch_ = false;
+  Bookmark lastModified_;
+
+  HeldRows held_{keyset_};
+  // Where a row was asked for last, and what was asked of the rows that were walked through up to
+  // there; kNowhere after a Requery.
+  static constexpr std::int64_t kNowhere = -2;
+  std::int64_t askedAt_ = kNowhere;
+  std::vector<bool> asked_;
+  std::size_t ahead_ = 1;  // rows that were fetched together last
+  std::int64_t aheadStamp_ = -1;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,126 @@
+#include "file/record_edit.h"
+
+#include "base/text.h"
+#include "dialect/convert.h"
+
+namespace brenvo {
+
+void RecordEdit::BeginNew() {
+  Cancel();
+  mode_ = Mode::kNew;
+  values_.assign(table_.columns.size(), Value());
+  touched_.assign(table_.columns.size(), false);
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    values_[i] = ToColumn(Value(), table_.columns[i].type, table_.columns[i].name);
+  }
+}
+
+void RecordEdit::BeginChange(std::int64_t key) {
+  Cancel();
+  mode_ = Mode::kChange;
+  key_ = key;
+  values_.assign(table_.columns.size(), Value());
+  touched_.assign(table_.columns.size(), false);
+}
+
+void RecordEdit::Cancel() { mode_ = Mode::kNone; }
+
+void RecordEdit::Set(std::size_t column, const Value& value) {
+  if (mode_ == Mode::kNone) {
+    throw DatabaseError(DatabaseError::kUpdateWithoutEdit,
+                        "Aggiornamento senza nuovo record e senza modifica.");
+  }
+  const Column& target = table_.columns[column];
+  if (target.type == ColumnType::kCounter) {
+    throw DatabaseError(DatabaseError::kInvalidOperation,
+                        "Il contatore '" + target.name + "' non si puo' scrivere.");
+  }
+  values_[column] = ToColumn(value, target.type, target.name);
+  touched_[column] = true;
+}
+
+bool RecordEdit::Has(std::size_t column) const {
+  return mode_ == Mode::kNew || (mode_ == Mode::kChange && touched_[column]);
+}
+
+Value RecordEdit::Get(std::size_t column) const {
+  return FromRaw(values_[column], TypeOfColumn(table_.columns[column].type));
+}
+
+std::int64_t RecordEdit::Write(Connection& connection) {
+  const Mode mode = mode_;
+  mode_ = Mode::kNone;
+  switch (mode) {
+    case Mode::kNone:
+      break;
+    case Mode::kNew:
+      return Insert(connection);
+    case Mode::kChange:
+      Change(connection);
+      return key_;
+  }
+  throw DatabaseError(DatabaseError::kUpdateWithoutEdit,
+                      "Aggiornamento senza nuovo record e senza modifica.");
+}
+
+std::int64_t RecordEdit::Insert(Connection& connection) {
+  std::vector<Value> parameters;
+  parameters.reserve(values_.size());
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    if (table_.columns[i].type == ColumnType::kCounter) continue;
+    parameters.push_back(std::move(values_[i]));
+  }
+  if (insert_.empty()) insert_ = InsertStatement();
+  connection.Write(table_, insert_, std::move(parameters));
+  return connection.LastKey();
+}
+
+std::string RecordEdit::InsertStatement() const {
+  std::string names;
+  std::string marks;
+  for (const Column& column : table_.columns) {
+    if (column.type == ColumnType::kCounter) continue;
+    names += (names.empty() ? "" : ", ") + column.quoted;
+    marks += marks.empty() ? "?" : ", ?";
+  }
+  return "INSERT INTO " + table_.quoted + " (" + names + ") VALUES (" + marks + ")";
+}
+
+void RecordEdit::Change(Connection& connection) {
+  std::string sql = "UPDATE " + table_.quoted + " SET ";
+  std::vector<Value> parameters;
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    if (!touched_[i]) continue;
+    if (!parameters.empty()) sql += ", ";
+    sql += table_.columns[i].quoted + " = ?";
+    parameters.push_back(std::move(values_[i]));
+  }
+  if (parameters.empty()) return;
+  parameters.emplace_back(key_);
+  if (connection.Write(table_, sql + " WHERE rowid = ?", std::move(parameters)) == 0) {
+    FailRecordDeleted();
+  }
+}
+
+void FailNoCurrentRecord() {
+  throw DatabaseError(DatabaseError::kNoCurrentRecord, "Nessun record corrente.");
+}
+
+void FailRecordDeleted() {
+  throw DatabaseError(DatabaseError::kRecordDeleted, "Il record e' stato cancellato.");
+}
+
+std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view name) {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (SameText(columns[i], name)) return i;
+  }
+  throw DatabaseError(DatabaseError::kItemNotFound,
+                      "La colonna '" + std::string(name) + "' non c'e'.");
+}
+
+void DeleteRow(Connection& connection, const TableSchema& table, std::int64_t key) {
+  const std::string sql = "DELETE FROM " + table.quoted + " WHERE rowid = ?";
+  if (connection.Write(table, sql, {Value(key)}) == 0) FailRecordDeleted();
+}
+
+}  // namespace brenvo

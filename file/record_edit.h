@@ -1,0 +1,55 @@
+// A record while it is being written.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "dialect/schema.h"
+#include "engine/value.h"
+#include "file/connection.h"
+
+namespace brenvo {
+
+class RecordEdit {
+ public:
+  explicit RecordEdit(const TableSchema& table) : table_(table) {}
+
+  bool IsNew() const { return mode_ == Mode::kNew; }
+  void BeginNew();
+  void BeginChange(std::int64_t key);
+  void Cancel();
+
+  // DatabaseError 3020 outside AddNew and Edit, 3421 when the column cannot hold the value, 3219
+  // for the counter.
+  void Set(std::size_t column, const Value& value);
+  // Whether the record holds a value of its own for the column: always, when it is new.
+  bool Has(std::size_t column) const;
+  Value Get(std::size_t column) const;
+
+  // Writes the record, which is then over whatever happens, and returns its key.
+  std::int64_t Write(Connection& connection);
+
+ private:
+  enum class Mode { kNone, kNew, kChange };
+
+  std::int64_t Insert(Connection& connection);
+  std::string InsertStatement() const;
+  void Change(Connection& connection);
+
+  const TableSchema& table_;
+  Mode mode_ = Mode::kNone;
+  std::int64_t key_ = 0;
+  std::vector<Value> values_;  // as stored
+  std::vector<bool> touched_;
+  std::string insert_;  // the statement, made when it is needed
+};
+
+// The errors that recordsets share.
+[[noreturn]] void FailNoCurrentRecord();
+[[noreturn]] void FailRecordDeleted();
+// The column's place; DatabaseError 3265 when there is none of that name.
+std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view name);
+
+void DeleteRow(Connection& connection, const TableSchema& table, std::int64_t key);
+
+}  // namespace brenvo

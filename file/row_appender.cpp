@@ -1,0 +1,36 @@
+#include "file/row_appender.h"
+
+#include <utility>
+
+#include "dialect/convert.h"
+
+namespace brenvo {
+
+TableAppender::TableAppender(std::shared_ptr<Connection> connection, std::string_view table)
+    : connection_(std::move(connection)), table_(&connection_->RequireTable(table)) {
+  std::string names, marks;
+  for (const Column& column : table_->columns) {
+    if (column.type == ColumnType::kCounter) continue;
+    columns_.push_back(&column);
+    names += (names.empty() ? "" : ", ") + column.quoted;
+    marks += marks.empty() ? "?" : ", ?";
+  }
+  insert_ = Running(*connection_,
+                    "INSERT INTO " + table_->quoted + " (" + names + ") VALUES (" + marks + ")");
+}
+
+std::int64_t TableAppender::Append(const std::vector<Value>& row) {
+  connection_->PrepareToWrite(*table_);
+  const Value null;
+  std::vector<Value> values;
+  values.reserve(columns_.size());
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const Value& value = i < row.size() ? row[i] : null;
+    values.push_back(ToColumn(value, columns_[i]->type, columns_[i]->name));
+  }
+  insert_.Restart(std::move(values));
+  insert_.Step();
+  return connection_->LastKey();
+}
+
+}  // namespace brenvo

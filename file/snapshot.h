@@ -1,0 +1,55 @@
+// A read-only result, read as it is moved through.
+#pragma once
+
+#include <memory>
+
+#include "file/connection.h"
+#include "file/row_store.h"
+
+namespace brenvo {
+
+class SnapshotRows final : public Snapshot, private LazyReader {
+ public:
+  SnapshotRows(std::shared_ptr<Connection> connection, std::string_view select);
+  ~SnapshotRows() override;
+
+  void MoveFirst() override;
+  void MoveLast() override;
+  void MoveNext() override;
+  void MovePrevious() override;
+  bool BOF() override;
+  bool EOF_() override;
+  std::int64_t RecordCount() override;
+  const std::vector<std::string>& Columns() const override;
+  using Snapshot::Field;
+  Value Field(std::string_view column) override;
+  Value Field(std::size_t column) override;
+  Bookmark GetBookmark() override;
+  void SetBookmark(Bookmark bookmark) override;
+  void Close() override;
+
+ private:
+  void ReadRest() override;
+  const std::vector<const TableSchema*>& TablesRead() const override { return query_.tables; }
+
+  void RequireOpen() const;
+  void RequireRecord() const;
+  // Reads one row more; false at the end, where the statement is given back.
+  bool ReadOne();
+  // From here on the rows must be in their order.
+  void SettleOrder();
+  void Reach(std::int64_t place);
+
+  std::shared_ptr<Connection> connection_;
+  Query query_;
+  mutable std::vector<std::string> names_;  // made when they are asked for
+  Running run_;
+  RowStore rows_;
+  bool orderOpen_ = false;  // the row read so far may not be the first one
+  bool complete_ = false;
+  std::optional<DatabaseError> failure_;  // what stands behind the rows that could be read
+  std::int64_t at_ = 0;                   // -1 before the first; the number of rows behind the last
+  std::int64_t reached_ = 0;
+};
+
+}  // namespace brenvo

@@ -1,0 +1,70 @@
+#include "file/sync.h"
+
+#include <cerrno>
+#include <string>
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace brenvo {
+namespace {
+
+void SyncNameOf(const std::filesystem::path& file) {
+  SyncToDisk(file.has_parent_path() ? file.parent_path() : std::filesystem::path("."));
+}
+
+void CopySafely(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::error_code error;
+  std::filesystem::copy_file(from, to, error);
+  if (error == std::errc::file_exists) throw PathFailure(to, error);  // not ours to remove
+  try {
+    if (error) throw PathFailure(to, error);
+    SyncToDisk(to);
+    SyncNameOf(to);
+  } catch (const DatabaseError&) {
+    std::error_code ignored;
+    std::filesystem::remove(to, ignored);
+    throw;
+  }
+}
+
+}  // namespace
+
+DatabaseError PathFailure(const std::filesystem::path& path, const std::error_code& why) {
+  return {DatabaseError::kPathAccess,
+          "Errore di accesso a '" + path.filename().string() + "' (" + why.message() + ")."};
+}
+
+void SyncToDisk([[maybe_unused]] const std::filesystem::path& path) {
+#ifndef _WIN32
+  const int descriptor = open(path.c_str(), O_RDONLY);
+  if (descriptor < 0) return;
+  // A file system that knows no such thing for its directories says so, and loses nothing by it.
+  const int failure = fsync(descriptor) == 0 || errno == EINVAL || errno == EROFS ? 0 : errno;
+  close(descriptor);
+  if (failure != 0) throw PathFailure(path, {failure, std::generic_category()});
+#endif
+}
+
+void RenameSafely(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::error_code error;
+  std::filesystem::rename(from, to, error);
+  if (error) throw PathFailure(from, error);
+  SyncNameOf(to);
+}
+
+void MoveSafely(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::error_code error;
+  std::filesystem::rename(from, to, error);
+  if (error == std::errc::cross_device_link) {
+    CopySafely(from, to);
+    std::filesystem::remove(from, error);
+    SyncNameOf(from);
+  }
+  if (error) throw PathFailure(from, error);
+  SyncNameOf(to);
+}
+
+}  // namespace brenvo

@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/file/contacts.h"
+#include "tests/support/integrity.h"
+#include "tests/support/recorded_files.h"
+#include "tests/support/scratch_database.h"
+#include "tests/support/thoroughly.h"
+
+namespace brenvo {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::set<std::string> Calls(Database& database) {
+  std::set<std::string> calls;
+  const auto rows = database.OpenSnapshot("select Call from Log");
+  for (; !rows->EOF_(); rows->MoveNext()) calls.insert(rows->Field("Call").Text());
+  return calls;
+}
+
+void Store(Database& database, const std::string& call) { AddContact(database, 5, call.c_str()); }
+
+constexpr int kContacts = 30;  // of a transfer
+
+class PowerCut : public testing::Test {
+ protected:
+  // After every operation, with nothing, all, and several random parts of what was not yet synced.
+  // `check` gets the opened database and the marks set before the cut.
+  void CutEverywhere(const RecordedFiles& files, const RecordedFiles::Files& before,
+                     const std::function<void(Database&, const std::set<std::string>&)>& check) {
+    std::mt19937 random(1);
+    const double shares[] = {0, 1, 0.5, 0.5, 0.9, 0.1};
+    const std::size_t all = files.Operations().size();
+    // Cuts are many and slow.
+    const std::size_t step = std::max<std::size_t>(1, all / Thoroughly(12u, 2000u));
+    for (std::size_t count = 0; count <= all; count += step) {
+      std::set<std::string> marks;
+      for (std::size_t i = 0; i < count; ++i) {
+        const auto& operation = files.Operations()[i];
+        if (operation.kind == RecordedFiles::Kind::kMark) marks.insert(operation.file);
+      }
+      for (const double share : shares) {
+        SCOPED_TRACE(testing::Message() << count << " of " << all << ", " << share << " landed");
+        RecordedFiles::Write(files.AfterPowerCut(before, count, share, random), rest_.Path());
+        ASSERT_NO_THROW({
+          Database database = Database::Open(rest_.Path() / "Brenvo.mdb");
+          check(database, marks);
+        });
+        ASSERT_EQ(IntegrityOf(rest_.Path() / "Brenvo.mdb"), "ok");
+        ++cuts_;
+      }
+    }
+    RecordProperty("cuts", cuts_);
+  }
+
+  ScratchDatabase scratch_;
+  ScratchDirectory rest_;
+  int cuts_ = 0;
+};
+
+TEST_F(PowerCut, AContactWhoseUpdateReturnedIsThereAndAnotherIsWholeOrNotThere) {
+  RecordedFiles::Files before;
+  RecordedFiles files;
+  {
+    Database database = scratch_.Open();
+    before = RecordedFiles::FilesIn(scratch_.Path());
+    before.erase(scratch_.File().string() + "-shm");
+    for (int i = 0; i < 6; ++i) {
+      Store(database, "IK" + std::to_string(i));
+      files.Mark("IK" + std::to_string(i));
+    }
+  }
+  // Closing writes everything back; after that nothing else is left.
+  files.Mark("closed");
+  CutEverywhere(files, before, [](Database& database, const std::set<std::string>& marks) {
+    const std::set<std::string> calls = Calls(database);
+    for (const std::string& mark : marks) {
+      if (mark != "closed") {
+        EXPECT_TRUE(calls.contains(mark)) << mark;
+      }
+    }
+    EXPECT_LE(calls.size(), marks.size() + 1);
+  });
+}
+
+TEST_F(PowerCut, AChangeAndADeleteAreDoneOrNotDone) {
+  RecordedFiles::Files before;
+  {
+    Database database = scratch_.Open();
+    Store(database, "IK3ABC");
+    Store(database, "IK3DEF");
+  }
+  RecordedFiles files;
+  {
+    Database database = scratch_.Open();
+    before = RecordedFiles::FilesIn(scratch_.Path());
+    before.erase(scratch_.File().string() + "-shm");
+    auto rows = database.OpenDynaset("select * from Log order by Call");
+    rows->Edit();
+    rows->Set("Qra", std::string(300, 'A'));
+    rows->Update();
+    files.Mark("changed");
+    rows->MoveNext();
+    rows->Delete();
+    files.Mark("deleted");
+  }
+  CutEverywhere(files, before, [](Database& database, const std::set<std::string>& marks) {
+    const auto first = database.OpenSnapshot("select Qra from Log where Call='IK3ABC'");
+    ASSERT_FALSE(first->EOF_());
+    const std::string qra = first->Field("Qra").Text();
+    EXPECT_TRUE(qra.empty() || qra == std::string(300, 'A'));
+    if (marks.contains("changed")) {
+      EXPECT_FALSE(qra.empty());
+    }
+    const bool second = Calls(database).contains("IK3DEF");
+    if (marks.contains("deleted")) {
+      EXPECT_FALSE(second);
+    }
+    if (!marks.contains("changed")) {
+      EXPECT_TRUE(second);
+    }
+  });
+}
+
+TEST_F(PowerCut, OfATransferAllContactsAreThereAndUnmarkedOrNoneIs) {
+  RecordedFiles::Files before;
+
+  {
+    Database database = scratch_.Open();
+    for (int i = 0; i < kContacts; ++i) {
+      database.Execute(
+          "insert into [Contest Qso] (DataContest, Banda, ProgrDato, Call, InLog) values "
+          "('2001-02-03 00:00:00','  2 m'," +
+          std::to_string(i + 1) + ",'IK" + std::to_string(i) + "',true)");
+    }
+  }
+  RecordedFiles files;
+  {
+    Database database = scratch_.Open();
+    before = RecordedFiles::FilesIn(scratch_.Path());
+    before.erase(scratch_.File().string() + "-shm");
+    database.BeginTrans();
+    for (int i = 0; i < kContacts; ++i) Store(database, "IK" + std::to_string(i));
+    database.Execute("update [Contest Qso] set InLog=false");
+    database.CommitTrans();
+    files.Mark("transferred");
+  }
+  CutEverywhere(files, before, [](Database& database, const std::set<std::string>& marks) {
+    const auto marked =
+        database.OpenSnapshot("select count(*) from [Contest Qso] where InLog")->Field(0).Integer();
+    const std::size_t calls = Calls(database).size();
+    EXPECT_TRUE((calls == 0 && marked == kContacts) || (calls == kContacts && marked == 0))
+        << calls << " in the log, " << marked << " marked";
+    if (marks.contains("transferred")) {
+      EXPECT_EQ(calls, kContacts);
+    }
+  });
+}
+
+TEST_F(PowerCut, ACompactionNeverTouchesItsSource) {
+  {
+    Database database = scratch_.Open();
+    for (int i = 0; i < 200; ++i) Store(database, "IK" + std::to_string(i));
+  }
+  const RecordedFiles::Files before = RecordedFiles::FilesIn(scratch_.Path());
+  RecordedFiles files;
+  Database::CompactDatabase(scratch_.File(), scratch_.Path() / "BrenvoNEW.MDB");
+  CutEverywhere(files, before, [](Database& database, const std::set<std::string>&) {
+    EXPECT_EQ(Calls(database).size(), 200u);
+  });
+}
+
+}  // namespace
+}  // namespace brenvo
