@@ -1,7 +1,5 @@
 #include "dialect/convert.h"
 
-#include <sqlite3.h>
-
 #include <cmath>
 #include <string>
 
@@ -101,6 +99,14 @@ std::optional<DateTime> DateOfText(std::string_view text) {
   return ParseTime(text);
 }
 
+DateTime DateOfLiteral(std::string_view text) {
+  if (const auto date = ParseDate(text)) return *date;
+  if (const auto time = ParseTime(text)) return *time;
+  throw DatabaseError(
+      DatabaseError::kTypeMismatchInExpression,
+      "Tipo di dati non corrispondente: '" + std::string(text) + "' non e' una data.");
+}
+
 Value ToColumn(const Value& value, ColumnType type, std::string_view column) {
   if (value.IsNull()) return type == ColumnType::kYesNo ? Value(std::int64_t{0}) : Value();
   switch (type) {
@@ -140,39 +146,6 @@ Value ToKey(const Value& value, ColumnType type) {
   return {};
 }
 
-ValueType TypeOfColumn(ColumnType type) {
-  switch (type) {
-    case ColumnType::kText:
-      return ValueType::kText;
-    case ColumnType::kInteger:
-    case ColumnType::kCounter:
-      return ValueType::kInteger;
-    case ColumnType::kReal:
-      return ValueType::kReal;
-    case ColumnType::kDateTime:
-      return ValueType::kDate;
-    case ColumnType::kYesNo:
-      return ValueType::kYesNo;
-  }
-  return ValueType::kAny;
-}
-
-Value ReadRaw(sqlite3_value* value) {
-  switch (sqlite3_value_type(value)) {
-    case SQLITE_NULL:
-      return {};
-    case SQLITE_INTEGER:
-      return Value(static_cast<std::int64_t>(sqlite3_value_int64(value)));
-    case SQLITE_FLOAT:
-      return Value(sqlite3_value_double(value));
-    default: {
-      const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-      const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
-      return text == nullptr ? Value("") : Value(std::string(text, size));
-    }
-  }
-}
-
 Value FromRaw(Value raw, ValueType type) {
   const Value::Data& data = raw.Get();
   switch (type) {
@@ -199,23 +172,6 @@ Value FromRaw(Value raw, ValueType type) {
       break;
   }
   return raw;
-}
-
-Value ReadCell(sqlite3_stmt* statement, int column, ValueType type) {
-  switch (sqlite3_column_type(statement, column)) {
-    case SQLITE_NULL:
-      return {};
-    case SQLITE_INTEGER:
-      return FromRaw(Value(static_cast<std::int64_t>(sqlite3_column_int64(statement, column))),
-                     type);
-    case SQLITE_FLOAT:
-      return FromRaw(Value(sqlite3_column_double(statement, column)), type);
-    default: {
-      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-      const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
-      return FromRaw(text == nullptr ? Value("") : Value(std::string(text, size)), type);
-    }
-  }
 }
 
 }  // namespace brenvo

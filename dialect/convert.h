@@ -1,15 +1,11 @@
-// Values on their way into columns and out of them.
+// Values on their way into columns and out of them, and texts that are to be numbers or dates.
 #pragma once
 
 #include <optional>
 #include <string_view>
 
 #include "dialect/schema.h"
-#include "dialect/tree.h"
 #include "engine/value.h"
-
-struct sqlite3_stmt;
-struct sqlite3_value;
 
 namespace brenvo {
 
@@ -19,17 +15,13 @@ Value ToColumn(const Value& value, ColumnType type, std::string_view column);
 // The value to look for in an index part of this type: texts lose their trailing blanks, and a
 // text asked of a number column counts by its leading number.
 Value ToKey(const Value& value, ColumnType type);
-
-ValueType TypeOfColumn(ColumnType type);
-// A cell of a row as read.
-Value ReadCell(sqlite3_stmt* statement, int column, ValueType type);
-// A cell as the file holds it: Null, int64, double or text.
-Value ReadRaw(sqlite3_value* value);
-// What a cell as the file holds it means in a column.
+// What a cell as it is stored (Null, int64, double or text) means in a column.
 Value FromRaw(Value raw, ValueType type);
 
 // The number or the date that a text is as a whole, blanks around it aside.
 std::optional<double> NumberOfText(std::string_view text);
 std::optional<DateTime> DateOfText(std::string_view text);
+// The date of a text as DateValue and CVDate read it; DatabaseError 3464 when it is none.
+DateTime DateOfLiteral(std::string_view text);
 
 }  // namespace brenvo

@@ -1,17 +1,9 @@
 #include "dialect/functions.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <iterator>
-#include <memory>
-#include <string>
 
-#include "base/number.h"
 #include "base/text.h"
-#include "dialect/convert.h"
-#include "dialect/like_pattern.h"
-#include "dialect/schema.h"
 
 namespace brenvo {
 namespace {
@@ -19,246 +11,40 @@ namespace {
 using Kind = Function::Kind;
 
 constexpr Function kFunctions[] = {
-    {"Left", Kind::kLeft, "substr", 2, 2, ValueType::kText, "tn"},
-    {"Right", Kind::kPlain, "dialect_right", 2, 2, ValueType::kText, "tn"},
-    {"Mid", Kind::kPlain, "dialect_mid", 2, 3, ValueType::kText, "tnn"},
-    {"Len", Kind::kPlain, "length", 1, 1, ValueType::kInteger, "t"},
-    {"Trim", Kind::kPlain, "trim", 1, 1, ValueType::kText, "t"},
-    {"LTrim", Kind::kPlain, "ltrim", 1, 1, ValueType::kText, "t"},
-    {"RTrim", Kind::kPlain, "rtrim", 1, 1, ValueType::kText, "t"},
-    {"UCase", Kind::kPlain, "dialect_upper", 1, 1, ValueType::kText, "t"},
-    {"LCase", Kind::kPlain, "dialect_lower", 1, 1, ValueType::kText, "t"},
-    {"Space", Kind::kPlain, "dialect_space", 1, 1, ValueType::kText, "n"},
-    {"Str", Kind::kPlain, "dialect_str", 1, 1, ValueType::kText, "n"},
-    {"Val", Kind::kPlain, "dialect_val", 1, 1, ValueType::kReal, "t"},
-    {"Abs", Kind::kPlain, "abs", 1, 1, ValueType::kReal, "n"},
-    {"DateValue", Kind::kDateValue, "dialect_datevalue", 1, 1, ValueType::kDate, "?"},
-    {"CVDate", Kind::kDate, "dialect_date", 1, 1, ValueType::kDate, "?"},
-    {"CDate", Kind::kDate, "dialect_date", 1, 1, ValueType::kDate, "?"},
-    {"Year", Kind::kPlain, "dialect_year", 1, 1, ValueType::kInteger, "d"},
-    {"Month", Kind::kPlain, "dialect_month", 1, 1, ValueType::kInteger, "d"},
-    {"Day", Kind::kPlain, "dialect_day", 1, 1, ValueType::kInteger, "d"},
-    {"IIf", Kind::kCondition, "iif", 3, 3, ValueType::kAny, "???"},
-    {"IsNull", Kind::kIsNull, "", 1, 1, ValueType::kYesNo, "?"},
-    {"Count", Kind::kCount, "count", 1, 1, ValueType::kInteger, "?"},
-    {"Sum", Kind::kSum, "sum", 1, 1, ValueType::kReal, "n"},
-    {"Avg", Kind::kSum, "avg", 1, 1, ValueType::kReal, "n"},
-    {"Max", Kind::kExtreme, "max", 1, 1, ValueType::kAny, "?"},
-    {"Min", Kind::kExtreme, "min", 1, 1, ValueType::kAny, "?"},
+    {FunctionName::kLeft, "Left", Kind::kLeft, 2, 2, ValueType::kText, "tn"},
+    {FunctionName::kRight, "Right", Kind::kPlain, 2, 2, ValueType::kText, "tn"},
+    {FunctionName::kMid, "Mid", Kind::kPlain, 2, 3, ValueType::kText, "tnn"},
+    {FunctionName::kLen, "Len", Kind::kPlain, 1, 1, ValueType::kInteger, "t"},
+    {FunctionName::kTrim, "Trim", Kind::kPlain, 1, 1, ValueType::kText, "t"},
+    {FunctionName::kLTrim, "LTrim", Kind::kPlain, 1, 1, ValueType::kText, "t"},
+    {FunctionName::kRTrim, "RTrim", Kind::kPlain, 1, 1, ValueType::kText, "t"},
+    {FunctionName::kUCase, "UCase", Kind::kPlain, 1, 1, ValueType::kText, "t"},
+    {FunctionName::kLCase, "LCase", Kind::kPlain, 1, 1, ValueType::kText, "t"},
+    {FunctionName::kSpace, "Space", Kind::kPlain, 1, 1, ValueType::kText, "n"},
+    {FunctionName::kStr, "Str", Kind::kPlain, 1, 1, ValueType::kText, "n"},
+    {FunctionName::kVal, "Val", Kind::kPlain, 1, 1, ValueType::kReal, "t"},
+    {FunctionName::kAbs, "Abs", Kind::kPlain, 1, 1, ValueType::kReal, "n"},
+    {FunctionName::kDateValue, "DateValue", Kind::kDateValue, 1, 1, ValueType::kDate, "?"},
+    {FunctionName::kCVDate, "CVDate", Kind::kDate, 1, 1, ValueType::kDate, "?"},
+    {FunctionName::kCDate, "CDate", Kind::kDate, 1, 1, ValueType::kDate, "?"},
+    {FunctionName::kYear, "Year", Kind::kPlain, 1, 1, ValueType::kInteger, "d"},
+    {FunctionName::kMonth, "Month", Kind::kPlain, 1, 1, ValueType::kInteger, "d"},
+    {FunctionName::kDay, "Day", Kind::kPlain, 1, 1, ValueType::kInteger, "d"},
+    {FunctionName::kIIf, "IIf", Kind::kCondition, 3, 3, ValueType::kAny, "???"},
+    {FunctionName::kIsNull, "IsNull", Kind::kIsNull, 1, 1, ValueType::kYesNo, "?"},
+    {FunctionName::kCount, "Count", Kind::kCount, 1, 1, ValueType::kInteger, "?"},
+    {FunctionName::kSum, "Sum", Kind::kSum, 1, 1, ValueType::kReal, "n"},
+    {FunctionName::kAvg, "Avg", Kind::kSum, 1, 1, ValueType::kReal, "n"},
+    {FunctionName::kMax, "Max", Kind::kExtreme, 1, 1, ValueType::kAny, "?"},
+    {FunctionName::kMin, "Min", Kind::kExtreme, 1, 1, ValueType::kAny, "?"},
 };
-
-// No text of this program is longer, and no statement may ask for more.
-constexpr double kLongestSpace = 65535;
-
-using Failure = std::optional<DatabaseError>;
-
-void Fail(sqlite3_context* context, DatabaseError error) {
-  *static_cast<Failure*>(sqlite3_user_data(context)) = std::move(error);
-  sqlite3_result_error(context, "dialect", -1);
-}
-
-void Return(sqlite3_context* context, const Value& value) {
-  const Value::Data& data = value.Get();
-  if (const auto* whole = std::get_if<std::int64_t>(&data)) {
-    sqlite3_result_int64(context, *whole);
-  } else if (const auto* real = std::get_if<double>(&data)) {
-    sqlite3_result_double(context, *real);
-  } else if (const auto* yes = std::get_if<bool>(&data)) {
-    sqlite3_result_int(context, *yes ? -1 : 0);
-  } else if (value.IsNull()) {
-    sqlite3_result_null(context);
-  } else {
-    const auto* date = std::get_if<DateTime>(&data);
-    const std::string text = date != nullptr ? IsoText(*date) : value.Text();
-    sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
-  }
-}
-
-// Runs `Body` on the arguments as values. Any Null among them gives Null.
-template <Value (*Body)(const Value* arguments, int count)>
-void Call(sqlite3_context* context, int count, sqlite3_value** arguments) {
-  try {
-    Value values[3];
-    for (int i = 0; i < count && i < 3; ++i) {
-      values[i] = ReadRaw(arguments[i]);
-      if (values[i].IsNull()) return sqlite3_result_null(context);
-    }
-    Return(context, Body(values, count));
-  } catch (const DatabaseError& error) {
-    Fail(context, error);
-  } catch (const std::bad_alloc&) {
-    sqlite3_result_error_nomem(context);
-  }
-}
-
-std::size_t CountOf(const Value& value) {
-  const double number = value.Number();
-  if (!(number >= 0) || number > kLongestSpace) {
-    throw DatabaseError(DatabaseError::kConversion, "Argomento non valido in una funzione.");
-  }
-  return static_cast<std::size_t>(RoundHalfEven(number));
-}
-
-DateTime DateOf(const Value& value) {
-  if (const auto* text = std::get_if<std::string>(&value.Get())) {
-    if (const auto date = ParseIso(*text)) return *date;
-    return DateOfLiteral(*text);
-  }
-  return DateOfLiteral(value.Text());
-}
-
-Value RightOf(const Value* a, int) { return Right(a[0].Text(), CountOf(a[1])); }
-Value MidOf(const Value* a, int count) {
-  const std::size_t start = CountOf(a[1]);
-  return count == 2 ? Mid(a[0].Text(), start) : Mid(a[0].Text(), start, CountOf(a[2]));
-}
-Value UpperOf(const Value* a, int) { return Upper(a[0].Text()); }
-Value LowerOf(const Value* a, int) { return Lower(a[0].Text()); }
-Value SpaceOf(const Value* a, int) { return Space(CountOf(a[0])); }
-Value StrOf(const Value* a, int) { return Str(a[0].Number()); }
-Value ValOf(const Value* a, int) { return Val(a[0].Text()); }
-Value TextOf(const Value* a, int) {
-  // A date arrives as the file holds it.
-  if (const auto* text = std::get_if<std::string>(&a[0].Get())) {
-    if (const auto date = ParseIso(*text)) return DateTimeText(*date);
-  }
-  return a[0].Text();
-}
-Value DateValueOf(const Value* a, int) { return DateOf(a[0]).DatePart(); }
-Value DateWithTimeOf(const Value* a, int) { return DateOf(a[0]); }
-Value YearOf(const Value* a, int) { return DateOf(a[0]).Year(); }
-Value MonthOf(const Value* a, int) { return DateOf(a[0]).Month(); }
-Value DayOf(const Value* a, int) { return DateOf(a[0]).Day(); }
-
-// dialect_store(type, value): what a column of that type stores.
-void Store(sqlite3_context* context, int, sqlite3_value** arguments) {
-  try {
-    const auto type = static_cast<ColumnType>(sqlite3_value_int(arguments[0]));
-    Return(context, ToColumn(ReadRaw(arguments[1]), type, "?"));
-  } catch (const DatabaseError& error) {
-    Fail(context, error);
-  } catch (const std::bad_alloc&) {
-    sqlite3_result_error_nomem(context);
-  }
-}
-
-// dialect_like(pattern, text); the pattern is read once for all rows when it is constant.
-void Like(sqlite3_context* context, int, sqlite3_value** arguments) {
-  if (sqlite3_value_type(arguments[0]) == SQLITE_NULL ||
-      sqlite3_value_type(arguments[1]) == SQLITE_NULL) {
-    return sqlite3_result_null(context);
-  }
-  try {
-    auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
-    std::unique_ptr<LikePattern> fresh;
-    if (pattern == nullptr) {
-      fresh = std::make_unique<LikePattern>(ReadRaw(arguments[0]).Text());
-      pattern = fresh.get();
-    }
-    sqlite3_result_int(context, pattern->Matches(ReadRaw(arguments[1]).Text()) ? 1 : 0);
-    if (fresh) {
-      sqlite3_set_auxdata(context, 0, fresh.release(),
-                          [](void* data) { delete static_cast<LikePattern*>(data); });
-    }
-  } catch (const DatabaseError& error) {
-    Fail(context, error);
-  } catch (const std::bad_alloc&) {
-    sqlite3_result_error_nomem(context);
-  }
-}
-
-int Collate(void*, int sizeA, const void* a, int sizeB, const void* b) {
-  return CompareFolded({static_cast<const char*>(a), static_cast<std::size_t>(sizeA)},
-                       {static_cast<const char*>(b), static_cast<std::size_t>(sizeB)});
-}
-
-using Body = void (*)(sqlite3_context*, int, sqlite3_value**);
-constexpr struct {
-  const char* name;
-  int arguments;
-  Body body;
-} kRegistered[] = {
-    {"dialect_right", 2, Call<RightOf>},
-    {"dialect_mid", 2, Call<MidOf>},
-    {"dialect_mid", 3, Call<MidOf>},
-    {"dialect_upper", 1, Call<UpperOf>},
-    {"dialect_lower", 1, Call<LowerOf>},
-    {"dialect_space", 1, Call<SpaceOf>},
-    {"dialect_str", 1, Call<StrOf>},
-    {"dialect_val", 1, Call<ValOf>},
-    {"dialect_text", 1, Call<TextOf>},
-    {"dialect_datevalue", 1, Call<DateValueOf>},
-    {"dialect_date", 1, Call<DateWithTimeOf>},
-    {"dialect_year", 1, Call<YearOf>},
-    {"dialect_month", 1, Call<MonthOf>},
-    {"dialect_day", 1, Call<DayOf>},
-    {"dialect_store", 2, Store},
-    {"dialect_like", 2, Like},
-};
-
-// The character at `at`, which moves on behind it; a byte that begins none counts for itself.
-char32_t TakeCharacter(std::string_view text, std::size_t& at) {
-  const auto byte = [&](std::size_t i) {
-    return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
-  };
-  const unsigned first = byte(at);
-  const unsigned length = first < 0xC0 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-  if (length == 1) {
-    ++at;
-    return first;
-  }
-  char32_t character = first & (0xFFU >> (length + 1));
-  for (unsigned i = 1; i < length; ++i) character = character << 6 | (byte(at + i) & 0x3F);
-  at = std::min(at + length, text.size());
-  return character;
-}
 
 }  // namespace
-
-int CompareFolded(std::string_view a, std::string_view b) {
-  std::size_t atA = 0;
-  std::size_t atB = 0;
-  while (atA < a.size() && atB < b.size()) {
-    const char32_t fromA = LowerChar(TakeCharacter(a, atA));
-    const char32_t fromB = LowerChar(TakeCharacter(b, atB));
-    if (fromA != fromB) return fromA < fromB ? -1 : 1;
-  }
-  if (atA < a.size()) return 1;
-  return atB < b.size() ? -1 : 0;
-}
-
-bool NeedsFolding(std::string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const char32_t character = TakeCharacter(text, at);
-    if (character >= 0x80 &&
-        (LowerChar(character) != character || UpperChar(character) != character)) {
-      return true;
-    }
-  }
-  return false;
-}
-
-DateTime DateOfLiteral(std::string_view text) {
-  if (const auto date = ParseDate(text)) return *date;
-  if (const auto time = ParseTime(text)) return *time;
-  throw DatabaseError(
-      DatabaseError::kTypeMismatchInExpression,
-      "Tipo di dati non corrispondente: '" + std::string(text) + "' non e' una data.");
-}
 
 const Function* FindFunction(std::string_view name) {
   const auto* found = std::find_if(std::begin(kFunctions), std::end(kFunctions),
                                    [&](const Function& f) { return SameText(f.name, name); });
   return found == std::end(kFunctions) ? nullptr : found;
-}
-
-void RegisterFunctions(sqlite3* file, std::optional<DatabaseError>* failure) {
-  constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY;
-  for (const auto& function : kRegistered) {
-    sqlite3_create_function_v2(file, function.name, function.arguments, kFlags, failure,
-                               function.body, nullptr, nullptr, nullptr);
-  }
-  sqlite3_create_collation_v2(file, kFoldingOrder, SQLITE_UTF8, nullptr, Collate, nullptr);
 }
 
 }  // namespace brenvo

@@ -1,28 +1,46 @@
-// The functions and the order of texts that the dialect adds to SQLite. They live in the open
-// connection alone: nothing in the file refers to them.
+// The functions that a statement may call.
 #pragma once
 
-#include <optional>
 #include <string_view>
 
-#include "dialect/tree.h"
-#include "engine/database_error.h"
-
-struct sqlite3;
+#include "dialect/schema.h"
 
 namespace brenvo {
 
-// Orders texts without regard to case, of all letters and not of ASCII alone.
-inline constexpr const char* kFoldingOrder = "DIALECT";
+// A store that writes statements out switches over these, so that one without its form does not
+// compile.
+enum class FunctionName {
+  kLeft,
+  kRight,
+  kMid,
+  kLen,
+  kTrim,
+  kLTrim,
+  kRTrim,
+  kUCase,
+  kLCase,
+  kSpace,
+  kStr,
+  kVal,
+  kAbs,
+  kDateValue,
+  kCVDate,
+  kCDate,
+  kYear,
+  kMonth,
+  kDay,
+  kIIf,
+  kIsNull,
+  kCount,
+  kSum,
+  kAvg,
+  kMax,
+  kMin,
+};
 
-// Makes the functions known to a connection. A failure inside one is left in `failure`, and the
-// running statement ends with SQLITE_ERROR.
-void RegisterFunctions(sqlite3* file, std::optional<DatabaseError>* failure);
-
-// What the dialect knows of a function that a statement calls.
 struct Function {
   enum class Kind {
-    kPlain,      // sql(arguments)
+    kPlain,      // of its arguments alone
     kLeft,       // Left: indexes are served by its own form
     kDateValue,  // a date without its time
     kDate,       // a date with its time
@@ -32,10 +50,10 @@ struct Function {
     kSum,      // Sum, Avg: a number of numbers
     kExtreme,  // Max, Min: of the argument's type
   };
+  FunctionName id;
   std::string_view name;
   Kind kind;
-  const char* sql;
-  int fewest, most;
+  int fewest, most;  // arguments
   ValueType result;
   // What the arguments must be: 't' text, 'n' number, 'd' date, '?' anything.
   std::string_view arguments;
@@ -43,13 +61,5 @@ struct Function {
 
 // Null when there is no function of that name.
 const Function* FindFunction(std::string_view name);
-
-// The date of a text as DateValue and CVDate read it; DatabaseError 3464 when it is none.
-DateTime DateOfLiteral(std::string_view text);
-
-// Texts by the folding order: negative, 0 or positive.
-int CompareFolded(std::string_view a, std::string_view b);
-// Whether the text holds letters that ASCII's case folding does not reach.
-bool NeedsFolding(std::string_view text);
 
 }  // namespace brenvo

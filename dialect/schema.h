@@ -1,25 +1,31 @@
-// What the database file says of its tables, columns and indexes.
+// The tables, columns and indexes that statements are read against, as plain data. A store reads
+// them from where it keeps its rows.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
-
-struct sqlite3;
 
 namespace brenvo {
 
 enum class ColumnType { kText, kInteger, kReal, kDateTime, kYesNo, kCounter };
 
+// What a value is; kAny where that is known only when it is read.
+enum class ValueType { kAny, kText, kInteger, kReal, kDate, kYesNo };
+
+ValueType TypeOfColumn(ColumnType type);
+
 struct Column {
   std::string name;
-  std::string quoted;  // as SQL names it
+  std::string quoted;  // as the store's own statements write it
   ColumnType type = ColumnType::kText;
 };
 
 // One part of an index's key: a whole column, or the first `prefix` characters of a text column.
-// Parts on texts are rtrim(...) COLLATE NOCASE.
+// Texts count in it without the blanks at their end and without regard to the case of ASCII
+// letters.
 struct IndexPart {
   std::size_t column = 0;
   int prefix = 0;  // 0: the whole column
@@ -36,10 +42,11 @@ struct TableSchema {
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
   std::string name;
-  std::string quoted;
+  std::string quoted;  // as the store's own statements write it
   std::vector<Column> columns;
   std::vector<Index> indexes;
-  std::size_t rowidColumn = kNone;  // the column that is the row's key itself, if any
+  // The column whose numbers are the keys of the rows, rising in the order of entry, if any.
+  std::size_t keyColumn = kNone;
 
   // kNone when there is no such column; case does not count.
   std::size_t FindColumn(std::string_view columnName) const;
@@ -53,8 +60,8 @@ struct TableSchema {
 
 class Schema {
  public:
-  // Reads an open file's own description.
-  static Schema Read(sqlite3* file);
+  Schema() = default;
+  explicit Schema(std::vector<TableSchema> tables) : tables_(std::move(tables)) {}
 
   // Null when there is none; case does not count.
   const TableSchema* FindTable(std::string_view name) const;
@@ -63,9 +70,5 @@ class Schema {
  private:
   std::vector<TableSchema> tables_;
 };
-
-// The SQL of a column or an index part, quoted: "Call", rtrim("Call") COLLATE NOCASE, ...
-std::string QuotedName(std::string_view name);
-std::string PartSql(const TableSchema& table, const IndexPart& part);
 
 }  // namespace brenvo

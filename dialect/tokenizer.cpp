@@ -53,7 +53,7 @@ Token Tokenizer::Next() {
   if (BeginsName(c)) {
     while (BeginsName(peek(at_)) || IsDigit(peek(at_))) ++at_;
     Token token = Make(TokenKind::kName, from, at_);
-    token.word = PackWord(token.text);
+    token.word = PackedForm(token.text);
     return token;
   }
   if (IsDigit(c) || (c == '.' && IsDigit(peek(from + 1)))) {
@@ -78,7 +78,7 @@ Token Tokenizer::Next() {
     const std::size_t end = statement_.find(']', from);
     const std::string_view name = statement_.substr(from + 1, end - from - 1);
     const bool clean = std::none_of(name.begin(), name.end(), [](char letter) {
-      return static_cast<unsigned char>(letter) < ' ';  // a zero would end SQLite's text
+      return static_cast<unsigned char>(letter) < ' ';  // a zero would end a store's text
     });
     if (end == std::string_view::npos || name.empty() || !clean) {
       at_ = statement_.size();

@@ -6,16 +6,24 @@
 
 namespace brenvo {
 
-// A bare word of at most 8 ASCII letters, without regard to case, as one number: keywords and
-// function names compare fast. 0 for any other text.
-constexpr std::uint64_t PackWord(std::string_view word) {
-  if (word.empty() || word.size() > 8) return 0;
+// A bare word of 1 to 8 ASCII letters, without regard to case, as one number: keywords compare
+// fast. 0 for any other text.
+constexpr std::uint64_t PackedForm(std::string_view word) {
+  if (word.size() > 8) return 0;
   std::uint64_t packed = 0;
   for (char c : word) {
     if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
     if (c < 'A' || c > 'Z') return 0;
     packed = packed << 8 | static_cast<unsigned char>(c);
   }
+  return packed;
+}
+
+// The same for a keyword in the source: one that has no packed form, being longer than 8 letters
+// or not of letters alone, does not compile. As 0 it would equal every word that is no keyword.
+consteval std::uint64_t PackWord(std::string_view word) {
+  const std::uint64_t packed = PackedForm(word);
+  if (packed == 0) throw "a keyword is 1 to 8 letters";
   return packed;
 }
 

@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "base/date.h"
+#include "dialect/schema.h"
 
 namespace brenvo {
 
 struct Function;
-struct TableSchema;
 struct SelectTree;
 
 template <typename T>
@@ -51,9 +51,6 @@ enum class NodeKind {
   kSubselect,  // select
   kExists,     // select
 };
-
-// What a value is; kAny where that is known only when it is read.
-enum class ValueType { kAny, kText, kInteger, kReal, kDate, kYesNo };
 
 struct Node {
   Node(NodeKind nodeKind, std::pmr::memory_resource* memory) : kind(nodeKind), children(memory) {}

@@ -4,8 +4,9 @@
 #include <array>
 #include <fstream>
 
-#include "dialect/convert.h"
-#include "dialect/functions.h"
+#include "file/cells.h"
+#include "file/read_schema.h"
+#include "file/sqlite_functions.h"
 
 namespace brenvo {
 namespace {
@@ -100,7 +101,7 @@ void Connection::Setup() {
                         "Il database e' di un'altra versione del programma.");
   }
   if (sqlite3_db_readonly(file, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
-  schema_ = Schema::Read(file);
+  schema_ = ReadSchema(file);
 
   // Damage is found where it is read, not where it would lead.
   RunSql(file, "PRAGMA cell_size_check = ON");

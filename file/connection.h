@@ -16,7 +16,6 @@
 #include "engine/database.h"
 #include "engine/database_error.h"
 #include "file/sqlite_file.h"
-#include "file/translate.h"
 
 namespace brenvo {
 

@@ -6,6 +6,7 @@
 #include "file/connection.h"
 #include "file/held_rows.h"
 #include "file/record_edit.h"
+#include "file/translate.h"
 
 namespace brenvo {
 

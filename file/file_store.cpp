@@ -5,6 +5,7 @@
 #include "file/row_appender.h"
 #include "file/snapshot.h"
 #include "file/table.h"
+#include "file/translate.h"
 
 namespace brenvo {
 namespace {

@@ -8,6 +8,7 @@
 
 #include "file/connection.h"
 #include "file/row_store.h"
+#include "file/translate.h"
 
 namespace brenvo {
 

@@ -1,9 +1,11 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "dialect/folding.h"
 #include "dialect/functions.h"
 #include "dialect/like_pattern.h"
 #include "file/sql_writer.h"
+#include "file/sqlite_functions.h"
 
 namespace brenvo {
 namespace {
@@ -179,7 +181,7 @@ bool SqlWriter::PrefixEquality(const Node& column, std::string_view text) {
   if (lengths.empty()) return false;
   Head(column, lengths.front());
   Add(" = ");
-  Parameter(Value(RTrim(brenvo::Left(text, static_cast<std::size_t>(lengths.front())))));
+  Parameter(Value(RTrim(Left(text, static_cast<std::size_t>(lengths.front())))));
   Add(" AND ");
   Comparand(column, kAsciiOrder);
   Add(" = ");
@@ -230,7 +232,7 @@ void SqlWriter::Prefix(const Node& value, const std::string& prefix) {
       if (length > count) {
         Head(value, held);
         Add(" = ");
-        Parameter(Value(RTrim(brenvo::Left(prefix, count))));
+        Parameter(Value(RTrim(Left(prefix, count))));
         Add(" AND ");
         break;
       }

@@ -5,6 +5,8 @@
 
 #include "dialect/convert.h"
 #include "dialect/functions.h"
+#include "file/read_schema.h"
+#include "file/sqlite_functions.h"
 
 namespace brenvo {
 
@@ -187,7 +189,7 @@ void SqlWriter::Plain(const Node& node) {
   }
 }
 
-void SqlWriter::Left(const Node& node) {
+void SqlWriter::LeftCall(const Node& node) {
   Add("substr(");
   Plain(*node.children[0]);
   const Node& count = *node.children[1];
@@ -206,7 +208,7 @@ void SqlWriter::Call(const Node& node) {
   const Function& function = *node.function;
   switch (function.kind) {
     case Function::Kind::kLeft:
-      return Left(node);
+      return LeftCall(node);
     case Function::Kind::kIsNull:
       Add("-(");
       Condition(node);
@@ -219,7 +221,7 @@ void SqlWriter::Call(const Node& node) {
       }
       break;
     case Function::Kind::kExtreme:
-      Add(function.sql);
+      Add(SqlOf(function.id));
       Add("(");
       SortKey(*node.children[0]);
       return Add(")");
@@ -234,7 +236,7 @@ void SqlWriter::Call(const Node& node) {
     default:
       break;
   }
-  Add(function.sql);
+  Add(SqlOf(function.id));
   Add("(");
   if (node.star) Add("*");
   for (std::size_t i = 0; i < node.children.size(); ++i) {

@@ -41,7 +41,7 @@ class SqlWriter {
   void Operand(const Node& node);
   void Call(const Node& node);
   void Text(const Node& node);
-  void Left(const Node& node);
+  void LeftCall(const Node& node);
 
   // Texts as they compare, and conditions on them and on days.
   static std::string_view SortOrder(const Node& node);

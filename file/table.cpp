@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "dialect/convert.h"
-#include "dialect/functions.h"
+#include "dialect/folding.h"
+#include "file/read_schema.h"
+#include "file/sqlite_functions.h"
 
 namespace brenvo {
 namespace {

@@ -1,87 +1,16 @@
 #include "file/translate.h"
 
-#include <algorithm>
-
-#include "base/text.h"
-#include "dialect/binder.h"
-#include "dialect/parser.h"
-#include "engine/database_error.h"
+#include "dialect/plan.h"
 #include "file/sql_writer.h"
 
 namespace brenvo {
 namespace {
 
-// A statement as valid UTF-8, whatever bytes it was pasted from.
-class CleanText {
- public:
-  explicit CleanText(std::string_view text) : text_(text) {
-    if (IsAscii(text)) return;
-    owned_ = ValidUtf8(text);
-    text_ = owned_;
-  }
-  CleanText(const CleanText&) = delete;
-  CleanText& operator=(const CleanText&) = delete;
-  operator std::string_view() const { return text_; }
-
- private:
-  std::string owned_;
-  std::string_view text_;
-};
-
-void ParseSelect(const Schema& schema, std::string_view statement, StatementTree& tree) {
-  ParseStatement(statement, tree);
-  if (tree.kind != StatementKind::kSelect) {
-    throw DatabaseError(DatabaseError::kInvalidOperation,
-                        "Operazione non valida: qui e' ammessa solo una selezione.");
-  }
-  BindStatement(schema, tree);
-}
-
-std::vector<OutputColumn> Columns(const SelectTree& select) {
-  std::vector<OutputColumn> columns;
-  columns.reserve(select.items.size());
-  for (const SelectItem& item : select.items) {
-    OutputColumn column;
-    column.type = item.value->type;
-    if (item.value->kind == NodeKind::kColumn) {
-      column.name = item.value->table->columns[item.value->column].name;
-      column.tableColumn = item.value->column;
-    } else {
-      column.name = "Expr" + std::to_string(1000 + columns.size());
-    }
-    if (!item.alias.empty()) column.name = item.alias;
-    columns.push_back(std::move(column));
-  }
-  return columns;
-}
-
-bool EndsWithKey(const SelectTree& select) {
-  const TableSchema& table = *select.tables[0].table;
-  return std::any_of(select.orderBy.begin(), select.orderBy.end(), [&](const OrderTerm& term) {
-    return term.value->kind == NodeKind::kColumn && term.value->column == table.rowidColumn;
-  });
-}
-
-// Whether each row of the result is a row of one table: it has an order of entry then.
-bool IsOfOneTable(const SelectTree& select) {
-  return select.tables.size() == 1 && !select.distinct && !IsGrouped(select);
-}
-
 // Rows of one table follow each other as they were entered where nothing else is asked for.
 void OrderOfRows(const SelectTree& select, SqlWriter& writer) {
   writer.OrderBy(select);
-  if (EndsWithKey(select)) return;
+  if (!FollowsEntry(select)) return;
   writer.sql += select.orderBy.empty() ? kOrderOfEntry : std::string_view(", rowid");
-}
-
-SelectTree& KeysetSelect(const Schema& schema, std::string_view statement, StatementTree& tree) {
-  ParseSelect(schema, statement, tree);
-  SelectTree& select = *tree.select;
-  if (!IsOfOneTable(select)) {
-    throw DatabaseError(DatabaseError::kInvalidOperation,
-                        "Operazione non valida: la selezione non si puo' aggiornare.");
-  }
-  return select;
 }
 
 Sql Finished(SqlWriter&& writer) { return {std::move(writer.sql), std::move(writer.parameters)}; }
@@ -107,24 +36,15 @@ void WriteInsert(const TableSchema& table, const StatementTree& tree, SqlWriter&
     return;
   }
   writer.Rows(*tree.select);
-  if (IsOfOneTable(*tree.select)) {
-    OrderOfRows(*tree.select, writer);
-  } else {
-    writer.OrderBy(*tree.select);
-  }
+  OrderOfRows(*tree.select, writer);
 }
 
 }  // namespace
 
 Action TranslateAction(const Schema& schema, std::string_view statement) {
-  const CleanText text(statement);
-  StatementTree tree;
-  ParseStatement(text, tree);
-  if (tree.kind == StatementKind::kSelect) {
-    throw DatabaseError(DatabaseError::kExecuteOfSelect, "Una selezione non si puo' eseguire.");
-  }
-  BindStatement(schema, tree);
-  const TableSchema& table = *schema.FindTable(tree.table);
+  const ActionPlan plan(schema, statement);
+  const StatementTree& tree = plan.Statement();
+  const TableSchema& table = plan.Table();
   SqlWriter writer;
   switch (tree.kind) {
     case StatementKind::kInsert:
@@ -151,20 +71,18 @@ Action TranslateAction(const Schema& schema, std::string_view statement) {
 }
 
 Query TranslateQuery(const Schema& schema, std::string_view statement) {
-  const CleanText text(statement);
-  StatementTree tree;
-  ParseSelect(schema, text, tree);
-  const SelectTree& select = *tree.select;
+  const SelectPlan plan(schema, statement);
+  const SelectTree& select = plan.Select();
   Query query;
-  query.columns = Columns(select);
-  query.tables.assign(tree.read.begin(), tree.read.end());
+  query.columns = plan.Columns();
+  query.tables = plan.TablesRead();
   SqlWriter writer;
   writer.sql.reserve(512);
   writer.parameters.reserve(8);
   writer.Select(select);
-  if (IsOfOneTable(select)) {
+  if (FollowsEntry(select)) {
     if (!select.orderBy.empty()) {
-      if (!EndsWithKey(select)) writer.sql += ", rowid";
+      writer.sql += ", rowid";
     } else if (select.where == nullptr) {
       writer.sql += kOrderOfEntry;
     } else {
@@ -176,13 +94,12 @@ Query TranslateQuery(const Schema& schema, std::string_view statement) {
 }
 
 Keyset TranslateKeyset(const Schema& schema, std::string_view statement) {
-  const CleanText text(statement);
-  StatementTree tree;
-  const SelectTree& select = KeysetSelect(schema, text, tree);
+  const KeysetPlan plan(schema, statement);
+  const SelectTree& select = plan.Select();
   Keyset keyset;
-  keyset.table = select.tables[0].table;
-  keyset.columns = Columns(select);
-  keyset.tables.assign(tree.read.begin(), tree.read.end());
+  keyset.table = &plan.Table();
+  keyset.columns = plan.Columns();
+  keyset.tables = plan.TablesRead();
   SqlWriter keys;
   keys.sql = "SELECT rowid";
   keys.Rows(select);
@@ -199,25 +116,13 @@ Keyset TranslateKeyset(const Schema& schema, std::string_view statement) {
 }
 
 Sql TranslateFind(const Schema& schema, std::string_view statement, std::string_view condition,
-                  bool inOrder) {
-  const CleanText text(statement);
-  StatementTree tree;
-  const SelectTree& select = KeysetSelect(schema, text, tree);
-  const CleanText conditionText(condition);
-  StatementTree found;
-  ParseCondition(conditionText, found);
-  BindCondition(schema, *select.tables[0].table, found);
-  SelectTree both = select;
-  both.where = found.where;
-  if (select.where != nullptr) {
-    both.where = tree.NewNode(NodeKind::kAnd);
-    both.where->children = {select.where, found.where};
-  }
+                  bool firstInOrder) {
+  const FindPlan plan(schema, statement, condition);
   SqlWriter writer;
   writer.sql = "SELECT rowid";
-  writer.Rows(both);
-  if (inOrder) {
-    OrderOfRows(select, writer);
+  writer.Rows(plan.Found());
+  if (firstInOrder) {
+    OrderOfRows(plan.Found(), writer);
     writer.sql += " LIMIT 1";
   }
   return Finished(std::move(writer));

@@ -1,12 +1,12 @@
-// Statements of the dialect as SQLite's SQL.
+// Plans of the dialect written out as SQLite's SQL.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "dialect/output_column.h"
 #include "dialect/schema.h"
-#include "dialect/tree.h"
 #include "engine/value.h"
 
 namespace brenvo {
@@ -14,12 +14,6 @@ namespace brenvo {
 struct Sql {
   std::string text;
   std::vector<Value> parameters;
-};
-
-struct OutputColumn {
-  std::string name;
-  ValueType type = ValueType::kAny;
-  std::size_t tableColumn = TableSchema::kNone;  // none when it is worked out
 };
 
 // INSERT, UPDATE or DELETE.
@@ -48,13 +42,12 @@ struct Keyset {
   std::vector<OutputColumn> columns;
 };
 
-// The errors of these are those of ParseStatement and BindStatement. 3219 when the statement is of
-// another kind, 3065 when a SELECT is to be executed.
+// The errors of these are those of the plans; and 3421 for a constant that its column cannot store.
 Action TranslateAction(const Schema& schema, std::string_view statement);
 Query TranslateQuery(const Schema& schema, std::string_view select);
 Keyset TranslateKeyset(const Schema& schema, std::string_view select);
-// The keys of the rows of `select` that meet a condition, in order or in any.
+// The keys of the rows of `select` that meet a condition: the first one in order, or all in any.
 Sql TranslateFind(const Schema& schema, std::string_view select, std::string_view condition,
-                  bool inOrder);
+                  bool firstInOrder);
 
 }  // namespace brenvo

@@ -11,7 +11,8 @@
 #include <sstream>
 #include <string>
 
-#include "dialect/functions.h"
+#include "file/read_schema.h"
+#include "file/sqlite_functions.h"
 #include "file/translate.h"
 
 namespace {
@@ -27,7 +28,7 @@ struct Memory {
     if (sqlite3_exec(file, text.str().c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
       std::abort();
     }
-    schema = brenvo::Schema::Read(file);
+    schema = brenvo::ReadSchema(file);
     brenvo::RegisterFunctions(file, &failure);
     sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   }
