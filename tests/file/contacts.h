@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/error_of.h"
 #include "tests/support/scratch_database.h"
 
 namespace brenvo {
@@ -46,17 +47,6 @@ inline std::vector<std::string> Select(Database& database, std::string_view sele
   std::vector<std::string> texts;
   for (; !rows->EOF_(); rows->MoveNext()) texts.push_back(rows->Field(0).Text());
   return texts;
-}
-
-// The number of the DatabaseError that a piece of work throws; 0 when it throws none.
-template <typename Work>
-int ErrorOf(Work&& work) {
-  try {
-    work();
-  } catch (const DatabaseError& error) {
-    return error.Number;
-  }
-  return 0;
 }
 
 }  // namespace brenvo
