@@ -11,7 +11,6 @@
 #include "bench/support/bench_station.h"
 #include "bench/support/figures.h"
 #include "bench/support/hand.h"
-#include "file/sqlite_file.h"
 #include "tests/support/adif_samples.h"
 
 namespace brenvo {
@@ -46,15 +45,16 @@ void Import(BenchStation& station, const std::filesystem::path& file) {
 // Copies log and kept fields of another file behind the contacts that are there.
 void CopyByHand(sqlite3* file, const std::filesystem::path& from) {
   const std::string attach = "ATTACH '" + from.string() + "' AS other";
-  RunSql(file, attach.c_str());
-  RunSql(file,
-         "BEGIN; CREATE TEMP TABLE Before AS SELECT ifnull(max(QsoNr),0) AS QsoNr FROM main.Log; "
-         "INSERT OR IGNORE INTO main.Log SELECT QsoNr+(SELECT QsoNr FROM Before),DataQso,Call,"
-         "Manager,Qra,Qth,Prefisso,\"Zona CQ\",\"Zona ITU\",Continente,Country,Provincia,Locator,"
-         "Qrb,Banda,Frequenza,Potenza,Modo,Propagazione,QrkDato,QrkRicevuto,QslDaInviare,"
-         "QslRicevuta,QslInviata,Note FROM other.Log; "
-         "INSERT INTO main.LogAdif SELECT QsoNr+(SELECT QsoNr FROM Before),Campo,Valore "
-         "FROM other.LogAdif; COMMIT");
+  RunByHand(file, attach.c_str());
+  RunByHand(
+      file,
+      "BEGIN; CREATE TEMP TABLE Before AS SELECT ifnull(max(QsoNr),0) AS QsoNr FROM main.Log; "
+      "INSERT OR IGNORE INTO main.Log SELECT QsoNr+(SELECT QsoNr FROM Before),DataQso,Call,"
+      "Manager,Qra,Qth,Prefisso,\"Zona CQ\",\"Zona ITU\",Continente,Country,Provincia,Locator,"
+      "Qrb,Banda,Frequenza,Potenza,Modo,Propagazione,QrkDato,QrkRicevuto,QslDaInviare,"
+      "QslRicevuta,QslInviata,Note FROM other.Log; "
+      "INSERT INTO main.LogAdif SELECT QsoNr+(SELECT QsoNr FROM Before),Campo,Valore "
+      "FROM other.LogAdif; COMMIT");
 }
 
 // The most memory that the process has held since it was last forgotten.

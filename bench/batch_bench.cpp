@@ -11,7 +11,6 @@
 #include "bench/support/figures.h"
 #include "bench/support/hand.h"
 #include "core/prefix.h"
-#include "file/sqlite_file.h"
 #include "log/log_form.h"
 #include "log/propagation_batch.h"
 #include "print/qsl_update.h"
@@ -116,13 +115,13 @@ class BatchTasks {
             rows.Touch();
           }
           rows.Done();
-          RunSql(station_.file, "BEGIN");
+          RunByHand(station_.file, "BEGIN");
           for (const std::int64_t key : keys) {
             write.Number(1, key).Text(2, "E sporadico").Text(3, "tks qso");
             write.Step();
             write.Done();
           }
-          RunSql(station_.file, "COMMIT");
+          RunByHand(station_.file, "COMMIT");
         });
   }
 
@@ -135,7 +134,7 @@ class BatchTasks {
                "UPDATE Log SET Prefisso=?2,\"Zona CQ\"=?3,\"Zona ITU\"=?4,Continente=?5 WHERE "
                "QsoNr=?1");
     const auto byHand = [&] {
-      RunSql(station_.file, "BEGIN");
+      RunByHand(station_.file, "BEGIN");
       while (rows.Step()) {
         const std::string candidate = PrefixCandidate(rows.Cell(1));
         if (candidate.empty() || !prefix.Finds({candidate})) continue;
@@ -146,7 +145,7 @@ class BatchTasks {
         prefix.Done();
       }
       rows.Done();
-      RunSql(station_.file, "COMMIT");
+      RunByHand(station_.file, "COMMIT");
     };
     Compare(
         "cmAssegnaPrefissi, the first time", 1,
@@ -166,16 +165,16 @@ class BatchTasks {
   void UpdateForQsl() {
     if (!figures_.Wants("cmQslAggiorna")) return;
     constexpr const char* kDue = "QslDaInviare<>0 OR (QslRicevuta<>0 AND QslInviata=0)";
-    RunSql(station_.file, fmt::format("CREATE TEMP TABLE Due AS SELECT QsoNr,QslDaInviare AS d,"
-                                      "QslInviata AS i FROM Log WHERE {}",
-                                      kDue)
-                              .c_str());
+    RunByHand(station_.file, fmt::format("CREATE TEMP TABLE Due AS SELECT QsoNr,QslDaInviare AS d,"
+                                         "QslInviata AS i FROM Log WHERE {}",
+                                         kDue)
+                                 .c_str());
     Samples program, byHand;
     Yes();
     program.Measure([&] { UpdateLogForQsl(station_.session); });
-    RunSql(station_.file,
-           "UPDATE Log SET QslDaInviare=d,QslInviata=i FROM Due WHERE "
-           "Due.QsoNr=Log.QsoNr");
+    RunByHand(station_.file,
+              "UPDATE Log SET QslDaInviare=d,QslInviata=i FROM Due WHERE "
+              "Due.QsoNr=Log.QsoNr");
     Hand write(station_.file,
                fmt::format("UPDATE Log SET QslInviata=-1,QslDaInviare=0 WHERE {}", kDue));
     byHand.Measure([&] { write.ReadAll(); });

@@ -17,7 +17,6 @@
 #include "contest/contest_new_qso.h"
 #include "contest/stat_contest.h"
 #include "core/prefix.h"
-#include "file/sqlite_file.h"
 #include "tools/mklog/other_stations.h"
 
 namespace brenvo {
@@ -30,9 +29,9 @@ constexpr const char* kWhere =
     "rtrim(Banda) COLLATE NOCASE='  2 m'";
 
 void Fill(sqlite3* file) {
-  RunSql(file,
-         "BEGIN; INSERT INTO Contest (DataContest,Banda,Nome,Call) VALUES "
-         "('2024-09-07 00:00:00','  2 m','IARU VHF','I4ABC')");
+  RunByHand(file,
+            "BEGIN; INSERT INTO Contest (DataContest,Banda,Nome,Call) VALUES "
+            "('2024-09-07 00:00:00','  2 m','IARU VHF','I4ABC')");
   const OtherStations others(file, 3);
   Hand insert(file,
               "INSERT INTO \"Contest Qso\" VALUES (?1,'  2 m',?2,?2,7,'1899-12-30 14:00:00',?3,59,"
@@ -47,7 +46,7 @@ void Fill(sqlite3* file) {
       insert.Done();
     }
   }
-  RunSql(file, "COMMIT");
+  RunByHand(file, "COMMIT");
 }
 
 // What statistics and export ask beside the contacts: the country of each prefix once, and each
@@ -68,7 +67,7 @@ class MultipliersByHand {
     int call, locator, note;
   };
   void Count(Hand& contacts, Columns columns) {
-    RunSql(
+    RunByHand(
         file_,
         "BEGIN IMMEDIATE; DELETE FROM ContestWWL; DELETE FROM ContestDXC; DELETE FROM ContestExc");
     std::unordered_map<std::string, std::string> countries;
@@ -86,7 +85,7 @@ class MultipliersByHand {
       Keep(exchanges, exchange_, text.substr(5, text.size() - 6));
     }
     contacts.Done();
-    RunSql(file_, "COMMIT");
+    RunByHand(file_, "COMMIT");
   }
 
  private:

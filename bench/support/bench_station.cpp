@@ -3,7 +3,6 @@
 #include <string>
 
 #include "bench/support/hand.h"
-#include "file/sqlite_file.h"
 #include "station/station.h"
 #include "tools/mklog/log_maker.h"
 
@@ -42,7 +41,7 @@ BenchStation::BenchStation(std::int64_t size) : contacts(size), directory(size) 
   if (frame == nullptr) throw std::runtime_error("the station does not start");
   sqlite3_open_v2(directory.File().c_str(), &file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
                   nullptr);
-  RunSql(file, "PRAGMA synchronous=FULL; PRAGMA cache_size=-32768");
+  RunByHand(file, "PRAGMA synchronous=FULL; PRAGMA cache_size=-32768");
   sqlite3_busy_timeout(file, 2000);
 }
 

@@ -4,6 +4,11 @@
 
 namespace brenvo {
 
+void RunByHand(sqlite3* file, const char* sql) {
+  if (sqlite3_exec(file, sql, nullptr, nullptr, nullptr) == SQLITE_OK) return;
+  throw std::runtime_error(std::string(sql) + ": " + sqlite3_errmsg(file));
+}
+
 Hand::Hand(sqlite3* file, std::string_view sql) {
   if (sqlite3_prepare_v3(file, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
                          &statement_, nullptr) != SQLITE_OK) {

@@ -1,4 +1,4 @@
-// One statement by hand, compiled once.
+// Statements by hand.
 #pragma once
 
 #include <sqlite3.h>
@@ -10,6 +10,10 @@
 
 namespace brenvo {
 
+// Runs statements without an answer. Throws std::runtime_error with what SQLite says.
+void RunByHand(sqlite3* file, const char* sql);
+
+// One statement, compiled once.
 class Hand {
  public:
   // Throws std::runtime_error with what SQLite says.
