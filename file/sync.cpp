@@ -3,6 +3,15 @@
 #include <cerrno>
 #include <string>
 
+// All of this room that each system does in its own way stands here. Another one must supply
+//
+// - SyncToDisk: when it returns, what was written to the file is on the disk, or the names in the
+//   directory are. A system that has no such thing for directories returns; a power cut may then
+//   undo the last renaming, but costs no file.
+// - a renaming by std::filesystem that puts the new file in the place of an old one in one step,
+//   and gives cross_device_link where it would have to copy.
+//
+// What SQLite needs of a system it brings along.
 #ifndef _WIN32
 #include <fcntl.h>
 #include <unistd.h>

@@ -28,6 +28,8 @@ QString ReasonOf(const QSerialPort& port) {
 
 }  // namespace
 
+// All of this room that each system does in its own way stands here: what it calls the first,
+// second ... serial line. Another one must supply the device for a number from 1 on.
 QString DefaultSerialDevice(int number) {
 #if defined(Q_OS_WIN)
   return PortName(number);

@@ -35,6 +35,8 @@ std::string GreetingServer::Address() const {
   return "127.0.0.1:" + std::to_string(server_.serverPort());
 }
 
+// Another system must supply a device that two ends can open, of which the station opens one by its
+// path, as a serial line: here a pseudo-terminal.
 SilentDevice::SilentDevice() : end_(posix_openpt(O_RDWR | O_NOCTTY)) {
   if (end_ < 0 || grantpt(end_) != 0 || unlockpt(end_) != 0) {
     throw std::runtime_error("no pseudo-terminal");
