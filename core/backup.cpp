@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <set>
 
+#include "file/database_file.h"
 #include "file/online_copy.h"
 #include "file/sync.h"
 
@@ -108,7 +109,7 @@ std::string TitleOf(const BackupCopy& copy) {
 
 std::optional<std::int64_t> ContactsIn(const BackupCopy& copy) {
   try {
-    Database database = Database::Open(copy.file);
+    Database database = OpenDatabaseFile(copy.file);
     return database.OpenSnapshot("select count(*) from Log")->Field(0).Integer();
   } catch (const DatabaseError&) {
     return std::nullopt;
@@ -137,7 +138,7 @@ void PutBack(Session& session, const BackupCopy& copy) {
     while (putting.Step(kPagesPerSlice)) {
     }
     putting.Verify([] { return true; });
-    Database::Open(fresh).Close();  // sound, and of this program
+    OpenDatabaseFile(fresh).Close();  // sound, and of this program
   }
   const std::filesystem::path directory = DirectoryOf(session.AppPath);
   MakeDirectory(directory);

@@ -9,6 +9,7 @@
 #include "core/modules.h"
 #include "core/session.h"
 #include "core/transaction.h"
+#include "file/database_file.h"
 #include "file/sync.h"
 
 namespace brenvo {
@@ -47,7 +48,7 @@ void CloseAll(Session& session) { session.CloseForCompaction(); }
 
 void WriteScratch(Session& session) {
   DropScratch(session);
-  Database::CompactDatabase(session.File(kDatabase), session.File(kScratch));
+  CompactDatabase(session.File(kDatabase), session.File(kScratch));
 }
 
 void DeleteBackup(Session& session) {

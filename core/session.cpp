@@ -8,6 +8,7 @@
 #include "core/backup.h"
 #include "core/files.h"
 #include "core/shared_windows.h"
+#include "file/database_file.h"
 
 namespace brenvo {
 namespace {
@@ -72,7 +73,7 @@ Session::Session(Platform& platform, std::filesystem::path appPath)
 Session::~Session() = default;
 
 void Session::Open() {
-  Db = Database::Open(File("\\Brenvo.mdb"));
+  Db = OpenDatabaseFile(File("\\Brenvo.mdb"));
   for (const Handle& handle : kHandles) OpenHandle(*this, handle);
   ManagerPath = GetSetting("Log", "ManagerZX9TOK", "");
 }
@@ -83,7 +84,7 @@ void Session::CloseTables() { Close(*this, true); }
 void Session::CloseForCompaction() { Close(*this, false); }
 
 void Session::ReopenAfterCompaction() {
-  Db = Database::Open(File("\\Brenvo.mdb"));
+  Db = OpenDatabaseFile(File("\\Brenvo.mdb"));
   for (const Handle& handle : kHandles) {
     if (handle.table != "Hrd") OpenHandle(*this, handle);
   }

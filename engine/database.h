@@ -1,41 +1,26 @@
-// The file database: one SQLite file behind the dialect of the statements that the program and
-// its operators write.
+// The database as windows see it, behind the dialect of the statements that the program and its
+// operators write. It does not tell where the rows are kept: whoever opens it does.
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "engine/recordset.h"
+#include "engine/store.h"
 
 namespace brenvo {
 
-class Connection;
-
-// What tests and benchmarks count.
-struct EngineCounters {
-  std::int64_t statements = 0;   // statements run
-  std::int64_t prepared = 0;     // of these, compiled anew
-  std::int64_t rowsStepped = 0;  // rows that SQLite handed out
-};
-
 class Database {
  public:
-  // Opens an existing file, shared and read-write. DatabaseError 3024 when there is none, 3343
-  // when it is no database of this program or damaged, 3027 when it is read-only, 3260 when another
-  // program has locked it.
-  static Database Open(const std::filesystem::path& file);
-
   Database() = default;  // closed
-  Database(Database&&) noexcept = default;
-  Database& operator=(Database&& other) noexcept;
-  ~Database();
+  // Over a store that is open.
+  explicit Database(std::unique_ptr<Store> store);
 
-  bool IsOpen() const { return connection_ != nullptr; }
-  // Closes the file; recordsets still open on it answer DatabaseError 3420 from now on. An open
-  // transaction is rolled back.
+  bool IsOpen() const { return store_ != nullptr; }
+  // Recordsets still open on it answer DatabaseError 3420 from now on, and so does whatever follows
+  // here. An open transaction is rolled back.
   void Close();
 
   // One INSERT, UPDATE or DELETE (DatabaseError 3065 for a SELECT). Rows of an INSERT that repeat a
@@ -57,21 +42,18 @@ class Database {
   std::unique_ptr<Dynaset> OpenDynaset(std::string_view select);
   std::unique_ptr<RowAppender> OpenAppender(std::string_view table);
 
-  // Rewrites a closed file into a new one. DatabaseError as of Open for `from`, 3204 when there is
-  // a `to`; one that could not be written whole is removed again.
-  static void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to);
-
-  // The file has been found damaged: from now on it is read, and never written again; whatever
+  // What is kept has been found damaged: from now on it is read, and never written again; whatever
   // would write is DatabaseError 3343. What is found damaged while it is read refuses by itself.
   void RefuseWrites();
 
   EngineCounters Counters() const;
-  // The plan that SQLite makes for a statement of the dialect, a line per step.
+  // How the store goes about a SELECT, in its own words, a line per step.
   std::string QueryPlan(std::string_view select);
 
  private:
-  explicit Database(std::shared_ptr<Connection> connection);
-  std::shared_ptr<Connection> connection_;
+  Store& Opened() const;
+
+  std::unique_ptr<Store> store_;
 };
 
 }  // namespace brenvo

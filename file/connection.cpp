@@ -4,6 +4,7 @@
 #include <array>
 #include <fstream>
 
+#include "engine/recordset_errors.h"
 #include "file/cells.h"
 #include "file/read_schema.h"
 #include "file/sqlite_functions.h"
@@ -76,9 +77,6 @@ int ReadPragma(sqlite3* file, const char* sql) {
 }  // namespace
 
 Connection::Connection(const std::filesystem::path& file) {
-  // SQLite would count its memory, under a lock at each piece of it; nobody asks.
-  static const int memoryCounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
-  static_cast<void>(memoryCounted);
   std::error_code error;
   if (!std::filesystem::exists(file, error)) {
     throw DatabaseError(DatabaseError::kFileNotFound,
@@ -137,9 +135,7 @@ void Connection::Close() {
 }
 
 void Connection::RequireOpen() const {
-  if (file_ == nullptr) {
-    throw DatabaseError(DatabaseError::kObjectClosed, "L'oggetto non e' piu' aperto.");
-  }
+  if (file_ == nullptr) FailClosed();
 }
 
 const TableSchema& Connection::RequireTable(std::string_view name) const {

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "dialect/schema.h"
-#include "engine/database.h"
 #include "engine/database_error.h"
+#include "engine/store.h"
 #include "file/sqlite_file.h"
 
 namespace brenvo {
@@ -40,7 +40,7 @@ class LazyReader {
 class Connection {
  public:
   Connection() = default;  // closed
-  // See Database::Open.
+  // See OpenDatabaseFile.
   explicit Connection(const std::filesystem::path& file);
   ~Connection();
   Connection(const Connection&) = delete;

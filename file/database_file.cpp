@@ -1,14 +1,21 @@
+#include "file/database_file.h"
+
+#include <memory>
 #include <string>
 
-#include "engine/database.h"
+#include "file/file_store.h"
 #include "file/sqlite_file.h"
 #include "file/sync.h"
 
 namespace brenvo {
 
-void Database::CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to) {
+Database OpenDatabaseFile(const std::filesystem::path& file) {
+  return Database(std::make_unique<FileStore>(file));
+}
+
+void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to) {
   // Opening proves that the file is one of ours; closing leaves all of it in the one file.
-  Open(from).Close();
+  OpenDatabaseFile(from).Close();
   std::error_code ignored;
   if (std::filesystem::exists(to, ignored)) {
     throw DatabaseError(DatabaseError::kFileExists,

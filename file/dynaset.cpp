@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "dialect/convert.h"
+#include "engine/recordset_errors.h"
 
 namespace brenvo {
 namespace {

@@ -10,8 +10,8 @@ namespace brenvo {
 class OnlineCopy {
  public:
   // Begins to copy the database `from` as it stands now; later changes are not in the copy. What
-  // stood in `to` is lost. DatabaseError 3024 and 3343 as in Database::Open, 3027 when `to` cannot
-  // be written.
+  // stood in `to` is lost. DatabaseError 3024 and 3343 as of OpenDatabaseFile, 3027 when `to`
+  // cannot be written.
   OnlineCopy(const std::filesystem::path& from, const std::filesystem::path& to);
   // A copy that is not whole and sound is deleted.
   ~OnlineCopy();

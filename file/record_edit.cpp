@@ -1,7 +1,7 @@
 #include "file/record_edit.h"
 
-#include "base/text.h"
 #include "dialect/convert.h"
+#include "engine/recordset_errors.h"
 
 namespace brenvo {
 
@@ -100,22 +100,6 @@ void RecordEdit::Change(Connection& connection) {
   if (connection.Write(table_, sql + " WHERE rowid = ?", std::move(parameters)) == 0) {
     FailRecordDeleted();
   }
-}
-
-void FailNoCurrentRecord() {
-  throw DatabaseError(DatabaseError::kNoCurrentRecord, "Nessun record corrente.");
-}
-
-void FailRecordDeleted() {
-  throw DatabaseError(DatabaseError::kRecordDeleted, "Il record e' stato cancellato.");
-}
-
-std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view name) {
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (SameText(columns[i], name)) return i;
-  }
-  throw DatabaseError(DatabaseError::kItemNotFound,
-                      "La colonna '" + std::string(name) + "' non c'e'.");
 }
 
 void DeleteRow(Connection& connection, const TableSchema& table, std::int64_t key) {

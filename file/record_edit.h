@@ -44,12 +44,7 @@ class RecordEdit {
   std::string insert_;  // the statement, made when it is needed
 };
 
-// The errors that recordsets share.
-[[noreturn]] void FailNoCurrentRecord();
-[[noreturn]] void FailRecordDeleted();
-// The column's place; DatabaseError 3265 when there is none of that name.
-std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view name);
-
+// DatabaseError 3167 when the row is gone; what it reports else is that of Connection::Write.
 void DeleteRow(Connection& connection, const TableSchema& table, std::int64_t key);
 
 }  // namespace brenvo

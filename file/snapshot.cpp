@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "dialect/convert.h"
-#include "file/record_edit.h"
+#include "engine/recordset_errors.h"
 
 namespace brenvo {
 

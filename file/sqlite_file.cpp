@@ -1,8 +1,17 @@
 #include "file/sqlite_file.h"
 
+#include <mutex>
+
 namespace brenvo {
 
+void StartSqlite() {
+  static std::once_flag started;
+  // SQLite would count its memory, under a lock at each piece of it; nobody asks.
+  std::call_once(started, [] { sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0); });
+}
+
 SqliteFile OpenSqliteFile(const std::filesystem::path& path, int more) {
+  StartSqlite();
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(
       Utf8Name(path).c_str(), &opened,

@@ -16,6 +16,11 @@ struct SqliteCloser {
 };
 using SqliteFile = std::unique_ptr<sqlite3, SqliteCloser>;
 
+// Sets up SQLite for the whole process, before it runs: what follows the first time does nothing.
+// Any thread may call it. OpenSqliteFile does, so that nobody else needs to; whoever has run SQLite
+// by himself before keeps it as it was, which costs time alone.
+void StartSqlite();
+
 // Opens a file for reading and writing; `more` are further flags of SQLite's. DatabaseError when it
 // cannot be opened.
 SqliteFile OpenSqliteFile(const std::filesystem::path& path, int more = 0);

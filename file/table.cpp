@@ -4,6 +4,7 @@
 
 #include "dialect/convert.h"
 #include "dialect/folding.h"
+#include "engine/recordset_errors.h"
 #include "file/read_schema.h"
 #include "file/sqlite_functions.h"
 

@@ -1,4 +1,5 @@
 #include "core/maintenance.h"
+#include "file/database_file.h"
 
 #include <sqlite3.h>
 
@@ -18,7 +19,7 @@ using MaintenanceTest = CoreStation;
 // The number of contacts in a file of the directory; none where there is no such file.
 std::optional<std::int64_t> ContactsIn(const std::filesystem::path& file) {
   if (!std::filesystem::exists(file)) return std::nullopt;
-  Database db = Database::Open(file);
+  Database db = OpenDatabaseFile(file);
   return db.OpenSnapshot("select Count(*) as N from Log")->Field(0).Integer();
 }
 
@@ -168,7 +169,7 @@ TEST_F(MaintenanceTest, ABackupThatCannotGoStopsTheCompactionWithTheDataInPlace)
 
 TEST_F(MaintenanceTest, ADatabaseThatAnotherProgramHasOpenIsNotRenamedUnderIt) {
   session.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','A')");
-  Database other = Database::Open(directory.Path() / "Brenvo.mdb");
+  Database other = OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
   const auto reading = other.OpenSnapshot("select Call from Log");
   EXPECT_THROW(Menu("cmCompatta"), ProgramEnded);
   EXPECT_EQ(Lines().front(),

@@ -1,6 +1,7 @@
 // The start with a database that is gone or damaged.
 #include <fstream>
 
+#include "file/database_file.h"
 #include "station/station.h"
 #include "tests/core/backup_station.h"
 #include "tests/support/golden.h"
@@ -74,7 +75,7 @@ TEST_F(RescueTest, ACompactionWhoseBackupIsDamagedIsEndedFromItsResult) {
 TEST_F(RescueTest, ARestoreThatWasInterruptedBetweenTheNamesIsTakenBack) {
   const fs::path aside = BackupDirectory() / "Brenvo-prima-2001-02-03 04-05-06.mdb";
   {
-    Database database = Database::Open(File());
+    Database database = OpenDatabaseFile(File());
     database.Execute("insert into Log (DataQso, Call) values ('2001-02-03 04:06:00', 'IK3DEF')");
   }
   fs::copy_file(BackupCopies(directory.Path())[0].file, directory.Path() / "Brenvo-ripristino.mdb");

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "core/ripristina_backup.h"
+#include "file/database_file.h"
 #include "tests/core/backup_station.h"
 #include "tests/support/recorded_files.h"
 
@@ -150,7 +151,7 @@ TEST_F(RestoreTest, ADiskThatFillsUpAtAnyMomentChangesNothing) {
 }
 
 TEST_F(RestoreTest, ADatabaseThatAnotherProgramHasOpenIsNotReplacedUnderIt) {
-  Database other = Database::Open(directory.Path() / "Brenvo.mdb");
+  Database other = OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
   const auto reading = other.OpenSnapshot("select Call from Log");
   std::string told;
   try {

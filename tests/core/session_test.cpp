@@ -1,4 +1,5 @@
 #include "core/session.h"
+#include "file/database_file.h"
 
 #include <fstream>
 #include <set>
@@ -201,7 +202,7 @@ TEST_F(StartTest, AMissingDatabaseIsNamed) {
 }
 
 TEST_F(StartTest, AnEmptyUserTableIsNamed) {
-  Database::Open(directory.Path() / "Brenvo.mdb").Execute("delete * from [User]");
+  OpenDatabaseFile(directory.Path() / "Brenvo.mdb").Execute("delete * from [User]");
   EXPECT_NE(Start().find("User"), std::string::npos);
 }
 

@@ -4,6 +4,7 @@
 #include <random>
 #include <vector>
 
+#include "file/database_file.h"
 #include "tests/support/golden.h"
 #include "tests/support/scratch_database.h"
 #include "tests/support/thoroughly.h"
@@ -130,7 +131,7 @@ TEST(Damage, WhateverHappenedToTheFileTheOutcomeIsAClearErrorOrCorrectWork) {
     std::ofstream(file, std::ios::binary) << bytes;
     Database database;
     try {
-      database = Database::Open(file);
+      database = OpenDatabaseFile(file);
     } catch (const DatabaseError& failure) {
       // Refused at once: in Italian, and nothing written.
       EXPECT_FALSE(failure.Description.empty());
@@ -162,7 +163,7 @@ TEST(Damage, AnEmptyFileIsRefusedAndItsJournalKept) {
   const fs::path file = scratch.Path() / "Brenvo.mdb";
   std::ofstream(file).close();
   std::ofstream(file.string() + "-wal") << "contacts";
-  EXPECT_THROW(Database::Open(file), DatabaseError);
+  EXPECT_THROW(OpenDatabaseFile(file), DatabaseError);
   EXPECT_EQ(ReadBytes(file.string() + "-wal"), "contacts");
 }
 
@@ -175,7 +176,7 @@ TEST(Damage, ADatabaseOfAnotherProgramIsRefusedByName) {
   sqlite3_close(handle);
   const std::string bytes = ReadBytes(file);
   try {
-    Database::Open(file);
+    OpenDatabaseFile(file);
     FAIL();
   } catch (const DatabaseError& failure) {
     EXPECT_EQ(failure.Number, DatabaseError::kNotADatabase);
@@ -192,7 +193,7 @@ TEST(Damage, AJournalOfAnotherFileIsNotMixedIn) {
   std::string noise(20000, '\0');
   for (char& byte : noise) byte = static_cast<char>(random());
   std::ofstream(file.string() + "-wal", std::ios::binary) << noise;
-  Database database = Database::Open(file);
+  Database database = OpenDatabaseFile(file);
   EXPECT_EQ(Count(database), kContacts);
 }
 

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "file/connection.h"
+#include "file/database_file.h"
 #include "tests/file/contacts.h"
 
 namespace brenvo {
@@ -35,7 +36,7 @@ class DatabaseTest : public ::testing::Test {
 
 TEST_F(DatabaseTest, AMissingFileIsNotMade) {
   const std::filesystem::path file = scratch_.Path() / "Altro.mdb";
-  EXPECT_EQ(ErrorOf([&] { Database::Open(file); }), 3024);
+  EXPECT_EQ(ErrorOf([&] { OpenDatabaseFile(file); }), 3024);
   EXPECT_FALSE(std::filesystem::exists(file));
 }
 
@@ -44,7 +45,7 @@ TEST_F(DatabaseTest, AFileOfAnotherKindIsRefused) {
   EXPECT_EQ(Open(), 3343);
   std::ofstream(scratch_.File()).close();
   EXPECT_EQ(Open(), 3343);
-  EXPECT_EQ(ErrorOf([&] { Database::Open(scratch_.Path()); }), 3343);
+  EXPECT_EQ(ErrorOf([&] { OpenDatabaseFile(scratch_.Path()); }), 3343);
 }
 
 TEST_F(DatabaseTest, ADatabaseOfAnotherProgramIsRefused) {
@@ -215,8 +216,8 @@ TEST_F(DatabaseTest, ACompactedFileHoldsTheSameAndCountsOn) {
   db.Execute("DELETE FROM Log WHERE QsoNr=2");
   db.Close();
   const std::filesystem::path compacted = scratch_.Path() / "BrenvoNEW.MDB";
-  Database::CompactDatabase(scratch_.File(), compacted);
-  db = Database::Open(compacted);
+  CompactDatabase(scratch_.File(), compacted);
+  db = OpenDatabaseFile(compacted);
   EXPECT_EQ(Select(db, "select Call from Log"), Texts{"I1AAA"});
   EXPECT_EQ(AddContact(db, 3, "I1CCC").key, 3);
   db.OpenTable("Contest")->SetIndex("PrimaryKey");
@@ -224,9 +225,9 @@ TEST_F(DatabaseTest, ACompactedFileHoldsTheSameAndCountsOn) {
 
 TEST_F(DatabaseTest, CompactionNeedsASourceAndNoTarget) {
   const std::filesystem::path target = scratch_.Path() / "BrenvoNEW.MDB";
-  EXPECT_EQ(ErrorOf([&] { Database::CompactDatabase(scratch_.Path() / "x.mdb", target); }), 3024);
+  EXPECT_EQ(ErrorOf([&] { CompactDatabase(scratch_.Path() / "x.mdb", target); }), 3024);
   std::ofstream(target) << "x";
-  EXPECT_EQ(ErrorOf([&] { Database::CompactDatabase(scratch_.File(), target); }), 3204);
+  EXPECT_EQ(ErrorOf([&] { CompactDatabase(scratch_.File(), target); }), 3204);
   EXPECT_EQ(std::filesystem::file_size(target), 1U);
 }
 
@@ -284,7 +285,7 @@ TEST_F(DatabaseTest, WhatTheJournalHoldsAloneIsRecovered) {
     std::filesystem::copy_file(scratch_.File().string() + suffix,
                                after.Path() / (std::string("Brenvo.mdb") + suffix));
   }
-  Database recovered = Database::Open(after.Path() / "Brenvo.mdb");
+  Database recovered = OpenDatabaseFile(after.Path() / "Brenvo.mdb");
   EXPECT_EQ(Select(recovered, "select Call from Log"), Texts{"I1AAA"});
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "file/database_file.h"
 #include "tests/file/contacts.h"
 #include "tests/support/recorded_files.h"
 #include "tests/support/scratch_database.h"
@@ -91,7 +92,7 @@ TEST_P(FailingDisk, ACompactionThatFailsLeavesTheSourceAndNoHalfResult) {
     files.FailFrom(n, GetParam().code);
     int number = 0;
     try {
-      Database::CompactDatabase(scratch.File(), result);
+      CompactDatabase(scratch.File(), result);
     } catch (const DatabaseError& failure) {
       number = failure.Number;
     }

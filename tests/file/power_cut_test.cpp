@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "file/database_file.h"
 #include "tests/file/contacts.h"
 #include "tests/support/integrity.h"
 #include "tests/support/recorded_files.h"
@@ -45,7 +46,7 @@ class PowerCut : public testing::Test {
         SCOPED_TRACE(testing::Message() << count << " of " << all << ", " << share << " landed");
         RecordedFiles::Write(files.AfterPowerCut(before, count, share, random), rest_.Path());
         ASSERT_NO_THROW({
-          Database database = Database::Open(rest_.Path() / "Brenvo.mdb");
+          Database database = OpenDatabaseFile(rest_.Path() / "Brenvo.mdb");
           check(database, marks);
         });
         ASSERT_EQ(IntegrityOf(rest_.Path() / "Brenvo.mdb"), "ok");
@@ -166,7 +167,7 @@ TEST_F(PowerCut, ACompactionNeverTouchesItsSource) {
   }
   const RecordedFiles::Files before = RecordedFiles::FilesIn(scratch_.Path());
   RecordedFiles files;
-  Database::CompactDatabase(scratch_.File(), scratch_.Path() / "BrenvoNEW.MDB");
+  CompactDatabase(scratch_.File(), scratch_.Path() / "BrenvoNEW.MDB");
   CutEverywhere(files, before, [](Database& database, const std::set<std::string>&) {
     EXPECT_EQ(Calls(database).size(), 200u);
   });

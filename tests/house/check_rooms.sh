@@ -42,4 +42,14 @@ if [ -n "$qt" ]; then
   echo "$qt"
   failed=1
 fi
+
+sqlite=
+for room in $rooms; do
+  [ "$room" = file ] || sqlite=$sqlite$(grep -lE 'sqlite3' "$room"/*.h "$room"/*.cpp 2>/dev/null)
+done
+if [ -n "$sqlite" ]; then
+  echo "SQLite outside file/:"
+  echo "$sqlite"
+  failed=1
+fi
 exit $failed

@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "file/database_file.h"
 #include "log/log_form.h"
 #include "station/station.h"
 #include "tests/support/golden.h"
@@ -100,7 +101,7 @@ TEST_P(DatabaseFault, IsToldUnderTheOperationsNameAndLosesNothing) {
     sqlite3_close(other);
     other = nullptr;
   }
-  Database database = Database::Open(File());
+  Database database = OpenDatabaseFile(File());
   const auto rows = database.OpenSnapshot("select Call from Log");
   ASSERT_FALSE(rows->EOF_());
   EXPECT_EQ(rows->Field("Call").Text(), "IK3ABC");
@@ -171,7 +172,7 @@ TEST_F(ReadOnlyDirectory, IsToldAtTheFirstStart) {
 }
 
 TEST_F(ReadOnlyDirectory, IsToldAtALaterStart) {
-  Database::Open(File()).Close();
+  OpenDatabaseFile(File()).Close();
   const std::string before = ReadBytes(File());
   TakeWriting(directory.Path());
   EXPECT_EQ(ToldWithoutRights(directory.Path()),
@@ -191,7 +192,8 @@ TEST_F(ReadOnlyDirectory, OfTheDailyCopiesIsToldAndTheLogGoesOn) {
   EXPECT_EQ(ToldWithoutRights(directory.Path()),
             "La copia di sicurezza non e' riuscita: Nella directory del file non si puo' "
             "scrivere.\n");
-  EXPECT_EQ(Database::Open(File()).OpenSnapshot("select Call from Log")->Field(0).Text(), "IK3ABC");
+  EXPECT_EQ(OpenDatabaseFile(File()).OpenSnapshot("select Call from Log")->Field(0).Text(),
+            "IK3ABC");
 }
 
 TEST(ClockSetBack, ContactsAreStoredAtTheTimeThatTheClockShowsAndNumbersGoOn) {

@@ -11,6 +11,7 @@
 
 #include "contest/transfer.h"
 #include "core/maintenance.h"
+#include "file/database_file.h"
 #include "log/log_form.h"
 #include "station/station.h"
 #include "tests/support/integrity.h"
@@ -180,7 +181,7 @@ TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
       fs::rename(directory.Path() / "Brenvo.BAK", file);
     }
     ASSERT_EQ(IntegrityOf(file), "ok");
-    Database database = Database::Open(file);
+    Database database = OpenDatabaseFile(file);
     std::set<std::string> calls, names;
     const auto rows = database.OpenSnapshot("select Call, Qra from Log");
     for (; !rows->EOF_(); rows->MoveNext()) {

@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "engine/database.h"
+#include "file/database_file.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/unsynced_files.h"
 
@@ -26,7 +26,7 @@ class ScratchDatabase {
 
   const std::filesystem::path& Path() const { return directory_.Path(); }
   std::filesystem::path File() const { return Path() / "Brenvo.mdb"; }
-  Database Open() const { return Database::Open(File()); }
+  Database Open() const { return OpenDatabaseFile(File()); }
   // Runs SQL as another tool would, with nothing of the engine.
   void Sql(const std::string& sql) const { Run(File(), sql); }
 

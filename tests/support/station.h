@@ -13,6 +13,7 @@
 
 #include "core/main_frame.h"
 #include "core/session.h"
+#include "file/database_file.h"
 #include "recorder/recording_platform.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/unsynced_files.h"
@@ -39,7 +40,7 @@ class StationTest : public testing::Test {
     machine.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
     machine.SetApplicationDirectory(directory.Path());
     {
-      Database db = Database::Open(directory.Path() / "Brenvo.mdb");
+      Database db = OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
       db.Execute("UPDATE [User] SET Locator='JN65AA'");
     }
     if (openFrame) {

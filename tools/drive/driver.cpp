@@ -5,6 +5,7 @@
 #include "base/date.h"
 #include "base/encoding.h"
 #include "core/files.h"
+#include "file/database_file.h"
 #include "recorder/refused.h"
 #include "station/station.h"
 #include "tools/drive/numbers.h"
@@ -402,7 +403,7 @@ void Driver::WithDatabase(const std::function<void(Database&)>& use) const {
   if (session_ && session_->IsOpen()) {
     use(session_->Db);
   } else {
-    Database database = Database::Open(FileIn(directory_, "Brenvo.mdb"));
+    Database database = OpenDatabaseFile(FileIn(directory_, "Brenvo.mdb"));
     use(database);
   }
 }

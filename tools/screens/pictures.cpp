@@ -7,6 +7,7 @@
 #include "adif/importa_adif.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
+#include "file/database_file.h"
 #include "forms/choice_fields.h"
 #include "forms/list_field.h"
 #include "forms/tab_strip.h"
@@ -78,7 +79,7 @@ Window* CopiesOfTheDatabase(Session& session) {
   std::filesystem::create_directories(copies);
   for (const char* name : {"Brenvo-2025-11-18.mdb", "Brenvo-2025-11-19.mdb"}) {
     if (std::filesystem::exists(copies / name)) continue;
-    Database::CompactDatabase(session.File("\\Brenvo.mdb"), copies / name);
+    CompactDatabase(session.File("\\Brenvo.mdb"), copies / name);
   }
   Press(*session.Windows.Find("Brenvo"), "cmRipristinaBackup");
   return nullptr;
