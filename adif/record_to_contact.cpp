@@ -347,6 +347,10 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   MapQsl(fields, choice, contact);
   MapNote(fields, contact);
   MapOwnFields(record, contact);
+  if (const ContactColumn* column = ColumnTooSmall(contact)) {
+    mapped.refusal = fmt::format("un valore non sta nella colonna {}: {}", column->column,
+                                 ColumnText(contact, *column));
+  }
 }
 
 void MapRecord(const AdifRecord& record, const QslChoice& choice, StationTables& tables,

@@ -237,6 +237,49 @@ TEST_F(AdifImportTest, AMissingTimeIsThatOfTheEndOrMidnight) {
       ElementsAre("I1A|03/02/2001 12:00:00", "I1B|03/02/2001", "I1C/P|03/02/2001 09:30:00"));
 }
 
+TEST_F(AdifImportTest, AValueThatAColumnCannotHoldRefusesItsRecordAlone) {
+  const std::pair<std::string_view, std::string_view> kTooLarge[] = {
+      {"QSO_DATE", "00990101"},
+      {"QSO_DATE", "00000101"},
+      {"QSO_DATE", "0001-01-01"},
+      {"DISTANCE", "9223372036854775807"},
+      {"DISTANCE", "99999999999999999999999999"},
+      {"TX_PWR", "9223372036854775808"},
+      {"TX_PWR", "1e300"},
+      {"APP_BRENVO_ZONACQ", "-9300000000000000000"},
+      {"APP_BRENVO_ZONAITU", "1e30"},
+      {"APP_BRENVO_QRB", "9223372036854775807"},
+      {"APP_BRENVO_POTENZA", "-1e19"},
+      {"APP_BRENVO_DATAQSO", "0050-02-03 10:15:00"}};
+  for (const auto& [name, value] : kTooLarge) {
+    SCOPED_TRACE(std::string(name) + " " + std::string(value));
+    EmptyTheLog();
+    const std::string first =
+        name == "QSO_DATE" ? Record({{"CALL", "I3AAA"}, {name, value}}) : Contact({{name, value}});
+    const auto file = Write("a.adi", first + Contact({{"BAND", "2m"}}) + Contact({{"BAND", "6m"}}));
+    const ImportPreview preview = Preview(file);
+    EXPECT_EQ(AdifStation::Told(preview.counts), "3 = 2 + 0 + 1");
+    EXPECT_EQ(preview.reasons.size(), 1u);
+    EXPECT_EQ(AdifStation::Told(Import(file)), "3 = 2 + 0 + 1");
+    EXPECT_THAT(Report, testing::StartsWith("Riga 1: "));
+  }
+}
+
+TEST_F(AdifImportTest, ValuesAtTheEdgeOfAColumnAreStored) {
+  const ImportCounts counts =
+      Import(Write("a.adi", Contact({{"DISTANCE", "9100000000000000000"}, {"TX_PWR", "0.4"}}) +
+                                Record({{"CALL", "I3AAA"}, {"QSO_DATE", "01000101"}}) +
+                                Record({{"CALL", "I3BBB"},
+                                        {"QSO_DATE", "99991231"},
+                                        {"TIME_ON", "235959"},
+                                        {"FREQ", "1e300"}})));
+  EXPECT_EQ(AdifStation::Told(counts), "3 = 3 + 0 + 0");
+  EXPECT_THAT(
+      Rows("Select Call,DataQso from Log order by QsoNr"),
+      ElementsAre("IK3ABC|03/02/2001 10:15:00", "I3AAA|01/01/0100", "I3BBB|31/12/9999 23:59:59"));
+  EXPECT_THAT(Export(), HasSubstr("<CALL:5>I3BBB "));
+}
+
 TEST_F(AdifImportTest, ARepeatedContactIsLeftAlone) {
   session.Db.Execute(
       "insert into Log (DataQso,Call,Banda,Qra) values "
