@@ -89,7 +89,7 @@ TEST_F(AdifImportTest, Utf8WithLengthsInCharactersIsRead) {
                           "OE3XX|Jürgen||||Grüße aus Wien, ò à è|0|USB"));
   EXPECT_THAT(Kept("IK3ABC"), Contains("LOCAL_CLUB|Città"));
   EXPECT_THAT(Kept("IK3ABC"), Contains("NOTES|Prima riga\r\nseconda riga"));
-  EXPECT_THAT(Report, HasSubstr("nominativo non valido: OE3\xC4X"));
+  EXPECT_THAT(Report, HasSubstr("nominativo non valido: OE3ÄX"));
 }
 
 TEST_F(AdifImportTest, ASatelliteBecomesItsShorthandAndItsWordsStayBeside) {
@@ -128,6 +128,65 @@ TEST_F(AdifImportTest, OfADamagedFileAllThatIsWholeComesIn) {
   Import(Sample("damaged.adi"));
   EXPECT_THAT(Rows("Select Call from Log order by QsoNr"),
               ElementsAre("IK3AAA", "IK3BBB", "IK3CCC", "IK3DDD", "IK3EEE"));
+}
+
+TEST_F(AdifImportTest, EachRepairedFieldIsToldWithWhatWasToldAndWhatWasRead) {
+  const std::string text =
+      "<ADIF_VER:4>3.0.4 <EOH>\n"
+      "<CALL:5>I3AAA<QSO_DATE:8>20010203<TIME_ON:4>1015<BAND:2>2m<MODE:3>SSB<COMMENT:9> 54\n"
+      "<PROP_MODE:2>SAT<EOR>\n"
+      "<CALL:5>I3BBB<QSO_DATE:6>20010203<TIME_ON:6>1016<BAND:1>20m<MODE:9>CW"
+      "<ADDRESS:2>Via Roma\n12<EOR>\n"
+      "<CALL:5>I3CCC<QSO_DATE:8>20010203<TIME_ON:4>1017<EOR>\n";
+  const auto file = Write("a.adi", text);
+  const ImportPreview preview = Preview(file);
+  EXPECT_EQ(AdifStation::Told(preview.counts), "3 = 3 + 0 + 0");
+  EXPECT_EQ(preview.counts.repairs, 7);
+  EXPECT_EQ(preview.damaged, 0);
+  Texts told;
+  for (const RepairedField& each : preview.firstRepairs) {
+    told.push_back(std::to_string(each.line) + " " + each.call + " " + each.name + " " +
+                   std::to_string(each.told) + " " + std::to_string(each.read) + " " + each.text);
+  }
+  EXPECT_THAT(told, ElementsAre("2 I3AAA COMMENT 9 3 54", "2 I3AAA PROP_MODE 2 3 SAT",
+                                "4 I3BBB QSO_DATE 6 8 20010203", "4 I3BBB TIME_ON 6 4 1016",
+                                "4 I3BBB BAND 1 3 20m", "4 I3BBB MODE 9 2 CW",
+                                "4 I3BBB ADDRESS 2 11 Via Roma 12"));
+  EXPECT_EQ(Import(file).repairs, 7);
+  EXPECT_THAT(Report, HasSubstr("Riparato, riga 2, I3AAA: campo COMMENT, lunghezza detta 9, letta "
+                                "3: 54\r\n\r\n"));
+  EXPECT_THAT(Report, HasSubstr("Rifiutati: 0\r\nCampi riparati: 7\r\n"));
+  EXPECT_THAT(Rows("Select DataQso,Call,Banda,Modo,Propagazione,Note from Log order by QsoNr"),
+              ElementsAre("03/02/2001 10:15:00|I3AAA|  2 m|SSB|Satellite|54",
+                          "03/02/2001 10:16:00|I3BBB| 20 m|CW||", "03/02/2001 10:17:00|I3CCC||||"));
+}
+
+TEST_F(AdifImportTest, OnlyWhatMakesAContactIsRefusedWhenItStaysUnreadable) {
+  const std::string who = "<CALL:5>I3AAA<QSO_DATE:8>20010203<TIME_ON:4>1015";
+  const struct {
+    std::string record;
+    const char* refusal;
+  } kCases[] = {
+      {"<CALL:1>I3 AAA<QSO_DATE:8>20010203<TIME_ON:4>1015", "nominativo non valido: I3 AAA"},
+      {"<CALL:5>I3AAA<QSO_DATE:2>2001x", "data non valida: 2001x"},
+      {"<CALL:5>I3AAA<QSO_DATE:8>20010203<TIME_ON:9>9999", "ora non valida: 9999"},
+      {who + "<BAND:2>20mm", "il campo BAND non si legge: 20mm"},
+      {who + "<FREQ:2>abc", "il campo FREQ non si legge: abc"},
+      {who + "<MODE:1>SSB o CW", "il campo MODE non si legge: SSB o CW"},
+      {who + "<MODE:9>", "il campo MODE non si legge: "},
+      {who + "<BAND:2>20mm<FREQ:2>14.2", ""},
+      {who + "<BAND:2>2m<FREQ:2>abc", ""},
+      {who + "<MODE:1>OLIVIA 8/500", ""},
+      {who + "<MODE:1>FONIA", ""},
+      {who + "<GRIDSQUARE:1>xyz<CQZ:5>44<DXCC:9>abc<TX_PWR:1>abc<DISTANCE:1>abc", ""}};
+  for (const auto& [record, refusal] : kCases) {
+    const auto file = Write("a.adi", "<EOH>" + record + "<EOR>");
+    EmptyTheLog();
+    const bool refused = *refusal != '\0';
+    EXPECT_EQ(AdifStation::Told(Preview(file).counts), refused ? "1 = 0 + 0 + 1" : "1 = 1 + 0 + 0");
+    EXPECT_EQ(AdifStation::Told(Import(file)), refused ? "1 = 0 + 0 + 1" : "1 = 1 + 0 + 0");
+    EXPECT_THAT(Report, HasSubstr(refusal));
+  }
 }
 
 TEST_F(AdifImportTest, TheBandComesFromTheFrequencyAndTheFrequencyFromTheBand) {
