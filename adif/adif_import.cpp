@@ -2,13 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <fstream>
 #include <stdexcept>
 #include <unordered_set>
 
 #include "adif/kept_fields.h"
 #include "adif/repeated_contacts.h"
-#include "base/encoding.h"
+#include "base/text.h"
 #include "core/transaction.h"
 
 namespace brenvo {
@@ -48,7 +49,31 @@ class LogFile {
   AdifReader reader_;
 };
 
-// Texts of the report are in the bytes of the station's other text files.
+// At most this much of a text is shown of a repaired field.
+constexpr std::size_t kShownOfText = 60;
+
+std::vector<RepairedField> RepairsOf(const AdifRecord& record) {
+  std::vector<RepairedField> repairs;
+  const std::string* call = record.Find("CALL");
+  for (const AdifRepair& each : record.repairs) {
+    const AdifField& field = record.fields[each.field];
+    std::string text = Left(field.value, kShownOfText);
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    repairs.push_back({record.line, call == nullptr ? "" : *call, field.name, std::move(text),
+                       each.told, each.read});
+  }
+  return repairs;
+}
+
+void ReportRepairs(std::ostream& report, const AdifRecord& record) {
+  for (const RepairedField& each : RepairsOf(record)) {
+    report << fmt::format(
+        "Riparato, riga {}, {}: campo {}, lunghezza detta {}, letta {}: {}\r\n\r\n", each.line,
+        each.call, each.name, each.told, each.read, each.text);
+  }
+}
+
 void ReportRefusal(std::ostream& report, const AdifReader& reader, const AdifRecord& record,
                    std::string_view reason) {
   std::string text = TextOfBytes(reader.RecordBytes());
@@ -57,13 +82,14 @@ void ReportRefusal(std::ostream& report, const AdifReader& reader, const AdifRec
     if (c == '\n') lines += '\r';
     if (c != '\r') lines += c;
   }
-  report << ToWindows1252(fmt::format("Riga {}: {}\r\n{}\r\n\r\n", record.line, reason, lines));
+  report << fmt::format("Riga {}: {}\r\n{}\r\n\r\n", record.line, reason, lines);
 }
 
 void ReportCounts(std::ostream& report, const ImportCounts& counts) {
   report << fmt::format(
       "Record letti: {}\r\nImportati: {}\r\nRipetuti: {} (completati: {})\r\nRifiutati: {}\r\n",
       counts.read, counts.fresh, counts.repeated, counts.completed, counts.refused);
+  if (counts.repairs > 0) report << fmt::format("Campi riparati: {}\r\n", counts.repairs);
 }
 
 class ContactWriter {
@@ -118,6 +144,13 @@ void CountReason(ImportPreview& preview, std::string_view refusal) {
   ++reasons[full ? "altri motivi" : reason];
 }
 
+void KeepRepairs(ImportPreview& preview, const AdifRecord& record) {
+  if (record.repairs.empty()) return;
+  preview.counts.repairs += static_cast<std::int64_t>(record.repairs.size());
+  if (preview.firstRepairs.size() >= kFirstRepairs) return;
+  for (RepairedField& each : RepairsOf(record)) preview.firstRepairs.push_back(std::move(each));
+}
+
 void Widen(ImportPreview& preview, DateTime time) {
   if (!preview.first || time < *preview.first) preview.first = time;
   if (!preview.last || time > *preview.last) preview.last = time;
@@ -155,6 +188,7 @@ std::optional<ImportPreview> PreviewImport(Session& session, const std::filesyst
       if (!record.fault.empty()) ++preview.damaged;
       CountReason(preview, mapped.refusal);
     } else {
+      KeepRepairs(preview, record);
       Widen(preview, mapped.contact.DataQso);
       ++preview.bands[mapped.contact.Banda];
       ++preview.modes[mapped.contact.Modo];
@@ -193,6 +227,8 @@ std::optional<ImportCounts> ImportContacts(Session& session, const std::filesyst
     MapRecord(record, options.qsl, tables, mapped);
     if (mapped.refusal.empty()) {
       writer.Store(mapped, counts);
+      counts.repairs += static_cast<std::int64_t>(record.repairs.size());
+      ReportRepairs(report, record);
     } else {
       ++counts.refused;
       ReportRefusal(report, log.Records(), record, mapped.refusal);

@@ -23,11 +23,19 @@ struct ImportCounts {
                                // or stands earlier in the file
   std::int64_t completed = 0;  // of the repeated: those that had a column to fill
   std::int64_t refused = 0;
+  std::int64_t repairs = 0;  // fields of records not refused whose lengths were wrong
 };
 
 struct FirstRecord {
   AdifRecord record;
   bool repeated = false;
+};
+
+// A field that was read although its length was wrong.
+struct RepairedField {
+  std::int64_t line = 0;         // of its record
+  std::string call, name, text;  // a long text is cut
+  std::size_t told = 0, read = 0;
 };
 
 struct ImportPreview {
@@ -36,6 +44,7 @@ struct ImportPreview {
   std::map<std::string, std::int64_t> bands, modes;  // of these, by Banda and Modo
   std::map<std::string, std::int64_t> reasons;       // of the refused; rare ones under one name
   std::vector<FirstRecord> firstRecords;             // as they stand in the file
+  std::vector<RepairedField> firstRepairs;           // of records not refused
   std::int64_t damaged = 0;                          // records that are no records
   bool endsEarly = false;                            // the file ends within a record
 };
@@ -49,13 +58,15 @@ struct ImportOptions {
 using ImportProgress = std::function<bool(std::int64_t done)>;
 
 inline constexpr std::size_t kFirstRecords = 20;
+inline constexpr std::size_t kFirstRepairs = 200;
 
 // Each of these throws std::runtime_error with an Italian text when the file cannot be read or is
 // no log file, and gives nothing when it was stopped.
 std::optional<ImportPreview> PreviewImport(Session& session, const std::filesystem::path& file,
                                            const QslChoice& choice, const ImportProgress& progress);
 // One transaction: all of it, or nothing when it is stopped or fails. Writes each refused record,
-// with its line, its text and the reason, and the counts to `report`.
+// with its line, its text and the reason, each repaired field, and the counts to `report`, in
+// UTF-8.
 std::optional<ImportCounts> ImportContacts(Session& session, const std::filesystem::path& file,
                                            const ImportOptions& options,
                                            const ImportProgress& progress, std::ostream& report);

@@ -12,39 +12,19 @@ namespace brenvo {
 namespace {
 
 constexpr std::size_t kChunk = std::size_t{1} << 18;
-constexpr std::size_t kLongestTag = 128;
-// With room behind it for any length: what is kept of a record is written, and read again.
-constexpr std::size_t kLongestName = 112;
 // Of a record too long to be held.
 constexpr std::size_t kShown = 4096;
 // How far behind a value the next tag is looked for.
 constexpr std::size_t kLookAhead = 512;
+// A value that holds what is likely a tag is counted in other ways only up to this length: lengths
+// that mean nothing shall not cost more than a look.
+constexpr std::size_t kLongestRecounted = 1024;
 
 constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r') || c == '\0'; }
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-constexpr bool IsNameCharacter(char c) {
-  return c != '<' && c != '>' && c != ':' && static_cast<unsigned char>(c) > ' ';
-}
 
-bool HoldsTag(std::string_view bytes, std::string_view tag) {
-  const auto found =
-      std::search(bytes.begin(), bytes.end(), tag.begin(), tag.end(), [](char a, char b) {
-        return SameText({&a, 1}, {&b, 1});
-      });
-  return found != bytes.end();
-}
-
-// A tag with a length, or one of the two without.
-bool HoldsAnyTag(std::string_view bytes) {
-  for (std::size_t at = bytes.find('<'); at != std::string_view::npos;
-       at = bytes.find('<', at + 1)) {
-    std::size_t end = at + 1;
-    while (end < bytes.size() && IsNameCharacter(bytes[end])) ++end;
-    if (end == at + 1 || end + 1 >= bytes.size()) continue;
-    if (bytes[end] == ':' && IsDigit(bytes[end + 1])) return true;
-  }
-  return HoldsTag(bytes, "<EOR>");
+bool IsContactsOwn(std::string_view name) {
+  return SameText(name, "CALL") || SameText(name, "QSO_DATE");
 }
 
 }  // namespace
@@ -118,40 +98,47 @@ void AdifReader::Shorten() {
   at_ = counted_ = keep;
 }
 
-bool AdifReader::ReadTag(Tag& tag) {
-  Have(kLongestTag);
-  const std::string_view rest =
-      std::string_view(buffer_).substr(at_, std::min(kLongestTag, buffer_.size() - at_));
-  std::size_t at = 1;
-  while (at < rest.size() && IsNameCharacter(rest[at])) ++at;
-  tag.name = rest.substr(1, at - 1);
-  if (tag.name.empty() || tag.name.size() > kLongestName || at >= rest.size()) return false;
-  tag.hasLength = rest[at] == ':' && at + 1 < rest.size() && IsDigit(rest[at + 1]);
-  tag.length = 0;
-  if (tag.hasLength) {
-    for (++at; at < rest.size() && IsDigit(rest[at]); ++at) {
-      if (tag.length <= kLongestValue) {
-        tag.length = tag.length * 10 + static_cast<std::size_t>(rest[at] - '0');
-      }
-    }
-  }
-  if (at < rest.size() && rest[at] == ':') {  // the type of the data, or no length at all
-    ++at;
-    while (at < rest.size() && rest[at] != '>' && rest[at] != '<') ++at;
-  }
-  while (at < rest.size() && rest[at] == ' ') ++at;
-  if (at >= rest.size() || rest[at] != '>') return false;
-  tag.size = at + 1;
-  return true;
+bool AdifReader::ReadTag(AdifTag& tag) {
+  Have(kLongestAdifTag);
+  return ReadAdifTag(std::string_view(buffer_).substr(at_), tag);
 }
 
-// Only white space up to the next tag, or to the end of the file.
-bool AdifReader::LeadsToTag(std::size_t size) const {
+// A header's lengths are not to be trusted: it ends where it says so. What stands behind a
+// contact's own field is no header but a text that the first record holds.
+void AdifReader::PassHeader() {
+  started_ = true;
+  Have(kLongestRecord + kLongestAdifTag);
+  std::size_t end = std::string::npos;
+  AdifTag tag;
+  for (std::size_t at = buffer_.find('<'); at < kLongestRecord && end == std::string::npos;
+       at = buffer_.find('<', at + 1)) {
+    if (!ReadAdifTag(std::string_view(buffer_).substr(at), tag)) continue;
+    if (tag.hasLength ? IsContactsOwn(tag.name) : SameText(tag.name, "EOR")) return;
+    if (!tag.hasLength && SameText(tag.name, "EOH")) end = at;
+  }
+  if (end == std::string::npos) return;
+  const std::string_view header = std::string_view(buffer_).substr(0, end);
+  for (std::size_t at = FindLikelyTag(header, 0, end); at != header.npos;
+       at = FindLikelyTag(header, at, end)) {
+    ReadAdifTag(header.substr(at), tag);
+    at += tag.size;
+    const std::size_t next = std::min(FindLikelyTag(header, at, end), end);
+    const std::string_view value = header.substr(at, std::min(tag.length, next - at));
+    header_.push_back({UpperAscii(TextOfBytes(tag.name)), TextOfBytes(Stripped(value))});
+  }
+  ReadAdifTag(std::string_view(buffer_).substr(end), tag);
+  at_ = end + tag.size;
+}
+
+// Only white space up to the next tag, or to the end of the file unless a tag is passed over.
+bool AdifReader::Fits(std::size_t size) const {
   std::size_t at = at_ + size;
+  if (at > buffer_.size()) return false;
   const std::size_t limit = std::min(buffer_.size(), at + kLookAhead);
   while (at < limit && IsSpace(buffer_[at])) ++at;
+  if (at >= buffer_.size()) return !HoldsTag(size);
   if (at >= limit) return true;
-  return buffer_[at] == '<' && at + 1 < buffer_.size() && IsNameCharacter(buffer_[at + 1]);
+  return buffer_[at] == '<' && at + 1 < buffer_.size() && IsAdifNameCharacter(buffer_[at + 1]);
 }
 
 bool AdifReader::LeadsToSpace(std::size_t size) const {
@@ -159,24 +146,22 @@ bool AdifReader::LeadsToSpace(std::size_t size) const {
   return at >= buffer_.size() || IsSpace(buffer_[at]);
 }
 
-// The bytes of a value of this length, npos when no way of counting leads on.
-std::size_t AdifReader::ValueSize(std::size_t length) {
-  const auto fits = [&](std::size_t size) {
-    return at_ + size <= buffer_.size() && LeadsToTag(size);
-  };
-  if (fits(length)) return length;
-  // In characters, or with line ends counted as one character where the file has two, or as two
-  // where it has one.
+bool AdifReader::HoldsTag(std::size_t size) const {
+  return FindLikelyTag(buffer_, at_, at_ + size) != std::string::npos;
+}
+
+// The bytes of a value of this length counted in characters, or with line ends counted as one
+// character where the file has two, or as two where it has one; npos when none of these leads on.
+std::size_t AdifReader::Recounted(std::size_t length, std::size_t& inCharacters) const {
   enum class Ends { kAsTheyAre, kTwoAreOne, kOneIsTwo };
   constexpr std::pair<bool, Ends> kWays[] = {{true, Ends::kAsTheyAre},
                                              {true, Ends::kTwoAreOne},
                                              {false, Ends::kTwoAreOne},
                                              {true, Ends::kOneIsTwo},
                                              {false, Ends::kOneIsTwo}};
-  std::size_t inCharacters = std::string::npos;
   for (const auto& [characters, ends] : kWays) {
-    std::size_t at = at_;
-    for (std::size_t left = length; left > 0 && at < buffer_.size(); --left) {
+    std::size_t at = at_, left = length;
+    for (; left > 0 && at < buffer_.size(); --left) {
       const bool two = buffer_[at] == '\r' && at + 1 < buffer_.size() && buffer_[at + 1] == '\n';
       if (two && ends == Ends::kTwoAreOne) ++at;
       const bool one = buffer_[at] == '\n' && (at == at_ || buffer_[at - 1] != '\r');
@@ -184,35 +169,87 @@ std::size_t AdifReader::ValueSize(std::size_t length) {
       ++at;
       while (characters && at < buffer_.size() && IsContinuation(buffer_[at])) ++at;
     }
+    if (left > 0) continue;
     if (characters && ends == Ends::kAsTheyAre) inCharacters = at - at_;
-    if (fits(at - at_)) return at - at_;
-  }
-  for (const std::size_t size : {length, inCharacters}) {
-    const bool split = at_ + size < buffer_.size() && IsContinuation(buffer_[at_ + size]);
-    if (at_ + size > buffer_.size() || split || !LeadsToSpace(size)) continue;
-    // Words follow that belong to no field; but a value that holds a tag was given too long.
-    if (!HoldsAnyTag(std::string_view(buffer_).substr(at_, size))) return size;
+    if (Fits(at - at_)) return at - at_;
   }
   return std::string::npos;
 }
 
-bool AdifReader::TakeValue(const Tag& tag, AdifField& field, std::string& fault) {
+// A value that leads on to a tag may have swallowed the end of its record and a part of the next:
+// then the record has a field of that name already.
+bool AdifReader::HoldsRecordsEnd(std::size_t size, const AdifRecord& record) const {
+  const std::string_view bytes(buffer_);
+  if (bytes.substr(at_, size).find('<') == bytes.npos) return false;
+  AdifTag tag;
+  bool end = false;
+  for (std::size_t at = FindLikelyTag(bytes, at_, at_ + size); at != bytes.npos && !end;
+       at = FindLikelyTag(bytes, at + 1, at_ + size)) {
+    ReadAdifTag(bytes.substr(at), tag);
+    end = !tag.hasLength && SameText(tag.name, "EOR");
+  }
+  if (!end) return false;
+  const std::size_t next = bytes.substr(0, at_ + size + kLookAhead).find('<', at_ + size);
+  if (next == bytes.npos || !ReadAdifTag(bytes.substr(next), tag)) return false;
+  return std::any_of(record.fields.begin(), record.fields.end(),
+                     [&](const AdifField& field) { return SameText(field.name, tag.name); });
+}
+
+// The bytes of a value of this length, npos when no way of counting leads on.
+std::size_t AdifReader::ValueSize(std::size_t length) const {
+  if (length > kLongestValue) return std::string::npos;
+  if (Fits(length)) return length;
+  if (length > kLongestRecounted && HoldsTag(length)) return std::string::npos;
+  std::size_t inCharacters = length;
+  const std::size_t recounted = Recounted(length, inCharacters);
+  if (recounted != std::string::npos) return recounted;
+  for (const std::size_t size : {length, inCharacters}) {
+    const bool split = at_ + size < buffer_.size() && IsContinuation(buffer_[at_ + size]);
+    if (at_ + size > buffer_.size() || split || !LeadsToSpace(size)) continue;
+    // Words follow that belong to no field; but a value that holds a tag was given too long.
+    if (!HoldsTag(size)) return size;
+  }
+  return std::string::npos;
+}
+
+// Up to the first likely tag, however far it is from where it is due; npos when there is none.
+std::size_t AdifReader::RepairedSize(std::size_t length) {
+  const std::size_t due = std::min(length, kLongestValue);
+  std::size_t looked = 0;
+  while (true) {
+    // A tag that may not be there whole yet is looked at again.
+    const bool all = !Have(std::max(due, looked) + kChunk);
+    const std::size_t end = all ? buffer_.size() - at_ : buffer_.size() - at_ - kLongestAdifTag;
+    const std::size_t found = FindLikelyTag(buffer_, at_ + looked, at_ + end);
+    if (found != std::string::npos) {
+      return found - at_ <= due + kLongestValue ? found - at_ : std::string::npos;
+    }
+    looked = end;
+    if (all || looked > due + kLongestValue) return std::string::npos;
+  }
+}
+
+bool AdifReader::TakeValue(const AdifTag& tag, AdifRecord& record) {
+  AdifField& field = record.fields.emplace_back();
   field.name = UpperAscii(TextOfBytes(tag.name));  // before the buffer moves
   at_ += tag.size;
-  if (tag.length > kLongestValue) {
-    fault = "la lunghezza del campo " + field.name + " non e' possibile";
-    return false;
-  }
   // Four bytes a character at the most, and a look beyond.
-  Have(tag.length * 4 + kLookAhead);
-  if (buffer_.size() - at_ < tag.length) {
-    fault = "il campo " + field.name + " va oltre la fine del file";
-    return false;
-  }
-  const std::size_t size = ValueSize(tag.length);
-  if (size == std::string::npos) {
-    fault = "la lunghezza del campo " + field.name + " non corrisponde al testo";
-    return false;
+  Have(std::min(tag.length, kLongestValue) * 4 + kLookAhead + kLongestAdifTag);
+  const bool beyond = buffer_.size() - at_ < tag.length;
+  std::size_t size = ValueSize(tag.length);
+  if (size == std::string::npos || HoldsRecordsEnd(size, record)) {
+    size = RepairedSize(tag.length);
+    if (size == std::string::npos) {
+      record.fault =
+          tag.length > kLongestValue ? "la lunghezza del campo " + field.name + " non e' possibile"
+          : beyond                   ? "il campo " + field.name + " va oltre la fine del file"
+                   : "la lunghezza del campo " + field.name + " non corrisponde al testo";
+      record.fields.pop_back();
+      return false;
+    }
+    std::size_t read = size;
+    while (read > 0 && IsSpace(buffer_[at_ + read - 1])) --read;
+    record.repairs.push_back({record.fields.size() - 1, tag.length, read});
   }
   field.value = TextOfBytes(Stripped(std::string_view(buffer_).substr(at_, size)));
   at_ += size;
@@ -224,7 +261,7 @@ bool AdifReader::SkipRecord() {
   place_ = Place::kSkipping;
   while (FindTag()) {
     if (at_ - begin_ > kLongestRecord) Shorten();
-    Tag tag;
+    AdifTag tag;
     if (ReadTag(tag) && !tag.hasLength && SameText(tag.name, "EOR")) {
       at_ += tag.size;
       return true;
@@ -235,8 +272,10 @@ bool AdifReader::SkipRecord() {
 }
 
 bool AdifReader::Next(AdifRecord& record) {
+  if (!started_) PassHeader();
   if (at_ >= kChunk) DropTo(at_);
   record.fields.clear();
+  record.repairs.clear();
   record.fault.clear();
   place_ = Place::kBetween;
   bool closed = false;
@@ -246,18 +285,19 @@ bool AdifReader::Next(AdifRecord& record) {
       closed = SkipRecord();
       break;
     }
-    Tag tag;
+    AdifTag tag;
     if (!ReadTag(tag)) {
       ++at_;
       continue;
     }
     if (!tag.hasLength) {
-      const bool endOfHeader = SameText(tag.name, "EOH");
+      const bool endOfHeader = SameText(tag.name, "EOH") && record.Find("CALL") == nullptr;
       closed = place_ == Place::kInside && SameText(tag.name, "EOR");
       at_ += tag.size;
       if (endOfHeader) {
         header_ = std::move(record.fields);
         record.fields.clear();
+        record.repairs.clear();
         place_ = Place::kBetween;
       }
       continue;
@@ -267,12 +307,8 @@ bool AdifReader::Next(AdifRecord& record) {
       CountTo(begin_);
       record.line = line_;
     }
-    AdifField field;
     const std::size_t data = at_ + tag.size - begin_;
-    if (TakeValue(tag, field, record.fault)) {
-      record.fields.push_back(std::move(field));
-      continue;
-    }
+    if (TakeValue(tag, record)) continue;
     at_ = begin_ + data;
     closed = SkipRecord();
     break;

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "adif/adif_tags.h"
+
 namespace brenvo {
 
 struct AdifField {
@@ -16,10 +18,19 @@ struct AdifField {
   friend bool operator==(const AdifField&, const AdifField&) = default;
 };
 
+// A field whose length told nothing that could be, and what was read of it all the same.
+struct AdifRepair {
+  std::size_t field = 0;  // its place among the record's fields
+  std::size_t told = 0;   // the length in the file
+  std::size_t read = 0;   // bytes read, without white space at the end
+  friend bool operator==(const AdifRepair&, const AdifRepair&) = default;
+};
+
 struct AdifRecord {
-  std::int64_t line = 0;          // of its first tag, from 1
-  std::vector<AdifField> fields;  // in the order of the file
-  std::string fault;              // Italian: why it cannot be trusted; empty when it is sound
+  std::int64_t line = 0;            // of its first tag, from 1
+  std::vector<AdifField> fields;    // in the order of the file
+  std::vector<AdifRepair> repairs;  // likewise
+  std::string fault;                // Italian: why it cannot be trusted; empty when it is sound
   // The value of the first field of that name that is not empty; null when there is none.
   const std::string* Find(std::string_view name) const;
 };
@@ -27,11 +38,13 @@ struct AdifRecord {
 // Takes bytes as they come and holds no more than the record in work, whatever the file holds.
 //
 // A tag is "<NAME:length>" or "<NAME:length:type>", its name in any case; "<EOR>" ends a record,
-// "<EOH>" the header, where there is one. Text between a value and the next tag counts for nothing.
+// "<EOH>" the header, where there is one, whatever lengths stand before it. Text between a value
+// and the next tag counts for nothing.
 // A length is taken in bytes, in characters of UTF-8, or with each line end as one character,
-// whichever leads to the next tag; where none does, the record is faulty. After a faulty record
-// reading goes on behind the next "<EOR>". Values are UTF-8 where they can be, Windows-1252
-// otherwise.
+// whichever leads to the next tag. Where none does, the value is repaired: it ends before the first
+// likely tag, whether the length goes beyond it or falls short of it. Where there is no such tag
+// either, the record is faulty, and reading goes on behind the next "<EOR>". Values are UTF-8 where
+// they can be, Windows-1252 otherwise.
 class AdifReader {
  public:
   // Fills a buffer and tells how many bytes it gave; 0 at the end.
@@ -53,24 +66,23 @@ class AdifReader {
   bool EndsEarly() const { return endsEarly_; }
 
  private:
-  struct Tag {
-    std::string_view name;  // as written
-    std::size_t length = 0;
-    bool hasLength = false;
-    std::size_t size = 0;  // of the tag itself
-  };
-
   enum class Place { kBetween, kInside, kSkipping };
 
   // At least `size` bytes behind at_, unless the file ends.
   bool Have(std::size_t size);
   // To the next "<"; false at the end. Inside a record also true where it grows too long.
   bool FindTag();
-  bool ReadTag(Tag& tag);
-  bool TakeValue(const Tag& tag, AdifField& field, std::string& fault);
-  std::size_t ValueSize(std::size_t length);
-  bool LeadsToTag(std::size_t size) const;
+  bool ReadTag(AdifTag& tag);
+  void PassHeader();
+  // False when the record cannot be trusted any more.
+  bool TakeValue(const AdifTag& tag, AdifRecord& record);
+  std::size_t ValueSize(std::size_t length) const;
+  std::size_t Recounted(std::size_t length, std::size_t& inCharacters) const;
+  std::size_t RepairedSize(std::size_t length);
+  bool Fits(std::size_t size) const;
   bool LeadsToSpace(std::size_t size) const;
+  bool HoldsTag(std::size_t size) const;
+  bool HoldsRecordsEnd(std::size_t size, const AdifRecord& record) const;
   bool SkipRecord();
   void DropTo(std::size_t position);
   void CountTo(std::size_t position);
@@ -85,6 +97,7 @@ class AdifReader {
   std::int64_t line_ = 1;    // there
   std::int64_t bytesBefore_ = 0;
   Place place_ = Place::kBetween;
+  bool started_ = false;
   bool sourceEnded_ = false;
   bool endsEarly_ = false;
   std::vector<AdifField> header_;

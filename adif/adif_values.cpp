@@ -53,7 +53,8 @@ std::optional<int> WholeIn(std::string_view text, int least, int most) {
 
 std::optional<DateTime> DateIn(std::string_view text) {
   const std::string digits = DigitsOf(text, "-/.");
-  if (digits.size() != 8) return std::nullopt;
+  // Before the year 100 no column holds a date.
+  if (digits.size() != 8 || digits.starts_with("00")) return std::nullopt;
   return ParseIso(fmt::format("{}-{}-{} 00:00:00", digits.substr(0, 4), digits.substr(4, 2),
                               digits.substr(6, 2)));
 }

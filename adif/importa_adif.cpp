@@ -26,6 +26,8 @@ constexpr const char* kHeadings[] = {
     "Locator", "Qrb",         "Prefisso",    "Country",      "Provincia",
     "Zona CQ", "Zona ITU",    "Continente",  "Propagazione", "Potenza",
     "Manager", "QslRicevuta", "QslInviata",  "QslDaInviare", "Note"};
+constexpr const char* kRepairHeadings[] = {"Riga",         "Call",  "Campo",
+                                           "Lungh. detta", "Letta", "Testo letto"};
 
 std::string Listed(const std::map<std::string, std::int64_t>& counts) {
   std::string text;
@@ -76,14 +78,16 @@ ImportaAdif::ImportaAdif(Session& session)
       {&Modi, "Modi"},
       {&Motivi, "Motivi rifiuto"},
       {&Avvisi, "Avvisi"},
+      {&Riparati, "Campi riparati"},
       {&QslCartacea, "Qsl cartacea"},
       {&QslLotw, "LoTW"},
       {&QslEqsl, "eQSL"},
       {&ContattiRipetuti, "Contatti ripetuti"},
-      {&Anteprima, "Primi record, come staranno nel log"}};
+      {&Anteprima, "Primi record, come staranno nel log"},
+      {&Riparazioni, "Campi con una lunghezza sbagliata, letti lo stesso"}};
   for (const auto& [field, caption] : captions) field->SetCaption(caption);
-  for (TextField* field :
-       {&File, &Letti, &Nuovi, &Ripetuti, &Rifiutati, &Periodo, &Bande, &Modi, &Motivi, &Avvisi}) {
+  for (TextField* field : {&File, &Letti, &Nuovi, &Ripetuti, &Rifiutati, &Periodo, &Bande, &Modi,
+                           &Motivi, &Avvisi, &Riparati}) {
     field->ReadOnly = true;
   }
   SetUpKeys(session, *this,
@@ -148,7 +152,9 @@ void ImportaAdif::ShowPreview() {
   if (preview_.endsEarly) warnings = "Il file finisce a meta' di un record. ";
   if (preview_.damaged > 0) warnings += fmt::format("Record danneggiati: {}.", preview_.damaged);
   Avvisi.SetText(Trim(warnings));
+  Riparati.SetText(std::to_string(counts.repairs));
   ShowFirstRecords();
+  ShowRepairs();
 }
 
 void ImportaAdif::ShowFirstRecords() {
@@ -165,12 +171,29 @@ void ImportaAdif::ShowFirstRecords() {
       Anteprima.SetCell(row, 0, fmt::format("riga {}: {}", first.record.line, mapped.refusal));
       continue;
     }
-    Anteprima.SetCell(row, 0, first.repeated ? "ripetuto" : "nuovo");
+    Anteprima.SetCell(row, 0,
+                      fmt::format("{}{}", first.repeated ? "ripetuto" : "nuovo",
+                                  first.record.repairs.empty() ? "" : ", riparato"));
     for (int i = 1; i < Anteprima.Columns(); ++i) {
       Anteprima.SetCell(row, i, CellText(mapped.contact, kHeadings[i]));
     }
   }
   Anteprima.ContentChanged();
+}
+
+void ImportaAdif::ShowRepairs() {
+  Riparazioni.SetRows(1 + static_cast<std::int64_t>(preview_.firstRepairs.size()));
+  Riparazioni.SetColumns(static_cast<int>(std::size(kRepairHeadings)));
+  for (int i = 0; i < Riparazioni.Columns(); ++i) Riparazioni.SetCell(0, i, kRepairHeadings[i]);
+  std::int64_t row = 0;
+  for (const RepairedField& each : preview_.firstRepairs) {
+    const std::string cells[] = {
+        std::to_string(each.line), each.call, each.name, std::to_string(each.told),
+        std::to_string(each.read), each.text};
+    ++row;
+    for (int i = 0; i < Riparazioni.Columns(); ++i) Riparazioni.SetCell(row, i, cells[i]);
+  }
+  Riparazioni.ContentChanged();
 }
 
 // What cannot be read is not imported, and nothing of such a file is unless the operator says so.
@@ -213,12 +236,12 @@ void ImportaAdif::cmImporta() {
                              "Importazione interrotta: nessun record e' stato importato.");
     return;
   }
-  session_.Messages().Show(
-      MessageIcon::kInformation, kTitle,
-      fmt::format("Record letti: {}\nImportati: {}\nRipetuti: {} (completati: {})\nRifiutati: {}\n"
-                  "Il rapporto e' nel file {}",
-                  counts->read, counts->fresh, counts->repeated, counts->completed, counts->refused,
-                  report.filename().string()));
+  std::string text = fmt::format(
+      "Record letti: {}\nImportati: {}\nRipetuti: {} (completati: {})\nRifiutati: {}\n",
+      counts->read, counts->fresh, counts->repeated, counts->completed, counts->refused);
+  if (counts->repairs > 0) text += fmt::format("Campi riparati: {}\n", counts->repairs);
+  text += fmt::format("Il rapporto e' nel file {}", report.filename().string());
+  session_.Messages().Show(MessageIcon::kInformation, kTitle, text);
   Close();
 }
 

@@ -35,6 +35,7 @@ class ImportaAdif : public Window {
   TextField Modi{*this, "Modi"};
   TextField Motivi{*this, "Motivi"};  // why records are refused
   TextField Avvisi{*this, "Avvisi"};
+  TextField Riparati{*this, "Riparati"};  // fields whose lengths were wrong
   // Which flags count as QslRicevuta.
   CheckBox QslCartacea{*this, "QslCartacea"};
   CheckBox QslLotw{*this, "QslLotw"};
@@ -43,6 +44,8 @@ class ImportaAdif : public Window {
       *this, "ContattiRipetuti", {"Lasciarli come sono", "Riempire solo le colonne vuote"}};
   // The first records as they will stand in the log.
   CellGrid Anteprima{*this, "Anteprima"};
+  // The first repaired fields, with the length that was told and what was read.
+  CellGrid Riparazioni{*this, "Riparazioni"};
   Command CmImporta{*this, "cmImporta", "&Importa", [this] { cmImporta(); }};
   Command CmHelp{*this, "cmHelp", "&Aiuto"};
   Command CmExit{*this, "cmExit", "&Esci", [this] { Close(); }};
@@ -54,6 +57,7 @@ class ImportaAdif : public Window {
   QslChoice Choice() const;
   void ShowPreview();
   void ShowFirstRecords();
+  void ShowRepairs();
   bool AgreesToDamage();
 
   Session& session_;

@@ -1,5 +1,7 @@
 #include "adif/log_contact.h"
 
+#include <cmath>
+
 #include "base/number.h"
 
 namespace brenvo {
@@ -71,6 +73,25 @@ bool IsColumnEmpty(const LogContact& contact, const ContactColumn& column) {
                  [&](double LogContact::*member) { return contact.*member == 0; },
                  [&](bool LogContact::*member) { return !(contact.*member); }},
       column.member);
+}
+
+const ContactColumn* ColumnTooSmall(const LogContact& contact) {
+  constexpr double kLargestWhole = 9.2e18;  // of 64 bits, with room for rounding
+  constexpr int kFirstYear = 100, kLastYear = 9999;
+  const auto holds = Overloaded{[&](DateTime LogContact::*member) {
+                                  const int year = (contact.*member).Year();
+                                  return year >= kFirstYear && year <= kLastYear;
+                                },
+                                [&](double LogContact::*member) {
+                                  const double value = std::fabs(contact.*member);
+                                  return member == &LogContact::Frequenza ? std::isfinite(value)
+                                                                          : value < kLargestWhole;
+                                },
+                                [](const auto&) { return true; }};
+  for (const ContactColumn& column : ContactColumns()) {
+    if (!std::visit(holds, column.member)) return &column;
+  }
+  return nullptr;
 }
 
 LogContact ReadContact(Recordset& row) {

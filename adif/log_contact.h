@@ -38,6 +38,10 @@ std::string ColumnText(const LogContact& contact, const ContactColumn& column);
 void SetColumnText(LogContact& contact, const ContactColumn& column, std::string_view text);
 bool IsColumnEmpty(const LogContact& contact, const ContactColumn& column);
 
+// The first column that cannot hold the contact's value: a date before the year 100 or a number too
+// large. Null when the contact can be stored.
+const ContactColumn* ColumnTooSmall(const LogContact& contact);
+
 LogContact ReadContact(Recordset& row);
 // In the order of ContactColumns.
 std::vector<Value> RowOf(const LogContact& contact);

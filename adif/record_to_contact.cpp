@@ -160,6 +160,27 @@ std::string MapWhoAndWhen(const Fields& fields, LogContact& contact) {
   return {};
 }
 
+bool IsOneWord(std::string_view text) {
+  return !text.empty() && text.find_first_of(" \t\r\n<>") == std::string_view::npos;
+}
+
+// Empty unless a field without which there is no contact was told with a wrong length, and what
+// was read of it is none. Call, date and time speak for themselves.
+std::string Unreadable(const AdifRecord& record, const Fields& fields) {
+  for (const AdifRepair& repair : record.repairs) {
+    const AdifField& field = record.fields[repair.field];
+    const KnownField* known = FindKnown(field.name);
+    if (known == nullptr) continue;
+    const bool band = FindAdifBand(fields[kBand]) != nullptr || NumberIn(fields[kFreq]);
+    const bool mode = FindAdifMode(fields[kMode]).has_value() || IsOneWord(fields[kMode]);
+    const bool isBand = known->known == kBand || known->known == kFreq;
+    if ((isBand && !band) || (known->known == kMode && !mode)) {
+      return fmt::format("il campo {} non si legge: {}", field.name, field.value);
+    }
+  }
+  return {};
+}
+
 void MapBand(const Fields& fields, const StationTables& tables, LogContact& contact) {
   const AdifBand* band = FindAdifBand(fields[kBand]);
   double frequency = NumberIn(fields[kFreq]).value_or(0);
@@ -328,6 +349,7 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   const Fields fields(record);
   LogContact& contact = mapped.contact;
   mapped.refusal = MapWhoAndWhen(fields, contact);
+  if (mapped.refusal.empty()) mapped.refusal = Unreadable(record, fields);
   if (!mapped.refusal.empty()) return;
   MapBand(fields, tables, contact);
   MapMode(fields, tables, contact);
@@ -347,6 +369,10 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   MapQsl(fields, choice, contact);
   MapNote(fields, contact);
   MapOwnFields(record, contact);
+  if (const ContactColumn* column = ColumnTooSmall(contact)) {
+    mapped.refusal = fmt::format("un valore non sta nella colonna {}: {}", column->column,
+                                 ColumnText(contact, *column));
+  }
 }
 
 void MapRecord(const AdifRecord& record, const QslChoice& choice, StationTables& tables,

@@ -3,6 +3,7 @@
 // record's; and what the reader took for sound is read again as it was when it is written.
 #include <cstdint>
 #include <cstdlib>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -41,17 +42,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (std::size_t i = 0; i < whole.size(); ++i) {
     const AdifRecord& record = whole[i];
     if (record.line != pieces[i].line || record.fault != pieces[i].fault ||
-        record.fields != pieces[i].fields) {
+        record.fields != pieces[i].fields || record.repairs != pieces[i].repairs) {
       std::abort();
     }
     if (!record.fault.empty()) continue;
     std::vector<AdifField> fields;
+    std::set<std::string> names;
     for (const AdifField& field : record.fields) {
+      if (!names.insert(field.name).second) continue;  // nobody writes a field twice
       fields.push_back({field.name, EscapeText(field.value)});
       if (UnescapeText(fields.back().value) != field.value) std::abort();
     }
-    const auto again = ReadAll(AdifLine(fields), 4096);
+    const auto again = ReadAll(AdifHeader({}) + AdifLine(fields), 4096);
     if (again.size() != 1 || again[0].fields.size() != fields.size()) std::abort();
+    if (!again[0].repairs.empty()) std::abort();
     for (std::size_t n = 0; n < fields.size(); ++n) {
       if (again[0].fields[n].value != fields[n].value) std::abort();
     }

@@ -113,6 +113,7 @@ class LogForm : public LogWindow {
   Shown ReadRecord();
   bool ValidateQso();
   void StoreQso();
+  DateTime TimeToStore() const;
   void EnableRecordCommands();
   void DisableRecordCommands();
   void ShowRecordCommands();

@@ -1,5 +1,6 @@
 // A contact between the fields and its row: shown, emptied, validated, stored.
 #include <algorithm>
+#include <variant>
 
 #include "base/number.h"
 #include "base/text.h"
@@ -130,9 +131,18 @@ bool LogForm::ValidateQso() {
   return true;
 }
 
+// The seconds that an import brought stay as long as the minute that they belong to.
+DateTime LogForm::TimeToStore() const {
+  const DateTime typed = *ParseTime(Qtr.Text());
+  const Value stored = DsLog->Field("DataQso");
+  const auto* at = std::get_if<DateTime>(&stored.Get());
+  const bool unchanged = at != nullptr && Left(TimeText(*at), 5) == Left(TimeText(typed), 5);
+  return unchanged ? at->TimePart() : typed;
+}
+
 void LogForm::StoreQso() {
   Dynaset& row = *DsLog;
-  row.Set("DataQso", ParseDate(DataQso.Text())->DatePart() + *ParseTime(Qtr.Text()));
+  row.Set("DataQso", ParseDate(DataQso.Text())->DatePart() + TimeToStore());
   row.Set("Call", CallQso.Text());
   row.Set("Manager", Manager.Text());
   row.Set("Qra", Qra.Text());

@@ -7,14 +7,15 @@ Piece ImportaAdifView() {
   return Column(
       {Form({Line({Wide(Item("File", "File"))}),
              Line({Item("Letti", "Record letti", 9), Item("Nuovi", "Nuovi", 9),
-                   Item("Ripetuti", "Ripetuti", 9), Item("Rifiutati", "Rifiutati", 9)}),
+                   Item("Ripetuti", "Ripetuti", 9), Item("Rifiutati", "Rifiutati", 9),
+                   Item("Riparati", "Campi riparati", 9)}),
              Line({Wide(Item("Periodo", "Periodo", 28)), Wide(Item("Avvisi", "Avvisi", 28))}),
              Line({Wide(Item("Bande", "Bande"))}), Line({Wide(Item("Modi", "Modi"))}),
              Line({Wide(Item("Motivi", "Motivi rifiuto"))})}),
        Line({Frame("Valgono come Qsl ricevuta",
                    Line({Item("QslCartacea"), Item("QslLotw"), Item("QslEqsl"), Space()})),
              Frame("Contatti ripetuti", Item("ContattiRipetuti"))}),
-       Wide(Item("Anteprima")),
+       Wide(Item("Anteprima"), 3), Wide(Item("Riparazioni")),
        Line({Space(), Item("cmImporta"), Item("cmHelp"), Item("cmExit")})});
 }
 

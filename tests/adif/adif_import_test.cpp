@@ -36,7 +36,7 @@ TEST_F(AdifImportTest, EveryRecordOfEverySampleIsAccountedFor) {
   const Sampled kSamples[] = {{"wsjtx.adi", "3 = 3 + 0 + 0"},    {"n1mm.adi", "3 = 2 + 1 + 0"},
                               {"lotw.adi", "2 = 2 + 0 + 0"},     {"eqsl.adi", "2 = 2 + 0 + 0"},
                               {"log4om.adi", "3 = 2 + 0 + 1"},   {"hrd.adi", "3 = 3 + 0 + 0"},
-                              {"logger32.adi", "6 = 2 + 0 + 4"}, {"damaged.adi", "6 = 3 + 0 + 3"},
+                              {"logger32.adi", "6 = 2 + 0 + 4"}, {"damaged.adi", "6 = 5 + 0 + 1"},
                               {"standard.adi", "2 = 2 + 0 + 0"}};
   for (const auto& [file, counts] : kSamples) {
     EmptyTheLog();
@@ -89,7 +89,7 @@ TEST_F(AdifImportTest, Utf8WithLengthsInCharactersIsRead) {
                           "OE3XX|Jürgen||||Grüße aus Wien, ò à è|0|USB"));
   EXPECT_THAT(Kept("IK3ABC"), Contains("LOCAL_CLUB|Città"));
   EXPECT_THAT(Kept("IK3ABC"), Contains("NOTES|Prima riga\r\nseconda riga"));
-  EXPECT_THAT(Report, HasSubstr("nominativo non valido: OE3\xC4X"));
+  EXPECT_THAT(Report, HasSubstr("nominativo non valido: OE3ÄX"));
 }
 
 TEST_F(AdifImportTest, ASatelliteBecomesItsShorthandAndItsWordsStayBeside) {
@@ -121,13 +121,72 @@ TEST_F(AdifImportTest, EachRefusalStandsInTheReportWithLineTextAndReason) {
                           "31/12/1999|IK1ZZZ| 80 m|3.79|LSB|0|"));
 }
 
-TEST_F(AdifImportTest, OfADamagedFileAllSoundRecordsComeIn) {
+TEST_F(AdifImportTest, OfADamagedFileAllThatIsWholeComesIn) {
   const ImportPreview preview = Preview(Sample("damaged.adi"));
-  EXPECT_EQ(preview.damaged, 3);
+  EXPECT_EQ(preview.damaged, 1);
   EXPECT_TRUE(preview.endsEarly);
   Import(Sample("damaged.adi"));
   EXPECT_THAT(Rows("Select Call from Log order by QsoNr"),
-              ElementsAre("IK3AAA", "IK3CCC", "IK3EEE"));
+              ElementsAre("IK3AAA", "IK3BBB", "IK3CCC", "IK3DDD", "IK3EEE"));
+}
+
+TEST_F(AdifImportTest, EachRepairedFieldIsToldWithWhatWasToldAndWhatWasRead) {
+  const std::string text =
+      "<ADIF_VER:4>3.0.4 <EOH>\n"
+      "<CALL:5>I3AAA<QSO_DATE:8>20010203<TIME_ON:4>1015<BAND:2>2m<MODE:3>SSB<COMMENT:9> 54\n"
+      "<PROP_MODE:2>SAT<EOR>\n"
+      "<CALL:5>I3BBB<QSO_DATE:6>20010203<TIME_ON:6>1016<BAND:1>20m<MODE:9>CW"
+      "<ADDRESS:2>Via Roma\n12<EOR>\n"
+      "<CALL:5>I3CCC<QSO_DATE:8>20010203<TIME_ON:4>1017<EOR>\n";
+  const auto file = Write("a.adi", text);
+  const ImportPreview preview = Preview(file);
+  EXPECT_EQ(AdifStation::Told(preview.counts), "3 = 3 + 0 + 0");
+  EXPECT_EQ(preview.counts.repairs, 7);
+  EXPECT_EQ(preview.damaged, 0);
+  Texts told;
+  for (const RepairedField& each : preview.firstRepairs) {
+    told.push_back(std::to_string(each.line) + " " + each.call + " " + each.name + " " +
+                   std::to_string(each.told) + " " + std::to_string(each.read) + " " + each.text);
+  }
+  EXPECT_THAT(told, ElementsAre("2 I3AAA COMMENT 9 3 54", "2 I3AAA PROP_MODE 2 3 SAT",
+                                "4 I3BBB QSO_DATE 6 8 20010203", "4 I3BBB TIME_ON 6 4 1016",
+                                "4 I3BBB BAND 1 3 20m", "4 I3BBB MODE 9 2 CW",
+                                "4 I3BBB ADDRESS 2 11 Via Roma 12"));
+  EXPECT_EQ(Import(file).repairs, 7);
+  EXPECT_THAT(Report, HasSubstr("Riparato, riga 2, I3AAA: campo COMMENT, lunghezza detta 9, letta "
+                                "3: 54\r\n\r\n"));
+  EXPECT_THAT(Report, HasSubstr("Rifiutati: 0\r\nCampi riparati: 7\r\n"));
+  EXPECT_THAT(Rows("Select DataQso,Call,Banda,Modo,Propagazione,Note from Log order by QsoNr"),
+              ElementsAre("03/02/2001 10:15:00|I3AAA|  2 m|SSB|Satellite|54",
+                          "03/02/2001 10:16:00|I3BBB| 20 m|CW||", "03/02/2001 10:17:00|I3CCC||||"));
+}
+
+TEST_F(AdifImportTest, OnlyWhatMakesAContactIsRefusedWhenItStaysUnreadable) {
+  const std::string who = "<CALL:5>I3AAA<QSO_DATE:8>20010203<TIME_ON:4>1015";
+  const struct {
+    std::string record;
+    const char* refusal;
+  } kCases[] = {
+      {"<CALL:1>I3 AAA<QSO_DATE:8>20010203<TIME_ON:4>1015", "nominativo non valido: I3 AAA"},
+      {"<CALL:5>I3AAA<QSO_DATE:2>2001x", "data non valida: 2001x"},
+      {"<CALL:5>I3AAA<QSO_DATE:8>20010203<TIME_ON:9>9999", "ora non valida: 9999"},
+      {who + "<BAND:2>20mm", "il campo BAND non si legge: 20mm"},
+      {who + "<FREQ:2>abc", "il campo FREQ non si legge: abc"},
+      {who + "<MODE:1>SSB o CW", "il campo MODE non si legge: SSB o CW"},
+      {who + "<MODE:9>", "il campo MODE non si legge: "},
+      {who + "<BAND:2>20mm<FREQ:2>14.2", ""},
+      {who + "<BAND:2>2m<FREQ:2>abc", ""},
+      {who + "<MODE:1>OLIVIA 8/500", ""},
+      {who + "<MODE:1>FONIA", ""},
+      {who + "<GRIDSQUARE:1>xyz<CQZ:5>44<DXCC:9>abc<TX_PWR:1>abc<DISTANCE:1>abc", ""}};
+  for (const auto& [record, refusal] : kCases) {
+    const auto file = Write("a.adi", "<EOH>" + record + "<EOR>");
+    EmptyTheLog();
+    const bool refused = *refusal != '\0';
+    EXPECT_EQ(AdifStation::Told(Preview(file).counts), refused ? "1 = 0 + 0 + 1" : "1 = 1 + 0 + 0");
+    EXPECT_EQ(AdifStation::Told(Import(file)), refused ? "1 = 0 + 0 + 1" : "1 = 1 + 0 + 0");
+    EXPECT_THAT(Report, HasSubstr(refusal));
+  }
 }
 
 TEST_F(AdifImportTest, TheBandComesFromTheFrequencyAndTheFrequencyFromTheBand) {
@@ -235,6 +294,49 @@ TEST_F(AdifImportTest, AMissingTimeIsThatOfTheEndOrMidnight) {
   EXPECT_THAT(
       Rows("Select Call,DataQso from Log order by QsoNr"),
       ElementsAre("I1A|03/02/2001 12:00:00", "I1B|03/02/2001", "I1C/P|03/02/2001 09:30:00"));
+}
+
+TEST_F(AdifImportTest, AValueThatAColumnCannotHoldRefusesItsRecordAlone) {
+  const std::pair<std::string_view, std::string_view> kTooLarge[] = {
+      {"QSO_DATE", "00990101"},
+      {"QSO_DATE", "00000101"},
+      {"QSO_DATE", "0001-01-01"},
+      {"DISTANCE", "9223372036854775807"},
+      {"DISTANCE", "99999999999999999999999999"},
+      {"TX_PWR", "9223372036854775808"},
+      {"TX_PWR", "1e300"},
+      {"APP_BRENVO_ZONACQ", "-9300000000000000000"},
+      {"APP_BRENVO_ZONAITU", "1e30"},
+      {"APP_BRENVO_QRB", "9223372036854775807"},
+      {"APP_BRENVO_POTENZA", "-1e19"},
+      {"APP_BRENVO_DATAQSO", "0050-02-03 10:15:00"}};
+  for (const auto& [name, value] : kTooLarge) {
+    SCOPED_TRACE(std::string(name) + " " + std::string(value));
+    EmptyTheLog();
+    const std::string first =
+        name == "QSO_DATE" ? Record({{"CALL", "I3AAA"}, {name, value}}) : Contact({{name, value}});
+    const auto file = Write("a.adi", first + Contact({{"BAND", "2m"}}) + Contact({{"BAND", "6m"}}));
+    const ImportPreview preview = Preview(file);
+    EXPECT_EQ(AdifStation::Told(preview.counts), "3 = 2 + 0 + 1");
+    EXPECT_EQ(preview.reasons.size(), 1u);
+    EXPECT_EQ(AdifStation::Told(Import(file)), "3 = 2 + 0 + 1");
+    EXPECT_THAT(Report, testing::StartsWith("Riga 1: "));
+  }
+}
+
+TEST_F(AdifImportTest, ValuesAtTheEdgeOfAColumnAreStored) {
+  const ImportCounts counts =
+      Import(Write("a.adi", Contact({{"DISTANCE", "9100000000000000000"}, {"TX_PWR", "0.4"}}) +
+                                Record({{"CALL", "I3AAA"}, {"QSO_DATE", "01000101"}}) +
+                                Record({{"CALL", "I3BBB"},
+                                        {"QSO_DATE", "99991231"},
+                                        {"TIME_ON", "235959"},
+                                        {"FREQ", "1e300"}})));
+  EXPECT_EQ(AdifStation::Told(counts), "3 = 3 + 0 + 0");
+  EXPECT_THAT(
+      Rows("Select Call,DataQso from Log order by QsoNr"),
+      ElementsAre("IK3ABC|03/02/2001 10:15:00", "I3AAA|01/01/0100", "I3BBB|31/12/9999 23:59:59"));
+  EXPECT_THAT(Export(), HasSubstr("<CALL:5>I3BBB "));
 }
 
 TEST_F(AdifImportTest, ARepeatedContactIsLeftAlone) {

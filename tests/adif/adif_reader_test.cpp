@@ -84,24 +84,109 @@ TEST(AdifReaderTest, AnEmptyRecordIsNone) {
   EXPECT_EQ(AllTold("<EOH><EOR><EOR><CALL:5>I3ABC<EOR><EOR>"), Texts{"CALL=I3ABC"});
 }
 
-TEST(AdifReaderTest, ALengthThatRunsIntoTheNextRecordIsAFaultOfItsOwnAlone) {
-  EXPECT_EQ(
-      AllTold(
-          "<CALL:5>I3AAA<NAME:30>Mario<EOR>\n<CALL:5>I3BBB<BAND:3>20m<EOR>\n<CALL:5>I3CCC<EOR>"),
-      (Texts{"CALL=I3AAA!la lunghezza del campo NAME non corrisponde al testo",
-             "CALL=I3BBB|BAND=20m", "CALL=I3CCC"}));
+TEST(AdifReaderTest, AHeaderEndsWhereItSaysSoWhateverItsLengthsSay) {
+  const std::string contacts = "<CALL:5>I3AAA<EOR><CALL:5>I3BBB<EOR>";
+  for (const char* header :
+       {"<PROGRAMVERSION:5>Version 5.668 <EOH>", "<ADIF_VER:4>3.0.4<EOH>", "<ADIF_VER:9>3.0.4<EOH>",
+        "<PROGRAMID:200>Log <EOH>", "<PROGRAMID:9999999>Log <EOH>", "Log <PROGRAMID:3>Log\r\n<EOH>",
+        "<APP_X:2:S>long text of theirs\n<eoh >", "<EOH>"}) {
+    EXPECT_EQ(AllTold(header + contacts), (Texts{"CALL=I3AAA", "CALL=I3BBB"})) << header;
+    EXPECT_EQ(AllTold(contacts + header + contacts),
+              (Texts{"CALL=I3AAA", "CALL=I3BBB", "CALL=I3AAA", "CALL=I3BBB"}))
+        << "between two files put together: " << header;
+  }
 }
 
-TEST(AdifReaderTest, ALengthThatCutsAWordIsAFault) {
-  EXPECT_EQ(AllTold("<CALL:4>I3ABC<EOR><CALL:5>I3BBB<EOR>"),
+TEST(AdifReaderTest, AWordOfTheFirstRecordThatLooksLikeTheEndOfAHeaderIsNone) {
+  EXPECT_EQ(AllTold("<CALL:5>I3AAA<COMMENT:10>my <eoh> x<EOR><CALL:5>I3BBB<EOR>"),
+            (Texts{"CALL=I3AAA|COMMENT=my <eoh> x", "CALL=I3BBB"}));
+  EXPECT_EQ(AllTold("<CALL:5>I3AAA<COMMENT:7>my <eoh> x<EOR><CALL:5>I3BBB<EOR>"),
+            (Texts{"CALL=I3AAA|COMMENT=my", "CALL=I3BBB"}));
+}
+
+// What was told and read of each field that was repaired, "NAME 4:5".
+std::string Repaired(const std::string& text) {
+  std::string repaired;
+  for (const AdifRecord& record : ReadAll(text)) {
+    for (const AdifRepair& repair : record.repairs) {
+      repaired += (repaired.empty() ? "" : ", ") + record.fields[repair.field].name + " " +
+                  std::to_string(repair.told) + ":" + std::to_string(repair.read);
+    }
+  }
+  return repaired;
+}
+
+TEST(AdifReaderTest, AWrongLengthIsRepairedAtTheNextTag) {
+  const struct {
+    const char *field, *read, *repaired;
+  } kCases[] = {
+      {"<ADDRESS:34>Via Giuseppe Garibaldi 12 int. 4 Este", "Via Giuseppe Garibaldi 12 int. 4 Este",
+       "ADDRESS 34:37"},
+      {"<COMMENT:9> 54", "54", "COMMENT 9:3"},
+      {"<COMMENT:9> 54\r\n", "54", "COMMENT 9:3"},
+      {"<PROP_MODE:2>SAT", "SAT", "PROP_MODE 2:3"},
+      {"<NAME:0>Mario ", "Mario", "NAME 0:5"},
+      {"<NAME:8>", "", "NAME 8:0"},
+      {"<NAME:6>Mario", "Mario", "NAME 6:5"},
+      {"<NAME:13>Mario", "Mario", "NAME 13:5"},
+      {"<NAME:6>Mario Rossi", "Mario Rossi", "NAME 6:11"},
+      {"<NAME:2>a < b <3 c>\n", "a < b <3 c>", "NAME 2:11"},
+      {"<NAME:99999>Mario", "Mario", "NAME 99999:5"},
+      {"<NAME:123456789012>Mario", "Mario", "NAME 123456789012:5"},
+      {"<NAME:4>Nicol\xC3\xB2", "Nicol\xC3\xB2", "NAME 4:7"},
+      {"<NAME:4>Nicol\xF2", "Nicol\xC3\xB2", "NAME 4:6"},
+      {"<NAME:4>I \xF0\x9F\x93\xBB", "I \xF0\x9F\x93\xBB", "NAME 4:6"},
+  };
+  for (const auto& [field, read, repaired] : kCases) {
+    for (const char* next : {"<QTH:4>Este<EOR>", "<eor>"}) {
+      const std::string text =
+          "<EOH><CALL:5>I3AAA" + std::string(field) + next + "\n<CALL:5>I3BBB<EOR>";
+      const auto records = ReadAll(text);
+      ASSERT_EQ(records.size(), 2u) << text;
+      EXPECT_EQ(records[0].fault, "") << text;
+      EXPECT_EQ(records[0].fields.at(1).value, read) << text;
+      EXPECT_EQ(records[0].fields.size(), *next == '<' && next[1] == 'Q' ? 3u : 2u) << text;
+      EXPECT_EQ(Told(records[1]), "CALL=I3BBB") << text;
+      EXPECT_EQ(Repaired(text), repaired) << text;
+    }
+  }
+}
+
+TEST(AdifReaderTest, AWrongLengthInTheLastRecordDoesNotSwallowItsEnd) {
+  for (const int length : {4, 6, 9, 10, 11, 12, 50}) {
+    const std::string text = "<CALL:5>I3AAA<NAME:" + std::to_string(length) + ">Mario<EOR>\n";
+    EXPECT_EQ(AllTold(text), Texts{"CALL=I3AAA|NAME=Mario"}) << text;
+  }
+}
+
+TEST(AdifReaderTest, AWrongLengthThatHappensToLeadIntoTheNextRecordDoesNotSwallowIt) {
+  const std::string call = "<CALL:5>I3AAA<BAND:2>2m", next = "<CALL:5>I3BBB<BAND:2>2m<EOR>";
+  for (const int length : {4, 5, 6, 10, 11, 24}) {
+    const std::string text =
+        call + "<NAME:" + std::to_string(length) + ">Mario<EOR>\n" + next + next;
+    EXPECT_EQ(AllTold(text),
+              (Texts{"CALL=I3AAA|BAND=2m|NAME=Mario", "CALL=I3BBB|BAND=2m", "CALL=I3BBB|BAND=2m"}))
+        << text;
+  }
+}
+
+TEST(AdifReaderTest, SoundLengthsAreNotRepaired) {
+  for (const char* text :
+       {"<COMMENT:15>a <eor> b <x:5><CALL:5>I3ABC<EOR>", "<NAME:6>Nicol\xC3\xB2<CALL:5>I3ABC<EOR>",
+        "<NOTES:7>\xC3\xA0\nb\nc\n<CALL:5>I3ABC<EOR>", "<COMMENT:15>\xC3\xA8 <eor> b <x:5><EOR>",
+        "<STATE:2>CT // Connecticut\n<CALL:5>I3ABC\n<EOR>"}) {
+    EXPECT_EQ(Repaired(text), "") << text;
+  }
+}
+
+TEST(AdifReaderTest, ALengthBehindWhichNoTagFollowsIsAFault) {
+  const std::string text(300'000, 'x');
+  EXPECT_EQ(AllTold("<CALL:4>" + text + text + "<EOR><CALL:5>I3BBB<EOR>"),
             (Texts{"!la lunghezza del campo CALL non corrisponde al testo", "CALL=I3BBB"}));
-}
-
-TEST(AdifReaderTest, ALengthPastTheEndLosesNoFurtherRecord) {
-  EXPECT_EQ(AllTold("<CALL:5>I3AAA<NAME:9000>x<EOR><CALL:5>I3BBB<EOR>"),
-            (Texts{"CALL=I3AAA!il campo NAME va oltre la fine del file", "CALL=I3BBB"}));
-  EXPECT_EQ(AllTold("<CALL:5>I3AAA<NAME:99999999999999999999>x<EOR><CALL:5>I3BBB<EOR>"),
-            (Texts{"CALL=I3AAA!la lunghezza del campo NAME non e' possibile", "CALL=I3BBB"}));
+  EXPECT_EQ(AllTold("<CALL:999999>" + text + text + "<EOR><CALL:5>I3BBB<EOR>"),
+            (Texts{"!la lunghezza del campo CALL non e' possibile", "CALL=I3BBB"}));
+  EXPECT_EQ(AllTold("<CALL:5>I3AAA<QSO_DATE:8>2001"),
+            Texts{"CALL=I3AAA!il campo QSO_DATE va oltre la fine del file"});
 }
 
 TEST(AdifReaderTest, AFileThatEndsWithinARecordSaysSo) {

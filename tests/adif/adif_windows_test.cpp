@@ -55,6 +55,34 @@ TEST_F(AdifWindowsTest, ThePreviewTellsWhatWouldBecomeOfTheFile) {
   EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
 }
 
+TEST_F(AdifWindowsTest, RepairedFieldsAreListedWithWhatWasToldAndWhatWasRead) {
+  const auto file = Write("a.adi",
+                          "<EOH>\n<CALL:5>I3AAA<QSO_DATE:8>20010203<TIME_ON:4>1015<BAND:2>2m"
+                          "<PROP_MODE:2>SAT<EOR>\n<CALL:5>I3BBB<QSO_DATE:8>20010203<EOR>\n");
+  Import(file, [&](ImportaAdif& window) {
+    EXPECT_EQ(window.Nuovi.Text(), "2");
+    EXPECT_EQ(window.Avvisi.Text(), "");
+    EXPECT_EQ(window.Riparati.Text(), "1");
+    EXPECT_EQ(window.Anteprima.Cell(1, 0), "nuovo, riparato");
+    EXPECT_EQ(window.Anteprima.Cell(2, 0), "nuovo");
+    Texts rows;
+    for (std::int64_t row = 0; row < window.Riparazioni.Rows(); ++row) {
+      std::string cells;
+      for (int i = 0; i < window.Riparazioni.Columns(); ++i) {
+        cells += window.Riparazioni.Cell(row, i) + "|";
+      }
+      rows.push_back(cells);
+    }
+    EXPECT_THAT(rows, ElementsAre("Riga|Call|Campo|Lungh. detta|Letta|Testo letto|",
+                                  "2|I3AAA|PROP_MODE|2|3|SAT|"));
+    window.CmImporta.Press();
+  });
+  EXPECT_THAT(Lines(), Contains(HasSubstr("Rifiutati: 0\\nCampi riparati: 1\\nIl rapporto")));
+  EXPECT_THAT(
+      ReadBytes(directory.Path() / "ImportaAdif.txt"),
+      HasSubstr("Riparato, riga 2, I3AAA: campo PROP_MODE, lunghezza detta 2, letta 3: SAT"));
+}
+
 TEST_F(AdifWindowsTest, TheChoiceOfConfirmationsShowsAtOnceAndIsRemembered) {
   const auto file = Write("a.adi", Tagged("CALL", "I1A") + Tagged("QSO_DATE", "20010203") +
                                        Tagged("LOTW_QSL_RCVD", "Y") + "<EOR>");
@@ -73,17 +101,17 @@ TEST_F(AdifWindowsTest, TheChoiceOfConfirmationsShowsAtOnceAndIsRemembered) {
 TEST_F(AdifWindowsTest, ADamagedFileIsImportedOnlyWhenTheOperatorSaysSo) {
   machine.Messages().QueueAnswer(false);
   Import(Sample("damaged.adi"), [&](ImportaAdif& window) {
-    EXPECT_EQ(window.Avvisi.Text(), "Il file finisce a meta' di un record. Record danneggiati: 3.");
+    EXPECT_EQ(window.Avvisi.Text(), "Il file finisce a meta' di un record. Record danneggiati: 1.");
     window.CmImporta.Press();
     EXPECT_TRUE(window.Visible());
   });
   EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
   machine.Messages().QueueAnswer(true);
   Import(Sample("damaged.adi"), [](ImportaAdif& window) { window.CmImporta.Press(); });
-  EXPECT_EQ(Rows("Select Call from Log").size(), 3u);
+  EXPECT_EQ(Rows("Select Call from Log").size(), 5u);
   EXPECT_THAT(Lines(),
               Contains("question \"Importa ADIF\" \"Il file finisce a meta' di un record. Record "
-                       "danneggiati: 3. Importare lo stesso gli altri record (3) ?\" yes"));
+                       "danneggiati: 1. Importare lo stesso gli altri record (5) ?\" yes"));
 }
 
 TEST_F(AdifWindowsTest, AStoppedImportSaysSoAndLeavesTheWindow) {

@@ -186,6 +186,34 @@ TEST_F(LogFormTest, UpdateWithAnEmptyCallDoesNothingAndSaysNothing) {
   EXPECT_EQ(Rows("select Call from Log"), Texts{"IK3ABC"});
 }
 
+TEST_F(LogFormTest, AnUpdateKeepsTheStoredSecondsUntilTheTimeIsChanged) {
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Banda) values ('01/01/2001 10:15:42','IK3ABC','  2 m')");
+  const auto stored = [&] { return Rows("select DataQso from Log order by QsoNr"); };
+  LogForm& log = OpenLog();
+  Press(log, "cmFirst");
+  EXPECT_EQ(log.Qtr.Text(), "10:15");
+  log.Note.SetText("bel segnale");
+  Press(log, "cmUpdate");
+  EXPECT_EQ(stored(), Texts{"01/01/2001 10:15:42"});
+  log.DataQso.SetText("02/01/2001");
+  Press(log, "cmUpdate");
+  EXPECT_EQ(stored(), Texts{"02/01/2001 10:15:42"}) << "another day, the same time";
+  log.Qtr.SetText("10:16");
+  Press(log, "cmUpdate");
+  EXPECT_EQ(stored(), Texts{"02/01/2001 10:16:00"});
+}
+
+TEST_F(LogFormTest, AnInsertStoresTheTimeAsItIsTyped) {
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Banda) values ('01/01/2001 10:15:42','IK3ABC','  2 m')");
+  LogForm& log = OpenLog();
+  Press(log, "cmFirst");
+  log.CallQso.SetText("IK3XYZ");
+  Press(log, "cmInsert");
+  EXPECT_EQ(Rows("select DataQso from Log where Call='IK3XYZ'"), Texts{"01/01/2001 10:15:00"});
+}
+
 TEST_F(LogFormTest, UpdateChangesTheRecordInItsPlace) {
   LogForm& log = OpenLog();
   Store(log, "IK3ABC", "  2 m", "10:01");
