@@ -199,7 +199,11 @@ void ContestForm::ContestSave() {
   Table& contest = *session_.TbContest;
   const auto write = [&](const TextColumn& each) {
     const std::string& text = (this->*each.field).Text();
-    contest.Set(each.column, each.number ? Value(Val(text)) : Value(text));
+    if (each.number) {
+      SetNumber(contest, each.column, text);
+    } else {
+      contest.Set(each.column, text);
+    }
   };
   contest.Set("DataContest", ParseDate(DataContest.Text())->DatePart());
   contest.Set("Banda", Banda.Text());

@@ -65,7 +65,10 @@ void DataSource::SetCell(std::size_t field, std::string_view text) {
     rows_->Set(column, text);
   } catch (const DatabaseError& failure) {
     // A number or date that was emptied.
-    if (failure.Number != DatabaseError::kConversion || !Trim(text).empty()) throw;
+    if (failure.Number != DatabaseError::kConversion || !Trim(text).empty()) {
+      rows_->CancelUpdate();  // else the record half written would be read as if it were stored
+      throw;
+    }
     rows_->Set(column, Value());
   }
 }

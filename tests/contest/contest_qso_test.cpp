@@ -316,6 +316,27 @@ TEST_F(ContestQsoTest, ASerialInUseIsAFailureThatKeepsTheEntryAsTyped) {
             (Texts{"1|IK3ABC|", "2|IK3DEF|[Exc=VE]nota"}));
 }
 
+TEST_F(ContestQsoTest, ANumberThatAColumnCannotHoldIsToldAndKeepsTheEntryAsTyped) {
+  const std::string digits(19, '9');
+  ContestQso& log = OpenLog();
+  InEntry(log, [&](ContestNewQso& entry) {
+    Type(entry, "IK3DEF", "9", "JN65AB");
+    for (TextField* field :
+         {&entry.ProgrD, &entry.ProgrR, static_cast<TextField*>(&entry.Giorno)}) {
+      const std::string before = field->Text();
+      field->SetText(digits);
+      Press(entry, "cmInsertE");
+      EXPECT_THAT(Lines(), ElementsAre(StartsWith("error \"Il valore '" + digits + "' non è")));
+      EXPECT_TRUE(entry.Visible());
+      EXPECT_EQ(field->Text(), digits);
+      EXPECT_EQ(entry.CallQso.Text(), "IK3DEF");
+      field->SetText(before);
+    }
+    Press(entry, "cmInsertE");
+  });
+  EXPECT_EQ(Rows("select ProgrDato,Call from [Contest Qso]"), Texts{"1|IK3DEF"});
+}
+
 TEST_F(ContestQsoTest, AfterTheLastRowIsDeletedItsSerialIsHandedOutAgain) {
   Add(1, "IK3ABC");
   Add(2, "IK3DEF");
