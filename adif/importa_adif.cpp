@@ -213,6 +213,7 @@ void ImportaAdif::cmImporta() {
                              "Importazione interrotta: nessun record e' stato importato.");
     return;
   }
+  session_.Changes.AnnounceMany(ContactTable::kLog);
   session_.Messages().Show(
       MessageIcon::kInformation, kTitle,
       fmt::format("Record letti: {}\nImportati: {}\nRipetuti: {} (completati: {})\nRifiutati: {}\n"

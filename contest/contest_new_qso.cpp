@@ -226,6 +226,10 @@ void ContestNewQso::StoreRow(double punti, std::string_view note) {
   row.Set("Qsl", Qsl.IsOn());
   row.Set("InLog", InLog.IsOn());
   row.Update();
+  const std::int64_t key = row.LastModified().key;
+  const bool isNew = Operation.Text() == "I";
+  session_.Changes.Announce(
+      {ContactTable::kContestQso, OneContact{isNew ? std::nullopt : std::optional(key), key}});
 }
 
 }  // namespace brenvo

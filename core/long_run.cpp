@@ -1,5 +1,7 @@
 #include "core/long_run.h"
 
+#include <exception>
+
 namespace brenvo {
 namespace {
 
@@ -34,6 +36,19 @@ bool LongRun::Next() {
 
 void LongRun::Commit() {
   if (database_.IsOpen() && database_.InTransaction()) database_.CommitTrans();
+}
+
+void ChangeManyContacts(Session& session, std::string_view title, std::int64_t total,
+                        const std::function<void(LongRun& run)>& work) {
+  std::exception_ptr failure;
+  try {
+    LongRun run(session, title, total);
+    work(run);
+  } catch (const std::exception&) {
+    failure = std::current_exception();
+  }
+  session.Changes.AnnounceMany(ContactTable::kLog);
+  if (failure) std::rethrow_exception(failure);
 }
 
 }  // namespace brenvo

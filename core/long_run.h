@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -30,5 +31,10 @@ class LongRun {
   std::unique_ptr<Progress> progress_;
   std::int64_t done_ = 0;
 };
+
+// Lets `work` go through the rows of such a run, and announces that contacts of the log may have
+// changed, however it ends.
+void ChangeManyContacts(Session& session, std::string_view title, std::int64_t total,
+                        const std::function<void(LongRun& run)>& work);
 
 }  // namespace brenvo

@@ -20,13 +20,14 @@ constexpr std::string_view kBackup = "\\Brenvo.BAK";
 constexpr std::string_view kScratch = "\\BrenvoNEW.MDB";
 constexpr int kFileNotFound = 53;
 
-void Empty(Session& session, std::string_view title,
+void Empty(Session& session, std::string_view title, ContactTable table,
            std::initializer_list<std::string_view> statements) {
   if (!session.Messages().AskYesNo(title, "Confermi l'operazione ?")) return;
   const BusyPointer busy(session.Host());
   Transaction transaction(session.Db);
   for (std::string_view statement : statements) session.Db.Execute(statement);
   transaction.Commit();
+  session.Changes.AnnounceMany(table);
 }
 
 void DeleteFile(const std::filesystem::path& file) {
@@ -73,14 +74,16 @@ void ReopenAll(Session& session) { session.ReopenAfterCompaction(); }
 
 void AzzeraLog(Session& session) {
   if (HasTable(session, "LogAdif")) {
-    Empty(session, "Azzeramento Log", {"DELETE * FROM Log", "DELETE * FROM LogAdif"});
+    Empty(session, "Azzeramento Log", ContactTable::kLog,
+          {"DELETE * FROM Log", "DELETE * FROM LogAdif"});
   } else {
-    Empty(session, "Azzeramento Log", {"DELETE * FROM Log"});
+    Empty(session, "Azzeramento Log", ContactTable::kLog, {"DELETE * FROM Log"});
   }
 }
 
 void AzzeraContest(Session& session) {
-  Empty(session, "Azzeramento Contest", {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});
+  Empty(session, "Azzeramento Contest", ContactTable::kContestQso,
+        {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});
 }
 
 std::span<const CompactionStep> CompactionSteps() {

@@ -14,6 +14,7 @@ void UpdateLogForQsl(Session& session) {
       "UPDATE Log SET QslInviata=True,QslDaInviare=False WHERE QslDaInviare OR (QslRicevuta and "
       "not QslInviata)");
   transaction.Commit();
+  session.Changes.AnnounceMany(ContactTable::kLog);
 }
 
 }  // namespace brenvo

@@ -77,8 +77,12 @@ TEST_F(MaintenanceTest, ThePrefixesThatWereAssignedBeforeAFailureStay) {
       sqlite3_exec(beside, "CREATE UNIQUE INDEX Once ON Log (Prefisso)", nullptr, nullptr, nullptr),
       SQLITE_OK);
   sqlite3_close(beside);
+  int announced = 0;
+  const ContactSubscription subscription =
+      session.Changes.Subscribe([&](const ContactsChanged& change) { announced += change.Many(); });
   machine.Messages().QueueAnswer(true);
   Menu("cmAssegnaPrefissi");
+  EXPECT_EQ(announced, 1);
   EXPECT_EQ(Rows("select Call from Log where [Zona CQ]=15"), (Texts{"IK3ABC", "IK4ABC"}));
   EXPECT_FALSE(session.Db.InTransaction());
 }
