@@ -1,12 +1,15 @@
+#include <optional>
 #include <string>
 
 #include "engine/database.h"
+#include "engine/question.h"
 #include "engine/sqlite_file.h"
 #include "engine/sync.h"
 
 namespace brenvo {
 
-void Database::CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to) {
+void Database::CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
+                               std::function<bool()> goOn) {
   // Opening proves that the file is one of ours; closing leaves all of it in the one file.
   Open(from).Close();
   std::error_code ignored;
@@ -15,6 +18,8 @@ void Database::CompactDatabase(const std::filesystem::path& from, const std::fil
                         "Il database '" + to.string() + "' esiste gia'.");
   }
   const SqliteFile file = OpenSqliteFile(from);
+  std::optional<Question> question;
+  if (goOn) question.emplace(file.get(), std::move(goOn));
   sqlite3_stmt* statement = nullptr;
   int code = sqlite3_prepare_v2(file.get(), "VACUUM INTO ?", -1, &statement, nullptr);
   const std::string name = Utf8Name(to);
@@ -26,6 +31,7 @@ void Database::CompactDatabase(const std::filesystem::path& from, const std::fil
   sqlite3_finalize(statement);
   if (code != SQLITE_DONE) {
     std::filesystem::remove(to, ignored);  // what was written of it
+    if (question) question->RethrowFailure();
     throw error;
   }
   SyncToDisk(to);

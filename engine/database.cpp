@@ -71,6 +71,8 @@ std::unique_ptr<RowAppender> Database::OpenAppender(std::string_view table) {
   return std::make_unique<TableAppender>(connection_, table);
 }
 
+void Database::Watch(std::function<bool()> goOn) { Opened(connection_).Watch(std::move(goOn)); }
+
 void Database::RefuseWrites() { Opened(connection_).RefuseWrites(); }
 
 EngineCounters Database::Counters() const { return Opened(connection_).Counters(); }

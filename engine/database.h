@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -58,8 +59,14 @@ class Database {
   std::unique_ptr<RowAppender> OpenAppender(std::string_view table);
 
   // Rewrites a closed file into a new one. DatabaseError as of Open for `from`, 3204 when there is
-  // a `to`; one that could not be written whole is removed again.
-  static void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to);
+  // a `to`; one that could not be written whole is removed again. `goOn` as of Watch.
+  static void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
+                              std::function<bool()> goOn = nullptr);
+
+  // From now on, `goOn` is asked every few milliseconds while a statement works. Once it gives
+  // false, what works long is DatabaseError 3059, and a transaction that writes then is rolled
+  // back. It may not use the database, which answers it with DatabaseError 3260. Empty for none.
+  void Watch(std::function<bool()> goOn);
 
   // The file has been found damaged: from now on it is read, and never written again; whatever
   // would write is DatabaseError 3343. What is found damaged while it is read refuses by itself.

@@ -148,6 +148,23 @@ TEST_F(MaintenanceTest, TheFirstCompactionMakesABackupAndTheSecondReplacesIt) {
   EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
 }
 
+TEST_F(MaintenanceTest, ACompactionThatIsStoppedLeavesEverythingAsItWasAndInUse) {
+  FillLog(12);
+  machine.StopProgressAt(0);
+  Menu("cmCompatta");
+  EXPECT_EQ(Lines(),
+            Texts{"message exclamation \"Compatta Database\" \"Compattazione interrotta: il "
+                  "database è rimasto com'era.\""});
+  EXPECT_FALSE(std::filesystem::exists(directory.Path() / "Brenvo.BAK"));
+  EXPECT_FALSE(std::filesystem::exists(directory.Path() / "BrenvoNEW.MDB"));
+  EXPECT_EQ(session.TbLog->RecordCount(), 4096);
+  EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
+  EXPECT_FALSE(machine.Host().Busy());
+  machine.StopProgressAt(-1);
+  Menu("cmCompatta");
+  EXPECT_EQ(ContactsIn(directory.Path() / "Brenvo.BAK"), 4096);
+}
+
 TEST_F(MaintenanceTest, ACompactionThatFailsEndsTheProgramUnderItsTitle) {
   std::filesystem::create_directory(directory.Path() / "BrenvoNEW.MDB");
   std::ofstream(directory.Path() / "BrenvoNEW.MDB" / "x") << "x";
