@@ -236,6 +236,7 @@ void ImportaAdif::cmImporta() {
                              "Importazione interrotta: nessun record e' stato importato.");
     return;
   }
+  session_.Changes.AnnounceMany(ContactTable::kLog);
   std::string text = fmt::format(
       "Record letti: {}\nImportati: {}\nRipetuti: {} (completati: {})\nRifiutati: {}\n",
       counts->read, counts->fresh, counts->repeated, counts->completed, counts->refused);

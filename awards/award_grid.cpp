@@ -12,6 +12,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/entry_key.h"
+#include "core/long_run.h"
 #include "core/modules.h"
 
 namespace brenvo {
@@ -112,7 +113,7 @@ void AwardGrid::ShowEntryInLog() {
 }
 
 void AwardGrid::Load() {
-  const BusyPointer busy(Host());
+  const LongStatement watched(session_, member_.caption);
   if (member_.traits.staged) {
     Try([&] { SetCaption("Note - " + StageNotes(session_, session_.QueryText)); });
   }
@@ -120,6 +121,11 @@ void AwardGrid::Load() {
   selection_ = SelectionOf(member_, session_.QueryText);
   Try([&] { groups_ = session_.Db.OpenSnapshot(GroupedQuery(member_, selection_)); });
   if (groups_) Try([&] { ListEntries(); });
+  // Half a score would be read as a whole one.
+  if (watched.Stopped()) {
+    Close();
+    return;
+  }
   Spread1.SetRows(nextRow_);
   SetCaption(fmt::format("{}{}{}{}", member_.caption, Str(confirmed_), member_.score, Str(total_)));
 }

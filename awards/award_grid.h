@@ -17,7 +17,8 @@
 namespace brenvo {
 
 // One window for all eight awards. It reads the session's selection once, at load, and does not
-// follow the log afterwards. Whatever fails while it loads is passed over without a word.
+// follow the log afterwards. Whatever fails while it loads is passed over without a word; stopped
+// by the operator, it closes.
 class AwardGrid : public Window {
  public:
   AwardGrid(Session& session, const AwardMember& member);

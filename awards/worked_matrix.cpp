@@ -111,9 +111,13 @@ void WorkedMatrix::Load() {
   Grid1.SetRowHeight(0, kHeadingHeight);
   FillFilter();
   session_.*kind_.handle = this;
+  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
+    if (change.table == ContactTable::kLog && change.Many()) Renew();
+  });
 }
 
 void WorkedMatrix::Unload() {
+  changes_ = {};
   if (session_.*kind_.handle == this) session_.*kind_.handle = nullptr;
   SaveWindow(session_, *this, kind_.window);
 }
@@ -156,20 +160,27 @@ void WorkedMatrix::Search() {
   WriteLabel(kCall, call);
   WriteLabel(kSquare, keys_[kSquare]);
   WriteLabel(kCountry, countryLabel_);
-  if (newCall) {
-    if (!IsEmptyField(call)) SearchRow(kCall);
-    for (const Level level : {kCountry, kPrefisso, kZonaCQ, kZonaITU}) {
-      if (!keys_[level].empty()) SearchRow(level);
-    }
-    // The continent hangs on the zone.
-    if (!keys_[kZonaCQ].empty()) SearchRow(kContinente);
-  }
+  if (newCall) SearchCallRows();
   if (!keys_[kCountry].empty() && Mappa.IsOn()) ShowCountryMap(session_, keys_[kCountry]);
   if (newLocator) {
     lastLocator_ = locator;
     if (!IsEmptyField(keys_[kSquare])) SearchRow(kSquare);
   }
   ShowCoordinate();
+}
+
+void WorkedMatrix::SearchCallRows() {
+  if (!IsEmptyField(keys_[kCall])) SearchRow(kCall);
+  for (const Level level : {kCountry, kPrefisso, kZonaCQ, kZonaITU}) {
+    if (!keys_[level].empty()) SearchRow(level);
+  }
+  // The continent hangs on the zone.
+  if (!keys_[kZonaCQ].empty()) SearchRow(kContinente);
+}
+
+void WorkedMatrix::Renew() {
+  if (lastCall_.value_or("") != "") SearchCallRows();
+  if (lastLocator_.value_or("") != "" && !IsEmptyField(keys_[kSquare])) SearchRow(kSquare);
 }
 
 void WorkedMatrix::ResolveCall(std::string_view call) {

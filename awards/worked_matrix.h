@@ -69,6 +69,9 @@ class WorkedMatrix : public MatrixWindow {
   // Levels in the order of the grid's rows.
   enum Level { kCall = 1, kSquare, kCountry, kPrefisso, kZonaCQ, kZonaITU, kContinente, kRows };
 
+  // The contacts have changed: the cells of the last search anew, whatever is typed by now.
+  void Renew();
+  void SearchCallRows();
   void ResolveCall(std::string_view call);
   void WriteLabel(Level level, std::string_view label);
   void SearchRow(Level level);
@@ -87,6 +90,7 @@ class WorkedMatrix : public MatrixWindow {
   // their leading blank.
   std::array<std::string, kRows> keys_;
   std::string countryLabel_, countryLocator_;
+  ContactSubscription changes_;
 };
 
 class Hrd : public WorkedMatrix {

@@ -161,9 +161,13 @@ void ContestForm::Load() {
   Sign.SetPicture(session_.File(kSignFile));
   cmLast();
   session_.ContestOpen = true;
+  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
+    if (change.table == ContactTable::kContestQso && change.Many()) ForgetRecordThatIsGone();
+  });
 }
 
 void ContestForm::Unload() {
+  changes_ = {};
   SaveWindow(session_, *this, "Contest");
   session_.ContestOpen = false;
 }
@@ -199,7 +203,11 @@ void ContestForm::ContestSave() {
   Table& contest = *session_.TbContest;
   const auto write = [&](const TextColumn& each) {
     const std::string& text = (this->*each.field).Text();
-    contest.Set(each.column, each.number ? Value(Val(text)) : Value(text));
+    if (each.number) {
+      SetNumber(contest, each.column, text);
+    } else {
+      contest.Set(each.column, text);
+    }
   };
   contest.Set("DataContest", ParseDate(DataContest.Text())->DatePart());
   contest.Set("Banda", Banda.Text());
@@ -262,6 +270,16 @@ void ContestForm::ContestDelete() {
 
 void ContestForm::ReturnToShownRecord() {
   if (shown_) session_.TbContest->SetBookmark(*shown_);
+}
+
+void ContestForm::ForgetRecordThatIsGone() {
+  try {
+    ReturnToShownRecord();
+  } catch (const DatabaseError& failure) {
+    if (failure.Number != DatabaseError::kRecordDeleted) throw;
+    shown_.reset();
+    ContestButtonsOff();
+  }
 }
 
 void ContestForm::cmFirst() {

@@ -98,11 +98,14 @@ class ContestForm : public Window {
   void SelectBand(std::string_view band);
   // The handle is everybody's: back to the record on this screen.
   void ReturnToShownRecord();
+  // Without one the screen keeps what it shows, and the record commands wait for another.
+  void ForgetRecordThatIsGone();
   ContestHeader ReadHeader() const;
 
   Session& session_;
   ToolKeys keys_;
   std::optional<Bookmark> shown_;
+  ContactSubscription changes_;
 };
 
 }  // namespace brenvo

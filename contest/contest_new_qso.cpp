@@ -211,21 +211,25 @@ void ContestNewQso::StoreRow(double punti, std::string_view note) {
   }
   row.Set("DataContest", ParseDate(contest_.DataContest).value_or(DateTime()).DatePart());
   row.Set("Banda", contest_.Banda);
-  row.Set("ProgrDato", Val(ProgrD.Text()));
+  SetNumber(row, "ProgrDato", ProgrD.Text());
   row.Set("Qtr", *qtr);
   row.Set("Call", CallQso.Text());
-  row.Set("Giorno", Val(Giorno.Text()));
-  row.Set("QrkDato", Val(QrkD.Text()));
-  row.Set("QrkRicevuto", Val(QrkR.Text()));
-  row.Set("ProgrRicevuto", Val(ProgrR.Text()));
+  SetNumber(row, "Giorno", Giorno.Text());
+  SetNumber(row, "QrkDato", QrkD.Text());
+  SetNumber(row, "QrkRicevuto", QrkR.Text());
+  SetNumber(row, "ProgrRicevuto", ProgrR.Text());
   row.Set("Locator", Locator.Text());
   row.Set("Modo", Modo.Text());
   row.Set("Note", note);
-  row.Set("Qrb", Val(Qrb.Text()));
+  SetNumber(row, "Qrb", Qrb.Text());
   row.Set("Punti", punti);
   row.Set("Qsl", Qsl.IsOn());
   row.Set("InLog", InLog.IsOn());
   row.Update();
+  const std::int64_t key = row.LastModified().key;
+  const bool isNew = Operation.Text() == "I";
+  session_.Changes.Announce(
+      {ContactTable::kContestQso, OneContact{isNew ? std::nullopt : std::optional(key), key}});
 }
 
 }  // namespace brenvo

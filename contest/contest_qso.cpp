@@ -50,7 +50,9 @@ std::string ContactRows::CellText(std::int64_t row, std::size_t field) {
 
 void ContactRows::DeleteRow(std::int64_t row) {
   try {
+    const std::int64_t key = Rows()->BookmarkAt(row).key;
     DataSource::DeleteRow(row);
+    session_.Changes.Announce({ContactTable::kContestQso, OneContact{key, std::nullopt}});
   } catch (const DatabaseError&) {
   }
 }
@@ -94,6 +96,9 @@ void ContestQso::Load() {
   } catch (const DatabaseError&) {
     // Data errors of the grid are not told.
   }
+  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
+    if (change.table == ContactTable::kContestQso && change.Many()) Data1.Renew(QC);
+  });
   RestoreWindow(session_, *this, "ContestQso");
   autoCall_.Load();
 }
@@ -116,6 +121,7 @@ void ContestQso::ShowLastRow() {
 }
 
 void ContestQso::Unload() {
+  changes_ = {};
   SaveWindow(session_, *this, "ContestQso");
   // A contest whose rows cannot be read has none to offer, and must not hold the window open.
   if (Data1.Rows() != nullptr &&

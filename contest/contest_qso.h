@@ -51,6 +51,7 @@ class ContestQso : public Window {
   Session& session_;
   ContestContext contest_;
   AutoCall autoCall_;
+  ContactSubscription changes_;
 };
 
 }  // namespace brenvo

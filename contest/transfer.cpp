@@ -95,6 +95,8 @@ void TransferToLog(Session& session, std::string_view date, std::string_view ban
   rows->Close();
   session.Db.Execute("UPDATE [Contest Qso] Set InLog=False,Qsl=False" + MarkedOf(date, band));
   transaction.Commit();
+  session.Changes.AnnounceMany(ContactTable::kLog);
+  session.Changes.AnnounceMany(ContactTable::kContestQso);
 }
 
 }  // namespace brenvo

@@ -178,6 +178,8 @@ bool RestoreBackup(Session& session, const BackupCopy& copy) {
     throw;
   }
   session.ReopenAfterCompaction();
+  session.Changes.AnnounceMany(ContactTable::kLog);
+  session.Changes.AnnounceMany(ContactTable::kContestQso);
   return true;
 }
 

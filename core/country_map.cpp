@@ -1,10 +1,23 @@
 #include "core/country_map.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "base/text.h"
 #include "core/modules.h"
 #include "core/session.h"
 
 namespace brenvo {
+namespace {
+
+// Far outside any picture, and near enough for the geometry of the map.
+constexpr std::int64_t kFarthestPixel = 1000000;
+
+int PixelOf(Recordset& row, std::string_view column) {
+  return static_cast<int>(std::clamp(row.Field(column).Integer(), -kFarthestPixel, kFarthestPixel));
+}
+
+}  // namespace
 
 void ShowCountryMap(Session& session, std::string_view country) {
   Table& countries = *session.TbCountry;
@@ -13,8 +26,8 @@ void ShowCountryMap(Session& session, std::string_view country) {
   const std::string map = FieldText(countries, "Mappa");
   if (map.empty()) return;
   session.MapFile = map;
-  session.Pointer_X = static_cast<int>(countries.Field("Pointer_X").Integer());
-  session.Pointer_Y = static_cast<int>(countries.Field("Pointer_Y").Integer());
+  session.Pointer_X = PixelOf(countries, "Pointer_X");
+  session.Pointer_Y = PixelOf(countries, "Pointer_Y");
   session.DisplayMap("");
 }
 

@@ -1,15 +1,67 @@
 #include "core/data_source.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "base/text.h"
 
 namespace brenvo {
+namespace {
+
+// The place of a record, counted from 0; -1 when the rows do not have it.
+std::int64_t PlaceOf(Dynaset& rows, Bookmark record) {
+  const std::int64_t count = rows.TotalRows();
+  for (std::int64_t place = 0; place < count; ++place) {
+    if (rows.BookmarkAt(place) == record) return place;
+  }
+  return -1;
+}
+
+std::optional<Bookmark> CurrentOf(Dynaset& rows) {
+  if (rows.BOF() || rows.EOF_()) return std::nullopt;
+  try {
+    return rows.GetBookmark();
+  } catch (const DatabaseError& failure) {
+    if (failure.Number != DatabaseError::kRecordDeleted) throw;
+    return std::nullopt;
+  }
+}
+
+bool StandOn(Dynaset& rows, Bookmark record) {
+  try {
+    rows.SetBookmark(record);
+    return true;
+  } catch (const DatabaseError& failure) {
+    if (failure.Number != DatabaseError::kRecordDeleted) throw;
+    return false;
+  }
+}
+
+}  // namespace
+
+bool RequeryInPlace(Dynaset& rows) {
+  const std::optional<Bookmark> current = CurrentOf(rows);
+  rows.Requery();
+  rows.MoveLast();
+  if (current && StandOn(rows, *current)) return true;
+  if (!rows.EOF_()) rows.MoveNext();
+  return false;
+}
 
 void DataSource::Refresh() {
   auto fresh = session_.Db.OpenDynaset(RecordSource);
   rows_ = std::move(fresh);
   cachedRow_ = -1;
+}
+
+void DataSource::Renew(DataGrid& grid) {
+  if (rows_ == nullptr) return;
+  std::optional<Bookmark> marked;
+  if (grid.Row() >= 1 && grid.Row() <= RowCount()) marked = rows_->BookmarkAt(grid.Row() - 1);
+  RequeryInPlace(*rows_);
+  cachedRow_ = -1;
+  const std::int64_t place = marked ? PlaceOf(*rows_, *marked) : -1;
+  grid.SetCurrent(place >= 0 ? place + 1 : std::min(grid.Row(), RowCount()), grid.Column());
 }
 
 void DataSource::Close() {
@@ -65,7 +117,10 @@ void DataSource::SetCell(std::size_t field, std::string_view text) {
     rows_->Set(column, text);
   } catch (const DatabaseError& failure) {
     // A number or date that was emptied.
-    if (failure.Number != DatabaseError::kConversion || !Trim(text).empty()) throw;
+    if (failure.Number != DatabaseError::kConversion || !Trim(text).empty()) {
+      rows_->CancelUpdate();  // else the record half written would be read as if it were stored
+      throw;
+    }
     rows_->Set(column, Value());
   }
 }

@@ -10,6 +10,10 @@
 
 namespace brenvo {
 
+// Runs the rows' SELECT again, counts them to the end and stands on the same record as before.
+// False when that is gone, or there was none: they then stand behind their last one.
+bool RequeryInPlace(Dynaset& rows);
+
 // Nothing is read before Refresh. A statement that fails throws from Refresh and leaves the rows
 // that stood there.
 class DataSource : public GridRows {
@@ -18,6 +22,10 @@ class DataSource : public GridRows {
 
   std::string RecordSource;
   void Refresh();
+  // The rows were changed elsewhere: they are read again, and the rows and the grid over them stay
+  // on their records. A record that is gone leaves the grid's mark at its height. Nothing where
+  // nothing was read yet.
+  void Renew(DataGrid& grid);
   // The current rows were written through Rows(): cells are read from the file again.
   void RowsWritten() { cachedRow_ = -1; }
   void Close();
@@ -38,6 +46,9 @@ class DataSource : public GridRows {
   void AddRow(std::size_t field, std::string_view text) override;
   void DeleteRow(std::int64_t row) override;
 
+ protected:
+  Session& session_;
+
  private:
   // The place of a column among the rows' columns, whatever its case; their number for none.
   std::size_t FieldOf(std::string_view column) const;
@@ -45,7 +56,6 @@ class DataSource : public GridRows {
   // A cell of the record being written; a blank one of a number or date is Null.
   void SetCell(std::size_t field, std::string_view text);
 
-  Session& session_;
   std::unique_ptr<Dynaset> rows_;
   // The row fetched last: a grid asks for a row cell by cell.
   std::int64_t cachedRow_ = -1;

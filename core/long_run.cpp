@@ -1,5 +1,7 @@
 #include "core/long_run.h"
 
+#include <exception>
+
 namespace brenvo {
 namespace {
 
@@ -34,6 +36,46 @@ bool LongRun::Next() {
 
 void LongRun::Commit() {
   if (database_.IsOpen() && database_.InTransaction()) database_.CommitTrans();
+}
+
+LongStatement::LongStatement(Session& session, std::string_view title)
+    : database_(session.Db),
+      busy_(session.Host()),
+      progress_(session.Machine.ShowProgress(title, 0)) {
+  database_.Watch([this] {
+    stopped_ = stopped_ || !progress_->Advance(0);
+    return !stopped_;
+  });
+}
+
+LongStatement::~LongStatement() {
+  if (database_.IsOpen()) database_.Watch(nullptr);
+}
+
+bool RunLongStatements(Session& session, std::string_view title, std::string_view stopped,
+                       const std::function<void()>& statements) {
+  try {
+    const LongStatement watched(session, title);
+    statements();
+    return true;
+  } catch (const DatabaseError& failure) {
+    if (failure.Number != DatabaseError::kStopped) throw;
+  }
+  session.Messages().Show(MessageIcon::kExclamation, title, stopped);
+  return false;
+}
+
+void ChangeManyContacts(Session& session, std::string_view title, std::int64_t total,
+                        const std::function<void(LongRun& run)>& work) {
+  std::exception_ptr failure;
+  try {
+    LongRun run(session, title, total);
+    work(run);
+  } catch (const std::exception&) {
+    failure = std::current_exception();
+  }
+  session.Changes.AnnounceMany(ContactTable::kLog);
+  if (failure) std::rethrow_exception(failure);
 }
 
 }  // namespace brenvo

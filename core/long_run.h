@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -30,5 +31,35 @@ class LongRun {
   std::unique_ptr<Progress> progress_;
   std::int64_t done_ = 0;
 };
+
+// Single statements that may go through a whole table. While it lives the pointer is busy, what
+// stood in front is gone, and who waits sees that the work goes on. The operator can stop it:
+// whatever works long is DatabaseError 3059 from then on.
+class LongStatement {
+ public:
+  // No transaction may be open.
+  LongStatement(Session& session, std::string_view title);
+  ~LongStatement();
+  LongStatement(const LongStatement&) = delete;
+  LongStatement& operator=(const LongStatement&) = delete;
+
+  bool Stopped() const { return stopped_; }
+
+ private:
+  Database& database_;
+  BusyPointer busy_;
+  std::unique_ptr<Progress> progress_;
+  bool stopped_ = false;
+};
+
+// Runs statements that leave everything as it was when they are stopped: then the operator is told
+// `stopped` under the title, and it gives false.
+bool RunLongStatements(Session& session, std::string_view title, std::string_view stopped,
+                       const std::function<void()>& statements);
+
+// Lets `work` go through the rows of a LongRun, and announces that contacts of the log may have
+// changed, however it ends.
+void ChangeManyContacts(Session& session, std::string_view title, std::int64_t total,
+                        const std::function<void(LongRun& run)>& work);
 
 }  // namespace brenvo

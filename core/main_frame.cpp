@@ -256,12 +256,13 @@ void MainFrame::cmAssegnaPrefissi() {
   Table& prefissi = *session_.TbPrefissi;
   log.SetIndex("");
   log.MoveFirst();
-  LongRun run(session_, "Assegnazione Prefissi", log.RecordCount());
-  for (; !log.EOF_() && run.Next(); log.MoveNext()) {
-    // It leaves the table of prefixes on the row.
-    if (ResolvePrefix(session_, FieldText(log, "Call")).Prefisso.empty()) continue;
-    AssignPrefix(log, prefissi);
-  }
+  ChangeManyContacts(session_, "Assegnazione Prefissi", log.RecordCount(), [&](LongRun& run) {
+    for (; !log.EOF_() && run.Next(); log.MoveNext()) {
+      // It leaves the table of prefixes on the row.
+      if (ResolvePrefix(session_, FieldText(log, "Call")).Prefisso.empty()) continue;
+      AssignPrefix(log, prefissi);
+    }
+  });
 }
 
 }  // namespace brenvo

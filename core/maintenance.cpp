@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "core/files.h"
+#include "core/long_run.h"
 #include "core/modules.h"
 #include "core/session.h"
 #include "core/transaction.h"
@@ -20,14 +21,18 @@ constexpr std::string_view kDatabaseName = "Brenvo.mdb";
 constexpr std::string_view kBackup = "\\Brenvo.BAK";
 constexpr std::string_view kScratch = "\\BrenvoNEW.MDB";
 constexpr int kFileNotFound = 53;
+constexpr std::string_view kCompaction = "Compatta Database";
 
-void Empty(Session& session, std::string_view title,
+void Empty(Session& session, std::string_view title, ContactTable table,
            std::initializer_list<std::string_view> statements) {
   if (!session.Messages().AskYesNo(title, "Confermi l'operazione ?")) return;
-  const BusyPointer busy(session.Host());
-  Transaction transaction(session.Db);
-  for (std::string_view statement : statements) session.Db.Execute(statement);
-  transaction.Commit();
+  const bool emptied =
+      RunLongStatements(session, title, "Operazione interrotta: tutto è rimasto com'era.", [&] {
+        Transaction transaction(session.Db);
+        for (std::string_view statement : statements) session.Db.Execute(statement);
+        transaction.Commit();
+      });
+  if (emptied) session.Changes.AnnounceMany(table);
 }
 
 void DeleteFile(const std::filesystem::path& file) {
@@ -41,14 +46,23 @@ void DeleteFile(const std::filesystem::path& file) {
 // is not given again, so nothing finds it.
 void DropKeptOfDeleted(Session& session) {
   if (!HasTable(session, "LogAdif")) return;
+  const LongStatement watched(session, kCompaction);
   session.Db.Execute("DELETE * FROM LogAdif WHERE QsoNr NOT IN (SELECT QsoNr FROM Log)");
 }
 
 void CloseAll(Session& session) { session.CloseForCompaction(); }
 
+std::int64_t SizeOf(const std::filesystem::path& file) {
+  std::error_code error;
+  const auto size = std::filesystem::file_size(file, error);
+  return error ? 0 : static_cast<std::int64_t>(size);
+}
+
 void WriteScratch(Session& session) {
   DropScratch(session);
-  CompactDatabase(session.File(kDatabase), session.File(kScratch));
+  const std::filesystem::path from = session.File(kDatabase), to = session.File(kScratch);
+  const auto progress = session.Machine.ShowProgress(kCompaction, SizeOf(from));
+  CompactDatabase(from, to, [&] { return progress->Advance(SizeOf(to)); });
 }
 
 void DeleteBackup(Session& session) {
@@ -70,18 +84,33 @@ void PutInPlace(Session& session) {
 
 void ReopenAll(Session& session) { session.ReopenAfterCompaction(); }
 
+// False when the operator has stopped it, before any file was renamed.
+bool Compact(Session& session) {
+  try {
+    for (const CompactionStep step : CompactionSteps()) step(session);
+    return true;
+  } catch (const DatabaseError& failure) {
+    if (failure.Number != DatabaseError::kStopped) throw;
+  }
+  DropScratch(session);
+  if (!session.IsOpen()) ReopenAll(session);
+  return false;
+}
+
 }  // namespace
 
 void AzzeraLog(Session& session) {
   if (HasTable(session, "LogAdif")) {
-    Empty(session, "Azzeramento Log", {"DELETE * FROM Log", "DELETE * FROM LogAdif"});
+    Empty(session, "Azzeramento Log", ContactTable::kLog,
+          {"DELETE * FROM Log", "DELETE * FROM LogAdif"});
   } else {
-    Empty(session, "Azzeramento Log", {"DELETE * FROM Log"});
+    Empty(session, "Azzeramento Log", ContactTable::kLog, {"DELETE * FROM Log"});
   }
 }
 
 void AzzeraContest(Session& session) {
-  Empty(session, "Azzeramento Contest", {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});
+  Empty(session, "Azzeramento Contest", ContactTable::kContestQso,
+        {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});
 }
 
 std::span<const CompactionStep> CompactionSteps() {
@@ -115,10 +144,12 @@ std::string WhereDataIs(const std::filesystem::path& directory) {
 void CompattaDatabase(Session& session) {
   const BusyPointer busy(session.Host());
   try {
-    for (const CompactionStep step : CompactionSteps()) step(session);
+    if (Compact(session)) return;
   } catch (const DatabaseError& failure) {
     session.EndWith(failure, "Compact Database");
   }
+  session.Messages().Show(MessageIcon::kExclamation, kCompaction,
+                          "Compattazione interrotta: il database è rimasto com'era.");
 }
 
 }  // namespace brenvo

@@ -9,7 +9,7 @@ namespace brenvo {
 
 class Session;
 
-// Each asks first and empties its tables in one transaction.
+// Each asks first and empties its tables in one transaction; stopped, it leaves them.
 void AzzeraLog(Session& session);
 void AzzeraContest(Session& session);
 

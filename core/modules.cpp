@@ -31,6 +31,18 @@ char32_t NumericKey(char32_t key) {
 
 char32_t UpperKey(char32_t key) { return UpperChar(key); }
 
+void SetNumber(EditableRecordset& row, std::string_view column, std::string_view typed) {
+  try {
+    row.Set(column, Val(typed));
+  } catch (const DatabaseError& failure) {
+    if (failure.Number != DatabaseError::kConversion) throw;
+    // Left as it is, the half written record would be read as if it were stored.
+    row.CancelUpdate();
+    throw RefusedValue(
+        fmt::format("Il valore '{}' non è adatto alla colonna '{}'", Trim(typed), column));
+  }
+}
+
 void LoadFrom(Session& session, ListField& list, std::string_view select, std::string_view column) {
   std::vector<std::string> items;
   const auto rows = session.Db.OpenSnapshot(select);

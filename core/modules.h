@@ -1,6 +1,7 @@
 // The small routines that all windows share.
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -65,13 +66,32 @@ std::string HourMinute(DateTime time);
 // "Sì" and "No" for a yes/no column's text, as grids show it.
 std::string YesNo(const std::string& text);
 
-// Runs `body`; a DatabaseError 3022 shows `repeated` with the critical icon and gives false, any
-// other one ends the program under `operation`.
+// A typed value that its column cannot hold, in words for the operator.
+class RefusedValue : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+// The number that `typed` begins with, into a column of the record being written. RefusedValue when
+// the column cannot hold it; the record is dropped then.
+void SetNumber(EditableRecordset& row, std::string_view column, std::string_view typed);
+// Runs `body`; a RefusedValue is told and gives false.
 template <class Body>
-bool TryWrite(Session& session, std::string_view operation, std::string_view repeated, Body body) {
+bool TryValues(Session& session, Body body) {
   try {
     body();
     return true;
+  } catch (const RefusedValue& refused) {
+    session.Messages().Show(MessageIcon::kExclamation, "", refused.what());
+    return false;
+  }
+}
+
+// Runs `body`, telling a RefusedValue; a DatabaseError 3022 shows `repeated` with the critical icon
+// and gives false, any other one ends the program under `operation`.
+template <class Body>
+bool TryWrite(Session& session, std::string_view operation, std::string_view repeated, Body body) {
+  try {
+    return TryValues(session, body);
   } catch (const DatabaseError& failure) {
     if (failure.Number != DatabaseError::kDuplicateKey) session.EndWith(failure, operation);
     session.Messages().Show(MessageIcon::kCritical, "", repeated);

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/announcements.h"
 #include "engine/database.h"
 #include "forms/window_list.h"
 #include "platform/platform.h"
@@ -39,6 +40,8 @@ class Session {
 
   Platform& Machine;
   WindowList Windows;
+  // Whoever has changed contacts announces it here.
+  Announcements Changes{Windows};
 
   // Start-up and shutdown in the order that the main frame runs them. Open throws what fails.
   void Open();

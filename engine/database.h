@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -41,6 +42,11 @@ class Database {
   std::unique_ptr<Snapshot> OpenSnapshot(std::string_view select);
   std::unique_ptr<Dynaset> OpenDynaset(std::string_view select);
   std::unique_ptr<RowAppender> OpenAppender(std::string_view table);
+
+  // From now on, `goOn` is asked every few milliseconds while a statement works. Once it gives
+  // false, what works long is DatabaseError 3059, and a transaction that writes then is rolled
+  // back. It may not use the database, which answers it with DatabaseError 3260. Empty for none.
+  void Watch(std::function<bool()> goOn);
 
   // What is kept has been found damaged: from now on it is read, and never written again; whatever
   // would write is DatabaseError 3343. What is found damaged while it is read refuses by itself.

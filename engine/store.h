@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -39,6 +40,7 @@ class Store {
   virtual std::unique_ptr<Dynaset> OpenDynaset(std::string_view select) = 0;
   virtual std::unique_ptr<RowAppender> OpenAppender(std::string_view table) = 0;
 
+  virtual void Watch(std::function<bool()> goOn) = 0;
   virtual void RefuseWrites() = 0;
 
   virtual EngineCounters Counters() const = 0;

@@ -124,6 +124,7 @@ Connection::~Connection() { Close(); }
 
 void Connection::Close() {
   if (file_ == nullptr) return;
+  question_.reset();
   // An open transaction goes with its statements; closing the last connection leaves one file.
   cache_.clear();
   for (CompiledStatement& statement : statements_) {
@@ -152,7 +153,21 @@ std::int64_t Connection::ChangeStamp() const {
   return file_ == nullptr ? -1 : sqlite3_total_changes64(file_.get()) + rollbacks_;
 }
 
+void Connection::Watch(std::function<bool()> goOn) {
+  RequireOpen();
+  RequireIdle();
+  question_.reset();
+  if (goOn) question_.emplace(file_.get(), std::move(goOn));
+}
+
+void Connection::RequireIdle() const {
+  if (question_ && question_->Open()) {
+    throw DatabaseError(DatabaseError::kLocked, "Il database e' al lavoro.");
+  }
+}
+
 void Connection::Fail(int code) {
+  if (question_ && (code & 0xFF) == SQLITE_INTERRUPT) question_->RethrowFailure();
   if (functionFailure_) {
     const DatabaseError failure = *functionFailure_;
     functionFailure_.reset();
@@ -201,6 +216,7 @@ CompiledStatement Connection::Compile(std::string_view sql) {
 
 CompiledStatement* Connection::Take(std::string_view sql) {
   RequireOpen();
+  RequireIdle();
   ++counters_.statements;
   const auto found = cache_.find(sql);
   if (found != cache_.end() && !found->second->busy) {
@@ -340,6 +356,7 @@ void Running::Bind() {
 
 bool Running::Step() {
   if (statement_->handle == nullptr) connection_->RequireOpen();
+  connection_->RequireIdle();
   const int code = sqlite3_step(statement_->handle);
   if (code == SQLITE_ROW) {
     ++connection_->Counters().rowsStepped;

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <list>
 #include <optional>
 #include <string>
@@ -15,6 +16,7 @@
 #include "dialect/schema.h"
 #include "engine/database_error.h"
 #include "engine/store.h"
+#include "file/question.h"
 #include "file/sqlite_file.h"
 
 namespace brenvo {
@@ -75,6 +77,9 @@ class Connection {
   // The file has been found damaged: whatever would write to it is DatabaseError 3343 from now on.
   void RefuseWrites() { damaged_ = true; }
 
+  // See Database::Watch.
+  void Watch(std::function<bool()> goOn);
+
   void Register(LazyReader* reader) { readers_.push_back(reader); }
   void Unregister(LazyReader* reader);
 
@@ -88,10 +93,13 @@ class Connection {
   CompiledStatement Compile(std::string_view sql);
   void Setup();
   void DropUnused();
+  // DatabaseError 3260 while somebody is asked whether a statement is to go on.
+  void RequireIdle() const;
   // DatabaseError 3343 once the file has been found damaged, 3024 when it is not where it was.
   void RequireSound() const;
 
   SqliteFile file_;
+  std::optional<Question> question_;
   std::optional<DatabaseError> functionFailure_;
   Schema schema_;
   EngineCounters counters_;

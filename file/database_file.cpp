@@ -1,9 +1,12 @@
 #include "file/database_file.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "file/file_store.h"
+#include "file/question.h"
 #include "file/sqlite_file.h"
 #include "file/sync.h"
 
@@ -13,7 +16,8 @@ Database OpenDatabaseFile(const std::filesystem::path& file) {
   return Database(std::make_unique<FileStore>(file));
 }
 
-void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to) {
+void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
+                     std::function<bool()> goOn) {
   // Opening proves that the file is one of ours; closing leaves all of it in the one file.
   OpenDatabaseFile(from).Close();
   std::error_code ignored;
@@ -22,6 +26,8 @@ void CompactDatabase(const std::filesystem::path& from, const std::filesystem::p
                         "Il database '" + to.string() + "' esiste gia'.");
   }
   const SqliteFile file = OpenSqliteFile(from);
+  std::optional<Question> question;
+  if (goOn) question.emplace(file.get(), std::move(goOn));
   sqlite3_stmt* statement = nullptr;
   int code = sqlite3_prepare_v2(file.get(), "VACUUM INTO ?", -1, &statement, nullptr);
   const std::string name = Utf8Name(to);
@@ -33,6 +39,7 @@ void CompactDatabase(const std::filesystem::path& from, const std::filesystem::p
   sqlite3_finalize(statement);
   if (code != SQLITE_DONE) {
     std::filesystem::remove(to, ignored);  // what was written of it
+    if (question) question->RethrowFailure();
     throw error;
   }
   SyncToDisk(to);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 
 #include "engine/database.h"
 
@@ -14,7 +15,8 @@ namespace brenvo {
 Database OpenDatabaseFile(const std::filesystem::path& file);
 
 // Rewrites a closed file into a new one. DatabaseError as of OpenDatabaseFile for `from`, 3204 when
-// there is a `to`; one that could not be written whole is removed again.
-void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to);
+// there is a `to`; one that could not be written whole is removed again. `goOn` as of Database::Watch.
+void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
+                     std::function<bool()> goOn = nullptr);
 
 }  // namespace brenvo

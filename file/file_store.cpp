@@ -42,6 +42,7 @@ std::unique_ptr<RowAppender> FileStore::OpenAppender(std::string_view table) {
   return std::make_unique<TableAppender>(connection_, table);
 }
 
+void FileStore::Watch(std::function<bool()> goOn) { connection_->Watch(std::move(goOn)); }
 void FileStore::RefuseWrites() { connection_->RefuseWrites(); }
 
 EngineCounters FileStore::Counters() const { return connection_->Counters(); }

@@ -27,6 +27,7 @@ class FileStore final : public Store {
   std::unique_ptr<Snapshot> OpenSnapshot(std::string_view select) override;
   std::unique_ptr<Dynaset> OpenDynaset(std::string_view select) override;
   std::unique_ptr<RowAppender> OpenAppender(std::string_view table) override;
+  void Watch(std::function<bool()> goOn) override;
   void RefuseWrites() override;
   EngineCounters Counters() const override;
   std::string QueryPlan(std::string_view select) override;

@@ -1,33 +1,13 @@
 #include "file/online_copy.h"
 
-#include <exception>
 #include <string>
 
+#include "file/question.h"
 #include "file/sqlite_file.h"
 #include "file/sync.h"
 
 namespace brenvo {
 namespace {
-
-constexpr int kStepsBetweenQuestions = 20000;  // of SQLite's machine: some milliseconds
-
-// Asks whether to go on from within SQLite, which no exception may cross.
-struct Question {
-  const std::function<bool()>& goOn;
-  bool stop = false;
-  std::exception_ptr failure;
-
-  static int Ask(void* question) {
-    Question& self = *static_cast<Question*>(question);
-    try {
-      self.stop = self.stop || !self.goOn();
-    } catch (...) {
-      self.stop = true;
-      self.failure = std::current_exception();
-    }
-    return self.stop ? 1 : 0;
-  }
-};
 
 // The first complaint about the file; empty when it is sound.
 std::string Complaint(sqlite3* file) {
@@ -104,17 +84,17 @@ bool OnlineCopy::Step(int pages) {
 }
 
 bool OnlineCopy::Verify(const std::function<bool()>& goOn) {
-  Question question{goOn, false, nullptr};
-  sqlite3_progress_handler(files_->to.get(), kStepsBetweenQuestions, Question::Ask, &question);
   std::string complaint;
-  try {
-    complaint = Complaint(files_->to.get());
-  } catch (const DatabaseError&) {
-    if (!question.stop) throw;
+  {
+    const Question question(files_->to.get(), goOn);
+    try {
+      complaint = Complaint(files_->to.get());
+    } catch (const DatabaseError&) {
+      if (!question.Stopped()) throw;
+    }
+    question.RethrowFailure();
+    if (question.Stopped()) return false;
   }
-  if (question.failure) std::rethrow_exception(question.failure);
-  if (question.stop) return false;
-  sqlite3_progress_handler(files_->to.get(), 0, nullptr, nullptr);
   if (!complaint.empty()) {
     throw DatabaseError(DatabaseError::kNotADatabase,
                         "Il file del database e' danneggiato (" + complaint + ").");

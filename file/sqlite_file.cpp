@@ -53,6 +53,8 @@ DatabaseError FailureOf(int extendedCode, const char* message) {
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
       return {DatabaseError::kNotADatabase, "Il file del database e' danneggiato" + detail + "."};
+    case SQLITE_INTERRUPT:
+      return {DatabaseError::kStopped, "Operazione interrotta."};
     case SQLITE_AUTH:
       return {DatabaseError::kInvalidOperation, "Operazione non permessa."};
     default:

@@ -50,11 +50,13 @@ void RichText::SetText(std::string_view text) {
   selStart_ = selLength_ = 0;
 }
 
-std::vector<RichText::Run> RichText::Runs() const {
+std::vector<RichText::Run> RichText::Runs(std::size_t start, std::size_t length) const {
   std::vector<Run> runs;
-  for (std::size_t start = 0; start < text_.size();) {
+  start = std::min(start, text_.size());
+  const std::size_t behind = start + std::min(length, text_.size() - start);
+  while (start < behind) {
     std::size_t end = start;
-    while (end < text_.size() && colours_[end] == colours_[start]) ++end;
+    while (end < behind && colours_[end] == colours_[start]) ++end;
     runs.push_back({palette_[colours_[start]],
                     FromCharacters(std::u32string_view(text_).substr(start, end - start))});
     start = end;

@@ -16,6 +16,7 @@ namespace brenvo {
 class RichText : public Field {
  public:
   using Field::Field;
+  static constexpr std::size_t npos = static_cast<std::size_t>(-1);
   struct Run {
     Colour colour;
     std::string text;
@@ -25,7 +26,8 @@ class RichText : public Field {
   std::string Text() const;
   std::string Text(std::size_t start, std::size_t length) const;
   void SetText(std::string_view text);  // plain: all colours go
-  std::vector<Run> Runs() const;
+  // The pieces of one colour, from a character on; as many characters as asked for.
+  std::vector<Run> Runs(std::size_t start = 0, std::size_t length = npos) const;
 
   std::size_t SelStart() const { return selStart_; }
   std::size_t SelLength() const { return selLength_; }
@@ -43,7 +45,6 @@ class RichText : public Field {
   // The first `what` at or behind `start`, ignoring case; npos when there is none. The selection
   // does not move.
   std::size_t Find(std::string_view what, std::size_t start) const;
-  static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
   // For a screen that follows without reading everything again: characters removed at a place,
   // then characters inserted there. (0, everything, ...) is a new text.

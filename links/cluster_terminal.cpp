@@ -49,7 +49,11 @@ ClusterTerminal::~ClusterTerminal() = default;
 SpotOutside ClusterTerminal::Outside() {
   return {.FindBand = [this](Khz frequency) { return FindBand(frequency); },
           .PlayWave = [this](std::string_view name) { PlayWave(session_, *annuncioDX_, name); },
-          .ShowCheck = [this](std::string_view call) { ShowCheck(session_, call); },
+          .ShowCheck =
+              [this](std::string_view call) {
+                ShowCheck(session_, call);
+                checked_ = true;
+              },
           .Beep = [this] { session_.Machine.Beep(); },
           .TakeWaiting = [this] { return TakeCharacter(); }};
 }
@@ -98,8 +102,9 @@ void ClusterTerminal::ReceiveWaiting() {
           const bool blockEnds = !input_.empty() && inputAt_ == input_.size();
           if (const auto character = TakeCharacter()) {
             waiting = true;
-            // A burst must not hold the operator up, who may close the window meanwhile.
-            if (blockEnds) Host().ProcessEvents();
+            // A burst must not hold the operator up, who may close the window meanwhile. A check
+            // in the log takes as long as thousands of characters.
+            if (std::exchange(checked_, false) || blockEnds) Host().ProcessEvents();
             if (Loaded()) engine_.FeedCharacter(*character);
           }
         }

@@ -83,6 +83,7 @@ class ClusterTerminal : public Window {
   std::string input_;  // taken from the line and not yet fed
   std::size_t inputAt_ = 0;
   bool receiving_ = false;
+  bool checked_ = false;  // a call, since the operator was listened to
 };
 
 }  // namespace brenvo

@@ -136,14 +136,7 @@ void LogForm::HangInEvents() {
   hint(Panel3D1, "");
 
   DataGrid1.SetSource(&DataLog);
-  DataGrid1.OnDoubleClick = [this] {
-    if (DsLog->EOF_() || DataGrid1.Row() < 1) return;
-    DsLog->FindFirst("QsoNr=" + DataLog.Text(DataGrid1.Row() - 1, "QsoNr"));
-    ShowQso();
-    EnableRecordCommands();
-    Key("cmVista").SetDown(false);
-    ShowGrid(false);
-  };
+  DataGrid1.OnDoubleClick = [this] { ShowPickedRow(); };
 }
 
 void LogForm::Load() {
@@ -170,11 +163,15 @@ void LogForm::Load() {
   // Last, so that no window hands its contacts to a log that has failed to open.
   session_.LogOpen = true;
   session_.CurrentLogForm = this;
+  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
+    if (change.table == ContactTable::kLog && change.Many()) Renew();
+  });
 }
 
 void LogForm::Resize() { StatusBar1.SetMinimumWidth(1, Width().Value() - kStatusPanels); }
 
 void LogForm::Unload() {
+  changes_ = {};
   if (DsLog) DsLog->Close();  // the search dialog holds it while it is open
   DataLog.Close();
   // In the grid view the size is not worth keeping.
@@ -193,7 +190,10 @@ void LogForm::cmInsert() {
     DsLog->Update();
     DsLog->SetBookmark(DsLog->LastModified());
   });
-  if (stored) EnableRecordCommands();
+  if (!stored) return;
+  EnableRecordCommands();
+  session_.Changes.Announce(
+      {ContactTable::kLog, OneContact{std::nullopt, DsLog->LastModified().key}});
 }
 
 void LogForm::cmUpdate() {
@@ -204,17 +204,23 @@ void LogForm::cmUpdate() {
     StoreQso();
     DsLog->Update();
   });
-  if (stored) EnableRecordCommands();
+  if (!stored) return;
+  EnableRecordCommands();
+  const std::int64_t key = DsLog->LastModified().key;
+  session_.Changes.Announce({ContactTable::kLog, OneContact{key, key}});
 }
 
 void LogForm::cmDelete() {
   if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
+  std::int64_t key = 0;
   try {
     ReturnFromExport();
+    key = DsLog->GetBookmark().key;
     DsLog->Delete();
   } catch (const DatabaseError& failure) {
     session_.EndWith(failure, "Delete Qso");
   }
+  session_.Changes.Announce({ContactTable::kLog, OneContact{key, std::nullopt}});
   cmNext();
 }
 
@@ -266,7 +272,45 @@ void LogForm::cmClear() { ClearQso(); }
 
 // The number on screen does not tell the record: after an insert it is still the former one's.
 void LogForm::ReturnFromExport() {
-  if (DsLog->RecordCount() != 0 && DsLog->EOF_()) DsLog->SetBookmark(beforeExport_);
+  if (beforeExport_ && DsLog->RecordCount() != 0 && DsLog->EOF_()) {
+    DsLog->SetBookmark(*beforeExport_);
+  }
+}
+
+void LogForm::Renew() {
+  renewsLater_ = DsLog == nullptr;
+  if (renewsLater_) return;
+  ReturnFromExport();
+  beforeExport_.reset();
+  const bool there = RequeryInPlace(*DsLog);
+  QsoTotali.SetText(std::to_string(DsLog->RecordCount()));
+  if (!there) DisableRecordCommands();
+  if (PanelGriglia.Visible()) DataLog.Renew(DataGrid1);
+  RenewStatus();
+}
+
+bool LogForm::GoToContact(const std::string& number) {
+  const auto find = [&] {
+    DsLog->FindFirst("QsoNr=" + number);
+    return !DsLog->NoMatch();
+  };
+  if (number.empty()) return false;  // its row is no longer in the file
+  if (find()) return true;
+  Renew();
+  return find();
+}
+
+void LogForm::ShowPickedRow() {
+  if (beforeExport_ && DsLog->EOF_()) return;
+  if (DataGrid1.Row() < 1 || DataGrid1.Row() >= DataGrid1.Rows()) return;
+  if (!GoToContact(DataLog.Text(DataGrid1.Row() - 1, "QsoNr"))) {
+    StatusBar1.SetPanel(1, "Il Qso della riga non c'è più nel log");
+    return;
+  }
+  ShowQso();
+  EnableRecordCommands();
+  Key("cmVista").SetDown(false);
+  ShowGrid(false);
 }
 
 void LogForm::EnableRecordCommands() {
@@ -346,6 +390,7 @@ void LogForm::cmSearch() {
   if (session_.SearchText == "CANCEL") {
     DsLog = std::move(session_.DsSearch);
     key.SetDown(false);
+    if (renewsLater_) Renew();
     return;
   }
   TakeSelection(std::move(session_.DsSearch), session_.SearchText);

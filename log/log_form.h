@@ -4,6 +4,7 @@
 #include <functional>
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/data_source.h"
@@ -119,12 +120,23 @@ class LogForm : public LogWindow {
   void ShowRecordCommands();
   // An export of all contacts leaves DsLog at its end: back to the record it stood on.
   void ReturnFromExport();
+  // The contacts of the selection have changed in the file: DsLog and the grid have them as they
+  // are, on the same record and row. What is being typed stays.
+  void Renew();
+  void ShowPickedRow();
+  // False when DsLog does not have the contact, renewed or not; it then stands where it stood.
+  bool GoToContact(const std::string& number);
   void ReceiveSelection();
   void ShowGrid(bool shown);
   void TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select);
   void PositionByCall();
   // Asks under `title` whether the file keeps what it holds, then appends what `write` writes.
   void Export(std::string_view title, const std::function<void(std::ostream&)>& write);
+  // The panels that have told something tell it anew.
+  void RenewStatus();
+  void TellCall();
+  void TellCountry();
+  void TellSquare();
   // Panel `number` tells what `condition` (ending in a blank) finds in Log on the chosen band.
   void ShowStatus(int number, std::string_view condition, std::string_view subject);
   std::string ExcludedQsoNr() const;
@@ -133,8 +145,10 @@ class LogForm : public LogWindow {
   ToolKeys keys_;
   Menu exportMenu_{*this, "cmExport", "Esporta"};
   Bounds boundsBeforeGrid_;
-  bool recordCommands_ = false;  // there is a record for them
-  Bookmark beforeExport_;        // where DsLog stood
+  bool recordCommands_ = false;           // there is a record for them
+  std::optional<Bookmark> beforeExport_;  // where DsLog stood
+  bool renewsLater_ = false;              // the contacts changed while the search dialog held DsLog
+  ContactSubscription changes_;
 };
 
 }  // namespace brenvo

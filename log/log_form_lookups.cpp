@@ -38,9 +38,25 @@ void LogForm::ShowStatus(int number, std::string_view condition, std::string_vie
   }
 }
 
+void LogForm::TellCall() { ShowStatus(2, fmt::format("Call='{}'", Trim(CallQso.Text())), "Call"); }
+
+void LogForm::TellCountry() {
+  ShowStatus(3, fmt::format("Country='{}'", Trim(Left(Country.Text(), 5))), "Country");
+}
+
+void LogForm::TellSquare() {
+  ShowStatus(4, fmt::format("Locator like '{}*'", Trim(Left(Locator.Text(), 4))), "Square");
+}
+
+void LogForm::RenewStatus() {
+  if (!StatusBar1.Panel(2).empty()) TellCall();
+  if (!StatusBar1.Panel(3).empty()) TellCountry();
+  if (!StatusBar1.Panel(4).empty()) TellSquare();
+}
+
 void LogForm::OnCallChange() {
   const std::string call = Trim(CallQso.Text());
-  ShowStatus(2, fmt::format("Call='{}'", call), "Call");
+  TellCall();
   if (!session_.ManagerPath.empty()) {
     const auto date = ParseDate(DataQso.Text());
     if (!date) throw std::runtime_error("Data errata");
@@ -110,7 +126,7 @@ void LogForm::OnLocatorChange() {
     Qrb.SetText(std::to_string(QrbKm(session_.MyLocator, locator)));
     PrevLocator = locator;
   }
-  ShowStatus(4, fmt::format("Locator like '{}*'", Trim(Left(locator, 4))), "Square");
+  TellSquare();
   if (Key("cmWorked").Down()) {
     for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
       if (matrix == nullptr) continue;
@@ -129,7 +145,7 @@ void LogForm::OnCountryChange() {
   const std::string code = Left(Country.Text(), 5);
   LoadProvinceChoices(session_, Provincia, code);
   Provincia.SetText("");
-  ShowStatus(3, fmt::format("Country='{}'", Trim(code)), "Country");
+  TellCountry();
 }
 
 void LogForm::OnCountryLeave() {

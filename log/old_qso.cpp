@@ -35,9 +35,13 @@ void OldQso::Load() {
                           DataLog.GridColumn("Qsl Inviata", "QslInviata", YesNo),
                           DataLog.GridColumn("Qsl Ricevuta", "QslRicevuta", YesNo)});
   session_.*kind_.handle = this;
+  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
+    if (change.table == ContactTable::kLog && change.Many()) DataLog.Renew(DataGrid1);
+  });
 }
 
 void OldQso::Unload() {
+  changes_ = {};
   SaveWindow(session_, *this, kind_.settingsKey);
   DataLog.Close();
   if (session_.*kind_.handle == this) session_.*kind_.handle = nullptr;

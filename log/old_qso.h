@@ -37,6 +37,7 @@ class OldQso : public FeedWindow {
 
   Session& session_;
   const OldQsoKind& kind_;
+  ContactSubscription changes_;
 };
 
 // Both browsers, known to the session by their names.

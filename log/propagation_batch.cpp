@@ -21,10 +21,9 @@ constexpr Shorthand kShorthands[] = {
 
 void AssignPropagations(Session& session) {
   const auto rows = session.Db.OpenDynaset("select * from Log ");
-  LongRun run(session, "Propagazione", session.TbLog->RecordCount());
-  for (; !rows->EOF_() && run.Next(); rows->MoveNext()) {
+  const auto assign = [&rows] {
     const Value value = rows->Field("Note");
-    if (value.IsNull()) continue;
+    if (value.IsNull()) return;
     const std::string note = value.Text();
     for (const auto& [token, propagation] : kShorthands) {
       const std::size_t at = InStr(note, token);
@@ -35,7 +34,10 @@ void AssignPropagations(Session& session) {
       rows->Update();
       break;
     }
-  }
+  };
+  ChangeManyContacts(session, "Propagazione", session.TbLog->RecordCount(), [&](LongRun& run) {
+    for (; !rows->EOF_() && run.Next(); rows->MoveNext()) assign();
+  });
 }
 
 }  // namespace brenvo

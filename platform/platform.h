@@ -40,6 +40,8 @@ class Platform {
   virtual std::unique_ptr<WavePlayer> MakeWavePlayer() = 0;
 
   virtual void Beep() = 0;
+  // `total` is what Advance counts up to, 0 where nobody knows it. What has closed before is gone
+  // from the screen when it returns. No statement of a database may be in work.
   virtual std::unique_ptr<Progress> ShowProgress(std::string_view title, std::int64_t total) = 0;
   // Shows a file to the operator: a page in the browser, the help at a topic (0 for none).
   virtual void Open(const std::filesystem::path& file, int topic) = 0;

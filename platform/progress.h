@@ -9,7 +9,9 @@ namespace brenvo {
 class Progress {
  public:
   virtual ~Progress() = default;
-  // `done` of the total that was told; false when the operator has asked to stop.
+  // `done` of the total that was told, any value where there is none; false when the operator has
+  // asked to stop. May be called very often: most times it looks at the clock and no more. No
+  // window of the program paints or runs meanwhile, so that a statement may be in work.
   [[nodiscard]] virtual bool Advance(std::int64_t done) = 0;
 };
 

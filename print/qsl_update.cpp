@@ -1,19 +1,28 @@
 #include "print/qsl_update.h"
 
+#include "core/long_run.h"
 #include "core/session.h"
 #include "core/transaction.h"
 
 namespace brenvo {
+namespace {
+
+constexpr std::string_view kTitle = "Aggiornamento Log per Qsl";
+
+}  // namespace
 
 void UpdateLogForQsl(Session& session) {
-  if (!session.Messages().AskYesNo("Aggiornamento Log per Qsl", "Confermi l'operazione ?")) return;
-  const BusyPointer busy(session.Host());
-  Transaction transaction(session.Db);
-  // A contact that only answers a card received has none to send: one pass does for both.
-  session.Db.Execute(
-      "UPDATE Log SET QslInviata=True,QslDaInviare=False WHERE QslDaInviare OR (QslRicevuta and "
-      "not QslInviata)");
-  transaction.Commit();
+  if (!session.Messages().AskYesNo(kTitle, "Confermi l'operazione ?")) return;
+  const bool updated = RunLongStatements(
+      session, kTitle, "Aggiornamento interrotto: il log è rimasto com'era.", [&session] {
+        Transaction transaction(session.Db);
+        // A contact that only answers a card received has none to send: one pass does for both.
+        session.Db.Execute(
+            "UPDATE Log SET QslInviata=True,QslDaInviare=False WHERE QslDaInviare OR (QslRicevuta "
+            "and not QslInviata)");
+        transaction.Commit();
+      });
+  if (updated) session.Changes.AnnounceMany(ContactTable::kLog);
 }
 
 }  // namespace brenvo

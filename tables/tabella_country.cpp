@@ -114,8 +114,8 @@ void TabellaCountry::Store() {
   row.Set("Descrizione", Descrizione.Text());
   row.Set("Mappa", Mappa.Text());
   row.Set("Flag", Flag.Text());
-  row.Set("Pointer_X", Val(X.Text()));
-  row.Set("Pointer_Y", Val(Y.Text()));
+  SetNumber(row, "Pointer_X", X.Text());
+  SetNumber(row, "Pointer_Y", Y.Text());
   row.Set("Locator", Locator.Text());
   row.Set("From", DateColumn(Validita));
   row.Set("Deleted", DateColumn(Deleted));

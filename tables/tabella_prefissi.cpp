@@ -84,8 +84,8 @@ void TabellaPrefissi::Store() {
   Dynaset& row = *data1_.Rows();
   row.Set("Prefisso", Codice.Text());
   row.Set("Country", Left(Country.Text(), kCountryWidth));
-  row.Set("Zona CQ", Val(ZonaCQ.Text()));
-  row.Set("Zona ITU", Val(ZonaITU.Text()));
+  SetNumber(row, "Zona CQ", ZonaCQ.Text());
+  SetNumber(row, "Zona ITU", ZonaITU.Text());
   row.Set("Continente", Continente.Text());
   row.Update();
   data1_.RowsWritten();

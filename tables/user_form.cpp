@@ -231,6 +231,14 @@ void UserForm::cmUpdate() {
     session_.Messages().Show(MessageIcon::kExclamation, "", "I campi sono tutti obbligatori");
     return;
   }
+  if (!TryValues(session_, [this] { Store(); })) return;
+  session_.MyLocator = Locator.Text();
+  session_.ManagerPath = Trim(ZX9TOK.Text());
+  session_.SaveSetting("Log", "ManagerZX9TOK", session_.ManagerPath);
+  if (session_.OnProfileStored) session_.OnProfileStored();
+}
+
+void UserForm::Store() {
   Table& user = *session_.TbUser;
   user.MoveFirst();
   user.Edit();
@@ -246,14 +254,10 @@ void UserForm::cmUpdate() {
                                                             {"TelnetCluster", &TelnetCluster},
                                                             {"TelnetWWConv", &TelnetWWConv}};
   for (const auto& [column, field] : texts) user.Set(column, field->Text());
-  user.Set("TNCBaud", Val(TNCBaud.Text()));
+  SetNumber(user, "TNCBaud", TNCBaud.Text());
   user.Set("TNCEcho", TNCEcho.IsOn());
-  user.Set("CallInterval", Val(CallInterval.Text()));
+  SetNumber(user, "CallInterval", CallInterval.Text());
   user.Update();
-  session_.MyLocator = Locator.Text();
-  session_.ManagerPath = Trim(ZX9TOK.Text());
-  session_.SaveSetting("Log", "ManagerZX9TOK", session_.ManagerPath);
-  if (session_.OnProfileStored) session_.OnProfileStored();
 }
 
 void UserForm::cmExit() { Close(); }

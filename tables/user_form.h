@@ -73,6 +73,7 @@ class UserForm : public Window {
 
  private:
   bool ValidateUser();
+  void Store();
   void MakeGrid();
   void HangInEvents();
   // The list that a grid's column is picked from; nullptr for a column that is typed.

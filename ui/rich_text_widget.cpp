@@ -11,15 +11,27 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTimer>
 
+#include "base/text.h"
 #include "ui/text.h"
 #include "ui/text_widgets.h"
 
 namespace brenvo {
 namespace {
 
-// The document holds no carriage returns and counts a character beyond the basic plane twice, so
-// each character of the field carries its width in the document.
+// Laying out a paragraph takes as long as it is, each time that something is added to it: a longer
+// line goes on in a paragraph of its own.
+constexpr int kLongestParagraph = 1000;
+// What is added to the document at a time; the operator's keys and clicks come in between.
+constexpr std::size_t kSlice = 4096;
+
+// The document holds no carriage returns, counts a character beyond the basic plane twice and
+// breaks lines that are too long, so each character of the field carries its width in the document.
+//
+// A line may bring thousands of changes before the screen has its turn. The document takes them
+// over in its own time: of the characters that it shows, `gone_` ones from `from_` on are no longer
+// in the field, and behind the others stands in the field what the document does not show yet.
 class Area : public QPlainTextEdit {
  public:
   Area(RichText& field, ViewContext& context, QWidget* parent)
@@ -33,11 +45,14 @@ class Area : public QPlainTextEdit {
     fixed.setPointSizeF(font().pointSizeF());
     setFont(fixed);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
-    field_.Edited = [this](const RichText::Edit& edit) { Apply(edit); };
-    field_.Recoloured = [this](std::size_t start, std::size_t length, Colour colour) {
-      Recolour(start, length, colour);
+    field_.Edited = [this](const RichText::Edit& edit) { Take(edit); };
+    field_.Recoloured = [this](std::size_t start, std::size_t length, Colour) {
+      TakeColours(start, length);
     };
-    Apply({0, 0, field_.Runs()});
+    turn_.setSingleShot(true);
+    turn_.setInterval(0);
+    connect(&turn_, &QTimer::timeout, this, [this] { CatchUp(); });
+    CatchUp();
   }
   // What the logic does to the text moves the field's own selection. What the operator sees
   // selected counts again when that is over.
@@ -77,6 +92,7 @@ class Area : public QPlainTextEdit {
     return lines.size() == 1 ? lines.front() : nullptr;
   }
 
+  // Where a shown character stands in the document, and back. These count what is shown.
   int Place(std::size_t character) const {
     const auto end =
         widths_.begin() + static_cast<std::ptrdiff_t>(std::min(character, widths_.size()));
@@ -88,6 +104,15 @@ class Area : public QPlainTextEdit {
     std::size_t at = 0;
     for (int sum = 0; at < widths_.size() && sum < place; ++at) sum += widths_[at];
     return at;
+  }
+
+  // The shown characters that are still in the field, and the place there of one of those shown.
+  std::size_t Kept() const { return widths_.size() - gone_; }
+  std::size_t InField(std::size_t shown) const {
+    return shown <= from_ ? shown : std::max(from_, shown - std::min(shown, gone_));
+  }
+  std::size_t Shown(std::size_t inField) const {
+    return inField < from_ ? inField : inField + gone_;
   }
 
   QTextCharFormat FormatOf(Colour colour) const {
@@ -103,38 +128,91 @@ class Area : public QPlainTextEdit {
     return format;
   }
 
-  void Apply(const RichText::Edit& edit) {
+  void Take(const RichText::Edit& edit) {
+    turn_.start();
+    if (gone_ == 0) from_ = edit.start;
+    if (edit.start >= Kept()) return;
+    if (edit.start == from_) gone_ += std::min(edit.removed, Kept() - from_);
+    const bool inserts = !edit.inserted.empty();
+    if (edit.start == from_ && !(inserts && edit.start < Kept())) return;
+    // Anything else than the oldest going and something coming behind: from there on anew.
+    from_ = std::min(from_, edit.start);
+    gone_ = widths_.size() - from_;
+  }
+
+  void TakeColours(std::size_t start, std::size_t length) {
+    turn_.start();
+    const std::size_t end = std::min(start + length, Kept());
+    if (start >= end) return;
+    staleFrom_ = std::min(staleFrom_, Shown(start));
+    staleTo_ = std::max(staleTo_, Shown(end - 1) + 1);
+  }
+
+  void CatchUp() {
+    if (!context_.Alive()) return;
     QScrollBar* const bar = verticalScrollBar();
     const bool atEnd = bar->value() >= bar->maximum() - 1;
     const QTextCursor top = cursorForPosition(QPoint(0, 0));
     telling_ = false;
     QTextCursor cursor(document());
     cursor.beginEditBlock();
-    cursor.setPosition(Place(edit.start));
-    cursor.setPosition(Place(edit.start + edit.removed), QTextCursor::KeepAnchor);
-    cursor.removeSelectedText();
-    const auto first = widths_.begin() + static_cast<std::ptrdiff_t>(edit.start);
-    auto into = widths_.erase(first, first + static_cast<std::ptrdiff_t>(edit.removed));
-    for (const RichText::Run& run : edit.inserted) {
-      QString shown;
-      std::vector<unsigned char> widths;
-      for (const char32_t c : ToQt(run.text).toStdU32String()) {
-        const qsizetype before = shown.size();
-        if (c == '\n' || c == '\t' || c >= 32) {
-          shown += QString::fromUcs4(&c, 1);
-        } else if (c != '\r') {
-          shown += ' ';  // controls take a place and show nothing
-        }
-        widths.push_back(static_cast<unsigned char>(shown.size() - before));
-      }
-      cursor.insertText(shown, FormatOf(run.colour));
-      into = widths_.insert(into, widths.begin(), widths.end()) +
-             static_cast<std::ptrdiff_t>(widths.size());
-    }
+    DropGone(cursor);
+    PaintStale(cursor);
+    cursor.setPosition(Place(widths_.size()));
+    for (const RichText::Run& run : field_.Runs(widths_.size(), kSlice)) Append(cursor, run);
     cursor.endEditBlock();
     telling_ = true;
     // Who reads further up keeps his lines, also when the oldest make room for new ones.
     bar->setValue(atEnd ? bar->maximum() : LineOf(top));
+    if (widths_.size() < field_.Length()) turn_.start();
+  }
+
+  void DropGone(QTextCursor& cursor) {
+    const std::size_t behind = from_ + gone_;
+    for (std::size_t* end : {&staleFrom_, &staleTo_}) {
+      if (*end != kNothing) *end = *end >= behind ? *end - gone_ : std::min(*end, from_);
+    }
+    if (gone_ == 0) return;
+    cursor.setPosition(Place(from_));
+    cursor.setPosition(Place(behind), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    const auto first = widths_.begin() + static_cast<std::ptrdiff_t>(from_);
+    widths_.erase(first, first + static_cast<std::ptrdiff_t>(gone_));
+    gone_ = 0;
+  }
+
+  void PaintStale(QTextCursor& cursor) {
+    if (staleFrom_ < staleTo_) {
+      std::size_t at = staleFrom_;
+      for (const RichText::Run& run : field_.Runs(at, staleTo_ - at)) {
+        cursor.setPosition(Place(at));
+        at += Len(run.text);
+        cursor.setPosition(Place(at), QTextCursor::KeepAnchor);
+        cursor.setCharFormat(FormatOf(run.colour));
+      }
+    }
+    staleFrom_ = kNothing;
+    staleTo_ = 0;
+  }
+
+  void Append(QTextCursor& cursor, const RichText::Run& run) {
+    QString shown;
+    int inParagraph = cursor.positionInBlock();
+    for (const char32_t c : ToQt(run.text).toStdU32String()) {
+      const qsizetype before = shown.size();
+      if (c == '\n' || c == '\t' || c >= 32) {
+        shown += QString::fromUcs4(&c, 1);
+      } else if (c != '\r') {
+        shown += ' ';  // controls take a place and show nothing
+      }
+      inParagraph = c == '\n' ? 0 : inParagraph + static_cast<int>(shown.size() - before);
+      if (inParagraph >= kLongestParagraph) {
+        shown += '\n';
+        inParagraph = 0;
+      }
+      widths_.push_back(static_cast<unsigned char>(shown.size() - before));
+    }
+    cursor.insertText(shown, FormatOf(run.colour));
   }
 
   static int LineOf(const QTextCursor& at) {
@@ -142,23 +220,21 @@ class Area : public QPlainTextEdit {
     return at.block().firstLineNumber() + (within.isValid() ? within.lineNumber() : 0);
   }
 
-  void Recolour(std::size_t start, std::size_t length, Colour colour) {
-    QTextCursor cursor(document());
-    cursor.setPosition(Place(start));
-    cursor.setPosition(Place(start + length), QTextCursor::KeepAnchor);
-    cursor.setCharFormat(FormatOf(colour));
-  }
-
   void TellSelection() {
     if (!telling_ || !context_.Alive()) return;
     const QTextCursor cursor = textCursor();
-    const std::size_t start = Character(cursor.selectionStart());
-    field_.Select(start, Character(cursor.selectionEnd()) - start);
+    const std::size_t start = InField(Character(cursor.selectionStart()));
+    field_.Select(start, InField(Character(cursor.selectionEnd())) - start);
   }
 
   RichText& field_;
   ViewContext& context_;
   std::vector<unsigned char> widths_;
+  std::size_t from_ = 0, gone_ = 0;
+  // Shown characters that may have another colour in the field.
+  static constexpr std::size_t kNothing = RichText::npos;
+  std::size_t staleFrom_ = kNothing, staleTo_ = 0;
+  QTimer turn_;
   bool telling_ = true;
 };
 

@@ -48,6 +48,21 @@ TEST_F(AwardGridTest, EveryMemberHasItsWidths) {
   EXPECT_EQ(widths("SNote"), (Widths{750, 3000, 1200}));
 }
 
+TEST_F(AwardGridTest, OneThatIsStoppedWhileItCountsClosesInsteadOfTellingHalfAScore) {
+  FillLog(12);
+  Exec("update Log set Locator='JN'+Left(Call,2)+'AA',Note='[IOTA EU-001]'");
+  machine.StopProgressAt(0);
+  for (const AwardMember& member : AwardMembers()) {
+    Event([&] { EXPECT_FALSE(Award(member.window, kAll).Loaded()) << member.window; });
+    EXPECT_EQ(session.Windows.Find(member.window), nullptr) << member.window;
+    EXPECT_FALSE(session.Db.InTransaction());
+  }
+  EXPECT_TRUE(Lines().empty());
+  machine.StopProgressAt(-1);
+  EXPECT_TRUE(Award("SSQuare", kAll).Loaded());
+  EXPECT_FALSE(machine.Host().Busy());
+}
+
 TEST_F(AwardGridTest, AnEmptySelectionHasOneGridRowAndScoresNothing) {
   AwardGrid& award = Award("SCountry", kAll);
   EXPECT_EQ(award.Spread1.Rows(), 1);

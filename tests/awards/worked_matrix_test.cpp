@@ -110,6 +110,26 @@ TEST_F(HrdTest, ConfirmedAndUnconfirmedOnOneBandShowAsConfirmed) {
   for (int row = 1; row < 8; ++row) EXPECT_EQ(Marks(hrd.Grid1, row), Texts{"  2 m:C"}) << row;
 }
 
+TEST_F(HrdTest, ABatchIsSeenInTheCellsOfTheLastSearchWhateverIsTypedByThen) {
+  Hrd& hrd = OpenHrd();
+  const auto announce = [this] {
+    Event([this] { session.Changes.AnnounceMany(ContactTable::kLog); });
+  };
+  Italian("IK3ABC", "  2 m");
+  announce();  // nothing was sought yet
+  for (int row = 1; row < 8; ++row) EXPECT_EQ(Marks(hrd.Grid1, row), Texts{}) << row;
+  Search(hrd, "IK3ABC", "JN65BB");
+  hrd.CallQso.SetText("IK9");
+  hrd.Locator.SetText("JN");
+  Italian("IK3ABC", " 70cm", "SSB", true);
+  announce();
+  EXPECT_EQ(hrd.Grid1.Cell(1, 0), "IK3ABC");
+  for (int row = 1; row < 8; ++row) {
+    EXPECT_EQ(Marks(hrd.Grid1, row), (Texts{"  2 m:W", " 70cm:C"})) << row;
+  }
+  EXPECT_EQ(hrd.CallQso.Text(), "IK9");
+}
+
 TEST_F(HrdTest, WithAModeConfirmedMeansConfirmedInThatMode) {
   Italian("IK3ABC", "  2 m", "SSB", false);
   Italian("IK3ABC", "  2 m", "CW", true);

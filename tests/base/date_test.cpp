@@ -29,6 +29,14 @@ TEST(Date, ReadsTheFormsThatOperatorsWrite) {
   EXPECT_EQ(ParseDate("29/02/2000"), DateTime::Of(2000, 2, 29));
 }
 
+TEST(Date, AYearOfTwoDigitsLiesBetween1930And2029) {
+  const std::pair<const char*, int> years[] = {{"00", 2000}, {"0", 2000},  {"29", 2029},
+                                               {"30", 1930}, {"31", 1931}, {"99", 1999}};
+  for (const auto& [text, year] : years) {
+    EXPECT_EQ(ParseDate(std::string("3/2/") + text), DateTime::Of(year, 2, 3)) << text;
+  }
+}
+
 TEST(Date, RefusesWhatIsNoDate) {
   for (const char* text :
        {"", "__/__/____", "31/02/2001", "29/02/2001", "1/13/2001", "0/1/2001", "03/02", "3/2-2001",

@@ -127,6 +127,28 @@ TEST_F(ContestFormTest, InsertingAnExistingDateAndBandIsToldAndLeavesTheScreen) 
   EXPECT_EQ(Rows("select Nome from Contest"), Texts{"0"});
 }
 
+TEST_F(ContestFormTest, ANumberThatAColumnCannotHoldIsRefusedInWordsAndStaysAsTyped) {
+  const std::string digits(19, '9');
+  ContestForm& contest = OpenContest();
+  Press(contest, "cmClear");
+  Event([&] { contest.Banda.SetText("  2 m"); });
+  contest.CallContest.SetText("I4ABC");
+  const std::pair<TextField*, std::string> numbers[] = {{&contest.Altezza, "Altezza"},
+                                                        {&contest.Potenza, "Potenza"}};
+  for (const auto& [field, column] : numbers) {
+    field->SetText(digits);
+    Press(contest, "cmInsert");
+    EXPECT_EQ(Lines(), Texts{"message exclamation \"\" \"Il valore '" + digits +
+                             "' non è adatto alla colonna '" + column + "'\""});
+    EXPECT_EQ(field->Text(), digits);
+    EXPECT_EQ(contest.CallContest.Text(), "I4ABC");
+    EXPECT_TRUE(Rows("select Banda from Contest").empty());
+    field->SetText("999999999");
+  }
+  Press(contest, "cmInsert");
+  EXPECT_EQ(Rows("select Altezza,Potenza from Contest"), Texts{"999999999|999999999"});
+}
+
 TEST_F(ContestFormTest, UpdatingOntoAnExistingDateAndBandIsToldAndWritesNothing) {
   ContestForm& contest = OpenContest();
   Store(contest, "07/09/2024", "  2 m");

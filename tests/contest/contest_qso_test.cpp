@@ -316,6 +316,60 @@ TEST_F(ContestQsoTest, ASerialInUseIsAFailureThatKeepsTheEntryAsTyped) {
             (Texts{"1|IK3ABC|", "2|IK3DEF|[Exc=VE]nota"}));
 }
 
+TEST_F(ContestQsoTest, ANumberThatAColumnCannotHoldIsToldAndKeepsTheEntryAsTyped) {
+  const std::string digits(19, '9');
+  ContestQso& log = OpenLog();
+  InEntry(log, [&](ContestNewQso& entry) {
+    Type(entry, "IK3DEF", "9", "JN65AB");
+    for (TextField* field :
+         {&entry.ProgrD, &entry.ProgrR, static_cast<TextField*>(&entry.Giorno)}) {
+      const std::string before = field->Text();
+      field->SetText(digits);
+      Press(entry, "cmInsertE");
+      EXPECT_THAT(Lines(), ElementsAre(StartsWith("error \"Il valore '" + digits + "' non è")));
+      EXPECT_TRUE(entry.Visible());
+      EXPECT_EQ(field->Text(), digits);
+      EXPECT_EQ(entry.CallQso.Text(), "IK3DEF");
+      field->SetText(before);
+    }
+    Press(entry, "cmInsertE");
+  });
+  EXPECT_EQ(Rows("select ProgrDato,Call from [Contest Qso]"), Texts{"1|IK3DEF"});
+}
+
+TEST_F(ContestQsoTest, ABatchIsSeenAndTheRowAndTheContactInWorkStay) {
+  Add(1, "IK3ABC");
+  Add(3, "IK3DEF");
+  ContestQso& log = OpenLog();
+  InRow(log, 2, [this](ContestNewQso& entry) {
+    Add(2, "IK3XYZ");
+    Event([this] { session.Changes.AnnounceMany(ContactTable::kContestQso); });
+    entry.Note.SetText("mio");
+    Press(entry, "cmInsertE");
+  });
+  EXPECT_EQ(Rows("select Call,[Note] from [Contest Qso] order by ProgrDato"),
+            (Texts{"IK3ABC|", "IK3XYZ|", "IK3DEF|mio"}));
+  EXPECT_EQ(log.QC.Row(), 3);
+}
+
+TEST_F(ContestQsoTest, StoringAndDeletingAnnounceTheirContact) {
+  std::vector<ContactsChanged> changes;
+  const ContactSubscription subscription =
+      session.Changes.Subscribe([&](const ContactsChanged& change) { changes.push_back(change); });
+  ContestQso& log = OpenLog();
+  InEntry(log, [this](ContestNewQso& entry) {
+    Type(entry, "IK3ABC", "9", "JN65AB");
+    Press(entry, "cmInsertE");
+  });
+  InRow(log, 1, [this](ContestNewQso& entry) { Press(entry, "cmInsertE"); });
+  machine.Messages().QueueAnswer(true);
+  Event([&] { log.QC.RemoveRow(1); });
+  using enum ContactTable;
+  EXPECT_THAT(changes, ElementsAre(ContactsChanged{kContestQso, OneContact{std::nullopt, 1}},
+                                   ContactsChanged{kContestQso, OneContact{1, 1}},
+                                   ContactsChanged{kContestQso, OneContact{1, std::nullopt}}));
+}
+
 TEST_F(ContestQsoTest, AfterTheLastRowIsDeletedItsSerialIsHandedOutAgain) {
   Add(1, "IK3ABC");
   Add(2, "IK3DEF");

@@ -78,8 +78,12 @@ TEST_F(MaintenanceTest, ThePrefixesThatWereAssignedBeforeAFailureStay) {
       sqlite3_exec(beside, "CREATE UNIQUE INDEX Once ON Log (Prefisso)", nullptr, nullptr, nullptr),
       SQLITE_OK);
   sqlite3_close(beside);
+  int announced = 0;
+  const ContactSubscription subscription =
+      session.Changes.Subscribe([&](const ContactsChanged& change) { announced += change.Many(); });
   machine.Messages().QueueAnswer(true);
   Menu("cmAssegnaPrefissi");
+  EXPECT_EQ(announced, 1);
   EXPECT_EQ(Rows("select Call from Log where [Zona CQ]=15"), (Texts{"IK3ABC", "IK4ABC"}));
   EXPECT_FALSE(session.Db.InTransaction());
 }
@@ -143,6 +147,23 @@ TEST_F(MaintenanceTest, TheFirstCompactionMakesABackupAndTheSecondReplacesIt) {
   // Every handle serves again.
   EXPECT_EQ(session.MyLocator, "JN65AA");
   EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
+}
+
+TEST_F(MaintenanceTest, ACompactionThatIsStoppedLeavesEverythingAsItWasAndInUse) {
+  FillLog(12);
+  machine.StopProgressAt(0);
+  Menu("cmCompatta");
+  EXPECT_EQ(Lines(),
+            Texts{"message exclamation \"Compatta Database\" \"Compattazione interrotta: il "
+                  "database è rimasto com'era.\""});
+  EXPECT_FALSE(std::filesystem::exists(directory.Path() / "Brenvo.BAK"));
+  EXPECT_FALSE(std::filesystem::exists(directory.Path() / "BrenvoNEW.MDB"));
+  EXPECT_EQ(session.TbLog->RecordCount(), 4096);
+  EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
+  EXPECT_FALSE(machine.Host().Busy());
+  machine.StopProgressAt(-1);
+  Menu("cmCompatta");
+  EXPECT_EQ(ContactsIn(directory.Path() / "Brenvo.BAK"), 4096);
 }
 
 TEST_F(MaintenanceTest, ACompactionThatFailsEndsTheProgramUnderItsTitle) {

@@ -306,6 +306,22 @@ TEST_F(DynasetTest, FindFirstFindsRowsAddedThroughIt) {
   EXPECT_TRUE(rows->NoMatch());
 }
 
+TEST_F(DynasetTest, FindFirstPassesOverWhatAnotherProgramHasAddedBeforeIt) {
+  AddContact(db_, 5, "I1AAA");
+  AddContact(db_, 9, "I1AAA");
+  const auto rows = db_.OpenDynaset("select * from Log order by DataQso");
+  rows->MoveLast();
+  Database other = scratch_.Open();
+  AddContact(other, 1, "I1AAA");
+  rows->FindFirst("Call='I1AAA'");
+  ASSERT_FALSE(rows->NoMatch());
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), 1);
+  AddContact(other, 2, "I1NEW");
+  rows->FindFirst("Call='I1NEW'");
+  EXPECT_TRUE(rows->NoMatch());
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), 1);
+}
+
 TEST_F(DynasetTest, FindFirstTellsOfAConditionThatIsNone) {
   AddContact(db_, 1, "I1AAA");
   const auto rows = db_.OpenDynaset("select * from Log");

@@ -53,6 +53,21 @@ TEST_F(SnapshotTest, MovesGoBothWaysAndStopOnTheMarks) {
   EXPECT_EQ(rows->Field("QsoNr").Integer(), 3);
 }
 
+TEST_F(SnapshotTest, MovingBeforeAnyReadGoesInTheOrderOfEntry) {
+  AddContact(db_, 1, "I3AAA");
+  AddContact(db_, 2, "I1BBB");
+  AddContact(db_, 3, "I2CCC");
+  // The index that finds them has them by their call.
+  const auto rows = db_.OpenSnapshot("select * from Log where Call like 'I*'");
+  rows->MoveNext();
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), 2);
+  rows->MoveNext();
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), 3);
+  rows->MovePrevious();
+  rows->MovePrevious();
+  EXPECT_EQ(rows->Field("QsoNr").Integer(), 1);
+}
+
 TEST_F(SnapshotTest, CellsAreReadInAnyOrder) {
   AddContacts(2);
   const auto rows = db_.OpenSnapshot("select QsoNr,Call,DataQso from Log order by QsoNr");

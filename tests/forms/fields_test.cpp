@@ -125,6 +125,34 @@ TEST_F(Fields, ReadOnlyAndFullFieldsRefuseKeys) {
   EXPECT_EQ(window.Text.Text(), "a");
 }
 
+TEST_F(Fields, AShorterTextTakesTheCaretToItsEnd) {
+  window.Text.SetText("IK3ABC");
+  window.Text.Select(5, 1);
+  window.Text.SetText("I2");
+  EXPECT_EQ(window.Text.SelStart(), 2u);
+  EXPECT_EQ(window.Text.SelLength(), 0u);
+  window.Text.TypeKey('X');
+  EXPECT_EQ(window.Text.Text(), "I2X");
+}
+
+TEST_F(Fields, AKeyReplacesWhatIsSelectedAlsoInAFullField) {
+  window.Text.MaxLength = 3;
+  window.Text.SetText("abc");
+  window.Text.Select(1, 1);
+  window.Text.TypeKey('x');
+  EXPECT_EQ(window.Text.Text(), "axc");
+  window.Text.TypeKey('y');
+  EXPECT_EQ(window.Text.Text(), "axc");
+  // The logic may have put in more than can be typed; one selected character makes no room then.
+  window.Text.SetText("abcde");
+  window.Text.Select(0, 2);
+  window.Text.TypeKey('x');
+  EXPECT_EQ(window.Text.Text(), "abcde");
+  window.Text.Select(0, 3);
+  window.Text.TypeKey('x');
+  EXPECT_EQ(window.Text.Text(), "xde");
+}
+
 TEST_F(Fields, BackspaceCanEmptyTheWholeField) {
   window.Text.BackspaceClears = true;
   window.Text.SetText("abc");

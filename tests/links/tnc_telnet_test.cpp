@@ -92,6 +92,25 @@ TEST_F(TelnetTest, OneEventFeedsAllThatWaits) {
   EXPECT_EQ(searches, (Texts{"open", "VP8ORK||busy"}));
 }
 
+TEST_F(TelnetTest, InABurstOfCheckedSpotsTheOperatorIsListenedToAfterEachCheck) {
+  TNCtelnet& telnet = OpenTelnet();
+  Event([&] { telnet.cmAutoCheck.Press(); });
+  searches.clear();
+  std::size_t unheard = 0, most = 0;
+  machine.Host().WhileWaiting = [&] { unheard = searches.size(); };
+  std::string burst;
+  for (int i = 0; i < 50; ++i) {
+    burst += "DX de I4LCK:     14195.0  IK" + std::to_string(i % 10) + "ABC   tnx 1423Z\r\n";
+  }
+  telnet.Received.Edited = [&](const RichText::Edit&) {
+    most = std::max(most, searches.size() - unheard);
+  };
+  Receive("TNCtelnet", burst);
+  EXPECT_GE(searches.size(), 50u);
+  // A check fills the call, and may open the window before.
+  EXPECT_LE(most, 3u);
+}
+
 TEST_F(TelnetTest, ABandThatIsNotTickedIsHeard) {
   TNCtelnet& telnet = OpenTelnet();
   telnet.Banda.Pick(1);

@@ -260,6 +260,38 @@ TEST_F(LogFormTest, ABadDateIsTold) {
   EXPECT_TRUE(Rows("select Call from Log").empty());
 }
 
+TEST_F(LogFormTest, ANumberThatAColumnCannotHoldIsRefusedInWordsAndStaysAsTyped) {
+  const std::string digits(19, '9');
+  LogForm& log = OpenLog();
+  Press(log, "cmClear");
+  Event([&] { log.CallQso.SetText("IK3ABC"); });
+  const std::pair<TextField*, std::string> numbers[] = {
+      {&log.Potenza, "Potenza"}, {&log.ZonaCQ, "Zona CQ"}, {&log.ZonaITU, "Zona ITU"}};
+  for (const auto& [field, column] : numbers) {
+    Type(*field, digits);
+    const Texts refusal{"message exclamation \"\" \"Il valore '" + digits +
+                        "' non è adatto alla colonna '" + column + "'\""};
+    Press(log, "cmInsert");
+    EXPECT_EQ(Lines(), refusal);
+    EXPECT_EQ(field->Text(), digits);
+    EXPECT_EQ(log.CallQso.Text(), "IK3ABC");
+    EXPECT_TRUE(Rows("select Call from Log").empty());
+    // Nine digits are never too many.
+    Type(*field, "999999999");
+  }
+  Press(log, "cmInsert");
+  EXPECT_EQ(Rows("select Potenza,[Zona CQ],[Zona ITU] from Log"),
+            Texts{"999999999|999999999|999999999"});
+  // An update likewise; the contact stays as it was stored.
+  Lines();
+  Event([&] { log.Note.SetText("altra"); });
+  Type(log.Potenza, digits);
+  Press(log, "cmUpdate");
+  EXPECT_EQ(Lines().size(), 1u);
+  EXPECT_EQ(log.Note.Text(), "altra");
+  EXPECT_EQ(log.DsLog->Field("Note").Text(), "");
+}
+
 TEST_F(LogFormTest, ABadLocatorIsToldAndAnEmptyOnePasses) {
   LogForm& log = OpenLog();
   Press(log, "cmClear");

@@ -307,6 +307,25 @@ TEST_F(StampaQslTest, TheUpdateGoesThroughTheLogOnce) {
   EXPECT_EQ(session.Db.Counters().statements - before, 3);  // with the transaction around it
 }
 
+TEST_F(StampaQslTest, AnUpdateThatIsStoppedLeavesTheLogAndSaysSo) {
+  FillLog(12);
+  Exec("update Log set QslDaInviare=True");
+  machine.StopProgressAt(0);
+  machine.Messages().QueueAnswer(true);
+  int announced = 0;
+  const ContactSubscription subscription =
+      session.Changes.Subscribe([&](const ContactsChanged&) { ++announced; });
+  Event([&] { UpdateLogForQsl(session); });
+  EXPECT_EQ(
+      Lines().back(),
+      "message exclamation \"Aggiornamento Log per Qsl\" \"Aggiornamento interrotto: il log è "
+      "rimasto com'era.\"");
+  EXPECT_EQ(Rows("select count(*) from Log where QslDaInviare and not QslInviata"), Texts{"4096"});
+  EXPECT_EQ(announced, 0);
+  EXPECT_FALSE(machine.Host().Busy());
+  EXPECT_FALSE(session.Db.InTransaction());
+}
+
 TEST_F(StampaQslTest, TheUpdateAnsweredNoLeavesTheLog) {
   Owe("IK3ABC");
   machine.Messages().QueueAnswer(false);

@@ -96,6 +96,14 @@ class StationTest : public testing::Test {
     };
   }
   void Exec(std::string_view statement) { session.Db.Execute(statement); }
+  // So many doublings of one contact, each under another call; twelve make a statement long.
+  void FillLog(int doublings) {
+    Exec("insert into Log (DataQso,Call) values ('01/01/2001 10:00','A')");
+    for (int i = 0; i < doublings; ++i) {
+      Exec("insert into Log (DataQso,Call) select DataQso,Call+'" + std::to_string(i) +
+           "' from Log");
+    }
+  }
   // The rows of a SELECT, the columns of each joined by "|".
   std::vector<std::string> Rows(std::string_view select) {
     std::vector<std::string> rows;

@@ -78,6 +78,20 @@ TEST_F(TabellaCountryTest, AnInsertStoresAndSelectsTheNewCountry) {
   EXPECT_EQ(Country("Q9X"), Texts{"Q9X|Terra di tutti|italia.jpg||12|34|JN61FV||"});
 }
 
+TEST_F(TabellaCountryTest, APixelThatItsColumnCannotHoldIsRefusedInWordsAndStaysAsTyped) {
+  const std::string digits(19, '9');
+  TabellaCountry& table = OpenTable();
+  Type(table.Codice, "q9x");
+  Type(table.Descrizione, "Terra di nessuno");
+  Type(table.Y, digits);
+  Press(table, "cmInsert");
+  EXPECT_EQ(Lines(), Texts{"message exclamation \"\" \"Il valore '" + digits +
+                           "' non è adatto alla colonna 'Pointer_Y'\""});
+  EXPECT_EQ(table.Y.Text(), digits);
+  EXPECT_EQ(table.Descrizione.Text(), "Terra di nessuno");
+  EXPECT_TRUE(Country("Q9X").empty());
+}
+
 TEST_F(TabellaCountryTest, ARepeatedCodeIsToldAndTheListIsFilledAllTheSame) {
   TabellaCountry& table = OpenTable();
   Type(table.Codice, "I");

@@ -111,6 +111,17 @@ TEST_F(TabellaPrefissiTest, AnInsertStoresAndSortsInAtTheNextOrdering) {
   EXPECT_EQ(FirstColumn(table), (Texts{"Prefisso", "F1", "IK1", "IK3", "W6"}));
 }
 
+TEST_F(TabellaPrefissiTest, AZoneThatItsColumnCannotHoldIsRefusedInWordsAndStaysAsTyped) {
+  const std::string digits(19, '9');
+  TabellaPrefissi& table = OpenTable();
+  Fill(table, "Q9", "I", "14", digits, "EU");
+  Press(table, "cmInsert");
+  EXPECT_EQ(Lines(), Texts{"message exclamation \"\" \"Il valore '" + digits +
+                           "' non è adatto alla colonna 'Zona ITU'\""});
+  EXPECT_EQ(table.ZonaITU.Text(), digits);
+  EXPECT_TRUE(Prefixes("where Prefisso='Q9'").empty());
+}
+
 TEST_F(TabellaPrefissiTest, APrefixGoesInOnceWhateverItsZones) {
   TabellaPrefissi& table = OpenTable();
   Fill(table, "IK3", "F", "1", "2", "AF");

@@ -349,6 +349,22 @@ TEST_F(UserFormTest, CaptionsAndHintsLeadANewOperator) {
   EXPECT_THAT(user.StatusBar1.Panel(1), testing::HasSubstr("kHz"));
 }
 
+TEST_F(UserFormTest, ANumberThatAColumnCannotHoldIsRefusedInWordsAndTheProfileStays) {
+  const std::string digits(19, '9');
+  UserForm& user = OpenUser();
+  Type(user.Qth, "Altrove");
+  Type(user.CallInterval, digits);
+  Press(user, "cmUpdate");
+  EXPECT_EQ(Lines(), Texts{"message exclamation \"\" \"Il valore '" + digits +
+                           "' non è adatto alla colonna 'CallInterval'\""});
+  EXPECT_EQ(user.CallInterval.Text(), digits);
+  EXPECT_EQ(user.Qth.Text(), "Altrove");
+  // What other windows read of the profile is what is stored.
+  EXPECT_EQ(session.TbUser->Field("Qth").Text(), "Roma");
+  Edit(user, RowOf(user, "  2 m"), kPotenza, digits + "9");
+  EXPECT_THAT(Lines(), testing::ElementsAre(testing::HasSubstr("colonna 'Potenza'")));
+}
+
 TEST_F(UserFormTest, AQuoteInAnyFieldIsStoredAsItStands) {
   UserForm& user = OpenUser();
   Type(user.Qth, "L'Aquila");

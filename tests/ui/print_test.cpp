@@ -258,7 +258,7 @@ TEST_F(Printing, LongWorkCanBeStoppedAndDevicesWaitForIt) {
     QtProgress progress(gate, "Stampa", 1000);
     EXPECT_TRUE(progress.Advance(1));
     gate.RunDevice(guard, [&] { ++device; });
-    QTest::qWait(450);
+    QTest::qWait(1050);
     EXPECT_TRUE(progress.Advance(500));
     auto* bar = QApplication::activeModalWidget();
     ASSERT_NE(bar, nullptr);
