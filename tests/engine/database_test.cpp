@@ -43,6 +43,7 @@ class NotingStore : public Store {
   std::unique_ptr<RowAppender> OpenAppender(std::string_view table) override {
     return Note("appender", table);
   }
+  void Watch(std::function<bool()> goOn) override { if (goOn) goOn(); }
   void RefuseWrites() override { Note("refuse"); }
   EngineCounters Counters() const override { return {3, 2, 1}; }
   std::string QueryPlan(std::string_view select) override {

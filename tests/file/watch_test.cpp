@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-#include "tests/engine/contacts.h"
+#include "tests/file/contacts.h"
 
 namespace brenvo {
 namespace {
