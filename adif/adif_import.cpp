@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <fstream>
 #include <stdexcept>
-#include <unordered_set>
 
 #include "adif/kept_fields.h"
-#include "adif/repeated_contacts.h"
 #include "base/text.h"
 #include "core/transaction.h"
 
@@ -89,22 +87,52 @@ void ReportCounts(std::ostream& report, const ImportCounts& counts) {
   report << fmt::format(
       "Record letti: {}\r\nImportati: {}\r\nRipetuti: {} (completati: {})\r\nRifiutati: {}\r\n",
       counts.read, counts.fresh, counts.repeated, counts.completed, counts.refused);
+  if (counts.moved > 0) report << fmt::format("Spostati nel minuto: {}\r\n", counts.moved);
   if (counts.repairs > 0) report << fmt::format("Campi riparati: {}\r\n", counts.repairs);
+}
+
+// A time that the file has not told as it is stored is kept as it was.
+void KeepTime(MappedRecord& mapped, DateTime told) {
+  for (const AdifField& field : mapped.kept) {
+    if (field.name == "TIME_ON") return;
+  }
+  mapped.kept.push_back(
+      {"TIME_ON", fmt::format("{:02}{:02}{:02}", told.Hour(), told.Minute(), told.Second())});
 }
 
 class ContactWriter {
  public:
-  ContactWriter(Session& session, const ImportOptions& options)
+  ContactWriter(Session& session, const ImportOptions& options, StationTables& tables,
+                std::ostream& report)
       : options_(options),
+        tables_(tables),
+        report_(report),
         kept_(session.Db),
         repeated_(session),
         new_(session.Db.OpenAppender("Log")) {}
 
-  void Store(const MappedRecord& mapped, ImportCounts& counts) {
-    if (repeated_.Find(mapped.contact)) {
-      ++counts.repeated;
-      if (options_.fillEmptyColumns && Fill(mapped)) ++counts.completed;
+  // A contact that can be stored but for its time refuses itself.
+  void Store(const AdifRecord& record, MappedRecord& mapped, ImportCounts& counts) {
+    const Placement placement = repeated_.Find(mapped.contact);
+    if (placement.kind == Placement::Kind::kFull) {
+      mapped.refusal = kNoSecondFree;
       return;
+    }
+    if (placement.kind == Placement::Kind::kRepeated) {
+      ++counts.repeated;
+      if (options_.fillEmptyColumns && Fill(record, mapped)) ++counts.completed;
+      return;
+    }
+    const DateTime told = mapped.contact.DataQso;
+    const bool moved = SecondOf(told) != placement.second;
+    mapped.contact.DataQso = AtSecond(told, placement.second);
+    MapRest(record, tables_, mapped);
+    if (moved) {
+      KeepTime(mapped, told);
+      ++counts.moved;
+      report_ << fmt::format(
+          "Spostato, riga {}, {}: alle {} c'è già un altro modo, salvato alle {}\r\n\r\n",
+          record.line, mapped.contact.Call, TimeText(told), TimeText(mapped.contact.DataQso));
     }
     kept_.Add(new_->Append(RowOf(mapped.contact)), mapped.kept);
     repeated_.Stored(mapped.contact);
@@ -112,7 +140,8 @@ class ContactWriter {
   }
 
  private:
-  bool Fill(const MappedRecord& mapped) {
+  bool Fill(const AdifRecord& record, MappedRecord& mapped) {
+    MapRest(record, tables_, mapped);
     Table& row = repeated_.Row();
     const LogContact present = ReadContact(row);
     const std::int64_t qsoNr = row.Field("QsoNr").Integer();
@@ -130,6 +159,8 @@ class ContactWriter {
   }
 
   ImportOptions options_;
+  StationTables& tables_;
+  std::ostream& report_;
   KeptFields kept_;
   RepeatedInLog repeated_;
   std::unique_ptr<RowAppender> new_;
@@ -171,7 +202,7 @@ std::optional<ImportPreview> PreviewImport(Session& session, const std::filesyst
   StationTables tables(session);
   RepeatedInLog inLog(session);
   RepeatedInFile inFile;
-  std::unordered_set<std::uint64_t> firstKeys;
+  PlacedContacts first;
   ImportPreview preview;
   ImportCounts& counts = preview.counts;
   AdifRecord record;
@@ -182,7 +213,7 @@ std::optional<ImportPreview> PreviewImport(Session& session, const std::filesyst
     }
     MapColumns(record, choice, tables, mapped);
     const bool isFirst = preview.firstRecords.size() < kFirstRecords;
-    bool repeated = false;
+    Placement placement;
     if (!mapped.refusal.empty()) {
       ++counts.refused;
       if (!record.fault.empty()) ++preview.damaged;
@@ -192,20 +223,27 @@ std::optional<ImportPreview> PreviewImport(Session& session, const std::filesyst
       Widen(preview, mapped.contact.DataQso);
       ++preview.bands[mapped.contact.Banda];
       ++preview.modes[mapped.contact.Modo];
-      repeated = inLog.Find(mapped.contact);
-      if (repeated) {
+      placement = inLog.Find(mapped.contact);
+      if (placement.kind == Placement::Kind::kRepeated) {
         ++counts.repeated;
       } else {
         ++counts.fresh;
-        inFile.Add(mapped.contact);
-        if (isFirst) repeated = !firstKeys.insert(RepeatedInFile::KeyOf(mapped.contact)).second;
+        inFile.Add(mapped.contact, inLog.InMinuteFound());
+        if (isFirst) {
+          const std::uint64_t key = RepeatedInFile::KeyOf(mapped.contact);
+          for (const InMinute& each : inLog.InMinuteFound()) first.Put(key, each);
+          placement = first.Place(key, InMinuteOf(mapped.contact));
+        }
       }
     }
-    if (isFirst) preview.firstRecords.push_back({record, repeated});
+    if (isFirst) preview.firstRecords.push_back({record, placement});
   }
-  const std::int64_t again = inFile.Count();
-  counts.fresh -= again;
-  counts.repeated += again;
+  const RepeatedInFile::Counts again = inFile.Count();
+  counts.fresh -= again.repeated + again.full;
+  counts.repeated += again.repeated;
+  counts.refused += again.full;
+  counts.moved = again.moved;
+  if (again.full > 0) preview.reasons[std::string(kNoSecondFree)] += again.full;
   preview.endsEarly = log.Records().EndsEarly();
   return preview;
 }
@@ -215,7 +253,7 @@ std::optional<ImportCounts> ImportContacts(Session& session, const std::filesyst
                                            const ImportProgress& progress, std::ostream& report) {
   LogFile log(file);
   StationTables tables(session);
-  ContactWriter writer(session, options);
+  ContactWriter writer(session, options, tables, report);
   ImportCounts counts;
   AdifRecord record;
   MappedRecord mapped;
@@ -224,12 +262,13 @@ std::optional<ImportCounts> ImportContacts(Session& session, const std::filesyst
     if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
       return std::nullopt;
     }
-    MapRecord(record, options.qsl, tables, mapped);
+    MapColumns(record, options.qsl, tables, mapped);
     if (mapped.refusal.empty()) {
-      writer.Store(mapped, counts);
       counts.repairs += static_cast<std::int64_t>(record.repairs.size());
       ReportRepairs(report, record);
-    } else {
+      writer.Store(record, mapped, counts);
+    }
+    if (!mapped.refusal.empty()) {
       ++counts.refused;
       ReportRefusal(report, log.Records(), record, mapped.refusal);
     }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "adif/record_to_contact.h"
+#include "adif/repeated_contacts.h"
 #include "core/session.h"
 
 namespace brenvo {
@@ -19,16 +20,16 @@ namespace brenvo {
 struct ImportCounts {
   std::int64_t read = 0;
   std::int64_t fresh = 0;      // to be stored, or stored
-  std::int64_t repeated = 0;   // the same call on the same band in the same minute is in the log,
-                               // or stands earlier in the file
+  std::int64_t repeated = 0;   // the same contact is in the log, or stands earlier in the file
   std::int64_t completed = 0;  // of the repeated: those that had a column to fill
   std::int64_t refused = 0;
+  std::int64_t moved = 0;    // of the fresh: those whose second another mode had already
   std::int64_t repairs = 0;  // fields of records not refused whose lengths were wrong
 };
 
 struct FirstRecord {
   AdifRecord record;
-  bool repeated = false;
+  Placement placement;  // of a record that is not refused for what it says
 };
 
 // A field that was read although its length was wrong.
@@ -57,6 +58,7 @@ struct ImportOptions {
 // `done` bytes of the file; false stops.
 using ImportProgress = std::function<bool(std::int64_t done)>;
 
+inline constexpr std::string_view kNoSecondFree = "nel minuto non c'è più un secondo libero";
 inline constexpr std::size_t kFirstRecords = 20;
 inline constexpr std::size_t kFirstRepairs = 200;
 

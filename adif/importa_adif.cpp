@@ -78,6 +78,7 @@ ImportaAdif::ImportaAdif(Session& session)
       {&Modi, "Modi"},
       {&Motivi, "Motivi rifiuto"},
       {&Avvisi, "Avvisi"},
+      {&Spostati, "Spostati nel minuto"},
       {&Riparati, "Campi riparati"},
       {&QslCartacea, "Qsl cartacea"},
       {&QslLotw, "LoTW"},
@@ -98,7 +99,8 @@ ImportaAdif::ImportaAdif(Session& session)
     box->OnHover = [this] { StatusBar1.SetPanel(1, "Conferme che valgono come Qsl ricevuta"); };
   }
   ContattiRipetuti.OnHover = [this] {
-    StatusBar1.SetPanel(1, "Stesso nominativo, stessa banda e stesso minuto di un Qso del log");
+    StatusBar1.SetPanel(1,
+                        "Stesso nominativo, stessa banda, stesso minuto e modo di un Qso del log");
   };
 }
 
@@ -152,6 +154,7 @@ void ImportaAdif::ShowPreview() {
   if (preview_.endsEarly) warnings = "Il file finisce a meta' di un record. ";
   if (preview_.damaged > 0) warnings += fmt::format("Record danneggiati: {}.", preview_.damaged);
   Avvisi.SetText(Trim(warnings));
+  Spostati.SetText(std::to_string(counts.moved));
   Riparati.SetText(std::to_string(counts.repairs));
   ShowFirstRecords();
   ShowRepairs();
@@ -167,13 +170,21 @@ void ImportaAdif::ShowFirstRecords() {
   for (const FirstRecord& first : preview_.firstRecords) {
     MapColumns(first.record, Choice(), tables, mapped);
     Anteprima.ClearRow(++row);
+    const Placement& placement = first.placement;
+    if (mapped.refusal.empty() && placement.kind == Placement::Kind::kFull) {
+      mapped.refusal = kNoSecondFree;
+    }
     if (!mapped.refusal.empty()) {
       Anteprima.SetCell(row, 0, fmt::format("riga {}: {}", first.record.line, mapped.refusal));
       continue;
     }
-    Anteprima.SetCell(row, 0,
-                      fmt::format("{}{}", first.repeated ? "ripetuto" : "nuovo",
-                                  first.record.repairs.empty() ? "" : ", riparato"));
+    const bool repeated = placement.kind == Placement::Kind::kRepeated;
+    const bool moved = !repeated && placement.second != SecondOf(mapped.contact.DataQso);
+    if (moved) mapped.contact.DataQso = AtSecond(mapped.contact.DataQso, placement.second);
+    Anteprima.SetCell(
+        row, 0,
+        fmt::format("{}{}{}", repeated ? "ripetuto" : "nuovo", moved ? ", spostato" : "",
+                    first.record.repairs.empty() ? "" : ", riparato"));
     for (int i = 1; i < Anteprima.Columns(); ++i) {
       Anteprima.SetCell(row, i, CellText(mapped.contact, kHeadings[i]));
     }
@@ -240,6 +251,7 @@ void ImportaAdif::cmImporta() {
   std::string text = fmt::format(
       "Record letti: {}\nImportati: {}\nRipetuti: {} (completati: {})\nRifiutati: {}\n",
       counts->read, counts->fresh, counts->repeated, counts->completed, counts->refused);
+  if (counts->moved > 0) text += fmt::format("Spostati nel minuto: {}\n", counts->moved);
   if (counts->repairs > 0) text += fmt::format("Campi riparati: {}\n", counts->repairs);
   text += fmt::format("Il rapporto e' nel file {}", report.filename().string());
   session_.Messages().Show(MessageIcon::kInformation, kTitle, text);

@@ -35,6 +35,7 @@ class ImportaAdif : public Window {
   TextField Modi{*this, "Modi"};
   TextField Motivi{*this, "Motivi"};  // why records are refused
   TextField Avvisi{*this, "Avvisi"};
+  TextField Spostati{*this, "Spostati"};  // whose second another mode has already
   TextField Riparati{*this, "Riparati"};  // fields whose lengths were wrong
   // Which flags count as QslRicevuta.
   CheckBox QslCartacea{*this, "QslCartacea"};

@@ -314,30 +314,6 @@ bool IsToldAsSubmode(const AdifField& field, const std::vector<AdifField>& told)
          std::find(told.begin(), told.end(), AdifField{"SUBMODE", mode->submode}) != told.end();
 }
 
-void KeepTheRest(const AdifRecord& record, const StationTables& tables, MappedRecord& mapped) {
-  const std::vector<AdifField> told = ColumnFields(mapped.contact, tables);
-  for (const AdifField& field : record.fields) {
-    if (field.value.empty()) continue;
-    if (field.name.starts_with(kKeptPrefix)) {
-      Keep(mapped.kept, std::string_view(field.name).substr(kKeptPrefix.size()),
-           UnescapeText(field.value));
-    }
-  }
-  for (const AdifField& field : record.fields) {
-    if (field.value.empty() || field.name.starts_with(kOwnPrefix)) continue;
-    const KnownField* known = FindKnown(field.name);
-    if (known != nullptr && known->column) {
-      // Also as a file in which some of its letters had no place would have it.
-      const bool given = std::any_of(told.begin(), told.end(), [&](const AdifField& each) {
-        return each.name == field.name && (SaySame(field.name, each.value, field.value) ||
-                                           TextOfBytes(AdifBytes(each.value)) == field.value);
-      });
-      if (given || IsToldAsSubmode(field, told)) continue;
-    }
-    Keep(mapped.kept, field.name, field.value);
-  }
-}
-
 }  // namespace
 
 void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
@@ -375,10 +351,29 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   }
 }
 
-void MapRecord(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
-               MappedRecord& mapped) {
-  MapColumns(record, choice, tables, mapped);
-  if (mapped.refusal.empty()) KeepTheRest(record, tables, mapped);
+void MapRest(const AdifRecord& record, const StationTables& tables, MappedRecord& mapped) {
+  mapped.kept.clear();
+  const std::vector<AdifField> told = ColumnFields(mapped.contact, tables);
+  for (const AdifField& field : record.fields) {
+    if (field.value.empty()) continue;
+    if (field.name.starts_with(kKeptPrefix)) {
+      Keep(mapped.kept, std::string_view(field.name).substr(kKeptPrefix.size()),
+           UnescapeText(field.value));
+    }
+  }
+  for (const AdifField& field : record.fields) {
+    if (field.value.empty() || field.name.starts_with(kOwnPrefix)) continue;
+    const KnownField* known = FindKnown(field.name);
+    if (known != nullptr && known->column) {
+      // Also as a file in which some of its letters had no place would have it.
+      const bool given = std::any_of(told.begin(), told.end(), [&](const AdifField& each) {
+        return each.name == field.name && (SaySame(field.name, each.value, field.value) ||
+                                           TextOfBytes(AdifBytes(each.value)) == field.value);
+      });
+      if (given || IsToldAsSubmode(field, told)) continue;
+    }
+    Keep(mapped.kept, field.name, field.value);
+  }
 }
 
 bool IsColumnField(std::string_view name) {

@@ -23,14 +23,13 @@ struct MappedRecord {
   std::string refusal;  // Italian; empty when the contact can be stored
 };
 
-// Fills all of `mapped`. Prefix, country, zones and continent come from the prefix table where the
-// record is silent, the band from the frequency and the frequency from the band, the distance from
-// the locators.
-void MapRecord(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
-               MappedRecord& mapped);
-// The same without `kept`, for those who look at the columns alone.
+// Fills `mapped` but for what is kept beside. Prefix, country, zones and continent come from the
+// prefix table where the record is silent, the band from the frequency and the frequency from the
+// band, the distance from the locators.
 void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
                 MappedRecord& mapped);
+// Fills `kept` by what the record says and mapped.contact does not.
+void MapRest(const AdifRecord& record, const StationTables& tables, MappedRecord& mapped);
 
 // Whether the columns of Log hold what a field of this name says.
 bool IsColumnField(std::string_view name);

@@ -8,6 +8,7 @@ Piece ImportaAdifView() {
       {Form({Line({Wide(Item("File", "File"))}),
              Line({Item("Letti", "Record letti", 9), Item("Nuovi", "Nuovi", 9),
                    Item("Ripetuti", "Ripetuti", 9), Item("Rifiutati", "Rifiutati", 9),
+                   Item("Spostati", "Spostati nel minuto", 9),
                    Item("Riparati", "Campi riparati", 9)}),
              Line({Wide(Item("Periodo", "Periodo", 28)), Wide(Item("Avvisi", "Avvisi", 28))}),
              Line({Wide(Item("Bande", "Bande"))}), Line({Wide(Item("Modi", "Modi"))}),

@@ -67,6 +67,8 @@ class AdifAccountingTest : public AdifStation {
     EXPECT_EQ(counts.read, read);
     EXPECT_EQ(counts.fresh + counts.repeated + counts.refused, read);
     EXPECT_EQ(Told(counts), Told(preview)) << "the preview tells what the import does";
+    EXPECT_EQ(counts.moved, preview.moved);
+    EXPECT_EQ(counts.repairs, preview.repairs);
     EXPECT_EQ(Count("select Count(*) from Log"), counts.fresh);
     EXPECT_EQ(Times(Report, "\r\nRiga ") + (Report.starts_with("Riga ") ? 1 : 0), counts.refused);
     const ImportCounts again = Import(file);
@@ -89,6 +91,37 @@ TEST_F(AdifAccountingTest, OfDamagedFilesEachRecordIsImportedRepeatedOrRefused) 
     DamagedFile file(seed);
     file.Add(samples[seed % samples.size()]);
     ExpectAccount(file.Damaged());
+    if (HasFailure()) return;
+  }
+}
+
+// Records of a few stations, bands and minutes, so that many stand in the same second.
+TEST_F(AdifAccountingTest, ContactsOfTheSameMinuteAreAccountedForAndFoundAgain) {
+  constexpr const char* kTimes[] = {"1015",   "101500", "101501", "101530",
+                                    "101559", "1016",   "",       "930"};
+  constexpr const char* kModes[] = {"CW", "SSB", "USB", "LSB", "RTTY", "FT8", "", "DATA"};
+  const unsigned files = Thoroughly(10u, 300u);
+  for (unsigned seed = 0; seed < files; ++seed) {
+    SCOPED_TRACE(seed);
+    std::mt19937 chance(seed);
+    std::string texts[2];
+    for (int i = 0; i < 40; ++i) {
+      texts[i % 2] += Tagged("CALL", chance() % 2 == 0 ? "I1A" : "I1B") +
+                      Tagged("QSO_DATE", "20010203") + Tagged("TIME_ON", kTimes[chance() % 8]) +
+                      Tagged("BAND", chance() % 4 == 0 ? "2m" : "20m") +
+                      Tagged("MODE", kModes[chance() % 8]) + "<EOR>\n";
+    }
+    ExpectAccount(texts[0] + texts[1]);
+    // What the log has already counts likewise.
+    const auto first = Write("a.adi", texts[0]), second = Write("b.adi", texts[1]);
+    Import(first);
+    const ImportCounts preview = Preview(second).counts;
+    const ImportCounts counts = Import(second);
+    EXPECT_EQ(Told(counts), Told(preview));
+    EXPECT_EQ(counts.moved, preview.moved);
+    EXPECT_EQ(Import(first).fresh, 0);
+    EXPECT_EQ(Import(second).fresh, 0);
+    EmptyTheLog();
     if (HasFailure()) return;
   }
 }

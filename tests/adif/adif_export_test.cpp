@@ -56,6 +56,21 @@ TEST_F(AdifExportTest, ContactsOfALogFileComeBackAsTheyWere) {
   ExpectRoundTrip();
 }
 
+TEST_F(AdifExportTest, ContactsOfOneMinuteInSeveralModesComeBackAsTheyWere) {
+  std::string text;
+  for (const char* mode : {"HELL", "THRB", "OLIVIA", "SSB"}) {
+    for (const char* time : {"0234", "", "023430"}) {
+      text += Tagged("CALL", "I1ABC") + Tagged("QSO_DATE", "20010203") + Tagged("TIME_ON", time) +
+              Tagged("BAND", "20m") + Tagged("MODE", mode) + "<EOR>";
+    }
+  }
+  EXPECT_EQ(Import(Write("a.adi", text)).moved, 6);
+  const Texts before = Rows("Select DataQso,Modo from Log order by DataQso");
+  ASSERT_EQ(before.size(), 8u);
+  ExpectRoundTrip();
+  EXPECT_EQ(Rows("Select DataQso,Modo from Log order by DataQso"), before);
+}
+
 TEST_F(AdifExportTest, ContactsOfDecadesComeBackAsTheyWere) {
   MakeLog(directory.Path() / "Brenvo.mdb", Thoroughly(400, 100'000));
   ExpectRoundTrip();

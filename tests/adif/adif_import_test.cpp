@@ -1,5 +1,7 @@
 #include "adif/adif_import.h"
 
+#include <fmt/format.h>
+
 #include "core/maintenance.h"
 #include "tests/adif/adif_station.h"
 #include "tests/support/adif_samples.h"
@@ -33,7 +35,7 @@ struct Sampled {
 };
 
 TEST_F(AdifImportTest, EveryRecordOfEverySampleIsAccountedFor) {
-  const Sampled kSamples[] = {{"wsjtx.adi", "3 = 3 + 0 + 0"},    {"n1mm.adi", "3 = 2 + 1 + 0"},
+  const Sampled kSamples[] = {{"wsjtx.adi", "3 = 3 + 0 + 0"},    {"n1mm.adi", "3 = 3 + 0 + 0"},
                               {"lotw.adi", "2 = 2 + 0 + 0"},     {"eqsl.adi", "2 = 2 + 0 + 0"},
                               {"log4om.adi", "3 = 2 + 0 + 1"},   {"hrd.adi", "3 = 3 + 0 + 0"},
                               {"logger32.adi", "6 = 2 + 0 + 4"}, {"damaged.adi", "6 = 5 + 0 + 1"},
@@ -59,11 +61,12 @@ TEST_F(AdifImportTest, ADigitalProgramsRecordsFillTheLog) {
   EXPECT_THAT(Kept("K1ABC"), Contains("MY_GRIDSQUARE|JN65AA"));
 }
 
-TEST_F(AdifImportTest, AContestProgramsRepeatWithinAMinuteIsARepeat) {
+TEST_F(AdifImportTest, SecondsThatAFileTellsKeepItsContactsApart) {
   Import(Sample("n1mm.adi"));
   EXPECT_THAT(
       Rows("Select DataQso,Call,Banda,Modo,[Zona CQ] from Log order by QsoNr"),
-      ElementsAre("26/11/2022 00:01:03|DL5XYZ| 20 m|CW|14", "26/11/2022 00:01:41|K1TT| 40 m|CW|5"));
+      ElementsAre("26/11/2022 00:01:03|DL5XYZ| 20 m|CW|14", "26/11/2022 00:01:41|K1TT| 40 m|CW|5",
+                  "26/11/2022 00:01:55|K1TT| 40 m|CW|5"));
   EXPECT_THAT(Kept("DL5XYZ"), Contains("STX|1"));
 }
 
@@ -384,6 +387,78 @@ TEST_F(AdifImportTest, WithinAFileARepeatedContactIsFoundAtOnceAndFillsTheFirst)
               ElementsAre("  2 m|Paolo|Padova", " 20 m||"));
   EXPECT_THAT(Rows("Select QsoNr,Campo,Valore from LogAdif where Campo='IOTA'"),
               ElementsAre("1|IOTA|EU-025"));
+}
+
+// As a confirmation service has them: every mode in the same full minute.
+std::string ThreeModes(std::string_view time) {
+  std::string text;
+  for (const char* mode : {"HELL", "THRB", "OLIVIA"}) {
+    text += Record({{"CALL", "I1ABC"},
+                    {"QSO_DATE", "20010203"},
+                    {"TIME_ON", time},
+                    {"BAND", "20m"},
+                    {"MODE", mode}});
+  }
+  return text;
+}
+
+TEST_F(AdifImportTest, ThreeModesInOneMinuteAreThreeContacts) {
+  for (const auto& [time, seconds] : {std::pair("0234", 0), std::pair("023400", 0),
+                                      std::pair("023430", 30), std::pair("023458", 58)}) {
+    SCOPED_TRACE(time);
+    EmptyTheLog();
+    const auto file = Write("a.adi", ThreeModes(time));
+    const ImportPreview preview = Preview(file);
+    EXPECT_EQ(AdifStation::Told(preview.counts), "3 = 3 + 0 + 0");
+    EXPECT_EQ(preview.counts.moved, 2);
+    EXPECT_EQ(Import(file).moved, 2);
+    const auto at = [first = seconds](int further) {
+      return fmt::format("02:34:{:02}", (first + further) % 60);
+    };
+    EXPECT_THAT(Report, HasSubstr(fmt::format("Spostato, riga 2, I1ABC: alle {} c'è già un altro "
+                                              "modo, salvato alle {}\r\n\r\n",
+                                              at(0), at(1))));
+    EXPECT_THAT(Report, HasSubstr("Spostati nel minuto: 2\r\n"));
+    EXPECT_THAT(Rows("Select DataQso,Modo from Log order by QsoNr"),
+                ElementsAre("03/02/2001 " + at(0) + "|Hellschreiber",
+                            "03/02/2001 " + at(1) + "|THRB", "03/02/2001 " + at(2) + "|Olivia"));
+    EXPECT_EQ(AdifStation::Told(Preview(file).counts), "3 = 0 + 3 + 0");
+    EXPECT_EQ(AdifStation::Told(Import(file)), "3 = 0 + 3 + 0");
+  }
+}
+
+TEST_F(AdifImportTest, WhereEitherSideTellsNoSecondsTheModeDecides) {
+  Import(Write("a.adi", ThreeModes("0234")));
+  EXPECT_EQ(Import(Write("b.adi", ThreeModes("023417"))).fresh, 0) << "the log told none";
+  EmptyTheLog();
+  Import(Write("b.adi", ThreeModes("023417")));
+  EXPECT_EQ(Import(Write("a.adi", ThreeModes("0234"))).fresh, 0) << "the file tells none";
+  EXPECT_EQ(Import(Write("c.adi", ThreeModes("023440"))).fresh, 3) << "both tell them";
+}
+
+TEST_F(AdifImportTest, AContactThatWasSentOnIsFilledWhereItStands) {
+  Import(Write("a.adi", ThreeModes("0234")));
+  const auto file = Write("b.adi", Record({{"CALL", "I1ABC"},
+                                           {"QSO_DATE", "20010203"},
+                                           {"TIME_ON", "023412"},
+                                           {"BAND", "20m"},
+                                           {"MODE", "OLIVIA"},
+                                           {"NAME", "Mario"}}));
+  EXPECT_EQ(Import(file, {{}, true}).completed, 1);
+  EXPECT_THAT(Rows("Select Modo,Qra from Log order by QsoNr"),
+              ElementsAre("Hellschreiber|", "THRB|", "Olivia|Mario"));
+}
+
+TEST_F(AdifImportTest, AMinuteThatIsFullRefusesWhatComesInThePreviewAlready) {
+  std::string text;
+  for (int i = 0; i < 62; ++i) text += Contact({{"MODE", "MODO" + std::to_string(i)}});
+  const auto file = Write("a.adi", text);
+  const ImportPreview preview = Preview(file);
+  EXPECT_EQ(AdifStation::Told(preview.counts), "62 = 60 + 0 + 2");
+  EXPECT_EQ(preview.reasons,
+            (std::map<std::string, std::int64_t>{{"nel minuto non c'è più un secondo libero", 2}}));
+  EXPECT_EQ(AdifStation::Told(Import(file)), "62 = 60 + 0 + 2");
+  EXPECT_THAT(Report, HasSubstr("Riga 62: nel minuto non c'è più un secondo libero\r\n"));
 }
 
 TEST_F(AdifImportTest, BlanksBehindACallMakeNoOtherContact) {
