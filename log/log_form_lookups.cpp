@@ -50,7 +50,7 @@ void LogForm::OnCallChange() {
                     call, Str(date->Year())));
     Manager.SetText(manager->EOF_() ? std::string() : FieldText(*manager, "mgr"));
   }
-  if (Key("cmWorked").Down()) {
+  if (cmWorked.Down()) {
     for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
       if (matrix == nullptr) continue;
       matrix->CallQso.SetText(call);
@@ -111,7 +111,7 @@ void LogForm::OnLocatorChange() {
     PrevLocator = locator;
   }
   ShowStatus(4, fmt::format("Locator like '{}*'", Trim(Left(locator, 4))), "Square");
-  if (Key("cmWorked").Down()) {
+  if (cmWorked.Down()) {
     for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
       if (matrix == nullptr) continue;
       matrix->Locator.SetText(Trim(locator));
@@ -181,8 +181,8 @@ void LogForm::OnBandaChange() {
   PrevBanda = Banda.Text();
 }
 
-void LogForm::cmWorked() {
-  const bool down = Key("cmWorked").Down();
+void LogForm::WorkedPressed() {
+  const bool down = cmWorked.Down();
   session_.SaveSetting("Log", "LookupWorked", down ? "Y" : "N");
   if (!down) return;
   for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
@@ -193,8 +193,8 @@ void LogForm::cmWorked() {
   }
 }
 
-void LogForm::cmMappa() {
-  const bool down = Key("cmMappa").Down();
+void LogForm::MappaPressed() {
+  const bool down = cmMappa.Down();
   session_.SaveSetting("Log", "DisplayMappa", down ? "Y" : "N");
   if (down) ShowCountryMap(session_, Country.Text());
 }

@@ -33,22 +33,17 @@ class Area : public QPlainTextEdit {
     fixed.setPointSizeF(font().pointSizeF());
     setFont(fixed);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
-    field_.Edited = [this](const RichText::Edit& edit) { Apply(edit); };
-    field_.Recoloured = [this](std::size_t start, std::size_t length, Colour colour) {
-      Recolour(start, length, colour);
-    };
+    edited_ = context.Follow(field.Edited, [this](const RichText::Edit& edit) { Apply(edit); });
+    recoloured_ = context.Follow(field.Recoloured,
+                                 [this](std::size_t start, std::size_t length, Colour colour) {
+                                   Recolour(start, length, colour);
+                                 });
     Apply({0, 0, field_.Runs()});
   }
   // What the logic does to the text moves the field's own selection. What the operator sees
   // selected counts again when that is over.
   void TellShownSelection() {
     if (textCursor().hasSelection()) TellSelection();
-  }
-
-  ~Area() override {
-    if (!context_.Alive()) return;
-    field_.Edited = nullptr;
-    field_.Recoloured = nullptr;
   }
 
  protected:
@@ -158,6 +153,7 @@ class Area : public QPlainTextEdit {
 
   RichText& field_;
   ViewContext& context_;
+  Subscription edited_, recoloured_;
   std::vector<unsigned char> widths_;
   bool telling_ = true;
 };
