@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include "adif/adif_export.h"
-#include "adif/window_keys.h"
-#include "core/help_topics.h"
 #include "core/modules.h"
 #include "core/shared_windows.h"
 
@@ -20,10 +18,8 @@ constexpr std::string_view kSuggested = "Brenvo.adi";
 EsportaAdif::EsportaAdif(Session& session)
     : Window(session.Host(), "EsportaAdif", "Esporta ADIF", Twips(6000), Twips(2700)),
       session_(session) {
-  Contatti.SetCaption("Contatti da esportare");
-  SetUpKeys(session, *this,
-            {CmEsporta, "Sceglie il file e lo scrive", CmHelp, kHelpEsportaAdif, CmExit,
-             "Chiude la finestra senza esportare"});
+  DefaultCommand = &cmEsporta;
+  CancelCommand = &cmExit;
 }
 
 void EsportaAdif::Load() {
@@ -42,7 +38,7 @@ std::string EsportaAdif::Selection() const {
   return log->Selection;
 }
 
-void EsportaAdif::cmEsporta() {
+void EsportaAdif::Export() {
   const auto file = session_.Machine.PickNewFile(kTitle, kFiles, kSuggested);
   if (!file) return;
   std::optional<ExportCounts> counts;

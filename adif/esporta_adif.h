@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "core/help_topics.h"
 #include "core/session.h"
 #include "forms/choice_fields.h"
 #include "forms/command.h"
@@ -18,14 +19,25 @@ class EsportaAdif : public Window {
   void Unload() override;
 
   // The second is there while a log window is open.
-  OptionGroup Contatti{*this, "Contatti", {"Tutto il log", "La selezione della finestra Log"}};
-  Command CmEsporta{*this, "cmEsporta", "E&sporta", [this] { cmEsporta(); }};
-  Command CmHelp{*this, "cmHelp", "&Aiuto"};
-  Command CmExit{*this, "cmExit", "&Esci", [this] { Close(); }};
+  OptionGroup Contatti{*this,
+                       "Contatti",
+                       {"Tutto il log", "La selezione della finestra Log"},
+                       {.caption = "Contatti da esportare"}};
+  Command cmEsporta{*this,
+                    "cmEsporta",
+                    "E&sporta",
+                    {.tip = "Sceglie il file e lo scrive", .run = [this] { Export(); }}};
+  Command cmHelp{*this, "cmHelp", "&Aiuto", {.tip = "Aiuto", .shortcut = "F1", .run = [this] {
+                                               session_.Help(kHelpEsportaAdif);
+                                             }}};
+  Command cmExit{*this,
+                 "cmExit",
+                 "&Esci",
+                 {.tip = "Chiude la finestra senza esportare", .run = [this] { Close(); }}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   // Asks for the file and writes it.
-  void cmEsporta();
+  void Export();
 
  private:
   std::string Selection() const;

@@ -6,10 +6,8 @@
 #include <vector>
 
 #include "adif/kept_fields.h"
-#include "adif/window_keys.h"
 #include "base/number.h"
 #include "base/text.h"
-#include "core/help_topics.h"
 #include "core/modules.h"
 
 namespace brenvo {
@@ -67,41 +65,15 @@ bool HasPlaceForFields(Session& session) {
 ImportaAdif::ImportaAdif(Session& session)
     : Window(session.Host(), "ImportaAdif", "Importa ADIF", Twips(13500), Twips(8400)),
       session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {
-      {&File, "File"},
-      {&Letti, "Record letti"},
-      {&Nuovi, "Nuovi"},
-      {&Ripetuti, "Ripetuti"},
-      {&Rifiutati, "Rifiutati"},
-      {&Periodo, "Periodo"},
-      {&Bande, "Bande"},
-      {&Modi, "Modi"},
-      {&Motivi, "Motivi rifiuto"},
-      {&Avvisi, "Avvisi"},
-      {&Spostati, "Spostati nel minuto"},
-      {&Riparati, "Campi riparati"},
-      {&QslCartacea, "Qsl cartacea"},
-      {&QslLotw, "LoTW"},
-      {&QslEqsl, "eQSL"},
-      {&ContattiRipetuti, "Contatti ripetuti"},
-      {&Anteprima, "Primi record, come staranno nel log"},
-      {&Riparazioni, "Campi con una lunghezza sbagliata, letti lo stesso"}};
-  for (const auto& [field, caption] : captions) field->SetCaption(caption);
   for (TextField* field : {&File, &Letti, &Nuovi, &Ripetuti, &Rifiutati, &Periodo, &Bande, &Modi,
-                           &Motivi, &Avvisi, &Riparati}) {
+                           &Motivi, &Avvisi, &Spostati, &Riparati}) {
     field->ReadOnly = true;
   }
-  SetUpKeys(session, *this,
-            {CmImporta, "Importa i contatti nel log", CmHelp, kHelpImportaAdif, CmExit,
-             "Chiude la finestra senza importare"});
+  DefaultCommand = &cmImporta;
+  CancelCommand = &cmExit;
   for (CheckBox* box : {&QslCartacea, &QslLotw, &QslEqsl}) {
     box->OnChange = [this] { ShowFirstRecords(); };
-    box->OnHover = [this] { StatusBar1.SetPanel(1, "Conferme che valgono come Qsl ricevuta"); };
   }
-  ContattiRipetuti.OnHover = [this] {
-    StatusBar1.SetPanel(1,
-                        "Stesso nominativo, stessa banda, stesso minuto e modo di un Qso del log");
-  };
 }
 
 void ImportaAdif::Load() {
@@ -215,7 +187,7 @@ bool ImportaAdif::AgreesToDamage() {
                           preview_.counts.read - preview_.counts.refused));
 }
 
-void ImportaAdif::cmImporta() {
+void ImportaAdif::Import() {
   if (!AgreesToDamage()) return;
   session_.SaveSetting(kSection, "QslCartacea", QslCartacea.IsOn() ? "Y" : "N");
   session_.SaveSetting(kSection, "QslLotw", QslLotw.IsOn() ? "Y" : "N");

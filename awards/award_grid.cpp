@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::int64_t kRowsWhileLoading = 9999;
 constexpr int kMaxRow = std::numeric_limits<std::int16_t>::max();
-constexpr int kFlagRowHeight = 360;
+constexpr Twips kFlagRowHeight(360);
 constexpr int kFlagColumn = 3;
 
 struct AwardMap {
@@ -138,7 +138,7 @@ void AwardGrid::ShowHeadings() {
   for (int column = 0; column < member_.headingCount; ++column) {
     const AwardColumn& heading = member_.headings[static_cast<std::size_t>(column)];
     Spread1.SetCell(0, column, heading.heading);
-    if (heading.width >= 0) Spread1.SetColumnWidth(column, heading.width);
+    if (heading.width != kOwnSize) Spread1.SetColumnWidth(column, heading.width);
   }
 }
 

@@ -15,32 +15,32 @@ using enum EntryText;
 constexpr std::array<AwardMember, 8> kMembers = {{
     {"SField",      "Fields -",     "Locator<>''",    kAnd,
      "Field",      "Left(Locator,2)", "Left(Locator,2) as Field,QslRicevuta",  "Left(Locator,2),QslRicevuta", "",
-     " And left(Locator,2)= '", "'", {{{"Square"}, {"Qsl", 2000}}}, 2, 1, 1,
+     " And left(Locator,2)= '", "'", {{{"Square"}, {"Qsl", Twips(2000)}}}, 2, 1, 1,
      "Confermato", " confermati su", kNothing, "", "", {}},
 
     {"SSQuare",     "Square -",     "Locator<>''",    kAnd,
      "Square",     "Left(Locator,4)", "Left(Locator,4) as Square,QslRicevuta", "Left(Locator,4),QslRicevuta", "",
-     " And left(Locator,4)= '", "'", {{{"Square", 700}, {"Qsl", 1200}}}, 2, 1, 1,
+     " And left(Locator,4)= '", "'", {{{"Square", Twips(700)}, {"Qsl", Twips(1200)}}}, 2, 1, 1,
      "Confermato", " confermati su", kNothing, "", "", {}},
 
     {"SPrefissi",   "Prefissi -",   "Prefisso<>''",   kWhereOrAnd,
      "Prefisso",   "Prefisso",        "Prefisso,QslRicevuta,Country",          "Prefisso,QslRicevuta,Country", "Country",
-     " And Prefisso='",         "'", {{{"Prefisso", 700}, {"Country", 3000}, {"Qsl", 1200}}}, 3, 2, 2,
+     " And Prefisso='",         "'", {{{"Prefisso", Twips(700)}, {"Country", Twips(3000)}, {"Qsl", Twips(1200)}}}, 3, 2, 2,
      "Confermato", " confermati su", kCountryOfGroup, "", "", {.firstQslUnread = true}},
 
     {"SContinenti", "Continenti -", "Continente<>''", kWhereOrAnd,
      "Continente", "Continente",      "Continente,QslRicevuta",                "Continente,QslRicevuta", "",
-     " And Continente='",       "'", {{{"Continente", 1000}, {"Qsl", 1200}}}, 2, 1, 1,
+     " And Continente='",       "'", {{{"Continente", Twips(1000)}, {"Qsl", Twips(1200)}}}, 2, 1, 1,
      "Confermato", " confermati su", kNothing, "", "", {}},
 
     {"SZone",       "Zone -",       "[Zona CQ]<>0",   kWhereOrAnd,
      "Zona CQ",    "[Zona CQ]",       "[Zona CQ],QslRicevuta",                 "[Zona CQ],QslRicevuta", "",
-     " And [Zona CQ]=",         "",  {{{"Zona", 700}, {"Qsl", 1200}}}, 2, 1, 1,
+     " And [Zona CQ]=",         "",  {{{"Zona", Twips(700)}, {"Qsl", Twips(1200)}}}, 2, 1, 1,
      "Confermata", " confermate su", kNothing, "", "", {}},
 
     {"SCountry",    "Country -",    "Country<>''",    kWhereOrAnd,
      "Country",    "Country",         "Country,QslRicevuta",                   "Country,QslRicevuta", "",
-     " And Country='",          "'", {{{"Country", 750}, {"", 3000}, {"Qsl", 1200}, {"", 600}, {"", 0}}}, 5, 2, 3,
+     " And Country='",          "'", {{{"Country", Twips(750)}, {"", Twips(3000)}, {"Qsl", Twips(1200)}, {"", Twips(600)}, {"", Twips(0)}}}, 5, 2, 3,
      "Confermato", " confermati su", kCountryOfKey,
      "SELECT Country,Descrizione FROM Country ORDER BY Country", "",
      {.flags = true, .whiteWhenNot = true}},
@@ -48,14 +48,14 @@ constexpr std::array<AwardMember, 8> kMembers = {{
     // Grouped in the order of the list, which the index on Provincia has; the country comes last.
     {"SProvincie",  "Provincie -",  "Provincia<>''",  kAnd,
      "Provincia",  "Provincia",       "Country,Provincia,QslRicevuta",         "Provincia,QslRicevuta,Country", "Country",
-     " And Provincia='",        "'", {{{"Provincie", 900}, {"", 3000}, {"Qsl", 1200}}}, 3, 2, 2,
+     " And Provincia='",        "'", {{{"Provincie", Twips(900)}, {"", Twips(3000)}, {"Qsl", Twips(1200)}}}, 3, 2, 2,
      "Confermata", " confermate su", kProvinceOfKey,
      "SELECT Provincia,Descrizione FROM Provincie WHERE Country='", "' ORDER BY Provincia",
      {.whiteWhenNot = true}},
 
     {"SNote",       "Custom -",     "",               kNone,
      "Note",       "Note",            "Note,QslRicevuta",                      "Note,QslRicevuta", "",
-     "",                        "",  {{{"", 750}, {"", 3000}, {"Qsl", 1200}}}, 3, 2, 2,
+     "",                        "",  {{{"", Twips(750)}, {"", Twips(3000)}, {"Qsl", Twips(1200)}}}, 3, 2, 2,
      "Confermato", " confermati su", kSplitKey, "", "", {.staged = true}},
 }};
 // clang-format on

@@ -5,11 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "forms/grid.h"
+
 namespace brenvo {
 
 struct AwardColumn {
   std::string_view heading;
-  int width = -1;  // twips; negative leaves it to the screen
+  Twips width = kOwnSize;
 };
 
 enum class ConditionJoin {

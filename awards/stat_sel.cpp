@@ -30,55 +30,18 @@ std::string SelectedEntries(const ListField& list) {
 }  // namespace
 
 StatSel::StatSel(Session& session)
-    : Window(session.Host(), "StatSel", "Selezione statistiche", Twips(8400), Twips(6300)),
+    : SelectionWindow(session.Host(), "StatSel", "Selezione statistiche", Twips(8400), Twips(6300)),
       session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {
-      {&FrameDataQso, "Data Qso"},
-      {&DataQsoI, "Iniziale"},
-      {&DataQsoF, "Finale"},
-      {&Country, "Country"},
-      {&Banda, "Banda"},
-      {&Modo, "Modo"},
-      {&Propagazione, "Propagazione"},
-      {&FrameQsl, "Qsl"},
-      {&QslRicevuta, "Ricevuta"},
-      {&QslInviata, "Inviata"},
-      {&QslDaInviare, "Da inviare"},
-      {&Note, "Note"},
-      {&Elenca, "Elenca tutto"},
-  };
-  for (const auto& [field, caption] : captions) field->SetCaption(caption);
   Modo.Tag = "MULTI";
   OfferElenca(false);
   PopupTarget.SetVisible(false);
-
-  const struct {
-    Command& key;
-    std::string_view tip, shortcut;
-  } keys[] = {
-      {cmStat, "Conferma la selezione", ""},
-      {cmExit, "Chiude senza selezionare", ""},
-      {cmHelp, "Aiuto", "F1"},
-      {cmVerticale, "Stampa in verticale", ""},
-      {cmOrizzontale, "Stampa in orizzontale", ""},
-  };
-  for (const auto& [key, tip, shortcut] : keys) {
-    key.Tip = tip;
-    key.Shortcut = shortcut;
-    key.Icon = key.Name();
-    Toolbar1.Items.emplace_back(&key);
-  }
-  for (Command* layout : {&cmVerticale, &cmOrizzontale}) {
-    layout->Toggle = true;
-    layout->SetVisible(false);
-  }
-  cmOrizzontale.SetDown(true);
+  for (Command* layout : {&cmVerticale, &cmOrizzontale}) layout->SetVisible(false);
   DefaultCommand = &cmStat;
   CancelCommand = &cmExit;
-  HangInEvents();
+  HandleEvents();
 }
 
-void StatSel::HangInEvents() {
+void StatSel::HandleEvents() {
   Country.BackspaceClears = true;
   Country.OnLeave = [this] { OnCountryLeave(); };
   Note.OnDoubleClick = [this] { OnNotePick(); };
@@ -86,12 +49,6 @@ void StatSel::HangInEvents() {
     list->ContextMenu = &popup;
     list->OnContextMenu = [this, list] { PopupTarget.SetText(list->Name()); };
   }
-  const auto hint = [this](Field& field, std::string_view text) {
-    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
-  };
-  hint(Modo, "Bottone destro per attivare il popup menu");
-  hint(Note, "Doppio Click per l' help note");
-  hint(Panel3D1, "");
 }
 
 void StatSel::Load() {
@@ -191,9 +148,8 @@ void StatSel::Cancel() {
   Hide();
 }
 
-void StatSel::ChooseLayout(Command& chosen) {
-  cmVerticale.SetDown(&chosen == &cmVerticale);
-  cmOrizzontale.SetDown(&chosen == &cmOrizzontale);
+void StatSel::OfferLayouts() {
+  for (Command* layout : {&cmVerticale, &cmOrizzontale}) layout->SetVisible(true);
 }
 
 void StatSel::OnCountryLeave() {

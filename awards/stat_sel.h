@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/session.h"
+#include "core/shared_windows.h"
 #include "forms/choice_fields.h"
 #include "forms/command.h"
 #include "forms/list_field.h"
@@ -15,7 +16,7 @@ namespace brenvo {
 
 // The caller sets Tag to a mode word, shows the dialog modally, reads Tag, which is then "Cancel"
 // or the text of a WHERE clause (empty when no filter was set), and unloads the dialog.
-class StatSel : public Window {
+class StatSel : public SelectionWindow {
  public:
   explicit StatSel(Session& session);
 
@@ -23,23 +24,31 @@ class StatSel : public Window {
   void Activate() override;
   bool QueryUnload() override;
   void Unload() override;
+  bool ListsAll() const override { return Elenca.IsOn(); }
+  void OfferLayouts() override;
+  bool IsVertical() const override { return vertical_; }
 
-  Label FrameDataQso{*this, "FrameDataQso"};
-  MaskedField DataQsoI{*this, "DataQsoI", "##/##/####"};
-  MaskedField DataQsoF{*this, "DataQsoF", "##/##/####"};
-  ListField Country{*this, "Country", ListStyle::kCombo};
-  ListField Banda{*this, "Banda", ListStyle::kDropDown};
-  ListField Modo{*this, "Modo", ListStyle::kMulti};
-  ListField Propagazione{*this, "Propagazione", ListStyle::kMulti};
-  Label FrameQsl{*this, "FrameQsl"};
-  CheckBox QslRicevuta{*this, "QslRicevuta"};
-  CheckBox QslInviata{*this, "QslInviata"};
-  CheckBox QslDaInviare{*this, "QslDaInviare"};
-  TextField Note{*this, "Note"};
+  Label FrameDataQso{*this, "FrameDataQso", {.caption = "Data Qso"}};
+  MaskedField DataQsoI{*this, "DataQsoI", "##/##/####", {.caption = "Iniziale", .characters = 10}};
+  MaskedField DataQsoF{*this, "DataQsoF", "##/##/####", {.caption = "Finale", .characters = 10}};
+  ListField Country{*this, "Country", ListStyle::kCombo, {.caption = "Country", .characters = 22}};
+  ListField Banda{*this, "Banda", ListStyle::kDropDown, {.caption = "Banda", .characters = 9}};
+  ListField Modo{*this,
+                 "Modo",
+                 ListStyle::kMulti,
+                 {.caption = "Modo", .hint = "Bottone destro per attivare il popup menu"}};
+  ListField Propagazione{*this, "Propagazione", ListStyle::kMulti, {.caption = "Propagazione"}};
+  Label FrameQsl{*this, "FrameQsl", {.caption = "Qsl"}};
+  CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Ricevuta"}};
+  CheckBox QslInviata{*this, "QslInviata", {.caption = "Inviata"}};
+  CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Da inviare"}};
+  TextField Note{*this,
+                 "Note",
+                 {.caption = "Note", .hint = "Doppio Click per l' help note", .characters = 22}};
   // Every entry of the reference table, worked or not: offered by the mode words that know one.
-  CheckBox Elenca{*this, "Elenca"};
+  CheckBox Elenca{*this, "Elenca", {.caption = "Elenca tutto"}};
 
-  Panel Panel3D1{*this, "Panel3D1"};
+  Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   // "Modo" or "Propagazione": the list on which the right button was last pressed.
@@ -50,14 +59,25 @@ class StatSel : public Window {
                              [this] { SelectAll(false); }};
   Menu popup{*this, "popup", "", {&cmSelezionaTutto, &cmDeselezionaTutto}};
 
-  Command cmStat{*this, "cmStat", "Conferma", [this] { Confirm(); }};
-  Command cmExit{*this, "cmExit", "Esci", [this] { Cancel(); }};
-  Command cmHelp{*this, "cmHelp", "Aiuto"};
-  // The layout of a report, one of the two down. Hidden until a report shows them.
-  Command cmVerticale{*this, "cmVerticale", "Verticale", [this] { ChooseLayout(cmVerticale); }};
-  Command cmOrizzontale{*this, "cmOrizzontale", "Orizzontale",
-                        [this] { ChooseLayout(cmOrizzontale); }};
-  ToolBar Toolbar1{*this, "Toolbar1"};
+  Command cmStat{
+      *this, "cmStat", "Conferma", {.tip = "Conferma la selezione", .run = [this] { Confirm(); }}};
+  Command cmExit{
+      *this, "cmExit", "Esci", {.tip = "Chiude senza selezionare", .run = [this] { Cancel(); }}};
+  Command cmHelp{*this, "cmHelp", "Aiuto", {.tip = "Aiuto", .shortcut = "F1"}};
+  // The layout of a report, one of the two down. Hidden until a report offers them.
+  Command cmVerticale{*this,
+                      "cmVerticale",
+                      "Verticale",
+                      {.tip = "Stampa in verticale",
+                       .run = [this] { vertical_ = true; },
+                       .checked = [this] { return vertical_; }}};
+  Command cmOrizzontale{*this,
+                        "cmOrizzontale",
+                        "Orizzontale",
+                        {.tip = "Stampa in orizzontale",
+                         .run = [this] { vertical_ = false; },
+                         .checked = [this] { return !vertical_; }}};
+  ToolBar Toolbar1{*this, "Toolbar1", {&cmStat, &cmExit, &cmHelp, &cmVerticale, &cmOrizzontale}};
 
   // False, with a message, when the mode word wants a field that is empty.
   bool CheckSelection();
@@ -65,16 +85,16 @@ class StatSel : public Window {
   std::string BuildWhere() const;
 
  private:
-  void HangInEvents();
+  void HandleEvents();
   void OfferElenca(bool offered);
   void SelectAll(bool selected);
   void Confirm();
   void Cancel();
-  void ChooseLayout(Command& chosen);
   void OnCountryLeave();
   void OnNotePick();
 
   Session& session_;
+  bool vertical_ = false;
 };
 
 }  // namespace brenvo

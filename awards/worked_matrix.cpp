@@ -15,7 +15,7 @@
 namespace brenvo {
 namespace {
 
-constexpr int kLabelWidth = 2500, kHeadingHeight = 310;
+constexpr Twips kLabelWidth(2500), kHeadingHeight(310);
 
 constexpr MatrixKind kByBand = {
     .window = "Hrd",
@@ -26,7 +26,7 @@ constexpr MatrixKind kByBand = {
     .filterHead = " and Modo='",
     .unfiltered = "Misto",
     .corner = "Misto",
-    .columnWidth = 700,
+    .columnWidth = Twips(700),
     .centred = false,
     .gridHint = "Doppio click su una cella per visualizzare i Qso corrispondenti",
 };
@@ -39,7 +39,7 @@ constexpr MatrixKind kByMode = {
     .filterHead = " and banda='",
     .unfiltered = std::nullopt,
     .corner = "  2 m",
-    .columnWidth = 800,
+    .columnWidth = Twips(800),
     .centred = true,
     .gridHint =
         "Doppio click su una cella per visualizzare i Qso corrispondenti, bottone destro "
@@ -72,33 +72,22 @@ const MatrixKind& WorkedByMode() { return kByMode; }
 WorkedMatrix::WorkedMatrix(Session& session, const MatrixKind& kind)
     : MatrixWindow(session.Host(), std::string(kind.window), std::string(kind.caption),
                    Twips(12600), Twips(5250)),
-      Filter(*this, std::string(kind.filterField), ListStyle::kDropDown),
+      Filter(*this, std::string(kind.filterField), ListStyle::kDropDown,
+             {.caption = kind.filterField, .characters = 9}),
+      Grid1(*this, "Grid1", {.hint = kind.gridHint}),
       session_(session),
       kind_(kind) {
-  CallQso.SetCaption("Call");
   CallQso.Filter = UpperKey;
-  Locator.SetCaption("Locator");
   Locator.Filter = UpperKey;
   AutoSearch.SetVisible(false);
   AutoSearch.OnChange = [this] { Search(); };
-  Filter.SetCaption(kind.filterField);
   Filter.OnChange = [this] {
     FilterChosen();
     ForgetSearch();
     Search();
   };
-  cmSearch.Tip = "Attiva il controllo";
-  cmSearch.Icon = cmSearch.Name();
   DefaultCommand = &cmSearch;
-  Mappa.SetCaption("Display mappa");
   Grid1.OnDoubleClick = [this] { ShowCellInLog(); };
-
-  const auto hint = [this](Field& field, std::string_view text) {
-    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
-  };
-  hint(Grid1, kind.gridHint);
-  hint(cmSearch, "Attiva il controllo");
-  hint(SSPanel1, "");
 }
 
 void WorkedMatrix::Load() {

@@ -25,7 +25,7 @@ struct MatrixKind {
   std::string_view filterHead;   // of the condition that the list adds, before its text
   std::optional<std::string_view> unfiltered;  // the list's entry that adds none
   std::string_view corner;                     // the text of cell (0,0)
-  int columnWidth;                             // twips
+  Twips columnWidth;
   bool centred;
   std::string_view gridHint;
 };
@@ -44,11 +44,15 @@ class WorkedMatrix : public MatrixWindow {
 
   // The list that filters, under its own name: Modo by band, Banda by mode.
   ListField Filter;
-  Command cmSearch{*this, "cmSearch", "Cerca", [this] { Search(); }};
-  CheckBox Mappa{*this, "Mappa"};
+  Command cmSearch{
+      *this,
+      "cmSearch",
+      "Cerca",
+      {.tip = "Attiva il controllo", .run = [this] { Search(); }, .hint = "Attiva il controllo"}};
+  CheckBox Mappa{*this, "Mappa", {.caption = "Display mappa"}};
   Label Coordinate{*this, "Coordinate"};
-  CellGrid Grid1{*this, "Grid1"};
-  Panel SSPanel1{*this, "SSPanel1"};
+  CellGrid Grid1;
+  Panel SSPanel1{*this, "SSPanel1", {.hint = ""}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  protected:

@@ -53,7 +53,7 @@ class BatchTasks {
         "Log.ADI of all", Runs(),
         [&] {
           No();
-          log.Key("cmAllQso").Press();
+          log.cmAllQso.Press();
         },
         [&] {
           std::ofstream file(station_.directory.Path() / "hand.adi", std::ios::binary);
@@ -76,7 +76,7 @@ class BatchTasks {
               "SELECT Call,QrkDato,Banda,Modo,Note,DataQso,Frequenza,QslRicevuta FROM Log WHERE "
               "QslDaInviare<>0 OR (QslRicevuta<>0 AND QslInviata=0)");
     Compare(
-        "labels of all to send", Runs(), [&] { labels.cmPrint(); }, [&] { rows.ReadAll(); });
+        "labels of all to send", Runs(), [&] { labels.Print(); }, [&] { rows.ReadAll(); });
     station_.Close(labels);
   }
 
@@ -151,13 +151,13 @@ class BatchTasks {
         "cmAssegnaPrefissi, the first time", 1,
         [&] {
           Yes();
-          station_.frame->cmAssegnaPrefissi();
+          station_.frame->cmAssegnaPrefissi.Press();
         },
         byHand);
     Compare("cmAssegnaPrefissi, again", 1,
             [&] {
               Yes();
-              station_.frame->cmAssegnaPrefissi();
+              station_.frame->cmAssegnaPrefissi.Press();
             },
             {});
   }

@@ -144,7 +144,7 @@ void Run(const Figures& figures) {
   auto& contest = static_cast<ContestForm&>(*session.Windows.LoadNew("Contest"));
   Hand all(station.file, std::string("SELECT * FROM \"Contest Qso\"") + kWhere + " ORDER BY rowid");
   figures.Compare(
-      kContacts, "export", 20, [&] { contest.cmExport(); },
+      kContacts, "export", 20, [&] { contest.Export(); },
       [&] { multipliers.Count(all, {.call = 6, .locator = 9, .note = 13}); });
   if (figures.Wants("export") &&
       std::filesystem::file_size(session.File("I4ABC.txt")) < kContacts * 40) {

@@ -54,7 +54,7 @@ class Typing {
         station_(station),
         log_(station.Open<LogForm>("LogForm")),
         typed_(WhatIsTyped(station)) {
-    log_.Key("cmClear").Press();
+    log_.cmClear.Press();
     log_.Banda.SetText(kBand);
   }
 

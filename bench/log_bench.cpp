@@ -152,7 +152,7 @@ class LogTasks {
   void Grid() {
     if (!figures_.WantsAnyOf({"grid, opened and closed", "grid, a page further", "grid, any page"}))
       return;
-    Command& key = log_->Key("cmVista");
+    Command& key = log_->cmVista;
     const auto show = [&] {
       key.Press();
       static_cast<void>(log_->DataGrid1.Rows());
@@ -185,7 +185,7 @@ class LogTasks {
                  const std::string& where) {
     station_.machine.Host().InModal = [&](Window& dialog) {
       fill(static_cast<LogSearch&>(dialog));
-      static_cast<LogSearch&>(dialog).cmSearch();
+      static_cast<LogSearch&>(dialog).cmSearch.Press();
     };
     Samples program, hand;
     if (!figures_.Wants(task)) return;
@@ -226,7 +226,7 @@ class LogTasks {
         "search a word in the notes", [&](LogSearch& search) { search.Note.SetText("portatile"); },
         "Note LIKE '%portatile%'");
     Press("cmSearch");
-    if (log_->Key("cmSearch").Down()) Press("cmSearch");
+    if (log_->cmSearch.Down()) Press("cmSearch");
   }
 
   // A contact typed for each write, a minute later each time.

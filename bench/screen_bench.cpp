@@ -117,7 +117,7 @@ void Run(const Figures& figures, std::int64_t contacts) {
   LogForm& log = station.OpenLog();
   Samples key, leaving;
   for (const std::string& call : calls) {
-    station.Press(log.Key("cmClear"));
+    station.Press(log.cmClear);
     station.FocusOn("CallQso");
     for (const char each : call) {
       key.Measure([&] { station.Key(each, QString(QLatin1Char(each))); });
@@ -129,9 +129,9 @@ void Run(const Figures& figures, std::int64_t contacts) {
   tell("Tab out of the call, painted", leaving);
 
   Samples previous;
-  station.Press(log.Key("cmLast"));
+  station.Press(log.cmLast);
   for (int i = 0; i < kSteps; ++i) {
-    previous.Measure([&] { station.Press(log.Key("cmPrevious")); });
+    previous.Measure([&] { station.Press(log.cmPrevious); });
   }
   tell("the previous contact, painted", previous);
 }

@@ -75,19 +75,19 @@ void Run(const Figures& figures, std::int64_t contacts) {
   const auto openGrid = [](Session& session) {
     auto& log = static_cast<LogForm&>(*session.Windows.LoadNew("LogForm"));
     session.Windows.Show(log);
-    log.Key("cmVista").Press();
+    log.cmVista.Press();
     for (std::int64_t row = 1; row < log.DataGrid1.Rows(); row += 97) {
       for (int column = 0; column < log.DataGrid1.Columns(); ++column) {
         static_cast<void>(log.DataGrid1.Cell(row, column));
       }
     }
-    log.Key("cmVista").Press();
+    log.cmVista.Press();
   };
   memory("memory, log window and grid scrolled through", openGrid);
   memory("memory, Log.ADI of all too", [&](Session& session) {
     openGrid(session);
     static_cast<QuietPlatform&>(session.Machine).Messages().QueueAnswer(false);
-    static_cast<LogForm*>(session.CurrentLogForm)->Key("cmAllQso").Press();
+    static_cast<LogForm*>(session.CurrentLogForm)->cmAllQso.Press();
   });
 }
 

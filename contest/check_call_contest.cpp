@@ -11,21 +11,11 @@ namespace brenvo {
 CheckCallContest::CheckCallContest(Session& session)
     : Window(session.Host(), "CheckCallContest", "Check call", Twips(3600), Twips(1800)),
       session_(session) {
-  CallContest.SetCaption("Call");
   CallContest.Filter = UpperKey;
   Status.ReadOnly = true;
   DefaultCommand = &cmCheck;
   CancelCommand = &cmCancel;
-  cmCheck.OnClick = [this] { Check(); };
-  // It inserts nothing, whatever its hint says.
-  cmOk.OnClick = cmCancel.OnClick = [this] { Close(); };
-  const auto hint = [this](Field& field, std::string_view text) {
-    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
-  };
-  hint(cmCancel, "Chiude il check call");
-  hint(cmCheck, "Controlla call doppi");
-  hint(cmOk, "Inserisce il Call nel Contest");
-  hint(Panel3D1, "");
+
   Panel3D1.OnPointerDown = [this](Twips x, Twips y) {
     grabX_ = x;
     grabY_ = y;

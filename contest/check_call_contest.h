@@ -17,12 +17,16 @@ class CheckCallContest : public Window {
   void Load() override;
   void Unload() override;
 
-  TextField CallContest{*this, "CallContest"};
-  Command cmCheck{*this, "cmCheck", "Check"};
-  Command cmOk{*this, "cmOk", "Ok"};
-  Command cmCancel{*this, "cmCancel", "Cancel"};
-  TextField Status{*this, "Status"};
-  Panel Panel3D1{*this, "Panel3D1"};
+  TextField CallContest{*this, "CallContest", {.caption = "Call", .characters = 12}};
+  Command cmCheck{
+      *this, "cmCheck", "Check", {.run = [this] { Check(); }, .hint = "Controlla call doppi"}};
+  // It inserts nothing, whatever its hint says.
+  Command cmOk{
+      *this, "cmOk", "Ok", {.run = [this] { Close(); }, .hint = "Inserisce il Call nel Contest"}};
+  Command cmCancel{
+      *this, "cmCancel", "Cancel", {.run = [this] { Close(); }, .hint = "Chiude il check call"}};
+  TextField Status{*this, "Status", {.characters = 12}};
+  Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   // The contest that it answers for.

@@ -8,15 +8,12 @@
 #include "contest/contest_search.h"
 #include "contest/contest_sheets.h"
 #include "contest/export.h"
-#include "core/help_topics.h"
 #include "core/modules.h"
 #include "core/transaction.h"
 
 namespace brenvo {
 namespace {
 
-constexpr std::string_view kRecordCommands[] = {"cmNext", "cmPrevious", "cmUpdate", "cmDelete",
-                                                "cmQso"};
 constexpr std::string_view kLogoFile = "\\Logo.bmp";
 constexpr std::string_view kSignFile = "\\Sign.bmp";
 
@@ -70,88 +67,18 @@ void TryMove(Move move) {
 
 ContestForm::ContestForm(Session& session)
     : Window(session.Host(), "Contest", "Contest", Twips(11100), Twips(7800)), session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {{&DataContest, "Data"},
-                                                          {&Banda, "Banda"},
-                                                          {&NomeContest, "Descrizione"},
-                                                          {&Frequenza, "Frequenza"},
-                                                          {&Categoria, "Categoria"},
-                                                          {&Frame2, "Postazione"},
-                                                          {&Fisso, "Fisso"},
-                                                          {&Portatile, "Portatile"},
-                                                          {&Frame3, "Operatore"},
-                                                          {&Singolo, "Singolo"},
-                                                          {&Multi, "Multi"},
-                                                          {&Frame1, "Moltiplicatori"},
-                                                          {&Square, "Square"},
-                                                          {&Country, "Country"},
-                                                          {&Exch, "Exch"},
-                                                          {&CallContest, "Call"},
-                                                          {&Qra, "Qra"},
-                                                          {&Qth, "Qth"},
-                                                          {&Indirizzo, "Indirizzo"},
-                                                          {&Provincia, "Provincia"},
-                                                          {&SQTH, "Qth"},
-                                                          {&SProvincia, "Provincia"},
-                                                          {&Locator, "Locator"},
-                                                          {&Altezza, "Alt."},
-                                                          {&RTX, "RTX"},
-                                                          {&Antenna, "Antenna"},
-                                                          {&Potenza, "Potenza"},
-                                                          {&Note, "Note"},
-                                                          {&Panel3D1, "Dati contest"},
-                                                          {&Panel3D2, "Dati Brenvo"},
-                                                          {&Panel3D3, "Dati stazione"},
-                                                          {&Panel3D4, " Note"}};
-  for (const auto& [field, caption] : captions) field->SetCaption(caption);
   Fisso.JoinWith(Portatile);
   Singolo.JoinWith(Multi);
-  MakeToolbar();
-  HangInEvents();
+  HandleEvents();
 }
 
 ContestForm::~ContestForm() = default;
 
-void ContestForm::MakeToolbar() {
-  const auto run = [this](void (ContestForm::*action)()) {
-    return [this, action] { (this->*action)(); };
-  };
-  keys_.Add(
-      Toolbar1,
-      {{"cmInsert", "Inserisci", "Inserisce il contest", "F2", run(&ContestForm::ContestAdd)},
-       {"cmUpdate", "Aggiorna", "Aggiorna il contest", "F3", run(&ContestForm::ContestUpdate)},
-       {"cmDelete", "Cancella", "Cancella il contest e i suoi Qso", "F4",
-        run(&ContestForm::ContestDelete)},
-       {},
-       {"cmFirst", "Primo", "Primo contest", "Ctrl+Home", run(&ContestForm::cmFirst)},
-       {"cmPrevious", "Precedente", "Contest precedente", "PgUp", run(&ContestForm::cmPrevious)},
-       {"cmNext", "Successivo", "Contest successivo", "PgDown", run(&ContestForm::cmNext)},
-       {"cmLast", "Ultimo", "Ultimo contest", "Ctrl+End", run(&ContestForm::cmLast)},
-       {},
-       {"cmQso", "Qso", "Qso del contest", "F6", run(&ContestForm::cmQso)},
-       {"cmSearch", "Ricerca", "Ricerca un contest", "F8", run(&ContestForm::ContestFind)},
-       {"cmExport", "Esporta", "Scrive il file REG1TEST", "F9", run(&ContestForm::cmExport)},
-       {"cmClear", "Nuovo", "Svuota i campi per un nuovo contest", "F5",
-        run(&ContestForm::ContestClear)},
-       {"cmPrint", "Stampa", "Stampa i fogli del contest", "Ctrl+P", run(&ContestForm::cmPrint)},
-       {},
-       {"cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpContest); }},
-       {"cmExit", "Esci", "Chiude il contest", "", [this] { Close(); }}});
-  Key("cmClear").FocusAfter = &DataContest;
-}
-
-void ContestForm::HangInEvents() {
+void ContestForm::HandleEvents() {
   CallContest.Filter = UpperKey;
   Locator.Filter = UpperKey;
   Frequenza.Filter = NumericKey;
   Banda.OnChange = [this] { OnBandaChange(); };
-  const auto hint = [this](Field& field, std::string_view text) {
-    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
-  };
-  hint(Exch,
-       "Moltiplicatore definito di volta in volta (es. Provincia), da indicare nel campo note del "
-       "Qso [Exch=MI]");
-  hint(Frame1, "");
-  hint(Panel3D1, "");
 }
 
 void ContestForm::Load() {
@@ -159,7 +86,7 @@ void ContestForm::Load() {
   LoadBands(session_, Banda);
   Logo.SetPicture(session_.File(kLogoFile));
   Sign.SetPicture(session_.File(kSignFile));
-  cmLast();
+  GoToLast();
   session_.ContestOpen = true;
   changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
     if (change.table == ContactTable::kContestQso && change.Many()) ForgetRecordThatIsGone();
@@ -233,7 +160,7 @@ void ContestForm::ContestAdd() {
     contest.SetBookmark(contest.LastModified());
     shown_ = contest.GetBookmark();
   });
-  if (stored) ContestButtonsOn();
+  if (stored) recordCommands_ = true;
 }
 
 void ContestForm::ContestUpdate() {
@@ -244,7 +171,7 @@ void ContestForm::ContestUpdate() {
     ContestSave();
     session_.TbContest->Update();
   });
-  if (stored) ContestButtonsOn();
+  if (stored) recordCommands_ = true;
 }
 
 void ContestForm::ContestDelete() {
@@ -265,7 +192,7 @@ void ContestForm::ContestDelete() {
     session_.EndWith(failure, "Delete Qso");
   }
   shown_.reset();
-  cmNext();
+  GoToNext();
 }
 
 void ContestForm::ReturnToShownRecord() {
@@ -278,68 +205,60 @@ void ContestForm::ForgetRecordThatIsGone() {
   } catch (const DatabaseError& failure) {
     if (failure.Number != DatabaseError::kRecordDeleted) throw;
     shown_.reset();
-    ContestButtonsOff();
+    recordCommands_ = false;
   }
 }
 
-void ContestForm::cmFirst() {
+void ContestForm::GoToFirst() {
   Table& contest = *session_.TbContest;
   TryMove([&] { contest.MoveFirst(); });
   if (contest.BOF()) {
-    ContestButtonsOff();
+    recordCommands_ = false;
     ContestClear();
     return;
   }
   ContestDisplay();
-  ContestButtonsOn();
+  recordCommands_ = true;
 }
 
-void ContestForm::cmLast() {
+void ContestForm::GoToLast() {
   Table& contest = *session_.TbContest;
   TryMove([&] { contest.MoveLast(); });
   if (contest.EOF_()) {
     ContestClear();
-    ContestButtonsOff();
+    recordCommands_ = false;
     return;
   }
   ContestDisplay();
-  ContestButtonsOn();
+  recordCommands_ = true;
 }
 
-void ContestForm::cmNext() {
+void ContestForm::GoToNext() {
   Table& contest = *session_.TbContest;
   TryMove([&] { ReturnToShownRecord(); });
   TryMove([&] {
     if (contest.RecordCount() != 0) contest.MoveNext();
   });
   if (contest.EOF_() || contest.RecordCount() == 0) {
-    cmLast();
+    GoToLast();
     return;
   }
   ContestDisplay();
-  ContestButtonsOn();
+  recordCommands_ = true;
 }
 
-void ContestForm::cmPrevious() {
+void ContestForm::GoToPrevious() {
   Table& contest = *session_.TbContest;
   TryMove([&] { ReturnToShownRecord(); });
   TryMove([&] {
     if (contest.RecordCount() != 0) contest.MovePrevious();
   });
   if (contest.BOF() || contest.RecordCount() == 0) {
-    cmFirst();
+    GoToFirst();
     return;
   }
   ContestDisplay();
-  ContestButtonsOn();
-}
-
-void ContestForm::ContestButtonsOn() {
-  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(true);
-}
-
-void ContestForm::ContestButtonsOff() {
-  for (std::string_view name : kRecordCommands) Key(name).SetEnabled(false);
+  recordCommands_ = true;
 }
 
 void ContestForm::ContestClear() {
@@ -356,7 +275,7 @@ void ContestForm::ContestClear() {
   }
   Fisso.SetOn(true);
   Singolo.SetOn(true);
-  ContestButtonsOff();
+  recordCommands_ = false;
 }
 
 void ContestForm::OnBandaChange() {
@@ -401,10 +320,10 @@ void ContestForm::ContestFind() {
   session_.TbContest->Seek("=", {*date, band});
   if (session_.TbContest->NoMatch()) return;
   ContestDisplay();
-  ContestButtonsOn();
+  recordCommands_ = true;
 }
 
-void ContestForm::cmQso() {
+void ContestForm::OpenContacts() {
   session_.CurrentContest = {DataContest.Text(), Banda.Text(),   NomeContest.Text(), Locator.Text(),
                              Square.IsOn(),      Country.IsOn(), Exch.IsOn()};
   if (Window* contacts = session_.Windows.LoadNew("ContestQso")) session_.Windows.Show(*contacts);
@@ -436,13 +355,13 @@ ContestHeader ContestForm::ReadHeader() const {
   return header;
 }
 
-void ContestForm::cmExport() {
+void ContestForm::Export() {
   const BusyPointer busy(Host());
   WriteReg1Test(session_, ReadHeader(),
                 ReadContacts(session_.Db, DataContest.Text(), Banda.Text()));
 }
 
-void ContestForm::cmPrint() {
+void ContestForm::Print() {
   const BusyPointer busy(Host());
   const std::vector<Contact> contacts = ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
   std::optional<std::filesystem::path> sign = session_.File(kSignFile);

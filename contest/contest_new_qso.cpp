@@ -22,33 +22,13 @@ char32_t DigitsAndEnter(char32_t key) { return key == kEnter ? key : DigitsOnlyK
 ContestNewQso::ContestNewQso(Session& session)
     : Window(session.Host(), "ContestNewQso", "Contest - Nuovo Qso", Twips(7200), Twips(3900)),
       session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {{&CallQso, "Call"},
-                                                          {&QrkD, "Qrk dato"},
-                                                          {&ProgrD, "Progr. dato"},
-                                                          {&QrkR, "Qrk ricevuto"},
-                                                          {&ProgrR, "Progr. ricevuto"},
-                                                          {&Locator, "Locator"},
-                                                          {&Exc, "Exchange"},
-                                                          {&Note, "Note"},
-                                                          {&Giorno, "Giorno"},
-                                                          {&Qtr, "Qtr"},
-                                                          {&Modo, "Modo"},
-                                                          {&Qrb, "Qrb"},
-                                                          {&Qsl, "Qsl"},
-                                                          {&InLog, "In Log"}};
-  for (const auto& [field, caption] : captions) field->SetCaption(caption);
   Qrb.ReadOnly = true;
   Operation.SetVisible(false);
-  cmInsertR.Tip = "Inserisce il Qso e prepara il prossimo";
-  cmInsertR.FocusAfter = &CallQso;
-  cmInsertE.Tip = "Inserisce il Qso e chiude";
-  cmQtr.Tip = "Imposta l'ora attuale";
-  cmQtr.Shortcut = "F12";
-  HangInEvents();
+  HandleEvents();
   ChainEnter();
 }
 
-void ContestNewQso::HangInEvents() {
+void ContestNewQso::HandleEvents() {
   for (TextField* field : {&Giorno, &QrkD, &ProgrD, &QrkR, &ProgrR}) field->Filter = DigitsAndEnter;
   for (TextField* field : {&CallQso, &Locator, &Exc}) field->Filter = UpperKey;
   CallQso.OnLeave = [this] { OnCallLeave(); };
@@ -56,16 +36,17 @@ void ContestNewQso::HangInEvents() {
   ProgrR.OnFocus = [this] {
     if (IsEmptyField(CallQso.Text())) Host().MoveFocus(CallQso);
   };
-  cmQtr.OnClick = [this] { ShowTime(); };
-  cmInsertE.OnClick = [this] {
-    InsertQso();
-    Close();
-  };
-  cmInsertR.OnClick = [this] {
-    InsertQso();
-    Operation.SetText("I");
-    Prepare();
-  };
+}
+
+void ContestNewQso::InsertAndLeave() {
+  InsertQso();
+  Close();
+}
+
+void ContestNewQso::InsertAndStay() {
+  InsertQso();
+  Operation.SetText("I");
+  Prepare();
 }
 
 void ContestNewQso::ChainEnter() {

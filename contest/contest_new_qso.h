@@ -25,24 +25,35 @@ class ContestNewQso : public Window {
   void Activate() override;
   void Unload() override;
 
-  TextField CallQso{*this, "CallQso"};
-  TextField QrkD{*this, "QrkD"};
-  TextField QrkR{*this, "QrkR"};
-  TextField ProgrR{*this, "ProgrR"};
-  TextField Locator{*this, "Locator"};
-  TextField Exc{*this, "Exc"};
-  TextField Note{*this, "Note"};
-  TextField Giorno{*this, "Giorno"};
-  MaskedField Qtr{*this, "Qtr", "##:##"};
-  TextField ProgrD{*this, "ProgrD"};
-  TextField Modo{*this, "Modo"};
-  CheckBox Qsl{*this, "Qsl"};
-  CheckBox InLog{*this, "InLog"};
-  TextField Qrb{*this, "Qrb"};              // km
+  TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 12}};
+  TextField QrkD{*this, "QrkD", {.caption = "Qrk dato", .characters = 5}};
+  TextField QrkR{*this, "QrkR", {.caption = "Qrk ricevuto", .characters = 5}};
+  TextField ProgrR{*this, "ProgrR", {.caption = "Progr. ricevuto", .characters = 6}};
+  TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 9}};
+  TextField Exc{*this, "Exc", {.caption = "Exchange", .characters = 9}};
+  TextField Note{*this, "Note", {.caption = "Note", .characters = 20}};
+  TextField Giorno{*this, "Giorno", {.caption = "Giorno", .characters = 3}};
+  MaskedField Qtr{*this, "Qtr", "##:##", {.caption = "Qtr", .characters = 6}};
+  TextField ProgrD{*this, "ProgrD", {.caption = "Progr. dato", .characters = 6}};
+  TextField Modo{*this, "Modo", {.caption = "Modo", .characters = 6}};
+  CheckBox Qsl{*this, "Qsl", {.caption = "Qsl"}};
+  CheckBox InLog{*this, "InLog", {.caption = "In Log"}};
+  TextField Qrb{*this, "Qrb", {.caption = "Qrb", .characters = 7}};  // km
   TextField Operation{*this, "Operation"};  // "I" a new contact, "U" a change of the current row
-  Command cmInsertR{*this, "cmInsertR", "Inserisci e &resta"};
-  Command cmInsertE{*this, "cmInsertE", "&Inserisci ed esci"};
-  Command cmQtr{*this, "cmQtr", "Qtr"};
+  Command cmInsertR{*this,
+                    "cmInsertR",
+                    "Inserisci e &resta",
+                    {.tip = "Inserisce il Qso e prepara il prossimo",
+                     .run = [this] { InsertAndStay(); },
+                     .focusAfter = &CallQso}};
+  Command cmInsertE{*this,
+                    "cmInsertE",
+                    "&Inserisci ed esci",
+                    {.tip = "Inserisce il Qso e chiude", .run = [this] { InsertAndLeave(); }}};
+  Command cmQtr{*this,
+                "cmQtr",
+                "Qtr",
+                {.tip = "Imposta l'ora attuale", .shortcut = "F12", .run = [this] { ShowTime(); }}};
 
   // The rows of the log's own grid.
   DataSource* Data1 = nullptr;
@@ -62,8 +73,10 @@ class ContestNewQso : public Window {
     TextField* field;
   };
 
-  void HangInEvents();
+  void HandleEvents();
   void ChainEnter();
+  void InsertAndStay();
+  void InsertAndLeave();
   void Prepare();
   void PrepareNew();
   void ShowRow();

@@ -62,12 +62,7 @@ ContestQso::ContestQso(Session& session)
       Data1(session),
       session_(session),
       autoCall_(session, cmAutoCall) {
-  cmNew.OnClick = [this] { OpenEntry("I"); };
-  cmStatistiche.OnClick = [this] { OpenStatistics(); };
-  cmCheckCall.OnClick = [this] { OpenCheckCall(); };
-  cmAutoCall.OnClick = [this] { autoCall_.Press(); };
   QC.SetSource(&Data1);
-  QC.OnHover = [this] { StatusBar1.SetPanel(1, "Doppio click per aggiornare"); };
   QC.OnDoubleClick = [this] {
     if (Data1.AtEnd() || QC.Row() < 1 || QC.Row() > Data1.RowCount()) return;
     Data1.Rows()->SetBookmark(Data1.Rows()->BookmarkAt(QC.Row() - 1));
@@ -108,8 +103,8 @@ void ContestQso::SetUpGrid() {
   std::vector<DataGrid::ColumnOf> columns;
   for (const GridColumn& each : kColumns) {
     const auto at = std::find(names.begin(), names.end(), each.column);
-    columns.push_back(
-        {std::string(each.heading), static_cast<std::size_t>(at - names.begin()), -1, each.format});
+    columns.push_back({std::string(each.heading), static_cast<std::size_t>(at - names.begin()),
+                       kOwnSize, each.format});
   }
   QC.SetColumnsOf(std::move(columns));
 }

@@ -32,11 +32,11 @@ class ContestQso : public Window {
   void Unload() override;  // offers the transfer of marked contacts into the station's log
 
   ContactRows Data1;
-  DataGrid QC{*this, "QC"};
-  Command cmNew{*this, "cmNew", "&New Qso"};
-  Command cmStatistiche{*this, "cmStatistiche", "&Statistiche"};
-  Command cmCheckCall{*this, "cmCheckCall", "&Check call"};
-  Command cmAutoCall{*this, "cmAutoCall", "&Start call"};
+  DataGrid QC{*this, "QC", {.hint = "Doppio click per aggiornare"}};
+  Command cmNew{*this, "cmNew", "&New Qso", [this] { OpenEntry("I"); }};
+  Command cmStatistiche{*this, "cmStatistiche", "&Statistiche", [this] { OpenStatistics(); }};
+  Command cmCheckCall{*this, "cmCheckCall", "&Check call", [this] { OpenCheckCall(); }};
+  Command cmAutoCall{*this, "cmAutoCall", "&Start call", [this] { autoCall_.Press(); }};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  private:

@@ -6,7 +6,7 @@ namespace brenvo {
 namespace {
 
 // Twips: date, band, description.
-constexpr int kWidths[] = {1115, 780, 2730};
+constexpr Twips kWidths[] = {Twips(1115), Twips(780), Twips(2730)};
 
 }  // namespace
 
@@ -15,9 +15,6 @@ ContestSearch::ContestSearch(Session& session)
       Data1(session),
       session_(session) {
   Spread1.SetSource(&Data1);
-  Spread1.OnHover = [this] {
-    StatusBar1.SetPanel(1, "Doppio Click per richiamare i dati del contest");
-  };
   Spread1.OnDoubleClick = [this] {
     Tag = std::to_string(Spread1.Row());
     Hide();
@@ -29,7 +26,7 @@ void ContestSearch::Load() {
   Data1.RecordSource = "select * from Contest";
   Data1.Refresh();
   std::vector<DataGrid::ColumnOf> columns;
-  for (const int width : kWidths) {
+  for (const Twips width : kWidths) {
     const std::size_t at = columns.size();
     columns.push_back({Data1.Rows()->Columns().at(at), at, width, nullptr});
   }

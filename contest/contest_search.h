@@ -17,7 +17,7 @@ class ContestSearch : public Window {
   void Unload() override;
 
   DataSource Data1;
-  DataGrid Spread1{*this, "Spread1"};
+  DataGrid Spread1{*this, "Spread1", {.hint = "Doppio Click per richiamare i dati del contest"}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  private:

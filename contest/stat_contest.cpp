@@ -13,22 +13,11 @@ namespace brenvo {
 StatContest::StatContest(Session& session)
     : Window(session.Host(), "StatContest", "Statistiche Contest", Twips(4800), Twips(3900)),
       session_(session) {
-  const std::pair<TextField*, std::string_view> captions[] = {{&TotaleQso, "Totale Qso"},
-                                                              {&QrbTotale, "Qrb. totale"},
-                                                              {&NrSquare, "Square"},
-                                                              {&NrCountry, "Country"},
-                                                              {&NrExch, "Exchange"},
-                                                              {&PunteggioTotale, "Punt. totale"},
-                                                              {&MediaPunti, "Media Punti/Qso"},
-                                                              {&QrbMax, "Massimo Qrb"},
-                                                              {&QsoMaxQrb, "Qso Nr."}};
-  for (const auto& [field, caption] : captions) {
-    field->SetCaption(caption);
+  for (TextField* field : {&TotaleQso, &QrbTotale, &NrSquare, &NrCountry, &NrExch, &PunteggioTotale,
+                           &MediaPunti, &QrbMax, &QsoMaxQrb}) {
     field->ReadOnly = true;
   }
-  Frame1.SetCaption("Moltiplicatori");
   DefaultCommand = CancelCommand = &cmExit;
-  cmExit.OnClick = [this] { Close(); };
 }
 
 void StatContest::Load() {

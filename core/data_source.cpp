@@ -108,7 +108,7 @@ DataGrid::ColumnOf DataSource::GridColumn(
     throw DatabaseError(DatabaseError::kItemNotFound,
                         "Elemento non trovato: " + std::string(column));
   }
-  return {std::move(heading), field, -1, std::move(format)};
+  return {std::move(heading), field, kOwnSize, std::move(format)};
 }
 
 void DataSource::SetCell(std::size_t field, std::string_view text) {

@@ -19,24 +19,10 @@ std::string Contacts(const BackupCopy& copy) {
 RipristinaBackup::RipristinaBackup(Session& session)
     : Window(session.Host(), "RipristinaBackup", "Ripristina backup", Twips(7200), Twips(5400)),
       session_(session) {
-  LBCopie.SetCaption("Copie del database");
   LBCopie.PicksOnEnter = true;
-  cmRipristina.Icon = "cmUpdate";
-  cmRipristina.Tip = "Mette la copia scelta al posto del database";
-  cmRipristina.OnClick = [this] { Choose(); };
-  cmExit.Icon = "cmExit";
-  cmExit.Tip = "Chiude la finestra senza ripristinare";
-  cmExit.OnClick = [this] { Hide(); };
   LBCopie.OnDoubleClick = [this] { Choose(); };
   DefaultCommand = &cmRipristina;
   CancelCommand = &cmExit;
-  const std::pair<Field*, std::string_view> hints[] = {
-      {&LBCopie, "Doppio click per ripristinare la copia"},
-      {&cmRipristina, cmRipristina.Tip},
-      {&cmExit, cmExit.Tip}};
-  for (const auto& [field, text] : hints) {
-    field->OnHover = [this, text = std::string(text)] { StatusBar1.SetPanel(1, text); };
-  }
 }
 
 void RipristinaBackup::Load() {

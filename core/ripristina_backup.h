@@ -23,9 +23,23 @@ class RipristinaBackup : public Window {
 
   std::optional<BackupCopy> Chosen;
 
-  ListField LBCopie{*this, "LBCopie", ListStyle::kOpen};
-  Command cmRipristina{*this, "cmRipristina", "&Ripristina"};
-  Command cmExit{*this, "cmExit", "&Esci"};
+  ListField LBCopie{
+      *this,
+      "LBCopie",
+      ListStyle::kOpen,
+      {.caption = "Copie del database", .hint = "Doppio click per ripristinare la copia"}};
+  Command cmRipristina{*this,
+                       "cmRipristina",
+                       "&Ripristina",
+                       {.tip = "Mette la copia scelta al posto del database",
+                        .run = [this] { Choose(); },
+                        .hint = "Mette la copia scelta al posto del database"}};
+  Command cmExit{*this,
+                 "cmExit",
+                 "&Esci",
+                 {.tip = "Chiude la finestra senza ripristinare",
+                  .run = [this] { Hide(); },
+                  .hint = "Chiude la finestra senza ripristinare"}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  private:

@@ -22,11 +22,23 @@ class LogWindow : public Window {
 class MatrixWindow : public Window {
  public:
   using Window::Window;
-  TextField CallQso{*this, "CallQso"};
-  TextField Locator{*this, "Locator"};
+  TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 12}};
+  TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 9}};
   TextField AutoSearch{*this, "AutoSearch"};
   // Runs the search whatever AutoSearch held before.
   virtual void Search() = 0;
+};
+
+// The dialog in which the operator chooses contacts. The caller sets Tag to a mode word, shows it
+// modally, and reads Tag: "Cancel", or the text of a WHERE clause, empty for all contacts.
+class SelectionWindow : public Window {
+ public:
+  using Window::Window;
+  // Every entry of the reference table is wanted, worked or not.
+  virtual bool ListsAll() const = 0;
+  // Lets the operator choose a report's layout as well; then whether he chose the vertical one.
+  virtual void OfferLayouts() = 0;
+  virtual bool IsVertical() const = 0;
 };
 
 // A browser whose rows another window chooses.

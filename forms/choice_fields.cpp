@@ -4,8 +4,8 @@
 
 namespace brenvo {
 
-CheckBox::CheckBox(Window& window, std::string name, bool threeStates)
-    : Field(window, std::move(name)),
+CheckBox::CheckBox(Window& window, std::string name, const FieldFace& face, bool threeStates)
+    : Field(window, std::move(name), face),
       threeStates_(threeStates),
       state_(threeStates ? CheckState::kGrey : CheckState::kOff) {}
 
@@ -51,8 +51,9 @@ void OptionButton::Press() {
   Click();
 }
 
-OptionGroup::OptionGroup(Window& window, std::string name, std::vector<std::string> captions)
-    : Field(window, std::move(name)), captions_(std::move(captions)) {}
+OptionGroup::OptionGroup(Window& window, std::string name, std::vector<std::string> captions,
+                         const FieldFace& face)
+    : Field(window, std::move(name), face), captions_(std::move(captions)) {}
 
 void OptionGroup::SetIndex(int index) {
   if (index == index_ || index < 0 || index >= static_cast<int>(captions_.size())) return;
@@ -66,8 +67,9 @@ void OptionGroup::Press(int index) {
   Click();
 }
 
-Slider::Slider(Window& window, std::string name, int minimum, int maximum, int value)
-    : Field(window, std::move(name)), minimum_(minimum), maximum_(maximum), value_(value) {}
+Slider::Slider(Window& window, std::string name, int minimum, int maximum, int value,
+               const FieldFace& face)
+    : Field(window, std::move(name), face), minimum_(minimum), maximum_(maximum), value_(value) {}
 
 void Slider::SetMinimum(int minimum) {
   minimum_ = minimum;
@@ -90,8 +92,8 @@ void Slider::SetValue(int value) {
   Changed();
 }
 
-Gauge::Gauge(Window& window, std::string name, int minimum, int maximum)
-    : Field(window, std::move(name)), minimum_(minimum), maximum_(maximum), value_(minimum) {}
+Gauge::Gauge(Window& window, std::string name, int minimum, int maximum, const FieldFace& face)
+    : Field(window, std::move(name), face), minimum_(minimum), maximum_(maximum), value_(minimum) {}
 
 void Gauge::SetValue(int value) {
   if (value == value_) return;

@@ -12,7 +12,8 @@ enum class CheckState { kOff = 0, kOn = 1, kGrey = 2 };
 
 class CheckBox : public Field {
  public:
-  CheckBox(Window& window, std::string name, bool threeStates = false);
+  CheckBox(Window& window, std::string name, const FieldFace& face = {}, bool threeStates = false);
+  FieldKind Kind() override { return this; }
   bool ThreeStates() const { return threeStates_; }
   CheckState State() const { return state_; }
   bool IsOn() const { return state_ == CheckState::kOn; }
@@ -30,6 +31,7 @@ class CheckBox : public Field {
 class OptionButton : public Field {
  public:
   using Field::Field;
+  FieldKind Kind() override { return this; }
   void JoinWith(OptionButton& other);
   bool IsOn() const { return on_; }
   void SetOn(bool on);
@@ -44,7 +46,9 @@ class OptionButton : public Field {
 // An array of options under one name, the first one chosen to begin with.
 class OptionGroup : public Field {
  public:
-  OptionGroup(Window& window, std::string name, std::vector<std::string> captions);
+  OptionGroup(Window& window, std::string name, std::vector<std::string> captions,
+              const FieldFace& face = {});
+  FieldKind Kind() override { return this; }
   const std::vector<std::string>& Captions() const { return captions_; }
   int Index() const { return index_; }
   void SetIndex(int index);  // nothing where there is no such option
@@ -59,7 +63,9 @@ class OptionGroup : public Field {
 // A whole number between two limits. A limit that moves past the value takes it along.
 class Slider : public Field {
  public:
-  Slider(Window& window, std::string name, int minimum, int maximum, int value);
+  Slider(Window& window, std::string name, int minimum, int maximum, int value,
+         const FieldFace& face = {});
+  FieldKind Kind() override { return this; }
   int Minimum() const { return minimum_; }
   int Maximum() const { return maximum_; }
   int Value() const { return value_; }
@@ -74,7 +80,8 @@ class Slider : public Field {
 // A bar that shows a reading on a scale; readings beyond the scale show as its end.
 class Gauge : public Field {
  public:
-  Gauge(Window& window, std::string name, int minimum, int maximum);
+  Gauge(Window& window, std::string name, int minimum, int maximum, const FieldFace& face = {});
+  FieldKind Kind() override { return this; }
   int Minimum() const { return minimum_; }
   int Maximum() const { return maximum_; }
   int Value() const { return value_; }

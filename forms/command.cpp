@@ -1,13 +1,28 @@
 #include "forms/command.h"
 
+#include "forms/window.h"
+
 namespace brenvo {
 
 Command::Command(Window& window, std::string name, std::string caption,
                  std::function<void()> action)
-    : Field(window, std::move(name)) {
-  SetCaption(caption);
+    : Field(window, std::move(name), {.caption = caption}) {
   OnClick = std::move(action);
 }
+
+Command::Command(Window& window, std::string name, std::string caption, CommandTraits traits)
+    : Field(window, std::move(name), {.caption = caption, .hint = traits.hint}),
+      enabled_(std::move(traits.enabled)),
+      checked_(std::move(traits.checked)) {
+  OnClick = std::move(traits.run);
+  Toggle = traits.toggle || checked_;
+  Shortcut = traits.shortcut;
+  Tip = traits.tip;
+  FocusAfter = traits.focusAfter;
+  if (enabled_ || checked_) window.followers_.push_back(this);
+}
+
+bool Command::Enabled() const { return Field::Enabled() && (!enabled_ || enabled_()); }
 
 void Command::SetDown(bool down) {
   if (down_ == down) return;
@@ -17,8 +32,16 @@ void Command::SetDown(bool down) {
 
 void Command::Press() {
   if (!Enabled()) return;
-  if (Toggle) SetDown(!down_);
+  if (Toggle && !checked_) SetDown(!down_);
   Click();
+}
+
+void Command::Refresh() {
+  const bool enabled = Enabled(), down = Down();
+  if (enabled == shownEnabled_ && down == shownDown_) return;
+  shownEnabled_ = enabled;
+  shownDown_ = down;
+  ShowChanged();
 }
 
 void EntryArray::Clear() {
@@ -46,10 +69,9 @@ void EntryArray::Pick(int index) {
 }
 
 Menu::Menu(Window& window, std::string name, std::string caption, std::vector<MenuItem> items)
-    : Field(window, std::move(name)), Items(std::move(items)) {
-  SetCaption(caption);
-}
+    : Field(window, std::move(name), {.caption = caption}), Items(std::move(items)) {}
 
-ToolBar::ToolBar(Window& window, std::string name) : Field(window, std::move(name)) {}
+ToolBar::ToolBar(Window& window, std::string name, std::vector<MenuItem> items)
+    : Field(window, std::move(name)), Items(std::move(items)) {}
 
 }  // namespace brenvo

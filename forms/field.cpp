@@ -4,7 +4,12 @@
 
 namespace brenvo {
 
-Field::Field(Window& window, std::string name) : window_(window), name_(std::move(name)) {
+Field::Field(Window& window, std::string name, const FieldFace& face)
+    : window_(window),
+      name_(std::move(name)),
+      caption_(face.caption),
+      hint_(face.hint),
+      characters_(face.characters) {
   window_.fields_.push_back(this);
 }
 
@@ -30,7 +35,13 @@ void Field::SetCaption(std::string_view caption) {
 
 void Field::Focus() { Run(OnFocus); }
 void Field::Leave() { Run(OnLeave); }
-void Field::Hover() { Run(OnHover); }
+void Field::Hover() {
+  if (OnHover) {
+    OnHover();
+  } else if (hint_) {
+    window_.ShowHint(*hint_);
+  }
+}
 void Field::Click() { Run(OnClick); }
 void Field::DoubleClick() { Run(OnDoubleClick); }
 
@@ -44,7 +55,7 @@ void Field::Changed() {
   Run(OnChange);
 }
 
-void Field::ShowChanged() { Run(Shown); }
+void Field::ShowChanged() { Shown(); }
 
 void Field::Run(const std::function<void()>& handler) {
   if (handler) handler();

@@ -8,8 +8,8 @@ Colour Grid::BackColour(std::int64_t, int) { return kWhite; }
 std::string Grid::CellPicture(std::int64_t, int) { return {}; }
 CellAlignment Grid::Alignment(std::int64_t, int) { return CellAlignment::kLeft; }
 bool Grid::Bold(std::int64_t, int) { return false; }
-int Grid::ColumnWidth(int) { return -1; }
-int Grid::RowHeight(std::int64_t) { return -1; }
+Twips Grid::ColumnWidth(int) { return kOwnSize; }
+Twips Grid::RowHeight(std::int64_t) { return kOwnSize; }
 
 void Grid::SetCurrent(std::int64_t row, int column) {
   row_ = row;
@@ -78,14 +78,14 @@ bool CellGrid::Bold(std::int64_t row, int column) {
   return content != nullptr && content->bold;
 }
 
-int CellGrid::ColumnWidth(int column) {
+Twips CellGrid::ColumnWidth(int column) {
   const auto at = widths_.find(column);
-  return at == widths_.end() ? -1 : at->second;
+  return at == widths_.end() ? kOwnSize : at->second;
 }
 
-int CellGrid::RowHeight(std::int64_t row) {
+Twips CellGrid::RowHeight(std::int64_t row) {
   const auto at = heights_.find(row);
-  return at == heights_.end() ? -1 : at->second;
+  return at == heights_.end() ? kOwnSize : at->second;
 }
 
 void CellGrid::SetRows(std::int64_t rows) {
@@ -131,13 +131,13 @@ void CellGrid::SetBold(std::int64_t row, int column, bool bold) {
   ShowChanged();
 }
 
-void CellGrid::SetColumnWidth(int column, int twips) {
-  widths_[column] = twips;
+void CellGrid::SetColumnWidth(int column, Twips width) {
+  widths_[column] = width;
   ShowChanged();
 }
 
-void CellGrid::SetRowHeight(std::int64_t row, int twips) {
-  heights_[row] = twips;
+void CellGrid::SetRowHeight(std::int64_t row, Twips height) {
+  heights_[row] = height;
   ShowChanged();
 }
 
@@ -162,8 +162,9 @@ std::string DataGrid::Cell(std::int64_t row, int column) {
   return of.format ? of.format(text) : text;
 }
 
-int DataGrid::ColumnWidth(int column) {
-  return column < 0 || column >= Columns() ? -1 : columns_[static_cast<std::size_t>(column)].width;
+Twips DataGrid::ColumnWidth(int column) {
+  return column < 0 || column >= Columns() ? kOwnSize
+                                           : columns_[static_cast<std::size_t>(column)].width;
 }
 
 void DataGrid::EditCell(std::int64_t row, int column, std::string_view text) {

@@ -15,6 +15,9 @@ namespace brenvo {
 
 class Menu;
 
+// A column or row that the screen measures itself.
+constexpr Twips kOwnSize(-1);
+
 enum class CellAlignment { kLeft, kCentre, kRight };
 
 // Row 0 is the heading, column 0 the first column. What a screen needs to show any grid, and what
@@ -22,6 +25,7 @@ enum class CellAlignment { kLeft, kCentre, kRight };
 class Grid : public Field {
  public:
   using Field::Field;
+  FieldKind Kind() override { return this; }
   virtual std::int64_t Rows() = 0;  // heading included
   virtual int Columns() = 0;
   virtual std::string Cell(std::int64_t row, int column) = 0;
@@ -29,9 +33,9 @@ class Grid : public Field {
   virtual std::string CellPicture(std::int64_t row, int column);  // a file; empty for none
   virtual CellAlignment Alignment(std::int64_t row, int column);
   virtual bool Bold(std::int64_t row, int column);
-  // Twips; 0 hides a column, negative leaves it to the screen.
-  virtual int ColumnWidth(int column);
-  virtual int RowHeight(std::int64_t row);
+  // 0 hides a column, negative leaves it to the screen.
+  virtual Twips ColumnWidth(int column);
+  virtual Twips RowHeight(std::int64_t row);
 
   std::int64_t Row() const { return row_; }
   int Column() const { return column_; }
@@ -76,8 +80,8 @@ class CellGrid : public Grid {
   std::string CellPicture(std::int64_t row, int column) override;
   CellAlignment Alignment(std::int64_t row, int column) override;
   bool Bold(std::int64_t row, int column) override;
-  int ColumnWidth(int column) override;
-  int RowHeight(std::int64_t row) override;
+  Twips ColumnWidth(int column) override;
+  Twips RowHeight(std::int64_t row) override;
 
   void SetRows(std::int64_t rows);  // cells beyond are dropped
   void SetColumns(int columns);
@@ -87,8 +91,8 @@ class CellGrid : public Grid {
   void SetCellPicture(std::int64_t row, int column, std::string_view file);
   void SetAlignment(std::int64_t row, int column, CellAlignment alignment);
   void SetBold(std::int64_t row, int column, bool bold);
-  void SetColumnWidth(int column, int twips);
-  void SetRowHeight(std::int64_t row, int twips);
+  void SetColumnWidth(int column, Twips width);
+  void SetRowHeight(std::int64_t row, Twips height);
   void ClearRow(std::int64_t row);
 
  private:
@@ -104,8 +108,8 @@ class CellGrid : public Grid {
   std::int64_t rows_ = 0;
   int columns_ = 0;
   std::map<std::int64_t, std::vector<Content>> cells_;
-  std::map<int, int> widths_;
-  std::map<std::int64_t, int> heights_;
+  std::map<int, Twips> widths_;
+  std::map<std::int64_t, Twips> heights_;
 };
 
 // Rows that come from elsewhere, each fetched when it is shown.
@@ -119,16 +123,17 @@ class GridRows {
   virtual void DeleteRow(std::int64_t row) = 0;
 };
 
-// A grid over such rows: heading and field of each column are told, the rest is theirs.
+// A grid over such rows: it sets the heading and field of each column, the rest is theirs.
 class DataGrid : public Grid {
  public:
   struct ColumnOf {
     std::string heading;
-    std::size_t field = 0;                                  // column of the rows
-    int width = -1;                                         // twips
+    std::size_t field = 0;  // column of the rows
+    Twips width = kOwnSize;
     std::function<std::string(const std::string&)> format;  // of the text; may be empty
   };
   using Grid::Grid;
+  FieldKind Kind() override { return this; }
   void SetSource(GridRows* rows) { source_ = rows; }
   void SetColumnsOf(std::vector<ColumnOf> columns);
   const std::vector<ColumnOf>& ColumnsOf() const { return columns_; }
@@ -136,7 +141,7 @@ class DataGrid : public Grid {
   std::int64_t Rows() override;
   int Columns() override { return static_cast<int>(columns_.size()); }
   std::string Cell(std::int64_t row, int column) override;
-  int ColumnWidth(int column) override;
+  Twips ColumnWidth(int column) override;
 
   // Asked before; false leaves everything as it was.
   std::function<bool(std::int64_t row, int column, std::string& text)> OnBeforeEdit;

@@ -4,8 +4,8 @@
 
 namespace brenvo {
 
-ListField::ListField(Window& window, std::string name, ListStyle style)
-    : TextField(window, std::move(name)), style_(style) {
+ListField::ListField(Window& window, std::string name, ListStyle style, const FieldFace& face)
+    : TextField(window, std::move(name), face), style_(style) {
   ReadOnly = style != ListStyle::kCombo;
 }
 

@@ -21,7 +21,8 @@ enum class ListStyle {
 
 class ListField : public TextField {
  public:
-  ListField(Window& window, std::string name, ListStyle style);
+  ListField(Window& window, std::string name, ListStyle style, const FieldFace& face = {});
+  FieldKind Kind() override { return this; }
 
   ListStyle Style() const { return style_; }
   const std::vector<std::string>& Items() const { return items_; }

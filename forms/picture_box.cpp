@@ -10,7 +10,7 @@ void PictureBox::SetPicture(const std::filesystem::path& file) {
 
 void PictureBox::Draw(const Circle& circle) {
   circles_.push_back(circle);
-  if (Drawn) Drawn(circle);
+  Drawn(circle);
 }
 
 void PictureBox::SetTop(Twips top) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <vector>
 
 #include "base/units.h"
@@ -17,13 +16,15 @@ class PictureBox : public Field {
     Colour colour;
   };
   using Field::Field;
+  FieldKind Kind() override { return this; }
 
   const std::filesystem::path& Picture() const { return picture_; }
   // An empty name leaves a blank area; circles drawn so far go.
   void SetPicture(const std::filesystem::path& file);
   const std::vector<Circle>& Circles() const { return circles_; }
   void Draw(const Circle& circle);
-  std::function<void(const Circle&)> Drawn;
+  // For the screen: a circle has come.
+  Signal<const Circle&> Drawn;
 
   // Where the picture lies in its window.
   Twips Top() const { return top_; }

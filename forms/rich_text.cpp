@@ -72,7 +72,7 @@ void RichText::Select(std::size_t start, std::size_t length) {
 void RichText::SetSelColour(Colour colour) {
   std::fill_n(colours_.begin() + static_cast<std::ptrdiff_t>(selStart_), selLength_,
               PaletteIndex(colour));
-  if (Recoloured) Recoloured(selStart_, selLength_, colour);
+  Recoloured(selStart_, selLength_, colour);
   ShowChanged();
 }
 
@@ -93,7 +93,7 @@ void RichText::Erase(std::size_t start, std::size_t length) {
 void RichText::CutPlain(std::size_t length) {
   if (length < text_.size()) Erase(length, text_.size() - length);
   const unsigned char black = PaletteIndex(kBlack);
-  // The usual case, told at the speed of memory: all black.
+  // The usual case, seen at the speed of memory: all black.
   if (colours_.empty() || (colours_[0] == black &&
                            std::memcmp(&colours_[0], &colours_[0] + 1, colours_.size() - 1) == 0)) {
     Select(0, 0);
@@ -103,10 +103,8 @@ void RichText::CutPlain(std::size_t length) {
   const auto first = std::find_if(colours_.begin(), colours_.end(), coloured);
   const auto last = std::find_if(colours_.rbegin(), colours_.rend(), coloured).base();
   std::fill(first, last, black);
-  if (Recoloured) {
-    Recoloured(static_cast<std::size_t>(first - colours_.begin()),
-               static_cast<std::size_t>(last - first), kBlack);
-  }
+  Recoloured(static_cast<std::size_t>(first - colours_.begin()),
+             static_cast<std::size_t>(last - first), kBlack);
   ShowChanged();
   Select(0, 0);
 }
@@ -148,7 +146,7 @@ void RichText::Replace(std::size_t start, std::size_t length, std::u32string_vie
   }
   selStart_ = std::min(selStart_, text_.size());
   selLength_ = std::min(selLength_, text_.size() - selStart_);
-  if (Edited) {
+  if (Edited.IsHeard()) {
     Edit edit{start, length, {}};
     if (!text.empty()) edit.inserted.push_back({colour, FromCharacters(text)});
     Edited(edit);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +16,7 @@ class RichText : public Field {
  public:
   using Field::Field;
   static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+  FieldKind Kind() override { return this; }
   struct Run {
     Colour colour;
     std::string text;
@@ -52,8 +52,8 @@ class RichText : public Field {
     std::size_t start, removed;
     std::vector<Run> inserted;
   };
-  std::function<void(const Edit&)> Edited;
-  std::function<void(std::size_t start, std::size_t length, Colour)> Recoloured;
+  Signal<const Edit&> Edited;
+  Signal<std::size_t, std::size_t, Colour> Recoloured;  // start, length
 
  private:
   void Replace(std::size_t start, std::size_t length, std::u32string_view text, Colour colour);

@@ -1,9 +1,13 @@
 #include "forms/status_bar.h"
 
+#include "forms/window.h"
+
 namespace brenvo {
 
 StatusBar::StatusBar(Window& window, std::string name, int panels)
-    : Field(window, std::move(name)), panels_(static_cast<std::size_t>(panels)) {}
+    : Field(window, std::move(name)), panels_(static_cast<std::size_t>(panels)) {
+  if (window.status_ == nullptr) window.status_ = this;
+}
 
 const std::string& StatusBar::Panel(int number) const {
   return panels_.at(static_cast<std::size_t>(number - 1)).text;
@@ -16,12 +20,12 @@ void StatusBar::SetPanel(int number, std::string_view text) {
   ShowChanged();
 }
 
-int StatusBar::MinimumWidth(int number) const {
+Twips StatusBar::MinimumWidth(int number) const {
   return panels_.at(static_cast<std::size_t>(number - 1)).minimumWidth;
 }
 
-void StatusBar::SetMinimumWidth(int number, int twips) {
-  panels_.at(static_cast<std::size_t>(number - 1)).minimumWidth = twips;
+void StatusBar::SetMinimumWidth(int number, Twips width) {
+  panels_.at(static_cast<std::size_t>(number - 1)).minimumWidth = width;
   ShowChanged();
 }
 

@@ -13,17 +13,18 @@ namespace brenvo {
 class StatusBar : public Field {
  public:
   StatusBar(Window& window, std::string name, int panels);
+  FieldKind Kind() override { return this; }
   int Panels() const { return static_cast<int>(panels_.size()); }
   const std::string& Panel(int number) const;
   void SetPanel(int number, std::string_view text);
-  // Twips; 0 for as much as the text wants.
-  int MinimumWidth(int number) const;
-  void SetMinimumWidth(int number, int twips);
+  // 0 for as much as the text wants.
+  Twips MinimumWidth(int number) const;
+  void SetMinimumWidth(int number, Twips width);
 
  private:
   struct PanelState {
     std::string text;
-    int minimumWidth = 0;
+    Twips minimumWidth;
   };
   std::vector<PanelState> panels_;
 };

@@ -17,6 +17,7 @@ class TabStrip : public OptionGroup {
     std::vector<Field*> fields;  // that stand on the panel, in the order of the keyboard
   };
   TabStrip(Window& window, std::string name, std::vector<std::string> captions);
+  FieldKind Kind() override { return this; }
   // What stands on the tab counted from 0.
   void SetPage(int index, Panel& panel, std::vector<Field*> fields);
   const std::vector<Page>& Pages() const { return pages_; }

@@ -75,8 +75,8 @@ std::string TextField::FilterText(std::string_view text) const {
   return FromCharacters(passed);
 }
 
-MaskedField::MaskedField(Window& window, std::string name, std::string mask)
-    : TextField(window, std::move(name)), mask_(std::move(mask)) {}
+MaskedField::MaskedField(Window& window, std::string name, std::string mask, const FieldFace& face)
+    : TextField(window, std::move(name), face), mask_(std::move(mask)) {}
 
 void MaskedField::SetMask(std::string_view mask) {
   mask_ = mask;
@@ -124,7 +124,5 @@ void MaskedField::TypeKey(char32_t key) {
   SetText(text);
   Select(start, 0);
 }
-
-DatePicker::DatePicker(Window& window, std::string name) : TextField(window, std::move(name)) {}
 
 }  // namespace brenvo

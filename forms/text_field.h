@@ -15,6 +15,7 @@ using KeyFilter = std::function<char32_t(char32_t)>;
 class TextField : public Field {
  public:
   using Field::Field;
+  FieldKind Kind() override { return this; }
 
   const std::string& Text() const { return text_; }
   void SetText(std::string_view text);
@@ -57,7 +58,8 @@ class TextField : public Field {
 // The text is read with its mask.
 class MaskedField : public TextField {
  public:
-  MaskedField(Window& window, std::string name, std::string mask);
+  MaskedField(Window& window, std::string name, std::string mask, const FieldFace& face = {});
+  FieldKind Kind() override { return this; }
   void SetMask(std::string_view mask);
   // The text without any digit: "__:__".
   std::string EmptyText() const;
@@ -70,7 +72,8 @@ class MaskedField : public TextField {
 // A date, always one: dd/mm/yyyy.
 class DatePicker : public TextField {
  public:
-  DatePicker(Window& window, std::string name);
+  using TextField::TextField;
+  FieldKind Kind() override { return this; }
 };
 
 }  // namespace brenvo

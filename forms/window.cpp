@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "forms/field_visit.h"
 #include "forms/window_list.h"
 
 namespace brenvo {
@@ -20,12 +21,12 @@ Window::~Window() = default;
 void Window::SetCaption(std::string_view caption) {
   if (caption_ == caption) return;
   caption_ = caption;
-  if (Shown) Shown();
+  Shown();
 }
 
 bool Window::Place(const Bounds& bounds) {
   const bool resized = bounds.width != bounds_.width || bounds.height != bounds_.height;
-  // Without a screen the frame takes nothing of the inside; a screen tells the true inner size.
+  // Without a screen the frame takes nothing of the inside; a screen reports the true inner size.
   scaleWidth_ = scaleWidth_ + (bounds.width - bounds_.width);
   scaleHeight_ = scaleHeight_ + (bounds.height - bounds_.height);
   bounds_ = bounds;
@@ -35,7 +36,7 @@ bool Window::Place(const Bounds& bounds) {
 void Window::Move(const Bounds& bounds) {
   if (bounds == bounds_) return;
   const bool resized = Place(bounds);
-  if (Shown) Shown();
+  Shown();
   if (resized && Loaded()) Resize();
 }
 
@@ -61,6 +62,14 @@ void Window::Hide() {
 
 bool Window::Close() { return list_ == nullptr || list_->Unload(*this); }
 
+void Window::ShowHint(std::string_view text) {
+  if (status_ != nullptr) status_->SetPanel(1, text);
+}
+
+void Window::RefreshCommands() {
+  for (Command* command : followers_) command->Refresh();
+}
+
 Field* Window::FindField(std::string_view name) const {
   const auto at = std::find_if(fields_.begin(), fields_.end(),
                                [&](Field* field) { return SameText(field->Name(), name); });
@@ -68,7 +77,8 @@ Field* Window::FindField(std::string_view name) const {
 }
 
 Command* Window::FindCommand(std::string_view name) const {
-  return dynamic_cast<Command*>(FindField(name));
+  Field* const field = FindField(name);
+  return field == nullptr ? nullptr : FieldAs<Command>(*field);
 }
 
 }  // namespace brenvo

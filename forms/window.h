@@ -13,6 +13,7 @@
 
 namespace brenvo {
 
+class StatusBar;
 class WindowList;
 
 enum class WindowState { kNormal, kMinimised, kMaximised };
@@ -56,7 +57,7 @@ class Window {
   WindowState State() const { return state_; }
   // The logic's: the screen follows; Resize runs when the size changes.
   void Move(const Bounds& bounds);
-  // The operator's, told by the screen.
+  // The operator's, reported by the screen.
   void Moved(const Bounds& bounds, WindowState state);
   // Inner size: the frame without its border, caption and menu.
   Twips ScaleWidth() const { return scaleWidth_; }
@@ -71,15 +72,24 @@ class Window {
   bool Close();
 
   const std::vector<Field*>& Fields() const { return fields_; }
-  // Without regard to case; nullptr when there is none.
+  // For who knows a field by its name only: scripts, layouts, tests. Without regard to case;
+  // nullptr when there is none.
   Field* FindField(std::string_view name) const;
   Command* FindCommand(std::string_view name) const;
 
+  // The first of its status bars, null for none; hints stand in its first panel.
+  StatusBar* Status() const { return status_; }
+  void ShowHint(std::string_view text);
+  // Lets the screen see what its commands' functions have come to say.
+  void RefreshCommands();
+
   // For the screen: caption or place have changed by the logic.
-  std::function<void()> Shown;
+  Signal<> Shown;
 
  private:
+  friend class Command;
   friend class Field;
+  friend class StatusBar;
   friend class WindowList;
   // Keeps a new place; true when the size has changed.
   bool Place(const Bounds& bounds);
@@ -90,6 +100,8 @@ class Window {
   Twips scaleWidth_, scaleHeight_;
   WindowState state_ = WindowState::kNormal;
   std::vector<Field*> fields_;
+  std::vector<Command*> followers_;  // commands whose state follows from functions
+  StatusBar* status_ = nullptr;
   WindowList* list_ = nullptr;
   bool visible_ = false;
 };

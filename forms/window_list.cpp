@@ -100,6 +100,8 @@ void WindowList::ShowModal(Window& window) {
   {
     const Wait wait(waiting_, window);
     window.Activate();
+    // What the event in work has changed so far is seen behind the dialog.
+    for (Window* each : loaded_) each->RefreshCommands();
     if (window.Visible()) host_.ShowModal(window);
   }
   // What stood in front before comes to the front again.
@@ -186,6 +188,7 @@ void WindowList::RunEvent(const std::function<void()>& event) {
       host_.ReportFailure(failure.what());
     }
   }
+  for (Window* window : loaded_) window->RefreshCommands();
   BuryUnloaded();
 }
 

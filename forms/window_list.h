@@ -57,7 +57,7 @@ class WindowList {
   Window* FindInstance(std::string_view instanceName) const;
   bool IsLoaded(const Window* window) const;
 
-  // Runs an event: what it throws is told to the operator, and ends nothing but the event.
+  // Runs an event: what it throws is reported to the operator, and ends nothing but the event.
   // ProgramEnded passes.
   void RunEvent(const std::function<void()>& event);
 

@@ -77,8 +77,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       station.Event([&] {
         labels->DatiQso.SetState(CheckState::kOn);
         labels->DatiStazione.SetState(CheckState::kOn);
-        labels->CmPrint.Press();
-        labels->CmUpdate.Press();
+        labels->cmPrint.Press();
+        labels->cmUpdate.Press();
       });
     }
   }

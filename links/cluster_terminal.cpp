@@ -32,7 +32,6 @@ ClusterTerminal::ClusterTerminal(Session& session, std::string name, std::string
       engine_(policy, Received, {Banda, cmAutoSpelling, cmAutoCheck, cmMDX, cmMAnnounce, cmMTutto},
               Outside()),
       annuncioDX_(session.Machine.MakeWavePlayer()) {
-  Sended.SetCaption("Invio");
   cmAutoSpelling.Toggle = cmAutoCheck.Toggle = true;
   MenuBar = {&S70, &S54, &MB};
   CMI.Add("-");

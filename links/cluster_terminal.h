@@ -20,7 +20,7 @@ namespace brenvo {
 class ClusterTerminal : public Window {
  public:
   RichText Received{*this, "Received"};
-  TextField Sended{*this, "Sended"};
+  TextField Sended{*this, "Sended", {.caption = "Invio"}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   Command cmConnect{*this, "cmConnect", "Connect", [this] { Connect(); }};

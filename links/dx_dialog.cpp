@@ -7,9 +7,6 @@ namespace brenvo {
 
 DxDialog::DxDialog(Session& session)
     : Window(session.Host(), "DX", "DX announcement", Twips(4500), Twips(2400)) {
-  Frequenza.SetCaption("Frequenza");
-  CallQso.SetCaption("Call");
-  Note.SetCaption("Note");
   Frequenza.Filter = NumericKey;
   CallQso.Filter = UpperKey;
   DefaultCommand = &cmInvia;

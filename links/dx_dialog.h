@@ -14,9 +14,9 @@ class DxDialog : public Window {
  public:
   explicit DxDialog(Session& session);
 
-  TextField Frequenza{*this, "Frequenza"};
-  TextField CallQso{*this, "CallQso"};
-  TextField Note{*this, "Note"};
+  TextField Frequenza{*this, "Frequenza", {.caption = "Frequenza", .characters = 12}};
+  TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 12}};
+  TextField Note{*this, "Note", {.caption = "Note", .characters = 24}};
   Command cmInvia{*this, "cmInvia", "Invia", [this] { Finish(); }};
   Command cmCancel{*this, "cmCancel", "Cancel", [this] { Cancel(); }};
 

@@ -25,9 +25,6 @@ FT736::FT736(Session& session)
       session_(session),
       msComm1_(session.Machine.MakeSerialPort()),
       timer1_(session.Machine.MakeTimer()) {
-  Frequenza.SetCaption("Frequenza (kHz)");
-  SliderFrequenza.SetCaption("Sintonia");
-  SMeter.SetCaption("S-meter");
   for (Field* field : {static_cast<Field*>(&DFrequenza), static_cast<Field*>(&SMeter),
                        static_cast<Field*>(&Frequenza)}) {
     field->SetVisible(false);

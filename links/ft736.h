@@ -30,12 +30,16 @@ class FT736 : public Window {
 
   Panel Picture1{*this, "Picture1"};
   Command Accensione{*this, "Accensione", "ON", [this] { PowerKey(); }};
-  Label DVFO{*this, "DVFO"};
-  Label DFrequenza{*this, "DFrequenza"};    // kHz; its change sends the frequency
-  TextField Frequenza{*this, "Frequenza"};  // kHz, shown while it is typed
-  Label DModo{*this, "DModo"};
-  Gauge SMeter{*this, "SMeter", 20, 175};
-  Slider SliderFrequenza{*this, "SliderFrequenza", 500000, 502500, 500001};  // units of 100 Hz
+  Label DVFO{*this, "DVFO", {.characters = 8}};
+  Label DFrequenza{*this, "DFrequenza", {.characters = 12}};  // kHz; its change sends the frequency
+  TextField Frequenza{
+      *this,
+      "Frequenza",
+      {.caption = "Frequenza (kHz)", .characters = 12}};  // kHz, shown while it is typed
+  Label DModo{*this, "DModo", {.characters = 6}};
+  Gauge SMeter{*this, "SMeter", 20, 175, {.caption = "S-meter"}};
+  Slider SliderFrequenza{*this,  "SliderFrequenza",      500000, 502500,
+                         500001, {.caption = "Sintonia"}};  // units of 100 Hz
   Command cmVFOA{*this, "cmVFOA", "VFO-A", [this] { SwitchTo("VFO-A"); }};
   Command cmVFOB{*this, "cmVFOB", "VFO-B", [this] { SwitchTo("VFO-B"); }};
   Command cmUSB{*this, "cmUSB", "USB", [this] { SetMode("USB"); }};

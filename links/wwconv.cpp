@@ -20,7 +20,6 @@ WWConv::WWConv(Session& session)
     : Window(session.Host(), "WWConv", "WWConv (telnet)", Twips(9000), Twips(6000)),
       session_(session),
       winsock1_(session.Machine.MakeTcpClient("WWConv")) {
-  Sended.SetCaption("Invio");
   MenuBar = {&cmCM, &CMO};
   CMI.Add("-");
   cmMessaggiPersonali.Toggle = true;

@@ -26,7 +26,7 @@ class WWConv : public Window {
 
   RichText Received{*this, "Received"};
   RichText ReceivedPersonal{*this, "ReceivedPersonal"};
-  TextField Sended{*this, "Sended"};
+  TextField Sended{*this, "Sended", {.caption = "Invio"}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   EntryArray CMI{*this, "CMI"};

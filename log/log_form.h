@@ -8,6 +8,7 @@
 #include <string>
 
 #include "core/data_source.h"
+#include "core/help_topics.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
 #include "forms/choice_fields.h"
@@ -16,7 +17,6 @@
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
-#include "forms/tool_keys.h"
 
 namespace brenvo {
 
@@ -31,61 +31,194 @@ class LogForm : public LogWindow {
 
   // The contact. Each field maps to the column of Log of the same name, CallQso to Call, and
   // DataQso with Qtr to DataQso.
-  TextField CallQso{*this, "CallQso"};
-  ListField Banda{*this, "Banda", ListStyle::kDropDown};
-  TextField Frequenza{*this, "Frequenza"};
-  ListField Modo{*this, "Modo", ListStyle::kDropDown};
-  TextField QrkDato{*this, "QrkDato"};
-  TextField QrkRicevuto{*this, "QrkRicevuto"};
-  TextField Locator{*this, "Locator"};
-  TextField Qra{*this, "Qra"};
-  TextField Qth{*this, "Qth"};
-  TextField Note{*this, "Note"};
-  DatePicker DataQso{*this, "DataQso"};
-  MaskedField Qtr{*this, "Qtr", "##:##"};
-  TextField Prefisso{*this, "Prefisso"};
-  TextField ZonaCQ{*this, "ZonaCQ"};
-  TextField ZonaITU{*this, "ZonaITU"};
-  TextField Continente{*this, "Continente"};
-  ListField Country{*this, "Country", ListStyle::kCombo};
-  ListField Provincia{*this, "Provincia", ListStyle::kCombo};
-  TextField Manager{*this, "Manager"};
-  TextField Potenza{*this, "Potenza"};
-  ListField Propagazione{*this, "Propagazione", ListStyle::kDropDown};
-  CheckBox QslDaInviare{*this, "QslDaInviare"};
-  CheckBox QslRicevuta{*this, "QslRicevuta"};
-  CheckBox QslInviata{*this, "QslInviata"};
-  TextField QsoNr{*this, "QsoNr"};          // of the record on screen, kept across cmClear
-  TextField QsoTotali{*this, "QsoTotali"};  // rows of DsLog
-  TextField Qrb{*this, "Qrb"};              // km
+  TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 14}};
+  ListField Banda{*this, "Banda", ListStyle::kDropDown, {.caption = "Banda", .characters = 8}};
+  TextField Frequenza{*this, "Frequenza", {.caption = "Frequenza", .characters = 11}};
+  ListField Modo{*this, "Modo", ListStyle::kDropDown, {.caption = "Modo", .characters = 9}};
+  TextField QrkDato{*this, "QrkDato", {.caption = "Qrk dato", .characters = 7}};
+  TextField QrkRicevuto{*this, "QrkRicevuto", {.caption = "Qrk ricevuto", .characters = 7}};
+  TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 12}};
+  TextField Qra{*this, "Qra", {.caption = "Qra", .characters = 16}};
+  TextField Qth{*this, "Qth", {.caption = "Qth", .characters = 16}};
+  TextField Note{*this, "Note", {.caption = "Note", .hint = "Doppio Click per l' help note"}};
+  DatePicker DataQso{*this, "DataQso", {.caption = "Data"}};
+  MaskedField Qtr{*this, "Qtr", "##:##", {.caption = "Qtr", .characters = 6}};
+  TextField Prefisso{
+      *this,
+      "Prefisso",
+      {.caption = "Prefisso", .hint = "Doppio Click per la tabella prefissi", .characters = 7}};
+  TextField ZonaCQ{*this, "ZonaCQ", {.caption = "Zona CQ", .characters = 4}};
+  TextField ZonaITU{*this, "ZonaITU", {.caption = "Zona ITU", .characters = 4}};
+  TextField Continente{*this, "Continente", {.caption = "Continente", .characters = 4}};
+  ListField Country{
+      *this,
+      "Country",
+      ListStyle::kCombo,
+      {.caption = "Country", .hint = "Doppio Click per tabella country", .characters = 20}};
+  ListField Provincia{
+      *this, "Provincia", ListStyle::kCombo, {.caption = "Provincia", .characters = 18}};
+  TextField Manager{*this, "Manager", {.caption = "Manager", .characters = 12}};
+  TextField Potenza{*this, "Potenza", {.caption = "Potenza", .characters = 8}};
+  ListField Propagazione{
+      *this, "Propagazione", ListStyle::kDropDown, {.caption = "Propagazione", .characters = 11}};
+  CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Qsl da inviare"}};
+  CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Qsl ricevuta"}};
+  CheckBox QslInviata{*this, "QslInviata", {.caption = "Qsl inviata"}};
+  TextField QsoNr{
+      *this,
+      "QsoNr",
+      {.caption = "Qso nr.", .characters = 8}};  // of the record on screen, kept across cmClear
+  TextField QsoTotali{
+      *this, "QsoTotali", {.caption = "Qso totali", .characters = 8}};    // rows of DsLog
+  TextField Qrb{*this, "Qrb", {.caption = "Qrb (km)", .characters = 8}};  // km
   // A trigger without a caller: its change shows the contact with this call and locator.
   TextField Posiziona{*this, "Posiziona"};
 
-  Panel Panel3D1{*this, "Panel3D1"};
+  Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
   Panel PanelGriglia{*this, "PanelGriglia"};
   DataGrid DataGrid1{*this, "DataGrid1"};
   // Panel 1 hints, 2 the call, 3 the country, 4 the square.
   StatusBar StatusBar1{*this, "StatusBar1", 4};
-  ToolBar Toolbar1{*this, "Toolbar1"};
-  Command& Key(std::string_view name) { return *FindCommand(name); }
+  ToolBar Toolbar1{*this,
+                   "Toolbar1",
+                   {&cmInsert, &cmUpdate, &cmDelete, Separator{}, &cmFirst, &cmPrevious, &cmNext,
+                    &cmLast, Separator{}, &cmWorked, &cmVista, &cmSearch, &cmClear, &cmMappa,
+                    Separator{}, &cmExport, Separator{}, &cmHelp, &cmExit}};
+  // The keys of the tool bar and the button beside the time. While the grid is shown it takes all
+  // of the tool bar's but its own.
+  Menu cmExport{*this, "cmExport", "Esporta", {&cmOnlyThisQso, &cmAllQso}};
+  Command cmInsert{*this,
+                   "cmInsert",
+                   "Inserisci",
+                   {.tip = "Inserisce il Qso nel log",
+                    .shortcut = "F2",
+                    .run = [this] { InsertQso(); },
+                    .enabled = [this] { return ShowsFields(); }}};
+  Command cmUpdate{*this,
+                   "cmUpdate",
+                   "Aggiorna",
+                   {.tip = "Aggiorna il Qso",
+                    .shortcut = "F3",
+                    .run = [this] { UpdateQso(); },
+                    .enabled = [this] { return OnRecord(); }}};
+  Command cmDelete{*this,
+                   "cmDelete",
+                   "Cancella",
+                   {.tip = "Cancella il Qso",
+                    .shortcut = "F4",
+                    .run = [this] { DeleteQso(); },
+                    .enabled = [this] { return OnRecord(); }}};
+  Command cmFirst{*this,
+                  "cmFirst",
+                  "Primo",
+                  {.tip = "Primo Qso",
+                   .shortcut = "Ctrl+Home",
+                   .run = [this] { GoToFirst(); },
+                   .enabled = [this] { return ShowsFields(); }}};
+  Command cmPrevious{*this,
+                     "cmPrevious",
+                     "Precedente",
+                     {.tip = "Qso precedente",
+                      .shortcut = "PgUp",
+                      .run = [this] { GoToPrevious(); },
+                      .enabled = [this] { return OnRecord(); }}};
+  Command cmNext{*this,
+                 "cmNext",
+                 "Successivo",
+                 {.tip = "Qso successivo",
+                  .shortcut = "PgDown",
+                  .run = [this] { GoToNext(); },
+                  .enabled = [this] { return OnRecord(); }}};
+  Command cmLast{*this,
+                 "cmLast",
+                 "Ultimo",
+                 {.tip = "Ultimo Qso",
+                  .shortcut = "Ctrl+End",
+                  .run = [this] { GoToLast(); },
+                  .enabled = [this] { return ShowsFields(); }}};
+  Command cmWorked{*this,
+                   "cmWorked",
+                   "Worked",
+                   {.tip = "Cerca il Qso nei collegati",
+                    .shortcut = "F6",
+                    .run = [this] { WorkedPressed(); },
+                    .enabled = [this] { return ShowsFields(); },
+                    .toggle = true}};
+  Command cmVista{*this,
+                  "cmVista",
+                  "Griglia",
+                  {.tip = "Mostra il log come griglia",
+                   .shortcut = "F7",
+                   .run = [this] { ShowGrid(ShowsFields()); },
+                   .checked = [this] { return !ShowsFields(); }}};
+  Command cmSearch{*this,
+                   "cmSearch",
+                   "Ricerca",
+                   {.tip = "Ricerca nel log",
+                    .shortcut = "F8",
+                    .run = [this] { SearchPressed(); },
+                    .enabled = [this] { return ShowsFields(); },
+                    .checked = [this] { return selected_; }}};
+  Command cmClear{*this,
+                  "cmClear",
+                  "Nuovo",
+                  {.tip = "Svuota i campi per un nuovo Qso",
+                   .shortcut = "F5",
+                   .run = [this] { ClearQso(); },
+                   .enabled = [this] { return ShowsFields(); },
+                   .focusAfter = &CallQso}};
+  Command cmMappa{*this,
+                  "cmMappa",
+                  "Mappa",
+                  {.tip = "Mostra la mappa del country",
+                   .shortcut = "F9",
+                   .run = [this] { MappaPressed(); },
+                   .enabled = [this] { return OnRecord(); },
+                   .toggle = true}};
+  Command cmOnlyThisQso{*this,
+                        "cmOnlyThisQso",
+                        "Esporta &questo Qso",
+                        {.tip = "Scrive il Qso nel file Log.ADI",
+                         .run = [this] { ExportThisQso(); },
+                         .enabled = [this] { return ShowsFields(); }}};
+  Command cmAllQso{*this,
+                   "cmAllQso",
+                   "Esporta &tutti i Qso",
+                   {.tip = "Scrive i Qso selezionati nel file Log.ADI",
+                    .run = [this] { ExportAllQso(); },
+                    .enabled = [this] { return ShowsFields(); }}};
+  Command cmHelp{*this,
+                 "cmHelp",
+                 "Aiuto",
+                 {.tip = "Aiuto",
+                  .shortcut = "F1",
+                  .run = [this] { session_.Help(kHelpLog); },
+                  .enabled = [this] { return ShowsFields(); }}};
+  Command cmExit{*this,
+                 "cmExit",
+                 "Esci",
+                 {.tip = "Chiude il log",
+                  .run = [this] { Close(); },
+                  .enabled = [this] { return ShowsFields(); }}};
+  Command cmQtr{*this,
+                "cmQtr",
+                "Ora",
+                {.tip = "Imposta l'ora attuale",
+                 .shortcut = "F12",
+                 .run = [this] { SetTime(); },
+                 .hint = "Imposta l'ora attuale"}};
 
-  // The keys of the tool bar and the button beside the time.
-  void cmInsert();
-  void cmUpdate();
-  void cmDelete();
-  void cmFirst();
-  void cmPrevious();
-  void cmNext();
-  void cmLast();
-  void cmClear();
-  void cmSearch();
-  void cmVista();
-  void cmWorked();
-  void cmMappa();
-  void cmQtr();
+  void InsertQso();
+  void UpdateQso();
+  void DeleteQso();
+  void GoToFirst();
+  void GoToPrevious();
+  void GoToNext();
+  void GoToLast();
+  void ClearQso();
   // The ADIF file: the record on screen, or all of the current selection.
-  void cmOnlyThisQso();
-  void cmAllQso();
+  void ExportThisQso();
+  void ExportAllQso();
 
   // What runs while a contact is typed.
   void OnCallChange();
@@ -107,17 +240,19 @@ class LogForm : public LogWindow {
  private:
   struct Shown;  // a record as the fields show it
 
-  void MakeToolbar();
-  void HangInEvents();
-  void ClearQso();
+  void HandleEvents();
+  // The fields stand on the screen, not the grid; and there is a record for the commands.
+  bool ShowsFields() const { return !PanelGriglia.Visible(); }
+  bool OnRecord() const { return recordCommands_ && ShowsFields(); }
+  void SetTime();
+  void SearchPressed();
+  void WorkedPressed();
+  void MappaPressed();
   void ShowQso();
   Shown ReadRecord();
   bool ValidateQso();
   void StoreQso();
   DateTime TimeToStore() const;
-  void EnableRecordCommands();
-  void DisableRecordCommands();
-  void ShowRecordCommands();
   // An export of all contacts leaves DsLog at its end: back to the record it stood on.
   void ReturnFromExport();
   // The contacts of the selection have changed in the file: DsLog and the grid have them as they
@@ -142,10 +277,9 @@ class LogForm : public LogWindow {
   std::string ExcludedQsoNr() const;
 
   Session& session_;
-  ToolKeys keys_;
-  Menu exportMenu_{*this, "cmExport", "Esporta"};
   Bounds boundsBeforeGrid_;
   bool recordCommands_ = false;           // there is a record for them
+  bool selected_ = false;                 // a selection is in force, or being made
   std::optional<Bookmark> beforeExport_;  // where DsLog stood
   bool renewsLater_ = false;              // the contacts changed while the search dialog held DsLog
   ContactSubscription changes_;

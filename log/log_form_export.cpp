@@ -19,14 +19,14 @@ std::ofstream OpenToAppend(const std::filesystem::path& file) {
 
 }  // namespace
 
-void LogForm::cmOnlyThisQso() {
+void LogForm::ExportThisQso() {
   Export("Esporta questo Qso", [this](std::ostream& out) {
     ReturnFromExport();
     if (!DsLog->EOF_() && !DsLog->BOF()) out << AdifWriter(*DsLog).Contact();
   });
 }
 
-void LogForm::cmAllQso() {
+void LogForm::ExportAllQso() {
   Export("Esporta tutti i Qso", [this](std::ostream& out) {
     if (DsLog->RecordCount() == 0) return;
     if (!DsLog->EOF_()) beforeExport_ = DsLog->GetBookmark();

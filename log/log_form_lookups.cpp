@@ -66,7 +66,7 @@ void LogForm::OnCallChange() {
                     call, Str(date->Year())));
     Manager.SetText(manager->EOF_() ? std::string() : FieldText(*manager, "mgr"));
   }
-  if (Key("cmWorked").Down()) {
+  if (cmWorked.Down()) {
     for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
       if (matrix == nullptr) continue;
       matrix->CallQso.SetText(call);
@@ -127,7 +127,7 @@ void LogForm::OnLocatorChange() {
     PrevLocator = locator;
   }
   TellSquare();
-  if (Key("cmWorked").Down()) {
+  if (cmWorked.Down()) {
     for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
       if (matrix == nullptr) continue;
       matrix->Locator.SetText(Trim(locator));
@@ -197,8 +197,8 @@ void LogForm::OnBandaChange() {
   PrevBanda = Banda.Text();
 }
 
-void LogForm::cmWorked() {
-  const bool down = Key("cmWorked").Down();
+void LogForm::WorkedPressed() {
+  const bool down = cmWorked.Down();
   session_.SaveSetting("Log", "LookupWorked", down ? "Y" : "N");
   if (!down) return;
   for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
@@ -209,8 +209,8 @@ void LogForm::cmWorked() {
   }
 }
 
-void LogForm::cmMappa() {
-  const bool down = Key("cmMappa").Down();
+void LogForm::MappaPressed() {
+  const bool down = cmMappa.Down();
   session_.SaveSetting("Log", "DisplayMappa", down ? "Y" : "N");
   if (down) ShowCountryMap(session_, Country.Text());
 }

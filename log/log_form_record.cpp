@@ -13,7 +13,7 @@ namespace brenvo {
 
 void LogForm::ClearQso() {
   DataQso.SetText(DateText(session_.Now()));
-  cmQtr();
+  SetTime();
   for (TextField* field :
        {&CallQso, &Manager, &Qra, &Qth, &Prefisso, &ZonaCQ, &ZonaITU, &Continente,
         static_cast<TextField*>(&Country), static_cast<TextField*>(&Provincia), &Locator, &QrkDato,
@@ -24,7 +24,7 @@ void LogForm::ClearQso() {
   for (ListField* list : {&Banda, &Modo, &Propagazione}) list->SetListIndex(-1);
   for (CheckBox* box : {&QslDaInviare, &QslRicevuta, &QslInviata}) box->SetOn(false);
   PrevCall = PrevCountry = PrevLocator = PrevBanda = "";
-  DisableRecordCommands();
+  recordCommands_ = false;
 }
 
 struct LogForm::Shown {
@@ -115,7 +115,7 @@ void LogForm::ShowQso() {
   QslRicevuta.SetOn(shown.qslRicevuta);
   QslInviata.SetOn(shown.qslInviata);
   Note.SetText(shown.note);
-  if (Key("cmMappa").Down() && !Country.Text().empty()) ShowCountryMap(session_, Country.Text());
+  if (cmMappa.Down() && !Country.Text().empty()) ShowCountryMap(session_, Country.Text());
 }
 
 bool LogForm::ValidateQso() {

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "base/text.h"
-#include "core/help_topics.h"
 #include "core/modules.h"
 
 namespace brenvo {
@@ -27,45 +26,15 @@ std::string OrderColumn(std::string_view caption) {
 LogSearch::LogSearch(Session& session)
     : Window(session.Host(), "LogSearch", "Log - Ricerca", Twips(9000), Twips(6000)),
       session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {{&DataQso, "Data"},
-                                                          {&CallQso, "Call"},
-                                                          {&Country, "Country"},
-                                                          {&Provincia, "Provincia"},
-                                                          {&Locator, "Locator"},
-                                                          {&Banda, "Banda"},
-                                                          {&Modo, "Modo"},
-                                                          {&Propagazione, "Propagazione"},
-                                                          {&QslDaInviare, "Qsl da inviare"},
-                                                          {&QslRicevuta, "Qsl ricevuta"},
-                                                          {&QslInviata, "Qsl inviata"},
-                                                          {&Note, "Note"},
-                                                          {&SortOrder, "Ordine"}};
-  for (const auto& [field, caption] : captions) field->SetCaption(caption);
-  keys_.Add(Toolbar1,
-            {{"cmSearch", "Ricerca", "Cerca nel log", "F8", [this] { cmSearch(); }},
-             {"cmHelp", "Aiuto", "Aiuto", "F1", [this] { session_.Help(kHelpLogSearch); }},
-             {"cmExit", "Esci", "Chiude senza cercare", "", [this] { cmExit(); }}});
-  DefaultCommand = FindCommand("cmSearch");
-  CancelCommand = FindCommand("cmExit");
+  DefaultCommand = &cmSearch;
+  CancelCommand = &cmExit;
 
-  cmTipoData.Tip = "Uguale, dal giorno, fino al giorno";
-  cmTipoData.OnClick = [this] {
-    const std::string& now = cmTipoData.Caption();
-    cmTipoData.SetCaption(now == "=" ? ">=" : now == ">=" ? "<=" : "=");
-  };
   CallQso.Filter = UpperKey;
   Locator.Filter = UpperKey;
   Country.BackspaceClears = true;
   Country.OnChange = [this] { OnCountryChange(); };
   Provincia.BackspaceClears = true;
   Note.OnDoubleClick = [this] { OnNotePick(); };
-
-  const auto hint = [this](Field& field, std::string_view text) {
-    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
-  };
-  hint(CallQso, "* sta per qualsiasi testo, ? per un carattere, # per una cifra");
-  hint(Locator, "* sta per qualsiasi testo, ? per un carattere, # per una cifra");
-  hint(Note, "Testo contenuto nella nota. Doppio Click per l' help note");
 }
 
 void LogSearch::Load() {
@@ -80,6 +49,11 @@ void LogSearch::Load() {
 }
 
 void LogSearch::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+
+void LogSearch::TurnComparison() {
+  const std::string& now = cmTipoData.Caption();
+  cmTipoData.SetCaption(now == "=" ? ">=" : now == ">=" ? "<=" : "=");
+}
 
 void LogSearch::OnCountryChange() {
   const std::string completed = FindCountryText(session_, Left(Country.Text(), 5));
@@ -125,7 +99,7 @@ std::string LogSearch::Statement() const {
       OrderColumn(SortOrder.Captions()[static_cast<std::size_t>(SortOrder.Index())]));
 }
 
-void LogSearch::cmSearch() {
+void LogSearch::Search() {
   const BusyPointer busy(Host());
   const std::string statement = Statement();
   session_.DsSearch = session_.Db.OpenDynaset(statement);
@@ -133,7 +107,7 @@ void LogSearch::cmSearch() {
   Close();
 }
 
-void LogSearch::cmExit() {
+void LogSearch::Cancel() {
   session_.SearchText = "CANCEL";
   Close();
 }

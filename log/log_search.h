@@ -3,12 +3,13 @@
 
 #include <string>
 
+#include "core/help_topics.h"
 #include "core/session.h"
 #include "forms/choice_fields.h"
+#include "forms/command.h"
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
-#include "forms/tool_keys.h"
 #include "forms/window.h"
 
 namespace brenvo {
@@ -23,38 +24,67 @@ class LogSearch : public Window {
   void Unload() override;
 
   // Each field that is not empty adds a condition.
-  MaskedField DataQso{*this, "DataQso", "##/##/####"};
-  Command cmTipoData{*this, "cmTipoData", "="};
-  TextField CallQso{*this, "CallQso"};  // with the operator's own wildcards, as the locator
-  ListField Country{*this, "Country", ListStyle::kCombo};
-  ListField Provincia{*this, "Provincia", ListStyle::kCombo};
-  TextField Locator{*this, "Locator"};
-  ListField Banda{*this, "Banda", ListStyle::kDropDown};
-  ListField Modo{*this, "Modo", ListStyle::kDropDown};
-  ListField Propagazione{*this, "Propagazione", ListStyle::kDropDown};
-  CheckBox QslDaInviare{*this, "QslDaInviare", true};
-  CheckBox QslRicevuta{*this, "QslRicevuta", true};
-  CheckBox QslInviata{*this, "QslInviata", true};
-  TextField Note{*this, "Note"};  // found anywhere within a note
+  MaskedField DataQso{*this, "DataQso", "##/##/####", {.caption = "Data", .characters = 10}};
+  Command cmTipoData{
+      *this, "cmTipoData", "=", {.tip = "Uguale, dal giorno, fino al giorno", .run = [this] {
+                                   TurnComparison();
+                                 }}};
+  TextField CallQso{*this,
+                    "CallQso",
+                    {.caption = "Call",
+                     .hint = "* sta per qualsiasi testo, ? per un carattere, # per una cifra",
+                     .characters = 12}};  // with the operator's own wildcards, as the locator
+  ListField Country{*this, "Country", ListStyle::kCombo, {.caption = "Country", .characters = 22}};
+  ListField Provincia{
+      *this, "Provincia", ListStyle::kCombo, {.caption = "Provincia", .characters = 22}};
+  TextField Locator{*this,
+                    "Locator",
+                    {.caption = "Locator",
+                     .hint = "* sta per qualsiasi testo, ? per un carattere, # per una cifra",
+                     .characters = 12}};
+  ListField Banda{*this, "Banda", ListStyle::kDropDown, {.caption = "Banda", .characters = 8}};
+  ListField Modo{*this, "Modo", ListStyle::kDropDown, {.caption = "Modo", .characters = 8}};
+  ListField Propagazione{
+      *this, "Propagazione", ListStyle::kDropDown, {.caption = "Propagazione", .characters = 12}};
+  CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Qsl da inviare"}, true};
+  CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Qsl ricevuta"}, true};
+  CheckBox QslInviata{*this, "QslInviata", {.caption = "Qsl inviata"}, true};
+  TextField Note{*this,
+                 "Note",
+                 {.caption = "Note",
+                  .hint = "Testo contenuto nella nota. Doppio Click per l' help note",
+                  .characters = 24}};  // found anywhere within a note
   OptionGroup SortOrder{
       *this,
       "SortOrder",
-      {"Data", "Call", "Prefisso", "Country", "Provincia", "Locator", "Qsl", "Qrb"}};
-  ToolBar Toolbar1{*this, "Toolbar1"};
+      {"Data", "Call", "Prefisso", "Country", "Provincia", "Locator", "Qsl", "Qrb"},
+      {.caption = "Ordine"}};
+  ToolBar Toolbar1{*this, "Toolbar1", {&cmSearch, &cmHelp, &cmExit}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  void cmSearch();
-  void cmExit();
+  Command cmSearch{*this,
+                   "cmSearch",
+                   "Ricerca",
+                   {.tip = "Cerca nel log", .shortcut = "F8", .run = [this] { Search(); }}};
+  Command cmHelp{*this, "cmHelp", "Aiuto", {.tip = "Aiuto", .shortcut = "F1", .run = [this] {
+                                              session_.Help(kHelpLogSearch);
+                                            }}};
+  Command cmExit{
+      *this, "cmExit", "Esci", {.tip = "Chiude senza cercare", .run = [this] { Cancel(); }}};
+
+  void Search();
+  void Cancel();
 
   // The SELECT that the fields ask for.
   std::string Statement() const;
 
  private:
+  // Equal, from the day on, up to the day.
+  void TurnComparison();
   void OnCountryChange();
   void OnNotePick();
 
   Session& session_;
-  ToolKeys keys_;
 };
 
 }  // namespace brenvo

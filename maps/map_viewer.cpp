@@ -62,7 +62,7 @@ void FitWindow(PictureViewer& map) {
 
 void RectangleDrawn(Session& session, const MainFrame& frame, const MapBox& drawn) {
   PictureViewer& map = session.Machine.Map();
-  if (frame.FindCommand("cmCoordinate")->Down()) {
+  if (frame.cmCoordinate.Down()) {
     session.Messages().Show(MessageIcon::kNone, "",
                             Str(map.ScrollX() + drawn.x) + "/" + Str(map.ScrollY() + drawn.y));
     return;
@@ -107,15 +107,15 @@ void DisplayMappa(Session& session, MainFrame& frame, std::string_view request) 
   }
 }
 
-void HangInMapViewer(Session& session, MainFrame& frame) {
+void AttachMapViewer(Session& session, MainFrame& frame) {
   PictureViewer& map = session.Machine.Map();
-  frame.SetAction("cmZoom150", [&map] { Zoom(map, map.Zoom() + kZoomStep); });
-  frame.SetAction("cmZoom1", [&map] { Zoom(map, kWholeSize); });
-  frame.SetAction("cmZoom50", [&map] {
+  frame.cmZoom150.OnClick = [&map] { Zoom(map, map.Zoom() + kZoomStep); };
+  frame.cmZoom1.OnClick = [&map] { Zoom(map, kWholeSize); };
+  frame.cmZoom50.OnClick = [&map] {
     if (map.Zoom() > kSmallestZoom) Zoom(map, map.Zoom() - kZoomStep);
-  });
-  frame.SetAction("cmFitWindow", [&map] { FitWindow(map); });
-  frame.SetAction("cmPrint", [&map] { map.Print(); });
+  };
+  frame.cmFitWindow.OnClick = [&map] { FitWindow(map); };
+  frame.cmPrint.OnClick = [&map] { map.Print(); };
   frame.OnDisplayMap = [&session, &frame] {
     const std::string request = frame.HDisplayMappa.Text();
     DisplayMappa(session, frame, request);

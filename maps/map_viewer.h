@@ -7,7 +7,7 @@
 namespace brenvo {
 
 // Hangs the menu "Mappa", the map's door and the operator's rectangle into the frame.
-void HangInMapViewer(Session& session, MainFrame& frame);
+void AttachMapViewer(Session& session, MainFrame& frame);
 
 // Shows MapFile with the pointer, then the overlay whose word begins `request`: what a change of
 // the main frame's HDisplayMappa runs.

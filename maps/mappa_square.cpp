@@ -63,7 +63,7 @@ void MappaSquare::Resize() {
   }
 }
 
-void MappaSquare::cmStampa() {
+void MappaSquare::Print() {
   const BusyPointer busy(Host());
   Printer& printer = session_.Machine.GetPrinter();
   printer.Text(Mm(0), Mm(0), "");
@@ -71,7 +71,7 @@ void MappaSquare::cmStampa() {
   printer.EndDocument();
 }
 
-void MappaSquare::cmOnlySquare() {
+void MappaSquare::DropMap() {
   const BusyPointer busy(Host());
   PicBuf1.SetPicture({});
   DrawSquares();

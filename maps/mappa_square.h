@@ -24,12 +24,12 @@ class MappaSquare : public Window {
   PictureBox PicBuf1{*this, "PicBuf1"};
   // Twips that the picture has moved up.
   Slider VScroll{*this, "VScroll", 0, 0, 0};
-  Command CmStampa{*this, "cmStampa", "&Print", [this] { cmStampa(); }};
-  Command CmOnlySquare{*this, "cmOnlySquare", "&Only square", [this] { cmOnlySquare(); }};
+  Command cmStampa{*this, "cmStampa", "&Print", [this] { Print(); }};
+  Command cmOnlySquare{*this, "cmOnlySquare", "&Only square", [this] { DropMap(); }};
 
-  void cmStampa();
-  // Drops the map and leaves the circles; the map does not come back.
-  void cmOnlySquare();
+  void Print();
+  // Leaves the circles; the map does not come back.
+  void DropMap();
 
  private:
   void DrawSquares();

@@ -5,7 +5,7 @@
 #include "core/modules.h"
 #include "core/note_tag.h"
 #include "core/session.h"
-#include "forms/command.h"
+#include "core/shared_windows.h"
 
 namespace brenvo {
 namespace {
@@ -17,17 +17,14 @@ struct Selection {
 
 // False when the operator cancels, or there is no dialog to ask him with.
 bool AskSelection(Session& session, std::string_view word, Selection& selection) {
-  Window* dialog = session.Windows.LoadSingle("StatSel");
+  auto* dialog = static_cast<SelectionWindow*>(session.Windows.LoadSingle("StatSel"));
   if (dialog == nullptr) return false;
   dialog->Tag = word;
-  for (std::string_view name : {"cmVerticale", "cmOrizzontale"}) {
-    if (Command* button = dialog->FindCommand(name)) button->SetVisible(true);
-  }
+  dialog->OfferLayouts();
   session.Windows.ShowModal(*dialog);
   const bool confirmed = dialog->Loaded() && dialog->Tag != "Cancel";
   selection.where = dialog->Tag;
-  const Command* vertical = dialog->FindCommand("cmVerticale");
-  selection.layout = vertical != nullptr && vertical->Down() ? "\\logv.rpt" : "\\logo.rpt";
+  selection.layout = dialog->IsVertical() ? "\\logv.rpt" : "\\logo.rpt";
   session.Windows.Unload(*dialog);
   return confirmed;
 }
@@ -73,15 +70,17 @@ void CutNotes(Session& session, std::string_view word) {
 
 const std::vector<ReportMember>& ReportMembers() {
   static const std::vector<ReportMember> kMembers = {
-      {"cmPLog", "PLOG", "", " ORDER BY DataQso", ""},
+      {&MainFrame::cmPLog, "PLOG", "", " ORDER BY DataQso", ""},
       // The word is that of the zone report.
-      {"cmPSquare", "ZONE", "Locator<>''", " ORDER BY Locator", "Locator", 4},
-      {"cmPPrefissi", "PREFISSO", "Prefisso<>''", " ORDER BY Prefisso", "Prefisso"},
-      {"cmPContinenti", "CONTINENTE", "Continente<>''", " ORDER BY Continente", "Continente"},
-      {"cmPZone", "ZONE", "[Zona CQ]<>0", " ORDER BY [Zona CQ]", "Zona CQ"},
-      {"cmPCountry", "COUNTRY", "Country<>''", " ORDER BY Country,QslRicevuta", "Country"},
-      {"cmPProvincie", "PROVINCIE", "Provincia<>''", " ORDER BY Provincia", "Provincia"},
-      {"cmPNote", "NOTE", "", " ORDER BY Note", "Note"},
+      {&MainFrame::cmPSquare, "ZONE", "Locator<>''", " ORDER BY Locator", "Locator", 4},
+      {&MainFrame::cmPPrefissi, "PREFISSO", "Prefisso<>''", " ORDER BY Prefisso", "Prefisso"},
+      {&MainFrame::cmPContinenti, "CONTINENTE", "Continente<>''", " ORDER BY Continente",
+       "Continente"},
+      {&MainFrame::cmPZone, "ZONE", "[Zona CQ]<>0", " ORDER BY [Zona CQ]", "Zona CQ"},
+      {&MainFrame::cmPCountry, "COUNTRY", "Country<>''", " ORDER BY Country,QslRicevuta",
+       "Country"},
+      {&MainFrame::cmPProvincie, "PROVINCIE", "Provincia<>''", " ORDER BY Provincia", "Provincia"},
+      {&MainFrame::cmPNote, "NOTE", "", " ORDER BY Note", "Note"},
   };
   return kMembers;
 }
@@ -96,11 +95,11 @@ void PrintReport(Session& session, const ReportMember& member) {
   Selection selection;
   if (!AskSelection(session, member.word, selection)) return;
   const BusyPointer busy(session.Host());
-  if (member.command == "cmPLog") session.QueryText = selection.where;
+  if (member.command == &MainFrame::cmPLog) session.QueryText = selection.where;
   FillSLog(session, AddCondition(selection.where, member.extra), member.insertOrder);
-  if (member.command == "cmPNote") CutNotes(session, NoteWords(selection.where));
+  if (member.command == &MainFrame::cmPNote) CutNotes(session, NoteWords(selection.where));
   if (!member.key.empty()) {
-    const std::string columns = member.command == "cmPNote" ? "Note,QslRicevuta" : "*";
+    const std::string columns = member.command == &MainFrame::cmPNote ? "Note,QslRicevuta" : "*";
     const std::string key =
         InStr(member.key, " ") > 0 ? "[" + std::string(member.key) + "]" : std::string(member.key);
     Thin(session, "SELECT " + columns + " FROM SLog ORDER BY " + key + ",QslRicevuta", member.key,

@@ -5,12 +5,12 @@
 #include <string_view>
 #include <vector>
 
+#include "core/main_frame.h"
+
 namespace brenvo {
 
-class Session;
-
 struct ReportMember {
-  std::string_view command;
+  Command MainFrame::*command;
   std::string_view word;         // the mode word for StatSel
   std::string_view extra;        // condition that the report adds; empty for none
   std::string_view insertOrder;  // the ending of the statement that fills SLog

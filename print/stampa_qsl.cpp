@@ -25,28 +25,22 @@ QsoLabel LabelOf(Recordset& row) {
 
 // In the order of reading and storing.
 const StampaQsl::Setting StampaQsl::kSettings[7] = {
-    {&StampaQsl::AltezzaEtichetta, &StampaQsl::VAltezzaEtichetta, "AltezzaEtichette", "Altezza"},
-    {&StampaQsl::LarghezzaEtichetta, &StampaQsl::VLarghezzaEtichetta, "LarghezzaEtichette",
-     "Larghezza"},
-    {&StampaQsl::SpazOrizzontale, &StampaQsl::VSpazOrizzontale, "SpaziaturaOrizzontale",
-     "Orizzontale"},
-    {&StampaQsl::SpazVerticale, &StampaQsl::VSpazVerticale, "SpaziaturaVerticale", "Verticale"},
-    {&StampaQsl::MargineSuperiore, &StampaQsl::VMargineSuperiore, "MargineSuperiore", "Superiore"},
-    {&StampaQsl::MargineSinistro, &StampaQsl::VMargineSinistro, "MargineSinistro", "Sinistro"},
-    {&StampaQsl::EtichXFila, &StampaQsl::VEtichXFila, "EtichettePerFila", "Etichette per fila"},
+    {&StampaQsl::AltezzaEtichetta, &StampaQsl::VAltezzaEtichetta, "AltezzaEtichette"},
+    {&StampaQsl::LarghezzaEtichetta, &StampaQsl::VLarghezzaEtichetta, "LarghezzaEtichette"},
+    {&StampaQsl::SpazOrizzontale, &StampaQsl::VSpazOrizzontale, "SpaziaturaOrizzontale"},
+    {&StampaQsl::SpazVerticale, &StampaQsl::VSpazVerticale, "SpaziaturaVerticale"},
+    {&StampaQsl::MargineSuperiore, &StampaQsl::VMargineSuperiore, "MargineSuperiore"},
+    {&StampaQsl::MargineSinistro, &StampaQsl::VMargineSinistro, "MargineSinistro"},
+    {&StampaQsl::EtichXFila, &StampaQsl::VEtichXFila, "EtichettePerFila"},
 };
 
 StampaQsl::StampaQsl(Session& session)
     : Window(session.Host(), "StampaQsl", "Stampa Qsl", Twips(7800), Twips(7200)),
       session_(session) {
-  DatiQso.SetCaption("Dati Qso");
-  DatiStazione.SetCaption("Dati stazione");
   for (const Setting& setting : kSettings) {
-    Slider& slider = this->*setting.slider;
-    slider.SetCaption(setting.caption);
-    slider.OnChange = [this, &setting] { ShowValue(setting); };
+    (this->*setting.slider).OnChange = [this, &setting] { ShowValue(setting); };
   }
-  CancelCommand = &CmExit;
+  CancelCommand = &cmExit;
 }
 
 void StampaQsl::Load() {
@@ -70,13 +64,13 @@ void StampaQsl::ShowValue(const Setting& setting) {
                                       : FormatNumber(slider.Value() / 10.0, "###.0"));
 }
 
-void StampaQsl::cmUpdate() {
+void StampaQsl::StoreGeometry() {
   for (const Setting& setting : kSettings) {
     session_.SaveSetting(kSection, setting.key, std::to_string((this->*setting.slider).Value()));
   }
 }
 
-void StampaQsl::cmPrint() {
+void StampaQsl::Print() {
   if (!DatiQso.IsOn() && !DatiStazione.IsOn()) {
     session_.Messages().Show(MessageIcon::kNone, "", "Selezionare il tipo di stampa");
     return;

@@ -17,37 +17,36 @@ class StampaQsl : public Window {
   void Unload() override;
 
   // Tenths of a millimetre; EtichXFila in labels.
-  Slider AltezzaEtichetta{*this, "AltezzaEtichetta", 339, 700, 339};
-  Label VAltezzaEtichetta{*this, "VAltezzaEtichetta"};
-  Slider LarghezzaEtichetta{*this, "LarghezzaEtichetta", 800, 1200, 800};
-  Label VLarghezzaEtichetta{*this, "VLarghezzaEtichetta"};
-  Slider SpazOrizzontale{*this, "SpazOrizzontale", 0, 300, 0};
-  Label VSpazOrizzontale{*this, "VSpazOrizzontale"};
-  Slider SpazVerticale{*this, "SpazVerticale", 0, 300, 0};
-  Label VSpazVerticale{*this, "VSpazVerticale"};
-  Slider MargineSuperiore{*this, "MargineSuperiore", 0, 200, 0};
-  Label VMargineSuperiore{*this, "VMargineSuperiore"};
-  Slider MargineSinistro{*this, "MargineSinistro", 0, 1000, 0};
-  Label VMargineSinistro{*this, "VMargineSinistro"};
-  Slider EtichXFila{*this, "EtichXFila", 1, 3, 1};
-  Label VEtichXFila{*this, "VEtichXFila"};
-  CheckBox DatiQso{*this, "DatiQso"};
-  CheckBox DatiStazione{*this, "DatiStazione"};
-  Command CmPrint{*this, "cmPrint", "&Stampa", [this] { cmPrint(); }};
-  Command CmUpdate{*this, "cmUpdate", "&Memorizza", [this] { cmUpdate(); }};
-  Command CmHelp{*this, "cmHelp", "&Aiuto"};  // no action on this screen
-  Command CmExit{*this, "cmExit", "&Esci", [this] { Close(); }};
+  Slider AltezzaEtichetta{*this, "AltezzaEtichetta", 339, 700, 339, {.caption = "Altezza"}};
+  Label VAltezzaEtichetta{*this, "VAltezzaEtichetta", {.characters = 6}};
+  Slider LarghezzaEtichetta{*this, "LarghezzaEtichetta", 800, 1200, 800, {.caption = "Larghezza"}};
+  Label VLarghezzaEtichetta{*this, "VLarghezzaEtichetta", {.characters = 6}};
+  Slider SpazOrizzontale{*this, "SpazOrizzontale", 0, 300, 0, {.caption = "Orizzontale"}};
+  Label VSpazOrizzontale{*this, "VSpazOrizzontale", {.characters = 6}};
+  Slider SpazVerticale{*this, "SpazVerticale", 0, 300, 0, {.caption = "Verticale"}};
+  Label VSpazVerticale{*this, "VSpazVerticale", {.characters = 6}};
+  Slider MargineSuperiore{*this, "MargineSuperiore", 0, 200, 0, {.caption = "Superiore"}};
+  Label VMargineSuperiore{*this, "VMargineSuperiore", {.characters = 6}};
+  Slider MargineSinistro{*this, "MargineSinistro", 0, 1000, 0, {.caption = "Sinistro"}};
+  Label VMargineSinistro{*this, "VMargineSinistro", {.characters = 6}};
+  Slider EtichXFila{*this, "EtichXFila", 1, 3, 1, {.caption = "Etichette per fila"}};
+  Label VEtichXFila{*this, "VEtichXFila", {.characters = 6}};
+  CheckBox DatiQso{*this, "DatiQso", {.caption = "Dati Qso"}};
+  CheckBox DatiStazione{*this, "DatiStazione", {.caption = "Dati stazione"}};
+  Command cmPrint{*this, "cmPrint", "&Stampa", [this] { Print(); }};
+  Command cmUpdate{*this, "cmUpdate", "&Memorizza", [this] { StoreGeometry(); }};
+  Command cmHelp{*this, "cmHelp", "&Aiuto"};  // no action on this screen
+  Command cmExit{*this, "cmExit", "&Esci", [this] { Close(); }};
 
-  void cmPrint();
-  // Stores the geometry; nothing in the log changes.
-  void cmUpdate();
+  void Print();
+  // Nothing in the log changes.
+  void StoreGeometry();
 
  private:
   struct Setting {
     Slider StampaQsl::*slider;
     Label StampaQsl::*value;
     const char* key;
-    const char* caption;
   };
   static const Setting kSettings[7];
   void ShowValue(const Setting& setting);

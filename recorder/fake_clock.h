@@ -10,7 +10,7 @@
 
 namespace brenvo {
 
-// Shows 03/02/2001 04:05:06 until it is told another time. Outlives its timers.
+// Shows 03/02/2001 04:05:06 until it is set to another time. Outlives its timers.
 class FakeClock : public Clock {
  public:
   // Runs one event; what it throws is the guard's concern.

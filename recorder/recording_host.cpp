@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "forms/picture_box.h"
+#include "forms/field_visit.h"
 #include "forms/window.h"
 #include "recorder/quote.h"
 #include "recorder/refused.h"
@@ -51,9 +51,7 @@ void RecordingHost::ShowModal(Window& window) {
 
 void RecordingHost::Forget(Window& window) {
   std::erase(shown_, &window);
-  for (Field* field : window.Fields()) {
-    if (auto* box = dynamic_cast<PictureBox*>(field)) followed_.erase(box);
-  }
+  followed_.erase(&window);
 }
 
 void RecordingHost::MoveFocus(Field& field) {
@@ -81,12 +79,15 @@ void RecordingHost::Bring(Window& window) {
 }
 
 void RecordingHost::FollowPictures(Window& window) {
+  const auto [at, first] = followed_.try_emplace(&window);
+  if (!first) return;
   for (Field* field : window.Fields()) {
-    auto* box = dynamic_cast<PictureBox*>(field);
-    if (box == nullptr || !followed_.insert(box).second) continue;
+    auto* box = FieldAs<PictureBox>(*field);
+    if (box == nullptr) continue;
     // What the window drew while it loaded comes first.
     for (const PictureBox::Circle& circle : box->Circles()) sink_(CircleLine(circle));
-    box->Drawn = [sink = sink_](const PictureBox::Circle& circle) { sink(CircleLine(circle)); };
+    at->second.push_back(box->Drawn.Subscribe(
+        [sink = sink_](const PictureBox::Circle& circle) { sink(CircleLine(circle)); }));
   }
 }
 

@@ -2,17 +2,16 @@
 #pragma once
 
 #include <functional>
-#include <set>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "forms/signal.h"
 #include "platform/window_host.h"
 #include "recorder/line_sink.h"
 
 namespace brenvo {
-
-class PictureBox;
 
 // Writes `focus W.F`, `error "text"`, `end-program`, and `circle X Y radius R G B` (twips) for
 // what a shown window draws on its picture boxes. The screen is 1024 by 768 pixels.
@@ -41,7 +40,7 @@ class RecordingHost : public WindowHost {
   std::function<void()> WhileWaiting;
   // What the operator does while a dialog waits, until it is hidden or unloaded.
   std::function<void(Window&)> InModal;
-  // How lines call a window; its plain name unless told otherwise.
+  // How lines call a window; its plain name unless set otherwise.
   std::function<std::string(const Window&)> NameOf;
 
   // The window shown last that is still there; nullptr for none.
@@ -59,7 +58,7 @@ class RecordingHost : public WindowHost {
   LineSink sink_;
   std::vector<Window*> shown_;
   std::vector<Window*> modals_;
-  std::set<PictureBox*> followed_;
+  std::map<const Window*, std::vector<Subscription>> followed_;  // pictures of shown windows
   int busy_ = 0;
 };
 

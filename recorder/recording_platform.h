@@ -24,7 +24,7 @@
 
 namespace brenvo {
 
-// Every device by its part; the parts' own comments tell their lines. Besides these: `beep`, and
+// Every device by its part; the parts' own comments give their lines. Besides these: `beep`, and
 // `open "file"` for what is shown to the operator. The map lies in the window "Brenvo" once that is
 // shown. Outlives the session that runs on it.
 class RecordingPlatform : public Platform {

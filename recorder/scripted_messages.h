@@ -14,7 +14,7 @@
 namespace brenvo {
 
 // Writes `message critical "title" "text"` (exclamation, information, none) and
-// `question "title" "text" yes`. The title is the one told, empty when none is.
+// `question "title" "text" yes`. The title is the one given, empty when none is.
 class ScriptedMessages : public MessageBox {
  public:
   explicit ScriptedMessages(LineSink sink) : sink_(std::move(sink)) {}

@@ -86,14 +86,14 @@ void KnowWindows(Session& session) {
   Know<DxDialog>(session, "DX");
 }
 
-void HangInActions(Session& session, MainFrame& frame) {
-  frame.SetAction("Propagazione", [&session] { AssignPropagations(session); });
-  HangInMapViewer(session, frame);
-  frame.SetAction("cmImportaAdif", [&session] { ImportaFileAdif(session); });
-  frame.SetAction("cmQslAggiorna", [&session] { UpdateLogForQsl(session); });
+void AttachActions(Session& session, MainFrame& frame) {
+  frame.Propagazione.OnClick = [&session] { AssignPropagations(session); };
+  frame.cmImportaAdif.OnClick = [&session] { ImportaFileAdif(session); };
+  frame.cmQslAggiorna.OnClick = [&session] { UpdateLogForQsl(session); };
   for (const ReportMember& member : ReportMembers()) {
-    frame.SetAction(member.command, [&session, &member] { PrintReport(session, member); });
+    (frame.*member.command).OnClick = [&session, &member] { PrintReport(session, member); };
   }
+  AttachMapViewer(session, frame);
 }
 
 // Puts a copy in the place of a database that is gone or cannot be used: true when it stands there,
@@ -156,7 +156,7 @@ MainFrame* StartStation(Session& session) {
   KnowWindows(session);
   try {
     MainFrame& frame = OpenFrame(session);
-    HangInActions(session, frame);
+    AttachActions(session, frame);
     session.Windows.Show(frame);
     return &frame;
   } catch (const std::exception& failure) {

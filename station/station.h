@@ -7,7 +7,7 @@
 namespace brenvo {
 
 // Makes all windows known to the session, opens the main frame and shows it. A start that fails
-// is told in a critical box that says what is missing, and gives nullptr.
+// is reported in a critical box that says what is missing, and gives nullptr.
 MainFrame* StartStation(Session& session);
 
 // Closes the main frame as its close button does; false when a window refuses.

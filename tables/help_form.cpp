@@ -11,11 +11,6 @@ constexpr std::string_view kSettingsKey = "Help";
 
 HelpForm::HelpForm(Session& session)
     : Window(session.Host(), "Help", "NoteHelp", Twips(6000), Twips(4800)), session_(session) {
-  LBTipoNote.SetCaption("Tipo");
-  LBNote.SetCaption("Nota");
-  cmExit.Icon = "cmExit";
-  cmExit.Tip = "Chiude la finestra Help";
-  cmExit.OnClick = [this] { Close(); };
   CancelCommand = &cmExit;
   LBTipoNote.OnDoubleClick = [this] {
     if (LBTipoNote.ListIndex() >= 0) LoadNotes(session_, LBNote, LBTipoNote.Text());
@@ -25,13 +20,6 @@ HelpForm::HelpForm(Session& session)
     session_.NoteChoice = "[" + LBNote.Text() + "]";
     Close();
   };
-  const std::pair<Field*, std::string_view> hints[] = {
-      {&LBTipoNote, "Doppio click per gli elementi"},
-      {&LBNote, "Doppio click per riportare la nota nel Log"},
-      {&cmExit, "Chiude la finestra Help"}};
-  for (const auto& [field, text] : hints) {
-    field->OnHover = [this, text = text] { StatusBar1.SetPanel(1, text); };
-  }
 }
 
 void HelpForm::Load() {

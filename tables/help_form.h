@@ -17,9 +17,20 @@ class HelpForm : public Window {
   void Load() override;
   void Unload() override;
 
-  ListField LBTipoNote{*this, "LBTipoNote", ListStyle::kOpen};
-  ListField LBNote{*this, "LBNote", ListStyle::kOpen};
-  Command cmExit{*this, "cmExit", "&Esci"};
+  ListField LBTipoNote{*this,
+                       "LBTipoNote",
+                       ListStyle::kOpen,
+                       {.caption = "Tipo", .hint = "Doppio click per gli elementi"}};
+  ListField LBNote{*this,
+                   "LBNote",
+                   ListStyle::kOpen,
+                   {.caption = "Nota", .hint = "Doppio click per riportare la nota nel Log"}};
+  Command cmExit{*this,
+                 "cmExit",
+                 "&Esci",
+                 {.tip = "Chiude la finestra Help",
+                  .run = [this] { Close(); },
+                  .hint = "Chiude la finestra Help"}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  private:

@@ -23,29 +23,11 @@ std::string DateColumn(const DatePicker& field) {
 TabellaCountry::TabellaCountry(Session& session)
     : Window(session.Host(), "TabellaCountry", "Tabella Country", Twips(10800), Twips(7200)),
       session_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {{&LBCountry, "Country"},
-                                                          {&Codice, "Codice"},
-                                                          {&Descrizione, "Descrizione"},
-                                                          {&Locator, "Locator"},
-                                                          {&Mappa, "Mappa"},
-                                                          {&Flag, "Flag"},
-                                                          {&X, "X"},
-                                                          {&Y, "Y"},
-                                                          {&Frame2, "Validità"},
-                                                          {&Validita, "Dal"},
-                                                          {&Deleted, "Al"},
-                                                          {&File1, "File disponibili"}};
-  for (const auto& [field, caption] : captions) field->SetCaption(caption);
-  keys_.Add(Toolbar1,
-            {{"cmInsert", "Inserisci", "Inserisce il country", "F2", [this] { cmInsert(); }},
-             {"cmUpdate", "Aggiorna", "Aggiorna il country scelto", "F3", [this] { cmUpdate(); }},
-             {"cmDelete", "Cancella", "Cancella il country scelto", "F4", [this] { cmDelete(); }},
-             {"cmExit", "Esci", "Chiude la tabella", "", [this] { cmExit(); }}});
-  CancelCommand = FindCommand("cmExit");
-  HangInEvents();
+  CancelCommand = &cmExit;
+  HandleEvents();
 }
 
-void TabellaCountry::HangInEvents() {
+void TabellaCountry::HandleEvents() {
   Codice.Filter = UpperKey;
   Codice.MaxLength = kCodeWidth;
   Locator.Filter = UpperKey;
@@ -54,21 +36,15 @@ void TabellaCountry::HangInEvents() {
   LBCountry.OnClick = [this] {
     if (SeekChosen()) ShowCountry();
   };
-  const std::pair<TextField*, Command*> fileFields[] = {{&Mappa, &cmMappa}, {&Flag, &cmFlag}};
-  for (const auto& [field, key] : fileFields) {
+  for (TextField* field : {&Mappa, &Flag}) {
     field->Filter = [](char32_t pressed) { return pressed == kBackspace ? pressed : 0; };
     field->BackspaceClears = true;
-    field->OnDrop = [field = field](std::string_view file) { field->SetText(file); };
-    key->OnClick = [this, field = field] {
-      if (File1.ListIndex() >= 0) field->SetText(File1.Text());
-    };
+    field->OnDrop = [field](std::string_view file) { field->SetText(file); };
   }
-  const auto hint = [this](Field& field, std::string_view text) {
-    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
-  };
-  hint(LBCountry, "Premi una lettera per ricercare o Click per richiamare i dati del country");
-  hint(Frame2, "01/01/9999 indica nessuna data impostata");
-  hint(File1, "File disponibili. Trascinarli su Mappa o Flag");
+}
+
+void TabellaCountry::TakeFile(TextField& field) {
+  if (File1.ListIndex() >= 0) field.SetText(File1.Text());
 }
 
 void TabellaCountry::Load() {
@@ -128,7 +104,7 @@ void TabellaCountry::ReloadAndSelect() {
   SeekChosen();
 }
 
-void TabellaCountry::cmInsert() {
+void TabellaCountry::Insert() {
   if (!ValidateCountry()) return;
   TryWrite(session_, "Inserimento country", kRepeated, [this] {
     session_.TbCountry->AddNew();
@@ -137,7 +113,7 @@ void TabellaCountry::cmInsert() {
   ReloadAndSelect();
 }
 
-void TabellaCountry::cmUpdate() {
+void TabellaCountry::Update() {
   if (!ValidateCountry()) return;
   TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     // Other windows move the table's handle meanwhile: back to the country chosen from the list.
@@ -148,12 +124,12 @@ void TabellaCountry::cmUpdate() {
   ReloadAndSelect();
 }
 
-void TabellaCountry::cmDelete() {
+void TabellaCountry::Delete() {
   if (!SeekChosen()) return;
   session_.TbCountry->Delete();
   LBCountry.RemoveItem(LBCountry.ListIndex());
 }
 
-void TabellaCountry::cmExit() { Close(); }
+void TabellaCountry::Leave() { Close(); }
 
 }  // namespace brenvo

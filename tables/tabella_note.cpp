@@ -15,22 +15,11 @@ constexpr std::size_t kTypeWidth = 6, kKeyWidth = 5;
 TabellaNote::TabellaNote(Session& session)
     : Window(session.Host(), "TabellaNote", "Tabella Note", Twips(7200), Twips(5400)),
       session_(session) {
-  LBNote.SetCaption("Note");
-  Codice.SetCaption("Tipo");
-  Nota.SetCaption("Nota");
-  keys_.Add(Toolbar1,
-            {{"cmInsert", "Inserisci", "Inserisce la nota", "F2", [this] { cmInsert(); }},
-             {"cmUpdate", "Aggiorna", "Aggiorna la nota scelta", "F3", [this] { cmUpdate(); }},
-             {"cmDelete", "Cancella", "Cancella la nota scelta", "F4", [this] { cmDelete(); }},
-             {"cmExit", "Esci", "Chiude la tabella", "", [this] { cmExit(); }}});
-  CancelCommand = FindCommand("cmExit");
+  CancelCommand = &cmExit;
   LBNote.OnClick = [this] {
     if (!SeekChosen()) return;
     Codice.SetText(FieldText(*session_.TbNoteHelp, "TipoNota"));
     Nota.SetText(FieldText(*session_.TbNoteHelp, "Nota"));
-  };
-  LBNote.OnHover = [this] {
-    StatusBar1.SetPanel(1, "Doppio click per richiamare i dati della nota");
   };
 }
 
@@ -65,7 +54,7 @@ void TabellaNote::ReloadAndSelect() {
   SeekChosen();
 }
 
-void TabellaNote::cmInsert() {
+void TabellaNote::Insert() {
   if (!ValidateNote()) return;
   TryWrite(session_, "Inserimento nota", kRepeated, [this] {
     session_.TbNoteHelp->AddNew();
@@ -74,7 +63,7 @@ void TabellaNote::cmInsert() {
   ReloadAndSelect();
 }
 
-void TabellaNote::cmUpdate() {
+void TabellaNote::Update() {
   if (!ValidateNote()) return;
   TryWrite(session_, "Aggiornamento nota", kRepeated, [this] {
     session_.TbNoteHelp->Edit();
@@ -83,12 +72,12 @@ void TabellaNote::cmUpdate() {
   ReloadAndSelect();
 }
 
-void TabellaNote::cmDelete() {
+void TabellaNote::Delete() {
   if (!SeekChosen()) return;
   session_.TbNoteHelp->Delete();
   LBNote.RemoveItem(LBNote.ListIndex());
 }
 
-void TabellaNote::cmExit() { Close(); }
+void TabellaNote::Leave() { Close(); }
 
 }  // namespace brenvo

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "core/session.h"
+#include "forms/command.h"
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
-#include "forms/tool_keys.h"
 #include "forms/window.h"
 
 namespace brenvo {
@@ -19,16 +19,35 @@ class TabellaNote : public Window {
   void Load() override;
   void Unload() override;
 
-  ListField LBNote{*this, "LBNote", ListStyle::kOpen};
-  TextField Codice{*this, "Codice"};  // the type
-  TextField Nota{*this, "Nota"};
-  ToolBar Toolbar1{*this, "Toolbar1"};
+  ListField LBNote{*this,
+                   "LBNote",
+                   ListStyle::kOpen,
+                   {.caption = "Note", .hint = "Doppio click per richiamare i dati della nota"}};
+  TextField Codice{*this, "Codice", {.caption = "Tipo", .characters = 7}};  // the type
+  TextField Nota{*this, "Nota", {.caption = "Nota", .characters = 20}};
+  ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  void cmInsert();
-  void cmUpdate();
-  void cmDelete();
-  void cmExit();
+  Command cmInsert{*this,
+                   "cmInsert",
+                   "Inserisci",
+                   {.tip = "Inserisce la nota", .shortcut = "F2", .run = [this] { Insert(); }}};
+  Command cmUpdate{
+      *this,
+      "cmUpdate",
+      "Aggiorna",
+      {.tip = "Aggiorna la nota scelta", .shortcut = "F3", .run = [this] { Update(); }}};
+  Command cmDelete{
+      *this,
+      "cmDelete",
+      "Cancella",
+      {.tip = "Cancella la nota scelta", .shortcut = "F4", .run = [this] { Delete(); }}};
+  Command cmExit{*this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
+
+  void Insert();
+  void Update();
+  void Delete();
+  void Leave();
 
  private:
   bool SeekChosen();
@@ -37,7 +56,6 @@ class TabellaNote : public Window {
   void ReloadAndSelect();
 
   Session& session_;
-  ToolKeys keys_;
 };
 
 }  // namespace brenvo

@@ -29,22 +29,11 @@ TabellaPrefissi::TabellaPrefissi(Session& session)
     : Window(session.Host(), "TabellaPrefissi", "Tabella Prefissi", Twips(8400), Twips(7200)),
       session_(session),
       data1_(session) {
-  Codice.SetCaption("Prefisso");
-  Country.SetCaption("Country");
-  ZonaCQ.SetCaption("Zona CQ");
-  ZonaITU.SetCaption("Zona ITU");
-  Continente.SetCaption("Continente");
   Codice.Filter = UpperKey;
   Continente.Filter = UpperKey;
   ZonaCQ.Filter = DigitsOnlyKey;
   ZonaITU.Filter = DigitsOnlyKey;
-  keys_.Add(Toolbar1,
-            {{"cmInsert", "Inserisci", "Inserisce il prefisso", "F2", [this] { cmInsert(); }},
-             {"cmUpdate", "Aggiorna", "Aggiorna il prefisso", "F3", [this] { cmUpdate(); }},
-             {"cmDelete", "Cancella", "Cancella il prefisso", "F4", [this] { cmDelete(); }},
-             {"cmSearch", "Ricerca", "Cerca il prefisso", "F8", [this] { cmSearch(); }},
-             {"cmExit", "Esci", "Chiude la tabella", "", [this] { cmExit(); }}});
-  CancelCommand = FindCommand("cmExit");
+  CancelCommand = &cmExit;
   Spread1.SetSource(&data1_);
   Spread1.OnHeading = [this](int column) { SortBy(column); };
   Spread1.OnClick = [this] { OnRowClick(); };
@@ -91,7 +80,7 @@ void TabellaPrefissi::Store() {
   data1_.RowsWritten();
 }
 
-void TabellaPrefissi::cmInsert() {
+void TabellaPrefissi::Insert() {
   if (!ValidatePrefix()) return;
   TryWrite(session_, "Inserimento prefisso", kRepeated, [this] {
     Table& prefissi = *session_.TbPrefissi;
@@ -107,7 +96,7 @@ void TabellaPrefissi::cmInsert() {
   });
 }
 
-void TabellaPrefissi::cmUpdate() {
+void TabellaPrefissi::Update() {
   if (!ValidatePrefix()) return;
   TryWrite(session_, "Aggiornamento prefisso", kRepeated, [this] {
     // The index ends with the continent; the country is compared on the row that it leads to.
@@ -124,14 +113,14 @@ void TabellaPrefissi::cmUpdate() {
   });
 }
 
-void TabellaPrefissi::cmDelete() {
+void TabellaPrefissi::Delete() {
   if (!session_.Messages().AskYesNo("Cancellazione prefisso", "Confermi l'operazione ?")) return;
   data1_.Rows()->Delete();
   data1_.RowsWritten();
   Spread1.ContentChanged();
 }
 
-void TabellaPrefissi::cmSearch() {
+void TabellaPrefissi::Find() {
   Dynaset& rows = *data1_.Rows();
   rows.FindFirst("Prefisso='" + Codice.Text() + "'");
   if (rows.NoMatch()) return;
@@ -146,7 +135,7 @@ void TabellaPrefissi::cmSearch() {
   }
 }
 
-void TabellaPrefissi::cmExit() {
+void TabellaPrefissi::Leave() {
   session_.ChosenPrefix.Prefisso = "CANCEL";
   Close();
 }

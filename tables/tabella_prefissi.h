@@ -5,11 +5,11 @@
 
 #include "core/data_source.h"
 #include "core/session.h"
+#include "forms/command.h"
 #include "forms/grid.h"
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
-#include "forms/tool_keys.h"
 #include "forms/window.h"
 
 namespace brenvo {
@@ -23,20 +23,39 @@ class TabellaPrefissi : public Window {
   void Load() override;
   void Unload() override;
 
-  TextField Codice{*this, "Codice"};
-  ListField Country{*this, "Country", ListStyle::kDropDown};
-  TextField ZonaCQ{*this, "ZonaCQ"};
-  TextField ZonaITU{*this, "ZonaITU"};
-  TextField Continente{*this, "Continente"};
+  TextField Codice{*this, "Codice", {.caption = "Prefisso", .characters = 9}};
+  ListField Country{
+      *this, "Country", ListStyle::kDropDown, {.caption = "Country", .characters = 24}};
+  TextField ZonaCQ{*this, "ZonaCQ", {.caption = "Zona CQ", .characters = 4}};
+  TextField ZonaITU{*this, "ZonaITU", {.caption = "Zona ITU", .characters = 4}};
+  TextField Continente{*this, "Continente", {.caption = "Continente", .characters = 4}};
   DataGrid Spread1{*this, "Spread1"};
-  ToolBar Toolbar1{*this, "Toolbar1"};
+  ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmSearch, &cmExit}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  void cmInsert();
-  void cmUpdate();
-  void cmDelete();
-  void cmSearch();
-  void cmExit();
+  Command cmInsert{*this,
+                   "cmInsert",
+                   "Inserisci",
+                   {.tip = "Inserisce il prefisso", .shortcut = "F2", .run = [this] { Insert(); }}};
+  Command cmUpdate{*this,
+                   "cmUpdate",
+                   "Aggiorna",
+                   {.tip = "Aggiorna il prefisso", .shortcut = "F3", .run = [this] { Update(); }}};
+  Command cmDelete{*this,
+                   "cmDelete",
+                   "Cancella",
+                   {.tip = "Cancella il prefisso", .shortcut = "F4", .run = [this] { Delete(); }}};
+  Command cmSearch{*this,
+                   "cmSearch",
+                   "Ricerca",
+                   {.tip = "Cerca il prefisso", .shortcut = "F8", .run = [this] { Find(); }}};
+  Command cmExit{*this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
+
+  void Insert();
+  void Update();
+  void Delete();
+  void Find();
+  void Leave();
 
  private:
   bool ValidatePrefix() const;
@@ -51,7 +70,6 @@ class TabellaPrefissi : public Window {
 
   Session& session_;
   DataSource data1_;
-  ToolKeys keys_;
 };
 
 }  // namespace brenvo

@@ -17,29 +17,13 @@ constexpr std::size_t kDeletedCodeWidth = 3;
 TabellaProvincie::TabellaProvincie(Session& session)
     : Window(session.Host(), "TabellaProvincie", "Tabella Provincie", Twips(9600), Twips(6000)),
       session_(session) {
-  LBCountry.SetCaption("Country");
-  LBProv.SetCaption("Provincie");
-  Codice.SetCaption("Codice");
-  Descrizione.SetCaption("Descrizione");
-  keys_.Add(Toolbar1,
-            {{"cmInsert", "Inserisci", "Inserisce la provincia", "F2", [this] { cmInsert(); }},
-             {"cmUpdate", "Aggiorna", "Aggiorna la provincia scelta", "F3", [this] { cmUpdate(); }},
-             {"cmDelete", "Cancella", "Cancella la provincia scelta", "F4", [this] { cmDelete(); }},
-             {"cmExit", "Esci", "Chiude la tabella", "", [this] { cmExit(); }}});
-  CancelCommand = FindCommand("cmExit");
+  CancelCommand = &cmExit;
   Codice.Filter = UpperKey;
   LBCountry.OnClick = [this] { LoadProvinces(session_, LBProv, ChosenCountry()); };
   LBProv.OnClick = [this] {
     if (!SeekChosen(kProvinceWidth)) return;
     Codice.SetText(FieldText(*session_.TbProvincie, "Provincia"));
     Descrizione.SetText(FieldText(*session_.TbProvincie, "Descrizione"));
-  };
-  LBCountry.OnHover = [this] {
-    StatusBar1.SetPanel(1, "Premi una lettera per ricercare o Click per visualizzare le provincie");
-  };
-  LBProv.OnHover = [this] {
-    StatusBar1.SetPanel(
-        1, "Premi una lettera per ricercare o Click per richiamare i dati della provincia");
   };
 }
 
@@ -78,7 +62,7 @@ void TabellaProvincie::ReloadAndSelect() {
   SeekChosen(kProvinceWidth);
 }
 
-void TabellaProvincie::cmInsert() {
+void TabellaProvincie::Insert() {
   if (!ValidateProvince()) return;
   TryWrite(session_, "Inserimento provincia", kRepeated, [this] {
     session_.TbProvincie->AddNew();
@@ -87,7 +71,7 @@ void TabellaProvincie::cmInsert() {
   ReloadAndSelect();
 }
 
-void TabellaProvincie::cmUpdate() {
+void TabellaProvincie::Update() {
   if (!ValidateProvince()) return;
   // The title is the country table's, as operators know it.
   TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
@@ -99,12 +83,12 @@ void TabellaProvincie::cmUpdate() {
   ReloadAndSelect();
 }
 
-void TabellaProvincie::cmDelete() {
+void TabellaProvincie::Delete() {
   if (!SeekChosen(kDeletedCodeWidth)) return;
   session_.TbProvincie->Delete();
   LBProv.RemoveItem(LBProv.ListIndex());
 }
 
-void TabellaProvincie::cmExit() { Close(); }
+void TabellaProvincie::Leave() { Close(); }
 
 }  // namespace brenvo

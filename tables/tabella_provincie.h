@@ -4,10 +4,10 @@
 #include <string>
 
 #include "core/session.h"
+#include "forms/command.h"
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
-#include "forms/tool_keys.h"
 #include "forms/window.h"
 
 namespace brenvo {
@@ -20,17 +20,44 @@ class TabellaProvincie : public Window {
   void Load() override;
   void Unload() override;
 
-  ListField LBCountry{*this, "LBCountry", ListStyle::kOpen};
-  ListField LBProv{*this, "LBProv", ListStyle::kOpen};
-  TextField Codice{*this, "Codice"};
-  TextField Descrizione{*this, "Descrizione"};
-  ToolBar Toolbar1{*this, "Toolbar1"};
+  ListField LBCountry{
+      *this,
+      "LBCountry",
+      ListStyle::kOpen,
+      {.caption = "Country",
+       .hint = "Premi una lettera per ricercare o Click per visualizzare le provincie"}};
+  ListField LBProv{
+      *this,
+      "LBProv",
+      ListStyle::kOpen,
+      {.caption = "Provincie",
+       .hint = "Premi una lettera per ricercare o Click per richiamare i dati della provincia"}};
+  TextField Codice{*this, "Codice", {.caption = "Codice", .characters = 6}};
+  TextField Descrizione{*this, "Descrizione", {.caption = "Descrizione", .characters = 20}};
+  ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  void cmInsert();
-  void cmUpdate();
-  void cmDelete();
-  void cmExit();
+  Command cmInsert{
+      *this,
+      "cmInsert",
+      "Inserisci",
+      {.tip = "Inserisce la provincia", .shortcut = "F2", .run = [this] { Insert(); }}};
+  Command cmUpdate{
+      *this,
+      "cmUpdate",
+      "Aggiorna",
+      {.tip = "Aggiorna la provincia scelta", .shortcut = "F3", .run = [this] { Update(); }}};
+  Command cmDelete{
+      *this,
+      "cmDelete",
+      "Cancella",
+      {.tip = "Cancella la provincia scelta", .shortcut = "F4", .run = [this] { Delete(); }}};
+  Command cmExit{*this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
+
+  void Insert();
+  void Update();
+  void Delete();
+  void Leave();
 
  private:
   // The country chosen, padded as its list shows it.
@@ -41,7 +68,6 @@ class TabellaProvincie : public Window {
   void ReloadAndSelect();
 
   Session& session_;
-  ToolKeys keys_;
 };
 
 }  // namespace brenvo

@@ -49,50 +49,30 @@ void BandGrid::EditCell(std::int64_t row, int column, std::string_view text) {
 
 UserForm::UserForm(Session& session)
     : Window(session.Host(), "User", "Tabella Utente", Twips(11400), Twips(8400)),
-      DataGrid1(*this, "DataGrid1", session),
+      DataGrid1(
+          *this, "DataGrid1",
+          {.hint = "Frequenza in MHz, inizio e fine della banda in kHz. Una banda con un file "
+                   "wav viene annunciata"},
+          session),
       session_(session),
       data1_(session) {
-  const std::pair<Field*, std::string_view> captions[] = {
-      {&CallQso, "Call"},
-      {&Qra, "Qra"},
-      {&Qth, "Qth"},
-      {&Indirizzo, "Indirizzo"},
-      {&Provincia, "Provincia"},
-      {&Locator, "Locator"},
-      {&ZX9TOK, "Path manager ZX9TOK"},
-      {&Modo, "Modo"},
-      {&File2, "File wav"},
-      {&TNCPort, "Port"},
-      {&TNCBaud, "Baud"},
-      {&TNCEcho, "Local echo"},
-      {&ClusterNode, "Radio cluster"},
-      {&TelnetCluster, "Telnet cluster"},
-      {&TelnetWWConv, "Telnet WWConv"},
-      {&FrameChiamata, "Chiamata automatica"},
-      {&File1, "File disponibili"},
-      {&CallFile, "File wav"},
-      {&CallInterval, "Intervallo tra le chiamate"}};
-  for (const auto& [field, caption] : captions) field->SetCaption(caption);
   Tab1.SetPage(0, PanelRTX, {&DataGrid1, &Modo, &File2});
   Tab1.SetPage(1, PanelMultimedia,
                {&TNCPort, &TNCBaud, &TNCEcho, &ClusterNode, &TelnetCluster, &TelnetWWConv,
                 &FrameChiamata, &File1, &cmCallFile, &CallFile, &CallInterval});
-  keys_.Add(Toolbar1, {{"cmUpdate", "Aggiorna", "Registra i dati della stazione", "F3",
-                        [this] { cmUpdate(); }},
-                       {"cmExit", "Esci", "Chiude senza registrare", "", [this] { cmExit(); }}});
-  CancelCommand = FindCommand("cmExit");
-  HangInEvents();
+  CancelCommand = &cmExit;
+  HandleEvents();
 }
 
-void UserForm::HangInEvents() {
+void UserForm::TakeFile() {
+  if (File1.ListIndex() >= 0) CallFile.SetText(File1.Text());
+}
+
+void UserForm::HandleEvents() {
   for (TextField* field : {&CallQso, &Provincia, &Locator}) field->Filter = UpperKey;
   CallFile.BackspaceClears = true;
   CallFile.OnDrop = [this](std::string_view file) { CallFile.SetText(file); };
-  cmCallFile.Tip = "Prende il file scelto nella lista";
-  cmCallFile.OnClick = [this] {
-    if (File1.ListIndex() >= 0) CallFile.SetText(File1.Text());
-  };
-  File1.OnDoubleClick = cmCallFile.OnClick;
+  File1.OnDoubleClick = [this] { TakeFile(); };
 
   DataGrid1.Editable = true;
   DataGrid1.SetSource(&data1_);
@@ -111,21 +91,6 @@ void UserForm::HangInEvents() {
     picker->PicksOnEnter = true;
     picker->OnLeave = [picker] { picker->SetVisible(false); };
   }
-
-  const auto hint = [this](Field& field, std::string_view text) {
-    field.OnHover = [this, text] { StatusBar1.SetPanel(1, text); };
-  };
-  hint(CallQso, "Il nominativo della stazione, obbligatorio come i campi fino al locator");
-  hint(Locator, "Il locator della stazione, sei caratteri come JN61FV");
-  hint(ZX9TOK, "Se non e' vuoto il log cerca il manager di ogni call");
-  hint(DataGrid1,
-       "Frequenza in MHz, inizio e fine della banda in kHz. Una banda con un file wav viene "
-       "annunciata");
-  hint(ClusterNode, "Il nodo a cui collegarsi via radio");
-  hint(TelnetCluster, "Host, oppure host:porta");
-  hint(TelnetWWConv, "Host, oppure host:porta");
-  hint(File1, "Trascinare il file su File wav, oppure doppio click");
-  hint(CallFile, "Il file della chiamata automatica, backspace lo toglie");
 }
 
 void UserForm::Load() {
@@ -226,7 +191,7 @@ bool UserForm::ValidateUser() {
   return false;
 }
 
-void UserForm::cmUpdate() {
+void UserForm::StoreProfile() {
   if (!ValidateUser()) {
     session_.Messages().Show(MessageIcon::kExclamation, "", "I campi sono tutti obbligatori");
     return;
@@ -260,6 +225,6 @@ void UserForm::Store() {
   user.Update();
 }
 
-void UserForm::cmExit() { Close(); }
+void UserForm::Leave() { Close(); }
 
 }  // namespace brenvo

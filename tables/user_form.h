@@ -6,12 +6,12 @@
 #include "core/data_source.h"
 #include "core/session.h"
 #include "forms/choice_fields.h"
+#include "forms/command.h"
 #include "forms/grid.h"
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/tab_strip.h"
 #include "forms/text_field.h"
-#include "forms/tool_keys.h"
 #include "forms/window.h"
 
 namespace brenvo {
@@ -20,8 +20,8 @@ namespace brenvo {
 // a box.
 class BandGrid : public DataGrid {
  public:
-  BandGrid(Window& window, std::string name, Session& session)
-      : DataGrid(window, std::move(name)), session_(session) {}
+  BandGrid(Window& window, std::string name, const FieldFace& face, Session& session)
+      : DataGrid(window, std::move(name), face), session_(session) {}
   void EditCell(std::int64_t row, int column, std::string_view text) override;
 
  private:
@@ -35,14 +35,27 @@ class UserForm : public Window {
   void Load() override;
   void Unload() override;
 
-  TextField CallQso{*this, "CallQso"};
-  TextField Qra{*this, "Qra"};
-  TextField Qth{*this, "Qth"};
-  TextField Indirizzo{*this, "Indirizzo"};
-  TextField Provincia{*this, "Provincia"};
-  TextField Locator{*this, "Locator"};
+  TextField CallQso{
+      *this,
+      "CallQso",
+      {.caption = "Call",
+       .hint = "Il nominativo della stazione, obbligatorio come i campi fino al locator",
+       .characters = 10}};
+  TextField Qra{*this, "Qra", {.caption = "Qra", .characters = 14}};
+  TextField Qth{*this, "Qth", {.caption = "Qth", .characters = 14}};
+  TextField Indirizzo{*this, "Indirizzo", {.caption = "Indirizzo", .characters = 16}};
+  TextField Provincia{*this, "Provincia", {.caption = "Provincia", .characters = 4}};
+  TextField Locator{*this,
+                    "Locator",
+                    {.caption = "Locator",
+                     .hint = "Il locator della stazione, sei caratteri come JN61FV",
+                     .characters = 9}};
   // Kept in the settings: anything at all switches the manager lookup of the log on.
-  TextField ZX9TOK{*this, "ZX9TOK"};
+  TextField ZX9TOK{*this,
+                   "ZX9TOK",
+                   {.caption = "Path manager ZX9TOK",
+                    .hint = "Se non e' vuoto il log cerca il manager di ogni call",
+                    .characters = 20}};
 
   Panel PanelRTX{*this, "SSPanel1_0"};
   Panel PanelMultimedia{*this, "SSPanel1_1"};
@@ -50,32 +63,64 @@ class UserForm : public Window {
 
   // The bands, and the lists that two of their columns are picked from; hidden until then.
   BandGrid DataGrid1;
-  ListField Modo{*this, "Modo", ListStyle::kOpen};
-  ListField File2{*this, "File2", ListStyle::kOpen};
+  ListField Modo{*this, "Modo", ListStyle::kOpen, {.caption = "Modo"}};
+  ListField File2{*this, "File2", ListStyle::kOpen, {.caption = "File wav"}};
 
-  ListField TNCPort{*this, "TNCPort", ListStyle::kDropDown};
-  ListField TNCBaud{*this, "TNCBaud", ListStyle::kDropDown};
-  CheckBox TNCEcho{*this, "TNCEcho"};
-  TextField ClusterNode{*this, "ClusterNode"};
-  TextField TelnetCluster{*this, "TelnetCluster"};
-  TextField TelnetWWConv{*this, "TelnetWWConv"};
-  Panel FrameChiamata{*this, "FrameChiamata"};
-  ListField File1{*this, "File1", ListStyle::kOpen};
-  Command cmCallFile{*this, "cmCallFile", "&Scegli"};
-  TextField CallFile{*this, "CallFile"};
-  TextField CallInterval{*this, "CallInterval"};  // seconds
+  ListField TNCPort{*this, "TNCPort", ListStyle::kDropDown, {.caption = "Port", .characters = 7}};
+  ListField TNCBaud{*this, "TNCBaud", ListStyle::kDropDown, {.caption = "Baud", .characters = 7}};
+  CheckBox TNCEcho{*this, "TNCEcho", {.caption = "Local echo"}};
+  TextField ClusterNode{
+      *this,
+      "ClusterNode",
+      {.caption = "Radio cluster", .hint = "Il nodo a cui collegarsi via radio", .characters = 16}};
+  TextField TelnetCluster{
+      *this,
+      "TelnetCluster",
+      {.caption = "Telnet cluster", .hint = "Host, oppure host:porta", .characters = 16}};
+  TextField TelnetWWConv{
+      *this,
+      "TelnetWWConv",
+      {.caption = "Telnet WWConv", .hint = "Host, oppure host:porta", .characters = 16}};
+  Panel FrameChiamata{*this, "FrameChiamata", {.caption = "Chiamata automatica"}};
+  ListField File1{*this,
+                  "File1",
+                  ListStyle::kOpen,
+                  {.caption = "File disponibili",
+                   .hint = "Trascinare il file su File wav, oppure doppio click"}};
+  Command cmCallFile{*this,
+                     "cmCallFile",
+                     "&Scegli",
+                     {.tip = "Prende il file scelto nella lista", .run = [this] { TakeFile(); }}};
+  TextField CallFile{*this,
+                     "CallFile",
+                     {.caption = "File wav",
+                      .hint = "Il file della chiamata automatica, backspace lo toglie",
+                      .characters = 12}};
+  TextField CallInterval{*this,
+                         "CallInterval",
+                         {.caption = "Intervallo tra le chiamate", .characters = 5}};  // seconds
 
-  ToolBar Toolbar1{*this, "Toolbar1"};
+  ToolBar Toolbar1{*this, "Toolbar1", {&cmUpdate, &cmExit}};
   StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  void cmUpdate();
-  void cmExit();
+  Command cmUpdate{*this,
+                   "cmUpdate",
+                   "Aggiorna",
+                   {.tip = "Registra i dati della stazione", .shortcut = "F3", .run = [this] {
+                      StoreProfile();
+                    }}};
+  Command cmExit{
+      *this, "cmExit", "Esci", {.tip = "Chiude senza registrare", .run = [this] { Leave(); }}};
+
+  void StoreProfile();
+  void Leave();
 
  private:
   bool ValidateUser();
   void Store();
+  void TakeFile();
   void MakeGrid();
-  void HangInEvents();
+  void HandleEvents();
   // The list that a grid's column is picked from; nullptr for a column that is typed.
   ListField* PickerOf(int column);
   bool OnGridKey(char32_t key);
@@ -86,7 +131,6 @@ class UserForm : public Window {
 
   Session& session_;
   DataSource data1_;
-  ToolKeys keys_;
 };
 
 }  // namespace brenvo

@@ -5,14 +5,11 @@ namespace {
 
 Piece ImportaAdifView() {
   return Column(
-      {Form({Line({Wide(Item("File", "File"))}),
-             Line({Item("Letti", "Record letti", 9), Item("Nuovi", "Nuovi", 9),
-                   Item("Ripetuti", "Ripetuti", 9), Item("Rifiutati", "Rifiutati", 9),
-                   Item("Spostati", "Spostati nel minuto", 9),
-                   Item("Riparati", "Campi riparati", 9)}),
-             Line({Wide(Item("Periodo", "Periodo", 28)), Wide(Item("Avvisi", "Avvisi", 28))}),
-             Line({Wide(Item("Bande", "Bande"))}), Line({Wide(Item("Modi", "Modi"))}),
-             Line({Wide(Item("Motivi", "Motivi rifiuto"))})}),
+      {Form({Line({Wide(Item("File"))}),
+             Line({Item("Letti"), Item("Nuovi"), Item("Ripetuti"), Item("Rifiutati"),
+                  Item("Spostati"), Item("Riparati")}),
+             Line({Wide(Item("Periodo")), Wide(Item("Avvisi"))}), Line({Wide(Item("Bande"))}),
+             Line({Wide(Item("Modi"))}), Line({Wide(Item("Motivi"))})}),
        Line({Frame("Valgono come Qsl ricevuta",
                    Line({Item("QslCartacea"), Item("QslLotw"), Item("QslEqsl"), Space()})),
              Frame("Contatti ripetuti", Item("ContattiRipetuti"))}),

@@ -5,25 +5,20 @@ namespace {
 
 Piece StatSelView() {
   const Piece filters = Column(
-      {Frame("Data Qso",
-             Form({Line({Item("DataQsoI", "Iniziale", 10), Item("DataQsoF", "Finale", 10)})})),
-       Form({Line({Wide(Item("Country", "Country", 22))}), Line({Item("Banda", "Banda", 9)})}),
+      {Frame("Data Qso", Form({Line({Item("DataQsoI"), Item("DataQsoF")})})),
+       Form({Line({Wide(Item("Country"))}), Line({Item("Banda")})}),
        Frame("Qsl", Line({Item("QslRicevuta"), Item("QslInviata"), Item("QslDaInviare"), Space()})),
-       Form({Line({Wide(Item("Note", "Note", 22))})}), Item("Elenca")});
-  return Frame("",
-               Line({Wide(filters, 2), Wide(Column({Item("Modo", "Modo")})),
-                     Wide(Column({Item("Propagazione", "Propagazione")}))}),
-               "Panel3D1");
+       Form({Line({Wide(Item("Note"))})}), Item("Elenca")});
+  return Framed("Panel3D1", Line({Wide(filters, 2), Wide(Column({Titled(Item("Modo"))})),
+                                  Wide(Column({Titled(Item("Propagazione"))}))}));
 }
 
 Piece AwardView() { return Column({Item("Spread1")}); }
 
 Piece Matrix(const char* filter) {
-  return Frame("",
-               Column({Line({Item("CallQso", "Call", 12), Item("Locator", "Locator", 9),
-                             Item(filter, "", 9), Item("cmSearch"), Item("Mappa"), Space()}),
-                       Item("Coordinate"), Item("Grid1")}),
-               "SSPanel1");
+  return Framed("SSPanel1", Column({Line({Item("CallQso"), Item("Locator"), Item(filter),
+                                          Item("cmSearch"), Item("Mappa"), Space()}),
+                                    Item("Coordinate"), Item("Grid1")}));
 }
 
 Piece HrdView() { return Matrix("Modo"); }

@@ -178,6 +178,7 @@ QWidget* MakeLabel(Label& field, ViewContext& context, QWidget* parent) {
 }
 
 QWidget* MakeButton(Command& field, ViewContext& context, QWidget* parent) {
+  field.Refresh();
   auto* button = new QPushButton(parent);
   button->setAutoDefault(false);
   button->setCheckable(field.Toggle);

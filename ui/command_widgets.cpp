@@ -16,13 +16,6 @@ namespace {
 constexpr std::size_t kMostKeysWithWords = 6;
 constexpr int kKeySize = 20;
 
-template <class... Cases>
-struct Match : Cases... {
-  using Cases::operator()...;
-};
-template <class... Cases>
-Match(Cases...) -> Match<Cases...>;
-
 QString WithoutMark(const std::string& caption) { return ToQt(caption).remove('&'); }
 
 }  // namespace
@@ -43,6 +36,7 @@ QAction* CommandWidgets::ActionOf(Command& command) {
   if (const auto at = actions_.find(&command); at != actions_.end()) return at->second;
   auto* action = new QAction(&owner_);
   actions_[&command] = action;
+  command.Refresh();
   action->setObjectName(ToQt(command.Name()));
   action->setCheckable(command.Toggle);
   if (!command.Shortcut.empty()) action->setShortcut(QKeySequence(ToQt(command.Shortcut)));
@@ -57,8 +51,7 @@ QAction* CommandWidgets::ActionOf(Command& command) {
     action->setEnabled(command.Enabled());
     if (command.Toggle) action->setChecked(command.Down());
   };
-  command.Shown = follow;
-  follow();
+  Follow(command, follow);
   QObject::connect(action, &QAction::triggered, action, [this, action, &command] {
     // A menu closes, and the toolkit's flip of a toggle is undone, before the command runs.
     if (!context_.Alive()) return;
@@ -97,8 +90,7 @@ QMenu* CommandWidgets::MakeMenu(Menu& field) {
     menu->menuAction()->setVisible(field.Visible());
     menu->menuAction()->setEnabled(field.Enabled());
   };
-  field.Shown = follow;
-  follow();
+  Follow(field, follow);
   return menu;
 }
 
@@ -146,8 +138,12 @@ void CommandWidgets::AddEntries(QMenu& menu, EntryArray& entries) {
       action.setEnabled(entries.Enabled());
     }
   };
-  entries.Shown = follow;
-  follow();
+  Follow(entries, follow);
+}
+
+void CommandWidgets::Follow(Field& field, const std::function<void()>& show) {
+  subscriptions_.push_back(context_.Follow(field.Shown, show));
+  show();
 }
 
 QWidget* CommandWidgets::MakeToolBar(ToolBar& field, QWidget* parent) {
@@ -161,8 +157,7 @@ QWidget* CommandWidgets::MakeToolBar(ToolBar& field, QWidget* parent) {
     std::visit(Match{[&](Command* command) {
                        QAction* action = ActionOf(*command);
                        // Only here: a menu bar would show the picture instead of the words.
-                       action->setIcon(
-                           CommandIcon(command->Icon.empty() ? command->Name() : command->Icon));
+                       action->setIcon(CommandIcon(command->Name()));
                        action->setIconVisibleInMenu(false);
                        bar->addAction(action);
                      },
@@ -184,8 +179,7 @@ QWidget* CommandWidgets::MakeToolBar(ToolBar& field, QWidget* parent) {
     bar->setVisible(field.Visible());
     bar->setEnabled(field.Enabled());
   };
-  field.Shown = follow;
-  follow();
+  Follow(field, follow);
   return bar;
 }
 

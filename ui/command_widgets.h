@@ -1,6 +1,7 @@
 // Commands as menus and tool bars.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <QAction>
 #include <QMenu>
@@ -12,7 +13,7 @@
 
 namespace brenvo {
 
-// The operator's press: the command's action, then the keyboard goes where the command tells. A key
+// The operator's press: the command's action, then the keyboard goes where the command says. A key
 // that came in while a dialog was on its way to the screen is for nobody.
 void PressOnScreen(Command& command, const ViewContext& context);
 
@@ -32,11 +33,14 @@ class CommandWidgets {
   QAction* ActionOf(Command& command);
   void FillMenu(QMenu& menu, const std::vector<MenuItem>& items);
   void AddEntries(QMenu& menu, EntryArray& entries);
+  // Runs `show` now and at each change of the field that can be seen.
+  void Follow(Field& field, const std::function<void()>& show);
 
   ViewContext& context_;
   QWidget& owner_;
   std::map<const Field*, QAction*> actions_;
   std::map<const Field*, QMenu*> menus_;
+  std::vector<Subscription> subscriptions_;
 };
 
 }  // namespace brenvo

@@ -11,7 +11,7 @@ namespace brenvo {
 class Window;
 class WindowList;
 
-// Every callback of Qt enters the logic here, so that what it throws is told in one place and a
+// Every callback of Qt enters the logic here, so that what it throws is reported in one place and a
 // window that unloads itself goes when its event is over. Callers touch nothing of the window
 // after Run has returned.
 class EventGate : public QObject {

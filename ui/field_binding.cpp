@@ -27,11 +27,7 @@ FieldBinding::FieldBinding(Field& field, QWidget& widget, ViewContext& context)
     : QObject(&widget), field_(field), widget_(widget), context_(context) {
   widget.setObjectName(ToQt(field.Name()));
   Watch(widget);
-  field.Shown = [this] { Show(); };
-}
-
-FieldBinding::~FieldBinding() {
-  if (context_.Alive()) field_.Shown = nullptr;
+  shown_ = context.Follow(field.Shown, [this] { Show(); });
 }
 
 void FieldBinding::Watch(QWidget& part) {
@@ -104,29 +100,26 @@ void FieldBinding::FocusMoved(QEvent& event) {
   context_.Later(this, [this, in] { in ? field_.Focus() : field_.Leave(); });
 }
 
-PanelBinding::PanelBinding(Field& field, QWidget& widget, ViewContext& context)
-    : FieldBinding(field, widget, context),
-      panel_(dynamic_cast<Panel*>(&field)),
-      place_(widget),
-      pointing_(context) {}
+PanelBinding::PanelBinding(Panel& field, QWidget& widget, ViewContext& context)
+    : FieldBinding(field, widget, context), panel_(field), pointing_(context) {}
 
 bool PanelBinding::eventFilter(QObject* watched, QEvent* event) {
   const bool answered = FieldBinding::eventFilter(watched, event);
   const bool pointing = event->type() == QEvent::MouseButtonPress ||
                         event->type() == QEvent::MouseMove ||
                         event->type() == QEvent::MouseButtonRelease;
-  if (panel_ == nullptr || !pointing || !pointing_.Alive()) return answered;
+  if (!pointing || !pointing_.Alive()) return answered;
   const QPoint at = static_cast<QSinglePointEvent*>(event)->position().toPoint();
   const Twips x = Twips::FromPixels(at.x()), y = Twips::FromPixels(at.y());
   switch (event->type()) {
     case QEvent::MouseButtonPress:
-      if (panel_->OnPointerDown) pointing_.Run([&] { panel_->OnPointerDown(x, y); });
+      if (panel_.OnPointerDown) pointing_.Run([&] { panel_.OnPointerDown(x, y); });
       break;
     case QEvent::MouseMove:
-      if (panel_->OnPointerMove) pointing_.Run([&] { panel_->OnPointerMove(x, y); });
+      if (panel_.OnPointerMove) pointing_.Run([&] { panel_.OnPointerMove(x, y); });
       break;
     default:
-      if (panel_->OnPointerUp) pointing_.Run([&] { panel_->OnPointerUp(); });
+      if (panel_.OnPointerUp) pointing_.Run([&] { panel_.OnPointerUp(); });
   }
   return answered;
 }

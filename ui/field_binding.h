@@ -20,7 +20,6 @@ class FieldBinding : public QObject {
   Q_OBJECT
  public:
   FieldBinding(Field& field, QWidget& widget, ViewContext& context);
-  ~FieldBinding() override;
 
   // Shows what is particular to the kind of field; runs at each change that can be seen.
   std::function<void()> OnShow;
@@ -43,21 +42,21 @@ class FieldBinding : public QObject {
   Field& field_;
   QWidget& widget_;
   ViewContext& context_;
+  Subscription shown_;
   std::vector<QPointer<QWidget>> companions_;
   bool doubleClicks_ = false;
 };
 
-// A panel, which also tells where the pointer's button goes down on it and where it is moved.
+// A panel, which also reports where the pointer's button goes down on it and where it is moved.
 class PanelBinding : public FieldBinding {
  public:
-  PanelBinding(Field& field, QWidget& widget, ViewContext& context);
+  PanelBinding(Panel& field, QWidget& widget, ViewContext& context);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  Panel* panel_;
-  QWidget& place_;
+  Panel& panel_;
   ViewContext& pointing_;
 };
 

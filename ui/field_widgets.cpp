@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "forms/tab_strip.h"
+#include "forms/field_visit.h"
 #include "ui/choice_widgets.h"
 #include "ui/grid_widget.h"
 #include "ui/list_widgets.h"
@@ -18,39 +18,37 @@ namespace brenvo {
 namespace {
 
 QWidget* Make(Field& field, ViewContext& context, QWidget* parent, Look look) {
-  if (auto* list = dynamic_cast<ListField*>(&field)) return MakeListWidget(*list, context, parent);
-  if (auto* date = dynamic_cast<DatePicker*>(&field)) return MakeDateEdit(*date, context, parent);
-  if (auto* text = dynamic_cast<TextField*>(&field)) {
-    return look == Look::kLines ? MakeMemo(*text, context, parent)
-                                : MakeTextEdit(*text, context, parent);
-  }
-  if (auto* box = dynamic_cast<CheckBox*>(&field)) return MakeCheckBox(*box, context, parent);
-  if (auto* option = dynamic_cast<OptionButton*>(&field)) {
-    return MakeOptionButton(*option, context, parent);
-  }
-  if (auto* group = dynamic_cast<OptionGroup*>(&field)) {
-    if (look == Look::kTabs || dynamic_cast<TabStrip*>(group) != nullptr)
-      return MakeTabs(*group, context, parent);
-    const int columns = look == Look::kFourAcross ? 4 : look == Look::kTwoAcross ? 2 : 1;
-    return MakeOptionGroup(*group, context, parent, columns);
-  }
-  if (auto* slider = dynamic_cast<Slider*>(&field)) {
-    if (look == Look::kScrollBar) return MakeScrollBar(*slider, context, parent);
-    return MakeSlider(*slider, context, parent, look == Look::kVertical);
-  }
-  if (auto* gauge = dynamic_cast<Gauge*>(&field)) return MakeGauge(*gauge, context, parent);
-  if (auto* grid = dynamic_cast<Grid*>(&field)) return MakeGridWidget(*grid, context, parent);
-  if (auto* area = dynamic_cast<RichText*>(&field)) {
-    return MakeRichTextWidget(*area, context, parent);
-  }
-  if (auto* picture = dynamic_cast<PictureBox*>(&field)) {
-    return look == Look::kSmall ? MakeSmallPicture(*picture, context, parent)
-                                : MakePictureWidget(*picture, context, parent);
-  }
-  if (auto* bar = dynamic_cast<StatusBar*>(&field)) return MakeStatusBar(*bar, context, parent);
-  if (auto* label = dynamic_cast<Label*>(&field)) return MakeLabel(*label, context, parent);
-  if (auto* command = dynamic_cast<Command*>(&field)) return MakeButton(*command, context, parent);
-  return nullptr;
+  return VisitField(
+      field, [&](ListField& list) { return MakeListWidget(list, context, parent); },
+      [&](DatePicker& date) { return MakeDateEdit(date, context, parent); },
+      [&](MaskedField& masked) { return MakeMaskedEdit(masked, context, parent); },
+      [&](TextField& text) {
+        return look == Look::kLines ? MakeMemo(text, context, parent)
+                                    : MakeTextEdit(text, context, parent);
+      },
+      [&](CheckBox& box) { return MakeCheckBox(box, context, parent); },
+      [&](OptionButton& option) { return MakeOptionButton(option, context, parent); },
+      [&](TabStrip& tabs) { return MakeTabs(tabs, context, parent); },
+      [&](OptionGroup& group) {
+        if (look == Look::kTabs) return MakeTabs(group, context, parent);
+        const int columns = look == Look::kFourAcross ? 4 : look == Look::kTwoAcross ? 2 : 1;
+        return MakeOptionGroup(group, context, parent, columns);
+      },
+      [&](Slider& slider) {
+        if (look == Look::kScrollBar) return MakeScrollBar(slider, context, parent);
+        return MakeSlider(slider, context, parent, look == Look::kVertical);
+      },
+      [&](Gauge& gauge) { return MakeGauge(gauge, context, parent); },
+      [&](OneOf<Grid, DataGrid> auto& grid) { return MakeGridWidget(grid, context, parent); },
+      [&](RichText& area) { return MakeRichTextWidget(area, context, parent); },
+      [&](PictureBox& picture) {
+        return look == Look::kSmall ? MakeSmallPicture(picture, context, parent)
+                                    : MakePictureWidget(picture, context, parent);
+      },
+      [&](StatusBar& bar) { return MakeStatusBar(bar, context, parent); },
+      [&](Label& label) { return MakeLabel(label, context, parent); },
+      [&](Command& command) { return MakeButton(command, context, parent); },
+      [](OneOf<EntryArray, Menu, Panel, ToolBar> auto&) -> QWidget* { return nullptr; });
 }
 
 // What comes and goes with the transceiver's power moves nothing about.
@@ -80,24 +78,45 @@ QWidget* MakeFieldWidget(Field& field, ViewContext& context, QWidget* parent, Lo
   return widget;
 }
 
-bool FillsRoom(const Field& field) {
-  if (const auto* list = dynamic_cast<const ListField*>(&field)) {
-    return list->Style() == ListStyle::kOpen || list->Style() == ListStyle::kMulti;
-  }
-  return dynamic_cast<const Grid*>(&field) != nullptr ||
-         dynamic_cast<const RichText*>(&field) != nullptr ||
-         dynamic_cast<const PictureBox*>(&field) != nullptr;
+bool FillsRoom(Field& field) {
+  return VisitField(
+      field,
+      [](ListField& list) {
+        return list.Style() == ListStyle::kOpen || list.Style() == ListStyle::kMulti;
+      },
+      [](OneOf<Grid, DataGrid, RichText, PictureBox> auto&) { return true; },
+      [](OneOf<CheckBox, Command, DatePicker, EntryArray, Gauge, Label, MaskedField, Menu,
+               OptionButton, OptionGroup, Panel, Slider, StatusBar, TabStrip, TextField,
+               ToolBar> auto&) { return false; });
 }
 
-bool ShowsOwnCaption(const Field& field) {
-  return dynamic_cast<const CheckBox*>(&field) != nullptr ||
-         dynamic_cast<const OptionButton*>(&field) != nullptr ||
-         dynamic_cast<const OptionGroup*>(&field) != nullptr ||
-         dynamic_cast<const Command*>(&field) != nullptr ||
-         dynamic_cast<const Label*>(&field) != nullptr ||
-         dynamic_cast<const Grid*>(&field) != nullptr ||
-         dynamic_cast<const RichText*>(&field) != nullptr ||
-         dynamic_cast<const PictureBox*>(&field) != nullptr;
+bool ShowsOwnCaption(Field& field) {
+  return VisitField(
+      field,
+      [](OneOf<CheckBox, OptionButton, OptionGroup, TabStrip, Command, Label, Grid, DataGrid,
+               RichText, PictureBox> auto&) { return true; },
+      [](OneOf<DatePicker, EntryArray, Gauge, ListField, MaskedField, Menu, Panel, Slider,
+               StatusBar, TextField, ToolBar> auto&) { return false; });
+}
+
+Place PlaceOf(Field& field) {
+  return VisitField(
+      field, [](OneOf<Menu, ToolBar, StatusBar, EntryArray> auto&) { return Place::kBar; },
+      [](Panel&) { return Place::kAround; }, [](Command&) { return Place::kButton; },
+      [](OneOf<CheckBox, OptionButton> auto&) { return Place::kBox; },
+      [&](ListField&) { return FillsRoom(field) ? Place::kLarge : Place::kLine; },
+      [](OneOf<Grid, DataGrid, RichText, PictureBox> auto&) { return Place::kLarge; },
+      [](OneOf<DatePicker, Gauge, Label, MaskedField, OptionGroup, Slider, TabStrip,
+               TextField> auto&) { return Place::kLine; });
+}
+
+Menu* ContextMenuOf(Field& field) {
+  return VisitField(
+      field, [](ListField& list) { return list.ContextMenu; },
+      [](OneOf<Grid, DataGrid> auto& grid) { return grid.ContextMenu; },
+      [](OneOf<CheckBox, Command, DatePicker, EntryArray, Gauge, Label, MaskedField, Menu,
+               OptionButton, OptionGroup, Panel, PictureBox, RichText, Slider, StatusBar, TabStrip,
+               TextField, ToolBar> auto&) -> Menu* { return nullptr; });
 }
 
 }  // namespace brenvo

@@ -27,8 +27,22 @@ enum class Look {
 QWidget* MakeFieldWidget(Field& field, ViewContext& context, QWidget* parent, Look look);
 
 // True for fields that use all the room they get: grids, lists, text areas, pictures.
-bool FillsRoom(const Field& field);
+bool FillsRoom(Field& field);
 // True for fields that bear their words themselves.
-bool ShowsOwnCaption(const Field& field);
+bool ShowsOwnCaption(Field& field);
+
+// Where a field stands in a window that has no layout of its own.
+enum class Place {
+  kBar,     // in a menu or a bar, which have their own places
+  kAround,  // it carries other fields
+  kLine,    // in a line, with a label
+  kBox,     // among its like, with its own words
+  kLarge,   // it fills the room
+  kButton,
+};
+Place PlaceOf(Field& field);
+
+// The menu under the right button; null when the field has none.
+Menu* ContextMenuOf(Field& field);
 
 }  // namespace brenvo

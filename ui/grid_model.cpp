@@ -32,7 +32,7 @@ Qt::Alignment AlignmentOf(CellAlignment alignment) {
 constexpr int kPictureMargin = 4;
 
 // A picture higher than its row shows smaller, with all its pixels where the screen has them.
-QVariant PictureOf(const std::string& file, int rowHeight) {
+QVariant PictureOf(const std::string& file, Twips rowHeight) {
   if (file.empty()) return {};
   const QString path = ToQt(file);
   QPixmap picture;
@@ -41,7 +41,7 @@ QVariant PictureOf(const std::string& file, int rowHeight) {
     QPixmapCache::insert(path, picture);
   }
   if (picture.isNull()) return {};
-  const int height = Twips(rowHeight).Pixels() - kPictureMargin;
+  const int height = rowHeight.Pixels() - kPictureMargin;
   if (height > 0 && picture.height() > height) {
     picture.setDevicePixelRatio(static_cast<double>(picture.height()) / height);
   }
@@ -144,7 +144,7 @@ QString GridModel::Text(std::int64_t row, int column) const {
   return ToQt(grid_.Cell(row, column));
 }
 
-// Painting asks for many cells: one failure is told once, and not in the midst of the painting.
+// Painting asks for many cells: one failure is reported once, and not in the midst of the painting.
 void GridModel::Tell(const std::exception& failure) const {
   failed_ = true;
   context_.Later(const_cast<GridModel*>(this),

@@ -17,7 +17,7 @@ class GridModel : public QAbstractTableModel {
  public:
   GridModel(Grid& grid, ViewContext& context, QObject* parent);
 
-  // Takes over what the grid has now; a failure of its rows is told, and the grid is then empty.
+  // Takes over what the grid has now; a failure of its rows is reported, and the grid is then empty.
   void Refresh();
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -14,14 +14,14 @@
 namespace brenvo {
 namespace {
 
-// The height of letters, in pixels, that told widths are meant for.
+// The height of letters, in pixels, that given widths are meant for.
 constexpr int kUsualLetters = 16;
 // Beyond this many rows all are alike: asking each for its height would take longer than a look.
 constexpr int kMostRowsOfOwnHeight = 20000;
 // Rows that a column is measured by.
 constexpr int kMeasuredRows = 60;
 constexpr int kNarrowest = 48, kWidestMeasured = 320;
-// A column of short texts, a code or a number, is never told too narrow for them.
+// A column of short texts, a code or a number, is never given too little room for them.
 constexpr int kWidestShort = 96;
 
 class Table : public QTableView {
@@ -163,19 +163,19 @@ class Table : public QTableView {
     });
   }
 
-  // A width is told for letters of the usual height; larger ones need more.
-  int ColumnPixels(int twips) const {
+  // A width is meant for letters of the usual height; larger ones need more.
+  int ColumnPixels(Twips width) const {
     const double larger = std::max(1.0, fontMetrics().height() / double(kUsualLetters));
-    return qRound(Twips(twips).Pixels() * larger);
+    return qRound(width.Pixels() * larger);
   }
 
   void SizeColumns() {
-    std::vector<int> told;
+    std::vector<Twips> told;
     for (int column = 0; column < model_->columnCount(); ++column) {
       told.push_back(grid_.ColumnWidth(column));
     }
     // The first rows may be short, or empty: as long as there are few, those that come widen their
-    // columns. The operator's own widths stand until the grid tells others.
+    // columns. The operator's own widths stand until the grid gives others.
     const bool anew = told != told_;
     const int rows = model_->rowCount();
     if (!anew && (rows == 0 || measuredRows_ > kMeasuredRows)) return;
@@ -186,29 +186,30 @@ class Table : public QTableView {
     horizontalHeader()->setResizeContentsPrecision(kMeasuredRows);
     int last = -1;
     for (int column = 0; column < model_->columnCount(); ++column) {
-      const int twips = told[static_cast<std::size_t>(column)];
-      setColumnHidden(column, twips == 0);
-      if (twips == 0) continue;
+      const Twips given = told[static_cast<std::size_t>(column)];
+      setColumnHidden(column, given == Twips(0));
+      if (given == Twips(0)) continue;
       last = column;
       if (own_.contains(column)) continue;
       const int heading = horizontalHeader()->sectionSizeHint(column);
       const int content = sizeHintForColumn(column) + 6;
-      const int wanted = twips > 0 ? std::max(ColumnPixels(twips), std::min(content, kWidestShort))
-                                   : std::clamp(content, kNarrowest, kWidestMeasured);
+      const int wanted = given > Twips(0)
+                             ? std::max(ColumnPixels(given), std::min(content, kWidestShort))
+                             : std::clamp(content, kNarrowest, kWidestMeasured);
       if (const int width = std::max(heading, wanted); !widen || width > columnWidth(column)) {
         setColumnWidth(column, width);
       }
     }
     horizontalHeader()->setStretchLastSection(last >= 0 &&
-                                              told[static_cast<std::size_t>(last)] < 0);
+                                              told[static_cast<std::size_t>(last)] < Twips(0));
   }
 
   void SizeRows() {
     const int rows = model_->rowCount();
     if (rows > kMostRowsOfOwnHeight) return;
     for (int row = 0; row < rows; ++row) {
-      const int twips = grid_.RowHeight(row + 1);
-      const int height = twips > 0 ? Twips(twips).Pixels() : verticalHeader()->defaultSectionSize();
+      const Twips given = grid_.RowHeight(row + 1);
+      const int height = given > Twips(0) ? given.Pixels() : verticalHeader()->defaultSectionSize();
       if (height != rowHeight(row)) setRowHeight(row, height);
     }
   }
@@ -223,7 +224,7 @@ class Table : public QTableView {
   Grid& grid_;
   ViewContext& context_;
   GridModel* model_;
-  std::vector<int> told_;
+  std::vector<Twips> told_;
   int measuredRows_ = 0;
   std::set<int> own_;  // columns that the operator has drawn to a width of his own
   bool refreshing_ = false;

@@ -12,12 +12,26 @@ Piece Of(Piece::Kind kind, std::vector<Piece> pieces) {
 
 }  // namespace
 
-Piece Item(std::string name, std::string label, int characters) {
+Piece Item(std::string name) {
   Piece piece;
   piece.name = std::move(name);
-  piece.label = std::move(label);
-  piece.characters = characters;
   return piece;
+}
+
+Piece Titled(Piece field) {
+  field.label = Piece::Label::kCaption;
+  return field;
+}
+
+Piece Bare(Piece field) {
+  field.label = Piece::Label::kNone;
+  return field;
+}
+
+Piece Named(Piece field, std::string words) {
+  field.label = Piece::Label::kWords;
+  field.words = std::move(words);
+  return field;
 }
 
 Piece Wide(Piece piece, int stretch) {
@@ -32,7 +46,7 @@ Piece Drawn(Piece piece, Look look) {
 
 Piece Words(std::string text) {
   Piece piece = Of(Piece::Kind::kText, {});
-  piece.label = std::move(text);
+  piece.words = std::move(text);
   return piece;
 }
 
@@ -44,18 +58,23 @@ Piece Space() {
 
 Piece Line(std::vector<Piece> pieces) { return Of(Piece::Kind::kLine, std::move(pieces)); }
 
-Piece Labelled(std::string label, std::vector<Piece> pieces) {
+Piece Labelled(std::string field, std::vector<Piece> pieces) {
   Piece piece = Line(std::move(pieces));
-  piece.label = std::move(label);
+  piece.name = std::move(field);
   return piece;
 }
 
 Piece Column(std::vector<Piece> pieces) { return Of(Piece::Kind::kColumn, std::move(pieces)); }
 Piece Form(std::vector<Piece> lines) { return Of(Piece::Kind::kForm, std::move(lines)); }
 
-Piece Frame(std::string title, Piece inside, std::string panel) {
+Piece Frame(std::string title, Piece inside) {
   Piece piece = Of(Piece::Kind::kFrame, {std::move(inside)});
-  piece.label = std::move(title);
+  piece.words = std::move(title);
+  return piece;
+}
+
+Piece Framed(std::string panel, Piece inside) {
+  Piece piece = Of(Piece::Kind::kFrame, {std::move(inside)});
   piece.name = std::move(panel);
   return piece;
 }
@@ -70,7 +89,8 @@ Piece Split(std::vector<Piece> pieces) { return Of(Piece::Kind::kSplit, std::mov
 
 std::vector<std::string> FieldsIn(const Piece& piece) {
   std::vector<std::string> names;
-  if (!piece.name.empty()) names.push_back(piece.name);
+  // A line's name is that of a field within it.
+  if (!piece.name.empty() && piece.kind != Piece::Kind::kLine) names.push_back(piece.name);
   for (const Piece& inner : piece.pieces) {
     for (std::string& name : FieldsIn(inner)) names.push_back(std::move(name));
   }

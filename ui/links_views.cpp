@@ -3,33 +3,28 @@
 namespace brenvo {
 namespace {
 
-Piece TerminalView() {
-  return Column({Item("Received"), Form({Line({Wide(Item("Sended", "Invio"))})})});
-}
+Piece TerminalView() { return Column({Item("Received"), Form({Line({Wide(Item("Sended"))})})}); }
 
 Piece ChatView() {
-  return Column({Split({Item("Received"), Item("ReceivedPersonal")}),
-                 Form({Line({Wide(Item("Sended", "Invio"))})})});
+  return Column(
+      {Split({Item("Received"), Item("ReceivedPersonal")}), Form({Line({Wide(Item("Sended"))})})});
 }
 
 Piece FT736View() {
-  return Frame(
-      "",
-      Column({Line({Item("Accensione"), Wide(Drawn(Item("DVFO", " ", 8), Look::kDisplay)),
-                    Wide(Drawn(Item("DFrequenza", " ", 12), Look::kDisplay), 2),
-                    Wide(Drawn(Item("DModo", " ", 6), Look::kDisplay))}),
-              Form({Line({Wide(Drawn(Item("Frequenza", "Frequenza (kHz)", 12), Look::kLasting))}),
-                    Line({Wide(Drawn(Item("SMeter", "S-meter"), Look::kLasting))}),
-                    Line({Wide(Item("SliderFrequenza", "Sintonia"))})}),
-              Line({Item("cmVFOA"), Item("cmVFOB"), Space(), Item("cmUSB"), Item("cmLSB"),
-                    Item("cmFM"), Space(), Item("cmBand")})}),
-      "Picture1");
+  return Framed("Picture1",
+                Column({Line({Item("Accensione"), Wide(Drawn(Bare(Item("DVFO")), Look::kDisplay)),
+                              Wide(Drawn(Bare(Item("DFrequenza")), Look::kDisplay), 2),
+                              Wide(Drawn(Bare(Item("DModo")), Look::kDisplay))}),
+                        Form({Line({Wide(Drawn(Item("Frequenza"), Look::kLasting))}),
+                              Line({Wide(Drawn(Item("SMeter"), Look::kLasting))}),
+                              Line({Wide(Item("SliderFrequenza"))})}),
+                        Line({Item("cmVFOA"), Item("cmVFOB"), Space(), Item("cmUSB"), Item("cmLSB"),
+                              Item("cmFM"), Space(), Item("cmBand")})}));
 }
 
 Piece DxView() {
-  return Column({Form({Line({Wide(Item("Frequenza", "Frequenza", 12))}),
-                       Line({Wide(Item("CallQso", "Call", 12))}),
-                       Line({Wide(Item("Note", "Note", 24))})}),
+  return Column({Form({Line({Wide(Item("Frequenza"))}), Line({Wide(Item("CallQso"))}),
+                       Line({Wide(Item("Note"))})}),
                  Space(), Line({Space(), Item("cmInvia"), Item("cmCancel")})});
 }
 

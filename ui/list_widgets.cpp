@@ -19,7 +19,7 @@
 namespace brenvo {
 namespace {
 
-// A list's entries, told to the toolkit when they have changed.
+// A list's entries, reported to the toolkit when they have changed.
 class Entries : public QStringListModel {
  public:
   using QStringListModel::QStringListModel;

@@ -50,7 +50,7 @@ void PaperTarget::NewPage() {
   if (!printer_->newPage() || printer_->printerState() == QPrinter::Error) Fail();
 }
 
-// A full disk is not told while pages are drawn: the file then lacks its last line.
+// A full disk is not reported while pages are drawn: the file then lacks its last line.
 bool PaperTarget::FileIsWhole() const {
   QFile file(printer_->outputFileName());
   constexpr qint64 kTail = 16;

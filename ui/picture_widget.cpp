@@ -18,13 +18,10 @@ constexpr QSize kRoom(200, 64);  // of a small picture
 class Canvas : public QWidget {
  public:
   Canvas(PictureBox& field, ViewContext& context) : field_(field), context_(context) {
-    field.Drawn = [this](const PictureBox::Circle& circle) {
+    drawn_ = context.Follow(field.Drawn, [this](const PictureBox::Circle& circle) {
       if (picture_.isNull()) FitCircles({&circle, 1});
       update(AreaOf(circle));
-    };
-  }
-  ~Canvas() override {
-    if (context_.Alive()) field_.Drawn = nullptr;
+    });
   }
 
   void Follow() {
@@ -75,6 +72,7 @@ class Canvas : public QWidget {
 
   PictureBox& field_;
   ViewContext& context_;
+  Subscription drawn_;
   QString file_;
   QPixmap picture_;
 };

@@ -3,24 +3,23 @@
 namespace brenvo {
 namespace {
 
-Piece Measure(const char* slider, const char* value, const char* label) {
-  return Line({Labelled(label, {Wide(Item(slider, " ")), Item(value, "", 6)})});
+Piece Measure(const char* slider, const char* value) {
+  return Line({Labelled(slider, {Wide(Item(slider)), Item(value)})});
 }
 
 Piece StampaQslView() {
   return Column(
       {Frame("Formato etichette (in mm.)",
-             Form({Measure("AltezzaEtichetta", "VAltezzaEtichetta", "Altezza"),
-                   Measure("LarghezzaEtichetta", "VLarghezzaEtichetta", "Larghezza")})),
-       Frame("Spaziatura etichette (in mm.)",
-             Form({Measure("SpazOrizzontale", "VSpazOrizzontale", "Orizzontale"),
-                   Measure("SpazVerticale", "VSpazVerticale", "Verticale")})),
-       Frame("Margini (in mm.)",
-             Form({Measure("MargineSuperiore", "VMargineSuperiore", "Superiore"),
-                   Measure("MargineSinistro", "VMargineSinistro", "Sinistro")})),
-       Frame("Etichette per fila", Form({Measure("EtichXFila", "VEtichXFila", "")})),
-       Frame("Tipo etichetta", Line({Item("DatiQso"), Item("DatiStazione"), Space()})),
-       Space(), Line({Space(), Item("cmPrint"), Item("cmUpdate"), Item("cmHelp"), Item("cmExit")})});
+             Form({Measure("AltezzaEtichetta", "VAltezzaEtichetta"),
+                   Measure("LarghezzaEtichetta", "VLarghezzaEtichetta")})),
+       Frame("Spaziatura etichette (in mm.)", Form({Measure("SpazOrizzontale", "VSpazOrizzontale"),
+                                                    Measure("SpazVerticale", "VSpazVerticale")})),
+       Frame("Margini (in mm.)", Form({Measure("MargineSuperiore", "VMargineSuperiore"),
+                                       Measure("MargineSinistro", "VMargineSinistro")})),
+       Frame("Etichette per fila",
+             Form({Line({Line({Wide(Bare(Item("EtichXFila"))), Item("VEtichXFila")})})})),
+       Frame("Tipo etichetta", Line({Item("DatiQso"), Item("DatiStazione"), Space()})), Space(),
+       Line({Space(), Item("cmPrint"), Item("cmUpdate"), Item("cmHelp"), Item("cmExit")})});
 }
 
 }  // namespace

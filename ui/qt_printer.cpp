@@ -9,7 +9,7 @@
 namespace brenvo {
 namespace {
 
-// Pictures that do not tell their density are laid out as on a screen of this one.
+// Pictures that do not state their density are laid out as on a screen of this one.
 constexpr double kPictureDotsPerInch = 96;
 
 PageOperation DefaultFont() {
@@ -123,7 +123,7 @@ Mm QtPrinter::PageWidth() { return Mm(Begun().PageSize().width()); }
 
 void QtPrinter::NewPage() {
   Begun().NewPage();
-  // Each page tells its own font, so that it can be drawn by itself.
+  // Each page states its own font, so that it can be drawn by itself.
   document_->Draw(font_);
 }
 

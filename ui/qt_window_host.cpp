@@ -43,7 +43,7 @@ WindowFrame& QtWindowHost::FrameOf(Window& window, WindowFrame::Kind kind) {
         gate_.Run([=] { station->MapRectangleDrawn(x, y, width, height); });
       };
       const auto welcome = [this, station] { area_->SetWelcome(ToQt(station->PrimoPasso.Text())); };
-      station->PrimoPasso.Shown = welcome;
+      welcome_ = station->PrimoPasso.Shown.Subscribe(welcome);
       welcome();
     }
   }

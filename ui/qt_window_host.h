@@ -50,6 +50,7 @@ class QtWindowHost : public WindowHost {
   std::unique_ptr<QMainWindow> main_;
   MapArea* area_;
   Window* mainWindow_ = nullptr;
+  Subscription welcome_;
   std::map<const Window*, std::unique_ptr<WindowFrame>> frames_;
 };
 

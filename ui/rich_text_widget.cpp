@@ -45,10 +45,10 @@ class Area : public QPlainTextEdit {
     fixed.setPointSizeF(font().pointSizeF());
     setFont(fixed);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
-    field_.Edited = [this](const RichText::Edit& edit) { Take(edit); };
-    field_.Recoloured = [this](std::size_t start, std::size_t length, Colour) {
-      TakeColours(start, length);
-    };
+    edited_ = context.Follow(field.Edited, [this](const RichText::Edit& edit) { Take(edit); });
+    recoloured_ = context.Follow(
+        field.Recoloured,
+        [this](std::size_t start, std::size_t length, Colour) { TakeColours(start, length); });
     turn_.setSingleShot(true);
     turn_.setInterval(0);
     connect(&turn_, &QTimer::timeout, this, [this] { CatchUp(); });
@@ -58,12 +58,6 @@ class Area : public QPlainTextEdit {
   // selected counts again when that is over.
   void TellShownSelection() {
     if (textCursor().hasSelection()) TellSelection();
-  }
-
-  ~Area() override {
-    if (!context_.Alive()) return;
-    field_.Edited = nullptr;
-    field_.Recoloured = nullptr;
   }
 
  protected:
@@ -229,6 +223,7 @@ class Area : public QPlainTextEdit {
 
   RichText& field_;
   ViewContext& context_;
+  Subscription edited_, recoloured_;
   std::vector<unsigned char> widths_;
   std::size_t from_ = 0, gone_ = 0;
   // Shown characters that may have another colour in the field.

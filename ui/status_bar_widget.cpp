@@ -29,7 +29,7 @@ QWidget* MakeStatusBar(StatusBar& field, ViewContext& context, QWidget* parent) 
     if (number == 1) {
       panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     } else {
-      panel->setMinimumWidth(std::max(36, Twips(field.MinimumWidth(number)).Pixels()));
+      panel->setMinimumWidth(std::max(36, field.MinimumWidth(number).Pixels()));
     }
     row->addWidget(panel, number == 1 ? 1 : 0);
     panels.push_back(panel);

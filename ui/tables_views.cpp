@@ -4,66 +4,56 @@ namespace brenvo {
 namespace {
 
 Piece UserView() {
-  const Piece station = Form(
-      {Line({Wide(Item("CallQso", "Call", 10)), Wide(Item("Qra", "Qra", 14))}),
-       Line({Wide(Item("Qth", "Qth", 14)), Wide(Item("Indirizzo", "Indirizzo", 16))}),
-       Line({Item("Provincia", "Provincia", 4), Item("Locator", "Locator", 9)}),
-       Line({Wide(Item("ZX9TOK", "Path manager ZX9TOK", 20))})});
+  const Piece station =
+      Form({Line({Wide(Item("CallQso")), Wide(Item("Qra"))}),
+            Line({Wide(Item("Qth")), Wide(Item("Indirizzo"))}),
+            Line({Item("Provincia"), Item("Locator")}), Line({Wide(Item("ZX9TOK"))})});
   const Piece links = Column(
-      {Form({Line({Item("TNCPort", "Port", 7), Item("TNCBaud", "Baud", 7), Item("TNCEcho")}),
-             Line({Wide(Item("ClusterNode", "Radio cluster", 16))}),
-             Line({Wide(Item("TelnetCluster", "Telnet cluster", 16))}),
-             Line({Wide(Item("TelnetWWConv", "Telnet WWConv", 16))})}),
-       Frame("Chiamata automatica",
-             Line({Wide(Column({Item("File1", "File disponibili")})),
-                   Wide(Column({Line({Item("cmCallFile"), Space()}),
-                                Form({Line({Wide(Item("CallFile", "File wav", 12))}),
-                                      Line({Labelled("Intervallo tra le chiamate",
-                                                     {Item("CallInterval", " ", 5),
-                                                      Words("secondi")})})})}))}),
-             "FrameChiamata")});
+      {Form({Line({Item("TNCPort"), Item("TNCBaud"), Item("TNCEcho")}),
+             Line({Wide(Item("ClusterNode"))}), Line({Wide(Item("TelnetCluster"))}),
+             Line({Wide(Item("TelnetWWConv"))})}),
+       Framed(
+           "FrameChiamata",
+           Line({Wide(Column({Titled(Item("File1"))})),
+                 Wide(Column({Line({Item("cmCallFile"), Space()}),
+                              Form({Line({Wide(Item("CallFile"))}),
+                                    Line({Labelled("CallInterval", {Item("CallInterval"),
+                                                                    Words("secondi")})})})}))}))});
   return Column({station, Item("Tab1"),
-                 Frame("",
-                       Line({Wide(Item("DataGrid1"), 4), Wide(Item("Modo")), Wide(Item("File2"))}),
-                       "SSPanel1_0"),
-                 Frame("", links, "SSPanel1_1")});
+                 Framed("SSPanel1_0", Line({Wide(Item("DataGrid1"), 4), Wide(Item("Modo")),
+                                            Wide(Item("File2"))})),
+                 Framed("SSPanel1_1", links)});
 }
 
 Piece PrefixesView() {
-  return Column(
-      {Form({Line({Item("Codice", "Prefisso", 9), Item("ZonaCQ", "Zona CQ", 4),
-                   Item("ZonaITU", "Zona ITU", 4), Item("Continente", "Continente", 4)}),
-             Line({Wide(Item("Country", "Country", 24))})}),
-       Item("Spread1")});
+  return Column({Form({Line({Item("Codice"), Item("ZonaCQ"), Item("ZonaITU"), Item("Continente")}),
+                       Line({Wide(Item("Country"))})}),
+                 Item("Spread1")});
 }
 
 Piece CountriesView() {
-  const Piece fields = Column(
-      {Form({Line({Item("Codice", "Codice", 7), Item("Locator", "Locator", 9)}),
-             Line({Wide(Item("Descrizione", "Descrizione", 20))}),
-             Line({Wide(Item("Mappa", "Mappa", 16))}), Line({Wide(Item("Flag", "Flag", 16))}),
-             Line({Item("X", "X", 6), Item("Y", "Y", 6)})}),
-       Frame("Validità",
-             Form({Line({Item("Validita", "Dal", 9), Item("Deleted", "Al", 9)})}), "Frame2"),
-       Item("File1", "File disponibili"), Line({Item("cmMappa"), Item("cmFlag"), Space()})});
-  return Line({Wide(Column({Item("LBCountry", "Country")})), Wide(fields)});
+  const Piece fields =
+      Column({Form({Line({Item("Codice"), Item("Locator")}), Line({Wide(Item("Descrizione"))}),
+                    Line({Wide(Item("Mappa"))}), Line({Wide(Item("Flag"))}),
+                    Line({Item("X"), Item("Y")})}),
+              Framed("Frame2", Form({Line({Item("Validita"), Item("Deleted")})})),
+              Titled(Item("File1")), Line({Item("cmMappa"), Item("cmFlag"), Space()})});
+  return Line({Wide(Column({Titled(Item("LBCountry"))})), Wide(fields)});
 }
 
 Piece ProvincesView() {
-  return Column({Line({Wide(Column({Item("LBCountry", "Country")})),
-                       Wide(Column({Item("LBProv", "Provincie")}))}),
-                 Form({Line({Item("Codice", "Codice", 6),
-                             Wide(Item("Descrizione", "Descrizione", 20))})})});
+  return Column(
+      {Line({Wide(Column({Titled(Item("LBCountry"))})), Wide(Column({Titled(Item("LBProv"))}))}),
+       Form({Line({Item("Codice"), Wide(Item("Descrizione"))})})});
 }
 
 Piece NotesView() {
-  return Column({Item("LBNote", "Note"),
-                 Form({Line({Item("Codice", "Tipo", 7), Wide(Item("Nota", "Nota", 20))})})});
+  return Column({Titled(Item("LBNote")), Form({Line({Item("Codice"), Wide(Item("Nota"))})})});
 }
 
 Piece HelpView() {
-  return Column({Line({Wide(Column({Item("LBTipoNote", "Tipo")})),
-                       Wide(Column({Item("LBNote", "Nota")}), 2)}),
+  return Column({Line({Wide(Column({Titled(Item("LBTipoNote"))})),
+                       Wide(Column({Titled(Item("LBNote"))}), 2)}),
                  Line({Space(), Item("cmExit")})});
 }
 

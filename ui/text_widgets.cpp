@@ -16,6 +16,14 @@ namespace {
 
 constexpr auto kDateFormat = "dd/MM/yyyy";
 
+QWidget* Bound(TextEdit* edit, TextField& field, ViewContext& context) {
+  auto* binding = new FieldBinding(field, *edit, context);
+  binding->WatchDoubleClicks();
+  binding->OnShow = [edit] { edit->Follow(); };
+  binding->Show();
+  return edit;
+}
+
 }  // namespace
 
 QString CharactersOf(const QKeyEvent& event) {
@@ -65,7 +73,7 @@ void TextEdit::FollowSelection() {
 
 void TextEdit::TellSelection() {
   if (following_ || !context_.Alive()) return;
-  // A list writes the entry it offers before it is chosen: to tell would bring the old one back.
+  // A list writes the entry it offers before it is chosen: to report it would bring the old one back.
   if (text() != ToQt(field_.Text())) return;
   const bool selected = hasSelectedText();
   const qsizetype start = selected ? selectionStart() : cursorPosition();
@@ -189,14 +197,11 @@ void MaskedEdit::Edited(const QString& before, const QString& after) {
 }
 
 QWidget* MakeTextEdit(TextField& field, ViewContext& context, QWidget* parent) {
-  auto* masked = dynamic_cast<MaskedField*>(&field);
-  auto* edit = masked != nullptr ? new MaskedEdit(field, context, parent)
-                                 : new TextEdit(field, context, parent);
-  auto* binding = new FieldBinding(field, *edit, context);
-  binding->WatchDoubleClicks();
-  binding->OnShow = [edit] { edit->Follow(); };
-  binding->Show();
-  return edit;
+  return Bound(new TextEdit(field, context, parent), field, context);
+}
+
+QWidget* MakeMaskedEdit(MaskedField& field, ViewContext& context, QWidget* parent) {
+  return Bound(new MaskedEdit(field, context, parent), field, context);
 }
 
 QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent) {

@@ -54,6 +54,7 @@ class MaskedEdit : public TextEdit {
 };
 
 QWidget* MakeTextEdit(TextField& field, ViewContext& context, QWidget* parent);
+QWidget* MakeMaskedEdit(MaskedField& field, ViewContext& context, QWidget* parent);
 QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent);
 
 }  // namespace brenvo

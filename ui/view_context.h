@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <QObject>
+#include <utility>
 
 #include "forms/field.h"
 #include "ui/event_gate.h"
@@ -26,6 +27,14 @@ class ViewContext {
   void Later(QObject* guard, std::function<void()> event) {
     gate_.Later(guard, [this, event = std::move(event)] {
       if (alive_) event();
+    });
+  }
+  // Follows a signal of the window or of its fields as long as the window lives and the handle is
+  // kept.
+  template <class... Args, class Work>
+  [[nodiscard]] Subscription Follow(Signal<Args...>& signal, Work work) {
+    return signal.Subscribe([this, work = std::move(work)](Args... args) {
+      if (alive_) work(args...);
     });
   }
   // The pointer stands on a field; its hover event runs once until it stands on another.

@@ -11,11 +11,7 @@
 #include <QLineEdit>
 #include <QScrollArea>
 
-#include "forms/choice_fields.h"
-#include "forms/grid.h"
-#include "forms/list_field.h"
-#include "forms/rich_text.h"
-#include "forms/status_bar.h"
+#include "forms/field_visit.h"
 #include "ui/field_binding.h"
 #include "ui/split_widget.h"
 #include "ui/text.h"
@@ -25,11 +21,12 @@ namespace {
 
 using Kind = Piece::Kind;
 constexpr int kMargin = 10, kGap = 8, kLineGap = 7;
+constexpr int kUsualCharacters = 8;  // where no layout says what the fields are for
 
-void SetWidth(QWidget& widget, const Piece& piece) {
-  if (piece.characters <= 0) return;
+void SetWidth(QWidget& widget, const Piece& piece, int characters) {
+  if (characters <= 0) return;
   // Capitals are wider than the average; a frame and an arrow come on top.
-  int width = widget.fontMetrics().horizontalAdvance('H') * piece.characters + 18;
+  int width = widget.fontMetrics().horizontalAdvance('H') * characters + 18;
   if (qobject_cast<QComboBox*>(&widget) || qobject_cast<QDateEdit*>(&widget)) width += 20;
   width = std::max(width, qobject_cast<QDateEdit*>(&widget) ? widget.sizeHint().width() : 0);
   if (piece.stretch > 0) {
@@ -76,7 +73,7 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
     commands_.Fill(*bar, window_.MenuBar);
   }
   for (Field* field : window_.Fields()) {
-    if (auto* bar = dynamic_cast<ToolBar*>(field)) {
+    if (auto* bar = FieldAs<ToolBar>(*field)) {
       column->addWidget(commands_.MakeToolBar(*bar, inside));
     }
   }
@@ -88,7 +85,7 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
   body->setWidget(fields);
   column->addWidget(body, 1);
   for (Field* field : window_.Fields()) {
-    if (auto* bar = dynamic_cast<StatusBar*>(field)) {
+    if (auto* bar = FieldAs<StatusBar>(*field)) {
       column->addWidget(MakeFieldWidget(*bar, context_, inside, Look::kPlain));
     }
   }
@@ -97,7 +94,7 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
   return inside;
 }
 
-QWidget* WindowBuilder::WidgetOf(const Field& field) const {
+QWidget* WindowBuilder::WidgetOf(Field& field) const {
   const auto at = widgets_.find(&field);
   return at == widgets_.end() ? nullptr : at->second;
 }
@@ -115,7 +112,7 @@ bool WindowBuilder::Exists(const Piece& piece) const {
 bool WindowBuilder::Grows(const Piece& piece) const {
   switch (piece.kind) {
     case Kind::kField: {
-      const Field* field = window_.FindField(piece.name);
+      Field* field = window_.FindField(piece.name);
       return field != nullptr && (FillsRoom(*field) || piece.look == Look::kLines) &&
              piece.look != Look::kSmall;
     }
@@ -138,7 +135,7 @@ QWidget* WindowBuilder::Make(const Piece& piece, QWidget* parent) {
     case Kind::kField:
       return MakeField(piece, parent);
     case Kind::kText:
-      return new QLabel(ToQt(piece.label), parent);
+      return new QLabel(ToQt(piece.words), parent);
     case Kind::kSpace:
       return nullptr;
     case Kind::kLine:
@@ -161,19 +158,39 @@ QWidget* WindowBuilder::MakeField(const Piece& piece, QWidget* parent) {
   Field& field = *window_.FindField(piece.name);
   QWidget* widget = MakeFieldWidget(field, context_, parent, piece.look);
   if (widget == nullptr) return nullptr;
-  SetWidth(*widget, piece);
+  SetWidth(*widget, piece, Characters(piece));
   widgets_[&field] = widget;
   return widget;
 }
 
-QWidget* WindowBuilder::MakeLabelOf(const Piece& piece, QWidget& widget, QWidget* parent) {
-  if (piece.kind != Kind::kField && piece.kind != Kind::kLine) return nullptr;
-  std::string words = piece.label;
-  Field* field = piece.kind == Kind::kField ? window_.FindField(piece.name) : nullptr;
-  if (field != nullptr && words.empty() && !ShowsOwnCaption(*field) && !FillsRoom(*field)) {
-    words = field->Caption().empty() ? field->Name() : field->Caption();
+int WindowBuilder::Characters(const Piece& piece) const {
+  if (piece.kind != Kind::kField || piece.characters > 0) return piece.characters;
+  const Field* field = window_.FindField(piece.name);
+  return field == nullptr ? 0 : field->WidthInCharacters();
+}
+
+std::string WindowBuilder::LabelOf(const Piece& piece) const {
+  if (piece.kind != Kind::kField && piece.kind != Kind::kLine) return "";
+  Field* field = window_.FindField(piece.name);
+  if (field == nullptr) return "";
+  switch (piece.label) {
+    case Piece::Label::kNone:
+      return "";
+    case Piece::Label::kWords:
+      return piece.words;
+    case Piece::Label::kUsual:
+      if (piece.kind == Kind::kField && (ShowsOwnCaption(*field) || FillsRoom(*field))) return "";
+      break;
+    case Piece::Label::kCaption:
+      break;
   }
-  if (words.empty() || words == " ") return nullptr;
+  return field->Caption().empty() ? field->Name() : field->Caption();
+}
+
+QWidget* WindowBuilder::MakeLabelOf(const Piece& piece, QWidget& widget, QWidget* parent) {
+  const std::string words = LabelOf(piece);
+  if (words.empty()) return nullptr;
+  Field* field = piece.kind == Kind::kField ? window_.FindField(piece.name) : nullptr;
   auto* label = new QLabel(ToQt(words), parent);
   label->setBuddy(&widget);
   QSizePolicy room = label->sizePolicy();
@@ -204,7 +221,11 @@ QWidget* WindowBuilder::MakeRow(const Piece& piece, QWidget* parent, bool vertic
     QWidget* widget = Make(inner, row);
     if (widget == nullptr) continue;
     grown = grown || stretch > 0 || (!vertical && Grows(inner));
-    if (QWidget* label = MakeLabelOf(inner, *widget, row)) {
+    // A line that bears a field's caption has it before its first piece.
+    const bool labelled =
+        piece.kind == Kind::kLine && !piece.name.empty() && inner.name == piece.name;
+    QWidget* label = labelled ? nullptr : MakeLabelOf(inner, *widget, row);
+    if (label != nullptr) {
       if (vertical) label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
       box->addWidget(label);
     }
@@ -228,7 +249,7 @@ QWidget* WindowBuilder::MakeForm(const Piece& piece, QWidget* parent) {
   std::vector<bool> wide(static_cast<std::size_t>(columns), false);
   int row = 0;
   for (const Piece& line : piece.pieces) {
-    const bool single = line.kind != Kind::kLine || !line.label.empty();
+    const bool single = line.kind != Kind::kLine || !line.name.empty();
     const std::vector<Piece> cells = single ? std::vector<Piece>{line} : line.pieces;
     int column = 0;
     for (std::size_t i = 0; i < cells.size(); ++i) {
@@ -243,7 +264,7 @@ QWidget* WindowBuilder::MakeForm(const Piece& piece, QWidget* parent) {
       if (label != nullptr) grid->addWidget(label, row, column, Qt::AlignRight | Qt::AlignVCenter);
       const int first = label != nullptr ? column + 1 : column;
       const int span = label != nullptr ? room - 1 : room;
-      const bool fixed = cell.characters > 0 && cell.stretch == 0;
+      const bool fixed = Characters(cell) > 0 && cell.stretch == 0;
       grid->addWidget(widget, row, first, 1, span,
                       fixed ? Qt::AlignLeft | Qt::AlignVCenter : Qt::Alignment());
       if (!fixed) wide[static_cast<std::size_t>(first + span - 1)] = true;
@@ -263,7 +284,8 @@ QWidget* WindowBuilder::MakeForm(const Piece& piece, QWidget* parent) {
 }
 
 QWidget* WindowBuilder::MakeFrame(const Piece& piece, QWidget* parent) {
-  const QString title = ToQt(piece.label).trimmed();
+  Field* const panel = window_.FindField(piece.name);
+  const QString title = ToQt(panel != nullptr ? panel->Caption() : piece.words).trimmed();
   QWidget* frame = title.isEmpty() ? new QWidget(parent) : new QGroupBox(title, parent);
   auto* box = new QVBoxLayout(frame);
   if (title.isEmpty()) {
@@ -272,8 +294,11 @@ QWidget* WindowBuilder::MakeFrame(const Piece& piece, QWidget* parent) {
     box->setContentsMargins(kMargin, kGap, kMargin, kMargin);
   }
   if (QWidget* inside = Make(piece.pieces.front(), frame)) box->addWidget(inside);
-  if (Field* panel = window_.FindField(piece.name)) {
-    (new PanelBinding(*panel, *frame, context_))->Show();
+  if (panel != nullptr) {
+    auto* area = FieldAs<Panel>(*panel);
+    auto* binding = area != nullptr ? new PanelBinding(*area, *frame, context_)
+                                    : new FieldBinding(*panel, *frame, context_);
+    binding->Show();
     widgets_[panel] = frame;
   }
   return frame;
@@ -315,11 +340,7 @@ QWidget* WindowBuilder::MakeSplit(const Piece& piece, QWidget* parent) {
 // The menu under the right button comes behind the field's own event, which says what it is about.
 void WindowBuilder::AddPopups() {
   for (const auto& [field, widget] : widgets_) {
-    const auto* list = dynamic_cast<const ListField*>(field);
-    const auto* grid = dynamic_cast<const Grid*>(field);
-    Menu* menu = list != nullptr   ? list->ContextMenu
-                 : grid != nullptr ? grid->ContextMenu
-                                   : nullptr;
+    Menu* menu = ContextMenuOf(*field);
     if (menu == nullptr) continue;
     QMenu* popup = commands_.MakeMenu(*menu);
     QObject::connect(widget, &QWidget::customContextMenuRequested, widget,
@@ -343,7 +364,7 @@ void WindowBuilder::SetTabOrder() {
 QWidget* WindowBuilder::FirstField() const {
   for (Field* field : window_.Fields()) {
     // A text to be read is no place to begin: who opens a terminal wants to write.
-    if (dynamic_cast<const RichText*>(field) != nullptr) continue;
+    if (FieldAs<RichText>(*field) != nullptr) continue;
     QWidget* widget = WidgetOf(*field);
     if (widget != nullptr && (widget->focusPolicy() & Qt::TabFocus) != 0 && field->Enabled() &&
         widget->isVisible()) {
@@ -361,21 +382,23 @@ Piece LayoutOf(const Window& window) {
   };
   for (Field* field : window.Fields()) {
     const std::string& name = field->Name();
-    if (dynamic_cast<Menu*>(field) != nullptr || dynamic_cast<ToolBar*>(field) != nullptr ||
-        dynamic_cast<StatusBar*>(field) != nullptr || dynamic_cast<Panel*>(field) != nullptr ||
-        dynamic_cast<EntryArray*>(field) != nullptr) {
-      continue;
-    }
-    if (FillsRoom(*field)) {
-      large.push_back(Item(name));
-    } else if (dynamic_cast<Command*>(field) != nullptr) {
-      buttons.push_back(Item(name));
-    } else if (dynamic_cast<CheckBox*>(field) != nullptr ||
-               dynamic_cast<OptionButton*>(field) != nullptr) {
-      boxes.push_back(Item(name));
-    } else {
-      line.push_back(Wide(Item(name, "", 8)));
-      if (line.size() == 2) endLine();
+    switch (PlaceOf(*field)) {
+      case Place::kBar:
+      case Place::kAround:
+        break;
+      case Place::kLarge:
+        large.push_back(Item(name));
+        break;
+      case Place::kButton:
+        buttons.push_back(Item(name));
+        break;
+      case Place::kBox:
+        boxes.push_back(Item(name));
+        break;
+      case Place::kLine:
+        line.push_back(Wide(Item(name)));
+        line.back().characters = kUsualCharacters;
+        if (line.size() == 2) endLine();
     }
   }
   endLine();

@@ -21,7 +21,7 @@ class WindowBuilder {
   // its own.
   QWidget* Build(const Piece& layout, QMenuBar* menuBar = nullptr);
   // The widget of a field; null when it has none.
-  QWidget* WidgetOf(const Field& field) const;
+  QWidget* WidgetOf(Field& field) const;
   // The first field to work in that the keyboard reaches; null when there is none.
   QWidget* FirstField() const;
 
@@ -33,6 +33,10 @@ class WindowBuilder {
   QWidget* MakeFrame(const Piece& piece, QWidget* parent);
   QWidget* MakeEither(const Piece& piece, QWidget* parent);
   QWidget* MakeSplit(const Piece& piece, QWidget* parent);
+  // The width of a text, 0 for all there is.
+  int Characters(const Piece& piece) const;
+  // What stands before a field or a line; empty for nothing.
+  std::string LabelOf(const Piece& piece) const;
   // The label before a field, tied to it; null when it wants none.
   QWidget* MakeLabelOf(const Piece& piece, QWidget& widget, QWidget* parent);
   bool Grows(const Piece& piece) const;
@@ -44,7 +48,7 @@ class WindowBuilder {
   ViewContext& context_;
   QWidget& owner_;
   CommandWidgets commands_;
-  std::map<const Field*, QWidget*> widgets_;
+  std::map<Field*, QWidget*> widgets_;
 };
 
 // A decent layout for a window that has none of its own: its fields in the order of their

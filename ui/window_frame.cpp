@@ -15,8 +15,6 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
-#include "forms/picture_box.h"
-#include "forms/rich_text.h"
 #include "forms/window_list.h"
 #include "ui/icons.h"
 #include "ui/text.h"
@@ -113,21 +111,12 @@ WindowFrame::WindowFrame(Window& window, Kind kind, EventGate& gate, QMainWindow
   // The parts outlive every widget that may still call on them.
   connect(outer_, &QObject::destroyed, qApp, [parts = parts_] {});
   outer_->installEventFilter(this);
-  window_.Shown = [this] { FollowWindow(); };
+  shown_ = window_.Shown.Subscribe([this] { FollowWindow(); });
   FollowWindow();
 }
 
 WindowFrame::~WindowFrame() {
   parts_->context.Die();
-  window_.Shown = nullptr;
-  for (Field* field : window_.Fields()) {
-    field->Shown = nullptr;
-    if (auto* area = dynamic_cast<RichText*>(field)) {
-      area->Edited = nullptr;
-      area->Recoloured = nullptr;
-    }
-    if (auto* picture = dynamic_cast<PictureBox*>(field)) picture->Drawn = nullptr;
-  }
   if (waiting_ != nullptr) waiting_->quit();
   if (outer_ == nullptr) return;
   outer_->removeEventFilter(this);

@@ -63,6 +63,7 @@ class WindowFrame : public QObject {
   QPointer<QWidget> outer_;
   QWidget* inside_ = nullptr;
   std::shared_ptr<Parts> parts_;
+  Subscription shown_;
   QEventLoop* waiting_ = nullptr;
   QPointer<QWidget> kept_;  // what has the keyboard while the toolkit hides a child for a moment
   bool placed_ = false;

@@ -49,7 +49,7 @@ TEST_F(AdifWindowsTest, ThePreviewTellsWhatWouldBecomeOfTheFile) {
     EXPECT_EQ(window.Anteprima.Rows(), 7);
     EXPECT_EQ(window.Anteprima.Cell(1, 0), "nuovo");
     EXPECT_EQ(window.Anteprima.Cell(2, 0), "riga 2: data non valida: 19991332");
-    window.CmHelp.Press();
+    window.cmHelp.Press();
     EXPECT_EQ(machine.OpenedTopic(), kHelpImportaAdif);
   });
   EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
@@ -75,7 +75,7 @@ TEST_F(AdifWindowsTest, RepairedFieldsAreListedWithWhatWasToldAndWhatWasRead) {
     }
     EXPECT_THAT(rows, ElementsAre("Riga|Call|Campo|Lungh. detta|Letta|Testo letto|",
                                   "2|I3AAA|PROP_MODE|2|3|SAT|"));
-    window.CmImporta.Press();
+    window.cmImporta.Press();
   });
   EXPECT_THAT(Lines(), Contains(HasSubstr("Rifiutati: 0\\nCampi riparati: 1\\nIl rapporto")));
   EXPECT_THAT(
@@ -92,7 +92,7 @@ TEST_F(AdifWindowsTest, TheChoiceOfConfirmationsShowsAtOnceAndIsRemembered) {
     EXPECT_EQ(window.Anteprima.Cell(1, kQslRicevuta), "No");
     window.QslLotw.Press();
     EXPECT_EQ(window.Anteprima.Cell(1, kQslRicevuta), "Sì");
-    window.CmImporta.Press();
+    window.cmImporta.Press();
   });
   EXPECT_THAT(Rows("Select QslRicevuta from Log"), ElementsAre("-1"));
   Import(file, [&](ImportaAdif& window) { EXPECT_TRUE(window.QslLotw.IsOn()); });
@@ -102,12 +102,12 @@ TEST_F(AdifWindowsTest, ADamagedFileIsImportedOnlyWhenTheOperatorSaysSo) {
   machine.Messages().QueueAnswer(false);
   Import(Sample("damaged.adi"), [&](ImportaAdif& window) {
     EXPECT_EQ(window.Avvisi.Text(), "Il file finisce a meta' di un record. Record danneggiati: 1.");
-    window.CmImporta.Press();
+    window.cmImporta.Press();
     EXPECT_TRUE(window.Visible());
   });
   EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
   machine.Messages().QueueAnswer(true);
-  Import(Sample("damaged.adi"), [](ImportaAdif& window) { window.CmImporta.Press(); });
+  Import(Sample("damaged.adi"), [](ImportaAdif& window) { window.cmImporta.Press(); });
   EXPECT_EQ(Rows("Select Call from Log").size(), 5u);
   EXPECT_THAT(Lines(),
               Contains("question \"Importa ADIF\" \"Il file finisce a meta' di un record. Record "
@@ -119,7 +119,7 @@ TEST_F(AdifWindowsTest, AStoppedImportSaysSoAndLeavesTheWindow) {
   for (int i = 0; i < 600; ++i) text += GeneratedRecord(i);
   Import(Write("a.adi", text), [&](ImportaAdif& window) {
     machine.StopProgressAt(1);
-    window.CmImporta.Press();
+    window.cmImporta.Press();
     EXPECT_TRUE(window.Visible());
     machine.StopProgressAt(-1);
   });

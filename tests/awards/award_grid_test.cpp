@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+#include "forms/field_visit.h"
 #include "log/log_form.h"
 #include "tests/awards/award_station.h"
 
@@ -34,7 +35,9 @@ TEST_F(AwardGridTest, EveryMemberHasItsWidths) {
   const auto widths = [this](std::string_view window) {
     CellGrid& grid = Award(window, kAll).Spread1;
     std::vector<int> all;
-    for (int column = 0; column < grid.Columns(); ++column) all.push_back(grid.ColumnWidth(column));
+    for (int column = 0; column < grid.Columns(); ++column) {
+      all.push_back(grid.ColumnWidth(column).Value());
+    }
     return all;
   };
   using Widths = std::vector<int>;
@@ -161,7 +164,7 @@ TEST_F(AwardGridTest, AnEntryWithBothKindsOfContactCountsOnceAsConfirmed) {
   EXPECT_EQ(award.Caption(), "Country - 1 confermati su 1");
   for (int column : {1, 2, 3}) EXPECT_EQ(award.Spread1.BackColour(1, column), kGreen);
   EXPECT_EQ(award.Spread1.BackColour(1, 0), kWhite);
-  EXPECT_EQ(award.Spread1.RowHeight(1), 360);
+  EXPECT_EQ(award.Spread1.RowHeight(1), Twips(360));
 }
 
 TEST_F(AwardGridTest, AnEntryWithUnconfirmedContactsOnlyIsEmptyAndUncoloured) {
@@ -201,7 +204,7 @@ TEST_F(AwardGridTest, ProvincesAreDescribedByTheirCountry) {
   EXPECT_EQ(award.Caption(), "Provincie - 1 confermate su 3");
   EXPECT_EQ(award.Spread1.BackColour(3, 2), kGreen);
   EXPECT_EQ(award.Spread1.BackColour(1, 2), kWhite);
-  EXPECT_EQ(award.Spread1.RowHeight(1), -1);
+  EXPECT_EQ(award.Spread1.RowHeight(1), kOwnSize);
 }
 
 TEST_F(AwardGridTest, ListingAllCountriesKeepsTheTotalAtThoseWorked) {
@@ -216,7 +219,7 @@ TEST_F(AwardGridTest, ListingAllCountriesKeepsTheTotalAtThoseWorked) {
   EXPECT_THAT(entries, testing::Contains("DL|Germania|||"));
   EXPECT_THAT(entries, testing::Contains("OE|Austria|||"));
   EXPECT_EQ(award.Caption(), "Country - 1 confermati su 2");
-  EXPECT_EQ(award.Spread1.RowHeight(5), 360);
+  EXPECT_EQ(award.Spread1.RowHeight(5), Twips(360));
 }
 
 TEST_F(AwardGridTest, ACountryOutsideTheTableRaisesTheTotalAndShowsNowhere) {
@@ -239,7 +242,7 @@ TEST_F(AwardGridTest, ListingAllProvincesListsThoseOfTheFirstCountry) {
   EXPECT_THAT(entries, testing::Contains("VE|Venezia|Confermata"));
   EXPECT_THAT(entries, testing::Contains("MI|Milano|"));
   EXPECT_EQ(award.Caption(), "Provincie - 1 confermate su 1");
-  EXPECT_EQ(award.Spread1.RowHeight(5), -1);
+  EXPECT_EQ(award.Spread1.RowHeight(5), kOwnSize);
 }
 
 TEST_F(AwardGridTest, ElencaTuttoMeansNothingToTheOthers) {
@@ -467,7 +470,7 @@ TEST_F(AwardLinksTest, EachWindowHasItsCommandsAndNoOthers) {
   for (const auto& [window, commands] : windows) {
     Texts names;
     for (Field* field : Award(window, kAll).Fields()) {
-      if (dynamic_cast<Command*>(field) != nullptr) names.push_back(field->Name());
+      if (FieldAs<Command>(*field) != nullptr) names.push_back(field->Name());
     }
     EXPECT_EQ(names, commands) << window;
   }

@@ -54,11 +54,11 @@ TEST_F(HrdTest, TheColumnsAreTheBandsOfTheStationByFrequency) {
   ASSERT_EQ(hrd.Grid1.Columns(), static_cast<int>(bands.size()) + 1);
   ASSERT_EQ(hrd.Grid1.Rows(), 8);
   EXPECT_EQ(hrd.Grid1.Cell(0, 0), "Misto");
-  EXPECT_EQ(hrd.Grid1.ColumnWidth(0), 2500);
-  EXPECT_EQ(hrd.Grid1.RowHeight(0), 310);
+  EXPECT_EQ(hrd.Grid1.ColumnWidth(0), Twips(2500));
+  EXPECT_EQ(hrd.Grid1.RowHeight(0), Twips(310));
   for (int column = 1; column < hrd.Grid1.Columns(); ++column) {
     EXPECT_EQ(hrd.Grid1.Cell(0, column), bands[static_cast<std::size_t>(column) - 1]);
-    EXPECT_EQ(hrd.Grid1.ColumnWidth(column), 700);
+    EXPECT_EQ(hrd.Grid1.ColumnWidth(column), Twips(700));
     EXPECT_TRUE(hrd.Grid1.Bold(0, column));
   }
   EXPECT_EQ(hrd.Modo.Text(), "Misto");
@@ -360,8 +360,8 @@ TEST_F(HrdTest, TheLogFeedsTheMatrixWhileWorkedIsDown) {
   Italian("IK3ABC", "  2 m");
   Hrd& hrd = OpenHrd();
   LogForm& log = Open<LogForm>("LogForm");
-  Event([&] { log.Key("cmClear").Press(); });
-  Event([&] { log.Key("cmWorked").Press(); });
+  Event([&] { log.cmClear.Press(); });
+  Event([&] { log.cmWorked.Press(); });
   Event([&] { log.CallQso.SetText("IK3ABC"); });
   EXPECT_EQ(Marks(hrd.Grid1, 1), Texts{"  2 m:W"});
 }
@@ -405,7 +405,7 @@ TEST_F(HrdModeTest, NoModesInUseGiveNoModeColumn) {
   EXPECT_EQ(Headings(matrix), Texts{"  2 m"});
   EXPECT_TRUE(Checked(matrix).empty());
   EXPECT_EQ(matrix.Modon.Entries().size(), Rows("Select Modo from Modi").size());
-  EXPECT_EQ(matrix.Grid1.ColumnWidth(0), 2500);
+  EXPECT_EQ(matrix.Grid1.ColumnWidth(0), Twips(2500));
 }
 
 TEST_F(HrdModeTest, TheColumnsAreTheModesInUseInTheOrderOfTheirTable) {
@@ -413,9 +413,9 @@ TEST_F(HrdModeTest, TheColumnsAreTheModesInUseInTheOrderOfTheirTable) {
   EXPECT_EQ(Headings(matrix), (Texts{"  2 m", "SSB", "CW"}));
   EXPECT_EQ(Checked(matrix), (Texts{"SSB", "CW"}));
   EXPECT_EQ(matrix.Banda.Text(), " 70cm");
-  EXPECT_EQ(matrix.Grid1.ColumnWidth(2), 800);
+  EXPECT_EQ(matrix.Grid1.ColumnWidth(2), Twips(800));
   EXPECT_EQ(matrix.Grid1.Alignment(0, 2), CellAlignment::kCentre);
-  EXPECT_EQ(matrix.Grid1.RowHeight(0), 310);
+  EXPECT_EQ(matrix.Grid1.RowHeight(0), Twips(310));
   EXPECT_EQ(session.HrdMode, &matrix);
   EXPECT_TRUE(session.HrdModeOpen());
   Event([&] { matrix.Close(); });

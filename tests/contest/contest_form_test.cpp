@@ -17,7 +17,8 @@ constexpr const char* kRecordKeys[] = {"cmNext", "cmPrevious", "cmUpdate", "cmDe
 class ContestFormTest : public ContestStation {
  protected:
   static void ExpectRecordKeys(ContestForm& contest, bool enabled) {
-    for (const char* key : kRecordKeys) EXPECT_EQ(contest.Key(key).Enabled(), enabled) << key;
+    for (const char* key : kRecordKeys)
+      EXPECT_EQ(contest.FindCommand(key)->Enabled(), enabled) << key;
   }
 };
 
@@ -30,7 +31,7 @@ TEST_F(ContestFormTest, AnEmptyTableOpensClearedWithTodaysDate) {
   EXPECT_TRUE(contest.Fisso.IsOn());
   EXPECT_TRUE(contest.Singolo.IsOn());
   ExpectRecordKeys(contest, false);
-  EXPECT_TRUE(contest.Key("cmInsert").Enabled());
+  EXPECT_TRUE(contest.cmInsert.Enabled());
 }
 
 TEST_F(ContestFormTest, TheFlagFollowsTheWindow) {
@@ -261,8 +262,8 @@ TEST_F(ContestFormTest, MovesStopAtBothEnds) {
 
 TEST_F(ContestFormTest, MovesInAnEmptyTableAreHarmless) {
   ContestForm& contest = OpenContest();
-  for (void (ContestForm::*move)() : {&ContestForm::cmFirst, &ContestForm::cmPrevious,
-                                      &ContestForm::cmNext, &ContestForm::cmLast}) {
+  for (void (ContestForm::*move)() : {&ContestForm::GoToFirst, &ContestForm::GoToPrevious,
+                                      &ContestForm::GoToNext, &ContestForm::GoToLast}) {
     (contest.*move)();
     EXPECT_EQ(contest.NomeContest.Text(), "0");
   }
@@ -399,9 +400,9 @@ TEST_F(ContestFormTest, AContestIsCalledBackByADoubleClick) {
     EXPECT_EQ(search.Caption(), "Contest - Ricerca");
     EXPECT_EQ(search.Spread1.Rows(), 3);
     EXPECT_EQ(search.Spread1.Columns(), 3);
-    EXPECT_EQ(search.Spread1.ColumnWidth(0), 1115);
-    EXPECT_EQ(search.Spread1.ColumnWidth(1), 780);
-    EXPECT_EQ(search.Spread1.ColumnWidth(2), 2730);
+    EXPECT_EQ(search.Spread1.ColumnWidth(0), Twips(1115));
+    EXPECT_EQ(search.Spread1.ColumnWidth(1), Twips(780));
+    EXPECT_EQ(search.Spread1.ColumnWidth(2), Twips(2730));
     EXPECT_EQ(search.Spread1.Cell(0, 2), "Nome");
     search.Spread1.Hover();
     EXPECT_EQ(search.StatusBar1.Panel(1), "Doppio Click per richiamare i dati del contest");

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <set>
 
+#include "core/shared_windows.h"
+#include "forms/field_visit.h"
 #include "station/station.h"
 #include "tests/core/core_station.h"
 
@@ -11,7 +13,33 @@ namespace brenvo {
 namespace {
 
 using Texts = std::vector<std::string>;
-using SessionTest = CoreStation;
+
+// Stands for the selection dialog.
+class Selection : public SelectionWindow {
+ public:
+  explicit Selection(Session& session)
+      : SelectionWindow(session.Host(), "StatSel", "Selezione", Twips(100), Twips(100)) {}
+  bool ListsAll() const override { return false; }
+  void OfferLayouts() override {}
+  bool IsVertical() const override { return false; }
+};
+
+class SessionTest : public CoreStation {
+ protected:
+  // The commands of the menu, each with the menu that it stands in, null for the bar itself.
+  std::vector<std::pair<const brenvo::Menu*, Command*>> MenuCommands() const {
+    std::vector<std::pair<const brenvo::Menu*, Command*>> all;
+    for (const MenuItem& item : frame->MenuBar) {
+      if (auto* const* command = std::get_if<Command*>(&item)) {
+        all.emplace_back(nullptr, *command);
+      } else {
+        const auto* menu = std::get<brenvo::Menu*>(item);
+        for (const MenuItem& inner : menu->Items) all.emplace_back(menu, std::get<Command*>(inner));
+      }
+    }
+    return all;
+  }
+};
 
 TEST_F(SessionTest, OpeningReadsTheOwnLocatorAndOpensEveryTable) {
   EXPECT_EQ(session.MyLocator, "JN65AA");
@@ -82,23 +110,25 @@ TEST_F(SessionTest, APlaceThatMakesNoSenseIsPassedOver) {
 }
 
 TEST_F(SessionTest, TheMenuIsWholeAndEveryNameStandsOnce) {
-  std::set<std::string_view> names;
-  for (const MainCommand& command : MainMenu()) {
-    EXPECT_TRUE(names.insert(command.name).second) << command.name;
-    ASSERT_NE(frame->FindCommand(command.name), nullptr) << command.name;
-    EXPECT_EQ(frame->FindCommand(command.name)->Caption(), command.caption);
+  std::set<std::string> names;
+  for (const auto& [menu, command] : MenuCommands()) {
+    EXPECT_TRUE(names.insert(command->Name()).second) << command->Name();
+    EXPECT_EQ(frame->FindCommand(command->Name()), command);
   }
   EXPECT_EQ(names.size(), 49u);
   EXPECT_EQ(frame->MenuBar.size(), 8u);
+  // Every command that the frame has stands in its menu.
+  for (Field* field : frame->Fields()) {
+    if (FieldAs<Command>(*field) == nullptr) continue;
+    EXPECT_TRUE(names.contains(field->Name())) << field->Name();
+  }
 }
 
 TEST_F(SessionTest, ACommandWhoseWindowDoesNotExistDoesNothing) {
-  for (const MainCommand& command : MainMenu()) {
-    if (command.name.starts_with("cmAzzera") || command.name == "cmAssegnaPrefissi" ||
-        command.name == "cmCompatta") {
-      continue;
-    }
-    Menu(command.name);
+  const std::set<const Command*> withoutWindow = {&frame->cmAzzeraLog, &frame->cmAzzeraContest,
+                                                  &frame->cmAssegnaPrefissi, &frame->cmCompatta};
+  for (const auto& [menu, command] : MenuCommands()) {
+    if (!withoutWindow.contains(command)) Menu(command->Name());
   }
   EXPECT_TRUE(Lines().empty());
   EXPECT_EQ(session.Windows.Loaded().size(), 1u);
@@ -128,7 +158,7 @@ TEST_F(SessionTest, TheRadioTerminalsCommandLeadsOnToTheChatAndThenNowhere) {
 }
 
 TEST_F(SessionTest, AStatisticAsksForItsSelectionFirst) {
-  KnowChild("StatSel");
+  session.Windows.Register("StatSel", [this] { return std::make_unique<Selection>(session); });
   KnowChild("SField");
   std::string asked;
   InDialogs([&](Window& dialog) {
@@ -174,12 +204,13 @@ TEST_F(SessionTest, TheFirstStepIsToldUntilTheProfileIsTheOperatorsOwn) {
 }
 
 TEST_F(SessionTest, EveryMenuHasAShortcutAndNoShortcutIsGivenTwice) {
-  std::set<std::string_view> shortcuts, menus, reached;
-  for (const MainCommand& command : MainMenu()) {
-    menus.insert(command.menu);
-    if (command.shortcut.empty()) continue;
-    EXPECT_TRUE(shortcuts.insert(command.shortcut).second) << command.shortcut;
-    reached.insert(command.menu);
+  std::set<std::string> shortcuts;
+  std::set<const brenvo::Menu*> menus, reached;
+  for (const auto& [menu, command] : MenuCommands()) {
+    menus.insert(menu);
+    if (command->Shortcut.empty()) continue;
+    EXPECT_TRUE(shortcuts.insert(command->Shortcut).second) << command->Shortcut;
+    reached.insert(menu);
   }
   EXPECT_EQ(reached, menus);
 }

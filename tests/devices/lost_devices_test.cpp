@@ -144,9 +144,9 @@ TEST_F(Reset, AtAnyByteItClosesTheTerminalBehindTheLastWholeLine) {
   for (std::size_t said = 0; said <= kWholeSession.size(); ++said) {
     auto& telnet = Connect<TNCtelnet>("TNCtelnet");
     std::string shown;
-    telnet.Received.Edited = [&](const RichText::Edit& edit) {
+    const Subscription edited = telnet.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
       for (const RichText::Run& run : edit.inserted) shown += run.text;
-    };
+    });
     const std::string_view bytes = kWholeSession.substr(0, said);
     node.Say(bytes);
     ASSERT_TRUE(Until([&] { return shown == WholeLines(bytes); })) << said << " " << shown;
@@ -175,9 +175,9 @@ TEST_F(Reset, AtAnyByteItClosesTheChatBehindWhatWasSaid) {
   for (std::size_t said = 0; said <= kWholeSession.size(); ++said) {
     auto& chat = Connect<WWConv>("WWConv");
     std::string shown;
-    chat.Received.Edited = [&](const RichText::Edit& edit) {
+    const Subscription edited = chat.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
       for (const RichText::Run& run : edit.inserted) shown += run.text;
-    };
+    });
     const std::string bytes(kWholeSession.substr(0, said));
     node.Say(bytes);
     ASSERT_TRUE(Until([&] { return shown == bytes; })) << said << " " << shown;

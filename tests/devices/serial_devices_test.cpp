@@ -68,14 +68,14 @@ TEST_F(SerialDevice, ABurstLosesNothing) {
   TNC& tnc = Open<TNC>("TNC");
   Event([&] { tnc.cmMDX.Press(); });
   int shown = 0;
-  tnc.Received.Edited = [&](const RichText::Edit& edit) { shown += !edit.inserted.empty(); };
+  const Subscription edited = tnc.Received.Edited.Subscribe(
+      [&](const RichText::Edit& edit) { shown += !edit.inserted.empty(); });
   std::string burst;
   for (int i = 0; i < 2000; ++i) {
     burst += "DX de I4LCK:     13195.0  Z" + std::to_string(i) + "A   tnx 1423Z\r\n";
   }
   line.Say(burst);
   EXPECT_TRUE(Until([&] { return shown == 2000; }, 60000)) << shown;
-  tnc.Received.Edited = nullptr;
 }
 
 TEST_F(SerialDevice, APortThatIsNotThereLeavesASilentTerminal) {

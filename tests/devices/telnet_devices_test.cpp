@@ -53,17 +53,16 @@ TEST_F(TelnetDevice, ABurstOfTenThousandLinesLosesNone) {
   }
   int shown = 0;
   bool inOrder = true;
-  telnet.Received.Edited = [&](const RichText::Edit& edit) {
+  const Subscription edited = telnet.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
     if (edit.inserted.empty()) return;
     inOrder &=
         edit.inserted.front().text.find(" Z" + std::to_string(shown) + "A ") != std::string::npos;
     ++shown;
-  };
+  });
   node.Say(burst);
   EXPECT_TRUE(Until([&] { return shown == 10000; }, 120000)) << shown;
   EXPECT_TRUE(inOrder);
   EXPECT_LE(telnet.Received.Length(), 32100u);
-  telnet.Received.Edited = nullptr;
 }
 
 TEST_F(TelnetDevice, ClosingTheWindowSendsFourCharactersAndHangsUp) {

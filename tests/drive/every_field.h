@@ -57,7 +57,7 @@ class EveryField : public Window {
     Cells.SetCell(1, 1, "a\tb");
     Cells.OnHeading = [this](int column) { Note("Cells heading " + std::to_string(column)); };
     Rows.SetSource(&source);
-    Rows.SetColumnsOf({{"First", 0, -1, {}}, {"Second", 1, -1, {}}});
+    Rows.SetColumnsOf({{"First", 0, kOwnSize, {}}, {"Second", 1, kOwnSize, {}}});
     Rows.Editable = true;
     for (Field* field : Fields()) Watch(*field);
     DefaultCommand = &cmOk;
@@ -76,7 +76,7 @@ class EveryField : public Window {
   ListField Free{*this, "Free", ListStyle::kCombo};
   ListField Many{*this, "Many", ListStyle::kMulti};
   CheckBox Check{*this, "Check"};
-  CheckBox Three{*this, "Three", true};
+  CheckBox Three{*this, "Three", {}, true};
   OptionButton First{*this, "First"};
   OptionButton Second{*this, "Second"};
   OptionGroup Group{*this, "Group", {"a", "b"}};

@@ -43,7 +43,7 @@ class NotingStore : public Store {
   std::unique_ptr<RowAppender> OpenAppender(std::string_view table) override {
     return Note("appender", table);
   }
-  void Watch(std::function<bool()> goOn) override { if (goOn) goOn(); }
+  void Watch(std::function<bool()> goOn) override { Note(goOn ? "watch" : "watch no more"); }
   void RefuseWrites() override { Note("refuse"); }
   EngineCounters Counters() const override { return {3, 2, 1}; }
   std::string QueryPlan(std::string_view select) override {
@@ -80,12 +80,14 @@ TEST_F(DatabaseTest, WhateverIsAskedReachesTheStoreBehindIt) {
   db.OpenSnapshot("s");
   db.OpenDynaset("d");
   db.OpenAppender("Band");
+  db.Watch([] { return true; });
+  db.Watch(nullptr);
   db.RefuseWrites();
   EXPECT_EQ(db.QueryPlan("p"), "SCAN");
   EXPECT_EQ(db.Counters().rowsStepped, 1);
   EXPECT_THAT(notes_,
               ElementsAre("begin", "execute delete * from Log", "commit", "rollback", "table Log",
-                          "snapshot s", "dynaset d", "appender Band", "refuse", "plan p"));
+                          "snapshot s", "dynaset d", "appender Band", "watch", "watch no more", "refuse", "plan p"));
 }
 
 TEST_F(DatabaseTest, AClosedOneRefusesEveryUse) {

@@ -48,7 +48,7 @@ class SampleWindow : public Window {
   ListField Combo{*this, "Combo", ListStyle::kCombo};
   ListField Multi{*this, "Multi", ListStyle::kMulti};
   CheckBox Two{*this, "Two"};
-  CheckBox Three{*this, "Three", true};
+  CheckBox Three{*this, "Three", {}, true};
   OptionButton Left{*this, "Left"};
   OptionButton Right{*this, "Right"};
   Slider Slide{*this, "Slide", 10, 20, 15};

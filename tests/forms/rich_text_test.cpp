@@ -96,14 +96,15 @@ TEST_F(RichTextTest, CutPlainTellsAScreenOnlyWhatChanged) {
   area.Append("due", kRed);
   area.Append(" tre");
   std::string told;
-  area.Edited = [&](const RichText::Edit& edit) {
+  const Subscription edited = area.Edited.Subscribe([&](const RichText::Edit& edit) {
     told += "removed " + std::to_string(edit.removed) + " at " + std::to_string(edit.start) + ";";
     EXPECT_TRUE(edit.inserted.empty());
-  };
-  area.Recoloured = [&](std::size_t start, std::size_t length, Colour colour) {
-    told += "black " + std::to_string(length) + " at " + std::to_string(start) + ";";
-    EXPECT_EQ(colour, kBlack);
-  };
+  });
+  const Subscription recoloured =
+      area.Recoloured.Subscribe([&](std::size_t start, std::size_t length, Colour colour) {
+        told += "black " + std::to_string(length) + " at " + std::to_string(start) + ";";
+        EXPECT_EQ(colour, kBlack);
+      });
   area.CutPlain(9);
   EXPECT_EQ(told, "removed 2 at 9;black 5 at 4;");
 }

@@ -89,14 +89,14 @@ std::string Burst() {
 TEST_F(Radio, OfABurstEachLineComesUpAndIsHeard) {
   WatchDx();
   int shown = 0;
-  terminal.Received.Edited = [&](const RichText::Edit& edit) {
+  const Subscription edited = terminal.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
     if (!edit.inserted.empty()) {
       EXPECT_EQ(edit.inserted.front().text,
                 "DX DE I4LCK:     14195.0  Z" + std::to_string(shown) + "A   TNX\n");
       ++shown;
     }
     EXPECT_LE(terminal.Received.Length(), 32100u);
-  };
+  });
   terminal.Receive(Burst());
   EXPECT_EQ(shown, kBurst);
   EXPECT_EQ(terminal.Heard.size(), static_cast<std::size_t>(kBurst));
@@ -105,10 +105,10 @@ TEST_F(Radio, OfABurstEachLineComesUpAndIsHeard) {
 TEST_F(Telnet, OfABurstEachLineComesUpAndItsCallIsChecked) {
   terminal.cmAutoCheck.Press();
   int shown = 0;
-  terminal.Received.Edited = [&](const RichText::Edit& edit) {
+  const Subscription edited = terminal.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
     if (!edit.inserted.empty()) ++shown;
     EXPECT_LE(terminal.Received.Length(), 32100u);
-  };
+  });
   terminal.Receive(Burst());
   EXPECT_EQ(shown, kBurst);
   EXPECT_EQ(terminal.Checked.size(), static_cast<std::size_t>(kBurst));

@@ -444,7 +444,8 @@ TEST_F(TncTest, ABurstOfTenThousandLinesLosesNone) {
     burst += "DX de I4LCK:     13195.0  Z" + std::to_string(i) + "A   tnx\r\n";
   }
   int shown = 0;
-  tnc.Received.Edited = [&](const RichText::Edit& edit) { shown += !edit.inserted.empty(); };
+  const Subscription edited = tnc.Received.Edited.Subscribe(
+      [&](const RichText::Edit& edit) { shown += !edit.inserted.empty(); });
   Receive("TNC", burst);
   EXPECT_EQ(shown, 10000);
   EXPECT_LE(tnc.Received.Length(), 32100u);

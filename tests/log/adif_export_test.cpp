@@ -185,10 +185,10 @@ TEST_F(AdifExportTest, ADatabaseThatFailsEndsTheProgram) {
 TEST_F(AdifExportTest, TheGridViewDisablesTheExportsToo) {
   LogForm& log = OpenLog();
   Press(log, "cmVista");
-  EXPECT_FALSE(log.Key("cmAllQso").Enabled());
-  EXPECT_FALSE(log.Key("cmOnlyThisQso").Enabled());
+  EXPECT_FALSE(log.cmAllQso.Enabled());
+  EXPECT_FALSE(log.cmOnlyThisQso.Enabled());
   Press(log, "cmVista");
-  EXPECT_TRUE(log.Key("cmAllQso").Enabled());
+  EXPECT_TRUE(log.cmAllQso.Enabled());
 }
 
 }  // namespace

@@ -30,13 +30,14 @@ TEST_F(LogFormTest, AnEmptyLogOpensWithEmptyFieldsAndOnlyInsertWorks) {
   EXPECT_EQ(log.DataQso.Text(), "03/02/2001");
   EXPECT_EQ(log.Qtr.Text(), "04:05");
   EXPECT_EQ(log.Qrb.Text(), "0");
-  for (const char* key : {"cmNext", "cmPrevious", "cmUpdate", "cmDelete", "cmMappa"}) {
-    EXPECT_FALSE(log.Key(key).Enabled()) << key;
+  for (const Command* key :
+       {&log.cmNext, &log.cmPrevious, &log.cmUpdate, &log.cmDelete, &log.cmMappa}) {
+    EXPECT_FALSE(key->Enabled()) << key->Name();
   }
-  EXPECT_TRUE(log.Key("cmInsert").Enabled());
+  EXPECT_TRUE(log.cmInsert.Enabled());
   Store(log, "IK3ABC");
   EXPECT_EQ(Rows("select Call from Log"), Texts{"IK3ABC"});
-  EXPECT_TRUE(log.Key("cmUpdate").Enabled());
+  EXPECT_TRUE(log.cmUpdate.Enabled());
 }
 
 TEST_F(LogFormTest, OpeningShowsTheNewestContactAndSetsTheSession) {
@@ -150,7 +151,7 @@ TEST_F(LogFormTest, DeletingTheLastShowsTheNewLastAndDeletingTheOnlyOneClears) {
   machine.Messages().QueueAnswer(true);
   Press(log, "cmDelete");
   EXPECT_EQ(log.CallQso.Text(), "");
-  EXPECT_FALSE(log.Key("cmDelete").Enabled());
+  EXPECT_FALSE(log.cmDelete.Enabled());
   EXPECT_TRUE(Rows("select Call from Log").empty());
 }
 
@@ -395,15 +396,15 @@ TEST_F(LogFormTest, TheGridViewWidensTheWindowAndLeavesOneKey) {
   Press(log, "cmVista");
   EXPECT_TRUE(log.PanelGriglia.Visible());
   EXPECT_EQ(log.Width(), session.Host().ScreenWidth());
-  EXPECT_FALSE(log.Key("cmInsert").Enabled());
-  EXPECT_FALSE(log.Key("cmExit").Enabled());
-  EXPECT_TRUE(log.Key("cmVista").Enabled());
-  EXPECT_EQ(log.StatusBar1.MinimumWidth(1), log.Width().Value() - 4500);
+  EXPECT_FALSE(log.cmInsert.Enabled());
+  EXPECT_FALSE(log.cmExit.Enabled());
+  EXPECT_TRUE(log.cmVista.Enabled());
+  EXPECT_EQ(log.StatusBar1.MinimumWidth(1), log.Width() - Twips(4500));
   Press(log, "cmVista");
   EXPECT_FALSE(log.PanelGriglia.Visible());
   EXPECT_EQ(log.GetBounds(), before);
-  EXPECT_TRUE(log.Key("cmInsert").Enabled());
-  EXPECT_TRUE(log.Key("cmExit").Enabled());
+  EXPECT_TRUE(log.cmInsert.Enabled());
+  EXPECT_TRUE(log.cmExit.Enabled());
 }
 
 TEST_F(LogFormTest, TheGridShowsTheColumnsOfTheLogNewestFirst) {
@@ -427,7 +428,7 @@ TEST_F(LogFormTest, ADoubleClickInTheGridShowsThatContact) {
   Press(log, "cmVista");
   Event([&] { log.DataGrid1.DoubleClickCell(2, 0); });
   EXPECT_EQ(log.CallQso.Text(), "OLD");
-  EXPECT_FALSE(log.Key("cmVista").Down());
+  EXPECT_FALSE(log.cmVista.Down());
   EXPECT_FALSE(log.PanelGriglia.Visible());
 }
 
@@ -437,12 +438,13 @@ TEST_F(LogFormTest, AContactPickedInTheGridCanBeWorkedOnAlsoAfterTheFieldsWereCl
   Press(log, "cmClear");
   Press(log, "cmVista");
   Press(log, "cmVista");
-  EXPECT_FALSE(log.Key("cmUpdate").Enabled());
+  EXPECT_FALSE(log.cmUpdate.Enabled());
   Press(log, "cmVista");
   Event([&] { log.DataGrid1.DoubleClickCell(1, 0); });
   EXPECT_EQ(log.CallQso.Text(), "IK3ABC");
-  for (const char* key : {"cmNext", "cmPrevious", "cmUpdate", "cmDelete", "cmMappa"}) {
-    EXPECT_TRUE(log.Key(key).Enabled()) << key;
+  for (const Command* key :
+       {&log.cmNext, &log.cmPrevious, &log.cmUpdate, &log.cmDelete, &log.cmMappa}) {
+    EXPECT_TRUE(key->Enabled()) << key->Name();
   }
 }
 
@@ -452,14 +454,14 @@ TEST_F(LogFormTest, ASelectionThatComesIntoTheGridViewDecidesTheRecordCommandsAf
   Press(log, "cmVista");
   Event([&] { session.ShowInLog("Select * from Log where QsoNr=1"); });
   EXPECT_EQ(log.DataGrid1.Rows(), 2);
-  EXPECT_FALSE(log.Key("cmUpdate").Enabled());
+  EXPECT_FALSE(log.cmUpdate.Enabled());
   machine.Advance(1000);
   Event([&] { session.ShowInLog("Select * from Log where QsoNr=99"); });
   EXPECT_EQ(log.DataGrid1.Rows(), 1);
   Press(log, "cmVista");
-  EXPECT_FALSE(log.Key("cmUpdate").Enabled());
-  EXPECT_FALSE(log.Key("cmDelete").Enabled());
-  EXPECT_TRUE(log.Key("cmInsert").Enabled());
+  EXPECT_FALSE(log.cmUpdate.Enabled());
+  EXPECT_FALSE(log.cmDelete.Enabled());
+  EXPECT_TRUE(log.cmInsert.Enabled());
 }
 
 TEST_F(LogFormTest, TheSizeOfTheGridViewIsNotSaved) {
@@ -478,7 +480,7 @@ TEST_F(LogFormTest, ASelectionFromAnotherWindowIsShown) {
   Event([&] { session.ShowInLog("Select * from Log where QsoNr=1"); });
   EXPECT_EQ(log.CallQso.Text(), "IK3ABC");
   EXPECT_EQ(log.QsoTotali.Text(), "1");
-  EXPECT_TRUE(log.Key("cmSearch").Down());
+  EXPECT_TRUE(log.cmSearch.Down());
   Press(log, "cmSearch");
   EXPECT_EQ(log.CallQso.Text(), "IK3XYZ");
   EXPECT_EQ(log.QsoTotali.Text(), "2");
@@ -502,7 +504,7 @@ TEST_F(LogFormTest, APositionByCallAndLocatorNeedsItsModeValue) {
   session.Db.Execute(
       "insert into Log (DataQso,Call,Locator) values ('06/01/2001 10:00','IK3XYZ','JN65AA')");
   Press(log, "cmSearch");  // nothing to open: comes up again
-  EXPECT_FALSE(log.Key("cmSearch").Down());
+  EXPECT_FALSE(log.cmSearch.Down());
   Event([&] { log.DsLog->Requery(); });
   Press(log, "cmFirst");
   log.CallQso.SetText("IK3XYZ");
@@ -535,7 +537,7 @@ TEST_F(LogFormTest, TheTimeKeySetsTheClocksTimeAndTellsSo) {
   EXPECT_EQ(log.Qtr.Text(), "04:05");
   Press(log, "cmQtr");
   EXPECT_EQ(log.Qtr.Text(), "14:07");
-  Event([&] { log.Key("cmQtr").Hover(); });
+  Event([&] { log.cmQtr.Hover(); });
   EXPECT_EQ(log.StatusBar1.Panel(1), "Imposta l'ora attuale");
   Event([&] { log.Panel3D1.Hover(); });
   EXPECT_EQ(log.StatusBar1.Panel(1), "");
@@ -550,8 +552,8 @@ TEST_F(LogFormTest, TogglesAreKeptInTheSettings) {
   EXPECT_EQ(session.GetSetting("Log", "DisplayMappa", ""), "Y");
   log.Close();
   LogForm& again = OpenLog();
-  EXPECT_TRUE(again.Key("cmWorked").Down());
-  EXPECT_TRUE(again.Key("cmMappa").Down());
+  EXPECT_TRUE(again.cmWorked.Down());
+  EXPECT_TRUE(again.cmMappa.Down());
   Press(again, "cmWorked");
   EXPECT_EQ(session.GetSetting("Log", "LookupWorked", ""), "N");
 }

@@ -356,7 +356,7 @@ TEST_F(LookupTest, HintsStandInTheFirstPanel) {
       {&log.Country, "Doppio Click per tabella country"},
       {&log.Prefisso, "Doppio Click per la tabella prefissi"},
       {&log.Note, "Doppio Click per l' help note"},
-      {log.FindField("cmQtr"), "Imposta l'ora attuale"},
+      {&log.cmQtr, "Imposta l'ora attuale"},
       {&log.Panel3D1, ""}};
   for (const auto& [field, hint] : hints) {
     Hover(*field);

@@ -25,7 +25,7 @@ class LogRenewalTest : public LogStation {
   // The column of the grid's row, counted from 1.
   static std::string Call(LogForm& log, std::int64_t row) { return log.DataGrid1.Cell(row, 2); }
   void ShowGrid(LogForm& log) {
-    log.Key("cmVista").SetDown(true);
+    log.cmVista.Press();
     Event([&] { log.cmVista(); });
   }
 };
@@ -60,7 +60,7 @@ TEST_F(LogRenewalTest, WhatIsBeingTypedStaysAndItsStatusIsToldAnew) {
   EXPECT_EQ(log.CallQso.Text(), "IK9NEW");
   EXPECT_EQ(log.CallQso.SelStart(), 6u);
   EXPECT_EQ(log.StatusBar1.Panel(2), "Call Worked");
-  EXPECT_FALSE(log.Key("cmUpdate").Enabled());
+  EXPECT_FALSE(log.cmUpdate.Enabled());
 }
 
 TEST_F(LogRenewalTest, WhereTheContactOnScreenIsGoneItsCommandsWaitAndTheScreenStays) {
@@ -77,7 +77,7 @@ TEST_F(LogRenewalTest, WhereTheContactOnScreenIsGoneItsCommandsWaitAndTheScreenS
   EXPECT_EQ(log.QsoTotali.Text(), "1");
   Press(log, "cmLast");
   EXPECT_EQ(log.CallQso.Text(), "IK1AAA");
-  EXPECT_TRUE(log.Key("cmUpdate").Enabled());
+  EXPECT_TRUE(log.cmUpdate.Enabled());
 }
 
 TEST_F(LogRenewalTest, AnExportOfAllBeforeTheBatchIsNoReasonToLoseThePlace) {

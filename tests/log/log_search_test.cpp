@@ -136,7 +136,7 @@ TEST_F(LogSearchTest, AFoundSelectionIsShownByTheLogFromItsLast) {
   EXPECT_EQ(session.SearchText, "SELECT * FROM Log WHERE Call LIKE 'I3*' ORDER BY DataQso");
   EXPECT_EQ(log.CallQso.Text(), "I3CCC");
   EXPECT_EQ(log.QsoTotali.Text(), "2");
-  EXPECT_TRUE(log.Key("cmSearch").Down());
+  EXPECT_TRUE(log.cmSearch.Down());
   EXPECT_EQ(log.DataGrid1.Rows(), 3);
   Press(log, "cmPrevious");
   EXPECT_EQ(log.CallQso.Text(), "I3AAA");
@@ -152,7 +152,7 @@ TEST_F(LogSearchTest, ReleasingTheKeyDropsTheSelection) {
   });
   EXPECT_EQ(log.QsoTotali.Text(), "1");
   Press(log, "cmSearch");
-  EXPECT_FALSE(log.Key("cmSearch").Down());
+  EXPECT_FALSE(log.cmSearch.Down());
   EXPECT_EQ(log.QsoTotali.Text(), "2");
   EXPECT_EQ(log.CallQso.Text(), "IK1BBB");
 }
@@ -165,8 +165,8 @@ TEST_F(LogSearchTest, ASearchThatFindsNothingShowsEmptyFields) {
     Press(search, "cmSearch");
   });
   EXPECT_EQ(log.CallQso.Text(), "");
-  EXPECT_FALSE(log.Key("cmUpdate").Enabled());
-  EXPECT_TRUE(log.Key("cmSearch").Down());
+  EXPECT_FALSE(log.cmUpdate.Enabled());
+  EXPECT_TRUE(log.cmSearch.Down());
 }
 
 TEST_F(LogSearchTest, LeavingWithoutASearchLeavesTheLogAsItWas) {
@@ -183,7 +183,7 @@ TEST_F(LogSearchTest, LeavingWithoutASearchLeavesTheLogAsItWas) {
       leave(search);
     });
     EXPECT_EQ(session.SearchText, "CANCEL");
-    EXPECT_FALSE(log.Key("cmSearch").Down());
+    EXPECT_FALSE(log.cmSearch.Down());
     EXPECT_EQ(log.CallQso.Text(), "I3AAA");
     Press(log, "cmNext");
     EXPECT_EQ(log.CallQso.Text(), "IK1BBB");
@@ -283,8 +283,8 @@ TEST_F(LogSearchTest, HelpOpensItsOwnTopic) {
 
 TEST_F(LogSearchTest, TheKeyboardAloneSearchesAndLeaves) {
   LogSearch& search = OpenSearch();
-  EXPECT_EQ(search.DefaultCommand, search.FindCommand("cmSearch"));
-  EXPECT_EQ(search.CancelCommand, search.FindCommand("cmExit"));
+  EXPECT_EQ(search.DefaultCommand, &search.cmSearch);
+  EXPECT_EQ(search.CancelCommand, &search.cmExit);
   EXPECT_EQ(search.Caption(), "Log - Ricerca");
 }
 

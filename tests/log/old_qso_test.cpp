@@ -87,7 +87,7 @@ TEST_F(OldQsoTest, ADoubleClickTakesTheLogToTheContact) {
   EXPECT_EQ(log.QsoNr.Text(), "1");
   EXPECT_EQ(log.Banda.Text(), "  2 m");
   EXPECT_EQ(log.QsoTotali.Text(), "1");
-  EXPECT_TRUE(log.Key("cmSearch").Down());
+  EXPECT_TRUE(log.cmSearch.Down());
 }
 
 TEST_F(OldQsoTest, WithoutALogTheGridStaysEmptyAndADoubleClickDoesNothing) {
@@ -105,7 +105,7 @@ TEST_F(OldQsoTest, ADoubleClickBesideTheRowsDoesNothing) {
   OldQso& byCall = OpenByCall();
   for (const int row : {0, 1, 7}) Event([&] { byCall.DataGrid1.DoubleClickCell(row, 0); });
   EXPECT_EQ(session.QueryText, "");
-  EXPECT_FALSE(log.Key("cmSearch").Down());
+  EXPECT_FALSE(log.cmSearch.Down());
 }
 
 TEST_F(OldQsoTest, AFeedThatFailsKeepsTheRowsAndTheWindow) {

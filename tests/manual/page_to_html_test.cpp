@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <QGuiApplication>
 #include <sstream>
 
 namespace brenvo {
@@ -32,6 +33,21 @@ TEST(PageToHtml, AnEntryOfAListGoesOnInTheLinesBelow) {
             "<ol>\n<li>Aprire il log</li>\n<li>Scrivere</li>\n</ol>\n");
 }
 
+TEST(PageToHtml, AListWithoutNumbersHasNone) {
+  EXPECT_EQ(PageToHtml("- **Uno**: il primo\n  di tutti\n- due\n"),
+            "<ul>\n<li><strong>Uno</strong>: il primo di tutti</li>\n<li>due</li>\n</ul>\n");
+}
+
+TEST(PageToHtml, FileNamesWithAsterisksAreWords) {
+  EXPECT_EQ(PageToHtml("*.html, *.mnu, *.rpt"), "<p>*.html, *.mnu, *.rpt</p>\n");
+}
+
+TEST(PageToHtml, AListThatFollowsATableBeginsAnew) {
+  EXPECT_EQ(PageToHtml("1. a\n\n| T |\n|---|\n| **x** |\n\n1. b\n\nc\n"),
+            "<ol>\n<li>a</li>\n</ol>\n<table>\n<tr><th>T</th></tr>\n"
+            "<tr><td><strong>x</strong></td></tr>\n</table>\n<ol>\n<li>b</li>\n</ol>\n<p>c</p>\n");
+}
+
 TEST(PageToHtml, APictureStandsByItself) {
   EXPECT_EQ(PageToHtml("![Log](manuale/LogForm.png)\n\nTesto"),
             "<p><img src=\"manuale/LogForm.png\" alt=\"Log\"></p>\n<p>Testo</p>\n");
@@ -55,3 +71,10 @@ TEST(ManualToHtml, NothingOfTheDeliveredManualIsLeftUnread) {
 
 }  // namespace
 }  // namespace brenvo
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}

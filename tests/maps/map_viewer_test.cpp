@@ -18,7 +18,7 @@ using testing::Not;
 class MapViewerTest : public StationTest {
  protected:
   MapViewerTest() {
-    HangInMapViewer(session, *frame);
+    AttachMapViewer(session, *frame);
     MakeImage("mondo.jpg", 4000, 2600);
     machine.Map().FrameSize = [] { return ImageSize{640, 480}; };
   }

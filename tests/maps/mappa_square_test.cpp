@@ -99,7 +99,7 @@ TEST_F(MappaSquareTest, AWholeSelectLeavesAnEmptyWindowAndNoMessage) {
   // Its own FROM stands where a condition should; nothing has been opened.
   auto& map = static_cast<MappaSquare&>(*session.Windows.Find("MappaSquare"));
   EXPECT_TRUE(map.PicBuf1.Picture().empty());
-  Event([&] { map.CmOnlySquare.Press(); });
+  Event([&] { map.cmOnlySquare.Press(); });
   EXPECT_THAT(Lines(), IsEmpty());
 }
 
@@ -123,7 +123,7 @@ TEST_F(MappaSquareTest, OnlySquareDropsTheMapAndDrawsTheSquaresAgain) {
   MappaSquare& map = OpenMap();
   EXPECT_EQ(map.PicBuf1.Picture().filename(), "Square.jpg");
   Lines();
-  Event([&] { map.CmOnlySquare.Press(); });
+  Event([&] { map.cmOnlySquare.Press(); });
   EXPECT_TRUE(map.PicBuf1.Picture().empty());
   EXPECT_THAT(Lines(), ElementsAre("circle 7500 4500 105 0 128 0"));
   EXPECT_EQ(map.PicBuf1.Circles().size(), 1u);
@@ -134,14 +134,14 @@ TEST_F(MappaSquareTest, TheSelectionIsReadOnceAtLoad) {
   MappaSquare& map = OpenMap();
   Lines();
   session.QueryText = "WHERE Call='NIENTE'";
-  Event([&] { map.CmOnlySquare.Press(); });
+  Event([&] { map.cmOnlySquare.Press(); });
   EXPECT_THAT(Lines(), ElementsAre("circle 7500 4500 105 0 128 0"));
 }
 
 TEST_F(MappaSquareTest, PrintingPrintsAnEmptyLineAndTheWindow) {
   MappaSquare& map = OpenMap();
   Lines();
-  Event([&] { map.CmStampa.Press(); });
+  Event([&] { map.cmStampa.Press(); });
   EXPECT_THAT(Lines(), ElementsAre("print text 0 0 left \"Arial\" 10 plain \"\"",
                                    "print picture \"MappaSquare\" 0 0", "print end"));
 }
@@ -150,7 +150,7 @@ TEST_F(MappaSquareTest, APrinterThatFailsEndsTheEvent) {
   MappaSquare& map = OpenMap();
   Lines();
   machine.GetPrinter().FailNext();
-  Event([&] { map.CmStampa.Press(); });
+  Event([&] { map.cmStampa.Press(); });
   EXPECT_THAT(Lines(), ElementsAre("error \"La stampante non risponde\""));
 }
 

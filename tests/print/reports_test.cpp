@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "forms/command.h"
+#include "core/shared_windows.h"
 #include "platform/device_error.h"
 #include "print/report_engine.h"
 #include "print/report_layout.h"
@@ -15,16 +15,16 @@ namespace {
 using Texts = std::vector<std::string>;
 
 // Stands for the selection dialog: answers what the test has told it to.
-class Selection : public Window {
+class Selection : public SelectionWindow {
  public:
   explicit Selection(Session& session)
-      : Window(session.Host(), "StatSel", "Selezione statistiche", Twips(100), Twips(100)) {
-    CmVerticale.Toggle = CmOrizzontale.Toggle = true;
-    CmVerticale.SetVisible(false);
-    CmOrizzontale.SetVisible(false);
-  }
-  Command CmVerticale{*this, "cmVerticale", ""};
-  Command CmOrizzontale{*this, "cmOrizzontale", ""};
+      : SelectionWindow(session.Host(), "StatSel", "Selezione statistiche", Twips(100),
+                        Twips(100)) {}
+  bool ListsAll() const override { return false; }
+  void OfferLayouts() override { offersLayouts = true; }
+  bool IsVertical() const override { return vertical; }
+
+  bool offersLayouts = false, vertical = false;
 };
 
 class ReportsTest : public StationTest {
@@ -38,15 +38,14 @@ class ReportsTest : public StationTest {
     machine.Host().InModal = [this](Window& window) {
       auto& dialog = static_cast<Selection&>(window);
       asked = dialog.Tag;
-      EXPECT_TRUE(dialog.CmVerticale.Visible());
-      EXPECT_TRUE(dialog.CmOrizzontale.Visible());
-      dialog.CmVerticale.SetDown(vertical);
+      EXPECT_TRUE(dialog.offersLayouts);
+      dialog.vertical = vertical;
       dialog.Tag = answer;
       dialog.Hide();
     };
   }
   // Runs a report on the answer and gives what SLog then holds.
-  Texts Report(std::string_view command, std::string_view where, std::string_view columns) {
+  Texts Report(Command MainFrame::*command, std::string_view where, std::string_view columns) {
     answer = where;
     for (const ReportMember& member : ReportMembers()) {
       if (member.command == command) Event([&] { PrintReport(session, member); });
@@ -63,24 +62,25 @@ class ReportsTest : public StationTest {
 };
 
 TEST_F(ReportsTest, EachReportGivesItsOwnWord) {
-  const std::pair<const char*, const char*> words[] = {{"cmPLog", "PLOG"},
-                                                       {"cmPSquare", "ZONE"},
-                                                       {"cmPPrefissi", "PREFISSO"},
-                                                       {"cmPContinenti", "CONTINENTE"},
-                                                       {"cmPZone", "ZONE"},
-                                                       {"cmPCountry", "COUNTRY"},
-                                                       {"cmPProvincie", "PROVINCIE"},
-                                                       {"cmPNote", "NOTE"}};
+  const std::pair<Command MainFrame::*, const char*> words[] = {
+      {&MainFrame::cmPLog, "PLOG"},
+      {&MainFrame::cmPSquare, "ZONE"},
+      {&MainFrame::cmPPrefissi, "PREFISSO"},
+      {&MainFrame::cmPContinenti, "CONTINENTE"},
+      {&MainFrame::cmPZone, "ZONE"},
+      {&MainFrame::cmPCountry, "COUNTRY"},
+      {&MainFrame::cmPProvincie, "PROVINCIE"},
+      {&MainFrame::cmPNote, "NOTE"}};
   ASSERT_EQ(ReportMembers().size(), std::size(words));
   for (const auto& [command, word] : words) {
     Report(command, "Cancel", "Call");
-    EXPECT_EQ(asked, word) << command;
+    EXPECT_EQ(asked, word);
   }
 }
 
 TEST_F(ReportsTest, ACancelledSelectionLeavesTheStagingTable) {
   session.Db.Execute("insert into SLog (Call) values ('OLD')");
-  EXPECT_EQ(Report("cmPLog", "Cancel", "Call"), Texts{"OLD"});
+  EXPECT_EQ(Report(&MainFrame::cmPLog, "Cancel", "Call"), Texts{"OLD"});
   EXPECT_TRUE(Lines().empty());
   EXPECT_EQ(session.Windows.Find("StatSel"), nullptr);
 }
@@ -90,16 +90,16 @@ TEST_F(ReportsTest, TheLogReportTakesTheWholeSelectionByDate) {
   Log("Call,Banda", "'A','  2 m'");
   Log("Call,Banda", "'C',' 70cm'");
   session.Db.Execute("update Log set DataQso='01/01/1999' where Call='A'");
-  EXPECT_EQ(Report("cmPLog", "WHERE Banda='  2 m'", "Call"), (Texts{"A", "B"}));
+  EXPECT_EQ(Report(&MainFrame::cmPLog, "WHERE Banda='  2 m'", "Call"), (Texts{"A", "B"}));
   EXPECT_EQ(session.QueryText, "WHERE Banda='  2 m'");
   EXPECT_EQ(Lines(), Texts{"report \"logv.rpt\""});
   vertical = false;
-  EXPECT_EQ(Report("cmPLog", "", "Call").size(), 3u);
+  EXPECT_EQ(Report(&MainFrame::cmPLog, "", "Call").size(), 3u);
   EXPECT_EQ(Lines(), Texts{"report \"logo.rpt\""});
 }
 
 TEST_F(ReportsTest, AnEmptyResultPrintsAnEmptyReport) {
-  EXPECT_TRUE(Report("cmPLog", "", "Call").empty());
+  EXPECT_TRUE(Report(&MainFrame::cmPLog, "", "Call").empty());
   EXPECT_EQ(Lines(), Texts{"report \"logv.rpt\""});
 }
 
@@ -108,14 +108,14 @@ TEST_F(ReportsTest, OneContactStaysForEachCountryAndAConfirmedOneIsPreferred) {
   Log("Call,Country,QslRicevuta", "'B','I',True");
   Log("Call,Country,QslRicevuta", "'C','F',False");
   Log("Call", "'D'");
-  EXPECT_EQ(Report("cmPCountry", "", "Call,Country"), (Texts{"C|F", "B|I"}));
+  EXPECT_EQ(Report(&MainFrame::cmPCountry, "", "Call,Country"), (Texts{"C|F", "B|I"}));
 }
 
 TEST_F(ReportsTest, TheSquareReportKeepsTheFirstByFullLocator) {
   Log("Call,Locator,QslRicevuta", "'A','JN65AA',False");
   Log("Call,Locator,QslRicevuta", "'B','JN65BB',True");
   Log("Call,Locator,QslRicevuta", "'C','JN66AA',False");
-  EXPECT_EQ(Report("cmPSquare", "", "Call"), (Texts{"A", "C"}));
+  EXPECT_EQ(Report(&MainFrame::cmPSquare, "", "Call"), (Texts{"A", "C"}));
 }
 
 TEST_F(ReportsTest, ContactsWithoutAContinentNeverReachTheContinentReport) {
@@ -123,7 +123,7 @@ TEST_F(ReportsTest, ContactsWithoutAContinentNeverReachTheContinentReport) {
   Log("Call", "'B'");
   Log("Call,Continente", "'C','EU'");
   Log("Call,Continente", "'D','EU'");
-  EXPECT_EQ(Report("cmPContinenti", "", "Call"), Texts{"C"});
+  EXPECT_EQ(Report(&MainFrame::cmPContinenti, "", "Call"), Texts{"C"});
 }
 
 TEST_F(ReportsTest, TheFirstRowOfTheZoneReportIsNeverDeleted) {
@@ -131,31 +131,32 @@ TEST_F(ReportsTest, TheFirstRowOfTheZoneReportIsNeverDeleted) {
   Log("Call,[Zona CQ]", "'B',15");
   Log("Call,[Zona CQ]", "'C',15");
   Log("Call,[Zona CQ]", "'D',0");
-  EXPECT_EQ(Report("cmPZone", "", "Call"), (Texts{"A", "B"}));
+  EXPECT_EQ(Report(&MainFrame::cmPZone, "", "Call"), (Texts{"A", "B"}));
 }
 
 TEST_F(ReportsTest, APaddedAndATrimmedPrefixAreOne) {
   Log("Call,Prefisso", "'A','IK3'");
   Log("Call,Prefisso", "'B','IK3  '");
   Log("Call,Prefisso", "'C','IK4'");
-  EXPECT_EQ(Report("cmPPrefissi", "", "Call").size(), 2u);
+  EXPECT_EQ(Report(&MainFrame::cmPPrefissi, "", "Call").size(), 2u);
 }
 
 TEST_F(ReportsTest, KeysThatDifferInTheirCaseAloneAreOne) {
   Log("Call,[Note],QslRicevuta", "'A','[DCI/mi001]',False");
   Log("Call,[Note],QslRicevuta", "'B','[DCI/MI001]',False");
   Log("Call,[Note],QslRicevuta", "'C','[dci/mi001] tnx',True");
-  EXPECT_EQ(Report("cmPNote", "WHERE Note LIKE '*DCI*'", "Call,[Note]"), Texts{"C|dci/mi001"});
+  EXPECT_EQ(Report(&MainFrame::cmPNote, "WHERE Note LIKE '*DCI*'", "Call,[Note]"),
+            Texts{"C|dci/mi001"});
   Log("Call,Locator", "'D','JN45AA'");
   Log("Call,Locator", "'E','jn45bb'");
-  EXPECT_EQ(Report("cmPSquare", "", "Call"), Texts{"D"});
+  EXPECT_EQ(Report(&MainFrame::cmPSquare, "", "Call"), Texts{"D"});
 }
 
 TEST_F(ReportsTest, TheProvinceReportCountsProvinces) {
   Log("Call,Country,Provincia", "'A','I','MI'");
   Log("Call,Country,Provincia", "'B','I','VE'");
   Log("Call,Country,Provincia", "'C','I','MI'");
-  EXPECT_EQ(Report("cmPProvincie", "WHERE (Country='I' OR Country='IS0')", "Provincia"),
+  EXPECT_EQ(Report(&MainFrame::cmPProvincie, "WHERE (Country='I' OR Country='IS0')", "Provincia"),
             (Texts{"MI", "VE"}));
 }
 
@@ -164,7 +165,7 @@ TEST_F(ReportsTest, ANoteIsCutToTheWordAndWhatFollowsInItsBrackets) {
   Log("Call,Note", "'B','[IOTA EU-024]'");
   Log("Call,Note", "'C','[IOTA EU-025]'");
   Log("Call,Note", "'D','IOTA senza parentesi'");
-  EXPECT_EQ(Report("cmPNote", "WHERE Note LIKE '*IOTA*'", "Note"),
+  EXPECT_EQ(Report(&MainFrame::cmPNote, "WHERE Note LIKE '*IOTA*'", "Note"),
             (Texts{"IOTA EU-024", "IOTA EU-025"}));
 }
 

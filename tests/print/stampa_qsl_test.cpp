@@ -60,7 +60,7 @@ TEST_F(StampaQslTest, UpdateStoresTheGeometryUnderItsOwnKeysAndNothingElse) {
   StampaQsl& screen = OpenScreen();
   screen.AltezzaEtichetta.SetValue(370);
   screen.EtichXFila.SetValue(2);
-  Event([&] { screen.CmUpdate.Press(); });
+  Event([&] { screen.cmUpdate.Press(); });
   EXPECT_EQ(session.GetSetting("StampaQsl", "AltezzaEtichette", ""), "370");
   EXPECT_EQ(session.GetSetting("StampaQsl", "LarghezzaEtichette", ""), "800");
   for (const char* key :
@@ -85,7 +85,7 @@ TEST_F(StampaQslTest, AStoredMeasureBeyondAllMeasureIsTheNearestEnd) {
 TEST_F(StampaQslTest, WithoutAKindThereIsOnlyTheMessage) {
   StampaQsl& screen = OpenScreen();
   const auto before = session.Db.Counters().statements;
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   EXPECT_EQ(Lines(), Texts{"message none \"\" \"Selezionare il tipo di stampa\""});
   EXPECT_EQ(session.Db.Counters().statements, before);
 }
@@ -93,7 +93,7 @@ TEST_F(StampaQslTest, WithoutAKindThereIsOnlyTheMessage) {
 TEST_F(StampaQslTest, WithoutContactsTheDocumentIsEmpty) {
   StampaQsl& screen = OpenScreen();
   screen.DatiQso.SetOn(true);
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   EXPECT_EQ(Lines(), Texts{"print end"});
 }
 
@@ -104,7 +104,7 @@ TEST_F(StampaQslTest, BothKindsFillARowWithThePairOfEachContact) {
   screen.DatiQso.SetOn(true);
   screen.DatiStazione.SetOn(true);
   screen.EtichXFila.SetValue(2);
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   EXPECT_EQ(Outline(), (Texts{"S 1 2", "Q 81 2", "S 1 35.9", "Q 81 35.9", "print end"}));
 }
 
@@ -115,7 +115,7 @@ TEST_F(StampaQslTest, WithThreeARowThePairsRunAcrossRowEnds) {
   screen.DatiQso.SetOn(true);
   screen.DatiStazione.SetOn(true);
   screen.EtichXFila.SetValue(3);
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   EXPECT_EQ(Outline(), (Texts{"S 1 2", "Q 81 2", "S 161 2", "Q 1 35.9", "print end"}));
 }
 
@@ -124,11 +124,11 @@ TEST_F(StampaQslTest, OneKindPrintsOneLabelAContact) {
   Owe("IK3XYZ");
   StampaQsl& screen = OpenScreen();
   screen.DatiStazione.SetOn(true);
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   EXPECT_EQ(Outline(), (Texts{"S 1 2", "S 1 35.9", "print end"}));
   screen.DatiStazione.SetOn(false);
   screen.DatiQso.SetOn(true);
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   EXPECT_EQ(Outline(), (Texts{"Q 1 2", "Q 1 35.9", "print end"}));
 }
 
@@ -136,7 +136,7 @@ TEST_F(StampaQslTest, APageEndsWhenTheNextRowWouldBeginBelowIt) {
   for (int i = 0; i < 10; ++i) Owe("IK3AB" + std::string(1, static_cast<char>('A' + i)));
   StampaQsl& screen = OpenScreen();
   screen.DatiQso.SetOn(true);
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   const Texts outline = Outline();
   ASSERT_EQ(outline.size(), 12u);
   EXPECT_EQ(outline[8], "Q 1 273.2");
@@ -166,7 +166,7 @@ class LabelPages : public StampaQslTest {
   }
   // All that the printer was told.
   std::string Printed(StampaQsl& screen) {
-    Event([&] { screen.CmPrint.Press(); });
+    Event([&] { screen.cmPrint.Press(); });
     std::string text;
     for (const std::string& line : Lines()) text += line + "\n";
     return text;
@@ -243,7 +243,7 @@ TEST_F(StampaQslTest, CardsReceivedAndNotAnsweredAreOwedToo) {
   session.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','C')");
   StampaQsl& screen = OpenScreen();
   screen.DatiQso.SetOn(true);
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   EXPECT_EQ(Outline(), (Texts{"Q 1 2", "print end"}));
 }
 
@@ -253,7 +253,7 @@ TEST_F(StampaQslTest, ANullNoteOfASatelliteContactFails) {
       "('05/01/2001','A','Satellite',True)");
   StampaQsl& screen = OpenScreen();
   screen.DatiQso.SetOn(true);
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 1u);
   EXPECT_TRUE(lines[0].starts_with("error \"")) << lines[0];
@@ -264,16 +264,16 @@ TEST_F(StampaQslTest, APrinterThatFailsIsToldAndTheLogStays) {
   StampaQsl& screen = OpenScreen();
   screen.DatiQso.SetOn(true);
   machine.GetPrinter().FailNext();
-  Event([&] { screen.CmPrint.Press(); });
+  Event([&] { screen.cmPrint.Press(); });
   EXPECT_TRUE(Lines().at(0).starts_with("error \""));
   EXPECT_EQ(Rows("select QslDaInviare from Log"), Texts{"-1"});
 }
 
 TEST_F(StampaQslTest, HelpHasNoActionAndExitCloses) {
   StampaQsl& screen = OpenScreen();
-  Event([&] { screen.CmHelp.Press(); });
+  Event([&] { screen.cmHelp.Press(); });
   EXPECT_TRUE(Lines().empty());
-  Event([&] { screen.CmExit.Press(); });
+  Event([&] { screen.cmExit.Press(); });
   EXPECT_EQ(session.Windows.Find("StampaQsl"), nullptr);
 }
 

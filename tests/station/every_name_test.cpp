@@ -10,9 +10,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "forms/choice_fields.h"
-#include "forms/grid.h"
-#include "forms/list_field.h"
+#include "forms/field_visit.h"
 #include "tests/station/all_windows.h"
 
 namespace brenvo {
@@ -67,55 +65,72 @@ struct FieldEvent {
   Words verbs;
 };
 
-Words WaysOfChanging(const Field& field) {
+Words WaysOfChanging(Field& field) {
   Words verbs = {"set", "type", "key backspace", "drop"};
-  if (dynamic_cast<const ListField*>(&field) != nullptr)
-    verbs.insert({"click", "tick", "dblclick"});
-  if (dynamic_cast<const CheckBox*>(&field) != nullptr ||
-      dynamic_cast<const OptionButton*>(&field) != nullptr ||
-      dynamic_cast<const OptionGroup*>(&field) != nullptr) {
-    verbs.insert({"tick", "click", "press"});
-  }
+  VisitField(
+      field,
+      [&](ListField&) {
+        verbs.insert({"click", "tick", "dblclick"});
+      },
+      [&](OneOf<CheckBox, OptionButton, OptionGroup, TabStrip> auto&) {
+        verbs.insert({"tick", "click", "press"});
+      },
+      [](OneOf<Command, DataGrid, DatePicker, EntryArray, Gauge, Grid, Label, MaskedField, Menu,
+               Panel, PictureBox, RichText, Slider, StatusBar, TextField, ToolBar> auto&) {});
   return verbs;
 }
 
-std::vector<FieldEvent> EventsOf(const Field& field) {
+std::vector<FieldEvent> EventsOf(Field& field) {
   std::vector<FieldEvent> events;
   const auto add = [&](bool hung, const char* name, Words verbs) {
     if (hung) events.push_back({name, std::move(verbs)});
   };
   add(field.OnFocus != nullptr, "focus", {"focus", "type"});
   add(field.OnLeave != nullptr, "leave", {"leave"});
-  add(field.OnHover != nullptr, "hint", {"hover"});
+  add(field.HasHint(), "hint", {"hover"});
   add(field.OnChange != nullptr, "change", WaysOfChanging(field));
   add(field.OnDoubleClick != nullptr, "double click", {"dblclick"});
   add(field.OnDrop != nullptr, "drop", {"drop"});
-  if (const auto* text = dynamic_cast<const TextField*>(&field)) {
-    add(text->Filter != nullptr, "key", {"type", "key enter", "key backspace"});
-    add(text->OnEnter != nullptr, "enter", {"key enter"});
-  }
-  if (dynamic_cast<const Command*>(&field) != nullptr) {
-    add(true, "press", {"press", "tick", "click"});
-  } else if (field.OnClick != nullptr) {
-    Words verbs = {"click", "tick", "press", "dblclick"};
-    if (dynamic_cast<const ListField*>(&field) != nullptr) verbs.insert("set");
-    add(true, "click", verbs);
-  }
-  if (const auto* entries = dynamic_cast<const EntryArray*>(&field)) {
-    add(entries->OnPick != nullptr, "pick", {"click", "tick"});
-  }
-  if (const auto* list = dynamic_cast<const ListField*>(&field)) {
-    add(list->OnContextMenu != nullptr, "right button", {"key menu"});
-  }
-  if (const auto* grid = dynamic_cast<const Grid*>(&field)) {
-    add(grid->OnHeading != nullptr, "heading", {"column"});
-    add(grid->OnKey != nullptr, "key", {"key", "key enter", "key backspace"});
-    add(grid->OnContextMenu != nullptr, "right button", {"key menu"});
-  }
-  if (const auto* grid = dynamic_cast<const DataGrid*>(&field)) {
-    add(grid->OnBeforeEdit != nullptr || grid->OnAfterEdit != nullptr, "edit", {"edit"});
-    add(grid->OnBeforeDelete != nullptr, "delete", {"remove"});
-  }
+  const auto keys = [&](const TextField& text) {
+    add(text.Filter != nullptr, "key", {"type", "key enter", "key backspace"});
+    add(text.OnEnter != nullptr, "enter", {"key enter"});
+  };
+  const auto click = [&](Words verbs) { add(field.OnClick != nullptr, "click", std::move(verbs)); };
+  const Words clicks = {"click", "tick", "press", "dblclick"};
+  const auto cells = [&](const Grid& grid) {
+    click(clicks);
+    add(grid.OnHeading != nullptr, "heading", {"column"});
+    add(grid.OnKey != nullptr, "key", {"key", "key enter", "key backspace"});
+    add(grid.OnContextMenu != nullptr, "right button", {"key menu"});
+  };
+  VisitField(
+      field,
+      [&](ListField& list) {
+        keys(list);
+        Words verbs = clicks;
+        verbs.insert("set");
+        click(verbs);
+        add(list.OnContextMenu != nullptr, "right button", {"key menu"});
+      },
+      [&](OneOf<TextField, MaskedField, DatePicker> auto& text) {
+        keys(text);
+        click(clicks);
+      },
+      [&](Command&) {
+        add(true, "press", {"press", "tick", "click"});
+      },
+      [&](EntryArray& entries) {
+        click(clicks);
+        add(entries.OnPick != nullptr, "pick", {"click", "tick"});
+      },
+      [&](Grid& grid) { cells(grid); },
+      [&](DataGrid& grid) {
+        cells(grid);
+        add(grid.OnBeforeEdit != nullptr || grid.OnAfterEdit != nullptr, "edit", {"edit"});
+        add(grid.OnBeforeDelete != nullptr, "delete", {"remove"});
+      },
+      [&](OneOf<CheckBox, Gauge, Label, Menu, OptionButton, OptionGroup, Panel, PictureBox,
+                RichText, Slider, StatusBar, TabStrip, ToolBar> auto&) { click(clicks); });
   return events;
 }
 
@@ -131,7 +146,7 @@ class EveryName : public AllWindowsTest {
           ADD_FAILURE() << name << " does not load";
           return;
         }
-        for (const Field* field : window->Fields()) {
+        for (Field* field : window->Fields()) {
           for (const FieldEvent& event : EventsOf(*field)) visit(*window, *field, event);
         }
         session.Windows.Unload(*window);
@@ -146,8 +161,9 @@ class EveryName : public AllWindowsTest {
 };
 
 TEST_F(EveryName, OfTheMainMenuIsChosenInAScenario) {
-  for (const MainCommand& command : MainMenu()) {
-    EXPECT_NE(scenarios.Touching({"menu"}, std::string(command.name)), "") << command.name;
+  for (Field* field : frame->Fields()) {
+    if (FieldAs<Command>(*field) == nullptr) continue;
+    EXPECT_NE(scenarios.Touching({"menu"}, field->Name()), "") << field->Name();
   }
 }
 

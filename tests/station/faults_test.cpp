@@ -56,10 +56,10 @@ const Fault kFaults[] = {
 };
 
 void Store(LogForm& log, std::string_view call) {
-  log.cmClear();
+  log.ClearQso();
   log.CallQso.SetText(call);
   log.Banda.SetText("  2 m");
-  log.cmInsert();
+  log.InsertQso();
 }
 
 class DatabaseFault : public testing::TestWithParam<Fault> {

@@ -68,16 +68,16 @@ class Operator {
   // A contact by the window's own fields, and every third one changed after it.
   void Store(int n) {
     LogForm& log = Log();
-    log.cmClear();
+    log.ClearQso();
     log.CallQso.SetText(fmt::format("IK{}ABC", n));
     log.Banda.SetText(kBand);
     log.Locator.SetText("JN65AB");
-    log.cmInsert();
+    log.InsertQso();
     Say(fmt::format("I {}", n));
     if (n % 3 != 0) return;
-    log.cmLast();
+    log.GoToLast();
     log.Qra.SetText(fmt::format("NOME {}", n));
-    log.cmUpdate();
+    log.UpdateQso();
     Say(fmt::format("U {}", n));
   }
 

@@ -89,9 +89,9 @@ TEST_F(RenewalTest, EmptyingTheContestsLeavesNoCommandForTheOneOnScreen) {
   Exec("insert into Contest (DataContest,Banda) values ('03/03/2001','  2 m')");
   auto& contest = Open<ContestForm>("Contest");
   auto& log = Open<ContestQso>("ContestQso");
-  EXPECT_TRUE(contest.Key("cmUpdate").Enabled());
+  EXPECT_TRUE(contest.cmUpdate.Enabled());
   Announced("cmAzzeraContest");
-  EXPECT_FALSE(contest.Key("cmUpdate").Enabled());
+  EXPECT_FALSE(contest.cmUpdate.Enabled());
   EXPECT_EQ(contest.Banda.Text(), "  2 m");
   EXPECT_EQ(log.QC.Rows(), 1);
   Lines();

@@ -2,8 +2,7 @@
 // all fields, beside the table words.tsv that somebody has read.
 #include <fmt/format.h>
 
-#include "forms/command.h"
-#include "forms/status_bar.h"
+#include "forms/field_visit.h"
 #include "tests/station/all_windows.h"
 #include "tests/support/golden.h"
 
@@ -22,12 +21,12 @@ class Words : public AllWindowsTest {
     std::string table = fmt::format("{}\t{}\n", window.Name(), window.Caption());
     StatusBar* bar = nullptr;
     for (Field* field : window.Fields()) {
-      if (bar == nullptr) bar = dynamic_cast<StatusBar*>(field);
+      if (bar == nullptr) bar = FieldAs<StatusBar>(*field);
     }
     for (Field* field : window.Fields()) {
-      const auto* command = dynamic_cast<const Command*>(field);
+      const auto* command = FieldAs<Command>(*field);
       std::string hint;
-      if (field->OnHover && bar != nullptr) {
+      if (field->HasHint() && bar != nullptr) {
         field->Hover();
         hint = bar->Panel(1);
       }

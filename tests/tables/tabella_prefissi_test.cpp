@@ -96,7 +96,7 @@ TEST_F(TabellaPrefissiTest, TheMarkGoesToTheRowThatUpdateWorksOn) {
   Event([&] { table.Spread1.ClickCell(0, 2); });
   EXPECT_EQ(table.Spread1.Row(), 1);
   Fill(table, "W7", "K", "3", "6", "NA");
-  Event([&] { table.cmUpdate(); });
+  Event([&] { table.cmUpdate.Press(); });
   EXPECT_EQ(table.Spread1.Cell(1, 0), "W7");
 }
 

@@ -43,7 +43,7 @@ class ChoiceForm : public Window {
   ListField Country{*this, "Country", ListStyle::kCombo};
   ListField LBNote{*this, "LBNote", ListStyle::kOpen};
   ListField Modo{*this, "Modo", ListStyle::kMulti};
-  CheckBox QslRicevuta{*this, "QslRicevuta", true};
+  CheckBox QslRicevuta{*this, "QslRicevuta", {}, true};
   OptionButton Fisso{*this, "Fisso"};
   OptionButton Portatile{*this, "Portatile"};
   OptionGroup SortOrder{*this, "SortOrder", {"Data", "Call", "Qrb"}};

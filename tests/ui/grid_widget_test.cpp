@@ -47,7 +47,8 @@ class GridForm : public Window {
  public:
   explicit GridForm(WindowHost& host) : Window(host, "GridForm", "", Twips(9000), Twips(9000)) {
     Rows.SetSource(&many);
-    Rows.SetColumnsOf({{"Call", 0, 1500, {}}, {"Hidden", 1, 0, {}}, {"Note", 2, -1, {}}});
+    Rows.SetColumnsOf(
+        {{"Call", 0, Twips(1500), {}}, {"Hidden", 1, Twips(0), {}}, {"Note", 2, kOwnSize, {}}});
     const auto tell = [this](const char* what, Grid& grid) {
       told.push_back(std::string(what) + " " + std::to_string(grid.Row()) + "," +
                      std::to_string(grid.Column()));
@@ -62,8 +63,8 @@ class GridForm : public Window {
     Cells.SetCell(0, 0, "Country");
     Cells.SetCell(1, 1, "Confermato");
     Cells.SetBackColour(1, 1, kGreen);
-    Cells.SetColumnWidth(0, 3000);
-    Cells.SetRowHeight(1, 600);
+    Cells.SetColumnWidth(0, Twips(3000));
+    Cells.SetRowHeight(1, Twips(600));
     Toolbar1.Items = {&cmUpdate};
   }
   ManyRows many;
@@ -140,7 +141,7 @@ TEST_F(GridWidgets, WidthsAreTwipsAndZeroHidesAColumn) {
 }
 
 TEST_F(GridWidgets, AColumnToldTooNarrowForItsCodesShowsThemWhole) {
-  form.Cells.SetColumnWidth(0, 300);
+  form.Cells.SetColumnWidth(0, Twips(300));
   form.Cells.SetCell(0, 0, "");
   form.Cells.SetCell(1, 0, "EU-131");
   Settle();
@@ -148,7 +149,7 @@ TEST_F(GridWidgets, AColumnToldTooNarrowForItsCodesShowsThemWhole) {
 }
 
 TEST_F(GridWidgets, AColumnWidensForALongerCodeThatComesLater) {
-  form.Cells.SetColumnWidth(0, 300);
+  form.Cells.SetColumnWidth(0, Twips(300));
   form.Cells.SetCell(0, 0, "");
   form.Cells.SetCell(1, 0, "");
   Settle();
@@ -169,7 +170,7 @@ TEST_F(GridWidgets, AWidthDrawnByTheOperatorStaysWhateverComes) {
 }
 
 TEST_F(GridWidgets, ALongTextDoesNotWidenItsColumnBeyondACode) {
-  form.Cells.SetColumnWidth(0, 300);
+  form.Cells.SetColumnWidth(0, Twips(300));
   form.Cells.SetCell(0, 0, "");
   form.Cells.SetCell(1, 0, std::string(200, 'M'));
   Settle();

@@ -50,7 +50,7 @@ TEST_F(LongStatementOnScreen, EscStopsItAndTheGridBehindItHasMissedNothing) {
   session.Windows.RunEvent([&] {
     log = static_cast<LogForm*>(session.Windows.LoadNew("LogForm"));
     session.Windows.Show(*log);
-    log->Key("cmVista").SetDown(true);
+    log->cmVista.Press();
     log->cmVista();
   });
   QTest::qWait(50);

@@ -3,13 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/text.h"
-#include "forms/choice_fields.h"
-#include "forms/command.h"
-#include "forms/grid.h"
-#include "forms/list_field.h"
-#include "forms/rich_text.h"
-#include "forms/status_bar.h"
-#include "forms/text_field.h"
+#include "forms/field_visit.h"
 #include "recorder/quote.h"
 #include "recorder/refused.h"
 
@@ -23,17 +17,20 @@ std::string Shown(CheckState state) {
 }
 
 std::string Shown(Field& field) {
-  if (auto* text = dynamic_cast<TextField*>(&field)) return Quoted(text->Text());
-  if (auto* rich = dynamic_cast<RichText*>(&field)) return Quoted(rich->Text());
-  if (auto* box = dynamic_cast<CheckBox*>(&field)) return Shown(box->State());
-  if (auto* option = dynamic_cast<OptionButton*>(&field)) return OnOff(option->IsOn());
-  if (auto* group = dynamic_cast<OptionGroup*>(&field)) return std::to_string(group->Index());
-  if (auto* slider = dynamic_cast<Slider*>(&field)) return std::to_string(slider->Value());
-  if (auto* gauge = dynamic_cast<Gauge*>(&field)) return std::to_string(gauge->Value());
-  if (auto* command = dynamic_cast<Command*>(&field); command != nullptr && command->Toggle) {
-    return OnOff(command->Down());
-  }
-  return Quoted(field.Caption());
+  return VisitField(
+      field,
+      [](OneOf<TextField, MaskedField, DatePicker, ListField, RichText> auto& text) {
+        return Quoted(text.Text());
+      },
+      [](CheckBox& box) { return Shown(box.State()); },
+      [](OptionButton& option) { return std::string(OnOff(option.IsOn())); },
+      [](OneOf<OptionGroup, TabStrip> auto& group) { return std::to_string(group.Index()); },
+      [](OneOf<Slider, Gauge> auto& scale) { return std::to_string(scale.Value()); },
+      [](Command& command) {
+        return command.Toggle ? std::string(OnOff(command.Down())) : Quoted(command.Caption());
+      },
+      [](OneOf<DataGrid, EntryArray, Grid, Label, Menu, Panel, PictureBox, StatusBar, ToolBar> auto&
+             other) { return Quoted(other.Caption()); });
 }
 
 [[noreturn]] void Refuse(std::string_view name, const char* why) {
@@ -78,7 +75,7 @@ void PrintEnabled(const LineSink& out, std::string_view name, const Field& field
 }
 
 void PrintGrid(const LineSink& out, std::string_view name, Field& field) {
-  auto* grid = dynamic_cast<Grid*>(&field);
+  auto* grid = FieldAs<Grid>(field);
   if (grid == nullptr) Refuse(name, "is no grid");
   const std::int64_t rows = grid->Rows();
   const int columns = grid->Columns();
@@ -94,30 +91,38 @@ void PrintGrid(const LineSink& out, std::string_view name, Field& field) {
 }
 
 void PrintList(const LineSink& out, std::string_view name, Field& field) {
-  if (auto* list = dynamic_cast<ListField*>(&field)) {
-    const auto& items = list->Items();
-    out(fmt::format("list {} {}", name, items.size()));
-    for (int i = 0; i < static_cast<int>(items.size()); ++i) {
-      const bool marked =
-          list->Style() == ListStyle::kMulti ? list->Selected(i) : list->ListIndex() == i;
-      PrintEntry(out, marked, items[static_cast<std::size_t>(i)]);
+  const auto print = [&](const auto& entries, const auto& marked, const auto& text) {
+    out(fmt::format("list {} {}", name, entries.size()));
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      PrintEntry(out, marked(static_cast<int>(i)), text(entries[i]));
     }
-  } else if (auto* entries = dynamic_cast<EntryArray*>(&field)) {
-    out(fmt::format("list {} {}", name, entries->Entries().size()));
-    for (const auto& entry : entries->Entries()) PrintEntry(out, entry.checked, entry.caption);
-  } else if (auto* group = dynamic_cast<OptionGroup*>(&field)) {
-    const auto& captions = group->Captions();
-    out(fmt::format("list {} {}", name, captions.size()));
-    for (int i = 0; i < static_cast<int>(captions.size()); ++i) {
-      PrintEntry(out, group->Index() == i, captions[static_cast<std::size_t>(i)]);
-    }
-  } else {
-    Refuse(name, "is no list");
-  }
+  };
+  const auto itself = [](const std::string& text) { return text; };
+  VisitField(
+      field,
+      [&](ListField& list) {
+        const bool several = list.Style() == ListStyle::kMulti;
+        print(
+            list.Items(), [&](int i) { return several ? list.Selected(i) : list.ListIndex() == i; },
+            itself);
+      },
+      [&](EntryArray& entries) {
+        print(
+            entries.Entries(),
+            [&](int i) { return entries.Entries()[static_cast<std::size_t>(i)].checked; },
+            [](const EntryArray::Entry& entry) { return entry.caption; });
+      },
+      [&](OneOf<OptionGroup, TabStrip> auto& group) {
+        print(
+            group.Captions(), [&](int i) { return group.Index() == i; }, itself);
+      },
+      [&](OneOf<CheckBox, Command, DataGrid, DatePicker, Gauge, Grid, Label, MaskedField, Menu,
+                OptionButton, Panel, PictureBox, RichText, Slider, StatusBar, TextField,
+                ToolBar> auto&) { Refuse(name, "is no list"); });
 }
 
 void PrintRuns(const LineSink& out, std::string_view name, Field& field) {
-  auto* rich = dynamic_cast<RichText*>(&field);
+  auto* rich = FieldAs<RichText>(field);
   if (rich == nullptr) Refuse(name, "is no text area");
   out(fmt::format("text {}", name));
   for (const RichText::Run& run : rich->Runs()) {
@@ -128,7 +133,7 @@ void PrintRuns(const LineSink& out, std::string_view name, Field& field) {
 
 void PrintStatus(const LineSink& out, std::string_view name, const Window& window) {
   for (Field* field : window.Fields()) {
-    const auto* bar = dynamic_cast<StatusBar*>(field);
+    const auto* bar = FieldAs<StatusBar>(*field);
     if (bar == nullptr) continue;
     std::string line = fmt::format("status {}", name);
     for (int panel = 1; panel <= bar->Panels(); ++panel) line += ' ' + Quoted(bar->Panel(panel));

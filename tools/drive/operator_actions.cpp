@@ -4,12 +4,7 @@
 #include <string>
 
 #include "base/text.h"
-#include "forms/choice_fields.h"
-#include "forms/command.h"
-#include "forms/grid.h"
-#include "forms/list_field.h"
-#include "forms/rich_text.h"
-#include "forms/text_field.h"
+#include "forms/field_visit.h"
 #include "recorder/refused.h"
 #include "tools/drive/numbers.h"
 
@@ -34,7 +29,7 @@ int Index(const Field& field, std::int64_t number, std::int64_t count, const cha
 
 template <class Kind>
 Kind& As(Field& field, const char* what) {
-  auto* as = dynamic_cast<Kind*>(&field);
+  auto* as = FieldAs<Kind>(field);
   if (as == nullptr) Refuse(field, std::string("is no ") + what);
   return *as;
 }
@@ -80,9 +75,16 @@ void SetList(ListField& list, std::string_view text) {
   if (list.Style() != ListStyle::kMulti || !list.Selected(entry)) list.Pick(entry);
 }
 
-void ClickEntry(EntryArray& entries, std::int64_t n) {
-  const int entry = Index(entries, n, static_cast<std::int64_t>(entries.Entries().size()), "entry");
-  entries.Pick(entry);
+int EntryOf(const ListField& list, std::int64_t n) {
+  return Index(list, n, static_cast<std::int64_t>(list.Items().size()), "entry");
+}
+
+int EntryOf(const EntryArray& entries, std::int64_t n) {
+  return Index(entries, n, static_cast<std::int64_t>(entries.Entries().size()), "entry");
+}
+
+int EntryOf(const OptionGroup& group, std::int64_t n) {
+  return Index(group, n, static_cast<std::int64_t>(group.Captions().size()), "entry");
 }
 
 struct GridPlace {
@@ -98,11 +100,15 @@ char32_t KeyCharacter(const Field& field, std::string_view key) {
 }
 
 void OpenContextMenu(Field& field) {
-  const auto* grid = dynamic_cast<Grid*>(&field);
-  const auto* list = dynamic_cast<ListField*>(&field);
-  if (grid == nullptr && list == nullptr) Refuse(field, "has no menu");
-  const auto& handler = grid != nullptr ? grid->OnContextMenu : list->OnContextMenu;
-  if (handler) handler();
+  const auto open = [](const std::function<void()>& handler) {
+    if (handler) handler();
+  };
+  VisitField(
+      field, [&](OneOf<Grid, DataGrid> auto& grid) { open(grid.OnContextMenu); },
+      [&](ListField& list) { open(list.OnContextMenu); },
+      [](OneOf<CheckBox, Command, DatePicker, EntryArray, Gauge, Label, MaskedField, Menu,
+               OptionButton, OptionGroup, Panel, PictureBox, RichText, Slider, StatusBar, TabStrip,
+               TextField, ToolBar> auto& other) { Refuse(other, "has no menu"); });
 }
 
 GridPlace PlaceIn(Grid& grid, std::int64_t n, std::optional<std::int64_t> m) {
@@ -113,27 +119,22 @@ GridPlace PlaceIn(Grid& grid, std::int64_t n, std::optional<std::int64_t> m) {
 }  // namespace
 
 void SetValue(Field& field, std::string_view value) {
-  if (auto* list = dynamic_cast<ListField*>(&field)) {
-    WantEnabled(field);
-    SetList(*list, value);
-  } else if (auto* text = dynamic_cast<TextField*>(&field)) {
-    text->SetText(value);
-  } else if (auto* rich = dynamic_cast<RichText*>(&field)) {
-    rich->SetText(value);
-  } else if (auto* label = dynamic_cast<Label*>(&field)) {
-    label->SetText(value);
-  } else if (auto* box = dynamic_cast<CheckBox*>(&field)) {
-    box->SetState(StateOf(*box, value));
-  } else if (auto* option = dynamic_cast<OptionButton*>(&field)) {
-    option->SetOn(IsOnWord(field, value));
-  } else if (auto* group = dynamic_cast<OptionGroup*>(&field)) {
-    const auto count = static_cast<std::int64_t>(group->Captions().size());
-    group->SetIndex(Index(field, WholeNumber(value), count, "entry"));
-  } else if (auto* slider = dynamic_cast<Slider*>(&field)) {
-    slider->SetValue(static_cast<int>(WholeNumber(value)));
-  } else {
-    Refuse(field, "takes no value");
-  }
+  VisitField(
+      field,
+      [&](ListField& list) {
+        WantEnabled(list);
+        SetList(list, value);
+      },
+      [&](OneOf<TextField, MaskedField, DatePicker> auto& text) { text.SetText(value); },
+      [&](RichText& rich) { rich.SetText(value); }, [&](Label& label) { label.SetText(value); },
+      [&](CheckBox& box) { box.SetState(StateOf(box, value)); },
+      [&](OptionButton& option) { option.SetOn(IsOnWord(option, value)); },
+      [&](OneOf<OptionGroup, TabStrip> auto& group) {
+        group.SetIndex(EntryOf(group, WholeNumber(value)));
+      },
+      [&](Slider& slider) { slider.SetValue(static_cast<int>(WholeNumber(value))); },
+      [](OneOf<Command, DataGrid, EntryArray, Gauge, Grid, Menu, Panel, PictureBox, StatusBar,
+               ToolBar> auto& other) { Refuse(other, "takes no value"); });
 }
 
 void TypeText(Field& field, std::string_view text,
@@ -156,11 +157,11 @@ void PressKey(Field& field, std::string_view key) {
     OpenContextMenu(field);
     return;
   }
-  if (auto* grid = dynamic_cast<Grid*>(&field)) {
+  if (auto* grid = FieldAs<Grid>(field)) {
     grid->TypeKey(KeyCharacter(field, key));
     return;
   }
-  auto* text = dynamic_cast<TextField*>(&field);
+  auto* text = FieldAs<TextField>(field);
   Command* const pressed = key == "enter"    ? field.Owner().DefaultCommand
                            : key == "escape" ? field.Owner().CancelCommand
                                              : nullptr;
@@ -176,15 +177,11 @@ void PressKey(Field& field, std::string_view key) {
 
 void Press(Field& field) {
   WantEnabled(field);
-  if (auto* command = dynamic_cast<Command*>(&field)) {
-    command->Press();
-  } else if (auto* box = dynamic_cast<CheckBox*>(&field)) {
-    box->Press();
-  } else if (auto* option = dynamic_cast<OptionButton*>(&field)) {
-    option->Press();
-  } else {
-    field.Click();
-  }
+  VisitField(
+      field, [](OneOf<Command, CheckBox, OptionButton> auto& key) { key.Press(); },
+      [](OneOf<DataGrid, DatePicker, EntryArray, Gauge, Grid, Label, ListField, MaskedField, Menu,
+               OptionGroup, Panel, PictureBox, RichText, Slider, StatusBar, TabStrip, TextField,
+               ToolBar> auto& other) { other.Click(); });
 }
 
 void ClickAt(Field& field, std::optional<std::int64_t> n, std::optional<std::int64_t> m) {
@@ -193,25 +190,25 @@ void ClickAt(Field& field, std::optional<std::int64_t> n, std::optional<std::int
     return;
   }
   WantEnabled(field);
-  if (auto* grid = dynamic_cast<Grid*>(&field)) {
-    const GridPlace place = PlaceIn(*grid, *n, m);
-    grid->ClickCell(place.row, place.column);
-  } else if (auto* list = dynamic_cast<ListField*>(&field)) {
-    list->Pick(Index(field, *n, static_cast<std::int64_t>(list->Items().size()), "entry"));
-  } else if (auto* entries = dynamic_cast<EntryArray*>(&field)) {
-    ClickEntry(*entries, *n);
-  } else if (auto* group = dynamic_cast<OptionGroup*>(&field)) {
-    group->Press(Index(field, *n, static_cast<std::int64_t>(group->Captions().size()), "entry"));
-  } else {
-    Refuse(field, "has no entries");
-  }
+  VisitField(
+      field,
+      [&](OneOf<Grid, DataGrid> auto& grid) {
+        const GridPlace place = PlaceIn(grid, *n, m);
+        grid.ClickCell(place.row, place.column);
+      },
+      [&](OneOf<ListField, EntryArray> auto& list) { list.Pick(EntryOf(list, *n)); },
+      [&](OneOf<OptionGroup, TabStrip> auto& group) { group.Press(EntryOf(group, *n)); },
+      [](OneOf<CheckBox, Command, DatePicker, Gauge, Label, MaskedField, Menu, OptionButton, Panel,
+               PictureBox, RichText, Slider, StatusBar, TextField, ToolBar> auto& other) {
+        Refuse(other, "has no entries");
+      });
 }
 
 void DoubleClickAt(Field& field, std::optional<std::int64_t> n, std::optional<std::int64_t> m) {
   WantEnabled(field);
   if (!n) {
     field.DoubleClick();
-  } else if (auto* grid = dynamic_cast<Grid*>(&field)) {
+  } else if (auto* grid = FieldAs<Grid>(field)) {
     const GridPlace place = PlaceIn(*grid, *n, m);
     grid->DoubleClickCell(place.row, place.column);
   } else {
@@ -228,51 +225,61 @@ void ClickHeading(Field& field, std::int64_t column) {
 
 void Tick(Field& field, std::string_view state) {
   WantEnabled(field);
-  if (auto* box = dynamic_cast<CheckBox*>(&field)) {
-    const CheckState wanted = StateOf(*box, state);
-    for (int presses = 0; box->State() != wanted; ++presses) {
-      if (presses == 3) Refuse(field, "does not become " + std::string(state));
-      box->Press();
-    }
-  } else if (auto* option = dynamic_cast<OptionButton*>(&field)) {
-    if (option->IsOn() == IsOnWord(field, state)) return;
-    if (option->IsOn()) Refuse(field, "goes off when another option is pressed");
-    option->Press();
-  } else {
-    auto& command = As<Command>(field, "check box, option or toggle");
-    if (!command.Toggle) Refuse(field, "is no toggle");
-    if (command.Down() != IsOnWord(field, state)) command.Press();
-  }
+  VisitField(
+      field,
+      [&](CheckBox& box) {
+        const CheckState wanted = StateOf(box, state);
+        for (int presses = 0; box.State() != wanted; ++presses) {
+          if (presses == 3) Refuse(box, "does not become " + std::string(state));
+          box.Press();
+        }
+      },
+      [&](OptionButton& option) {
+        if (option.IsOn() == IsOnWord(option, state)) return;
+        if (option.IsOn()) Refuse(option, "goes off when another option is pressed");
+        option.Press();
+      },
+      [&](Command& command) {
+        if (!command.Toggle) Refuse(command, "is no toggle");
+        if (command.Down() != IsOnWord(command, state)) command.Press();
+      },
+      [](OneOf<DataGrid, DatePicker, EntryArray, Gauge, Grid, Label, ListField, MaskedField, Menu,
+               OptionGroup, Panel, PictureBox, RichText, Slider, StatusBar, TabStrip, TextField,
+               ToolBar> auto& other) { Refuse(other, "is no check box, option or toggle"); });
 }
 
 void TickEntry(Field& field, std::int64_t entry, std::string_view state) {
   WantEnabled(field);
   const bool wanted = IsOnWord(field, state);
-  if (auto* list = dynamic_cast<ListField*>(&field)) {
-    if (list->Style() != ListStyle::kMulti) Refuse(field, "is no list of several choices");
-    const int index = Index(field, entry, static_cast<std::int64_t>(list->Items().size()), "entry");
-    if (list->Selected(index) != wanted) list->Pick(index);
-  } else if (auto* entries = dynamic_cast<EntryArray*>(&field)) {
-    const int index =
-        Index(field, entry, static_cast<std::int64_t>(entries->Entries().size()), "entry");
-    if (entries->Entries()[static_cast<std::size_t>(index)].checked != wanted) {
-      ClickEntry(*entries, entry);
-    }
-  } else {
-    auto& group = As<OptionGroup>(field, "list of several choices");
-    const int index =
-        Index(field, entry, static_cast<std::int64_t>(group.Captions().size()), "entry");
-    if ((group.Index() == index) == wanted) return;
-    if (!wanted) Refuse(field, "goes off when another option is pressed");
-    group.Press(index);
-  }
+  VisitField(
+      field,
+      [&](ListField& list) {
+        if (list.Style() != ListStyle::kMulti) Refuse(list, "is no list of several choices");
+        const int index = EntryOf(list, entry);
+        if (list.Selected(index) != wanted) list.Pick(index);
+      },
+      [&](EntryArray& entries) {
+        const int index = EntryOf(entries, entry);
+        if (entries.Entries()[static_cast<std::size_t>(index)].checked != wanted) {
+          entries.Pick(index);
+        }
+      },
+      [&](OneOf<OptionGroup, TabStrip> auto& group) {
+        const int index = EntryOf(group, entry);
+        if ((group.Index() == index) == wanted) return;
+        if (!wanted) Refuse(group, "goes off when another option is pressed");
+        group.Press(index);
+      },
+      [](OneOf<CheckBox, Command, DataGrid, DatePicker, Gauge, Grid, Label, MaskedField, Menu,
+               OptionButton, Panel, PictureBox, RichText, Slider, StatusBar, TextField,
+               ToolBar> auto& other) { Refuse(other, "is no list of several choices"); });
 }
 
 void SelectText(Field& field, std::int64_t start, std::int64_t length) {
   if (start < 0 || length < 0) Refuse(field, "has no such piece");
   const auto from = static_cast<std::size_t>(start);
   const auto count = static_cast<std::size_t>(length);
-  if (auto* rich = dynamic_cast<RichText*>(&field)) {
+  if (auto* rich = FieldAs<RichText>(field)) {
     rich->Select(from, count);
   } else {
     As<TextField>(field, "text").Select(from, count);

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <QGuiApplication>
 #include <string>
 
 #include "tools/manual/page_to_html.h"
@@ -11,6 +12,9 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "manual HELPFILE HTMLFILE\n");
     return 2;
   }
+  // The reader of Markdown asks for the desktop's fonts, which needs no desktop.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
   std::ifstream in(argv[1], std::ios::binary);
   const std::string text{std::istreambuf_iterator<char>(in), {}};
   if (!in) {

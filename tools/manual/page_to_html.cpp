@@ -1,9 +1,12 @@
 #include "tools/manual/page_to_html.h"
 
-#include <cctype>
-#include <utility>
-
-#include "base/text.h"
+#include <QFont>
+#include <QString>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextFragment>
+#include <QTextList>
+#include <QTextTable>
 
 namespace brenvo {
 namespace {
@@ -21,138 +24,88 @@ constexpr std::string_view kStyle =
     "#2b2e32}nav a{color:#9cf}}";
 
 std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      default:
-        escaped += c;
-    }
-  }
-  return escaped;
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
+      .toHtmlEscaped()
+      .toStdString();
 }
 
-// Words between two equal marks, with a pair of tags around them.
-struct Mark {
-  std::string_view mark, tag;
-  bool marksInside;  // other marks count within it
-};
-constexpr Mark kMarks[] = {{"`", "code", false}, {"**", "strong", true}, {"*", "em", true}};
+std::string Tagged(const char* tag, const std::string& html) {
+  return std::string("<") + tag + '>' + html + "</" + tag + '>';
+}
 
-std::string Inline(std::string_view text) {
-  std::string html;
-  while (!text.empty()) {
-    bool marked = false;
-    for (const Mark& mark : kMarks) {
-      if (!text.starts_with(mark.mark)) continue;
-      const std::size_t end = text.find(mark.mark, mark.mark.size());
-      if (end == std::string_view::npos) continue;
-      const std::string_view words = text.substr(mark.mark.size(), end - mark.mark.size());
-      html += "<" + std::string(mark.tag) + ">";
-      html += mark.marksInside ? Inline(words) : Escaped(words);
-      html += "</" + std::string(mark.tag) + ">";
-      text.remove_prefix(end + mark.mark.size());
-      marked = true;
-      break;
-    }
-    if (marked) continue;
-    html += Escaped(text.substr(0, 1));
-    text.remove_prefix(1);
+std::string Piece(const QTextFragment& piece) {
+  const QTextCharFormat format = piece.charFormat();
+  if (format.isImageFormat()) {
+    const QTextImageFormat image = format.toImageFormat();
+    return "<img src=\"" + Escaped(image.name().toStdString()) + "\" alt=\"" +
+           Escaped(image.stringProperty(QTextFormat::ImageAltText).toStdString()) + "\">";
   }
+  std::string html = Escaped(piece.text().toStdString());
+  if (format.fontFixedPitch()) html = Tagged("code", html);
+  if (format.fontItalic()) html = Tagged("em", html);
+  if (format.fontWeight() > QFont::Normal) html = Tagged("strong", html);
   return html;
 }
 
-std::vector<std::string> LinesOf(std::string_view text) {
-  std::vector<std::string> lines;
-  while (!text.empty()) {
-    const std::size_t end = text.find('\n');
-    lines.emplace_back(text.substr(0, end));
-    text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
-  }
-  return lines;
+std::string Words(const QTextBlock& block) {
+  std::string html;
+  for (auto at = block.begin(); !at.atEnd(); ++at) html += Piece(at.fragment());
+  return html;
 }
 
-std::string Row(std::string_view line, std::string_view tag) {
-  std::string row = "<tr>";
-  line = line.substr(1);  // the first bar
-  while (!line.empty()) {
-    const std::size_t bar = line.find('|');
-    if (bar == std::string_view::npos) break;
-    row += "<" + std::string(tag) + ">" + Inline(Trim(line.substr(0, bar))) + "</" +
-           std::string(tag) + ">";
-    line.remove_prefix(bar + 1);
-  }
-  return row + "</tr>\n";
-}
-
-// "![words](file)"; empty when the line is no picture.
-std::string Picture(std::string_view line) {
-  const std::size_t middle = line.find("](");
-  if (!line.starts_with("![") || middle == std::string_view::npos || !line.ends_with(")")) {
-    return "";
-  }
-  const std::string_view words = line.substr(2, middle - 2);
-  const std::string_view file = line.substr(middle + 2, line.size() - middle - 3);
-  return "<p><img src=\"" + Escaped(file) + "\" alt=\"" + Escaped(words) + "\"></p>\n";
-}
-
-bool BeginsEntry(std::string_view line) {
-  return line.size() > 3 && std::isdigit(static_cast<unsigned char>(line[0])) != 0 &&
-         line.substr(1, 2) == ". ";
-}
-
-// A block: the lines between two empty ones.
-std::string Block(const std::vector<std::string>& lines) {
-  if (const std::string picture = Picture(lines.front()); !picture.empty()) return picture;
-  if (lines.front().starts_with('|')) {
-    std::string table = "<table>\n" + Row(lines.front(), "th");
-    for (std::size_t i = 2; i < lines.size(); ++i) table += Row(lines[i], "td");
-    return table + "</table>\n";
-  }
-  const bool isList = BeginsEntry(lines.front());
-  std::string html = isList ? "<ol>\n" : "<p>";
+// The reader of Markdown shows a heading in bold letters; on a page it is a heading.
+std::string Heading(const QTextBlock& block) {
   std::string words;
-  const auto endEntry = [&] {
-    if (isList && !words.empty()) html += "<li>" + Inline(words) + "</li>\n";
-    if (isList) words.clear();
-  };
-  for (const std::string& line : lines) {
-    const bool begins = isList && BeginsEntry(line);
-    if (begins) endEntry();
-    if (!words.empty()) words += ' ';
-    words += Trim(begins ? std::string_view(line).substr(3) : std::string_view(line));
+  for (auto at = block.begin(); !at.atEnd(); ++at) {
+    words += Escaped(at.fragment().text().toStdString());
   }
-  endEntry();
-  return isList ? html + "</ol>\n" : html + Inline(words) + "</p>\n";
+  return words;
+}
+
+std::string TagOf(const QTextList& list) {
+  return list.format().style() == QTextListFormat::ListDecimal ? "ol" : "ul";
+}
+
+std::string Table(const QTextTable& table) {
+  std::string html = "<table>\n";
+  for (int row = 0; row < table.rows(); ++row) {
+    std::string cells;
+    for (int column = 0; column < table.columns(); ++column) {
+      const QTextBlock block = table.cellAt(row, column).firstCursorPosition().block();
+      cells += row == 0 ? Tagged("th", Heading(block)) : Tagged("td", Words(block));
+    }
+    html += Tagged("tr", cells) + '\n';
+  }
+  return html + "</table>\n";
 }
 
 }  // namespace
 
 std::string PageToHtml(std::string_view markdown) {
+  QTextDocument page;
+  page.setMarkdown(QString::fromUtf8(markdown.data(), static_cast<qsizetype>(markdown.size())));
   std::string html;
-  std::vector<std::string> block;
-  const auto endBlock = [&] {
-    if (!block.empty()) html += Block(std::exchange(block, {}));
+  const QTextList* list = nullptr;
+  const auto goOnIn = [&](const QTextList* next) {
+    if (list == next) return;
+    if (list != nullptr) html += "</" + TagOf(*list) + ">\n";
+    if (next != nullptr) html += '<' + TagOf(*next) + ">\n";
+    list = next;
   };
-  for (const std::string& line : LinesOf(markdown)) {
-    if (Trim(line).empty()) {
-      endBlock();
-    } else {
-      block.push_back(line);
+  for (auto at = page.rootFrame()->begin(); !at.atEnd(); ++at) {
+    if (const auto* table = qobject_cast<QTextTable*>(at.currentFrame())) {
+      goOnIn(nullptr);
+      html += Table(*table);
+      continue;
+    }
+    const QTextBlock block = at.currentBlock();
+    goOnIn(block.textList());
+    // Around a table stand empty blocks of the toolkit's own.
+    if (const std::string words = Words(block); !words.empty()) {
+      html += Tagged(list != nullptr ? "li" : "p", words) + '\n';
     }
   }
-  endBlock();
+  goOnIn(nullptr);
   return html;
 }
 

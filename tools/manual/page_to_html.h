@@ -9,8 +9,9 @@
 
 namespace brenvo {
 
-// The part of Markdown that the manual uses: paragraphs, tables, numbered lists, a picture on a
-// line of its own, and **bold**, *italic*, `code` within a line. Anything else comes out as words.
+// Markdown as Qt reads it, and so as the program shows the page. Paragraphs, tables, numbered
+// lists, pictures and **bold**, *italic*, `code` become the tags of that name; anything else comes
+// out as words. Wants a QGuiApplication, of any platform.
 std::string PageToHtml(std::string_view markdown);
 
 // All pages as one document, with a list of contents; page 100 is reached as "#t100".

@@ -17,7 +17,7 @@ using brenvo::Session;
 
 void PrintContest(Session& session) {
   auto& contest = static_cast<brenvo::ContestForm&>(*session.Windows.LoadNew("Contest"));
-  contest.cmPrint();
+  contest.Print();
   session.Windows.Unload(contest);
 }
 
@@ -25,7 +25,7 @@ void PrintLabels(Session& session) {
   auto& labels = static_cast<brenvo::StampaQsl&>(*session.Windows.LoadNew("StampaQsl"));
   labels.DatiQso.SetOn(true);
   labels.DatiStazione.SetOn(true);
-  labels.cmPrint();
+  labels.Print();
   session.Windows.Unload(labels);
 }
 

@@ -2,15 +2,14 @@
 
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 #include <string_view>
 
 #include "adif/importa_adif.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
 #include "file/database_file.h"
-#include "forms/choice_fields.h"
-#include "forms/list_field.h"
-#include "forms/tab_strip.h"
+#include "forms/field_visit.h"
 
 namespace brenvo {
 namespace {
@@ -23,14 +22,22 @@ Window* Open(Session& session, std::string_view name) {
   return window;
 }
 
+template <class Kind>
+Kind& FieldOf(Window& window, std::string_view name) {
+  Field* const field = window.FindField(name);
+  auto* as = field == nullptr ? nullptr : FieldAs<Kind>(*field);
+  if (as == nullptr) throw std::logic_error(window.Name() + " has no such " + std::string(name));
+  return *as;
+}
+
 void Put(Window& window, std::string_view field, std::string_view text) {
-  dynamic_cast<TextField&>(*window.FindField(field)).SetText(text);
+  FieldOf<TextField>(window, field).SetText(text);
 }
 
 void Press(Window& window, std::string_view command) { window.FindCommand(command)->Press(); }
 
 void Choose(Window& window, std::string_view list, int entry) {
-  dynamic_cast<ListField&>(*window.FindField(list)).Pick(entry);
+  FieldOf<ListField>(window, list).Pick(entry);
 }
 
 // A window as it comes up.
@@ -179,8 +186,7 @@ std::vector<Picture> AllPictures() {
       With("FT736", [](Window& window) { Press(window, "Accensione"); }),
       Plain("User"),
       With(
-          "User",
-          [](Window& window) { dynamic_cast<OptionGroup&>(*window.FindField("Tab1")).Press(1); },
+          "User", [](Window& window) { FieldOf<OptionGroup>(window, "Tab1").Press(1); },
           "User-collegamenti"),
       With("TabellaPrefissi",
            [](Window& window) {
@@ -190,7 +196,7 @@ std::vector<Picture> AllPictures() {
       With("TabellaCountry", [](Window& window) { Choose(window, "LBCountry", 120); }),
       With("TabellaProvincie",
            [](Window& window) {
-             const auto& items = dynamic_cast<ListField&>(*window.FindField("LBCountry")).Items();
+             const auto& items = FieldOf<ListField>(window, "LBCountry").Items();
              for (std::size_t i = 0; i < items.size(); ++i) {
                if (items[i].starts_with("I  ")) Choose(window, "LBCountry", static_cast<int>(i));
              }
