@@ -25,8 +25,7 @@ class LogRenewalTest : public LogStation {
   // The column of the grid's row, counted from 1.
   static std::string Call(LogForm& log, std::int64_t row) { return log.DataGrid1.Cell(row, 2); }
   void ShowGrid(LogForm& log) {
-    log.cmVista.Press();
-    Event([&] { log.cmVista(); });
+    Press(log, "cmVista");
   }
 };
 
@@ -208,8 +207,7 @@ TEST_F(LogRenewalTest, ABatchWhileTheSearchIsOpenCountsWhenItIsLeft) {
     AnnounceBatch();
     Press(search, "cmExit");
   });
-  log.Key("cmSearch").SetDown(true);
-  Event([&] { log.cmSearch(); });
+  Press(log, "cmSearch");
   EXPECT_EQ(log.QsoTotali.Text(), "2");
 }
 
