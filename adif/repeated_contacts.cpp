@@ -38,9 +38,11 @@ bool RepeatedInLog::Find(const LogContact& contact) {
   emptyTo_ = DateTime::Of(9999, 12, 31);
   if (table_->NoMatch()) return false;
   for (; !table_->EOF_(); table_->MoveNext()) {
-    const DateTime at = table_->Field("DataQso").Date();
-    if (at >= end) {
-      emptyTo_ = at;
+    // Another tool may have made it unreadable, and it stands somewhere between the others.
+    const std::optional<DateTime> at = table_->Field("DataQso").ReadableDate();
+    if (!at) continue;
+    if (*at >= end) {
+      emptyTo_ = *at;
       return false;
     }
     emptyFrom_ = end;

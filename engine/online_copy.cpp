@@ -1,8 +1,10 @@
 #include "engine/online_copy.h"
 
+#include <cstdint>
 #include <exception>
 #include <string>
 
+#include "engine/journal.h"
 #include "engine/sqlite_file.h"
 #include "engine/sync.h"
 
@@ -29,20 +31,11 @@ struct Question {
   }
 };
 
-// The first complaint about the file; empty when it is sound.
-std::string Complaint(sqlite3* file) {
-  sqlite3_stmt* statement = nullptr;
-  int code = sqlite3_prepare_v2(file, "PRAGMA integrity_check(1)", -1, &statement, nullptr);
-  std::string complaint;
-  if (code == SQLITE_OK) {
-    code = sqlite3_step(statement);
-    if (code == SQLITE_ROW) {
-      complaint = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
-    }
-  }
-  sqlite3_finalize(statement);
-  if (code != SQLITE_ROW) throw LastFailureOf(file);
-  return complaint == "ok" ? "" : complaint;
+// Two copies are two files: a journal of the one is none of the other's.
+std::string ChanceMark() {
+  std::int32_t chance = 0;
+  sqlite3_randomness(sizeof chance, &chance);
+  return std::to_string(chance & 0x7FFFFFFF);
 }
 
 }  // namespace
@@ -78,6 +71,7 @@ OnlineCopy::OnlineCopy(const std::filesystem::path& from, const std::filesystem:
     throw DatabaseError(DatabaseError::kFileNotFound,
                         "Il file '" + from.string() + "' non esiste.");
   }
+  RequireOwnJournal(from);
   files_->path = to;
   std::filesystem::remove(to, ignored);
   files_->from = OpenSqliteFile(from);
@@ -85,7 +79,8 @@ OnlineCopy::OnlineCopy(const std::filesystem::path& from, const std::filesystem:
   RunSql(files_->from.get(), "BEGIN; SELECT count(*) FROM sqlite_schema");
   files_->to = OpenSqliteFile(to, SQLITE_OPEN_CREATE);
   // The copy is made safe once, at its end.
-  RunSql(files_->to.get(), "PRAGMA synchronous = OFF");
+  RunSql(files_->to.get(),
+         ("PRAGMA synchronous = OFF; PRAGMA schema_version = " + ChanceMark()).c_str());
   files_->copying = sqlite3_backup_init(files_->to.get(), "main", files_->from.get(), "main");
   if (files_->copying == nullptr) throw LastFailureOf(files_->to.get());
 }
@@ -108,7 +103,7 @@ bool OnlineCopy::Verify(const std::function<bool()>& goOn) {
   sqlite3_progress_handler(files_->to.get(), kStepsBetweenQuestions, Question::Ask, &question);
   std::string complaint;
   try {
-    complaint = Complaint(files_->to.get());
+    complaint = Complaint(files_->to.get(), true);
   } catch (const DatabaseError&) {
     if (!question.stop) throw;
   }

@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <string>
 
+#include "base/system_reason.h"
+
 #ifndef _WIN32
 #include <fcntl.h>
 #include <unistd.h>
@@ -34,7 +36,7 @@ void CopySafely(const std::filesystem::path& from, const std::filesystem::path& 
 
 DatabaseError PathFailure(const std::filesystem::path& path, const std::error_code& why) {
   return {DatabaseError::kPathAccess,
-          "Errore di accesso a '" + path.filename().string() + "' (" + why.message() + ")."};
+          "Errore di accesso a '" + path.filename().string() + "' (" + ReasonText(why) + ")."};
 }
 
 void SyncToDisk([[maybe_unused]] const std::filesystem::path& path) {

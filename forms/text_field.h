@@ -71,6 +71,8 @@ class MaskedField : public TextField {
 class DatePicker : public TextField {
  public:
   DatePicker(Window& window, std::string name);
+  // A text that is none is shown as nothing; else the date before it stays on the screen.
+  bool MayBeEmpty = false;
 };
 
 }  // namespace brenvo

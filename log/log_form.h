@@ -111,6 +111,9 @@ class LogForm : public LogWindow {
   void ClearQso();
   void ShowQso();
   Shown ReadRecord();
+  // Panel 1 tells which columns of the record on screen are unreadable; with none it is emptied of
+  // that.
+  void TellUnreadable(const std::string& columns);
   bool ValidateQso();
   void StoreQso();
   void EnableRecordCommands();
@@ -122,6 +125,8 @@ class LogForm : public LogWindow {
   void ShowGrid(bool shown);
   void TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select);
   void PositionByCall();
+  // Panel 1 tells how many contacts went into a file without their date.
+  void TellUndated(int contacts);
   // Asks under `title` whether the file keeps what it holds, then appends what `write` writes.
   void Export(std::string_view title, const std::function<void(std::ostream&)>& write);
   // Panel `number` tells what `condition` (ending in a blank) finds in Log on the chosen band.
@@ -132,6 +137,7 @@ class LogForm : public LogWindow {
   ToolKeys keys_;
   Menu exportMenu_{*this, "cmExport", "Esporta"};
   Bounds boundsBeforeGrid_;
+  bool toldUnreadable_ = false;  // in panel 1
   bool recordCommands_ = false;  // there is a record for them
   Bookmark beforeExport_;        // where DsLog stood
 };
