@@ -100,10 +100,15 @@ LogContact ReadContact(Recordset& row) {
   for (const ContactColumn& column : ContactColumns()) {
     const Value value = row.Field(++at);  // QsoNr stands first
     if (value.IsNull()) continue;
-    std::visit(Overloaded{[&](DateTime LogContact::*member) { contact.*member = value.Date(); },
+    // What another tool has made unreadable counts as Null.
+    std::visit(Overloaded{[&](DateTime LogContact::*member) {
+                            contact.*member = value.ReadableDate().value_or(DateTime());
+                          },
                           [&](std::string LogContact::*member) { contact.*member = value.Text(); },
                           [&](double LogContact::*member) { contact.*member = value.Number(); },
-                          [&](bool LogContact::*member) { contact.*member = value.Bool(); }},
+                          [&](bool LogContact::*member) {
+                            contact.*member = value.ReadableBool().value_or(false);
+                          }},
                column.member);
   }
   return contact;

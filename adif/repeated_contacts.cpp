@@ -160,10 +160,9 @@ Placement RepeatedInLog::Find(const LogContact& contact) {
   if (table_->NoMatch()) return free;
   InMinute wanted;
   for (; !table_->EOF_(); table_->MoveNext()) {
-    // What another program has put there may be no date.
-    const Value stored = table_->Field("DataQso");
-    const auto* at = std::get_if<DateTime>(&stored.Get());
-    if (at == nullptr) continue;
+    // Another tool may have made it unreadable, and it stands somewhere between the others.
+    const std::optional<DateTime> at = table_->Field("DataQso").ReadableDate();
+    if (!at) continue;
     if (*at >= end) {
       emptyTo_ = *at;
       break;

@@ -3,8 +3,10 @@
 #include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QMessageBox>
 #include <QTranslator>
 
+#include "core/files.h"
 #include "station/station.h"
 #include "ui/icons.h"
 #include "ui/qt_platform.h"
@@ -25,8 +27,8 @@ void LoadTranslations(QApplication& application, const QString& directory) {
 }
 
 int RunStation(QApplication& application, const QString& directory) {
-  brenvo::QtPlatform platform(brenvo::PathFromQt(directory));
   const brenvo::StationLock lock(directory);
+  brenvo::QtPlatform platform(brenvo::PathFromQt(directory));
   if (!lock.Refusal().isEmpty()) {
     platform.Messages().Show(brenvo::MessageIcon::kCritical, "", brenvo::FromQt(lock.Refusal()));
     return EXIT_FAILURE;
@@ -51,8 +53,15 @@ int main(int argc, char** argv) {
   QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
 
   const QStringList arguments = QApplication::arguments();
-  const QString directory =
-      QDir(arguments.size() > 1 ? arguments[1] : QApplication::applicationDirPath()).absolutePath();
+  const QString named = arguments.size() > 1 ? arguments[1] : QApplication::applicationDirPath();
+  // No name is not the directory that one happens to stand in.
+  const QString directory = named.isEmpty() ? named : QDir(named).absolutePath();
   LoadTranslations(application, directory);
-  return RunStation(application, directory);
+  try {
+    return RunStation(application, directory);
+  } catch (const std::exception& failure) {
+    QMessageBox::critical(nullptr, QStringLiteral("Brenvo"),
+                          brenvo::ToQt(brenvo::FailureText(failure)));
+    return EXIT_FAILURE;
+  }
 }

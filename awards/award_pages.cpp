@@ -75,7 +75,9 @@ Contact ContactOf(Session& session, const AwardPage& page, const AwardList& list
                   "order by DataQso{}",
                   list.selection, list.member.contacts, key, list.member.quote, confirmed,
                   page.newest ? " desc" : ""));
-  return {rows->Field("DataQso"), rows->Field("Call"), rows->Field("Modo"),
+  // A date that another tool has made unreadable is none, on the page and to sort by.
+  const Value date = rows->Field("DataQso");
+  return {date.ReadableDate() ? date : Value(), rows->Field("Call"), rows->Field("Modo"),
           rows->Field("Propagazione")};
 }
 

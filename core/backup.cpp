@@ -6,6 +6,7 @@
 #include <set>
 
 #include "file/database_file.h"
+#include "file/file_check.h"
 #include "file/online_copy.h"
 #include "file/sync.h"
 
@@ -16,6 +17,7 @@ constexpr std::string_view kDirectory = "Backup";
 constexpr std::string_view kUnfinished = "Brenvo-in-corso.mdb";
 // In the application directory; it lasts until it gets the database's name.
 constexpr std::string_view kPuttingBack = "Brenvo-ripristino.mdb";
+constexpr std::string_view kWithoutJournal = "Brenvo-senza-giornale.mdb";
 constexpr std::string_view kDailyPrefix = "Brenvo-", kAsidePrefix = "Brenvo-prima-";
 constexpr std::string_view kSuffix = ".mdb";
 constexpr std::size_t kDaysKept = 10, kMonthsKept = 12;
@@ -109,10 +111,18 @@ std::string TitleOf(const BackupCopy& copy) {
 
 std::optional<std::int64_t> ContactsIn(const BackupCopy& copy) {
   try {
-    Database database = OpenDatabaseFile(copy.file);
-    return database.OpenSnapshot("select count(*) from Log")->Field(0).Integer();
+    return RowsIn(copy.file, "Log");
   } catch (const DatabaseError&) {
     return std::nullopt;
+  }
+}
+
+std::string ContentsOf(const BackupCopy& copy) {
+  try {
+    return fmt::format("{} QSO", RowsIn(copy.file, "Log"));
+  } catch (const DatabaseError& failure) {
+    if (failure.Number == DatabaseError::kNotADatabase) return "non leggibile";
+    return "ora non si può leggere: " + failure.Description;
   }
 }
 
@@ -152,6 +162,21 @@ void PutBack(Session& session, const BackupCopy& copy) {
     if (std::filesystem::exists(from, error)) MoveSafely(from, to);
   }
   RenameSafely(fresh, database);
+}
+
+std::optional<BackupCopy> WithoutJournal(Session& session) {
+  const std::filesystem::path alone = session.AppPath / kWithoutJournal;
+  std::error_code error;
+  std::filesystem::copy_file(session.File("\\Brenvo.mdb"), alone,
+                             std::filesystem::copy_options::overwrite_existing, error);
+  if (!error) return BackupCopy{alone, session.Now(), false};
+  std::filesystem::remove(alone, error);
+  return std::nullopt;
+}
+
+void DropWithoutJournal(Session& session) {
+  std::error_code ignored;
+  std::filesystem::remove(session.AppPath / kWithoutJournal, ignored);
 }
 
 std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& appPath) {

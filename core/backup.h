@@ -31,6 +31,9 @@ std::string TitleOf(const BackupCopy& copy);
 
 // The number of contacts in a copy; nothing when it cannot be read.
 std::optional<std::int64_t> ContactsIn(const BackupCopy& copy);
+// The same in words: "12 QSO"; "non leggibile" of a copy that is damaged or none, and why a good
+// one cannot be looked at now.
+std::string ContentsOf(const BackupCopy& copy);
 
 // Of the days on which copies were made, those that are no longer kept: all but the last ten up to
 // `today`, and the last day of each of the last twelve months that have one. Later days, of a clock
@@ -40,6 +43,11 @@ std::vector<DateTime> DaysToDrop(std::vector<DateTime> days, DateTime today);
 // Puts a copy in the place of the database, which must be closed and is set aside in "Backup".
 // Nothing is changed when the copy is no sound database. DatabaseError.
 void PutBack(Session& session, const BackupCopy& copy);
+
+// The database as it is without the journal that stands beside it, as a copy to put back; nothing
+// where there is none, or no room for it. DropWithoutJournal deletes what it takes up.
+std::optional<BackupCopy> WithoutJournal(Session& session);
+void DropWithoutJournal(Session& session);
 
 // What an interrupted PutBack has set aside, while nothing stands in the place of the database.
 std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& appPath);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/system_reason.h"
 #include "base/text.h"
 
 namespace brenvo {
@@ -21,7 +22,32 @@ std::filesystem::path PathOf(std::string_view name) {
   return std::filesystem::path(std::u8string(name.begin(), name.end()));
 }
 
+std::string WholeName(const std::filesystem::path& path) {
+  const std::u8string name = path.u8string();
+  return {name.begin(), name.end()};
+}
+
 }  // namespace
+
+std::string WhyNotEntered(const std::filesystem::path& directory) {
+  if (directory.empty()) return "Manca il nome della cartella di lavoro.";
+  const std::string name = "La cartella " + WholeName(directory);
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(directory, error);
+  if (status.type() == std::filesystem::file_type::not_found) return name + " non esiste.";
+  if (error) return name + " non si apre: " + ReasonText(error) + ".";
+  if (status.type() != std::filesystem::file_type::directory) return name + " non è una cartella.";
+  // A file of this length is asked for sooner or later.
+  const bool there = std::filesystem::exists(directory / "Brenvo-ripristino.mdb-journal", error);
+  if (there || !error || error == std::errc::no_such_file_or_directory) return "";
+  return name + " non si apre: " + ReasonText(error) + ".";
+}
+
+std::string FailureText(const std::exception& failure) {
+  const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&failure);
+  if (file == nullptr) return failure.what();
+  return WholeName(file->path1()) + ": " + ReasonText(file->code()) + ".";
+}
 
 std::string SafeFileName(std::string_view name) {
   std::string safe;

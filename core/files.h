@@ -1,6 +1,7 @@
 // The application directory and the names in it.
 #pragma once
 
+#include <exception>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -22,6 +23,14 @@ std::filesystem::path PlayedFileIn(const std::filesystem::path& directory, std::
 // The files directly in `directory` whose names end with `suffix` (".wav", empty for all), whatever
 // the case, sorted by name, without hidden ones. None when the directory cannot be read.
 std::vector<std::string> FilesOf(const std::filesystem::path& directory, std::string_view suffix);
+
+// Why nobody can work in this directory, as a sentence for the operator: it has no name, is not
+// there, is none, is called by too long a name, or may not be entered. Empty when it can be looked
+// into; whether it can be written in is another matter.
+std::string WhyNotEntered(const std::filesystem::path& directory);
+
+// What failed, in the operator's language where the system said it.
+std::string FailureText(const std::exception& failure);
 
 // A file name that every platform can hold, and that leads nowhere else.
 std::string SafeFileName(std::string_view name);

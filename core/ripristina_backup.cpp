@@ -9,11 +9,6 @@ namespace {
 
 constexpr std::string_view kSettingsKey = "RipristinaBackup";
 
-std::string Contacts(const BackupCopy& copy) {
-  const std::optional<std::int64_t> contacts = ContactsIn(copy);
-  return contacts ? fmt::format("{} QSO", *contacts) : "non leggibile";
-}
-
 }  // namespace
 
 RipristinaBackup::RipristinaBackup(Session& session)
@@ -30,7 +25,7 @@ void RipristinaBackup::Load() {
   const BusyPointer busy(Host());
   copies_ = BackupCopies(session_.AppPath);
   for (const BackupCopy& copy : copies_) {
-    LBCopie.AddItem(fmt::format("{}   {}", TitleOf(copy), Contacts(copy)));
+    LBCopie.AddItem(fmt::format("{}   {}", TitleOf(copy), ContentsOf(copy)));
   }
   if (copies_.empty()) {
     StatusBar1.SetPanel(1, "Non ci sono ancora copie");
@@ -48,7 +43,7 @@ void RipristinaBackup::Choose() {
   const std::string question = fmt::format(
       "La copia {} ({}) prende il posto del database, che viene messo da parte.\n"
       "Confermi l'operazione ?",
-      TitleOf(copy), Contacts(copy));
+      TitleOf(copy), ContentsOf(copy));
   if (!session_.Messages().AskYesNo("Ripristina backup", question)) return;
   Chosen = copy;
   Hide();

@@ -1,7 +1,9 @@
 #include "core/session.h"
 
 #include <array>
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 
 #include "base/number.h"
 #include "base/text.h"
@@ -94,10 +96,16 @@ void Session::ReopenAfterCompaction() {
 // A journal that stays behind belongs to another program that has the file open: under a new file's
 // name it would be read into the wrong database.
 void Session::RequireNoOtherProgram() const {
+  constexpr std::chrono::milliseconds kPatience{2000}, kPause{20};
   std::filesystem::path journal = File("\\Brenvo.mdb");
   journal += "-wal";
-  if (std::filesystem::exists(journal)) {
-    throw DatabaseError(DatabaseError::kLocked, "Il database e' aperto in un altro programma.");
+  std::error_code error;
+  // As long as for a lock: whoever only looks into it is soon gone, and its journal with it.
+  for (auto waited = kPause; std::filesystem::exists(journal, error); waited += kPause) {
+    if (waited > kPatience) {
+      throw DatabaseError(DatabaseError::kLocked, "Il database e' aperto in un altro programma.");
+    }
+    std::this_thread::sleep_for(kPause);
   }
 }
 

@@ -256,7 +256,7 @@ class Parser {
       Assignment assignment;
       assignment.column = Name();
       if (Take(".")) {
-        if (assignment.column != tree_.table) Fail();
+        if (!SameText(assignment.column, tree_.table)) Fail();
         assignment.column = Name();
       }
       Expect("=");

@@ -20,6 +20,7 @@ class DatabaseError : public std::runtime_error {
     kDiskFull = 3026,
     kReadOnly = 3027,
     kNoTransaction = 3034,     // a commit or rollback without a begin
+    kInvalidPath = 3044,       // longer than the file engine takes
     kStopped = 3059,           // by whoever watches the work
     kUnknownParameter = 3061,  // a name in a statement that is no column
     kExecuteOfSelect = 3065,

@@ -49,27 +49,33 @@ std::int64_t Value::Integer() const {
   return RoundHalfEven(number);
 }
 
-bool Value::Bool() const {
+std::optional<bool> Value::ReadableBool() const {
   if (const auto* text = std::get_if<std::string>(&data_)) {
-    if (text->empty()) FailConversion(*text);
+    if (text->empty()) return std::nullopt;
     return Val(*text) != 0;
   }
+  if (std::holds_alternative<DateTime>(data_)) return std::nullopt;
   return Number() != 0;
 }
 
+bool Value::Bool() const {
+  if (const auto yes = ReadableBool()) return *yes;
+  FailConversion(Text());
+}
+
+std::optional<DateTime> Value::ReadableDate() const {
+  if (IsNull()) return DateTime();
+  if (const auto* date = std::get_if<DateTime>(&data_)) return *date;
+  const auto* text = std::get_if<std::string>(&data_);
+  if (text == nullptr) return std::nullopt;
+  if (const auto date = ParseDate(*text)) return date;
+  if (const auto date = ParseIso(*text)) return date;
+  return ParseTime(*text);
+}
+
 DateTime Value::Date() const {
-  return std::visit(
-      Overload{[](std::monostate) { return DateTime(); },
-               [](std::int64_t v) -> DateTime { FailConversion(std::to_string(v)); },
-               [](double v) -> DateTime { FailConversion(PlainNumber(v)); },
-               [](const std::string& v) {
-                 if (const auto date = ParseDate(v)) return *date;
-                 if (const auto date = ParseIso(v)) return *date;
-                 if (const auto time = ParseTime(v)) return *time;
-                 FailConversion(v);
-               },
-               [](DateTime v) { return v; }, [](bool) -> DateTime { FailConversion("si/no"); }},
-      data_);
+  if (const auto date = ReadableDate()) return *date;
+  FailConversion(std::holds_alternative<bool>(data_) ? "si/no" : Text());
 }
 
 }  // namespace brenvo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -39,6 +40,10 @@ class Value {
   bool Bool() const;
   // Day zero for Null.
   DateTime Date() const;
+
+  // The same of what another tool may have written: nothing where Bool or Date would throw.
+  std::optional<bool> ReadableBool() const;
+  std::optional<DateTime> ReadableDate() const;
 
   friend bool operator==(const Value&, const Value&) = default;
 

@@ -1,22 +1,22 @@
 #include "file/connection.h"
 
 #include <algorithm>
-#include <array>
-#include <fstream>
+#include <limits>
 
 #include "engine/recordset_errors.h"
 #include "file/cells.h"
+#include "file/file_check.h"
+#include "file/journal.h"
 #include "file/read_schema.h"
 #include "file/sqlite_functions.h"
 
 namespace brenvo {
 namespace {
 
-constexpr int kApplicationId = 0x4252564F;  // "BRVO"
 constexpr int kVersion = 1;
 constexpr std::size_t kKeptStatements = 128;
-constexpr int kBusyMilliseconds = 2000;
 constexpr int kCacheKibibytes = 32 * 1024;
+constexpr int kFramesBetweenWritingBack = 1000;  // four megabytes
 
 // The second guard behind the parser, which writes nothing else either: rows are read and written,
 // and nothing is done to the file itself.
@@ -37,30 +37,6 @@ int Authorize(void*, int action, const char* first, const char* second, const ch
   }
 }
 
-// What the file's first bytes say of it. SQLite would take an empty file for a new database, and
-// drop the journal that stands beside it; nothing is opened that is not surely ours.
-void RequireOurFile(const std::filesystem::path& path) {
-  constexpr std::string_view kMagic("SQLite format 3\0", 16);
-  constexpr std::size_t kHeader = 100, kApplicationIdAt = 68;
-  std::array<char, kHeader> header{};
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw FailureOf(SQLITE_PERM, nullptr);
-  if (!file.read(header.data(), kHeader) ||
-      std::string_view(header.data(), kMagic.size()) != kMagic) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "Il file '" + path.filename().string() + "' non e' un database.");
-  }
-  std::uint32_t id = 0;
-  for (std::size_t i = 0; i < 4; ++i) {
-    id = id << 8 | static_cast<unsigned char>(header[kApplicationIdAt + i]);
-  }
-  if (id != kApplicationId) {
-    throw DatabaseError(
-        DatabaseError::kNotADatabase,
-        "Il file '" + path.filename().string() + "' non e' un database di questo programma.");
-  }
-}
-
 int ReadPragma(sqlite3* file, const char* sql) {
   sqlite3_stmt* statement = nullptr;
   int code = sqlite3_prepare_v2(file, sql, -1, &statement, nullptr);
@@ -77,23 +53,14 @@ int ReadPragma(sqlite3* file, const char* sql) {
 }  // namespace
 
 Connection::Connection(const std::filesystem::path& file) {
-  std::error_code error;
-  if (!std::filesystem::exists(file, error)) {
-    throw DatabaseError(DatabaseError::kFileNotFound,
-                        "Il file '" + file.string() + "' non esiste.");
-  }
-  if (!std::filesystem::is_regular_file(file, error)) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "'" + file.string() + "' non e' un database.");
-  }
   RequireOurFile(file);
+  RequireSoundJournal(file);
   file_ = OpenSqliteFile(file);
   Setup();
 }
 
 void Connection::Setup() {
   sqlite3* const file = file_.get();
-  sqlite3_busy_timeout(file, kBusyMilliseconds);
   if (ReadPragma(file, "PRAGMA user_version") != kVersion) {
     throw DatabaseError(DatabaseError::kNotADatabase,
                         "Il database e' di un'altra versione del programma.");
@@ -118,6 +85,56 @@ void Connection::Setup() {
   sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   RegisterFunctions(file, &functionFailure_);
   sqlite3_set_authorizer(file, Authorize, nullptr);
+  sqlite3_wal_hook(file, WriteBack, this);
+}
+
+// Takes the place of SQLite's own writing back, which does not say when a journal begins anew.
+int Connection::WriteBack(void* connection, sqlite3* file, const char* name, int frames) {
+  auto& self = *static_cast<Connection*>(connection);
+  if (frames < self.journalFrames_) self.markDue_ = true;
+  self.journalFrames_ = frames;
+  if (frames < kFramesBetweenWritingBack) return SQLITE_OK;
+  int all = 0, written = 0;
+  // What cannot be written back now stays in the journal.
+  const int code = sqlite3_wal_checkpoint_v2(file, name, SQLITE_CHECKPOINT_PASSIVE, &all, &written);
+  if (code == SQLITE_OK && all == written) self.markDue_ = true;
+  return SQLITE_OK;
+}
+
+void Connection::MarkFile() {
+  sqlite3* const file = file_.get();
+  Running begin(*this, "BEGIN IMMEDIATE");
+  StepWriter(begin, nullptr);
+  // What nobody else may do: the guards are down for these lines alone.
+  sqlite3_set_authorizer(file, nullptr, nullptr);
+  sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+  const auto raiseGuards = [&] {
+    sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_set_authorizer(file, Authorize, nullptr);
+  };
+  try {
+    std::uint16_t chance = 0;
+    sqlite3_randomness(sizeof chance, &chance);
+    const auto read = [&](const char* sql) {
+      return static_cast<std::uint32_t>(ReadPragma(file, sql));
+    };
+    const FileMark mark{read("PRAGMA schema_version"), read("PRAGMA page_count"),
+                        read("PRAGMA freelist_count")};
+    const auto next = static_cast<std::int32_t>(NextMark(mark, chance));
+    RunSql(file, ("PRAGMA schema_version = " + std::to_string(next)).c_str());
+    RunSql(file, "COMMIT");
+  } catch (...) {
+    sqlite3_exec(file, "ROLLBACK", nullptr, nullptr, nullptr);
+    raiseGuards();
+    throw;
+  }
+  raiseGuards();
+  markDue_ = false;
+}
+
+void Connection::PrepareFile() {
+  RequireSound();
+  if (markDue_) MarkFile();
 }
 
 Connection::~Connection() { Close(); }
@@ -173,7 +190,8 @@ void Connection::Fail(int code) {
     functionFailure_.reset();
     throw failure;
   }
-  const DatabaseError failure = FailureOf(code, sqlite3_errmsg(file_.get()));
+  const DatabaseError failure =
+      FailureOf(code, sqlite3_errmsg(file_.get()), sqlite3_system_errno(file_.get()));
   if (failure.Number == DatabaseError::kNotADatabase) RefuseWrites();
   throw failure;
 }
@@ -258,7 +276,7 @@ void Connection::GiveBack(CompiledStatement* statement) {
 
 void Connection::PrepareToWrite(const TableSchema& table) {
   RequireOpen();
-  if (!InTransaction()) RequireSound();
+  if (!InTransaction()) PrepareFile();
   // Reading the rest may end a reader's registration, but not while it is asked: they stay.
   for (LazyReader* reader : std::vector<LazyReader*>(readers_)) {
     const auto& tables = reader->TablesRead();
@@ -271,19 +289,52 @@ std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
   PrepareToWrite(table);
   const std::int64_t before = sqlite3_total_changes64(file_.get());
   Running run(*this, sql, std::move(parameters));
-  run.Step();
+  StepWriter(run, &table);
   return sqlite3_total_changes64(file_.get()) - before;
+}
+
+// As long as rows of anything are still being read, SQLite does not wait for a lock, and refuses to
+// write at all behind another program's change: what the readers are to show would be gone. They
+// read their rest, and it is tried again.
+void Connection::StepWriter(Running& run, const TableSchema* table) {
+  const bool reading =
+      !InTransaction() && sqlite3_txn_state(file_.get(), "main") != SQLITE_TXN_NONE;
+  int code = sqlite3_step(run.Handle());
+  if (reading && (code & 0xFF) == SQLITE_BUSY) {
+    sqlite3_reset(run.Handle());
+    for (LazyReader* reader : std::vector<LazyReader*>(readers_)) reader->ReadRest();
+    code = sqlite3_step(run.Handle());
+  }
+  if (code == SQLITE_DONE) return;
+  if (code == SQLITE_FULL && table != nullptr && IsCounterSpent(*table)) {
+    throw DatabaseError(DatabaseError::kFailed,
+                        "Il contatore della tabella '" + table->name +
+                            "' ha raggiunto il numero più alto, che un altro programma vi ha "
+                            "scritto: nessuna riga si può più aggiungere. Ripristinare una copia "
+                            "di sicurezza.");
+  }
+  Fail(code);
+}
+
+bool Connection::IsCounterSpent(const TableSchema& table) {
+  if (table.rowidColumn == TableSchema::kNone) return false;
+  Running run(*this, "SELECT max(rowid) FROM " + table.quoted);
+  if (run.Step() && run.Key() == std::numeric_limits<std::int64_t>::max()) return true;
+  Running counter(*this, "SELECT seq FROM sqlite_sequence WHERE name = ?", {Value(table.name)});
+  return counter.Step() && counter.Key() == std::numeric_limits<std::int64_t>::max();
 }
 
 void Connection::Unregister(LazyReader* reader) { std::erase(readers_, reader); }
 
 void Connection::Begin() {
   RequireOpen();
-  RequireSound();
-  if (InTransaction()) {
+  if (!InTransaction()) {
+    PrepareFile();
+  } else {
     throw DatabaseError(DatabaseError::kInvalidOperation, "Una transazione e' gia' aperta.");
   }
-  Running(*this, "BEGIN IMMEDIATE").Step();
+  Running begin(*this, "BEGIN IMMEDIATE");
+  StepWriter(begin, nullptr);
 }
 
 void Connection::Commit() {

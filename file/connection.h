@@ -39,6 +39,8 @@ class LazyReader {
   virtual const std::vector<const TableSchema*>& TablesRead() const = 0;
 };
 
+class Running;
+
 class Connection {
  public:
   Connection() = default;  // closed
@@ -64,8 +66,13 @@ class Connection {
   // 3343 and 3024 (see RequireSound), and 3420 when closed.
   void PrepareToWrite(const TableSchema& table);
   // Runs a statement that writes to `table`, and returns the number of rows that it changed.
-  // DatabaseError as of PrepareToWrite, and 3022, 3026, 3027, 3260.
+  // Another program's lock is waited for, up to two seconds. DatabaseError as of PrepareToWrite,
+  // and 3022, 3026, 3027, 3260.
   std::int64_t Write(const TableSchema& table, std::string_view sql, std::vector<Value> parameters);
+
+  // Steps a prepared statement that writes, to its end; the same wait, and the same errors. `table`
+  // is the one that it writes to, null for none.
+  void StepWriter(Running& run, const TableSchema* table);
 
   // The key of the row that was inserted last.
   std::int64_t LastKey() const { return sqlite3_last_insert_rowid(file_.get()); }
@@ -97,6 +104,13 @@ class Connection {
   void RequireIdle() const;
   // DatabaseError 3343 once the file has been found damaged, 3024 when it is not where it was.
   void RequireSound() const;
+  // Before something is written, outside of a transaction; a new journal begins with a new mark of
+  // the file (journal.h).
+  void PrepareFile();
+  // SQLite has no other words for a counter at its highest value than for a full disk.
+  bool IsCounterSpent(const TableSchema& table);
+  void MarkFile();
+  static int WriteBack(void* connection, sqlite3* file, const char* name, int frames);
 
   SqliteFile file_;
   std::optional<Question> question_;
@@ -105,6 +119,8 @@ class Connection {
   EngineCounters counters_;
   std::int64_t rollbacks_ = 0;
   bool damaged_ = false;
+  bool markDue_ = true;  // the next change may be a journal's first
+  int journalFrames_ = 0;
   // Most recently used first. Entries stay where they are in memory.
   std::list<CompiledStatement> statements_;
   std::unordered_map<std::string_view, std::list<CompiledStatement>::iterator> cache_;

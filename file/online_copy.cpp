@@ -1,7 +1,9 @@
 #include "file/online_copy.h"
 
+#include <cstdint>
 #include <string>
 
+#include "file/journal.h"
 #include "file/question.h"
 #include "file/sqlite_file.h"
 #include "file/sync.h"
@@ -9,20 +11,11 @@
 namespace brenvo {
 namespace {
 
-// The first complaint about the file; empty when it is sound.
-std::string Complaint(sqlite3* file) {
-  sqlite3_stmt* statement = nullptr;
-  int code = sqlite3_prepare_v2(file, "PRAGMA integrity_check(1)", -1, &statement, nullptr);
-  std::string complaint;
-  if (code == SQLITE_OK) {
-    code = sqlite3_step(statement);
-    if (code == SQLITE_ROW) {
-      complaint = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
-    }
-  }
-  sqlite3_finalize(statement);
-  if (code != SQLITE_ROW) throw LastFailureOf(file);
-  return complaint == "ok" ? "" : complaint;
+// Two copies are two files: a journal of the one is none of the other's.
+std::string ChanceMark() {
+  std::int32_t chance = 0;
+  sqlite3_randomness(sizeof chance, &chance);
+  return std::to_string(chance & 0x7FFFFFFF);
 }
 
 }  // namespace
@@ -58,6 +51,7 @@ OnlineCopy::OnlineCopy(const std::filesystem::path& from, const std::filesystem:
     throw DatabaseError(DatabaseError::kFileNotFound,
                         "Il file '" + from.string() + "' non esiste.");
   }
+  RequireOwnJournal(from);
   files_->path = to;
   std::filesystem::remove(to, ignored);
   files_->from = OpenSqliteFile(from);
@@ -65,7 +59,8 @@ OnlineCopy::OnlineCopy(const std::filesystem::path& from, const std::filesystem:
   RunSql(files_->from.get(), "BEGIN; SELECT count(*) FROM sqlite_schema");
   files_->to = OpenSqliteFile(to, SQLITE_OPEN_CREATE);
   // The copy is made safe once, at its end.
-  RunSql(files_->to.get(), "PRAGMA synchronous = OFF");
+  RunSql(files_->to.get(),
+         ("PRAGMA synchronous = OFF; PRAGMA schema_version = " + ChanceMark()).c_str());
   files_->copying = sqlite3_backup_init(files_->to.get(), "main", files_->from.get(), "main");
   if (files_->copying == nullptr) throw LastFailureOf(files_->to.get());
 }
@@ -88,7 +83,7 @@ bool OnlineCopy::Verify(const std::function<bool()>& goOn) {
   {
     const Question question(files_->to.get(), goOn);
     try {
-      complaint = Complaint(files_->to.get());
+      complaint = Complaint(files_->to.get(), true);
     } catch (const DatabaseError&) {
       if (!question.Stopped()) throw;
     }

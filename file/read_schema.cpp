@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "engine/database_error.h"
+#include "file/sqlite_file.h"
 
 namespace brenvo {
 namespace {
@@ -18,15 +19,23 @@ struct Finalizer {
 };
 using Handle = std::unique_ptr<sqlite3_stmt, Finalizer>;
 
+// A structure that is damaged, or not one of ours; what else can happen to a file has its own
+// words.
+[[noreturn]] void FailToRead(sqlite3* file) {
+  const int kind = sqlite3_extended_errcode(file) & 0xFF;
+  if (kind != SQLITE_ERROR && kind != SQLITE_CORRUPT && kind != SQLITE_NOTADB) {
+    throw LastFailureOf(file);
+  }
+  throw DatabaseError(
+      DatabaseError::kNotADatabase,
+      std::string("La struttura del database non si legge: ") + sqlite3_errmsg(file));
+}
+
 Handle Prepare(sqlite3* file, const std::string& sql) {
   sqlite3_stmt* statement = nullptr;
   const int code = sqlite3_prepare_v2(file, sql.c_str(), -1, &statement, nullptr);
   Handle handle(statement);
-  if (code != SQLITE_OK) {
-    throw DatabaseError(
-        DatabaseError::kNotADatabase,
-        std::string("La struttura del database non si legge: ") + sqlite3_errmsg(file));
-  }
+  if (code != SQLITE_OK) FailToRead(file);
   return handle;
 }
 
@@ -34,9 +43,7 @@ bool Step(sqlite3* file, const Handle& handle) {
   const int code = sqlite3_step(handle.get());
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;
-  throw DatabaseError(
-      DatabaseError::kNotADatabase,
-      std::string("La struttura del database non si legge: ") + sqlite3_errmsg(file));
+  FailToRead(file);
 }
 
 std::string TextAt(const Handle& handle, int column) {

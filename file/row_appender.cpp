@@ -29,7 +29,7 @@ std::int64_t TableAppender::Append(const std::vector<Value>& row) {
     values.push_back(ToColumn(value, columns_[i]->type, columns_[i]->name));
   }
   insert_.Restart(std::move(values));
-  insert_.Step();
+  connection_->StepWriter(insert_, table_);
   return connection_->LastKey();
 }
 

@@ -2,7 +2,23 @@
 
 #include <mutex>
 
+#include <cerrno>
+#include <string_view>
+#include <system_error>
+
+#include "base/system_reason.h"
+
 namespace brenvo {
+namespace {
+
+constexpr int kBusyMilliseconds = 2000;
+#ifdef EDQUOT
+constexpr int kQuotaUsedUp = EDQUOT;
+#else
+constexpr int kQuotaUsedUp = -1;
+#endif
+
+}  // namespace
 
 void StartSqlite() {
   static std::once_flag started;
@@ -17,7 +33,28 @@ SqliteFile OpenSqliteFile(const std::filesystem::path& path, int more) {
       Utf8Name(path).c_str(), &opened,
       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE | more, nullptr);
   SqliteFile file(opened);
-  if (code != SQLITE_OK) throw FailureOf(code, file ? sqlite3_errmsg(file.get()) : nullptr);
+  if (code != SQLITE_OK && file) throw LastFailureOf(file.get());
+  if (code != SQLITE_OK) throw FailureOf(code, nullptr);
+  sqlite3_busy_timeout(opened, kBusyMilliseconds);
+  return file;
+}
+
+SqliteFile OpenToRead(const std::filesystem::path& path) {
+  std::string name = "file:";
+  for (const char c : Utf8Name(std::filesystem::absolute(path))) {
+    constexpr std::string_view kHex = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(c);
+    name += {'%', kHex[byte >> 4], kHex[byte & 15]};
+  }
+  name += "?immutable=1";
+  sqlite3* opened = nullptr;
+  const int code = sqlite3_open_v2(
+      name.c_str(), &opened,
+      SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE,
+      nullptr);
+  SqliteFile file(opened);
+  if (code != SQLITE_OK && file) throw LastFailureOf(file.get());
+  if (code != SQLITE_OK) throw FailureOf(code, nullptr);
   return file;
 }
 
@@ -25,13 +62,34 @@ void RunSql(sqlite3* file, const char* sql) {
   if (sqlite3_exec(file, sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw LastFailureOf(file);
 }
 
+std::string Complaint(sqlite3* file, bool whole) {
+  sqlite3_stmt* statement = nullptr;
+  const char* const sql = whole ? "PRAGMA integrity_check(1)" : "PRAGMA quick_check(1)";
+  int code = sqlite3_prepare_v2(file, sql, -1, &statement, nullptr);
+  std::string complaint;
+  if (code == SQLITE_OK) {
+    code = sqlite3_step(statement);
+    if (code == SQLITE_ROW) {
+      complaint = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+    }
+  }
+  sqlite3_finalize(statement);
+  if (code != SQLITE_ROW) throw LastFailureOf(file);
+  return complaint == "ok" ? "" : complaint;
+}
+
 std::string Utf8Name(const std::filesystem::path& path) {
   const std::u8string name = path.u8string();
   return {name.begin(), name.end()};
 }
 
-DatabaseError FailureOf(int extendedCode, const char* message) {
+DatabaseError FailureOf(int extendedCode, const char* message, int systemError) {
   const std::string detail = message == nullptr ? "" : " (" + std::string(message) + ")";
+  const std::error_code why(systemError, std::generic_category());
+  const bool noRoom = why == std::errc::no_space_on_device || systemError == kQuotaUsedUp;
+  const DatabaseError diskFull = {
+      DatabaseError::kDiskFull,
+      "Spazio su disco insufficiente: liberare spazio sul disco del database e riprovare."};
   switch (extendedCode & 0xFF) {
     case SQLITE_CONSTRAINT:
       if (extendedCode == SQLITE_CONSTRAINT_UNIQUE ||
@@ -41,15 +99,31 @@ DatabaseError FailureOf(int extendedCode, const char* message) {
       }
       return {DatabaseError::kFailed, "Il database rifiuta la modifica" + detail + "."};
     case SQLITE_FULL:
-      return {DatabaseError::kDiskFull, "Spazio su disco insufficiente."};
+      return diskFull;
     case SQLITE_READONLY:
     case SQLITE_PERM:
-      return {DatabaseError::kReadOnly, "Il database e' di sola lettura."};
+      return {DatabaseError::kReadOnly,
+              "Il database e' di sola lettura: dare all'utente il permesso di scrivere il file e "
+              "la sua cartella."};
     case SQLITE_CANTOPEN:  // what stands beside a database while it is open
-      return {DatabaseError::kReadOnly, "Nella directory del file non si puo' scrivere."};
+      if (noRoom) {
+        return {DatabaseError::kDiskFull,
+                "Spazio su disco insufficiente: accanto al database non si può creare un file, "
+                "perché il disco è pieno o non vi stanno altri file. Cancellare dei file e "
+                "riprovare."};
+      }
+      if (systemError != 0 && why != std::errc::permission_denied &&
+          why != std::errc::read_only_file_system) {
+        return {DatabaseError::kReadOnly,
+                "Nella directory del file non si puo' scrivere: " + ReasonText(why) + "."};
+      }
+      return {DatabaseError::kReadOnly,
+              "Nella directory del file non si puo' scrivere: dare all'utente il permesso di "
+              "scrivervi."};
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-      return {DatabaseError::kLocked, "Il database e' bloccato da un altro programma."};
+      return {DatabaseError::kLocked,
+              "Il database e' bloccato da un altro programma: chiuderlo e riprovare."};
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
       return {DatabaseError::kNotADatabase, "Il file del database e' danneggiato" + detail + "."};
@@ -57,13 +131,20 @@ DatabaseError FailureOf(int extendedCode, const char* message) {
       return {DatabaseError::kStopped, "Operazione interrotta."};
     case SQLITE_AUTH:
       return {DatabaseError::kInvalidOperation, "Operazione non permessa."};
+    case SQLITE_IOERR:
+      // The file that programs share beside a database has found no room.
+      if (noRoom || extendedCode == SQLITE_IOERR_SHMSIZE) return diskFull;
+      return {DatabaseError::kFailed,
+              "Errore del disco" + detail +
+                  ": controllare il disco su cui sta il database, e il suo collegamento."};
     default:
       return {DatabaseError::kFailed, "Errore del database" + detail + "."};
   }
 }
 
 DatabaseError LastFailureOf(sqlite3* file) {
-  return FailureOf(sqlite3_extended_errcode(file), sqlite3_errmsg(file));
+  return FailureOf(sqlite3_extended_errcode(file), sqlite3_errmsg(file),
+                   sqlite3_system_errno(file));
 }
 
 }  // namespace brenvo

@@ -21,18 +21,27 @@ using SqliteFile = std::unique_ptr<sqlite3, SqliteCloser>;
 // by himself before keeps it as it was, which costs time alone.
 void StartSqlite();
 
-// Opens a file for reading and writing; `more` are further flags of SQLite's. DatabaseError when it
-// cannot be opened.
+// Opens a file for reading and writing; `more` are further flags of SQLite's. What another program
+// holds locked is waited for, up to two seconds. DatabaseError when it cannot be opened.
 SqliteFile OpenSqliteFile(const std::filesystem::path& path, int more = 0);
+
+// Opens a file that nobody changes meanwhile, as it is without a journal: nothing is written, and
+// no file made beside it. DatabaseError when it cannot be opened.
+SqliteFile OpenToRead(const std::filesystem::path& path);
 
 // Runs statements without an answer. DatabaseError when one fails.
 void RunSql(sqlite3* file, const char* sql);
 
+// The first complaint of SQLite's about a file; empty when it is sound. `whole` compares tables
+// with their indexes too. DatabaseError when it cannot be read.
+std::string Complaint(sqlite3* file, bool whole);
+
 // A file's name as SQLite wants it.
 std::string Utf8Name(const std::filesystem::path& path);
 
-// What a result of SQLite is called here; `message` is SQLite's own, null for none.
-DatabaseError FailureOf(int extendedCode, const char* message);
+// What a result of SQLite is called here, and what to do; `message` is SQLite's own, null for none,
+// `systemError` what the system gave for a file that it refused, 0 where that is not known.
+DatabaseError FailureOf(int extendedCode, const char* message, int systemError = 0);
 // The same for what has just failed on the file.
 DatabaseError LastFailureOf(sqlite3* file);
 

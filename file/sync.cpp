@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <string>
 
+#include "base/system_reason.h"
+
 // All of this room that each system does in its own way stands here. Another one must supply
 //
 // - SyncToDisk: when it returns, what was written to the file is on the disk, or the names in the
@@ -43,7 +45,7 @@ void CopySafely(const std::filesystem::path& from, const std::filesystem::path& 
 
 DatabaseError PathFailure(const std::filesystem::path& path, const std::error_code& why) {
   return {DatabaseError::kPathAccess,
-          "Errore di accesso a '" + path.filename().string() + "' (" + why.message() + ")."};
+          "Errore di accesso a '" + path.filename().string() + "' (" + ReasonText(why) + ")."};
 }
 
 void SyncToDisk([[maybe_unused]] const std::filesystem::path& path) {

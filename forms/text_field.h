@@ -74,6 +74,8 @@ class DatePicker : public TextField {
  public:
   using TextField::TextField;
   FieldKind Kind() override { return this; }
+  // A text that is none is shown as nothing; else the date before it stays on the screen.
+  bool MayBeEmpty = false;
 };
 
 }  // namespace brenvo

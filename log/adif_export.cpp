@@ -41,15 +41,18 @@ constexpr AdifTag kTags[] = {
 };
 
 std::string TextOf(const Value& value, AdifKind kind) {
-  if (kind == AdifKind::kYesNo) return value.Bool() ? "Y" : "N";
+  if (kind == AdifKind::kYesNo) return value.ReadableBool().value_or(false) ? "Y" : "N";
   if (value.IsNull()) return {};
-  const DateTime date =
-      kind == AdifKind::kDate || kind == AdifKind::kTime ? value.Date() : DateTime();
+  std::optional<DateTime> date;
+  if (kind == AdifKind::kDate || kind == AdifKind::kTime) {
+    date = value.ReadableDate();
+    if (!date) return {};
+  }
   switch (kind) {
     case AdifKind::kDate:
-      return fmt::format(FMT_COMPILE("{:04}{:02}{:02}"), date.Year(), date.Month(), date.Day());
+      return fmt::format(FMT_COMPILE("{:04}{:02}{:02}"), date->Year(), date->Month(), date->Day());
     case AdifKind::kTime:
-      return fmt::format(FMT_COMPILE("{:02}{:02}"), date.Hour(), date.Minute());
+      return fmt::format(FMT_COMPILE("{:02}{:02}"), date->Hour(), date->Minute());
     case AdifKind::kFrequency:
       return Trim(FormatNumber(value.Number(), "####.000"));
     case AdifKind::kText:
@@ -74,7 +77,9 @@ const std::string& AdifWriter::Contact() {
   lines_.clear();
   for (std::size_t i = 0; i < std::size(kTags); ++i) {
     const AdifTag& tag = kTags[i];
-    const std::string text = TextOf(contacts_.Field(places_[i]), tag.kind);
+    const Value value = contacts_.Field(places_[i]);
+    if (tag.kind == AdifKind::kDate && !value.ReadableDate()) ++undated_;
+    const std::string text = TextOf(value, tag.kind);
     lines_ += '<';
     lines_ += tag.name;
     lines_ += ':';

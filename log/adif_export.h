@@ -18,11 +18,14 @@ class AdifWriter {
   // the bytes of the file: Windows-1252, so that each length counts characters and bytes alike. A
   // Null column has length 0 and an empty value. They stand until the next call.
   const std::string& Contact();
+  // Of the contacts so far, those whose date is unreadable; it went out empty.
+  int Undated() const { return undated_; }
 
  private:
   Recordset& contacts_;
   std::vector<std::size_t> places_;  // of each tag's column
   std::string lines_;
+  int undated_ = 0;
 };
 
 }  // namespace brenvo

@@ -23,6 +23,7 @@ LogForm::LogForm(Session& session)
   Query.SetVisible(false);
   Posiziona.SetVisible(false);
   PanelGriglia.SetVisible(false);
+  DataQso.MayBeEmpty = true;
   HandleEvents();
 }
 

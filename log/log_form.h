@@ -250,6 +250,9 @@ class LogForm : public LogWindow {
   void MappaPressed();
   void ShowQso();
   Shown ReadRecord();
+  // Panel 1 tells which columns of the record on screen are unreadable; with none it is emptied of
+  // that.
+  void TellUnreadable(const std::string& columns);
   bool ValidateQso();
   void StoreQso();
   DateTime TimeToStore() const;
@@ -265,6 +268,8 @@ class LogForm : public LogWindow {
   void ShowGrid(bool shown);
   void TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select);
   void PositionByCall();
+  // Panel 1 tells how many contacts went into a file without their date.
+  void TellUndated(int contacts);
   // Asks under `title` whether the file keeps what it holds, then appends what `write` writes.
   void Export(std::string_view title, const std::function<void(std::ostream&)>& write);
   // The panels that have told something tell it anew.
@@ -278,6 +283,7 @@ class LogForm : public LogWindow {
 
   Session& session_;
   Bounds boundsBeforeGrid_;
+  bool toldUnreadable_ = false;           // in panel 1
   bool recordCommands_ = false;           // there is a record for them
   bool selected_ = false;                 // a selection is in force, or being made
   std::optional<Bookmark> beforeExport_;  // where DsLog stood

@@ -1,4 +1,6 @@
 // The log's ADIF file.
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <fstream>
 
@@ -22,7 +24,10 @@ std::ofstream OpenToAppend(const std::filesystem::path& file) {
 void LogForm::ExportThisQso() {
   Export("Esporta questo Qso", [this](std::ostream& out) {
     ReturnFromExport();
-    if (!DsLog->EOF_() && !DsLog->BOF()) out << AdifWriter(*DsLog).Contact();
+    if (DsLog->EOF_() || DsLog->BOF()) return;
+    AdifWriter writer(*DsLog);
+    out << writer.Contact();
+    TellUndated(writer.Undated());
   });
 }
 
@@ -32,7 +37,14 @@ void LogForm::ExportAllQso() {
     if (!DsLog->EOF_()) beforeExport_ = DsLog->GetBookmark();
     AdifWriter writer(*DsLog);
     for (DsLog->MoveFirst(); !DsLog->EOF_(); DsLog->MoveNext()) out << writer.Contact();
+    TellUndated(writer.Undated());
   });
+}
+
+void LogForm::TellUndated(int contacts) {
+  if (contacts == 0) return;
+  StatusBar1.SetPanel(
+      1, fmt::format("Esportati senza data, che nel database non è leggibile: {}", contacts));
 }
 
 void LogForm::Export(std::string_view title, const std::function<void(std::ostream&)>& write) {

@@ -1,4 +1,6 @@
 // A contact between the fields and its row: shown, emptied, validated, stored.
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <variant>
 
@@ -10,6 +12,11 @@
 #include "log/log_form.h"
 
 namespace brenvo {
+namespace {
+
+constexpr std::size_t kLongestUnreadable = 30;  // characters of it that are told
+
+}  // namespace
 
 void LogForm::ClearQso() {
   DataQso.SetText(DateText(session_.Now()));
@@ -24,11 +31,13 @@ void LogForm::ClearQso() {
   for (ListField* list : {&Banda, &Modo, &Propagazione}) list->SetListIndex(-1);
   for (CheckBox* box : {&QslDaInviare, &QslRicevuta, &QslInviata}) box->SetOn(false);
   PrevCall = PrevCountry = PrevLocator = PrevBanda = "";
+  TellUnreadable("");
   recordCommands_ = false;
 }
 
 struct LogForm::Shown {
-  DateTime dataQso;
+  std::optional<DateTime> dataQso;
+  std::string unreadable;  // columns that another tool has made so, with what they hold
   std::string qsoNr, total, banda, call, manager, qra, qth, prefisso, zonaCq, zonaItu, continente,
       country, provincia, locator, qrb, frequenza, potenza, modo, propagazione, qrkDato,
       qrkRicevuto, note;
@@ -44,7 +53,21 @@ LogForm::Shown LogForm::ReadRecord() {
   Shown shown;
   shown.qsoNr = text("QsoNr");
   shown.total = std::to_string(row.RecordCount());
-  shown.dataQso = row.Field("DataQso").Date();
+  // What cannot be read is told and shown as nothing: the rest of the contact can be, and the
+  // contacts around it.
+  const auto unreadable = [&](std::string_view column, const Value& value) {
+    shown.unreadable += fmt::format("{}{} '{}'", shown.unreadable.empty() ? "" : ", ", column,
+                                    Left(ValidUtf8(value.Text()), kLongestUnreadable));
+  };
+  const auto yes = [&](std::string_view column) {
+    const Value value = row.Field(column);
+    const std::optional<bool> read = value.ReadableBool();
+    if (!read) unreadable(column, value);
+    return read.value_or(false);
+  };
+  const Value dataQso = row.Field("DataQso");
+  shown.dataQso = dataQso.ReadableDate();
+  if (!shown.dataQso) unreadable("DataQso", dataQso);
   shown.banda = text("Banda");
   shown.call = text("Call");
   shown.manager = text("Manager");
@@ -66,9 +89,9 @@ LogForm::Shown LogForm::ReadRecord() {
   shown.propagazione = text("Propagazione");
   shown.qrkDato = text("QrkDato");
   shown.qrkRicevuto = text("QrkRicevuto");
-  shown.qslDaInviare = row.Field("QslDaInviare").Bool();
-  shown.qslRicevuta = row.Field("QslRicevuta").Bool();
-  shown.qslInviata = row.Field("QslInviata").Bool();
+  shown.qslDaInviare = yes("QslDaInviare");
+  shown.qslRicevuta = yes("QslRicevuta");
+  shown.qslInviata = yes("QslInviata");
   shown.note = text("Note");
   return shown;
 }
@@ -86,8 +109,9 @@ void LogForm::ShowQso() {
   };
   QsoNr.SetText(shown.qsoNr);
   QsoTotali.SetText(shown.total);
-  DataQso.SetText(DateText(shown.dataQso));
-  Qtr.SetText(Left(TimeText(shown.dataQso), 5));
+  DataQso.SetText(shown.dataQso ? DateText(*shown.dataQso) : "");
+  Qtr.SetText(shown.dataQso ? Left(TimeText(*shown.dataQso), 5) : Qtr.EmptyText());
+  TellUnreadable(shown.unreadable);
   SelectListEntry(Banda, shown.banda, std::max<std::size_t>(5, Len(shown.banda)));
   assign(CallQso, shown.call);
   Manager.SetText(shown.manager);
@@ -116,6 +140,15 @@ void LogForm::ShowQso() {
   QslInviata.SetOn(shown.qslInviata);
   Note.SetText(shown.note);
   if (cmMappa.Down() && !Country.Text().empty()) ShowCountryMap(session_, Country.Text());
+}
+
+void LogForm::TellUnreadable(const std::string& columns) {
+  if (!columns.empty()) {
+    StatusBar1.SetPanel(1, "Non leggibile nel database: " + columns);
+  } else if (toldUnreadable_) {
+    StatusBar1.SetPanel(1, "");
+  }
+  toldUnreadable_ = !columns.empty();
 }
 
 bool LogForm::ValidateQso() {

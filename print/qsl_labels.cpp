@@ -56,8 +56,8 @@ void DrawQsoLabel(Printer& printer, Mm x, Mm y, const QsoLabel& label) {
   for (const FixedText& heading : kHeadings) text(heading.x, heading.y, heading.text);
   printer.SetBold(false);
   const auto [band, mode] = BandAndMode(label);
-  text(38, 8, DateText(label.DataQso));
-  text(52.5, 8, Left(TimeText(label.DataQso), 5));
+  text(38, 8, label.DataQso ? DateText(*label.DataQso) : "");
+  text(52.5, 8, label.DataQso ? Left(TimeText(*label.DataQso), 5) : "");
   text(65, 8, label.QrkDato);
   text(38, 18, FormatNumber(label.Frequenza, "#,###.000"));
   text(52.5, 18, band);

@@ -1,6 +1,7 @@
 // QSL labels: what stands on a label, and where labels lie on the page.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,8 +20,8 @@ struct StationLabel {
 // One contact, as the log holds it.
 struct QsoLabel {
   std::string Call, QrkDato, Banda, Modo, Note;
-  DateTime DataQso;
-  double Frequenza = 0;  // MHz
+  std::optional<DateTime> DataQso;  // nothing where it is unreadable: no date is printed
+  double Frequenza = 0;             // MHz
   bool QslRicevuta = false;
 };
 

@@ -109,10 +109,14 @@ ReportLayout ParseReportLayout(std::string_view text) {
 
 std::string FormatReportCell(const Value& value, std::string_view format) {
   if (value.IsNull()) return {};
-  if (format == "data") return DateText(value.Date());
-  if (format == "ora") return Left(TimeText(value.Date()), 5);
-  if (format == "data e ora") return DateText(value.Date()) + " " + Left(TimeText(value.Date()), 5);
-  if (format == "si/no") return value.Bool() ? "Sì" : "";
+  if (format == "data" || format == "ora" || format == "data e ora") {
+    const std::optional<DateTime> date = value.ReadableDate();
+    if (!date) return {};
+    const std::string time = Left(TimeText(*date), 5);
+    if (format == "ora") return time;
+    return DateText(*date) + (format == "data" ? "" : " " + time);
+  }
+  if (format == "si/no") return value.ReadableBool().value_or(false) ? "Sì" : "";
   if (!format.empty()) return FormatNumber(value.Number(), format);
   return value.Text();
 }

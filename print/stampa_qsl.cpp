@@ -1,5 +1,7 @@
 #include "print/stampa_qsl.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -17,8 +19,8 @@ QsoLabel LabelOf(Recordset& row) {
   }
   return {FieldText(row, "Call"),          FieldText(row, "QrkDato"),
           FieldText(row, "Banda"),         FieldText(row, "Modo"),
-          FieldText(row, "Note"),          row.Field("DataQso").Date(),
-          row.Field("Frequenza").Number(), row.Field("QslRicevuta").Bool()};
+          FieldText(row, "Note"),          row.Field("DataQso").ReadableDate(),
+          row.Field("Frequenza").Number(), row.Field("QslRicevuta").ReadableBool().value_or(false)};
 }
 
 }  // namespace
@@ -75,15 +77,23 @@ void StampaQsl::Print() {
     session_.Messages().Show(MessageIcon::kNone, "", "Selezionare il tipo di stampa");
     return;
   }
-  const BusyPointer busy(Host());
-  PrintLabels();
-  session_.Machine.GetPrinter().EndDocument();
+  int undated = 0;
+  {
+    const BusyPointer busy(Host());
+    undated = PrintLabels();
+    session_.Machine.GetPrinter().EndDocument();
+  }
+  if (undated == 0) return;
+  session_.Messages().Show(
+      MessageIcon::kExclamation, Caption(),
+      fmt::format("Etichette senza data, che nel database non è leggibile: {}", undated));
 }
 
-void StampaQsl::PrintLabels() {
+int StampaQsl::PrintLabels() {
+  int undated = 0;
   const auto rows = session_.Db.OpenSnapshot(
       "SELECT * FROM Log WHERE (QslDaInviare OR (QslRicevuta and not QslInviata))");
-  if (rows->EOF_()) return;
+  if (rows->EOF_()) return undated;
   Printer& printer = session_.Machine.GetPrinter();
   Table& user = *session_.TbUser;
   const StationLabel station{FieldText(user, "Call"),    FieldText(user, "Qra"),
@@ -98,12 +108,15 @@ void StampaQsl::PrintLabels() {
     if (turnoStazione) {
       DrawStationLabel(printer, grid.X(), grid.Y(), station);
     } else {
-      DrawQsoLabel(printer, grid.X(), grid.Y(), LabelOf(*rows));
+      const QsoLabel label = LabelOf(*rows);
+      if (!label.DataQso) ++undated;
+      DrawQsoLabel(printer, grid.X(), grid.Y(), label);
     }
     grid.Next(printer);
     if (!(both && turnoStazione)) rows->MoveNext();
     if (both) turnoStazione = !turnoStazione;
   }
+  return undated;
 }
 
 }  // namespace brenvo

@@ -50,7 +50,8 @@ class StampaQsl : public Window {
   };
   static const Setting kSettings[7];
   void ShowValue(const Setting& setting);
-  void PrintLabels();
+  // Labels whose date is unreadable, and so is not on them.
+  int PrintLabels();
 
   Session& session_;
 };

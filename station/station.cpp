@@ -19,8 +19,10 @@
 #include "contest/contest_search.h"
 #include "contest/stat_contest.h"
 #include "core/backup.h"
+#include "core/files.h"
 #include "core/maintenance.h"
 #include "core/ripristina_backup.h"
+#include "file/journal.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
 #include "links/tnc.h"
@@ -96,6 +98,32 @@ void AttachActions(Session& session, MainFrame& frame) {
   AttachMapViewer(session, frame);
 }
 
+// A journal that must not be applied: the database is offered without it. True when it stands
+// there; false when it is of no use either, or not wanted. Both are set aside together.
+bool OfferWithoutJournal(Session& session, const JournalFailure& failure) {
+  struct Scratch {
+    Session& session;
+    ~Scratch() { DropWithoutJournal(session); }
+  } scratch{session};
+  const std::optional<BackupCopy> alone = WithoutJournal(session);
+  const std::optional<std::int64_t> contacts =
+      alone ? ContactsIn(*alone) : std::optional<std::int64_t>();
+  if (!contacts) return false;
+  const std::string question = fmt::format(
+      "{}\nIl database senza il giornale ha {} QSO. Usarlo così ? (Database e giornale vengono "
+      "messi "
+      "da parte nella cartella Backup.)",
+      failure.Description, *contacts);
+  if (!session.Messages().AskYesNo("Ripristina backup", question)) return false;
+  try {
+    PutBack(session, *alone);
+  } catch (const DatabaseError& damaged) {
+    if (damaged.Number != DatabaseError::kNotADatabase) throw;
+    return false;
+  }
+  return true;
+}
+
 // Puts a copy in the place of a database that is gone or cannot be used: true when it stands there,
 // false when the copy cannot be read. The failure goes on when the operator does not want the copy.
 bool Offer(Session& session, const DatabaseError& failure, const BackupCopy& copy,
@@ -143,6 +171,9 @@ MainFrame& OpenFrame(Session& session) {
   };
   try {
     return open();
+  } catch (const JournalFailure& failure) {
+    session.CloseTables();
+    if (!OfferWithoutJournal(session, failure) && !PutBackInstead(session, failure)) throw;
   } catch (const DatabaseError& failure) {
     session.CloseTables();
     if (!PutBackInstead(session, failure)) throw;
@@ -160,8 +191,9 @@ MainFrame* StartStation(Session& session) {
     session.Windows.Show(frame);
     return &frame;
   } catch (const std::exception& failure) {
-    std::string told = failure.what();
-    if (!std::filesystem::exists(session.File("\\Brenvo.mdb"))) {
+    std::string told = FailureText(failure);
+    std::error_code error;
+    if (!std::filesystem::exists(session.File("\\Brenvo.mdb"), error) && !error) {
       const std::string where = WhereDataIs(session.AppPath);
       if (!where.empty()) told += "\n\n" + where;
     }

@@ -22,11 +22,31 @@ void DateEdit::Follow(QDate date) {
   if (!date.isValid() || date == this->date()) return;
   typedDay_ = 0;
   const QSignalBlocker quiet(this);
+  LeaveNothing();
   setDate(date);
+}
+
+void DateEdit::ShowNothing() {
+  typedDay_ = 0;
+  const QSignalBlocker quiet(this);
+  setSpecialValueText(QStringLiteral(" "));
+  setDate(minimumDate());
+}
+
+bool DateEdit::ShowsNothing() const {
+  return !specialValueText().isEmpty() && date() == minimumDate();
+}
+
+void DateEdit::LeaveNothing() {
+  if (specialValueText().isEmpty()) return;
+  const bool nothing = ShowsNothing();
+  setSpecialValueText(QString());
+  if (nothing) setDate(QDate::currentDate());
 }
 
 void DateEdit::stepBy(int steps) {
   typedDay_ = 0;
+  LeaveNothing();
   QDateEdit::stepBy(steps);
 }
 
@@ -47,6 +67,7 @@ void DateEdit::keyPressEvent(QKeyEvent* event) {
     ledOn_ = false;
     return;
   }
+  if (digit) LeaveNothing();
   if (digit && lineEdit()->selectedText() == text()) {
     // Selected whole, the date is typed anew.
     setSelectedSection(DaySection);
@@ -71,6 +92,10 @@ void DateEdit::wheelEvent(QWheelEvent* event) {
 }
 
 void DateEdit::fixup(QString& typed) const {
+  if (ShowsNothing()) {
+    typed = specialValueText();
+    return;
+  }
   const auto read = ParseDate(FromQt(typed));
   const QDate date = read ? Meant(QDate(read->Year(), read->Month(), read->Day())) : this->date();
   typed = textFromDateTime(date.startOfDay());

@@ -14,6 +14,8 @@ class DateEdit : public QDateEdit {
 
   // The date as the field has it.
   void Follow(QDate date);
+  // Nothing, until a date is followed, typed or picked: what is typed begins on today's.
+  void ShowNothing();
   void stepBy(int steps) override;
 
  protected:
@@ -25,6 +27,8 @@ class DateEdit : public QDateEdit {
   void fixup(QString& typed) const override;
 
  private:
+  bool ShowsNothing() const;
+  void LeaveNothing();
   QDate Meant(QDate read) const;
   // The day as typed. Where a shorter month stands beside it at that time the toolkit lowers it,
   // and would not raise it again for the month that is typed next.

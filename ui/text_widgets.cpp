@@ -208,7 +208,12 @@ QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent) 
   auto* edit = new DateEdit(parent);
   auto* binding = new FieldBinding(field, *edit, context);
   binding->OnShow = [edit, &field] {
-    edit->Follow(QDate::fromString(ToQt(field.Text()), QLatin1String(kDateFormat)));
+    const QDate date = QDate::fromString(ToQt(field.Text()), QLatin1String(kDateFormat));
+    if (field.MayBeEmpty && !date.isValid()) {
+      edit->ShowNothing();
+    } else {
+      edit->Follow(date);
+    }
   };
   binding->Show();
   // A field that was never set holds a date all the same.

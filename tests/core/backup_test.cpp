@@ -161,8 +161,8 @@ TEST_F(BackupTest, ADirectoryThatCannotBeMadeIsTold) {
   std::ofstream(BackupDirectory()) << "a file in its place";
   LetTheCopyBeMade();
   EXPECT_EQ(frame->StatusBar1.Panel(1),
-            "La copia di sicurezza non e' riuscita: Errore di accesso a 'Backup' (Not a "
-            "directory).");
+            "La copia di sicurezza non e' riuscita: Errore di accesso a 'Backup' (una "
+            "parte del percorso non è una cartella).");
   EXPECT_FALSE(session.Backup->Running());
   Store("IK3ABC");  // the log goes on
 }
@@ -180,8 +180,10 @@ TEST_F(BackupTest, ADiskThatFillsUpAtAnyMomentIsToldAndLeavesNoCopy) {
     files.StopFailing();
     EXPECT_FALSE(session.Backup->Running());
     if (!failed) break;
-    ASSERT_EQ(frame->StatusBar1.Panel(1),
-              "La copia di sicurezza non e' riuscita: Spazio su disco insufficiente.");
+    ASSERT_EQ(
+        frame->StatusBar1.Panel(1),
+        "La copia di sicurezza non e' riuscita: Spazio su disco insufficiente: liberare spazio "
+        "sul disco del database e riprovare.");
     ASSERT_TRUE(fs::is_empty(BackupDirectory()));
     Store("IK" + std::to_string(n));  // the log goes on
   }

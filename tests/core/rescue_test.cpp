@@ -1,4 +1,6 @@
 // The start with a database that is gone or damaged.
+#include <sqlite3.h>
+
 #include <fstream>
 
 #include "file/database_file.h"
@@ -10,6 +12,7 @@ namespace brenvo {
 namespace {
 
 namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
 
 class RescueTest : public BackupStation {
  protected:
@@ -121,6 +124,105 @@ TEST_F(RescueTest, ACopyOfTheFutureIsOfferedLast) {
   machine.Messages().QueueAnswer(true);
   ASSERT_NE(Start(), nullptr);
   EXPECT_NE(machine.TakeLines()[0].find("C'e' una copia del 03/02/2001 con"), std::string::npos);
+}
+
+// The start after an unclean end, with another file under the database's name.
+class JournalRescueTest : public RescueTest {
+ protected:
+  fs::path Journal() const { return File().string() + "-wal"; }
+  // What was stored last has not left the journal when the machine stops.
+  void EndUncleanly() {
+    const fs::path file = directory.Path() / "file", journal = directory.Path() / "journal";
+    {
+      Database database = OpenDatabaseFile(File());
+      database.Execute("insert into Log (DataQso, Call) values ('2001-02-03 04:06:00', 'IK3DEF')");
+      fs::copy_file(File(), file);
+      fs::copy_file(Journal(), journal);
+    }
+    fs::rename(file, File());
+    fs::rename(journal, Journal());
+  }
+  void PutTheCopyInPlaceByHand() {
+    fs::copy_file(BackupCopies(directory.Path())[0].file, File(),
+                  fs::copy_options::overwrite_existing);
+  }
+  Texts Calls() {
+    Texts calls;
+    const auto rows = again.Db.OpenSnapshot("select Call from Log order by Call");
+    for (; !rows->EOF_(); rows->MoveNext()) calls.push_back(rows->Field(0).Text());
+    return calls;
+  }
+  std::string FirstLine() { return machine.TakeLines().at(0); }
+};
+
+TEST_F(JournalRescueTest, TheDatabasesOwnJournalIsAppliedWithoutAWord) {
+  EndUncleanly();
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_TRUE(machine.TakeLines().empty());
+  EXPECT_EQ(Calls(), (Texts{"IK3ABC", "IK3DEF"}));
+}
+
+TEST_F(JournalRescueTest, BesideACopyThatWasPutInPlaceByHandItIsNotAppliedAndAllIsSetAside) {
+  EndUncleanly();
+  PutTheCopyInPlaceByHand();
+  const std::string file = ReadBytes(File()), journal = ReadBytes(Journal());
+  machine.Messages().QueueAnswer(true);
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_EQ(FirstLine(),
+            "question \"Ripristina backup\" \"Accanto a 'Brenvo.mdb' c'è il giornale "
+            "'Brenvo.mdb-wal', che è di un altro file: il database è stato sostituito. Nulla del "
+            "giornale è stato applicato.\\nIl database senza il giornale ha 1 QSO. Usarlo così ? "
+            "(Database e giornale vengono messi da parte nella cartella Backup.)\" yes");
+  EXPECT_EQ(Calls(), Texts{"IK3ABC"});
+  const auto copies = BackupCopies(directory.Path());
+  ASSERT_EQ(copies.size(), 2u);
+  ASSERT_TRUE(copies[0].setAside);
+  EXPECT_EQ(ReadBytes(copies[0].file), file);
+  EXPECT_EQ(ReadBytes(copies[0].file.string() + "-wal"), journal);
+  EXPECT_FALSE(fs::exists(directory.Path() / "Brenvo-senza-giornale.mdb"));
+}
+
+TEST_F(JournalRescueTest, WhoDoesNotWantTheDatabaseWithoutItIsOfferedTheCopies) {
+  EndUncleanly();
+  PutTheCopyInPlaceByHand();
+  machine.Messages().QueueAnswer(false);
+  machine.Messages().QueueAnswer(true);
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_NE(machine.TakeLines().at(1).find("C'e' una copia del 03/02/2001 con 1 QSO"),
+            std::string::npos);
+  EXPECT_EQ(Calls(), Texts{"IK3ABC"});
+}
+
+TEST_F(JournalRescueTest, WhoWantsNeitherFindsAllAsItWas) {
+  EndUncleanly();
+  PutTheCopyInPlaceByHand();
+  const std::string file = ReadBytes(File()), journal = ReadBytes(Journal());
+  machine.Messages().QueueAnswer(false);
+  machine.Messages().QueueAnswer(false);
+  EXPECT_EQ(Start(), nullptr);
+  EXPECT_EQ(ReadBytes(File()), file);
+  EXPECT_EQ(ReadBytes(Journal()), journal);
+  EXPECT_EQ(BackupCopies(directory.Path()).size(), 1u);
+  EXPECT_FALSE(fs::exists(directory.Path() / "Brenvo-senza-giornale.mdb"));
+}
+
+TEST_F(JournalRescueTest, OneThatDamagesTheDatabaseIsNotApplied) {
+  const fs::path saved = directory.Path() / "journal", file = directory.Path() / "file";
+  fs::copy_file(File(), file);
+  sqlite3* tool = nullptr;
+  sqlite3_open(File().c_str(), &tool);
+  sqlite3_exec(tool,
+               "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET rootpage = (SELECT rootpage "
+               "FROM sqlite_schema WHERE name = 'Log') WHERE name = 'Country'",
+               nullptr, nullptr, nullptr);
+  fs::copy_file(Journal(), saved);
+  sqlite3_close(tool);
+  fs::rename(file, File());
+  fs::rename(saved, Journal());
+  machine.Messages().QueueAnswer(true);
+  ASSERT_NE(Start(), nullptr);
+  EXPECT_NE(FirstLine().find("che lo danneggia"), std::string::npos);
+  EXPECT_EQ(Calls(), Texts{"IK3ABC"});
 }
 
 TEST_F(RescueTest, WithoutACopyTheStartFailsAsEver) {

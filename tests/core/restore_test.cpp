@@ -141,7 +141,8 @@ TEST_F(RestoreTest, ADiskThatFillsUpAtAnyMomentChangesNothing) {
       break;
     }
     ++failures;
-    ASSERT_EQ(told, "Spazio su disco insufficiente.");
+    ASSERT_EQ(told,
+              "Spazio su disco insufficiente: liberare spazio sul disco del database e riprovare.");
     ASSERT_FALSE(fs::exists(directory.Path() / "Brenvo-ripristino.mdb"));
     ASSERT_EQ(BackupCopies(directory.Path()).size(), 1u);
     ASSERT_EQ(Rows("select Call from Log").size(), 2u);

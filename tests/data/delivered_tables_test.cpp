@@ -234,7 +234,7 @@ TEST(DeliveredNotes, HaveTypesThatTheListCanFindAndNoBrackets) {
 
 TEST(DeliveredProfile, IsOneNeutralStationThatWorks) {
   EXPECT_THAT(Delivered("SELECT Call, Locator, TNCPort, TNCBaud, TNCEcho, CallInterval FROM User"),
-              ElementsAre(ElementsAre("I0XXX", "JN61FV", "COM1", "9600", "0", "10")));
+              ElementsAre(ElementsAre("I0XXX", "JN61EV", "COM1", "9600", "0", "10")));
 }
 
 TEST(DeliveredProfile, CanBeSavedAsItIs) {

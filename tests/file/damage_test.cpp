@@ -185,17 +185,5 @@ TEST(Damage, ADatabaseOfAnotherProgramIsRefusedByName) {
   EXPECT_EQ(ReadBytes(file), bytes);
 }
 
-TEST(Damage, AJournalOfAnotherFileIsNotMixedIn) {
-  ScratchDirectory scratch;
-  const fs::path file = scratch.Path() / "Brenvo.mdb";
-  std::ofstream(file, std::ios::binary) << SoundFile();
-  std::mt19937 random(1);
-  std::string noise(20000, '\0');
-  for (char& byte : noise) byte = static_cast<char>(random());
-  std::ofstream(file.string() + "-wal", std::ios::binary) << noise;
-  Database database = OpenDatabaseFile(file);
-  EXPECT_EQ(Count(database), kContacts);
-}
-
 }  // namespace
 }  // namespace brenvo

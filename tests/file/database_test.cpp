@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <fstream>
+#include <functional>
 
 #include "file/connection.h"
 #include "file/database_file.h"
@@ -14,6 +15,7 @@
 namespace brenvo {
 namespace {
 
+namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
 class DatabaseTest : public ::testing::Test {
@@ -122,6 +124,76 @@ TEST_F(DatabaseTest, FailuresOfTheFileHaveTheEnginesNumbers) {
       {SQLITE_AUTH, 3219},
   };
   for (const auto& [code, number] : cases) EXPECT_EQ(FailureOf(code, "").Number, number) << code;
+}
+
+TEST_F(DatabaseTest, WhatTheSystemRefusesIsToldByItsCause) {
+  const auto told = [](int code, int systemError) {
+    return FailureOf(code, "disk I/O error", systemError);
+  };
+  EXPECT_EQ(told(SQLITE_CANTOPEN, ENOSPC).Number, 3026);
+  EXPECT_EQ(told(SQLITE_CANTOPEN, EDQUOT).Number, 3026);
+  EXPECT_EQ(told(SQLITE_CANTOPEN, EACCES).Number, 3027);
+  EXPECT_EQ(told(SQLITE_CANTOPEN, EMFILE).Description,
+            "Nella directory del file non si puo' scrivere: troppi file aperti.");
+  EXPECT_EQ(told(SQLITE_IOERR_SHMSIZE, 0).Number, 3026);
+  EXPECT_EQ(told(SQLITE_IOERR_WRITE, ENOSPC).Number, 3026);
+  EXPECT_EQ(told(SQLITE_IOERR_READ, EIO).Description,
+            "Errore del disco (disk I/O error): controllare il disco su cui sta il database, e il "
+            "suo collegamento.");
+}
+
+TEST_F(DatabaseTest, ACounterAtItsHighestNumberIsNoFullDisk) {
+  scratch_.Sql("INSERT INTO Log (QsoNr, Call) VALUES (9223372036854775807, 'I1AAA')");
+  Database db = scratch_.Open();
+  const auto expect = [](const std::function<void()>& work) {
+    try {
+      work();
+      ADD_FAILURE() << "it was stored";
+    } catch (const DatabaseError& failure) {
+      EXPECT_EQ(failure.Number, 3146);
+      EXPECT_EQ(failure.Description,
+                "Il contatore della tabella 'Log' ha raggiunto il numero più alto, che un altro "
+                "programma vi ha scritto: nessuna riga si può più aggiungere. Ripristinare una "
+                "copia di sicurezza.");
+    }
+  };
+  expect([&] { AddContact(db, 1, "I1BBB"); });
+  expect([&] { db.Execute("insert into Log (Call) values ('I1BBB')"); });
+  expect([&] { db.OpenAppender("Log")->Append({Value(), "I1BBB"}); });
+  // The number is not given again.
+  db.Execute("delete * from Log");
+  expect([&] { AddContact(db, 1, "I1BBB"); });
+}
+
+TEST_F(DatabaseTest, APathThatIsTooLongIsToldAsWhatItIs) {
+  fs::path deep = scratch_.Path();
+  for (int i = 0; i < 3; ++i) deep /= std::string(170, 'a');
+  fs::create_directories(deep);
+  fs::copy_file(scratch_.File(), deep / "Brenvo.mdb");
+  EXPECT_EQ(ErrorOf([&] { OpenDatabaseFile(deep / "Brenvo.mdb"); }), 3044);
+  // As long as it may be.
+  fs::path most = scratch_.Path();
+  while (most.native().size() < 504 - sizeof "/Brenvo.mdb" - 100) most /= std::string(99, 'a');
+  const std::size_t rest = 504 - sizeof "/Brenvo.mdb" - most.native().size();
+  most /= std::string(rest, 'a');
+  fs::create_directories(most);
+  fs::copy_file(scratch_.File(), most / "Brenvo.mdb");
+  EXPECT_EQ((most / "Brenvo.mdb").native().size(), 504u);
+  Database db = OpenDatabaseFile(most / "Brenvo.mdb");
+  EXPECT_EQ(AddContact(db, 1, "I1AAA").key, 1);
+}
+
+TEST_F(DatabaseTest, AFileThatLeadsNowhereIsToldAsWhatItIs) {
+  const fs::path file = scratch_.Path() / "giro.mdb";
+  fs::create_symlink("giro.mdb", file);
+  try {
+    OpenDatabaseFile(file);
+    FAIL();
+  } catch (const DatabaseError& failure) {
+    EXPECT_STREQ(failure.what(),
+                 "75 - Errore di accesso a 'giro.mdb' (collegamenti che rimandano l'uno "
+                 "all'altro).");
+  }
 }
 
 TEST_F(DatabaseTest, ClosingLeavesOneFile) {

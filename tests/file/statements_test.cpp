@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cctype>
+
 #include "tests/file/contacts.h"
 
 namespace brenvo {
@@ -150,6 +152,30 @@ std::string Joined(const std::vector<std::string>& texts) {
 TEST_P(StatementsTest, GivesItsRows) {
   const auto& [statement, expected] = GetParam();
   EXPECT_EQ(Joined(Select(*db_, statement)), expected) << statement;
+}
+
+// The statement with all that stands outside of its literals in one case.
+std::string Recased(std::string_view statement, bool upper) {
+  std::string recased(statement);
+  char quote = 0;
+  for (char& c : recased) {
+    if (quote == 0 && (c == '\'' || c == '"')) {
+      quote = c;
+    } else if (c == quote) {
+      quote = 0;
+    } else if (quote == 0) {
+      c = static_cast<char>(upper ? std::toupper(c) : std::tolower(c));
+    }
+  }
+  return recased;
+}
+
+TEST_P(StatementsTest, GivesThemInWhateverCaseItsNamesAreWritten) {
+  const auto& [statement, expected] = GetParam();
+  for (const bool upper : {false, true}) {
+    const std::string recased = Recased(statement, upper);
+    EXPECT_EQ(Joined(Select(*db_, recased)), expected) << recased;
+  }
 }
 
 constexpr std::pair<const char*, const char*> kLists[] = {
@@ -424,6 +450,16 @@ TEST_F(WritingTest, AValueThatDoesNotFitWritesNothing) {
 TEST_F(WritingTest, AnUpdateThatRepeatsAKeyIsToldAndWritesNothing) {
   EXPECT_EQ(ErrorOf([&] { db_.Execute("UPDATE Modi SET Codice=7"); }), 3022);
   EXPECT_EQ(Joined(Select(db_, "select Codice from Modi order by Codice")), "|1|2");
+}
+
+TEST_F(WritingTest, NamesHaveNoCase) {
+  EXPECT_EQ(db_.Execute("update Log set LOG.Note='a', [log].[NOTE]='b', log.QRB=Log.qrb+1 "
+                        "where lOg.qsonr=1 and LOG.Call='I3ABC'"),
+            1);
+  EXPECT_EQ(Joined(Select(db_, "select note & Qrb from LOG where log.QSONR=1")), "|b21");
+  EXPECT_EQ(db_.Execute("insert into MODI (CODICE, modo) values (3, 'FM')"), 1);
+  EXPECT_EQ(db_.Execute("DELETE * FROM modi WHERE Modi.CODICE=3 AND MODI.modo='fm'"), 1);
+  EXPECT_EQ(ErrorOf([&] { db_.Execute("update Log set Modi.Note='b'"); }), 3075);
 }
 
 TEST_F(WritingTest, ColumnsAreComputedFromOthers) {

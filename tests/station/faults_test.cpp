@@ -1,8 +1,11 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "core/backup.h"
 #include "file/database_file.h"
 #include "log/log_form.h"
 #include "station/station.h"
@@ -28,19 +31,21 @@ sqlite3* other = nullptr;  // another program's connection
 
 const Fault kFaults[] = {
     {"TheDiskIsFull", [](RecordedFiles& files, const fs::path&) { files.FailFrom(0, SQLITE_FULL); },
-     " 3026 - Spazio su disco insufficiente."},
+     " 3026 - Spazio su disco insufficiente: liberare spazio sul disco del database e riprovare."},
     {"TheDiskFails",
      [](RecordedFiles& files, const fs::path&) { files.FailFrom(1, SQLITE_IOERR_FSYNC); },
-     " 3146 - Errore del database (disk I/O error)."},
+     " 3146 - Errore del disco (disk I/O error): controllare il disco su cui sta il database, e il "
+     "suo collegamento."},
     {"TheFileBecomesReadOnly",
      [](RecordedFiles& files, const fs::path&) { files.FailFrom(0, SQLITE_READONLY); },
-     " 3027 - Il database e' di sola lettura."},
+     " 3027 - Il database e' di sola lettura: dare all'utente il permesso di scrivere il file e la "
+     "sua cartella."},
     {"AnotherProgramLocksIt",
      [](RecordedFiles&, const fs::path& directory) {
        sqlite3_open((directory / "Brenvo.mdb").c_str(), &other);
        sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
      },
-     " 3260 - Il database e' bloccato da un altro programma."},
+     " 3260 - Il database e' bloccato da un altro programma: chiuderlo e riprovare."},
     {"TheDirectoryVanishes",
      [](RecordedFiles&, const fs::path& directory) {
        fs::rename(directory, directory.string() + "-away");
@@ -149,6 +154,9 @@ std::string ToldWithoutRights(const fs::path& directory) {
 
 class ReadOnlyDirectory : public testing::Test {
  protected:
+  static constexpr char kReadOnly[] =
+      "message critical \"Brenvo\" \"3027 - Il database e' di sola lettura: dare all'utente il "
+      "permesso di scrivere il file e la sua cartella.\"\n";
   static constexpr auto kAll = fs::perms::owner_all | fs::perms::group_all | fs::perms::others_all;
   static constexpr auto kWrite =
       fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
@@ -167,23 +175,20 @@ class ReadOnlyDirectory : public testing::Test {
 
 TEST_F(ReadOnlyDirectory, IsToldAtTheFirstStart) {
   TakeWriting(directory.Path());
-  EXPECT_EQ(ToldWithoutRights(directory.Path()),
-            "message critical \"Brenvo\" \"3027 - Il database e' di sola lettura.\"\n");
+  EXPECT_EQ(ToldWithoutRights(directory.Path()), kReadOnly);
 }
 
 TEST_F(ReadOnlyDirectory, IsToldAtALaterStart) {
   OpenDatabaseFile(File()).Close();
   const std::string before = ReadBytes(File());
   TakeWriting(directory.Path());
-  EXPECT_EQ(ToldWithoutRights(directory.Path()),
-            "message critical \"Brenvo\" \"3027 - Il database e' di sola lettura.\"\n");
+  EXPECT_EQ(ToldWithoutRights(directory.Path()), kReadOnly);
   EXPECT_EQ(ReadBytes(File()), before);
 }
 
 TEST_F(ReadOnlyDirectory, AFileThatMayNotBeWrittenIsToldAtTheStart) {
   TakeWriting(File());
-  EXPECT_EQ(ToldWithoutRights(directory.Path()),
-            "message critical \"Brenvo\" \"3027 - Il database e' di sola lettura.\"\n");
+  EXPECT_EQ(ToldWithoutRights(directory.Path()), kReadOnly);
 }
 
 TEST_F(ReadOnlyDirectory, OfTheDailyCopiesIsToldAndTheLogGoesOn) {
@@ -191,9 +196,75 @@ TEST_F(ReadOnlyDirectory, OfTheDailyCopiesIsToldAndTheLogGoesOn) {
   TakeWriting(directory.Path() / "Backup");
   EXPECT_EQ(ToldWithoutRights(directory.Path()),
             "La copia di sicurezza non e' riuscita: Nella directory del file non si puo' "
-            "scrivere.\n");
+            "scrivere: dare all'utente il permesso di scrivervi.\n");
   EXPECT_EQ(OpenDatabaseFile(File()).OpenSnapshot("select Call from Log")->Field(0).Text(),
             "IK3ABC");
+}
+
+// What a station tells on a small disk of its own with `files` files and `megabytes`, filled up by
+// `fill` behind the delivered database. Nothing where nobody may make such a disk.
+std::optional<std::string> ToldOnASmallDisk(const std::string& options,
+                                            void (*fill)(const fs::path& directory)) {
+  const ScratchStationDirectory given;
+  const ScratchDirectory place;
+  int ends[2];
+  if (pipe(ends) != 0) throw std::runtime_error("pipe");
+  const pid_t child = fork();
+  constexpr int kNoDisk = 77;
+  if (child == 0) {
+    // The disk is this process's alone and goes with it.
+    const fs::path disk = place.Path();
+    if (unshare(CLONE_NEWNS) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) _exit(kNoDisk);
+    mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
+    if (mount("none", disk.c_str(), "tmpfs", 0, options.c_str()) != 0) _exit(kNoDisk);
+    fs::copy_file(given.Path() / "Brenvo.mdb", disk / "Brenvo.mdb");
+    fs::create_directory(disk / "Backup");
+    fs::create_hard_link(disk / "Brenvo.mdb", disk / "Backup" / "Brenvo-2001-02-03.mdb");
+    fill(disk);
+    std::string told;
+    RecordingPlatform machine([&](const std::string& line) { told += line + '\n'; });
+    machine.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
+    Session session(machine, disk);
+    if (StartStation(session) != nullptr) told += "started\n";
+    told += ContentsOf(BackupCopies(disk).at(0)) + '\n';
+    _exit(write(ends[1], told.data(), told.size()) < 0 ? 1 : 0);
+  }
+  close(ends[1]);
+  std::string told;
+  char buffer[4096];
+  for (ssize_t count; (count = read(ends[0], buffer, sizeof buffer)) > 0;) {
+    told.append(buffer, static_cast<std::size_t>(count));
+  }
+  close(ends[0]);
+  int status = 0;
+  waitpid(child, &status, 0);
+  if (WIFEXITED(status) && WEXITSTATUS(status) == kNoDisk) return std::nullopt;
+  EXPECT_EQ(status, 0);
+  return told;
+}
+
+TEST(SmallDisk, ThatIsFullAtTheStartIsToldAsFullAndCopiesCanBeRead) {
+  const auto told = ToldOnASmallDisk("size=8m", [](const fs::path& disk) {
+    std::ofstream full(disk / "full", std::ios::binary);
+    while (full << std::string(4096, 'x') << std::flush) {
+    }
+  });
+  if (!told) GTEST_SKIP() << "no disk of one's own here";
+  EXPECT_EQ(*told,
+            "message critical \"Brenvo\" \"3026 - Spazio su disco insufficiente: liberare spazio "
+            "sul disco del database e riprovare.\"\n0 QSO\n");
+}
+
+TEST(SmallDisk, ThatTakesNoFurtherFileIsToldAndCopiesCanBeRead) {
+  const auto told = ToldOnASmallDisk("size=8m,nr_inodes=10", [](const fs::path& disk) {
+    for (int i = 0; std::ofstream(disk / std::to_string(i)); ++i) {
+    }
+  });
+  if (!told) GTEST_SKIP() << "no disk of one's own here";
+  EXPECT_EQ(*told,
+            "message critical \"Brenvo\" \"3026 - Spazio su disco insufficiente: accanto al "
+            "database non si può creare un file, perché il disco è pieno o non vi stanno altri "
+            "file. Cancellare dei file e riprovare.\"\n0 QSO\n");
 }
 
 TEST(ClockSetBack, ContactsAreStoredAtTheTimeThatTheClockShowsAndNumbersGoOn) {

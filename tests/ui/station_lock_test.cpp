@@ -32,7 +32,23 @@ TEST(StationLockTest, TwoDirectoriesAreTwoStations) {
 
 TEST(StationLockTest, ADirectoryThatIsNotThereIsNamed) {
   const StationLock lock(QStringLiteral("/nowhere/at/all"));
-  EXPECT_EQ(lock.Refusal(), "La cartella /nowhere/at/all manca o non si puo' scrivere.");
+  EXPECT_EQ(lock.Refusal(), "La cartella /nowhere/at/all non esiste.");
+}
+
+TEST(StationLockTest, ADirectoryWithoutANameIsNotTheOneThatOneStandsIn) {
+  EXPECT_EQ(StationLock(QString()).Refusal(), "Manca il nome della cartella di lavoro.");
+  EXPECT_FALSE(QFile::exists(QStringLiteral("/Brenvo.lock")));
+}
+
+TEST(StationLockTest, ANameThatIsTooLongOrLeadsInACircleIsTold) {
+  const QTemporaryDir directory;
+  const QString name = directory.path() + "/" + QString(300, 'a');
+  EXPECT_EQ(StationLock(name).Refusal(),
+            "La cartella " + name + " non si apre: nome o percorso troppo lungo.");
+  const QString circle = directory.path() + "/giro";
+  ASSERT_TRUE(QFile::link(circle, circle));
+  EXPECT_EQ(StationLock(circle).Refusal(),
+            "La cartella " + circle + " non si apre: collegamenti che rimandano l'uno all'altro.");
 }
 
 }  // namespace

@@ -328,6 +328,33 @@ TEST_F(TextWidgets, TheLastDayOfAMonthIsKeptWhateverMonthStoodThere) {
   }
 }
 
+TEST_F(TextWidgets, ADateThatMayBeEmptyIsShownAsNothingAndTypedAnew) {
+  form.DataQso.MayBeEmpty = true;
+  auto* date = Find<QDateEdit>("DataQso");
+  form.DataQso.SetText("21/11/2026");
+  form.DataQso.SetText("");
+  EXPECT_EQ(date->text().trimmed(), "");
+  // The keyboard that only passes by leaves it so.
+  date->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(date, Qt::Key_Tab);
+  Settle();
+  EXPECT_EQ(date->text().trimmed(), "");
+  EXPECT_EQ(form.DataQso.Text(), "");
+  date->setFocus(Qt::TabFocusReason);
+  QTest::keyClicks(date, "05121998");
+  Settle();
+  EXPECT_EQ(form.DataQso.Text(), "05/12/1998");
+  form.DataQso.SetText("");
+  form.DataQso.SetText("03/02/2001");
+  EXPECT_EQ(date->text(), "03/02/2001");
+}
+
+TEST_F(TextWidgets, ADateThatIsAlwaysOneKeepsTheOneBefore) {
+  form.DataQso.SetText("21/11/2026");
+  form.DataQso.SetText("");
+  EXPECT_EQ(Find<QDateEdit>("DataQso")->text(), "21/11/2026");
+}
+
 TEST_F(TextWidgets, ADateSelectedWholeIsTypedAnew) {
   form.DataQso.SetText("21/11/2026");
   auto* date = Find<QDateEdit>("DataQso");

@@ -67,7 +67,8 @@ names | while IFS= read -r name; do
     Brenvo.mdb)
       # A compaction that was cut short leaves the contacts under one of these names: an empty
       # database in their place would be taken for the station's log.
-      if [ -e "$to/$name" ]; then
+      # A link that leads nowhere may lead to the log again, once its disk is there.
+      if [ -e "$to/$name" ] || [ -L "$to/$name" ]; then
         # What is no database is the program's to tell, when it starts.
         if [ -x "$maker" ] && ! "$maker" --complete "$schema" "$to/$name"; then
           echo "$name stays as it is"

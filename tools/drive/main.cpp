@@ -1,6 +1,7 @@
 // drive DIR < script: runs the station of an application directory from a script.
 #include <iostream>
 
+#include "core/files.h"
 #include "tools/drive/driver.h"
 
 int main(int argc, char** argv) {
@@ -8,12 +9,21 @@ int main(int argc, char** argv) {
     std::cerr << "drive DIR < script\n";
     return 2;
   }
-  brenvo::Driver driver(argv[1], [](const std::string& line) { std::cout << line << '\n'; });
-  const auto failure = driver.Run(std::cin);
-  std::cout.flush();
-  if (!failure) return 0;
-  std::cerr << "drive: ";
-  if (failure->line > 0) std::cerr << "line " << failure->line << ": ";
-  std::cerr << failure->reason << '\n';
+  if (const std::string why = brenvo::WhyNotEntered(argv[1]); !why.empty()) {
+    std::cerr << "drive: " << why << '\n';
+    return 2;
+  }
+  try {
+    brenvo::Driver driver(argv[1], [](const std::string& line) { std::cout << line << '\n'; });
+    const auto failure = driver.Run(std::cin);
+    std::cout.flush();
+    if (!failure) return 0;
+    std::cerr << "drive: ";
+    if (failure->line > 0) std::cerr << "line " << failure->line << ": ";
+    std::cerr << failure->reason << '\n';
+  } catch (const std::exception& failure) {
+    std::cout.flush();
+    std::cerr << "drive: " << brenvo::FailureText(failure) << '\n';
+  }
   return 1;
 }

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "base/csv.h"
+#include "file/journal.h"
 
 namespace brenvo {
 namespace {
@@ -278,6 +279,8 @@ std::vector<std::string> CompleteDatabase(const std::filesystem::path& schema,
   constexpr const char* kFailure = ": cannot be opened";
   const File wanted = Open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, kFailure);
   Execute(wanted.get(), ContentOf(schema));
+  // A journal of another file would be applied by opening alone: the program tells of it.
+  RequireOwnJournal(file);
   const File present = Open(file.string(), SQLITE_OPEN_READWRITE, kFailure);
   for (const char* pragma : {"PRAGMA application_id", "PRAGMA user_version"}) {
     if (PragmaOf(wanted.get(), pragma) != PragmaOf(present.get(), pragma)) {

@@ -10,7 +10,7 @@ if [ $# -lt 2 ]; then
   echo "any_keys.sh BUILD SEED [SECONDS]" >&2
   exit 2
 fi
-build=$1
+build=$(cd "$1" && pwd)
 seed=$2
 seconds=${3:-300}
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -50,6 +50,12 @@ mkdir "$work/bin"
 printf '#!/bin/sh\n' > "$work/bin/xdg-open"
 chmod +x "$work/bin/xdg-open"
 PATH=$work/bin:$PATH
+
+# A print that goes to a file, a page that is saved: what keys without sense write lies here.
+mkdir "$work/home"
+HOME=$work/home
+export HOME
+cd "$work"
 
 "$root/tools/deliver/deliver.sh" "$build/delivered" "$work/station" > /dev/null
 "$build/tools/demonstration/demonstrate" "$work/station" 1500 > /dev/null

@@ -10,8 +10,9 @@ if [ $# -ne 2 ]; then
   echo "show.sh BUILD OUT" >&2
   exit 2
 fi
-build=$1
-out=$2
+build=$(cd "$1" && pwd)
+mkdir -p "$2"
+out=$(cd "$2" && pwd)
 patience=${WAIT:-90}
 root=$(cd "$(dirname "$0")/../.." && pwd)
 work=$(mktemp -d)
@@ -45,7 +46,7 @@ waits() {
   done
 }
 
-mkdir -p "$out" "$work/station"
+mkdir -p "$work/station"
 rm -f "$out"/*.png
 . "$root/tools/show/virtual_screen.sh"
 virtual_screen "$work"
@@ -54,6 +55,7 @@ if command -v openbox > /dev/null; then
   started="$! $started"
 fi
 
+cd "$work"
 "$root/tools/deliver/deliver.sh" "$build/delivered" "$work/station" > /dev/null
 "$build/app/brenvo" "$work/station" > "$work/brenvo.log" 2>&1 &
 program=$!

@@ -8,6 +8,8 @@ if [ $# -lt 2 ]; then
   echo "start_time.sh PROGRAM STATION [TIMES]" >&2
   exit 2
 fi
+program_file=$(realpath "$1")
+station=$(realpath "$2")
 work=$(mktemp -d)
 screen=
 program=
@@ -21,11 +23,12 @@ trap 'exit 143' TERM
 
 . "$(dirname "$0")/virtual_screen.sh"
 virtual_screen "$work"
+cd "$work"
 now() { date +%s%3N; }
 
 for _ in $(seq "${3:-5}"); do
   from=$(now)
-  "$1" "$2" > "$work/program.log" 2>&1 &
+  "$program_file" "$station" > "$work/program.log" 2>&1 &
   program=$!
   until xwininfo -root -tree | grep -q '"Brenvo": .* [0-9][0-9][0-9][0-9]*x[0-9][0-9][0-9]'; do
     kill -0 $program 2> /dev/null || { cat "$work/program.log" >&2; exit 1; }

@@ -1,0 +1,98 @@
+#include "file/file_check.h"
+
+#include <array>
+#include <cerrno>
+#include <fstream>
+#include <string>
+#include <system_error>
+
+#include "base/system_reason.h"
+#include "file/database_file.h"
+#include "file/journal.h"
+#include "dialect/schema.h"
+#include "file/sqlite_file.h"
+#include "file/sync.h"
+
+namespace brenvo {
+namespace {
+
+constexpr std::uint32_t kApplicationId = 0x4252564F;  // "BRVO"
+
+// SQLite keeps room for the longest ending of the files beside a database.
+void RequireShortPath(const std::filesystem::path& path) {
+  constexpr std::size_t kEnding = 8;
+  const auto most = static_cast<std::size_t>(sqlite3_vfs_find(nullptr)->mxPathname) - kEnding;
+  std::error_code error;
+  std::filesystem::path whole = std::filesystem::canonical(path, error);
+  if (error) whole = std::filesystem::absolute(path, error);
+  const std::size_t size = Utf8Name(whole).size();
+  if (size <= most) return;
+  throw DatabaseError(DatabaseError::kInvalidPath,
+                      "Il percorso del database è lungo " + std::to_string(size) +
+                          " byte, più dei " + std::to_string(most) +
+                          " possibili: spostare la cartella di lavoro in un'altra dal percorso "
+                          "più breve.");
+}
+
+}  // namespace
+
+void RequireOurFile(const std::filesystem::path& path) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (status.type() == std::filesystem::file_type::not_found) {
+    throw DatabaseError(DatabaseError::kFileNotFound,
+                        "Il file '" + path.string() + "' non esiste.");
+  }
+  if (error) throw PathFailure(path, error);
+  if (status.type() != std::filesystem::file_type::regular) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "'" + path.string() + "' non e' un database.");
+  }
+  RequireShortPath(path);
+  constexpr std::string_view kMagic("SQLite format 3\0", 16);
+  constexpr std::size_t kHeader = 100, kApplicationIdAt = 68;
+  std::array<char, kHeader> header{};
+  errno = 0;
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw PathFailure(path, {errno, std::generic_category()});
+  if (!file.read(header.data(), kHeader) ||
+      std::string_view(header.data(), kMagic.size()) != kMagic) {
+    throw DatabaseError(DatabaseError::kNotADatabase,
+                        "Il file '" + path.filename().string() + "' non e' un database.");
+  }
+  std::uint32_t id = 0;
+  for (std::size_t i = 0; i < 4; ++i) {
+    id = id << 8 | static_cast<unsigned char>(header[kApplicationIdAt + i]);
+  }
+  if (id != kApplicationId) {
+    throw DatabaseError(
+        DatabaseError::kNotADatabase,
+        "Il file '" + path.filename().string() + "' non e' un database di questo programma.");
+  }
+}
+
+std::int64_t RowsIn(const std::filesystem::path& database, std::string_view table) {
+  RequireOurFile(database);
+  if (RequireOwnJournal(database) == Journal::kOwn) {
+    Database open = OpenDatabaseFile(database);
+    return open.OpenSnapshot("select count(*) from [" + std::string(table) + "]")
+        ->Field(0)
+        .Integer();
+  }
+  const SqliteFile file = OpenToRead(database);
+  sqlite3_stmt* statement = nullptr;
+  const std::string sql = "SELECT count(*) FROM " + QuotedName(table);
+  int code = sqlite3_prepare_v2(file.get(), sql.c_str(), -1, &statement, nullptr);
+  if (code == SQLITE_OK) code = sqlite3_step(statement);
+  const std::int64_t rows = code == SQLITE_ROW ? sqlite3_column_int64(statement, 0) : 0;
+  const DatabaseError failure = LastFailureOf(file.get());
+  sqlite3_finalize(statement);
+  if (code == SQLITE_ROW) return rows;
+  // A table that is not there, or a structure that cannot be read.
+  if ((code & 0xFF) == SQLITE_ERROR) {
+    throw DatabaseError(DatabaseError::kNotADatabase, failure.Description);
+  }
+  throw failure;
+}
+
+}  // namespace brenvo
