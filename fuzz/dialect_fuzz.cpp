@@ -13,6 +13,7 @@
 
 #include "engine/dialect.h"
 #include "engine/functions.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ using brenvo::DatabaseError;
 struct Memory {
   Memory() {
     sqlite3_open(":memory:", &file);
-    std::ifstream schemaFile(SOURCE_DIR "/data/schema.sql");
+    std::ifstream schemaFile(SourceDir() / "data/schema.sql");
     std::ostringstream text;
     text << schemaFile.rdbuf();
     if (sqlite3_exec(file, text.str().c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {

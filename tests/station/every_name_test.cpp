@@ -14,6 +14,7 @@
 #include "forms/grid.h"
 #include "forms/list_field.h"
 #include "tests/station/all_windows.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -25,7 +26,7 @@ class Scenarios {
  public:
   Scenarios() {
     for (const auto& entry :
-         std::filesystem::directory_iterator(std::string(SOURCE_DIR) + "/tests/scenarios")) {
+         std::filesystem::directory_iterator(SourceDir() / "tests/scenarios")) {
       if (entry.path().extension() == ".drive") Read(entry.path());
     }
   }
@@ -152,7 +153,7 @@ TEST_F(EveryName, OfTheMainMenuIsChosenInAScenario) {
 }
 
 TEST_F(EveryName, OfACommandOrFieldEventIsReachedByAScenario) {
-  std::ofstream table(std::string(BUILD_DIR) + "/names.tsv");
+  std::ofstream table(BuildDir() / "names.tsv");
   std::string missing;
   ForEachEvent([&](const Window& window, const Field& field, const FieldEvent& event) {
     const std::string name = window.Name() + '.' + field.Name();
