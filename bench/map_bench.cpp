@@ -14,6 +14,7 @@
 #include "tests/support/scratch_directory.h"
 #include "ui/map_area.h"
 #include "ui/qt_platform.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -107,7 +108,7 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   const ScratchDirectory scratch;
-  std::filesystem::copy(std::filesystem::path(BUILD_DIR) / "delivered", scratch.Path(),
+  std::filesystem::copy(BuildDir() / "delivered", scratch.Path(),
                         std::filesystem::copy_options::recursive);
   QtPlatform platform(scratch.Path());
   Session session(platform, scratch.Path());

@@ -25,6 +25,7 @@
 #include "ui/print_preview.h"
 #include "ui/qt_printer.h"
 #include "ui/text.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -109,7 +110,7 @@ void Measure(const Task& task, const std::filesystem::path& database, int contac
   session.Db.Execute("INSERT INTO SLog SELECT * FROM Log  ORDER BY DataQso");
   const double staged = ProcessorSeconds() - begun;
   const double before = PeakMegabytes();
-  std::ifstream file(std::filesystem::path(SOURCE_DIR) / "data" / "logv.rpt", std::ios::binary);
+  std::ifstream file(SourceDir() / "data" / "logv.rpt", std::ios::binary);
   const ReportLayout layout =
       ParseReportLayout(std::string(std::istreambuf_iterator<char>(file), {}));
   const double started = ProcessorSeconds();
@@ -124,7 +125,7 @@ void Measure(const Task& task, const std::filesystem::path& database, int contac
 }
 
 void MeasureAll(const std::vector<int>& sizes) {
-  const auto source = std::filesystem::path(SOURCE_DIR) / "data";
+  const auto source = SourceDir() / "data";
   std::printf("%-12s %9s %10s %10s %12s %12s\n", "report", "contacts", "staging s", "printing s",
               "MB before", "MB at peak");
   for (const int contacts : sizes) {

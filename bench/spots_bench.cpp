@@ -18,6 +18,7 @@
 #include "tests/support/scratch_directory.h"
 #include "tools/mkdatabase/database_maker.h"
 #include "tools/mklog/log_maker.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -39,8 +40,8 @@ class Station {
   explicit Station(int contacts)
       : machine_([](const std::string&) {}), session_(machine_, directory_.Path()) {
     const std::filesystem::path file = directory_.Path() / "Brenvo.mdb";
-    MakeDatabase(SOURCE_DIR "/data/schema.sql", SOURCE_DIR "/data", file);
-    std::filesystem::copy_file(SOURCE_DIR "/data/tnc.mnu", directory_.Path() / "tnc.mnu");
+    MakeDatabase(SourceDir() / "data/schema.sql", SourceDir() / "data", file);
+    std::filesystem::copy_file(SourceDir() / "data/tnc.mnu", directory_.Path() / "tnc.mnu");
     Sql(file, "UPDATE UserRTX SET AnnunceDX=0; UPDATE User SET TelnetCluster='x:1'");
     if (contacts > 0) MakeLog(file, contacts);
     if (StartStation(session_) == nullptr) throw std::runtime_error("no station");

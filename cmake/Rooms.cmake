@@ -22,33 +22,88 @@ endif()
 # end is not ours to judge. All other tests fail when something is left.
 set(DRAWS ENVIRONMENT "ASAN_OPTIONS=detect_leaks=0")
 
-# add_room(NAME USES TARGET...): the library of the sources in folder NAME.
+# add_room(NAME USES TARGET... INSIDE TARGET...): the library of the sources in folder NAME. Others see the headers in
+# NAME/include/NAME and no more: the rest is private. A room sees what it uses, so that an include of
+# anything else does not compile. What it uses it hands on to those who use it, but for what it uses
+# INSIDE.
 function(add_room name)
-  cmake_parse_arguments(ROOM "" "" "USES" ${ARGN})
+  cmake_parse_arguments(ROOM "" "" "USES;INSIDE" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${name}/*.cpp)
   if(sources)
     add_library(${name} STATIC ${sources})
-    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
-    target_link_libraries(${name} PUBLIC ${ROOM_USES} PRIVATE house_flags)
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/${name}/include)
+    target_link_libraries(${name} PUBLIC ${ROOM_USES} PRIVATE ${ROOM_INSIDE} house_flags)
   else()  # headers only
     add_library(${name} INTERFACE)
-    target_include_directories(${name} INTERFACE ${CMAKE_SOURCE_DIR})
+    target_include_directories(${name} INTERFACE ${CMAKE_SOURCE_DIR}/${name}/include)
     target_link_libraries(${name} INTERFACE ${ROOM_USES})
   endif()
+  know_room(${name} ${ROOM_USES} ${ROOM_INSIDE})
 endfunction()
+
+# know_room(NAME TARGET...): a room and what it uses, for the picture and the checks.
+function(know_room name)
+  get_property(rooms GLOBAL PROPERTY HOUSE_ROOMS)
+  set(uses ${ARGN})
+  list(FILTER uses INCLUDE REGEX "^[a-z]+$")
+  foreach(used IN LISTS uses)
+    if(NOT used IN_LIST rooms)
+      list(REMOVE_ITEM uses ${used})  # a library, or a room that is not known yet: no arrow leads up
+    endif()
+  endforeach()
+  set_property(GLOBAL APPEND PROPERTY HOUSE_ROOMS ${name})
+  set_property(GLOBAL PROPERTY HOUSE_USES_${name} "${uses}")
+endfunction()
+
+# Writes what the rooms use, from the top down, into rooms.txt of the build folder: a line for all
+# rooms that use the same. The README shows it, and a test compares.
+function(draw_rooms)
+  get_property(rooms GLOBAL PROPERTY HOUSE_ROOMS)
+  list(REVERSE rooms)
+  set(picture "")
+  set(drawn "")
+  foreach(room IN LISTS rooms)
+    if(room IN_LIST drawn)
+      continue()
+    endif()
+    get_property(uses GLOBAL PROPERTY HOUSE_USES_${room})
+    set(alike "")
+    foreach(other IN LISTS rooms)
+      get_property(others GLOBAL PROPERTY HOUSE_USES_${other})
+      if(others STREQUAL uses)
+        list(PREPEND alike ${other})
+      endif()
+    endforeach()
+    list(APPEND drawn ${alike})
+    list(JOIN alike " " left)
+    list(JOIN uses " " right)
+    if(right STREQUAL "")
+      string(APPEND picture "    ${left}\n")
+    else()
+      string(APPEND picture "    ${left} ──► ${right}\n")
+    endif()
+  endforeach()
+  file(WRITE ${CMAKE_BINARY_DIR}/rooms.txt "${picture}")
+endfunction()
+
+# For tests, benchmarks and fuzz targets, which look inside: all sources, private headers included,
+# and the places of the sources and of what is built.
+add_library(inside STATIC EXCLUDE_FROM_ALL ${CMAKE_SOURCE_DIR}/tests/support/places.cpp)
+target_compile_definitions(inside PRIVATE
+  SOURCE_DIR="${CMAKE_SOURCE_DIR}" BUILD_DIR="${CMAKE_BINARY_DIR}")
+target_include_directories(inside PUBLIC ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tools)
+target_link_libraries(inside PUBLIC file dialect SQLite::SQLite3 PRIVATE house_flags)
 
 # add_room_test(NAME USES TARGET...): the program of tests/NAME/*_test.cpp.
 function(add_room_test name)
   cmake_parse_arguments(ROOM "" "" "USES" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp)
   add_executable(${name}_test ${sources})
-  target_link_libraries(${name}_test PRIVATE ${name} ${ROOM_USES} GTest::gmock GTest::gtest_main
-                        house_flags)
+  target_link_libraries(${name}_test PRIVATE ${name} ${ROOM_USES} inside GTest::gmock
+                        GTest::gtest_main house_flags)
   # Tests are many and short-lived: they compile fast rather than run fast.
   target_compile_options(${name}_test PRIVATE -O0)
   target_precompile_headers(${name}_test PRIVATE <gtest/gtest.h> <functional> <memory> <string> <vector>)
-  target_compile_definitions(${name}_test PRIVATE
-    SOURCE_DIR="${CMAKE_SOURCE_DIR}" BUILD_DIR="${CMAKE_BINARY_DIR}")
   # One entry a room: a program that starts a thousand times over tests no more than one that runs
   # a thousand tests.
   add_test(NAME ${name} COMMAND ${name}_test)

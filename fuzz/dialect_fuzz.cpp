@@ -14,6 +14,7 @@
 #include "file/read_schema.h"
 #include "file/sqlite_functions.h"
 #include "file/translate.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ using brenvo::DatabaseError;
 struct Memory {
   Memory() {
     sqlite3_open(":memory:", &file);
-    std::ifstream schemaFile(SOURCE_DIR "/data/schema.sql");
+    std::ifstream schemaFile(SourceDir() / "data/schema.sql");
     std::ostringstream text;
     text << schemaFile.rdbuf();
     if (sqlite3_exec(file, text.str().c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {

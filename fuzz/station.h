@@ -11,6 +11,7 @@
 #include "station/station.h"
 #include "tests/support/scratch_directory.h"
 #include "tools/mkdatabase/database_maker.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 
@@ -21,10 +22,10 @@ inline void Require(bool holds) {
 class FuzzStation {
  public:
   FuzzStation() {
-    MakeDatabase(SOURCE_DIR "/data/schema.sql", SOURCE_DIR "/data",
+    MakeDatabase(SourceDir() / "data/schema.sql", SourceDir() / "data",
                  Directory.Path() / "Brenvo.mdb");
     for (const char* file : {"tnc.mnu", "wwconv.mnu"}) {
-      std::filesystem::copy_file(std::filesystem::path(SOURCE_DIR) / "data" / file,
+      std::filesystem::copy_file(SourceDir() / "data" / file,
                                  Directory.Path() / file);
     }
     Frame = StartStation(session);

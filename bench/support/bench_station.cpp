@@ -5,12 +5,13 @@
 #include "bench/support/hand.h"
 #include "station/station.h"
 #include "tools/mklog/log_maker.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
 
 std::filesystem::path LogOf(std::int64_t contacts) {
-  const std::filesystem::path build = BUILD_DIR;
+  const std::filesystem::path build = BuildDir();
   const auto kept = build / "logs" / (std::to_string(contacts) + ".mdb");
   if (!std::filesystem::exists(kept)) {
     std::filesystem::create_directories(kept.parent_path());
@@ -28,7 +29,7 @@ std::filesystem::path LogOf(std::int64_t contacts) {
 
 BenchDirectory::BenchDirectory(std::int64_t contacts) {
   for (const auto& each :
-       std::filesystem::directory_iterator(std::filesystem::path(BUILD_DIR) / "delivered")) {
+       std::filesystem::directory_iterator(BuildDir() / "delivered")) {
     if (each.path().filename() == "Brenvo.mdb") continue;
     std::filesystem::create_symlink(each.path(), Path() / each.path().filename());
   }

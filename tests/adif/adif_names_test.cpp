@@ -8,12 +8,13 @@
 #include "adif/escaped_text.h"
 #include "adif/record_to_contact.h"
 #include "base/csv.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
 
 CsvTable Facts(const char* name) {
-  return ReadCsv(std::filesystem::path(SOURCE_DIR) / "data" / name);
+  return ReadCsv(SourceDir() / "data" / name);
 }
 
 TEST(AdifNamesTest, EveryCountryOfTheTableHasItsNumber) {

@@ -13,6 +13,7 @@
 #include "tests/support/golden.h"
 #include "tests/support/station.h"
 #include "tests/support/thoroughly.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 
@@ -21,7 +22,7 @@ using Texts = std::vector<std::string>;
 class AdifStation : public StationTest {
  protected:
   static std::filesystem::path Sample(std::string_view name) {
-    return std::filesystem::path(SOURCE_DIR) / "tests/data/adif" / name;
+    return SourceDir() / "tests/data/adif" / name;
   }
   std::filesystem::path Write(std::string_view name, std::string_view content) {
     const auto file = directory.Path() / name;

@@ -6,6 +6,7 @@
 
 #include "tests/awards/award_station.h"
 #include "tests/support/golden.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -196,7 +197,7 @@ TEST_F(AwardPagesTest, TheDeliveredTemplatesServeTheirTokens) {
       {"SSQuare", "cmBySquare", "Square.html", "OUT_Square.html"},
       {"SZone", "cmGeneraHTML", "Zone.html", "OUT_Zone.html"}};
   for (const auto& [window, command, design, page] : pages) {
-    std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered" / design,
+    std::filesystem::copy_file(BuildDir() / "delivered" / design,
                                directory.Path() / design);
     Press(Award(window, kAll), command);
     const std::string text = Page(page);

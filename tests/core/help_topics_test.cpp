@@ -11,12 +11,13 @@
 #include "core/help_file.h"
 #include "station/station.h"
 #include "tests/support/station.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
 
 std::vector<HelpPage> Manual() {
-  std::ifstream file(std::string(SOURCE_DIR) + "/data/Brenvo.HLP", std::ios::binary);
+  std::ifstream file(SourceDir() / "data/Brenvo.HLP", std::ios::binary);
   std::stringstream text;
   text << file.rdbuf();
   return ParseHelp(text.str());
@@ -50,7 +51,7 @@ TEST(HelpTopics, EveryPictureOfTheManualIsThere) {
   for (const HelpPage& page : Manual()) {
     for (std::size_t at = 0; (at = page.text.find("](manuale/", at)) != std::string::npos; ++at) {
       const std::string name = page.text.substr(at + 10, page.text.find(')', at) - at - 10);
-      EXPECT_TRUE(std::filesystem::exists(std::string(SOURCE_DIR) + "/docs/screens/" + name))
+      EXPECT_TRUE(std::filesystem::exists(SourceDir() / "docs/screens" / name))
           << name;
       ++pictures;
     }

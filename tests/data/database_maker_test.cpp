@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "tests/data/sqlite_query.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -21,7 +22,7 @@ class MakingADatabase : public testing::Test {
  protected:
   void SetUp() override {
     const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    folder_ = fs::path(BUILD_DIR) / "scratch" / test->name();
+    folder_ = BuildDir() / "scratch" / test->name();
     fs::remove_all(folder_);
     fs::create_directories(folder_);
     Write("Country.csv", "Country,Descrizione,Mappa,Pointer_X,Pointer_Y\nI,Italia,,,12\n");
@@ -41,7 +42,7 @@ class MakingADatabase : public testing::Test {
     std::ofstream(folder_ / name, std::ios::binary) << text;
   }
   fs::path Out() const { return folder_ / "Brenvo.mdb"; }
-  void Make() { MakeDatabase(fs::path(SOURCE_DIR) / "data" / "schema.sql", folder_, Out()); }
+  void Make() { MakeDatabase(SourceDir() / "data" / "schema.sql", folder_, Out()); }
   std::string FailureOfMake() {
     try {
       Make();
@@ -160,7 +161,7 @@ TEST_F(MakingADatabase, FailsWithoutASchema) {
 
 TEST_F(MakingADatabase, ADatabaseInUseGetsTheTablesThatItLacks) {
   Make();
-  const fs::path schema = fs::path(SOURCE_DIR) / "data" / "schema.sql";
+  const fs::path schema = SourceDir() / "data" / "schema.sql";
   EXPECT_THAT(CompleteDatabase(schema, Out()), IsEmpty());
   std::ofstream(folder_ / "more.sql") << std::ifstream(schema).rdbuf()
                                       << "CREATE TABLE \"Nuova\" (\"A\" TEXT);\n"

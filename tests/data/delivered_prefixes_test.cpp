@@ -6,6 +6,7 @@
 
 #include "tests/data/sqlite_query.h"
 #include "tools/measure_prefixes/prefix_table.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -103,7 +104,7 @@ const KnownCall knownCalls[] = {
 
 std::optional<Answer> Resolved(std::string_view call) {
   static const PrefixTable table =
-      PrefixTable::Load(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb");
+      PrefixTable::Load(BuildDir() / "delivered" / "Brenvo.mdb");
   return table.Resolve(call);
 }
 

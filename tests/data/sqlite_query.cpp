@@ -1,4 +1,5 @@
 #include "tests/data/sqlite_query.h"
+#include "tests/support/places.h"
 
 #include <sqlite3.h>
 
@@ -31,7 +32,7 @@ std::vector<TextRow> Query(const std::filesystem::path& database, const std::str
 }
 
 std::vector<TextRow> Delivered(const std::string& sql) {
-  return Query(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb", sql);
+  return Query(BuildDir() / "delivered" / "Brenvo.mdb", sql);
 }
 
 std::vector<std::string> DeliveredColumn(const std::string& sql) {

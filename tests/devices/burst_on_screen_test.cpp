@@ -8,6 +8,7 @@
 
 #include "tests/devices/real_station.h"
 #include "ui/qt_platform.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -15,8 +16,8 @@ namespace {
 class Desktop : public testing::Test {
  protected:
   Desktop() {
-    std::filesystem::copy_file(BUILD_DIR "/delivered/Brenvo.mdb", directory.Path() / "Brenvo.mdb");
-    std::filesystem::copy_file(SOURCE_DIR "/data/tnc.mnu", directory.Path() / "tnc.mnu");
+    std::filesystem::copy_file(BuildDir() / "delivered/Brenvo.mdb", directory.Path() / "Brenvo.mdb");
+    std::filesystem::copy_file(SourceDir() / "data/tnc.mnu", directory.Path() / "tnc.mnu");
     machine.Attach(&session);
     StartStation(session);
     session.Db.Execute("UPDATE [User] SET TelnetCluster='" + node.Address() + "'");

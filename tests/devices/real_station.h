@@ -11,15 +11,16 @@
 #include "links/tnc_telnet.h"
 #include "links/wwconv.h"
 #include "tests/devices/real_lines.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 
 class RealStation : public testing::Test {
  protected:
   RealStation() {
-    std::filesystem::copy_file(BUILD_DIR "/delivered/Brenvo.mdb", directory.Path() / "Brenvo.mdb");
+    std::filesystem::copy_file(BuildDir() / "delivered/Brenvo.mdb", directory.Path() / "Brenvo.mdb");
     for (const char* file : {"tnc.mnu", "wwconv.mnu"}) {
-      std::filesystem::copy_file(std::filesystem::path(SOURCE_DIR) / "data" / file,
+      std::filesystem::copy_file(SourceDir() / "data" / file,
                                  directory.Path() / file);
     }
     machine.SetApplicationDirectory(directory.Path());

@@ -8,6 +8,7 @@
 
 #include "every_field.h"
 #include "tests/support/scratch_directory.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -21,7 +22,7 @@ using testing::StartsWith;
 class Scripts : public testing::Test {
  protected:
   Scripts() {
-    std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb",
+    std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb",
                                directory / "Brenvo.mdb");
   }
 

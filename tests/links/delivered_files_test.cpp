@@ -8,12 +8,13 @@
 #include "links/menu_file.h"
 #include "links/spelling.h"
 #include "tests/links/links_station.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
 
 std::set<std::string> SpokenFiles() {
-  const CsvTable table = ReadCsv(SOURCE_DIR "/tools/mkwaves/waves.csv");
+  const CsvTable table = ReadCsv(SourceDir() / "tools/mkwaves/waves.csv");
   std::set<std::string> files{"pause.wav"};  // made without a voice
   for (const CsvTable::Row& row : table.Rows) {
     EXPECT_FALSE(row.Cells[table.Column("Testo")].empty());
@@ -24,7 +25,7 @@ std::set<std::string> SpokenFiles() {
 
 TEST(DeliveredWaves, SpeakEveryBand) {
   const std::set<std::string> files = SpokenFiles();
-  const CsvTable bands = ReadCsv(SOURCE_DIR "/data/UserRTX.csv");
+  const CsvTable bands = ReadCsv(SourceDir() / "data/UserRTX.csv");
   for (const CsvTable::Row& row : bands.Rows) {
     const std::string& file = row.Cells[bands.Column("FilenameDX")];
     EXPECT_TRUE(files.contains(file)) << file;
@@ -50,7 +51,7 @@ TEST_F(DeliveredMenus, FillAMenuEach) {
     EntryArray entries(window, "CMI");
     entries.Add("-");
     MenuCommands commands;
-    FillMenuFromFile(std::filesystem::path(SOURCE_DIR) / "data" / name, entries, commands);
+    FillMenuFromFile(SourceDir() / "data" / name, entries, commands);
     EXPECT_GE(entries.Entries().size(), 5u) << name;
     for (std::size_t i = 0; i < entries.Entries().size(); ++i) {
       EXPECT_NE(entries.Entries()[i].caption, "") << name;

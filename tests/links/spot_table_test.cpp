@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "links/spot_line.h"
 #include "tests/links/test_terminal.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -36,7 +37,7 @@ std::string Unescaped(const std::string& text) {
 
 std::vector<SpotCase> ReadTable() {
   std::vector<SpotCase> cases;
-  std::ifstream file(SOURCE_DIR "/tests/links/spots.tsv");
+  std::ifstream file(SourceDir() / "tests/links/spots.tsv");
   std::string text;
   for (int number = 1; std::getline(file, text); ++number) {
     if (text.starts_with("#")) continue;

@@ -14,12 +14,13 @@
 #include "forms/window.h"
 #include "links/spot_engine.h"
 #include "recorder/recording_platform.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 
 // The bands of a new operator, in table order.
 inline std::vector<std::pair<SpotBand, std::pair<Khz, Khz>>> DeliveredBands() {
-  const CsvTable table = ReadCsv(SOURCE_DIR "/data/UserRTX.csv");
+  const CsvTable table = ReadCsv(SourceDir() / "data/UserRTX.csv");
   std::vector<std::pair<SpotBand, std::pair<Khz, Khz>>> bands;
   for (const CsvTable::Row& row : table.Rows) {
     const auto cell = [&](std::string_view heading) { return row.Cells[table.Column(heading)]; };

@@ -6,6 +6,7 @@
 
 #include "tests/log/log_station.h"
 #include "tests/support/golden.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -25,7 +26,7 @@ class AdifExportTest : public LogStation {
   std::string File(std::string_view name = "Log.ADI") { return ReadBytes(directory.Path() / name); }
   // The file of the one contact that each test begins with.
   static std::string OneContact() {
-    return ReadBytes(std::filesystem::path(SOURCE_DIR) / "tests" / kOneContact);
+    return ReadBytes(SourceDir() / "tests" / kOneContact);
   }
   void Export(LogForm& log, std::string_view key, bool keep) {
     machine.Messages().QueueAnswer(keep);

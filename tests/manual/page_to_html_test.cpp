@@ -1,4 +1,5 @@
 #include "tools/manual/page_to_html.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
@@ -60,7 +61,7 @@ TEST(ManualToHtml, ThePagesAreReachedByTheirNumbers) {
 }
 
 TEST(ManualToHtml, NothingOfTheDeliveredManualIsLeftUnread) {
-  std::ifstream file(SOURCE_DIR "/data/Brenvo.HLP");
+  std::ifstream file(SourceDir() / "data/Brenvo.HLP");
   std::stringstream text;
   text << file.rdbuf();
   const std::string html = ManualToHtml(ParseHelp(text.str()), "Manuale");

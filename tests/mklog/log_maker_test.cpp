@@ -6,6 +6,7 @@
 
 #include "core/locator.h"
 #include "tests/support/scratch_database.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -16,7 +17,7 @@ constexpr int kContacts = 3000;
 class Made {
  public:
   explicit Made(std::uint64_t seed = 1) {
-    std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered/Brenvo.mdb", file_);
+    std::filesystem::copy_file(BuildDir() / "delivered/Brenvo.mdb", file_);
     MakeLog(file_, kContacts, seed);
     sqlite3_open(file_.string().c_str(), &handle_);
   }

@@ -16,12 +16,13 @@
 #include "tests/support/golden.h"
 #include "tools/mkmaps/outlines.h"
 #include "tools/mkmaps/sheets.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
 
 using Path = std::filesystem::path;
-const Path kFacts = Path(SOURCE_DIR) / "data";
+const Path kFacts = SourceDir() / "data";
 
 double Number(const CsvTable& table, const CsvTable::Row& row, const char* heading) {
   return std::stod(row.Cells[table.Column(heading)]);

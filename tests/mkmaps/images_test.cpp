@@ -8,12 +8,13 @@
 
 #include "tests/mkmaps/known_places.h"
 #include "tools/mkmaps/sheets.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
 
 QImage Delivered(std::string_view name) {
-  const auto file = std::filesystem::path(BUILD_DIR) / "delivered" / name;
+  const auto file = BuildDir() / "delivered" / name;
   QImage image(QString::fromStdString(file.string()));
   EXPECT_FALSE(image.isNull()) << name;
   return image;

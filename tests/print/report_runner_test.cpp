@@ -7,6 +7,7 @@
 #include "platform/device_error.h"
 #include "print/report_layout.h"
 #include "tests/support/station.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -19,7 +20,7 @@ using Texts = std::vector<std::string>;
 class ReportRunnerTest : public StationTest {
  protected:
   std::filesystem::path Deliver(const char* layout) {
-    std::filesystem::copy_file(std::filesystem::path(SOURCE_DIR) / "data" / layout,
+    std::filesystem::copy_file(SourceDir() / "data" / layout,
                                directory.Path() / layout);
     return directory.Path() / layout;
   }

@@ -8,6 +8,7 @@
 #include "print/report_engine.h"
 #include "print/report_layout.h"
 #include "tests/support/station.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -32,7 +33,7 @@ class ReportsTest : public StationTest {
   ReportsTest() {
     Know<Selection>("StatSel");
     for (const char* layout : {"logv.rpt", "logo.rpt"}) {
-      std::filesystem::copy_file(std::filesystem::path(SOURCE_DIR) / "data" / layout,
+      std::filesystem::copy_file(SourceDir() / "data" / layout,
                                  directory.Path() / layout);
     }
     machine.Host().InModal = [this](Window& window) {

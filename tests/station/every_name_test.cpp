@@ -12,6 +12,7 @@
 #include "base/text.h"
 #include "forms/field_visit.h"
 #include "tests/station/all_windows.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -23,7 +24,7 @@ class Scenarios {
  public:
   Scenarios() {
     for (const auto& entry :
-         std::filesystem::directory_iterator(std::string(SOURCE_DIR) + "/tests/scenarios")) {
+         std::filesystem::directory_iterator(SourceDir() / "tests/scenarios")) {
       if (entry.path().extension() == ".drive") Read(entry.path());
     }
   }
@@ -168,7 +169,7 @@ TEST_F(EveryName, OfTheMainMenuIsChosenInAScenario) {
 }
 
 TEST_F(EveryName, OfACommandOrFieldEventIsReachedByAScenario) {
-  std::ofstream table(std::string(BUILD_DIR) + "/names.tsv");
+  std::ofstream table(BuildDir() / "names.tsv");
   std::string missing;
   ForEachEvent([&](const Window& window, const Field& field, const FieldEvent& event) {
     const std::string name = window.Name() + '.' + field.Name();

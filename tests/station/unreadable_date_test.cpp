@@ -15,6 +15,7 @@
 #include "print/stampa_qsl.h"
 #include "tests/station/all_windows.h"
 #include "tests/support/golden.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 namespace {
@@ -55,7 +56,7 @@ class AnUnreadableDate : public testing::WithParamInterface<Unreadable>, public 
     sqlite3_close(tool);
   }
   void PutIntoDirectory(const char* file) const {
-    std::filesystem::copy_file(std::filesystem::path(SOURCE_DIR) / "data" / file,
+    std::filesystem::copy_file(SourceDir() / "data" / file,
                                directory.Path() / file);
   }
   std::string Told() const {

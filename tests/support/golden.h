@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "tests/support/places.h"
+
 namespace brenvo {
 
 inline std::string ReadBytes(const std::filesystem::path& path) {
@@ -20,9 +22,9 @@ inline std::string ReadBytes(const std::filesystem::path& path) {
 // Byte for byte with tests/<golden>. What was made instead is left in <build>/golden/<golden>, to
 // be read and then copied by whoever changes the outcome on purpose.
 inline void ExpectGolden(std::string_view golden, const std::string& made) {
-  const auto expected = std::filesystem::path(SOURCE_DIR) / "tests" / golden;
+  const auto expected = SourceDir() / "tests" / golden;
   if (std::filesystem::exists(expected) && ReadBytes(expected) == made) return;
-  const auto actual = std::filesystem::path(BUILD_DIR) / "golden" / golden;
+  const auto actual = BuildDir() / "golden" / golden;
   std::filesystem::create_directories(actual.parent_path());
   std::ofstream(actual, std::ios::binary) << made;
   ADD_FAILURE() << "compare: diff -a " << expected.string() << ' ' << actual.string();

@@ -12,6 +12,7 @@
 #include "file/database_file.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/unsynced_files.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 
@@ -46,7 +47,7 @@ class ScratchDatabase {
     static const ScratchDirectory directory;
     static const std::filesystem::path file = [] {
       const std::filesystem::path made = directory.Path() / "Fresh.mdb";
-      std::ifstream schema(std::string(SOURCE_DIR) + "/data/schema.sql");
+      std::ifstream schema(SourceDir() / "data/schema.sql");
       std::ostringstream text;
       text << schema.rdbuf();
       Run(made, text.str());

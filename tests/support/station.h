@@ -17,6 +17,7 @@
 #include "recorder/recording_platform.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/unsynced_files.h"
+#include "tests/support/places.h"
 
 namespace brenvo {
 
@@ -25,7 +26,7 @@ class ScratchStationDirectory : public ScratchDirectory {
  public:
   ScratchStationDirectory() {
     LeaveFilesUnsynced();
-    std::filesystem::copy_file(std::filesystem::path(BUILD_DIR) / "delivered" / "Brenvo.mdb",
+    std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb",
                                Path() / "Brenvo.mdb");
   }
 };
