@@ -224,11 +224,6 @@ void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact
     const std::string told = UpperAscii(fields[kPfx]);
     if (IsCall(told) && told.size() <= kLongestPrefix) contact.Prefisso = told;
   }
-  contact.ZonaCQ = WholeIn(fields[kCqz], 1, 40).value_or(static_cast<int>(prefix.ZonaCQ));
-  contact.ZonaITU = WholeIn(fields[kItuz], 1, 90).value_or(static_cast<int>(prefix.ZonaITU));
-  contact.Continente =
-      IsAdifContinent(fields[kCont]) ? UpperAscii(fields[kCont]) : prefix.Continente;
-
   contact.Country = prefix.Country;
   const auto number = WholeIn(fields[kDxcc], 0, 999);
   if (number && *number == 0) {
@@ -241,6 +236,14 @@ void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact
     if (named != nullptr) contact.Country = named->country;
     if (named == nullptr && !listed.empty()) contact.Country = listed;
   }
+  // A prefix of another country tells nothing of this one's zones.
+  const bool own = SameText(Trim(contact.Country), Trim(prefix.Country));
+  const PrefixFacts& facts = own ? prefix : tables.OfCountry(contact.Country);
+  const auto cq = WholeIn(fields[kCqz], 1, 40), itu = WholeIn(fields[kItuz], 1, 90);
+  contact.ZonaCQ = cq ? *cq : facts.ZonaCQ;
+  contact.ZonaITU = itu ? *itu : facts.ZonaITU;
+  contact.Continente =
+      IsAdifContinent(fields[kCont]) ? UpperAscii(fields[kCont]) : facts.Continente;
   const std::string province = UpperAscii(fields[kState]);
   if (!province.empty() && tables.IsProvince(contact.Country, province))
     contact.Provincia = province;
