@@ -19,6 +19,8 @@ class EsportaAdif : public Window {
 
   // The second is there while a log window is open.
   OptionGroup Contatti{*this, "Contatti", {"Tutto il log", "La selezione della finestra Log"}};
+  OptionGroup Lettere{
+      *this, "Lettere", {"UTF-8: tutte le lettere", "ASCII: à diventa a, ł diventa l"}};
   Command CmEsporta{*this, "cmEsporta", "E&sporta", [this] { cmEsporta(); }};
   Command CmHelp{*this, "cmHelp", "&Aiuto"};
   Command CmExit{*this, "cmExit", "&Esci", [this] { Close(); }};

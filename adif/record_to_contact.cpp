@@ -9,11 +9,12 @@
 #include <unordered_map>
 
 #include "adif/adif_values.h"
-#include "adif/adif_writer.h"
 #include "adif/contact_to_fields.h"
 #include "adif/dxcc_entities.h"
 #include "adif/escaped_text.h"
 #include "adif/plain_name.h"
+#include "base/encoding.h"
+#include "base/plain_letters.h"
 #include "base/text.h"
 
 namespace brenvo {
@@ -354,6 +355,16 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   }
 }
 
+namespace {
+
+// Whether a file of ASCII, or of Windows-1252, would have the text like this.
+bool IsWithFewerLetters(std::string_view fewer, std::string_view text) {
+  if (IsAscii(text)) return false;
+  return ToPlainLetters(text).text == fewer || FromWindows1252(ToWindows1252(text)) == fewer;
+}
+
+}  // namespace
+
 void MapRest(const AdifRecord& record, const StationTables& tables, MappedRecord& mapped) {
   mapped.kept.clear();
   const std::vector<AdifField> told = ColumnFields(mapped.contact, tables);
@@ -368,10 +379,9 @@ void MapRest(const AdifRecord& record, const StationTables& tables, MappedRecord
     if (field.value.empty() || field.name.starts_with(kOwnPrefix)) continue;
     const KnownField* known = FindKnown(field.name);
     if (known != nullptr && known->column) {
-      // Also as a file in which some of its letters had no place would have it.
       const bool given = std::any_of(told.begin(), told.end(), [&](const AdifField& each) {
         return each.name == field.name && (SaySame(field.name, each.value, field.value) ||
-                                           TextOfBytes(AdifBytes(each.value)) == field.value);
+                                           IsWithFewerLetters(field.value, each.value));
       });
       if (given || IsToldAsSubmode(field, told)) continue;
     }
