@@ -8,9 +8,9 @@
 
 #include "adif/adif_names.h"
 #include "adif/adif_reader.h"
-#include "adif/adif_writer.h"
 #include "adif/contact_to_fields.h"
 #include "adif/kept_fields.h"
+#include "base/plain_letters.h"
 #include "core/modules.h"
 
 namespace brenvo {
@@ -58,11 +58,20 @@ std::vector<std::string> UserFields(Database& database, std::string_view select,
   return {used.begin(), used.end()};
 }
 
+void CountChanged(const std::vector<AdifField>& fields, ExportCounts& counts) {
+  std::int64_t changed = 0;
+  for (const AdifField& field : fields) {
+    changed += ToPlainLetters(field.name).changed + ToPlainLetters(field.value).changed;
+  }
+  counts.changed += changed;
+  counts.changedContacts += changed > 0;
+}
+
 }  // namespace
 
 std::optional<ExportCounts> ExportContacts(Session& session, std::string_view select,
                                            const std::filesystem::path& file,
-                                           const ExportProgress& progress) {
+                                           const ExportProgress& progress, AdifLetters letters) {
   RequireReplaceable(file);
   std::filesystem::path unfinished = file;
   unfinished += ".new";
@@ -83,7 +92,7 @@ std::optional<ExportCounts> ExportContacts(Session& session, std::string_view se
   std::optional<KeptFields> kept;  // a database may have no place for them
   if (HasTable(session, KeptFields::kTable)) kept.emplace(session.Db);
   StationTables tables(session);
-  out << AdifHeader(UserFields(session.Db, select, kept.has_value()));
+  out << AdifHeader(UserFields(session.Db, select, kept.has_value()), letters);
   ExportCounts counts;
   const auto rows = session.Db.OpenDynaset(select);
   for (; !rows->EOF_(); rows->MoveNext()) {
@@ -91,13 +100,14 @@ std::optional<ExportCounts> ExportContacts(Session& session, std::string_view se
     if (done % kProgressStep == 0 && !progress(done)) return std::nullopt;
     std::vector<AdifField> beside;
     if (kept) beside = kept->Of(rows->Field(std::size_t{0}).Integer());
-    const std::vector<AdifField> fields = FileFields(ReadContact(*rows), beside, tables);
+    const std::vector<AdifField> fields = FileFields(ReadContact(*rows), beside, tables, letters);
     if (fields.empty()) {
       ++counts.leftOut;
       continue;
     }
-    out << AdifLine(fields);
+    out << AdifLine(fields, letters);
     ++counts.written;
+    if (letters == AdifLetters::kAscii) CountChanged(fields, counts);
   }
   out.close();
   if (!out) throw fail();

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "adif/adif_writer.h"
 #include "core/session.h"
 
 namespace brenvo {
@@ -15,7 +16,9 @@ inline constexpr std::string_view kAllContacts = "SELECT * FROM Log ORDER By Dat
 
 struct ExportCounts {
   std::int64_t written = 0;
-  std::int64_t leftOut = 0;  // no call or no date that a log file can hold
+  std::int64_t leftOut = 0;          // no call or no date that a log file can hold
+  std::int64_t changed = 0;          // letters that the file has in another way,
+  std::int64_t changedContacts = 0;  // and the contacts that have such
 };
 
 // `done` contacts; false stops.
@@ -26,6 +29,7 @@ using ExportProgress = std::function<bool(std::int64_t done)>;
 // an Italian text when it cannot be written, or when what stands there is no log file.
 std::optional<ExportCounts> ExportContacts(Session& session, std::string_view select,
                                            const std::filesystem::path& file,
-                                           const ExportProgress& progress);
+                                           const ExportProgress& progress,
+                                           AdifLetters letters = AdifLetters::kUtf8);
 
 }  // namespace brenvo

@@ -2,31 +2,35 @@
 
 #include <fmt/format.h>
 
-#include "base/encoding.h"
+#include "base/plain_letters.h"
+#include "base/text.h"
 
 namespace brenvo {
 
-std::string AdifBytes(std::string_view text) { return ToWindows1252(text); }
+std::string AdifBytes(std::string_view text, AdifLetters letters) {
+  if (IsAscii(text)) return std::string(text);
+  return letters == AdifLetters::kAscii ? ToPlainLetters(text).text : ValidUtf8(text);
+}
 
-std::string AdifHeader(const std::vector<std::string>& userFields) {
+std::string AdifHeader(const std::vector<std::string>& userFields, AdifLetters letters) {
   std::string header =
       "Log esportato da Brenvo\r\n"
       "<ADIF_VER:5>3.1.7\r\n"
       "<PROGRAMID:6>Brenvo\r\n";
   int number = 0;
   for (const std::string& name : userFields) {
-    const std::string bytes = AdifBytes(name);
+    const std::string bytes = AdifBytes(name, letters);
     header += fmt::format("<USERDEF{}:{}:M>{}\r\n", ++number, bytes.size(), bytes);
   }
   return header + "<EOH>\r\n";
 }
 
-std::string AdifLine(const std::vector<AdifField>& fields) {
+std::string AdifLine(const std::vector<AdifField>& fields, AdifLetters letters) {
   std::string line;
   for (const AdifField& field : fields) {
-    const std::string bytes = AdifBytes(field.value);
-    fmt::format_to(std::back_inserter(line), "<{}:{}>{} ", AdifBytes(field.name), bytes.size(),
-                   bytes);
+    const std::string bytes = AdifBytes(field.value, letters);
+    fmt::format_to(std::back_inserter(line), "<{}:{}>{} ", AdifBytes(field.name, letters),
+                   bytes.size(), bytes);
   }
   return line + "<EOR>\r\n";
 }

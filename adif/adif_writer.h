@@ -9,12 +9,20 @@
 
 namespace brenvo {
 
-// The bytes of a text in a file: Windows-1252, so that a length counts bytes and characters alike.
-std::string AdifBytes(std::string_view text);
+// The letters of a file; its lengths are bytes.
+enum class AdifLetters {
+  kUtf8,  // all of them
+  kAscii  // for programs that know no others (base/plain_letters.h)
+};
+
+// The bytes of a text in a file.
+std::string AdifBytes(std::string_view text, AdifLetters letters = AdifLetters::kUtf8);
 
 // The lines up to "<EOH>". `userFields` are the names that the standard does not know.
-std::string AdifHeader(const std::vector<std::string>& userFields);
+std::string AdifHeader(const std::vector<std::string>& userFields,
+                       AdifLetters letters = AdifLetters::kUtf8);
 // One line, closed by "<EOR>".
-std::string AdifLine(const std::vector<AdifField>& fields);
+std::string AdifLine(const std::vector<AdifField>& fields,
+                     AdifLetters letters = AdifLetters::kUtf8);
 
 }  // namespace brenvo

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "adif/adif_writer.h"
 #include "adif/dxcc_entities.h"
 #include "adif/escaped_text.h"
 #include "adif/plain_name.h"
@@ -46,10 +45,10 @@ void AddMode(FieldList& fields, std::string_view modo) {
 }
 
 // The record as it would be read from the file.
-AdifRecord AsRead(const std::vector<AdifField>& fields) {
+AdifRecord AsRead(const std::vector<AdifField>& fields, AdifLetters letters) {
   AdifRecord record;
   for (const AdifField& field : fields) {
-    record.fields.push_back({field.name, TextOfBytes(AdifBytes(field.value))});
+    record.fields.push_back({field.name, AdifBytes(field.value, letters)});
   }
   return record;
 }
@@ -71,10 +70,11 @@ std::vector<AdifField> With(std::vector<AdifField> fields, const std::vector<Adi
 // each import, so the field of the card is not what the column came from.
 class Reader {
  public:
-  Reader(const LogContact& contact, StationTables& tables) : contact_(contact), tables_(tables) {}
+  Reader(const LogContact& contact, StationTables& tables, AdifLetters letters)
+      : contact_(contact), tables_(tables), letters_(letters) {}
 
   const LogContact& Read(const std::vector<AdifField>& fields) {
-    MapColumns(AsRead(fields), {}, tables_, mapped_);
+    MapColumns(AsRead(fields, letters_), {}, tables_, mapped_);
     return mapped_.contact;
   }
   bool GivesTheSame(const std::vector<AdifField>& fields) {
@@ -90,6 +90,7 @@ class Reader {
  private:
   const LogContact& contact_;
   StationTables& tables_;
+  AdifLetters letters_;
   MappedRecord mapped_;
 };
 
@@ -166,11 +167,15 @@ std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTabl
 }
 
 std::vector<AdifField> FileFields(const LogContact& contact, const std::vector<AdifField>& kept,
-                                  StationTables& tables) {
-  Reader reader(contact, tables);
+                                  StationTables& tables, AdifLetters letters) {
+  Reader reader(contact, tables, letters);
   std::vector<AdifField> fields = ColumnFields(contact, tables);
   constexpr std::int64_t kDay = 24 * 60 * 60;
-  if (contact.DataQso.Seconds() < kDay || reader.Refuses(fields)) return {};
+  // A call is right or wrong as it stands, whatever becomes of its letters.
+  if (contact.DataQso.Seconds() < kDay ||
+      Reader(contact, tables, AdifLetters::kUtf8).Refuses(fields)) {
+    return {};
+  }
 
   std::vector<AdifField> words, others;
   for (const AdifField& field : kept) {
@@ -193,7 +198,7 @@ std::vector<AdifField> FileFields(const LogContact& contact, const std::vector<A
             [](const AdifField& a, const AdifField& b) { return a.name < b.name; });
   for (const AdifField& field : others) {
     const bool valid = !IsColumnField(field.name);
-    const bool whole = TextOfBytes(AdifBytes(field.value)) == field.value;
+    const bool whole = AdifBytes(field.value, letters) == field.value;
     if (!valid || !whole) {
       fields.push_back({std::string(kKeptPrefix) + field.name, EscapeText(field.value)});
     }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "adif/adif_reader.h"
+#include "adif/adif_writer.h"
 #include "adif/log_contact.h"
 #include "adif/station_tables.h"
 
@@ -17,6 +18,6 @@ std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTabl
 // reader of the rest would not find the very same columns again. Empty when the contact has no
 // call or date that a log file can hold.
 std::vector<AdifField> FileFields(const LogContact& contact, const std::vector<AdifField>& kept,
-                                  StationTables& tables);
+                                  StationTables& tables, AdifLetters letters);
 
 }  // namespace brenvo

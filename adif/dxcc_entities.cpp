@@ -414,7 +414,46 @@ constexpr DxccEntity kEntities[] = {
     {522, "Z6", "Republic of Kosovo"},
 };
 
+// Those that the delivered prefix table has no row of: old calls, and islands that share their
+// prefix with another country. 0 where a country lies in several zones.
+constexpr DxccZones kZones[] = {
+    {"J2/A", 21, 39, "AS"},  {"VQ9/A", 39, 53, "AF"}, {"FT/Z", 39, 68, "AF"},
+    {"VP2E", 8, 11, "NA"},   {"HK0/B", 8, 11, "NA"},  {"1B", 39, 41, "AF"},
+    {"ZC5", 28, 54, "OC"},   {"VQ6", 37, 48, "AF"},   {"KZ5", 7, 11, "NA"},
+    {"PK6", 28, 54, "OC"},   {"VK9X", 29, 54, "OC"},  {"FO/C", 7, 10, "NA"},
+    {"FH/D", 39, 53, "AF"},  {"CR8/D", 22, 41, "AS"}, {"VQ9/D", 39, 53, "AF"},
+    {"VQ9/F", 39, 53, "AF"}, {"FQ8", 36, 0, "AF"},    {"FI8", 26, 49, "AS"},
+    {"FF", 35, 46, "AF"},    {"VP2V", 8, 11, "NA"},   {"FN8", 22, 41, "AS"},
+    {"9K3", 21, 39, "AS"},   {"DL/D", 14, 28, "EU"},  {"PJ/B", 9, 11, "SA"},
+    {"1G", 39, 53, "AF"},    {"FT/G", 39, 53, "AF"},  {"CR8", 22, 41, "AS"},
+    {"ZD4", 35, 46, "AF"},   {"EA9/I", 33, 37, "AF"}, {"I5", 37, 48, "AF"},
+    {"PK1", 28, 54, "OC"},   {"FT/J", 39, 53, "AF"},  {"CE0Z", 12, 14, "SA"},
+    {"VS9K", 21, 39, "AS"},  {"UN1", 16, 19, "EU"},   {"KH5K", 31, 61, "OC"},
+    {"KH7K", 31, 61, "OC"},  {"VS9H", 21, 39, "AS"},  {"VK9L", 30, 60, "OC"},
+    {"R1MV", 16, 29, "EU"},  {"4W/D", 21, 39, "AS"},  {"9M2/D", 28, 54, "AS"},
+    {"C9/M", 24, 33, "AS"},  {"1M", 32, 62, "OC"},    {"SV/A", 20, 28, "EU"},
+    {"PK5", 28, 54, "OC"},   {"JZ0", 28, 51, "OC"},   {"VO/D", 0, 9, "NA"},
+    {"E5/N", 32, 62, "OC"},  {"KR6", 25, 45, "AS"},   {"7J1", 27, 45, "AS"},
+    {"ZC6", 20, 39, "AS"},   {"VK9/P", 28, 51, "OC"}, {"3Y/P", 12, 72, "SA"},
+    {"CR10", 28, 54, "OC"},  {"9U5", 36, 52, "AF"},   {"9S4", 14, 28, "EU"},
+    {"CE0X", 12, 14, "SA"},  {"OK/D", 15, 28, "EU"},  {"VS4", 28, 54, "OC"},
+    {"8Z4", 21, 39, "AS"},   {"KS4", 7, 11, "NA"},    {"DM/D", 14, 28, "EU"},
+    {"AC3", 22, 41, "AS"},   {"VP8/O", 13, 73, "SA"}, {"VP8/S", 13, 73, "SA"},
+    {"VS9A", 21, 39, "AS"},  {"ST0", 34, 0, "AF"},    {"PY0S", 11, 13, "SA"},
+    {"PJ/S", 8, 11, "NA"},   {"PK4", 28, 54, "OC"},   {"KS4/S", 7, 11, "NA"},
+    {"CN2", 33, 37, "AF"},   {"VK9/G", 28, 51, "OC"}, {"AC4", 23, 41, "AS"},
+    {"I1/T", 15, 28, "EU"},  {"VQ1", 37, 53, "AF"},   {"3D2/R", 32, 56, "OC"},
+    {"ZS9", 38, 57, "AF"},   {"ZS0", 38, 57, "AF"},   {"BV9P", 24, 44, "AS"},
+    {"VP6/D", 32, 63, "OC"}, {"KH8/S", 32, 62, "OC"},
+};
+
 }  // namespace
+
+const DxccZones* FindDxccZones(std::string_view country) {
+  const auto* at = std::find_if(std::begin(kZones), std::end(kZones),
+                                [&](const DxccZones& zones) { return zones.country == country; });
+  return at == std::end(kZones) ? nullptr : at;
+}
 
 const DxccEntity* FindDxccEntity(int number) {
   const auto* at =

@@ -11,6 +11,15 @@ struct DxccEntity {
   std::string_view name;     // English
 };
 
+struct DxccZones {
+  std::string_view country;  // code of table Country
+  int cq, itu;               // 0 when there are several
+  std::string_view continent;
+};
+
+// Of the countries that no prefix tells of; null for others.
+const DxccZones* FindDxccZones(std::string_view country);
+
 // Deleted countries included; null when there is none.
 const DxccEntity* FindDxccEntity(int number);
 const DxccEntity* FindDxccEntityOf(std::string_view country);

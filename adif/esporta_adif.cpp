@@ -11,26 +11,28 @@ namespace {
 
 constexpr std::string_view kTitle = "Esporta ADIF";
 constexpr std::string_view kFiles = "*.adi";
+constexpr std::string_view kSection = "EsportaAdif";
 constexpr std::string_view kSuggested = "Brenvo.adi";
 
 }  // namespace
 
 EsportaAdif::EsportaAdif(Session& session)
-    : Window(session.Host(), "EsportaAdif", "Esporta ADIF", Twips(6000), Twips(2700)),
+    : Window(session.Host(), "EsportaAdif", "Esporta ADIF", Twips(6000), Twips(3900)),
       session_(session) {
   DefaultCommand = &cmEsporta;
   CancelCommand = &cmExit;
 }
 
 void EsportaAdif::Load() {
-  RestoreWindow(session_, *this, "EsportaAdif");
+  RestoreWindow(session_, *this, kSection);
+  Lettere.SetIndex(session_.GetSetting(kSection, "Lettere", "UTF-8") == "ASCII" ? 1 : 0);
   Contatti.SetEnabled(session_.CurrentLogForm != nullptr);
   StatusBar1.SetPanel(1, session_.CurrentLogForm != nullptr
                              ? ""
                              : "La finestra Log e' chiusa: si esporta tutto il log");
 }
 
-void EsportaAdif::Unload() { SaveWindow(session_, *this, "EsportaAdif"); }
+void EsportaAdif::Unload() { SaveWindow(session_, *this, kSection); }
 
 std::string EsportaAdif::Selection() const {
   const LogWindow* log = session_.CurrentLogForm;
@@ -43,12 +45,15 @@ void EsportaAdif::Export() {
   if (!file) return;
   std::optional<ExportCounts> counts;
   const std::string select = Selection();
+  const bool ascii = Lettere.Index() == 1;
+  session_.SaveSetting(kSection, "Lettere", ascii ? "ASCII" : "UTF-8");
   try {
     const BusyPointer busy(Host());
     const auto progress =
         session_.Machine.ShowProgress("Esportazione", session_.TbLog->RecordCount());
-    counts = ExportContacts(session_, select, *file,
-                            [&](std::int64_t done) { return progress->Advance(done); });
+    counts = ExportContacts(
+        session_, select, *file, [&](std::int64_t done) { return progress->Advance(done); },
+        ascii ? AdifLetters::kAscii : AdifLetters::kUtf8);
   } catch (const DatabaseError& failure) {
     session_.EndWith(failure, kTitle);
   } catch (const std::runtime_error& failure) {
@@ -65,6 +70,10 @@ void EsportaAdif::Export() {
   if (counts->leftOut > 0) {
     text += fmt::format("\nContatti senza nominativo o data validi, non esportati: {}",
                         counts->leftOut);
+  }
+  if (ascii) {
+    text += fmt::format("\nLettere cambiate per l'ASCII: {}, in {} contatti", counts->changed,
+                        counts->changedContacts);
   }
   session_.Messages().Show(MessageIcon::kInformation, kTitle, text);
   Close();

@@ -23,6 +23,11 @@ class EsportaAdif : public Window {
                        "Contatti",
                        {"Tutto il log", "La selezione della finestra Log"},
                        {.caption = "Contatti da esportare"}};
+  OptionGroup Lettere{*this,
+                      "Lettere",
+                      {"UTF-8: tutte le lettere", "ASCII: à diventa a, ł diventa l"},
+                      {.caption = "Lettere del file",
+                       .hint = "ASCII è per i programmi che non leggono altre lettere"}};
   Command cmEsporta{*this,
                     "cmEsporta",
                     "E&sporta",

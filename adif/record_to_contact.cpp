@@ -9,11 +9,12 @@
 #include <unordered_map>
 
 #include "adif/adif_values.h"
-#include "adif/adif_writer.h"
 #include "adif/contact_to_fields.h"
 #include "adif/dxcc_entities.h"
 #include "adif/escaped_text.h"
 #include "adif/plain_name.h"
+#include "base/encoding.h"
+#include "base/plain_letters.h"
 #include "base/text.h"
 
 namespace brenvo {
@@ -224,11 +225,6 @@ void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact
     const std::string told = UpperAscii(fields[kPfx]);
     if (IsCall(told) && told.size() <= kLongestPrefix) contact.Prefisso = told;
   }
-  contact.ZonaCQ = WholeIn(fields[kCqz], 1, 40).value_or(static_cast<int>(prefix.ZonaCQ));
-  contact.ZonaITU = WholeIn(fields[kItuz], 1, 90).value_or(static_cast<int>(prefix.ZonaITU));
-  contact.Continente =
-      IsAdifContinent(fields[kCont]) ? UpperAscii(fields[kCont]) : prefix.Continente;
-
   contact.Country = prefix.Country;
   const auto number = WholeIn(fields[kDxcc], 0, 999);
   if (number && *number == 0) {
@@ -241,6 +237,14 @@ void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact
     if (named != nullptr) contact.Country = named->country;
     if (named == nullptr && !listed.empty()) contact.Country = listed;
   }
+  // A prefix of another country tells nothing of this one's zones.
+  const bool own = SameText(Trim(contact.Country), Trim(prefix.Country));
+  const PrefixFacts& facts = own ? prefix : tables.OfCountry(contact.Country);
+  const auto cq = WholeIn(fields[kCqz], 1, 40), itu = WholeIn(fields[kItuz], 1, 90);
+  contact.ZonaCQ = cq ? *cq : facts.ZonaCQ;
+  contact.ZonaITU = itu ? *itu : facts.ZonaITU;
+  contact.Continente =
+      IsAdifContinent(fields[kCont]) ? UpperAscii(fields[kCont]) : facts.Continente;
   const std::string province = UpperAscii(fields[kState]);
   if (!province.empty() && tables.IsProvince(contact.Country, province))
     contact.Provincia = province;
@@ -351,6 +355,16 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   }
 }
 
+namespace {
+
+// Whether a file of ASCII, or of Windows-1252, would have the text like this.
+bool IsWithFewerLetters(std::string_view fewer, std::string_view text) {
+  if (IsAscii(text)) return false;
+  return ToPlainLetters(text).text == fewer || FromWindows1252(ToWindows1252(text)) == fewer;
+}
+
+}  // namespace
+
 void MapRest(const AdifRecord& record, const StationTables& tables, MappedRecord& mapped) {
   mapped.kept.clear();
   const std::vector<AdifField> told = ColumnFields(mapped.contact, tables);
@@ -365,10 +379,9 @@ void MapRest(const AdifRecord& record, const StationTables& tables, MappedRecord
     if (field.value.empty() || field.name.starts_with(kOwnPrefix)) continue;
     const KnownField* known = FindKnown(field.name);
     if (known != nullptr && known->column) {
-      // Also as a file in which some of its letters had no place would have it.
       const bool given = std::any_of(told.begin(), told.end(), [&](const AdifField& each) {
         return each.name == field.name && (SaySame(field.name, each.value, field.value) ||
-                                           TextOfBytes(AdifBytes(each.value)) == field.value);
+                                           IsWithFewerLetters(field.value, each.value));
       });
       if (given || IsToldAsSubmode(field, told)) continue;
     }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "adif/dxcc_entities.h"
 #include "adif/plain_name.h"
 #include "base/text.h"
 #include "core/locator.h"
@@ -147,6 +148,31 @@ const PrefixFacts& StationTables::Prefix(std::string_view call) {
              prefissi.Field("Zona CQ").Number(), prefissi.Field("Zona ITU").Number()};
   }
   return prefixes_.emplace(std::move(candidate), std::move(facts)).first->second;
+}
+
+const PrefixFacts& StationTables::OfCountry(std::string_view country) {
+  if (ofCountries_.empty()) {
+    const auto rows =
+        session_.Db.OpenSnapshot("Select Country,[Zona CQ],[Zona ITU],Continente from Prefissi");
+    for (; !rows->EOF_(); rows->MoveNext()) {
+      const double cq = rows->Field(1).Number(), itu = rows->Field(2).Number();
+      const std::string continent = Trim(rows->Field(3).Text());
+      const auto [at, isNew] = ofCountries_.try_emplace(Trim(rows->Field(0).Text()),
+                                                        PrefixFacts{"", "", continent, cq, itu});
+      if (isNew) continue;
+      PrefixFacts& facts = at->second;
+      if (facts.ZonaCQ != cq) facts.ZonaCQ = 0;
+      if (facts.ZonaITU != itu) facts.ZonaITU = 0;
+      if (facts.Continente != continent) facts.Continente.clear();
+    }
+  }
+  const auto [at, isNew] = ofCountries_.try_emplace(Trim(country));
+  const DxccZones* zones = isNew ? FindDxccZones(at->first) : nullptr;
+  if (zones != nullptr) {
+    at->second = {"", "", std::string(zones->continent), static_cast<double>(zones->cq),
+                  static_cast<double>(zones->itu)};
+  }
+  return at->second;
 }
 
 std::string StationTables::CountryNamed(std::string_view name) const {

@@ -34,6 +34,9 @@ class StationTables {
   std::string PropagazioneOf(std::string_view adif) const;  // empty when it means nothing here
 
   const PrefixFacts& Prefix(std::string_view call);
+  // Zones and continent of a country whatever the prefix: what all its prefixes agree on, 0 and
+  // empty elsewhere.
+  const PrefixFacts& OfCountry(std::string_view country);
   bool IsCountry(std::string_view code) const { return countries_.contains(std::string(code)); }
   // The code under which table Country lists a name; empty for none.
   std::string CountryNamed(std::string_view name) const;
@@ -57,7 +60,8 @@ class StationTables {
   std::unordered_set<std::string> countries_, provinces_;
   std::unordered_map<std::string, std::string> countryNames_;
   std::unordered_map<std::string, PrefixFacts> prefixes_;
-  std::unordered_map<std::string, std::string> foundModes_;  // by mode and submode
+  std::unordered_map<std::string, PrefixFacts> ofCountries_;  // empty until it is asked for
+  std::unordered_map<std::string, std::string> foundModes_;   // by mode and submode
 };
 
 // Two letters, two digits, and again up to eight characters; case counts.

@@ -18,7 +18,8 @@ Piece ImportaAdifView() {
 }
 
 Piece EsportaAdifView() {
-  return Column({Frame("Contatti da esportare", Item("Contatti")), Space(),
+  return Column({Frame("Contatti da esportare", Item("Contatti")),
+                 Frame("Lettere del file", Item("Lettere")), Space(),
                  Line({Space(), Item("cmEsporta"), Item("cmHelp"), Item("cmExit")})});
 }
 

@@ -1,5 +1,6 @@
 #include "adif/adif_export.h"
 
+#include "base/text.h"
 #include "tests/adif/adif_station.h"
 #include "tests/support/adif_samples.h"
 #include "tools/mklog/log_maker.h"
@@ -13,15 +14,21 @@ using testing::Not;
 class AdifExportTest : public AdifStation {
  protected:
   // Export, import into an empty log, export again.
-  void ExpectRoundTrip() {
-    const std::string first = Export();
+  void ExpectRoundTrip(AdifLetters letters = AdifLetters::kUtf8) {
+    const std::string first = ExportIn(letters);
     const auto file = Write("again.adi", first);
     EmptyTheLog();
     const ImportCounts counts = Import(file);
     EXPECT_EQ(counts.refused + counts.repeated, 0) << Report;
-    const std::string second = Export();
+    const std::string second = ExportIn(letters);
     EXPECT_TRUE(first == second) << first.substr(0, 3000) << "\n-- again --\n"
                                  << second.substr(0, 3000);
+  }
+  std::string ExportIn(AdifLetters letters) {
+    const auto file = directory.Path() / "out.adi";
+    ExportContacts(
+        session, kAllContacts, file, [](std::int64_t) { return true; }, letters);
+    return ReadBytes(file);
   }
   void Insert(std::string_view columns, std::string_view values) {
     session.Db.Execute("insert into Log (" + std::string(columns) + ") values (" +
@@ -109,14 +116,77 @@ TEST_F(AdifExportTest, WhatTheStandardHasNoWordsForComesBackAllTheSame) {
   EXPECT_EQ(Rows("Select Campo,Valore from LogAdif order by Campo"), kept);
 }
 
+TEST_F(AdifExportTest, EveryLetterGoesOutWithItsLengthInBytes) {
+  Insert("DataQso,Call,Banda,Modo,Qra,Qth,Note",
+         "'01/01/2001 10:00:00','IK3ABC','  2 m','SSB','Łukasz','Київ','5 € … 東京'");
+  session.Db.Execute("insert into LogAdif (QsoNr,Campo,Valore) values (1,'MY_CITY','Forlì')");
+  const std::string file = Export();
+  for (const char* field :
+       {"<NAME:7>Łukasz ", "<QTH:8>Київ ", "<COMMENT:16>5 € … 東京 ", "<MY_CITY:6>Forlì "}) {
+    EXPECT_THAT(file, HasSubstr(field));
+  }
+  EXPECT_THAT(file, Not(HasSubstr("APP_BRENVO_QRA")));
+  ExpectRoundTrip();
+  EXPECT_EQ(Rows("Select Qra,Qth,Note from Log"), Texts{"Łukasz|Київ|5 € … 東京"});
+}
+
+TEST_F(AdifExportTest, InAsciiLettersLoseTheirMarksForOthersButNotForUs) {
+  Insert("DataQso,Call,Banda,Modo,Qra,Qth",
+         "'01/01/2001 10:00:00','IK3ABC','  2 m','SSB','Łukasz','Città di Łódź'");
+  Insert("DataQso,Call,Banda,Modo,Qra", "'01/01/2001 10:01:00','IK3ABD','  2 m','SSB','Mario'");
+  session.Db.Execute("insert into LogAdif (QsoNr,Campo,Valore) values (1,'MY_CITY','Forlì')");
+  const auto counts = ExportContacts(
+      session, kAllContacts, directory.Path() / "out.adi", [](std::int64_t) { return true; },
+      AdifLetters::kAscii);
+  EXPECT_EQ(counts->changed, 6);
+  EXPECT_EQ(counts->changedContacts, 1);
+  const std::string file = ReadBytes(directory.Path() / "out.adi");
+  for (const char* field : {"<NAME:6>Lukasz ", "<QTH:13>Citta di Lodz ", "<MY_CITY:5>Forli "}) {
+    EXPECT_THAT(file, HasSubstr(field));
+  }
+  EXPECT_TRUE(IsAscii(file));
+  ExpectRoundTrip(AdifLetters::kAscii);
+  EXPECT_EQ(Rows("Select Qra,Qth from Log order by DataQso"),
+            (Texts{"Łukasz|Città di Łódź", "Mario|"}));
+  EXPECT_EQ(Rows("Select Campo,Valore from LogAdif"), Texts{"MY_CITY|Forlì"});
+}
+
+TEST_F(AdifExportTest, EverySampleComesBackFromAsciiToo) {
+  for (const auto& entry : std::filesystem::directory_iterator(Sample(""))) {
+    EmptyTheLog();
+    Import(entry.path());
+    SCOPED_TRACE(entry.path());
+    const Texts before = Rows("Select * from Log order by DataQso,Call");
+    ExpectRoundTrip(AdifLetters::kAscii);
+    const auto withoutNumber = [](Texts rows) {
+      for (std::string& row : rows) row.erase(0, row.find('|'));
+      return rows;
+    };
+    EXPECT_EQ(withoutNumber(Rows("Select * from Log order by DataQso,Call")),
+              withoutNumber(before));
+  }
+}
+
+// As the file was written by a program that had no place for all letters.
+TEST_F(AdifExportTest, AFileOfWindows1252WithItsLettersBesideIsReadWhole) {
+  Import(Write("a.adi",
+               "<CALL:6>IK3ABC <QSO_DATE:8>20010203 <NAME:6>?ukasz <QTH:5>Forl\xEC "
+               "<APP_BRENVO_QRA:11>\\u0141ukasz <EOR>"));
+  EXPECT_EQ(Rows("Select Qra,Qth from Log"), Texts{"Łukasz|Forlì"});
+  EXPECT_EQ(Rows("Select Campo,Valore from LogAdif"), Texts{});
+  EXPECT_THAT(Export(), HasSubstr("<NAME:7>Łukasz <QTH:6>Forlì "));
+}
+
 TEST_F(AdifExportTest, AContactWithoutCallOrDateIsLeftOutAndCounted) {
   Insert("DataQso,Call", "'01/01/2001 10:04:00',''");
   Insert("Call", "'IK3ABC'");
   Insert("DataQso,Call", "'01/01/2001 10:04:00','IK3ABD'");
+  Insert("DataQso,Call", "'01/01/2001 10:05:00','IK3ŁA'");
   const auto counts = ExportContacts(session, kAllContacts, directory.Path() / "out.adi",
                                      [](std::int64_t) { return true; });
   EXPECT_EQ(counts->written, 1);
-  EXPECT_EQ(counts->leftOut, 2);
+  EXPECT_EQ(counts->leftOut, 3);
+  EXPECT_THAT(ExportIn(AdifLetters::kAscii), Not(HasSubstr("IK3LA"))) << "that is another call";
 }
 
 TEST_F(AdifExportTest, WhatTheOperatorChangedSinceIsTold) {

@@ -273,6 +273,31 @@ TEST_F(AdifImportTest, WhereTheFileIsSilentThePrefixTableSpeaks) {
   EXPECT_THAT(Rows("Select Country from Log"), ElementsAre(""));
 }
 
+TEST_F(AdifImportTest, ZonesAndContinentAreThoseOfTheCountryThatTheFileTells) {
+  const struct {
+    std::string_view call, dxcc;
+    const char* row;
+  } kCases[] = {{"3Y0X", "199", "3Y/P|12|72|SA"}, {"K1B", "20", "KH1|31|61|OC"},
+                {"KG4NEX", "105", "KG4|8|11|NA"}, {"K1B", "291", "K|5|8|NA"},
+                {"3Y0X", "24", "3Y/B|38|67|AF"},  {"VE3AA/9", "291", "K|0|0|NA"},
+                {"IK3ABC", "0", "|0|0|"},         {"IK3ABC", "999", "I|15|28|EU"},
+                {"IK3ABC", "295", "HV|15|28|EU"}, {"VK9AA", "186", "VO/D|0|9|NA"}};
+  for (const auto& [call, dxcc, row] : kCases) {
+    EmptyTheLog();
+    Import(Write("a.adi", Record({{"CALL", call}, {"QSO_DATE", "20010203"}, {"DXCC", dxcc}})));
+    EXPECT_THAT(Rows("Select Country,[Zona CQ],[Zona ITU],Continente from Log"), ElementsAre(row))
+        << call;
+  }
+  EmptyTheLog();
+  Import(Write("a.adi", Record({{"CALL", "3Y0X"},
+                                {"QSO_DATE", "20010203"},
+                                {"DXCC", "199"},
+                                {"CQZ", "13"},
+                                {"CONT", "AN"}})));
+  EXPECT_THAT(Rows("Select [Zona CQ],[Zona ITU],Continente from Log"), ElementsAre("13|72|AN"))
+      << "what is told of them holds";
+}
+
 TEST_F(AdifImportTest, LocatorsOfFourSixAndEightCharactersAreStoredAsTheyAre) {
   const struct {
     const char *grid, *row;

@@ -34,6 +34,21 @@ TEST(AdifNamesTest, EveryCountryOfTheTableHasItsNumber) {
   EXPECT_EQ(FindDxccEntityNamed("fed rep of GERMANY")->country, "DL");
 }
 
+TEST(AdifNamesTest, ZonesOfACountryStandInThePrefixTableOrHere) {
+  std::set<std::string> listed;
+  for (const CsvTable::Row& row : Facts("Prefissi.csv").Rows) listed.insert(row.Cells[1]);
+  for (const CsvTable::Row& row : Facts("Country.csv").Rows) {
+    const DxccZones* zones = FindDxccZones(row.Cells[0]);
+    EXPECT_NE(zones != nullptr, listed.contains(row.Cells[0])) << row.Cells[0];
+    if (zones == nullptr) continue;
+    EXPECT_TRUE(IsAdifContinent(zones->continent)) << row.Cells[0];
+    EXPECT_TRUE(zones->cq >= 0 && zones->cq <= 40) << row.Cells[0];
+    EXPECT_TRUE(zones->itu > 0 ? zones->itu <= 90 : zones->itu == 0) << row.Cells[0];
+  }
+  EXPECT_EQ(FindDxccZones("3Y/P")->cq, 12);
+  EXPECT_EQ(FindDxccZones("3Y/P")->itu, 72);
+}
+
 TEST(AdifNamesTest, EveryBandOfTheStationIsOneOfTheStandard) {
   for (const CsvTable::Row& row : Facts("UserRTX.csv").Rows) {
     std::string name = row.Cells[0];

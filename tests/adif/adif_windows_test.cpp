@@ -114,6 +114,27 @@ TEST_F(AdifWindowsTest, ADamagedFileIsImportedOnlyWhenTheOperatorSaysSo) {
                        "danneggiati: 1. Importare lo stesso gli altri record (5) ?\" yes"));
 }
 
+TEST_F(AdifWindowsTest, TheChoiceOfLettersIsRememberedAndTheChangesAreCounted) {
+  session.Db.Execute(
+      "insert into Log (DataQso,Call,Qra) values ('01/01/2001 10:00:00','IK3ABC','Łukasz')");
+  const auto export_ = [&](int letters) {
+    EsportaAdif& window = Open<EsportaAdif>("EsportaAdif");
+    const int before = window.Lettere.Index();
+    Event([&] { window.Lettere.Press(letters); });
+    machine.Picks().Queue(directory.Path() / "out.adi");
+    Press(window, "cmEsporta");
+    return before;
+  };
+  EXPECT_EQ(export_(0), 0);
+  EXPECT_THAT(Lines(), Contains(testing::EndsWith("Contatti esportati nel file out.adi: 1\"")));
+  EXPECT_THAT(ReadBytes(directory.Path() / "out.adi"), HasSubstr("<NAME:7>Łukasz "));
+  EXPECT_EQ(export_(1), 0);
+  EXPECT_THAT(Lines(), Contains(HasSubstr("out.adi: 1\\nLettere cambiate per l'ASCII: 1, in 1 "
+                                          "contatti")));
+  EXPECT_THAT(ReadBytes(directory.Path() / "out.adi"), HasSubstr("<NAME:6>Lukasz "));
+  EXPECT_EQ(export_(0), 1);
+}
+
 TEST_F(AdifWindowsTest, AStoppedImportSaysSoAndLeavesTheWindow) {
   std::string text;
   for (int i = 0; i < 600; ++i) text += GeneratedRecord(i);
