@@ -190,8 +190,9 @@ void Connection::Fail(int code) {
     functionFailure_.reset();
     throw failure;
   }
+  const bool last = code == sqlite3_extended_errcode(file_.get());
   const DatabaseError failure =
-      FailureOf(code, sqlite3_errmsg(file_.get()), sqlite3_system_errno(file_.get()));
+      last ? LastFailureOf(file_.get()) : FailureOf(code, sqlite3_errmsg(file_.get()));
   if (failure.Number == DatabaseError::kNotADatabase) RefuseWrites();
   throw failure;
 }

@@ -3,6 +3,7 @@
 #include <mutex>
 
 #include <cerrno>
+#include <cstdio>
 #include <string_view>
 #include <system_error>
 
@@ -17,6 +18,24 @@ constexpr int kQuotaUsedUp = EDQUOT;
 #else
 constexpr int kQuotaUsedUp = -1;
 #endif
+
+// What the system says to a new file there; 0 when it takes one.
+int RefusalOfNewFile(const std::filesystem::path& directory) {
+  const std::filesystem::path probe = directory / ".brenvo-prova";
+  std::FILE* const file = std::fopen(Utf8Name(probe).c_str(), "wbx");
+  if (file == nullptr) return errno == EEXIST ? 0 : errno;
+  std::fclose(file);
+  std::error_code ignored;
+  std::filesystem::remove(probe, ignored);
+  return 0;
+}
+
+DatabaseError OpenFailure(int code, const SqliteFile& file, const std::filesystem::path& path) {
+  const int systemError = (code & 0xFF) == SQLITE_CANTOPEN ? RefusalOfNewFile(path.parent_path())
+                          : file                           ? sqlite3_system_errno(file.get())
+                                                           : 0;
+  return FailureOf(code, file ? sqlite3_errmsg(file.get()) : nullptr, systemError);
+}
 
 }  // namespace
 
@@ -33,8 +52,7 @@ SqliteFile OpenSqliteFile(const std::filesystem::path& path, int more) {
       Utf8Name(path).c_str(), &opened,
       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE | more, nullptr);
   SqliteFile file(opened);
-  if (code != SQLITE_OK && file) throw LastFailureOf(file.get());
-  if (code != SQLITE_OK) throw FailureOf(code, nullptr);
+  if (code != SQLITE_OK) throw OpenFailure(code, file, path);
   sqlite3_busy_timeout(opened, kBusyMilliseconds);
   return file;
 }
@@ -53,8 +71,7 @@ SqliteFile OpenToRead(const std::filesystem::path& path) {
       SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE,
       nullptr);
   SqliteFile file(opened);
-  if (code != SQLITE_OK && file) throw LastFailureOf(file.get());
-  if (code != SQLITE_OK) throw FailureOf(code, nullptr);
+  if (code != SQLITE_OK) throw OpenFailure(code, file, path);
   return file;
 }
 
@@ -143,8 +160,14 @@ DatabaseError FailureOf(int extendedCode, const char* message, int systemError) 
 }
 
 DatabaseError LastFailureOf(sqlite3* file) {
-  return FailureOf(sqlite3_extended_errcode(file), sqlite3_errmsg(file),
-                   sqlite3_system_errno(file));
+  const int code = sqlite3_extended_errcode(file);
+  int systemError = sqlite3_system_errno(file);
+  // The last of several tries is not the one that tells why.
+  const char* const name = sqlite3_db_filename(file, "main");
+  if ((code & 0xFF) == SQLITE_CANTOPEN && name != nullptr && *name != '\0') {
+    systemError = RefusalOfNewFile(std::filesystem::path(name).parent_path());
+  }
+  return FailureOf(code, sqlite3_errmsg(file), systemError);
 }
 
 }  // namespace brenvo

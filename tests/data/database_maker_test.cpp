@@ -173,5 +173,14 @@ TEST_F(MakingADatabase, ADatabaseInUseGetsTheTablesThatItLacks) {
   EXPECT_THROW((void)CompleteDatabase(schema, folder_ / "other.mdb"), std::runtime_error);
 }
 
+TEST_F(MakingADatabase, ATableIsNotAddedThroughAJournalOfAnotherFile) {
+  Make();
+  const fs::path schema = fs::path(SOURCE_DIR) / "data" / "schema.sql";
+  const fs::path journal = Out().string() + "-wal";
+  std::ofstream(journal, std::ios::binary) << std::string(5000, 'x');
+  EXPECT_THROW((void)CompleteDatabase(schema, Out()), std::runtime_error);
+  EXPECT_EQ(fs::file_size(journal), 5000u);
+}
+
 }  // namespace
 }  // namespace brenvo

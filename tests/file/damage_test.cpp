@@ -16,10 +16,6 @@ namespace fs = std::filesystem;
 
 constexpr int kContacts = 300;
 
-std::int64_t Count(Database& database) {
-  return database.OpenSnapshot("select count(*) from Log")->Field(0).Integer();
-}
-
 // A log of some hundred contacts, as bytes.
 const std::string& SoundFile() {
   static const std::string bytes = [] {

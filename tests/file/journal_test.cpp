@@ -39,13 +39,21 @@ class JournalTest : public testing::Test {
   static void DieAfter(const fs::path& file, const std::function<void(Database&)>& work) {
     const pid_t child = fork();
     if (child == 0) {
-      Database database = OpenDatabaseFile(file);
-      work(database);
-      kill(getpid(), SIGKILL);
+      try {
+        Database database = OpenDatabaseFile(file);
+        work(database);
+        kill(getpid(), SIGKILL);
+      } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+      }
+      _exit(1);
     }
+    ExpectKilled(child);
+  }
+  static void ExpectKilled(pid_t child) {
     int status = 0;
     waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "it ended by itself";
   }
   // The day's copy.
   void CopyTo(const fs::path& to) const {
@@ -166,24 +174,24 @@ TEST_F(JournalTest, BesideEitherOfTwoCopiesIsTheOthersAlone) {
 TEST_F(JournalTest, ThatHasLongBeenWrittenBackInPartIsTheFilesOwn) {
   // More than is written back at a time, again and again.
   DieAfter([](Database& database) {
-    for (int i = 0; i < 12; ++i) {
-      Store(database, i * 2000, (i + 1) * 2000);
-      database.Execute("update Log set Qra='" + std::string(400, 'A') + "' where QsoNr>" +
-                       std::to_string(i * 2000));
+    for (int i = 0; i < 6; ++i) {
+      Store(database, i * 1000, (i + 1) * 1000);
+      database.Execute("update Log set Qra='" + std::string(3000, 'A') + "' where QsoNr>" +
+                       std::to_string(i * 1000));
     }
   });
   EXPECT_EQ(JudgeJournal(File()), Journal::kOwn);
-  EXPECT_EQ(Count(File()), 24000);
+  EXPECT_EQ(Count(File()), 6000);
 }
 
 TEST_F(JournalTest, IsKnownWhileRowsHoldItFromBeginningAnew) {
   DieAfter([](Database& database) {
     Store(database, 0, 3000);
     const auto shown = database.OpenDynaset("select * from Log order by Call");
-    for (int i = 0; i < 8; ++i) {
+    for (int i = 0; i < 100; ++i) {
       database.Execute("update Modi set Modo='CW'");
       database.Execute("insert into Modi (Codice, Modo) values (" + std::to_string(i) + ",'" +
-                       std::string(600000, 'x') + "')");
+                       std::string(60000, 'x') + "')");
     }
   });
   EXPECT_EQ(JudgeJournal(File()), Journal::kOwn);
@@ -200,9 +208,7 @@ TEST_F(JournalTest, OfAToolThatGivesNoMarksIsApplied) {
       if (code == SQLITE_OK) kill(getpid(), SIGKILL);
       _exit(1);
     }
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status));
+    ExpectKilled(child);
     EXPECT_EQ(JudgeJournal(File()), Journal::kOwn) << sql;
   };
   scratch_.Open().Close();
@@ -257,7 +263,7 @@ TEST_F(JournalTest, ThatEndsInTheMiddleCountsAsFarAsItIsWhole) {
   const std::string whole = ReadBytes(JournalFile());
   const std::string file = ReadBytes(File());
   std::int64_t last = 0;
-  for (std::size_t size = 0; size <= whole.size(); size += 2500) {
+  for (std::size_t size = 0; size <= whole.size(); size += 9000) {
     std::ofstream(File(), std::ios::binary) << file;
     std::ofstream(JournalFile(), std::ios::binary) << whole.substr(0, size);
     EXPECT_NE(JudgeJournal(File()), Journal::kForeign) << size;
@@ -286,8 +292,7 @@ TEST_F(JournalTest, ThatDamagesASoundFileIsNotApplied) {
                  nullptr, nullptr, nullptr);
     kill(getpid(), SIGKILL);
   }
-  int status = 0;
-  waitpid(child, &status, 0);
+  ExpectKilled(child);
   ASSERT_EQ(JudgeJournal(File()), Journal::kOwn);
   const std::string file = ReadBytes(File()), journal = ReadBytes(JournalFile());
   try {
@@ -337,54 +342,66 @@ TEST_F(JournalTest, TheMarkThatFollowsIsMadeOfTheFileAndOfChance) {
 }
 
 // What a station does to its file, without an end: small changes and large ones, so that it is
-// killed while it stores, while it writes back, and while a journal begins anew.
-[[noreturn]] void WorkForEver(const fs::path& file, unsigned seed) {
+// killed while it stores, while it writes back, and while a journal begins anew. It says so once
+// it has begun.
+[[noreturn]] void WorkForEver(const fs::path& file, unsigned seed, int begun) {
   std::mt19937 random(seed);
-  Database database = OpenDatabaseFile(file);
   const auto below = [&](int limit) {
     return std::uniform_int_distribution<int>(0, limit - 1)(random);
   };
-  for (;;) {
-    const int what = below(10);
-    if (what == 0) {
-      database.Close();
-      database = OpenDatabaseFile(file);
-    } else if (what < 3) {
-      database.BeginTrans();
-      database.Execute("update Log set Qra='" +
-                       std::string(static_cast<std::size_t>(below(900)), 'Q') + "' where QsoNr<" +
-                       std::to_string(below(3000)));
-      database.CommitTrans();
-    } else if (what == 3) {
-      database.Execute("delete * from Log where QsoNr<" + std::to_string(below(200)));
-    } else {
-      database.Execute(
-          "insert into Log (DataQso, Call, Banda, Qra) values ('2001-02-03 04:05:00','I" +
-          std::to_string(random()) + "','  2 m','" +
-          std::string(static_cast<std::size_t>(below(3000)), 'N') + "')");
+  const auto letters = [&](int most) {
+    return std::string(static_cast<std::size_t>(below(most)), 'Q');
+  };
+  try {
+    Database database = OpenDatabaseFile(file);
+    for (int n = 0;; ++n) {
+      if (n == 1 && write(begun, "x", 1) != 1) _exit(1);
+      const int what = below(20);
+      if (what == 0) {
+        database.Close();
+        database = OpenDatabaseFile(file);
+      } else if (what < 4) {
+        database.BeginTrans();
+        database.Execute("update Log set Qra='" + letters(900) + "' where QsoNr<" +
+                         std::to_string(below(1000)));
+        database.CommitTrans();
+      } else if (what == 4) {
+        database.Execute("delete * from Log where QsoNr<" + std::to_string(below(200)));
+      } else {
+        database.Execute(
+            "insert into Log (DataQso, Call, Banda, Qra) values ('2001-02-03 04:05:00','I" +
+            std::to_string(random()) + "','  2 m','" + letters(3000) + "')");
+      }
     }
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
   }
+  _exit(1);
 }
 
 TEST_F(JournalTest, ThatBelongsIsNeverSetAsideHoweverOftenTheStationIsKilled) {
   const unsigned kills = Thoroughly(200u, 2000u);
+  fs::copy_file(File(), Path("other.mdb"));
   {
     Database database = scratch_.Open();
-    Store(database, 0, 3000);
+    Store(database, 0, 1000);
   }
-  fs::copy_file(File(), Path("other.mdb"));
   std::mt19937 random(1);
-  std::uniform_int_distribution<useconds_t> moment(500, 25000);
+  std::uniform_int_distribution<useconds_t> moment(0, 15000);
   unsigned journals = 0, noticed = 0;
   for (unsigned n = 0; n < kills; ++n) {
     SCOPED_TRACE(n);
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
     const pid_t child = fork();
-    if (child == 0) WorkForEver(File(), n);
+    if (child == 0) WorkForEver(File(), n, ends[1]);
+    close(ends[1]);
+    char begun = 0;
+    ASSERT_EQ(read(ends[0], &begun, 1), 1);
+    close(ends[0]);
     usleep(moment(random));
     kill(child, SIGKILL);
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "it ended by itself";
+    ExpectKilled(child);
     const Journal journal = JudgeJournal(File());
     ASSERT_NE(journal, Journal::kForeign);
     if (journal == Journal::kOwn) {
@@ -394,13 +411,18 @@ TEST_F(JournalTest, ThatBelongsIsNeverSetAsideHoweverOftenTheStationIsKilled) {
       if (JudgeJournal(Path("other.mdb")) == Journal::kForeign) ++noticed;
     }
     // Every other time the next station goes on in the same journal.
-    if (n % 2 == 0) ASSERT_NO_THROW(OpenDatabaseFile(File()));
-    if (n % 20 == 0) ASSERT_EQ(IntegrityOf(File()), "ok");
+    if (n % 2 == 0) {
+      ASSERT_NO_THROW(OpenDatabaseFile(File()));
+    }
+    if (n % 20 == 0) {
+      ASSERT_EQ(IntegrityOf(File()), "ok");
+    }
   }
   std::printf("%u kills, %u journals, %u of them noticed beside another file\n", kills, journals,
               noticed);
   EXPECT_GT(journals, kills / 2);
-  EXPECT_EQ(noticed, journals);
+  // One in 65,536 is missed.
+  EXPECT_GE(noticed + 1, journals);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 
 #include "contest/transfer.h"
 #include "core/maintenance.h"
-#include "file/database_file.h"
+#include "file/journal.h"
 #include "log/log_form.h"
 #include "station/station.h"
 #include "tests/support/integrity.h"
@@ -170,7 +170,7 @@ TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
   std::uniform_int_distribution<int> things(0, 14);
   std::uniform_int_distribution<useconds_t> moment(0, 10000);
   Said said;
-  int lost = 0;
+  int lost = 0, journals = 0;
   for (int kill = 0; kill < kills; ++kill) {
     SCOPED_TRACE(kill);
     said.Read(RunAndKill(directory.Path(), said.last + 1, things(random), moment(random)));
@@ -180,6 +180,11 @@ TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
       ASSERT_TRUE(fs::exists(directory.Path() / "BrenvoNEW.MDB"));
       fs::rename(directory.Path() / "Brenvo.BAK", file);
     }
+    // What it has left beside the file is the file's own, whatever it was at.
+    const Journal journal = JudgeJournal(file);
+    ASSERT_NE(journal, Journal::kForeign);
+    if (journal == Journal::kOwn) ++journals;
+    ASSERT_NO_THROW(RequireSoundJournal(file));
     ASSERT_EQ(IntegrityOf(file), "ok");
     Database database = OpenDatabaseFile(file);
     std::set<std::string> calls, names;
@@ -204,8 +209,11 @@ TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
     said.last += 2;
   }
   std::printf(
-      "%d kills: %zu stored, %zu changed, %zu transfers, %d compactions, %d between names\n", kills,
-      said.stored.size(), said.changed.size(), said.transferred.size(), said.compactions, lost);
+      "%d kills: %zu stored, %zu changed, %zu transfers, %d compactions, %d between names, %d "
+      "journals\n",
+      kills, said.stored.size(), said.changed.size(), said.transferred.size(), said.compactions,
+      lost, journals);
+  EXPECT_GT(journals, kills / 2);
   EXPECT_GT(said.stored.size(), 0u);
   EXPECT_GT(said.transferred.size(), 0u);
   EXPECT_GT(said.compactions, 0);

@@ -52,7 +52,7 @@ TEST_F(AShortLock, IsWaitedForByTheAssigningOfPrefixes) {
   Command("cmAssegnaPrefissi");
   EXPECT_EQ(Rows("select count(*) from Log where Prefisso=''"), std::vector<std::string>{"0"});
   EXPECT_EQ(Rows("select Prefisso from Log where Call='IK3OTHER'"),
-            std::vector<std::string>{"IK3"});
+            std::vector<std::string>{"IK3  "});
 }
 
 TEST_F(AShortLock, IsWaitedForByTheRestoreOfACopy) {
