@@ -17,7 +17,9 @@ class Desktop : public testing::Test {
  protected:
   Desktop() {
     std::filesystem::copy_file(BuildDir() / "delivered/Brenvo.mdb", directory.Path() / "Brenvo.mdb");
-    std::filesystem::copy_file(SourceDir() / "data/tnc.mnu", directory.Path() / "tnc.mnu");
+    for (const char* file : {"tnc.mnu", "wwconv.mnu"}) {
+      std::filesystem::copy_file(SourceDir() / "data" / file, directory.Path() / file);
+    }
     machine.Attach(&session);
     StartStation(session);
     session.Db.Execute("UPDATE [User] SET TelnetCluster='" + node.Address() + "'");
@@ -74,7 +76,7 @@ TEST_F(Desktop, AMegabyteWithoutALineEndLeavesTheInterfaceAnswering) {
   session.Db.Execute("UPDATE [User] SET TelnetWWConv='" + chat.Address() + "'");
   session.TbUser->MoveFirst();
   Event([&] { session.Windows.Show(*session.Windows.LoadSingle("WWConv")); });
-  Until([&] { return chat.Connected(); });
+  ASSERT_TRUE(Until([&] { return chat.Connected(); }));
   auto* area = machine.Screen()
                    .Main()
                    .findChild<QMdiSubWindow*>(QStringLiteral("WWConv"))
