@@ -1,4 +1,4 @@
-#include "adif/adif_export.h"
+#include "adif_export.h"
 
 #include <fmt/format.h>
 
@@ -8,8 +8,8 @@
 
 #include "adif/adif_names.h"
 #include "adif/adif_reader.h"
-#include "adif/contact_to_fields.h"
-#include "adif/kept_fields.h"
+#include "contact_to_fields.h"
+#include "kept_fields.h"
 #include "base/plain_letters.h"
 #include "core/modules.h"
 

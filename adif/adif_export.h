@@ -7,7 +7,7 @@
 #include <optional>
 #include <string_view>
 
-#include "adif/adif_writer.h"
+#include "adif_writer.h"
 #include "core/session.h"
 
 namespace brenvo {

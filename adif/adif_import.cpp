@@ -6,7 +6,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "adif/kept_fields.h"
+#include "kept_fields.h"
 #include "base/text.h"
 #include "core/transaction.h"
 

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "adif/adif_names.h"
-#include "adif/plain_name.h"
+#include "plain_name.h"
 #include "base/encoding.h"
 #include "base/text.h"
 

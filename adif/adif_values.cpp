@@ -1,4 +1,4 @@
-#include "adif/adif_values.h"
+#include "adif_values.h"
 
 #include <fmt/format.h>
 
@@ -7,7 +7,7 @@
 #include <cmath>
 #include <string>
 
-#include "adif/plain_name.h"
+#include "plain_name.h"
 #include "base/number.h"
 
 namespace brenvo {

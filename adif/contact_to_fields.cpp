@@ -1,10 +1,10 @@
-#include "adif/contact_to_fields.h"
+#include "contact_to_fields.h"
 
 #include <algorithm>
 
-#include "adif/dxcc_entities.h"
-#include "adif/escaped_text.h"
-#include "adif/plain_name.h"
+#include "dxcc_entities.h"
+#include "escaped_text.h"
+#include "plain_name.h"
 #include "adif/record_to_contact.h"
 #include "base/number.h"
 #include "base/text.h"

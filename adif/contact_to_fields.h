@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "adif/adif_reader.h"
-#include "adif/adif_writer.h"
+#include "adif_writer.h"
 #include "adif/log_contact.h"
 #include "adif/station_tables.h"
 

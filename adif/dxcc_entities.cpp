@@ -1,9 +1,9 @@
-#include "adif/dxcc_entities.h"
+#include "dxcc_entities.h"
 
 #include <algorithm>
 #include <unordered_map>
 
-#include "adif/plain_name.h"
+#include "plain_name.h"
 
 namespace brenvo {
 namespace {

@@ -1,4 +1,4 @@
-#include "adif/escaped_text.h"
+#include "escaped_text.h"
 
 #include <fmt/format.h>
 

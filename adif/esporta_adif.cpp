@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "adif/adif_export.h"
+#include "adif_export.h"
 #include "core/modules.h"
 #include "core/shared_windows.h"
 

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <vector>
 
-#include "adif/kept_fields.h"
+#include "kept_fields.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "core/modules.h"

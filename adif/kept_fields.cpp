@@ -1,4 +1,4 @@
-#include "adif/kept_fields.h"
+#include "kept_fields.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "adif/plain_name.h"
+#include "plain_name.h"
 
 #include "base/text.h"
 

@@ -8,11 +8,11 @@
 #include <optional>
 #include <unordered_map>
 
-#include "adif/adif_values.h"
-#include "adif/contact_to_fields.h"
-#include "adif/dxcc_entities.h"
-#include "adif/escaped_text.h"
-#include "adif/plain_name.h"
+#include "adif_values.h"
+#include "contact_to_fields.h"
+#include "dxcc_entities.h"
+#include "escaped_text.h"
+#include "plain_name.h"
 #include "base/encoding.h"
 #include "base/plain_letters.h"
 #include "base/text.h"

@@ -7,8 +7,8 @@
 #include <variant>
 
 #include "adif/adif_names.h"
-#include "adif/adif_values.h"
-#include "adif/kept_fields.h"
+#include "adif_values.h"
+#include "kept_fields.h"
 #include "adif/record_to_contact.h"
 #include "base/text.h"
 #include "core/modules.h"

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "adif/dxcc_entities.h"
-#include "adif/plain_name.h"
+#include "dxcc_entities.h"
+#include "plain_name.h"
 #include "base/text.h"
 #include "core/locator.h"
 #include "core/modules.h"

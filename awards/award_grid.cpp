@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <limits>
 
-#include "awards/contacts_in_log.h"
-#include "awards/note_staging.h"
+#include "contacts_in_log.h"
+#include "note_staging.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "core/entry_key.h"

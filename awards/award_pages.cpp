@@ -7,7 +7,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "awards/html_page.h"
+#include "html_page.h"
 #include "base/text.h"
 #include "core/modules.h"
 #include "core/transaction.h"

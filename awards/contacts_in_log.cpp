@@ -1,4 +1,4 @@
-#include "awards/contacts_in_log.h"
+#include "contacts_in_log.h"
 
 #include "core/session.h"
 #include "core/shared_windows.h"

@@ -1,4 +1,4 @@
-#include "awards/html_page.h"
+#include "html_page.h"
 
 namespace brenvo {
 namespace {

@@ -1,4 +1,4 @@
-#include "awards/note_staging.h"
+#include "note_staging.h"
 
 #include "core/modules.h"
 #include "core/note_tag.h"

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "awards/contacts_in_log.h"
+#include "contacts_in_log.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "core/country_map.h"

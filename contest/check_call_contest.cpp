@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/text.h"
-#include "contest/contact.h"
+#include "contact.h"
 #include "core/modules.h"
 
 namespace brenvo {

@@ -1,4 +1,4 @@
-#include "contest/contact.h"
+#include "contact.h"
 
 #include <fmt/format.h>
 

@@ -4,10 +4,10 @@
 #include <filesystem>
 
 #include "base/number.h"
-#include "contest/contact.h"
+#include "contact.h"
 #include "contest/contest_search.h"
-#include "contest/contest_sheets.h"
-#include "contest/export.h"
+#include "contest_sheets.h"
+#include "export.h"
 #include "core/modules.h"
 #include "core/transaction.h"
 

@@ -4,7 +4,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
-#include "contest/contact.h"
+#include "contact.h"
 #include "core/locator.h"
 #include "core/modules.h"
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "contest/check_call_contest.h"
-#include "contest/contact.h"
+#include "contact.h"
 #include "contest/contest_new_qso.h"
-#include "contest/transfer.h"
+#include "transfer.h"
 #include "core/modules.h"
 
 namespace brenvo {

@@ -1,4 +1,4 @@
-#include "contest/contest_sheets.h"
+#include "contest_sheets.h"
 
 #include <algorithm>
 #include <string>

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "contest/contact.h"
+#include "contact.h"
 #include "contest/contest_header.h"
 #include "platform/printer.h"
 

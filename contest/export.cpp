@@ -1,4 +1,4 @@
-#include "contest/export.h"
+#include "export.h"
 
 #include <filesystem>
 #include <fstream>
@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "contest/reg1test.h"
-#include "contest/score.h"
-#include "contest/staging.h"
+#include "reg1test.h"
+#include "score.h"
+#include "staging.h"
 #include "core/session.h"
 #include "core/transaction.h"
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "contest/contact.h"
+#include "contact.h"
 #include "contest/contest_header.h"
 
 namespace brenvo {

@@ -1,4 +1,4 @@
-#include "contest/reg1test.h"
+#include "reg1test.h"
 
 #include <fmt/format.h>
 

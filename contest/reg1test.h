@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "contest/contact.h"
+#include "contact.h"
 #include "contest/contest_header.h"
-#include "contest/score.h"
+#include "score.h"
 
 namespace brenvo {
 

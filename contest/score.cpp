@@ -1,4 +1,4 @@
-#include "contest/score.h"
+#include "score.h"
 
 #include "base/text.h"
 

@@ -8,7 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "contest/contact.h"
+#include "contact.h"
 
 namespace brenvo {
 

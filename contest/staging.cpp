@@ -1,4 +1,4 @@
-#include "contest/staging.h"
+#include "staging.h"
 
 #include <fmt/format.h>
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "contest/score.h"
+#include "score.h"
 
 namespace brenvo {
 

@@ -3,9 +3,9 @@
 #include <cmath>
 
 #include "base/number.h"
-#include "contest/contact.h"
-#include "contest/score.h"
-#include "contest/staging.h"
+#include "contact.h"
+#include "score.h"
+#include "staging.h"
 #include "core/transaction.h"
 
 namespace brenvo {

@@ -1,4 +1,4 @@
-#include "contest/transfer.h"
+#include "transfer.h"
 
 #include <fmt/format.h>
 
@@ -6,7 +6,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
-#include "contest/contact.h"
+#include "contact.h"
 #include "core/modules.h"
 #include "core/prefix.h"
 #include "core/session.h"

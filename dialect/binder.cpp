@@ -1,4 +1,4 @@
-#include "dialect/binder.h"
+#include "binder.h"
 
 #include <algorithm>
 #include <string>

@@ -1,4 +1,4 @@
-#include "dialect/parser.h"
+#include "parser.h"
 
 #include <algorithm>
 #include <charconv>
@@ -8,7 +8,7 @@
 #include <string>
 
 #include "base/text.h"
-#include "dialect/tokenizer.h"
+#include "tokenizer.h"
 #include "engine/database_error.h"
 
 namespace brenvo {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "dialect/binder.h"
-#include "dialect/parser.h"
+#include "binder.h"
+#include "parser.h"
 #include "engine/database_error.h"
 
 namespace brenvo {

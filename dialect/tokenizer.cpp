@@ -1,4 +1,4 @@
-#include "dialect/tokenizer.h"
+#include "tokenizer.h"
 
 #include <algorithm>
 

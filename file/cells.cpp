@@ -1,4 +1,4 @@
-#include "file/cells.h"
+#include "cells.h"
 
 #include <sqlite3.h>
 

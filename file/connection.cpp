@@ -1,14 +1,14 @@
-#include "file/connection.h"
+#include "connection.h"
 
 #include <algorithm>
 #include <limits>
 
 #include "engine/recordset_errors.h"
-#include "file/cells.h"
+#include "cells.h"
 #include "file/file_check.h"
 #include "file/journal.h"
-#include "file/read_schema.h"
-#include "file/sqlite_functions.h"
+#include "read_schema.h"
+#include "sqlite_functions.h"
 
 namespace brenvo {
 namespace {

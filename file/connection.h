@@ -16,8 +16,8 @@
 #include "dialect/schema.h"
 #include "engine/database_error.h"
 #include "engine/store.h"
-#include "file/question.h"
-#include "file/sqlite_file.h"
+#include "question.h"
+#include "sqlite_file.h"
 
 namespace brenvo {
 

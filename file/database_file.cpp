@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "file/file_store.h"
-#include "file/question.h"
-#include "file/sqlite_file.h"
+#include "file_store.h"
+#include "question.h"
+#include "sqlite_file.h"
 #include "file/sync.h"
 
 namespace brenvo {

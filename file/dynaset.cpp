@@ -1,4 +1,4 @@
-#include "file/dynaset.h"
+#include "dynaset.h"
 
 #include <algorithm>
 #include <limits>

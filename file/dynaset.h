@@ -3,10 +3,10 @@
 
 #include <memory>
 
-#include "file/connection.h"
-#include "file/held_rows.h"
-#include "file/record_edit.h"
-#include "file/translate.h"
+#include "connection.h"
+#include "held_rows.h"
+#include "record_edit.h"
+#include "translate.h"
 
 namespace brenvo {
 

@@ -10,7 +10,7 @@
 #include "file/database_file.h"
 #include "file/journal.h"
 #include "dialect/schema.h"
-#include "file/sqlite_file.h"
+#include "sqlite_file.h"
 #include "file/sync.h"
 
 namespace brenvo {

@@ -1,13 +1,13 @@
-#include "file/file_store.h"
+#include "file_store.h"
 
 #include <utility>
 
-#include "file/connection.h"
-#include "file/dynaset.h"
-#include "file/row_appender.h"
-#include "file/snapshot.h"
-#include "file/table.h"
-#include "file/translate.h"
+#include "connection.h"
+#include "dynaset.h"
+#include "row_appender.h"
+#include "snapshot.h"
+#include "table.h"
+#include "translate.h"
 
 namespace brenvo {
 

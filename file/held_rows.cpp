@@ -1,4 +1,4 @@
-#include "file/held_rows.h"
+#include "held_rows.h"
 
 #include <algorithm>
 #include <numeric>

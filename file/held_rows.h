@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "file/connection.h"
-#include "file/row_store.h"
-#include "file/translate.h"
+#include "connection.h"
+#include "row_store.h"
+#include "translate.h"
 
 namespace brenvo {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "file/sqlite_file.h"
+#include "sqlite_file.h"
 
 namespace brenvo {
 namespace {

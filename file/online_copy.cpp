@@ -4,8 +4,8 @@
 #include <string>
 
 #include "file/journal.h"
-#include "file/question.h"
-#include "file/sqlite_file.h"
+#include "question.h"
+#include "sqlite_file.h"
 #include "file/sync.h"
 
 namespace brenvo {

@@ -1,4 +1,4 @@
-#include "file/read_schema.h"
+#include "read_schema.h"
 
 #include <sqlite3.h>
 
@@ -9,7 +9,7 @@
 
 #include "base/text.h"
 #include "engine/database_error.h"
-#include "file/sqlite_file.h"
+#include "sqlite_file.h"
 
 namespace brenvo {
 namespace {

@@ -1,4 +1,4 @@
-#include "file/record_edit.h"
+#include "record_edit.h"
 
 #include "dialect/convert.h"
 #include "engine/recordset_errors.h"

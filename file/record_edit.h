@@ -6,7 +6,7 @@
 
 #include "dialect/schema.h"
 #include "engine/value.h"
-#include "file/connection.h"
+#include "connection.h"
 
 namespace brenvo {
 

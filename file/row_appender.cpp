@@ -1,4 +1,4 @@
-#include "file/row_appender.h"
+#include "row_appender.h"
 
 #include <utility>
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "engine/recordset.h"
-#include "file/connection.h"
+#include "connection.h"
 
 namespace brenvo {
 

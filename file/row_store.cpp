@@ -1,4 +1,4 @@
-#include "file/row_store.h"
+#include "row_store.h"
 
 #include <sqlite3.h>
 

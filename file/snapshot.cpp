@@ -1,4 +1,4 @@
-#include "file/snapshot.h"
+#include "snapshot.h"
 
 #include <algorithm>
 

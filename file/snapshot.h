@@ -3,9 +3,9 @@
 
 #include <memory>
 
-#include "file/connection.h"
-#include "file/row_store.h"
-#include "file/translate.h"
+#include "connection.h"
+#include "row_store.h"
+#include "translate.h"
 
 namespace brenvo {
 

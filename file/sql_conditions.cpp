@@ -4,8 +4,8 @@
 #include "dialect/folding.h"
 #include "dialect/functions.h"
 #include "dialect/like_pattern.h"
-#include "file/sql_writer.h"
-#include "file/sqlite_functions.h"
+#include "sql_writer.h"
+#include "sqlite_functions.h"
 
 namespace brenvo {
 namespace {

@@ -1,12 +1,12 @@
-#include "file/sql_writer.h"
+#include "sql_writer.h"
 
 #include <algorithm>
 #include <cstdint>
 
 #include "dialect/convert.h"
 #include "dialect/functions.h"
-#include "file/read_schema.h"
-#include "file/sqlite_functions.h"
+#include "read_schema.h"
+#include "sqlite_functions.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "file/sqlite_file.h"
+#include "sqlite_file.h"
 
 #include <mutex>
 

@@ -1,4 +1,4 @@
-#include "file/sqlite_functions.h"
+#include "sqlite_functions.h"
 
 #include <sqlite3.h>
 
@@ -11,7 +11,7 @@
 #include "dialect/convert.h"
 #include "dialect/folding.h"
 #include "dialect/like_pattern.h"
-#include "file/cells.h"
+#include "cells.h"
 
 namespace brenvo {
 namespace {

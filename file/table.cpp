@@ -1,12 +1,12 @@
-#include "file/table.h"
+#include "table.h"
 
 #include <algorithm>
 
 #include "dialect/convert.h"
 #include "dialect/folding.h"
 #include "engine/recordset_errors.h"
-#include "file/read_schema.h"
-#include "file/sqlite_functions.h"
+#include "read_schema.h"
+#include "sqlite_functions.h"
 
 namespace brenvo {
 namespace {

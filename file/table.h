@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "file/connection.h"
-#include "file/record_edit.h"
+#include "connection.h"
+#include "record_edit.h"
 
 namespace brenvo {
 

@@ -1,7 +1,7 @@
-#include "file/translate.h"
+#include "translate.h"
 
 #include "dialect/plan.h"
-#include "file/sql_writer.h"
+#include "sql_writer.h"
 
 namespace brenvo {
 namespace {

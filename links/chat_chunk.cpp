@@ -1,4 +1,4 @@
-#include "links/chat_chunk.h"
+#include "chat_chunk.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "links/check_target.h"
+#include "check_target.h"
 
 #include "base/text.h"
 #include "core/shared_windows.h"

@@ -8,8 +8,8 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/modules.h"
-#include "links/check_target.h"
-#include "links/spelling.h"
+#include "check_target.h"
+#include "spelling.h"
 
 namespace brenvo {
 namespace {

@@ -1,4 +1,4 @@
-#include "links/link_address.h"
+#include "link_address.h"
 
 #include <stdexcept>
 

@@ -1,4 +1,4 @@
-#include "links/received_text.h"
+#include "received_text.h"
 
 namespace brenvo {
 

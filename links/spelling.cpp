@@ -1,4 +1,4 @@
-#include "links/spelling.h"
+#include "spelling.h"
 
 #include "base/text.h"
 #include "core/files.h"

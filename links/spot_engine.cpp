@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "base/text.h"
-#include "links/received_text.h"
-#include "links/spelling.h"
-#include "links/spot_line.h"
+#include "received_text.h"
+#include "spelling.h"
+#include "spot_line.h"
 
 namespace brenvo {
 namespace {

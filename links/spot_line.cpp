@@ -1,4 +1,4 @@
-#include "links/spot_line.h"
+#include "spot_line.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "core/modules.h"
-#include "links/link_address.h"
+#include "link_address.h"
 
 namespace brenvo {
 

@@ -2,9 +2,9 @@
 
 #include "base/encoding.h"
 #include "core/modules.h"
-#include "links/chat_chunk.h"
-#include "links/link_address.h"
-#include "links/received_text.h"
+#include "chat_chunk.h"
+#include "link_address.h"
+#include "received_text.h"
 
 namespace brenvo {
 namespace {

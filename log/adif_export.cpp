@@ -1,4 +1,4 @@
-#include "log/adif_export.h"
+#include "adif_export.h"
 
 #include <fmt/compile.h>
 #include <fmt/format.h>

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "log/adif_export.h"
+#include "adif_export.h"
 #include "log/log_form.h"
 
 namespace brenvo {

@@ -1,4 +1,4 @@
-#include "maps/award_overlays.h"
+#include "award_overlays.h"
 
 #include <fmt/format.h>
 
@@ -12,8 +12,8 @@
 #include "base/text.h"
 #include "core/entry_key.h"
 #include "core/modules.h"
-#include "maps/map_view.h"
-#include "maps/overlay_geometry.h"
+#include "map_view.h"
+#include "overlay_geometry.h"
 
 namespace brenvo {
 namespace {

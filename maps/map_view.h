@@ -1,7 +1,7 @@
 // The picture viewer's state as the overlays' arithmetic takes it.
 #pragma once
 
-#include "maps/overlay_geometry.h"
+#include "overlay_geometry.h"
 #include "platform/picture_viewer.h"
 
 namespace brenvo {

@@ -7,9 +7,9 @@
 
 #include "base/number.h"
 #include "base/text.h"
-#include "maps/award_overlays.h"
-#include "maps/map_view.h"
-#include "maps/overlay_geometry.h"
+#include "award_overlays.h"
+#include "map_view.h"
+#include "overlay_geometry.h"
 
 namespace brenvo {
 namespace {

@@ -1,4 +1,4 @@
-#include "maps/overlay_geometry.h"
+#include "overlay_geometry.h"
 
 #include <cmath>
 #include <stdexcept>

@@ -1,4 +1,4 @@
-#include "print/report_engine.h"
+#include "report_engine.h"
 
 #include <algorithm>
 #include <cmath>

@@ -8,7 +8,7 @@
 
 #include "engine/database.h"
 #include "platform/printer.h"
-#include "print/report_layout.h"
+#include "report_layout.h"
 
 namespace brenvo {
 

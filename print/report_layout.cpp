@@ -1,4 +1,4 @@
-#include "print/report_layout.h"
+#include "report_layout.h"
 
 #include <algorithm>
 

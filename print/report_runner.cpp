@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "core/modules.h"
-#include "print/report_engine.h"
+#include "report_engine.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "ui/room_views.h"
+#include "room_views.h"
 
 namespace brenvo {
 namespace {

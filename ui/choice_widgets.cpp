@@ -1,4 +1,4 @@
-#include "ui/choice_widgets.h"
+#include "choice_widgets.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -12,9 +12,9 @@
 #include <QSlider>
 #include <QTabBar>
 
-#include "ui/command_widgets.h"
+#include "command_widgets.h"
 #include "ui/text.h"
-#include "ui/unfinished_input.h"
+#include "unfinished_input.h"
 
 namespace brenvo {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "forms/choice_fields.h"
 #include "forms/command.h"
-#include "ui/field_binding.h"
+#include "field_binding.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "ui/command_widgets.h"
+#include "command_widgets.h"
 
 #include <memory>
 #include <QToolBar>
@@ -7,7 +7,7 @@
 #include "forms/window.h"
 #include "ui/icons.h"
 #include "ui/text.h"
-#include "ui/unfinished_input.h"
+#include "unfinished_input.h"
 
 namespace brenvo {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "forms/command.h"
-#include "ui/view_context.h"
+#include "view_context.h"
 
 namespace brenvo {
 

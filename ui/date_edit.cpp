@@ -1,4 +1,4 @@
-#include "ui/date_edit.h"
+#include "date_edit.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>

@@ -1,4 +1,4 @@
-#include "ui/field_binding.h"
+#include "field_binding.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "ui/view_context.h"
+#include "view_context.h"
 
 namespace brenvo {
 

@@ -1,18 +1,18 @@
-#include "ui/field_widgets.h"
+#include "field_widgets.h"
 
 #include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
 
 #include "forms/field_visit.h"
-#include "ui/choice_widgets.h"
-#include "ui/grid_widget.h"
-#include "ui/list_widgets.h"
-#include "ui/memo_widget.h"
-#include "ui/picture_widget.h"
-#include "ui/rich_text_widget.h"
-#include "ui/status_bar_widget.h"
-#include "ui/text_widgets.h"
+#include "choice_widgets.h"
+#include "grid_widget.h"
+#include "list_widgets.h"
+#include "memo_widget.h"
+#include "picture_widget.h"
+#include "rich_text_widget.h"
+#include "status_bar_widget.h"
+#include "text_widgets.h"
 
 namespace brenvo {
 namespace {

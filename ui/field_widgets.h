@@ -4,7 +4,7 @@
 #include <QWidget>
 
 #include "forms/field.h"
-#include "ui/view_context.h"
+#include "view_context.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "ui/grid_model.h"
+#include "grid_model.h"
 
 #include <algorithm>
 #include <limits>

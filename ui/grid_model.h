@@ -7,7 +7,7 @@
 #include <string>
 
 #include "forms/grid.h"
-#include "ui/view_context.h"
+#include "view_context.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "ui/grid_widget.h"
+#include "grid_widget.h"
 
 #include <memory>
 #include <QHeaderView>
@@ -8,7 +8,7 @@
 #include <QTableView>
 #include <set>
 
-#include "ui/grid_model.h"
+#include "grid_model.h"
 #include "ui/text.h"
 
 namespace brenvo {

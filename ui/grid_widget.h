@@ -2,7 +2,7 @@
 #pragma once
 
 #include "forms/grid.h"
-#include "ui/field_binding.h"
+#include "field_binding.h"
 
 namespace brenvo {
 

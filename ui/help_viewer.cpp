@@ -1,4 +1,4 @@
-#include "ui/help_viewer.h"
+#include "help_viewer.h"
 
 #include <algorithm>
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "ui/layout.h"
+#include "layout.h"
 
 namespace brenvo {
 namespace {

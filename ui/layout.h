@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/field_widgets.h"
+#include "field_widgets.h"
 
 namespace brenvo {
 

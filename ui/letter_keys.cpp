@@ -1,4 +1,4 @@
-#include "ui/letter_keys.h"
+#include "letter_keys.h"
 
 #include <QAbstractButton>
 #include <QApplication>

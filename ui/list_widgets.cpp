@@ -1,4 +1,4 @@
-#include "ui/list_widgets.h"
+#include "list_widgets.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -14,7 +14,7 @@
 #include <QWheelEvent>
 
 #include "ui/text.h"
-#include "ui/text_widgets.h"
+#include "text_widgets.h"
 
 namespace brenvo {
 namespace {

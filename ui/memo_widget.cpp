@@ -1,4 +1,4 @@
-#include "ui/memo_widget.h"
+#include "memo_widget.h"
 
 #include <QPlainTextEdit>
 #include <utility>

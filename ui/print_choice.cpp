@@ -8,7 +8,7 @@
 #include <QStandardPaths>
 
 #include "platform/device_error.h"
-#include "ui/print_preview.h"
+#include "print_preview.h"
 
 namespace brenvo {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/print_preview.h"
+#include "print_preview.h"
 
 #include <algorithm>
 #include <QApplication>

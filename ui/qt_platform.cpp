@@ -10,11 +10,11 @@
 #include "core/help_topics.h"
 #include "core/session.h"
 #include "print/report_runner.h"
-#include "ui/help_viewer.h"
-#include "ui/qt_progress.h"
-#include "ui/qt_serial_port.h"
-#include "ui/qt_tcp_client.h"
-#include "ui/qt_wave_player.h"
+#include "help_viewer.h"
+#include "qt_progress.h"
+#include "qt_serial_port.h"
+#include "qt_tcp_client.h"
+#include "qt_wave_player.h"
 #include "ui/text.h"
 
 namespace brenvo {

@@ -1,4 +1,4 @@
-#include "ui/qt_progress.h"
+#include "qt_progress.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "ui/qt_serial_port.h"
+#include "qt_serial_port.h"
 
 #include <QFileInfo>
 

@@ -1,4 +1,4 @@
-#include "ui/qt_tcp_client.h"
+#include "qt_tcp_client.h"
 
 #include "ui/text.h"
 

@@ -1,11 +1,11 @@
-#include "ui/qt_wave_player.h"
+#include "qt_wave_player.h"
 
 #include <QAudioDevice>
 #include <QEventLoop>
 #include <QMediaDevices>
 #include <QTimer>
 
-#include "ui/wave_file.h"
+#include "wave_file.h"
 
 namespace brenvo {
 namespace {

@@ -9,7 +9,7 @@
 #include "core/main_frame.h"
 #include "forms/window_list.h"
 #include "ui/icons.h"
-#include "ui/letter_keys.h"
+#include "letter_keys.h"
 #include "ui/text.h"
 
 namespace brenvo {

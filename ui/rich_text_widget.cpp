@@ -1,4 +1,4 @@
-#include "ui/rich_text_widget.h"
+#include "rich_text_widget.h"
 
 #include <algorithm>
 #include <memory>
@@ -15,7 +15,7 @@
 
 #include "base/text.h"
 #include "ui/text.h"
-#include "ui/text_widgets.h"
+#include "text_widgets.h"
 
 namespace brenvo {
 namespace {

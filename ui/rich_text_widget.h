@@ -2,7 +2,7 @@
 #pragma once
 
 #include "forms/rich_text.h"
-#include "ui/field_binding.h"
+#include "field_binding.h"
 
 namespace brenvo {
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "ui/views.h"
+#include "views.h"
 
 namespace brenvo {
 

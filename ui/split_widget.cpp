@@ -1,4 +1,4 @@
-#include "ui/split_widget.h"
+#include "split_widget.h"
 
 #include <QEvent>
 

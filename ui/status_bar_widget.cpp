@@ -1,4 +1,4 @@
-#include "ui/status_bar_widget.h"
+#include "status_bar_widget.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

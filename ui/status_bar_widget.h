@@ -2,7 +2,7 @@
 #pragma once
 
 #include "forms/status_bar.h"
-#include "ui/field_binding.h"
+#include "field_binding.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "ui/text_widgets.h"
+#include "text_widgets.h"
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/text.h"
-#include "ui/date_edit.h"
+#include "date_edit.h"
 #include "ui/text.h"
 
 namespace brenvo {

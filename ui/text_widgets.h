@@ -5,7 +5,7 @@
 #include <QLineEdit>
 
 #include "forms/text_field.h"
-#include "ui/field_binding.h"
+#include "field_binding.h"
 
 namespace brenvo {
 

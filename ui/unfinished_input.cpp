@@ -1,4 +1,4 @@
-#include "ui/unfinished_input.h"
+#include "unfinished_input.h"
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>

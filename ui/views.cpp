@@ -1,8 +1,8 @@
-#include "ui/views.h"
+#include "views.h"
 
 #include <algorithm>
 
-#include "ui/room_views.h"
+#include "room_views.h"
 
 namespace brenvo {
 

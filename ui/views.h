@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "forms/window.h"
-#include "ui/layout.h"
+#include "layout.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "ui/wave_file.h"
+#include "wave_file.h"
 
 #include <QFile>
 #include <QtEndian>

@@ -1,4 +1,4 @@
-#include "ui/window_builder.h"
+#include "window_builder.h"
 
 #include <algorithm>
 #include <QApplication>
@@ -12,8 +12,8 @@
 #include <QScrollArea>
 
 #include "forms/field_visit.h"
-#include "ui/field_binding.h"
-#include "ui/split_widget.h"
+#include "field_binding.h"
+#include "split_widget.h"
 #include "ui/text.h"
 
 namespace brenvo {

@@ -7,9 +7,9 @@
 #include <QWidget>
 
 #include "forms/window.h"
-#include "ui/command_widgets.h"
-#include "ui/layout.h"
-#include "ui/view_context.h"
+#include "command_widgets.h"
+#include "layout.h"
+#include "view_context.h"
 
 namespace brenvo {
 

@@ -18,9 +18,9 @@
 #include "forms/window_list.h"
 #include "ui/icons.h"
 #include "ui/text.h"
-#include "ui/unfinished_input.h"
-#include "ui/views.h"
-#include "ui/window_builder.h"
+#include "unfinished_input.h"
+#include "views.h"
+#include "window_builder.h"
 
 namespace brenvo {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/demonstration/countries.h"
+#include "demonstration/countries.h"
 
 namespace brenvo {
 

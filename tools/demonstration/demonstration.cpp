@@ -1,4 +1,4 @@
-#include "tools/demonstration/demonstration.h"
+#include "demonstration/demonstration.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -12,8 +12,8 @@
 #include "core/prefix.h"
 #include "core/session.h"
 #include "core/transaction.h"
-#include "tools/demonstration/countries.h"
-#include "tools/mklog/dice.h"
+#include "demonstration/countries.h"
+#include "mklog/dice.h"
 
 namespace brenvo {
 namespace {

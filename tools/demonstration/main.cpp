@@ -4,7 +4,7 @@
 
 #include "core/session.h"
 #include "recorder/recording_platform.h"
-#include "tools/demonstration/demonstration.h"
+#include "demonstration/demonstration.h"
 
 int main(int argc, char** argv) {
   const int contacts = argc == 3 ? std::atoi(argv[2]) : 0;

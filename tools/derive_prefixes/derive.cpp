@@ -1,4 +1,4 @@
-#include "tools/derive_prefixes/derive.h"
+#include "derive_prefixes/derive.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #include <cstdio>
 #include <exception>
 
-#include "tools/derive_prefixes/derive.h"
-#include "tools/measure_prefixes/call_list.h"
+#include "derive_prefixes/derive.h"
+#include "measure_prefixes/call_list.h"
 
 int main(int argc, char** argv) {
   if (argc != 3) {

@@ -1,4 +1,4 @@
-#include "tools/drive/driver.h"
+#include "drive/driver.h"
 
 #include <algorithm>
 
@@ -8,11 +8,11 @@
 #include "file/database_file.h"
 #include "recorder/refused.h"
 #include "station/station.h"
-#include "tools/drive/numbers.h"
-#include "tools/drive/observations.h"
-#include "tools/drive/operator_actions.h"
-#include "tools/drive/settings_file.h"
-#include "tools/drive/words.h"
+#include "drive/numbers.h"
+#include "drive/observations.h"
+#include "drive/operator_actions.h"
+#include "drive/settings_file.h"
+#include "drive/words.h"
 
 namespace brenvo {
 namespace {

@@ -2,7 +2,7 @@
 #include <iostream>
 
 #include "core/files.h"
-#include "tools/drive/driver.h"
+#include "drive/driver.h"
 
 int main(int argc, char** argv) {
   if (argc != 2) {

@@ -1,4 +1,4 @@
-#include "tools/drive/observations.h"
+#include "drive/observations.h"
 
 #include <fmt/format.h>
 

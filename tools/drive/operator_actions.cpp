@@ -1,4 +1,4 @@
-#include "tools/drive/operator_actions.h"
+#include "drive/operator_actions.h"
 
 #include <algorithm>
 #include <string>
@@ -6,7 +6,7 @@
 #include "base/text.h"
 #include "forms/field_visit.h"
 #include "recorder/refused.h"
-#include "tools/drive/numbers.h"
+#include "drive/numbers.h"
 
 namespace brenvo {
 namespace {

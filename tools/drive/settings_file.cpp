@@ -1,4 +1,4 @@
-#include "tools/drive/settings_file.h"
+#include "drive/settings_file.h"
 
 #include <fmt/format.h>
 

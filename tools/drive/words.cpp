@@ -1,4 +1,4 @@
-#include "tools/drive/words.h"
+#include "drive/words.h"
 
 #include "base/text.h"
 #include "recorder/refused.h"

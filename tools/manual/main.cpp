@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <string>
 
-#include "tools/manual/page_to_html.h"
+#include "manual/page_to_html.h"
 
 int main(int argc, char** argv) {
   if (argc != 3) {

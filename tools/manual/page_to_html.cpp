@@ -1,4 +1,4 @@
-#include "tools/manual/page_to_html.h"
+#include "manual/page_to_html.h"
 
 #include <QFont>
 #include <QString>

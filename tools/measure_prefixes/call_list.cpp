@@ -1,4 +1,4 @@
-#include "tools/measure_prefixes/call_list.h"
+#include "measure_prefixes/call_list.h"
 
 #include <fstream>
 #include <stdexcept>

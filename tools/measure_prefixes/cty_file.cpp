@@ -1,4 +1,4 @@
-#include "tools/measure_prefixes/cty_file.h"
+#include "measure_prefixes/cty_file.h"
 
 #include <algorithm>
 #include <array>

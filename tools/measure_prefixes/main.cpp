@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/measure_prefixes/call_list.h"
-#include "tools/measure_prefixes/measure.h"
+#include "measure_prefixes/call_list.h"
+#include "measure_prefixes/measure.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tools/measure_prefixes/measure.h"
+#include "measure_prefixes/measure.h"
 
 #include <algorithm>
 #include <map>

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/measure_prefixes/cty_file.h"
-#include "tools/measure_prefixes/prefix_table.h"
+#include "measure_prefixes/cty_file.h"
+#include "measure_prefixes/prefix_table.h"
 
 namespace brenvo {
 

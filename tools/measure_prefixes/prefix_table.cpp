@@ -1,4 +1,4 @@
-#include "tools/measure_prefixes/prefix_table.h"
+#include "measure_prefixes/prefix_table.h"
 
 #include <sqlite3.h>
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/measure_prefixes/answer.h"
+#include "measure_prefixes/answer.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "tools/mkdatabase/database_maker.h"
+#include "mkdatabase/database_maker.h"
 
 #include <sqlite3.h>
 

@@ -2,7 +2,7 @@
 #include <exception>
 #include <string_view>
 
-#include "tools/mkdatabase/database_maker.h"
+#include "mkdatabase/database_maker.h"
 
 int main(int argc, char** argv) {
   if (argc != 4) {

@@ -1,4 +1,4 @@
-#include "tools/mklog/log_maker.h"
+#include "mklog/log_maker.h"
 
 #include <fmt/format.h>
 #include <sqlite3.h>
@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "base/date.h"
-#include "tools/mklog/dice.h"
-#include "tools/mklog/other_stations.h"
+#include "mklog/dice.h"
+#include "mklog/other_stations.h"
 
 namespace brenvo {
 namespace {

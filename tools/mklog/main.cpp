@@ -2,7 +2,7 @@
 #include <exception>
 #include <string>
 
-#include "tools/mklog/log_maker.h"
+#include "mklog/log_maker.h"
 
 int main(int argc, char** argv) {
   try {

@@ -1,4 +1,4 @@
-#include "tools/mklog/other_stations.h"
+#include "mklog/other_stations.h"
 
 #include <fmt/format.h>
 

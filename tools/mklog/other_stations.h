@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/mklog/dice.h"
+#include "mklog/dice.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "tools/mkmaps/calibration.h"
+#include "mkmaps/calibration.h"
 
 #include <algorithm>
 #include <array>
@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "base/csv.h"
-#include "tools/mkmaps/outlines.h"
-#include "tools/mkmaps/sheets.h"
+#include "mkmaps/outlines.h"
+#include "mkmaps/sheets.h"
 
 namespace brenvo {
 namespace {

@@ -4,9 +4,9 @@
 #include <QGuiApplication>
 #include <string_view>
 
-#include "tools/mkmaps/calibration.h"
-#include "tools/mkmaps/maps.h"
-#include "tools/mkmaps/stamps.h"
+#include "mkmaps/calibration.h"
+#include "mkmaps/maps.h"
+#include "mkmaps/stamps.h"
 
 namespace brenvo {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/mkmaps/maps.h"
+#include "mkmaps/maps.h"
 
 #include "base/csv.h"
 

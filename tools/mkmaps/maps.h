@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/mkmaps/outlines.h"
-#include "tools/mkmaps/sheets.h"
+#include "mkmaps/outlines.h"
+#include "mkmaps/sheets.h"
 
 namespace brenvo {
 

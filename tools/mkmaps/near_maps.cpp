@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "tools/mkmaps/maps.h"
-#include "tools/mkmaps/sheet_painter.h"
+#include "mkmaps/maps.h"
+#include "mkmaps/sheet_painter.h"
 
 namespace brenvo {
 namespace {

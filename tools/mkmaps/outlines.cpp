@@ -1,4 +1,4 @@
-#include "tools/mkmaps/outlines.h"
+#include "mkmaps/outlines.h"
 
 #include <cmath>
 #include <map>

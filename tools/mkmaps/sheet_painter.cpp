@@ -1,4 +1,4 @@
-#include "tools/mkmaps/sheet_painter.h"
+#include "mkmaps/sheet_painter.h"
 
 #include <cmath>
 #include <iterator>

@@ -12,8 +12,8 @@
 #include <QString>
 #include <vector>
 
-#include "tools/mkmaps/outlines.h"
-#include "tools/mkmaps/sheets.h"
+#include "mkmaps/outlines.h"
+#include "mkmaps/sheets.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "tools/mkmaps/sheets.h"
+#include "mkmaps/sheets.h"
 
 #include <algorithm>
 #include <array>

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/mkmaps/outlines.h"
+#include "mkmaps/outlines.h"
 
 namespace brenvo {
 

@@ -1,4 +1,4 @@
-#include "tools/mkmaps/stamps.h"
+#include "mkmaps/stamps.h"
 
 #include <fstream>
 #include <QFont>

@@ -6,8 +6,8 @@
 #include <set>
 #include <utility>
 
-#include "tools/mkmaps/maps.h"
-#include "tools/mkmaps/sheet_painter.h"
+#include "mkmaps/maps.h"
+#include "mkmaps/sheet_painter.h"
 
 namespace brenvo {
 namespace {

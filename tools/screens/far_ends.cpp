@@ -1,4 +1,4 @@
-#include "tools/screens/far_ends.h"
+#include "screens/far_ends.h"
 
 #include <fcntl.h>
 #include <stdlib.h>

@@ -17,9 +17,9 @@
 
 #include "core/backup.h"
 #include "station/station.h"
-#include "tools/demonstration/demonstration.h"
-#include "tools/screens/far_ends.h"
-#include "tools/screens/pictures.h"
+#include "demonstration/demonstration.h"
+#include "screens/far_ends.h"
+#include "screens/pictures.h"
 #include "ui/qt_platform.h"
 #include "ui/text.h"
 

@@ -1,4 +1,4 @@
-#include "tools/screens/pictures.h"
+#include "screens/pictures.h"
 
 #include <filesystem>
 #include <fstream>
