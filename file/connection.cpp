@@ -318,7 +318,7 @@ void Connection::StepWriter(Running& run, const TableSchema* table) {
 }
 
 bool Connection::IsCounterSpent(const TableSchema& table) {
-  if (table.rowidColumn == TableSchema::kNone) return false;
+  if (table.keyColumn == TableSchema::kNone) return false;
   Running run(*this, "SELECT max(rowid) FROM " + table.quoted);
   if (run.Step() && run.Key() == std::numeric_limits<std::int64_t>::max()) return true;
   Running counter(*this, "SELECT seq FROM sqlite_sequence WHERE name = ?", {Value(table.name)});

@@ -10,6 +10,7 @@
 #include "file/database_file.h"
 #include "file/journal.h"
 #include "dialect/schema.h"
+#include "read_schema.h"
 #include "sqlite_file.h"
 #include "file/sync.h"
 
