@@ -28,13 +28,15 @@ play() {
   status=0
   "$build/tools/drive/drive" "$2" < "$here/$1.drive" 2>&1 || status=$?
   if [ $status -ne 0 ]; then echo "exit status $status"; fi
-  # What the station wrote: exports and pages, without the carriage returns.
+  # What the station wrote: exports and pages, without the carriage returns; some are UTF-8.
   { contents "$build/delivered"; if [ -d "$files" ]; then contents "$files"; fi; } |
     LC_ALL=C sort > "$scratch/given"
   contents "$2" | LC_ALL=C sort | LC_ALL=C comm -13 "$scratch/given" - | cut -d ' ' -f 3- |
     LC_ALL=C sort | while IFS= read -r file; do
     echo "file $file"
-    iconv -f WINDOWS-1252 -t UTF-8 "$2/$file" | tr -d '\r'
+    letters=UTF-8
+    iconv -f UTF-8 -t UTF-8 "$2/$file" > /dev/null 2>&1 || letters=WINDOWS-1252
+    iconv -f "$letters" -t UTF-8 "$2/$file" | tr -d '\r'
   done
 }
 
