@@ -23,7 +23,7 @@ using brenvo::DatabaseError;
 struct Memory {
   Memory() {
     sqlite3_open(":memory:", &file);
-    std::ifstream schemaFile(SourceDir() / "data/schema.sql");
+    std::ifstream schemaFile(brenvo::SourceDir() / "data/schema.sql");
     std::ostringstream text;
     text << schemaFile.rdbuf();
     if (sqlite3_exec(file, text.str().c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {

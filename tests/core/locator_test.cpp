@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "engine/database.h"
+#include "file/database_file.h"
 #include "tests/support/station.h"
 
 namespace brenvo {
@@ -128,7 +128,7 @@ TEST(Locator, ThePositionLineKeepsTheBlanksOfItsNumbers) {
 
 TEST(Locator, TheDeliveredOneIsNobodysAndGivesEachCountryADistanceAndABearing) {
   const ScratchStationDirectory directory;
-  Database delivered = Database::Open(directory.Path() / "Brenvo.mdb");
+  Database delivered = OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
   const std::string own = delivered.OpenSnapshot("select Locator from [User]")->Field(0).Text();
   EXPECT_TRUE(IsValidLocator(own)) << own;
   int countries = 0;
