@@ -71,7 +71,7 @@ TEST_F(LogRenewalTest, WhereTheContactOnScreenIsGoneItsCommandsWaitAndTheScreenS
   AnnounceBatch();
   EXPECT_EQ(log.CallQso.Text(), "IK1BBB");
   for (const char* name : {"cmUpdate", "cmDelete", "cmNext", "cmPrevious"}) {
-    EXPECT_FALSE(log.Key(name).Enabled()) << name;
+    EXPECT_FALSE(log.FindCommand(name)->Enabled()) << name;
   }
   EXPECT_EQ(log.QsoTotali.Text(), "1");
   Press(log, "cmLast");

@@ -101,7 +101,7 @@ TEST_P(AnUnreadableDate, IsNotStoredAgainUntilOneIsTyped) {
 
 TEST_P(AnUnreadableDate, StandsInTheGridsAsItIs) {
   LogForm& log = LogAt("IK3ONE");
-  Event([&] { log.Key("cmVista").Press(); });
+  Event([&] { log.cmVista.Press(); });
   ASSERT_EQ(log.DataGrid1.Rows(), 4);
   std::set<std::string> cells;
   for (int row = 1; row < 4; ++row) cells.insert(log.DataGrid1.Cell(row, 1));
