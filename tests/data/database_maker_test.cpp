@@ -175,7 +175,7 @@ TEST_F(MakingADatabase, ADatabaseInUseGetsTheTablesThatItLacks) {
 
 TEST_F(MakingADatabase, ATableIsNotAddedThroughAJournalOfAnotherFile) {
   Make();
-  const fs::path schema = fs::path(SOURCE_DIR) / "data" / "schema.sql";
+  const fs::path schema = SourceDir() / "data" / "schema.sql";
   const fs::path journal = Out().string() + "-wal";
   std::ofstream(journal, std::ios::binary) << std::string(5000, 'x');
   EXPECT_THROW((void)CompleteDatabase(schema, Out()), std::runtime_error);

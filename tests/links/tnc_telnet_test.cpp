@@ -102,9 +102,9 @@ TEST_F(TelnetTest, InABurstOfCheckedSpotsTheOperatorIsListenedToAfterEachCheck) 
   for (int i = 0; i < 50; ++i) {
     burst += "DX de I4LCK:     14195.0  IK" + std::to_string(i % 10) + "ABC   tnx 1423Z\r\n";
   }
-  telnet.Received.Edited = [&](const RichText::Edit&) {
+  const Subscription edits = telnet.Received.Edited.Subscribe([&](const RichText::Edit&) {
     most = std::max(most, searches.size() - unheard);
-  };
+  });
   Receive("TNCtelnet", burst);
   EXPECT_GE(searches.size(), 50u);
   // A check fills the call, and may open the window before.
