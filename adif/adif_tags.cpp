@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
+#include "adif/adif_reader.h"
 #include "base/text.h"
 
 namespace brenvo {
 namespace {
 
-// With room behind it for any length: what is kept of a record is written, and read again.
-constexpr std::size_t kLongestName = 112;
 constexpr std::size_t kLargestLength = std::size_t{1} << 48;
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -31,7 +30,9 @@ bool ReadAdifTag(std::string_view bytes, AdifTag& tag) {
   std::size_t at = 1;
   while (at < rest.size() && IsAdifNameCharacter(rest[at])) ++at;
   tag.name = rest.substr(1, at - 1);
-  if (tag.name.empty() || tag.name.size() > kLongestName || at >= rest.size()) return false;
+  if (tag.name.empty() || tag.name.size() > kLongestAdifName || at >= rest.size()) return false;
+  // It is written in UTF-8, where it may be longer.
+  if (!IsAscii(tag.name) && TextOfBytes(tag.name).size() > kLongestAdifName) return false;
   tag.hasLength = rest[at] == ':' && at + 1 < rest.size() && IsDigit(rest[at + 1]);
   tag.length = 0;
   if (tag.hasLength) {

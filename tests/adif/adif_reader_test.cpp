@@ -80,6 +80,14 @@ TEST(AdifReaderTest, ANameIsOnlyReadWhereAnyLengthHasRoomBehindIt) {
   EXPECT_EQ(AllTold("<CALL:5>I3ABC <" + longest + "X:1>1<EOR>"), Texts{"CALL=I3ABC"});
 }
 
+TEST(AdifReaderTest, ANameIsOnlyReadWhereItCanBeWritten) {
+  const std::string written(56, '\xE8');  // Windows-1252: twice as long in UTF-8
+  const auto records = ReadAll("<" + written + ":2>ab<CALL:5>I3ABC<EOR>");
+  ASSERT_THAT(records.front().fields, SizeIs(2));
+  EXPECT_EQ(Told(ReadAll(AdifLine(records.front().fields)).front()), Told(records.front()));
+  EXPECT_EQ(AllTold("<CALL:5>I3ABC <" + written + "\xE8:2>ab<EOR>"), Texts{"CALL=I3ABC"});
+}
+
 TEST(AdifReaderTest, AnEmptyRecordIsNone) {
   EXPECT_EQ(AllTold("<EOH><EOR><EOR><CALL:5>I3ABC<EOR><EOR>"), Texts{"CALL=I3ABC"});
 }

@@ -14,6 +14,8 @@ struct AdifTag {
 };
 
 inline constexpr std::size_t kLongestAdifTag = 128;  // bytes
+// With room behind it for any length: what is kept of a record is written, and read again.
+inline constexpr std::size_t kLongestAdifName = 112;  // bytes of UTF-8
 
 // Reads the tag that begins at bytes[0], which is "<"; false when none does. "<NAME:length>",
 // "<NAME:length:type>" or a name alone.
