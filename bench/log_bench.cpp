@@ -110,7 +110,7 @@ class LogTasks {
     figures_.Compare(station_.contacts, task, runs, program, hand);
   }
   void Press(const char* key) {
-    station_.session.Windows.RunEvent([&] { log_->Key(key).Press(); });
+    station_.session.Windows.RunEvent([&] { log_->FindCommand(key)->Press(); });
   }
 
   void Open() {
