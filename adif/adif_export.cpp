@@ -8,12 +8,12 @@
 
 #include "adif/adif_names.h"
 #include "adif/adif_reader.h"
-#include "contact_to_fields.h"
-#include "kept_fields.h"
 #include "base/plain_letters.h"
+#include "contact_to_fields.h"
 #include "core/modules.h"
+#include "kept_fields.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 constexpr std::int64_t kProgressStep = 250;
@@ -37,7 +37,8 @@ void RequireReplaceable(const std::filesystem::path& file) {
 
 // The header stands first and declares what only the records tell: such names are few, and are
 // looked for among the selected contacts alone.
-std::vector<std::string> UserFields(Database& database, std::string_view select, bool hasKept) {
+std::vector<std::string> UserFields(engine::Database& database, std::string_view select,
+                                    bool hasKept) {
   std::set<std::string> names;
   if (!hasKept) return {};
   const auto all = database.OpenSnapshot(
@@ -61,7 +62,7 @@ std::vector<std::string> UserFields(Database& database, std::string_view select,
 void CountChanged(const std::vector<AdifField>& fields, ExportCounts& counts) {
   std::int64_t changed = 0;
   for (const AdifField& field : fields) {
-    changed += ToPlainLetters(field.name).changed + ToPlainLetters(field.value).changed;
+    changed += base::ToPlainLetters(field.name).changed + base::ToPlainLetters(field.value).changed;
   }
   counts.changed += changed;
   counts.changedContacts += changed > 0;
@@ -69,7 +70,7 @@ void CountChanged(const std::vector<AdifField>& fields, ExportCounts& counts) {
 
 }  // namespace
 
-std::optional<ExportCounts> ExportContacts(Session& session, std::string_view select,
+std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_view select,
                                            const std::filesystem::path& file,
                                            const ExportProgress& progress, AdifLetters letters) {
   RequireReplaceable(file);
@@ -90,7 +91,7 @@ std::optional<ExportCounts> ExportContacts(Session& session, std::string_view se
   if (!out) throw fail();
 
   std::optional<KeptFields> kept;  // a database may have no place for them
-  if (HasTable(session, KeptFields::kTable)) kept.emplace(session.Db);
+  if (core::HasTable(session, KeptFields::kTable)) kept.emplace(session.Db);
   StationTables tables(session);
   out << AdifHeader(UserFields(session.Db, select, kept.has_value()), letters);
   ExportCounts counts;
@@ -117,4 +118,4 @@ std::optional<ExportCounts> ExportContacts(Session& session, std::string_view se
   return counts;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -10,7 +10,7 @@
 #include "adif_writer.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 inline constexpr std::string_view kAllContacts = "SELECT * FROM Log ORDER By DataQso,QsoNr";
 
@@ -27,9 +27,9 @@ using ExportProgress = std::function<bool(std::int64_t done)>;
 // The contacts of a SELECT on Log, in its order, with what is kept beside them. The file takes the
 // place of an older one only when it is whole; nothing when it was stopped. std::runtime_error with
 // an Italian text when it cannot be written, or when what stands there is no log file.
-std::optional<ExportCounts> ExportContacts(Session& session, std::string_view select,
+std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_view select,
                                            const std::filesystem::path& file,
                                            const ExportProgress& progress,
                                            AdifLetters letters = AdifLetters::kUtf8);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

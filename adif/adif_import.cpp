@@ -6,11 +6,11 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "kept_fields.h"
 #include "base/text.h"
 #include "core/transaction.h"
+#include "kept_fields.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 // Records between two looks at the operator's wish to stop.
@@ -55,7 +55,7 @@ std::vector<RepairedField> RepairsOf(const AdifRecord& record) {
   const std::string* call = record.Find("CALL");
   for (const AdifRepair& each : record.repairs) {
     const AdifField& field = record.fields[each.field];
-    std::string text = Left(field.value, kShownOfText);
+    std::string text = base::Left(field.value, kShownOfText);
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
     repairs.push_back({record.line, call == nullptr ? "" : *call, field.name, std::move(text),
@@ -92,7 +92,7 @@ void ReportCounts(std::ostream& report, const ImportCounts& counts) {
 }
 
 // A time that the file has not told as it is stored is kept as it was.
-void KeepTime(MappedRecord& mapped, DateTime told) {
+void KeepTime(MappedRecord& mapped, base::DateTime told) {
   for (const AdifField& field : mapped.kept) {
     if (field.name == "TIME_ON") return;
   }
@@ -102,7 +102,7 @@ void KeepTime(MappedRecord& mapped, DateTime told) {
 
 class ContactWriter {
  public:
-  ContactWriter(Session& session, const ImportOptions& options, StationTables& tables,
+  ContactWriter(core::Session& session, const ImportOptions& options, StationTables& tables,
                 std::ostream& report)
       : options_(options),
         tables_(tables),
@@ -123,7 +123,7 @@ class ContactWriter {
       if (options_.fillEmptyColumns && Fill(record, mapped)) ++counts.completed;
       return;
     }
-    const DateTime told = mapped.contact.DataQso;
+    const base::DateTime told = mapped.contact.DataQso;
     const bool moved = SecondOf(told) != placement.second;
     mapped.contact.DataQso = AtSecond(told, placement.second);
     MapRest(record, tables_, mapped);
@@ -132,7 +132,8 @@ class ContactWriter {
       ++counts.moved;
       report_ << fmt::format(
           "Spostato, riga {}, {}: alle {} c'è già un altro modo, salvato alle {}\r\n\r\n",
-          record.line, mapped.contact.Call, TimeText(told), TimeText(mapped.contact.DataQso));
+          record.line, mapped.contact.Call, base::TimeText(told),
+          base::TimeText(mapped.contact.DataQso));
     }
     kept_.Add(new_->Append(RowOf(mapped.contact)), mapped.kept);
     repeated_.Stored(mapped.contact);
@@ -142,7 +143,7 @@ class ContactWriter {
  private:
   bool Fill(const AdifRecord& record, MappedRecord& mapped) {
     MapRest(record, tables_, mapped);
-    Table& row = repeated_.Row();
+    engine::Table& row = repeated_.Row();
     const LogContact present = ReadContact(row);
     const std::int64_t qsoNr = row.Field("QsoNr").Integer();
     bool filled = false;
@@ -163,7 +164,7 @@ class ContactWriter {
   std::ostream& report_;
   KeptFields kept_;
   RepeatedInLog repeated_;
-  std::unique_ptr<RowAppender> new_;
+  std::unique_ptr<engine::RowAppender> new_;
 };
 
 // The words of a refusal without what stands in the record: "data non valida: 20011301".
@@ -182,7 +183,7 @@ void KeepRepairs(ImportPreview& preview, const AdifRecord& record) {
   for (RepairedField& each : RepairsOf(record)) preview.firstRepairs.push_back(std::move(each));
 }
 
-void Widen(ImportPreview& preview, DateTime time) {
+void Widen(ImportPreview& preview, base::DateTime time) {
   if (!preview.first || time < *preview.first) preview.first = time;
   if (!preview.last || time > *preview.last) preview.last = time;
 }
@@ -195,7 +196,8 @@ std::int64_t SizeOf(const std::filesystem::path& file) {
   return error ? 0 : static_cast<std::int64_t>(size);
 }
 
-std::optional<ImportPreview> PreviewImport(Session& session, const std::filesystem::path& file,
+std::optional<ImportPreview> PreviewImport(core::Session& session,
+                                           const std::filesystem::path& file,
                                            const QslChoice& choice,
                                            const ImportProgress& progress) {
   LogFile log(file);
@@ -248,7 +250,8 @@ std::optional<ImportPreview> PreviewImport(Session& session, const std::filesyst
   return preview;
 }
 
-std::optional<ImportCounts> ImportContacts(Session& session, const std::filesystem::path& file,
+std::optional<ImportCounts> ImportContacts(core::Session& session,
+                                           const std::filesystem::path& file,
                                            const ImportOptions& options,
                                            const ImportProgress& progress, std::ostream& report) {
   LogFile log(file);
@@ -257,7 +260,7 @@ std::optional<ImportCounts> ImportContacts(Session& session, const std::filesyst
   ImportCounts counts;
   AdifRecord record;
   MappedRecord mapped;
-  Transaction transaction(session.Db);
+  core::Transaction transaction(session.Db);
   while (log.Records().Next(record)) {
     if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
       return std::nullopt;
@@ -279,4 +282,4 @@ std::optional<ImportCounts> ImportContacts(Session& session, const std::filesyst
   return counts;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

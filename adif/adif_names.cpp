@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 // By rising frequency.
@@ -152,12 +152,13 @@ std::vector<std::string_view> Words(std::string_view list) {
 }  // namespace
 
 const AdifBand* FindAdifBand(std::string_view name) {
-  const auto* at = std::find_if(std::begin(kBands), std::end(kBands),
-                                [&](const AdifBand& band) { return SameText(band.name, name); });
+  const auto* at = std::find_if(std::begin(kBands), std::end(kBands), [&](const AdifBand& band) {
+    return base::SameText(band.name, name);
+  });
   return at == std::end(kBands) ? nullptr : at;
 }
 
-const AdifBand* AdifBandAt(Mhz frequency) {
+const AdifBand* AdifBandAt(base::Mhz frequency) {
   const auto* at = std::find_if(std::begin(kBands), std::end(kBands), [&](const AdifBand& band) {
     return frequency.Value() >= band.lower && frequency.Value() <= band.upper;
   });
@@ -175,41 +176,41 @@ std::optional<AdifMode> FindAdifMode(std::string_view word) {
     }
     return modes;
   }();
-  const auto found = kByWord.find(UpperAscii(word));
+  const auto found = kByWord.find(base::UpperAscii(word));
   return found == kByWord.end() ? std::nullopt : std::optional(found->second);
 }
 
 std::string_view AdifWordOf(std::string_view mode) {
   for (const Word& word : kModeWords) {
-    if (SameText(word.ours, mode)) return word.adif;
+    if (base::SameText(word.ours, mode)) return word.adif;
   }
   return mode;
 }
 
 std::string_view ModeOfAdifWord(std::string_view word) {
   for (const Word& each : kModeWords) {
-    if (SameText(each.adif, word)) return each.ours;
+    if (base::SameText(each.adif, word)) return each.ours;
   }
   return word;
 }
 
 std::string_view PropagationOf(std::string_view adif) {
   for (const Word& word : kPropagations) {
-    if (SameText(word.adif, adif)) return word.ours;
+    if (base::SameText(word.adif, adif)) return word.ours;
   }
   return {};
 }
 
 std::string_view AdifPropagationOf(std::string_view propagation) {
   for (const Word& word : kPropagations) {
-    if (SameText(word.ours, propagation)) return word.adif;
+    if (base::SameText(word.ours, propagation)) return word.adif;
   }
   return {};
 }
 
 bool IsAdifContinent(std::string_view text) {
   return std::any_of(std::begin(kContinents), std::end(kContinents),
-                     [&](std::string_view continent) { return SameText(continent, text); });
+                     [&](std::string_view continent) { return base::SameText(continent, text); });
 }
 
 bool IsAdifField(std::string_view name) {
@@ -222,4 +223,4 @@ bool IsAdifField(std::string_view name) {
 
 bool IsApplicationField(std::string_view name) { return name.starts_with("APP_"); }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -4,11 +4,11 @@
 #include <cstring>
 
 #include "adif/adif_names.h"
-#include "plain_name.h"
 #include "base/encoding.h"
 #include "base/text.h"
+#include "plain_name.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 constexpr std::size_t kChunk = std::size_t{1} << 18;
@@ -24,15 +24,15 @@ constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r') || 
 constexpr bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 bool IsContactsOwn(std::string_view name) {
-  return SameText(name, "CALL") || SameText(name, "QSO_DATE");
+  return base::SameText(name, "CALL") || base::SameText(name, "QSO_DATE");
 }
 
 }  // namespace
 
 std::string TextOfBytes(std::string_view bytes) {
-  if (IsAscii(bytes)) return std::string(bytes);
-  std::string text = ValidUtf8(bytes);
-  return text == bytes ? text : FromWindows1252(bytes);
+  if (base::IsAscii(bytes)) return std::string(bytes);
+  std::string text = base::ValidUtf8(bytes);
+  return text == bytes ? text : base::FromWindows1252(bytes);
 }
 
 const std::string* AdifRecord::Find(std::string_view name) const {
@@ -113,8 +113,8 @@ void AdifReader::PassHeader() {
   for (std::size_t at = buffer_.find('<'); at < kLongestRecord && end == std::string::npos;
        at = buffer_.find('<', at + 1)) {
     if (!ReadAdifTag(std::string_view(buffer_).substr(at), tag)) continue;
-    if (tag.hasLength ? IsContactsOwn(tag.name) : SameText(tag.name, "EOR")) return;
-    if (!tag.hasLength && SameText(tag.name, "EOH")) end = at;
+    if (tag.hasLength ? IsContactsOwn(tag.name) : base::SameText(tag.name, "EOR")) return;
+    if (!tag.hasLength && base::SameText(tag.name, "EOH")) end = at;
   }
   if (end == std::string::npos) return;
   const std::string_view header = std::string_view(buffer_).substr(0, end);
@@ -124,7 +124,7 @@ void AdifReader::PassHeader() {
     at += tag.size;
     const std::size_t next = std::min(FindLikelyTag(header, at, end), end);
     const std::string_view value = header.substr(at, std::min(tag.length, next - at));
-    header_.push_back({UpperAscii(TextOfBytes(tag.name)), TextOfBytes(Stripped(value))});
+    header_.push_back({base::UpperAscii(TextOfBytes(tag.name)), TextOfBytes(Stripped(value))});
   }
   ReadAdifTag(std::string_view(buffer_).substr(end), tag);
   at_ = end + tag.size;
@@ -186,13 +186,13 @@ bool AdifReader::HoldsRecordsEnd(std::size_t size, const AdifRecord& record) con
   for (std::size_t at = FindLikelyTag(bytes, at_, at_ + size); at != bytes.npos && !end;
        at = FindLikelyTag(bytes, at + 1, at_ + size)) {
     ReadAdifTag(bytes.substr(at), tag);
-    end = !tag.hasLength && SameText(tag.name, "EOR");
+    end = !tag.hasLength && base::SameText(tag.name, "EOR");
   }
   if (!end) return false;
   const std::size_t next = bytes.substr(0, at_ + size + kLookAhead).find('<', at_ + size);
   if (next == bytes.npos || !ReadAdifTag(bytes.substr(next), tag)) return false;
   return std::any_of(record.fields.begin(), record.fields.end(),
-                     [&](const AdifField& field) { return SameText(field.name, tag.name); });
+                     [&](const AdifField& field) { return base::SameText(field.name, tag.name); });
 }
 
 // The bytes of a value of this length, npos when no way of counting leads on.
@@ -231,7 +231,7 @@ std::size_t AdifReader::RepairedSize(std::size_t length) {
 
 bool AdifReader::TakeValue(const AdifTag& tag, AdifRecord& record) {
   AdifField& field = record.fields.emplace_back();
-  field.name = UpperAscii(TextOfBytes(tag.name));  // before the buffer moves
+  field.name = base::UpperAscii(TextOfBytes(tag.name));  // before the buffer moves
   at_ += tag.size;
   // Four bytes a character at the most, and a look beyond.
   Have(std::min(tag.length, kLongestValue) * 4 + kLookAhead + kLongestAdifTag);
@@ -262,7 +262,7 @@ bool AdifReader::SkipRecord() {
   while (FindTag()) {
     if (at_ - begin_ > kLongestRecord) Shorten();
     AdifTag tag;
-    if (ReadTag(tag) && !tag.hasLength && SameText(tag.name, "EOR")) {
+    if (ReadTag(tag) && !tag.hasLength && base::SameText(tag.name, "EOR")) {
       at_ += tag.size;
       return true;
     }
@@ -291,8 +291,8 @@ bool AdifReader::Next(AdifRecord& record) {
       continue;
     }
     if (!tag.hasLength) {
-      const bool endOfHeader = SameText(tag.name, "EOH") && record.Find("CALL") == nullptr;
-      closed = place_ == Place::kInside && SameText(tag.name, "EOR");
+      const bool endOfHeader = base::SameText(tag.name, "EOH") && record.Find("CALL") == nullptr;
+      closed = place_ == Place::kInside && base::SameText(tag.name, "EOR");
       at_ += tag.size;
       if (endOfHeader) {
         header_ = std::move(record.fields);
@@ -348,21 +348,21 @@ std::string OtherThanAdif(std::string_view firstBytes) {
   constexpr std::string_view kKnown[] = {"<CALL:",     "<QSO_DATE:",  "<EOR>",  "<EOH>",
                                          "<ADIF_VER:", "<PROGRAMID:", "<BAND:", "<FREQ:",
                                          "<MODE:",     "<TIME_ON:"};
-  firstBytes = WithoutByteOrderMark(firstBytes);
+  firstBytes = base::WithoutByteOrderMark(firstBytes);
   const std::string_view text = Stripped(firstBytes);
   if (text.empty()) return "un file vuoto";
   for (const Kind& kind : kKinds) {
     const bool binary = kind.begins.front() < ' ' || kind.begins.front() > '~';
     const std::string_view begin = (binary ? firstBytes : text).substr(0, kind.begins.size());
-    if (SameText(begin, kind.begins)) return std::string(kind.what);
+    if (base::SameText(begin, kind.begins)) return std::string(kind.what);
   }
   for (std::size_t at = firstBytes.find('<'); at != std::string_view::npos;
        at = firstBytes.find('<', at + 1)) {
     for (const std::string_view known : kKnown) {
-      if (SameText(firstBytes.substr(at, known.size()), known)) return {};
+      if (base::SameText(firstBytes.substr(at, known.size()), known)) return {};
     }
   }
   return "un file di un altro tipo";
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

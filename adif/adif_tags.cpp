@@ -5,7 +5,7 @@
 #include "adif/adif_reader.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 constexpr std::size_t kLargestLength = std::size_t{1} << 48;
@@ -16,8 +16,8 @@ constexpr bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && 
 bool IsLikely(const AdifTag& tag) {
   if (!IsLetter(tag.name.front())) return false;
   if (!tag.hasLength) {
-    return SameText(tag.name, "EOR") || SameText(tag.name, "EOH") ||
-           SameText(tag.name.substr(0, 4), "APP_");
+    return base::SameText(tag.name, "EOR") || base::SameText(tag.name, "EOH") ||
+           base::SameText(tag.name.substr(0, 4), "APP_");
   }
   return std::all_of(tag.name.begin(), tag.name.end(),
                      [](char c) { return IsLetter(c) || IsDigit(c) || c == '_'; });
@@ -32,7 +32,7 @@ bool ReadAdifTag(std::string_view bytes, AdifTag& tag) {
   tag.name = rest.substr(1, at - 1);
   if (tag.name.empty() || tag.name.size() > kLongestAdifName || at >= rest.size()) return false;
   // It is written in UTF-8, where it may be longer.
-  if (!IsAscii(tag.name) && TextOfBytes(tag.name).size() > kLongestAdifName) return false;
+  if (!base::IsAscii(tag.name) && TextOfBytes(tag.name).size() > kLongestAdifName) return false;
   tag.hasLength = rest[at] == ':' && at + 1 < rest.size() && IsDigit(rest[at + 1]);
   tag.length = 0;
   if (tag.hasLength) {
@@ -61,4 +61,4 @@ std::size_t FindLikelyTag(std::string_view bytes, std::size_t from, std::size_t 
   return std::string_view::npos;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -7,10 +7,10 @@
 #include <cmath>
 #include <string>
 
-#include "plain_name.h"
 #include "base/number.h"
+#include "plain_name.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 std::string DigitsOf(std::string_view text, std::string_view separators) {
@@ -26,7 +26,7 @@ std::string DigitsOf(std::string_view text, std::string_view separators) {
 }
 
 int Part(const std::string& digits, std::size_t at, std::size_t count) {
-  return static_cast<int>(Val(digits.substr(at, count)));
+  return static_cast<int>(base::Val(digits.substr(at, count)));
 }
 
 }  // namespace
@@ -51,22 +51,22 @@ std::optional<int> WholeIn(std::string_view text, int least, int most) {
   return static_cast<int>(*number);
 }
 
-std::optional<DateTime> DateIn(std::string_view text) {
+std::optional<base::DateTime> DateIn(std::string_view text) {
   const std::string digits = DigitsOf(text, "-/.");
   // Before the year 100 no column holds a date.
   if (digits.size() != 8 || digits.starts_with("00")) return std::nullopt;
-  return ParseIso(fmt::format("{}-{}-{} 00:00:00", digits.substr(0, 4), digits.substr(4, 2),
-                              digits.substr(6, 2)));
+  return base::ParseIso(fmt::format("{}-{}-{} 00:00:00", digits.substr(0, 4), digits.substr(4, 2),
+                                    digits.substr(6, 2)));
 }
 
-std::optional<DateTime> TimeIn(std::string_view text) {
+std::optional<base::DateTime> TimeIn(std::string_view text) {
   std::string digits = DigitsOf(text, ":. ");
   if (digits.size() == 3 || digits.size() == 5) digits.insert(0, "0");  // "930"
   if (digits.size() == 4) digits += "00";
   if (digits.size() != 6) return std::nullopt;
   const int hour = Part(digits, 0, 2), minute = Part(digits, 2, 2), second = Part(digits, 4, 2);
   if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
-  return DateTime::FromSeconds((hour * 60 + minute) * 60 + second);
+  return base::DateTime::FromSeconds((hour * 60 + minute) * 60 + second);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -5,11 +5,11 @@
 #include "base/plain_letters.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 std::string AdifBytes(std::string_view text, AdifLetters letters) {
-  if (IsAscii(text)) return std::string(text);
-  return letters == AdifLetters::kAscii ? ToPlainLetters(text).text : ValidUtf8(text);
+  if (base::IsAscii(text)) return std::string(text);
+  return letters == AdifLetters::kAscii ? base::ToPlainLetters(text).text : base::ValidUtf8(text);
 }
 
 std::string AdifHeader(const std::vector<std::string>& userFields, AdifLetters letters) {
@@ -35,4 +35,4 @@ std::string AdifLine(const std::vector<AdifField>& fields, AdifLetters letters) 
   return line + "<EOR>\r\n";
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -7,7 +7,7 @@
 
 #include "adif/adif_reader.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 // The letters of a file; its lengths are bytes.
 enum class AdifLetters {
@@ -25,4 +25,4 @@ std::string AdifHeader(const std::vector<std::string>& userFields,
 std::string AdifLine(const std::vector<AdifField>& fields,
                      AdifLetters letters = AdifLetters::kUtf8);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-#include "dxcc_entities.h"
-#include "escaped_text.h"
-#include "plain_name.h"
 #include "adif/record_to_contact.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "dxcc_entities.h"
+#include "escaped_text.h"
+#include "plain_name.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 std::string OneLine(std::string_view text) {
@@ -28,7 +28,7 @@ class FieldList {
     if (!line.empty()) fields_.push_back({std::string(name), std::move(line)});
   }
   void AddNumber(std::string_view name, double value) {
-    if (value != 0) Add(name, PlainNumber(value));
+    if (value != 0) Add(name, base::PlainNumber(value));
   }
   std::vector<AdifField> Take() { return std::move(fields_); }
 
@@ -38,7 +38,7 @@ class FieldList {
 };
 
 void AddMode(FieldList& fields, std::string_view modo) {
-  const auto mode = FindAdifMode(AdifWordOf(Trim(modo)));
+  const auto mode = FindAdifMode(AdifWordOf(base::Trim(modo)));
   if (!mode) return;
   fields.Add("MODE", mode->mode);
   fields.Add("SUBMODE", mode->submode);
@@ -97,7 +97,7 @@ class Reader {
 bool IsConfirmedElsewhere(const std::vector<AdifField>& kept) {
   return std::any_of(kept.begin(), kept.end(), [](const AdifField& field) {
     return (field.name == "LOTW_QSL_RCVD" || field.name == "EQSL_QSL_RCVD") &&
-           (SameText(field.value, "Y") || SameText(field.value, "V"));
+           (base::SameText(field.value, "Y") || base::SameText(field.value, "V"));
   });
 }
 
@@ -123,13 +123,13 @@ std::vector<AdifField> WithOwnWords(const std::vector<AdifField>& told,
 std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTables& tables) {
   FieldList fields;
   constexpr std::size_t kTimeDigits = 6;
-  fields.Add("CALL", UpperAscii(contact.Call));
+  fields.Add("CALL", base::UpperAscii(contact.Call));
   // "yyyy-mm-dd hh:mm:ss"
-  std::string when = IsoText(contact.DataQso);
+  std::string when = base::IsoText(contact.DataQso);
   std::erase_if(when, [](char c) { return c < '0' || c > '9'; });
   fields.Add("QSO_DATE", std::string_view(when).substr(0, when.size() - kTimeDigits));
   fields.Add("TIME_ON", std::string_view(when).substr(when.size() - kTimeDigits));
-  const AdifBand* band = tables.AdifBandOf(contact.Banda, Mhz(contact.Frequenza));
+  const AdifBand* band = tables.AdifBandOf(contact.Banda, base::Mhz(contact.Frequenza));
   if (band != nullptr) fields.Add("BAND", band->name);
   fields.AddNumber("FREQ", contact.Frequenza);
   const SatelliteNote satellite =
@@ -141,19 +141,19 @@ std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTabl
   fields.Add("NAME", contact.Qra);
   fields.Add("QTH", contact.Qth);
   constexpr std::size_t kLongestGrid = 8;
-  const std::string grid = UpperAscii(contact.Locator).substr(0, kLongestGrid);
+  const std::string grid = base::UpperAscii(contact.Locator).substr(0, kLongestGrid);
   if (IsGridSquare(grid)) fields.Add("GRIDSQUARE", grid);
   if (contact.Qrb > 0) fields.AddNumber("DISTANCE", contact.Qrb);
   fields.Add("PFX", contact.Prefisso);
-  if (const DxccEntity* entity = FindDxccEntityOf(Trim(contact.Country))) {
+  if (const DxccEntity* entity = FindDxccEntityOf(base::Trim(contact.Country))) {
     fields.AddNumber("DXCC", entity->number);
     fields.Add("COUNTRY", entity->name);
   }
   if (contact.ZonaCQ >= 1 && contact.ZonaCQ <= 40) fields.AddNumber("CQZ", contact.ZonaCQ);
   if (contact.ZonaITU >= 1 && contact.ZonaITU <= 90) fields.AddNumber("ITUZ", contact.ZonaITU);
-  if (IsAdifContinent(contact.Continente)) fields.Add("CONT", UpperAscii(contact.Continente));
+  if (IsAdifContinent(contact.Continente)) fields.Add("CONT", base::UpperAscii(contact.Continente));
   fields.Add("STATE", contact.Provincia);
-  fields.Add("PROP_MODE", AdifPropagationOf(Trim(contact.Propagazione)));
+  fields.Add("PROP_MODE", AdifPropagationOf(base::Trim(contact.Propagazione)));
   if (bySatellite) {
     fields.Add("SAT_NAME", satellite.satellite);
     fields.Add("SAT_MODE", satellite.satelliteMode);
@@ -207,4 +207,4 @@ std::vector<AdifField> FileFields(const LogContact& contact, const std::vector<A
   return fields;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

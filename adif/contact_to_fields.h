@@ -4,11 +4,11 @@
 #include <vector>
 
 #include "adif/adif_reader.h"
-#include "adif_writer.h"
 #include "adif/log_contact.h"
 #include "adif/station_tables.h"
+#include "adif_writer.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 // What the columns say in the standard's own words, in the order of the file. Columns that it has
 // no words for are left out.
@@ -20,4 +20,4 @@ std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTabl
 std::vector<AdifField> FileFields(const LogContact& contact, const std::vector<AdifField>& kept,
                                   StationTables& tables, AdifLetters letters);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -5,7 +5,7 @@
 
 #include "plain_name.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 // Number, code of table Country, English name; by number.
@@ -484,4 +484,4 @@ const DxccEntity* FindDxccEntityNamed(std::string_view name) {
   return found == kByName.end() ? nullptr : found->second;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

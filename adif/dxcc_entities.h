@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::adif {
 
 struct DxccEntity {
   int number;
@@ -26,4 +26,4 @@ const DxccEntity* FindDxccEntityOf(std::string_view country);
 // By the English name, letters and digits alone, without regard to case.
 const DxccEntity* FindDxccEntityNamed(std::string_view name);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

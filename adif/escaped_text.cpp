@@ -6,11 +6,11 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 std::string EscapeText(std::string_view text) {
   std::string escaped;
-  for (const char32_t c : Characters(text)) {
+  for (const char32_t c : base::Characters(text)) {
     if (c == '\\') {
       escaped += "\\\\";
     } else if (c > ' ' && c < 0x7F) {
@@ -28,7 +28,7 @@ std::string EscapeText(std::string_view text) {
 
 std::string UnescapeText(std::string_view text) {
   std::u32string characters;
-  const std::u32string escaped = Characters(text);
+  const std::u32string escaped = base::Characters(text);
   for (std::size_t i = 0; i < escaped.size(); ++i) {
     if (escaped[i] != '\\' || i + 1 == escaped.size()) {
       characters += escaped[i];
@@ -51,7 +51,7 @@ std::string UnescapeText(std::string_view text) {
     const bool scalar = code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
     characters += scalar ? code : char32_t{0xFFFD};
   }
-  return FromCharacters(characters);
+  return base::FromCharacters(characters);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -6,7 +6,7 @@
 #include "core/modules.h"
 #include "core/shared_windows.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 constexpr std::string_view kTitle = "Esporta ADIF";
@@ -16,15 +16,16 @@ constexpr std::string_view kSuggested = "Brenvo.adi";
 
 }  // namespace
 
-EsportaAdif::EsportaAdif(Session& session)
-    : Window(session.Host(), "EsportaAdif", "Esporta ADIF", Twips(6000), Twips(3900)),
+EsportaAdif::EsportaAdif(core::Session& session)
+    : forms::Window(session.Host(), "EsportaAdif", "Esporta ADIF", base::Twips(6000),
+                    base::Twips(3900)),
       session_(session) {
   DefaultCommand = &cmEsporta;
   CancelCommand = &cmExit;
 }
 
 void EsportaAdif::Load() {
-  RestoreWindow(session_, *this, kSection);
+  core::RestoreWindow(session_, *this, kSection);
   Lettere.SetIndex(session_.GetSetting(kSection, "Lettere", "UTF-8") == "ASCII" ? 1 : 0);
   Contatti.SetEnabled(session_.CurrentLogForm != nullptr);
   StatusBar1.SetPanel(1, session_.CurrentLogForm != nullptr
@@ -32,10 +33,10 @@ void EsportaAdif::Load() {
                              : "La finestra Log e' chiusa: si esporta tutto il log");
 }
 
-void EsportaAdif::Unload() { SaveWindow(session_, *this, kSection); }
+void EsportaAdif::Unload() { core::SaveWindow(session_, *this, kSection); }
 
 std::string EsportaAdif::Selection() const {
-  const LogWindow* log = session_.CurrentLogForm;
+  const core::LogWindow* log = session_.CurrentLogForm;
   if (Contatti.Index() == 0 || log == nullptr) return std::string(kAllContacts);
   return log->Selection;
 }
@@ -48,20 +49,20 @@ void EsportaAdif::Export() {
   const bool ascii = Lettere.Index() == 1;
   session_.SaveSetting(kSection, "Lettere", ascii ? "ASCII" : "UTF-8");
   try {
-    const BusyPointer busy(Host());
+    const platform::BusyPointer busy(Host());
     const auto progress =
         session_.Machine.ShowProgress("Esportazione", session_.TbLog->RecordCount());
     counts = ExportContacts(
         session_, select, *file, [&](std::int64_t done) { return progress->Advance(done); },
         ascii ? AdifLetters::kAscii : AdifLetters::kUtf8);
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, kTitle);
   } catch (const std::runtime_error& failure) {
-    session_.Messages().Show(MessageIcon::kCritical, kTitle, failure.what());
+    session_.Messages().Show(platform::MessageIcon::kCritical, kTitle, failure.what());
     return;
   }
   if (!counts) {
-    session_.Messages().Show(MessageIcon::kExclamation, kTitle,
+    session_.Messages().Show(platform::MessageIcon::kExclamation, kTitle,
                              "Esportazione interrotta: il file non e' stato scritto.");
     return;
   }
@@ -75,8 +76,8 @@ void EsportaAdif::Export() {
     text += fmt::format("\nLettere cambiate per l'ASCII: {}, in {} contatti", counts->changed,
                         counts->changedContacts);
   }
-  session_.Messages().Show(MessageIcon::kInformation, kTitle, text);
+  session_.Messages().Show(platform::MessageIcon::kInformation, kTitle, text);
   Close();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

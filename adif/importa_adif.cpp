@@ -5,12 +5,12 @@
 #include <fstream>
 #include <vector>
 
-#include "kept_fields.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "core/modules.h"
+#include "kept_fields.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 constexpr std::string_view kTitle = "Importa ADIF";
@@ -31,7 +31,7 @@ std::string Listed(const std::map<std::string, std::int64_t>& counts) {
   std::string text;
   for (const auto& [name, count] : counts) {
     if (!text.empty()) text += ", ";
-    text += fmt::format("{}: {}", name.empty() ? "senza" : Trim(name), count);
+    text += fmt::format("{}: {}", name.empty() ? "senza" : base::Trim(name), count);
   }
   return text;
 }
@@ -39,8 +39,8 @@ std::string Listed(const std::map<std::string, std::int64_t>& counts) {
 std::string CellText(const LogContact& contact, std::string_view column) {
   for (const ContactColumn& each : ContactColumns()) {
     if (each.column != column) continue;
-    if (column == "DataQso") return DateTimeText(contact.DataQso);
-    if (column == "Frequenza") return FormatNumber(contact.Frequenza, "#####.000");
+    if (column == "DataQso") return base::DateTimeText(contact.DataQso);
+    if (column == "Frequenza") return base::FormatNumber(contact.Frequenza, "#####.000");
     const std::string text = ColumnText(contact, each);
     if (column.starts_with("Qsl")) return text == "Y" ? "Sì" : "No";
     return text;
@@ -48,12 +48,12 @@ std::string CellText(const LogContact& contact, std::string_view column) {
   return {};
 }
 
-void SayFailure(Session& session, std::string_view text) {
-  session.Messages().Show(MessageIcon::kCritical, kTitle, text);
+void SayFailure(core::Session& session, std::string_view text) {
+  session.Messages().Show(platform::MessageIcon::kCritical, kTitle, text);
 }
 
-bool HasPlaceForFields(Session& session) {
-  if (HasTable(session, KeptFields::kTable)) return true;
+bool HasPlaceForFields(core::Session& session) {
+  if (core::HasTable(session, KeptFields::kTable)) return true;
   SayFailure(session,
              "Nel database manca la tabella LogAdif: installare di nuovo il programma in questa "
              "cartella la aggiunge, e lascia il log com'e'.");
@@ -62,28 +62,29 @@ bool HasPlaceForFields(Session& session) {
 
 }  // namespace
 
-ImportaAdif::ImportaAdif(Session& session)
-    : Window(session.Host(), "ImportaAdif", "Importa ADIF", Twips(13500), Twips(8400)),
+ImportaAdif::ImportaAdif(core::Session& session)
+    : forms::Window(session.Host(), "ImportaAdif", "Importa ADIF", base::Twips(13500),
+                    base::Twips(8400)),
       session_(session) {
-  for (TextField* field : {&File, &Letti, &Nuovi, &Ripetuti, &Rifiutati, &Periodo, &Bande, &Modi,
-                           &Motivi, &Avvisi, &Spostati, &Riparati}) {
+  for (forms::TextField* field : {&File, &Letti, &Nuovi, &Ripetuti, &Rifiutati, &Periodo, &Bande,
+                                  &Modi, &Motivi, &Avvisi, &Spostati, &Riparati}) {
     field->ReadOnly = true;
   }
   DefaultCommand = &cmImporta;
   CancelCommand = &cmExit;
-  for (CheckBox* box : {&QslCartacea, &QslLotw, &QslEqsl}) {
+  for (forms::CheckBox* box : {&QslCartacea, &QslLotw, &QslEqsl}) {
     box->OnChange = [this] { ShowFirstRecords(); };
   }
 }
 
 void ImportaAdif::Load() {
-  RestoreWindow(session_, *this, kSection);
+  core::RestoreWindow(session_, *this, kSection);
   QslCartacea.SetOn(session_.GetSetting(kSection, "QslCartacea", "Y") == "Y");
   QslLotw.SetOn(session_.GetSetting(kSection, "QslLotw", "N") == "Y");
   QslEqsl.SetOn(session_.GetSetting(kSection, "QslEqsl", "N") == "Y");
 }
 
-void ImportaAdif::Unload() { SaveWindow(session_, *this, kSection); }
+void ImportaAdif::Unload() { core::SaveWindow(session_, *this, kSection); }
 
 QslChoice ImportaAdif::Choice() const {
   return {QslCartacea.IsOn(), QslLotw.IsOn(), QslEqsl.IsOn()};
@@ -91,14 +92,14 @@ QslChoice ImportaAdif::Choice() const {
 
 bool ImportaAdif::Preview(const std::filesystem::path& file) {
   file_ = file;
-  const BusyPointer busy(Host());
+  const platform::BusyPointer busy(Host());
   try {
     const auto progress = session_.Machine.ShowProgress("Lettura del file", SizeOf(file));
     auto preview = PreviewImport(session_, file, Choice(),
                                  [&](std::int64_t done) { return progress->Advance(done); });
     if (!preview) return false;
     preview_ = std::move(*preview);
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, kTitle);
   } catch (const std::runtime_error& failure) {
     SayFailure(session_, failure.what());
@@ -116,8 +117,8 @@ void ImportaAdif::ShowPreview() {
   Ripetuti.SetText(std::to_string(counts.repeated));
   Rifiutati.SetText(std::to_string(counts.refused));
   if (preview_.first) {
-    Periodo.SetText(
-        fmt::format("dal {} al {}", DateText(*preview_.first), DateText(*preview_.last)));
+    Periodo.SetText(fmt::format("dal {} al {}", base::DateText(*preview_.first),
+                                base::DateText(*preview_.last)));
   }
   Bande.SetText(Listed(preview_.bands));
   Modi.SetText(Listed(preview_.modes));
@@ -125,7 +126,7 @@ void ImportaAdif::ShowPreview() {
   std::string warnings;
   if (preview_.endsEarly) warnings = "Il file finisce a meta' di un record. ";
   if (preview_.damaged > 0) warnings += fmt::format("Record danneggiati: {}.", preview_.damaged);
-  Avvisi.SetText(Trim(warnings));
+  Avvisi.SetText(base::Trim(warnings));
   Spostati.SetText(std::to_string(counts.moved));
   Riparati.SetText(std::to_string(counts.repairs));
   ShowFirstRecords();
@@ -195,42 +196,42 @@ void ImportaAdif::Import() {
   std::optional<ImportCounts> counts;
   const std::filesystem::path report = session_.File(kReport);
   try {
-    const BusyPointer busy(Host());
+    const platform::BusyPointer busy(Host());
     std::ofstream out(report, std::ios::binary | std::ios::trunc);
     if (!out) {
       throw std::runtime_error(
           fmt::format("Il rapporto {} non si scrive", report.filename().string()));
     }
-    out << fmt::format("Importazione ADIF del {}\r\nFile: {}\r\n\r\n", DateTimeText(session_.Now()),
-                       file_.filename().string());
+    out << fmt::format("Importazione ADIF del {}\r\nFile: {}\r\n\r\n",
+                       base::DateTimeText(session_.Now()), file_.filename().string());
     const auto progress = session_.Machine.ShowProgress("Importazione", SizeOf(file_));
     counts = ImportContacts(
         session_, file_, {Choice(), ContattiRipetuti.Index() == 1},
         [&](std::int64_t done) { return progress->Advance(done); }, out);
     if (!counts) out << "Importazione interrotta: nessun record e' stato importato.\r\n";
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, kTitle);
   } catch (const std::runtime_error& failure) {
     SayFailure(session_, failure.what());
     return;
   }
   if (!counts) {
-    session_.Messages().Show(MessageIcon::kExclamation, kTitle,
+    session_.Messages().Show(platform::MessageIcon::kExclamation, kTitle,
                              "Importazione interrotta: nessun record e' stato importato.");
     return;
   }
-  session_.Changes.AnnounceMany(ContactTable::kLog);
+  session_.Changes.AnnounceMany(core::ContactTable::kLog);
   std::string text = fmt::format(
       "Record letti: {}\nImportati: {}\nRipetuti: {} (completati: {})\nRifiutati: {}\n",
       counts->read, counts->fresh, counts->repeated, counts->completed, counts->refused);
   if (counts->moved > 0) text += fmt::format("Spostati nel minuto: {}\n", counts->moved);
   if (counts->repairs > 0) text += fmt::format("Campi riparati: {}\n", counts->repairs);
   text += fmt::format("Il rapporto e' nel file {}", report.filename().string());
-  session_.Messages().Show(MessageIcon::kInformation, kTitle, text);
+  session_.Messages().Show(platform::MessageIcon::kInformation, kTitle, text);
   Close();
 }
 
-void ImportaFileAdif(Session& session) {
+void ImportaFileAdif(core::Session& session) {
   if (!HasPlaceForFields(session)) return;
   const auto file = session.Machine.PickFile(kTitle, kFiles);
   if (!file) return;
@@ -242,4 +243,4 @@ void ImportaFileAdif(Session& session) {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

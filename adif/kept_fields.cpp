@@ -2,16 +2,16 @@
 
 #include <algorithm>
 
-namespace brenvo {
+namespace brenvo::adif {
 
-KeptFields::KeptFields(Database& database)
+KeptFields::KeptFields(engine::Database& database)
     : table_(database.OpenTable(kTable)), new_(database.OpenAppender(kTable)) {
   table_->SetIndex("PrimaryKey");
 }
 
 std::vector<AdifField> KeptFields::Of(std::int64_t qsoNr) {
   std::vector<AdifField> fields;
-  table_->Seek(SeekComparison::kGreaterOrEqual, {qsoNr});
+  table_->Seek(engine::SeekComparison::kGreaterOrEqual, {qsoNr});
   if (table_->NoMatch()) return fields;
   for (; !table_->EOF_() && table_->Field("QsoNr").Integer() == qsoNr; table_->MoveNext()) {
     fields.push_back({table_->Field("Campo").Text(), table_->Field("Valore").Text()});
@@ -35,4 +35,4 @@ bool KeptFields::AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fi
   return !missing.empty();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

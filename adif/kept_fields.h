@@ -9,14 +9,14 @@
 #include "adif/adif_reader.h"
 #include "engine/database.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 class KeptFields {
  public:
   static constexpr std::string_view kTable = "LogAdif";
 
   // DatabaseError 3078 when the database has no such table (it was delivered before there was one).
-  explicit KeptFields(Database& database);
+  explicit KeptFields(engine::Database& database);
 
   // By name.
   std::vector<AdifField> Of(std::int64_t qsoNr);
@@ -26,8 +26,8 @@ class KeptFields {
   bool AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fields);
 
  private:
-  std::unique_ptr<Table> table_;
-  std::unique_ptr<RowAppender> new_;
+  std::unique_ptr<engine::Table> table_;
+  std::unique_ptr<engine::RowAppender> new_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

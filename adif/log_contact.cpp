@@ -4,7 +4,7 @@
 
 #include "base/number.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 template <class... F>
@@ -49,26 +49,26 @@ const std::vector<ContactColumn>& ContactColumns() {
 std::string ColumnText(const LogContact& contact, const ContactColumn& column) {
   return std::visit(
       Overloaded{
-          [&](DateTime LogContact::*member) { return IsoText(contact.*member); },
+          [&](base::DateTime LogContact::*member) { return base::IsoText(contact.*member); },
           [&](std::string LogContact::*member) { return contact.*member; },
-          [&](double LogContact::*member) { return PlainNumber(contact.*member); },
+          [&](double LogContact::*member) { return base::PlainNumber(contact.*member); },
           [&](bool LogContact::*member) { return std::string(contact.*member ? "Y" : "N"); }},
       column.member);
 }
 
 void SetColumnText(LogContact& contact, const ContactColumn& column, std::string_view text) {
-  std::visit(Overloaded{[&](DateTime LogContact::*member) {
-                          if (const auto date = ParseIso(text)) contact.*member = *date;
+  std::visit(Overloaded{[&](base::DateTime LogContact::*member) {
+                          if (const auto date = base::ParseIso(text)) contact.*member = *date;
                         },
                         [&](std::string LogContact::*member) { contact.*member = text; },
-                        [&](double LogContact::*member) { contact.*member = Val(text); },
+                        [&](double LogContact::*member) { contact.*member = base::Val(text); },
                         [&](bool LogContact::*member) { contact.*member = text == "Y"; }},
              column.member);
 }
 
 bool IsColumnEmpty(const LogContact& contact, const ContactColumn& column) {
   return std::visit(
-      Overloaded{[&](DateTime LogContact::*) { return false; },
+      Overloaded{[&](base::DateTime LogContact::*) { return false; },
                  [&](std::string LogContact::*member) { return (contact.*member).empty(); },
                  [&](double LogContact::*member) { return contact.*member == 0; },
                  [&](bool LogContact::*member) { return !(contact.*member); }},
@@ -78,7 +78,7 @@ bool IsColumnEmpty(const LogContact& contact, const ContactColumn& column) {
 const ContactColumn* ColumnTooSmall(const LogContact& contact) {
   constexpr double kLargestWhole = 9.2e18;  // of 64 bits, with room for rounding
   constexpr int kFirstYear = 100, kLastYear = 9999;
-  const auto holds = Overloaded{[&](DateTime LogContact::*member) {
+  const auto holds = Overloaded{[&](base::DateTime LogContact::*member) {
                                   const int year = (contact.*member).Year();
                                   return year >= kFirstYear && year <= kLastYear;
                                 },
@@ -94,15 +94,15 @@ const ContactColumn* ColumnTooSmall(const LogContact& contact) {
   return nullptr;
 }
 
-LogContact ReadContact(Recordset& row) {
+LogContact ReadContact(engine::Recordset& row) {
   LogContact contact;
   std::size_t at = 0;
   for (const ContactColumn& column : ContactColumns()) {
-    const Value value = row.Field(++at);  // QsoNr stands first
+    const engine::Value value = row.Field(++at);  // QsoNr stands first
     if (value.IsNull()) continue;
     // What another tool has made unreadable counts as Null.
-    std::visit(Overloaded{[&](DateTime LogContact::*member) {
-                            contact.*member = value.ReadableDate().value_or(DateTime());
+    std::visit(Overloaded{[&](base::DateTime LogContact::*member) {
+                            contact.*member = value.ReadableDate().value_or(base::DateTime());
                           },
                           [&](std::string LogContact::*member) { contact.*member = value.Text(); },
                           [&](double LogContact::*member) { contact.*member = value.Number(); },
@@ -114,12 +114,13 @@ LogContact ReadContact(Recordset& row) {
   return contact;
 }
 
-void WriteColumn(EditableRecordset& row, const LogContact& contact, const ContactColumn& column) {
+void WriteColumn(engine::EditableRecordset& row, const LogContact& contact,
+                 const ContactColumn& column) {
   std::visit([&](auto member) { row.Set(column.column, contact.*member); }, column.member);
 }
 
-std::vector<Value> RowOf(const LogContact& contact) {
-  std::vector<Value> row;
+std::vector<engine::Value> RowOf(const LogContact& contact) {
+  std::vector<engine::Value> row;
   row.reserve(ContactColumns().size());
   for (const ContactColumn& column : ContactColumns()) {
     std::visit([&](auto member) { row.emplace_back(contact.*member); }, column.member);
@@ -127,4 +128,4 @@ std::vector<Value> RowOf(const LogContact& contact) {
   return row;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r') || c == '\0'; }
@@ -11,7 +11,7 @@ constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r') || 
 
 std::string PlainName(std::string_view name) {
   std::string plain;
-  for (const char c : UpperAscii(name)) {
+  for (const char c : base::UpperAscii(name)) {
     const bool counts =
         (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || static_cast<unsigned char>(c) >= 0x80;
     if (counts) plain += c;
@@ -25,4 +25,4 @@ std::string_view Stripped(std::string_view text) {
   return text;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::adif {
 
 // ASCII only: "St. Kitts & Nevis" is "STKITTSNEVIS"; other bytes stay.
 std::string PlainName(std::string_view name);
 // Without white space at both ends.
 std::string_view Stripped(std::string_view text);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -9,15 +9,15 @@
 #include <unordered_map>
 
 #include "adif_values.h"
+#include "base/encoding.h"
+#include "base/plain_letters.h"
+#include "base/text.h"
 #include "contact_to_fields.h"
 #include "dxcc_entities.h"
 #include "escaped_text.h"
 #include "plain_name.h"
-#include "base/encoding.h"
-#include "base/plain_letters.h"
-#include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 // The fields that the columns come from.
@@ -146,7 +146,7 @@ bool IsCall(std::string_view call) {
 
 // Empty when call, date and time are right.
 std::string MapWhoAndWhen(const Fields& fields, LogContact& contact) {
-  contact.Call = UpperAscii(fields[kCall]);
+  contact.Call = base::UpperAscii(fields[kCall]);
   if (contact.Call.empty()) return "manca il nominativo (CALL)";
   if (!IsCall(contact.Call)) return fmt::format("nominativo non valido: {}", fields[kCall]);
   if (!fields.Says(kQsoDate)) return "manca la data (QSO_DATE)";
@@ -188,15 +188,15 @@ void MapBand(const Fields& fields, const StationTables& tables, LogContact& cont
   // Kilohertz where megahertz are due.
   constexpr double kKhzPerMhz = 1000;
   const double inMhz = frequency / kKhzPerMhz;
-  if (band != nullptr
-          ? frequency > band->upper && inMhz >= band->lower && inMhz <= band->upper
-          : AdifBandAt(Mhz(frequency)) == nullptr && AdifBandAt(Mhz(inMhz)) != nullptr) {
+  if (band != nullptr ? frequency > band->upper && inMhz >= band->lower && inMhz <= band->upper
+                      : AdifBandAt(base::Mhz(frequency)) == nullptr &&
+                            AdifBandAt(base::Mhz(inMhz)) != nullptr) {
     frequency = inMhz;
   }
   if (band != nullptr) {
     contact.Banda = tables.BandaOf(band->name);
   } else if (frequency != 0) {
-    contact.Banda = tables.BandaAt(Mhz(frequency));
+    contact.Banda = tables.BandaAt(base::Mhz(frequency));
   }
   contact.Frequenza = frequency != 0 || contact.Banda.empty()
                           ? frequency
@@ -222,7 +222,7 @@ void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact
   contact.Prefisso = prefix.Prefisso;
   constexpr std::size_t kLongestPrefix = 5;
   if (fields.Says(kPfx)) {
-    const std::string told = UpperAscii(fields[kPfx]);
+    const std::string told = base::UpperAscii(fields[kPfx]);
     if (IsCall(told) && told.size() <= kLongestPrefix) contact.Prefisso = told;
   }
   contact.Country = prefix.Country;
@@ -238,21 +238,21 @@ void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact
     if (named == nullptr && !listed.empty()) contact.Country = listed;
   }
   // A prefix of another country tells nothing of this one's zones.
-  const bool own = SameText(Trim(contact.Country), Trim(prefix.Country));
+  const bool own = base::SameText(base::Trim(contact.Country), base::Trim(prefix.Country));
   const PrefixFacts& facts = own ? prefix : tables.OfCountry(contact.Country);
   const auto cq = WholeIn(fields[kCqz], 1, 40), itu = WholeIn(fields[kItuz], 1, 90);
   contact.ZonaCQ = cq ? *cq : facts.ZonaCQ;
   contact.ZonaITU = itu ? *itu : facts.ZonaITU;
   contact.Continente =
-      IsAdifContinent(fields[kCont]) ? UpperAscii(fields[kCont]) : facts.Continente;
-  const std::string province = UpperAscii(fields[kState]);
+      IsAdifContinent(fields[kCont]) ? base::UpperAscii(fields[kCont]) : facts.Continente;
+  const std::string province = base::UpperAscii(fields[kState]);
   if (!province.empty() && tables.IsProvince(contact.Country, province))
     contact.Provincia = province;
 }
 
 void MapQsl(const Fields& fields, const QslChoice& choice, LogContact& contact) {
   const auto is = [&](Known known, std::string_view words) {
-    return fields[known].size() == 1 && words.find(UpperAscii(fields[known])) != words.npos;
+    return fields[known].size() == 1 && words.find(base::UpperAscii(fields[known])) != words.npos;
   };
   constexpr std::string_view kYes = "Y", kReceived = "YV", kWanted = "RQ";
   contact.QslInviata = is(kQslSent, kYes);
@@ -300,7 +300,7 @@ bool SaySame(std::string_view name, std::string_view a, std::string_view b) {
     const auto x = TimeIn(a), y = TimeIn(b);
     return x && y && *x == *y;
   }
-  return IsWordField(name) && SameText(a, b);
+  return IsWordField(name) && base::SameText(a, b);
 }
 
 void Keep(std::vector<AdifField>& kept, std::string_view name, std::string_view value) {
@@ -339,7 +339,7 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   contact.Qra = Line(fields[kName]);
   contact.Qth = Line(fields[kQth]);
   contact.Manager = Line(fields[kQslVia]);
-  const std::string locator = UpperAscii(fields[kGridSquare]);
+  const std::string locator = base::UpperAscii(fields[kGridSquare]);
   if (IsGridSquare(locator)) contact.Locator = locator;
   const auto distance = NumberIn(fields[kDistance]);
   contact.Qrb = distance                  ? std::round(*distance)
@@ -359,8 +359,9 @@ namespace {
 
 // Whether a file of ASCII, or of Windows-1252, would have the text like this.
 bool IsWithFewerLetters(std::string_view fewer, std::string_view text) {
-  if (IsAscii(text)) return false;
-  return ToPlainLetters(text).text == fewer || FromWindows1252(ToWindows1252(text)) == fewer;
+  if (base::IsAscii(text)) return false;
+  return base::ToPlainLetters(text).text == fewer ||
+         base::FromWindows1252(base::ToWindows1252(text)) == fewer;
 }
 
 }  // namespace
@@ -395,7 +396,7 @@ bool IsColumnField(std::string_view name) {
 }
 
 bool IsValidColumnField(const AdifField& field) {
-  const std::string value = UpperAscii(field.value);
+  const std::string value = base::UpperAscii(field.value);
   const auto oneOf = [&](std::string_view letters) {
     return value.size() == 1 && letters.find(value) != std::string_view::npos;
   };
@@ -453,4 +454,4 @@ SatelliteNote ParseSatelliteNote(std::string_view note) {
           std::string(inside.substr(second + 1))};
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -7,20 +7,20 @@
 #include <variant>
 
 #include "adif/adif_names.h"
-#include "adif_values.h"
-#include "kept_fields.h"
 #include "adif/record_to_contact.h"
+#include "adif_values.h"
 #include "base/text.h"
 #include "core/modules.h"
+#include "kept_fields.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 constexpr int kMinute = 60;
 // Contacts held in memory at a time.
 constexpr std::int64_t kMostContacts = 200'000;
 
-DateTime MinuteOf(DateTime time) { return AtSecond(time, 0); }
+base::DateTime MinuteOf(base::DateTime time) { return AtSecond(time, 0); }
 
 // FNV-1a.
 class Hash {
@@ -45,14 +45,14 @@ constexpr int kModeBits = 28;
 std::uint32_t NumberOf(std::string_view word) {
   if (word.empty()) return 0;
   Hash hash;
-  hash.Add(UpperAscii(word));
+  hash.Add(base::UpperAscii(word));
   return static_cast<std::uint32_t>(hash.Mixed() & ((1u << kModeBits) - 1)) | 1u;
 }
 
 bool IsModeGroup(std::string_view word) {
   constexpr std::string_view kGroups[] = {"PHONE", "DATA", "DIGITAL", "DIGI", "IMAGE"};
   return std::any_of(std::begin(kGroups), std::end(kGroups),
-                     [&](std::string_view group) { return SameText(group, word); });
+                     [&](std::string_view group) { return base::SameText(group, word); });
 }
 
 // Second, whether it is told, whether the log has it, mode and submode: 6, 1, 1, 28 and 28 bits.
@@ -77,7 +77,7 @@ bool IsInLog(std::uint64_t packed) { return (packed >> 7 & 1u) != 0; }
 }  // namespace
 
 ModeKey ModeKeyOf(const LogContact& contact) {
-  std::string word = Trim(contact.Modo);
+  std::string word = base::Trim(contact.Modo);
   if (word == kSatellite) word = ParseSatelliteNote(contact.Note).mode;
   if (word.empty() || IsModeGroup(word)) return {};
   const auto mode = FindAdifMode(AdifWordOf(word));
@@ -89,12 +89,12 @@ bool IsSameMode(ModeKey a, ModeKey b) {
   return a.mode == b.mode && (a.submode == 0 || b.submode == 0 || a.submode == b.submode);
 }
 
-int SecondOf(DateTime time) {
+int SecondOf(base::DateTime time) {
   return static_cast<int>((time.Seconds() % kMinute + kMinute) % kMinute);
 }
 
-DateTime AtSecond(DateTime time, int second) {
-  return DateTime::FromSeconds(time.Seconds() - SecondOf(time) + second);
+base::DateTime AtSecond(base::DateTime time, int second) {
+  return base::DateTime::FromSeconds(time.Seconds() - SecondOf(time) + second);
 }
 
 InMinute InMinuteOf(const LogContact& contact) {
@@ -127,9 +127,9 @@ Placement PlaceInMinute(const std::vector<InMinute>& present, const InMinute& co
   return {Placement::Kind::kFull, 0, 0};
 }
 
-RepeatedInLog::RepeatedInLog(Session& session) : table_(session.Db.OpenTable("Log")) {
+RepeatedInLog::RepeatedInLog(core::Session& session) : table_(session.Db.OpenTable("Log")) {
   table_->SetIndex("Unico");
-  if (!HasTable(session, KeptFields::kTable)) return;
+  if (!core::HasTable(session, KeptFields::kTable)) return;
   kept_ = session.Db.OpenTable(KeptFields::kTable);
   kept_->SetIndex("PrimaryKey");
 }
@@ -140,36 +140,36 @@ void RepeatedInLog::Stored(const LogContact& contact) {
 }
 
 // What its file told of the time is kept beside a contact that was moved.
-bool RepeatedInLog::WasToldWithoutSeconds(std::int64_t qsoNr, DateTime stored) {
+bool RepeatedInLog::WasToldWithoutSeconds(std::int64_t qsoNr, base::DateTime stored) {
   if (!kept_) return false;
-  kept_->Seek(SeekComparison::kEqual, {qsoNr, "TIME_ON"});
+  kept_->Seek(engine::SeekComparison::kEqual, {qsoNr, "TIME_ON"});
   const auto told = kept_->NoMatch() ? std::nullopt : TimeIn(kept_->Field("Valore").Text());
   return told && SecondOf(*told) == 0 && *told == MinuteOf(stored.TimePart());
 }
 
 Placement RepeatedInLog::Find(const LogContact& contact) {
-  const DateTime minute = MinuteOf(contact.DataQso);
-  const DateTime end = AtSecond(minute, kMinute);
+  const base::DateTime minute = MinuteOf(contact.DataQso);
+  const base::DateTime end = AtSecond(minute, kMinute);
   present_.clear();
   numbers_.clear();
   const Placement free{Placement::Kind::kNew, SecondOf(contact.DataQso), 0};
   if (minute >= emptyFrom_ && end <= emptyTo_) return free;
-  table_->Seek(SeekComparison::kGreaterOrEqual, {minute});
+  table_->Seek(engine::SeekComparison::kGreaterOrEqual, {minute});
   emptyFrom_ = minute;
-  emptyTo_ = DateTime::Of(9999, 12, 31);
+  emptyTo_ = base::DateTime::Of(9999, 12, 31);
   if (table_->NoMatch()) return free;
   InMinute wanted;
   for (; !table_->EOF_(); table_->MoveNext()) {
     // Another tool may have made it unreadable, and it stands somewhere between the others.
-    const std::optional<DateTime> at = table_->Field("DataQso").ReadableDate();
+    const std::optional<base::DateTime> at = table_->Field("DataQso").ReadableDate();
     if (!at) continue;
     if (*at >= end) {
       emptyTo_ = *at;
       break;
     }
     emptyFrom_ = end;
-    if (!SameText(RTrim(table_->Field("Call").Text()), RTrim(contact.Call)) ||
-        !SameText(RTrim(table_->Field("Banda").Text()), RTrim(contact.Banda))) {
+    if (!base::SameText(base::RTrim(table_->Field("Call").Text()), base::RTrim(contact.Call)) ||
+        !base::SameText(base::RTrim(table_->Field("Banda").Text()), base::RTrim(contact.Banda))) {
       continue;
     }
     if (present_.empty()) wanted = InMinuteOf(contact);
@@ -189,15 +189,15 @@ Placement RepeatedInLog::Find(const LogContact& contact) {
   return present_.empty() ? free : AmongOthers(wanted, minute);
 }
 
-Placement RepeatedInLog::AmongOthers(const InMinute& wanted, DateTime minute) {
+Placement RepeatedInLog::AmongOthers(const InMinute& wanted, base::DateTime minute) {
   for (std::size_t i = 0; i < present_.size(); ++i) {
     if (!present_[i].tellsSeconds) continue;
-    const DateTime at = AtSecond(minute, present_[i].second);
+    const base::DateTime at = AtSecond(minute, present_[i].second);
     present_[i].tellsSeconds = !WasToldWithoutSeconds(numbers_[i], at);
   }
   const Placement placement = PlaceInMinute(present_, wanted);
   if (placement.kind == Placement::Kind::kRepeated) {
-    table_->Seek(SeekComparison::kGreaterOrEqual, {AtSecond(minute, placement.second)});
+    table_->Seek(engine::SeekComparison::kGreaterOrEqual, {AtSecond(minute, placement.second)});
     while (!table_->EOF_() && table_->Field("QsoNr").Integer() != numbers_[placement.of]) {
       table_->MoveNext();
     }
@@ -241,8 +241,8 @@ RepeatedInFile::~RepeatedInFile() { std::fclose(keys_); }
 
 std::uint64_t RepeatedInFile::KeyOf(const LogContact& contact) {
   Hash hash;
-  hash.Add(UpperAscii(RTrim(contact.Call)));
-  hash.Add(UpperAscii(RTrim(contact.Banda)));
+  hash.Add(base::UpperAscii(base::RTrim(contact.Call)));
+  hash.Add(base::UpperAscii(base::RTrim(contact.Banda)));
   hash.Add(std::to_string(MinuteOf(contact.DataQso).Seconds()));
   return hash.Mixed();
 }
@@ -285,4 +285,4 @@ RepeatedInFile::Counts RepeatedInFile::Count() {
   return counts;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

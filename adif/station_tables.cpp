@@ -5,14 +5,14 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "dxcc_entities.h"
-#include "plain_name.h"
 #include "base/text.h"
 #include "core/locator.h"
 #include "core/modules.h"
 #include "core/prefix.h"
+#include "dxcc_entities.h"
+#include "plain_name.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 // Prefixes remembered at a time.
@@ -21,7 +21,7 @@ constexpr std::size_t kMostPrefixes = 20000;
 constexpr std::size_t kMostWords = 1000;
 constexpr double kKhzPerMhz = 1000;
 
-std::vector<std::string> ColumnOf(Session& session, std::string_view select) {
+std::vector<std::string> ColumnOf(core::Session& session, std::string_view select) {
   std::vector<std::string> texts;
   const auto rows = session.Db.OpenSnapshot(select);
   for (; !rows->EOF_(); rows->MoveNext()) texts.push_back(rows->Field(0).Text());
@@ -29,8 +29,9 @@ std::vector<std::string> ColumnOf(Session& session, std::string_view select) {
 }
 
 std::string InList(const std::vector<std::string>& list, std::string_view word) {
-  const auto at = std::find_if(list.begin(), list.end(),
-                               [&](const std::string& each) { return SameText(Trim(each), word); });
+  const auto at = std::find_if(list.begin(), list.end(), [&](const std::string& each) {
+    return base::SameText(base::Trim(each), word);
+  });
   return at == list.end() || word.empty() ? std::string() : *at;
 }
 
@@ -53,7 +54,7 @@ std::string MadeUpBanda(std::string_view adifBand) {
 
 }  // namespace
 
-StationTables::StationTables(Session& session) : session_(session) {
+StationTables::StationTables(core::Session& session) : session_(session) {
   const auto bands = session.Db.OpenSnapshot(
       "Select Banda,Frequenza,FrequenzaI,FrequenzaF from UserRTX Order By Frequenza");
   for (; !bands->EOF_(); bands->MoveNext()) {
@@ -66,19 +67,21 @@ StationTables::StationTables(Session& session) : session_(session) {
   propagations_ = ColumnOf(session, "select Propagazione from Propagazione order by Codice");
   const auto countries = session.Db.OpenSnapshot("select Country,Descrizione from Country");
   for (; !countries->EOF_(); countries->MoveNext()) {
-    const std::string code = Trim(countries->Field(0).Text());
+    const std::string code = base::Trim(countries->Field(0).Text());
     countries_.insert(code);
     countryNames_.emplace(PlainName(countries->Field(1).Text()), code);
   }
   const auto provinces = session.Db.OpenSnapshot("select Country,Provincia from Provincie");
   for (; !provinces->EOF_(); provinces->MoveNext()) {
-    provinces_.insert(Trim(provinces->Field(0).Text()) + '|' + Trim(provinces->Field(1).Text()));
+    provinces_.insert(base::Trim(provinces->Field(0).Text()) + '|' +
+                      base::Trim(provinces->Field(1).Text()));
   }
 }
 
 std::string StationTables::BandaOf(std::string_view adifBand) const {
-  const auto named = std::find_if(bands_.begin(), bands_.end(),
-                                  [&](const Band& band) { return SameText(band.plain, adifBand); });
+  const auto named = std::find_if(bands_.begin(), bands_.end(), [&](const Band& band) {
+    return base::SameText(band.plain, adifBand);
+  });
   if (named != bands_.end()) return named->banda;
   const AdifBand* wanted = FindAdifBand(adifBand);
   if (wanted == nullptr) return {};
@@ -88,7 +91,7 @@ std::string StationTables::BandaOf(std::string_view adifBand) const {
   return MadeUpBanda(wanted->name);
 }
 
-std::string StationTables::BandaAt(Mhz frequency) const {
+std::string StationTables::BandaAt(base::Mhz frequency) const {
   for (const Band& band : bands_) {
     if (frequency.Value() >= band.lower && frequency.Value() <= band.upper) return band.banda;
   }
@@ -96,18 +99,18 @@ std::string StationTables::BandaAt(Mhz frequency) const {
   return band == nullptr ? std::string() : BandaOf(band->name);
 }
 
-Mhz StationTables::FrequencyOf(std::string_view banda) const {
+base::Mhz StationTables::FrequencyOf(std::string_view banda) const {
   for (const Band& band : bands_) {
-    if (SameText(band.banda, banda)) return Mhz(band.frequency);
+    if (base::SameText(band.banda, banda)) return base::Mhz(band.frequency);
   }
   const AdifBand* band = FindAdifBand(PlainBand(banda));
-  return Mhz(band == nullptr ? 0 : band->lower);
+  return base::Mhz(band == nullptr ? 0 : band->lower);
 }
 
-const AdifBand* StationTables::AdifBandOf(std::string_view banda, Mhz frequency) const {
+const AdifBand* StationTables::AdifBandOf(std::string_view banda, base::Mhz frequency) const {
   if (const AdifBand* named = FindAdifBand(PlainBand(banda))) return named;
   for (const Band& band : bands_) {
-    if (SameText(band.banda, banda)) return AdifBandAt(Mhz(band.frequency));
+    if (base::SameText(band.banda, banda)) return AdifBandAt(base::Mhz(band.frequency));
   }
   return AdifBandAt(frequency);
 }
@@ -127,7 +130,7 @@ std::string StationTables::FindModo(std::string_view mode, std::string_view subm
       if (!listed.empty()) return listed;
     }
   }
-  return UpperAscii(submode.empty() ? mode : submode);
+  return base::UpperAscii(submode.empty() ? mode : submode);
 }
 
 std::string StationTables::PropagazioneOf(std::string_view adif) const {
@@ -137,14 +140,14 @@ std::string StationTables::PropagazioneOf(std::string_view adif) const {
 }
 
 const PrefixFacts& StationTables::Prefix(std::string_view call) {
-  std::string candidate = PrefixCandidate(call);
+  std::string candidate = core::PrefixCandidate(call);
   if (const auto known = prefixes_.find(candidate); known != prefixes_.end()) return known->second;
   if (prefixes_.size() >= kMostPrefixes) prefixes_.clear();
   PrefixFacts facts;
-  const ResolvedPrefix resolved = ResolvePrefix(session_, call);
+  const core::ResolvedPrefix resolved = core::ResolvePrefix(session_, call);
   if (!resolved.Prefisso.empty()) {
-    Table& prefissi = *session_.TbPrefissi;
-    facts = {resolved.Prefisso, resolved.Country, FieldText(prefissi, "Continente"),
+    engine::Table& prefissi = *session_.TbPrefissi;
+    facts = {resolved.Prefisso, resolved.Country, core::FieldText(prefissi, "Continente"),
              prefissi.Field("Zona CQ").Number(), prefissi.Field("Zona ITU").Number()};
   }
   return prefixes_.emplace(std::move(candidate), std::move(facts)).first->second;
@@ -156,8 +159,8 @@ const PrefixFacts& StationTables::OfCountry(std::string_view country) {
         session_.Db.OpenSnapshot("Select Country,[Zona CQ],[Zona ITU],Continente from Prefissi");
     for (; !rows->EOF_(); rows->MoveNext()) {
       const double cq = rows->Field(1).Number(), itu = rows->Field(2).Number();
-      const std::string continent = Trim(rows->Field(3).Text());
-      const auto [at, isNew] = ofCountries_.try_emplace(Trim(rows->Field(0).Text()),
+      const std::string continent = base::Trim(rows->Field(3).Text());
+      const auto [at, isNew] = ofCountries_.try_emplace(base::Trim(rows->Field(0).Text()),
                                                         PrefixFacts{"", "", continent, cq, itu});
       if (isNew) continue;
       PrefixFacts& facts = at->second;
@@ -166,7 +169,7 @@ const PrefixFacts& StationTables::OfCountry(std::string_view country) {
       if (facts.Continente != continent) facts.Continente.clear();
     }
   }
-  const auto [at, isNew] = ofCountries_.try_emplace(Trim(country));
+  const auto [at, isNew] = ofCountries_.try_emplace(base::Trim(country));
   const DxccZones* zones = isNew ? FindDxccZones(at->first) : nullptr;
   if (zones != nullptr) {
     at->second = {"", "", std::string(zones->continent), static_cast<double>(zones->cq),
@@ -186,12 +189,12 @@ bool StationTables::IsProvince(std::string_view country, std::string_view provin
 
 double StationTables::Distance(std::string_view locator) const {
   constexpr std::size_t kSquare = 4, kSubsquare = 6;
-  if (!IsValidLocator(session_.MyLocator)) return 0;
+  if (!core::IsValidLocator(session_.MyLocator)) return 0;
   std::string there(locator.substr(0, kSubsquare));
   if (there.size() == kSquare) there += "MM";
-  if (!IsValidLocator(there)) return 0;
+  if (!core::IsValidLocator(there)) return 0;
   try {
-    return QrbKm(session_.MyLocator.substr(0, kSubsquare), there);
+    return core::QrbKm(session_.MyLocator.substr(0, kSubsquare), there);
   } catch (const std::domain_error&) {
     return 1;  // the same place by rounding
   }
@@ -206,4 +209,4 @@ bool IsGridSquare(std::string_view text) {
   return within(0, 'A', 'R') && within(2, '0', '9') && within(4, 'A', 'X') && within(6, '0', '9');
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

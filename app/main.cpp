@@ -27,15 +27,16 @@ void LoadTranslations(QApplication& application, const QString& directory) {
 }
 
 int RunStation(QApplication& application, const QString& directory) {
-  const brenvo::StationLock lock(directory);
-  brenvo::QtPlatform platform(brenvo::PathFromQt(directory));
+  const brenvo::ui::StationLock lock(directory);
+  brenvo::ui::QtPlatform platform(brenvo::ui::PathFromQt(directory));
   if (!lock.Refusal().isEmpty()) {
-    platform.Messages().Show(brenvo::MessageIcon::kCritical, "", brenvo::FromQt(lock.Refusal()));
+    platform.Messages().Show(brenvo::platform::MessageIcon::kCritical, "",
+                             brenvo::ui::FromQt(lock.Refusal()));
     return EXIT_FAILURE;
   }
-  brenvo::Session session(platform, brenvo::PathFromQt(directory));
+  brenvo::core::Session session(platform, brenvo::ui::PathFromQt(directory));
   platform.Attach(&session);
-  const bool started = brenvo::StartStation(session) != nullptr;
+  const bool started = brenvo::station::StartStation(session) != nullptr;
   const int status = started ? application.exec() : EXIT_FAILURE;
   platform.Attach(nullptr);
   return status;
@@ -47,7 +48,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Brenvo"));
   QApplication::setStyle(QStringLiteral("Fusion"));
-  QApplication::setWindowIcon(brenvo::ProgramIcon());
+  QApplication::setWindowIcon(brenvo::ui::ProgramIcon());
   // The main frame says when the program ends, not the last window that closes.
   QApplication::setQuitOnLastWindowClosed(false);
   QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
@@ -61,7 +62,7 @@ int main(int argc, char** argv) {
     return RunStation(application, directory);
   } catch (const std::exception& failure) {
     QMessageBox::critical(nullptr, QStringLiteral("Brenvo"),
-                          brenvo::ToQt(brenvo::FailureText(failure)));
+                          brenvo::ui::ToQt(brenvo::core::FailureText(failure)));
     return EXIT_FAILURE;
   }
 }

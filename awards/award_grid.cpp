@@ -7,20 +7,20 @@
 #include <filesystem>
 #include <limits>
 
-#include "contacts_in_log.h"
-#include "note_staging.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "contacts_in_log.h"
 #include "core/entry_key.h"
 #include "core/long_run.h"
 #include "core/modules.h"
+#include "note_staging.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
 constexpr std::int64_t kRowsWhileLoading = 9999;
 constexpr int kMaxRow = std::numeric_limits<std::int16_t>::max();
-constexpr Twips kFlagRowHeight(360);
+constexpr base::Twips kFlagRowHeight(360);
 constexpr int kFlagColumn = 3;
 
 struct AwardMap {
@@ -46,21 +46,21 @@ void Try(Step step) {
 
 // A tag of up to three parts between slashes: the two behind the first slash, when they are there.
 std::pair<std::string, std::string> SplitNoteKey(std::string key) {
-  const std::size_t first = InStr(key, "/");
+  const std::size_t first = base::InStr(key, "/");
   if (first == 0) return {key, ""};
-  key = Mid(key, first + 1);
+  key = base::Mid(key, first + 1);
   // From as far into the rest as the first slash stood in the whole: a second part that is
   // shorter than the first one is not cut off.
-  const std::size_t second = InStr(first + 1, key, "/");
+  const std::size_t second = base::InStr(first + 1, key, "/");
   if (second == 0) return {key, ""};
-  return {Left(key, second - 1), Mid(key, second + 1)};
+  return {base::Left(key, second - 1), base::Mid(key, second + 1)};
 }
 
 }  // namespace
 
-AwardGrid::AwardGrid(Session& session, const AwardMember& member)
-    : Window(session.Host(), std::string(member.window), std::string(member.caption), Twips(6600),
-             Twips(7200)),
+AwardGrid::AwardGrid(core::Session& session, const AwardMember& member)
+    : forms::Window(session.Host(), std::string(member.window), std::string(member.caption),
+                    base::Twips(6600), base::Twips(7200)),
       session_(session),
       member_(member) {
   MakeCommands();
@@ -69,12 +69,12 @@ AwardGrid::AwardGrid(Session& session, const AwardMember& member)
 
 void AwardGrid::MakeCommands() {
   const auto add = [this](std::string_view name, std::string_view caption,
-                          std::function<void()> action) -> Command* {
-    commands_.push_back(std::make_unique<Command>(*this, std::string(name), std::string(caption),
-                                                  std::move(action)));
+                          std::function<void()> action) -> forms::Command* {
+    commands_.push_back(std::make_unique<forms::Command>(*this, std::string(name),
+                                                         std::string(caption), std::move(action)));
     return commands_.back().get();
   };
-  std::vector<MenuItem> pages;
+  std::vector<forms::MenuItem> pages;
   for (const AwardPage& page : AwardPages()) {
     if (page.window != member_.window) continue;
     pages.emplace_back(add(page.command, page.caption, [this, &page] {
@@ -82,7 +82,7 @@ void AwardGrid::MakeCommands() {
     }));
   }
   if (pages.size() > 1) {
-    pagesMenu_ = std::make_unique<Menu>(*this, "menuHTML", "Genera HTML", std::move(pages));
+    pagesMenu_ = std::make_unique<forms::Menu>(*this, "menuHTML", "Genera HTML", std::move(pages));
     MenuBar.emplace_back(pagesMenu_.get());
   } else {
     MenuBar = std::move(pages);
@@ -96,7 +96,7 @@ void AwardGrid::MakeCommands() {
 
 void AwardGrid::ShowMap(std::string_view mapFile, std::string_view word) {
   if (mapFile.empty()) {
-    if (Window* map = session_.Windows.LoadNew("MappaSquare")) session_.Windows.Show(*map);
+    if (forms::Window* map = session_.Windows.LoadNew("MappaSquare")) session_.Windows.Show(*map);
     return;
   }
   session_.Pointer_X = 0;
@@ -113,7 +113,7 @@ void AwardGrid::ShowEntryInLog() {
 }
 
 void AwardGrid::Load() {
-  const LongStatement watched(session_, member_.caption);
+  const core::LongStatement watched(session_, member_.caption);
   if (member_.traits.staged) {
     Try([&] { SetCaption("Note - " + StageNotes(session_, session_.QueryText)); });
   }
@@ -127,7 +127,8 @@ void AwardGrid::Load() {
     return;
   }
   Spread1.SetRows(nextRow_);
-  SetCaption(fmt::format("{}{}{}{}", member_.caption, Str(confirmed_), member_.score, Str(total_)));
+  SetCaption(fmt::format("{}{}{}{}", member_.caption, base::Str(confirmed_), member_.score,
+                         base::Str(total_)));
 }
 
 void AwardGrid::Unload() { groups_.reset(); }
@@ -138,7 +139,7 @@ void AwardGrid::ShowHeadings() {
   for (int column = 0; column < member_.headingCount; ++column) {
     const AwardColumn& heading = member_.headings[static_cast<std::size_t>(column)];
     Spread1.SetCell(0, column, heading.heading);
-    if (heading.width != kOwnSize) Spread1.SetColumnWidth(column, heading.width);
+    if (heading.width != forms::kOwnSize) Spread1.SetColumnWidth(column, heading.width);
   }
 }
 
@@ -160,7 +161,7 @@ void AwardGrid::ListEntries() {
   Try([&] {
     for (groups_->MoveNext(); !groups_->EOF_(); groups_->MoveNext()) {
       Group next = read();
-      if (SameEntry(next.key, current.key)) continue;
+      if (core::SameEntry(next.key, current.key)) continue;
       ListEntry(current);
       current = std::move(next);
     }
@@ -180,9 +181,9 @@ void AwardGrid::ListReferenceTable(const Group& first) {
     const std::string key = rows->Field(std::size_t{0}).Text();
     Try([&] {
       Spread1.SetCell(nextRow_, 0, key);
-      Spread1.SetCell(nextRow_, 1, FieldText(*rows, "Descrizione"));
+      Spread1.SetCell(nextRow_, 1, core::FieldText(*rows, "Descrizione"));
       if (member_.traits.flags) Spread1.SetRowHeight(nextRow_, kFlagRowHeight);
-      rowOfKey_.emplace(ComparedKey(key), nextRow_);
+      rowOfKey_.emplace(core::ComparedKey(key), nextRow_);
     });
     NextRow();
   }
@@ -192,7 +193,7 @@ void AwardGrid::ListEntry(const Group& group) {
   ++total_;
   std::int64_t row = nextRow_;
   if (listsAll_) {
-    const auto listed = rowOfKey_.find(ComparedKey(group.key));
+    const auto listed = rowOfKey_.find(core::ComparedKey(group.key));
     if (listed == rowOfKey_.end()) return;
     row = listed->second;
   } else {
@@ -218,7 +219,7 @@ void AwardGrid::WriteKey(std::int64_t row, const Group& group) {
 }
 
 void AwardGrid::Describe(std::int64_t row, const Group& group) {
-  Table* table = session_.TbCountry.get();
+  engine::Table* table = session_.TbCountry.get();
   switch (member_.text) {
     case EntryText::kNothing:
     case EntryText::kSplitKey:
@@ -227,7 +228,7 @@ void AwardGrid::Describe(std::int64_t row, const Group& group) {
       table->Seek("=", {group.key});
       break;
     case EntryText::kCountryOfGroup:
-      table->Seek("=", {Trim(group.second)});
+      table->Seek("=", {base::Trim(group.second)});
       break;
     case EntryText::kProvinceOfKey:
       table = session_.TbProvincie.get();
@@ -235,16 +236,17 @@ void AwardGrid::Describe(std::int64_t row, const Group& group) {
       break;
   }
   // The reference table's own row has its description already.
-  if (!listsAll_ && !table->NoMatch()) Spread1.SetCell(row, 1, FieldText(*table, "Descrizione"));
+  if (!listsAll_ && !table->NoMatch())
+    Spread1.SetCell(row, 1, core::FieldText(*table, "Descrizione"));
 }
 
 // Of the country that Describe found.
 void AwardGrid::ShowFlag(std::int64_t row) {
-  const std::string flag = FieldText(*session_.TbCountry, "Flag");
-  if (IsEmptyField(flag)) return;
+  const std::string flag = core::FieldText(*session_.TbCountry, "Flag");
+  if (core::IsEmptyField(flag)) return;
   const std::filesystem::path picture = session_.File("\\" + flag);
   if (std::filesystem::exists(picture)) {
-    Spread1.SetAlignment(row, kFlagColumn, CellAlignment::kCentre);
+    Spread1.SetAlignment(row, kFlagColumn, forms::CellAlignment::kCentre);
     Spread1.SetCellPicture(row, kFlagColumn, picture.string());
   }
   Spread1.SetCell(row, kFlagFileColumn, flag);
@@ -253,11 +255,11 @@ void AwardGrid::ShowFlag(std::int64_t row) {
 void AwardGrid::Paint(std::int64_t row, bool confirmed) {
   if (!confirmed && !member_.traits.whiteWhenNot) return;
   for (int column = 1; column <= member_.lastGreen; ++column) {
-    Spread1.SetBackColour(row, column, confirmed ? kGreen : kWhite);
+    Spread1.SetBackColour(row, column, confirmed ? base::kGreen : base::kWhite);
   }
 }
 
 // A 16-bit count: it stops at its end.
 void AwardGrid::NextRow() { nextRow_ = std::min(nextRow_ + 1, kMaxRow); }
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

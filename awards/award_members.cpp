@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
+
+using base::Twips;
 
 using enum ConditionJoin;
 using enum EntryText;
@@ -83,4 +85,4 @@ std::string GroupedQuery(const AwardMember& member, std::string_view ownSelectio
                      member.groups, member.expression);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

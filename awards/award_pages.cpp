@@ -7,13 +7,13 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "html_page.h"
 #include "base/text.h"
 #include "core/modules.h"
 #include "core/transaction.h"
 #include "engine/database_error.h"
+#include "html_page.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
 constexpr std::string_view kByDate = "Per data";
@@ -33,7 +33,7 @@ constexpr std::array<AwardPage, 7> kPages = {{
 // clang-format on
 
 // A text file of the application directory, read whole.
-std::string ReadText(Session& session, std::string_view name) {
+std::string ReadText(core::Session& session, std::string_view name) {
   std::ifstream file(session.File(name), std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   if (!file) throw std::runtime_error(fmt::format("File non leggibile: {}", name.substr(1)));
@@ -64,10 +64,10 @@ class PageFile {
 
 // The contact that documents an entry.
 struct Contact {
-  Value dataQso, call, modo, propagazione;
+  engine::Value dataQso, call, modo, propagazione;
 };
 
-Contact ContactOf(Session& session, const AwardPage& page, const AwardList& list,
+Contact ContactOf(core::Session& session, const AwardPage& page, const AwardList& list,
                   std::string_view key, bool confirmed) {
   // Four columns and not all: what is selected is carried through the sorting.
   const auto rows = session.Db.OpenSnapshot(
@@ -76,8 +76,8 @@ Contact ContactOf(Session& session, const AwardPage& page, const AwardList& list
                   list.selection, list.member.contacts, key, list.member.quote, confirmed,
                   page.newest ? " desc" : ""));
   // A date that another tool has made unreadable is none, on the page and to sort by.
-  const Value date = rows->Field("DataQso");
-  return {date.ReadableDate() ? date : Value(), rows->Field("Call"), rows->Field("Modo"),
+  const engine::Value date = rows->Field("DataQso");
+  return {date.ReadableDate() ? date : engine::Value(), rows->Field("Call"), rows->Field("Modo"),
           rows->Field("Propagazione")};
 }
 
@@ -91,7 +91,7 @@ std::string FilledRow(const AwardPage& page, std::string row, const Entry& entry
   if (page.description) FillToken(row, "[DESCRIZIONE]", entry.description);
   FillToken(row, "[QSL]", entry.qsl);
   if (page.flag) FillToken(row, "[FLAG]", fmt::format("<img alt src=\"{}\">", entry.flag));
-  FillToken(row, "[DATA]", Trim(entry.contact.dataQso.Text()));
+  FillToken(row, "[DATA]", base::Trim(entry.contact.dataQso.Text()));
   FillToken(row, "[CALL]", entry.contact.call.Text());
   FillToken(row, "[MODO]", entry.contact.modo.Text());
   FillToken(row, "[PROP]", entry.contact.propagazione.Text());
@@ -99,8 +99,9 @@ std::string FilledRow(const AwardPage& page, std::string row, const Entry& entry
 }
 
 // One entry of the grid, made its current row.
-Entry EntryAt(Session& session, const AwardPage& page, const AwardList& list, std::int64_t row) {
-  CellGrid& grid = list.grid;
+Entry EntryAt(core::Session& session, const AwardPage& page, const AwardList& list,
+              std::int64_t row) {
+  forms::CellGrid& grid = list.grid;
   grid.SetCurrent(row, grid.Column());
   Entry entry;
   entry.key = grid.Cell(row, 0);
@@ -114,17 +115,17 @@ Entry EntryAt(Session& session, const AwardPage& page, const AwardList& list, st
 
 // SLog gets a row an entry, with the date of its contact to sort by; none, and false, when the
 // operator stops it.
-bool StageEntries(Session& session, const AwardPage& page, const AwardList& list,
-                  Progress& progress) {
+bool StageEntries(core::Session& session, const AwardPage& page, const AwardList& list,
+                  platform::Progress& progress) {
   session.Db.Execute("delete from SLog");
-  Transaction transaction(session.Db);
+  core::Transaction transaction(session.Db);
   const auto staged = session.Db.OpenDynaset("select * from SLog");
   for (std::int64_t row = 1; row < list.grid.Rows(); ++row) {
     if (!progress.Advance(row)) return false;
     Entry entry;
     try {
       entry = EntryAt(session, page, list, row);
-    } catch (const DatabaseError&) {
+    } catch (const engine::DatabaseError&) {
       // The rows before an entry without a contact stay.
       transaction.Commit();
       throw;
@@ -145,13 +146,13 @@ bool StageEntries(Session& session, const AwardPage& page, const AwardList& list
   return true;
 }
 
-Entry StagedEntry(const AwardPage& page, Recordset& row) {
+Entry StagedEntry(const AwardPage& page, engine::Recordset& row) {
   Entry entry;
-  entry.key = FieldText(row, page.stagedKey);
-  entry.description = FieldText(row, "Note");
+  entry.key = core::FieldText(row, page.stagedKey);
+  entry.description = core::FieldText(row, "Note");
   // The masculine for provinces too, unlike in their grid.
   if (row.Field("QslRicevuta").Bool()) entry.qsl = "Confermato";
-  entry.flag = FieldText(row, "Qra");
+  entry.flag = core::FieldText(row, "Qra");
   entry.contact = {row.Field("DataQso"), row.Field("Call"), row.Field("Modo"),
                    row.Field("Propagazione")};
   return entry;
@@ -159,7 +160,7 @@ Entry StagedEntry(const AwardPage& page, Recordset& row) {
 
 // False when there is nothing to show: the template has no rows and the page is empty, or the
 // operator has stopped it.
-bool Write(Session& session, const AwardPage& page, const AwardList& list) {
+bool Write(core::Session& session, const AwardPage& page, const AwardList& list) {
   const bool byDate = !page.stagedKey.empty();
   const auto progress = session.Machine.ShowProgress("Genera HTML", list.grid.Rows());
   if (byDate && !StageEntries(session, page, list, *progress)) return false;
@@ -188,13 +189,13 @@ bool Write(Session& session, const AwardPage& page, const AwardList& list) {
 
 std::span<const AwardPage> AwardPages() { return kPages; }
 
-void WriteAwardPage(Session& session, const AwardPage& page, const AwardList& list) {
+void WriteAwardPage(core::Session& session, const AwardPage& page, const AwardList& list) {
   bool written = false;
   {
-    const BusyPointer busy(session.Host());
+    const platform::BusyPointer busy(session.Host());
     written = Write(session, page, list);
   }
   if (written) session.Machine.Open(session.File(page.page), 0);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

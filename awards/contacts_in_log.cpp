@@ -3,11 +3,11 @@
 #include "core/session.h"
 #include "core/shared_windows.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 
-void OpenLogIfNone(Session& session) {
+void OpenLogIfNone(core::Session& session) {
   if (session.LogOpen) return;
-  auto* log = dynamic_cast<LogWindow*>(session.Windows.LoadSingle("LogForm"));
+  auto* log = dynamic_cast<core::LogWindow*>(session.Windows.LoadSingle("LogForm"));
   if (log == nullptr) return;
   // One that stands open behind a newer one, closed since, is the log again.
   session.LogOpen = true;
@@ -15,9 +15,9 @@ void OpenLogIfNone(Session& session) {
   session.Windows.Show(*log);
 }
 
-void ShowContacts(Session& session, std::string_view select) {
+void ShowContacts(core::Session& session, std::string_view select) {
   session.ShowInLog(select);
   if (session.CurrentLogForm != nullptr) session.Windows.Show(*session.CurrentLogForm);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

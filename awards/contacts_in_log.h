@@ -3,14 +3,16 @@
 
 #include <string_view>
 
-namespace brenvo {
-
+namespace brenvo::core {
 class Session;
+}
+
+namespace brenvo::awards {
 
 // Opens a log window when none is open.
-void OpenLogIfNone(Session& session);
+void OpenLogIfNone(core::Session& session);
 
 // Shows a SELECT on Log in the log window that opened last, and brings that window forward.
-void ShowContacts(Session& session, std::string_view select);
+void ShowContacts(core::Session& session, std::string_view select);
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

@@ -1,6 +1,6 @@
 #include "html_page.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
 struct Tag {
@@ -33,4 +33,4 @@ void FillToken(std::string& row, std::string_view token, std::string_view value)
   if (at != std::string::npos) row.replace(at, token.size(), value);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::awards {
 
 struct PageTemplate {
   std::string head;  // up to the second row opening: the heading row stays in it
@@ -21,4 +21,4 @@ std::optional<PageTemplate> CutTemplate(std::string_view text);
 // Puts the value in the place of the first `token`; nothing happens when there is none.
 void FillToken(std::string& row, std::string_view token, std::string_view value);
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

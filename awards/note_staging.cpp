@@ -4,18 +4,18 @@
 #include "core/note_tag.h"
 #include "core/transaction.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 
-std::string StageNotes(Session& session, std::string_view selection) {
-  Database& db = session.Db;
+std::string StageNotes(core::Session& session, std::string_view selection) {
+  engine::Database& db = session.Db;
   db.Execute("DELETE FROM SNote");
   // One write to the disk for all rows.
-  Transaction transaction(db);
+  core::Transaction transaction(db);
   db.Execute("INSERT INTO SNote SELECT Note,QslRicevuta FROM Log " + std::string(selection));
-  std::string words = NoteWords(selection);
+  std::string words = core::NoteWords(selection);
   const auto notes = db.OpenDynaset("SELECT * FROM SNote");
   for (; !notes->EOF_(); notes->MoveNext()) {
-    const auto tag = NoteTag(FieldText(*notes, "Note"), words);
+    const auto tag = core::NoteTag(core::FieldText(*notes, "Note"), words);
     if (!tag) {
       notes->Delete();
       continue;
@@ -29,4 +29,4 @@ std::string StageNotes(Session& session, std::string_view selection) {
   return words;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

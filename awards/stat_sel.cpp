@@ -5,21 +5,21 @@
 #include "base/text.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
 // What a new statistics selection starts with, besides all propagations.
 constexpr std::string_view kUsualBand = "  2 m";
 constexpr std::string_view kUsualMode = "SSB";
 
-void MarkAll(ListField& list, bool selected) {
+void MarkAll(forms::ListField& list, bool selected) {
   for (std::size_t i = 0; i < list.Items().size(); ++i) {
     list.SetSelected(static_cast<int>(i), selected);
   }
 }
 
 // The selected entries as the list of an "in", each as it stands.
-std::string SelectedEntries(const ListField& list) {
+std::string SelectedEntries(const forms::ListField& list) {
   std::string entries;
   for (std::size_t i = 0; i < list.Items().size(); ++i) {
     if (list.Selected(static_cast<int>(i))) entries += ",'" + list.Items()[i] + "'";
@@ -29,13 +29,14 @@ std::string SelectedEntries(const ListField& list) {
 
 }  // namespace
 
-StatSel::StatSel(Session& session)
-    : SelectionWindow(session.Host(), "StatSel", "Selezione statistiche", Twips(8400), Twips(6300)),
+StatSel::StatSel(core::Session& session)
+    : core::SelectionWindow(session.Host(), "StatSel", "Selezione statistiche", base::Twips(8400),
+                            base::Twips(6300)),
       session_(session) {
   Modo.Tag = "MULTI";
   OfferElenca(false);
   PopupTarget.SetVisible(false);
-  for (Command* layout : {&cmVerticale, &cmOrizzontale}) layout->SetVisible(false);
+  for (forms::Command* layout : {&cmVerticale, &cmOrizzontale}) layout->SetVisible(false);
   DefaultCommand = &cmStat;
   CancelCommand = &cmExit;
   HandleEvents();
@@ -45,17 +46,17 @@ void StatSel::HandleEvents() {
   Country.BackspaceClears = true;
   Country.OnLeave = [this] { OnCountryLeave(); };
   Note.OnDoubleClick = [this] { OnNotePick(); };
-  for (ListField* list : {&Modo, &Propagazione}) {
+  for (forms::ListField* list : {&Modo, &Propagazione}) {
     list->ContextMenu = &popup;
     list->OnContextMenu = [this, list] { PopupTarget.SetText(list->Name()); };
   }
 }
 
 void StatSel::Load() {
-  RestoreWindow(session_, *this, "StatSel");
-  LoadBands(session_, Banda);
-  LoadModes(session_, Modo);
-  LoadPropagations(session_, Propagazione);
+  core::RestoreWindow(session_, *this, "StatSel");
+  core::LoadBands(session_, Banda);
+  core::LoadModes(session_, Modo);
+  core::LoadPropagations(session_, Propagazione);
 }
 
 void StatSel::Activate() {
@@ -65,15 +66,15 @@ void StatSel::Activate() {
     Country.SetEnabled(false);
     OfferElenca(true);
   } else {
-    LoadCountryChoices(session_, Country);
+    core::LoadCountryChoices(session_, Country);
     if (Tag == "PROVINCIE") {
       Country.SetEnabled(true);
       OfferElenca(true);
     }
   }
   if (Tag == "PLOG") return;
-  SelectListEntry(Banda, kUsualBand, Len(kUsualBand));
-  SelectListEntry(Modo, kUsualMode, Len(kUsualMode));
+  core::SelectListEntry(Banda, kUsualBand, base::Len(kUsualBand));
+  core::SelectListEntry(Modo, kUsualMode, base::Len(kUsualMode));
   MarkAll(Propagazione, true);
 }
 
@@ -89,17 +90,17 @@ void StatSel::OfferElenca(bool offered) {
   Elenca.SetEnabled(offered);
 }
 
-void StatSel::Unload() { SaveWindow(session_, *this, "StatSel"); }
+void StatSel::Unload() { core::SaveWindow(session_, *this, "StatSel"); }
 
 void StatSel::SelectAll(bool selected) {
   MarkAll(PopupTarget.Text() == Modo.Name() ? Modo : Propagazione, selected);
 }
 
 bool StatSel::CheckSelection() {
-  const auto missing = [this](std::string_view word, const TextField& field,
+  const auto missing = [this](std::string_view word, const forms::TextField& field,
                               std::string_view message) {
-    if (Tag != word || !IsEmptyField(field.Text())) return false;
-    session_.Messages().Show(MessageIcon::kCritical, "", message);
+    if (Tag != word || !core::IsEmptyField(field.Text())) return false;
+    session_.Messages().Show(platform::MessageIcon::kCritical, "", message);
     return true;
   };
   return !missing("PROVINCIE", Country, "Country obbligatorio") &&
@@ -118,12 +119,12 @@ std::string StatSel::BuildWhere() const {
   if (DataQsoF.Text() != DataQsoF.EmptyText()) {
     add(fmt::format("DateValue(DataQso)<=DateValue('{}')", DataQsoF.Text()));
   }
-  if (!IsEmptyField(Country.Text())) {
-    const std::string code = Trim(Left(Country.Text(), 5));
+  if (!core::IsEmptyField(Country.Text())) {
+    const std::string code = base::Trim(base::Left(Country.Text(), 5));
     // Sardinia counts with Italy.
     add(code == "I" ? "(Country='I' OR Country='IS0')" : "Country='" + code + "'");
   }
-  if (!IsEmptyField(Banda.Text())) add(fmt::format("Banda='{}'", RTrim(Banda.Text())));
+  if (!core::IsEmptyField(Banda.Text())) add(fmt::format("Banda='{}'", base::RTrim(Banda.Text())));
   if (QslDaInviare.IsOn()) add("QsldaInviare=True");
   if (QslRicevuta.IsOn()) add("QslRicevuta=True");
   if (QslInviata.IsOn()) add("QslInviata=True");
@@ -133,7 +134,8 @@ std::string StatSel::BuildWhere() const {
   if (const std::string kinds = SelectedEntries(Propagazione); !kinds.empty()) {
     add(fmt::format("Propagazione in ({})", kinds));
   }
-  if (!IsEmptyField(Note.Text())) add(fmt::format("Note LIKE '*{}*'", Trim(Note.Text())));
+  if (!core::IsEmptyField(Note.Text()))
+    add(fmt::format("Note LIKE '*{}*'", base::Trim(Note.Text())));
   return where.empty() ? where : "WHERE " + where.substr(std::string_view(" AND ").size());
 }
 
@@ -149,13 +151,13 @@ void StatSel::Cancel() {
 }
 
 void StatSel::OfferLayouts() {
-  for (Command* layout : {&cmVerticale, &cmOrizzontale}) layout->SetVisible(true);
+  for (forms::Command* layout : {&cmVerticale, &cmOrizzontale}) layout->SetVisible(true);
 }
 
 void StatSel::OnCountryLeave() {
-  Country.SetText(FindCountryText(session_, Left(Country.Text(), 5)));
+  Country.SetText(core::FindCountryText(session_, base::Left(Country.Text(), 5)));
 }
 
-void StatSel::OnNotePick() { AppendPickedNote(session_, Note); }
+void StatSel::OnNotePick() { core::AppendPickedNote(session_, Note); }
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

@@ -4,42 +4,42 @@
 
 #include <vector>
 
-#include "contacts_in_log.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "contacts_in_log.h"
 #include "core/country_map.h"
 #include "core/locator.h"
 #include "core/modules.h"
 #include "core/prefix.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
-constexpr Twips kLabelWidth(2500), kHeadingHeight(310);
+constexpr base::Twips kLabelWidth(2500), kHeadingHeight(310);
 
 constexpr MatrixKind kByBand = {
     .window = "Hrd",
     .caption = "Worked by Band",
-    .handle = &Session::Hrd,
+    .handle = &core::Session::Hrd,
     .columnOf = "Banda",
     .filterField = "Modo",
     .filterHead = " and Modo='",
     .unfiltered = "Misto",
     .corner = "Misto",
-    .columnWidth = Twips(700),
+    .columnWidth = base::Twips(700),
     .centred = false,
     .gridHint = "Doppio click su una cella per visualizzare i Qso corrispondenti",
 };
 constexpr MatrixKind kByMode = {
     .window = "HrdMode",
     .caption = "Worked by Mode",
-    .handle = &Session::HrdMode,
+    .handle = &core::Session::HrdMode,
     .columnOf = "Modo",
     .filterField = "Banda",
     .filterHead = " and banda='",
     .unfiltered = std::nullopt,
     .corner = "  2 m",
-    .columnWidth = Twips(800),
+    .columnWidth = base::Twips(800),
     .centred = true,
     .gridHint =
         "Doppio click su una cella per visualizzare i Qso corrispondenti, bottone destro "
@@ -69,16 +69,16 @@ constexpr std::string_view kModeSection = "HrdMode", kBandKey = "BandaUsata",
 const MatrixKind& WorkedByBand() { return kByBand; }
 const MatrixKind& WorkedByMode() { return kByMode; }
 
-WorkedMatrix::WorkedMatrix(Session& session, const MatrixKind& kind)
-    : MatrixWindow(session.Host(), std::string(kind.window), std::string(kind.caption),
-                   Twips(12600), Twips(5250)),
-      Filter(*this, std::string(kind.filterField), ListStyle::kDropDown,
+WorkedMatrix::WorkedMatrix(core::Session& session, const MatrixKind& kind)
+    : core::MatrixWindow(session.Host(), std::string(kind.window), std::string(kind.caption),
+                         base::Twips(12600), base::Twips(5250)),
+      Filter(*this, std::string(kind.filterField), forms::ListStyle::kDropDown,
              {.caption = kind.filterField, .characters = 9}),
       Grid1(*this, "Grid1", {.hint = kind.gridHint}),
       session_(session),
       kind_(kind) {
-  CallQso.Filter = UpperKey;
-  Locator.Filter = UpperKey;
+  CallQso.Filter = core::UpperKey;
+  Locator.Filter = core::UpperKey;
   AutoSearch.SetVisible(false);
   AutoSearch.OnChange = [this] { Search(); };
   Filter.OnChange = [this] {
@@ -91,7 +91,7 @@ WorkedMatrix::WorkedMatrix(Session& session, const MatrixKind& kind)
 }
 
 void WorkedMatrix::Load() {
-  RestoreWindow(session_, *this, kind_.window);
+  core::RestoreWindow(session_, *this, kind_.window);
   Grid1.SetRows(kRows);
   Grid1.SetColumns(1);
   MakeColumns();
@@ -100,15 +100,15 @@ void WorkedMatrix::Load() {
   Grid1.SetRowHeight(0, kHeadingHeight);
   FillFilter();
   session_.*kind_.handle = this;
-  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
-    if (change.table == ContactTable::kLog && change.Many()) Renew();
+  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
+    if (change.table == core::ContactTable::kLog && change.Many()) Renew();
   });
 }
 
 void WorkedMatrix::Unload() {
   changes_ = {};
   if (session_.*kind_.handle == this) session_.*kind_.handle = nullptr;
-  SaveWindow(session_, *this, kind_.window);
+  core::SaveWindow(session_, *this, kind_.window);
 }
 
 void WorkedMatrix::AddColumn(std::string_view heading) {
@@ -117,7 +117,7 @@ void WorkedMatrix::AddColumn(std::string_view heading) {
   Grid1.SetColumnWidth(column, kind_.columnWidth);
   Grid1.SetCell(0, column, heading);
   Grid1.SetBold(0, column, true);
-  if (kind_.centred) Grid1.SetAlignment(0, column, CellAlignment::kCentre);
+  if (kind_.centred) Grid1.SetAlignment(0, column, forms::CellAlignment::kCentre);
 }
 
 void WorkedMatrix::ForgetSearch() {
@@ -129,8 +129,8 @@ void WorkedMatrix::ForgetSearch() {
 void WorkedMatrix::Search() {
   const std::string call = CallQso.Text();
   const std::string locator = Locator.Text();
-  if (IsEmptyField(call) && IsEmptyField(locator)) return;
-  const BusyPointer busy(Host());
+  if (core::IsEmptyField(call) && core::IsEmptyField(locator)) return;
+  const platform::BusyPointer busy(Host());
   const bool newCall = call != lastCall_;
   const bool newLocator = locator != lastLocator_;
   if (newCall) {
@@ -145,21 +145,21 @@ void WorkedMatrix::Search() {
   }
   if (newLocator) Grid1.ClearRow(kSquare);
   keys_[kCall] = call;
-  keys_[kSquare] = Left(locator, 4);
+  keys_[kSquare] = base::Left(locator, 4);
   WriteLabel(kCall, call);
   WriteLabel(kSquare, keys_[kSquare]);
   WriteLabel(kCountry, countryLabel_);
   if (newCall) SearchCallRows();
-  if (!keys_[kCountry].empty() && Mappa.IsOn()) ShowCountryMap(session_, keys_[kCountry]);
+  if (!keys_[kCountry].empty() && Mappa.IsOn()) core::ShowCountryMap(session_, keys_[kCountry]);
   if (newLocator) {
     lastLocator_ = locator;
-    if (!IsEmptyField(keys_[kSquare])) SearchRow(kSquare);
+    if (!core::IsEmptyField(keys_[kSquare])) SearchRow(kSquare);
   }
   ShowCoordinate();
 }
 
 void WorkedMatrix::SearchCallRows() {
-  if (!IsEmptyField(keys_[kCall])) SearchRow(kCall);
+  if (!core::IsEmptyField(keys_[kCall])) SearchRow(kCall);
   for (const Level level : {kCountry, kPrefisso, kZonaCQ, kZonaITU}) {
     if (!keys_[level].empty()) SearchRow(level);
   }
@@ -169,7 +169,7 @@ void WorkedMatrix::SearchCallRows() {
 
 void WorkedMatrix::Renew() {
   if (lastCall_.value_or("") != "") SearchCallRows();
-  if (lastLocator_.value_or("") != "" && !IsEmptyField(keys_[kSquare])) SearchRow(kSquare);
+  if (lastLocator_.value_or("") != "" && !core::IsEmptyField(keys_[kSquare])) SearchRow(kSquare);
 }
 
 void WorkedMatrix::ResolveCall(std::string_view call) {
@@ -178,26 +178,26 @@ void WorkedMatrix::ResolveCall(std::string_view call) {
   }
   countryLabel_.clear();
   countryLocator_.clear();
-  const ResolvedPrefix resolved = ResolvePrefix(session_, call);
-  Table& prefissi = *session_.TbPrefissi;
-  if (resolved.Prefisso.empty() || !SeekPrefix(prefissi, resolved.Prefisso)) return;
+  const core::ResolvedPrefix resolved = core::ResolvePrefix(session_, call);
+  engine::Table& prefissi = *session_.TbPrefissi;
+  if (resolved.Prefisso.empty() || !core::SeekPrefix(prefissi, resolved.Prefisso)) return;
   const auto zone = [&](std::string_view column) {
-    const Value value = prefissi.Field(column);
-    return value.IsNull() ? std::string() : Str(value.Number());
+    const engine::Value value = prefissi.Field(column);
+    return value.IsNull() ? std::string() : base::Str(value.Number());
   };
-  keys_[kPrefisso] = FieldText(prefissi, "Prefisso");
+  keys_[kPrefisso] = core::FieldText(prefissi, "Prefisso");
   keys_[kZonaCQ] = zone("Zona CQ");
   keys_[kZonaITU] = zone("Zona ITU");
-  keys_[kContinente] = FieldText(prefissi, "Continente");
-  keys_[kCountry] = FieldText(prefissi, "Country");
-  countryLabel_ = FindCountryText(session_, keys_[kCountry]);
-  if (!countryLabel_.empty()) countryLocator_ = FieldText(*session_.TbCountry, "Locator");
+  keys_[kContinente] = core::FieldText(prefissi, "Continente");
+  keys_[kCountry] = core::FieldText(prefissi, "Country");
+  countryLabel_ = core::FindCountryText(session_, keys_[kCountry]);
+  if (!countryLabel_.empty()) countryLocator_ = core::FieldText(*session_.TbCountry, "Locator");
 }
 
 void WorkedMatrix::WriteLabel(Level level, std::string_view label) {
   Grid1.SetCell(level, 0, label);
   Grid1.SetBold(level, 0, true);
-  Grid1.SetAlignment(level, 0, CellAlignment::kLeft);
+  Grid1.SetAlignment(level, 0, forms::CellAlignment::kLeft);
 }
 
 void WorkedMatrix::SearchRow(Level level) {
@@ -208,7 +208,7 @@ void WorkedMatrix::SearchRow(Level level) {
     // None being confirmed, any that there is is not: told to the index, it leads straight there.
     const bool worked = confirmed || AnyContact(condition + " and QslRicevuta=false" + filter);
     Grid1.SetCell(level, column, confirmed ? "C" : worked ? "W" : "");
-    if (kind_.centred) Grid1.SetAlignment(level, column, CellAlignment::kCentre);
+    if (kind_.centred) Grid1.SetAlignment(level, column, forms::CellAlignment::kCentre);
   }
 }
 
@@ -232,9 +232,10 @@ bool WorkedMatrix::IsFiltered() const { return Filter.Text() != kind_.unfiltered
 // A square alone names no position: the line is empty then too.
 void WorkedMatrix::ShowCoordinate() {
   constexpr std::size_t kLocatorLength = 6;
-  const std::string target = IsEmptyField(Locator.Text()) ? countryLocator_ : Locator.Text();
-  const bool known = Len(target) >= kLocatorLength && Len(session_.MyLocator) == kLocatorLength;
-  Coordinate.SetText(known ? PositionLine(session_.MyLocator, target) : std::string());
+  const std::string target = core::IsEmptyField(Locator.Text()) ? countryLocator_ : Locator.Text();
+  const bool known =
+      base::Len(target) >= kLocatorLength && base::Len(session_.MyLocator) == kLocatorLength;
+  Coordinate.SetText(known ? core::PositionLine(session_.MyLocator, target) : std::string());
 }
 
 void WorkedMatrix::ShowCellInLog() {
@@ -242,7 +243,7 @@ void WorkedMatrix::ShowCellInLog() {
   const std::int64_t row = Grid1.Row();
   if (row < kCall || row >= kRows) return;
   const std::string& key = keys_[static_cast<std::size_t>(row)];
-  if (IsEmptyField(key)) return;
+  if (core::IsEmptyField(key)) return;
   const std::string column =
       fmt::format(" and {}='{}'", kind_.columnOf, Grid1.Cell(0, Grid1.Column()));
   const std::string filter =
@@ -256,16 +257,16 @@ void WorkedMatrix::ShowCellInLog() {
 
 void Hrd::MakeColumns() {
   const auto bands = session_.Db.OpenSnapshot("Select Banda from UserRTX Order By Frequenza");
-  for (; !bands->EOF_(); bands->MoveNext()) AddColumn(FieldText(*bands, "Banda"));
+  for (; !bands->EOF_(); bands->MoveNext()) AddColumn(core::FieldText(*bands, "Banda"));
 }
 
 void Hrd::FillFilter() {
-  LoadModes(session_, Modo);
+  core::LoadModes(session_, Modo);
   Modo.AddItem(*kind_.unfiltered);
   Modo.SetListIndex(static_cast<int>(Modo.Items().size()) - 1);
 }
 
-HrdMode::HrdMode(Session& session) : WorkedMatrix(session, WorkedByMode()) {
+HrdMode::HrdMode(core::Session& session) : WorkedMatrix(session, WorkedByMode()) {
   MenuBar = {&cmModi};
   Grid1.ContextMenu = &cmModi;
   Modon.OnPick = [this](int index) { ToggleMode(index); };
@@ -277,7 +278,7 @@ void HrdMode::FormattoGrid() {
   Modon.Clear();
   const auto modes = session_.Db.OpenSnapshot("Select Modo from Modi Order By Codice");
   for (; !modes->EOF_(); modes->MoveNext()) {
-    const std::string mode = FieldText(*modes, "Modo");
+    const std::string mode = core::FieldText(*modes, "Modo");
     // A name counts wherever it stands in the text, so also inside a longer one.
     const bool isUsed = used.find(mode) != std::string::npos;
     Modon.Add(mode, isUsed);
@@ -294,7 +295,7 @@ void HrdMode::ToggleMode(int index) {
   if (index < 0 || index >= static_cast<int>(entries.size())) return;
   Modon.SetChecked(index, !entries[static_cast<std::size_t>(index)].checked);
   std::string used;
-  for (const EntryArray::Entry& entry : entries) {
+  for (const forms::EntryArray::Entry& entry : entries) {
     if (entry.checked) used += entry.caption + ",";
   }
   session_.SaveSetting(kModeSection, kModesKey, used);
@@ -303,10 +304,11 @@ void HrdMode::ToggleMode(int index) {
 }
 
 void HrdMode::FillFilter() {
-  LoadBands(session_, Banda);
-  SelectListEntry(Banda, session_.GetSetting(kModeSection, kBandKey, kFirstBand), Len(kFirstBand));
+  core::LoadBands(session_, Banda);
+  core::SelectListEntry(Banda, session_.GetSetting(kModeSection, kBandKey, kFirstBand),
+                        base::Len(kFirstBand));
 }
 
 void HrdMode::FilterChosen() { session_.SaveSetting(kModeSection, kBandKey, Banda.Text()); }
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

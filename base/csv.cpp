@@ -8,7 +8,7 @@
 
 #include "base/encoding.h"
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 class Reader {
@@ -129,4 +129,4 @@ CsvTable ReadCsv(const std::filesystem::path& file) {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 using std::chrono::sys_days;
@@ -145,4 +145,4 @@ std::string_view MonthName(int month) {
   return kNames.at(static_cast<std::size_t>(month - 1));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::base

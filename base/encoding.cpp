@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 // Windows-1252, bytes 80 to 9F; 0 where the code page defines nothing.
@@ -57,4 +57,4 @@ std::string_view WithoutByteOrderMark(std::string_view bytes) {
   return bytes.starts_with(kMark) ? bytes.substr(kMark.size()) : bytes;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::base

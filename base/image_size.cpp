@@ -5,7 +5,7 @@
 #include <fstream>
 #include <string>
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 class Bytes {
@@ -103,4 +103,4 @@ std::optional<ImageSize> ReadImageSize(const std::filesystem::path& file) {
   return std::nullopt;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::base

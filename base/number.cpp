@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstdint>
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -120,4 +120,4 @@ std::string FormatNumber(double value, std::string_view pattern) {
   return result;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 // From the first character on, one word for each: "_" for a blank, "~" for nothing.
@@ -98,4 +98,4 @@ PlainLetters ToPlainLetters(std::string_view text) {
   return plain;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -1,6 +1,6 @@
 #include "base/system_reason.h"
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 struct Reason {
@@ -37,4 +37,4 @@ std::string ReasonText(const std::error_code& why) {
   return why.message();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -191,4 +191,4 @@ std::string ValidUtf8(std::string_view text) {
   return result;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -13,7 +13,7 @@
 #include "bench/support/hand.h"
 #include "tests/support/adif_samples.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 constexpr std::int64_t kInFile = 100'000;
@@ -125,10 +125,11 @@ class AdifTasks {
 };
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::adif_bench.cpp;
   const Figures figures("adif", argc, argv);
   for (const std::int64_t size : figures.Sizes()) AdifTasks(figures, size).Run();
 }

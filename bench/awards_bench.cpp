@@ -17,7 +17,7 @@
 #include "maps/award_overlays.h"
 #include "maps/map_viewer.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 std::string Same(std::string_view expression) {
@@ -259,10 +259,11 @@ class AwardTasks {
 };
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::awards_bench.cpp;
   const Figures figures("awards", argc, argv);
   for (const std::int64_t size : figures.Sizes()) {
     BenchStation station(size);

@@ -17,7 +17,7 @@
 #include "print/report_runner.h"
 #include "print/stampa_qsl.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 class BatchTasks {
@@ -186,10 +186,11 @@ class BatchTasks {
 };
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::batch_bench.cpp;
   const Figures figures("batch", argc, argv);
   for (const std::int64_t size : figures.Sizes()) {
     BenchStation station(size);

@@ -19,7 +19,7 @@
 #include "core/prefix.h"
 #include "tools/mklog/other_stations.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 constexpr int kContacts = 5000;
@@ -154,10 +154,11 @@ void Run(const Figures& figures) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::contest_bench.cpp;
   const Figures figures("contest", argc, argv);
   if (figures.WantsAnyOf({"prepare an entry", "check a duplicate", "statistics", "export"})) {
     Run(figures);

@@ -12,7 +12,7 @@
 #include "bench/support/figures.h"
 #include "bench/support/hand.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 constexpr const char* kInOrder = "SELECT * FROM Log ORDER By DataQso,QsoNr";
@@ -202,10 +202,11 @@ class EngineTasks {
 };
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::engine_bench.cpp;
   const Figures figures("engine", argc, argv);
   for (const std::int64_t size : figures.Sizes()) {
     BenchStation station(size);

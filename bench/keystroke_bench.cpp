@@ -15,7 +15,7 @@
 #include "log/log_form.h"
 #include "tools/mklog/other_stations.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 constexpr int kEvents = 20000;
@@ -115,10 +115,11 @@ class Typing {
 };
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::keystroke_bench.cpp;
   const Figures figures("keystroke", argc, argv);
   if (!figures.WantsAnyOf({"OnCallChange", "OnLocatorChange", "OnCountryChange", "OnCallLeave"})) {
     return 0;

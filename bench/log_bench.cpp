@@ -14,7 +14,7 @@
 #include "log/log_search.h"
 #include "log/old_qso.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 constexpr const char* kRow =
@@ -302,10 +302,11 @@ class LogTasks {
 };
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::log_bench.cpp;
   const Figures figures("log", argc, argv);
   for (const std::int64_t size : figures.Sizes()) {
     BenchStation station(size);

@@ -11,12 +11,12 @@
 #include "bench/support/figures.h"
 #include "core/transaction.h"
 #include "station/station.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_directory.h"
 #include "ui/map_area.h"
 #include "ui/qt_platform.h"
-#include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 constexpr int kSquares = 10'000;
@@ -100,10 +100,11 @@ class MapTasks {
 };
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::map_bench.cpp;
   const Figures figures("map", argc, argv);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);

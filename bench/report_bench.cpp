@@ -20,14 +20,14 @@
 #include "print/report_engine.h"
 #include "print/report_layout.h"
 #include "recorder/recording_platform.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_directory.h"
 #include "tools/mkdatabase/database_maker.h"
 #include "ui/print_preview.h"
 #include "ui/qt_printer.h"
 #include "ui/text.h"
-#include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 // Contacts of a station on VHF; every third has a long note.
@@ -146,7 +146,7 @@ void MeasureAll(const std::vector<int>& sizes) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

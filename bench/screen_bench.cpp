@@ -18,7 +18,7 @@
 #include "station/station.h"
 #include "ui/qt_platform.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 constexpr int kContacts = 300, kSteps = 300;
@@ -137,10 +137,11 @@ void Run(const Figures& figures, std::int64_t contacts) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::screen_bench.cpp;
   const Figures figures("screen", argc, argv);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);

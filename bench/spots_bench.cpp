@@ -15,12 +15,12 @@
 #include "links/tnc_telnet.h"
 #include "recorder/recording_platform.h"
 #include "station/station.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_directory.h"
 #include "tools/mkdatabase/database_maker.h"
 #include "tools/mklog/log_maker.h"
-#include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 constexpr int kLines = 20000;
@@ -154,7 +154,7 @@ void Run() {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main() {
   brenvo::Run();

@@ -14,7 +14,7 @@
 #include "log/log_form.h"
 #include "station/station.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 double Clock() {
@@ -92,10 +92,11 @@ void Run(const Figures& figures, std::int64_t contacts) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
   using namespace brenvo;
+  using namespace brenvo::start_bench.cpp;
   const Figures figures("start", argc, argv);
   if (!figures.WantsAnyOf({"to the main frame", "memory of the main frame",
                            "memory, log window and grid scrolled through",

@@ -6,7 +6,7 @@
 #include "core/files.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 constexpr std::string_view kStopCaption = "Stop call";
@@ -15,7 +15,7 @@ constexpr double kLongestSeconds = 24 * 60 * 60;
 
 }  // namespace
 
-AutoCall::AutoCall(Session& session, Command& button)
+AutoCall::AutoCall(core::Session& session, forms::Command& button)
     : session_(session),
       button_(button),
       timer_(session.Machine.MakeTimer()),
@@ -29,10 +29,10 @@ AutoCall::AutoCall(Session& session, Command& button)
 }
 
 void AutoCall::Load() {
-  Table& user = *session_.TbUser;
+  engine::Table& user = *session_.TbUser;
   user.MoveFirst();
-  recording_ = PlayedFileIn(session_.AppPath, "\\" + FieldText(user, "CallFile"));
-  const double seconds = Val(FieldText(user, "CallInterval"));
+  recording_ = core::PlayedFileIn(session_.AppPath, "\\" + core::FieldText(user, "CallFile"));
+  const double seconds = base::Val(core::FieldText(user, "CallInterval"));
   timer_->SetInterval(static_cast<int>(std::clamp(seconds, 0.0, kLongestSeconds) * 1000));
   timer_->SetEnabled(false);
 }
@@ -60,4 +60,4 @@ void AutoCall::Play() {
   player_->Start(recording_);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

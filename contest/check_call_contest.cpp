@@ -6,51 +6,52 @@
 #include "contact.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
-CheckCallContest::CheckCallContest(Session& session)
-    : Window(session.Host(), "CheckCallContest", "Check call", Twips(3600), Twips(1800)),
+CheckCallContest::CheckCallContest(core::Session& session)
+    : forms::Window(session.Host(), "CheckCallContest", "Check call", base::Twips(3600),
+                    base::Twips(1800)),
       session_(session) {
-  CallContest.Filter = UpperKey;
+  CallContest.Filter = core::UpperKey;
   Status.ReadOnly = true;
   DefaultCommand = &cmCheck;
   CancelCommand = &cmCancel;
 
-  Panel3D1.OnPointerDown = [this](Twips x, Twips y) {
+  Panel3D1.OnPointerDown = [this](base::Twips x, base::Twips y) {
     grabX_ = x;
     grabY_ = y;
     dragging_ = true;
   };
-  Panel3D1.OnPointerMove = [this](Twips x, Twips y) { Drag(x, y); };
+  Panel3D1.OnPointerMove = [this](base::Twips x, base::Twips y) { Drag(x, y); };
   Panel3D1.OnPointerUp = [this] { dragging_ = false; };
 }
 
 void CheckCallContest::Load() {
-  RestoreWindow(session_, *this, "CheckCall");
+  core::RestoreWindow(session_, *this, "CheckCall");
   DataContest = session_.CurrentContest.DataContest;
   Banda = session_.CurrentContest.Banda;
   session_.CheckCallContestOpen = true;
 }
 
 void CheckCallContest::Unload() {
-  SaveWindow(session_, *this, "CheckCall");
+  core::SaveWindow(session_, *this, "CheckCall");
   session_.CheckCallContestOpen = false;
 }
 
 void CheckCallContest::Check() {
   const auto rows = session_.Db.OpenSnapshot(
       fmt::format("Select ProgrDato FROM [Contest Qso]{} AND Call='{}'",
-                  OfContest(DataContest, Banda), Trim(CallContest.Text())));
-  Status.SetText(rows->EOF_() ? "OK" : "Doppio (" + Trim(rows->Field(0).Text()) + ")");
+                  OfContest(DataContest, Banda), base::Trim(CallContest.Text())));
+  Status.SetText(rows->EOF_() ? "OK" : "Doppio (" + base::Trim(rows->Field(0).Text()) + ")");
 }
 
-void CheckCallContest::Drag(Twips x, Twips y) {
+void CheckCallContest::Drag(base::Twips x, base::Twips y) {
   StatusBar1.SetPanel(1, "");
   if (!dragging_) return;
-  Bounds bounds = GetBounds();
+  forms::Bounds bounds = GetBounds();
   bounds.left = bounds.left + (x - grabX_);
   bounds.top = bounds.top + (y - grabY_);
   Move(bounds);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

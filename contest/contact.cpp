@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 constexpr std::string_view kDuplicateMark = "Qso doppio";
@@ -16,27 +16,28 @@ constexpr std::string_view kExchangeMark = "[Exc=";
 // One column of a snapshot's current row. Its place is asked once, not at each row.
 class Cell {
  public:
-  Cell(Snapshot& rows, std::string_view column) : rows_(rows), place_(PlaceOf(rows, column)) {}
-  Value operator()() const { return rows_.Field(place_); }
+  Cell(engine::Snapshot& rows, std::string_view column)
+      : rows_(rows), place_(PlaceOf(rows, column)) {}
+  engine::Value operator()() const { return rows_.Field(place_); }
 
  private:
-  static std::size_t PlaceOf(const Snapshot& rows, std::string_view column) {
+  static std::size_t PlaceOf(const engine::Snapshot& rows, std::string_view column) {
     const std::vector<std::string>& columns = rows.Columns();
     const auto at = std::find(columns.begin(), columns.end(), column);
     if (at == columns.end()) {
-      throw DatabaseError(DatabaseError::kItemNotFound,
-                          "Colonna non trovata: " + std::string(column));
+      throw engine::DatabaseError(engine::DatabaseError::kItemNotFound,
+                                  "Colonna non trovata: " + std::string(column));
     }
     return static_cast<std::size_t>(at - columns.begin());
   }
 
-  Snapshot& rows_;
+  engine::Snapshot& rows_;
   std::size_t place_;
 };
 
 class ScoredCells {
  public:
-  explicit ScoredCells(Snapshot& rows)
+  explicit ScoredCells(engine::Snapshot& rows)
       : progrDato_(rows, "ProgrDato"),
         call_(rows, "Call"),
         locator_(rows, "Locator"),
@@ -50,7 +51,7 @@ class ScoredCells {
     contact.Locator = locator_().Text();
     contact.Qrb = qrb_().Number();
     contact.Punti = punti_().Number();
-    if (const Value note = note_(); !note.IsNull()) contact.Note = note.Text();
+    if (const engine::Value note = note_(); !note.IsNull()) contact.Note = note.Text();
   }
 
  private:
@@ -63,7 +64,7 @@ std::string OfContest(std::string_view date, std::string_view band) {
   return fmt::format(" WHERE DateValue(DataContest)=DateValue('{}') AND Banda='{}'", date, band);
 }
 
-std::vector<Contact> ReadContacts(Database& database, std::string_view date,
+std::vector<Contact> ReadContacts(engine::Database& database, std::string_view date,
                                   std::string_view band) {
   const auto rows = database.OpenSnapshot("SELECT * FROM [Contest Qso]" + OfContest(date, band));
   const ScoredCells scored(*rows);
@@ -83,7 +84,7 @@ std::vector<Contact> ReadContacts(Database& database, std::string_view date,
   return contacts;
 }
 
-std::vector<ScoredContact> ReadScoredContacts(Database& database, std::string_view date,
+std::vector<ScoredContact> ReadScoredContacts(engine::Database& database, std::string_view date,
                                               std::string_view band) {
   const auto rows = database.OpenSnapshot(
       "SELECT ProgrDato,Call,Locator,Qrb,Punti,Note FROM [Contest Qso]" + OfContest(date, band));
@@ -94,7 +95,7 @@ std::vector<ScoredContact> ReadScoredContacts(Database& database, std::string_vi
 }
 
 std::string MarkDuplicate(std::string_view note, std::string_view serial) {
-  return fmt::format("{} ({}) {}", kDuplicateMark, serial, Trim(note));
+  return fmt::format("{} ({}) {}", kDuplicateMark, serial, base::Trim(note));
 }
 
 std::string MarkExchange(std::string_view note, std::string_view exchange) {
@@ -115,4 +116,4 @@ std::optional<std::string> ExchangeOf(const ScoredContact& contact) {
   return end < start ? std::string() : note.substr(start, end - start);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

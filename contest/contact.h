@@ -10,7 +10,7 @@
 #include "base/date.h"
 #include "engine/database.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 // What the score is made from, of a row of Contest Qso. A Null text is empty, a Null number 0.
 struct ScoredContact {
@@ -25,7 +25,7 @@ struct ScoredContact {
 struct Contact : ScoredContact {
   std::int64_t ProgrRicevuto = 0;
   std::int64_t Giorno = 0;  // day of the month
-  DateTime Qtr;             // a time of day
+  base::DateTime Qtr;       // a time of day
   std::string QrkDato, QrkRicevuto, Modo;
 };
 
@@ -33,8 +33,9 @@ struct Contact : ScoredContact {
 std::string OfContest(std::string_view date, std::string_view band);
 
 // All of them, in the table's own order.
-std::vector<Contact> ReadContacts(Database& database, std::string_view date, std::string_view band);
-std::vector<ScoredContact> ReadScoredContacts(Database& database, std::string_view date,
+std::vector<Contact> ReadContacts(engine::Database& database, std::string_view date,
+                                  std::string_view band);
+std::vector<ScoredContact> ReadScoredContacts(engine::Database& database, std::string_view date,
                                               std::string_view band);
 
 // The two markers that live inside a note.
@@ -48,4 +49,4 @@ bool IsDuplicate(const ScoredContact& contact);
 // Throws std::runtime_error when the note is Null.
 std::optional<std::string> ExchangeOf(const ScoredContact& contact);
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

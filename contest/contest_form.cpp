@@ -7,11 +7,11 @@
 #include "contact.h"
 #include "contest/contest_search.h"
 #include "contest_sheets.h"
-#include "export.h"
 #include "core/modules.h"
 #include "core/transaction.h"
+#include "export.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 constexpr std::string_view kLogoFile = "\\Logo.bmp";
@@ -20,7 +20,7 @@ constexpr std::string_view kSignFile = "\\Sign.bmp";
 // A column and the field that shows its text or its number as it stands.
 struct TextColumn {
   std::string_view column;
-  TextField ContestForm::*field;
+  forms::TextField ContestForm::*field;
   bool number = false;
 };
 
@@ -44,14 +44,14 @@ constexpr TextColumn kBehindOptions[] = {{"Call", &ContestForm::CallContest},
 
 struct BoxColumn {
   std::string_view column;
-  CheckBox ContestForm::*box;
+  forms::CheckBox ContestForm::*box;
 };
 constexpr BoxColumn kBoxes[] = {{"MoltSquare", &ContestForm::Square},
                                 {"MoltCountry", &ContestForm::Country},
                                 {"MoltExch", &ContestForm::Exch}};
 
-std::string NumberText(Recordset& record, std::string_view column) {
-  return PlainNumber(Val(FieldText(record, column)));
+std::string NumberText(engine::Recordset& record, std::string_view column) {
+  return base::PlainNumber(base::Val(core::FieldText(record, column)));
 }
 
 // A move at an end of the table, or in an empty one, is harmless.
@@ -59,14 +59,15 @@ template <class Move>
 void TryMove(Move move) {
   try {
     move();
-  } catch (const DatabaseError&) {
+  } catch (const engine::DatabaseError&) {
   }
 }
 
 }  // namespace
 
-ContestForm::ContestForm(Session& session)
-    : Window(session.Host(), "Contest", "Contest", Twips(11100), Twips(7800)), session_(session) {
+ContestForm::ContestForm(core::Session& session)
+    : forms::Window(session.Host(), "Contest", "Contest", base::Twips(11100), base::Twips(7800)),
+      session_(session) {
   Fisso.JoinWith(Portatile);
   Singolo.JoinWith(Multi);
   HandleEvents();
@@ -75,27 +76,27 @@ ContestForm::ContestForm(Session& session)
 ContestForm::~ContestForm() = default;
 
 void ContestForm::HandleEvents() {
-  CallContest.Filter = UpperKey;
-  Locator.Filter = UpperKey;
-  Frequenza.Filter = NumericKey;
+  CallContest.Filter = core::UpperKey;
+  Locator.Filter = core::UpperKey;
+  Frequenza.Filter = core::NumericKey;
   Banda.OnChange = [this] { OnBandaChange(); };
 }
 
 void ContestForm::Load() {
-  RestoreWindow(session_, *this, "Contest");
-  LoadBands(session_, Banda);
+  core::RestoreWindow(session_, *this, "Contest");
+  core::LoadBands(session_, Banda);
   Logo.SetPicture(session_.File(kLogoFile));
   Sign.SetPicture(session_.File(kSignFile));
   GoToLast();
   session_.ContestOpen = true;
-  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
-    if (change.table == ContactTable::kContestQso && change.Many()) ForgetRecordThatIsGone();
+  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
+    if (change.table == core::ContactTable::kContestQso && change.Many()) ForgetRecordThatIsGone();
   });
 }
 
 void ContestForm::Unload() {
   changes_ = {};
-  SaveWindow(session_, *this, "Contest");
+  core::SaveWindow(session_, *this, "Contest");
   session_.ContestOpen = false;
 }
 
@@ -110,33 +111,34 @@ void ContestForm::SelectBand(std::string_view band) {
 }
 
 void ContestForm::ContestDisplay() {
-  Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.TbContest;
   shown_ = contest.GetBookmark();
   const auto show = [&](const TextColumn& each) {
     (this->*each.field)
-        .SetText(each.number ? NumberText(contest, each.column) : FieldText(contest, each.column));
+        .SetText(each.number ? NumberText(contest, each.column)
+                             : core::FieldText(contest, each.column));
   };
-  DataContest.SetText(DateText(contest.Field("DataContest").Date()));
-  SelectBand(FieldText(contest, "Banda"));
+  DataContest.SetText(base::DateText(contest.Field("DataContest").Date()));
+  SelectBand(core::FieldText(contest, "Banda"));
   show(kName);
   for (const TextColumn& each : kBeforeOptions) show(each);
-  (FieldText(contest, "FissoPortatile") == "F" ? Fisso : Portatile).SetOn(true);
-  (FieldText(contest, "SingoloMulti") == "S" ? Singolo : Multi).SetOn(true);
+  (core::FieldText(contest, "FissoPortatile") == "F" ? Fisso : Portatile).SetOn(true);
+  (core::FieldText(contest, "SingoloMulti") == "S" ? Singolo : Multi).SetOn(true);
   for (const TextColumn& each : kBehindOptions) show(each);
   for (const BoxColumn& each : kBoxes) (this->*each.box).SetOn(contest.Field(each.column).Bool());
 }
 
 void ContestForm::ContestSave() {
-  Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.TbContest;
   const auto write = [&](const TextColumn& each) {
     const std::string& text = (this->*each.field).Text();
     if (each.number) {
-      SetNumber(contest, each.column, text);
+      core::SetNumber(contest, each.column, text);
     } else {
       contest.Set(each.column, text);
     }
   };
-  contest.Set("DataContest", ParseDate(DataContest.Text())->DatePart());
+  contest.Set("DataContest", base::ParseDate(DataContest.Text())->DatePart());
   contest.Set("Banda", Banda.Text());
   write(kName);
   for (const TextColumn& each : kBeforeOptions) write(each);
@@ -147,13 +149,13 @@ void ContestForm::ContestSave() {
 }
 
 bool ContestForm::ContestValid() {
-  return IsValidDate(session_, DataContest.Text()) && !IsEmptyField(CallContest.Text());
+  return core::IsValidDate(session_, DataContest.Text()) && !core::IsEmptyField(CallContest.Text());
 }
 
 void ContestForm::ContestAdd() {
   if (!ContestValid()) return;
-  const bool stored = TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
-    Table& contest = *session_.TbContest;
+  const bool stored = core::TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
+    engine::Table& contest = *session_.TbContest;
     contest.AddNew();
     ContestSave();
     contest.Update();
@@ -165,7 +167,7 @@ void ContestForm::ContestAdd() {
 
 void ContestForm::ContestUpdate() {
   if (!ContestValid()) return;
-  const bool stored = TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
+  const bool stored = core::TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
     ReturnToShownRecord();
     session_.TbContest->Edit();
     ContestSave();
@@ -176,19 +178,19 @@ void ContestForm::ContestUpdate() {
 
 void ContestForm::ContestDelete() {
   if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
-  const BusyPointer busy(Host());
+  const platform::BusyPointer busy(Host());
   try {
     ReturnToShownRecord();
-    Table& contest = *session_.TbContest;
+    engine::Table& contest = *session_.TbContest;
     // The record's own date and band: what was typed over them and not stored names contacts of
     // another contest.
-    const std::string contacts =
-        OfContest(DateText(contest.Field("DataContest").Date()), FieldText(contest, "Banda"));
-    Transaction transaction(session_.Db);
+    const std::string contacts = OfContest(base::DateText(contest.Field("DataContest").Date()),
+                                           core::FieldText(contest, "Banda"));
+    core::Transaction transaction(session_.Db);
     session_.Db.Execute("DELETE * FROM [Contest Qso]" + contacts);
     contest.Delete();
     transaction.Commit();
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, "Delete Qso");
   }
   shown_.reset();
@@ -202,15 +204,15 @@ void ContestForm::ReturnToShownRecord() {
 void ContestForm::ForgetRecordThatIsGone() {
   try {
     ReturnToShownRecord();
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kRecordDeleted) throw;
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kRecordDeleted) throw;
     shown_.reset();
     recordCommands_ = false;
   }
 }
 
 void ContestForm::GoToFirst() {
-  Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.TbContest;
   TryMove([&] { contest.MoveFirst(); });
   if (contest.BOF()) {
     recordCommands_ = false;
@@ -222,7 +224,7 @@ void ContestForm::GoToFirst() {
 }
 
 void ContestForm::GoToLast() {
-  Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.TbContest;
   TryMove([&] { contest.MoveLast(); });
   if (contest.EOF_()) {
     ContestClear();
@@ -234,7 +236,7 @@ void ContestForm::GoToLast() {
 }
 
 void ContestForm::GoToNext() {
-  Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.TbContest;
   TryMove([&] { ReturnToShownRecord(); });
   TryMove([&] {
     if (contest.RecordCount() != 0) contest.MoveNext();
@@ -248,7 +250,7 @@ void ContestForm::GoToNext() {
 }
 
 void ContestForm::GoToPrevious() {
-  Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.TbContest;
   TryMove([&] { ReturnToShownRecord(); });
   TryMove([&] {
     if (contest.RecordCount() != 0) contest.MovePrevious();
@@ -264,13 +266,13 @@ void ContestForm::GoToPrevious() {
 void ContestForm::ContestClear() {
   shown_.reset();
   PrevBanda.clear();
-  DataContest.SetText(DateText(session_.Now()));
+  DataContest.SetText(base::DateText(session_.Now()));
   // A new contest starts with this description.
   NomeContest.SetText("0");
   Banda.SetListIndex(-1);
-  for (TextField* field : {&Frequenza, &Altezza, &Potenza}) field->SetText("0");
-  for (TextField* field : {&Categoria, &CallContest, &Qra, &Qth, &Indirizzo, &Provincia, &SQTH,
-                           &SProvincia, &Locator, &RTX, &Antenna, &Note}) {
+  for (forms::TextField* field : {&Frequenza, &Altezza, &Potenza}) field->SetText("0");
+  for (forms::TextField* field : {&Categoria, &CallContest, &Qra, &Qth, &Indirizzo, &Provincia,
+                                  &SQTH, &SProvincia, &Locator, &RTX, &Antenna, &Note}) {
     field->SetText("");
   }
   Fisso.SetOn(true);
@@ -281,23 +283,23 @@ void ContestForm::ContestClear() {
 void ContestForm::OnBandaChange() {
   const std::string band = Banda.Text();
   if (band.empty() || band == PrevBanda) return;
-  Table& user = *session_.TbUser;
+  engine::Table& user = *session_.TbUser;
   user.MoveFirst();
-  CallContest.SetText(FieldText(user, "Call"));
-  Qra.SetText(FieldText(user, "Qra"));
-  Qth.SetText(FieldText(user, "Qth"));
-  Indirizzo.SetText(FieldText(user, "Indirizzo"));
-  Provincia.SetText(FieldText(user, "Provincia"));
-  Locator.SetText(FieldText(user, "Locator"));
+  CallContest.SetText(core::FieldText(user, "Call"));
+  Qra.SetText(core::FieldText(user, "Qra"));
+  Qth.SetText(core::FieldText(user, "Qth"));
+  Indirizzo.SetText(core::FieldText(user, "Indirizzo"));
+  Provincia.SetText(core::FieldText(user, "Provincia"));
+  Locator.SetText(core::FieldText(user, "Locator"));
   SQTH.SetText(Qth.Text());
   SProvincia.SetText(Provincia.Text());
-  Table& bands = *session_.TbUserRTX;
+  engine::Table& bands = *session_.TbUserRTX;
   bands.Seek("=", {band});
   if (!bands.NoMatch()) {
     Frequenza.SetText(NumberText(bands, "Frequenza"));
     Potenza.SetText(NumberText(bands, "Potenza"));
-    RTX.SetText(FieldText(bands, "RTX"));
-    Antenna.SetText(FieldText(bands, "Antenna"));
+    RTX.SetText(core::FieldText(bands, "RTX"));
+    Antenna.SetText(core::FieldText(bands, "Antenna"));
   }
   PrevBanda = band;
 }
@@ -307,13 +309,13 @@ void ContestForm::ContestFind() {
   if (search == nullptr) return;
   session_.Windows.ShowModal(*search);
   if (!session_.Windows.IsLoaded(search)) return;  // left by its frame
-  const auto row = static_cast<std::int64_t>(Val(search->Tag));
+  const auto row = static_cast<std::int64_t>(base::Val(search->Tag));
   if (row <= 0) {
     search->Tag = "-1";
     session_.Windows.Unload(*search);
     return;
   }
-  const auto date = ParseDate(search->Spread1.Cell(row, 0));
+  const auto date = base::ParseDate(search->Spread1.Cell(row, 0));
   const std::string band = search->Spread1.Cell(row, 1);
   session_.Windows.Unload(*search);
   if (!date) return;
@@ -326,12 +328,13 @@ void ContestForm::ContestFind() {
 void ContestForm::OpenContacts() {
   session_.CurrentContest = {DataContest.Text(), Banda.Text(),   NomeContest.Text(), Locator.Text(),
                              Square.IsOn(),      Country.IsOn(), Exch.IsOn()};
-  if (Window* contacts = session_.Windows.LoadNew("ContestQso")) session_.Windows.Show(*contacts);
+  if (forms::Window* contacts = session_.Windows.LoadNew("ContestQso"))
+    session_.Windows.Show(*contacts);
 }
 
 ContestHeader ContestForm::ReadHeader() const {
   ContestHeader header;
-  header.DataContest = ParseDate(DataContest.Text()).value_or(DateTime());
+  header.DataContest = base::ParseDate(DataContest.Text()).value_or(base::DateTime());
   header.Banda = Banda.Text();
   header.NomeContest = NomeContest.Text();
   header.Categoria = Categoria.Text();
@@ -356,13 +359,13 @@ ContestHeader ContestForm::ReadHeader() const {
 }
 
 void ContestForm::Export() {
-  const BusyPointer busy(Host());
+  const platform::BusyPointer busy(Host());
   WriteReg1Test(session_, ReadHeader(),
                 ReadContacts(session_.Db, DataContest.Text(), Banda.Text()));
 }
 
 void ContestForm::Print() {
-  const BusyPointer busy(Host());
+  const platform::BusyPointer busy(Host());
   const std::vector<Contact> contacts = ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
   std::optional<std::filesystem::path> sign = session_.File(kSignFile);
   if (std::filesystem::exists(*sign)) {
@@ -374,4 +377,4 @@ void ContestForm::Print() {
                      session_.File(kLogoFile), sign);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

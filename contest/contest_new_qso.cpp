@@ -8,19 +8,22 @@
 #include "core/locator.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 constexpr std::string_view kReport = "59";
 constexpr std::string_view kFirstMode = "USB";
 
 // Digits, and Enter, which leads on.
-char32_t DigitsAndEnter(char32_t key) { return key == kEnter ? key : DigitsOnlyKey(key); }
+char32_t DigitsAndEnter(char32_t key) {
+  return key == forms::kEnter ? key : core::DigitsOnlyKey(key);
+}
 
 }  // namespace
 
-ContestNewQso::ContestNewQso(Session& session)
-    : Window(session.Host(), "ContestNewQso", "Contest - Nuovo Qso", Twips(7200), Twips(3900)),
+ContestNewQso::ContestNewQso(core::Session& session)
+    : forms::Window(session.Host(), "ContestNewQso", "Contest - Nuovo Qso", base::Twips(7200),
+                    base::Twips(3900)),
       session_(session) {
   Qrb.ReadOnly = true;
   Operation.SetVisible(false);
@@ -29,12 +32,13 @@ ContestNewQso::ContestNewQso(Session& session)
 }
 
 void ContestNewQso::HandleEvents() {
-  for (TextField* field : {&Giorno, &QrkD, &ProgrD, &QrkR, &ProgrR}) field->Filter = DigitsAndEnter;
-  for (TextField* field : {&CallQso, &Locator, &Exc}) field->Filter = UpperKey;
+  for (forms::TextField* field : {&Giorno, &QrkD, &ProgrD, &QrkR, &ProgrR})
+    field->Filter = DigitsAndEnter;
+  for (forms::TextField* field : {&CallQso, &Locator, &Exc}) field->Filter = core::UpperKey;
   CallQso.OnLeave = [this] { OnCallLeave(); };
   Locator.OnLeave = [this] { OnLocatorLeave(); };
   ProgrR.OnFocus = [this] {
-    if (IsEmptyField(CallQso.Text())) Host().MoveFocus(CallQso);
+    if (core::IsEmptyField(CallQso.Text())) Host().MoveFocus(CallQso);
   };
 }
 
@@ -50,8 +54,8 @@ void ContestNewQso::InsertAndStay() {
 }
 
 void ContestNewQso::ChainEnter() {
-  TextField* const contact[] = {&CallQso, &QrkD, &QrkR, &ProgrR, &Locator, &Exc};
-  TextField* const rest[] = {&Giorno, &Qtr, &ProgrD, &Modo, &CallQso};
+  forms::TextField* const contact[] = {&CallQso, &QrkD, &QrkR, &ProgrR, &Locator, &Exc};
+  forms::TextField* const rest[] = {&Giorno, &Qtr, &ProgrD, &Modo, &CallQso};
   const auto chain = [this](const auto& fields) {
     for (std::size_t i = 0; i + 1 < std::size(fields); ++i) {
       fields[i]->OnEnter = [this, next = fields[i + 1]] { Host().MoveFocus(*next); };
@@ -71,12 +75,12 @@ void ContestNewQso::EnterOnLastField() {
   Host().MoveFocus(CallQso);
 }
 
-void ContestNewQso::Load() { RestoreWindow(session_, *this, "ContestNewQso"); }
+void ContestNewQso::Load() { core::RestoreWindow(session_, *this, "ContestNewQso"); }
 
 void ContestNewQso::Activate() { Prepare(); }
 
 void ContestNewQso::Unload() {
-  SaveWindow(session_, *this, "ContestNewQso");
+  core::SaveWindow(session_, *this, "ContestNewQso");
   UltimoProgr = 0;
 }
 
@@ -90,16 +94,17 @@ void ContestNewQso::PrepareNew() {
   if (UltimoProgr == 0) {
     const std::string where = OfContest(contest_.DataContest, contest_.Banda);
     const auto last = session_.Db.OpenSnapshot("SELECT max(ProgrDato) FROM [Contest Qso]" + where);
-    const Value serial = last->EOF_() ? Value() : last->Field(0);
+    const engine::Value serial = last->EOF_() ? engine::Value() : last->Field(0);
     if (serial.IsNull()) {
-      Giorno.SetText(std::to_string(ParseDate(contest_.DataContest).value_or(DateTime()).Day()));
+      Giorno.SetText(
+          std::to_string(base::ParseDate(contest_.DataContest).value_or(base::DateTime()).Day()));
       Modo.SetText(kFirstMode);
     } else {
       UltimoProgr = serial.Integer();
       const auto row = session_.Db.OpenSnapshot(
           fmt::format("SELECT * FROM [Contest Qso]{} and ProgrDato={}", where, UltimoProgr));
-      Giorno.SetText(FieldText(*row, "Giorno"));
-      Modo.SetText(FieldText(*row, "Modo"));
+      Giorno.SetText(core::FieldText(*row, "Giorno"));
+      Modo.SetText(core::FieldText(*row, "Modo"));
     }
   }
   ++UltimoProgr;
@@ -107,32 +112,32 @@ void ContestNewQso::PrepareNew() {
   ShowTime();
   QrkD.SetText(kReport);
   QrkR.SetText(kReport);
-  for (TextField* field : {&CallQso, &Locator, &Qrb, &ProgrR, &Note}) field->SetText("");
+  for (forms::TextField* field : {&CallQso, &Locator, &Qrb, &ProgrR, &Note}) field->SetText("");
   InLog.SetOn(false);
   Qsl.SetOn(false);
 }
 
 void ContestNewQso::ShowRow() {
-  Recordset& row = *Data1->Rows();
-  const std::pair<TextField*, std::string_view> columns[] = {
+  engine::Recordset& row = *Data1->Rows();
+  const std::pair<forms::TextField*, std::string_view> columns[] = {
       {&Giorno, "Giorno"},    {&CallQso, "Call"},     {&QrkD, "QrkDato"},
       {&ProgrD, "ProgrDato"}, {&QrkR, "QrkRicevuto"}, {&ProgrR, "ProgrRicevuto"},
       {&Locator, "Locator"},  {&Qrb, "Qrb"},          {&Modo, "Modo"},
       {&Note, "Note"}};
-  for (const auto& [field, column] : columns) field->SetText(FieldText(row, column));
-  Qtr.SetText(HourMinute(row.Field("Qtr").Date()));
+  for (const auto& [field, column] : columns) field->SetText(core::FieldText(row, column));
+  Qtr.SetText(core::HourMinute(row.Field("Qtr").Date()));
   Qsl.SetOn(row.Field("Qsl").Bool());
   InLog.SetOn(row.Field("InLog").Bool());
 }
 
-void ContestNewQso::ShowTime() { Qtr.SetText(HourMinute(session_.Now())); }
+void ContestNewQso::ShowTime() { Qtr.SetText(core::HourMinute(session_.Now())); }
 
 std::optional<std::string> ContestNewQso::DuplicateSerial() {
   const auto rows = session_.Db.OpenSnapshot(fmt::format(
       "Select ProgrDato FROM [Contest Qso]{} AND Call='{}' AND ProgrDato<>{}",
-      OfContest(contest_.DataContest, contest_.Banda), Trim(CallQso.Text()), ProgrD.Text()));
+      OfContest(contest_.DataContest, contest_.Banda), base::Trim(CallQso.Text()), ProgrD.Text()));
   if (rows->EOF_()) return std::nullopt;
-  return Trim(rows->Field(0).Text());
+  return base::Trim(rows->Field(0).Text());
 }
 
 void ContestNewQso::OnCallLeave() {
@@ -145,7 +150,8 @@ void ContestNewQso::OnCallLeave() {
 
 void ContestNewQso::OnLocatorLeave() {
   const std::string& locator = Locator.Text();
-  Qrb.SetText(IsValidLocator(locator) ? std::to_string(QrbKm(contest_.Locator, locator)) : "0");
+  Qrb.SetText(core::IsValidLocator(locator) ? std::to_string(core::QrbKm(contest_.Locator, locator))
+                                            : "0");
 }
 
 std::optional<ContestNewQso::Refusal> ContestNewQso::FindRefusal() {
@@ -154,26 +160,26 @@ std::optional<ContestNewQso::Refusal> ContestNewQso::FindRefusal() {
                               {"Rapporti obbligatori", &QrkR},  {"Rapporti obbligatori", &ProgrD},
                               {"Rapporti obbligatori", &ProgrR}};
   for (const Refusal& each : required) {
-    if (IsEmptyField(each.field->Text())) return each;
+    if (core::IsEmptyField(each.field->Text())) return each;
   }
-  if (!IsValidLocator(Locator.Text())) return Refusal{"Locator errato", &Locator};
+  if (!core::IsValidLocator(Locator.Text())) return Refusal{"Locator errato", &Locator};
   return std::nullopt;
 }
 
 void ContestNewQso::InsertQso() {
   if (const auto refusal = FindRefusal()) {
-    session_.Messages().Show(MessageIcon::kCritical, "", refusal->text);
+    session_.Messages().Show(platform::MessageIcon::kCritical, "", refusal->text);
     return;
   }
   // The station's own locator, not the contest's, makes the distance that counts.
-  Qrb.SetText(std::to_string(QrbKm(session_.MyLocator, Locator.Text())));
-  double punti = Val(Qrb.Text());
+  Qrb.SetText(std::to_string(core::QrbKm(session_.MyLocator, Locator.Text())));
+  double punti = base::Val(Qrb.Text());
   std::string note = Note.Text();
   if (const auto serial = DuplicateSerial()) {
     punti = 0;
     note = MarkDuplicate(note, *serial);
   }
-  if (const std::string exchange = Trim(Exc.Text()); !exchange.empty()) {
+  if (const std::string exchange = base::Trim(Exc.Text()); !exchange.empty()) {
     note = MarkExchange(note, exchange);
   }
   StoreRow(punti, note);
@@ -182,35 +188,38 @@ void ContestNewQso::InsertQso() {
 }
 
 void ContestNewQso::StoreRow(double punti, std::string_view note) {
-  const auto qtr = ParseTime(Qtr.Text());
-  if (!qtr) throw DatabaseError(DatabaseError::kConversion, "Ora non valida: " + Qtr.Text());
-  Dynaset& row = *Data1->Rows();
+  const auto qtr = base::ParseTime(Qtr.Text());
+  if (!qtr)
+    throw engine::DatabaseError(engine::DatabaseError::kConversion,
+                                "Ora non valida: " + Qtr.Text());
+  engine::Dynaset& row = *Data1->Rows();
   if (Operation.Text() == "I") {
     row.AddNew();
   } else {
     row.Edit();
   }
-  row.Set("DataContest", ParseDate(contest_.DataContest).value_or(DateTime()).DatePart());
+  row.Set("DataContest",
+          base::ParseDate(contest_.DataContest).value_or(base::DateTime()).DatePart());
   row.Set("Banda", contest_.Banda);
-  SetNumber(row, "ProgrDato", ProgrD.Text());
+  core::SetNumber(row, "ProgrDato", ProgrD.Text());
   row.Set("Qtr", *qtr);
   row.Set("Call", CallQso.Text());
-  SetNumber(row, "Giorno", Giorno.Text());
-  SetNumber(row, "QrkDato", QrkD.Text());
-  SetNumber(row, "QrkRicevuto", QrkR.Text());
-  SetNumber(row, "ProgrRicevuto", ProgrR.Text());
+  core::SetNumber(row, "Giorno", Giorno.Text());
+  core::SetNumber(row, "QrkDato", QrkD.Text());
+  core::SetNumber(row, "QrkRicevuto", QrkR.Text());
+  core::SetNumber(row, "ProgrRicevuto", ProgrR.Text());
   row.Set("Locator", Locator.Text());
   row.Set("Modo", Modo.Text());
   row.Set("Note", note);
-  SetNumber(row, "Qrb", Qrb.Text());
+  core::SetNumber(row, "Qrb", Qrb.Text());
   row.Set("Punti", punti);
   row.Set("Qsl", Qsl.IsOn());
   row.Set("InLog", InLog.IsOn());
   row.Update();
   const std::int64_t key = row.LastModified().key;
   const bool isNew = Operation.Text() == "I";
-  session_.Changes.Announce(
-      {ContactTable::kContestQso, OneContact{isNew ? std::nullopt : std::optional(key), key}});
+  session_.Changes.Announce({core::ContactTable::kContestQso,
+                             core::OneContact{isNew ? std::nullopt : std::optional(key), key}});
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -2,18 +2,18 @@
 
 #include <algorithm>
 
-#include "contest/check_call_contest.h"
 #include "contact.h"
+#include "contest/check_call_contest.h"
 #include "contest/contest_new_qso.h"
-#include "transfer.h"
 #include "core/modules.h"
+#include "transfer.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 std::string ShortTime(const std::string& text) {
-  const auto time = ParseTime(text);
-  return time ? HourMinute(*time) : text;
+  const auto time = base::ParseTime(text);
+  return time ? core::HourMinute(*time) : text;
 }
 
 struct GridColumn {
@@ -33,8 +33,8 @@ constexpr GridColumn kColumns[] = {
     {"Qrb", "Qrb"},
     {"Punti", "Punti"},
     {"Modo", "Modo"},
-    {"Qsl", "Qsl", YesNo},
-    {"In Log", "InLog", YesNo},
+    {"Qsl", "Qsl", core::YesNo},
+    {"In Log", "InLog", core::YesNo},
     {"Note", "Note"},
 };
 
@@ -42,8 +42,8 @@ constexpr GridColumn kColumns[] = {
 
 std::string ContactRows::CellText(std::int64_t row, std::size_t field) {
   try {
-    return DataSource::CellText(row, field);
-  } catch (const DatabaseError&) {
+    return core::DataSource::CellText(row, field);
+  } catch (const engine::DatabaseError&) {
     return {};
   }
 }
@@ -51,14 +51,16 @@ std::string ContactRows::CellText(std::int64_t row, std::size_t field) {
 void ContactRows::DeleteRow(std::int64_t row) {
   try {
     const std::int64_t key = Rows()->BookmarkAt(row).key;
-    DataSource::DeleteRow(row);
-    session_.Changes.Announce({ContactTable::kContestQso, OneContact{key, std::nullopt}});
-  } catch (const DatabaseError&) {
+    core::DataSource::DeleteRow(row);
+    session_.Changes.Announce(
+        {core::ContactTable::kContestQso, core::OneContact{key, std::nullopt}});
+  } catch (const engine::DatabaseError&) {
   }
 }
 
-ContestQso::ContestQso(Session& session)
-    : Window(session.Host(), "ContestQso", "Contest Qso - ", Twips(12000), Twips(6000)),
+ContestQso::ContestQso(core::Session& session)
+    : forms::Window(session.Host(), "ContestQso", "Contest Qso - ", base::Twips(12000),
+                    base::Twips(6000)),
       Data1(session),
       session_(session),
       autoCall_(session, cmAutoCall) {
@@ -88,23 +90,23 @@ void ContestQso::Load() {
     Data1.Refresh();
     SetUpGrid();
     ShowLastRow();
-  } catch (const DatabaseError&) {
+  } catch (const engine::DatabaseError&) {
     // Data errors of the grid are not told.
   }
-  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
-    if (change.table == ContactTable::kContestQso && change.Many()) Data1.Renew(QC);
+  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
+    if (change.table == core::ContactTable::kContestQso && change.Many()) Data1.Renew(QC);
   });
-  RestoreWindow(session_, *this, "ContestQso");
+  core::RestoreWindow(session_, *this, "ContestQso");
   autoCall_.Load();
 }
 
 void ContestQso::SetUpGrid() {
   const std::vector<std::string>& names = Data1.Rows()->Columns();
-  std::vector<DataGrid::ColumnOf> columns;
+  std::vector<forms::DataGrid::ColumnOf> columns;
   for (const GridColumn& each : kColumns) {
     const auto at = std::find(names.begin(), names.end(), each.column);
     columns.push_back({std::string(each.heading), static_cast<std::size_t>(at - names.begin()),
-                       kOwnSize, each.format});
+                       forms::kOwnSize, each.format});
   }
   QC.SetColumnsOf(std::move(columns));
 }
@@ -117,14 +119,15 @@ void ContestQso::ShowLastRow() {
 
 void ContestQso::Unload() {
   changes_ = {};
-  SaveWindow(session_, *this, "ContestQso");
+  core::SaveWindow(session_, *this, "ContestQso");
   // A contest whose rows cannot be read has none to offer, and must not hold the window open.
   if (Data1.Rows() != nullptr &&
       HasContactsForLog(session_, contest_.DataContest, contest_.Banda) &&
       session_.Messages().AskYesNo("", "Vuoi inserire i qso nel Log ?")) {
     TransferToLog(session_, contest_.DataContest, contest_.Banda);
   }
-  if (Window* check = session_.Windows.Find("CheckCallContest")) session_.Windows.Unload(*check);
+  if (forms::Window* check = session_.Windows.Find("CheckCallContest"))
+    session_.Windows.Unload(*check);
   autoCall_.Stop();
   Data1.Close();
 }
@@ -159,7 +162,7 @@ void ContestQso::OpenStatistics() {
   session_.CurrentContest.MoltSquare = contest_.MoltSquare;
   session_.CurrentContest.MoltCountry = contest_.MoltCountry;
   session_.CurrentContest.MoltExch = contest_.MoltExch;
-  if (Window* statistics = session_.Windows.LoadNew("StatContest")) {
+  if (forms::Window* statistics = session_.Windows.LoadNew("StatContest")) {
     session_.Windows.ShowModal(*statistics);
   }
 }
@@ -172,9 +175,9 @@ void ContestQso::OpenCheckCall() {
       (open->DataContest != contest_.DataContest || open->Banda != contest_.Banda)) {
     session_.Windows.Unload(*open);
   }
-  if (Window* check = session_.Windows.LoadSingle("CheckCallContest")) {
+  if (forms::Window* check = session_.Windows.LoadSingle("CheckCallContest")) {
     session_.Windows.Show(*check);
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -2,16 +2,17 @@
 
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 // Twips: date, band, description.
-constexpr Twips kWidths[] = {Twips(1115), Twips(780), Twips(2730)};
+constexpr base::Twips kWidths[] = {base::Twips(1115), base::Twips(780), base::Twips(2730)};
 
 }  // namespace
 
-ContestSearch::ContestSearch(Session& session)
-    : Window(session.Host(), "ContestSearch", "Contest - Ricerca", Twips(5400), Twips(4200)),
+ContestSearch::ContestSearch(core::Session& session)
+    : forms::Window(session.Host(), "ContestSearch", "Contest - Ricerca", base::Twips(5400),
+                    base::Twips(4200)),
       Data1(session),
       session_(session) {
   Spread1.SetSource(&Data1);
@@ -22,11 +23,11 @@ ContestSearch::ContestSearch(Session& session)
 }
 
 void ContestSearch::Load() {
-  RestoreWindow(session_, *this, "ContestSearch");
+  core::RestoreWindow(session_, *this, "ContestSearch");
   Data1.RecordSource = "select * from Contest";
   Data1.Refresh();
-  std::vector<DataGrid::ColumnOf> columns;
-  for (const Twips width : kWidths) {
+  std::vector<forms::DataGrid::ColumnOf> columns;
+  for (const base::Twips width : kWidths) {
     const std::size_t at = columns.size();
     columns.push_back({Data1.Rows()->Columns().at(at), at, width, nullptr});
   }
@@ -35,7 +36,7 @@ void ContestSearch::Load() {
 
 void ContestSearch::Unload() {
   Data1.Close();
-  SaveWindow(session_, *this, "ContestSearch");
+  core::SaveWindow(session_, *this, "ContestSearch");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -6,7 +6,7 @@
 
 #include "base/number.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 // Millimetres throughout.
@@ -85,9 +85,10 @@ struct HeadValue {
 
 constexpr HeadValue kHeadValues[] = {
     {46, 1, kSmallSize, [](const ContestHeader& h) { return h.NomeContest; }},
-    {110, 1, kMiddleSize, [](const ContestHeader& h) { return PlainNumber(h.DataContest.Year()); }},
+    {110, 1, kMiddleSize,
+     [](const ContestHeader& h) { return base::PlainNumber(h.DataContest.Year()); }},
     {153, 1, kMiddleSize,
-     [](const ContestHeader& h) { return std::string(MonthName(h.DataContest.Month())); }},
+     [](const ContestHeader& h) { return std::string(base::MonthName(h.DataContest.Month())); }},
     {174, 12, kSmallSize, [](const ContestHeader& h) { return h.Categoria; }},
     {31, 20, kSmallSize, [](const ContestHeader& h) { return h.Qra; }},
     {130, 20, kSmallSize, [](const ContestHeader& h) { return h.CallContest; }},
@@ -102,7 +103,7 @@ constexpr HeadValue kHeadValues[] = {
 };
 
 std::string Formatted(double value, std::string_view pattern) {
-  return FormatNumber(value, pattern);
+  return base::FormatNumber(value, pattern);
 }
 
 std::string Serial(std::int64_t serial) { return Formatted(static_cast<double>(serial), "####"); }
@@ -113,7 +114,7 @@ struct RowValue {
   std::string (*text)(const Contact&);
 };
 
-std::string HoursAndMinutes(const Contact& c) { return TimeText(c.Qtr).substr(0, 5); }
+std::string HoursAndMinutes(const Contact& c) { return base::TimeText(c.Qtr).substr(0, 5); }
 
 constexpr RowValue kRowValues[] = {
     {2, false, [](const Contact& c) { return std::to_string(c.Giorno); }},
@@ -148,7 +149,7 @@ constexpr double kLocatorX = 17, kTotaleQsoX = 40, kTotalePuntiX = 60, kMaxQrbX 
 
 class Sheets {
  public:
-  Sheets(Printer& printer, const ContestHeader& header, const std::filesystem::path& logo,
+  Sheets(platform::Printer& printer, const ContestHeader& header, const std::filesystem::path& logo,
          const std::optional<std::filesystem::path>& sign)
       : printer_(printer), header_(header), logo_(logo), sign_(sign) {}
 
@@ -173,15 +174,19 @@ class Sheets {
   void Write(const Table& table) {
     for (const Words& words : table) Write(words.x, words.y, words.text);
   }
-  void Write(double x, double y, std::string_view text) { printer_.Text(Mm(x), Mm(y), text); }
-  void Draw(const Stroke& s) { printer_.Line(Mm(s.x1), Mm(s.y1), Mm(s.x2), Mm(s.y2)); }
+  void Write(double x, double y, std::string_view text) {
+    printer_.Text(base::Mm(x), base::Mm(y), text);
+  }
+  void Draw(const Stroke& s) {
+    printer_.Line(base::Mm(s.x1), base::Mm(s.y1), base::Mm(s.x2), base::Mm(s.y2));
+  }
   void Frame(const Stroke& s, bool filled) {
-    printer_.Box(Mm(s.x1), Mm(s.y1), Mm(s.x2), Mm(s.y2), filled);
+    printer_.Box(base::Mm(s.x1), base::Mm(s.y1), base::Mm(s.x2), base::Mm(s.y2), filled);
   }
 
   void DrawForm() {
     printer_.SetFont(kFont, kLargeSize, true);
-    printer_.Picture(logo_, Mm(kLogoX), Mm(kLogoY));
+    printer_.Picture(logo_, base::Mm(kLogoX), base::Mm(kLogoY));
     Write(kTitles);
     for (const Selection& each : kSelections) Frame(each.corners, each.holds(header_));
     printer_.SetFontSize(kSmallSize);
@@ -190,8 +195,8 @@ class Sheets {
     Draw(kTableHeadLine);
     for (const double x : kTableColumns) Draw({x, kTable.y1, x, kTable.y2});
     Write(kHeadings);
-    Write(kSheetNumber.x, kSheetNumber.y, std::string(kSheetNumber.text) + Str(foglio_));
-    if (sign_) printer_.Picture(*sign_, Mm(kSignX), Mm(kSignY));
+    Write(kSheetNumber.x, kSheetNumber.y, std::string(kSheetNumber.text) + base::Str(foglio_));
+    if (sign_) printer_.Picture(*sign_, base::Mm(kSignX), base::Mm(kSignY));
   }
 
   void FillHead() {
@@ -206,7 +211,7 @@ class Sheets {
   void PrintRow(const Contact& contact, double y) {
     for (const RowValue& value : kRowValues) {
       if (value.right) {
-        printer_.TextRight(Mm(value.x), Mm(y), value.text(contact));
+        printer_.TextRight(base::Mm(value.x), base::Mm(y), value.text(contact));
       } else {
         Write(value.x, y, value.text(contact));
       }
@@ -240,7 +245,7 @@ class Sheets {
     Write(kMaxQrbX, kTotalsValuesY, Formatted(maxQrb_, "####,###"));
   }
 
-  Printer& printer_;
+  platform::Printer& printer_;
   const ContestHeader& header_;
   const std::filesystem::path& logo_;
   const std::optional<std::filesystem::path>& sign_;
@@ -252,10 +257,10 @@ class Sheets {
 
 }  // namespace
 
-void PrintContestSheets(Printer& printer, const ContestHeader& header,
+void PrintContestSheets(platform::Printer& printer, const ContestHeader& header,
                         const std::vector<Contact>& contacts, const std::filesystem::path& logo,
                         const std::optional<std::filesystem::path>& sign) {
   Sheets(printer, header, logo, sign).Print(contacts);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

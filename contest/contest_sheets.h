@@ -10,12 +10,12 @@
 #include "contest/contest_header.h"
 #include "platform/printer.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 // Prints every contact in the order given and ends the document; without contacts nothing is
 // printed. `sign` is the operator's signature, if he has one. Throws what the printer throws.
-void PrintContestSheets(Printer& printer, const ContestHeader& header,
+void PrintContestSheets(platform::Printer& printer, const ContestHeader& header,
                         const std::vector<Contact>& contacts, const std::filesystem::path& logo,
                         const std::optional<std::filesystem::path>& sign);
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

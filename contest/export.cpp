@@ -6,13 +6,13 @@
 #include <stdexcept>
 #include <string>
 
+#include "core/session.h"
+#include "core/transaction.h"
 #include "reg1test.h"
 #include "score.h"
 #include "staging.h"
-#include "core/session.h"
-#include "core/transaction.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
@@ -22,8 +22,8 @@ void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
   if (!file) throw std::runtime_error("Impossibile scrivere il file " + path.filename().string());
 }
 
-std::optional<double> MhzOf(Session& session, std::string_view band) {
-  Table& bands = *session.TbUserRTX;
+std::optional<double> MhzOf(core::Session& session, std::string_view band) {
+  engine::Table& bands = *session.TbUserRTX;
   bands.Seek("=", {band});
   if (bands.NoMatch()) return std::nullopt;
   return bands.Field("Frequenza").Number();
@@ -31,12 +31,12 @@ std::optional<double> MhzOf(Session& session, std::string_view band) {
 
 }  // namespace
 
-void WriteReg1Test(Session& session, const ContestHeader& header,
+void WriteReg1Test(core::Session& session, const ContestHeader& header,
                    const std::vector<Contact>& contacts) {
   if (contacts.empty()) return;
   const CountryOfCall countryOf = CountriesOf(session);
   // Around the counting as well: each look into the prefix table would lock the file for itself.
-  Transaction transaction(session.Db);
+  core::Transaction transaction(session.Db);
   const Tally tally = TallyOf(contacts, countryOf);
   // An empty exchange is counted, but the records do not mark it as new.
   std::vector<std::string> exchanges = tally.Exchanges.Texts();
@@ -47,4 +47,4 @@ void WriteReg1Test(Session& session, const ContestHeader& header,
             Reg1Test(header, MhzOf(session, header.Banda), contacts, tally, countryOf));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

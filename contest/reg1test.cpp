@@ -9,18 +9,18 @@
 #include "base/number.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 
-std::string YearMonthDay(DateTime date) {
+std::string YearMonthDay(base::DateTime date) {
   return fmt::format("{:04}{:02}{:02}", date.Year(), date.Month(), date.Day());
 }
 
-std::string YearMonth(DateTime date) { return YearMonthDay(date).substr(0, 6); }
+std::string YearMonth(base::DateTime date) { return YearMonthDay(date).substr(0, 6); }
 
-std::string TrimmedNumber(std::string_view field) { return PlainNumber(Val(field)); }
+std::string TrimmedNumber(std::string_view field) { return base::PlainNumber(base::Val(field)); }
 
 class Lines {
  public:
@@ -50,7 +50,7 @@ void AddHead(Lines& lines, const ContestHeader& header, std::optional<double> ba
   lines.Add("PSect=", header.Categoria);
   lines.Begin("PBand=");
   // Without the band its line does not end, and the next label follows on it.
-  if (bandMhz) lines.Add(PlainNumber(std::floor(*bandMhz)), " MHz");
+  if (bandMhz) lines.Add(base::PlainNumber(std::floor(*bandMhz)), " MHz");
   lines.Add("PClub=");
   lines.Add("RName=", header.CallContest);
   lines.Add("RAdr1=", header.Indirizzo);
@@ -80,18 +80,19 @@ void AddSummary(Lines& lines, const ContestHeader& header, const Tally& tally) {
       {"CDXCs=", "CDXCB=0", tally.Countries.Count(), header.Country},
   };
   lines.Add("CQSOs=", std::to_string(tally.QsoValidi) + ";1");
-  lines.Add("CQSOP=", PlainNumber(tally.TotalePunti));
+  lines.Add("CQSOP=", base::PlainNumber(tally.TotalePunti));
   std::size_t sum = 0;
   for (const Multiplier& each : multipliers) {
     lines.Add(each.label, fmt::format("{};0;{}", each.count, each.counts ? each.count : 1));
     lines.Add(each.bonus);
     if (each.counts) sum += each.count;
   }
-  lines.Add("CToSc=", PlainNumber(static_cast<double>(sum == 0 ? 1 : sum) * tally.TotalePunti));
+  lines.Add("CToSc=",
+            base::PlainNumber(static_cast<double>(sum == 0 ? 1 : sum) * tally.TotalePunti));
   lines.Add("CODXC=",
-            tally.CallMaxQrb + ";" + tally.LocatorMaxQrb + ";" + PlainNumber(tally.MaxQrb));
+            tally.CallMaxQrb + ";" + tally.LocatorMaxQrb + ";" + base::PlainNumber(tally.MaxQrb));
   lines.Add("[Remarks]");
-  lines.Add(Trim(header.Note));
+  lines.Add(base::Trim(header.Note));
   lines.Add("[QSORecords;", std::to_string(tally.TotaleQso) + "]");
 }
 
@@ -105,14 +106,14 @@ void AddRecords(Lines& lines, const ContestHeader& header, const std::vector<Con
   for (const Contact& contact : contacts) {
     const std::string exchange = ExchangeOf(contact).value_or("");
     const auto number = [](std::int64_t value, std::string_view pattern) {
-      return FormatNumber(static_cast<double>(value), pattern);
+      return base::FormatNumber(static_cast<double>(value), pattern);
     };
     std::string record = month + number(contact.Giorno, "00") + ";";
     record += fmt::format("{:02}{:02};", contact.Qtr.Hour(), contact.Qtr.Minute());
     record += contact.Call + ";;";  // the mode code stays empty
-    record += Trim(contact.QrkDato) + ";" + number(contact.ProgrDato, "0000") + ";";
-    record += Trim(contact.QrkRicevuto) + ";" + number(contact.ProgrRicevuto, "0000") + ";";
-    record += exchange + ";" + contact.Locator + ";" + PlainNumber(contact.Punti) + ";";
+    record += base::Trim(contact.QrkDato) + ";" + number(contact.ProgrDato, "0000") + ";";
+    record += base::Trim(contact.QrkRicevuto) + ";" + number(contact.ProgrRicevuto, "0000") + ";";
+    record += exchange + ";" + contact.Locator + ";" + base::PlainNumber(contact.Punti) + ";";
     record += newMark(exchanges, exchange);
     // A contact without a locator still counts the empty square once.
     record += squares.Add(SquareOf(contact)) ? "N;" : ";";
@@ -135,7 +136,7 @@ std::string Reg1Test(const ContestHeader& header, std::optional<double> bandMhz,
   AddHead(lines, header, bandMhz, contacts.back().Giorno);
   AddSummary(lines, header, tally);
   AddRecords(lines, header, contacts, countryOf);
-  return ToWindows1252(lines.Take());
+  return base::ToWindows1252(lines.Take());
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

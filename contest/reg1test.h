@@ -12,7 +12,7 @@
 #include "contest/contest_header.h"
 #include "score.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 // The text's bytes in Windows-1252, lines ended by CR LF. `contacts` is not empty and `tally` is
 // its tally. `bandMhz` is the band's frequency; nothing when the station does not have the band.
@@ -20,4 +20,4 @@ std::string Reg1Test(const ContestHeader& header, std::optional<double> bandMhz,
                      const std::vector<Contact>& contacts, const Tally& tally,
                      const CountryOfCall& countryOf);
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

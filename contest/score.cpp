@@ -2,10 +2,10 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 bool DistinctTexts::Add(std::string_view text) {
-  std::string key = RTrim(text);
+  std::string key = base::RTrim(text);
   for (char& c : key) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   }
@@ -14,7 +14,7 @@ bool DistinctTexts::Add(std::string_view text) {
   return true;
 }
 
-std::string SquareOf(const ScoredContact& contact) { return Left(contact.Locator, 4); }
+std::string SquareOf(const ScoredContact& contact) { return base::Left(contact.Locator, 4); }
 
 void Tally::Add(const ScoredContact& contact, const CountryOfCall& countryOf) {
   TotaleQrb += contact.Qrb;
@@ -46,4 +46,4 @@ double ScoreOf(const Tally& tally, const MultiplierSwitches& switches) {
   return static_cast<double>(MultiplierOf(tally, switches)) * tally.TotalePunti;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -10,7 +10,7 @@
 
 #include "contact.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 // The country code of a call; empty when it is not known.
 using CountryOfCall = std::function<std::string(std::string_view call)>;
@@ -63,4 +63,4 @@ struct MultiplierSwitches {
 std::int64_t MultiplierOf(const Tally& tally, const MultiplierSwitches& switches);
 double ScoreOf(const Tally& tally, const MultiplierSwitches& switches);
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -9,19 +9,19 @@
 #include "core/prefix.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
-CountryOfCall CountriesOf(Session& session) {
+CountryOfCall CountriesOf(core::Session& session) {
   auto known = std::make_shared<std::unordered_map<std::string, std::string>>();
   return [&session, known](std::string_view call) {
-    const std::string prefix = PrefixCandidate(call);
+    const std::string prefix = core::PrefixCandidate(call);
     const auto at = known->find(prefix);
     if (at != known->end()) return at->second;
-    return known->emplace(prefix, ResolvePrefix(session, call).Country).first->second;
+    return known->emplace(prefix, core::ResolvePrefix(session, call).Country).first->second;
   };
 }
 
-void StageMultipliers(Database& database, const std::vector<std::string>& squares,
+void StageMultipliers(engine::Database& database, const std::vector<std::string>& squares,
                       const std::vector<std::string>& countries,
                       const std::vector<std::string>& exchanges) {
   const std::pair<std::string_view, const std::vector<std::string>&> tables[] = {
@@ -34,4 +34,4 @@ void StageMultipliers(Database& database, const std::vector<std::string>& square
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -8,17 +8,19 @@
 
 #include "score.h"
 
-namespace brenvo {
-
+namespace brenvo::core {
 class Session;
+}
+
+namespace brenvo::contest {
 
 // Looks countries up in the prefix table, each prefix once in the life of the function.
-CountryOfCall CountriesOf(Session& session);
+CountryOfCall CountriesOf(core::Session& session);
 
 // Empties ContestWWL, ContestDXC and ContestExc and fills them, within the caller's transaction. A
 // text that breaks the statement (an apostrophe in an exchange) is a DatabaseError.
-void StageMultipliers(Database& database, const std::vector<std::string>& squares,
+void StageMultipliers(engine::Database& database, const std::vector<std::string>& squares,
                       const std::vector<std::string>& countries,
                       const std::vector<std::string>& exchanges);
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -12,7 +12,7 @@
 #include "core/session.h"
 #include "core/transaction.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 constexpr std::size_t kReportWidth = 3;
@@ -23,36 +23,39 @@ std::string MarkedOf(std::string_view date, std::string_view band) {
 }
 
 // Report and serial in six characters: "59 012".
-std::string ReportAndSerial(Recordset& row, std::string_view report, std::string_view serial) {
-  return PadRight(FieldText(row, report), kReportWidth) +
-         Left(FormatNumber(row.Field(serial).Number(), "000"), kReportWidth);
+std::string ReportAndSerial(engine::Recordset& row, std::string_view report,
+                            std::string_view serial) {
+  return base::PadRight(core::FieldText(row, report), kReportWidth) +
+         base::Left(base::FormatNumber(row.Field(serial).Number(), "000"), kReportWidth);
 }
 
-DateTime DateInContest(Recordset& row, DateTime contest) {
+base::DateTime DateInContest(engine::Recordset& row, base::DateTime contest) {
   const std::string text =
-      fmt::format("{}-{}-{}", FieldText(row, "Giorno"), contest.Month(), contest.Year());
-  const auto date = ParseDate(text);
-  if (!date) throw DatabaseError(DatabaseError::kConversion, "Data non valida: " + text);
+      fmt::format("{}-{}-{}", core::FieldText(row, "Giorno"), contest.Month(), contest.Year());
+  const auto date = base::ParseDate(text);
+  if (!date)
+    throw engine::DatabaseError(engine::DatabaseError::kConversion, "Data non valida: " + text);
   return *date + row.Field("Qtr").Date().TimePart();
 }
 
-void CopyZones(Table& log, Table& prefissi, std::string_view prefix) {
-  if (!SeekPrefix(prefissi, prefix)) return;
+void CopyZones(engine::Table& log, engine::Table& prefissi, std::string_view prefix) {
+  if (!core::SeekPrefix(prefissi, prefix)) return;
   for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
     log.Set(column, prefissi.Field(column));
   }
 }
 
-void TransferContact(Session& session, Recordset& row, DateTime date, Table& contest) {
-  Table& log = *session.TbLog;
-  log.Seek("=", {FieldText(row, "Call")});
+void TransferContact(core::Session& session, engine::Recordset& row, base::DateTime date,
+                     engine::Table& contest) {
+  engine::Table& log = *session.TbLog;
+  log.Seek("=", {core::FieldText(row, "Call")});
   const bool known = !log.NoMatch();
   constexpr const char* kOperator[] = {"Qra", "Qth", "Provincia"};
   std::string kept[std::size(kOperator)];
   for (std::size_t i = 0; known && i < std::size(kOperator); ++i) {
-    kept[i] = FieldText(log, kOperator[i]);
+    kept[i] = core::FieldText(log, kOperator[i]);
   }
-  const ResolvedPrefix resolved = ResolvePrefix(session, FieldText(row, "Call"));
+  const core::ResolvedPrefix resolved = core::ResolvePrefix(session, core::FieldText(row, "Call"));
 
   log.AddNew();
   log.Set("Call", row.Field("Call"));
@@ -64,7 +67,8 @@ void TransferContact(Session& session, Recordset& row, DateTime date, Table& con
     CopyZones(log, *session.TbPrefissi, resolved.Prefisso);
   }
   log.Set("Qrb", row.Field("Qrb"));
-  for (const char* column : {"Locator", "Banda", "Note"}) log.Set(column, FieldText(row, column));
+  for (const char* column : {"Locator", "Banda", "Note"})
+    log.Set(column, core::FieldText(row, column));
   for (const char* column : {"Frequenza", "Potenza"}) log.Set(column, contest.Field(column));
   log.Set("Modo", kMode);
   log.Set("QrkDato", ReportAndSerial(row, "QrkDato", "ProgrDato"));
@@ -75,28 +79,29 @@ void TransferContact(Session& session, Recordset& row, DateTime date, Table& con
 
 }  // namespace
 
-bool HasContactsForLog(Session& session, std::string_view date, std::string_view band) {
+bool HasContactsForLog(core::Session& session, std::string_view date, std::string_view band) {
   const auto rows = session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
   return !rows->EOF_();
 }
 
-void TransferToLog(Session& session, std::string_view date, std::string_view band) {
-  const BusyPointer busy(session.Host());
-  const DateTime day = ParseDate(date).value_or(DateTime());
-  Table& contest = *session.TbContest;
+void TransferToLog(core::Session& session, std::string_view date, std::string_view band) {
+  const platform::BusyPointer busy(session.Host());
+  const base::DateTime day = base::ParseDate(date).value_or(base::DateTime());
+  engine::Table& contest = *session.TbContest;
   contest.Seek("=", {day, band});
   if (contest.NoMatch()) {
-    throw DatabaseError(DatabaseError::kNoCurrentRecord, "Il contest dei qso non esiste piu'");
+    throw engine::DatabaseError(engine::DatabaseError::kNoCurrentRecord,
+                                "Il contest dei qso non esiste piu'");
   }
   const auto rows = session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
   session.TbLog->SetIndex("Call");
-  Transaction transaction(session.Db);
+  core::Transaction transaction(session.Db);
   for (; !rows->EOF_(); rows->MoveNext()) TransferContact(session, *rows, day, contest);
   rows->Close();
   session.Db.Execute("UPDATE [Contest Qso] Set InLog=False,Qsl=False" + MarkedOf(date, band));
   transaction.Commit();
-  session.Changes.AnnounceMany(ContactTable::kLog);
-  session.Changes.AnnounceMany(ContactTable::kContestQso);
+  session.Changes.AnnounceMany(core::ContactTable::kLog);
+  session.Changes.AnnounceMany(core::ContactTable::kContestQso);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace brenvo {
+namespace brenvo::core {
 
 ContactSubscription Announcements::Subscribe(ContactListener listener) {
   auto held = std::make_shared<ContactListener>(std::move(listener));
@@ -20,4 +20,4 @@ void Announcements::Announce(const ContactsChanged& change) {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

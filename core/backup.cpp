@@ -10,7 +10,7 @@
 #include "file/online_copy.h"
 #include "file/sync.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 constexpr std::string_view kDirectory = "Backup";
@@ -29,12 +29,12 @@ std::filesystem::path DirectoryOf(const std::filesystem::path& appPath) {
   return appPath / kDirectory;
 }
 
-std::string DayName(DateTime day) {
+std::string DayName(base::DateTime day) {
   return fmt::format("{}{:04}-{:02}-{:02}{}", kDailyPrefix, day.Year(), day.Month(), day.Day(),
                      kSuffix);
 }
 
-std::string AsideName(DateTime time) {
+std::string AsideName(base::DateTime time) {
   return fmt::format("{}{:04}-{:02}-{:02} {:02}-{:02}-{:02}{}", kAsidePrefix, time.Year(),
                      time.Month(), time.Day(), time.Hour(), time.Minute(), time.Second(), kSuffix);
 }
@@ -54,7 +54,7 @@ std::optional<BackupCopy> CopyOf(const std::filesystem::path& file) {
     name = name.substr(kDailyPrefix.size(), name.size() - kDailyPrefix.size() - kSuffix.size()) +
            " 00:00:00";
   }
-  const std::optional<DateTime> made = ParseIso(name);
+  const std::optional<base::DateTime> made = base::ParseIso(name);
   if (!made || (copy.setAside ? AsideName(*made) : DayName(*made)) != file.filename()) {
     return std::nullopt;
   }
@@ -65,27 +65,27 @@ std::optional<BackupCopy> CopyOf(const std::filesystem::path& file) {
 void MakeDirectory(const std::filesystem::path& directory) {
   std::error_code error;
   std::filesystem::create_directories(directory, error);
-  if (error) throw PathFailure(directory, error);
+  if (error) throw file::PathFailure(directory, error);
 }
 
 // The name of a file set aside now; a second that has its file already is left to it.
-std::filesystem::path FreeAsideFile(const std::filesystem::path& directory, DateTime now) {
+std::filesystem::path FreeAsideFile(const std::filesystem::path& directory, base::DateTime now) {
   std::filesystem::path file;
   std::error_code error;
   do {
     file = directory / AsideName(now);
-    now = DateTime::FromSeconds(now.Seconds() + 1);
+    now = base::DateTime::FromSeconds(now.Seconds() + 1);
   } while (std::filesystem::exists(file, error));
   return file;
 }
 
-void DropOld(const std::filesystem::path& appPath, DateTime today) {
-  std::vector<DateTime> days;
+void DropOld(const std::filesystem::path& appPath, base::DateTime today) {
+  std::vector<base::DateTime> days;
   for (const BackupCopy& copy : BackupCopies(appPath)) {
     if (!copy.setAside) days.push_back(copy.made);
   }
   std::error_code ignored;
-  for (const DateTime day : DaysToDrop(std::move(days), today)) {
+  for (const base::DateTime day : DaysToDrop(std::move(days), today)) {
     std::filesystem::remove(DirectoryOf(appPath) / DayName(day), ignored);
   }
 }
@@ -105,31 +105,32 @@ std::vector<BackupCopy> BackupCopies(const std::filesystem::path& appPath) {
 }
 
 std::string TitleOf(const BackupCopy& copy) {
-  return "del " + DateText(copy.made) +
-         (copy.setAside ? " alle " + TimeText(copy.made) + ", messa da parte" : std::string());
+  return "del " + base::DateText(copy.made) +
+         (copy.setAside ? " alle " + base::TimeText(copy.made) + ", messa da parte"
+                        : std::string());
 }
 
 std::optional<std::int64_t> ContactsIn(const BackupCopy& copy) {
   try {
-    return RowsIn(copy.file, "Log");
-  } catch (const DatabaseError&) {
+    return file::RowsIn(copy.file, "Log");
+  } catch (const engine::DatabaseError&) {
     return std::nullopt;
   }
 }
 
 std::string ContentsOf(const BackupCopy& copy) {
   try {
-    return fmt::format("{} QSO", RowsIn(copy.file, "Log"));
-  } catch (const DatabaseError& failure) {
-    if (failure.Number == DatabaseError::kNotADatabase) return "non leggibile";
+    return fmt::format("{} QSO", file::RowsIn(copy.file, "Log"));
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number == engine::DatabaseError::kNotADatabase) return "non leggibile";
     return "ora non si può leggere: " + failure.Description;
   }
 }
 
-std::vector<DateTime> DaysToDrop(std::vector<DateTime> days, DateTime today) {
-  std::erase_if(days, [&](DateTime day) { return day > today; });
+std::vector<base::DateTime> DaysToDrop(std::vector<base::DateTime> days, base::DateTime today) {
+  std::erase_if(days, [&](base::DateTime day) { return day > today; });
   std::sort(days.begin(), days.end(), std::greater<>());
-  std::vector<DateTime> dropped;
+  std::vector<base::DateTime> dropped;
   std::set<int> months;
   for (std::size_t i = 0; i < days.size(); ++i) {
     const bool lastOfMonth = months.insert(days[i].Year() * 12 + days[i].Month()).second;
@@ -144,11 +145,11 @@ void PutBack(Session& session, const BackupCopy& copy) {
   const std::filesystem::path database = session.File("\\Brenvo.mdb");
   const std::filesystem::path fresh = session.AppPath / kPuttingBack;
   {
-    OnlineCopy putting(copy.file, fresh);
+    file::OnlineCopy putting(copy.file, fresh);
     while (putting.Step(kPagesPerSlice)) {
     }
     putting.Verify([] { return true; });
-    OpenDatabaseFile(fresh).Close();  // sound, and of this program
+    file::OpenDatabaseFile(fresh).Close();  // sound, and of this program
   }
   const std::filesystem::path directory = DirectoryOf(session.AppPath);
   MakeDirectory(directory);
@@ -159,9 +160,9 @@ void PutBack(Session& session, const BackupCopy& copy) {
     from += suffix;
     to += suffix;
     std::error_code error;
-    if (std::filesystem::exists(from, error)) MoveSafely(from, to);
+    if (std::filesystem::exists(from, error)) file::MoveSafely(from, to);
   }
-  RenameSafely(fresh, database);
+  file::RenameSafely(fresh, database);
 }
 
 std::optional<BackupCopy> WithoutJournal(Session& session) {
@@ -194,10 +195,10 @@ bool RestoreBackup(Session& session, const BackupCopy& copy) {
   try {
     session.RequireNoOtherProgram();
     PutBack(session, copy);
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     try {
       session.ReopenAfterCompaction();
-    } catch (const DatabaseError&) {
+    } catch (const engine::DatabaseError&) {
       session.EndWith(failure, "Ripristina backup");
     }
     throw;
@@ -235,8 +236,8 @@ void DailyBackup::Tick() {
     } else if (!copy_->Step(kPagesPerSlice)) {
       Finish();
     }
-  } catch (const DatabaseError& failure) {
-    if (failure.Number == DatabaseError::kNotADatabase) session_.Db.RefuseWrites();
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number == engine::DatabaseError::kNotADatabase) session_.Db.RefuseWrites();
     Fail(failure.Description);
   }
 }
@@ -254,7 +255,7 @@ void DailyBackup::Begin() {
     return;
   }
   MakeDirectory(unfinished_.parent_path());
-  copy_ = std::make_unique<OnlineCopy>(session_.File("\\Brenvo.mdb"), unfinished_);
+  copy_ = std::make_unique<file::OnlineCopy>(session_.File("\\Brenvo.mdb"), unfinished_);
   timer_->SetInterval(kPause);
 }
 
@@ -274,10 +275,10 @@ void DailyBackup::Finish() {
   verifying_ = false;
   copy_.reset();
   if (!sound) return;
-  RenameSafely(unfinished_, finished_);
+  file::RenameSafely(unfinished_, finished_);
   timer_->SetEnabled(false);
   DropOld(session_.AppPath, session_.Now());
-  tell_("Copia di sicurezza del " + DateText(day_) + " fatta");
+  tell_("Copia di sicurezza del " + base::DateText(day_) + " fatta");
 }
 
 void DailyBackup::Fail(const std::string& why) {
@@ -285,4 +286,4 @@ void DailyBackup::Fail(const std::string& why) {
   tell_("La copia di sicurezza non e' riuscita: " + why);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -7,21 +7,21 @@
 #include "core/modules.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 // Far outside any picture, and near enough for the geometry of the map.
 constexpr std::int64_t kFarthestPixel = 1000000;
 
-int PixelOf(Recordset& row, std::string_view column) {
+int PixelOf(engine::Recordset& row, std::string_view column) {
   return static_cast<int>(std::clamp(row.Field(column).Integer(), -kFarthestPixel, kFarthestPixel));
 }
 
 }  // namespace
 
 void ShowCountryMap(Session& session, std::string_view country) {
-  Table& countries = *session.TbCountry;
-  countries.Seek("=", {Left(country, 5)});
+  engine::Table& countries = *session.TbCountry;
+  countries.Seek("=", {base::Left(country, 5)});
   if (countries.NoMatch()) return;
   const std::string map = FieldText(countries, "Mappa");
   if (map.empty()) return;
@@ -31,4 +31,4 @@ void ShowCountryMap(Session& session, std::string_view country) {
   session.DisplayMap("");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -5,11 +5,11 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 // The place of a record, counted from 0; -1 when the rows do not have it.
-std::int64_t PlaceOf(Dynaset& rows, Bookmark record) {
+std::int64_t PlaceOf(engine::Dynaset& rows, engine::Bookmark record) {
   const std::int64_t count = rows.TotalRows();
   for (std::int64_t place = 0; place < count; ++place) {
     if (rows.BookmarkAt(place) == record) return place;
@@ -17,30 +17,30 @@ std::int64_t PlaceOf(Dynaset& rows, Bookmark record) {
   return -1;
 }
 
-std::optional<Bookmark> CurrentOf(Dynaset& rows) {
+std::optional<engine::Bookmark> CurrentOf(engine::Dynaset& rows) {
   if (rows.BOF() || rows.EOF_()) return std::nullopt;
   try {
     return rows.GetBookmark();
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kRecordDeleted) throw;
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kRecordDeleted) throw;
     return std::nullopt;
   }
 }
 
-bool StandOn(Dynaset& rows, Bookmark record) {
+bool StandOn(engine::Dynaset& rows, engine::Bookmark record) {
   try {
     rows.SetBookmark(record);
     return true;
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kRecordDeleted) throw;
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kRecordDeleted) throw;
     return false;
   }
 }
 
 }  // namespace
 
-bool RequeryInPlace(Dynaset& rows) {
-  const std::optional<Bookmark> current = CurrentOf(rows);
+bool RequeryInPlace(engine::Dynaset& rows) {
+  const std::optional<engine::Bookmark> current = CurrentOf(rows);
   rows.Requery();
   rows.MoveLast();
   if (current && StandOn(rows, *current)) return true;
@@ -54,9 +54,9 @@ void DataSource::Refresh() {
   cachedRow_ = -1;
 }
 
-void DataSource::Renew(DataGrid& grid) {
+void DataSource::Renew(forms::DataGrid& grid) {
   if (rows_ == nullptr) return;
-  std::optional<Bookmark> marked;
+  std::optional<engine::Bookmark> marked;
   if (grid.Row() >= 1 && grid.Row() <= RowCount()) marked = rows_->BookmarkAt(grid.Row() - 1);
   RequeryInPlace(*rows_);
   cachedRow_ = -1;
@@ -78,9 +78,9 @@ std::string DataSource::CellText(std::int64_t row, std::size_t field) {
   if (row != cachedRow_) {
     try {
       cache_ = rows_->RowAt(row);
-    } catch (const DatabaseError& failure) {
+    } catch (const engine::DatabaseError& failure) {
       // A row that another window has deleted meanwhile shows empty until the next refresh.
-      if (failure.Number != DatabaseError::kRecordDeleted) throw;
+      if (failure.Number != engine::DatabaseError::kRecordDeleted) throw;
       cache_.clear();
     }
     cachedRow_ = row;
@@ -91,7 +91,7 @@ std::string DataSource::CellText(std::int64_t row, std::size_t field) {
 std::size_t DataSource::FieldOf(std::string_view column) const {
   const auto& columns = rows_->Columns();
   const auto at = std::find_if(columns.begin(), columns.end(), [&](const std::string& each) {
-    return Upper(each) == Upper(column);
+    return base::Upper(each) == base::Upper(column);
   });
   return static_cast<std::size_t>(at - columns.begin());
 }
@@ -100,28 +100,28 @@ std::string DataSource::Text(std::int64_t row, std::string_view column) {
   return rows_ == nullptr ? std::string() : CellText(row, FieldOf(column));
 }
 
-DataGrid::ColumnOf DataSource::GridColumn(
+forms::DataGrid::ColumnOf DataSource::GridColumn(
     std::string heading, std::string_view column,
     std::function<std::string(const std::string&)> format) const {
   const std::size_t field = FieldOf(column);
   if (field == rows_->Columns().size()) {
-    throw DatabaseError(DatabaseError::kItemNotFound,
-                        "Elemento non trovato: " + std::string(column));
+    throw engine::DatabaseError(engine::DatabaseError::kItemNotFound,
+                                "Elemento non trovato: " + std::string(column));
   }
-  return {std::move(heading), field, kOwnSize, std::move(format)};
+  return {std::move(heading), field, forms::kOwnSize, std::move(format)};
 }
 
 void DataSource::SetCell(std::size_t field, std::string_view text) {
   const std::string& column = rows_->Columns().at(field);
   try {
     rows_->Set(column, text);
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     // A number or date that was emptied.
-    if (failure.Number != DatabaseError::kConversion || !Trim(text).empty()) {
+    if (failure.Number != engine::DatabaseError::kConversion || !base::Trim(text).empty()) {
       rows_->CancelUpdate();  // else the record half written would be read as if it were stored
       throw;
     }
-    rows_->Set(column, Value());
+    rows_->Set(column, engine::Value());
   }
 }
 
@@ -146,4 +146,4 @@ void DataSource::DeleteRow(std::int64_t row) {
   cachedRow_ = -1;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -6,7 +6,7 @@
 #include "base/text.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 constexpr std::size_t kTokenWidth = 5;
@@ -42,13 +42,14 @@ void SaveDesktop(Session& session) {
 
 void LoadDesktop(Session& session) {
   const std::string tokens = session.GetSetting("Desktop", "Window", "");
-  for (std::size_t at = 1; at <= Len(tokens); at += kTokenWidth) {
-    const std::string text = Mid(tokens, at, kTokenWidth);
+  for (std::size_t at = 1; at <= base::Len(tokens); at += kTokenWidth) {
+    const std::string text = base::Mid(tokens, at, kTokenWidth);
     for (const Token& token : kTokens) {
       if (token.text != text) continue;
-      if (Window* window = session.Windows.LoadSingle(token.window)) session.Windows.Show(*window);
+      if (forms::Window* window = session.Windows.LoadSingle(token.window))
+        session.Windows.Show(*window);
     }
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -4,7 +4,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 // Takes the first line off the text, without its end.
@@ -21,7 +21,7 @@ bool ReadHeading(std::string_view line, HelpPage& page) {
   line.remove_prefix(2);
   const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), page.topic);
   if (error != std::errc()) return false;
-  page.title = Trim(line.substr(static_cast<std::size_t>(end - line.data())));
+  page.title = base::Trim(line.substr(static_cast<std::size_t>(end - line.data())));
   return true;
 }
 
@@ -40,4 +40,4 @@ std::vector<HelpPage> ParseHelp(std::string_view text) {
   return pages;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -7,7 +7,7 @@
 #include "base/number.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 double Sqr(double x) {
@@ -43,9 +43,9 @@ std::array<int, 6> FirstSixCodes(std::string_view locator) {
     if (rest.empty()) {
       throw std::out_of_range("Il locator \"" + std::string(locator) + "\" non ha sei caratteri");
     }
-    const std::string character = Left(rest, 1);
+    const std::string character = base::Left(rest, 1);
     code = character.size() == 1 ? static_cast<unsigned char>(character.front())
-                                 : static_cast<int>(Characters(character).front());
+                                 : static_cast<int>(base::Characters(character).front());
     rest.remove_prefix(character.size());
   }
   return codes;
@@ -54,12 +54,12 @@ std::array<int, 6> FirstSixCodes(std::string_view locator) {
 }  // namespace
 
 bool IsValidLocator(std::string_view text) {
-  if (Len(text) < 6) return false;
+  if (base::Len(text) < 6) return false;
   const auto within = [](std::string_view pair, std::string_view low, std::string_view high) {
     return pair >= low && pair <= high;
   };
-  return within(Mid(text, 1, 2), "AA", "ZZ") && within(Mid(text, 3, 2), "00", "99") &&
-         within(Mid(text, 5, 2), "AA", "ZZ");
+  return within(base::Mid(text, 1, 2), "AA", "ZZ") && within(base::Mid(text, 3, 2), "00", "99") &&
+         within(base::Mid(text, 5, 2), "AA", "ZZ");
 }
 
 Position LocatorToRadians(std::string_view locator) {
@@ -98,9 +98,9 @@ std::string PositionLine(std::string_view fromLocator, std::string_view toLocato
   const int distance = QrbKm(fromLocator, toLocator);
   const Bearing bearing = BearingSpLp(fromLocator, toLocator);
   const Position to = LocatorToRadians(toLocator);
-  return "SP" + Str(bearing.shortPath) + "°/" + "LP" + Str(bearing.longPath) + "°  -  " + "LAT" +
-         Str(WholeDegrees(to.latitude)) + "°/" + "LONG" + Str(WholeDegrees(to.longitude)) +
-         "°  -  Km." + Str(distance);
+  return "SP" + base::Str(bearing.shortPath) + "°/" + "LP" + base::Str(bearing.longPath) +
+         "°  -  " + "LAT" + base::Str(WholeDegrees(to.latitude)) + "°/" + "LONG" +
+         base::Str(WholeDegrees(to.longitude)) + "°  -  Km." + base::Str(distance);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

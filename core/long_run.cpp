@@ -2,7 +2,7 @@
 
 #include <exception>
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 constexpr std::int64_t kRowsPerStep = 1000;  // of the progress that is shown
@@ -19,7 +19,7 @@ LongRun::LongRun(Session& session, std::string_view title, std::int64_t total)
 LongRun::~LongRun() {
   try {
     Commit();
-  } catch (const DatabaseError&) {
+  } catch (const engine::DatabaseError&) {
     // The failure that ended the run is the one to tell.
   }
 }
@@ -58,10 +58,10 @@ bool RunLongStatements(Session& session, std::string_view title, std::string_vie
     const LongStatement watched(session, title);
     statements();
     return true;
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kStopped) throw;
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kStopped) throw;
   }
-  session.Messages().Show(MessageIcon::kExclamation, title, stopped);
+  session.Messages().Show(platform::MessageIcon::kExclamation, title, stopped);
   return false;
 }
 
@@ -78,4 +78,4 @@ void ChangeManyContacts(Session& session, std::string_view title, std::int64_t t
   if (failure) std::rethrow_exception(failure);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

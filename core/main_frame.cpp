@@ -8,7 +8,7 @@
 #include "core/ripristina_backup.h"
 #include "core/shared_windows.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 constexpr std::string_view kDeliveredCall = "I0XXX";
@@ -18,9 +18,9 @@ constexpr std::string_view kFirstStep =
 
 // Gives the contact the prefix, zones and continent of the row. Only what differs is written: each
 // column has an index to keep, and most contacts have all of it already.
-void AssignPrefix(Table& log, Table& prefissi) {
-  const std::pair<const char*, Value> columns[] = {
-      {"Prefisso", PadRight(FieldText(prefissi, "Prefisso"), 5)},
+void AssignPrefix(engine::Table& log, engine::Table& prefissi) {
+  const std::pair<const char*, engine::Value> columns[] = {
+      {"Prefisso", base::PadRight(FieldText(prefissi, "Prefisso"), 5)},
       {"Zona CQ", prefissi.Field("Zona CQ")},
       {"Zona ITU", prefissi.Field("Zona ITU")},
       {"Continente", prefissi.Field("Continente")}};
@@ -37,7 +37,8 @@ void AssignPrefix(Table& log, Table& prefissi) {
 }  // namespace
 
 MainFrame::MainFrame(Session& session)
-    : Window(session.Host(), "Brenvo", "Brenvo", Twips(15360), Twips(11520)), session_(session) {
+    : forms::Window(session.Host(), "Brenvo", "Brenvo", base::Twips(15360), base::Twips(11520)),
+      session_(session) {
   MenuBar = {&cmLog,      &cmContest,        &menuStatistiche, &menuQsl,
              &menuStampe, &menuComunication, &menuUtility,     &menuMappa};
   HDisplayMappa.SetVisible(false);
@@ -80,19 +81,20 @@ void MainFrame::MapRectangleDrawn(int left, int top, int width, int height) {
 }
 
 void MainFrame::OpenNew(std::string_view name) {
-  if (Window* window = session_.Windows.LoadNew(name)) session_.Windows.Show(*window);
+  if (forms::Window* window = session_.Windows.LoadNew(name)) session_.Windows.Show(*window);
 }
 
 void MainFrame::OpenSingle(std::string_view name) {
-  if (Window* window = session_.Windows.LoadSingle(name)) session_.Windows.Show(*window);
+  if (forms::Window* window = session_.Windows.LoadSingle(name)) session_.Windows.Show(*window);
 }
 
 void MainFrame::OpenModal(std::string_view name) {
-  if (Window* window = session_.Windows.LoadSingle(name)) session_.Windows.ShowModal(*window);
+  if (forms::Window* window = session_.Windows.LoadSingle(name))
+    session_.Windows.ShowModal(*window);
 }
 
 void MainFrame::OpenSelected(std::string_view name, std::string_view word, bool takesElenca) {
-  WindowList& windows = session_.Windows;
+  forms::WindowList& windows = session_.Windows;
   if (!windows.Knows("StatSel") || !windows.Knows(name)) return;
   auto& selection = static_cast<SelectionWindow&>(*windows.LoadSingle("StatSel"));
   selection.Tag = word;
@@ -116,14 +118,14 @@ void MainFrame::OpenTerminal() {
 }
 
 void MainFrame::PutBackACopy() {
-  WindowList& windows = session_.Windows;
+  forms::WindowList& windows = session_.Windows;
   if (!windows.Knows("RipristinaBackup")) return;
   auto& choice = static_cast<RipristinaBackup&>(*windows.LoadSingle("RipristinaBackup"));
   windows.ShowModal(choice);
   const std::optional<BackupCopy> chosen = choice.Chosen;
   windows.Unload(choice);
   if (!chosen) return;
-  const BusyPointer busy(Host());
+  const platform::BusyPointer busy(Host());
   if (!RestoreBackup(session_, *chosen)) {
     StatusBar1.SetPanel(1, "Copia non ripristinata: una finestra e' in uso e non si chiude");
     return;
@@ -134,8 +136,8 @@ void MainFrame::PutBackACopy() {
 
 void MainFrame::AssignPrefixes() {
   if (!session_.Messages().AskYesNo("Assegnazione Prefissi", "Confermi l'operazione ?")) return;
-  Table& log = *session_.TbLog;
-  Table& prefissi = *session_.TbPrefissi;
+  engine::Table& log = *session_.TbLog;
+  engine::Table& prefissi = *session_.TbPrefissi;
   log.SetIndex("");
   log.MoveFirst();
   ChangeManyContacts(session_, "Assegnazione Prefissi", log.RecordCount(), [&](LongRun& run) {
@@ -147,4 +149,4 @@ void MainFrame::AssignPrefixes() {
   });
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

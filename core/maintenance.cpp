@@ -13,7 +13,7 @@
 #include "file/database_file.h"
 #include "file/sync.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 constexpr std::string_view kDatabase = "\\Brenvo.MDB";
@@ -38,8 +38,8 @@ void Empty(Session& session, std::string_view title, ContactTable table,
 void DeleteFile(const std::filesystem::path& file) {
   std::error_code error;
   if (std::filesystem::remove(file, error)) return;
-  if (error) throw PathFailure(file, error);
-  throw DatabaseError(kFileNotFound, "File non trovato: " + file.filename().string());
+  if (error) throw file::PathFailure(file, error);
+  throw engine::DatabaseError(kFileNotFound, "File non trovato: " + file.filename().string());
 }
 
 // A contact leaves what is kept beside it to the compaction, like the room that it took: its number
@@ -62,24 +62,24 @@ void WriteScratch(Session& session) {
   DropScratch(session);
   const std::filesystem::path from = session.File(kDatabase), to = session.File(kScratch);
   const auto progress = session.Machine.ShowProgress(kCompaction, SizeOf(from));
-  CompactDatabase(from, to, [&] { return progress->Advance(SizeOf(to)); });
+  file::CompactDatabase(from, to, [&] { return progress->Advance(SizeOf(to)); });
 }
 
 void DeleteBackup(Session& session) {
   session.RequireNoOtherProgram();
   try {
     DeleteFile(session.File(kBackup));
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     if (failure.Number != kFileNotFound) throw;  // the first compaction finds no backup
   }
 }
 
 void KeepAsBackup(Session& session) {
-  RenameSafely(session.File(kDatabase), session.File(kBackup));
+  file::RenameSafely(session.File(kDatabase), session.File(kBackup));
 }
 
 void PutInPlace(Session& session) {
-  RenameSafely(session.File(kScratch), session.AppPath / kDatabaseName);
+  file::RenameSafely(session.File(kScratch), session.AppPath / kDatabaseName);
 }
 
 void ReopenAll(Session& session) { session.ReopenAfterCompaction(); }
@@ -89,8 +89,8 @@ bool Compact(Session& session) {
   try {
     for (const CompactionStep step : CompactionSteps()) step(session);
     return true;
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kStopped) throw;
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kStopped) throw;
   }
   DropScratch(session);
   if (!session.IsOpen()) ReopenAll(session);
@@ -142,14 +142,14 @@ std::string WhereDataIs(const std::filesystem::path& directory) {
 }
 
 void CompattaDatabase(Session& session) {
-  const BusyPointer busy(session.Host());
+  const platform::BusyPointer busy(session.Host());
   try {
     if (Compact(session)) return;
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     session.EndWith(failure, "Compact Database");
   }
-  session.Messages().Show(MessageIcon::kExclamation, kCompaction,
+  session.Messages().Show(platform::MessageIcon::kExclamation, kCompaction,
                           "Compattazione interrotta: il database è rimasto com'era.");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

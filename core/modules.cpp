@@ -5,96 +5,98 @@
 #include "base/number.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 bool IsEmptyField(std::string_view value) {
   return value.find_first_not_of(' ') == std::string_view::npos;
 }
 
 bool IsValidDate(Session& session, std::string_view text) {
-  if (ParseDate(text)) return true;
-  session.Messages().Show(MessageIcon::kExclamation, "", "Data errata");
+  if (base::ParseDate(text)) return true;
+  session.Messages().Show(platform::MessageIcon::kExclamation, "", "Data errata");
   return false;
 }
 
-std::string FieldText(Recordset& record, std::string_view column) {
+std::string FieldText(engine::Recordset& record, std::string_view column) {
   return record.Field(column).Text();
 }
 
 char32_t DigitsOnlyKey(char32_t key) {
-  return (key >= '0' && key <= '9') || key == kBackspace ? key : 0;
+  return (key >= '0' && key <= '9') || key == forms::kBackspace ? key : 0;
 }
 
 char32_t NumericKey(char32_t key) {
   return key == '-' || key == '.' || key == ',' ? key : DigitsOnlyKey(key);
 }
 
-char32_t UpperKey(char32_t key) { return UpperChar(key); }
+char32_t UpperKey(char32_t key) { return base::UpperChar(key); }
 
-void SetNumber(EditableRecordset& row, std::string_view column, std::string_view typed) {
+void SetNumber(engine::EditableRecordset& row, std::string_view column, std::string_view typed) {
   try {
-    row.Set(column, Val(typed));
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kConversion) throw;
+    row.Set(column, base::Val(typed));
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kConversion) throw;
     // Left as it is, the half written record would be read as if it were stored.
     row.CancelUpdate();
     throw RefusedValue(
-        fmt::format("Il valore '{}' non è adatto alla colonna '{}'", Trim(typed), column));
+        fmt::format("Il valore '{}' non è adatto alla colonna '{}'", base::Trim(typed), column));
   }
 }
 
-void LoadFrom(Session& session, ListField& list, std::string_view select, std::string_view column) {
+void LoadFrom(Session& session, forms::ListField& list, std::string_view select,
+              std::string_view column) {
   std::vector<std::string> items;
   const auto rows = session.Db.OpenSnapshot(select);
   for (; !rows->EOF_(); rows->MoveNext()) items.push_back(FieldText(*rows, column));
   list.SetItems(std::move(items));
 }
 
-void LoadBands(Session& session, ListField& list) {
+void LoadBands(Session& session, forms::ListField& list) {
   LoadFrom(session, list, "Select Banda from UserRTX Order By Frequenza", "Banda");
 }
 
-void LoadModes(Session& session, ListField& list) {
+void LoadModes(Session& session, forms::ListField& list) {
   LoadFrom(session, list, "select Modo from Modi order by Codice", "Modo");
 }
 
-void LoadPropagations(Session& session, ListField& list) {
+void LoadPropagations(Session& session, forms::ListField& list) {
   LoadFrom(session, list, "select Propagazione from Propagazione order by Codice", "Propagazione");
 }
 
-void LoadBaudRates(ListField& list) {
+void LoadBaudRates(forms::ListField& list) {
   list.SetItems({"300", "1200", "2400", "4800", "9600", "19200"});
 }
 
-void LoadComPorts(ListField& list) { list.SetItems({"COM1", "COM2", "COM3", "COM4"}); }
+void LoadComPorts(forms::ListField& list) { list.SetItems({"COM1", "COM2", "COM3", "COM4"}); }
 
-void LoadCountries(Session& session, ListField& list) {
+void LoadCountries(Session& session, forms::ListField& list) {
   std::vector<std::string> items;
-  Table& countries = *session.TbCountry;
+  engine::Table& countries = *session.TbCountry;
   countries.MoveFirst();
   for (; !countries.EOF_(); countries.MoveNext()) {
-    items.push_back(PadRight(FieldText(countries, "Country"), 6) +
+    items.push_back(base::PadRight(FieldText(countries, "Country"), 6) +
                     FieldText(countries, "Descrizione"));
   }
   list.SetItems(std::move(items));
 }
 
-void LoadProvinces(Session& session, ListField& list, std::string_view country) {
+void LoadProvinces(Session& session, forms::ListField& list, std::string_view country) {
   std::vector<std::string> items;
   const auto rows = session.Db.OpenSnapshot(
-      fmt::format("Select * from Provincie Where Country='{}'", Trim(country)));
+      fmt::format("Select * from Provincie Where Country='{}'", base::Trim(country)));
   for (; !rows->EOF_(); rows->MoveNext()) {
-    items.push_back(PadRight(FieldText(*rows, "Provincia"), 4) + FieldText(*rows, "Descrizione"));
+    items.push_back(base::PadRight(FieldText(*rows, "Provincia"), 4) +
+                    FieldText(*rows, "Descrizione"));
   }
   list.SetItems(std::move(items));
 }
 
-void LoadCountryChoices(Session& session, ListField& list) {
+void LoadCountryChoices(Session& session, forms::ListField& list) {
   LoadFrom(session, list, "select left(Country+space(5),5)+Descrizione as Campo from Country",
            "Campo");
 }
 
-void LoadProvinceChoices(Session& session, ListField& list, std::string_view country) {
+void LoadProvinceChoices(Session& session, forms::ListField& list, std::string_view country) {
   LoadFrom(session, list,
            fmt::format("Select left(Provincia+space(5),5)+Descrizione as Campo from Provincie "
                        "where Country='{}'",
@@ -102,7 +104,7 @@ void LoadProvinceChoices(Session& session, ListField& list, std::string_view cou
            "Campo");
 }
 
-void LoadNotes(Session& session, ListField& list, std::string_view kind) {
+void LoadNotes(Session& session, forms::ListField& list, std::string_view kind) {
   std::string select = "Select * from NoteHelp";
   if (kind == "TIPO") {
     select = "Select TipoNota from NoteHelp Group By TipoNota";
@@ -113,9 +115,9 @@ void LoadNotes(Session& session, ListField& list, std::string_view kind) {
   const auto rows = session.Db.OpenSnapshot(select);
   for (; !rows->EOF_(); rows->MoveNext()) {
     if (kind == "ALL") {
-      items.push_back(PadRight(FieldText(*rows, "TipoNota"), 6) + FieldText(*rows, "Nota"));
+      items.push_back(base::PadRight(FieldText(*rows, "TipoNota"), 6) + FieldText(*rows, "Nota"));
     } else if (kind == "TIPO") {
-      items.push_back(PadRight(FieldText(*rows, "TipoNota"), 6));
+      items.push_back(base::PadRight(FieldText(*rows, "TipoNota"), 6));
     } else {
       items.push_back(FieldText(*rows, "Nota"));
     }
@@ -124,34 +126,34 @@ void LoadNotes(Session& session, ListField& list, std::string_view kind) {
 }
 
 std::string FindCountryText(Session& session, std::string_view code) {
-  Table& countries = *session.TbCountry;
+  engine::Table& countries = *session.TbCountry;
   countries.Seek("=", {code});
   if (countries.NoMatch()) return {};
-  return PadRight(FieldText(countries, "Country"), 5) + FieldText(countries, "Descrizione");
+  return base::PadRight(FieldText(countries, "Country"), 5) + FieldText(countries, "Descrizione");
 }
 
 std::string FindProvinceText(Session& session, std::string_view country, std::string_view code) {
-  Table& provinces = *session.TbProvincie;
+  engine::Table& provinces = *session.TbProvincie;
   provinces.Seek("=", {country, code});
   if (provinces.NoMatch()) return {};
-  return PadRight(FieldText(provinces, "Provincia"), 4) + FieldText(provinces, "Descrizione");
+  return base::PadRight(FieldText(provinces, "Provincia"), 4) + FieldText(provinces, "Descrizione");
 }
 
-void AppendPickedNote(Session& session, TextField& note) {
+void AppendPickedNote(Session& session, forms::TextField& note) {
   session.NoteChoice.clear();
-  Window* help = session.Windows.LoadNew("Help");
+  forms::Window* help = session.Windows.LoadNew("Help");
   if (help == nullptr) return;
   session.Windows.ShowModal(*help);
   if (session.NoteChoice.empty()) return;
   note.SetText(note.Text() + session.NoteChoice);
   // Who goes on typing does so behind the note.
-  note.Select(Len(note.Text()), 0);
+  note.Select(base::Len(note.Text()), 0);
 }
 
-void SelectListEntry(ListField& list, std::string_view code, std::size_t width) {
-  const std::string wanted = PadRight(code, width);
+void SelectListEntry(forms::ListField& list, std::string_view code, std::size_t width) {
+  const std::string wanted = base::PadRight(code, width);
   for (std::size_t i = 0; i < list.Items().size(); ++i) {
-    if (PadRight(list.Items()[i], width) != wanted) continue;
+    if (base::PadRight(list.Items()[i], width) != wanted) continue;
     if (list.Tag == "MULTI") {
       list.SetSelected(static_cast<int>(i), true);
     } else {
@@ -162,20 +164,20 @@ void SelectListEntry(ListField& list, std::string_view code, std::size_t width) 
   list.SetListIndex(-1);
 }
 
-void RestoreWindow(Session& session, Window& window, std::string_view key) {
-  const auto read = [&](std::string_view name, Twips current) {
+void RestoreWindow(Session& session, forms::Window& window, std::string_view key) {
+  const auto read = [&](std::string_view name, base::Twips current) {
     const std::string stored =
-        session.GetSetting(key, name, PlainNumber(static_cast<double>(current.Value())));
-    const double twips = Val(stored);
-    return twips > -1e6 && twips < 1e6 ? Twips(static_cast<int>(twips)) : current;
+        session.GetSetting(key, name, base::PlainNumber(static_cast<double>(current.Value())));
+    const double twips = base::Val(stored);
+    return twips > -1e6 && twips < 1e6 ? base::Twips(static_cast<int>(twips)) : current;
   };
   window.Move({read("X", window.GetBounds().left), read("Y", window.GetBounds().top),
                read("W", window.Width()), read("H", window.Height())});
 }
 
-void SaveWindow(Session& session, const Window& window, std::string_view key) {
-  if (window.State() != WindowState::kNormal) return;
-  const auto write = [&](std::string_view name, Twips value) {
+void SaveWindow(Session& session, const forms::Window& window, std::string_view key) {
+  if (window.State() != forms::WindowState::kNormal) return;
+  const auto write = [&](std::string_view name, base::Twips value) {
     session.SaveSetting(key, name, std::to_string(value.Value()));
   };
   write("X", window.GetBounds().left);
@@ -188,16 +190,16 @@ bool HasTable(Session& session, std::string_view name) {
   try {
     session.Db.OpenTable(name);
     return true;
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kUnknownTable) throw;
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kUnknownTable) throw;
     return false;
   }
 }
 
-std::string HourMinute(DateTime time) {
+std::string HourMinute(base::DateTime time) {
   return fmt::format("{:02}:{:02}", time.Hour(), time.Minute());
 }
 
 std::string YesNo(const std::string& text) { return text.empty() || text == "0" ? "No" : "Sì"; }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

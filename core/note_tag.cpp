@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 std::string NoteWords(std::string_view selection) {
   constexpr std::string_view kLike = "Note LIKE '*";
@@ -13,12 +13,12 @@ std::string NoteWords(std::string_view selection) {
 }
 
 std::optional<std::string> NoteTag(std::string_view note, std::string_view words) {
-  const std::size_t from = InStr(Lower(note), Lower(words));
+  const std::size_t from = base::InStr(base::Lower(note), base::Lower(words));
   if (from == 0) return std::nullopt;
-  const std::string rest = Mid(note, from);
+  const std::string rest = base::Mid(note, from);
   const std::size_t bracket = rest.find(']');
   if (bracket == std::string::npos) return std::nullopt;
   return rest.substr(0, bracket);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -3,7 +3,7 @@
 #include "base/text.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 bool IsDigit(char32_t c) { return c >= '0' && c <= '9'; }
@@ -11,27 +11,27 @@ bool IsDigit(char32_t c) { return c >= '0' && c <= '9'; }
 }  // namespace
 
 std::string PrefixCandidate(std::string_view call) {
-  const std::u32string c = Characters(call);
+  const std::u32string c = base::Characters(call);
   std::size_t i = 1;
   while (i < c.size() && !IsDigit(c[i])) ++i;
   if (i + 1 >= c.size()) return {};
   while (i + 1 < c.size() && IsDigit(c[i + 1])) ++i;
   if (i + 1 >= c.size()) return {};
-  return FromCharacters(std::u32string_view(c).substr(0, i + 1));
+  return base::FromCharacters(std::u32string_view(c).substr(0, i + 1));
 }
 
-bool SeekPrefix(Table& prefissi, std::string_view prefix) {
+bool SeekPrefix(engine::Table& prefissi, std::string_view prefix) {
   // The prefix alone is one look into the index where the whole key takes four, and leads to the
   // same row unless that has no zone.
-  prefissi.Seek(SeekComparison::kGreaterOrEqual, {prefix});
+  prefissi.Seek(engine::SeekComparison::kGreaterOrEqual, {prefix});
   if (prefissi.NoMatch()) return false;
   if (prefissi.Field("Zona CQ").Number() <= 0) {
-    prefissi.Seek(SeekComparison::kGreaterOrEqual, {prefix, 0, 0, ""});
+    prefissi.Seek(engine::SeekComparison::kGreaterOrEqual, {prefix, 0, 0, ""});
   }
   return !prefissi.NoMatch() && prefissi.Field("Prefisso").Text() == prefix;
 }
 
-ResolvedPrefix ResolvePrefix(Table& prefissi, std::string_view call) {
+ResolvedPrefix ResolvePrefix(engine::Table& prefissi, std::string_view call) {
   const std::string candidate = PrefixCandidate(call);
   if (candidate.empty() || !SeekPrefix(prefissi, candidate)) return {};
   return {candidate, prefissi.Field("Country").Text()};
@@ -41,4 +41,4 @@ ResolvedPrefix ResolvePrefix(Session& session, std::string_view call) {
   return ResolvePrefix(*session.TbPrefissi, call);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

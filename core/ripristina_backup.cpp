@@ -4,7 +4,7 @@
 
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 constexpr std::string_view kSettingsKey = "RipristinaBackup";
@@ -12,7 +12,8 @@ constexpr std::string_view kSettingsKey = "RipristinaBackup";
 }  // namespace
 
 RipristinaBackup::RipristinaBackup(Session& session)
-    : Window(session.Host(), "RipristinaBackup", "Ripristina backup", Twips(7200), Twips(5400)),
+    : forms::Window(session.Host(), "RipristinaBackup", "Ripristina backup", base::Twips(7200),
+                    base::Twips(5400)),
       session_(session) {
   LBCopie.PicksOnEnter = true;
   LBCopie.OnDoubleClick = [this] { Choose(); };
@@ -22,7 +23,7 @@ RipristinaBackup::RipristinaBackup(Session& session)
 
 void RipristinaBackup::Load() {
   RestoreWindow(session_, *this, kSettingsKey);
-  const BusyPointer busy(Host());
+  const platform::BusyPointer busy(Host());
   copies_ = BackupCopies(session_.AppPath);
   for (const BackupCopy& copy : copies_) {
     LBCopie.AddItem(fmt::format("{}   {}", TitleOf(copy), ContentsOf(copy)));
@@ -49,4 +50,4 @@ void RipristinaBackup::Choose() {
   Hide();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

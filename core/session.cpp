@@ -12,7 +12,7 @@
 #include "core/shared_windows.h"
 #include "file/database_file.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 // A development build that runs from the first directory works on the live data of the second.
@@ -22,7 +22,7 @@ constexpr std::string_view kLivePath = "D:\\Programmi\\Radioamatori\\Brenvo";
 struct Handle {
   std::string_view table;
   std::string_view index;
-  std::unique_ptr<Table> Session::*handle;
+  std::unique_ptr<engine::Table> Session::*handle;
 };
 
 // In the order of opening; closing follows the same order.
@@ -47,7 +47,8 @@ void OpenHandle(Session& session, const Handle& handle) {
   if (handle.table == "User") {
     table->MoveFirst();
     if (table->EOF_()) {
-      throw DatabaseError(DatabaseError::kNoCurrentRecord, "La tabella User non ha righe");
+      throw engine::DatabaseError(engine::DatabaseError::kNoCurrentRecord,
+                                  "La tabella User non ha righe");
     }
     session.MyLocator = table->Field("Locator").Text();
   }
@@ -66,7 +67,7 @@ void Close(Session& session, bool withHrd) {
 
 }  // namespace
 
-Session::Session(Platform& platform, std::filesystem::path appPath)
+Session::Session(platform::Platform& platform, std::filesystem::path appPath)
     : Machine(platform),
       Windows(platform.Host()),
       AppPath(appPath.string() == kDevelopmentPath ? std::filesystem::path(kLivePath)
@@ -75,7 +76,7 @@ Session::Session(Platform& platform, std::filesystem::path appPath)
 Session::~Session() = default;
 
 void Session::Open() {
-  Db = OpenDatabaseFile(File("\\Brenvo.mdb"));
+  Db = file::OpenDatabaseFile(File("\\Brenvo.mdb"));
   for (const Handle& handle : kHandles) OpenHandle(*this, handle);
   ManagerPath = GetSetting("Log", "ManagerZX9TOK", "");
 }
@@ -86,7 +87,7 @@ void Session::CloseTables() { Close(*this, true); }
 void Session::CloseForCompaction() { Close(*this, false); }
 
 void Session::ReopenAfterCompaction() {
-  Db = OpenDatabaseFile(File("\\Brenvo.mdb"));
+  Db = file::OpenDatabaseFile(File("\\Brenvo.mdb"));
   for (const Handle& handle : kHandles) {
     if (handle.table != "Hrd") OpenHandle(*this, handle);
   }
@@ -103,30 +104,31 @@ void Session::RequireNoOtherProgram() const {
   // As long as for a lock: whoever only looks into it is soon gone, and its journal with it.
   for (auto waited = kPause; std::filesystem::exists(journal, error); waited += kPause) {
     if (waited > kPatience) {
-      throw DatabaseError(DatabaseError::kLocked, "Il database e' aperto in un altro programma.");
+      throw engine::DatabaseError(engine::DatabaseError::kLocked,
+                                  "Il database e' aperto in un altro programma.");
     }
     std::this_thread::sleep_for(kPause);
   }
 }
 
 void Session::DisplayMap(std::string_view word) {
-  if (HDisplayMappa != nullptr) HDisplayMappa->SetText(std::string(word) + TimeText(Now()));
+  if (HDisplayMappa != nullptr) HDisplayMappa->SetText(std::string(word) + base::TimeText(Now()));
 }
 
 void Session::ShowInLog(std::string_view select) {
   QueryText = select;
-  if (CurrentLogForm != nullptr) CurrentLogForm->Query.SetText(DateTimeText(Now()));
+  if (CurrentLogForm != nullptr) CurrentLogForm->Query.SetText(base::DateTimeText(Now()));
 }
 
 std::filesystem::path Session::File(std::string_view name) const { return FileIn(AppPath, name); }
 
 void Session::Help(int topic) { Machine.Open(File("\\Brenvo.HLP"), topic); }
 
-void Session::EndWith(const DatabaseError& failure, std::string_view operation) {
-  Messages().Show(MessageIcon::kCritical, operation,
-                  Str(failure.Number) + " - " + failure.Description);
+void Session::EndWith(const engine::DatabaseError& failure, std::string_view operation) {
+  Messages().Show(platform::MessageIcon::kCritical, operation,
+                  base::Str(failure.Number) + " - " + failure.Description);
   Host().EndProgram();
   std::abort();  // the compiler does not believe a virtual function
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

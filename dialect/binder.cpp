@@ -8,7 +8,7 @@
 #include "dialect/functions.h"
 #include "engine/database_error.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 struct Scope {
@@ -28,12 +28,12 @@ bool IsNumber(ValueType type) {
 }
 
 [[noreturn]] void FailTypes() {
-  throw DatabaseError(DatabaseError::kTypeMismatchInExpression,
-                      "Tipo di dati non corrispondente nell'espressione.");
+  throw engine::DatabaseError(engine::DatabaseError::kTypeMismatchInExpression,
+                              "Tipo di dati non corrispondente nell'espressione.");
 }
 
 [[noreturn]] void FailSyntax(const std::string& what) {
-  throw DatabaseError(DatabaseError::kSyntax, what);
+  throw engine::DatabaseError(engine::DatabaseError::kSyntax, what);
 }
 
 bool IsAggregate(const Node& node) {
@@ -55,8 +55,8 @@ class Binder {
   const TableSchema* Table(std::string_view name) const {
     const TableSchema* table = schema_.FindTable(name);
     if (table == nullptr) {
-      throw DatabaseError(DatabaseError::kUnknownTable,
-                          "La tabella '" + std::string(name) + "' non esiste.");
+      throw engine::DatabaseError(engine::DatabaseError::kUnknownTable,
+                                  "La tabella '" + std::string(name) + "' non esiste.");
     }
     return table;
   }
@@ -67,7 +67,7 @@ class Binder {
       tree_.read.push_back(reference.table);
       for (const TableReference& other : select.tables) {
         if (&other == &reference) break;
-        if (SameText(NameOf(other), NameOf(reference))) {
+        if (base::SameText(NameOf(other), NameOf(reference))) {
           FailSyntax("La tabella '" + std::string(NameOf(reference)) + "' compare due volte.");
         }
       }
@@ -123,7 +123,7 @@ class Binder {
       }
       bool found = false;
       for (const TableReference& reference : select.tables) {
-        if (!item.qualifier.empty() && !SameText(item.qualifier, NameOf(reference))) continue;
+        if (!item.qualifier.empty() && !base::SameText(item.qualifier, NameOf(reference))) continue;
         found = true;
         for (const Column& column : reference.table->columns) {
           SelectItem expanded;
@@ -139,8 +139,8 @@ class Binder {
   }
 
   [[noreturn]] static void FailName(std::string_view name) {
-    throw DatabaseError(
-        DatabaseError::kUnknownParameter,
+    throw engine::DatabaseError(
+        engine::DatabaseError::kUnknownParameter,
         "Parametri insufficienti: '" + std::string(name) + "' non e' il nome di una colonna.");
   }
 
@@ -150,12 +150,13 @@ class Binder {
       const TableReference* found = nullptr;
       for (std::size_t i = 0; i < at->count; ++i) {
         const TableReference& reference = at->tables[i];
-        if (!node.qualifier.empty() && !SameText(node.qualifier, NameOf(reference))) continue;
+        if (!node.qualifier.empty() && !base::SameText(node.qualifier, NameOf(reference))) continue;
         const std::size_t column = reference.table->FindColumn(node.text);
         if (column == TableSchema::kNone) continue;
         if (found != nullptr) {
-          throw DatabaseError(DatabaseError::kAmbiguousName,
-                              "Il nome '" + std::string(node.text) + "' sta in piu' tabelle.");
+          throw engine::DatabaseError(
+              engine::DatabaseError::kAmbiguousName,
+              "Il nome '" + std::string(node.text) + "' sta in piu' tabelle.");
         }
         found = &reference;
         node.table = reference.table;
@@ -171,8 +172,8 @@ class Binder {
   void Call(Node& node, const Scope& scope, Aggregates aggregates) {
     const Function* function = FindFunction(node.text);
     if (function == nullptr) {
-      throw DatabaseError(DatabaseError::kUnknownFunction,
-                          "La funzione '" + std::string(node.text) + "' non esiste.");
+      throw engine::DatabaseError(engine::DatabaseError::kUnknownFunction,
+                                  "La funzione '" + std::string(node.text) + "' non esiste.");
     }
     node.function = function;
     const bool aggregate = IsAggregate(node);
@@ -223,7 +224,8 @@ class Binder {
     const Node& child = *node.children[0];
     if (IsNumber(child.type)) FailTypes();
     if (child.kind != NodeKind::kText && child.kind != NodeKind::kDate) return;
-    const DateTime date = child.kind == NodeKind::kDate ? child.date : DateOfLiteral(child.text);
+    const base::DateTime date =
+        child.kind == NodeKind::kDate ? child.date : DateOfLiteral(child.text);
     node.date = node.function->kind == Function::Kind::kDateValue ? date.DatePart() : date;
     node.kind = NodeKind::kDate;
     node.children.clear();
@@ -356,8 +358,8 @@ void BindInsert(const TableSchema& table, Binder& binder, StatementTree& tree) {
   }
   for (const std::string_view column : tree.columns) {
     if (table.FindColumn(column) == TableSchema::kNone) {
-      throw DatabaseError(
-          DatabaseError::kUnknownParameter,
+      throw engine::DatabaseError(
+          engine::DatabaseError::kUnknownParameter,
           "La tabella '" + table.name + "' non ha una colonna '" + std::string(column) + "'.");
     }
   }
@@ -369,9 +371,9 @@ void BindInsert(const TableSchema& table, Binder& binder, StatementTree& tree) {
   }
   const std::size_t given = tree.select != nullptr ? tree.select->items.size() : tree.values.size();
   if (given != tree.columns.size()) {
-    throw DatabaseError(DatabaseError::kColumnCount, "I valori sono " + std::to_string(given) +
-                                                         ", le colonne " +
-                                                         std::to_string(tree.columns.size()) + ".");
+    throw engine::DatabaseError(engine::DatabaseError::kColumnCount,
+                                "I valori sono " + std::to_string(given) + ", le colonne " +
+                                    std::to_string(tree.columns.size()) + ".");
   }
 }
 
@@ -400,9 +402,10 @@ void BindStatement(const Schema& schema, StatementTree& tree) {
   const Scope scope{&reference, 1, nullptr};
   for (Assignment& assignment : tree.assignments) {
     if (reference.table->FindColumn(assignment.column) == TableSchema::kNone) {
-      throw DatabaseError(DatabaseError::kUnknownParameter,
-                          "La tabella '" + reference.table->name + "' non ha una colonna '" +
-                              std::string(assignment.column) + "'.");
+      throw engine::DatabaseError(engine::DatabaseError::kUnknownParameter,
+                                  "La tabella '" + reference.table->name +
+                                      "' non ha una colonna '" + std::string(assignment.column) +
+                                      "'.");
     }
     binder.Expression(*assignment.value, scope, Aggregates::kForbidden);
   }
@@ -417,4 +420,4 @@ void BindCondition(const Schema& schema, const TableSchema& table, StatementTree
   Binder(schema, tree).Condition(*tree.where, scope, Aggregates::kForbidden);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -4,7 +4,7 @@
 #include "dialect/schema.h"
 #include "dialect/tree.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 // Fills in the tree. DatabaseError 3078 for an unknown table, 3061 for a name that is no column,
 // 3079 for one of two tables, 3085 for an unknown function, 3464 where types do not fit or a text
@@ -18,4 +18,4 @@ void BindCondition(const Schema& schema, const TableSchema& table, StatementTree
 // Whether a SELECT gives groups rather than rows of its tables.
 bool IsGrouped(const SelectTree& select);
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

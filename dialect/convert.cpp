@@ -7,35 +7,35 @@
 #include "base/text.h"
 #include "engine/database_error.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
-[[noreturn]] void Fail(const Value& value, std::string_view column) {
-  throw DatabaseError(
-      DatabaseError::kConversion,
+[[noreturn]] void Fail(const engine::Value& value, std::string_view column) {
+  throw engine::DatabaseError(
+      engine::DatabaseError::kConversion,
       "Il valore '" + value.Text() + "' non e' adatto alla colonna '" + std::string(column) + "'.");
 }
 
-Value Whole(double number, const Value& value, std::string_view column) {
+engine::Value Whole(double number, const engine::Value& value, std::string_view column) {
   if (!(std::fabs(number) < 9.2e18)) Fail(value, column);
-  return Value(static_cast<std::int64_t>(RoundHalfEven(number)));
+  return engine::Value(static_cast<std::int64_t>(base::RoundHalfEven(number)));
 }
 
-double NumberOf(const Value& value, std::string_view column) {
+double NumberOf(const engine::Value& value, std::string_view column) {
   if (const auto* text = std::get_if<std::string>(&value.Get())) {
     const auto number = NumberOfText(*text);
     if (!number) Fail(value, column);
     return *number;
   }
-  if (std::holds_alternative<DateTime>(value.Get())) Fail(value, column);
+  if (std::holds_alternative<base::DateTime>(value.Get())) Fail(value, column);
   const double number = value.Number();
   if (!std::isfinite(number)) Fail(value, column);
   return number;
 }
 
-Value StoredDate(const Value& value, std::string_view column) {
-  DateTime date;
-  if (const auto* stored = std::get_if<DateTime>(&value.Get())) {
+engine::Value StoredDate(const engine::Value& value, std::string_view column) {
+  base::DateTime date;
+  if (const auto* stored = std::get_if<base::DateTime>(&value.Get())) {
     date = *stored;
   } else if (const auto* text = std::get_if<std::string>(&value.Get())) {
     const auto read = DateOfText(*text);
@@ -46,28 +46,28 @@ Value StoredDate(const Value& value, std::string_view column) {
   }
   // Beyond these years the text would not sort as the date does.
   if (date.Year() < 100 || date.Year() > 9999) Fail(value, column);
-  return Value(IsoText(date));
+  return engine::Value(base::IsoText(date));
 }
 
-Value StoredYesNo(const Value& value, std::string_view column) {
+engine::Value StoredYesNo(const engine::Value& value, std::string_view column) {
   bool yes = false;
   if (const auto* text = std::get_if<std::string>(&value.Get())) {
-    const std::string word = Trim(*text);
-    if (SameText(word, "true")) {
+    const std::string word = base::Trim(*text);
+    if (base::SameText(word, "true")) {
       yes = true;
-    } else if (!SameText(word, "false")) {
+    } else if (!base::SameText(word, "false")) {
       yes = NumberOf(value, column) != 0;
     }
   } else {
     yes = NumberOf(value, column) != 0;
   }
-  return Value(std::int64_t{yes ? -1 : 0});
+  return engine::Value(std::int64_t{yes ? -1 : 0});
 }
 
 }  // namespace
 
 std::optional<double> NumberOfText(std::string_view text) {
-  const std::string trimmed = Trim(text);
+  const std::string trimmed = base::Trim(text);
   if (trimmed.empty()) return std::nullopt;
   // Val takes the longest beginning that is a number: the whole is one when no character that
   // could end the number early is left.
@@ -90,36 +90,38 @@ std::optional<double> NumberOfText(std::string_view text) {
     if (digits == 0) return std::nullopt;
   }
   if (at != trimmed.size()) return std::nullopt;
-  return Val(trimmed);
+  return base::Val(trimmed);
 }
 
-std::optional<DateTime> DateOfText(std::string_view text) {
-  if (const auto date = ParseDate(text)) return date;
-  if (const auto date = ParseIso(text)) return date;
-  return ParseTime(text);
+std::optional<base::DateTime> DateOfText(std::string_view text) {
+  if (const auto date = base::ParseDate(text)) return date;
+  if (const auto date = base::ParseIso(text)) return date;
+  return base::ParseTime(text);
 }
 
-DateTime DateOfLiteral(std::string_view text) {
-  if (const auto date = ParseDate(text)) return *date;
-  if (const auto time = ParseTime(text)) return *time;
-  throw DatabaseError(
-      DatabaseError::kTypeMismatchInExpression,
+base::DateTime DateOfLiteral(std::string_view text) {
+  if (const auto date = base::ParseDate(text)) return *date;
+  if (const auto time = base::ParseTime(text)) return *time;
+  throw engine::DatabaseError(
+      engine::DatabaseError::kTypeMismatchInExpression,
       "Tipo di dati non corrispondente: '" + std::string(text) + "' non e' una data.");
 }
 
-Value ToColumn(const Value& value, ColumnType type, std::string_view column) {
-  if (value.IsNull()) return type == ColumnType::kYesNo ? Value(std::int64_t{0}) : Value();
+engine::Value ToColumn(const engine::Value& value, ColumnType type, std::string_view column) {
+  if (value.IsNull())
+    return type == ColumnType::kYesNo ? engine::Value(std::int64_t{0}) : engine::Value();
   switch (type) {
     case ColumnType::kText: {
       std::string text = value.Text();
-      return IsAscii(text) ? Value(std::move(text)) : Value(ValidUtf8(text));
+      return base::IsAscii(text) ? engine::Value(std::move(text))
+                                 : engine::Value(base::ValidUtf8(text));
     }
     case ColumnType::kInteger:
     case ColumnType::kCounter:
       if (std::holds_alternative<std::int64_t>(value.Get())) return value;
       return Whole(NumberOf(value, column), value, column);
     case ColumnType::kReal:
-      return Value(NumberOf(value, column));
+      return engine::Value(NumberOf(value, column));
     case ColumnType::kDateTime:
       return StoredDate(value, column);
     case ColumnType::kYesNo:
@@ -128,43 +130,44 @@ Value ToColumn(const Value& value, ColumnType type, std::string_view column) {
   return {};
 }
 
-Value ToKey(const Value& value, ColumnType type) {
+engine::Value ToKey(const engine::Value& value, ColumnType type) {
   if (value.IsNull()) return {};
   switch (type) {
     case ColumnType::kText:
-      return Value(RTrim(ValidUtf8(value.Text())));
+      return engine::Value(base::RTrim(base::ValidUtf8(value.Text())));
     case ColumnType::kInteger:
     case ColumnType::kCounter:
     case ColumnType::kReal:
       if (std::holds_alternative<std::int64_t>(value.Get())) return value;
-      return Value(value.Number());
+      return engine::Value(value.Number());
     case ColumnType::kDateTime:
-      return Value(IsoText(value.Date()));
+      return engine::Value(base::IsoText(value.Date()));
     case ColumnType::kYesNo:
-      return Value(std::int64_t{value.Bool() ? -1 : 0});
+      return engine::Value(std::int64_t{value.Bool() ? -1 : 0});
   }
   return {};
 }
 
-Value FromRaw(Value raw, ValueType type) {
-  const Value::Data& data = raw.Get();
+engine::Value FromRaw(engine::Value raw, ValueType type) {
+  const engine::Value::Data& data = raw.Get();
   switch (type) {
     case ValueType::kText:
-      if (!raw.IsNull() && !std::holds_alternative<std::string>(data)) return Value(raw.Text());
+      if (!raw.IsNull() && !std::holds_alternative<std::string>(data))
+        return engine::Value(raw.Text());
       return raw;
     case ValueType::kDate:
       if (const auto* text = std::get_if<std::string>(&data)) {
-        if (const auto date = ParseIso(*text)) return Value(*date);
+        if (const auto date = base::ParseIso(*text)) return engine::Value(*date);
       }
       return raw;
     case ValueType::kYesNo:
       if (std::holds_alternative<std::int64_t>(data) || std::holds_alternative<double>(data)) {
-        return Value(raw.Number() != 0);
+        return engine::Value(raw.Number() != 0);
       }
       return raw;
     case ValueType::kReal:
       if (const auto* whole = std::get_if<std::int64_t>(&data)) {
-        return Value(static_cast<double>(*whole));
+        return engine::Value(static_cast<double>(*whole));
       }
       return raw;
     case ValueType::kInteger:
@@ -174,4 +177,4 @@ Value FromRaw(Value raw, ValueType type) {
   return raw;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

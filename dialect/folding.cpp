@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 // The character at `at`, which moves on behind it; a byte that begins none counts for itself.
@@ -31,8 +31,8 @@ int CompareFolded(std::string_view a, std::string_view b) {
   std::size_t atA = 0;
   std::size_t atB = 0;
   while (atA < a.size() && atB < b.size()) {
-    const char32_t fromA = LowerChar(TakeCharacter(a, atA));
-    const char32_t fromB = LowerChar(TakeCharacter(b, atB));
+    const char32_t fromA = base::LowerChar(TakeCharacter(a, atA));
+    const char32_t fromB = base::LowerChar(TakeCharacter(b, atB));
     if (fromA != fromB) return fromA < fromB ? -1 : 1;
   }
   if (atA < a.size()) return 1;
@@ -43,11 +43,11 @@ bool NeedsFolding(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
     const char32_t character = TakeCharacter(text, at);
     if (character >= 0x80 &&
-        (LowerChar(character) != character || UpperChar(character) != character)) {
+        (base::LowerChar(character) != character || base::UpperChar(character) != character)) {
       return true;
     }
   }
   return false;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 using Kind = Function::Kind;
@@ -43,8 +43,8 @@ constexpr Function kFunctions[] = {
 
 const Function* FindFunction(std::string_view name) {
   const auto* found = std::find_if(std::begin(kFunctions), std::end(kFunctions),
-                                   [&](const Function& f) { return SameText(f.name, name); });
+                                   [&](const Function& f) { return base::SameText(f.name, name); });
   return found == std::end(kFunctions) ? nullptr : found;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -5,12 +5,13 @@
 #include "base/text.h"
 #include "engine/database_error.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 LikePattern::LikePattern(std::string_view pattern) {
-  const std::u32string characters = Characters(RTrim(pattern));
+  const std::u32string characters = base::Characters(base::RTrim(pattern));
   const auto fail = [] {
-    throw DatabaseError(DatabaseError::kInvalidPattern, "Modello di ricerca non valido.");
+    throw engine::DatabaseError(engine::DatabaseError::kInvalidPattern,
+                                "Modello di ricerca non valido.");
   };
   std::u32string literal;
   for (std::size_t i = 0; i < characters.size(); ++i) {
@@ -46,7 +47,7 @@ LikePattern::LikePattern(std::string_view pattern) {
       if (element.ranges.empty()) continue;  // [] stands for no character at all
     } else {
       element.kind = Element::kCharacter;
-      element.character = LowerChar(c);
+      element.character = base::LowerChar(c);
       literal += c;
     }
     elements_.push_back(std::move(element));
@@ -61,7 +62,7 @@ LikePattern::LikePattern(std::string_view pattern) {
   } else {
     shape_ = Shape::kOther;
   }
-  if (shape_ != Shape::kOther) literal_ = FromCharacters(literal);
+  if (shape_ != Shape::kOther) literal_ = base::FromCharacters(literal);
 }
 
 bool LikePattern::MatchesOne(const Element& element, char32_t character) {
@@ -71,10 +72,10 @@ bool LikePattern::MatchesOne(const Element& element, char32_t character) {
     case Element::kDigit:
       return character >= U'0' && character <= U'9';
     case Element::kCharacter:
-      return LowerChar(character) == element.character;
+      return base::LowerChar(character) == element.character;
     case Element::kSet: {
-      const char32_t lower = LowerChar(character);
-      const char32_t upper = UpperChar(character);
+      const char32_t lower = base::LowerChar(character);
+      const char32_t upper = base::UpperChar(character);
       const bool inside =
           std::any_of(element.ranges.begin(), element.ranges.end(), [&](const Range& range) {
             return (lower >= range.first && lower <= range.last) ||
@@ -89,7 +90,7 @@ bool LikePattern::MatchesOne(const Element& element, char32_t character) {
 }
 
 bool LikePattern::Matches(std::string_view text) const {
-  const std::u32string characters = Characters(RTrim(text));
+  const std::u32string characters = base::Characters(base::RTrim(text));
   // Only the last run met needs to be tried again longer, so the time is at most the product of
   // both lengths, whatever the pattern.
   std::size_t element = 0;
@@ -114,4 +115,4 @@ bool LikePattern::Matches(std::string_view text) const {
   return element == elements_.size();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

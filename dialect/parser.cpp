@@ -8,10 +8,10 @@
 #include <string>
 
 #include "base/text.h"
-#include "tokenizer.h"
 #include "engine/database_error.h"
+#include "tokenizer.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 constexpr std::uint64_t kSelectWord = PackWord("SELECT");
@@ -71,7 +71,7 @@ class Parser {
   Parser(std::string_view statement, StatementTree& tree)
       : statement_(statement), tree_(tree), tokens_(statement) {
     if (statement.size() > kLongestStatement) {
-      throw DatabaseError(DatabaseError::kSyntax, "L'istruzione e' troppo lunga.");
+      throw engine::DatabaseError(engine::DatabaseError::kSyntax, "L'istruzione e' troppo lunga.");
     }
     token_ = tokens_.Next();
     next_ = tokens_.Next();
@@ -91,8 +91,8 @@ class Parser {
       Fail();
     }
     if (Take(";") && token_.kind != TokenKind::kEnd) {
-      throw DatabaseError(DatabaseError::kCharactersAfterEnd,
-                          "Caratteri trovati dopo la fine dell'istruzione.");
+      throw engine::DatabaseError(engine::DatabaseError::kCharactersAfterEnd,
+                                  "Caratteri trovati dopo la fine dell'istruzione.");
     }
     if (token_.kind != TokenKind::kEnd) Fail();
   }
@@ -118,14 +118,15 @@ class Parser {
   };
 
   [[noreturn]] void Fail() const {
-    std::string near =
-        Left(ValidUtf8(statement_.substr(std::min(token_.start, statement_.size()))), 40);
-    throw DatabaseError(DatabaseError::kSyntax,
-                        near.empty() ? "Errore di sintassi: l'istruzione non e' completa."
-                                     : "Errore di sintassi presso '" + near + "'.");
+    std::string near = base::Left(
+        base::ValidUtf8(statement_.substr(std::min(token_.start, statement_.size()))), 40);
+    throw engine::DatabaseError(engine::DatabaseError::kSyntax,
+                                near.empty() ? "Errore di sintassi: l'istruzione non e' completa."
+                                             : "Errore di sintassi presso '" + near + "'.");
   }
   [[noreturn]] void FailDepth() const {
-    throw DatabaseError(DatabaseError::kSyntax, "L'espressione e' troppo complessa.");
+    throw engine::DatabaseError(engine::DatabaseError::kSyntax,
+                                "L'espressione e' troppo complessa.");
   }
 
   void Advance() {
@@ -256,7 +257,7 @@ class Parser {
       Assignment assignment;
       assignment.column = Name();
       if (Take(".")) {
-        if (!SameText(assignment.column, tree_.table)) Fail();
+        if (!base::SameText(assignment.column, tree_.table)) Fail();
         assignment.column = Name();
       }
       Expect("=");
@@ -529,4 +530,4 @@ void ParseCondition(std::string_view condition, StatementTree& tree) {
   Parser(condition, tree).Condition();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

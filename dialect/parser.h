@@ -6,7 +6,7 @@
 
 #include "dialect/tree.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 // Bytes of a statement, and how deep its brackets and chains may go.
 inline constexpr std::size_t kLongestStatement = 65536;
@@ -19,4 +19,4 @@ void ParseStatement(std::string_view statement, StatementTree& tree);
 // A condition like that of a WHERE; it becomes `tree.where`.
 void ParseCondition(std::string_view condition, StatementTree& tree);
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -4,10 +4,10 @@
 
 #include "base/text.h"
 #include "binder.h"
-#include "parser.h"
 #include "engine/database_error.h"
+#include "parser.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 bool EndsWithKey(const SelectTree& select) {
@@ -26,16 +26,16 @@ bool IsOfOneTable(const SelectTree& select) {
 bool FollowsEntry(const SelectTree& select) { return IsOfOneTable(select) && !EndsWithKey(select); }
 
 StatementText::StatementText(std::string_view text) : text_(text) {
-  if (IsAscii(text)) return;
-  owned_ = ValidUtf8(text);
+  if (base::IsAscii(text)) return;
+  owned_ = base::ValidUtf8(text);
   text_ = owned_;
 }
 
 SelectPlan::SelectPlan(const Schema& schema, std::string_view select) : text_(select) {
   ParseStatement(text_, tree_);
   if (tree_.kind != StatementKind::kSelect) {
-    throw DatabaseError(DatabaseError::kInvalidOperation,
-                        "Operazione non valida: qui e' ammessa solo una selezione.");
+    throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
+                                "Operazione non valida: qui e' ammessa solo una selezione.");
   }
   BindStatement(schema, tree_);
 }
@@ -64,8 +64,8 @@ std::vector<const TableSchema*> SelectPlan::TablesRead() const {
 
 KeysetPlan::KeysetPlan(const Schema& schema, std::string_view select) : SelectPlan(schema, select) {
   if (!IsOfOneTable(Select())) {
-    throw DatabaseError(DatabaseError::kInvalidOperation,
-                        "Operazione non valida: la selezione non si puo' aggiornare.");
+    throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
+                                "Operazione non valida: la selezione non si puo' aggiornare.");
   }
 }
 
@@ -83,10 +83,11 @@ FindPlan::FindPlan(const Schema& schema, std::string_view select, std::string_vi
 ActionPlan::ActionPlan(const Schema& schema, std::string_view statement) : text_(statement) {
   ParseStatement(text_, tree_);
   if (tree_.kind == StatementKind::kSelect) {
-    throw DatabaseError(DatabaseError::kExecuteOfSelect, "Una selezione non si puo' eseguire.");
+    throw engine::DatabaseError(engine::DatabaseError::kExecuteOfSelect,
+                                "Una selezione non si puo' eseguire.");
   }
   BindStatement(schema, tree_);
   table_ = schema.FindTable(tree_.table);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -4,7 +4,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 ValueType TypeOfColumn(ColumnType type) {
   switch (type) {
@@ -25,14 +25,14 @@ ValueType TypeOfColumn(ColumnType type) {
 
 std::size_t TableSchema::FindColumn(std::string_view columnName) const {
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (SameText(columns[i].name, columnName)) return i;
+    if (base::SameText(columns[i].name, columnName)) return i;
   }
   return kNone;
 }
 
 const Index* TableSchema::FindIndex(std::string_view indexName) const {
   const auto found = std::find_if(indexes.begin(), indexes.end(), [&](const Index& index) {
-    return SameText(index.name, indexName);
+    return base::SameText(index.name, indexName);
   });
   return found == indexes.end() ? nullptr : &*found;
 }
@@ -59,9 +59,9 @@ std::vector<int> TableSchema::LeadingPrefixes(std::size_t column) const {
 
 const TableSchema* Schema::FindTable(std::string_view name) const {
   const auto found = std::find_if(tables_.begin(), tables_.end(), [&](const TableSchema& table) {
-    return SameText(table.name, name);
+    return base::SameText(table.name, name);
   });
   return found == tables_.end() ? nullptr : &*found;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -99,4 +99,4 @@ Token Tokenizer::Next() {
   return Make(known ? TokenKind::kSymbol : TokenKind::kBad, from, at_);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 // A bare word of 1 to 8 ASCII letters, without regard to case, as one number: keywords compare
 // fast. 0 for any other text.
@@ -60,4 +60,4 @@ class Tokenizer {
   std::size_t at_ = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

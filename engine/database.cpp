@@ -4,7 +4,7 @@
 
 #include "engine/recordset_errors.h"
 
-namespace brenvo {
+namespace brenvo::engine {
 
 Database::Database(std::unique_ptr<Store> store) : store_(std::move(store)) {}
 
@@ -46,4 +46,4 @@ EngineCounters Database::Counters() const { return Opened().Counters(); }
 
 std::string Database::QueryPlan(std::string_view select) { return Opened().QueryPlan(select); }
 
-}  // namespace brenvo
+}  // namespace brenvo::engine

@@ -3,7 +3,7 @@
 #include "base/text.h"
 #include "engine/database_error.h"
 
-namespace brenvo {
+namespace brenvo::engine {
 
 void FailClosed() {
   throw DatabaseError(DatabaseError::kObjectClosed, "L'oggetto non e' piu' aperto.");
@@ -19,10 +19,10 @@ void FailRecordDeleted() {
 
 std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view name) {
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (SameText(columns[i], name)) return i;
+    if (base::SameText(columns[i], name)) return i;
   }
   throw DatabaseError(DatabaseError::kItemNotFound,
                       "La colonna '" + std::string(name) + "' non c'e'.");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::engine

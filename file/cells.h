@@ -7,11 +7,11 @@
 struct sqlite3_stmt;
 struct sqlite3_value;
 
-namespace brenvo {
+namespace brenvo::file {
 
 // A cell of a row as read.
-Value ReadCell(sqlite3_stmt* statement, int column, ValueType type);
+engine::Value ReadCell(sqlite3_stmt* statement, int column, dialect::ValueType type);
 // A cell as the file holds it: Null, int64, double or text.
-Value ReadRaw(sqlite3_value* value);
+engine::Value ReadRaw(sqlite3_value* value);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <limits>
 
-#include "engine/recordset_errors.h"
 #include "cells.h"
+#include "engine/recordset_errors.h"
 #include "file/file_check.h"
 #include "file/journal.h"
 #include "read_schema.h"
 #include "sqlite_functions.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 constexpr int kVersion = 1;
@@ -62,8 +62,8 @@ Connection::Connection(const std::filesystem::path& file) {
 void Connection::Setup() {
   sqlite3* const file = file_.get();
   if (ReadPragma(file, "PRAGMA user_version") != kVersion) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "Il database e' di un'altra versione del programma.");
+    throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
+                                "Il database e' di un'altra versione del programma.");
   }
   if (sqlite3_db_readonly(file, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
   schema_ = ReadSchema(file);
@@ -153,15 +153,15 @@ void Connection::Close() {
 }
 
 void Connection::RequireOpen() const {
-  if (file_ == nullptr) FailClosed();
+  if (file_ == nullptr) engine::FailClosed();
 }
 
-const TableSchema& Connection::RequireTable(std::string_view name) const {
+const dialect::TableSchema& Connection::RequireTable(std::string_view name) const {
   RequireOpen();
-  const TableSchema* table = schema_.FindTable(name);
+  const dialect::TableSchema* table = schema_.FindTable(name);
   if (table == nullptr) {
-    throw DatabaseError(DatabaseError::kUnknownTable,
-                        "La tabella '" + std::string(name) + "' non esiste.");
+    throw engine::DatabaseError(engine::DatabaseError::kUnknownTable,
+                                "La tabella '" + std::string(name) + "' non esiste.");
   }
   return *table;
 }
@@ -179,35 +179,35 @@ void Connection::Watch(std::function<bool()> goOn) {
 
 void Connection::RequireIdle() const {
   if (question_ && question_->Open()) {
-    throw DatabaseError(DatabaseError::kLocked, "Il database e' al lavoro.");
+    throw engine::DatabaseError(engine::DatabaseError::kLocked, "Il database e' al lavoro.");
   }
 }
 
 void Connection::Fail(int code) {
   if (question_ && (code & 0xFF) == SQLITE_INTERRUPT) question_->RethrowFailure();
   if (functionFailure_) {
-    const DatabaseError failure = *functionFailure_;
+    const engine::DatabaseError failure = *functionFailure_;
     functionFailure_.reset();
     throw failure;
   }
   const bool last = code == sqlite3_extended_errcode(file_.get());
-  const DatabaseError failure =
+  const engine::DatabaseError failure =
       last ? LastFailureOf(file_.get()) : FailureOf(code, sqlite3_errmsg(file_.get()));
-  if (failure.Number == DatabaseError::kNotADatabase) RefuseWrites();
+  if (failure.Number == engine::DatabaseError::kNotADatabase) RefuseWrites();
   throw failure;
 }
 
 void Connection::RequireSound() const {
   if (damaged_) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "Il file del database e' danneggiato e non viene piu' modificato.");
+    throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
+                                "Il file del database e' danneggiato e non viene piu' modificato.");
   }
   // What is written to a file that has lost its name is written to nowhere.
   int moved = 0;
   sqlite3_file_control(file_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
   if (moved != 0) {
-    throw DatabaseError(DatabaseError::kFileNotFound,
-                        "Il file del database e' stato spostato o cancellato.");
+    throw engine::DatabaseError(engine::DatabaseError::kFileNotFound,
+                                "Il file del database e' stato spostato o cancellato.");
   }
 }
 
@@ -218,7 +218,7 @@ CompiledStatement Connection::Compile(std::string_view sql) {
   constexpr std::string_view kEnds[] = {"--", "/*", ";", std::string_view("\0", 1)};
   for (const std::string_view end : kEnds) {
     if (sql.find(end) == std::string_view::npos) continue;
-    throw DatabaseError(DatabaseError::kSyntax, "L'istruzione non e' valida.");
+    throw engine::DatabaseError(engine::DatabaseError::kSyntax, "L'istruzione non e' valida.");
   }
   const int code = sqlite3_prepare_v3(file_.get(), statement.text.data(),
                                       static_cast<int>(statement.text.size()),
@@ -226,8 +226,8 @@ CompiledStatement Connection::Compile(std::string_view sql) {
   ++counters_.prepared;
   if (code == SQLITE_OK) return statement;
   if ((code & 0xFF) == SQLITE_ERROR) {
-    throw DatabaseError(
-        DatabaseError::kSyntax,
+    throw engine::DatabaseError(
+        engine::DatabaseError::kSyntax,
         "L'istruzione non e' valida (" + std::string(sqlite3_errmsg(file_.get())) + ").");
   }
   Fail(code);
@@ -275,7 +275,7 @@ void Connection::GiveBack(CompiledStatement* statement) {
   statements_.remove_if([&](const CompiledStatement& other) { return &other == statement; });
 }
 
-void Connection::PrepareToWrite(const TableSchema& table) {
+void Connection::PrepareToWrite(const dialect::TableSchema& table) {
   RequireOpen();
   if (!InTransaction()) PrepareFile();
   // Reading the rest may end a reader's registration, but not while it is asked: they stay.
@@ -285,8 +285,8 @@ void Connection::PrepareToWrite(const TableSchema& table) {
   }
 }
 
-std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
-                               std::vector<Value> parameters) {
+std::int64_t Connection::Write(const dialect::TableSchema& table, std::string_view sql,
+                               std::vector<engine::Value> parameters) {
   PrepareToWrite(table);
   const std::int64_t before = sqlite3_total_changes64(file_.get());
   Running run(*this, sql, std::move(parameters));
@@ -297,7 +297,7 @@ std::int64_t Connection::Write(const TableSchema& table, std::string_view sql,
 // As long as rows of anything are still being read, SQLite does not wait for a lock, and refuses to
 // write at all behind another program's change: what the readers are to show would be gone. They
 // read their rest, and it is tried again.
-void Connection::StepWriter(Running& run, const TableSchema* table) {
+void Connection::StepWriter(Running& run, const dialect::TableSchema* table) {
   const bool reading =
       !InTransaction() && sqlite3_txn_state(file_.get(), "main") != SQLITE_TXN_NONE;
   int code = sqlite3_step(run.Handle());
@@ -308,20 +308,22 @@ void Connection::StepWriter(Running& run, const TableSchema* table) {
   }
   if (code == SQLITE_DONE) return;
   if (code == SQLITE_FULL && table != nullptr && IsCounterSpent(*table)) {
-    throw DatabaseError(DatabaseError::kFailed,
-                        "Il contatore della tabella '" + table->name +
-                            "' ha raggiunto il numero più alto, che un altro programma vi ha "
-                            "scritto: nessuna riga si può più aggiungere. Ripristinare una copia "
-                            "di sicurezza.");
+    throw engine::DatabaseError(
+        engine::DatabaseError::kFailed,
+        "Il contatore della tabella '" + table->name +
+            "' ha raggiunto il numero più alto, che un altro programma vi ha "
+            "scritto: nessuna riga si può più aggiungere. Ripristinare una copia "
+            "di sicurezza.");
   }
   Fail(code);
 }
 
-bool Connection::IsCounterSpent(const TableSchema& table) {
-  if (table.keyColumn == TableSchema::kNone) return false;
+bool Connection::IsCounterSpent(const dialect::TableSchema& table) {
+  if (table.keyColumn == dialect::TableSchema::kNone) return false;
   Running run(*this, "SELECT max(rowid) FROM " + table.quoted);
   if (run.Step() && run.Key() == std::numeric_limits<std::int64_t>::max()) return true;
-  Running counter(*this, "SELECT seq FROM sqlite_sequence WHERE name = ?", {Value(table.name)});
+  Running counter(*this, "SELECT seq FROM sqlite_sequence WHERE name = ?",
+                  {engine::Value(table.name)});
   return counter.Step() && counter.Key() == std::numeric_limits<std::int64_t>::max();
 }
 
@@ -332,7 +334,8 @@ void Connection::Begin() {
   if (!InTransaction()) {
     PrepareFile();
   } else {
-    throw DatabaseError(DatabaseError::kInvalidOperation, "Una transazione e' gia' aperta.");
+    throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
+                                "Una transazione e' gia' aperta.");
   }
   Running begin(*this, "BEGIN IMMEDIATE");
   StepWriter(begin, nullptr);
@@ -342,7 +345,8 @@ void Connection::Commit() {
   RequireOpen();
   RequireSound();
   if (!InTransaction()) {
-    throw DatabaseError(DatabaseError::kNoTransaction, "Nessuna transazione e' aperta.");
+    throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
+                                "Nessuna transazione e' aperta.");
   }
   Running(*this, "COMMIT").Step();
 }
@@ -350,7 +354,8 @@ void Connection::Commit() {
 void Connection::Rollback() {
   RequireOpen();
   if (!InTransaction()) {
-    throw DatabaseError(DatabaseError::kNoTransaction, "Nessuna transazione e' aperta.");
+    throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
+                                "Nessuna transazione e' aperta.");
   }
   ++rollbacks_;
   Running(*this, "ROLLBACK").Step();
@@ -360,7 +365,8 @@ bool Connection::InTransaction() const {
   return file_ != nullptr && sqlite3_get_autocommit(file_.get()) == 0;
 }
 
-Running::Running(Connection& connection, std::string_view sql, std::vector<Value> parameters)
+Running::Running(Connection& connection, std::string_view sql,
+                 std::vector<engine::Value> parameters)
     : connection_(&connection),
       statement_(connection.Take(sql)),
       parameters_(std::move(parameters)) {
@@ -377,7 +383,7 @@ void Running::Swap(Running& other) noexcept {
   std::swap(parameters_, other.parameters_);
 }
 
-void Running::Restart(std::vector<Value> parameters) {
+void Running::Restart(std::vector<engine::Value> parameters) {
   if (statement_->handle == nullptr) connection_->RequireOpen();
   sqlite3_reset(statement_->handle);
   sqlite3_clear_bindings(statement_->handle);
@@ -390,10 +396,10 @@ void Running::Bind() {
   for (std::size_t i = 0; i < parameters_.size(); ++i) {
     const int at = static_cast<int>(i) + 1;
     // Dates and yes/no values in the form of the file.
-    if (const auto* date = std::get_if<DateTime>(&parameters_[i].Get())) {
-      parameters_[i] = Value(IsoText(*date));
+    if (const auto* date = std::get_if<base::DateTime>(&parameters_[i].Get())) {
+      parameters_[i] = engine::Value(base::IsoText(*date));
     }
-    const Value::Data& data = parameters_[i].Get();
+    const engine::Value::Data& data = parameters_[i].Get();
     if (const auto* text = std::get_if<std::string>(&data)) {
       sqlite3_bind_text64(handle, at, text->data(), text->size(), SQLITE_STATIC, SQLITE_UTF8);
     } else if (const auto* whole = std::get_if<std::int64_t>(&data)) {
@@ -418,8 +424,8 @@ bool Running::Step() {
   connection_->Fail(code);
 }
 
-Value Running::Cell(int column, ValueType type) const {
+engine::Value Running::Cell(int column, dialect::ValueType type) const {
   return ReadCell(statement_->handle, column, type);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -19,7 +19,7 @@
 #include "question.h"
 #include "sqlite_file.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 // A compiled statement. It belongs to the connection, and is empty once that is closed.
 struct CompiledStatement {
@@ -36,7 +36,7 @@ class LazyReader {
   // Reads the rest now, for a table that it reads is about to change. A failure is not the
   // writer's: it is kept, and told to whoever moves there.
   virtual void ReadRest() = 0;
-  virtual const std::vector<const TableSchema*>& TablesRead() const = 0;
+  virtual const std::vector<const dialect::TableSchema*>& TablesRead() const = 0;
 };
 
 class Running;
@@ -55,24 +55,25 @@ class Connection {
   // DatabaseError 3420 when closed.
   void RequireOpen() const;
 
-  const Schema& Tables() const { return schema_; }
+  const dialect::Schema& Tables() const { return schema_; }
   // DatabaseError 3078 when there is none of this name.
-  const TableSchema& RequireTable(std::string_view name) const;
-  EngineCounters& Counters() { return counters_; }
+  const dialect::TableSchema& RequireTable(std::string_view name) const;
+  engine::EngineCounters& Counters() { return counters_; }
   // Changes whenever a row may have changed through this connection.
   std::int64_t ChangeStamp() const;
 
   // Whoever still reads from the table reads the rest before a statement changes it. DatabaseError
   // 3343 and 3024 (see RequireSound), and 3420 when closed.
-  void PrepareToWrite(const TableSchema& table);
+  void PrepareToWrite(const dialect::TableSchema& table);
   // Runs a statement that writes to `table`, and returns the number of rows that it changed.
   // Another program's lock is waited for, up to two seconds. DatabaseError as of PrepareToWrite,
   // and 3022, 3026, 3027, 3260.
-  std::int64_t Write(const TableSchema& table, std::string_view sql, std::vector<Value> parameters);
+  std::int64_t Write(const dialect::TableSchema& table, std::string_view sql,
+                     std::vector<engine::Value> parameters);
 
   // Steps a prepared statement that writes, to its end; the same wait, and the same errors. `table`
   // is the one that it writes to, null for none.
-  void StepWriter(Running& run, const TableSchema* table);
+  void StepWriter(Running& run, const dialect::TableSchema* table);
 
   // The key of the row that was inserted last.
   std::int64_t LastKey() const { return sqlite3_last_insert_rowid(file_.get()); }
@@ -108,15 +109,15 @@ class Connection {
   // the file (journal.h).
   void PrepareFile();
   // SQLite has no other words for a counter at its highest value than for a full disk.
-  bool IsCounterSpent(const TableSchema& table);
+  bool IsCounterSpent(const dialect::TableSchema& table);
   void MarkFile();
   static int WriteBack(void* connection, sqlite3* file, const char* name, int frames);
 
   SqliteFile file_;
   std::optional<Question> question_;
-  std::optional<DatabaseError> functionFailure_;
-  Schema schema_;
-  EngineCounters counters_;
+  std::optional<engine::DatabaseError> functionFailure_;
+  dialect::Schema schema_;
+  engine::EngineCounters counters_;
   std::int64_t rollbacks_ = 0;
   bool damaged_ = false;
   bool markDue_ = true;  // the next change may be a journal's first
@@ -131,7 +132,7 @@ class Connection {
 class Running {
  public:
   Running() = default;
-  Running(Connection& connection, std::string_view sql, std::vector<Value> parameters = {});
+  Running(Connection& connection, std::string_view sql, std::vector<engine::Value> parameters = {});
   Running(Running&& other) noexcept { Swap(other); }
   Running& operator=(Running&& other) noexcept {
     Swap(other);
@@ -139,12 +140,12 @@ class Running {
   }
   ~Running();
 
-  const std::vector<Value>& Parameters() const { return parameters_; }
+  const std::vector<engine::Value>& Parameters() const { return parameters_; }
   // Begins anew with these parameters.
-  void Restart(std::vector<Value> parameters);
+  void Restart(std::vector<engine::Value> parameters);
   // True when there is a row. DatabaseError 3420 when the connection was closed meanwhile.
   bool Step();
-  Value Cell(int column, ValueType type) const;
+  engine::Value Cell(int column, dialect::ValueType type) const;
   std::int64_t Key(int column = 0) const {
     return sqlite3_column_int64(statement_->handle, column);
   }
@@ -156,7 +157,7 @@ class Running {
 
   Connection* connection_ = nullptr;
   CompiledStatement* statement_ = nullptr;
-  std::vector<Value> parameters_;  // texts are bound where they stand
+  std::vector<engine::Value> parameters_;  // texts are bound where they stand
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::file

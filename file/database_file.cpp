@@ -5,15 +5,15 @@
 #include <optional>
 #include <string>
 
+#include "file/sync.h"
 #include "file_store.h"
 #include "question.h"
 #include "sqlite_file.h"
-#include "file/sync.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
-Database OpenDatabaseFile(const std::filesystem::path& file) {
-  return Database(std::make_unique<FileStore>(file));
+engine::Database OpenDatabaseFile(const std::filesystem::path& file) {
+  return engine::Database(std::make_unique<FileStore>(file));
 }
 
 void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
@@ -22,8 +22,8 @@ void CompactDatabase(const std::filesystem::path& from, const std::filesystem::p
   OpenDatabaseFile(from).Close();
   std::error_code ignored;
   if (std::filesystem::exists(to, ignored)) {
-    throw DatabaseError(DatabaseError::kFileExists,
-                        "Il database '" + to.string() + "' esiste gia'.");
+    throw engine::DatabaseError(engine::DatabaseError::kFileExists,
+                                "Il database '" + to.string() + "' esiste gia'.");
   }
   const SqliteFile file = OpenSqliteFile(from);
   std::optional<Question> question;
@@ -35,7 +35,7 @@ void CompactDatabase(const std::filesystem::path& from, const std::filesystem::p
     sqlite3_bind_text(statement, 1, name.c_str(), -1, SQLITE_STATIC);
     code = sqlite3_step(statement);
   }
-  const DatabaseError error = LastFailureOf(file.get());
+  const engine::DatabaseError error = LastFailureOf(file.get());
   sqlite3_finalize(statement);
   if (code != SQLITE_DONE) {
     std::filesystem::remove(to, ignored);  // what was written of it
@@ -46,4 +46,4 @@ void CompactDatabase(const std::filesystem::path& from, const std::filesystem::p
   SyncToDisk(to.has_parent_path() ? to.parent_path() : std::filesystem::path("."));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -6,7 +6,7 @@
 #include "dialect/convert.h"
 #include "engine/recordset_errors.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 constexpr std::int64_t kBlock = 256;
@@ -19,7 +19,7 @@ DynasetRows::DynasetRows(std::shared_ptr<Connection> connection, std::string_vie
       select_(select),
       keyset_(TranslateKeyset(connection_->Tables(), select)),
       edit_(*keyset_.table) {
-  for (const OutputColumn& column : keyset_.columns) names_.push_back(column.name);
+  for (const dialect::OutputColumn& column : keyset_.columns) names_.push_back(column.name);
   asked_.assign(names_.size(), false);
   Requery();
   connection_->Register(this);
@@ -55,7 +55,7 @@ void DynasetRows::Requery() {
 
 void DynasetRows::ReadKeys(std::int64_t count) {
   while (!complete_ && Size() < count) {
-    if (failure_) throw DatabaseError(*failure_);
+    if (failure_) throw engine::DatabaseError(*failure_);
     if (run_.Step()) {
       keys_.push_back(run_.Key());
     } else {
@@ -68,7 +68,7 @@ void DynasetRows::ReadKeys(std::int64_t count) {
 void DynasetRows::ReadRest() {
   try {
     ReadKeys(kAll);
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     failure_ = failure;
     run_ = Running();
   }
@@ -99,14 +99,14 @@ void DynasetRows::MoveNext() {
   RequireOpen();
   edit_.Cancel();
   if (gap_) return Stand(at_);
-  if (EOF_()) FailNoCurrentRecord();
+  if (EOF_()) engine::FailNoCurrentRecord();
   Stand(at_ + 1);
 }
 
 void DynasetRows::MovePrevious() {
   RequireOpen();
   edit_.Cancel();
-  if (!gap_ && BOF()) FailNoCurrentRecord();
+  if (!gap_ && BOF()) engine::FailNoCurrentRecord();
   gap_ = false;
   --at_;
 }
@@ -128,8 +128,8 @@ std::int64_t DynasetRows::RecordCount() {
 
 std::int64_t DynasetRows::CurrentKey() const {
   RequireOpen();
-  if (gap_) FailRecordDeleted();
-  if (at_ < 0 || at_ >= Size()) FailNoCurrentRecord();
+  if (gap_) engine::FailRecordDeleted();
+  if (at_ < 0 || at_ >= Size()) engine::FailNoCurrentRecord();
   return KeyAt(at_);
 }
 
@@ -152,17 +152,20 @@ void DynasetRows::FetchFor(std::size_t column) {
   held_.Fetch(*connection_, key);
 }
 
-Value DynasetRows::Field(std::string_view column) { return Field(PlaceOf(names_, column)); }
+engine::Value DynasetRows::Field(std::string_view column) {
+  return Field(engine::PlaceOf(names_, column));
+}
 
-Value DynasetRows::Field(std::size_t column) {
+engine::Value DynasetRows::Field(std::size_t column) {
   RequireOpen();
-  if (column >= names_.size()) PlaceOf(names_, std::to_string(column));
+  if (column >= names_.size()) engine::PlaceOf(names_, std::to_string(column));
   const std::size_t tableColumn = keyset_.columns[column].tableColumn;
-  if (tableColumn != TableSchema::kNone && edit_.Has(tableColumn)) return edit_.Get(tableColumn);
+  if (tableColumn != dialect::TableSchema::kNone && edit_.Has(tableColumn))
+    return edit_.Get(tableColumn);
   const std::int64_t key = CurrentKey();
   if (!held_.Has(*connection_, key, column)) {
     FetchFor(column);
-    if (!held_.Has(*connection_, key)) FailRecordDeleted();
+    if (!held_.Has(*connection_, key)) engine::FailRecordDeleted();
   }
   askedAt_ = at_;
   asked_[column] = true;
@@ -182,13 +185,13 @@ std::int64_t DynasetRows::PlaceOfKey(std::int64_t key) {
   }
 }
 
-Bookmark DynasetRows::GetBookmark() { return {CurrentKey()}; }
+engine::Bookmark DynasetRows::GetBookmark() { return {CurrentKey()}; }
 
-void DynasetRows::SetBookmark(Bookmark bookmark) {
+void DynasetRows::SetBookmark(engine::Bookmark bookmark) {
   RequireOpen();
   edit_.Cancel();
   const std::int64_t place = PlaceOfKey(bookmark.key);
-  if (place < 0) FailRecordDeleted();
+  if (place < 0) engine::FailRecordDeleted();
   Stand(place);
 }
 
@@ -201,16 +204,16 @@ void DynasetRows::Edit() {
   const std::int64_t key = CurrentKey();
   edit_.Cancel();
   if (!held_.Has(*connection_, key)) held_.Fetch(*connection_, key);
-  if (!held_.Has(*connection_, key)) FailRecordDeleted();
+  if (!held_.Has(*connection_, key)) engine::FailRecordDeleted();
   edit_.BeginChange(key);
 }
 
-void DynasetRows::Set(std::string_view column, const Value& value) {
+void DynasetRows::Set(std::string_view column, const engine::Value& value) {
   RequireOpen();
-  const std::size_t tableColumn = keyset_.columns[PlaceOf(names_, column)].tableColumn;
-  if (tableColumn == TableSchema::kNone) {
-    throw DatabaseError(DatabaseError::kInvalidOperation,
-                        "La colonna '" + std::string(column) + "' non si puo' scrivere.");
+  const std::size_t tableColumn = keyset_.columns[engine::PlaceOf(names_, column)].tableColumn;
+  if (tableColumn == dialect::TableSchema::kNone) {
+    throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
+                                "La colonna '" + std::string(column) + "' non si puo' scrivere.");
   }
   edit_.Set(tableColumn, value);
 }
@@ -241,7 +244,7 @@ void DynasetRows::Delete() {
   gap_ = true;
 }
 
-Bookmark DynasetRows::LastModified() {
+engine::Bookmark DynasetRows::LastModified() {
   RequireOpen();
   return lastModified_;
 }
@@ -282,14 +285,14 @@ std::int64_t DynasetRows::FindPlace(std::string_view condition) {
   }
 }
 
-std::vector<Value> DynasetRows::RowAt(std::int64_t place) {
+std::vector<engine::Value> DynasetRows::RowAt(std::int64_t place) {
   RequireOpen();
-  std::vector<Value> row;
+  std::vector<engine::Value> row;
   if (place < 0) return row;
   ReadKeys(place + 1);
   if (place >= Size()) return row;
   row.resize(keyset_.columns.size());
-  std::vector<Value> parameters = keyset_.row.parameters;
+  std::vector<engine::Value> parameters = keyset_.row.parameters;
   parameters.emplace_back(KeyAt(place));
   Running run(*connection_, keyset_.row.text, std::move(parameters));
   if (!run.Step()) return row;
@@ -299,10 +302,10 @@ std::vector<Value> DynasetRows::RowAt(std::int64_t place) {
   return row;
 }
 
-Bookmark DynasetRows::BookmarkAt(std::int64_t place) {
+engine::Bookmark DynasetRows::BookmarkAt(std::int64_t place) {
   RequireOpen();
   ReadKeys(place + 1);
-  if (place < 0 || place >= Size()) FailNoCurrentRecord();
+  if (place < 0 || place >= Size()) engine::FailNoCurrentRecord();
   return {KeyAt(place)};
 }
 
@@ -312,4 +315,4 @@ std::int64_t DynasetRows::TotalRows() {
   return Size();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

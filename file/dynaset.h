@@ -8,9 +8,9 @@
 #include "record_edit.h"
 #include "translate.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
-class DynasetRows final : public Dynaset, private LazyReader {
+class DynasetRows final : public engine::Dynaset, private LazyReader {
  public:
   DynasetRows(std::shared_ptr<Connection> connection, std::string_view select);
   ~DynasetRows() override;
@@ -23,30 +23,32 @@ class DynasetRows final : public Dynaset, private LazyReader {
   bool EOF_() override;
   std::int64_t RecordCount() override;
   const std::vector<std::string>& Columns() const override { return names_; }
-  Value Field(std::string_view column) override;
-  Value Field(std::size_t column) override;
-  Bookmark GetBookmark() override;
-  void SetBookmark(Bookmark bookmark) override;
+  engine::Value Field(std::string_view column) override;
+  engine::Value Field(std::size_t column) override;
+  engine::Bookmark GetBookmark() override;
+  void SetBookmark(engine::Bookmark bookmark) override;
   void Close() override;
 
   void AddNew() override;
   void Edit() override;
-  void Set(std::string_view column, const Value& value) override;
+  void Set(std::string_view column, const engine::Value& value) override;
   void Update() override;
   void CancelUpdate() override;
   void Delete() override;
-  Bookmark LastModified() override;
+  engine::Bookmark LastModified() override;
 
   void FindFirst(std::string_view condition) override;
   bool NoMatch() const override { return noMatch_; }
   void Requery() override;
-  std::vector<Value> RowAt(std::int64_t place) override;
-  Bookmark BookmarkAt(std::int64_t place) override;
+  std::vector<engine::Value> RowAt(std::int64_t place) override;
+  engine::Bookmark BookmarkAt(std::int64_t place) override;
   std::int64_t TotalRows() override;
 
  private:
   void ReadRest() override;
-  const std::vector<const TableSchema*>& TablesRead() const override { return keyset_.tables; }
+  const std::vector<const dialect::TableSchema*>& TablesRead() const override {
+    return keyset_.tables;
+  }
 
   void RequireOpen() const;
   std::int64_t CurrentKey() const;
@@ -68,14 +70,14 @@ class DynasetRows final : public Dynaset, private LazyReader {
   Running run_;
   std::vector<std::int64_t> keys_;
   bool complete_ = false;
-  std::optional<DatabaseError> failure_;  // what stands behind the keys that could be read
+  std::optional<engine::DatabaseError> failure_;  // what stands behind the keys that could be read
   std::int64_t openingStamp_ = 0;
 
   std::int64_t at_ = 0;  // -1 before the first; the number of keys behind the last
   bool gap_ = false;     // between at_ - 1 and at_, where a row was deleted
   std::int64_t reached_ = 0;
   bool noMatch_ = false;
-  Bookmark lastModified_;
+  engine::Bookmark lastModified_;
 
   HeldRows held_{keyset_};
   // Where a row was asked for last, and what was asked of the rows that were walked through up to
@@ -87,4 +89,4 @@ class DynasetRows final : public Dynaset, private LazyReader {
   std::int64_t aheadStamp_ = -1;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::file

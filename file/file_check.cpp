@@ -7,14 +7,14 @@
 #include <system_error>
 
 #include "base/system_reason.h"
+#include "dialect/schema.h"
 #include "file/database_file.h"
 #include "file/journal.h"
-#include "dialect/schema.h"
+#include "file/sync.h"
 #include "read_schema.h"
 #include "sqlite_file.h"
-#include "file/sync.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 constexpr std::uint32_t kApplicationId = 0x4252564F;  // "BRVO"
@@ -28,11 +28,12 @@ void RequireShortPath(const std::filesystem::path& path) {
   if (error) whole = std::filesystem::absolute(path, error);
   const std::size_t size = Utf8Name(whole).size();
   if (size <= most) return;
-  throw DatabaseError(DatabaseError::kInvalidPath,
-                      "Il percorso del database è lungo " + std::to_string(size) +
-                          " byte, più dei " + std::to_string(most) +
-                          " possibili: spostare la cartella di lavoro in un'altra dal percorso "
-                          "più breve.");
+  throw engine::DatabaseError(
+      engine::DatabaseError::kInvalidPath,
+      "Il percorso del database è lungo " + std::to_string(size) + " byte, più dei " +
+          std::to_string(most) +
+          " possibili: spostare la cartella di lavoro in un'altra dal percorso "
+          "più breve.");
 }
 
 }  // namespace
@@ -41,13 +42,13 @@ void RequireOurFile(const std::filesystem::path& path) {
   std::error_code error;
   const std::filesystem::file_status status = std::filesystem::status(path, error);
   if (status.type() == std::filesystem::file_type::not_found) {
-    throw DatabaseError(DatabaseError::kFileNotFound,
-                        "Il file '" + path.string() + "' non esiste.");
+    throw engine::DatabaseError(engine::DatabaseError::kFileNotFound,
+                                "Il file '" + path.string() + "' non esiste.");
   }
   if (error) throw PathFailure(path, error);
   if (status.type() != std::filesystem::file_type::regular) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "'" + path.string() + "' non e' un database.");
+    throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
+                                "'" + path.string() + "' non e' un database.");
   }
   RequireShortPath(path);
   constexpr std::string_view kMagic("SQLite format 3\0", 16);
@@ -58,16 +59,16 @@ void RequireOurFile(const std::filesystem::path& path) {
   if (!file) throw PathFailure(path, {errno, std::generic_category()});
   if (!file.read(header.data(), kHeader) ||
       std::string_view(header.data(), kMagic.size()) != kMagic) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "Il file '" + path.filename().string() + "' non e' un database.");
+    throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
+                                "Il file '" + path.filename().string() + "' non e' un database.");
   }
   std::uint32_t id = 0;
   for (std::size_t i = 0; i < 4; ++i) {
     id = id << 8 | static_cast<unsigned char>(header[kApplicationIdAt + i]);
   }
   if (id != kApplicationId) {
-    throw DatabaseError(
-        DatabaseError::kNotADatabase,
+    throw engine::DatabaseError(
+        engine::DatabaseError::kNotADatabase,
         "Il file '" + path.filename().string() + "' non e' un database di questo programma.");
   }
 }
@@ -75,7 +76,7 @@ void RequireOurFile(const std::filesystem::path& path) {
 std::int64_t RowsIn(const std::filesystem::path& database, std::string_view table) {
   RequireOurFile(database);
   if (RequireOwnJournal(database) == Journal::kOwn) {
-    Database open = OpenDatabaseFile(database);
+    engine::Database open = OpenDatabaseFile(database);
     return open.OpenSnapshot("select count(*) from [" + std::string(table) + "]")
         ->Field(0)
         .Integer();
@@ -86,14 +87,14 @@ std::int64_t RowsIn(const std::filesystem::path& database, std::string_view tabl
   int code = sqlite3_prepare_v2(file.get(), sql.c_str(), -1, &statement, nullptr);
   if (code == SQLITE_OK) code = sqlite3_step(statement);
   const std::int64_t rows = code == SQLITE_ROW ? sqlite3_column_int64(statement, 0) : 0;
-  const DatabaseError failure = LastFailureOf(file.get());
+  const engine::DatabaseError failure = LastFailureOf(file.get());
   sqlite3_finalize(statement);
   if (code == SQLITE_ROW) return rows;
   // A table that is not there, or a structure that cannot be read.
   if ((code & 0xFF) == SQLITE_ERROR) {
-    throw DatabaseError(DatabaseError::kNotADatabase, failure.Description);
+    throw engine::DatabaseError(engine::DatabaseError::kNotADatabase, failure.Description);
   }
   throw failure;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -9,7 +9,7 @@
 #include "table.h"
 #include "translate.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 FileStore::FileStore(const std::filesystem::path& file)
     : connection_(std::make_shared<Connection>(file)) {}
@@ -26,33 +26,33 @@ void FileStore::CommitTrans() { connection_->Commit(); }
 void FileStore::Rollback() { connection_->Rollback(); }
 bool FileStore::InTransaction() const { return connection_->InTransaction(); }
 
-std::unique_ptr<Table> FileStore::OpenTable(std::string_view name) {
+std::unique_ptr<engine::Table> FileStore::OpenTable(std::string_view name) {
   return std::make_unique<TableRows>(connection_, name);
 }
 
-std::unique_ptr<Snapshot> FileStore::OpenSnapshot(std::string_view select) {
+std::unique_ptr<engine::Snapshot> FileStore::OpenSnapshot(std::string_view select) {
   return std::make_unique<SnapshotRows>(connection_, select);
 }
 
-std::unique_ptr<Dynaset> FileStore::OpenDynaset(std::string_view select) {
+std::unique_ptr<engine::Dynaset> FileStore::OpenDynaset(std::string_view select) {
   return std::make_unique<DynasetRows>(connection_, select);
 }
 
-std::unique_ptr<RowAppender> FileStore::OpenAppender(std::string_view table) {
+std::unique_ptr<engine::RowAppender> FileStore::OpenAppender(std::string_view table) {
   return std::make_unique<TableAppender>(connection_, table);
 }
 
 void FileStore::Watch(std::function<bool()> goOn) { connection_->Watch(std::move(goOn)); }
 void FileStore::RefuseWrites() { connection_->RefuseWrites(); }
 
-EngineCounters FileStore::Counters() const { return connection_->Counters(); }
+engine::EngineCounters FileStore::Counters() const { return connection_->Counters(); }
 
 std::string FileStore::QueryPlan(std::string_view select) {
   const Query query = TranslateQuery(connection_->Tables(), select);
   Running run(*connection_, "EXPLAIN QUERY PLAN " + query.sql.text, query.sql.parameters);
   std::string plan;
-  while (run.Step()) plan += run.Cell(3, ValueType::kText).Text() + "\n";
+  while (run.Step()) plan += run.Cell(3, dialect::ValueType::kText).Text() + "\n";
   return plan;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -8,11 +8,11 @@
 
 #include "engine/store.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 class Connection;
 
-class FileStore final : public Store {
+class FileStore final : public engine::Store {
  public:
   // See OpenDatabaseFile.
   explicit FileStore(const std::filesystem::path& file);
@@ -23,17 +23,17 @@ class FileStore final : public Store {
   void CommitTrans() override;
   void Rollback() override;
   bool InTransaction() const override;
-  std::unique_ptr<Table> OpenTable(std::string_view name) override;
-  std::unique_ptr<Snapshot> OpenSnapshot(std::string_view select) override;
-  std::unique_ptr<Dynaset> OpenDynaset(std::string_view select) override;
-  std::unique_ptr<RowAppender> OpenAppender(std::string_view table) override;
+  std::unique_ptr<engine::Table> OpenTable(std::string_view name) override;
+  std::unique_ptr<engine::Snapshot> OpenSnapshot(std::string_view select) override;
+  std::unique_ptr<engine::Dynaset> OpenDynaset(std::string_view select) override;
+  std::unique_ptr<engine::RowAppender> OpenAppender(std::string_view table) override;
   void Watch(std::function<bool()> goOn) override;
   void RefuseWrites() override;
-  EngineCounters Counters() const override;
+  engine::EngineCounters Counters() const override;
   std::string QueryPlan(std::string_view select) override;
 
  private:
   std::shared_ptr<Connection> connection_;  // which recordsets keep when the file is closed
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <numeric>
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
-constexpr std::size_t kNone = TableSchema::kNone;
+constexpr std::size_t kNone = dialect::TableSchema::kNone;
 
 }  // namespace
 
@@ -35,7 +35,7 @@ bool HeldRows::Has(const Connection& connection, std::int64_t key, std::size_t c
 
 void HeldRows::Fetch(Connection& connection, std::int64_t key) {
   Drop();
-  std::vector<Value> parameters = keyset_.row.parameters;
+  std::vector<engine::Value> parameters = keyset_.row.parameters;
   parameters.emplace_back(key);
   Running run(connection, keyset_.row.text, std::move(parameters));
   if (!run.Step()) return;
@@ -48,7 +48,7 @@ void HeldRows::Fetch(Connection& connection, std::int64_t key) {
 void HeldRows::PrepareAhead(const std::vector<bool>& wanted) {
   if (wanted == wantedAhead_) return;
   wantedAhead_ = wanted;
-  const TableSchema& table = *keyset_.table;
+  const dialect::TableSchema& table = *keyset_.table;
   ahead_ = "SELECT rowid";
   for (std::size_t i = 0; i < wanted.size(); ++i) {
     if (!wanted[i]) continue;
@@ -70,12 +70,12 @@ bool HeldRows::FetchAhead(Connection& connection, std::span<const std::int64_t> 
   for (std::size_t i = 0; i < wanted.size(); ++i) cellOf_[i] = wanted[i] ? ++cell : kNone;
   try {
     // Marks without a key are Null, which no row's key is.
-    Running run(connection, ahead_, std::vector<Value>(keys.begin(), keys.end()));
+    Running run(connection, ahead_, std::vector<engine::Value>(keys.begin(), keys.end()));
     while (run.Step()) {
       rows_.Append(run.Handle());
       keys_.push_back(run.Key());
     }
-  } catch (const DatabaseError&) {
+  } catch (const engine::DatabaseError&) {
     Drop();
     return false;
   }
@@ -83,4 +83,4 @@ bool HeldRows::FetchAhead(Connection& connection, std::span<const std::int64_t> 
   return true;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -10,7 +10,7 @@
 #include "row_store.h"
 #include "translate.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 // Rows count as held until anything is written through the connection.
 class HeldRows {
@@ -25,7 +25,7 @@ class HeldRows {
   bool Has(const Connection& connection, std::int64_t key);
   bool Has(const Connection& connection, std::int64_t key, std::size_t column);
   // A cell of the row that was asked for last and is held, as the file has it.
-  Value Cell(std::size_t column) const { return rows_.Cell(row_, cellOf_[column]); }
+  engine::Value Cell(std::size_t column) const { return rows_.Cell(row_, cellOf_[column]); }
 
   // Holds this row alone, whole; none when it is gone.
   void Fetch(Connection& connection, std::int64_t key);
@@ -48,4 +48,4 @@ class HeldRows {
   std::string ahead_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::file

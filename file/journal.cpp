@@ -8,7 +8,7 @@
 
 #include "sqlite_file.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 constexpr std::size_t kFileHeader = 100, kJournalHeader = 32, kFrameHeader = 24;
@@ -169,15 +169,15 @@ std::string ComplaintTogether(const std::filesystem::path& database) {
     RunSql(file.get(),
            "PRAGMA locking_mode = EXCLUSIVE; BEGIN; SELECT count(*) FROM sqlite_schema");
     return ComplaintOf(file);
-  } catch (const DatabaseError& failure) {
-    return failure.Number == DatabaseError::kNotADatabase ? failure.Description : "";
+  } catch (const engine::DatabaseError& failure) {
+    return failure.Number == engine::DatabaseError::kNotADatabase ? failure.Description : "";
   }
 }
 
 bool IsSoundAlone(const std::filesystem::path& database) {
   try {
     return ComplaintOf(OpenToRead(database)).empty();
-  } catch (const DatabaseError&) {
+  } catch (const engine::DatabaseError&) {
     return false;
   }
 }
@@ -219,7 +219,7 @@ Journal JudgeJournal(const std::filesystem::path& database) {
 Journal RequireOwnJournal(const std::filesystem::path& database) {
   const Journal journal = JudgeJournal(database);
   if (journal != Journal::kForeign) return journal;
-  throw JournalFailure(DatabaseError::kNotADatabase,
+  throw JournalFailure(engine::DatabaseError::kNotADatabase,
                        BesideIt(database) +
                            ", che è di un altro file: il database è stato sostituito. Nulla del "
                            "giornale è stato applicato.");
@@ -229,9 +229,9 @@ void RequireSoundJournal(const std::filesystem::path& database) {
   if (RequireOwnJournal(database) == Journal::kNone) return;
   const std::string complaint = ComplaintTogether(database);
   if (complaint.empty() || !IsSoundAlone(database)) return;
-  throw JournalFailure(DatabaseError::kNotADatabase,
+  throw JournalFailure(engine::DatabaseError::kNotADatabase,
                        BesideIt(database) + ", che lo danneggia (" + complaint +
                            "). Nulla del giornale è stato applicato.");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

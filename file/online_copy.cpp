@@ -4,11 +4,11 @@
 #include <string>
 
 #include "file/journal.h"
+#include "file/sync.h"
 #include "question.h"
 #include "sqlite_file.h"
-#include "file/sync.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 // Two copies are two files: a journal of the one is none of the other's.
@@ -48,8 +48,8 @@ OnlineCopy::OnlineCopy(const std::filesystem::path& from, const std::filesystem:
     : files_(std::make_unique<Files>()) {
   std::error_code ignored;
   if (!std::filesystem::exists(from, ignored)) {
-    throw DatabaseError(DatabaseError::kFileNotFound,
-                        "Il file '" + from.string() + "' non esiste.");
+    throw engine::DatabaseError(engine::DatabaseError::kFileNotFound,
+                                "Il file '" + from.string() + "' non esiste.");
   }
   RequireOwnJournal(from);
   files_->path = to;
@@ -84,15 +84,15 @@ bool OnlineCopy::Verify(const std::function<bool()>& goOn) {
     const Question question(files_->to.get(), goOn);
     try {
       complaint = Complaint(files_->to.get(), true);
-    } catch (const DatabaseError&) {
+    } catch (const engine::DatabaseError&) {
       if (!question.Stopped()) throw;
     }
     question.RethrowFailure();
     if (question.Stopped()) return false;
   }
   if (!complaint.empty()) {
-    throw DatabaseError(DatabaseError::kNotADatabase,
-                        "Il file del database e' danneggiato (" + complaint + ").");
+    throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
+                                "Il file del database e' danneggiato (" + complaint + ").");
   }
   files_->to.reset();
   SyncToDisk(files_->path);
@@ -100,4 +100,4 @@ bool OnlineCopy::Verify(const std::function<bool()>& goOn) {
   return true;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

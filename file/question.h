@@ -7,7 +7,7 @@
 #include <functional>
 #include <utility>
 
-namespace brenvo {
+namespace brenvo::file {
 
 // While it lives it is asked every few milliseconds of the file's work. No exception may cross
 // SQLite: what the question throws stops the work and is kept. A no stays a no.
@@ -49,4 +49,4 @@ class Question {
   std::exception_ptr failure_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::file

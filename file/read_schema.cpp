@@ -11,7 +11,7 @@
 #include "engine/database_error.h"
 #include "sqlite_file.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 struct Finalizer {
@@ -26,8 +26,8 @@ using Handle = std::unique_ptr<sqlite3_stmt, Finalizer>;
   if (kind != SQLITE_ERROR && kind != SQLITE_CORRUPT && kind != SQLITE_NOTADB) {
     throw LastFailureOf(file);
   }
-  throw DatabaseError(
-      DatabaseError::kNotADatabase,
+  throw engine::DatabaseError(
+      engine::DatabaseError::kNotADatabase,
       std::string("La struttura del database non si legge: ") + sqlite3_errmsg(file));
 }
 
@@ -58,9 +58,10 @@ std::string TextAt(const Handle& handle, int column) {
 // gives its own indexes are understood; an index with any other part does not count.
 class IndexReader {
  public:
-  IndexReader(const TableSchema& table, std::string_view sql) : table_(table), rest_(sql) {}
+  IndexReader(const dialect::TableSchema& table, std::string_view sql)
+      : table_(table), rest_(sql) {}
 
-  std::optional<std::vector<IndexPart>> Parts() {
+  std::optional<std::vector<dialect::IndexPart>> Parts() {
     // The column list is the first bracket behind the table's name, which may hold brackets.
     Skip();
     while (!rest_.empty() && rest_.front() != '(') {
@@ -72,7 +73,7 @@ class IndexReader {
       Skip();
     }
     if (!Take("(")) return std::nullopt;
-    std::vector<IndexPart> parts;
+    std::vector<dialect::IndexPart> parts;
     do {
       const auto part = Part();
       if (!part) return std::nullopt;
@@ -93,7 +94,7 @@ class IndexReader {
 
   bool Take(std::string_view word) {
     Skip();
-    if (!SameText(rest_.substr(0, word.size()), word)) return false;
+    if (!base::SameText(rest_.substr(0, word.size()), word)) return false;
     rest_.remove_prefix(word.size());
     return true;
   }
@@ -122,15 +123,16 @@ class IndexReader {
     const auto name = Name();
     if (!name) return std::nullopt;
     const std::size_t column = table_.FindColumn(*name);
-    return column == TableSchema::kNone ? std::nullopt : std::optional(column);
+    return column == dialect::TableSchema::kNone ? std::nullopt : std::optional(column);
   }
 
-  std::optional<IndexPart> Part() {
-    IndexPart part;
+  std::optional<dialect::IndexPart> Part() {
+    dialect::IndexPart part;
     if (!Take("rtrim(")) {
       const auto column = ColumnNumber();
       // A text column indexed as it stands compares with regard to case, which is no order here.
-      if (!column || table_.columns[*column].type == ColumnType::kText) return std::nullopt;
+      if (!column || table_.columns[*column].type == dialect::ColumnType::kText)
+        return std::nullopt;
       part.column = *column;
       return part;
     }
@@ -151,30 +153,30 @@ class IndexReader {
     return part;
   }
 
-  const TableSchema& table_;
+  const dialect::TableSchema& table_;
   std::string_view rest_;
 };
 
-ColumnType TypeOf(std::string_view declared, bool counter) {
-  if (counter) return ColumnType::kCounter;
-  if (SameText(declared, "INTEGER")) return ColumnType::kInteger;
-  if (SameText(declared, "REAL")) return ColumnType::kReal;
-  if (SameText(declared, "DATETIME")) return ColumnType::kDateTime;
-  if (SameText(declared, "YESNO")) return ColumnType::kYesNo;
-  return ColumnType::kText;
+dialect::ColumnType TypeOf(std::string_view declared, bool counter) {
+  if (counter) return dialect::ColumnType::kCounter;
+  if (base::SameText(declared, "INTEGER")) return dialect::ColumnType::kInteger;
+  if (base::SameText(declared, "REAL")) return dialect::ColumnType::kReal;
+  if (base::SameText(declared, "DATETIME")) return dialect::ColumnType::kDateTime;
+  if (base::SameText(declared, "YESNO")) return dialect::ColumnType::kYesNo;
+  return dialect::ColumnType::kText;
 }
 
 bool HoldsWord(std::string_view text, std::string_view word) {
   for (std::size_t at = 0; at + word.size() <= text.size(); ++at) {
-    if (SameText(text.substr(at, word.size()), word)) return true;
+    if (base::SameText(text.substr(at, word.size()), word)) return true;
   }
   return false;
 }
 
-void ReadColumns(sqlite3* file, TableSchema& table, bool counts) {
+void ReadColumns(sqlite3* file, dialect::TableSchema& table, bool counts) {
   const Handle columns = Prepare(file, "PRAGMA table_info(" + table.quoted + ")");
   std::size_t keys = 0;
-  std::size_t key = TableSchema::kNone;
+  std::size_t key = dialect::TableSchema::kNone;
   while (Step(file, columns)) {
     const std::string name = TextAt(columns, 1);
     table.columns.push_back({name, QuotedName(name), TypeOf(TextAt(columns, 2), false)});
@@ -182,13 +184,13 @@ void ReadColumns(sqlite3* file, TableSchema& table, bool counts) {
     ++keys;
     key = table.columns.size() - 1;
   }
-  if (keys == 1 && table.columns[key].type == ColumnType::kInteger) {
+  if (keys == 1 && table.columns[key].type == dialect::ColumnType::kInteger) {
     table.keyColumn = key;
-    if (counts) table.columns[key].type = ColumnType::kCounter;
+    if (counts) table.columns[key].type = dialect::ColumnType::kCounter;
   }
 }
 
-void ReadIndexes(sqlite3* file, TableSchema& table) {
+void ReadIndexes(sqlite3* file, dialect::TableSchema& table) {
   const Handle indexes = Prepare(file,
                                  "SELECT m.name, m.sql, l.\"unique\" FROM pragma_index_list(?) "
                                  "AS l JOIN sqlite_schema AS m ON m.name = l.name "
@@ -199,7 +201,7 @@ void ReadIndexes(sqlite3* file, TableSchema& table) {
     auto parts = IndexReader(table, TextAt(indexes, 1)).Parts();
     if (!parts) continue;
     if (name.size() > table.name.size() + 1 && name[table.name.size()] == '.' &&
-        SameText(std::string_view(name).substr(0, table.name.size()), table.name)) {
+        base::SameText(std::string_view(name).substr(0, table.name.size()), table.name)) {
       name.erase(0, table.name.size() + 1);
     }
     table.indexes.push_back({name, sqlite3_column_int(indexes.get(), 2) != 0, std::move(*parts)});
@@ -208,20 +210,20 @@ void ReadIndexes(sqlite3* file, TableSchema& table) {
 
 }  // namespace
 
-Schema ReadSchema(sqlite3* file) {
-  std::vector<TableSchema> schema;
+dialect::Schema ReadSchema(sqlite3* file) {
+  std::vector<dialect::TableSchema> schema;
   const Handle tables = Prepare(file,
                                 "SELECT name, sql FROM sqlite_schema WHERE type = 'table' "
                                 "AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY rowid");
   while (Step(file, tables)) {
-    TableSchema table;
+    dialect::TableSchema table;
     table.name = TextAt(tables, 0);
     table.quoted = QuotedName(table.name);
     ReadColumns(file, table, HoldsWord(TextAt(tables, 1), "AUTOINCREMENT"));
     ReadIndexes(file, table);
     schema.push_back(std::move(table));
   }
-  return Schema(std::move(schema));
+  return dialect::Schema(std::move(schema));
 }
 
 std::string QuotedName(std::string_view name) {
@@ -234,12 +236,12 @@ std::string QuotedName(std::string_view name) {
   return quoted;
 }
 
-std::string PartSql(const TableSchema& table, const IndexPart& part) {
-  const Column& column = table.columns[part.column];
-  if (column.type != ColumnType::kText) return column.quoted;
+std::string PartSql(const dialect::TableSchema& table, const dialect::IndexPart& part) {
+  const dialect::Column& column = table.columns[part.column];
+  if (column.type != dialect::ColumnType::kText) return column.quoted;
   if (part.prefix == 0) return "rtrim(" + column.quoted + ") COLLATE NOCASE";
   return "rtrim(substr(" + column.quoted + ", 1, " + std::to_string(part.prefix) +
          ")) COLLATE NOCASE";
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

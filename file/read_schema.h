@@ -8,14 +8,14 @@
 
 struct sqlite3;
 
-namespace brenvo {
+namespace brenvo::file {
 
 // Reads an open file's own description. DatabaseError 3343 when it cannot be read.
-Schema ReadSchema(sqlite3* file);
+dialect::Schema ReadSchema(sqlite3* file);
 
 // A name as SQLite's SQL writes it: in quotes.
 std::string QuotedName(std::string_view name);
 // What an index holds of a part, as SQL: "Call", rtrim("Call") COLLATE NOCASE, ...
-std::string PartSql(const TableSchema& table, const IndexPart& part);
+std::string PartSql(const dialect::TableSchema& table, const dialect::IndexPart& part);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -3,15 +3,15 @@
 #include "dialect/convert.h"
 #include "engine/recordset_errors.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 void RecordEdit::BeginNew() {
   Cancel();
   mode_ = Mode::kNew;
-  values_.assign(table_.columns.size(), Value());
+  values_.assign(table_.columns.size(), engine::Value());
   touched_.assign(table_.columns.size(), false);
   for (std::size_t i = 0; i < values_.size(); ++i) {
-    values_[i] = ToColumn(Value(), table_.columns[i].type, table_.columns[i].name);
+    values_[i] = dialect::ToColumn(engine::Value(), table_.columns[i].type, table_.columns[i].name);
   }
 }
 
@@ -19,23 +19,23 @@ void RecordEdit::BeginChange(std::int64_t key) {
   Cancel();
   mode_ = Mode::kChange;
   key_ = key;
-  values_.assign(table_.columns.size(), Value());
+  values_.assign(table_.columns.size(), engine::Value());
   touched_.assign(table_.columns.size(), false);
 }
 
 void RecordEdit::Cancel() { mode_ = Mode::kNone; }
 
-void RecordEdit::Set(std::size_t column, const Value& value) {
+void RecordEdit::Set(std::size_t column, const engine::Value& value) {
   if (mode_ == Mode::kNone) {
-    throw DatabaseError(DatabaseError::kUpdateWithoutEdit,
-                        "Aggiornamento senza nuovo record e senza modifica.");
+    throw engine::DatabaseError(engine::DatabaseError::kUpdateWithoutEdit,
+                                "Aggiornamento senza nuovo record e senza modifica.");
   }
-  const Column& target = table_.columns[column];
-  if (target.type == ColumnType::kCounter) {
-    throw DatabaseError(DatabaseError::kInvalidOperation,
-                        "Il contatore '" + target.name + "' non si puo' scrivere.");
+  const dialect::Column& target = table_.columns[column];
+  if (target.type == dialect::ColumnType::kCounter) {
+    throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
+                                "Il contatore '" + target.name + "' non si puo' scrivere.");
   }
-  values_[column] = ToColumn(value, target.type, target.name);
+  values_[column] = dialect::ToColumn(value, target.type, target.name);
   touched_[column] = true;
 }
 
@@ -43,8 +43,8 @@ bool RecordEdit::Has(std::size_t column) const {
   return mode_ == Mode::kNew || (mode_ == Mode::kChange && touched_[column]);
 }
 
-Value RecordEdit::Get(std::size_t column) const {
-  return FromRaw(values_[column], TypeOfColumn(table_.columns[column].type));
+engine::Value RecordEdit::Get(std::size_t column) const {
+  return FromRaw(values_[column], dialect::TypeOfColumn(table_.columns[column].type));
 }
 
 std::int64_t RecordEdit::Write(Connection& connection) {
@@ -59,15 +59,15 @@ std::int64_t RecordEdit::Write(Connection& connection) {
       Change(connection);
       return key_;
   }
-  throw DatabaseError(DatabaseError::kUpdateWithoutEdit,
-                      "Aggiornamento senza nuovo record e senza modifica.");
+  throw engine::DatabaseError(engine::DatabaseError::kUpdateWithoutEdit,
+                              "Aggiornamento senza nuovo record e senza modifica.");
 }
 
 std::int64_t RecordEdit::Insert(Connection& connection) {
-  std::vector<Value> parameters;
+  std::vector<engine::Value> parameters;
   parameters.reserve(values_.size());
   for (std::size_t i = 0; i < values_.size(); ++i) {
-    if (table_.columns[i].type == ColumnType::kCounter) continue;
+    if (table_.columns[i].type == dialect::ColumnType::kCounter) continue;
     parameters.push_back(std::move(values_[i]));
   }
   if (insert_.empty()) insert_ = InsertStatement();
@@ -78,8 +78,8 @@ std::int64_t RecordEdit::Insert(Connection& connection) {
 std::string RecordEdit::InsertStatement() const {
   std::string names;
   std::string marks;
-  for (const Column& column : table_.columns) {
-    if (column.type == ColumnType::kCounter) continue;
+  for (const dialect::Column& column : table_.columns) {
+    if (column.type == dialect::ColumnType::kCounter) continue;
     names += (names.empty() ? "" : ", ") + column.quoted;
     marks += marks.empty() ? "?" : ", ?";
   }
@@ -88,7 +88,7 @@ std::string RecordEdit::InsertStatement() const {
 
 void RecordEdit::Change(Connection& connection) {
   std::string sql = "UPDATE " + table_.quoted + " SET ";
-  std::vector<Value> parameters;
+  std::vector<engine::Value> parameters;
   for (std::size_t i = 0; i < values_.size(); ++i) {
     if (!touched_[i]) continue;
     if (!parameters.empty()) sql += ", ";
@@ -98,13 +98,13 @@ void RecordEdit::Change(Connection& connection) {
   if (parameters.empty()) return;
   parameters.emplace_back(key_);
   if (connection.Write(table_, sql + " WHERE rowid = ?", std::move(parameters)) == 0) {
-    FailRecordDeleted();
+    engine::FailRecordDeleted();
   }
 }
 
-void DeleteRow(Connection& connection, const TableSchema& table, std::int64_t key) {
+void DeleteRow(Connection& connection, const dialect::TableSchema& table, std::int64_t key) {
   const std::string sql = "DELETE FROM " + table.quoted + " WHERE rowid = ?";
-  if (connection.Write(table, sql, {Value(key)}) == 0) FailRecordDeleted();
+  if (connection.Write(table, sql, {engine::Value(key)}) == 0) engine::FailRecordDeleted();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -4,15 +4,15 @@
 #include <cstdint>
 #include <vector>
 
+#include "connection.h"
 #include "dialect/schema.h"
 #include "engine/value.h"
-#include "connection.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 class RecordEdit {
  public:
-  explicit RecordEdit(const TableSchema& table) : table_(table) {}
+  explicit RecordEdit(const dialect::TableSchema& table) : table_(table) {}
 
   bool IsNew() const { return mode_ == Mode::kNew; }
   void BeginNew();
@@ -21,10 +21,10 @@ class RecordEdit {
 
   // DatabaseError 3020 outside AddNew and Edit, 3421 when the column cannot hold the value, 3219
   // for the counter.
-  void Set(std::size_t column, const Value& value);
+  void Set(std::size_t column, const engine::Value& value);
   // Whether the record holds a value of its own for the column: always, when it is new.
   bool Has(std::size_t column) const;
-  Value Get(std::size_t column) const;
+  engine::Value Get(std::size_t column) const;
 
   // Writes the record, which is then over whatever happens, and returns its key.
   std::int64_t Write(Connection& connection);
@@ -36,15 +36,15 @@ class RecordEdit {
   std::string InsertStatement() const;
   void Change(Connection& connection);
 
-  const TableSchema& table_;
+  const dialect::TableSchema& table_;
   Mode mode_ = Mode::kNone;
   std::int64_t key_ = 0;
-  std::vector<Value> values_;  // as stored
+  std::vector<engine::Value> values_;  // as stored
   std::vector<bool> touched_;
   std::string insert_;  // the statement, made when it is needed
 };
 
 // DatabaseError 3167 when the row is gone; what it reports else is that of Connection::Write.
-void DeleteRow(Connection& connection, const TableSchema& table, std::int64_t key);
+void DeleteRow(Connection& connection, const dialect::TableSchema& table, std::int64_t key);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

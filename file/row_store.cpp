@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 constexpr std::size_t kBlockSize = 1 << 20;
@@ -81,7 +81,7 @@ void RowStore::Append(sqlite3_stmt* statement) {
   }
 }
 
-Value RowStore::Cell(std::int64_t row, std::size_t column) const {
+engine::Value RowStore::Cell(std::int64_t row, std::size_t column) const {
   const Place place = rows_[static_cast<std::size_t>(row)];
   const char* const block = blocks_[place.block].data();
   if (row != reached_.row || column < reached_.column) reached_ = {row, 0, place.offset};
@@ -91,14 +91,14 @@ Value RowStore::Cell(std::int64_t row, std::size_t column) const {
   const char* const at = block + reached_.offset;
   switch (*at) {
     case kWhole:
-      return Value(Get<std::int64_t>(at + 1));
+      return engine::Value(Get<std::int64_t>(at + 1));
     case kReal:
-      return Value(Get<double>(at + 1));
+      return engine::Value(Get<double>(at + 1));
     case kText:
-      return Value(std::string(at + 1 + sizeof(std::uint32_t), Get<std::uint32_t>(at + 1)));
+      return engine::Value(std::string(at + 1 + sizeof(std::uint32_t), Get<std::uint32_t>(at + 1)));
     default:
       return {};
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

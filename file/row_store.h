@@ -10,7 +10,7 @@
 
 struct sqlite3_stmt;
 
-namespace brenvo {
+namespace brenvo::file {
 
 class RowStore {
  public:
@@ -19,7 +19,7 @@ class RowStore {
   // The row on which the statement stands.
   void Append(sqlite3_stmt* statement);
   // A cell as the file holds it.
-  Value Cell(std::int64_t row, std::size_t column) const;
+  engine::Value Cell(std::int64_t row, std::size_t column) const;
 
  private:
   struct Place {
@@ -35,4 +35,4 @@ class RowStore {
   mutable Reached reached_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::file

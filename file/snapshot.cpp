@@ -5,7 +5,7 @@
 #include "dialect/convert.h"
 #include "engine/recordset_errors.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 SnapshotRows::SnapshotRows(std::shared_ptr<Connection> connection, std::string_view select)
     : connection_(std::move(connection)) {
@@ -33,7 +33,7 @@ void SnapshotRows::Close() {
 void SnapshotRows::RequireOpen() const { connection_->RequireOpen(); }
 
 bool SnapshotRows::ReadOne() {
-  if (failure_) throw DatabaseError(*failure_);
+  if (failure_) throw engine::DatabaseError(*failure_);
   if (complete_) return false;
   if (run_.Step()) {
     rows_.Append(run_.Handle());
@@ -60,7 +60,7 @@ void SnapshotRows::ReadRest() {
     SettleOrder();
     while (ReadOne()) {
     }
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     failure_ = failure;
     run_ = Running();
   }
@@ -88,14 +88,14 @@ void SnapshotRows::MoveLast() {
 
 void SnapshotRows::MoveNext() {
   RequireOpen();
-  if (EOF_()) FailNoCurrentRecord();
+  if (EOF_()) engine::FailNoCurrentRecord();
   SettleOrder();
   Reach(at_ + 1);
 }
 
 void SnapshotRows::MovePrevious() {
   RequireOpen();
-  if (BOF()) FailNoCurrentRecord();
+  if (BOF()) engine::FailNoCurrentRecord();
   --at_;
 }
 
@@ -116,35 +116,37 @@ std::int64_t SnapshotRows::RecordCount() {
 
 void SnapshotRows::RequireRecord() const {
   RequireOpen();
-  if (at_ < 0 || at_ >= rows_.Size()) FailNoCurrentRecord();
+  if (at_ < 0 || at_ >= rows_.Size()) engine::FailNoCurrentRecord();
 }
 
 const std::vector<std::string>& SnapshotRows::Columns() const {
   if (names_.empty()) {
-    for (const OutputColumn& column : query_.columns) names_.push_back(column.name);
+    for (const dialect::OutputColumn& column : query_.columns) names_.push_back(column.name);
   }
   return names_;
 }
 
-Value SnapshotRows::Field(std::string_view column) { return Field(PlaceOf(Columns(), column)); }
+engine::Value SnapshotRows::Field(std::string_view column) {
+  return Field(engine::PlaceOf(Columns(), column));
+}
 
-Value SnapshotRows::Field(std::size_t column) {
+engine::Value SnapshotRows::Field(std::size_t column) {
   RequireRecord();
-  if (column >= query_.columns.size()) PlaceOf(Columns(), std::to_string(column));
+  if (column >= query_.columns.size()) engine::PlaceOf(Columns(), std::to_string(column));
   SettleOrder();
   RequireRecord();
   return FromRaw(rows_.Cell(at_, column), query_.columns[column].type);
 }
 
-Bookmark SnapshotRows::GetBookmark() {
+engine::Bookmark SnapshotRows::GetBookmark() {
   RequireRecord();
   return {at_};
 }
 
-void SnapshotRows::SetBookmark(Bookmark bookmark) {
+void SnapshotRows::SetBookmark(engine::Bookmark bookmark) {
   RequireOpen();
-  if (bookmark.key < 0 || bookmark.key >= rows_.Size()) FailRecordDeleted();
+  if (bookmark.key < 0 || bookmark.key >= rows_.Size()) engine::FailRecordDeleted();
   at_ = bookmark.key;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

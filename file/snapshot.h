@@ -7,9 +7,9 @@
 #include "row_store.h"
 #include "translate.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
-class SnapshotRows final : public Snapshot, private LazyReader {
+class SnapshotRows final : public engine::Snapshot, private LazyReader {
  public:
   SnapshotRows(std::shared_ptr<Connection> connection, std::string_view select);
   ~SnapshotRows() override;
@@ -22,16 +22,18 @@ class SnapshotRows final : public Snapshot, private LazyReader {
   bool EOF_() override;
   std::int64_t RecordCount() override;
   const std::vector<std::string>& Columns() const override;
-  using Snapshot::Field;
-  Value Field(std::string_view column) override;
-  Value Field(std::size_t column) override;
-  Bookmark GetBookmark() override;
-  void SetBookmark(Bookmark bookmark) override;
+  using engine::Snapshot::Field;
+  engine::Value Field(std::string_view column) override;
+  engine::Value Field(std::size_t column) override;
+  engine::Bookmark GetBookmark() override;
+  void SetBookmark(engine::Bookmark bookmark) override;
   void Close() override;
 
  private:
   void ReadRest() override;
-  const std::vector<const TableSchema*>& TablesRead() const override { return query_.tables; }
+  const std::vector<const dialect::TableSchema*>& TablesRead() const override {
+    return query_.tables;
+  }
 
   void RequireOpen() const;
   void RequireRecord() const;
@@ -48,9 +50,9 @@ class SnapshotRows final : public Snapshot, private LazyReader {
   RowStore rows_;
   bool orderOpen_ = false;  // the row read so far may not be the first one
   bool complete_ = false;
-  std::optional<DatabaseError> failure_;  // what stands behind the rows that could be read
-  std::int64_t at_ = 0;                   // -1 before the first; the number of rows behind the last
+  std::optional<engine::DatabaseError> failure_;  // what stands behind the rows that could be read
+  std::int64_t at_ = 0;  // -1 before the first; the number of rows behind the last
   std::int64_t reached_ = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -7,42 +7,43 @@
 #include "sql_writer.h"
 #include "sqlite_functions.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 constexpr std::string_view kAsciiOrder = "NOCASE";
 
-bool IsTextual(const Node& node) { return node.type == ValueType::kText; }
+bool IsTextual(const dialect::Node& node) { return node.type == dialect::ValueType::kText; }
 
 // The index part that the node is the same as: a column, or the first characters of one.
 struct PartOfNode {
-  const TableSchema* table = nullptr;
-  IndexPart part;
+  const dialect::TableSchema* table = nullptr;
+  dialect::IndexPart part;
 };
 
-PartOfNode PartOf(const Node& node) {
-  if (node.kind == NodeKind::kColumn) return {node.table, {node.column, 0}};
-  if (node.kind == NodeKind::kCall && node.function->kind == Function::Kind::kLeft &&
-      node.children[0]->kind == NodeKind::kColumn && IsTextual(*node.children[0]) &&
-      node.children[1]->kind == NodeKind::kInteger && node.children[1]->integer > 0 &&
+PartOfNode PartOf(const dialect::Node& node) {
+  if (node.kind == dialect::NodeKind::kColumn) return {node.table, {node.column, 0}};
+  if (node.kind == dialect::NodeKind::kCall &&
+      node.function->kind == dialect::Function::Kind::kLeft &&
+      node.children[0]->kind == dialect::NodeKind::kColumn && IsTextual(*node.children[0]) &&
+      node.children[1]->kind == dialect::NodeKind::kInteger && node.children[1]->integer > 0 &&
       node.children[1]->integer < 256) {
-    const Node& column = *node.children[0];
+    const dialect::Node& column = *node.children[0];
     return {column.table, {column.column, static_cast<int>(node.children[1]->integer)}};
   }
   return {};
 }
 
-bool IsIndexed(const Node& node) {
+bool IsIndexed(const dialect::Node& node) {
   const PartOfNode part = PartOf(node);
   return part.table != nullptr && part.table->IsIndexed(part.part);
 }
 
-std::string_view OrderForComparison(const Node* const* nodes, std::size_t count) {
+std::string_view OrderForComparison(const dialect::Node* const* nodes, std::size_t count) {
   bool constant = false;
   bool indexed = false;
   for (std::size_t i = 0; i < count; ++i) {
-    if (nodes[i]->kind == NodeKind::kText) {
-      if (NeedsFolding(nodes[i]->text)) return kFoldingOrder;
+    if (nodes[i]->kind == dialect::NodeKind::kText) {
+      if (dialect::NeedsFolding(nodes[i]->text)) return kFoldingOrder;
       constant = true;
     }
     indexed = indexed || IsIndexed(*nodes[i]);
@@ -50,28 +51,30 @@ std::string_view OrderForComparison(const Node* const* nodes, std::size_t count)
   return constant || indexed ? kAsciiOrder : kFoldingOrder;
 }
 
-NodeKind Mirrored(NodeKind kind) {
+dialect::NodeKind Mirrored(dialect::NodeKind kind) {
   switch (kind) {
-    case NodeKind::kLess:
-      return NodeKind::kGreater;
-    case NodeKind::kLessEqual:
-      return NodeKind::kGreaterEqual;
-    case NodeKind::kGreater:
-      return NodeKind::kLess;
-    case NodeKind::kGreaterEqual:
-      return NodeKind::kLessEqual;
+    case dialect::NodeKind::kLess:
+      return dialect::NodeKind::kGreater;
+    case dialect::NodeKind::kLessEqual:
+      return dialect::NodeKind::kGreaterEqual;
+    case dialect::NodeKind::kGreater:
+      return dialect::NodeKind::kLess;
+    case dialect::NodeKind::kGreaterEqual:
+      return dialect::NodeKind::kLessEqual;
     default:
       return kind;
   }
 }
 
-bool IsDateValueOfColumn(const Node& node) {
-  return node.kind == NodeKind::kCall && node.function->kind == Function::Kind::kDateValue &&
-         node.children[0]->kind == NodeKind::kColumn && node.children[0]->type == ValueType::kDate;
+bool IsDateValueOfColumn(const dialect::Node& node) {
+  return node.kind == dialect::NodeKind::kCall &&
+         node.function->kind == dialect::Function::Kind::kDateValue &&
+         node.children[0]->kind == dialect::NodeKind::kColumn &&
+         node.children[0]->type == dialect::ValueType::kDate;
 }
 
-bool IsDay(const Node& node) {
-  return node.kind == NodeKind::kDate && node.date.TimePart() == DateTime();
+bool IsDay(const dialect::Node& node) {
+  return node.kind == dialect::NodeKind::kDate && node.date.TimePart() == base::DateTime();
 }
 
 // The first text, in SQLite's own order without regard to case, behind all that begin so.
@@ -89,13 +92,13 @@ std::string Successor(std::string prefix) {
 
 // Indexes hold texts in the order that SQLite brings along. Where no index can serve, letters
 // outside ASCII are folded too.
-std::string_view SqlWriter::SortOrder(const Node& node) {
+std::string_view SqlWriter::SortOrder(const dialect::Node& node) {
   return IsIndexed(node) ? kAsciiOrder : kFoldingOrder;
 }
 
-void SqlWriter::Comparand(const Node& node, std::string_view order) {
-  if (node.kind == NodeKind::kText) {
-    Parameter(Value(RTrim(node.text)));
+void SqlWriter::Comparand(const dialect::Node& node, std::string_view order) {
+  if (node.kind == dialect::NodeKind::kText) {
+    Parameter(engine::Value(base::RTrim(node.text)));
   } else {
     Add("rtrim(");
     Plain(node);
@@ -105,18 +108,18 @@ void SqlWriter::Comparand(const Node& node, std::string_view order) {
   Add(order);
 }
 
-void SqlWriter::Comparison(const Node& node) {
+void SqlWriter::Comparison(const dialect::Node& node) {
   if (DayRange(node)) return;
-  const Node& left = *node.children[0];
-  const Node& right = *node.children[1];
+  const dialect::Node& left = *node.children[0];
+  const dialect::Node& right = *node.children[1];
   if (!IsTextual(left) && !IsTextual(right)) {
     Operand(left);
     Add(SymbolOf(node.kind));
     return Operand(right);
   }
-  if (node.kind == NodeKind::kEqual) {
-    if (right.kind == NodeKind::kText && PrefixEquality(left, right.text)) return;
-    if (left.kind == NodeKind::kText && PrefixEquality(right, left.text)) return;
+  if (node.kind == dialect::NodeKind::kEqual) {
+    if (right.kind == dialect::NodeKind::kText && PrefixEquality(left, right.text)) return;
+    if (left.kind == dialect::NodeKind::kText && PrefixEquality(right, left.text)) return;
   }
   const std::string_view order = OrderForComparison(node.children.data(), 2);
   Comparand(left, order);
@@ -125,45 +128,45 @@ void SqlWriter::Comparison(const Node& node) {
 }
 
 // The stored texts of a day are those that begin with it: "~" sorts behind whatever follows.
-void SqlWriter::DayBound(const Node& dateValue, std::string_view symbol, const Node& day,
-                         bool end) {
+void SqlWriter::DayBound(const dialect::Node& dateValue, std::string_view symbol,
+                         const dialect::Node& day, bool end) {
   ColumnName(*dateValue.children[0]);
   Add(symbol);
-  std::string bound = IsoText(day.date).substr(0, 10);
+  std::string bound = base::IsoText(day.date).substr(0, 10);
   if (end) bound += '~';
-  Parameter(Value(std::move(bound)));
+  Parameter(engine::Value(std::move(bound)));
 }
 
 // DateValue(column) against a day is a range of the column, so that its index serves.
-bool SqlWriter::DayRange(const Node& node) {
-  const Node* value = node.children[0];
-  const Node* day = node.children[1];
-  NodeKind kind = node.kind;
+bool SqlWriter::DayRange(const dialect::Node& node) {
+  const dialect::Node* value = node.children[0];
+  const dialect::Node* day = node.children[1];
+  dialect::NodeKind kind = node.kind;
   if (!IsDateValueOfColumn(*value)) {
     std::swap(value, day);
     kind = Mirrored(kind);
   }
   if (!IsDateValueOfColumn(*value) || !IsDay(*day)) return false;
   switch (kind) {
-    case NodeKind::kEqual:
+    case dialect::NodeKind::kEqual:
       DayBound(*value, " >= ", *day, false);
       Add(" AND ");
       DayBound(*value, " < ", *day, true);
       break;
-    case NodeKind::kNotEqual:
+    case dialect::NodeKind::kNotEqual:
       Add("(");
       DayBound(*value, " < ", *day, false);
       Add(" OR ");
       DayBound(*value, " >= ", *day, true);
       Add(")");
       break;
-    case NodeKind::kLess:
+    case dialect::NodeKind::kLess:
       DayBound(*value, " < ", *day, false);
       break;
-    case NodeKind::kLessEqual:
+    case dialect::NodeKind::kLessEqual:
       DayBound(*value, " < ", *day, true);
       break;
-    case NodeKind::kGreater:
+    case dialect::NodeKind::kGreater:
       DayBound(*value, " >= ", *day, true);
       break;
     default:
@@ -174,38 +177,39 @@ bool SqlWriter::DayRange(const Node& node) {
 }
 
 // A column that no index holds whole but one by its first characters: they are asked for too.
-bool SqlWriter::PrefixEquality(const Node& column, std::string_view text) {
-  if (column.kind != NodeKind::kColumn || NeedsFolding(text)) return false;
+bool SqlWriter::PrefixEquality(const dialect::Node& column, std::string_view text) {
+  if (column.kind != dialect::NodeKind::kColumn || dialect::NeedsFolding(text)) return false;
   if (column.table->LeadsAnIndex({column.column, 0})) return false;
   const std::vector<int> lengths = column.table->LeadingPrefixes(column.column);
   if (lengths.empty()) return false;
   Head(column, lengths.front());
   Add(" = ");
-  Parameter(Value(RTrim(Left(text, static_cast<std::size_t>(lengths.front())))));
+  Parameter(
+      engine::Value(base::RTrim(base::Left(text, static_cast<std::size_t>(lengths.front())))));
   Add(" AND ");
   Comparand(column, kAsciiOrder);
   Add(" = ");
-  Parameter(Value(RTrim(text)));
+  Parameter(engine::Value(base::RTrim(text)));
   return true;
 }
 
-void SqlWriter::Like(const Node& node) {
-  const Node& value = *node.children[0];
-  const Node& pattern = *node.children[1];
+void SqlWriter::Like(const dialect::Node& node) {
+  const dialect::Node& value = *node.children[0];
+  const dialect::Node& pattern = *node.children[1];
   if (node.negated) Add("NOT (");
   bool written = false;
-  if (IsTextual(value) && pattern.kind == NodeKind::kText) {
-    const LikePattern read(pattern.text);
-    const bool folds = NeedsFolding(read.Literal());
-    if (read.GetShape() == LikePattern::Shape::kText) {
+  if (IsTextual(value) && pattern.kind == dialect::NodeKind::kText) {
+    const dialect::LikePattern read(pattern.text);
+    const bool folds = dialect::NeedsFolding(read.Literal());
+    if (read.GetShape() == dialect::LikePattern::Shape::kText) {
       if (!PrefixEquality(value, read.Literal())) {
         const std::string_view order = folds ? kFoldingOrder : kAsciiOrder;
         Comparand(value, order);
         Add(" = ");
-        Parameter(Value(RTrim(read.Literal())));
+        Parameter(engine::Value(base::RTrim(read.Literal())));
       }
       written = true;
-    } else if (read.GetShape() == LikePattern::Shape::kPrefix && !folds &&
+    } else if (read.GetShape() == dialect::LikePattern::Shape::kPrefix && !folds &&
                PartOf(value).table != nullptr) {
       Prefix(value, read.Literal());
       written = true;
@@ -222,17 +226,17 @@ void SqlWriter::Like(const Node& node) {
 }
 
 // The value begins with the prefix, or is a Null.
-void SqlWriter::Prefix(const Node& value, const std::string& prefix) {
+void SqlWriter::Prefix(const dialect::Node& value, const std::string& prefix) {
   const bool blankEnd = prefix.ends_with(' ');
-  const std::size_t length = Len(prefix);
-  if (value.kind == NodeKind::kColumn && !value.table->LeadsAnIndex({value.column, 0}) &&
+  const std::size_t length = base::Len(prefix);
+  if (value.kind == dialect::NodeKind::kColumn && !value.table->LeadsAnIndex({value.column, 0}) &&
       length > 0) {
     for (const int held : value.table->LeadingPrefixes(value.column)) {
       const auto count = static_cast<std::size_t>(held);
       if (length > count) {
         Head(value, held);
         Add(" = ");
-        Parameter(Value(RTrim(Left(prefix, count))));
+        Parameter(engine::Value(base::RTrim(base::Left(prefix, count))));
         Add(" AND ");
         break;
       }
@@ -240,27 +244,27 @@ void SqlWriter::Prefix(const Node& value, const std::string& prefix) {
       Head(value, held);
       if (length == count) {
         Add(" = ");
-        return Parameter(Value(prefix));
+        return Parameter(engine::Value(prefix));
       }
       Add(" >= ");
-      Parameter(Value(prefix));
+      Parameter(engine::Value(prefix));
       Add(" AND ");
       Head(value, held);
       Add(" < ");
-      return Parameter(Value(Successor(prefix)));
+      return Parameter(engine::Value(Successor(prefix)));
     }
   }
   Comparand(value, kAsciiOrder);
   Add(" >= ");
-  Parameter(Value(prefix));
+  Parameter(engine::Value(prefix));
   if (prefix.empty()) return;
   Add(" AND ");
   Comparand(value, kAsciiOrder);
   Add(" < ");
-  Parameter(Value(Successor(prefix)));
+  Parameter(engine::Value(Successor(prefix)));
 }
 
-void SqlWriter::Head(const Node& column, int length) {
+void SqlWriter::Head(const dialect::Node& column, int length) {
   Add("rtrim(substr(");
   ColumnName(column);
   Add(", 1, ");
@@ -268,10 +272,10 @@ void SqlWriter::Head(const Node& column, int length) {
   Add(")) COLLATE NOCASE");
 }
 
-void SqlWriter::Between(const Node& node) {
-  const Node& value = *node.children[0];
-  const Node& low = *node.children[1];
-  const Node& high = *node.children[2];
+void SqlWriter::Between(const dialect::Node& node) {
+  const dialect::Node& value = *node.children[0];
+  const dialect::Node& low = *node.children[1];
+  const dialect::Node& high = *node.children[2];
   if (node.negated) Add("NOT (");
   if (IsDateValueOfColumn(value) && IsDay(low) && IsDay(high)) {
     DayBound(value, " >= ", low, false);
@@ -294,9 +298,9 @@ void SqlWriter::Between(const Node& node) {
   if (node.negated) Add(")");
 }
 
-void SqlWriter::In(const Node& node) {
-  const Node& value = *node.children[0];
-  const auto isText = [](const Node* child) { return IsTextual(*child); };
+void SqlWriter::In(const dialect::Node& node) {
+  const dialect::Node& value = *node.children[0];
+  const auto isText = [](const dialect::Node* child) { return IsTextual(*child); };
   const bool textual = std::any_of(node.children.begin(), node.children.end(), isText) ||
                        (node.select != nullptr && IsTextual(*node.select->items[0].value));
   if (node.negated) Add("NOT (");
@@ -308,8 +312,9 @@ void SqlWriter::In(const Node& node) {
     Operand(value);
   }
   Add(" IN (");
-  const auto member = [&](const Node& child) {
-    if (textual && child.kind == NodeKind::kText) return Parameter(Value(RTrim(child.text)));
+  const auto member = [&](const dialect::Node& child) {
+    if (textual && child.kind == dialect::NodeKind::kText)
+      return Parameter(engine::Value(base::RTrim(child.text)));
     if (textual) Add("rtrim(");
     Plain(child);
     if (textual) Add(")");
@@ -326,4 +331,4 @@ void SqlWriter::In(const Node& node) {
   Add(node.negated ? "))" : ")");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -8,27 +8,27 @@
 #include "read_schema.h"
 #include "sqlite_functions.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
-std::string_view SymbolOf(NodeKind kind) {
+std::string_view SymbolOf(dialect::NodeKind kind) {
   switch (kind) {
-    case NodeKind::kEqual:
+    case dialect::NodeKind::kEqual:
       return " = ";
-    case NodeKind::kNotEqual:
+    case dialect::NodeKind::kNotEqual:
       return " <> ";
-    case NodeKind::kLess:
+    case dialect::NodeKind::kLess:
       return " < ";
-    case NodeKind::kLessEqual:
+    case dialect::NodeKind::kLessEqual:
       return " <= ";
-    case NodeKind::kGreater:
+    case dialect::NodeKind::kGreater:
       return " > ";
-    case NodeKind::kGreaterEqual:
+    case dialect::NodeKind::kGreaterEqual:
       return " >= ";
-    case NodeKind::kAdd:
+    case dialect::NodeKind::kAdd:
       return " + ";
-    case NodeKind::kSubtract:
+    case dialect::NodeKind::kSubtract:
       return " - ";
-    case NodeKind::kMultiply:
+    case dialect::NodeKind::kMultiply:
       return " * ";
     default:
       return " ";
@@ -37,12 +37,12 @@ std::string_view SymbolOf(NodeKind kind) {
 
 void SqlWriter::Name(std::string_view name) { sql += QuotedName(name); }
 
-void SqlWriter::Parameter(Value value) {
+void SqlWriter::Parameter(engine::Value value) {
   sql += '?';
   parameters.push_back(std::move(value));
 }
 
-void SqlWriter::ColumnName(const Node& node) {
+void SqlWriter::ColumnName(const dialect::Node& node) {
   if (!node.qualifier.empty()) {
     Name(node.qualifier);
     sql += '.';
@@ -50,54 +50,55 @@ void SqlWriter::ColumnName(const Node& node) {
   Add(node.table->columns[node.column].quoted);
 }
 
-void SqlWriter::Join(const Node& node, std::string_view word) {
+void SqlWriter::Join(const dialect::Node& node, std::string_view word) {
   for (std::size_t i = 0; i < node.children.size(); ++i) {
     if (i > 0) Add(word);
-    const Node& child = *node.children[i];
-    const bool bracket = node.kind == NodeKind::kAnd && child.kind == NodeKind::kOr;
+    const dialect::Node& child = *node.children[i];
+    const bool bracket =
+        node.kind == dialect::NodeKind::kAnd && child.kind == dialect::NodeKind::kOr;
     if (bracket) Add("(");
     Condition(child);
     if (bracket) Add(")");
   }
 }
 
-void SqlWriter::Condition(const Node& node) {
+void SqlWriter::Condition(const dialect::Node& node) {
   switch (node.kind) {
-    case NodeKind::kOr:
+    case dialect::NodeKind::kOr:
       return Join(node, " OR ");
-    case NodeKind::kAnd:
+    case dialect::NodeKind::kAnd:
       return Join(node, " AND ");
-    case NodeKind::kNot:
+    case dialect::NodeKind::kNot:
       Add("NOT (");
       Condition(*node.children[0]);
       return Add(")");
-    case NodeKind::kEqual:
-    case NodeKind::kNotEqual:
-    case NodeKind::kLess:
-    case NodeKind::kLessEqual:
-    case NodeKind::kGreater:
-    case NodeKind::kGreaterEqual:
+    case dialect::NodeKind::kEqual:
+    case dialect::NodeKind::kNotEqual:
+    case dialect::NodeKind::kLess:
+    case dialect::NodeKind::kLessEqual:
+    case dialect::NodeKind::kGreater:
+    case dialect::NodeKind::kGreaterEqual:
       return Comparison(node);
-    case NodeKind::kLike:
+    case dialect::NodeKind::kLike:
       return Like(node);
-    case NodeKind::kBetween:
+    case dialect::NodeKind::kBetween:
       return Between(node);
-    case NodeKind::kInList:
-    case NodeKind::kInSelect:
+    case dialect::NodeKind::kInList:
+    case dialect::NodeKind::kInSelect:
       return In(node);
-    case NodeKind::kIsNull:
+    case dialect::NodeKind::kIsNull:
       Operand(*node.children[0]);
       return Add(node.negated ? " IS NOT NULL" : " IS NULL");
-    case NodeKind::kExists:
+    case dialect::NodeKind::kExists:
       Add("EXISTS (");
       Select(*node.select);
       return Add(")");
-    case NodeKind::kColumn:
+    case dialect::NodeKind::kColumn:
       ColumnName(node);
       // Yes is stored as -1: an equality is what an index serves.
-      return Add(node.type == ValueType::kYesNo ? " = -1" : " <> 0");
-    case NodeKind::kCall:
-      if (node.function->kind == Function::Kind::kIsNull) {
+      return Add(node.type == dialect::ValueType::kYesNo ? " = -1" : " <> 0");
+    case dialect::NodeKind::kCall:
+      if (node.function->kind == dialect::Function::Kind::kIsNull) {
         Operand(*node.children[0]);
         return Add(" IS NULL");
       }
@@ -109,14 +110,14 @@ void SqlWriter::Condition(const Node& node) {
   Add(" <> 0");
 }
 
-void SqlWriter::Operand(const Node& node) {
+void SqlWriter::Operand(const dialect::Node& node) {
   switch (node.kind) {
-    case NodeKind::kAdd:
-    case NodeKind::kSubtract:
-    case NodeKind::kMultiply:
-    case NodeKind::kDivide:
-    case NodeKind::kConcatenate:
-    case NodeKind::kNegate:
+    case dialect::NodeKind::kAdd:
+    case dialect::NodeKind::kSubtract:
+    case dialect::NodeKind::kMultiply:
+    case dialect::NodeKind::kDivide:
+    case dialect::NodeKind::kConcatenate:
+    case dialect::NodeKind::kNegate:
       Add("(");
       Plain(node);
       return Add(")");
@@ -125,59 +126,59 @@ void SqlWriter::Operand(const Node& node) {
   }
 }
 
-void SqlWriter::Text(const Node& node) {
-  if (node.type == ValueType::kText) return Operand(node);
+void SqlWriter::Text(const dialect::Node& node) {
+  if (node.type == dialect::ValueType::kText) return Operand(node);
   Add("dialect_text(");
   Plain(node);
   Add(")");
 }
 
-void SqlWriter::Plain(const Node& node) {
+void SqlWriter::Plain(const dialect::Node& node) {
   switch (node.kind) {
-    case NodeKind::kText:
-      return Parameter(Value(node.text));
-    case NodeKind::kInteger:
-      return Parameter(Value(node.integer));
-    case NodeKind::kReal:
-      return Parameter(Value(node.real));
-    case NodeKind::kBoolean:
+    case dialect::NodeKind::kText:
+      return Parameter(engine::Value(node.text));
+    case dialect::NodeKind::kInteger:
+      return Parameter(engine::Value(node.integer));
+    case dialect::NodeKind::kReal:
+      return Parameter(engine::Value(node.real));
+    case dialect::NodeKind::kBoolean:
       return Add(node.integer != 0 ? "-1" : "0");
-    case NodeKind::kNull:
+    case dialect::NodeKind::kNull:
       return Add("NULL");
-    case NodeKind::kDate:
-      return Parameter(Value(node.date));
-    case NodeKind::kColumn:
+    case dialect::NodeKind::kDate:
+      return Parameter(engine::Value(node.date));
+    case dialect::NodeKind::kColumn:
       return ColumnName(node);
-    case NodeKind::kCall:
+    case dialect::NodeKind::kCall:
       return Call(node);
-    case NodeKind::kNegate:
+    case dialect::NodeKind::kNegate:
       // The blank keeps two signs from becoming a comment.
       Add("- ");
       return Operand(*node.children[0]);
-    case NodeKind::kAdd:
-      if (node.type == ValueType::kText) {
+    case dialect::NodeKind::kAdd:
+      if (node.type == dialect::ValueType::kText) {
         Operand(*node.children[0]);
         Add(" || ");
         return Operand(*node.children[1]);
       }
       [[fallthrough]];
-    case NodeKind::kSubtract:
-    case NodeKind::kMultiply:
+    case dialect::NodeKind::kSubtract:
+    case dialect::NodeKind::kMultiply:
       Operand(*node.children[0]);
       Add(SymbolOf(node.kind));
       return Operand(*node.children[1]);
-    case NodeKind::kDivide:
+    case dialect::NodeKind::kDivide:
       Add("CAST(");
       Plain(*node.children[0]);
       Add(" AS REAL) / ");
       return Operand(*node.children[1]);
-    case NodeKind::kConcatenate:
+    case dialect::NodeKind::kConcatenate:
       Add("coalesce(");
       Text(*node.children[0]);
       Add(", '') || coalesce(");
       Text(*node.children[1]);
       return Add(", '')");
-    case NodeKind::kSubselect:
+    case dialect::NodeKind::kSubselect:
       Add("(");
       Select(*node.select);
       return Add(")");
@@ -189,11 +190,11 @@ void SqlWriter::Plain(const Node& node) {
   }
 }
 
-void SqlWriter::LeftCall(const Node& node) {
+void SqlWriter::LeftCall(const dialect::Node& node) {
   Add("substr(");
   Plain(*node.children[0]);
-  const Node& count = *node.children[1];
-  if (count.kind == NodeKind::kInteger) {
+  const dialect::Node& count = *node.children[1];
+  if (count.kind == dialect::NodeKind::kInteger) {
     Add(", 1, ");
     Add(std::to_string(std::max<std::int64_t>(0, count.integer)));
   } else {
@@ -204,28 +205,28 @@ void SqlWriter::LeftCall(const Node& node) {
   Add(")");
 }
 
-void SqlWriter::Call(const Node& node) {
-  const Function& function = *node.function;
+void SqlWriter::Call(const dialect::Node& node) {
+  const dialect::Function& function = *node.function;
   switch (function.kind) {
-    case Function::Kind::kLeft:
+    case dialect::Function::Kind::kLeft:
       return LeftCall(node);
-    case Function::Kind::kIsNull:
+    case dialect::Function::Kind::kIsNull:
       Add("-(");
       Condition(node);
       return Add(")");
-    case Function::Kind::kDate:
+    case dialect::Function::Kind::kDate:
       // A date column is one already.
-      if (node.children[0]->kind == NodeKind::kColumn &&
-          node.children[0]->type == ValueType::kDate) {
+      if (node.children[0]->kind == dialect::NodeKind::kColumn &&
+          node.children[0]->type == dialect::ValueType::kDate) {
         return ColumnName(*node.children[0]);
       }
       break;
-    case Function::Kind::kExtreme:
+    case dialect::Function::Kind::kExtreme:
       Add(SqlOf(function.id));
       Add("(");
       SortKey(*node.children[0]);
       return Add(")");
-    case Function::Kind::kCondition:
+    case dialect::Function::Kind::kCondition:
       Add("iif(");
       Condition(*node.children[0]);
       Add(", ");
@@ -246,12 +247,12 @@ void SqlWriter::Call(const Node& node) {
   Add(")");
 }
 
-void SqlWriter::SortKey(const Node& node) {
-  if (node.type == ValueType::kText) return Comparand(node, SortOrder(node));
+void SqlWriter::SortKey(const dialect::Node& node) {
+  if (node.type == dialect::ValueType::kText) return Comparand(node, SortOrder(node));
   Plain(node);
 }
 
-void SqlWriter::Select(const SelectTree& select) {
+void SqlWriter::Select(const dialect::SelectTree& select) {
   Add("SELECT ");
   for (std::size_t i = 0; i < select.items.size(); ++i) {
     if (i > 0) Add(", ");
@@ -261,7 +262,7 @@ void SqlWriter::Select(const SelectTree& select) {
   OrderBy(select);
 }
 
-void SqlWriter::Rows(const SelectTree& select) {
+void SqlWriter::Rows(const dialect::SelectTree& select) {
   for (std::size_t i = 0; i < select.tables.size(); ++i) {
     Add(i == 0 ? " FROM " : ", ");
     Add(select.tables[i].table->quoted);
@@ -274,15 +275,15 @@ void SqlWriter::Rows(const SelectTree& select) {
     Condition(*select.where);
   }
   bool first = true;
-  const auto group = [&](const Node& node) {
+  const auto group = [&](const dialect::Node& node) {
     Add(first ? " GROUP BY " : ", ");
     first = false;
     SortKey(node);
   };
-  for (const Node* node : select.groupBy) group(*node);
+  for (const dialect::Node* node : select.groupBy) group(*node);
   // Texts that differ in case or trailing blanks are one, which SQLite's own DISTINCT ignores.
   if (select.distinct) {
-    for (const SelectItem& item : select.items) group(*item.value);
+    for (const dialect::SelectItem& item : select.items) group(*item.value);
   }
   if (select.having != nullptr) {
     Add(" HAVING ");
@@ -290,7 +291,7 @@ void SqlWriter::Rows(const SelectTree& select) {
   }
 }
 
-void SqlWriter::OrderBy(const SelectTree& select) {
+void SqlWriter::OrderBy(const dialect::SelectTree& select) {
   for (std::size_t i = 0; i < select.orderBy.size(); ++i) {
     Add(i == 0 ? " ORDER BY " : ", ");
     SortKey(*select.orderBy[i].value);
@@ -298,32 +299,33 @@ void SqlWriter::OrderBy(const SelectTree& select) {
   }
 }
 
-void SqlWriter::Stored(const Node& node, const Column& column) {
+void SqlWriter::Stored(const dialect::Node& node, const dialect::Column& column) {
   switch (node.kind) {
-    case NodeKind::kText:
-      return Parameter(ToColumn(Value(node.text), column.type, column.name));
-    case NodeKind::kInteger:
-    case NodeKind::kBoolean:
-      return Parameter(ToColumn(Value(node.integer), column.type, column.name));
-    case NodeKind::kReal:
-      return Parameter(ToColumn(Value(node.real), column.type, column.name));
-    case NodeKind::kDate:
-      return Parameter(ToColumn(Value(node.date), column.type, column.name));
-    case NodeKind::kNull:
-      return Parameter(ToColumn(Value(), column.type, column.name));
+    case dialect::NodeKind::kText:
+      return Parameter(dialect::ToColumn(engine::Value(node.text), column.type, column.name));
+    case dialect::NodeKind::kInteger:
+    case dialect::NodeKind::kBoolean:
+      return Parameter(dialect::ToColumn(engine::Value(node.integer), column.type, column.name));
+    case dialect::NodeKind::kReal:
+      return Parameter(dialect::ToColumn(engine::Value(node.real), column.type, column.name));
+    case dialect::NodeKind::kDate:
+      return Parameter(dialect::ToColumn(engine::Value(node.date), column.type, column.name));
+    case dialect::NodeKind::kNull:
+      return Parameter(dialect::ToColumn(engine::Value(), column.type, column.name));
     default:
       break;
   }
-  const ValueType wanted = TypeOfColumn(column.type);
-  if (node.type == wanted && wanted == ValueType::kYesNo) {
+  const dialect::ValueType wanted = dialect::TypeOfColumn(column.type);
+  if (node.type == wanted && wanted == dialect::ValueType::kYesNo) {
     Add("coalesce(");
     Plain(node);
     return Add(", 0)");
   }
-  if (node.type == wanted || (wanted == ValueType::kReal && node.type == ValueType::kInteger)) {
+  if (node.type == wanted ||
+      (wanted == dialect::ValueType::kReal && node.type == dialect::ValueType::kInteger)) {
     return Plain(node);
   }
-  if (wanted == ValueType::kText) return Text(node);
+  if (wanted == dialect::ValueType::kText) return Text(node);
   Add("dialect_store(");
   Add(std::to_string(static_cast<int>(column.type)));
   Add(", ");
@@ -331,4 +333,4 @@ void SqlWriter::Stored(const Node& node, const Column& column) {
   Add(")");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -9,56 +9,57 @@
 #include "dialect/tree.h"
 #include "engine/value.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 // Literals become parameters, so that statements that differ in nothing else are one text. What
 // must stand in the text to meet an index stays there.
 class SqlWriter {
  public:
   std::string sql;
-  std::vector<Value> parameters;
+  std::vector<engine::Value> parameters;
 
-  void Select(const SelectTree& select);
+  void Select(const dialect::SelectTree& select);
   // "FROM ... WHERE ... GROUP BY ...": the rows without their columns and order.
-  void Rows(const SelectTree& select);
-  void OrderBy(const SelectTree& select);
+  void Rows(const dialect::SelectTree& select);
+  void OrderBy(const dialect::SelectTree& select);
   // The value as it is.
-  void Plain(const Node& node);
+  void Plain(const dialect::Node& node);
   // True, false or Null.
-  void Condition(const Node& node);
+  void Condition(const dialect::Node& node);
   // The value as texts are compared, ordered and grouped.
-  void SortKey(const Node& node);
+  void SortKey(const dialect::Node& node);
   // The value as a column of this type stores it; DatabaseError 3421 for a constant that it cannot.
-  void Stored(const Node& node, const Column& column);
+  void Stored(const dialect::Node& node, const dialect::Column& column);
 
  private:
   void Add(std::string_view text) { sql += text; }
   void Name(std::string_view name);
-  void Parameter(Value value);
-  void ColumnName(const Node& node);
+  void Parameter(engine::Value value);
+  void ColumnName(const dialect::Node& node);
 
   // Values.
-  void Operand(const Node& node);
-  void Call(const Node& node);
-  void Text(const Node& node);
-  void LeftCall(const Node& node);
+  void Operand(const dialect::Node& node);
+  void Call(const dialect::Node& node);
+  void Text(const dialect::Node& node);
+  void LeftCall(const dialect::Node& node);
 
   // Texts as they compare, and conditions on them and on days.
-  static std::string_view SortOrder(const Node& node);
-  void Comparand(const Node& node, std::string_view order);
-  void Head(const Node& column, int length);
-  void Join(const Node& node, std::string_view word);
-  void Comparison(const Node& node);
-  void DayBound(const Node& dateValue, std::string_view symbol, const Node& day, bool end);
-  bool DayRange(const Node& node);
-  bool PrefixEquality(const Node& column, std::string_view text);
-  void Like(const Node& node);
-  void Prefix(const Node& value, const std::string& prefix);
-  void Between(const Node& node);
-  void In(const Node& node);
+  static std::string_view SortOrder(const dialect::Node& node);
+  void Comparand(const dialect::Node& node, std::string_view order);
+  void Head(const dialect::Node& column, int length);
+  void Join(const dialect::Node& node, std::string_view word);
+  void Comparison(const dialect::Node& node);
+  void DayBound(const dialect::Node& dateValue, std::string_view symbol, const dialect::Node& day,
+                bool end);
+  bool DayRange(const dialect::Node& node);
+  bool PrefixEquality(const dialect::Node& column, std::string_view text);
+  void Like(const dialect::Node& node);
+  void Prefix(const dialect::Node& value, const std::string& prefix);
+  void Between(const dialect::Node& node);
+  void In(const dialect::Node& node);
 };
 
 // Of a comparison or a sum, with a blank on both sides.
-std::string_view SymbolOf(NodeKind kind);
+std::string_view SymbolOf(dialect::NodeKind kind);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

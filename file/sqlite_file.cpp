@@ -9,7 +9,7 @@
 
 #include "base/system_reason.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 constexpr int kBusyMilliseconds = 2000;
@@ -30,7 +30,8 @@ int RefusalOfNewFile(const std::filesystem::path& directory) {
   return 0;
 }
 
-DatabaseError OpenFailure(int code, const SqliteFile& file, const std::filesystem::path& path) {
+engine::DatabaseError OpenFailure(int code, const SqliteFile& file,
+                                  const std::filesystem::path& path) {
   const int systemError = (code & 0xFF) == SQLITE_CANTOPEN ? RefusalOfNewFile(path.parent_path())
                           : file                           ? sqlite3_system_errno(file.get())
                                                            : 0;
@@ -100,66 +101,67 @@ std::string Utf8Name(const std::filesystem::path& path) {
   return {name.begin(), name.end()};
 }
 
-DatabaseError FailureOf(int extendedCode, const char* message, int systemError) {
+engine::DatabaseError FailureOf(int extendedCode, const char* message, int systemError) {
   const std::string detail = message == nullptr ? "" : " (" + std::string(message) + ")";
   const std::error_code why(systemError, std::generic_category());
   const bool noRoom = why == std::errc::no_space_on_device || systemError == kQuotaUsedUp;
-  const DatabaseError diskFull = {
-      DatabaseError::kDiskFull,
+  const engine::DatabaseError diskFull = {
+      engine::DatabaseError::kDiskFull,
       "Spazio su disco insufficiente: liberare spazio sul disco del database e riprovare."};
   switch (extendedCode & 0xFF) {
     case SQLITE_CONSTRAINT:
       if (extendedCode == SQLITE_CONSTRAINT_UNIQUE ||
           extendedCode == SQLITE_CONSTRAINT_PRIMARYKEY || extendedCode == SQLITE_CONSTRAINT_ROWID) {
-        return {DatabaseError::kDuplicateKey,
+        return {engine::DatabaseError::kDuplicateKey,
                 "La modifica creerebbe un valore ripetuto in un indice senza ripetizioni."};
       }
-      return {DatabaseError::kFailed, "Il database rifiuta la modifica" + detail + "."};
+      return {engine::DatabaseError::kFailed, "Il database rifiuta la modifica" + detail + "."};
     case SQLITE_FULL:
       return diskFull;
     case SQLITE_READONLY:
     case SQLITE_PERM:
-      return {DatabaseError::kReadOnly,
+      return {engine::DatabaseError::kReadOnly,
               "Il database e' di sola lettura: dare all'utente il permesso di scrivere il file e "
               "la sua cartella."};
     case SQLITE_CANTOPEN:  // what stands beside a database while it is open
       if (noRoom) {
-        return {DatabaseError::kDiskFull,
+        return {engine::DatabaseError::kDiskFull,
                 "Spazio su disco insufficiente: accanto al database non si può creare un file, "
                 "perché il disco è pieno o non vi stanno altri file. Cancellare dei file e "
                 "riprovare."};
       }
       if (systemError != 0 && why != std::errc::permission_denied &&
           why != std::errc::read_only_file_system) {
-        return {DatabaseError::kReadOnly,
-                "Nella directory del file non si puo' scrivere: " + ReasonText(why) + "."};
+        return {engine::DatabaseError::kReadOnly,
+                "Nella directory del file non si puo' scrivere: " + base::ReasonText(why) + "."};
       }
-      return {DatabaseError::kReadOnly,
+      return {engine::DatabaseError::kReadOnly,
               "Nella directory del file non si puo' scrivere: dare all'utente il permesso di "
               "scrivervi."};
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-      return {DatabaseError::kLocked,
+      return {engine::DatabaseError::kLocked,
               "Il database e' bloccato da un altro programma: chiuderlo e riprovare."};
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-      return {DatabaseError::kNotADatabase, "Il file del database e' danneggiato" + detail + "."};
+      return {engine::DatabaseError::kNotADatabase,
+              "Il file del database e' danneggiato" + detail + "."};
     case SQLITE_INTERRUPT:
-      return {DatabaseError::kStopped, "Operazione interrotta."};
+      return {engine::DatabaseError::kStopped, "Operazione interrotta."};
     case SQLITE_AUTH:
-      return {DatabaseError::kInvalidOperation, "Operazione non permessa."};
+      return {engine::DatabaseError::kInvalidOperation, "Operazione non permessa."};
     case SQLITE_IOERR:
       // The file that programs share beside a database has found no room.
       if (noRoom || extendedCode == SQLITE_IOERR_SHMSIZE) return diskFull;
-      return {DatabaseError::kFailed,
+      return {engine::DatabaseError::kFailed,
               "Errore del disco" + detail +
                   ": controllare il disco su cui sta il database, e il suo collegamento."};
     default:
-      return {DatabaseError::kFailed, "Errore del database" + detail + "."};
+      return {engine::DatabaseError::kFailed, "Errore del database" + detail + "."};
   }
 }
 
-DatabaseError LastFailureOf(sqlite3* file) {
+engine::DatabaseError LastFailureOf(sqlite3* file) {
   const int code = sqlite3_extended_errcode(file);
   int systemError = sqlite3_system_errno(file);
   // The last of several tries is not the one that tells why.
@@ -170,4 +172,4 @@ DatabaseError LastFailureOf(sqlite3* file) {
   return FailureOf(code, sqlite3_errmsg(file), systemError);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -9,7 +9,7 @@
 
 #include "engine/database_error.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 struct SqliteCloser {
   void operator()(sqlite3* file) const { sqlite3_close(file); }
@@ -41,8 +41,8 @@ std::string Utf8Name(const std::filesystem::path& path);
 
 // What a result of SQLite is called here, and what to do; `message` is SQLite's own, null for none,
 // `systemError` what the system gave for a file that it refused, 0 where that is not known.
-DatabaseError FailureOf(int extendedCode, const char* message, int systemError = 0);
+engine::DatabaseError FailureOf(int extendedCode, const char* message, int systemError = 0);
 // The same for what has just failed on the file.
-DatabaseError LastFailureOf(sqlite3* file);
+engine::DatabaseError LastFailureOf(sqlite3* file);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -8,26 +8,26 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "cells.h"
 #include "dialect/convert.h"
 #include "dialect/folding.h"
 #include "dialect/like_pattern.h"
-#include "cells.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 // No text of this program is longer, and no statement may ask for more.
 constexpr double kLongestSpace = 65535;
 
-using Failure = std::optional<DatabaseError>;
+using Failure = std::optional<engine::DatabaseError>;
 
-void Fail(sqlite3_context* context, DatabaseError error) {
+void Fail(sqlite3_context* context, engine::DatabaseError error) {
   *static_cast<Failure*>(sqlite3_user_data(context)) = std::move(error);
   sqlite3_result_error(context, "dialect", -1);
 }
 
-void Return(sqlite3_context* context, const Value& value) {
-  const Value::Data& data = value.Get();
+void Return(sqlite3_context* context, const engine::Value& value) {
+  const engine::Value::Data& data = value.Get();
   if (const auto* whole = std::get_if<std::int64_t>(&data)) {
     sqlite3_result_int64(context, *whole);
   } else if (const auto* real = std::get_if<double>(&data)) {
@@ -37,74 +37,77 @@ void Return(sqlite3_context* context, const Value& value) {
   } else if (value.IsNull()) {
     sqlite3_result_null(context);
   } else {
-    const auto* date = std::get_if<DateTime>(&data);
-    const std::string text = date != nullptr ? IsoText(*date) : value.Text();
+    const auto* date = std::get_if<base::DateTime>(&data);
+    const std::string text = date != nullptr ? base::IsoText(*date) : value.Text();
     sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
   }
 }
 
 // Runs `Body` on the arguments as values. Any Null among them gives Null.
-template <Value (*Body)(const Value* arguments, int count)>
+template <engine::Value (*Body)(const engine::Value* arguments, int count)>
 void Call(sqlite3_context* context, int count, sqlite3_value** arguments) {
   try {
-    Value values[3];
+    engine::Value values[3];
     for (int i = 0; i < count && i < 3; ++i) {
       values[i] = ReadRaw(arguments[i]);
       if (values[i].IsNull()) return sqlite3_result_null(context);
     }
     Return(context, Body(values, count));
-  } catch (const DatabaseError& error) {
+  } catch (const engine::DatabaseError& error) {
     Fail(context, error);
   } catch (const std::bad_alloc&) {
     sqlite3_result_error_nomem(context);
   }
 }
 
-std::size_t CountOf(const Value& value) {
+std::size_t CountOf(const engine::Value& value) {
   const double number = value.Number();
   if (!(number >= 0) || number > kLongestSpace) {
-    throw DatabaseError(DatabaseError::kConversion, "Argomento non valido in una funzione.");
+    throw engine::DatabaseError(engine::DatabaseError::kConversion,
+                                "Argomento non valido in una funzione.");
   }
-  return static_cast<std::size_t>(RoundHalfEven(number));
+  return static_cast<std::size_t>(base::RoundHalfEven(number));
 }
 
-DateTime DateOf(const Value& value) {
+base::DateTime DateOf(const engine::Value& value) {
   if (const auto* text = std::get_if<std::string>(&value.Get())) {
-    if (const auto date = ParseIso(*text)) return *date;
-    return DateOfLiteral(*text);
+    if (const auto date = base::ParseIso(*text)) return *date;
+    return dialect::DateOfLiteral(*text);
   }
-  return DateOfLiteral(value.Text());
+  return dialect::DateOfLiteral(value.Text());
 }
 
-Value RightOf(const Value* a, int) { return Right(a[0].Text(), CountOf(a[1])); }
-Value MidOf(const Value* a, int count) {
-  const std::size_t start = CountOf(a[1]);
-  return count == 2 ? Mid(a[0].Text(), start) : Mid(a[0].Text(), start, CountOf(a[2]));
+engine::Value RightOf(const engine::Value* a, int) {
+  return base::Right(a[0].Text(), CountOf(a[1]));
 }
-Value UpperOf(const Value* a, int) { return Upper(a[0].Text()); }
-Value LowerOf(const Value* a, int) { return Lower(a[0].Text()); }
-Value SpaceOf(const Value* a, int) { return Space(CountOf(a[0])); }
-Value StrOf(const Value* a, int) { return Str(a[0].Number()); }
-Value ValOf(const Value* a, int) { return Val(a[0].Text()); }
-Value TextOf(const Value* a, int) {
+engine::Value MidOf(const engine::Value* a, int count) {
+  const std::size_t start = CountOf(a[1]);
+  return count == 2 ? base::Mid(a[0].Text(), start) : base::Mid(a[0].Text(), start, CountOf(a[2]));
+}
+engine::Value UpperOf(const engine::Value* a, int) { return base::Upper(a[0].Text()); }
+engine::Value LowerOf(const engine::Value* a, int) { return base::Lower(a[0].Text()); }
+engine::Value SpaceOf(const engine::Value* a, int) { return base::Space(CountOf(a[0])); }
+engine::Value StrOf(const engine::Value* a, int) { return base::Str(a[0].Number()); }
+engine::Value ValOf(const engine::Value* a, int) { return base::Val(a[0].Text()); }
+engine::Value TextOf(const engine::Value* a, int) {
   // A date arrives as the file holds it.
   if (const auto* text = std::get_if<std::string>(&a[0].Get())) {
-    if (const auto date = ParseIso(*text)) return DateTimeText(*date);
+    if (const auto date = base::ParseIso(*text)) return base::DateTimeText(*date);
   }
   return a[0].Text();
 }
-Value DateValueOf(const Value* a, int) { return DateOf(a[0]).DatePart(); }
-Value DateWithTimeOf(const Value* a, int) { return DateOf(a[0]); }
-Value YearOf(const Value* a, int) { return DateOf(a[0]).Year(); }
-Value MonthOf(const Value* a, int) { return DateOf(a[0]).Month(); }
-Value DayOf(const Value* a, int) { return DateOf(a[0]).Day(); }
+engine::Value DateValueOf(const engine::Value* a, int) { return DateOf(a[0]).DatePart(); }
+engine::Value DateWithTimeOf(const engine::Value* a, int) { return DateOf(a[0]); }
+engine::Value YearOf(const engine::Value* a, int) { return DateOf(a[0]).Year(); }
+engine::Value MonthOf(const engine::Value* a, int) { return DateOf(a[0]).Month(); }
+engine::Value DayOf(const engine::Value* a, int) { return DateOf(a[0]).Day(); }
 
 // dialect_store(type, value): what a column of that type stores.
 void Store(sqlite3_context* context, int, sqlite3_value** arguments) {
   try {
-    const auto type = static_cast<ColumnType>(sqlite3_value_int(arguments[0]));
-    Return(context, ToColumn(ReadRaw(arguments[1]), type, "?"));
-  } catch (const DatabaseError& error) {
+    const auto type = static_cast<dialect::ColumnType>(sqlite3_value_int(arguments[0]));
+    Return(context, dialect::ToColumn(ReadRaw(arguments[1]), type, "?"));
+  } catch (const engine::DatabaseError& error) {
     Fail(context, error);
   } catch (const std::bad_alloc&) {
     sqlite3_result_error_nomem(context);
@@ -118,18 +121,18 @@ void Like(sqlite3_context* context, int, sqlite3_value** arguments) {
     return sqlite3_result_null(context);
   }
   try {
-    auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
-    std::unique_ptr<LikePattern> fresh;
+    auto* pattern = static_cast<dialect::LikePattern*>(sqlite3_get_auxdata(context, 0));
+    std::unique_ptr<dialect::LikePattern> fresh;
     if (pattern == nullptr) {
-      fresh = std::make_unique<LikePattern>(ReadRaw(arguments[0]).Text());
+      fresh = std::make_unique<dialect::LikePattern>(ReadRaw(arguments[0]).Text());
       pattern = fresh.get();
     }
     sqlite3_result_int(context, pattern->Matches(ReadRaw(arguments[1]).Text()) ? 1 : 0);
     if (fresh) {
       sqlite3_set_auxdata(context, 0, fresh.release(),
-                          [](void* data) { delete static_cast<LikePattern*>(data); });
+                          [](void* data) { delete static_cast<dialect::LikePattern*>(data); });
     }
-  } catch (const DatabaseError& error) {
+  } catch (const engine::DatabaseError& error) {
     Fail(context, error);
   } catch (const std::bad_alloc&) {
     sqlite3_result_error_nomem(context);
@@ -137,8 +140,8 @@ void Like(sqlite3_context* context, int, sqlite3_value** arguments) {
 }
 
 int Collate(void*, int sizeA, const void* a, int sizeB, const void* b) {
-  return CompareFolded({static_cast<const char*>(a), static_cast<std::size_t>(sizeA)},
-                       {static_cast<const char*>(b), static_cast<std::size_t>(sizeB)});
+  return dialect::CompareFolded({static_cast<const char*>(a), static_cast<std::size_t>(sizeA)},
+                                {static_cast<const char*>(b), static_cast<std::size_t>(sizeB)});
 }
 
 using Body = void (*)(sqlite3_context*, int, sqlite3_value**);
@@ -167,64 +170,64 @@ constexpr struct {
 
 }  // namespace
 
-const char* SqlOf(FunctionName function) {
+const char* SqlOf(dialect::FunctionName function) {
   switch (function) {
-    case FunctionName::kLeft:
+    case dialect::FunctionName::kLeft:
       return "substr";
-    case FunctionName::kRight:
+    case dialect::FunctionName::kRight:
       return "dialect_right";
-    case FunctionName::kMid:
+    case dialect::FunctionName::kMid:
       return "dialect_mid";
-    case FunctionName::kLen:
+    case dialect::FunctionName::kLen:
       return "length";
-    case FunctionName::kTrim:
+    case dialect::FunctionName::kTrim:
       return "trim";
-    case FunctionName::kLTrim:
+    case dialect::FunctionName::kLTrim:
       return "ltrim";
-    case FunctionName::kRTrim:
+    case dialect::FunctionName::kRTrim:
       return "rtrim";
-    case FunctionName::kUCase:
+    case dialect::FunctionName::kUCase:
       return "dialect_upper";
-    case FunctionName::kLCase:
+    case dialect::FunctionName::kLCase:
       return "dialect_lower";
-    case FunctionName::kSpace:
+    case dialect::FunctionName::kSpace:
       return "dialect_space";
-    case FunctionName::kStr:
+    case dialect::FunctionName::kStr:
       return "dialect_str";
-    case FunctionName::kVal:
+    case dialect::FunctionName::kVal:
       return "dialect_val";
-    case FunctionName::kAbs:
+    case dialect::FunctionName::kAbs:
       return "abs";
-    case FunctionName::kDateValue:
+    case dialect::FunctionName::kDateValue:
       return "dialect_datevalue";
-    case FunctionName::kCVDate:
-    case FunctionName::kCDate:
+    case dialect::FunctionName::kCVDate:
+    case dialect::FunctionName::kCDate:
       return "dialect_date";
-    case FunctionName::kYear:
+    case dialect::FunctionName::kYear:
       return "dialect_year";
-    case FunctionName::kMonth:
+    case dialect::FunctionName::kMonth:
       return "dialect_month";
-    case FunctionName::kDay:
+    case dialect::FunctionName::kDay:
       return "dialect_day";
-    case FunctionName::kIIf:
+    case dialect::FunctionName::kIIf:
       return "iif";
-    case FunctionName::kIsNull:  // has a form of its own
+    case dialect::FunctionName::kIsNull:  // has a form of its own
       break;
-    case FunctionName::kCount:
+    case dialect::FunctionName::kCount:
       return "count";
-    case FunctionName::kSum:
+    case dialect::FunctionName::kSum:
       return "sum";
-    case FunctionName::kAvg:
+    case dialect::FunctionName::kAvg:
       return "avg";
-    case FunctionName::kMax:
+    case dialect::FunctionName::kMax:
       return "max";
-    case FunctionName::kMin:
+    case dialect::FunctionName::kMin:
       return "min";
   }
   return "";
 }
 
-void RegisterFunctions(sqlite3* file, std::optional<DatabaseError>* failure) {
+void RegisterFunctions(sqlite3* file, std::optional<engine::DatabaseError>* failure) {
   constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY;
   for (const auto& function : kRegistered) {
     sqlite3_create_function_v2(file, function.name, function.arguments, kFlags, failure,
@@ -233,4 +236,4 @@ void RegisterFunctions(sqlite3* file, std::optional<DatabaseError>* failure) {
   sqlite3_create_collation_v2(file, kFoldingOrder, SQLITE_UTF8, nullptr, Collate, nullptr);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

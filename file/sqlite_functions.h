@@ -9,16 +9,16 @@
 
 struct sqlite3;
 
-namespace brenvo {
+namespace brenvo::file {
 
 // The name of the folding order on a connection.
 inline constexpr const char* kFoldingOrder = "DIALECT";
 
 // Makes the functions known to a connection. A failure inside one is left in `failure`, and the
 // running statement ends with SQLITE_ERROR.
-void RegisterFunctions(sqlite3* file, std::optional<DatabaseError>* failure);
+void RegisterFunctions(sqlite3* file, std::optional<engine::DatabaseError>* failure);
 
 // What SQLite calls a function of the dialect.
-const char* SqlOf(FunctionName function);
+const char* SqlOf(dialect::FunctionName function);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -19,7 +19,7 @@
 #include <unistd.h>
 #endif
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 void SyncNameOf(const std::filesystem::path& file) {
@@ -34,7 +34,7 @@ void CopySafely(const std::filesystem::path& from, const std::filesystem::path& 
     if (error) throw PathFailure(to, error);
     SyncToDisk(to);
     SyncNameOf(to);
-  } catch (const DatabaseError&) {
+  } catch (const engine::DatabaseError&) {
     std::error_code ignored;
     std::filesystem::remove(to, ignored);
     throw;
@@ -43,9 +43,9 @@ void CopySafely(const std::filesystem::path& from, const std::filesystem::path& 
 
 }  // namespace
 
-DatabaseError PathFailure(const std::filesystem::path& path, const std::error_code& why) {
-  return {DatabaseError::kPathAccess,
-          "Errore di accesso a '" + path.filename().string() + "' (" + ReasonText(why) + ")."};
+engine::DatabaseError PathFailure(const std::filesystem::path& path, const std::error_code& why) {
+  return {engine::DatabaseError::kPathAccess, "Errore di accesso a '" + path.filename().string() +
+                                                  "' (" + base::ReasonText(why) + ")."};
 }
 
 void SyncToDisk([[maybe_unused]] const std::filesystem::path& path) {
@@ -78,4 +78,4 @@ void MoveSafely(const std::filesystem::path& from, const std::filesystem::path& 
   SyncNameOf(to);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -8,12 +8,12 @@
 #include "read_schema.h"
 #include "sqlite_functions.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 // The order in which an index holds its values: Null, numbers, texts without regard to the case of
 // ASCII letters.
-int Compare(const Value& a, const Value& b) {
+int Compare(const engine::Value& a, const engine::Value& b) {
   const auto* left = std::get_if<std::string>(&a.Get());
   const auto* right = std::get_if<std::string>(&b.Get());
   if (left != nullptr && right != nullptr) {
@@ -22,7 +22,7 @@ int Compare(const Value& a, const Value& b) {
     if (order != 0) return order;
     return left->size() < right->size() ? -1 : left->size() > right->size() ? 1 : 0;
   }
-  const auto rank = [](const Value& value, const std::string* text) {
+  const auto rank = [](const engine::Value& value, const std::string* text) {
     return value.IsNull() ? 0 : text == nullptr ? 1 : 2;
   };
   const int ranks = rank(a, left) - rank(b, right);
@@ -34,7 +34,7 @@ int Compare(const Value& a, const Value& b) {
 
 TableRows::TableRows(std::shared_ptr<Connection> connection, std::string_view name)
     : connection_(std::move(connection)), table_(&connection_->RequireTable(name)), edit_(*table_) {
-  for (const Column& column : table_->columns) names_.push_back(column.name);
+  for (const dialect::Column& column : table_->columns) names_.push_back(column.name);
   UseIndex(nullptr);
   MoveFirst();
 }
@@ -46,19 +46,19 @@ void TableRows::Close() {
 
 void TableRows::RequireOpen() const { connection_->RequireOpen(); }
 
-void TableRows::UseIndex(const Index* index) {
+void TableRows::UseIndex(const dialect::Index* index) {
   index_ = index;
   parts_.clear();
   if (index != nullptr) {
-    for (const IndexPart& part : index->parts) parts_.push_back(PartSql(*table_, part));
+    for (const dialect::IndexPart& part : index->parts) parts_.push_back(PartSql(*table_, part));
   }
   head_ = "SELECT rowid";
-  for (const Column& column : table_->columns) head_ += ", " + column.quoted;
+  for (const dialect::Column& column : table_->columns) head_ += ", " + column.quoted;
   for (const std::string& part : parts_) head_ += ", " + part;
   head_ += " FROM " + table_->quoted;
 }
 
-bool TableRows::Load(const std::string& condition, std::vector<Value> parameters,
+bool TableRows::Load(const std::string& condition, std::vector<engine::Value> parameters,
                      std::size_t firstPart, Direction direction) {
   std::string sql = head_;
   if (!condition.empty()) sql.append(" WHERE ").append(condition);
@@ -73,22 +73,22 @@ bool TableRows::Load(const std::string& condition, std::vector<Value> parameters
   const std::size_t columns = table_->columns.size();
   row_.cells.resize(columns);
   for (std::size_t i = 0; i < columns; ++i) {
-    row_.cells[i] = run.Cell(static_cast<int>(i) + 1, ValueType::kAny);
+    row_.cells[i] = run.Cell(static_cast<int>(i) + 1, dialect::ValueType::kAny);
   }
   row_.indexKey.resize(Parts());
   for (std::size_t i = 0; i < Parts(); ++i) {
-    row_.indexKey[i] = run.Cell(static_cast<int>(columns + i) + 1, ValueType::kAny);
+    row_.indexKey[i] = run.Cell(static_cast<int>(columns + i) + 1, dialect::ValueType::kAny);
   }
   rowStamp_ = connection_->ChangeStamp();
   return true;
 }
 
 bool TableRows::LoadByKey(std::int64_t key) {
-  return Load("rowid = ?", {Value(key)}, Parts(), Direction::kForward);
+  return Load("rowid = ?", {engine::Value(key)}, Parts(), Direction::kForward);
 }
 
-void TableRows::Equal(std::string& condition, std::vector<Value>& parameters,
-                      const std::vector<Value>& key, std::size_t parts, bool folded) const {
+void TableRows::Equal(std::string& condition, std::vector<engine::Value>& parameters,
+                      const std::vector<engine::Value>& key, std::size_t parts, bool folded) const {
   for (std::size_t i = 0; i < parts; ++i) {
     if (!condition.empty()) condition += " AND ";
     condition += Part(i);
@@ -97,7 +97,7 @@ void TableRows::Equal(std::string& condition, std::vector<Value>& parameters,
       continue;
     }
     const auto* text = std::get_if<std::string>(&key[i].Get());
-    if (folded && text != nullptr && NeedsFolding(*text)) {
+    if (folded && text != nullptr && dialect::NeedsFolding(*text)) {
       // The index does not fold such letters: the rows are looked through in its order.
       condition.append(" COLLATE ").append(kFoldingOrder);
     }
@@ -107,10 +107,11 @@ void TableRows::Equal(std::string& condition, std::vector<Value>& parameters,
 }
 
 // Part by part from the last one on, so that each look is one step into the index.
-bool TableRows::LoadBehind(const std::vector<Value>& key, std::size_t parts, Direction direction) {
+bool TableRows::LoadBehind(const std::vector<engine::Value>& key, std::size_t parts,
+                           Direction direction) {
   for (std::size_t part = parts; part-- > 0;) {
     std::string equal;
-    std::vector<Value> parameters;
+    std::vector<engine::Value> parameters;
     Equal(equal, parameters, key, part, false);
     if (!equal.empty()) equal += " AND ";
     if (key[part].IsNull()) {
@@ -120,7 +121,7 @@ bool TableRows::LoadBehind(const std::vector<Value>& key, std::size_t parts, Dir
       }
       continue;
     }
-    std::vector<Value> beyond = parameters;
+    std::vector<engine::Value> beyond = parameters;
     beyond.push_back(key[part]);
     const char* const symbol = direction == Direction::kForward ? " > ?" : " < ?";
     if (Load(equal + Part(part) + symbol, std::move(beyond), part, direction)) return true;
@@ -135,7 +136,7 @@ bool TableRows::LoadBehind(const std::vector<Value>& key, std::size_t parts, Dir
 bool TableRows::LoadNeighbour(Direction direction) {
   const Row from = row_;
   std::string equal;
-  std::vector<Value> parameters;
+  std::vector<engine::Value> parameters;
   Equal(equal, parameters, from.indexKey, Parts(), false);
   if (!equal.empty()) equal += " AND ";
   parameters.emplace_back(from.key);
@@ -148,8 +149,9 @@ bool TableRows::LoadNeighbour(Direction direction) {
   const int order = OrderOf(from, row_);
   if (direction == Direction::kForward ? order < 0 : order > 0) return true;
   connection_->RefuseWrites();
-  throw DatabaseError(DatabaseError::kNotADatabase,
-                      "Il file del database e' danneggiato (tabella " + table_->name + ").");
+  throw engine::DatabaseError(
+      engine::DatabaseError::kNotADatabase,
+      "Il file del database e' danneggiato (tabella " + table_->name + ").");
 }
 
 int TableRows::OrderOf(const Row& a, const Row& b) {
@@ -193,7 +195,7 @@ void TableRows::Move(Direction direction) {
     default:
       break;
   }
-  FailNoCurrentRecord();
+  engine::FailNoCurrentRecord();
 }
 
 void TableRows::MoveNext() { Move(Direction::kForward); }
@@ -228,31 +230,33 @@ std::int64_t TableRows::RecordCount() {
 
 void TableRows::Refresh() {
   RequireOpen();
-  if (position_ == Position::kGap) FailRecordDeleted();
-  if (position_ != Position::kRow) FailNoCurrentRecord();
+  if (position_ == Position::kGap) engine::FailRecordDeleted();
+  if (position_ != Position::kRow) engine::FailNoCurrentRecord();
   if (rowStamp_ == connection_->ChangeStamp()) return;
-  if (!LoadByKey(row_.key)) FailRecordDeleted();
+  if (!LoadByKey(row_.key)) engine::FailRecordDeleted();
 }
 
-Value TableRows::Field(std::string_view column) { return Field(PlaceOf(names_, column)); }
+engine::Value TableRows::Field(std::string_view column) {
+  return Field(engine::PlaceOf(names_, column));
+}
 
-Value TableRows::Field(std::size_t column) {
+engine::Value TableRows::Field(std::size_t column) {
   RequireOpen();
-  if (column >= names_.size()) PlaceOf(names_, std::to_string(column));
+  if (column >= names_.size()) engine::PlaceOf(names_, std::to_string(column));
   if (edit_.Has(column)) return edit_.Get(column);
   Refresh();
-  return FromRaw(row_.cells[column], TypeOfColumn(table_->columns[column].type));
+  return FromRaw(row_.cells[column], dialect::TypeOfColumn(table_->columns[column].type));
 }
 
-Bookmark TableRows::GetBookmark() {
+engine::Bookmark TableRows::GetBookmark() {
   Refresh();
   return {row_.key};
 }
 
-void TableRows::SetBookmark(Bookmark bookmark) {
+void TableRows::SetBookmark(engine::Bookmark bookmark) {
   RequireOpen();
   edit_.Cancel();
-  if (!LoadByKey(bookmark.key)) FailRecordDeleted();
+  if (!LoadByKey(bookmark.key)) engine::FailRecordDeleted();
   position_ = Position::kRow;
 }
 
@@ -267,9 +271,9 @@ void TableRows::Edit() {
   edit_.BeginChange(row_.key);
 }
 
-void TableRows::Set(std::string_view column, const Value& value) {
+void TableRows::Set(std::string_view column, const engine::Value& value) {
   RequireOpen();
-  edit_.Set(PlaceOf(names_, column), value);
+  edit_.Set(engine::PlaceOf(names_, column), value);
 }
 
 void TableRows::Update() {
@@ -291,43 +295,43 @@ void TableRows::Delete() {
   position_ = Position::kGap;
 }
 
-Bookmark TableRows::LastModified() {
+engine::Bookmark TableRows::LastModified() {
   RequireOpen();
   return lastModified_;
 }
 
 void TableRows::SetIndex(std::string_view name) {
   RequireOpen();
-  const Index* index = name.empty() ? nullptr : table_->FindIndex(name);
+  const dialect::Index* index = name.empty() ? nullptr : table_->FindIndex(name);
   if (index == nullptr && !name.empty()) {
-    throw DatabaseError(
-        DatabaseError::kNoSuchIndex,
+    throw engine::DatabaseError(
+        engine::DatabaseError::kNoSuchIndex,
         "La tabella '" + table_->name + "' non ha un indice '" + std::string(name) + "'.");
   }
   UseIndex(index);
   MoveFirst();
 }
 
-void TableRows::Seek(SeekComparison comparison, const std::vector<Value>& key) {
+void TableRows::Seek(engine::SeekComparison comparison, const std::vector<engine::Value>& key) {
   RequireOpen();
   edit_.Cancel();
   if (index_ == nullptr || key.empty()) {
-    throw DatabaseError(DatabaseError::kInvalidOperation,
-                        "La ricerca richiede un indice e almeno un valore.");
+    throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
+                                "La ricerca richiede un indice e almeno un valore.");
   }
   const std::size_t parts = std::min(key.size(), Parts());
-  std::vector<Value> values;
+  std::vector<engine::Value> values;
   for (std::size_t i = 0; i < parts; ++i) {
-    values.push_back(ToKey(key[i], table_->columns[index_->parts[i].column].type));
+    values.push_back(dialect::ToKey(key[i], table_->columns[index_->parts[i].column].type));
   }
   std::string equal;
-  std::vector<Value> parameters;
-  Equal(equal, parameters, values, parts, comparison == SeekComparison::kEqual);
+  std::vector<engine::Value> parameters;
+  Equal(equal, parameters, values, parts, comparison == engine::SeekComparison::kEqual);
   const bool found = Load(equal, std::move(parameters), parts, Direction::kForward) ||
-                     (comparison == SeekComparison::kGreaterOrEqual &&
+                     (comparison == engine::SeekComparison::kGreaterOrEqual &&
                       LoadBehind(values, parts, Direction::kForward));
   noMatch_ = !found;
   position_ = found ? Position::kRow : Position::kNone;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

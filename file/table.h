@@ -6,9 +6,9 @@
 #include "connection.h"
 #include "record_edit.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
-class TableRows final : public Table {
+class TableRows final : public engine::Table {
  public:
   TableRows(std::shared_ptr<Connection> connection, std::string_view name);
 
@@ -20,22 +20,22 @@ class TableRows final : public Table {
   bool EOF_() override;
   std::int64_t RecordCount() override;
   const std::vector<std::string>& Columns() const override { return names_; }
-  Value Field(std::string_view column) override;
-  Value Field(std::size_t column) override;
-  Bookmark GetBookmark() override;
-  void SetBookmark(Bookmark bookmark) override;
+  engine::Value Field(std::string_view column) override;
+  engine::Value Field(std::size_t column) override;
+  engine::Bookmark GetBookmark() override;
+  void SetBookmark(engine::Bookmark bookmark) override;
   void Close() override;
 
   void AddNew() override;
   void Edit() override;
-  void Set(std::string_view column, const Value& value) override;
+  void Set(std::string_view column, const engine::Value& value) override;
   void Update() override;
   void CancelUpdate() override;
   void Delete() override;
-  Bookmark LastModified() override;
+  engine::Bookmark LastModified() override;
 
   void SetIndex(std::string_view name) override;
-  void Seek(SeekComparison comparison, const std::vector<Value>& key) override;
+  void Seek(engine::SeekComparison comparison, const std::vector<engine::Value>& key) override;
   bool NoMatch() const override { return noMatch_; }
 
  private:
@@ -51,18 +51,18 @@ class TableRows final : public Table {
 
   struct Row {
     std::int64_t key = 0;
-    std::vector<Value> cells;     // as the file holds them
-    std::vector<Value> indexKey;  // the parts of the current index, likewise
+    std::vector<engine::Value> cells;     // as the file holds them
+    std::vector<engine::Value> indexKey;  // the parts of the current index, likewise
   };
 
   void RequireOpen() const;
   std::size_t Parts() const { return parts_.size(); }
   const std::string& Part(std::size_t part) const { return parts_[part]; }
-  void UseIndex(const Index* index);
+  void UseIndex(const dialect::Index* index);
   // Takes the first row that meets the condition, in the order of the parts from `firstPart` on, as
   // row_; false when there is none, and row_ stays.
-  bool Load(const std::string& condition, std::vector<Value> parameters, std::size_t firstPart,
-            Direction direction);
+  bool Load(const std::string& condition, std::vector<engine::Value> parameters,
+            std::size_t firstPart, Direction direction);
   bool LoadByKey(std::int64_t key);
   // Below 0 where a stands before b in the order of the index.
   static int OrderOf(const Row& a, const Row& b);
@@ -70,20 +70,20 @@ class TableRows final : public Table {
   bool LoadNeighbour(Direction direction);
   // ...and for the first one behind all that begin with `parts` parts of the key, Nulls before all
   // else.
-  bool LoadBehind(const std::vector<Value>& key, std::size_t parts, Direction direction);
+  bool LoadBehind(const std::vector<engine::Value>& key, std::size_t parts, Direction direction);
   // Adds "the first `parts` parts equal those of the key" to a condition; `folded` also where a
   // text holds letters that the index does not fold.
-  void Equal(std::string& condition, std::vector<Value>& parameters, const std::vector<Value>& key,
-             std::size_t parts, bool folded) const;
+  void Equal(std::string& condition, std::vector<engine::Value>& parameters,
+             const std::vector<engine::Value>& key, std::size_t parts, bool folded) const;
   void MoveToEnd(Direction direction);
   void Move(Direction direction);
   void Refresh();
   bool IsEmpty();
 
   std::shared_ptr<Connection> connection_;
-  const TableSchema* table_;
+  const dialect::TableSchema* table_;
   std::vector<std::string> names_;
-  const Index* index_ = nullptr;
+  const dialect::Index* index_ = nullptr;
   std::vector<std::string> parts_;  // of the current index, as SQL
   std::string head_;                // "SELECT ... FROM ..." of a row with the parts of its key
   RecordEdit edit_;
@@ -91,9 +91,9 @@ class TableRows final : public Table {
   Row row_;
   std::int64_t rowStamp_ = -1;
   bool noMatch_ = false;
-  Bookmark lastModified_;
+  engine::Bookmark lastModified_;
   std::int64_t count_ = 0;
   std::int64_t countStamp_ = -1;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -3,23 +3,24 @@
 #include "dialect/plan.h"
 #include "sql_writer.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 // Rows of one table follow each other as they were entered where nothing else is asked for.
-void OrderOfRows(const SelectTree& select, SqlWriter& writer) {
+void OrderOfRows(const dialect::SelectTree& select, SqlWriter& writer) {
   writer.OrderBy(select);
-  if (!FollowsEntry(select)) return;
+  if (!dialect::FollowsEntry(select)) return;
   writer.sql += select.orderBy.empty() ? kOrderOfEntry : std::string_view(", rowid");
 }
 
 Sql Finished(SqlWriter&& writer) { return {std::move(writer.sql), std::move(writer.parameters)}; }
 
-void WriteInsert(const TableSchema& table, const StatementTree& tree, SqlWriter& writer) {
+void WriteInsert(const dialect::TableSchema& table, const dialect::StatementTree& tree,
+                 SqlWriter& writer) {
   // Columns that cannot be Null are yes/no columns, which take a "no" for it: what is left to be
   // ignored is the repeated key.
   writer.sql = "INSERT OR IGNORE INTO " + table.quoted + " (";
-  std::vector<const Column*> columns;
+  std::vector<const dialect::Column*> columns;
   for (const std::string_view name : tree.columns) {
     columns.push_back(&table.columns[table.FindColumn(name)]);
     if (columns.size() > 1) writer.sql += ", ";
@@ -41,20 +42,20 @@ void WriteInsert(const TableSchema& table, const StatementTree& tree, SqlWriter&
 
 }  // namespace
 
-Action TranslateAction(const Schema& schema, std::string_view statement) {
-  const ActionPlan plan(schema, statement);
-  const StatementTree& tree = plan.Statement();
-  const TableSchema& table = plan.Table();
+Action TranslateAction(const dialect::Schema& schema, std::string_view statement) {
+  const dialect::ActionPlan plan(schema, statement);
+  const dialect::StatementTree& tree = plan.Statement();
+  const dialect::TableSchema& table = plan.Table();
   SqlWriter writer;
   switch (tree.kind) {
-    case StatementKind::kInsert:
+    case dialect::StatementKind::kInsert:
       WriteInsert(table, tree, writer);
       break;
-    case StatementKind::kUpdate:
+    case dialect::StatementKind::kUpdate:
       writer.sql = "UPDATE " + table.quoted + " SET ";
-      for (const Assignment& assignment : tree.assignments) {
+      for (const dialect::Assignment& assignment : tree.assignments) {
         if (&assignment != &tree.assignments.front()) writer.sql += ", ";
-        const Column& column = table.columns[table.FindColumn(assignment.column)];
+        const dialect::Column& column = table.columns[table.FindColumn(assignment.column)];
         writer.sql += column.quoted + " = ";
         writer.Stored(*assignment.value, column);
       }
@@ -70,9 +71,9 @@ Action TranslateAction(const Schema& schema, std::string_view statement) {
   return {Finished(std::move(writer)), &table};
 }
 
-Query TranslateQuery(const Schema& schema, std::string_view statement) {
-  const SelectPlan plan(schema, statement);
-  const SelectTree& select = plan.Select();
+Query TranslateQuery(const dialect::Schema& schema, std::string_view statement) {
+  const dialect::SelectPlan plan(schema, statement);
+  const dialect::SelectTree& select = plan.Select();
   Query query;
   query.columns = plan.Columns();
   query.tables = plan.TablesRead();
@@ -80,7 +81,7 @@ Query TranslateQuery(const Schema& schema, std::string_view statement) {
   writer.sql.reserve(512);
   writer.parameters.reserve(8);
   writer.Select(select);
-  if (FollowsEntry(select)) {
+  if (dialect::FollowsEntry(select)) {
     if (!select.orderBy.empty()) {
       writer.sql += ", rowid";
     } else if (select.where == nullptr) {
@@ -93,9 +94,9 @@ Query TranslateQuery(const Schema& schema, std::string_view statement) {
   return query;
 }
 
-Keyset TranslateKeyset(const Schema& schema, std::string_view statement) {
-  const KeysetPlan plan(schema, statement);
-  const SelectTree& select = plan.Select();
+Keyset TranslateKeyset(const dialect::Schema& schema, std::string_view statement) {
+  const dialect::KeysetPlan plan(schema, statement);
+  const dialect::SelectTree& select = plan.Select();
   Keyset keyset;
   keyset.table = &plan.Table();
   keyset.columns = plan.Columns();
@@ -106,7 +107,7 @@ Keyset TranslateKeyset(const Schema& schema, std::string_view statement) {
   OrderOfRows(select, keys);
   keyset.keys = Finished(std::move(keys));
   SqlWriter row;
-  SelectTree one = select;
+  dialect::SelectTree one = select;
   one.where = nullptr;
   one.orderBy.clear();
   row.Select(one);
@@ -115,9 +116,9 @@ Keyset TranslateKeyset(const Schema& schema, std::string_view statement) {
   return keyset;
 }
 
-Sql TranslateFind(const Schema& schema, std::string_view statement, std::string_view condition,
-                  bool firstInOrder) {
-  const FindPlan plan(schema, statement, condition);
+Sql TranslateFind(const dialect::Schema& schema, std::string_view statement,
+                  std::string_view condition, bool firstInOrder) {
+  const dialect::FindPlan plan(schema, statement, condition);
   SqlWriter writer;
   writer.sql = "SELECT rowid";
   writer.Rows(plan.Found());
@@ -128,4 +129,4 @@ Sql TranslateFind(const Schema& schema, std::string_view statement, std::string_
   return Finished(std::move(writer));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -9,24 +9,24 @@
 #include "dialect/schema.h"
 #include "engine/value.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 struct Sql {
   std::string text;
-  std::vector<Value> parameters;
+  std::vector<engine::Value> parameters;
 };
 
 // INSERT, UPDATE or DELETE.
 struct Action {
   Sql sql;
-  const TableSchema* table = nullptr;
+  const dialect::TableSchema* table = nullptr;
 };
 
 // A SELECT as a snapshot runs it.
 struct Query {
   Sql sql;
-  std::vector<OutputColumn> columns;
-  std::vector<const TableSchema*> tables;
+  std::vector<dialect::OutputColumn> columns;
+  std::vector<const dialect::TableSchema*> tables;
   // Rows are due in the order of entry, and sql does not ask for it: it ends where that order can
   // be added. Whether there is a row at all is found out faster without.
   bool orderLeftOut = false;
@@ -35,19 +35,19 @@ inline constexpr std::string_view kOrderOfEntry = " ORDER BY rowid";
 
 // A SELECT over one table as a dynaset runs it.
 struct Keyset {
-  const TableSchema* table = nullptr;
-  std::vector<const TableSchema*> tables;  // all that it reads
-  Sql keys;                                // rowids in order
-  Sql row;                                 // the columns; the row's key is the last parameter
-  std::vector<OutputColumn> columns;
+  const dialect::TableSchema* table = nullptr;
+  std::vector<const dialect::TableSchema*> tables;  // all that it reads
+  Sql keys;                                         // rowids in order
+  Sql row;  // the columns; the row's key is the last parameter
+  std::vector<dialect::OutputColumn> columns;
 };
 
 // The errors of these are those of the plans; and 3421 for a constant that its column cannot store.
-Action TranslateAction(const Schema& schema, std::string_view statement);
-Query TranslateQuery(const Schema& schema, std::string_view select);
-Keyset TranslateKeyset(const Schema& schema, std::string_view select);
+Action TranslateAction(const dialect::Schema& schema, std::string_view statement);
+Query TranslateQuery(const dialect::Schema& schema, std::string_view select);
+Keyset TranslateKeyset(const dialect::Schema& schema, std::string_view select);
 // The keys of the rows of `select` that meet a condition: the first one in order, or all in any.
-Sql TranslateFind(const Schema& schema, std::string_view select, std::string_view condition,
-                  bool firstInOrder);
+Sql TranslateFind(const dialect::Schema& schema, std::string_view select,
+                  std::string_view condition, bool firstInOrder);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

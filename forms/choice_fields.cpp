@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace brenvo {
+namespace brenvo::forms {
 
 CheckBox::CheckBox(Window& window, std::string name, const FieldFace& face, bool threeStates)
     : Field(window, std::move(name), face),
@@ -101,4 +101,4 @@ void Gauge::SetValue(int value) {
   Changed();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

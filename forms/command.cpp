@@ -2,7 +2,7 @@
 
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 Command::Command(Window& window, std::string name, std::string caption,
                  std::function<void()> action)
@@ -74,4 +74,4 @@ Menu::Menu(Window& window, std::string name, std::string caption, std::vector<Me
 ToolBar::ToolBar(Window& window, std::string name, std::vector<MenuItem> items)
     : Field(window, std::move(name)), Items(std::move(items)) {}
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

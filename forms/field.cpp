@@ -2,7 +2,7 @@
 
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 Field::Field(Window& window, std::string name, const FieldFace& face)
     : window_(window),
@@ -67,4 +67,4 @@ void Label::SetText(std::string_view text) {
   Run(OnChange);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

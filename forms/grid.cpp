@@ -2,14 +2,14 @@
 
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::forms {
 
-Colour Grid::BackColour(std::int64_t, int) { return kWhite; }
+base::Colour Grid::BackColour(std::int64_t, int) { return base::kWhite; }
 std::string Grid::CellPicture(std::int64_t, int) { return {}; }
 CellAlignment Grid::Alignment(std::int64_t, int) { return CellAlignment::kLeft; }
 bool Grid::Bold(std::int64_t, int) { return false; }
-Twips Grid::ColumnWidth(int) { return kOwnSize; }
-Twips Grid::RowHeight(std::int64_t) { return kOwnSize; }
+base::Twips Grid::ColumnWidth(int) { return kOwnSize; }
+base::Twips Grid::RowHeight(std::int64_t) { return kOwnSize; }
 
 void Grid::SetCurrent(std::int64_t row, int column) {
   row_ = row;
@@ -58,9 +58,9 @@ std::string CellGrid::Cell(std::int64_t row, int column) {
   return content == nullptr ? std::string() : content->text;
 }
 
-Colour CellGrid::BackColour(std::int64_t row, int column) {
+base::Colour CellGrid::BackColour(std::int64_t row, int column) {
   const Content* content = Find(row, column);
-  return content == nullptr ? kWhite : content->back;
+  return content == nullptr ? base::kWhite : content->back;
 }
 
 std::string CellGrid::CellPicture(std::int64_t row, int column) {
@@ -78,12 +78,12 @@ bool CellGrid::Bold(std::int64_t row, int column) {
   return content != nullptr && content->bold;
 }
 
-Twips CellGrid::ColumnWidth(int column) {
+base::Twips CellGrid::ColumnWidth(int column) {
   const auto at = widths_.find(column);
   return at == widths_.end() ? kOwnSize : at->second;
 }
 
-Twips CellGrid::RowHeight(std::int64_t row) {
+base::Twips CellGrid::RowHeight(std::int64_t row) {
   const auto at = heights_.find(row);
   return at == heights_.end() ? kOwnSize : at->second;
 }
@@ -111,7 +111,7 @@ void CellGrid::SetCell(std::int64_t row, int column, std::string_view text) {
   ShowChanged();
 }
 
-void CellGrid::SetBackColour(std::int64_t row, int column, Colour colour) {
+void CellGrid::SetBackColour(std::int64_t row, int column, base::Colour colour) {
   At(row, column).back = colour;
   ShowChanged();
 }
@@ -131,12 +131,12 @@ void CellGrid::SetBold(std::int64_t row, int column, bool bold) {
   ShowChanged();
 }
 
-void CellGrid::SetColumnWidth(int column, Twips width) {
+void CellGrid::SetColumnWidth(int column, base::Twips width) {
   widths_[column] = width;
   ShowChanged();
 }
 
-void CellGrid::SetRowHeight(std::int64_t row, Twips height) {
+void CellGrid::SetRowHeight(std::int64_t row, base::Twips height) {
   heights_[row] = height;
   ShowChanged();
 }
@@ -162,7 +162,7 @@ std::string DataGrid::Cell(std::int64_t row, int column) {
   return of.format ? of.format(text) : text;
 }
 
-Twips DataGrid::ColumnWidth(int column) {
+base::Twips DataGrid::ColumnWidth(int column) {
   return column < 0 || column >= Columns() ? kOwnSize
                                            : columns_[static_cast<std::size_t>(column)].width;
 }
@@ -193,4 +193,4 @@ void DataGrid::RemoveRow(std::int64_t row) {
   ShowChanged();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace brenvo {
+namespace brenvo::forms {
 
 ListField::ListField(Window& window, std::string name, ListStyle style, const FieldFace& face)
     : TextField(window, std::move(name), face), style_(style) {
@@ -83,4 +83,4 @@ void ListField::Assign(std::string text) {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -1,6 +1,6 @@
 #include "forms/picture_box.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 void PictureBox::SetPicture(const std::filesystem::path& file) {
   picture_ = file;
@@ -13,10 +13,10 @@ void PictureBox::Draw(const Circle& circle) {
   Drawn(circle);
 }
 
-void PictureBox::SetTop(Twips top) {
+void PictureBox::SetTop(base::Twips top) {
   if (top_ == top) return;
   top_ = top;
   ShowChanged();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -6,12 +6,12 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 namespace {
 
 std::u32string Folded(std::u32string_view text) {
   std::u32string folded(text);
-  std::transform(folded.begin(), folded.end(), folded.begin(), LowerChar);
+  std::transform(folded.begin(), folded.end(), folded.begin(), base::LowerChar);
   return folded;
 }
 
@@ -38,15 +38,15 @@ std::size_t FindIn(std::u32string_view text, std::u32string_view needle, std::si
 
 }  // namespace
 
-std::string RichText::Text() const { return FromCharacters(text_); }
+std::string RichText::Text() const { return base::FromCharacters(text_); }
 
 std::string RichText::Text(std::size_t start, std::size_t length) const {
   start = std::min(start, text_.size());
-  return FromCharacters(std::u32string_view(text_).substr(start, length));
+  return base::FromCharacters(std::u32string_view(text_).substr(start, length));
 }
 
 void RichText::SetText(std::string_view text) {
-  Replace(0, text_.size(), Characters(text), kBlack);
+  Replace(0, text_.size(), base::Characters(text), base::kBlack);
   selStart_ = selLength_ = 0;
 }
 
@@ -58,7 +58,7 @@ std::vector<RichText::Run> RichText::Runs(std::size_t start, std::size_t length)
     std::size_t end = start;
     while (end < behind && colours_[end] == colours_[start]) ++end;
     runs.push_back({palette_[colours_[start]],
-                    FromCharacters(std::u32string_view(text_).substr(start, end - start))});
+                    base::FromCharacters(std::u32string_view(text_).substr(start, end - start))});
     start = end;
   }
   return runs;
@@ -69,7 +69,7 @@ void RichText::Select(std::size_t start, std::size_t length) {
   selLength_ = std::min(length, text_.size() - selStart_);
 }
 
-void RichText::SetSelColour(Colour colour) {
+void RichText::SetSelColour(base::Colour colour) {
   std::fill_n(colours_.begin() + static_cast<std::ptrdiff_t>(selStart_), selLength_,
               PaletteIndex(colour));
   Recoloured(selStart_, selLength_, colour);
@@ -77,22 +77,22 @@ void RichText::SetSelColour(Colour colour) {
 }
 
 void RichText::Append(std::string_view text) {
-  Append(text, text_.empty() ? kBlack : palette_[colours_.back()]);
+  Append(text, text_.empty() ? base::kBlack : palette_[colours_.back()]);
 }
 
-void RichText::Append(std::string_view text, Colour colour) {
+void RichText::Append(std::string_view text, base::Colour colour) {
   Select(text_.size(), 0);
-  Replace(text_.size(), 0, Characters(text), colour);
+  Replace(text_.size(), 0, base::Characters(text), colour);
 }
 
 void RichText::Erase(std::size_t start, std::size_t length) {
   start = std::min(start, text_.size());
-  Replace(start, std::min(length, text_.size() - start), {}, kBlack);
+  Replace(start, std::min(length, text_.size() - start), {}, base::kBlack);
 }
 
 void RichText::CutPlain(std::size_t length) {
   if (length < text_.size()) Erase(length, text_.size() - length);
-  const unsigned char black = PaletteIndex(kBlack);
+  const unsigned char black = PaletteIndex(base::kBlack);
   // The usual case, seen at the speed of memory: all black.
   if (colours_.empty() || (colours_[0] == black &&
                            std::memcmp(&colours_[0], &colours_[0] + 1, colours_.size() - 1) == 0)) {
@@ -104,7 +104,7 @@ void RichText::CutPlain(std::size_t length) {
   const auto last = std::find_if(colours_.rbegin(), colours_.rend(), coloured).base();
   std::fill(first, last, black);
   Recoloured(static_cast<std::size_t>(first - colours_.begin()),
-             static_cast<std::size_t>(last - first), kBlack);
+             static_cast<std::size_t>(last - first), base::kBlack);
   ShowChanged();
   Select(0, 0);
 }
@@ -115,23 +115,23 @@ std::size_t RichText::Find(std::string_view what, std::size_t start) const {
     folded_ = Folded(text_);
     foldedInUse_ = true;
   }
-  return FindIn(folded_, Folded(Characters(what)), start);
+  return FindIn(folded_, Folded(base::Characters(what)), start);
 }
 
-unsigned char RichText::PaletteIndex(Colour colour) {
+unsigned char RichText::PaletteIndex(base::Colour colour) {
   auto at = std::find(palette_.begin(), palette_.end(), colour);
   if (at == palette_.end()) at = palette_.insert(palette_.end(), colour);
   return static_cast<unsigned char>(at - palette_.begin());
 }
 
 void RichText::Replace(std::size_t start, std::size_t length, std::u32string_view text,
-                       Colour colour) {
+                       base::Colour colour) {
   if (length == 0 && text.empty()) return;
   const unsigned char index = PaletteIndex(colour);
   if (foldedInUse_) {
     folded_.replace(start, length, text);
     std::transform(text.begin(), text.end(), folded_.begin() + static_cast<std::ptrdiff_t>(start),
-                   LowerChar);
+                   base::LowerChar);
   }
   text_.replace(start, length, text);
   const auto first = colours_.begin() + static_cast<std::ptrdiff_t>(start);
@@ -148,10 +148,10 @@ void RichText::Replace(std::size_t start, std::size_t length, std::u32string_vie
   selLength_ = std::min(selLength_, text_.size() - selStart_);
   if (Edited.IsHeard()) {
     Edit edit{start, length, {}};
-    if (!text.empty()) edit.inserted.push_back({colour, FromCharacters(text)});
+    if (!text.empty()) edit.inserted.push_back({colour, base::FromCharacters(text)});
     Edited(edit);
   }
   Changed();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

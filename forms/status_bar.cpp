@@ -2,7 +2,7 @@
 
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 StatusBar::StatusBar(Window& window, std::string name, int panels)
     : Field(window, std::move(name)), panels_(static_cast<std::size_t>(panels)) {
@@ -20,13 +20,13 @@ void StatusBar::SetPanel(int number, std::string_view text) {
   ShowChanged();
 }
 
-Twips StatusBar::MinimumWidth(int number) const {
+base::Twips StatusBar::MinimumWidth(int number) const {
   return panels_.at(static_cast<std::size_t>(number - 1)).minimumWidth;
 }
 
-void StatusBar::SetMinimumWidth(int number, Twips width) {
+void StatusBar::SetMinimumWidth(int number, base::Twips width) {
   panels_.at(static_cast<std::size_t>(number - 1)).minimumWidth = width;
   ShowChanged();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -1,6 +1,6 @@
 #include "forms/tab_strip.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 TabStrip::TabStrip(Window& window, std::string name, std::vector<std::string> captions)
     : OptionGroup(window, std::move(name), std::move(captions)), pages_(Captions().size()) {}
@@ -17,4 +17,4 @@ void TabStrip::Changed() {
   OptionGroup::Changed();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

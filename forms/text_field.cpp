@@ -4,7 +4,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 void TextField::SetText(std::string_view text) {
   if (text_ != text) Assign(std::string(text));
@@ -14,22 +14,22 @@ void TextField::Assign(std::string text) {
   text_ = std::move(text);
   // The caret stays where it was, as far as the text reaches: a completion while typing leaves
   // the next key in its place.
-  selStart_ = std::min(selStart_, Len(text_));
+  selStart_ = std::min(selStart_, base::Len(text_));
   selLength_ = 0;
   Changed();
 }
 
 void TextField::Select(std::size_t start, std::size_t length) {
-  const std::size_t size = Len(text_);
+  const std::size_t size = base::Len(text_);
   selStart_ = std::min(start, size);
   selLength_ = std::min(length, size - selStart_);
   ShowChanged();
 }
 
-std::string TextField::SelText() const { return Mid(text_, selStart_ + 1, selLength_); }
+std::string TextField::SelText() const { return base::Mid(text_, selStart_ + 1, selLength_); }
 
 void TextField::Focus() {
-  Select(0, Len(text_));
+  Select(0, base::Len(text_));
   Field::Focus();
 }
 
@@ -46,7 +46,7 @@ void TextField::TypeKey(char32_t key) {
     SetText("");
     return;
   }
-  std::u32string text = Characters(text_);
+  std::u32string text = base::Characters(text_);
   std::size_t start = selStart_;
   std::size_t length = selLength_;
   if (key == kBackspace) {
@@ -63,16 +63,16 @@ void TextField::TypeKey(char32_t key) {
     selStart_ = start + 1;
   }
   selLength_ = 0;
-  SetText(FromCharacters(text));
+  SetText(base::FromCharacters(text));
 }
 
 std::string TextField::FilterText(std::string_view text) const {
   if (!Filter) return std::string(text);
   std::u32string passed;
-  for (char32_t c : Characters(text)) {
+  for (char32_t c : base::Characters(text)) {
     if (const char32_t key = Filter(c); key >= 32) passed += key;
   }
-  return FromCharacters(passed);
+  return base::FromCharacters(passed);
 }
 
 MaskedField::MaskedField(Window& window, std::string name, std::string mask, const FieldFace& face)
@@ -125,4 +125,4 @@ void MaskedField::TypeKey(char32_t key) {
   Select(start, 0);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

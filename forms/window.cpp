@@ -6,13 +6,14 @@
 #include "forms/field_visit.h"
 #include "forms/window_list.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
-Window::Window(WindowHost& host, std::string name, std::string caption, Twips width, Twips height)
+Window::Window(platform::WindowHost& host, std::string name, std::string caption, base::Twips width,
+               base::Twips height)
     : host_(host),
       name_(std::move(name)),
       caption_(std::move(caption)),
-      bounds_{Twips(0), Twips(0), width, height},
+      bounds_{base::Twips(0), base::Twips(0), width, height},
       scaleWidth_(width),
       scaleHeight_(height) {}
 
@@ -47,7 +48,7 @@ void Window::Moved(const Bounds& bounds, WindowState state) {
   if ((resized || turned) && Loaded()) Resize();
 }
 
-void Window::SetScale(Twips width, Twips height) {
+void Window::SetScale(base::Twips width, base::Twips height) {
   if (width == scaleWidth_ && height == scaleHeight_) return;
   scaleWidth_ = width;
   scaleHeight_ = height;
@@ -72,7 +73,7 @@ void Window::RefreshCommands() {
 
 Field* Window::FindField(std::string_view name) const {
   const auto at = std::find_if(fields_.begin(), fields_.end(),
-                               [&](Field* field) { return SameText(field->Name(), name); });
+                               [&](Field* field) { return base::SameText(field->Name(), name); });
   return at == fields_.end() ? nullptr : *at;
 }
 
@@ -81,4 +82,4 @@ Command* Window::FindCommand(std::string_view name) const {
   return field == nullptr ? nullptr : FieldAs<Command>(*field);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <exception>
 
-namespace brenvo {
+namespace brenvo::forms {
 namespace {
 
 // Counts events in work, whatever way they end.
@@ -196,4 +196,4 @@ void WindowList::BuryUnloaded() {
   if (depth_ == 0) unloaded_.clear();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

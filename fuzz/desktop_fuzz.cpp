@@ -12,13 +12,14 @@
 namespace {
 
 using namespace brenvo;
+using namespace brenvo::fuzz;
 
-std::set<std::string> OpenWindows(FuzzStation& station) {
+std::set<std::string> OpenWindows(fuzz::FuzzStation& station) {
   static const std::set<std::string> kOnDesktop = {
       "LogForm", "Contest",   "FT736",  "Hrd",        "HrdMode",
       "TNC",     "TNCtelnet", "WWConv", "OldQsoForm", "OldQsoLocator"};
   std::set<std::string> names;
-  for (Window* window : station.session.Windows.Loaded()) {
+  for (forms::Window* window : station.session.Windows.Loaded()) {
     if (window == station.Frame) continue;
     Require(kOnDesktop.contains(window->Name()));
     Require(names.insert(window->Name()).second);
@@ -31,12 +32,13 @@ std::set<std::string> OpenWindows(FuzzStation& station) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static FuzzStation station;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
-  station.session.SaveSetting("Desktop", "Window", ValidUtf8(bytes));
-  const auto load = [] { LoadDesktop(station.session); };
+  station.session.SaveSetting("Desktop", "Window", base::ValidUtf8(bytes));
+  const auto load = [] { core::LoadDesktop(station.session); };
   station.Event(load);
   const auto opened = OpenWindows(station);
-  station.Event([] { SaveDesktop(station.session); });
-  Require(Len(station.session.GetSetting("Desktop", "Window", "")) == 5 * opened.size());
+  station.Event([] { core::SaveDesktop(station.session); });
+  fuzz::Require(base::Len(station.session.GetSetting("Desktop", "Window", "")) ==
+                5 * opened.size());
   station.CloseAll();
   // What is saved depends on what is open alone, so each choice of windows is tried once.
   static std::set<std::set<std::string>> tried;

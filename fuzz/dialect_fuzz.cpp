@@ -18,7 +18,7 @@
 
 namespace {
 
-using brenvo::DatabaseError;
+using brenvo::engine::DatabaseError;
 
 struct Memory {
   Memory() {
@@ -29,14 +29,14 @@ struct Memory {
     if (sqlite3_exec(file, text.str().c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
       std::abort();
     }
-    schema = brenvo::ReadSchema(file);
-    brenvo::RegisterFunctions(file, &failure);
+    schema = brenvo::file::ReadSchema(file);
+    brenvo::file::RegisterFunctions(file, &failure);
     sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   }
 
   // SQLite may refuse what the parser lets through for its meaning or its size, never for its
   // grammar or its names.
-  void Prepare(const brenvo::Sql& sql) {
+  void Prepare(const brenvo::file::Sql& sql) {
     sqlite3_stmt* statement = nullptr;
     const int code = sqlite3_prepare_v2(file, sql.text.data(), static_cast<int>(sql.text.size()),
                                         &statement, nullptr);
@@ -54,8 +54,8 @@ struct Memory {
   }
 
   sqlite3* file = nullptr;
-  brenvo::Schema schema;
-  std::optional<DatabaseError> failure;
+  brenvo::dialect::Schema schema;
+  std::optional<brenvo::engine::DatabaseError> failure;
 };
 
 template <typename Work>
@@ -71,17 +71,17 @@ void Try(Work&& work) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static Memory memory;
   const std::string text(reinterpret_cast<const char*>(data), size);
-  Try([&] { memory.Prepare(brenvo::TranslateQuery(memory.schema, text).sql); });
-  Try([&] { memory.Prepare(brenvo::TranslateAction(memory.schema, text).sql); });
+  Try([&] { memory.Prepare(brenvo::file::TranslateQuery(memory.schema, text).sql); });
+  Try([&] { memory.Prepare(brenvo::file::TranslateAction(memory.schema, text).sql); });
   Try([&] {
-    const brenvo::Keyset keyset = brenvo::TranslateKeyset(memory.schema, text);
+    const brenvo::file::Keyset keyset = brenvo::file::TranslateKeyset(memory.schema, text);
     memory.Prepare(keyset.keys);
-    brenvo::Sql row = keyset.row;
+    brenvo::file::Sql row = keyset.row;
     row.parameters.emplace_back(1);  // the key
     memory.Prepare(row);
   });
   Try([&] {
-    memory.Prepare(brenvo::TranslateFind(
+    memory.Prepare(brenvo::file::TranslateFind(
         memory.schema, "SELECT * FROM Log WHERE Call='a' or Call='b' ORDER By DataQso DESC ,QsoNr",
         text, true));
   });

@@ -27,23 +27,25 @@ struct Station {
   }
 
   ScratchDatabase directory;
-  std::optional<Database> database;
-  RecordingPlatform machine{[](const std::string&) {}};
+  std::optional<engine::Database> database;
+  recorder::RecordingPlatform machine{[](const std::string&) {}};
 };
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static Station station;
-  static const ReportTexts kTexts = {{"call", "I0XXX"}, {"qra", "{call}"}, {"data", "03/02/2001"}};
+  static const print::ReportTexts kTexts = {
+      {"call", "I0XXX"}, {"qra", "{call}"}, {"data", "03/02/2001"}};
   try {
-    const ReportLayout layout = ParseReportLayout({reinterpret_cast<const char*>(data), size});
-    if (layout.columns.empty() || RowsPerPage(layout, Mm(297)) < 1) std::abort();
+    const print::ReportLayout layout =
+        print::ParseReportLayout({reinterpret_cast<const char*>(data), size});
+    if (layout.columns.empty() || print::RowsPerPage(layout, base::Mm(297)) < 1) std::abort();
     station.machine.GetPrinter().SetFont("Arial", 10, false);
-    PrintRows(*station.database, layout, kTexts, station.machine.GetPrinter(),
-              [](std::int64_t, std::int64_t) { return true; });
-  } catch (const LayoutError&) {
-  } catch (const DatabaseError&) {
+    print::PrintRows(*station.database, layout, kTexts, station.machine.GetPrinter(),
+                     [](std::int64_t, std::int64_t) { return true; });
+  } catch (const print::LayoutError&) {
+  } catch (const engine::DatabaseError&) {
     // An order that is none, a cell that is no date.
   }
   if (station.Rows() != 3) std::abort();

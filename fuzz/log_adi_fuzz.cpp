@@ -19,9 +19,10 @@ void Require(bool holds) {
 }
 
 // A contact of these columns; the writer asks for others too, which are Null.
-class Contact : public Snapshot {
+class Contact : public engine::Snapshot {
  public:
-  explicit Contact(std::map<std::string, Value, std::less<>> values) : values_(std::move(values)) {}
+  explicit Contact(std::map<std::string, engine::Value, std::less<>> values)
+      : values_(std::move(values)) {}
   void MoveFirst() override {}
   void MoveLast() override {}
   void MoveNext() override {}
@@ -30,20 +31,20 @@ class Contact : public Snapshot {
   bool EOF_() override { return false; }
   std::int64_t RecordCount() override { return 1; }
   const std::vector<std::string>& Columns() const override { return kColumns; }
-  Value Field(std::string_view column) override {
+  engine::Value Field(std::string_view column) override {
     const auto at = values_.find(column);
-    return at == values_.end() ? Value() : at->second;
+    return at == values_.end() ? engine::Value() : at->second;
   }
-  Value Field(std::size_t column) override { return Field(kColumns.at(column)); }
-  Bookmark GetBookmark() override { return {}; }
-  void SetBookmark(Bookmark) override {}
+  engine::Value Field(std::size_t column) override { return Field(kColumns.at(column)); }
+  engine::Bookmark GetBookmark() override { return {}; }
+  void SetBookmark(engine::Bookmark) override {}
   void Close() override {}
 
  private:
   inline static const std::vector<std::string> kColumns = {
       "Call",       "DataQso",     "Banda", "Modo",      "QrkDato", "QrkRicevuto",
       "QslInviata", "QslRicevuta", "Qra",   "Frequenza", "Manager"};
-  std::map<std::string, Value, std::less<>> values_;
+  std::map<std::string, engine::Value, std::less<>> values_;
 };
 
 // Reads "<name:length>value" at `at`, and leaves `at` behind the value.
@@ -62,17 +63,18 @@ std::string ReadField(const std::string& lines, std::size_t& at, std::string& na
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string text = ValidUtf8(std::string_view(reinterpret_cast<const char*>(data), size));
+  const std::string text =
+      base::ValidUtf8(std::string_view(reinterpret_cast<const char*>(data), size));
   double frequency = 0;
   for (std::size_t i = 0; i < size && i < 8; ++i) frequency = frequency * 10 + data[i];
-  Contact contact({{"Call", Value(text)},
-                   {"Qra", Value(text)},
-                   {"Modo", Value(text)},
-                   {"Manager", Value(text)},
-                   {"Frequenza", Value(frequency / 1000)},
-                   {"DataQso", Value(DateTime::Of(2001, 2, 3, 4, 5, 6))}});
-  const std::string lines = AdifWriter(contact).Contact();
-  const std::string expected = ToWindows1252(text);
+  Contact contact({{"Call", engine::Value(text)},
+                   {"Qra", engine::Value(text)},
+                   {"Modo", engine::Value(text)},
+                   {"Manager", engine::Value(text)},
+                   {"Frequenza", engine::Value(frequency / 1000)},
+                   {"DataQso", engine::Value(base::DateTime::Of(2001, 2, 3, 4, 5, 6))}});
+  const std::string lines = log::AdifWriter(contact).Contact();
+  const std::string expected = base::ToWindows1252(text);
   std::size_t at = 0;
   int read = 0;
   while (lines.compare(at, std::string::npos, "<eor>\r\n") != 0) {

@@ -11,14 +11,14 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace brenvo;
-  static RecordingPlatform machine;
+  static recorder::RecordingPlatform machine;
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  Window window(machine.Host(), "W", "", Twips(1), Twips(1));
-  EntryArray entries(window, "CMI");
+  forms::Window window(machine.Host(), "W", "", base::Twips(1), base::Twips(1));
+  forms::EntryArray entries(window, "CMI");
   entries.Add("-");
-  MenuCommands commands;
+  links::MenuCommands commands;
   try {
-    FillMenu(text, entries, commands);
+    links::FillMenu(text, entries, commands);
   } catch (const std::runtime_error&) {
   }
   const std::size_t count = entries.Entries().size();
@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (std::size_t i = count; i < commands.size(); ++i) {
     if (!commands[i].empty()) std::abort();
   }
-  ListInput input(text);
+  links::ListInput input(text);
   std::size_t values = 0;
   while (!input.AtEnd()) {
     input.Next();

@@ -21,7 +21,7 @@ bool Closes(std::string_view text) { return text.ends_with("</TR>") || text.ends
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace brenvo;
   const std::string text(reinterpret_cast<const char*>(data), size);
-  const auto pieces = CutTemplate(text);
+  const auto pieces = awards::CutTemplate(text);
   if (!pieces) return 0;
   Require(pieces->head + pieces->row + pieces->tail == text);
   Require(Opens(pieces->row) && Closes(pieces->row));
@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const std::string_view token : {"[COUNTRY]", "[DESCRIZIONE]", "[CALL]"}) {
       std::string row = pieces->row;
       const std::size_t at = row.find(token);
-      FillToken(row, token, value);
+      awards::FillToken(row, token, value);
       if (at == std::string::npos) {
         Require(row == pieces->row);
       } else {

@@ -13,6 +13,7 @@
 namespace {
 
 using namespace brenvo;
+using namespace brenvo::fuzz;
 
 struct Key {
   const char *section, *key;
@@ -59,8 +60,9 @@ FuzzStation& Station() {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  FuzzStation& station = Station();
-  std::istringstream lines(ValidUtf8(std::string_view(reinterpret_cast<const char*>(data), size)));
+  fuzz::FuzzStation& station = Station();
+  std::istringstream lines(
+      base::ValidUtf8(std::string_view(reinterpret_cast<const char*>(data), size)));
   // A window that finds nothing of its own opens as for every other input.
   std::set<std::string_view> windows;
   for (const Key& key : kKeys) {
@@ -70,13 +72,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     station.session.SaveSetting(key.section, key.key, value);
   }
   for (const std::string_view name : windows) {
-    Window* const window = station.Open(name);
-    Require(window != nullptr);
-    Require(window->Width() > Twips(-1000000) && window->Width() < Twips(1000000));
-    if (auto* labels = dynamic_cast<StampaQsl*>(window)) {
+    forms::Window* const window = station.Open(name);
+    fuzz::Require(window != nullptr);
+    Require(window->Width() > base::Twips(-1000000) && window->Width() < base::Twips(1000000));
+    if (auto* labels = dynamic_cast<print::StampaQsl*>(window)) {
       station.Event([&] {
-        labels->DatiQso.SetState(CheckState::kOn);
-        labels->DatiStazione.SetState(CheckState::kOn);
+        labels->DatiQso.SetState(forms::CheckState::kOn);
+        labels->DatiStazione.SetState(forms::CheckState::kOn);
         labels->cmPrint.Press();
         labels->cmUpdate.Press();
       });
@@ -85,8 +87,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   station.CloseAll();
   for (const Key& key : kKeys) {
     if (std::string_view(key.section) != "StampaQsl") continue;
-    const double stored = Val(station.session.GetSetting(key.section, key.key, ""));
-    Require(stored > -1e6 && stored < 1e6);
+    const double stored = base::Val(station.session.GetSetting(key.section, key.key, ""));
+    fuzz::Require(stored > -1e6 && stored < 1e6);
   }
   return 0;
 }

@@ -11,27 +11,27 @@
 #include "links/spot_engine.h"
 #include "recorder/recording_platform.h"
 
-namespace brenvo {
+namespace brenvo::fuzz {
 namespace {
 
 void Require(bool holds) {
   if (!holds) std::abort();
 }
 
-class Terminal : public Window {
+class Terminal : public forms::Window {
  public:
-  Terminal(WindowHost& host, const SpotPolicy& policy, std::uint8_t marks)
-      : Window(host, "T", "", Twips(1), Twips(1)),
+  Terminal(platform::WindowHost& host, const links::SpotPolicy& policy, std::uint8_t marks)
+      : forms::Window(host, "T", "", base::Twips(1), base::Twips(1)),
         engine_(policy, Received,
                 {Banda, cmAutoSpelling, cmAutoCheck, policy.monitors ? &cmMDX : nullptr,
                  policy.monitors ? &cmMAnnounce : nullptr, policy.monitors ? &cmMTutto : nullptr},
-                {.FindBand = [](Khz frequency) { return FindBand(frequency); },
+                {.FindBand = [](base::Khz frequency) { return FindBand(frequency); },
                  .PlayWave =
                      [](std::string_view name) {
                        Require(name.starts_with("\\"));
                        // One character a file, but for the band, the pause and the stroke.
                        Require(name == "\\20m.wav" || name == "\\pause.wav" ||
-                               name == "\\stroke.wav" || Len(name) == 6);
+                               name == "\\stroke.wav" || base::Len(name) == 6);
                      },
                  .ShowCheck =
                      [](std::string_view call) {
@@ -52,21 +52,21 @@ class Terminal : public Window {
     waiting_.insert(waiting_.end(), data, data + size);
     while (const auto character = Take()) {
       engine_.FeedCharacter(*character);
-      Require(engine_.RxLine().size() <= 2 * SpotEngine::kLongestLine);
+      Require(engine_.RxLine().size() <= 2 * links::SpotEngine::kLongestLine);
       Require(Received.Length() <= 132001);
     }
   }
 
-  RichText Received{*this, "Received"};
-  EntryArray Banda{*this, "Banda"};
-  Command cmMDX{*this, "cmMDX", ""}, cmMAnnounce{*this, "cmMAnnounce", ""},
+  forms::RichText Received{*this, "Received"};
+  forms::EntryArray Banda{*this, "Banda"};
+  forms::Command cmMDX{*this, "cmMDX", ""}, cmMAnnounce{*this, "cmMAnnounce", ""},
       cmMTutto{*this, "cmMTutto", ""}, cmAutoSpelling{*this, "cmAutoSpelling", ""},
       cmAutoCheck{*this, "cmAutoCheck", ""};
 
  private:
-  static std::optional<SpotBand> FindBand(Khz frequency) {
-    if (frequency < Khz(14000) || frequency > Khz(14350)) return std::nullopt;
-    return SpotBand{" 20 m", true, "20m.wav"};
+  static std::optional<links::SpotBand> FindBand(base::Khz frequency) {
+    if (frequency < base::Khz(14000) || frequency > base::Khz(14350)) return std::nullopt;
+    return links::SpotBand{" 20 m", true, "20m.wav"};
   }
   std::optional<char32_t> Take() {
     if (waiting_.empty()) return std::nullopt;
@@ -76,19 +76,20 @@ class Terminal : public Window {
   }
 
   std::deque<std::uint8_t> waiting_;
-  SpotEngine engine_;
+  links::SpotEngine engine_;
 };
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace brenvo;
-  static RecordingPlatform machine;
+  using namespace brenvo::fuzz;
+  static recorder::RecordingPlatform machine;
   if (size < 2) return 0;
   const std::uint8_t marks = data[0];
   const std::size_t split = 2 + data[1] % (size - 1);
-  for (const SpotPolicy* policy : {&kRadioPolicy, &kTelnetPolicy}) {
+  for (const links::SpotPolicy* policy : {&links::kRadioPolicy, &links::kTelnetPolicy}) {
     Terminal terminal(machine.Host(), *policy, marks);
     // Text that stood there before, so that the limits are in reach; seldom, for it takes long.
     if ((marks & 128) != 0 && data[1] >= 250) {
@@ -97,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     terminal.Receive(data + 2, split - 2);
     terminal.Receive(data + split, size - split);
     std::size_t runs = 0;
-    for (const RichText::Run& run : terminal.Received.Runs()) runs += Len(run.text);
+    for (const forms::RichText::Run& run : terminal.Received.Runs()) runs += base::Len(run.text);
     Require(runs == terminal.Received.Length());
   }
   return 0;

@@ -9,11 +9,11 @@
 
 #include "recorder/recording_platform.h"
 #include "station/station.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_directory.h"
 #include "tools/mkdatabase/database_maker.h"
-#include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::fuzz {
 
 inline void Require(bool holds) {
   if (!holds) std::abort();
@@ -22,27 +22,26 @@ inline void Require(bool holds) {
 class FuzzStation {
  public:
   FuzzStation() {
-    MakeDatabase(SourceDir() / "data/schema.sql", SourceDir() / "data",
-                 Directory.Path() / "Brenvo.mdb");
+    mkdatabase::MakeDatabase(SourceDir() / "data/schema.sql", SourceDir() / "data",
+                             Directory.Path() / "Brenvo.mdb");
     for (const char* file : {"tnc.mnu", "wwconv.mnu"}) {
-      std::filesystem::copy_file(SourceDir() / "data" / file,
-                                 Directory.Path() / file);
+      std::filesystem::copy_file(SourceDir() / "data" / file, Directory.Path() / file);
     }
-    Frame = StartStation(session);
+    Frame = station::StartStation(session);
     Require(Frame != nullptr);
   }
 
-  Window* Open(std::string_view name) {
+  forms::Window* Open(std::string_view name) {
     Event([&] {
-      if (Window* window = session.Windows.LoadSingle(name)) session.Windows.Show(*window);
+      if (forms::Window* window = session.Windows.LoadSingle(name)) session.Windows.Show(*window);
     });
     return session.Windows.Find(name);
   }
   // Every window but the main frame.
   void CloseAll() {
     for (;;) {
-      Window* last = nullptr;
-      for (Window* each : session.Windows.Loaded()) {
+      forms::Window* last = nullptr;
+      for (forms::Window* each : session.Windows.Loaded()) {
         if (each != Frame) last = each;
       }
       if (last == nullptr) return;
@@ -55,9 +54,9 @@ class FuzzStation {
   }
 
   ScratchDirectory Directory;
-  RecordingPlatform Machine{[](const std::string&) {}};
-  Session session{Machine, Directory.Path()};
-  MainFrame* Frame = nullptr;
+  recorder::RecordingPlatform Machine{[](const std::string&) {}};
+  core::Session session{Machine, Directory.Path()};
+  core::MainFrame* Frame = nullptr;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::fuzz

@@ -4,7 +4,7 @@
 
 #include "base/number.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::size_t kReplySize = 5;
@@ -23,11 +23,12 @@ std::uint8_t Packed(std::string_view digits) {
 
 }  // namespace
 
-CatFrame BcdFrequency(HundredHz frequency) {
-  const double khz = ToKhz(frequency).Value();
+CatFrame BcdFrequency(base::HundredHz frequency) {
+  const double khz = base::ToKhz(frequency).Value();
   const double whole = std::trunc(khz);
-  const std::string fraction = FormatNumber(khz - whole, ".00");
-  const std::string digits = FormatNumber(whole, "000000") + fraction.substr(fraction.size() - 2);
+  const std::string fraction = base::FormatNumber(khz - whole, ".00");
+  const std::string digits =
+      base::FormatNumber(whole, "000000") + fraction.substr(fraction.size() - 2);
   const std::string_view all = digits;
   CatFrame frame{};
   for (std::size_t i = 0; i < 4; ++i) frame[i] = Packed(all.substr(2 * i, 2));
@@ -43,4 +44,4 @@ std::optional<int> SMeterReading(std::string_view reply) {
 
 std::string Bytes(const CatFrame& frame) { return {frame.begin(), frame.end()}; }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

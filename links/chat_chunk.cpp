@@ -1,6 +1,6 @@
 #include "chat_chunk.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 ChatChunk SplitChatChunk(std::string_view chunk) {
   const bool personal = chunk.starts_with("<*");
@@ -14,4 +14,4 @@ ChatChunk SplitChatChunk(std::string_view chunk) {
   return {personal, chunk.substr(0, speaker), chunk.substr(speaker)};
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

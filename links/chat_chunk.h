@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::links {
 
 // A chunk as it is shown: who speaks in dark red, what is said in black. A chunk in which nobody
 // is named has an empty Speaker and keeps the colour that its area has.
@@ -16,4 +16,4 @@ struct ChatChunk {
 // speaker reaching to the ">". A chunk is judged alone, whatever came before it.
 ChatChunk SplitChatChunk(std::string_view chunk);
 
-}  // namespace brenvo
+}  // namespace brenvo::links

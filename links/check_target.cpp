@@ -3,19 +3,20 @@
 #include "base/text.h"
 #include "core/shared_windows.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::size_t kWholeLocator = 6;
 
-void Search(Session& session, TextField MatrixWindow::*field, std::string_view wanted) {
-  const BusyPointer busy(session.Host());
+void Search(core::Session& session, forms::TextField core::MatrixWindow::*field,
+            std::string_view wanted) {
+  const platform::BusyPointer busy(session.Host());
   if (!session.HrdOpen()) {
-    if (Window* window = session.Windows.LoadSingle("Hrd")) session.Windows.Show(*window);
+    if (forms::Window* window = session.Windows.LoadSingle("Hrd")) session.Windows.Show(*window);
   }
   if (!session.HrdOpen()) return;
-  MatrixWindow& matrix = *session.Hrd;
-  const std::string text = Upper(wanted);
+  core::MatrixWindow& matrix = *session.Hrd;
+  const std::string text = base::Upper(wanted);
   (matrix.*field).SetText(text);
   // Searched for last time too: the operator may have asked for another one since.
   if (matrix.AutoSearch.Text() == text) {
@@ -27,13 +28,14 @@ void Search(Session& session, TextField MatrixWindow::*field, std::string_view w
 
 }  // namespace
 
-void ShowCheck(Session& session, std::string_view call) {
-  Search(session, &MatrixWindow::CallQso, call);
+void ShowCheck(core::Session& session, std::string_view call) {
+  Search(session, &core::MatrixWindow::CallQso, call);
 }
 
-void ShowLocatorCheck(Session& session, std::string_view locator) {
-  const bool whole = Len(locator) >= kWholeLocator;
-  Search(session, &MatrixWindow::Locator, whole ? std::string(locator) : Trim(locator) + "*");
+void ShowLocatorCheck(core::Session& session, std::string_view locator) {
+  const bool whole = base::Len(locator) >= kWholeLocator;
+  Search(session, &core::MatrixWindow::Locator,
+         whole ? std::string(locator) : base::Trim(locator) + "*");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -7,11 +7,11 @@
 #include "base/encoding.h"
 #include "base/number.h"
 #include "base/text.h"
-#include "core/modules.h"
 #include "check_target.h"
+#include "core/modules.h"
 #include "spelling.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
@@ -20,14 +20,15 @@ constexpr std::string_view kMenuHint = "Comandi personalizzabili tramite tnc.mnu
 constexpr std::size_t kLongestLocator = 6;
 constexpr std::size_t kBlock = 4096;
 // Where the announcement opens, from the terminal's corner.
-constexpr Twips kDialogOffset(10);
+constexpr base::Twips kDialogOffset(10);
 
 }  // namespace
 
-ClusterTerminal::ClusterTerminal(Session& session, std::string name, std::string caption,
-                                 const SpotPolicy& policy, Command* cmMDX, Command* cmMAnnounce,
-                                 Command* cmMTutto)
-    : Window(session.Host(), std::move(name), std::move(caption), Twips(9000), Twips(6000)),
+ClusterTerminal::ClusterTerminal(core::Session& session, std::string name, std::string caption,
+                                 const SpotPolicy& policy, forms::Command* cmMDX,
+                                 forms::Command* cmMAnnounce, forms::Command* cmMTutto)
+    : forms::Window(session.Host(), std::move(name), std::move(caption), base::Twips(9000),
+                    base::Twips(6000)),
       session_(session),
       engine_(policy, Received, {Banda, cmAutoSpelling, cmAutoCheck, cmMDX, cmMAnnounce, cmMTutto},
               Outside()),
@@ -46,7 +47,7 @@ ClusterTerminal::ClusterTerminal(Session& session, std::string name, std::string
 ClusterTerminal::~ClusterTerminal() = default;
 
 SpotOutside ClusterTerminal::Outside() {
-  return {.FindBand = [this](Khz frequency) { return FindBand(frequency); },
+  return {.FindBand = [this](base::Khz frequency) { return FindBand(frequency); },
           .PlayWave = [this](std::string_view name) { PlayWave(session_, *annuncioDX_, name); },
           .ShowCheck =
               [this](std::string_view call) {
@@ -57,20 +58,20 @@ SpotOutside ClusterTerminal::Outside() {
           .TakeWaiting = [this] { return TakeCharacter(); }};
 }
 
-std::optional<SpotBand> ClusterTerminal::FindBand(Khz frequency) {
+std::optional<SpotBand> ClusterTerminal::FindBand(base::Khz frequency) {
   const auto rows = session_.Db.OpenSnapshot(
       fmt::format("select Banda,AnnunceDX,FilenameDX from UserRTX where {0} >=FrequenzaI and {0} "
                   "<=FrequenzaF",
-                  PlainNumber(frequency.Value())));
+                  base::PlainNumber(frequency.Value())));
   if (rows->EOF_()) return std::nullopt;
-  return SpotBand{FieldText(*rows, "Banda"), rows->Field("AnnunceDX").Bool(),
-                  FieldText(*rows, "FilenameDX")};
+  return SpotBand{core::FieldText(*rows, "Banda"), rows->Field("AnnunceDX").Bool(),
+                  core::FieldText(*rows, "FilenameDX")};
 }
 
 void ClusterTerminal::FillMenus() {
   FillMenuFromFile(session_.File("\\tnc.mnu"), CMI, Comandi);
   const auto bands = session_.Db.OpenSnapshot("select * from UserRTX");
-  for (; !bands->EOF_(); bands->MoveNext()) Banda.Add(FieldText(*bands, "Banda"));
+  for (; !bands->EOF_(); bands->MoveNext()) Banda.Add(core::FieldText(*bands, "Banda"));
 }
 
 std::optional<char32_t> ClusterTerminal::TakeCharacter() {
@@ -113,11 +114,11 @@ void ClusterTerminal::ReceiveWaiting() {
 }
 
 void ClusterTerminal::SendText(std::string_view text, std::string_view lineEnd) {
-  Send(ToLatin1(text).append(lineEnd));
+  Send(base::ToLatin1(text).append(lineEnd));
 }
 
 void ClusterTerminal::SendConnect() {
-  SendText("c " + FieldText(*session_.TbUser, "ClusterNode"), kLineEnd);
+  SendText("c " + core::FieldText(*session_.TbUser, "ClusterNode"), kLineEnd);
 }
 
 void ClusterTerminal::SendTyped() {
@@ -132,7 +133,7 @@ void ClusterTerminal::SendEntry(int entry) {
 
 void ClusterTerminal::CheckCall() {
   const std::string selected = Received.SelText();
-  if (IsEmptyField(selected)) {
+  if (core::IsEmptyField(selected)) {
     StatusBar1.SetPanel(1, kSelectHint);
   } else {
     ShowCheck(session_, selected);
@@ -141,7 +142,7 @@ void ClusterTerminal::CheckCall() {
 
 void ClusterTerminal::CheckLocator() {
   const std::string selected = Received.SelText();
-  if (Len(selected) > kLongestLocator || IsEmptyField(selected)) {
+  if (base::Len(selected) > kLongestLocator || core::IsEmptyField(selected)) {
     StatusBar1.SetPanel(1, kSelectHint);
   } else {
     ShowLocatorCheck(session_, selected);
@@ -149,9 +150,9 @@ void ClusterTerminal::CheckLocator() {
 }
 
 void ClusterTerminal::AnnounceDX() {
-  Window* dialog = session_.Windows.LoadSingle("DX");
+  forms::Window* dialog = session_.Windows.LoadSingle("DX");
   if (dialog == nullptr) return;
-  const Bounds& own = GetBounds();
+  const forms::Bounds& own = GetBounds();
   dialog->Move(
       {own.left + kDialogOffset, own.top + kDialogOffset, dialog->Width(), dialog->Height()});
   session_.Windows.ShowModal(*dialog);
@@ -161,4 +162,4 @@ void ClusterTerminal::AnnounceDX() {
   if (command != "CANCEL") SendText(command, kLineEnd);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

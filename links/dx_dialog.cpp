@@ -3,20 +3,20 @@
 #include "base/text.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
-DxDialog::DxDialog(Session& session)
-    : Window(session.Host(), "DX", "DX announcement", Twips(4500), Twips(2400)) {
-  Frequenza.Filter = NumericKey;
-  CallQso.Filter = UpperKey;
+DxDialog::DxDialog(core::Session& session)
+    : forms::Window(session.Host(), "DX", "DX announcement", base::Twips(4500), base::Twips(2400)) {
+  Frequenza.Filter = core::NumericKey;
+  CallQso.Filter = core::UpperKey;
   DefaultCommand = &cmInvia;
   CancelCommand = &cmCancel;
 }
 
 void DxDialog::Finish() {
-  if (IsEmptyField(Frequenza.Text()) || IsEmptyField(CallQso.Text())) return;
+  if (core::IsEmptyField(Frequenza.Text()) || core::IsEmptyField(CallQso.Text())) return;
   Tag = "DX " + Frequenza.Text() + " " + CallQso.Text();
-  if (!IsEmptyField(Note.Text())) Tag += " " + Trim(Note.Text());
+  if (!core::IsEmptyField(Note.Text())) Tag += " " + base::Trim(Note.Text());
   Hide();
 }
 
@@ -25,4 +25,4 @@ void DxDialog::Cancel() {
   Hide();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -7,7 +7,7 @@
 #include "base/number.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::string_view kVfoA = "VFO-A";
@@ -16,23 +16,28 @@ constexpr int kHalfSpan = 1000;     // units of 100 Hz
 // What the slider can carry, with its span: far beyond any transceiver.
 constexpr double kHighest = 2e9;
 
-int WholeSteps(HundredHz frequency) { return static_cast<int>(RoundHalfEven(frequency.Value())); }
+int WholeSteps(base::HundredHz frequency) {
+  return static_cast<int>(base::RoundHalfEven(frequency.Value()));
+}
 
 }  // namespace
 
-FT736::FT736(Session& session)
-    : Window(session.Host(), "FT736", "FT-736R", Twips(8700), Twips(2550)),
+FT736::FT736(core::Session& session)
+    : forms::Window(session.Host(), "FT736", "FT-736R", base::Twips(8700), base::Twips(2550)),
       session_(session),
       msComm1_(session.Machine.MakeSerialPort()),
       timer1_(session.Machine.MakeTimer()) {
-  for (Field* field : {static_cast<Field*>(&DFrequenza), static_cast<Field*>(&SMeter),
-                       static_cast<Field*>(&Frequenza)}) {
+  for (forms::Field* field :
+       {static_cast<forms::Field*>(&DFrequenza), static_cast<forms::Field*>(&SMeter),
+        static_cast<forms::Field*>(&Frequenza)}) {
     field->SetVisible(false);
   }
   DFrequenza.OnChange = [this] { SendFrame(BcdFrequency(Active())); };
   DFrequenza.OnDoubleClick = [this] { BeginTyping(); };
   // Enter ends the typing as leaving the field does.
-  Frequenza.Filter = [](char32_t key) { return key == kEnter ? key : NumericKey(key); };
+  Frequenza.Filter = [](char32_t key) {
+    return key == forms::kEnter ? key : core::NumericKey(key);
+  };
   Frequenza.OnEnter = [this] {
     EndTyping();
     Host().MoveFocus(SliderFrequenza);
@@ -47,7 +52,7 @@ FT736::FT736(Session& session)
 FT736::~FT736() = default;
 
 void FT736::Load() {
-  RestoreWindow(session_, *this, "FT736");
+  core::RestoreWindow(session_, *this, "FT736");
   session_.FT736Open = true;
   msComm1_->SetPortNumber(1);
   msComm1_->SetSettings("4800,N,8,2");
@@ -56,7 +61,7 @@ void FT736::Load() {
 
 void FT736::Unload() {
   msComm1_->Close();
-  SaveWindow(session_, *this, "FT736");
+  core::SaveWindow(session_, *this, "FT736");
   session_.FT736Open = false;
 }
 
@@ -64,13 +69,13 @@ bool FT736::OpenPort() {
   try {
     msComm1_->Open();
     return true;
-  } catch (const DeviceError& failure) {
-    session_.Messages().Show(MessageIcon::kExclamation, "FT-736R", failure.what());
+  } catch (const platform::DeviceError& failure) {
+    session_.Messages().Show(platform::MessageIcon::kExclamation, "FT-736R", failure.what());
     return false;
   }
 }
 
-HundredHz& FT736::Active() { return DVFO.Text() == kVfoA ? FreqA : FreqB; }
+base::HundredHz& FT736::Active() { return DVFO.Text() == kVfoA ? FreqA : FreqB; }
 
 void FT736::PowerKey() {
   if (RigAcceso) {
@@ -106,13 +111,13 @@ void FT736::SwitchOff() {
 }
 
 void FT736::Tune() {
-  const HundredHz tuned(SliderFrequenza.Value());
+  const base::HundredHz tuned(SliderFrequenza.Value());
   Active() = tuned;
-  DFrequenza.SetText(FormatNumber(ToKhz(tuned).Value(), "###,###.0"));
+  DFrequenza.SetText(base::FormatNumber(base::ToKhz(tuned).Value(), "###,###.0"));
 }
 
 // Beyond the span that it was last centred on, too: a limit gives way, and the value arrives whole.
-void FT736::MoveSlider(HundredHz to) {
+void FT736::MoveSlider(base::HundredHz to) {
   const int value = WholeSteps(to);
   SliderFrequenza.SetMinimum(std::min(SliderFrequenza.Minimum(), value));
   SliderFrequenza.SetMaximum(std::max(SliderFrequenza.Maximum(), value));
@@ -149,7 +154,7 @@ void FT736::SetMode(std::string_view name) {
 }
 
 void FT736::BeginTyping() {
-  Frequenza.SetText(PlainNumber(ToKhz(Active()).Value()));
+  Frequenza.SetText(base::PlainNumber(base::ToKhz(Active()).Value()));
   Frequenza.SetVisible(true);
   Host().MoveFocus(Frequenza);
 }
@@ -157,7 +162,7 @@ void FT736::BeginTyping() {
 void FT736::EndTyping() {
   if (!Frequenza.Visible()) return;  // hiding it takes the focus away once more
   Frequenza.SetVisible(false);
-  const HundredHz typed = ToHundredHz(Khz(Val(Frequenza.Text())));
+  const base::HundredHz typed = base::ToHundredHz(base::Khz(base::Val(Frequenza.Text())));
   if (std::fabs(typed.Value()) > kHighest) throw std::out_of_range("Frequenza fuori scala");
   Active() = typed;
   RecentreSlider();
@@ -176,7 +181,7 @@ void FT736::SendFrame(const CatFrame& frame) {
   if (!msComm1_->IsOpen()) return;
   try {
     msComm1_->Write(Bytes(frame));
-  } catch (const DeviceError&) {
+  } catch (const platform::DeviceError&) {
     // A line that is gone is told once, not ten times a second; the power key opens it anew.
     timer1_->SetEnabled(false);
     msComm1_->Close();
@@ -184,4 +189,4 @@ void FT736::SendFrame(const CatFrame& frame) {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

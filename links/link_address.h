@@ -6,10 +6,10 @@
 
 #include "platform/tcp_client.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // Connects to "host:port", or to "host" with port 0, which is the telnet port. The text before the
 // first colon is the host. Throws std::out_of_range (Italian) when what follows is beyond 65535.
-void ConnectTo(TcpClient& socket, std::string_view address);
+void ConnectTo(platform::TcpClient& socket, std::string_view address);
 
-}  // namespace brenvo
+}  // namespace brenvo::links

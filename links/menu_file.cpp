@@ -8,7 +8,7 @@
 #include "base/encoding.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::string_view kSeparators = ",\r\n";
@@ -47,7 +47,7 @@ void ListInput::PassSeparator() {
   }
 }
 
-void FillMenu(std::string_view text, EntryArray& CMI, MenuCommands& Comandi) {
+void FillMenu(std::string_view text, forms::EntryArray& CMI, MenuCommands& Comandi) {
   ListInput input(text);
   for (int number = 0; number < kMenuFileEntries && !input.AtEnd(); ++number) {
     const std::string caption = input.Next();
@@ -57,12 +57,14 @@ void FillMenu(std::string_view text, EntryArray& CMI, MenuCommands& Comandi) {
   }
 }
 
-void FillMenuFromFile(const std::filesystem::path& file, EntryArray& CMI, MenuCommands& Comandi) {
+void FillMenuFromFile(const std::filesystem::path& file, forms::EntryArray& CMI,
+                      MenuCommands& Comandi) {
   std::ifstream stream(file, std::ios::binary);
   if (!stream) throw std::runtime_error("Manca il file del menu");
   const std::string content{std::istreambuf_iterator<char>(stream), {}};
-  const std::string_view bytes = WithoutByteOrderMark(content);
-  FillMenu(ValidUtf8(bytes) == bytes ? std::string(bytes) : FromWindows1252(bytes), CMI, Comandi);
+  const std::string_view bytes = base::WithoutByteOrderMark(content);
+  FillMenu(base::ValidUtf8(bytes) == bytes ? std::string(bytes) : base::FromWindows1252(bytes), CMI,
+           Comandi);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

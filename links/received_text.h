@@ -5,7 +5,7 @@
 
 #include "forms/rich_text.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // Beyond this many characters the oldest go, this many at a time, but for the very first one.
 inline constexpr std::size_t kReceivedLimit = 32000;
@@ -13,6 +13,6 @@ inline constexpr std::size_t kReceivedSurplus = 2000;
 // What a flood can add between two trimmings is bounded by this.
 inline constexpr std::size_t kReceivedMost = 100000;
 
-void TrimReceived(RichText& Received);
+void TrimReceived(forms::RichText& Received);
 
-}  // namespace brenvo
+}  // namespace brenvo::links

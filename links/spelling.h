@@ -6,11 +6,11 @@
 
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // Plays a file of the application directory, named as the system writes it ("\pause.wav",
 // "\:.wav"), and waits until it has ended. A file or a device that is missing is silent.
-void PlayWave(const Session& session, WavePlayer& player, std::string_view name);
+void PlayWave(const core::Session& session, platform::WavePlayer& player, std::string_view name);
 
 // Hands out the names of the files that spell a call, one after the other: "\stroke.wav" for a
 // slash, and a file named by the character for any other one. A "-" ends it: a node's number is
@@ -20,4 +20,4 @@ void SpellCall(std::string_view call, const std::function<void(std::string_view 
 inline constexpr std::string_view kStrokeWave = "\\stroke.wav";
 inline constexpr std::string_view kPauseWave = "\\pause.wav";
 
-}  // namespace brenvo
+}  // namespace brenvo::links

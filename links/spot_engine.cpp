@@ -8,7 +8,7 @@
 #include "spelling.h"
 #include "spot_line.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr char32_t kBell = 7, kLineFeed = 10, kCarriageReturn = 13;
@@ -17,7 +17,7 @@ constexpr std::size_t kPainted = 2;
 
 }  // namespace
 
-SpotEngine::SpotEngine(const SpotPolicy& policy, RichText& Received, const SpotMarks& marks,
+SpotEngine::SpotEngine(const SpotPolicy& policy, forms::RichText& Received, const SpotMarks& marks,
                        SpotOutside outside)
     : policy_(policy), received_(Received), marks_(marks), outside_(std::move(outside)) {}
 
@@ -42,7 +42,7 @@ void SpotEngine::SkipEscape() {
 
 void SpotEngine::AddCharacter(char32_t character) {
   const bool shown = Everything();
-  const std::string text = FromCharacters(std::u32string_view(&character, 1));
+  const std::string text = base::FromCharacters(std::u32string_view(&character, 1));
   if (rxLength_ < kLongestLine) {
     rxLine_ += text;
     ++rxLength_;
@@ -68,8 +68,9 @@ void SpotEngine::CompleteLine() {
   rxLength_ = 0;
   TrimReceived(received_);
   if (!MonitorThis(arrived)) return;
-  const std::string line = Upper(arrived);
-  if (policy_.dropsRepeats && !Everything() && received_.Find(line, 0) != RichText::npos) return;
+  const std::string line = base::Upper(arrived);
+  if (policy_.dropsRepeats && !Everything() && received_.Find(line, 0) != forms::RichText::npos)
+    return;
   const std::string displayCopy = (policy_.showsOwnCase ? arrived : line) + "\n";
 
   if (policy_.showsFirst) ShowAtOnce(line);
@@ -84,18 +85,18 @@ void SpotEngine::CompleteLine() {
 void SpotEngine::ShowAtOnce(std::string_view line) {
   received_.Append(Everything() ? "\n" : std::string(line) + "\n");
   if (!policy_.paintsRed) return;
-  const std::size_t shown = Len(line) + 1;
+  const std::size_t shown = base::Len(line) + 1;
   const std::size_t start = received_.Length() - std::min(shown, received_.Length());
   const std::size_t mark = received_.Find(kSpotMark, start);
-  if (mark == RichText::npos) return;
+  if (mark == forms::RichText::npos) return;
   received_.Select(mark, kPainted);
-  received_.SetSelColour(kRed);
+  received_.SetSelColour(base::kRed);
   received_.Select(received_.Length(), 0);
 }
 
 // The whole text is put there anew as plain text, so the red of all other lines goes too.
 void SpotEngine::TakeBack(std::string_view line) {
-  const std::size_t shown = Len(line) + 1;
+  const std::size_t shown = base::Len(line) + 1;
   received_.CutPlain(received_.Length() - std::min(shown, received_.Length()));
 }
 
@@ -122,7 +123,7 @@ void SpotEngine::JudgeSpot(std::string_view line, std::string_view displayCopy) 
 bool SpotEngine::BandaOk(std::string_view band) const {
   const auto& entries = marks_.Banda.Entries();
   if (entries.front().checked) return true;
-  for (const EntryArray::Entry& entry : entries) {
+  for (const forms::EntryArray::Entry& entry : entries) {
     if (entry.checked && entry.caption == band) return true;
   }
   return false;
@@ -138,7 +139,7 @@ void SpotEngine::Announce(const SpotBand& band, std::string_view spotter,
 }
 
 void SpotEngine::PickBand(int entry) {
-  EntryArray& bands = marks_.Banda;
+  forms::EntryArray& bands = marks_.Banda;
   const bool ticked = !bands.Entries().at(static_cast<std::size_t>(entry)).checked;
   bands.SetChecked(entry, ticked);
   if (entry != 0) {
@@ -150,7 +151,7 @@ void SpotEngine::PickBand(int entry) {
   }
 }
 
-void SpotEngine::MonitorChanged(Command& mark) {
+void SpotEngine::MonitorChanged(forms::Command& mark) {
   if (!mark.Down()) return;
   if (&mark == marks_.cmMTutto) {
     marks_.cmMDX->SetDown(false);
@@ -160,4 +161,4 @@ void SpotEngine::MonitorChanged(Command& mark) {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

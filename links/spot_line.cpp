@@ -5,7 +5,7 @@
 #include "base/number.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::string_view kOpening = "DX DE";
@@ -21,7 +21,7 @@ std::size_t NextWord(std::string_view line, std::size_t from) {
 
 // One character on; a character may be several bytes.
 std::size_t Behind(std::string_view line, std::size_t at) {
-  return std::min(at + Left(line.substr(std::min(at, line.size())), 1).size(), line.size());
+  return std::min(at + base::Left(line.substr(std::min(at, line.size())), 1).size(), line.size());
 }
 
 }  // namespace
@@ -37,7 +37,8 @@ std::optional<SpotLine> CutSpotLine(std::string_view line) {
   const std::size_t behindFirst = Behind(line, frequency);
   std::size_t frequencyEnd = NextBlank(line, behindFirst);
   if (frequencyEnd == line.size()) frequencyEnd = behindFirst;
-  spot.SpotFrequenza = Khz(Val(Trim(line.substr(frequency, frequencyEnd - frequency))));
+  spot.SpotFrequenza =
+      base::Khz(base::Val(base::Trim(line.substr(frequency, frequencyEnd - frequency))));
 
   const std::size_t spotter = std::min(Behind(line, kOpening.size()), frequency);
   spot.Spotter = line.substr(spotter, frequency - spotter);
@@ -51,4 +52,4 @@ std::optional<SpotLine> CutSpotLine(std::string_view line) {
   return spot;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

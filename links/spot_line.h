@@ -7,14 +7,14 @@
 
 #include "base/units.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // What a spot line says. No column is assumed: the first colon and the blanks part the fields.
 struct SpotLine {
   // From the seventh character up to the frequency: the spotter's call, the colon, the blanks.
   std::string Spotter;
   // 0 when the field holds no number. Only its first character counts when no blank follows it.
-  Khz SpotFrequenza;
+  base::Khz SpotFrequenza;
   // Nothing when the call is the last word of the line.
   std::optional<std::string> SpotCall;
 };
@@ -25,4 +25,4 @@ bool BeginsAsSpot(std::string_view line);
 // Cuts such a line; nothing when it holds no colon. Any text will do.
 std::optional<SpotLine> CutSpotLine(std::string_view line);
 
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -4,14 +4,14 @@
 #include "base/text.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::string_view kInterrupt = "\x03";
 
 }  // namespace
 
-TNC::TNC(Session& session)
+TNC::TNC(core::Session& session)
     : ClusterTerminal(session, "TNC", "DX cluster radio", kRadioPolicy, &cmMDX, &cmMAnnounce,
                       &cmMTutto),
       comm1_(session.Machine.MakeSerialPort()) {
@@ -22,7 +22,7 @@ TNC::TNC(Session& session)
 }
 
 void TNC::Load() {
-  RestoreWindow(session_, *this, "TNC");
+  core::RestoreWindow(session_, *this, "TNC");
   session_.TncOpen = true;
   try {
     Open();
@@ -32,15 +32,16 @@ void TNC::Load() {
 }
 
 void TNC::Open() {
-  Table& user = *session_.TbUser;
-  comm1_->SetSettings(PlainNumber(Val(FieldText(user, "TNCBaud"))) + ",N,8,1");
-  comm1_->SetPortNumber(static_cast<int>(Val(Right(FieldText(user, "TNCPort"), 1))));
+  engine::Table& user = *session_.TbUser;
+  comm1_->SetSettings(base::PlainNumber(base::Val(core::FieldText(user, "TNCBaud"))) + ",N,8,1");
+  comm1_->SetPortNumber(
+      static_cast<int>(base::Val(base::Right(core::FieldText(user, "TNCPort"), 1))));
   comm1_->Open();
   FillMenus();
 }
 
 void TNC::Unload() {
-  SaveWindow(session_, *this, "TNC");
+  core::SaveWindow(session_, *this, "TNC");
   session_.TncOpen = false;
   comm1_->Close();
 }
@@ -54,4 +55,4 @@ void TNC::Connect() {
 
 void TNC::CommandMode() { Send(kInterrupt); }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -5,9 +5,9 @@
 #include "core/modules.h"
 #include "link_address.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
-TNCtelnet::TNCtelnet(Session& session)
+TNCtelnet::TNCtelnet(core::Session& session)
     : ClusterTerminal(session, "TNCtelnet", "DX cluster telnet", kTelnetPolicy, nullptr, nullptr,
                       nullptr),
       winsock1_(session.Machine.MakeTcpClient("TNCtelnet")) {
@@ -16,7 +16,7 @@ TNCtelnet::TNCtelnet(Session& session)
 }
 
 void TNCtelnet::Load() {
-  RestoreWindow(session_, *this, "TNCTelnet");
+  core::RestoreWindow(session_, *this, "TNCTelnet");
   session_.TncTelnetOpen = true;
   try {
     Open();
@@ -26,12 +26,12 @@ void TNCtelnet::Load() {
 }
 
 void TNCtelnet::Open() {
-  ConnectTo(*winsock1_, FieldText(*session_.TbUser, "TelnetCluster"));
+  ConnectTo(*winsock1_, core::FieldText(*session_.TbUser, "TelnetCluster"));
   FillMenus();
 }
 
 void TNCtelnet::Unload() {
-  SaveWindow(session_, *this, "TNCTelnet");
+  core::SaveWindow(session_, *this, "TNCTelnet");
   session_.TncTelnetOpen = false;
   if (!winsock1_->IsConnected()) return;
   Send("quit");
@@ -47,4 +47,4 @@ void TNCtelnet::CommandMode() {
   throw std::runtime_error("Il terminale telnet non ha una porta seriale");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -1,12 +1,12 @@
 #include "links/wwconv.h"
 
 #include "base/encoding.h"
-#include "core/modules.h"
 #include "chat_chunk.h"
+#include "core/modules.h"
 #include "link_address.h"
 #include "received_text.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
@@ -16,8 +16,9 @@ constexpr std::string_view kMenuHint = "Comandi personalizzabili tramite tnc.mnu
 
 }  // namespace
 
-WWConv::WWConv(Session& session)
-    : Window(session.Host(), "WWConv", "WWConv (telnet)", Twips(9000), Twips(6000)),
+WWConv::WWConv(core::Session& session)
+    : forms::Window(session.Host(), "WWConv", "WWConv (telnet)", base::Twips(9000),
+                    base::Twips(6000)),
       session_(session),
       winsock1_(session.Machine.MakeTcpClient("WWConv")) {
   MenuBar = {&cmCM, &CMO};
@@ -32,7 +33,7 @@ WWConv::WWConv(Session& session)
 }
 
 void WWConv::Load() {
-  RestoreWindow(session_, *this, "WWConv");
+  core::RestoreWindow(session_, *this, "WWConv");
   session_.WWConvOpen = true;
   try {
     Open();
@@ -43,11 +44,11 @@ void WWConv::Load() {
 
 void WWConv::Open() {
   FillMenuFromFile(session_.File("\\wwconv.mnu"), CMI, Comandi);
-  ConnectTo(*winsock1_, FieldText(*session_.TbUser, "TelnetWWConv"));
+  ConnectTo(*winsock1_, core::FieldText(*session_.TbUser, "TelnetWWConv"));
 }
 
 void WWConv::Unload() {
-  SaveWindow(session_, *this, "WWConv");
+  core::SaveWindow(session_, *this, "WWConv");
   session_.WWConvOpen = false;
   if (!winsock1_->IsConnected()) return;
   send(kGoodbye);
@@ -55,23 +56,23 @@ void WWConv::Unload() {
 }
 
 void WWConv::send(std::string_view text) {
-  winsock1_->Send(ToLatin1(text));
+  winsock1_->Send(base::ToLatin1(text));
   Received.Append(text);
 }
 
 void WWConv::ReceiveChunk() {
   const std::size_t waiting = winsock1_->BytesWaiting();
   if (waiting == 0) return;
-  const std::string chunk = FromLatin1(winsock1_->Read(waiting));
+  const std::string chunk = base::FromLatin1(winsock1_->Read(waiting));
   TrimReceived(Received);
   const ChatChunk split = SplitChatChunk(chunk);
-  RichText& area = split.Personal ? ReceivedPersonal : Received;
+  forms::RichText& area = split.Personal ? ReceivedPersonal : Received;
   if (split.Speaker.empty()) {
     area.Append(split.Words);
     return;
   }
-  area.Append(split.Speaker, kDarkRed);
-  area.Append(split.Words, kBlack);
+  area.Append(split.Speaker, base::kDarkRed);
+  area.Append(split.Words, base::kBlack);
 }
 
 void WWConv::SendTyped() {
@@ -91,4 +92,4 @@ void WWConv::PickEntry(int entry) {
 
 void WWConv::ShowPersonal() { ReceivedPersonal.SetVisible(cmMessaggiPersonali.Down()); }
 
-}  // namespace brenvo
+}  // namespace brenvo::links

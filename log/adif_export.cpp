@@ -13,7 +13,7 @@
 #include "base/number.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 enum class AdifKind { kText, kDate, kTime, kFrequency, kYesNo };
@@ -40,10 +40,10 @@ constexpr AdifTag kTags[] = {
     {"qsl_via", "Manager"},
 };
 
-std::string TextOf(const Value& value, AdifKind kind) {
+std::string TextOf(const engine::Value& value, AdifKind kind) {
   if (kind == AdifKind::kYesNo) return value.ReadableBool().value_or(false) ? "Y" : "N";
   if (value.IsNull()) return {};
-  std::optional<DateTime> date;
+  std::optional<base::DateTime> date;
   if (kind == AdifKind::kDate || kind == AdifKind::kTime) {
     date = value.ReadableDate();
     if (!date) return {};
@@ -54,18 +54,18 @@ std::string TextOf(const Value& value, AdifKind kind) {
     case AdifKind::kTime:
       return fmt::format(FMT_COMPILE("{:02}{:02}"), date->Hour(), date->Minute());
     case AdifKind::kFrequency:
-      return Trim(FormatNumber(value.Number(), "####.000"));
+      return base::Trim(base::FormatNumber(value.Number(), "####.000"));
     case AdifKind::kText:
     case AdifKind::kYesNo:
       break;
   }
   const auto* text = std::get_if<std::string>(&value.Get());
-  return ToWindows1252(text == nullptr ? value.Text() : *text);
+  return base::ToWindows1252(text == nullptr ? value.Text() : *text);
 }
 
 }  // namespace
 
-AdifWriter::AdifWriter(Recordset& contacts) : contacts_(contacts) {
+AdifWriter::AdifWriter(engine::Recordset& contacts) : contacts_(contacts) {
   const auto& columns = contacts.Columns();
   for (const AdifTag& tag : kTags) {
     const auto at = std::find(columns.begin(), columns.end(), tag.column);
@@ -77,7 +77,7 @@ const std::string& AdifWriter::Contact() {
   lines_.clear();
   for (std::size_t i = 0; i < std::size(kTags); ++i) {
     const AdifTag& tag = kTags[i];
-    const Value value = contacts_.Field(places_[i]);
+    const engine::Value value = contacts_.Field(places_[i]);
     if (tag.kind == AdifKind::kDate && !value.ReadableDate()) ++undated_;
     const std::string text = TextOf(value, tag.kind);
     lines_ += '<';
@@ -92,4 +92,4 @@ const std::string& AdifWriter::Contact() {
   return lines_ += "<eor>\r\n";
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::log

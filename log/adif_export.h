@@ -7,12 +7,12 @@
 
 #include "engine/recordset.h"
 
-namespace brenvo {
+namespace brenvo::log {
 
 // Words the contacts of one record set over Log, which outlives it.
 class AdifWriter {
  public:
-  explicit AdifWriter(Recordset& contacts);
+  explicit AdifWriter(engine::Recordset& contacts);
 
   // The lines of the current record in the ADIF manner, ended by CR LF and closed by "<eor>", in
   // the bytes of the file: Windows-1252, so that each length counts characters and bytes alike. A
@@ -22,10 +22,10 @@ class AdifWriter {
   int Undated() const { return undated_; }
 
  private:
-  Recordset& contacts_;
+  engine::Recordset& contacts_;
   std::vector<std::size_t> places_;  // of each tag's column
   std::string lines_;
   int undated_ = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::log

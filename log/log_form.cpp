@@ -5,18 +5,18 @@
 #include "base/text.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 constexpr std::string_view kWholeLog = "SELECT * FROM Log ORDER By DataQso,QsoNr";
 constexpr std::string_view kWholeLogNewestFirst = "SELECT * FROM Log ORDER By DataQso DESC ,QsoNr";
 // What the first panel of the status bar leaves to the others.
-constexpr Twips kStatusPanels(4500);
+constexpr base::Twips kStatusPanels(4500);
 
 }  // namespace
 
-LogForm::LogForm(Session& session)
-    : LogWindow(session.Host(), "LogForm", "Log", Twips(13500), Twips(7500)),
+LogForm::LogForm(core::Session& session)
+    : core::LogWindow(session.Host(), "LogForm", "Log", base::Twips(13500), base::Twips(7500)),
       DataLog(session),
       session_(session) {
   QsoNr.ReadOnly = QsoTotali.ReadOnly = Qrb.ReadOnly = true;
@@ -30,9 +30,9 @@ LogForm::LogForm(Session& session)
 LogForm::~LogForm() = default;
 
 void LogForm::HandleEvents() {
-  for (TextField* field : {&CallQso, &Qra, &Qth, &Locator}) field->Filter = UpperKey;
-  Frequenza.Filter = NumericKey;
-  Potenza.Filter = DigitsOnlyKey;
+  for (forms::TextField* field : {&CallQso, &Qra, &Qth, &Locator}) field->Filter = core::UpperKey;
+  Frequenza.Filter = core::NumericKey;
+  Potenza.Filter = core::DigitsOnlyKey;
   // The two masked fields select by hand: from the start, further than any text reaches.
   Qtr.OnFocus = [this] { Qtr.Select(0, 99); };
   Frequenza.OnFocus = [this] { Frequenza.Select(0, 99); };
@@ -43,7 +43,7 @@ void LogForm::HandleEvents() {
   // Backspace empties Provincia too, also where Country is empty already and does not change.
   Country.BackspaceClears = true;
   Country.Filter = [this](char32_t key) {
-    if (key == kBackspace) Provincia.SetText("");
+    if (key == forms::kBackspace) Provincia.SetText("");
     return key;
   };
   Country.OnChange = [this] { OnCountryChange(); };
@@ -61,31 +61,32 @@ void LogForm::HandleEvents() {
 }
 
 void LogForm::Load() {
-  RestoreWindow(session_, *this, "Log");
+  core::RestoreWindow(session_, *this, "Log");
   cmMappa.SetDown(session_.GetSetting("Log", "DisplayMappa", "N") == "Y");
   cmWorked.SetDown(session_.GetSetting("Log", "LookupWorked", "N") == "Y");
-  LoadCountryChoices(session_, Country);
-  LoadBands(session_, Banda);
-  LoadModes(session_, Modo);
-  LoadPropagations(session_, Propagazione);
+  core::LoadCountryChoices(session_, Country);
+  core::LoadBands(session_, Banda);
+  core::LoadModes(session_, Modo);
+  core::LoadPropagations(session_, Propagazione);
   DsLog = session_.Db.OpenDynaset(kWholeLog);
   Selection = kWholeLog;
-  Qtr.SetMask("##" + Mid(TimeText(session_.Now()), 3, 1) + "##");
+  Qtr.SetMask("##" + base::Mid(base::TimeText(session_.Now()), 3, 1) + "##");
   GoToLast();
   DataLog.RecordSource = kWholeLogNewestFirst;
   DataLog.Refresh();
   if (!DataLog.AtEnd()) DataLog.Rows()->MoveFirst();
-  std::vector<DataGrid::ColumnOf> columns;
+  std::vector<forms::DataGrid::ColumnOf> columns;
   for (const std::string& name : DataLog.Rows()->Columns()) {
-    columns.push_back({name, columns.size(), kOwnSize, name.starts_with("Qsl") ? YesNo : nullptr});
+    columns.push_back(
+        {name, columns.size(), forms::kOwnSize, name.starts_with("Qsl") ? core::YesNo : nullptr});
   }
   DataGrid1.SetColumnsOf(std::move(columns));
   StatusBar1.SetMinimumWidth(1, Width() - kStatusPanels);
   // Last, so that no window hands its contacts to a log that has failed to open.
   session_.LogOpen = true;
   session_.CurrentLogForm = this;
-  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
-    if (change.table == ContactTable::kLog && change.Many()) Renew();
+  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
+    if (change.table == core::ContactTable::kLog && change.Many()) Renew();
   });
 }
 
@@ -96,16 +97,16 @@ void LogForm::Unload() {
   if (DsLog) DsLog->Close();  // the search dialog holds it while it is open
   DataLog.Close();
   // In the grid view the size is not worth keeping.
-  if (ShowsFields()) SaveWindow(session_, *this, "Log");
+  if (ShowsFields()) core::SaveWindow(session_, *this, "Log");
   session_.LogOpen = false;
   if (session_.CurrentLogForm == this) session_.CurrentLogForm = nullptr;
 }
 
-void LogForm::SetTime() { Qtr.SetText(HourMinute(session_.Now())); }
+void LogForm::SetTime() { Qtr.SetText(core::HourMinute(session_.Now())); }
 
 void LogForm::InsertQso() {
   if (!ValidateQso()) return;
-  const bool stored = TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
+  const bool stored = core::TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
     DsLog->AddNew();
     StoreQso();
     DsLog->Update();
@@ -114,12 +115,12 @@ void LogForm::InsertQso() {
   if (!stored) return;
   recordCommands_ = true;
   session_.Changes.Announce(
-      {ContactTable::kLog, OneContact{std::nullopt, DsLog->LastModified().key}});
+      {core::ContactTable::kLog, core::OneContact{std::nullopt, DsLog->LastModified().key}});
 }
 
 void LogForm::UpdateQso() {
   if (!ValidateQso()) return;
-  const bool stored = TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
+  const bool stored = core::TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
     ReturnFromExport();
     DsLog->Edit();
     StoreQso();
@@ -128,7 +129,7 @@ void LogForm::UpdateQso() {
   if (!stored) return;
   recordCommands_ = true;
   const std::int64_t key = DsLog->LastModified().key;
-  session_.Changes.Announce({ContactTable::kLog, OneContact{key, key}});
+  session_.Changes.Announce({core::ContactTable::kLog, core::OneContact{key, key}});
 }
 
 void LogForm::DeleteQso() {
@@ -138,10 +139,10 @@ void LogForm::DeleteQso() {
     ReturnFromExport();
     key = DsLog->GetBookmark().key;
     DsLog->Delete();
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, "Delete Qso");
   }
-  session_.Changes.Announce({ContactTable::kLog, OneContact{key, std::nullopt}});
+  session_.Changes.Announce({core::ContactTable::kLog, core::OneContact{key, std::nullopt}});
   GoToNext();
 }
 
@@ -201,7 +202,7 @@ void LogForm::Renew() {
   if (renewsLater_) return;
   ReturnFromExport();
   beforeExport_.reset();
-  const bool there = RequeryInPlace(*DsLog);
+  const bool there = core::RequeryInPlace(*DsLog);
   QsoTotali.SetText(std::to_string(DsLog->RecordCount()));
   if (!there) recordCommands_ = false;
   if (PanelGriglia.Visible()) DataLog.Renew(DataGrid1);
@@ -240,14 +241,14 @@ void LogForm::ShowGrid(bool shown) {
   PanelGriglia.SetVisible(shown);
   if (shown) {
     boundsBeforeGrid_ = GetBounds();
-    Move({Twips(0), GetBounds().top, Host().ScreenWidth(), Height()});
+    Move({base::Twips(0), GetBounds().top, Host().ScreenWidth(), Height()});
   } else {
     Move(boundsBeforeGrid_);
   }
   StatusBar1.SetMinimumWidth(1, Width() - kStatusPanels);
 }
 
-void LogForm::TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select) {
+void LogForm::TakeSelection(std::unique_ptr<engine::Dynaset> rows, std::string_view select) {
   DsLog = std::move(rows);
   Selection = select == kWholeLogNewestFirst ? kWholeLog : select;
   DataLog.RecordSource = select;
@@ -269,7 +270,7 @@ void LogForm::SearchPressed() {
     TakeSelection(session_.Db.OpenDynaset(kWholeLog), kWholeLogNewestFirst);
     return;
   }
-  Window* search = session_.Windows.LoadNew("LogSearch");
+  forms::Window* search = session_.Windows.LoadNew("LogSearch");
   if (search == nullptr) {
     selected_ = false;
     return;
@@ -299,4 +300,4 @@ void LogForm::PositionByCall() {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -7,7 +7,7 @@
 #include "adif_export.h"
 #include "log/log_form.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 constexpr std::string_view kKeepQuestion =
@@ -51,15 +51,15 @@ void LogForm::Export(std::string_view title, const std::function<void(std::ostre
   const std::filesystem::path file = session_.File("\\Log.ADI");
   OpenToAppend(file).close();
   if (!session_.Messages().AskYesNo(title, kKeepQuestion)) std::filesystem::remove(file);
-  const BusyPointer busy(Host());
+  const platform::BusyPointer busy(Host());
   std::ofstream out = OpenToAppend(file);
   try {
     write(out);
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, title);
   }
   out.close();
   if (!out) throw std::runtime_error("Il file " + file.filename().string() + " non si scrive");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -11,20 +11,20 @@
 #include "core/prefix.h"
 #include "log/log_form.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 // Wider than any mode, so that whole names are compared.
 constexpr std::size_t kModeWidth = 20;
 
-bool FindsARow(Session& session, std::string_view select) {
+bool FindsARow(core::Session& session, std::string_view select) {
   return !session.Db.OpenSnapshot(select)->EOF_();
 }
 
 }  // namespace
 
 // Before the first contact there is no number to leave out: 0 stands for it.
-std::string LogForm::ExcludedQsoNr() const { return Str(Val(QsoNr.Text())); }
+std::string LogForm::ExcludedQsoNr() const { return base::Str(base::Val(QsoNr.Text())); }
 
 void LogForm::ShowStatus(int number, std::string_view condition, std::string_view subject) {
   const std::string base = fmt::format("select Call from Log where {}", condition);
@@ -38,14 +38,17 @@ void LogForm::ShowStatus(int number, std::string_view condition, std::string_vie
   }
 }
 
-void LogForm::TellCall() { ShowStatus(2, fmt::format("Call='{}'", Trim(CallQso.Text())), "Call"); }
+void LogForm::TellCall() {
+  ShowStatus(2, fmt::format("Call='{}'", base::Trim(CallQso.Text())), "Call");
+}
 
 void LogForm::TellCountry() {
-  ShowStatus(3, fmt::format("Country='{}'", Trim(Left(Country.Text(), 5))), "Country");
+  ShowStatus(3, fmt::format("Country='{}'", base::Trim(base::Left(Country.Text(), 5))), "Country");
 }
 
 void LogForm::TellSquare() {
-  ShowStatus(4, fmt::format("Locator like '{}*'", Trim(Left(Locator.Text(), 4))), "Square");
+  ShowStatus(4, fmt::format("Locator like '{}*'", base::Trim(base::Left(Locator.Text(), 4))),
+             "Square");
 }
 
 void LogForm::RenewStatus() {
@@ -55,19 +58,19 @@ void LogForm::RenewStatus() {
 }
 
 void LogForm::OnCallChange() {
-  const std::string call = Trim(CallQso.Text());
+  const std::string call = base::Trim(CallQso.Text());
   TellCall();
   if (!session_.ManagerPath.empty()) {
-    const auto date = ParseDate(DataQso.Text());
+    const auto date = base::ParseDate(DataQso.Text());
     if (!date) throw std::runtime_error("Data errata");
     const auto manager = session_.Db.OpenSnapshot(
         fmt::format("select mgr from qmgr where call='{0}' and active=(select max(active) from "
                     "qmgr where call='{0}' and active<={1})",
-                    call, Str(date->Year())));
-    Manager.SetText(manager->EOF_() ? std::string() : FieldText(*manager, "mgr"));
+                    call, base::Str(date->Year())));
+    Manager.SetText(manager->EOF_() ? std::string() : core::FieldText(*manager, "mgr"));
   }
   if (cmWorked.Down()) {
-    for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
+    for (core::MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
       if (matrix == nullptr) continue;
       matrix->CallQso.SetText(call);
       matrix->Search();
@@ -81,31 +84,32 @@ void LogForm::OnCallChange() {
 
 void LogForm::OnCallLeave() {
   if (CallQso.Text() == PrevCall) return;
-  Table& log = *session_.TbLog;
+  engine::Table& log = *session_.TbLog;
   log.SetIndex("Call");
   log.Seek("=", {CallQso.Text()});
   if (!log.NoMatch()) {
-    Qra.SetText(FieldText(log, "Qra"));
-    Qth.SetText(FieldText(log, "Qth"));
-    const std::string locator = FieldText(log, "Locator");
-    const std::string qrb = PlainNumber(Val(log.Field("Qrb").Text()));
+    Qra.SetText(core::FieldText(log, "Qra"));
+    Qth.SetText(core::FieldText(log, "Qth"));
+    const std::string locator = core::FieldText(log, "Locator");
+    const std::string qrb = base::PlainNumber(base::Val(log.Field("Qrb").Text()));
     PrevLocator = locator;
     Locator.SetText(locator);
     Qrb.SetText(qrb);
   }
   // Prefix data always come from the table, never from an old contact.
-  for (TextField* field :
-       {static_cast<TextField*>(&Country), &Prefisso, &ZonaCQ, &ZonaITU, &Continente}) {
+  for (forms::TextField* field :
+       {static_cast<forms::TextField*>(&Country), &Prefisso, &ZonaCQ, &ZonaITU, &Continente}) {
     field->SetText("");
   }
-  Table& prefissi = *session_.TbPrefissi;
-  const ResolvedPrefix resolved = ResolvePrefix(session_, CallQso.Text());
-  if (!resolved.Prefisso.empty() && SeekPrefix(prefissi, resolved.Prefisso)) {
-    Prefisso.SetText(PadRight(resolved.Prefisso, 5));
-    ZonaCQ.SetText(FieldText(prefissi, "Zona CQ"));
-    ZonaITU.SetText(FieldText(prefissi, "Zona ITU"));
-    Continente.SetText(FieldText(prefissi, "Continente"));
-    const std::string country = FindCountryText(session_, FieldText(prefissi, "Country"));
+  engine::Table& prefissi = *session_.TbPrefissi;
+  const core::ResolvedPrefix resolved = core::ResolvePrefix(session_, CallQso.Text());
+  if (!resolved.Prefisso.empty() && core::SeekPrefix(prefissi, resolved.Prefisso)) {
+    Prefisso.SetText(base::PadRight(resolved.Prefisso, 5));
+    ZonaCQ.SetText(core::FieldText(prefissi, "Zona CQ"));
+    ZonaITU.SetText(core::FieldText(prefissi, "Zona ITU"));
+    Continente.SetText(core::FieldText(prefissi, "Continente"));
+    const std::string country =
+        core::FindCountryText(session_, core::FieldText(prefissi, "Country"));
     if (!country.empty()) Country.SetText(country);
     if (Country.Text() != PrevCountry) {
       Provincia.SetText("");
@@ -117,82 +121,85 @@ void LogForm::OnCallLeave() {
 
 void LogForm::OnLocatorChange() {
   const std::string locator = Locator.Text();
-  if (!IsValidLocator(locator)) {
+  if (!core::IsValidLocator(locator)) {
     Qrb.SetText("0");
     StatusBar1.SetPanel(4, "");
     return;
   }
   if (locator != PrevLocator) {
-    Qrb.SetText(std::to_string(QrbKm(session_.MyLocator, locator)));
+    Qrb.SetText(std::to_string(core::QrbKm(session_.MyLocator, locator)));
     PrevLocator = locator;
   }
   TellSquare();
   if (cmWorked.Down()) {
-    for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
+    for (core::MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
       if (matrix == nullptr) continue;
-      matrix->Locator.SetText(Trim(locator));
+      matrix->Locator.SetText(base::Trim(locator));
       matrix->Search();
     }
   }
   if (session_.OldQsoLocator != nullptr) {
     session_.OldQsoLocator->SetRecordSource(fmt::format(
         "SELECT * FROM Log where Locator like '{}*' and Banda='{}' ORDER By DataQso DESC,QsoNr",
-        Left(locator, 4), Banda.Text()));
+        base::Left(locator, 4), Banda.Text()));
   }
 }
 
 void LogForm::OnCountryChange() {
-  const std::string code = Left(Country.Text(), 5);
-  LoadProvinceChoices(session_, Provincia, code);
+  const std::string code = base::Left(Country.Text(), 5);
+  core::LoadProvinceChoices(session_, Provincia, code);
   Provincia.SetText("");
   TellCountry();
 }
 
 void LogForm::OnCountryLeave() {
-  Country.SetText(FindCountryText(session_, Left(Country.Text(), 5)));
+  Country.SetText(core::FindCountryText(session_, base::Left(Country.Text(), 5)));
   if (Country.Text() == PrevCountry) return;
   Provincia.SetText("");
   PrevCountry = Country.Text();
 }
 
 void LogForm::OnProvinciaLeave() {
-  Provincia.SetText(FindProvinceText(session_, Left(Country.Text(), 5), Left(Provincia.Text(), 3)));
+  Provincia.SetText(core::FindProvinceText(session_, base::Left(Country.Text(), 5),
+                                           base::Left(Provincia.Text(), 3)));
 }
 
 void LogForm::OnPrefissoPick() {
   // The table copies its tag while it loads.
   session_.PrefixTag = "LOG";
   session_.ChosenPrefix = {"CANCEL", "", "", "", ""};
-  Window* table = session_.Windows.LoadNew("TabellaPrefissi");
+  forms::Window* table = session_.Windows.LoadNew("TabellaPrefissi");
   session_.PrefixTag.clear();
   if (table == nullptr) return;
   session_.Windows.ShowModal(*table);
-  const PrefixChoice chosen = session_.ChosenPrefix;
+  const core::PrefixChoice chosen = session_.ChosenPrefix;
   if (chosen.Prefisso == "CANCEL") return;
-  Prefisso.SetText(PadRight(chosen.Prefisso, 5));
+  Prefisso.SetText(base::PadRight(chosen.Prefisso, 5));
   ZonaCQ.SetText(chosen.ZonaCQ);
   ZonaITU.SetText(chosen.ZonaITU);
   Continente.SetText(chosen.Continente);
-  Table& prefissi = *session_.TbPrefissi;
-  prefissi.Seek(">=",
-                {Prefisso.Text(), Val(ZonaCQ.Text()), Val(ZonaITU.Text()), Continente.Text()});
-  if (prefissi.NoMatch() || Trim(FieldText(prefissi, "Prefisso")) != Trim(Prefisso.Text())) return;
+  engine::Table& prefissi = *session_.TbPrefissi;
+  prefissi.Seek(">=", {Prefisso.Text(), base::Val(ZonaCQ.Text()), base::Val(ZonaITU.Text()),
+                       Continente.Text()});
+  if (prefissi.NoMatch() ||
+      base::Trim(core::FieldText(prefissi, "Prefisso")) != base::Trim(Prefisso.Text()))
+    return;
   Country.SetText(chosen.Country);
   OnCountryLeave();
 }
 
-void LogForm::OnNotePick() { AppendPickedNote(session_, Note); }
+void LogForm::OnNotePick() { core::AppendPickedNote(session_, Note); }
 
 void LogForm::OnBandaChange() {
   if (Banda.Text() == PrevBanda) return;
-  Table& bands = *session_.TbUserRTX;
+  engine::Table& bands = *session_.TbUserRTX;
   bands.Seek("=", {Banda.Text()});
   if (!bands.NoMatch()) {
-    Frequenza.SetText(Str(Val(FieldText(bands, "Frequenza"))));
-    QrkDato.SetText(FieldText(bands, "RST"));
-    Potenza.SetText(Str(Val(FieldText(bands, "Potenza"))));
-    const std::string mode = FieldText(bands, "Modo");
-    SelectListEntry(Modo, mode, std::max(kModeWidth, Len(mode)));
+    Frequenza.SetText(base::Str(base::Val(core::FieldText(bands, "Frequenza"))));
+    QrkDato.SetText(core::FieldText(bands, "RST"));
+    Potenza.SetText(base::Str(base::Val(core::FieldText(bands, "Potenza"))));
+    const std::string mode = core::FieldText(bands, "Modo");
+    core::SelectListEntry(Modo, mode, std::max(kModeWidth, base::Len(mode)));
   }
   PrevBanda = Banda.Text();
 }
@@ -201,10 +208,10 @@ void LogForm::WorkedPressed() {
   const bool down = cmWorked.Down();
   session_.SaveSetting("Log", "LookupWorked", down ? "Y" : "N");
   if (!down) return;
-  for (MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
+  for (core::MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
     if (matrix == nullptr) continue;
-    matrix->CallQso.SetText(Trim(CallQso.Text()));
-    matrix->Locator.SetText(Trim(Locator.Text()));
+    matrix->CallQso.SetText(base::Trim(CallQso.Text()));
+    matrix->Locator.SetText(base::Trim(Locator.Text()));
     matrix->Search();
   }
 }
@@ -212,7 +219,7 @@ void LogForm::WorkedPressed() {
 void LogForm::MappaPressed() {
   const bool down = cmMappa.Down();
   session_.SaveSetting("Log", "DisplayMappa", down ? "Y" : "N");
-  if (down) ShowCountryMap(session_, Country.Text());
+  if (down) core::ShowCountryMap(session_, Country.Text());
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -5,7 +5,7 @@
 #include "base/text.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 constexpr std::string_view kSettingsKey = "LogSearch";
@@ -23,14 +23,15 @@ std::string OrderColumn(std::string_view caption) {
 
 }  // namespace
 
-LogSearch::LogSearch(Session& session)
-    : Window(session.Host(), "LogSearch", "Log - Ricerca", Twips(9000), Twips(6000)),
+LogSearch::LogSearch(core::Session& session)
+    : forms::Window(session.Host(), "LogSearch", "Log - Ricerca", base::Twips(9000),
+                    base::Twips(6000)),
       session_(session) {
   DefaultCommand = &cmSearch;
   CancelCommand = &cmExit;
 
-  CallQso.Filter = UpperKey;
-  Locator.Filter = UpperKey;
+  CallQso.Filter = core::UpperKey;
+  Locator.Filter = core::UpperKey;
   Country.BackspaceClears = true;
   Country.OnChange = [this] { OnCountryChange(); };
   Provincia.BackspaceClears = true;
@@ -38,17 +39,17 @@ LogSearch::LogSearch(Session& session)
 }
 
 void LogSearch::Load() {
-  RestoreWindow(session_, *this, kSettingsKey);
+  core::RestoreWindow(session_, *this, kSettingsKey);
   DataQso.SetText(DataQso.EmptyText());
   SortOrder.SetIndex(0);
-  LoadCountryChoices(session_, Country);
-  LoadBands(session_, Banda);
-  LoadModes(session_, Modo);
-  LoadPropagations(session_, Propagazione);
+  core::LoadCountryChoices(session_, Country);
+  core::LoadBands(session_, Banda);
+  core::LoadModes(session_, Modo);
+  core::LoadPropagations(session_, Propagazione);
   Country.SetText("");
 }
 
-void LogSearch::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+void LogSearch::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
 void LogSearch::TurnComparison() {
   const std::string& now = cmTipoData.Caption();
@@ -56,26 +57,28 @@ void LogSearch::TurnComparison() {
 }
 
 void LogSearch::OnCountryChange() {
-  const std::string completed = FindCountryText(session_, Left(Country.Text(), 5));
+  const std::string completed = core::FindCountryText(session_, base::Left(Country.Text(), 5));
   if (!completed.empty() && completed != Country.Text()) {
     Country.SetText(completed);  // comes back here as a change of its own
     return;
   }
-  LoadProvinceChoices(session_, Provincia, Left(Country.Text(), 5));
+  core::LoadProvinceChoices(session_, Provincia, base::Left(Country.Text(), 5));
   Provincia.SetText("");
 }
 
-void LogSearch::OnNotePick() { AppendPickedNote(session_, Note); }
+void LogSearch::OnNotePick() { core::AppendPickedNote(session_, Note); }
 
 std::string LogSearch::Statement() const {
   std::string where;
   const auto add = [&](std::string_view condition, std::string_view text, std::string_view end) {
     where += fmt::format(" AND {}{}{}", condition, text, end);
   };
-  const auto code = [](const TextField& field, std::size_t width) {
-    return RTrim(Left(field.Text(), width));
+  const auto code = [](const forms::TextField& field, std::size_t width) {
+    return base::RTrim(base::Left(field.Text(), width));
   };
-  const auto filled = [](const TextField& field) { return !IsEmptyField(field.Text()); };
+  const auto filled = [](const forms::TextField& field) {
+    return !core::IsEmptyField(field.Text());
+  };
   if (filled(DataQso) && DataQso.Text() != DataQso.EmptyText()) {
     add("DateValue(DataQso)" + cmTipoData.Caption() + " cvdate('", DataQso.Text(), "')");
   }
@@ -84,23 +87,25 @@ std::string LogSearch::Statement() const {
   if (filled(Provincia)) add("Provincia='", code(Provincia, 3), "'");
   if (filled(Locator)) add("Locator LIKE '", Locator.Text(), "'");
   if (filled(Banda)) add("Banda='", code(Banda, 5), "'");
-  const std::pair<std::string_view, const CheckBox*> marks[] = {{"QsldaInviare=", &QslDaInviare},
-                                                                {"QslRicevuta=", &QslRicevuta},
-                                                                {"QslInviata=", &QslInviata}};
+  const std::pair<std::string_view, const forms::CheckBox*> marks[] = {
+      {"QsldaInviare=", &QslDaInviare},
+      {"QslRicevuta=", &QslRicevuta},
+      {"QslInviata=", &QslInviata}};
   for (const auto& [condition, box] : marks) {
-    if (box->State() != CheckState::kGrey) add(condition, box->IsOn() ? "true" : "false", "");
+    if (box->State() != forms::CheckState::kGrey)
+      add(condition, box->IsOn() ? "true" : "false", "");
   }
-  if (filled(Modo)) add("Modo='", Trim(Modo.Text()), "'");
-  if (filled(Propagazione)) add("Propagazione='", Trim(Propagazione.Text()), "'");
-  if (filled(Note)) add("Note LIKE '*", Trim(Note.Text()), "*'");
-  if (!where.empty()) where = "WHERE " + Mid(where, 6);
+  if (filled(Modo)) add("Modo='", base::Trim(Modo.Text()), "'");
+  if (filled(Propagazione)) add("Propagazione='", base::Trim(Propagazione.Text()), "'");
+  if (filled(Note)) add("Note LIKE '*", base::Trim(Note.Text()), "*'");
+  if (!where.empty()) where = "WHERE " + base::Mid(where, 6);
   return fmt::format(
       "SELECT * FROM Log {} ORDER BY {}", where,
       OrderColumn(SortOrder.Captions()[static_cast<std::size_t>(SortOrder.Index())]));
 }
 
 void LogSearch::Search() {
-  const BusyPointer busy(Host());
+  const platform::BusyPointer busy(Host());
   const std::string statement = Statement();
   session_.DsSearch = session_.Db.OpenDynaset(statement);
   session_.SearchText = statement;
@@ -112,4 +117,4 @@ void LogSearch::Cancel() {
   Close();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::log

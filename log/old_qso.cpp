@@ -2,7 +2,7 @@
 
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 // A call that no contact has.
@@ -11,13 +11,13 @@ constexpr std::string_view kNoRows =
 
 }  // namespace
 
-const OldQsoKind kOldQsoByCall = {"OldQsoForm", "Old Qso", "OldQso", &Session::OldQsoForm};
+const OldQsoKind kOldQsoByCall = {"OldQsoForm", "Old Qso", "OldQso", &core::Session::OldQsoForm};
 const OldQsoKind kOldQsoByLocator = {"OldQsoLocator", "Old Qso with Locator", "OldQsoLocator",
-                                     &Session::OldQsoLocator};
+                                     &core::Session::OldQsoLocator};
 
-OldQso::OldQso(Session& session, const OldQsoKind& kind)
-    : FeedWindow(session.Host(), std::string(kind.name), std::string(kind.caption), Twips(9600),
-                 Twips(3000)),
+OldQso::OldQso(core::Session& session, const OldQsoKind& kind)
+    : core::FeedWindow(session.Host(), std::string(kind.name), std::string(kind.caption),
+                       base::Twips(9600), base::Twips(3000)),
       DataLog(session),
       session_(session),
       kind_(kind) {
@@ -26,23 +26,23 @@ OldQso::OldQso(Session& session, const OldQsoKind& kind)
 }
 
 void OldQso::Load() {
-  RestoreWindow(session_, *this, kind_.settingsKey);
+  core::RestoreWindow(session_, *this, kind_.settingsKey);
   SetRecordSource(kNoRows);
   DataGrid1.SetColumnsOf({DataLog.GridColumn("Data Qso", "DataQso"),
                           DataLog.GridColumn("Banda", "Banda"), DataLog.GridColumn("Call", "Call"),
                           DataLog.GridColumn("Qra", "Qra"), DataLog.GridColumn("Qth", "Qth"),
                           DataLog.GridColumn("Locator", "Locator"),
-                          DataLog.GridColumn("Qsl Inviata", "QslInviata", YesNo),
-                          DataLog.GridColumn("Qsl Ricevuta", "QslRicevuta", YesNo)});
+                          DataLog.GridColumn("Qsl Inviata", "QslInviata", core::YesNo),
+                          DataLog.GridColumn("Qsl Ricevuta", "QslRicevuta", core::YesNo)});
   session_.*kind_.handle = this;
-  changes_ = session_.Changes.Subscribe([this](const ContactsChanged& change) {
-    if (change.table == ContactTable::kLog && change.Many()) DataLog.Renew(DataGrid1);
+  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
+    if (change.table == core::ContactTable::kLog && change.Many()) DataLog.Renew(DataGrid1);
   });
 }
 
 void OldQso::Unload() {
   changes_ = {};
-  SaveWindow(session_, *this, kind_.settingsKey);
+  core::SaveWindow(session_, *this, kind_.settingsKey);
   DataLog.Close();
   if (session_.*kind_.handle == this) session_.*kind_.handle = nullptr;
 }
@@ -59,11 +59,11 @@ void OldQso::ShowInLog() {
   session_.ShowInLog("Select * from Log where QsoNr=" + DataLog.Text(row - 1, "QsoNr"));
 }
 
-void KnowOldQsoBrowsers(Session& session) {
+void KnowOldQsoBrowsers(core::Session& session) {
   for (const OldQsoKind* kind : {&kOldQsoByCall, &kOldQsoByLocator}) {
     session.Windows.Register(std::string(kind->name),
                              [&session, kind] { return std::make_unique<OldQso>(session, *kind); });
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -7,7 +7,7 @@
 #include "core/long_run.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 struct Shorthand {
@@ -19,25 +19,27 @@ constexpr Shorthand kShorthands[] = {
 
 }  // namespace
 
-void AssignPropagations(Session& session) {
+void AssignPropagations(core::Session& session) {
   const auto rows = session.Db.OpenDynaset("select * from Log ");
   const auto assign = [&rows] {
-    const Value value = rows->Field("Note");
+    const engine::Value value = rows->Field("Note");
     if (value.IsNull()) return;
     const std::string note = value.Text();
     for (const auto& [token, propagation] : kShorthands) {
-      const std::size_t at = InStr(note, token);
+      const std::size_t at = base::InStr(note, token);
       if (at == 0) continue;
       rows->Edit();
       rows->Set("Propagazione", propagation);
-      rows->Set("Note", Trim(Left(note, at - 1) + Mid(note, at + Len(token))));
+      rows->Set("Note",
+                base::Trim(base::Left(note, at - 1) + base::Mid(note, at + base::Len(token))));
       rows->Update();
       break;
     }
   };
-  ChangeManyContacts(session, "Propagazione", session.TbLog->RecordCount(), [&](LongRun& run) {
-    for (; !rows->EOF_() && run.Next(); rows->MoveNext()) assign();
-  });
+  core::ChangeManyContacts(session, "Propagazione", session.TbLog->RecordCount(),
+                           [&](core::LongRun& run) {
+                             for (; !rows->EOF_() && run.Next(); rows->MoveNext()) assign();
+                           });
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::log

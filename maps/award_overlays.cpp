@@ -15,34 +15,36 @@
 #include "map_view.h"
 #include "overlay_geometry.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 namespace {
 
-Colour FieldColour(bool confirmed) { return confirmed ? kGreen : kRed; }
-Colour ProvinceColour(bool confirmed) { return confirmed ? kDarkGreen : kDarkRed; }
+base::Colour FieldColour(bool confirmed) { return confirmed ? base::kGreen : base::kRed; }
+base::Colour ProvinceColour(bool confirmed) {
+  return confirmed ? base::kDarkGreen : base::kDarkRed;
+}
 
 // Lets the operator's events run, and tells whether what is being painted on still stands.
 class Pause {
  public:
-  explicit Pause(Session& session) : session_(session), map_(session.CurrentMapPath) {}
+  explicit Pause(core::Session& session) : session_(session), map_(session.CurrentMapPath) {}
   bool GoOn() {
     session_.Host().ProcessEvents();
     return session_.IsOpen() && session_.CurrentMapPath == map_;
   }
 
  private:
-  Session& session_;
+  core::Session& session_;
   std::string map_;
 };
 
 // Hands out every entry of a grouped query by the first of its rows, which is a confirmed one if
 // there is any. False as soon as `paint` gives false.
 template <class Paint>
-bool ForEachEntry(Recordset& rows, std::string_view column, Paint paint) {
+bool ForEachEntry(engine::Recordset& rows, std::string_view column, Paint paint) {
   std::optional<std::string> before;
   for (; !rows.EOF_(); rows.MoveNext()) {
-    const Value key = rows.Field(column);
-    if (before && SameEntry(*before, key.Text())) continue;
+    const engine::Value key = rows.Field(column);
+    if (before && core::SameEntry(*before, key.Text())) continue;
     before = key.Text();
     if (!paint(key, rows.Field("QslRicevuta").Bool())) return false;
   }
@@ -53,7 +55,7 @@ bool ForEachEntry(Recordset& rows, std::string_view column, Paint paint) {
 struct Spot {
   int x = 0, y = 0;
 };
-std::optional<Spot> FindSpot(Session& session, const std::string& select) {
+std::optional<Spot> FindSpot(core::Session& session, const std::string& select) {
   const auto row = session.Db.OpenSnapshot(select);
   if (row->EOF_()) return std::nullopt;
   return Spot{static_cast<int>(row->Field("X").Integer()),
@@ -67,14 +69,14 @@ std::string GroupedQuery(std::string_view expression, std::string_view alias,
       expression, alias, selection);
 }
 
-void DrawBox(PictureViewer& map, const MapBox& box, Colour fill) {
+void DrawBox(platform::PictureViewer& map, const MapBox& box, base::Colour fill) {
   map.DrawRectangle(box.x, box.y, box.width, box.height, fill);
 }
 
-SquareCalibration DrawGraticule(PictureViewer& map, Recordset& fields) {
+SquareCalibration DrawGraticule(platform::PictureViewer& map, engine::Recordset& fields) {
   SquareCalibration calibration;
   for (; !fields.EOF_(); fields.MoveNext()) {
-    const std::string key = FieldText(fields, "Field");
+    const std::string key = core::FieldText(fields, "Field");
     const double x = fields.Field("X").Number();
     const double y = fields.Field("Y").Number();
     const GraticuleLine drawn = SquareCalibration::LineOf(key, x, y, ViewOf(map));
@@ -87,12 +89,12 @@ SquareCalibration DrawGraticule(PictureViewer& map, Recordset& fields) {
 
 }  // namespace
 
-void DisplayField(Session& session) {
-  PictureViewer& map = session.Machine.Map();
+void DisplayField(core::Session& session) {
+  platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
   const auto rows =
       session.Db.OpenSnapshot(GroupedQuery("Left(Locator,2)", " as Field", session.QueryText));
-  const bool finished = ForEachEntry(*rows, "Field", [&](const Value& key, bool confirmed) {
+  const bool finished = ForEachEntry(*rows, "Field", [&](const engine::Value& key, bool confirmed) {
     DrawBox(map, FieldBox(key.Text(), ViewOf(map)), FieldColour(confirmed));
     return pause.GoOn();
   });
@@ -101,60 +103,64 @@ void DisplayField(Session& session) {
   map.Refresh();
 }
 
-void DisplaySquare(Session& session) {
-  PictureViewer& map = session.Machine.Map();
+void DisplaySquare(core::Session& session) {
+  platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
   const auto fields = session.Db.OpenSnapshot("Select * from Field order by Field");
   map.SetScroll(0, 0);
   const SquareCalibration calibration = DrawGraticule(map, *fields);
   const auto rows =
       session.Db.OpenSnapshot(GroupedQuery("Left(Locator,4)", " as Square", session.QueryText));
-  const bool finished = ForEachEntry(*rows, "Square", [&](const Value& key, bool confirmed) {
-    const auto box = calibration.BoxOf(key.Text(), ViewOf(map));
-    if (!box) return true;
-    DrawBox(map, *box, FieldColour(confirmed));
-    return pause.GoOn();
-  });
+  const bool finished =
+      ForEachEntry(*rows, "Square", [&](const engine::Value& key, bool confirmed) {
+        const auto box = calibration.BoxOf(key.Text(), ViewOf(map));
+        if (!box) return true;
+        DrawBox(map, *box, FieldColour(confirmed));
+        return pause.GoOn();
+      });
   if (!finished) return;
   map.EndAnnotation();
   map.Refresh();
 }
 
-void DisplayZone(Session& session) {
-  PictureViewer& map = session.Machine.Map();
+void DisplayZone(core::Session& session) {
+  platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
   const auto rows = session.Db.OpenSnapshot(GroupedQuery("[Zona CQ]", "", session.QueryText));
-  const bool finished = ForEachEntry(*rows, "Zona CQ", [&](const Value& key, bool confirmed) {
-    const std::string number = Str(key.Number());
-    const auto spot = FindSpot(session, "select X,Y from ZoneCQ where ZonaCQ=" + number);
-    if (!spot) return true;
-    session.Pointer_X = spot->x;
-    session.Pointer_Y = spot->y;
-    const MapPoint corner = StampCorner(spot->x, spot->y, ViewOf(map));
-    map.DrawStamp(session.File("\\Zona" + Trim(number) + (confirmed ? "c" : "nc") + ".bmp"),
-                  corner.x, corner.y);
-    return pause.GoOn();
-  });
+  const bool finished =
+      ForEachEntry(*rows, "Zona CQ", [&](const engine::Value& key, bool confirmed) {
+        const std::string number = base::Str(key.Number());
+        const auto spot = FindSpot(session, "select X,Y from ZoneCQ where ZonaCQ=" + number);
+        if (!spot) return true;
+        session.Pointer_X = spot->x;
+        session.Pointer_Y = spot->y;
+        const MapPoint corner = StampCorner(spot->x, spot->y, ViewOf(map));
+        map.DrawStamp(
+            session.File("\\Zona" + base::Trim(number) + (confirmed ? "c" : "nc") + ".bmp"),
+            corner.x, corner.y);
+        return pause.GoOn();
+      });
   if (!finished) return;
   map.EndAnnotation();
   map.Refresh();
 }
 
-void DisplayItalia(Session& session) {
-  PictureViewer& map = session.Machine.Map();
+void DisplayItalia(core::Session& session) {
+  platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
   const auto rows = session.Db.OpenSnapshot(
       GroupedQuery("Provincia", "", session.QueryText + " AND Provincia<>''"));
-  const bool finished = ForEachEntry(*rows, "Provincia", [&](const Value& key, bool confirmed) {
-    const auto spot =
-        FindSpot(session, "select X,Y from ProvincieItaliane where Provincia='" + key.Text() + "'");
-    if (!spot) return true;
-    session.Pointer_X = spot->x;
-    session.Pointer_Y = spot->y;
-    DrawBox(map, ProvinceBox(spot->x, spot->y, ViewOf(map)), ProvinceColour(confirmed));
-    return pause.GoOn();
-  });
+  const bool finished =
+      ForEachEntry(*rows, "Provincia", [&](const engine::Value& key, bool confirmed) {
+        const auto spot = FindSpot(
+            session, "select X,Y from ProvincieItaliane where Provincia='" + key.Text() + "'");
+        if (!spot) return true;
+        session.Pointer_X = spot->x;
+        session.Pointer_Y = spot->y;
+        DrawBox(map, ProvinceBox(spot->x, spot->y, ViewOf(map)), ProvinceColour(confirmed));
+        return pause.GoOn();
+      });
   if (finished) map.EndAnnotation();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -4,9 +4,13 @@
 #include "overlay_geometry.h"
 #include "platform/picture_viewer.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 
-inline MapView ViewOf(PictureViewer& map) { return {map.Zoom(), map.ScrollX(), map.ScrollY()}; }
-inline FrameSize FrameOf(PictureViewer& map) { return {map.ViewWidth(), map.ViewHeight()}; }
+inline MapView ViewOf(platform::PictureViewer& map) {
+  return {map.Zoom(), map.ScrollX(), map.ScrollY()};
+}
+inline FrameSize FrameOf(platform::PictureViewer& map) {
+  return {map.ViewWidth(), map.ViewHeight()};
+}
 
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -5,20 +5,20 @@
 #include <stdexcept>
 #include <string>
 
+#include "award_overlays.h"
 #include "base/number.h"
 #include "base/text.h"
-#include "award_overlays.h"
 #include "map_view.h"
 #include "overlay_geometry.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 namespace {
 
 constexpr double kZoomStep = 25, kSmallestZoom = 25, kWholeSize = 100;
 
 struct Overlay {
   std::string_view word;
-  void (*paint)(Session&);
+  void (*paint)(core::Session&);
 };
 constexpr Overlay kOverlays[] = {{"SQUARE", DisplaySquare},
                                  {"WAZ", DisplayZone},
@@ -34,7 +34,7 @@ void RequireFile(const std::filesystem::path& file) {
   if (!std::ifstream(file)) throw std::runtime_error("Il file " + PathText(file) + " non si apre");
 }
 
-void DrawPointer(Session& session, PictureViewer& map) {
+void DrawPointer(core::Session& session, platform::PictureViewer& map) {
   if (session.Pointer_X == 0 || session.Pointer_Y == 0) return;
   const MapPoint corner = StampCorner(session.Pointer_X, session.Pointer_Y, ViewOf(map));
   map.DrawStamp(session.File("\\Pointer.bmp"), corner.x, corner.y);
@@ -42,7 +42,7 @@ void DrawPointer(Session& session, PictureViewer& map) {
 }
 
 // A pointer that is not drawn, at 0, counts too: its map goes to the corner.
-void BringPointerIntoView(const Session& session, PictureViewer& map) {
+void BringPointerIntoView(const core::Session& session, platform::PictureViewer& map) {
   const MapView view = ViewOf(map);
   const FrameSize frame = FrameOf(map);
   if (PointerInView(session.Pointer_X, session.Pointer_Y, view, frame)) return;
@@ -50,21 +50,22 @@ void BringPointerIntoView(const Session& session, PictureViewer& map) {
   map.SetScroll(scroll.x, scroll.y);
 }
 
-void Zoom(PictureViewer& map, double percent) {
+void Zoom(platform::PictureViewer& map, double percent) {
   map.SetZoom(percent);
   map.Refresh();
 }
 
-void FitWindow(PictureViewer& map) {
+void FitWindow(platform::PictureViewer& map) {
   if (map.ImageWidth() == 0) throw std::domain_error("Nessuna mappa da adattare alla finestra");
   Zoom(map, static_cast<double>(map.ViewWidth()) / map.ImageWidth() * 100);
 }
 
-void RectangleDrawn(Session& session, const MainFrame& frame, const MapBox& drawn) {
-  PictureViewer& map = session.Machine.Map();
+void RectangleDrawn(core::Session& session, const core::MainFrame& frame, const MapBox& drawn) {
+  platform::PictureViewer& map = session.Machine.Map();
   if (frame.cmCoordinate.Down()) {
-    session.Messages().Show(MessageIcon::kNone, "",
-                            Str(map.ScrollX() + drawn.x) + "/" + Str(map.ScrollY() + drawn.y));
+    session.Messages().Show(
+        platform::MessageIcon::kNone, "",
+        base::Str(map.ScrollX() + drawn.x) + "/" + base::Str(map.ScrollY() + drawn.y));
     return;
   }
   try {
@@ -75,12 +76,12 @@ void RectangleDrawn(Session& session, const MainFrame& frame, const MapBox& draw
 
 }  // namespace
 
-void ShowMapImage(Session& session, std::string_view fileName) {
-  PictureViewer& map = session.Machine.Map();
-  std::optional<BusyPointer> busy;
+void ShowMapImage(core::Session& session, std::string_view fileName) {
+  platform::PictureViewer& map = session.Machine.Map();
+  std::optional<platform::BusyPointer> busy;
   try {
     const std::filesystem::path file = session.File("\\" + std::string(fileName));
-    const std::string path = Upper(PathText(file));
+    const std::string path = base::Upper(PathText(file));
     if (path != session.CurrentMapPath) {
       session.CurrentMapPath = path;
       RequireFile(file);
@@ -98,7 +99,7 @@ void ShowMapImage(Session& session, std::string_view fileName) {
   session.Host().ProcessEvents();
 }
 
-void DisplayMappa(Session& session, MainFrame& frame, std::string_view request) {
+void DisplayMappa(core::Session& session, core::MainFrame& frame, std::string_view request) {
   // The frame alone: the child that stands in front in it has not left, and is not activated anew.
   session.Host().Show(frame);
   ShowMapImage(session, session.MapFile);
@@ -107,8 +108,8 @@ void DisplayMappa(Session& session, MainFrame& frame, std::string_view request) 
   }
 }
 
-void AttachMapViewer(Session& session, MainFrame& frame) {
-  PictureViewer& map = session.Machine.Map();
+void AttachMapViewer(core::Session& session, core::MainFrame& frame) {
+  platform::PictureViewer& map = session.Machine.Map();
   frame.cmZoom150.OnClick = [&map] { Zoom(map, map.Zoom() + kZoomStep); };
   frame.cmZoom1.OnClick = [&map] { Zoom(map, kWholeSize); };
   frame.cmZoom50.OnClick = [&map] {
@@ -125,4 +126,4 @@ void AttachMapViewer(Session& session, MainFrame& frame) {
   };
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -11,27 +11,27 @@
 #include "core/entry_key.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 namespace {
 
-constexpr Twips kRadius = Twips::FromPixels(7);
+constexpr base::Twips kRadius = base::Twips::FromPixels(7);
 
-Twips FromPixelColumn(const Value& value) {
+base::Twips FromPixelColumn(const engine::Value& value) {
   const std::int64_t pixels = value.Integer();
   if (pixels < std::numeric_limits<std::int16_t>::min() ||
       pixels > std::numeric_limits<std::int16_t>::max()) {
     throw std::overflow_error("La posizione di uno square e' fuori dalla mappa");
   }
-  return Twips::FromPixels(static_cast<int>(pixels));
+  return base::Twips::FromPixels(static_cast<int>(pixels));
 }
 
 }  // namespace
 
-MappaSquare::MappaSquare(Session& session)
-    : Window(session.Host(), "MappaSquare", "Mappa Square", Twips::FromPixels(1184),
-             Twips::FromPixels(720)),
+MappaSquare::MappaSquare(core::Session& session)
+    : forms::Window(session.Host(), "MappaSquare", "Mappa Square", base::Twips::FromPixels(1184),
+                    base::Twips::FromPixels(720)),
       session_(session) {
-  VScroll.OnChange = [this] { PicBuf1.SetTop(Twips(-VScroll.Value())); };
+  VScroll.OnChange = [this] { PicBuf1.SetTop(base::Twips(-VScroll.Value())); };
 }
 
 void MappaSquare::Load() {
@@ -41,10 +41,10 @@ void MappaSquare::Load() {
         "SELECT Left(Locator,4) as Square,QslRicevuta FROM Log " + selection +
         " GROUP BY Left(Locator,4),QslRicevuta ORDER BY Left(Locator,4),QslRicevuta");
     const std::filesystem::path file = session_.File("\\Square.jpg");
-    const auto size = ReadImageSize(file);
+    const auto size = base::ReadImageSize(file);
     if (!size) throw std::runtime_error("La mappa degli square non si legge");
     PicBuf1.SetPicture(file);
-    pictureHeight_ = Twips::FromPixels(size->height);
+    pictureHeight_ = base::Twips::FromPixels(size->height);
     DrawSquares();
   } catch (const std::exception&) {
   }
@@ -58,21 +58,21 @@ void MappaSquare::Resize() {
     VScroll.SetValue(0);
     // A picture that is lower than the window has nothing to scroll.
     VScroll.SetMaximum(std::max(0, (pictureHeight_ - ScaleHeight()).Value()));
-    PicBuf1.SetTop(Twips(0));
+    PicBuf1.SetTop(base::Twips(0));
   } catch (const std::exception&) {
   }
 }
 
 void MappaSquare::Print() {
-  const BusyPointer busy(Host());
-  Printer& printer = session_.Machine.GetPrinter();
-  printer.Text(Mm(0), Mm(0), "");
-  printer.WindowImage(*this, Mm(0), Mm(0));
+  const platform::BusyPointer busy(Host());
+  platform::Printer& printer = session_.Machine.GetPrinter();
+  printer.Text(base::Mm(0), base::Mm(0), "");
+  printer.WindowImage(*this, base::Mm(0), base::Mm(0));
   printer.EndDocument();
 }
 
 void MappaSquare::DropMap() {
-  const BusyPointer busy(Host());
+  const platform::BusyPointer busy(Host());
   PicBuf1.SetPicture({});
   DrawSquares();
 }
@@ -83,9 +83,9 @@ void MappaSquare::DrawSquares() {
   std::optional<std::string> square;
   bool confirmed = false;
   for (; !squares_->EOF_(); squares_->MoveNext()) {
-    const std::string key = FieldText(*squares_, "Square");
+    const std::string key = core::FieldText(*squares_, "Square");
     const bool qsl = squares_->Field("QslRicevuta").Bool();
-    if (square && SameEntry(*square, key)) {
+    if (square && core::SameEntry(*square, key)) {
       confirmed = confirmed || qsl;
       continue;
     }
@@ -97,11 +97,11 @@ void MappaSquare::DrawSquares() {
 }
 
 void MappaSquare::DrawSquare(std::string_view square, bool confirmed) {
-  Table& places = *session_.TbSquare;
+  engine::Table& places = *session_.TbSquare;
   places.Seek("=", {square});
   if (places.NoMatch()) return;
   PicBuf1.Draw({FromPixelColumn(places.Field("X")), FromPixelColumn(places.Field("Y")), kRadius,
-                confirmed ? kDarkGreen : kDarkRed});
+                confirmed ? base::kDarkGreen : base::kDarkRed});
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -8,7 +8,7 @@
 #include "base/text.h"
 #include "core/locator.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 namespace {
 
 // The tip of the pointer inside its bitmap.
@@ -30,10 +30,10 @@ constexpr double kRightHmWidth = 224;
 
 constexpr double kProvinceSide = 10;
 
-int Whole(double pixels) { return static_cast<int>(RoundHalfEven(pixels)); }
+int Whole(double pixels) { return static_cast<int>(base::RoundHalfEven(pixels)); }
 
 int CodeAt(std::string_view key, std::size_t place) {
-  const std::u32string characters = Characters(key);
+  const std::u32string characters = base::Characters(key);
   if (place > characters.size()) {
     throw std::out_of_range("Il codice \"" + std::string(key) + "\" e' troppo corto per la mappa");
   }
@@ -72,9 +72,9 @@ MapPoint ScrollToCentre(double x, double y, const MapView& view, const FrameSize
 
 MapBox FieldBox(std::string_view field, const MapView& view) {
   CodeAt(field, 2);
-  const Position centre = LocatorToRadians(std::string(field) + "00AA");
+  const core::Position centre = core::LocatorToRadians(std::string(field) + "00AA");
   const auto degrees = [](double radians) {
-    return static_cast<double>(RoundHalfEven(radians * (180.0 / kPiValue)));
+    return static_cast<double>(base::RoundHalfEven(radians * (180.0 / core::kPiValue)));
   };
   const double longitude = degrees(centre.longitude);
   const double latitude = degrees(centre.latitude);
@@ -120,11 +120,11 @@ void SquareCalibration::Add(std::string_view key, double x, double y) {
 std::optional<MapBox> SquareCalibration::BoxOf(std::string_view square, const MapView& view) const {
   const int column = ColumnOf(CodeAt(square, 1));
   const int row = RowOf(CodeAt(square, 2));
-  const double third = Val(Mid(square, 3, 1));
-  const double fourth = Val(Mid(square, 4, 1));
+  const double third = base::Val(base::Mid(square, 3, 1));
+  const double fourth = base::Val(base::Mid(square, 4, 1));
 
   double left, right;
-  if (Left(square, 2) != "HM") {
+  if (base::Left(square, 2) != "HM") {
     left = EdgeAt(xField_, column);
     right = EdgeAt(xField_, column + 1);
   } else if (third >= 5) {
@@ -145,4 +145,4 @@ std::optional<MapBox> SquareCalibration::BoxOf(std::string_view square, const Ma
                 Whole(view.zoom * (dx / 100)), Whole(view.zoom * (dy / 100))};
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::maps

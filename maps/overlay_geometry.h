@@ -8,7 +8,7 @@
 #include <optional>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::maps {
 
 // How the picture stands in its frame: zoom in per cent, scroll in image pixels at that zoom.
 struct MapView {
@@ -72,4 +72,4 @@ class SquareCalibration {
   std::array<double, kLetters> xField_{}, yField_{};
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -3,7 +3,7 @@
 #include "base/number.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::print {
 namespace {
 
 constexpr std::string_view kFont = "Times New Roman";
@@ -24,7 +24,8 @@ constexpr FixedText kHeadings[] = {{38, 2.5, "Date"},  {52.5, 2.5, "Qtr"},   {65
 
 }  // namespace
 
-void DrawStationLabel(Printer& printer, Mm x, Mm y, const StationLabel& label) {
+void DrawStationLabel(platform::Printer& printer, base::Mm x, base::Mm y,
+                      const StationLabel& label) {
   struct Item {
     double x, y, points;
     bool bold;
@@ -36,30 +37,31 @@ void DrawStationLabel(Printer& printer, Mm x, Mm y, const StationLabel& label) {
       {42, 4.5, 9, false, label.Indirizzo}, {42, 8, 9, false, label.Qth + " " + label.Provincia}};
   for (const Item& item : items) {
     printer.SetFont(kFont, item.points, item.bold);
-    printer.Text(x + Mm(item.x), y + Mm(item.y), item.text);
+    printer.Text(x + base::Mm(item.x), y + base::Mm(item.y), item.text);
   }
 }
 
-void DrawQsoLabel(Printer& printer, Mm x, Mm y, const QsoLabel& label) {
+void DrawQsoLabel(platform::Printer& printer, base::Mm x, base::Mm y, const QsoLabel& label) {
   const auto text = [&](double dx, double dy, std::string_view words) {
-    printer.Text(x + Mm(dx), y + Mm(dy), words);
+    printer.Text(x + base::Mm(dx), y + base::Mm(dy), words);
   };
   printer.SetBold(true);
   text(1, 2, "To Radio");
   printer.SetFontSize(12);
   text(1, 8, label.Call);
-  printer.Box(x + Mm(37), y + Mm(2), x + Mm(78.5), y + Mm(22), false);
+  printer.Box(x + base::Mm(37), y + base::Mm(2), x + base::Mm(78.5), y + base::Mm(22), false);
   for (const FixedLine& line : kFormLines) {
-    printer.Line(x + Mm(line.x1), y + Mm(line.y1), x + Mm(line.x2), y + Mm(line.y2));
+    printer.Line(x + base::Mm(line.x1), y + base::Mm(line.y1), x + base::Mm(line.x2),
+                 y + base::Mm(line.y2));
   }
   printer.SetFontSize(8);
   for (const FixedText& heading : kHeadings) text(heading.x, heading.y, heading.text);
   printer.SetBold(false);
   const auto [band, mode] = BandAndMode(label);
-  text(38, 8, label.DataQso ? DateText(*label.DataQso) : "");
-  text(52.5, 8, label.DataQso ? Left(TimeText(*label.DataQso), 5) : "");
+  text(38, 8, label.DataQso ? base::DateText(*label.DataQso) : "");
+  text(52.5, 8, label.DataQso ? base::Left(base::TimeText(*label.DataQso), 5) : "");
   text(65, 8, label.QrkDato);
-  text(38, 18, FormatNumber(label.Frequenza, "#,###.000"));
+  text(38, 18, base::FormatNumber(label.Frequenza, "#,###.000"));
   text(52.5, 18, band);
   text(65, 18, mode);
   printer.SetBold(true);
@@ -70,16 +72,16 @@ std::pair<std::string, std::string> BandAndMode(const QsoLabel& label) {
   const std::pair<std::string, std::string> plain{label.Banda, label.Modo};
   if (label.Modo != "Satellite") return plain;
   const std::string& note = label.Note;
-  const std::size_t bracket = InStr(note, "[");
+  const std::size_t bracket = base::InStr(note, "[");
   if (bracket == 0) return plain;
-  const std::size_t first = InStr(bracket + 1, note, "/");
+  const std::size_t first = base::InStr(bracket + 1, note, "/");
   if (first == 0) return plain;
-  const std::size_t second = InStr(first + 1, note, "/");
+  const std::size_t second = base::InStr(first + 1, note, "/");
   if (second == 0) return plain;
-  const std::string up = first > 2 ? Mid(note, 2, first - 2) : std::string();
+  const std::string up = first > 2 ? base::Mid(note, 2, first - 2) : std::string();
   if (up.empty()) return plain;
-  const std::size_t last = Len(note);
-  return {up, last > second + 1 ? Mid(note, second + 1, last - second - 1) : std::string()};
+  const std::size_t last = base::Len(note);
+  return {up, last > second + 1 ? base::Mid(note, second + 1, last - second - 1) : std::string()};
 }
 
 LabelGrid::LabelGrid(const LabelGeometry& geometry)
@@ -88,7 +90,7 @@ LabelGrid::LabelGrid(const LabelGeometry& geometry)
       posY_(geometry.marginTop),
       posYFila_(posY_) {}
 
-void LabelGrid::Next(Printer& printer) {
+void LabelGrid::Next(platform::Printer& printer) {
   ++colonna_;
   if (colonna_ <= geometry_.perRow) {
     posX_ += geometry_.width + geometry_.spaceAcross;
@@ -105,4 +107,4 @@ void LabelGrid::Next(Printer& printer) {
   posYFila_ = posY_;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::print

@@ -4,25 +4,25 @@
 #include "core/session.h"
 #include "core/transaction.h"
 
-namespace brenvo {
+namespace brenvo::print {
 namespace {
 
 constexpr std::string_view kTitle = "Aggiornamento Log per Qsl";
 
 }  // namespace
 
-void UpdateLogForQsl(Session& session) {
+void UpdateLogForQsl(core::Session& session) {
   if (!session.Messages().AskYesNo(kTitle, "Confermi l'operazione ?")) return;
-  const bool updated = RunLongStatements(
+  const bool updated = core::RunLongStatements(
       session, kTitle, "Aggiornamento interrotto: il log è rimasto com'era.", [&session] {
-        Transaction transaction(session.Db);
+        core::Transaction transaction(session.Db);
         // A contact that only answers a card received has none to send: one pass does for both.
         session.Db.Execute(
             "UPDATE Log SET QslInviata=True,QslDaInviare=False WHERE QslDaInviare OR (QslRicevuta "
             "and not QslInviata)");
         transaction.Commit();
       });
-  if (updated) session.Changes.AnnounceMany(ContactTable::kLog);
+  if (updated) session.Changes.AnnounceMany(core::ContactTable::kLog);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::print

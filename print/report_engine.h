@@ -10,7 +10,7 @@
 #include "platform/printer.h"
 #include "report_layout.h"
 
-namespace brenvo {
+namespace brenvo::print {
 
 // The texts of {call} and its like; {pagina} and {pagine} are the engine's own.
 using ReportTexts = std::map<std::string, std::string, std::less<>>;
@@ -21,10 +21,10 @@ using ReportTexts = std::map<std::string, std::string, std::less<>>;
 // the document ends, which may open a preview; by false it stops the report, which is a DeviceError
 // and leaves the document unended. LayoutError names a column that the table does not have.
 using ReportAdvance = std::function<bool(std::int64_t done, std::int64_t total)>;
-void PrintRows(Database& database, const ReportLayout& layout, const ReportTexts& texts,
-               Printer& printer, const ReportAdvance& advance);
+void PrintRows(engine::Database& database, const ReportLayout& layout, const ReportTexts& texts,
+               platform::Printer& printer, const ReportAdvance& advance);
 
 // How many rows a page holds.
-int RowsPerPage(const ReportLayout& layout, Mm pageHeight);
+int RowsPerPage(const ReportLayout& layout, base::Mm pageHeight);
 
-}  // namespace brenvo
+}  // namespace brenvo::print

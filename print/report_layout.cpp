@@ -6,7 +6,7 @@
 #include "base/number.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::print {
 namespace {
 
 // Lines and fields that a sane layout stays well below.
@@ -17,7 +17,7 @@ std::vector<std::string> Split(std::string_view text, char separator) {
   std::size_t from = 0;
   for (;;) {
     const std::size_t to = text.find(separator, from);
-    pieces.push_back(Trim(text.substr(from, to - from)));
+    pieces.push_back(base::Trim(text.substr(from, to - from)));
     if (to == std::string_view::npos) return pieces;
     from = to + 1;
   }
@@ -28,11 +28,11 @@ std::vector<std::string> Split(std::string_view text, char separator) {
 }
 
 // A tenth of a millimetre at least, which is less than anybody can see.
-Mm Measured(std::size_t line, const std::string& text, double most) {
+base::Mm Measured(std::size_t line, const std::string& text, double most) {
   constexpr double kLeast = 0.1;
-  const double value = Val(text);
+  const double value = base::Val(text);
   if (!(value >= kLeast && value <= most)) Refuse(line, "misura non valida \"" + text + "\"");
-  return Mm(value);
+  return base::Mm(value);
 }
 
 ReportColumn ParseColumn(std::size_t line, const std::string& text) {
@@ -42,7 +42,7 @@ ReportColumn ParseColumn(std::size_t line, const std::string& text) {
   column.heading = fields[0];
   column.column = fields[1];
   column.width = Measured(line, fields[2], 1000);
-  const std::string side = Lower(fields[3]);
+  const std::string side = base::Lower(fields[3]);
   if (side == "destra") {
     column.alignment = ReportAlignment::kRight;
   } else if (side == "centro") {
@@ -68,21 +68,21 @@ void ParseFonts(std::size_t line, const std::string& text, ReportLayout& layout)
 ReportLayout ParseReportLayout(std::string_view text) {
   ReportLayout layout;
   std::size_t number = 0;
-  for (std::string_view rest = WithoutByteOrderMark(text); !rest.empty();) {
+  for (std::string_view rest = base::WithoutByteOrderMark(text); !rest.empty();) {
     ++number;
     const std::size_t end = rest.find('\n');
-    std::string line = ValidUtf8(rest.substr(0, end));
+    std::string line = base::ValidUtf8(rest.substr(0, end));
     rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
     if (!line.empty() && line.back() == '\r') line.pop_back();
-    line = Trim(line);
+    line = base::Trim(line);
     if (line.empty() || line.front() == '#') continue;
     const std::size_t equals = line.find('=');
     if (equals == std::string::npos) Refuse(number, "manca il segno =");
-    const std::string name = Lower(Trim(line.substr(0, equals)));
-    const std::string value = Trim(line.substr(equals + 1));
+    const std::string name = base::Lower(base::Trim(line.substr(0, equals)));
+    const std::string value = base::Trim(line.substr(equals + 1));
     if (name == "orientamento") {
-      layout.landscape = Lower(value) == "orizzontale";
-      if (!layout.landscape && Lower(value) != "verticale")
+      layout.landscape = base::Lower(value) == "orizzontale";
+      if (!layout.landscape && base::Lower(value) != "verticale")
         Refuse(number, "orientamento sconosciuto");
     } else if (name == "margine") {
       layout.margin = Measured(number, value, 100);
@@ -107,18 +107,18 @@ ReportLayout ParseReportLayout(std::string_view text) {
   return layout;
 }
 
-std::string FormatReportCell(const Value& value, std::string_view format) {
+std::string FormatReportCell(const engine::Value& value, std::string_view format) {
   if (value.IsNull()) return {};
   if (format == "data" || format == "ora" || format == "data e ora") {
-    const std::optional<DateTime> date = value.ReadableDate();
+    const std::optional<base::DateTime> date = value.ReadableDate();
     if (!date) return {};
-    const std::string time = Left(TimeText(*date), 5);
+    const std::string time = base::Left(base::TimeText(*date), 5);
     if (format == "ora") return time;
-    return DateText(*date) + (format == "data" ? "" : " " + time);
+    return base::DateText(*date) + (format == "data" ? "" : " " + time);
   }
   if (format == "si/no") return value.ReadableBool().value_or(false) ? "Sì" : "";
-  if (!format.empty()) return FormatNumber(value.Number(), format);
+  if (!format.empty()) return base::FormatNumber(value.Number(), format);
   return value.Text();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::print

@@ -18,19 +18,19 @@
 #include "base/units.h"
 #include "engine/value.h"
 
-namespace brenvo {
+namespace brenvo::print {
 
 enum class ReportAlignment { kLeft, kRight, kCentre };
 
 struct ReportColumn {
   std::string heading, column, format;
-  Mm width;
+  base::Mm width;
   ReportAlignment alignment = ReportAlignment::kLeft;
 };
 
 struct ReportLayout {
   bool landscape = false;
-  Mm margin{10};
+  base::Mm margin{10};
   std::string title, header, footer;
   std::string font = "Times New Roman";
   double rowPoints = 9, headingPoints = 9, titlePoints = 14;
@@ -47,6 +47,6 @@ class LayoutError : public std::runtime_error {
 ReportLayout ParseReportLayout(std::string_view text);
 
 // A cell by the column's format.
-std::string FormatReportCell(const Value& value, std::string_view format);
+std::string FormatReportCell(const engine::Value& value, std::string_view format);
 
-}  // namespace brenvo
+}  // namespace brenvo::print

@@ -7,18 +7,18 @@
 #include "core/modules.h"
 #include "report_engine.h"
 
-namespace brenvo {
+namespace brenvo::print {
 
-void RunReport(Session& session, const std::filesystem::path& layout) {
+void RunReport(core::Session& session, const std::filesystem::path& layout) {
   std::ifstream file(layout, std::ios::binary);
   if (!file) throw std::runtime_error("Manca il formato di stampa " + layout.filename().string());
   const std::string text{std::istreambuf_iterator<char>(file), {}};
   const ReportLayout parsed = ParseReportLayout(text);
-  const ReportTexts texts = {{"call", FieldText(*session.TbUser, "Call")},
-                             {"qra", FieldText(*session.TbUser, "Qra")},
-                             {"data", DateText(session.Now())}};
+  const ReportTexts texts = {{"call", core::FieldText(*session.TbUser, "Call")},
+                             {"qra", core::FieldText(*session.TbUser, "Qra")},
+                             {"data", base::DateText(session.Now())}};
   // Not before the first rows: the printer's dialog must not stand behind it.
-  std::unique_ptr<Progress> progress;
+  std::unique_ptr<platform::Progress> progress;
   PrintRows(session.Db, parsed, texts, session.Machine.GetPrinter(),
             [&](std::int64_t done, std::int64_t total) {
               if (done == total) {
@@ -31,4 +31,4 @@ void RunReport(Session& session, const std::filesystem::path& layout) {
             });
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::print

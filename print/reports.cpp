@@ -7,7 +7,7 @@
 #include "core/session.h"
 #include "core/shared_windows.h"
 
-namespace brenvo {
+namespace brenvo::print {
 namespace {
 
 struct Selection {
@@ -16,8 +16,8 @@ struct Selection {
 };
 
 // False when the operator cancels, or there is no dialog to ask him with.
-bool AskSelection(Session& session, std::string_view word, Selection& selection) {
-  auto* dialog = static_cast<SelectionWindow*>(session.Windows.LoadSingle("StatSel"));
+bool AskSelection(core::Session& session, std::string_view word, Selection& selection) {
+  auto* dialog = static_cast<core::SelectionWindow*>(session.Windows.LoadSingle("StatSel"));
   if (dialog == nullptr) return false;
   dialog->Tag = word;
   dialog->OfferLayouts();
@@ -29,20 +29,20 @@ bool AskSelection(Session& session, std::string_view word, Selection& selection)
   return confirmed;
 }
 
-void FillSLog(Session& session, std::string_view where, std::string_view order) {
+void FillSLog(core::Session& session, std::string_view where, std::string_view order) {
   session.Db.Execute("DELETE FROM SLog");
   session.Db.Execute("INSERT INTO SLog SELECT * FROM Log " + std::string(where) +
                      std::string(order));
 }
 
 // Of rows with one key the first stays.
-void Thin(Session& session, std::string_view select, std::string_view column, int length) {
+void Thin(core::Session& session, std::string_view select, std::string_view column, int length) {
   const auto rows = session.Db.OpenDynaset(select);
   std::string previous;
   for (; !rows->EOF_(); rows->MoveNext()) {
-    std::string key = FieldText(*rows, column);
-    if (length > 0) key = Left(key, static_cast<std::size_t>(length));
-    key = ComparedKey(key);
+    std::string key = core::FieldText(*rows, column);
+    if (length > 0) key = base::Left(key, static_cast<std::size_t>(length));
+    key = core::ComparedKey(key);
     if (key == previous) {
       rows->Delete();
     } else {
@@ -52,10 +52,10 @@ void Thin(Session& session, std::string_view select, std::string_view column, in
 }
 
 // Leaves of each note the tag that begins with the word; a note without one goes.
-void CutNotes(Session& session, std::string_view word) {
+void CutNotes(core::Session& session, std::string_view word) {
   const auto rows = session.Db.OpenDynaset("SELECT Note,QslRicevuta FROM SLog");
   for (; !rows->EOF_(); rows->MoveNext()) {
-    const auto tag = NoteTag(FieldText(*rows, "Note"), word);
+    const auto tag = core::NoteTag(core::FieldText(*rows, "Note"), word);
     if (!tag) {
       rows->Delete();
       continue;
@@ -70,17 +70,18 @@ void CutNotes(Session& session, std::string_view word) {
 
 const std::vector<ReportMember>& ReportMembers() {
   static const std::vector<ReportMember> kMembers = {
-      {&MainFrame::cmPLog, "PLOG", "", " ORDER BY DataQso", ""},
+      {&core::MainFrame::cmPLog, "PLOG", "", " ORDER BY DataQso", ""},
       // The word is that of the zone report.
-      {&MainFrame::cmPSquare, "ZONE", "Locator<>''", " ORDER BY Locator", "Locator", 4},
-      {&MainFrame::cmPPrefissi, "PREFISSO", "Prefisso<>''", " ORDER BY Prefisso", "Prefisso"},
-      {&MainFrame::cmPContinenti, "CONTINENTE", "Continente<>''", " ORDER BY Continente",
+      {&core::MainFrame::cmPSquare, "ZONE", "Locator<>''", " ORDER BY Locator", "Locator", 4},
+      {&core::MainFrame::cmPPrefissi, "PREFISSO", "Prefisso<>''", " ORDER BY Prefisso", "Prefisso"},
+      {&core::MainFrame::cmPContinenti, "CONTINENTE", "Continente<>''", " ORDER BY Continente",
        "Continente"},
-      {&MainFrame::cmPZone, "ZONE", "[Zona CQ]<>0", " ORDER BY [Zona CQ]", "Zona CQ"},
-      {&MainFrame::cmPCountry, "COUNTRY", "Country<>''", " ORDER BY Country,QslRicevuta",
+      {&core::MainFrame::cmPZone, "ZONE", "[Zona CQ]<>0", " ORDER BY [Zona CQ]", "Zona CQ"},
+      {&core::MainFrame::cmPCountry, "COUNTRY", "Country<>''", " ORDER BY Country,QslRicevuta",
        "Country"},
-      {&MainFrame::cmPProvincie, "PROVINCIE", "Provincia<>''", " ORDER BY Provincia", "Provincia"},
-      {&MainFrame::cmPNote, "NOTE", "", " ORDER BY Note", "Note"},
+      {&core::MainFrame::cmPProvincie, "PROVINCIE", "Provincia<>''", " ORDER BY Provincia",
+       "Provincia"},
+      {&core::MainFrame::cmPNote, "NOTE", "", " ORDER BY Note", "Note"},
   };
   return kMembers;
 }
@@ -91,21 +92,23 @@ std::string AddCondition(std::string_view where, std::string_view condition) {
          std::string(condition);
 }
 
-void PrintReport(Session& session, const ReportMember& member) {
+void PrintReport(core::Session& session, const ReportMember& member) {
   Selection selection;
   if (!AskSelection(session, member.word, selection)) return;
-  const BusyPointer busy(session.Host());
-  if (member.command == &MainFrame::cmPLog) session.QueryText = selection.where;
+  const platform::BusyPointer busy(session.Host());
+  if (member.command == &core::MainFrame::cmPLog) session.QueryText = selection.where;
   FillSLog(session, AddCondition(selection.where, member.extra), member.insertOrder);
-  if (member.command == &MainFrame::cmPNote) CutNotes(session, NoteWords(selection.where));
+  if (member.command == &core::MainFrame::cmPNote)
+    CutNotes(session, core::NoteWords(selection.where));
   if (!member.key.empty()) {
-    const std::string columns = member.command == &MainFrame::cmPNote ? "Note,QslRicevuta" : "*";
-    const std::string key =
-        InStr(member.key, " ") > 0 ? "[" + std::string(member.key) + "]" : std::string(member.key);
+    const std::string columns =
+        member.command == &core::MainFrame::cmPNote ? "Note,QslRicevuta" : "*";
+    const std::string key = base::InStr(member.key, " ") > 0 ? "[" + std::string(member.key) + "]"
+                                                             : std::string(member.key);
     Thin(session, "SELECT " + columns + " FROM SLog ORDER BY " + key + ",QslRicevuta", member.key,
          member.keyLength);
   }
   session.Machine.Reports().Print(session.File(selection.layout));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::print

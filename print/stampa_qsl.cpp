@@ -8,18 +8,18 @@
 #include "base/number.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::print {
 namespace {
 
 constexpr std::string_view kSection = "StampaQsl";
 
-QsoLabel LabelOf(Recordset& row) {
-  if (FieldText(row, "Modo") == "Satellite" && row.Field("Note").IsNull()) {
+QsoLabel LabelOf(engine::Recordset& row) {
+  if (core::FieldText(row, "Modo") == "Satellite" && row.Field("Note").IsNull()) {
     throw std::runtime_error("La nota di un collegamento via satellite e' Null");
   }
-  return {FieldText(row, "Call"),          FieldText(row, "QrkDato"),
-          FieldText(row, "Banda"),         FieldText(row, "Modo"),
-          FieldText(row, "Note"),          row.Field("DataQso").ReadableDate(),
+  return {core::FieldText(row, "Call"),    core::FieldText(row, "QrkDato"),
+          core::FieldText(row, "Banda"),   core::FieldText(row, "Modo"),
+          core::FieldText(row, "Note"),    row.Field("DataQso").ReadableDate(),
           row.Field("Frequenza").Number(), row.Field("QslRicevuta").ReadableBool().value_or(false)};
 }
 
@@ -36,8 +36,9 @@ const StampaQsl::Setting StampaQsl::kSettings[7] = {
     {&StampaQsl::EtichXFila, &StampaQsl::VEtichXFila, "EtichettePerFila"},
 };
 
-StampaQsl::StampaQsl(Session& session)
-    : Window(session.Host(), "StampaQsl", "Stampa Qsl", Twips(7800), Twips(7200)),
+StampaQsl::StampaQsl(core::Session& session)
+    : forms::Window(session.Host(), "StampaQsl", "Stampa Qsl", base::Twips(7800),
+                    base::Twips(7200)),
       session_(session) {
   for (const Setting& setting : kSettings) {
     (this->*setting.slider).OnChange = [this, &setting] { ShowValue(setting); };
@@ -46,10 +47,10 @@ StampaQsl::StampaQsl(Session& session)
 }
 
 void StampaQsl::Load() {
-  RestoreWindow(session_, *this, kSection);
+  core::RestoreWindow(session_, *this, kSection);
   for (const Setting& setting : kSettings) {
-    Slider& slider = this->*setting.slider;
-    const double stored = Val(session_.GetSetting(kSection, setting.key, ""));
+    forms::Slider& slider = this->*setting.slider;
+    const double stored = base::Val(session_.GetSetting(kSection, setting.key, ""));
     const double least = slider.Minimum();
     const double most = slider.Maximum();
     slider.SetValue(static_cast<int>(std::clamp(stored, least, most)));
@@ -57,13 +58,13 @@ void StampaQsl::Load() {
   }
 }
 
-void StampaQsl::Unload() { SaveWindow(session_, *this, kSection); }
+void StampaQsl::Unload() { core::SaveWindow(session_, *this, kSection); }
 
 void StampaQsl::ShowValue(const Setting& setting) {
-  const Slider& slider = this->*setting.slider;
+  const forms::Slider& slider = this->*setting.slider;
   (this->*setting.value)
-      .SetText(&slider == &EtichXFila ? FormatNumber(slider.Value(), "##")
-                                      : FormatNumber(slider.Value() / 10.0, "###.0"));
+      .SetText(&slider == &EtichXFila ? base::FormatNumber(slider.Value(), "##")
+                                      : base::FormatNumber(slider.Value() / 10.0, "###.0"));
 }
 
 void StampaQsl::StoreGeometry() {
@@ -74,18 +75,18 @@ void StampaQsl::StoreGeometry() {
 
 void StampaQsl::Print() {
   if (!DatiQso.IsOn() && !DatiStazione.IsOn()) {
-    session_.Messages().Show(MessageIcon::kNone, "", "Selezionare il tipo di stampa");
+    session_.Messages().Show(platform::MessageIcon::kNone, "", "Selezionare il tipo di stampa");
     return;
   }
   int undated = 0;
   {
-    const BusyPointer busy(Host());
+    const platform::BusyPointer busy(Host());
     undated = PrintLabels();
     session_.Machine.GetPrinter().EndDocument();
   }
   if (undated == 0) return;
   session_.Messages().Show(
-      MessageIcon::kExclamation, Caption(),
+      platform::MessageIcon::kExclamation, Caption(),
       fmt::format("Etichette senza data, che nel database non è leggibile: {}", undated));
 }
 
@@ -94,11 +95,11 @@ int StampaQsl::PrintLabels() {
   const auto rows = session_.Db.OpenSnapshot(
       "SELECT * FROM Log WHERE (QslDaInviare OR (QslRicevuta and not QslInviata))");
   if (rows->EOF_()) return undated;
-  Printer& printer = session_.Machine.GetPrinter();
-  Table& user = *session_.TbUser;
-  const StationLabel station{FieldText(user, "Call"),    FieldText(user, "Qra"),
-                             FieldText(user, "Locator"), FieldText(user, "Indirizzo"),
-                             FieldText(user, "Qth"),     FieldText(user, "Provincia")};
+  platform::Printer& printer = session_.Machine.GetPrinter();
+  engine::Table& user = *session_.TbUser;
+  const StationLabel station{core::FieldText(user, "Call"),    core::FieldText(user, "Qra"),
+                             core::FieldText(user, "Locator"), core::FieldText(user, "Indirizzo"),
+                             core::FieldText(user, "Qth"),     core::FieldText(user, "Provincia")};
   LabelGrid grid({AltezzaEtichetta.Value(), LarghezzaEtichetta.Value(), SpazOrizzontale.Value(),
                   SpazVerticale.Value(), MargineSuperiore.Value(), MargineSinistro.Value(),
                   EtichXFila.Value()});
@@ -119,4 +120,4 @@ int StampaQsl::PrintLabels() {
   return undated;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::print

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <tuple>
 
-namespace brenvo {
+namespace brenvo::recorder {
 
-class FakeClock::FakeTimer : public Timer {
+class FakeClock::FakeTimer : public platform::Timer {
  public:
   explicit FakeTimer(FakeClock& clock) : clock_(clock) { clock_.timers_.push_back(this); }
   ~FakeTimer() override { std::erase(clock_.timers_, this); }
@@ -37,15 +37,15 @@ class FakeClock::FakeTimer : public Timer {
   std::uint64_t order_ = 0;
 };
 
-FakeClock::FakeClock() : set_(DateTime::Of(2001, 2, 3, 4, 5, 6)) {}
+FakeClock::FakeClock() : set_(base::DateTime::Of(2001, 2, 3, 4, 5, 6)) {}
 
 FakeClock::~FakeClock() = default;
 
-DateTime FakeClock::Now() {
-  return DateTime::FromSeconds(set_.Seconds() + (passed_ - setAt_) / 1000);
+base::DateTime FakeClock::Now() {
+  return base::DateTime::FromSeconds(set_.Seconds() + (passed_ - setAt_) / 1000);
 }
 
-void FakeClock::SetNow(DateTime now) {
+void FakeClock::SetNow(base::DateTime now) {
   set_ = now;
   setAt_ = passed_;
 }
@@ -79,6 +79,8 @@ FakeClock::FakeTimer* FakeClock::NextDue(std::int64_t until) const {
   return next;
 }
 
-std::unique_ptr<Timer> FakeClock::MakeTimer() { return std::make_unique<FakeTimer>(*this); }
+std::unique_ptr<platform::Timer> FakeClock::MakeTimer() {
+  return std::make_unique<FakeTimer>(*this);
+}
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -5,7 +5,7 @@
 #include "base/number.h"
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
 constexpr char kHex[] = "0123456789ABCDEF";
@@ -18,7 +18,7 @@ void AppendHex(std::string& to, unsigned value) {
 // `quote` is what a double quote becomes.
 std::string WithEscapes(std::string_view text, std::string_view quote) {
   std::string escaped;
-  for (const char32_t c : Characters(text)) {
+  for (const char32_t c : base::Characters(text)) {
     switch (c) {
       case '\n':
         escaped += "\\n";
@@ -40,7 +40,7 @@ std::string WithEscapes(std::string_view text, std::string_view quote) {
           escaped += "\\x";
           AppendHex(escaped, static_cast<unsigned>(c));
         } else {
-          escaped += FromCharacters(std::u32string_view(&c, 1));
+          escaped += base::FromCharacters(std::u32string_view(&c, 1));
         }
     }
   }
@@ -62,7 +62,7 @@ std::string HexBytes(std::string_view bytes) {
   return hex;
 }
 
-std::string ShortNumber(double value) { return PlainNumber(std::round(value * 100) / 100); }
+std::string ShortNumber(double value) { return base::PlainNumber(std::round(value * 100) / 100); }
 
 void FileNames::SetDirectory(const std::filesystem::path& directory) {
   directory_ = std::filesystem::absolute(directory).lexically_normal();
@@ -76,4 +76,4 @@ std::string FileNames::Of(const std::filesystem::path& file) const {
   return relative == "." ? std::string() : relative.generic_string();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

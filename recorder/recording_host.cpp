@@ -7,13 +7,13 @@
 #include "recorder/quote.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
 // Keeps the list of waiting dialogs true, whatever way a wait ends.
 class Waiting {
  public:
-  Waiting(std::vector<Window*>& modals, Window& window) : modals_(modals) {
+  Waiting(std::vector<forms::Window*>& modals, forms::Window& window) : modals_(modals) {
     modals_.push_back(&window);
   }
   ~Waiting() { modals_.pop_back(); }
@@ -21,10 +21,10 @@ class Waiting {
   Waiting& operator=(const Waiting&) = delete;
 
  private:
-  std::vector<Window*>& modals_;
+  std::vector<forms::Window*>& modals_;
 };
 
-std::string CircleLine(const PictureBox::Circle& circle) {
+std::string CircleLine(const forms::PictureBox::Circle& circle) {
   std::string line = "circle";
   for (const int number : {circle.x.Value(), circle.y.Value(), circle.radius.Value(),
                            circle.colour.red, circle.colour.green, circle.colour.blue}) {
@@ -35,12 +35,12 @@ std::string CircleLine(const PictureBox::Circle& circle) {
 
 }  // namespace
 
-void RecordingHost::Show(Window& window) {
+void RecordingHost::Show(forms::Window& window) {
   Bring(window);
   FollowPictures(window);
 }
 
-void RecordingHost::ShowModal(Window& window) {
+void RecordingHost::ShowModal(forms::Window& window) {
   Bring(window);
   FollowPictures(window);
   if (!InModal) throw Refused{"nobody is there to use the dialog " + window.Name()};
@@ -49,13 +49,13 @@ void RecordingHost::ShowModal(Window& window) {
   if (window.Visible()) throw Refused{"nobody closes the dialog " + window.Name()};
 }
 
-void RecordingHost::Forget(Window& window) {
+void RecordingHost::Forget(forms::Window& window) {
   std::erase(shown_, &window);
   followed_.erase(&window);
 }
 
-void RecordingHost::MoveFocus(Field& field) {
-  const Window& window = field.Owner();
+void RecordingHost::MoveFocus(forms::Field& field) {
+  const forms::Window& window = field.Owner();
   sink_("focus " + (NameOf ? NameOf(window) : window.Name()) + '.' + field.Name());
   field.Focus();
 }
@@ -64,31 +64,31 @@ void RecordingHost::ReportFailure(std::string_view text) { sink_("error " + Quot
 
 void RecordingHost::EndProgram() {
   sink_("end-program");
-  throw ProgramEnded();
+  throw platform::ProgramEnded();
 }
 
-Window* RecordingHost::FindShown(std::string_view name) const {
+forms::Window* RecordingHost::FindShown(std::string_view name) const {
   const auto at = std::find_if(shown_.begin(), shown_.end(),
-                               [&](const Window* window) { return window->Name() == name; });
+                               [&](const forms::Window* window) { return window->Name() == name; });
   return at == shown_.end() ? nullptr : *at;
 }
 
-void RecordingHost::Bring(Window& window) {
+void RecordingHost::Bring(forms::Window& window) {
   std::erase(shown_, &window);
   shown_.push_back(&window);
 }
 
-void RecordingHost::FollowPictures(Window& window) {
+void RecordingHost::FollowPictures(forms::Window& window) {
   const auto [at, first] = followed_.try_emplace(&window);
   if (!first) return;
-  for (Field* field : window.Fields()) {
-    auto* box = FieldAs<PictureBox>(*field);
+  for (forms::Field* field : window.Fields()) {
+    auto* box = forms::FieldAs<forms::PictureBox>(*field);
     if (box == nullptr) continue;
     // What the window drew while it loaded comes first.
-    for (const PictureBox::Circle& circle : box->Circles()) sink_(CircleLine(circle));
+    for (const forms::PictureBox::Circle& circle : box->Circles()) sink_(CircleLine(circle));
     at->second.push_back(box->Drawn.Subscribe(
-        [sink = sink_](const PictureBox::Circle& circle) { sink(CircleLine(circle)); }));
+        [sink = sink_](const forms::PictureBox::Circle& circle) { sink(CircleLine(circle)); }));
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -5,7 +5,7 @@
 #include <initializer_list>
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
 std::string Numbers(std::initializer_list<int> numbers) {
@@ -22,7 +22,7 @@ int Beyond(int pixels, double zoom, int view) {
 }  // namespace
 
 void RecordingMap::SetImage(const std::filesystem::path& file) {
-  const auto size = ReadImageSize(file);
+  const auto size = base::ReadImageSize(file);
   if (!size) throw std::runtime_error("Il file \"" + names_.Of(file) + "\" non e' un'immagine");
   image_ = *size;
   scrollX_ = scrollY_ = 0;
@@ -41,12 +41,12 @@ void RecordingMap::SetScroll(int x, int y) {
 }
 
 void RecordingMap::HoldScroll(int x, int y) {
-  const ImageSize view = View();
+  const base::ImageSize view = View();
   scrollX_ = std::clamp(x, 0, Beyond(image_.width, zoom_, view.width));
   scrollY_ = std::clamp(y, 0, Beyond(image_.height, zoom_, view.height));
 }
 
-void RecordingMap::DrawRectangle(int x, int y, int width, int height, Colour fill) {
+void RecordingMap::DrawRectangle(int x, int y, int width, int height, base::Colour fill) {
   sink_("map rectangle" + Numbers({x, y, width, height, fill.red, fill.green, fill.blue}));
 }
 
@@ -64,7 +64,7 @@ void RecordingMap::DrawText(int x, int y, std::string_view text) {
 
 void RecordingMap::ZoomToRectangle(int x, int y, int width, int height) {
   if (width <= 0 || height <= 0) return;
-  const ImageSize view = View();
+  const base::ImageSize view = View();
   const double factor =
       std::min(static_cast<double>(view.width) / width, static_cast<double>(view.height) / height);
   const double left = (scrollX_ + x) * factor;
@@ -78,4 +78,4 @@ void RecordingMap::Print() {
   sink_("map print");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -4,7 +4,7 @@
 
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 RecordingPlatform::RecordingPlatform()
     : RecordingPlatform([this](std::string line) { lines_.push_back(std::move(line)); }) {}
@@ -20,9 +20,9 @@ RecordingPlatform::RecordingPlatform(LineSink sink)
       waves_(sink_, names_) {
   map_.TakePrinterFailure = [this] { return printer_.TakeFailure(); };
   map_.FrameSize = [this] {
-    const Window* frame = host_.FindShown("Brenvo");
-    if (frame == nullptr) return ImageSize{640, 480};
-    return ImageSize{frame->ScaleWidth().Pixels(), frame->ScaleHeight().Pixels()};
+    const forms::Window* frame = host_.FindShown("Brenvo");
+    if (frame == nullptr) return base::ImageSize{640, 480};
+    return base::ImageSize{frame->ScaleWidth().Pixels(), frame->ScaleHeight().Pixels()};
   };
 }
 
@@ -31,8 +31,9 @@ void RecordingPlatform::Open(const std::filesystem::path& file, int topic) {
   sink_("open " + Quoted(names_.Of(file)));
 }
 
-std::unique_ptr<Progress> RecordingPlatform::ShowProgress(std::string_view, std::int64_t) {
-  class SilentProgress : public Progress {
+std::unique_ptr<platform::Progress> RecordingPlatform::ShowProgress(std::string_view,
+                                                                    std::int64_t) {
+  class SilentProgress : public platform::Progress {
    public:
     explicit SilentProgress(std::int64_t stopAt) : stopAt_(stopAt) {}
     bool Advance(std::int64_t done) override { return stopAt_ < 0 || done < stopAt_; }
@@ -45,4 +46,4 @@ std::unique_ptr<Progress> RecordingPlatform::ShowProgress(std::string_view, std:
 
 std::vector<std::string> RecordingPlatform::TakeLines() { return std::exchange(lines_, {}); }
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

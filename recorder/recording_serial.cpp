@@ -6,9 +6,9 @@
 #include "recorder/quote.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
-class RecordingSerialLines::Port : public SerialPort {
+class RecordingSerialLines::Port : public platform::SerialPort {
  public:
   explicit Port(RecordingSerialLines& lines) : lines_(lines) {}
   ~Port() override { Port::Close(); }
@@ -18,9 +18,9 @@ class RecordingSerialLines::Port : public SerialPort {
 
   void Open() override {
     Line* line = lines_.Find(number_);
-    if (line == nullptr) throw DeviceError("La porta " + Name() + " non esiste");
+    if (line == nullptr) throw platform::DeviceError("La porta " + Name() + " non esiste");
     Use(*line);
-    if (line->port != nullptr) throw DeviceError("La porta " + Name() + " e' occupata");
+    if (line->port != nullptr) throw platform::DeviceError("La porta " + Name() + " e' occupata");
     line->port = this;
     open_ = line;
   }
@@ -43,7 +43,7 @@ class RecordingSerialLines::Port : public SerialPort {
   }
 
   void Write(std::string_view bytes) override {
-    if (open_ == nullptr) throw DeviceError("La porta " + Name() + " e' chiusa");
+    if (open_ == nullptr) throw platform::DeviceError("La porta " + Name() + " e' chiusa");
     Use(*open_);
     lines_.sink_("sent " + Name() + (bytes.empty() ? "" : " ") + HexBytes(bytes));
   }
@@ -60,7 +60,7 @@ class RecordingSerialLines::Port : public SerialPort {
   // Fails where the script wants it.
   void Use(Line& line) const {
     if (!std::exchange(line.failNext, false)) return;
-    throw DeviceError("La porta " + Name() + " non risponde");
+    throw platform::DeviceError("La porta " + Name() + " non risponde");
   }
 
   RecordingSerialLines& lines_;
@@ -70,7 +70,7 @@ class RecordingSerialLines::Port : public SerialPort {
   std::string waiting_;
 };
 
-std::unique_ptr<SerialPort> RecordingSerialLines::MakePort() {
+std::unique_ptr<platform::SerialPort> RecordingSerialLines::MakePort() {
   return std::make_unique<Port>(*this);
 }
 
@@ -105,4 +105,4 @@ const RecordingSerialLines::Line* RecordingSerialLines::Find(int number) const {
   return number < 1 || number > 4 ? nullptr : &lines_[static_cast<std::size_t>(number - 1)];
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

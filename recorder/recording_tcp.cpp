@@ -7,9 +7,9 @@
 #include "recorder/quote.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
-class RecordingTcpClients::Client : public TcpClient {
+class RecordingTcpClients::Client : public platform::TcpClient {
  public:
   Client(RecordingTcpClients& clients, std::string_view window)
       : clients_(clients), window_(window) {
@@ -35,8 +35,8 @@ class RecordingTcpClients::Client : public TcpClient {
 
   void Send(std::string_view bytes) override {
     if (!connected_) return;
-    if (clients_.TakeFailure(window_)) throw DeviceError("La connessione non risponde");
-    clients_.sink_("sent " + window_ + ' ' + Quoted(FromLatin1(bytes)));
+    if (clients_.TakeFailure(window_)) throw platform::DeviceError("La connessione non risponde");
+    clients_.sink_("sent " + window_ + ' ' + Quoted(base::FromLatin1(bytes)));
   }
 
   void Close() override {
@@ -64,7 +64,7 @@ class RecordingTcpClients::Client : public TcpClient {
   std::string waiting_;
 };
 
-std::unique_ptr<TcpClient> RecordingTcpClients::Make(std::string_view window) {
+std::unique_ptr<platform::TcpClient> RecordingTcpClients::Make(std::string_view window) {
   return std::make_unique<Client>(*this, window);
 }
 
@@ -91,4 +91,4 @@ RecordingTcpClients::Client& RecordingTcpClients::Connected(std::string_view win
   return *client;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

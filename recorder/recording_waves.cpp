@@ -2,9 +2,9 @@
 
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
-class RecordingWaves::Player : public WavePlayer {
+class RecordingWaves::Player : public platform::WavePlayer {
  public:
   explicit Player(RecordingWaves& waves) : waves_(waves) {}
   ~Player() override { std::erase(waves_.playing_, this); }
@@ -28,7 +28,9 @@ class RecordingWaves::Player : public WavePlayer {
   RecordingWaves& waves_;
 };
 
-std::unique_ptr<WavePlayer> RecordingWaves::MakePlayer() { return std::make_unique<Player>(*this); }
+std::unique_ptr<platform::WavePlayer> RecordingWaves::MakePlayer() {
+  return std::make_unique<Player>(*this);
+}
 
 void RecordingWaves::Complete(int code) {
   if (playing_.empty()) throw Refused{"no wave file plays"};
@@ -39,4 +41,4 @@ void RecordingWaves::Complete(int code) {
   if (handler) handler(code);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -3,18 +3,18 @@
 #include "recorder/quote.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
-const char* IconWord(MessageIcon icon) {
+const char* IconWord(platform::MessageIcon icon) {
   switch (icon) {
-    case MessageIcon::kInformation:
+    case platform::MessageIcon::kInformation:
       return "information";
-    case MessageIcon::kExclamation:
+    case platform::MessageIcon::kExclamation:
       return "exclamation";
-    case MessageIcon::kCritical:
+    case platform::MessageIcon::kCritical:
       return "critical";
-    case MessageIcon::kNone:
+    case platform::MessageIcon::kNone:
       break;
   }
   return "none";
@@ -22,7 +22,8 @@ const char* IconWord(MessageIcon icon) {
 
 }  // namespace
 
-void ScriptedMessages::Show(MessageIcon icon, std::string_view title, std::string_view text) {
+void ScriptedMessages::Show(platform::MessageIcon icon, std::string_view title,
+                            std::string_view text) {
   sink_(std::string("message ") + IconWord(icon) + ' ' + Quoted(title) + ' ' + Quoted(text));
 }
 
@@ -48,4 +49,4 @@ std::optional<std::filesystem::path> ScriptedPicks::Next(std::string_view title,
   return pick;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -2,18 +2,19 @@
 
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 constexpr std::string_view kSettingsKey = "Help";
 
 }  // namespace
 
-HelpForm::HelpForm(Session& session)
-    : Window(session.Host(), "Help", "NoteHelp", Twips(6000), Twips(4800)), session_(session) {
+HelpForm::HelpForm(core::Session& session)
+    : forms::Window(session.Host(), "Help", "NoteHelp", base::Twips(6000), base::Twips(4800)),
+      session_(session) {
   CancelCommand = &cmExit;
   LBTipoNote.OnDoubleClick = [this] {
-    if (LBTipoNote.ListIndex() >= 0) LoadNotes(session_, LBNote, LBTipoNote.Text());
+    if (LBTipoNote.ListIndex() >= 0) core::LoadNotes(session_, LBNote, LBTipoNote.Text());
   };
   LBNote.OnDoubleClick = [this] {
     if (LBNote.ListIndex() < 0) return;
@@ -23,10 +24,10 @@ HelpForm::HelpForm(Session& session)
 }
 
 void HelpForm::Load() {
-  RestoreWindow(session_, *this, kSettingsKey);
-  LoadNotes(session_, LBTipoNote, "TIPO");
+  core::RestoreWindow(session_, *this, kSettingsKey);
+  core::LoadNotes(session_, LBTipoNote, "TIPO");
 }
 
-void HelpForm::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+void HelpForm::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -6,7 +6,7 @@
 #include "core/locator.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 constexpr std::string_view kSettingsKey = "Country";
@@ -14,84 +14,86 @@ constexpr std::string_view kRepeated = "Country gia' caricato";
 constexpr std::string_view kNoDate = "01/01/9999";
 constexpr std::size_t kCodeWidth = 5;
 
-std::string DateColumn(const DatePicker& field) {
-  return field.Text() == kNoDate ? std::string() : Trim(field.Text());
+std::string DateColumn(const forms::DatePicker& field) {
+  return field.Text() == kNoDate ? std::string() : base::Trim(field.Text());
 }
 
 }  // namespace
 
-TabellaCountry::TabellaCountry(Session& session)
-    : Window(session.Host(), "TabellaCountry", "Tabella Country", Twips(10800), Twips(7200)),
+TabellaCountry::TabellaCountry(core::Session& session)
+    : forms::Window(session.Host(), "TabellaCountry", "Tabella Country", base::Twips(10800),
+                    base::Twips(7200)),
       session_(session) {
   CancelCommand = &cmExit;
   HandleEvents();
 }
 
 void TabellaCountry::HandleEvents() {
-  Codice.Filter = UpperKey;
+  Codice.Filter = core::UpperKey;
   Codice.MaxLength = kCodeWidth;
-  Locator.Filter = UpperKey;
-  X.Filter = DigitsOnlyKey;
-  Y.Filter = DigitsOnlyKey;
+  Locator.Filter = core::UpperKey;
+  X.Filter = core::DigitsOnlyKey;
+  Y.Filter = core::DigitsOnlyKey;
   LBCountry.OnClick = [this] {
     if (SeekChosen()) ShowCountry();
   };
-  for (TextField* field : {&Mappa, &Flag}) {
-    field->Filter = [](char32_t pressed) { return pressed == kBackspace ? pressed : 0; };
+  for (forms::TextField* field : {&Mappa, &Flag}) {
+    field->Filter = [](char32_t pressed) { return pressed == forms::kBackspace ? pressed : 0; };
     field->BackspaceClears = true;
     field->OnDrop = [field](std::string_view file) { field->SetText(file); };
   }
 }
 
-void TabellaCountry::TakeFile(TextField& field) {
+void TabellaCountry::TakeFile(forms::TextField& field) {
   if (File1.ListIndex() >= 0) field.SetText(File1.Text());
 }
 
 void TabellaCountry::Load() {
-  RestoreWindow(session_, *this, kSettingsKey);
-  LoadCountries(session_, LBCountry);
-  File1.SetItems(FilesOf(session_.AppPath, ""));
+  core::RestoreWindow(session_, *this, kSettingsKey);
+  core::LoadCountries(session_, LBCountry);
+  File1.SetItems(core::FilesOf(session_.AppPath, ""));
   Validita.SetText(kNoDate);
   Deleted.SetText(kNoDate);
 }
 
-void TabellaCountry::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+void TabellaCountry::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
 bool TabellaCountry::SeekChosen() {
-  session_.TbCountry->Seek("=", {Left(LBCountry.Text(), kCodeWidth)});
+  session_.TbCountry->Seek("=", {base::Left(LBCountry.Text(), kCodeWidth)});
   return !session_.TbCountry->NoMatch();
 }
 
 void TabellaCountry::ShowCountry() {
-  Table& row = *session_.TbCountry;
-  const std::pair<TextField*, const char*> texts[] = {
+  engine::Table& row = *session_.TbCountry;
+  const std::pair<forms::TextField*, const char*> texts[] = {
       {&Codice, "Country"}, {&Descrizione, "Descrizione"},
       {&Mappa, "Mappa"},    {&Flag, "Flag"},
       {&X, "Pointer_X"},    {&Y, "Pointer_Y"},
       {&Locator, "Locator"}};
-  for (const auto& [field, column] : texts) field->SetText(FieldText(row, column));
-  const std::pair<DatePicker*, const char*> dates[] = {{&Validita, "From"}, {&Deleted, "Deleted"}};
+  for (const auto& [field, column] : texts) field->SetText(core::FieldText(row, column));
+  const std::pair<forms::DatePicker*, const char*> dates[] = {{&Validita, "From"},
+                                                              {&Deleted, "Deleted"}};
   for (const auto& [field, column] : dates) {
-    const std::string date = FieldText(row, column);
-    field->SetText(IsEmptyField(date) ? kNoDate : date);
+    const std::string date = core::FieldText(row, column);
+    field->SetText(core::IsEmptyField(date) ? kNoDate : date);
   }
 }
 
 bool TabellaCountry::ValidateCountry() {
-  if (IsEmptyField(Codice.Text()) || IsEmptyField(Descrizione.Text())) return false;
-  if (IsEmptyField(Locator.Text()) || IsValidLocator(Locator.Text())) return true;
-  session_.Messages().Show(MessageIcon::kExclamation, "", "Locator non valido");
+  if (core::IsEmptyField(Codice.Text()) || core::IsEmptyField(Descrizione.Text())) return false;
+  if (core::IsEmptyField(Locator.Text()) || core::IsValidLocator(Locator.Text())) return true;
+  session_.Messages().Show(platform::MessageIcon::kExclamation, "", "Locator non valido");
   return false;
 }
 
 void TabellaCountry::Store() {
-  Table& row = *session_.TbCountry;
+  engine::Table& row = *session_.TbCountry;
   row.Set("Country", Codice.Text());
   row.Set("Descrizione", Descrizione.Text());
   row.Set("Mappa", Mappa.Text());
   row.Set("Flag", Flag.Text());
-  SetNumber(row, "Pointer_X", X.Text());
-  SetNumber(row, "Pointer_Y", Y.Text());
+  core::SetNumber(row, "Pointer_X", X.Text());
+  core::SetNumber(row, "Pointer_Y", Y.Text());
   row.Set("Locator", Locator.Text());
   row.Set("From", DateColumn(Validita));
   row.Set("Deleted", DateColumn(Deleted));
@@ -99,14 +101,14 @@ void TabellaCountry::Store() {
 }
 
 void TabellaCountry::ReloadAndSelect() {
-  LoadCountries(session_, LBCountry);
-  SelectListEntry(LBCountry, Codice.Text(), kCodeWidth);
+  core::LoadCountries(session_, LBCountry);
+  core::SelectListEntry(LBCountry, Codice.Text(), kCodeWidth);
   SeekChosen();
 }
 
 void TabellaCountry::Insert() {
   if (!ValidateCountry()) return;
-  TryWrite(session_, "Inserimento country", kRepeated, [this] {
+  core::TryWrite(session_, "Inserimento country", kRepeated, [this] {
     session_.TbCountry->AddNew();
     Store();
   });
@@ -115,7 +117,7 @@ void TabellaCountry::Insert() {
 
 void TabellaCountry::Update() {
   if (!ValidateCountry()) return;
-  TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
+  core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     // Other windows move the table's handle meanwhile: back to the country chosen from the list.
     if (LBCountry.ListIndex() >= 0) SeekChosen();
     session_.TbCountry->Edit();
@@ -132,4 +134,4 @@ void TabellaCountry::Delete() {
 
 void TabellaCountry::Leave() { Close(); }
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -3,7 +3,7 @@
 #include "base/text.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 constexpr std::string_view kSettingsKey = "Note";
@@ -12,51 +12,52 @@ constexpr std::size_t kTypeWidth = 6, kKeyWidth = 5;
 
 }  // namespace
 
-TabellaNote::TabellaNote(Session& session)
-    : Window(session.Host(), "TabellaNote", "Tabella Note", Twips(7200), Twips(5400)),
+TabellaNote::TabellaNote(core::Session& session)
+    : forms::Window(session.Host(), "TabellaNote", "Tabella Note", base::Twips(7200),
+                    base::Twips(5400)),
       session_(session) {
   CancelCommand = &cmExit;
   LBNote.OnClick = [this] {
     if (!SeekChosen()) return;
-    Codice.SetText(FieldText(*session_.TbNoteHelp, "TipoNota"));
-    Nota.SetText(FieldText(*session_.TbNoteHelp, "Nota"));
+    Codice.SetText(core::FieldText(*session_.TbNoteHelp, "TipoNota"));
+    Nota.SetText(core::FieldText(*session_.TbNoteHelp, "Nota"));
   };
 }
 
 void TabellaNote::Load() {
-  RestoreWindow(session_, *this, kSettingsKey);
-  LoadNotes(session_, LBNote, "ALL");
+  core::RestoreWindow(session_, *this, kSettingsKey);
+  core::LoadNotes(session_, LBNote, "ALL");
 }
 
-void TabellaNote::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+void TabellaNote::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
 bool TabellaNote::SeekChosen() {
-  session_.TbNoteHelp->Seek("=",
-                            {Left(LBNote.Text(), kKeyWidth), Mid(LBNote.Text(), kTypeWidth + 1)});
+  session_.TbNoteHelp->Seek(
+      "=", {base::Left(LBNote.Text(), kKeyWidth), base::Mid(LBNote.Text(), kTypeWidth + 1)});
   return !session_.TbNoteHelp->NoMatch();
 }
 
 bool TabellaNote::ValidateNote() const {
-  return !IsEmptyField(Codice.Text()) && !IsEmptyField(Nota.Text());
+  return !core::IsEmptyField(Codice.Text()) && !core::IsEmptyField(Nota.Text());
 }
 
 void TabellaNote::Store() {
-  Table& row = *session_.TbNoteHelp;
+  engine::Table& row = *session_.TbNoteHelp;
   row.Set("TipoNota", Codice.Text());
   row.Set("Nota", Nota.Text());
   row.Update();
 }
 
 void TabellaNote::ReloadAndSelect() {
-  LoadNotes(session_, LBNote, "ALL");
-  const std::string entry = PadRight(Codice.Text(), kTypeWidth) + Nota.Text();
-  SelectListEntry(LBNote, entry, Len(entry));
+  core::LoadNotes(session_, LBNote, "ALL");
+  const std::string entry = base::PadRight(Codice.Text(), kTypeWidth) + Nota.Text();
+  core::SelectListEntry(LBNote, entry, base::Len(entry));
   SeekChosen();
 }
 
 void TabellaNote::Insert() {
   if (!ValidateNote()) return;
-  TryWrite(session_, "Inserimento nota", kRepeated, [this] {
+  core::TryWrite(session_, "Inserimento nota", kRepeated, [this] {
     session_.TbNoteHelp->AddNew();
     Store();
   });
@@ -65,7 +66,7 @@ void TabellaNote::Insert() {
 
 void TabellaNote::Update() {
   if (!ValidateNote()) return;
-  TryWrite(session_, "Aggiornamento nota", kRepeated, [this] {
+  core::TryWrite(session_, "Aggiornamento nota", kRepeated, [this] {
     session_.TbNoteHelp->Edit();
     Store();
   });
@@ -80,4 +81,4 @@ void TabellaNote::Delete() {
 
 void TabellaNote::Leave() { Close(); }
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -6,7 +6,7 @@
 #include "base/text.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 constexpr std::string_view kSettingsKey = "Prefissi";
@@ -25,14 +25,15 @@ std::string SelectBy(std::string_view order) {
 
 }  // namespace
 
-TabellaPrefissi::TabellaPrefissi(Session& session)
-    : Window(session.Host(), "TabellaPrefissi", "Tabella Prefissi", Twips(8400), Twips(7200)),
+TabellaPrefissi::TabellaPrefissi(core::Session& session)
+    : forms::Window(session.Host(), "TabellaPrefissi", "Tabella Prefissi", base::Twips(8400),
+                    base::Twips(7200)),
       session_(session),
       data1_(session) {
-  Codice.Filter = UpperKey;
-  Continente.Filter = UpperKey;
-  ZonaCQ.Filter = DigitsOnlyKey;
-  ZonaITU.Filter = DigitsOnlyKey;
+  Codice.Filter = core::UpperKey;
+  Continente.Filter = core::UpperKey;
+  ZonaCQ.Filter = core::DigitsOnlyKey;
+  ZonaITU.Filter = core::DigitsOnlyKey;
   CancelCommand = &cmExit;
   Spread1.SetSource(&data1_);
   Spread1.OnHeading = [this](int column) { SortBy(column); };
@@ -46,7 +47,7 @@ TabellaPrefissi::TabellaPrefissi(Session& session)
 }
 
 void TabellaPrefissi::Load() {
-  RestoreWindow(session_, *this, kSettingsKey);
+  core::RestoreWindow(session_, *this, kSettingsKey);
   Tag = session_.PrefixTag;
   data1_.RecordSource = SelectBy("prefisso");
   data1_.Refresh();
@@ -54,27 +55,27 @@ void TabellaPrefissi::Load() {
       {data1_.GridColumn("Prefisso", "Prefisso"), data1_.GridColumn("Country", "Country"),
        data1_.GridColumn("Zona CQ", "Zona CQ"), data1_.GridColumn("Zona ITU", "Zona ITU"),
        data1_.GridColumn("Continente", "Continente")});
-  LoadCountries(session_, Country);
+  core::LoadCountries(session_, Country);
 }
 
 void TabellaPrefissi::Unload() {
-  SaveWindow(session_, *this, kSettingsKey);
+  core::SaveWindow(session_, *this, kSettingsKey);
   data1_.Close();
 }
 
 bool TabellaPrefissi::ValidatePrefix() const {
-  for (const TextField* field : {&Codice, &ZonaCQ, &ZonaITU, &Continente}) {
-    if (IsEmptyField(field->Text())) return false;
+  for (const forms::TextField* field : {&Codice, &ZonaCQ, &ZonaITU, &Continente}) {
+    if (core::IsEmptyField(field->Text())) return false;
   }
   return true;
 }
 
 void TabellaPrefissi::Store() {
-  Dynaset& row = *data1_.Rows();
+  engine::Dynaset& row = *data1_.Rows();
   row.Set("Prefisso", Codice.Text());
-  row.Set("Country", Left(Country.Text(), kCountryWidth));
-  SetNumber(row, "Zona CQ", ZonaCQ.Text());
-  SetNumber(row, "Zona ITU", ZonaITU.Text());
+  row.Set("Country", base::Left(Country.Text(), kCountryWidth));
+  core::SetNumber(row, "Zona CQ", ZonaCQ.Text());
+  core::SetNumber(row, "Zona ITU", ZonaITU.Text());
   row.Set("Continente", Continente.Text());
   row.Update();
   data1_.RowsWritten();
@@ -82,12 +83,12 @@ void TabellaPrefissi::Store() {
 
 void TabellaPrefissi::Insert() {
   if (!ValidatePrefix()) return;
-  TryWrite(session_, "Inserimento prefisso", kRepeated, [this] {
-    Table& prefissi = *session_.TbPrefissi;
+  core::TryWrite(session_, "Inserimento prefisso", kRepeated, [this] {
+    engine::Table& prefissi = *session_.TbPrefissi;
     prefissi.Seek(">=", {Codice.Text()});
     // Whatever its zones: from this screen a prefix goes in once.
-    if (!prefissi.NoMatch() && FieldText(prefissi, "Prefisso") == Codice.Text()) {
-      session_.Messages().Show(MessageIcon::kCritical, "", kRepeated);
+    if (!prefissi.NoMatch() && core::FieldText(prefissi, "Prefisso") == Codice.Text()) {
+      session_.Messages().Show(platform::MessageIcon::kCritical, "", kRepeated);
       return;
     }
     data1_.Rows()->AddNew();
@@ -98,13 +99,14 @@ void TabellaPrefissi::Insert() {
 
 void TabellaPrefissi::Update() {
   if (!ValidatePrefix()) return;
-  TryWrite(session_, "Aggiornamento prefisso", kRepeated, [this] {
+  core::TryWrite(session_, "Aggiornamento prefisso", kRepeated, [this] {
     // The index ends with the continent; the country is compared on the row that it leads to.
-    Table& prefissi = *session_.TbPrefissi;
-    prefissi.Seek("=", {Codice.Text(), Val(ZonaCQ.Text()), Val(ZonaITU.Text()), Continente.Text()});
-    if (!prefissi.NoMatch() &&
-        Trim(FieldText(prefissi, "Country")) == Trim(Left(Country.Text(), kCountryWidth))) {
-      session_.Messages().Show(MessageIcon::kCritical, "", kRepeated);
+    engine::Table& prefissi = *session_.TbPrefissi;
+    prefissi.Seek("=", {Codice.Text(), base::Val(ZonaCQ.Text()), base::Val(ZonaITU.Text()),
+                        Continente.Text()});
+    if (!prefissi.NoMatch() && base::Trim(core::FieldText(prefissi, "Country")) ==
+                                   base::Trim(base::Left(Country.Text(), kCountryWidth))) {
+      session_.Messages().Show(platform::MessageIcon::kCritical, "", kRepeated);
       return;
     }
     data1_.Rows()->Edit();
@@ -121,12 +123,12 @@ void TabellaPrefissi::Delete() {
 }
 
 void TabellaPrefissi::Find() {
-  Dynaset& rows = *data1_.Rows();
+  engine::Dynaset& rows = *data1_.Rows();
   rows.FindFirst("Prefisso='" + Codice.Text() + "'");
   if (rows.NoMatch()) return;
   ShowPrefix();
   // The grid follows: what the other keys work on is what it marks.
-  const Bookmark found = rows.GetBookmark();
+  const engine::Bookmark found = rows.GetBookmark();
   for (std::int64_t place = 0; place < rows.TotalRows(); ++place) {
     if (rows.BookmarkAt(place) == found) {
       Spread1.SetCurrent(place + 1, 0);
@@ -156,12 +158,12 @@ bool TabellaPrefissi::GoToRow() {
 }
 
 void TabellaPrefissi::ShowPrefix() {
-  Dynaset& row = *data1_.Rows();
-  Codice.SetText(FieldText(row, "Prefisso"));
-  SelectListEntry(Country, FieldText(row, "Country"), kCountryWidth);
-  ZonaCQ.SetText(FieldText(row, "Zona CQ"));
-  ZonaITU.SetText(FieldText(row, "Zona ITU"));
-  Continente.SetText(FieldText(row, "Continente"));
+  engine::Dynaset& row = *data1_.Rows();
+  Codice.SetText(core::FieldText(row, "Prefisso"));
+  core::SelectListEntry(Country, core::FieldText(row, "Country"), kCountryWidth);
+  ZonaCQ.SetText(core::FieldText(row, "Zona CQ"));
+  ZonaITU.SetText(core::FieldText(row, "Zona ITU"));
+  Continente.SetText(core::FieldText(row, "Continente"));
 }
 
 void TabellaPrefissi::OnRowClick() {
@@ -170,11 +172,11 @@ void TabellaPrefissi::OnRowClick() {
 
 void TabellaPrefissi::OnRowPick() {
   if (Tag != kPick || !GoToRow()) return;
-  Dynaset& row = *data1_.Rows();
-  session_.ChosenPrefix = {FieldText(row, "Prefisso"), FieldText(row, "Country"),
-                           FieldText(row, "Zona CQ"), FieldText(row, "Zona ITU"),
-                           FieldText(row, "Continente")};
+  engine::Dynaset& row = *data1_.Rows();
+  session_.ChosenPrefix = {core::FieldText(row, "Prefisso"), core::FieldText(row, "Country"),
+                           core::FieldText(row, "Zona CQ"), core::FieldText(row, "Zona ITU"),
+                           core::FieldText(row, "Continente")};
   Close();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -3,7 +3,7 @@
 #include "base/text.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 constexpr std::string_view kSettingsKey = "Provincie";
@@ -14,42 +14,43 @@ constexpr std::size_t kDeletedCodeWidth = 3;
 
 }  // namespace
 
-TabellaProvincie::TabellaProvincie(Session& session)
-    : Window(session.Host(), "TabellaProvincie", "Tabella Provincie", Twips(9600), Twips(6000)),
+TabellaProvincie::TabellaProvincie(core::Session& session)
+    : forms::Window(session.Host(), "TabellaProvincie", "Tabella Provincie", base::Twips(9600),
+                    base::Twips(6000)),
       session_(session) {
   CancelCommand = &cmExit;
-  Codice.Filter = UpperKey;
-  LBCountry.OnClick = [this] { LoadProvinces(session_, LBProv, ChosenCountry()); };
+  Codice.Filter = core::UpperKey;
+  LBCountry.OnClick = [this] { core::LoadProvinces(session_, LBProv, ChosenCountry()); };
   LBProv.OnClick = [this] {
     if (!SeekChosen(kProvinceWidth)) return;
-    Codice.SetText(FieldText(*session_.TbProvincie, "Provincia"));
-    Descrizione.SetText(FieldText(*session_.TbProvincie, "Descrizione"));
+    Codice.SetText(core::FieldText(*session_.TbProvincie, "Provincia"));
+    Descrizione.SetText(core::FieldText(*session_.TbProvincie, "Descrizione"));
   };
 }
 
 void TabellaProvincie::Load() {
-  RestoreWindow(session_, *this, kSettingsKey);
-  LoadCountries(session_, LBCountry);
+  core::RestoreWindow(session_, *this, kSettingsKey);
+  core::LoadCountries(session_, LBCountry);
 }
 
-void TabellaProvincie::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+void TabellaProvincie::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
 std::string TabellaProvincie::ChosenCountry() const {
-  return Left(LBCountry.Text(), kCountryWidth);
+  return base::Left(LBCountry.Text(), kCountryWidth);
 }
 
 bool TabellaProvincie::SeekChosen(std::size_t codeWidth) {
-  session_.TbProvincie->Seek("=", {ChosenCountry(), Left(LBProv.Text(), codeWidth)});
+  session_.TbProvincie->Seek("=", {ChosenCountry(), base::Left(LBProv.Text(), codeWidth)});
   return !session_.TbProvincie->NoMatch();
 }
 
 bool TabellaProvincie::ValidateProvince() const {
-  return LBCountry.ListIndex() >= 0 && !IsEmptyField(Codice.Text()) &&
-         !IsEmptyField(Descrizione.Text());
+  return LBCountry.ListIndex() >= 0 && !core::IsEmptyField(Codice.Text()) &&
+         !core::IsEmptyField(Descrizione.Text());
 }
 
 void TabellaProvincie::Store() {
-  Table& row = *session_.TbProvincie;
+  engine::Table& row = *session_.TbProvincie;
   row.Set("Country", ChosenCountry());
   row.Set("Provincia", Codice.Text());
   row.Set("Descrizione", Descrizione.Text());
@@ -57,14 +58,14 @@ void TabellaProvincie::Store() {
 }
 
 void TabellaProvincie::ReloadAndSelect() {
-  LoadProvinces(session_, LBProv, ChosenCountry());
-  SelectListEntry(LBProv, Codice.Text(), kProvinceWidth);
+  core::LoadProvinces(session_, LBProv, ChosenCountry());
+  core::SelectListEntry(LBProv, Codice.Text(), kProvinceWidth);
   SeekChosen(kProvinceWidth);
 }
 
 void TabellaProvincie::Insert() {
   if (!ValidateProvince()) return;
-  TryWrite(session_, "Inserimento provincia", kRepeated, [this] {
+  core::TryWrite(session_, "Inserimento provincia", kRepeated, [this] {
     session_.TbProvincie->AddNew();
     Store();
   });
@@ -74,7 +75,7 @@ void TabellaProvincie::Insert() {
 void TabellaProvincie::Update() {
   if (!ValidateProvince()) return;
   // The title is the country table's, as operators know it.
-  TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
+  core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     // Other windows move the table's handle meanwhile: back to the province chosen from the list.
     if (LBProv.ListIndex() >= 0) SeekChosen(kProvinceWidth);
     session_.TbProvincie->Edit();
@@ -91,4 +92,4 @@ void TabellaProvincie::Delete() {
 
 void TabellaProvincie::Leave() { Close(); }
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -6,7 +6,7 @@
 #include "core/locator.h"
 #include "core/modules.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 constexpr std::string_view kSettingsKey = "User";
@@ -31,24 +31,25 @@ enum BandColumn : int {
 
 void BandGrid::EditCell(std::int64_t row, int column, std::string_view text) {
   const auto refuse = [this] {
-    session_.Messages().Show(MessageIcon::kExclamation, "", "Banda duplicata o mancante");
+    session_.Messages().Show(platform::MessageIcon::kExclamation, "", "Banda duplicata o mancante");
   };
   // The band is the row's key, so it is the first of a new row's cells to be filled.
-  const bool missing = column == kBanda ? IsEmptyField(text) : row == Rows();
+  const bool missing = column == kBanda ? core::IsEmptyField(text) : row == Rows();
   if (missing) {
     refuse();
     return;
   }
   try {
-    DataGrid::EditCell(row, column, text);
-  } catch (const DatabaseError& failure) {
-    if (failure.Number != DatabaseError::kDuplicateKey) throw;
+    forms::DataGrid::EditCell(row, column, text);
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kDuplicateKey) throw;
     refuse();
   }
 }
 
-UserForm::UserForm(Session& session)
-    : Window(session.Host(), "User", "Tabella Utente", Twips(11400), Twips(8400)),
+UserForm::UserForm(core::Session& session)
+    : forms::Window(session.Host(), "User", "Tabella Utente", base::Twips(11400),
+                    base::Twips(8400)),
       DataGrid1(
           *this, "DataGrid1",
           {.hint = "Frequenza in MHz, inizio e fine della banda in kHz. Una banda con un file "
@@ -69,7 +70,7 @@ void UserForm::TakeFile() {
 }
 
 void UserForm::HandleEvents() {
-  for (TextField* field : {&CallQso, &Provincia, &Locator}) field->Filter = UpperKey;
+  for (forms::TextField* field : {&CallQso, &Provincia, &Locator}) field->Filter = core::UpperKey;
   CallFile.BackspaceClears = true;
   CallFile.OnDrop = [this](std::string_view file) { CallFile.SetText(file); };
   File1.OnDoubleClick = [this] { TakeFile(); };
@@ -86,7 +87,7 @@ void UserForm::HandleEvents() {
   };
   Modo.OnClick = [this] { OnPick(Modo, kModo); };
   File2.OnClick = [this] { OnPick(File2, kFilenameDX); };
-  for (ListField* picker : {&Modo, &File2}) {
+  for (forms::ListField* picker : {&Modo, &File2}) {
     picker->SetVisible(false);
     picker->PicksOnEnter = true;
     picker->OnLeave = [picker] { picker->SetVisible(false); };
@@ -94,36 +95,37 @@ void UserForm::HandleEvents() {
 }
 
 void UserForm::Load() {
-  RestoreWindow(session_, *this, kSettingsKey);
+  core::RestoreWindow(session_, *this, kSettingsKey);
   data1_.RecordSource = "select * from UserRTX order by Frequenza";
   data1_.Refresh();
   MakeGrid();
-  LoadBaudRates(TNCBaud);
-  LoadComPorts(TNCPort);
-  LoadModes(session_, Modo);
-  Table& user = *session_.TbUser;
+  core::LoadBaudRates(TNCBaud);
+  core::LoadComPorts(TNCPort);
+  core::LoadModes(session_, Modo);
+  engine::Table& user = *session_.TbUser;
   user.MoveFirst();
-  const std::pair<TextField*, const char*> texts[] = {{&CallQso, "Call"},
-                                                      {&Qra, "Qra"},
-                                                      {&Qth, "Qth"},
-                                                      {&Indirizzo, "Indirizzo"},
-                                                      {&Provincia, "Provincia"},
-                                                      {&Locator, "Locator"},
-                                                      {&CallFile, "CallFile"},
-                                                      {&CallInterval, "CallInterval"},
-                                                      {&ClusterNode, "ClusterNode"},
-                                                      {&TelnetCluster, "TelnetCluster"},
-                                                      {&TelnetWWConv, "TelnetWWConv"}};
-  for (const auto& [field, column] : texts) field->SetText(FieldText(user, column));
+  const std::pair<forms::TextField*, const char*> texts[] = {{&CallQso, "Call"},
+                                                             {&Qra, "Qra"},
+                                                             {&Qth, "Qth"},
+                                                             {&Indirizzo, "Indirizzo"},
+                                                             {&Provincia, "Provincia"},
+                                                             {&Locator, "Locator"},
+                                                             {&CallFile, "CallFile"},
+                                                             {&CallInterval, "CallInterval"},
+                                                             {&ClusterNode, "ClusterNode"},
+                                                             {&TelnetCluster, "TelnetCluster"},
+                                                             {&TelnetWWConv, "TelnetWWConv"}};
+  for (const auto& [field, column] : texts) field->SetText(core::FieldText(user, column));
   ZX9TOK.SetText(session_.GetSetting("Log", "ManagerZX9TOK", ""));
-  SelectListEntry(TNCBaud, Trim(FieldText(user, "TNCBaud")), kBaudWidth);
-  SelectListEntry(TNCPort, FieldText(user, "TNCPort"), kPortWidth);
+  core::SelectListEntry(TNCBaud, base::Trim(core::FieldText(user, "TNCBaud")), kBaudWidth);
+  core::SelectListEntry(TNCPort, core::FieldText(user, "TNCPort"), kPortWidth);
   TNCEcho.SetOn(user.Field("TNCEcho").Bool());
-  for (ListField* list : {&File1, &File2}) list->SetItems(FilesOf(session_.AppPath, kWave));
+  for (forms::ListField* list : {&File1, &File2})
+    list->SetItems(core::FilesOf(session_.AppPath, kWave));
 }
 
 void UserForm::Unload() {
-  SaveWindow(session_, *this, kSettingsKey);
+  core::SaveWindow(session_, *this, kSettingsKey);
   data1_.Close();
 }
 
@@ -135,19 +137,19 @@ void UserForm::MakeGrid() {
        data1_.GridColumn("Potenza", "Potenza"), data1_.GridColumn("Modo", "Modo"),
        data1_.GridColumn("RST", "RST"), data1_.GridColumn("Inizio (kHz)", "FrequenzaI"),
        data1_.GridColumn("Fine (kHz)", "FrequenzaF"),
-       data1_.GridColumn("Annuncia DX", "AnnunceDX", YesNo),
+       data1_.GridColumn("Annuncia DX", "AnnunceDX", core::YesNo),
        data1_.GridColumn("File wav", "FilenameDX")});
 }
 
-ListField* UserForm::PickerOf(int column) {
+forms::ListField* UserForm::PickerOf(int column) {
   return column == kModo ? &Modo : column == kFilenameDX ? &File2 : nullptr;
 }
 
 bool UserForm::OnGridKey(char32_t key) {
-  ListField* const picker = PickerOf(DataGrid1.Column());
+  forms::ListField* const picker = PickerOf(DataGrid1.Column());
   const std::int64_t row = DataGrid1.Row();
   if (picker == nullptr || row < 1 || row > DataGrid1.Rows()) return false;
-  if (key == kBackspace) {
+  if (key == forms::kBackspace) {
     DataGrid1.EditCell(row, DataGrid1.Column(), "");
   } else {
     picker->SetVisible(true);
@@ -156,10 +158,10 @@ bool UserForm::OnGridKey(char32_t key) {
 }
 
 bool UserForm::OnBeforeEdit(int column, std::string& text) {
-  ListField* const picker = PickerOf(column);
+  forms::ListField* const picker = PickerOf(column);
   if (picker == nullptr || text.empty()) return true;
   for (const std::string& entry : picker->Items()) {
-    if (Upper(entry) != Upper(text)) continue;
+    if (base::Upper(entry) != base::Upper(text)) continue;
     text = entry;
     return true;
   }
@@ -167,7 +169,7 @@ bool UserForm::OnBeforeEdit(int column, std::string& text) {
   return false;
 }
 
-void UserForm::OnPick(ListField& picker, int column) {
+void UserForm::OnPick(forms::ListField& picker, int column) {
   const std::string chosen = picker.Text();
   picker.SetVisible(false);
   const std::int64_t row = DataGrid1.Row();
@@ -175,56 +177,58 @@ void UserForm::OnPick(ListField& picker, int column) {
 }
 
 void UserForm::FollowFile(std::int64_t row) {
-  const bool announced = !IsEmptyField(data1_.Text(row - 1, "FilenameDX"));
+  const bool announced = !core::IsEmptyField(data1_.Text(row - 1, "FilenameDX"));
   if ((data1_.Text(row - 1, "AnnunceDX") != "0") == announced) return;
   data1_.SetCellText(row - 1, DataGrid1.ColumnsOf()[kAnnunceDX].field, announced ? "-1" : "0");
 }
 
 bool UserForm::ValidateUser() {
-  for (const TextField* field :
-       {&CallQso, &Qra, &Qth, &Indirizzo, &Provincia, static_cast<TextField*>(&TNCBaud),
-        static_cast<TextField*>(&TNCPort)}) {
-    if (IsEmptyField(field->Text())) return false;
+  for (const forms::TextField* field :
+       {&CallQso, &Qra, &Qth, &Indirizzo, &Provincia, static_cast<forms::TextField*>(&TNCBaud),
+        static_cast<forms::TextField*>(&TNCPort)}) {
+    if (core::IsEmptyField(field->Text())) return false;
   }
-  if (IsValidLocator(Locator.Text())) return true;
-  session_.Messages().Show(MessageIcon::kExclamation, "", "Locator non valido");
+  if (core::IsValidLocator(Locator.Text())) return true;
+  session_.Messages().Show(platform::MessageIcon::kExclamation, "", "Locator non valido");
   return false;
 }
 
 void UserForm::StoreProfile() {
   if (!ValidateUser()) {
-    session_.Messages().Show(MessageIcon::kExclamation, "", "I campi sono tutti obbligatori");
+    session_.Messages().Show(platform::MessageIcon::kExclamation, "",
+                             "I campi sono tutti obbligatori");
     return;
   }
-  if (!TryValues(session_, [this] { Store(); })) return;
+  if (!core::TryValues(session_, [this] { Store(); })) return;
   session_.MyLocator = Locator.Text();
-  session_.ManagerPath = Trim(ZX9TOK.Text());
+  session_.ManagerPath = base::Trim(ZX9TOK.Text());
   session_.SaveSetting("Log", "ManagerZX9TOK", session_.ManagerPath);
   if (session_.OnProfileStored) session_.OnProfileStored();
 }
 
 void UserForm::Store() {
-  Table& user = *session_.TbUser;
+  engine::Table& user = *session_.TbUser;
   user.MoveFirst();
   user.Edit();
-  const std::pair<const char*, const TextField*> texts[] = {{"Call", &CallQso},
-                                                            {"Qra", &Qra},
-                                                            {"Qth", &Qth},
-                                                            {"Indirizzo", &Indirizzo},
-                                                            {"Provincia", &Provincia},
-                                                            {"Locator", &Locator},
-                                                            {"TNCPort", &TNCPort},
-                                                            {"CallFile", &CallFile},
-                                                            {"ClusterNode", &ClusterNode},
-                                                            {"TelnetCluster", &TelnetCluster},
-                                                            {"TelnetWWConv", &TelnetWWConv}};
+  const std::pair<const char*, const forms::TextField*> texts[] = {
+      {"Call", &CallQso},
+      {"Qra", &Qra},
+      {"Qth", &Qth},
+      {"Indirizzo", &Indirizzo},
+      {"Provincia", &Provincia},
+      {"Locator", &Locator},
+      {"TNCPort", &TNCPort},
+      {"CallFile", &CallFile},
+      {"ClusterNode", &ClusterNode},
+      {"TelnetCluster", &TelnetCluster},
+      {"TelnetWWConv", &TelnetWWConv}};
   for (const auto& [column, field] : texts) user.Set(column, field->Text());
-  SetNumber(user, "TNCBaud", TNCBaud.Text());
+  core::SetNumber(user, "TNCBaud", TNCBaud.Text());
   user.Set("TNCEcho", TNCEcho.IsOn());
-  SetNumber(user, "CallInterval", CallInterval.Text());
+  core::SetNumber(user, "CallInterval", CallInterval.Text());
   user.Update();
 }
 
 void UserForm::Leave() { Close(); }
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -1,13 +1,13 @@
 #include "room_views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 Piece ImportaAdifView() {
   return Column(
       {Form({Line({Wide(Item("File"))}),
              Line({Item("Letti"), Item("Nuovi"), Item("Ripetuti"), Item("Rifiutati"),
-                  Item("Spostati"), Item("Riparati")}),
+                   Item("Spostati"), Item("Riparati")}),
              Line({Wide(Item("Periodo")), Wide(Item("Avvisi"))}), Line({Wide(Item("Bande"))}),
              Line({Wide(Item("Modi"))}), Line({Wide(Item("Motivi"))})}),
        Line({Frame("Valgono come Qsl ricevuta",
@@ -31,4 +31,4 @@ const std::vector<View>& AdifViews() {
   return kViews;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,6 +1,6 @@
 #include "room_views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 Piece StatSelView() {
@@ -35,4 +35,4 @@ const std::vector<View>& AwardsViews() {
   return kViews;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -16,7 +16,7 @@
 #include "ui/text.h"
 #include "unfinished_input.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // The field says what a press makes of it, the box only shows it.
@@ -36,25 +36,25 @@ class Radio : public QRadioButton {
   void nextCheckState() override {}
 };
 
-Qt::CheckState StateOf(CheckState state) {
+Qt::CheckState StateOf(forms::CheckState state) {
   switch (state) {
-    case CheckState::kOn:
+    case forms::CheckState::kOn:
       return Qt::Checked;
-    case CheckState::kGrey:
+    case forms::CheckState::kGrey:
       return Qt::PartiallyChecked;
-    case CheckState::kOff:
+    case forms::CheckState::kOff:
       break;
   }
   return Qt::Unchecked;
 }
 
-void FollowSlider(QAbstractSlider& widget, const Slider& field) {
+void FollowSlider(QAbstractSlider& widget, const forms::Slider& field) {
   const QSignalBlocker quiet(&widget);
   widget.setRange(field.Minimum(), field.Maximum());
   widget.setValue(field.Value());
 }
 
-void TellSlider(QAbstractSlider& widget, Slider& field, ViewContext& context) {
+void TellSlider(QAbstractSlider& widget, forms::Slider& field, ViewContext& context) {
   QObject::connect(&widget, &QAbstractSlider::valueChanged, &widget, [&field, &context](int value) {
     context.Run([&field, value] { field.SetValue(value); });
   });
@@ -62,7 +62,7 @@ void TellSlider(QAbstractSlider& widget, Slider& field, ViewContext& context) {
 
 }  // namespace
 
-QWidget* MakeCheckBox(CheckBox& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeCheckBox(forms::CheckBox& field, ViewContext& context, QWidget* parent) {
   auto* box = new Box(ToQt(field.Caption()), parent);
   box->setTristate(field.ThreeStates());
   auto* binding = new FieldBinding(field, *box, context);
@@ -76,7 +76,7 @@ QWidget* MakeCheckBox(CheckBox& field, ViewContext& context, QWidget* parent) {
   return box;
 }
 
-QWidget* MakeOptionButton(OptionButton& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeOptionButton(forms::OptionButton& field, ViewContext& context, QWidget* parent) {
   auto* option = new Radio(ToQt(field.Caption()), parent);
   option->setAutoExclusive(false);
   auto* binding = new FieldBinding(field, *option, context);
@@ -90,7 +90,8 @@ QWidget* MakeOptionButton(OptionButton& field, ViewContext& context, QWidget* pa
   return option;
 }
 
-QWidget* MakeOptionGroup(OptionGroup& field, ViewContext& context, QWidget* parent, int columns) {
+QWidget* MakeOptionGroup(forms::OptionGroup& field, ViewContext& context, QWidget* parent,
+                         int columns) {
   auto* panel = new QWidget(parent);
   auto* grid = new QGridLayout(panel);
   grid->setContentsMargins(0, 0, 0, 0);
@@ -115,7 +116,7 @@ QWidget* MakeOptionGroup(OptionGroup& field, ViewContext& context, QWidget* pare
   return panel;
 }
 
-QWidget* MakeTabs(OptionGroup& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeTabs(forms::OptionGroup& field, ViewContext& context, QWidget* parent) {
   auto* tabs = new QTabBar(parent);
   tabs->setExpanding(false);
   for (const std::string& caption : field.Captions()) tabs->addTab(ToQt(caption));
@@ -131,7 +132,7 @@ QWidget* MakeTabs(OptionGroup& field, ViewContext& context, QWidget* parent) {
   return tabs;
 }
 
-QWidget* MakeSlider(Slider& field, ViewContext& context, QWidget* parent, bool vertical) {
+QWidget* MakeSlider(forms::Slider& field, ViewContext& context, QWidget* parent, bool vertical) {
   auto* slider = new QSlider(vertical ? Qt::Vertical : Qt::Horizontal, parent);
   auto* binding = new FieldBinding(field, *slider, context);
   binding->OnShow = [slider, &field] { FollowSlider(*slider, field); };
@@ -140,7 +141,7 @@ QWidget* MakeSlider(Slider& field, ViewContext& context, QWidget* parent, bool v
   return slider;
 }
 
-QWidget* MakeScrollBar(Slider& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeScrollBar(forms::Slider& field, ViewContext& context, QWidget* parent) {
   auto* bar = new QScrollBar(Qt::Vertical, parent);
   auto* binding = new FieldBinding(field, *bar, context);
   binding->OnShow = [bar, &field] {
@@ -153,7 +154,7 @@ QWidget* MakeScrollBar(Slider& field, ViewContext& context, QWidget* parent) {
   return bar;
 }
 
-QWidget* MakeGauge(Gauge& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeGauge(forms::Gauge& field, ViewContext& context, QWidget* parent) {
   auto* bar = new QProgressBar(parent);
   bar->setTextVisible(false);
   bar->setMaximumHeight(bar->fontMetrics().height());
@@ -166,7 +167,7 @@ QWidget* MakeGauge(Gauge& field, ViewContext& context, QWidget* parent) {
   return bar;
 }
 
-QWidget* MakeLabel(Label& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeLabel(forms::Label& field, ViewContext& context, QWidget* parent) {
   auto* label = new QLabel(parent);
   label->setTextFormat(Qt::PlainText);
   label->setTextInteractionFlags(Qt::NoTextInteraction);
@@ -177,7 +178,7 @@ QWidget* MakeLabel(Label& field, ViewContext& context, QWidget* parent) {
   return label;
 }
 
-QWidget* MakeButton(Command& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeButton(forms::Command& field, ViewContext& context, QWidget* parent) {
   field.Refresh();
   auto* button = new QPushButton(parent);
   button->setAutoDefault(false);
@@ -199,4 +200,4 @@ QWidget* MakeButton(Command& field, ViewContext& context, QWidget* parent) {
   return button;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

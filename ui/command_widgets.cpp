@@ -9,7 +9,7 @@
 #include "ui/text.h"
 #include "unfinished_input.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // With few keys there is room for their words.
@@ -20,19 +20,19 @@ QString WithoutMark(const std::string& caption) { return ToQt(caption).remove('&
 
 }  // namespace
 
-void PressOnScreen(Command& command, const ViewContext& context) {
-  const Window& window = command.Owner();
+void PressOnScreen(forms::Command& command, const ViewContext& context) {
+  const forms::Window& window = command.Owner();
   if (context.BehindDialog(window)) return;
   command.Press();
   if (command.FocusAfter != nullptr && window.Loaded())
     window.Host().MoveFocus(*command.FocusAfter);
 }
 
-bool CommandWidgets::Shows(const Field& field) const {
+bool CommandWidgets::Shows(const forms::Field& field) const {
   return actions_.contains(&field) || menus_.contains(&field);
 }
 
-QAction* CommandWidgets::ActionOf(Command& command) {
+QAction* CommandWidgets::ActionOf(forms::Command& command) {
   if (const auto at = actions_.find(&command); at != actions_.end()) return at->second;
   auto* action = new QAction(&owner_);
   actions_[&command] = action;
@@ -65,20 +65,20 @@ QAction* CommandWidgets::ActionOf(Command& command) {
   return action;
 }
 
-void CommandWidgets::Fill(QMenuBar& bar, const std::vector<MenuItem>& items) {
-  for (const MenuItem& item : items) {
-    std::visit(Match{[&](Command* command) { bar.addAction(ActionOf(*command)); },
-                     [&](Menu* menu) { bar.addMenu(MakeMenu(*menu)); },
-                     [&](EntryArray* entries) {
-                       QMenu* menu = bar.addMenu(ToQt(entries->Caption()));
-                       AddEntries(*menu, *entries);
-                     },
-                     [](Separator) {}},
+void CommandWidgets::Fill(QMenuBar& bar, const std::vector<forms::MenuItem>& items) {
+  for (const forms::MenuItem& item : items) {
+    std::visit(forms::Match{[&](forms::Command* command) { bar.addAction(ActionOf(*command)); },
+                            [&](forms::Menu* menu) { bar.addMenu(MakeMenu(*menu)); },
+                            [&](forms::EntryArray* entries) {
+                              QMenu* menu = bar.addMenu(ToQt(entries->Caption()));
+                              AddEntries(*menu, *entries);
+                            },
+                            [](forms::Separator) {}},
                item);
   }
 }
 
-QMenu* CommandWidgets::MakeMenu(Menu& field) {
+QMenu* CommandWidgets::MakeMenu(forms::Menu& field) {
   if (const auto at = menus_.find(&field); at != menus_.end()) return at->second;
   auto* menu = new QMenu(ToQt(field.Caption()), &owner_);
   menus_[&field] = menu;
@@ -94,17 +94,17 @@ QMenu* CommandWidgets::MakeMenu(Menu& field) {
   return menu;
 }
 
-void CommandWidgets::FillMenu(QMenu& menu, const std::vector<MenuItem>& items) {
-  for (const MenuItem& item : items) {
-    std::visit(Match{[&](Command* command) { menu.addAction(ActionOf(*command)); },
-                     [&](Menu* inner) { menu.addMenu(MakeMenu(*inner)); },
-                     [&](EntryArray* entries) { AddEntries(menu, *entries); },
-                     [&](Separator) { menu.addSeparator(); }},
+void CommandWidgets::FillMenu(QMenu& menu, const std::vector<forms::MenuItem>& items) {
+  for (const forms::MenuItem& item : items) {
+    std::visit(forms::Match{[&](forms::Command* command) { menu.addAction(ActionOf(*command)); },
+                            [&](forms::Menu* inner) { menu.addMenu(MakeMenu(*inner)); },
+                            [&](forms::EntryArray* entries) { AddEntries(menu, *entries); },
+                            [&](forms::Separator) { menu.addSeparator(); }},
                item);
   }
 }
 
-void CommandWidgets::AddEntries(QMenu& menu, EntryArray& entries) {
+void CommandWidgets::AddEntries(QMenu& menu, forms::EntryArray& entries) {
   // An invisible mark holds the entries' place among the menu's other items.
   QAction* mark = menu.addAction(QString());
   mark->setVisible(false);
@@ -141,27 +141,28 @@ void CommandWidgets::AddEntries(QMenu& menu, EntryArray& entries) {
   Follow(entries, follow);
 }
 
-void CommandWidgets::Follow(Field& field, const std::function<void()>& show) {
+void CommandWidgets::Follow(forms::Field& field, const std::function<void()>& show) {
   subscriptions_.push_back(context_.Follow(field.Shown, show));
   show();
 }
 
-QWidget* CommandWidgets::MakeToolBar(ToolBar& field, QWidget* parent) {
+QWidget* CommandWidgets::MakeToolBar(forms::ToolBar& field, QWidget* parent) {
   auto* bar = new QToolBar(parent);
   bar->setObjectName(ToQt(field.Name()));
   bar->setMovable(false);
   bar->setIconSize(QSize(kKeySize, kKeySize));
   bar->setToolButtonStyle(field.Items.size() <= kMostKeysWithWords ? Qt::ToolButtonTextBesideIcon
                                                                    : Qt::ToolButtonIconOnly);
-  for (const MenuItem& item : field.Items) {
-    std::visit(Match{[&](Command* command) {
+  for (const forms::MenuItem& item : field.Items) {
+    std::visit(
+        forms::Match{[&](forms::Command* command) {
                        QAction* action = ActionOf(*command);
                        // Only here: a menu bar would show the picture instead of the words.
                        action->setIcon(CommandIcon(command->Name()));
                        action->setIconVisibleInMenu(false);
                        bar->addAction(action);
                      },
-                     [&](Menu* menu) {
+                     [&](forms::Menu* menu) {
                        auto* key = new QToolButton(bar);
                        key->setObjectName(ToQt(menu->Name()));
                        key->setMenu(MakeMenu(*menu));
@@ -172,8 +173,8 @@ QWidget* CommandWidgets::MakeToolBar(ToolBar& field, QWidget* parent) {
                        key->setToolTip(WithoutMark(menu->Caption()));
                        bar->addWidget(key);
                      },
-                     [](EntryArray*) {}, [&](Separator) { bar->addSeparator(); }},
-               item);
+                     [](forms::EntryArray*) {}, [&](forms::Separator) { bar->addSeparator(); }},
+        item);
   }
   const auto follow = [bar, &field] {
     bar->setVisible(field.Visible());
@@ -183,4 +184,4 @@ QWidget* CommandWidgets::MakeToolBar(ToolBar& field, QWidget* parent) {
   return bar;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

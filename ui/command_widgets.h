@@ -11,11 +11,11 @@
 #include "forms/command.h"
 #include "view_context.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // The operator's press: the command's action, then the keyboard goes where the command says. A key
 // that came in while a dialog was on its way to the screen is for nobody.
-void PressOnScreen(Command& command, const ViewContext& context);
+void PressOnScreen(forms::Command& command, const ViewContext& context);
 
 // Makes the actions of one window: one for each command, wherever it appears.
 class CommandWidgets {
@@ -23,24 +23,24 @@ class CommandWidgets {
   // Actions and menus are children of `owner`, where their shortcuts work.
   CommandWidgets(ViewContext& context, QWidget& owner) : context_(context), owner_(owner) {}
 
-  void Fill(QMenuBar& bar, const std::vector<MenuItem>& items);
-  QWidget* MakeToolBar(ToolBar& field, QWidget* parent);
-  QMenu* MakeMenu(Menu& field);
+  void Fill(QMenuBar& bar, const std::vector<forms::MenuItem>& items);
+  QWidget* MakeToolBar(forms::ToolBar& field, QWidget* parent);
+  QMenu* MakeMenu(forms::Menu& field);
   // True when a menu or tool bar already shows the command.
-  bool Shows(const Field& field) const;
+  bool Shows(const forms::Field& field) const;
 
  private:
-  QAction* ActionOf(Command& command);
-  void FillMenu(QMenu& menu, const std::vector<MenuItem>& items);
-  void AddEntries(QMenu& menu, EntryArray& entries);
+  QAction* ActionOf(forms::Command& command);
+  void FillMenu(QMenu& menu, const std::vector<forms::MenuItem>& items);
+  void AddEntries(QMenu& menu, forms::EntryArray& entries);
   // Runs `show` now and at each change of the field that can be seen.
-  void Follow(Field& field, const std::function<void()>& show);
+  void Follow(forms::Field& field, const std::function<void()>& show);
 
   ViewContext& context_;
   QWidget& owner_;
-  std::map<const Field*, QAction*> actions_;
-  std::map<const Field*, QMenu*> menus_;
-  std::vector<Subscription> subscriptions_;
+  std::map<const forms::Field*, QAction*> actions_;
+  std::map<const forms::Field*, QMenu*> menus_;
+  std::vector<forms::Subscription> subscriptions_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,6 +1,6 @@
 #include "room_views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 Piece ContestView() {
@@ -74,4 +74,4 @@ const std::vector<View>& ContestViews() {
   return kViews;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

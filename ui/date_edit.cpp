@@ -8,7 +8,7 @@
 #include "base/date.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 DateEdit::DateEdit(QWidget* parent) : QDateEdit(parent) {
   setCalendarPopup(true);
@@ -96,7 +96,7 @@ void DateEdit::fixup(QString& typed) const {
     typed = specialValueText();
     return;
   }
-  const auto read = ParseDate(FromQt(typed));
+  const auto read = base::ParseDate(FromQt(typed));
   const QDate date = read ? Meant(QDate(read->Year(), read->Month(), read->Day())) : this->date();
   typed = textFromDateTime(date.startOfDay());
 }
@@ -106,4 +106,4 @@ QDate DateEdit::Meant(QDate read) const {
   return typedDay_ > read.day() && whole.isValid() ? whole : read;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -3,7 +3,7 @@
 
 #include <QDateEdit>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // One field for the keyboard: Tab leads on to the next, the arrows and the stroke that is typed
 // between two numbers from day to month to year. Typed in part it is read as the rest of the system
@@ -37,4 +37,4 @@ class DateEdit : public QDateEdit {
   bool ledOn_ = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

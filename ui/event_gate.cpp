@@ -7,7 +7,7 @@
 
 #include "forms/window_list.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // On some desktops a text field would take keys that are the main menu's (Ctrl+U, Ctrl+K), and a
@@ -43,7 +43,7 @@ EventGate::EventGate() { QCoreApplication::instance()->installEventFilter(this);
 
 EventGate::~EventGate() = default;
 
-bool EventGate::BehindDialog(const Window& window) const {
+bool EventGate::BehindDialog(const forms::Window& window) const {
   return windows_ != nullptr && windows_->BehindDialog(window);
 }
 
@@ -108,4 +108,4 @@ bool EventGate::eventFilter(QObject* watched, QEvent* event) {
   return swallowed;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -9,7 +9,7 @@
 
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 namespace {
 
@@ -23,7 +23,7 @@ bool FrameHasFocus(const QWidget& within) {
   return frame != nullptr && frame->isAncestorOf(&within);
 }
 
-FieldBinding::FieldBinding(Field& field, QWidget& widget, ViewContext& context)
+FieldBinding::FieldBinding(forms::Field& field, QWidget& widget, ViewContext& context)
     : QObject(&widget), field_(field), widget_(widget), context_(context) {
   widget.setObjectName(ToQt(field.Name()));
   Watch(widget);
@@ -100,7 +100,7 @@ void FieldBinding::FocusMoved(QEvent& event) {
   context_.Later(this, [this, in] { in ? field_.Focus() : field_.Leave(); });
 }
 
-PanelBinding::PanelBinding(Panel& field, QWidget& widget, ViewContext& context)
+PanelBinding::PanelBinding(forms::Panel& field, QWidget& widget, ViewContext& context)
     : FieldBinding(field, widget, context), panel_(field), pointing_(context) {}
 
 bool PanelBinding::eventFilter(QObject* watched, QEvent* event) {
@@ -110,7 +110,7 @@ bool PanelBinding::eventFilter(QObject* watched, QEvent* event) {
                         event->type() == QEvent::MouseButtonRelease;
   if (!pointing || !pointing_.Alive()) return answered;
   const QPoint at = static_cast<QSinglePointEvent*>(event)->position().toPoint();
-  const Twips x = Twips::FromPixels(at.x()), y = Twips::FromPixels(at.y());
+  const base::Twips x = base::Twips::FromPixels(at.x()), y = base::Twips::FromPixels(at.y());
   switch (event->type()) {
     case QEvent::MouseButtonPress:
       if (panel_.OnPointerDown) pointing_.Run([&] { panel_.OnPointerDown(x, y); });
@@ -136,4 +136,4 @@ void Coalesced::Ask() {
       Qt::QueuedConnection);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -8,7 +8,7 @@
 
 #include "view_context.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // True while the frame around a widget has the keyboard, because its title or its ground was
 // clicked: it hands it back at once.
@@ -19,7 +19,7 @@ bool FrameHasFocus(const QWidget& within);
 class FieldBinding : public QObject {
   Q_OBJECT
  public:
-  FieldBinding(Field& field, QWidget& widget, ViewContext& context);
+  FieldBinding(forms::Field& field, QWidget& widget, ViewContext& context);
 
   // Shows what is particular to the kind of field; runs at each change that can be seen.
   std::function<void()> OnShow;
@@ -39,10 +39,10 @@ class FieldBinding : public QObject {
   // True when the pointer stands on this field and not on another one inside it.
   bool PointedAt(const QWidget& part, QPoint at) const;
 
-  Field& field_;
+  forms::Field& field_;
   QWidget& widget_;
   ViewContext& context_;
-  Subscription shown_;
+  forms::Subscription shown_;
   std::vector<QPointer<QWidget>> companions_;
   bool doubleClicks_ = false;
 };
@@ -50,13 +50,13 @@ class FieldBinding : public QObject {
 // A panel, which also reports where the pointer's button goes down on it and where it is moved.
 class PanelBinding : public FieldBinding {
  public:
-  PanelBinding(Panel& field, QWidget& widget, ViewContext& context);
+  PanelBinding(forms::Panel& field, QWidget& widget, ViewContext& context);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  Panel& panel_;
+  forms::Panel& panel_;
   ViewContext& pointing_;
 };
 
@@ -72,4 +72,4 @@ class Coalesced {
   bool asked_ = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

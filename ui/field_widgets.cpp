@@ -4,8 +4,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "forms/field_visit.h"
 #include "choice_widgets.h"
+#include "forms/field_visit.h"
 #include "grid_widget.h"
 #include "list_widgets.h"
 #include "memo_widget.h"
@@ -14,7 +14,11 @@
 #include "status_bar_widget.h"
 #include "text_widgets.h"
 
-namespace brenvo {
+namespace brenvo::ui {
+
+// Every kind of field has its widget here.
+using namespace forms;
+
 namespace {
 
 QWidget* Make(Field& field, ViewContext& context, QWidget* parent, Look look) {
@@ -110,7 +114,7 @@ Place PlaceOf(Field& field) {
                TextField> auto&) { return Place::kLine; });
 }
 
-Menu* ContextMenuOf(Field& field) {
+forms::Menu* ContextMenuOf(Field& field) {
   return VisitField(
       field, [](ListField& list) { return list.ContextMenu; },
       [](OneOf<Grid, DataGrid> auto& grid) { return grid.ContextMenu; },
@@ -119,4 +123,4 @@ Menu* ContextMenuOf(Field& field) {
                TextField, ToolBar> auto&) -> Menu* { return nullptr; });
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

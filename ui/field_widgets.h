@@ -6,7 +6,7 @@
 #include "forms/field.h"
 #include "view_context.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // How a field is drawn where its kind leaves a choice.
 enum class Look {
@@ -24,12 +24,12 @@ enum class Look {
 
 // The widget that shows a field and brings the operator's keys and clicks to it. Null for fields
 // that are no part of a window's inside: menus, tool bars, panels.
-QWidget* MakeFieldWidget(Field& field, ViewContext& context, QWidget* parent, Look look);
+QWidget* MakeFieldWidget(forms::Field& field, ViewContext& context, QWidget* parent, Look look);
 
 // True for fields that use all the room they get: grids, lists, text areas, pictures.
-bool FillsRoom(Field& field);
+bool FillsRoom(forms::Field& field);
 // True for fields that bear their words themselves.
-bool ShowsOwnCaption(Field& field);
+bool ShowsOwnCaption(forms::Field& field);
 
 // Where a field stands in a window that has no layout of its own.
 enum class Place {
@@ -40,9 +40,9 @@ enum class Place {
   kLarge,   // it fills the room
   kButton,
 };
-Place PlaceOf(Field& field);
+Place PlaceOf(forms::Field& field);
 
 // The menu under the right button; null when the field has none.
-Menu* ContextMenuOf(Field& field);
+forms::Menu* ContextMenuOf(forms::Field& field);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -11,18 +11,18 @@
 #include "forms/window.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 constexpr int kMostRows = std::numeric_limits<int>::max() / 64;
 
-Qt::Alignment AlignmentOf(CellAlignment alignment) {
+Qt::Alignment AlignmentOf(forms::CellAlignment alignment) {
   switch (alignment) {
-    case CellAlignment::kCentre:
+    case forms::CellAlignment::kCentre:
       return Qt::AlignCenter;
-    case CellAlignment::kRight:
+    case forms::CellAlignment::kRight:
       return Qt::AlignRight | Qt::AlignVCenter;
-    case CellAlignment::kLeft:
+    case forms::CellAlignment::kLeft:
       break;
   }
   return Qt::AlignLeft | Qt::AlignVCenter;
@@ -32,7 +32,7 @@ Qt::Alignment AlignmentOf(CellAlignment alignment) {
 constexpr int kPictureMargin = 4;
 
 // A picture higher than its row shows smaller, with all its pixels where the screen has them.
-QVariant PictureOf(const std::string& file, Twips rowHeight) {
+QVariant PictureOf(const std::string& file, base::Twips rowHeight) {
   if (file.empty()) return {};
   const QString path = ToQt(file);
   QPixmap picture;
@@ -50,7 +50,7 @@ QVariant PictureOf(const std::string& file, Twips rowHeight) {
 
 }  // namespace
 
-GridModel::GridModel(Grid& grid, ViewContext& context, QObject* parent)
+GridModel::GridModel(forms::Grid& grid, ViewContext& context, QObject* parent)
     : QAbstractTableModel(parent), grid_(grid), context_(context) {}
 
 void GridModel::Refresh() {
@@ -124,12 +124,12 @@ QVariant GridModel::Content(std::int64_t row, int column, int role) const {
         return {};
       // White is the paper, whatever colour the desktop gives it.
       case Qt::BackgroundRole:
-        if (const Colour back = grid_.BackColour(row, column); back != kWhite) {
+        if (const base::Colour back = grid_.BackColour(row, column); back != base::kWhite) {
           return QBrush(QColor(back.red, back.green, back.blue));
         }
         return {};
       case Qt::ForegroundRole:
-        if (grid_.BackColour(row, column) != kWhite) return QBrush(Qt::black);
+        if (grid_.BackColour(row, column) != base::kWhite) return QBrush(Qt::black);
         return {};
       default:
         return {};
@@ -167,4 +167,4 @@ bool GridModel::setData(const QModelIndex& index, const QVariant& value, int rol
   return true;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -9,15 +9,16 @@
 #include "forms/grid.h"
 #include "view_context.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // Fetches a cell when it is shown, never before. The grid's heading row is the model's heading, so
 // the model's row 0 is the grid's row 1. A grid that can be edited has an empty row at its end.
 class GridModel : public QAbstractTableModel {
  public:
-  GridModel(Grid& grid, ViewContext& context, QObject* parent);
+  GridModel(forms::Grid& grid, ViewContext& context, QObject* parent);
 
-  // Takes over what the grid has now; a failure of its rows is reported, and the grid is then empty.
+  // Takes over what the grid has now; a failure of its rows is reported, and the grid is then
+  // empty.
   void Refresh();
 
   int rowCount(const QModelIndex& parent = {}) const override;
@@ -32,10 +33,10 @@ class GridModel : public QAbstractTableModel {
   QString Text(std::int64_t row, int column) const;
   void Tell(const std::exception& failure) const;
 
-  Grid& grid_;
+  forms::Grid& grid_;
   ViewContext& context_;
   int rows_ = 0, columns_ = 0;
   mutable bool failed_ = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -11,7 +11,7 @@
 #include "grid_model.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // The height of letters, in pixels, that given widths are meant for.
@@ -26,7 +26,7 @@ constexpr int kWidestShort = 96;
 
 class Table : public QTableView {
  public:
-  Table(Grid& grid, ViewContext& context, QWidget* parent)
+  Table(forms::Grid& grid, ViewContext& context, QWidget* parent)
       : QTableView(parent),
         grid_(grid),
         context_(context),
@@ -103,7 +103,7 @@ class Table : public QTableView {
       return;
     }
     if (grid_.WritesCells() && event->key() == Qt::Key_Backspace && at.isValid()) {
-      context_.Run([this] { grid_.TypeKey(kBackspace); });
+      context_.Run([this] { grid_.TypeKey(forms::kBackspace); });
       return;
     }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && at.isValid() &&
@@ -135,7 +135,7 @@ class Table : public QTableView {
     if (!asked || !at.isValid() || !context_.Alive() || state() == EditingState) {
       return QTableView::edit(at, trigger, event);
     }
-    char32_t key = kEnter;
+    char32_t key = forms::kEnter;
     if (event != nullptr && event->type() == QEvent::KeyPress && trigger == AnyKeyPressed) {
       const std::u32string typed = static_cast<QKeyEvent*>(event)->text().toStdU32String();
       if (typed.empty()) return false;
@@ -164,13 +164,13 @@ class Table : public QTableView {
   }
 
   // A width is meant for letters of the usual height; larger ones need more.
-  int ColumnPixels(Twips width) const {
+  int ColumnPixels(base::Twips width) const {
     const double larger = std::max(1.0, fontMetrics().height() / double(kUsualLetters));
     return qRound(width.Pixels() * larger);
   }
 
   void SizeColumns() {
-    std::vector<Twips> told;
+    std::vector<base::Twips> told;
     for (int column = 0; column < model_->columnCount(); ++column) {
       told.push_back(grid_.ColumnWidth(column));
     }
@@ -186,30 +186,31 @@ class Table : public QTableView {
     horizontalHeader()->setResizeContentsPrecision(kMeasuredRows);
     int last = -1;
     for (int column = 0; column < model_->columnCount(); ++column) {
-      const Twips given = told[static_cast<std::size_t>(column)];
-      setColumnHidden(column, given == Twips(0));
-      if (given == Twips(0)) continue;
+      const base::Twips given = told[static_cast<std::size_t>(column)];
+      setColumnHidden(column, given == base::Twips(0));
+      if (given == base::Twips(0)) continue;
       last = column;
       if (own_.contains(column)) continue;
       const int heading = horizontalHeader()->sectionSizeHint(column);
       const int content = sizeHintForColumn(column) + 6;
-      const int wanted = given > Twips(0)
+      const int wanted = given > base::Twips(0)
                              ? std::max(ColumnPixels(given), std::min(content, kWidestShort))
                              : std::clamp(content, kNarrowest, kWidestMeasured);
       if (const int width = std::max(heading, wanted); !widen || width > columnWidth(column)) {
         setColumnWidth(column, width);
       }
     }
-    horizontalHeader()->setStretchLastSection(last >= 0 &&
-                                              told[static_cast<std::size_t>(last)] < Twips(0));
+    horizontalHeader()->setStretchLastSection(last >= 0 && told[static_cast<std::size_t>(last)] <
+                                                               base::Twips(0));
   }
 
   void SizeRows() {
     const int rows = model_->rowCount();
     if (rows > kMostRowsOfOwnHeight) return;
     for (int row = 0; row < rows; ++row) {
-      const Twips given = grid_.RowHeight(row + 1);
-      const int height = given > Twips(0) ? given.Pixels() : verticalHeader()->defaultSectionSize();
+      const base::Twips given = grid_.RowHeight(row + 1);
+      const int height =
+          given > base::Twips(0) ? given.Pixels() : verticalHeader()->defaultSectionSize();
       if (height != rowHeight(row)) setRowHeight(row, height);
     }
   }
@@ -221,10 +222,10 @@ class Table : public QTableView {
     setCurrentIndex(at);
   }
 
-  Grid& grid_;
+  forms::Grid& grid_;
   ViewContext& context_;
   GridModel* model_;
-  std::vector<Twips> told_;
+  std::vector<base::Twips> told_;
   int measuredRows_ = 0;
   std::set<int> own_;  // columns that the operator has drawn to a width of his own
   bool refreshing_ = false;
@@ -233,7 +234,7 @@ class Table : public QTableView {
 
 }  // namespace
 
-QWidget* MakeGridWidget(Grid& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeGridWidget(forms::Grid& field, ViewContext& context, QWidget* parent) {
   auto* table = new Table(field, context, parent);
   auto* binding = new FieldBinding(field, *table, context);
   binding->Watch(*table->viewport());
@@ -244,4 +245,4 @@ QWidget* MakeGridWidget(Grid& field, ViewContext& context, QWidget* parent) {
   return table;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

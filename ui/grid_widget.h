@@ -1,11 +1,11 @@
 // Grids.
 #pragma once
 
-#include "forms/grid.h"
 #include "field_binding.h"
+#include "forms/grid.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-QWidget* MakeGridWidget(Grid& field, ViewContext& context, QWidget* parent);
+QWidget* MakeGridWidget(forms::Grid& field, ViewContext& context, QWidget* parent);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

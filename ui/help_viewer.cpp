@@ -19,7 +19,7 @@
 #include "ui/icons.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 namespace {
 
@@ -28,7 +28,7 @@ constexpr const char* kWholeManual = "Manuale.html";
 
 }  // namespace
 
-HelpViewer::HelpViewer(std::vector<HelpPage> pages, QWidget* parent, const QString& directory)
+HelpViewer::HelpViewer(std::vector<core::HelpPage> pages, QWidget* parent, const QString& directory)
     : QDialog(parent), pages_(std::move(pages)) {
   setObjectName(QStringLiteral("HelpViewer"));
   setAttribute(Qt::WA_DeleteOnClose);
@@ -57,10 +57,10 @@ HelpViewer::HelpViewer(std::vector<HelpPage> pages, QWidget* parent, const QStri
     connect(print, &QPushButton::clicked, this,
             [whole] { QDesktopServices::openUrl(QUrl::fromLocalFile(whole)); });
   }
-  for (const HelpPage& page : pages_) contents_->addItem(ToQt(page.title));
+  for (const core::HelpPage& page : pages_) contents_->addItem(ToQt(page.title));
   connect(contents_, &QListWidget::currentRowChanged, this, [this](int row) {
     if (row < 0) return;
-    const HelpPage& page = pages_[static_cast<std::size_t>(row)];
+    const core::HelpPage& page = pages_[static_cast<std::size_t>(row)];
     text_->setMarkdown("# " + ToQt(page.title) + "\n\n" + ToQt(page.text));
     FitPictures();
   });
@@ -101,7 +101,7 @@ void HelpViewer::FitPictures() {
 
 void HelpViewer::ShowTopic(int topic) {
   const auto at = std::find_if(pages_.begin(), pages_.end(),
-                               [&](const HelpPage& page) { return page.topic == topic; });
+                               [&](const core::HelpPage& page) { return page.topic == topic; });
   contents_->setCurrentRow(at == pages_.end() ? 0 : static_cast<int>(at - pages_.begin()));
 }
 
@@ -115,7 +115,7 @@ void ShowHelp(const std::filesystem::path& path, int topic) {
           FromQt(QStringLiteral("Manca il file di aiuto %1").arg(PathToQt(path.filename()))));
     }
     delete open;
-    open = new HelpViewer(ParseHelp(file.readAll().toStdString()), parent,
+    open = new HelpViewer(core::ParseHelp(file.readAll().toStdString()), parent,
                           PathToQt(path.parent_path()));
   }
   open->ShowTopic(topic);
@@ -124,4 +124,4 @@ void ShowHelp(const std::filesystem::path& path, int topic) {
   open->activateWindow();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

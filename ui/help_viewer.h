@@ -10,12 +10,12 @@
 class QListWidget;
 class QTextBrowser;
 
-namespace brenvo {
+namespace brenvo::ui {
 
 class HelpViewer : public QDialog {
  public:
   // Pictures of the pages are looked for below `directory`.
-  HelpViewer(std::vector<HelpPage> pages, QWidget* parent, const QString& directory = {});
+  HelpViewer(std::vector<core::HelpPage> pages, QWidget* parent, const QString& directory = {});
   // The page of a topic, the first one where the topic is 0 or has no page.
   void ShowTopic(int topic);
 
@@ -25,7 +25,7 @@ class HelpViewer : public QDialog {
  private:
   void FitPictures();
 
-  std::vector<HelpPage> pages_;
+  std::vector<core::HelpPage> pages_;
   QListWidget* contents_;
   QTextBrowser* text_;
 };
@@ -34,4 +34,4 @@ class HelpViewer : public QDialog {
 // std::runtime_error when the file is not there.
 void ShowHelp(const std::filesystem::path& file, int topic);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

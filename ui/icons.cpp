@@ -15,7 +15,7 @@
 // Resources of a library are not found unless something asks for them.
 static void LoadIcons() { Q_INIT_RESOURCE(icons); }
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 constexpr std::pair<std::string_view, const char*> kPictures[] = {
@@ -103,4 +103,4 @@ QIcon ProgramIcon() {
   return QIcon(QStringLiteral(":/icons/brenvo.svg"));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

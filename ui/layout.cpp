@@ -1,6 +1,6 @@
 #include "layout.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 Piece Of(Piece::Kind kind, std::vector<Piece> pieces) {
@@ -97,4 +97,4 @@ std::vector<std::string> FieldsIn(const Piece& piece) {
   return names;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

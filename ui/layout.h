@@ -7,7 +7,7 @@
 
 #include "field_widgets.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 struct Piece {
   enum class Kind {
@@ -57,4 +57,4 @@ Piece Split(std::vector<Piece> pieces);
 // The names of all fields in the pieces.
 std::vector<std::string> FieldsIn(const Piece& piece);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QShortcutEvent>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 LetterKeys::LetterKeys(QMdiArea& area) : QObject(&area), area_(area) {
   QCoreApplication::instance()->installEventFilter(this);
@@ -36,4 +36,4 @@ bool LetterKeys::eventFilter(QObject* watched, QEvent* event) {
   return true;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -4,7 +4,7 @@
 #include <QMdiArea>
 #include <QObject>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // The toolkit shows a button pressed by its key for a tenth of a second before the command runs:
 // what a quick hand types meanwhile would go into the fields of the contact before.
@@ -23,4 +23,4 @@ class LetterKeys : public QObject {
   QMdiArea& area_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,6 +1,6 @@
 #include "room_views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 Piece TerminalView() { return Column({Item("Received"), Form({Line({Wide(Item("Sended"))})})}); }
@@ -39,4 +39,4 @@ const std::vector<View>& LinksViews() {
   return kViews;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -13,10 +13,10 @@
 #include <QStringListModel>
 #include <QWheelEvent>
 
-#include "ui/text.h"
 #include "text_widgets.h"
+#include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // A list's entries, reported to the toolkit when they have changed.
@@ -102,14 +102,14 @@ class TypedSearch {
 
 class Combo : public QComboBox {
  public:
-  Combo(ListField& field, ViewContext& context, QWidget* parent)
+  Combo(forms::ListField& field, ViewContext& context, QWidget* parent)
       : QComboBox(parent), field_(field), context_(context), entries_(new Entries(this)) {
     setModel(entries_);
     // The wheel alone brings no keyboard here, see wheelEvent.
     setFocusPolicy(Qt::StrongFocus);
     setMaxVisibleItems(20);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    if (field.Style() == ListStyle::kCombo) {
+    if (field.Style() == forms::ListStyle::kCombo) {
       setEditable(true);
       setInsertPolicy(QComboBox::NoInsert);
       edit_ = new TextEdit(field, context, this);
@@ -176,7 +176,7 @@ class Combo : public QComboBox {
     if (edit_ != nullptr) edit_->selectAll();
   }
 
-  ListField& field_;
+  forms::ListField& field_;
   ViewContext& context_;
   Entries* entries_;
   TextEdit* edit_ = nullptr;
@@ -185,7 +185,7 @@ class Combo : public QComboBox {
 
 class OpenList : public QListView {
  public:
-  OpenList(ListField& field, ViewContext& context, QWidget* parent)
+  OpenList(forms::ListField& field, ViewContext& context, QWidget* parent)
       : QListView(parent), field_(field), context_(context), entries_(new Entries(this)) {
     setModel(entries_);
     setUniformItemSizes(true);
@@ -275,14 +275,14 @@ class OpenList : public QListView {
 
   static constexpr int kShortEntry = 22;  // characters
 
-  bool Multi() const { return field_.Style() == ListStyle::kMulti; }
+  bool Multi() const { return field_.Style() == forms::ListStyle::kMulti; }
   void Pick(int row) {
     if (following_) return;
     context_.Run([this, row] { field_.Pick(row); });
     Follow();
   }
 
-  ListField& field_;
+  forms::ListField& field_;
   ViewContext& context_;
   Entries* entries_;
   QPointer<QWidget> before_;  // had the keyboard before the list came up
@@ -291,8 +291,8 @@ class OpenList : public QListView {
 
 }  // namespace
 
-QWidget* MakeListWidget(ListField& field, ViewContext& context, QWidget* parent) {
-  if (field.Style() == ListStyle::kDropDown || field.Style() == ListStyle::kCombo) {
+QWidget* MakeListWidget(forms::ListField& field, ViewContext& context, QWidget* parent) {
+  if (field.Style() == forms::ListStyle::kDropDown || field.Style() == forms::ListStyle::kCombo) {
     auto* combo = new Combo(field, context, parent);
     auto* binding = new FieldBinding(field, *combo, context);
     binding->WatchDoubleClicks();
@@ -313,4 +313,4 @@ QWidget* MakeListWidget(ListField& field, ViewContext& context, QWidget* parent)
   return list;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

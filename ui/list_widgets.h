@@ -1,11 +1,11 @@
 // Lists: dropping down, standing open, with several choices.
 #pragma once
 
-#include "forms/list_field.h"
 #include "field_binding.h"
+#include "forms/list_field.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-QWidget* MakeListWidget(ListField& field, ViewContext& context, QWidget* parent);
+QWidget* MakeListWidget(forms::ListField& field, ViewContext& context, QWidget* parent);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

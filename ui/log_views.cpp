@@ -1,6 +1,6 @@
 #include "room_views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 Piece LogFormView() {
@@ -47,4 +47,4 @@ const std::vector<View>& LogViews() {
   return kViews;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -12,7 +12,7 @@
 
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 constexpr double kSmallestZoom = 5, kLargestZoom = 1600;
@@ -22,7 +22,7 @@ constexpr int kMostMegabytes = 256;
 constexpr int kShortestDrag = 4;
 constexpr int kTextPoints = 18;
 
-QColor ColourOf(Colour colour) { return QColor(colour.red, colour.green, colour.blue); }
+QColor ColourOf(base::Colour colour) { return QColor(colour.red, colour.green, colour.blue); }
 
 }  // namespace
 
@@ -177,7 +177,7 @@ void MapArea::Annotate(const QRect& piece, const std::function<void(QPainter&)>&
   viewport()->update(piece.adjusted(-2, -2, 2, 2));
 }
 
-void MapArea::DrawRectangle(int x, int y, int width, int height, Colour fill) {
+void MapArea::DrawRectangle(int x, int y, int width, int height, base::Colour fill) {
   if (width <= 0 || height <= 0) return;
   const QRect place(x, y, width, height);
   Annotate(place, [&](QPainter& painter) { painter.fillRect(place, ColourOf(fill)); });
@@ -306,4 +306,4 @@ void MapArea::ZoomAround(double percent, QPoint centre) {
   SetScroll(qRound(spot.x() * zoom_) - centre.x(), qRound(spot.y() * zoom_) - centre.y());
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,6 +1,6 @@
 #include "room_views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // The picture scrolls by itself, so the window's own scroll bar has nothing to add on a screen.
@@ -15,4 +15,4 @@ const std::vector<View>& MapsViews() {
   return kViews;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -6,7 +6,7 @@
 #include "base/text.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // The document knows line ends without returns.
@@ -17,7 +17,7 @@ std::string Held(QString shown) {
 
 class Memo : public QPlainTextEdit {
  public:
-  Memo(TextField& field, ViewContext& context, QWidget* parent)
+  Memo(forms::TextField& field, ViewContext& context, QWidget* parent)
       : QPlainTextEdit(parent), field_(field), context_(context) {
     setTabChangesFocus(true);
     connect(this, &QPlainTextEdit::textChanged, this, [this] { TellText(); });
@@ -52,9 +52,9 @@ class Memo : public QPlainTextEdit {
     return fontMetrics().lineSpacing() * kLines + around;
   }
   int Place(std::size_t characters) const {
-    return static_cast<int>(Shown(Left(field_.Text(), characters)).size());
+    return static_cast<int>(Shown(base::Left(field_.Text(), characters)).size());
   }
-  std::size_t Character(int place) const { return Len(Held(toPlainText().left(place))); }
+  std::size_t Character(int place) const { return base::Len(Held(toPlainText().left(place))); }
 
   void TellText() {
     if (following_ || !context_.Alive()) return;
@@ -76,14 +76,14 @@ class Memo : public QPlainTextEdit {
     following_ = false;
   }
 
-  TextField& field_;
+  forms::TextField& field_;
   ViewContext& context_;
   bool following_ = false;
 };
 
 }  // namespace
 
-QWidget* MakeMemo(TextField& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeMemo(forms::TextField& field, ViewContext& context, QWidget* parent) {
   auto* memo = new Memo(field, context, parent);
   auto* binding = new FieldBinding(field, *memo, context);
   binding->Watch(*memo->viewport());
@@ -93,4 +93,4 @@ QWidget* MakeMemo(TextField& field, ViewContext& context, QWidget* parent) {
   return memo;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

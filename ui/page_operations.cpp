@@ -1,6 +1,6 @@
 #include "ui/page_operations.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // The painter's own unit: fine enough that a font of it measures as it is set on paper.
@@ -83,4 +83,4 @@ void PagePainter::Draw(const PageOperation& operation) {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

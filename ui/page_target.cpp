@@ -10,7 +10,7 @@
 #include "platform/device_error.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 std::unique_ptr<QPrinter> NewPrinter(bool landscape) {
   auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
@@ -36,10 +36,11 @@ PaperTarget::~PaperTarget() = default;
 
 void PaperTarget::Fail() const {
   if (!IsFile()) {
-    throw DeviceError("La stampante non e' disponibile o ha rifiutato la stampa");
+    throw platform::DeviceError("La stampante non e' disponibile o ha rifiutato la stampa");
   }
-  throw DeviceError(FromQt(QStringLiteral("Il file %1 non si puo' scrivere")
-                               .arg(QDir::toNativeSeparators(printer_->outputFileName()))));
+  throw platform::DeviceError(
+      FromQt(QStringLiteral("Il file %1 non si puo' scrivere")
+                 .arg(QDir::toNativeSeparators(printer_->outputFileName()))));
 }
 
 QSizeF PaperTarget::PageSize() const { return printer_->pageRect(QPrinter::Millimeter).size(); }
@@ -73,4 +74,4 @@ void PaperTarget::Abandon() {
   if (IsFile() && QFileInfo(file).isFile()) QFile::remove(file);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

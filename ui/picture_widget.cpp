@@ -9,7 +9,7 @@
 
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 constexpr QSize kRoom(200, 64);  // of a small picture
@@ -17,8 +17,8 @@ constexpr QSize kRoom(200, 64);  // of a small picture
 // The picture at its own size, with the circles over it.
 class Canvas : public QWidget {
  public:
-  Canvas(PictureBox& field, ViewContext& context) : field_(field), context_(context) {
-    drawn_ = context.Follow(field.Drawn, [this](const PictureBox::Circle& circle) {
+  Canvas(forms::PictureBox& field, ViewContext& context) : field_(field), context_(context) {
+    drawn_ = context.Follow(field.Drawn, [this](const forms::PictureBox::Circle& circle) {
       if (picture_.isNull()) FitCircles({&circle, 1});
       update(AreaOf(circle));
     });
@@ -43,7 +43,7 @@ class Canvas : public QWidget {
     painter.drawPixmap(0, 0, picture_);
     if (!context_.Alive()) return;
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const PictureBox::Circle& circle : field_.Circles()) {
+    for (const forms::PictureBox::Circle& circle : field_.Circles()) {
       if (!event->rect().intersects(AreaOf(circle))) continue;
       const QColor colour(circle.colour.red, circle.colour.green, circle.colour.blue);
       painter.setPen(QPen(colour, 2));
@@ -55,31 +55,31 @@ class Canvas : public QWidget {
 
  private:
   // What a circle paints, with its pen.
-  static QRect AreaOf(const PictureBox::Circle& circle) {
+  static QRect AreaOf(const forms::PictureBox::Circle& circle) {
     const int reach = circle.radius.Pixels() + 2;
     return {circle.x.Pixels() - reach, circle.y.Pixels() - reach, 2 * reach + 1, 2 * reach + 1};
   }
 
   // Without a picture the circles alone say how large the area is.
-  void FitCircles(std::span<const PictureBox::Circle> circles) {
+  void FitCircles(std::span<const forms::PictureBox::Circle> circles) {
     QSize needed = size();
-    for (const PictureBox::Circle& circle : circles) {
+    for (const forms::PictureBox::Circle& circle : circles) {
       needed = needed.expandedTo({circle.x.Pixels() + 2 * circle.radius.Pixels(),
                                   circle.y.Pixels() + 2 * circle.radius.Pixels()});
     }
     if (needed != size()) setFixedSize(needed);
   }
 
-  PictureBox& field_;
+  forms::PictureBox& field_;
   ViewContext& context_;
-  Subscription drawn_;
+  forms::Subscription drawn_;
   QString file_;
   QPixmap picture_;
 };
 
 }  // namespace
 
-QWidget* MakeSmallPicture(PictureBox& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeSmallPicture(forms::PictureBox& field, ViewContext& context, QWidget* parent) {
   auto* label = new QLabel(parent);
   auto* binding = new FieldBinding(field, *label, context);
   binding->OnShow = [label, &field] {
@@ -93,7 +93,7 @@ QWidget* MakeSmallPicture(PictureBox& field, ViewContext& context, QWidget* pare
   return label;
 }
 
-QWidget* MakePictureWidget(PictureBox& field, ViewContext& context, QWidget* parent) {
+QWidget* MakePictureWidget(forms::PictureBox& field, ViewContext& context, QWidget* parent) {
   auto* area = new QScrollArea(parent);
   auto* canvas = new Canvas(field, context);
   area->setWidget(canvas);
@@ -108,4 +108,4 @@ QWidget* MakePictureWidget(PictureBox& field, ViewContext& context, QWidget* par
   return area;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,13 +1,13 @@
 // A picture with circles on it.
 #pragma once
 
-#include "forms/picture_box.h"
 #include "field_binding.h"
+#include "forms/picture_box.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-QWidget* MakePictureWidget(PictureBox& field, ViewContext& context, QWidget* parent);
+QWidget* MakePictureWidget(forms::PictureBox& field, ViewContext& context, QWidget* parent);
 // The picture alone, made small; nothing is seen where there is none.
-QWidget* MakeSmallPicture(PictureBox& field, ViewContext& context, QWidget* parent);
+QWidget* MakeSmallPicture(forms::PictureBox& field, ViewContext& context, QWidget* parent);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -10,7 +10,7 @@
 #include "platform/device_error.h"
 #include "print_preview.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 const QString kTitle = QStringLiteral("Stampa");
@@ -46,7 +46,7 @@ std::unique_ptr<PageTarget> ChooseTarget(bool landscape) {
 
 std::unique_ptr<PageTarget> ChoosePrinter(bool landscape) {
   if (QPrinterInfo::availablePrinterNames().isEmpty()) {
-    throw DeviceError(
+    throw platform::DeviceError(
         "Nessuna stampante e' installata su questo computer: si puo' scrivere un file PDF");
   }
   const PlainPointer pointer;
@@ -68,4 +68,4 @@ std::unique_ptr<PageTarget> ChoosePdf(bool landscape) {
   return PaperTarget::Pdf(file, landscape);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -11,7 +11,7 @@
 #include "platform/device_error.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 constexpr double kZoomStep = 1.25, kSmallestZoom = 0.25, kLargestZoom = 4;
@@ -24,7 +24,7 @@ double ScreenDotsPerMm(const QWidget& widget) { return widget.logicalDpiX() / kM
 }  // namespace
 
 PageSpool::PageSpool() {
-  if (!file_.open()) throw DeviceError("Non c'e' posto su disco per preparare la stampa");
+  if (!file_.open()) throw platform::DeviceError("Non c'e' posto su disco per preparare la stampa");
   stream_.setDevice(&file_);
   NewPage();
 }
@@ -35,7 +35,7 @@ void PageSpool::Add(const PageOperation& operation) {
   file_.seek(end_);
   stream_ << operation;
   if (stream_.status() != QDataStream::Ok) {
-    throw DeviceError("Non c'e' posto su disco per preparare la stampa");
+    throw platform::DeviceError("Non c'e' posto su disco per preparare la stampa");
   }
   end_ = file_.pos();
 }
@@ -180,7 +180,7 @@ void PrintPreview::Send(const Opener& open) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     pages_.Replay(*target);
     QApplication::restoreOverrideCursor();
-  } catch (const DeviceError& failure) {
+  } catch (const platform::DeviceError& failure) {
     // The pages stay on the screen for another try.
     if (target) {
       QApplication::restoreOverrideCursor();
@@ -224,4 +224,4 @@ bool PrintPreview::eventFilter(QObject*, QEvent* event) {
   return false;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -12,7 +12,7 @@
 
 #include "ui/page_target.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // A document's pages in a file of their own, however many they are.
 class PageSpool {
@@ -85,4 +85,4 @@ class PreviewTarget : public PageTarget {
   PageSpool pages_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

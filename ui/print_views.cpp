@@ -1,6 +1,6 @@
 #include "room_views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 Piece Measure(const char* slider, const char* value) {
@@ -29,4 +29,4 @@ const std::vector<View>& PrintViews() {
   return kViews;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -10,18 +10,18 @@
 
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
-QMessageBox::Icon IconOf(MessageIcon icon) {
+QMessageBox::Icon IconOf(platform::MessageIcon icon) {
   switch (icon) {
-    case MessageIcon::kInformation:
+    case platform::MessageIcon::kInformation:
       return QMessageBox::Information;
-    case MessageIcon::kExclamation:
+    case platform::MessageIcon::kExclamation:
       return QMessageBox::Warning;
-    case MessageIcon::kCritical:
+    case platform::MessageIcon::kCritical:
       return QMessageBox::Critical;
-    case MessageIcon::kNone:
+    case platform::MessageIcon::kNone:
       break;
   }
   return QMessageBox::NoIcon;
@@ -48,12 +48,12 @@ QString SettingKey(std::string_view section, std::string_view key) {
 
 }  // namespace
 
-DateTime QtClock::Now() {
+base::DateTime QtClock::Now() {
   const QDateTime now = QDateTime::currentDateTime();
   const QDate date = now.date();
   const QTime time = now.time();
-  return DateTime::Of(date.year(), date.month(), date.day(), time.hour(), time.minute(),
-                      time.second());
+  return base::DateTime::Of(date.year(), date.month(), date.day(), time.hour(), time.minute(),
+                            time.second());
 }
 
 QtTimer::QtTimer(EventGate& gate) : timer_(new QTimer) {
@@ -92,7 +92,7 @@ void QtTimer::StartOrStop() {
   }
 }
 
-void QtMessageBox::Show(MessageIcon icon, std::string_view title, std::string_view text) {
+void QtMessageBox::Show(platform::MessageIcon icon, std::string_view title, std::string_view text) {
   QMessageBox box(IconOf(icon), TitleOf(title), ToQt(text), QMessageBox::NoButton,
                   QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
@@ -129,4 +129,4 @@ void QtSettings::SaveSetting(std::string_view section, std::string_view key,
   settings_.sync();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -9,51 +9,55 @@
 #include "core/files.h"
 #include "core/help_topics.h"
 #include "core/session.h"
-#include "print/report_runner.h"
 #include "help_viewer.h"
+#include "print/report_runner.h"
 #include "qt_progress.h"
 #include "qt_serial_port.h"
 #include "qt_tcp_client.h"
 #include "qt_wave_player.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 QtPlatform::QtPlatform(const std::filesystem::path& appPath)
     : appPath_(appPath), settings_(appPath / "Brenvo.ini") {
   host_.OnFailure = [this] { printer_.Abandon(); };
   host_.Map().OnPrint = [this](const QImage& map) { printer_.PrintImage(map); };
-  host_.OnHelp = [this](const Window& window) {
-    gate_.Run([&] { ShowHelp(FileIn(appPath_, "Brenvo.HLP"), HelpTopicOf(window.Name())); });
+  host_.OnHelp = [this](const forms::Window& window) {
+    gate_.Run(
+        [&] { ShowHelp(core::FileIn(appPath_, "Brenvo.HLP"), core::HelpTopicOf(window.Name())); });
   };
 }
 
 QtPlatform::~QtPlatform() = default;
 
 void StationReports::Print(const std::filesystem::path& layout) {
-  if (session_ != nullptr) RunReport(*session_, layout);
+  if (session_ != nullptr) print::RunReport(*session_, layout);
 }
 
-void QtPlatform::Attach(Session* session) {
+void QtPlatform::Attach(core::Session* session) {
   gate_.Attach(session == nullptr ? nullptr : &session->Windows);
   reports_.Attach(session);
 }
 
-std::unique_ptr<Timer> QtPlatform::MakeTimer() { return std::make_unique<QtTimer>(gate_); }
+std::unique_ptr<platform::Timer> QtPlatform::MakeTimer() {
+  return std::make_unique<QtTimer>(gate_);
+}
 
-std::unique_ptr<SerialPort> QtPlatform::MakeSerialPort() {
+std::unique_ptr<platform::SerialPort> QtPlatform::MakeSerialPort() {
   return std::make_unique<QtSerialPort>(gate_, settings_);
 }
 
-std::unique_ptr<TcpClient> QtPlatform::MakeTcpClient(std::string_view) {
+std::unique_ptr<platform::TcpClient> QtPlatform::MakeTcpClient(std::string_view) {
   return std::make_unique<QtTcpClient>(gate_);
 }
 
-std::unique_ptr<WavePlayer> QtPlatform::MakeWavePlayer() {
+std::unique_ptr<platform::WavePlayer> QtPlatform::MakeWavePlayer() {
   return std::make_unique<QtWavePlayer>(gate_);
 }
 
-std::unique_ptr<Progress> QtPlatform::ShowProgress(std::string_view title, std::int64_t total) {
+std::unique_ptr<platform::Progress> QtPlatform::ShowProgress(std::string_view title,
+                                                             std::int64_t total) {
   return std::make_unique<QtProgress>(gate_, title, total);
 }
 
@@ -86,4 +90,4 @@ std::optional<std::filesystem::path> QtPlatform::PickNewFile(std::string_view ti
   return PathFromQt(picked);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -6,7 +6,7 @@
 #include "platform/device_error.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // Pictures that do not state their density are laid out as on a screen of this one.
@@ -16,7 +16,7 @@ PageOperation DefaultFont() {
   return {PageOperation::Kind::kFont, {}, {}, QStringLiteral("Times New Roman"), 10, false, {}};
 }
 
-QPointF At(Mm x, Mm y) { return {x.Value(), y.Value()}; }
+QPointF At(base::Mm x, base::Mm y) { return {x.Value(), y.Value()}; }
 
 }  // namespace
 
@@ -31,7 +31,7 @@ QtPrinter::~QtPrinter() = default;
 PageTarget& QtPrinter::Begun() {
   if (document_) return *document_;
   document_ = choose_(landscape_);
-  if (!document_) throw DeviceError("Stampa annullata");
+  if (!document_) throw platform::DeviceError("Stampa annullata");
   document_->Draw(font_);
   return *document_;
 }
@@ -61,24 +61,24 @@ void QtPrinter::SetFontSize(double points) {
   UseFont();
 }
 
-void QtPrinter::Text(Mm x, Mm y, std::string_view text) {
+void QtPrinter::Text(base::Mm x, base::Mm y, std::string_view text) {
   Begun().Draw({PageOperation::Kind::kText, At(x, y), {}, ToQt(text), 0, false, {}});
 }
 
-void QtPrinter::TextRight(Mm x, Mm y, std::string_view text) {
+void QtPrinter::TextRight(base::Mm x, base::Mm y, std::string_view text) {
   Begun().Draw({PageOperation::Kind::kTextRight, At(x, y), {}, ToQt(text), 0, false, {}});
 }
 
-void QtPrinter::Line(Mm x1, Mm y1, Mm x2, Mm y2) {
+void QtPrinter::Line(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2) {
   Begun().Draw({PageOperation::Kind::kLine, At(x1, y1), At(x2, y2), {}, 0, false, {}});
 }
 
-void QtPrinter::Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) {
+void QtPrinter::Box(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2, bool filled) {
   const auto kind = filled ? PageOperation::Kind::kFilledBox : PageOperation::Kind::kBox;
   Begun().Draw({kind, At(x1, y1), At(x2, y2), {}, 0, false, {}});
 }
 
-void QtPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
+void QtPrinter::Picture(const std::filesystem::path& file, base::Mm x, base::Mm y) {
   Begun();
   const QImage image(PathToQt(file));
   if (image.isNull()) return;
@@ -86,7 +86,7 @@ void QtPrinter::Picture(const std::filesystem::path& file, Mm x, Mm y) {
   DrawPicture(image, x, y, dotsPerInch > 0 ? dotsPerInch : kPictureDotsPerInch);
 }
 
-void QtPrinter::WindowImage(const Window& window, Mm x, Mm y) {
+void QtPrinter::WindowImage(const forms::Window& window, base::Mm x, base::Mm y) {
   Begun();
   const QPixmap shown = grab_(window);
   if (shown.isNull()) return;
@@ -95,7 +95,7 @@ void QtPrinter::WindowImage(const Window& window, Mm x, Mm y) {
   DrawPicture(shown.toImage(), x, y, std::max(dotsPerInch, shown.width() * kMmPerInch / room));
 }
 
-void QtPrinter::DrawPicture(const QImage& image, Mm x, Mm y, double dotsPerInch) {
+void QtPrinter::DrawPicture(const QImage& image, base::Mm x, base::Mm y, double dotsPerInch) {
   const QSizeF size = QSizeF(image.size()) * kMmPerInch / dotsPerInch;
   const QPointF from = At(x, y);
   Begun().Draw({PageOperation::Kind::kPicture,
@@ -111,15 +111,17 @@ void QtPrinter::PrintImage(const QImage& image) {
   SetLandscape(image.width() > image.height());
   const QSizeF page = Begun().PageSize();
   const QSizeF size = QSizeF(image.size()).scaled(page, Qt::KeepAspectRatio);
-  DrawPicture(image, Mm(0), Mm(0), image.width() * kMmPerInch / size.width());
+  DrawPicture(image, base::Mm(0), base::Mm(0), image.width() * kMmPerInch / size.width());
   EndDocument();
 }
 
-Mm QtPrinter::TextWidth(std::string_view text) { return Mm(measure_.Width(ToQt(text))); }
+base::Mm QtPrinter::TextWidth(std::string_view text) {
+  return base::Mm(measure_.Width(ToQt(text)));
+}
 
-Mm QtPrinter::PageHeight() { return Mm(Begun().PageSize().height()); }
+base::Mm QtPrinter::PageHeight() { return base::Mm(Begun().PageSize().height()); }
 
-Mm QtPrinter::PageWidth() { return Mm(Begun().PageSize().width()); }
+base::Mm QtPrinter::PageWidth() { return base::Mm(Begun().PageSize().width()); }
 
 void QtPrinter::NewPage() {
   Begun().NewPage();
@@ -145,4 +147,4 @@ void QtPrinter::Abandon() {
   if (const auto document = TakeDocument()) document->Abandon();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -7,7 +7,7 @@
 
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // The bar counts in thousandths: totals may be larger than it can take.
@@ -77,4 +77,4 @@ bool QtProgress::Advance(std::int64_t done) {
   return !bar_->wasCanceled();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

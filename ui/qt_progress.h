@@ -14,9 +14,9 @@
 #include "ui/event_gate.h"
 #include "ui/print_choice.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-class QtProgress : public Progress {
+class QtProgress : public platform::Progress {
  public:
   // What has closed is painted away, and the pointer shows what it is to show. While it lives
   // devices wait: the work is one event, however long.
@@ -39,4 +39,4 @@ class QtProgress : public Progress {
   std::vector<QPointer<QWidget>> still_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -4,7 +4,7 @@
 
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // What may wait to be read, while a sound is spoken: a minute at the fastest of the usual speeds.
@@ -44,7 +44,7 @@ QString DefaultSerialDevice(int number) {
 #endif
 }
 
-QtSerialPort::QtSerialPort(EventGate& gate, SettingsStore& settings)
+QtSerialPort::QtSerialPort(EventGate& gate, platform::SettingsStore& settings)
     : settings_(settings), port_(new QSerialPort) {
   port_->setReadBufferSize(kMostWaiting);
   QObject::connect(port_, &QSerialPort::errorOccurred, port_,
@@ -100,8 +100,8 @@ void QtSerialPort::Open() {
   lost_.clear();
   open_ = port_->open(QIODevice::ReadWrite);
   if (open_) return;
-  throw DeviceError(FromQt(QStringLiteral("La porta %1 (%2) non si apre: %3")
-                               .arg(PortName(number_), device, ReasonOf(*port_))));
+  throw platform::DeviceError(FromQt(QStringLiteral("La porta %1 (%2) non si apre: %3")
+                                         .arg(PortName(number_), device, ReasonOf(*port_))));
 }
 
 void QtSerialPort::Close() {
@@ -129,8 +129,8 @@ void QtSerialPort::Write(std::string_view bytes) {
     why = taken ? lost_ : ReasonOf(*port_);
   }
   if (why.isEmpty()) return;
-  throw DeviceError(
+  throw platform::DeviceError(
       FromQt(QStringLiteral("La porta %1 non riceve: %2").arg(PortName(number_), why)));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -7,14 +7,14 @@
 #include "platform/settings_store.h"
 #include "ui/event_gate.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // The device behind COM1 to COM4 where the settings name none.
 QString DefaultSerialDevice(int number);
 
-class QtSerialPort : public SerialPort {
+class QtSerialPort : public platform::SerialPort {
  public:
-  QtSerialPort(EventGate& gate, SettingsStore& settings);
+  QtSerialPort(EventGate& gate, platform::SettingsStore& settings);
   ~QtSerialPort() override;
   void SetSettings(std::string_view settings) override;
   void SetPortNumber(int number) override { number_ = number; }
@@ -30,7 +30,7 @@ class QtSerialPort : public SerialPort {
   QString Device() const;
   void NoteError(QSerialPort::SerialPortError error);
 
-  SettingsStore& settings_;
+  platform::SettingsStore& settings_;
   QSerialPort* port_;
   QObject guard_;
   int number_ = 1;
@@ -38,4 +38,4 @@ class QtSerialPort : public SerialPort {
   QString lost_;  // why the device of an open port is gone
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

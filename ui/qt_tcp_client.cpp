@@ -2,7 +2,7 @@
 
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // What may wait to be read, while a sound is spoken; the rest waits at the other side.
@@ -64,4 +64,4 @@ void QtTcpClient::Close() {
   socket_->blockSignals(blocked);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -6,9 +6,9 @@
 #include "platform/tcp_client.h"
 #include "ui/event_gate.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-class QtTcpClient : public TcpClient {
+class QtTcpClient : public platform::TcpClient {
  public:
   explicit QtTcpClient(EventGate& gate);
   ~QtTcpClient() override;
@@ -24,4 +24,4 @@ class QtTcpClient : public TcpClient {
   QObject guard_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -7,7 +7,7 @@
 
 #include "wave_file.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 constexpr int kNormalEnd = 1;
@@ -86,4 +86,4 @@ void QtWavePlayer::Close() {
   playback_ = nullptr;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -9,9 +9,9 @@
 #include "platform/wave_player.h"
 #include "ui/event_gate.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-class QtWavePlayer : public WavePlayer {
+class QtWavePlayer : public platform::WavePlayer {
  public:
   explicit QtWavePlayer(EventGate& gate);
   ~QtWavePlayer() override;
@@ -28,4 +28,4 @@ class QtWavePlayer : public WavePlayer {
   QObject* playback_ = nullptr;  // the sound in work, with all that belongs to it
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -8,11 +8,11 @@
 
 #include "core/main_frame.h"
 #include "forms/window_list.h"
-#include "ui/icons.h"
 #include "letter_keys.h"
+#include "ui/icons.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 QtWindowHost::QtWindowHost(EventGate& gate)
     : gate_(gate), main_(std::make_unique<QMainWindow>()), area_(new MapArea(main_.get())) {
@@ -27,7 +27,7 @@ QtWindowHost::QtWindowHost(EventGate& gate)
 
 QtWindowHost::~QtWindowHost() = default;
 
-WindowFrame& QtWindowHost::FrameOf(Window& window, WindowFrame::Kind kind) {
+WindowFrame& QtWindowHost::FrameOf(forms::Window& window, WindowFrame::Kind kind) {
   if (mainWindow_ == nullptr) mainWindow_ = &window;
   if (&window == mainWindow_) kind = WindowFrame::Kind::kMain;
   auto& frame = frames_[&window];
@@ -38,7 +38,7 @@ WindowFrame& QtWindowHost::FrameOf(Window& window, WindowFrame::Kind kind) {
     frame->OnHelp = [this, &window] {
       if (OnHelp) OnHelp(window);
     };
-    if (auto* station = dynamic_cast<MainFrame*>(&window)) {
+    if (auto* station = dynamic_cast<core::MainFrame*>(&window)) {
       area_->OnRectangle = [this, station](int x, int y, int width, int height) {
         gate_.Run([=] { station->MapRectangleDrawn(x, y, width, height); });
       };
@@ -50,17 +50,19 @@ WindowFrame& QtWindowHost::FrameOf(Window& window, WindowFrame::Kind kind) {
   return *frame;
 }
 
-void QtWindowHost::Show(Window& window) { FrameOf(window, WindowFrame::Kind::kChild).Show(); }
+void QtWindowHost::Show(forms::Window& window) {
+  FrameOf(window, WindowFrame::Kind::kChild).Show();
+}
 
-void QtWindowHost::ShowModal(Window& window) {
+void QtWindowHost::ShowModal(forms::Window& window) {
   FrameOf(window, WindowFrame::Kind::kDialog).ShowModal();
 }
 
-void QtWindowHost::Hide(Window& window) {
+void QtWindowHost::Hide(forms::Window& window) {
   if (const auto at = frames_.find(&window); at != frames_.end()) at->second->Hide();
 }
 
-void QtWindowHost::Forget(Window& window) {
+void QtWindowHost::Forget(forms::Window& window) {
   frames_.erase(&window);
   if (&window != mainWindow_) return;
   area_->OnRectangle = nullptr;
@@ -68,17 +70,17 @@ void QtWindowHost::Forget(Window& window) {
   QApplication::quit();
 }
 
-QPixmap QtWindowHost::PictureOf(const Window& window) const {
+QPixmap QtWindowHost::PictureOf(const forms::Window& window) const {
   const auto at = frames_.find(&window);
   return at == frames_.end() ? QPixmap() : at->second->Inside().grab();
 }
 
-QPixmap QtWindowHost::FramePictureOf(const Window& window) const {
+QPixmap QtWindowHost::FramePictureOf(const forms::Window& window) const {
   const auto at = frames_.find(&window);
   return at == frames_.end() ? QPixmap() : at->second->Outer().grab();
 }
 
-void QtWindowHost::MoveFocus(Field& field) {
+void QtWindowHost::MoveFocus(forms::Field& field) {
   if (const auto at = frames_.find(&field.Owner()); at != frames_.end()) {
     at->second->FocusOn(field);
   }
@@ -90,12 +92,12 @@ void QtWindowHost::SetBusy(bool busy) {
 
 void QtWindowHost::ProcessEvents() { QApplication::processEvents(); }
 
-Twips QtWindowHost::ScreenWidth() {
-  return Twips::FromPixels(main_->screen()->availableGeometry().width());
+base::Twips QtWindowHost::ScreenWidth() {
+  return base::Twips::FromPixels(main_->screen()->availableGeometry().width());
 }
 
-Twips QtWindowHost::ScreenHeight() {
-  return Twips::FromPixels(main_->screen()->availableGeometry().height());
+base::Twips QtWindowHost::ScreenHeight() {
+  return base::Twips::FromPixels(main_->screen()->availableGeometry().height());
 }
 
 void QtWindowHost::ReportFailure(std::string_view text) {
@@ -114,7 +116,7 @@ void QtWindowHost::TellActivated(QMdiSubWindow* child) {
   gate_.Later(child, [this, child] {
     // What has come to the front since then counts, not what stood there in between.
     if (area_->activeSubWindow() != child || gate_.Windows() == nullptr) return;
-    for (Window* window : gate_.Windows()->Loaded()) {
+    for (forms::Window* window : gate_.Windows()->Loaded()) {
       const auto at = frames_.find(window);
       if (at == frames_.end() || &at->second->Outer() != child) continue;
       gate_.Windows()->Activated(*window);
@@ -123,4 +125,4 @@ void QtWindowHost::TellActivated(QMdiSubWindow* child) {
   });
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -14,10 +14,10 @@
 #include <QTimer>
 
 #include "base/text.h"
-#include "ui/text.h"
 #include "text_widgets.h"
+#include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // Laying out a paragraph takes as long as it is, each time that something is added to it: a longer
@@ -34,7 +34,7 @@ constexpr std::size_t kSlice = 4096;
 // in the field, and behind the others stands in the field what the document does not show yet.
 class Area : public QPlainTextEdit {
  public:
-  Area(RichText& field, ViewContext& context, QWidget* parent)
+  Area(forms::RichText& field, ViewContext& context, QWidget* parent)
       : QPlainTextEdit(parent), field_(field), context_(context) {
     setReadOnly(true);
     setUndoRedoEnabled(false);
@@ -45,10 +45,11 @@ class Area : public QPlainTextEdit {
     fixed.setPointSizeF(font().pointSizeF());
     setFont(fixed);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
-    edited_ = context.Follow(field.Edited, [this](const RichText::Edit& edit) { Take(edit); });
-    recoloured_ = context.Follow(
-        field.Recoloured,
-        [this](std::size_t start, std::size_t length, Colour) { TakeColours(start, length); });
+    edited_ =
+        context.Follow(field.Edited, [this](const forms::RichText::Edit& edit) { Take(edit); });
+    recoloured_ =
+        context.Follow(field.Recoloured, [this](std::size_t start, std::size_t length,
+                                                base::Colour) { TakeColours(start, length); });
     turn_.setSingleShot(true);
     turn_.setInterval(0);
     connect(&turn_, &QTimer::timeout, this, [this] { CatchUp(); });
@@ -109,10 +110,10 @@ class Area : public QPlainTextEdit {
     return inField < from_ ? inField : inField + gone_;
   }
 
-  QTextCharFormat FormatOf(Colour colour) const {
+  QTextCharFormat FormatOf(base::Colour colour) const {
     QTextCharFormat format;
     // Black is the paper's ink, whatever colour the desktop gives it.
-    if (colour == kBlack) return format;
+    if (colour == base::kBlack) return format;
     QColor ink(colour.red, colour.green, colour.blue);
     // A dark colour is read on dark paper only when it is brightened.
     if (palette().color(QPalette::Base).lightnessF() < 0.5F) {
@@ -122,7 +123,7 @@ class Area : public QPlainTextEdit {
     return format;
   }
 
-  void Take(const RichText::Edit& edit) {
+  void Take(const forms::RichText::Edit& edit) {
     turn_.start();
     if (gone_ == 0) from_ = edit.start;
     if (edit.start >= Kept()) return;
@@ -153,7 +154,7 @@ class Area : public QPlainTextEdit {
     DropGone(cursor);
     PaintStale(cursor);
     cursor.setPosition(Place(widths_.size()));
-    for (const RichText::Run& run : field_.Runs(widths_.size(), kSlice)) Append(cursor, run);
+    for (const forms::RichText::Run& run : field_.Runs(widths_.size(), kSlice)) Append(cursor, run);
     cursor.endEditBlock();
     telling_ = true;
     // Who reads further up keeps his lines, also when the oldest make room for new ones.
@@ -178,9 +179,9 @@ class Area : public QPlainTextEdit {
   void PaintStale(QTextCursor& cursor) {
     if (staleFrom_ < staleTo_) {
       std::size_t at = staleFrom_;
-      for (const RichText::Run& run : field_.Runs(at, staleTo_ - at)) {
+      for (const forms::RichText::Run& run : field_.Runs(at, staleTo_ - at)) {
         cursor.setPosition(Place(at));
-        at += Len(run.text);
+        at += base::Len(run.text);
         cursor.setPosition(Place(at), QTextCursor::KeepAnchor);
         cursor.setCharFormat(FormatOf(run.colour));
       }
@@ -189,7 +190,7 @@ class Area : public QPlainTextEdit {
     staleTo_ = 0;
   }
 
-  void Append(QTextCursor& cursor, const RichText::Run& run) {
+  void Append(QTextCursor& cursor, const forms::RichText::Run& run) {
     QString shown;
     int inParagraph = cursor.positionInBlock();
     for (const char32_t c : ToQt(run.text).toStdU32String()) {
@@ -221,13 +222,13 @@ class Area : public QPlainTextEdit {
     field_.Select(start, InField(Character(cursor.selectionEnd())) - start);
   }
 
-  RichText& field_;
+  forms::RichText& field_;
   ViewContext& context_;
-  Subscription edited_, recoloured_;
+  forms::Subscription edited_, recoloured_;
   std::vector<unsigned char> widths_;
   std::size_t from_ = 0, gone_ = 0;
   // Shown characters that may have another colour in the field.
-  static constexpr std::size_t kNothing = RichText::npos;
+  static constexpr std::size_t kNothing = forms::RichText::npos;
   std::size_t staleFrom_ = kNothing, staleTo_ = 0;
   QTimer turn_;
   bool telling_ = true;
@@ -235,7 +236,7 @@ class Area : public QPlainTextEdit {
 
 }  // namespace
 
-QWidget* MakeRichTextWidget(RichText& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeRichTextWidget(forms::RichText& field, ViewContext& context, QWidget* parent) {
   auto* area = new Area(field, context, parent);
   auto* binding = new FieldBinding(field, *area, context);
   binding->Watch(*area->viewport());
@@ -246,4 +247,4 @@ QWidget* MakeRichTextWidget(RichText& field, ViewContext& context, QWidget* pare
   return area;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,11 +1,11 @@
 // A text area with colours, in a fixed font.
 #pragma once
 
-#include "forms/rich_text.h"
 #include "field_binding.h"
+#include "forms/rich_text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-QWidget* MakeRichTextWidget(RichText& field, ViewContext& context, QWidget* parent);
+QWidget* MakeRichTextWidget(forms::RichText& field, ViewContext& context, QWidget* parent);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

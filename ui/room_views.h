@@ -5,7 +5,7 @@
 
 #include "views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 const std::vector<View>& LogViews();
 const std::vector<View>& ContestViews();
@@ -16,4 +16,4 @@ const std::vector<View>& LinksViews();
 const std::vector<View>& TablesViews();
 const std::vector<View>& AdifViews();
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

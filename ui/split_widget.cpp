@@ -4,12 +4,12 @@
 
 #include "base/units.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // Each of two areas gives 25 twips of its half.
-constexpr Twips kBorder(50);
-constexpr Twips kLowest(500);
+constexpr base::Twips kBorder(50);
+constexpr base::Twips kLowest(500);
 
 }  // namespace
 
@@ -45,4 +45,4 @@ void SplitWidget::Share() {
   setSizes(QList<int>(count(), height()));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -3,7 +3,7 @@
 
 #include <QSplitter>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // Each area that shows has its equal share, anew whenever the widget is resized or an area comes or
 // goes; none gets lower than 500 twips.
@@ -23,4 +23,4 @@ class SplitWidget : public QSplitter {
   int shared_ = 0;  // the areas among which the height was shared last
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

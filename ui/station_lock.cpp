@@ -5,14 +5,14 @@
 #include "core/files.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 StationLock::StationLock(const QString& directory)
     : lock_(directory + QStringLiteral("/Brenvo.lock")) {
   // However old, the lock of a program that runs counts.
   lock_.setStaleLockTime(0);
   if (!directory.isEmpty() && lock_.tryLock()) return;
-  refusal_ = ToQt(WhyNotEntered(PathFromQt(directory)));
+  refusal_ = ToQt(core::WhyNotEntered(PathFromQt(directory)));
   if (!refusal_.isEmpty()) return;
   QString words;
   switch (lock_.error()) {
@@ -33,4 +33,4 @@ StationLock::StationLock(const QString& directory)
   refusal_ = words.arg(QDir::toNativeSeparators(directory));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -6,9 +6,9 @@
 #include "base/units.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-QWidget* MakeStatusBar(StatusBar& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeStatusBar(forms::StatusBar& field, ViewContext& context, QWidget* parent) {
   auto* bar = new QWidget(parent);
   auto* row = new QHBoxLayout(bar);
   row->setContentsMargins(8, 2, 8, 3);
@@ -48,4 +48,4 @@ QWidget* MakeStatusBar(StatusBar& field, ViewContext& context, QWidget* parent) 
   return bar;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,11 +1,11 @@
 // The row of panels at a window's foot.
 #pragma once
 
-#include "forms/status_bar.h"
 #include "field_binding.h"
+#include "forms/status_bar.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-QWidget* MakeStatusBar(StatusBar& field, ViewContext& context, QWidget* parent);
+QWidget* MakeStatusBar(forms::StatusBar& field, ViewContext& context, QWidget* parent);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,6 +1,6 @@
 #include "room_views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 Piece UserView() {
@@ -69,4 +69,4 @@ const std::vector<View>& TablesViews() {
   return kViews;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

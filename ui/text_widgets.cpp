@@ -11,12 +11,12 @@
 #include "date_edit.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 constexpr auto kDateFormat = "dd/MM/yyyy";
 
-QWidget* Bound(TextEdit* edit, TextField& field, ViewContext& context) {
+QWidget* Bound(TextEdit* edit, forms::TextField& field, ViewContext& context) {
   auto* binding = new FieldBinding(field, *edit, context);
   binding->WatchDoubleClicks();
   binding->OnShow = [edit] { edit->Follow(); };
@@ -36,7 +36,7 @@ QString CharactersOf(const QKeyEvent& event) {
   return event.text();
 }
 
-TextEdit::TextEdit(TextField& field, ViewContext& context, QWidget* parent)
+TextEdit::TextEdit(forms::TextField& field, ViewContext& context, QWidget* parent)
     : QLineEdit(parent), field_(field), context_(context) {
   connect(this, &QLineEdit::selectionChanged, this, [this] { TellSelection(); });
   connect(this, &QLineEdit::cursorPositionChanged, this, [this] { TellSelection(); });
@@ -73,7 +73,8 @@ void TextEdit::FollowSelection() {
 
 void TextEdit::TellSelection() {
   if (following_ || !context_.Alive()) return;
-  // A list writes the entry it offers before it is chosen: to report it would bring the old one back.
+  // A list writes the entry it offers before it is chosen: to report it would bring the old one
+  // back.
   if (text() != ToQt(field_.Text())) return;
   const bool selected = hasSelectedText();
   const qsizetype start = selected ? selectionStart() : cursorPosition();
@@ -94,9 +95,9 @@ void TextEdit::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     // Without a handler of its own the key is the window's.
     event->setAccepted(static_cast<bool>(field_.OnEnter));
-    Type(kEnter);
+    Type(forms::kEnter);
   } else if (event->key() == Qt::Key_Backspace && event->modifiers() == Qt::NoModifier) {
-    Type(kBackspace);
+    Type(forms::kBackspace);
   } else if (!characters.isEmpty()) {
     for (const char32_t c : characters.toStdU32String()) Type(c);
   } else if (!EditKey(event)) {
@@ -141,8 +142,8 @@ void TextEdit::Edited(const QString& before, const QString& after) {
   const QString added = InOneLine(after.mid(head, after.size() - head - tail));
   const std::string passed = field_.FilterText(FromQt(added));
   std::string whole = FromQt(after.left(head)) + passed + FromQt(after.right(tail));
-  if (field_.MaxLength > 0) whole = Left(whole, field_.MaxLength);
-  const std::size_t caret = CharactersBefore(after, head) + Len(passed);
+  if (field_.MaxLength > 0) whole = base::Left(whole, field_.MaxLength);
+  const std::size_t caret = CharactersBefore(after, head) + base::Len(passed);
   context_.Run([this, &whole] { field_.EditText(whole); });
   if (!context_.Alive()) return;
   Follow();
@@ -170,7 +171,7 @@ bool MaskedEdit::EditKey(QKeyEvent* event) {
   if (event->matches(QKeySequence::Paste)) return false;
   if (event->key() == Qt::Key_Delete) {
     if (!hasSelectedText()) setSelection(cursorPosition(), 1);
-    if (hasSelectedText()) Type(kBackspace);
+    if (hasSelectedText()) Type(forms::kBackspace);
     return true;
   }
   return event->key() == Qt::Key_Backspace;
@@ -190,21 +191,21 @@ void MaskedEdit::Edited(const QString& before, const QString& after) {
     Follow();
     return;
   }
-  field_.Select(0, Len(field_.Text()));
-  Type(kBackspace);
+  field_.Select(0, base::Len(field_.Text()));
+  Type(forms::kBackspace);
   if (context_.Alive()) field_.Select(0, 0);
   for (const char32_t c : typed.toStdU32String()) Type(c);
 }
 
-QWidget* MakeTextEdit(TextField& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeTextEdit(forms::TextField& field, ViewContext& context, QWidget* parent) {
   return Bound(new TextEdit(field, context, parent), field, context);
 }
 
-QWidget* MakeMaskedEdit(MaskedField& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeMaskedEdit(forms::MaskedField& field, ViewContext& context, QWidget* parent) {
   return Bound(new MaskedEdit(field, context, parent), field, context);
 }
 
-QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent) {
+QWidget* MakeDateEdit(forms::DatePicker& field, ViewContext& context, QWidget* parent) {
   auto* edit = new DateEdit(parent);
   auto* binding = new FieldBinding(field, *edit, context);
   binding->OnShow = [edit, &field] {
@@ -225,4 +226,4 @@ QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent) 
   return edit;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

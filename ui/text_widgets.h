@@ -4,10 +4,10 @@
 #include <QComboBox>
 #include <QLineEdit>
 
-#include "forms/text_field.h"
 #include "field_binding.h"
+#include "forms/text_field.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // Characters that a key press carries; none for commands.
 QString CharactersOf(const QKeyEvent& event);
@@ -16,7 +16,7 @@ QString CharactersOf(const QKeyEvent& event);
 // input methods) is done here and handed over with what it added filtered.
 class TextEdit : public QLineEdit {
  public:
-  TextEdit(TextField& field, ViewContext& context, QWidget* parent);
+  TextEdit(forms::TextField& field, ViewContext& context, QWidget* parent);
 
   // The line as the field has it.
   void Follow();
@@ -34,7 +34,7 @@ class TextEdit : public QLineEdit {
   virtual void Edited(const QString& before, const QString& after);
 
   void Type(char32_t key);
-  TextField& field_;
+  forms::TextField& field_;
   ViewContext& context_;
 
  private:
@@ -53,8 +53,8 @@ class MaskedEdit : public TextEdit {
   void Edited(const QString& before, const QString& after) override;
 };
 
-QWidget* MakeTextEdit(TextField& field, ViewContext& context, QWidget* parent);
-QWidget* MakeMaskedEdit(MaskedField& field, ViewContext& context, QWidget* parent);
-QWidget* MakeDateEdit(DatePicker& field, ViewContext& context, QWidget* parent);
+QWidget* MakeTextEdit(forms::TextField& field, ViewContext& context, QWidget* parent);
+QWidget* MakeMaskedEdit(forms::MaskedField& field, ViewContext& context, QWidget* parent);
+QWidget* MakeDateEdit(forms::DatePicker& field, ViewContext& context, QWidget* parent);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -4,7 +4,7 @@
 #include <QAbstractSpinBox>
 #include <QApplication>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 void FinishInput() {
   QWidget* const focus = QApplication::focusWidget();
@@ -22,4 +22,4 @@ void FinishInput() {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

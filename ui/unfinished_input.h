@@ -2,10 +2,10 @@
 // text of an open cell, until the keyboard goes elsewhere.
 #pragma once
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // Hands it over as going elsewhere would. A command that runs from a key, a tool bar or a menu
 // takes the keyboard from no field, and would work on what stood there before.
 void FinishInput();
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -8,7 +8,7 @@
 #include "forms/field.h"
 #include "ui/event_gate.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // Outlives the window: widgets may still be met by Qt when the window's fields are gone, and then
 // nothing of theirs reaches the logic any more.
@@ -32,31 +32,31 @@ class ViewContext {
   // Follows a signal of the window or of its fields as long as the window lives and the handle is
   // kept.
   template <class... Args, class Work>
-  [[nodiscard]] Subscription Follow(Signal<Args...>& signal, Work work) {
+  [[nodiscard]] forms::Subscription Follow(forms::Signal<Args...>& signal, Work work) {
     return signal.Subscribe([this, work = std::move(work)](Args... args) {
       if (alive_) work(args...);
     });
   }
   // The pointer stands on a field; its hover event runs once until it stands on another.
-  void Hover(Field& field) {
+  void Hover(forms::Field& field) {
     if (hovered_ == &field) return;
     hovered_ = &field;
     Run([&field] { field.Hover(); });
   }
   // A dialog waits before this window, and nothing of its own is to be done until that closes.
-  bool BehindDialog(const Window& window) const { return gate_.BehindDialog(window); }
-  void Unhover(Field& field) {
+  bool BehindDialog(const forms::Window& window) const { return gate_.BehindDialog(window); }
+  void Unhover(forms::Field& field) {
     if (hovered_ == &field) hovered_ = nullptr;
   }
   // The field that the operator is in, whatever window stands before it.
-  Field* Focused() const { return focused_; }
-  void SetFocused(Field* field) { focused_ = field; }
+  forms::Field* Focused() const { return focused_; }
+  void SetFocused(forms::Field* field) { focused_ = field; }
 
  private:
   EventGate& gate_;
   bool alive_ = true;
-  Field* hovered_ = nullptr;
-  Field* focused_ = nullptr;
+  forms::Field* hovered_ = nullptr;
+  forms::Field* focused_ = nullptr;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

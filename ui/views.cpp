@@ -4,7 +4,7 @@
 
 #include "room_views.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 const View* FindView(std::string_view window) {
   for (const auto* views : {&LogViews(), &ContestViews(), &AwardsViews(), &MapsViews(),
@@ -16,4 +16,4 @@ const View* FindView(std::string_view window) {
   return nullptr;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

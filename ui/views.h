@@ -7,7 +7,7 @@
 #include "forms/window.h"
 #include "layout.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 struct View {
   std::string_view window;
@@ -17,4 +17,4 @@ struct View {
 // The view of a window of that name; null when it has none of its own.
 const View* FindView(std::string_view window);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

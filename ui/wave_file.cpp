@@ -5,7 +5,7 @@
 
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 constexpr quint16 kPcm = 1, kFloat = 3, kExtensible = 0xFFFE;
@@ -62,4 +62,4 @@ std::optional<WaveFile> ReadWaveFile(const std::filesystem::path& path) {
   return wave;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -6,7 +6,7 @@
 #include <QAudioFormat>
 #include <QByteArray>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 struct WaveFile {
   QAudioFormat format;
@@ -17,4 +17,4 @@ struct WaveFile {
 // Nothing when the file is missing, is no wave file, or holds compressed sound.
 std::optional<WaveFile> ReadWaveFile(const std::filesystem::path& file);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

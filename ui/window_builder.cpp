@@ -11,12 +11,12 @@
 #include <QLineEdit>
 #include <QScrollArea>
 
-#include "forms/field_visit.h"
 #include "field_binding.h"
+#include "forms/field_visit.h"
 #include "split_widget.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 using Kind = Piece::Kind;
@@ -55,7 +55,7 @@ class Body : public QScrollArea {
 
 }  // namespace
 
-WindowBuilder::WindowBuilder(Window& window, ViewContext& context, QWidget& owner)
+WindowBuilder::WindowBuilder(forms::Window& window, ViewContext& context, QWidget& owner)
     : window_(window), context_(context), owner_(owner), commands_(context, owner) {}
 
 QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
@@ -72,8 +72,8 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
     }
     commands_.Fill(*bar, window_.MenuBar);
   }
-  for (Field* field : window_.Fields()) {
-    if (auto* bar = FieldAs<ToolBar>(*field)) {
+  for (forms::Field* field : window_.Fields()) {
+    if (auto* bar = forms::FieldAs<forms::ToolBar>(*field)) {
       column->addWidget(commands_.MakeToolBar(*bar, inside));
     }
   }
@@ -84,8 +84,8 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
   if (QWidget* all = Make(layout, fields)) around->addWidget(all);
   body->setWidget(fields);
   column->addWidget(body, 1);
-  for (Field* field : window_.Fields()) {
-    if (auto* bar = FieldAs<StatusBar>(*field)) {
+  for (forms::Field* field : window_.Fields()) {
+    if (auto* bar = forms::FieldAs<forms::StatusBar>(*field)) {
       column->addWidget(MakeFieldWidget(*bar, context_, inside, Look::kPlain));
     }
   }
@@ -94,14 +94,14 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
   return inside;
 }
 
-QWidget* WindowBuilder::WidgetOf(Field& field) const {
+QWidget* WindowBuilder::WidgetOf(forms::Field& field) const {
   const auto at = widgets_.find(&field);
   return at == widgets_.end() ? nullptr : at->second;
 }
 
 bool WindowBuilder::Exists(const Piece& piece) const {
   if (piece.kind == Kind::kField) {
-    const Field* field = window_.FindField(piece.name);
+    const forms::Field* field = window_.FindField(piece.name);
     return field != nullptr && !commands_.Shows(*field);
   }
   if (piece.kind == Kind::kText || piece.kind == Kind::kSpace) return true;
@@ -112,7 +112,7 @@ bool WindowBuilder::Exists(const Piece& piece) const {
 bool WindowBuilder::Grows(const Piece& piece) const {
   switch (piece.kind) {
     case Kind::kField: {
-      Field* field = window_.FindField(piece.name);
+      forms::Field* field = window_.FindField(piece.name);
       return field != nullptr && (FillsRoom(*field) || piece.look == Look::kLines) &&
              piece.look != Look::kSmall;
     }
@@ -155,7 +155,7 @@ QWidget* WindowBuilder::Make(const Piece& piece, QWidget* parent) {
 }
 
 QWidget* WindowBuilder::MakeField(const Piece& piece, QWidget* parent) {
-  Field& field = *window_.FindField(piece.name);
+  forms::Field& field = *window_.FindField(piece.name);
   QWidget* widget = MakeFieldWidget(field, context_, parent, piece.look);
   if (widget == nullptr) return nullptr;
   SetWidth(*widget, piece, Characters(piece));
@@ -165,13 +165,13 @@ QWidget* WindowBuilder::MakeField(const Piece& piece, QWidget* parent) {
 
 int WindowBuilder::Characters(const Piece& piece) const {
   if (piece.kind != Kind::kField || piece.characters > 0) return piece.characters;
-  const Field* field = window_.FindField(piece.name);
+  const forms::Field* field = window_.FindField(piece.name);
   return field == nullptr ? 0 : field->WidthInCharacters();
 }
 
 std::string WindowBuilder::LabelOf(const Piece& piece) const {
   if (piece.kind != Kind::kField && piece.kind != Kind::kLine) return "";
-  Field* field = window_.FindField(piece.name);
+  forms::Field* field = window_.FindField(piece.name);
   if (field == nullptr) return "";
   switch (piece.label) {
     case Piece::Label::kNone:
@@ -190,7 +190,7 @@ std::string WindowBuilder::LabelOf(const Piece& piece) const {
 QWidget* WindowBuilder::MakeLabelOf(const Piece& piece, QWidget& widget, QWidget* parent) {
   const std::string words = LabelOf(piece);
   if (words.empty()) return nullptr;
-  Field* field = piece.kind == Kind::kField ? window_.FindField(piece.name) : nullptr;
+  forms::Field* field = piece.kind == Kind::kField ? window_.FindField(piece.name) : nullptr;
   auto* label = new QLabel(ToQt(words), parent);
   label->setBuddy(&widget);
   QSizePolicy room = label->sizePolicy();
@@ -284,7 +284,7 @@ QWidget* WindowBuilder::MakeForm(const Piece& piece, QWidget* parent) {
 }
 
 QWidget* WindowBuilder::MakeFrame(const Piece& piece, QWidget* parent) {
-  Field* const panel = window_.FindField(piece.name);
+  forms::Field* const panel = window_.FindField(piece.name);
   const QString title = ToQt(panel != nullptr ? panel->Caption() : piece.words).trimmed();
   QWidget* frame = title.isEmpty() ? new QWidget(parent) : new QGroupBox(title, parent);
   auto* box = new QVBoxLayout(frame);
@@ -295,7 +295,7 @@ QWidget* WindowBuilder::MakeFrame(const Piece& piece, QWidget* parent) {
   }
   if (QWidget* inside = Make(piece.pieces.front(), frame)) box->addWidget(inside);
   if (panel != nullptr) {
-    auto* area = FieldAs<Panel>(*panel);
+    auto* area = forms::FieldAs<forms::Panel>(*panel);
     auto* binding = area != nullptr ? new PanelBinding(*area, *frame, context_)
                                     : new FieldBinding(*panel, *frame, context_);
     binding->Show();
@@ -313,7 +313,7 @@ QWidget* WindowBuilder::MakeEither(const Piece& piece, QWidget* parent) {
   for (QWidget* each : {shown, otherwise}) {
     if (each != nullptr) box->addWidget(each);
   }
-  Field* panel = window_.FindField(piece.name);
+  forms::Field* panel = window_.FindField(piece.name);
   if (panel == nullptr || shown == nullptr) return both;
   // The panel is the first piece itself, so that its hint and state are its field's.
   auto* binding = new FieldBinding(*panel, *shown, context_);
@@ -340,7 +340,7 @@ QWidget* WindowBuilder::MakeSplit(const Piece& piece, QWidget* parent) {
 // The menu under the right button comes behind the field's own event, which says what it is about.
 void WindowBuilder::AddPopups() {
   for (const auto& [field, widget] : widgets_) {
-    Menu* menu = ContextMenuOf(*field);
+    forms::Menu* menu = ContextMenuOf(*field);
     if (menu == nullptr) continue;
     QMenu* popup = commands_.MakeMenu(*menu);
     QObject::connect(widget, &QWidget::customContextMenuRequested, widget,
@@ -353,7 +353,7 @@ void WindowBuilder::AddPopups() {
 // The keyboard goes from field to field in the order of their declaration.
 void WindowBuilder::SetTabOrder() {
   QWidget* before = nullptr;
-  for (Field* field : window_.Fields()) {
+  for (forms::Field* field : window_.Fields()) {
     QWidget* widget = WidgetOf(*field);
     if (widget == nullptr || (widget->focusPolicy() & Qt::TabFocus) == 0) continue;
     if (before != nullptr) QWidget::setTabOrder(before, widget);
@@ -362,9 +362,9 @@ void WindowBuilder::SetTabOrder() {
 }
 
 QWidget* WindowBuilder::FirstField() const {
-  for (Field* field : window_.Fields()) {
+  for (forms::Field* field : window_.Fields()) {
     // A text to be read is no place to begin: who opens a terminal wants to write.
-    if (FieldAs<RichText>(*field) != nullptr) continue;
+    if (forms::FieldAs<forms::RichText>(*field) != nullptr) continue;
     QWidget* widget = WidgetOf(*field);
     if (widget != nullptr && (widget->focusPolicy() & Qt::TabFocus) != 0 && field->Enabled() &&
         widget->isVisible()) {
@@ -374,13 +374,13 @@ QWidget* WindowBuilder::FirstField() const {
   return nullptr;
 }
 
-Piece LayoutOf(const Window& window) {
+Piece LayoutOf(const forms::Window& window) {
   std::vector<Piece> lines, large, buttons, boxes;
   std::vector<Piece> line;
   const auto endLine = [&] {
     if (!line.empty()) lines.push_back(Line(std::exchange(line, {})));
   };
-  for (Field* field : window.Fields()) {
+  for (forms::Field* field : window.Fields()) {
     const std::string& name = field->Name();
     switch (PlaceOf(*field)) {
       case Place::kBar:
@@ -419,4 +419,4 @@ Piece LayoutOf(const Window& window) {
   return Column(std::move(all));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -6,22 +6,22 @@
 #include <QMenuBar>
 #include <QWidget>
 
-#include "forms/window.h"
 #include "command_widgets.h"
+#include "forms/window.h"
 #include "layout.h"
 #include "view_context.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 class WindowBuilder {
  public:
-  WindowBuilder(Window& window, ViewContext& context, QWidget& owner);
+  WindowBuilder(forms::Window& window, ViewContext& context, QWidget& owner);
 
   // The inside: menu bar, tool bars, the layout, status bar. The main frame brings a menu bar of
   // its own.
   QWidget* Build(const Piece& layout, QMenuBar* menuBar = nullptr);
   // The widget of a field; null when it has none.
-  QWidget* WidgetOf(Field& field) const;
+  QWidget* WidgetOf(forms::Field& field) const;
   // The first field to work in that the keyboard reaches; null when there is none.
   QWidget* FirstField() const;
 
@@ -44,15 +44,15 @@ class WindowBuilder {
   void AddPopups();
   void SetTabOrder();
 
-  Window& window_;
+  forms::Window& window_;
   ViewContext& context_;
   QWidget& owner_;
   CommandWidgets commands_;
-  std::map<Field*, QWidget*> widgets_;
+  std::map<forms::Field*, QWidget*> widgets_;
 };
 
 // A decent layout for a window that has none of its own: its fields in the order of their
 // declaration.
-Piece LayoutOf(const Window& window);
+Piece LayoutOf(const forms::Window& window);
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

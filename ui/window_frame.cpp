@@ -22,15 +22,15 @@
 #include "views.h"
 #include "window_builder.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // How far a window opens from the corner of one that stands there already, pixels.
 constexpr int kCascadeStep = 28;
 
-WindowState StateOf(const QWidget& widget) {
-  if (widget.isMinimized()) return WindowState::kMinimised;
-  return widget.isMaximized() ? WindowState::kMaximised : WindowState::kNormal;
+forms::WindowState StateOf(const QWidget& widget) {
+  if (widget.isMinimized()) return forms::WindowState::kMinimised;
+  return widget.isMaximized() ? forms::WindowState::kMaximised : forms::WindowState::kNormal;
 }
 
 // Moves and shrinks a place until it lies within the room.
@@ -61,7 +61,7 @@ struct WindowFrame::Parts {
   std::unique_ptr<WindowBuilder> builder;
 };
 
-WindowFrame::WindowFrame(Window& window, Kind kind, EventGate& gate, QMainWindow& main,
+WindowFrame::WindowFrame(forms::Window& window, Kind kind, EventGate& gate, QMainWindow& main,
                          MapArea& area)
     : window_(window),
       kind_(kind),
@@ -220,7 +220,7 @@ void WindowFrame::Hide() {
   if (waiting_ != nullptr) waiting_->quit();
 }
 
-void WindowFrame::FocusOn(Field& field) {
+void WindowFrame::FocusOn(forms::Field& field) {
   if (QWidget* widget = parts_->builder->WidgetOf(field)) widget->setFocus(Qt::OtherFocusReason);
 }
 
@@ -242,13 +242,13 @@ void WindowFrame::ReportSoon() {
 
 void WindowFrame::Report() {
   if (outer_ == nullptr || !outer_->isVisible()) return;
-  const WindowState state = StateOf(*outer_);
+  const forms::WindowState state = StateOf(*outer_);
   const QRect now = Current();
-  Bounds bounds = window_.GetBounds();
+  forms::Bounds bounds = window_.GetBounds();
   // Whole pixels only: what stands at the same pixel has not moved.
-  if (state == WindowState::kNormal) {
-    const auto follow = [](Twips& twips, int pixels) {
-      if (twips.Pixels() != pixels) twips = Twips::FromPixels(pixels);
+  if (state == forms::WindowState::kNormal) {
+    const auto follow = [](base::Twips& twips, int pixels) {
+      if (twips.Pixels() != pixels) twips = base::Twips::FromPixels(pixels);
     };
     follow(bounds.left, now.x());
     follow(bounds.top, now.y());
@@ -258,8 +258,9 @@ void WindowFrame::Report() {
   const QSize inner = InnerSize();
   gate_.Run([&] {
     if (bounds != window_.GetBounds() || state != window_.State()) window_.Moved(bounds, state);
-    if (state != WindowState::kMinimised) {
-      window_.SetScale(Twips::FromPixels(inner.width()), Twips::FromPixels(inner.height()));
+    if (state != forms::WindowState::kMinimised) {
+      window_.SetScale(base::Twips::FromPixels(inner.width()),
+                       base::Twips::FromPixels(inner.height()));
     }
   });
 }
@@ -336,4 +337,4 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event) {
   return false;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -4,10 +4,10 @@
 
 #include "bench/support/hand.h"
 #include "station/station.h"
-#include "tools/mklog/log_maker.h"
 #include "tests/support/places.h"
+#include "tools/mklog/log_maker.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 std::filesystem::path LogOf(std::int64_t contacts) {
@@ -28,8 +28,7 @@ std::filesystem::path LogOf(std::int64_t contacts) {
 }  // namespace
 
 BenchDirectory::BenchDirectory(std::int64_t contacts) {
-  for (const auto& each :
-       std::filesystem::directory_iterator(BuildDir() / "delivered")) {
+  for (const auto& each : std::filesystem::directory_iterator(BuildDir() / "delivered")) {
     if (each.path().filename() == "Brenvo.mdb") continue;
     std::filesystem::create_symlink(each.path(), Path() / each.path().filename());
   }
@@ -51,4 +50,4 @@ BenchStation::~BenchStation() {
   sqlite3_close(file);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::bench

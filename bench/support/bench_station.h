@@ -11,7 +11,7 @@
 #include "recorder/recording_platform.h"
 #include "tests/support/scratch_directory.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 
 // A printer whose pages cost nothing.
 class QuietPrinter : public RecordingPrinter {
@@ -72,4 +72,4 @@ class BenchStation {
   sqlite3* file = nullptr;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::bench

@@ -8,7 +8,7 @@
 
 #include "base/number.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 namespace {
 
 std::string TimeText(double milliseconds) {
@@ -85,4 +85,4 @@ void Figures::Value(std::int64_t contacts, std::string_view task, std::string_vi
   std::fflush(stdout);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::bench

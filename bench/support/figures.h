@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::bench {
 
 // Processor time of this thread, milliseconds: what else the machine does is not counted.
 double ProcessorTime();
@@ -57,4 +57,4 @@ class Figures {
   std::vector<std::int64_t> sizes_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::bench

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::bench {
 
 void RunByHand(sqlite3* file, const char* sql) {
   if (sqlite3_exec(file, sql, nullptr, nullptr, nullptr) == SQLITE_OK) return;
@@ -67,4 +67,4 @@ void Hand::Touch() const {
   static_cast<void>(last);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::bench

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::bench {
 
 // Runs statements without an answer. Throws std::runtime_error with what SQLite says.
 void RunByHand(sqlite3* file, const char* sql);
@@ -42,4 +42,4 @@ class Hand {
   sqlite3_stmt* statement_ = nullptr;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::bench

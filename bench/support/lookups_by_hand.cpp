@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::bench {
 
 LookupsByHand::LookupsByHand(sqlite3* file, std::string band, std::string qsoNr)
     : file_(file),
@@ -90,4 +90,4 @@ void LookupsByHand::Shown(std::string_view call, std::string_view country,
   if (locator.size() == 6) Square(locator);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::bench

@@ -6,7 +6,7 @@
 
 #include "bench/support/hand.h"
 
-namespace brenvo {
+namespace brenvo::bench {
 
 // On a file with the log's schema; each answer is the text that the status bar would show.
 class LookupsByHand {
@@ -40,4 +40,4 @@ class LookupsByHand {
   Hand provinces_, known_, prefix_, country_, province_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::bench

@@ -6,7 +6,7 @@
 #include "tests/adif/reader_support.h"
 #include "tests/support/adif_samples.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 using testing::HasSubstr;
@@ -189,4 +189,4 @@ TEST_F(AdifAccountingTest, GarbageHoweverLargeStoresNothingAndEndsInAClearWord) 
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::adif

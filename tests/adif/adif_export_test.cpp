@@ -5,7 +5,7 @@
 #include "tests/support/adif_samples.h"
 #include "tools/mklog/log_maker.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 using testing::HasSubstr;
@@ -79,7 +79,7 @@ TEST_F(AdifExportTest, ContactsOfOneMinuteInSeveralModesComeBackAsTheyWere) {
 }
 
 TEST_F(AdifExportTest, ContactsOfDecadesComeBackAsTheyWere) {
-  MakeLog(directory.Path() / "Brenvo.mdb", Thoroughly(400, 100'000));
+  mklog::MakeLog(directory.Path() / "Brenvo.mdb", Thoroughly(400, 100'000));
   ExpectRoundTrip();
 }
 
@@ -144,7 +144,7 @@ TEST_F(AdifExportTest, InAsciiLettersLoseTheirMarksForOthersButNotForUs) {
   for (const char* field : {"<NAME:6>Lukasz ", "<QTH:13>Citta di Lodz ", "<MY_CITY:5>Forli "}) {
     EXPECT_THAT(file, HasSubstr(field));
   }
-  EXPECT_TRUE(IsAscii(file));
+  EXPECT_TRUE(base::IsAscii(file));
   ExpectRoundTrip(AdifLetters::kAscii);
   EXPECT_EQ(Rows("Select Qra,Qth from Log order by DataQso"),
             (Texts{"Łukasz|Città di Łódź", "Mario|"}));
@@ -241,4 +241,4 @@ TEST_F(AdifExportTest, OnlyUserFieldsOfTheSelectionAreDeclared) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::adif

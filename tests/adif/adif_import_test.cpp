@@ -6,7 +6,7 @@
 #include "tests/adif/adif_station.h"
 #include "tests/support/adif_samples.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 using testing::Contains;
@@ -530,7 +530,7 @@ TEST_F(AdifImportTest, WhatIsKeptOfADeletedContactGoesWithTheCompaction) {
   EXPECT_THAT(Export(), Not(HasSubstr("SWEATERSIZE"))) << "its user fields are not declared";
   const Texts others = Rows("Select * from LogAdif where QsoNr<>1 order by Campo");
   ASSERT_THAT(others, Not(IsEmpty()));
-  CompattaDatabase(session);
+  core::CompattaDatabase(session);
   EXPECT_EQ(Rows("Select * from LogAdif order by Campo"), others);
 }
 
@@ -546,8 +546,8 @@ TEST_F(AdifImportTest, AnotherKindOfFileIsRefusedByItsName) {
 
 TEST_F(AdifImportTest, ThePreviewTellsWhatTheFileHolds) {
   const ImportPreview preview = Preview(Sample("wsjtx.adi"));
-  EXPECT_EQ(DateText(*preview.first), "15/01/2023");
-  EXPECT_EQ(DateText(*preview.last), "12/08/2023");
+  EXPECT_EQ(base::DateText(*preview.first), "15/01/2023");
+  EXPECT_EQ(base::DateText(*preview.last), "12/08/2023");
   EXPECT_EQ(preview.bands,
             (std::map<std::string, std::int64_t>{{"  6 m", 1}, {" 15 m", 1}, {" 20 m", 1}}));
   EXPECT_EQ(preview.modes,
@@ -556,4 +556,4 @@ TEST_F(AdifImportTest, ThePreviewTellsWhatTheFileHolds) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::adif

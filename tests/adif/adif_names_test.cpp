@@ -10,17 +10,15 @@
 #include "base/csv.h"
 #include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
-CsvTable Facts(const char* name) {
-  return ReadCsv(SourceDir() / "data" / name);
-}
+base::CsvTable Facts(const char* name) { return base::ReadCsv(SourceDir() / "data" / name); }
 
 TEST(AdifNamesTest, EveryCountryOfTheTableHasItsNumber) {
-  const CsvTable countries = Facts("Country.csv");
+  const base::CsvTable countries = Facts("Country.csv");
   std::set<int> numbers;
-  for (const CsvTable::Row& row : countries.Rows) {
+  for (const base::CsvTable::Row& row : countries.Rows) {
     const DxccEntity* entity = FindDxccEntityOf(row.Cells[0]);
     ASSERT_NE(entity, nullptr) << row.Cells[0];
     EXPECT_EQ(FindDxccEntity(entity->number), entity);
@@ -36,8 +34,8 @@ TEST(AdifNamesTest, EveryCountryOfTheTableHasItsNumber) {
 
 TEST(AdifNamesTest, ZonesOfACountryStandInThePrefixTableOrHere) {
   std::set<std::string> listed;
-  for (const CsvTable::Row& row : Facts("Prefissi.csv").Rows) listed.insert(row.Cells[1]);
-  for (const CsvTable::Row& row : Facts("Country.csv").Rows) {
+  for (const base::CsvTable::Row& row : Facts("Prefissi.csv").Rows) listed.insert(row.Cells[1]);
+  for (const base::CsvTable::Row& row : Facts("Country.csv").Rows) {
     const DxccZones* zones = FindDxccZones(row.Cells[0]);
     EXPECT_NE(zones != nullptr, listed.contains(row.Cells[0])) << row.Cells[0];
     if (zones == nullptr) continue;
@@ -50,17 +48,17 @@ TEST(AdifNamesTest, ZonesOfACountryStandInThePrefixTableOrHere) {
 }
 
 TEST(AdifNamesTest, EveryBandOfTheStationIsOneOfTheStandard) {
-  for (const CsvTable::Row& row : Facts("UserRTX.csv").Rows) {
+  for (const base::CsvTable::Row& row : Facts("UserRTX.csv").Rows) {
     std::string name = row.Cells[0];
     std::erase(name, ' ');
     const AdifBand* band = FindAdifBand(name);
     ASSERT_NE(band, nullptr) << name;
-    EXPECT_EQ(AdifBandAt(Mhz(std::stod(row.Cells[1]))), band) << name;
+    EXPECT_EQ(AdifBandAt(base::Mhz(std::stod(row.Cells[1]))), band) << name;
   }
 }
 
 TEST(AdifNamesTest, EveryModeOfTheListButTheSatelliteHasItsWord) {
-  for (const CsvTable::Row& row : Facts("Modi.csv").Rows) {
+  for (const base::CsvTable::Row& row : Facts("Modi.csv").Rows) {
     const std::string& mode = row.Cells[1];
     EXPECT_EQ(FindAdifMode(AdifWordOf(mode)).has_value(), mode != kSatellite) << mode;
   }
@@ -73,7 +71,7 @@ TEST(AdifNamesTest, EveryModeOfTheListButTheSatelliteHasItsWord) {
 }
 
 TEST(AdifNamesTest, EveryPropagationOfTheListHasItsWord) {
-  for (const CsvTable::Row& row : Facts("Propagazione.csv").Rows) {
+  for (const base::CsvTable::Row& row : Facts("Propagazione.csv").Rows) {
     if (row.Cells[1].empty()) continue;
     EXPECT_FALSE(AdifPropagationOf(row.Cells[1]).empty()) << row.Cells[1];
   }
@@ -113,4 +111,4 @@ TEST(AdifNamesTest, TheSatellitesShorthandIsReadAsTheLabelsReadIt) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::adif

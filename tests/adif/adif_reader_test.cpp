@@ -5,7 +5,7 @@
 #include "adif/adif_writer.h"
 #include "tests/adif/reader_support.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 using testing::HasSubstr;
@@ -288,4 +288,4 @@ TEST(AdifReaderTest, AnotherKindOfFileIsCalledByItsName) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -11,11 +11,11 @@
 #include "adif/adif_export.h"
 #include "adif/adif_import.h"
 #include "tests/support/golden.h"
+#include "tests/support/places.h"
 #include "tests/support/station.h"
 #include "tests/support/thoroughly.h"
-#include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 using Texts = std::vector<std::string>;
 
@@ -74,4 +74,4 @@ class AdifStation : public StationTest {
   std::string Report;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

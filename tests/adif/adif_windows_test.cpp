@@ -7,7 +7,7 @@
 #include "tests/adif/adif_station.h"
 #include "tests/support/adif_samples.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 using testing::Contains;
@@ -24,7 +24,7 @@ class AdifWindowsTest : public AdifStation {
   // The menu's command on a file, with what the operator does in the window.
   void Import(const std::filesystem::path& file, const std::function<void(ImportaAdif&)>& inside) {
     machine.Picks().Queue(file);
-    InDialogs([&](Window& window) {
+    InDialogs([&](forms::Window& window) {
       auto& import = static_cast<ImportaAdif&>(window);
       Event([&] { inside(import); });
       if (import.Visible()) import.Close();
@@ -50,7 +50,7 @@ TEST_F(AdifWindowsTest, ThePreviewTellsWhatWouldBecomeOfTheFile) {
     EXPECT_EQ(window.Anteprima.Cell(1, 0), "nuovo");
     EXPECT_EQ(window.Anteprima.Cell(2, 0), "riga 2: data non valida: 19991332");
     window.cmHelp.Press();
-    EXPECT_EQ(machine.OpenedTopic(), kHelpImportaAdif);
+    EXPECT_EQ(machine.OpenedTopic(), core::kHelpImportaAdif);
   });
   EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
 }
@@ -175,4 +175,4 @@ TEST_F(AdifWindowsTest, ADatabaseWithoutAPlaceForTheFieldsIsToldClearly) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::adif

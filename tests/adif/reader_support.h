@@ -7,7 +7,7 @@
 
 #include "adif/adif_reader.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 // Gives a text in pieces of at most `piece` bytes.
 inline AdifReader::Source SourceOf(std::string text, std::size_t piece = 1 << 20) {
@@ -38,4 +38,4 @@ inline std::string Told(const AdifRecord& record) {
   return record.fault.empty() ? text : text + "!" + record.fault;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

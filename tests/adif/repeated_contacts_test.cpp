@@ -8,7 +8,7 @@
 
 #include "tests/adif/adif_station.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 namespace {
 
 class RepeatedContactsTest : public AdifStation {
@@ -17,7 +17,8 @@ class RepeatedContactsTest : public AdifStation {
   static LogContact At(std::int64_t second, std::string_view call = "I1ABC",
                        std::string_view banda = "  2 m") {
     LogContact contact;
-    contact.DataQso = DateTime::FromSeconds(DateTime::Of(2001, 2, 3).Seconds() + second);
+    contact.DataQso =
+        base::DateTime::FromSeconds(base::DateTime::Of(2001, 2, 3).Seconds() + second);
     contact.Call = call;
     contact.Banda = banda;
     return contact;
@@ -72,7 +73,7 @@ TEST_F(RepeatedContactsTest, ContactsThatWereSentOnAreFoundAgain) {
   RepeatedInLog log(session);
   const Placement placement = log.Find(InMode(630, "THRB"));
   EXPECT_EQ(placement.kind, Placement::Kind::kRepeated);
-  EXPECT_EQ(log.Row().Field("Modo"), Value("THRB"));
+  EXPECT_EQ(log.Row().Field("Modo"), engine::Value("THRB"));
 }
 
 TEST_F(RepeatedContactsTest, AMinuteIsFullWithSixtyModes) {
@@ -126,7 +127,7 @@ TEST_F(RepeatedContactsTest, TheRowFoundIsTheRepeatedOne) {
   for (const char* call : {"I1A", "I1B", "I1C"}) Store(At(600, call));
   RepeatedInLog log(session);
   ASSERT_TRUE(IsRepeated(log, At(630, "I1B")));
-  EXPECT_EQ(log.Row().Field("Call"), Value("I1B"));
+  EXPECT_EQ(log.Row().Field("Call"), engine::Value("I1B"));
 }
 
 TEST_F(RepeatedContactsTest, WhatIsStoredMeanwhileIsFound) {
@@ -213,4 +214,4 @@ TEST_F(RepeatedContactsTest, CountedOnDiskTheyAreWhatTheyAreOneByOne) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::adif

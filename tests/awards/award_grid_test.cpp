@@ -8,7 +8,7 @@
 #include "log/log_form.h"
 #include "tests/awards/award_station.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -33,7 +33,7 @@ TEST_F(AwardGridTest, EveryMemberHasItsHeadings) {
 
 TEST_F(AwardGridTest, EveryMemberHasItsWidths) {
   const auto widths = [this](std::string_view window) {
-    CellGrid& grid = Award(window, kAll).Spread1;
+    forms::CellGrid& grid = Award(window, kAll).Spread1;
     std::vector<int> all;
     for (int column = 0; column < grid.Columns(); ++column) {
       all.push_back(grid.ColumnWidth(column).Value());
@@ -121,9 +121,9 @@ TEST_F(AwardGridTest, TheFirstPrefixNeverShowsAsConfirmed) {
   EXPECT_EQ(Entries(award.Spread1),
             (Texts{"DL1|Germania|", "I1|Italia|Confermato", "OE1|Austria|"}));
   EXPECT_EQ(award.Caption(), "Prefissi - 1 confermati su 3");
-  EXPECT_EQ(award.Spread1.BackColour(1, 2), kWhite);
-  EXPECT_EQ(award.Spread1.BackColour(2, 1), kGreen);
-  EXPECT_EQ(award.Spread1.BackColour(2, 2), kGreen);
+  EXPECT_EQ(award.Spread1.BackColour(1, 2), base::kWhite);
+  EXPECT_EQ(award.Spread1.BackColour(2, 1), base::kGreen);
+  EXPECT_EQ(award.Spread1.BackColour(2, 2), base::kGreen);
 }
 
 TEST_F(AwardGridTest, APrefixOfAnUnknownCountryHasNoDescription) {
@@ -152,7 +152,7 @@ TEST_F(AwardGridTest, ZonesAreConfirmedInTheFeminineAndInOrderOfNumber) {
   AwardGrid& award = Award("SZone", kAll);
   EXPECT_EQ(Entries(award.Spread1), (Texts{"4|", "15|Confermata"}));
   EXPECT_EQ(award.Caption(), "Zone - 1 confermate su 2");
-  EXPECT_EQ(award.Spread1.BackColour(2, 1), kGreen);
+  EXPECT_EQ(award.Spread1.BackColour(2, 1), base::kGreen);
 }
 
 TEST_F(AwardGridTest, AnEntryWithBothKindsOfContactCountsOnceAsConfirmed) {
@@ -162,17 +162,17 @@ TEST_F(AwardGridTest, AnEntryWithBothKindsOfContactCountsOnceAsConfirmed) {
   AwardGrid& award = Award("SCountry", kAll);
   EXPECT_EQ(Entries(award.Spread1), Texts{"I|Italia|Confermato||"});
   EXPECT_EQ(award.Caption(), "Country - 1 confermati su 1");
-  for (int column : {1, 2, 3}) EXPECT_EQ(award.Spread1.BackColour(1, column), kGreen);
-  EXPECT_EQ(award.Spread1.BackColour(1, 0), kWhite);
-  EXPECT_EQ(award.Spread1.RowHeight(1), Twips(360));
+  for (int column : {1, 2, 3}) EXPECT_EQ(award.Spread1.BackColour(1, column), base::kGreen);
+  EXPECT_EQ(award.Spread1.BackColour(1, 0), base::kWhite);
+  EXPECT_EQ(award.Spread1.RowHeight(1), base::Twips(360));
 }
 
 TEST_F(AwardGridTest, AnEntryWithUnconfirmedContactsOnlyIsEmptyAndUncoloured) {
   Contact("Call,Country,Continente", "'A','I','EU'");
   AwardGrid& country = Award("SCountry", kAll);
   EXPECT_EQ(Entries(country.Spread1), Texts{"I|Italia|||"});
-  EXPECT_EQ(country.Spread1.BackColour(1, 2), kWhite);
-  EXPECT_EQ(Award("SContinenti", kAll).Spread1.BackColour(1, 1), kWhite);
+  EXPECT_EQ(country.Spread1.BackColour(1, 2), base::kWhite);
+  EXPECT_EQ(Award("SContinenti", kAll).Spread1.BackColour(1, 1), base::kWhite);
 }
 
 TEST_F(AwardGridTest, ACountryThatIsNotInTheTableHasNoDescriptionAndNoFlag) {
@@ -188,11 +188,11 @@ TEST_F(AwardGridTest, AFlagShowsAndItsNameGoesIntoTheHiddenColumn) {
   Contact("Call,Country", "'A','I'");
   Contact("Call,Country", "'B','DL'");
   Contact("Call,Country", "'C','OE'");
-  CellGrid& grid = Award("SCountry", kAll).Spread1;
+  forms::CellGrid& grid = Award("SCountry", kAll).Spread1;
   EXPECT_EQ(Entries(grid), (Texts{"DL|Germania|||gone.png", "I|Italia|||it.png", "OE|Austria|||"}));
   EXPECT_EQ(grid.CellPicture(1, 3), "");
   EXPECT_EQ(grid.CellPicture(2, 3), (directory.Path() / "it.png").string());
-  EXPECT_EQ(grid.Alignment(2, 3), CellAlignment::kCentre);
+  EXPECT_EQ(grid.Alignment(2, 3), forms::CellAlignment::kCentre);
 }
 
 TEST_F(AwardGridTest, ProvincesAreDescribedByTheirCountry) {
@@ -202,9 +202,9 @@ TEST_F(AwardGridTest, ProvincesAreDescribedByTheirCountry) {
   AwardGrid& award = Award("SProvincie", "WHERE Country='I'");
   EXPECT_EQ(Entries(award.Spread1), (Texts{"MI|Milano|", "QQ||", "VE|Venezia|Confermata"}));
   EXPECT_EQ(award.Caption(), "Provincie - 1 confermate su 3");
-  EXPECT_EQ(award.Spread1.BackColour(3, 2), kGreen);
-  EXPECT_EQ(award.Spread1.BackColour(1, 2), kWhite);
-  EXPECT_EQ(award.Spread1.RowHeight(1), kOwnSize);
+  EXPECT_EQ(award.Spread1.BackColour(3, 2), base::kGreen);
+  EXPECT_EQ(award.Spread1.BackColour(1, 2), base::kWhite);
+  EXPECT_EQ(award.Spread1.RowHeight(1), forms::kOwnSize);
 }
 
 TEST_F(AwardGridTest, ListingAllCountriesKeepsTheTotalAtThoseWorked) {
@@ -219,7 +219,7 @@ TEST_F(AwardGridTest, ListingAllCountriesKeepsTheTotalAtThoseWorked) {
   EXPECT_THAT(entries, testing::Contains("DL|Germania|||"));
   EXPECT_THAT(entries, testing::Contains("OE|Austria|||"));
   EXPECT_EQ(award.Caption(), "Country - 1 confermati su 2");
-  EXPECT_EQ(award.Spread1.RowHeight(5), Twips(360));
+  EXPECT_EQ(award.Spread1.RowHeight(5), base::Twips(360));
 }
 
 TEST_F(AwardGridTest, ACountryOutsideTheTableRaisesTheTotalAndShowsNowhere) {
@@ -242,7 +242,7 @@ TEST_F(AwardGridTest, ListingAllProvincesListsThoseOfTheFirstCountry) {
   EXPECT_THAT(entries, testing::Contains("VE|Venezia|Confermata"));
   EXPECT_THAT(entries, testing::Contains("MI|Milano|"));
   EXPECT_EQ(award.Caption(), "Provincie - 1 confermate su 1");
-  EXPECT_EQ(award.Spread1.RowHeight(5), kOwnSize);
+  EXPECT_EQ(award.Spread1.RowHeight(5), forms::kOwnSize);
 }
 
 TEST_F(AwardGridTest, ElencaTuttoMeansNothingToTheOthers) {
@@ -323,11 +323,11 @@ TEST_F(NoteAwardTest, TheKeyIsSplitAtItsSlashes) {
   Noted("[DCI/MI001/Castello Sforzesco]", true);  // both slashes: code and name
   Noted("[DCI/MI002]");                           // one: what stands behind it
   Noted("[DCI MI003]");                           // none: all of it
-  CellGrid& grid = Award("SNote", kDci).Spread1;
+  forms::CellGrid& grid = Award("SNote", kDci).Spread1;
   EXPECT_EQ(Entries(grid),
             (Texts{"DCI MI003||", "MI001|Castello Sforzesco|Confermato", "MI002||"}));
-  EXPECT_EQ(grid.BackColour(2, 1), kGreen);
-  EXPECT_EQ(grid.BackColour(2, 2), kGreen);
+  EXPECT_EQ(grid.BackColour(2, 1), base::kGreen);
+  EXPECT_EQ(grid.BackColour(2, 2), base::kGreen);
 }
 
 TEST_F(NoteAwardTest, ASecondPartShorterThanTheFirstIsNotCutOff) {
@@ -355,7 +355,7 @@ TEST_F(NoteAwardTest, ADoubleClickDoesNothing) {
 class AwardLinksTest : public AwardGridTest {
  protected:
   AwardLinksTest() {
-    Know<LogForm>("LogForm");
+    Know<log::LogForm>("LogForm");
     Contact("DataQso,Call,Locator,Prefisso,Continente,[Zona CQ],Country,Provincia",
             "'01/01/2001','HERE','JN65AA','I3','EU',15,'I','VE'");
     Contact("DataQso,Call,Locator,Prefisso,Continente,[Zona CQ],Country,Provincia",
@@ -377,7 +377,7 @@ TEST_F(AwardLinksTest, ADoubleClickShowsTheContactsInTheLog) {
     machine.Advance(1000);
     Event([&] { award.Spread1.DoubleClickCell(row, 0); });
     EXPECT_EQ(session.QueryText, select) << window;
-    auto& log = static_cast<LogForm&>(*session.CurrentLogForm);
+    auto& log = static_cast<log::LogForm&>(*session.CurrentLogForm);
     EXPECT_EQ(log.CallQso.Text(), "HERE") << window;
     EXPECT_EQ(log.QsoTotali.Text(), "1") << window;
   }
@@ -387,7 +387,7 @@ TEST_F(AwardLinksTest, ADoubleClickShowsTheContactsInTheLog) {
 }
 
 TEST_F(AwardLinksTest, ADoubleClickBringsTheLogForward) {
-  LogForm& log = Open<LogForm>("LogForm");
+  log::LogForm& log = Open<log::LogForm>("LogForm");
   AwardGrid& award = Award("SField", kAll);
   EXPECT_EQ(machine.Host().Front(), &award);
   Event([&] { award.Spread1.DoubleClickCell(1, 0); });
@@ -395,14 +395,14 @@ TEST_F(AwardLinksTest, ADoubleClickBringsTheLogForward) {
 }
 
 TEST_F(AwardLinksTest, ALogThatStandsOpenBehindAClosedOneIsTheLogAgain) {
-  Window& first = *session.Windows.LoadSingle("LogForm");
+  forms::Window& first = *session.Windows.LoadSingle("LogForm");
   session.Windows.Unload(*session.Windows.LoadNew("LogForm"));
   ASSERT_FALSE(session.LogOpen);
   AwardGrid& award = Award("SField", kAll);
   Event([&] { award.Spread1.DoubleClickCell(1, 0); });
   EXPECT_TRUE(session.LogOpen);
   EXPECT_EQ(session.CurrentLogForm, &first);
-  EXPECT_EQ(static_cast<LogForm&>(first).Selection, session.QueryText);
+  EXPECT_EQ(static_cast<log::LogForm&>(first).Selection, session.QueryText);
 }
 
 TEST_F(AwardLinksTest, ADoubleClickOnTheHeadingDoesNothing) {
@@ -442,10 +442,11 @@ TEST_F(AwardLinksTest, TwoMapCommandsWithinASecondAreOne) {
   EXPECT_EQ(shown, 2);
 }
 
-class MapWindow : public Window {
+class MapWindow : public forms::Window {
  public:
-  explicit MapWindow(Session& session)
-      : Window(session.Host(), "MappaSquare", "Mappa Square", Twips(100), Twips(100)) {}
+  explicit MapWindow(core::Session& session)
+      : forms::Window(session.Host(), "MappaSquare", "Mappa Square", base::Twips(100),
+                      base::Twips(100)) {}
 };
 
 TEST_F(AwardLinksTest, TheMapOfEuropeIsAWindowOfItsOwn) {
@@ -469,8 +470,8 @@ TEST_F(AwardLinksTest, EachWindowHasItsCommandsAndNoOthers) {
       {"SNote", {}}};
   for (const auto& [window, commands] : windows) {
     Texts names;
-    for (Field* field : Award(window, kAll).Fields()) {
-      if (FieldAs<Command>(*field) != nullptr) names.push_back(field->Name());
+    for (forms::Field* field : Award(window, kAll).Fields()) {
+      if (forms::FieldAs<forms::Command>(*field) != nullptr) names.push_back(field->Name());
     }
     EXPECT_EQ(names, commands) << window;
   }
@@ -479,10 +480,10 @@ TEST_F(AwardLinksTest, EachWindowHasItsCommandsAndNoOthers) {
 TEST_F(AwardLinksTest, PagesStandUnderTheirMenuUnlessThereIsOnlyOne) {
   AwardGrid& country = Award("SCountry", kAll);
   ASSERT_EQ(country.MenuBar.size(), 1u);
-  EXPECT_EQ(std::get<Menu*>(country.MenuBar[0])->Caption(), "Genera HTML");
+  EXPECT_EQ(std::get<forms::Menu*>(country.MenuBar[0])->Caption(), "Genera HTML");
   AwardGrid& zone = Award("SZone", kAll);
-  EXPECT_EQ(std::get<Command*>(zone.MenuBar[0])->Caption(), "Genera HTML");
+  EXPECT_EQ(std::get<forms::Command*>(zone.MenuBar[0])->Caption(), "Genera HTML");
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::awards

@@ -8,7 +8,7 @@
 #include "tests/support/golden.h"
 #include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -197,8 +197,7 @@ TEST_F(AwardPagesTest, TheDeliveredTemplatesServeTheirTokens) {
       {"SSQuare", "cmBySquare", "Square.html", "OUT_Square.html"},
       {"SZone", "cmGeneraHTML", "Zone.html", "OUT_Zone.html"}};
   for (const auto& [window, command, design, page] : pages) {
-    std::filesystem::copy_file(BuildDir() / "delivered" / design,
-                               directory.Path() / design);
+    std::filesystem::copy_file(BuildDir() / "delivered" / design, directory.Path() / design);
     Press(Award(window, kAll), command);
     const std::string text = Page(page);
     EXPECT_THAT(text, testing::HasSubstr("<td class=\"call\">JA1")) << page;
@@ -208,4 +207,4 @@ TEST_F(AwardPagesTest, TheDeliveredTemplatesServeTheirTokens) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::awards

@@ -8,7 +8,7 @@
 #include "awards/award_grid.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 
 class AwardStation : public StationTest {
  protected:
@@ -32,12 +32,12 @@ class AwardStation : public StationTest {
     return Open<AwardGrid>(window);
   }
   // The rows under the heading, the cells of each joined by "|".
-  static std::vector<std::string> Entries(Grid& grid) {
+  static std::vector<std::string> Entries(forms::Grid& grid) {
     std::vector<std::string> rows;
     for (std::int64_t row = 1; row < grid.Rows(); ++row) rows.push_back(RowText(grid, row));
     return rows;
   }
-  static std::string RowText(Grid& grid, std::int64_t row) {
+  static std::string RowText(forms::Grid& grid, std::int64_t row) {
     std::string text;
     for (int column = 0; column < grid.Columns(); ++column) {
       if (column > 0) text += "|";
@@ -47,4 +47,4 @@ class AwardStation : public StationTest {
   }
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

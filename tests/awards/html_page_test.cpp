@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
 TEST(HtmlPage, TheSecondRowIsThePatternAndTheHeadingRowStaysInTheHead) {
@@ -66,4 +66,4 @@ TEST(HtmlPage, ValuesGoInAsTheyStand) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::awards

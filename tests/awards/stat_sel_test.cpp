@@ -6,12 +6,12 @@
 #include "core/modules.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
 using Texts = std::vector<std::string>;
 
-void Unselect(ListField& list) {
+void Unselect(forms::ListField& list) {
   for (std::size_t i = 0; i < list.Items().size(); ++i) {
     list.SetSelected(static_cast<int>(i), false);
   }
@@ -23,7 +23,7 @@ void ClearAll(StatSel& dialog) {
   Unselect(dialog.Propagazione);
 }
 
-Texts SelectedOf(const ListField& list) {
+Texts SelectedOf(const forms::ListField& list) {
   Texts selected;
   for (std::size_t i = 0; i < list.Items().size(); ++i) {
     if (list.Selected(static_cast<int>(i))) selected.push_back(list.Items()[i]);
@@ -41,7 +41,7 @@ class StatSelTest : public StationTest {
                   std::string_view end = "cmStat") {
     auto& dialog = static_cast<StatSel&>(*session.Windows.LoadSingle("StatSel"));
     dialog.Tag = word;
-    InDialogs([&](Window& modal) {
+    InDialogs([&](forms::Window& modal) {
       if (&modal != &dialog) return;
       if (fill) fill(dialog);
       if (dialog.Visible()) dialog.FindCommand(end)->Press();
@@ -133,13 +133,13 @@ TEST_F(StatSelTest, EveryFilterAppendsInItsOrder) {
   const std::string where = Ask("NOTE", [](StatSel& dialog) {
     ClearAll(dialog);
     dialog.Note.SetText(" DCI ");
-    for (CheckBox* box : {&dialog.QslRicevuta, &dialog.QslInviata, &dialog.QslDaInviare}) {
+    for (forms::CheckBox* box : {&dialog.QslRicevuta, &dialog.QslInviata, &dialog.QslDaInviare}) {
       box->SetOn(true);
     }
     dialog.Propagazione.SetSelected(0, true);
     dialog.Propagazione.SetSelected(1, true);
-    SelectListEntry(dialog.Modo, "CW", 5);
-    SelectListEntry(dialog.Modo, "SSB", 5);
+    core::SelectListEntry(dialog.Modo, "CW", 5);
+    core::SelectListEntry(dialog.Modo, "SSB", 5);
     dialog.Banda.SetText(" 70cm");
     dialog.Country.SetText("DL   Germania");
     dialog.DataQsoF.SetText("31/12/2000");
@@ -201,7 +201,7 @@ TEST_F(StatSelTest, HelpDoesNothing) {
 TEST_F(StatSelTest, BackspaceEmptiesTheCountry) {
   Ask("FIELD", [](StatSel& dialog) {
     dialog.Country.SetText("DL   Germania");
-    dialog.Country.TypeKey(kBackspace);
+    dialog.Country.TypeKey(forms::kBackspace);
     EXPECT_EQ(dialog.Country.Text(), "");
   });
 }
@@ -253,10 +253,11 @@ TEST_F(StatSelTest, HintsFollowThePointer) {
 }
 
 // Stands for the notes help, and chooses.
-class Chooser : public Window {
+class Chooser : public forms::Window {
  public:
-  explicit Chooser(Session& session)
-      : Window(session.Host(), "Help", "NoteHelp", Twips(100), Twips(100)), session_(session) {}
+  explicit Chooser(core::Session& session)
+      : forms::Window(session.Host(), "Help", "NoteHelp", base::Twips(100), base::Twips(100)),
+        session_(session) {}
   void Activate() override {
     EXPECT_EQ(session_.NoteChoice, "");
     session_.NoteChoice = "[DCI]";
@@ -264,7 +265,7 @@ class Chooser : public Window {
   }
 
  private:
-  Session& session_;
+  core::Session& session_;
 };
 
 TEST_F(StatSelTest, TheNotesHelpAppendsItsChoice) {
@@ -294,10 +295,10 @@ TEST_F(StatSelTest, OneOfTheTwoLayoutsIsDown) {
 
 TEST_F(StatSelTest, ThePlaceOfTheDialogIsKept) {
   Ask("FIELD", [](StatSel& dialog) {
-    dialog.Move({Twips(150), Twips(300), Twips(9000), Twips(6000)});
+    dialog.Move({base::Twips(150), base::Twips(300), base::Twips(9000), base::Twips(6000)});
   });
   EXPECT_EQ(session.GetSetting("StatSel", "X", ""), "150");
-  Ask("FIELD", [](StatSel& dialog) { EXPECT_EQ(dialog.Width(), Twips(9000)); });
+  Ask("FIELD", [](StatSel& dialog) { EXPECT_EQ(dialog.Width(), base::Twips(9000)); });
 }
 
 // The conversation as the main frame leads it.
@@ -311,7 +312,7 @@ class SelectionFirstTest : public StatSelTest {
     }
   }
   void Choose(std::string_view command, const std::function<void(StatSel&)>& act) {
-    InDialogs([act](Window& window) { act(static_cast<StatSel&>(window)); });
+    InDialogs([act](forms::Window& window) { act(static_cast<StatSel&>(window)); });
     Event([&] { frame->FindCommand(command)->Press(); });
   }
 };
@@ -367,4 +368,4 @@ TEST_F(SelectionFirstTest, SeveralWindowsOfOneAwardMayBeOpen) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::awards

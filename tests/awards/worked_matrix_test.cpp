@@ -5,13 +5,13 @@
 #include "log/log_form.h"
 #include "tests/awards/award_station.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 namespace {
 
 using Texts = std::vector<std::string>;
 
 // The row's cells that hold something, as "heading:marker".
-Texts Marks(CellGrid& grid, int row) {
+Texts Marks(forms::CellGrid& grid, int row) {
   Texts marks;
   for (int column = 1; column < grid.Columns(); ++column) {
     if (!grid.Cell(row, column).empty()) {
@@ -25,7 +25,7 @@ class HrdTest : public AwardStation {
  protected:
   HrdTest() {
     Know<Hrd>("Hrd");
-    Know<LogForm>("LogForm");
+    Know<log::LogForm>("LogForm");
   }
   Hrd& OpenHrd() { return Open<Hrd>("Hrd"); }
   void Search(WorkedMatrix& matrix, std::string_view call, std::string_view locator = "") {
@@ -54,11 +54,11 @@ TEST_F(HrdTest, TheColumnsAreTheBandsOfTheStationByFrequency) {
   ASSERT_EQ(hrd.Grid1.Columns(), static_cast<int>(bands.size()) + 1);
   ASSERT_EQ(hrd.Grid1.Rows(), 8);
   EXPECT_EQ(hrd.Grid1.Cell(0, 0), "Misto");
-  EXPECT_EQ(hrd.Grid1.ColumnWidth(0), Twips(2500));
-  EXPECT_EQ(hrd.Grid1.RowHeight(0), Twips(310));
+  EXPECT_EQ(hrd.Grid1.ColumnWidth(0), base::Twips(2500));
+  EXPECT_EQ(hrd.Grid1.RowHeight(0), base::Twips(310));
   for (int column = 1; column < hrd.Grid1.Columns(); ++column) {
     EXPECT_EQ(hrd.Grid1.Cell(0, column), bands[static_cast<std::size_t>(column) - 1]);
-    EXPECT_EQ(hrd.Grid1.ColumnWidth(column), Twips(700));
+    EXPECT_EQ(hrd.Grid1.ColumnWidth(column), base::Twips(700));
     EXPECT_TRUE(hrd.Grid1.Bold(0, column));
   }
   EXPECT_EQ(hrd.Modo.Text(), "Misto");
@@ -84,13 +84,13 @@ TEST_F(HrdTest, EachRowTellsItsLevel) {
           "'01/01/2001','SV9AA',' 15 m',15,99,'AF'");
   Hrd& hrd = OpenHrd();
   Search(hrd, "IK3ABC", "JN65BB");
-  CellGrid& grid = hrd.Grid1;
+  forms::CellGrid& grid = hrd.Grid1;
   const char* labels[] = {"IK3ABC",     "JN65",        "I    Italia",  "Prefisso IK3",
                           "Zona CQ 15", "Zona ITU 28", "Continente EU"};
   for (int row = 1; row < 8; ++row) {
     EXPECT_EQ(grid.Cell(row, 0), labels[row - 1]);
     EXPECT_TRUE(grid.Bold(row, 0));
-    EXPECT_EQ(grid.Alignment(row, 0), CellAlignment::kLeft);
+    EXPECT_EQ(grid.Alignment(row, 0), forms::CellAlignment::kLeft);
   }
   EXPECT_EQ(Marks(grid, 1), Texts{"  2 m:C"});
   EXPECT_EQ(Marks(grid, 2), (Texts{"  2 m:C", " 70cm:W"}));
@@ -113,7 +113,7 @@ TEST_F(HrdTest, ConfirmedAndUnconfirmedOnOneBandShowAsConfirmed) {
 TEST_F(HrdTest, ABatchIsSeenInTheCellsOfTheLastSearchWhateverIsTypedByThen) {
   Hrd& hrd = OpenHrd();
   const auto announce = [this] {
-    Event([this] { session.Changes.AnnounceMany(ContactTable::kLog); });
+    Event([this] { session.Changes.AnnounceMany(core::ContactTable::kLog); });
   };
   Italian("IK3ABC", "  2 m");
   announce();  // nothing was sought yet
@@ -313,7 +313,7 @@ TEST_F(HrdTest, ADoubleClickShowsTheContactsOfTheCell) {
     machine.Advance(1000);
     Event([&] { hrd.Grid1.DoubleClickCell(row, column); });
     EXPECT_EQ(session.QueryText, "Select * from Log where " + std::string(statements[row - 1]));
-    EXPECT_EQ(static_cast<LogForm&>(*session.CurrentLogForm).CallQso.Text(), "IK3ABC");
+    EXPECT_EQ(static_cast<log::LogForm&>(*session.CurrentLogForm).CallQso.Text(), "IK3ABC");
   }
   EXPECT_TRUE(Lines().empty());
   EXPECT_EQ(session.Windows.FindInstance("LogForm#2"), nullptr);
@@ -327,7 +327,7 @@ TEST_F(HrdTest, ADoubleClickKeepsTheModeAndOpensAnEmptyListForAnEmptyCell) {
   Event([&] { hrd.Grid1.DoubleClickCell(1, 1); });
   EXPECT_EQ(session.QueryText, "Select * from Log where Call='IK3ABC' and Banda='" +
                                    hrd.Grid1.Cell(0, 1) + "' and Modo='CW'");
-  EXPECT_EQ(static_cast<LogForm&>(*session.CurrentLogForm).CallQso.Text(), "");
+  EXPECT_EQ(static_cast<log::LogForm&>(*session.CurrentLogForm).CallQso.Text(), "");
 }
 
 TEST_F(HrdTest, ADoubleClickOnARowWithoutAKeyShowsNothing) {
@@ -359,7 +359,7 @@ TEST_F(HrdTest, ASearchReadsOneRowACellAndCountsNothing) {
 TEST_F(HrdTest, TheLogFeedsTheMatrixWhileWorkedIsDown) {
   Italian("IK3ABC", "  2 m");
   Hrd& hrd = OpenHrd();
-  LogForm& log = Open<LogForm>("LogForm");
+  log::LogForm& log = Open<log::LogForm>("LogForm");
   Event([&] { log.cmClear.Press(); });
   Event([&] { log.cmWorked.Press(); });
   Event([&] { log.CallQso.SetText("IK3ABC"); });
@@ -383,7 +383,7 @@ class HrdModeTest : public HrdTest {
   }
   static Texts Checked(HrdMode& matrix) {
     Texts checked;
-    for (const EntryArray::Entry& entry : matrix.Modon.Entries()) {
+    for (const forms::EntryArray::Entry& entry : matrix.Modon.Entries()) {
       if (entry.checked) checked.push_back(entry.caption);
     }
     return checked;
@@ -405,7 +405,7 @@ TEST_F(HrdModeTest, NoModesInUseGiveNoModeColumn) {
   EXPECT_EQ(Headings(matrix), Texts{"  2 m"});
   EXPECT_TRUE(Checked(matrix).empty());
   EXPECT_EQ(matrix.Modon.Entries().size(), Rows("Select Modo from Modi").size());
-  EXPECT_EQ(matrix.Grid1.ColumnWidth(0), Twips(2500));
+  EXPECT_EQ(matrix.Grid1.ColumnWidth(0), base::Twips(2500));
 }
 
 TEST_F(HrdModeTest, TheColumnsAreTheModesInUseInTheOrderOfTheirTable) {
@@ -413,9 +413,9 @@ TEST_F(HrdModeTest, TheColumnsAreTheModesInUseInTheOrderOfTheirTable) {
   EXPECT_EQ(Headings(matrix), (Texts{"  2 m", "SSB", "CW"}));
   EXPECT_EQ(Checked(matrix), (Texts{"SSB", "CW"}));
   EXPECT_EQ(matrix.Banda.Text(), " 70cm");
-  EXPECT_EQ(matrix.Grid1.ColumnWidth(2), Twips(800));
-  EXPECT_EQ(matrix.Grid1.Alignment(0, 2), CellAlignment::kCentre);
-  EXPECT_EQ(matrix.Grid1.RowHeight(0), Twips(310));
+  EXPECT_EQ(matrix.Grid1.ColumnWidth(2), base::Twips(800));
+  EXPECT_EQ(matrix.Grid1.Alignment(0, 2), forms::CellAlignment::kCentre);
+  EXPECT_EQ(matrix.Grid1.RowHeight(0), base::Twips(310));
   EXPECT_EQ(session.HrdMode, &matrix);
   EXPECT_TRUE(session.HrdModeOpen());
   Event([&] { matrix.Close(); });
@@ -445,7 +445,7 @@ TEST_F(HrdModeTest, EachRowTellsItsLevelOnTheBand) {
   for (int row = 2; row < 8; ++row) {
     EXPECT_EQ(Marks(matrix.Grid1, row), (Texts{"SSB:C", "CW:W"})) << row;
   }
-  EXPECT_EQ(matrix.Grid1.Alignment(1, 1), CellAlignment::kCentre);
+  EXPECT_EQ(matrix.Grid1.Alignment(1, 1), forms::CellAlignment::kCentre);
   EXPECT_EQ(matrix.Grid1.Cell(5, 0), "Zona CQ 15");
 }
 
@@ -488,7 +488,7 @@ TEST_F(HrdModeTest, ADoubleClickJoinsBandAndMode) {
     Event([&] { matrix.Grid1.DoubleClickCell(row, 1); });
     EXPECT_EQ(session.QueryText, "Select * from Log where " + std::string(keys[row - 1]) +
                                      " and Banda='  2 m' and Modo='SSB'");
-    EXPECT_EQ(static_cast<LogForm&>(*session.CurrentLogForm).QsoTotali.Text(), "1");
+    EXPECT_EQ(static_cast<log::LogForm&>(*session.CurrentLogForm).QsoTotali.Text(), "1");
   }
 }
 
@@ -503,4 +503,4 @@ TEST_F(HrdModeTest, TheRightButtonOpensTheModesAndTheHintSaysSo) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::awards

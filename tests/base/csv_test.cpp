@@ -5,7 +5,7 @@
 
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 using testing::ElementsAre;
@@ -79,4 +79,4 @@ TEST(Csv, AFileThatCannotBeReadIsAnError) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 TEST(Date, KnowsItsParts) {
@@ -70,4 +70,4 @@ TEST(Date, WritesDatesAndTimes) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::base

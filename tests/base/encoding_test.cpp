@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 TEST(Encoding, Windows1252HoldsTheEuroAndTheAccents) {
@@ -28,4 +28,4 @@ TEST(Encoding, EveryLatin1ByteSurvivesARoundTrip) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 struct TextCase {
@@ -93,4 +93,4 @@ TEST(Number, RoundsHalvesToEven) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -4,7 +4,7 @@
 
 #include "base/text.h"
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 TEST(PlainLettersTest, LettersLoseTheirMarks) {
@@ -46,4 +46,4 @@ TEST(PlainLettersTest, WhateverComesNothingButAsciiGoesOut) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 TEST(SystemReason, WhatAnOperatorMayMeetIsToldInItalian) {
@@ -29,4 +29,4 @@ TEST(SystemReason, AnUnknownReasonKeepsItsOwnWords) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace brenvo {
+namespace brenvo::base {
 namespace {
 
 TEST(Text, CountsCharactersAndNotBytes) {
@@ -69,4 +69,4 @@ TEST(Text, BytesThatAreNoTextBecomeReplacementCharacters) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -2,7 +2,7 @@
 
 #include "tests/contest/contest_station.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 class AutoCallTest : public ContestLogStation {
@@ -117,4 +117,4 @@ TEST_F(AutoCallTest, ClosingTheLogEndsTheCalling) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -2,7 +2,7 @@
 
 #include "tests/contest/contest_station.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 class CheckCallTest : public ContestLogStation {
@@ -58,7 +58,7 @@ TEST_F(CheckCallTest, ItFollowsTheLogThatAsksForIt) {
 
 TEST_F(CheckCallTest, HintsFollowThePointer) {
   CheckCallContest& check = OpenCheck(OpenLog());
-  const std::pair<Field*, std::string_view> hints[] = {
+  const std::pair<forms::Field*, std::string_view> hints[] = {
       {&check.cmCancel, "Chiude il check call"},
       {&check.cmCheck, "Controlla call doppi"},
       {&check.cmOk, "Inserisce il Call nel Contest"},
@@ -71,18 +71,18 @@ TEST_F(CheckCallTest, HintsFollowThePointer) {
 
 TEST_F(CheckCallTest, ItsPanelDragsTheWindow) {
   CheckCallContest& check = OpenCheck(OpenLog());
-  const Bounds before = check.GetBounds();
-  check.Panel3D1.OnPointerMove(Twips(500), Twips(500));
+  const forms::Bounds before = check.GetBounds();
+  check.Panel3D1.OnPointerMove(base::Twips(500), base::Twips(500));
   EXPECT_EQ(check.GetBounds(), before);
-  check.Panel3D1.OnPointerDown(Twips(100), Twips(100));
+  check.Panel3D1.OnPointerDown(base::Twips(100), base::Twips(100));
   check.cmOk.Hover();
-  check.Panel3D1.OnPointerMove(Twips(250), Twips(70));
+  check.Panel3D1.OnPointerMove(base::Twips(250), base::Twips(70));
   EXPECT_EQ(check.StatusBar1.Panel(1), "");
-  EXPECT_EQ(check.GetBounds().left, before.left + Twips(150));
-  EXPECT_EQ(check.GetBounds().top, before.top - Twips(30));
+  EXPECT_EQ(check.GetBounds().left, before.left + base::Twips(150));
+  EXPECT_EQ(check.GetBounds().top, before.top - base::Twips(30));
   check.Panel3D1.OnPointerUp();
-  const Bounds dropped = check.GetBounds();
-  check.Panel3D1.OnPointerMove(Twips(0), Twips(0));
+  const forms::Bounds dropped = check.GetBounds();
+  check.Panel3D1.OnPointerMove(base::Twips(0), base::Twips(0));
   EXPECT_EQ(check.GetBounds(), dropped);
 }
 
@@ -100,4 +100,4 @@ TEST_F(CheckCallTest, ItClosesWithTheLog) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -4,7 +4,7 @@
 #include "tests/contest/contest_station.h"
 #include "tests/support/golden.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 using testing::Contains;
@@ -78,24 +78,24 @@ TEST_F(ContestFormTest, AStoredContestReopensWithEveryField) {
   contest.Close();
 
   ContestForm& again = OpenContest();
-  const std::pair<TextField*, std::string> texts[] = {{&again.DataContest, "07/09/2024"},
-                                                      {&again.Banda, "  2 m"},
-                                                      {&again.NomeContest, "IARU VHF"},
-                                                      {&again.Frequenza, "144.3"},
-                                                      {&again.Categoria, "01"},
-                                                      {&again.CallContest, "I4ABC/P"},
-                                                      {&again.Qra, "Mario"},
-                                                      {&again.Qth, "Parma"},
-                                                      {&again.Indirizzo, "Via Emilia 1"},
-                                                      {&again.Provincia, "PR"},
-                                                      {&again.SQTH, "Monte Cimone"},
-                                                      {&again.SProvincia, "MO"},
-                                                      {&again.Altezza, "2165"},
-                                                      {&again.Locator, "JN54IE"},
-                                                      {&again.RTX, "FT-736R"},
-                                                      {&again.Antenna, "2x17 el."},
-                                                      {&again.Potenza, "100"},
-                                                      {&again.Note, "prova"}};
+  const std::pair<forms::TextField*, std::string> texts[] = {{&again.DataContest, "07/09/2024"},
+                                                             {&again.Banda, "  2 m"},
+                                                             {&again.NomeContest, "IARU VHF"},
+                                                             {&again.Frequenza, "144.3"},
+                                                             {&again.Categoria, "01"},
+                                                             {&again.CallContest, "I4ABC/P"},
+                                                             {&again.Qra, "Mario"},
+                                                             {&again.Qth, "Parma"},
+                                                             {&again.Indirizzo, "Via Emilia 1"},
+                                                             {&again.Provincia, "PR"},
+                                                             {&again.SQTH, "Monte Cimone"},
+                                                             {&again.SProvincia, "MO"},
+                                                             {&again.Altezza, "2165"},
+                                                             {&again.Locator, "JN54IE"},
+                                                             {&again.RTX, "FT-736R"},
+                                                             {&again.Antenna, "2x17 el."},
+                                                             {&again.Potenza, "100"},
+                                                             {&again.Note, "prova"}};
   for (const auto& [field, text] : texts) EXPECT_EQ(field->Text(), text) << field->Name();
   EXPECT_TRUE(again.Portatile.IsOn());
   EXPECT_FALSE(again.Fisso.IsOn());
@@ -134,8 +134,8 @@ TEST_F(ContestFormTest, ANumberThatAColumnCannotHoldIsRefusedInWordsAndStaysAsTy
   Press(contest, "cmClear");
   Event([&] { contest.Banda.SetText("  2 m"); });
   contest.CallContest.SetText("I4ABC");
-  const std::pair<TextField*, std::string> numbers[] = {{&contest.Altezza, "Altezza"},
-                                                        {&contest.Potenza, "Potenza"}};
+  const std::pair<forms::TextField*, std::string> numbers[] = {{&contest.Altezza, "Altezza"},
+                                                               {&contest.Potenza, "Potenza"}};
   for (const auto& [field, column] : numbers) {
     field->SetText(digits);
     Press(contest, "cmInsert");
@@ -172,7 +172,7 @@ TEST_F(ContestFormTest, AnotherFailureOfTheFileEndsTheProgram) {
   ContestForm& contest = OpenContest();
   Store(contest, "07/09/2024", "  2 m");
   session.Db.Execute("DELETE * FROM Contest");
-  EXPECT_THROW(contest.ContestUpdate(), ProgramEnded);
+  EXPECT_THROW(contest.ContestUpdate(), platform::ProgramEnded);
   EXPECT_THAT(Lines(),
               ElementsAre(StartsWith("message critical \"Update Qso\" \" 3167 - "), "end-program"));
 }
@@ -238,7 +238,7 @@ TEST_F(ContestFormTest, AFailureWhileDeletingLeavesEverythingAndEndsTheProgram) 
   AddContact("07/09/2024", "  2 m", 1, "IK3ABC");
   session.Db.Execute("UPDATE Contest SET Banda='x''x'");
   machine.Messages().QueueAnswer(true);
-  EXPECT_THROW(contest.ContestDelete(), ProgramEnded);
+  EXPECT_THROW(contest.ContestDelete(), platform::ProgramEnded);
   EXPECT_THAT(Lines(), Contains(StartsWith("message critical \"Delete Qso\" ")));
   EXPECT_FALSE(session.Db.InTransaction());
   EXPECT_EQ(Rows("select count(*) from Contest"), Texts{"1"});
@@ -363,7 +363,7 @@ TEST_F(ContestFormTest, ARecordKeepsABandThatTheStationHasGivenUp) {
 
 TEST_F(ContestFormTest, CallAndLocatorAreUpperCasedWhileTyping) {
   ContestForm& contest = OpenContest();
-  for (TextField* field : {&contest.CallContest, &contest.Locator}) {
+  for (forms::TextField* field : {&contest.CallContest, &contest.Locator}) {
     field->Focus();
     for (char32_t key : std::u32string(U"i4abc")) field->TypeKey(key);
     EXPECT_EQ(field->Text(), "I4ABC");
@@ -387,7 +387,7 @@ TEST_F(ContestFormTest, HelpOpensItsPage) {
   ContestForm& contest = OpenContest();
   Press(contest, "cmHelp");
   EXPECT_EQ(Lines(), Texts{"open \"Brenvo.HLP\""});
-  EXPECT_EQ(machine.OpenedTopic(), kHelpContest);
+  EXPECT_EQ(machine.OpenedTopic(), core::kHelpContest);
 }
 
 TEST_F(ContestFormTest, AContestIsCalledBackByADoubleClick) {
@@ -395,14 +395,14 @@ TEST_F(ContestFormTest, AContestIsCalledBackByADoubleClick) {
   Store(contest, "01/06/2024", "  2 m", "I4ABC");
   Store(contest, "07/09/2024", " 70cm", "I4DEF");
   Press(contest, "cmClear");
-  InDialogs([&](Window& window) {
+  InDialogs([&](forms::Window& window) {
     auto& search = static_cast<ContestSearch&>(window);
     EXPECT_EQ(search.Caption(), "Contest - Ricerca");
     EXPECT_EQ(search.Spread1.Rows(), 3);
     EXPECT_EQ(search.Spread1.Columns(), 3);
-    EXPECT_EQ(search.Spread1.ColumnWidth(0), Twips(1115));
-    EXPECT_EQ(search.Spread1.ColumnWidth(1), Twips(780));
-    EXPECT_EQ(search.Spread1.ColumnWidth(2), Twips(2730));
+    EXPECT_EQ(search.Spread1.ColumnWidth(0), base::Twips(1115));
+    EXPECT_EQ(search.Spread1.ColumnWidth(1), base::Twips(780));
+    EXPECT_EQ(search.Spread1.ColumnWidth(2), base::Twips(2730));
     EXPECT_EQ(search.Spread1.Cell(0, 2), "Nome");
     search.Spread1.Hover();
     EXPECT_EQ(search.StatusBar1.Panel(1), "Doppio Click per richiamare i dati del contest");
@@ -420,10 +420,10 @@ TEST_F(ContestFormTest, ASearchClosedWithoutAChoiceLeavesTheRecord) {
   ContestForm& contest = OpenContest();
   Store(contest, "01/06/2024", "  2 m", "I4ABC");
   Store(contest, "07/09/2024", " 70cm", "I4DEF");
-  InDialogs([&](Window& window) { window.Close(); });
+  InDialogs([&](forms::Window& window) { window.Close(); });
   Press(contest, "cmSearch");
   EXPECT_EQ(contest.CallContest.Text(), "I4DEF");
-  InDialogs([&](Window& window) {
+  InDialogs([&](forms::Window& window) {
     Event([&] { static_cast<ContestSearch&>(window).Spread1.DoubleClickCell(0, 0); });
   });
   Press(contest, "cmSearch");
@@ -606,4 +606,4 @@ TEST_F(ContestFormTest, AMissingPrinterIsAFailureOfTheEvent) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -2,7 +2,7 @@
 
 #include "tests/contest/contest_station.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 using testing::Contains;
@@ -69,7 +69,7 @@ TEST_F(ContestQsoTest, InsertAndStayPreparesTheNextContact) {
     entry.InLog.Press();
     Press(entry, "cmInsertR");
     EXPECT_EQ(entry.ProgrD.Text(), "2");
-    for (const TextField* field :
+    for (const forms::TextField* field :
          {&entry.CallQso, &entry.ProgrR, &entry.Locator, &entry.Qrb, &entry.Note}) {
       EXPECT_EQ(field->Text(), "") << field->Name();
     }
@@ -247,7 +247,7 @@ TEST_F(ContestQsoTest, AContactInTheOwnLocatorIsOneKilometreAndOnePoint) {
 TEST_F(ContestQsoTest, EachMissingFieldIsToldInItsTurn) {
   ContestQso& log = OpenLog();
   struct Case {
-    TextField ContestNewQso::*field;
+    forms::TextField ContestNewQso::*field;
     std::string_view message;
   };
   const Case cases[] = {{&ContestNewQso::Giorno, "Giorno obbligatorio"},
@@ -321,8 +321,8 @@ TEST_F(ContestQsoTest, ANumberThatAColumnCannotHoldIsToldAndKeepsTheEntryAsTyped
   ContestQso& log = OpenLog();
   InEntry(log, [&](ContestNewQso& entry) {
     Type(entry, "IK3DEF", "9", "JN65AB");
-    for (TextField* field :
-         {&entry.ProgrD, &entry.ProgrR, static_cast<TextField*>(&entry.Giorno)}) {
+    for (forms::TextField* field :
+         {&entry.ProgrD, &entry.ProgrR, static_cast<forms::TextField*>(&entry.Giorno)}) {
       const std::string before = field->Text();
       field->SetText(digits);
       Press(entry, "cmInsertE");
@@ -343,7 +343,7 @@ TEST_F(ContestQsoTest, ABatchIsSeenAndTheRowAndTheContactInWorkStay) {
   ContestQso& log = OpenLog();
   InRow(log, 2, [this](ContestNewQso& entry) {
     Add(2, "IK3XYZ");
-    Event([this] { session.Changes.AnnounceMany(ContactTable::kContestQso); });
+    Event([this] { session.Changes.AnnounceMany(core::ContactTable::kContestQso); });
     entry.Note.SetText("mio");
     Press(entry, "cmInsertE");
   });
@@ -353,9 +353,9 @@ TEST_F(ContestQsoTest, ABatchIsSeenAndTheRowAndTheContactInWorkStay) {
 }
 
 TEST_F(ContestQsoTest, StoringAndDeletingAnnounceTheirContact) {
-  std::vector<ContactsChanged> changes;
-  const ContactSubscription subscription =
-      session.Changes.Subscribe([&](const ContactsChanged& change) { changes.push_back(change); });
+  std::vector<core::ContactsChanged> changes;
+  const core::ContactSubscription subscription = session.Changes.Subscribe(
+      [&](const core::ContactsChanged& change) { changes.push_back(change); });
   ContestQso& log = OpenLog();
   InEntry(log, [this](ContestNewQso& entry) {
     Type(entry, "IK3ABC", "9", "JN65AB");
@@ -364,10 +364,11 @@ TEST_F(ContestQsoTest, StoringAndDeletingAnnounceTheirContact) {
   InRow(log, 1, [this](ContestNewQso& entry) { Press(entry, "cmInsertE"); });
   machine.Messages().QueueAnswer(true);
   Event([&] { log.QC.RemoveRow(1); });
-  using enum ContactTable;
-  EXPECT_THAT(changes, ElementsAre(ContactsChanged{kContestQso, OneContact{std::nullopt, 1}},
-                                   ContactsChanged{kContestQso, OneContact{1, 1}},
-                                   ContactsChanged{kContestQso, OneContact{1, std::nullopt}}));
+  using enum core::ContactTable;
+  EXPECT_THAT(changes,
+              ElementsAre(core::ContactsChanged{kContestQso, core::OneContact{std::nullopt, 1}},
+                          core::ContactsChanged{kContestQso, core::OneContact{1, 1}},
+                          core::ContactsChanged{kContestQso, core::OneContact{1, std::nullopt}}));
 }
 
 TEST_F(ContestQsoTest, AfterTheLastRowIsDeletedItsSerialIsHandedOutAgain) {
@@ -445,9 +446,9 @@ TEST_F(ContestQsoTest, EnterLeadsFromTheCallToTheExchangeAndStoresThere) {
   ContestQso& log = OpenLog();
   InEntry(log, [this](ContestNewQso& entry) {
     Type(entry, "IK3ABC", "1", "JN65AB", "", "VE");
-    for (TextField* field :
+    for (forms::TextField* field :
          {&entry.CallQso, &entry.QrkD, &entry.QrkR, &entry.ProgrR, &entry.Locator, &entry.Exc}) {
-      Event([&] { field->TypeKey(kEnter); });
+      Event([&] { field->TypeKey(forms::kEnter); });
     }
     EXPECT_EQ(Lines(), (Texts{"focus ContestNewQso.QrkD", "focus ContestNewQso.QrkR",
                               "focus ContestNewQso.ProgrR", "focus ContestNewQso.Locator",
@@ -461,7 +462,7 @@ TEST_F(ContestQsoTest, EnterOnTheLastFieldLeadsToWhatIsMissingInsteadOfLosingThe
   ContestQso& log = OpenLog();
   InEntry(log, [this](ContestNewQso& entry) {
     Type(entry, "IK3ABC", "", "JN65AB");
-    Event([&] { entry.Exc.TypeKey(kEnter); });
+    Event([&] { entry.Exc.TypeKey(forms::kEnter); });
     EXPECT_EQ(Lines(), Texts{"focus ContestNewQso.ProgrR"});
     EXPECT_EQ(entry.CallQso.Text(), "IK3ABC");
   });
@@ -480,16 +481,16 @@ TEST_F(ContestQsoTest, FieldsFollowEachOtherAsAContactIsSpoken) {
 TEST_F(ContestQsoTest, KeysAreFilteredWhileTyping) {
   ContestQso& log = OpenLog();
   InEntry(log, [](ContestNewQso& entry) {
-    const auto typed = [](TextField& field) {
+    const auto typed = [](forms::TextField& field) {
       field.Focus();
       for (char32_t key : std::u32string(U"a1b2")) field.TypeKey(key);
       return field.Text();
     };
-    for (TextField* field :
+    for (forms::TextField* field :
          {&entry.Giorno, &entry.QrkD, &entry.QrkR, &entry.ProgrD, &entry.ProgrR}) {
       EXPECT_EQ(typed(*field), "12") << field->Name();
     }
-    for (TextField* field : {&entry.CallQso, &entry.Locator, &entry.Exc}) {
+    for (forms::TextField* field : {&entry.CallQso, &entry.Locator, &entry.Exc}) {
       EXPECT_EQ(typed(*field), "A1B2") << field->Name();
     }
   });
@@ -498,7 +499,7 @@ TEST_F(ContestQsoTest, KeysAreFilteredWhileTyping) {
 TEST_F(ContestQsoTest, TheTimeButtonTakesTheClock) {
   ContestQso& log = OpenLog();
   InEntry(log, [this](ContestNewQso& entry) {
-    machine.SetNow(DateTime::Of(2024, 9, 7, 23, 59, 30));
+    machine.SetNow(base::DateTime::Of(2024, 9, 7, 23, 59, 30));
     Press(entry, "cmQtr");
     EXPECT_EQ(entry.Qtr.Text(), "23:59");
   });
@@ -523,10 +524,10 @@ TEST_F(ContestQsoTest, EveryWindowKeepsItsPlaceUnderItsOwnKey) {
   ContestForm& contest = OpenContest();
   ContestQso& log = OpenLog();
   Press(log, "cmCheckCall");
-  const auto moveAway = [](Window& window) {
-    Bounds bounds = window.GetBounds();
-    bounds.left = Twips(4321);
-    window.Moved(bounds, WindowState::kNormal);
+  const auto moveAway = [](forms::Window& window) {
+    forms::Bounds bounds = window.GetBounds();
+    bounds.left = base::Twips(4321);
+    window.Moved(bounds, forms::WindowState::kNormal);
     window.Close();
   };
   InDialogs(moveAway);
@@ -538,7 +539,7 @@ TEST_F(ContestQsoTest, EveryWindowKeepsItsPlaceUnderItsOwnKey) {
   for (const char* key : {"Contest", "ContestSearch", "ContestQso", "ContestNewQso", "CheckCall"}) {
     EXPECT_EQ(session.GetSetting(key, "X", ""), "4321") << key;
   }
-  EXPECT_EQ(OpenContest().GetBounds().left, Twips(4321));
+  EXPECT_EQ(OpenContest().GetBounds().left, base::Twips(4321));
 }
 
 TEST_F(ContestQsoTest, AFailedPreparationLeavesNoHiddenEntryBehind) {
@@ -552,4 +553,4 @@ TEST_F(ContestQsoTest, AFailedPreparationLeavesNoHiddenEntryBehind) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::contest

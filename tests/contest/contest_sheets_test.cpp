@@ -8,7 +8,7 @@
 #include "tests/contest/sample_log.h"
 #include "tests/support/golden.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 using testing::Contains;
@@ -26,7 +26,7 @@ std::vector<Contact> LogOf(int contacts) {
 std::vector<std::string> Printed(
     const ContestHeader& header, const std::vector<Contact>& contacts,
     const std::optional<std::filesystem::path>& sign = "/app/Sign.bmp") {
-  RecordingPlatform machine;
+  recorder::RecordingPlatform machine;
   machine.SetApplicationDirectory("/app");
   PrintContestSheets(machine.GetPrinter(), header, contacts, "/app/Logo.bmp", sign);
   return machine.TakeLines();
@@ -153,4 +153,4 @@ TEST(ContestSheets, LargeSumsHaveTheirThousandsButTheSheetsDistanceHasNot) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -14,7 +14,7 @@
 #include "contest/stat_contest.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 using Texts = std::vector<std::string>;
 
@@ -72,7 +72,7 @@ class ContestLogStation : public ContestStation {
   }
   // Opens the entry for a new contact and runs `work` in it.
   void InEntry(ContestQso& log, const std::function<void(ContestNewQso&)>& work) {
-    InDialogs([work](Window& window) {
+    InDialogs([work](forms::Window& window) {
       work(static_cast<ContestNewQso&>(window));
       window.Close();
     });
@@ -80,7 +80,7 @@ class ContestLogStation : public ContestStation {
   }
   // The same for a change of the grid's row.
   void InRow(ContestQso& log, std::int64_t row, const std::function<void(ContestNewQso&)>& work) {
-    InDialogs([work](Window& window) {
+    InDialogs([work](forms::Window& window) {
       work(static_cast<ContestNewQso&>(window));
       window.Close();
     });
@@ -96,4 +96,4 @@ class ContestLogStation : public ContestStation {
   }
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -5,7 +5,7 @@
 #include "tests/contest/sample_log.h"
 #include "tests/support/golden.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 using testing::ElementsAre;
@@ -55,7 +55,7 @@ const Case kCases[] = {
      }},
     {"end_of_month",
      [](ContestHeader& header, Contacts& contacts) {
-       header.DataContest = DateTime::Of(2024, 8, 31);
+       header.DataContest = base::DateTime::Of(2024, 8, 31);
        for (std::size_t i = 0; i < contacts.size(); ++i) contacts[i].Giorno = i < 2 ? 31 : 1;
      }},
     {"no_distance",
@@ -189,4 +189,4 @@ TEST(Reg1Test, NumbersThatWereTypedAreTrimmed) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -10,7 +10,7 @@
 #include "contest/contest_header.h"
 #include "contest/score.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 inline Contact MakeContact(std::int64_t serial, std::string_view call, std::string_view locator,
                            double km, std::string_view note = "") {
@@ -18,7 +18,7 @@ inline Contact MakeContact(std::int64_t serial, std::string_view call, std::stri
   contact.ProgrDato = serial;
   contact.ProgrRicevuto = serial + 100;
   contact.Giorno = 7;
-  contact.Qtr = DateTime::FromSeconds((14 * 60 + serial) * 60);
+  contact.Qtr = base::DateTime::FromSeconds((14 * 60 + serial) * 60);
   contact.Call = call;
   contact.QrkDato = contact.QrkRicevuto = "59";
   contact.Locator = locator;
@@ -31,7 +31,7 @@ inline Contact MakeContact(std::int64_t serial, std::string_view call, std::stri
 
 inline ContestHeader SampleHeader() {
   ContestHeader header;
-  header.DataContest = DateTime::Of(2024, 9, 7);
+  header.DataContest = base::DateTime::Of(2024, 9, 7);
   header.Banda = "  2 m";
   header.NomeContest = "IARU VHF";
   header.Categoria = "01";
@@ -66,4 +66,4 @@ inline std::vector<Contact> SampleLog() {
           MakeContact(4, "IK4GHI", "JN53AA", 60, "[Exc=VE]a presto")};
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

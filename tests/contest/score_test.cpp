@@ -4,7 +4,7 @@
 
 #include "tests/contest/sample_log.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -114,4 +114,4 @@ TEST(ContestNote, TheExchangeEndsAtTheFirstClosingBracket) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -2,7 +2,7 @@
 
 #include "tests/contest/contest_station.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 using testing::ElementsAre;
@@ -12,7 +12,7 @@ class StatContestTest : public ContestLogStation {
  protected:
   // What the statistics show, opened from the log.
   void InStatistics(ContestQso& log, const std::function<void(StatContest&)>& work) {
-    InDialogs([&](Window& window) {
+    InDialogs([&](forms::Window& window) {
       work(static_cast<StatContest&>(window));
       Press(window, "cmExit");
     });
@@ -112,4 +112,4 @@ TEST_F(StatContestTest, ANullNoteIsAFailure) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -3,7 +3,7 @@
 
 #include "tests/contest/contest_station.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 namespace {
 
 using testing::Contains;
@@ -21,7 +21,7 @@ void RunBeside(const std::filesystem::path& database, const char* statement) {
 
 class TransferTest : public ContestLogStation {
  protected:
-  void Close(Window& log) {
+  void Close(forms::Window& log) {
     Event([&] { log.Close(); });
   }
   std::string Marks() { return Rows("select count(*) from [Contest Qso] where InLog").front(); }
@@ -238,7 +238,7 @@ TEST_F(TransferTest, TheHeadersScreenStaysOnItsOwnRecord) {
   ContestForm& contest = OpenContest();
   Store(contest, kDate, kBand);
   Press(contest, "cmQso");
-  Window& log = *machine.Host().Front();
+  forms::Window& log = *machine.Host().Front();
   Store(contest, "05/10/2024", kBand);
   machine.Messages().QueueAnswer(true);
   Close(log);
@@ -248,4 +248,4 @@ TEST_F(TransferTest, TheHeadersScreenStaysOnItsOwnRecord) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -2,7 +2,7 @@
 
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -84,4 +84,4 @@ TEST_F(AnnouncementsTest, AListenerThatFailsIsToldAndKeepsNothingFromTheOthers) 
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

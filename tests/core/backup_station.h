@@ -9,7 +9,7 @@
 #include "core/backup.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 class BackupStation : public StationTest {
  protected:
@@ -27,4 +27,4 @@ class BackupStation : public StationTest {
   }
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -11,7 +11,7 @@
 #include "tests/core/backup_station.h"
 #include "tests/support/recorded_files.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 namespace fs = std::filesystem;
@@ -22,27 +22,27 @@ std::string Names(const std::vector<BackupCopy>& copies) {
   return names;
 }
 
-std::vector<DateTime> EveryDay(DateTime last, int count) {
-  std::vector<DateTime> days;
+std::vector<base::DateTime> EveryDay(base::DateTime last, int count) {
+  std::vector<base::DateTime> days;
   for (int i = 0; i < count; ++i) {
-    days.push_back(DateTime::FromSeconds(last.Seconds() - std::int64_t{i} * 86400));
+    days.push_back(base::DateTime::FromSeconds(last.Seconds() - std::int64_t{i} * 86400));
   }
   return days;
 }
 
-const DateTime kToday = DateTime::Of(2002, 12, 20);
+const base::DateTime kToday = base::DateTime::Of(2002, 12, 20);
 
 TEST(DaysToDrop, TenDaysAreAllKept) {
   EXPECT_TRUE(DaysToDrop(EveryDay(kToday, 10), kToday).empty());
 }
 
 TEST(DaysToDrop, OfTwoYearsTenDaysAndTheEndOfElevenEarlierMonthsStay) {
-  const std::vector<DateTime> days = EveryDay(kToday, 720);
-  const std::vector<DateTime> dropped = DaysToDrop(days, kToday);
+  const std::vector<base::DateTime> days = EveryDay(kToday, 720);
+  const std::vector<base::DateTime> dropped = DaysToDrop(days, kToday);
   std::vector<std::string> kept;
-  for (const DateTime day : days) {
+  for (const base::DateTime day : days) {
     if (std::find(dropped.begin(), dropped.end(), day) == dropped.end()) {
-      kept.push_back(DateText(day));
+      kept.push_back(base::DateText(day));
     }
   }
   EXPECT_EQ(kept,
@@ -54,18 +54,19 @@ TEST(DaysToDrop, OfTwoYearsTenDaysAndTheEndOfElevenEarlierMonthsStay) {
 }
 
 TEST(DaysToDrop, AYearOfPausesCountsMonthsThatHaveACopy) {
-  std::vector<DateTime> days;
-  for (int year = 1980; year < 2000; ++year) days.push_back(DateTime::Of(year, 5, 1));
-  const std::vector<DateTime> dropped = DaysToDrop(days, kToday);
+  std::vector<base::DateTime> days;
+  for (int year = 1980; year < 2000; ++year) days.push_back(base::DateTime::Of(year, 5, 1));
+  const std::vector<base::DateTime> dropped = DaysToDrop(days, kToday);
   ASSERT_EQ(dropped.size(), 8u);
-  EXPECT_EQ(dropped.front(), DateTime::Of(1987, 5, 1));
+  EXPECT_EQ(dropped.front(), base::DateTime::Of(1987, 5, 1));
 }
 
 TEST(DaysToDrop, DaysAheadOfTheClockStayAndTakeNobodysPlace) {
-  std::vector<DateTime> days = EveryDay(DateTime::Of(2099, 6, 30), 12);
-  const std::vector<DateTime> past = EveryDay(kToday, 11);
+  std::vector<base::DateTime> days = EveryDay(base::DateTime::Of(2099, 6, 30), 12);
+  const std::vector<base::DateTime> past = EveryDay(kToday, 11);
   days.insert(days.end(), past.begin(), past.end());
-  EXPECT_EQ(DaysToDrop(days, kToday), std::vector<DateTime>{DateTime::Of(2002, 12, 10)});
+  EXPECT_EQ(DaysToDrop(days, kToday),
+            std::vector<base::DateTime>{base::DateTime::Of(2002, 12, 10)});
 }
 
 using BackupTest = BackupStation;
@@ -108,7 +109,7 @@ TEST_F(BackupTest, ADayThatHasItsCopyGetsNoSecondOne) {
 }
 
 TEST_F(BackupTest, ACopyIsOfTheDayOnWhichItBegins) {
-  machine.SetNow(DateTime::Of(2001, 12, 31, 23, 59, 57));
+  machine.SetNow(base::DateTime::Of(2001, 12, 31, 23, 59, 57));
   LetTheCopyBeMade();
   EXPECT_EQ(Names(BackupCopies(directory.Path())), "Brenvo-2002-01-01.mdb;");
   EXPECT_EQ(frame->StatusBar1.Panel(1), "Copia di sicurezza del 01/01/2002 fatta");
@@ -117,7 +118,7 @@ TEST_F(BackupTest, ACopyIsOfTheDayOnWhichItBegins) {
 TEST_F(BackupTest, ADayThatHasItsCopyByThenKeepsIt) {
   fs::create_directories(BackupDirectory());
   std::ofstream(BackupDirectory() / "Brenvo-2002-01-01.mdb") << "kept";
-  machine.SetNow(DateTime::Of(2001, 12, 31, 23, 59, 57));
+  machine.SetNow(base::DateTime::Of(2001, 12, 31, 23, 59, 57));
   LetTheCopyBeMade();
   EXPECT_EQ(fs::file_size(BackupDirectory() / "Brenvo-2002-01-01.mdb"), 4u);
   EXPECT_FALSE(session.Backup->Running());
@@ -125,7 +126,7 @@ TEST_F(BackupTest, ADayThatHasItsCopyByThenKeepsIt) {
 
 TEST_F(BackupTest, AClockSetBackMakesACopyOfItsOwnDay) {
   LetTheCopyBeMade();
-  machine.SetNow(DateTime::Of(2001, 1, 1, 12));
+  machine.SetNow(base::DateTime::Of(2001, 1, 1, 12));
   session.Backup->Start();
   LetTheCopyBeMade();
   EXPECT_EQ(Names(BackupCopies(directory.Path())), "Brenvo-2001-02-03.mdb;Brenvo-2001-01-01.mdb;");
@@ -201,8 +202,8 @@ TEST_F(BackupTest, ADamagedDatabaseIsToldAndNotWrittenAnyMore) {
                 "La copia di sicurezza non e' riuscita: Il file del database e' danneggiato"),
             0u);
   EXPECT_TRUE(BackupCopies(directory.Path()).empty());
-  EXPECT_THROW(Store("IK3DEF"), DatabaseError);
-  EXPECT_THROW(session.Db.BeginTrans(), DatabaseError);
+  EXPECT_THROW(Store("IK3DEF"), engine::DatabaseError);
+  EXPECT_THROW(session.Db.BeginTrans(), engine::DatabaseError);
 }
 
 TEST_F(BackupTest, AShutdownGivesTheCopyUp) {
@@ -228,7 +229,7 @@ TEST_F(BackupTest, ACheckThatIsInterruptedLeavesNoCopy) {
   session.Db.CommitTrans();
   const fs::path file = directory.Path() / "Copy.mdb";
   {
-    OnlineCopy copy(directory.Path() / "Brenvo.mdb", file);
+    file::OnlineCopy copy(directory.Path() / "Brenvo.mdb", file);
     while (copy.Step(1000)) {
     }
     EXPECT_FALSE(copy.Verify([] { return false; }));
@@ -240,4 +241,4 @@ TEST_F(BackupTest, ACheckThatIsInterruptedLeavesNoCopy) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

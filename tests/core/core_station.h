@@ -8,13 +8,14 @@
 #include "core/modules.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 // A child that saves its place, and can refuse to close.
-class Child : public Window {
+class Child : public forms::Window {
  public:
   Child(Session& session, std::string name)
-      : Window(session.Host(), name, name, Twips(3000), Twips(2000)), session_(session) {}
+      : forms::Window(session.Host(), name, name, base::Twips(3000), base::Twips(2000)),
+        session_(session) {}
   void Load() override { RestoreWindow(session_, *this, Name()); }
   bool QueryUnload() override { return !Tag.starts_with("refuse"); }
   void Unload() override { SaveWindow(session_, *this, Name()); }
@@ -31,4 +32,4 @@ class CoreStation : public StationTest {
   void Menu(std::string_view command) { Press(*frame, command); }
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::core

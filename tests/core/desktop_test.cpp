@@ -3,7 +3,7 @@
 #include "core/shared_windows.h"
 #include "tests/core/core_station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -31,7 +31,7 @@ TEST_F(DesktopTest, EveryKindOfWindowHasItsToken) {
   for (const std::string& name : windows) KnowChild(name);
   LoadDesktop(session);
   Texts loaded;
-  for (Window* window : session.Windows.Loaded()) loaded.push_back(window->Name());
+  for (forms::Window* window : session.Windows.Loaded()) loaded.push_back(window->Name());
   loaded.erase(loaded.begin());
   EXPECT_EQ(loaded, windows);
 }
@@ -62,4 +62,4 @@ TEST_F(DesktopTest, UnknownAndShortTokensArePassedOver) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -9,7 +9,7 @@
 
 #include "tests/support/scratch_directory.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 TEST(Files, AStrokeInACallBecomesADash) {
@@ -110,4 +110,4 @@ TEST(Failures, OfTheFileSystemAreToldInItalian) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

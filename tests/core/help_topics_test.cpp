@@ -10,10 +10,10 @@
 
 #include "core/help_file.h"
 #include "station/station.h"
-#include "tests/support/station.h"
 #include "tests/support/places.h"
+#include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 std::vector<HelpPage> Manual() {
@@ -51,8 +51,7 @@ TEST(HelpTopics, EveryPictureOfTheManualIsThere) {
   for (const HelpPage& page : Manual()) {
     for (std::size_t at = 0; (at = page.text.find("](manuale/", at)) != std::string::npos; ++at) {
       const std::string name = page.text.substr(at + 10, page.text.find(')', at) - at - 10);
-      EXPECT_TRUE(std::filesystem::exists(SourceDir() / "docs/screens" / name))
-          << name;
+      EXPECT_TRUE(std::filesystem::exists(SourceDir() / "docs/screens" / name)) << name;
       ++pictures;
     }
   }
@@ -61,7 +60,7 @@ TEST(HelpTopics, EveryPictureOfTheManualIsThere) {
 
 class WindowHelp : public StationTest {
  protected:
-  WindowHelp() : StationTest(false) { frame = StartStation(session); }
+  WindowHelp() : StationTest(false) { frame = station::StartStation(session); }
 };
 
 TEST_F(WindowHelp, IsKnownForEveryWindowOfTheStation) {
@@ -72,4 +71,4 @@ TEST_F(WindowHelp, IsKnownForEveryWindowOfTheStation) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

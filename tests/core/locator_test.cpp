@@ -9,7 +9,7 @@
 #include "file/database_file.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 TEST(Locator, PairsAreComparedAsTextsAndNotAsClasses) {
@@ -128,7 +128,7 @@ TEST(Locator, ThePositionLineKeepsTheBlanksOfItsNumbers) {
 
 TEST(Locator, TheDeliveredOneIsNobodysAndGivesEachCountryADistanceAndABearing) {
   const ScratchStationDirectory directory;
-  Database delivered = OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
+  engine::Database delivered = file::OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
   const std::string own = delivered.OpenSnapshot("select Locator from [User]")->Field(0).Text();
   EXPECT_TRUE(IsValidLocator(own)) << own;
   int countries = 0;
@@ -145,4 +145,4 @@ TEST(Locator, TheDeliveredOneIsNobodysAndGivesEachCountryADistanceAndABearing) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -10,7 +10,7 @@
 #include "station/station.h"
 #include "tests/core/core_station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -19,7 +19,7 @@ using MaintenanceTest = CoreStation;
 // The number of contacts in a file of the directory; none where there is no such file.
 std::optional<std::int64_t> ContactsIn(const std::filesystem::path& file) {
   if (!std::filesystem::exists(file)) return std::nullopt;
-  Database db = OpenDatabaseFile(file);
+  engine::Database db = file::OpenDatabaseFile(file);
   return db.OpenSnapshot("select Count(*) as N from Log")->Field(0).Integer();
 }
 
@@ -169,7 +169,7 @@ TEST_F(MaintenanceTest, ACompactionThatIsStoppedLeavesEverythingAsItWasAndInUse)
 TEST_F(MaintenanceTest, ACompactionThatFailsEndsTheProgramUnderItsTitle) {
   std::filesystem::create_directory(directory.Path() / "BrenvoNEW.MDB");
   std::ofstream(directory.Path() / "BrenvoNEW.MDB" / "x") << "x";
-  EXPECT_THROW(Menu("cmCompatta"), ProgramEnded);
+  EXPECT_THROW(Menu("cmCompatta"), platform::ProgramEnded);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[0].starts_with("message critical \"Compact Database\" \" ")) << lines[0];
@@ -180,7 +180,7 @@ TEST_F(MaintenanceTest, ABackupThatCannotGoStopsTheCompactionWithTheDataInPlace)
   session.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','A')");
   std::filesystem::create_directory(directory.Path() / "Brenvo.BAK");
   std::ofstream(directory.Path() / "Brenvo.BAK" / "x") << "x";
-  EXPECT_THROW(Menu("cmCompatta"), ProgramEnded);
+  EXPECT_THROW(Menu("cmCompatta"), platform::ProgramEnded);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[0].starts_with("message critical \"Compact Database\" \" 75 - ")) << lines[0];
@@ -190,9 +190,9 @@ TEST_F(MaintenanceTest, ABackupThatCannotGoStopsTheCompactionWithTheDataInPlace)
 
 TEST_F(MaintenanceTest, ADatabaseThatAnotherProgramHasOpenIsNotRenamedUnderIt) {
   session.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','A')");
-  Database other = OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
+  engine::Database other = file::OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
   const auto reading = other.OpenSnapshot("select Call from Log");
-  EXPECT_THROW(Menu("cmCompatta"), ProgramEnded);
+  EXPECT_THROW(Menu("cmCompatta"), platform::ProgramEnded);
   EXPECT_EQ(Lines().front(),
             "message critical \"Compact Database\" "
             "\" 3260 - Il database e' aperto in un altro programma.\"");
@@ -201,7 +201,7 @@ TEST_F(MaintenanceTest, ADatabaseThatAnotherProgramHasOpenIsNotRenamedUnderIt) {
 }
 
 TEST_F(MaintenanceTest, ACompactionLeavesTheHandleOfHrdAlone) {
-  const Table* const before = session.TbHrd.get();
+  const engine::Table* const before = session.TbHrd.get();
   Menu("cmCompatta");
   EXPECT_EQ(session.TbHrd.get(), before);
 }
@@ -231,7 +231,7 @@ TEST_P(InterruptedCompaction, LeavesTheDataInOneOfItsFiles) {
 TEST_P(InterruptedCompaction, TheNextStartOpensTheDataOrSaysWhereItIs) {
   const bool present = std::filesystem::exists(directory.Path() / "Brenvo.mdb");
   if (!present) machine.Messages().QueueAnswer(false);  // the backup is offered, and not wanted
-  EXPECT_EQ(StartStation(session) != nullptr, present);
+  EXPECT_EQ(station::StartStation(session) != nullptr, present);
   if (present) {
     EXPECT_TRUE(Lines().empty());
     EXPECT_EQ(Rows("select Call from Log"), Texts{"A"});
@@ -255,4 +255,4 @@ INSTANTIATE_TEST_SUITE_P(EachStep, InterruptedCompaction,
                          testing::Range<std::size_t>(0, CompactionSteps().size() + 1));
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -4,22 +4,23 @@
 
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 using Texts = std::vector<std::string>;
 
-class Lists : public Window {
+class Lists : public forms::Window {
  public:
-  explicit Lists(WindowHost& host) : Window(host, "Lists", "", Twips(1), Twips(1)) {}
-  ListField List{*this, "List", ListStyle::kDropDown};
-  ListField Multi{*this, "Multi", ListStyle::kMulti};
+  explicit Lists(platform::WindowHost& host)
+      : forms::Window(host, "Lists", "", base::Twips(1), base::Twips(1)) {}
+  forms::ListField List{*this, "List", forms::ListStyle::kDropDown};
+  forms::ListField Multi{*this, "Multi", forms::ListStyle::kMulti};
 };
 
 class ModulesTest : public StationTest {
  protected:
   Lists window{machine.Host()};
-  ListField& list = window.List;
+  forms::ListField& list = window.List;
 };
 
 TEST_F(ModulesTest, BlanksAloneAreAnEmptyField) {
@@ -38,10 +39,10 @@ TEST_F(ModulesTest, ATextThatIsNoDateIsTold) {
 
 TEST_F(ModulesTest, KeyFiltersLetTheirKeysThrough) {
   EXPECT_EQ(DigitsOnlyKey('7'), U'7');
-  EXPECT_EQ(DigitsOnlyKey(kBackspace), kBackspace);
+  EXPECT_EQ(DigitsOnlyKey(forms::kBackspace), forms::kBackspace);
   EXPECT_EQ(DigitsOnlyKey('.'), 0u);
   EXPECT_EQ(DigitsOnlyKey('a'), 0u);
-  for (char32_t key : {U'-', U'.', U',', U'0', kBackspace}) EXPECT_EQ(NumericKey(key), key);
+  for (char32_t key : {U'-', U'.', U',', U'0', forms::kBackspace}) EXPECT_EQ(NumericKey(key), key);
   EXPECT_EQ(NumericKey('e'), 0u);
   EXPECT_EQ(UpperKey(U'ò'), U'Ò');
 }
@@ -137,4 +138,4 @@ TEST_F(ModulesTest, FieldTextOfNullIsEmpty) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

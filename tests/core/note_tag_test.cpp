@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 TEST(NoteTag, TheWordsStandBetweenTheTwoStars) {
@@ -32,4 +32,4 @@ TEST(NoteTag, WithoutTheBracketOrTheWordsThereIsNone) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

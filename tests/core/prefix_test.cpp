@@ -2,7 +2,7 @@
 
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 struct Case {
@@ -26,7 +26,7 @@ TEST(PrefixCandidate, IsNothingWithoutADigitOrWhenTheCallEndsWithIt) {
 using PrefixTest = StationTest;
 
 TEST_F(PrefixTest, ACallResolvesThroughTheFirstRowOfItsPrefix) {
-  Table& prefissi = *session.TbPrefissi;
+  engine::Table& prefissi = *session.TbPrefissi;
   EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
   EXPECT_EQ(prefissi.Field("Zona CQ").Integer(), 15);
   EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Prefisso, "IK3");
@@ -69,4 +69,4 @@ TEST_F(PrefixTest, ACountryOfNullResolvesToAnEmptyText) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

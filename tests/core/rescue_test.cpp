@@ -8,7 +8,7 @@
 #include "tests/core/backup_station.h"
 #include "tests/support/golden.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 namespace fs = std::filesystem;
@@ -25,7 +25,7 @@ class RescueTest : public BackupStation {
   fs::path File() const { return directory.Path() / "Brenvo.mdb"; }
   MainFrame* Start() {
     MainFrame* started = nullptr;
-    Event([&] { started = StartStation(again); });
+    Event([&] { started = station::StartStation(again); });
     return started;
   }
   Session again{machine, directory.Path()};
@@ -78,7 +78,7 @@ TEST_F(RescueTest, ACompactionWhoseBackupIsDamagedIsEndedFromItsResult) {
 TEST_F(RescueTest, ARestoreThatWasInterruptedBetweenTheNamesIsTakenBack) {
   const fs::path aside = BackupDirectory() / "Brenvo-prima-2001-02-03 04-05-06.mdb";
   {
-    Database database = OpenDatabaseFile(File());
+    engine::Database database = file::OpenDatabaseFile(File());
     database.Execute("insert into Log (DataQso, Call) values ('2001-02-03 04:06:00', 'IK3DEF')");
   }
   fs::copy_file(BackupCopies(directory.Path())[0].file, directory.Path() / "Brenvo-ripristino.mdb");
@@ -134,7 +134,7 @@ class JournalRescueTest : public RescueTest {
   void EndUncleanly() {
     const fs::path file = directory.Path() / "file", journal = directory.Path() / "journal";
     {
-      Database database = OpenDatabaseFile(File());
+      engine::Database database = file::OpenDatabaseFile(File());
       database.Execute("insert into Log (DataQso, Call) values ('2001-02-03 04:06:00', 'IK3DEF')");
       fs::copy_file(File(), file);
       fs::copy_file(Journal(), journal);
@@ -232,4 +232,4 @@ TEST_F(RescueTest, WithoutACopyTheStartFailsAsEver) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

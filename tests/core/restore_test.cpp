@@ -11,7 +11,7 @@
 #include "tests/core/backup_station.h"
 #include "tests/support/recorded_files.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 namespace fs = std::filesystem;
@@ -42,7 +42,7 @@ class RestoreTest : public BackupStation {
   }
   // What the operator does while the window is open.
   void InTheWindow(std::function<void(RipristinaBackup&)> act) {
-    InDialogs([act](Window& window) { act(static_cast<RipristinaBackup&>(window)); });
+    InDialogs([act](forms::Window& window) { act(static_cast<RipristinaBackup&>(window)); });
   }
 };
 
@@ -90,7 +90,7 @@ TEST_F(RestoreTest, CopiesMayBeOnAnotherDisk) {
 
 TEST_F(RestoreTest, ARestoreIsTakenBackByRestoringWhatWasSetAside) {
   RestoreBackup(session, BackupCopies(directory.Path())[0]);
-  machine.SetNow(DateTime::Of(2001, 2, 3, 5));
+  machine.SetNow(base::DateTime::Of(2001, 2, 3, 5));
   RestoreBackup(session, BackupCopies(directory.Path())[0]);
   EXPECT_EQ(Rows("select Call from Log").size(), 2u);
 }
@@ -109,7 +109,7 @@ TEST_F(RestoreTest, AnsweredWithNoNothingChanges) {
 TEST_F(RestoreTest, ACopyThatIsDamagedChangesNothing) {
   const BackupCopy copy = BackupCopies(directory.Path())[0];
   Damage(copy.file);
-  EXPECT_THROW(RestoreBackup(session, copy), DatabaseError);
+  EXPECT_THROW(RestoreBackup(session, copy), engine::DatabaseError);
   EXPECT_EQ(Rows("select Call from Log").size(), 2u);
   EXPECT_EQ(BackupCopies(directory.Path()).size(), 1u);
   EXPECT_FALSE(fs::exists(directory.Path() / "BrenvoNEW.MDB"));
@@ -126,7 +126,7 @@ TEST_F(RestoreTest, ADiskThatFillsUpAtAnyMomentChangesNothing) {
     Event([&] {
       try {
         RestoreBackup(session, copy);
-      } catch (const DatabaseError& failure) {
+      } catch (const engine::DatabaseError& failure) {
         told = failure.Description;
       }
     });
@@ -152,12 +152,12 @@ TEST_F(RestoreTest, ADiskThatFillsUpAtAnyMomentChangesNothing) {
 }
 
 TEST_F(RestoreTest, ADatabaseThatAnotherProgramHasOpenIsNotReplacedUnderIt) {
-  Database other = OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
+  engine::Database other = file::OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
   const auto reading = other.OpenSnapshot("select Call from Log");
   std::string told;
   try {
     RestoreBackup(session, BackupCopies(directory.Path())[0]);
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     told = failure.Description;
   }
   EXPECT_EQ(told, "Il database e' aperto in un altro programma.");
@@ -176,4 +176,4 @@ TEST_F(RestoreTest, ASecondFileSetAsideInTheSameSecondDoesNotTakeTheFirstOnesPla
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

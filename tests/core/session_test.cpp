@@ -9,7 +9,7 @@
 #include "station/station.h"
 #include "tests/core/core_station.h"
 
-namespace brenvo {
+namespace brenvo::core {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -18,7 +18,8 @@ using Texts = std::vector<std::string>;
 class Selection : public SelectionWindow {
  public:
   explicit Selection(Session& session)
-      : SelectionWindow(session.Host(), "StatSel", "Selezione", Twips(100), Twips(100)) {}
+      : SelectionWindow(session.Host(), "StatSel", "Selezione", base::Twips(100),
+                        base::Twips(100)) {}
   bool ListsAll() const override { return false; }
   void OfferLayouts() override {}
   bool IsVertical() const override { return false; }
@@ -27,14 +28,15 @@ class Selection : public SelectionWindow {
 class SessionTest : public CoreStation {
  protected:
   // The commands of the menu, each with the menu that it stands in, null for the bar itself.
-  std::vector<std::pair<const brenvo::Menu*, Command*>> MenuCommands() const {
-    std::vector<std::pair<const brenvo::Menu*, Command*>> all;
-    for (const MenuItem& item : frame->MenuBar) {
-      if (auto* const* command = std::get_if<Command*>(&item)) {
+  std::vector<std::pair<const forms::Menu*, forms::Command*>> MenuCommands() const {
+    std::vector<std::pair<const forms::Menu*, forms::Command*>> all;
+    for (const forms::MenuItem& item : frame->MenuBar) {
+      if (auto* const* command = std::get_if<forms::Command*>(&item)) {
         all.emplace_back(nullptr, *command);
       } else {
-        const auto* menu = std::get<brenvo::Menu*>(item);
-        for (const MenuItem& inner : menu->Items) all.emplace_back(menu, std::get<Command*>(inner));
+        const auto* menu = std::get<forms::Menu*>(item);
+        for (const forms::MenuItem& inner : menu->Items)
+          all.emplace_back(menu, std::get<forms::Command*>(inner));
       }
     }
     return all;
@@ -43,10 +45,11 @@ class SessionTest : public CoreStation {
 
 TEST_F(SessionTest, OpeningReadsTheOwnLocatorAndOpensEveryTable) {
   EXPECT_EQ(session.MyLocator, "JN65AA");
-  for (Table* table : {session.TbLog.get(), session.TbHrd.get(), session.TbContest.get(),
-                       session.TbContestQso.get(), session.TbPrefissi.get(),
-                       session.TbCountry.get(), session.TbProvincie.get(), session.TbNoteHelp.get(),
-                       session.TbUser.get(), session.TbUserRTX.get(), session.TbSquare.get()}) {
+  for (engine::Table* table :
+       {session.TbLog.get(), session.TbHrd.get(), session.TbContest.get(),
+        session.TbContestQso.get(), session.TbPrefissi.get(), session.TbCountry.get(),
+        session.TbProvincie.get(), session.TbNoteHelp.get(), session.TbUser.get(),
+        session.TbUserRTX.get(), session.TbSquare.get()}) {
     EXPECT_NE(table, nullptr);
   }
 }
@@ -64,7 +67,8 @@ TEST_F(SessionTest, OnlyTheExactDevelopmentPathIsReplaced) {
 TEST_F(SessionTest, ClosingTheFrameUnloadsEveryChildFirstAndSavesItsPlace) {
   KnowChild("One");
   KnowChild("Two");
-  session.Windows.LoadNew("One")->Move({Twips(11), Twips(22), Twips(333), Twips(444)});
+  session.Windows.LoadNew("One")->Move(
+      {base::Twips(11), base::Twips(22), base::Twips(333), base::Twips(444)});
   session.Windows.LoadNew("Two");
   EXPECT_TRUE(session.Windows.Unload(*frame));
   EXPECT_EQ(session.GetSetting("One", "X", ""), "11");
@@ -80,7 +84,7 @@ TEST_F(SessionTest, AChildThatRefusesStopsTheShutdownAndComesToTheFront) {
   KnowChild("Two");
   KnowChild("Three");
   session.Windows.LoadNew("One");
-  Window* stubborn = session.Windows.LoadNew("Two");
+  forms::Window* stubborn = session.Windows.LoadNew("Two");
   stubborn->Tag = "refuse";
   session.Windows.LoadNew("Three");
   EXPECT_FALSE(session.Windows.Unload(*frame));
@@ -94,8 +98,8 @@ TEST_F(SessionTest, AChildThatRefusesStopsTheShutdownAndComesToTheFront) {
 
 TEST_F(SessionTest, OnlyANormalWindowSavesItsPlace) {
   KnowChild("One");
-  Window* window = session.Windows.LoadNew("One");
-  window->Moved(window->GetBounds(), WindowState::kMaximised);
+  forms::Window* window = session.Windows.LoadNew("One");
+  window->Moved(window->GetBounds(), forms::WindowState::kMaximised);
   window->Close();
   EXPECT_EQ(session.GetSetting("One", "X", "none"), "none");
 }
@@ -104,9 +108,9 @@ TEST_F(SessionTest, APlaceThatMakesNoSenseIsPassedOver) {
   KnowChild("One");
   session.SaveSetting("One", "W", "1e99");
   session.SaveSetting("One", "X", "-500");
-  Window* window = session.Windows.LoadNew("One");
-  EXPECT_EQ(window->Width(), Twips(3000));
-  EXPECT_EQ(window->GetBounds().left, Twips(-500));
+  forms::Window* window = session.Windows.LoadNew("One");
+  EXPECT_EQ(window->Width(), base::Twips(3000));
+  EXPECT_EQ(window->GetBounds().left, base::Twips(-500));
 }
 
 TEST_F(SessionTest, TheMenuIsWholeAndEveryNameStandsOnce) {
@@ -118,15 +122,15 @@ TEST_F(SessionTest, TheMenuIsWholeAndEveryNameStandsOnce) {
   EXPECT_EQ(names.size(), 49u);
   EXPECT_EQ(frame->MenuBar.size(), 8u);
   // Every command that the frame has stands in its menu.
-  for (Field* field : frame->Fields()) {
-    if (FieldAs<Command>(*field) == nullptr) continue;
+  for (forms::Field* field : frame->Fields()) {
+    if (forms::FieldAs<forms::Command>(*field) == nullptr) continue;
     EXPECT_TRUE(names.contains(field->Name())) << field->Name();
   }
 }
 
 TEST_F(SessionTest, ACommandWhoseWindowDoesNotExistDoesNothing) {
-  const std::set<const Command*> withoutWindow = {&frame->cmAzzeraLog, &frame->cmAzzeraContest,
-                                                  &frame->cmAssegnaPrefissi, &frame->cmCompatta};
+  const std::set<const forms::Command*> withoutWindow = {
+      &frame->cmAzzeraLog, &frame->cmAzzeraContest, &frame->cmAssegnaPrefissi, &frame->cmCompatta};
   for (const auto& [menu, command] : MenuCommands()) {
     if (!withoutWindow.contains(command)) Menu(command->Name());
   }
@@ -161,7 +165,7 @@ TEST_F(SessionTest, AStatisticAsksForItsSelectionFirst) {
   session.Windows.Register("StatSel", [this] { return std::make_unique<Selection>(session); });
   KnowChild("SField");
   std::string asked;
-  InDialogs([&](Window& dialog) {
+  InDialogs([&](forms::Window& dialog) {
     asked = dialog.Tag;
     dialog.Tag = "Cancel";
     dialog.Hide();
@@ -171,7 +175,7 @@ TEST_F(SessionTest, AStatisticAsksForItsSelectionFirst) {
   EXPECT_EQ(asked, "FIELD");
   EXPECT_EQ(session.QueryText, "before");
   EXPECT_EQ(session.Windows.Loaded().size(), 1u);
-  InDialogs([&](Window& dialog) {
+  InDialogs([&](forms::Window& dialog) {
     dialog.Tag = "WHERE Banda='  2 m'";
     dialog.Hide();
   });
@@ -205,7 +209,7 @@ TEST_F(SessionTest, TheFirstStepIsToldUntilTheProfileIsTheOperatorsOwn) {
 
 TEST_F(SessionTest, EveryMenuHasAShortcutAndNoShortcutIsGivenTwice) {
   std::set<std::string> shortcuts;
-  std::set<const brenvo::Menu*> menus, reached;
+  std::set<const forms::Menu*> menus, reached;
   for (const auto& [menu, command] : MenuCommands()) {
     menus.insert(menu);
     if (command->Shortcut.empty()) continue;
@@ -219,7 +223,7 @@ class StartTest : public StationTest {
  protected:
   StartTest() : StationTest(false) {}
   std::string Start() {
-    EXPECT_EQ(StartStation(session), nullptr);
+    EXPECT_EQ(station::StartStation(session), nullptr);
     const Texts lines = Lines();
     return lines.empty() ? std::string() : lines.front();
   }
@@ -233,7 +237,7 @@ TEST_F(StartTest, AMissingDatabaseIsNamed) {
 }
 
 TEST_F(StartTest, AnEmptyUserTableIsNamed) {
-  OpenDatabaseFile(directory.Path() / "Brenvo.mdb").Execute("delete * from [User]");
+  file::OpenDatabaseFile(directory.Path() / "Brenvo.mdb").Execute("delete * from [User]");
   EXPECT_NE(Start().find("User"), std::string::npos);
 }
 
@@ -243,13 +247,13 @@ TEST_F(StartTest, AFileOfAnotherKindIsRefused) {
 }
 
 TEST_F(StartTest, TheStationStartsAndStops) {
-  ASSERT_NE(StartStation(session), nullptr);
+  ASSERT_NE(station::StartStation(session), nullptr);
   EXPECT_TRUE(Lines().empty());
-  EXPECT_TRUE(StopStation(session));
+  EXPECT_TRUE(station::StopStation(session));
   EXPECT_FALSE(session.IsOpen());
 }
 
 TEST_F(SessionTest, WithoutItsSettingTheManagerPathIsEmpty) { EXPECT_EQ(session.ManagerPath, ""); }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::core

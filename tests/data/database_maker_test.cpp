@@ -42,7 +42,7 @@ class MakingADatabase : public testing::Test {
     std::ofstream(folder_ / name, std::ios::binary) << text;
   }
   fs::path Out() const { return folder_ / "Brenvo.mdb"; }
-  void Make() { MakeDatabase(SourceDir() / "data" / "schema.sql", folder_, Out()); }
+  void Make() { mkdatabase::MakeDatabase(SourceDir() / "data" / "schema.sql", folder_, Out()); }
   std::string FailureOfMake() {
     try {
       Make();
@@ -155,22 +155,24 @@ TEST_F(MakingADatabase, FailsWhenTheFirstPropagationIsNotTheEmptyOne) {
 }
 
 TEST_F(MakingADatabase, FailsWithoutASchema) {
-  EXPECT_THROW(MakeDatabase(folder_ / "none.sql", folder_, Out()), std::runtime_error);
+  EXPECT_THROW(mkdatabase::MakeDatabase(folder_ / "none.sql", folder_, Out()), std::runtime_error);
   EXPECT_THAT(Leavings(), IsEmpty());
 }
 
 TEST_F(MakingADatabase, ADatabaseInUseGetsTheTablesThatItLacks) {
   Make();
   const fs::path schema = SourceDir() / "data" / "schema.sql";
-  EXPECT_THAT(CompleteDatabase(schema, Out()), IsEmpty());
+  EXPECT_THAT(mkdatabase::CompleteDatabase(schema, Out()), IsEmpty());
   std::ofstream(folder_ / "more.sql") << std::ifstream(schema).rdbuf()
                                       << "CREATE TABLE \"Nuova\" (\"A\" TEXT);\n"
                                          "CREATE INDEX \"Nuova.A\" ON \"Nuova\" (\"A\");\n";
-  EXPECT_THAT(CompleteDatabase(folder_ / "more.sql", Out()), ElementsAre("Nuova", "Nuova.A"));
+  EXPECT_THAT(mkdatabase::CompleteDatabase(folder_ / "more.sql", Out()),
+              ElementsAre("Nuova", "Nuova.A"));
   EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
   EXPECT_THAT(Query(Out(), "SELECT A FROM Nuova"), IsEmpty());
   std::ofstream(folder_ / "other.mdb");
-  EXPECT_THROW((void)CompleteDatabase(schema, folder_ / "other.mdb"), std::runtime_error);
+  EXPECT_THROW((void)mkdatabase::CompleteDatabase(schema, folder_ / "other.mdb"),
+               std::runtime_error);
 }
 
 TEST_F(MakingADatabase, ATableIsNotAddedThroughAJournalOfAnotherFile) {
@@ -178,7 +180,7 @@ TEST_F(MakingADatabase, ATableIsNotAddedThroughAJournalOfAnotherFile) {
   const fs::path schema = SourceDir() / "data" / "schema.sql";
   const fs::path journal = Out().string() + "-wal";
   std::ofstream(journal, std::ios::binary) << std::string(5000, 'x');
-  EXPECT_THROW((void)CompleteDatabase(schema, Out()), std::runtime_error);
+  EXPECT_THROW((void)mkdatabase::CompleteDatabase(schema, Out()), std::runtime_error);
   EXPECT_EQ(fs::file_size(journal), 5000u);
 }
 

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "tests/data/sqlite_query.h"
-#include "tools/measure_prefixes/prefix_table.h"
 #include "tests/support/places.h"
+#include "tools/measure_prefixes/prefix_table.h"
 
 namespace brenvo {
 namespace {
@@ -15,7 +15,7 @@ using testing::IsEmpty;
 
 struct KnownCall {
   std::string_view Call;
-  Answer Tells;
+  measure_prefixes::Answer Tells;
 };
 
 const KnownCall knownCalls[] = {
@@ -102,15 +102,15 @@ const KnownCall knownCalls[] = {
     {"FR5ABC", {"FR", 39, 53, "AF"}},  {"D44AC", {"D4", 35, 46, "AF"}},
 };
 
-std::optional<Answer> Resolved(std::string_view call) {
-  static const PrefixTable table =
-      PrefixTable::Load(BuildDir() / "delivered" / "Brenvo.mdb");
+std::optional<measure_prefixes::Answer> Resolved(std::string_view call) {
+  static const measure_prefixes::PrefixTable table =
+      measure_prefixes::PrefixTable::Load(BuildDir() / "delivered" / "Brenvo.mdb");
   return table.Resolve(call);
 }
 
 TEST(DeliveredPrefixes, WellKnownCallsFindTheirCountryZonesAndContinent) {
   for (const auto& [call, tells] : knownCalls) {
-    const std::optional<Answer> found = Resolved(call);
+    const std::optional<measure_prefixes::Answer> found = Resolved(call);
     ASSERT_TRUE(found) << call;
     EXPECT_EQ(*found, tells) << call << " gives " << found->Country << " " << found->ZoneCq << "/"
                              << found->ZoneItu << " " << found->Continent;
@@ -148,7 +148,7 @@ TEST(DeliveredPrefixes, NoneBelongsToADeletedCountry) {
 
 TEST(DeliveredPrefixes, EachIsUpperCaseOfAtMostFiveCharactersAndEndsInItsDigit) {
   for (const std::string& prefix : DeliveredColumn("SELECT Prefisso FROM Prefissi")) {
-    EXPECT_EQ(PrefixOf(prefix + "A"), prefix);
+    EXPECT_EQ(measure_prefixes::PrefixOf(prefix + "A"), prefix);
     EXPECT_LE(prefix.size(), 5U) << prefix;
     EXPECT_EQ(prefix.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"), std::string::npos)
         << prefix;

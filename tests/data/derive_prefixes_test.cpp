@@ -36,10 +36,13 @@ constexpr std::string_view countries =
     "    =3D2R;\n";
 
 // Deriving takes its time: it is done once for the same calls.
-const std::vector<PrefixTable::Row>& Derived(const std::vector<std::string>& calls) {
-  static std::map<std::vector<std::string>, std::vector<PrefixTable::Row>> known;
+const std::vector<measure_prefixes::PrefixTable::Row>& Derived(
+    const std::vector<std::string>& calls) {
+  static std::map<std::vector<std::string>, std::vector<measure_prefixes::PrefixTable::Row>> known;
   const auto [entry, isNew] = known.try_emplace(calls);
-  if (isNew) entry->second = DerivePrefixes(CtyFile::Parse(countries), calls);
+  if (isNew)
+    entry->second =
+        derive_prefixes::DerivePrefixes(measure_prefixes::CtyFile::Parse(countries), calls);
   return entry->second;
 }
 
@@ -91,7 +94,7 @@ TEST(DerivingPrefixes, AddsNumbersHeardInSpecialCalls) {
 
 TEST(DerivingPrefixes, LeavesOutWhatIsTooLongPortableOrMistyped) {
   for (const std::string call : {"GB1000A", "G/S57AA", "G02AAA"}) {
-    EXPECT_THAT(RowsOf(PrefixOf(call), {call}), IsEmpty()) << call;
+    EXPECT_THAT(RowsOf(measure_prefixes::PrefixOf(call), {call}), IsEmpty()) << call;
   }
 }
 

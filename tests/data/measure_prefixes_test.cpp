@@ -25,81 +25,85 @@ constexpr std::string_view countries =
     "    KG4;\n";
 
 TEST(PrefixRule, TakesEverythingUpToTheFirstDigits) {
-  EXPECT_EQ(PrefixOf("IK3ABC"), "IK3");
-  EXPECT_EQ(PrefixOf("4U1ITU"), "4U1");
-  EXPECT_EQ(PrefixOf("OE20XYZ"), "OE20");
-  EXPECT_EQ(PrefixOf("DL/K1ABC"), "DL/K1");
-  EXPECT_EQ(PrefixOf("K1ABC2"), "K1");
+  EXPECT_EQ(measure_prefixes::PrefixOf("IK3ABC"), "IK3");
+  EXPECT_EQ(measure_prefixes::PrefixOf("4U1ITU"), "4U1");
+  EXPECT_EQ(measure_prefixes::PrefixOf("OE20XYZ"), "OE20");
+  EXPECT_EQ(measure_prefixes::PrefixOf("DL/K1ABC"), "DL/K1");
+  EXPECT_EQ(measure_prefixes::PrefixOf("K1ABC2"), "K1");
 }
 
 TEST(PrefixRule, FindsNothingWithoutDigitsOrWithoutAnythingBehindThem) {
   for (const std::string_view call : {"", "I", "I1", "IW1", "3A", "IK33"}) {
-    EXPECT_EQ(PrefixOf(call), "") << call;
+    EXPECT_EQ(measure_prefixes::PrefixOf(call), "") << call;
   }
 }
 
 TEST(PrefixTable, GivesTheFirstRowInTheOrderOfZonesAndContinent) {
-  const PrefixTable table({{"UA9", {"UA9", 18, 31, "AS"}},
-                           {"UA9", {"UA", 17, 30, "EU"}},
-                           {"UA9", {"UA9", 17, 30, "AS"}}});
-  EXPECT_EQ(table.Resolve("UA9ABC"), (Answer{"UA9", 17, 30, "AS"}));
+  const measure_prefixes::PrefixTable table({{"UA9", {"UA9", 18, 31, "AS"}},
+                                             {"UA9", {"UA", 17, 30, "EU"}},
+                                             {"UA9", {"UA9", 17, 30, "AS"}}});
+  EXPECT_EQ(table.Resolve("UA9ABC"), (measure_prefixes::Answer{"UA9", 17, 30, "AS"}));
 }
 
 TEST(PrefixTable, DoesNotTakeALongerPrefixForAShorterOne) {
-  const PrefixTable table({{"DL10", {"DL", 14, 28, "EU"}}});
+  const measure_prefixes::PrefixTable table({{"DL10", {"DL", 14, 28, "EU"}}});
   EXPECT_EQ(table.Resolve("DL1ABC"), std::nullopt);
 }
 
 TEST(CountryFile, GivesTheLongestPrefixWithItsOwnZones) {
-  const CtyFile file = CtyFile::Parse(countries);
-  EXPECT_EQ(file.Find("K6XX"), (Answer{"K", 3, 6, "NA"}));
-  EXPECT_EQ(file.Find("K1XX"), (Answer{"K", 5, 8, "NA"}));
+  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(countries);
+  EXPECT_EQ(file.Find("K6XX"), (measure_prefixes::Answer{"K", 3, 6, "NA"}));
+  EXPECT_EQ(file.Find("K1XX"), (measure_prefixes::Answer{"K", 5, 8, "NA"}));
 }
 
 TEST(CountryFile, PutsAWholeCallBeforeItsPrefix) {
-  const CtyFile file = CtyFile::Parse(countries);
-  EXPECT_EQ(file.Find("K6AA"), (Answer{"K", 4, 7, "OC"}));
-  EXPECT_EQ(file.Find("II0X/MM"), (Answer{"I", 40, 28, "EU"}));
+  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(countries);
+  EXPECT_EQ(file.Find("K6AA"), (measure_prefixes::Answer{"K", 4, 7, "OC"}));
+  EXPECT_EQ(file.Find("II0X/MM"), (measure_prefixes::Answer{"I", 40, 28, "EU"}));
   EXPECT_TRUE(file.Lists("K6AA"));
   EXPECT_FALSE(file.Lists("K6XX"));
 }
 
 TEST(CountryFile, TurnsItsNamesIntoOurCodes) {
-  const CtyFile file = CtyFile::Parse(countries);
-  EXPECT_EQ(file.Find("IS0ABC"), (Answer{"IS0", 15, 28, "EU"}));
-  EXPECT_EQ(file.Find("IG9A"), (Answer{"I", 33, 37, "AF"}));
+  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(countries);
+  EXPECT_EQ(file.Find("IS0ABC"), (measure_prefixes::Answer{"IS0", 15, 28, "EU"}));
+  EXPECT_EQ(file.Find("IG9A"), (measure_prefixes::Answer{"I", 33, 37, "AF"}));
 }
 
 TEST(CountryFile, TellsGuantanamoBayByTwoLetters) {
-  const CtyFile file = CtyFile::Parse(countries);
+  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(countries);
   EXPECT_EQ(file.Find("KG4AB")->Country, "KG4");
   EXPECT_EQ(file.Find("KG4AB/P")->Country, "KG4");
-  EXPECT_EQ(file.Find("KG4ABC"), (Answer{"K", 5, 8, "NA"}));
+  EXPECT_EQ(file.Find("KG4ABC"), (measure_prefixes::Answer{"K", 5, 8, "NA"}));
   EXPECT_EQ(file.Find("KG4A")->Country, "K");
 }
 
 TEST(CountryFile, KnowsNothingOfAnUnknownPrefix) {
-  EXPECT_EQ(CtyFile::Parse(countries).Find("1N7N"), std::nullopt);
+  EXPECT_EQ(measure_prefixes::CtyFile::Parse(countries).Find("1N7N"), std::nullopt);
 }
 
 TEST(CountryFile, RefusesOtherText) {
-  EXPECT_THROW((void)CtyFile::Parse("Codice,Modo\n1,SSB\n"), std::runtime_error);
+  EXPECT_THROW((void)measure_prefixes::CtyFile::Parse("Codice,Modo\n1,SSB\n"), std::runtime_error);
 }
 
 TEST(Measuring, CountsCountriesAndZonesApart) {
-  const PrefixTable table({{"K6", {"K", 3, 6, "NA"}}, {"I0", {"IS0", 15, 28, "EU"}}});
-  const Measurement result = Measure(table, CtyFile::Parse(countries), {"K6XX", "K6AA", "I0AA"});
+  const measure_prefixes::PrefixTable table(
+      {{"K6", {"K", 3, 6, "NA"}}, {"I0", {"IS0", 15, 28, "EU"}}});
+  const measure_prefixes::Measurement result = measure_prefixes::Measure(
+      table, measure_prefixes::CtyFile::Parse(countries), {"K6XX", "K6AA", "I0AA"});
   EXPECT_EQ(result.All.Calls, 3U);
   EXPECT_EQ(result.All.RightCountry, 2U);
   EXPECT_EQ(result.All.RightCountryAndZones, 1U);
-  EXPECT_THAT(result.Misses, ElementsAre(Field(&Miss::Call, "K6AA"), Field(&Miss::Call, "I0AA")));
+  EXPECT_THAT(result.Misses, ElementsAre(Field(&measure_prefixes::Miss::Call, "K6AA"),
+                                         Field(&measure_prefixes::Miss::Call, "I0AA")));
   EXPECT_EQ(result.WithoutOwnEntry.Calls, 2U);
   EXPECT_EQ(result.WithoutOwnEntry.RightCountry, 1U);
 }
 
 TEST(Measuring, CountsACallWithoutAnyAnswerAsRightOnlyIfNobodyKnowsIt) {
-  const PrefixTable table({{"K6", {"K", 3, 6, "NA"}}});
-  const Measurement result = Measure(table, CtyFile::Parse(countries), {"1N7N", "K1AA", "I0"});
+  const measure_prefixes::PrefixTable table({{"K6", {"K", 3, 6, "NA"}}});
+  const measure_prefixes::Measurement result = measure_prefixes::Measure(
+      table, measure_prefixes::CtyFile::Parse(countries), {"1N7N", "K1AA", "I0"});
   EXPECT_EQ(result.All.RightCountry, 1U);
   EXPECT_EQ(result.WithoutPrefix, 1U);
   EXPECT_EQ(result.NotInTable, 2U);
@@ -108,9 +112,9 @@ TEST(Measuring, CountsACallWithoutAnyAnswerAsRightOnlyIfNobodyKnowsIt) {
 }
 
 TEST(Measuring, KnowsWhatOneAnswerForAPrefixCanReach) {
-  const PrefixTable table(std::vector<PrefixTable::Row>{});
-  const Measurement result =
-      Measure(table, CtyFile::Parse(countries), {"K6XX", "K6YY", "K6AA", "II0C", "II0D"});
+  const measure_prefixes::PrefixTable table(std::vector<measure_prefixes::PrefixTable::Row>{});
+  const measure_prefixes::Measurement result = measure_prefixes::Measure(
+      table, measure_prefixes::CtyFile::Parse(countries), {"K6XX", "K6YY", "K6AA", "II0C", "II0D"});
   EXPECT_EQ(result.Ceiling.RightCountry, 4U);
   EXPECT_EQ(result.Ceiling.RightCountryAndZones, 3U);
 }

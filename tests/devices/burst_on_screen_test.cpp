@@ -7,28 +7,29 @@
 #include <QTimer>
 
 #include "tests/devices/real_station.h"
-#include "ui/qt_platform.h"
 #include "tests/support/places.h"
+#include "ui/qt_platform.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 class Desktop : public testing::Test {
  protected:
   Desktop() {
-    std::filesystem::copy_file(BuildDir() / "delivered/Brenvo.mdb", directory.Path() / "Brenvo.mdb");
+    std::filesystem::copy_file(BuildDir() / "delivered/Brenvo.mdb",
+                               directory.Path() / "Brenvo.mdb");
     for (const char* file : {"tnc.mnu", "wwconv.mnu"}) {
       std::filesystem::copy_file(SourceDir() / "data" / file, directory.Path() / file);
     }
     machine.Attach(&session);
-    StartStation(session);
+    station::StartStation(session);
     session.Db.Execute("UPDATE [User] SET TelnetCluster='" + node.Address() + "'");
     session.TbUser->MoveFirst();
     Event([&] { session.Windows.Show(*session.Windows.LoadSingle("TNCtelnet")); });
     Until([&] { return node.Connected(); });
   }
   ~Desktop() override {
-    Event([&] { StopStation(session); });
+    Event([&] { station::StopStation(session); });
     Pass(1);
     machine.Attach(nullptr);
   }
@@ -56,18 +57,18 @@ class Desktop : public testing::Test {
   LoopbackServer node;
   ScratchDirectory directory;
   QtPlatform machine{directory.Path()};
-  Session session{machine, directory.Path()};
+  core::Session session{machine, directory.Path()};
 };
 
 TEST_F(Desktop, ABurstOfTenThousandLinesLeavesTheInterfaceAnswering) {
-  auto& telnet = static_cast<TNCtelnet&>(*session.Windows.Find("TNCtelnet"));
+  auto& telnet = static_cast<links::TNCtelnet&>(*session.Windows.Find("TNCtelnet"));
   std::string burst;
   for (int i = 0; i < 10000; ++i) {
     burst += "DX de I4LCK:     14195.0  Z" + std::to_string(i) + "A   tnx 1423Z\r\n";
   }
   node.Say(burst);
   const qint64 longest = LongestWait(
-      "10,000 lines", [&] { return telnet.Received.Find("Z9999A", 0) != RichText::npos; });
+      "10,000 lines", [&] { return telnet.Received.Find("Z9999A", 0) != forms::RichText::npos; });
   EXPECT_LT(longest, 2000);
 }
 
@@ -90,4 +91,4 @@ TEST_F(Desktop, AMegabyteWithoutALineEndLeavesTheInterfaceAnswering) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -3,7 +3,7 @@
 
 #include "tests/devices/real_station.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 using Lines = std::vector<std::string>;
@@ -11,7 +11,7 @@ using Lines = std::vector<std::string>;
 class LostDevice : public RealStation {
  protected:
   Lines Told() { return machine.TakeLines(); }
-  void Close(Window& window) {
+  void Close(forms::Window& window) {
     Event([&] { EXPECT_TRUE(window.Close()); });
   }
 };
@@ -26,8 +26,8 @@ class PulledOut : public LostDevice {
     Told();
   }
   void Map(const SerialLine& each) { session.SaveSetting("Porte", "COM1", each.Device()); }
-  FT736& SwitchedOn() {
-    FT736& rig = Open<FT736>("FT736");
+  links::FT736& SwitchedOn() {
+    links::FT736& rig = Open<links::FT736>("FT736");
     Event([&] { rig.Accensione.Press(); });
     EXPECT_TRUE(line.Hears(std::string("\x20\x20\x20\x20\x00", 5)));
     return rig;
@@ -42,7 +42,7 @@ class PulledOut : public LostDevice {
 };
 
 TEST_F(PulledOut, TheTerminalStandsSilentAndTellsItWhenSomethingIsSent) {
-  TNC& tnc = Open<TNC>("TNC");
+  links::TNC& tnc = Open<links::TNC>("TNC");
   line.Say("hello\r\nhalf a li");
   EXPECT_TRUE(Shows(tnc.Received, "hello\nhalf a li"));
   line.PullOut();
@@ -57,20 +57,20 @@ TEST_F(PulledOut, TheTerminalStandsSilentAndTellsItWhenSomethingIsSent) {
 }
 
 TEST_F(PulledOut, NothingTurnsInVain) {
-  Open<TNC>("TNC");
+  Open<links::TNC>("TNC");
   Pass(50);
   line.PullOut();
   EXPECT_LT(Idle(500), 0.25);
 }
 
 TEST_F(PulledOut, TheTerminalOpenedAgainUsesWhatIsThereNow) {
-  Close(Open<TNC>("TNC"));
-  TNC& lost = Open<TNC>("TNC");
+  Close(Open<links::TNC>("TNC"));
+  links::TNC& lost = Open<links::TNC>("TNC");
   line.PullOut();
   Pass(50);
   Close(lost);
   Map(another);
-  TNC& tnc = Open<TNC>("TNC");
+  links::TNC& tnc = Open<links::TNC>("TNC");
   another.Say("welcome back\r\n");
   EXPECT_TRUE(Shows(tnc.Received, "welcome back\n"));
   TypeLine(tnc.Sended, "sh/dx");
@@ -79,7 +79,7 @@ TEST_F(PulledOut, TheTerminalOpenedAgainUsesWhatIsThereNow) {
 }
 
 TEST_F(PulledOut, ThePanelTellsItOnceAndSwitchesOff) {
-  FT736& rig = SwitchedOn();
+  links::FT736& rig = SwitchedOn();
   line.PullOut();
   Pass(500);
   const Lines told = Told();
@@ -93,7 +93,7 @@ TEST_F(PulledOut, ThePanelTellsItOnceAndSwitchesOff) {
 }
 
 TEST_F(PulledOut, ThePanelComesBackWithItsLine) {
-  FT736& rig = SwitchedOn();
+  links::FT736& rig = SwitchedOn();
   line.PullOut();
   Pass(200);
   Event([&] { rig.Accensione.Press(); });
@@ -142,11 +142,12 @@ TEST_F(Reset, AtAnyByteItClosesTheTerminalBehindTheLastWholeLine) {
   Profile("TelnetCluster='" + node.Address() + "'");
   Told();
   for (std::size_t said = 0; said <= kWholeSession.size(); ++said) {
-    auto& telnet = Connect<TNCtelnet>("TNCtelnet");
+    auto& telnet = Connect<links::TNCtelnet>("TNCtelnet");
     std::string shown;
-    const Subscription edited = telnet.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
-      for (const RichText::Run& run : edit.inserted) shown += run.text;
-    });
+    const forms::Subscription edited =
+        telnet.Received.Edited.Subscribe([&](const forms::RichText::Edit& edit) {
+          for (const forms::RichText::Run& run : edit.inserted) shown += run.text;
+        });
     const std::string_view bytes = kWholeSession.substr(0, said);
     node.Say(bytes);
     ASSERT_TRUE(Until([&] { return shown == WholeLines(bytes); })) << said << " " << shown;
@@ -161,7 +162,7 @@ TEST_F(Reset, BeforeTheBytesAreReadItClosesTheTerminalToo) {
   Profile("TelnetCluster='" + node.Address() + "'");
   Told();
   for (std::size_t said = 0; said <= kWholeSession.size(); ++said) {
-    Connect<TNCtelnet>("TNCtelnet");
+    Connect<links::TNCtelnet>("TNCtelnet");
     node.Say(kWholeSession.substr(0, said));
     node.Reset();
     ASSERT_TRUE(Gone("TNCtelnet")) << said;
@@ -173,11 +174,12 @@ TEST_F(Reset, AtAnyByteItClosesTheChatBehindWhatWasSaid) {
   Profile("TelnetWWConv='" + node.Address() + "'");
   Told();
   for (std::size_t said = 0; said <= kWholeSession.size(); ++said) {
-    auto& chat = Connect<WWConv>("WWConv");
+    auto& chat = Connect<links::WWConv>("WWConv");
     std::string shown;
-    const Subscription edited = chat.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
-      for (const RichText::Run& run : edit.inserted) shown += run.text;
-    });
+    const forms::Subscription edited =
+        chat.Received.Edited.Subscribe([&](const forms::RichText::Edit& edit) {
+          for (const forms::RichText::Run& run : edit.inserted) shown += run.text;
+        });
     const std::string bytes(kWholeSession.substr(0, said));
     node.Say(bytes);
     ASSERT_TRUE(Until([&] { return shown == bytes; })) << said << " " << shown;
@@ -191,11 +193,11 @@ TEST_F(Reset, AtAnyByteItClosesTheChatBehindWhatWasSaid) {
 TEST_F(Reset, WhileTheOperatorSendsItClosesTheWindow) {
   Profile("TelnetCluster='" + node.Address() + "', TelnetWWConv='" + node.Address() + "'");
   Told();
-  auto& telnet = Connect<TNCtelnet>("TNCtelnet");
+  auto& telnet = Connect<links::TNCtelnet>("TNCtelnet");
   node.Reset();
   for (int line = 0; line < 50 && session.TncTelnetOpen; ++line) TypeLine(telnet.Sended, "sh/dx");
   EXPECT_TRUE(Gone("TNCtelnet"));
-  auto& chat = Connect<WWConv>("WWConv");
+  auto& chat = Connect<links::WWConv>("WWConv");
   node.Reset();
   for (int line = 0; line < 50 && session.WWConvOpen; ++line) TypeLine(chat.Sended, "ciao");
   EXPECT_TRUE(Gone("WWConv"));
@@ -205,7 +207,7 @@ TEST_F(Reset, WhileTheOperatorSendsItClosesTheWindow) {
 TEST_F(Reset, WhileTheWindowClosesItIsNothing) {
   Profile("TelnetCluster='" + node.Address() + "'");
   Told();
-  auto& telnet = Connect<TNCtelnet>("TNCtelnet");
+  auto& telnet = Connect<links::TNCtelnet>("TNCtelnet");
   node.Reset();
   Close(telnet);
   Pass(50);
@@ -215,10 +217,10 @@ TEST_F(Reset, WhileTheWindowClosesItIsNothing) {
 
 TEST_F(Reset, TheNextConnectionIsSound) {
   Profile("TelnetCluster='" + node.Address() + "'");
-  Connect<TNCtelnet>("TNCtelnet");
+  Connect<links::TNCtelnet>("TNCtelnet");
   node.Reset();
   EXPECT_TRUE(Gone("TNCtelnet"));
-  auto& telnet = Connect<TNCtelnet>("TNCtelnet");
+  auto& telnet = Connect<links::TNCtelnet>("TNCtelnet");
   node.Say("welcome back\r\n");
   EXPECT_TRUE(Shows(telnet.Received, "welcome back\n"));
   TypeLine(telnet.Sended, "sh/dx");
@@ -228,7 +230,7 @@ TEST_F(Reset, TheNextConnectionIsSound) {
 // While a sound is spoken nobody reads: what a flood brings waits at the node's side.
 TEST_F(Reset, AFloodThatNobodyReadsWaitsOutsideTheStation) {
   Profile("TelnetCluster='" + node.Address() + "'");
-  Connect<TNCtelnet>("TNCtelnet");
+  Connect<links::TNCtelnet>("TNCtelnet");
   {
     const EventGate::Hold spoken(machine.Gate);
     node.Say(std::string(64 << 20, 'x'));
@@ -240,4 +242,4 @@ TEST_F(Reset, AFloodThatNobodyReadsWaitsOutsideTheStation) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

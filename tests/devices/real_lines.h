@@ -29,17 +29,17 @@
 
 #include "recorder/recording_platform.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-class RealLines : public RecordingPlatform {
+class RealLines : public recorder::RecordingPlatform {
  public:
-  std::unique_ptr<SerialPort> MakeSerialPort() override {
+  std::unique_ptr<platform::SerialPort> MakeSerialPort() override {
     return std::make_unique<QtSerialPort>(Gate, Settings());
   }
-  std::unique_ptr<TcpClient> MakeTcpClient(std::string_view) override {
+  std::unique_ptr<platform::TcpClient> MakeTcpClient(std::string_view) override {
     return std::make_unique<QtTcpClient>(Gate);
   }
-  std::unique_ptr<Timer> MakeTimer() override { return std::make_unique<QtTimer>(Gate); }
+  std::unique_ptr<platform::Timer> MakeTimer() override { return std::make_unique<QtTimer>(Gate); }
   EventGate Gate;
 };
 
@@ -167,4 +167,4 @@ class SerialLine {
   std::string device_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -13,22 +13,22 @@
 #include "tests/devices/real_lines.h"
 #include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 class RealStation : public testing::Test {
  protected:
   RealStation() {
-    std::filesystem::copy_file(BuildDir() / "delivered/Brenvo.mdb", directory.Path() / "Brenvo.mdb");
+    std::filesystem::copy_file(BuildDir() / "delivered/Brenvo.mdb",
+                               directory.Path() / "Brenvo.mdb");
     for (const char* file : {"tnc.mnu", "wwconv.mnu"}) {
-      std::filesystem::copy_file(SourceDir() / "data" / file,
-                                 directory.Path() / file);
+      std::filesystem::copy_file(SourceDir() / "data" / file, directory.Path() / file);
     }
     machine.SetApplicationDirectory(directory.Path());
     machine.Gate.Attach(&session.Windows);
-    frame = StartStation(session);
+    frame = station::StartStation(session);
   }
   ~RealStation() override {
-    Event([&] { StopStation(session); });
+    Event([&] { station::StopStation(session); });
     machine.Gate.Attach(nullptr);
   }
 
@@ -42,20 +42,20 @@ class RealStation : public testing::Test {
     return static_cast<Form&>(*session.Windows.Find(name));
   }
   void Event(const std::function<void()>& event) { session.Windows.RunEvent(event); }
-  void TypeLine(TextField& field, std::string_view text) {
+  void TypeLine(forms::TextField& field, std::string_view text) {
     Event([&] {
       field.SetText(text);
-      field.TypeKey(kEnter);
+      field.TypeKey(forms::kEnter);
     });
   }
-  bool Shows(const RichText& area, const std::string& text) {
+  bool Shows(const forms::RichText& area, const std::string& text) {
     return Until([&] { return area.Text() == text; });
   }
 
   ScratchDirectory directory;
   RealLines machine;
-  Session session{machine, directory.Path()};
-  MainFrame* frame = nullptr;
+  core::Session session{machine, directory.Path()};
+  core::MainFrame* frame = nullptr;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,7 +1,7 @@
 // The radio terminal and the transceiver's panel on a pseudo-terminal.
 #include "tests/devices/real_station.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 std::string Frame(std::initializer_list<int> bytes) {
@@ -26,9 +26,9 @@ class SerialDevice : public RealStation {
   // Before the line goes.
   void TearDown() override {
     for (const char* name : {"TNC", "FT736"}) {
-      if (Window* window = session.Windows.Find(name)) {
+      if (forms::Window* window = session.Windows.Find(name)) {
         Event([&] {
-          if (auto* rig = dynamic_cast<FT736*>(window); rig != nullptr && rig->RigAcceso) {
+          if (auto* rig = dynamic_cast<links::FT736*>(window); rig != nullptr && rig->RigAcceso) {
             rig->Accensione.Press();
           }
           window->Close();
@@ -40,7 +40,7 @@ class SerialDevice : public RealStation {
 };
 
 TEST_F(SerialDevice, AnOperatorCallsANodeAndWatchesSpots) {
-  TNC& tnc = Open<TNC>("TNC");
+  links::TNC& tnc = Open<links::TNC>("TNC");
   EXPECT_EQ(tnc.Banda.Entries().size(), 19u);
   Event([&] { tnc.cmConnect.Press(); });
   EXPECT_TRUE(line.Hears("c IK4GRO-6\r\n"));
@@ -56,7 +56,7 @@ TEST_F(SerialDevice, AnOperatorCallsANodeAndWatchesSpots) {
 }
 
 TEST_F(SerialDevice, ALineMayComeByteByByte) {
-  TNC& tnc = Open<TNC>("TNC");
+  links::TNC& tnc = Open<links::TNC>("TNC");
   for (char c : std::string("DX de I4LCK: 14195.0 VP8ORK tnx\r\n")) {
     line.Say(std::string(1, c));
     Pass(1);
@@ -65,11 +65,11 @@ TEST_F(SerialDevice, ALineMayComeByteByByte) {
 }
 
 TEST_F(SerialDevice, ABurstLosesNothing) {
-  TNC& tnc = Open<TNC>("TNC");
+  links::TNC& tnc = Open<links::TNC>("TNC");
   Event([&] { tnc.cmMDX.Press(); });
   int shown = 0;
-  const Subscription edited = tnc.Received.Edited.Subscribe(
-      [&](const RichText::Edit& edit) { shown += !edit.inserted.empty(); });
+  const forms::Subscription edited = tnc.Received.Edited.Subscribe(
+      [&](const forms::RichText::Edit& edit) { shown += !edit.inserted.empty(); });
   std::string burst;
   for (int i = 0; i < 2000; ++i) {
     burst += "DX de I4LCK:     13195.0  Z" + std::to_string(i) + "A   tnx 1423Z\r\n";
@@ -80,13 +80,13 @@ TEST_F(SerialDevice, ABurstLosesNothing) {
 
 TEST_F(SerialDevice, APortThatIsNotThereLeavesASilentTerminal) {
   session.SaveSetting("Porte", "COM1", "/dev/no-such-port");
-  TNC& tnc = Open<TNC>("TNC");
+  links::TNC& tnc = Open<links::TNC>("TNC");
   EXPECT_EQ(machine.TakeLines(), std::vector<std::string>{});
   EXPECT_EQ(tnc.Banda.Entries().size(), 1u);
 }
 
 TEST_F(SerialDevice, ThePanelTunesTheTransceiver) {
-  FT736& rig = Open<FT736>("FT736");
+  links::FT736& rig = Open<links::FT736>("FT736");
   Event([&] { rig.cmFM.Press(); });
   EXPECT_TRUE(line.Hears(kFm));
   Event([&] { rig.Accensione.Press(); });
@@ -127,7 +127,7 @@ TEST_F(SerialDevice, ThePanelTunesTheTransceiver) {
 }
 
 TEST_F(SerialDevice, TheMeterFollowsAnswersAndNothingElse) {
-  FT736& rig = Open<FT736>("FT736");
+  links::FT736& rig = Open<links::FT736>("FT736");
   Event([&] { rig.Accensione.Press(); });
   const auto reads = [&](int value) { return Until([&] { return rig.SMeter.Value() == value; }); };
   line.Say("\x64...\xF7");
@@ -146,7 +146,7 @@ TEST_F(SerialDevice, TheMeterFollowsAnswersAndNothingElse) {
 
 TEST_F(SerialDevice, APortThatIsNotThereIsTold) {
   session.SaveSetting("Porte", "COM1", "/dev/no-such-port");
-  FT736& rig = Open<FT736>("FT736");
+  links::FT736& rig = Open<links::FT736>("FT736");
   EXPECT_EQ(machine.TakeLines(),
             std::vector<std::string>{"message exclamation \"FT-736R\" \"La porta COM1 "
                                      "(/dev/no-such-port) non si apre: non esiste\""});
@@ -157,4 +157,4 @@ TEST_F(SerialDevice, APortThatIsNotThereIsTold) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,7 +1,7 @@
 // The telnet terminal and the chat against a server on loopback.
 #include "tests/devices/real_station.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 constexpr std::string_view kSpot = "DX de I4LCK:     14195.0  VP8ORK   tnx 1423Z\r\n";
@@ -9,9 +9,9 @@ constexpr std::string_view kShown = "DX de I4LCK:     14195.0  VP8ORK   tnx 1423
 
 class TelnetDevice : public RealStation {
  protected:
-  TNCtelnet& Connect() {
+  links::TNCtelnet& Connect() {
     Profile("ClusterNode='IK4GRO-6', TelnetCluster='" + node.Address() + "'");
-    TNCtelnet& telnet = Open<TNCtelnet>("TNCtelnet");
+    links::TNCtelnet& telnet = Open<links::TNCtelnet>("TNCtelnet");
     EXPECT_TRUE(Until([&] { return node.Connected(); }));
     Pass(20);
     machine.TakeLines();
@@ -21,7 +21,7 @@ class TelnetDevice : public RealStation {
 };
 
 TEST_F(TelnetDevice, AnOperatorLogsInAndWatchesSpots) {
-  TNCtelnet& telnet = Connect();
+  links::TNCtelnet& telnet = Connect();
   node.Say("Welcome to the node\r\nlogin:\r\n");
   EXPECT_TRUE(Shows(telnet.Received, "Welcome to the node\nlogin:\n"));
   TypeLine(telnet.Sended, "I0XXX");
@@ -37,7 +37,7 @@ TEST_F(TelnetDevice, AnOperatorLogsInAndWatchesSpots) {
 }
 
 TEST_F(TelnetDevice, ALineMayComeByteByByte) {
-  TNCtelnet& telnet = Connect();
+  links::TNCtelnet& telnet = Connect();
   for (char c : kSpot) {
     node.Say(std::string(1, c));
     Pass(1);
@@ -46,19 +46,20 @@ TEST_F(TelnetDevice, ALineMayComeByteByByte) {
 }
 
 TEST_F(TelnetDevice, ABurstOfTenThousandLinesLosesNone) {
-  TNCtelnet& telnet = Connect();
+  links::TNCtelnet& telnet = Connect();
   std::string burst;
   for (int i = 0; i < 10000; ++i) {
     burst += "DX de I4LCK:     14195.0  Z" + std::to_string(i) + "A   tnx 1423Z\r\n";
   }
   int shown = 0;
   bool inOrder = true;
-  const Subscription edited = telnet.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
-    if (edit.inserted.empty()) return;
-    inOrder &=
-        edit.inserted.front().text.find(" Z" + std::to_string(shown) + "A ") != std::string::npos;
-    ++shown;
-  });
+  const forms::Subscription edited =
+      telnet.Received.Edited.Subscribe([&](const forms::RichText::Edit& edit) {
+        if (edit.inserted.empty()) return;
+        inOrder &= edit.inserted.front().text.find(" Z" + std::to_string(shown) + "A ") !=
+                   std::string::npos;
+        ++shown;
+      });
   node.Say(burst);
   EXPECT_TRUE(Until([&] { return shown == 10000; }, 120000)) << shown;
   EXPECT_TRUE(inOrder);
@@ -66,7 +67,7 @@ TEST_F(TelnetDevice, ABurstOfTenThousandLinesLosesNone) {
 }
 
 TEST_F(TelnetDevice, ClosingTheWindowSendsFourCharactersAndHangsUp) {
-  TNCtelnet& telnet = Connect();
+  links::TNCtelnet& telnet = Connect();
   Event([&] { telnet.Close(); });
   EXPECT_TRUE(Until([&] { return node.Gone; }));
   EXPECT_EQ(node.Heard, "quit");
@@ -86,7 +87,7 @@ TEST_F(TelnetDevice, ANodeThatHangsUpInMidLineTakesTheWindowAlong) {
 TEST_F(TelnetDevice, ARefusedConnectionIsSilentAndTheWindowUsable) {
   node.Stop();
   Profile("TelnetCluster='" + node.Address() + "'");
-  TNCtelnet& telnet = Open<TNCtelnet>("TNCtelnet");
+  links::TNCtelnet& telnet = Open<links::TNCtelnet>("TNCtelnet");
   Pass(200);
   EXPECT_TRUE(session.TncTelnetOpen);
   EXPECT_EQ(telnet.Banda.Entries().size(), 19u);
@@ -98,7 +99,7 @@ TEST_F(TelnetDevice, ARefusedConnectionIsSilentAndTheWindowUsable) {
 }
 
 TEST_F(TelnetDevice, ASilentNodeHoldsNothingUp) {
-  TNCtelnet& telnet = Connect();
+  links::TNCtelnet& telnet = Connect();
   Pass(100);
   EXPECT_EQ(telnet.Received.Text(), "");
   Event([&] { telnet.cmConnect.Press(); });
@@ -109,9 +110,9 @@ TEST_F(TelnetDevice, ASilentNodeHoldsNothingUp) {
 
 class ChatDevice : public RealStation {
  protected:
-  WWConv& Connect() {
+  links::WWConv& Connect() {
     Profile("TelnetWWConv='" + server.Address() + "'");
-    WWConv& chat = Open<WWConv>("WWConv");
+    links::WWConv& chat = Open<links::WWConv>("WWConv");
     EXPECT_TRUE(Until([&] { return server.Connected(); }));
     Pass(20);
     machine.TakeLines();
@@ -121,7 +122,7 @@ class ChatDevice : public RealStation {
 };
 
 TEST_F(ChatDevice, TalkAndMessagesGoToTheirAreas) {
-  WWConv& chat = Connect();
+  links::WWConv& chat = Connect();
   server.Say("<I2ABC> ciao a tutti\n");
   EXPECT_TRUE(Shows(chat.Received, "<I2ABC> ciao a tutti\n"));
   server.Say("<*I4LCK*> solo per te\n");
@@ -132,7 +133,7 @@ TEST_F(ChatDevice, TalkAndMessagesGoToTheirAreas) {
 }
 
 TEST_F(ChatDevice, ClosingTheWindowSaysGoodbye) {
-  WWConv& chat = Connect();
+  links::WWConv& chat = Connect();
   Event([&] { chat.Close(); });
   EXPECT_TRUE(Until([&] { return server.Gone; }));
   EXPECT_EQ(server.Heard, "/q");
@@ -148,11 +149,11 @@ TEST_F(ChatDevice, AServerThatHangsUpTakesTheWindowAlong) {
 TEST_F(ChatDevice, ARefusedConnectionIsSilent) {
   server.Stop();
   Profile("TelnetWWConv='" + server.Address() + "'");
-  Open<WWConv>("WWConv");
+  Open<links::WWConv>("WWConv");
   Pass(200);
   EXPECT_TRUE(session.WWConvOpen);
   EXPECT_EQ(machine.TakeLines(), std::vector<std::string>{});
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 TEST(FoldingTest, AllLettersFoldAndNotThoseOfAsciiAlone) {
@@ -22,4 +22,4 @@ TEST(FoldingTest, OnlyLettersBeyondAsciiThatHaveTwoCasesNeedIt) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -4,7 +4,7 @@
 
 #include "tests/support/error_of.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 struct Case {
@@ -79,4 +79,4 @@ TEST(LikePatternTest, ManyStarsTakeNoTimeToSpeakOf) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::dialect

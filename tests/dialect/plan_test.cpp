@@ -6,7 +6,7 @@
 
 #include "tests/support/error_of.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 using ::testing::ElementsAre;
@@ -103,10 +103,10 @@ TEST_F(PlanTest, ADateThatIsWrittenOutIsWorkedOut) {
                         "select * from Log where DateValue(DataQso)=DateValue('03/02/2001')");
   const Node& day = *plan.Select().where->children[1];
   EXPECT_EQ(day.kind, NodeKind::kDate);
-  EXPECT_EQ(day.date, DateTime::Of(2001, 2, 3));
+  EXPECT_EQ(day.date, base::DateTime::Of(2001, 2, 3));
   EXPECT_EQ(ErrorOf([&] { SelectPlan(schema_, "select * from Log where DataQso=cvdate('x')"); }),
             3464);
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::dialect {
 namespace {
 
 TEST(TokenizerTest, AWordHasOnePackedFormWhateverItsCase) {
@@ -40,4 +40,4 @@ TEST(TokenizerTest, WhatDoesNotEndIsNoWord) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::dialect

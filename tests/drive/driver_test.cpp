@@ -7,10 +7,10 @@
 #include <sstream>
 
 #include "every_field.h"
-#include "tests/support/scratch_directory.h"
 #include "tests/support/places.h"
+#include "tests/support/scratch_directory.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
 
 using testing::ElementsAre;
@@ -22,8 +22,7 @@ using testing::StartsWith;
 class Scripts : public testing::Test {
  protected:
   Scripts() {
-    std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb",
-                               directory / "Brenvo.mdb");
+    std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb", directory / "Brenvo.mdb");
   }
 
   // Runs a script to its end.
@@ -253,4 +252,4 @@ TEST_F(Scripts, AWindowThatFailsToOpenIsNotThereForTheOthers) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::drive

@@ -14,10 +14,10 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 
 // Two rows of two texts, which can be changed.
-class TwoRows : public GridRows {
+class TwoRows : public forms::GridRows {
  public:
   std::int64_t RowCount() override { return static_cast<std::int64_t>(rows.size()); }
   std::string CellText(std::int64_t row, std::size_t field) override { return At(row)[field]; }
@@ -34,10 +34,10 @@ class TwoRows : public GridRows {
   std::vector<std::vector<std::string>> rows{{"a", "b"}, {"c\td", ""}};
 };
 
-class EveryField : public Window {
+class EveryField : public forms::Window {
  public:
-  explicit EveryField(WindowHost& host)
-      : Window(host, "W", "Every field", Twips(3000), Twips(1500)) {
+  explicit EveryField(platform::WindowHost& host)
+      : forms::Window(host, "W", "Every field", base::Twips(3000), base::Twips(1500)) {
     Band.SetItems({" 20 m", "  2 m", " 70cm"});
     Mode.SetItems({"", "CW", "SSB"});
     Free.SetItems({"one", "two"});
@@ -57,9 +57,9 @@ class EveryField : public Window {
     Cells.SetCell(1, 1, "a\tb");
     Cells.OnHeading = [this](int column) { Note("Cells heading " + std::to_string(column)); };
     Rows.SetSource(&source);
-    Rows.SetColumnsOf({{"First", 0, kOwnSize, {}}, {"Second", 1, kOwnSize, {}}});
+    Rows.SetColumnsOf({{"First", 0, forms::kOwnSize, {}}, {"Second", 1, forms::kOwnSize, {}}});
     Rows.Editable = true;
-    for (Field* field : Fields()) Watch(*field);
+    for (forms::Field* field : Fields()) Watch(*field);
     DefaultCommand = &cmOk;
     CancelCommand = &cmCancel;
   }
@@ -69,32 +69,32 @@ class EveryField : public Window {
 
   std::vector<std::string> events;
   TwoRows source;
-  TextField Call{*this, "Call"};
-  MaskedField Time{*this, "Time", "##:##"};
-  ListField Band{*this, "Band", ListStyle::kDropDown};
-  ListField Mode{*this, "Mode", ListStyle::kOpen};
-  ListField Free{*this, "Free", ListStyle::kCombo};
-  ListField Many{*this, "Many", ListStyle::kMulti};
-  CheckBox Check{*this, "Check"};
-  CheckBox Three{*this, "Three", {}, true};
-  OptionButton First{*this, "First"};
-  OptionButton Second{*this, "Second"};
-  OptionGroup Group{*this, "Group", {"a", "b"}};
-  Slider Tune{*this, "Tune", 0, 100, 50};
-  Gauge Meter{*this, "Meter", 20, 175};
-  Label Query{*this, "Query"};
-  RichText Received{*this, "Received"};
-  StatusBar Bar{*this, "Bar", 2};
-  CellGrid Cells{*this, "Cells"};
-  DataGrid Rows{*this, "Rows"};
-  EntryArray Entries{*this, "Entries"};
-  Command cmOk{*this, "cmOk", "&Ok"};
-  Command cmCancel{*this, "cmCancel", "Cancel"};
-  Command cmToggle{*this, "cmToggle", "Toggle"};
-  Command cmOff{*this, "cmOff", "Off"};
+  forms::TextField Call{*this, "Call"};
+  forms::MaskedField Time{*this, "Time", "##:##"};
+  forms::ListField Band{*this, "Band", forms::ListStyle::kDropDown};
+  forms::ListField Mode{*this, "Mode", forms::ListStyle::kOpen};
+  forms::ListField Free{*this, "Free", forms::ListStyle::kCombo};
+  forms::ListField Many{*this, "Many", forms::ListStyle::kMulti};
+  forms::CheckBox Check{*this, "Check"};
+  forms::CheckBox Three{*this, "Three", {}, true};
+  forms::OptionButton First{*this, "First"};
+  forms::OptionButton Second{*this, "Second"};
+  forms::OptionGroup Group{*this, "Group", {"a", "b"}};
+  forms::Slider Tune{*this, "Tune", 0, 100, 50};
+  forms::Gauge Meter{*this, "Meter", 20, 175};
+  forms::Label Query{*this, "Query"};
+  forms::RichText Received{*this, "Received"};
+  forms::StatusBar Bar{*this, "Bar", 2};
+  forms::CellGrid Cells{*this, "Cells"};
+  forms::DataGrid Rows{*this, "Rows"};
+  forms::EntryArray Entries{*this, "Entries"};
+  forms::Command cmOk{*this, "cmOk", "&Ok"};
+  forms::Command cmCancel{*this, "cmCancel", "Cancel"};
+  forms::Command cmToggle{*this, "cmToggle", "Toggle"};
+  forms::Command cmOff{*this, "cmOff", "Off"};
 
  private:
-  void Watch(Field& field) {
+  void Watch(forms::Field& field) {
     const auto noting = [this, &field](const char* event) {
       return [this, &field, event] { Note(field.Name() + ' ' + event); };
     };
@@ -105,4 +105,4 @@ class EveryField : public Window {
   }
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

@@ -6,21 +6,21 @@
 #include "recorder/recording_platform.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
 
 using testing::ElementsAre;
 
 class Observations : public testing::Test {
  protected:
-  std::string Get(Field& field) {
+  std::string Get(forms::Field& field) {
     PrintField(out, "W.F", field);
     return lines.back();
   }
-  RecordingPlatform machine;
+  recorder::RecordingPlatform machine;
   EveryField w{machine.Host()};
   std::vector<std::string> lines;
-  LineSink out = [this](std::string line) { lines.push_back(line); };
+  recorder::LineSink out = [this](std::string line) { lines.push_back(line); };
 };
 
 TEST_F(Observations, TextsStandInQuotes) {
@@ -69,7 +69,7 @@ TEST_F(Observations, AGridIsItsRowsWithTheHeading) {
   PrintGrid(out, "W.Rows", w.Rows);
   EXPECT_THAT(lines, ElementsAre("grid W.Cells 2 2", "Call\t", "\ta\\tb", "grid W.Rows 3 2",
                                  "First\tSecond", "a\tb", "c\\td\t"));
-  EXPECT_THROW(PrintGrid(out, "W.Call", w.Call), Refused);
+  EXPECT_THROW(PrintGrid(out, "W.Call", w.Call), recorder::Refused);
 }
 
 TEST_F(Observations, AListMarksWhatIsChosen) {
@@ -84,24 +84,24 @@ TEST_F(Observations, AListMarksWhatIsChosen) {
                                  "list W.Many 3", "*\"a\"", "\"b\"", "*\"c\"",  //
                                  "list W.Group 2", "*\"a\"", "\"b\"",           //
                                  "list W.Entries 2", "*\"Tutte\"", "\" 20 m\""));
-  EXPECT_THROW(PrintList(out, "W.Call", w.Call), Refused);
+  EXPECT_THROW(PrintList(out, "W.Call", w.Call), recorder::Refused);
 }
 
 TEST_F(Observations, ATextAreaIsItsRunsOfColour) {
-  w.Received.Append("DX", kDarkRed);
-  w.Received.Append(" de I3\r\n", kBlack);
+  w.Received.Append("DX", base::kDarkRed);
+  w.Received.Append(" de I3\r\n", base::kBlack);
   PrintRuns(out, "W.Received", w.Received);
   EXPECT_THAT(lines, ElementsAre("text W.Received", "#800000 \"DX\"", "#000000 \" de I3\\r\\n\""));
-  EXPECT_THROW(PrintRuns(out, "W.Call", w.Call), Refused);
+  EXPECT_THROW(PrintRuns(out, "W.Call", w.Call), recorder::Refused);
 }
 
 TEST_F(Observations, AStatusIsAllPanels) {
   w.Bar.SetPanel(2, "Conf.");
   PrintStatus(out, "W", w);
   EXPECT_THAT(lines, ElementsAre("status W \"\" \"Conf.\""));
-  Window bare(machine.Host(), "B", "", Twips(1), Twips(1));
-  EXPECT_THROW(PrintStatus(out, "B", bare), Refused);
+  forms::Window bare(machine.Host(), "B", "", base::Twips(1), base::Twips(1));
+  EXPECT_THROW(PrintStatus(out, "B", bare), recorder::Refused);
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::drive

@@ -6,7 +6,7 @@
 #include "recorder/recording_platform.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
 
 using testing::ElementsAre;
@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 class Operator : public testing::Test {
  protected:
-  RecordingPlatform machine;
+  recorder::RecordingPlatform machine;
   EveryField w{machine.Host()};
 };
 
@@ -45,7 +45,7 @@ TEST_F(Operator, SettingAListToNothingTakesTheEmptyEntryOrNone) {
 }
 
 TEST_F(Operator, AListRefusesWhatIsNoEntry) {
-  EXPECT_THROW(SetValue(w.Band, "11 m"), Refused);
+  EXPECT_THROW(SetValue(w.Band, "11 m"), recorder::Refused);
   EXPECT_THAT(w.TakeEvents(), IsEmpty());
 }
 
@@ -77,21 +77,21 @@ TEST_F(Operator, AValueIsAStateOrANumberWhereTheFieldHoldsOne) {
   SetValue(w.Query, "12:00:00");
   SetValue(w.Received, "abc");
   EXPECT_TRUE(w.Check.IsOn());
-  EXPECT_EQ(w.Three.State(), CheckState::kOff);
+  EXPECT_EQ(w.Three.State(), forms::CheckState::kOff);
   EXPECT_TRUE(w.Second.IsOn());
   EXPECT_EQ(w.Group.Index(), 1);
   EXPECT_EQ(w.Tune.Value(), 70);
   EXPECT_EQ(w.Query.Text(), "12:00:00");
   EXPECT_EQ(w.Received.Text(), "abc");
-  EXPECT_THROW(SetValue(w.Check, "grey"), Refused);
-  EXPECT_THROW(SetValue(w.Check, "yes"), Refused);
-  EXPECT_THROW(SetValue(w.Tune, "much"), Refused);
-  EXPECT_THROW(SetValue(w.Meter, "30"), Refused);
+  EXPECT_THROW(SetValue(w.Check, "grey"), recorder::Refused);
+  EXPECT_THROW(SetValue(w.Check, "yes"), recorder::Refused);
+  EXPECT_THROW(SetValue(w.Tune, "much"), recorder::Refused);
+  EXPECT_THROW(SetValue(w.Meter, "30"), recorder::Refused);
 }
 
 TEST_F(Operator, TypingReplacesTheTextKeyByKey) {
   w.Call.SetText("OLD");
-  w.Call.Filter = [](char32_t key) { return key == 'x' ? 0 : UpperChar(key); };
+  w.Call.Filter = [](char32_t key) { return key == 'x' ? 0 : base::UpperChar(key); };
   w.TakeEvents();
   TypeText(w.Call, "i3xà");
   EXPECT_EQ(w.Call.Text(), "I3À");
@@ -105,9 +105,9 @@ TEST_F(Operator, TypingIntoAMaskFillsItsPlaces) {
 }
 
 TEST_F(Operator, TypingRefusesWhatCannotBeTypedInto) {
-  EXPECT_THROW(TypeText(w.Check, "a"), Refused);
+  EXPECT_THROW(TypeText(w.Check, "a"), recorder::Refused);
   w.Call.SetEnabled(false);
-  EXPECT_THROW(TypeText(w.Call, "a"), Refused);
+  EXPECT_THROW(TypeText(w.Call, "a"), recorder::Refused);
 }
 
 TEST_F(Operator, KeysGoToTheField) {
@@ -115,7 +115,7 @@ TEST_F(Operator, KeysGoToTheField) {
   PressKey(w.Call, "backspace");
   PressKey(w.Call, "C");
   EXPECT_EQ(w.Call.Text(), "AC");
-  EXPECT_THROW(PressKey(w.Call, "F2"), Refused);
+  EXPECT_THROW(PressKey(w.Call, "F2"), recorder::Refused);
 }
 
 TEST_F(Operator, KeysOnAGridGoToItsCurrentCell) {
@@ -127,7 +127,7 @@ TEST_F(Operator, KeysOnAGridGoToItsCurrentCell) {
   PressKey(w.Rows, "x");
   PressKey(w.Rows, "backspace");
   EXPECT_EQ(keys, U"x\b");
-  EXPECT_THROW(PressKey(w.Rows, "F2"), Refused);
+  EXPECT_THROW(PressKey(w.Rows, "F2"), recorder::Refused);
 }
 
 TEST_F(Operator, TheMenuKeyAsksForTheMenuOfAGridOrList) {
@@ -136,7 +136,7 @@ TEST_F(Operator, TheMenuKeyAsksForTheMenuOfAGridOrList) {
   PressKey(w.Rows, "menu");
   PressKey(w.Mode, "menu");
   EXPECT_THAT(w.TakeEvents(), ElementsAre("Rows menu", "Mode menu"));
-  EXPECT_THROW(PressKey(w.Check, "menu"), Refused);
+  EXPECT_THROW(PressKey(w.Check, "menu"), recorder::Refused);
 }
 
 TEST_F(Operator, EnterIsTheFieldsOrElseTheDialogs) {
@@ -152,7 +152,7 @@ TEST_F(Operator, EnterIsTheFieldsOrElseTheDialogs) {
 }
 
 TEST_F(Operator, ADisabledCommandCannotBePressed) {
-  EXPECT_THROW(Press(w.cmOff), Refused);
+  EXPECT_THROW(Press(w.cmOff), recorder::Refused);
   EXPECT_THAT(w.TakeEvents(), IsEmpty());
 }
 
@@ -176,13 +176,13 @@ TEST_F(Operator, ClicksReachEntriesAndCells) {
 }
 
 TEST_F(Operator, ClicksOutsideAreRefused) {
-  EXPECT_THROW(ClickAt(w.Band, 3, {}), Refused);
-  EXPECT_THROW(ClickAt(w.Cells, 2, {}), Refused);
-  EXPECT_THROW(ClickAt(w.Cells, 1, 2), Refused);
-  EXPECT_THROW(ClickAt(w.Entries, 2, {}), Refused);
-  EXPECT_THROW(ClickAt(w.Entries, -1, {}), Refused);
-  EXPECT_THROW(ClickAt(w.Call, 0, {}), Refused);
-  EXPECT_THROW(ClickHeading(w.Cells, 2), Refused);
+  EXPECT_THROW(ClickAt(w.Band, 3, {}), recorder::Refused);
+  EXPECT_THROW(ClickAt(w.Cells, 2, {}), recorder::Refused);
+  EXPECT_THROW(ClickAt(w.Cells, 1, 2), recorder::Refused);
+  EXPECT_THROW(ClickAt(w.Entries, 2, {}), recorder::Refused);
+  EXPECT_THROW(ClickAt(w.Entries, -1, {}), recorder::Refused);
+  EXPECT_THROW(ClickAt(w.Call, 0, {}), recorder::Refused);
+  EXPECT_THROW(ClickHeading(w.Cells, 2), recorder::Refused);
 }
 
 TEST_F(Operator, ADoubleClickTakesTheEntryFirst) {
@@ -196,17 +196,17 @@ TEST_F(Operator, ADoubleClickTakesTheEntryFirst) {
 
 TEST_F(Operator, ABoxIsPressedUntilItShowsTheState) {
   Tick(w.Three, "on");
-  EXPECT_EQ(w.Three.State(), CheckState::kOn);
+  EXPECT_EQ(w.Three.State(), forms::CheckState::kOn);
   EXPECT_THAT(w.TakeEvents(),
               ElementsAre("Three change", "Three click", "Three change", "Three click"));
   Tick(w.Three, "on");
   EXPECT_THAT(w.TakeEvents(), IsEmpty());
-  EXPECT_THROW(Tick(w.Check, "grey"), Refused);
+  EXPECT_THROW(Tick(w.Check, "grey"), recorder::Refused);
 }
 
 TEST_F(Operator, AnOptionGoesOffByItsFellow) {
   Tick(w.First, "on");
-  EXPECT_THROW(Tick(w.First, "off"), Refused);
+  EXPECT_THROW(Tick(w.First, "off"), recorder::Refused);
   Tick(w.Second, "on");
   Tick(w.First, "off");
   EXPECT_FALSE(w.First.IsOn());
@@ -217,7 +217,7 @@ TEST_F(Operator, ATickedToggleIsPressedOnce) {
   Tick(w.cmToggle, "on");
   EXPECT_TRUE(w.cmToggle.Down());
   EXPECT_THAT(w.TakeEvents(), ElementsAre("cmToggle change", "cmToggle click"));
-  EXPECT_THROW(Tick(w.cmOk, "on"), Refused);
+  EXPECT_THROW(Tick(w.cmOk, "on"), recorder::Refused);
 }
 
 TEST_F(Operator, ATickReachesOneEntryOfSeveral) {
@@ -230,9 +230,9 @@ TEST_F(Operator, ATickReachesOneEntryOfSeveral) {
   TickEntry(w.Group, 1, "on");
   EXPECT_THAT(w.TakeEvents(), ElementsAre("Many change", "Many click", "Entries pick 0",
                                           "Group change", "Group click"));
-  EXPECT_THROW(TickEntry(w.Group, 1, "off"), Refused);
-  EXPECT_THROW(TickEntry(w.Band, 1, "on"), Refused);
-  EXPECT_THROW(TickEntry(w.Many, 3, "on"), Refused);
+  EXPECT_THROW(TickEntry(w.Group, 1, "off"), recorder::Refused);
+  EXPECT_THROW(TickEntry(w.Band, 1, "on"), recorder::Refused);
+  EXPECT_THROW(TickEntry(w.Many, 3, "on"), recorder::Refused);
 }
 
 TEST_F(Operator, APieceOfATextIsSelectedAsFarAsItGoes) {
@@ -242,8 +242,8 @@ TEST_F(Operator, APieceOfATextIsSelectedAsFarAsItGoes) {
   w.Received.SetText("dx de");
   SelectText(w.Received, 3, 99);
   EXPECT_EQ(w.Received.SelText(), "de");
-  EXPECT_THROW(SelectText(w.Call, -1, 2), Refused);
-  EXPECT_THROW(SelectText(w.Check, 0, 0), Refused);
+  EXPECT_THROW(SelectText(w.Call, -1, 2), recorder::Refused);
+  EXPECT_THROW(SelectText(w.Check, 0, 0), recorder::Refused);
 }
 
 TEST_F(Operator, RowsOfAGridAreEditedAddedAndRemoved) {
@@ -251,12 +251,12 @@ TEST_F(Operator, RowsOfAGridAreEditedAddedAndRemoved) {
   EditGridCell(w.Rows, 3, 0, "new");
   RemoveGridRow(w.Rows, 2);
   EXPECT_THAT(w.source.rows, ElementsAre(ElementsAre("a", "B"), ElementsAre("new", "")));
-  EXPECT_THROW(EditGridCell(w.Rows, 4, 0, "x"), Refused);
-  EXPECT_THROW(EditGridCell(w.Rows, 0, 0, "x"), Refused);
-  EXPECT_THROW(EditGridCell(w.Rows, 1, 2, "x"), Refused);
-  EXPECT_THROW(RemoveGridRow(w.Rows, 3), Refused);
-  EXPECT_THROW(EditGridCell(w.Cells, 1, 0, "x"), Refused);
+  EXPECT_THROW(EditGridCell(w.Rows, 4, 0, "x"), recorder::Refused);
+  EXPECT_THROW(EditGridCell(w.Rows, 0, 0, "x"), recorder::Refused);
+  EXPECT_THROW(EditGridCell(w.Rows, 1, 2, "x"), recorder::Refused);
+  EXPECT_THROW(RemoveGridRow(w.Rows, 3), recorder::Refused);
+  EXPECT_THROW(EditGridCell(w.Cells, 1, 0, "x"), recorder::Refused);
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::drive

@@ -7,7 +7,7 @@
 #include "recorder/refused.h"
 #include "tests/support/scratch_directory.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
 
 using testing::IsEmpty;
@@ -17,7 +17,7 @@ using testing::UnorderedElementsAre;
 class SettingsFile : public testing::Test {
  protected:
   std::filesystem::path File() const { return directory.Path() / "Brenvo.ini"; }
-  MemorySettings::Values Read(const char* text) {
+  recorder::MemorySettings::Values Read(const char* text) {
     std::ofstream(File(), std::ios::binary) << text;
     return ReadSettings(File());
   }
@@ -32,7 +32,7 @@ std::pair<std::string, std::string> Place(const char* section, const char* key) 
 TEST_F(SettingsFile, NoFileHoldsNoSettings) { EXPECT_THAT(ReadSettings(File()), IsEmpty()); }
 
 TEST_F(SettingsFile, WhatIsWrittenIsReadAgain) {
-  const MemorySettings::Values values = {
+  const recorder::MemorySettings::Values values = {
       {Place("Desktop", "Window"), "LOG  CONTEHRD  "},
       {Place("Log", "ManagerZX9TOK"), "c:\\dati\\\"qsl\", così;\n\tfine\r"},
       {Place("Log", "LookupWorked"), ""},
@@ -54,10 +54,10 @@ TEST_F(SettingsFile, APlaceThatCannotBeWrittenIsToldByName) {
   try {
     WriteSettings(directory.Path() / "none" / "Brenvo.ini", {});
     FAIL();
-  } catch (const Refused& refused) {
+  } catch (const recorder::Refused& refused) {
     EXPECT_EQ(refused.reason, "Brenvo.ini cannot be written");
   }
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::drive

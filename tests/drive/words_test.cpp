@@ -5,7 +5,7 @@
 #include "recorder/refused.h"
 #include "tools/drive/numbers.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
 
 using testing::ElementsAre;
@@ -42,12 +42,12 @@ TEST(Words, AnEmptyLineHasNone) {
 }
 
 TEST(Words, WhatDoesNotCloseIsRefused) {
-  EXPECT_THROW(SplitWords("echo \"a"), Refused);
-  EXPECT_THROW(SplitWords("echo \"a\\"), Refused);
-  EXPECT_THROW(SplitWords("echo \"\\x4"), Refused);
-  EXPECT_THROW(SplitWords("echo \"\\xG0\""), Refused);
-  EXPECT_THROW(SplitWords("echo \"\\q\""), Refused);
-  EXPECT_THROW(SplitWords("echo \"a\"b"), Refused);
+  EXPECT_THROW(SplitWords("echo \"a"), recorder::Refused);
+  EXPECT_THROW(SplitWords("echo \"a\\"), recorder::Refused);
+  EXPECT_THROW(SplitWords("echo \"\\x4"), recorder::Refused);
+  EXPECT_THROW(SplitWords("echo \"\\xG0\""), recorder::Refused);
+  EXPECT_THROW(SplitWords("echo \"\\q\""), recorder::Refused);
+  EXPECT_THROW(SplitWords("echo \"a\"b"), recorder::Refused);
 }
 
 TEST(Words, TheRestOfALineKeepsItsBlanks) {
@@ -61,11 +61,11 @@ TEST(Words, TheRestOfALineKeepsItsBlanks) {
 
 TEST(Words, NumbersAreWholeNumbersAndNothingElse) {
   EXPECT_EQ(WholeNumber("-12"), -12);
-  EXPECT_THROW(WholeNumber("1.5"), Refused);
-  EXPECT_THROW(WholeNumber("1a"), Refused);
-  EXPECT_THROW(WholeNumber(""), Refused);
-  EXPECT_THROW(WholeNumber("99999999999999999999"), Refused);
+  EXPECT_THROW(WholeNumber("1.5"), recorder::Refused);
+  EXPECT_THROW(WholeNumber("1a"), recorder::Refused);
+  EXPECT_THROW(WholeNumber(""), recorder::Refused);
+  EXPECT_THROW(WholeNumber("99999999999999999999"), recorder::Refused);
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::drive

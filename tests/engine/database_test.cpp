@@ -8,7 +8,7 @@
 
 #include "tests/support/error_of.h"
 
-namespace brenvo {
+namespace brenvo::engine {
 namespace {
 
 using ::testing::ElementsAre;
@@ -85,9 +85,9 @@ TEST_F(DatabaseTest, WhateverIsAskedReachesTheStoreBehindIt) {
   db.RefuseWrites();
   EXPECT_EQ(db.QueryPlan("p"), "SCAN");
   EXPECT_EQ(db.Counters().rowsStepped, 1);
-  EXPECT_THAT(notes_,
-              ElementsAre("begin", "execute delete * from Log", "commit", "rollback", "table Log",
-                          "snapshot s", "dynaset d", "appender Band", "watch", "watch no more", "refuse", "plan p"));
+  EXPECT_THAT(notes_, ElementsAre("begin", "execute delete * from Log", "commit", "rollback",
+                                  "table Log", "snapshot s", "dynaset d", "appender Band", "watch",
+                                  "watch no more", "refuse", "plan p"));
 }
 
 TEST_F(DatabaseTest, AClosedOneRefusesEveryUse) {
@@ -128,4 +128,4 @@ TEST_F(DatabaseTest, TheStoreIsClosedWithTheLastThatHoldsIt) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::engine

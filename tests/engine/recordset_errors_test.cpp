@@ -4,7 +4,7 @@
 
 #include "tests/support/error_of.h"
 
-namespace brenvo {
+namespace brenvo::engine {
 namespace {
 
 TEST(RecordsetErrorsTest, EachHasItsNumber) {
@@ -19,4 +19,4 @@ TEST(RecordsetErrorsTest, AColumnIsFoundWhateverItsCase) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::engine

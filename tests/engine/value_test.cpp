@@ -4,17 +4,17 @@
 
 #include "tests/support/error_of.h"
 
-namespace brenvo {
+namespace brenvo::engine {
 namespace {
 
-const Value kDay = DateTime::Of(2001, 2, 3);
+const Value kDay = base::DateTime::Of(2001, 2, 3);
 
 TEST(ValueTest, NullReadsAsNothing) {
   EXPECT_TRUE(Value().IsNull());
   EXPECT_EQ(Value().Text(), "");
   EXPECT_EQ(Value().Number(), 0);
   EXPECT_FALSE(Value().Bool());
-  EXPECT_EQ(Value().Date(), DateTime());
+  EXPECT_EQ(Value().Date(), base::DateTime());
 }
 
 TEST(ValueTest, YesIsMinusOne) {
@@ -50,4 +50,4 @@ TEST(ValueTest, WhatHasNoSenseIsAConversionError) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::engine

@@ -4,7 +4,7 @@
 
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 using ::testing::ElementsAre;
@@ -27,7 +27,7 @@ class CompareTest : public ::testing::Test {
   }
 
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
+  engine::Database db_ = scratch_.Open();
 };
 
 TEST_F(CompareTest, CaseAndTrailingBlanksDoNotCount) {
@@ -154,7 +154,7 @@ TEST_F(CompareTest, NamesMayStandInBracketsAndBehindTheTable) {
 TEST_F(CompareTest, DaysCompareWhateverTheTime) {
   for (const auto& [day, hour, minute] :
        {std::tuple{1, 23, 59}, {2, 0, 0}, {2, 23, 59}, {3, 0, 0}}) {
-    Add(db_, "Log", {{"DataQso", DateTime::Of(2001, 2, day, hour, minute, 59 * (hour > 0))}});
+    Add(db_, "Log", {{"DataQso", base::DateTime::Of(2001, 2, day, hour, minute, 59 * (hour > 0))}});
   }
   Add(db_, "Log", {{"Call", "senza data"}});
   const std::string day = "DateValue('02/02/2001')";
@@ -177,7 +177,7 @@ TEST_F(CompareTest, DaysCompareWhateverTheTime) {
 
 TEST_F(CompareTest, ADateColumnComparesWithItsTime) {
   for (int minute : {0, 30}) {
-    Add(db_, "Log", {{"DataQso", DateTime::Of(2001, 2, 2, 10, minute)}});
+    Add(db_, "Log", {{"DataQso", base::DateTime::Of(2001, 2, 2, 10, minute)}});
   }
   EXPECT_THAT(Where("DataQso=cvdate('02/02/2001 10:30')"), ElementsAre("2"));
   EXPECT_THAT(Where("DataQso>cvdate('02/02/2001 10:00:00')"), ElementsAre("2"));
@@ -302,4 +302,4 @@ TEST_F(CompareTest, SeveralTablesJoinOnAText) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -9,7 +9,7 @@
 #include "tests/support/scratch_database.h"
 #include "tests/support/thoroughly.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 namespace fs = std::filesystem;
@@ -21,7 +21,7 @@ const std::string& SoundFile() {
   static const std::string bytes = [] {
     ScratchDatabase scratch;
     {
-      Database database = scratch.Open();
+      engine::Database database = scratch.Open();
       for (int i = 0; i < kContacts; ++i) {
         database.Execute(
             "insert into Log (DataQso, Call, Banda, Locator, Country, Qra) values "
@@ -87,7 +87,7 @@ std::string Damaged(unsigned number) {
 }
 
 // Everything that a station does to its log, as far as it comes.
-void UseAll(Database& database) {
+void UseAll(engine::Database& database) {
   for (const char* name : {"Log", "Contest", "Contest Qso", "Prefissi", "Country", "User"}) {
     const auto table = database.OpenTable(name);
     for (table->MoveFirst(); !table->EOF_(); table->MoveNext()) table->Field(0);
@@ -105,7 +105,7 @@ void UseAll(Database& database) {
   log->Set("Qra", "LUIGI");
   log->Update();
   log->AddNew();
-  log->Set("DataQso", DateTime::Of(2002, 2, 3, 4, 5));
+  log->Set("DataQso", base::DateTime::Of(2002, 2, 3, 4, 5));
   log->Set("Call", "IK3NEW");
   log->Set("Banda", "  2 m");
   log->Update();
@@ -125,10 +125,10 @@ TEST(Damage, WhateverHappenedToTheFileTheOutcomeIsAClearErrorOrCorrectWork) {
     const fs::path file = scratch.Path() / "Brenvo.mdb";
     const std::string bytes = Damaged(number);
     std::ofstream(file, std::ios::binary) << bytes;
-    Database database;
+    engine::Database database;
     try {
       database = OpenDatabaseFile(file);
-    } catch (const DatabaseError& failure) {
+    } catch (const engine::DatabaseError& failure) {
       // Refused at once: in Italian, and nothing written.
       EXPECT_FALSE(failure.Description.empty());
       EXPECT_EQ(ReadBytes(file), bytes);
@@ -138,13 +138,14 @@ TEST(Damage, WhateverHappenedToTheFileTheOutcomeIsAClearErrorOrCorrectWork) {
     try {
       UseAll(database);
       ++worked;
-    } catch (const DatabaseError& failure) {
+    } catch (const engine::DatabaseError& failure) {
       EXPECT_FALSE(failure.Description.empty());
       ++stopped;
       // What has been seen damaged is not written again.
-      if (failure.Number == DatabaseError::kNotADatabase) {
-        EXPECT_THROW(database.Execute("insert into Log (Call) values ('IK3NO')"), DatabaseError);
-        EXPECT_THROW(database.BeginTrans(), DatabaseError);
+      if (failure.Number == engine::DatabaseError::kNotADatabase) {
+        EXPECT_THROW(database.Execute("insert into Log (Call) values ('IK3NO')"),
+                     engine::DatabaseError);
+        EXPECT_THROW(database.BeginTrans(), engine::DatabaseError);
       }
     }
   }
@@ -159,7 +160,7 @@ TEST(Damage, AnEmptyFileIsRefusedAndItsJournalKept) {
   const fs::path file = scratch.Path() / "Brenvo.mdb";
   std::ofstream(file).close();
   std::ofstream(file.string() + "-wal") << "contacts";
-  EXPECT_THROW(OpenDatabaseFile(file), DatabaseError);
+  EXPECT_THROW(OpenDatabaseFile(file), engine::DatabaseError);
   EXPECT_EQ(ReadBytes(file.string() + "-wal"), "contacts");
 }
 
@@ -174,12 +175,12 @@ TEST(Damage, ADatabaseOfAnotherProgramIsRefusedByName) {
   try {
     OpenDatabaseFile(file);
     FAIL();
-  } catch (const DatabaseError& failure) {
-    EXPECT_EQ(failure.Number, DatabaseError::kNotADatabase);
+  } catch (const engine::DatabaseError& failure) {
+    EXPECT_EQ(failure.Number, engine::DatabaseError::kNotADatabase);
     EXPECT_EQ(failure.Description, "Il file 'Altro.mdb' non e' un database di questo programma.");
   }
   EXPECT_EQ(ReadBytes(file), bytes);
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

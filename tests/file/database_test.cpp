@@ -12,7 +12,7 @@
 #include "file/database_file.h"
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 namespace fs = std::filesystem;
@@ -78,12 +78,12 @@ TEST_F(DatabaseTest, ADamagedTableIsToldWhenItIsRead) {
   sqlite3_finalize(statement);
   sqlite3_close(file);
   Overwrite((page - 1) * 4096, std::string(4096, '\xAA'));
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   EXPECT_EQ(ErrorOf([&] { Select(db, "select * from Modi"); }), 3343);
 }
 
 TEST_F(DatabaseTest, AFileLockedByAnotherProgramIsTold) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   sqlite3* other = nullptr;
   sqlite3_open(scratch_.File().c_str(), &other);
   sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
@@ -94,7 +94,7 @@ TEST_F(DatabaseTest, AFileLockedByAnotherProgramIsTold) {
 }
 
 TEST_F(DatabaseTest, AWriteThatTheDiskRefusesIsToldAndHarmsNothing) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   AddContact(db, 1, "I1AAA");
   // As full as a file that may not grow.
   rlimit old{};
@@ -144,12 +144,12 @@ TEST_F(DatabaseTest, WhatTheSystemRefusesIsToldByItsCause) {
 
 TEST_F(DatabaseTest, ACounterAtItsHighestNumberIsNoFullDisk) {
   scratch_.Sql("INSERT INTO Log (QsoNr, Call) VALUES (9223372036854775807, 'I1AAA')");
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   const auto expect = [](const std::function<void()>& work) {
     try {
       work();
       ADD_FAILURE() << "it was stored";
-    } catch (const DatabaseError& failure) {
+    } catch (const engine::DatabaseError& failure) {
       EXPECT_EQ(failure.Number, 3146);
       EXPECT_EQ(failure.Description,
                 "Il contatore della tabella 'Log' ha raggiunto il numero più alto, che un altro "
@@ -159,7 +159,7 @@ TEST_F(DatabaseTest, ACounterAtItsHighestNumberIsNoFullDisk) {
   };
   expect([&] { AddContact(db, 1, "I1BBB"); });
   expect([&] { db.Execute("insert into Log (Call) values ('I1BBB')"); });
-  expect([&] { db.OpenAppender("Log")->Append({Value(), "I1BBB"}); });
+  expect([&] { db.OpenAppender("Log")->Append({engine::Value(), "I1BBB"}); });
   // The number is not given again.
   db.Execute("delete * from Log");
   expect([&] { AddContact(db, 1, "I1BBB"); });
@@ -179,7 +179,7 @@ TEST_F(DatabaseTest, APathThatIsTooLongIsToldAsWhatItIs) {
   fs::create_directories(most);
   fs::copy_file(scratch_.File(), most / "Brenvo.mdb");
   EXPECT_EQ((most / "Brenvo.mdb").native().size(), 504u);
-  Database db = OpenDatabaseFile(most / "Brenvo.mdb");
+  engine::Database db = OpenDatabaseFile(most / "Brenvo.mdb");
   EXPECT_EQ(AddContact(db, 1, "I1AAA").key, 1);
 }
 
@@ -189,7 +189,7 @@ TEST_F(DatabaseTest, AFileThatLeadsNowhereIsToldAsWhatItIs) {
   try {
     OpenDatabaseFile(file);
     FAIL();
-  } catch (const DatabaseError& failure) {
+  } catch (const engine::DatabaseError& failure) {
     EXPECT_STREQ(failure.what(),
                  "75 - Errore di accesso a 'giro.mdb' (collegamenti che rimandano l'uno "
                  "all'altro).");
@@ -197,7 +197,7 @@ TEST_F(DatabaseTest, AFileThatLeadsNowhereIsToldAsWhatItIs) {
 }
 
 TEST_F(DatabaseTest, ClosingLeavesOneFile) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   AddContact(db, 1, "I1AAA");
   EXPECT_GT(Files(), 1U);
   db.Close();
@@ -205,7 +205,7 @@ TEST_F(DatabaseTest, ClosingLeavesOneFile) {
 }
 
 TEST_F(DatabaseTest, RecordsetsOfAClosedDatabaseAnswerWithAnError) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   AddContact(db, 1, "I1AAA");
   AddContact(db, 2, "I1AAA");
   const auto table = db.OpenTable("Log");
@@ -213,9 +213,9 @@ TEST_F(DatabaseTest, RecordsetsOfAClosedDatabaseAnswerWithAnError) {
   const auto snapshot = db.OpenSnapshot("select * from Log");
   db.Close();
   EXPECT_FALSE(db.IsOpen());
-  for (Recordset* rows :
-       {static_cast<Recordset*>(table.get()), static_cast<Recordset*>(dynaset.get()),
-        static_cast<Recordset*>(snapshot.get())}) {
+  for (engine::Recordset* rows : {static_cast<engine::Recordset*>(table.get()),
+                                  static_cast<engine::Recordset*>(dynaset.get()),
+                                  static_cast<engine::Recordset*>(snapshot.get())}) {
     EXPECT_EQ(ErrorOf([&] { rows->Field("Call"); }), 3420);
     EXPECT_EQ(ErrorOf([&] { rows->MoveNext(); }), 3420);
     EXPECT_EQ(ErrorOf([&] { rows->EOF_(); }), 3420);
@@ -224,12 +224,12 @@ TEST_F(DatabaseTest, RecordsetsOfAClosedDatabaseAnswerWithAnError) {
   }
   EXPECT_EQ(ErrorOf([&] { db.OpenTable("Log"); }), 3420);
   EXPECT_EQ(ErrorOf([&] { db.Execute("delete from Log"); }), 3420);
-  EXPECT_EQ(ErrorOf([] { Database().OpenSnapshot("select * from Log"); }), 3420);
+  EXPECT_EQ(ErrorOf([] { engine::Database().OpenSnapshot("select * from Log"); }), 3420);
 }
 
 TEST_F(DatabaseTest, AMovedDatabaseClosesWhatItHeld) {
   ScratchDatabase other;
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   const auto rows = db.OpenTable("Log");
   db = other.Open();
   EXPECT_EQ(ErrorOf([&] { rows->MoveFirst(); }), 3420);
@@ -237,7 +237,7 @@ TEST_F(DatabaseTest, AMovedDatabaseClosesWhatItHeld) {
 }
 
 TEST_F(DatabaseTest, ACommitKeepsAndARollbackDrops) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   db.BeginTrans();
   EXPECT_TRUE(db.InTransaction());
   AddContact(db, 1, "I1AAA");
@@ -251,7 +251,7 @@ TEST_F(DatabaseTest, ACommitKeepsAndARollbackDrops) {
 }
 
 TEST_F(DatabaseTest, ARepeatedKeyInsideATransactionLeavesTheRestOfIt) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   db.BeginTrans();
   AddContact(db, 1, "I1AAA");
   EXPECT_EQ(ErrorOf([&] { AddContact(db, 1, "I1AAA"); }), 3022);
@@ -262,7 +262,7 @@ TEST_F(DatabaseTest, ARepeatedKeyInsideATransactionLeavesTheRestOfIt) {
 }
 
 TEST_F(DatabaseTest, AnOpenTransactionGoesWithTheDatabase) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   AddContact(db, 1, "I1AAA");
   db.BeginTrans();
   AddContact(db, 2, "I1BBB");
@@ -273,7 +273,7 @@ TEST_F(DatabaseTest, AnOpenTransactionGoesWithTheDatabase) {
 }
 
 TEST_F(DatabaseTest, TransactionsDoNotNestAndDoNotEndTwice) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   EXPECT_EQ(ErrorOf([&] { db.CommitTrans(); }), 3034);
   EXPECT_EQ(ErrorOf([&] { db.Rollback(); }), 3034);
   db.BeginTrans();
@@ -282,7 +282,7 @@ TEST_F(DatabaseTest, TransactionsDoNotNestAndDoNotEndTwice) {
 }
 
 TEST_F(DatabaseTest, ACompactedFileHoldsTheSameAndCountsOn) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   AddContact(db, 1, "I1AAA");
   AddContact(db, 2, "I1BBB");
   db.Execute("DELETE FROM Log WHERE QsoNr=2");
@@ -307,9 +307,9 @@ TEST_F(DatabaseTest, OtherToolsReadAndWriteTheFile) {
   scratch_.Sql(
       "INSERT INTO Log (DataQso, Call, Banda, QslRicevuta) "
       "VALUES ('2001-02-03 04:05:06', 'i3abc ', '  2 m', -1)");
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   const auto rows = db.OpenSnapshot("select * from Log where Call='I3ABC' and QslRicevuta");
-  EXPECT_EQ(rows->Field("DataQso"), Value(DateTime::Of(2001, 2, 3, 4, 5, 6)));
+  EXPECT_EQ(rows->Field("DataQso"), engine::Value(base::DateTime::Of(2001, 2, 3, 4, 5, 6)));
   AddContact(db, 1, "K1XYZ");
   scratch_.Sql("UPDATE Log SET Call = 'K1ZZZ' WHERE Call = 'K1XYZ'; PRAGMA integrity_check;");
   EXPECT_EQ(Select(db, "select Call from Log where Call='K1ZZZ'"), Texts{"K1ZZZ"});
@@ -323,7 +323,7 @@ TEST_F(DatabaseTest, EveryContactWhoseUpdateReturnedSurvivesAKill) {
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-      Database db = scratch_.Open();
+      engine::Database db = scratch_.Open();
       for (int minute = 0;; ++minute) {
         const std::int64_t key = AddContact(db, minute + round * 100000, "I1AAA").key;
         if (write(channel[1], &key, sizeof(key)) != sizeof(key)) _exit(1);
@@ -339,7 +339,7 @@ TEST_F(DatabaseTest, EveryContactWhoseUpdateReturnedSurvivesAKill) {
     close(channel[0]);
     waitpid(child, nullptr, 0);
 
-    Database db = scratch_.Open();
+    engine::Database db = scratch_.Open();
     const auto rows = db.OpenSnapshot("select QsoNr from Log order by QsoNr");
     rows->MoveLast();
     EXPECT_GE(rows->RecordCount(), last);
@@ -350,16 +350,16 @@ TEST_F(DatabaseTest, EveryContactWhoseUpdateReturnedSurvivesAKill) {
 
 // A power cut leaves what was synced: each Update has synced the journal before it returns.
 TEST_F(DatabaseTest, WhatTheJournalHoldsAloneIsRecovered) {
-  Database db = scratch_.Open();
+  engine::Database db = scratch_.Open();
   AddContact(db, 1, "I1AAA");
   ScratchDirectory after;
   for (const char* suffix : {"", "-wal"}) {
     std::filesystem::copy_file(scratch_.File().string() + suffix,
                                after.Path() / (std::string("Brenvo.mdb") + suffix));
   }
-  Database recovered = OpenDatabaseFile(after.Path() / "Brenvo.mdb");
+  engine::Database recovered = OpenDatabaseFile(after.Path() / "Brenvo.mdb");
   EXPECT_EQ(Select(recovered, "select Call from Log"), Texts{"I1AAA"});
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -3,7 +3,7 @@
 
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 using ::testing::ElementsAre;
@@ -11,7 +11,7 @@ using ::testing::ElementsAre;
 class DynasetTest : public ::testing::Test {
  protected:
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
+  engine::Database db_ = scratch_.Open();
 };
 
 TEST_F(DynasetTest, AnEmptyOneStandsOnBothMarks) {
@@ -88,7 +88,7 @@ TEST_F(DynasetTest, RowsAddedThroughItStandAtItsEnd) {
   AddContact(db_, 9, "I1BBB");
   const auto rows = db_.OpenDynaset("select * from Log order by DataQso");
   rows->AddNew();
-  rows->Set("DataQso", DateTime::Of(2001, 2, 3));
+  rows->Set("DataQso", base::DateTime::Of(2001, 2, 3));
   rows->Set("Call", "I1CCC");
   rows->Update();
   EXPECT_EQ(rows->Field("Call").Text(), "I1AAA");
@@ -231,7 +231,7 @@ TEST_F(DynasetTest, ARepeatedKeyIsToldAndTheSetStaysAsItWas) {
   AddContact(db_, 1, "I1AAA");
   const auto rows = db_.OpenDynaset("select * from Log");
   rows->AddNew();
-  rows->Set("DataQso", DateTime::Of(2001, 2, 3, 0, 1));
+  rows->Set("DataQso", base::DateTime::Of(2001, 2, 3, 0, 1));
   rows->Set("Call", "I1AAA");
   rows->Set("Banda", "  2 m");
   EXPECT_EQ(ErrorOf([&] { rows->Update(); }), 3022);
@@ -294,7 +294,7 @@ TEST_F(DynasetTest, FindFirstFindsRowsAddedThroughIt) {
   AddContact(db_, 5, "I1AAA");
   const auto rows = db_.OpenDynaset("select * from Log order by DataQso");
   rows->AddNew();
-  rows->Set("DataQso", DateTime::Of(2001, 2, 3));
+  rows->Set("DataQso", base::DateTime::Of(2001, 2, 3));
   rows->Set("Call", "I1AAA");
   rows->Update();
   rows->FindFirst("Call='I1AAA'");
@@ -311,7 +311,7 @@ TEST_F(DynasetTest, FindFirstPassesOverWhatAnotherProgramHasAddedBeforeIt) {
   AddContact(db_, 9, "I1AAA");
   const auto rows = db_.OpenDynaset("select * from Log order by DataQso");
   rows->MoveLast();
-  Database other = scratch_.Open();
+  engine::Database other = scratch_.Open();
   AddContact(other, 1, "I1AAA");
   rows->FindFirst("Call='I1AAA'");
   ASSERT_FALSE(rows->NoMatch());
@@ -337,7 +337,7 @@ TEST_F(DynasetTest, ABookmarkLeadsBackToItsRow) {
   const auto rows = db_.OpenDynaset("select * from Log order by DataQso");
   rows->SetBookmark({400});
   EXPECT_EQ(rows->Field("QsoNr").Integer(), 400);
-  const Bookmark bookmark = rows->GetBookmark();
+  const engine::Bookmark bookmark = rows->GetBookmark();
   rows->MoveFirst();
   rows->SetBookmark(bookmark);
   EXPECT_EQ(rows->Field("QsoNr").Integer(), 400);
@@ -349,7 +349,7 @@ TEST_F(DynasetTest, AGridReadsTheRowsOnScreenAlone) {
   const auto rows = db_.OpenDynaset("select QsoNr,Call from Log order by DataQso");
   EXPECT_EQ(rows->TotalRows(), 500);
   const auto before = db_.Counters().rowsStepped;
-  EXPECT_EQ(rows->RowAt(300), (std::vector<Value>{301, "I1AAA"}));
+  EXPECT_EQ(rows->RowAt(300), (std::vector<engine::Value>{301, "I1AAA"}));
   EXPECT_EQ(db_.Counters().rowsStepped - before, 1);
   EXPECT_EQ(rows->BookmarkAt(300).key, 301);
   EXPECT_TRUE(rows->RowAt(500).empty());
@@ -373,7 +373,7 @@ class WalkTest : public DynasetTest {
     for (int minute = 0; minute < kContacts; ++minute) AddContact(db_, minute, "I1AAA");
     db_.CommitTrans();
   }
-  std::unique_ptr<Dynaset> Opened() {
+  std::unique_ptr<engine::Dynaset> Opened() {
     return db_.OpenDynaset("select * from Log order by DataQso");
   }
 
@@ -479,4 +479,4 @@ TEST_F(WalkTest, ARecordEditedBeforeItIsLookedAtIsRead) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

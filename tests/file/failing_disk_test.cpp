@@ -5,7 +5,7 @@
 #include "tests/support/recorded_files.h"
 #include "tests/support/scratch_database.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 // What the disk answers, and what the program makes of it.
@@ -15,35 +15,37 @@ struct Fault {
   int number;
 };
 constexpr Fault kFaults[] = {
-    {"the disk is full", SQLITE_FULL, DatabaseError::kDiskFull},
-    {"a write fails", SQLITE_IOERR_WRITE, DatabaseError::kFailed},
-    {"a sync fails", SQLITE_IOERR_FSYNC, DatabaseError::kFailed},
-    {"the file has become read-only", SQLITE_READONLY, DatabaseError::kReadOnly},
+    {"the disk is full", SQLITE_FULL, engine::DatabaseError::kDiskFull},
+    {"a write fails", SQLITE_IOERR_WRITE, engine::DatabaseError::kFailed},
+    {"a sync fails", SQLITE_IOERR_FSYNC, engine::DatabaseError::kFailed},
+    {"the file has become read-only", SQLITE_READONLY, engine::DatabaseError::kReadOnly},
 };
 
-std::int64_t Count(Database& database) {
+std::int64_t Count(engine::Database& database) {
   return database.OpenSnapshot("select count(*) from Log")->Field(0).Integer();
 }
 
-void Store(Database& database, const std::string& call) { AddContact(database, 5, call.c_str()); }
+void Store(engine::Database& database, const std::string& call) {
+  AddContact(database, 5, call.c_str());
+}
 
 class FailingDisk : public testing::TestWithParam<Fault> {
  protected:
   // Runs `work` again and again, each time failing one operation of the disk later, until it is
   // through. After each: told by its number, undone whole, and done when it is tried again.
-  void FailEachInTurn(const std::function<void(Database&)>& work, std::int64_t rows) {
+  void FailEachInTurn(const std::function<void(engine::Database&)>& work, std::int64_t rows) {
     int failures = 0;
     for (std::int64_t n = 0;; ++n) {
       SCOPED_TRACE(n);
       ScratchDatabase scratch;
       RecordedFiles files;
-      Database database = scratch.Open();
+      engine::Database database = scratch.Open();
       Store(database, "IK3ABC");
       files.FailFrom(n, GetParam().code);
       int number = 0;
       try {
         work(database);
-      } catch (const DatabaseError& failure) {
+      } catch (const engine::DatabaseError& failure) {
         number = failure.Number;
         if (database.InTransaction()) database.Rollback();
       }
@@ -57,7 +59,7 @@ class FailingDisk : public testing::TestWithParam<Fault> {
       }
       ASSERT_EQ(Count(database), 1 + rows);
       database.Close();
-      Database again = scratch.Open();
+      engine::Database again = scratch.Open();
       ASSERT_EQ(Count(again), 1 + rows);
       if (!failed) break;
     }
@@ -66,12 +68,12 @@ class FailingDisk : public testing::TestWithParam<Fault> {
 };
 
 TEST_P(FailingDisk, AContactIsStoredOrTheFailureIsToldAndItCanBeStoredAgain) {
-  FailEachInTurn([](Database& database) { Store(database, "IK3DEF"); }, 1);
+  FailEachInTurn([](engine::Database& database) { Store(database, "IK3DEF"); }, 1);
 }
 
 TEST_P(FailingDisk, ATransactionIsUndoneWhole) {
   FailEachInTurn(
-      [](Database& database) {
+      [](engine::Database& database) {
         database.BeginTrans();
         for (int i = 0; i < 5; ++i) Store(database, "IK" + std::to_string(i));
         database.CommitTrans();
@@ -82,7 +84,7 @@ TEST_P(FailingDisk, ATransactionIsUndoneWhole) {
 TEST_P(FailingDisk, ACompactionThatFailsLeavesTheSourceAndNoHalfResult) {
   ScratchDatabase scratch;
   {
-    Database database = scratch.Open();
+    engine::Database database = scratch.Open();
     Store(database, "IK3ABC");
   }
   const auto result = scratch.Path() / "BrenvoNEW.MDB";
@@ -93,7 +95,7 @@ TEST_P(FailingDisk, ACompactionThatFailsLeavesTheSourceAndNoHalfResult) {
     int number = 0;
     try {
       CompactDatabase(scratch.File(), result);
-    } catch (const DatabaseError& failure) {
+    } catch (const engine::DatabaseError& failure) {
       number = failure.Number;
     }
     const bool failed = files.HasFailed();
@@ -105,7 +107,7 @@ TEST_P(FailingDisk, ACompactionThatFailsLeavesTheSourceAndNoHalfResult) {
       ASSERT_TRUE(std::filesystem::exists(result));
       std::filesystem::remove(result);
     }
-    Database database = scratch.Open();
+    engine::Database database = scratch.Open();
     ASSERT_EQ(Count(database), 1);
     if (!failed) break;
   }
@@ -119,4 +121,4 @@ INSTANTIATE_TEST_SUITE_P(All, FailingDisk, testing::ValuesIn(kFaults), [](const 
 });
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

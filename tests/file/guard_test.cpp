@@ -3,7 +3,7 @@
 
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 class GuardTest : public ::testing::Test {
@@ -21,7 +21,7 @@ class GuardTest : public ::testing::Test {
   }
 
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
+  engine::Database db_ = scratch_.Open();
 };
 
 TEST_F(GuardTest, WhatIsNoStatementIsASyntaxError) {
@@ -170,7 +170,7 @@ TEST_F(GuardTest, DescriptionsAreToldInItalianWithoutTheNumber) {
   try {
     db_.OpenSnapshot("select * from Log where Call='O'HARA'");
     FAIL();
-  } catch (const DatabaseError& error) {
+  } catch (const engine::DatabaseError& error) {
     EXPECT_EQ(error.Description, "Errore di sintassi presso 'HARA''.");
   }
 }
@@ -249,4 +249,4 @@ TEST_F(GuardTest, TriggersAndViewsOfAForeignFileAreNotRun) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

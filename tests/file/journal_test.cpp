@@ -15,7 +15,7 @@
 #include "tests/support/other_program.h"
 #include "tests/support/thoroughly.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 namespace fs = std::filesystem;
@@ -26,7 +26,7 @@ class JournalTest : public testing::Test {
   fs::path JournalFile() const { return scratch_.File().string() + "-wal"; }
   fs::path Path(const char* name) const { return scratch_.Path() / name; }
 
-  static void Store(Database& database, int from, int to) {
+  static void Store(engine::Database& database, int from, int to) {
     database.BeginTrans();
     for (int i = from; i < to; ++i) {
       database.Execute("insert into Log (DataQso, Call, Banda) values ('2001-02-03 04:05:00','I" +
@@ -35,12 +35,14 @@ class JournalTest : public testing::Test {
     database.CommitTrans();
   }
   // A station that ends without closing anything.
-  void DieAfter(const std::function<void(Database&)>& work) const { DieAfter(File(), work); }
-  static void DieAfter(const fs::path& file, const std::function<void(Database&)>& work) {
+  void DieAfter(const std::function<void(engine::Database&)>& work) const {
+    DieAfter(File(), work);
+  }
+  static void DieAfter(const fs::path& file, const std::function<void(engine::Database&)>& work) {
     const pid_t child = fork();
     if (child == 0) {
       try {
-        Database database = OpenDatabaseFile(file);
+        engine::Database database = OpenDatabaseFile(file);
         work(database);
         kill(getpid(), SIGKILL);
       } catch (const std::exception& failure) {
@@ -67,7 +69,7 @@ class JournalTest : public testing::Test {
     fs::copy_file(copy, File(), fs::copy_options::overwrite_existing);
   }
   static std::int64_t Count(const fs::path& file) {
-    Database database = OpenDatabaseFile(file);
+    engine::Database database = OpenDatabaseFile(file);
     return database.OpenSnapshot("select count(*) from Log")->Field(0).Integer();
   }
   // Refused, and nothing has been written: what stands there can all be set aside.
@@ -85,7 +87,7 @@ class JournalTest : public testing::Test {
 };
 
 TEST_F(JournalTest, OfTheFileIsAppliedAfterAnUncleanEnd) {
-  DieAfter([](Database& database) { Store(database, 0, 10); });
+  DieAfter([](engine::Database& database) { Store(database, 0, 10); });
   EXPECT_EQ(JudgeJournal(File()), Journal::kOwn);
   EXPECT_EQ(Count(File()), 10);
   EXPECT_EQ(JudgeJournal(File()), Journal::kNone);
@@ -93,15 +95,15 @@ TEST_F(JournalTest, OfTheFileIsAppliedAfterAnUncleanEnd) {
 
 TEST_F(JournalTest, BesideACopyThatWasPutInPlaceByHandIsNotMixedIn) {
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 10);
   }
   CopyTo(Path("day.mdb"));
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 10, 20);
   }
-  DieAfter([](Database& database) { Store(database, 20, 30); });
+  DieAfter([](engine::Database& database) { Store(database, 20, 30); });
   PutInPlace(Path("day.mdb"));
   ExpectForeign();
   // Without the journal it is what the operator wanted.
@@ -110,7 +112,7 @@ TEST_F(JournalTest, BesideACopyThatWasPutInPlaceByHandIsNotMixedIn) {
 }
 
 TEST_F(JournalTest, BesideACopyMadeInTheSameSessionIsNotMixedIn) {
-  DieAfter([this](Database& database) {
+  DieAfter([this](engine::Database& database) {
     Store(database, 0, 10);
     CopyTo(Path("day.mdb"));
     Store(database, 10, 20);
@@ -121,26 +123,26 @@ TEST_F(JournalTest, BesideACopyMadeInTheSameSessionIsNotMixedIn) {
 
 TEST_F(JournalTest, BesideAnOlderFileOfTheSameNameIsNotMixedIn) {
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 10);
   }
   fs::copy_file(File(), Path("by hand.mdb"));
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 10, 20);
   }
-  DieAfter([](Database& database) { Store(database, 20, 30); });
+  DieAfter([](engine::Database& database) { Store(database, 20, 30); });
   PutInPlace(Path("by hand.mdb"));
   ExpectForeign();
 }
 
 TEST_F(JournalTest, BesideACompactedFileIsNotMixedIn) {
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 10);
   }
   CompactDatabase(File(), Path("BrenvoNEW.MDB"));
-  DieAfter([](Database& database) { Store(database, 10, 20); });
+  DieAfter([](engine::Database& database) { Store(database, 10, 20); });
   PutInPlace(Path("BrenvoNEW.MDB"));
   ExpectForeign();
 }
@@ -148,23 +150,23 @@ TEST_F(JournalTest, BesideACompactedFileIsNotMixedIn) {
 TEST_F(JournalTest, BesideAFreshlyDeliveredFileIsNotMixedIn) {
   fs::copy_file(File(), Path("fresh.mdb"));
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 10);
   }
-  DieAfter([](Database& database) { Store(database, 10, 20); });
+  DieAfter([](engine::Database& database) { Store(database, 10, 20); });
   PutInPlace(Path("fresh.mdb"));
   ExpectForeign();
 }
 
 TEST_F(JournalTest, BesideEitherOfTwoCopiesIsTheOthersAlone) {
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 10);
   }
   CopyTo(Path("one.mdb"));
   CopyTo(Path("two.mdb"));
   PutInPlace(Path("one.mdb"));
-  DieAfter([](Database& database) { Store(database, 10, 20); });
+  DieAfter([](engine::Database& database) { Store(database, 10, 20); });
   PutInPlace(Path("two.mdb"));
   ExpectForeign();
   PutInPlace(Path("one.mdb"));
@@ -173,7 +175,7 @@ TEST_F(JournalTest, BesideEitherOfTwoCopiesIsTheOthersAlone) {
 
 TEST_F(JournalTest, ThatHasLongBeenWrittenBackInPartIsTheFilesOwn) {
   // More than is written back at a time, again and again.
-  DieAfter([](Database& database) {
+  DieAfter([](engine::Database& database) {
     for (int i = 0; i < 6; ++i) {
       Store(database, i * 1000, (i + 1) * 1000);
       database.Execute("update Log set Qra='" + std::string(3000, 'A') + "' where QsoNr>" +
@@ -185,7 +187,7 @@ TEST_F(JournalTest, ThatHasLongBeenWrittenBackInPartIsTheFilesOwn) {
 }
 
 TEST_F(JournalTest, IsKnownWhileRowsHoldItFromBeginningAnew) {
-  DieAfter([](Database& database) {
+  DieAfter([](engine::Database& database) {
     Store(database, 0, 3000);
     const auto shown = database.OpenDynaset("select * from Log order by Call");
     for (int i = 0; i < 100; ++i) {
@@ -224,9 +226,9 @@ TEST_F(JournalTest, OfAToolThatGivesNoMarksIsApplied) {
 }
 
 TEST_F(JournalTest, OfAProgramThatIsAtWorkIsNoObstacle) {
-  Database first = scratch_.Open();
+  engine::Database first = scratch_.Open();
   Store(first, 0, 10);
-  Database second = scratch_.Open();
+  engine::Database second = scratch_.Open();
   Store(second, 10, 20);
   EXPECT_EQ(JudgeJournal(File()), Journal::kOwn);
   EXPECT_EQ(first.OpenSnapshot("select count(*) from Log")->Field(0).Integer(), 20);
@@ -234,7 +236,7 @@ TEST_F(JournalTest, OfAProgramThatIsAtWorkIsNoObstacle) {
 
 TEST_F(JournalTest, ThatIsNoneIsNotWrittenOver) {
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 10);
   }
   std::mt19937 random(1);
@@ -246,7 +248,7 @@ TEST_F(JournalTest, ThatIsNoneIsNotWrittenOver) {
 
 TEST_F(JournalTest, ThatADiskHasOnlyMadeReadyIsNone) {
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 10);
   }
   for (const std::size_t size : {0, 1, 32, 20000}) {
@@ -257,7 +259,7 @@ TEST_F(JournalTest, ThatADiskHasOnlyMadeReadyIsNone) {
 }
 
 TEST_F(JournalTest, ThatEndsInTheMiddleCountsAsFarAsItIsWhole) {
-  DieAfter([](Database& database) {
+  DieAfter([](engine::Database& database) {
     for (int i = 0; i < 10; ++i) Store(database, i, i + 1);
   });
   const std::string whole = ReadBytes(JournalFile());
@@ -276,7 +278,7 @@ TEST_F(JournalTest, ThatEndsInTheMiddleCountsAsFarAsItIsWhole) {
 
 TEST_F(JournalTest, ThatDamagesASoundFileIsNotApplied) {
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 2000);
   }
   // Pages of a table in each other's place, in a journal that is whole.
@@ -309,13 +311,13 @@ TEST_F(JournalTest, ThatDamagesASoundFileIsNotApplied) {
 
 TEST_F(JournalTest, OfAFileThatWasDamagedBeforeIsNotBlamed) {
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 2000);
   }
   std::string bytes = ReadBytes(File());
   bytes.replace(bytes.size() / 2 / 4096 * 4096, 4096, 4096, '\x5A');
   std::ofstream(File(), std::ios::binary) << bytes;
-  DieAfter([](Database& database) {
+  DieAfter([](engine::Database& database) {
     database.Execute("insert into Modi (Codice, Modo) values (1, 'CW')");
   });
   EXPECT_NO_THROW(OpenDatabaseFile(File()));
@@ -353,7 +355,7 @@ TEST_F(JournalTest, TheMarkThatFollowsIsMadeOfTheFileAndOfChance) {
     return std::string(static_cast<std::size_t>(below(most)), 'Q');
   };
   try {
-    Database database = OpenDatabaseFile(file);
+    engine::Database database = OpenDatabaseFile(file);
     for (int n = 0;; ++n) {
       if (n == 1 && write(begun, "x", 1) != 1) _exit(1);
       const int what = below(20);
@@ -383,7 +385,7 @@ TEST_F(JournalTest, ThatBelongsIsNeverSetAsideHoweverOftenTheStationIsKilled) {
   const unsigned kills = Thoroughly(200u, 2000u);
   fs::copy_file(File(), Path("other.mdb"));
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, 0, 1000);
   }
   std::mt19937 random(1);
@@ -427,4 +429,4 @@ TEST_F(JournalTest, ThatBelongsIsNeverSetAsideHoweverOftenTheStationIsKilled) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -5,13 +5,13 @@
 #include "dialect/like_pattern.h"
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 // A statement with a pattern gives the rows that the pattern matches, however it is served.
 TEST(LikeTest, EveryPatternGivesTheRowsThatItMatches) {
   ScratchDatabase scratch;
-  Database db = scratch.Open();
+  engine::Database db = scratch.Open();
   const char* const texts[] = {"JN65", "JN65FR", "jn65fr ", "JN6",   "JN66AA", "JN",   "J",
                                "",     "JN65 X", "JN6Z",    "Cantù", "CANTÙ",  "K@1",  "K[1",
                                "Ka",   "KZ",     "K{",      "a*b",   "A?B",    "12",   "JN65F",
@@ -27,14 +27,15 @@ TEST(LikeTest, EveryPatternGivesTheRowsThatItMatches) {
         "[J-K]*", "[!J]*", "*65*",   "JN65FR  *", "  *", "JN65 X*", "JN6 *"}) {
     std::vector<std::string> expected;
     for (std::size_t i = 0; i < std::size(texts); ++i) {
-      if (LikePattern(pattern).Matches(texts[i])) expected.push_back(std::to_string(i + 1));
+      if (dialect::LikePattern(pattern).Matches(texts[i]))
+        expected.push_back(std::to_string(i + 1));
     }
     for (const char* column : {"Locator", "Call", "Left(Locator,4)", "Locator & ''"}) {
       std::vector<std::string> wanted = expected;
       if (std::string_view(column).starts_with("Left")) {
         wanted.clear();
         for (std::size_t i = 0; i < std::size(texts); ++i) {
-          if (LikePattern(pattern).Matches(Left(texts[i], 4))) {
+          if (dialect::LikePattern(pattern).Matches(base::Left(texts[i], 4))) {
             wanted.push_back(std::to_string(i + 1));
           }
         }
@@ -54,4 +55,4 @@ TEST(LikeTest, EveryPatternGivesTheRowsThatItMatches) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

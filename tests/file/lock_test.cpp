@@ -4,7 +4,7 @@
 #include "tests/file/contacts.h"
 #include "tests/support/other_program.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 constexpr char kChange[] = "INSERT INTO Log (Call) VALUES ('OTHER')";
@@ -24,7 +24,7 @@ class AnotherProgramsLock : public testing::Test {
   }
 
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
+  engine::Database db_ = scratch_.Open();
 };
 
 TEST_F(AnotherProgramsLock, IsWaitedForByATransactionWhileRowsAreRead) {
@@ -50,7 +50,7 @@ TEST_F(AnotherProgramsLock, IsWaitedForByARowThatIsAppendedWhileOthersAreRead) {
   const auto modes = db_.OpenDynaset("select * from Modi");
   const auto appender = db_.OpenAppender("Log");
   const OtherProgram other(scratch_.File(), kChange);
-  EXPECT_EQ(appender->Append({DateTime::Of(2001, 2, 3), "IK3ABC"}), 602);
+  EXPECT_EQ(appender->Append({base::DateTime::Of(2001, 2, 3), "IK3ABC"}), 602);
 }
 
 TEST_F(AnotherProgramsLock, ThatStaysIsToldAfterTwoSeconds) {
@@ -65,7 +65,7 @@ TEST_F(AnotherProgramsLock, ThatStaysIsToldAfterTwoSeconds) {
 
 TEST(AnotherProgramsChange, IsNoObstacleToWhatIsWrittenWhileRowsAreRead) {
   ScratchDatabase scratch;
-  Database db = scratch.Open();
+  engine::Database db = scratch.Open();
   for (int i = 0; i < 3; ++i) {
     db.Execute("insert into Modi (Codice, Modo) values (" + std::to_string(i) + ",'CW')");
   }
@@ -80,4 +80,4 @@ TEST(AnotherProgramsChange, IsNoObstacleToWhatIsWrittenWhileRowsAreRead) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -4,7 +4,7 @@
 
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 using ::testing::HasSubstr;
@@ -18,7 +18,7 @@ struct Plan {
 class PlanTest : public ::testing::TestWithParam<Plan> {
  protected:
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
+  engine::Database db_ = scratch_.Open();
 };
 
 TEST_P(PlanTest, AnIndexServesIt) {
@@ -107,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(Matrix, PlanTest, ::testing::ValuesIn(kMatrix));
 class CostTest : public ::testing::Test {
  protected:
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
+  engine::Database db_ = scratch_.Open();
 };
 
 TEST_F(CostTest, TheLogOpensInItsOrderWithoutSorting) {
@@ -126,7 +126,7 @@ TEST_F(CostTest, StatementsThatDifferInLiteralsAloneAreCompiledOnce) {
                      "'");
   };
   type("I3AB", 1);
-  const EngineCounters before = db_.Counters();
+  const engine::EngineCounters before = db_.Counters();
   for (const char* call : {"W1AW", "IK2X", "9A5Y"}) type(call, call[1]);
   EXPECT_EQ(db_.Counters().prepared, before.prepared);
   EXPECT_EQ(db_.Counters().statements, before.statements + 6);
@@ -190,4 +190,4 @@ TEST_F(CostTest, FindingANumberReadsOneRow) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -10,19 +10,21 @@
 #include "tests/support/scratch_database.h"
 #include "tests/support/thoroughly.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::set<std::string> Calls(Database& database) {
+std::set<std::string> Calls(engine::Database& database) {
   std::set<std::string> calls;
   const auto rows = database.OpenSnapshot("select Call from Log");
   for (; !rows->EOF_(); rows->MoveNext()) calls.insert(rows->Field("Call").Text());
   return calls;
 }
 
-void Store(Database& database, const std::string& call) { AddContact(database, 5, call.c_str()); }
+void Store(engine::Database& database, const std::string& call) {
+  AddContact(database, 5, call.c_str());
+}
 
 constexpr int kContacts = 30;  // of a transfer
 
@@ -31,10 +33,11 @@ class PowerCut : public testing::Test {
   // After every operation, with nothing, all, and several random parts of what was not yet synced.
   // `check` gets the opened database and the marks set before the cut. What is left is never taken
   // for a journal of another file.
-  void CutEverywhere(const RecordedFiles& files, const RecordedFiles::Files& before,
-                     const std::function<void(Database&, const std::set<std::string>&)>& check,
-                     std::size_t from = 0, std::size_t to = SIZE_MAX,
-                     const std::vector<double>& shares = {0, 1, 0.5, 0.5, 0.9, 0.1}) {
+  void CutEverywhere(
+      const RecordedFiles& files, const RecordedFiles::Files& before,
+      const std::function<void(engine::Database&, const std::set<std::string>&)>& check,
+      std::size_t from = 0, std::size_t to = SIZE_MAX,
+      const std::vector<double>& shares = {0, 1, 0.5, 0.5, 0.9, 0.1}) {
     std::mt19937 random(1);
     // What opens the files that are left is watched too.
     const std::size_t all = std::min(to, files.Operations().size());
@@ -51,7 +54,7 @@ class PowerCut : public testing::Test {
         RecordedFiles::Write(files.AfterPowerCut(before, count, share, random), rest_.Path());
         ASSERT_NE(JudgeJournal(rest_.Path() / "Brenvo.mdb"), Journal::kForeign);
         ASSERT_NO_THROW({
-          Database database = OpenDatabaseFile(rest_.Path() / "Brenvo.mdb");
+          engine::Database database = OpenDatabaseFile(rest_.Path() / "Brenvo.mdb");
           check(database, marks);
         });
         ASSERT_EQ(IntegrityOf(rest_.Path() / "Brenvo.mdb"), "ok");
@@ -70,7 +73,7 @@ TEST_F(PowerCut, AContactWhoseUpdateReturnedIsThereAndAnotherIsWholeOrNotThere) 
   RecordedFiles::Files before;
   RecordedFiles files;
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     before = RecordedFiles::FilesIn(scratch_.Path());
     before.erase(scratch_.File().string() + "-shm");
     for (int i = 0; i < 6; ++i) {
@@ -80,7 +83,7 @@ TEST_F(PowerCut, AContactWhoseUpdateReturnedIsThereAndAnotherIsWholeOrNotThere) 
   }
   // Closing writes everything back; after that nothing else is left.
   files.Mark("closed");
-  CutEverywhere(files, before, [](Database& database, const std::set<std::string>& marks) {
+  CutEverywhere(files, before, [](engine::Database& database, const std::set<std::string>& marks) {
     const std::set<std::string> calls = Calls(database);
     for (const std::string& mark : marks) {
       if (mark != "closed") {
@@ -94,13 +97,13 @@ TEST_F(PowerCut, AContactWhoseUpdateReturnedIsThereAndAnotherIsWholeOrNotThere) 
 TEST_F(PowerCut, AChangeAndADeleteAreDoneOrNotDone) {
   RecordedFiles::Files before;
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     Store(database, "IK3ABC");
     Store(database, "IK3DEF");
   }
   RecordedFiles files;
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     before = RecordedFiles::FilesIn(scratch_.Path());
     before.erase(scratch_.File().string() + "-shm");
     auto rows = database.OpenDynaset("select * from Log order by Call");
@@ -112,7 +115,7 @@ TEST_F(PowerCut, AChangeAndADeleteAreDoneOrNotDone) {
     rows->Delete();
     files.Mark("deleted");
   }
-  CutEverywhere(files, before, [](Database& database, const std::set<std::string>& marks) {
+  CutEverywhere(files, before, [](engine::Database& database, const std::set<std::string>& marks) {
     const auto first = database.OpenSnapshot("select Qra from Log where Call='IK3ABC'");
     ASSERT_FALSE(first->EOF_());
     const std::string qra = first->Field("Qra").Text();
@@ -134,7 +137,7 @@ TEST_F(PowerCut, OfATransferAllContactsAreThereAndUnmarkedOrNoneIs) {
   RecordedFiles::Files before;
 
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     for (int i = 0; i < kContacts; ++i) {
       database.Execute(
           "insert into [Contest Qso] (DataContest, Banda, ProgrDato, Call, InLog) values "
@@ -144,7 +147,7 @@ TEST_F(PowerCut, OfATransferAllContactsAreThereAndUnmarkedOrNoneIs) {
   }
   RecordedFiles files;
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     before = RecordedFiles::FilesIn(scratch_.Path());
     before.erase(scratch_.File().string() + "-shm");
     database.BeginTrans();
@@ -153,7 +156,7 @@ TEST_F(PowerCut, OfATransferAllContactsAreThereAndUnmarkedOrNoneIs) {
     database.CommitTrans();
     files.Mark("transferred");
   }
-  CutEverywhere(files, before, [](Database& database, const std::set<std::string>& marks) {
+  CutEverywhere(files, before, [](engine::Database& database, const std::set<std::string>& marks) {
     const auto marked =
         database.OpenSnapshot("select count(*) from [Contest Qso] where InLog")->Field(0).Integer();
     const std::size_t calls = Calls(database).size();
@@ -169,7 +172,7 @@ TEST_F(PowerCut, AJournalThatIsWrittenBackAndBeginsAnewIsTheFilesOwn) {
   constexpr int kMany = 1100;  // a page each: more than wait to be written back
   RecordedFiles::Files before;
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     database.BeginTrans();
     for (int i = 0; i < kMany; ++i) Store(database, "IK" + std::to_string(i));
     database.CommitTrans();
@@ -177,7 +180,7 @@ TEST_F(PowerCut, AJournalThatIsWrittenBackAndBeginsAnewIsTheFilesOwn) {
   RecordedFiles files;
   std::size_t writtenBack = 0, all = 0;
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     before = RecordedFiles::FilesIn(scratch_.Path());
     before.erase(scratch_.File().string() + "-shm");
     database.Execute("update Log set Qra='" + std::string(3500, 'A') + "'");
@@ -187,7 +190,7 @@ TEST_F(PowerCut, AJournalThatIsWrittenBackAndBeginsAnewIsTheFilesOwn) {
     files.Mark("stored");
     all = files.Operations().size();
   }
-  const auto check = [](Database& database, const std::set<std::string>& marks) {
+  const auto check = [](engine::Database& database, const std::set<std::string>& marks) {
     const auto rows = database.OpenSnapshot(
         "select Call, Qra from Log where Call like 'IK3ABC' or "
         "Call='IK7'");
@@ -204,16 +207,16 @@ TEST_F(PowerCut, AJournalThatIsWrittenBackAndBeginsAnewIsTheFilesOwn) {
 
 TEST_F(PowerCut, ACompactionNeverTouchesItsSource) {
   {
-    Database database = scratch_.Open();
+    engine::Database database = scratch_.Open();
     for (int i = 0; i < 200; ++i) Store(database, "IK" + std::to_string(i));
   }
   const RecordedFiles::Files before = RecordedFiles::FilesIn(scratch_.Path());
   RecordedFiles files;
   CompactDatabase(scratch_.File(), scratch_.Path() / "BrenvoNEW.MDB");
-  CutEverywhere(files, before, [](Database& database, const std::set<std::string>&) {
+  CutEverywhere(files, before, [](engine::Database& database, const std::set<std::string>&) {
     EXPECT_EQ(Calls(database).size(), 200u);
   });
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -3,7 +3,7 @@
 
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 using ::testing::ElementsAre;
@@ -14,17 +14,18 @@ class RowAppenderTest : public ::testing::Test {
   static constexpr std::size_t kBanda = 13, kZonaCQ = 6, kNote = 23;  // among the columns to give
 
   // A contact at a second of its own.
-  static std::vector<Value> Contact(int number) {
-    const DateTime at = DateTime::FromSeconds(DateTime::Of(2001, 2, 3).Seconds() + number);
-    std::vector<Value> row = {at, "I1A" + std::to_string(number)};
+  static std::vector<engine::Value> Contact(int number) {
+    const base::DateTime at =
+        base::DateTime::FromSeconds(base::DateTime::Of(2001, 2, 3).Seconds() + number);
+    std::vector<engine::Value> row = {at, "I1A" + std::to_string(number)};
     row.resize(kBanda);
     row.push_back("  2 m");
     return row;
   }
 
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
-  std::unique_ptr<RowAppender> appender_ = db_.OpenAppender("log");
+  engine::Database db_ = scratch_.Open();
+  std::unique_ptr<engine::RowAppender> appender_ = db_.OpenAppender("log");
 };
 
 TEST_F(RowAppenderTest, EachRowHasTheNextKeyAndIsSeenAtOnce) {
@@ -50,32 +51,32 @@ TEST_F(RowAppenderTest, OneStatementServesAllRows) {
 }
 
 TEST_F(RowAppenderTest, NothingOfARowIsLeftInTheNext) {
-  std::vector<Value> whole = Contact(1);
+  std::vector<engine::Value> whole = Contact(1);
   whole.resize(kNote);
   whole.push_back("a note");
   appender_->Append(whole);
   appender_->Append(Contact(2));
   const auto rows = db_.OpenSnapshot("Select Note from Log order by QsoNr");
-  EXPECT_EQ(rows->Field("Note"), Value("a note"));
+  EXPECT_EQ(rows->Field("Note"), engine::Value("a note"));
   rows->MoveNext();
   EXPECT_TRUE(rows->Field("Note").IsNull());
 }
 
 TEST_F(RowAppenderTest, ColumnsLeftOutAreEmptyAndOthersAreConverted) {
-  std::vector<Value> row = Contact(1);
+  std::vector<engine::Value> row = Contact(1);
   row[kZonaCQ] = "15";
   appender_->Append(row);
   const auto rows = db_.OpenTable("Log");
-  EXPECT_EQ(rows->Field("DataQso"), Value(DateTime::Of(2001, 2, 3, 0, 0, 1)));
+  EXPECT_EQ(rows->Field("DataQso"), engine::Value(base::DateTime::Of(2001, 2, 3, 0, 0, 1)));
   EXPECT_TRUE(rows->Field("Manager").IsNull());
-  EXPECT_EQ(rows->Field("Zona CQ"), Value(15));
-  EXPECT_EQ(rows->Field("QslInviata"), Value(false));
+  EXPECT_EQ(rows->Field("Zona CQ"), engine::Value(15));
+  EXPECT_EQ(rows->Field("QslInviata"), engine::Value(false));
   EXPECT_TRUE(rows->Field("Note").IsNull());
 }
 
 TEST_F(RowAppenderTest, AKeyThatRepeatsStoresNothingAndTheNextRowIsSound) {
   appender_->Append(Contact(1));
-  EXPECT_EQ(ErrorOf([&] { appender_->Append(Contact(1)); }), DatabaseError::kDuplicateKey);
+  EXPECT_EQ(ErrorOf([&] { appender_->Append(Contact(1)); }), engine::DatabaseError::kDuplicateKey);
   appender_->Append(Contact(2));
   EXPECT_THAT(Select(db_, "Select Call from Log"), ElementsAre("I1A1", "I1A2"));
 }
@@ -96,10 +97,10 @@ TEST_F(RowAppenderTest, WhoReadsTheTableShowsWhatWasThere) {
 }
 
 TEST_F(RowAppenderTest, ItTakesATableAndAnOpenDatabase) {
-  EXPECT_EQ(ErrorOf([&] { db_.OpenAppender("Nowhere"); }), DatabaseError::kUnknownTable);
+  EXPECT_EQ(ErrorOf([&] { db_.OpenAppender("Nowhere"); }), engine::DatabaseError::kUnknownTable);
   db_.Close();
-  EXPECT_EQ(ErrorOf([&] { appender_->Append(Contact(2)); }), DatabaseError::kObjectClosed);
+  EXPECT_EQ(ErrorOf([&] { appender_->Append(Contact(2)); }), engine::DatabaseError::kObjectClosed);
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -3,7 +3,7 @@
 
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 using ::testing::ElementsAre;
@@ -17,7 +17,7 @@ class SnapshotTest : public ::testing::Test {
   }
 
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
+  engine::Database db_ = scratch_.Open();
 };
 
 TEST_F(SnapshotTest, AnEmptyOneStandsOnBothMarks) {
@@ -149,7 +149,7 @@ TEST_F(SnapshotTest, ABookmarkLeadsBackToItsRow) {
   AddContacts(3);
   const auto rows = db_.OpenSnapshot("select * from Log order by DataQso");
   rows->MoveNext();
-  const Bookmark bookmark = rows->GetBookmark();
+  const engine::Bookmark bookmark = rows->GetBookmark();
   rows->MoveLast();
   rows->SetBookmark(bookmark);
   EXPECT_EQ(rows->Field("QsoNr").Integer(), 2);
@@ -157,7 +157,7 @@ TEST_F(SnapshotTest, ABookmarkLeadsBackToItsRow) {
 
 TEST_F(SnapshotTest, EachKindOfColumnReadsAsItsKind) {
   Add(db_, "Log",
-      {{"DataQso", DateTime::Of(2001, 2, 3, 4, 5)},
+      {{"DataQso", base::DateTime::Of(2001, 2, 3, 4, 5)},
        {"Call", "I1AAA"},
        {"Qrb", 77},
        {"Frequenza", 144.0},
@@ -165,15 +165,15 @@ TEST_F(SnapshotTest, EachKindOfColumnReadsAsItsKind) {
   const auto rows = db_.OpenSnapshot(
       "select QsoNr,DataQso,Call,Qra,Qrb,Frequenza,QslInviata,max(DataQso),count(*) from Log "
       "group by QsoNr,DataQso,Call,Qra,Qrb,Frequenza,QslInviata");
-  EXPECT_EQ(rows->Field(0), Value(1));
-  EXPECT_EQ(rows->Field("dataqso"), Value(DateTime::Of(2001, 2, 3, 4, 5)));
-  EXPECT_EQ(rows->Field("CALL"), Value("I1AAA"));
-  EXPECT_EQ(rows->Field("Qra"), Value());
-  EXPECT_EQ(rows->Field("Qrb"), Value(77));
-  EXPECT_EQ(rows->Field("Frequenza"), Value(144.0));
-  EXPECT_EQ(rows->Field("QslInviata"), Value(true));
-  EXPECT_EQ(rows->Field(7), Value(DateTime::Of(2001, 2, 3, 4, 5)));
-  EXPECT_EQ(rows->Field(8), Value(1));
+  EXPECT_EQ(rows->Field(0), engine::Value(1));
+  EXPECT_EQ(rows->Field("dataqso"), engine::Value(base::DateTime::Of(2001, 2, 3, 4, 5)));
+  EXPECT_EQ(rows->Field("CALL"), engine::Value("I1AAA"));
+  EXPECT_EQ(rows->Field("Qra"), engine::Value());
+  EXPECT_EQ(rows->Field("Qrb"), engine::Value(77));
+  EXPECT_EQ(rows->Field("Frequenza"), engine::Value(144.0));
+  EXPECT_EQ(rows->Field("QslInviata"), engine::Value(true));
+  EXPECT_EQ(rows->Field(7), engine::Value(base::DateTime::Of(2001, 2, 3, 4, 5)));
+  EXPECT_EQ(rows->Field(8), engine::Value(1));
 }
 
 TEST_F(SnapshotTest, ColumnsAreNamedAsInTheTableOrByTheirAlias) {
@@ -215,7 +215,7 @@ TEST_F(SnapshotTest, AWriteIsOnDiskWhileAnotherResultIsStillOpen) {
   AddContacts(5);
   const auto rows = db_.OpenSnapshot("select * from Log order by DataQso");
   Add(db_, "Modi", {{"Codice", 1}, {"Modo", "CW"}});
-  Database other = scratch_.Open();
+  engine::Database other = scratch_.Open();
   EXPECT_THAT(Select(other, "select Modo from Modi"), ElementsAre("CW"));
 }
 
@@ -228,4 +228,4 @@ TEST_F(SnapshotTest, AClosedSnapshotAnswersWithAnError) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

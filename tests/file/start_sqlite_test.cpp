@@ -5,7 +5,7 @@
 
 #include "file/sqlite_file.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 // In a process of its own, in which SQLite has not run.
@@ -23,4 +23,4 @@ TEST(StartSqliteDeathTest, StartedAsOftenAsOneLikesSqliteDoesNotCountItsMemory) 
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -6,12 +6,12 @@
 
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
-void Fill(Database& db) {
+void Fill(engine::Database& db) {
   const auto log = [&](Cells cells) { Add(db, "Log", cells); };
-  log({{"DataQso", DateTime::Of(2001, 2, 3, 10, 0)},
+  log({{"DataQso", base::DateTime::Of(2001, 2, 3, 10, 0)},
        {"Call", "I3ABC"},
        {"Banda", "  2 m"},
        {"Locator", "JN65FR"},
@@ -27,7 +27,7 @@ void Fill(Database& db) {
        {"QslInviata", true},
        {"Note", "prova [SOTA I/VE-1] fine"},
        {"Qrb", 20}});
-  log({{"DataQso", DateTime::Of(2001, 2, 4, 11, 0)},
+  log({{"DataQso", base::DateTime::Of(2001, 2, 4, 11, 0)},
        {"Call", "i3abc"},
        {"Banda", " 20 m"},
        {"Locator", "JN65"},
@@ -41,7 +41,7 @@ void Fill(Database& db) {
        {"Propagazione", ""},
        {"Note", ""},
        {"Qrb", 10}});
-  log({{"DataQso", DateTime::Of(2001, 2, 5, 12, 0)},
+  log({{"DataQso", base::DateTime::Of(2001, 2, 5, 12, 0)},
        {"Call", "K1XYZ"},
        {"Banda", " 20 m"},
        {"Locator", "FN42"},
@@ -55,7 +55,7 @@ void Fill(Database& db) {
        {"Propagazione", ""},
        {"QslDaInviare", true},
        {"Qrb", 6000}});
-  log({{"DataQso", DateTime::Of(2001, 3, 1, 9, 30)},
+  log({{"DataQso", base::DateTime::Of(2001, 3, 1, 9, 30)},
        {"Call", "IS0AAA"},
        {"Banda", "  2 m"},
        {"Locator", "JM49"},
@@ -70,7 +70,7 @@ void Fill(Database& db) {
        {"QslRicevuta", true},
        {"Qrb", 500},
        {"Note", "SOTA senza parentesi"}});
-  log({{"DataQso", DateTime::Of(2001, 3, 1, 10, 0)},
+  log({{"DataQso", base::DateTime::Of(2001, 3, 1, 10, 0)},
        {"Call", "K1XYZ"},
        {"Banda", "  2 m"},
        {"Country", "K"},
@@ -109,7 +109,7 @@ void Fill(Database& db) {
   for (const auto& [manager, year] : {std::pair{"OLD", 1995}, {"NEW", 2000}, {"LATE", 2005}}) {
     Add(db, "qmgr", {{"call", "I3ABC"}, {"mgr", manager}, {"active", year}});
   }
-  const DateTime contest = DateTime::Of(2001, 6, 2);
+  const base::DateTime contest = base::DateTime::Of(2001, 6, 2);
   Add(db, "Contest", {{"DataContest", contest}, {"Banda", "  2 m"}, {"Nome", "Giugno"}});
   for (const auto& [serial, call] : {std::pair{2, "I3ABC"}, {1, "K1XYZ"}, {3, "I3ABC"}}) {
     Add(db, "Contest Qso",
@@ -122,7 +122,7 @@ void Fill(Database& db) {
          {"Qsl", serial == 2}});
   }
   Add(db, "Contest Qso",
-      {{"DataContest", DateTime::Of(2001, 6, 3)}, {"Banda", "  2 m"}, {"ProgrDato", 9}});
+      {{"DataContest", base::DateTime::Of(2001, 6, 3)}, {"Banda", "  2 m"}, {"ProgrDato", 9}});
 }
 
 // One log for all statements that only read.
@@ -130,7 +130,7 @@ class StatementsTest : public ::testing::TestWithParam<std::pair<const char*, co
  protected:
   static void SetUpTestSuite() {
     scratch_ = std::make_unique<ScratchDatabase>();
-    db_ = std::make_unique<Database>(scratch_->Open());
+    db_ = std::make_unique<engine::Database>(scratch_->Open());
     Fill(*db_);
   }
   static void TearDownTestSuite() {
@@ -138,10 +138,10 @@ class StatementsTest : public ::testing::TestWithParam<std::pair<const char*, co
     scratch_.reset();
   }
   static std::unique_ptr<ScratchDatabase> scratch_;
-  static std::unique_ptr<Database> db_;
+  static std::unique_ptr<engine::Database> db_;
 };
 std::unique_ptr<ScratchDatabase> StatementsTest::scratch_;
-std::unique_ptr<Database> StatementsTest::db_;
+std::unique_ptr<engine::Database> StatementsTest::db_;
 
 std::string Joined(const std::vector<std::string>& texts) {
   std::string joined;
@@ -361,7 +361,7 @@ class WritingTest : public ::testing::Test {
  protected:
   WritingTest() { Fill(db_); }
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
+  engine::Database db_ = scratch_.Open();
 };
 
 TEST_F(WritingTest, CardsAreMarkedInThreeSteps) {
@@ -405,8 +405,8 @@ TEST_F(WritingTest, TheStagingTableTakesTheColumnsOfTheLog) {
             5);
   const auto rows = db_.OpenSnapshot("SELECT * FROM SLog ORDER BY Country,QslRicevuta");
   EXPECT_EQ(rows->Field("Call").Text(), "I3ABC");
-  EXPECT_EQ(rows->Field("DataQso"), Value(DateTime::Of(2001, 2, 3, 10, 0)));
-  EXPECT_EQ(rows->Field("QslRicevuta"), Value(true));
+  EXPECT_EQ(rows->Field("DataQso"), engine::Value(base::DateTime::Of(2001, 2, 3, 10, 0)));
+  EXPECT_EQ(rows->Field("QslRicevuta"), engine::Value(true));
 }
 
 TEST_F(WritingTest, TheStagingTableKeepsTheOrderInWhichItWasFilled) {
@@ -432,11 +432,11 @@ TEST_F(WritingTest, WrittenValuesTakeTheColumnsType) {
       "INSERT INTO Log (DataQso, Call, Qrb, Frequenza, QslInviata, Note) "
       "VALUES ('05/06/2001 10:20:30', 77, '12', '14.25', 1, DateValue('01/02/2001'))");
   const auto rows = db_.OpenSnapshot("select * from Log where Call='77'");
-  EXPECT_EQ(rows->Field("DataQso"), Value(DateTime::Of(2001, 6, 5, 10, 20, 30)));
-  EXPECT_EQ(rows->Field("Qrb"), Value(12));
-  EXPECT_EQ(rows->Field("Frequenza"), Value(14.25));
-  EXPECT_EQ(rows->Field("QslInviata"), Value(true));
-  EXPECT_EQ(rows->Field("Note"), Value("01/02/2001"));
+  EXPECT_EQ(rows->Field("DataQso"), engine::Value(base::DateTime::Of(2001, 6, 5, 10, 20, 30)));
+  EXPECT_EQ(rows->Field("Qrb"), engine::Value(12));
+  EXPECT_EQ(rows->Field("Frequenza"), engine::Value(14.25));
+  EXPECT_EQ(rows->Field("QslInviata"), engine::Value(true));
+  EXPECT_EQ(rows->Field("Note"), engine::Value("01/02/2001"));
 }
 
 TEST_F(WritingTest, AValueThatDoesNotFitWritesNothing) {
@@ -468,4 +468,4 @@ TEST_F(WritingTest, ColumnsAreComputedFromOthers) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

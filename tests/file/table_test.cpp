@@ -3,14 +3,14 @@
 
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 using ::testing::ElementsAre;
 
 class TableTest : public ::testing::Test {
  protected:
-  void AddPrefix(const char* prefix, Value cq, Value itu, const char* continent,
+  void AddPrefix(const char* prefix, engine::Value cq, engine::Value itu, const char* continent,
                  const char* country) {
     Add(db_, "Prefissi",
         {{"Prefisso", prefix},
@@ -21,7 +21,7 @@ class TableTest : public ::testing::Test {
   }
 
   ScratchDatabase scratch_;
-  Database db_ = scratch_.Open();
+  engine::Database db_ = scratch_.Open();
 };
 
 TEST_F(TableTest, AnEmptyTableStandsOnBothMarks) {
@@ -69,9 +69,9 @@ TEST_F(TableTest, AnIndexOrdersTheRowsWithoutRegardToCase) {
 
 TEST_F(TableTest, NullKeysStandBeforeAllOthers) {
   AddPrefix("I2", 15, 28, "EU", "I");
-  AddPrefix("I2", Value(), 28, "EU", "I");
-  AddPrefix("I2", 14, Value(), "EU", "I");
-  AddPrefix("I1", Value(), Value(), "EU", "I");
+  AddPrefix("I2", engine::Value(), 28, "EU", "I");
+  AddPrefix("I2", 14, engine::Value(), "EU", "I");
+  AddPrefix("I1", engine::Value(), engine::Value(), "EU", "I");
   const auto table = db_.OpenTable("Prefissi");
   table->SetIndex("PrimaryKey");
   EXPECT_THAT(Texts(*table, "Zona CQ"), ElementsAre("", "", "14", "15"));
@@ -156,7 +156,7 @@ TEST_F(TableTest, SeekLooksAtNoMoreValuesThanTheIndexHolds) {
 
 TEST_F(TableTest, SeekConvertsTextsToTheKeysType) {
   AddPrefix("I2", 14, 28, "EU", "I");
-  Add(db_, "Contest", {{"DataContest", DateTime::Of(2001, 6, 2)}, {"Banda", "  2 m"}});
+  Add(db_, "Contest", {{"DataContest", base::DateTime::Of(2001, 6, 2)}, {"Banda", "  2 m"}});
   const auto prefixes = db_.OpenTable("Prefissi");
   prefixes->SetIndex("PrimaryKey");
   prefixes->Seek("=", {"I2", "14", " 28", "EU"});
@@ -203,13 +203,13 @@ TEST_F(TableTest, ANewRecordIsNullAndNo) {
   const auto table = db_.OpenTable("Log");
   EXPECT_TRUE(table->Field("Qra").IsNull());
   EXPECT_TRUE(table->Field("DataQso").IsNull());
-  EXPECT_EQ(table->Field("QslInviata"), Value(false));
+  EXPECT_EQ(table->Field("QslInviata"), engine::Value(false));
 }
 
 TEST_F(TableTest, AnEmptyTextIsStoredAsAnEmptyText) {
   Add(db_, "Log", {{"Call", "I1AAA"}, {"Qra", ""}});
   const auto table = db_.OpenTable("Log");
-  EXPECT_EQ(table->Field("Qra"), Value(""));
+  EXPECT_EQ(table->Field("Qra"), engine::Value(""));
 }
 
 TEST_F(TableTest, TextsKeepTheirBlanks) {
@@ -307,7 +307,7 @@ TEST_F(TableTest, DeletingTheOnlyRowStandsOnBothMarks) {
 }
 
 TEST_F(TableTest, ABookmarkOfADeletedRowIsAnError) {
-  const Bookmark bookmark = AddContact(db_, 1, "I1AAA");
+  const engine::Bookmark bookmark = AddContact(db_, 1, "I1AAA");
   const auto table = db_.OpenTable("Log");
   table->Delete();
   EXPECT_EQ(ErrorOf([&] { table->SetBookmark(bookmark); }), 3167);
@@ -337,12 +337,12 @@ TEST_F(TableTest, EachKindOfColumnTakesWhatItCan) {
   table->Update();
   EXPECT_EQ(table->RecordCount(), 1);
   table->MoveFirst();
-  EXPECT_EQ(table->Field("Call"), Value("5"));
-  EXPECT_EQ(table->Field("Zona CQ"), Value(15));
-  EXPECT_EQ(table->Field("Zona ITU"), Value(28));
-  EXPECT_EQ(table->Field("Frequenza"), Value(144.05));
-  EXPECT_EQ(table->Field("DataQso"), Value(DateTime::Of(2001, 2, 3, 4, 5, 6)));
-  EXPECT_EQ(table->Field("QslRicevuta"), Value(true));
+  EXPECT_EQ(table->Field("Call"), engine::Value("5"));
+  EXPECT_EQ(table->Field("Zona CQ"), engine::Value(15));
+  EXPECT_EQ(table->Field("Zona ITU"), engine::Value(28));
+  EXPECT_EQ(table->Field("Frequenza"), engine::Value(144.05));
+  EXPECT_EQ(table->Field("DataQso"), engine::Value(base::DateTime::Of(2001, 2, 3, 4, 5, 6)));
+  EXPECT_EQ(table->Field("QslRicevuta"), engine::Value(true));
 }
 
 TEST_F(TableTest, ATextThatIsNoNumberIsNotWrittenToANumber) {
@@ -376,7 +376,7 @@ TEST_F(TableTest, ARepeatedKeyIsToldAndTheRecordDropped) {
   AddContact(db_, 1, "I1AAA");
   const auto table = db_.OpenTable("Log");
   table->AddNew();
-  table->Set("DataQso", DateTime::Of(2001, 2, 3, 0, 1));
+  table->Set("DataQso", base::DateTime::Of(2001, 2, 3, 0, 1));
   table->Set("Call", "i1aaa  ");
   table->Set("Banda", "  2 M");
   EXPECT_EQ(ErrorOf([&] { table->Update(); }), 3022);
@@ -405,4 +405,4 @@ TEST_F(TableTest, AClosedTableAnswersWithAnError) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

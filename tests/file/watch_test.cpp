@@ -5,7 +5,7 @@
 
 #include "tests/file/contacts.h"
 
-namespace brenvo {
+namespace brenvo::file {
 namespace {
 
 constexpr int kRows = 4096;
@@ -28,7 +28,7 @@ class WatchTest : public testing::Test {
   }
 
   ScratchDatabase scratch;
-  Database db = scratch.Open();
+  engine::Database db = scratch.Open();
 };
 
 TEST_F(WatchTest, OneWhoWatchesIsAskedWhileAStatementWorksAndNoMoreAfterwards) {
@@ -44,8 +44,8 @@ TEST_F(WatchTest, OneWhoWatchesIsAskedWhileAStatementWorksAndNoMoreAfterwards) {
 
 TEST_F(WatchTest, AReadingThatIsStoppedSaysSoAndTheNextGoesOnWhenNobodyWatches) {
   db.Watch([] { return false; });
-  EXPECT_EQ(ErrorOf([&] { WorkLong(); }), DatabaseError::kStopped);
-  EXPECT_EQ(ErrorOf([&] { WorkLong(); }), DatabaseError::kStopped);
+  EXPECT_EQ(ErrorOf([&] { WorkLong(); }), engine::DatabaseError::kStopped);
+  EXPECT_EQ(ErrorOf([&] { WorkLong(); }), engine::DatabaseError::kStopped);
   db.Watch(nullptr);
   WorkLong();
   EXPECT_EQ(Count(), kRows);
@@ -55,7 +55,8 @@ TEST_F(WatchTest, AWriteThatIsStoppedTakesItsTransactionBack) {
   db.BeginTrans();
   db.Execute("insert into Log (DataQso,Call) values ('01/01/2001','B')");
   db.Watch([] { return false; });
-  EXPECT_EQ(ErrorOf([&] { db.Execute("update Log set Note='x'"); }), DatabaseError::kStopped);
+  EXPECT_EQ(ErrorOf([&] { db.Execute("update Log set Note='x'"); }),
+            engine::DatabaseError::kStopped);
   db.Watch(nullptr);
   EXPECT_FALSE(db.InTransaction());
   EXPECT_EQ(Count("where Note='x'"), 0);
@@ -71,8 +72,8 @@ TEST_F(WatchTest, TheDatabaseAnswersNobodyWhileItAsks) {
     numbers.push_back(ErrorOf([&] { db.Watch(nullptr); }));
     return false;
   });
-  EXPECT_EQ(ErrorOf([&] { WorkLong(); }), DatabaseError::kStopped);
-  EXPECT_EQ(numbers, std::vector<int>(3, DatabaseError::kLocked));
+  EXPECT_EQ(ErrorOf([&] { WorkLong(); }), engine::DatabaseError::kStopped);
+  EXPECT_EQ(numbers, std::vector<int>(3, engine::DatabaseError::kLocked));
   db.Watch(nullptr);
   EXPECT_EQ(open->RowAt(100).at(0).Integer(), 101);
 }
@@ -93,7 +94,7 @@ TEST_F(WatchTest, ACompactionThatIsStoppedLeavesNothingBehind) {
   db.Close();
   const std::filesystem::path to = scratch.Path() / "new.mdb";
   EXPECT_EQ(ErrorOf([&] { CompactDatabase(scratch.File(), to, [] { return false; }); }),
-            DatabaseError::kStopped);
+            engine::DatabaseError::kStopped);
   EXPECT_FALSE(std::filesystem::exists(to));
   int asked = 0;
   CompactDatabase(scratch.File(), to, [&] { return ++asked > 0; });
@@ -103,4 +104,4 @@ TEST_F(WatchTest, ACompactionThatIsStoppedLeavesNothingBehind) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::file

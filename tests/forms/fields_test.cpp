@@ -12,11 +12,11 @@
 #include "forms/text_field.h"
 #include "forms/window_list.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 namespace {
 
 // A host that shows nothing and writes down what it is asked.
-class SilentHost : public WindowHost {
+class SilentHost : public platform::WindowHost {
  public:
   std::vector<std::string> told;
   std::function<void(Window&)> duringModal;
@@ -30,18 +30,18 @@ class SilentHost : public WindowHost {
   void MoveFocus(Field& field) override { told.push_back("focus " + field.Name()); }
   void SetBusy(bool) override {}
   void ProcessEvents() override {}
-  Twips ScreenWidth() override { return Twips(19200); }
-  Twips ScreenHeight() override { return Twips(12000); }
+  base::Twips ScreenWidth() override { return base::Twips(19200); }
+  base::Twips ScreenHeight() override { return base::Twips(12000); }
   void ReportFailure(std::string_view text) override {
     told.push_back("failure " + std::string(text));
   }
-  void EndProgram() override { throw ProgramEnded{}; }
+  void EndProgram() override { throw platform::ProgramEnded{}; }
 };
 
 class SampleWindow : public Window {
  public:
-  explicit SampleWindow(WindowHost& host)
-      : Window(host, "Sample", "Sample", Twips(3000), Twips(2000)) {}
+  explicit SampleWindow(platform::WindowHost& host)
+      : Window(host, "Sample", "Sample", base::Twips(3000), base::Twips(2000)) {}
   TextField Text{*this, "Text"};
   MaskedField Time{*this, "Time", "##:##"};
   ListField Pick{*this, "Pick", ListStyle::kDropDown};
@@ -256,16 +256,16 @@ TEST_F(Fields, AGridDropsWhatShrinkingLeavesOutside) {
 }
 
 TEST_F(Fields, ATextAreaKeepsTheColourOfItsEnd) {
-  window.Rich.Append("ab", kRed);
+  window.Rich.Append("ab", base::kRed);
   window.Rich.Append("c");
   ASSERT_EQ(window.Rich.Runs().size(), 1u);
-  window.Rich.Append("d", kBlack);
+  window.Rich.Append("d", base::kBlack);
   window.Rich.Select(0, 1);
-  window.Rich.SetSelColour(kBlack);
+  window.Rich.SetSelColour(base::kBlack);
   const auto runs = window.Rich.Runs();
   ASSERT_EQ(runs.size(), 3u);
   EXPECT_EQ(runs[1].text, "bc");
-  EXPECT_EQ(runs[1].colour, kRed);
+  EXPECT_EQ(runs[1].colour, base::kRed);
 }
 
 TEST_F(Fields, FindIgnoresCaseAndLeavesTheSelectionAlone) {
@@ -326,7 +326,7 @@ class AtOnePlace : public Window {
 TEST_F(Life, ASingleInstanceIsNotMistakenForAWindowThatTookItsPlaceInMemory) {
   for (const char* name : {"A", "B"}) {
     windows.Register(name, [this, name] {
-      return std::make_unique<AtOnePlace>(host, name, name, Twips(1), Twips(1));
+      return std::make_unique<AtOnePlace>(host, name, name, base::Twips(1), base::Twips(1));
     });
   }
   const Window* first = nullptr;
@@ -387,7 +387,7 @@ TEST_F(Life, AFailureEndsTheEventAndIsTold) {
 }
 
 TEST_F(Life, TheEndOfTheProgramIsNoFailureOfAnEvent) {
-  EXPECT_THROW(windows.RunEvent([] { throw ProgramEnded{}; }), ProgramEnded);
+  EXPECT_THROW(windows.RunEvent([] { throw platform::ProgramEnded{}; }), platform::ProgramEnded);
   EXPECT_TRUE(host.told.empty());
 }
 
@@ -411,11 +411,11 @@ TEST_F(Life, AWindowThatClosesItselfInItsEventLivesToTheEventsEnd) {
 
 TEST_F(Life, OnlyAChangeOfSizeRunsResize) {
   windows.LoadNew("Sample");
-  made->Move({Twips(10), Twips(10), Twips(3000), Twips(2000)});
-  made->Move({Twips(10), Twips(10), Twips(4000), Twips(2000)});
+  made->Move({base::Twips(10), base::Twips(10), base::Twips(3000), base::Twips(2000)});
+  made->Move({base::Twips(10), base::Twips(10), base::Twips(4000), base::Twips(2000)});
   EXPECT_EQ(made->life, (std::vector<std::string>{"load", "resize"}));
-  EXPECT_EQ(made->ScaleWidth(), Twips(4000));
+  EXPECT_EQ(made->ScaleWidth(), base::Twips(4000));
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -9,13 +9,13 @@
 #include "forms/window.h"
 #include "recorder/recording_platform.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 namespace {
 
 class RichTextTest : public testing::Test {
  protected:
-  RecordingPlatform machine;
-  Window window{machine.Host(), "W", "", Twips(1), Twips(1)};
+  recorder::RecordingPlatform machine;
+  Window window{machine.Host(), "W", "", base::Twips(1), base::Twips(1)};
   RichText area{window, "Area"};
 };
 
@@ -56,8 +56,10 @@ TEST_F(RichTextTest, FindsTheSameAsAScanByHand) {
     const std::u32string hay = text(random() % 60);
     const std::u32string needle = text(1 + random() % 5);
     const std::size_t start = random() % 10;
-    area.SetText(FromCharacters(hay));
-    const auto same = [](char32_t a, char32_t b) { return LowerChar(a) == LowerChar(b); };
+    area.SetText(base::FromCharacters(hay));
+    const auto same = [](char32_t a, char32_t b) {
+      return base::LowerChar(a) == base::LowerChar(b);
+    };
     std::size_t expected = RichText::npos;
     for (std::size_t at = start; at + needle.size() <= hay.size(); ++at) {
       if (std::equal(needle.begin(), needle.end(), hay.begin() + static_cast<long>(at), same)) {
@@ -65,8 +67,8 @@ TEST_F(RichTextTest, FindsTheSameAsAScanByHand) {
         break;
       }
     }
-    ASSERT_EQ(area.Find(FromCharacters(needle), start), expected)
-        << FromCharacters(hay) << " / " << FromCharacters(needle) << " from " << start;
+    ASSERT_EQ(area.Find(base::FromCharacters(needle), start), expected)
+        << base::FromCharacters(hay) << " / " << base::FromCharacters(needle) << " from " << start;
   }
 }
 
@@ -80,12 +82,12 @@ TEST_F(RichTextTest, AppendingTakesTheSelectionToTheEnd) {
 
 TEST_F(RichTextTest, CutPlainKeepsTheBeginningWithoutItsColours) {
   area.Append("uno ");
-  area.Append("due", kRed);
+  area.Append("due", base::kRed);
   area.Append(" tre");
   area.CutPlain(6);
   EXPECT_EQ(area.Text(), "uno du");
   ASSERT_EQ(area.Runs().size(), 1u);
-  EXPECT_EQ(area.Runs()[0].colour, kBlack);
+  EXPECT_EQ(area.Runs()[0].colour, base::kBlack);
   EXPECT_EQ(area.SelStart(), 0u);
   area.CutPlain(100);
   EXPECT_EQ(area.Text(), "uno du");
@@ -93,7 +95,7 @@ TEST_F(RichTextTest, CutPlainKeepsTheBeginningWithoutItsColours) {
 
 TEST_F(RichTextTest, CutPlainTellsAScreenOnlyWhatChanged) {
   area.Append("uno ");
-  area.Append("due", kRed);
+  area.Append("due", base::kRed);
   area.Append(" tre");
   std::string told;
   const Subscription edited = area.Edited.Subscribe([&](const RichText::Edit& edit) {
@@ -101,13 +103,13 @@ TEST_F(RichTextTest, CutPlainTellsAScreenOnlyWhatChanged) {
     EXPECT_TRUE(edit.inserted.empty());
   });
   const Subscription recoloured =
-      area.Recoloured.Subscribe([&](std::size_t start, std::size_t length, Colour colour) {
+      area.Recoloured.Subscribe([&](std::size_t start, std::size_t length, base::Colour colour) {
         told += "black " + std::to_string(length) + " at " + std::to_string(start) + ";";
-        EXPECT_EQ(colour, kBlack);
+        EXPECT_EQ(colour, base::kBlack);
       });
   area.CutPlain(9);
   EXPECT_EQ(told, "removed 2 at 9;black 5 at 4;");
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::forms {
 namespace {
 
 TEST(SignalTest, RunsAllSubscribersInTheirOrder) {
@@ -120,4 +120,4 @@ TEST(SignalTest, ASubscriberThatFailsEndsTheCallAndNoSubscription) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -4,13 +4,13 @@
 #include "forms/window_list.h"
 #include "recorder/recording_host.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 namespace {
 
 class PartsOfAWindow : public testing::Test {
  protected:
-  RecordingHost host{[](const std::string&) {}};
-  Window window{host, "W", "W", Twips(1), Twips(1)};
+  recorder::RecordingHost host{[](const std::string&) {}};
+  Window window{host, "W", "W", base::Twips(1), base::Twips(1)};
 };
 
 TEST_F(PartsOfAWindow, ACommandIsWhatItsTraitsSay) {
@@ -56,7 +56,7 @@ TEST_F(PartsOfAWindow, AToggleWithAFunctionShowsWhatTheFunctionSaysAndNothingEls
 TEST_F(PartsOfAWindow, TheScreenLearnsBehindEachEventWhatTheFunctionsHaveComeToSay) {
   WindowList list(host);
   bool allowed = true;
-  auto made = std::make_unique<Window>(host, "W", "W", Twips(1), Twips(1));
+  auto made = std::make_unique<Window>(host, "W", "W", base::Twips(1), base::Twips(1));
   Command command(*made, "cmOne", "Uno", {.enabled = [&] { return allowed; }});
   list.Adopt(std::move(made));
   int shown = 0;
@@ -147,4 +147,4 @@ TEST_F(PartsOfAWindow, AnOpenListFilledAnewForgetsTheEntryThatItHad) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -4,10 +4,10 @@
 
 #include "recorder/quote.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
-std::string Hex(const CatFrame& frame) { return HexBytes(Bytes(frame)); }
+std::string Hex(const CatFrame& frame) { return recorder::HexBytes(Bytes(frame)); }
 
 TEST(CatFrame, OfEachCommandWithoutAParameter) {
   EXPECT_EQ(Hex(kCatOn), "20 20 20 20 00");
@@ -45,21 +45,21 @@ TEST(BcdFrequency, HoldsTwoDecimalDigitsAByte) {
       {12980000, "12 98 00 00 01"}, {13000000, "13 00 00 00 01"},
   };
   for (const auto& each : cases) {
-    EXPECT_EQ(Hex(BcdFrequency(HundredHz(each.hundredHz))), each.bytes) << each.hundredHz;
+    EXPECT_EQ(Hex(BcdFrequency(base::HundredHz(each.hundredHz))), each.bytes) << each.hundredHz;
   }
 }
 
 TEST(BcdFrequency, HoldsThePlacesBelowTheStepAsTwoDigits) {
-  EXPECT_EQ(Hex(BcdFrequency(HundredHz(1443000.5))), "14 43 00 05 01");
-  EXPECT_EQ(Hex(BcdFrequency(HundredHz(1443000.04))), "14 43 00 00 01");
+  EXPECT_EQ(Hex(BcdFrequency(base::HundredHz(1443000.5))), "14 43 00 05 01");
+  EXPECT_EQ(Hex(BcdFrequency(base::HundredHz(1443000.04))), "14 43 00 00 01");
   // Rounded up to a whole kHz only the places behind the point are seen.
-  EXPECT_EQ(Hex(BcdFrequency(HundredHz(1443009.99))), "14 43 00 00 01");
+  EXPECT_EQ(Hex(BcdFrequency(base::HundredHz(1443009.99))), "14 43 00 00 01");
 }
 
 TEST(BcdFrequency, OfEveryStepAround2mAnd70cmReadsBackAsItself) {
   for (const int first : {1440000, 4300000}) {
     for (int step = first; step < first + 20000; ++step) {
-      const CatFrame frame = BcdFrequency(HundredHz(step));
+      const CatFrame frame = BcdFrequency(base::HundredHz(step));
       long long digits = 0;
       for (std::size_t i = 0; i < 4; ++i)
         digits = digits * 100 + (frame[i] >> 4) * 10 + (frame[i] & 15);
@@ -69,8 +69,8 @@ TEST(BcdFrequency, OfEveryStepAround2mAnd70cmReadsBackAsItself) {
 }
 
 TEST(BcdFrequency, OfAFrequencyThatIsNoneHasZerosWhereNoDigitStands) {
-  EXPECT_EQ(Hex(BcdFrequency(HundredHz(0))), "00 00 00 00 01");
-  EXPECT_EQ(Hex(BcdFrequency(HundredHz(-1443000))), "00 44 30 00 01");
+  EXPECT_EQ(Hex(BcdFrequency(base::HundredHz(0))), "00 00 00 00 01");
+  EXPECT_EQ(Hex(BcdFrequency(base::HundredHz(-1443000))), "00 44 30 00 01");
 }
 
 TEST(SMeter, ReadsTheFirstByteOfAnAnswer) {
@@ -95,4 +95,4 @@ TEST(SMeter, ReadsNothingInAPartOfABlockOrInNoise) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -10,13 +10,13 @@
 #include "tests/links/links_station.h"
 #include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 std::set<std::string> SpokenFiles() {
-  const CsvTable table = ReadCsv(SourceDir() / "tools/mkwaves/waves.csv");
+  const base::CsvTable table = base::ReadCsv(SourceDir() / "tools/mkwaves/waves.csv");
   std::set<std::string> files{"pause.wav"};  // made without a voice
-  for (const CsvTable::Row& row : table.Rows) {
+  for (const base::CsvTable::Row& row : table.Rows) {
     EXPECT_FALSE(row.Cells[table.Column("Testo")].empty());
     files.insert(row.Cells[table.Column("File")]);
   }
@@ -25,8 +25,8 @@ std::set<std::string> SpokenFiles() {
 
 TEST(DeliveredWaves, SpeakEveryBand) {
   const std::set<std::string> files = SpokenFiles();
-  const CsvTable bands = ReadCsv(SourceDir() / "data/UserRTX.csv");
-  for (const CsvTable::Row& row : bands.Rows) {
+  const base::CsvTable bands = base::ReadCsv(SourceDir() / "data/UserRTX.csv");
+  for (const base::CsvTable::Row& row : bands.Rows) {
     const std::string& file = row.Cells[bands.Column("FilenameDX")];
     EXPECT_TRUE(files.contains(file)) << file;
   }
@@ -47,8 +47,8 @@ class DeliveredMenus : public LinksTest {};
 
 TEST_F(DeliveredMenus, FillAMenuEach) {
   for (const char* name : {"tnc.mnu", "wwconv.mnu"}) {
-    Window window(machine.Host(), "W", "", Twips(1), Twips(1));
-    EntryArray entries(window, "CMI");
+    forms::Window window(machine.Host(), "W", "", base::Twips(1), base::Twips(1));
+    forms::EntryArray entries(window, "CMI");
     entries.Add("-");
     MenuCommands commands;
     FillMenuFromFile(SourceDir() / "data" / name, entries, commands);
@@ -67,4 +67,4 @@ TEST_F(DeliveredMenus, AWaveFileIsFoundWhateverItsCase) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -2,7 +2,7 @@
 
 #include "tests/links/links_station.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 class DxTest : public LinksTest {
@@ -72,4 +72,4 @@ TEST_F(DxTest, FiltersWhatIsTyped) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

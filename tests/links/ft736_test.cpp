@@ -2,7 +2,7 @@
 
 #include "tests/links/links_station.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr const char* kOn = "sent COM1 20 20 20 20 00";
@@ -21,7 +21,7 @@ class Ft736Test : public LinksTest {
     Lines();
     return rig;
   }
-  void Press(Command& key) {
+  void Press(forms::Command& key) {
     Event([&] { key.Press(); });
   }
   void TypeFrequency(FT736& rig, std::string_view khz) {
@@ -51,8 +51,8 @@ TEST_F(Ft736Test, OpensThePortAndWaitsSwitchedOff) {
   EXPECT_EQ(rig.SliderFrequenza.Minimum(), 500000);
   EXPECT_EQ(rig.SliderFrequenza.Maximum(), 502500);
   EXPECT_EQ(rig.SliderFrequenza.Value(), 500001);
-  EXPECT_EQ(rig.FreqA, HundredHz(501100));
-  EXPECT_EQ(rig.FreqB, HundredHz(501100));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(501100));
+  EXPECT_EQ(rig.FreqB, base::HundredHz(501100));
   machine.Advance(1000);
   EXPECT_EQ(Lines(), Texts{});
 }
@@ -73,9 +73,9 @@ TEST_F(Ft736Test, SwitchingOnSendsTheDefaultFrequencyAndUsb) {
 
 TEST_F(Ft736Test, SwitchingOnCopiesAIntoB) {
   FT736& rig = OpenRig();
-  rig.FreqB = HundredHz(1443000);
+  rig.FreqB = base::HundredHz(1443000);
   Press(rig.Accensione);
-  EXPECT_EQ(rig.FreqB, HundredHz(501100));
+  EXPECT_EQ(rig.FreqB, base::HundredHz(501100));
 }
 
 TEST_F(Ft736Test, SwitchingOnReturnsToVfoAFromAnyBand) {
@@ -87,7 +87,7 @@ TEST_F(Ft736Test, SwitchingOnReturnsToVfoAFromAnyBand) {
   Press(rig.Accensione);
   EXPECT_EQ(Lines(), (Texts{kOn, "sent COM1 05 01 10 00 01", kUsb}));
   EXPECT_EQ(rig.DFrequenza.Text(), "50,110.0");
-  EXPECT_EQ(rig.FreqB, HundredHz(501100));
+  EXPECT_EQ(rig.FreqB, base::HundredHz(501100));
   Event([&] { rig.SliderFrequenza.Focus(); });
   EXPECT_EQ(rig.SliderFrequenza.Minimum(), 500100);
   EXPECT_EQ(rig.SliderFrequenza.Maximum(), 502100);
@@ -98,12 +98,12 @@ TEST_F(Ft736Test, AVfoKeyWithCatOffReachesAnyBandToo) {
   FT736& rig = OpenSwitchedOn();
   TypeFrequency(rig, "144300");
   Press(rig.Accensione);
-  rig.FreqB = HundredHz(4322000);
+  rig.FreqB = base::HundredHz(4322000);
   Lines();
   Press(rig.cmVFOB);
   EXPECT_EQ(LinesOf(Lines(), "sent COM1 43"), Texts{"sent COM1 43 22 00 00 01"});
-  EXPECT_EQ(rig.FreqB, HundredHz(4322000));
-  EXPECT_EQ(rig.FreqA, HundredHz(1443000));
+  EXPECT_EQ(rig.FreqB, base::HundredHz(4322000));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(1443000));
 }
 
 TEST_F(Ft736Test, SwitchingOnWithTheSliderThereSendsNoFrequency) {
@@ -143,9 +143,9 @@ TEST_F(Ft736Test, TheVfoMemoriesSurviveOffAndOn) {
   FT736& rig = OpenSwitchedOn();
   TypeFrequency(rig, "50150");
   Press(rig.Accensione);
-  EXPECT_EQ(rig.FreqA, HundredHz(501500));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(501500));
   Press(rig.Accensione);
-  EXPECT_EQ(rig.FreqA, HundredHz(501500));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(501500));
 }
 
 // Tuning.
@@ -158,15 +158,15 @@ TEST_F(Ft736Test, DraggingTheSliderSendsABlockForEachNewValue) {
   EXPECT_EQ(Lines(), (Texts{"sent COM1 05 01 10 10 01", "sent COM1 05 01 10 20 01",
                             "sent COM1 05 01 15 00 01"}));
   EXPECT_EQ(rig.DFrequenza.Text(), "50,115.0");
-  EXPECT_EQ(rig.FreqA, HundredHz(501150));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(501150));
 }
 
 TEST_F(Ft736Test, TuningGoesIntoTheActiveVfo) {
   FT736& rig = OpenSwitchedOn();
   Press(rig.cmVFOB);
   Event([&] { rig.SliderFrequenza.SetValue(501150); });
-  EXPECT_EQ(rig.FreqB, HundredHz(501150));
-  EXPECT_EQ(rig.FreqA, HundredHz(501100));
+  EXPECT_EQ(rig.FreqB, base::HundredHz(501150));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(501100));
 }
 
 TEST_F(Ft736Test, TheSameTextOnTheDisplaySendsNothing) {
@@ -200,7 +200,7 @@ TEST_F(Ft736Test, ATypedFrequencyIsShownSentAndCentresTheSlider) {
   FT736& rig = OpenSwitchedOn();
   TypeFrequency(rig, "144300");
   EXPECT_EQ(rig.DFrequenza.Text(), "144,300.0");
-  EXPECT_EQ(rig.FreqA, HundredHz(1443000));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(1443000));
   EXPECT_EQ(Centre(rig), 1443000);
   EXPECT_EQ(rig.SliderFrequenza.Minimum(), 1442000);
   EXPECT_EQ(rig.SliderFrequenza.Maximum(), 1444000);
@@ -228,7 +228,7 @@ TEST_F(Ft736Test, ADoubleClickOnTheDisplayShowsTheFieldWithTheFrequencyInIt) {
   EXPECT_EQ(rig.Frequenza.Text(), "50110");
   EXPECT_EQ(rig.Frequenza.SelText(), "50110");
   Event([&] { rig.Frequenza.Leave(); });
-  EXPECT_EQ(rig.FreqA, HundredHz(501100));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(501100));
   EXPECT_EQ(Lines(), Texts{});
 }
 
@@ -236,7 +236,7 @@ TEST_F(Ft736Test, TheFieldTakesNumbersOnly) {
   FT736& rig = OpenSwitchedOn();
   TypeFrequency(rig, "1x4 4300e.");
   EXPECT_EQ(rig.Frequenza.Text(), "144300.");
-  EXPECT_EQ(rig.FreqA, HundredHz(1443000));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(1443000));
 }
 
 TEST_F(Ft736Test, EnterEndsTheTypingAndLeadsToTheSlider) {
@@ -244,7 +244,7 @@ TEST_F(Ft736Test, EnterEndsTheTypingAndLeadsToTheSlider) {
   Event([&] { rig.DFrequenza.DoubleClick(); });
   Lines();
   Event([&] { TypeLine(rig.Frequenza, "144300"); });
-  EXPECT_EQ(rig.FreqA, HundredHz(1443000));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(1443000));
   EXPECT_FALSE(rig.Frequenza.Visible());
   EXPECT_EQ(LinesOf(Lines(), "focus"), Texts{"focus FT736.SliderFrequenza"});
 }
@@ -253,7 +253,7 @@ TEST_F(Ft736Test, AFrequencyOffEveryScaleIsRefused) {
   FT736& rig = OpenSwitchedOn();
   TypeFrequency(rig, "999999999999999");
   EXPECT_EQ(LinesOf(Lines(), "error").size(), 1u);
-  EXPECT_EQ(rig.FreqA, HundredHz(501100));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(501100));
   EXPECT_FALSE(rig.Frequenza.Visible());
 }
 
@@ -262,7 +262,7 @@ TEST_F(Ft736Test, AnEmptyFieldIsFrequencyZero) {
   Event([&] { rig.DFrequenza.DoubleClick(); });
   rig.Frequenza.SetText("");
   Event([&] { rig.Frequenza.Leave(); });
-  EXPECT_EQ(rig.FreqA, HundredHz(0));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(0));
   EXPECT_EQ(Lines().back(), "sent COM1 00 00 00 00 01");
 }
 
@@ -304,8 +304,8 @@ TEST_F(Ft736Test, BackOnVfoAItsFrequencyAndModeReturn) {
   EXPECT_EQ(rig.DFrequenza.Text(), "144,300.0");
   EXPECT_EQ(rig.DModo.Text(), "FM");
   EXPECT_EQ(rig.ModoB, "LSB");
-  EXPECT_EQ(rig.FreqA, HundredHz(1443000));
-  EXPECT_EQ(rig.FreqB, HundredHz(4322000));
+  EXPECT_EQ(rig.FreqA, base::HundredHz(1443000));
+  EXPECT_EQ(rig.FreqB, base::HundredHz(4322000));
   EXPECT_EQ(Centre(rig), 1443000);
   const Texts lines = Lines();
   EXPECT_EQ(lines[lines.size() - 2], "sent COM1 14 43 00 00 01");
@@ -399,7 +399,7 @@ TEST_F(Ft736Test, TheMainFrameStaysOpenWhileCatIsOn) {
 TEST_F(Ft736Test, RestoresAndSavesItsPlace) {
   session.SaveSetting("FT736", "X", "900");
   FT736& rig = OpenRig();
-  EXPECT_EQ(rig.GetBounds().left, Twips(900));
+  EXPECT_EQ(rig.GetBounds().left, base::Twips(900));
   Event([&] { rig.Close(); });
   EXPECT_EQ(session.GetSetting("FT736", "X", ""), "900");
 }
@@ -461,9 +461,9 @@ TEST_F(Ft736Test, OpenedAgainItStartsFromTheStart) {
   Press(rig.Accensione);
   Event([&] { rig.Close(); });
   FT736& again = OpenRig();
-  EXPECT_EQ(again.FreqA, HundredHz(501100));
+  EXPECT_EQ(again.FreqA, base::HundredHz(501100));
   EXPECT_EQ(again.ModoA, "USB");
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -14,15 +14,15 @@
 #include "links/wwconv.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 using Texts = std::vector<std::string>;
 
 // Stands where the worked-by-band screen stands.
-class FakeHrd : public MatrixWindow {
+class FakeHrd : public core::MatrixWindow {
  public:
-  FakeHrd(Session& session, Texts& searches)
-      : MatrixWindow(session.Host(), "Hrd", "", Twips(100), Twips(100)),
+  FakeHrd(core::Session& session, Texts& searches)
+      : core::MatrixWindow(session.Host(), "Hrd", "", base::Twips(100), base::Twips(100)),
         session_(session),
         searches_(searches) {
     AutoSearch.OnChange = [this] { Search(); };
@@ -34,11 +34,11 @@ class FakeHrd : public MatrixWindow {
   void Unload() override { session_.Hrd = nullptr; }
   void Search() override {
     searches_.push_back(CallQso.Text() + "|" + Locator.Text() +
-                        (static_cast<RecordingHost&>(Host()).Busy() ? "|busy" : ""));
+                        (static_cast<recorder::RecordingHost&>(Host()).Busy() ? "|busy" : ""));
   }
 
  private:
-  Session& session_;
+  core::Session& session_;
   Texts& searches_;
 };
 
@@ -76,14 +76,14 @@ class LinksTest : public StationTest {
       }
     });
   }
-  static Texts Captions(const EntryArray& entries) {
+  static Texts Captions(const forms::EntryArray& entries) {
     Texts captions;
     for (const auto& entry : entries.Entries()) captions.push_back(entry.caption);
     return captions;
   }
-  static void TypeLine(TextField& field, std::string_view text) {
+  static void TypeLine(forms::TextField& field, std::string_view text) {
     field.SetText(text);
-    field.TypeKey(kEnter);
+    field.TypeKey(forms::kEnter);
   }
   // The lines that begin so.
   static Texts LinesOf(const Texts& lines, std::string_view beginning) {
@@ -97,4 +97,4 @@ class LinksTest : public StationTest {
   Texts searches;  // what the matrix was asked
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::links

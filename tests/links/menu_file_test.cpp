@@ -8,7 +8,7 @@
 #include "recorder/recording_platform.h"
 #include "tests/support/scratch_directory.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -67,9 +67,9 @@ class MenuFile : public testing::Test {
     }
     return text;
   }
-  RecordingPlatform machine;
-  Window window{machine.Host(), "W", "", Twips(100), Twips(100)};
-  EntryArray CMI{window, "CMI"};
+  recorder::RecordingPlatform machine;
+  forms::Window window{machine.Host(), "W", "", base::Twips(100), base::Twips(100)};
+  forms::EntryArray CMI{window, "CMI"};
   MenuCommands Comandi;
 };
 
@@ -122,4 +122,4 @@ TEST_F(MenuFile, ThatIsMissingIsAnError) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

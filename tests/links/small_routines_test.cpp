@@ -6,7 +6,7 @@
 #include "links/spelling.h"
 #include "recorder/recording_platform.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -86,7 +86,7 @@ class Address : public testing::Test {
     ConnectTo(*socket, address);
     return machine.TakeLines();
   }
-  RecordingPlatform machine;
+  recorder::RecordingPlatform machine;
 };
 
 TEST_F(Address, WithAColonNamesThePort) {
@@ -109,4 +109,4 @@ TEST_F(Address, BeyondThePortsIsAnError) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

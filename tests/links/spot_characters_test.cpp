@@ -2,7 +2,7 @@
 
 #include "tests/links/spot_terminals.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 TEST_F(Radio, AnExclamationMarkWithZeroOrOneTakesTwoMoreCharactersAway) {
@@ -100,4 +100,4 @@ TEST_F(Radio, BytesAreLatin1) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

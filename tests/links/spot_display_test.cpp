@@ -2,7 +2,7 @@
 
 #include "tests/links/spot_terminals.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 TEST_F(Radio, ASpotIsShownInUpperCaseWithItsDxInRed) {
@@ -99,7 +99,7 @@ TEST_F(Telnet, TheTextIsTrimmedAfterEachCharacter) {
 TEST_F(Radio, ASpotOnNoBandStaysWithoutASoundUnderTutte) {
   WatchDx();
   terminal.Receive(kSpotNowhere);
-  EXPECT_EQ(terminal.Asked, std::vector<Khz>{Khz(13000)});
+  EXPECT_EQ(terminal.Asked, std::vector<base::Khz>{base::Khz(13000)});
   EXPECT_NE(terminal.Received.Length(), 0u);
   EXPECT_TRUE(terminal.Heard.empty());
 }
@@ -203,4 +203,4 @@ TEST_F(Telnet, ABandThatIsNeitherTickedNorAnnouncedIsSilent) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -5,7 +5,7 @@
 #include "base/text.h"
 #include "tests/links/spot_terminals.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 TEST_F(Radio, AFailedBandQueryLosesItsLineAndNoOther) {
@@ -14,7 +14,7 @@ TEST_F(Radio, AFailedBandQueryLosesItsLineAndNoOther) {
   SpotEngine engine(kRadioPolicy, terminal.Received,
                     {terminal.Banda, terminal.cmAutoSpelling, terminal.cmAutoCheck, &terminal.cmMDX,
                      &terminal.cmMAnnounce, &terminal.cmMTutto},
-                    {.FindBand = [&](Khz) -> std::optional<SpotBand> {
+                    {.FindBand = [&](base::Khz) -> std::optional<SpotBand> {
                        if (++asked == 1) throw std::runtime_error("no");
                        return terminal.Bands.front().first;
                      },
@@ -63,7 +63,7 @@ TEST_F(Telnet, ALineWithoutAnEndStaysBounded) {
   EXPECT_EQ(terminal.Engine.RxLine().size(), SpotEngine::kLongestLine);
   EXPECT_EQ(terminal.Received.Length(), 0u);
   terminal.Receive("\nhello\n");
-  EXPECT_EQ(Right(terminal.Received.Text(), 7), "\nhello\n");
+  EXPECT_EQ(base::Right(terminal.Received.Text(), 7), "\nhello\n");
 }
 
 TEST_F(Radio, ManyLongLinesStayBounded) {
@@ -89,14 +89,15 @@ std::string Burst() {
 TEST_F(Radio, OfABurstEachLineComesUpAndIsHeard) {
   WatchDx();
   int shown = 0;
-  const Subscription edited = terminal.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
-    if (!edit.inserted.empty()) {
-      EXPECT_EQ(edit.inserted.front().text,
-                "DX DE I4LCK:     14195.0  Z" + std::to_string(shown) + "A   TNX\n");
-      ++shown;
-    }
-    EXPECT_LE(terminal.Received.Length(), 32100u);
-  });
+  const forms::Subscription edited =
+      terminal.Received.Edited.Subscribe([&](const forms::RichText::Edit& edit) {
+        if (!edit.inserted.empty()) {
+          EXPECT_EQ(edit.inserted.front().text,
+                    "DX DE I4LCK:     14195.0  Z" + std::to_string(shown) + "A   TNX\n");
+          ++shown;
+        }
+        EXPECT_LE(terminal.Received.Length(), 32100u);
+      });
   terminal.Receive(Burst());
   EXPECT_EQ(shown, kBurst);
   EXPECT_EQ(terminal.Heard.size(), static_cast<std::size_t>(kBurst));
@@ -105,10 +106,11 @@ TEST_F(Radio, OfABurstEachLineComesUpAndIsHeard) {
 TEST_F(Telnet, OfABurstEachLineComesUpAndItsCallIsChecked) {
   terminal.cmAutoCheck.Press();
   int shown = 0;
-  const Subscription edited = terminal.Received.Edited.Subscribe([&](const RichText::Edit& edit) {
-    if (!edit.inserted.empty()) ++shown;
-    EXPECT_LE(terminal.Received.Length(), 32100u);
-  });
+  const forms::Subscription edited =
+      terminal.Received.Edited.Subscribe([&](const forms::RichText::Edit& edit) {
+        if (!edit.inserted.empty()) ++shown;
+        EXPECT_LE(terminal.Received.Length(), 32100u);
+      });
   terminal.Receive(Burst());
   EXPECT_EQ(shown, kBurst);
   EXPECT_EQ(terminal.Checked.size(), static_cast<std::size_t>(kBurst));
@@ -121,8 +123,8 @@ TEST_F(Radio, ControlBytesAndBytesThatAreNoTextDoNoHarm) {
     if (byte != '\n' && byte != '\r' && byte != 7 && byte != '!') bytes += static_cast<char>(byte);
   }
   terminal.Receive("DX de " + bytes + ": 14195.0 " + bytes + " cq\n");
-  EXPECT_EQ(Len(terminal.Received.Text()), 6 + 252 + 2 + 8 + 252 + 3 + 1);
+  EXPECT_EQ(base::Len(terminal.Received.Text()), 6 + 252 + 2 + 8 + 252 + 3 + 1);
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

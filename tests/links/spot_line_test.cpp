@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 TEST(SpotLine, IsALineThatBeginsWithDxDe) {
@@ -17,7 +17,7 @@ TEST(SpotLine, IsCutAtTheFirstColonAndAtBlanks) {
   const auto spot = CutSpotLine("DX DE I4LCK:     14195.0  VP8ORK   QSL VIA: I2YDX  1423Z");
   ASSERT_TRUE(spot);
   EXPECT_EQ(spot->Spotter, "I4LCK:     ");
-  EXPECT_EQ(spot->SpotFrequenza, Khz(14195.0));
+  EXPECT_EQ(spot->SpotFrequenza, base::Khz(14195.0));
   EXPECT_EQ(spot->SpotCall, "VP8ORK");
 }
 
@@ -27,18 +27,18 @@ TEST(SpotLine, WithoutAColonIsNotCut) {
 }
 
 TEST(SpotLine, WhoseFrequencyEndsItGivesOnlyItsFirstDigit) {
-  EXPECT_EQ(CutSpotLine("DX DE I4LCK: 14195.0")->SpotFrequenza, Khz(1));
-  EXPECT_EQ(CutSpotLine("DX DE I4LCK: 14195.0 ")->SpotFrequenza, Khz(14195));
+  EXPECT_EQ(CutSpotLine("DX DE I4LCK: 14195.0")->SpotFrequenza, base::Khz(1));
+  EXPECT_EQ(CutSpotLine("DX DE I4LCK: 14195.0 ")->SpotFrequenza, base::Khz(14195));
 }
 
 TEST(SpotLine, WithoutANumberGivesFrequencyZero) {
-  EXPECT_EQ(CutSpotLine("DX DE I4LCK: ABC VP8ORK CQ")->SpotFrequenza, Khz(0));
-  EXPECT_EQ(CutSpotLine("DX DE I4LCK:")->SpotFrequenza, Khz(0));
+  EXPECT_EQ(CutSpotLine("DX DE I4LCK: ABC VP8ORK CQ")->SpotFrequenza, base::Khz(0));
+  EXPECT_EQ(CutSpotLine("DX DE I4LCK:")->SpotFrequenza, base::Khz(0));
 }
 
 TEST(SpotLine, ReadsTheFrequencyAsFarAsItLooksLikeANumber) {
-  EXPECT_EQ(CutSpotLine("DX DE I4LCK: 14195.0KHZ VP8ORK CQ")->SpotFrequenza, Khz(14195));
-  EXPECT_EQ(CutSpotLine("DX DE I4LCK: 14195,5 VP8ORK CQ")->SpotFrequenza, Khz(14195));
+  EXPECT_EQ(CutSpotLine("DX DE I4LCK: 14195.0KHZ VP8ORK CQ")->SpotFrequenza, base::Khz(14195));
+  EXPECT_EQ(CutSpotLine("DX DE I4LCK: 14195,5 VP8ORK CQ")->SpotFrequenza, base::Khz(14195));
 }
 
 TEST(SpotLine, WhoseCallIsItsLastWordHasNoSpotCall) {
@@ -70,4 +70,4 @@ TEST(SpotLine, WithoutASpotterHasItsCallAllTheSame) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

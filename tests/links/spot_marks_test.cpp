@@ -2,7 +2,7 @@
 
 #include "tests/links/spot_terminals.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 TEST_F(Radio, StartsWithTheMonitorOnTutto) {
@@ -149,4 +149,4 @@ TEST_F(Radio, UntickingAMonitorMarkTouchesNoOther) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -2,7 +2,7 @@
 
 #include "tests/links/spot_terminals.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 TEST_F(Radio, SpellsTheSpotterThenAPauseThenTheCall) {
@@ -61,7 +61,7 @@ TEST_F(Radio, ChecksBehindTheAnnouncement) {
   SpotEngine engine(kRadioPolicy, terminal.Received,
                     {terminal.Banda, terminal.cmAutoSpelling, terminal.cmAutoCheck, &terminal.cmMDX,
                      &terminal.cmMAnnounce, &terminal.cmMTutto},
-                    {.FindBand = [&](Khz) { return terminal.Bands.front().first; },
+                    {.FindBand = [&](base::Khz) { return terminal.Bands.front().first; },
                      .PlayWave = [&](std::string_view name) { terminal.Heard.emplace_back(name); },
                      .ShowCheck = [&](std::string_view) { heardBefore = terminal.Heard.size(); },
                      .Beep = nullptr,
@@ -84,4 +84,4 @@ TEST_F(Radio, WithoutTheMarkNothingIsChecked) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

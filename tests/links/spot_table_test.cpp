@@ -11,7 +11,7 @@
 #include "tests/links/test_terminal.h"
 #include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 struct SpotCase {
@@ -48,8 +48,8 @@ std::vector<SpotCase> ReadTable() {
       ADD_FAILURE() << "line " << number << " has " << cells.size() << " columns";
       continue;
     }
-    cases.push_back({number, cells[0], Unescaped(cells[1]), FromLatin1(Unescaped(cells[2])),
-                     cells[3], FromLatin1(Unescaped(cells[4])), cells[5], cells[6], cells[7],
+    cases.push_back({number, cells[0], Unescaped(cells[1]), base::FromLatin1(Unescaped(cells[2])),
+                     cells[3], base::FromLatin1(Unescaped(cells[4])), cells[5], cells[6], cells[7],
                      cells[8], cells[9]});
   }
   return cases;
@@ -64,7 +64,7 @@ const std::vector<SpotCase>& Table() {
 std::string Shown(const SpotCase& spot) {
   std::string text = spot.bytes;
   std::erase(text, '\x07');
-  return FromLatin1(text);
+  return base::FromLatin1(text);
 }
 
 // A terminal, its marks, and the column that tells what becomes of a line there.
@@ -100,7 +100,7 @@ class SpotTable : public testing::Test {
     return outcome.empty() ? "-" : outcome;
   }
   static void Check(const TestTerminal& terminal, const SpotCase& spot, const Way& way) {
-    const std::string shown = way.policy.showsOwnCase ? Shown(spot) : Upper(Shown(spot));
+    const std::string shown = way.policy.showsOwnCase ? Shown(spot) : base::Upper(Shown(spot));
     ASSERT_EQ(Outcome(terminal, shown), spot.*way.outcome)
         << "line " << spot.line << ": " << spot.bytes;
     if (terminal.Received.Length() != 0) {
@@ -116,7 +116,7 @@ class SpotTable : public testing::Test {
     }
   }
 
-  RecordingPlatform platform_;
+  recorder::RecordingPlatform platform_;
 };
 
 TEST_F(SpotTable, HoldsAtLeastThreeHundredSpots) {
@@ -129,12 +129,12 @@ TEST_F(SpotTable, HoldsAtLeastThreeHundredSpots) {
 
 TEST_F(SpotTable, TellsHowEachLineIsCut) {
   for (const SpotCase& spot : Table()) {
-    const std::string line = Upper(Shown(spot));
+    const std::string line = base::Upper(Shown(spot));
     const auto cut = BeginsAsSpot(line) ? CutSpotLine(line) : std::nullopt;
     ASSERT_EQ(cut.has_value(), spot.khz != "-") << "line " << spot.line;
     if (!cut) continue;
     EXPECT_EQ(cut->Spotter, spot.spotter) << "line " << spot.line;
-    EXPECT_EQ(PlainNumber(cut->SpotFrequenza.Value()), spot.khz) << "line " << spot.line;
+    EXPECT_EQ(base::PlainNumber(cut->SpotFrequenza.Value()), spot.khz) << "line " << spot.line;
     EXPECT_EQ(cut->SpotCall.value_or("-"), spot.call) << "line " << spot.line;
   }
 }
@@ -178,7 +178,8 @@ TEST_F(SpotTable, ShowsEveryLineAsItArrivedUnderTutto) {
     terminal->Forget();
     terminal->Receive(spot.bytes + "\r\n");
     EXPECT_EQ(terminal->Received.Text(), Shown(spot) + "\n");
-    EXPECT_EQ(!terminal->Red().empty(), Upper(Shown(spot)).find("DX DE") != std::string::npos);
+    EXPECT_EQ(!terminal->Red().empty(),
+              base::Upper(Shown(spot)).find("DX DE") != std::string::npos);
   }
 }
 
@@ -190,10 +191,10 @@ TEST_F(SpotTable, KeepsAllLinesOfABurst) {
     burst += spot.bytes + "\r\n";
     if (spot.telnetAll.find("shown") != std::string::npos) shown += Shown(spot) + "\n";
   }
-  ASSERT_LT(Len(shown), 32000u);
+  ASSERT_LT(base::Len(shown), 32000u);
   terminal->Receive(burst);
   EXPECT_EQ(terminal->Received.Text(), shown);
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

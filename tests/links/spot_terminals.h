@@ -9,7 +9,7 @@
 
 #include "tests/links/test_terminal.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 using Texts = std::vector<std::string>;
 
@@ -36,7 +36,7 @@ class SpotTerminal : public testing::Test {
     return terminal.Banda.Entries()[static_cast<std::size_t>(terminal.Entry(band))].checked;
   }
 
-  RecordingPlatform platform;
+  recorder::RecordingPlatform platform;
   TestTerminal terminal;
 };
 
@@ -51,4 +51,4 @@ class Telnet : public SpotTerminal {
   Telnet() : SpotTerminal(kTelnetPolicy) {}
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -16,37 +16,38 @@
 #include "recorder/recording_platform.h"
 #include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // The bands of a new operator, in table order.
-inline std::vector<std::pair<SpotBand, std::pair<Khz, Khz>>> DeliveredBands() {
-  const CsvTable table = ReadCsv(SourceDir() / "data/UserRTX.csv");
-  std::vector<std::pair<SpotBand, std::pair<Khz, Khz>>> bands;
-  for (const CsvTable::Row& row : table.Rows) {
+inline std::vector<std::pair<SpotBand, std::pair<base::Khz, base::Khz>>> DeliveredBands() {
+  const base::CsvTable table = base::ReadCsv(SourceDir() / "data/UserRTX.csv");
+  std::vector<std::pair<SpotBand, std::pair<base::Khz, base::Khz>>> bands;
+  for (const base::CsvTable::Row& row : table.Rows) {
     const auto cell = [&](std::string_view heading) { return row.Cells[table.Column(heading)]; };
-    bands.push_back({{cell("Banda"), cell("AnnunceDX") == "si", cell("FilenameDX")},
-                     {Khz(Val(cell("FrequenzaI"))), Khz(Val(cell("FrequenzaF")))}});
+    bands.push_back(
+        {{cell("Banda"), cell("AnnunceDX") == "si", cell("FilenameDX")},
+         {base::Khz(base::Val(cell("FrequenzaI"))), base::Khz(base::Val(cell("FrequenzaF")))}});
   }
   return bands;
 }
 
-class TestTerminal : public Window {
+class TestTerminal : public forms::Window {
  public:
-  explicit TestTerminal(WindowHost& host, const SpotPolicy& policy)
-      : Window(host, "TestTerminal", "", Twips(9000), Twips(6000)),
+  explicit TestTerminal(platform::WindowHost& host, const SpotPolicy& policy)
+      : forms::Window(host, "TestTerminal", "", base::Twips(9000), base::Twips(6000)),
         Bands(DeliveredBands()),
         Engine(policy, Received,
                {Banda, cmAutoSpelling, cmAutoCheck, policy.monitors ? &cmMDX : nullptr,
                 policy.monitors ? &cmMAnnounce : nullptr, policy.monitors ? &cmMTutto : nullptr},
-               {.FindBand = [this](Khz frequency) { return FindBand(frequency); },
+               {.FindBand = [this](base::Khz frequency) { return FindBand(frequency); },
                 .PlayWave = [this](std::string_view name) { Heard.emplace_back(name); },
                 .ShowCheck = [this](std::string_view call) { Checked.emplace_back(call); },
                 .Beep = [this] { ++Beeps; },
                 .TakeWaiting = [this] { return Take(); }}) {
-    for (Command* mark : {&cmMDX, &cmMAnnounce, &cmMTutto, &cmAutoSpelling, &cmAutoCheck}) {
+    for (forms::Command* mark : {&cmMDX, &cmMAnnounce, &cmMTutto, &cmAutoSpelling, &cmAutoCheck}) {
       mark->Toggle = true;
     }
-    for (Command* mark : {&cmMDX, &cmMAnnounce, &cmMTutto}) {
+    for (forms::Command* mark : {&cmMDX, &cmMAnnounce, &cmMTutto}) {
       mark->OnClick = [this, mark] { Engine.MonitorChanged(*mark); };
     }
     cmMTutto.SetDown(true);
@@ -55,19 +56,19 @@ class TestTerminal : public Window {
     Banda.OnPick = [this](int entry) { Engine.PickBand(entry); };
   }
 
-  RichText Received{*this, "Received"};
-  EntryArray Banda{*this, "Banda"};
-  Command cmMDX{*this, "cmMDX", "DX"};
-  Command cmMAnnounce{*this, "cmMAnnounce", "Announce"};
-  Command cmMTutto{*this, "cmMTutto", "Tutto"};
-  Command cmAutoSpelling{*this, "cmAutoSpelling", "Spelling Call"};
-  Command cmAutoCheck{*this, "cmAutoCheck", "Check Call"};
-  std::vector<std::pair<SpotBand, std::pair<Khz, Khz>>> Bands;
+  forms::RichText Received{*this, "Received"};
+  forms::EntryArray Banda{*this, "Banda"};
+  forms::Command cmMDX{*this, "cmMDX", "DX"};
+  forms::Command cmMAnnounce{*this, "cmMAnnounce", "Announce"};
+  forms::Command cmMTutto{*this, "cmMTutto", "Tutto"};
+  forms::Command cmAutoSpelling{*this, "cmAutoSpelling", "Spelling Call"};
+  forms::Command cmAutoCheck{*this, "cmAutoCheck", "Check Call"};
+  std::vector<std::pair<SpotBand, std::pair<base::Khz, base::Khz>>> Bands;
   SpotEngine Engine;
 
   // What happened so far.
   std::vector<std::string> Heard, Checked;
-  std::vector<Khz> Asked;
+  std::vector<base::Khz> Asked;
   int Beeps = 0;
 
   // Bytes come, all of them in one event.
@@ -92,14 +93,14 @@ class TestTerminal : public Window {
   // The pieces of the text that are red.
   std::vector<std::string> Red() const {
     std::vector<std::string> red;
-    for (const RichText::Run& run : Received.Runs()) {
-      if (run.colour == kRed) red.push_back(run.text);
+    for (const forms::RichText::Run& run : Received.Runs()) {
+      if (run.colour == base::kRed) red.push_back(run.text);
     }
     return red;
   }
 
  private:
-  std::optional<SpotBand> FindBand(Khz frequency) {
+  std::optional<SpotBand> FindBand(base::Khz frequency) {
     Asked.push_back(frequency);
     for (const auto& [band, edges] : Bands) {
       if (frequency >= edges.first && frequency <= edges.second) return band;
@@ -116,4 +117,4 @@ class TestTerminal : public Window {
   std::deque<char> waiting_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::links

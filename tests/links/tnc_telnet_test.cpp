@@ -2,7 +2,7 @@
 
 #include "tests/links/links_station.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::string_view kSpot20 = "DX de I4LCK:     14195.0  VP8ORK   tnx 1423Z\r\n";
@@ -102,9 +102,8 @@ TEST_F(TelnetTest, InABurstOfCheckedSpotsTheOperatorIsListenedToAfterEachCheck) 
   for (int i = 0; i < 50; ++i) {
     burst += "DX de I4LCK:     14195.0  IK" + std::to_string(i % 10) + "ABC   tnx 1423Z\r\n";
   }
-  const Subscription edits = telnet.Received.Edited.Subscribe([&](const RichText::Edit&) {
-    most = std::max(most, searches.size() - unheard);
-  });
+  const forms::Subscription edits = telnet.Received.Edited.Subscribe(
+      [&](const forms::RichText::Edit&) { most = std::max(most, searches.size() - unheard); });
   Receive("TNCtelnet", burst);
   EXPECT_GE(searches.size(), 50u);
   // A check fills the call, and may open the window before.
@@ -158,7 +157,7 @@ TEST_F(TelnetTest, ATypedLineEndsInCarriageReturnAndLineFeed) {
 TEST_F(TelnetTest, SendsWhatTheDialogGives) {
   TNCtelnet& telnet = OpenTelnet();
   Lines();
-  InDialogs([](Window& window) {
+  InDialogs([](forms::Window& window) {
     auto& dialog = static_cast<DxDialog&>(window);
     dialog.Frequenza.SetText("14195");
     dialog.CallQso.SetText("VP8ORK");
@@ -190,7 +189,7 @@ TEST_F(TelnetTest, APeerThatClosesTakesTheWindowAlongAndNothingIsSent) {
 TEST_F(TelnetTest, APeerThatClosesUnderTheDialogLeavesTheDialogInOrder) {
   TNCtelnet& telnet = OpenTelnet();
   Lines();
-  InDialogs([&](Window& window) {
+  InDialogs([&](forms::Window& window) {
     Event([&] { machine.Tcp().PeerClose("TNCtelnet"); });
     auto& dialog = static_cast<DxDialog&>(window);
     dialog.Frequenza.SetText("14195");
@@ -205,7 +204,7 @@ TEST_F(TelnetTest, APeerThatClosesUnderTheDialogLeavesTheDialogInOrder) {
 TEST_F(TelnetTest, RestoresAndSavesItsPlaceUnderItsOwnKey) {
   session.SaveSetting("TNCTelnet", "Y", "600");
   TNCtelnet& telnet = OpenTelnet();
-  EXPECT_EQ(telnet.GetBounds().top, Twips(600));
+  EXPECT_EQ(telnet.GetBounds().top, base::Twips(600));
   Event([&] { telnet.Close(); });
   EXPECT_EQ(session.GetSetting("TNCTelnet", "Y", ""), "600");
 }
@@ -218,4 +217,4 @@ TEST_F(TelnetTest, TheMenuBringsTheOpenWindowUp) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

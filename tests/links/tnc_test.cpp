@@ -2,7 +2,7 @@
 
 #include "tests/links/links_station.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 constexpr std::string_view kSpot20 = "DX de I4LCK:     14195.0  VP8ORK   tnx 1423Z\r\n";
@@ -39,7 +39,8 @@ TEST_F(TncTest, ReadsItsMenuAndTheBandsInTableOrder) {
 TEST_F(TncTest, StartsWithItsMarksAtTheirStart) {
   TNC& tnc = OpenTnc();
   EXPECT_TRUE(tnc.cmMTutto.Down());
-  for (Command* mark : {&tnc.cmMDX, &tnc.cmMAnnounce, &tnc.cmAutoSpelling, &tnc.cmAutoCheck}) {
+  for (forms::Command* mark :
+       {&tnc.cmMDX, &tnc.cmMAnnounce, &tnc.cmAutoSpelling, &tnc.cmAutoCheck}) {
     EXPECT_FALSE(mark->Down()) << mark->Name();
   }
 }
@@ -87,8 +88,8 @@ TEST_F(TncTest, AMenuFileThatEndsInACaptionEndsTheOpeningWithTheEntriesBeforeIt)
 TEST_F(TncTest, RestoresAndSavesItsPlace) {
   session.SaveSetting("TNC", "X", "300");
   TNC& tnc = OpenTnc();
-  EXPECT_EQ(tnc.GetBounds().left, Twips(300));
-  tnc.Move({Twips(450), Twips(150), Twips(6000), Twips(4500)});
+  EXPECT_EQ(tnc.GetBounds().left, base::Twips(300));
+  tnc.Move({base::Twips(450), base::Twips(150), base::Twips(6000), base::Twips(4500)});
   Event([&] { tnc.Close(); });
   EXPECT_EQ(session.GetSetting("TNC", "X", ""), "450");
   EXPECT_EQ(session.GetSetting("TNC", "W", ""), "6000");
@@ -156,18 +157,18 @@ TEST_F(TncTest, ATypedLineEndsInCarriageReturnAloneAndLeavesTheFieldEmpty) {
 TEST_F(TncTest, AnEmptyTypedLineIsACarriageReturn) {
   TNC& tnc = OpenTnc();
   Lines();
-  Event([&] { tnc.Sended.TypeKey(kEnter); });
+  Event([&] { tnc.Sended.TypeKey(forms::kEnter); });
   EXPECT_EQ(Lines(), Texts{"sent COM1 0D"});
 }
 
 TEST_F(TncTest, SendsWhatTheDialogGives) {
   TNC& tnc = OpenTnc();
   Lines();
-  tnc.Move({Twips(300), Twips(450), tnc.Width(), tnc.Height()});
-  InDialogs([&](Window& window) {
+  tnc.Move({base::Twips(300), base::Twips(450), tnc.Width(), tnc.Height()});
+  InDialogs([&](forms::Window& window) {
     auto& dialog = static_cast<DxDialog&>(window);
-    EXPECT_EQ(dialog.GetBounds().left, Twips(310));
-    EXPECT_EQ(dialog.GetBounds().top, Twips(460));
+    EXPECT_EQ(dialog.GetBounds().left, base::Twips(310));
+    EXPECT_EQ(dialog.GetBounds().top, base::Twips(460));
     dialog.Frequenza.SetText("7.1");
     dialog.CallQso.SetText("ZL9");
     dialog.cmInvia.Press();
@@ -180,7 +181,7 @@ TEST_F(TncTest, SendsWhatTheDialogGives) {
 TEST_F(TncTest, SendsNothingWhenTheDialogIsCancelled) {
   TNC& tnc = OpenTnc();
   Lines();
-  InDialogs([](Window& window) { static_cast<DxDialog&>(window).cmCancel.Press(); });
+  InDialogs([](forms::Window& window) { static_cast<DxDialog&>(window).cmCancel.Press(); });
   Event([&] { tnc.cmDX.Press(); });
   EXPECT_EQ(Lines(), Texts{});
   EXPECT_EQ(session.Windows.Find("DX"), nullptr);
@@ -189,7 +190,7 @@ TEST_F(TncTest, SendsNothingWhenTheDialogIsCancelled) {
 TEST_F(TncTest, SendsAnEmptyLineWhenTheDialogIsClosedByItsFrame) {
   TNC& tnc = OpenTnc();
   Lines();
-  InDialogs([](Window& window) { window.Close(); });
+  InDialogs([](forms::Window& window) { window.Close(); });
   Event([&] { tnc.cmDX.Press(); });
   EXPECT_EQ(Lines(), Texts{"sent COM1 0D 0A"});
 }
@@ -197,7 +198,7 @@ TEST_F(TncTest, SendsAnEmptyLineWhenTheDialogIsClosedByItsFrame) {
 TEST_F(TncTest, AnAnnouncementThatCannotGoOutLeavesNoDialogBehind) {
   TNC& tnc = OpenTnc();
   Lines();
-  InDialogs([](Window& window) { window.Close(); });
+  InDialogs([](forms::Window& window) { window.Close(); });
   machine.Serial().FailNext(1);
   Event([&] { tnc.cmDX.Press(); });
   EXPECT_EQ(LinesOf(Lines(), "error").size(), 1u);
@@ -360,7 +361,7 @@ TEST_F(TncTest, AFailureInTheMiddleOfABurstCostsOneLine) {
 }
 
 TEST_F(TncTest, WithoutAMatrixACheckIsNothing) {
-  Session other(machine, directory.Path());
+  core::Session other(machine, directory.Path());
   other.Open();
   other.Windows.Register("TNC", [&] { return std::make_unique<TNC>(other); });
   TNC& tnc = static_cast<TNC&>(*other.Windows.LoadNew("TNC"));
@@ -432,7 +433,8 @@ TEST_F(TncTest, AClickOnTheTextTellsHowToCheck) {
 TEST_F(TncTest, ItsMenusAreThose) {
   TNC& tnc = OpenTnc();
   Texts captions;
-  for (const MenuItem& item : tnc.MenuBar) captions.push_back(std::get<Menu*>(item)->Caption());
+  for (const forms::MenuItem& item : tnc.MenuBar)
+    captions.push_back(std::get<forms::Menu*>(item)->Caption());
   EXPECT_EQ(captions, (Texts{"Comandi TNC", "Automatismi", "Monitor", "Bande"}));
 }
 
@@ -444,12 +446,12 @@ TEST_F(TncTest, ABurstOfTenThousandLinesLosesNone) {
     burst += "DX de I4LCK:     13195.0  Z" + std::to_string(i) + "A   tnx\r\n";
   }
   int shown = 0;
-  const Subscription edited = tnc.Received.Edited.Subscribe(
-      [&](const RichText::Edit& edit) { shown += !edit.inserted.empty(); });
+  const forms::Subscription edited = tnc.Received.Edited.Subscribe(
+      [&](const forms::RichText::Edit& edit) { shown += !edit.inserted.empty(); });
   Receive("TNC", burst);
   EXPECT_EQ(shown, 10000);
   EXPECT_LE(tnc.Received.Length(), 32100u);
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -2,7 +2,7 @@
 
 #include "tests/links/links_station.h"
 
-namespace brenvo {
+namespace brenvo::links {
 namespace {
 
 class WWConvTest : public LinksTest {
@@ -13,13 +13,13 @@ class WWConvTest : public LinksTest {
     return chat;
   }
   // Each run of one colour: the dark red ones in square brackets.
-  static std::string Coloured(const RichText& area) {
+  static std::string Coloured(const forms::RichText& area) {
     std::string text;
-    for (const RichText::Run& run : area.Runs()) {
-      if (run.colour == kDarkRed) {
+    for (const forms::RichText::Run& run : area.Runs()) {
+      if (run.colour == base::kDarkRed) {
         text += "[" + run.text + "]";
       } else {
-        EXPECT_EQ(run.colour, kBlack);
+        EXPECT_EQ(run.colour, base::kBlack);
         text += run.text;
       }
     }
@@ -189,4 +189,4 @@ TEST_F(WWConvTest, TheMenuOpensIt) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::links

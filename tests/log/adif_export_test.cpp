@@ -8,7 +8,7 @@
 #include "tests/support/golden.h"
 #include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 constexpr std::string_view kColumns =
@@ -25,9 +25,7 @@ class AdifExportTest : public LogStation {
   }
   std::string File(std::string_view name = "Log.ADI") { return ReadBytes(directory.Path() / name); }
   // The file of the one contact that each test begins with.
-  static std::string OneContact() {
-    return ReadBytes(SourceDir() / "tests" / kOneContact);
-  }
+  static std::string OneContact() { return ReadBytes(SourceDir() / "tests" / kOneContact); }
   void Export(LogForm& log, std::string_view key, bool keep) {
     machine.Messages().QueueAnswer(keep);
     Press(log, key);
@@ -178,7 +176,7 @@ TEST_F(AdifExportTest, ADatabaseThatFailsEndsTheProgram) {
   LogForm& log = OpenLog();
   session.Db.Close();
   machine.Messages().QueueAnswer(false);
-  EXPECT_THROW(Press(log, "cmAllQso"), ProgramEnded);
+  EXPECT_THROW(Press(log, "cmAllQso"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(1),
               testing::StartsWith("message critical \"Esporta tutti i Qso\" \" 3420"));
 }
@@ -193,4 +191,4 @@ TEST_F(AdifExportTest, TheGridViewDisablesTheExportsToo) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::log

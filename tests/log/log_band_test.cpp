@@ -1,7 +1,7 @@
 #include "log/propagation_batch.h"
 #include "tests/log/log_station.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 using BandTest = LogStation;
@@ -121,4 +121,4 @@ TEST_F(PropagationBatchTest, AnEmptyLogIsNothingToDo) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -3,7 +3,7 @@
 #include "core/help_topics.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -30,7 +30,7 @@ TEST_F(LogFormTest, AnEmptyLogOpensWithEmptyFieldsAndOnlyInsertWorks) {
   EXPECT_EQ(log.DataQso.Text(), "03/02/2001");
   EXPECT_EQ(log.Qtr.Text(), "04:05");
   EXPECT_EQ(log.Qrb.Text(), "0");
-  for (const Command* key :
+  for (const forms::Command* key :
        {&log.cmNext, &log.cmPrevious, &log.cmUpdate, &log.cmDelete, &log.cmMappa}) {
     EXPECT_FALSE(key->Enabled()) << key->Name();
   }
@@ -93,30 +93,30 @@ TEST_F(LogFormTest, EveryColumnIsShownInItsField) {
       "'GIOVANNI','CANTÙ','IK3',15,28,'EU','I','VE','JN65AB',77,'  2 m',144.3,100,'SSB','Tropo',"
       "'59','57',true,false,true,'prima nota')");
   LogForm& log = OpenLog();
-  const std::pair<TextField*, std::string> texts[] = {{&log.QsoNr, "1"},
-                                                      {&log.QsoTotali, "1"},
-                                                      {&log.DataQso, "05/01/2001"},
-                                                      {&log.Qtr, "10:30"},
-                                                      {&log.CallQso, "IK3ABC"},
-                                                      {&log.Manager, "I2MGR"},
-                                                      {&log.Qra, "GIOVANNI"},
-                                                      {&log.Qth, "CANTÙ"},
-                                                      {&log.Prefisso, "IK3  "},
-                                                      {&log.ZonaCQ, "15"},
-                                                      {&log.ZonaITU, "28"},
-                                                      {&log.Continente, "EU"},
-                                                      {&log.Country, "I    Italia"},
-                                                      {&log.Provincia, "VE  Venezia"},
-                                                      {&log.Locator, "JN65AB"},
-                                                      {&log.Qrb, "77"},
-                                                      {&log.Banda, "  2 m"},
-                                                      {&log.Frequenza, "144.300"},
-                                                      {&log.Potenza, "100"},
-                                                      {&log.Modo, "SSB"},
-                                                      {&log.Propagazione, "Tropo"},
-                                                      {&log.QrkDato, "59"},
-                                                      {&log.QrkRicevuto, "57"},
-                                                      {&log.Note, "prima nota"}};
+  const std::pair<forms::TextField*, std::string> texts[] = {{&log.QsoNr, "1"},
+                                                             {&log.QsoTotali, "1"},
+                                                             {&log.DataQso, "05/01/2001"},
+                                                             {&log.Qtr, "10:30"},
+                                                             {&log.CallQso, "IK3ABC"},
+                                                             {&log.Manager, "I2MGR"},
+                                                             {&log.Qra, "GIOVANNI"},
+                                                             {&log.Qth, "CANTÙ"},
+                                                             {&log.Prefisso, "IK3  "},
+                                                             {&log.ZonaCQ, "15"},
+                                                             {&log.ZonaITU, "28"},
+                                                             {&log.Continente, "EU"},
+                                                             {&log.Country, "I    Italia"},
+                                                             {&log.Provincia, "VE  Venezia"},
+                                                             {&log.Locator, "JN65AB"},
+                                                             {&log.Qrb, "77"},
+                                                             {&log.Banda, "  2 m"},
+                                                             {&log.Frequenza, "144.300"},
+                                                             {&log.Potenza, "100"},
+                                                             {&log.Modo, "SSB"},
+                                                             {&log.Propagazione, "Tropo"},
+                                                             {&log.QrkDato, "59"},
+                                                             {&log.QrkRicevuto, "57"},
+                                                             {&log.Note, "prima nota"}};
   for (const auto& [field, text] : texts) EXPECT_EQ(field->Text(), text) << field->Name();
   EXPECT_TRUE(log.QslDaInviare.IsOn());
   EXPECT_FALSE(log.QslRicevuta.IsOn());
@@ -266,7 +266,7 @@ TEST_F(LogFormTest, ANumberThatAColumnCannotHoldIsRefusedInWordsAndStaysAsTyped)
   LogForm& log = OpenLog();
   Press(log, "cmClear");
   Event([&] { log.CallQso.SetText("IK3ABC"); });
-  const std::pair<TextField*, std::string> numbers[] = {
+  const std::pair<forms::TextField*, std::string> numbers[] = {
       {&log.Potenza, "Potenza"}, {&log.ZonaCQ, "Zona CQ"}, {&log.ZonaITU, "Zona ITU"}};
   for (const auto& [field, column] : numbers) {
     Type(*field, digits);
@@ -392,14 +392,14 @@ TEST_F(LogFormTest, NullColumnsShowAsEmptyTextsAndAreStoredAsEmptyTexts) {
 TEST_F(LogFormTest, TheGridViewWidensTheWindowAndLeavesOneKey) {
   LogForm& log = OpenLog();
   Store(log, "IK3ABC");
-  const Bounds before = log.GetBounds();
+  const forms::Bounds before = log.GetBounds();
   Press(log, "cmVista");
   EXPECT_TRUE(log.PanelGriglia.Visible());
   EXPECT_EQ(log.Width(), session.Host().ScreenWidth());
   EXPECT_FALSE(log.cmInsert.Enabled());
   EXPECT_FALSE(log.cmExit.Enabled());
   EXPECT_TRUE(log.cmVista.Enabled());
-  EXPECT_EQ(log.StatusBar1.MinimumWidth(1), log.Width() - Twips(4500));
+  EXPECT_EQ(log.StatusBar1.MinimumWidth(1), log.Width() - base::Twips(4500));
   Press(log, "cmVista");
   EXPECT_FALSE(log.PanelGriglia.Visible());
   EXPECT_EQ(log.GetBounds(), before);
@@ -442,7 +442,7 @@ TEST_F(LogFormTest, AContactPickedInTheGridCanBeWorkedOnAlsoAfterTheFieldsWereCl
   Press(log, "cmVista");
   Event([&] { log.DataGrid1.DoubleClickCell(1, 0); });
   EXPECT_EQ(log.CallQso.Text(), "IK3ABC");
-  for (const Command* key :
+  for (const forms::Command* key :
        {&log.cmNext, &log.cmPrevious, &log.cmUpdate, &log.cmDelete, &log.cmMappa}) {
     EXPECT_TRUE(key->Enabled()) << key->Name();
   }
@@ -533,7 +533,7 @@ TEST_F(LogFormTest, TwoLogWindowsKeepTheirOwnPlaces) {
 
 TEST_F(LogFormTest, TheTimeKeySetsTheClocksTimeAndTellsSo) {
   LogForm& log = OpenLog();
-  machine.SetNow(DateTime::Of(2001, 2, 3, 14, 7, 0));
+  machine.SetNow(base::DateTime::Of(2001, 2, 3, 14, 7, 0));
   EXPECT_EQ(log.Qtr.Text(), "04:05");
   Press(log, "cmQtr");
   EXPECT_EQ(log.Qtr.Text(), "14:07");
@@ -562,7 +562,7 @@ TEST_F(LogFormTest, HelpOpensItsTopicAndExitCloses) {
   LogForm& log = OpenLog();
   Press(log, "cmHelp");
   EXPECT_EQ(Lines(), Texts{"open \"Brenvo.HLP\""});
-  EXPECT_EQ(machine.OpenedTopic(), kHelpLog);
+  EXPECT_EQ(machine.OpenedTopic(), core::kHelpLog);
   Press(log, "cmExit");
   EXPECT_EQ(session.Windows.Find("LogForm"), nullptr);
 }
@@ -572,22 +572,22 @@ TEST_F(LogFormTest, AWriteThatFailsOtherwiseEndsTheProgram) {
   Store(log, "IK3ABC");
   session.Db.Close();
   Lines();
-  EXPECT_THROW(Press(log, "cmInsert"), ProgramEnded);
+  EXPECT_THROW(Press(log, "cmInsert"), platform::ProgramEnded);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[0].starts_with("message critical \"Insert Qso\" \" 3420 - ")) << lines[0];
   EXPECT_EQ(lines[1], "end-program");
-  EXPECT_THROW(Press(log, "cmUpdate"), ProgramEnded);
+  EXPECT_THROW(Press(log, "cmUpdate"), platform::ProgramEnded);
   EXPECT_TRUE(Lines().at(0).starts_with("message critical \"Update Qso\""));
   machine.Messages().QueueAnswer(true);
-  EXPECT_THROW(Press(log, "cmDelete"), ProgramEnded);
+  EXPECT_THROW(Press(log, "cmDelete"), platform::ProgramEnded);
   EXPECT_TRUE(Lines().at(1).starts_with("message critical \"Delete Qso\""));
 }
 
 TEST_F(LogFormTest, AStoredQuoteInACallIsToldAndTheRecordStillShown) {
   LogForm& log = OpenLog();
   log.DsLog->AddNew();
-  log.DsLog->Set("DataQso", DateTime::Of(2001, 1, 1, 10, 0));
+  log.DsLog->Set("DataQso", base::DateTime::Of(2001, 1, 1, 10, 0));
   log.DsLog->Set("Call", "IK3'ABC");
   log.DsLog->Set("Note", "nota");
   log.DsLog->Update();
@@ -600,4 +600,4 @@ TEST_F(LogFormTest, AStoredQuoteInACallIsToldAndTheRecordStillShown) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::log

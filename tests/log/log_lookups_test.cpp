@@ -4,30 +4,31 @@
 #include "log/old_qso.h"
 #include "tests/log/log_station.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 constexpr std::string_view kItaly = "I    Italia";
 
 // A matrix that notes what it was asked for.
-class FakeMatrix : public MatrixWindow {
+class FakeMatrix : public core::MatrixWindow {
  public:
-  explicit FakeMatrix(Session& session)
-      : MatrixWindow(session.Host(), "Hrd", "Hrd", Twips(1), Twips(1)) {}
+  explicit FakeMatrix(core::Session& session)
+      : core::MatrixWindow(session.Host(), "Hrd", "Hrd", base::Twips(1), base::Twips(1)) {}
   void Search() override { searches.push_back(CallQso.Text() + "/" + Locator.Text()); }
   Texts searches;
 };
 
 // A pick dialog that leaves what the test has told it to.
-class FakePick : public Window {
+class FakePick : public forms::Window {
  public:
-  explicit FakePick(Session& session)
-      : Window(session.Host(), "Pick", "Pick", Twips(1), Twips(1)), session_(session) {}
+  explicit FakePick(core::Session& session)
+      : forms::Window(session.Host(), "Pick", "Pick", base::Twips(1), base::Twips(1)),
+        session_(session) {}
   void Load() override { tagAtLoading = session_.PrefixTag; }
   static inline std::string tagAtLoading;
 
  private:
-  Session& session_;
+  core::Session& session_;
 };
 
 class LookupTest : public LogStation {
@@ -64,7 +65,7 @@ TEST_F(LookupTest, EachKeyOfTheCallAsksAgain) {
   EXPECT_EQ(log.StatusBar1.Panel(2), "Call Worked");
   Event([&] { log.CallQso.TypeKey('A'); });
   EXPECT_EQ(log.StatusBar1.Panel(2), "New Call");
-  Event([&] { log.CallQso.TypeKey(kBackspace); });
+  Event([&] { log.CallQso.TypeKey(forms::kBackspace); });
   EXPECT_EQ(log.StatusBar1.Panel(2), "Call Worked");
 }
 
@@ -89,7 +90,7 @@ TEST_F(LookupTest, ChangingTheBandAloneDoesNotRefreshThePanels) {
   EXPECT_EQ(log.StatusBar1.Panel(2), "New Call");
   Pick(log.Banda, "  2 m");
   EXPECT_EQ(log.StatusBar1.Panel(2), "New Call");
-  Event([&] { log.CallQso.TypeKey(kBackspace); });
+  Event([&] { log.CallQso.TypeKey(forms::kBackspace); });
   Event([&] { log.CallQso.TypeKey('C'); });
   EXPECT_EQ(log.StatusBar1.Panel(2), "Call Worked");
 }
@@ -167,7 +168,7 @@ TEST_F(LookupTest, LeavingAnUnchangedCallASecondTimeRunsNothing) {
   Enter(log.CallQso, "IK3ABC");
   log.Qra.SetText("A MANO");
   Event([&] { log.Country.SetText(""); });
-  const EngineCounters second = Counted([&] { Leave(log.CallQso); });
+  const engine::EngineCounters second = Counted([&] { Leave(log.CallQso); });
   EXPECT_EQ(second.statements, 0);
   EXPECT_EQ(log.Qra.Text(), "A MANO");
   EXPECT_EQ(log.Country.Text(), "");
@@ -239,7 +240,8 @@ TEST_F(LookupTest, WithoutAManagerPathNothingIsAskedAndTheManagerStays) {
   Exec("insert into qmgr (call,mgr,active) values ('A41KJ','OLD',1999)");
   LogForm& log = NewContact();
   log.Manager.SetText("A MANO");
-  const EngineCounters counted = Counted([&] { Event([&] { log.CallQso.SetText("A41KJ"); }); });
+  const engine::EngineCounters counted =
+      Counted([&] { Event([&] { log.CallQso.SetText("A41KJ"); }); });
   EXPECT_EQ(counted.statements, 2);
   EXPECT_EQ(log.Manager.Text(), "A MANO");
 }
@@ -263,7 +265,7 @@ TEST_F(LookupTest, ASquareIsNewWorkedOrConfirmedByItsFirstFourCharacters) {
 TEST_F(LookupTest, ALocatorOfFourCharactersShowsNoDistanceAndNoStatus) {
   LogForm& log = NewContact();
   Type(log.Locator, "JN61FV");
-  EXPECT_EQ(log.Qrb.Text(), std::to_string(QrbKm("JN65AA", "JN61FV")));
+  EXPECT_EQ(log.Qrb.Text(), std::to_string(core::QrbKm("JN65AA", "JN61FV")));
   EXPECT_EQ(log.StatusBar1.Panel(4), "New Square");
   Type(log.Locator, "JN61");
   EXPECT_EQ(log.Qrb.Text(), "0");
@@ -273,14 +275,14 @@ TEST_F(LookupTest, ALocatorOfFourCharactersShowsNoDistanceAndNoStatus) {
 TEST_F(LookupTest, RetypingTheLocatorActedOnLastDoesNotComputeTheDistanceAgain) {
   LogForm& log = NewContact();
   Type(log.Locator, "JN61FV");
-  Event([&] { log.Locator.TypeKey(kBackspace); });
+  Event([&] { log.Locator.TypeKey(forms::kBackspace); });
   EXPECT_EQ(log.Qrb.Text(), "0");
   EXPECT_EQ(log.PrevLocator, "JN61FV");
   Event([&] { log.Locator.TypeKey('V'); });
   EXPECT_EQ(log.Qrb.Text(), "0");
   EXPECT_EQ(log.StatusBar1.Panel(4), "New Square");
   Type(log.Locator, "JN61FW");
-  EXPECT_EQ(log.Qrb.Text(), std::to_string(QrbKm("JN65AA", "JN61FW")));
+  EXPECT_EQ(log.Qrb.Text(), std::to_string(core::QrbKm("JN65AA", "JN61FW")));
 }
 
 TEST_F(LookupTest, ACountryTypedByItsCodeIsCompletedOnLeaving) {
@@ -332,12 +334,12 @@ TEST_F(LookupTest, BackspaceClearsTheCountryAndWithItTheProvince) {
   LogForm& log = NewContact();
   Enter(log.Country, "I");
   Enter(log.Provincia, "VE");
-  Event([&] { log.Country.TypeKey(kBackspace); });
+  Event([&] { log.Country.TypeKey(forms::kBackspace); });
   EXPECT_EQ(log.Country.Text(), "");
   EXPECT_EQ(log.Provincia.Text(), "");
   // Even where the country is empty already.
   Type(log.Provincia, "VE");
-  Event([&] { log.Country.TypeKey(kBackspace); });
+  Event([&] { log.Country.TypeKey(forms::kBackspace); });
   EXPECT_EQ(log.Provincia.Text(), "");
 }
 
@@ -345,14 +347,14 @@ TEST_F(LookupTest, BackspaceClearsTheProvinceAlone) {
   LogForm& log = NewContact();
   Enter(log.Country, "I");
   Enter(log.Provincia, "VE");
-  Event([&] { log.Provincia.TypeKey(kBackspace); });
+  Event([&] { log.Provincia.TypeKey(forms::kBackspace); });
   EXPECT_EQ(log.Provincia.Text(), "");
   EXPECT_EQ(log.Country.Text(), kItaly);
 }
 
 TEST_F(LookupTest, HintsStandInTheFirstPanel) {
   LogForm& log = OpenLog();
-  const std::pair<Field*, std::string> hints[] = {
+  const std::pair<forms::Field*, std::string> hints[] = {
       {&log.Country, "Doppio Click per tabella country"},
       {&log.Prefisso, "Doppio Click per la tabella prefissi"},
       {&log.Note, "Doppio Click per l' help note"},
@@ -390,7 +392,7 @@ TEST_F(LookupTest, TheMatricesFollowOnlyWhileTheKeyIsDown) {
 
 TEST_F(LookupTest, ThePrefixDialogIsAskedAsAPickAndFillsZonesAndCountry) {
   Know<FakePick>("TabellaPrefissi");
-  InDialogs([&](Window& dialog) {
+  InDialogs([&](forms::Window& dialog) {
     session.ChosenPrefix = {"F1", "F", "14", "27", "EU"};
     dialog.Close();
   });
@@ -408,7 +410,7 @@ TEST_F(LookupTest, ThePrefixDialogIsAskedAsAPickAndFillsZonesAndCountry) {
 
 TEST_F(LookupTest, ACancelledPrefixDialogChangesNothing) {
   Know<FakePick>("TabellaPrefissi");
-  InDialogs([&](Window& dialog) { dialog.Close(); });
+  InDialogs([&](forms::Window& dialog) { dialog.Close(); });
   LogForm& log = NewContact();
   Enter(log.CallQso, "IK3ABC");
   Event([&] { log.Prefisso.DoubleClick(); });
@@ -418,7 +420,7 @@ TEST_F(LookupTest, ACancelledPrefixDialogChangesNothing) {
 
 TEST_F(LookupTest, APickedPrefixThatHasLeftTheTableFillsZonesAndNoCountry) {
   Know<FakePick>("TabellaPrefissi");
-  InDialogs([&](Window& dialog) {
+  InDialogs([&](forms::Window& dialog) {
     session.ChosenPrefix = {"QQ9", "F", "14", "27", "EU"};
     dialog.Close();
   });
@@ -432,7 +434,7 @@ TEST_F(LookupTest, APickedPrefixThatHasLeftTheTableFillsZonesAndNoCountry) {
 TEST_F(LookupTest, ANotePickedIsAppendedWithoutSeparator) {
   Know<FakePick>("Help");
   session.NoteChoice = "[left from before]";
-  InDialogs([&](Window& dialog) {
+  InDialogs([&](forms::Window& dialog) {
     EXPECT_EQ(session.NoteChoice, "");
     session.NoteChoice = "[E.S.]";
     dialog.Close();
@@ -441,14 +443,14 @@ TEST_F(LookupTest, ANotePickedIsAppendedWithoutSeparator) {
   log.Note.SetText("nota");
   Event([&] { log.Note.DoubleClick(); });
   EXPECT_EQ(log.Note.Text(), "nota[E.S.]");
-  InDialogs([&](Window& dialog) { dialog.Close(); });
+  InDialogs([&](forms::Window& dialog) { dialog.Close(); });
   Event([&] { log.Note.DoubleClick(); });
   EXPECT_EQ(log.Note.Text(), "nota[E.S.]");
 }
 
 TEST_F(LookupTest, WhatIsTypedAfterAPickedNoteStandsBehindIt) {
   Know<FakePick>("Help");
-  InDialogs([&](Window& dialog) {
+  InDialogs([&](forms::Window& dialog) {
     session.NoteChoice = "[F2]";
     dialog.Close();
   });
@@ -478,8 +480,8 @@ TEST_F(LookupTest, AQuoteIsAFailureOfItsEventAndTheWindowGoesOn) {
   Store("IK3ABC", "  2 m");
   LogForm& log = NewContact();
   log.QsoNr.SetText("");
-  const std::pair<TextField*, std::string> typed[] = {{&log.CallQso, "IK3'ABC"},
-                                                      {&log.Country, "I'"}};
+  const std::pair<forms::TextField*, std::string> typed[] = {{&log.CallQso, "IK3'ABC"},
+                                                             {&log.Country, "I'"}};
   for (const auto& [field, text] : typed) {
     Lines();
     Event([&, field = field, text = text] { field->SetText(text); });
@@ -517,12 +519,12 @@ TEST_F(LookupTest, AKeystrokeStepsAtMostOneRowAStatement) {
     Store("IK3XYZ", "  2 m", ",Country,Locator,QslRicevuta", ",'F','JN55AB',true");
   }
   LogForm& log = NewContact();
-  const auto change = [&](TextField& field, std::string_view text) {
+  const auto change = [&](forms::TextField& field, std::string_view text) {
     return Counted([&] { Event([&] { field.SetText(text); }); });
   };
   change(log.CallQso, "A");
   struct Case {
-    TextField* field;
+    forms::TextField* field;
     std::string text;
     std::int64_t statements, rows;
   };
@@ -532,14 +534,14 @@ TEST_F(LookupTest, AKeystrokeStepsAtMostOneRowAStatement) {
                         {&log.Locator, "JN65XX", 2, 1}, {&log.Locator, "JN45XX", 2, 0},
                         {&log.Locator, "JN4", 0, 0}};
   for (const Case& c : cases) {
-    const EngineCounters counted = change(*c.field, c.text);
+    const engine::EngineCounters counted = change(*c.field, c.text);
     EXPECT_EQ(counted.statements, c.statements) << c.text;
     EXPECT_LE(counted.rowsStepped, c.rows) << c.text;
   }
   // A country's list of provinces is the only longer answer, and only where the country has one:
   // it is looked for once, and then read in its order.
   EXPECT_EQ(change(log.Country, "QQ").rowsStepped, 0);
-  const EngineCounters known = change(log.Country, kItaly);
+  const engine::EngineCounters known = change(log.Country, kItaly);
   EXPECT_EQ(known.statements, 4);
   EXPECT_LE(known.rowsStepped, 3 + static_cast<std::int64_t>(log.Provincia.Items().size()));
 }
@@ -548,7 +550,7 @@ TEST_F(LookupTest, AKeystrokeCompilesNoStatementAnew) {
   LogForm& log = NewContact();
   Type(log.CallQso, "IK3AB");
   Type(log.Locator, "JN65AB");
-  const EngineCounters counted = Counted([&] {
+  const engine::EngineCounters counted = Counted([&] {
     Type(log.CallQso, "IK4XYZ");
     Type(log.Locator, "JN45XY");
   });
@@ -559,7 +561,7 @@ TEST_F(LookupTest, LeavingACallStepsOneRowASearch) {
   for (int i = 0; i < 20; ++i) Store("IK3ABC", "  2 m", ",Locator", ",'JN65AB'");
   LogForm& log = NewContact();
   Type(log.CallQso, "IK3ABC");
-  const EngineCounters counted = Counted([&] { Leave(log.CallQso); });
+  const engine::EngineCounters counted = Counted([&] { Leave(log.CallQso); });
   // The country's list of provinces is the only longer answer.
   EXPECT_LE(counted.rowsStepped, 10 + static_cast<std::int64_t>(log.Provincia.Items().size()));
 }
@@ -592,4 +594,4 @@ TEST_F(LookupTest, TheStatusStatementsAreServedByIndexes) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -7,7 +7,7 @@
 #include "log/propagation_batch.h"
 #include "tests/log/log_station.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 using testing::ElementsAre;
@@ -20,13 +20,11 @@ class LogRenewalTest : public LogStation {
   }
   // What an import does, at its end.
   void AnnounceBatch() {
-    Event([this] { session.Changes.AnnounceMany(ContactTable::kLog); });
+    Event([this] { session.Changes.AnnounceMany(core::ContactTable::kLog); });
   }
   // The column of the grid's row, counted from 1.
   static std::string Call(LogForm& log, std::int64_t row) { return log.DataGrid1.Cell(row, 2); }
-  void ShowGrid(LogForm& log) {
-    Press(log, "cmVista");
-  }
+  void ShowGrid(LogForm& log) { Press(log, "cmVista"); }
 };
 
 TEST_F(LogRenewalTest, AnOpenLogCountsAndReachesTheContactsOfABatchAndStaysOnItsOwn) {
@@ -167,9 +165,9 @@ TEST_F(LogRenewalTest, ASingleContactOfOneWindowLeavesTheOtherAsItWas) {
 }
 
 TEST_F(LogRenewalTest, InsertUpdateAndDeleteAnnounceTheirContact) {
-  std::vector<ContactsChanged> changes;
-  const ContactSubscription subscription =
-      session.Changes.Subscribe([&](const ContactsChanged& change) { changes.push_back(change); });
+  std::vector<core::ContactsChanged> changes;
+  const core::ContactSubscription subscription = session.Changes.Subscribe(
+      [&](const core::ContactsChanged& change) { changes.push_back(change); });
   LogForm& log = OpenLog();
   Press(log, "cmClear");
   Type(log.CallQso, "IK1AAA");
@@ -178,10 +176,10 @@ TEST_F(LogRenewalTest, InsertUpdateAndDeleteAnnounceTheirContact) {
   Press(log, "cmUpdate");
   machine.Messages().QueueAnswer(true);
   Press(log, "cmDelete");
-  using enum ContactTable;
-  EXPECT_THAT(changes, ElementsAre(ContactsChanged{kLog, OneContact{std::nullopt, 1}},
-                                   ContactsChanged{kLog, OneContact{1, 1}},
-                                   ContactsChanged{kLog, OneContact{1, std::nullopt}}));
+  using enum core::ContactTable;
+  EXPECT_THAT(changes, ElementsAre(core::ContactsChanged{kLog, core::OneContact{std::nullopt, 1}},
+                                   core::ContactsChanged{kLog, core::OneContact{1, 1}},
+                                   core::ContactsChanged{kLog, core::OneContact{1, std::nullopt}}));
   Lines();
 }
 
@@ -194,7 +192,7 @@ TEST_F(LogRenewalTest, ThePropagationBatchAndTheEmptyingOfTheLogAreSeenAtOnce) {
   while (log.DataGrid1.Cell(0, note) != "Note") ++note;
   EXPECT_EQ(log.DataGrid1.Cell(1, note), "buono");
   machine.Messages().QueueAnswer(true);
-  Event([this] { AzzeraLog(session); });
+  Event([this] { core::AzzeraLog(session); });
   EXPECT_EQ(log.DataGrid1.Rows(), 1);
   EXPECT_EQ(log.QsoTotali.Text(), "0");
 }
@@ -202,7 +200,7 @@ TEST_F(LogRenewalTest, ThePropagationBatchAndTheEmptyingOfTheLogAreSeenAtOnce) {
 TEST_F(LogRenewalTest, ABatchWhileTheSearchIsOpenCountsWhenItIsLeft) {
   Store("IK1AAA", "  2 m");
   LogForm& log = OpenLog();
-  InDialogs([this](Window& search) {
+  InDialogs([this](forms::Window& search) {
     Store("IK1BBB", "  2 m");
     AnnounceBatch();
     Press(search, "cmExit");
@@ -215,14 +213,14 @@ TEST_F(LogRenewalTest, AWindowThatIsClosedHearsNothing) {
   LogForm& log = OpenLog();
   Event([&] {
     log.Close();
-    session.Changes.AnnounceMany(ContactTable::kLog);
+    session.Changes.AnnounceMany(core::ContactTable::kLog);
   });
   EXPECT_TRUE(Lines().empty());
 }
 
 TEST_F(LogRenewalTest, ABrowserOfEarlierContactsShowsTheBatchAndKeepsItsRow) {
   Store("IK1AAA", "  2 m");
-  Window& window = *session.Windows.LoadNew("OldQsoForm");
+  forms::Window& window = *session.Windows.LoadNew("OldQsoForm");
   session.Windows.Show(window);
   auto& old = static_cast<OldQso&>(window);
   old.SetRecordSource("SELECT * FROM Log where Call='IK1AAA' ORDER By DataQso DESC,QsoNr");
@@ -234,4 +232,4 @@ TEST_F(LogRenewalTest, ABrowserOfEarlierContactsShowsTheBatchAndKeepsItsRow) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -4,7 +4,7 @@
 
 #include "tests/log/log_station.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 class LogSearchTest : public LogStation {
@@ -14,7 +14,7 @@ class LogSearchTest : public LogStation {
   LogSearch& OpenSearch() { return Open<LogSearch>("LogSearch"); }
   // Presses the log's search key and does something in the dialog.
   void Search(LogForm& log, const std::function<void(LogSearch&)>& inDialog) {
-    InDialogs([&](Window& dialog) { inDialog(static_cast<LogSearch&>(dialog)); });
+    InDialogs([&](forms::Window& dialog) { inDialog(static_cast<LogSearch&>(dialog)); });
     Press(log, "cmSearch");
   }
 };
@@ -67,7 +67,7 @@ TEST_F(LogSearchTest, EveryFieldAddsItsConditionInOrder) {
 
 TEST_F(LogSearchTest, AGreyBoxAddsNothingAndAClearedOneAddsFalse) {
   LogSearch& search = OpenSearch();
-  EXPECT_EQ(search.QslRicevuta.State(), CheckState::kGrey);
+  EXPECT_EQ(search.QslRicevuta.State(), forms::CheckState::kGrey);
   Event([&] { search.QslRicevuta.Press(); });
   EXPECT_EQ(search.Statement(), "SELECT * FROM Log WHERE QslRicevuta=false ORDER BY DataQso");
   Event([&] { search.QslRicevuta.Press(); });
@@ -115,11 +115,11 @@ TEST_F(LogSearchTest, BackspaceEmptiesCountryAndProvince) {
   LogSearch& search = OpenSearch();
   Type(search.Country, "I");
   Event([&] { search.Provincia.Pick(0); });
-  Event([&] { search.Provincia.TypeKey(kBackspace); });
+  Event([&] { search.Provincia.TypeKey(forms::kBackspace); });
   EXPECT_EQ(search.Provincia.Text(), "");
   EXPECT_EQ(search.Country.Text(), "I    Italia");
   Event([&] { search.Provincia.Pick(0); });
-  Event([&] { search.Country.TypeKey(kBackspace); });
+  Event([&] { search.Country.TypeKey(forms::kBackspace); });
   EXPECT_EQ(search.Country.Text(), "");
   EXPECT_EQ(search.Provincia.Text(), "");
 }
@@ -234,7 +234,7 @@ TEST_F(LogSearchTest, TheOperatorsWildcardsWorkInCallLocatorAndNote) {
   Store("IK3BB", "  2 m", ",Locator,Note", ",'JN55AB','altra'");
   LogSearch& search = OpenSearch();
   struct Case {
-    TextField* field;
+    forms::TextField* field;
     std::string text;
     Texts calls;
   };
@@ -247,7 +247,8 @@ TEST_F(LogSearchTest, TheOperatorsWildcardsWorkInCallLocatorAndNote) {
                         {&search.Note, "a*t", {"I3AAA", "IK3BB"}},
                         {&search.Note, "[[]x", {"I3AAA"}}};
   for (const Case& c : cases) {
-    for (TextField* field : {&search.CallQso, &search.Locator, &search.Note}) field->SetText("");
+    for (forms::TextField* field : {&search.CallQso, &search.Locator, &search.Note})
+      field->SetText("");
     c.field->SetText(c.text);
     Texts calls;
     for (auto rows = session.Db.OpenDynaset(search.Statement()); !rows->EOF_(); rows->MoveNext()) {
@@ -258,15 +259,15 @@ TEST_F(LogSearchTest, TheOperatorsWildcardsWorkInCallLocatorAndNote) {
 }
 
 TEST_F(LogSearchTest, ThePickedNoteIsAppended) {
-  class FakeHelp : public Window {
+  class FakeHelp : public forms::Window {
    public:
-    explicit FakeHelp(Session& session)
-        : Window(session.Host(), "Help", "Help", Twips(1), Twips(1)) {}
+    explicit FakeHelp(core::Session& session)
+        : forms::Window(session.Host(), "Help", "Help", base::Twips(1), base::Twips(1)) {}
   };
   Know<FakeHelp>("Help");
   LogSearch& search = OpenSearch();
   Type(search.Note, "prima");
-  InDialogs([&](Window& dialog) {
+  InDialogs([&](forms::Window& dialog) {
     session.NoteChoice = "[F2]";
     dialog.Close();
   });
@@ -290,11 +291,11 @@ TEST_F(LogSearchTest, TheKeyboardAloneSearchesAndLeaves) {
 
 TEST_F(LogSearchTest, ItKeepsItsPlace) {
   LogSearch& search = OpenSearch();
-  search.Move({Twips(150), Twips(300), Twips(9000), Twips(6000)});
+  search.Move({base::Twips(150), base::Twips(300), base::Twips(9000), base::Twips(6000)});
   Press(search, "cmExit");
   EXPECT_EQ(session.GetSetting("LogSearch", "X", ""), "150");
-  EXPECT_EQ(OpenSearch().GetBounds().top, Twips(300));
+  EXPECT_EQ(OpenSearch().GetBounds().top, base::Twips(300));
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::log

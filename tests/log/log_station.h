@@ -11,7 +11,7 @@
 #include "log/log_form.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::log {
 
 using Texts = std::vector<std::string>;
 
@@ -20,15 +20,15 @@ class LogStation : public StationTest {
   LogStation() { Know<LogForm>("LogForm"); }
 
   LogForm& OpenLog() { return Open<LogForm>("LogForm"); }
-  void Leave(Field& field) {
+  void Leave(forms::Field& field) {
     Event([&] { field.Leave(); });
   }
   // Comes to a field, replaces its content key by key, and leaves it.
-  void Enter(TextField& field, std::string_view text) {
+  void Enter(forms::TextField& field, std::string_view text) {
     Type(field, text);
     Leave(field);
   }
-  void Pick(ListField& list, std::string_view entry) {
+  void Pick(forms::ListField& list, std::string_view entry) {
     Event([&] { list.SetText(entry); });
   }
   // A stored contact of the 1/1/2001, a minute later than the one before.
@@ -40,10 +40,10 @@ class LogStation : public StationTest {
         moreColumns, stored_ / 60, stored_ % 60, call, band, moreValues));
   }
   // Statements run and rows stepped by something.
-  EngineCounters Counted(const std::function<void()>& work) {
-    const EngineCounters before = session.Db.Counters();
+  engine::EngineCounters Counted(const std::function<void()>& work) {
+    const engine::EngineCounters before = session.Db.Counters();
     work();
-    EngineCounters after = session.Db.Counters();
+    engine::EngineCounters after = session.Db.Counters();
     after.statements -= before.statements;
     after.prepared -= before.prepared;
     after.rowsStepped -= before.rowsStepped;
@@ -54,4 +54,4 @@ class LogStation : public StationTest {
   int stored_ = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -2,7 +2,7 @@
 
 #include "tests/log/log_station.h"
 
-namespace brenvo {
+namespace brenvo::log {
 namespace {
 
 class OldQsoTest : public LogStation {
@@ -125,14 +125,14 @@ TEST_F(OldQsoTest, AFeedThatFailsKeepsTheRowsAndTheWindow) {
 TEST_F(OldQsoTest, EachKeepsItsPlaceUnderItsOwnKey) {
   OldQso& byCall = OpenByCall();
   OldQso& byLocator = OpenByLocator();
-  byCall.Move({Twips(15), Twips(30), Twips(9600), Twips(3000)});
-  byLocator.Move({Twips(45), Twips(60), Twips(9600), Twips(3000)});
+  byCall.Move({base::Twips(15), base::Twips(30), base::Twips(9600), base::Twips(3000)});
+  byLocator.Move({base::Twips(45), base::Twips(60), base::Twips(9600), base::Twips(3000)});
   byCall.Close();
   byLocator.Close();
   EXPECT_EQ(session.GetSetting("OldQso", "X", ""), "15");
   EXPECT_EQ(session.GetSetting("OldQsoLocator", "X", ""), "45");
-  EXPECT_EQ(OpenByCall().GetBounds().top, Twips(30));
+  EXPECT_EQ(OpenByCall().GetBounds().top, base::Twips(30));
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -7,7 +7,7 @@
 #include <QGuiApplication>
 #include <sstream>
 
-namespace brenvo {
+namespace brenvo::manual {
 namespace {
 
 TEST(PageToHtml, LinesOfAParagraphRunTogether) {
@@ -64,14 +64,14 @@ TEST(ManualToHtml, NothingOfTheDeliveredManualIsLeftUnread) {
   std::ifstream file(SourceDir() / "data/Brenvo.HLP");
   std::stringstream text;
   text << file.rdbuf();
-  const std::string html = ManualToHtml(ParseHelp(text.str()), "Manuale");
+  const std::string html = ManualToHtml(core::ParseHelp(text.str()), "Manuale");
   for (const char* left : {"**", "![", "](", "|---", "\n@ "}) {
     EXPECT_EQ(html.find(left), std::string::npos) << left;
   }
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::manual
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");

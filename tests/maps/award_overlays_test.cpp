@@ -7,7 +7,7 @@
 
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 namespace {
 
 using testing::Contains;
@@ -20,7 +20,7 @@ using testing::Not;
 class AwardOverlaysTest : public StationTest {
  protected:
   AwardOverlaysTest() {
-    machine.Map().FrameSize = [] { return ImageSize{640, 480}; };
+    machine.Map().FrameSize = [] { return base::ImageSize{640, 480}; };
     session.QueryText = "WHERE Call<>''";
   }
 
@@ -243,4 +243,4 @@ TEST_F(AwardOverlaysTest, TheSelectionIsReadAndNotChanged) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -7,7 +7,7 @@
 
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 namespace {
 
 using testing::Contains;
@@ -20,7 +20,7 @@ class MapViewerTest : public StationTest {
   MapViewerTest() {
     AttachMapViewer(session, *frame);
     MakeImage("mondo.jpg", 4000, 2600);
-    machine.Map().FrameSize = [] { return ImageSize{640, 480}; };
+    machine.Map().FrameSize = [] { return base::ImageSize{640, 480}; };
   }
 
   // As much of a picture as the recorded viewer reads.
@@ -107,10 +107,10 @@ TEST_F(MapViewerTest, ASecondRequestWithinTheSameSecondDoesNothing) {
   EXPECT_THAT(Lines(), IsEmpty());
 }
 
-class Entry : public Window {
+class Entry : public forms::Window {
  public:
-  explicit Entry(Session& session)
-      : Window(session.Host(), "Entry", "Entry", Twips(1500), Twips(1500)) {}
+  explicit Entry(core::Session& session)
+      : forms::Window(session.Host(), "Entry", "Entry", base::Twips(1500), base::Twips(1500)) {}
   void Activate() override { ++activations; }
   int activations = 0;
 };
@@ -236,4 +236,4 @@ TEST_F(MapViewerTest, TheCheckMarkGoesWithASecondPress) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -8,7 +8,7 @@
 
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 namespace {
 
 using testing::ElementsAre;
@@ -156,10 +156,10 @@ TEST_F(MappaSquareTest, APrinterThatFailsEndsTheEvent) {
 
 TEST_F(MappaSquareTest, TheBarScrollsByAsMuchAsThePictureIsHigher) {
   MappaSquare& map = OpenMap();
-  map.SetScale(Twips::FromPixels(800), Twips::FromPixels(500));
+  map.SetScale(base::Twips::FromPixels(800), base::Twips::FromPixels(500));
   EXPECT_EQ(map.VScroll.Maximum(), 400 * 15);
   map.VScroll.SetValue(3000);
-  EXPECT_EQ(map.PicBuf1.Top(), Twips(-3000));
+  EXPECT_EQ(map.PicBuf1.Top(), base::Twips(-3000));
 }
 
 TEST_F(MappaSquareTest, TheBarScrollsFromTheOpeningOn) {
@@ -170,20 +170,20 @@ TEST_F(MappaSquareTest, TheBarScrollsFromTheOpeningOn) {
 
 TEST_F(MappaSquareTest, AnotherSizeBringsThePictureBackToItsTop) {
   MappaSquare& map = OpenMap();
-  map.SetScale(Twips::FromPixels(800), Twips::FromPixels(500));
+  map.SetScale(base::Twips::FromPixels(800), base::Twips::FromPixels(500));
   map.VScroll.SetValue(3000);
-  map.SetScale(Twips::FromPixels(800), Twips::FromPixels(600));
+  map.SetScale(base::Twips::FromPixels(800), base::Twips::FromPixels(600));
   EXPECT_EQ(map.VScroll.Value(), 0);
-  EXPECT_EQ(map.PicBuf1.Top(), Twips(0));
+  EXPECT_EQ(map.PicBuf1.Top(), base::Twips(0));
   EXPECT_EQ(map.VScroll.Maximum(), 300 * 15);
 }
 
 TEST_F(MappaSquareTest, AWindowHigherThanThePictureHasNothingToScroll) {
   MappaSquare& map = OpenMap();
-  map.SetScale(Twips::FromPixels(800), Twips::FromPixels(1200));
+  map.SetScale(base::Twips::FromPixels(800), base::Twips::FromPixels(1200));
   EXPECT_EQ(map.VScroll.Maximum(), 0);
-  EXPECT_EQ(map.PicBuf1.Top(), Twips(0));
+  EXPECT_EQ(map.PicBuf1.Top(), base::Twips(0));
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -5,7 +5,7 @@
 #include <ostream>
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::maps {
 
 void PrintTo(const MapBox& box, std::ostream* out) {
   *out << box.x << ' ' << box.y << ' ' << box.width << ' ' << box.height;
@@ -204,4 +204,4 @@ TEST_F(Squares, ACalibrationRowBeyondTheArraysIsAnError) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -8,7 +8,7 @@
 #include "tests/support/golden.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 namespace {
 
 struct Contact {
@@ -59,7 +59,7 @@ constexpr Contact kContacts[] = {
 class OverlayGoldenTest : public StationTest {
  protected:
   OverlayGoldenTest() {
-    machine.Map().FrameSize = [] { return ImageSize{1280, 900}; };
+    machine.Map().FrameSize = [] { return base::ImageSize{1280, 900}; };
     for (const Contact& contact : kContacts) {
       session.Db.Execute(fmt::format(
           "INSERT INTO Log (DataQso,Call,Banda,Locator,Provincia,[Zona CQ],QslRicevuta) VALUES "
@@ -105,4 +105,4 @@ TEST_F(OverlayGoldenTest, SquaresOfEuropeAreCircledAsTheyWere) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::maps

@@ -14,34 +14,35 @@
 #include "maps/overlay_geometry.h"
 #include "tests/mkmaps/known_places.h"
 #include "tests/support/golden.h"
+#include "tests/support/places.h"
 #include "tools/mkmaps/outlines.h"
 #include "tools/mkmaps/sheets.h"
-#include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 using Path = std::filesystem::path;
 const Path kFacts = SourceDir() / "data";
 
-double Number(const CsvTable& table, const CsvTable::Row& row, const char* heading) {
+double Number(const base::CsvTable& table, const base::CsvTable::Row& row, const char* heading) {
   return std::stod(row.Cells[table.Column(heading)]);
 }
-const std::string& Text(const CsvTable& table, const CsvTable::Row& row, const char* heading) {
+const std::string& Text(const base::CsvTable& table, const base::CsvTable::Row& row,
+                        const char* heading) {
   return row.Cells[table.Column(heading)];
 }
 
-SquareCalibration DeliveredCalibration() {
-  SquareCalibration calibration;
-  const CsvTable table = ReadCsv(kFacts / "Field.csv");
-  for (const CsvTable::Row& row : table.Rows) {
+maps::SquareCalibration DeliveredCalibration() {
+  maps::SquareCalibration calibration;
+  const base::CsvTable table = base::ReadCsv(kFacts / "Field.csv");
+  for (const base::CsvTable::Row& row : table.Rows) {
     calibration.Add(Text(table, row, "Field"), Number(table, row, "X"), Number(table, row, "Y"));
   }
   return calibration;
 }
 
 // Half a pixel of rounding at either side.
-bool Holds(const MapBox& box, const SheetPoint& at, double slack = 1) {
+bool Holds(const maps::MapBox& box, const SheetPoint& at, double slack = 1) {
   return at.x >= box.x - slack && at.x <= box.x + box.width + slack && at.y >= box.y - slack &&
          at.y <= box.y + box.height + slack;
 }
@@ -67,7 +68,7 @@ TEST(KnownPlaces, LieInTheirSquares) {
 
 TEST(FieldMap, KnownPlacesLieInTheCellThatIsPaintedForThem) {
   for (const KnownPlace& place : kKnownPlaces) {
-    MapBox box = FieldBox(std::string(place.square).substr(0, 2), {});
+    maps::MapBox box = maps::FieldBox(std::string(place.square).substr(0, 2), {});
     // What is painted leaves four pixels of the cell open.
     box.width += 4;
     box.height += 4;
@@ -78,7 +79,7 @@ TEST(FieldMap, KnownPlacesLieInTheCellThatIsPaintedForThem) {
 TEST(FieldMap, EveryFieldIsPaintedFromTheCornerOfItsCellAndNoneReachesItsNeighbour) {
   for (int column = 0; column < 18; ++column) {
     for (int row = 0; row < 18; ++row) {
-      const MapBox box = FieldBox(FieldName(column, row), {});
+      const maps::MapBox box = maps::FieldBox(FieldName(column, row), {});
       const SheetPoint corner = FieldSheet::At({column * 20 - 180.0, row * 10 - 80.0});
       EXPECT_NEAR(box.x, corner.x, 1e-6) << FieldName(column, row);
       EXPECT_NEAR(box.y, corner.y, 1e-6) << FieldName(column, row);
@@ -90,7 +91,7 @@ TEST(FieldMap, EveryFieldIsPaintedFromTheCornerOfItsCellAndNoneReachesItsNeighbo
 }
 
 TEST(SquareMap, KnownPlacesLieInTheSquareThatIsPaintedForThem) {
-  const SquareCalibration calibration = DeliveredCalibration();
+  const maps::SquareCalibration calibration = DeliveredCalibration();
   for (const KnownPlace& place : kKnownPlaces) {
     const auto box = calibration.BoxOf(place.square, {});
     ASSERT_TRUE(box) << place.name;
@@ -99,7 +100,7 @@ TEST(SquareMap, KnownPlacesLieInTheSquareThatIsPaintedForThem) {
 }
 
 TEST(SquareMap, EverySquareIsPaintedWhereTheImageHasIt) {
-  const SquareCalibration calibration = DeliveredCalibration();
+  const maps::SquareCalibration calibration = DeliveredCalibration();
   for (int column = 0; column < 18; ++column) {
     for (int row = 0; row < 18; ++row) {
       const std::string field = FieldName(column, row);
@@ -119,7 +120,7 @@ TEST(SquareMap, EverySquareIsPaintedWhereTheImageHasIt) {
 }
 
 TEST(SquareMap, NeighbouringSquaresMeet) {
-  const SquareCalibration calibration = DeliveredCalibration();
+  const maps::SquareCalibration calibration = DeliveredCalibration();
   const auto east = [&](const char* a, const char* b) {
     const auto left = calibration.BoxOf(a, {}), right = calibration.BoxOf(b, {});
     EXPECT_NEAR(left->x + left->width, right->x, 1) << a << ' ' << b;
@@ -146,18 +147,20 @@ TEST(SquareMap, TheAzoresLieAtTheLeftAndTheSeaBehindThemAtTheRight) {
 }
 
 TEST(SquareMap, TheGraticuleFillsTheSheetFromEdgeToEdge) {
-  const MapBox row = SquareCalibration::LineOf("?@", 0, SquareSheet::RowY('@'), {}).line;
+  const maps::MapBox row =
+      maps::SquareCalibration::LineOf("?@", 0, SquareSheet::RowY('@'), {}).line;
   EXPECT_EQ(row.y, SquareSheet::kBottom);
   EXPECT_EQ(row.x + row.width, SquareSheet::kRight);
-  const MapBox column = SquareCalibration::LineOf("I?", SquareSheet::ColumnX('I'), 0, {}).line;
+  const maps::MapBox column =
+      maps::SquareCalibration::LineOf("I?", SquareSheet::ColumnX('I'), 0, {}).line;
   EXPECT_EQ(column.y, SquareSheet::kTop);
   EXPECT_EQ(column.y + column.height, SquareSheet::kBottom);
 }
 
 TEST(SquareMap, NoTwoLabelsOfTheGraticuleStandOnOneSpot) {
-  const CsvTable table = ReadCsv(kFacts / "Field.csv");
+  const base::CsvTable table = base::ReadCsv(kFacts / "Field.csv");
   std::map<std::pair<bool, double>, std::string> taken;
-  for (const CsvTable::Row& row : table.Rows) {
+  for (const base::CsvTable::Row& row : table.Rows) {
     const std::string key = Text(table, row, "Field");
     const bool column = key.back() == '?';
     const double at = Number(table, row, column ? "X" : "Y");
@@ -170,13 +173,13 @@ TEST(SquareMap, NoTwoLabelsOfTheGraticuleStandOnOneSpot) {
 
 TEST(ZoneMap, EveryZonesPointLiesInItsZoneAndOnTheSheet) {
   const auto zones = ReadOutlines(kFacts / "outlines" / "zones.csv");
-  const CsvTable table = ReadCsv(kFacts / "ZoneCQ.csv");
+  const base::CsvTable table = base::ReadCsv(kFacts / "ZoneCQ.csv");
   std::map<std::string, const Outline*> points;
   for (const Outline& outline : zones) {
     if (outline.kind == OutlineKind::kPoint) points[outline.name] = &outline;
   }
   ASSERT_EQ(table.Rows.size(), 40u);
-  for (const CsvTable::Row& row : table.Rows) {
+  for (const base::CsvTable::Row& row : table.Rows) {
     const std::string zone = Text(table, row, "ZonaCQ");
     ASSERT_TRUE(points.contains(zone)) << zone;
     const GeoPoint& position = points[zone]->points.front();
@@ -223,7 +226,7 @@ TEST(ZoneMap, KnownPlacesLieInTheirZones) {
 }
 
 TEST(ZoneMap, DiscsDoNotCoverEachOther) {
-  const CsvTable table = ReadCsv(kFacts / "ZoneCQ.csv");
+  const base::CsvTable table = base::ReadCsv(kFacts / "ZoneCQ.csv");
   for (std::size_t i = 0; i < table.Rows.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
       const double apart =
@@ -246,11 +249,11 @@ TEST(ItalyMap, EveryProvinceOfTodayIsMarkedWithinItsBorders) {
 }
 
 TEST(ItalyMap, EveryItalianProvinceOfTheProgramHasItsPlace) {
-  const CsvTable places = ReadCsv(kFacts / "ProvincieItaliane.csv");
+  const base::CsvTable places = base::ReadCsv(kFacts / "ProvincieItaliane.csv");
   std::map<std::string, int> known;
-  for (const CsvTable::Row& row : places.Rows) ++known[Text(places, row, "Provincia")];
-  const CsvTable provinces = ReadCsv(kFacts / "Provincie.csv");
-  for (const CsvTable::Row& row : provinces.Rows) {
+  for (const base::CsvTable::Row& row : places.Rows) ++known[Text(places, row, "Provincia")];
+  const base::CsvTable provinces = base::ReadCsv(kFacts / "Provincie.csv");
+  for (const base::CsvTable::Row& row : provinces.Rows) {
     if (Text(provinces, row, "Country") != "I") continue;
     EXPECT_EQ(known[Text(provinces, row, "Provincia")], 1) << Text(provinces, row, "Provincia");
   }
@@ -267,9 +270,9 @@ constexpr Capital kCapitals[] = {
 
 TEST(ItalyMap, CapitalsLieInTheirProvincesAndNotFarFromTheirMarks) {
   const auto italy = ReadOutlines(kFacts / "outlines" / "italy.csv");
-  const CsvTable places = ReadCsv(kFacts / "ProvincieItaliane.csv");
+  const base::CsvTable places = base::ReadCsv(kFacts / "ProvincieItaliane.csv");
   std::map<std::string, SheetPoint> marks;
-  for (const CsvTable::Row& row : places.Rows) {
+  for (const base::CsvTable::Row& row : places.Rows) {
     marks[Text(places, row, "Provincia")] = {Number(places, row, "X"), Number(places, row, "Y")};
   }
   for (const Capital& capital : kCapitals) {
@@ -282,7 +285,7 @@ TEST(ItalyMap, CapitalsLieInTheirProvincesAndNotFarFromTheirMarks) {
 }
 
 TEST(ItalyMap, NoTwoMarksCoverEachOther) {
-  const CsvTable table = ReadCsv(kFacts / "ProvincieItaliane.csv");
+  const base::CsvTable table = base::ReadCsv(kFacts / "ProvincieItaliane.csv");
   // The last three are provinces of once, within those of today.
   for (std::size_t i = 0; i < table.Rows.size() - 3; ++i) {
     for (std::size_t j = 0; j < i; ++j) {
@@ -296,10 +299,10 @@ TEST(ItalyMap, NoTwoMarksCoverEachOther) {
 }
 
 TEST(EuropeMap, EverySquareOfEuropeIsMarkedAtItsMiddle) {
-  const CsvTable table = ReadCsv(kFacts / "Square.csv");
+  const base::CsvTable table = base::ReadCsv(kFacts / "Square.csv");
   EXPECT_EQ(table.Rows.size(), 41u * 46u);
   std::map<std::string, int> seen;
-  for (const CsvTable::Row& row : table.Rows) {
+  for (const base::CsvTable::Row& row : table.Rows) {
     const std::string square = Text(table, row, "Square");
     EXPECT_EQ(++seen[square], 1) << square;
     const SheetPoint at = EuropeSheet::At(PositionOf(square));
@@ -312,10 +315,10 @@ TEST(EuropeMap, EverySquareOfEuropeIsMarkedAtItsMiddle) {
 }
 
 TEST(Regions, EveryCountryIsShownWhereItIs) {
-  const CsvTable table = ReadCsv(kFacts / "Country.csv");
+  const base::CsvTable table = base::ReadCsv(kFacts / "Country.csv");
   std::map<std::string, const Region*> regions;
   for (const Region& region : Regions()) regions[std::string(region.file)] = &region;
-  for (const CsvTable::Row& row : table.Rows) {
+  for (const base::CsvTable::Row& row : table.Rows) {
     const std::string code = Text(table, row, "Country");
     const std::string map = Text(table, row, "Mappa");
     ASSERT_TRUE(regions.contains(map)) << code << ' ' << map;
@@ -341,9 +344,9 @@ constexpr CountryPlace kCountryPlaces[] = {
     {"JW", "MappaArtico.jpg"},          {"UA9", "MappaRussia.jpg"}};
 
 TEST(Regions, CountriesLieOnTheMapWhereOneLooksForThem) {
-  const CsvTable table = ReadCsv(kFacts / "Country.csv");
+  const base::CsvTable table = base::ReadCsv(kFacts / "Country.csv");
   std::map<std::string, std::string> maps;
-  for (const CsvTable::Row& row : table.Rows) {
+  for (const base::CsvTable::Row& row : table.Rows) {
     maps[Text(table, row, "Country")] = Text(table, row, "Mappa");
   }
   for (const CountryPlace& place : kCountryPlaces) {
@@ -365,10 +368,10 @@ TEST(Regions, DistancesFromTheCentreAreTrueNearIt) {
 
 TEST(Positions, AreThoseOfTheProgramsOwnArithmetic) {
   for (const char* locator : {"JN65AA", "AA00AA", "RR99XX", "FN31PR", "QF56OD"}) {
-    const Position expected = LocatorToRadians(locator);
+    const core::Position expected = core::LocatorToRadians(locator);
     const GeoPoint position = PositionOf(locator);
-    EXPECT_NEAR(position.longitude, expected.longitude * 180 / kPiValue, 1e-9) << locator;
-    EXPECT_NEAR(position.latitude, expected.latitude * 180 / kPiValue, 1e-9) << locator;
+    EXPECT_NEAR(position.longitude, expected.longitude * 180 / core::kPiValue, 1e-9) << locator;
+    EXPECT_NEAR(position.latitude, expected.latitude * 180 / core::kPiValue, 1e-9) << locator;
   }
 }
 
@@ -392,4 +395,4 @@ TEST(Tables, AMissingOutlineIsTold) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

@@ -7,10 +7,10 @@
 #include <string>
 
 #include "tests/mkmaps/known_places.h"
-#include "tools/mkmaps/sheets.h"
 #include "tests/support/places.h"
+#include "tools/mkmaps/sheets.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 QImage Delivered(std::string_view name) {
@@ -98,4 +98,4 @@ TEST(Images, EveryZoneHasAGreenAndARedDiscAroundTheSameSpot) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

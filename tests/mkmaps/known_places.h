@@ -3,7 +3,7 @@
 
 #include "tools/mkmaps/sheets.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 
 struct KnownPlace {
   const char* name;
@@ -59,4 +59,4 @@ inline constexpr KnownPlace kKnownPlaces[] = {
     {"Golfo del Messico", {-90.5, 25.5}, "EL45", false},
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

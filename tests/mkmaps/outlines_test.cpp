@@ -5,7 +5,7 @@
 #include <fstream>
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 class OutlineFile : public testing::Test {
@@ -69,4 +69,4 @@ TEST_F(OutlineFile, CutsAtTheDateLineAndAtThePoleAreNoCoasts) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

@@ -4,18 +4,19 @@
 
 #include "recorder/recording_platform.h"
 
-namespace brenvo {
+namespace brenvo::print {
 namespace {
 
 using Texts = std::vector<std::string>;
 
 QsoLabel Contact() {
-  return {"IK3ABC", "59", "  2 m", "SSB", "", DateTime::Of(2001, 2, 3, 4, 5, 6), 144.3, false};
+  return {"IK3ABC", "59", "  2 m", "SSB", "", base::DateTime::Of(2001, 2, 3, 4, 5, 6),
+          144.3,    false};
 }
 
 TEST(QslLabels, TheStationLabelIsSixTexts) {
-  RecordingPlatform machine;
-  DrawStationLabel(machine.GetPrinter(), Mm(10), Mm(20),
+  recorder::RecordingPlatform machine;
+  DrawStationLabel(machine.GetPrinter(), base::Mm(10), base::Mm(20),
                    {"I0XXX", "MARIO", "JN61FV", "Via Roma 1", "Roma", "RM"});
   EXPECT_EQ(machine.TakeLines(),
             (Texts{"print text 11 22 left \"Times New Roman\" 9 bold \"From Radio\"",
@@ -27,8 +28,8 @@ TEST(QslLabels, TheStationLabelIsSixTexts) {
 }
 
 TEST(QslLabels, TheContactLabelDrawsItsFormAndKeepsTheFontInUse) {
-  RecordingPlatform machine;
-  DrawQsoLabel(machine.GetPrinter(), Mm(0), Mm(0), Contact());
+  recorder::RecordingPlatform machine;
+  DrawQsoLabel(machine.GetPrinter(), base::Mm(0), base::Mm(0), Contact());
   EXPECT_EQ(machine.TakeLines(), (Texts{"print text 1 2 left \"Arial\" 10 bold \"To Radio\"",
                                         "print text 1 8 left \"Arial\" 12 bold \"IK3ABC\"",
                                         "print box 37 2 78.5 22 empty",
@@ -49,15 +50,15 @@ TEST(QslLabels, TheContactLabelDrawsItsFormAndKeepsTheFontInUse) {
                                         "print text 52.5 18 left \"Arial\" 8 plain \"  2 m\"",
                                         "print text 65 18 left \"Arial\" 8 plain \"SSB\"",
                                         "print text 1 18 left \"Arial\" 8 bold \"QSL PSE\""}));
-  DrawQsoLabel(machine.GetPrinter(), Mm(0), Mm(0), Contact());
+  DrawQsoLabel(machine.GetPrinter(), base::Mm(0), base::Mm(0), Contact());
   EXPECT_EQ(machine.TakeLines().front(), "print text 1 2 left \"Arial\" 8 bold \"To Radio\"");
 }
 
 TEST(QslLabels, ACardReceivedIsThankedFor) {
-  RecordingPlatform machine;
+  recorder::RecordingPlatform machine;
   QsoLabel contact = Contact();
   contact.QslRicevuta = true;
-  DrawQsoLabel(machine.GetPrinter(), Mm(0), Mm(0), contact);
+  DrawQsoLabel(machine.GetPrinter(), base::Mm(0), base::Mm(0), contact);
   EXPECT_EQ(machine.TakeLines().back(), "print text 1 18 left \"Arial\" 8 bold \"QSL Tnx\"");
 }
 
@@ -92,22 +93,22 @@ TEST(QslLabels, SatelliteTextsComeOutOfTheNote) {
 }
 
 TEST(QslLabels, ARowThatBeginsInsideThePageIsPrinted) {
-  RecordingPlatform machine;
+  recorder::RecordingPlatform machine;
   LabelGrid grid({990, 800, 50, 0, 0, 70, 2});
   const std::pair<double, double> places[] = {{7, 0},   {92, 0},   {7, 99},  {92, 99},
                                               {7, 198}, {92, 198}, {7, 297}, {92, 297}};
   for (const auto& [x, y] : places) {
-    EXPECT_EQ(grid.X(), Mm(x));
-    EXPECT_EQ(grid.Y(), Mm(y));  // 297 is exactly the page's height: still on this page
+    EXPECT_EQ(grid.X(), base::Mm(x));
+    EXPECT_EQ(grid.Y(), base::Mm(y));  // 297 is exactly the page's height: still on this page
     EXPECT_TRUE(machine.TakeLines().empty());
     grid.Next(machine.GetPrinter());
   }
   EXPECT_EQ(machine.TakeLines(), Texts{"print newpage"});
-  EXPECT_EQ(grid.Y(), Mm(0));
+  EXPECT_EQ(grid.Y(), base::Mm(0));
 }
 
 TEST(QslLabels, ARowThatEndsExactlyWithThePageTurnsItForNoGeometry) {
-  RecordingPlatform machine;
+  recorder::RecordingPlatform machine;
   constexpr int kPage = 2970;
   for (int height = 339; height <= 700; height += 9) {
     for (int space = 0; space <= 300; space += 7) {
@@ -115,7 +116,7 @@ TEST(QslLabels, ARowThatEndsExactlyWithThePageTurnsItForNoGeometry) {
       if (top > 200) continue;
       LabelGrid grid({height, 800, 0, space, top, 0, 1});
       for (int row = top; row < kPage; row += height + space) grid.Next(machine.GetPrinter());
-      EXPECT_EQ(grid.Y(), Mm(297)) << height << ' ' << space;
+      EXPECT_EQ(grid.Y(), base::Mm(297)) << height << ' ' << space;
       EXPECT_TRUE(machine.TakeLines().empty()) << height << ' ' << space;
       grid.Next(machine.GetPrinter());
       EXPECT_EQ(machine.TakeLines(), Texts{"print newpage"});
@@ -124,4 +125,4 @@ TEST(QslLabels, ARowThatEndsExactlyWithThePageTurnsItForNoGeometry) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::print

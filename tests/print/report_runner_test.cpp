@@ -6,10 +6,10 @@
 
 #include "platform/device_error.h"
 #include "print/report_layout.h"
-#include "tests/support/station.h"
 #include "tests/support/places.h"
+#include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::print {
 namespace {
 
 using testing::Contains;
@@ -20,8 +20,7 @@ using Texts = std::vector<std::string>;
 class ReportRunnerTest : public StationTest {
  protected:
   std::filesystem::path Deliver(const char* layout) {
-    std::filesystem::copy_file(SourceDir() / "data" / layout,
-                               directory.Path() / layout);
+    std::filesystem::copy_file(SourceDir() / "data" / layout, directory.Path() / layout);
     return directory.Path() / layout;
   }
   std::filesystem::path Write(std::string_view text) {
@@ -61,7 +60,7 @@ TEST_F(ReportRunnerTest, TheHorizontalLayoutLiesOnItsSideAndTheNextDocumentStand
   RunReport(session, Deliver("logo.rpt"));
   // The page's number ends at the right margin of 8 millimetres.
   EXPECT_THAT(Lines(), Contains(HasSubstr("print text 289 ")));
-  EXPECT_EQ(machine.GetPrinter().PageHeight(), Mm(297));
+  EXPECT_EQ(machine.GetPrinter().PageHeight(), base::Mm(297));
 }
 
 TEST_F(ReportRunnerTest, ColumnsOfTheDeliveredLayoutsFitTheirPages) {
@@ -112,4 +111,4 @@ TEST_F(ReportRunnerTest, AMissingPrinterIsToldAndLeavesTheLog) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::print

@@ -7,20 +7,20 @@
 #include "platform/device_error.h"
 #include "print/report_engine.h"
 #include "print/report_layout.h"
-#include "tests/support/station.h"
 #include "tests/support/places.h"
+#include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::print {
 namespace {
 
 using Texts = std::vector<std::string>;
 
 // Stands for the selection dialog: answers what the test has told it to.
-class Selection : public SelectionWindow {
+class Selection : public core::SelectionWindow {
  public:
-  explicit Selection(Session& session)
-      : SelectionWindow(session.Host(), "StatSel", "Selezione statistiche", Twips(100),
-                        Twips(100)) {}
+  explicit Selection(core::Session& session)
+      : core::SelectionWindow(session.Host(), "StatSel", "Selezione statistiche", base::Twips(100),
+                              base::Twips(100)) {}
   bool ListsAll() const override { return false; }
   void OfferLayouts() override { offersLayouts = true; }
   bool IsVertical() const override { return vertical; }
@@ -33,10 +33,9 @@ class ReportsTest : public StationTest {
   ReportsTest() {
     Know<Selection>("StatSel");
     for (const char* layout : {"logv.rpt", "logo.rpt"}) {
-      std::filesystem::copy_file(SourceDir() / "data" / layout,
-                                 directory.Path() / layout);
+      std::filesystem::copy_file(SourceDir() / "data" / layout, directory.Path() / layout);
     }
-    machine.Host().InModal = [this](Window& window) {
+    machine.Host().InModal = [this](forms::Window& window) {
       auto& dialog = static_cast<Selection&>(window);
       asked = dialog.Tag;
       EXPECT_TRUE(dialog.offersLayouts);
@@ -46,7 +45,8 @@ class ReportsTest : public StationTest {
     };
   }
   // Runs a report on the answer and gives what SLog then holds.
-  Texts Report(Command MainFrame::*command, std::string_view where, std::string_view columns) {
+  Texts Report(forms::Command core::MainFrame::*command, std::string_view where,
+               std::string_view columns) {
     answer = where;
     for (const ReportMember& member : ReportMembers()) {
       if (member.command == command) Event([&] { PrintReport(session, member); });
@@ -63,15 +63,15 @@ class ReportsTest : public StationTest {
 };
 
 TEST_F(ReportsTest, EachReportGivesItsOwnWord) {
-  const std::pair<Command MainFrame::*, const char*> words[] = {
-      {&MainFrame::cmPLog, "PLOG"},
-      {&MainFrame::cmPSquare, "ZONE"},
-      {&MainFrame::cmPPrefissi, "PREFISSO"},
-      {&MainFrame::cmPContinenti, "CONTINENTE"},
-      {&MainFrame::cmPZone, "ZONE"},
-      {&MainFrame::cmPCountry, "COUNTRY"},
-      {&MainFrame::cmPProvincie, "PROVINCIE"},
-      {&MainFrame::cmPNote, "NOTE"}};
+  const std::pair<forms::Command core::MainFrame::*, const char*> words[] = {
+      {&core::MainFrame::cmPLog, "PLOG"},
+      {&core::MainFrame::cmPSquare, "ZONE"},
+      {&core::MainFrame::cmPPrefissi, "PREFISSO"},
+      {&core::MainFrame::cmPContinenti, "CONTINENTE"},
+      {&core::MainFrame::cmPZone, "ZONE"},
+      {&core::MainFrame::cmPCountry, "COUNTRY"},
+      {&core::MainFrame::cmPProvincie, "PROVINCIE"},
+      {&core::MainFrame::cmPNote, "NOTE"}};
   ASSERT_EQ(ReportMembers().size(), std::size(words));
   for (const auto& [command, word] : words) {
     Report(command, "Cancel", "Call");
@@ -81,7 +81,7 @@ TEST_F(ReportsTest, EachReportGivesItsOwnWord) {
 
 TEST_F(ReportsTest, ACancelledSelectionLeavesTheStagingTable) {
   session.Db.Execute("insert into SLog (Call) values ('OLD')");
-  EXPECT_EQ(Report(&MainFrame::cmPLog, "Cancel", "Call"), Texts{"OLD"});
+  EXPECT_EQ(Report(&core::MainFrame::cmPLog, "Cancel", "Call"), Texts{"OLD"});
   EXPECT_TRUE(Lines().empty());
   EXPECT_EQ(session.Windows.Find("StatSel"), nullptr);
 }
@@ -91,16 +91,16 @@ TEST_F(ReportsTest, TheLogReportTakesTheWholeSelectionByDate) {
   Log("Call,Banda", "'A','  2 m'");
   Log("Call,Banda", "'C',' 70cm'");
   session.Db.Execute("update Log set DataQso='01/01/1999' where Call='A'");
-  EXPECT_EQ(Report(&MainFrame::cmPLog, "WHERE Banda='  2 m'", "Call"), (Texts{"A", "B"}));
+  EXPECT_EQ(Report(&core::MainFrame::cmPLog, "WHERE Banda='  2 m'", "Call"), (Texts{"A", "B"}));
   EXPECT_EQ(session.QueryText, "WHERE Banda='  2 m'");
   EXPECT_EQ(Lines(), Texts{"report \"logv.rpt\""});
   vertical = false;
-  EXPECT_EQ(Report(&MainFrame::cmPLog, "", "Call").size(), 3u);
+  EXPECT_EQ(Report(&core::MainFrame::cmPLog, "", "Call").size(), 3u);
   EXPECT_EQ(Lines(), Texts{"report \"logo.rpt\""});
 }
 
 TEST_F(ReportsTest, AnEmptyResultPrintsAnEmptyReport) {
-  EXPECT_TRUE(Report(&MainFrame::cmPLog, "", "Call").empty());
+  EXPECT_TRUE(Report(&core::MainFrame::cmPLog, "", "Call").empty());
   EXPECT_EQ(Lines(), Texts{"report \"logv.rpt\""});
 }
 
@@ -109,14 +109,14 @@ TEST_F(ReportsTest, OneContactStaysForEachCountryAndAConfirmedOneIsPreferred) {
   Log("Call,Country,QslRicevuta", "'B','I',True");
   Log("Call,Country,QslRicevuta", "'C','F',False");
   Log("Call", "'D'");
-  EXPECT_EQ(Report(&MainFrame::cmPCountry, "", "Call,Country"), (Texts{"C|F", "B|I"}));
+  EXPECT_EQ(Report(&core::MainFrame::cmPCountry, "", "Call,Country"), (Texts{"C|F", "B|I"}));
 }
 
 TEST_F(ReportsTest, TheSquareReportKeepsTheFirstByFullLocator) {
   Log("Call,Locator,QslRicevuta", "'A','JN65AA',False");
   Log("Call,Locator,QslRicevuta", "'B','JN65BB',True");
   Log("Call,Locator,QslRicevuta", "'C','JN66AA',False");
-  EXPECT_EQ(Report(&MainFrame::cmPSquare, "", "Call"), (Texts{"A", "C"}));
+  EXPECT_EQ(Report(&core::MainFrame::cmPSquare, "", "Call"), (Texts{"A", "C"}));
 }
 
 TEST_F(ReportsTest, ContactsWithoutAContinentNeverReachTheContinentReport) {
@@ -124,7 +124,7 @@ TEST_F(ReportsTest, ContactsWithoutAContinentNeverReachTheContinentReport) {
   Log("Call", "'B'");
   Log("Call,Continente", "'C','EU'");
   Log("Call,Continente", "'D','EU'");
-  EXPECT_EQ(Report(&MainFrame::cmPContinenti, "", "Call"), Texts{"C"});
+  EXPECT_EQ(Report(&core::MainFrame::cmPContinenti, "", "Call"), Texts{"C"});
 }
 
 TEST_F(ReportsTest, TheFirstRowOfTheZoneReportIsNeverDeleted) {
@@ -132,33 +132,34 @@ TEST_F(ReportsTest, TheFirstRowOfTheZoneReportIsNeverDeleted) {
   Log("Call,[Zona CQ]", "'B',15");
   Log("Call,[Zona CQ]", "'C',15");
   Log("Call,[Zona CQ]", "'D',0");
-  EXPECT_EQ(Report(&MainFrame::cmPZone, "", "Call"), (Texts{"A", "B"}));
+  EXPECT_EQ(Report(&core::MainFrame::cmPZone, "", "Call"), (Texts{"A", "B"}));
 }
 
 TEST_F(ReportsTest, APaddedAndATrimmedPrefixAreOne) {
   Log("Call,Prefisso", "'A','IK3'");
   Log("Call,Prefisso", "'B','IK3  '");
   Log("Call,Prefisso", "'C','IK4'");
-  EXPECT_EQ(Report(&MainFrame::cmPPrefissi, "", "Call").size(), 2u);
+  EXPECT_EQ(Report(&core::MainFrame::cmPPrefissi, "", "Call").size(), 2u);
 }
 
 TEST_F(ReportsTest, KeysThatDifferInTheirCaseAloneAreOne) {
   Log("Call,[Note],QslRicevuta", "'A','[DCI/mi001]',False");
   Log("Call,[Note],QslRicevuta", "'B','[DCI/MI001]',False");
   Log("Call,[Note],QslRicevuta", "'C','[dci/mi001] tnx',True");
-  EXPECT_EQ(Report(&MainFrame::cmPNote, "WHERE Note LIKE '*DCI*'", "Call,[Note]"),
+  EXPECT_EQ(Report(&core::MainFrame::cmPNote, "WHERE Note LIKE '*DCI*'", "Call,[Note]"),
             Texts{"C|dci/mi001"});
   Log("Call,Locator", "'D','JN45AA'");
   Log("Call,Locator", "'E','jn45bb'");
-  EXPECT_EQ(Report(&MainFrame::cmPSquare, "", "Call"), Texts{"D"});
+  EXPECT_EQ(Report(&core::MainFrame::cmPSquare, "", "Call"), Texts{"D"});
 }
 
 TEST_F(ReportsTest, TheProvinceReportCountsProvinces) {
   Log("Call,Country,Provincia", "'A','I','MI'");
   Log("Call,Country,Provincia", "'B','I','VE'");
   Log("Call,Country,Provincia", "'C','I','MI'");
-  EXPECT_EQ(Report(&MainFrame::cmPProvincie, "WHERE (Country='I' OR Country='IS0')", "Provincia"),
-            (Texts{"MI", "VE"}));
+  EXPECT_EQ(
+      Report(&core::MainFrame::cmPProvincie, "WHERE (Country='I' OR Country='IS0')", "Provincia"),
+      (Texts{"MI", "VE"}));
 }
 
 TEST_F(ReportsTest, ANoteIsCutToTheWordAndWhatFollowsInItsBrackets) {
@@ -166,7 +167,7 @@ TEST_F(ReportsTest, ANoteIsCutToTheWordAndWhatFollowsInItsBrackets) {
   Log("Call,Note", "'B','[IOTA EU-024]'");
   Log("Call,Note", "'C','[IOTA EU-025]'");
   Log("Call,Note", "'D','IOTA senza parentesi'");
-  EXPECT_EQ(Report(&MainFrame::cmPNote, "WHERE Note LIKE '*IOTA*'", "Note"),
+  EXPECT_EQ(Report(&core::MainFrame::cmPNote, "WHERE Note LIKE '*IOTA*'", "Note"),
             (Texts{"IOTA EU-024", "IOTA EU-025"}));
 }
 
@@ -214,7 +215,7 @@ TEST_F(ReportEngineTest, APageHasHeadHeadingsRowsAndFoot) {
 }
 
 TEST_F(ReportEngineTest, HeadingsRepeatOnEveryPageAndPagesAreCounted) {
-  const int perPage = RowsPerPage(Layout(), Mm(297));
+  const int perPage = RowsPerPage(Layout(), base::Mm(297));
   Fill(perPage * 2 + 1);
   PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
   int headings = 0, pages = 0, lastPage = 0;
@@ -229,7 +230,7 @@ TEST_F(ReportEngineTest, HeadingsRepeatOnEveryPageAndPagesAreCounted) {
 }
 
 TEST_F(ReportEngineTest, NothingIsPrintedIntoTheFoot) {
-  Fill(RowsPerPage(Layout(), Mm(297)));
+  Fill(RowsPerPage(Layout(), base::Mm(297)));
   PrintRows(session.Db, Layout(), {}, machine.GetPrinter(), GoOn);
   const Texts lines = Lines();
   std::vector<double> heights;
@@ -310,7 +311,7 @@ TEST_F(ReportEngineTest, TheOperatorCanStopIt) {
                            EXPECT_EQ(total, 200);
                            return done < 100;
                          }),
-               DeviceError);
+               platform::DeviceError);
   const Texts lines = Lines();
   EXPECT_NE(lines.back(), "print end");
   EXPECT_TRUE(std::none_of(lines.begin(), lines.end(),
@@ -355,7 +356,7 @@ TEST(ReportLayout, AnEditorsMarkOfUtf8IsNoPartOfTheFirstLine) {
 }
 
 TEST(ReportLayout, CellsFollowTheirFormats) {
-  const DateTime when = DateTime::Of(2001, 2, 3, 4, 5, 6);
+  const base::DateTime when = base::DateTime::Of(2001, 2, 3, 4, 5, 6);
   EXPECT_EQ(FormatReportCell(when, "data"), "03/02/2001");
   EXPECT_EQ(FormatReportCell(when, "ora"), "04:05");
   EXPECT_EQ(FormatReportCell(when, "data e ora"), "03/02/2001 04:05");
@@ -363,8 +364,8 @@ TEST(ReportLayout, CellsFollowTheirFormats) {
   EXPECT_EQ(FormatReportCell(false, "si/no"), "");
   EXPECT_EQ(FormatReportCell(144.3, "#####.000"), "144.300");
   EXPECT_EQ(FormatReportCell("IK3ABC", ""), "IK3ABC");
-  EXPECT_EQ(FormatReportCell(Value(), "data"), "");
+  EXPECT_EQ(FormatReportCell(engine::Value(), "data"), "");
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::print

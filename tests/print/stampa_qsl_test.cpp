@@ -4,7 +4,7 @@
 #include "tests/support/golden.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::print {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -40,8 +40,8 @@ TEST_F(StampaQslTest, OpensWithTheSmallestLabelWhenNothingIsStored) {
   StampaQsl& screen = OpenScreen();
   EXPECT_EQ(screen.VAltezzaEtichetta.Text(), "33.9");
   EXPECT_EQ(screen.VLarghezzaEtichetta.Text(), "80.0");
-  for (Label* label : {&screen.VSpazOrizzontale, &screen.VSpazVerticale, &screen.VMargineSuperiore,
-                       &screen.VMargineSinistro}) {
+  for (forms::Label* label : {&screen.VSpazOrizzontale, &screen.VSpazVerticale,
+                              &screen.VMargineSuperiore, &screen.VMargineSinistro}) {
     EXPECT_EQ(label->Text(), "0.0") << label->Name();
   }
   EXPECT_EQ(screen.VEtichXFila.Text(), "1");
@@ -313,8 +313,8 @@ TEST_F(StampaQslTest, AnUpdateThatIsStoppedLeavesTheLogAndSaysSo) {
   machine.StopProgressAt(0);
   machine.Messages().QueueAnswer(true);
   int announced = 0;
-  const ContactSubscription subscription =
-      session.Changes.Subscribe([&](const ContactsChanged&) { ++announced; });
+  const core::ContactSubscription subscription =
+      session.Changes.Subscribe([&](const core::ContactsChanged&) { ++announced; });
   Event([&] { UpdateLogForQsl(session); });
   EXPECT_EQ(
       Lines().back(),
@@ -334,4 +334,4 @@ TEST_F(StampaQslTest, TheUpdateAnsweredNoLeavesTheLog) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::print

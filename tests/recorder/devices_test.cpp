@@ -6,7 +6,7 @@
 #include "recorder/recording_platform.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
 using testing::ElementsAre;
@@ -45,7 +45,7 @@ TEST_F(Devices, ASerialPortIsOpenOnce) {
   const auto first = machine.MakeSerialPort();
   auto second = machine.MakeSerialPort();
   first->Open();
-  EXPECT_THROW(second->Open(), DeviceError);
+  EXPECT_THROW(second->Open(), platform::DeviceError);
   first->Close();
   second->Open();
   second.reset();
@@ -55,12 +55,12 @@ TEST_F(Devices, ASerialPortIsOpenOnce) {
 TEST_F(Devices, ASerialPortBeyondFourDoesNotExist) {
   const auto port = machine.MakeSerialPort();
   port->SetPortNumber(5);
-  EXPECT_THROW(port->Open(), DeviceError);
+  EXPECT_THROW(port->Open(), platform::DeviceError);
 }
 
 TEST_F(Devices, AClosedSerialPortTakesAndGivesNothing) {
   const auto port = machine.MakeSerialPort();
-  EXPECT_THROW(port->Write("x"), DeviceError);
+  EXPECT_THROW(port->Write("x"), platform::DeviceError);
   EXPECT_THROW(machine.Serial().Receive(1, "x"), Refused);
   port->Close();
   EXPECT_THAT(machine.TakeLines(), IsEmpty());
@@ -69,10 +69,10 @@ TEST_F(Devices, AClosedSerialPortTakesAndGivesNothing) {
 TEST_F(Devices, OnlyTheNextUseOfASerialPortFails) {
   const auto port = machine.MakeSerialPort();
   machine.Serial().FailNext(1);
-  EXPECT_THROW(port->Open(), DeviceError);
+  EXPECT_THROW(port->Open(), platform::DeviceError);
   port->Open();
   machine.Serial().FailNext(1);
-  EXPECT_THROW(port->Write("x"), DeviceError);
+  EXPECT_THROW(port->Write("x"), platform::DeviceError);
   port->Write("x");
   EXPECT_THAT(machine.TakeLines(), ElementsAre("sent COM1 78"));
 }
@@ -136,7 +136,7 @@ TEST_F(Devices, AFailingSendIsADeviceError) {
   const auto client = machine.MakeTcpClient("TNCtelnet");
   client->Connect("host", 1);
   machine.Tcp().FailNext("TNCtelnet");
-  EXPECT_THROW(client->Send("x"), DeviceError);
+  EXPECT_THROW(client->Send("x"), platform::DeviceError);
 }
 
 TEST_F(Devices, PlaybacksAreLines) {
@@ -162,19 +162,19 @@ TEST_F(Devices, AStartedPlaybackCompletesWithACode) {
 }
 
 TEST_F(Devices, PrintingIsAListOfOperations) {
-  Printer& printer = machine.GetPrinter();
-  printer.Text(Mm(1), Mm(2), "a");
+  platform::Printer& printer = machine.GetPrinter();
+  printer.Text(base::Mm(1), base::Mm(2), "a");
   printer.SetFont("Times New Roman", 10, true);
-  printer.Text(Mm(31.755), Mm(20), "I3XYZ");
+  printer.Text(base::Mm(31.755), base::Mm(20), "I3XYZ");
   printer.SetBold(false);
   printer.SetFontSize(8.25);
-  printer.TextRight(Mm(72), Mm(40.5), "12");
+  printer.TextRight(base::Mm(72), base::Mm(40.5), "12");
   printer.SetFont("", 9, true);
-  printer.Text(Mm(0), Mm(0), "\"");
-  printer.Line(Mm(10), Mm(241), Mm(139), Mm(241));
-  printer.Box(Mm(1), Mm(2), Mm(3), Mm(4), false);
-  printer.Box(Mm(1), Mm(2), Mm(3), Mm(4), true);
-  printer.Picture("/op/Sign.bmp", Mm(150), Mm(245.5));
+  printer.Text(base::Mm(0), base::Mm(0), "\"");
+  printer.Line(base::Mm(10), base::Mm(241), base::Mm(139), base::Mm(241));
+  printer.Box(base::Mm(1), base::Mm(2), base::Mm(3), base::Mm(4), false);
+  printer.Box(base::Mm(1), base::Mm(2), base::Mm(3), base::Mm(4), true);
+  printer.Picture("/op/Sign.bmp", base::Mm(150), base::Mm(245.5));
   printer.NewPage();
   printer.EndDocument();
   EXPECT_THAT(machine.TakeLines(),
@@ -189,10 +189,10 @@ TEST_F(Devices, PrintingIsAListOfOperations) {
 
 TEST_F(Devices, OnlyTheNextUseOfThePrinterFails) {
   machine.GetPrinter().FailNext();
-  EXPECT_THROW(machine.GetPrinter().NewPage(), DeviceError);
+  EXPECT_THROW(machine.GetPrinter().NewPage(), platform::DeviceError);
   machine.GetPrinter().NewPage();
   machine.GetPrinter().FailNext();
-  EXPECT_THROW(machine.Reports().Print("/op/logv.rpt"), DeviceError);
+  EXPECT_THROW(machine.Reports().Print("/op/logv.rpt"), platform::DeviceError);
   EXPECT_THAT(machine.TakeLines(), ElementsAre("print newpage"));
 }
 
@@ -229,4 +229,4 @@ TEST(RecordingPlatform, HandsItsLinesToItsOwner) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::recorder

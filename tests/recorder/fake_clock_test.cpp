@@ -5,12 +5,13 @@
 #include <string>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
 using testing::ElementsAre;
 
-std::unique_ptr<Timer> Running(FakeClock& clock, int interval, std::function<void()> tick) {
+std::unique_ptr<platform::Timer> Running(FakeClock& clock, int interval,
+                                         std::function<void()> tick) {
   auto timer = clock.MakeTimer();
   timer->OnTick = std::move(tick);
   timer->SetInterval(interval);
@@ -20,21 +21,21 @@ std::unique_ptr<Timer> Running(FakeClock& clock, int interval, std::function<voi
 
 TEST(FakeClock, StandsStillUnlessTold) {
   FakeClock clock;
-  EXPECT_EQ(DateTimeText(clock.Now()), "03/02/2001 04:05:06");
+  EXPECT_EQ(base::DateTimeText(clock.Now()), "03/02/2001 04:05:06");
   clock.Advance(999);
-  EXPECT_EQ(TimeText(clock.Now()), "04:05:06");
+  EXPECT_EQ(base::TimeText(clock.Now()), "04:05:06");
   clock.Advance(1);
-  EXPECT_EQ(TimeText(clock.Now()), "04:05:07");
+  EXPECT_EQ(base::TimeText(clock.Now()), "04:05:07");
 }
 
 TEST(FakeClock, ShowsTheTimeThatItIsSetTo) {
   FakeClock clock;
   clock.Advance(700);
-  clock.SetNow(DateTime::Of(2026, 8, 1, 23, 59, 59));
+  clock.SetNow(base::DateTime::Of(2026, 8, 1, 23, 59, 59));
   clock.Advance(999);
-  EXPECT_EQ(DateTimeText(clock.Now()), "01/08/2026 23:59:59");
+  EXPECT_EQ(base::DateTimeText(clock.Now()), "01/08/2026 23:59:59");
   clock.Advance(1);
-  EXPECT_EQ(DateTimeText(clock.Now()), "02/08/2026");
+  EXPECT_EQ(base::DateTimeText(clock.Now()), "02/08/2026");
 }
 
 TEST(FakeClock, TimersFireInTheOrderInWhichTheyComeDue) {
@@ -49,7 +50,7 @@ TEST(FakeClock, TimersFireInTheOrderInWhichTheyComeDue) {
 TEST(FakeClock, ATimerSeesTheTimeAtWhichItFires) {
   FakeClock clock;
   std::vector<std::string> times;
-  const auto timer = Running(clock, 2000, [&] { times.push_back(TimeText(clock.Now())); });
+  const auto timer = Running(clock, 2000, [&] { times.push_back(base::TimeText(clock.Now())); });
   clock.Advance(4500);
   EXPECT_THAT(times, ElementsAre("04:05:08", "04:05:10"));
 }
@@ -80,14 +81,14 @@ TEST(FakeClock, SettingTheClockDoesNotHurryATimer) {
   FakeClock clock;
   int fired = 0;
   const auto timer = Running(clock, 100, [&] { ++fired; });
-  clock.SetNow(DateTime::Of(2030, 1, 1));
+  clock.SetNow(base::DateTime::Of(2030, 1, 1));
   clock.Advance(99);
   EXPECT_EQ(fired, 0);
 }
 
 TEST(FakeClock, ATickMayEndItsTimer) {
   FakeClock clock;
-  std::unique_ptr<Timer> timer;
+  std::unique_ptr<platform::Timer> timer;
   int fired = 0;
   timer = Running(clock, 100, [&] {
     ++fired;
@@ -111,4 +112,4 @@ TEST(FakeClock, EachTickPassesTheGuard) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::recorder

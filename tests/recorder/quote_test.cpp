@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
 TEST(Quote, ControlCharactersBecomeEscapes) {
@@ -45,4 +45,4 @@ TEST(Quote, AFileElsewhereKeepsItsWholeName) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::recorder

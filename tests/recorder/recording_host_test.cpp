@@ -10,18 +10,21 @@
 #include "forms/window_list.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Form : public Window {
+class Form : public forms::Window {
  public:
-  Form(WindowHost& host, std::string name) : Window(host, name, name, Twips(3000), Twips(1500)) {}
-  void Load() override { Picture.Draw({Twips(15), Twips(30), Twips(105), kDarkGreen}); }
-  TextField Call{*this, "Call"};
-  PictureBox Picture{*this, "Picture"};
+  Form(platform::WindowHost& host, std::string name)
+      : forms::Window(host, name, name, base::Twips(3000), base::Twips(1500)) {}
+  void Load() override {
+    Picture.Draw({base::Twips(15), base::Twips(30), base::Twips(105), base::kDarkGreen});
+  }
+  forms::TextField Call{*this, "Call"};
+  forms::PictureBox Picture{*this, "Picture"};
 };
 
 class Host : public testing::Test {
@@ -31,7 +34,7 @@ class Host : public testing::Test {
   }
   std::vector<std::string> lines;
   RecordingHost host{[this](std::string line) { lines.push_back(line); }};
-  WindowList windows{host};
+  forms::WindowList windows{host};
 };
 
 TEST_F(Host, MovingTheFocusIsALineAndTheFieldsEvent) {
@@ -43,7 +46,7 @@ TEST_F(Host, MovingTheFocusIsALineAndTheFieldsEvent) {
 }
 
 TEST_F(Host, AFurtherWindowIsCalledByItsInstanceName) {
-  host.NameOf = [&](const Window& window) { return windows.InstanceName(window); };
+  host.NameOf = [&](const forms::Window& window) { return windows.InstanceName(window); };
   Loaded("LogForm");
   host.MoveFocus(Loaded("LogForm").Call);
   EXPECT_THAT(lines, ElementsAre("focus LogForm#2.Call"));
@@ -52,7 +55,7 @@ TEST_F(Host, AFurtherWindowIsCalledByItsInstanceName) {
 TEST_F(Host, ADialogIsUsedUntilItHides) {
   Form& form = Loaded("StatSel");
   bool used = false;
-  host.InModal = [&](Window& window) {
+  host.InModal = [&](forms::Window& window) {
     used = true;
     EXPECT_EQ(&window, &form);
     EXPECT_EQ(host.Modal(), &form);
@@ -65,7 +68,7 @@ TEST_F(Host, ADialogIsUsedUntilItHides) {
 
 TEST_F(Host, ADialogMayUnloadItself) {
   Form& form = Loaded("Help");
-  host.InModal = [&](Window& window) { windows.Unload(window); };
+  host.InModal = [&](forms::Window& window) { windows.Unload(window); };
   windows.RunEvent([&] { windows.ShowModal(form); });
   EXPECT_EQ(windows.Find("Help"), nullptr);
   EXPECT_THAT(lines, ElementsAre("circle 15 30 105 0 128 0"));
@@ -74,7 +77,7 @@ TEST_F(Host, ADialogMayUnloadItself) {
 TEST_F(Host, ADialogThatNobodyUsesIsRefused) {
   Form& form = Loaded("StatSel");
   EXPECT_THROW(windows.ShowModal(form), Refused);
-  host.InModal = [](Window&) {};
+  host.InModal = [](forms::Window&) {};
   EXPECT_THROW(windows.ShowModal(form), Refused);
   EXPECT_EQ(host.Modal(), nullptr);
 }
@@ -84,7 +87,7 @@ TEST_F(Host, CirclesAreWrittenOnceTheirWindowIsShown) {
   EXPECT_THAT(lines, IsEmpty());
   windows.Show(form);
   windows.Show(form);
-  form.Picture.Draw({Twips(1), Twips(2), Twips(3), kDarkRed});
+  form.Picture.Draw({base::Twips(1), base::Twips(2), base::Twips(3), base::kDarkRed});
   EXPECT_THAT(lines, ElementsAre("circle 15 30 105 0 128 0", "circle 1 2 3 128 0 0"));
 }
 
@@ -94,7 +97,7 @@ TEST_F(Host, AFailureIsALine) {
 }
 
 TEST_F(Host, TheEndOfTheProgramLeavesEveryHandler) {
-  EXPECT_THROW(windows.RunEvent([&] { host.EndProgram(); }), ProgramEnded);
+  EXPECT_THROW(windows.RunEvent([&] { host.EndProgram(); }), platform::ProgramEnded);
   EXPECT_THAT(lines, ElementsAre("end-program"));
 }
 
@@ -113,11 +116,11 @@ TEST_F(Host, TheWindowShownLastIsInFront) {
 
 TEST_F(Host, TheBusyPointerGoesWithItsOwner) {
   {
-    const BusyPointer busy(host);
+    const platform::BusyPointer busy(host);
     EXPECT_TRUE(host.Busy());
   }
   EXPECT_FALSE(host.Busy());
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -8,7 +8,7 @@
 #include "forms/window_list.h"
 #include "recorder/recording_platform.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
 using testing::ElementsAre;
@@ -44,13 +44,13 @@ class Pictures : public testing::Test {
 
 TEST_F(Pictures, APngTellsItsSize) {
   const std::string header("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\x01\x02\0\0\0\x03", 24);
-  EXPECT_EQ(ReadImageSize(File("a.png", header)), (ImageSize{258, 3}));
+  EXPECT_EQ(base::ReadImageSize(File("a.png", header)), (base::ImageSize{258, 3}));
 }
 
 TEST_F(Pictures, ABmpTellsItsSizeWhicheverWayItsRowsRun) {
-  EXPECT_EQ(ReadImageSize(File("a.bmp", BmpHeader(27, 29))), (ImageSize{27, 29}));
-  EXPECT_EQ(ReadImageSize(File("b.bmp", BmpHeader(27, static_cast<std::uint32_t>(-29)))),
-            (ImageSize{27, 29}));
+  EXPECT_EQ(base::ReadImageSize(File("a.bmp", BmpHeader(27, 29))), (base::ImageSize{27, 29}));
+  EXPECT_EQ(base::ReadImageSize(File("b.bmp", BmpHeader(27, static_cast<std::uint32_t>(-29)))),
+            (base::ImageSize{27, 29}));
 }
 
 TEST_F(Pictures, AJpegTellsItsSizeBehindOtherSegments) {
@@ -60,21 +60,21 @@ TEST_F(Pictures, AJpegTellsItsSizeBehindOtherSegments) {
       "\xFF\xC4\x00\x03y"
       "\xFF\xFF\xC2\x00\x0B\x08\x02\x58\x03\x20\x03",
       24);
-  EXPECT_EQ(ReadImageSize(File("a.jpg", bytes)), (ImageSize{800, 600}));
+  EXPECT_EQ(base::ReadImageSize(File("a.jpg", bytes)), (base::ImageSize{800, 600}));
 }
 
 TEST_F(Pictures, WhatIsNoPictureHasNoSize) {
-  EXPECT_EQ(ReadImageSize(File("a.jpg", "no picture at all")), std::nullopt);
-  EXPECT_EQ(ReadImageSize(File("b.jpg", "\xFF\xD8\xFF\xE0")), std::nullopt);
-  EXPECT_EQ(ReadImageSize(File("c.bmp", "BM")), std::nullopt);
-  EXPECT_EQ(ReadImageSize(directory / "missing.png"), std::nullopt);
+  EXPECT_EQ(base::ReadImageSize(File("a.jpg", "no picture at all")), std::nullopt);
+  EXPECT_EQ(base::ReadImageSize(File("b.jpg", "\xFF\xD8\xFF\xE0")), std::nullopt);
+  EXPECT_EQ(base::ReadImageSize(File("c.bmp", "BM")), std::nullopt);
+  EXPECT_EQ(base::ReadImageSize(directory / "missing.png"), std::nullopt);
 }
 
 class Map : public Pictures {
  protected:
   Map() {
     names.SetDirectory(directory);
-    map.FrameSize = [] { return ImageSize{400, 300}; };
+    map.FrameSize = [] { return base::ImageSize{400, 300}; };
   }
   void ShowPicture() {
     map.SetImage(File("wm.bmp", BmpHeader(1000, 500)));
@@ -113,7 +113,7 @@ TEST_F(Map, TheScrollStaysWithinThePicture) {
 }
 
 TEST_F(Map, AnnotationsAreListed) {
-  map.DrawRectangle(1, 2, 60, 28, kGreen);
+  map.DrawRectangle(1, 2, 60, 28, base::kGreen);
   map.DrawStamp(directory / "Pointer.bmp", -3, 4);
   map.DrawLine(0, 0, 0, 0);
   map.DrawText(70, 80, "A");
@@ -145,9 +145,10 @@ TEST_F(Map, AFailingPrinterIsPassedOver) {
 
 TEST_F(Map, LiesInTheMainFrame) {
   RecordingPlatform machine;
-  WindowList windows(machine.Host());
-  Window& frame = windows.Adopt(std::make_unique<Window>(
-      machine.Host(), "Brenvo", "Brenvo", Twips::FromPixels(900), Twips::FromPixels(700)));
+  forms::WindowList windows(machine.Host());
+  forms::Window& frame = windows.Adopt(
+      std::make_unique<forms::Window>(machine.Host(), "Brenvo", "Brenvo",
+                                      base::Twips::FromPixels(900), base::Twips::FromPixels(700)));
   EXPECT_EQ(machine.Map().ViewWidth(), 640);
   windows.Show(frame);
   EXPECT_EQ(machine.Map().ViewWidth(), 900);
@@ -155,4 +156,4 @@ TEST_F(Map, LiesInTheMainFrame) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -6,7 +6,7 @@
 
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 namespace {
 
 using testing::ElementsAre;
@@ -19,10 +19,10 @@ class Messages : public testing::Test {
 };
 
 TEST_F(Messages, ABoxIsALineWithIconTitleAndText) {
-  messages.Show(MessageIcon::kCritical, "Insert Qso", " 3021 - No current record.");
-  messages.Show(MessageIcon::kExclamation, "", "Locator non valido");
-  messages.Show(MessageIcon::kInformation, "a", "b");
-  messages.Show(MessageIcon::kNone, "a", "b");
+  messages.Show(platform::MessageIcon::kCritical, "Insert Qso", " 3021 - No current record.");
+  messages.Show(platform::MessageIcon::kExclamation, "", "Locator non valido");
+  messages.Show(platform::MessageIcon::kInformation, "a", "b");
+  messages.Show(platform::MessageIcon::kNone, "a", "b");
   EXPECT_THAT(lines, ElementsAre("message critical \"Insert Qso\" \" 3021 - No current record.\"",
                                  "message exclamation \"\" \"Locator non valido\"",
                                  "message information \"a\" \"b\"", "message none \"a\" \"b\""));
@@ -66,4 +66,4 @@ TEST(Picks, ComeInOrderAndMayBeCancelled) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::recorder

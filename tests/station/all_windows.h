@@ -4,7 +4,7 @@
 #include "station/station.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::station {
 
 class AllWindowsTest : public StationTest {
  protected:
@@ -19,4 +19,4 @@ class AllWindowsTest : public StationTest {
   }
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::station

@@ -5,7 +5,7 @@
 #include "station/station.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::station {
 namespace {
 
 class Desktop : public StationTest {
@@ -18,7 +18,7 @@ class Desktop : public StationTest {
   std::ptrdiff_t Open(std::string_view name) {
     const auto& loaded = session.Windows.Loaded();
     return std::count_if(loaded.begin(), loaded.end(),
-                         [&](const Window* window) { return window->Name() == name; });
+                         [&](const forms::Window* window) { return window->Name() == name; });
   }
 };
 
@@ -50,7 +50,7 @@ TEST_F(Desktop, AWindowThatHasNoTokenIsNotSaved) {
 TEST_F(Desktop, LoadingTwiceShowsTheSameWindows) {
   session.SaveSetting("Desktop", "Window", "LOG  HRD  OLDQS");
   Menu("cmLoadDesktop");
-  const std::vector<Window*> first = session.Windows.Loaded();
+  const std::vector<forms::Window*> first = session.Windows.Loaded();
   Menu("cmLoadDesktop");
   EXPECT_EQ(session.Windows.Loaded(), first);
   EXPECT_EQ(first.size(), 4u);
@@ -90,4 +90,4 @@ TEST_F(Desktop, SavingAsksAndTellsNothing) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::station

@@ -14,8 +14,11 @@
 #include "tests/station/all_windows.h"
 #include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::station {
 namespace {
+
+// Every kind of field is looked at here.
+using namespace forms;
 
 using Words = std::set<std::string>;
 
@@ -23,8 +26,7 @@ using Words = std::set<std::string>;
 class Scenarios {
  public:
   Scenarios() {
-    for (const auto& entry :
-         std::filesystem::directory_iterator(SourceDir() / "tests/scenarios")) {
+    for (const auto& entry : std::filesystem::directory_iterator(SourceDir() / "tests/scenarios")) {
       if (entry.path().extension() == ".drive") Read(entry.path());
     }
   }
@@ -32,7 +34,7 @@ class Scenarios {
   // The scenario that does any of these to the field; empty when there is none.
   std::string Touching(const Words& verbs, const std::string& name) const {
     for (const std::string& verb : verbs) {
-      if (const auto at = said_.find(Upper(verb + ' ' + name)); at != said_.end()) {
+      if (const auto at = said_.find(base::Upper(verb + ' ' + name)); at != said_.end()) {
         return at->second;
       }
     }
@@ -53,7 +55,7 @@ class Scenarios {
         name.erase(number, dot == std::string::npos ? dot : dot - number);
       }
       if (verb == "key") verb += rest;
-      said_.emplace(Upper(verb + ' ' + name), file.stem().string());
+      said_.emplace(base::Upper(verb + ' ' + name), file.stem().string());
     }
   }
 
@@ -181,4 +183,4 @@ TEST_F(EveryName, OfACommandOrFieldEventIsReachedByAScenario) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::station

@@ -13,7 +13,7 @@
 #include "tests/support/recorded_files.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::station {
 namespace {
 
 namespace fs = std::filesystem;
@@ -60,7 +60,7 @@ const Fault kFaults[] = {
      " 3024 - Il file del database e' stato spostato o cancellato."},
 };
 
-void Store(LogForm& log, std::string_view call) {
+void Store(log::LogForm& log, std::string_view call) {
   log.ClearQso();
   log.CallQso.SetText(call);
   log.Banda.SetText("  2 m");
@@ -86,17 +86,17 @@ class DatabaseFault : public testing::TestWithParam<Fault> {
 
 TEST_P(DatabaseFault, IsToldUnderTheOperationsNameAndLosesNothing) {
   RecordedFiles files;
-  RecordingPlatform machine;
-  machine.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
+  recorder::RecordingPlatform machine;
+  machine.SetNow(base::DateTime::Of(2001, 2, 3, 4, 5, 6));
   {
-    Session session(machine, directory.Path());
+    core::Session session(machine, directory.Path());
     ASSERT_NE(StartStation(session), nullptr);
-    auto& log = static_cast<LogForm&>(*session.Windows.LoadNew("LogForm"));
+    auto& log = static_cast<log::LogForm&>(*session.Windows.LoadNew("LogForm"));
     session.Windows.Show(log);
     session.Windows.RunEvent([&] { Store(log, "IK3ABC"); });
     machine.TakeLines();
     GetParam().strike(files, directory.Path());
-    EXPECT_THROW(session.Windows.RunEvent([&] { Store(log, "IK3DEF"); }), ProgramEnded);
+    EXPECT_THROW(session.Windows.RunEvent([&] { Store(log, "IK3DEF"); }), platform::ProgramEnded);
     files.StopFailing();
     const std::vector<std::string> lines = machine.TakeLines();
     ASSERT_GE(lines.size(), 2u);
@@ -106,7 +106,7 @@ TEST_P(DatabaseFault, IsToldUnderTheOperationsNameAndLosesNothing) {
     sqlite3_close(other);
     other = nullptr;
   }
-  Database database = OpenDatabaseFile(File());
+  engine::Database database = file::OpenDatabaseFile(File());
   const auto rows = database.OpenSnapshot("select Call from Log");
   ASSERT_FALSE(rows->EOF_());
   EXPECT_EQ(rows->Field("Call").Text(), "IK3ABC");
@@ -127,11 +127,11 @@ std::string ToldWithoutRights(const fs::path& directory) {
     constexpr int kNobody = 65534;
     if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(1);
     std::string told;
-    RecordingPlatform machine([&](const std::string& line) { told += line + '\n'; });
-    machine.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
-    Session session(machine, directory);
-    if (MainFrame* const frame = StartStation(session)) {
-      auto& log = static_cast<LogForm&>(*session.Windows.LoadNew("LogForm"));
+    recorder::RecordingPlatform machine([&](const std::string& line) { told += line + '\n'; });
+    machine.SetNow(base::DateTime::Of(2001, 2, 3, 4, 5, 6));
+    core::Session session(machine, directory);
+    if (core::MainFrame* const frame = StartStation(session)) {
+      auto& log = static_cast<log::LogForm&>(*session.Windows.LoadNew("LogForm"));
       session.Windows.Show(log);
       session.Windows.RunEvent([&] { Store(log, "IK3ABC"); });
       machine.Advance(20000);
@@ -179,7 +179,7 @@ TEST_F(ReadOnlyDirectory, IsToldAtTheFirstStart) {
 }
 
 TEST_F(ReadOnlyDirectory, IsToldAtALaterStart) {
-  OpenDatabaseFile(File()).Close();
+  file::OpenDatabaseFile(File()).Close();
   const std::string before = ReadBytes(File());
   TakeWriting(directory.Path());
   EXPECT_EQ(ToldWithoutRights(directory.Path()), kReadOnly);
@@ -197,7 +197,7 @@ TEST_F(ReadOnlyDirectory, OfTheDailyCopiesIsToldAndTheLogGoesOn) {
   EXPECT_EQ(ToldWithoutRights(directory.Path()),
             "La copia di sicurezza non e' riuscita: Nella directory del file non si puo' "
             "scrivere: dare all'utente il permesso di scrivervi.\n");
-  EXPECT_EQ(OpenDatabaseFile(File()).OpenSnapshot("select Call from Log")->Field(0).Text(),
+  EXPECT_EQ(file::OpenDatabaseFile(File()).OpenSnapshot("select Call from Log")->Field(0).Text(),
             "IK3ABC");
 }
 
@@ -222,11 +222,11 @@ std::optional<std::string> ToldOnASmallDisk(const std::string& options,
     fs::create_hard_link(disk / "Brenvo.mdb", disk / "Backup" / "Brenvo-2001-02-03.mdb");
     fill(disk);
     std::string told;
-    RecordingPlatform machine([&](const std::string& line) { told += line + '\n'; });
-    machine.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
-    Session session(machine, disk);
+    recorder::RecordingPlatform machine([&](const std::string& line) { told += line + '\n'; });
+    machine.SetNow(base::DateTime::Of(2001, 2, 3, 4, 5, 6));
+    core::Session session(machine, disk);
     if (StartStation(session) != nullptr) told += "started\n";
-    told += ContentsOf(BackupCopies(disk).at(0)) + '\n';
+    told += core::ContentsOf(core::BackupCopies(disk).at(0)) + '\n';
     _exit(write(ends[1], told.data(), told.size()) < 0 ? 1 : 0);
   }
   close(ends[1]);
@@ -269,15 +269,15 @@ TEST(SmallDisk, ThatTakesNoFurtherFileIsToldAndCopiesCanBeRead) {
 
 TEST(ClockSetBack, ContactsAreStoredAtTheTimeThatTheClockShowsAndNumbersGoOn) {
   ScratchStationDirectory directory;
-  RecordingPlatform machine;
-  machine.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
-  Session session(machine, directory.Path());
+  recorder::RecordingPlatform machine;
+  machine.SetNow(base::DateTime::Of(2001, 2, 3, 4, 5, 6));
+  core::Session session(machine, directory.Path());
   ASSERT_NE(StartStation(session), nullptr);
-  auto& log = static_cast<LogForm&>(*session.Windows.LoadNew("LogForm"));
+  auto& log = static_cast<log::LogForm&>(*session.Windows.LoadNew("LogForm"));
   session.Windows.Show(log);
   for (const char* call : {"IK3ABC", "IK3DEF"}) {
     session.Windows.RunEvent([&] { Store(log, call); });
-    machine.SetNow(DateTime::Of(1999, 12, 31, 23, 59, 0));
+    machine.SetNow(base::DateTime::Of(1999, 12, 31, 23, 59, 0));
   }
   const auto rows = session.Db.OpenSnapshot("select * from Log order by QsoNr");
   EXPECT_EQ(rows->Field("DataQso").Text(), "03/02/2001 04:05:00");
@@ -286,4 +286,4 @@ TEST(ClockSetBack, ContactsAreStoredAtTheTimeThatTheClockShowsAndNumbersGoOn) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::station

@@ -18,7 +18,7 @@
 #include "tests/support/station.h"
 #include "tests/support/thoroughly.h"
 
-namespace brenvo {
+namespace brenvo::station {
 namespace {
 
 namespace fs = std::filesystem;
@@ -31,7 +31,7 @@ constexpr int kTransferred = 5;  // contacts a contest
 class Operator {
  public:
   Operator(const fs::path& directory, int out) : out_(out), session_(machine_, directory) {
-    machine_.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
+    machine_.SetNow(base::DateTime::Of(2001, 2, 3, 4, 5, 6));
     machine_.SetApplicationDirectory(directory);
     if (StartStation(session_) == nullptr) _exit(2);
   }
@@ -57,9 +57,9 @@ class Operator {
     if (write(out_, text.data(), text.size()) < 0) _exit(3);
   }
 
-  LogForm& Log() {
+  log::LogForm& Log() {
     if (log_ == nullptr) {
-      log_ = static_cast<LogForm*>(session_.Windows.LoadNew("LogForm"));
+      log_ = static_cast<log::LogForm*>(session_.Windows.LoadNew("LogForm"));
       session_.Windows.Show(*log_);
     }
     return *log_;
@@ -67,7 +67,7 @@ class Operator {
 
   // A contact by the window's own fields, and every third one changed after it.
   void Store(int n) {
-    LogForm& log = Log();
+    log::LogForm& log = Log();
     log.ClearQso();
     log.CallQso.SetText(fmt::format("IK{}ABC", n));
     log.Banda.SetText(kBand);
@@ -96,21 +96,21 @@ class Operator {
           "('{}','{}',{},1,7,'14:00','IQ{}X{}',59,59,'JN65AB','USB',1,1,'',False,True)",
           kDate, kBand, i + 1, n, static_cast<char>('A' + i)));
     }
-    TransferToLog(session_, kDate, kBand);
+    contest::TransferToLog(session_, kDate, kBand);
     Say(fmt::format("T {}", n));
   }
 
   void Compact() {
     if (log_ != nullptr) session_.Windows.Unload(*log_);
     log_ = nullptr;
-    CompattaDatabase(session_);
+    core::CompattaDatabase(session_);
     Say("C");
   }
 
   int out_;
-  RecordingPlatform machine_{[](std::string_view) {}};
-  Session session_;
-  LogForm* log_ = nullptr;
+  recorder::RecordingPlatform machine_{[](std::string_view) {}};
+  core::Session session_;
+  log::LogForm* log_ = nullptr;
 };
 
 // What a station that was killed had said.
@@ -181,12 +181,12 @@ TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
       fs::rename(directory.Path() / "Brenvo.BAK", file);
     }
     // What it has left beside the file is the file's own, whatever it was at.
-    const Journal journal = JudgeJournal(file);
-    ASSERT_NE(journal, Journal::kForeign);
-    if (journal == Journal::kOwn) ++journals;
-    ASSERT_NO_THROW(RequireSoundJournal(file));
+    const file::Journal journal = file::JudgeJournal(file);
+    ASSERT_NE(journal, file::Journal::kForeign);
+    if (journal == file::Journal::kOwn) ++journals;
+    ASSERT_NO_THROW(file::RequireSoundJournal(file));
     ASSERT_EQ(IntegrityOf(file), "ok");
-    Database database = OpenDatabaseFile(file);
+    engine::Database database = file::OpenDatabaseFile(file);
     std::set<std::string> calls, names;
     const auto rows = database.OpenSnapshot("select Call, Qra from Log");
     for (; !rows->EOF_(); rows->MoveNext()) {
@@ -220,4 +220,4 @@ TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::station

@@ -5,7 +5,7 @@
 #include "tests/station/all_windows.h"
 #include "tests/support/other_program.h"
 
-namespace brenvo {
+namespace brenvo::station {
 namespace {
 
 using testing::Contains;
@@ -57,7 +57,7 @@ TEST_F(AShortLock, IsWaitedForByTheAssigningOfPrefixes) {
 
 TEST_F(AShortLock, IsWaitedForByTheRestoreOfACopy) {
   const OtherProgram other(directory.Path() / "Brenvo.mdb", "UPDATE Log SET Qra = 'X'");
-  ASSERT_TRUE(RestoreBackup(session, BackupCopies(directory.Path())[0]));
+  ASSERT_TRUE(core::RestoreBackup(session, core::BackupCopies(directory.Path())[0]));
   EXPECT_EQ(Rows("select Call from Log"), std::vector<std::string>{"IK3ONE"});
 }
 
@@ -69,4 +69,4 @@ TEST_F(AShortLock, IsWaitedForByTheCompaction) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::station

@@ -8,13 +8,14 @@
 #include "log/log_form.h"
 #include "tests/station/all_windows.h"
 
-namespace brenvo {
+namespace brenvo::station {
 namespace {
 
 using testing::ElementsAre;
 
-constexpr ContactsChanged kManyOfLog{ContactTable::kLog, ManyContacts()};
-constexpr ContactsChanged kManyOfContests{ContactTable::kContestQso, ManyContacts()};
+constexpr core::ContactsChanged kManyOfLog{core::ContactTable::kLog, core::ManyContacts()};
+constexpr core::ContactsChanged kManyOfContests{core::ContactTable::kContestQso,
+                                                core::ManyContacts()};
 
 class RenewalTest : public AllWindowsTest {
  protected:
@@ -25,10 +26,10 @@ class RenewalTest : public AllWindowsTest {
   }
   // Runs a command of the main menu, with Yes to its question if it asks one, and gives what it
   // announces.
-  std::vector<ContactsChanged> Announced(std::string_view command, bool asks = true) {
-    std::vector<ContactsChanged> changes;
-    const ContactSubscription subscription = session.Changes.Subscribe(
-        [&](const ContactsChanged& change) { changes.push_back(change); });
+  std::vector<core::ContactsChanged> Announced(std::string_view command, bool asks = true) {
+    std::vector<core::ContactsChanged> changes;
+    const core::ContactSubscription subscription = session.Changes.Subscribe(
+        [&](const core::ContactsChanged& change) { changes.push_back(change); });
     if (asks) machine.Messages().QueueAnswer(true);
     Press(*frame, command);
     return changes;
@@ -44,9 +45,9 @@ TEST_F(RenewalTest, EveryBatchOverTheLogIsAnnouncedOnce) {
 }
 
 TEST_F(RenewalTest, ABatchThatIsRefusedAnnouncesNothing) {
-  std::vector<ContactsChanged> changes;
-  const ContactSubscription subscription =
-      session.Changes.Subscribe([&](const ContactsChanged& change) { changes.push_back(change); });
+  std::vector<core::ContactsChanged> changes;
+  const core::ContactSubscription subscription = session.Changes.Subscribe(
+      [&](const core::ContactsChanged& change) { changes.push_back(change); });
   for (const char* command : {"cmQslAggiorna", "cmAssegnaPrefissi", "cmAzzeraLog"}) {
     machine.Messages().QueueAnswer(false);
     Press(*frame, command);
@@ -55,13 +56,13 @@ TEST_F(RenewalTest, ABatchThatIsRefusedAnnouncesNothing) {
 }
 
 TEST_F(RenewalTest, AnImportIsSeenInAnOpenLog) {
-  auto& log = Open<LogForm>("LogForm");
+  auto& log = Open<log::LogForm>("LogForm");
   const std::filesystem::path file = directory.Path() / "due.adi";
   std::ofstream(file) << "<EOH><CALL:6>IK2BBB<QSO_DATE:8>20010102<TIME_ON:4>1000<BAND:2>2m"
                          "<MODE:3>SSB<EOR><CALL:6>IK2CCC<QSO_DATE:8>20010102<TIME_ON:4>1001"
                          "<BAND:2>2m<MODE:3>SSB<EOR>";
   machine.Picks().Queue(file);
-  InDialogs([this](Window& import) { Press(import, "cmImporta"); });
+  InDialogs([this](forms::Window& import) { Press(import, "cmImporta"); });
   EXPECT_THAT(Announced("cmImportaAdif", false), ElementsAre(kManyOfLog));
   EXPECT_EQ(log.CallQso.Text(), "IK1AAA");
   EXPECT_EQ(log.QsoTotali.Text(), "3");
@@ -73,9 +74,9 @@ TEST_F(RenewalTest, AnImportIsSeenInAnOpenLog) {
 TEST_F(RenewalTest, ATransferIsSeenInTheLogAndInTheOtherLogOfItsContest) {
   Exec("insert into Contest (DataContest,Banda) values ('03/03/2001','  2 m')");
   Exec("update [Contest Qso] set Giorno=3,Qtr='10:00:00',InLog=True");
-  auto& log = Open<LogForm>("LogForm");
-  auto& first = Open<ContestQso>("ContestQso");
-  auto& second = Open<ContestQso>("ContestQso");
+  auto& log = Open<log::LogForm>("LogForm");
+  auto& first = Open<contest::ContestQso>("ContestQso");
+  auto& second = Open<contest::ContestQso>("ContestQso");
   machine.Messages().QueueAnswer(true);
   Event([&] { first.Close(); });
   EXPECT_EQ(log.QsoTotali.Text(), "2");
@@ -87,8 +88,8 @@ TEST_F(RenewalTest, ATransferIsSeenInTheLogAndInTheOtherLogOfItsContest) {
 
 TEST_F(RenewalTest, EmptyingTheContestsLeavesNoCommandForTheOneOnScreen) {
   Exec("insert into Contest (DataContest,Banda) values ('03/03/2001','  2 m')");
-  auto& contest = Open<ContestForm>("Contest");
-  auto& log = Open<ContestQso>("ContestQso");
+  auto& contest = Open<contest::ContestForm>("Contest");
+  auto& log = Open<contest::ContestQso>("ContestQso");
   EXPECT_TRUE(contest.cmUpdate.Enabled());
   Announced("cmAzzeraContest");
   EXPECT_FALSE(contest.cmUpdate.Enabled());
@@ -98,4 +99,4 @@ TEST_F(RenewalTest, EmptyingTheContestsLeavesNoCommandForTheOneOnScreen) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::station

@@ -5,7 +5,7 @@
 #include "station/station.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::station {
 namespace {
 
 // A window that the main menu opens by itself, and the section of its place in the settings.
@@ -46,11 +46,12 @@ TEST_F(Shutdown, WithTwelveOpenWindowsSavesTwelvePositions) {
   std::map<std::string, int> places;
   int place = 100;
   for (const OpenWindow& each : kTwelve) {
-    Window* const window = session.Windows.Find(each.window);
+    forms::Window* const window = session.Windows.Find(each.window);
     ASSERT_NE(window, nullptr) << each.window;
     Event([&] {
-      window->Moved({Twips(place), Twips(place + 1), Twips(place + 4000), Twips(place + 3000)},
-                    WindowState::kNormal);
+      window->Moved({base::Twips(place), base::Twips(place + 1), base::Twips(place + 4000),
+                     base::Twips(place + 3000)},
+                    forms::WindowState::kNormal);
     });
     places[each.section] = place;
     place += 10;
@@ -68,20 +69,22 @@ TEST_F(Shutdown, WithTwelveOpenWindowsSavesTwelvePositions) {
 
 TEST_F(Shutdown, WindowsComeBackWhereTheyWere) {
   Event([&] {
-    session.Windows.Find("Hrd")->Moved({Twips(300), Twips(450), Twips(9000), Twips(6000)},
-                                       WindowState::kNormal);
+    session.Windows.Find("Hrd")->Moved(
+        {base::Twips(300), base::Twips(450), base::Twips(9000), base::Twips(6000)},
+        forms::WindowState::kNormal);
   });
   Event([&] { frame->FindCommand("cmSaveDesktop")->Press(); });
   Event([&] { StopStation(session); });
-  Session next(machine, directory.Path());
-  MainFrame* const again = StartStation(next);
+  core::Session next(machine, directory.Path());
+  core::MainFrame* const again = StartStation(next);
   next.Windows.RunEvent([&] { again->FindCommand("cmLoadDesktop")->Press(); });
   // The tables and the profile are no part of a desktop.
   EXPECT_EQ(next.Windows.Loaded().size(), 1 + std::size(kTwelve) - 2);
-  EXPECT_EQ(next.Windows.Find("Hrd")->GetBounds(),
-            (Bounds{Twips(300), Twips(450), Twips(9000), Twips(6000)}));
+  EXPECT_EQ(
+      next.Windows.Find("Hrd")->GetBounds(),
+      (forms::Bounds{base::Twips(300), base::Twips(450), base::Twips(9000), base::Twips(6000)}));
   next.Windows.RunEvent([&] { StopStation(next); });
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::station

@@ -17,7 +17,7 @@
 #include "tests/support/golden.h"
 #include "tests/support/places.h"
 
-namespace brenvo {
+namespace brenvo::station {
 namespace {
 
 using testing::Contains;
@@ -56,15 +56,14 @@ class AnUnreadableDate : public testing::WithParamInterface<Unreadable>, public 
     sqlite3_close(tool);
   }
   void PutIntoDirectory(const char* file) const {
-    std::filesystem::copy_file(SourceDir() / "data" / file,
-                               directory.Path() / file);
+    std::filesystem::copy_file(SourceDir() / "data" / file, directory.Path() / file);
   }
   std::string Told() const {
     return std::string("Non leggibile nel database: DataQso '") + GetParam().text + "'";
   }
   // The log's record of this call.
-  LogForm& LogAt(std::string_view call) {
-    LogForm& log = Open<LogForm>("LogForm");
+  log::LogForm& LogAt(std::string_view call) {
+    log::LogForm& log = Open<log::LogForm>("LogForm");
     Press(log, "cmFirst");
     for (int i = 0; i < 3 && log.CallQso.Text() != call; ++i) Press(log, "cmNext");
     EXPECT_EQ(log.CallQso.Text(), call);
@@ -73,7 +72,7 @@ class AnUnreadableDate : public testing::WithParamInterface<Unreadable>, public 
 };
 
 TEST_P(AnUnreadableDate, IsShownEmptyAndToldAndTheOtherContactsAreShownAsEver) {
-  LogForm& log = LogAt("IK3TWO");
+  log::LogForm& log = LogAt("IK3TWO");
   EXPECT_EQ(log.DataQso.Text(), "");
   EXPECT_EQ(log.Qtr.Text(), "__:__");
   EXPECT_EQ(log.Locator.Text(), "JN65AA");
@@ -89,7 +88,7 @@ TEST_P(AnUnreadableDate, IsShownEmptyAndToldAndTheOtherContactsAreShownAsEver) {
 }
 
 TEST_P(AnUnreadableDate, IsNotStoredAgainUntilOneIsTyped) {
-  LogForm& log = LogAt("IK3TWO");
+  log::LogForm& log = LogAt("IK3TWO");
   Press(log, "cmUpdate");
   EXPECT_THAT(Lines(), ElementsAre("message exclamation \"\" \"Data errata\""));
   Event([&] { log.DataQso.SetText("02/01/2001"); });
@@ -100,7 +99,7 @@ TEST_P(AnUnreadableDate, IsNotStoredAgainUntilOneIsTyped) {
 }
 
 TEST_P(AnUnreadableDate, StandsInTheGridsAsItIs) {
-  LogForm& log = LogAt("IK3ONE");
+  log::LogForm& log = LogAt("IK3ONE");
   Event([&] { log.cmVista.Press(); });
   ASSERT_EQ(log.DataGrid1.Rows(), 4);
   std::set<std::string> cells;
@@ -118,7 +117,7 @@ TEST_P(AnUnreadableDate, StandsInTheGridsAsItIs) {
 }
 
 TEST_P(AnUnreadableDate, GoesIntoTheFileOfTheLogEmptyAndIsTold) {
-  LogForm& log = LogAt("IK3TWO");
+  log::LogForm& log = LogAt("IK3TWO");
   machine.Messages().QueueAnswer(false);
   Press(log, "cmAllQso");
   EXPECT_EQ(log.StatusBar1.Panel(1), "Esportati senza data, che nel database non è leggibile: 1");
@@ -128,8 +127,8 @@ TEST_P(AnUnreadableDate, GoesIntoTheFileOfTheLogEmptyAndIsTold) {
 }
 
 TEST_P(AnUnreadableDate, IsLeftOutOfALogFileAndCounted) {
-  const auto counts = ExportContacts(session, kAllContacts, directory.Path() / "all.adi",
-                                     [](std::int64_t) { return true; });
+  const auto counts = adif::ExportContacts(
+      session, adif::kAllContacts, directory.Path() / "all.adi", [](std::int64_t) { return true; });
   ASSERT_TRUE(counts);
   EXPECT_EQ(counts->written, 2);
   EXPECT_EQ(counts->leftOut, 1);
@@ -141,7 +140,7 @@ TEST_P(AnUnreadableDate, KeepsNoImportFromFindingWhatIsThere) {
                          "<MODE:3>SSB<EOR><CALL:6>IK3NEW<QSO_DATE:8>20000101<TIME_ON:4>1000"
                          "<BAND:2>2m<MODE:3>SSB<EOR>";
   std::ostringstream report;
-  const auto counts = ImportContacts(
+  const auto counts = adif::ImportContacts(
       session, file, {}, [](std::int64_t) { return true; }, report);
   ASSERT_TRUE(counts);
   EXPECT_THAT(Rows("select Call from Log where Call in ('IK3ONE','IK3NEW') order by Call"),
@@ -153,27 +152,27 @@ TEST_P(AnUnreadableDate, IsNoneOnTheAwardsPagesByDate) {
   std::ofstream(directory.Path() / "Country.html")
       << "<TR><TH>x</TH></TR><TR><TD>[DATA]|[CALL]</TD></TR>";
   session.QueryText = "WHERE QsoNr>0";
-  Press(Open<AwardGrid>("SCountry"), "cmByDate");
+  Press(Open<awards::AwardGrid>("SCountry"), "cmByDate");
   EXPECT_THAT(Lines(), ElementsAre("open \"OUT_Country.html\""));
   EXPECT_THAT(ReadBytes(directory.Path() / "OUT_Country.html"), HasSubstr("<TD>|IK3TWO</TD>"));
 }
 
 TEST_P(AnUnreadableDate, IsPrintedEmptyInEveryReport) {
-  InDialogs([](Window& dialog) {
+  InDialogs([](forms::Window& dialog) {
     dialog.Tag = "WHERE QsoNr>0";
     dialog.Hide();
   });
   Exec("update Log set [Note]='[SOTA x]'");
   for (const char* layout : {"logv.rpt", "logo.rpt"}) PutIntoDirectory(layout);
-  for (const ReportMember& member : ReportMembers()) {
+  for (const print::ReportMember& member : print::ReportMembers()) {
     SCOPED_TRACE(member.command);
-    Event([&] { PrintReport(session, member); });
+    Event([&] { print::PrintReport(session, member); });
     EXPECT_THAT(Lines(), ElementsAre("report \"logo.rpt\""));
   }
   Exec("delete * from SLog");
   Exec("insert into SLog select * from Log where Call='IK3TWO'");
   for (const char* layout : {"logv.rpt", "logo.rpt"}) {
-    RunReport(session, directory.Path() / layout);
+    print::RunReport(session, directory.Path() / layout);
     const Texts lines = Lines();
     EXPECT_THAT(lines, Contains(EndsWith("\"IK3TWO\"")));
     EXPECT_THAT(lines, Contains("print end"));
@@ -184,7 +183,7 @@ TEST_P(AnUnreadableDate, IsPrintedEmptyInEveryReport) {
 }
 
 TEST_P(AnUnreadableDate, IsNotOnItsLabelAndTold) {
-  StampaQsl& labels = Open<StampaQsl>("StampaQsl");
+  print::StampaQsl& labels = Open<print::StampaQsl>("StampaQsl");
   labels.DatiQso.SetOn(true);
   Press(labels, "cmPrint");
   const Texts lines = Lines();
@@ -218,4 +217,4 @@ INSTANTIATE_TEST_SUITE_P(Any, AnUnreadableDate, testing::ValuesIn(kUnreadable),
                          [](const auto& each) { return std::string(each.param.name); });
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::station

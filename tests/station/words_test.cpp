@@ -6,7 +6,7 @@
 #include "tests/station/all_windows.h"
 #include "tests/support/golden.h"
 
-namespace brenvo {
+namespace brenvo::station {
 namespace {
 
 // A line of the table holds no line ends.
@@ -17,14 +17,14 @@ std::string OnOneLine(std::string text) {
 
 class Words : public AllWindowsTest {
  protected:
-  std::string TableOf(Window& window) {
+  std::string TableOf(forms::Window& window) {
     std::string table = fmt::format("{}\t{}\n", window.Name(), window.Caption());
-    StatusBar* bar = nullptr;
-    for (Field* field : window.Fields()) {
-      if (bar == nullptr) bar = FieldAs<StatusBar>(*field);
+    forms::StatusBar* bar = nullptr;
+    for (forms::Field* field : window.Fields()) {
+      if (bar == nullptr) bar = forms::FieldAs<forms::StatusBar>(*field);
     }
-    for (Field* field : window.Fields()) {
-      const auto* command = FieldAs<Command>(*field);
+    for (forms::Field* field : window.Fields()) {
+      const auto* command = forms::FieldAs<forms::Command>(*field);
       std::string hint;
       if (field->HasHint() && bar != nullptr) {
         field->Hover();
@@ -45,7 +45,7 @@ TEST_F(Words, OfAllWindowsAreThoseThatAnOperatorHasRead) {
   for (const std::string& name : session.Windows.KnownNames()) {
     if (name == frame->Name()) continue;
     session.Windows.RunEvent([&] {
-      Window* const window = session.Windows.LoadNew(name);
+      forms::Window* const window = session.Windows.LoadNew(name);
       ASSERT_NE(window, nullptr) << name;
       table += TableOf(*window);
       session.Windows.Unload(*window);
@@ -55,4 +55,4 @@ TEST_F(Words, OfAllWindowsAreThoseThatAnOperatorHasRead) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::station

@@ -35,9 +35,9 @@ inline std::string GeneratedRecord(std::int64_t number) {
   constexpr const char* kModes[] = {"SSB", "CW", "FT8", "RTTY", "FM", "JT65"};
   constexpr const char* kNames[] = {"Mario",         "Nicol\xC3\xB2", "Andr\xC3\xA9",
                                     "J\xC3\xBCrgen", "Paolo",         "Bj\xC3\xB6rn"};
-  const DateTime at =
-      DateTime::FromSeconds(DateTime::Of(1990, 1, 1).Seconds() + number * 60 + number % 60);
-  const std::string iso = IsoText(at);
+  const base::DateTime at = base::DateTime::FromSeconds(base::DateTime::Of(1990, 1, 1).Seconds() +
+                                                        number * 60 + number % 60);
+  const std::string iso = base::IsoText(at);
   const std::string date = iso.substr(0, 4) + iso.substr(5, 2) + iso.substr(8, 2);
   const std::string time = iso.substr(11, 2) + iso.substr(14, 2) + iso.substr(17, 2);
   const Band& band = kBands[number / 3 % 6];

@@ -10,7 +10,7 @@ template <typename Work>
 int ErrorOf(Work&& work) {
   try {
     work();
-  } catch (const DatabaseError& error) {
+  } catch (const engine::DatabaseError& error) {
     return error.Number;
   }
   return 0;

@@ -10,9 +10,9 @@
 #include <string>
 
 #include "file/database_file.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/unsynced_files.h"
-#include "tests/support/places.h"
 
 namespace brenvo {
 
@@ -27,7 +27,7 @@ class ScratchDatabase {
 
   const std::filesystem::path& Path() const { return directory_.Path(); }
   std::filesystem::path File() const { return Path() / "Brenvo.mdb"; }
-  Database Open() const { return OpenDatabaseFile(File()); }
+  engine::Database Open() const { return file::OpenDatabaseFile(File()); }
   // Runs SQL as another tool would, with nothing of the engine.
   void Sql(const std::string& sql) const { Run(File(), sql); }
 

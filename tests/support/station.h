@@ -15,9 +15,9 @@
 #include "core/session.h"
 #include "file/database_file.h"
 #include "recorder/recording_platform.h"
+#include "tests/support/places.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/unsynced_files.h"
-#include "tests/support/places.h"
 
 namespace brenvo {
 
@@ -26,8 +26,7 @@ class ScratchStationDirectory : public ScratchDirectory {
  public:
   ScratchStationDirectory() {
     LeaveFilesUnsynced();
-    std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb",
-                               Path() / "Brenvo.mdb");
+    std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb", Path() / "Brenvo.mdb");
   }
 };
 
@@ -38,14 +37,15 @@ class ScratchStationDirectory : public ScratchDirectory {
 class StationTest : public testing::Test {
  protected:
   explicit StationTest(bool openFrame = true) {
-    machine.SetNow(DateTime::Of(2001, 2, 3, 4, 5, 6));
+    machine.SetNow(base::DateTime::Of(2001, 2, 3, 4, 5, 6));
     machine.SetApplicationDirectory(directory.Path());
     {
-      Database db = OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
+      engine::Database db = file::OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
       db.Execute("UPDATE [User] SET Locator='JN65AA'");
     }
     if (openFrame) {
-      frame = &static_cast<MainFrame&>(session.Windows.Adopt(std::make_unique<MainFrame>(session)));
+      frame = &static_cast<core::MainFrame&>(
+          session.Windows.Adopt(std::make_unique<core::MainFrame>(session)));
       session.Windows.Show(*frame);
       machine.TakeLines();
     }
@@ -72,26 +72,26 @@ class StationTest : public testing::Test {
   }
   // One event of the operator.
   void Event(const std::function<void()>& event) { session.Windows.RunEvent(event); }
-  void Press(Window& window, std::string_view command) {
-    Command* const found = window.FindCommand(command);
+  void Press(forms::Window& window, std::string_view command) {
+    forms::Command* const found = window.FindCommand(command);
     ASSERT_NE(found, nullptr) << window.Name() << '.' << command;
     Event([&] { found->Press(); });
   }
   // Comes to a field and replaces its content key by key.
-  void Type(TextField& field, std::string_view text) {
+  void Type(forms::TextField& field, std::string_view text) {
     Event([&] { field.Focus(); });
     for (const char c : text) {
       Event([&] { field.TypeKey(static_cast<unsigned char>(c)); });
     }
   }
-  void Hover(Field& field) {
+  void Hover(forms::Field& field) {
     Event([&] { field.Hover(); });
   }
   // What the operator does in each dialog from now on; at least one has to come.
-  void InDialogs(std::function<void(Window&)> work) {
+  void InDialogs(std::function<void(forms::Window&)> work) {
     ExpectDialogsCame();
     dialogForeseen_ = true;
-    machine.Host().InModal = [this, work = std::move(work)](Window& dialog) {
+    machine.Host().InModal = [this, work = std::move(work)](forms::Window& dialog) {
       dialogForeseen_ = false;
       work(dialog);
     };
@@ -122,9 +122,9 @@ class StationTest : public testing::Test {
   std::vector<std::string> Lines() { return machine.TakeLines(); }
 
   ScratchStationDirectory directory;
-  RecordingPlatform machine;
-  Session session{machine, directory.Path()};
-  MainFrame* frame = nullptr;
+  recorder::RecordingPlatform machine;
+  core::Session session{machine, directory.Path()};
+  core::MainFrame* frame = nullptr;
 
  private:
   void ExpectDialogsCame() const {

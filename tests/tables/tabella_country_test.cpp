@@ -2,7 +2,7 @@
 
 #include "tests/tables/tables_station.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 class TabellaCountryTest : public TablesStation {
@@ -157,7 +157,7 @@ TEST_F(TabellaCountryTest, UpdateWhereTheTableStandsOnNoRowEndsTheProgram) {
   TabellaCountry& table = OpenTable();
   Type(table.Codice, "Q9X");
   Type(table.Descrizione, "Terra");
-  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento country\" \" 3021 - "));
 }
@@ -166,7 +166,7 @@ TEST_F(TabellaCountryTest, UpdateAfterADeleteEndsTheProgram) {
   TabellaCountry& table = OpenTable();
   Click(table.LBCountry, "I     Italia");
   Press(table, "cmDelete");
-  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento country\" \" 3167 - "));
 }
@@ -205,7 +205,7 @@ TEST_F(TabellaCountryTest, MapAndFlagComeFromTheListOfFilesAndGoByBackspace) {
 
 TEST_F(TabellaCountryTest, HintsTellWhatTheListsAreFor) {
   TabellaCountry& table = OpenTable();
-  const std::pair<Field*, std::string> hints[] = {
+  const std::pair<forms::Field*, std::string> hints[] = {
       {&table.LBCountry,
        "Premi una lettera per ricercare o Click per richiamare i dati del country"},
       {&table.Frame2, "01/01/9999 indica nessuna data impostata"},
@@ -218,7 +218,7 @@ TEST_F(TabellaCountryTest, HintsTellWhatTheListsAreFor) {
 
 TEST_F(TabellaCountryTest, ItKeepsItsPlaceAndExitCloses) {
   TabellaCountry& table = OpenTable();
-  table.Move({Twips(30), Twips(45), Twips(10800), Twips(7200)});
+  table.Move({base::Twips(30), base::Twips(45), base::Twips(10800), base::Twips(7200)});
   Press(table, "cmExit");
   EXPECT_EQ(session.Windows.Find("TabellaCountry"), nullptr);
   EXPECT_EQ(session.GetSetting("Country", "Y", ""), "45");
@@ -228,10 +228,10 @@ TEST_F(TabellaCountryTest, AnyOtherFailureEndsTheProgram) {
   TabellaCountry& table = OpenTable();
   Click(table.LBCountry, "I     Italia");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Inserimento country\" \" 3420"));
-  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento country\" \" 3420"));
 }
@@ -248,4 +248,4 @@ TEST_F(TabellaCountryTest, AQuoteIsStoredAsItStands) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -3,7 +3,7 @@
 #include "tables/help_form.h"
 #include "tests/tables/tables_station.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 class TabellaNoteTest : public TablesStation {
@@ -115,16 +115,16 @@ TEST_F(TabellaNoteTest, AnyOtherFailureEndsTheProgram) {
   TabellaNote& table = OpenTable();
   Click(table.LBNote, "PROP  F2");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0), testing::StartsWith("message critical \"Inserimento nota\" \" 3420"));
-  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento nota\" \" 3420"));
 }
 
 TEST_F(TabellaNoteTest, ItKeepsItsPlaceAndExitCloses) {
   TabellaNote& table = OpenTable();
-  table.Move({Twips(30), Twips(45), Twips(7200), Twips(5400)});
+  table.Move({base::Twips(30), base::Twips(45), base::Twips(7200), base::Twips(5400)});
   Press(table, "cmExit");
   EXPECT_EQ(session.Windows.Find("TabellaNote"), nullptr);
   EXPECT_EQ(session.GetSetting("Note", "Y", ""), "45");
@@ -187,7 +187,7 @@ TEST_F(HelpFormTest, ATypeWithAQuoteIsAFailureOfItsEvent) {
 
 TEST_F(HelpFormTest, HintsLeadThroughIt) {
   HelpForm& help = OpenHelp();
-  const std::pair<Field*, std::string> hints[] = {
+  const std::pair<forms::Field*, std::string> hints[] = {
       {&help.LBTipoNote, "Doppio click per gli elementi"},
       {&help.LBNote, "Doppio click per riportare la nota nel Log"},
       {&help.cmExit, "Chiude la finestra Help"}};
@@ -198,4 +198,4 @@ TEST_F(HelpFormTest, HintsLeadThroughIt) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::tables

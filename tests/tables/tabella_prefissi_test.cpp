@@ -2,7 +2,7 @@
 
 #include "tests/tables/tables_station.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 constexpr char kRepeated[] = "Prefisso gia' caricato";
@@ -28,7 +28,7 @@ class TabellaPrefissiTest : public TablesStation {
     Type(table.ZonaITU, itu);
     Type(table.Continente, continent);
   }
-  static void SelectListEntryOf(ListField& list, std::string_view code) {
+  static void SelectListEntryOf(forms::ListField& list, std::string_view code) {
     for (std::size_t i = 0; i < list.Items().size(); ++i) {
       if (list.Items()[i].starts_with(std::string(code) + " ")) {
         list.SetListIndex(static_cast<int>(i));
@@ -165,7 +165,8 @@ TEST_F(TabellaPrefissiTest, AnEmptyFieldStopsACommandWithoutAWordAndAZoneOf0Pass
   TabellaPrefissi& table = OpenTable();
   for (int missing = 0; missing < 4; ++missing) {
     Fill(table, "IK1", "I", "15", "28", "EU");
-    TextField* const fields[] = {&table.Codice, &table.ZonaCQ, &table.ZonaITU, &table.Continente};
+    forms::TextField* const fields[] = {&table.Codice, &table.ZonaCQ, &table.ZonaITU,
+                                        &table.Continente};
     fields[missing]->SetText("");
     Press(table, "cmInsert");
     Press(table, "cmUpdate");
@@ -237,7 +238,7 @@ TEST_F(TabellaPrefissiTest, ForTheLogADoubleClickLeavesTheChoiceAndCloses) {
   TabellaPrefissi& table = OpenTable("LOG");
   Event([&] { table.Spread1.DoubleClickCell(2, 0); });
   EXPECT_EQ(session.Windows.Find("TabellaPrefissi"), nullptr);
-  const PrefixChoice& chosen = session.ChosenPrefix;
+  const core::PrefixChoice& chosen = session.ChosenPrefix;
   EXPECT_EQ(
       (Texts{chosen.Prefisso, chosen.Country, chosen.ZonaCQ, chosen.ZonaITU, chosen.Continente}),
       (Texts{"IK3", "I", "15", "28", "EU"}));
@@ -272,11 +273,11 @@ TEST_F(TabellaPrefissiTest, AnyOtherFailureEndsTheProgram) {
   TabellaPrefissi& table = OpenTable();
   Fill(table, "IK1", "I", "15", "28", "EU");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
   EXPECT_THAT(Lines(), testing::ElementsAre(
                            testing::StartsWith("message critical \"Inserimento prefisso\" \" 3420"),
                            "end-program"));
-  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento prefisso\" \" 3420"));
 }
@@ -285,10 +286,10 @@ TEST_F(TabellaPrefissiTest, AnUpdateOfAnEmptyTableEndsTheProgram) {
   Exec("delete * from Prefissi");
   TabellaPrefissi& table = OpenTable();
   Fill(table, "IK1", "I", "15", "28", "EU");
-  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento prefisso\" \" 3021 - "));
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -2,7 +2,7 @@
 
 #include "tests/tables/tables_station.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 class TabellaProvincieTest : public TablesStation {
@@ -146,10 +146,10 @@ TEST_F(TabellaProvincieTest, AnyOtherFailureEndsTheProgramAndAnUpdateKeepsTheCou
   TabellaProvincie& table = OpenOn(kItaly);
   Click(table.LBProv, "VE  Venezia");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Inserimento provincia\" \" 3420"));
-  EXPECT_THROW(Press(table, "cmUpdate"), ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento country\" \" 3420"));
 }
@@ -165,11 +165,11 @@ TEST_F(TabellaProvincieTest, AQuoteIsStoredAsItStands) {
 
 TEST_F(TabellaProvincieTest, ItKeepsItsPlaceAndExitCloses) {
   TabellaProvincie& table = OpenTable();
-  table.Move({Twips(30), Twips(45), Twips(9600), Twips(6000)});
+  table.Move({base::Twips(30), base::Twips(45), base::Twips(9600), base::Twips(6000)});
   Press(table, "cmExit");
   EXPECT_EQ(session.Windows.Find("TabellaProvincie"), nullptr);
   EXPECT_EQ(session.GetSetting("Provincie", "Y", ""), "45");
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::tables

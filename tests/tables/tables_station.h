@@ -11,26 +11,26 @@
 #include "forms/list_field.h"
 #include "tests/support/station.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 
 using Texts = std::vector<std::string>;
 
 class TablesStation : public StationTest {
  protected:
-  void Backspace(TextField& field) {
-    Event([&] { field.TypeKey(kBackspace); });
+  void Backspace(forms::TextField& field) {
+    Event([&] { field.TypeKey(forms::kBackspace); });
   }
   // Clicks the entry of an open list.
-  void Click(ListField& list, std::string_view entry) {
+  void Click(forms::ListField& list, std::string_view entry) {
     const int index = Place(list, entry);
     ASSERT_GE(index, 0) << entry;
     Event([&] { list.Pick(index); });
   }
-  void DoubleClick(ListField& list, std::string_view entry) {
+  void DoubleClick(forms::ListField& list, std::string_view entry) {
     Click(list, entry);
     Event([&] { list.DoubleClick(); });
   }
-  static int Place(const ListField& list, std::string_view entry) {
+  static int Place(const forms::ListField& list, std::string_view entry) {
     for (std::size_t i = 0; i < list.Items().size(); ++i) {
       if (list.Items()[i] == entry) return static_cast<int>(i);
     }
@@ -44,4 +44,4 @@ class TablesStation : public StationTest {
   }
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

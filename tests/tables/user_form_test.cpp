@@ -3,7 +3,7 @@
 #include "core/locator.h"
 #include "tests/tables/tables_station.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 namespace {
 
 constexpr char kLocator[] = "message exclamation \"\" \"Locator non valido\"";
@@ -47,20 +47,20 @@ TEST_F(UserFormTest, ItOpensOnTheProfileAndItsFirstTab) {
   session.SaveSetting("Log", "ManagerZX9TOK", "C:\\qmgr");
   UserForm& user = OpenUser();
   EXPECT_EQ(user.Caption(), "Tabella Utente");
-  const std::pair<TextField*, std::string> texts[] = {{&user.CallQso, "I0ABC"},
-                                                      {&user.Qra, "Anna"},
-                                                      {&user.Qth, "Roma"},
-                                                      {&user.Indirizzo, "Via e numero"},
-                                                      {&user.Provincia, "RM"},
-                                                      {&user.Locator, "JN65AA"},
-                                                      {&user.ZX9TOK, "C:\\qmgr"},
-                                                      {&user.ClusterNode, "IK0CLU"},
-                                                      {&user.TelnetCluster, "host:8000"},
-                                                      {&user.TelnetWWConv, "chat"},
-                                                      {&user.CallFile, "cq.wav"},
-                                                      {&user.CallInterval, "10"},
-                                                      {&user.TNCBaud, "1200"},
-                                                      {&user.TNCPort, "COM2"}};
+  const std::pair<forms::TextField*, std::string> texts[] = {{&user.CallQso, "I0ABC"},
+                                                             {&user.Qra, "Anna"},
+                                                             {&user.Qth, "Roma"},
+                                                             {&user.Indirizzo, "Via e numero"},
+                                                             {&user.Provincia, "RM"},
+                                                             {&user.Locator, "JN65AA"},
+                                                             {&user.ZX9TOK, "C:\\qmgr"},
+                                                             {&user.ClusterNode, "IK0CLU"},
+                                                             {&user.TelnetCluster, "host:8000"},
+                                                             {&user.TelnetWWConv, "chat"},
+                                                             {&user.CallFile, "cq.wav"},
+                                                             {&user.CallInterval, "10"},
+                                                             {&user.TNCBaud, "1200"},
+                                                             {&user.TNCPort, "COM2"}};
   for (const auto& [field, text] : texts) EXPECT_EQ(field->Text(), text) << field->Name();
   EXPECT_TRUE(user.TNCEcho.IsOn());
   EXPECT_EQ(user.File1.Items(), (Texts{"20m.wav", "2m.WAV", "cq.wav"}));
@@ -87,7 +87,7 @@ TEST_F(UserFormTest, ATabShowsItsPanelAndHidesTheOther) {
 TEST_F(UserFormTest, EveryFieldStandsOnOneTabOrAboveThem) {
   UserForm& user = OpenUser();
   std::size_t onTabs = 0;
-  for (const TabStrip::Page& page : user.Tab1.Pages()) onTabs += page.fields.size();
+  for (const forms::TabStrip::Page& page : user.Tab1.Pages()) onTabs += page.fields.size();
   EXPECT_EQ(onTabs, 14u);
   EXPECT_EQ(user.Tab1.Pages()[0].fields.front(), &user.DataGrid1);
 }
@@ -127,9 +127,9 @@ TEST_F(UserFormTest, ExitClosesWithoutWriting) {
 
 TEST_F(UserFormTest, AnEmptyMandatoryFieldBringsOneMessage) {
   UserForm& user = OpenUser();
-  for (TextField* field :
-       {&user.CallQso, &user.Qra, &user.Qth, &user.Indirizzo, &user.Provincia,
-        static_cast<TextField*>(&user.TNCBaud), static_cast<TextField*>(&user.TNCPort)}) {
+  for (forms::TextField* field : {&user.CallQso, &user.Qra, &user.Qth, &user.Indirizzo,
+                                  &user.Provincia, static_cast<forms::TextField*>(&user.TNCBaud),
+                                  static_cast<forms::TextField*>(&user.TNCPort)}) {
     const std::string before = field->Text();
     field->SetText(field == &user.Qra ? "   " : "");
     Press(user, "cmUpdate");
@@ -151,8 +151,8 @@ TEST_F(UserFormTest, ALocatorOfFiveCharactersBringsTwoMessages) {
 
 TEST_F(UserFormTest, TheFieldsOfLinksAndCallMayStayBlank) {
   UserForm& user = OpenUser();
-  for (TextField* field : {&user.CallFile, &user.CallInterval, &user.ClusterNode,
-                           &user.TelnetCluster, &user.TelnetWWConv}) {
+  for (forms::TextField* field : {&user.CallFile, &user.CallInterval, &user.ClusterNode,
+                                  &user.TelnetCluster, &user.TelnetWWConv}) {
     field->SetText("");
   }
   Press(user, "cmUpdate");
@@ -172,7 +172,7 @@ TEST_F(UserFormTest, ANewLocatorCountsAtOnceForDistances) {
   Type(user.Locator, "JN61FR");
   Press(user, "cmUpdate");
   EXPECT_EQ(session.MyLocator, "JN61FR");
-  EXPECT_EQ(QrbKm(session.MyLocator, "JN65AA"), QrbKm("JN61FR", "JN65AA"));
+  EXPECT_EQ(core::QrbKm(session.MyLocator, "JN65AA"), core::QrbKm("JN61FR", "JN65AA"));
 }
 
 TEST_F(UserFormTest, TheManagerPathIsStoredTrimmedAndABlankOneAsEmpty) {
@@ -219,7 +219,7 @@ TEST_F(UserFormTest, TheModeIsPickedFromItsList) {
   EXPECT_FALSE(user.Modo.Visible());
   EXPECT_EQ(Band("  2 m", "Modo"), Texts{"CW"});
   EXPECT_EQ(user.DataGrid1.Cell(row, kModo), "CW");
-  KeyOn(user, row, kModo, kBackspace);
+  KeyOn(user, row, kModo, forms::kBackspace);
   EXPECT_FALSE(user.Modo.Visible());
   EXPECT_EQ(Band("  2 m", "Modo"), Texts{""});
 }
@@ -246,7 +246,7 @@ TEST_F(UserFormTest, ABandWithAWaveFileIsAnnouncedAndOneWithoutIsNot) {
   EXPECT_FALSE(user.File2.Visible());
   EXPECT_EQ(Band("  2 m", "AnnunceDX,FilenameDX"), Texts{"-1|2m.WAV"});
   EXPECT_EQ(user.DataGrid1.Cell(row, kAnnunceDX), "Sì");
-  KeyOn(user, row, kFilenameDX, kBackspace);
+  KeyOn(user, row, kFilenameDX, forms::kBackspace);
   EXPECT_EQ(Band("  2 m", "AnnunceDX,FilenameDX"), Texts{"0|"});
 }
 
@@ -332,7 +332,7 @@ TEST_F(UserFormTest, AButtonWithoutAFileChosenChangesNothing) {
 
 TEST_F(UserFormTest, CaptionsAndHintsLeadANewOperator) {
   UserForm& user = OpenUser();
-  const std::pair<Field*, std::string> captions[] = {
+  const std::pair<forms::Field*, std::string> captions[] = {
       {&user.CallQso, "Call"},
       {&user.ZX9TOK, "Path manager ZX9TOK"},
       {&user.TNCEcho, "Local echo"},
@@ -376,4 +376,4 @@ TEST_F(UserFormTest, AQuoteInAnyFieldIsStoredAsItStands) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -15,19 +15,20 @@
 #include "forms/tab_strip.h"
 #include "tests/ui/screen.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 using ::testing::ElementsAre;
 
-class ChoiceForm : public Window {
+class ChoiceForm : public forms::Window {
  public:
-  explicit ChoiceForm(WindowHost& host) : Window(host, "ChoiceForm", "", Twips(9000), Twips(9000)) {
+  explicit ChoiceForm(platform::WindowHost& host)
+      : forms::Window(host, "ChoiceForm", "", base::Twips(9000), base::Twips(9000)) {
     Banda.SetItems({"160 m", " 80 m", " 40 m", "  2 m"});
     Country.SetItems({"I    Italia", "F    Francia"});
     LBNote.SetItems({"PROP  F2", "PROP  M.S.", "SAT   AO-7"});
     Modo.SetItems({"SSB", "CW", "RTTY"});
-    for (ListField* list : {&Banda, &Country, &LBNote, &Modo}) {
+    for (forms::ListField* list : {&Banda, &Country, &LBNote, &Modo}) {
       list->OnChange = [this, list] { told.push_back("change " + list->Text()); };
       list->OnClick = [this, list] { told.push_back("click " + list->Text()); };
     }
@@ -39,21 +40,21 @@ class ChoiceForm : public Window {
     Tabs.SetPage(0, First, {});
     Tabs.SetPage(1, Second, {});
   }
-  ListField Banda{*this, "Banda", ListStyle::kDropDown};
-  ListField Country{*this, "Country", ListStyle::kCombo};
-  ListField LBNote{*this, "LBNote", ListStyle::kOpen};
-  ListField Modo{*this, "Modo", ListStyle::kMulti};
-  CheckBox QslRicevuta{*this, "QslRicevuta", {}, true};
-  OptionButton Fisso{*this, "Fisso"};
-  OptionButton Portatile{*this, "Portatile"};
-  OptionGroup SortOrder{*this, "SortOrder", {"Data", "Call", "Qrb"}};
-  Slider Altezza{*this, "Altezza", 0, 700, 339};
-  Gauge SMeter{*this, "SMeter", 20, 175};
-  Command cmToggle{*this, "cmToggle", "&Tasto", [this] { told.push_back("press"); }};
-  Command cmAll{*this, "cmAll", "Tutto"};
-  Menu popup{*this, "popup", "", {&cmAll}};
-  Panel First{*this, "First"}, Second{*this, "Second"};
-  TabStrip Tabs{*this, "Tabs", {"RTX", "Multimedia"}};
+  forms::ListField Banda{*this, "Banda", forms::ListStyle::kDropDown};
+  forms::ListField Country{*this, "Country", forms::ListStyle::kCombo};
+  forms::ListField LBNote{*this, "LBNote", forms::ListStyle::kOpen};
+  forms::ListField Modo{*this, "Modo", forms::ListStyle::kMulti};
+  forms::CheckBox QslRicevuta{*this, "QslRicevuta", {}, true};
+  forms::OptionButton Fisso{*this, "Fisso"};
+  forms::OptionButton Portatile{*this, "Portatile"};
+  forms::OptionGroup SortOrder{*this, "SortOrder", {"Data", "Call", "Qrb"}};
+  forms::Slider Altezza{*this, "Altezza", 0, 700, 339};
+  forms::Gauge SMeter{*this, "SMeter", 20, 175};
+  forms::Command cmToggle{*this, "cmToggle", "&Tasto", [this] { told.push_back("press"); }};
+  forms::Command cmAll{*this, "cmAll", "Tutto"};
+  forms::Menu popup{*this, "popup", "", {&cmAll}};
+  forms::Panel First{*this, "First"}, Second{*this, "Second"};
+  forms::TabStrip Tabs{*this, "Tabs", {"RTX", "Multimedia"}};
   Told told;
 };
 
@@ -263,9 +264,9 @@ TEST_F(ChoiceWidgets, ATriStateBoxGoesTheFieldsRound) {
   auto* box = Find<QCheckBox>("QslRicevuta");
   EXPECT_EQ(box->checkState(), Qt::PartiallyChecked);
   QTest::keyClick(box, Qt::Key_Space);
-  EXPECT_EQ(form.QslRicevuta.State(), CheckState::kOff);
+  EXPECT_EQ(form.QslRicevuta.State(), forms::CheckState::kOff);
   QTest::keyClick(box, Qt::Key_Space);
-  EXPECT_EQ(form.QslRicevuta.State(), CheckState::kOn);
+  EXPECT_EQ(form.QslRicevuta.State(), forms::CheckState::kOn);
   EXPECT_EQ(box->checkState(), Qt::Checked);
 }
 
@@ -337,4 +338,4 @@ TEST_F(ChoiceWidgets, ADisabledFieldIsDisabledOnTheScreen) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

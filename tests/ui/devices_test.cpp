@@ -20,7 +20,7 @@
 #include "ui/text.h"
 #include "ui/wave_file.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 using ::testing::HasSubstr;
@@ -149,13 +149,13 @@ TEST_F(SerialDevice, AMissingPortIsToldInItalianWithItsDevice) {
   try {
     port.Open();
     FAIL() << "opened";
-  } catch (const DeviceError& failure) {
+  } catch (const platform::DeviceError& failure) {
     EXPECT_THAT(failure.what(), HasSubstr("La porta COM2 (/dev/nessuna) non si apre"));
   }
 }
 
 TEST_F(SerialDevice, WritingToAClosedPortIsAFailure) {
-  EXPECT_THROW(port.Write("x"), DeviceError);
+  EXPECT_THROW(port.Write("x"), platform::DeviceError);
   EXPECT_EQ(port.Read(5), "");
   port.Close();
 }
@@ -274,7 +274,7 @@ class PrinterDevice : public Devices {
                       if (cancelled) return nullptr;
                       return PaperTarget::Pdf(file, landscape);
                     },
-                    [](const Window&) { return QPixmap(); }};
+                    [](const forms::Window&) { return QPixmap(); }};
   bool cancelled = false;
 
   QByteArray Pdf() {
@@ -285,12 +285,12 @@ class PrinterDevice : public Devices {
 
 TEST_F(PrinterDevice, PrintsPagesWithTextLinesAndBoxes) {
   printer.SetFont("Times New Roman", 14, true);
-  printer.Text(Mm(20), Mm(30), "LOG FOGLIO DI STAZIONE");
-  printer.TextRight(Mm(180), Mm(30), "59");
-  printer.Line(Mm(0), Mm(43), Mm(195), Mm(43));
-  printer.Box(Mm(10), Mm(50), Mm(13), Mm(53), true);
+  printer.Text(base::Mm(20), base::Mm(30), "LOG FOGLIO DI STAZIONE");
+  printer.TextRight(base::Mm(180), base::Mm(30), "59");
+  printer.Line(base::Mm(0), base::Mm(43), base::Mm(195), base::Mm(43));
+  printer.Box(base::Mm(10), base::Mm(50), base::Mm(13), base::Mm(53), true);
   printer.NewPage();
-  printer.Box(Mm(10), Mm(50), Mm(13), Mm(53), false);
+  printer.Box(base::Mm(10), base::Mm(50), base::Mm(13), base::Mm(53), false);
   printer.EndDocument();
   const QByteArray pdf = Pdf();
   EXPECT_TRUE(pdf.startsWith("%PDF"));
@@ -313,7 +313,7 @@ TEST_F(PrinterDevice, TheNextDocumentLiesOnItsSideAndTheOneAfterItStands) {
 }
 
 TEST_F(PrinterDevice, EveryDocumentBeginsInThePrintersOwnFont) {
-  const Mm own = printer.TextWidth("IK3ABC");
+  const base::Mm own = printer.TextWidth("IK3ABC");
   printer.SetFont("Times New Roman", 24, true);
   EXPECT_GT(printer.TextWidth("IK3ABC"), own * 2);
   printer.EndDocument();
@@ -322,7 +322,7 @@ TEST_F(PrinterDevice, EveryDocumentBeginsInThePrintersOwnFont) {
 
 TEST_F(PrinterDevice, MeasuresATextInTheFontInUse) {
   printer.SetFont("Times New Roman", 10, false);
-  const Mm small = printer.TextWidth("I2ABC");
+  const base::Mm small = printer.TextWidth("I2ABC");
   printer.SetFontSize(20);
   EXPECT_NEAR(printer.TextWidth("I2ABC").Value(), 2 * small.Value(), 0.5);
   EXPECT_EQ(printer.TextWidth("").Value(), 0);
@@ -331,10 +331,10 @@ TEST_F(PrinterDevice, MeasuresATextInTheFontInUse) {
 
 TEST_F(PrinterDevice, ACancelledDialogIsAFailureOfEachOperation) {
   cancelled = true;
-  EXPECT_THROW(printer.Text(Mm(0), Mm(0), "x"), DeviceError);
-  EXPECT_THROW(printer.PageHeight(), DeviceError);
+  EXPECT_THROW(printer.Text(base::Mm(0), base::Mm(0), "x"), platform::DeviceError);
+  EXPECT_THROW(printer.PageHeight(), platform::DeviceError);
   cancelled = false;
-  printer.Text(Mm(0), Mm(0), "x");
+  printer.Text(base::Mm(0), base::Mm(0), "x");
   printer.EndDocument();
   EXPECT_FALSE(Pdf().isEmpty());
 }
@@ -344,14 +344,14 @@ TEST_F(PrinterDevice, APrinterThatCannotBeReachedIsToldAndTheNextTryIsSound) {
   file = directory.filePath("gone/page.pdf");
   for (int tries = 0; tries < 2; ++tries) {
     try {
-      printer.Text(Mm(0), Mm(0), "x");
+      printer.Text(base::Mm(0), base::Mm(0), "x");
       ADD_FAILURE() << "nothing was told";
-    } catch (const DeviceError& failure) {
+    } catch (const platform::DeviceError& failure) {
       EXPECT_EQ(failure.what(), "Il file " + file.toStdString() + " non si puo' scrivere");
     }
   }
   file = sound;
-  printer.Text(Mm(0), Mm(0), "x");
+  printer.Text(base::Mm(0), base::Mm(0), "x");
   printer.EndDocument();
   EXPECT_TRUE(Pdf().startsWith("%PDF"));
 }
@@ -403,4 +403,4 @@ TEST_F(Devices, OnlyTheYesButtonConfirms) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -12,13 +12,13 @@
 #include "forms/grid.h"
 #include "tests/ui/screen.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 using ::testing::ElementsAre;
 
 // A million rows, of which it is remembered which were asked for.
-class ManyRows : public GridRows {
+class ManyRows : public forms::GridRows {
  public:
   std::int64_t RowCount() override { return count; }
   std::string CellText(std::int64_t row, std::size_t field) override {
@@ -43,17 +43,20 @@ class ManyRows : public GridRows {
   Told written;
 };
 
-class GridForm : public Window {
+class GridForm : public forms::Window {
  public:
-  explicit GridForm(WindowHost& host) : Window(host, "GridForm", "", Twips(9000), Twips(9000)) {
+  explicit GridForm(platform::WindowHost& host)
+      : forms::Window(host, "GridForm", "", base::Twips(9000), base::Twips(9000)) {
     Rows.SetSource(&many);
-    Rows.SetColumnsOf(
-        {{"Call", 0, Twips(1500), {}}, {"Hidden", 1, Twips(0), {}}, {"Note", 2, kOwnSize, {}}});
-    const auto tell = [this](const char* what, Grid& grid) {
+    Rows.SetColumnsOf({{"Call", 0, base::Twips(1500), {}},
+                       {"Hidden", 1, base::Twips(0), {}},
+                       {"Note", 2, forms::kOwnSize, {}}});
+    const auto tell = [this](const char* what, forms::Grid& grid) {
       told.push_back(std::string(what) + " " + std::to_string(grid.Row()) + "," +
                      std::to_string(grid.Column()));
     };
-    for (Grid* grid : {static_cast<Grid*>(&Rows), static_cast<Grid*>(&Cells)}) {
+    for (forms::Grid* grid :
+         {static_cast<forms::Grid*>(&Rows), static_cast<forms::Grid*>(&Cells)}) {
       grid->OnClick = [=] { tell("click", *grid); };
       grid->OnDoubleClick = [=] { tell("double", *grid); };
       grid->OnHeading = [this](int column) { told.push_back("heading " + std::to_string(column)); };
@@ -62,16 +65,17 @@ class GridForm : public Window {
     Cells.SetColumns(2);
     Cells.SetCell(0, 0, "Country");
     Cells.SetCell(1, 1, "Confermato");
-    Cells.SetBackColour(1, 1, kGreen);
-    Cells.SetColumnWidth(0, Twips(3000));
-    Cells.SetRowHeight(1, Twips(600));
+    Cells.SetBackColour(1, 1, base::kGreen);
+    Cells.SetColumnWidth(0, base::Twips(3000));
+    Cells.SetRowHeight(1, base::Twips(600));
     Toolbar1.Items = {&cmUpdate};
   }
   ManyRows many;
-  DataGrid Rows{*this, "Rows"};
-  CellGrid Cells{*this, "Cells"};
-  Command cmUpdate{*this, "cmUpdate", "Aggiorna", [this] { many.written.push_back("update"); }};
-  ToolBar Toolbar1{*this, "Toolbar1"};
+  forms::DataGrid Rows{*this, "Rows"};
+  forms::CellGrid Cells{*this, "Cells"};
+  forms::Command cmUpdate{*this, "cmUpdate", "Aggiorna",
+                          [this] { many.written.push_back("update"); }};
+  forms::ToolBar Toolbar1{*this, "Toolbar1"};
   Told told;
 };
 
@@ -141,7 +145,7 @@ TEST_F(GridWidgets, WidthsAreTwipsAndZeroHidesAColumn) {
 }
 
 TEST_F(GridWidgets, AColumnToldTooNarrowForItsCodesShowsThemWhole) {
-  form.Cells.SetColumnWidth(0, Twips(300));
+  form.Cells.SetColumnWidth(0, base::Twips(300));
   form.Cells.SetCell(0, 0, "");
   form.Cells.SetCell(1, 0, "EU-131");
   Settle();
@@ -149,7 +153,7 @@ TEST_F(GridWidgets, AColumnToldTooNarrowForItsCodesShowsThemWhole) {
 }
 
 TEST_F(GridWidgets, AColumnWidensForALongerCodeThatComesLater) {
-  form.Cells.SetColumnWidth(0, Twips(300));
+  form.Cells.SetColumnWidth(0, base::Twips(300));
   form.Cells.SetCell(0, 0, "");
   form.Cells.SetCell(1, 0, "");
   Settle();
@@ -170,7 +174,7 @@ TEST_F(GridWidgets, AWidthDrawnByTheOperatorStaysWhateverComes) {
 }
 
 TEST_F(GridWidgets, ALongTextDoesNotWidenItsColumnBeyondACode) {
-  form.Cells.SetColumnWidth(0, Twips(300));
+  form.Cells.SetColumnWidth(0, base::Twips(300));
   form.Cells.SetCell(0, 0, "");
   form.Cells.SetCell(1, 0, std::string(200, 'M'));
   Settle();
@@ -331,4 +335,4 @@ TEST_F(GridWidgets, RowsThatFailAreToldOnceAndLeaveTheWindowStanding) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -7,12 +7,12 @@
 #include "tests/ui/screen.h"
 #include "ui/help_viewer.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 TEST(HelpFile, PagesBeginAtTheirHeadings) {
   const auto pages =
-      ParseHelp("prima\r\n@ 1 Il primo giorno\r\nTesto\r\n\r\n@ 100 Log\nF2 *inserisce*\n");
+      core::ParseHelp("prima\r\n@ 1 Il primo giorno\r\nTesto\r\n\r\n@ 100 Log\nF2 *inserisce*\n");
   ASSERT_EQ(pages.size(), 2u);
   EXPECT_EQ(pages[0].topic, 1);
   EXPECT_EQ(pages[0].title, "Il primo giorno");
@@ -22,12 +22,12 @@ TEST(HelpFile, PagesBeginAtTheirHeadings) {
 }
 
 TEST(HelpFile, ALineWithAnAtSignAloneIsText) {
-  const auto pages = ParseHelp("@ 1 Uno\n@ senza numero\n@home\n");
+  const auto pages = core::ParseHelp("@ 1 Uno\n@ senza numero\n@home\n");
   ASSERT_EQ(pages.size(), 1u);
   EXPECT_EQ(pages[0].text, "@ senza numero\n@home\n");
 }
 
-TEST(HelpFile, AnEmptyFileHasNoPages) { EXPECT_TRUE(ParseHelp("").empty()); }
+TEST(HelpFile, AnEmptyFileHasNoPages) { EXPECT_TRUE(core::ParseHelp("").empty()); }
 
 TEST(HelpViewerTest, OpensAtItsTopicAndAtTheFirstPageOtherwise) {
   HelpViewer viewer({{1, "Il primo giorno", "Testo"}, {100, "Log", "**F2** inserisce"}}, nullptr);
@@ -65,4 +65,4 @@ TEST(HelpViewerTest, AMissingFileIsAFailure) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

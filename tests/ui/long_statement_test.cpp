@@ -11,14 +11,14 @@
 #include "tests/support/station.h"
 #include "ui/qt_platform.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 class LongStatementOnScreen : public testing::Test {
  protected:
   LongStatementOnScreen() {
     platform.Attach(&session);
-    StartStation(session);
+    station::StartStation(session);
     session.Db.Execute("insert into Log (DataQso,Call) values ('01/01/2001 10:00','A')");
     for (int i = 0; i < 12; ++i) {
       session.Db.Execute("insert into Log (DataQso,Call) select DataQso,Call+'" +
@@ -26,7 +26,7 @@ class LongStatementOnScreen : public testing::Test {
     }
   }
   ~LongStatementOnScreen() override {
-    session.Windows.RunEvent([&] { StopStation(session); });
+    session.Windows.RunEvent([&] { station::StopStation(session); });
     QCoreApplication::processEvents();
     platform.Attach(nullptr);
   }
@@ -42,13 +42,13 @@ class LongStatementOnScreen : public testing::Test {
 
   ScratchStationDirectory directory;
   QtPlatform platform{directory.Path()};
-  Session session{platform, directory.Path()};
+  core::Session session{platform, directory.Path()};
 };
 
 TEST_F(LongStatementOnScreen, EscStopsItAndTheGridBehindItHasMissedNothing) {
-  LogForm* log = nullptr;
+  log::LogForm* log = nullptr;
   session.Windows.RunEvent([&] {
-    log = static_cast<LogForm*>(session.Windows.LoadNew("LogForm"));
+    log = static_cast<log::LogForm*>(session.Windows.LoadNew("LogForm"));
     session.Windows.Show(*log);
     log->cmVista.Press();
   });
@@ -71,7 +71,7 @@ TEST_F(LongStatementOnScreen, EscStopsItAndTheGridBehindItHasMissedNothing) {
   });
   bool finished = true;
   session.Windows.RunEvent([&] {
-    finished = RunLongStatements(session, "Prova", "Interrotta.", [&] {
+    finished = core::RunLongStatements(session, "Prova", "Interrotta.", [&] {
       // Every contact against every prefix; far more than a second.
       session.Db.OpenSnapshot(
           "select count(*) from Log,Prefissi,Modi where Log.Call+Prefissi.Prefisso like '*zz*'");
@@ -88,4 +88,4 @@ TEST_F(LongStatementOnScreen, EscStopsItAndTheGridBehindItHasMissedNothing) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

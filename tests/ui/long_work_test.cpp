@@ -5,7 +5,7 @@
 #include "tests/ui/screen.h"
 #include "ui/qt_progress.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 class LongWork : public ScreenTest {
@@ -87,4 +87,4 @@ TEST_F(LongWork, EscStopsItAlsoWhereNobodyKnowsHowLongItTakes) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -19,7 +19,7 @@
 #include "tests/support/station.h"
 #include "ui/qt_platform.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // Calls of as many countries as a good year brings.
@@ -57,9 +57,9 @@ class ManyContacts : public ::testing::Test {
 
   void Start() {
     platform = std::make_unique<QtPlatform>(directory.Path());
-    session = std::make_unique<Session>(*platform, directory.Path());
+    session = std::make_unique<core::Session>(*platform, directory.Path());
     platform->Attach(session.get());
-    ASSERT_NE(StartStation(*session), nullptr);
+    ASSERT_NE(station::StartStation(*session), nullptr);
     platform->Screen().Main().activateWindow();
     QTest::qWait(1);
     Press(platform->Screen().Main(), Qt::Key_L, Qt::ControlModifier);
@@ -68,7 +68,7 @@ class ManyContacts : public ::testing::Test {
     ASSERT_NE(log, nullptr);
   }
   void Stop() {
-    session->Windows.RunEvent([&] { StopStation(*session); });
+    session->Windows.RunEvent([&] { station::StopStation(*session); });
     QCoreApplication::processEvents();
     platform->Attach(nullptr);
     session.reset();
@@ -153,7 +153,7 @@ class ManyContacts : public ::testing::Test {
 
   ScratchStationDirectory directory;
   std::unique_ptr<QtPlatform> platform;
-  std::unique_ptr<Session> session;
+  std::unique_ptr<core::Session> session;
   QMdiSubWindow* log = nullptr;
 };
 
@@ -199,4 +199,4 @@ TEST_F(ManyContacts, WhatIsTypedIsStoredAndStillThereAfterARestart) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

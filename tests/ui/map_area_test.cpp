@@ -7,7 +7,7 @@
 #include "tests/ui/screen.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 class MapScreen : public ScreenTest {
@@ -59,7 +59,7 @@ TEST_F(MapScreen, ATruncatedPictureHarmsNothing) {
     } catch (const std::runtime_error&) {
       EXPECT_EQ(map.ImageWidth(), 2000) << format;
     }
-    map.DrawRectangle(10, 10, 20, 20, kRed);
+    map.DrawRectangle(10, 10, 20, 20, base::kRed);
     Settle();
     EXPECT_EQ(map.Picture().pixelColor(15, 15), QColor(255, 0, 0)) << format;
     map.SetImage(PathFromQt(directory.filePath("wm.png")));
@@ -69,7 +69,7 @@ TEST_F(MapScreen, ATruncatedPictureHarmsNothing) {
 // Every annotation goes into the one picture: nothing is copied.
 TEST_F(MapScreen, AnnotationsAreDrawnIntoThePictureThatIsShown) {
   const uchar* pixels = map.Picture().constBits();
-  for (int i = 0; i < 50; ++i) map.DrawRectangle(10 * i, 10, 5, 5, kGreen);
+  for (int i = 0; i < 50; ++i) map.DrawRectangle(10 * i, 10, 5, 5, base::kGreen);
   map.DrawText(50, 50, "J");
   EXPECT_EQ(map.Picture().constBits(), pixels);
 }
@@ -91,7 +91,7 @@ TEST_F(MapScreen, ScrollPositionsArePixelsAtTheZoomInForce) {
 TEST_F(MapScreen, AnAnnotationStaysOnItsSpotOfThePicture) {
   map.SetZoom(200);
   map.SetScroll(400, 200);
-  map.DrawRectangle(100, 60, 20, 20, kGreen);
+  map.DrawRectangle(100, 60, 20, 20, base::kGreen);
   map.SetZoom(100);
   map.SetScroll(0, 0);
   EXPECT_EQ(map.Picture().pixelColor(255, 135), QColor(0, 255, 0));
@@ -102,7 +102,7 @@ TEST_F(MapScreen, AnAnnotationStaysOnItsSpotOfThePicture) {
 TEST_F(MapScreen, PrintingHandsOutThePictureWithItsAnnotationsWhateverTheZoom) {
   QImage printed;
   map.OnPrint = [&](const QImage& image) { printed = image; };
-  map.DrawRectangle(100, 60, 20, 20, kGreen);
+  map.DrawRectangle(100, 60, 20, 20, base::kGreen);
   map.SetZoom(50);
   map.Print();
   EXPECT_EQ(printed.size(), QSize(2000, 1500));
@@ -110,7 +110,7 @@ TEST_F(MapScreen, PrintingHandsOutThePictureWithItsAnnotationsWhateverTheZoom) {
 }
 
 TEST_F(MapScreen, AnnotationsGoWithTheirPicture) {
-  map.DrawRectangle(10, 10, 20, 20, kRed);
+  map.DrawRectangle(10, 10, 20, 20, base::kRed);
   EXPECT_EQ(map.Picture().pixelColor(15, 15), QColor(255, 0, 0));
   map.SetImage(PathFromQt(directory.filePath("wm.png")));
   EXPECT_EQ(map.Picture().pixelColor(15, 15), QColor(200, 220, 255));
@@ -178,11 +178,11 @@ TEST_F(MapScreen, ARectangleFillsTheView) {
 
 TEST_F(MapScreen, WithoutAnImageNothingIsDrawn) {
   MapArea empty;
-  empty.DrawRectangle(0, 0, 5, 5, kRed);
+  empty.DrawRectangle(0, 0, 5, 5, base::kRed);
   empty.ZoomToRectangle(0, 0, 5, 5);
   EXPECT_EQ(empty.ImageWidth(), 0);
   EXPECT_TRUE(empty.Picture().isNull());
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -4,18 +4,19 @@
 #include "forms/text_field.h"
 #include "tests/ui/screen.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 // As much of the contest's window as it takes to have its layout.
-class MemoForm : public Window {
+class MemoForm : public forms::Window {
  public:
-  explicit MemoForm(WindowHost& host) : Window(host, "Contest", "", Twips(9000), Twips(6000)) {
+  explicit MemoForm(platform::WindowHost& host)
+      : forms::Window(host, "Contest", "", base::Twips(9000), base::Twips(6000)) {
     Note.SetText("prima\r\nseconda");
     Note.OnChange = [this] { changes.push_back(Note.Text()); };
   }
-  TextField Note{*this, "Note"};
-  TextField CallContest{*this, "CallContest"};
+  forms::TextField Note{*this, "Note"};
+  forms::TextField CallContest{*this, "CallContest"};
   Told changes;
 };
 
@@ -68,4 +69,4 @@ TEST_F(MemoWidget, TabLeadsOn) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -16,7 +16,7 @@
 #include "ui/qt_progress.h"
 #include "ui/text.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 using ::testing::HasSubstr;
@@ -24,14 +24,14 @@ using ::testing::HasSubstr;
 class Printing : public ScreenTest {
  protected:
   QTemporaryDir directory;
-  QtPrinter printer{ChooseTarget, [](const Window&) { return QPixmap(); }};
+  QtPrinter printer{ChooseTarget, [](const forms::Window&) { return QPixmap(); }};
 
   void DrawPages(int pages) {
     for (int page = 1; page <= pages; ++page) {
       if (page > 1) printer.NewPage();
       printer.SetFont("Times New Roman", 12, true);
-      printer.Text(Mm(20), Mm(30), "Foglio " + std::to_string(page));
-      printer.Box(Mm(10), Mm(50), Mm(10.0 + 10 * page), Mm(60), true);
+      printer.Text(base::Mm(20), base::Mm(30), "Foglio " + std::to_string(page));
+      printer.Box(base::Mm(10), base::Mm(50), base::Mm(10.0 + 10 * page), base::Mm(60), true);
     }
   }
   static void Click(QWidget& box, const char* caption) {
@@ -67,7 +67,7 @@ class Printing : public ScreenTest {
   static std::string FailureOf(const std::function<void()>& work) {
     try {
       work();
-    } catch (const DeviceError& failure) {
+    } catch (const platform::DeviceError& failure) {
       return failure.what();
     }
     return "none";
@@ -213,7 +213,7 @@ TEST_F(Printing, APictureFillsAPageOfItsOwnThatLiesOrStandsAsItDoes) {
                    landscapes.push_back(landscape);
                    return std::make_unique<Target>(drawn, landscape);
                  },
-                 [](const Window&) { return QPixmap(); }};
+                 [](const forms::Window&) { return QPixmap(); }};
   kept.PrintImage(QImage(1000, 500, QImage::Format_RGB32));
   EXPECT_EQ(drawn.back().to, QPointF(280, 140));
   kept.PrintImage(QImage(500, 1000, QImage::Format_RGB32));
@@ -224,16 +224,16 @@ TEST_F(Printing, APictureFillsAPageOfItsOwnThatLiesOrStandsAsItDoes) {
 TEST_F(Printing, AFileThatCannotBeWrittenIsNamed) {
   QtPrinter unwritable{
       [](bool landscape) { return PaperTarget::Pdf("/nessuna/cartella.pdf", landscape); },
-      [](const Window&) { return QPixmap(); }};
-  EXPECT_EQ(FailureOf([&] { unwritable.Text(Mm(0), Mm(0), "x"); }),
+      [](const forms::Window&) { return QPixmap(); }};
+  EXPECT_EQ(FailureOf([&] { unwritable.Text(base::Mm(0), base::Mm(0), "x"); }),
             "Il file /nessuna/cartella.pdf non si puo' scrivere");
 }
 
 TEST_F(Printing, AFullDiskIsToldAtTheEnd) {
   if (!QFile::exists("/dev/full")) GTEST_SKIP();
   QtPrinter full{[](bool landscape) { return PaperTarget::Pdf("/dev/full", landscape); },
-                 [](const Window&) { return QPixmap(); }};
-  full.Text(Mm(20), Mm(20), "x");
+                 [](const forms::Window&) { return QPixmap(); }};
+  full.Text(base::Mm(20), base::Mm(20), "x");
   EXPECT_EQ(FailureOf([&] { full.EndDocument(); }), "Il file /dev/full non si puo' scrivere");
   full.Abandon();
   EXPECT_TRUE(QFile::exists("/dev/full"));
@@ -242,11 +242,11 @@ TEST_F(Printing, AFullDiskIsToldAtTheEnd) {
 TEST_F(Printing, ADocumentThatIsGivenUpLeavesNoFile) {
   const QString file = directory.filePath("meta.pdf");
   QtPrinter half{[&](bool landscape) { return PaperTarget::Pdf(file, landscape); },
-                 [](const Window&) { return QPixmap(); }};
-  half.Text(Mm(20), Mm(20), "x");
+                 [](const forms::Window&) { return QPixmap(); }};
+  half.Text(base::Mm(20), base::Mm(20), "x");
   half.Abandon();
   EXPECT_FALSE(QFile::exists(file));
-  half.Text(Mm(20), Mm(20), "x");
+  half.Text(base::Mm(20), base::Mm(20), "x");
   half.EndDocument();
   EXPECT_THAT(Bytes(file).toStdString(), HasSubstr("%%EOF"));
 }
@@ -274,4 +274,4 @@ TEST_F(Printing, LongWorkCanBeStoppedAndDevicesWaitForIt) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -8,17 +8,17 @@
 #include "forms/text_field.h"
 #include "tests/ui/screen.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
-class TextAreaForm : public Window {
+class TextAreaForm : public forms::Window {
  public:
-  explicit TextAreaForm(WindowHost& host)
-      : Window(host, "TextAreaForm", "", Twips(9000), Twips(6000)) {
+  explicit TextAreaForm(platform::WindowHost& host)
+      : forms::Window(host, "TextAreaForm", "", base::Twips(9000), base::Twips(6000)) {
     Received.SetText("prima\r\n");
   }
-  RichText Received{*this, "Received"};
-  TextField Sended{*this, "Sended"};
+  forms::RichText Received{*this, "Received"};
+  forms::TextField Sended{*this, "Sended"};
 };
 
 class RichTextWidget : public ScreenTest {
@@ -54,7 +54,7 @@ TEST_F(RichTextWidget, ErasesInTheMidstOfLinesWithCarriageReturns) {
 TEST_F(RichTextWidget, PaintsThePieceThatTheFieldPaints) {
   form.Received.Append("DX de");
   form.Received.Select(7, 2);
-  form.Received.SetSelColour(kRed);
+  form.Received.SetSelColour(base::kRed);
   Settle();
   EXPECT_EQ(ColourAt(6), QColor(255, 0, 0));
   EXPECT_EQ(ColourAt(7), QColor(255, 0, 0));
@@ -62,7 +62,7 @@ TEST_F(RichTextWidget, PaintsThePieceThatTheFieldPaints) {
 }
 
 TEST_F(RichTextWidget, AppendsInTheColourThatIsTold) {
-  form.Received.Append("<*I2ABC", kDarkRed);
+  form.Received.Append("<*I2ABC", base::kDarkRed);
   Settle();
   EXPECT_EQ(ColourAt(7), QColor(128, 0, 0));
 }
@@ -138,7 +138,7 @@ TEST_F(RichTextWidget, DarkColoursAreBrightenedOnADarkDesktop) {
   QPalette dark = area.palette();
   dark.setColor(QPalette::Base, QColor(30, 32, 35));
   area.setPalette(dark);
-  form.Received.Append("<*I2ABC", kDarkRed);
+  form.Received.Append("<*I2ABC", base::kDarkRed);
   Settle();
   EXPECT_GT(ColourAt(7).lightness(), 128);
   EXPECT_GT(ColourAt(7).red(), ColourAt(7).green());
@@ -217,7 +217,7 @@ TEST_F(RichTextFlood, WhateverComesTogetherTheScreenEndsAsTheField) {
   const auto pick = [&](std::size_t below) { return random() % std::max<std::size_t>(below, 1); };
   for (int round = 0; round < 400; ++round) {
     for (std::size_t changesNow = pick(6); changesNow > 0; --changesNow) {
-      RichText& field = form.Received;
+      forms::RichText& field = form.Received;
       switch (pick(7)) {
         case 0:
           field.Erase(1, pick(field.Length()));
@@ -230,14 +230,14 @@ TEST_F(RichTextFlood, WhateverComesTogetherTheScreenEndsAsTheField) {
           break;
         case 3:
           field.Select(pick(field.Length()), pick(20));
-          field.SetSelColour(pick(2) == 0 ? kRed : kBlack);
+          field.SetSelColour(pick(2) == 0 ? base::kRed : base::kBlack);
           break;
         case 4:
           field.SetText("anew\r\n");
           break;
         default:
           field.Append(std::string(pick(1500), static_cast<char>('a' + pick(26))) + "\r\n",
-                       pick(2) == 0 ? kDarkRed : kBlack);
+                       pick(2) == 0 ? base::kDarkRed : base::kBlack);
       }
     }
     if (pick(3) != 0) {
@@ -252,12 +252,12 @@ TEST_F(RichTextFlood, WhateverComesTogetherTheScreenEndsAsTheField) {
     }
     ASSERT_EQ(shown, kept) << round;
     int at = 0;
-    for (const RichText::Run& run : form.Received.Runs()) {
+    for (const forms::RichText::Run& run : form.Received.Runs()) {
       for (const char c : run.text) {
         if (c == '\r' || c == '\n') continue;
         while (area.document()->characterAt(at) == QChar::ParagraphSeparator) ++at;
         const bool red = ColourAt(at).red() > 100;
-        ASSERT_EQ(red, run.colour != kBlack) << round << ' ' << at;
+        ASSERT_EQ(red, run.colour != base::kBlack) << round << ' ' << at;
         ++at;
       }
     }
@@ -265,4 +265,4 @@ TEST_F(RichTextFlood, WhateverComesTogetherTheScreenEndsAsTheField) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

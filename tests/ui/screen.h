@@ -16,7 +16,7 @@
 #include "ui/event_gate.h"
 #include "ui/qt_window_host.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // What windows and fields have told, in order.
 using Told = std::vector<std::string>;
@@ -25,15 +25,15 @@ class ScreenTest : public ::testing::Test {
  protected:
   ScreenTest() {
     gate.Attach(&windows);
-    main = &windows.Adopt(
-        std::make_unique<Window>(host, "Brenvo", "Brenvo", Twips(15000), Twips(11000)));
+    main = &windows.Adopt(std::make_unique<forms::Window>(host, "Brenvo", "Brenvo",
+                                                          base::Twips(15000), base::Twips(11000)));
     windows.Show(*main);
     Settle();
   }
 
   ~ScreenTest() override {
     while (!windows.Loaded().empty()) {
-      Window& last = *windows.Loaded().back();
+      forms::Window& last = *windows.Loaded().back();
       windows.RunEvent([&] { windows.Unload(last); });
     }
     Settle();
@@ -43,7 +43,7 @@ class ScreenTest : public ::testing::Test {
   // Opens a window as its own menu command would, and gives it the focus.
   template <class Form>
   Form& Open() {
-    Window* opened = nullptr;
+    forms::Window* opened = nullptr;
     windows.RunEvent([&] {
       opened = &windows.Adopt(std::make_unique<Form>(host));
       windows.Show(*opened);
@@ -92,8 +92,8 @@ class ScreenTest : public ::testing::Test {
 
   EventGate gate;
   QtWindowHost host{gate};
-  WindowList windows{host};
-  Window* main = nullptr;
+  forms::WindowList windows{host};
+  forms::Window* main = nullptr;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

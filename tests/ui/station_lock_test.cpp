@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 TEST(StationLockTest, TheFirstProgramGetsTheDirectoryAndTheSecondIsToldWhy) {
@@ -52,4 +52,4 @@ TEST(StationLockTest, ANameThatIsTooLongOrLeadsInACircleIsTold) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

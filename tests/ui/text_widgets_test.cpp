@@ -10,15 +10,16 @@
 #include "forms/text_field.h"
 #include "tests/ui/screen.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 using ::testing::ElementsAre;
 
-class TextForm : public Window {
+class TextForm : public forms::Window {
  public:
-  explicit TextForm(WindowHost& host) : Window(host, "TextForm", "", Twips(6000), Twips(4000)) {
-    CallQso.Filter = UpperChar;
+  explicit TextForm(platform::WindowHost& host)
+      : forms::Window(host, "TextForm", "", base::Twips(6000), base::Twips(4000)) {
+    CallQso.Filter = base::UpperChar;
     CallQso.OnChange = [this] { told.push_back("change " + CallQso.Text()); };
     CallQso.OnFocus = [this] { told.push_back("focus"); };
     CallQso.OnLeave = [this] {
@@ -26,7 +27,7 @@ class TextForm : public Window {
       Qra.SetText("MARIO");
     };
     Digits.Filter = [](char32_t key) {
-      return key == kBackspace || (key >= '0' && key <= '9') ? key : 0;
+      return key == forms::kBackspace || (key >= '0' && key <= '9') ? key : 0;
     };
     Digits.MaxLength = 4;
     File.BackspaceClears = true;
@@ -34,15 +35,15 @@ class TextForm : public Window {
     cmInsert.Shortcut = "F2";
     Toolbar1.Items = {&cmInsert};
   }
-  TextField CallQso{*this, "CallQso"};
-  TextField Qra{*this, "Qra"};
-  TextField Digits{*this, "Digits"};
-  TextField File{*this, "File"};
-  MaskedField Qtr{*this, "Qtr", "##:##"};
-  DatePicker DataQso{*this, "DataQso"};
-  Command cmInsert{*this, "cmInsert", "Inserisci",
-                   [this] { told.push_back("insert " + DataQso.Text()); }};
-  ToolBar Toolbar1{*this, "Toolbar1"};
+  forms::TextField CallQso{*this, "CallQso"};
+  forms::TextField Qra{*this, "Qra"};
+  forms::TextField Digits{*this, "Digits"};
+  forms::TextField File{*this, "File"};
+  forms::MaskedField Qtr{*this, "Qtr", "##:##"};
+  forms::DatePicker DataQso{*this, "DataQso"};
+  forms::Command cmInsert{*this, "cmInsert", "Inserisci",
+                          [this] { told.push_back("insert " + DataQso.Text()); }};
+  forms::ToolBar Toolbar1{*this, "Toolbar1"};
   Told told;
 };
 
@@ -154,7 +155,7 @@ TEST_F(TextWidgets, AccentedLettersCountAsOne) {
     QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, letter);
     QApplication::sendEvent(Line("Qra"), &key);
   }
-  EXPECT_EQ(Len(form.Qra.Text()), 5u);
+  EXPECT_EQ(base::Len(form.Qra.Text()), 5u);
   EXPECT_EQ(Line("Qra")->text(), QStringLiteral("Forlì"));
 }
 
@@ -422,4 +423,4 @@ TEST_F(TextWidgets, AHiddenFieldHidesItsLabelToo) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -18,24 +18,24 @@
 #include "ui/views.h"
 #include "ui/window_builder.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 class StationScreen : public ::testing::Test {
  protected:
   StationScreen() {
     platform.Attach(&session);
-    frame = StartStation(session);
+    frame = station::StartStation(session);
     QTest::qWait(1);
   }
   ~StationScreen() override {
-    session.Windows.RunEvent([&] { StopStation(session); });
+    session.Windows.RunEvent([&] { station::StopStation(session); });
     QTest::qWait(1);
     platform.Attach(nullptr);
   }
 
-  Window* Open(const char* name) {
-    Window* window = nullptr;
+  forms::Window* Open(const char* name) {
+    forms::Window* window = nullptr;
     session.Windows.RunEvent([&] {
       window = session.Windows.LoadNew(name);
       if (window != nullptr) session.Windows.Show(*window);
@@ -58,13 +58,13 @@ class StationScreen : public ::testing::Test {
 
   ScratchStationDirectory directory;
   QtPlatform platform{directory.Path()};
-  Session session{platform, directory.Path()};
-  MainFrame* frame = nullptr;
+  core::Session session{platform, directory.Path()};
+  core::MainFrame* frame = nullptr;
   QTimer boxes;
 };
 
 // Hidden triggers and what stands in bars have no place in a layout.
-bool WantsAPlace(Field& field) {
+bool WantsAPlace(forms::Field& field) {
   return PlaceOf(field) != Place::kBar && PlaceOf(field) != Place::kAround;
 }
 
@@ -115,7 +115,7 @@ TEST_F(StationScreen, ATerminalOpensWhereOneWrites) {
 TEST_F(StationScreen, ANewEntryBeginsInItsFirstFieldWhereverTheCaretStood) {
   for (const auto& [window, first] :
        {std::pair("LogForm", "CallQso"), {"Contest", "DataContest"}}) {
-    Window* opened = Open(window);
+    forms::Window* opened = Open(window);
     ASSERT_NE(opened, nullptr);
     opened->Host().MoveFocus(*opened->FindField("Locator"));
     ASSERT_EQ(QApplication::focusWidget()->objectName(), "Locator");
@@ -154,9 +154,9 @@ TEST_F(StationScreen, ClosingTheMainFrameEndsEverything) {
 class EachWindow : public StationScreen, public ::testing::WithParamInterface<const char*> {
  protected:
   EachWindow() {
-    Table& contests = *session.TbContest;
+    engine::Table& contests = *session.TbContest;
     contests.AddNew();
-    contests.Set("DataContest", DateTime::Of(2001, 3, 3));
+    contests.Set("DataContest", base::DateTime::Of(2001, 3, 3));
     contests.Set("Banda", "  2 m");
     contests.Update();
     session.CurrentContest.DataContest = "03/03/2001";
@@ -167,13 +167,13 @@ class EachWindow : public StationScreen, public ::testing::WithParamInterface<co
 
 TEST_P(EachWindow, HasAViewThatShowsEveryField) {
   CloseBoxes();
-  Window* window = Open(GetParam());
+  forms::Window* window = Open(GetParam());
   ASSERT_NE(window, nullptr);
   const View* view = FindView(GetParam());
   ASSERT_NE(view, nullptr);
   const std::vector<std::string> placed = FieldsIn(view->layout());
   QWidget& outer = Outer(GetParam());
-  for (Field* field : window->Fields()) {
+  for (forms::Field* field : window->Fields()) {
     if (!field->Visible() || !WantsAPlace(*field)) continue;
     const QString name = QString::fromStdString(field->Name());
     if (name.startsWith("Frame") || name == "VScroll")
@@ -190,7 +190,7 @@ TEST_P(EachWindow, HasAViewThatShowsEveryField) {
 
 TEST_F(StationScreen, TheTransceiversKeysStayWhereTheyAreWhenItsFieldsCome) {
   CloseBoxes();
-  Window* panel = Open("FT736");
+  forms::Window* panel = Open("FT736");
   ASSERT_NE(panel, nullptr);
   auto* key = Outer("FT736").findChild<QPushButton*>("cmVFOA");
   ASSERT_NE(key, nullptr);
@@ -227,7 +227,7 @@ void Drag(QWidget& border, int down) {
 
 TEST_F(StationScreen, TheTwoAreasOfTheChatShareItsHeight) {
   constexpr int kBorder = 3, kLowest = 34;
-  Window& chat = *Open("WWConv");
+  forms::Window& chat = *Open("WWConv");
   Outer("WWConv").resize(600, 500);
   QTest::qWait(1);
   auto* areas = Outer("WWConv").findChild<QSplitter*>();
@@ -242,7 +242,7 @@ TEST_F(StationScreen, TheTwoAreasOfTheChatShareItsHeight) {
   Drag(*areas->handle(1), -2 * room);
   EXPECT_EQ(heights(), std::pair(kLowest, room - kLowest));
 
-  Command& personal = *chat.FindCommand("cmMessaggiPersonali");
+  forms::Command& personal = *chat.FindCommand("cmMessaggiPersonali");
   session.Windows.RunEvent([&] { personal.Press(); });
   QTest::qWait(1);
   EXPECT_EQ(heights(), std::pair(room + kBorder, 0));
@@ -252,22 +252,23 @@ TEST_F(StationScreen, TheTwoAreasOfTheChatShareItsHeight) {
   session.Windows.RunEvent([&] { session.Windows.Unload(chat); });
 }
 
-class ManyFields : public Window {
+class ManyFields : public forms::Window {
  public:
-  explicit ManyFields(WindowHost& host) : Window(host, "ManyFields", "", Twips(6000), Twips(4000)) {
+  explicit ManyFields(platform::WindowHost& host)
+      : forms::Window(host, "ManyFields", "", base::Twips(6000), base::Twips(4000)) {
     Call.SetCaption("Call");
   }
-  TextField Call{*this, "Call"};
-  TextField Qra{*this, "Qra"};
-  CheckBox Qsl{*this, "Qsl"};
-  Command cmOk{*this, "cmOk", "Ok"};
+  forms::TextField Call{*this, "Call"};
+  forms::TextField Qra{*this, "Qra"};
+  forms::CheckBox Qsl{*this, "Qsl"};
+  forms::Command cmOk{*this, "cmOk", "Ok"};
 };
 
 TEST(DefaultLayout, PlacesEveryFieldInTheOrderOfDeclaration) {
-  RecordingPlatform machine;
+  recorder::RecordingPlatform machine;
   const ManyFields form(machine.Host());
   EXPECT_THAT(FieldsIn(LayoutOf(form)), ::testing::ElementsAre("Call", "Qra", "Qsl", "cmOk"));
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

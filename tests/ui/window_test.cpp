@@ -14,20 +14,20 @@
 #include "forms/text_field.h"
 #include "tests/ui/screen.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::Not;
 
-class CommandForm : public Window {
+class CommandForm : public forms::Window {
  public:
-  explicit CommandForm(WindowHost& host)
-      : Window(host, "CommandForm", "Comandi", Twips(6000), Twips(4000)) {
+  explicit CommandForm(platform::WindowHost& host)
+      : forms::Window(host, "CommandForm", "Comandi", base::Twips(6000), base::Twips(4000)) {
     cmInsert.Shortcut = "F2";
     cmVista.Toggle = true;
-    Toolbar1.Items = {&cmInsert, Separator{}, &cmVista, &menuExport};
+    Toolbar1.Items = {&cmInsert, forms::Separator{}, &cmVista, &menuExport};
     MenuBar = {&bands};
     Banda.Add("Tutte", true);
     Banda.Add("  2 m");
@@ -43,38 +43,41 @@ class CommandForm : public Window {
   void Resize() override { told.push_back("resize"); }
   bool QueryUnload() override { return !refuses; }
 
-  TextField CallQso{*this, "CallQso"};
-  Command cmInsert{*this, "cmInsert", "&Inserisci", [this] { told.push_back("insert"); }};
-  Command cmVista{*this, "cmVista", "Griglia", [this] { told.push_back("vista"); }};
-  Command cmFail{*this, "cmFail", "Guasto"};
-  Command cmExit{*this, "cmExit", "Esci"};
-  Command cmAll{*this, "cmAll", "Tutti", [this] { told.push_back("all"); }};
-  Menu menuExport{*this, "menuExport", "Esporta", {&cmAll}};
-  EntryArray Banda{*this, "Banda"};
-  Menu bands{*this, "MB", "&Bande", {&Banda}};
-  ToolBar Toolbar1{*this, "Toolbar1"};
-  StatusBar StatusBar1{*this, "StatusBar1", 2};
+  forms::TextField CallQso{*this, "CallQso"};
+  forms::Command cmInsert{*this, "cmInsert", "&Inserisci", [this] { told.push_back("insert"); }};
+  forms::Command cmVista{*this, "cmVista", "Griglia", [this] { told.push_back("vista"); }};
+  forms::Command cmFail{*this, "cmFail", "Guasto"};
+  forms::Command cmExit{*this, "cmExit", "Esci"};
+  forms::Command cmAll{*this, "cmAll", "Tutti", [this] { told.push_back("all"); }};
+  forms::Menu menuExport{*this, "menuExport", "Esporta", {&cmAll}};
+  forms::EntryArray Banda{*this, "Banda"};
+  forms::Menu bands{*this, "MB", "&Bande", {&Banda}};
+  forms::ToolBar Toolbar1{*this, "Toolbar1"};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 2};
   bool refuses = false;
   Told told;
 };
 
-class LetterForm : public Window {
+class LetterForm : public forms::Window {
  public:
-  explicit LetterForm(WindowHost& host)
-      : Window(host, "LetterForm", "Lettere", Twips(6000), Twips(4000)) {}
+  explicit LetterForm(platform::WindowHost& host)
+      : forms::Window(host, "LetterForm", "Lettere", base::Twips(6000), base::Twips(4000)) {}
   Told told;
-  TextField CallQso{*this, "CallQso"};
-  Command cmCheckCall{*this, "cmCheckCall", "&Check call", [this] { told.push_back("check"); }};
-  Command cmStatistiche{*this, "cmStatistiche", "&Statistiche", [this] { told.push_back("stat"); }};
-  Command cmAutoCall{*this, "cmAutoCall", "&Start call", [this] { told.push_back("start"); }};
-  Command cmNew{*this, "cmNew", "&New Qso", [this] { CallQso.SetText(""); }};
+  forms::TextField CallQso{*this, "CallQso"};
+  forms::Command cmCheckCall{*this, "cmCheckCall", "&Check call",
+                             [this] { told.push_back("check"); }};
+  forms::Command cmStatistiche{*this, "cmStatistiche", "&Statistiche",
+                               [this] { told.push_back("stat"); }};
+  forms::Command cmAutoCall{*this, "cmAutoCall", "&Start call",
+                            [this] { told.push_back("start"); }};
+  forms::Command cmNew{*this, "cmNew", "&New Qso", [this] { CallQso.SetText(""); }};
 };
 
 class WindowScreen : public ScreenTest {
  protected:
   template <class Form>
   Form& OpenHidden() {
-    Window* loaded = nullptr;
+    forms::Window* loaded = nullptr;
     windows.RunEvent([&] { loaded = &windows.Adopt(std::make_unique<Form>(host)); });
     return static_cast<Form&>(*loaded);
   }
@@ -141,23 +144,23 @@ TEST_F(WindowScreen, WhatTheOperatorMovesIsToldInTwips) {
   CommandForm& form = Open<CommandForm>();
   Frame("CommandForm")->setGeometry(10, 20, 500, 400);
   Settle();
-  EXPECT_EQ(form.GetBounds().left, Twips(150));
-  EXPECT_EQ(form.GetBounds().top, Twips(300));
-  EXPECT_EQ(form.Width(), Twips(7500));
-  EXPECT_EQ(form.Height(), Twips(6000));
+  EXPECT_EQ(form.GetBounds().left, base::Twips(150));
+  EXPECT_EQ(form.GetBounds().top, base::Twips(300));
+  EXPECT_EQ(form.Width(), base::Twips(7500));
+  EXPECT_EQ(form.Height(), base::Twips(6000));
   EXPECT_EQ(form.told.back(), "resize");
   EXPECT_LT(form.ScaleHeight(), form.Height());
 }
 
 TEST_F(WindowScreen, WhatTheLogicMovesIsSeen) {
   CommandForm& form = Open<CommandForm>();
-  form.Move({Twips(300), Twips(450), Twips(9000), Twips(6000)});
+  form.Move({base::Twips(300), base::Twips(450), base::Twips(9000), base::Twips(6000)});
   EXPECT_EQ(Frame("CommandForm")->geometry(), QRect(20, 30, 600, 400));
 }
 
 TEST_F(WindowScreen, AWindowStaysWithinTheMainFrame) {
   CommandForm& form = Open<CommandForm>();
-  form.Move({Twips(90000), Twips(90000), Twips(9000), Twips(6000)});
+  form.Move({base::Twips(90000), base::Twips(90000), base::Twips(9000), base::Twips(6000)});
   EXPECT_TRUE(host.Map().viewport()->rect().contains(Frame("CommandForm")->geometry()));
 }
 
@@ -424,7 +427,7 @@ TEST_F(WindowScreen, TheLogicMovesTheFocus) {
 
 TEST_F(WindowScreen, TheBusyPointerShowsAsLongAsItLives) {
   {
-    const BusyPointer busy(host);
+    const platform::BusyPointer busy(host);
     EXPECT_NE(QApplication::overrideCursor(), nullptr);
   }
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
@@ -442,4 +445,4 @@ TEST_F(WindowScreen, PointingRunsTheHintOfTheInnermostField) {
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -1,6 +1,6 @@
 #include "demonstration/countries.h"
 
-namespace brenvo {
+namespace brenvo::demonstration {
 
 const std::vector<DemonstrationCountry>& DemonstrationCountries() {
   static const DemonstrationNames kItalian = {"MARIO", "LUCIA",  "GIANNI", "NICOLÒ", "PAOLA",
@@ -181,4 +181,4 @@ const std::vector<DemonstrationCountry>& DemonstrationCountries() {
   return kCountries;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::demonstration

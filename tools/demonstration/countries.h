@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::demonstration {
 
 struct DemonstrationTown {
   std::string_view prefix;  // of calls given out there
@@ -25,4 +25,4 @@ struct DemonstrationCountry {
 
 const std::vector<DemonstrationCountry>& DemonstrationCountries();
 
-}  // namespace brenvo
+}  // namespace brenvo::demonstration

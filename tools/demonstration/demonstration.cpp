@@ -15,7 +15,7 @@
 #include "demonstration/countries.h"
 #include "mklog/dice.h"
 
-namespace brenvo {
+namespace brenvo::demonstration {
 namespace {
 
 constexpr std::string_view kOwnLocator = "JN55WJ";
@@ -37,7 +37,7 @@ const std::vector<BandUse> kBands = {
     {"  6 m", 10, false}, {" 10 m", 9, false},  {" 15 m", 11, false},
     {" 20 m", 18, false}, {" 40 m", 12, false}, {" 80 m", 6, false}};
 
-std::vector<Station> MakeStations(int count, Dice& dice) {
+std::vector<Station> MakeStations(int count, mklog::Dice& dice) {
   std::vector<Station> stations;
   for (int i = 0; i < count; ++i) {
     const DemonstrationCountry& country = dice.Weighted(DemonstrationCountries());
@@ -52,14 +52,14 @@ std::vector<Station> MakeStations(int count, Dice& dice) {
     for (int letters = 2; letters > 0; --letters) {
       station.locator += static_cast<char>(dice.Between('A', 'X'));
     }
-    station.near = country.near && QrbKm(kOwnLocator, station.locator) < kNearKm;
+    station.near = country.near && core::QrbKm(kOwnLocator, station.locator) < kNearKm;
     if (dice.Chance(0.04)) station.manager = "IK3MGR";
     stations.push_back(std::move(station));
   }
   return stations;
 }
 
-void WriteProfile(Session& session) {
+void WriteProfile(core::Session& session) {
   session.Db.Execute(
       "UPDATE [User] SET Call='IK3DEM', Qra='Anna Verdi', Qth='Padova', "
       "Indirizzo='Via delle Antenne 73', Provincia='PD', Locator='JN55WJ', "
@@ -67,19 +67,19 @@ void WriteProfile(Session& session) {
   session.MyLocator = kOwnLocator;
 }
 
-std::string_view ModeOn(const BandUse& band, Dice& dice) {
+std::string_view ModeOn(const BandUse& band, mklog::Dice& dice) {
   const int at = dice.Between(0, 99);
   if (band.near) return at < 72 ? "SSB" : at < 86 ? "CW" : at < 94 ? "FM" : "FT8";
   return at < 48 ? "SSB" : at < 74 ? "CW" : at < 92 ? "FT8" : at < 97 ? "RTTY" : "PSK31";
 }
 
-std::string_view PropagationOn(const BandUse& band, int km, Dice& dice) {
+std::string_view PropagationOn(const BandUse& band, int km, mklog::Dice& dice) {
   if (band.near) return km > 500 && dice.Chance(0.6) ? "Tropo" : "";
   if (band.band == "  6 m") return dice.Chance(0.8) ? "E sporadico" : "Meteor Scatter";
   return dice.Chance(0.2) ? "F2" : "";
 }
 
-std::string NoteFor(Dice& dice) {
+std::string NoteFor(mklog::Dice& dice) {
   switch (dice.Below(40)) {
     case 0:
       return "[IOTA/EU-025/Sicilia]";
@@ -100,16 +100,16 @@ std::string NoteFor(Dice& dice) {
   }
 }
 
-void SetText(Table& row, std::string_view column, std::string_view text) {
+void SetText(engine::Table& row, std::string_view column, std::string_view text) {
   if (!text.empty()) row.Set(column, std::string(text));
 }
 
 // What the prefix table says of a station's call.
-void SetPlace(Session& session, Table& log, const Station& station) {
-  const ResolvedPrefix resolved = ResolvePrefix(session, station.call);
+void SetPlace(core::Session& session, engine::Table& log, const Station& station) {
+  const core::ResolvedPrefix resolved = core::ResolvePrefix(session, station.call);
   if (resolved.Prefisso.empty()) return;
-  log.Set("Prefisso", RTrim(resolved.Prefisso));
-  log.Set("Country", RTrim(resolved.Country));
+  log.Set("Prefisso", base::RTrim(resolved.Prefisso));
+  log.Set("Country", base::RTrim(resolved.Country));
   for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
     log.Set(column, session.TbPrefissi->Field(column));
   }
@@ -117,17 +117,17 @@ void SetPlace(Session& session, Table& log, const Station& station) {
 }
 
 // The time between two contacts, so that `contacts` fill the years.
-DateTime TimeOf(int number, int contacts, Dice& dice) {
+base::DateTime TimeOf(int number, int contacts, mklog::Dice& dice) {
   constexpr std::int64_t kMinutes = std::int64_t{3} * 365 * 24 * 60;
   const std::int64_t minute = kMinutes * number / contacts + dice.Between(0, 19);
-  return DateTime::FromSeconds(DateTime::Of(2022, 11, 20, 6).Seconds() + minute * 60);
+  return base::DateTime::FromSeconds(base::DateTime::Of(2022, 11, 20, 6).Seconds() + minute * 60);
 }
 
-void WriteContact(Session& session, const Station& station, const BandUse& band, DateTime time,
-                  Dice& dice) {
-  Table& log = *session.TbLog;
+void WriteContact(core::Session& session, const Station& station, const BandUse& band,
+                  base::DateTime time, mklog::Dice& dice) {
+  engine::Table& log = *session.TbLog;
   const std::string_view mode = ModeOn(band, dice);
-  const int km = QrbKm(kOwnLocator, station.locator);
+  const int km = core::QrbKm(kOwnLocator, station.locator);
   const char* report = mode == "SSB" || mode == "FM" ? "59" : mode == "FT8" ? "-08" : "599";
   log.AddNew();
   log.Set("DataQso", time);
@@ -139,7 +139,7 @@ void WriteContact(Session& session, const Station& station, const BandUse& band,
   log.Set("Locator", station.locator);
   log.Set("Qrb", std::int64_t{km});
   log.Set("Banda", std::string(band.band));
-  session.TbUserRTX->Seek("=", {Value(std::string(band.band))});
+  session.TbUserRTX->Seek("=", {engine::Value(std::string(band.band))});
   for (const char* column : {"Frequenza", "Potenza"}) {
     log.Set(column, session.TbUserRTX->Field(column));
   }
@@ -155,9 +155,9 @@ void WriteContact(Session& session, const Station& station, const BandUse& band,
   log.Update();
 }
 
-void WriteContest(Session& session, const std::vector<Station>& stations, Dice& dice) {
-  Table& contests = *session.TbContest;
-  const DateTime day = DateTime::Of(2025, 9, 6);
+void WriteContest(core::Session& session, const std::vector<Station>& stations, mklog::Dice& dice) {
+  engine::Table& contests = *session.TbContest;
+  const base::DateTime day = base::DateTime::Of(2025, 9, 6);
   contests.AddNew();
   contests.Set("DataContest", day);
   for (const auto& [column, text] : {std::pair{"Banda", "  2 m"},
@@ -184,11 +184,11 @@ void WriteContest(Session& session, const std::vector<Station>& stations, Dice& 
   contests.Set("MoltSquare", true);
   contests.Update();
 
-  Table& contacts = *session.TbContestQso;
+  engine::Table& contacts = *session.TbContestQso;
   int serial = 0;
   for (const Station& station : stations) {
     if (!station.near || serial == 96) continue;
-    const int km = QrbKm("JN55VU", station.locator);
+    const int km = core::QrbKm("JN55VU", station.locator);
     const int minute = serial * 9 + dice.Between(0, 4);
     contacts.AddNew();
     contacts.Set("DataContest", day);
@@ -196,7 +196,7 @@ void WriteContest(Session& session, const std::vector<Station>& stations, Dice& 
     contacts.Set("ProgrDato", std::int64_t{++serial});
     contacts.Set("ProgrRicevuto", std::int64_t{dice.Between(1, 200)});
     contacts.Set("Giorno", std::int64_t{6 + (14 * 60 + minute) / 1440});
-    contacts.Set("Qtr", DateTime::Of(1899, 12, 30, (14 + minute / 60) % 24, minute % 60));
+    contacts.Set("Qtr", base::DateTime::Of(1899, 12, 30, (14 + minute / 60) % 24, minute % 60));
     contacts.Set("Call", station.call);
     contacts.Set("QrkDato", std::int64_t{59});
     contacts.Set("QrkRicevuto", std::int64_t{59});
@@ -212,9 +212,9 @@ void WriteContest(Session& session, const std::vector<Station>& stations, Dice& 
 
 }  // namespace
 
-void FillDemonstration(Session& session, int contacts) {
-  Dice dice(kSeed);
-  Transaction transaction(session.Db);
+void FillDemonstration(core::Session& session, int contacts) {
+  mklog::Dice dice(kSeed);
+  core::Transaction transaction(session.Db);
   WriteProfile(session);
   const std::vector<Station> stations = MakeStations(std::clamp(contacts / 4, 300, 20000), dice);
   for (int i = 0; i < contacts; ++i) {
@@ -223,9 +223,9 @@ void FillDemonstration(Session& session, int contacts) {
     while (band->near && !station->near) station = &dice.OneOf(stations);
     try {
       WriteContact(session, *station, *band, TimeOf(i, contacts, dice), dice);
-    } catch (const DatabaseError& failure) {
+    } catch (const engine::DatabaseError& failure) {
       // The same station twice in a minute: one contact fewer.
-      if (failure.Number != DatabaseError::kDuplicateKey) throw;
+      if (failure.Number != engine::DatabaseError::kDuplicateKey) throw;
     }
   }
   WriteContest(session, stations, dice);
@@ -233,4 +233,4 @@ void FillDemonstration(Session& session, int contacts) {
   session.TbUser->MoveFirst();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::demonstration

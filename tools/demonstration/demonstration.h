@@ -2,12 +2,14 @@
 // trying things; nothing in it is a real person.
 #pragma once
 
-namespace brenvo {
-
+namespace brenvo::core {
 class Session;
+}
+
+namespace brenvo::demonstration {
 
 // Fills an open session's database. The same number gives the same log each time; contacts end in
 // November 2025.
-void FillDemonstration(Session& session, int contacts);
+void FillDemonstration(core::Session& session, int contacts);
 
-}  // namespace brenvo
+}  // namespace brenvo::demonstration

@@ -3,8 +3,8 @@
 #include <cstdlib>
 
 #include "core/session.h"
-#include "recorder/recording_platform.h"
 #include "demonstration/demonstration.h"
+#include "recorder/recording_platform.h"
 
 int main(int argc, char** argv) {
   const int contacts = argc == 3 ? std::atoi(argv[2]) : 0;
@@ -13,14 +13,14 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    brenvo::RecordingPlatform machine;
-    brenvo::Session session(machine, argv[1]);
+    brenvo::recorder::RecordingPlatform machine;
+    brenvo::core::Session session(machine, argv[1]);
     session.Open();
     if (!session.Db.OpenSnapshot("select Call from Log")->EOF_()) {
       std::fprintf(stderr, "demonstrate: the log of %s is not empty\n", argv[1]);
       return 1;
     }
-    brenvo::FillDemonstration(session, contacts);
+    brenvo::demonstration::FillDemonstration(session, contacts);
     session.CloseTables();
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "demonstrate: %s\n", failure.what());

@@ -117,7 +117,7 @@ void WriteItaly(const Path& from, const Path& to) {
   WriteFeatures(table, {from / "maps/italy_area_10m_borders.geojson", "", "", 0.005});
   constexpr double kFine = 0.002;
   WriteFeatures(table, {from / "it_provinces_ne10m.geojson", "sigla", "region", kFine});
-  const brenvo::CsvTable provinces = brenvo::ReadCsv(from / "it_provinces.csv");
+  const brenvo::base::CsvTable provinces = brenvo::base::ReadCsv(from / "it_provinces.csv");
   for (const auto& row : provinces.Rows) {
     const auto cell = [&](const char* heading) { return row.Cells[provinces.Column(heading)]; };
     const QJsonArray centre{std::stod(cell("centre_lon")), std::stod(cell("centre_lat"))};

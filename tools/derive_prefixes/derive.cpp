@@ -9,7 +9,7 @@
 #include <tuple>
 #include <utility>
 
-namespace brenvo {
+namespace brenvo::derive_prefixes {
 namespace {
 
 constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
@@ -34,7 +34,7 @@ constexpr std::array<std::string_view, 10> kNumbered = {"4X", "9A", "DL", "LZ", 
 // behind, heard too seldom to count, and some that are no longer given out but stand in logs.
 struct Chosen {
   std::string_view Prefix;
-  Answer Tells;
+  measure_prefixes::Answer Tells;
 };
 const Chosen kChosen[] = {
     {"3Y0", {"3Y/B", 38, 67, "AF"}},  {"BS7", {"BS7", 27, 50, "AS"}},
@@ -84,17 +84,18 @@ bool IsMistyped(std::string_view prefix) {
 
 class Deriver {
  public:
-  Deriver(const CtyFile& file, const std::vector<std::string>& calls) : file_(file) {
+  Deriver(const measure_prefixes::CtyFile& file, const std::vector<std::string>& calls)
+      : file_(file) {
     AddPlain();
     for (const std::string& call : calls) {
-      const std::string prefix(PrefixOf(call));
-      const std::optional<Answer> answer = file.Find(call);
+      const std::string prefix(measure_prefixes::PrefixOf(call));
+      const std::optional<measure_prefixes::Answer> answer = file.Find(call);
       if (!answer || !IsWanted(call, prefix)) continue;
       if (HasTwoDigits(prefix)) AddSpecial(prefix);
       AddWeight(heard_, prefix, *answer, 1);
     }
     for (const auto& [call, answer] : file.Calls()) {
-      const std::string prefix(PrefixOf(call));
+      const std::string prefix(measure_prefixes::PrefixOf(call));
       if (!IsWanted(call, prefix)) continue;
       if (HasTwoDigits(prefix)) AddSpecial(prefix);
       if (special_.contains(prefix) || IsFrenchOverseas(prefix)) {
@@ -108,8 +109,8 @@ class Deriver {
     }
   }
 
-  std::vector<PrefixTable::Row> Rows() const {
-    std::vector<PrefixTable::Row> rows;
+  std::vector<measure_prefixes::PrefixTable::Row> Rows() const {
+    std::vector<measure_prefixes::PrefixTable::Row> rows;
     for (const Chosen& row : kChosen) rows.push_back({std::string(row.Prefix), row.Tells});
     const auto isChosen = [](std::string_view prefix) {
       return std::any_of(std::begin(kChosen), std::end(kChosen),
@@ -126,15 +127,16 @@ class Deriver {
   }
 
  private:
-  using Weights = std::map<Answer, double>;
+  using Weights = std::map<measure_prefixes::Answer, double>;
 
   // What orders the rows of one prefix.
-  static std::tuple<int, int, std::string_view> Place(const Answer& answer) {
+  static std::tuple<int, int, std::string_view> Place(const measure_prefixes::Answer& answer) {
     return {answer.ZoneCq, answer.ZoneItu, answer.Continent};
   }
 
   static void AddWeight(std::map<std::string, Weights, std::less<>>& weights,
-                        const std::string& prefix, const Answer& answer, double weight) {
+                        const std::string& prefix, const measure_prefixes::Answer& answer,
+                        double weight) {
     weights[prefix][answer] += weight;
   }
 
@@ -199,7 +201,7 @@ class Deriver {
     }
   }
 
-  void AddRows(std::vector<PrefixTable::Row>& rows, const std::string& prefix,
+  void AddRows(std::vector<measure_prefixes::PrefixTable::Row>& rows, const std::string& prefix,
                const Weights& expected) const {
     Weights all = expected;
     double calls = 0;
@@ -211,8 +213,10 @@ class Deriver {
       }
     }
     const auto byWeight = [](const auto& a, const auto& b) { return a.second < b.second; };
-    const Answer first = std::max_element(all.begin(), all.end(), byWeight)->first;
-    std::map<std::tuple<int, int, std::string_view>, std::pair<Answer, double>> behind;
+    const measure_prefixes::Answer first =
+        std::max_element(all.begin(), all.end(), byWeight)->first;
+    std::map<std::tuple<int, int, std::string_view>, std::pair<measure_prefixes::Answer, double>>
+        behind;
     for (const auto& [answer, weight] : all) {
       const double count = weight - (expected.contains(answer) ? expected.at(answer) : 0);
       const bool kept =
@@ -226,7 +230,7 @@ class Deriver {
     for (const auto& [place, best] : behind) rows.push_back({prefix, best.first});
   }
 
-  const CtyFile& file_;
+  const measure_prefixes::CtyFile& file_;
   // By prefix, what letters and the file's own calls let expect, and what the calls heard were.
   std::map<std::string, Weights, std::less<>> expected_;
   std::map<std::string, Weights, std::less<>> heard_;
@@ -236,9 +240,9 @@ class Deriver {
 
 }  // namespace
 
-std::vector<PrefixTable::Row> DerivePrefixes(const CtyFile& file,
-                                             const std::vector<std::string>& calls) {
+std::vector<measure_prefixes::PrefixTable::Row> DerivePrefixes(
+    const measure_prefixes::CtyFile& file, const std::vector<std::string>& calls) {
   return Deriver(file, calls).Rows();
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::derive_prefixes

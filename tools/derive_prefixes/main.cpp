@@ -11,7 +11,8 @@ int main(int argc, char** argv) {
   }
   try {
     const auto rows =
-        brenvo::DerivePrefixes(brenvo::CtyFile::Read(argv[1]), brenvo::ReadCalls(argv[2]));
+        brenvo::derive_prefixes::DerivePrefixes(brenvo::measure_prefixes::CtyFile::Read(argv[1]),
+                                                brenvo::measure_prefixes::ReadCalls(argv[2]));
     std::puts("Prefisso,Country,Zona CQ,Zona ITU,Continente");
     for (const auto& [prefix, tells] : rows) {
       std::printf("%s,%s,%d,%d,%s\n", prefix.c_str(), tells.Country.c_str(), tells.ZoneCq,

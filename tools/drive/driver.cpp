@@ -5,16 +5,16 @@
 #include "base/date.h"
 #include "base/encoding.h"
 #include "core/files.h"
-#include "file/database_file.h"
-#include "recorder/refused.h"
-#include "station/station.h"
 #include "drive/numbers.h"
 #include "drive/observations.h"
 #include "drive/operator_actions.h"
 #include "drive/settings_file.h"
 #include "drive/words.h"
+#include "file/database_file.h"
+#include "recorder/refused.h"
+#include "station/station.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
 
 // Of a command that takes the rest of its line as one text, with or without quotes.
@@ -41,16 +41,16 @@ struct FieldName {
 
 }  // namespace
 
-Driver::Driver(std::filesystem::path directory, LineSink out)
+Driver::Driver(std::filesystem::path directory, recorder::LineSink out)
     : directory_(std::move(directory)),
       out_(std::move(out)),
       machine_(out_),
-      session_(std::make_unique<Session>(machine_, directory_)) {
+      session_(std::make_unique<core::Session>(machine_, directory_)) {
   machine_.SetApplicationDirectory(session_->AppPath);
-  machine_.Host().NameOf = [this](const Window& window) {
+  machine_.Host().NameOf = [this](const forms::Window& window) {
     return session_->Windows.InstanceName(window);
   };
-  machine_.Host().InModal = [this](Window& dialog) { RunInside(dialog); };
+  machine_.Host().InModal = [this](forms::Window& dialog) { RunInside(dialog); };
   machine_.GetClock().SetGuard(
       [this](const std::function<void()>& tick) { session_->Windows.RunEvent(tick); });
 }
@@ -102,14 +102,14 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
 
 std::optional<ScriptFailure> Driver::Run(std::istream& script) {
   script_ = &script;
-  const std::filesystem::path file = FileIn(session_->AppPath, "Brenvo.ini");
-  MemorySettings& settings = machine_.Settings();
+  const std::filesystem::path file = core::FileIn(session_->AppPath, "Brenvo.ini");
+  recorder::MemorySettings& settings = machine_.Settings();
   settings.SetAll(ReadSettings(file));
-  const MemorySettings::Values before = settings.All();
+  const recorder::MemorySettings::Values before = settings.All();
   std::optional<ScriptFailure> failure = RunScript();
   try {
     if (settings.All() != before) WriteSettings(file, settings.All());
-  } catch (const Refused& refused) {
+  } catch (const recorder::Refused& refused) {
     if (!failure) failure = ScriptFailure{0, refused.reason};
   }
   return failure;
@@ -117,7 +117,7 @@ std::optional<ScriptFailure> Driver::Run(std::istream& script) {
 
 std::optional<ScriptFailure> Driver::RunScript() {
   try {
-    frame_ = StartStation(*session_);
+    frame_ = station::StartStation(*session_);
     if (frame_ == nullptr) return ScriptFailure{0, "the station does not start"};
     bool more = true;
     while (more) {
@@ -125,12 +125,12 @@ std::optional<ScriptFailure> Driver::RunScript() {
         more = RunNextLine();
       } catch (const ScriptEnded&) {
         more = false;
-      } catch (const ProgramEnded&) {
+      } catch (const platform::ProgramEnded&) {
         LeaveProgram();
       }
     }
     CheckAnswers();
-  } catch (const Refused& refused) {
+  } catch (const recorder::Refused& refused) {
     return failure_ ? failure_ : ScriptFailure{line_, refused.reason};
   }
   return std::nullopt;
@@ -142,14 +142,14 @@ bool Driver::RunNextLine() {
   ++line_;
   try {
     RunLine(line);
-  } catch (const Refused& refused) {
+  } catch (const recorder::Refused& refused) {
     if (!failure_) failure_ = ScriptFailure{line_, refused.reason};
     throw;
   }
   // A window that handles everything may have taken a refusal for a failure of its own.
-  if (failure_) throw Refused{failure_->reason};
+  if (failure_) throw recorder::Refused{failure_->reason};
   if (const auto question = machine_.Messages().Unanswered()) {
-    throw Refused{"nobody answers the " + *question};
+    throw recorder::Refused{"nobody answers the " + *question};
   }
   return true;
 }
@@ -160,14 +160,14 @@ void Driver::RunLine(const std::string& line) {
   const auto& verbs = Verbs();
   const auto verb = std::find_if(verbs.begin(), verbs.end(),
                                  [&](const Verb& each) { return each.name == words.front(); });
-  if (verb == verbs.end()) throw Refused{"unknown command " + words.front()};
+  if (verb == verbs.end()) throw recorder::Refused{"unknown command " + words.front()};
   if (verb->most == kRestOfLine && words.size() > 1) {
     words = {RestOfLine(line)};
   } else {
     words.erase(words.begin());
   }
   if (words.size() < verb->least || words.size() > verb->most) {
-    throw Refused{std::string(verb->name) + " wants other words than these"};
+    throw recorder::Refused{std::string(verb->name) + " wants other words than these"};
   }
   Perform(*verb, words);
 }
@@ -188,14 +188,15 @@ void Driver::Perform(const Verb& verb, const Words& words) {
   }
 }
 
-void Driver::RunInside(Window& dialog) {
+void Driver::RunInside(forms::Window& dialog) {
   while (dialog.Visible()) {
     if (!RunNextLine()) throw ScriptEnded();
   }
 }
 
 void Driver::CheckAnswers() const {
-  if (machine_.HasUnusedAnswers()) throw Refused{"an answer is left that nothing asked for"};
+  if (machine_.HasUnusedAnswers())
+    throw recorder::Refused{"an answer is left that nothing asked for"};
 }
 
 void Driver::LeaveProgram() {
@@ -203,36 +204,37 @@ void Driver::LeaveProgram() {
   session_.reset();
 }
 
-Session& Driver::Running() const {
-  if (!session_) throw Refused{"the program has ended"};
+core::Session& Driver::Running() const {
+  if (!session_) throw recorder::Refused{"the program has ended"};
   return *session_;
 }
 
-Window& Driver::FindWindow(std::string_view name) const {
-  Window* window = Running().Windows.FindInstance(name);
-  if (window == nullptr) throw Refused{"there is no window " + std::string(name)};
+forms::Window& Driver::FindWindow(std::string_view name) const {
+  forms::Window* window = Running().Windows.FindInstance(name);
+  if (window == nullptr) throw recorder::Refused{"there is no window " + std::string(name)};
   return *window;
 }
 
-Field& Driver::FindField(std::string_view name) const {
+forms::Field& Driver::FindField(std::string_view name) const {
   const FieldName parts(name);
-  Field* field = FindWindow(parts.window).FindField(parts.field);
-  if (field == nullptr) throw Refused{"there is no field " + std::string(name)};
+  forms::Field* field = FindWindow(parts.window).FindField(parts.field);
+  if (field == nullptr) throw recorder::Refused{"there is no field " + std::string(name)};
   return *field;
 }
 
-Window& Driver::ReachWindow(std::string_view name) {
-  Window& window = FindWindow(name);
-  const Window* modal = machine_.Host().Modal();
+forms::Window& Driver::ReachWindow(std::string_view name) {
+  forms::Window& window = FindWindow(name);
+  const forms::Window* modal = machine_.Host().Modal();
   if (modal != nullptr && modal != &window) {
-    throw Refused{std::string(name) + " does not answer while " + modal->Name() + " waits"};
+    throw recorder::Refused{std::string(name) + " does not answer while " + modal->Name() +
+                            " waits"};
   }
   if (&window != frame_) session_->Windows.Activated(window);
   return window;
 }
 
-Field& Driver::ReachField(std::string_view name) {
-  Field& field = FindField(name);
+forms::Field& Driver::ReachField(std::string_view name) {
+  forms::Field& field = FindField(name);
   ReachWindow(FieldName(name).window);
   return field;
 }
@@ -252,7 +254,7 @@ void Driver::Leave(const Words& words) { ReachField(words[0]).Leave(); }
 void Driver::Hover(const Words& words) { ReachField(words[0]).Hover(); }
 
 void Driver::TickField(const Words& words) {
-  Field& field = ReachField(words[0]);
+  forms::Field& field = ReachField(words[0]);
   if (words.size() == 2) {
     Tick(field, words[1]);
   } else {
@@ -289,7 +291,7 @@ void Driver::Remove(const Words& words) {
 void Driver::Drop(const Words& words) { ReachField(words[0]).Drop(words[1]); }
 
 void Driver::Draw(const Words& words) {
-  if (words[0] != "Brenvo.PicBuf1") throw Refused{"only Brenvo.PicBuf1 can be drawn on"};
+  if (words[0] != "Brenvo.PicBuf1") throw recorder::Refused{"only Brenvo.PicBuf1 can be drawn on"};
   ReachWindow("Brenvo");
   int numbers[4];
   for (std::size_t i = 0; i < 4; ++i) numbers[i] = static_cast<int>(WholeNumber(words[i + 1]));
@@ -297,16 +299,16 @@ void Driver::Draw(const Words& words) {
 }
 
 void Driver::Close(const Words& words) {
-  Window& window = ReachWindow(words[0]);
+  forms::Window& window = ReachWindow(words[0]);
   session_->Windows.Unload(window);
 }
 
 void Driver::Resize(const Words& words) {
-  Window& window = ReachWindow(words[0]);
-  Bounds bounds = window.GetBounds();
-  bounds.width = Twips(static_cast<int>(WholeNumber(words[1])));
-  bounds.height = Twips(static_cast<int>(WholeNumber(words[2])));
-  window.Moved(bounds, WindowState::kNormal);
+  forms::Window& window = ReachWindow(words[0]);
+  forms::Bounds bounds = window.GetBounds();
+  bounds.width = base::Twips(static_cast<int>(WholeNumber(words[1])));
+  bounds.height = base::Twips(static_cast<int>(WholeNumber(words[2])));
+  window.Moved(bounds, forms::WindowState::kNormal);
 }
 
 // Besides yes and no, a file for the next file dialog, or cancel.
@@ -321,15 +323,15 @@ void Driver::Answer(const Words& words) {
 }
 
 void Driver::SetClock(const Words& words) {
-  const auto now = ParseIso(words[0]);
-  if (!now) throw Refused{'"' + words[0] + "\" is no time"};
+  const auto now = base::ParseIso(words[0]);
+  if (!now) throw recorder::Refused{'"' + words[0] + "\" is no time"};
   machine_.SetNow(*now);
 }
 
 void Driver::Advance(const Words& words) { machine_.Advance(WholeNumber(words[0])); }
 
 void Driver::Receive(const Words& words) {
-  const std::string bytes = ToLatin1(words[1]);
+  const std::string bytes = base::ToLatin1(words[1]);
   if (const int port = PortNumber(words[0])) {
     machine_.Serial().Receive(port, bytes);
   } else {
@@ -351,7 +353,7 @@ void Driver::Fail(const Words& words) {
   } else if (Running().Windows.Knows(words[0])) {
     machine_.Tcp().FailNext(words[0]);
   } else {
-    throw Refused{"there is no device " + words[0]};
+    throw recorder::Refused{"there is no device " + words[0]};
   }
 }
 
@@ -360,21 +362,21 @@ void Driver::Setting(const Words& words) {
     machine_.Settings().SaveSetting(words[0], words[1], words[2]);
   } else {
     out_("setting " + words[0] + ' ' + words[1] + ' ' +
-         Quoted(machine_.Settings().GetSetting(words[0], words[1], "")));
+         recorder::Quoted(machine_.Settings().GetSetting(words[0], words[1], "")));
   }
 }
 
 // A field comes before a property of the window, and that before a field's caption.
 void Driver::Get(const Words& words) {
   const FieldName name(words[0]);
-  const Window& window = FindWindow(name.window);
+  const forms::Window& window = FindWindow(name.window);
   if (window.FindField(name.field) == nullptr) {
     if (PrintProperty(out_, words[0], window, name.field)) return;
     constexpr std::string_view kCaption = ".Caption";
     if (name.field.ends_with(kCaption)) {
       const auto captioned = name.field.substr(0, name.field.size() - kCaption.size());
-      if (const Field* field = window.FindField(captioned)) {
-        out_("get " + words[0] + ' ' + Quoted(field->Caption()));
+      if (const forms::Field* field = window.FindField(captioned)) {
+        out_("get " + words[0] + ' ' + recorder::Quoted(field->Caption()));
         return;
       }
     }
@@ -391,7 +393,7 @@ void Driver::List(const Words& words) { PrintList(out_, words[0], FindField(word
 void Driver::WindowNames(const Words&) {
   std::string line = "windows";
   if (session_) {
-    for (const Window* window : session_->Windows.Loaded()) {
+    for (const forms::Window* window : session_->Windows.Loaded()) {
       line += ' ' + session_->Windows.InstanceName(*window);
     }
   }
@@ -399,23 +401,23 @@ void Driver::WindowNames(const Words&) {
 }
 
 // A program that has ended leaves its file to be looked at.
-void Driver::WithDatabase(const std::function<void(Database&)>& use) const {
+void Driver::WithDatabase(const std::function<void(engine::Database&)>& use) const {
   if (session_ && session_->IsOpen()) {
     use(session_->Db);
   } else {
-    Database database = OpenDatabaseFile(FileIn(directory_, "Brenvo.mdb"));
+    engine::Database database = file::OpenDatabaseFile(core::FileIn(directory_, "Brenvo.mdb"));
     use(database);
   }
 }
 
 void Driver::Sql(const Words& words) {
-  WithDatabase([&](Database& db) { PrintRows(out_, *db.OpenSnapshot(words[0])); });
+  WithDatabase([&](engine::Database& db) { PrintRows(out_, *db.OpenSnapshot(words[0])); });
 }
 
 void Driver::Exec(const Words& words) {
-  WithDatabase([&](Database& db) { db.Execute(words[0]); });
+  WithDatabase([&](engine::Database& db) { db.Execute(words[0]); });
 }
 
 void Driver::Echo(const Words& words) { out_(words.empty() ? std::string() : words[0]); }
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

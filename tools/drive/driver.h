@@ -15,7 +15,7 @@
 #include "core/session.h"
 #include "recorder/recording_platform.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 
 // Why a script failed.
 struct ScriptFailure {
@@ -28,7 +28,7 @@ struct ScriptFailure {
 // comes out of the sink, line by line.
 class Driver {
  public:
-  Driver(std::filesystem::path directory, LineSink out);
+  Driver(std::filesystem::path directory, recorder::LineSink out);
   ~Driver();
 
   // Starts the station and runs the script to its end; what is open then stays as it is, with no
@@ -51,18 +51,18 @@ class Driver {
   bool RunNextLine();
   void RunLine(const std::string& line);
   void Perform(const Verb& verb, const Words& words);
-  void RunInside(Window& dialog);
+  void RunInside(forms::Window& dialog);
   void CheckAnswers() const;
   void LeaveProgram();
-  void WithDatabase(const std::function<void(Database&)>& use) const;
+  void WithDatabase(const std::function<void(engine::Database&)>& use) const;
 
   // Windows and fields by the names of a script.
-  Session& Running() const;
-  Window& FindWindow(std::string_view name) const;
-  Field& FindField(std::string_view name) const;
+  core::Session& Running() const;
+  forms::Window& FindWindow(std::string_view name) const;
+  forms::Field& FindField(std::string_view name) const;
   // The same for what the operator is about to do: the window comes to the front.
-  Window& ReachWindow(std::string_view name);
-  Field& ReachField(std::string_view name);
+  forms::Window& ReachWindow(std::string_view name);
+  forms::Field& ReachField(std::string_view name);
 
   void Menu(const Words& words);
   void Set(const Words& words);
@@ -105,13 +105,13 @@ class Driver {
   void Echo(const Words& words);
 
   std::filesystem::path directory_;
-  LineSink out_;
-  RecordingPlatform machine_;
-  std::unique_ptr<Session> session_;  // empty once the program has ended
-  MainFrame* frame_ = nullptr;
+  recorder::LineSink out_;
+  recorder::RecordingPlatform machine_;
+  std::unique_ptr<core::Session> session_;  // empty once the program has ended
+  core::MainFrame* frame_ = nullptr;
   std::istream* script_ = nullptr;
   int line_ = 0;
   std::optional<ScriptFailure> failure_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

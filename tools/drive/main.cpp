@@ -9,12 +9,13 @@ int main(int argc, char** argv) {
     std::cerr << "drive DIR < script\n";
     return 2;
   }
-  if (const std::string why = brenvo::WhyNotEntered(argv[1]); !why.empty()) {
+  if (const std::string why = brenvo::core::WhyNotEntered(argv[1]); !why.empty()) {
     std::cerr << "drive: " << why << '\n';
     return 2;
   }
   try {
-    brenvo::Driver driver(argv[1], [](const std::string& line) { std::cout << line << '\n'; });
+    brenvo::drive::Driver driver(argv[1],
+                                 [](const std::string& line) { std::cout << line << '\n'; });
     const auto failure = driver.Run(std::cin);
     std::cout.flush();
     if (!failure) return 0;
@@ -23,7 +24,7 @@ int main(int argc, char** argv) {
     std::cerr << failure->reason << '\n';
   } catch (const std::exception& failure) {
     std::cout.flush();
-    std::cerr << "drive: " << brenvo::FailureText(failure) << '\n';
+    std::cerr << "drive: " << brenvo::core::FailureText(failure) << '\n';
   }
   return 1;
 }

@@ -9,16 +9,16 @@
 
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 
 // A whole number and nothing else; Refused otherwise.
 inline std::int64_t WholeNumber(std::string_view word) {
   std::int64_t number = 0;
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
   if (error != std::errc() || end != word.data() + word.size()) {
-    throw Refused{'"' + std::string(word) + "\" is no whole number"};
+    throw recorder::Refused{'"' + std::string(word) + "\" is no whole number"};
   }
   return number;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

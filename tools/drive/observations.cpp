@@ -7,8 +7,11 @@
 #include "recorder/quote.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
+
+// Every kind of field shows itself here.
+using namespace forms;
 
 const char* OnOff(bool on) { return on ? "on" : "off"; }
 
@@ -20,41 +23,42 @@ std::string Shown(Field& field) {
   return VisitField(
       field,
       [](OneOf<TextField, MaskedField, DatePicker, ListField, RichText> auto& text) {
-        return Quoted(text.Text());
+        return recorder::Quoted(text.Text());
       },
       [](CheckBox& box) { return Shown(box.State()); },
       [](OptionButton& option) { return std::string(OnOff(option.IsOn())); },
       [](OneOf<OptionGroup, TabStrip> auto& group) { return std::to_string(group.Index()); },
       [](OneOf<Slider, Gauge> auto& scale) { return std::to_string(scale.Value()); },
       [](Command& command) {
-        return command.Toggle ? std::string(OnOff(command.Down())) : Quoted(command.Caption());
+        return command.Toggle ? std::string(OnOff(command.Down()))
+                              : recorder::Quoted(command.Caption());
       },
       [](OneOf<DataGrid, EntryArray, Grid, Label, Menu, Panel, PictureBox, StatusBar, ToolBar> auto&
-             other) { return Quoted(other.Caption()); });
+             other) { return recorder::Quoted(other.Caption()); });
 }
 
 [[noreturn]] void Refuse(std::string_view name, const char* why) {
-  throw Refused{std::string(name) + ' ' + why};
+  throw recorder::Refused{std::string(name) + ' ' + why};
 }
 
-void PrintEntry(const LineSink& out, bool marked, const std::string& text) {
-  out((marked ? "*" : "") + Quoted(text));
+void PrintEntry(const recorder::LineSink& out, bool marked, const std::string& text) {
+  out((marked ? "*" : "") + recorder::Quoted(text));
 }
 
 }  // namespace
 
-void PrintField(const LineSink& out, std::string_view name, Field& field) {
+void PrintField(const recorder::LineSink& out, std::string_view name, Field& field) {
   out(fmt::format("get {} {}", name, Shown(field)));
 }
 
-bool PrintProperty(const LineSink& out, std::string_view name, const Window& window,
+bool PrintProperty(const recorder::LineSink& out, std::string_view name, const Window& window,
                    std::string_view property) {
-  const std::string wanted = Lower(property);
+  const std::string wanted = base::Lower(property);
   std::string value;
   if (wanted == "caption") {
-    value = Quoted(window.Caption());
+    value = recorder::Quoted(window.Caption());
   } else if (wanted == "tag") {
-    value = Quoted(window.Tag);
+    value = recorder::Quoted(window.Tag);
   } else if (wanted == "left") {
     value = std::to_string(window.GetBounds().left.Value());
   } else if (wanted == "top") {
@@ -70,11 +74,11 @@ bool PrintProperty(const LineSink& out, std::string_view name, const Window& win
   return true;
 }
 
-void PrintEnabled(const LineSink& out, std::string_view name, const Field& field) {
+void PrintEnabled(const recorder::LineSink& out, std::string_view name, const Field& field) {
   out(fmt::format("enabled {} {}", name, field.Enabled() ? "yes" : "no"));
 }
 
-void PrintGrid(const LineSink& out, std::string_view name, Field& field) {
+void PrintGrid(const recorder::LineSink& out, std::string_view name, Field& field) {
   auto* grid = FieldAs<Grid>(field);
   if (grid == nullptr) Refuse(name, "is no grid");
   const std::int64_t rows = grid->Rows();
@@ -84,13 +88,13 @@ void PrintGrid(const LineSink& out, std::string_view name, Field& field) {
     std::string line;
     for (int column = 0; column < columns; ++column) {
       if (column > 0) line += '\t';
-      line += Escaped(grid->Cell(row, column));
+      line += recorder::Escaped(grid->Cell(row, column));
     }
     out(line);
   }
 }
 
-void PrintList(const LineSink& out, std::string_view name, Field& field) {
+void PrintList(const recorder::LineSink& out, std::string_view name, Field& field) {
   const auto print = [&](const auto& entries, const auto& marked, const auto& text) {
     out(fmt::format("list {} {}", name, entries.size()));
     for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -121,39 +125,40 @@ void PrintList(const LineSink& out, std::string_view name, Field& field) {
                 ToolBar> auto&) { Refuse(name, "is no list"); });
 }
 
-void PrintRuns(const LineSink& out, std::string_view name, Field& field) {
+void PrintRuns(const recorder::LineSink& out, std::string_view name, Field& field) {
   auto* rich = FieldAs<RichText>(field);
   if (rich == nullptr) Refuse(name, "is no text area");
   out(fmt::format("text {}", name));
   for (const RichText::Run& run : rich->Runs()) {
     out(fmt::format("#{:02x}{:02x}{:02x} {}", run.colour.red, run.colour.green, run.colour.blue,
-                    Quoted(run.text)));
+                    recorder::Quoted(run.text)));
   }
 }
 
-void PrintStatus(const LineSink& out, std::string_view name, const Window& window) {
+void PrintStatus(const recorder::LineSink& out, std::string_view name, const Window& window) {
   for (Field* field : window.Fields()) {
     const auto* bar = FieldAs<StatusBar>(*field);
     if (bar == nullptr) continue;
     std::string line = fmt::format("status {}", name);
-    for (int panel = 1; panel <= bar->Panels(); ++panel) line += ' ' + Quoted(bar->Panel(panel));
+    for (int panel = 1; panel <= bar->Panels(); ++panel)
+      line += ' ' + recorder::Quoted(bar->Panel(panel));
     out(line);
     return;
   }
   Refuse(name, "has no status bar");
 }
 
-void PrintRows(const LineSink& out, Recordset& rows) {
+void PrintRows(const recorder::LineSink& out, engine::Recordset& rows) {
   std::int64_t count = 0;
   for (; !rows.EOF_(); rows.MoveNext(), ++count) {
     std::string line = "row";
     for (std::size_t column = 0; column < rows.Columns().size(); ++column) {
-      const Value value = rows.Field(column);
-      line += '\t' + (value.IsNull() ? "NULL" : Escaped(value.Text()));
+      const engine::Value value = rows.Field(column);
+      line += '\t' + (value.IsNull() ? "NULL" : recorder::Escaped(value.Text()));
     }
     out(line);
   }
   out(fmt::format("rows {}", count));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

@@ -4,15 +4,18 @@
 #include <string>
 
 #include "base/text.h"
+#include "drive/numbers.h"
 #include "forms/field_visit.h"
 #include "recorder/refused.h"
-#include "drive/numbers.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
 
+// Every kind of field has its action here.
+using namespace forms;
+
 [[noreturn]] void Refuse(const Field& field, const std::string& why) {
-  throw Refused{field.Owner().Name() + '.' + field.Name() + ' ' + why};
+  throw recorder::Refused{field.Owner().Name() + '.' + field.Name() + ' ' + why};
 }
 
 void WantEnabled(const Field& field) {
@@ -49,9 +52,10 @@ CheckState StateOf(const CheckBox& box, std::string_view state) {
 int FindEntry(const Field& field, const std::vector<std::string>& entries, std::string_view text) {
   auto at = std::find(entries.begin(), entries.end(), text);
   if (at == entries.end()) {
-    at = std::find_if(
-        entries.begin(), entries.end(),
-        [wanted = Trim(text)](const std::string& each) { return Trim(each) == wanted; });
+    at = std::find_if(entries.begin(), entries.end(),
+                      [wanted = base::Trim(text)](const std::string& each) {
+                        return base::Trim(each) == wanted;
+                      });
   }
   if (at == entries.end()) Refuse(field, "has no entry \"" + std::string(text) + '"');
   return static_cast<int>(at - entries.begin());
@@ -65,7 +69,7 @@ void SetList(ListField& list, std::string_view text) {
     return;
   }
   const bool none = text.empty() && std::none_of(items.begin(), items.end(), [](const auto& item) {
-                      return Trim(item).empty();
+                      return base::Trim(item).empty();
                     });
   if (none && list.Style() != ListStyle::kMulti) {
     list.SetListIndex(-1);
@@ -95,8 +99,8 @@ struct GridPlace {
 char32_t KeyCharacter(const Field& field, std::string_view key) {
   if (key == "enter") return kEnter;
   if (key == "backspace") return kBackspace;
-  if (Len(key) != 1) Refuse(field, "has no use for the key " + std::string(key));
-  return Characters(key).front();
+  if (base::Len(key) != 1) Refuse(field, "has no use for the key " + std::string(key));
+  return base::Characters(key).front();
 }
 
 void OpenContextMenu(Field& field) {
@@ -142,7 +146,7 @@ void TypeText(Field& field, std::string_view text,
   auto& typed = As<TextField>(field, "field to type into");
   WantEnabled(field);
   field.Focus();
-  for (const char32_t key : Characters(text)) {
+  for (const char32_t key : base::Characters(text)) {
     if (runEvent) {
       runEvent([&] { typed.TypeKey(key); });
     } else {
@@ -304,4 +308,4 @@ void RemoveGridRow(Field& field, std::int64_t row) {
   grid.RemoveRow(row);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

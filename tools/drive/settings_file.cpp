@@ -12,7 +12,7 @@
 #include "base/text.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
 
 bool IsPlain(char c) {
@@ -41,14 +41,14 @@ std::string NameOf(std::string_view escaped) {
     }
     const bool wide = escaped.starts_with('U');
     if (wide) escaped.remove_prefix(1);
-    name += FromCharacters(std::u32string(1, TakeHex(escaped, wide ? 4 : 2)));
+    name += base::FromCharacters(std::u32string(1, TakeHex(escaped, wide ? 4 : 2)));
   }
   return name;
 }
 
 std::string EscapedName(std::string_view name) {
   std::string escaped;
-  for (const char32_t c : Characters(name)) {
+  for (const char32_t c : base::Characters(name)) {
     if (c < 0x80 && IsPlain(static_cast<char>(c))) {
       escaped += static_cast<char>(c);
     } else if (c < 0x100) {
@@ -80,7 +80,7 @@ std::string ValueOf(std::string_view written) {
     const char letter = written.front();
     written.remove_prefix(1);
     if (letter == 'x') {
-      value += FromCharacters(std::u32string(1, TakeHex(written, 8)));
+      value += base::FromCharacters(std::u32string(1, TakeHex(written, 8)));
       continue;
     }
     const auto* escape = std::ranges::find(kEscapes, letter, &Escape::letter);
@@ -106,26 +106,27 @@ std::string WrittenValue(std::string_view value) {
 
 }  // namespace
 
-MemorySettings::Values ReadSettings(const std::filesystem::path& file) {
-  MemorySettings::Values values;
+recorder::MemorySettings::Values ReadSettings(const std::filesystem::path& file) {
+  recorder::MemorySettings::Values values;
   std::ifstream in(file, std::ios::binary);
   std::string section;
   for (std::string line; std::getline(in, line);) {
     if (line.ends_with('\r')) line.pop_back();
-    line = Trim(line);
+    line = base::Trim(line);
     const std::size_t equals = line.find('=');
     if (line.starts_with('[') && line.ends_with(']')) {
       section = NameOf(std::string_view(line).substr(1, line.size() - 2));
     } else if (!line.starts_with(';') && equals != std::string::npos) {
       const std::string_view whole = line;
-      values[{section, NameOf(Trim(whole.substr(0, equals)))}] =
-          ValueOf(LTrim(whole.substr(equals + 1)));
+      values[{section, NameOf(base::Trim(whole.substr(0, equals)))}] =
+          ValueOf(base::LTrim(whole.substr(equals + 1)));
     }
   }
   return values;
 }
 
-void WriteSettings(const std::filesystem::path& file, const MemorySettings::Values& values) {
+void WriteSettings(const std::filesystem::path& file,
+                   const recorder::MemorySettings::Values& values) {
   std::ofstream out(file, std::ios::binary | std::ios::trunc);
   std::string_view section;
   bool first = true;
@@ -138,7 +139,7 @@ void WriteSettings(const std::filesystem::path& file, const MemorySettings::Valu
     out << EscapedName(place.second) << '=' << WrittenValue(value) << '\n';
   }
   out.close();
-  if (!out) throw Refused{file.filename().string() + " cannot be written"};
+  if (!out) throw recorder::Refused{file.filename().string() + " cannot be written"};
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

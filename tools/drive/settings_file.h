@@ -5,12 +5,13 @@
 
 #include "recorder/memory_settings.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 
 // The file in which the screens keep them: `[Section]` lines, `Key=value` below. Empty when there
 // is none; what is no such line is passed over.
-MemorySettings::Values ReadSettings(const std::filesystem::path& file);
+recorder::MemorySettings::Values ReadSettings(const std::filesystem::path& file);
 // In the place of what the file held. Refused when it cannot be written.
-void WriteSettings(const std::filesystem::path& file, const MemorySettings::Values& values);
+void WriteSettings(const std::filesystem::path& file,
+                   const recorder::MemorySettings::Values& values);
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

@@ -3,7 +3,7 @@
 #include "base/text.h"
 #include "recorder/refused.h"
 
-namespace brenvo {
+namespace brenvo::drive {
 namespace {
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
@@ -12,7 +12,7 @@ char32_t HexDigit(char c) {
   if (c >= '0' && c <= '9') return static_cast<char32_t>(c - '0');
   if (c >= 'A' && c <= 'F') return static_cast<char32_t>(c - 'A' + 10);
   if (c >= 'a' && c <= 'f') return static_cast<char32_t>(c - 'a' + 10);
-  throw Refused{"\\x wants two hexadecimal digits"};
+  throw recorder::Refused{"\\x wants two hexadecimal digits"};
 }
 
 class Reader {
@@ -37,7 +37,7 @@ class Reader {
   bool AtEnd() const { return at_ >= line_.size(); }
 
   char Next() {
-    if (AtEnd()) throw Refused{"a text in quotes does not end"};
+    if (AtEnd()) throw recorder::Refused{"a text in quotes does not end"};
     return line_[at_++];
   }
 
@@ -51,7 +51,8 @@ class Reader {
         word += c;
       }
     }
-    if (!AtEnd() && !IsBlank(line_[at_])) throw Refused{"a text in quotes wants a blank behind it"};
+    if (!AtEnd() && !IsBlank(line_[at_]))
+      throw recorder::Refused{"a text in quotes wants a blank behind it"};
     return word;
   }
 
@@ -69,10 +70,10 @@ class Reader {
         return "\\";
       case 'x': {
         const char32_t high = HexDigit(Next());
-        return FromCharacters(std::u32string(1, high * 16 + HexDigit(Next())));
+        return base::FromCharacters(std::u32string(1, high * 16 + HexDigit(Next())));
       }
       default:
-        throw Refused{std::string("unknown escape \\") + c};
+        throw recorder::Refused{std::string("unknown escape \\") + c};
     }
   }
 
@@ -105,4 +106,4 @@ std::string RestOfLine(std::string_view line) {
   return std::string(line.substr(begin, end - begin));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

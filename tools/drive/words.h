@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::drive {
 
 // Words stand apart by blanks; one with blanks inside stands in double quotes, where \n, \r, \t,
 // \", \\ and \xHH (the character of that code) mean what they say. A word that begins with "#"
@@ -15,4 +15,4 @@ std::vector<std::string> SplitWords(std::string_view line);
 // comment, blanks between the words included. Empty when there is nothing.
 std::string RestOfLine(std::string_view line);
 
-}  // namespace brenvo
+}  // namespace brenvo::drive

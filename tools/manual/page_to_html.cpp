@@ -8,7 +8,7 @@
 #include <QTextList>
 #include <QTextTable>
 
-namespace brenvo {
+namespace brenvo::manual {
 namespace {
 
 constexpr std::string_view kStyle =
@@ -109,9 +109,9 @@ std::string PageToHtml(std::string_view markdown) {
   return html;
 }
 
-std::string ManualToHtml(const std::vector<HelpPage>& pages, std::string_view title) {
+std::string ManualToHtml(const std::vector<core::HelpPage>& pages, std::string_view title) {
   std::string contents, text;
-  for (const HelpPage& page : pages) {
+  for (const core::HelpPage& page : pages) {
     const std::string anchor = "t" + std::to_string(page.topic);
     contents += "<a href=\"#" + anchor + "\">" + Escaped(page.title) + "</a>\n";
     text += "<h2 id=\"" + anchor + "\">" + Escaped(page.title) + "</h2>\n" + PageToHtml(page.text);
@@ -123,4 +123,4 @@ std::string ManualToHtml(const std::vector<HelpPage>& pages, std::string_view ti
          Escaped(title) + "</h1>\n" + text + "</main>\n</body>\n</html>\n";
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::manual

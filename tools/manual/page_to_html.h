@@ -7,7 +7,7 @@
 
 #include "core/help_file.h"
 
-namespace brenvo {
+namespace brenvo::manual {
 
 // Markdown as Qt reads it, and so as the program shows the page. Paragraphs, tables, numbered
 // lists, pictures and **bold**, *italic*, `code` become the tags of that name; anything else comes
@@ -15,6 +15,6 @@ namespace brenvo {
 std::string PageToHtml(std::string_view markdown);
 
 // All pages as one document, with a list of contents; page 100 is reached as "#t100".
-std::string ManualToHtml(const std::vector<HelpPage>& pages, std::string_view title);
+std::string ManualToHtml(const std::vector<core::HelpPage>& pages, std::string_view title);
 
-}  // namespace brenvo
+}  // namespace brenvo::manual

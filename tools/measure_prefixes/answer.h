@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace brenvo {
+namespace brenvo::measure_prefixes {
 
 struct Answer {
   std::string Country;  // our code, as in table Country
@@ -17,4 +17,4 @@ struct Answer {
   }
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::measure_prefixes

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::measure_prefixes {
 
 std::vector<std::string> ReadCalls(const std::filesystem::path& file) {
   std::ifstream in(file);
@@ -16,4 +16,4 @@ std::vector<std::string> ReadCalls(const std::filesystem::path& file) {
   return calls;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::measure_prefixes

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::measure_prefixes {
 namespace {
 
 // Names in the file that are not our country code: those of the European awards (behind "*"), and
@@ -126,4 +126,4 @@ std::optional<Answer> CtyFile::Find(std::string_view call) const {
   return std::nullopt;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::measure_prefixes

@@ -9,7 +9,7 @@
 
 #include "measure_prefixes/answer.h"
 
-namespace brenvo {
+namespace brenvo::measure_prefixes {
 
 // A country file: for each country a line of colon-separated facts, then its prefixes and whole
 // calls (behind "="), each with its own zones "(CQ)" "[ITU]" and continent "{..}" where they
@@ -36,4 +36,4 @@ class CtyFile {
   std::map<std::string, Answer, std::less<>> calls_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::measure_prefixes

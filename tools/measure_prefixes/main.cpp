@@ -13,6 +13,7 @@
 namespace {
 
 using namespace brenvo;
+using namespace measure_prefixes;
 
 constexpr std::string_view kUsage =
     "usage: measure_prefixes BRENVO.mdb CALL_LIST COUNTRY_FILE [--misses] [--at-least COUNTRY "

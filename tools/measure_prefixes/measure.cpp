@@ -4,7 +4,7 @@
 #include <map>
 #include <optional>
 
-namespace brenvo {
+namespace brenvo::measure_prefixes {
 namespace {
 
 void Count(Score& score, const std::optional<Answer>& ours, const std::optional<Answer>& theirs) {
@@ -77,4 +77,4 @@ Measurement Measure(const PrefixTable& table, const CtyFile& file,
   return result;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::measure_prefixes

@@ -8,7 +8,7 @@
 #include "measure_prefixes/cty_file.h"
 #include "measure_prefixes/prefix_table.h"
 
-namespace brenvo {
+namespace brenvo::measure_prefixes {
 
 // A call for which the table is wrong; Country is empty where there is no answer.
 struct Miss {
@@ -49,4 +49,4 @@ struct Measurement {
 [[nodiscard]] Measurement Measure(const PrefixTable& table, const CtyFile& file,
                                   const std::vector<std::string>& calls);
 
-}  // namespace brenvo
+}  // namespace brenvo::measure_prefixes

@@ -8,7 +8,7 @@
 #include <tuple>
 #include <utility>
 
-namespace brenvo {
+namespace brenvo::measure_prefixes {
 namespace {
 
 constexpr std::string_view kDigits = "0123456789";
@@ -68,4 +68,4 @@ std::optional<Answer> PrefixTable::Resolve(std::string_view call) const {
   return found->Tells;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::measure_prefixes

@@ -9,7 +9,7 @@
 
 #include "measure_prefixes/answer.h"
 
-namespace brenvo {
+namespace brenvo::measure_prefixes {
 
 // Everything of `call` up to and including its first run of digits; a digit in the first place
 // does not count. Empty when there is no such run, or when nothing follows it.
@@ -34,4 +34,4 @@ class PrefixTable {
   std::vector<Row> rows_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::measure_prefixes

@@ -16,7 +16,7 @@
 #include "base/csv.h"
 #include "file/journal.h"
 
-namespace brenvo {
+namespace brenvo::mkdatabase {
 namespace {
 
 // The tables that the program cannot work without rows in.
@@ -179,7 +179,7 @@ class Maker {
       : database_(Open(file.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
                        ": cannot be created")) {}
 
-  void Execute(const std::string& sql) { brenvo::Execute(database_.get(), sql); }
+  void Execute(const std::string& sql) { mkdatabase::Execute(database_.get(), sql); }
 
   std::vector<std::string> Tables() {
     Statement query(database_.get(),
@@ -191,7 +191,7 @@ class Maker {
   }
 
   void Fill(const std::string& table, const std::filesystem::path& file) {
-    const CsvTable facts = ReadCsv(file);
+    const base::CsvTable facts = base::ReadCsv(file);
     const std::vector<std::string> types = TypesOf(table, facts.Headings, file);
     std::string columns;
     std::string places;
@@ -201,7 +201,7 @@ class Maker {
     }
     Statement insert(database_.get(),
                      "INSERT INTO " + Quoted(table) + " (" + columns + ") VALUES (" + places + ")");
-    for (const CsvTable::Row& row : facts.Rows) {
+    for (const base::CsvTable::Row& row : facts.Rows) {
       try {
         for (std::size_t i = 0; i < types.size(); ++i) {
           BindCell(insert, static_cast<int>(i) + 1, types[i], row.Cells[i]);
@@ -280,7 +280,7 @@ std::vector<std::string> CompleteDatabase(const std::filesystem::path& schema,
   const File wanted = Open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, kFailure);
   Execute(wanted.get(), ContentOf(schema));
   // A journal of another file would be applied by opening alone: the program tells of it.
-  RequireOwnJournal(file);
+  file::RequireOwnJournal(file);
   const File present = Open(file.string(), SQLITE_OPEN_READWRITE, kFailure);
   for (const char* pragma : {"PRAGMA application_id", "PRAGMA user_version"}) {
     if (PragmaOf(wanted.get(), pragma) != PragmaOf(present.get(), pragma)) {
@@ -323,4 +323,4 @@ void MakeDatabase(const std::filesystem::path& schema, const std::filesystem::pa
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mkdatabase

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::mkdatabase {
 
 // Creates the database `out` from the statements of the file `schema` and fills each table that
 // has a file of its name (Country.csv for Country) in the folder `facts`. Columns are found by
@@ -26,4 +26,4 @@ void MakeDatabase(const std::filesystem::path& schema, const std::filesystem::pa
 std::vector<std::string> CompleteDatabase(const std::filesystem::path& schema,
                                           const std::filesystem::path& file);
 
-}  // namespace brenvo
+}  // namespace brenvo::mkdatabase

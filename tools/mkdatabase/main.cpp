@@ -14,12 +14,12 @@ int main(int argc, char** argv) {
   }
   try {
     if (std::string_view(argv[1]) == "--complete") {
-      for (const std::string& name : brenvo::CompleteDatabase(argv[2], argv[3])) {
+      for (const std::string& name : brenvo::mkdatabase::CompleteDatabase(argv[2], argv[3])) {
         std::printf("added to the database: %s\n", name.c_str());
       }
       return 0;
     }
-    brenvo::MakeDatabase(argv[1], argv[2], argv[3]);
+    brenvo::mkdatabase::MakeDatabase(argv[1], argv[2], argv[3]);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "mkdatabase: %s\n", error.what());
     return 1;

@@ -28,7 +28,7 @@ const std::map<std::string_view, std::string_view> kOtherNames = {
 
 int MakeFlags(const std::filesystem::path& from, const std::filesystem::path& table,
               const std::filesystem::path& to) {
-  const brenvo::CsvTable countries = brenvo::ReadCsv(table);
+  const brenvo::base::CsvTable countries = brenvo::base::ReadCsv(table);
   const std::size_t flag = countries.Column("Flag");
   std::set<std::string> names;
   for (const auto& row : countries.Rows) {

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <random>
 
-namespace brenvo {
+namespace brenvo::mklog {
 
 // The standard library's distributions differ from one to the next; its generator does not.
 class Dice {
@@ -48,4 +48,4 @@ class Dice {
   std::mt19937_64 generator_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::mklog

@@ -13,7 +13,7 @@
 #include "mklog/dice.h"
 #include "mklog/other_stations.h"
 
-namespace brenvo {
+namespace brenvo::mklog {
 namespace {
 
 constexpr int kFirstYear = 1975, kLastYear = 2024;
@@ -87,18 +87,18 @@ class LogMaker {
 
  private:
   // The log grows faster from year to year.
-  DateTime Planned(std::int64_t number) const {
+  base::DateTime Planned(std::int64_t number) const {
     const double share =
         std::pow(static_cast<double>(number) / static_cast<double>(contacts_), 0.75);
-    const std::int64_t first = DateTime::Of(kFirstYear, 1, 1).Seconds();
-    const std::int64_t last = DateTime::Of(kLastYear, 12, 31).Seconds();
-    return DateTime::FromSeconds(
+    const std::int64_t first = base::DateTime::Of(kFirstYear, 1, 1).Seconds();
+    const std::int64_t last = base::DateTime::Of(kLastYear, 12, 31).Seconds();
+    return base::DateTime::FromSeconds(
         first + static_cast<std::int64_t>(share * static_cast<double>(last - first)) / 60 * 60);
   }
 
   void NextMinute(std::int64_t number) {
     if (sitting_.left-- > 0) {
-      now_ = DateTime::FromSeconds(now_.Seconds() + 60 * dice_.Between(0, sitting_.gap));
+      now_ = base::DateTime::FromSeconds(now_.Seconds() + 60 * dice_.Between(0, sitting_.gap));
       return;
     }
     sitting_.contest = dice_.Chance(0.08);
@@ -207,7 +207,7 @@ class LogMaker {
     const bool toSend = !sent && dice_.Chance(old ? 0.05 : 0.6);
 
     column_ = 0;
-    Text(IsoText(now_));
+    Text(base::IsoText(now_));
     Text(station.call);
     Text(station.manager);
     Text(station.qra);
@@ -247,7 +247,7 @@ class LogMaker {
   OtherStations others_;
   sqlite3_stmt* insert_ = nullptr;
   int column_ = 0;  // bound last
-  DateTime now_ = DateTime::Of(kFirstYear, 1, 1);
+  base::DateTime now_ = base::DateTime::Of(kFirstYear, 1, 1);
   Sitting sitting_;
   const Band* band_ = nullptr;  // of the sitting
 };
@@ -277,4 +277,4 @@ void MakeLog(const std::filesystem::path& database, std::int64_t contacts, std::
   Run(file, "COMMIT");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mklog

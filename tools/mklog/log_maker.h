@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 
-namespace brenvo {
+namespace brenvo::mklog {
 
 // Appends `contacts` contacts to the table Log of a delivered database, in the order of their
 // dates, from 1975 on. Calls, prefixes, zones, countries and provinces are those of the database's
@@ -15,4 +15,4 @@ namespace brenvo {
 // Throws std::runtime_error when the file cannot be written or lacks the reference rows.
 void MakeLog(const std::filesystem::path& database, std::int64_t contacts, std::uint64_t seed = 1);
 
-}  // namespace brenvo
+}  // namespace brenvo::mklog

@@ -8,7 +8,7 @@ int main(int argc, char** argv) {
   try {
     if (argc < 3 || argc > 4) throw std::invalid_argument("usage");
     const std::uint64_t seed = argc == 4 ? std::stoull(argv[3]) : 1;
-    brenvo::MakeLog(argv[1], std::stoll(argv[2]), seed);
+    brenvo::mklog::MakeLog(argv[1], std::stoll(argv[2]), seed);
   } catch (const std::invalid_argument&) {
     std::fputs("usage: mklog Brenvo.mdb CONTACTS [SEED]\n", stderr);
     return 2;

@@ -10,7 +10,7 @@
 
 #include "mklog/dice.h"
 
-namespace brenvo {
+namespace brenvo::mklog {
 
 struct OtherStation {
   std::string call, qra, qth, manager, prefisso, continente, country, provincia, locator;
@@ -47,4 +47,4 @@ class OtherStations {
   std::map<std::string, std::size_t> places_;  // of a code in countries_
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::mklog

@@ -12,7 +12,7 @@
 #include "mkmaps/outlines.h"
 #include "mkmaps/sheets.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 using Path = std::filesystem::path;
@@ -107,19 +107,19 @@ void WriteProvinces(const Path& facts) {
 
 void WriteCountries(const Path& facts) {
   constexpr std::array kOurs = {"Mappa", "Pointer_X", "Pointer_Y"};
-  CsvTable countries = ReadCsv(facts / "Country.csv");
+  base::CsvTable countries = base::ReadCsv(facts / "Country.csv");
   for (const char* heading : kOurs) {
     if (std::find(countries.Headings.begin(), countries.Headings.end(), heading) !=
         countries.Headings.end()) {
       continue;
     }
     countries.Headings.emplace_back(heading);
-    for (CsvTable::Row& row : countries.Rows) row.Cells.emplace_back();
+    for (base::CsvTable::Row& row : countries.Rows) row.Cells.emplace_back();
   }
   const std::size_t locator = countries.Column("Locator");
   Writer table(facts / "Country.csv");
   table.Row(countries.Headings);
-  for (CsvTable::Row& row : countries.Rows) {
+  for (base::CsvTable::Row& row : countries.Rows) {
     const GeoPoint position = PositionOf(row.Cells[locator]);
     const Region& region = RegionOf(position);
     const SheetPoint at = region.At(position);
@@ -141,4 +141,4 @@ void WriteCalibration(const Path& facts) {
   WriteCountries(facts);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

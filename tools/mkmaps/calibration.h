@@ -3,11 +3,11 @@
 
 #include <filesystem>
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 
 // Writes Field.csv, Square.csv, ZoneCQ.csv and ProvincieItaliane.csv into the directory of the
 // facts, and fills the columns Mappa, Pointer_X and Pointer_Y of its Country.csv. Reads the
 // outlines there. Throws std::runtime_error for what is missing or can be on no sheet.
 void WriteCalibration(const std::filesystem::path& facts);
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

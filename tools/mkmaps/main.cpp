@@ -8,7 +8,7 @@
 #include "mkmaps/maps.h"
 #include "mkmaps/stamps.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 void DrawAll(const std::filesystem::path& facts, const std::filesystem::path& out) {
@@ -25,7 +25,7 @@ void DrawAll(const std::filesystem::path& facts, const std::filesystem::path& ou
 }
 
 }  // namespace
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps
 
 int main(int argc, char** argv) {
   if (argc != 3) {
@@ -34,13 +34,13 @@ int main(int argc, char** argv) {
   }
   try {
     if (std::string_view(argv[1]) == "--tables") {
-      brenvo::WriteCalibration(argv[2]);
+      brenvo::mkmaps::WriteCalibration(argv[2]);
       return 0;
     }
     // Words need fonts, not a screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
-    brenvo::DrawAll(argv[1], argv[2]);
+    brenvo::mkmaps::DrawAll(argv[1], argv[2]);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "mkmaps: %s\n", error.what());
     return 1;

@@ -2,7 +2,7 @@
 
 #include "base/csv.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 
 MapSources ReadMapSources(const std::filesystem::path& facts) {
   MapSources sources;
@@ -14,14 +14,14 @@ MapSources ReadMapSources(const std::filesystem::path& facts) {
   sources.worldEdges = EdgesOf(sources.world);
   sources.lakeEdges = EdgesOf(sources.lakes);
   sources.zoneEdges = EdgesOf(sources.zones);
-  const CsvTable countries = ReadCsv(facts / "Country.csv");
+  const base::CsvTable countries = base::ReadCsv(facts / "Country.csv");
   const std::size_t code = countries.Column("Country"), locator = countries.Column("Locator"),
                     deleted = countries.Column("Deleted");
-  for (const CsvTable::Row& row : countries.Rows) {
+  for (const base::CsvTable::Row& row : countries.Rows) {
     if (!row.Cells[deleted].empty()) continue;
     sources.countries.push_back({row.Cells[code], PositionOf(row.Cells[locator])});
   }
   return sources;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

@@ -8,7 +8,7 @@
 #include "mkmaps/outlines.h"
 #include "mkmaps/sheets.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 
 // A country's code at its place.
 struct CountryMark {
@@ -34,4 +34,4 @@ void DrawItaly(const MapSources& sources, const std::filesystem::path& out);
 void DrawEurope(const MapSources& sources, const std::filesystem::path& out);
 void DrawRegion(const MapSources& sources, const Region& region, const std::filesystem::path& out);
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

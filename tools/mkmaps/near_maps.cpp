@@ -8,7 +8,7 @@
 #include "mkmaps/maps.h"
 #include "mkmaps/sheet_painter.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 using namespace map_colours;
@@ -254,4 +254,4 @@ void DrawRegion(const MapSources& sources, const Region& region, const std::file
   sheet.Save(out / region.file);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

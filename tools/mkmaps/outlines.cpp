@@ -8,7 +8,7 @@
 
 #include "base/csv.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 OutlineKind KindOf(const std::string& word) {
@@ -57,12 +57,12 @@ struct Use {
 }  // namespace
 
 std::vector<Outline> ReadOutlines(const std::filesystem::path& file) {
-  const CsvTable table = ReadCsv(file);
+  const base::CsvTable table = base::ReadCsv(file);
   const std::size_t kind = table.Column("Kind"), name = table.Column("Name"),
                     group = table.Column("Group"), step = table.Column("Step"),
                     points = table.Column("Points");
   std::vector<Outline> outlines;
-  for (const CsvTable::Row& row : table.Rows) {
+  for (const base::CsvTable::Row& row : table.Rows) {
     outlines.push_back({KindOf(row.Cells[kind]), row.Cells[name], row.Cells[group],
                         PointsOf(row.Cells[points], std::stod(row.Cells[step]))});
   }
@@ -133,4 +133,4 @@ Edges EdgesOf(const std::vector<Outline>& outlines) {
   return edges;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 
 // Degrees, east and north positive.
 struct GeoPoint {
@@ -43,4 +43,4 @@ Edges EdgesOf(const std::vector<Outline>& outlines);
 // Whether both ends lie on the date line, of either side.
 bool OnDateLine(const GeoPoint& a, const GeoPoint& b);
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

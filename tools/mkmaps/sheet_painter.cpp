@@ -7,7 +7,7 @@
 #include <QPainterPath>
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 QPainterPath PathOf(const GeoLine& line, const Projection& projection) {
@@ -181,4 +181,4 @@ void SheetPainter::Save(const std::filesystem::path& file) {
   }
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

@@ -15,7 +15,7 @@
 #include "mkmaps/outlines.h"
 #include "mkmaps/sheets.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 
 // Calm enough for green and red marks to stand out.
 namespace map_colours {
@@ -73,4 +73,4 @@ class SheetPainter {
   QPainter painter_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

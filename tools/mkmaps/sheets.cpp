@@ -6,7 +6,7 @@
 #include <numbers>
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 constexpr double kRadians = std::numbers::pi / 180;
@@ -188,4 +188,4 @@ GeoPoint PositionOf(const std::string& locator) {
   return {corner.longitude + width / 2, corner.latitude + width / 4};
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

@@ -10,7 +10,7 @@
 
 #include "mkmaps/outlines.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 
 // Pixels of a sheet, from its upper left corner.
 struct SheetPoint {
@@ -103,4 +103,4 @@ const Region& RegionOf(const GeoPoint& position);
 // The middle of the subsquare, square or field that a locator of 6, 4 or 2 characters names.
 GeoPoint PositionOf(const std::string& locator);
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 // The middle of the pixel that lies on the marked spot.
@@ -119,4 +119,4 @@ void DrawZoneStamps(int zone, const std::filesystem::path& out) {
   DrawZoneStamp(zone, QColor(200, 0, 0), out / (name + "nc.bmp"));
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

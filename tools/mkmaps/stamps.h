@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 
 // Pointer.bmp: a pin with its tip at 27, 29; the bitmap is transparent around it.
 void DrawPointerStamp(const std::filesystem::path& out);
@@ -11,4 +11,4 @@ void DrawPointerStamp(const std::filesystem::path& out);
 // confirmed and red for not.
 void DrawZoneStamps(int zone, const std::filesystem::path& out);
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

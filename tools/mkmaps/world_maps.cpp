@@ -9,7 +9,7 @@
 #include "mkmaps/maps.h"
 #include "mkmaps/sheet_painter.h"
 
-namespace brenvo {
+namespace brenvo::mkmaps {
 namespace {
 
 using namespace map_colours;
@@ -210,4 +210,4 @@ void DrawZoneMap(const MapSources& sources, const std::filesystem::path& out) {
   sheet.Save(out / ZoneSheet::kFile);
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::mkmaps

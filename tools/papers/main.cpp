@@ -13,16 +13,16 @@
 
 namespace {
 
-using brenvo::Session;
+using brenvo::core::Session;
 
 void PrintContest(Session& session) {
-  auto& contest = static_cast<brenvo::ContestForm&>(*session.Windows.LoadNew("Contest"));
+  auto& contest = static_cast<brenvo::contest::ContestForm&>(*session.Windows.LoadNew("Contest"));
   contest.Print();
   session.Windows.Unload(contest);
 }
 
 void PrintLabels(Session& session) {
-  auto& labels = static_cast<brenvo::StampaQsl&>(*session.Windows.LoadNew("StampaQsl"));
+  auto& labels = static_cast<brenvo::print::StampaQsl&>(*session.Windows.LoadNew("StampaQsl"));
   labels.DatiQso.SetOn(true);
   labels.DatiStazione.SetOn(true);
   labels.Print();
@@ -32,7 +32,7 @@ void PrintLabels(Session& session) {
 void PrintLog(Session& session, const char* layout) {
   session.Db.Execute("DELETE FROM SLog");
   session.Db.Execute("INSERT INTO SLog SELECT * FROM Log  ORDER BY DataQso");
-  brenvo::RunReport(session, session.File(layout));
+  brenvo::print::RunReport(session, session.File(layout));
 }
 
 struct Paper {
@@ -58,15 +58,16 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "papers DIR OUT\n");
     return 2;
   }
-  const std::filesystem::path directory = brenvo::PathFromQt(QDir(arguments[1]).absolutePath());
+  const std::filesystem::path directory = brenvo::ui::PathFromQt(QDir(arguments[1]).absolutePath());
   const QDir out(arguments[2]);
   out.mkpath(QStringLiteral("."));
   QString file;
-  brenvo::QtPlatform platform(directory);
-  platform.SendPrintsTo([&](bool landscape) { return brenvo::PaperTarget::Pdf(file, landscape); });
+  brenvo::ui::QtPlatform platform(directory);
+  platform.SendPrintsTo(
+      [&](bool landscape) { return brenvo::ui::PaperTarget::Pdf(file, landscape); });
   Session session(platform, directory);
   platform.Attach(&session);
-  if (brenvo::StartStation(session) == nullptr) return 1;
+  if (brenvo::station::StartStation(session) == nullptr) return 1;
   int status = 0;
   for (const Paper& paper : kPapers) {
     file = out.filePath(QLatin1String(paper.file));
@@ -79,7 +80,7 @@ int main(int argc, char** argv) {
       status = 1;
     }
   }
-  session.Windows.RunEvent([&] { brenvo::StopStation(session); });
+  session.Windows.RunEvent([&] { brenvo::station::StopStation(session); });
   platform.Attach(nullptr);
   return status;
 }

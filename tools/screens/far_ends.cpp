@@ -10,7 +10,7 @@
 #include <QTimer>
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::screens {
 namespace {
 
 constexpr int kPauseMilliseconds = 15;
@@ -60,4 +60,4 @@ void SilentDevice::Say(std::string_view bytes) {
   if (write(end_, bytes.data(), bytes.size()) < 0) throw std::runtime_error("the line is full");
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::screens

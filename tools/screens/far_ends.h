@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::screens {
 
 // A server that says its lines to whoever connects, one by one.
 class GreetingServer {
@@ -35,4 +35,4 @@ class SilentDevice {
   std::string path_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::screens

@@ -16,10 +16,10 @@
 #include <vector>
 
 #include "core/backup.h"
-#include "station/station.h"
 #include "demonstration/demonstration.h"
 #include "screens/far_ends.h"
 #include "screens/pictures.h"
+#include "station/station.h"
 #include "ui/qt_platform.h"
 #include "ui/text.h"
 
@@ -62,11 +62,11 @@ void Settle(int milliseconds) {
 }
 
 // The contest's windows work on one that was chosen before.
-void UseLastContest(brenvo::Session& session) {
-  brenvo::Table& contests = *session.TbContest;
+void UseLastContest(brenvo::core::Session& session) {
+  brenvo::engine::Table& contests = *session.TbContest;
   contests.MoveLast();
   if (contests.EOF_()) return;
-  session.CurrentContest = {brenvo::DateText(contests.Field("DataContest").Date()),
+  session.CurrentContest = {brenvo::base::DateText(contests.Field("DataContest").Date()),
                             contests.Field("Banda").Text(), contests.Field("Nome").Text(),
                             contests.Field("Locator").Text()};
   session.CurrentContest.MoltSquare = contests.Field("MoltSquare").Bool();
@@ -74,18 +74,18 @@ void UseLastContest(brenvo::Session& session) {
 
 class Photographer {
  public:
-  Photographer(brenvo::Session& session, brenvo::QtPlatform& platform, QDir out)
+  Photographer(brenvo::core::Session& session, brenvo::ui::QtPlatform& platform, QDir out)
       : session_(session), platform_(platform), out_(std::move(out)) {
     QObject::connect(&dialogs_, &QTimer::timeout, [this] { LookAtDialog(); });
     dialogs_.start(200);
   }
 
   // False when there was nothing to see.
-  bool Take(const brenvo::Picture& picture) {
-    file_ = out_.filePath(brenvo::ToQt(picture.file) + ".png");
-    dialog_ = brenvo::ToQt(picture.dialog);
+  bool Take(const brenvo::screens::Picture& picture) {
+    file_ = out_.filePath(brenvo::ui::ToQt(picture.file) + ".png");
+    dialog_ = brenvo::ui::ToQt(picture.dialog);
     taken_ = false;
-    brenvo::Window* window = nullptr;
+    brenvo::forms::Window* window = nullptr;
     session_.QueryText = picture.selection.empty() ? "WHERE Banda='  6 m'" : picture.selection;
     session_.Windows.RunEvent([&] { window = picture.open(session_); });
     Settle(250);
@@ -118,17 +118,17 @@ class Photographer {
   void CloseAll() {
     session_.Windows.RunEvent([&] {
       while (session_.Windows.Loaded().size() > 1) {
-        brenvo::Window& last = *session_.Windows.Loaded().back();
+        brenvo::forms::Window& last = *session_.Windows.Loaded().back();
         if (session_.Windows.Unload(last)) continue;
         // A transceiver that is on holds its window.
-        if (brenvo::Command* power = last.FindCommand("Accensione")) power->Press();
+        if (brenvo::forms::Command* power = last.FindCommand("Accensione")) power->Press();
       }
     });
     Settle(20);
   }
 
-  brenvo::Session& session_;
-  brenvo::QtPlatform& platform_;
+  brenvo::core::Session& session_;
+  brenvo::ui::QtPlatform& platform_;
   QDir out_;
   QString file_, dialog_;
   bool taken_ = false;
@@ -137,23 +137,23 @@ class Photographer {
 
 int TakePictures(const QApplication& application, const QString& station, const QDir& out,
                  const QStringList& wanted) {
-  const std::filesystem::path directory = brenvo::PathFromQt(QDir(station).absolutePath());
+  const std::filesystem::path directory = brenvo::ui::PathFromQt(QDir(station).absolutePath());
   out.mkpath(QStringLiteral("."));
-  brenvo::GreetingServer cluster(kSpots), chat(kTalk);
-  brenvo::SilentDevice line;
-  brenvo::QtPlatform platform(directory);
-  brenvo::Session session(platform, directory);
+  brenvo::screens::GreetingServer cluster(kSpots), chat(kTalk);
+  brenvo::screens::SilentDevice line;
+  brenvo::ui::QtPlatform platform(directory);
+  brenvo::core::Session session(platform, directory);
   platform.Attach(&session);
   session.SaveSetting("Porte", "COM1", line.Path());
   session.SaveSetting("HrdMode", "ModiUsati", kModesShown);
-  if (brenvo::StartStation(session) == nullptr) return 1;
+  if (brenvo::station::StartStation(session) == nullptr) return 1;
   session.Backup->Stop();  // the day's copy would be told, and listed, in some pictures
   const QSize screen = application.primaryScreen()->size();
-  session.Windows.Find("Brenvo")->Move({brenvo::Twips(0), brenvo::Twips(0),
-                                        brenvo::Twips::FromPixels(screen.width()),
-                                        brenvo::Twips::FromPixels(screen.height())});
+  session.Windows.Find("Brenvo")->Move({brenvo::base::Twips(0), brenvo::base::Twips(0),
+                                        brenvo::base::Twips::FromPixels(screen.width()),
+                                        brenvo::base::Twips::FromPixels(screen.height())});
   if (session.Db.OpenSnapshot("select Call from Log")->EOF_()) {
-    brenvo::FillDemonstration(session, kContacts);
+    brenvo::demonstration::FillDemonstration(session, kContacts);
   }
   session.Db.Execute("update [User] set TelnetCluster='" + cluster.Address() + "', TelnetWWConv='" +
                      chat.Address() + "'");
@@ -162,8 +162,8 @@ int TakePictures(const QApplication& application, const QString& station, const 
   UseLastContest(session);
   Photographer photographer(session, platform, out);
   int failed = 0;
-  for (const brenvo::Picture& picture : brenvo::AllPictures()) {
-    if (!wanted.isEmpty() && !wanted.contains(brenvo::ToQt(picture.file))) continue;
+  for (const brenvo::screens::Picture& picture : brenvo::screens::AllPictures()) {
+    if (!wanted.isEmpty() && !wanted.contains(brenvo::ui::ToQt(picture.file))) continue;
     if (picture.file == "TNC") {
       for (const std::string& spot : kSpots) line.Say(spot + "\r\n");
     }
@@ -171,7 +171,7 @@ int TakePictures(const QApplication& application, const QString& station, const 
     std::fprintf(stderr, "screens: no picture %s\n", picture.file.c_str());
     ++failed;
   }
-  session.Windows.RunEvent([&] { brenvo::StopStation(session); });
+  session.Windows.RunEvent([&] { brenvo::station::StopStation(session); });
   platform.Attach(nullptr);
   return failed == 0 ? 0 : 1;
 }

@@ -11,44 +11,46 @@
 #include "file/database_file.h"
 #include "forms/field_visit.h"
 
-namespace brenvo {
+namespace brenvo::screens {
 namespace {
 
 constexpr std::string_view kCall = "DL1ABC";
 
-Window* Open(Session& session, std::string_view name) {
-  Window* const window = session.Windows.LoadNew(name);
+forms::Window* Open(core::Session& session, std::string_view name) {
+  forms::Window* const window = session.Windows.LoadNew(name);
   if (window != nullptr && session.Windows.IsLoaded(window)) session.Windows.Show(*window);
   return window;
 }
 
 template <class Kind>
-Kind& FieldOf(Window& window, std::string_view name) {
-  Field* const field = window.FindField(name);
-  auto* as = field == nullptr ? nullptr : FieldAs<Kind>(*field);
+Kind& FieldOf(forms::Window& window, std::string_view name) {
+  forms::Field* const field = window.FindField(name);
+  auto* as = field == nullptr ? nullptr : forms::FieldAs<Kind>(*field);
   if (as == nullptr) throw std::logic_error(window.Name() + " has no such " + std::string(name));
   return *as;
 }
 
-void Put(Window& window, std::string_view field, std::string_view text) {
-  FieldOf<TextField>(window, field).SetText(text);
+void Put(forms::Window& window, std::string_view field, std::string_view text) {
+  FieldOf<forms::TextField>(window, field).SetText(text);
 }
 
-void Press(Window& window, std::string_view command) { window.FindCommand(command)->Press(); }
+void Press(forms::Window& window, std::string_view command) {
+  window.FindCommand(command)->Press();
+}
 
-void Choose(Window& window, std::string_view list, int entry) {
-  FieldOf<ListField>(window, list).Pick(entry);
+void Choose(forms::Window& window, std::string_view list, int entry) {
+  FieldOf<forms::ListField>(window, list).Pick(entry);
 }
 
 // A window as it comes up.
 Picture Plain(std::string name) {
-  return {name, [name](Session& session) { return Open(session, name); }};
+  return {name, [name](core::Session& session) { return Open(session, name); }};
 }
 
 // A window, and what the operator does in it.
-Picture With(std::string name, std::function<void(Window&)> work, std::string file = "") {
-  return {file.empty() ? name : file, [name, work](Session& session) {
-            Window* const window = Open(session, name);
+Picture With(std::string name, std::function<void(forms::Window&)> work, std::string file = "") {
+  return {file.empty() ? name : file, [name, work](core::Session& session) {
+            forms::Window* const window = Open(session, name);
             if (window != nullptr) work(*window);
             return window;
           }};
@@ -57,8 +59,8 @@ Picture With(std::string name, std::function<void(Window&)> work, std::string fi
 // A dialog that a command of a window brings up; `work` is done in it before it shows.
 Picture DialogOf(std::string parent, std::string command, std::string name) {
   return {name,
-          [parent, command](Session& session) -> Window* {
-            Window* const frame = session.Windows.Find(parent);
+          [parent, command](core::Session& session) -> forms::Window* {
+            forms::Window* const frame = session.Windows.Find(parent);
             Press(frame != nullptr ? *frame : *Open(session, parent), command);
             return nullptr;
           },
@@ -67,50 +69,50 @@ Picture DialogOf(std::string parent, std::string command, std::string name) {
 
 // A window that another one opens beside itself.
 Picture From(std::string parent, std::string command, std::string name,
-             std::function<void(Window&)> work = {}) {
-  return {name, [=](Session& session) -> Window* {
+             std::function<void(forms::Window&)> work = {}) {
+  return {name, [=](core::Session& session) -> forms::Window* {
             Press(*Open(session, parent), command);
-            Window* const window = session.Windows.Find(name);
+            forms::Window* const window = session.Windows.Find(name);
             if (window != nullptr && work) work(*window);
             return window;
           }};
 }
 
-void Arrange(Window& window, int left, int top, int width, int height) {
-  window.Move({Twips(left), Twips(top), Twips(width), Twips(height)});
+void Arrange(forms::Window& window, int left, int top, int width, int height) {
+  window.Move({base::Twips(left), base::Twips(top), base::Twips(width), base::Twips(height)});
 }
 
 // The copies of the last days, from which one can be put back.
-Window* CopiesOfTheDatabase(Session& session) {
+forms::Window* CopiesOfTheDatabase(core::Session& session) {
   const std::filesystem::path copies = session.AppPath / "Backup";
   std::filesystem::create_directories(copies);
   for (const char* name : {"Brenvo-2025-11-18.mdb", "Brenvo-2025-11-19.mdb"}) {
     if (std::filesystem::exists(copies / name)) continue;
-    CompactDatabase(session.File("\\Brenvo.mdb"), copies / name);
+    file::CompactDatabase(session.File("\\Brenvo.mdb"), copies / name);
   }
   Press(*session.Windows.Find("Brenvo"), "cmRipristinaBackup");
   return nullptr;
 }
 
 // The station at work: the log over an award's map, and what the call is worth.
-Window* StationAtWork(Session& session) {
-  Window& award = *Open(session, "SSQuare");
+forms::Window* StationAtWork(core::Session& session) {
+  forms::Window& award = *Open(session, "SSQuare");
   Press(award, "cmMappaMondo");
   session.Windows.Unload(award);
-  Window& matrix = *Open(session, "Hrd");
+  forms::Window& matrix = *Open(session, "Hrd");
   Arrange(matrix, 6900, 6800, 12000, 4680);
   const auto last = session.Db.OpenSnapshot("select Call,Locator from Log order by QsoNr desc");
   Put(matrix, "CallQso", last->Field("Call").Text());
   Put(matrix, "Locator", last->Field("Locator").Text());
   Press(matrix, "cmSearch");
-  Window& log = *Open(session, "LogForm");
+  forms::Window& log = *Open(session, "LogForm");
   Arrange(log, 240, 240, 11910, 7400);
   Press(log, "cmLast");
   return session.Windows.Find("Brenvo");
 }
 
 // What another program has written, before it comes in.
-Window* FileToImport(Session& session) {
+forms::Window* FileToImport(core::Session& session) {
   const std::filesystem::path file = session.AppPath / "2024.adi";
   std::ofstream(file, std::ios::binary)
       << "Log of 2024 <adif_ver:5>3.1.4 <programid:5>Other <eoh>\n"
@@ -124,7 +126,7 @@ Window* FileToImport(Session& session) {
          "<call:6>IK3ZZZ <qso_date:8>20241332 <time_on:4>1000 <band:2>2m <mode:2>FM <eor>\n"
          "<call:5>OK1KK <qso_date:8>20240310 <time_on:4>2130 <band:4>70cm <mode:2>CW "
          "<gridsquare:6>JO70FD <eor>\n";
-  auto* const window = dynamic_cast<ImportaAdif*>(session.Windows.LoadNew("ImportaAdif"));
+  auto* const window = dynamic_cast<adif::ImportaAdif*>(session.Windows.LoadNew("ImportaAdif"));
   if (window == nullptr || !window->Preview(file)) return nullptr;
   session.Windows.Show(*window);
   return window;
@@ -133,25 +135,25 @@ Window* FileToImport(Session& session) {
 }  // namespace
 
 std::vector<Picture> AllPictures() {
-  const auto search = [](Window& window) {
+  const auto search = [](forms::Window& window) {
     Put(window, "CallQso", kCall);
     Put(window, "Locator", "JO62QM");
     Press(window, "cmSearch");
   };
-  const auto last = [](Window& window) { Press(window, "cmLast"); };
+  const auto last = [](forms::Window& window) { Press(window, "cmLast"); };
   return {
       With("LogForm", last),
       With(
-          "LogForm", [](Window& window) { Press(window, "cmVista"); }, "LogForm-griglia"),
+          "LogForm", [](forms::Window& window) { Press(window, "cmVista"); }, "LogForm-griglia"),
       DialogOf("LogForm", "cmSearch", "LogSearch"),
       With("OldQsoForm",
-           [](Window& window) {
-             dynamic_cast<FeedWindow&>(window).SetRecordSource(
+           [](forms::Window& window) {
+             dynamic_cast<core::FeedWindow&>(window).SetRecordSource(
                  "select * from Log where Country='DL' order by DataQso desc");
            }),
       With("OldQsoLocator",
-           [](Window& window) {
-             dynamic_cast<FeedWindow&>(window).SetRecordSource(
+           [](forms::Window& window) {
+             dynamic_cast<core::FeedWindow&>(window).SetRecordSource(
                  "select * from Log where Left(Locator,4)='JN48' order by DataQso desc");
            }),
       With("Contest", last),
@@ -159,7 +161,7 @@ std::vector<Picture> AllPictures() {
       Plain("ContestQso"),
       DialogOf("ContestQso", "cmNew", "ContestNewQso"),
       From("ContestQso", "cmCheckCall", "CheckCallContest",
-           [](Window& window) {
+           [](forms::Window& window) {
              Put(window, "CallContest", "OE5XYZ");
              Press(window, "cmCheck");
            }),
@@ -171,9 +173,9 @@ std::vector<Picture> AllPictures() {
       Plain("SContinenti"),
       Plain("SZone"),
       Plain("SCountry"),
-      {"SProvincie", [](Session& session) { return Open(session, "SProvincie"); }, "",
+      {"SProvincie", [](core::Session& session) { return Open(session, "SProvincie"); }, "",
        "WHERE Country='I'"},
-      {"SNote", [](Session& session) { return Open(session, "SNote"); }, "",
+      {"SNote", [](core::Session& session) { return Open(session, "SNote"); }, "",
        "WHERE Note LIKE '*IOTA/*'"},
       With("Hrd", search),
       With("HrdMode", search),
@@ -183,28 +185,29 @@ std::vector<Picture> AllPictures() {
       Plain("TNCtelnet"),
       Plain("WWConv"),
       DialogOf("TNCtelnet", "cmDX", "DX"),
-      With("FT736", [](Window& window) { Press(window, "Accensione"); }),
+      With("FT736", [](forms::Window& window) { Press(window, "Accensione"); }),
       Plain("User"),
       With(
-          "User", [](Window& window) { FieldOf<OptionGroup>(window, "Tab1").Press(1); },
+          "User",
+          [](forms::Window& window) { FieldOf<forms::OptionGroup>(window, "Tab1").Press(1); },
           "User-collegamenti"),
       With("TabellaPrefissi",
-           [](Window& window) {
+           [](forms::Window& window) {
              Put(window, "Codice", "IK3");
              Press(window, "cmSearch");
            }),
-      With("TabellaCountry", [](Window& window) { Choose(window, "LBCountry", 120); }),
+      With("TabellaCountry", [](forms::Window& window) { Choose(window, "LBCountry", 120); }),
       With("TabellaProvincie",
-           [](Window& window) {
-             const auto& items = FieldOf<ListField>(window, "LBCountry").Items();
+           [](forms::Window& window) {
+             const auto& items = FieldOf<forms::ListField>(window, "LBCountry").Items();
              for (std::size_t i = 0; i < items.size(); ++i) {
                if (items[i].starts_with("I  ")) Choose(window, "LBCountry", static_cast<int>(i));
              }
              Choose(window, "LBProv", 3);
            }),
-      With("TabellaNote", [](Window& window) { Choose(window, "LBNote", 2); }),
+      With("TabellaNote", [](forms::Window& window) { Choose(window, "LBNote", 2); }),
       With("Help",
-           [](Window& window) {
+           [](forms::Window& window) {
              Choose(window, "LBTipoNote", 0);
              window.FindField("LBTipoNote")->DoubleClick();
            }),
@@ -215,4 +218,4 @@ std::vector<Picture> AllPictures() {
   };
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::screens

@@ -14,7 +14,7 @@
 #include "adif/repeated_contacts.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 // Every record of the file is one of the three: read = fresh + repeated + refused.
 struct ImportCounts {
@@ -41,7 +41,7 @@ struct RepairedField {
 
 struct ImportPreview {
   ImportCounts counts;
-  std::optional<DateTime> first, last;               // of the contacts that can be stored
+  std::optional<base::DateTime> first, last;         // of the contacts that can be stored
   std::map<std::string, std::int64_t> bands, modes;  // of these, by Banda and Modo
   std::map<std::string, std::int64_t> reasons;       // of the refused; rare ones under one name
   std::vector<FirstRecord> firstRecords;             // as they stand in the file
@@ -64,15 +64,17 @@ inline constexpr std::size_t kFirstRepairs = 200;
 
 // Each of these throws std::runtime_error with an Italian text when the file cannot be read or is
 // no log file, and gives nothing when it was stopped.
-std::optional<ImportPreview> PreviewImport(Session& session, const std::filesystem::path& file,
+std::optional<ImportPreview> PreviewImport(core::Session& session,
+                                           const std::filesystem::path& file,
                                            const QslChoice& choice, const ImportProgress& progress);
 // One transaction: all of it, or nothing when it is stopped or fails. Writes each refused record,
 // with its line, its text and the reason, each repaired field, and the counts to `report`, in
 // UTF-8.
-std::optional<ImportCounts> ImportContacts(Session& session, const std::filesystem::path& file,
+std::optional<ImportCounts> ImportContacts(core::Session& session,
+                                           const std::filesystem::path& file,
                                            const ImportOptions& options,
                                            const ImportProgress& progress, std::ostream& report);
 
 std::int64_t SizeOf(const std::filesystem::path& file);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -7,7 +7,7 @@
 
 #include "base/units.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 struct AdifBand {
   std::string_view name;  // "20m"
@@ -16,7 +16,7 @@ struct AdifBand {
 // By name, case aside; null when there is none.
 const AdifBand* FindAdifBand(std::string_view name);
 // The band that holds a frequency, its edges included; null for none.
-const AdifBand* AdifBandAt(Mhz frequency);
+const AdifBand* AdifBandAt(base::Mhz frequency);
 
 // A mode as log files write it; the submode is empty for a mode alone.
 struct AdifMode {
@@ -41,4 +41,4 @@ bool IsAdifField(std::string_view name);
 // Fields that a program made for itself: "APP_...".
 bool IsApplicationField(std::string_view name);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -10,7 +10,7 @@
 
 #include "adif/adif_tags.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 struct AdifField {
   std::string name;   // upper case
@@ -110,4 +110,4 @@ std::string TextOfBytes(std::string_view bytes);
 // (up to a megabyte) may be one.
 std::string OtherThanAdif(std::string_view firstBytes);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::adif {
 
 struct AdifTag {
   std::string_view name;   // as written
@@ -30,4 +30,4 @@ constexpr bool IsAdifNameCharacter(char c) {
   return c != '<' && c != '>' && c != ':' && static_cast<unsigned char>(c) > ' ';
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

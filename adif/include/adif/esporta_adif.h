@@ -10,36 +10,37 @@
 #include "forms/status_bar.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
-class EsportaAdif : public Window {
+class EsportaAdif : public forms::Window {
  public:
-  explicit EsportaAdif(Session& session);
+  explicit EsportaAdif(core::Session& session);
   void Load() override;
   void Unload() override;
 
   // The second is there while a log window is open.
-  OptionGroup Contatti{*this,
-                       "Contatti",
-                       {"Tutto il log", "La selezione della finestra Log"},
-                       {.caption = "Contatti da esportare"}};
-  OptionGroup Lettere{*this,
-                      "Lettere",
-                      {"UTF-8: tutte le lettere", "ASCII: à diventa a, ł diventa l"},
-                      {.caption = "Lettere del file",
-                       .hint = "ASCII è per i programmi che non leggono altre lettere"}};
-  Command cmEsporta{*this,
-                    "cmEsporta",
-                    "E&sporta",
-                    {.tip = "Sceglie il file e lo scrive", .run = [this] { Export(); }}};
-  Command cmHelp{*this, "cmHelp", "&Aiuto", {.tip = "Aiuto", .shortcut = "F1", .run = [this] {
-                                               session_.Help(kHelpEsportaAdif);
-                                             }}};
-  Command cmExit{*this,
-                 "cmExit",
-                 "&Esci",
-                 {.tip = "Chiude la finestra senza esportare", .run = [this] { Close(); }}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::OptionGroup Contatti{*this,
+                              "Contatti",
+                              {"Tutto il log", "La selezione della finestra Log"},
+                              {.caption = "Contatti da esportare"}};
+  forms::OptionGroup Lettere{*this,
+                             "Lettere",
+                             {"UTF-8: tutte le lettere", "ASCII: à diventa a, ł diventa l"},
+                             {.caption = "Lettere del file",
+                              .hint = "ASCII è per i programmi che non leggono altre lettere"}};
+  forms::Command cmEsporta{*this,
+                           "cmEsporta",
+                           "E&sporta",
+                           {.tip = "Sceglie il file e lo scrive", .run = [this] { Export(); }}};
+  forms::Command cmHelp{
+      *this, "cmHelp", "&Aiuto", {.tip = "Aiuto", .shortcut = "F1", .run = [this] {
+                                    session_.Help(core::kHelpEsportaAdif);
+                                  }}};
+  forms::Command cmExit{*this,
+                        "cmExit",
+                        "&Esci",
+                        {.tip = "Chiude la finestra senza esportare", .run = [this] { Close(); }}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   // Asks for the file and writes it.
   void Export();
@@ -47,7 +48,7 @@ class EsportaAdif : public Window {
  private:
   std::string Selection() const;
 
-  Session& session_;
+  core::Session& session_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

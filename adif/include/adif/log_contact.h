@@ -9,11 +9,11 @@
 #include "base/date.h"
 #include "engine/recordset.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 // Null is the same as empty or 0 here.
 struct LogContact {
-  DateTime DataQso;
+  base::DateTime DataQso;
   std::string Call, Manager, Qra, Qth, Prefisso, Continente, Country, Provincia, Locator, Banda,
       Modo, Propagazione, QrkDato, QrkRicevuto, Note;
   double ZonaCQ = 0, ZonaITU = 0, Qrb = 0, Potenza = 0;  // whole numbers
@@ -25,7 +25,7 @@ struct LogContact {
 struct ContactColumn {
   std::string_view column;  // of Log
   std::string_view field;   // of a log file: its exact value under this program's own name
-  std::variant<DateTime LogContact::*, std::string LogContact::*, double LogContact::*,
+  std::variant<base::DateTime LogContact::*, std::string LogContact::*, double LogContact::*,
                bool LogContact::*>
       member;
 };
@@ -42,10 +42,11 @@ bool IsColumnEmpty(const LogContact& contact, const ContactColumn& column);
 // large. Null when the contact can be stored.
 const ContactColumn* ColumnTooSmall(const LogContact& contact);
 
-LogContact ReadContact(Recordset& row);
+LogContact ReadContact(engine::Recordset& row);
 // In the order of ContactColumns.
-std::vector<Value> RowOf(const LogContact& contact);
+std::vector<engine::Value> RowOf(const LogContact& contact);
 // Between Edit and Update.
-void WriteColumn(EditableRecordset& row, const LogContact& contact, const ContactColumn& column);
+void WriteColumn(engine::EditableRecordset& row, const LogContact& contact,
+                 const ContactColumn& column);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -8,7 +8,7 @@
 #include "adif/log_contact.h"
 #include "adif/station_tables.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 // What counts as QslRicevuta.
 struct QslChoice {
@@ -46,4 +46,4 @@ inline constexpr std::string_view kSatellite = "Satellite";  // as a mode and as
 // A kept field whose own name would not be valid, or would not bring its text over.
 inline constexpr std::string_view kKeptPrefix = "APP_BRENVO_KEPT_";
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -10,7 +10,7 @@
 #include "adif/log_contact.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 // A mode as contacts compare by it: "USB" is "SSB", but not "LSB"; and one that is not told, or
 // only as a group of modes ("DATA"), is any.
@@ -46,32 +46,32 @@ struct Placement {
 // with the same mode on the way is the same contact, sent on earlier.
 Placement PlaceInMinute(const std::vector<InMinute>& present, const InMinute& contact);
 InMinute InMinuteOf(const LogContact& contact);
-int SecondOf(DateTime time);
+int SecondOf(base::DateTime time);
 // The same minute, at that second.
-DateTime AtSecond(DateTime time, int second);
+base::DateTime AtSecond(base::DateTime time, int second);
 
 // The contacts of Log.
 class RepeatedInLog {
  public:
-  explicit RepeatedInLog(Session& session);
+  explicit RepeatedInLog(core::Session& session);
   // When it is repeated, Row() stands on the contact that it repeats.
   Placement Find(const LogContact& contact);
   // Those of the same call, band and minute, when the contact found last is new.
   const std::vector<InMinute>& InMinuteFound() const { return present_; }
   // Tells of a contact that was stored meanwhile.
   void Stored(const LogContact& contact);
-  Table& Row() { return *table_; }
+  engine::Table& Row() { return *table_; }
 
  private:
-  Placement AmongOthers(const InMinute& wanted, DateTime minute);
-  bool WasToldWithoutSeconds(std::int64_t qsoNr, DateTime stored);
+  Placement AmongOthers(const InMinute& wanted, base::DateTime minute);
+  bool WasToldWithoutSeconds(std::int64_t qsoNr, base::DateTime stored);
 
-  std::unique_ptr<Table> table_, kept_;
+  std::unique_ptr<engine::Table> table_, kept_;
   std::vector<InMinute> present_;
   std::vector<std::int64_t> numbers_;  // of these
   // No contact of the log is in these seconds. Files go on with time, mostly, and so need not be
   // looked up record by record.
-  DateTime emptyFrom_, emptyTo_;
+  base::DateTime emptyFrom_, emptyTo_;
 };
 
 // Contacts of a file, one after the other, as they would be stored. All are in memory.
@@ -114,4 +114,4 @@ class RepeatedInFile {
   std::int64_t added_ = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -11,7 +11,7 @@
 #include "adif/adif_names.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::adif {
 
 struct PrefixFacts {
   std::string Prefisso, Country, Continente;  // empty when the call is not resolved
@@ -20,15 +20,15 @@ struct PrefixFacts {
 
 class StationTables {
  public:
-  explicit StationTables(Session& session);
+  explicit StationTables(core::Session& session);
 
   // The station's name of a band of the standard; in the style of the delivered names where it has
   // none.
   std::string BandaOf(std::string_view adifBand) const;
-  std::string BandaAt(Mhz frequency) const;  // empty where there is no band
-  Mhz FrequencyOf(std::string_view banda) const;
+  std::string BandaAt(base::Mhz frequency) const;  // empty where there is no band
+  base::Mhz FrequencyOf(std::string_view banda) const;
   // Null where the standard has no such band.
-  const AdifBand* AdifBandOf(std::string_view banda, Mhz frequency) const;
+  const AdifBand* AdifBandOf(std::string_view banda, base::Mhz frequency) const;
 
   const std::string& ModoOf(std::string_view mode, std::string_view submode);
   std::string PropagazioneOf(std::string_view adif) const;  // empty when it means nothing here
@@ -54,7 +54,7 @@ class StationTables {
 
   std::string FindModo(std::string_view mode, std::string_view submode) const;
 
-  Session& session_;
+  core::Session& session_;
   std::vector<Band> bands_;
   std::vector<std::string> modes_, propagations_;
   std::unordered_set<std::string> countries_, provinces_;
@@ -67,4 +67,4 @@ class StationTables {
 // Two letters, two digits, and again up to eight characters; case counts.
 bool IsGridSquare(std::string_view text);
 
-}  // namespace brenvo
+}  // namespace brenvo::adif

@@ -14,20 +14,20 @@
 #include "forms/command.h"
 #include "forms/grid.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 
 // One window for all eight awards. It reads the session's selection once, at load, and does not
 // follow the log afterwards. Whatever fails while it loads is passed over without a word; stopped
 // by the operator, it closes.
-class AwardGrid : public Window {
+class AwardGrid : public forms::Window {
  public:
-  AwardGrid(Session& session, const AwardMember& member);
+  AwardGrid(core::Session& session, const AwardMember& member);
 
   void Load() override;
   void Unload() override;
 
   // Row 0 is the heading; fills the window.
-  CellGrid Spread1{*this, "Spread1"};
+  forms::CellGrid Spread1{*this, "Spread1"};
 
   // The selection of the moment of loading, with the award's own condition.
   const std::string& Selection() const { return selection_; }
@@ -53,13 +53,13 @@ class AwardGrid : public Window {
   void Paint(std::int64_t row, bool confirmed);
   void NextRow();
 
-  Session& session_;
+  core::Session& session_;
   const AwardMember& member_;
-  std::vector<std::unique_ptr<Command>> commands_;
-  std::unique_ptr<Menu> pagesMenu_;
+  std::vector<std::unique_ptr<forms::Command>> commands_;
+  std::unique_ptr<forms::Menu> pagesMenu_;
 
   std::string selection_;
-  std::unique_ptr<Snapshot> groups_;
+  std::unique_ptr<engine::Snapshot> groups_;
   int confirmed_ = 0, total_ = 0;
   int nextRow_ = 1;
   // "Elenca tutto": the rows that stand in the list already, by their key as the file engine
@@ -68,4 +68,4 @@ class AwardGrid : public Window {
   std::map<std::string, std::int64_t, std::less<>> rowOfKey_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

@@ -7,11 +7,11 @@
 
 #include "forms/grid.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 
 struct AwardColumn {
   std::string_view heading;
-  Twips width = kOwnSize;
+  base::Twips width = forms::kOwnSize;
 };
 
 enum class ConditionJoin {
@@ -80,4 +80,4 @@ std::string SelectionOf(const AwardMember& member, std::string_view selection);
 // The grouped query over that.
 std::string GroupedQuery(const AwardMember& member, std::string_view ownSelection);
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

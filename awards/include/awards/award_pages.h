@@ -9,7 +9,7 @@
 #include "core/session.h"
 #include "forms/grid.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 
 // One command of an award window.
 struct AwardPage {
@@ -32,13 +32,13 @@ std::span<const AwardPage> AwardPages();
 struct AwardList {
   const AwardMember& member;
   const std::string& selection;  // with the award's own condition
-  CellGrid& grid;
+  forms::CellGrid& grid;
 };
 
 // Writes the page and shows it to the operator, who sees how far a long one is and may stop it. A
 // template that cannot be cut gives an empty page; that, and a page that was stopped, is not shown.
 // Throws when a file fails, and DatabaseError 3021 at an entry without a contact; the page then
 // holds what came before.
-void WriteAwardPage(Session& session, const AwardPage& page, const AwardList& list);
+void WriteAwardPage(core::Session& session, const AwardPage& page, const AwardList& list);
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

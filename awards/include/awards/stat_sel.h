@@ -12,13 +12,13 @@
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 
 // The caller sets Tag to a mode word, shows the dialog modally, reads Tag, which is then "Cancel"
 // or the text of a WHERE clause (empty when no filter was set), and unloads the dialog.
-class StatSel : public SelectionWindow {
+class StatSel : public core::SelectionWindow {
  public:
-  explicit StatSel(Session& session);
+  explicit StatSel(core::Session& session);
 
   void Load() override;
   void Activate() override;
@@ -28,56 +28,63 @@ class StatSel : public SelectionWindow {
   void OfferLayouts() override;
   bool IsVertical() const override { return vertical_; }
 
-  Label FrameDataQso{*this, "FrameDataQso", {.caption = "Data Qso"}};
-  MaskedField DataQsoI{*this, "DataQsoI", "##/##/####", {.caption = "Iniziale", .characters = 10}};
-  MaskedField DataQsoF{*this, "DataQsoF", "##/##/####", {.caption = "Finale", .characters = 10}};
-  ListField Country{*this, "Country", ListStyle::kCombo, {.caption = "Country", .characters = 22}};
-  ListField Banda{*this, "Banda", ListStyle::kDropDown, {.caption = "Banda", .characters = 9}};
-  ListField Modo{*this,
-                 "Modo",
-                 ListStyle::kMulti,
-                 {.caption = "Modo", .hint = "Bottone destro per attivare il popup menu"}};
-  ListField Propagazione{*this, "Propagazione", ListStyle::kMulti, {.caption = "Propagazione"}};
-  Label FrameQsl{*this, "FrameQsl", {.caption = "Qsl"}};
-  CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Ricevuta"}};
-  CheckBox QslInviata{*this, "QslInviata", {.caption = "Inviata"}};
-  CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Da inviare"}};
-  TextField Note{*this,
-                 "Note",
-                 {.caption = "Note", .hint = "Doppio Click per l' help note", .characters = 22}};
+  forms::Label FrameDataQso{*this, "FrameDataQso", {.caption = "Data Qso"}};
+  forms::MaskedField DataQsoI{
+      *this, "DataQsoI", "##/##/####", {.caption = "Iniziale", .characters = 10}};
+  forms::MaskedField DataQsoF{
+      *this, "DataQsoF", "##/##/####", {.caption = "Finale", .characters = 10}};
+  forms::ListField Country{
+      *this, "Country", forms::ListStyle::kCombo, {.caption = "Country", .characters = 22}};
+  forms::ListField Banda{
+      *this, "Banda", forms::ListStyle::kDropDown, {.caption = "Banda", .characters = 9}};
+  forms::ListField Modo{*this,
+                        "Modo",
+                        forms::ListStyle::kMulti,
+                        {.caption = "Modo", .hint = "Bottone destro per attivare il popup menu"}};
+  forms::ListField Propagazione{
+      *this, "Propagazione", forms::ListStyle::kMulti, {.caption = "Propagazione"}};
+  forms::Label FrameQsl{*this, "FrameQsl", {.caption = "Qsl"}};
+  forms::CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Ricevuta"}};
+  forms::CheckBox QslInviata{*this, "QslInviata", {.caption = "Inviata"}};
+  forms::CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Da inviare"}};
+  forms::TextField Note{
+      *this,
+      "Note",
+      {.caption = "Note", .hint = "Doppio Click per l' help note", .characters = 22}};
   // Every entry of the reference table, worked or not: offered by the mode words that know one.
-  CheckBox Elenca{*this, "Elenca", {.caption = "Elenca tutto"}};
+  forms::CheckBox Elenca{*this, "Elenca", {.caption = "Elenca tutto"}};
 
-  Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   // "Modo" or "Propagazione": the list on which the right button was last pressed.
-  TextField PopupTarget{*this, "PopupTarget"};
-  Command cmSelezionaTutto{*this, "cmSelezionaTutto", "Seleziona tutto",
-                           [this] { SelectAll(true); }};
-  Command cmDeselezionaTutto{*this, "cmDeselezionaTutto", "Deseleziona tutto",
-                             [this] { SelectAll(false); }};
-  Menu popup{*this, "popup", "", {&cmSelezionaTutto, &cmDeselezionaTutto}};
+  forms::TextField PopupTarget{*this, "PopupTarget"};
+  forms::Command cmSelezionaTutto{*this, "cmSelezionaTutto", "Seleziona tutto",
+                                  [this] { SelectAll(true); }};
+  forms::Command cmDeselezionaTutto{*this, "cmDeselezionaTutto", "Deseleziona tutto",
+                                    [this] { SelectAll(false); }};
+  forms::Menu popup{*this, "popup", "", {&cmSelezionaTutto, &cmDeselezionaTutto}};
 
-  Command cmStat{
+  forms::Command cmStat{
       *this, "cmStat", "Conferma", {.tip = "Conferma la selezione", .run = [this] { Confirm(); }}};
-  Command cmExit{
+  forms::Command cmExit{
       *this, "cmExit", "Esci", {.tip = "Chiude senza selezionare", .run = [this] { Cancel(); }}};
-  Command cmHelp{*this, "cmHelp", "Aiuto", {.tip = "Aiuto", .shortcut = "F1"}};
+  forms::Command cmHelp{*this, "cmHelp", "Aiuto", {.tip = "Aiuto", .shortcut = "F1"}};
   // The layout of a report, one of the two down. Hidden until a report offers them.
-  Command cmVerticale{*this,
-                      "cmVerticale",
-                      "Verticale",
-                      {.tip = "Stampa in verticale",
-                       .run = [this] { vertical_ = true; },
-                       .checked = [this] { return vertical_; }}};
-  Command cmOrizzontale{*this,
-                        "cmOrizzontale",
-                        "Orizzontale",
-                        {.tip = "Stampa in orizzontale",
-                         .run = [this] { vertical_ = false; },
-                         .checked = [this] { return !vertical_; }}};
-  ToolBar Toolbar1{*this, "Toolbar1", {&cmStat, &cmExit, &cmHelp, &cmVerticale, &cmOrizzontale}};
+  forms::Command cmVerticale{*this,
+                             "cmVerticale",
+                             "Verticale",
+                             {.tip = "Stampa in verticale",
+                              .run = [this] { vertical_ = true; },
+                              .checked = [this] { return vertical_; }}};
+  forms::Command cmOrizzontale{*this,
+                               "cmOrizzontale",
+                               "Orizzontale",
+                               {.tip = "Stampa in orizzontale",
+                                .run = [this] { vertical_ = false; },
+                                .checked = [this] { return !vertical_; }}};
+  forms::ToolBar Toolbar1{
+      *this, "Toolbar1", {&cmStat, &cmExit, &cmHelp, &cmVerticale, &cmOrizzontale}};
 
   // False, with a message, when the mode word wants a field that is empty.
   bool CheckSelection();
@@ -93,8 +100,8 @@ class StatSel : public SelectionWindow {
   void OnCountryLeave();
   void OnNotePick();
 
-  Session& session_;
+  core::Session& session_;
   bool vertical_ = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

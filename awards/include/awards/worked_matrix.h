@@ -14,18 +14,18 @@
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 
-namespace brenvo {
+namespace brenvo::awards {
 
 // Where Worked by Band and Worked by Mode differ.
 struct MatrixKind {
   std::string_view window, caption;
-  MatrixWindow* Session::*handle;
+  core::MatrixWindow* core::Session::*handle;
   std::string_view columnOf;     // column of Log that the grid's columns are
   std::string_view filterField;  // name and caption of the list that filters
   std::string_view filterHead;   // of the condition that the list adds, before its text
   std::optional<std::string_view> unfiltered;  // the list's entry that adds none
   std::string_view corner;                     // the text of cell (0,0)
-  Twips columnWidth;
+  base::Twips columnWidth;
   bool centred;
   std::string_view gridHint;
 };
@@ -33,9 +33,9 @@ const MatrixKind& WorkedByBand();
 const MatrixKind& WorkedByMode();
 
 // Rows are award levels, columns bands or modes; a cell is "C" confirmed, "W" worked or empty.
-class WorkedMatrix : public MatrixWindow {
+class WorkedMatrix : public core::MatrixWindow {
  public:
-  WorkedMatrix(Session& session, const MatrixKind& kind);
+  WorkedMatrix(core::Session& session, const MatrixKind& kind);
 
   void Load() override;
   void Unload() override;
@@ -43,17 +43,17 @@ class WorkedMatrix : public MatrixWindow {
   void Search() override;
 
   // The list that filters, under its own name: Modo by band, Banda by mode.
-  ListField Filter;
-  Command cmSearch{
+  forms::ListField Filter;
+  forms::Command cmSearch{
       *this,
       "cmSearch",
       "Cerca",
       {.tip = "Attiva il controllo", .run = [this] { Search(); }, .hint = "Attiva il controllo"}};
-  CheckBox Mappa{*this, "Mappa", {.caption = "Display mappa"}};
-  Label Coordinate{*this, "Coordinate"};
-  CellGrid Grid1;
-  Panel SSPanel1{*this, "SSPanel1", {.hint = ""}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::CheckBox Mappa{*this, "Mappa", {.caption = "Display mappa"}};
+  forms::Label Coordinate{*this, "Coordinate"};
+  forms::CellGrid Grid1;
+  forms::Panel SSPanel1{*this, "SSPanel1", {.hint = ""}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  protected:
   // The first fills the heading row, the second the list, with its choice of the start.
@@ -66,7 +66,7 @@ class WorkedMatrix : public MatrixWindow {
   // Adds a column with this heading behind the others.
   void AddColumn(std::string_view heading);
 
-  Session& session_;
+  core::Session& session_;
   const MatrixKind& kind_;
 
  private:
@@ -94,14 +94,14 @@ class WorkedMatrix : public MatrixWindow {
   // their leading blank.
   std::array<std::string, kRows> keys_;
   std::string countryLabel_, countryLocator_;
-  ContactSubscription changes_;
+  core::ContactSubscription changes_;
 };
 
 class Hrd : public WorkedMatrix {
  public:
-  explicit Hrd(Session& session) : WorkedMatrix(session, WorkedByBand()) {}
+  explicit Hrd(core::Session& session) : WorkedMatrix(session, WorkedByBand()) {}
 
-  ListField& Modo = Filter;
+  forms::ListField& Modo = Filter;
 
  protected:
   void MakeColumns() override;
@@ -110,12 +110,12 @@ class Hrd : public WorkedMatrix {
 
 class HrdMode : public WorkedMatrix {
  public:
-  explicit HrdMode(Session& session);
+  explicit HrdMode(core::Session& session);
 
-  ListField& Banda = Filter;
+  forms::ListField& Banda = Filter;
   // One entry a mode, checked where it is a column.
-  EntryArray Modon{*this, "Modon"};
-  Menu cmModi{*this, "cmModi", "Modi", {&Modon}};
+  forms::EntryArray Modon{*this, "Modon"};
+  forms::Menu cmModi{*this, "cmModi", "Modi", {&Modon}};
 
   // Makes the columns and the menu of the modes in use.
   void FormattoGrid();
@@ -129,4 +129,4 @@ class HrdMode : public WorkedMatrix {
   void ToggleMode(int index);
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::awards

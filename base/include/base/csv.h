@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::base {
 
 // A table read from comma-separated text: its first line holds the headings, every further line is
 // a row with as many cells. A cell that holds a comma, a quote or a line end stands in double
@@ -34,4 +34,4 @@ struct CsvTable {
 // read is an error too.
 [[nodiscard]] CsvTable ReadCsv(const std::filesystem::path& file);
 
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::base {
 
 // A date and time to the second, proleptic Gregorian, no time zone: what the operator's clock
 // shows. A value without a date part stands on day zero, 30/12/1899, and is a time of day alone.
@@ -61,4 +61,4 @@ std::optional<DateTime> ParseIso(std::string_view text);
 // Month name in Italian, lower case; month 1-12.
 std::string_view MonthName(int month);
 
-}  // namespace brenvo
+}  // namespace brenvo::base

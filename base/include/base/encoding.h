@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::base {
 
 // UTF-8 to Windows-1252; a character outside it becomes "?".
 std::string ToWindows1252(std::string_view text);
@@ -17,4 +17,4 @@ std::string FromLatin1(std::string_view bytes);
 // A file's bytes without the mark of UTF-8 that some editors put at its beginning.
 std::string_view WithoutByteOrderMark(std::string_view bytes);
 
-}  // namespace brenvo
+}  // namespace brenvo::base

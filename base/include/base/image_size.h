@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <optional>
 
-namespace brenvo {
+namespace brenvo::base {
 
 struct ImageSize {
   int width = 0, height = 0;  // pixels
@@ -14,4 +14,4 @@ struct ImageSize {
 // JPEG, BMP and PNG; nothing when the file is missing or is none of them.
 std::optional<ImageSize> ReadImageSize(const std::filesystem::path& file);
 
-}  // namespace brenvo
+}  // namespace brenvo::base

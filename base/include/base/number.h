@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::base {
 
 // The number that a text begins with: leading blanks are passed over, the longest valid beginning
 // of a decimal number with a point counts ("144,5" is 144, "1E2" is 100); 0 when there is none.
@@ -26,4 +26,4 @@ long long RoundHalfEven(double value);
 // Halves round away from zero, as the number stands in 15 digits.
 std::string FormatNumber(double value, std::string_view pattern);
 
-}  // namespace brenvo
+}  // namespace brenvo::base

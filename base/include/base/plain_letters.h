@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::base {
 
 struct PlainLetters {
   std::string text;
@@ -15,4 +15,4 @@ struct PlainLetters {
 // become Latin, quotes and dashes plain; any other character is "?", a mark alone nothing.
 PlainLetters ToPlainLetters(std::string_view text);
 
-}  // namespace brenvo
+}  // namespace brenvo::base

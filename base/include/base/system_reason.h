@@ -4,10 +4,10 @@
 #include <string>
 #include <system_error>
 
-namespace brenvo {
+namespace brenvo::base {
 
 // "permesso negato": what stands behind a colon or in brackets. A reason that an operator never
 // meets is in the system's own words.
 std::string ReasonText(const std::error_code& why);
 
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::base {
 
 std::size_t Len(std::string_view text);
 // Whether every byte is a character of ASCII: then bytes and characters count alike.
@@ -41,4 +41,4 @@ std::string FromCharacters(std::u32string_view characters);
 // Valid UTF-8 in any case: bytes that are none become U+FFFD.
 std::string ValidUtf8(std::string_view text);
 
-}  // namespace brenvo
+}  // namespace brenvo::base

@@ -3,7 +3,7 @@
 
 #include <compare>
 
-namespace brenvo {
+namespace brenvo::base {
 
 // A measure in one unit: adds to its like, scales by a number, and converts by name only.
 template <class Unit>
@@ -62,4 +62,4 @@ constexpr Colour kRed{255, 0, 0};
 constexpr Colour kDarkGreen{0, 128, 0};
 constexpr Colour kDarkRed{128, 0, 0};
 
-}  // namespace brenvo
+}  // namespace brenvo::base

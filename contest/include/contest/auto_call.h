@@ -7,13 +7,13 @@
 #include "core/session.h"
 #include "forms/command.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 // The button's caption is the state: it calls while that says "Stop call". A playback that ends
 // in another way than normally ends the calling, and the caption stays.
 class AutoCall {
  public:
-  AutoCall(Session& session, Command& button);
+  AutoCall(core::Session& session, forms::Command& button);
 
   // Takes recording and pause from the station profile.
   void Load();
@@ -26,11 +26,11 @@ class AutoCall {
   bool Calling() const;
   void Play();
 
-  Session& session_;
-  Command& button_;
-  std::unique_ptr<Timer> timer_;
-  std::unique_ptr<WavePlayer> player_;
+  core::Session& session_;
+  forms::Command& button_;
+  std::unique_ptr<platform::Timer> timer_;
+  std::unique_ptr<platform::WavePlayer> player_;
   std::filesystem::path recording_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

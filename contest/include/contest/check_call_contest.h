@@ -9,36 +9,36 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
-class CheckCallContest : public Window {
+class CheckCallContest : public forms::Window {
  public:
-  explicit CheckCallContest(Session& session);
+  explicit CheckCallContest(core::Session& session);
   void Load() override;
   void Unload() override;
 
-  TextField CallContest{*this, "CallContest", {.caption = "Call", .characters = 12}};
-  Command cmCheck{
+  forms::TextField CallContest{*this, "CallContest", {.caption = "Call", .characters = 12}};
+  forms::Command cmCheck{
       *this, "cmCheck", "Check", {.run = [this] { Check(); }, .hint = "Controlla call doppi"}};
   // It inserts nothing, whatever its hint says.
-  Command cmOk{
+  forms::Command cmOk{
       *this, "cmOk", "Ok", {.run = [this] { Close(); }, .hint = "Inserisce il Call nel Contest"}};
-  Command cmCancel{
+  forms::Command cmCancel{
       *this, "cmCancel", "Cancel", {.run = [this] { Close(); }, .hint = "Chiude il check call"}};
-  TextField Status{*this, "Status", {.characters = 12}};
-  Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::TextField Status{*this, "Status", {.characters = 12}};
+  forms::Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   // The contest that it answers for.
   std::string DataContest, Banda;
 
  private:
   void Check();
-  void Drag(Twips x, Twips y);
+  void Drag(base::Twips x, base::Twips y);
 
-  Session& session_;
+  core::Session& session_;
   bool dragging_ = false;
-  Twips grabX_, grabY_;
+  base::Twips grabX_, grabY_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -5,11 +5,11 @@
 
 #include "base/date.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 // The texts of the fields as they stand.
 struct ContestHeader {
-  DateTime DataContest;
+  base::DateTime DataContest;
   std::string Banda, NomeContest, Categoria, CallContest, Qra, Qth, Indirizzo, Provincia, SQTH,
       SProvincia, Altezza, Locator, RTX, Antenna, Potenza, Note;
   bool Fisso = true;                     // otherwise portable
@@ -17,4 +17,4 @@ struct ContestHeader {
   bool Square = false, Country = false;  // multipliers
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

@@ -13,50 +13,51 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 // Its caller sets Data1 and Operation, and shows it. Enter goes from field to field and stores the
 // contact from the last one, or goes to what is still missing.
-class ContestNewQso : public Window {
+class ContestNewQso : public forms::Window {
  public:
-  explicit ContestNewQso(Session& session);
+  explicit ContestNewQso(core::Session& session);
 
   void Load() override;
   void Activate() override;
   void Unload() override;
 
-  TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 12}};
-  TextField QrkD{*this, "QrkD", {.caption = "Qrk dato", .characters = 5}};
-  TextField QrkR{*this, "QrkR", {.caption = "Qrk ricevuto", .characters = 5}};
-  TextField ProgrR{*this, "ProgrR", {.caption = "Progr. ricevuto", .characters = 6}};
-  TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 9}};
-  TextField Exc{*this, "Exc", {.caption = "Exchange", .characters = 9}};
-  TextField Note{*this, "Note", {.caption = "Note", .characters = 20}};
-  TextField Giorno{*this, "Giorno", {.caption = "Giorno", .characters = 3}};
-  MaskedField Qtr{*this, "Qtr", "##:##", {.caption = "Qtr", .characters = 6}};
-  TextField ProgrD{*this, "ProgrD", {.caption = "Progr. dato", .characters = 6}};
-  TextField Modo{*this, "Modo", {.caption = "Modo", .characters = 6}};
-  CheckBox Qsl{*this, "Qsl", {.caption = "Qsl"}};
-  CheckBox InLog{*this, "InLog", {.caption = "In Log"}};
-  TextField Qrb{*this, "Qrb", {.caption = "Qrb", .characters = 7}};  // km
-  TextField Operation{*this, "Operation"};  // "I" a new contact, "U" a change of the current row
-  Command cmInsertR{*this,
-                    "cmInsertR",
-                    "Inserisci e &resta",
-                    {.tip = "Inserisce il Qso e prepara il prossimo",
-                     .run = [this] { InsertAndStay(); },
-                     .focusAfter = &CallQso}};
-  Command cmInsertE{*this,
-                    "cmInsertE",
-                    "&Inserisci ed esci",
-                    {.tip = "Inserisce il Qso e chiude", .run = [this] { InsertAndLeave(); }}};
-  Command cmQtr{*this,
-                "cmQtr",
-                "Qtr",
-                {.tip = "Imposta l'ora attuale", .shortcut = "F12", .run = [this] { ShowTime(); }}};
+  forms::TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 12}};
+  forms::TextField QrkD{*this, "QrkD", {.caption = "Qrk dato", .characters = 5}};
+  forms::TextField QrkR{*this, "QrkR", {.caption = "Qrk ricevuto", .characters = 5}};
+  forms::TextField ProgrR{*this, "ProgrR", {.caption = "Progr. ricevuto", .characters = 6}};
+  forms::TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 9}};
+  forms::TextField Exc{*this, "Exc", {.caption = "Exchange", .characters = 9}};
+  forms::TextField Note{*this, "Note", {.caption = "Note", .characters = 20}};
+  forms::TextField Giorno{*this, "Giorno", {.caption = "Giorno", .characters = 3}};
+  forms::MaskedField Qtr{*this, "Qtr", "##:##", {.caption = "Qtr", .characters = 6}};
+  forms::TextField ProgrD{*this, "ProgrD", {.caption = "Progr. dato", .characters = 6}};
+  forms::TextField Modo{*this, "Modo", {.caption = "Modo", .characters = 6}};
+  forms::CheckBox Qsl{*this, "Qsl", {.caption = "Qsl"}};
+  forms::CheckBox InLog{*this, "InLog", {.caption = "In Log"}};
+  forms::TextField Qrb{*this, "Qrb", {.caption = "Qrb", .characters = 7}};  // km
+  forms::TextField Operation{*this,
+                             "Operation"};  // "I" a new contact, "U" a change of the current row
+  forms::Command cmInsertR{*this,
+                           "cmInsertR",
+                           "Inserisci e &resta",
+                           {.tip = "Inserisce il Qso e prepara il prossimo",
+                            .run = [this] { InsertAndStay(); },
+                            .focusAfter = &CallQso}};
+  forms::Command cmInsertE{
+      *this, "cmInsertE", "&Inserisci ed esci", {.tip = "Inserisce il Qso e chiude", .run = [this] {
+                                                   InsertAndLeave();
+                                                 }}};
+  forms::Command cmQtr{
+      *this, "cmQtr", "Qtr", {.tip = "Imposta l'ora attuale", .shortcut = "F12", .run = [this] {
+                                ShowTime();
+                              }}};
 
   // The rows of the log's own grid.
-  DataSource* Data1 = nullptr;
+  core::DataSource* Data1 = nullptr;
   // They have been read anew.
   std::function<void()> OnStored;
 
@@ -70,7 +71,7 @@ class ContestNewQso : public Window {
  private:
   struct Refusal {
     std::string_view text;
-    TextField* field;
+    forms::TextField* field;
   };
 
   void HandleEvents();
@@ -89,8 +90,8 @@ class ContestNewQso : public Window {
   std::optional<std::string> DuplicateSerial();
   void StoreRow(double punti, std::string_view note);
 
-  Session& session_;
-  ContestContext contest_;
+  core::Session& session_;
+  core::ContestContext contest_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

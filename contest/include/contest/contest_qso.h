@@ -12,32 +12,33 @@
 #include "forms/status_bar.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 // The rows of the log; what the grid fails in is not told.
-class ContactRows : public DataSource {
+class ContactRows : public core::DataSource {
  public:
-  using DataSource::DataSource;
+  using core::DataSource::DataSource;
   std::string CellText(std::int64_t row, std::size_t field) override;
   void DeleteRow(std::int64_t row) override;
 };
 
 // Several can be open side by side: each keeps the contest that it was opened for.
-class ContestQso : public Window {
+class ContestQso : public forms::Window {
  public:
-  explicit ContestQso(Session& session);
+  explicit ContestQso(core::Session& session);
   ~ContestQso() override;
 
   void Load() override;
   void Unload() override;  // offers the transfer of marked contacts into the station's log
 
   ContactRows Data1;
-  DataGrid QC{*this, "QC", {.hint = "Doppio click per aggiornare"}};
-  Command cmNew{*this, "cmNew", "&New Qso", [this] { OpenEntry("I"); }};
-  Command cmStatistiche{*this, "cmStatistiche", "&Statistiche", [this] { OpenStatistics(); }};
-  Command cmCheckCall{*this, "cmCheckCall", "&Check call", [this] { OpenCheckCall(); }};
-  Command cmAutoCall{*this, "cmAutoCall", "&Start call", [this] { autoCall_.Press(); }};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::DataGrid QC{*this, "QC", {.hint = "Doppio click per aggiornare"}};
+  forms::Command cmNew{*this, "cmNew", "&New Qso", [this] { OpenEntry("I"); }};
+  forms::Command cmStatistiche{*this, "cmStatistiche", "&Statistiche",
+                               [this] { OpenStatistics(); }};
+  forms::Command cmCheckCall{*this, "cmCheckCall", "&Check call", [this] { OpenCheckCall(); }};
+  forms::Command cmAutoCall{*this, "cmAutoCall", "&Start call", [this] { autoCall_.Press(); }};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  private:
   void SetUpGrid();
@@ -48,10 +49,10 @@ class ContestQso : public Window {
   void OpenStatistics();
   void OpenCheckCall();
 
-  Session& session_;
-  ContestContext contest_;
+  core::Session& session_;
+  core::ContestContext contest_;
   AutoCall autoCall_;
-  ContactSubscription changes_;
+  core::ContactSubscription changes_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

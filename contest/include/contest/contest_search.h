@@ -6,22 +6,23 @@
 #include "forms/status_bar.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::contest {
 
 // A double click leaves the row's number in Tag and hides the dialog; its caller reads the row and
 // unloads it.
-class ContestSearch : public Window {
+class ContestSearch : public forms::Window {
  public:
-  explicit ContestSearch(Session& session);
+  explicit ContestSearch(core::Session& session);
   void Load() override;
   void Unload() override;
 
-  DataSource Data1;
-  DataGrid Spread1{*this, "Spread1", {.hint = "Doppio Click per richiamare i dati del contest"}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  core::DataSource Data1;
+  forms::DataGrid Spread1{
+      *this, "Spread1", {.hint = "Doppio Click per richiamare i dati del contest"}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  private:
-  Session& session_;
+  core::Session& session_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::contest

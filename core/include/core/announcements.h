@@ -10,7 +10,7 @@
 
 #include "forms/window_list.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 enum class ContactTable { kLog, kContestQso };
 
@@ -49,7 +49,7 @@ class ContactSubscription {
 
 class Announcements {
  public:
-  explicit Announcements(WindowList& windows) : windows_(windows) {}
+  explicit Announcements(forms::WindowList& windows) : windows_(windows) {}
 
   [[nodiscard]] ContactSubscription Subscribe(ContactListener listener);
   // Tells each listener in the order of subscription, as an event of its own: one that fails is
@@ -59,8 +59,8 @@ class Announcements {
   void AnnounceMany(ContactTable table) { Announce({table, ManyContacts()}); }
 
  private:
-  WindowList& windows_;
+  forms::WindowList& windows_;
   std::vector<std::weak_ptr<ContactListener>> listeners_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -12,14 +12,16 @@
 #include "base/date.h"
 #include "core/session.h"
 
-namespace brenvo {
-
+namespace brenvo::file {
 class OnlineCopy;
+}
+
+namespace brenvo::core {
 
 // A file in the directory "Backup" of the application directory.
 struct BackupCopy {
   std::filesystem::path file;
-  DateTime made;          // to the day; to the second for a file set aside
+  base::DateTime made;    // to the day; to the second for a file set aside
   bool setAside = false;  // the database that a copy took the place of
 };
 
@@ -38,7 +40,7 @@ std::string ContentsOf(const BackupCopy& copy);
 // Of the days on which copies were made, those that are no longer kept: all but the last ten up to
 // `today`, and the last day of each of the last twelve months that have one. Later days, of a clock
 // that has been set back since, stay and do not count.
-std::vector<DateTime> DaysToDrop(std::vector<DateTime> days, DateTime today);
+std::vector<base::DateTime> DaysToDrop(std::vector<base::DateTime> days, base::DateTime today);
 
 // Puts a copy in the place of the database, which must be closed and is set aside in "Backup".
 // Nothing is changed when the copy is no sound database. DatabaseError.
@@ -82,11 +84,11 @@ class DailyBackup {
 
   Session& session_;
   std::function<void(const std::string& text)> tell_;
-  std::unique_ptr<Timer> timer_;
-  std::unique_ptr<OnlineCopy> copy_;
-  DateTime day_;  // also when midnight passes while the copy is made
+  std::unique_ptr<platform::Timer> timer_;
+  std::unique_ptr<file::OnlineCopy> copy_;
+  base::DateTime day_;  // also when midnight passes while the copy is made
   std::filesystem::path unfinished_, finished_;
   bool verifying_ = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::core {
 
 class Session;
 
@@ -11,4 +11,4 @@ class Session;
 // nothing when the country is unknown or has no map.
 void ShowCountryMap(Session& session, std::string_view country);
 
-}  // namespace brenvo
+}  // namespace brenvo::core

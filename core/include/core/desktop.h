@@ -1,7 +1,7 @@
 // Which windows are open, saved and opened again in one command.
 #pragma once
 
-namespace brenvo {
+namespace brenvo::core {
 
 class Session;
 
@@ -10,4 +10,4 @@ void SaveDesktop(Session& session);
 // Shows the single default window of each token; an unknown token is passed over.
 void LoadDesktop(Session& session);
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::core {
 
 // The file that the system calls `name` ("\Brenvo.mdb", "Log.ADI", a call and ".txt"): always one
 // directly in `directory`. A leading backslash is the separator; a character that a file name
@@ -35,4 +35,4 @@ std::string FailureText(const std::exception& failure);
 // A file name that every platform can hold, and that leads nowhere else.
 std::string SafeFileName(std::string_view name);
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-namespace brenvo {
+namespace brenvo::core {
 
 enum HelpTopic : int {
   kHelpFirstDay = 1,
@@ -17,19 +17,44 @@ enum HelpTopic : int {
 
 // The page of each window.
 inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
-    {"Brenvo", kHelpFirstDay}, {"LogForm", kHelpLog},      {"LogSearch", kHelpLogSearch},
-    {"OldQsoForm", 130},       {"OldQsoLocator", 140},     {"Contest", kHelpContest},
-    {"ContestSearch", 205},    {"ContestQso", 210},        {"ContestNewQso", 220},
-    {"CheckCallContest", 230}, {"StatContest", 240},       {"StatSel", 300},
-    {"SField", 310},           {"SSQuare", 315},           {"SPrefissi", 320},
-    {"SContinenti", 325},      {"SZone", 330},             {"SCountry", 335},
-    {"SProvincie", 340},       {"SNote", 345},             {"Hrd", 350},
-    {"HrdMode", 360},          {"MappaSquare", 410},       {"StampaQsl", 500},
-    {"TNC", 600},              {"TNCtelnet", 605},         {"WWConv", 610},
-    {"FT736", 620},            {"DX", 630},                {"User", 700},
-    {"TabellaPrefissi", 710},  {"TabellaCountry", 720},    {"TabellaProvincie", 730},
-    {"TabellaNote", 740},      {"Help", 750},             {"RipristinaBackup", 760},
-    {"ImportaAdif", kHelpImportaAdif}, {"EsportaAdif", kHelpEsportaAdif}};
+    {"Brenvo", kHelpFirstDay},
+    {"LogForm", kHelpLog},
+    {"LogSearch", kHelpLogSearch},
+    {"OldQsoForm", 130},
+    {"OldQsoLocator", 140},
+    {"Contest", kHelpContest},
+    {"ContestSearch", 205},
+    {"ContestQso", 210},
+    {"ContestNewQso", 220},
+    {"CheckCallContest", 230},
+    {"StatContest", 240},
+    {"StatSel", 300},
+    {"SField", 310},
+    {"SSQuare", 315},
+    {"SPrefissi", 320},
+    {"SContinenti", 325},
+    {"SZone", 330},
+    {"SCountry", 335},
+    {"SProvincie", 340},
+    {"SNote", 345},
+    {"Hrd", 350},
+    {"HrdMode", 360},
+    {"MappaSquare", 410},
+    {"StampaQsl", 500},
+    {"TNC", 600},
+    {"TNCtelnet", 605},
+    {"WWConv", 610},
+    {"FT736", 620},
+    {"DX", 630},
+    {"User", 700},
+    {"TabellaPrefissi", 710},
+    {"TabellaCountry", 720},
+    {"TabellaProvincie", 730},
+    {"TabellaNote", 740},
+    {"Help", 750},
+    {"RipristinaBackup", 760},
+    {"ImportaAdif", kHelpImportaAdif},
+    {"EsportaAdif", kHelpEsportaAdif}};
 
 // The first page for a window without one.
 constexpr int HelpTopicOf(std::string_view window) {
@@ -39,4 +64,4 @@ constexpr int HelpTopicOf(std::string_view window) {
   return kHelpFirstDay;
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -8,7 +8,7 @@
 
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 // Shows how far the run is, and waits for the disk once every so many rows instead of at each.
 // However the run ends, what was written until then stays.
@@ -26,9 +26,9 @@ class LongRun {
  private:
   void Commit();
 
-  Database& database_;
-  BusyPointer busy_;
-  std::unique_ptr<Progress> progress_;
+  engine::Database& database_;
+  platform::BusyPointer busy_;
+  std::unique_ptr<platform::Progress> progress_;
   std::int64_t done_ = 0;
 };
 
@@ -46,9 +46,9 @@ class LongStatement {
   bool Stopped() const { return stopped_; }
 
  private:
-  Database& database_;
-  BusyPointer busy_;
-  std::unique_ptr<Progress> progress_;
+  engine::Database& database_;
+  platform::BusyPointer busy_;
+  std::unique_ptr<platform::Progress> progress_;
   bool stopped_ = false;
 };
 
@@ -62,4 +62,4 @@ bool RunLongStatements(Session& session, std::string_view title, std::string_vie
 void ChangeManyContacts(Session& session, std::string_view title, std::int64_t total,
                         const std::function<void(LongRun& run)>& work);
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-namespace brenvo {
+namespace brenvo::core {
 
 class Session;
 
@@ -32,4 +32,4 @@ void DropScratch(Session& session);
 // the operator; empty when neither of the others is there.
 std::string WhereDataIs(const std::filesystem::path& directory);
 
-}  // namespace brenvo
+}  // namespace brenvo::core

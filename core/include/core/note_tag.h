@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::core {
 
 // The words that a selection looks for in the notes: what stands between "Note LIKE '*" and the
 // next "*". Empty when the selection does not ask for a note.
@@ -16,4 +16,4 @@ std::string NoteWords(std::string_view selection);
 // are missing.
 std::optional<std::string> NoteTag(std::string_view note, std::string_view words);
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -6,7 +6,7 @@
 
 #include "engine/recordset.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 class Session;
 
@@ -20,9 +20,9 @@ struct ResolvedPrefix {
 };
 // One search in the prefix table; it stays on the row found.
 ResolvedPrefix ResolvePrefix(Session& session, std::string_view call);
-ResolvedPrefix ResolvePrefix(Table& prefissi, std::string_view call);
+ResolvedPrefix ResolvePrefix(engine::Table& prefissi, std::string_view call);
 
 // Puts the prefix table on the first row of exactly this prefix; false when there is none.
-bool SeekPrefix(Table& prefissi, std::string_view prefix);
+bool SeekPrefix(engine::Table& prefissi, std::string_view prefix);
 
-}  // namespace brenvo
+}  // namespace brenvo::core

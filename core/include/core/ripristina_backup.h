@@ -10,11 +10,11 @@
 #include "forms/status_bar.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 // Modal. Closes with the copy in Chosen once the operator has agreed to it; its caller restores it,
 // for no window stays open over that.
-class RipristinaBackup : public Window {
+class RipristinaBackup : public forms::Window {
  public:
   explicit RipristinaBackup(Session& session);
 
@@ -23,24 +23,24 @@ class RipristinaBackup : public Window {
 
   std::optional<BackupCopy> Chosen;
 
-  ListField LBCopie{
+  forms::ListField LBCopie{
       *this,
       "LBCopie",
-      ListStyle::kOpen,
+      forms::ListStyle::kOpen,
       {.caption = "Copie del database", .hint = "Doppio click per ripristinare la copia"}};
-  Command cmRipristina{*this,
-                       "cmRipristina",
-                       "&Ripristina",
-                       {.tip = "Mette la copia scelta al posto del database",
-                        .run = [this] { Choose(); },
-                        .hint = "Mette la copia scelta al posto del database"}};
-  Command cmExit{*this,
-                 "cmExit",
-                 "&Esci",
-                 {.tip = "Chiude la finestra senza ripristinare",
-                  .run = [this] { Hide(); },
-                  .hint = "Chiude la finestra senza ripristinare"}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::Command cmRipristina{*this,
+                              "cmRipristina",
+                              "&Ripristina",
+                              {.tip = "Mette la copia scelta al posto del database",
+                               .run = [this] { Choose(); },
+                               .hint = "Mette la copia scelta al posto del database"}};
+  forms::Command cmExit{*this,
+                        "cmExit",
+                        "&Esci",
+                        {.tip = "Chiude la finestra senza ripristinare",
+                         .run = [this] { Hide(); },
+                         .hint = "Chiude la finestra senza ripristinare"}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  private:
   void Choose();
@@ -49,4 +49,4 @@ class RipristinaBackup : public Window {
   std::vector<BackupCopy> copies_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::core

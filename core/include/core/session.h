@@ -12,12 +12,15 @@
 #include "forms/window_list.h"
 #include "platform/platform.h"
 
-namespace brenvo {
+namespace brenvo::forms {
+class TextField;
+}
+
+namespace brenvo::core {
 
 class LogWindow;
 class MatrixWindow;
 class FeedWindow;
-class TextField;
 class DailyBackup;
 
 // What the contest in work hands from window to window.
@@ -35,11 +38,11 @@ struct PrefixChoice {
 // One object, made by main, the driver or a test, and passed by reference.
 class Session {
  public:
-  Session(Platform& platform, std::filesystem::path appPath);
+  Session(platform::Platform& platform, std::filesystem::path appPath);
   ~Session();
 
-  Platform& Machine;
-  WindowList Windows;
+  platform::Platform& Machine;
+  forms::WindowList Windows;
   // Whoever has changed contacts announces it here.
   Announcements Changes{Windows};
 
@@ -55,9 +58,9 @@ class Session {
 
   // The directory of the database and of all delivered files.
   std::filesystem::path AppPath;
-  Database Db;
-  std::unique_ptr<Table> TbLog, TbHrd, TbContest, TbContestQso, TbPrefissi, TbCountry, TbProvincie,
-      TbNoteHelp, TbUser, TbUserRTX, TbSquare;
+  engine::Database Db;
+  std::unique_ptr<engine::Table> TbLog, TbHrd, TbContest, TbContestQso, TbPrefissi, TbCountry,
+      TbProvincie, TbNoteHelp, TbUser, TbUserRTX, TbSquare;
   std::string MyLocator;
   std::string ManagerPath;
   // The day's copy of the database in work; given up when that is closed. Null without one.
@@ -66,7 +69,7 @@ class Session {
   // The selection handed from one window to the next: a WHERE clause, or a whole SELECT.
   std::string QueryText;
   std::string SearchText;
-  std::unique_ptr<Dynaset> DsSearch;
+  std::unique_ptr<engine::Dynaset> DsSearch;
   std::string NoteChoice;
   PrefixChoice ChosenPrefix;
   std::string PrefixTag;  // "LOG" opens the prefix table as a pick dialog
@@ -75,7 +78,7 @@ class Session {
   ContestContext CurrentContest;
 
   // The main frame's hidden field whose change runs the map viewer.
-  TextField* HDisplayMappa = nullptr;
+  forms::TextField* HDisplayMappa = nullptr;
   std::string MapFile;
   std::string CurrentMapPath;
   int Pointer_X = 0, Pointer_Y = 0;
@@ -102,9 +105,9 @@ class Session {
   void ShowInLog(std::string_view select);
 
   // Shorthands.
-  WindowHost& Host() { return Machine.Host(); }
-  MessageBox& Messages() { return Machine.Messages(); }
-  DateTime Now() { return Machine.GetClock().Now(); }
+  platform::WindowHost& Host() { return Machine.Host(); }
+  platform::MessageBox& Messages() { return Machine.Messages(); }
+  base::DateTime Now() { return Machine.GetClock().Now(); }
   std::string GetSetting(std::string_view section, std::string_view key,
                          std::string_view defaultValue) {
     return Machine.Settings().GetSetting(section, key, defaultValue);
@@ -118,7 +121,7 @@ class Session {
   // Opens the help file at a window's topic.
   void Help(int topic);
   // Tells a database failure under the operation's name and ends the program.
-  [[noreturn]] void EndWith(const DatabaseError& failure, std::string_view operation);
+  [[noreturn]] void EndWith(const engine::DatabaseError& failure, std::string_view operation);
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::core

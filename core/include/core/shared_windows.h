@@ -7,33 +7,33 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 // A log window: writing a new text into Query makes it run the session's QueryText.
-class LogWindow : public Window {
+class LogWindow : public forms::Window {
  public:
-  using Window::Window;
-  Label Query{*this, "Query"};
+  using forms::Window::Window;
+  forms::Label Query{*this, "Query"};
   // The SELECT of the contacts that it shows.
   std::string Selection;
 };
 
 // A worked-by matrix: fill a field, then change AutoSearch.
-class MatrixWindow : public Window {
+class MatrixWindow : public forms::Window {
  public:
-  using Window::Window;
-  TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 12}};
-  TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 9}};
-  TextField AutoSearch{*this, "AutoSearch"};
+  using forms::Window::Window;
+  forms::TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 12}};
+  forms::TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 9}};
+  forms::TextField AutoSearch{*this, "AutoSearch"};
   // Runs the search whatever AutoSearch held before.
   virtual void Search() = 0;
 };
 
 // The dialog in which the operator chooses contacts. The caller sets Tag to a mode word, shows it
 // modally, and reads Tag: "Cancel", or the text of a WHERE clause, empty for all contacts.
-class SelectionWindow : public Window {
+class SelectionWindow : public forms::Window {
  public:
-  using Window::Window;
+  using forms::Window::Window;
   // Every entry of the reference table is wanted, worked or not.
   virtual bool ListsAll() const = 0;
   // Lets the operator choose a report's layout as well; then whether he chose the vertical one.
@@ -42,11 +42,11 @@ class SelectionWindow : public Window {
 };
 
 // A browser whose rows another window chooses.
-class FeedWindow : public Window {
+class FeedWindow : public forms::Window {
  public:
-  using Window::Window;
+  using forms::Window::Window;
   // The SELECT of the rows; runs at once.
   virtual void SetRecordSource(std::string_view select) = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::core

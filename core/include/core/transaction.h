@@ -3,17 +3,17 @@
 
 #include "engine/database.h"
 
-namespace brenvo {
+namespace brenvo::core {
 
 // Begins on construction; whatever leaves the block before Commit rolls everything back.
 class Transaction {
  public:
-  explicit Transaction(Database& database) : database_(database) { database_.BeginTrans(); }
+  explicit Transaction(engine::Database& database) : database_(database) { database_.BeginTrans(); }
   ~Transaction() {
     if (!open_) return;
     try {
       database_.Rollback();
-    } catch (const DatabaseError&) {
+    } catch (const engine::DatabaseError&) {
       // The failure that brought us here is the one to tell.
     }
   }
@@ -26,8 +26,8 @@ class Transaction {
   }
 
  private:
-  Database& database_;
+  engine::Database& database_;
   bool open_ = true;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::core

@@ -3,11 +3,11 @@
 
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 // Texts by the folding order: negative, 0 or positive.
 int CompareFolded(std::string_view a, std::string_view b);
 // Whether the text holds letters that ASCII's case folding does not reach.
 bool NeedsFolding(std::string_view text);
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

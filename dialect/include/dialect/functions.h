@@ -5,7 +5,7 @@
 
 #include "dialect/schema.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 // A store that writes statements out switches over these, so that one without its form does not
 // compile.
@@ -62,4 +62,4 @@ struct Function {
 // Null when there is no function of that name.
 const Function* FindFunction(std::string_view name);
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

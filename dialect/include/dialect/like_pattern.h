@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 class LikePattern {
  public:
@@ -43,4 +43,4 @@ class LikePattern {
   std::string literal_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -6,7 +6,7 @@
 
 #include "dialect/schema.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 struct OutputColumn {
   std::string name;
@@ -14,4 +14,4 @@ struct OutputColumn {
   std::size_t tableColumn = TableSchema::kNone;  // none when it is worked out
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -11,7 +11,7 @@
 #include "dialect/schema.h"
 #include "dialect/tree.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 // Whether each row of the result is a row of one table: only then has it an order of entry.
 bool IsOfOneTable(const SelectTree& select);
@@ -87,4 +87,4 @@ class ActionPlan {
   const TableSchema* table_ = nullptr;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

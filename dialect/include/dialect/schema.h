@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 enum class ColumnType { kText, kInteger, kReal, kDateTime, kYesNo, kCounter };
 
@@ -71,4 +71,4 @@ class Schema {
   std::vector<TableSchema> tables_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -11,7 +11,7 @@
 #include "base/date.h"
 #include "dialect/schema.h"
 
-namespace brenvo {
+namespace brenvo::dialect {
 
 struct Function;
 struct SelectTree;
@@ -62,7 +62,7 @@ struct Node {
   std::string_view qualifier;
   std::int64_t integer = 0;
   double real = 0;
-  DateTime date;
+  base::DateTime date;
   TreeList<Node*> children;
   SelectTree* select = nullptr;
   int height = 1;
@@ -143,4 +143,4 @@ class StatementTree {
   Node* where = nullptr;               // of an UPDATE or DELETE, or a condition alone
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::dialect

@@ -11,7 +11,7 @@
 #include "engine/recordset.h"
 #include "engine/store.h"
 
-namespace brenvo {
+namespace brenvo::engine {
 
 class Database {
  public:
@@ -62,4 +62,4 @@ class Database {
   std::unique_ptr<Store> store_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::engine

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace brenvo {
+namespace brenvo::engine {
 
 class DatabaseError : public std::runtime_error {
  public:
@@ -51,4 +51,4 @@ class DatabaseError : public std::runtime_error {
   std::string Description;  // Italian, without the number
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::engine

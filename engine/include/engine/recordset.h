@@ -10,7 +10,7 @@
 #include "engine/database_error.h"
 #include "engine/value.h"
 
-namespace brenvo {
+namespace brenvo::engine {
 
 // Marks a row: of a table or dynaset by its key, of a snapshot by its place.
 struct Bookmark {
@@ -125,4 +125,4 @@ class RowAppender {
   virtual std::int64_t Append(const std::vector<Value>& row) = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::engine

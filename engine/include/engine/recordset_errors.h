@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenvo {
+namespace brenvo::engine {
 
 [[noreturn]] void FailClosed();           // DatabaseError 3420
 [[noreturn]] void FailNoCurrentRecord();  // DatabaseError 3021
@@ -15,4 +15,4 @@ namespace brenvo {
 // The column's place, its name without regard to case; DatabaseError 3265 when there is none of it.
 std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view name);
 
-}  // namespace brenvo
+}  // namespace brenvo::engine

@@ -9,7 +9,7 @@
 
 #include "engine/recordset.h"
 
-namespace brenvo {
+namespace brenvo::engine {
 
 // What tests and benchmarks count.
 struct EngineCounters {
@@ -47,4 +47,4 @@ class Store {
   virtual std::string QueryPlan(std::string_view select) = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::engine

@@ -9,7 +9,7 @@
 
 #include "base/date.h"
 
-namespace brenvo {
+namespace brenvo::engine {
 
 // Null, a whole number, a double, a text, a date, or a yes/no. Reading it as another kind converts
 // as the file engine does, and a conversion that has no sense throws DatabaseError 3421.
@@ -21,12 +21,13 @@ class Value {
   Value(long long v) : data_(static_cast<std::int64_t>(v)) {}
   Value(double v) : data_(v) {}
   Value(bool v) : data_(v) {}
-  Value(DateTime v) : data_(v) {}
+  Value(base::DateTime v) : data_(v) {}
   Value(std::string v) : data_(std::move(v)) {}
   Value(std::string_view v) : data_(std::string(v)) {}
   Value(const char* v) : data_(std::string(v)) {}
 
-  using Data = std::variant<std::monostate, std::int64_t, double, std::string, DateTime, bool>;
+  using Data =
+      std::variant<std::monostate, std::int64_t, double, std::string, base::DateTime, bool>;
   const Data& Get() const { return data_; }
 
   bool IsNull() const { return std::holds_alternative<std::monostate>(data_); }
@@ -39,11 +40,11 @@ class Value {
   // False for Null and 0.
   bool Bool() const;
   // Day zero for Null.
-  DateTime Date() const;
+  base::DateTime Date() const;
 
   // The same of what another tool may have written: nothing where Bool or Date would throw.
   std::optional<bool> ReadableBool() const;
-  std::optional<DateTime> ReadableDate() const;
+  std::optional<base::DateTime> ReadableDate() const;
 
   friend bool operator==(const Value&, const Value&) = default;
 
@@ -51,4 +52,4 @@ class Value {
   Data data_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::engine

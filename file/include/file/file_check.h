@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::file {
 
 // SQLite would take an empty file for a new database, and drop the journal that stands beside it;
 // nothing is opened that is not surely ours. DatabaseError 3024 when the file is not there, 3044
@@ -18,4 +18,4 @@ void RequireOurFile(const std::filesystem::path& path);
 // written back. DatabaseError as of RequireOurFile, and 3343 when it is damaged.
 std::int64_t RowsIn(const std::filesystem::path& database, std::string_view table);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

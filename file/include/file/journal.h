@@ -12,12 +12,12 @@
 
 #include "engine/database_error.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 // A journal that stands beside a database and must not be applied to it. Number is 3343.
-class JournalFailure : public DatabaseError {
+class JournalFailure : public engine::DatabaseError {
  public:
-  using DatabaseError::DatabaseError;
+  using engine::DatabaseError::DatabaseError;
 };
 
 // What the mark that follows is made of: of the file as it is without a journal.
@@ -47,4 +47,4 @@ Journal RequireOwnJournal(const std::filesystem::path& database);
 // is as that program has it, and is not read through.
 void RequireSoundJournal(const std::filesystem::path& database);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

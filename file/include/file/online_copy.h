@@ -5,7 +5,7 @@
 #include <functional>
 #include <memory>
 
-namespace brenvo {
+namespace brenvo::file {
 
 class OnlineCopy {
  public:
@@ -31,4 +31,4 @@ class OnlineCopy {
   std::unique_ptr<Files> files_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::file

@@ -6,10 +6,10 @@
 
 #include "engine/database_error.h"
 
-namespace brenvo {
+namespace brenvo::file {
 
 // DatabaseError 75: the system refuses something about this file, and why.
-DatabaseError PathFailure(const std::filesystem::path& path, const std::error_code& why);
+engine::DatabaseError PathFailure(const std::filesystem::path& path, const std::error_code& why);
 
 // Waits until the file, or the names in the directory, are on the disk, as far as the system can
 // do that; nothing when it is not there. DatabaseError 75 when the disk fails.
@@ -22,4 +22,4 @@ void RenameSafely(const std::filesystem::path& from, const std::filesystem::path
 // disk. A copy that fails leaves of `to` only what stood there before.
 void MoveSafely(const std::filesystem::path& from, const std::filesystem::path& to);
 
-}  // namespace brenvo
+}  // namespace brenvo::file

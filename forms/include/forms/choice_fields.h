@@ -6,7 +6,7 @@
 
 #include "forms/field.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 enum class CheckState { kOff = 0, kOn = 1, kGrey = 2 };
 
@@ -91,4 +91,4 @@ class Gauge : public Field {
   int minimum_, maximum_, value_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -10,7 +10,7 @@
 
 #include "forms/field.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 // What a command is, beside its name and its words; each may be left out.
 struct CommandTraits {
@@ -104,4 +104,4 @@ class ToolBar : public Field {
   std::vector<MenuItem> Items;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -11,7 +11,7 @@
 #include "forms/field_kind.h"
 #include "forms/signal.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 class Window;
 
@@ -96,8 +96,8 @@ class Panel : public Field {
   using Field::Field;
   FieldKind Kind() override { return this; }
   // The pointer's button goes down, the pointer moves, the button comes up; places in the panel.
-  std::function<void(Twips x, Twips y)> OnPointerDown, OnPointerMove;
+  std::function<void(base::Twips x, base::Twips y)> OnPointerDown, OnPointerMove;
   std::function<void()> OnPointerUp;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -5,7 +5,7 @@
 #include <utility>
 #include <variant>
 
-namespace brenvo {
+namespace brenvo::forms {
 
 class CheckBox;
 class Command;
@@ -57,4 +57,4 @@ decltype(auto) VisitField(Any& field, Cases&&... cases) {
                     field.Kind());
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -14,7 +14,7 @@
 #include "forms/tab_strip.h"
 #include "forms/text_field.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 // For who is after one kind alone, whatever others there are: the field as that kind or one that
 // derives from it; null when it is neither.
@@ -31,4 +31,4 @@ Wanted* FieldAs(Field& field) {
       field.Kind());
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

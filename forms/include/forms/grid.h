@@ -11,12 +11,12 @@
 #include "base/units.h"
 #include "forms/field.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 class Menu;
 
 // A column or row that the screen measures itself.
-constexpr Twips kOwnSize(-1);
+constexpr base::Twips kOwnSize(-1);
 
 enum class CellAlignment { kLeft, kCentre, kRight };
 
@@ -29,13 +29,13 @@ class Grid : public Field {
   virtual std::int64_t Rows() = 0;  // heading included
   virtual int Columns() = 0;
   virtual std::string Cell(std::int64_t row, int column) = 0;
-  virtual Colour BackColour(std::int64_t row, int column);
+  virtual base::Colour BackColour(std::int64_t row, int column);
   virtual std::string CellPicture(std::int64_t row, int column);  // a file; empty for none
   virtual CellAlignment Alignment(std::int64_t row, int column);
   virtual bool Bold(std::int64_t row, int column);
   // 0 hides a column, negative leaves it to the screen.
-  virtual Twips ColumnWidth(int column);
-  virtual Twips RowHeight(std::int64_t row);
+  virtual base::Twips ColumnWidth(int column);
+  virtual base::Twips RowHeight(std::int64_t row);
 
   std::int64_t Row() const { return row_; }
   int Column() const { return column_; }
@@ -76,29 +76,29 @@ class CellGrid : public Grid {
   std::int64_t Rows() override { return rows_; }
   int Columns() override { return columns_; }
   std::string Cell(std::int64_t row, int column) override;
-  Colour BackColour(std::int64_t row, int column) override;
+  base::Colour BackColour(std::int64_t row, int column) override;
   std::string CellPicture(std::int64_t row, int column) override;
   CellAlignment Alignment(std::int64_t row, int column) override;
   bool Bold(std::int64_t row, int column) override;
-  Twips ColumnWidth(int column) override;
-  Twips RowHeight(std::int64_t row) override;
+  base::Twips ColumnWidth(int column) override;
+  base::Twips RowHeight(std::int64_t row) override;
 
   void SetRows(std::int64_t rows);  // cells beyond are dropped
   void SetColumns(int columns);
   // Writing a cell outside the grid throws std::out_of_range.
   void SetCell(std::int64_t row, int column, std::string_view text);
-  void SetBackColour(std::int64_t row, int column, Colour colour);
+  void SetBackColour(std::int64_t row, int column, base::Colour colour);
   void SetCellPicture(std::int64_t row, int column, std::string_view file);
   void SetAlignment(std::int64_t row, int column, CellAlignment alignment);
   void SetBold(std::int64_t row, int column, bool bold);
-  void SetColumnWidth(int column, Twips width);
-  void SetRowHeight(std::int64_t row, Twips height);
+  void SetColumnWidth(int column, base::Twips width);
+  void SetRowHeight(std::int64_t row, base::Twips height);
   void ClearRow(std::int64_t row);
 
  private:
   struct Content {
     std::string text, picture;
-    Colour back = kWhite;
+    base::Colour back = base::kWhite;
     CellAlignment alignment = CellAlignment::kLeft;
     bool bold = false;
   };
@@ -108,8 +108,8 @@ class CellGrid : public Grid {
   std::int64_t rows_ = 0;
   int columns_ = 0;
   std::map<std::int64_t, std::vector<Content>> cells_;
-  std::map<int, Twips> widths_;
-  std::map<std::int64_t, Twips> heights_;
+  std::map<int, base::Twips> widths_;
+  std::map<std::int64_t, base::Twips> heights_;
 };
 
 // Rows that come from elsewhere, each fetched when it is shown.
@@ -129,7 +129,7 @@ class DataGrid : public Grid {
   struct ColumnOf {
     std::string heading;
     std::size_t field = 0;  // column of the rows
-    Twips width = kOwnSize;
+    base::Twips width = kOwnSize;
     std::function<std::string(const std::string&)> format;  // of the text; may be empty
   };
   using Grid::Grid;
@@ -141,7 +141,7 @@ class DataGrid : public Grid {
   std::int64_t Rows() override;
   int Columns() override { return static_cast<int>(columns_.size()); }
   std::string Cell(std::int64_t row, int column) override;
-  Twips ColumnWidth(int column) override;
+  base::Twips ColumnWidth(int column) override;
 
   // Asked before; false leaves everything as it was.
   std::function<bool(std::int64_t row, int column, std::string& text)> OnBeforeEdit;
@@ -155,4 +155,4 @@ class DataGrid : public Grid {
   std::vector<ColumnOf> columns_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -8,7 +8,7 @@
 
 #include "forms/text_field.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 class Menu;
 
@@ -62,4 +62,4 @@ class ListField : public TextField {
   int listIndex_ = -1;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -7,13 +7,13 @@
 #include "base/units.h"
 #include "forms/field.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 class PictureBox : public Field {
  public:
   struct Circle {
-    Twips x, y, radius;
-    Colour colour;
+    base::Twips x, y, radius;
+    base::Colour colour;
   };
   using Field::Field;
   FieldKind Kind() override { return this; }
@@ -27,13 +27,13 @@ class PictureBox : public Field {
   Signal<const Circle&> Drawn;
 
   // Where the picture lies in its window.
-  Twips Top() const { return top_; }
-  void SetTop(Twips top);
+  base::Twips Top() const { return top_; }
+  void SetTop(base::Twips top);
 
  private:
   std::filesystem::path picture_;
   std::vector<Circle> circles_;
-  Twips top_;
+  base::Twips top_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -9,7 +9,7 @@
 #include "base/units.h"
 #include "forms/field.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 // Positions and lengths count characters from 0.
 class RichText : public Field {
@@ -18,7 +18,7 @@ class RichText : public Field {
   static constexpr std::size_t npos = static_cast<std::size_t>(-1);
   FieldKind Kind() override { return this; }
   struct Run {
-    Colour colour;
+    base::Colour colour;
     std::string text;
   };
 
@@ -33,12 +33,12 @@ class RichText : public Field {
   std::size_t SelLength() const { return selLength_; }
   void Select(std::size_t start, std::size_t length);  // held within the text
   std::string SelText() const { return Text(selStart_, selLength_); }
-  void SetSelColour(Colour colour);
+  void SetSelColour(base::Colour colour);
 
   // As one who types at the end: the selection goes there. The text takes the colour of the
   // character before it, black at the start, or the colour told.
   void Append(std::string_view text);
-  void Append(std::string_view text, Colour colour);
+  void Append(std::string_view text, base::Colour colour);
   void Erase(std::size_t start, std::size_t length);
   // The same as SetText with the first `length` characters, without touching those.
   void CutPlain(std::size_t length);
@@ -53,20 +53,21 @@ class RichText : public Field {
     std::vector<Run> inserted;
   };
   Signal<const Edit&> Edited;
-  Signal<std::size_t, std::size_t, Colour> Recoloured;  // start, length
+  Signal<std::size_t, std::size_t, base::Colour> Recoloured;  // start, length
 
  private:
-  void Replace(std::size_t start, std::size_t length, std::u32string_view text, Colour colour);
-  unsigned char PaletteIndex(Colour colour);
+  void Replace(std::size_t start, std::size_t length, std::u32string_view text,
+               base::Colour colour);
+  unsigned char PaletteIndex(base::Colour colour);
 
   std::u32string text_;
   // The text in lower case, once something was sought in it: a terminal seeks every line that
   // comes in everything that it shows.
   mutable std::u32string folded_;
   mutable bool foldedInUse_ = false;
-  std::vector<Colour> palette_{kBlack};
+  std::vector<base::Colour> palette_{base::kBlack};
   std::vector<unsigned char> colours_;  // index into the palette, a character each
   std::size_t selStart_ = 0, selLength_ = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

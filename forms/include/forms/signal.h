@@ -7,7 +7,7 @@
 #include <memory>
 #include <utility>
 
-namespace brenvo {
+namespace brenvo::forms {
 
 // Where a Subscription leads, whatever the signal's arguments.
 class SubscriberList {
@@ -129,4 +129,4 @@ class Signal {
   std::shared_ptr<Subscribers> subscribers_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

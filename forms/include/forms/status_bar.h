@@ -7,7 +7,7 @@
 
 #include "forms/field.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 // Panels are numbered from 1.
 class StatusBar : public Field {
@@ -18,15 +18,15 @@ class StatusBar : public Field {
   const std::string& Panel(int number) const;
   void SetPanel(int number, std::string_view text);
   // 0 for as much as the text wants.
-  Twips MinimumWidth(int number) const;
-  void SetMinimumWidth(int number, Twips width);
+  base::Twips MinimumWidth(int number) const;
+  void SetMinimumWidth(int number, base::Twips width);
 
  private:
   struct PanelState {
     std::string text;
-    Twips minimumWidth;
+    base::Twips minimumWidth;
   };
   std::vector<PanelState> panels_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

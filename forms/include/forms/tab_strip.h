@@ -6,7 +6,7 @@
 
 #include "forms/choice_fields.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 // A row of tabs, the first one current. The panel of the current tab is visible, the others' are
 // not; a change of tab, pressed or assigned, shows and hides them before its change event runs.
@@ -29,4 +29,4 @@ class TabStrip : public OptionGroup {
   std::vector<Page> pages_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

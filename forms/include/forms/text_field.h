@@ -7,7 +7,7 @@
 
 #include "forms/field.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 // What a key becomes: itself, another one, or 0 when it is swallowed.
 using KeyFilter = std::function<char32_t(char32_t)>;
@@ -78,4 +78,4 @@ class DatePicker : public TextField {
   bool MayBeEmpty = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

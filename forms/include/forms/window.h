@@ -11,7 +11,7 @@
 #include "forms/field.h"
 #include "platform/window_host.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 class StatusBar;
 class WindowList;
@@ -19,14 +19,15 @@ class WindowList;
 enum class WindowState { kNormal, kMinimised, kMaximised };
 
 struct Bounds {
-  Twips left, top, width, height;
+  base::Twips left, top, width, height;
   friend bool operator==(const Bounds&, const Bounds&) = default;
 };
 
 class Window {
  public:
   // Design size in twips; a window opens there unless its logic moves it.
-  Window(WindowHost& host, std::string name, std::string caption, Twips width, Twips height);
+  Window(platform::WindowHost& host, std::string name, std::string caption, base::Twips width,
+         base::Twips height);
   virtual ~Window();
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
@@ -39,7 +40,7 @@ class Window {
   virtual void Unload() {}
 
   const std::string& Name() const { return name_; }
-  WindowHost& Host() const { return host_; }
+  platform::WindowHost& Host() const { return host_; }
   const std::string& Caption() const { return caption_; }
   void SetCaption(std::string_view caption);
 
@@ -52,17 +53,17 @@ class Window {
   Command* CancelCommand = nullptr;
 
   const Bounds& GetBounds() const { return bounds_; }
-  Twips Width() const { return bounds_.width; }
-  Twips Height() const { return bounds_.height; }
+  base::Twips Width() const { return bounds_.width; }
+  base::Twips Height() const { return bounds_.height; }
   WindowState State() const { return state_; }
   // The logic's: the screen follows; Resize runs when the size changes.
   void Move(const Bounds& bounds);
   // The operator's, reported by the screen.
   void Moved(const Bounds& bounds, WindowState state);
   // Inner size: the frame without its border, caption and menu.
-  Twips ScaleWidth() const { return scaleWidth_; }
-  Twips ScaleHeight() const { return scaleHeight_; }
-  void SetScale(Twips width, Twips height);
+  base::Twips ScaleWidth() const { return scaleWidth_; }
+  base::Twips ScaleHeight() const { return scaleHeight_; }
+  void SetScale(base::Twips width, base::Twips height);
 
   bool Loaded() const { return list_ != nullptr; }
   bool Visible() const { return visible_; }
@@ -94,10 +95,10 @@ class Window {
   // Keeps a new place; true when the size has changed.
   bool Place(const Bounds& bounds);
 
-  WindowHost& host_;
+  platform::WindowHost& host_;
   std::string name_, caption_;
   Bounds bounds_;
-  Twips scaleWidth_, scaleHeight_;
+  base::Twips scaleWidth_, scaleHeight_;
   WindowState state_ = WindowState::kNormal;
   std::vector<Field*> fields_;
   std::vector<Command*> followers_;  // commands whose state follows from functions
@@ -106,4 +107,4 @@ class Window {
   bool visible_ = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

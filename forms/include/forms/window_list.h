@@ -10,7 +10,7 @@
 
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::forms {
 
 // Windows are made by name, so that one window can open another without knowing its class. The
 // list owns them; one that unloads goes when the event in work has ended.
@@ -18,7 +18,7 @@ class WindowList {
  public:
   using Factory = std::function<std::unique_ptr<Window>()>;
 
-  explicit WindowList(WindowHost& host) : host_(host) {}
+  explicit WindowList(platform::WindowHost& host) : host_(host) {}
   ~WindowList();
 
   void Register(std::string name, Factory factory);
@@ -66,7 +66,7 @@ class WindowList {
   void Drop(Window& window);  // out of the list; it goes when the event in work has ended
   void BuryUnloaded();
 
-  WindowHost& host_;
+  platform::WindowHost& host_;
   std::map<std::string, Factory, std::less<>> factories_;
   std::vector<std::unique_ptr<Window>> owned_;
   std::vector<std::unique_ptr<Window>> unloaded_;  // until the event in work has ended
@@ -77,4 +77,4 @@ class WindowList {
   int depth_ = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::forms

@@ -9,7 +9,7 @@
 
 #include "base/units.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 using CatFrame = std::array<std::uint8_t, 5>;
 
@@ -31,11 +31,11 @@ inline constexpr std::array<CatMode, 3> kCatModes{{
 // Sets the frequency: two decimal digits a byte, from the hundreds of MHz down to the 10 Hz. From
 // 1 GHz on the digits begin with the thousands of MHz and the last one is dropped. A frequency
 // that is no such number of digits (a negative one) gives 0 where no digit stands.
-CatFrame BcdFrequency(HundredHz frequency);
+CatFrame BcdFrequency(base::HundredHz frequency);
 
 // The reading, 0 to 255, in what the transceiver has answered; nothing when that is no reply.
 std::optional<int> SMeterReading(std::string_view reply);
 
 std::string Bytes(const CatFrame& frame);
 
-}  // namespace brenvo
+}  // namespace brenvo::links

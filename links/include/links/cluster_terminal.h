@@ -15,40 +15,42 @@
 #include "links/menu_file.h"
 #include "links/spot_engine.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
-class ClusterTerminal : public Window {
+class ClusterTerminal : public forms::Window {
  public:
-  RichText Received{*this, "Received"};
-  TextField Sended{*this, "Sended", {.caption = "Invio"}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::RichText Received{*this, "Received"};
+  forms::TextField Sended{*this, "Sended", {.caption = "Invio"}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  Command cmConnect{*this, "cmConnect", "Connect", [this] { Connect(); }};
-  EntryArray CMI{*this, "CMI"};
-  Menu cmCM{*this, "cmCM", "Menu configurabile", {&CMI}};
-  Command cmCommandMode{*this, "cmCommandMode", "Command Mode", [this] { CommandMode(); }};
-  Command cmCheckCall{*this, "cmCheckCall", "Check Call", [this] { CheckCall(); }};
-  Command cmCheckLocator{*this, "cmCheckLocator", "Check Locator", [this] { CheckLocator(); }};
-  Command cmDX{*this, "cmDX", "DX", [this] { AnnounceDX(); }};
-  Menu S70{*this,
-           "S70",
-           "Comandi TNC",
-           {&cmConnect, &cmCM, &cmCommandMode, &cmCheckCall, &cmCheckLocator, &cmDX}};
+  forms::Command cmConnect{*this, "cmConnect", "Connect", [this] { Connect(); }};
+  forms::EntryArray CMI{*this, "CMI"};
+  forms::Menu cmCM{*this, "cmCM", "Menu configurabile", {&CMI}};
+  forms::Command cmCommandMode{*this, "cmCommandMode", "Command Mode", [this] { CommandMode(); }};
+  forms::Command cmCheckCall{*this, "cmCheckCall", "Check Call", [this] { CheckCall(); }};
+  forms::Command cmCheckLocator{*this, "cmCheckLocator", "Check Locator",
+                                [this] { CheckLocator(); }};
+  forms::Command cmDX{*this, "cmDX", "DX", [this] { AnnounceDX(); }};
+  forms::Menu S70{*this,
+                  "S70",
+                  "Comandi TNC",
+                  {&cmConnect, &cmCM, &cmCommandMode, &cmCheckCall, &cmCheckLocator, &cmDX}};
 
-  Command cmAutoSpelling{*this, "cmAutoSpelling", "Spelling Call"};
-  Command cmAutoCheck{*this, "cmAutoCheck", "Check Call"};
-  Menu S54{*this, "S54", "Automatismi", {&cmAutoSpelling, &cmAutoCheck}};
+  forms::Command cmAutoSpelling{*this, "cmAutoSpelling", "Spelling Call"};
+  forms::Command cmAutoCheck{*this, "cmAutoCheck", "Check Call"};
+  forms::Menu S54{*this, "S54", "Automatismi", {&cmAutoSpelling, &cmAutoCheck}};
 
   // Entry 0 lets every band through, the others one band each.
-  EntryArray Banda{*this, "Banda"};
-  Menu MB{*this, "MB", "Bande", {&Banda}};
+  forms::EntryArray Banda{*this, "Banda"};
+  forms::Menu MB{*this, "MB", "Bande", {&Banda}};
 
   MenuCommands Comandi;  // behind the entries of CMI
 
  protected:
   // The monitor marks are those of the deriving terminal, null where there is none.
-  ClusterTerminal(Session& session, std::string name, std::string caption, const SpotPolicy& policy,
-                  Command* cmMDX, Command* cmMAnnounce, Command* cmMTutto);
+  ClusterTerminal(core::Session& session, std::string name, std::string caption,
+                  const SpotPolicy& policy, forms::Command* cmMDX, forms::Command* cmMAnnounce,
+                  forms::Command* cmMTutto);
   ~ClusterTerminal() override;
 
   // The line to the cluster. Bytes are Latin-1.
@@ -65,12 +67,12 @@ class ClusterTerminal : public Window {
   // Feeds the engine with all that waits; a failure is told and ends no more than its line.
   void ReceiveWaiting();
 
-  Session& session_;
+  core::Session& session_;
   SpotEngine engine_;
 
  private:
   SpotOutside Outside();
-  std::optional<SpotBand> FindBand(Khz frequency);
+  std::optional<SpotBand> FindBand(base::Khz frequency);
   std::optional<char32_t> TakeCharacter();
   void SendText(std::string_view text, std::string_view lineEnd);
   void SendTyped();
@@ -79,11 +81,11 @@ class ClusterTerminal : public Window {
   void CheckLocator();
   void AnnounceDX();
 
-  std::unique_ptr<WavePlayer> annuncioDX_;
+  std::unique_ptr<platform::WavePlayer> annuncioDX_;
   std::string input_;  // taken from the line and not yet fed
   std::size_t inputAt_ = 0;
   bool receiving_ = false;
   bool checked_ = false;  // a call, since the operator was listened to
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -6,23 +6,23 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // Its Tag is the result when it hides: the command for the cluster, without a line end, "CANCEL",
 // or nothing when it was closed by its frame. It sends nothing by itself.
-class DxDialog : public Window {
+class DxDialog : public forms::Window {
  public:
-  explicit DxDialog(Session& session);
+  explicit DxDialog(core::Session& session);
 
-  TextField Frequenza{*this, "Frequenza", {.caption = "Frequenza", .characters = 12}};
-  TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 12}};
-  TextField Note{*this, "Note", {.caption = "Note", .characters = 24}};
-  Command cmInvia{*this, "cmInvia", "Invia", [this] { Finish(); }};
-  Command cmCancel{*this, "cmCancel", "Cancel", [this] { Cancel(); }};
+  forms::TextField Frequenza{*this, "Frequenza", {.caption = "Frequenza", .characters = 12}};
+  forms::TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 12}};
+  forms::TextField Note{*this, "Note", {.caption = "Note", .characters = 24}};
+  forms::Command cmInvia{*this, "cmInvia", "Invia", [this] { Finish(); }};
+  forms::Command cmCancel{*this, "cmCancel", "Cancel", [this] { Cancel(); }};
 
  private:
   void Finish();
   void Cancel();
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::links

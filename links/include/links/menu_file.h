@@ -9,7 +9,7 @@
 
 #include "forms/command.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // The command behind each entry of a configurable menu.
 using MenuCommands = std::array<std::string, 16>;
@@ -39,10 +39,11 @@ class ListInput {
 // the entry of that number. Entry 0 exists from the start and gets another caption, later ones are
 // added. Throws std::runtime_error (Italian) when a command is missing at the end; the pairs before
 // it stay.
-void FillMenu(std::string_view text, EntryArray& CMI, MenuCommands& Comandi);
+void FillMenu(std::string_view text, forms::EntryArray& CMI, MenuCommands& Comandi);
 
 // The same from a file, of UTF-8 (with its mark or without) or Windows-1252. A file that cannot be
 // read is an error.
-void FillMenuFromFile(const std::filesystem::path& file, EntryArray& CMI, MenuCommands& Comandi);
+void FillMenuFromFile(const std::filesystem::path& file, forms::EntryArray& CMI,
+                      MenuCommands& Comandi);
 
-}  // namespace brenvo
+}  // namespace brenvo::links

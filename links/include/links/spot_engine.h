@@ -10,7 +10,7 @@
 #include "forms/command.h"
 #include "forms/rich_text.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // When the spotted call is looked up in the log.
 enum class SpotCheck {
@@ -69,17 +69,17 @@ struct SpotBand {
 
 // The marks of a terminal. The monitor marks are null where there is no monitor.
 struct SpotMarks {
-  EntryArray& Banda;  // entry 0 is Tutte
-  Command& cmAutoSpelling;
-  Command& cmAutoCheck;
-  Command* cmMDX = nullptr;
-  Command* cmMAnnounce = nullptr;
-  Command* cmMTutto = nullptr;
+  forms::EntryArray& Banda;  // entry 0 is Tutte
+  forms::Command& cmAutoSpelling;
+  forms::Command& cmAutoCheck;
+  forms::Command* cmMDX = nullptr;
+  forms::Command* cmMAnnounce = nullptr;
+  forms::Command* cmMTutto = nullptr;
 };
 
 // What the engine asks of its terminal. A failure of any of these ends the line in work.
 struct SpotOutside {
-  std::function<std::optional<SpotBand>(Khz)> FindBand;
+  std::function<std::optional<SpotBand>(base::Khz)> FindBand;
   std::function<void(std::string_view name)> PlayWave;  // returns when it has ended
   std::function<void(std::string_view call)> ShowCheck;
   std::function<void()> Beep;
@@ -89,7 +89,7 @@ struct SpotOutside {
 
 class SpotEngine {
  public:
-  SpotEngine(const SpotPolicy& policy, RichText& Received, const SpotMarks& marks,
+  SpotEngine(const SpotPolicy& policy, forms::RichText& Received, const SpotMarks& marks,
              SpotOutside outside);
 
   // Each received character, in order. Sounds are waited for.
@@ -102,7 +102,7 @@ class SpotEngine {
 
   // The operator's clicks: each tick is flipped, and the marks that contradict it go.
   void PickBand(int entry);
-  void MonitorChanged(Command& mark);
+  void MonitorChanged(forms::Command& mark);
 
  private:
   void SkipEscape();
@@ -118,11 +118,11 @@ class SpotEngine {
                 const std::optional<std::string>& spotCall);
 
   const SpotPolicy& policy_;
-  RichText& received_;
+  forms::RichText& received_;
   SpotMarks marks_;
   SpotOutside outside_;
   std::string rxLine_;
   std::size_t rxLength_ = 0;  // its characters
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -7,22 +7,22 @@
 
 #include "links/cluster_terminal.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // The port is open as long as the window. A step of the opening that fails ends it without a
 // word: the window stands with what was loaded until then.
 class TNC : public ClusterTerminal {
  public:
-  explicit TNC(Session& session);
+  explicit TNC(core::Session& session);
 
   void Load() override;
   void Unload() override;
 
-  Command cmMDX{*this, "cmMDX", "DX", [this] { engine_.MonitorChanged(cmMDX); }};
-  Command cmMAnnounce{*this, "cmMAnnounce", "Announce",
-                      [this] { engine_.MonitorChanged(cmMAnnounce); }};
-  Command cmMTutto{*this, "cmMTutto", "Tutto", [this] { engine_.MonitorChanged(cmMTutto); }};
-  Menu CMMF{*this, "CMMF", "Monitor", {&cmMDX, &cmMAnnounce, &cmMTutto}};
+  forms::Command cmMDX{*this, "cmMDX", "DX", [this] { engine_.MonitorChanged(cmMDX); }};
+  forms::Command cmMAnnounce{*this, "cmMAnnounce", "Announce",
+                             [this] { engine_.MonitorChanged(cmMAnnounce); }};
+  forms::Command cmMTutto{*this, "cmMTutto", "Tutto", [this] { engine_.MonitorChanged(cmMTutto); }};
+  forms::Menu CMMF{*this, "CMMF", "Monitor", {&cmMDX, &cmMAnnounce, &cmMTutto}};
 
  private:
   void Open();
@@ -33,7 +33,7 @@ class TNC : public ClusterTerminal {
   void CommandMode() override;
   std::string_view TypedLineEnd() const override { return "\r"; }
 
-  std::unique_ptr<SerialPort> comm1_;
+  std::unique_ptr<platform::SerialPort> comm1_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::links

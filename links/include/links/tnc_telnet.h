@@ -7,13 +7,13 @@
 
 #include "links/cluster_terminal.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // Connects once, on opening, and closes when the other side does. An attempt that fails says
 // nothing. Telnet options are ordinary characters.
 class TNCtelnet : public ClusterTerminal {
  public:
-  explicit TNCtelnet(Session& session);
+  explicit TNCtelnet(core::Session& session);
 
   void Load() override;
   void Unload() override;
@@ -28,7 +28,7 @@ class TNCtelnet : public ClusterTerminal {
   void CommandMode() override;
   std::string_view TypedLineEnd() const override { return "\r\n"; }
 
-  std::unique_ptr<TcpClient> winsock1_;
+  std::unique_ptr<platform::TcpClient> winsock1_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::links

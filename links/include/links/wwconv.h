@@ -13,27 +13,27 @@
 #include "forms/window.h"
 #include "links/menu_file.h"
 
-namespace brenvo {
+namespace brenvo::links {
 
 // Connects once, on opening, and closes when the server does. An attempt that fails, or any other
 // step of the opening, says nothing.
-class WWConv : public Window {
+class WWConv : public forms::Window {
  public:
-  explicit WWConv(Session& session);
+  explicit WWConv(core::Session& session);
 
   void Load() override;
   void Unload() override;
 
-  RichText Received{*this, "Received"};
-  RichText ReceivedPersonal{*this, "ReceivedPersonal"};
-  TextField Sended{*this, "Sended", {.caption = "Invio"}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::RichText Received{*this, "Received"};
+  forms::RichText ReceivedPersonal{*this, "ReceivedPersonal"};
+  forms::TextField Sended{*this, "Sended", {.caption = "Invio"}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  EntryArray CMI{*this, "CMI"};
-  Menu cmCM{*this, "cmCM", "Menu configurabile", {&CMI}};
-  Command cmMessaggiPersonali{*this, "cmMessaggiPersonali", "Messaggi personali",
-                              [this] { ShowPersonal(); }};
-  Menu CMO{*this, "CMO", "Opzioni", {&cmMessaggiPersonali}};
+  forms::EntryArray CMI{*this, "CMI"};
+  forms::Menu cmCM{*this, "cmCM", "Menu configurabile", {&CMI}};
+  forms::Command cmMessaggiPersonali{*this, "cmMessaggiPersonali", "Messaggi personali",
+                                     [this] { ShowPersonal(); }};
+  forms::Menu CMO{*this, "CMO", "Opzioni", {&cmMessaggiPersonali}};
 
   MenuCommands Comandi;  // behind the entries of CMI; one with a "#" is for completing
 
@@ -47,8 +47,8 @@ class WWConv : public Window {
   void PickEntry(int entry);
   void ShowPersonal();
 
-  Session& session_;
-  std::unique_ptr<TcpClient> winsock1_;
+  core::Session& session_;
+  std::unique_ptr<platform::TcpClient> winsock1_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::links

@@ -18,11 +18,11 @@
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
 
-namespace brenvo {
+namespace brenvo::log {
 
-class LogForm : public LogWindow {
+class LogForm : public core::LogWindow {
  public:
-  explicit LogForm(Session& session);
+  explicit LogForm(core::Session& session);
   ~LogForm() override;
 
   void Load() override;
@@ -31,182 +31,188 @@ class LogForm : public LogWindow {
 
   // The contact. Each field maps to the column of Log of the same name, CallQso to Call, and
   // DataQso with Qtr to DataQso.
-  TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 14}};
-  ListField Banda{*this, "Banda", ListStyle::kDropDown, {.caption = "Banda", .characters = 8}};
-  TextField Frequenza{*this, "Frequenza", {.caption = "Frequenza", .characters = 11}};
-  ListField Modo{*this, "Modo", ListStyle::kDropDown, {.caption = "Modo", .characters = 9}};
-  TextField QrkDato{*this, "QrkDato", {.caption = "Qrk dato", .characters = 7}};
-  TextField QrkRicevuto{*this, "QrkRicevuto", {.caption = "Qrk ricevuto", .characters = 7}};
-  TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 12}};
-  TextField Qra{*this, "Qra", {.caption = "Qra", .characters = 16}};
-  TextField Qth{*this, "Qth", {.caption = "Qth", .characters = 16}};
-  TextField Note{*this, "Note", {.caption = "Note", .hint = "Doppio Click per l' help note"}};
-  DatePicker DataQso{*this, "DataQso", {.caption = "Data"}};
-  MaskedField Qtr{*this, "Qtr", "##:##", {.caption = "Qtr", .characters = 6}};
-  TextField Prefisso{
+  forms::TextField CallQso{*this, "CallQso", {.caption = "Call", .characters = 14}};
+  forms::ListField Banda{
+      *this, "Banda", forms::ListStyle::kDropDown, {.caption = "Banda", .characters = 8}};
+  forms::TextField Frequenza{*this, "Frequenza", {.caption = "Frequenza", .characters = 11}};
+  forms::ListField Modo{
+      *this, "Modo", forms::ListStyle::kDropDown, {.caption = "Modo", .characters = 9}};
+  forms::TextField QrkDato{*this, "QrkDato", {.caption = "Qrk dato", .characters = 7}};
+  forms::TextField QrkRicevuto{*this, "QrkRicevuto", {.caption = "Qrk ricevuto", .characters = 7}};
+  forms::TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 12}};
+  forms::TextField Qra{*this, "Qra", {.caption = "Qra", .characters = 16}};
+  forms::TextField Qth{*this, "Qth", {.caption = "Qth", .characters = 16}};
+  forms::TextField Note{
+      *this, "Note", {.caption = "Note", .hint = "Doppio Click per l' help note"}};
+  forms::DatePicker DataQso{*this, "DataQso", {.caption = "Data"}};
+  forms::MaskedField Qtr{*this, "Qtr", "##:##", {.caption = "Qtr", .characters = 6}};
+  forms::TextField Prefisso{
       *this,
       "Prefisso",
       {.caption = "Prefisso", .hint = "Doppio Click per la tabella prefissi", .characters = 7}};
-  TextField ZonaCQ{*this, "ZonaCQ", {.caption = "Zona CQ", .characters = 4}};
-  TextField ZonaITU{*this, "ZonaITU", {.caption = "Zona ITU", .characters = 4}};
-  TextField Continente{*this, "Continente", {.caption = "Continente", .characters = 4}};
-  ListField Country{
+  forms::TextField ZonaCQ{*this, "ZonaCQ", {.caption = "Zona CQ", .characters = 4}};
+  forms::TextField ZonaITU{*this, "ZonaITU", {.caption = "Zona ITU", .characters = 4}};
+  forms::TextField Continente{*this, "Continente", {.caption = "Continente", .characters = 4}};
+  forms::ListField Country{
       *this,
       "Country",
-      ListStyle::kCombo,
+      forms::ListStyle::kCombo,
       {.caption = "Country", .hint = "Doppio Click per tabella country", .characters = 20}};
-  ListField Provincia{
-      *this, "Provincia", ListStyle::kCombo, {.caption = "Provincia", .characters = 18}};
-  TextField Manager{*this, "Manager", {.caption = "Manager", .characters = 12}};
-  TextField Potenza{*this, "Potenza", {.caption = "Potenza", .characters = 8}};
-  ListField Propagazione{
-      *this, "Propagazione", ListStyle::kDropDown, {.caption = "Propagazione", .characters = 11}};
-  CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Qsl da inviare"}};
-  CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Qsl ricevuta"}};
-  CheckBox QslInviata{*this, "QslInviata", {.caption = "Qsl inviata"}};
-  TextField QsoNr{
+  forms::ListField Provincia{
+      *this, "Provincia", forms::ListStyle::kCombo, {.caption = "Provincia", .characters = 18}};
+  forms::TextField Manager{*this, "Manager", {.caption = "Manager", .characters = 12}};
+  forms::TextField Potenza{*this, "Potenza", {.caption = "Potenza", .characters = 8}};
+  forms::ListField Propagazione{*this,
+                                "Propagazione",
+                                forms::ListStyle::kDropDown,
+                                {.caption = "Propagazione", .characters = 11}};
+  forms::CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Qsl da inviare"}};
+  forms::CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Qsl ricevuta"}};
+  forms::CheckBox QslInviata{*this, "QslInviata", {.caption = "Qsl inviata"}};
+  forms::TextField QsoNr{
       *this,
       "QsoNr",
       {.caption = "Qso nr.", .characters = 8}};  // of the record on screen, kept across cmClear
-  TextField QsoTotali{
-      *this, "QsoTotali", {.caption = "Qso totali", .characters = 8}};    // rows of DsLog
-  TextField Qrb{*this, "Qrb", {.caption = "Qrb (km)", .characters = 8}};  // km
+  forms::TextField QsoTotali{
+      *this, "QsoTotali", {.caption = "Qso totali", .characters = 8}};           // rows of DsLog
+  forms::TextField Qrb{*this, "Qrb", {.caption = "Qrb (km)", .characters = 8}};  // km
   // A trigger without a caller: its change shows the contact with this call and locator.
-  TextField Posiziona{*this, "Posiziona"};
+  forms::TextField Posiziona{*this, "Posiziona"};
 
-  Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
-  Panel PanelGriglia{*this, "PanelGriglia"};
-  DataGrid DataGrid1{*this, "DataGrid1"};
+  forms::Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
+  forms::Panel PanelGriglia{*this, "PanelGriglia"};
+  forms::DataGrid DataGrid1{*this, "DataGrid1"};
   // Panel 1 hints, 2 the call, 3 the country, 4 the square.
-  StatusBar StatusBar1{*this, "StatusBar1", 4};
-  ToolBar Toolbar1{*this,
-                   "Toolbar1",
-                   {&cmInsert, &cmUpdate, &cmDelete, Separator{}, &cmFirst, &cmPrevious, &cmNext,
-                    &cmLast, Separator{}, &cmWorked, &cmVista, &cmSearch, &cmClear, &cmMappa,
-                    Separator{}, &cmExport, Separator{}, &cmHelp, &cmExit}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 4};
+  forms::ToolBar Toolbar1{
+      *this,
+      "Toolbar1",
+      {&cmInsert, &cmUpdate, &cmDelete, forms::Separator{}, &cmFirst, &cmPrevious, &cmNext, &cmLast,
+       forms::Separator{}, &cmWorked, &cmVista, &cmSearch, &cmClear, &cmMappa, forms::Separator{},
+       &cmExport, forms::Separator{}, &cmHelp, &cmExit}};
   // The keys of the tool bar and the button beside the time. While the grid is shown it takes all
   // of the tool bar's but its own.
-  Menu cmExport{*this, "cmExport", "Esporta", {&cmOnlyThisQso, &cmAllQso}};
-  Command cmInsert{*this,
-                   "cmInsert",
-                   "Inserisci",
-                   {.tip = "Inserisce il Qso nel log",
-                    .shortcut = "F2",
-                    .run = [this] { InsertQso(); },
-                    .enabled = [this] { return ShowsFields(); }}};
-  Command cmUpdate{*this,
-                   "cmUpdate",
-                   "Aggiorna",
-                   {.tip = "Aggiorna il Qso",
-                    .shortcut = "F3",
-                    .run = [this] { UpdateQso(); },
-                    .enabled = [this] { return OnRecord(); }}};
-  Command cmDelete{*this,
-                   "cmDelete",
-                   "Cancella",
-                   {.tip = "Cancella il Qso",
-                    .shortcut = "F4",
-                    .run = [this] { DeleteQso(); },
-                    .enabled = [this] { return OnRecord(); }}};
-  Command cmFirst{*this,
-                  "cmFirst",
-                  "Primo",
-                  {.tip = "Primo Qso",
-                   .shortcut = "Ctrl+Home",
-                   .run = [this] { GoToFirst(); },
-                   .enabled = [this] { return ShowsFields(); }}};
-  Command cmPrevious{*this,
-                     "cmPrevious",
-                     "Precedente",
-                     {.tip = "Qso precedente",
-                      .shortcut = "PgUp",
-                      .run = [this] { GoToPrevious(); },
-                      .enabled = [this] { return OnRecord(); }}};
-  Command cmNext{*this,
-                 "cmNext",
-                 "Successivo",
-                 {.tip = "Qso successivo",
-                  .shortcut = "PgDown",
-                  .run = [this] { GoToNext(); },
-                  .enabled = [this] { return OnRecord(); }}};
-  Command cmLast{*this,
-                 "cmLast",
-                 "Ultimo",
-                 {.tip = "Ultimo Qso",
-                  .shortcut = "Ctrl+End",
-                  .run = [this] { GoToLast(); },
-                  .enabled = [this] { return ShowsFields(); }}};
-  Command cmWorked{*this,
-                   "cmWorked",
-                   "Worked",
-                   {.tip = "Cerca il Qso nei collegati",
-                    .shortcut = "F6",
-                    .run = [this] { WorkedPressed(); },
-                    .enabled = [this] { return ShowsFields(); },
-                    .toggle = true}};
-  Command cmVista{*this,
-                  "cmVista",
-                  "Griglia",
-                  {.tip = "Mostra il log come griglia",
-                   .shortcut = "F7",
-                   .run = [this] { ShowGrid(ShowsFields()); },
-                   .checked = [this] { return !ShowsFields(); }}};
-  Command cmSearch{*this,
-                   "cmSearch",
-                   "Ricerca",
-                   {.tip = "Ricerca nel log",
-                    .shortcut = "F8",
-                    .run = [this] { SearchPressed(); },
-                    .enabled = [this] { return ShowsFields(); },
-                    .checked = [this] { return selected_; }}};
-  Command cmClear{*this,
-                  "cmClear",
-                  "Nuovo",
-                  {.tip = "Svuota i campi per un nuovo Qso",
-                   .shortcut = "F5",
-                   .run = [this] { ClearQso(); },
-                   .enabled = [this] { return ShowsFields(); },
-                   .focusAfter = &CallQso}};
-  Command cmMappa{*this,
-                  "cmMappa",
-                  "Mappa",
-                  {.tip = "Mostra la mappa del country",
-                   .shortcut = "F9",
-                   .run = [this] { MappaPressed(); },
-                   .enabled = [this] { return OnRecord(); },
-                   .toggle = true}};
-  Command cmOnlyThisQso{*this,
-                        "cmOnlyThisQso",
-                        "Esporta &questo Qso",
-                        {.tip = "Scrive il Qso nel file Log.ADI",
-                         .run = [this] { ExportThisQso(); },
+  forms::Menu cmExport{*this, "cmExport", "Esporta", {&cmOnlyThisQso, &cmAllQso}};
+  forms::Command cmInsert{*this,
+                          "cmInsert",
+                          "Inserisci",
+                          {.tip = "Inserisce il Qso nel log",
+                           .shortcut = "F2",
+                           .run = [this] { InsertQso(); },
+                           .enabled = [this] { return ShowsFields(); }}};
+  forms::Command cmUpdate{*this,
+                          "cmUpdate",
+                          "Aggiorna",
+                          {.tip = "Aggiorna il Qso",
+                           .shortcut = "F3",
+                           .run = [this] { UpdateQso(); },
+                           .enabled = [this] { return OnRecord(); }}};
+  forms::Command cmDelete{*this,
+                          "cmDelete",
+                          "Cancella",
+                          {.tip = "Cancella il Qso",
+                           .shortcut = "F4",
+                           .run = [this] { DeleteQso(); },
+                           .enabled = [this] { return OnRecord(); }}};
+  forms::Command cmFirst{*this,
+                         "cmFirst",
+                         "Primo",
+                         {.tip = "Primo Qso",
+                          .shortcut = "Ctrl+Home",
+                          .run = [this] { GoToFirst(); },
+                          .enabled = [this] { return ShowsFields(); }}};
+  forms::Command cmPrevious{*this,
+                            "cmPrevious",
+                            "Precedente",
+                            {.tip = "Qso precedente",
+                             .shortcut = "PgUp",
+                             .run = [this] { GoToPrevious(); },
+                             .enabled = [this] { return OnRecord(); }}};
+  forms::Command cmNext{*this,
+                        "cmNext",
+                        "Successivo",
+                        {.tip = "Qso successivo",
+                         .shortcut = "PgDown",
+                         .run = [this] { GoToNext(); },
+                         .enabled = [this] { return OnRecord(); }}};
+  forms::Command cmLast{*this,
+                        "cmLast",
+                        "Ultimo",
+                        {.tip = "Ultimo Qso",
+                         .shortcut = "Ctrl+End",
+                         .run = [this] { GoToLast(); },
                          .enabled = [this] { return ShowsFields(); }}};
-  Command cmAllQso{*this,
-                   "cmAllQso",
-                   "Esporta &tutti i Qso",
-                   {.tip = "Scrive i Qso selezionati nel file Log.ADI",
-                    .run = [this] { ExportAllQso(); },
-                    .enabled = [this] { return ShowsFields(); }}};
-  Command cmHelp{*this,
-                 "cmHelp",
-                 "Aiuto",
-                 {.tip = "Aiuto",
-                  .shortcut = "F1",
-                  .run = [this] { session_.Help(kHelpLog); },
-                  .enabled = [this] { return ShowsFields(); }}};
-  Command cmExit{*this,
-                 "cmExit",
-                 "Esci",
-                 {.tip = "Chiude il log",
-                  .run = [this] { Close(); },
-                  .enabled = [this] { return ShowsFields(); }}};
-  Command cmQtr{*this,
-                "cmQtr",
-                "Ora",
-                {.tip = "Imposta l'ora attuale",
-                 .shortcut = "F12",
-                 .run = [this] { SetTime(); },
-                 .hint = "Imposta l'ora attuale"}};
+  forms::Command cmWorked{*this,
+                          "cmWorked",
+                          "Worked",
+                          {.tip = "Cerca il Qso nei collegati",
+                           .shortcut = "F6",
+                           .run = [this] { WorkedPressed(); },
+                           .enabled = [this] { return ShowsFields(); },
+                           .toggle = true}};
+  forms::Command cmVista{*this,
+                         "cmVista",
+                         "Griglia",
+                         {.tip = "Mostra il log come griglia",
+                          .shortcut = "F7",
+                          .run = [this] { ShowGrid(ShowsFields()); },
+                          .checked = [this] { return !ShowsFields(); }}};
+  forms::Command cmSearch{*this,
+                          "cmSearch",
+                          "Ricerca",
+                          {.tip = "Ricerca nel log",
+                           .shortcut = "F8",
+                           .run = [this] { SearchPressed(); },
+                           .enabled = [this] { return ShowsFields(); },
+                           .checked = [this] { return selected_; }}};
+  forms::Command cmClear{*this,
+                         "cmClear",
+                         "Nuovo",
+                         {.tip = "Svuota i campi per un nuovo Qso",
+                          .shortcut = "F5",
+                          .run = [this] { ClearQso(); },
+                          .enabled = [this] { return ShowsFields(); },
+                          .focusAfter = &CallQso}};
+  forms::Command cmMappa{*this,
+                         "cmMappa",
+                         "Mappa",
+                         {.tip = "Mostra la mappa del country",
+                          .shortcut = "F9",
+                          .run = [this] { MappaPressed(); },
+                          .enabled = [this] { return OnRecord(); },
+                          .toggle = true}};
+  forms::Command cmOnlyThisQso{*this,
+                               "cmOnlyThisQso",
+                               "Esporta &questo Qso",
+                               {.tip = "Scrive il Qso nel file Log.ADI",
+                                .run = [this] { ExportThisQso(); },
+                                .enabled = [this] { return ShowsFields(); }}};
+  forms::Command cmAllQso{*this,
+                          "cmAllQso",
+                          "Esporta &tutti i Qso",
+                          {.tip = "Scrive i Qso selezionati nel file Log.ADI",
+                           .run = [this] { ExportAllQso(); },
+                           .enabled = [this] { return ShowsFields(); }}};
+  forms::Command cmHelp{*this,
+                        "cmHelp",
+                        "Aiuto",
+                        {.tip = "Aiuto",
+                         .shortcut = "F1",
+                         .run = [this] { session_.Help(core::kHelpLog); },
+                         .enabled = [this] { return ShowsFields(); }}};
+  forms::Command cmExit{*this,
+                        "cmExit",
+                        "Esci",
+                        {.tip = "Chiude il log",
+                         .run = [this] { Close(); },
+                         .enabled = [this] { return ShowsFields(); }}};
+  forms::Command cmQtr{*this,
+                       "cmQtr",
+                       "Ora",
+                       {.tip = "Imposta l'ora attuale",
+                        .shortcut = "F12",
+                        .run = [this] { SetTime(); },
+                        .hint = "Imposta l'ora attuale"}};
 
   void InsertQso();
   void UpdateQso();
@@ -232,8 +238,8 @@ class LogForm : public LogWindow {
   void OnBandaChange();
 
   // The record set that the commands work on.
-  std::unique_ptr<Dynaset> DsLog;
-  DataSource DataLog;
+  std::unique_ptr<engine::Dynaset> DsLog;
+  core::DataSource DataLog;
   // The values last acted on.
   std::string PrevCall, PrevLocator, PrevBanda, PrevCountry;
 
@@ -255,7 +261,7 @@ class LogForm : public LogWindow {
   void TellUnreadable(const std::string& columns);
   bool ValidateQso();
   void StoreQso();
-  DateTime TimeToStore() const;
+  base::DateTime TimeToStore() const;
   // An export of all contacts leaves DsLog at its end: back to the record it stood on.
   void ReturnFromExport();
   // The contacts of the selection have changed in the file: DsLog and the grid have them as they
@@ -266,7 +272,7 @@ class LogForm : public LogWindow {
   bool GoToContact(const std::string& number);
   void ReceiveSelection();
   void ShowGrid(bool shown);
-  void TakeSelection(std::unique_ptr<Dynaset> rows, std::string_view select);
+  void TakeSelection(std::unique_ptr<engine::Dynaset> rows, std::string_view select);
   void PositionByCall();
   // Panel 1 tells how many contacts went into a file without their date.
   void TellUndated(int contacts);
@@ -281,14 +287,14 @@ class LogForm : public LogWindow {
   void ShowStatus(int number, std::string_view condition, std::string_view subject);
   std::string ExcludedQsoNr() const;
 
-  Session& session_;
-  Bounds boundsBeforeGrid_;
-  bool toldUnreadable_ = false;           // in panel 1
-  bool recordCommands_ = false;           // there is a record for them
-  bool selected_ = false;                 // a selection is in force, or being made
-  std::optional<Bookmark> beforeExport_;  // where DsLog stood
-  bool renewsLater_ = false;              // the contacts changed while the search dialog held DsLog
-  ContactSubscription changes_;
+  core::Session& session_;
+  forms::Bounds boundsBeforeGrid_;
+  bool toldUnreadable_ = false;                   // in panel 1
+  bool recordCommands_ = false;                   // there is a record for them
+  bool selected_ = false;                         // a selection is in force, or being made
+  std::optional<engine::Bookmark> beforeExport_;  // where DsLog stood
+  bool renewsLater_ = false;  // the contacts changed while the search dialog held DsLog
+  core::ContactSubscription changes_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -12,64 +12,71 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::log {
 
 // A modal dialog. It leaves "CANCEL" in the session's SearchText, or the statement of a search
 // there and its open rows in DsSearch. A statement that fails leaves both as they were.
-class LogSearch : public Window {
+class LogSearch : public forms::Window {
  public:
-  explicit LogSearch(Session& session);
+  explicit LogSearch(core::Session& session);
 
   void Load() override;
   void Unload() override;
 
   // Each field that is not empty adds a condition.
-  MaskedField DataQso{*this, "DataQso", "##/##/####", {.caption = "Data", .characters = 10}};
-  Command cmTipoData{
+  forms::MaskedField DataQso{*this, "DataQso", "##/##/####", {.caption = "Data", .characters = 10}};
+  forms::Command cmTipoData{
       *this, "cmTipoData", "=", {.tip = "Uguale, dal giorno, fino al giorno", .run = [this] {
                                    TurnComparison();
                                  }}};
-  TextField CallQso{*this,
-                    "CallQso",
-                    {.caption = "Call",
-                     .hint = "* sta per qualsiasi testo, ? per un carattere, # per una cifra",
-                     .characters = 12}};  // with the operator's own wildcards, as the locator
-  ListField Country{*this, "Country", ListStyle::kCombo, {.caption = "Country", .characters = 22}};
-  ListField Provincia{
-      *this, "Provincia", ListStyle::kCombo, {.caption = "Provincia", .characters = 22}};
-  TextField Locator{*this,
-                    "Locator",
-                    {.caption = "Locator",
-                     .hint = "* sta per qualsiasi testo, ? per un carattere, # per una cifra",
-                     .characters = 12}};
-  ListField Banda{*this, "Banda", ListStyle::kDropDown, {.caption = "Banda", .characters = 8}};
-  ListField Modo{*this, "Modo", ListStyle::kDropDown, {.caption = "Modo", .characters = 8}};
-  ListField Propagazione{
-      *this, "Propagazione", ListStyle::kDropDown, {.caption = "Propagazione", .characters = 12}};
-  CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Qsl da inviare"}, true};
-  CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Qsl ricevuta"}, true};
-  CheckBox QslInviata{*this, "QslInviata", {.caption = "Qsl inviata"}, true};
-  TextField Note{*this,
-                 "Note",
-                 {.caption = "Note",
-                  .hint = "Testo contenuto nella nota. Doppio Click per l' help note",
-                  .characters = 24}};  // found anywhere within a note
-  OptionGroup SortOrder{
+  forms::TextField CallQso{
+      *this,
+      "CallQso",
+      {.caption = "Call",
+       .hint = "* sta per qualsiasi testo, ? per un carattere, # per una cifra",
+       .characters = 12}};  // with the operator's own wildcards, as the locator
+  forms::ListField Country{
+      *this, "Country", forms::ListStyle::kCombo, {.caption = "Country", .characters = 22}};
+  forms::ListField Provincia{
+      *this, "Provincia", forms::ListStyle::kCombo, {.caption = "Provincia", .characters = 22}};
+  forms::TextField Locator{
+      *this,
+      "Locator",
+      {.caption = "Locator",
+       .hint = "* sta per qualsiasi testo, ? per un carattere, # per una cifra",
+       .characters = 12}};
+  forms::ListField Banda{
+      *this, "Banda", forms::ListStyle::kDropDown, {.caption = "Banda", .characters = 8}};
+  forms::ListField Modo{
+      *this, "Modo", forms::ListStyle::kDropDown, {.caption = "Modo", .characters = 8}};
+  forms::ListField Propagazione{*this,
+                                "Propagazione",
+                                forms::ListStyle::kDropDown,
+                                {.caption = "Propagazione", .characters = 12}};
+  forms::CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Qsl da inviare"}, true};
+  forms::CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Qsl ricevuta"}, true};
+  forms::CheckBox QslInviata{*this, "QslInviata", {.caption = "Qsl inviata"}, true};
+  forms::TextField Note{*this,
+                        "Note",
+                        {.caption = "Note",
+                         .hint = "Testo contenuto nella nota. Doppio Click per l' help note",
+                         .characters = 24}};  // found anywhere within a note
+  forms::OptionGroup SortOrder{
       *this,
       "SortOrder",
       {"Data", "Call", "Prefisso", "Country", "Provincia", "Locator", "Qsl", "Qrb"},
       {.caption = "Ordine"}};
-  ToolBar Toolbar1{*this, "Toolbar1", {&cmSearch, &cmHelp, &cmExit}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmSearch, &cmHelp, &cmExit}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  Command cmSearch{*this,
-                   "cmSearch",
-                   "Ricerca",
-                   {.tip = "Cerca nel log", .shortcut = "F8", .run = [this] { Search(); }}};
-  Command cmHelp{*this, "cmHelp", "Aiuto", {.tip = "Aiuto", .shortcut = "F1", .run = [this] {
-                                              session_.Help(kHelpLogSearch);
-                                            }}};
-  Command cmExit{
+  forms::Command cmSearch{*this,
+                          "cmSearch",
+                          "Ricerca",
+                          {.tip = "Cerca nel log", .shortcut = "F8", .run = [this] { Search(); }}};
+  forms::Command cmHelp{*this, "cmHelp", "Aiuto", {.tip = "Aiuto", .shortcut = "F1", .run = [this] {
+                                                     session_.Help(core::kHelpLogSearch);
+                                                   }}};
+  forms::Command cmExit{
       *this, "cmExit", "Esci", {.tip = "Chiude senza cercare", .run = [this] { Cancel(); }}};
 
   void Search();
@@ -84,7 +91,7 @@ class LogSearch : public Window {
   void OnCountryChange();
   void OnNotePick();
 
-  Session& session_;
+  core::Session& session_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -8,39 +8,39 @@
 #include "core/shared_windows.h"
 #include "forms/grid.h"
 
-namespace brenvo {
+namespace brenvo::log {
 
 // In what the two browsers differ.
 struct OldQsoKind {
   std::string_view name, caption, settingsKey;
-  FeedWindow* Session::*handle;  // by which the log finds the open one
+  core::FeedWindow* core::Session::*handle;  // by which the log finds the open one
 };
 extern const OldQsoKind kOldQsoByCall;
 extern const OldQsoKind kOldQsoByLocator;
 
 // Opens empty, and is fed by the log.
-class OldQso : public FeedWindow {
+class OldQso : public core::FeedWindow {
  public:
-  OldQso(Session& session, const OldQsoKind& kind);
+  OldQso(core::Session& session, const OldQsoKind& kind);
 
   void Load() override;
   void Unload() override;
   void SetRecordSource(std::string_view select) override;
 
-  Panel PanelGriglia{*this, "PanelGriglia"};
-  DataGrid DataGrid1{*this, "DataGrid1"};
-  DataSource DataLog;
+  forms::Panel PanelGriglia{*this, "PanelGriglia"};
+  forms::DataGrid DataGrid1{*this, "DataGrid1"};
+  core::DataSource DataLog;
 
  private:
   // The contact of the current row, in the log.
   void ShowInLog();
 
-  Session& session_;
+  core::Session& session_;
   const OldQsoKind& kind_;
-  ContactSubscription changes_;
+  core::ContactSubscription changes_;
 };
 
 // Both browsers, known to the session by their names.
-void KnowOldQsoBrowsers(Session& session);
+void KnowOldQsoBrowsers(core::Session& session);
 
-}  // namespace brenvo
+}  // namespace brenvo::log

@@ -4,18 +4,18 @@
 #include "core/main_frame.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 
 // Hangs the menu "Mappa", the map's door and the operator's rectangle into the frame.
-void AttachMapViewer(Session& session, MainFrame& frame);
+void AttachMapViewer(core::Session& session, core::MainFrame& frame);
 
 // Shows MapFile with the pointer, then the overlay whose word begins `request`: what a change of
 // the main frame's HDisplayMappa runs.
-void DisplayMappa(Session& session, MainFrame& frame, std::string_view request);
+void DisplayMappa(core::Session& session, core::MainFrame& frame, std::string_view request);
 
 // Shows an image of that file name at zoom 100, unless it is shown already, and the session's
 // pointer on it; a pointer out of view comes to the middle. Whatever fails ends this without a
 // word, and what was shown stays.
-void ShowMapImage(Session& session, std::string_view fileName);
+void ShowMapImage(core::Session& session, std::string_view fileName);
 
-}  // namespace brenvo
+}  // namespace brenvo::maps

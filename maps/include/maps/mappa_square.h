@@ -9,23 +9,23 @@
 #include "forms/picture_box.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::maps {
 
 // Takes the session's selection at load and does not follow it. A load that fails leaves what it
 // has reached, without a message.
-class MappaSquare : public Window {
+class MappaSquare : public forms::Window {
  public:
-  explicit MappaSquare(Session& session);
+  explicit MappaSquare(core::Session& session);
 
   void Load() override;
   void Resize() override;
   void Unload() override;
 
-  PictureBox PicBuf1{*this, "PicBuf1"};
+  forms::PictureBox PicBuf1{*this, "PicBuf1"};
   // Twips that the picture has moved up.
-  Slider VScroll{*this, "VScroll", 0, 0, 0};
-  Command cmStampa{*this, "cmStampa", "&Print", [this] { Print(); }};
-  Command cmOnlySquare{*this, "cmOnlySquare", "&Only square", [this] { DropMap(); }};
+  forms::Slider VScroll{*this, "VScroll", 0, 0, 0};
+  forms::Command cmStampa{*this, "cmStampa", "&Print", [this] { Print(); }};
+  forms::Command cmOnlySquare{*this, "cmOnlySquare", "&Only square", [this] { DropMap(); }};
 
   void Print();
   // Leaves the circles; the map does not come back.
@@ -35,9 +35,9 @@ class MappaSquare : public Window {
   void DrawSquares();
   void DrawSquare(std::string_view square, bool confirmed);
 
-  Session& session_;
-  std::unique_ptr<Snapshot> squares_;
-  Twips pictureHeight_;
+  core::Session& session_;
+  std::unique_ptr<engine::Snapshot> squares_;
+  base::Twips pictureHeight_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::maps

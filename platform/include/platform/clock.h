@@ -5,13 +5,13 @@
 
 #include "base/date.h"
 
-namespace brenvo {
+namespace brenvo::platform {
 
 class Clock {
  public:
   virtual ~Clock() = default;
   // What the operator's clock shows.
-  virtual DateTime Now() = 0;
+  virtual base::DateTime Now() = 0;
 };
 
 // Runs OnTick again and again, an interval after it was enabled or last ran. An interval of 0
@@ -26,4 +26,4 @@ class Timer {
   std::function<void()> OnTick;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

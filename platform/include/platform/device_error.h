@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-namespace brenvo {
+namespace brenvo::platform {
 
 // A device that fails: a port that cannot be opened, a printer that is not there. What it says is
 // for the operator, in Italian.
@@ -12,4 +12,4 @@ class DeviceError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

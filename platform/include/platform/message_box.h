@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::platform {
 
 enum class MessageIcon { kNone, kInformation, kExclamation, kCritical };
 
@@ -16,4 +16,4 @@ class MessageBox {
   virtual bool AskYesNo(std::string_view title, std::string_view text) = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

@@ -6,7 +6,7 @@
 
 #include "base/units.h"
 
-namespace brenvo {
+namespace brenvo::platform {
 
 // Positions of annotations are viewport pixels, scroll positions image pixels at the zoom in
 // force. Annotations stay on the picture until another image comes.
@@ -28,7 +28,7 @@ class PictureViewer {
   virtual int ViewHeight() = 0;
 
   // Nothing where the width or the height is not above 0.
-  virtual void DrawRectangle(int x, int y, int width, int height, Colour fill) = 0;
+  virtual void DrawRectangle(int x, int y, int width, int height, base::Colour fill) = 0;
   // Transparent where the image is; nothing when the file is missing or no picture.
   virtual void DrawStamp(const std::filesystem::path& image, int x, int y) = 0;
   // A black bar, at least a pixel wide and high; nothing where both are 0.
@@ -45,4 +45,4 @@ class PictureViewer {
   virtual void Print() = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

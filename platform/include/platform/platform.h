@@ -19,7 +19,7 @@
 #include "platform/wave_player.h"
 #include "platform/window_host.h"
 
-namespace brenvo {
+namespace brenvo::platform {
 
 class Platform {
  public:
@@ -54,4 +54,4 @@ class Platform {
                                                            std::string_view suggestedName) = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

@@ -7,9 +7,11 @@
 #include "base/units.h"
 #include "platform/device_error.h"
 
-namespace brenvo {
-
+namespace brenvo::forms {
 class Window;
+}
+
+namespace brenvo::platform {
 
 // Positions are millimetres from the top left corner of the printable page. The first operation
 // begins a document, in the printer's own font; every operation throws DeviceError when there is no
@@ -22,22 +24,22 @@ class Printer {
   virtual void SetBold(bool bold) = 0;
   virtual void SetFontSize(double points) = 0;
   // The text's top left corner, or its top right one.
-  virtual void Text(Mm x, Mm y, std::string_view text) = 0;
-  virtual void TextRight(Mm x, Mm y, std::string_view text) = 0;
-  virtual void Line(Mm x1, Mm y1, Mm x2, Mm y2) = 0;
-  virtual void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) = 0;
+  virtual void Text(base::Mm x, base::Mm y, std::string_view text) = 0;
+  virtual void TextRight(base::Mm x, base::Mm y, std::string_view text) = 0;
+  virtual void Line(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2) = 0;
+  virtual void Box(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2, bool filled) = 0;
   // At the size that the file tells, else at 96 dots an inch; nothing when it is no picture.
-  virtual void Picture(const std::filesystem::path& file, Mm x, Mm y) = 0;
+  virtual void Picture(const std::filesystem::path& file, base::Mm x, base::Mm y) = 0;
   // The inside of a shown window as the screen shows it, made smaller where the page is narrower.
-  virtual void WindowImage(const Window& window, Mm x, Mm y) = 0;
+  virtual void WindowImage(const forms::Window& window, base::Mm x, base::Mm y) = 0;
   // How wide the text is in the font in use.
-  virtual Mm TextWidth(std::string_view text) = 0;
+  virtual base::Mm TextWidth(std::string_view text) = 0;
   // The pages of the next document lie on their side, or stand; those of any other stand.
   virtual void SetLandscape(bool landscape) = 0;
-  virtual Mm PageHeight() = 0;
-  virtual Mm PageWidth() = 0;
+  virtual base::Mm PageHeight() = 0;
+  virtual base::Mm PageWidth() = 0;
   virtual void NewPage() = 0;
   virtual void EndDocument() = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace brenvo {
+namespace brenvo::platform {
 
 // Shown while it lives.
 class Progress {
@@ -15,4 +15,4 @@ class Progress {
   [[nodiscard]] virtual bool Advance(std::int64_t done) = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

@@ -5,7 +5,7 @@
 
 #include "platform/device_error.h"
 
-namespace brenvo {
+namespace brenvo::platform {
 
 class ReportPrinter {
  public:
@@ -14,4 +14,4 @@ class ReportPrinter {
   virtual void Print(const std::filesystem::path& layout) = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

@@ -8,7 +8,7 @@
 
 #include "platform/device_error.h"
 
-namespace brenvo {
+namespace brenvo::platform {
 
 class SerialPort {
  public:
@@ -31,4 +31,4 @@ class SerialPort {
   std::function<void()> OnReceive;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::platform {
 
 class SettingsStore {
  public:
@@ -16,4 +16,4 @@ class SettingsStore {
                            std::string_view value) = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::platform {
 
 class TcpClient {
  public:
@@ -28,4 +28,4 @@ class TcpClient {
   std::function<void()> OnPeerClose;  // the other side has closed
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <functional>
 
-namespace brenvo {
+namespace brenvo::platform {
 
 class WavePlayer {
  public:
@@ -19,4 +19,4 @@ class WavePlayer {
   std::function<void(int code)> OnComplete;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

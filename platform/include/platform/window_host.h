@@ -5,10 +5,12 @@
 
 #include "base/units.h"
 
-namespace brenvo {
-
-class Window;
+namespace brenvo::forms {
 class Field;
+class Window;
+}  // namespace brenvo::forms
+
+namespace brenvo::platform {
 
 // Leaves every handler when the program ends at once; not an exception that anything handles.
 struct ProgramEnded {};
@@ -17,19 +19,19 @@ class WindowHost {
  public:
   virtual ~WindowHost() = default;
   // Makes the window visible and brings it forward.
-  virtual void Show(Window& window) = 0;
+  virtual void Show(forms::Window& window) = 0;
   // The same, and returns when the window is hidden or unloaded; no other window answers meanwhile.
-  virtual void ShowModal(Window& window) = 0;
-  virtual void Hide(Window& window) = 0;
+  virtual void ShowModal(forms::Window& window) = 0;
+  virtual void Hide(forms::Window& window) = 0;
   // The window is about to be destroyed.
-  virtual void Forget(Window& window) = 0;
+  virtual void Forget(forms::Window& window) = 0;
   // The window's logic moves the focus.
-  virtual void MoveFocus(Field& field) = 0;
+  virtual void MoveFocus(forms::Field& field) = 0;
   virtual void SetBusy(bool busy) = 0;
   // Lets drawing and input that wait go on.
   virtual void ProcessEvents() = 0;
-  virtual Twips ScreenWidth() = 0;
-  virtual Twips ScreenHeight() = 0;
+  virtual base::Twips ScreenWidth() = 0;
+  virtual base::Twips ScreenHeight() = 0;
   // A failure that no window handled: tells the operator, and the next event runs.
   virtual void ReportFailure(std::string_view text) = 0;
   // Ends the program at once, without the steps of a shutdown: the caller has told why. An open
@@ -49,4 +51,4 @@ class BusyPointer {
   WindowHost& host_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::platform

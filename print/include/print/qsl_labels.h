@@ -10,7 +10,7 @@
 #include "base/units.h"
 #include "platform/printer.h"
 
-namespace brenvo {
+namespace brenvo::print {
 
 // The station's own data, as the profile holds them.
 struct StationLabel {
@@ -20,15 +20,16 @@ struct StationLabel {
 // One contact, as the log holds it.
 struct QsoLabel {
   std::string Call, QrkDato, Banda, Modo, Note;
-  std::optional<DateTime> DataQso;  // nothing where it is unreadable: no date is printed
-  double Frequenza = 0;             // MHz
+  std::optional<base::DateTime> DataQso;  // nothing where it is unreadable: no date is printed
+  double Frequenza = 0;                   // MHz
   bool QslRicevuta = false;
 };
 
 // Each draws one label with its top left corner at (x, y).
-void DrawStationLabel(Printer& printer, Mm x, Mm y, const StationLabel& label);
+void DrawStationLabel(platform::Printer& printer, base::Mm x, base::Mm y,
+                      const StationLabel& label);
 // It sets no font name, and its first line keeps the size in use.
-void DrawQsoLabel(Printer& printer, Mm x, Mm y, const QsoLabel& label);
+void DrawQsoLabel(platform::Printer& printer, base::Mm x, base::Mm y, const QsoLabel& label);
 
 // What a satellite contact shows for band and mode: of a note "[up/x/down]" the pieces "up" and
 // "down"; band and mode themselves for any other mode, and where the note has no such form. The
@@ -46,10 +47,10 @@ struct LabelGeometry {
 class LabelGrid {
  public:
   explicit LabelGrid(const LabelGeometry& geometry);
-  Mm X() const { return Mm(posX_ / 10.0); }
-  Mm Y() const { return Mm(posY_ / 10.0); }
+  base::Mm X() const { return base::Mm(posX_ / 10.0); }
+  base::Mm Y() const { return base::Mm(posY_ / 10.0); }
   // To the next place, with a new page of the printer where one is due.
-  void Next(Printer& printer);
+  void Next(platform::Printer& printer);
 
  private:
   LabelGeometry geometry_;
@@ -57,4 +58,4 @@ class LabelGrid {
   int colonna_ = 1;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::print

@@ -1,11 +1,13 @@
 // Marks the cards that were printed as sent.
 #pragma once
 
-namespace brenvo {
-
+namespace brenvo::core {
 class Session;
+}
+
+namespace brenvo::print {
 
 // Asks, then marks cards owed as sent and cards received as answered, in one transaction.
-void UpdateLogForQsl(Session& session);
+void UpdateLogForQsl(core::Session& session);
 
-}  // namespace brenvo
+}  // namespace brenvo::print

@@ -5,11 +5,11 @@
 
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::print {
 
 // Reads the layout and prints the staging table by it, with progress that the operator can stop:
 // nothing is then printed.
 // LayoutError, DeviceError, or std::runtime_error when the file is not there, each in Italian.
-void RunReport(Session& session, const std::filesystem::path& layout);
+void RunReport(core::Session& session, const std::filesystem::path& layout);
 
-}  // namespace brenvo
+}  // namespace brenvo::print

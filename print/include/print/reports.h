@@ -7,10 +7,10 @@
 
 #include "core/main_frame.h"
 
-namespace brenvo {
+namespace brenvo::print {
 
 struct ReportMember {
-  Command MainFrame::*command;
+  forms::Command core::MainFrame::*command;
   std::string_view word;         // the mode word for StatSel
   std::string_view extra;        // condition that the report adds; empty for none
   std::string_view insertOrder;  // the ending of the statement that fills SLog
@@ -22,9 +22,9 @@ const std::vector<ReportMember>& ReportMembers();
 
 // Asks StatSel for contacts, stages them in SLog, keeps one for each entity, and prints. A
 // cancelled selection changes nothing.
-void PrintReport(Session& session, const ReportMember& member);
+void PrintReport(core::Session& session, const ReportMember& member);
 
 // "WHERE ..." and a further condition.
 std::string AddCondition(std::string_view where, std::string_view condition);
 
-}  // namespace brenvo
+}  // namespace brenvo::print

@@ -8,35 +8,36 @@
 #include "forms/window.h"
 #include "print/qsl_labels.h"
 
-namespace brenvo {
+namespace brenvo::print {
 
-class StampaQsl : public Window {
+class StampaQsl : public forms::Window {
  public:
-  explicit StampaQsl(Session& session);
+  explicit StampaQsl(core::Session& session);
   void Load() override;
   void Unload() override;
 
   // Tenths of a millimetre; EtichXFila in labels.
-  Slider AltezzaEtichetta{*this, "AltezzaEtichetta", 339, 700, 339, {.caption = "Altezza"}};
-  Label VAltezzaEtichetta{*this, "VAltezzaEtichetta", {.characters = 6}};
-  Slider LarghezzaEtichetta{*this, "LarghezzaEtichetta", 800, 1200, 800, {.caption = "Larghezza"}};
-  Label VLarghezzaEtichetta{*this, "VLarghezzaEtichetta", {.characters = 6}};
-  Slider SpazOrizzontale{*this, "SpazOrizzontale", 0, 300, 0, {.caption = "Orizzontale"}};
-  Label VSpazOrizzontale{*this, "VSpazOrizzontale", {.characters = 6}};
-  Slider SpazVerticale{*this, "SpazVerticale", 0, 300, 0, {.caption = "Verticale"}};
-  Label VSpazVerticale{*this, "VSpazVerticale", {.characters = 6}};
-  Slider MargineSuperiore{*this, "MargineSuperiore", 0, 200, 0, {.caption = "Superiore"}};
-  Label VMargineSuperiore{*this, "VMargineSuperiore", {.characters = 6}};
-  Slider MargineSinistro{*this, "MargineSinistro", 0, 1000, 0, {.caption = "Sinistro"}};
-  Label VMargineSinistro{*this, "VMargineSinistro", {.characters = 6}};
-  Slider EtichXFila{*this, "EtichXFila", 1, 3, 1, {.caption = "Etichette per fila"}};
-  Label VEtichXFila{*this, "VEtichXFila", {.characters = 6}};
-  CheckBox DatiQso{*this, "DatiQso", {.caption = "Dati Qso"}};
-  CheckBox DatiStazione{*this, "DatiStazione", {.caption = "Dati stazione"}};
-  Command cmPrint{*this, "cmPrint", "&Stampa", [this] { Print(); }};
-  Command cmUpdate{*this, "cmUpdate", "&Memorizza", [this] { StoreGeometry(); }};
-  Command cmHelp{*this, "cmHelp", "&Aiuto"};  // no action on this screen
-  Command cmExit{*this, "cmExit", "&Esci", [this] { Close(); }};
+  forms::Slider AltezzaEtichetta{*this, "AltezzaEtichetta", 339, 700, 339, {.caption = "Altezza"}};
+  forms::Label VAltezzaEtichetta{*this, "VAltezzaEtichetta", {.characters = 6}};
+  forms::Slider LarghezzaEtichetta{*this, "LarghezzaEtichetta",    800, 1200,
+                                   800,   {.caption = "Larghezza"}};
+  forms::Label VLarghezzaEtichetta{*this, "VLarghezzaEtichetta", {.characters = 6}};
+  forms::Slider SpazOrizzontale{*this, "SpazOrizzontale", 0, 300, 0, {.caption = "Orizzontale"}};
+  forms::Label VSpazOrizzontale{*this, "VSpazOrizzontale", {.characters = 6}};
+  forms::Slider SpazVerticale{*this, "SpazVerticale", 0, 300, 0, {.caption = "Verticale"}};
+  forms::Label VSpazVerticale{*this, "VSpazVerticale", {.characters = 6}};
+  forms::Slider MargineSuperiore{*this, "MargineSuperiore", 0, 200, 0, {.caption = "Superiore"}};
+  forms::Label VMargineSuperiore{*this, "VMargineSuperiore", {.characters = 6}};
+  forms::Slider MargineSinistro{*this, "MargineSinistro", 0, 1000, 0, {.caption = "Sinistro"}};
+  forms::Label VMargineSinistro{*this, "VMargineSinistro", {.characters = 6}};
+  forms::Slider EtichXFila{*this, "EtichXFila", 1, 3, 1, {.caption = "Etichette per fila"}};
+  forms::Label VEtichXFila{*this, "VEtichXFila", {.characters = 6}};
+  forms::CheckBox DatiQso{*this, "DatiQso", {.caption = "Dati Qso"}};
+  forms::CheckBox DatiStazione{*this, "DatiStazione", {.caption = "Dati stazione"}};
+  forms::Command cmPrint{*this, "cmPrint", "&Stampa", [this] { Print(); }};
+  forms::Command cmUpdate{*this, "cmUpdate", "&Memorizza", [this] { StoreGeometry(); }};
+  forms::Command cmHelp{*this, "cmHelp", "&Aiuto"};  // no action on this screen
+  forms::Command cmExit{*this, "cmExit", "&Esci", [this] { Close(); }};
 
   void Print();
   // Nothing in the log changes.
@@ -44,8 +45,8 @@ class StampaQsl : public Window {
 
  private:
   struct Setting {
-    Slider StampaQsl::*slider;
-    Label StampaQsl::*value;
+    forms::Slider StampaQsl::*slider;
+    forms::Label StampaQsl::*value;
     const char* key;
   };
   static const Setting kSettings[7];
@@ -53,7 +54,7 @@ class StampaQsl : public Window {
   // Labels whose date is unreadable, and so is not on them.
   int PrintLabels();
 
-  Session& session_;
+  core::Session& session_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::print

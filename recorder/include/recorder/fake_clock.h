@@ -8,22 +8,22 @@
 
 #include "platform/clock.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // Shows 03/02/2001 04:05:06 until it is set to another time. Outlives its timers.
-class FakeClock : public Clock {
+class FakeClock : public platform::Clock {
  public:
   // Runs one event; what it throws is the guard's concern.
   using EventGuard = std::function<void(const std::function<void()>&)>;
 
   FakeClock();
   ~FakeClock() override;
-  DateTime Now() override;
+  base::DateTime Now() override;
   // Only what the clock shows: running timers have as long to go as before.
-  void SetNow(DateTime now);
+  void SetNow(base::DateTime now);
   // Time passes; timers fire as they come due, the one that was set first before its equals.
   void Advance(std::int64_t milliseconds);
-  std::unique_ptr<Timer> MakeTimer();
+  std::unique_ptr<platform::Timer> MakeTimer();
   // Each tick is an event of its own.
   void SetGuard(EventGuard guard) { guard_ = std::move(guard); }
 
@@ -33,10 +33,10 @@ class FakeClock : public Clock {
 
   std::int64_t passed_ = 0;  // milliseconds since the start
   std::int64_t setAt_ = 0;   // when the clock was set, in the same terms
-  DateTime set_;
+  base::DateTime set_;
   std::uint64_t armed_ = 0;
   std::vector<FakeTimer*> timers_;
   EventGuard guard_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

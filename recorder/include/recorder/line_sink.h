@@ -4,9 +4,9 @@
 #include <functional>
 #include <string>
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // Takes a line, without its end.
 using LineSink = std::function<void(std::string)>;
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

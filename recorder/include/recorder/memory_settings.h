@@ -8,9 +8,9 @@
 
 #include "platform/settings_store.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
-class MemorySettings : public SettingsStore {
+class MemorySettings : public platform::SettingsStore {
  public:
   // By section and key.
   using Values = std::map<std::pair<std::string, std::string>, std::string>;
@@ -31,4 +31,4 @@ class MemorySettings : public SettingsStore {
   Values values_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

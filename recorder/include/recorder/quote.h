@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // A text without its control characters: \n, \r, \t, \xHH, and a backslash before a backslash.
 std::string Escaped(std::string_view text);
@@ -27,4 +27,4 @@ class FileNames {
   std::filesystem::path directory_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -11,27 +11,27 @@
 #include "platform/window_host.h"
 #include "recorder/line_sink.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // Writes `focus W.F`, `error "text"`, `end-program`, and `circle X Y radius R G B` (twips) for
 // what a shown window draws on its picture boxes. The screen is 1024 by 768 pixels.
-class RecordingHost : public WindowHost {
+class RecordingHost : public platform::WindowHost {
  public:
   explicit RecordingHost(LineSink sink) : sink_(std::move(sink)) {}
 
-  void Show(Window& window) override;
+  void Show(forms::Window& window) override;
   // Runs InModal once; Refused when it returns and the window still stands there.
-  void ShowModal(Window& window) override;
-  void Hide(Window&) override {}
-  void Forget(Window& window) override;
+  void ShowModal(forms::Window& window) override;
+  void Hide(forms::Window&) override {}
+  void Forget(forms::Window& window) override;
   // The field gets its focus event.
-  void MoveFocus(Field& field) override;
+  void MoveFocus(forms::Field& field) override;
   void SetBusy(bool busy) override { busy_ += busy ? 1 : -1; }
   void ProcessEvents() override {
     if (WhileWaiting) WhileWaiting();
   }
-  Twips ScreenWidth() override { return Twips::FromPixels(1024); }
-  Twips ScreenHeight() override { return Twips::FromPixels(768); }
+  base::Twips ScreenWidth() override { return base::Twips::FromPixels(1024); }
+  base::Twips ScreenHeight() override { return base::Twips::FromPixels(768); }
   void ReportFailure(std::string_view text) override;
   // Throws ProgramEnded.
   [[noreturn]] void EndProgram() override;
@@ -39,27 +39,28 @@ class RecordingHost : public WindowHost {
   // What happens while the station lets events run.
   std::function<void()> WhileWaiting;
   // What the operator does while a dialog waits, until it is hidden or unloaded.
-  std::function<void(Window&)> InModal;
+  std::function<void(forms::Window&)> InModal;
   // How lines call a window; its plain name unless set otherwise.
-  std::function<std::string(const Window&)> NameOf;
+  std::function<std::string(const forms::Window&)> NameOf;
 
   // The window shown last that is still there; nullptr for none.
-  Window* Front() const { return shown_.empty() ? nullptr : shown_.back(); }
+  forms::Window* Front() const { return shown_.empty() ? nullptr : shown_.back(); }
   // The dialog that waits; nullptr for none.
-  Window* Modal() const { return modals_.empty() ? nullptr : modals_.back(); }
+  forms::Window* Modal() const { return modals_.empty() ? nullptr : modals_.back(); }
   bool Busy() const { return busy_ > 0; }
   // The shown window of that name; nullptr for none.
-  Window* FindShown(std::string_view name) const;
+  forms::Window* FindShown(std::string_view name) const;
 
  private:
-  void FollowPictures(Window& window);
-  void Bring(Window& window);
+  void FollowPictures(forms::Window& window);
+  void Bring(forms::Window& window);
 
   LineSink sink_;
-  std::vector<Window*> shown_;
-  std::vector<Window*> modals_;
-  std::map<const Window*, std::vector<Subscription>> followed_;  // pictures of shown windows
+  std::vector<forms::Window*> shown_;
+  std::vector<forms::Window*> modals_;
+  std::map<const forms::Window*, std::vector<forms::Subscription>>
+      followed_;  // pictures of shown windows
   int busy_ = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -10,12 +10,12 @@
 #include "recorder/line_sink.h"
 #include "recorder/quote.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // `map image "file"`, `map zoom 100`, `map scroll X Y` (as held), `map rectangle X Y W H R G B`,
 // `map stamp "file" X Y`, `map line X Y W H`, `map text X Y "A"`, `map close`, `map refresh`,
 // `map print`. Zooming to a rectangle is a zoom and a scroll.
-class RecordingMap : public PictureViewer {
+class RecordingMap : public platform::PictureViewer {
  public:
   RecordingMap(LineSink sink, const FileNames& names) : sink_(std::move(sink)), names_(names) {}
 
@@ -30,7 +30,7 @@ class RecordingMap : public PictureViewer {
   int ViewWidth() override { return View().width; }
   int ViewHeight() override { return View().height; }
 
-  void DrawRectangle(int x, int y, int width, int height, Colour fill) override;
+  void DrawRectangle(int x, int y, int width, int height, base::Colour fill) override;
   void DrawStamp(const std::filesystem::path& image, int x, int y) override;
   void DrawLine(int x, int y, int width, int height) override;
   void DrawText(int x, int y, std::string_view text) override;
@@ -40,19 +40,19 @@ class RecordingMap : public PictureViewer {
   void Print() override;
 
   // The inner size of the frame that carries the map; 640 by 480 pixels while this is empty.
-  std::function<ImageSize()> FrameSize;
+  std::function<base::ImageSize()> FrameSize;
   // Whether the next printing fails, asked once a printing; what fails leaves no line.
   std::function<bool()> TakePrinterFailure;
 
  private:
-  ImageSize View() const { return FrameSize ? FrameSize() : ImageSize{640, 480}; }
+  base::ImageSize View() const { return FrameSize ? FrameSize() : base::ImageSize{640, 480}; }
   void HoldScroll(int x, int y);
 
   LineSink sink_;
   const FileNames& names_;
-  ImageSize image_;
+  base::ImageSize image_;
   double zoom_ = 100;
   int scrollX_ = 0, scrollY_ = 0;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -22,12 +22,12 @@
 #include "recorder/recording_waves.h"
 #include "recorder/scripted_messages.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // Every device by its part; the parts' own comments give their lines. Besides these: `beep`, and
 // `open "file"` for what is shown to the operator. The map lies in the window "Brenvo" once that is
 // shown. Outlives the session that runs on it.
-class RecordingPlatform : public Platform {
+class RecordingPlatform : public platform::Platform {
  public:
   // Lines are kept for TakeLines...
   RecordingPlatform();
@@ -41,15 +41,16 @@ class RecordingPlatform : public Platform {
   RecordingPrinter& GetPrinter() override { return printer_; }
   RecordingPrinter& Reports() override { return printer_; }
   RecordingMap& Map() override { return map_; }
-  std::unique_ptr<Timer> MakeTimer() override { return clock_.MakeTimer(); }
-  std::unique_ptr<SerialPort> MakeSerialPort() override { return serial_.MakePort(); }
-  std::unique_ptr<TcpClient> MakeTcpClient(std::string_view window) override {
+  std::unique_ptr<platform::Timer> MakeTimer() override { return clock_.MakeTimer(); }
+  std::unique_ptr<platform::SerialPort> MakeSerialPort() override { return serial_.MakePort(); }
+  std::unique_ptr<platform::TcpClient> MakeTcpClient(std::string_view window) override {
     return tcp_.Make(window);
   }
-  std::unique_ptr<WavePlayer> MakeWavePlayer() override { return waves_.MakePlayer(); }
+  std::unique_ptr<platform::WavePlayer> MakeWavePlayer() override { return waves_.MakePlayer(); }
   void Beep() override { sink_("beep"); }
   // Writes nothing; StopProgressAt makes the operator ask to stop.
-  std::unique_ptr<Progress> ShowProgress(std::string_view title, std::int64_t total) override;
+  std::unique_ptr<platform::Progress> ShowProgress(std::string_view title,
+                                                   std::int64_t total) override;
   void StopProgressAt(std::int64_t done) { stopProgressAt_ = done; }
   void Open(const std::filesystem::path& file, int topic) override;
   std::optional<std::filesystem::path> PickFile(std::string_view title,
@@ -71,7 +72,7 @@ class RecordingPlatform : public Platform {
     names_.SetDirectory(directory);
   }
   // Shorthands of the clock's.
-  void SetNow(DateTime now) { clock_.SetNow(now); }
+  void SetNow(base::DateTime now) { clock_.SetNow(now); }
   void Advance(std::int64_t milliseconds) { clock_.Advance(milliseconds); }
 
   // Answers or picks that nothing has asked for yet.
@@ -99,4 +100,4 @@ class RecordingPlatform : public Platform {
   std::int64_t stopProgressAt_ = -1;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -9,14 +9,14 @@
 #include "platform/serial_port.h"
 #include "recorder/line_sink.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // COM1 to COM4, by their numbers. Each write is a line: `sent COM1 20 20 F7`. Outlives its ports.
 class RecordingSerialLines {
  public:
   explicit RecordingSerialLines(LineSink sink) : sink_(std::move(sink)) {}
 
-  std::unique_ptr<SerialPort> MakePort();
+  std::unique_ptr<platform::SerialPort> MakePort();
 
   // Bytes come in, all of them in one event. Refused when nobody has the port open.
   void Receive(int number, std::string_view bytes);
@@ -39,4 +39,4 @@ class RecordingSerialLines {
   std::array<Line, 4> lines_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -10,7 +10,7 @@
 #include "platform/tcp_client.h"
 #include "recorder/line_sink.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // One connection a window, called by the window's name: `connect TNCtelnet "host" port`,
 // `sent TNCtelnet "text"` (bytes shown as Latin-1), `disconnect TNCtelnet` when the window closes
@@ -19,7 +19,7 @@ class RecordingTcpClients {
  public:
   explicit RecordingTcpClients(LineSink sink) : sink_(std::move(sink)) {}
 
-  std::unique_ptr<TcpClient> Make(std::string_view window);
+  std::unique_ptr<platform::TcpClient> Make(std::string_view window);
 
   // Bytes come in, all of them in one event. Refused when the window is not connected; PeerClose
   // likewise.
@@ -40,4 +40,4 @@ class RecordingTcpClients {
   std::set<std::string, std::less<>> failing_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -8,7 +8,7 @@
 #include "recorder/line_sink.h"
 #include "recorder/quote.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // `wave "file"` for a playback that is waited for, which takes no time; `wave-start "file"` for
 // one that is not, `wave-close` for each close. Outlives its players.
@@ -16,7 +16,7 @@ class RecordingWaves {
  public:
   RecordingWaves(LineSink sink, const FileNames& names) : sink_(std::move(sink)), names_(names) {}
 
-  std::unique_ptr<WavePlayer> MakePlayer();
+  std::unique_ptr<platform::WavePlayer> MakePlayer();
 
   // The playback started last completes with this code. Refused when nothing plays.
   void Complete(int code);
@@ -29,4 +29,4 @@ class RecordingWaves {
   std::vector<Player*> playing_;  // in order of starting
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // Something happened that the test or script did not foresee. No std::exception, so that no
 // handler of the program takes it for a failure of its own.
@@ -11,4 +11,4 @@ struct Refused {
   std::string reason;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -11,15 +11,15 @@
 #include "platform/message_box.h"
 #include "recorder/line_sink.h"
 
-namespace brenvo {
+namespace brenvo::recorder {
 
 // Writes `message critical "title" "text"` (exclamation, information, none) and
 // `question "title" "text" yes`. The title is the one given, empty when none is.
-class ScriptedMessages : public MessageBox {
+class ScriptedMessages : public platform::MessageBox {
  public:
   explicit ScriptedMessages(LineSink sink) : sink_(std::move(sink)) {}
 
-  void Show(MessageIcon icon, std::string_view title, std::string_view text) override;
+  void Show(platform::MessageIcon icon, std::string_view title, std::string_view text) override;
   // Takes the oldest answer; Refused when there is none.
   bool AskYesNo(std::string_view title, std::string_view text) override;
 
@@ -50,4 +50,4 @@ class ScriptedPicks {
   std::deque<std::optional<std::filesystem::path>> picks_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::recorder

@@ -4,13 +4,13 @@
 #include "core/main_frame.h"
 #include "core/session.h"
 
-namespace brenvo {
+namespace brenvo::station {
 
 // Makes all windows known to the session, opens the main frame and shows it. A start that fails
 // is reported in a critical box that says what is missing, and gives nullptr.
-MainFrame* StartStation(Session& session);
+core::MainFrame* StartStation(core::Session& session);
 
 // Closes the main frame as its close button does; false when a window refuses.
-bool StopStation(Session& session);
+bool StopStation(core::Session& session);
 
-}  // namespace brenvo
+}  // namespace brenvo::station

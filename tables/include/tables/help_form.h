@@ -6,35 +6,36 @@
 #include "forms/status_bar.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 
 // Modal. It leaves the chosen note, in square brackets, in the session's NoteChoice, which its
 // caller has emptied; left without a choice it leaves nothing.
-class HelpForm : public Window {
+class HelpForm : public forms::Window {
  public:
-  explicit HelpForm(Session& session);
+  explicit HelpForm(core::Session& session);
 
   void Load() override;
   void Unload() override;
 
-  ListField LBTipoNote{*this,
-                       "LBTipoNote",
-                       ListStyle::kOpen,
-                       {.caption = "Tipo", .hint = "Doppio click per gli elementi"}};
-  ListField LBNote{*this,
-                   "LBNote",
-                   ListStyle::kOpen,
-                   {.caption = "Nota", .hint = "Doppio click per riportare la nota nel Log"}};
-  Command cmExit{*this,
-                 "cmExit",
-                 "&Esci",
-                 {.tip = "Chiude la finestra Help",
-                  .run = [this] { Close(); },
-                  .hint = "Chiude la finestra Help"}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::ListField LBTipoNote{*this,
+                              "LBTipoNote",
+                              forms::ListStyle::kOpen,
+                              {.caption = "Tipo", .hint = "Doppio click per gli elementi"}};
+  forms::ListField LBNote{
+      *this,
+      "LBNote",
+      forms::ListStyle::kOpen,
+      {.caption = "Nota", .hint = "Doppio click per riportare la nota nel Log"}};
+  forms::Command cmExit{*this,
+                        "cmExit",
+                        "&Esci",
+                        {.tip = "Chiude la finestra Help",
+                         .run = [this] { Close(); },
+                         .hint = "Chiude la finestra Help"}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  private:
-  Session& session_;
+  core::Session& session_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -8,60 +8,62 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 
 // Works on the row that the session's country table stands on: the one chosen last from the list.
-class TabellaCountry : public Window {
+class TabellaCountry : public forms::Window {
  public:
-  explicit TabellaCountry(Session& session);
+  explicit TabellaCountry(core::Session& session);
 
   void Load() override;
   void Unload() override;
 
-  ListField LBCountry{
+  forms::ListField LBCountry{
       *this,
       "LBCountry",
-      ListStyle::kOpen,
+      forms::ListStyle::kOpen,
       {.caption = "Country",
        .hint = "Premi una lettera per ricercare o Click per richiamare i dati del country"}};
-  TextField Codice{*this, "Codice", {.caption = "Codice", .characters = 7}};
-  TextField Descrizione{*this, "Descrizione", {.caption = "Descrizione", .characters = 20}};
-  TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 9}};
+  forms::TextField Codice{*this, "Codice", {.caption = "Codice", .characters = 7}};
+  forms::TextField Descrizione{*this, "Descrizione", {.caption = "Descrizione", .characters = 20}};
+  forms::TextField Locator{*this, "Locator", {.caption = "Locator", .characters = 9}};
   // File names, which come from the list of files.
-  TextField Mappa{*this, "Mappa", {.caption = "Mappa", .characters = 16}};
-  TextField Flag{*this, "Flag", {.caption = "Flag", .characters = 16}};
-  TextField X{*this, "X", {.caption = "X", .characters = 6}};  // pixels on the map
-  TextField Y{*this, "Y", {.caption = "Y", .characters = 6}};
-  Panel Frame2{
+  forms::TextField Mappa{*this, "Mappa", {.caption = "Mappa", .characters = 16}};
+  forms::TextField Flag{*this, "Flag", {.caption = "Flag", .characters = 16}};
+  forms::TextField X{*this, "X", {.caption = "X", .characters = 6}};  // pixels on the map
+  forms::TextField Y{*this, "Y", {.caption = "Y", .characters = 6}};
+  forms::Panel Frame2{
       *this, "Frame2", {.caption = "Validità", .hint = "01/01/9999 indica nessuna data impostata"}};
   // 01/01/9999 for no date.
-  DatePicker Validita{*this, "Validita", {.caption = "Dal", .characters = 9}};
-  DatePicker Deleted{*this, "Deleted", {.caption = "Al", .characters = 9}};
-  ListField File1{
+  forms::DatePicker Validita{*this, "Validita", {.caption = "Dal", .characters = 9}};
+  forms::DatePicker Deleted{*this, "Deleted", {.caption = "Al", .characters = 9}};
+  forms::ListField File1{
       *this,
       "File1",
-      ListStyle::kOpen,
+      forms::ListStyle::kOpen,
       {.caption = "File disponibili", .hint = "File disponibili. Trascinarli su Mappa o Flag"}};
-  Command cmMappa{*this, "cmMappa", "Usa come &mappa", [this] { TakeFile(Mappa); }};
-  Command cmFlag{*this, "cmFlag", "Usa come &bandiera", [this] { TakeFile(Flag); }};
-  ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::Command cmMappa{*this, "cmMappa", "Usa come &mappa", [this] { TakeFile(Mappa); }};
+  forms::Command cmFlag{*this, "cmFlag", "Usa come &bandiera", [this] { TakeFile(Flag); }};
+  forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  Command cmInsert{*this,
-                   "cmInsert",
-                   "Inserisci",
-                   {.tip = "Inserisce il country", .shortcut = "F2", .run = [this] { Insert(); }}};
-  Command cmUpdate{
+  forms::Command cmInsert{
+      *this,
+      "cmInsert",
+      "Inserisci",
+      {.tip = "Inserisce il country", .shortcut = "F2", .run = [this] { Insert(); }}};
+  forms::Command cmUpdate{
       *this,
       "cmUpdate",
       "Aggiorna",
       {.tip = "Aggiorna il country scelto", .shortcut = "F3", .run = [this] { Update(); }}};
-  Command cmDelete{
+  forms::Command cmDelete{
       *this,
       "cmDelete",
       "Cancella",
       {.tip = "Cancella il country scelto", .shortcut = "F4", .run = [this] { Delete(); }}};
-  Command cmExit{*this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
+  forms::Command cmExit{
+      *this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
 
   void Insert();
   void Update();
@@ -70,7 +72,7 @@ class TabellaCountry : public Window {
 
  private:
   void HandleEvents();
-  void TakeFile(TextField& field);
+  void TakeFile(forms::TextField& field);
   bool SeekChosen();
   void ShowCountry();
   bool ValidateCountry();
@@ -78,7 +80,7 @@ class TabellaCountry : public Window {
   // Fills the list anew, and stands on the country that was written.
   void ReloadAndSelect();
 
-  Session& session_;
+  core::Session& session_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

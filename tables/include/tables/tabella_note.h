@@ -8,41 +8,43 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 
 // Works on the row that the session's note table stands on: the one chosen last. The list's key is
 // cut at 5 characters, so a longer type can be stored and is not found from there.
-class TabellaNote : public Window {
+class TabellaNote : public forms::Window {
  public:
-  explicit TabellaNote(Session& session);
+  explicit TabellaNote(core::Session& session);
 
   void Load() override;
   void Unload() override;
 
-  ListField LBNote{*this,
-                   "LBNote",
-                   ListStyle::kOpen,
-                   {.caption = "Note", .hint = "Doppio click per richiamare i dati della nota"}};
-  TextField Codice{*this, "Codice", {.caption = "Tipo", .characters = 7}};  // the type
-  TextField Nota{*this, "Nota", {.caption = "Nota", .characters = 20}};
-  ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::ListField LBNote{
+      *this,
+      "LBNote",
+      forms::ListStyle::kOpen,
+      {.caption = "Note", .hint = "Doppio click per richiamare i dati della nota"}};
+  forms::TextField Codice{*this, "Codice", {.caption = "Tipo", .characters = 7}};  // the type
+  forms::TextField Nota{*this, "Nota", {.caption = "Nota", .characters = 20}};
+  forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  Command cmInsert{*this,
-                   "cmInsert",
-                   "Inserisci",
-                   {.tip = "Inserisce la nota", .shortcut = "F2", .run = [this] { Insert(); }}};
-  Command cmUpdate{
+  forms::Command cmInsert{
+      *this, "cmInsert", "Inserisci", {.tip = "Inserisce la nota", .shortcut = "F2", .run = [this] {
+                                         Insert();
+                                       }}};
+  forms::Command cmUpdate{
       *this,
       "cmUpdate",
       "Aggiorna",
       {.tip = "Aggiorna la nota scelta", .shortcut = "F3", .run = [this] { Update(); }}};
-  Command cmDelete{
+  forms::Command cmDelete{
       *this,
       "cmDelete",
       "Cancella",
       {.tip = "Cancella la nota scelta", .shortcut = "F4", .run = [this] { Delete(); }}};
-  Command cmExit{*this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
+  forms::Command cmExit{
+      *this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
 
   void Insert();
   void Update();
@@ -55,7 +57,7 @@ class TabellaNote : public Window {
   void Store();
   void ReloadAndSelect();
 
-  Session& session_;
+  core::Session& session_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

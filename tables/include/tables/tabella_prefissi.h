@@ -12,44 +12,48 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 
 // Its Tag is the session's PrefixTag at loading: with "LOG" a double click leaves the row in the
 // session's ChosenPrefix and closes the window.
-class TabellaPrefissi : public Window {
+class TabellaPrefissi : public forms::Window {
  public:
-  explicit TabellaPrefissi(Session& session);
+  explicit TabellaPrefissi(core::Session& session);
 
   void Load() override;
   void Unload() override;
 
-  TextField Codice{*this, "Codice", {.caption = "Prefisso", .characters = 9}};
-  ListField Country{
-      *this, "Country", ListStyle::kDropDown, {.caption = "Country", .characters = 24}};
-  TextField ZonaCQ{*this, "ZonaCQ", {.caption = "Zona CQ", .characters = 4}};
-  TextField ZonaITU{*this, "ZonaITU", {.caption = "Zona ITU", .characters = 4}};
-  TextField Continente{*this, "Continente", {.caption = "Continente", .characters = 4}};
-  DataGrid Spread1{*this, "Spread1"};
-  ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmSearch, &cmExit}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::TextField Codice{*this, "Codice", {.caption = "Prefisso", .characters = 9}};
+  forms::ListField Country{
+      *this, "Country", forms::ListStyle::kDropDown, {.caption = "Country", .characters = 24}};
+  forms::TextField ZonaCQ{*this, "ZonaCQ", {.caption = "Zona CQ", .characters = 4}};
+  forms::TextField ZonaITU{*this, "ZonaITU", {.caption = "Zona ITU", .characters = 4}};
+  forms::TextField Continente{*this, "Continente", {.caption = "Continente", .characters = 4}};
+  forms::DataGrid Spread1{*this, "Spread1"};
+  forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmSearch, &cmExit}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  Command cmInsert{*this,
-                   "cmInsert",
-                   "Inserisci",
-                   {.tip = "Inserisce il prefisso", .shortcut = "F2", .run = [this] { Insert(); }}};
-  Command cmUpdate{*this,
-                   "cmUpdate",
-                   "Aggiorna",
-                   {.tip = "Aggiorna il prefisso", .shortcut = "F3", .run = [this] { Update(); }}};
-  Command cmDelete{*this,
-                   "cmDelete",
-                   "Cancella",
-                   {.tip = "Cancella il prefisso", .shortcut = "F4", .run = [this] { Delete(); }}};
-  Command cmSearch{*this,
-                   "cmSearch",
-                   "Ricerca",
-                   {.tip = "Cerca il prefisso", .shortcut = "F8", .run = [this] { Find(); }}};
-  Command cmExit{*this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
+  forms::Command cmInsert{
+      *this,
+      "cmInsert",
+      "Inserisci",
+      {.tip = "Inserisce il prefisso", .shortcut = "F2", .run = [this] { Insert(); }}};
+  forms::Command cmUpdate{
+      *this,
+      "cmUpdate",
+      "Aggiorna",
+      {.tip = "Aggiorna il prefisso", .shortcut = "F3", .run = [this] { Update(); }}};
+  forms::Command cmDelete{
+      *this,
+      "cmDelete",
+      "Cancella",
+      {.tip = "Cancella il prefisso", .shortcut = "F4", .run = [this] { Delete(); }}};
+  forms::Command cmSearch{
+      *this, "cmSearch", "Ricerca", {.tip = "Cerca il prefisso", .shortcut = "F8", .run = [this] {
+                                       Find();
+                                     }}};
+  forms::Command cmExit{
+      *this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
 
   void Insert();
   void Update();
@@ -68,8 +72,8 @@ class TabellaPrefissi : public Window {
   // Makes the row under the pointer the current one; false when there is none.
   bool GoToRow();
 
-  Session& session_;
-  DataSource data1_;
+  core::Session& session_;
+  core::DataSource data1_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

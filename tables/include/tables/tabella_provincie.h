@@ -10,49 +10,50 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 
-namespace brenvo {
+namespace brenvo::tables {
 
 // Works on the row that the session's province table stands on: the one chosen last.
-class TabellaProvincie : public Window {
+class TabellaProvincie : public forms::Window {
  public:
-  explicit TabellaProvincie(Session& session);
+  explicit TabellaProvincie(core::Session& session);
 
   void Load() override;
   void Unload() override;
 
-  ListField LBCountry{
+  forms::ListField LBCountry{
       *this,
       "LBCountry",
-      ListStyle::kOpen,
+      forms::ListStyle::kOpen,
       {.caption = "Country",
        .hint = "Premi una lettera per ricercare o Click per visualizzare le provincie"}};
-  ListField LBProv{
+  forms::ListField LBProv{
       *this,
       "LBProv",
-      ListStyle::kOpen,
+      forms::ListStyle::kOpen,
       {.caption = "Provincie",
        .hint = "Premi una lettera per ricercare o Click per richiamare i dati della provincia"}};
-  TextField Codice{*this, "Codice", {.caption = "Codice", .characters = 6}};
-  TextField Descrizione{*this, "Descrizione", {.caption = "Descrizione", .characters = 20}};
-  ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
-  StatusBar StatusBar1{*this, "StatusBar1", 1};
+  forms::TextField Codice{*this, "Codice", {.caption = "Codice", .characters = 6}};
+  forms::TextField Descrizione{*this, "Descrizione", {.caption = "Descrizione", .characters = 20}};
+  forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
+  forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
-  Command cmInsert{
+  forms::Command cmInsert{
       *this,
       "cmInsert",
       "Inserisci",
       {.tip = "Inserisce la provincia", .shortcut = "F2", .run = [this] { Insert(); }}};
-  Command cmUpdate{
+  forms::Command cmUpdate{
       *this,
       "cmUpdate",
       "Aggiorna",
       {.tip = "Aggiorna la provincia scelta", .shortcut = "F3", .run = [this] { Update(); }}};
-  Command cmDelete{
+  forms::Command cmDelete{
       *this,
       "cmDelete",
       "Cancella",
       {.tip = "Cancella la provincia scelta", .shortcut = "F4", .run = [this] { Delete(); }}};
-  Command cmExit{*this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
+  forms::Command cmExit{
+      *this, "cmExit", "Esci", {.tip = "Chiude la tabella", .run = [this] { Leave(); }}};
 
   void Insert();
   void Update();
@@ -67,7 +68,7 @@ class TabellaProvincie : public Window {
   void Store();
   void ReloadAndSelect();
 
-  Session& session_;
+  core::Session& session_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::tables

@@ -6,10 +6,12 @@
 #include <QObject>
 #include <QPointer>
 
-namespace brenvo {
-
+namespace brenvo::forms {
 class Window;
 class WindowList;
+}  // namespace brenvo::forms
+
+namespace brenvo::ui {
 
 // Every callback of Qt enters the logic here, so that what it throws is reported in one place and a
 // window that unloads itself goes when its event is over. Callers touch nothing of the window
@@ -20,10 +22,10 @@ class EventGate : public QObject {
   ~EventGate() override;
 
   // The list whose windows answer; null while there is no session, and events are then dropped.
-  void Attach(WindowList* windows) { windows_ = windows; }
-  WindowList* Windows() const { return windows_; }
+  void Attach(forms::WindowList* windows) { windows_ = windows; }
+  forms::WindowList* Windows() const { return windows_; }
 
-  bool BehindDialog(const Window& window) const;
+  bool BehindDialog(const forms::Window& window) const;
 
   void Run(const std::function<void()>& event);
   // An event of a device, which waits while the gate is held; dropped when `guard` has died.
@@ -57,10 +59,10 @@ class EventGate : public QObject {
   };
   void WakeUp();
 
-  WindowList* windows_ = nullptr;
+  forms::WindowList* windows_ = nullptr;
   std::deque<Waiting> waiting_;
   int holds_ = 0;
   bool wakeUpPosted_ = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -4,7 +4,7 @@
 #include <QIcon>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // The picture of a command (cmInsert, cmExit, ...), in the colour of the desktop's words and at
 // any size; null when the command has none.
@@ -13,4 +13,4 @@ QIcon CommandIcon(std::string_view command);
 // The program's own picture.
 QIcon ProgramIcon();
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -9,11 +9,11 @@
 
 #include "platform/picture_viewer.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // Left drag draws a rectangle, right or middle drag moves the picture, the wheel scrolls, Ctrl
 // and the wheel zooms. Annotations are burnt into the picture in memory and go with it.
-class MapArea : public QMdiArea, public PictureViewer {
+class MapArea : public QMdiArea, public platform::PictureViewer {
  public:
   explicit MapArea(QWidget* parent = nullptr);
 
@@ -34,7 +34,7 @@ class MapArea : public QMdiArea, public PictureViewer {
   void SetScroll(int x, int y) override;
   int ViewWidth() override { return viewport()->width(); }
   int ViewHeight() override { return viewport()->height(); }
-  void DrawRectangle(int x, int y, int width, int height, Colour fill) override;
+  void DrawRectangle(int x, int y, int width, int height, base::Colour fill) override;
   void DrawStamp(const std::filesystem::path& image, int x, int y) override;
   void DrawLine(int x, int y, int width, int height) override;
   void DrawText(int x, int y, std::string_view text) override;
@@ -75,4 +75,4 @@ class MapArea : public QMdiArea, public PictureViewer {
   Qt::MouseButton dragging_ = Qt::NoButton;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -10,7 +10,7 @@
 #include <QPointF>
 #include <QString>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 inline constexpr double kMmPerInch = 25.4;
 
@@ -54,4 +54,4 @@ class PagePainter {
   PageFont font_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

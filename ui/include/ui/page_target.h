@@ -7,7 +7,7 @@
 
 #include "ui/page_operations.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // Takes one document, page by page. Every operation may throw DeviceError, with an Italian text.
 class PageTarget {
@@ -50,4 +50,4 @@ class PaperTarget : public PageTarget {
   std::unique_ptr<PagePainter> page_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -8,7 +8,7 @@
 
 #include "ui/page_target.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // Each asks with dialogs of its own and gives null when the operator gives it up. DeviceError when
 // what he chose cannot be had.
@@ -41,4 +41,4 @@ class PlainPointer {
   std::vector<QCursor> kept_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

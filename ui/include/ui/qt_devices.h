@@ -10,14 +10,14 @@
 #include "platform/settings_store.h"
 #include "ui/event_gate.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-class QtClock : public Clock {
+class QtClock : public platform::Clock {
  public:
-  DateTime Now() override;
+  base::DateTime Now() override;
 };
 
-class QtTimer : public Timer {
+class QtTimer : public platform::Timer {
  public:
   explicit QtTimer(EventGate& gate);
   ~QtTimer() override;
@@ -33,14 +33,14 @@ class QtTimer : public Timer {
   bool enabled_ = false;
 };
 
-class QtMessageBox : public MessageBox {
+class QtMessageBox : public platform::MessageBox {
  public:
-  void Show(MessageIcon icon, std::string_view title, std::string_view text) override;
+  void Show(platform::MessageIcon icon, std::string_view title, std::string_view text) override;
   bool AskYesNo(std::string_view title, std::string_view text) override;
 };
 
 // An ini file; every change is on disk when SaveSetting returns.
-class QtSettings : public SettingsStore {
+class QtSettings : public platform::SettingsStore {
  public:
   explicit QtSettings(const std::filesystem::path& file);
   std::string GetSetting(std::string_view section, std::string_view key,
@@ -51,4 +51,4 @@ class QtSettings : public SettingsStore {
   QSettings settings_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

@@ -11,45 +11,48 @@
 #include "ui/qt_printer.h"
 #include "ui/qt_window_host.h"
 
-namespace brenvo {
-
+namespace brenvo::core {
 class Session;
+}
+
+namespace brenvo::ui {
 
 // Reports print by the station's own layouts, on the same printer as everything else.
-class StationReports : public ReportPrinter {
+class StationReports : public platform::ReportPrinter {
  public:
-  void Attach(Session* session) { session_ = session; }
+  void Attach(core::Session* session) { session_ = session; }
   void Print(const std::filesystem::path& layout) override;
 
  private:
-  Session* session_ = nullptr;
+  core::Session* session_ = nullptr;
 };
 
-class QtPlatform : public Platform {
+class QtPlatform : public platform::Platform {
  public:
   // Settings stand in the application directory.
   explicit QtPlatform(const std::filesystem::path& appPath);
   ~QtPlatform() override;
 
   // The session whose windows answer from now on; null before the session goes.
-  void Attach(Session* session);
+  void Attach(core::Session* session);
   EventGate& Gate() { return gate_; }
   QtWindowHost& Screen() { return host_; }
   // Asks this instead of the operator where documents go.
   void SendPrintsTo(QtPrinter::Chooser chooser) { printer_.SendTo(std::move(chooser)); }
 
-  Clock& GetClock() override { return clock_; }
-  MessageBox& Messages() override { return messages_; }
-  SettingsStore& Settings() override { return settings_; }
-  WindowHost& Host() override { return host_; }
-  Printer& GetPrinter() override { return printer_; }
-  ReportPrinter& Reports() override { return reports_; }
-  PictureViewer& Map() override { return host_.Map(); }
-  std::unique_ptr<Timer> MakeTimer() override;
-  std::unique_ptr<SerialPort> MakeSerialPort() override;
-  std::unique_ptr<TcpClient> MakeTcpClient(std::string_view window) override;
-  std::unique_ptr<WavePlayer> MakeWavePlayer() override;
-  std::unique_ptr<Progress> ShowProgress(std::string_view title, std::int64_t total) override;
+  platform::Clock& GetClock() override { return clock_; }
+  platform::MessageBox& Messages() override { return messages_; }
+  platform::SettingsStore& Settings() override { return settings_; }
+  platform::WindowHost& Host() override { return host_; }
+  platform::Printer& GetPrinter() override { return printer_; }
+  platform::ReportPrinter& Reports() override { return reports_; }
+  platform::PictureViewer& Map() override { return host_.Map(); }
+  std::unique_ptr<platform::Timer> MakeTimer() override;
+  std::unique_ptr<platform::SerialPort> MakeSerialPort() override;
+  std::unique_ptr<platform::TcpClient> MakeTcpClient(std::string_view window) override;
+  std::unique_ptr<platform::WavePlayer> MakeWavePlayer() override;
+  std::unique_ptr<platform::Progress> ShowProgress(std::string_view title,
+                                                   std::int64_t total) override;
   void Beep() override;
   void Open(const std::filesystem::path& file, int topic) override;
   std::optional<std::filesystem::path> PickNewFile(std::string_view title, std::string_view pattern,
@@ -66,7 +69,7 @@ class QtPlatform : public Platform {
   StationReports reports_;
   QtWindowHost host_{gate_};
   QtPrinter printer_{ChooseTarget,
-                     [this](const Window& window) { return host_.PictureOf(window); }};
+                     [this](const forms::Window& window) { return host_.PictureOf(window); }};
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

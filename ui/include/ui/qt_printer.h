@@ -8,30 +8,30 @@
 #include "platform/printer.h"
 #include "ui/page_target.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
-class QtPrinter : public Printer {
+class QtPrinter : public platform::Printer {
  public:
   // Asks the operator where a document goes; null when he cancels.
   using Chooser = std::function<std::unique_ptr<PageTarget>(bool landscape)>;
   // The inside of a window as the screen shows it.
-  using Grabber = std::function<QPixmap(const Window&)>;
+  using Grabber = std::function<QPixmap(const forms::Window&)>;
   QtPrinter(Chooser choose, Grabber grab);
   ~QtPrinter() override;
 
   void SetFont(std::string_view name, double points, bool bold) override;
   void SetBold(bool bold) override;
   void SetFontSize(double points) override;
-  void Text(Mm x, Mm y, std::string_view text) override;
-  void TextRight(Mm x, Mm y, std::string_view text) override;
-  void Line(Mm x1, Mm y1, Mm x2, Mm y2) override;
-  void Box(Mm x1, Mm y1, Mm x2, Mm y2, bool filled) override;
-  void Picture(const std::filesystem::path& file, Mm x, Mm y) override;
-  void WindowImage(const Window& window, Mm x, Mm y) override;
-  Mm TextWidth(std::string_view text) override;
+  void Text(base::Mm x, base::Mm y, std::string_view text) override;
+  void TextRight(base::Mm x, base::Mm y, std::string_view text) override;
+  void Line(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2) override;
+  void Box(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2, bool filled) override;
+  void Picture(const std::filesystem::path& file, base::Mm x, base::Mm y) override;
+  void WindowImage(const forms::Window& window, base::Mm x, base::Mm y) override;
+  base::Mm TextWidth(std::string_view text) override;
   void SetLandscape(bool landscape) override { landscape_ = landscape; }
-  Mm PageHeight() override;
-  Mm PageWidth() override;
+  base::Mm PageHeight() override;
+  base::Mm PageWidth() override;
   void NewPage() override;
   void EndDocument() override;
   // A document of one page, filled with the picture as far as its sides allow.
@@ -44,7 +44,7 @@ class QtPrinter : public Printer {
  private:
   PageTarget& Begun();
   void UseFont();
-  void DrawPicture(const QImage& image, Mm x, Mm y, double dotsPerInch);
+  void DrawPicture(const QImage& image, base::Mm x, base::Mm y, double dotsPerInch);
 
   // The target, and the font and side of the next document, as they are before it begins.
   std::unique_ptr<PageTarget> TakeDocument();
@@ -57,4 +57,4 @@ class QtPrinter : public Printer {
   bool landscape_ = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

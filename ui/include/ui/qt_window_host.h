@@ -11,10 +11,10 @@
 #include "ui/map_area.h"
 #include "ui/window_frame.h"
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // The first window that is shown is the main frame; the others stand in it, and modal ones over it.
-class QtWindowHost : public WindowHost {
+class QtWindowHost : public platform::WindowHost {
  public:
   explicit QtWindowHost(EventGate& gate);
   ~QtWindowHost() override;
@@ -22,36 +22,36 @@ class QtWindowHost : public WindowHost {
   MapArea& Map() { return *area_; }
   QMainWindow& Main() { return *main_; }
   // The inside of a shown window as it stands on the screen; null when it is not shown.
-  QPixmap PictureOf(const Window& window) const;
+  QPixmap PictureOf(const forms::Window& window) const;
   // The same with its frame.
-  QPixmap FramePictureOf(const Window& window) const;
+  QPixmap FramePictureOf(const forms::Window& window) const;
   // F1 was pressed in a window that has no command of its own there.
-  std::function<void(const Window&)> OnHelp;
+  std::function<void(const forms::Window&)> OnHelp;
   // A handler has failed: what it left half done is to be dropped.
   std::function<void()> OnFailure;
 
-  void Show(Window& window) override;
-  void ShowModal(Window& window) override;
-  void Hide(Window& window) override;
-  void Forget(Window& window) override;
-  void MoveFocus(Field& field) override;
+  void Show(forms::Window& window) override;
+  void ShowModal(forms::Window& window) override;
+  void Hide(forms::Window& window) override;
+  void Forget(forms::Window& window) override;
+  void MoveFocus(forms::Field& field) override;
   void SetBusy(bool busy) override;
   void ProcessEvents() override;
-  Twips ScreenWidth() override;
-  Twips ScreenHeight() override;
+  base::Twips ScreenWidth() override;
+  base::Twips ScreenHeight() override;
   void ReportFailure(std::string_view text) override;
   [[noreturn]] void EndProgram() override;
 
  private:
-  WindowFrame& FrameOf(Window& window, WindowFrame::Kind kind);
+  WindowFrame& FrameOf(forms::Window& window, WindowFrame::Kind kind);
   void TellActivated(QMdiSubWindow* child);
 
   EventGate& gate_;
   std::unique_ptr<QMainWindow> main_;
   MapArea* area_;
-  Window* mainWindow_ = nullptr;
-  Subscription welcome_;
-  std::map<const Window*, std::unique_ptr<WindowFrame>> frames_;
+  forms::Window* mainWindow_ = nullptr;
+  forms::Subscription welcome_;
+  std::map<const forms::Window*, std::unique_ptr<WindowFrame>> frames_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

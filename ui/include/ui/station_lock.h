@@ -4,7 +4,7 @@
 #include <QLockFile>
 #include <QString>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 // Holds the directory as long as it lives, if it got it. A lock that a crashed program left is no
 // obstacle.
@@ -19,4 +19,4 @@ class StationLock {
   QString refusal_;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

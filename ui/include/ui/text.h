@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo {
+namespace brenvo::ui {
 
 inline QString ToQt(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -54,4 +54,4 @@ inline int UnitsBefore(const QString& text, std::size_t characters) {
       QString::fromUcs4(reinterpret_cast<const char32_t*>(all.data()), count).size());
 }
 
-}  // namespace brenvo
+}  // namespace brenvo::ui

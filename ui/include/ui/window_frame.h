@@ -13,7 +13,7 @@
 
 class QMainWindow;
 
-namespace brenvo {
+namespace brenvo::ui {
 
 class WindowBuilder;
 
@@ -22,7 +22,7 @@ class WindowFrame : public QObject {
   enum class Kind { kMain, kChild, kDialog };
 
   // Builds the window's widgets. `main` is the frame that the others stand in or over.
-  WindowFrame(Window& window, Kind kind, EventGate& gate, QMainWindow& main, MapArea& area);
+  WindowFrame(forms::Window& window, Kind kind, EventGate& gate, QMainWindow& main, MapArea& area);
   // Takes the window off the screen: its fields know no widgets any more.
   ~WindowFrame() override;
 
@@ -32,7 +32,7 @@ class WindowFrame : public QObject {
   // Shows a dialog and returns when it is hidden or its window unloaded.
   void ShowModal();
   void Hide();
-  void FocusOn(Field& field);
+  void FocusOn(forms::Field& field);
   QWidget& Inside() const { return *inside_; }
   // F1, where no command of the window has taken it.
   std::function<void()> OnHelp;
@@ -55,7 +55,7 @@ class WindowFrame : public QObject {
   void KeepFocus();
   void GiveFocusBack();
 
-  Window& window_;
+  forms::Window& window_;
   Kind kind_;
   EventGate& gate_;
   QMainWindow& main_;
@@ -63,11 +63,11 @@ class WindowFrame : public QObject {
   QPointer<QWidget> outer_;
   QWidget* inside_ = nullptr;
   std::shared_ptr<Parts> parts_;
-  Subscription shown_;
+  forms::Subscription shown_;
   QEventLoop* waiting_ = nullptr;
   QPointer<QWidget> kept_;  // what has the keyboard while the toolkit hides a child for a moment
   bool placed_ = false;
   bool reportAsked_ = false;
 };
 
-}  // namespace brenvo
+}  // namespace brenvo::ui
