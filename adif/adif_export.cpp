@@ -101,7 +101,8 @@ std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_v
     if (done % kProgressStep == 0 && !progress(done)) return std::nullopt;
     std::vector<AdifField> beside;
     if (kept) beside = kept->Of(rows->Field(std::size_t{0}).Integer());
-    const std::vector<AdifField> fields = FileFields(ReadContact(*rows), beside, tables, letters);
+    const std::vector<AdifField> fields =
+        FileFields(core::ReadContact(*rows), beside, tables, letters);
     if (fields.empty()) {
       ++counts.leftOut;
       continue;

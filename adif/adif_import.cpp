@@ -109,7 +109,8 @@ class ContactWriter {
         report_(report),
         kept_(session.Db),
         repeated_(session),
-        new_(session.Db.OpenAppender("Log")) {}
+        contacts_(session.Contacts),
+        new_(contacts_.OpenAppender(session.Db)) {}
 
   // A contact that can be stored but for its time refuses itself.
   void Store(const AdifRecord& record, MappedRecord& mapped, ImportCounts& counts) {
@@ -135,7 +136,7 @@ class ContactWriter {
           record.line, mapped.contact.Call, base::TimeText(told),
           base::TimeText(mapped.contact.DataQso));
     }
-    kept_.Add(new_->Append(RowOf(mapped.contact)), mapped.kept);
+    kept_.Add(new_.Append(mapped.contact), mapped.kept);
     repeated_.Stored(mapped.contact);
     ++counts.fresh;
   }
@@ -144,19 +145,25 @@ class ContactWriter {
   bool Fill(const AdifRecord& record, MappedRecord& mapped) {
     MapRest(record, tables_, mapped);
     engine::Table& row = repeated_.Row();
-    const LogContact present = ReadContact(row);
+    const core::LogContact present = core::ReadContact(row);
     const std::int64_t qsoNr = row.Field("QsoNr").Integer();
-    bool filled = false;
-    for (const ContactColumn& column : ContactColumns()) {
-      if (!IsColumnEmpty(present, column) || IsColumnEmpty(mapped.contact, column)) continue;
+    std::vector<const core::LogColumn*> empty;
+    for (const core::LogColumn& column : core::LogColumns()) {
+      if (!core::IsColumnEmpty(present, column) || core::IsColumnEmpty(mapped.contact, column)) {
+        continue;
+      }
       // A card that went out is not to be sent again.
-      if (column.column == "QslDaInviare" && present.QslInviata) continue;
-      if (!filled) row.Edit();
-      filled = true;
-      WriteColumn(row, mapped.contact, column);
+      if (column.name == core::column::kQslDaInviare && present.QslInviata) continue;
+      empty.push_back(&column);
     }
-    if (filled) row.Update();
-    return kept_.AddMissing(qsoNr, mapped.kept) || filled;
+    if (!empty.empty()) {
+      contacts_.Change(core::ContactTable::kLog, row, [&](engine::EditableRecordset& filled) {
+        for (const core::LogColumn* column : empty) {
+          core::WriteColumn(filled, mapped.contact, *column);
+        }
+      });
+    }
+    return kept_.AddMissing(qsoNr, mapped.kept) || !empty.empty();
   }
 
   ImportOptions options_;
@@ -164,7 +171,8 @@ class ContactWriter {
   std::ostream& report_;
   KeptFields kept_;
   RepeatedInLog repeated_;
-  std::unique_ptr<engine::RowAppender> new_;
+  core::ContactDoor& contacts_;
+  core::ContactDoor::Appender new_;
 };
 
 // The words of a refusal without what stands in the record: "data non valida: 20011301".
@@ -186,6 +194,38 @@ void KeepRepairs(ImportPreview& preview, const AdifRecord& record) {
 void Widen(ImportPreview& preview, base::DateTime time) {
   if (!preview.first || time < *preview.first) preview.first = time;
   if (!preview.last || time > *preview.last) preview.last = time;
+}
+
+// None when it was stopped: then nothing is stored.
+std::optional<ImportCounts> StoreAll(core::Session& session, const std::filesystem::path& file,
+                                     const ImportOptions& options, const ImportProgress& progress,
+                                     std::ostream& report) {
+  LogFile log(file);
+  StationTables tables(session);
+  ContactWriter writer(session, options, tables, report);
+  ImportCounts counts;
+  AdifRecord record;
+  MappedRecord mapped;
+  core::Transaction transaction(session.Db);
+  while (log.Records().Next(record)) {
+    if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
+      return std::nullopt;
+    }
+    MapColumns(record, options.qsl, tables, mapped);
+    if (mapped.refusal.empty()) {
+      counts.repairs += static_cast<std::int64_t>(record.repairs.size());
+      ReportRepairs(report, record);
+      writer.Store(record, mapped, counts);
+    }
+    if (!mapped.refusal.empty()) {
+      ++counts.refused;
+      ReportRefusal(report, log.Records(), record, mapped.refusal);
+    }
+  }
+  ReportCounts(report, counts);
+  if (!report.flush()) throw std::runtime_error("Il rapporto dell'importazione non si scrive");
+  transaction.Commit();
+  return counts;
 }
 
 }  // namespace
@@ -254,31 +294,11 @@ std::optional<ImportCounts> ImportContacts(core::Session& session,
                                            const std::filesystem::path& file,
                                            const ImportOptions& options,
                                            const ImportProgress& progress, std::ostream& report) {
-  LogFile log(file);
-  StationTables tables(session);
-  ContactWriter writer(session, options, tables, report);
-  ImportCounts counts;
-  AdifRecord record;
-  MappedRecord mapped;
-  core::Transaction transaction(session.Db);
-  while (log.Records().Next(record)) {
-    if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
-      return std::nullopt;
-    }
-    MapColumns(record, options.qsl, tables, mapped);
-    if (mapped.refusal.empty()) {
-      counts.repairs += static_cast<std::int64_t>(record.repairs.size());
-      ReportRepairs(report, record);
-      writer.Store(record, mapped, counts);
-    }
-    if (!mapped.refusal.empty()) {
-      ++counts.refused;
-      ReportRefusal(report, log.Records(), record, mapped.refusal);
-    }
-  }
-  ReportCounts(report, counts);
-  if (!report.flush()) throw std::runtime_error("Il rapporto dell'importazione non si scrive");
-  transaction.Commit();
+  std::optional<ImportCounts> counts;
+  session.Contacts.ChangeMany({core::ContactTable::kLog}, [&] {
+    counts = StoreAll(session, file, options, progress, report);
+    return counts.has_value();
+  });
   return counts;
 }
 

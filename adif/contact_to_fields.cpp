@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "dxcc_entities.h"
 #include "escaped_text.h"
+#include "own_fields.h"
 #include "plain_name.h"
 
 namespace brenvo::adif {
@@ -70,15 +71,15 @@ std::vector<AdifField> With(std::vector<AdifField> fields, const std::vector<Adi
 // each import, so the field of the card is not what the column came from.
 class Reader {
  public:
-  Reader(const LogContact& contact, StationTables& tables, AdifLetters letters)
+  Reader(const core::LogContact& contact, StationTables& tables, AdifLetters letters)
       : contact_(contact), tables_(tables), letters_(letters) {}
 
-  const LogContact& Read(const std::vector<AdifField>& fields) {
+  const core::LogContact& Read(const std::vector<AdifField>& fields) {
     MapColumns(AsRead(fields, letters_), {}, tables_, mapped_);
     return mapped_.contact;
   }
   bool GivesTheSame(const std::vector<AdifField>& fields) {
-    LogContact read = Read(fields);
+    core::LogContact read = Read(fields);
     read.QslRicevuta = contact_.QslRicevuta;
     return mapped_.refusal.empty() && read == contact_;
   }
@@ -88,7 +89,7 @@ class Reader {
   }
 
  private:
-  const LogContact& contact_;
+  const core::LogContact& contact_;
   StationTables& tables_;
   AdifLetters letters_;
   MappedRecord mapped_;
@@ -107,11 +108,11 @@ std::vector<AdifField> WithOwnWords(const std::vector<AdifField>& told,
   if (words.empty()) return told;
   std::vector<AdifField> all = With(told, words);
   if (reader.GivesTheSame(all)) return all;
-  const LogContact plain = reader.Read(told);
+  const core::LogContact plain = reader.Read(told);
   std::vector<AdifField> fields = told;
   for (const AdifField& word : words) {
     std::vector<AdifField> tried = With(fields, {word});
-    LogContact read = reader.Read(tried);
+    core::LogContact read = reader.Read(tried);
     read.QslRicevuta = plain.QslRicevuta;
     if (read == plain) fields = std::move(tried);
   }
@@ -120,7 +121,7 @@ std::vector<AdifField> WithOwnWords(const std::vector<AdifField>& told,
 
 }  // namespace
 
-std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTables& tables) {
+std::vector<AdifField> ColumnFields(const core::LogContact& contact, const StationTables& tables) {
   FieldList fields;
   constexpr std::size_t kTimeDigits = 6;
   fields.Add("CALL", base::UpperAscii(contact.Call));
@@ -166,8 +167,9 @@ std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTabl
   return fields.Take();
 }
 
-std::vector<AdifField> FileFields(const LogContact& contact, const std::vector<AdifField>& kept,
-                                  StationTables& tables, AdifLetters letters) {
+std::vector<AdifField> FileFields(const core::LogContact& contact,
+                                  const std::vector<AdifField>& kept, StationTables& tables,
+                                  AdifLetters letters) {
   Reader reader(contact, tables, letters);
   std::vector<AdifField> fields = ColumnFields(contact, tables);
   constexpr std::int64_t kDay = 24 * 60 * 60;
@@ -187,11 +189,11 @@ std::vector<AdifField> FileFields(const LogContact& contact, const std::vector<A
     std::erase_if(words, [](const AdifField& word) { return word.name == "QSL_RCVD"; });
   }
   fields = WithOwnWords(fields, words, reader);
-  const LogContact read = reader.Read(fields);
-  for (const ContactColumn& column : ContactColumns()) {
-    const std::string text = ColumnText(contact, column);
-    if (ColumnText(read, column) == text) continue;
-    fields.push_back({std::string(column.field), EscapeText(text)});
+  const core::LogContact read = reader.Read(fields);
+  for (const core::LogColumn& column : core::LogColumns()) {
+    const std::string text = core::ColumnText(contact, column);
+    if (core::ColumnText(read, column) == text) continue;
+    fields.push_back({OwnField(column), EscapeText(text)});
   }
 
   std::sort(others.begin(), others.end(),

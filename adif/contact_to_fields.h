@@ -4,20 +4,21 @@
 #include <vector>
 
 #include "adif/adif_reader.h"
-#include "adif/log_contact.h"
 #include "adif/station_tables.h"
 #include "adif_writer.h"
+#include "core/log_contact.h"
 
 namespace brenvo::adif {
 
 // What the columns say in the standard's own words, in the order of the file. Columns that it has
 // no words for are left out.
-std::vector<AdifField> ColumnFields(const LogContact& contact, const StationTables& tables);
+std::vector<AdifField> ColumnFields(const core::LogContact& contact, const StationTables& tables);
 
 // The same with the fields kept beside the contact, and with this program's own fields where a
 // reader of the rest would not find the very same columns again. Empty when the contact has no
 // call or date that a log file can hold.
-std::vector<AdifField> FileFields(const LogContact& contact, const std::vector<AdifField>& kept,
-                                  StationTables& tables, AdifLetters letters);
+std::vector<AdifField> FileFields(const core::LogContact& contact,
+                                  const std::vector<AdifField>& kept, StationTables& tables,
+                                  AdifLetters letters);
 
 }  // namespace brenvo::adif

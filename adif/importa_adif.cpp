@@ -36,12 +36,13 @@ std::string Listed(const std::map<std::string, std::int64_t>& counts) {
   return text;
 }
 
-std::string CellText(const LogContact& contact, std::string_view column) {
-  for (const ContactColumn& each : ContactColumns()) {
-    if (each.column != column) continue;
-    if (column == "DataQso") return base::DateTimeText(contact.DataQso);
-    if (column == "Frequenza") return base::FormatNumber(contact.Frequenza, "#####.000");
-    const std::string text = ColumnText(contact, each);
+std::string CellText(const core::LogContact& contact, std::string_view column) {
+  for (const core::LogColumn& each : core::LogColumns()) {
+    if (each.name != column) continue;
+    if (column == core::column::kDataQso) return base::DateTimeText(contact.DataQso);
+    if (column == core::column::kFrequenza)
+      return base::FormatNumber(contact.Frequenza, "#####.000");
+    const std::string text = core::ColumnText(contact, each);
     if (column.starts_with("Qsl")) return text == "Y" ? "Sì" : "No";
     return text;
   }
@@ -220,7 +221,6 @@ void ImportaAdif::Import() {
                              "Importazione interrotta: nessun record e' stato importato.");
     return;
   }
-  session_.Changes.AnnounceMany(core::ContactTable::kLog);
   std::string text = fmt::format(
       "Record letti: {}\nImportati: {}\nRipetuti: {} (completati: {})\nRifiutati: {}\n",
       counts->read, counts->fresh, counts->repeated, counts->completed, counts->refused);

@@ -15,6 +15,7 @@
 #include "contact_to_fields.h"
 #include "dxcc_entities.h"
 #include "escaped_text.h"
+#include "own_fields.h"
 #include "plain_name.h"
 
 namespace brenvo::adif {
@@ -106,8 +107,6 @@ const KnownField* FindKnown(std::string_view name) {
   return found == kByName.end() ? nullptr : found->second;
 }
 
-constexpr std::string_view kOwnPrefix = "APP_BRENVO_";
-
 // The record's fields by what they are; an empty text for what it does not say.
 class Fields {
  public:
@@ -145,7 +144,7 @@ bool IsCall(std::string_view call) {
 }
 
 // Empty when call, date and time are right.
-std::string MapWhoAndWhen(const Fields& fields, LogContact& contact) {
+std::string MapWhoAndWhen(const Fields& fields, core::LogContact& contact) {
   contact.Call = base::UpperAscii(fields[kCall]);
   if (contact.Call.empty()) return "manca il nominativo (CALL)";
   if (!IsCall(contact.Call)) return fmt::format("nominativo non valido: {}", fields[kCall]);
@@ -182,7 +181,7 @@ std::string Unreadable(const AdifRecord& record, const Fields& fields) {
   return {};
 }
 
-void MapBand(const Fields& fields, const StationTables& tables, LogContact& contact) {
+void MapBand(const Fields& fields, const StationTables& tables, core::LogContact& contact) {
   const AdifBand* band = FindAdifBand(fields[kBand]);
   double frequency = NumberIn(fields[kFreq]).value_or(0);
   // Kilohertz where megahertz are due.
@@ -203,7 +202,7 @@ void MapBand(const Fields& fields, const StationTables& tables, LogContact& cont
                           : tables.FrequencyOf(contact.Banda).Value();
 }
 
-void MapMode(const Fields& fields, StationTables& tables, LogContact& contact) {
+void MapMode(const Fields& fields, StationTables& tables, core::LogContact& contact) {
   contact.Modo = tables.ModoOf(fields[kMode], fields[kSubmode]);
   contact.Propagazione = tables.PropagazioneOf(fields[kPropMode]);
   if (!fields.Says(kSatName)) return;
@@ -217,7 +216,7 @@ void MapMode(const Fields& fields, StationTables& tables, LogContact& contact) {
 }
 
 // Where the record is silent the prefix table speaks.
-void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact) {
+void MapCountry(const Fields& fields, StationTables& tables, core::LogContact& contact) {
   const PrefixFacts& prefix = tables.Prefix(contact.Call);
   contact.Prefisso = prefix.Prefisso;
   constexpr std::size_t kLongestPrefix = 5;
@@ -250,7 +249,7 @@ void MapCountry(const Fields& fields, StationTables& tables, LogContact& contact
     contact.Provincia = province;
 }
 
-void MapQsl(const Fields& fields, const QslChoice& choice, LogContact& contact) {
+void MapQsl(const Fields& fields, const QslChoice& choice, core::LogContact& contact) {
   const auto is = [&](Known known, std::string_view words) {
     return fields[known].size() == 1 && words.find(base::UpperAscii(fields[known])) != words.npos;
   };
@@ -262,7 +261,7 @@ void MapQsl(const Fields& fields, const QslChoice& choice, LogContact& contact) 
                         (choice.eqsl && is(kEqslRcvd, kReceived));
 }
 
-void MapNote(const Fields& fields, LogContact& contact) {
+void MapNote(const Fields& fields, core::LogContact& contact) {
   if (!contact.Note.empty()) return;  // the satellite's shorthand stands alone, for the labels
   contact.Note = Line(fields[kComment]);
   const std::string notes = Line(fields[kNotes]);
@@ -270,11 +269,12 @@ void MapNote(const Fields& fields, LogContact& contact) {
   contact.Note += (contact.Note.empty() ? "" : " ") + notes;
 }
 
-void MapOwnFields(const AdifRecord& record, LogContact& contact) {
+void MapOwnFields(const AdifRecord& record, core::LogContact& contact) {
   for (const AdifField& field : record.fields) {
-    if (!field.name.starts_with(kOwnPrefix)) continue;
-    for (const ContactColumn& column : ContactColumns()) {
-      if (column.field == field.name) SetColumnText(contact, column, UnescapeText(field.value));
+    if (!field.name.starts_with(kOwnFieldPrefix)) continue;
+    for (const core::LogColumn& column : core::LogColumns()) {
+      if (OwnField(column) != field.name) continue;
+      core::SetColumnText(contact, column, UnescapeText(field.value));
     }
   }
 }
@@ -327,7 +327,7 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   mapped.refusal = record.fault;
   if (!mapped.refusal.empty()) return;
   const Fields fields(record);
-  LogContact& contact = mapped.contact;
+  core::LogContact& contact = mapped.contact;
   mapped.refusal = MapWhoAndWhen(fields, contact);
   if (mapped.refusal.empty()) mapped.refusal = Unreadable(record, fields);
   if (!mapped.refusal.empty()) return;
@@ -349,9 +349,9 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   MapQsl(fields, choice, contact);
   MapNote(fields, contact);
   MapOwnFields(record, contact);
-  if (const ContactColumn* column = ColumnTooSmall(contact)) {
-    mapped.refusal = fmt::format("un valore non sta nella colonna {}: {}", column->column,
-                                 ColumnText(contact, *column));
+  if (const core::LogColumn* column = core::ColumnTooSmall(contact)) {
+    mapped.refusal = fmt::format("un valore non sta nella colonna {}: {}", column->name,
+                                 core::ColumnText(contact, *column));
   }
 }
 
@@ -377,7 +377,7 @@ void MapRest(const AdifRecord& record, const StationTables& tables, MappedRecord
     }
   }
   for (const AdifField& field : record.fields) {
-    if (field.value.empty() || field.name.starts_with(kOwnPrefix)) continue;
+    if (field.value.empty() || field.name.starts_with(kOwnFieldPrefix)) continue;
     const KnownField* known = FindKnown(field.name);
     if (known != nullptr && known->column) {
       const bool given = std::any_of(told.begin(), told.end(), [&](const AdifField& each) {

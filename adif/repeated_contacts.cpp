@@ -76,7 +76,7 @@ bool IsInLog(std::uint64_t packed) { return (packed >> 7 & 1u) != 0; }
 
 }  // namespace
 
-ModeKey ModeKeyOf(const LogContact& contact) {
+ModeKey ModeKeyOf(const core::LogContact& contact) {
   std::string word = base::Trim(contact.Modo);
   if (word == kSatellite) word = ParseSatelliteNote(contact.Note).mode;
   if (word.empty() || IsModeGroup(word)) return {};
@@ -97,7 +97,7 @@ base::DateTime AtSecond(base::DateTime time, int second) {
   return base::DateTime::FromSeconds(time.Seconds() - SecondOf(time) + second);
 }
 
-InMinute InMinuteOf(const LogContact& contact) {
+InMinute InMinuteOf(const core::LogContact& contact) {
   const int second = SecondOf(contact.DataQso);
   return {second, ModeKeyOf(contact), second != 0};
 }
@@ -134,7 +134,7 @@ RepeatedInLog::RepeatedInLog(core::Session& session) : table_(session.Db.OpenTab
   kept_->SetIndex("PrimaryKey");
 }
 
-void RepeatedInLog::Stored(const LogContact& contact) {
+void RepeatedInLog::Stored(const core::LogContact& contact) {
   if (contact.DataQso < emptyFrom_ || contact.DataQso >= emptyTo_) return;
   emptyFrom_ = AtSecond(contact.DataQso, kMinute);
 }
@@ -147,7 +147,7 @@ bool RepeatedInLog::WasToldWithoutSeconds(std::int64_t qsoNr, base::DateTime sto
   return told && SecondOf(*told) == 0 && *told == MinuteOf(stored.TimePart());
 }
 
-Placement RepeatedInLog::Find(const LogContact& contact) {
+Placement RepeatedInLog::Find(const core::LogContact& contact) {
   const base::DateTime minute = MinuteOf(contact.DataQso);
   const base::DateTime end = AtSecond(minute, kMinute);
   present_.clear();
@@ -161,24 +161,26 @@ Placement RepeatedInLog::Find(const LogContact& contact) {
   InMinute wanted;
   for (; !table_->EOF_(); table_->MoveNext()) {
     // Another tool may have made it unreadable, and it stands somewhere between the others.
-    const std::optional<base::DateTime> at = table_->Field("DataQso").ReadableDate();
+    const std::optional<base::DateTime> at = table_->Field(core::column::kDataQso).ReadableDate();
     if (!at) continue;
     if (*at >= end) {
       emptyTo_ = *at;
       break;
     }
     emptyFrom_ = end;
-    if (!base::SameText(base::RTrim(table_->Field("Call").Text()), base::RTrim(contact.Call)) ||
-        !base::SameText(base::RTrim(table_->Field("Banda").Text()), base::RTrim(contact.Banda))) {
+    if (!base::SameText(base::RTrim(table_->Field(core::column::kCall).Text()),
+                        base::RTrim(contact.Call)) ||
+        !base::SameText(base::RTrim(table_->Field(core::column::kBanda).Text()),
+                        base::RTrim(contact.Banda))) {
       continue;
     }
     if (present_.empty()) wanted = InMinuteOf(contact);
-    LogContact there;
+    core::LogContact there;
     there.DataQso = *at;
-    there.Modo = table_->Field("Modo").Text();
-    if (there.Modo == kSatellite) there.Note = table_->Field("Note").Text();
+    there.Modo = table_->Field(core::column::kModo).Text();
+    if (there.Modo == kSatellite) there.Note = table_->Field(core::column::kNote).Text();
     present_.push_back(InMinuteOf(there));
-    numbers_.push_back(table_->Field("QsoNr").Integer());
+    numbers_.push_back(table_->Field(core::column::kQsoNr).Integer());
     const InMinute& found = present_.back();
     if (IsSameMode(found.mode, wanted.mode) &&
         (!wanted.tellsSeconds || found.second == wanted.second)) {
@@ -198,7 +200,8 @@ Placement RepeatedInLog::AmongOthers(const InMinute& wanted, base::DateTime minu
   const Placement placement = PlaceInMinute(present_, wanted);
   if (placement.kind == Placement::Kind::kRepeated) {
     table_->Seek(engine::SeekComparison::kGreaterOrEqual, {AtSecond(minute, placement.second)});
-    while (!table_->EOF_() && table_->Field("QsoNr").Integer() != numbers_[placement.of]) {
+    while (!table_->EOF_() &&
+           table_->Field(core::column::kQsoNr).Integer() != numbers_[placement.of]) {
       table_->MoveNext();
     }
   }
@@ -239,7 +242,7 @@ RepeatedInFile::RepeatedInFile() : keys_(std::tmpfile()) {
 
 RepeatedInFile::~RepeatedInFile() { std::fclose(keys_); }
 
-std::uint64_t RepeatedInFile::KeyOf(const LogContact& contact) {
+std::uint64_t RepeatedInFile::KeyOf(const core::LogContact& contact) {
   Hash hash;
   hash.Add(base::UpperAscii(base::RTrim(contact.Call)));
   hash.Add(base::UpperAscii(base::RTrim(contact.Banda)));
@@ -255,7 +258,7 @@ void RepeatedInFile::Write(std::uint64_t key, std::uint64_t packed) {
   ++added_;
 }
 
-void RepeatedInFile::Add(const LogContact& contact, const std::vector<InMinute>& inLog) {
+void RepeatedInFile::Add(const core::LogContact& contact, const std::vector<InMinute>& inLog) {
   const std::uint64_t key = KeyOf(contact);
   for (const InMinute& each : inLog) Write(key, Packed(each, true));
   Write(key, Packed(InMinuteOf(contact), false));

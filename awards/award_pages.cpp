@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "base/text.h"
+#include "core/log_contact.h"
 #include "core/modules.h"
 #include "core/transaction.h"
 #include "engine/database_error.h"
@@ -76,9 +77,9 @@ Contact ContactOf(core::Session& session, const AwardPage& page, const AwardList
                   list.selection, list.member.contacts, key, list.member.quote, confirmed,
                   page.newest ? " desc" : ""));
   // A date that another tool has made unreadable is none, on the page and to sort by.
-  const engine::Value date = rows->Field("DataQso");
-  return {date.ReadableDate() ? date : engine::Value(), rows->Field("Call"), rows->Field("Modo"),
-          rows->Field("Propagazione")};
+  const engine::Value date = rows->Field(core::column::kDataQso);
+  return {date.ReadableDate() ? date : engine::Value(), rows->Field(core::column::kCall),
+          rows->Field(core::column::kModo), rows->Field(core::column::kPropagazione)};
 }
 
 struct Entry {
@@ -151,10 +152,10 @@ Entry StagedEntry(const AwardPage& page, engine::Recordset& row) {
   entry.key = core::FieldText(row, page.stagedKey);
   entry.description = core::FieldText(row, "Note");
   // The masculine for provinces too, unlike in their grid.
-  if (row.Field("QslRicevuta").Bool()) entry.qsl = "Confermato";
+  if (row.Field(core::column::kQslRicevuta).Bool()) entry.qsl = "Confermato";
   entry.flag = core::FieldText(row, "Qra");
-  entry.contact = {row.Field("DataQso"), row.Field("Call"), row.Field("Modo"),
-                   row.Field("Propagazione")};
+  entry.contact = {row.Field(core::column::kDataQso), row.Field(core::column::kCall),
+                   row.Field(core::column::kModo), row.Field(core::column::kPropagazione)};
   return entry;
 }
 

@@ -100,7 +100,7 @@ void WorkedMatrix::Load() {
   Grid1.SetRowHeight(0, kHeadingHeight);
   FillFilter();
   session_.*kind_.handle = this;
-  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
+  changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == core::ContactTable::kLog && change.Many()) Renew();
   });
 }

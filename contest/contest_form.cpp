@@ -89,7 +89,7 @@ void ContestForm::Load() {
   Sign.SetPicture(session_.File(kSignFile));
   GoToLast();
   session_.ContestOpen = true;
-  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
+  changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == core::ContactTable::kContestQso && change.Many()) ForgetRecordThatIsGone();
   });
 }
@@ -186,10 +186,13 @@ void ContestForm::ContestDelete() {
     // another contest.
     const std::string contacts = OfContest(base::DateText(contest.Field("DataContest").Date()),
                                            core::FieldText(contest, "Banda"));
-    core::Transaction transaction(session_.Db);
-    session_.Db.Execute("DELETE * FROM [Contest Qso]" + contacts);
-    contest.Delete();
-    transaction.Commit();
+    session_.Contacts.ChangeMany({core::ContactTable::kContestQso}, [&] {
+      core::Transaction transaction(session_.Db);
+      session_.Db.Execute("DELETE * FROM [Contest Qso]" + contacts);
+      contest.Delete();
+      transaction.Commit();
+      return true;
+    });
   } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, "Delete Qso");
   }

@@ -192,34 +192,31 @@ void ContestNewQso::StoreRow(double punti, std::string_view note) {
   if (!qtr)
     throw engine::DatabaseError(engine::DatabaseError::kConversion,
                                 "Ora non valida: " + Qtr.Text());
-  engine::Dynaset& row = *Data1->Rows();
+  const auto fill = [&](engine::EditableRecordset& row) {
+    row.Set("DataContest",
+            base::ParseDate(contest_.DataContest).value_or(base::DateTime()).DatePart());
+    row.Set("Banda", contest_.Banda);
+    core::SetNumber(row, "ProgrDato", ProgrD.Text());
+    row.Set("Qtr", *qtr);
+    row.Set("Call", CallQso.Text());
+    core::SetNumber(row, "Giorno", Giorno.Text());
+    core::SetNumber(row, "QrkDato", QrkD.Text());
+    core::SetNumber(row, "QrkRicevuto", QrkR.Text());
+    core::SetNumber(row, "ProgrRicevuto", ProgrR.Text());
+    row.Set("Locator", Locator.Text());
+    row.Set("Modo", Modo.Text());
+    row.Set("Note", note);
+    core::SetNumber(row, "Qrb", Qrb.Text());
+    row.Set("Punti", punti);
+    row.Set("Qsl", Qsl.IsOn());
+    row.Set("InLog", InLog.IsOn());
+  };
+  constexpr auto kTable = core::ContactTable::kContestQso;
   if (Operation.Text() == "I") {
-    row.AddNew();
+    session_.Contacts.Add(kTable, *Data1->Rows(), fill);
   } else {
-    row.Edit();
+    session_.Contacts.Change(kTable, *Data1->Rows(), fill);
   }
-  row.Set("DataContest",
-          base::ParseDate(contest_.DataContest).value_or(base::DateTime()).DatePart());
-  row.Set("Banda", contest_.Banda);
-  core::SetNumber(row, "ProgrDato", ProgrD.Text());
-  row.Set("Qtr", *qtr);
-  row.Set("Call", CallQso.Text());
-  core::SetNumber(row, "Giorno", Giorno.Text());
-  core::SetNumber(row, "QrkDato", QrkD.Text());
-  core::SetNumber(row, "QrkRicevuto", QrkR.Text());
-  core::SetNumber(row, "ProgrRicevuto", ProgrR.Text());
-  row.Set("Locator", Locator.Text());
-  row.Set("Modo", Modo.Text());
-  row.Set("Note", note);
-  core::SetNumber(row, "Qrb", Qrb.Text());
-  row.Set("Punti", punti);
-  row.Set("Qsl", Qsl.IsOn());
-  row.Set("InLog", InLog.IsOn());
-  row.Update();
-  const std::int64_t key = row.LastModified().key;
-  const bool isNew = Operation.Text() == "I";
-  session_.Changes.Announce({core::ContactTable::kContestQso,
-                             core::OneContact{isNew ? std::nullopt : std::optional(key), key}});
 }
 
 }  // namespace brenvo::contest

@@ -50,12 +50,13 @@ std::string ContactRows::CellText(std::int64_t row, std::size_t field) {
 
 void ContactRows::DeleteRow(std::int64_t row) {
   try {
-    const std::int64_t key = Rows()->BookmarkAt(row).key;
     core::DataSource::DeleteRow(row);
-    session_.Changes.Announce(
-        {core::ContactTable::kContestQso, core::OneContact{key, std::nullopt}});
   } catch (const engine::DatabaseError&) {
   }
+}
+
+void ContactRows::DeleteCurrent() {
+  session_.Contacts.Delete(core::ContactTable::kContestQso, *Rows());
 }
 
 ContestQso::ContestQso(core::Session& session)
@@ -93,7 +94,7 @@ void ContestQso::Load() {
   } catch (const engine::DatabaseError&) {
     // Data errors of the grid are not told.
   }
-  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
+  changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == core::ContactTable::kContestQso && change.Many()) Data1.Renew(QC);
   });
   core::RestoreWindow(session_, *this, "ContestQso");

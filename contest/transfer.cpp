@@ -38,43 +38,52 @@ base::DateTime DateInContest(engine::Recordset& row, base::DateTime contest) {
   return *date + row.Field("Qtr").Date().TimePart();
 }
 
-void CopyZones(engine::Table& log, engine::Table& prefissi, std::string_view prefix) {
+void CopyZones(engine::EditableRecordset& contact, engine::Table& prefissi,
+               std::string_view prefix) {
   if (!core::SeekPrefix(prefissi, prefix)) return;
-  for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
-    log.Set(column, prefissi.Field(column));
+  for (const std::string_view each :
+       {core::column::kZonaCQ, core::column::kZonaITU, core::column::kContinente}) {
+    contact.Set(each, prefissi.Field(each));
   }
 }
 
 void TransferContact(core::Session& session, engine::Recordset& row, base::DateTime date,
                      engine::Table& contest) {
+  namespace column = core::column;
   engine::Table& log = *session.TbLog;
-  log.Seek("=", {core::FieldText(row, "Call")});
+  log.Seek("=", {core::FieldText(row, column::kCall)});
   const bool known = !log.NoMatch();
-  constexpr const char* kOperator[] = {"Qra", "Qth", "Provincia"};
+  constexpr std::string_view kOperator[] = {column::kQra, column::kQth, column::kProvincia};
   std::string kept[std::size(kOperator)];
   for (std::size_t i = 0; known && i < std::size(kOperator); ++i) {
     kept[i] = core::FieldText(log, kOperator[i]);
   }
-  const core::ResolvedPrefix resolved = core::ResolvePrefix(session, core::FieldText(row, "Call"));
+  const core::ResolvedPrefix resolved =
+      core::ResolvePrefix(session, core::FieldText(row, column::kCall));
 
-  log.AddNew();
-  log.Set("Call", row.Field("Call"));
-  log.Set("DataQso", DateInContest(row, date));
-  for (std::size_t i = 0; known && i < std::size(kOperator); ++i) log.Set(kOperator[i], kept[i]);
-  log.Set("Country", resolved.Country);
-  if (!resolved.Prefisso.empty()) {
-    log.Set("Prefisso", resolved.Prefisso);
-    CopyZones(log, *session.TbPrefissi, resolved.Prefisso);
-  }
-  log.Set("Qrb", row.Field("Qrb"));
-  for (const char* column : {"Locator", "Banda", "Note"})
-    log.Set(column, core::FieldText(row, column));
-  for (const char* column : {"Frequenza", "Potenza"}) log.Set(column, contest.Field(column));
-  log.Set("Modo", kMode);
-  log.Set("QrkDato", ReportAndSerial(row, "QrkDato", "ProgrDato"));
-  log.Set("QrkRicevuto", ReportAndSerial(row, "QrkRicevuto", "ProgrRicevuto"));
-  log.Set("QslDaInviare", row.Field("Qsl"));
-  log.Update();
+  session.Contacts.Add(core::ContactTable::kLog, log, [&](engine::EditableRecordset& contact) {
+    contact.Set(column::kCall, row.Field(column::kCall));
+    contact.Set(column::kDataQso, DateInContest(row, date));
+    for (std::size_t i = 0; known && i < std::size(kOperator); ++i) {
+      contact.Set(kOperator[i], kept[i]);
+    }
+    contact.Set(column::kCountry, resolved.Country);
+    if (!resolved.Prefisso.empty()) {
+      contact.Set(column::kPrefisso, resolved.Prefisso);
+      CopyZones(contact, *session.TbPrefissi, resolved.Prefisso);
+    }
+    contact.Set(column::kQrb, row.Field(column::kQrb));
+    for (const std::string_view each : {column::kLocator, column::kBanda, column::kNote}) {
+      contact.Set(each, core::FieldText(row, each));
+    }
+    for (const std::string_view each : {column::kFrequenza, column::kPotenza}) {
+      contact.Set(each, contest.Field(each));
+    }
+    contact.Set(column::kModo, kMode);
+    contact.Set(column::kQrkDato, ReportAndSerial(row, "QrkDato", "ProgrDato"));
+    contact.Set(column::kQrkRicevuto, ReportAndSerial(row, "QrkRicevuto", "ProgrRicevuto"));
+    contact.Set(column::kQslDaInviare, row.Field("Qsl"));
+  });
 }
 
 }  // namespace
@@ -95,13 +104,16 @@ void TransferToLog(core::Session& session, std::string_view date, std::string_vi
   }
   const auto rows = session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
   session.TbLog->SetIndex("Call");
-  core::Transaction transaction(session.Db);
-  for (; !rows->EOF_(); rows->MoveNext()) TransferContact(session, *rows, day, contest);
-  rows->Close();
-  session.Db.Execute("UPDATE [Contest Qso] Set InLog=False,Qsl=False" + MarkedOf(date, band));
-  transaction.Commit();
-  session.Changes.AnnounceMany(core::ContactTable::kLog);
-  session.Changes.AnnounceMany(core::ContactTable::kContestQso);
+  const auto transfer = [&] {
+    core::Transaction transaction(session.Db);
+    for (; !rows->EOF_(); rows->MoveNext()) TransferContact(session, *rows, day, contest);
+    rows->Close();
+    session.Db.Execute("UPDATE [Contest Qso] Set InLog=False,Qsl=False" + MarkedOf(date, band));
+    transaction.Commit();
+    return true;
+  };
+  session.Contacts.ChangeMany({core::ContactTable::kLog, core::ContactTable::kContestQso},
+                              transfer);
 }
 
 }  // namespace brenvo::contest

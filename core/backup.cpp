@@ -189,8 +189,9 @@ std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& 
   return std::nullopt;
 }
 
-bool RestoreBackup(Session& session, const BackupCopy& copy) {
-  if (!session.Windows.UnloadAllButFirst()) return false;
+namespace {
+
+void PutBackAndReopen(Session& session, const BackupCopy& copy) {
   session.CloseForCompaction();
   try {
     session.RequireNoOtherProgram();
@@ -204,9 +205,16 @@ bool RestoreBackup(Session& session, const BackupCopy& copy) {
     throw;
   }
   session.ReopenAfterCompaction();
-  session.Changes.AnnounceMany(ContactTable::kLog);
-  session.Changes.AnnounceMany(ContactTable::kContestQso);
-  return true;
+}
+
+}  // namespace
+
+bool RestoreBackup(Session& session, const BackupCopy& copy) {
+  if (!session.Windows.UnloadAllButFirst()) return false;
+  return session.Contacts.ChangeMany({ContactTable::kLog, ContactTable::kContestQso}, [&] {
+    PutBackAndReopen(session, copy);
+    return true;
+  });
 }
 
 DailyBackup::DailyBackup(Session& session, std::function<void(const std::string& text)> tell)

@@ -142,8 +142,8 @@ void DataSource::AddRow(std::size_t field, std::string_view text) {
 
 void DataSource::DeleteRow(std::int64_t row) {
   rows_->SetBookmark(rows_->BookmarkAt(row));
-  rows_->Delete();
   cachedRow_ = -1;
+  DeleteCurrent();
 }
 
 }  // namespace brenvo::core

@@ -68,13 +68,15 @@ bool RunLongStatements(Session& session, std::string_view title, std::string_vie
 void ChangeManyContacts(Session& session, std::string_view title, std::int64_t total,
                         const std::function<void(LongRun& run)>& work) {
   std::exception_ptr failure;
-  try {
-    LongRun run(session, title, total);
-    work(run);
-  } catch (const std::exception&) {
-    failure = std::current_exception();
-  }
-  session.Changes.AnnounceMany(ContactTable::kLog);
+  session.Contacts.ChangeMany({ContactTable::kLog}, [&] {
+    try {
+      LongRun run(session, title, total);
+      work(run);
+    } catch (const std::exception&) {
+      failure = std::current_exception();  // what was written until then stays
+    }
+    return true;
+  });
   if (failure) std::rethrow_exception(failure);
 }
 

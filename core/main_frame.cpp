@@ -18,20 +18,20 @@ constexpr std::string_view kFirstStep =
 
 // Gives the contact the prefix, zones and continent of the row. Only what differs is written: each
 // column has an index to keep, and most contacts have all of it already.
-void AssignPrefix(engine::Table& log, engine::Table& prefissi) {
-  const std::pair<const char*, engine::Value> columns[] = {
-      {"Prefisso", base::PadRight(FieldText(prefissi, "Prefisso"), 5)},
-      {"Zona CQ", prefissi.Field("Zona CQ")},
-      {"Zona ITU", prefissi.Field("Zona ITU")},
-      {"Continente", prefissi.Field("Continente")}};
-  bool differs = false;
-  for (const auto& [column, value] : columns) {
-    if (log.Field(column) == value) continue;
-    if (!differs) log.Edit();
-    differs = true;
-    log.Set(column, value);
+void AssignPrefix(ContactDoor& contacts, engine::Table& log, engine::Table& prefissi) {
+  const std::pair<std::string_view, engine::Value> columns[] = {
+      {column::kPrefisso, base::PadRight(FieldText(prefissi, "Prefisso"), 5)},
+      {column::kZonaCQ, prefissi.Field("Zona CQ")},
+      {column::kZonaITU, prefissi.Field("Zona ITU")},
+      {column::kContinente, prefissi.Field("Continente")}};
+  std::vector<const std::pair<std::string_view, engine::Value>*> different;
+  for (const auto& each : columns) {
+    if (log.Field(each.first) != each.second) different.push_back(&each);
   }
-  if (differs) log.Update();
+  if (different.empty()) return;
+  contacts.Change(ContactTable::kLog, log, [&](engine::EditableRecordset& row) {
+    for (const auto* each : different) row.Set(each->first, each->second);
+  });
 }
 
 }  // namespace
@@ -143,8 +143,8 @@ void MainFrame::AssignPrefixes() {
   ChangeManyContacts(session_, "Assegnazione Prefissi", log.RecordCount(), [&](LongRun& run) {
     for (; !log.EOF_() && run.Next(); log.MoveNext()) {
       // It leaves the table of prefixes on the row.
-      if (ResolvePrefix(session_, FieldText(log, "Call")).Prefisso.empty()) continue;
-      AssignPrefix(log, prefissi);
+      if (ResolvePrefix(session_, FieldText(log, column::kCall)).Prefisso.empty()) continue;
+      AssignPrefix(session_.Contacts, log, prefissi);
     }
   });
 }

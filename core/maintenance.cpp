@@ -26,13 +26,15 @@ constexpr std::string_view kCompaction = "Compatta Database";
 void Empty(Session& session, std::string_view title, ContactTable table,
            std::initializer_list<std::string_view> statements) {
   if (!session.Messages().AskYesNo(title, "Confermi l'operazione ?")) return;
-  const bool emptied =
-      RunLongStatements(session, title, "Operazione interrotta: tutto è rimasto com'era.", [&] {
-        Transaction transaction(session.Db);
-        for (std::string_view statement : statements) session.Db.Execute(statement);
-        transaction.Commit();
-      });
-  if (emptied) session.Changes.AnnounceMany(table);
+  session.Contacts.ChangeMany({table}, [&] {
+    return RunLongStatements(session, title, "Operazione interrotta: tutto è rimasto com'era.",
+                             [&] {
+                               Transaction transaction(session.Db);
+                               for (std::string_view statement : statements)
+                                 session.Db.Execute(statement);
+                               transaction.Commit();
+                             });
+  });
 }
 
 void DeleteFile(const std::filesystem::path& file) {

@@ -8,7 +8,7 @@
 
 #include "base/encoding.h"
 #include "base/text.h"
-#include "log/adif_export.h"
+#include "log/log_adi.h"
 
 namespace {
 

@@ -8,6 +8,7 @@
 namespace brenvo::log {
 namespace {
 
+constexpr core::ContactTable kTable = core::ContactTable::kLog;
 constexpr std::string_view kWholeLog = "SELECT * FROM Log ORDER By DataQso,QsoNr";
 constexpr std::string_view kWholeLogNewestFirst = "SELECT * FROM Log ORDER By DataQso DESC ,QsoNr";
 // What the first panel of the status bar leaves to the others.
@@ -85,8 +86,8 @@ void LogForm::Load() {
   // Last, so that no window hands its contacts to a log that has failed to open.
   session_.LogOpen = true;
   session_.CurrentLogForm = this;
-  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
-    if (change.table == core::ContactTable::kLog && change.Many()) Renew();
+  changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
+    if (change.table == kTable && change.Many()) Renew();
   });
 }
 
@@ -107,42 +108,29 @@ void LogForm::SetTime() { Qtr.SetText(core::HourMinute(session_.Now())); }
 void LogForm::InsertQso() {
   if (!ValidateQso()) return;
   const bool stored = core::TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
-    DsLog->AddNew();
-    StoreQso();
-    DsLog->Update();
+    session_.Contacts.Add(kTable, *DsLog, [this](auto& row) { StoreQso(row); });
     DsLog->SetBookmark(DsLog->LastModified());
   });
-  if (!stored) return;
-  recordCommands_ = true;
-  session_.Changes.Announce(
-      {core::ContactTable::kLog, core::OneContact{std::nullopt, DsLog->LastModified().key}});
+  if (stored) recordCommands_ = true;
 }
 
 void LogForm::UpdateQso() {
   if (!ValidateQso()) return;
   const bool stored = core::TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
     ReturnFromExport();
-    DsLog->Edit();
-    StoreQso();
-    DsLog->Update();
+    session_.Contacts.Change(kTable, *DsLog, [this](auto& row) { StoreQso(row); });
   });
-  if (!stored) return;
-  recordCommands_ = true;
-  const std::int64_t key = DsLog->LastModified().key;
-  session_.Changes.Announce({core::ContactTable::kLog, core::OneContact{key, key}});
+  if (stored) recordCommands_ = true;
 }
 
 void LogForm::DeleteQso() {
   if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
-  std::int64_t key = 0;
   try {
     ReturnFromExport();
-    key = DsLog->GetBookmark().key;
-    DsLog->Delete();
+    session_.Contacts.Delete(kTable, *DsLog);
   } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, "Delete Qso");
   }
-  session_.Changes.Announce({core::ContactTable::kLog, core::OneContact{key, std::nullopt}});
   GoToNext();
 }
 

@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "adif_export.h"
 #include "log/log_form.h"
+#include "log_adi.h"
 
 namespace brenvo::log {
 namespace {

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "core/country_map.h"
 #include "core/locator.h"
+#include "core/log_contact.h"
 #include "core/modules.h"
 #include "core/prefix.h"
 #include "log/log_form.h"
@@ -88,9 +89,9 @@ void LogForm::OnCallLeave() {
   log.SetIndex("Call");
   log.Seek("=", {CallQso.Text()});
   if (!log.NoMatch()) {
-    Qra.SetText(core::FieldText(log, "Qra"));
-    Qth.SetText(core::FieldText(log, "Qth"));
-    const std::string locator = core::FieldText(log, "Locator");
+    Qra.SetText(core::FieldText(log, core::column::kQra));
+    Qth.SetText(core::FieldText(log, core::column::kQth));
+    const std::string locator = core::FieldText(log, core::column::kLocator);
     const std::string qrb = base::PlainNumber(base::Val(log.Field("Qrb").Text()));
     PrevLocator = locator;
     Locator.SetText(locator);

@@ -4,10 +4,12 @@
 #include <algorithm>
 #include <variant>
 
+#include "base/match.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "core/country_map.h"
 #include "core/locator.h"
+#include "core/log_contact.h"
 #include "core/modules.h"
 #include "log/log_form.h"
 
@@ -35,65 +37,105 @@ void LogForm::ClearQso() {
   recordCommands_ = false;
 }
 
+// In the order in which a record is shown.
+std::vector<LogForm::FieldOfColumn> LogForm::RecordFields() {
+  using namespace core::column;
+  const auto text = [](std::string_view column, forms::TextField& field, std::size_t code = 0) {
+    return FieldOfColumn{core::LogColumnOf(column), &field, code};
+  };
+  const auto list = [](std::string_view column, forms::ListField& field) {
+    return FieldOfColumn{core::LogColumnOf(column), &field};
+  };
+  const auto box = [](std::string_view column, forms::CheckBox& field) {
+    return FieldOfColumn{core::LogColumnOf(column), &field};
+  };
+  return {list(kBanda, Banda),
+          text(kCall, CallQso),
+          text(kManager, Manager),
+          text(kQra, Qra),
+          text(kQth, Qth),
+          text(kPrefisso, Prefisso, 5),
+          text(kZonaCQ, ZonaCQ),
+          text(kZonaITU, ZonaITU),
+          text(kContinente, Continente),
+          text(kCountry, Country, 5),
+          text(kProvincia, Provincia, 3),
+          text(kLocator, Locator),
+          text(kQrb, Qrb),
+          text(kFrequenza, Frequenza),
+          text(kPotenza, Potenza),
+          list(kModo, Modo),
+          list(kPropagazione, Propagazione),
+          text(kQrkDato, QrkDato),
+          text(kQrkRicevuto, QrkRicevuto),
+          box(kQslDaInviare, QslDaInviare),
+          box(kQslRicevuta, QslRicevuta),
+          box(kQslInviata, QslInviata),
+          text(kNote, Note)};
+}
+
 struct LogForm::Shown {
   std::optional<base::DateTime> dataQso;
   std::string unreadable;  // columns that another tool has made so, with what they hold
-  std::string qsoNr, total, banda, call, manager, qra, qth, prefisso, zonaCq, zonaItu, continente,
-      country, provincia, locator, qrb, frequenza, potenza, modo, propagazione, qrkDato,
-      qrkRicevuto, note;
-  bool qslDaInviare = false, qslRicevuta = false, qslInviata = false;
+  std::string qsoNr, total;
+  // Of each of the record's fields; a box's says by being empty that it is off.
+  std::vector<std::string> texts;
 };
 
 LogForm::Shown LogForm::ReadRecord() {
+  namespace column = core::column;
   engine::Dynaset& row = *DsLog;
-  const auto text = [&](std::string_view column) { return core::FieldText(row, column); };
-  const auto number = [&](std::string_view column) {
-    return base::PlainNumber(base::Val(row.Field(column).Text()));
-  };
   Shown shown;
-  shown.qsoNr = text("QsoNr");
+  shown.qsoNr = core::FieldText(row, column::kQsoNr);
   shown.total = std::to_string(row.RecordCount());
   // What cannot be read is told and shown as nothing: the rest of the contact can be, and the
   // contacts around it.
-  const auto unreadable = [&](std::string_view column, const engine::Value& value) {
-    shown.unreadable += fmt::format("{}{} '{}'", shown.unreadable.empty() ? "" : ", ", column,
+  const auto unreadable = [&](std::string_view name, const engine::Value& value) {
+    shown.unreadable += fmt::format("{}{} '{}'", shown.unreadable.empty() ? "" : ", ", name,
                                     base::Left(base::ValidUtf8(value.Text()), kLongestUnreadable));
   };
-  const auto yes = [&](std::string_view column) {
-    const engine::Value value = row.Field(column);
-    const std::optional<bool> read = value.ReadableBool();
-    if (!read) unreadable(column, value);
-    return read.value_or(false);
-  };
-  const engine::Value dataQso = row.Field("DataQso");
+  const engine::Value dataQso = row.Field(column::kDataQso);
   shown.dataQso = dataQso.ReadableDate();
-  if (!shown.dataQso) unreadable("DataQso", dataQso);
-  shown.banda = text("Banda");
-  shown.call = text("Call");
-  shown.manager = text("Manager");
-  shown.qra = text("Qra");
-  shown.qth = text("Qth");
-  shown.prefisso = base::PadRight(text("Prefisso"), 5);
-  shown.zonaCq = text("Zona CQ");
-  shown.zonaItu = text("Zona ITU");
-  shown.continente = text("Continente");
-  shown.country = core::FindCountryText(session_, text("Country"));
-  if (!shown.country.empty()) {
-    shown.provincia = core::FindProvinceText(session_, text("Country"), text("Provincia"));
+  if (!shown.dataQso) unreadable(column::kDataQso, dataQso);
+  std::string country;  // as it is shown
+  for (const FieldOfColumn& each : record_) {
+    const std::string_view name = each.column.name;
+    if (each.column.Holds<bool>()) {
+      const engine::Value value = row.Field(name);
+      const std::optional<bool> read = value.ReadableBool();
+      if (!read) unreadable(name, value);
+      shown.texts.emplace_back(read.value_or(false) ? "on" : "");
+      continue;
+    }
+    std::string text = core::FieldText(row, name);
+    if (name == column::kPrefisso) {
+      text = base::PadRight(text, each.code);
+    } else if (name == column::kCountry) {
+      text = country = core::FindCountryText(session_, text);
+    } else if (name == column::kProvincia) {
+      const std::string stored = core::FieldText(row, column::kCountry);
+      text = country.empty() ? "" : core::FindProvinceText(session_, stored, text);
+    } else if (name == column::kQrb) {
+      text = base::PlainNumber(base::Val(text));
+    } else if (name == column::kFrequenza) {
+      text = base::FormatNumber(base::Val(text), "#####.000");
+    }
+    shown.texts.push_back(std::move(text));
   }
-  shown.locator = text("Locator");
-  shown.qrb = number("Qrb");
-  shown.frequenza = base::FormatNumber(base::Val(text("Frequenza")), "#####.000");
-  shown.potenza = text("Potenza");
-  shown.modo = text("Modo");
-  shown.propagazione = text("Propagazione");
-  shown.qrkDato = text("QrkDato");
-  shown.qrkRicevuto = text("QrkRicevuto");
-  shown.qslDaInviare = yes("QslDaInviare");
-  shown.qslRicevuta = yes("QslRicevuta");
-  shown.qslInviata = yes("QslInviata");
-  shown.note = text("Note");
   return shown;
+}
+
+void LogForm::ShowText(std::string_view name, forms::TextField& field, const std::string& text) {
+  namespace column = core::column;
+  if (name == column::kLocator) PrevLocator = text;
+  if (name == column::kCall || name == column::kCountry || name == column::kLocator) {
+    // A lookup that a stored text makes fail is told, and the record is shown all the same.
+    session_.Windows.RunEvent([&] { field.SetText(text); });
+  } else {
+    field.SetText(text);
+  }
+  if (name == column::kCall) PrevCall = text;
+  if (name == column::kCountry && !text.empty()) PrevCountry = text;
 }
 
 void LogForm::ShowQso() {
@@ -103,42 +145,27 @@ void LogForm::ShowQso() {
   } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, "Get Qso");
   }
-  // A lookup that a stored text makes fail is told, and the record is shown all the same.
-  const auto assign = [this](forms::TextField& field, const std::string& text) {
-    session_.Windows.RunEvent([&] { field.SetText(text); });
-  };
   QsoNr.SetText(shown.qsoNr);
   QsoTotali.SetText(shown.total);
   DataQso.SetText(shown.dataQso ? base::DateText(*shown.dataQso) : "");
   Qtr.SetText(shown.dataQso ? base::Left(base::TimeText(*shown.dataQso), 5) : Qtr.EmptyText());
   TellUnreadable(shown.unreadable);
-  core::SelectListEntry(Banda, shown.banda, std::max<std::size_t>(5, base::Len(shown.banda)));
-  assign(CallQso, shown.call);
-  Manager.SetText(shown.manager);
-  Qra.SetText(shown.qra);
-  Qth.SetText(shown.qth);
-  PrevCall = shown.call;
-  PrevBanda = Banda.Text();
-  Prefisso.SetText(shown.prefisso);
-  ZonaCQ.SetText(shown.zonaCq);
-  ZonaITU.SetText(shown.zonaItu);
-  Continente.SetText(shown.continente);
-  assign(Country, shown.country);
-  if (!shown.country.empty()) PrevCountry = shown.country;
-  Provincia.SetText(shown.provincia);
-  PrevLocator = shown.locator;
-  assign(Locator, shown.locator);
-  Qrb.SetText(shown.qrb);
-  Frequenza.SetText(shown.frequenza);
-  Potenza.SetText(shown.potenza);
-  Modo.SetText(shown.modo);
-  Propagazione.SetText(shown.propagazione);
-  QrkDato.SetText(shown.qrkDato);
-  QrkRicevuto.SetText(shown.qrkRicevuto);
-  QslDaInviare.SetOn(shown.qslDaInviare);
-  QslRicevuta.SetOn(shown.qslRicevuta);
-  QslInviata.SetOn(shown.qslInviata);
-  Note.SetText(shown.note);
+  for (std::size_t i = 0; i < record_.size(); ++i) {
+    const std::string_view name = record_[i].column.name;
+    const std::string& text = shown.texts[i];
+    std::visit(base::Match{[&](forms::TextField* field) { ShowText(name, *field, text); },
+                           [&](forms::ListField* list) {
+                             if (list == &Banda) {
+                               core::SelectListEntry(*list, text,
+                                                     std::max<std::size_t>(5, base::Len(text)));
+                               PrevBanda = list->Text();
+                             } else {
+                               list->SetText(text);
+                             }
+                           },
+                           [&](forms::CheckBox* box) { box->SetOn(!text.empty()); }},
+               record_[i].field);
+  }
   if (cmMappa.Down() && !Country.Text().empty()) core::ShowCountryMap(session_, Country.Text());
 }
 
@@ -167,39 +194,30 @@ bool LogForm::ValidateQso() {
 // The seconds that an import brought stay as long as the minute that they belong to.
 base::DateTime LogForm::TimeToStore() const {
   const base::DateTime typed = *base::ParseTime(Qtr.Text());
-  const engine::Value stored = DsLog->Field("DataQso");
+  const engine::Value stored = DsLog->Field(core::column::kDataQso);
   const auto* at = std::get_if<base::DateTime>(&stored.Get());
   const bool unchanged =
       at != nullptr && base::Left(base::TimeText(*at), 5) == base::Left(base::TimeText(typed), 5);
   return unchanged ? at->TimePart() : typed;
 }
 
-void LogForm::StoreQso() {
-  engine::Dynaset& row = *DsLog;
-  row.Set("DataQso", base::ParseDate(DataQso.Text())->DatePart() + TimeToStore());
-  row.Set("Call", CallQso.Text());
-  row.Set("Manager", Manager.Text());
-  row.Set("Qra", Qra.Text());
-  row.Set("Qth", Qth.Text());
-  row.Set("Prefisso", base::Trim(base::Left(Prefisso.Text(), 5)));
-  core::SetNumber(row, "Zona CQ", ZonaCQ.Text());
-  core::SetNumber(row, "Zona ITU", ZonaITU.Text());
-  row.Set("Continente", Continente.Text());
-  row.Set("Country", base::Trim(base::Left(Country.Text(), 5)));
-  row.Set("Provincia", base::Trim(base::Left(Provincia.Text(), 3)));
-  row.Set("Locator", Locator.Text());
-  core::SetNumber(row, "Qrb", Qrb.Text());
-  row.Set("Banda", Banda.Text());
-  core::SetNumber(row, "Frequenza", Frequenza.Text());
-  core::SetNumber(row, "Potenza", Potenza.Text());
-  row.Set("Modo", Modo.Text());
-  row.Set("Propagazione", Propagazione.Text());
-  row.Set("QrkDato", QrkDato.Text());
-  row.Set("QrkRicevuto", QrkRicevuto.Text());
-  row.Set("QslDaInviare", QslDaInviare.IsOn());
-  row.Set("QslRicevuta", QslRicevuta.IsOn());
-  row.Set("QslInviata", QslInviata.IsOn());
-  row.Set("Note", Note.Text());
+void LogForm::StoreQso(engine::EditableRecordset& row) {
+  row.Set(core::column::kDataQso, base::ParseDate(DataQso.Text())->DatePart() + TimeToStore());
+  for (const FieldOfColumn& each : record_) {
+    const std::string_view name = each.column.name;
+    std::visit(base::Match{[&](forms::TextField* field) {
+                             if (each.column.Holds<double>()) {
+                               core::SetNumber(row, name, field->Text());
+                             } else if (each.code > 0) {
+                               row.Set(name, base::Trim(base::Left(field->Text(), each.code)));
+                             } else {
+                               row.Set(name, field->Text());
+                             }
+                           },
+                           [&](forms::ListField* list) { row.Set(name, list->Text()); },
+                           [&](forms::CheckBox* box) { row.Set(name, box->IsOn()); }},
+               each.field);
+  }
 }
 
 }  // namespace brenvo::log

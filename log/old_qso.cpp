@@ -35,7 +35,7 @@ void OldQso::Load() {
                           DataLog.GridColumn("Qsl Inviata", "QslInviata", core::YesNo),
                           DataLog.GridColumn("Qsl Ricevuta", "QslRicevuta", core::YesNo)});
   session_.*kind_.handle = this;
-  changes_ = session_.Changes.Subscribe([this](const core::ContactsChanged& change) {
+  changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == core::ContactTable::kLog && change.Many()) DataLog.Renew(DataGrid1);
   });
 }

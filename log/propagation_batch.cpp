@@ -21,18 +21,18 @@ constexpr Shorthand kShorthands[] = {
 
 void AssignPropagations(core::Session& session) {
   const auto rows = session.Db.OpenDynaset("select * from Log ");
-  const auto assign = [&rows] {
-    const engine::Value value = rows->Field("Note");
+  const auto assign = [&session, &rows] {
+    const engine::Value value = rows->Field(core::column::kNote);
     if (value.IsNull()) return;
     const std::string note = value.Text();
     for (const auto& [token, propagation] : kShorthands) {
       const std::size_t at = base::InStr(note, token);
       if (at == 0) continue;
-      rows->Edit();
-      rows->Set("Propagazione", propagation);
-      rows->Set("Note",
+      session.Contacts.Change(core::ContactTable::kLog, *rows, [&](engine::EditableRecordset& row) {
+        row.Set(core::column::kPropagazione, propagation);
+        row.Set(core::column::kNote,
                 base::Trim(base::Left(note, at - 1) + base::Mid(note, at + base::Len(token))));
-      rows->Update();
+      });
       break;
     }
   };

@@ -13,16 +13,18 @@ constexpr std::string_view kTitle = "Aggiornamento Log per Qsl";
 
 void UpdateLogForQsl(core::Session& session) {
   if (!session.Messages().AskYesNo(kTitle, "Confermi l'operazione ?")) return;
-  const bool updated = core::RunLongStatements(
-      session, kTitle, "Aggiornamento interrotto: il log è rimasto com'era.", [&session] {
-        core::Transaction transaction(session.Db);
-        // A contact that only answers a card received has none to send: one pass does for both.
-        session.Db.Execute(
-            "UPDATE Log SET QslInviata=True,QslDaInviare=False WHERE QslDaInviare OR (QslRicevuta "
-            "and not QslInviata)");
-        transaction.Commit();
-      });
-  if (updated) session.Changes.AnnounceMany(core::ContactTable::kLog);
+  const auto update = [&session] {
+    core::Transaction transaction(session.Db);
+    // A contact that only answers a card received has none to send: one pass does for both.
+    session.Db.Execute(
+        "UPDATE Log SET QslInviata=True,QslDaInviare=False WHERE QslDaInviare OR (QslRicevuta "
+        "and not QslInviata)");
+    transaction.Commit();
+  };
+  session.Contacts.ChangeMany({core::ContactTable::kLog}, [&] {
+    return core::RunLongStatements(session, kTitle,
+                                   "Aggiornamento interrotto: il log è rimasto com'era.", update);
+  });
 }
 
 }  // namespace brenvo::print

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "base/number.h"
+#include "core/log_contact.h"
 #include "core/modules.h"
 
 namespace brenvo::print {
@@ -14,13 +15,18 @@ namespace {
 constexpr std::string_view kSection = "StampaQsl";
 
 QsoLabel LabelOf(engine::Recordset& row) {
-  if (core::FieldText(row, "Modo") == "Satellite" && row.Field("Note").IsNull()) {
+  if (core::FieldText(row, core::column::kModo) == "Satellite" &&
+      row.Field(core::column::kNote).IsNull()) {
     throw std::runtime_error("La nota di un collegamento via satellite e' Null");
   }
-  return {core::FieldText(row, "Call"),    core::FieldText(row, "QrkDato"),
-          core::FieldText(row, "Banda"),   core::FieldText(row, "Modo"),
-          core::FieldText(row, "Note"),    row.Field("DataQso").ReadableDate(),
-          row.Field("Frequenza").Number(), row.Field("QslRicevuta").ReadableBool().value_or(false)};
+  return {core::FieldText(row, core::column::kCall),
+          core::FieldText(row, core::column::kQrkDato),
+          core::FieldText(row, core::column::kBanda),
+          core::FieldText(row, core::column::kModo),
+          core::FieldText(row, core::column::kNote),
+          row.Field(core::column::kDataQso).ReadableDate(),
+          row.Field(core::column::kFrequenza).Number(),
+          row.Field(core::column::kQslRicevuta).ReadableBool().value_or(false)};
 }
 
 }  // namespace

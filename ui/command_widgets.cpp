@@ -4,6 +4,7 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include "base/match.h"
 #include "forms/window.h"
 #include "ui/icons.h"
 #include "ui/text.h"
@@ -67,13 +68,13 @@ QAction* CommandWidgets::ActionOf(forms::Command& command) {
 
 void CommandWidgets::Fill(QMenuBar& bar, const std::vector<forms::MenuItem>& items) {
   for (const forms::MenuItem& item : items) {
-    std::visit(forms::Match{[&](forms::Command* command) { bar.addAction(ActionOf(*command)); },
-                            [&](forms::Menu* menu) { bar.addMenu(MakeMenu(*menu)); },
-                            [&](forms::EntryArray* entries) {
-                              QMenu* menu = bar.addMenu(ToQt(entries->Caption()));
-                              AddEntries(*menu, *entries);
-                            },
-                            [](forms::Separator) {}},
+    std::visit(base::Match{[&](forms::Command* command) { bar.addAction(ActionOf(*command)); },
+                           [&](forms::Menu* menu) { bar.addMenu(MakeMenu(*menu)); },
+                           [&](forms::EntryArray* entries) {
+                             QMenu* menu = bar.addMenu(ToQt(entries->Caption()));
+                             AddEntries(*menu, *entries);
+                           },
+                           [](forms::Separator) {}},
                item);
   }
 }
@@ -96,10 +97,10 @@ QMenu* CommandWidgets::MakeMenu(forms::Menu& field) {
 
 void CommandWidgets::FillMenu(QMenu& menu, const std::vector<forms::MenuItem>& items) {
   for (const forms::MenuItem& item : items) {
-    std::visit(forms::Match{[&](forms::Command* command) { menu.addAction(ActionOf(*command)); },
-                            [&](forms::Menu* inner) { menu.addMenu(MakeMenu(*inner)); },
-                            [&](forms::EntryArray* entries) { AddEntries(menu, *entries); },
-                            [&](forms::Separator) { menu.addSeparator(); }},
+    std::visit(base::Match{[&](forms::Command* command) { menu.addAction(ActionOf(*command)); },
+                           [&](forms::Menu* inner) { menu.addMenu(MakeMenu(*inner)); },
+                           [&](forms::EntryArray* entries) { AddEntries(menu, *entries); },
+                           [&](forms::Separator) { menu.addSeparator(); }},
                item);
   }
 }
@@ -155,25 +156,25 @@ QWidget* CommandWidgets::MakeToolBar(forms::ToolBar& field, QWidget* parent) {
                                                                    : Qt::ToolButtonIconOnly);
   for (const forms::MenuItem& item : field.Items) {
     std::visit(
-        forms::Match{[&](forms::Command* command) {
-                       QAction* action = ActionOf(*command);
-                       // Only here: a menu bar would show the picture instead of the words.
-                       action->setIcon(CommandIcon(command->Name()));
-                       action->setIconVisibleInMenu(false);
-                       bar->addAction(action);
-                     },
-                     [&](forms::Menu* menu) {
-                       auto* key = new QToolButton(bar);
-                       key->setObjectName(ToQt(menu->Name()));
-                       key->setMenu(MakeMenu(*menu));
-                       key->setPopupMode(QToolButton::InstantPopup);
-                       key->setText(WithoutMark(menu->Caption()));
-                       const QIcon icon = CommandIcon(menu->Name());
-                       key->setIcon(icon.isNull() ? CommandIcon("cmExport") : icon);
-                       key->setToolTip(WithoutMark(menu->Caption()));
-                       bar->addWidget(key);
-                     },
-                     [](forms::EntryArray*) {}, [&](forms::Separator) { bar->addSeparator(); }},
+        base::Match{[&](forms::Command* command) {
+                      QAction* action = ActionOf(*command);
+                      // Only here: a menu bar would show the picture instead of the words.
+                      action->setIcon(CommandIcon(command->Name()));
+                      action->setIconVisibleInMenu(false);
+                      bar->addAction(action);
+                    },
+                    [&](forms::Menu* menu) {
+                      auto* key = new QToolButton(bar);
+                      key->setObjectName(ToQt(menu->Name()));
+                      key->setMenu(MakeMenu(*menu));
+                      key->setPopupMode(QToolButton::InstantPopup);
+                      key->setText(WithoutMark(menu->Caption()));
+                      const QIcon icon = CommandIcon(menu->Name());
+                      key->setIcon(icon.isNull() ? CommandIcon("cmExport") : icon);
+                      key->setToolTip(WithoutMark(menu->Caption()));
+                      bar->addWidget(key);
+                    },
+                    [](forms::EntryArray*) {}, [&](forms::Separator) { bar->addSeparator(); }},
         item);
   }
   const auto follow = [bar, &field] {

@@ -14,23 +14,26 @@ namespace {
 class RepeatedContactsTest : public AdifStation {
  protected:
   // At so many seconds of a day.
-  static LogContact At(std::int64_t second, std::string_view call = "I1ABC",
-                       std::string_view banda = "  2 m") {
-    LogContact contact;
+  static core::LogContact At(std::int64_t second, std::string_view call = "I1ABC",
+                             std::string_view banda = "  2 m") {
+    core::LogContact contact;
     contact.DataQso =
         base::DateTime::FromSeconds(base::DateTime::Of(2001, 2, 3).Seconds() + second);
     contact.Call = call;
     contact.Banda = banda;
     return contact;
   }
-  static LogContact InMode(std::int64_t second, std::string_view modo, std::string_view note = "") {
-    LogContact contact = At(second);
+  static core::LogContact InMode(std::int64_t second, std::string_view modo,
+                                 std::string_view note = "") {
+    core::LogContact contact = At(second);
     contact.Modo = modo;
     contact.Note = note;
     return contact;
   }
-  void Store(const LogContact& contact) { session.Db.OpenAppender("Log")->Append(RowOf(contact)); }
-  static bool IsRepeated(RepeatedInLog& log, const LogContact& contact) {
+  void Store(const core::LogContact& contact) {
+    session.Db.OpenAppender("Log")->Append(core::RowOf(contact));
+  }
+  static bool IsRepeated(RepeatedInLog& log, const core::LogContact& contact) {
     return log.Find(contact).kind == Placement::Kind::kRepeated;
   }
 };
@@ -85,7 +88,7 @@ TEST_F(RepeatedContactsTest, AMinuteIsFullWithSixtyModes) {
 
 TEST_F(RepeatedContactsTest, AModeIsTheSameAsItsSubmodeAndAsOneThatIsNotTold) {
   const struct {
-    LogContact a, b;
+    core::LogContact a, b;
     bool same;
   } kPairs[] = {
       {InMode(0, "SSB"), InMode(0, "USB"), true},
@@ -148,16 +151,16 @@ TEST_F(RepeatedContactsTest, InWhateverOrderTheyComeEachIsFoundWhenItIsThere) {
     EmptyTheLog();
     std::mt19937 random(seed);
     const auto at = [&](std::int64_t second) {
-      LogContact contact = At(second % 7200, random() % 2 == 0 ? "I1A" : "I1B");
+      core::LogContact contact = At(second % 7200, random() % 2 == 0 ? "I1A" : "I1B");
       contact.Modo = kModes[random() % std::size(kModes)];
       return contact;
     };
     // By call and minute, in the order of coming.
     std::map<std::string, std::vector<InMinute>> there;
-    const auto othersOf = [&](const LogContact& contact) -> std::vector<InMinute>& {
+    const auto othersOf = [&](const core::LogContact& contact) -> std::vector<InMinute>& {
       return there[fmt::format("{} {}", contact.DataQso.Seconds() / 60, contact.Call)];
     };
-    const auto add = [&](LogContact contact) {
+    const auto add = [&](core::LogContact contact) {
       std::vector<InMinute>& others = othersOf(contact);
       const Placement placement = PlaceInMinute(others, InMinuteOf(contact));
       if (placement.kind != Placement::Kind::kNew) return contact;
@@ -171,7 +174,7 @@ TEST_F(RepeatedContactsTest, InWhateverOrderTheyComeEachIsFoundWhenItIsThere) {
     std::int64_t second = random() % 7200;
     for (int i = 0; i < 300; ++i) {
       second = random() % 10 == 0 ? random() % 7200 : second + random() % 120;
-      const LogContact contact = at(second);
+      const core::LogContact contact = at(second);
       const Placement due = PlaceInMinute(othersOf(contact), InMinuteOf(contact));
       const Placement found = log.Find(contact);
       ASSERT_EQ(found.kind, due.kind) << i;
@@ -192,7 +195,7 @@ TEST_F(RepeatedContactsTest, CountedOnDiskTheyAreWhatTheyAreOneByOne) {
   const std::vector<InMinute> inLog = {InMinuteOf(InMode(0, "FT8")), InMinuteOf(InMode(30, "AM"))};
   for (int i = 0; i < 120'000; ++i) {
     const auto minute = static_cast<std::int64_t>(random() % 50'000);
-    const LogContact contact = InMode(minute * 60 + random() % 3 * 15, kModes[random() % 5]);
+    const core::LogContact contact = InMode(minute * 60 + random() % 3 * 15, kModes[random() % 5]);
     const bool known = minute % 2 == 0;
     file.Add(contact, known ? inLog : std::vector<InMinute>());
     const std::uint64_t key = RepeatedInFile::KeyOf(contact);

@@ -113,7 +113,7 @@ TEST_F(HrdTest, ConfirmedAndUnconfirmedOnOneBandShowAsConfirmed) {
 TEST_F(HrdTest, ABatchIsSeenInTheCellsOfTheLastSearchWhateverIsTypedByThen) {
   Hrd& hrd = OpenHrd();
   const auto announce = [this] {
-    Event([this] { session.Changes.AnnounceMany(core::ContactTable::kLog); });
+    Event([this] { session.Contacts.ChangeMany({core::ContactTable::kLog}, [] { return true; }); });
   };
   Italian("IK3ABC", "  2 m");
   announce();  // nothing was sought yet

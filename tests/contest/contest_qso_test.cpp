@@ -343,7 +343,9 @@ TEST_F(ContestQsoTest, ABatchIsSeenAndTheRowAndTheContactInWorkStay) {
   ContestQso& log = OpenLog();
   InRow(log, 2, [this](ContestNewQso& entry) {
     Add(2, "IK3XYZ");
-    Event([this] { session.Changes.AnnounceMany(core::ContactTable::kContestQso); });
+    Event([this] {
+      session.Contacts.ChangeMany({core::ContactTable::kContestQso}, [] { return true; });
+    });
     entry.Note.SetText("mio");
     Press(entry, "cmInsertE");
   });
@@ -354,7 +356,7 @@ TEST_F(ContestQsoTest, ABatchIsSeenAndTheRowAndTheContactInWorkStay) {
 
 TEST_F(ContestQsoTest, StoringAndDeletingAnnounceTheirContact) {
   std::vector<core::ContactsChanged> changes;
-  const core::ContactSubscription subscription = session.Changes.Subscribe(
+  const core::ContactSubscription subscription = session.Contacts.Subscribe(
       [&](const core::ContactsChanged& change) { changes.push_back(change); });
   ContestQso& log = OpenLog();
   InEntry(log, [this](ContestNewQso& entry) {

@@ -79,8 +79,8 @@ TEST_F(MaintenanceTest, ThePrefixesThatWereAssignedBeforeAFailureStay) {
       SQLITE_OK);
   sqlite3_close(beside);
   int announced = 0;
-  const ContactSubscription subscription =
-      session.Changes.Subscribe([&](const ContactsChanged& change) { announced += change.Many(); });
+  const ContactSubscription subscription = session.Contacts.Subscribe(
+      [&](const ContactsChanged& change) { announced += change.Many(); });
   machine.Messages().QueueAnswer(true);
   Menu("cmAssegnaPrefissi");
   EXPECT_EQ(announced, 1);

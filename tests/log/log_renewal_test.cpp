@@ -20,7 +20,7 @@ class LogRenewalTest : public LogStation {
   }
   // What an import does, at its end.
   void AnnounceBatch() {
-    Event([this] { session.Changes.AnnounceMany(core::ContactTable::kLog); });
+    Event([this] { session.Contacts.ChangeMany({core::ContactTable::kLog}, [] { return true; }); });
   }
   // The column of the grid's row, counted from 1.
   static std::string Call(LogForm& log, std::int64_t row) { return log.DataGrid1.Cell(row, 2); }
@@ -166,7 +166,7 @@ TEST_F(LogRenewalTest, ASingleContactOfOneWindowLeavesTheOtherAsItWas) {
 
 TEST_F(LogRenewalTest, InsertUpdateAndDeleteAnnounceTheirContact) {
   std::vector<core::ContactsChanged> changes;
-  const core::ContactSubscription subscription = session.Changes.Subscribe(
+  const core::ContactSubscription subscription = session.Contacts.Subscribe(
       [&](const core::ContactsChanged& change) { changes.push_back(change); });
   LogForm& log = OpenLog();
   Press(log, "cmClear");
@@ -213,7 +213,7 @@ TEST_F(LogRenewalTest, AWindowThatIsClosedHearsNothing) {
   LogForm& log = OpenLog();
   Event([&] {
     log.Close();
-    session.Changes.AnnounceMany(core::ContactTable::kLog);
+    session.Contacts.ChangeMany({core::ContactTable::kLog}, [] { return true; });
   });
   EXPECT_TRUE(Lines().empty());
 }

@@ -314,7 +314,7 @@ TEST_F(StampaQslTest, AnUpdateThatIsStoppedLeavesTheLogAndSaysSo) {
   machine.Messages().QueueAnswer(true);
   int announced = 0;
   const core::ContactSubscription subscription =
-      session.Changes.Subscribe([&](const core::ContactsChanged&) { ++announced; });
+      session.Contacts.Subscribe([&](const core::ContactsChanged&) { ++announced; });
   Event([&] { UpdateLogForQsl(session); });
   EXPECT_EQ(
       Lines().back(),

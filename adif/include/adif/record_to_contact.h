@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "adif/adif_reader.h"
-#include "adif/log_contact.h"
 #include "adif/station_tables.h"
+#include "core/log_contact.h"
 
 namespace brenvo::adif {
 
@@ -16,7 +16,7 @@ struct QslChoice {
 };
 
 struct MappedRecord {
-  LogContact contact;
+  core::LogContact contact;
   // What the columns do not hold, each name once: fields without a column, and those whose own
   // words the column's value does not give back.
   std::vector<AdifField> kept;

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "adif/log_contact.h"
+#include "core/log_contact.h"
 #include "core/session.h"
 
 namespace brenvo::adif {
@@ -18,7 +18,7 @@ struct ModeKey {
   std::uint32_t mode = 0, submode = 0;  // 0 when it is not told
   friend bool operator==(const ModeKey&, const ModeKey&) = default;
 };
-ModeKey ModeKeyOf(const LogContact& contact);
+ModeKey ModeKeyOf(const core::LogContact& contact);
 bool IsSameMode(ModeKey a, ModeKey b);
 
 // A contact in a minute that has others of the same call on the same band.
@@ -45,7 +45,7 @@ struct Placement {
 // sends it on to the next second that is free, from the last one back to the first; what stands
 // with the same mode on the way is the same contact, sent on earlier.
 Placement PlaceInMinute(const std::vector<InMinute>& present, const InMinute& contact);
-InMinute InMinuteOf(const LogContact& contact);
+InMinute InMinuteOf(const core::LogContact& contact);
 int SecondOf(base::DateTime time);
 // The same minute, at that second.
 base::DateTime AtSecond(base::DateTime time, int second);
@@ -55,11 +55,11 @@ class RepeatedInLog {
  public:
   explicit RepeatedInLog(core::Session& session);
   // When it is repeated, Row() stands on the contact that it repeats.
-  Placement Find(const LogContact& contact);
+  Placement Find(const core::LogContact& contact);
   // Those of the same call, band and minute, when the contact found last is new.
   const std::vector<InMinute>& InMinuteFound() const { return present_; }
   // Tells of a contact that was stored meanwhile.
-  void Stored(const LogContact& contact);
+  void Stored(const core::LogContact& contact);
   engine::Table& Row() { return *table_; }
 
  private:
@@ -100,12 +100,12 @@ class RepeatedInFile {
   RepeatedInFile& operator=(const RepeatedInFile&) = delete;
 
   // `inLog` are the contacts of the log in the same minute.
-  void Add(const LogContact& contact, const std::vector<InMinute>& inLog = {});
+  void Add(const core::LogContact& contact, const std::vector<InMinute>& inLog = {});
   // What becomes of those added.
   Counts Count();
   // A number that is the same for contacts of the same call, band and minute, and hardly ever for
   // others.
-  static std::uint64_t KeyOf(const LogContact& contact);
+  static std::uint64_t KeyOf(const core::LogContact& contact);
 
  private:
   void Write(std::uint64_t key, std::uint64_t packed);

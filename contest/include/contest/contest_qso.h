@@ -20,6 +20,9 @@ class ContactRows : public core::DataSource {
   using core::DataSource::DataSource;
   std::string CellText(std::int64_t row, std::size_t field) override;
   void DeleteRow(std::int64_t row) override;
+
+ private:
+  void DeleteCurrent() override;
 };
 
 // Several can be open side by side: each keeps the contest that it was opened for.

@@ -48,6 +48,9 @@ class DataSource : public forms::GridRows {
   void DeleteRow(std::int64_t row) override;
 
  protected:
+  // The current row goes.
+  virtual void DeleteCurrent() { rows_->Delete(); }
+
   Session& session_;
 
  private:

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/announcements.h"
+#include "core/contact_door.h"
 #include "engine/database.h"
 #include "forms/window_list.h"
 #include "platform/platform.h"
@@ -43,8 +43,8 @@ class Session {
 
   platform::Platform& Machine;
   forms::WindowList Windows;
-  // Whoever has changed contacts announces it here.
-  Announcements Changes{Windows};
+  // Contacts come in, change and go through here.
+  ContactDoor Contacts{Windows};
 
   // Start-up and shutdown in the order that the main frame runs them. Open throws what fails.
   void Open();

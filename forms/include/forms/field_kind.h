@@ -5,6 +5,8 @@
 #include <utility>
 #include <variant>
 
+#include "base/match.h"
+
 namespace brenvo::forms {
 
 class CheckBox;
@@ -37,13 +39,6 @@ using FieldKind =
                  RichText*, Slider*, StatusBar*, TabStrip*, TextField*, ToolBar*>;
 
 // Several callables as one that takes what any of them takes.
-template <class... Cases>
-struct Match : Cases... {
-  using Cases::operator()...;
-};
-template <class... Cases>
-Match(Cases...) -> Match<Cases...>;
-
 // For a case that several kinds share: [](OneOf<Menu, ToolBar> auto&) {...}
 template <class Kind, class... Kinds>
 concept OneOf = (std::same_as<Kind, Kinds> || ...);
@@ -52,7 +47,7 @@ concept OneOf = (std::same_as<Kind, Kinds> || ...);
 // cases have one result type. Include forms/field_visit.h, which knows all the kinds.
 template <class Any, class... Cases>
 decltype(auto) VisitField(Any& field, Cases&&... cases) {
-  return std::visit([match = Match{std::forward<Cases>(cases)...}](
+  return std::visit([match = base::Match{std::forward<Cases>(cases)...}](
                         auto* each) mutable -> decltype(auto) { return match(*each); },
                     field.Kind());
 }

@@ -6,9 +6,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
+#include <vector>
 
 #include "core/data_source.h"
 #include "core/help_topics.h"
+#include "core/log_contact.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
 #include "forms/choice_fields.h"
@@ -245,6 +248,14 @@ class LogForm : public core::LogWindow {
 
  private:
   struct Shown;  // a record as the fields show it
+  // A column of the record that has a field of its own: all but QsoNr and DataQso.
+  struct FieldOfColumn {
+    const core::LogColumn& column;
+    std::variant<forms::TextField*, forms::ListField*, forms::CheckBox*> field;
+    // The column holds that many characters of the field, which shows a name behind them; 0: all.
+    std::size_t code = 0;
+  };
+  std::vector<FieldOfColumn> RecordFields();
 
   void HandleEvents();
   // The fields stand on the screen, not the grid; and there is a record for the commands.
@@ -256,11 +267,12 @@ class LogForm : public core::LogWindow {
   void MappaPressed();
   void ShowQso();
   Shown ReadRecord();
+  void ShowText(std::string_view column, forms::TextField& field, const std::string& text);
   // Panel 1 tells which columns of the record on screen are unreadable; with none it is emptied of
   // that.
   void TellUnreadable(const std::string& columns);
   bool ValidateQso();
-  void StoreQso();
+  void StoreQso(engine::EditableRecordset& row);
   base::DateTime TimeToStore() const;
   // An export of all contacts leaves DsLog at its end: back to the record it stood on.
   void ReturnFromExport();
@@ -288,6 +300,7 @@ class LogForm : public core::LogWindow {
   std::string ExcludedQsoNr() const;
 
   core::Session& session_;
+  const std::vector<FieldOfColumn> record_ = RecordFields();
   forms::Bounds boundsBeforeGrid_;
   bool toldUnreadable_ = false;                   // in panel 1
   bool recordCommands_ = false;                   // there is a record for them

@@ -1,4 +1,4 @@
-#include "adif_export.h"
+#include "log_adi.h"
 
 #include <fmt/compile.h>
 #include <fmt/format.h>
@@ -12,6 +12,7 @@
 #include "base/encoding.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "core/log_contact.h"
 
 namespace brenvo::log {
 namespace {
@@ -24,20 +25,22 @@ struct AdifTag {
   AdifKind kind = AdifKind::kText;
 };
 
+namespace column = core::column;
+
 // In the order of the file. The operator's name goes out as the comment.
 constexpr AdifTag kTags[] = {
-    {"call", "Call"},
-    {"qso_date", "DataQso", AdifKind::kDate},
-    {"time_on", "DataQso", AdifKind::kTime},
-    {"band", "Banda"},
-    {"mode", "Modo"},
-    {"rst_sent", "QrkDato"},
-    {"rst_rcvd", "QrkRicevuto"},
-    {"qsl_sent", "QslInviata", AdifKind::kYesNo},
-    {"qsl_rcvd", "QslRicevuta", AdifKind::kYesNo},
-    {"comment", "Qra"},
-    {"freq", "Frequenza", AdifKind::kFrequency},
-    {"qsl_via", "Manager"},
+    {"call", column::kCall},
+    {"qso_date", column::kDataQso, AdifKind::kDate},
+    {"time_on", column::kDataQso, AdifKind::kTime},
+    {"band", column::kBanda},
+    {"mode", column::kModo},
+    {"rst_sent", column::kQrkDato},
+    {"rst_rcvd", column::kQrkRicevuto},
+    {"qsl_sent", column::kQslInviata, AdifKind::kYesNo},
+    {"qsl_rcvd", column::kQslRicevuta, AdifKind::kYesNo},
+    {"comment", column::kQra},
+    {"freq", column::kFrequenza, AdifKind::kFrequency},
+    {"qsl_via", column::kManager},
 };
 
 std::string TextOf(const engine::Value& value, AdifKind kind) {

@@ -1,4 +1,4 @@
-#include "log/adif_export.h"
+#include "log/log_adi.h"
 
 #include <gmock/gmock.h>
 

@@ -1,0 +1,125 @@
+#include "core/contact_door.h"
+
+#include <gmock/gmock.h>
+
+#include "core/session.h"
+#include "tests/support/station.h"
+
+namespace brenvo::core {
+namespace {
+
+using enum ContactTable;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ContactDoorTest : public StationTest {
+ protected:
+  ContactDoorTest() {
+    subscription_ = session.Contacts.Subscribe(
+        [this](const ContactsChanged& change) { announced.push_back(change); });
+  }
+  static ContactDoor::Fill WithCall(const char* call) {
+    return [call](engine::EditableRecordset& row) {
+      row.Set(column::kDataQso, base::DateTime::Of(2001, 2, 3));
+      row.Set(column::kCall, call);
+    };
+  }
+  std::vector<std::string> Calls() {
+    std::vector<std::string> calls;
+    const auto stored = session.Db.OpenSnapshot("select Call from Log order by QsoNr");
+    for (; !stored->EOF_(); stored->MoveNext()) calls.push_back(stored->Field("Call").Text());
+    return calls;
+  }
+  static ContactsChanged One(std::optional<std::int64_t> before,
+                             std::optional<std::int64_t> after) {
+    return {kLog, OneContact{before, after}};
+  }
+
+  std::unique_ptr<engine::Dynaset> rows = session.Db.OpenDynaset("select * from Log");
+  std::vector<ContactsChanged> announced;
+
+ private:
+  ContactSubscription subscription_;
+};
+
+TEST_F(ContactDoorTest, ANewAChangedAndADeletedContactAreAnnouncedByTheirKey) {
+  session.Contacts.Add(kLog, *rows, WithCall("IK3ABC"));
+  rows->SetBookmark(rows->LastModified());
+  session.Contacts.Change(kLog, *rows, WithCall("IK3DEF"));
+  EXPECT_THAT(Calls(), ElementsAre("IK3DEF"));
+  session.Contacts.Delete(kLog, *rows);
+  EXPECT_THAT(Calls(), IsEmpty());
+  EXPECT_THAT(announced, ElementsAre(One(std::nullopt, 1), One(1, 1), One(1, std::nullopt)));
+}
+
+TEST_F(ContactDoorTest, AContactIsInTheFileWhenItIsAnnounced) {
+  std::size_t stored = 0;
+  const ContactSubscription subscription =
+      session.Contacts.Subscribe([&](const ContactsChanged&) { stored = Calls().size(); });
+  session.Contacts.Add(kLog, *rows, WithCall("IK3ABC"));
+  EXPECT_EQ(stored, 1u);
+}
+
+TEST_F(ContactDoorTest, AContactOfMidnightComesIn) {
+  session.Contacts.Add(kLog, *rows, WithCall("IK3ABC"));
+  rows->SetBookmark(rows->LastModified());
+  EXPECT_EQ(rows->Field(column::kDataQso).Date(), base::DateTime::Of(2001, 2, 3));
+}
+
+TEST_F(ContactDoorTest, WhatCannotBeStoredIsNeitherStoredNorAnnounced) {
+  EXPECT_THROW(session.Contacts.Add(kLog, *rows,
+                                    [](engine::EditableRecordset& row) {
+                                      row.Set(column::kCall, "IK3ABC");
+                                      row.Set(column::kZonaCQ, "ovest");
+                                    }),
+               engine::DatabaseError);
+  EXPECT_THROW(session.Contacts.Change(kLog, *rows, WithCall("IK3ABC")), engine::DatabaseError);
+  EXPECT_THROW(session.Contacts.Delete(kLog, *rows), engine::DatabaseError);
+  EXPECT_THAT(Calls(), IsEmpty());
+  EXPECT_THAT(announced, IsEmpty());
+}
+
+TEST_F(ContactDoorTest, ManyAreAnnouncedOnceATableWhenTheWorkIsOver) {
+  EXPECT_TRUE(session.Contacts.ChangeMany({kLog, kContestQso}, [&] {
+    session.Contacts.Add(kLog, *rows, WithCall("IK3ABC"));
+    session.Contacts.ChangeMany({}, [] { return true; });
+    session.Contacts.Add(kLog, *rows, WithCall("IK3DEF"));
+    EXPECT_THAT(announced, IsEmpty());
+    return true;
+  }));
+  EXPECT_THAT(announced, ElementsAre(ContactsChanged{kLog, ManyContacts()},
+                                     ContactsChanged{kContestQso, ManyContacts()}));
+}
+
+TEST_F(ContactDoorTest, AWorkThatStoredNothingIsNotAnnounced) {
+  EXPECT_FALSE(session.Contacts.ChangeMany({kLog}, [] { return false; }));
+  EXPECT_THROW(session.Contacts.ChangeMany(
+                   {kLog}, []() -> bool { throw std::runtime_error("Il file non si legge"); }),
+               std::runtime_error);
+  EXPECT_THAT(announced, IsEmpty());
+  session.Contacts.Add(kLog, *rows, WithCall("IK3ABC"));
+  EXPECT_THAT(announced, ElementsAre(One(std::nullopt, 1)));
+}
+
+TEST_F(ContactDoorTest, ContactsOneAfterAnotherAreStoredWithAllTheirColumns) {
+  LogContact contact;
+  contact.DataQso = base::DateTime::Of(2001, 2, 3, 4, 5, 6);
+  contact.Call = "IK3ABC";
+  contact.Frequenza = 144.3;
+  contact.ZonaCQ = 15;
+  contact.QslRicevuta = true;
+  contact.Note = "Prima riga";
+  session.Contacts.ChangeMany({kLog}, [&] {
+    ContactDoor::Appender appender = session.Contacts.OpenAppender(session.Db);
+    EXPECT_EQ(appender.Append(contact), 1);
+    contact.Call = "IK3DEF";
+    EXPECT_EQ(appender.Append(contact), 2);
+    return true;
+  });
+  const auto stored = session.Db.OpenSnapshot("select * from Log order by QsoNr desc");
+  EXPECT_EQ(ReadContact(*stored), contact);
+  EXPECT_THAT(announced, ElementsAre(ContactsChanged{kLog, ManyContacts()}));
+}
+
+}  // namespace
+}  // namespace brenvo::core
