@@ -19,7 +19,7 @@ from pathlib import Path
 sys.dont_write_bytecode = True  # the checkout stays as it is
 import cpp_source
 
-ROOMS = ['base', 'forms', 'engine', 'adif']
+ROOMS = ['base', 'forms', 'engine', 'dialect', 'file', 'adif']
 HEADINGS = ['room', 'file', 'line', 'kind', 'before', 'after', 'outcome', 'seconds']
 HERE = Path(__file__).resolve().parent
 PROJECT = HERE.parent.parent
@@ -29,7 +29,7 @@ MOST_FILE = 1 << 30
 
 def options():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument('--rooms', default=','.join(ROOMS), help='comma between, default all four')
+    parser.add_argument('--rooms', default=','.join(ROOMS), help='comma between, default all six')
     parser.add_argument('--count', type=int, default=200, help='mutants in all')
     parser.add_argument('--seed', type=int, default=1, help='the same seed makes the same mutants')
     parser.add_argument('--build', type=Path, default=PROJECT / 'build' / 'mutate',
