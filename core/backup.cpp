@@ -24,6 +24,7 @@ constexpr std::size_t kDaysKept = 10, kMonthsKept = 12;
 // The start is over, and the operator's first keys have had their answer.
 constexpr int kFirstPause = 5000, kPause = 20;  // milliseconds
 constexpr int kPagesPerSlice = 500;             // two megabytes, some milliseconds
+constexpr int kParts = 1000;                    // of a copy, in the progress that is shown
 
 std::filesystem::path DirectoryOf(const std::filesystem::path& appPath) {
   return appPath / kDirectory;
@@ -90,6 +91,28 @@ void DropOld(const std::filesystem::path& appPath, base::DateTime today) {
   }
 }
 
+// A sound copy of the file, unless the operator stops it.
+void CopyWatched(Session& session, const std::filesystem::path& from,
+                 const std::filesystem::path& to) {
+  const auto goOn = [](platform::Progress& progress, std::int64_t done) {
+    if (progress.Advance(done)) return;
+    throw engine::DatabaseError(engine::DatabaseError::kStopped, "Operazione interrotta.");
+  };
+  file::OnlineCopy copying(from, to);
+  {
+    const auto progress = session.Machine.ShowProgress("Ripristino della copia", kParts);
+    while (copying.Step(kPagesPerSlice)) {
+      goOn(*progress, static_cast<std::int64_t>(copying.PartCopied() * kParts));
+    }
+  }
+  // Nobody knows how long the check takes.
+  const auto progress = session.Machine.ShowProgress("Controllo della copia", 0);
+  copying.Verify([&] {
+    goOn(*progress, kParts);
+    return true;
+  });
+}
+
 }  // namespace
 
 std::vector<BackupCopy> BackupCopies(const std::filesystem::path& appPath) {
@@ -144,13 +167,8 @@ std::vector<base::DateTime> DaysToDrop(std::vector<base::DateTime> days, base::D
 void PutBack(Session& session, const BackupCopy& copy) {
   const std::filesystem::path database = session.File("\\Brenvo.mdb");
   const std::filesystem::path fresh = session.AppPath / kPuttingBack;
-  {
-    file::OnlineCopy putting(copy.file, fresh);
-    while (putting.Step(kPagesPerSlice)) {
-    }
-    putting.Verify([] { return true; });
-    file::OpenDatabaseFile(fresh).Close();  // sound, and of this program
-  }
+  CopyWatched(session, copy.file, fresh);
+  file::OpenDatabaseFile(fresh).Close();  // sound, and of this program
   const std::filesystem::path directory = DirectoryOf(session.AppPath);
   MakeDirectory(directory);
   const std::filesystem::path aside = FreeAsideFile(directory, session.Now());

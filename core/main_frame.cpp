@@ -125,8 +125,17 @@ void MainFrame::PutBackACopy() {
   const std::optional<BackupCopy> chosen = choice.Chosen;
   windows.Unload(choice);
   if (!chosen) return;
-  const platform::BusyPointer busy(Host());
-  if (!RestoreBackup(session_, *chosen)) {
+  bool restored = false;
+  try {
+    const platform::BusyPointer busy(Host());
+    restored = RestoreBackup(session_, *chosen);
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kStopped) throw;
+    session_.Messages().Show(platform::MessageIcon::kExclamation, "Ripristina backup",
+                             "Ripristino interrotto: il database è rimasto com'era.");
+    return;
+  }
+  if (!restored) {
     StatusBar1.SetPanel(1, "Copia non ripristinata: una finestra e' in uso e non si chiude");
     return;
   }

@@ -78,6 +78,12 @@ bool OnlineCopy::Step(int pages) {
   throw FailureOf(code, sqlite3_errstr(code));
 }
 
+double OnlineCopy::PartCopied() const {
+  if (files_->copying == nullptr) return 1;
+  const int all = sqlite3_backup_pagecount(files_->copying);  // 0 before the first step
+  return all > 0 ? 1 - static_cast<double>(sqlite3_backup_remaining(files_->copying)) / all : 0;
+}
+
 bool OnlineCopy::Verify(const std::function<bool()>& goOn) {
   std::string complaint;
   {

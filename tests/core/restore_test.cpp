@@ -106,6 +106,29 @@ TEST_F(RestoreTest, AnsweredWithNoNothingChanges) {
   EXPECT_EQ(BackupCopies(directory.Path()).size(), 1u);
 }
 
+TEST_F(RestoreTest, StoppedWhileItCopiesOrChecksItLeavesEverythingAsItWasAndSaysSo) {
+  const std::string stopped =
+      "message exclamation \"Ripristina backup\" \"Ripristino interrotto: il database è rimasto "
+      "com'era.\"";
+  for (const std::int64_t at : {0, 500, 1000}) {  // 1000 is the end of the copying
+    SCOPED_TRACE(at);
+    machine.StopProgressAt(at);
+    machine.Messages().QueueAnswer(true);
+    InTheWindow([](RipristinaBackup& window) { window.cmRipristina.Press(); });
+    Command();
+    EXPECT_EQ(Lines().back(), stopped);
+    EXPECT_FALSE(machine.Host().Busy());
+    EXPECT_EQ(Rows("select Call from Log").size(), 2u);
+    EXPECT_EQ(BackupCopies(directory.Path()).size(), 1u);
+    EXPECT_FALSE(fs::exists(directory.Path() / "Brenvo-ripristino.mdb"));
+  }
+  machine.StopProgressAt(1001);
+  machine.Messages().QueueAnswer(true);
+  InTheWindow([](RipristinaBackup& window) { window.cmRipristina.Press(); });
+  Command();
+  EXPECT_EQ(Rows("select Call from Log").size(), 1u);
+}
+
 TEST_F(RestoreTest, ACopyThatIsDamagedChangesNothing) {
   const BackupCopy copy = BackupCopies(directory.Path())[0];
   Damage(copy.file);

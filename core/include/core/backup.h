@@ -43,7 +43,8 @@ std::string ContentsOf(const BackupCopy& copy);
 std::vector<base::DateTime> DaysToDrop(std::vector<base::DateTime> days, base::DateTime today);
 
 // Puts a copy in the place of the database, which must be closed and is set aside in "Backup".
-// Nothing is changed when the copy is no sound database. DatabaseError.
+// The operator sees how far it is. Nothing is changed when the copy is no sound database, or when he
+// stops it: DatabaseError 3059 then, else what failed.
 void PutBack(Session& session, const BackupCopy& copy);
 
 // The database as it is without the journal that stands beside it, as a copy to put back; nothing
@@ -55,7 +56,7 @@ void DropWithoutJournal(Session& session);
 std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& appPath);
 
 // Closes all windows but the main frame, puts the copy in the place of the open database, and opens
-// that; false, with the database as it was, when a window refuses to close. DatabaseError.
+// that; false, with the database as it was, when a window refuses to close. DatabaseError as of PutBack.
 bool RestoreBackup(Session& session, const BackupCopy& copy);
 
 // Makes the day's copy when it is missing: in slices between the operator's events, verified, and

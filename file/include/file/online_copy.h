@@ -21,6 +21,8 @@ class OnlineCopy {
   // Copies some pages more; true while there are further ones. DatabaseError when the disk is full
   // or a file cannot be read.
   bool Step(int pages);
+  // How much of the file has been copied, 0 to 1.
+  double PartCopied() const;
   // Reads the whole copy, tables against indexes, and makes it safe on disk. `goOn` is asked now
   // and then; false when it gave false, and the copy is then as good as none. DatabaseError 3343
   // when the copy, and so what it was made of, is damaged.
