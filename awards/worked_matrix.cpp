@@ -8,9 +8,9 @@
 #include "base/text.h"
 #include "contacts_in_log.h"
 #include "core/country_map.h"
-#include "core/locator.h"
 #include "core/modules.h"
 #include "core/prefix.h"
+#include "geo/locator.h"
 
 namespace brenvo::awards {
 namespace {
@@ -235,7 +235,7 @@ void WorkedMatrix::ShowCoordinate() {
   const std::string target = core::IsEmptyField(Locator.Text()) ? countryLocator_ : Locator.Text();
   const bool known =
       base::Len(target) >= kLocatorLength && base::Len(session_.MyLocator) == kLocatorLength;
-  Coordinate.SetText(known ? core::PositionLine(session_.MyLocator, target) : std::string());
+  Coordinate.SetText(known ? geo::PositionLine(session_.MyLocator, target) : std::string());
 }
 
 void WorkedMatrix::ShowCellInLog() {

@@ -5,8 +5,8 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "contact.h"
-#include "core/locator.h"
 #include "core/modules.h"
+#include "geo/locator.h"
 
 namespace brenvo::contest {
 namespace {
@@ -150,8 +150,8 @@ void ContestNewQso::OnCallLeave() {
 
 void ContestNewQso::OnLocatorLeave() {
   const std::string& locator = Locator.Text();
-  Qrb.SetText(core::IsValidLocator(locator) ? std::to_string(core::QrbKm(contest_.Locator, locator))
-                                            : "0");
+  Qrb.SetText(geo::IsValidLocator(locator) ? std::to_string(geo::QrbKm(contest_.Locator, locator))
+                                           : "0");
 }
 
 std::optional<ContestNewQso::Refusal> ContestNewQso::FindRefusal() {
@@ -162,7 +162,7 @@ std::optional<ContestNewQso::Refusal> ContestNewQso::FindRefusal() {
   for (const Refusal& each : required) {
     if (core::IsEmptyField(each.field->Text())) return each;
   }
-  if (!core::IsValidLocator(Locator.Text())) return Refusal{"Locator errato", &Locator};
+  if (!geo::IsValidLocator(Locator.Text())) return Refusal{"Locator errato", &Locator};
   return std::nullopt;
 }
 
@@ -172,7 +172,7 @@ void ContestNewQso::InsertQso() {
     return;
   }
   // The station's own locator, not the contest's, makes the distance that counts.
-  Qrb.SetText(std::to_string(core::QrbKm(session_.MyLocator, Locator.Text())));
+  Qrb.SetText(std::to_string(geo::QrbKm(session_.MyLocator, Locator.Text())));
   double punti = base::Val(Qrb.Text());
   std::string note = Note.Text();
   if (const auto serial = DuplicateSerial()) {

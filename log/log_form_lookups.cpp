@@ -6,10 +6,10 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/country_map.h"
-#include "core/locator.h"
 #include "core/log_contact.h"
 #include "core/modules.h"
 #include "core/prefix.h"
+#include "geo/locator.h"
 #include "log/log_form.h"
 
 namespace brenvo::log {
@@ -122,13 +122,13 @@ void LogForm::OnCallLeave() {
 
 void LogForm::OnLocatorChange() {
   const std::string locator = Locator.Text();
-  if (!core::IsValidLocator(locator)) {
+  if (!geo::IsValidLocator(locator)) {
     Qrb.SetText("0");
     StatusBar1.SetPanel(4, "");
     return;
   }
   if (locator != PrevLocator) {
-    Qrb.SetText(std::to_string(core::QrbKm(session_.MyLocator, locator)));
+    Qrb.SetText(std::to_string(geo::QrbKm(session_.MyLocator, locator)));
     PrevLocator = locator;
   }
   TellSquare();

@@ -8,9 +8,9 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/country_map.h"
-#include "core/locator.h"
 #include "core/log_contact.h"
 #include "core/modules.h"
+#include "geo/locator.h"
 #include "log/log_form.h"
 
 namespace brenvo::log {
@@ -184,7 +184,7 @@ bool LogForm::ValidateQso() {
   const auto time = base::ParseTime(Qtr.Text());
   if (!time || *time == base::DateTime()) return false;
   if (core::IsEmptyField(CallQso.Text())) return false;
-  if (!core::IsEmptyField(Locator.Text()) && !core::IsValidLocator(Locator.Text())) {
+  if (!core::IsEmptyField(Locator.Text()) && !geo::IsValidLocator(Locator.Text())) {
     session_.Messages().Show(platform::MessageIcon::kExclamation, "", "Locator non valido");
     return false;
   }

@@ -6,7 +6,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
-#include "core/locator.h"
+#include "geo/locator.h"
 
 namespace brenvo::maps {
 namespace {
@@ -72,9 +72,9 @@ MapPoint ScrollToCentre(double x, double y, const MapView& view, const FrameSize
 
 MapBox FieldBox(std::string_view field, const MapView& view) {
   CodeAt(field, 2);
-  const core::Position centre = core::LocatorToRadians(std::string(field) + "00AA");
+  const geo::Position centre = geo::LocatorToRadians(std::string(field) + "00AA");
   const auto degrees = [](double radians) {
-    return static_cast<double>(base::RoundHalfEven(radians * (180.0 / core::kPiValue)));
+    return static_cast<double>(base::RoundHalfEven(radians * (180.0 / geo::kPiValue)));
   };
   const double longitude = degrees(centre.longitude);
   const double latitude = degrees(centre.latitude);

@@ -3,8 +3,8 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/files.h"
-#include "core/locator.h"
 #include "core/modules.h"
+#include "geo/locator.h"
 
 namespace brenvo::tables {
 namespace {
@@ -81,7 +81,7 @@ void TabellaCountry::ShowCountry() {
 
 bool TabellaCountry::ValidateCountry() {
   if (core::IsEmptyField(Codice.Text()) || core::IsEmptyField(Descrizione.Text())) return false;
-  if (core::IsEmptyField(Locator.Text()) || core::IsValidLocator(Locator.Text())) return true;
+  if (core::IsEmptyField(Locator.Text()) || geo::IsValidLocator(Locator.Text())) return true;
   session_.Messages().Show(platform::MessageIcon::kExclamation, "", "Locator non valido");
   return false;
 }

@@ -3,8 +3,8 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/files.h"
-#include "core/locator.h"
 #include "core/modules.h"
+#include "geo/locator.h"
 
 namespace brenvo::tables {
 namespace {
@@ -188,7 +188,7 @@ bool UserForm::ValidateUser() {
         static_cast<forms::TextField*>(&TNCPort)}) {
     if (core::IsEmptyField(field->Text())) return false;
   }
-  if (core::IsValidLocator(Locator.Text())) return true;
+  if (geo::IsValidLocator(Locator.Text())) return true;
   session_.Messages().Show(platform::MessageIcon::kExclamation, "", "Locator non valido");
   return false;
 }

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "core/locator.h"
+#include "geo/locator.h"
 #include "log/old_qso.h"
 #include "tests/log/log_station.h"
 
@@ -265,7 +265,7 @@ TEST_F(LookupTest, ASquareIsNewWorkedOrConfirmedByItsFirstFourCharacters) {
 TEST_F(LookupTest, ALocatorOfFourCharactersShowsNoDistanceAndNoStatus) {
   LogForm& log = NewContact();
   Type(log.Locator, "JN61FV");
-  EXPECT_EQ(log.Qrb.Text(), std::to_string(core::QrbKm("JN65AA", "JN61FV")));
+  EXPECT_EQ(log.Qrb.Text(), std::to_string(geo::QrbKm("JN65AA", "JN61FV")));
   EXPECT_EQ(log.StatusBar1.Panel(4), "New Square");
   Type(log.Locator, "JN61");
   EXPECT_EQ(log.Qrb.Text(), "0");
@@ -282,7 +282,7 @@ TEST_F(LookupTest, RetypingTheLocatorActedOnLastDoesNotComputeTheDistanceAgain) 
   EXPECT_EQ(log.Qrb.Text(), "0");
   EXPECT_EQ(log.StatusBar1.Panel(4), "New Square");
   Type(log.Locator, "JN61FW");
-  EXPECT_EQ(log.Qrb.Text(), std::to_string(core::QrbKm("JN65AA", "JN61FW")));
+  EXPECT_EQ(log.Qrb.Text(), std::to_string(geo::QrbKm("JN65AA", "JN61FW")));
 }
 
 TEST_F(LookupTest, ACountryTypedByItsCodeIsCompletedOnLeaving) {

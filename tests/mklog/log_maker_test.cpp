@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "core/locator.h"
+#include "geo/locator.h"
 #include "tests/support/places.h"
 #include "tests/support/scratch_database.h"
 
@@ -90,8 +90,8 @@ TEST(LogMakerTest, EachLocatorIsOneAndItsDistanceIsRight) {
   int seen = 0;
   for (std::size_t at = 0; at < places.size(); at = places.find('\n', at) + 1, ++seen) {
     const std::string locator = places.substr(at, 6);
-    ASSERT_TRUE(core::IsValidLocator(locator)) << locator;
-    EXPECT_EQ(core::QrbKm("JN61EV", locator), std::stoi(places.substr(at + 6))) << locator;
+    ASSERT_TRUE(geo::IsValidLocator(locator)) << locator;
+    EXPECT_EQ(geo::QrbKm("JN61EV", locator), std::stoi(places.substr(at + 6))) << locator;
   }
   EXPECT_GT(seen, kContacts / 2);
 }

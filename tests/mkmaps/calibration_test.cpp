@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/csv.h"
-#include "core/locator.h"
+#include "geo/locator.h"
 #include "maps/overlay_geometry.h"
 #include "tests/mkmaps/known_places.h"
 #include "tests/support/golden.h"
@@ -368,10 +368,10 @@ TEST(Regions, DistancesFromTheCentreAreTrueNearIt) {
 
 TEST(Positions, AreThoseOfTheProgramsOwnArithmetic) {
   for (const char* locator : {"JN65AA", "AA00AA", "RR99XX", "FN31PR", "QF56OD"}) {
-    const core::Position expected = core::LocatorToRadians(locator);
+    const geo::Position expected = geo::LocatorToRadians(locator);
     const GeoPoint position = PositionOf(locator);
-    EXPECT_NEAR(position.longitude, expected.longitude * 180 / core::kPiValue, 1e-9) << locator;
-    EXPECT_NEAR(position.latitude, expected.latitude * 180 / core::kPiValue, 1e-9) << locator;
+    EXPECT_NEAR(position.longitude, expected.longitude * 180 / geo::kPiValue, 1e-9) << locator;
+    EXPECT_NEAR(position.latitude, expected.latitude * 180 / geo::kPiValue, 1e-9) << locator;
   }
 }
 

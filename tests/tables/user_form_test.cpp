@@ -1,6 +1,6 @@
 #include "tables/user_form.h"
 
-#include "core/locator.h"
+#include "geo/locator.h"
 #include "tests/tables/tables_station.h"
 
 namespace brenvo::tables {
@@ -172,7 +172,7 @@ TEST_F(UserFormTest, ANewLocatorCountsAtOnceForDistances) {
   Type(user.Locator, "JN61FR");
   Press(user, "cmUpdate");
   EXPECT_EQ(session.MyLocator, "JN61FR");
-  EXPECT_EQ(core::QrbKm(session.MyLocator, "JN65AA"), core::QrbKm("JN61FR", "JN65AA"));
+  EXPECT_EQ(geo::QrbKm(session.MyLocator, "JN65AA"), geo::QrbKm("JN61FR", "JN65AA"));
 }
 
 TEST_F(UserFormTest, TheManagerPathIsStoredTrimmedAndABlankOneAsEmpty) {

@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "base/text.h"
-#include "core/locator.h"
 #include "core/modules.h"
 #include "core/prefix.h"
 #include "core/session.h"
 #include "core/transaction.h"
 #include "demonstration/countries.h"
+#include "geo/locator.h"
 #include "mklog/dice.h"
 
 namespace brenvo::demonstration {
@@ -52,7 +52,7 @@ std::vector<Station> MakeStations(int count, mklog::Dice& dice) {
     for (int letters = 2; letters > 0; --letters) {
       station.locator += static_cast<char>(dice.Between('A', 'X'));
     }
-    station.near = country.near && core::QrbKm(kOwnLocator, station.locator) < kNearKm;
+    station.near = country.near && geo::QrbKm(kOwnLocator, station.locator) < kNearKm;
     if (dice.Chance(0.04)) station.manager = "IK3MGR";
     stations.push_back(std::move(station));
   }
@@ -127,7 +127,7 @@ void WriteContact(core::Session& session, const Station& station, const BandUse&
                   base::DateTime time, mklog::Dice& dice) {
   engine::Table& log = *session.TbLog;
   const std::string_view mode = ModeOn(band, dice);
-  const int km = core::QrbKm(kOwnLocator, station.locator);
+  const int km = geo::QrbKm(kOwnLocator, station.locator);
   const char* report = mode == "SSB" || mode == "FM" ? "59" : mode == "FT8" ? "-08" : "599";
   log.AddNew();
   log.Set("DataQso", time);
@@ -188,7 +188,7 @@ void WriteContest(core::Session& session, const std::vector<Station>& stations, 
   int serial = 0;
   for (const Station& station : stations) {
     if (!station.near || serial == 96) continue;
-    const int km = core::QrbKm("JN55VU", station.locator);
+    const int km = geo::QrbKm("JN55VU", station.locator);
     const int minute = serial * 9 + dice.Between(0, 4);
     contacts.AddNew();
     contacts.Set("DataContest", day);

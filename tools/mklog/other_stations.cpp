@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "core/locator.h"
+#include "geo/locator.h"
 
 namespace brenvo::mklog {
 namespace {
@@ -107,9 +107,9 @@ std::string LocatorAt(double longitude, double latitude) {
 
 // About `east` and `north` degrees around a locator.
 std::string LocatorAround(std::string_view locator, double east, double north, Dice& dice) {
-  const core::Position middle = core::LocatorToRadians(locator);
-  return LocatorAt(middle.longitude * 180 / core::kPiValue + dice.Bell() * east * 1.5,
-                   middle.latitude * 180 / core::kPiValue + dice.Bell() * north * 1.5);
+  const geo::Position middle = geo::LocatorToRadians(locator);
+  return LocatorAt(middle.longitude * 180 / geo::kPiValue + dice.Bell() * east * 1.5,
+                   middle.latitude * 180 / geo::kPiValue + dice.Bell() * north * 1.5);
 }
 
 std::string SuffixOf(Dice& dice) {
@@ -152,7 +152,7 @@ OtherStations::OtherStations(sqlite3* file, std::uint64_t seed) : seed_(seed) {
   std::erase_if(countries_, [](const Country& country) { return country.prefixes.empty(); });
   places_.clear();
   for (std::size_t i = 0; i < countries_.size(); ++i) places_[countries_[i].code] = i;
-  if (!core::IsValidLocator(myLocator_)) throw std::runtime_error("the profile has no locator");
+  if (!geo::IsValidLocator(myLocator_)) throw std::runtime_error("the profile has no locator");
   for (const Home& home : kHomes) {
     if (!places_.contains(home.code)) {
       throw std::runtime_error(fmt::format("no prefix leads to the country '{}'", home.code));
@@ -208,7 +208,7 @@ OtherStation OtherStations::Make(std::uint64_t number) const {
   if (station.continente != "EU" && dice.Chance(0.15)) {
     station.manager = fmt::format("{}{}", dice.OneOf(country.prefixes).prefisso, SuffixOf(dice));
   }
-  station.qrb = station.locator == myLocator_ ? 1 : core::QrbKm(myLocator_, station.locator);
+  station.qrb = station.locator == myLocator_ ? 1 : geo::QrbKm(myLocator_, station.locator);
   station.answers = dice.Chance(0.6);
   return station;
 }

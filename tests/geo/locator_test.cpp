@@ -1,4 +1,4 @@
-#include "core/locator.h"
+#include "geo/locator.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include "file/database_file.h"
 #include "tests/support/station.h"
 
-namespace brenvo::core {
+namespace brenvo::geo {
 namespace {
 
 TEST(Locator, PairsAreComparedAsTextsAndNotAsClasses) {
@@ -145,4 +145,4 @@ TEST(Locator, TheDeliveredOneIsNobodysAndGivesEachCountryADistanceAndABearing) {
 }
 
 }  // namespace
-}  // namespace brenvo::core
+}  // namespace brenvo::geo

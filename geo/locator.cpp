@@ -1,4 +1,4 @@
-#include "core/locator.h"
+#include "geo/locator.h"
 
 #include <array>
 #include <cmath>
@@ -7,7 +7,7 @@
 #include "base/number.h"
 #include "base/text.h"
 
-namespace brenvo::core {
+namespace brenvo::geo {
 namespace {
 
 double Sqr(double x) {
@@ -103,4 +103,4 @@ std::string PositionLine(std::string_view fromLocator, std::string_view toLocato
          base::Str(WholeDegrees(to.longitude)) + "°  -  Km." + base::Str(distance);
 }
 
-}  // namespace brenvo::core
+}  // namespace brenvo::geo

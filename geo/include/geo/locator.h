@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvo::core {
+namespace brenvo::geo {
 
 inline constexpr double kPiValue = 3.1415925635;
 inline constexpr double kTwoPiValue = 6.283185127;
@@ -44,4 +44,4 @@ Bearing BearingSpLp(std::string_view fromLocator, std::string_view toLocator);
 // "SP 308°/LP 128°  -  LAT 51°/LONG-2°  -  Km. 1233": bearing, position of `toLocator`, distance.
 std::string PositionLine(std::string_view fromLocator, std::string_view toLocator);
 
-}  // namespace brenvo::core
+}  // namespace brenvo::geo
