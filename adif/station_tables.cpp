@@ -146,9 +146,8 @@ const PrefixFacts& StationTables::Prefix(std::string_view call) {
   PrefixFacts facts;
   const core::ResolvedPrefix resolved = core::ResolvePrefix(session_, call);
   if (!resolved.Prefisso.empty()) {
-    engine::Table& prefissi = *session_.TbPrefissi;
-    facts = {resolved.Prefisso, resolved.Country, core::FieldText(prefissi, "Continente"),
-             prefissi.Field("Zona CQ").Number(), prefissi.Field("Zona ITU").Number()};
+    facts = {resolved.Prefisso, resolved.Country, resolved.Continente.Text(),
+             resolved.ZonaCQ.Number(), resolved.ZonaITU.Number()};
   }
   return prefixes_.emplace(std::move(candidate), std::move(facts)).first->second;
 }

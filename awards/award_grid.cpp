@@ -199,10 +199,15 @@ void AwardGrid::ListEntry(const Group& group) {
   } else {
     Try([&] { WriteKey(row, group); });
   }
-  Try([&] { Describe(row, group); });
+  std::optional<Described> described;
+  Try([&] {
+    described = Find(group);
+    // The reference table's own row has its description already.
+    if (described && !listsAll_) Spread1.SetCell(row, 1, described->text);
+  });
   Try([&] { Spread1.SetCell(row, member_.qslColumn, group.confirmed ? member_.confirmed : ""); });
   if (group.confirmed) ++confirmed_;
-  if (member_.traits.flags) Try([&] { ShowFlag(row); });
+  if (member_.traits.flags && described) Try([&] { ShowFlag(row, described->flag); });
   Try([&] { Paint(row, group.confirmed); });
   if (!listsAll_) NextRow();
 }
@@ -218,33 +223,32 @@ void AwardGrid::WriteKey(std::int64_t row, const Group& group) {
   if (member_.traits.flags) Spread1.SetRowHeight(row, kFlagRowHeight);
 }
 
-void AwardGrid::Describe(std::int64_t row, const Group& group) {
-  engine::Table* table = session_.TbCountry.get();
+std::optional<AwardGrid::Described> AwardGrid::Find(const Group& group) {
+  const auto ofCountry = [this](std::string_view code) -> std::optional<Described> {
+    const auto country = core::FindCountry(session_, code);
+    if (!country) return std::nullopt;
+    return Described{country->Descrizione, country->Flag};
+  };
   switch (member_.text) {
     case EntryText::kNothing:
     case EntryText::kSplitKey:
-      return;
+      return std::nullopt;
     case EntryText::kCountryOfKey:
-      table->Seek("=", {group.key});
-      break;
+      return ofCountry(group.key);
     case EntryText::kCountryOfGroup:
-      table->Seek("=", {base::Trim(group.second)});
-      break;
-    case EntryText::kProvinceOfKey:
-      table = session_.TbProvincie.get();
-      table->Seek("=", {group.second, group.key});
-      break;
+      return ofCountry(base::Trim(group.second));
+    case EntryText::kProvinceOfKey: {
+      const auto province = core::FindProvince(session_, group.second, group.key);
+      if (!province) return std::nullopt;
+      return Described{province->Descrizione, ""};
+    }
   }
-  // The reference table's own row has its description already.
-  if (!listsAll_ && !table->NoMatch())
-    Spread1.SetCell(row, 1, core::FieldText(*table, "Descrizione"));
+  return std::nullopt;
 }
 
-// Of the country that Describe found.
-void AwardGrid::ShowFlag(std::int64_t row) {
-  const std::string flag = core::FieldText(*session_.TbCountry, "Flag");
+void AwardGrid::ShowFlag(std::int64_t row, std::string_view flag) {
   if (core::IsEmptyField(flag)) return;
-  const std::filesystem::path picture = session_.File("\\" + flag);
+  const std::filesystem::path picture = session_.File(fmt::format("\\{}", flag));
   if (std::filesystem::exists(picture)) {
     Spread1.SetAlignment(row, kFlagColumn, forms::CellAlignment::kCentre);
     Spread1.SetCellPicture(row, kFlagColumn, picture.string());

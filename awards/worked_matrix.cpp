@@ -179,19 +179,19 @@ void WorkedMatrix::ResolveCall(std::string_view call) {
   countryLabel_.clear();
   countryLocator_.clear();
   const core::ResolvedPrefix resolved = core::ResolvePrefix(session_, call);
-  engine::Table& prefissi = *session_.TbPrefissi;
-  if (resolved.Prefisso.empty() || !core::SeekPrefix(prefissi, resolved.Prefisso)) return;
-  const auto zone = [&](std::string_view column) {
-    const engine::Value value = prefissi.Field(column);
+  if (resolved.Prefisso.empty()) return;
+  const auto zone = [](const engine::Value& value) {
     return value.IsNull() ? std::string() : base::Str(value.Number());
   };
-  keys_[kPrefisso] = core::FieldText(prefissi, "Prefisso");
-  keys_[kZonaCQ] = zone("Zona CQ");
-  keys_[kZonaITU] = zone("Zona ITU");
-  keys_[kContinente] = core::FieldText(prefissi, "Continente");
-  keys_[kCountry] = core::FieldText(prefissi, "Country");
-  countryLabel_ = core::FindCountryText(session_, keys_[kCountry]);
-  if (!countryLabel_.empty()) countryLocator_ = core::FieldText(*session_.TbCountry, "Locator");
+  keys_[kPrefisso] = resolved.Prefisso;
+  keys_[kZonaCQ] = zone(resolved.ZonaCQ);
+  keys_[kZonaITU] = zone(resolved.ZonaITU);
+  keys_[kContinente] = resolved.Continente.Text();
+  keys_[kCountry] = resolved.Country;
+  if (const auto country = core::FindCountry(session_, resolved.Country)) {
+    countryLabel_ = core::TextOf(*country);
+    countryLocator_ = country->Locator;
+  }
 }
 
 void WorkedMatrix::WriteLabel(Level level, std::string_view label) {

@@ -29,10 +29,8 @@ AutoCall::AutoCall(core::Session& session, forms::Command& button)
 }
 
 void AutoCall::Load() {
-  engine::Table& user = *session_.TbUser;
-  user.MoveFirst();
-  recording_ = core::PlayedFileIn(session_.AppPath, "\\" + core::FieldText(user, "CallFile"));
-  const double seconds = base::Val(core::FieldText(user, "CallInterval"));
+  recording_ = core::PlayedFileIn(session_.AppPath, "\\" + core::ProfileText(session_, "CallFile"));
+  const double seconds = base::Val(core::ProfileText(session_, "CallInterval"));
   timer_->SetInterval(static_cast<int>(std::clamp(seconds, 0.0, kLongestSeconds) * 1000));
   timer_->SetEnabled(false);
 }

@@ -50,8 +50,8 @@ constexpr BoxColumn kBoxes[] = {{"MoltSquare", &ContestForm::Square},
                                 {"MoltCountry", &ContestForm::Country},
                                 {"MoltExch", &ContestForm::Exch}};
 
-std::string NumberText(engine::Recordset& record, std::string_view column) {
-  return base::PlainNumber(base::Val(core::FieldText(record, column)));
+std::string NumberText(const engine::Value& value) {
+  return base::PlainNumber(base::Val(value.Text()));
 }
 
 // A move at an end of the table, or in an empty one, is harmless.
@@ -115,7 +115,7 @@ void ContestForm::ContestDisplay() {
   shown_ = contest.GetBookmark();
   const auto show = [&](const TextColumn& each) {
     (this->*each.field)
-        .SetText(each.number ? NumberText(contest, each.column)
+        .SetText(each.number ? NumberText(contest.Field(each.column))
                              : core::FieldText(contest, each.column));
   };
   DataContest.SetText(base::DateText(contest.Field("DataContest").Date()));
@@ -286,23 +286,19 @@ void ContestForm::ContestClear() {
 void ContestForm::OnBandaChange() {
   const std::string band = Banda.Text();
   if (band.empty() || band == PrevBanda) return;
-  engine::Table& user = *session_.TbUser;
-  user.MoveFirst();
-  CallContest.SetText(core::FieldText(user, "Call"));
-  Qra.SetText(core::FieldText(user, "Qra"));
-  Qth.SetText(core::FieldText(user, "Qth"));
-  Indirizzo.SetText(core::FieldText(user, "Indirizzo"));
-  Provincia.SetText(core::FieldText(user, "Provincia"));
-  Locator.SetText(core::FieldText(user, "Locator"));
+  CallContest.SetText(core::ProfileText(session_, "Call"));
+  Qra.SetText(core::ProfileText(session_, "Qra"));
+  Qth.SetText(core::ProfileText(session_, "Qth"));
+  Indirizzo.SetText(core::ProfileText(session_, "Indirizzo"));
+  Provincia.SetText(core::ProfileText(session_, "Provincia"));
+  Locator.SetText(core::ProfileText(session_, "Locator"));
   SQTH.SetText(Qth.Text());
   SProvincia.SetText(Provincia.Text());
-  engine::Table& bands = *session_.TbUserRTX;
-  bands.Seek("=", {band});
-  if (!bands.NoMatch()) {
-    Frequenza.SetText(NumberText(bands, "Frequenza"));
-    Potenza.SetText(NumberText(bands, "Potenza"));
-    RTX.SetText(core::FieldText(bands, "RTX"));
-    Antenna.SetText(core::FieldText(bands, "Antenna"));
+  if (const auto profile = core::FindBandProfile(session_, band)) {
+    Frequenza.SetText(NumberText(profile->Frequenza));
+    Potenza.SetText(NumberText(profile->Potenza));
+    RTX.SetText(profile->RTX);
+    Antenna.SetText(profile->Antenna);
   }
   PrevBanda = band;
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "core/session.h"
+#include "core/station_profile.h"
 #include "core/transaction.h"
 #include "reg1test.h"
 #include "score.h"
@@ -23,10 +24,9 @@ void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
 }
 
 std::optional<double> MhzOf(core::Session& session, std::string_view band) {
-  engine::Table& bands = *session.TbUserRTX;
-  bands.Seek("=", {band});
-  if (bands.NoMatch()) return std::nullopt;
-  return bands.Field("Frequenza").Number();
+  const auto profile = core::FindBandProfile(session, band);
+  if (!profile) return std::nullopt;
+  return profile->Frequenza.Number();
 }
 
 }  // namespace

@@ -64,7 +64,7 @@ void MainFrame::Load() {
 }
 
 void MainFrame::ShowFirstStep() {
-  const bool isDelivered = FieldText(*session_.TbUser, "Call") == kDeliveredCall;
+  const bool isDelivered = ProfileText(session_, "Call") == kDeliveredCall;
   PrimoPasso.SetText(isDelivered ? kFirstStep : "");
 }
 

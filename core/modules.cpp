@@ -125,20 +125,6 @@ void LoadNotes(Session& session, forms::ListField& list, std::string_view kind) 
   list.SetItems(std::move(items));
 }
 
-std::string FindCountryText(Session& session, std::string_view code) {
-  engine::Table& countries = *session.TbCountry;
-  countries.Seek("=", {code});
-  if (countries.NoMatch()) return {};
-  return base::PadRight(FieldText(countries, "Country"), 5) + FieldText(countries, "Descrizione");
-}
-
-std::string FindProvinceText(Session& session, std::string_view country, std::string_view code) {
-  engine::Table& provinces = *session.TbProvincie;
-  provinces.Seek("=", {country, code});
-  if (provinces.NoMatch()) return {};
-  return base::PadRight(FieldText(provinces, "Provincia"), 4) + FieldText(provinces, "Descrizione");
-}
-
 void AppendPickedNote(Session& session, forms::TextField& note) {
   session.NoteChoice.clear();
   forms::Window* help = session.Windows.LoadNew("Help");

@@ -34,7 +34,8 @@ bool SeekPrefix(engine::Table& prefissi, std::string_view prefix) {
 ResolvedPrefix ResolvePrefix(engine::Table& prefissi, std::string_view call) {
   const std::string candidate = PrefixCandidate(call);
   if (candidate.empty() || !SeekPrefix(prefissi, candidate)) return {};
-  return {candidate, prefissi.Field("Country").Text()};
+  return {candidate, prefissi.Field("Country").Text(), prefissi.Field("Zona CQ"),
+          prefissi.Field("Zona ITU"), prefissi.Field("Continente")};
 }
 
 ResolvedPrefix ResolvePrefix(Session& session, std::string_view call) {

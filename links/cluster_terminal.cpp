@@ -118,7 +118,7 @@ void ClusterTerminal::SendText(std::string_view text, std::string_view lineEnd) 
 }
 
 void ClusterTerminal::SendConnect() {
-  SendText("c " + core::FieldText(*session_.TbUser, "ClusterNode"), kLineEnd);
+  SendText("c " + core::ProfileText(session_, "ClusterNode"), kLineEnd);
 }
 
 void ClusterTerminal::SendTyped() {

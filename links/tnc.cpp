@@ -32,10 +32,10 @@ void TNC::Load() {
 }
 
 void TNC::Open() {
-  engine::Table& user = *session_.TbUser;
-  comm1_->SetSettings(base::PlainNumber(base::Val(core::FieldText(user, "TNCBaud"))) + ",N,8,1");
+  comm1_->SetSettings(base::PlainNumber(base::Val(core::ProfileText(session_, "TNCBaud"))) +
+                      ",N,8,1");
   comm1_->SetPortNumber(
-      static_cast<int>(base::Val(base::Right(core::FieldText(user, "TNCPort"), 1))));
+      static_cast<int>(base::Val(base::Right(core::ProfileText(session_, "TNCPort"), 1))));
   comm1_->Open();
   FillMenus();
 }

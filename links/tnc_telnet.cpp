@@ -26,7 +26,7 @@ void TNCtelnet::Load() {
 }
 
 void TNCtelnet::Open() {
-  ConnectTo(*winsock1_, core::FieldText(*session_.TbUser, "TelnetCluster"));
+  ConnectTo(*winsock1_, core::ProfileText(session_, "TelnetCluster"));
   FillMenus();
 }
 

@@ -44,7 +44,7 @@ void WWConv::Load() {
 
 void WWConv::Open() {
   FillMenuFromFile(session_.File("\\wwconv.mnu"), CMI, Comandi);
-  ConnectTo(*winsock1_, core::FieldText(*session_.TbUser, "TelnetWWConv"));
+  ConnectTo(*winsock1_, core::ProfileText(session_, "TelnetWWConv"));
 }
 
 void WWConv::Unload() {

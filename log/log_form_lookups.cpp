@@ -102,15 +102,13 @@ void LogForm::OnCallLeave() {
        {static_cast<forms::TextField*>(&Country), &Prefisso, &ZonaCQ, &ZonaITU, &Continente}) {
     field->SetText("");
   }
-  engine::Table& prefissi = *session_.TbPrefissi;
   const core::ResolvedPrefix resolved = core::ResolvePrefix(session_, CallQso.Text());
-  if (!resolved.Prefisso.empty() && core::SeekPrefix(prefissi, resolved.Prefisso)) {
+  if (!resolved.Prefisso.empty()) {
     Prefisso.SetText(base::PadRight(resolved.Prefisso, 5));
-    ZonaCQ.SetText(core::FieldText(prefissi, "Zona CQ"));
-    ZonaITU.SetText(core::FieldText(prefissi, "Zona ITU"));
-    Continente.SetText(core::FieldText(prefissi, "Continente"));
-    const std::string country =
-        core::FindCountryText(session_, core::FieldText(prefissi, "Country"));
+    ZonaCQ.SetText(resolved.ZonaCQ.Text());
+    ZonaITU.SetText(resolved.ZonaITU.Text());
+    Continente.SetText(resolved.Continente.Text());
+    const std::string country = core::FindCountryText(session_, resolved.Country);
     if (!country.empty()) Country.SetText(country);
     if (Country.Text() != PrevCountry) {
       Provincia.SetText("");
@@ -193,14 +191,11 @@ void LogForm::OnNotePick() { core::AppendPickedNote(session_, Note); }
 
 void LogForm::OnBandaChange() {
   if (Banda.Text() == PrevBanda) return;
-  engine::Table& bands = *session_.TbUserRTX;
-  bands.Seek("=", {Banda.Text()});
-  if (!bands.NoMatch()) {
-    Frequenza.SetText(base::Str(base::Val(core::FieldText(bands, "Frequenza"))));
-    QrkDato.SetText(core::FieldText(bands, "RST"));
-    Potenza.SetText(base::Str(base::Val(core::FieldText(bands, "Potenza"))));
-    const std::string mode = core::FieldText(bands, "Modo");
-    core::SelectListEntry(Modo, mode, std::max(kModeWidth, base::Len(mode)));
+  if (const auto profile = core::FindBandProfile(session_, Banda.Text())) {
+    Frequenza.SetText(base::Str(base::Val(profile->Frequenza.Text())));
+    QrkDato.SetText(profile->RST);
+    Potenza.SetText(base::Str(base::Val(profile->Potenza.Text())));
+    core::SelectListEntry(Modo, profile->Modo, std::max(kModeWidth, base::Len(profile->Modo)));
   }
   PrevBanda = Banda.Text();
 }

@@ -14,8 +14,8 @@ void RunReport(core::Session& session, const std::filesystem::path& layout) {
   if (!file) throw std::runtime_error("Manca il formato di stampa " + layout.filename().string());
   const std::string text{std::istreambuf_iterator<char>(file), {}};
   const ReportLayout parsed = ParseReportLayout(text);
-  const ReportTexts texts = {{"call", core::FieldText(*session.TbUser, "Call")},
-                             {"qra", core::FieldText(*session.TbUser, "Qra")},
+  const ReportTexts texts = {{"call", core::ProfileText(session, "Call")},
+                             {"qra", core::ProfileText(session, "Qra")},
                              {"data", base::DateText(session.Now())}};
   // Not before the first rows: the printer's dialog must not stand behind it.
   std::unique_ptr<platform::Progress> progress;

@@ -102,10 +102,11 @@ int StampaQsl::PrintLabels() {
       "SELECT * FROM Log WHERE (QslDaInviare OR (QslRicevuta and not QslInviata))");
   if (rows->EOF_()) return undated;
   platform::Printer& printer = session_.Machine.GetPrinter();
-  engine::Table& user = *session_.TbUser;
-  const StationLabel station{core::FieldText(user, "Call"),    core::FieldText(user, "Qra"),
-                             core::FieldText(user, "Locator"), core::FieldText(user, "Indirizzo"),
-                             core::FieldText(user, "Qth"),     core::FieldText(user, "Provincia")};
+  const auto profile = [this](std::string_view column) {
+    return core::ProfileText(session_, column);
+  };
+  const StationLabel station{profile("Call"),      profile("Qra"), profile("Locator"),
+                             profile("Indirizzo"), profile("Qth"), profile("Provincia")};
   LabelGrid grid({AltezzaEtichetta.Value(), LarghezzaEtichetta.Value(), SpazOrizzontale.Value(),
                   SpazVerticale.Value(), MargineSuperiore.Value(), MargineSinistro.Value(),
                   EtichXFila.Value()});

@@ -35,7 +35,7 @@ void TabellaCountry::HandleEvents() {
   X.Filter = core::DigitsOnlyKey;
   Y.Filter = core::DigitsOnlyKey;
   LBCountry.OnClick = [this] {
-    if (SeekChosen()) ShowCountry();
+    if (engine::Table* row = Chosen()) ShowCountry(*row);
   };
   for (forms::TextField* field : {&Mappa, &Flag}) {
     field->Filter = [](char32_t pressed) { return pressed == forms::kBackspace ? pressed : 0; };
@@ -58,13 +58,13 @@ void TabellaCountry::Load() {
 
 void TabellaCountry::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
-bool TabellaCountry::SeekChosen() {
-  session_.TbCountry->Seek("=", {base::Left(LBCountry.Text(), kCodeWidth)});
-  return !session_.TbCountry->NoMatch();
+engine::Table* TabellaCountry::Chosen() {
+  engine::Table& countries = *session_.TbCountry;
+  countries.Seek("=", {base::Left(LBCountry.Text(), kCodeWidth)});
+  return countries.NoMatch() ? nullptr : &countries;
 }
 
-void TabellaCountry::ShowCountry() {
-  engine::Table& row = *session_.TbCountry;
+void TabellaCountry::ShowCountry(engine::Recordset& row) {
   const std::pair<forms::TextField*, const char*> texts[] = {
       {&Codice, "Country"}, {&Descrizione, "Descrizione"},
       {&Mappa, "Mappa"},    {&Flag, "Flag"},
@@ -103,7 +103,7 @@ void TabellaCountry::Store() {
 void TabellaCountry::ReloadAndSelect() {
   core::LoadCountries(session_, LBCountry);
   core::SelectListEntry(LBCountry, Codice.Text(), kCodeWidth);
-  SeekChosen();
+  Chosen();
 }
 
 void TabellaCountry::Insert() {
@@ -119,7 +119,7 @@ void TabellaCountry::Update() {
   if (!ValidateCountry()) return;
   core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     // Other windows move the table's handle meanwhile: back to the country chosen from the list.
-    if (LBCountry.ListIndex() >= 0) SeekChosen();
+    if (LBCountry.ListIndex() >= 0) Chosen();
     session_.TbCountry->Edit();
     Store();
   });
@@ -127,8 +127,9 @@ void TabellaCountry::Update() {
 }
 
 void TabellaCountry::Delete() {
-  if (!SeekChosen()) return;
-  session_.TbCountry->Delete();
+  engine::Table* row = Chosen();
+  if (row == nullptr) return;
+  row->Delete();
   LBCountry.RemoveItem(LBCountry.ListIndex());
 }
 

@@ -18,9 +18,10 @@ TabellaNote::TabellaNote(core::Session& session)
       session_(session) {
   CancelCommand = &cmExit;
   LBNote.OnClick = [this] {
-    if (!SeekChosen()) return;
-    Codice.SetText(core::FieldText(*session_.TbNoteHelp, "TipoNota"));
-    Nota.SetText(core::FieldText(*session_.TbNoteHelp, "Nota"));
+    engine::Table* row = Chosen();
+    if (row == nullptr) return;
+    Codice.SetText(core::FieldText(*row, "TipoNota"));
+    Nota.SetText(core::FieldText(*row, "Nota"));
   };
 }
 
@@ -31,10 +32,10 @@ void TabellaNote::Load() {
 
 void TabellaNote::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
-bool TabellaNote::SeekChosen() {
-  session_.TbNoteHelp->Seek(
-      "=", {base::Left(LBNote.Text(), kKeyWidth), base::Mid(LBNote.Text(), kTypeWidth + 1)});
-  return !session_.TbNoteHelp->NoMatch();
+engine::Table* TabellaNote::Chosen() {
+  engine::Table& notes = *session_.TbNoteHelp;
+  notes.Seek("=", {base::Left(LBNote.Text(), kKeyWidth), base::Mid(LBNote.Text(), kTypeWidth + 1)});
+  return notes.NoMatch() ? nullptr : &notes;
 }
 
 bool TabellaNote::ValidateNote() const {
@@ -52,7 +53,7 @@ void TabellaNote::ReloadAndSelect() {
   core::LoadNotes(session_, LBNote, "ALL");
   const std::string entry = base::PadRight(Codice.Text(), kTypeWidth) + Nota.Text();
   core::SelectListEntry(LBNote, entry, base::Len(entry));
-  SeekChosen();
+  Chosen();
 }
 
 void TabellaNote::Insert() {
@@ -67,6 +68,7 @@ void TabellaNote::Insert() {
 void TabellaNote::Update() {
   if (!ValidateNote()) return;
   core::TryWrite(session_, "Aggiornamento nota", kRepeated, [this] {
+    if (LBNote.ListIndex() >= 0) Chosen();
     session_.TbNoteHelp->Edit();
     Store();
   });
@@ -74,8 +76,9 @@ void TabellaNote::Update() {
 }
 
 void TabellaNote::Delete() {
-  if (!SeekChosen()) return;
-  session_.TbNoteHelp->Delete();
+  engine::Table* row = Chosen();
+  if (row == nullptr) return;
+  row->Delete();
   LBNote.RemoveItem(LBNote.ListIndex());
 }
 

@@ -22,9 +22,10 @@ TabellaProvincie::TabellaProvincie(core::Session& session)
   Codice.Filter = core::UpperKey;
   LBCountry.OnClick = [this] { core::LoadProvinces(session_, LBProv, ChosenCountry()); };
   LBProv.OnClick = [this] {
-    if (!SeekChosen(kProvinceWidth)) return;
-    Codice.SetText(core::FieldText(*session_.TbProvincie, "Provincia"));
-    Descrizione.SetText(core::FieldText(*session_.TbProvincie, "Descrizione"));
+    engine::Table* row = Chosen(kProvinceWidth);
+    if (row == nullptr) return;
+    Codice.SetText(core::FieldText(*row, "Provincia"));
+    Descrizione.SetText(core::FieldText(*row, "Descrizione"));
   };
 }
 
@@ -39,9 +40,10 @@ std::string TabellaProvincie::ChosenCountry() const {
   return base::Left(LBCountry.Text(), kCountryWidth);
 }
 
-bool TabellaProvincie::SeekChosen(std::size_t codeWidth) {
-  session_.TbProvincie->Seek("=", {ChosenCountry(), base::Left(LBProv.Text(), codeWidth)});
-  return !session_.TbProvincie->NoMatch();
+engine::Table* TabellaProvincie::Chosen(std::size_t codeWidth) {
+  engine::Table& provinces = *session_.TbProvincie;
+  provinces.Seek("=", {ChosenCountry(), base::Left(LBProv.Text(), codeWidth)});
+  return provinces.NoMatch() ? nullptr : &provinces;
 }
 
 bool TabellaProvincie::ValidateProvince() const {
@@ -60,7 +62,7 @@ void TabellaProvincie::Store() {
 void TabellaProvincie::ReloadAndSelect() {
   core::LoadProvinces(session_, LBProv, ChosenCountry());
   core::SelectListEntry(LBProv, Codice.Text(), kProvinceWidth);
-  SeekChosen(kProvinceWidth);
+  Chosen(kProvinceWidth);
 }
 
 void TabellaProvincie::Insert() {
@@ -77,7 +79,7 @@ void TabellaProvincie::Update() {
   // The title is the country table's, as operators know it.
   core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     // Other windows move the table's handle meanwhile: back to the province chosen from the list.
-    if (LBProv.ListIndex() >= 0) SeekChosen(kProvinceWidth);
+    if (LBProv.ListIndex() >= 0) Chosen(kProvinceWidth);
     session_.TbProvincie->Edit();
     Store();
   });
@@ -85,8 +87,9 @@ void TabellaProvincie::Update() {
 }
 
 void TabellaProvincie::Delete() {
-  if (!SeekChosen(kDeletedCodeWidth)) return;
-  session_.TbProvincie->Delete();
+  engine::Table* row = Chosen(kDeletedCodeWidth);
+  if (row == nullptr) return;
+  row->Delete();
   LBProv.RemoveItem(LBProv.ListIndex());
 }
 

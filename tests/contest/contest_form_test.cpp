@@ -311,6 +311,16 @@ TEST_F(ContestFormTest, ChoosingABandFillsInTheStation) {
   EXPECT_EQ(contest.Antenna.Text(), "17 el.");
 }
 
+TEST_F(ContestFormTest, ABandFillsInItsOwnRowWhereverTheBandsAreLedMeanwhile) {
+  session.Db.Execute("UPDATE UserRTX SET RTX='FT-736R' WHERE Banda='  2 m'");
+  session.Db.Execute("UPDATE UserRTX SET RTX='altro' WHERE Banda='160 m'");
+  ContestForm& contest = OpenContest();
+  contest.Frequenza.OnChange = [this] { session.TbUserRTX->MoveFirst(); };
+  Event([&] { contest.Banda.SetText("  2 m"); });
+  EXPECT_EQ(contest.Frequenza.Text(), "144.3");
+  EXPECT_EQ(contest.RTX.Text(), "FT-736R");
+}
+
 TEST_F(ContestFormTest, ChoosingTheSameBandAgainFillsInNothing) {
   ContestForm& contest = OpenContest();
   Event([&] { contest.Banda.SetText("  2 m"); });

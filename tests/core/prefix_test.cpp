@@ -68,5 +68,15 @@ TEST_F(PrefixTest, ACountryOfNullResolvesToAnEmptyText) {
   EXPECT_EQ(resolved.Country, "");
 }
 
+TEST_F(PrefixTest, TheAnswerHoldsZonesAndContinentWhereverTheTableIsLedMeanwhile) {
+  const ResolvedPrefix resolved = ResolvePrefix(session, "IK3ABC");
+  ResolvePrefix(session, "K1ABC");
+  EXPECT_EQ(resolved.ZonaCQ.Integer(), 15);
+  EXPECT_EQ(resolved.ZonaITU.Integer(), 28);
+  EXPECT_EQ(resolved.Continente.Text(), "EU");
+  const ResolvedPrefix none = ResolvePrefix(session, "ŽŽ9A");
+  EXPECT_TRUE(none.ZonaCQ.IsNull() && none.ZonaITU.IsNull() && none.Continente.IsNull());
+}
+
 }  // namespace
 }  // namespace brenvo::core

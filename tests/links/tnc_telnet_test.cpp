@@ -18,6 +18,13 @@ TEST_F(TelnetTest, ConnectsToTheHostAndPortOfTheProfile) {
   EXPECT_EQ(Lines(), Texts{"connect TNCtelnet \"dxc.example.org\" 7300"});
 }
 
+TEST_F(TelnetTest, ConnectsToThatHostWhereverTheProfilesTableWasLeft) {
+  session.TbUser->MoveLast();
+  session.TbUser->MoveNext();
+  OpenTelnet();
+  EXPECT_EQ(Lines(), Texts{"connect TNCtelnet \"dxc.example.org\" 7300"});
+}
+
 TEST_F(TelnetTest, WithoutAColonConnectsWithNoPort) {
   Profile("TelnetCluster='dxc.example.org'");
   OpenTelnet();

@@ -153,6 +153,16 @@ TEST_F(LookupTest, LeavingACallFillsWhatTheLogKnowsOfIt) {
   EXPECT_EQ(log.PrevCountry, kItaly);
 }
 
+TEST_F(LookupTest, LeavingACallFillsItsOwnZonesWhereverTheTablesAreLedMeanwhile) {
+  LogForm& log = NewContact();
+  log.Prefisso.OnChange = [&] { session.TbPrefissi->MoveFirst(); };
+  Enter(log.CallQso, "IK3ABC");
+  EXPECT_EQ(log.Prefisso.Text(), "IK3  ");
+  EXPECT_EQ(log.ZonaCQ.Text(), "15");
+  EXPECT_EQ(log.ZonaITU.Text(), "28");
+  EXPECT_EQ(log.Country.Text(), kItaly);
+}
+
 TEST_F(LookupTest, LeavingACallSetsTheCountryStatusWithIt) {
   Store("IK3ABC", "  2 m", ",Country,QslRicevuta", ",'I',true");
   LogForm& log = NewContact();

@@ -96,6 +96,15 @@ TEST_F(TabellaNoteTest, ATypeLongerThanFiveIsStoredAndNotFoundFromTheList) {
   EXPECT_THAT(Notes(), testing::Contains("SEIQUI|lunga"));
 }
 
+TEST_F(TabellaNoteTest, UpdateWorksOnTheNoteChosenWhereverAnotherWindowHasLedTheTable) {
+  TabellaNote& table = OpenTable();
+  Click(table.LBNote, "PROP  F2");
+  session.TbNoteHelp->Seek("=", {"QSL", "Via bureau"});
+  Type(table.Nota, "F2 lunga");
+  Press(table, "cmUpdate");
+  EXPECT_EQ(Notes(), (Texts{"PROP|E.S.", "PROP|F2 lunga", "QSL|Via bureau"}));
+}
+
 TEST_F(TabellaNoteTest, TheHintSpeaksOfADoubleClick) {
   TabellaNote& table = OpenTable();
   Hover(table.LBNote);

@@ -110,9 +110,9 @@ void SetPlace(core::Session& session, engine::Table& log, const Station& station
   if (resolved.Prefisso.empty()) return;
   log.Set("Prefisso", base::RTrim(resolved.Prefisso));
   log.Set("Country", base::RTrim(resolved.Country));
-  for (const char* column : {"Zona CQ", "Zona ITU", "Continente"}) {
-    log.Set(column, session.TbPrefissi->Field(column));
-  }
+  log.Set("Zona CQ", resolved.ZonaCQ);
+  log.Set("Zona ITU", resolved.ZonaITU);
+  log.Set("Continente", resolved.Continente);
   SetText(log, "Provincia", station.province);
 }
 
@@ -139,10 +139,9 @@ void WriteContact(core::Session& session, const Station& station, const BandUse&
   log.Set("Locator", station.locator);
   log.Set("Qrb", std::int64_t{km});
   log.Set("Banda", std::string(band.band));
-  session.TbUserRTX->Seek("=", {engine::Value(std::string(band.band))});
-  for (const char* column : {"Frequenza", "Potenza"}) {
-    log.Set(column, session.TbUserRTX->Field(column));
-  }
+  const auto profile = core::FindBandProfile(session, band.band).value();
+  log.Set("Frequenza", profile.Frequenza);
+  log.Set("Potenza", profile.Potenza);
   log.Set("Modo", std::string(mode));
   SetText(log, "Propagazione", PropagationOn(band, km, dice));
   log.Set("QrkDato", report);

@@ -38,6 +38,10 @@ class AwardGrid : public forms::Window {
     std::string key, second;
     bool confirmed = false;
   };
+  // What the tables of countries and provinces say of a group; a province has no flag.
+  struct Described {
+    std::string text, flag;
+  };
 
   void MakeCommands();
   void ShowMap(std::string_view mapFile, std::string_view word);
@@ -48,8 +52,8 @@ class AwardGrid : public forms::Window {
   void ListReferenceTable(const Group& first);
   void ListEntry(const Group& group);
   void WriteKey(std::int64_t row, const Group& group);
-  void Describe(std::int64_t row, const Group& group);
-  void ShowFlag(std::int64_t row);
+  std::optional<Described> Find(const Group& group);
+  void ShowFlag(std::int64_t row, std::string_view flag);
   void Paint(std::int64_t row, bool confirmed);
   void NextRow();
 

@@ -5,7 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "core/places.h"
 #include "core/session.h"
+#include "core/station_profile.h"
 #include "engine/recordset.h"
 #include "forms/list_field.h"
 
@@ -42,11 +44,6 @@ void LoadProvinceChoices(Session& session, forms::ListField& list, std::string_v
 void LoadFrom(Session& session, forms::ListField& list, std::string_view select,
               std::string_view column);
 
-// A country as screens show it: code in five characters, then the description. Empty when there is
-// none of this code; otherwise TbCountry stands on it.
-std::string FindCountryText(Session& session, std::string_view code);
-// A province of a country likewise, its code in four characters; TbProvincie.
-std::string FindProvinceText(Session& session, std::string_view country, std::string_view code);
 // Asks the notes dialog, and puts what is picked there behind the field's text.
 void AppendPickedNote(Session& session, forms::TextField& note);
 

@@ -17,8 +17,9 @@ std::string PrefixCandidate(std::string_view call);
 
 struct ResolvedPrefix {
   std::string Prefisso, Country;  // both empty when nothing is resolved
+  engine::Value ZonaCQ, ZonaITU, Continente;
 };
-// One search in the prefix table; it stays on the row found.
+// One search in the prefix table; it stays on the row found, and nobody need read it there.
 ResolvedPrefix ResolvePrefix(Session& session, std::string_view call);
 ResolvedPrefix ResolvePrefix(engine::Table& prefissi, std::string_view call);
 

@@ -73,8 +73,9 @@ class TabellaCountry : public forms::Window {
  private:
   void HandleEvents();
   void TakeFile(forms::TextField& field);
-  bool SeekChosen();
-  void ShowCountry();
+  // The row of the country chosen, on which TbCountry then stands; null without one.
+  engine::Table* Chosen();
+  void ShowCountry(engine::Recordset& row);
   bool ValidateCountry();
   void Store();
   // Fills the list anew, and stands on the country that was written.

@@ -52,7 +52,8 @@ class TabellaNote : public forms::Window {
   void Leave();
 
  private:
-  bool SeekChosen();
+  // The row of the note chosen, on which TbNoteHelp then stands; null without one.
+  engine::Table* Chosen();
   bool ValidateNote() const;
   void Store();
   void ReloadAndSelect();

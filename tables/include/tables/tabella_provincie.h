@@ -63,7 +63,8 @@ class TabellaProvincie : public forms::Window {
  private:
   // The country chosen, padded as its list shows it.
   std::string ChosenCountry() const;
-  bool SeekChosen(std::size_t codeWidth);
+  // The row of the province chosen, on which TbProvincie then stands; null without one.
+  engine::Table* Chosen(std::size_t codeWidth);
   bool ValidateProvince() const;
   void Store();
   void ReloadAndSelect();

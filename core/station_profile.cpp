@@ -1,0 +1,21 @@
+#include "core/station_profile.h"
+
+#include "core/modules.h"
+#include "core/session.h"
+
+namespace brenvo::core {
+
+std::string ProfileText(Session& session, std::string_view column) {
+  session.TbUser->MoveFirst();
+  return FieldText(*session.TbUser, column);
+}
+
+std::optional<BandProfile> FindBandProfile(Session& session, std::string_view band) {
+  engine::Table& row = *session.TbUserRTX;
+  row.Seek("=", {band});
+  if (row.NoMatch()) return std::nullopt;
+  return BandProfile{FieldText(row, "RST"),     FieldText(row, "Modo"), FieldText(row, "RTX"),
+                     FieldText(row, "Antenna"), row.Field("Frequenza"), row.Field("Potenza")};
+}
+
+}  // namespace brenvo::core
