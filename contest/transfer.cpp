@@ -38,15 +38,6 @@ base::DateTime DateInContest(engine::Recordset& row, base::DateTime contest) {
   return *date + row.Field("Qtr").Date().TimePart();
 }
 
-void CopyZones(engine::EditableRecordset& contact, engine::Table& prefissi,
-               std::string_view prefix) {
-  if (!core::SeekPrefix(prefissi, prefix)) return;
-  for (const std::string_view each :
-       {core::column::kZonaCQ, core::column::kZonaITU, core::column::kContinente}) {
-    contact.Set(each, prefissi.Field(each));
-  }
-}
-
 void TransferContact(core::Session& session, engine::Recordset& row, base::DateTime date,
                      engine::Table& contest) {
   namespace column = core::column;
@@ -70,7 +61,9 @@ void TransferContact(core::Session& session, engine::Recordset& row, base::DateT
     contact.Set(column::kCountry, resolved.Country);
     if (!resolved.Prefisso.empty()) {
       contact.Set(column::kPrefisso, resolved.Prefisso);
-      CopyZones(contact, *session.TbPrefissi, resolved.Prefisso);
+      contact.Set(column::kZonaCQ, resolved.ZonaCQ);
+      contact.Set(column::kZonaITU, resolved.ZonaITU);
+      contact.Set(column::kContinente, resolved.Continente);
     }
     contact.Set(column::kQrb, row.Field(column::kQrb));
     for (const std::string_view each : {column::kLocator, column::kBanda, column::kNote}) {

@@ -18,15 +18,21 @@ class UnderWay {
 
 }  // namespace
 
-void ContactDoor::Announce(ContactTable table, const OneContact& contact) {
-  if (works_ == 0) announcements_.Announce({table, contact});
+forms::Subscription ContactDoor::Subscribe(ContactListener listener) {
+  return changed_.Subscribe([this, listener = std::move(listener)](const ContactsChanged& change) {
+    windows_.RunEvent([&] { listener(change); });
+  });
+}
+
+void ContactDoor::AnnounceOne(ContactTable table, const OneContact& contact) {
+  if (works_ == 0) changed_({table, contact});
 }
 
 void ContactDoor::Add(ContactTable table, engine::EditableRecordset& rows, const Fill& fill) {
   rows.AddNew();
   fill(rows);
   rows.Update();
-  Announce(table, {std::nullopt, rows.LastModified().key});
+  AnnounceOne(table, {std::nullopt, rows.LastModified().key});
 }
 
 void ContactDoor::Change(ContactTable table, engine::EditableRecordset& rows, const Fill& fill) {
@@ -34,13 +40,13 @@ void ContactDoor::Change(ContactTable table, engine::EditableRecordset& rows, co
   fill(rows);
   rows.Update();
   const std::int64_t key = rows.LastModified().key;
-  Announce(table, {key, key});
+  AnnounceOne(table, {key, key});
 }
 
 void ContactDoor::Delete(ContactTable table, engine::EditableRecordset& rows) {
   const std::int64_t key = rows.GetBookmark().key;
   rows.Delete();
-  Announce(table, {key, std::nullopt});
+  AnnounceOne(table, {key, std::nullopt});
 }
 
 bool ContactDoor::ChangeMany(std::initializer_list<ContactTable> tables,
@@ -50,7 +56,7 @@ bool ContactDoor::ChangeMany(std::initializer_list<ContactTable> tables,
     return work();
   }();
   if (!changed) return false;
-  for (const ContactTable table : tables) announcements_.AnnounceMany(table);
+  for (const ContactTable table : tables) changed_({table, ManyContacts()});
   return true;
 }
 

@@ -16,14 +16,14 @@ constexpr std::string_view kFirstStep =
     "Per cominciare: Utility > Tabella Utente (Ctrl+U), e scrivere il proprio nominativo e il "
     "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.";
 
-// Gives the contact the prefix, zones and continent of the row. Only what differs is written: each
-// column has an index to keep, and most contacts have all of it already.
-void AssignPrefix(ContactDoor& contacts, engine::Table& log, engine::Table& prefissi) {
+// Gives the contact its prefix with zones and continent. Only what differs is written: each column
+// has an index to keep, and most contacts have all of it already.
+void AssignPrefix(ContactDoor& contacts, engine::Table& log, const ResolvedPrefix& resolved) {
   const std::pair<std::string_view, engine::Value> columns[] = {
-      {column::kPrefisso, base::PadRight(FieldText(prefissi, "Prefisso"), 5)},
-      {column::kZonaCQ, prefissi.Field("Zona CQ")},
-      {column::kZonaITU, prefissi.Field("Zona ITU")},
-      {column::kContinente, prefissi.Field("Continente")}};
+      {column::kPrefisso, base::PadRight(resolved.Prefisso, 5)},
+      {column::kZonaCQ, resolved.ZonaCQ},
+      {column::kZonaITU, resolved.ZonaITU},
+      {column::kContinente, resolved.Continente}};
   std::vector<const std::pair<std::string_view, engine::Value>*> different;
   for (const auto& each : columns) {
     if (log.Field(each.first) != each.second) different.push_back(&each);
@@ -146,14 +146,12 @@ void MainFrame::PutBackACopy() {
 void MainFrame::AssignPrefixes() {
   if (!session_.Messages().AskYesNo("Assegnazione Prefissi", "Confermi l'operazione ?")) return;
   engine::Table& log = *session_.TbLog;
-  engine::Table& prefissi = *session_.TbPrefissi;
   log.SetIndex("");
   log.MoveFirst();
   ChangeManyContacts(session_, "Assegnazione Prefissi", log.RecordCount(), [&](LongRun& run) {
     for (; !log.EOF_() && run.Next(); log.MoveNext()) {
-      // It leaves the table of prefixes on the row.
-      if (ResolvePrefix(session_, FieldText(log, column::kCall)).Prefisso.empty()) continue;
-      AssignPrefix(session_.Contacts, log, prefissi);
+      const ResolvedPrefix resolved = ResolvePrefix(session_, FieldText(log, column::kCall));
+      if (!resolved.Prefisso.empty()) AssignPrefix(session_.Contacts, log, resolved);
     }
   });
 }

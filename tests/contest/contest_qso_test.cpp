@@ -356,7 +356,7 @@ TEST_F(ContestQsoTest, ABatchIsSeenAndTheRowAndTheContactInWorkStay) {
 
 TEST_F(ContestQsoTest, StoringAndDeletingAnnounceTheirContact) {
   std::vector<core::ContactsChanged> changes;
-  const core::ContactSubscription subscription = session.Contacts.Subscribe(
+  const forms::Subscription subscription = session.Contacts.Subscribe(
       [&](const core::ContactsChanged& change) { changes.push_back(change); });
   ContestQso& log = OpenLog();
   InEntry(log, [this](ContestNewQso& entry) {

@@ -39,7 +39,7 @@ class ContactDoorTest : public StationTest {
   std::vector<ContactsChanged> announced;
 
  private:
-  ContactSubscription subscription_;
+  forms::Subscription subscription_;
 };
 
 TEST_F(ContactDoorTest, ANewAChangedAndADeletedContactAreAnnouncedByTheirKey) {
@@ -54,7 +54,7 @@ TEST_F(ContactDoorTest, ANewAChangedAndADeletedContactAreAnnouncedByTheirKey) {
 
 TEST_F(ContactDoorTest, AContactIsInTheFileWhenItIsAnnounced) {
   std::size_t stored = 0;
-  const ContactSubscription subscription =
+  const forms::Subscription subscription =
       session.Contacts.Subscribe([&](const ContactsChanged&) { stored = Calls().size(); });
   session.Contacts.Add(kLog, *rows, WithCall("IK3ABC"));
   EXPECT_EQ(stored, 1u);
@@ -99,6 +99,32 @@ TEST_F(ContactDoorTest, AWorkThatStoredNothingIsNotAnnounced) {
   EXPECT_THAT(announced, IsEmpty());
   session.Contacts.Add(kLog, *rows, WithCall("IK3ABC"));
   EXPECT_THAT(announced, ElementsAre(One(std::nullopt, 1)));
+}
+
+TEST_F(ContactDoorTest, ListenersHearInTheOrderOfTheirSubscriptionAndNoMoreOnceItHasEnded) {
+  std::vector<std::string> heard;
+  const auto hear = [&](const char* name) {
+    return session.Contacts.Subscribe(
+        [&heard, name](const ContactsChanged&) { heard.emplace_back(name); });
+  };
+  const forms::Subscription first = hear("first");
+  {
+    const forms::Subscription second = hear("second");
+    session.Contacts.ChangeMany({kLog}, [] { return true; });
+  }
+  session.Contacts.ChangeMany({kLog}, [] { return true; });
+  EXPECT_THAT(heard, ElementsAre("first", "second", "first"));
+}
+
+TEST_F(ContactDoorTest, AListenerThatFailsIsToldAndKeepsNothingFromTheOthers) {
+  const forms::Subscription first = session.Contacts.Subscribe(
+      [](const ContactsChanged&) { throw std::runtime_error("Non si legge"); });
+  int heard = 0;
+  const forms::Subscription second =
+      session.Contacts.Subscribe([&](const ContactsChanged&) { ++heard; });
+  Event([this] { session.Contacts.ChangeMany({kLog}, [] { return true; }); });
+  EXPECT_EQ(heard, 1);
+  EXPECT_THAT(Lines(), ElementsAre("error \"Non si legge\""));
 }
 
 TEST_F(ContactDoorTest, ContactsOneAfterAnotherAreStoredWithAllTheirColumns) {

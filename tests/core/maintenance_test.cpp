@@ -79,7 +79,7 @@ TEST_F(MaintenanceTest, ThePrefixesThatWereAssignedBeforeAFailureStay) {
       SQLITE_OK);
   sqlite3_close(beside);
   int announced = 0;
-  const ContactSubscription subscription = session.Contacts.Subscribe(
+  const forms::Subscription subscription = session.Contacts.Subscribe(
       [&](const ContactsChanged& change) { announced += change.Many(); });
   machine.Messages().QueueAnswer(true);
   Menu("cmAssegnaPrefissi");

@@ -166,7 +166,7 @@ TEST_F(LogRenewalTest, ASingleContactOfOneWindowLeavesTheOtherAsItWas) {
 
 TEST_F(LogRenewalTest, InsertUpdateAndDeleteAnnounceTheirContact) {
   std::vector<core::ContactsChanged> changes;
-  const core::ContactSubscription subscription = session.Contacts.Subscribe(
+  const forms::Subscription subscription = session.Contacts.Subscribe(
       [&](const core::ContactsChanged& change) { changes.push_back(change); });
   LogForm& log = OpenLog();
   Press(log, "cmClear");

@@ -313,7 +313,7 @@ TEST_F(StampaQslTest, AnUpdateThatIsStoppedLeavesTheLogAndSaysSo) {
   machine.StopProgressAt(0);
   machine.Messages().QueueAnswer(true);
   int announced = 0;
-  const core::ContactSubscription subscription =
+  const forms::Subscription subscription =
       session.Contacts.Subscribe([&](const core::ContactsChanged&) { ++announced; });
   Event([&] { UpdateLogForQsl(session); });
   EXPECT_EQ(

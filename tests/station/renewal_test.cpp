@@ -28,7 +28,7 @@ class RenewalTest : public AllWindowsTest {
   // announces.
   std::vector<core::ContactsChanged> Announced(std::string_view command, bool asks = true) {
     std::vector<core::ContactsChanged> changes;
-    const core::ContactSubscription subscription = session.Contacts.Subscribe(
+    const forms::Subscription subscription = session.Contacts.Subscribe(
         [&](const core::ContactsChanged& change) { changes.push_back(change); });
     if (asks) machine.Messages().QueueAnswer(true);
     Press(*frame, command);
@@ -46,7 +46,7 @@ TEST_F(RenewalTest, EveryBatchOverTheLogIsAnnouncedOnce) {
 
 TEST_F(RenewalTest, ABatchThatIsRefusedAnnouncesNothing) {
   std::vector<core::ContactsChanged> changes;
-  const core::ContactSubscription subscription = session.Contacts.Subscribe(
+  const forms::Subscription subscription = session.Contacts.Subscribe(
       [&](const core::ContactsChanged& change) { changes.push_back(change); });
   for (const char* command : {"cmQslAggiorna", "cmAssegnaPrefissi", "cmAzzeraLog"}) {
     machine.Messages().QueueAnswer(false);

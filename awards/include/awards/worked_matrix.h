@@ -94,7 +94,7 @@ class WorkedMatrix : public core::MatrixWindow {
   // their leading blank.
   std::array<std::string, kRows> keys_;
   std::string countryLabel_, countryLocator_;
-  core::ContactSubscription changes_;
+  forms::Subscription changes_;
 };
 
 class Hrd : public WorkedMatrix {

@@ -188,7 +188,7 @@ class ContestForm : public forms::Window {
   core::Session& session_;
   bool recordCommands_ = true;  // there is a record for them
   std::optional<engine::Bookmark> shown_;
-  core::ContactSubscription changes_;
+  forms::Subscription changes_;
 };
 
 }  // namespace brenvo::contest

@@ -55,7 +55,7 @@ class ContestQso : public forms::Window {
   core::Session& session_;
   core::ContestContext contest_;
   AutoCall autoCall_;
-  core::ContactSubscription changes_;
+  forms::Subscription changes_;
 };
 
 }  // namespace brenvo::contest

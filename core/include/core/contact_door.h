@@ -7,9 +7,11 @@
 #include <memory>
 #include <utility>
 
-#include "core/announcements.h"
+#include "core/contacts_changed.h"
 #include "core/log_contact.h"
 #include "engine/database.h"
+#include "forms/signal.h"
+#include "forms/window_list.h"
 
 namespace brenvo::core {
 
@@ -21,7 +23,7 @@ class ContactDoor {
   // What is to stand in the row: sets its columns, between AddNew or Edit and Update.
   using Fill = std::function<void(engine::EditableRecordset& row)>;
 
-  explicit ContactDoor(forms::WindowList& windows) : announcements_(windows) {}
+  explicit ContactDoor(forms::WindowList& windows) : windows_(windows) {}
   ContactDoor(const ContactDoor&) = delete;
   ContactDoor& operator=(const ContactDoor&) = delete;
 
@@ -50,14 +52,15 @@ class ContactDoor {
   };
   Appender OpenAppender(engine::Database& database);
 
-  [[nodiscard]] ContactSubscription Subscribe(ContactListener listener) {
-    return announcements_.Subscribe(std::move(listener));
-  }
+  // Each listener is told in the order of subscription, as an event of its own: one that fails is
+  // told to the operator and keeps nothing from the others.
+  [[nodiscard]] forms::Subscription Subscribe(ContactListener listener);
 
  private:
-  void Announce(ContactTable table, const OneContact& contact);
+  void AnnounceOne(ContactTable table, const OneContact& contact);
 
-  Announcements announcements_;
+  forms::WindowList& windows_;
+  forms::Signal<const ContactsChanged&> changed_;
   int works_ = 0;  // of ChangeMany that are under way
 };
 

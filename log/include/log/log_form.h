@@ -307,7 +307,7 @@ class LogForm : public core::LogWindow {
   bool selected_ = false;                         // a selection is in force, or being made
   std::optional<engine::Bookmark> beforeExport_;  // where DsLog stood
   bool renewsLater_ = false;  // the contacts changed while the search dialog held DsLog
-  core::ContactSubscription changes_;
+  forms::Subscription changes_;
 };
 
 }  // namespace brenvo::log

@@ -37,7 +37,7 @@ class OldQso : public core::FeedWindow {
 
   core::Session& session_;
   const OldQsoKind& kind_;
-  core::ContactSubscription changes_;
+  forms::Subscription changes_;
 };
 
 // Both browsers, known to the session by their names.
