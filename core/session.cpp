@@ -7,7 +7,6 @@
 
 #include "base/number.h"
 #include "base/text.h"
-#include "core/backup.h"
 #include "core/files.h"
 #include "core/shared_windows.h"
 #include "file/database_file.h"
@@ -55,7 +54,7 @@ void OpenHandle(Session& session, const Handle& handle) {
 }
 
 void Close(Session& session, bool withHrd) {
-  if (session.Backup) session.Backup->Stop();
+  session.Closing();
   for (const Handle& handle : kHandles) {
     if (handle.table == "Hrd" && !withHrd) continue;
     auto& table = session.*handle.handle;
@@ -91,7 +90,7 @@ void Session::ReopenAfterCompaction() {
   for (const Handle& handle : kHandles) {
     if (handle.table != "Hrd") OpenHandle(*this, handle);
   }
-  if (Backup) Backup->Start();
+  Reopened();
 }
 
 // A journal that stays behind belongs to another program that has the file open: under a new file's

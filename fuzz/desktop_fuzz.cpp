@@ -6,7 +6,7 @@
 #include <set>
 
 #include "base/text.h"
-#include "core/desktop.h"
+#include "frame/desktop.h"
 #include "fuzz/station.h"
 
 namespace {
@@ -33,10 +33,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static FuzzStation station;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   station.session.SaveSetting("Desktop", "Window", base::ValidUtf8(bytes));
-  const auto load = [] { core::LoadDesktop(station.session); };
+  const auto load = [] { frame::LoadDesktop(station.session); };
   station.Event(load);
   const auto opened = OpenWindows(station);
-  station.Event([] { core::SaveDesktop(station.session); });
+  station.Event([] { frame::SaveDesktop(station.session); });
   fuzz::Require(base::Len(station.session.GetSetting("Desktop", "Window", "")) ==
                 5 * opened.size());
   station.CloseAll();

@@ -56,7 +56,7 @@ class FuzzStation {
   ScratchDirectory Directory;
   recorder::RecordingPlatform Machine{[](const std::string&) {}};
   core::Session session{Machine, Directory.Path()};
-  core::MainFrame* Frame = nullptr;
+  frame::MainFrame* Frame = nullptr;
 };
 
 }  // namespace brenvo::fuzz

@@ -60,7 +60,7 @@ void FitWindow(platform::PictureViewer& map) {
   Zoom(map, static_cast<double>(map.ViewWidth()) / map.ImageWidth() * 100);
 }
 
-void RectangleDrawn(core::Session& session, const core::MainFrame& frame, const MapBox& drawn) {
+void RectangleDrawn(core::Session& session, const frame::MainFrame& frame, const MapBox& drawn) {
   platform::PictureViewer& map = session.Machine.Map();
   if (frame.cmCoordinate.Down()) {
     session.Messages().Show(
@@ -99,7 +99,7 @@ void ShowMapImage(core::Session& session, std::string_view fileName) {
   session.Host().ProcessEvents();
 }
 
-void DisplayMappa(core::Session& session, core::MainFrame& frame, std::string_view request) {
+void DisplayMappa(core::Session& session, frame::MainFrame& frame, std::string_view request) {
   // The frame alone: the child that stands in front in it has not left, and is not activated anew.
   session.Host().Show(frame);
   ShowMapImage(session, session.MapFile);
@@ -108,7 +108,7 @@ void DisplayMappa(core::Session& session, core::MainFrame& frame, std::string_vi
   }
 }
 
-void AttachMapViewer(core::Session& session, core::MainFrame& frame) {
+void AttachMapViewer(core::Session& session, frame::MainFrame& frame) {
   platform::PictureViewer& map = session.Machine.Map();
   frame.cmZoom150.OnClick = [&map] { Zoom(map, map.Zoom() + kZoomStep); };
   frame.cmZoom1.OnClick = [&map] { Zoom(map, kWholeSize); };

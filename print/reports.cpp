@@ -70,18 +70,19 @@ void CutNotes(core::Session& session, std::string_view word) {
 
 const std::vector<ReportMember>& ReportMembers() {
   static const std::vector<ReportMember> kMembers = {
-      {&core::MainFrame::cmPLog, "PLOG", "", " ORDER BY DataQso", ""},
+      {&frame::MainFrame::cmPLog, "PLOG", "", " ORDER BY DataQso", ""},
       // The word is that of the zone report.
-      {&core::MainFrame::cmPSquare, "ZONE", "Locator<>''", " ORDER BY Locator", "Locator", 4},
-      {&core::MainFrame::cmPPrefissi, "PREFISSO", "Prefisso<>''", " ORDER BY Prefisso", "Prefisso"},
-      {&core::MainFrame::cmPContinenti, "CONTINENTE", "Continente<>''", " ORDER BY Continente",
+      {&frame::MainFrame::cmPSquare, "ZONE", "Locator<>''", " ORDER BY Locator", "Locator", 4},
+      {&frame::MainFrame::cmPPrefissi, "PREFISSO", "Prefisso<>''", " ORDER BY Prefisso",
+       "Prefisso"},
+      {&frame::MainFrame::cmPContinenti, "CONTINENTE", "Continente<>''", " ORDER BY Continente",
        "Continente"},
-      {&core::MainFrame::cmPZone, "ZONE", "[Zona CQ]<>0", " ORDER BY [Zona CQ]", "Zona CQ"},
-      {&core::MainFrame::cmPCountry, "COUNTRY", "Country<>''", " ORDER BY Country,QslRicevuta",
+      {&frame::MainFrame::cmPZone, "ZONE", "[Zona CQ]<>0", " ORDER BY [Zona CQ]", "Zona CQ"},
+      {&frame::MainFrame::cmPCountry, "COUNTRY", "Country<>''", " ORDER BY Country,QslRicevuta",
        "Country"},
-      {&core::MainFrame::cmPProvincie, "PROVINCIE", "Provincia<>''", " ORDER BY Provincia",
+      {&frame::MainFrame::cmPProvincie, "PROVINCIE", "Provincia<>''", " ORDER BY Provincia",
        "Provincia"},
-      {&core::MainFrame::cmPNote, "NOTE", "", " ORDER BY Note", "Note"},
+      {&frame::MainFrame::cmPNote, "NOTE", "", " ORDER BY Note", "Note"},
   };
   return kMembers;
 }
@@ -96,13 +97,13 @@ void PrintReport(core::Session& session, const ReportMember& member) {
   Selection selection;
   if (!AskSelection(session, member.word, selection)) return;
   const platform::BusyPointer busy(session.Host());
-  if (member.command == &core::MainFrame::cmPLog) session.QueryText = selection.where;
+  if (member.command == &frame::MainFrame::cmPLog) session.QueryText = selection.where;
   FillSLog(session, AddCondition(selection.where, member.extra), member.insertOrder);
-  if (member.command == &core::MainFrame::cmPNote)
+  if (member.command == &frame::MainFrame::cmPNote)
     CutNotes(session, core::NoteWords(selection.where));
   if (!member.key.empty()) {
     const std::string columns =
-        member.command == &core::MainFrame::cmPNote ? "Note,QslRicevuta" : "*";
+        member.command == &frame::MainFrame::cmPNote ? "Note,QslRicevuta" : "*";
     const std::string key = base::InStr(member.key, " ") > 0 ? "[" + std::string(member.key) + "]"
                                                              : std::string(member.key);
     Thin(session, "SELECT " + columns + " FROM SLog ORDER BY " + key + ",QslRicevuta", member.key,

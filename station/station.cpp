@@ -1,11 +1,7 @@
 #include "station/station.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
 #include <filesystem>
 #include <memory>
-#include <optional>
 
 #include "adif/esporta_adif.h"
 #include "adif/importa_adif.h"
@@ -18,11 +14,7 @@
 #include "contest/contest_qso.h"
 #include "contest/contest_search.h"
 #include "contest/stat_contest.h"
-#include "core/backup.h"
 #include "core/files.h"
-#include "core/maintenance.h"
-#include "core/ripristina_backup.h"
-#include "file/journal.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
 #include "links/tnc.h"
@@ -43,6 +35,9 @@
 #include "tables/tabella_prefissi.h"
 #include "tables/tabella_provincie.h"
 #include "tables/user_form.h"
+#include "upkeep/maintenance.h"
+#include "upkeep/rescue.h"
+#include "upkeep/ripristina_backup.h"
 
 namespace brenvo::station {
 namespace {
@@ -53,7 +48,7 @@ void Know(core::Session& session, const char* name) {
 }
 
 void KnowWindows(core::Session& session) {
-  Know<core::RipristinaBackup>(session, "RipristinaBackup");
+  Know<upkeep::RipristinaBackup>(session, "RipristinaBackup");
   Know<log::LogForm>(session, "LogForm");
   Know<log::LogSearch>(session, "LogSearch");
   log::KnowOldQsoBrowsers(session);
@@ -88,7 +83,7 @@ void KnowWindows(core::Session& session) {
   Know<links::DxDialog>(session, "DX");
 }
 
-void AttachActions(core::Session& session, core::MainFrame& frame) {
+void AttachActions(core::Session& session, frame::MainFrame& frame) {
   frame.Propagazione.OnClick = [&session] { log::AssignPropagations(session); };
   frame.cmImportaAdif.OnClick = [&session] { adif::ImportaFileAdif(session); };
   frame.cmQslAggiorna.OnClick = [&session] { print::UpdateLogForQsl(session); };
@@ -98,98 +93,26 @@ void AttachActions(core::Session& session, core::MainFrame& frame) {
   maps::AttachMapViewer(session, frame);
 }
 
-// A journal that must not be applied: the database is offered without it. True when it stands
-// there; false when it is of no use either, or not wanted. Both are set aside together.
-bool OfferWithoutJournal(core::Session& session, const file::JournalFailure& failure) {
-  struct Scratch {
-    core::Session& session;
-    ~Scratch() { core::DropWithoutJournal(session); }
-  } scratch{session};
-  const std::optional<core::BackupCopy> alone = core::WithoutJournal(session);
-  const std::optional<std::int64_t> contacts =
-      alone ? core::ContactsIn(*alone) : std::optional<std::int64_t>();
-  if (!contacts) return false;
-  const std::string question = fmt::format(
-      "{}\nIl database senza il giornale ha {} QSO. Usarlo così ? (Database e giornale vengono "
-      "messi "
-      "da parte nella cartella Backup.)",
-      failure.Description, *contacts);
-  if (!session.Messages().AskYesNo("Ripristina backup", question)) return false;
-  try {
-    core::PutBack(session, *alone);
-  } catch (const engine::DatabaseError& damaged) {
-    if (damaged.Number != engine::DatabaseError::kNotADatabase) throw;
-    return false;
-  }
-  return true;
-}
-
-// Puts a copy in the place of a database that is gone or cannot be used: true when it stands there,
-// false when the copy cannot be read. The failure goes on when the operator does not want the copy.
-bool Offer(core::Session& session, const engine::DatabaseError& failure,
-           const core::BackupCopy& copy, std::string_view what) {
-  const std::optional<std::int64_t> contacts = core::ContactsIn(copy);
-  if (!contacts) return false;
-  const std::string question =
-      fmt::format("{}\nC'e' {} con {} QSO. Ripristinare ?", failure.Description, what, *contacts);
-  if (!session.Messages().AskYesNo("Ripristina backup", question))
-    throw engine::DatabaseError(failure);
-  core::PutBack(session, copy);
-  return true;
-}
-
-// Offers the file that an interrupted compaction or restore has left, else the newest copy that can
-// be read; copies of the future, as the clock has it, come last. False when there is none, or when
-// no copy helps against this failure.
-bool PutBackInstead(core::Session& session, const engine::DatabaseError& failure) {
-  const core::BackupCopy before{session.File("\\Brenvo.BAK"), {}, false};
-  if (failure.Number == engine::DatabaseError::kFileNotFound) {
-    const core::BackupCopy after{session.File("\\BrenvoNEW.MDB"), {}, false};
-    if (core::CompactionWasInterrupted(session.AppPath) &&
-        (Offer(session, failure, before, "Brenvo.BAK, di una compattazione interrotta,") ||
-         Offer(session, failure, after, "BrenvoNEW.MDB, di una compattazione interrotta,"))) {
-      core::DropScratch(session);
-      return true;
-    }
-    const auto left = core::LeftByInterruptedPutBack(session.AppPath);
-    if (left && Offer(session, failure, *left, "il database " + core::TitleOf(*left))) return true;
-  } else if (failure.Number != engine::DatabaseError::kNotADatabase) {
-    return false;
-  }
-  std::vector<core::BackupCopy> copies = core::BackupCopies(session.AppPath);
-  std::stable_partition(copies.begin(), copies.end(),
-                        [now = session.Now()](const auto& copy) { return copy.made <= now; });
-  for (const core::BackupCopy& copy : copies) {
-    if (!copy.setAside && Offer(session, failure, copy, "una copia " + core::TitleOf(copy)))
-      return true;
-  }
-  return failure.Number == engine::DatabaseError::kFileNotFound &&
-         Offer(session, failure, before, "Brenvo.BAK, dell'ultima compattazione,");
-}
-
-core::MainFrame& OpenFrame(core::Session& session) {
-  const auto open = [&]() -> core::MainFrame& {
-    return static_cast<core::MainFrame&>(
-        session.Windows.Adopt(std::make_unique<core::MainFrame>(session)));
+frame::MainFrame& OpenFrame(core::Session& session) {
+  const auto open = [&]() -> frame::MainFrame& {
+    return static_cast<frame::MainFrame&>(
+        session.Windows.Adopt(std::make_unique<frame::MainFrame>(session)));
   };
   try {
     return open();
-  } catch (const file::JournalFailure& failure) {
-    session.CloseTables();
-    if (!OfferWithoutJournal(session, failure) && !PutBackInstead(session, failure)) throw;
   } catch (const engine::DatabaseError& failure) {
     session.CloseTables();
-    if (!PutBackInstead(session, failure)) throw;
+    if (!upkeep::PutBackInstead(session, failure)) throw;
   }
   return open();
 }
 
 }  // namespace
 
-core::MainFrame* StartStation(core::Session& session) {
+frame::MainFrame* StartStation(core::Session& session) {
   KnowWindows(session);
   try {
-    core::MainFrame& frame = OpenFrame(session);
+    frame::MainFrame& frame = OpenFrame(session);
     AttachActions(session, frame);
     session.Windows.Show(frame);
     return &frame;
@@ -197,7 +120,7 @@ core::MainFrame* StartStation(core::Session& session) {
     std::string told = core::FailureText(failure);
     std::error_code error;
     if (!std::filesystem::exists(session.File("\\Brenvo.mdb"), error) && !error) {
-      const std::string where = core::WhereDataIs(session.AppPath);
+      const std::string where = upkeep::WhereDataIs(session.AppPath);
       if (!where.empty()) told += "\n\n" + where;
     }
     session.Messages().Show(platform::MessageIcon::kCritical, "Brenvo", told);

@@ -28,7 +28,8 @@ constexpr const char* kWholeManual = "Manuale.html";
 
 }  // namespace
 
-HelpViewer::HelpViewer(std::vector<core::HelpPage> pages, QWidget* parent, const QString& directory)
+HelpViewer::HelpViewer(std::vector<frame::HelpPage> pages, QWidget* parent,
+                       const QString& directory)
     : QDialog(parent), pages_(std::move(pages)) {
   setObjectName(QStringLiteral("HelpViewer"));
   setAttribute(Qt::WA_DeleteOnClose);
@@ -57,10 +58,10 @@ HelpViewer::HelpViewer(std::vector<core::HelpPage> pages, QWidget* parent, const
     connect(print, &QPushButton::clicked, this,
             [whole] { QDesktopServices::openUrl(QUrl::fromLocalFile(whole)); });
   }
-  for (const core::HelpPage& page : pages_) contents_->addItem(ToQt(page.title));
+  for (const frame::HelpPage& page : pages_) contents_->addItem(ToQt(page.title));
   connect(contents_, &QListWidget::currentRowChanged, this, [this](int row) {
     if (row < 0) return;
-    const core::HelpPage& page = pages_[static_cast<std::size_t>(row)];
+    const frame::HelpPage& page = pages_[static_cast<std::size_t>(row)];
     text_->setMarkdown("# " + ToQt(page.title) + "\n\n" + ToQt(page.text));
     FitPictures();
   });
@@ -101,7 +102,7 @@ void HelpViewer::FitPictures() {
 
 void HelpViewer::ShowTopic(int topic) {
   const auto at = std::find_if(pages_.begin(), pages_.end(),
-                               [&](const core::HelpPage& page) { return page.topic == topic; });
+                               [&](const frame::HelpPage& page) { return page.topic == topic; });
   contents_->setCurrentRow(at == pages_.end() ? 0 : static_cast<int>(at - pages_.begin()));
 }
 
@@ -115,7 +116,7 @@ void ShowHelp(const std::filesystem::path& path, int topic) {
           FromQt(QStringLiteral("Manca il file di aiuto %1").arg(PathToQt(path.filename()))));
     }
     delete open;
-    open = new HelpViewer(core::ParseHelp(file.readAll().toStdString()), parent,
+    open = new HelpViewer(frame::ParseHelp(file.readAll().toStdString()), parent,
                           PathToQt(path.parent_path()));
   }
   open->ShowTopic(topic);

@@ -5,7 +5,7 @@
 #include <QDialog>
 #include <vector>
 
-#include "core/help_file.h"
+#include "frame/help_file.h"
 
 class QListWidget;
 class QTextBrowser;
@@ -15,7 +15,7 @@ namespace brenvo::ui {
 class HelpViewer : public QDialog {
  public:
   // Pictures of the pages are looked for below `directory`.
-  HelpViewer(std::vector<core::HelpPage> pages, QWidget* parent, const QString& directory = {});
+  HelpViewer(std::vector<frame::HelpPage> pages, QWidget* parent, const QString& directory = {});
   // The page of a topic, the first one where the topic is 0 or has no page.
   void ShowTopic(int topic);
 
@@ -25,7 +25,7 @@ class HelpViewer : public QDialog {
  private:
   void FitPictures();
 
-  std::vector<core::HelpPage> pages_;
+  std::vector<frame::HelpPage> pages_;
   QListWidget* contents_;
   QTextBrowser* text_;
 };

@@ -6,8 +6,8 @@
 #include <QMessageBox>
 #include <QScreen>
 
-#include "core/main_frame.h"
 #include "forms/window_list.h"
+#include "frame/main_frame.h"
 #include "letter_keys.h"
 #include "ui/icons.h"
 #include "ui/text.h"
@@ -38,7 +38,7 @@ WindowFrame& QtWindowHost::FrameOf(forms::Window& window, WindowFrame::Kind kind
     frame->OnHelp = [this, &window] {
       if (OnHelp) OnHelp(window);
     };
-    if (auto* station = dynamic_cast<core::MainFrame*>(&window)) {
+    if (auto* station = dynamic_cast<frame::MainFrame*>(&window)) {
       area_->OnRectangle = [this, station](int x, int y, int width, int height) {
         gate_.Run([=] { station->MapRectangleDrawn(x, y, width, height); });
       };

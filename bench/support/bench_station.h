@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <filesystem>
 
-#include "core/main_frame.h"
 #include "core/session.h"
+#include "frame/main_frame.h"
 #include "recorder/recording_platform.h"
 #include "tests/support/scratch_directory.h"
 

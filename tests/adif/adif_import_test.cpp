@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include "core/maintenance.h"
 #include "tests/adif/adif_station.h"
 #include "tests/support/adif_samples.h"
+#include "upkeep/maintenance.h"
 
 namespace brenvo::adif {
 namespace {
@@ -530,7 +530,7 @@ TEST_F(AdifImportTest, WhatIsKeptOfADeletedContactGoesWithTheCompaction) {
   EXPECT_THAT(Export(), Not(HasSubstr("SWEATERSIZE"))) << "its user fields are not declared";
   const Texts others = Rows("Select * from LogAdif where QsoNr<>1 order by Campo");
   ASSERT_THAT(others, Not(IsEmpty()));
-  core::CompattaDatabase(session);
+  upkeep::CompattaDatabase(session);
   EXPECT_EQ(Rows("Select * from LogAdif order by Campo"), others);
 }
 

@@ -55,7 +55,7 @@ class RealStation : public testing::Test {
   ScratchDirectory directory;
   RealLines machine;
   core::Session session{machine, directory.Path()};
-  core::MainFrame* frame = nullptr;
+  frame::MainFrame* frame = nullptr;
 };
 
 }  // namespace brenvo::ui

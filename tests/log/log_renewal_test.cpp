@@ -1,11 +1,11 @@
 // What an open log window does when contacts change beside it.
 #include <gmock/gmock.h>
 
-#include "core/maintenance.h"
 #include "log/log_search.h"
 #include "log/old_qso.h"
 #include "log/propagation_batch.h"
 #include "tests/log/log_station.h"
+#include "upkeep/maintenance.h"
 
 namespace brenvo::log {
 namespace {
@@ -192,7 +192,7 @@ TEST_F(LogRenewalTest, ThePropagationBatchAndTheEmptyingOfTheLogAreSeenAtOnce) {
   while (log.DataGrid1.Cell(0, note) != "Note") ++note;
   EXPECT_EQ(log.DataGrid1.Cell(1, note), "buono");
   machine.Messages().QueueAnswer(true);
-  Event([this] { core::AzzeraLog(session); });
+  Event([this] { upkeep::AzzeraLog(session); });
   EXPECT_EQ(log.DataGrid1.Rows(), 1);
   EXPECT_EQ(log.QsoTotali.Text(), "0");
 }

@@ -64,7 +64,7 @@ TEST(ManualToHtml, NothingOfTheDeliveredManualIsLeftUnread) {
   std::ifstream file(SourceDir() / "data/Brenvo.HLP");
   std::stringstream text;
   text << file.rdbuf();
-  const std::string html = ManualToHtml(core::ParseHelp(text.str()), "Manuale");
+  const std::string html = ManualToHtml(frame::ParseHelp(text.str()), "Manuale");
   for (const char* left : {"**", "![", "](", "|---", "\n@ "}) {
     EXPECT_EQ(html.find(left), std::string::npos) << left;
   }

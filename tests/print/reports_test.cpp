@@ -45,7 +45,7 @@ class ReportsTest : public StationTest {
     };
   }
   // Runs a report on the answer and gives what SLog then holds.
-  Texts Report(forms::Command core::MainFrame::*command, std::string_view where,
+  Texts Report(forms::Command frame::MainFrame::*command, std::string_view where,
                std::string_view columns) {
     answer = where;
     for (const ReportMember& member : ReportMembers()) {
@@ -63,15 +63,15 @@ class ReportsTest : public StationTest {
 };
 
 TEST_F(ReportsTest, EachReportGivesItsOwnWord) {
-  const std::pair<forms::Command core::MainFrame::*, const char*> words[] = {
-      {&core::MainFrame::cmPLog, "PLOG"},
-      {&core::MainFrame::cmPSquare, "ZONE"},
-      {&core::MainFrame::cmPPrefissi, "PREFISSO"},
-      {&core::MainFrame::cmPContinenti, "CONTINENTE"},
-      {&core::MainFrame::cmPZone, "ZONE"},
-      {&core::MainFrame::cmPCountry, "COUNTRY"},
-      {&core::MainFrame::cmPProvincie, "PROVINCIE"},
-      {&core::MainFrame::cmPNote, "NOTE"}};
+  const std::pair<forms::Command frame::MainFrame::*, const char*> words[] = {
+      {&frame::MainFrame::cmPLog, "PLOG"},
+      {&frame::MainFrame::cmPSquare, "ZONE"},
+      {&frame::MainFrame::cmPPrefissi, "PREFISSO"},
+      {&frame::MainFrame::cmPContinenti, "CONTINENTE"},
+      {&frame::MainFrame::cmPZone, "ZONE"},
+      {&frame::MainFrame::cmPCountry, "COUNTRY"},
+      {&frame::MainFrame::cmPProvincie, "PROVINCIE"},
+      {&frame::MainFrame::cmPNote, "NOTE"}};
   ASSERT_EQ(ReportMembers().size(), std::size(words));
   for (const auto& [command, word] : words) {
     Report(command, "Cancel", "Call");
@@ -81,7 +81,7 @@ TEST_F(ReportsTest, EachReportGivesItsOwnWord) {
 
 TEST_F(ReportsTest, ACancelledSelectionLeavesTheStagingTable) {
   session.Db.Execute("insert into SLog (Call) values ('OLD')");
-  EXPECT_EQ(Report(&core::MainFrame::cmPLog, "Cancel", "Call"), Texts{"OLD"});
+  EXPECT_EQ(Report(&frame::MainFrame::cmPLog, "Cancel", "Call"), Texts{"OLD"});
   EXPECT_TRUE(Lines().empty());
   EXPECT_EQ(session.Windows.Find("StatSel"), nullptr);
 }
@@ -91,16 +91,16 @@ TEST_F(ReportsTest, TheLogReportTakesTheWholeSelectionByDate) {
   Log("Call,Banda", "'A','  2 m'");
   Log("Call,Banda", "'C',' 70cm'");
   session.Db.Execute("update Log set DataQso='01/01/1999' where Call='A'");
-  EXPECT_EQ(Report(&core::MainFrame::cmPLog, "WHERE Banda='  2 m'", "Call"), (Texts{"A", "B"}));
+  EXPECT_EQ(Report(&frame::MainFrame::cmPLog, "WHERE Banda='  2 m'", "Call"), (Texts{"A", "B"}));
   EXPECT_EQ(session.QueryText, "WHERE Banda='  2 m'");
   EXPECT_EQ(Lines(), Texts{"report \"logv.rpt\""});
   vertical = false;
-  EXPECT_EQ(Report(&core::MainFrame::cmPLog, "", "Call").size(), 3u);
+  EXPECT_EQ(Report(&frame::MainFrame::cmPLog, "", "Call").size(), 3u);
   EXPECT_EQ(Lines(), Texts{"report \"logo.rpt\""});
 }
 
 TEST_F(ReportsTest, AnEmptyResultPrintsAnEmptyReport) {
-  EXPECT_TRUE(Report(&core::MainFrame::cmPLog, "", "Call").empty());
+  EXPECT_TRUE(Report(&frame::MainFrame::cmPLog, "", "Call").empty());
   EXPECT_EQ(Lines(), Texts{"report \"logv.rpt\""});
 }
 
@@ -109,14 +109,14 @@ TEST_F(ReportsTest, OneContactStaysForEachCountryAndAConfirmedOneIsPreferred) {
   Log("Call,Country,QslRicevuta", "'B','I',True");
   Log("Call,Country,QslRicevuta", "'C','F',False");
   Log("Call", "'D'");
-  EXPECT_EQ(Report(&core::MainFrame::cmPCountry, "", "Call,Country"), (Texts{"C|F", "B|I"}));
+  EXPECT_EQ(Report(&frame::MainFrame::cmPCountry, "", "Call,Country"), (Texts{"C|F", "B|I"}));
 }
 
 TEST_F(ReportsTest, TheSquareReportKeepsTheFirstByFullLocator) {
   Log("Call,Locator,QslRicevuta", "'A','JN65AA',False");
   Log("Call,Locator,QslRicevuta", "'B','JN65BB',True");
   Log("Call,Locator,QslRicevuta", "'C','JN66AA',False");
-  EXPECT_EQ(Report(&core::MainFrame::cmPSquare, "", "Call"), (Texts{"A", "C"}));
+  EXPECT_EQ(Report(&frame::MainFrame::cmPSquare, "", "Call"), (Texts{"A", "C"}));
 }
 
 TEST_F(ReportsTest, ContactsWithoutAContinentNeverReachTheContinentReport) {
@@ -124,7 +124,7 @@ TEST_F(ReportsTest, ContactsWithoutAContinentNeverReachTheContinentReport) {
   Log("Call", "'B'");
   Log("Call,Continente", "'C','EU'");
   Log("Call,Continente", "'D','EU'");
-  EXPECT_EQ(Report(&core::MainFrame::cmPContinenti, "", "Call"), Texts{"C"});
+  EXPECT_EQ(Report(&frame::MainFrame::cmPContinenti, "", "Call"), Texts{"C"});
 }
 
 TEST_F(ReportsTest, TheFirstRowOfTheZoneReportIsNeverDeleted) {
@@ -132,25 +132,25 @@ TEST_F(ReportsTest, TheFirstRowOfTheZoneReportIsNeverDeleted) {
   Log("Call,[Zona CQ]", "'B',15");
   Log("Call,[Zona CQ]", "'C',15");
   Log("Call,[Zona CQ]", "'D',0");
-  EXPECT_EQ(Report(&core::MainFrame::cmPZone, "", "Call"), (Texts{"A", "B"}));
+  EXPECT_EQ(Report(&frame::MainFrame::cmPZone, "", "Call"), (Texts{"A", "B"}));
 }
 
 TEST_F(ReportsTest, APaddedAndATrimmedPrefixAreOne) {
   Log("Call,Prefisso", "'A','IK3'");
   Log("Call,Prefisso", "'B','IK3  '");
   Log("Call,Prefisso", "'C','IK4'");
-  EXPECT_EQ(Report(&core::MainFrame::cmPPrefissi, "", "Call").size(), 2u);
+  EXPECT_EQ(Report(&frame::MainFrame::cmPPrefissi, "", "Call").size(), 2u);
 }
 
 TEST_F(ReportsTest, KeysThatDifferInTheirCaseAloneAreOne) {
   Log("Call,[Note],QslRicevuta", "'A','[DCI/mi001]',False");
   Log("Call,[Note],QslRicevuta", "'B','[DCI/MI001]',False");
   Log("Call,[Note],QslRicevuta", "'C','[dci/mi001] tnx',True");
-  EXPECT_EQ(Report(&core::MainFrame::cmPNote, "WHERE Note LIKE '*DCI*'", "Call,[Note]"),
+  EXPECT_EQ(Report(&frame::MainFrame::cmPNote, "WHERE Note LIKE '*DCI*'", "Call,[Note]"),
             Texts{"C|dci/mi001"});
   Log("Call,Locator", "'D','JN45AA'");
   Log("Call,Locator", "'E','jn45bb'");
-  EXPECT_EQ(Report(&core::MainFrame::cmPSquare, "", "Call"), Texts{"D"});
+  EXPECT_EQ(Report(&frame::MainFrame::cmPSquare, "", "Call"), Texts{"D"});
 }
 
 TEST_F(ReportsTest, TheProvinceReportCountsProvinces) {
@@ -158,7 +158,7 @@ TEST_F(ReportsTest, TheProvinceReportCountsProvinces) {
   Log("Call,Country,Provincia", "'B','I','VE'");
   Log("Call,Country,Provincia", "'C','I','MI'");
   EXPECT_EQ(
-      Report(&core::MainFrame::cmPProvincie, "WHERE (Country='I' OR Country='IS0')", "Provincia"),
+      Report(&frame::MainFrame::cmPProvincie, "WHERE (Country='I' OR Country='IS0')", "Provincia"),
       (Texts{"MI", "VE"}));
 }
 
@@ -167,7 +167,7 @@ TEST_F(ReportsTest, ANoteIsCutToTheWordAndWhatFollowsInItsBrackets) {
   Log("Call,Note", "'B','[IOTA EU-024]'");
   Log("Call,Note", "'C','[IOTA EU-025]'");
   Log("Call,Note", "'D','IOTA senza parentesi'");
-  EXPECT_EQ(Report(&core::MainFrame::cmPNote, "WHERE Note LIKE '*IOTA*'", "Note"),
+  EXPECT_EQ(Report(&frame::MainFrame::cmPNote, "WHERE Note LIKE '*IOTA*'", "Note"),
             (Texts{"IOTA EU-024", "IOTA EU-025"}));
 }
 

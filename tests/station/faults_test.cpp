@@ -5,13 +5,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "core/backup.h"
 #include "file/database_file.h"
 #include "log/log_form.h"
 #include "station/station.h"
 #include "tests/support/golden.h"
 #include "tests/support/recorded_files.h"
 #include "tests/support/station.h"
+#include "upkeep/backup.h"
 
 namespace brenvo::station {
 namespace {
@@ -130,7 +130,7 @@ std::string ToldWithoutRights(const fs::path& directory) {
     recorder::RecordingPlatform machine([&](const std::string& line) { told += line + '\n'; });
     machine.SetNow(base::DateTime::Of(2001, 2, 3, 4, 5, 6));
     core::Session session(machine, directory);
-    if (core::MainFrame* const frame = StartStation(session)) {
+    if (frame::MainFrame* const frame = StartStation(session)) {
       auto& log = static_cast<log::LogForm&>(*session.Windows.LoadNew("LogForm"));
       session.Windows.Show(log);
       session.Windows.RunEvent([&] { Store(log, "IK3ABC"); });
@@ -226,7 +226,7 @@ std::optional<std::string> ToldOnASmallDisk(const std::string& options,
     machine.SetNow(base::DateTime::Of(2001, 2, 3, 4, 5, 6));
     core::Session session(machine, disk);
     if (StartStation(session) != nullptr) told += "started\n";
-    told += core::ContentsOf(core::BackupCopies(disk).at(0)) + '\n';
+    told += upkeep::ContentsOf(upkeep::BackupCopies(disk).at(0)) + '\n';
     _exit(write(ends[1], told.data(), told.size()) < 0 ? 1 : 0);
   }
   close(ends[1]);

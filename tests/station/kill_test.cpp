@@ -10,13 +10,13 @@
 #include <sstream>
 
 #include "contest/transfer.h"
-#include "core/maintenance.h"
 #include "file/journal.h"
 #include "log/log_form.h"
 #include "station/station.h"
 #include "tests/support/integrity.h"
 #include "tests/support/station.h"
 #include "tests/support/thoroughly.h"
+#include "upkeep/maintenance.h"
 
 namespace brenvo::station {
 namespace {
@@ -103,7 +103,7 @@ class Operator {
   void Compact() {
     if (log_ != nullptr) session_.Windows.Unload(*log_);
     log_ = nullptr;
-    core::CompattaDatabase(session_);
+    upkeep::CompattaDatabase(session_);
     Say("C");
   }
 

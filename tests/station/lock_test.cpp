@@ -1,9 +1,9 @@
 // Another program looks into the database for a moment while the station writes much at once.
 #include <gmock/gmock.h>
 
-#include "core/backup.h"
 #include "tests/station/all_windows.h"
 #include "tests/support/other_program.h"
+#include "upkeep/backup.h"
 
 namespace brenvo::station {
 namespace {
@@ -57,7 +57,7 @@ TEST_F(AShortLock, IsWaitedForByTheAssigningOfPrefixes) {
 
 TEST_F(AShortLock, IsWaitedForByTheRestoreOfACopy) {
   const OtherProgram other(directory.Path() / "Brenvo.mdb", "UPDATE Log SET Qra = 'X'");
-  ASSERT_TRUE(core::RestoreBackup(session, core::BackupCopies(directory.Path())[0]));
+  ASSERT_TRUE(upkeep::RestoreBackup(session, upkeep::BackupCopies(directory.Path())[0]));
   EXPECT_EQ(Rows("select Call from Log"), std::vector<std::string>{"IK3ONE"});
 }
 

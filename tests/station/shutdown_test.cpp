@@ -76,7 +76,7 @@ TEST_F(Shutdown, WindowsComeBackWhereTheyWere) {
   Event([&] { frame->FindCommand("cmSaveDesktop")->Press(); });
   Event([&] { StopStation(session); });
   core::Session next(machine, directory.Path());
-  core::MainFrame* const again = StartStation(next);
+  frame::MainFrame* const again = StartStation(next);
   next.Windows.RunEvent([&] { again->FindCommand("cmLoadDesktop")->Press(); });
   // The tables and the profile are no part of a desktop.
   EXPECT_EQ(next.Windows.Loaded().size(), 1 + std::size(kTwelve) - 2);

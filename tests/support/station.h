@@ -11,9 +11,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/main_frame.h"
 #include "core/session.h"
 #include "file/database_file.h"
+#include "frame/main_frame.h"
 #include "recorder/recording_platform.h"
 #include "tests/support/places.h"
 #include "tests/support/scratch_directory.h"
@@ -44,8 +44,8 @@ class StationTest : public testing::Test {
       db.Execute("UPDATE [User] SET Locator='JN65AA'");
     }
     if (openFrame) {
-      frame = &static_cast<core::MainFrame&>(
-          session.Windows.Adopt(std::make_unique<core::MainFrame>(session)));
+      frame = &static_cast<frame::MainFrame&>(
+          session.Windows.Adopt(std::make_unique<frame::MainFrame>(session)));
       session.Windows.Show(*frame);
       machine.TakeLines();
     }
@@ -124,7 +124,7 @@ class StationTest : public testing::Test {
   ScratchStationDirectory directory;
   recorder::RecordingPlatform machine;
   core::Session session{machine, directory.Path()};
-  core::MainFrame* frame = nullptr;
+  frame::MainFrame* frame = nullptr;
 
  private:
   void ExpectDialogsCame() const {

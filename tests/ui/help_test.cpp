@@ -3,7 +3,7 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 
-#include "core/help_file.h"
+#include "frame/help_file.h"
 #include "tests/ui/screen.h"
 #include "ui/help_viewer.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 TEST(HelpFile, PagesBeginAtTheirHeadings) {
   const auto pages =
-      core::ParseHelp("prima\r\n@ 1 Il primo giorno\r\nTesto\r\n\r\n@ 100 Log\nF2 *inserisce*\n");
+      frame::ParseHelp("prima\r\n@ 1 Il primo giorno\r\nTesto\r\n\r\n@ 100 Log\nF2 *inserisce*\n");
   ASSERT_EQ(pages.size(), 2u);
   EXPECT_EQ(pages[0].topic, 1);
   EXPECT_EQ(pages[0].title, "Il primo giorno");
@@ -22,12 +22,12 @@ TEST(HelpFile, PagesBeginAtTheirHeadings) {
 }
 
 TEST(HelpFile, ALineWithAnAtSignAloneIsText) {
-  const auto pages = core::ParseHelp("@ 1 Uno\n@ senza numero\n@home\n");
+  const auto pages = frame::ParseHelp("@ 1 Uno\n@ senza numero\n@home\n");
   ASSERT_EQ(pages.size(), 1u);
   EXPECT_EQ(pages[0].text, "@ senza numero\n@home\n");
 }
 
-TEST(HelpFile, AnEmptyFileHasNoPages) { EXPECT_TRUE(core::ParseHelp("").empty()); }
+TEST(HelpFile, AnEmptyFileHasNoPages) { EXPECT_TRUE(frame::ParseHelp("").empty()); }
 
 TEST(HelpViewerTest, OpensAtItsTopicAndAtTheFirstPageOtherwise) {
   HelpViewer viewer({{1, "Il primo giorno", "Testo"}, {100, "Log", "**F2** inserisce"}}, nullptr);

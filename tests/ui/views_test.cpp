@@ -59,7 +59,7 @@ class StationScreen : public ::testing::Test {
   ScratchStationDirectory directory;
   QtPlatform platform{directory.Path()};
   core::Session session{platform, directory.Path()};
-  core::MainFrame* frame = nullptr;
+  frame::MainFrame* frame = nullptr;
   QTimer boxes;
 };
 

@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/main_frame.h"
 #include "core/session.h"
+#include "frame/main_frame.h"
 #include "recorder/recording_platform.h"
 
 namespace brenvo::drive {
@@ -108,7 +108,7 @@ class Driver {
   recorder::LineSink out_;
   recorder::RecordingPlatform machine_;
   std::unique_ptr<core::Session> session_;  // empty once the program has ended
-  core::MainFrame* frame_ = nullptr;
+  frame::MainFrame* frame_ = nullptr;
   std::istream* script_ = nullptr;
   int line_ = 0;
   std::optional<ScriptFailure> failure_;

@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
     return 1;
   }
   std::ofstream out(argv[2], std::ios::binary);
-  out << brenvo::manual::ManualToHtml(brenvo::core::ParseHelp(text), "Brenvo: il manuale");
+  out << brenvo::manual::ManualToHtml(brenvo::frame::ParseHelp(text), "Brenvo: il manuale");
   out.close();
   if (!out) {
     std::fprintf(stderr, "manual: %s cannot be written\n", argv[2]);

@@ -109,9 +109,9 @@ std::string PageToHtml(std::string_view markdown) {
   return html;
 }
 
-std::string ManualToHtml(const std::vector<core::HelpPage>& pages, std::string_view title) {
+std::string ManualToHtml(const std::vector<frame::HelpPage>& pages, std::string_view title) {
   std::string contents, text;
-  for (const core::HelpPage& page : pages) {
+  for (const frame::HelpPage& page : pages) {
     const std::string anchor = "t" + std::to_string(page.topic);
     contents += "<a href=\"#" + anchor + "\">" + Escaped(page.title) + "</a>\n";
     text += "<h2 id=\"" + anchor + "\">" + Escaped(page.title) + "</h2>\n" + PageToHtml(page.text);

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/help_file.h"
+#include "frame/help_file.h"
 
 namespace brenvo::manual {
 
@@ -15,6 +15,6 @@ namespace brenvo::manual {
 std::string PageToHtml(std::string_view markdown);
 
 // All pages as one document, with a list of contents; page 100 is reached as "#t100".
-std::string ManualToHtml(const std::vector<core::HelpPage>& pages, std::string_view title);
+std::string ManualToHtml(const std::vector<frame::HelpPage>& pages, std::string_view title);
 
 }  // namespace brenvo::manual

@@ -15,13 +15,13 @@
 #include <string>
 #include <vector>
 
-#include "core/backup.h"
 #include "demonstration/demonstration.h"
 #include "screens/far_ends.h"
 #include "screens/pictures.h"
 #include "station/station.h"
 #include "ui/qt_platform.h"
 #include "ui/text.h"
+#include "upkeep/backup.h"
 
 namespace {
 
@@ -146,8 +146,9 @@ int TakePictures(const QApplication& application, const QString& station, const 
   platform.Attach(&session);
   session.SaveSetting("Porte", "COM1", line.Path());
   session.SaveSetting("HrdMode", "ModiUsati", kModesShown);
-  if (brenvo::station::StartStation(session) == nullptr) return 1;
-  session.Backup->Stop();  // the day's copy would be told, and listed, in some pictures
+  brenvo::frame::MainFrame* const frame = brenvo::station::StartStation(session);
+  if (frame == nullptr) return 1;
+  frame->Backup->Stop();  // the day's copy would be told, and listed, in some pictures
   const QSize screen = application.primaryScreen()->size();
   session.Windows.Find("Brenvo")->Move({brenvo::base::Twips(0), brenvo::base::Twips(0),
                                         brenvo::base::Twips::FromPixels(screen.width()),

@@ -9,6 +9,7 @@
 
 #include "core/contact_door.h"
 #include "engine/database.h"
+#include "forms/signal.h"
 #include "forms/window_list.h"
 #include "platform/platform.h"
 
@@ -21,7 +22,6 @@ namespace brenvo::core {
 class LogWindow;
 class MatrixWindow;
 class FeedWindow;
-class DailyBackup;
 
 // What the contest in work hands from window to window.
 struct ContestContext {
@@ -55,6 +55,8 @@ class Session {
   // Once it is closed: DatabaseError 3260 when the database is still open in another program.
   void RequireNoOtherProgram() const;
   bool IsOpen() const { return Db.IsOpen(); }
+  // Before the tables are closed, and when they are open again after that.
+  forms::Signal<> Closing, Reopened;
 
   // The directory of the database and of all delivered files.
   std::filesystem::path AppPath;
@@ -63,8 +65,6 @@ class Session {
       TbProvincie, TbNoteHelp, TbUser, TbUserRTX, TbSquare;
   std::string MyLocator;
   std::string ManagerPath;
-  // The day's copy of the database in work; given up when that is closed. Null without one.
-  std::unique_ptr<DailyBackup> Backup;
 
   // The selection handed from one window to the next: a WHERE clause, or a whole SELECT.
   std::string QueryText;

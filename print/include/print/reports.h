@@ -5,12 +5,12 @@
 #include <string_view>
 #include <vector>
 
-#include "core/main_frame.h"
+#include "frame/main_frame.h"
 
 namespace brenvo::print {
 
 struct ReportMember {
-  forms::Command core::MainFrame::*command;
+  forms::Command frame::MainFrame::*command;
   std::string_view word;         // the mode word for StatSel
   std::string_view extra;        // condition that the report adds; empty for none
   std::string_view insertOrder;  // the ending of the statement that fills SLog

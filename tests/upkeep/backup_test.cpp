@@ -1,4 +1,4 @@
-#include "core/backup.h"
+#include "upkeep/backup.h"
 
 #include <fmt/format.h>
 
@@ -6,12 +6,12 @@
 #include <fstream>
 #include <functional>
 
-#include "core/maintenance.h"
 #include "file/online_copy.h"
-#include "tests/core/backup_station.h"
 #include "tests/support/recorded_files.h"
+#include "tests/upkeep/backup_station.h"
+#include "upkeep/maintenance.h"
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 namespace {
 
 namespace fs = std::filesystem;
@@ -79,7 +79,7 @@ TEST_F(BackupTest, TheDaysCopyIsMadeOnceTheStartIsOver) {
   EXPECT_EQ(Names(copies), "Brenvo-2001-02-03.mdb;");
   EXPECT_EQ(ContactsIn(copies[0]), 1);
   EXPECT_EQ(frame->StatusBar1.Panel(1), "Copia di sicurezza del 03/02/2001 fatta");
-  EXPECT_FALSE(session.Backup->Running());
+  EXPECT_FALSE(frame->Backup->Running());
 }
 
 TEST_F(BackupTest, NothingElseStandsInTheDirectoryAfterwards) {
@@ -103,8 +103,8 @@ TEST_F(BackupTest, TheCopyHoldsTheMomentAtWhichItBegan) {
 TEST_F(BackupTest, ADayThatHasItsCopyGetsNoSecondOne) {
   LetTheCopyBeMade();
   const auto written = fs::last_write_time(BackupCopies(directory.Path())[0].file);
-  session.Backup->Start();
-  EXPECT_FALSE(session.Backup->Running());
+  frame->Backup->Start();
+  EXPECT_FALSE(frame->Backup->Running());
   EXPECT_EQ(fs::last_write_time(BackupCopies(directory.Path())[0].file), written);
 }
 
@@ -121,13 +121,13 @@ TEST_F(BackupTest, ADayThatHasItsCopyByThenKeepsIt) {
   machine.SetNow(base::DateTime::Of(2001, 12, 31, 23, 59, 57));
   LetTheCopyBeMade();
   EXPECT_EQ(fs::file_size(BackupDirectory() / "Brenvo-2002-01-01.mdb"), 4u);
-  EXPECT_FALSE(session.Backup->Running());
+  EXPECT_FALSE(frame->Backup->Running());
 }
 
 TEST_F(BackupTest, AClockSetBackMakesACopyOfItsOwnDay) {
   LetTheCopyBeMade();
   machine.SetNow(base::DateTime::Of(2001, 1, 1, 12));
-  session.Backup->Start();
+  frame->Backup->Start();
   LetTheCopyBeMade();
   EXPECT_EQ(Names(BackupCopies(directory.Path())), "Brenvo-2001-02-03.mdb;Brenvo-2001-01-01.mdb;");
 }
@@ -164,7 +164,7 @@ TEST_F(BackupTest, ADirectoryThatCannotBeMadeIsTold) {
   EXPECT_EQ(frame->StatusBar1.Panel(1),
             "La copia di sicurezza non e' riuscita: Errore di accesso a 'Backup' (una "
             "parte del percorso non è una cartella).");
-  EXPECT_FALSE(session.Backup->Running());
+  EXPECT_FALSE(frame->Backup->Running());
   Store("IK3ABC");  // the log goes on
 }
 
@@ -174,12 +174,12 @@ TEST_F(BackupTest, ADiskThatFillsUpAtAnyMomentIsToldAndLeavesNoCopy) {
     SCOPED_TRACE(n);
     RecordedFiles files;  // the copy is opened under it, the log is not
     machine.Advance(20);
-    session.Backup->Start();
+    frame->Backup->Start();
     files.FailFrom(n, SQLITE_FULL);
     LetTheCopyBeMade();
     const bool failed = files.HasFailed();
     files.StopFailing();
-    EXPECT_FALSE(session.Backup->Running());
+    EXPECT_FALSE(frame->Backup->Running());
     if (!failed) break;
     ASSERT_EQ(
         frame->StatusBar1.Panel(1),
@@ -196,7 +196,8 @@ TEST_F(BackupTest, ADamagedDatabaseIsToldAndNotWrittenAnyMore) {
   Store("IK3ABC");
   session.Windows.Unload(*frame);
   Damage(directory.Path() / "Brenvo.mdb");
-  frame = &static_cast<MainFrame&>(session.Windows.Adopt(std::make_unique<MainFrame>(session)));
+  frame = &static_cast<frame::MainFrame&>(
+      session.Windows.Adopt(std::make_unique<frame::MainFrame>(session)));
   LetTheCopyBeMade();
   EXPECT_EQ(frame->StatusBar1.Panel(1).find(
                 "La copia di sicurezza non e' riuscita: Il file del database e' danneggiato"),
@@ -208,7 +209,7 @@ TEST_F(BackupTest, ADamagedDatabaseIsToldAndNotWrittenAnyMore) {
 
 TEST_F(BackupTest, AShutdownGivesTheCopyUp) {
   machine.Advance(5000);
-  EXPECT_TRUE(session.Backup->Running());
+  EXPECT_TRUE(frame->Backup->Running());
   session.Windows.Unload(*frame);
   EXPECT_TRUE(BackupCopies(directory.Path()).empty());
   EXPECT_TRUE(fs::is_empty(BackupDirectory()));
@@ -218,7 +219,7 @@ TEST_F(BackupTest, AShutdownGivesTheCopyUp) {
 TEST_F(BackupTest, ACompactionGivesItUpAndBeginsItAgain) {
   machine.Advance(5000);
   Event([&] { CompattaDatabase(session); });
-  EXPECT_TRUE(session.Backup->Running());
+  EXPECT_TRUE(frame->Backup->Running());
   LetTheCopyBeMade();
   EXPECT_EQ(BackupCopies(directory.Path()).size(), 1u);
 }
@@ -241,4 +242,4 @@ TEST_F(BackupTest, ACheckThatIsInterruptedLeavesNoCopy) {
 }
 
 }  // namespace
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep

@@ -1,15 +1,17 @@
-#include "core/main_frame.h"
+#include "frame/main_frame.h"
 
 #include "base/text.h"
-#include "core/backup.h"
 #include "core/long_run.h"
 #include "core/modules.h"
 #include "core/prefix.h"
-#include "core/ripristina_backup.h"
 #include "core/shared_windows.h"
+#include "upkeep/backup.h"
+#include "upkeep/ripristina_backup.h"
 
-namespace brenvo::core {
+namespace brenvo::frame {
 namespace {
+
+namespace column = core::column;
 
 constexpr std::string_view kDeliveredCall = "I0XXX";
 constexpr std::string_view kFirstStep =
@@ -18,7 +20,8 @@ constexpr std::string_view kFirstStep =
 
 // Gives the contact its prefix with zones and continent. Only what differs is written: each column
 // has an index to keep, and most contacts have all of it already.
-void AssignPrefix(ContactDoor& contacts, engine::Table& log, const ResolvedPrefix& resolved) {
+void AssignPrefix(core::ContactDoor& contacts, engine::Table& log,
+                  const core::ResolvedPrefix& resolved) {
   const std::pair<std::string_view, engine::Value> columns[] = {
       {column::kPrefisso, base::PadRight(resolved.Prefisso, 5)},
       {column::kZonaCQ, resolved.ZonaCQ},
@@ -29,14 +32,14 @@ void AssignPrefix(ContactDoor& contacts, engine::Table& log, const ResolvedPrefi
     if (log.Field(each.first) != each.second) different.push_back(&each);
   }
   if (different.empty()) return;
-  contacts.Change(ContactTable::kLog, log, [&](engine::EditableRecordset& row) {
+  contacts.Change(core::ContactTable::kLog, log, [&](engine::EditableRecordset& row) {
     for (const auto* each : different) row.Set(each->first, each->second);
   });
 }
 
 }  // namespace
 
-MainFrame::MainFrame(Session& session)
+MainFrame::MainFrame(core::Session& session)
     : forms::Window(session.Host(), "Brenvo", "Brenvo", base::Twips(15360), base::Twips(11520)),
       session_(session) {
   MenuBar = {&cmLog,      &cmContest,        &menuStatistiche, &menuQsl,
@@ -53,25 +56,25 @@ MainFrame::~MainFrame() {
 }
 
 void MainFrame::Load() {
-  RestoreWindow(session_, *this, "Brenvo");
+  core::RestoreWindow(session_, *this, "Brenvo");
   session_.Open();
   session_.HDisplayMappa = &HDisplayMappa;
-  session_.Backup = std::make_unique<DailyBackup>(
+  Backup = std::make_unique<upkeep::DailyBackup>(
       session_, [this](const std::string& text) { StatusBar1.SetPanel(1, text); });
-  session_.Backup->Start();
+  Backup->Start();
   session_.OnProfileStored = [this] { ShowFirstStep(); };
   ShowFirstStep();
 }
 
 void MainFrame::ShowFirstStep() {
-  const bool isDelivered = ProfileText(session_, "Call") == kDeliveredCall;
+  const bool isDelivered = core::ProfileText(session_, "Call") == kDeliveredCall;
   PrimoPasso.SetText(isDelivered ? kFirstStep : "");
 }
 
 bool MainFrame::QueryUnload() { return session_.Windows.UnloadAllButFirst(); }
 
 void MainFrame::Unload() {
-  SaveWindow(session_, *this, "Brenvo");
+  core::SaveWindow(session_, *this, "Brenvo");
   session_.HDisplayMappa = nullptr;
   session_.CloseTables();
 }
@@ -96,7 +99,7 @@ void MainFrame::OpenModal(std::string_view name) {
 void MainFrame::OpenSelected(std::string_view name, std::string_view word, bool takesElenca) {
   forms::WindowList& windows = session_.Windows;
   if (!windows.Knows("StatSel") || !windows.Knows(name)) return;
-  auto& selection = static_cast<SelectionWindow&>(*windows.LoadSingle("StatSel"));
+  auto& selection = static_cast<core::SelectionWindow&>(*windows.LoadSingle("StatSel"));
   selection.Tag = word;
   windows.ShowModal(selection);
   if (selection.Tag == "Cancel") {
@@ -120,15 +123,15 @@ void MainFrame::OpenTerminal() {
 void MainFrame::PutBackACopy() {
   forms::WindowList& windows = session_.Windows;
   if (!windows.Knows("RipristinaBackup")) return;
-  auto& choice = static_cast<RipristinaBackup&>(*windows.LoadSingle("RipristinaBackup"));
+  auto& choice = static_cast<upkeep::RipristinaBackup&>(*windows.LoadSingle("RipristinaBackup"));
   windows.ShowModal(choice);
-  const std::optional<BackupCopy> chosen = choice.Chosen;
+  const std::optional<upkeep::BackupCopy> chosen = choice.Chosen;
   windows.Unload(choice);
   if (!chosen) return;
   bool restored = false;
   try {
     const platform::BusyPointer busy(Host());
-    restored = RestoreBackup(session_, *chosen);
+    restored = upkeep::RestoreBackup(session_, *chosen);
   } catch (const engine::DatabaseError& failure) {
     if (failure.Number != engine::DatabaseError::kStopped) throw;
     session_.Messages().Show(platform::MessageIcon::kExclamation, "Ripristina backup",
@@ -139,7 +142,7 @@ void MainFrame::PutBackACopy() {
     StatusBar1.SetPanel(1, "Copia non ripristinata: una finestra e' in uso e non si chiude");
     return;
   }
-  StatusBar1.SetPanel(1, "Ripristinata la copia " + TitleOf(*chosen));
+  StatusBar1.SetPanel(1, "Ripristinata la copia " + upkeep::TitleOf(*chosen));
   ShowFirstStep();
 }
 
@@ -148,12 +151,14 @@ void MainFrame::AssignPrefixes() {
   engine::Table& log = *session_.TbLog;
   log.SetIndex("");
   log.MoveFirst();
-  ChangeManyContacts(session_, "Assegnazione Prefissi", log.RecordCount(), [&](LongRun& run) {
-    for (; !log.EOF_() && run.Next(); log.MoveNext()) {
-      const ResolvedPrefix resolved = ResolvePrefix(session_, FieldText(log, column::kCall));
-      if (!resolved.Prefisso.empty()) AssignPrefix(session_.Contacts, log, resolved);
-    }
-  });
+  core::ChangeManyContacts(
+      session_, "Assegnazione Prefissi", log.RecordCount(), [&](core::LongRun& run) {
+        for (; !log.EOF_() && run.Next(); log.MoveNext()) {
+          const core::ResolvedPrefix resolved =
+              core::ResolvePrefix(session_, core::FieldText(log, column::kCall));
+          if (!resolved.Prefisso.empty()) AssignPrefix(session_.Contacts, log, resolved);
+        }
+      });
 }
 
-}  // namespace brenvo::core
+}  // namespace brenvo::frame

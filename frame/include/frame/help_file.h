@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenvo::core {
+namespace brenvo::frame {
 
 struct HelpPage {
   int topic = 0;
@@ -16,4 +16,4 @@ struct HelpPage {
 // A line "@ NUMBER TITLE" begins a page; what stands before the first one is no page.
 std::vector<HelpPage> ParseHelp(std::string_view text);
 
-}  // namespace brenvo::core
+}  // namespace brenvo::frame

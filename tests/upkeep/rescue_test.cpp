@@ -5,10 +5,10 @@
 
 #include "file/database_file.h"
 #include "station/station.h"
-#include "tests/core/backup_station.h"
 #include "tests/support/golden.h"
+#include "tests/upkeep/backup_station.h"
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 namespace {
 
 namespace fs = std::filesystem;
@@ -23,12 +23,12 @@ class RescueTest : public BackupStation {
     machine.TakeLines();
   }
   fs::path File() const { return directory.Path() / "Brenvo.mdb"; }
-  MainFrame* Start() {
-    MainFrame* started = nullptr;
+  frame::MainFrame* Start() {
+    frame::MainFrame* started = nullptr;
     Event([&] { started = station::StartStation(again); });
     return started;
   }
-  Session again{machine, directory.Path()};
+  core::Session again{machine, directory.Path()};
 };
 
 TEST_F(RescueTest, AMissingDatabaseIsPutBackFromTheNewestCopyWhenTheOperatorAgrees) {
@@ -232,4 +232,4 @@ TEST_F(RescueTest, WithoutACopyTheStartFailsAsEver) {
 }
 
 }  // namespace
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep

@@ -1,4 +1,4 @@
-#include "core/maintenance.h"
+#include "upkeep/maintenance.h"
 #include "file/database_file.h"
 
 #include <sqlite3.h>
@@ -10,7 +10,7 @@
 #include "station/station.h"
 #include "tests/core/core_station.h"
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -80,7 +80,7 @@ TEST_F(MaintenanceTest, ThePrefixesThatWereAssignedBeforeAFailureStay) {
   sqlite3_close(beside);
   int announced = 0;
   const forms::Subscription subscription = session.Contacts.Subscribe(
-      [&](const ContactsChanged& change) { announced += change.Many(); });
+      [&](const core::ContactsChanged& change) { announced += change.Many(); });
   machine.Messages().QueueAnswer(true);
   Menu("cmAssegnaPrefissi");
   EXPECT_EQ(announced, 1);
@@ -146,7 +146,7 @@ TEST_F(MaintenanceTest, TheFirstCompactionMakesABackupAndTheSecondReplacesIt) {
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "BrenvoNEW.MDB"));
   // Every handle serves again.
   EXPECT_EQ(session.MyLocator, "JN65AA");
-  EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
+  EXPECT_EQ(core::ResolvePrefix(session, "IK3ABC").Country, "I");
 }
 
 TEST_F(MaintenanceTest, ACompactionThatIsStoppedLeavesEverythingAsItWasAndInUse) {
@@ -159,7 +159,7 @@ TEST_F(MaintenanceTest, ACompactionThatIsStoppedLeavesEverythingAsItWasAndInUse)
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "Brenvo.BAK"));
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "BrenvoNEW.MDB"));
   EXPECT_EQ(session.TbLog->RecordCount(), 4096);
-  EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
+  EXPECT_EQ(core::ResolvePrefix(session, "IK3ABC").Country, "I");
   EXPECT_FALSE(machine.Host().Busy());
   machine.StopProgressAt(-1);
   Menu("cmCompatta");
@@ -211,7 +211,7 @@ class InterruptedCompaction : public StationTest, public testing::WithParamInter
  protected:
   InterruptedCompaction() : StationTest(false) {
     std::ofstream(directory.Path() / "Brenvo.BAK") << "the backup of last month";
-    Session interrupted(machine, directory.Path());
+    core::Session interrupted(machine, directory.Path());
     interrupted.Open();
     interrupted.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','A')");
     for (std::size_t i = 0; i < GetParam(); ++i) CompactionSteps()[i](interrupted);
@@ -255,4 +255,4 @@ INSTANTIATE_TEST_SUITE_P(EachStep, InterruptedCompaction,
                          testing::Range<std::size_t>(0, CompactionSteps().size() + 1));
 
 }  // namespace
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep

@@ -2,12 +2,14 @@
 #pragma once
 
 namespace brenvo::core {
-
 class Session;
+}
+
+namespace brenvo::frame {
 
 // Writes a token of five characters for each kind of window that is open.
-void SaveDesktop(Session& session);
+void SaveDesktop(core::Session& session);
 // Shows the single default window of each token; an unknown token is passed over.
-void LoadDesktop(Session& session);
+void LoadDesktop(core::Session& session);
 
-}  // namespace brenvo::core
+}  // namespace brenvo::frame

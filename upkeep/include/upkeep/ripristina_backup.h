@@ -4,19 +4,19 @@
 #include <optional>
 #include <vector>
 
-#include "core/backup.h"
 #include "core/session.h"
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/window.h"
+#include "upkeep/backup.h"
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 
 // Modal. Closes with the copy in Chosen once the operator has agreed to it; its caller restores it,
 // for no window stays open over that.
 class RipristinaBackup : public forms::Window {
  public:
-  explicit RipristinaBackup(Session& session);
+  explicit RipristinaBackup(core::Session& session);
 
   void Load() override;
   void Unload() override;
@@ -45,8 +45,8 @@ class RipristinaBackup : public forms::Window {
  private:
   void Choose();
 
-  Session& session_;
+  core::Session& session_;
   std::vector<BackupCopy> copies_;
 };
 
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep

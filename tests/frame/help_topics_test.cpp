@@ -8,12 +8,12 @@
 #include <set>
 #include <sstream>
 
-#include "core/help_file.h"
+#include "frame/help_file.h"
 #include "station/station.h"
 #include "tests/support/places.h"
 #include "tests/support/station.h"
 
-namespace brenvo::core {
+namespace brenvo::frame {
 namespace {
 
 std::vector<HelpPage> Manual() {
@@ -31,7 +31,7 @@ bool HasPage(const std::vector<HelpPage>& pages, int topic) {
 TEST(HelpTopics, EveryWindowHasAPageOfItsOwnInTheManual) {
   const std::vector<HelpPage> pages = Manual();
   std::set<int> topics;
-  for (const auto& [window, topic] : kWindowTopics) {
+  for (const auto& [window, topic] : core::kWindowTopics) {
     EXPECT_TRUE(HasPage(pages, topic)) << window;
     EXPECT_TRUE(topics.insert(topic).second) << window;
   }
@@ -65,10 +65,10 @@ class WindowHelp : public StationTest {
 
 TEST_F(WindowHelp, IsKnownForEveryWindowOfTheStation) {
   for (const std::string& window : session.Windows.KnownNames()) {
-    EXPECT_NE(HelpTopicOf(window), kHelpFirstDay) << window;
+    EXPECT_NE(core::HelpTopicOf(window), kHelpFirstDay) << window;
   }
-  EXPECT_EQ(HelpTopicOf("Brenvo"), kHelpFirstDay);
+  EXPECT_EQ(core::HelpTopicOf("Brenvo"), kHelpFirstDay);
 }
 
 }  // namespace
-}  // namespace brenvo::core
+}  // namespace brenvo::frame

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "core/backup.h"
 #include "tests/support/station.h"
+#include "upkeep/backup.h"
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 
 class BackupStation : public StationTest {
  protected:
@@ -27,4 +27,4 @@ class BackupStation : public StationTest {
   }
 };
 
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep

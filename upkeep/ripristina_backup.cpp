@@ -1,17 +1,17 @@
-#include "core/ripristina_backup.h"
+#include "upkeep/ripristina_backup.h"
 
 #include <fmt/format.h>
 
 #include "core/modules.h"
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 namespace {
 
 constexpr std::string_view kSettingsKey = "RipristinaBackup";
 
 }  // namespace
 
-RipristinaBackup::RipristinaBackup(Session& session)
+RipristinaBackup::RipristinaBackup(core::Session& session)
     : forms::Window(session.Host(), "RipristinaBackup", "Ripristina backup", base::Twips(7200),
                     base::Twips(5400)),
       session_(session) {
@@ -22,7 +22,7 @@ RipristinaBackup::RipristinaBackup(Session& session)
 }
 
 void RipristinaBackup::Load() {
-  RestoreWindow(session_, *this, kSettingsKey);
+  core::RestoreWindow(session_, *this, kSettingsKey);
   const platform::BusyPointer busy(Host());
   copies_ = BackupCopies(session_.AppPath);
   for (const BackupCopy& copy : copies_) {
@@ -35,7 +35,7 @@ void RipristinaBackup::Load() {
   }
 }
 
-void RipristinaBackup::Unload() { SaveWindow(session_, *this, kSettingsKey); }
+void RipristinaBackup::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
 void RipristinaBackup::Choose() {
   const int index = LBCopie.ListIndex();
@@ -50,4 +50,4 @@ void RipristinaBackup::Choose() {
   Hide();
 }
 
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep

@@ -1,4 +1,4 @@
-#include "core/backup.h"
+#include "upkeep/backup.h"
 
 #include <fmt/format.h>
 
@@ -10,7 +10,7 @@
 #include "file/online_copy.h"
 #include "file/sync.h"
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 namespace {
 
 constexpr std::string_view kDirectory = "Backup";
@@ -92,7 +92,7 @@ void DropOld(const std::filesystem::path& appPath, base::DateTime today) {
 }
 
 // A sound copy of the file, unless the operator stops it.
-void CopyWatched(Session& session, const std::filesystem::path& from,
+void CopyWatched(core::Session& session, const std::filesystem::path& from,
                  const std::filesystem::path& to) {
   const auto goOn = [](platform::Progress& progress, std::int64_t done) {
     if (progress.Advance(done)) return;
@@ -164,7 +164,7 @@ std::vector<base::DateTime> DaysToDrop(std::vector<base::DateTime> days, base::D
   return dropped;
 }
 
-void PutBack(Session& session, const BackupCopy& copy) {
+void PutBack(core::Session& session, const BackupCopy& copy) {
   const std::filesystem::path database = session.File("\\Brenvo.mdb");
   const std::filesystem::path fresh = session.AppPath / kPuttingBack;
   CopyWatched(session, copy.file, fresh);
@@ -183,7 +183,7 @@ void PutBack(Session& session, const BackupCopy& copy) {
   file::RenameSafely(fresh, database);
 }
 
-std::optional<BackupCopy> WithoutJournal(Session& session) {
+std::optional<BackupCopy> WithoutJournal(core::Session& session) {
   const std::filesystem::path alone = session.AppPath / kWithoutJournal;
   std::error_code error;
   std::filesystem::copy_file(session.File("\\Brenvo.mdb"), alone,
@@ -193,7 +193,7 @@ std::optional<BackupCopy> WithoutJournal(Session& session) {
   return std::nullopt;
 }
 
-void DropWithoutJournal(Session& session) {
+void DropWithoutJournal(core::Session& session) {
   std::error_code ignored;
   std::filesystem::remove(session.AppPath / kWithoutJournal, ignored);
 }
@@ -209,7 +209,7 @@ std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& 
 
 namespace {
 
-void PutBackAndReopen(Session& session, const BackupCopy& copy) {
+void PutBackAndReopen(core::Session& session, const BackupCopy& copy) {
   session.CloseForCompaction();
   try {
     session.RequireNoOtherProgram();
@@ -227,17 +227,20 @@ void PutBackAndReopen(Session& session, const BackupCopy& copy) {
 
 }  // namespace
 
-bool RestoreBackup(Session& session, const BackupCopy& copy) {
+bool RestoreBackup(core::Session& session, const BackupCopy& copy) {
   if (!session.Windows.UnloadAllButFirst()) return false;
-  return session.Contacts.ChangeMany({ContactTable::kLog, ContactTable::kContestQso}, [&] {
-    PutBackAndReopen(session, copy);
-    return true;
-  });
+  return session.Contacts.ChangeMany({core::ContactTable::kLog, core::ContactTable::kContestQso},
+                                     [&] {
+                                       PutBackAndReopen(session, copy);
+                                       return true;
+                                     });
 }
 
-DailyBackup::DailyBackup(Session& session, std::function<void(const std::string& text)> tell)
+DailyBackup::DailyBackup(core::Session& session, std::function<void(const std::string& text)> tell)
     : session_(session), tell_(std::move(tell)), timer_(session.Machine.MakeTimer()) {
   timer_->OnTick = [this] { session_.Windows.RunEvent([this] { Tick(); }); };
+  closing_ = session.Closing.Subscribe([this] { Stop(); });
+  reopened_ = session.Reopened.Subscribe([this] { Start(); });
 }
 
 DailyBackup::~DailyBackup() = default;
@@ -312,4 +315,4 @@ void DailyBackup::Fail(const std::string& why) {
   tell_("La copia di sicurezza non e' riuscita: " + why);
 }
 
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep

@@ -4,21 +4,22 @@
 #include <functional>
 #include <string_view>
 
-#include "core/desktop.h"
-#include "core/maintenance.h"
 #include "core/session.h"
 #include "forms/command.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
 #include "forms/window.h"
+#include "frame/desktop.h"
+#include "upkeep/backup.h"
+#include "upkeep/maintenance.h"
 
-namespace brenvo::core {
+namespace brenvo::frame {
 
 // A command whose window does not exist does nothing. One without an action is a room's further up,
 // which attaches it (OnClick); until then it does nothing.
 class MainFrame : public forms::Window {
  public:
-  explicit MainFrame(Session& session);
+  explicit MainFrame(core::Session& session);
   ~MainFrame() override;
 
   // Opens the session; throws what fails, and the start is then over.
@@ -30,6 +31,8 @@ class MainFrame : public forms::Window {
 
   // The map's door: its change runs the map viewer.
   forms::TextField HDisplayMappa{*this, "HDisplayMappa"};
+  // The day's copy of the database in work. Null until the frame has loaded.
+  std::unique_ptr<upkeep::DailyBackup> Backup;
   // What the station has to say by itself.
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
   // What to do first, on the empty map, as long as the profile is the delivered one.
@@ -151,14 +154,16 @@ class MainFrame : public forms::Window {
                           "cmUtente",
                           "Tabella &Utente",
                           {.shortcut = "Ctrl+U", .run = [this] { OpenSingle("User"); }}};
-  forms::Command cmCompatta{
-      *this, "cmCompatta", "Compatta Database", {.run = [this] { CompattaDatabase(session_); }}};
+  forms::Command cmCompatta{*this, "cmCompatta", "Compatta Database", {.run = [this] {
+                              upkeep::CompattaDatabase(session_);
+                            }}};
   forms::Command cmAssegnaPrefissi{
       *this, "cmAssegnaPrefissi", "Assegna Prefissi", {.run = [this] { AssignPrefixes(); }}};
   forms::Command cmAzzeraLog{
-      *this, "cmAzzeraLog", "Azzera Log", {.run = [this] { AzzeraLog(session_); }}};
-  forms::Command cmAzzeraContest{
-      *this, "cmAzzeraContest", "Azzera Contest", {.run = [this] { AzzeraContest(session_); }}};
+      *this, "cmAzzeraLog", "Azzera Log", {.run = [this] { upkeep::AzzeraLog(session_); }}};
+  forms::Command cmAzzeraContest{*this, "cmAzzeraContest", "Azzera Contest", {.run = [this] {
+                                   upkeep::AzzeraContest(session_);
+                                 }}};
   forms::Command cmRipristinaBackup{
       *this, "cmRipristinaBackup", "Ripristina backup...", {.run = [this] { PutBackACopy(); }}};
   forms::Command cmImportaAdif{*this, "cmImportaAdif", "Importa ADIF..."};
@@ -193,7 +198,7 @@ class MainFrame : public forms::Window {
   void PutBackACopy();
   void ShowFirstStep();
 
-  Session& session_;
+  core::Session& session_;
 };
 
-}  // namespace brenvo::core
+}  // namespace brenvo::frame

@@ -1,9 +1,9 @@
-#include "core/desktop.h"
+#include "frame/desktop.h"
 
 #include "core/shared_windows.h"
 #include "tests/core/core_station.h"
 
-namespace brenvo::core {
+namespace brenvo::frame {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -19,8 +19,8 @@ TEST_F(DesktopTest, ASavedDesktopIsARowOfTokens) {
 TEST_F(DesktopTest, EveryKindOfWindowHasItsToken) {
   session.LogOpen = session.ContestOpen = session.FT736Open = session.TncOpen =
       session.TncTelnetOpen = session.WWConvOpen = true;
-  session.Hrd = session.HrdMode = reinterpret_cast<MatrixWindow*>(1);
-  session.OldQsoForm = session.OldQsoLocator = reinterpret_cast<FeedWindow*>(1);
+  session.Hrd = session.HrdMode = reinterpret_cast<core::MatrixWindow*>(1);
+  session.OldQsoForm = session.OldQsoLocator = reinterpret_cast<core::FeedWindow*>(1);
   SaveDesktop(session);
   session.Hrd = session.HrdMode = nullptr;
   session.OldQsoForm = session.OldQsoLocator = nullptr;
@@ -62,4 +62,4 @@ TEST_F(DesktopTest, UnknownAndShortTokensArePassedOver) {
 }
 
 }  // namespace
-}  // namespace brenvo::core
+}  // namespace brenvo::frame

@@ -16,7 +16,7 @@ namespace brenvo::file {
 class OnlineCopy;
 }
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 
 // A file in the directory "Backup" of the application directory.
 struct BackupCopy {
@@ -43,28 +43,29 @@ std::string ContentsOf(const BackupCopy& copy);
 std::vector<base::DateTime> DaysToDrop(std::vector<base::DateTime> days, base::DateTime today);
 
 // Puts a copy in the place of the database, which must be closed and is set aside in "Backup".
-// The operator sees how far it is. Nothing is changed when the copy is no sound database, or when he
-// stops it: DatabaseError 3059 then, else what failed.
-void PutBack(Session& session, const BackupCopy& copy);
+// The operator sees how far it is. Nothing is changed when the copy is no sound database, or when
+// he stops it: DatabaseError 3059 then, else what failed.
+void PutBack(core::Session& session, const BackupCopy& copy);
 
 // The database as it is without the journal that stands beside it, as a copy to put back; nothing
 // where there is none, or no room for it. DropWithoutJournal deletes what it takes up.
-std::optional<BackupCopy> WithoutJournal(Session& session);
-void DropWithoutJournal(Session& session);
+std::optional<BackupCopy> WithoutJournal(core::Session& session);
+void DropWithoutJournal(core::Session& session);
 
 // What an interrupted PutBack has set aside, while nothing stands in the place of the database.
 std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& appPath);
 
 // Closes all windows but the main frame, puts the copy in the place of the open database, and opens
-// that; false, with the database as it was, when a window refuses to close. DatabaseError as of PutBack.
-bool RestoreBackup(Session& session, const BackupCopy& copy);
+// that; false, with the database as it was, when a window refuses to close. DatabaseError as of
+// PutBack.
+bool RestoreBackup(core::Session& session, const BackupCopy& copy);
 
 // Makes the day's copy when it is missing: in slices between the operator's events, verified, and
 // then given its name. What no longer is kept is deleted after that.
 class DailyBackup {
  public:
   // `tell` gets what the operator is to know: that the copy is made, or why it is not.
-  DailyBackup(Session& session, std::function<void(const std::string& text)> tell);
+  DailyBackup(core::Session& session, std::function<void(const std::string& text)> tell);
   ~DailyBackup();
   DailyBackup(const DailyBackup&) = delete;
   DailyBackup& operator=(const DailyBackup&) = delete;
@@ -83,13 +84,14 @@ class DailyBackup {
   void Finish();
   void Fail(const std::string& why);
 
-  Session& session_;
+  core::Session& session_;
   std::function<void(const std::string& text)> tell_;
   std::unique_ptr<platform::Timer> timer_;
+  forms::Subscription closing_, reopened_;
   std::unique_ptr<file::OnlineCopy> copy_;
   base::DateTime day_;  // also when midnight passes while the copy is made
   std::filesystem::path unfinished_, finished_;
   bool verifying_ = false;
 };
 
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep

@@ -6,12 +6,12 @@
 #include <optional>
 #include <system_error>
 
-#include "core/ripristina_backup.h"
 #include "file/database_file.h"
-#include "tests/core/backup_station.h"
 #include "tests/support/recorded_files.h"
+#include "tests/upkeep/backup_station.h"
+#include "upkeep/ripristina_backup.h"
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 namespace {
 
 namespace fs = std::filesystem;
@@ -199,4 +199,4 @@ TEST_F(RestoreTest, ASecondFileSetAsideInTheSameSecondDoesNotTakeTheFirstOnesPla
 }
 
 }  // namespace
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep

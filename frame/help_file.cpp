@@ -1,10 +1,10 @@
-#include "core/help_file.h"
+#include "frame/help_file.h"
 
 #include <charconv>
 
 #include "base/text.h"
 
-namespace brenvo::core {
+namespace brenvo::frame {
 namespace {
 
 // Takes the first line off the text, without its end.
@@ -40,4 +40,4 @@ std::vector<HelpPage> ParseHelp(std::string_view text) {
   return pages;
 }
 
-}  // namespace brenvo::core
+}  // namespace brenvo::frame

@@ -1,4 +1,4 @@
-#include "core/maintenance.h"
+#include "upkeep/maintenance.h"
 
 #include <filesystem>
 #include <initializer_list>
@@ -13,7 +13,7 @@
 #include "file/database_file.h"
 #include "file/sync.h"
 
-namespace brenvo::core {
+namespace brenvo::upkeep {
 namespace {
 
 constexpr std::string_view kDatabase = "\\Brenvo.MDB";
@@ -23,17 +23,17 @@ constexpr std::string_view kScratch = "\\BrenvoNEW.MDB";
 constexpr int kFileNotFound = 53;
 constexpr std::string_view kCompaction = "Compatta Database";
 
-void Empty(Session& session, std::string_view title, ContactTable table,
+void Empty(core::Session& session, std::string_view title, core::ContactTable table,
            std::initializer_list<std::string_view> statements) {
   if (!session.Messages().AskYesNo(title, "Confermi l'operazione ?")) return;
   session.Contacts.ChangeMany({table}, [&] {
-    return RunLongStatements(session, title, "Operazione interrotta: tutto è rimasto com'era.",
-                             [&] {
-                               Transaction transaction(session.Db);
-                               for (std::string_view statement : statements)
-                                 session.Db.Execute(statement);
-                               transaction.Commit();
-                             });
+    return core::RunLongStatements(session, title,
+                                   "Operazione interrotta: tutto è rimasto com'era.", [&] {
+                                     core::Transaction transaction(session.Db);
+                                     for (std::string_view statement : statements)
+                                       session.Db.Execute(statement);
+                                     transaction.Commit();
+                                   });
   });
 }
 
@@ -46,13 +46,13 @@ void DeleteFile(const std::filesystem::path& file) {
 
 // A contact leaves what is kept beside it to the compaction, like the room that it took: its number
 // is not given again, so nothing finds it.
-void DropKeptOfDeleted(Session& session) {
-  if (!HasTable(session, "LogAdif")) return;
-  const LongStatement watched(session, kCompaction);
+void DropKeptOfDeleted(core::Session& session) {
+  if (!core::HasTable(session, "LogAdif")) return;
+  const core::LongStatement watched(session, kCompaction);
   session.Db.Execute("DELETE * FROM LogAdif WHERE QsoNr NOT IN (SELECT QsoNr FROM Log)");
 }
 
-void CloseAll(Session& session) { session.CloseForCompaction(); }
+void CloseAll(core::Session& session) { session.CloseForCompaction(); }
 
 std::int64_t SizeOf(const std::filesystem::path& file) {
   std::error_code error;
@@ -60,14 +60,14 @@ std::int64_t SizeOf(const std::filesystem::path& file) {
   return error ? 0 : static_cast<std::int64_t>(size);
 }
 
-void WriteScratch(Session& session) {
+void WriteScratch(core::Session& session) {
   DropScratch(session);
   const std::filesystem::path from = session.File(kDatabase), to = session.File(kScratch);
   const auto progress = session.Machine.ShowProgress(kCompaction, SizeOf(from));
   file::CompactDatabase(from, to, [&] { return progress->Advance(SizeOf(to)); });
 }
 
-void DeleteBackup(Session& session) {
+void DeleteBackup(core::Session& session) {
   session.RequireNoOtherProgram();
   try {
     DeleteFile(session.File(kBackup));
@@ -76,18 +76,18 @@ void DeleteBackup(Session& session) {
   }
 }
 
-void KeepAsBackup(Session& session) {
+void KeepAsBackup(core::Session& session) {
   file::RenameSafely(session.File(kDatabase), session.File(kBackup));
 }
 
-void PutInPlace(Session& session) {
+void PutInPlace(core::Session& session) {
   file::RenameSafely(session.File(kScratch), session.AppPath / kDatabaseName);
 }
 
-void ReopenAll(Session& session) { session.ReopenAfterCompaction(); }
+void ReopenAll(core::Session& session) { session.ReopenAfterCompaction(); }
 
 // False when the operator has stopped it, before any file was renamed.
-bool Compact(Session& session) {
+bool Compact(core::Session& session) {
   try {
     for (const CompactionStep step : CompactionSteps()) step(session);
     return true;
@@ -101,17 +101,17 @@ bool Compact(Session& session) {
 
 }  // namespace
 
-void AzzeraLog(Session& session) {
-  if (HasTable(session, "LogAdif")) {
-    Empty(session, "Azzeramento Log", ContactTable::kLog,
+void AzzeraLog(core::Session& session) {
+  if (core::HasTable(session, "LogAdif")) {
+    Empty(session, "Azzeramento Log", core::ContactTable::kLog,
           {"DELETE * FROM Log", "DELETE * FROM LogAdif"});
   } else {
-    Empty(session, "Azzeramento Log", ContactTable::kLog, {"DELETE * FROM Log"});
+    Empty(session, "Azzeramento Log", core::ContactTable::kLog, {"DELETE * FROM Log"});
   }
 }
 
-void AzzeraContest(Session& session) {
-  Empty(session, "Azzeramento Contest", ContactTable::kContestQso,
+void AzzeraContest(core::Session& session) {
+  Empty(session, "Azzeramento Contest", core::ContactTable::kContestQso,
         {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});
 }
 
@@ -121,20 +121,20 @@ std::span<const CompactionStep> CompactionSteps() {
   return kSteps;
 }
 
-void DropScratch(Session& session) {
+void DropScratch(core::Session& session) {
   std::error_code ignored;
   std::filesystem::remove(session.File(kScratch), ignored);
 }
 
 bool CompactionWasInterrupted(const std::filesystem::path& directory) {
   std::error_code error;
-  return std::filesystem::is_regular_file(FileIn(directory, kBackup), error) &&
-         std::filesystem::is_regular_file(FileIn(directory, kScratch), error);
+  return std::filesystem::is_regular_file(core::FileIn(directory, kBackup), error) &&
+         std::filesystem::is_regular_file(core::FileIn(directory, kScratch), error);
 }
 
 std::string WhereDataIs(const std::filesystem::path& directory) {
   for (const std::string_view name : {kScratch, kBackup}) {
-    const std::filesystem::path file = FileIn(directory, name);
+    const std::filesystem::path file = core::FileIn(directory, name);
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) continue;
     return "Una compattazione interrotta ha lasciato i dati in " + file.filename().string() +
@@ -143,7 +143,7 @@ std::string WhereDataIs(const std::filesystem::path& directory) {
   return "";
 }
 
-void CompattaDatabase(Session& session) {
+void CompattaDatabase(core::Session& session) {
   const platform::BusyPointer busy(session.Host());
   try {
     if (Compact(session)) return;
@@ -154,4 +154,4 @@ void CompattaDatabase(Session& session) {
                           "Compattazione interrotta: il database è rimasto com'era.");
 }
 
-}  // namespace brenvo::core
+}  // namespace brenvo::upkeep
