@@ -7,7 +7,7 @@ namespace brenvo::frame {
 namespace {
 
 using Texts = std::vector<std::string>;
-using DesktopTest = CoreStation;
+using DesktopTest = core::CoreStation;
 
 TEST_F(DesktopTest, ASavedDesktopIsARowOfTokens) {
   session.LogOpen = session.FT736Open = session.WWConvOpen = true;

@@ -65,9 +65,9 @@ class WindowHelp : public StationTest {
 
 TEST_F(WindowHelp, IsKnownForEveryWindowOfTheStation) {
   for (const std::string& window : session.Windows.KnownNames()) {
-    EXPECT_NE(core::HelpTopicOf(window), kHelpFirstDay) << window;
+    EXPECT_NE(core::HelpTopicOf(window), core::kHelpFirstDay) << window;
   }
-  EXPECT_EQ(core::HelpTopicOf("Brenvo"), kHelpFirstDay);
+  EXPECT_EQ(core::HelpTopicOf("Brenvo"), core::kHelpFirstDay);
 }
 
 }  // namespace

@@ -6,9 +6,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "file/database_file.h"
-#include "tests/support/station.h"
-
 namespace brenvo::geo {
 namespace {
 
@@ -124,24 +121,6 @@ TEST(Locator, AShortPathOf0HasALongPathOf180) {
 
 TEST(Locator, ThePositionLineKeepsTheBlanksOfItsNumbers) {
   EXPECT_EQ(PositionLine("JN65AA", "IO91AA"), "SP 308°/LP 128°  -  LAT 51°/LONG-2°  -  Km. 1233");
-}
-
-TEST(Locator, TheDeliveredOneIsNobodysAndGivesEachCountryADistanceAndABearing) {
-  const ScratchStationDirectory directory;
-  engine::Database delivered = file::OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
-  const std::string own = delivered.OpenSnapshot("select Locator from [User]")->Field(0).Text();
-  EXPECT_TRUE(IsValidLocator(own)) << own;
-  int countries = 0;
-  const auto rows = delivered.OpenSnapshot("select Country, Locator from Country");
-  for (; !rows->EOF_(); rows->MoveNext(), ++countries) {
-    const std::string country = rows->Field("Country").Text();
-    const std::string locator = rows->Field("Locator").Text();
-    EXPECT_NE(locator, own) << country;
-    EXPECT_NO_THROW(PositionLine(own, locator)) << country;
-    // A spot's own locator is compared with what it holds behind the sixth character.
-    EXPECT_NO_THROW(PositionLine(own, locator + "12")) << country;
-  }
-  EXPECT_EQ(countries, 402);
 }
 
 }  // namespace

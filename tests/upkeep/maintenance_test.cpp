@@ -14,7 +14,7 @@ namespace brenvo::upkeep {
 namespace {
 
 using Texts = std::vector<std::string>;
-using MaintenanceTest = CoreStation;
+using MaintenanceTest = core::CoreStation;
 
 // The number of contacts in a file of the directory; none where there is no such file.
 std::optional<std::int64_t> ContactsIn(const std::filesystem::path& file) {
