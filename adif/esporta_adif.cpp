@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include "adif_export.h"
-#include "core/modules.h"
 #include "core/shared_windows.h"
+#include "core/window_place.h"
 
 namespace brenvo::adif {
 namespace {

@@ -7,7 +7,8 @@
 
 #include "base/number.h"
 #include "base/text.h"
-#include "core/modules.h"
+#include "core/own_tables.h"
+#include "core/window_place.h"
 #include "kept_fields.h"
 
 namespace brenvo::adif {

@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 #include "base/text.h"
-#include "core/modules.h"
 #include "core/prefix.h"
 #include "dxcc_entities.h"
 #include "geo/locator.h"

@@ -10,9 +10,10 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "contacts_in_log.h"
+#include "core/entry.h"
 #include "core/entry_key.h"
 #include "core/long_run.h"
-#include "core/modules.h"
+#include "core/texts.h"
 #include "note_staging.h"
 
 namespace brenvo::awards {

@@ -9,7 +9,7 @@
 
 #include "base/text.h"
 #include "core/log_contact.h"
-#include "core/modules.h"
+#include "core/texts.h"
 #include "core/transaction.h"
 #include "engine/database_error.h"
 #include "html_page.h"

@@ -1,7 +1,7 @@
 #include "note_staging.h"
 
-#include "core/modules.h"
 #include "core/note_tag.h"
+#include "core/texts.h"
 #include "core/transaction.h"
 
 namespace brenvo::awards {

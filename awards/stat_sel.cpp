@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include "base/text.h"
-#include "core/modules.h"
+#include "core/entry.h"
+#include "core/lists.h"
+#include "core/window_place.h"
 
 namespace brenvo::awards {
 namespace {

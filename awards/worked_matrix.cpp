@@ -8,8 +8,11 @@
 #include "base/text.h"
 #include "contacts_in_log.h"
 #include "core/country_map.h"
-#include "core/modules.h"
+#include "core/entry.h"
+#include "core/lists.h"
 #include "core/prefix.h"
+#include "core/texts.h"
+#include "core/window_place.h"
 #include "geo/locator.h"
 
 namespace brenvo::awards {

@@ -4,7 +4,6 @@
 
 #include "base/number.h"
 #include "core/files.h"
-#include "core/modules.h"
 
 namespace brenvo::contest {
 namespace {

@@ -4,7 +4,8 @@
 
 #include "base/text.h"
 #include "contact.h"
-#include "core/modules.h"
+#include "core/entry.h"
+#include "core/window_place.h"
 
 namespace brenvo::contest {
 

@@ -7,8 +7,12 @@
 #include "contact.h"
 #include "contest/contest_search.h"
 #include "contest_sheets.h"
-#include "core/modules.h"
+#include "core/entry.h"
+#include "core/lists.h"
+#include "core/texts.h"
 #include "core/transaction.h"
+#include "core/window_place.h"
+#include "core/writing.h"
 #include "export.h"
 
 namespace brenvo::contest {

@@ -5,7 +5,10 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "contact.h"
-#include "core/modules.h"
+#include "core/entry.h"
+#include "core/texts.h"
+#include "core/window_place.h"
+#include "core/writing.h"
 #include "geo/locator.h"
 
 namespace brenvo::contest {

@@ -5,7 +5,8 @@
 #include "contact.h"
 #include "contest/check_call_contest.h"
 #include "contest/contest_new_qso.h"
-#include "core/modules.h"
+#include "core/texts.h"
+#include "core/window_place.h"
 #include "transfer.h"
 
 namespace brenvo::contest {

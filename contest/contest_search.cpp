@@ -1,6 +1,6 @@
 #include "contest/contest_search.h"
 
-#include "core/modules.h"
+#include "core/window_place.h"
 
 namespace brenvo::contest {
 namespace {

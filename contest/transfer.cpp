@@ -7,9 +7,9 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "contact.h"
-#include "core/modules.h"
 #include "core/prefix.h"
 #include "core/session.h"
+#include "core/texts.h"
 #include "core/transaction.h"
 
 namespace brenvo::contest {

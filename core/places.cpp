@@ -1,8 +1,8 @@
 #include "core/places.h"
 
 #include "base/text.h"
-#include "core/modules.h"
 #include "core/session.h"
+#include "core/texts.h"
 
 namespace brenvo::core {
 

@@ -1,7 +1,7 @@
 #include "core/station_profile.h"
 
-#include "core/modules.h"
 #include "core/session.h"
+#include "core/texts.h"
 
 namespace brenvo::core {
 

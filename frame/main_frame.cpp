@@ -2,9 +2,10 @@
 
 #include "base/text.h"
 #include "core/long_run.h"
-#include "core/modules.h"
 #include "core/prefix.h"
 #include "core/shared_windows.h"
+#include "core/texts.h"
+#include "core/window_place.h"
 #include "upkeep/backup.h"
 #include "upkeep/ripristina_backup.h"
 

@@ -8,7 +8,8 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "check_target.h"
-#include "core/modules.h"
+#include "core/entry.h"
+#include "core/texts.h"
 #include "spelling.h"
 
 namespace brenvo::links {

@@ -1,7 +1,7 @@
 #include "links/dx_dialog.h"
 
 #include "base/text.h"
-#include "core/modules.h"
+#include "core/entry.h"
 
 namespace brenvo::links {
 

@@ -5,7 +5,8 @@
 #include <stdexcept>
 
 #include "base/number.h"
-#include "core/modules.h"
+#include "core/entry.h"
+#include "core/window_place.h"
 
 namespace brenvo::links {
 namespace {

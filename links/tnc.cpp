@@ -2,7 +2,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
-#include "core/modules.h"
+#include "core/window_place.h"
 
 namespace brenvo::links {
 namespace {

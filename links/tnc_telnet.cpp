@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "core/modules.h"
+#include "core/window_place.h"
 #include "link_address.h"
 
 namespace brenvo::links {

@@ -3,7 +3,11 @@
 #include <fmt/format.h>
 
 #include "base/text.h"
-#include "core/modules.h"
+#include "core/entry.h"
+#include "core/lists.h"
+#include "core/texts.h"
+#include "core/window_place.h"
+#include "core/writing.h"
 
 namespace brenvo::log {
 namespace {

@@ -6,9 +6,10 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/country_map.h"
+#include "core/lists.h"
 #include "core/log_contact.h"
-#include "core/modules.h"
 #include "core/prefix.h"
+#include "core/texts.h"
 #include "geo/locator.h"
 #include "log/log_form.h"
 

@@ -8,8 +8,11 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/country_map.h"
+#include "core/entry.h"
+#include "core/lists.h"
 #include "core/log_contact.h"
-#include "core/modules.h"
+#include "core/texts.h"
+#include "core/writing.h"
 #include "geo/locator.h"
 #include "log/log_form.h"
 

@@ -1,6 +1,7 @@
 #include "log/old_qso.h"
 
-#include "core/modules.h"
+#include "core/texts.h"
+#include "core/window_place.h"
 
 namespace brenvo::log {
 namespace {

@@ -11,7 +11,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/entry_key.h"
-#include "core/modules.h"
+#include "core/texts.h"
 #include "map_view.h"
 #include "overlay_geometry.h"
 

@@ -9,7 +9,7 @@
 
 #include "base/image_size.h"
 #include "core/entry_key.h"
-#include "core/modules.h"
+#include "core/texts.h"
 
 namespace brenvo::maps {
 namespace {

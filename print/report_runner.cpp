@@ -4,7 +4,6 @@
 #include <iterator>
 #include <memory>
 
-#include "core/modules.h"
 #include "report_engine.h"
 
 namespace brenvo::print {

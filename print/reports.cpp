@@ -2,10 +2,10 @@
 
 #include "base/text.h"
 #include "core/entry_key.h"
-#include "core/modules.h"
 #include "core/note_tag.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
+#include "core/texts.h"
 
 namespace brenvo::print {
 namespace {

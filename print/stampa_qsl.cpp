@@ -7,7 +7,8 @@
 
 #include "base/number.h"
 #include "core/log_contact.h"
-#include "core/modules.h"
+#include "core/texts.h"
+#include "core/window_place.h"
 
 namespace brenvo::print {
 namespace {

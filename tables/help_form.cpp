@@ -1,6 +1,7 @@
 #include "tables/help_form.h"
 
-#include "core/modules.h"
+#include "core/lists.h"
+#include "core/window_place.h"
 
 namespace brenvo::tables {
 namespace {

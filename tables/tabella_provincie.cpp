@@ -1,7 +1,11 @@
 #include "tables/tabella_provincie.h"
 
 #include "base/text.h"
-#include "core/modules.h"
+#include "core/entry.h"
+#include "core/lists.h"
+#include "core/texts.h"
+#include "core/window_place.h"
+#include "core/writing.h"
 
 namespace brenvo::tables {
 namespace {

@@ -2,8 +2,12 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "core/entry.h"
 #include "core/files.h"
-#include "core/modules.h"
+#include "core/lists.h"
+#include "core/texts.h"
+#include "core/window_place.h"
+#include "core/writing.h"
 #include "geo/locator.h"
 
 namespace brenvo::tables {

@@ -7,8 +7,8 @@
 
 #include "core/files.h"
 #include "core/long_run.h"
-#include "core/modules.h"
 #include "core/session.h"
+#include "core/own_tables.h"
 #include "core/transaction.h"
 #include "file/database_file.h"
 #include "file/sync.h"

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "core/modules.h"
+#include "core/window_place.h"
 
 namespace brenvo::upkeep {
 namespace {

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "awards/award_grid.h"
-#include "core/modules.h"
+#include "core/lists.h"
 #include "tests/support/station.h"
 
 namespace brenvo::awards {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/modules.h"
+#include "core/window_place.h"
 #include "tests/support/station.h"
 
 namespace brenvo::core {

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "base/text.h"
-#include "core/modules.h"
 #include "core/prefix.h"
 #include "core/session.h"
 #include "core/transaction.h"

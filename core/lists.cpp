@@ -1,47 +1,11 @@
-#include "core/modules.h"
+#include "core/lists.h"
 
 #include <fmt/format.h>
 
-#include "base/number.h"
 #include "base/text.h"
+#include "core/texts.h"
 
 namespace brenvo::core {
-
-bool IsEmptyField(std::string_view value) {
-  return value.find_first_not_of(' ') == std::string_view::npos;
-}
-
-bool IsValidDate(Session& session, std::string_view text) {
-  if (base::ParseDate(text)) return true;
-  session.Messages().Show(platform::MessageIcon::kExclamation, "", "Data errata");
-  return false;
-}
-
-std::string FieldText(engine::Recordset& record, std::string_view column) {
-  return record.Field(column).Text();
-}
-
-char32_t DigitsOnlyKey(char32_t key) {
-  return (key >= '0' && key <= '9') || key == forms::kBackspace ? key : 0;
-}
-
-char32_t NumericKey(char32_t key) {
-  return key == '-' || key == '.' || key == ',' ? key : DigitsOnlyKey(key);
-}
-
-char32_t UpperKey(char32_t key) { return base::UpperChar(key); }
-
-void SetNumber(engine::EditableRecordset& row, std::string_view column, std::string_view typed) {
-  try {
-    row.Set(column, base::Val(typed));
-  } catch (const engine::DatabaseError& failure) {
-    if (failure.Number != engine::DatabaseError::kConversion) throw;
-    // Left as it is, the half written record would be read as if it were stored.
-    row.CancelUpdate();
-    throw RefusedValue(
-        fmt::format("Il valore '{}' non è adatto alla colonna '{}'", base::Trim(typed), column));
-  }
-}
 
 void LoadFrom(Session& session, forms::ListField& list, std::string_view select,
               std::string_view column) {
@@ -149,43 +113,5 @@ void SelectListEntry(forms::ListField& list, std::string_view code, std::size_t 
   }
   list.SetListIndex(-1);
 }
-
-void RestoreWindow(Session& session, forms::Window& window, std::string_view key) {
-  const auto read = [&](std::string_view name, base::Twips current) {
-    const std::string stored =
-        session.GetSetting(key, name, base::PlainNumber(static_cast<double>(current.Value())));
-    const double twips = base::Val(stored);
-    return twips > -1e6 && twips < 1e6 ? base::Twips(static_cast<int>(twips)) : current;
-  };
-  window.Move({read("X", window.GetBounds().left), read("Y", window.GetBounds().top),
-               read("W", window.Width()), read("H", window.Height())});
-}
-
-void SaveWindow(Session& session, const forms::Window& window, std::string_view key) {
-  if (window.State() != forms::WindowState::kNormal) return;
-  const auto write = [&](std::string_view name, base::Twips value) {
-    session.SaveSetting(key, name, std::to_string(value.Value()));
-  };
-  write("X", window.GetBounds().left);
-  write("Y", window.GetBounds().top);
-  write("W", window.Width());
-  write("H", window.Height());
-}
-
-bool HasTable(Session& session, std::string_view name) {
-  try {
-    session.Db.OpenTable(name);
-    return true;
-  } catch (const engine::DatabaseError& failure) {
-    if (failure.Number != engine::DatabaseError::kUnknownTable) throw;
-    return false;
-  }
-}
-
-std::string HourMinute(base::DateTime time) {
-  return fmt::format("{:02}:{:02}", time.Hour(), time.Minute());
-}
-
-std::string YesNo(const std::string& text) { return text.empty() || text == "0" ? "No" : "Sì"; }
 
 }  // namespace brenvo::core

@@ -1,4 +1,6 @@
-#include "core/modules.h"
+#include "core/lists.h"
+#include "core/entry.h"
+#include "core/texts.h"
 
 #include <algorithm>
 
@@ -17,74 +19,50 @@ class Lists : public forms::Window {
   forms::ListField Multi{*this, "Multi", forms::ListStyle::kMulti};
 };
 
-class ModulesTest : public StationTest {
+class ListsTest : public StationTest {
  protected:
   Lists window{machine.Host()};
   forms::ListField& list = window.List;
 };
 
-TEST_F(ModulesTest, BlanksAloneAreAnEmptyField) {
-  EXPECT_TRUE(IsEmptyField(""));
-  EXPECT_TRUE(IsEmptyField("   "));
-  EXPECT_FALSE(IsEmptyField(" x "));
-  EXPECT_FALSE(IsEmptyField("__:__"));
-}
-
-TEST_F(ModulesTest, ATextThatIsNoDateIsTold) {
-  EXPECT_TRUE(IsValidDate(session, "03/02/2001"));
-  EXPECT_TRUE(Lines().empty());
-  EXPECT_FALSE(IsValidDate(session, "31/02/2001"));
-  EXPECT_EQ(Lines(), Texts{"message exclamation \"\" \"Data errata\""});
-}
-
-TEST_F(ModulesTest, KeyFiltersLetTheirKeysThrough) {
-  EXPECT_EQ(DigitsOnlyKey('7'), U'7');
-  EXPECT_EQ(DigitsOnlyKey(forms::kBackspace), forms::kBackspace);
-  EXPECT_EQ(DigitsOnlyKey('.'), 0u);
-  EXPECT_EQ(DigitsOnlyKey('a'), 0u);
-  for (char32_t key : {U'-', U'.', U',', U'0', forms::kBackspace}) EXPECT_EQ(NumericKey(key), key);
-  EXPECT_EQ(NumericKey('e'), 0u);
-  EXPECT_EQ(UpperKey(U'ò'), U'Ò');
-}
-
-TEST_F(ModulesTest, BandsStandInTheOrderOfTheirFrequencies) {
+TEST_F(ListsTest, BandsStandInTheOrderOfTheirFrequencies) {
   LoadBands(session, list);
   ASSERT_GT(list.Items().size(), 10u);
   EXPECT_EQ(list.Items().front(), "160 m");
   EXPECT_EQ(list.Items().back(), "  3cm");
 }
 
-TEST_F(ModulesTest, PropagationsBeginWithAnEmptyEntry) {
+TEST_F(ListsTest, PropagationsBeginWithAnEmptyEntry) {
   LoadPropagations(session, list);
   EXPECT_EQ(list.Items().front(), "");
 }
 
-TEST_F(ModulesTest, FixedListsHoldWhatTheyAlwaysDid) {
+TEST_F(ListsTest, FixedListsHoldWhatTheyAlwaysDid) {
   LoadBaudRates(list);
   EXPECT_EQ(list.Items(), (Texts{"300", "1200", "2400", "4800", "9600", "19200"}));
   LoadComPorts(list);
   EXPECT_EQ(list.Items(), (Texts{"COM1", "COM2", "COM3", "COM4"}));
 }
 
-TEST_F(ModulesTest, ModesStandInTheOrderOfTheirCodes) {
+TEST_F(ListsTest, ModesStandInTheOrderOfTheirCodes) {
   LoadModes(session, list);
   Texts modes;
   for (const std::string& row : Rows("select Modo from Modi order by Codice")) modes.push_back(row);
   EXPECT_EQ(list.Items(), modes);
 }
 
-TEST_F(ModulesTest, CountriesShowTheirCodeInSixCharacters) {
+TEST_F(ListsTest, CountriesShowTheirCodeInSixCharacters) {
   LoadCountries(session, list);
   EXPECT_NE(std::find(list.Items().begin(), list.Items().end(), "I     Italia"),
             list.Items().end());
 }
 
-TEST_F(ModulesTest, ProvincesOfACountryShowTheirCodeInFourCharacters) {
+TEST_F(ListsTest, ProvincesOfACountryShowTheirCodeInFourCharacters) {
   LoadProvinces(session, list, "I    ");
   EXPECT_NE(std::find(list.Items().begin(), list.Items().end(), "MI  Milano"), list.Items().end());
 }
 
-TEST_F(ModulesTest, ChoicesShowTheirCodesInFiveCharacters) {
+TEST_F(ListsTest, ChoicesShowTheirCodesInFiveCharacters) {
   const auto offers = [&](std::string_view entry) {
     return std::find(list.Items().begin(), list.Items().end(), entry) != list.Items().end();
   };
@@ -96,7 +74,7 @@ TEST_F(ModulesTest, ChoicesShowTheirCodesInFiveCharacters) {
   EXPECT_TRUE(list.Items().empty());
 }
 
-TEST_F(ModulesTest, ACountryOrProvinceIsFoundByItsCodeAndShownWithItsName) {
+TEST_F(ListsTest, ACountryOrProvinceIsFoundByItsCodeAndShownWithItsName) {
   EXPECT_EQ(FindCountryText(session, "i    "), "I    Italia");
   EXPECT_EQ(session.TbCountry->Field("Country").Text(), "I");
   EXPECT_EQ(FindCountryText(session, "QQQ"), "");
@@ -104,7 +82,7 @@ TEST_F(ModulesTest, ACountryOrProvinceIsFoundByItsCodeAndShownWithItsName) {
   EXPECT_EQ(FindProvinceText(session, "F", "MI"), "");
 }
 
-TEST_F(ModulesTest, NotesAreListedInThreeWays) {
+TEST_F(ListsTest, NotesAreListedInThreeWays) {
   session.Db.Execute("delete * from NoteHelp");
   session.Db.Execute("insert into NoteHelp values ('A','uno')");
   session.Db.Execute("insert into NoteHelp values ('A','due')");
@@ -117,7 +95,7 @@ TEST_F(ModulesTest, NotesAreListedInThreeWays) {
   EXPECT_EQ(list.Items(), (Texts{"uno", "due"}));
 }
 
-TEST_F(ModulesTest, AnEntryIsSelectedByTheBeginningThatItsCodeFills) {
+TEST_F(ListsTest, AnEntryIsSelectedByTheBeginningThatItsCodeFills) {
   list.SetItems({"I0   zero", "I    Italia", "I    twice"});
   SelectListEntry(list, "I", 5);
   EXPECT_EQ(list.ListIndex(), 1);
@@ -128,13 +106,6 @@ TEST_F(ModulesTest, AnEntryIsSelectedByTheBeginningThatItsCodeFills) {
   SelectListEntry(window.Multi, "CW", 2);
   EXPECT_TRUE(window.Multi.Selected(1));
   EXPECT_FALSE(window.Multi.Selected(0));
-}
-
-TEST_F(ModulesTest, FieldTextOfNullIsEmpty) {
-  session.Db.Execute("insert into Log (Call) values ('A')");
-  const auto row = session.Db.OpenSnapshot("select Qra,Call from Log");
-  EXPECT_EQ(FieldText(*row, "Qra"), "");
-  EXPECT_EQ(FieldText(*row, "Call"), "A");
 }
 
 }  // namespace
