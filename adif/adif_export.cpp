@@ -10,6 +10,7 @@
 #include "adif/adif_reader.h"
 #include "base/plain_letters.h"
 #include "contact_to_fields.h"
+#include "core/log_contact.h"
 #include "core/own_tables.h"
 #include "kept_fields.h"
 

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "base/text.h"
+#include "core/log_contact.h"
 #include "core/transaction.h"
 #include "kept_fields.h"
 

@@ -5,6 +5,7 @@
 #include "adif/record_to_contact.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "core/log_contact.h"
 #include "dxcc_entities.h"
 #include "escaped_text.h"
 #include "own_fields.h"

@@ -7,6 +7,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "core/log_contact.h"
 #include "core/own_tables.h"
 #include "core/window_place.h"
 #include "kept_fields.h"

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "core/log_contact.h"
 
 namespace brenvo::adif {
 

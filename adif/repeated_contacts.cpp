@@ -10,6 +10,7 @@
 #include "adif/record_to_contact.h"
 #include "adif_values.h"
 #include "base/text.h"
+#include "core/log_contact.h"
 #include "core/own_tables.h"
 #include "kept_fields.h"
 

@@ -13,6 +13,7 @@
 #include "core/entry.h"
 #include "core/entry_key.h"
 #include "core/long_run.h"
+#include "core/places.h"
 #include "core/texts.h"
 #include "note_staging.h"
 

@@ -1,6 +1,7 @@
 #include "note_staging.h"
 
 #include "core/note_tag.h"
+#include "core/session.h"
 #include "core/texts.h"
 #include "core/transaction.h"
 

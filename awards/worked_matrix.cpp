@@ -10,6 +10,7 @@
 #include "core/country_map.h"
 #include "core/entry.h"
 #include "core/lists.h"
+#include "core/places.h"
 #include "core/prefix.h"
 #include "core/texts.h"
 #include "core/window_place.h"

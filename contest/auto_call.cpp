@@ -4,6 +4,7 @@
 
 #include "base/number.h"
 #include "core/files.h"
+#include "core/station_profile.h"
 
 namespace brenvo::contest {
 namespace {

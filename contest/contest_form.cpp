@@ -9,6 +9,7 @@
 #include "contest_sheets.h"
 #include "core/entry.h"
 #include "core/lists.h"
+#include "core/station_profile.h"
 #include "core/texts.h"
 #include "core/transaction.h"
 #include "core/window_place.h"

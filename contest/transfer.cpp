@@ -7,6 +7,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "contact.h"
+#include "core/log_contact.h"
 #include "core/prefix.h"
 #include "core/session.h"
 #include "core/texts.h"

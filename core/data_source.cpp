@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "base/text.h"
+#include "core/log_contact.h"
 
 namespace brenvo::core {
 namespace {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/text.h"
+#include "core/log_contact.h"
 #include "core/texts.h"
 
 namespace brenvo::core {

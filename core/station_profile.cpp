@@ -1,5 +1,6 @@
 #include "core/station_profile.h"
 
+#include "core/log_contact.h"
 #include "core/session.h"
 #include "core/texts.h"
 

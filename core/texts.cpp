@@ -1,4 +1,5 @@
 #include "core/texts.h"
+#include "core/log_contact.h"
 
 #include <fmt/format.h>
 

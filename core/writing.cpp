@@ -4,6 +4,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "core/log_contact.h"
 
 namespace brenvo::core {
 

@@ -1,9 +1,11 @@
 #include "frame/main_frame.h"
 
 #include "base/text.h"
+#include "core/log_contact.h"
 #include "core/long_run.h"
 #include "core/prefix.h"
 #include "core/shared_windows.h"
+#include "core/station_profile.h"
 #include "core/texts.h"
 #include "core/window_place.h"
 #include "upkeep/backup.h"

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "check_target.h"
 #include "core/entry.h"
+#include "core/station_profile.h"
 #include "core/texts.h"
 #include "spelling.h"
 

@@ -2,6 +2,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "core/station_profile.h"
 #include "core/window_place.h"
 
 namespace brenvo::links {

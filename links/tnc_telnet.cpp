@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "core/station_profile.h"
 #include "core/window_place.h"
 #include "link_address.h"
 

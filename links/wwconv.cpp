@@ -2,6 +2,7 @@
 
 #include "base/encoding.h"
 #include "chat_chunk.h"
+#include "core/station_profile.h"
 #include "core/window_place.h"
 #include "link_address.h"
 #include "received_text.h"

@@ -11,6 +11,7 @@
 #include "core/entry.h"
 #include "core/lists.h"
 #include "core/log_contact.h"
+#include "core/places.h"
 #include "core/texts.h"
 #include "core/writing.h"
 #include "geo/locator.h"

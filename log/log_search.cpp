@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "core/entry.h"
 #include "core/lists.h"
+#include "core/places.h"
 #include "core/window_place.h"
 
 namespace brenvo::log {

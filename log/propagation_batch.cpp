@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "core/log_contact.h"
 #include "core/long_run.h"
 #include "core/session.h"
 

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <memory>
 
+#include "core/station_profile.h"
 #include "report_engine.h"
 
 namespace brenvo::print {

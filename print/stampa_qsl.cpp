@@ -7,6 +7,7 @@
 
 #include "base/number.h"
 #include "core/log_contact.h"
+#include "core/station_profile.h"
 #include "core/texts.h"
 #include "core/window_place.h"
 

@@ -6,6 +6,7 @@
 #include <map>
 #include <random>
 
+#include "core/log_contact.h"
 #include "tests/adif/adif_station.h"
 
 namespace brenvo::adif {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "core/log_contact.h"
 #include "core/session.h"
 #include "tests/support/station.h"
 

@@ -1,6 +1,5 @@
 #include "core/lists.h"
-#include "core/entry.h"
-#include "core/texts.h"
+#include "core/places.h"
 
 #include <algorithm>
 

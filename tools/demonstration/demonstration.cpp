@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "core/prefix.h"
 #include "core/session.h"
+#include "core/station_profile.h"
 #include "core/transaction.h"
 #include "demonstration/countries.h"
 #include "geo/locator.h"
