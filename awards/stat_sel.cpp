@@ -146,7 +146,7 @@ void StatSel::Confirm() {
 }
 
 void StatSel::Cancel() {
-  Tag = "Cancel";
+  Tag = kCancelled;
   Hide();
 }
 

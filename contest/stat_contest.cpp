@@ -22,7 +22,7 @@ StatContest::StatContest(core::Session& session)
 }
 
 void StatContest::Load() {
-  const core::ContestContext contest = session_.CurrentContest;
+  const core::ContestContext contest = session_.Handed.CurrentContest;
   const platform::BusyPointer busy(Host());
   const std::vector<ScoredContact> contacts =
       ReadScoredContacts(session_.Db, contest.DataContest, contest.Banda);

@@ -47,7 +47,7 @@ void CopyZones(engine::Table& log, engine::Table& prefissi, std::string_view pre
 
 void TransferContact(core::Session& session, engine::Recordset& row, base::DateTime date,
                      engine::Table& contest) {
-  engine::Table& log = *session.TbLog;
+  engine::Table& log = *session.Tables.TbLog;
   log.Seek("=", {core::FieldText(row, "Call")});
   const bool known = !log.NoMatch();
   constexpr const char* kOperator[] = {"Qra", "Qth", "Provincia"};
@@ -64,7 +64,7 @@ void TransferContact(core::Session& session, engine::Recordset& row, base::DateT
   log.Set("Country", resolved.Country);
   if (!resolved.Prefisso.empty()) {
     log.Set("Prefisso", resolved.Prefisso);
-    CopyZones(log, *session.TbPrefissi, resolved.Prefisso);
+    CopyZones(log, *session.Tables.TbPrefissi, resolved.Prefisso);
   }
   log.Set("Qrb", row.Field("Qrb"));
   for (const char* column : {"Locator", "Banda", "Note"})
@@ -87,14 +87,14 @@ bool HasContactsForLog(core::Session& session, std::string_view date, std::strin
 void TransferToLog(core::Session& session, std::string_view date, std::string_view band) {
   const platform::BusyPointer busy(session.Host());
   const base::DateTime day = base::ParseDate(date).value_or(base::DateTime());
-  engine::Table& contest = *session.TbContest;
+  engine::Table& contest = *session.Tables.TbContest;
   contest.Seek("=", {day, band});
   if (contest.NoMatch()) {
     throw engine::DatabaseError(engine::DatabaseError::kNoCurrentRecord,
                                 "Il contest dei qso non esiste piu'");
   }
   const auto rows = session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
-  session.TbLog->SetIndex("Call");
+  session.Tables.TbLog->SetIndex("Call");
   core::Transaction transaction(session.Db);
   for (; !rows->EOF_(); rows->MoveNext()) TransferContact(session, *rows, day, contest);
   rows->Close();

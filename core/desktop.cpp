@@ -13,21 +13,22 @@ constexpr std::size_t kTokenWidth = 5;
 
 struct Token {
   std::string_view text;  // five characters
-  bool (*isOpen)(const Session&);
+  bool (*isOpen)(const OpenWindows&);
   std::string_view window;
 };
 
 constexpr Token kTokens[] = {
-    {"LOG  ", [](const Session& s) { return s.LogOpen; }, "LogForm"},
-    {"CONTE", [](const Session& s) { return s.ContestOpen; }, "Contest"},
-    {"FT736", [](const Session& s) { return s.FT736Open; }, "FT736"},
-    {"HRD  ", [](const Session& s) { return s.HrdOpen(); }, "Hrd"},
-    {"HRDMO", [](const Session& s) { return s.HrdModeOpen(); }, "HrdMode"},
-    {"TNC  ", [](const Session& s) { return s.TncOpen; }, "TNC"},
-    {"TNCTE", [](const Session& s) { return s.TncTelnetOpen; }, "TNCtelnet"},
-    {"WWCON", [](const Session& s) { return s.WWConvOpen; }, "WWConv"},
-    {"OLDQS", [](const Session& s) { return s.OldQsoForm != nullptr; }, "OldQsoForm"},
-    {"OLQSL", [](const Session& s) { return s.OldQsoLocator != nullptr; }, "OldQsoLocator"},
+    {"LOG  ", [](const OpenWindows& open) { return open.LogOpen; }, "LogForm"},
+    {"CONTE", [](const OpenWindows& open) { return open.ContestOpen; }, "Contest"},
+    {"FT736", [](const OpenWindows& open) { return open.FT736Open; }, "FT736"},
+    {"HRD  ", [](const OpenWindows& open) { return open.HrdOpen(); }, "Hrd"},
+    {"HRDMO", [](const OpenWindows& open) { return open.HrdModeOpen(); }, "HrdMode"},
+    {"TNC  ", [](const OpenWindows& open) { return open.TncOpen; }, "TNC"},
+    {"TNCTE", [](const OpenWindows& open) { return open.TncTelnetOpen; }, "TNCtelnet"},
+    {"WWCON", [](const OpenWindows& open) { return open.WWConvOpen; }, "WWConv"},
+    {"OLDQS", [](const OpenWindows& open) { return open.OldQsoForm != nullptr; }, "OldQsoForm"},
+    {"OLQSL", [](const OpenWindows& open) { return open.OldQsoLocator != nullptr; },
+     "OldQsoLocator"},
 };
 
 }  // namespace
@@ -35,7 +36,7 @@ constexpr Token kTokens[] = {
 void SaveDesktop(Session& session) {
   std::string tokens;
   for (const Token& token : kTokens) {
-    if (token.isOpen(session)) tokens += token.text;
+    if (token.isOpen(session.Opened)) tokens += token.text;
   }
   session.SaveSetting("Desktop", "Window", tokens);
 }

@@ -36,7 +36,7 @@ MappaSquare::MappaSquare(core::Session& session)
 
 void MappaSquare::Load() {
   try {
-    const std::string selection = session_.QueryText + " AND Locator<>''";
+    const std::string selection = session_.Handed.QueryText + " AND Locator<>''";
     squares_ = session_.Db.OpenSnapshot(
         "SELECT Left(Locator,4) as Square,QslRicevuta FROM Log " + selection +
         " GROUP BY Left(Locator,4),QslRicevuta ORDER BY Left(Locator,4),QslRicevuta");
@@ -97,7 +97,7 @@ void MappaSquare::DrawSquares() {
 }
 
 void MappaSquare::DrawSquare(std::string_view square, bool confirmed) {
-  engine::Table& places = *session_.TbSquare;
+  engine::Table& places = *session_.Tables.TbSquare;
   places.Seek("=", {square});
   if (places.NoMatch()) return;
   PicBuf1.Draw({FromPixelColumn(places.Field("X")), FromPixelColumn(places.Field("Y")), kRadius,

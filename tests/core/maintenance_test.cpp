@@ -145,7 +145,7 @@ TEST_F(MaintenanceTest, TheFirstCompactionMakesABackupAndTheSecondReplacesIt) {
   EXPECT_EQ(ContactsIn(directory.Path() / "Brenvo.BAK"), 2);
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "BrenvoNEW.MDB"));
   // Every handle serves again.
-  EXPECT_EQ(session.MyLocator, "JN65AA");
+  EXPECT_EQ(session.Station.MyLocator, "JN65AA");
   EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
 }
 
@@ -158,7 +158,7 @@ TEST_F(MaintenanceTest, ACompactionThatIsStoppedLeavesEverythingAsItWasAndInUse)
                   "database è rimasto com'era.\""});
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "Brenvo.BAK"));
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "BrenvoNEW.MDB"));
-  EXPECT_EQ(session.TbLog->RecordCount(), 4096);
+  EXPECT_EQ(session.Tables.TbLog->RecordCount(), 4096);
   EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
   EXPECT_FALSE(machine.Host().Busy());
   machine.StopProgressAt(-1);
@@ -201,9 +201,9 @@ TEST_F(MaintenanceTest, ADatabaseThatAnotherProgramHasOpenIsNotRenamedUnderIt) {
 }
 
 TEST_F(MaintenanceTest, ACompactionLeavesTheHandleOfHrdAlone) {
-  const engine::Table* const before = session.TbHrd.get();
+  const engine::Table* const before = session.Tables.TbHrd.get();
   Menu("cmCompatta");
-  EXPECT_EQ(session.TbHrd.get(), before);
+  EXPECT_EQ(session.Tables.TbHrd.get(), before);
 }
 
 // The power goes after the first n steps of a compaction, for each n.

@@ -98,7 +98,7 @@ TEST_F(ModulesTest, ChoicesShowTheirCodesInFiveCharacters) {
 
 TEST_F(ModulesTest, ACountryOrProvinceIsFoundByItsCodeAndShownWithItsName) {
   EXPECT_EQ(FindCountryText(session, "i    "), "I    Italia");
-  EXPECT_EQ(session.TbCountry->Field("Country").Text(), "I");
+  EXPECT_EQ(session.Tables.TbCountry->Field("Country").Text(), "I");
   EXPECT_EQ(FindCountryText(session, "QQQ"), "");
   EXPECT_EQ(FindProvinceText(session, "I    ", "MI "), "MI  Milano");
   EXPECT_EQ(FindProvinceText(session, "F", "MI"), "");

@@ -77,6 +77,21 @@ struct Fields : testing::Test {
   }
 };
 
+TEST_F(Fields, AHeldTextIsShownAndRunsNoChangeEvent) {
+  int shown = 0;
+  const auto watching = window.Text.Shown.Subscribe([&] { ++shown; });
+  Count(window.Text);
+  EXPECT_TRUE(window.Text.HoldText("held"));
+  EXPECT_FALSE(window.Text.HoldText("held"));
+  EXPECT_EQ(window.Text.Text(), "held");
+  EXPECT_EQ(shown, 1);
+  EXPECT_EQ(changes, 0);
+  window.Text.SetText("held");
+  EXPECT_EQ(changes, 0);
+  window.Text.SetText("set");
+  EXPECT_EQ(changes, 1);
+}
+
 TEST_F(Fields, AChangeEventRunsOncePerChangeAndNotForTheSameValue) {
   Count(window.Text);
   window.Text.SetText("a");
@@ -361,6 +376,21 @@ TEST_F(Life, AModalWindowActivatesBeforeItWaitsAndTheOneBehindComesBack) {
   EXPECT_EQ(first->life, (std::vector<std::string>{"load", "activate", "activate"}));
   EXPECT_TRUE(dialog->Loaded());
   EXPECT_FALSE(dialog->Visible());
+}
+
+TEST_F(Life, ADialogThatIsGoneWhenItsWaitEndsCanStillBeReadInTheEvent) {
+  Window* dialog = windows.LoadNew("Sample");
+  SampleWindow* answering = made;
+  host.duringModal = [this](Window& window) {
+    windows.RunEvent([&] {
+      static_cast<SampleWindow&>(window).Text.SetText("answer");
+      window.Close();
+    });
+  };
+  windows.ShowModal(*dialog);
+  EXPECT_FALSE(answering->Loaded());
+  EXPECT_EQ(answering->Text.Text(), "answer");
+  EXPECT_EQ(answering->life.back(), "unload");
 }
 
 TEST_F(Life, AWindowThatIsShownBehindADialogLeavesTheDialogActive) {

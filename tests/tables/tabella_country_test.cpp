@@ -134,7 +134,7 @@ TEST_F(TabellaCountryTest, ABadLocatorIsRefusedAndAnEmptyOnePasses) {
 
 TEST_F(TabellaCountryTest, UpdateWorksOnTheRowThatTheTableStandsOn) {
   TabellaCountry& table = OpenTable();
-  session.TbCountry->Seek("=", {"F"});
+  session.Tables.TbCountry->Seek("=", {"F"});
   Type(table.Codice, "F");
   Type(table.Descrizione, "La Francia");
   Press(table, "cmUpdate");
@@ -144,7 +144,7 @@ TEST_F(TabellaCountryTest, UpdateWorksOnTheRowThatTheTableStandsOn) {
 TEST_F(TabellaCountryTest, UpdateWorksOnTheCountryChosenWhereverAnotherWindowHasLedTheTable) {
   TabellaCountry& table = OpenTable();
   Click(table.LBCountry, "I     Italia");
-  session.TbCountry->Seek("=", {"F"});
+  session.Tables.TbCountry->Seek("=", {"F"});
   Type(table.Descrizione, "Italia unita");
   Press(table, "cmUpdate");
   EXPECT_TRUE(Lines().empty());

@@ -55,7 +55,7 @@ TEST_F(TabellaProvincieTest, AnInsertStoresAndSelectsTheNewProvince) {
 TEST_F(TabellaProvincieTest, UpdateWorksOnTheProvinceChosenWhereverAnotherWindowHasLedTheTable) {
   TabellaProvincie& table = OpenOn(kItaly);
   Click(table.LBProv, "VE  Venezia");
-  session.TbProvincie->Seek("=", {"I", "RO"});
+  session.Tables.TbProvincie->Seek("=", {"I", "RO"});
   Type(table.Descrizione, "Venezia e isole");
   Press(table, "cmUpdate");
   EXPECT_TRUE(Lines().empty());

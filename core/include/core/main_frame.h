@@ -16,7 +16,7 @@ namespace brenvo::core {
 
 // A command whose window does not exist does nothing. One without an action is a room's further up,
 // which attaches it (OnClick); until then it does nothing.
-class MainFrame : public forms::Window {
+class MainFrame : public forms::Window, public MapDoor {
  public:
   explicit MainFrame(Session& session);
   ~MainFrame() override;
@@ -28,8 +28,9 @@ class MainFrame : public forms::Window {
   bool QueryUnload() override;
   void Unload() override;
 
-  // The map's door: its change runs the map viewer.
+  // The request shown last; writing another one shows that.
   forms::TextField HDisplayMappa{*this, "HDisplayMappa"};
+  void DisplayMap(std::string_view request) override;
   // What the station has to say by itself.
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
   // What to do first, on the empty map, as long as the profile is the delivered one.
@@ -177,7 +178,7 @@ class MainFrame : public forms::Window {
   forms::Command cmCoordinate{*this, "cmCoordinate", "Leggi coordinate", {.toggle = true}};
 
   // Attached by the rooms that they belong to.
-  std::function<void()> OnDisplayMap;
+  std::function<void(std::string_view request)> OnDisplayMap;
   std::function<void(int left, int top, int width, int height)> OnMapRectangle;
 
  private:
@@ -194,6 +195,7 @@ class MainFrame : public forms::Window {
   void ShowFirstStep();
 
   Session& session_;
+  forms::Subscription profileStored_;
 };
 
 }  // namespace brenvo::core

@@ -35,7 +35,8 @@ class WindowList {
 
   // Behind a dialog that waits the window does not come to the front: the dialog stays active.
   void Show(Window& window);
-  // Returns when the window is hidden or unloaded.
+  // Returns when the window is hidden or unloaded. What it has to hand back can be read in either
+  // case, until the event in work has ended.
   void ShowModal(Window& window);
   // The operator has brought a window to the front.
   void Activated(Window& window);
