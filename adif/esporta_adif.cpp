@@ -49,7 +49,7 @@ void EsportaAdif::Export() {
   const bool ascii = Lettere.Index() == 1;
   session_.SaveSetting(kSection, "Lettere", ascii ? "ASCII" : "UTF-8");
   try {
-    const platform::BusyPointer busy(Host());
+    const forms::BusyPointer busy(Host());
     const auto progress =
         session_.Machine.ShowProgress("Esportazione", session_.Tables.TbLog->RecordCount());
     counts = ExportContacts(

@@ -130,7 +130,7 @@ void WorkedMatrix::Search() {
   const std::string call = CallQso.Text();
   const std::string locator = Locator.Text();
   if (core::IsEmptyField(call) && core::IsEmptyField(locator)) return;
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   const bool newCall = call != lastCall_;
   const bool newLocator = locator != lastLocator_;
   if (newCall) {

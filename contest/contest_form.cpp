@@ -178,7 +178,7 @@ void ContestForm::ContestUpdate() {
 
 void ContestForm::ContestDelete() {
   if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   try {
     ReturnToShownRecord();
     engine::Table& contest = *session_.Tables.TbContest;
@@ -355,13 +355,13 @@ ContestHeader ContestForm::ReadHeader() const {
 }
 
 void ContestForm::Export() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   WriteReg1Test(session_, ReadHeader(),
                 ReadContacts(session_.Db, DataContest.Text(), Banda.Text()));
 }
 
 void ContestForm::Print() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   const std::vector<Contact> contacts = ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
   std::optional<std::filesystem::path> sign = session_.File(kSignFile);
   if (std::filesystem::exists(*sign)) {

@@ -23,7 +23,7 @@ StatContest::StatContest(core::Session& session)
 
 void StatContest::Load() {
   const core::ContestContext contest = session_.Handed.CurrentContest;
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   const std::vector<ScoredContact> contacts =
       ReadScoredContacts(session_.Db, contest.DataContest, contest.Banda);
   // Around the counting as well: each look into the prefix table would lock the file for itself.

@@ -85,7 +85,7 @@ bool HasContactsForLog(core::Session& session, std::string_view date, std::strin
 }
 
 void TransferToLog(core::Session& session, std::string_view date, std::string_view band) {
-  const platform::BusyPointer busy(session.Host());
+  const forms::BusyPointer busy(session.Host());
   const base::DateTime day = base::ParseDate(date).value_or(base::DateTime());
   engine::Table& contest = *session.Tables.TbContest;
   contest.Seek("=", {day, band});

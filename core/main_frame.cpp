@@ -129,7 +129,7 @@ void MainFrame::PutBackACopy() {
   const std::optional<BackupCopy> chosen = choice.Chosen;
   windows.Unload(choice);
   if (!chosen) return;
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   if (!RestoreBackup(session_, *chosen)) {
     StatusBar1.SetPanel(1, "Copia non ripristinata: una finestra e' in uso e non si chiude");
     return;

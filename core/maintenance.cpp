@@ -142,7 +142,7 @@ std::string WhereDataIs(const std::filesystem::path& directory) {
 }
 
 void CompattaDatabase(Session& session) {
-  const platform::BusyPointer busy(session.Host());
+  const forms::BusyPointer busy(session.Host());
   try {
     if (Compact(session)) return;
   } catch (const engine::DatabaseError& failure) {

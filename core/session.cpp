@@ -67,7 +67,7 @@ void Close(Session& session, bool withHrd) {
 
 }  // namespace
 
-Session::Session(platform::Platform& platform, std::filesystem::path appPath)
+Session::Session(forms::WindowPlatform& platform, std::filesystem::path appPath)
     : Machine(platform),
       Windows(platform.Host()),
       AppPath(appPath.string() == kDevelopmentPath ? std::filesystem::path(kLivePath)

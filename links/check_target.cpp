@@ -10,7 +10,7 @@ constexpr std::size_t kWholeLocator = 6;
 
 void Search(core::Session& session, forms::TextField core::MatrixWindow::*field,
             std::string_view wanted) {
-  const platform::BusyPointer busy(session.Host());
+  const forms::BusyPointer busy(session.Host());
   if (!session.Opened.HrdOpen()) {
     if (forms::Window* window = session.Windows.LoadSingle("Hrd")) session.Windows.Show(*window);
   }

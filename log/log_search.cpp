@@ -105,7 +105,7 @@ std::string LogSearch::Statement() const {
 }
 
 void LogSearch::Search() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   const std::string statement = Statement();
   DsSearch = session_.Db.OpenDynaset(statement);
   SearchText = statement;

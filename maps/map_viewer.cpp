@@ -78,7 +78,7 @@ void RectangleDrawn(core::Session& session, const core::MainFrame& frame, const 
 
 void ShowMapImage(core::Session& session, std::string_view fileName) {
   platform::PictureViewer& map = session.Machine.Map();
-  std::optional<platform::BusyPointer> busy;
+  std::optional<forms::BusyPointer> busy;
   try {
     const std::filesystem::path file = session.File("\\" + std::string(fileName));
     const std::string path = base::Upper(PathText(file));

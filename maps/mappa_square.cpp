@@ -64,15 +64,15 @@ void MappaSquare::Resize() {
 }
 
 void MappaSquare::Print() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   platform::Printer& printer = session_.Machine.GetPrinter();
   printer.Text(base::Mm(0), base::Mm(0), "");
-  printer.WindowImage(*this, base::Mm(0), base::Mm(0));
+  session_.Machine.PrintWindow(*this, base::Mm(0), base::Mm(0));
   printer.EndDocument();
 }
 
 void MappaSquare::DropMap() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   PicBuf1.SetPicture({});
   DrawSquares();
 }

@@ -97,7 +97,7 @@ std::string AddCondition(std::string_view where, std::string_view condition) {
 void PrintReport(core::Session& session, const ReportMember& member) {
   const std::optional<Selection> selection = AskSelection(session, member.word);
   if (!selection) return;
-  const platform::BusyPointer busy(session.Host());
+  const forms::BusyPointer busy(session.Host());
   if (member.command == &core::MainFrame::cmPLog) session.Handed.QueryText = selection->where;
   FillSLog(session, AddCondition(selection->where, member.extra), member.insertOrder);
   if (member.command == &core::MainFrame::cmPNote)

@@ -172,7 +172,7 @@ TEST_F(ContestFormTest, AnotherFailureOfTheFileEndsTheProgram) {
   ContestForm& contest = OpenContest();
   Store(contest, "07/09/2024", "  2 m");
   session.Db.Execute("DELETE * FROM Contest");
-  EXPECT_THROW(contest.ContestUpdate(), platform::ProgramEnded);
+  EXPECT_THROW(contest.ContestUpdate(), forms::ProgramEnded);
   EXPECT_THAT(Lines(),
               ElementsAre(StartsWith("message critical \"Update Qso\" \" 3167 - "), "end-program"));
 }
@@ -238,7 +238,7 @@ TEST_F(ContestFormTest, AFailureWhileDeletingLeavesEverythingAndEndsTheProgram) 
   AddContact("07/09/2024", "  2 m", 1, "IK3ABC");
   session.Db.Execute("UPDATE Contest SET Banda='x''x'");
   machine.Messages().QueueAnswer(true);
-  EXPECT_THROW(contest.ContestDelete(), platform::ProgramEnded);
+  EXPECT_THROW(contest.ContestDelete(), forms::ProgramEnded);
   EXPECT_THAT(Lines(), Contains(StartsWith("message critical \"Delete Qso\" ")));
   EXPECT_FALSE(session.Db.InTransaction());
   EXPECT_EQ(Rows("select count(*) from Contest"), Texts{"1"});

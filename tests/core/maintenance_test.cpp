@@ -169,7 +169,7 @@ TEST_F(MaintenanceTest, ACompactionThatIsStoppedLeavesEverythingAsItWasAndInUse)
 TEST_F(MaintenanceTest, ACompactionThatFailsEndsTheProgramUnderItsTitle) {
   std::filesystem::create_directory(directory.Path() / "BrenvoNEW.MDB");
   std::ofstream(directory.Path() / "BrenvoNEW.MDB" / "x") << "x";
-  EXPECT_THROW(Menu("cmCompatta"), platform::ProgramEnded);
+  EXPECT_THROW(Menu("cmCompatta"), forms::ProgramEnded);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[0].starts_with("message critical \"Compact Database\" \" ")) << lines[0];
@@ -180,7 +180,7 @@ TEST_F(MaintenanceTest, ABackupThatCannotGoStopsTheCompactionWithTheDataInPlace)
   session.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','A')");
   std::filesystem::create_directory(directory.Path() / "Brenvo.BAK");
   std::ofstream(directory.Path() / "Brenvo.BAK" / "x") << "x";
-  EXPECT_THROW(Menu("cmCompatta"), platform::ProgramEnded);
+  EXPECT_THROW(Menu("cmCompatta"), forms::ProgramEnded);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[0].starts_with("message critical \"Compact Database\" \" 75 - ")) << lines[0];
@@ -192,7 +192,7 @@ TEST_F(MaintenanceTest, ADatabaseThatAnotherProgramHasOpenIsNotRenamedUnderIt) {
   session.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','A')");
   engine::Database other = file::OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
   const auto reading = other.OpenSnapshot("select Call from Log");
-  EXPECT_THROW(Menu("cmCompatta"), platform::ProgramEnded);
+  EXPECT_THROW(Menu("cmCompatta"), forms::ProgramEnded);
   EXPECT_EQ(Lines().front(),
             "message critical \"Compact Database\" "
             "\" 3260 - Il database e' aperto in un altro programma.\"");

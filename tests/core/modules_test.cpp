@@ -11,7 +11,7 @@ using Texts = std::vector<std::string>;
 
 class Lists : public forms::Window {
  public:
-  explicit Lists(platform::WindowHost& host)
+  explicit Lists(forms::WindowHost& host)
       : forms::Window(host, "Lists", "", base::Twips(1), base::Twips(1)) {}
   forms::ListField List{*this, "List", forms::ListStyle::kDropDown};
   forms::ListField Multi{*this, "Multi", forms::ListStyle::kMulti};

@@ -16,7 +16,7 @@ namespace brenvo::forms {
 namespace {
 
 // A host that shows nothing and writes down what it is asked.
-class SilentHost : public platform::WindowHost {
+class SilentHost : public forms::WindowHost {
  public:
   std::vector<std::string> told;
   std::function<void(Window&)> duringModal;
@@ -35,12 +35,12 @@ class SilentHost : public platform::WindowHost {
   void ReportFailure(std::string_view text) override {
     told.push_back("failure " + std::string(text));
   }
-  void EndProgram() override { throw platform::ProgramEnded{}; }
+  void EndProgram() override { throw forms::ProgramEnded{}; }
 };
 
 class SampleWindow : public Window {
  public:
-  explicit SampleWindow(platform::WindowHost& host)
+  explicit SampleWindow(forms::WindowHost& host)
       : Window(host, "Sample", "Sample", base::Twips(3000), base::Twips(2000)) {}
   TextField Text{*this, "Text"};
   MaskedField Time{*this, "Time", "##:##"};
@@ -417,7 +417,7 @@ TEST_F(Life, AFailureEndsTheEventAndIsTold) {
 }
 
 TEST_F(Life, TheEndOfTheProgramIsNoFailureOfAnEvent) {
-  EXPECT_THROW(windows.RunEvent([] { throw platform::ProgramEnded{}; }), platform::ProgramEnded);
+  EXPECT_THROW(windows.RunEvent([] { throw forms::ProgramEnded{}; }), forms::ProgramEnded);
   EXPECT_TRUE(host.told.empty());
 }
 

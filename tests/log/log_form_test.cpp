@@ -589,15 +589,15 @@ TEST_F(LogFormTest, AWriteThatFailsOtherwiseEndsTheProgram) {
   Store(log, "IK3ABC");
   session.Db.Close();
   Lines();
-  EXPECT_THROW(Press(log, "cmInsert"), platform::ProgramEnded);
+  EXPECT_THROW(Press(log, "cmInsert"), forms::ProgramEnded);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[0].starts_with("message critical \"Insert Qso\" \" 3420 - ")) << lines[0];
   EXPECT_EQ(lines[1], "end-program");
-  EXPECT_THROW(Press(log, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(log, "cmUpdate"), forms::ProgramEnded);
   EXPECT_TRUE(Lines().at(0).starts_with("message critical \"Update Qso\""));
   machine.Messages().QueueAnswer(true);
-  EXPECT_THROW(Press(log, "cmDelete"), platform::ProgramEnded);
+  EXPECT_THROW(Press(log, "cmDelete"), forms::ProgramEnded);
   EXPECT_TRUE(Lines().at(1).starts_with("message critical \"Delete Qso\""));
 }
 

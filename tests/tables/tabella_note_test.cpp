@@ -124,9 +124,9 @@ TEST_F(TabellaNoteTest, AnyOtherFailureEndsTheProgram) {
   TabellaNote& table = OpenTable();
   Click(table.LBNote, "PROP  F2");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0), testing::StartsWith("message critical \"Inserimento nota\" \" 3420"));
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento nota\" \" 3420"));
 }

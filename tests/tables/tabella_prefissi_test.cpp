@@ -279,11 +279,11 @@ TEST_F(TabellaPrefissiTest, AnyOtherFailureEndsTheProgram) {
   TabellaPrefissi& table = OpenTable();
   Fill(table, "IK1", "I", "15", "28", "EU");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), forms::ProgramEnded);
   EXPECT_THAT(Lines(), testing::ElementsAre(
                            testing::StartsWith("message critical \"Inserimento prefisso\" \" 3420"),
                            "end-program"));
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento prefisso\" \" 3420"));
 }
@@ -292,7 +292,7 @@ TEST_F(TabellaPrefissiTest, AnUpdateOfAnEmptyTableEndsTheProgram) {
   Exec("delete * from Prefissi");
   TabellaPrefissi& table = OpenTable();
   Fill(table, "IK1", "I", "15", "28", "EU");
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento prefisso\" \" 3021 - "));
 }

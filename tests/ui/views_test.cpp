@@ -254,7 +254,7 @@ TEST_F(StationScreen, TheTwoAreasOfTheChatShareItsHeight) {
 
 class ManyFields : public forms::Window {
  public:
-  explicit ManyFields(platform::WindowHost& host)
+  explicit ManyFields(forms::WindowHost& host)
       : forms::Window(host, "ManyFields", "", base::Twips(6000), base::Twips(4000)) {
     Call.SetCaption("Call");
   }

@@ -10,7 +10,7 @@
 #include "engine/database.h"
 #include "forms/signal.h"
 #include "forms/window_list.h"
-#include "platform/platform.h"
+#include "forms/window_platform.h"
 
 namespace brenvo::core {
 
@@ -83,10 +83,10 @@ struct MapRequest {
 // One object, made by main, the driver or a test, and passed by reference.
 class Session {
  public:
-  Session(platform::Platform& platform, std::filesystem::path appPath);
+  Session(forms::WindowPlatform& platform, std::filesystem::path appPath);
   ~Session();
 
-  platform::Platform& Machine;
+  forms::WindowPlatform& Machine;
   forms::WindowList Windows;
   // Whoever has changed contacts announces it here.
   Announcements Changes{Windows};
@@ -119,7 +119,7 @@ class Session {
   void ShowInLog(std::string_view select);
 
   // Shorthands.
-  platform::WindowHost& Host() { return Machine.Host(); }
+  forms::WindowHost& Host() { return Machine.Host(); }
   platform::MessageBox& Messages() { return Machine.Messages(); }
   base::DateTime Now() { return Machine.GetClock().Now(); }
   std::string GetSetting(std::string_view section, std::string_view key,

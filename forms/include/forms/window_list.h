@@ -18,7 +18,7 @@ class WindowList {
  public:
   using Factory = std::function<std::unique_ptr<Window>()>;
 
-  explicit WindowList(platform::WindowHost& host) : host_(host) {}
+  explicit WindowList(WindowHost& host) : host_(host) {}
   ~WindowList();
 
   void Register(std::string name, Factory factory);
@@ -67,7 +67,7 @@ class WindowList {
   void Drop(Window& window);  // out of the list; it goes when the event in work has ended
   void BuryUnloaded();
 
-  platform::WindowHost& host_;
+  WindowHost& host_;
   std::map<std::string, Factory, std::less<>> factories_;
   std::vector<std::unique_ptr<Window>> owned_;
   std::vector<std::unique_ptr<Window>> unloaded_;  // until the event in work has ended
