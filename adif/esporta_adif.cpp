@@ -27,8 +27,8 @@ EsportaAdif::EsportaAdif(core::Session& session)
 void EsportaAdif::Load() {
   core::RestoreWindow(session_, *this, kSection);
   Lettere.SetIndex(session_.GetSetting(kSection, "Lettere", "UTF-8") == "ASCII" ? 1 : 0);
-  Contatti.SetEnabled(session_.CurrentLogForm != nullptr);
-  StatusBar1.SetPanel(1, session_.CurrentLogForm != nullptr
+  Contatti.SetEnabled(session_.Opened.CurrentLogForm != nullptr);
+  StatusBar1.SetPanel(1, session_.Opened.CurrentLogForm != nullptr
                              ? ""
                              : "La finestra Log e' chiusa: si esporta tutto il log");
 }
@@ -36,7 +36,7 @@ void EsportaAdif::Load() {
 void EsportaAdif::Unload() { core::SaveWindow(session_, *this, kSection); }
 
 std::string EsportaAdif::Selection() const {
-  const core::LogWindow* log = session_.CurrentLogForm;
+  const core::LogWindow* log = session_.Opened.CurrentLogForm;
   if (Contatti.Index() == 0 || log == nullptr) return std::string(kAllContacts);
   return log->Selection;
 }
@@ -49,9 +49,9 @@ void EsportaAdif::Export() {
   const bool ascii = Lettere.Index() == 1;
   session_.SaveSetting(kSection, "Lettere", ascii ? "ASCII" : "UTF-8");
   try {
-    const platform::BusyPointer busy(Host());
+    const forms::BusyPointer busy(Host());
     const auto progress =
-        session_.Machine.ShowProgress("Esportazione", session_.TbLog->RecordCount());
+        session_.Machine.ShowProgress("Esportazione", session_.Tables.TbLog->RecordCount());
     counts = ExportContacts(
         session_, select, *file, [&](std::int64_t done) { return progress->Advance(done); },
         ascii ? AdifLetters::kAscii : AdifLetters::kUtf8);

@@ -95,7 +95,7 @@ QslChoice ImportaAdif::Choice() const {
 
 bool ImportaAdif::Preview(const std::filesystem::path& file) {
   file_ = file;
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   try {
     const auto progress = session_.Machine.ShowProgress("Lettura del file", SizeOf(file));
     auto preview = PreviewImport(session_, file, Choice(),
@@ -199,7 +199,7 @@ void ImportaAdif::Import() {
   std::optional<ImportCounts> counts;
   const std::filesystem::path report = session_.File(kReport);
   try {
-    const platform::BusyPointer busy(Host());
+    const forms::BusyPointer busy(Host());
     std::ofstream out(report, std::ios::binary | std::ios::trunc);
     if (!out) {
       throw std::runtime_error(

@@ -187,12 +187,12 @@ bool StationTables::IsProvince(std::string_view country, std::string_view provin
 
 double StationTables::Distance(std::string_view locator) const {
   constexpr std::size_t kSquare = 4, kSubsquare = 6;
-  if (!geo::IsValidLocator(session_.MyLocator)) return 0;
+  if (!geo::IsValidLocator(session_.Station.MyLocator)) return 0;
   std::string there(locator.substr(0, kSubsquare));
   if (there.size() == kSquare) there += "MM";
   if (!geo::IsValidLocator(there)) return 0;
   try {
-    return geo::QrbKm(session_.MyLocator.substr(0, kSubsquare), there);
+    return geo::QrbKm(session_.Station.MyLocator.substr(0, kSubsquare), there);
   } catch (const std::domain_error&) {
     return 1;  // the same place by rounding
   }

@@ -101,9 +101,9 @@ void AwardGrid::ShowMap(std::string_view mapFile, std::string_view word) {
     if (forms::Window* map = session_.Windows.LoadNew("MappaSquare")) session_.Windows.Show(*map);
     return;
   }
-  session_.Pointer_X = 0;
-  session_.QueryText = selection_;
-  session_.MapFile = mapFile;
+  session_.Map.Pointer_X = 0;
+  session_.Handed.QueryText = selection_;
+  session_.Map.MapFile = mapFile;
   session_.DisplayMap(word);
 }
 
@@ -117,10 +117,10 @@ void AwardGrid::ShowEntryInLog() {
 void AwardGrid::Load() {
   const core::LongStatement watched(session_, member_.caption);
   if (member_.traits.staged) {
-    Try([&] { SetCaption("Note - " + StageNotes(session_, session_.QueryText)); });
+    Try([&] { SetCaption("Note - " + StageNotes(session_, session_.Handed.QueryText)); });
   }
   Try([&] { ShowHeadings(); });
-  selection_ = SelectionOf(member_, session_.QueryText);
+  selection_ = SelectionOf(member_, session_.Handed.QueryText);
   Try([&] { groups_ = session_.Db.OpenSnapshot(GroupedQuery(member_, selection_)); });
   if (groups_) Try([&] { ListEntries(); });
   // Half a score would be read as a whole one.
@@ -156,7 +156,7 @@ void AwardGrid::ListEntries() {
   };
   Group current = read();
   if (member_.traits.firstQslUnread) current.confirmed = false;
-  if (session_.ElencaTutto == 1 && !member_.reference.empty()) {
+  if (session_.Handed.ElencaTutto == 1 && !member_.reference.empty()) {
     Try([&] { ListReferenceTable(current); });
   }
   // True sorts first, so the first row of a key tells whether any of its contacts is confirmed.

@@ -193,7 +193,7 @@ std::span<const AwardPage> AwardPages() { return kPages; }
 void WriteAwardPage(core::Session& session, const AwardPage& page, const AwardList& list) {
   bool written = false;
   {
-    const platform::BusyPointer busy(session.Host());
+    const forms::BusyPointer busy(session.Host());
     written = Write(session, page, list);
   }
   if (written) session.Machine.Open(session.File(page.page), 0);

@@ -149,7 +149,7 @@ void StatSel::Confirm() {
 }
 
 void StatSel::Cancel() {
-  Tag = "Cancel";
+  Tag = kCancelled;
   Hide();
 }
 

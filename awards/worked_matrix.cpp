@@ -24,7 +24,7 @@ constexpr base::Twips kLabelWidth(2500), kHeadingHeight(310);
 constexpr MatrixKind kByBand = {
     .window = "Hrd",
     .caption = "Worked by Band",
-    .handle = &core::Session::Hrd,
+    .handle = &core::OpenWindows::Hrd,
     .columnOf = "Banda",
     .filterField = "Modo",
     .filterHead = " and Modo='",
@@ -37,7 +37,7 @@ constexpr MatrixKind kByBand = {
 constexpr MatrixKind kByMode = {
     .window = "HrdMode",
     .caption = "Worked by Mode",
-    .handle = &core::Session::HrdMode,
+    .handle = &core::OpenWindows::HrdMode,
     .columnOf = "Modo",
     .filterField = "Banda",
     .filterHead = " and banda='",
@@ -103,7 +103,7 @@ void WorkedMatrix::Load() {
   Grid1.SetCell(0, 0, kind_.corner);
   Grid1.SetRowHeight(0, kHeadingHeight);
   FillFilter();
-  session_.*kind_.handle = this;
+  session_.Opened.*kind_.handle = this;
   changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == core::ContactTable::kLog && change.Many()) Renew();
   });
@@ -111,7 +111,7 @@ void WorkedMatrix::Load() {
 
 void WorkedMatrix::Unload() {
   changes_ = {};
-  if (session_.*kind_.handle == this) session_.*kind_.handle = nullptr;
+  if (session_.Opened.*kind_.handle == this) session_.Opened.*kind_.handle = nullptr;
   core::SaveWindow(session_, *this, kind_.window);
 }
 
@@ -134,7 +134,7 @@ void WorkedMatrix::Search() {
   const std::string call = CallQso.Text();
   const std::string locator = Locator.Text();
   if (core::IsEmptyField(call) && core::IsEmptyField(locator)) return;
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   const bool newCall = call != lastCall_;
   const bool newLocator = locator != lastLocator_;
   if (newCall) {
@@ -237,9 +237,9 @@ bool WorkedMatrix::IsFiltered() const { return Filter.Text() != kind_.unfiltered
 void WorkedMatrix::ShowCoordinate() {
   constexpr std::size_t kLocatorLength = 6;
   const std::string target = core::IsEmptyField(Locator.Text()) ? countryLocator_ : Locator.Text();
-  const bool known =
-      base::Len(target) >= kLocatorLength && base::Len(session_.MyLocator) == kLocatorLength;
-  Coordinate.SetText(known ? geo::PositionLine(session_.MyLocator, target) : std::string());
+  const bool known = base::Len(target) >= kLocatorLength &&
+                     base::Len(session_.Station.MyLocator) == kLocatorLength;
+  Coordinate.SetText(known ? geo::PositionLine(session_.Station.MyLocator, target) : std::string());
 }
 
 void WorkedMatrix::ShowCellInLog() {

@@ -103,7 +103,7 @@ class AwardTasks {
   void List(const Award& award, const Selection& selection) {
     const std::string task = fmt::format("{}, {}", award.window, selection.name);
     if (!figures_.Wants(task)) return;
-    session_.QueryText = selection.text;
+    session_.Handed.QueryText = selection.text;
     AwardGrid* window = nullptr;
     Hand grouped(station_.file, Grouped(award, selection));
     Samples program, hand;
@@ -133,7 +133,7 @@ class AwardTasks {
     figures_.Compare(
         station_.contacts, "SNote of [DCI", Runs(),
         [&] {
-          session_.QueryText = "WHERE Note LIKE '*[[]DCI*'";
+          session_.Handed.QueryText = "WHERE Note LIKE '*[[]DCI*'";
           Window* window = session_.Windows.LoadNew("SNote");
           if (window != nullptr) station_.Close(*window);
         },
@@ -159,7 +159,7 @@ class AwardTasks {
     for (const Overlay& overlay : overlays) {
       if (!figures_.Wants(overlay.name)) continue;
       ShowMapImage(session_, overlay.map);
-      session_.QueryText = fmt::format("WHERE {}", overlay.condition);
+      session_.Handed.QueryText = fmt::format("WHERE {}", overlay.condition);
       Hand grouped(station_.file, fmt::format("SELECT {0},QslRicevuta FROM Log WHERE {1} GROUP "
                                               "BY {0},QslRicevuta ORDER BY {0},QslRicevuta",
                                               overlay.key, overlay.condition));

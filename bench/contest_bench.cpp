@@ -103,7 +103,7 @@ void Run(const Figures& figures) {
   BenchStation station(10'000);
   Session& session = station.session;
   Fill(station.file);
-  session.CurrentContest = {"07/09/2024", "  2 m", "IARU VHF", "JN61FV", true, true, true};
+  session.Handed.CurrentContest = {"07/09/2024", "  2 m", "IARU VHF", "JN61FV", true, true, true};
   auto& entry = static_cast<ContestNewQso&>(*session.Windows.LoadNew("ContestNewQso"));
 
   Hand last(station.file, std::string("SELECT max(ProgrDato) FROM \"Contest Qso\"") + kWhere);

@@ -55,9 +55,9 @@ class MapTasks {
   static constexpr int kFrames = 200;
 
   void Paint(std::string_view task, int times) {
-    session_.QueryText = "WHERE Locator<>''";
-    session_.MapFile = "wm.jpg";
-    session_.Pointer_X = 0;
+    session_.Handed.QueryText = "WHERE Locator<>''";
+    session_.Map.MapFile = "wm.jpg";
+    session_.Map.Pointer_X = 0;
     Samples whole, pause;
     for (int i = 0; i < times; ++i) {
       double last = ProcessorTime(), longest = 0;
@@ -70,7 +70,7 @@ class MapTasks {
       // The time of day stands behind the word; here a number does, so that no request is missed.
       whole.Measure([&] {
         session_.Windows.RunEvent(
-            [&] { session_.HDisplayMappa->SetText(fmt::format("SQUARE{}", requests_++)); });
+            [&] { session_.Map.Door->DisplayMap(fmt::format("SQUARE{}", requests_++)); });
       });
       pause.Add(longest);
     }

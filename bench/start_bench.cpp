@@ -87,7 +87,7 @@ void Run(const Figures& figures, std::int64_t contacts) {
   memory("memory, Log.ADI of all too", [&](Session& session) {
     openGrid(session);
     static_cast<QuietPlatform&>(session.Machine).Messages().QueueAnswer(false);
-    static_cast<LogForm*>(session.CurrentLogForm)->cmAllQso.Press();
+    static_cast<LogForm*>(session.Opened.CurrentLogForm)->cmAllQso.Press();
   });
 }
 

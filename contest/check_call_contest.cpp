@@ -29,15 +29,11 @@ CheckCallContest::CheckCallContest(core::Session& session)
 
 void CheckCallContest::Load() {
   core::RestoreWindow(session_, *this, "CheckCall");
-  DataContest = session_.CurrentContest.DataContest;
-  Banda = session_.CurrentContest.Banda;
-  session_.CheckCallContestOpen = true;
+  DataContest = session_.Handed.CurrentContest.DataContest;
+  Banda = session_.Handed.CurrentContest.Banda;
 }
 
-void CheckCallContest::Unload() {
-  core::SaveWindow(session_, *this, "CheckCall");
-  session_.CheckCallContestOpen = false;
-}
+void CheckCallContest::Unload() { core::SaveWindow(session_, *this, "CheckCall"); }
 
 void CheckCallContest::Check() {
   const auto rows = session_.Db.OpenSnapshot(

@@ -93,7 +93,7 @@ void ContestForm::Load() {
   Logo.SetPicture(session_.File(kLogoFile));
   Sign.SetPicture(session_.File(kSignFile));
   GoToLast();
-  session_.ContestOpen = true;
+  session_.Opened.ContestOpen = true;
   changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == core::ContactTable::kContestQso && change.Many()) ForgetRecordThatIsGone();
   });
@@ -102,7 +102,7 @@ void ContestForm::Load() {
 void ContestForm::Unload() {
   changes_ = {};
   core::SaveWindow(session_, *this, "Contest");
-  session_.ContestOpen = false;
+  session_.Opened.ContestOpen = false;
 }
 
 void ContestForm::SelectBand(std::string_view band) {
@@ -116,7 +116,7 @@ void ContestForm::SelectBand(std::string_view band) {
 }
 
 void ContestForm::ContestDisplay() {
-  engine::Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.Tables.TbContest;
   shown_ = contest.GetBookmark();
   const auto show = [&](const TextColumn& each) {
     (this->*each.field)
@@ -134,7 +134,7 @@ void ContestForm::ContestDisplay() {
 }
 
 void ContestForm::ContestSave() {
-  engine::Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.Tables.TbContest;
   const auto write = [&](const TextColumn& each) {
     const std::string& text = (this->*each.field).Text();
     if (each.number) {
@@ -160,7 +160,7 @@ bool ContestForm::ContestValid() {
 void ContestForm::ContestAdd() {
   if (!ContestValid()) return;
   const bool stored = core::TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
-    engine::Table& contest = *session_.TbContest;
+    engine::Table& contest = *session_.Tables.TbContest;
     contest.AddNew();
     ContestSave();
     contest.Update();
@@ -174,19 +174,19 @@ void ContestForm::ContestUpdate() {
   if (!ContestValid()) return;
   const bool stored = core::TryWrite(session_, "Update Qso", "Qso gia' caricato", [this] {
     ReturnToShownRecord();
-    session_.TbContest->Edit();
+    session_.Tables.TbContest->Edit();
     ContestSave();
-    session_.TbContest->Update();
+    session_.Tables.TbContest->Update();
   });
   if (stored) recordCommands_ = true;
 }
 
 void ContestForm::ContestDelete() {
   if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   try {
     ReturnToShownRecord();
-    engine::Table& contest = *session_.TbContest;
+    engine::Table& contest = *session_.Tables.TbContest;
     // The record's own date and band: what was typed over them and not stored names contacts of
     // another contest.
     const std::string contacts = OfContest(base::DateText(contest.Field("DataContest").Date()),
@@ -206,7 +206,7 @@ void ContestForm::ContestDelete() {
 }
 
 void ContestForm::ReturnToShownRecord() {
-  if (shown_) session_.TbContest->SetBookmark(*shown_);
+  if (shown_) session_.Tables.TbContest->SetBookmark(*shown_);
 }
 
 void ContestForm::ForgetRecordThatIsGone() {
@@ -220,7 +220,7 @@ void ContestForm::ForgetRecordThatIsGone() {
 }
 
 void ContestForm::GoToFirst() {
-  engine::Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.Tables.TbContest;
   TryMove([&] { contest.MoveFirst(); });
   if (contest.BOF()) {
     recordCommands_ = false;
@@ -232,7 +232,7 @@ void ContestForm::GoToFirst() {
 }
 
 void ContestForm::GoToLast() {
-  engine::Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.Tables.TbContest;
   TryMove([&] { contest.MoveLast(); });
   if (contest.EOF_()) {
     ContestClear();
@@ -244,7 +244,7 @@ void ContestForm::GoToLast() {
 }
 
 void ContestForm::GoToNext() {
-  engine::Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.Tables.TbContest;
   TryMove([&] { ReturnToShownRecord(); });
   TryMove([&] {
     if (contest.RecordCount() != 0) contest.MoveNext();
@@ -258,7 +258,7 @@ void ContestForm::GoToNext() {
 }
 
 void ContestForm::GoToPrevious() {
-  engine::Table& contest = *session_.TbContest;
+  engine::Table& contest = *session_.Tables.TbContest;
   TryMove([&] { ReturnToShownRecord(); });
   TryMove([&] {
     if (contest.RecordCount() != 0) contest.MovePrevious();
@@ -313,25 +313,25 @@ void ContestForm::ContestFind() {
   if (search == nullptr) return;
   session_.Windows.ShowModal(*search);
   if (!session_.Windows.IsLoaded(search)) return;  // left by its frame
-  const auto row = static_cast<std::int64_t>(base::Val(search->Tag));
-  if (row <= 0) {
-    search->Tag = "-1";
+  const std::optional<std::int64_t> row = search->Chosen();
+  if (!row) {
     session_.Windows.Unload(*search);
     return;
   }
-  const auto date = base::ParseDate(search->Spread1.Cell(row, 0));
-  const std::string band = search->Spread1.Cell(row, 1);
+  const auto date = base::ParseDate(search->Spread1.Cell(*row, 0));
+  const std::string band = search->Spread1.Cell(*row, 1);
   session_.Windows.Unload(*search);
   if (!date) return;
-  session_.TbContest->Seek("=", {*date, band});
-  if (session_.TbContest->NoMatch()) return;
+  session_.Tables.TbContest->Seek("=", {*date, band});
+  if (session_.Tables.TbContest->NoMatch()) return;
   ContestDisplay();
   recordCommands_ = true;
 }
 
 void ContestForm::OpenContacts() {
-  session_.CurrentContest = {DataContest.Text(), Banda.Text(),   NomeContest.Text(), Locator.Text(),
-                             Square.IsOn(),      Country.IsOn(), Exch.IsOn()};
+  session_.Handed.CurrentContest = {DataContest.Text(), Banda.Text(),  NomeContest.Text(),
+                                    Locator.Text(),     Square.IsOn(), Country.IsOn(),
+                                    Exch.IsOn()};
   if (forms::Window* contacts = session_.Windows.LoadNew("ContestQso"))
     session_.Windows.Show(*contacts);
 }
@@ -363,13 +363,13 @@ ContestHeader ContestForm::ReadHeader() const {
 }
 
 void ContestForm::Export() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   WriteReg1Test(session_, ReadHeader(),
                 ReadContacts(session_.Db, DataContest.Text(), Banda.Text()));
 }
 
 void ContestForm::Print() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   const std::vector<Contact> contacts = ReadContacts(session_.Db, DataContest.Text(), Banda.Text());
   std::optional<std::filesystem::path> sign = session_.File(kSignFile);
   if (std::filesystem::exists(*sign)) {

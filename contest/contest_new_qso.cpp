@@ -88,7 +88,7 @@ void ContestNewQso::Unload() {
 }
 
 void ContestNewQso::Prepare() {
-  contest_ = session_.CurrentContest;
+  contest_ = session_.Handed.CurrentContest;
   if (Operation.Text() == "I") PrepareNew();
   if (Operation.Text() == "U") ShowRow();
 }
@@ -175,7 +175,7 @@ void ContestNewQso::InsertQso() {
     return;
   }
   // The station's own locator, not the contest's, makes the distance that counts.
-  Qrb.SetText(std::to_string(geo::QrbKm(session_.MyLocator, Locator.Text())));
+  Qrb.SetText(std::to_string(geo::QrbKm(session_.Station.MyLocator, Locator.Text())));
   double punti = base::Val(Qrb.Text());
   std::string note = Note.Text();
   if (const auto serial = DuplicateSerial()) {

@@ -84,7 +84,7 @@ ContestQso::ContestQso(core::Session& session)
 ContestQso::~ContestQso() = default;
 
 void ContestQso::Load() {
-  contest_ = session_.CurrentContest;
+  contest_ = session_.Handed.CurrentContest;
   SetCaption("Contest Qso - " + contest_.Nome);
   Data1.RecordSource = "SELECT * FROM [Contest Qso]" +
                        OfContest(contest_.DataContest, contest_.Banda) + " order by ProgrDato";
@@ -135,9 +135,9 @@ void ContestQso::Unload() {
 }
 
 void ContestQso::WriteBack() {
-  session_.CurrentContest.DataContest = contest_.DataContest;
-  session_.CurrentContest.Banda = contest_.Banda;
-  session_.CurrentContest.Nome = contest_.Nome;
+  session_.Handed.CurrentContest.DataContest = contest_.DataContest;
+  session_.Handed.CurrentContest.Banda = contest_.Banda;
+  session_.Handed.CurrentContest.Nome = contest_.Nome;
 }
 
 void ContestQso::OpenEntry(std::string_view operation) {
@@ -161,9 +161,9 @@ void ContestQso::OpenEntry(std::string_view operation) {
 
 void ContestQso::OpenStatistics() {
   WriteBack();
-  session_.CurrentContest.MoltSquare = contest_.MoltSquare;
-  session_.CurrentContest.MoltCountry = contest_.MoltCountry;
-  session_.CurrentContest.MoltExch = contest_.MoltExch;
+  session_.Handed.CurrentContest.MoltSquare = contest_.MoltSquare;
+  session_.Handed.CurrentContest.MoltCountry = contest_.MoltCountry;
+  session_.Handed.CurrentContest.MoltExch = contest_.MoltExch;
   if (forms::Window* statistics = session_.Windows.LoadNew("StatContest")) {
     session_.Windows.ShowModal(*statistics);
   }

@@ -1,5 +1,6 @@
 #include "contest/contest_search.h"
 
+#include "base/number.h"
 #include "core/window_place.h"
 
 namespace brenvo::contest {
@@ -32,6 +33,12 @@ void ContestSearch::Load() {
     columns.push_back({Data1.Rows()->Columns().at(at), at, width, nullptr});
   }
   Spread1.SetColumnsOf(std::move(columns));
+}
+
+std::optional<std::int64_t> ContestSearch::Chosen() const {
+  const auto row = static_cast<std::int64_t>(base::Val(Tag));
+  if (row <= 0) return std::nullopt;
+  return row;
 }
 
 void ContestSearch::Unload() {

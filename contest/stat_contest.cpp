@@ -22,8 +22,8 @@ StatContest::StatContest(core::Session& session)
 }
 
 void StatContest::Load() {
-  const core::ContestContext contest = session_.CurrentContest;
-  const platform::BusyPointer busy(Host());
+  const core::ContestContext contest = session_.Handed.CurrentContest;
+  const forms::BusyPointer busy(Host());
   const std::vector<ScoredContact> contacts =
       ReadScoredContacts(session_.Db, contest.DataContest, contest.Banda);
   // Around the counting as well: each look into the prefix table would lock the file for itself.

@@ -42,7 +42,7 @@ base::DateTime DateInContest(engine::Recordset& row, base::DateTime contest) {
 void TransferContact(core::Session& session, engine::Recordset& row, base::DateTime date,
                      engine::Table& contest) {
   namespace column = core::column;
-  engine::Table& log = *session.TbLog;
+  engine::Table& log = *session.Tables.TbLog;
   log.Seek("=", {core::FieldText(row, column::kCall)});
   const bool known = !log.NoMatch();
   constexpr std::string_view kOperator[] = {column::kQra, column::kQth, column::kProvincia};
@@ -88,16 +88,16 @@ bool HasContactsForLog(core::Session& session, std::string_view date, std::strin
 }
 
 void TransferToLog(core::Session& session, std::string_view date, std::string_view band) {
-  const platform::BusyPointer busy(session.Host());
+  const forms::BusyPointer busy(session.Host());
   const base::DateTime day = base::ParseDate(date).value_or(base::DateTime());
-  engine::Table& contest = *session.TbContest;
+  engine::Table& contest = *session.Tables.TbContest;
   contest.Seek("=", {day, band});
   if (contest.NoMatch()) {
     throw engine::DatabaseError(engine::DatabaseError::kNoCurrentRecord,
                                 "Il contest dei qso non esiste piu'");
   }
   const auto rows = session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
-  session.TbLog->SetIndex("Call");
+  session.Tables.TbLog->SetIndex("Call");
   const auto transfer = [&] {
     core::Transaction transaction(session.Db);
     for (; !rows->EOF_(); rows->MoveNext()) TransferContact(session, *rows, day, contest);

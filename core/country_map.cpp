@@ -22,9 +22,9 @@ int PixelOf(const engine::Value& value) {
 void ShowCountryMap(Session& session, std::string_view country) {
   const auto place = FindCountry(session, base::Left(country, 5));
   if (!place || place->Mappa.empty()) return;
-  session.MapFile = place->Mappa;
-  session.Pointer_X = PixelOf(place->Pointer_X);
-  session.Pointer_Y = PixelOf(place->Pointer_Y);
+  session.Map.MapFile = place->Mappa;
+  session.Map.Pointer_X = PixelOf(place->Pointer_X);
+  session.Map.Pointer_Y = PixelOf(place->Pointer_Y);
   session.DisplayMap("");
 }
 

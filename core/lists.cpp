@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "core/log_contact.h"
+#include "core/shared_windows.h"
 #include "core/texts.h"
 
 namespace brenvo::core {
@@ -36,7 +37,7 @@ void LoadComPorts(forms::ListField& list) { list.SetItems({"COM1", "COM2", "COM3
 
 void LoadCountries(Session& session, forms::ListField& list) {
   std::vector<std::string> items;
-  engine::Table& countries = *session.TbCountry;
+  engine::Table& countries = *session.Tables.TbCountry;
   countries.MoveFirst();
   for (; !countries.EOF_(); countries.MoveNext()) {
     items.push_back(base::PadRight(FieldText(countries, "Country"), 6) +
@@ -91,12 +92,11 @@ void LoadNotes(Session& session, forms::ListField& list, std::string_view kind) 
 }
 
 void AppendPickedNote(Session& session, forms::TextField& note) {
-  session.NoteChoice.clear();
-  forms::Window* help = session.Windows.LoadNew("Help");
+  auto* help = static_cast<NotePicker*>(session.Windows.LoadNew("Help"));
   if (help == nullptr) return;
   session.Windows.ShowModal(*help);
-  if (session.NoteChoice.empty()) return;
-  note.SetText(note.Text() + session.NoteChoice);
+  if (!help->NoteChoice) return;
+  note.SetText(note.Text() + *help->NoteChoice);
   // Who goes on typing does so behind the note.
   note.Select(base::Len(note.Text()), 0);
 }

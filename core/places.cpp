@@ -7,7 +7,7 @@
 namespace brenvo::core {
 
 std::optional<CountryPlace> FindCountry(Session& session, std::string_view code) {
-  engine::Table& row = *session.TbCountry;
+  engine::Table& row = *session.Tables.TbCountry;
   row.Seek("=", {code});
   if (row.NoMatch()) return std::nullopt;
   return CountryPlace{FieldText(row, "Country"), FieldText(row, "Descrizione"),
@@ -18,7 +18,7 @@ std::optional<CountryPlace> FindCountry(Session& session, std::string_view code)
 
 std::optional<ProvincePlace> FindProvince(Session& session, std::string_view country,
                                           std::string_view code) {
-  engine::Table& row = *session.TbProvincie;
+  engine::Table& row = *session.Tables.TbProvincie;
   row.Seek("=", {country, code});
   if (row.NoMatch()) return std::nullopt;
   return ProvincePlace{FieldText(row, "Provincia"), FieldText(row, "Descrizione")};

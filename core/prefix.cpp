@@ -39,7 +39,7 @@ ResolvedPrefix ResolvePrefix(engine::Table& prefissi, std::string_view call) {
 }
 
 ResolvedPrefix ResolvePrefix(Session& session, std::string_view call) {
-  return ResolvePrefix(*session.TbPrefissi, call);
+  return ResolvePrefix(*session.Tables.TbPrefissi, call);
 }
 
 }  // namespace brenvo::core

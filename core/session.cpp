@@ -21,26 +21,26 @@ constexpr std::string_view kLivePath = "D:\\Programmi\\Radioamatori\\Brenvo";
 struct Handle {
   std::string_view table;
   std::string_view index;
-  std::unique_ptr<engine::Table> Session::*handle;
+  std::unique_ptr<engine::Table> TableHandles::*handle;
 };
 
 // In the order of opening; closing follows the same order.
 constexpr std::array<Handle, 11> kHandles = {{
-    {"Log", "", &Session::TbLog},
-    {"Hrd", "PrimaryKey", &Session::TbHrd},
-    {"Contest", "PrimaryKey", &Session::TbContest},
-    {"Contest Qso", "PrimaryKey", &Session::TbContestQso},
-    {"Prefissi", "PrimaryKey", &Session::TbPrefissi},
-    {"Country", "PrimaryKey", &Session::TbCountry},
-    {"Provincie", "PrimaryKey", &Session::TbProvincie},
-    {"NoteHelp", "PrimaryKey", &Session::TbNoteHelp},
-    {"User", "", &Session::TbUser},
-    {"UserRTX", "PrimaryKey", &Session::TbUserRTX},
-    {"Square", "PrimaryKey", &Session::TbSquare},
+    {"Log", "", &TableHandles::TbLog},
+    {"Hrd", "PrimaryKey", &TableHandles::TbHrd},
+    {"Contest", "PrimaryKey", &TableHandles::TbContest},
+    {"Contest Qso", "PrimaryKey", &TableHandles::TbContestQso},
+    {"Prefissi", "PrimaryKey", &TableHandles::TbPrefissi},
+    {"Country", "PrimaryKey", &TableHandles::TbCountry},
+    {"Provincie", "PrimaryKey", &TableHandles::TbProvincie},
+    {"NoteHelp", "PrimaryKey", &TableHandles::TbNoteHelp},
+    {"User", "", &TableHandles::TbUser},
+    {"UserRTX", "PrimaryKey", &TableHandles::TbUserRTX},
+    {"Square", "PrimaryKey", &TableHandles::TbSquare},
 }};
 
 void OpenHandle(Session& session, const Handle& handle) {
-  auto& table = session.*handle.handle;
+  auto& table = session.Tables.*handle.handle;
   table = session.Db.OpenTable(handle.table);
   if (!handle.index.empty()) table->SetIndex(handle.index);
   if (handle.table == "User") {
@@ -49,7 +49,7 @@ void OpenHandle(Session& session, const Handle& handle) {
       throw engine::DatabaseError(engine::DatabaseError::kNoCurrentRecord,
                                   "La tabella User non ha righe");
     }
-    session.MyLocator = table->Field("Locator").Text();
+    session.Station.MyLocator = table->Field("Locator").Text();
   }
 }
 
@@ -57,7 +57,7 @@ void Close(Session& session, bool withHrd) {
   session.Closing();
   for (const Handle& handle : kHandles) {
     if (handle.table == "Hrd" && !withHrd) continue;
-    auto& table = session.*handle.handle;
+    auto& table = session.Tables.*handle.handle;
     if (table) table->Close();
     table.reset();
   }
@@ -66,7 +66,7 @@ void Close(Session& session, bool withHrd) {
 
 }  // namespace
 
-Session::Session(platform::Platform& platform, std::filesystem::path appPath)
+Session::Session(forms::WindowPlatform& platform, std::filesystem::path appPath)
     : Machine(platform),
       Windows(platform.Host()),
       AppPath(appPath.string() == kDevelopmentPath ? std::filesystem::path(kLivePath)
@@ -77,7 +77,7 @@ Session::~Session() = default;
 void Session::Open() {
   Db = file::OpenDatabaseFile(File("\\Brenvo.mdb"));
   for (const Handle& handle : kHandles) OpenHandle(*this, handle);
-  ManagerPath = GetSetting("Log", "ManagerZX9TOK", "");
+  Station.ManagerPath = GetSetting("Log", "ManagerZX9TOK", "");
 }
 
 void Session::CloseTables() { Close(*this, true); }
@@ -111,12 +111,14 @@ void Session::RequireNoOtherProgram() const {
 }
 
 void Session::DisplayMap(std::string_view word) {
-  if (HDisplayMappa != nullptr) HDisplayMappa->SetText(std::string(word) + base::TimeText(Now()));
+  if (Map.Door != nullptr) Map.Door->DisplayMap(std::string(word) + base::TimeText(Now()));
 }
 
 void Session::ShowInLog(std::string_view select) {
-  QueryText = select;
-  if (CurrentLogForm != nullptr) CurrentLogForm->Query.SetText(base::DateTimeText(Now()));
+  Handed.QueryText = select;
+  if (Opened.CurrentLogForm != nullptr) {
+    Opened.CurrentLogForm->ShowQueryText(base::DateTimeText(Now()));
+  }
 }
 
 std::filesystem::path Session::File(std::string_view name) const { return FileIn(AppPath, name); }

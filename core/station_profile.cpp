@@ -7,12 +7,12 @@
 namespace brenvo::core {
 
 std::string ProfileText(Session& session, std::string_view column) {
-  session.TbUser->MoveFirst();
-  return FieldText(*session.TbUser, column);
+  session.Tables.TbUser->MoveFirst();
+  return FieldText(*session.Tables.TbUser, column);
 }
 
 std::optional<BandProfile> FindBandProfile(Session& session, std::string_view band) {
-  engine::Table& row = *session.TbUserRTX;
+  engine::Table& row = *session.Tables.TbUserRTX;
   row.Seek("=", {band});
   if (row.NoMatch()) return std::nullopt;
   return BandProfile{FieldText(row, "RST"),     FieldText(row, "Modo"), FieldText(row, "RTX"),

@@ -62,9 +62,13 @@ void Field::Run(const std::function<void()>& handler) {
 }
 
 void Label::SetText(std::string_view text) {
-  if (Caption() == text) return;
+  if (HoldText(text)) Run(OnChange);
+}
+
+bool Label::HoldText(std::string_view text) {
+  if (Caption() == text) return false;
   SetCaption(text);
-  Run(OnChange);
+  return true;
 }
 
 }  // namespace brenvo::forms

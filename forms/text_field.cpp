@@ -10,13 +10,24 @@ void TextField::SetText(std::string_view text) {
   if (text_ != text) Assign(std::string(text));
 }
 
+bool TextField::HoldText(std::string_view text) {
+  if (text_ == text) return false;
+  Store(std::string(text));
+  ShowChanged();
+  return true;
+}
+
 void TextField::Assign(std::string text) {
+  Store(std::move(text));
+  Changed();
+}
+
+void TextField::Store(std::string text) {
   text_ = std::move(text);
   // The caret stays where it was, as far as the text reaches: a completion while typing leaves
   // the next key in its place.
   selStart_ = std::min(selStart_, base::Len(text_));
   selLength_ = 0;
-  Changed();
 }
 
 void TextField::Select(std::size_t start, std::size_t length) {

@@ -8,7 +8,7 @@
 
 namespace brenvo::forms {
 
-Window::Window(platform::WindowHost& host, std::string name, std::string caption, base::Twips width,
+Window::Window(WindowHost& host, std::string name, std::string caption, base::Twips width,
                base::Twips height)
     : host_(host),
       name_(std::move(name)),

@@ -94,6 +94,7 @@ void WindowList::Show(Window& window) {
 
 void WindowList::ShowModal(Window& window) {
   if (!window.Loaded()) return;
+  const Depth depth(depth_);  // its answer is still to be read
   Window* const before = active_;
   window.visible_ = true;
   active_ = &window;

@@ -13,21 +13,23 @@ constexpr std::size_t kTokenWidth = 5;
 
 struct Token {
   std::string_view text;  // five characters
-  bool (*isOpen)(const core::Session&);
+  bool (*isOpen)(const core::OpenWindows&);
   std::string_view window;
 };
 
 constexpr Token kTokens[] = {
-    {"LOG  ", [](const core::Session& s) { return s.LogOpen; }, "LogForm"},
-    {"CONTE", [](const core::Session& s) { return s.ContestOpen; }, "Contest"},
-    {"FT736", [](const core::Session& s) { return s.FT736Open; }, "FT736"},
-    {"HRD  ", [](const core::Session& s) { return s.HrdOpen(); }, "Hrd"},
-    {"HRDMO", [](const core::Session& s) { return s.HrdModeOpen(); }, "HrdMode"},
-    {"TNC  ", [](const core::Session& s) { return s.TncOpen; }, "TNC"},
-    {"TNCTE", [](const core::Session& s) { return s.TncTelnetOpen; }, "TNCtelnet"},
-    {"WWCON", [](const core::Session& s) { return s.WWConvOpen; }, "WWConv"},
-    {"OLDQS", [](const core::Session& s) { return s.OldQsoForm != nullptr; }, "OldQsoForm"},
-    {"OLQSL", [](const core::Session& s) { return s.OldQsoLocator != nullptr; }, "OldQsoLocator"},
+    {"LOG  ", [](const core::OpenWindows& open) { return open.LogOpen; }, "LogForm"},
+    {"CONTE", [](const core::OpenWindows& open) { return open.ContestOpen; }, "Contest"},
+    {"FT736", [](const core::OpenWindows& open) { return open.FT736Open; }, "FT736"},
+    {"HRD  ", [](const core::OpenWindows& open) { return open.HrdOpen(); }, "Hrd"},
+    {"HRDMO", [](const core::OpenWindows& open) { return open.HrdModeOpen(); }, "HrdMode"},
+    {"TNC  ", [](const core::OpenWindows& open) { return open.TncOpen; }, "TNC"},
+    {"TNCTE", [](const core::OpenWindows& open) { return open.TncTelnetOpen; }, "TNCtelnet"},
+    {"WWCON", [](const core::OpenWindows& open) { return open.WWConvOpen; }, "WWConv"},
+    {"OLDQS", [](const core::OpenWindows& open) { return open.OldQsoForm != nullptr; },
+     "OldQsoForm"},
+    {"OLQSL", [](const core::OpenWindows& open) { return open.OldQsoLocator != nullptr; },
+     "OldQsoLocator"},
 };
 
 }  // namespace
@@ -35,7 +37,7 @@ constexpr Token kTokens[] = {
 void SaveDesktop(core::Session& session) {
   std::string tokens;
   for (const Token& token : kTokens) {
-    if (token.isOpen(session)) tokens += token.text;
+    if (token.isOpen(session.Opened)) tokens += token.text;
   }
   session.SaveSetting("Desktop", "Window", tokens);
 }

@@ -49,23 +49,22 @@ MainFrame::MainFrame(core::Session& session)
              &menuStampe, &menuComunication, &menuUtility,     &menuMappa};
   HDisplayMappa.SetVisible(false);
   HDisplayMappa.OnChange = [this] {
-    if (OnDisplayMap) OnDisplayMap();
+    if (OnDisplayMap) OnDisplayMap(HDisplayMappa.Text());
   };
 }
 
 MainFrame::~MainFrame() {
-  session_.OnProfileStored = nullptr;
-  if (session_.HDisplayMappa == &HDisplayMappa) session_.HDisplayMappa = nullptr;
+  if (session_.Map.Door == this) session_.Map.Door = nullptr;
 }
 
 void MainFrame::Load() {
   core::RestoreWindow(session_, *this, "Brenvo");
   session_.Open();
-  session_.HDisplayMappa = &HDisplayMappa;
+  session_.Map.Door = this;
   Backup = std::make_unique<upkeep::DailyBackup>(
       session_, [this](const std::string& text) { StatusBar1.SetPanel(1, text); });
   Backup->Start();
-  session_.OnProfileStored = [this] { ShowFirstStep(); };
+  profileStored_ = session_.Station.ProfileStored.Subscribe([this] { ShowFirstStep(); });
   ShowFirstStep();
 }
 
@@ -78,8 +77,12 @@ bool MainFrame::QueryUnload() { return session_.Windows.UnloadAllButFirst(); }
 
 void MainFrame::Unload() {
   core::SaveWindow(session_, *this, "Brenvo");
-  session_.HDisplayMappa = nullptr;
+  session_.Map.Door = nullptr;
   session_.CloseTables();
+}
+
+void MainFrame::DisplayMap(std::string_view request) {
+  if (HDisplayMappa.HoldText(request) && OnDisplayMap) OnDisplayMap(request);
 }
 
 void MainFrame::MapRectangleDrawn(int left, int top, int width, int height) {
@@ -105,21 +108,22 @@ void MainFrame::OpenSelected(std::string_view name, std::string_view word, bool 
   auto& selection = static_cast<core::SelectionWindow&>(*windows.LoadSingle("StatSel"));
   selection.Tag = word;
   windows.ShowModal(selection);
-  if (selection.Tag == "Cancel") {
+  const std::optional<std::string> chosen = selection.Chosen();
+  if (!chosen) {
     windows.Unload(selection);
     return;
   }
-  session_.QueryText = selection.Tag;
-  if (takesElenca) session_.ElencaTutto = selection.ListsAll() ? 1 : 0;
+  session_.Handed.QueryText = *chosen;
+  if (takesElenca) session_.Handed.ElencaTutto = selection.ListsAll() ? 1 : 0;
   windows.Unload(selection);
   OpenNew(name);
 }
 
 // The radio terminal, or, once that is open, the chat client: the second click leads on.
 void MainFrame::OpenTerminal() {
-  const std::string_view name = !session_.TncOpen      ? "TNC"
-                                : !session_.WWConvOpen ? "WWConv"
-                                                       : std::string_view();
+  const std::string_view name = !session_.Opened.TncOpen      ? "TNC"
+                                : !session_.Opened.WWConvOpen ? "WWConv"
+                                                              : std::string_view();
   if (!name.empty()) OpenSingle(name);
 }
 
@@ -133,7 +137,7 @@ void MainFrame::PutBackACopy() {
   if (!chosen) return;
   bool restored = false;
   try {
-    const platform::BusyPointer busy(Host());
+    const forms::BusyPointer busy(Host());
     restored = upkeep::RestoreBackup(session_, *chosen);
   } catch (const engine::DatabaseError& failure) {
     if (failure.Number != engine::DatabaseError::kStopped) throw;
@@ -151,7 +155,7 @@ void MainFrame::PutBackACopy() {
 
 void MainFrame::AssignPrefixes() {
   if (!session_.Messages().AskYesNo("Assegnazione Prefissi", "Confermi l'operazione ?")) return;
-  engine::Table& log = *session_.TbLog;
+  engine::Table& log = *session_.Tables.TbLog;
   log.SetIndex("");
   log.MoveFirst();
   core::ChangeManyContacts(

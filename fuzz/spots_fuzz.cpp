@@ -20,7 +20,7 @@ void Require(bool holds) {
 
 class Terminal : public forms::Window {
  public:
-  Terminal(platform::WindowHost& host, const links::SpotPolicy& policy, std::uint8_t marks)
+  Terminal(forms::WindowHost& host, const links::SpotPolicy& policy, std::uint8_t marks)
       : forms::Window(host, "T", "", base::Twips(1), base::Twips(1)),
         engine_(policy, Received,
                 {Banda, cmAutoSpelling, cmAutoCheck, policy.monitors ? &cmMDX : nullptr,

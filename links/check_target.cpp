@@ -10,20 +10,14 @@ constexpr std::size_t kWholeLocator = 6;
 
 void Search(core::Session& session, forms::TextField core::MatrixWindow::*field,
             std::string_view wanted) {
-  const platform::BusyPointer busy(session.Host());
-  if (!session.HrdOpen()) {
+  const forms::BusyPointer busy(session.Host());
+  if (!session.Opened.HrdOpen()) {
     if (forms::Window* window = session.Windows.LoadSingle("Hrd")) session.Windows.Show(*window);
   }
-  if (!session.HrdOpen()) return;
-  core::MatrixWindow& matrix = *session.Hrd;
-  const std::string text = base::Upper(wanted);
-  (matrix.*field).SetText(text);
-  // Searched for last time too: the operator may have asked for another one since.
-  if (matrix.AutoSearch.Text() == text) {
-    matrix.Search();
-  } else {
-    matrix.AutoSearch.SetText(text);
-  }
+  if (!session.Opened.HrdOpen()) return;
+  core::MatrixWindow& matrix = *session.Opened.Hrd;
+  // Searched for last time or not: the operator may have asked for another one since.
+  matrix.SearchFor(matrix.*field, base::Upper(wanted));
 }
 
 }  // namespace

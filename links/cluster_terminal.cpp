@@ -11,6 +11,7 @@
 #include "core/entry.h"
 #include "core/station_profile.h"
 #include "core/texts.h"
+#include "links/dx_dialog.h"
 #include "spelling.h"
 
 namespace brenvo::links {
@@ -152,16 +153,16 @@ void ClusterTerminal::CheckLocator() {
 }
 
 void ClusterTerminal::AnnounceDX() {
-  forms::Window* dialog = session_.Windows.LoadSingle("DX");
+  auto* dialog = static_cast<DxDialog*>(session_.Windows.LoadSingle("DX"));
   if (dialog == nullptr) return;
   const forms::Bounds& own = GetBounds();
   dialog->Move(
       {own.left + kDialogOffset, own.top + kDialogOffset, dialog->Width(), dialog->Height()});
   session_.Windows.ShowModal(*dialog);
-  const std::string command = dialog->Tag;
+  const std::optional<std::string> command = dialog->Chosen();
   // Before the sending, which may fail: the next announcement starts empty all the same.
   session_.Windows.Unload(*dialog);
-  if (command != "CANCEL") SendText(command, kLineEnd);
+  if (command) SendText(*command, kLineEnd);
 }
 
 }  // namespace brenvo::links

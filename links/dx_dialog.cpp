@@ -21,7 +21,7 @@ void DxDialog::Finish() {
 }
 
 void DxDialog::Cancel() {
-  Tag = "CANCEL";
+  Tag = kCancelled;
   Hide();
 }
 

@@ -54,7 +54,7 @@ FT736::~FT736() = default;
 
 void FT736::Load() {
   core::RestoreWindow(session_, *this, "FT736");
-  session_.FT736Open = true;
+  session_.Opened.FT736Open = true;
   msComm1_->SetPortNumber(1);
   msComm1_->SetSettings("4800,N,8,2");
   OpenPort();
@@ -63,7 +63,7 @@ void FT736::Load() {
 void FT736::Unload() {
   msComm1_->Close();
   core::SaveWindow(session_, *this, "FT736");
-  session_.FT736Open = false;
+  session_.Opened.FT736Open = false;
 }
 
 bool FT736::OpenPort() {

@@ -24,7 +24,7 @@ TNC::TNC(core::Session& session)
 
 void TNC::Load() {
   core::RestoreWindow(session_, *this, "TNC");
-  session_.TncOpen = true;
+  session_.Opened.TncOpen = true;
   try {
     Open();
   } catch (const std::exception&) {
@@ -43,7 +43,7 @@ void TNC::Open() {
 
 void TNC::Unload() {
   core::SaveWindow(session_, *this, "TNC");
-  session_.TncOpen = false;
+  session_.Opened.TncOpen = false;
   comm1_->Close();
 }
 

@@ -18,7 +18,7 @@ TNCtelnet::TNCtelnet(core::Session& session)
 
 void TNCtelnet::Load() {
   core::RestoreWindow(session_, *this, "TNCTelnet");
-  session_.TncTelnetOpen = true;
+  session_.Opened.TncTelnetOpen = true;
   try {
     Open();
   } catch (const std::exception&) {
@@ -33,7 +33,7 @@ void TNCtelnet::Open() {
 
 void TNCtelnet::Unload() {
   core::SaveWindow(session_, *this, "TNCTelnet");
-  session_.TncTelnetOpen = false;
+  session_.Opened.TncTelnetOpen = false;
   if (!winsock1_->IsConnected()) return;
   Send("quit");
   winsock1_->Close();

@@ -35,7 +35,7 @@ WWConv::WWConv(core::Session& session)
 
 void WWConv::Load() {
   core::RestoreWindow(session_, *this, "WWConv");
-  session_.WWConvOpen = true;
+  session_.Opened.WWConvOpen = true;
   try {
     Open();
   } catch (const std::exception&) {
@@ -50,7 +50,7 @@ void WWConv::Open() {
 
 void WWConv::Unload() {
   core::SaveWindow(session_, *this, "WWConv");
-  session_.WWConvOpen = false;
+  session_.Opened.WWConvOpen = false;
   if (!winsock1_->IsConnected()) return;
   send(kGoodbye);
   winsock1_->Close();

@@ -8,6 +8,7 @@
 #include "core/texts.h"
 #include "core/window_place.h"
 #include "core/writing.h"
+#include "log/log_search.h"
 
 namespace brenvo::log {
 namespace {
@@ -88,8 +89,8 @@ void LogForm::Load() {
   DataGrid1.SetColumnsOf(std::move(columns));
   StatusBar1.SetMinimumWidth(1, Width() - kStatusPanels);
   // Last, so that no window hands its contacts to a log that has failed to open.
-  session_.LogOpen = true;
-  session_.CurrentLogForm = this;
+  session_.Opened.LogOpen = true;
+  session_.Opened.CurrentLogForm = this;
   changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == kTable && change.Many()) Renew();
   });
@@ -103,8 +104,8 @@ void LogForm::Unload() {
   DataLog.Close();
   // In the grid view the size is not worth keeping.
   if (ShowsFields()) core::SaveWindow(session_, *this, "Log");
-  session_.LogOpen = false;
-  if (session_.CurrentLogForm == this) session_.CurrentLogForm = nullptr;
+  session_.Opened.LogOpen = false;
+  if (session_.Opened.CurrentLogForm == this) session_.Opened.CurrentLogForm = nullptr;
 }
 
 void LogForm::SetTime() { Qtr.SetText(core::HourMinute(session_.Now())); }
@@ -251,7 +252,7 @@ void LogForm::TakeSelection(std::unique_ptr<engine::Dynaset> rows, std::string_v
 }
 
 void LogForm::ReceiveSelection() {
-  TakeSelection(session_.Db.OpenDynaset(session_.QueryText), session_.QueryText);
+  TakeSelection(session_.Db.OpenDynaset(session_.Handed.QueryText), session_.Handed.QueryText);
   // A selection is in force: the key says so, and its release drops it.
   selected_ = true;
 }
@@ -262,28 +263,25 @@ void LogForm::SearchPressed() {
     TakeSelection(session_.Db.OpenDynaset(kWholeLog), kWholeLogNewestFirst);
     return;
   }
-  forms::Window* search = session_.Windows.LoadNew("LogSearch");
+  auto* search = static_cast<LogSearch*>(session_.Windows.LoadNew("LogSearch"));
   if (search == nullptr) {
     selected_ = false;
     return;
   }
-  // The dialog replaces the record set in the session's handle; leaving it by its frame is a
-  // cancel like any other.
-  session_.SearchText = "CANCEL";
-  session_.DsSearch = std::move(DsLog);
+  search->DsSearch = std::move(DsLog);
   session_.Windows.ShowModal(*search);
   if (!Loaded()) return;
-  if (session_.SearchText == "CANCEL") {
-    DsLog = std::move(session_.DsSearch);
+  if (!search->SearchText) {
+    DsLog = std::move(search->DsSearch);
     selected_ = false;
     if (renewsLater_) Renew();
     return;
   }
-  TakeSelection(std::move(session_.DsSearch), session_.SearchText);
+  TakeSelection(std::move(search->DsSearch), *search->SearchText);
 }
 
 void LogForm::PositionByCall() {
-  if (session_.ModoPosiziona != 1) return;
+  if (session_.Handed.ModoPosiziona != 1) return;
   DsLog->FindFirst(fmt::format("Call='{}' and Locator='{}'", CallQso.Text(), Locator.Text()));
   if (DsLog->NoMatch()) {
     ClearQso();

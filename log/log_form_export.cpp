@@ -51,7 +51,7 @@ void LogForm::Export(std::string_view title, const std::function<void(std::ostre
   const std::filesystem::path file = session_.File("\\Log.ADI");
   OpenToAppend(file).close();
   if (!session_.Messages().AskYesNo(title, kKeepQuestion)) std::filesystem::remove(file);
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   std::ofstream out = OpenToAppend(file);
   try {
     write(out);

@@ -64,7 +64,7 @@ void LogForm::RenewStatus() {
 void LogForm::OnCallChange() {
   const std::string call = base::Trim(CallQso.Text());
   TellCall();
-  if (!session_.ManagerPath.empty()) {
+  if (!session_.Station.ManagerPath.empty()) {
     const auto date = base::ParseDate(DataQso.Text());
     if (!date) throw std::runtime_error("Data errata");
     const auto manager = session_.Db.OpenSnapshot(
@@ -74,21 +74,21 @@ void LogForm::OnCallChange() {
     Manager.SetText(manager->EOF_() ? std::string() : core::FieldText(*manager, "mgr"));
   }
   if (cmWorked.Down()) {
-    for (core::MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
+    for (core::MatrixWindow* matrix : {session_.Opened.Hrd, session_.Opened.HrdMode}) {
       if (matrix == nullptr) continue;
       matrix->CallQso.SetText(call);
       matrix->Search();
     }
   }
-  if (session_.OldQsoForm != nullptr) {
-    session_.OldQsoForm->SetRecordSource(
+  if (session_.Opened.OldQsoForm != nullptr) {
+    session_.Opened.OldQsoForm->SetRecordSource(
         fmt::format("SELECT * FROM Log where Call='{}' ORDER By DataQso DESC,QsoNr", call));
   }
 }
 
 void LogForm::OnCallLeave() {
   if (CallQso.Text() == PrevCall) return;
-  engine::Table& log = *session_.TbLog;
+  engine::Table& log = *session_.Tables.TbLog;
   log.SetIndex("Call");
   log.Seek("=", {CallQso.Text()});
   if (!log.NoMatch()) {
@@ -129,19 +129,19 @@ void LogForm::OnLocatorChange() {
     return;
   }
   if (locator != PrevLocator) {
-    Qrb.SetText(std::to_string(geo::QrbKm(session_.MyLocator, locator)));
+    Qrb.SetText(std::to_string(geo::QrbKm(session_.Station.MyLocator, locator)));
     PrevLocator = locator;
   }
   TellSquare();
   if (cmWorked.Down()) {
-    for (core::MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
+    for (core::MatrixWindow* matrix : {session_.Opened.Hrd, session_.Opened.HrdMode}) {
       if (matrix == nullptr) continue;
       matrix->Locator.SetText(base::Trim(locator));
       matrix->Search();
     }
   }
-  if (session_.OldQsoLocator != nullptr) {
-    session_.OldQsoLocator->SetRecordSource(fmt::format(
+  if (session_.Opened.OldQsoLocator != nullptr) {
+    session_.Opened.OldQsoLocator->SetRecordSource(fmt::format(
         "SELECT * FROM Log where Locator like '{}*' and Banda='{}' ORDER By DataQso DESC,QsoNr",
         base::Left(locator, 4), Banda.Text()));
   }
@@ -167,26 +167,23 @@ void LogForm::OnProvinciaLeave() {
 }
 
 void LogForm::OnPrefissoPick() {
-  // The table copies its tag while it loads.
-  session_.PrefixTag = "LOG";
-  session_.ChosenPrefix = {"CANCEL", "", "", "", ""};
-  forms::Window* table = session_.Windows.LoadNew("TabellaPrefissi");
-  session_.PrefixTag.clear();
+  auto* table = static_cast<core::PrefixPicker*>(session_.Windows.LoadNew("TabellaPrefissi"));
   if (table == nullptr) return;
+  table->Tag = core::PrefixPicker::kPick;
   session_.Windows.ShowModal(*table);
-  const core::PrefixChoice chosen = session_.ChosenPrefix;
-  if (chosen.Prefisso == "CANCEL") return;
-  Prefisso.SetText(base::PadRight(chosen.Prefisso, 5));
-  ZonaCQ.SetText(chosen.ZonaCQ);
-  ZonaITU.SetText(chosen.ZonaITU);
-  Continente.SetText(chosen.Continente);
-  engine::Table& prefissi = *session_.TbPrefissi;
+  const std::optional<core::PrefixChoice> chosen = table->Chosen;
+  if (!chosen) return;
+  Prefisso.SetText(base::PadRight(chosen->Prefisso, 5));
+  ZonaCQ.SetText(chosen->ZonaCQ);
+  ZonaITU.SetText(chosen->ZonaITU);
+  Continente.SetText(chosen->Continente);
+  engine::Table& prefissi = *session_.Tables.TbPrefissi;
   prefissi.Seek(">=", {Prefisso.Text(), base::Val(ZonaCQ.Text()), base::Val(ZonaITU.Text()),
                        Continente.Text()});
   if (prefissi.NoMatch() ||
       base::Trim(core::FieldText(prefissi, "Prefisso")) != base::Trim(Prefisso.Text()))
     return;
-  Country.SetText(chosen.Country);
+  Country.SetText(chosen->Country);
   OnCountryLeave();
 }
 
@@ -207,7 +204,7 @@ void LogForm::WorkedPressed() {
   const bool down = cmWorked.Down();
   session_.SaveSetting("Log", "LookupWorked", down ? "Y" : "N");
   if (!down) return;
-  for (core::MatrixWindow* matrix : {session_.Hrd, session_.HrdMode}) {
+  for (core::MatrixWindow* matrix : {session_.Opened.Hrd, session_.Opened.HrdMode}) {
     if (matrix == nullptr) continue;
     matrix->CallQso.SetText(base::Trim(CallQso.Text()));
     matrix->Locator.SetText(base::Trim(Locator.Text()));

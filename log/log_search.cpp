@@ -108,15 +108,15 @@ std::string LogSearch::Statement() const {
 }
 
 void LogSearch::Search() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   const std::string statement = Statement();
-  session_.DsSearch = session_.Db.OpenDynaset(statement);
-  session_.SearchText = statement;
+  DsSearch = session_.Db.OpenDynaset(statement);
+  SearchText = statement;
   Close();
 }
 
 void LogSearch::Cancel() {
-  session_.SearchText = "CANCEL";
+  SearchText.reset();
   Close();
 }
 

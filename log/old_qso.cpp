@@ -12,9 +12,10 @@ constexpr std::string_view kNoRows =
 
 }  // namespace
 
-const OldQsoKind kOldQsoByCall = {"OldQsoForm", "Old Qso", "OldQso", &core::Session::OldQsoForm};
+const OldQsoKind kOldQsoByCall = {"OldQsoForm", "Old Qso", "OldQso",
+                                  &core::OpenWindows::OldQsoForm};
 const OldQsoKind kOldQsoByLocator = {"OldQsoLocator", "Old Qso with Locator", "OldQsoLocator",
-                                     &core::Session::OldQsoLocator};
+                                     &core::OpenWindows::OldQsoLocator};
 
 OldQso::OldQso(core::Session& session, const OldQsoKind& kind)
     : core::FeedWindow(session.Host(), std::string(kind.name), std::string(kind.caption),
@@ -35,7 +36,7 @@ void OldQso::Load() {
                           DataLog.GridColumn("Locator", "Locator"),
                           DataLog.GridColumn("Qsl Inviata", "QslInviata", core::YesNo),
                           DataLog.GridColumn("Qsl Ricevuta", "QslRicevuta", core::YesNo)});
-  session_.*kind_.handle = this;
+  session_.Opened.*kind_.handle = this;
   changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == core::ContactTable::kLog && change.Many()) DataLog.Renew(DataGrid1);
   });
@@ -45,7 +46,7 @@ void OldQso::Unload() {
   changes_ = {};
   core::SaveWindow(session_, *this, kind_.settingsKey);
   DataLog.Close();
-  if (session_.*kind_.handle == this) session_.*kind_.handle = nullptr;
+  if (session_.Opened.*kind_.handle == this) session_.Opened.*kind_.handle = nullptr;
 }
 
 void OldQso::SetRecordSource(std::string_view select) {
@@ -56,7 +57,7 @@ void OldQso::SetRecordSource(std::string_view select) {
 
 void OldQso::ShowInLog() {
   const std::int64_t row = DataGrid1.Row();
-  if (!session_.LogOpen || row < 1 || row >= DataGrid1.Rows()) return;
+  if (!session_.Opened.LogOpen || row < 1 || row >= DataGrid1.Rows()) return;
   session_.ShowInLog("Select * from Log where QsoNr=" + DataLog.Text(row - 1, "QsoNr"));
 }
 

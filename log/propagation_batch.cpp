@@ -37,7 +37,7 @@ void AssignPropagations(core::Session& session) {
       break;
     }
   };
-  core::ChangeManyContacts(session, "Propagazione", session.TbLog->RecordCount(),
+  core::ChangeManyContacts(session, "Propagazione", session.Tables.TbLog->RecordCount(),
                            [&](core::LongRun& run) {
                              for (; !rows->EOF_() && run.Next(); rows->MoveNext()) assign();
                            });

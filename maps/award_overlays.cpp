@@ -26,10 +26,10 @@ base::Colour ProvinceColour(bool confirmed) {
 // Lets the operator's events run, and tells whether what is being painted on still stands.
 class Pause {
  public:
-  explicit Pause(core::Session& session) : session_(session), map_(session.CurrentMapPath) {}
+  explicit Pause(core::Session& session) : session_(session), map_(session.Map.CurrentMapPath) {}
   bool GoOn() {
     session_.Host().ProcessEvents();
-    return session_.IsOpen() && session_.CurrentMapPath == map_;
+    return session_.IsOpen() && session_.Map.CurrentMapPath == map_;
   }
 
  private:
@@ -92,8 +92,8 @@ SquareCalibration DrawGraticule(platform::PictureViewer& map, engine::Recordset&
 void DisplayField(core::Session& session) {
   platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
-  const auto rows =
-      session.Db.OpenSnapshot(GroupedQuery("Left(Locator,2)", " as Field", session.QueryText));
+  const auto rows = session.Db.OpenSnapshot(
+      GroupedQuery("Left(Locator,2)", " as Field", session.Handed.QueryText));
   const bool finished = ForEachEntry(*rows, "Field", [&](const engine::Value& key, bool confirmed) {
     DrawBox(map, FieldBox(key.Text(), ViewOf(map)), FieldColour(confirmed));
     return pause.GoOn();
@@ -109,8 +109,8 @@ void DisplaySquare(core::Session& session) {
   const auto fields = session.Db.OpenSnapshot("Select * from Field order by Field");
   map.SetScroll(0, 0);
   const SquareCalibration calibration = DrawGraticule(map, *fields);
-  const auto rows =
-      session.Db.OpenSnapshot(GroupedQuery("Left(Locator,4)", " as Square", session.QueryText));
+  const auto rows = session.Db.OpenSnapshot(
+      GroupedQuery("Left(Locator,4)", " as Square", session.Handed.QueryText));
   const bool finished =
       ForEachEntry(*rows, "Square", [&](const engine::Value& key, bool confirmed) {
         const auto box = calibration.BoxOf(key.Text(), ViewOf(map));
@@ -126,14 +126,15 @@ void DisplaySquare(core::Session& session) {
 void DisplayZone(core::Session& session) {
   platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
-  const auto rows = session.Db.OpenSnapshot(GroupedQuery("[Zona CQ]", "", session.QueryText));
+  const auto rows =
+      session.Db.OpenSnapshot(GroupedQuery("[Zona CQ]", "", session.Handed.QueryText));
   const bool finished =
       ForEachEntry(*rows, "Zona CQ", [&](const engine::Value& key, bool confirmed) {
         const std::string number = base::Str(key.Number());
         const auto spot = FindSpot(session, "select X,Y from ZoneCQ where ZonaCQ=" + number);
         if (!spot) return true;
-        session.Pointer_X = spot->x;
-        session.Pointer_Y = spot->y;
+        session.Map.Pointer_X = spot->x;
+        session.Map.Pointer_Y = spot->y;
         const MapPoint corner = StampCorner(spot->x, spot->y, ViewOf(map));
         map.DrawStamp(
             session.File("\\Zona" + base::Trim(number) + (confirmed ? "c" : "nc") + ".bmp"),
@@ -149,14 +150,14 @@ void DisplayItalia(core::Session& session) {
   platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
   const auto rows = session.Db.OpenSnapshot(
-      GroupedQuery("Provincia", "", session.QueryText + " AND Provincia<>''"));
+      GroupedQuery("Provincia", "", session.Handed.QueryText + " AND Provincia<>''"));
   const bool finished =
       ForEachEntry(*rows, "Provincia", [&](const engine::Value& key, bool confirmed) {
         const auto spot = FindSpot(
             session, "select X,Y from ProvincieItaliane where Provincia='" + key.Text() + "'");
         if (!spot) return true;
-        session.Pointer_X = spot->x;
-        session.Pointer_Y = spot->y;
+        session.Map.Pointer_X = spot->x;
+        session.Map.Pointer_Y = spot->y;
         DrawBox(map, ProvinceBox(spot->x, spot->y, ViewOf(map)), ProvinceColour(confirmed));
         return pause.GoOn();
       });

@@ -35,8 +35,8 @@ void RequireFile(const std::filesystem::path& file) {
 }
 
 void DrawPointer(core::Session& session, platform::PictureViewer& map) {
-  if (session.Pointer_X == 0 || session.Pointer_Y == 0) return;
-  const MapPoint corner = StampCorner(session.Pointer_X, session.Pointer_Y, ViewOf(map));
+  if (session.Map.Pointer_X == 0 || session.Map.Pointer_Y == 0) return;
+  const MapPoint corner = StampCorner(session.Map.Pointer_X, session.Map.Pointer_Y, ViewOf(map));
   map.DrawStamp(session.File("\\Pointer.bmp"), corner.x, corner.y);
   map.EndAnnotation();
 }
@@ -45,8 +45,8 @@ void DrawPointer(core::Session& session, platform::PictureViewer& map) {
 void BringPointerIntoView(const core::Session& session, platform::PictureViewer& map) {
   const MapView view = ViewOf(map);
   const FrameSize frame = FrameOf(map);
-  if (PointerInView(session.Pointer_X, session.Pointer_Y, view, frame)) return;
-  const MapPoint scroll = ScrollToCentre(session.Pointer_X, session.Pointer_Y, view, frame);
+  if (PointerInView(session.Map.Pointer_X, session.Map.Pointer_Y, view, frame)) return;
+  const MapPoint scroll = ScrollToCentre(session.Map.Pointer_X, session.Map.Pointer_Y, view, frame);
   map.SetScroll(scroll.x, scroll.y);
 }
 
@@ -78,12 +78,12 @@ void RectangleDrawn(core::Session& session, const frame::MainFrame& frame, const
 
 void ShowMapImage(core::Session& session, std::string_view fileName) {
   platform::PictureViewer& map = session.Machine.Map();
-  std::optional<platform::BusyPointer> busy;
+  std::optional<forms::BusyPointer> busy;
   try {
     const std::filesystem::path file = session.File("\\" + std::string(fileName));
     const std::string path = base::Upper(PathText(file));
-    if (path != session.CurrentMapPath) {
-      session.CurrentMapPath = path;
+    if (path != session.Map.CurrentMapPath) {
+      session.Map.CurrentMapPath = path;
       RequireFile(file);
       busy.emplace(session.Host());
       session.Host().ProcessEvents();
@@ -102,7 +102,7 @@ void ShowMapImage(core::Session& session, std::string_view fileName) {
 void DisplayMappa(core::Session& session, frame::MainFrame& frame, std::string_view request) {
   // The frame alone: the child that stands in front in it has not left, and is not activated anew.
   session.Host().Show(frame);
-  ShowMapImage(session, session.MapFile);
+  ShowMapImage(session, session.Map.MapFile);
   for (const Overlay& overlay : kOverlays) {
     if (request.starts_with(overlay.word)) overlay.paint(session);
   }
@@ -117,9 +117,9 @@ void AttachMapViewer(core::Session& session, frame::MainFrame& frame) {
   };
   frame.cmFitWindow.OnClick = [&map] { FitWindow(map); };
   frame.cmPrint.OnClick = [&map] { map.Print(); };
-  frame.OnDisplayMap = [&session, &frame] {
-    const std::string request = frame.HDisplayMappa.Text();
-    DisplayMappa(session, frame, request);
+  frame.OnDisplayMap = [&session, &frame](std::string_view request) {
+    // The field may hold another one before this is painted.
+    DisplayMappa(session, frame, std::string(request));
   };
   frame.OnMapRectangle = [&session, &frame](int left, int top, int width, int height) {
     RectangleDrawn(session, frame, {left, top, width, height});

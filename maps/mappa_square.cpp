@@ -36,7 +36,7 @@ MappaSquare::MappaSquare(core::Session& session)
 
 void MappaSquare::Load() {
   try {
-    const std::string selection = session_.QueryText + " AND Locator<>''";
+    const std::string selection = session_.Handed.QueryText + " AND Locator<>''";
     squares_ = session_.Db.OpenSnapshot(
         "SELECT Left(Locator,4) as Square,QslRicevuta FROM Log " + selection +
         " GROUP BY Left(Locator,4),QslRicevuta ORDER BY Left(Locator,4),QslRicevuta");
@@ -64,15 +64,15 @@ void MappaSquare::Resize() {
 }
 
 void MappaSquare::Print() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   platform::Printer& printer = session_.Machine.GetPrinter();
   printer.Text(base::Mm(0), base::Mm(0), "");
-  printer.WindowImage(*this, base::Mm(0), base::Mm(0));
+  session_.Machine.PrintWindow(*this, base::Mm(0), base::Mm(0));
   printer.EndDocument();
 }
 
 void MappaSquare::DropMap() {
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   PicBuf1.SetPicture({});
   DrawSquares();
 }
@@ -97,7 +97,7 @@ void MappaSquare::DrawSquares() {
 }
 
 void MappaSquare::DrawSquare(std::string_view square, bool confirmed) {
-  engine::Table& places = *session_.TbSquare;
+  engine::Table& places = *session_.Tables.TbSquare;
   places.Seek("=", {square});
   if (places.NoMatch()) return;
   PicBuf1.Draw({FromPixelColumn(places.Field("X")), FromPixelColumn(places.Field("Y")), kRadius,

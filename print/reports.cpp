@@ -1,5 +1,7 @@
 #include "print/reports.h"
 
+#include <optional>
+
 #include "base/text.h"
 #include "core/entry_key.h"
 #include "core/note_tag.h"
@@ -15,18 +17,18 @@ struct Selection {
   std::string_view layout;
 };
 
-// False when the operator cancels, or there is no dialog to ask him with.
-bool AskSelection(core::Session& session, std::string_view word, Selection& selection) {
+// Nullopt when the operator cancels, or there is no dialog to ask him with.
+std::optional<Selection> AskSelection(core::Session& session, std::string_view word) {
   auto* dialog = static_cast<core::SelectionWindow*>(session.Windows.LoadSingle("StatSel"));
-  if (dialog == nullptr) return false;
+  if (dialog == nullptr) return std::nullopt;
   dialog->Tag = word;
   dialog->OfferLayouts();
   session.Windows.ShowModal(*dialog);
-  const bool confirmed = dialog->Loaded() && dialog->Tag != "Cancel";
-  selection.where = dialog->Tag;
-  selection.layout = dialog->IsVertical() ? "\\logv.rpt" : "\\logo.rpt";
+  const std::optional<std::string> where = dialog->Chosen();
+  const std::string_view layout = dialog->IsVertical() ? "\\logv.rpt" : "\\logo.rpt";
   session.Windows.Unload(*dialog);
-  return confirmed;
+  if (!where) return std::nullopt;
+  return Selection{*where, layout};
 }
 
 void FillSLog(core::Session& session, std::string_view where, std::string_view order) {
@@ -94,13 +96,13 @@ std::string AddCondition(std::string_view where, std::string_view condition) {
 }
 
 void PrintReport(core::Session& session, const ReportMember& member) {
-  Selection selection;
-  if (!AskSelection(session, member.word, selection)) return;
-  const platform::BusyPointer busy(session.Host());
-  if (member.command == &frame::MainFrame::cmPLog) session.QueryText = selection.where;
-  FillSLog(session, AddCondition(selection.where, member.extra), member.insertOrder);
+  const std::optional<Selection> selection = AskSelection(session, member.word);
+  if (!selection) return;
+  const forms::BusyPointer busy(session.Host());
+  if (member.command == &frame::MainFrame::cmPLog) session.Handed.QueryText = selection->where;
+  FillSLog(session, AddCondition(selection->where, member.extra), member.insertOrder);
   if (member.command == &frame::MainFrame::cmPNote)
-    CutNotes(session, core::NoteWords(selection.where));
+    CutNotes(session, core::NoteWords(selection->where));
   if (!member.key.empty()) {
     const std::string columns =
         member.command == &frame::MainFrame::cmPNote ? "Note,QslRicevuta" : "*";
@@ -109,7 +111,7 @@ void PrintReport(core::Session& session, const ReportMember& member) {
     Thin(session, "SELECT " + columns + " FROM SLog ORDER BY " + key + ",QslRicevuta", member.key,
          member.keyLength);
   }
-  session.Machine.Reports().Print(session.File(selection.layout));
+  session.Machine.Reports().Print(session.File(selection->layout));
 }
 
 }  // namespace brenvo::print

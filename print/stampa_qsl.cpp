@@ -88,7 +88,7 @@ void StampaQsl::Print() {
   }
   int undated = 0;
   {
-    const platform::BusyPointer busy(Host());
+    const forms::BusyPointer busy(Host());
     undated = PrintLabels();
     session_.Machine.GetPrinter().EndDocument();
   }

@@ -64,7 +64,7 @@ void RecordingHost::ReportFailure(std::string_view text) { sink_("error " + Quot
 
 void RecordingHost::EndProgram() {
   sink_("end-program");
-  throw platform::ProgramEnded();
+  throw forms::ProgramEnded();
 }
 
 forms::Window* RecordingHost::FindShown(std::string_view name) const {

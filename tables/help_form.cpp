@@ -11,7 +11,7 @@ constexpr std::string_view kSettingsKey = "Help";
 }  // namespace
 
 HelpForm::HelpForm(core::Session& session)
-    : forms::Window(session.Host(), "Help", "NoteHelp", base::Twips(6000), base::Twips(4800)),
+    : core::NotePicker(session.Host(), "Help", "NoteHelp", base::Twips(6000), base::Twips(4800)),
       session_(session) {
   CancelCommand = &cmExit;
   LBTipoNote.OnDoubleClick = [this] {
@@ -19,7 +19,7 @@ HelpForm::HelpForm(core::Session& session)
   };
   LBNote.OnDoubleClick = [this] {
     if (LBNote.ListIndex() < 0) return;
-    session_.NoteChoice = "[" + LBNote.Text() + "]";
+    NoteChoice = "[" + LBNote.Text() + "]";
     Close();
   };
 }

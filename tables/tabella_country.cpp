@@ -63,7 +63,7 @@ void TabellaCountry::Load() {
 void TabellaCountry::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
 engine::Table* TabellaCountry::Chosen() {
-  engine::Table& countries = *session_.TbCountry;
+  engine::Table& countries = *session_.Tables.TbCountry;
   countries.Seek("=", {base::Left(LBCountry.Text(), kCodeWidth)});
   return countries.NoMatch() ? nullptr : &countries;
 }
@@ -91,7 +91,7 @@ bool TabellaCountry::ValidateCountry() {
 }
 
 void TabellaCountry::Store() {
-  engine::Table& row = *session_.TbCountry;
+  engine::Table& row = *session_.Tables.TbCountry;
   row.Set("Country", Codice.Text());
   row.Set("Descrizione", Descrizione.Text());
   row.Set("Mappa", Mappa.Text());
@@ -113,7 +113,7 @@ void TabellaCountry::ReloadAndSelect() {
 void TabellaCountry::Insert() {
   if (!ValidateCountry()) return;
   core::TryWrite(session_, "Inserimento country", kRepeated, [this] {
-    session_.TbCountry->AddNew();
+    session_.Tables.TbCountry->AddNew();
     Store();
   });
   ReloadAndSelect();
@@ -124,7 +124,7 @@ void TabellaCountry::Update() {
   core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     // Other windows move the table's handle meanwhile: back to the country chosen from the list.
     if (LBCountry.ListIndex() >= 0) Chosen();
-    session_.TbCountry->Edit();
+    session_.Tables.TbCountry->Edit();
     Store();
   });
   ReloadAndSelect();

@@ -37,7 +37,7 @@ void TabellaNote::Load() {
 void TabellaNote::Unload() { core::SaveWindow(session_, *this, kSettingsKey); }
 
 engine::Table* TabellaNote::Chosen() {
-  engine::Table& notes = *session_.TbNoteHelp;
+  engine::Table& notes = *session_.Tables.TbNoteHelp;
   notes.Seek("=", {base::Left(LBNote.Text(), kKeyWidth), base::Mid(LBNote.Text(), kTypeWidth + 1)});
   return notes.NoMatch() ? nullptr : &notes;
 }
@@ -47,7 +47,7 @@ bool TabellaNote::ValidateNote() const {
 }
 
 void TabellaNote::Store() {
-  engine::Table& row = *session_.TbNoteHelp;
+  engine::Table& row = *session_.Tables.TbNoteHelp;
   row.Set("TipoNota", Codice.Text());
   row.Set("Nota", Nota.Text());
   row.Update();
@@ -63,7 +63,7 @@ void TabellaNote::ReloadAndSelect() {
 void TabellaNote::Insert() {
   if (!ValidateNote()) return;
   core::TryWrite(session_, "Inserimento nota", kRepeated, [this] {
-    session_.TbNoteHelp->AddNew();
+    session_.Tables.TbNoteHelp->AddNew();
     Store();
   });
   ReloadAndSelect();
@@ -73,7 +73,7 @@ void TabellaNote::Update() {
   if (!ValidateNote()) return;
   core::TryWrite(session_, "Aggiornamento nota", kRepeated, [this] {
     if (LBNote.ListIndex() >= 0) Chosen();
-    session_.TbNoteHelp->Edit();
+    session_.Tables.TbNoteHelp->Edit();
     Store();
   });
   ReloadAndSelect();

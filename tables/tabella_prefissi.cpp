@@ -14,7 +14,6 @@ namespace brenvo::tables {
 namespace {
 
 constexpr std::string_view kSettingsKey = "Prefissi";
-constexpr std::string_view kPick = "LOG";
 constexpr std::string_view kRepeated = "Prefisso gia' caricato";
 constexpr std::size_t kCountryWidth = 5;
 
@@ -30,8 +29,8 @@ std::string SelectBy(std::string_view order) {
 }  // namespace
 
 TabellaPrefissi::TabellaPrefissi(core::Session& session)
-    : forms::Window(session.Host(), "TabellaPrefissi", "Tabella Prefissi", base::Twips(8400),
-                    base::Twips(7200)),
+    : core::PrefixPicker(session.Host(), "TabellaPrefissi", "Tabella Prefissi", base::Twips(8400),
+                         base::Twips(7200)),
       session_(session),
       data1_(session) {
   Codice.Filter = core::UpperKey;
@@ -52,7 +51,6 @@ TabellaPrefissi::TabellaPrefissi(core::Session& session)
 
 void TabellaPrefissi::Load() {
   core::RestoreWindow(session_, *this, kSettingsKey);
-  Tag = session_.PrefixTag;
   data1_.RecordSource = SelectBy("prefisso");
   data1_.Refresh();
   Spread1.SetColumnsOf(
@@ -88,7 +86,7 @@ void TabellaPrefissi::Store() {
 void TabellaPrefissi::Insert() {
   if (!ValidatePrefix()) return;
   core::TryWrite(session_, "Inserimento prefisso", kRepeated, [this] {
-    engine::Table& prefissi = *session_.TbPrefissi;
+    engine::Table& prefissi = *session_.Tables.TbPrefissi;
     prefissi.Seek(">=", {Codice.Text()});
     // Whatever its zones: from this screen a prefix goes in once.
     if (!prefissi.NoMatch() && core::FieldText(prefissi, "Prefisso") == Codice.Text()) {
@@ -105,7 +103,7 @@ void TabellaPrefissi::Update() {
   if (!ValidatePrefix()) return;
   core::TryWrite(session_, "Aggiornamento prefisso", kRepeated, [this] {
     // The index ends with the continent; the country is compared on the row that it leads to.
-    engine::Table& prefissi = *session_.TbPrefissi;
+    engine::Table& prefissi = *session_.Tables.TbPrefissi;
     prefissi.Seek("=", {Codice.Text(), base::Val(ZonaCQ.Text()), base::Val(ZonaITU.Text()),
                         Continente.Text()});
     if (!prefissi.NoMatch() && base::Trim(core::FieldText(prefissi, "Country")) ==
@@ -142,7 +140,7 @@ void TabellaPrefissi::Find() {
 }
 
 void TabellaPrefissi::Leave() {
-  session_.ChosenPrefix.Prefisso = "CANCEL";
+  Chosen.reset();
   Close();
 }
 
@@ -177,9 +175,9 @@ void TabellaPrefissi::OnRowClick() {
 void TabellaPrefissi::OnRowPick() {
   if (Tag != kPick || !GoToRow()) return;
   engine::Dynaset& row = *data1_.Rows();
-  session_.ChosenPrefix = {core::FieldText(row, "Prefisso"), core::FieldText(row, "Country"),
-                           core::FieldText(row, "Zona CQ"), core::FieldText(row, "Zona ITU"),
-                           core::FieldText(row, "Continente")};
+  Chosen = core::PrefixChoice{core::FieldText(row, "Prefisso"), core::FieldText(row, "Country"),
+                              core::FieldText(row, "Zona CQ"), core::FieldText(row, "Zona ITU"),
+                              core::FieldText(row, "Continente")};
   Close();
 }
 

@@ -45,7 +45,7 @@ std::string TabellaProvincie::ChosenCountry() const {
 }
 
 engine::Table* TabellaProvincie::Chosen(std::size_t codeWidth) {
-  engine::Table& provinces = *session_.TbProvincie;
+  engine::Table& provinces = *session_.Tables.TbProvincie;
   provinces.Seek("=", {ChosenCountry(), base::Left(LBProv.Text(), codeWidth)});
   return provinces.NoMatch() ? nullptr : &provinces;
 }
@@ -56,7 +56,7 @@ bool TabellaProvincie::ValidateProvince() const {
 }
 
 void TabellaProvincie::Store() {
-  engine::Table& row = *session_.TbProvincie;
+  engine::Table& row = *session_.Tables.TbProvincie;
   row.Set("Country", ChosenCountry());
   row.Set("Provincia", Codice.Text());
   row.Set("Descrizione", Descrizione.Text());
@@ -72,7 +72,7 @@ void TabellaProvincie::ReloadAndSelect() {
 void TabellaProvincie::Insert() {
   if (!ValidateProvince()) return;
   core::TryWrite(session_, "Inserimento provincia", kRepeated, [this] {
-    session_.TbProvincie->AddNew();
+    session_.Tables.TbProvincie->AddNew();
     Store();
   });
   ReloadAndSelect();
@@ -84,7 +84,7 @@ void TabellaProvincie::Update() {
   core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     // Other windows move the table's handle meanwhile: back to the province chosen from the list.
     if (LBProv.ListIndex() >= 0) Chosen(kProvinceWidth);
-    session_.TbProvincie->Edit();
+    session_.Tables.TbProvincie->Edit();
     Store();
   });
   ReloadAndSelect();

@@ -106,7 +106,7 @@ void UserForm::Load() {
   core::LoadBaudRates(TNCBaud);
   core::LoadComPorts(TNCPort);
   core::LoadModes(session_, Modo);
-  engine::Table& user = *session_.TbUser;
+  engine::Table& user = *session_.Tables.TbUser;
   user.MoveFirst();
   const std::pair<forms::TextField*, const char*> texts[] = {{&CallQso, "Call"},
                                                              {&Qra, "Qra"},
@@ -204,14 +204,14 @@ void UserForm::StoreProfile() {
     return;
   }
   if (!core::TryValues(session_, [this] { Store(); })) return;
-  session_.MyLocator = Locator.Text();
-  session_.ManagerPath = base::Trim(ZX9TOK.Text());
-  session_.SaveSetting("Log", "ManagerZX9TOK", session_.ManagerPath);
-  if (session_.OnProfileStored) session_.OnProfileStored();
+  session_.Station.MyLocator = Locator.Text();
+  session_.Station.ManagerPath = base::Trim(ZX9TOK.Text());
+  session_.SaveSetting("Log", "ManagerZX9TOK", session_.Station.ManagerPath);
+  session_.Station.ProfileStored();
 }
 
 void UserForm::Store() {
-  engine::Table& user = *session_.TbUser;
+  engine::Table& user = *session_.Tables.TbUser;
   user.MoveFirst();
   user.Edit();
   const std::pair<const char*, const forms::TextField*> texts[] = {

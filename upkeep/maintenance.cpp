@@ -7,8 +7,8 @@
 
 #include "core/files.h"
 #include "core/long_run.h"
-#include "core/session.h"
 #include "core/own_tables.h"
+#include "core/session.h"
 #include "core/transaction.h"
 #include "file/database_file.h"
 #include "file/sync.h"
@@ -144,7 +144,7 @@ std::string WhereDataIs(const std::filesystem::path& directory) {
 }
 
 void CompattaDatabase(core::Session& session) {
-  const platform::BusyPointer busy(session.Host());
+  const forms::BusyPointer busy(session.Host());
   try {
     if (Compact(session)) return;
   } catch (const engine::DatabaseError& failure) {

@@ -23,7 +23,7 @@ RipristinaBackup::RipristinaBackup(core::Session& session)
 
 void RipristinaBackup::Load() {
   core::RestoreWindow(session_, *this, kSettingsKey);
-  const platform::BusyPointer busy(Host());
+  const forms::BusyPointer busy(Host());
   copies_ = BackupCopies(session_.AppPath);
   for (const BackupCopy& copy : copies_) {
     LBCopie.AddItem(fmt::format("{}   {}", TitleOf(copy), ContentsOf(copy)));

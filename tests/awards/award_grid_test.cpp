@@ -210,7 +210,7 @@ TEST_F(AwardGridTest, ProvincesAreDescribedByTheirCountry) {
 TEST_F(AwardGridTest, ListingAllCountriesKeepsTheTotalAtThoseWorked) {
   Contact("Call,Country,QslRicevuta", "'A','I',true");
   Contact("Call,Country", "'B','DL'");
-  session.ElencaTutto = 1;
+  session.Handed.ElencaTutto = 1;
   AwardGrid& award = Award("SCountry", kAll);
   const Texts countries = Rows("SELECT Country,Descrizione FROM Country ORDER BY Country");
   const Texts entries = Entries(award.Spread1);
@@ -225,7 +225,7 @@ TEST_F(AwardGridTest, ListingAllCountriesKeepsTheTotalAtThoseWorked) {
 TEST_F(AwardGridTest, ACountryOutsideTheTableRaisesTheTotalAndShowsNowhere) {
   Contact("Call,Country,QslRicevuta", "'A','QQQ',true");
   Contact("Call,Country", "'B','I'");
-  session.ElencaTutto = 1;
+  session.Handed.ElencaTutto = 1;
   AwardGrid& award = Award("SCountry", kAll);
   EXPECT_THAT(Entries(award.Spread1), testing::Not(testing::Contains(testing::HasSubstr("QQQ"))));
   EXPECT_EQ(award.Caption(), "Country - 0 confermati su 2");
@@ -233,7 +233,7 @@ TEST_F(AwardGridTest, ACountryOutsideTheTableRaisesTheTotalAndShowsNowhere) {
 
 TEST_F(AwardGridTest, ListingAllProvincesListsThoseOfTheFirstCountry) {
   Contact("Call,Country,Provincia,QslRicevuta", "'A','I','VE',true");
-  session.ElencaTutto = 1;
+  session.Handed.ElencaTutto = 1;
   AwardGrid& award = Award("SProvincie", "WHERE Country='I'");
   const Texts provinces =
       Rows("SELECT Provincia FROM Provincie WHERE Country='I' ORDER BY Provincia");
@@ -247,7 +247,7 @@ TEST_F(AwardGridTest, ListingAllProvincesListsThoseOfTheFirstCountry) {
 
 TEST_F(AwardGridTest, ElencaTuttoMeansNothingToTheOthers) {
   Contact("Call,Continente", "'A','EU'");
-  session.ElencaTutto = 1;
+  session.Handed.ElencaTutto = 1;
   EXPECT_EQ(Award("SContinenti", kAll).Spread1.Rows(), 2);
   EXPECT_EQ(Award("SCountry", "WHERE Call='NOBODY'").Spread1.Rows(), 1);
 }
@@ -281,7 +281,7 @@ TEST_F(AwardGridTest, TheListDoesNotFollowTheLogNorTheSessionsSelection) {
   Contact("Call,Country", "'A','I'");
   AwardGrid& award = Award("SCountry", kAll);
   Contact("Call,Country", "'B','DL'");
-  session.QueryText = "WHERE Country='DL'";
+  session.Handed.QueryText = "WHERE Country='DL'";
   EXPECT_EQ(award.Spread1.Rows(), 2);
   EXPECT_EQ(award.Selection(), "WHERE QsoNr>0 AND Country<>''");
   Event([&] { award.Close(); });
@@ -349,7 +349,7 @@ TEST_F(NoteAwardTest, ADoubleClickDoesNothing) {
   Noted("[DCI MI001]");
   AwardGrid& award = Award("SNote", kDci);
   Event([&] { award.Spread1.DoubleClickCell(1, 0); });
-  EXPECT_EQ(session.QueryText, kDci);
+  EXPECT_EQ(session.Handed.QueryText, kDci);
 }
 
 class AwardLinksTest : public AwardGridTest {
@@ -376,8 +376,8 @@ TEST_F(AwardLinksTest, ADoubleClickShowsTheContactsInTheLog) {
     AwardGrid& award = Award(window, kAll);
     machine.Advance(1000);
     Event([&] { award.Spread1.DoubleClickCell(row, 0); });
-    EXPECT_EQ(session.QueryText, select) << window;
-    auto& log = static_cast<log::LogForm&>(*session.CurrentLogForm);
+    EXPECT_EQ(session.Handed.QueryText, select) << window;
+    auto& log = static_cast<log::LogForm&>(*session.Opened.CurrentLogForm);
     EXPECT_EQ(log.CallQso.Text(), "HERE") << window;
     EXPECT_EQ(log.QsoTotali.Text(), "1") << window;
   }
@@ -397,19 +397,19 @@ TEST_F(AwardLinksTest, ADoubleClickBringsTheLogForward) {
 TEST_F(AwardLinksTest, ALogThatStandsOpenBehindAClosedOneIsTheLogAgain) {
   forms::Window& first = *session.Windows.LoadSingle("LogForm");
   session.Windows.Unload(*session.Windows.LoadNew("LogForm"));
-  ASSERT_FALSE(session.LogOpen);
+  ASSERT_FALSE(session.Opened.LogOpen);
   AwardGrid& award = Award("SField", kAll);
   Event([&] { award.Spread1.DoubleClickCell(1, 0); });
-  EXPECT_TRUE(session.LogOpen);
-  EXPECT_EQ(session.CurrentLogForm, &first);
-  EXPECT_EQ(static_cast<log::LogForm&>(first).Selection, session.QueryText);
+  EXPECT_TRUE(session.Opened.LogOpen);
+  EXPECT_EQ(session.Opened.CurrentLogForm, &first);
+  EXPECT_EQ(static_cast<log::LogForm&>(first).Selection, session.Handed.QueryText);
 }
 
 TEST_F(AwardLinksTest, ADoubleClickOnTheHeadingDoesNothing) {
   AwardGrid& award = Award("SField", kAll);
   Event([&] { award.Spread1.DoubleClickCell(0, 0); });
-  EXPECT_EQ(session.QueryText, kAll);
-  EXPECT_FALSE(session.LogOpen);
+  EXPECT_EQ(session.Handed.QueryText, kAll);
+  EXPECT_FALSE(session.Opened.LogOpen);
 }
 
 TEST_F(AwardLinksTest, MapCommandsAskForTheirMapOnTheWindowsSelection) {
@@ -420,20 +420,20 @@ TEST_F(AwardLinksTest, MapCommandsAskForTheirMapOnTheWindowsSelection) {
       {"SProvincie", "cmMappa", "italia.jpg", "ITALIA04:05:06"}};
   for (const auto& [window, command, file, word] : maps) {
     AwardGrid& award = Award(window, kAll);
-    session.QueryText = "something else";
-    session.Pointer_X = 7;
+    session.Handed.QueryText = "something else";
+    session.Map.Pointer_X = 7;
     Event([&, name = command] { award.FindCommand(name)->Press(); });
     SCOPED_TRACE(window);
-    EXPECT_EQ(session.MapFile, file);
-    EXPECT_EQ(session.Pointer_X, 0);
-    EXPECT_EQ(session.QueryText, award.Selection());
+    EXPECT_EQ(session.Map.MapFile, file);
+    EXPECT_EQ(session.Map.Pointer_X, 0);
+    EXPECT_EQ(session.Handed.QueryText, award.Selection());
     EXPECT_EQ(frame->HDisplayMappa.Text(), word);
   }
 }
 
 TEST_F(AwardLinksTest, TwoMapCommandsWithinASecondAreOne) {
   int shown = 0;
-  frame->OnDisplayMap = [&] { ++shown; };
+  frame->OnDisplayMap = [&](std::string_view) { ++shown; };
   AwardGrid& award = Award("SField", kAll);
   for (int i = 0; i < 2; ++i) Event([&] { award.FindCommand("cmMappa")->Press(); });
   EXPECT_EQ(shown, 1);
@@ -454,7 +454,7 @@ TEST_F(AwardLinksTest, TheMapOfEuropeIsAWindowOfItsOwn) {
   AwardGrid& award = Award("SSQuare", kAll);
   for (int i = 0; i < 2; ++i) Event([&] { award.FindCommand("cmMappa")->Press(); });
   EXPECT_NE(session.Windows.FindInstance("MappaSquare#2"), nullptr);
-  EXPECT_EQ(session.QueryText, kAll);
+  EXPECT_EQ(session.Handed.QueryText, kAll);
   EXPECT_EQ(frame->HDisplayMappa.Text(), "");
 }
 

@@ -149,7 +149,7 @@ TEST_F(AwardPagesTest, APageThatCannotBeWrittenIsTold) {
 TEST_F(AwardPagesTest, AnEntryNeverWorkedEndsThePageThere) {
   WriteFile("Country.html", "<tr></tr><tr>[COUNTRY]</tr>");
   Contact("DataQso,Call,Country", "'01/01/2000','A','1A'");
-  session.ElencaTutto = 1;
+  session.Handed.ElencaTutto = 1;
   AwardGrid& award = Award("SCountry", kAll);
   ASSERT_EQ(award.Spread1.Cell(1, 0), "1A");
   Press(award, "cmByCountry");

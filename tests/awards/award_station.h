@@ -28,7 +28,7 @@ class AwardStation : public StationTest {
   }
   // The window of an award on a selection.
   AwardGrid& Award(std::string_view window, std::string_view selection) {
-    session.QueryText = selection;
+    session.Handed.QueryText = selection;
     return Open<AwardGrid>(window);
   }
   // The rows under the heading, the cells of each joined by "|".

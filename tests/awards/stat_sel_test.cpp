@@ -253,25 +253,19 @@ TEST_F(StatSelTest, HintsFollowThePointer) {
 }
 
 // Stands for the notes help, and chooses.
-class Chooser : public forms::Window {
+class Chooser : public core::NotePicker {
  public:
   explicit Chooser(core::Session& session)
-      : forms::Window(session.Host(), "Help", "NoteHelp", base::Twips(100), base::Twips(100)),
-        session_(session) {}
+      : core::NotePicker(session.Host(), "Help", "NoteHelp", base::Twips(100), base::Twips(100)) {}
   void Activate() override {
-    EXPECT_EQ(session_.NoteChoice, "");
-    session_.NoteChoice = "[DCI]";
+    NoteChoice = "[DCI]";
     Close();
   }
-
- private:
-  core::Session& session_;
 };
 
 TEST_F(StatSelTest, TheNotesHelpAppendsItsChoice) {
   Know<Chooser>("Help");
-  Ask("NOTE", [this](StatSel& dialog) {
-    session.NoteChoice = "left over";
+  Ask("NOTE", [](StatSel& dialog) {
     dialog.Note.SetText("x ");
     dialog.Note.DoubleClick();
     EXPECT_EQ(dialog.Note.Text(), "x [DCI]");
@@ -332,15 +326,15 @@ TEST_F(SelectionFirstTest, EachCommandOpensItsWindowOnTheSelection) {
     EXPECT_NE(session.Windows.Find(window), nullptr) << window;
     EXPECT_EQ(session.Windows.Find("StatSel"), nullptr);
   }
-  EXPECT_EQ(session.QueryText, "WHERE (Country='I' OR Country='IS0') AND Note LIKE '*DCI*'");
+  EXPECT_EQ(session.Handed.QueryText, "WHERE (Country='I' OR Country='IS0') AND Note LIKE '*DCI*'");
 }
 
 TEST_F(SelectionFirstTest, ACancelledDialogLeavesTheSelectionAndOpensNothing) {
-  session.QueryText = "WHERE Banda=' 20 m'";
-  session.ElencaTutto = 1;
+  session.Handed.QueryText = "WHERE Banda=' 20 m'";
+  session.Handed.ElencaTutto = 1;
   Choose("cmSCountry", [](StatSel& dialog) { dialog.cmExit.Press(); });
-  EXPECT_EQ(session.QueryText, "WHERE Banda=' 20 m'");
-  EXPECT_EQ(session.ElencaTutto, 1);
+  EXPECT_EQ(session.Handed.QueryText, "WHERE Banda=' 20 m'");
+  EXPECT_EQ(session.Handed.ElencaTutto, 1);
   EXPECT_EQ(session.Windows.Find("SCountry"), nullptr);
   EXPECT_EQ(session.Windows.Find("StatSel"), nullptr);
 }
@@ -350,14 +344,14 @@ TEST_F(SelectionFirstTest, OnlyCountriesAndProvincesWriteElencaTutto) {
     dialog.Elenca.SetOn(true);
     dialog.cmStat.Press();
   });
-  EXPECT_EQ(session.ElencaTutto, 1);
+  EXPECT_EQ(session.Handed.ElencaTutto, 1);
   Choose("cmSField", [](StatSel& dialog) { dialog.cmStat.Press(); });
-  EXPECT_EQ(session.ElencaTutto, 1);
+  EXPECT_EQ(session.Handed.ElencaTutto, 1);
   Choose("cmSProvincie", [](StatSel& dialog) {
     dialog.Country.SetText("I    Italia");
     dialog.cmStat.Press();
   });
-  EXPECT_EQ(session.ElencaTutto, 0);
+  EXPECT_EQ(session.Handed.ElencaTutto, 0);
 }
 
 TEST_F(SelectionFirstTest, SeveralWindowsOfOneAwardMayBeOpen) {

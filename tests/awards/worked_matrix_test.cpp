@@ -67,10 +67,10 @@ TEST_F(HrdTest, TheColumnsAreTheBandsOfTheStationByFrequency) {
 
 TEST_F(HrdTest, TheSessionFindsTheWindowWhileItIsLoaded) {
   Hrd& hrd = OpenHrd();
-  EXPECT_EQ(session.Hrd, &hrd);
-  EXPECT_TRUE(session.HrdOpen());
+  EXPECT_EQ(session.Opened.Hrd, &hrd);
+  EXPECT_TRUE(session.Opened.HrdOpen());
   Event([&] { hrd.Close(); });
-  EXPECT_FALSE(session.HrdOpen());
+  EXPECT_FALSE(session.Opened.HrdOpen());
   EXPECT_EQ(session.GetSetting("Hrd", "X", ""), "0");
 }
 
@@ -242,7 +242,7 @@ TEST_F(HrdTest, AShortOwnLocatorLeavesTheLineEmptyAndFillsTheMatrix) {
   Hrd& hrd = OpenHrd();
   Search(hrd, "IK3ABC", "IO91AA");
   EXPECT_NE(hrd.Coordinate.Text(), "");
-  session.MyLocator = "JN65";
+  session.Station.MyLocator = "JN65";
   Search(hrd, "IK3ABC", "JN65BB");
   EXPECT_EQ(hrd.Coordinate.Text(), "");
   EXPECT_EQ(Marks(hrd.Grid1, 2), Texts{"  2 m:W"});
@@ -261,8 +261,20 @@ TEST_F(HrdTest, AutoSearchIsTheDoorForOtherWindows) {
   Italian("IK3ABC", "  2 m");
   Hrd& hrd = OpenHrd();
   EXPECT_FALSE(hrd.AutoSearch.Visible());
-  session.Hrd->CallQso.SetText("IK3ABC");
-  Event([&] { session.Hrd->AutoSearch.SetText("IK3ABC"); });
+  session.Opened.Hrd->CallQso.SetText("IK3ABC");
+  Event([&] { session.Opened.Hrd->AutoSearch.SetText("IK3ABC"); });
+  EXPECT_EQ(Marks(hrd.Grid1, 1), Texts{"  2 m:W"});
+}
+
+TEST_F(HrdTest, ASearchFromWithinLeavesWhatItSearchedForInAutoSearchAndRunsAgain) {
+  Italian("IK3ABC", "  2 m");
+  Hrd& hrd = OpenHrd();
+  Event([&] { hrd.SearchFor(hrd.CallQso, "IK3ABC"); });
+  EXPECT_EQ(hrd.AutoSearch.Text(), "IK3ABC");
+  EXPECT_EQ(Marks(hrd.Grid1, 1), Texts{"  2 m:W"});
+  Type(hrd.CallQso, "K1ABC");
+  Press(hrd, "cmSearch");
+  Event([&] { hrd.SearchFor(hrd.CallQso, "IK3ABC"); });
   EXPECT_EQ(Marks(hrd.Grid1, 1), Texts{"  2 m:W"});
 }
 
@@ -284,9 +296,9 @@ TEST_F(HrdTest, TheMapOfTheCountryIsShownWhileTicked) {
   EXPECT_EQ(frame->HDisplayMappa.Text(), "");
   hrd.Mappa.SetOn(true);
   Search(hrd, "IK3XYZ");
-  EXPECT_EQ(session.MapFile, "italia.jpg");
-  EXPECT_EQ(session.Pointer_X, 123);
-  EXPECT_EQ(session.Pointer_Y, 45);
+  EXPECT_EQ(session.Map.MapFile, "italia.jpg");
+  EXPECT_EQ(session.Map.Pointer_X, 123);
+  EXPECT_EQ(session.Map.Pointer_Y, 45);
   EXPECT_EQ(frame->HDisplayMappa.Text(), "04:05:06");
 }
 
@@ -312,8 +324,9 @@ TEST_F(HrdTest, ADoubleClickShowsTheContactsOfTheCell) {
   for (int row = 1; row < 8; ++row) {
     machine.Advance(1000);
     Event([&] { hrd.Grid1.DoubleClickCell(row, column); });
-    EXPECT_EQ(session.QueryText, "Select * from Log where " + std::string(statements[row - 1]));
-    EXPECT_EQ(static_cast<log::LogForm&>(*session.CurrentLogForm).CallQso.Text(), "IK3ABC");
+    EXPECT_EQ(session.Handed.QueryText,
+              "Select * from Log where " + std::string(statements[row - 1]));
+    EXPECT_EQ(static_cast<log::LogForm&>(*session.Opened.CurrentLogForm).CallQso.Text(), "IK3ABC");
   }
   EXPECT_TRUE(Lines().empty());
   EXPECT_EQ(session.Windows.FindInstance("LogForm#2"), nullptr);
@@ -325,15 +338,15 @@ TEST_F(HrdTest, ADoubleClickKeepsTheModeAndOpensAnEmptyListForAnEmptyCell) {
   Event([&] { hrd.Modo.SetText("CW"); });
   Search(hrd, "IK3ABC");
   Event([&] { hrd.Grid1.DoubleClickCell(1, 1); });
-  EXPECT_EQ(session.QueryText, "Select * from Log where Call='IK3ABC' and Banda='" +
-                                   hrd.Grid1.Cell(0, 1) + "' and Modo='CW'");
-  EXPECT_EQ(static_cast<log::LogForm&>(*session.CurrentLogForm).CallQso.Text(), "");
+  EXPECT_EQ(session.Handed.QueryText, "Select * from Log where Call='IK3ABC' and Banda='" +
+                                          hrd.Grid1.Cell(0, 1) + "' and Modo='CW'");
+  EXPECT_EQ(static_cast<log::LogForm&>(*session.Opened.CurrentLogForm).CallQso.Text(), "");
 }
 
 TEST_F(HrdTest, ADoubleClickOnARowWithoutAKeyShowsNothing) {
   Hrd& hrd = OpenHrd();
   for (int row = 0; row < 8; ++row) Event([&] { hrd.Grid1.DoubleClickCell(row, 1); });
-  EXPECT_EQ(session.QueryText, "");
+  EXPECT_EQ(session.Handed.QueryText, "");
 }
 
 TEST_F(HrdTest, HintsFollowThePointer) {
@@ -416,10 +429,10 @@ TEST_F(HrdModeTest, TheColumnsAreTheModesInUseInTheOrderOfTheirTable) {
   EXPECT_EQ(matrix.Grid1.ColumnWidth(2), base::Twips(800));
   EXPECT_EQ(matrix.Grid1.Alignment(0, 2), forms::CellAlignment::kCentre);
   EXPECT_EQ(matrix.Grid1.RowHeight(0), base::Twips(310));
-  EXPECT_EQ(session.HrdMode, &matrix);
-  EXPECT_TRUE(session.HrdModeOpen());
+  EXPECT_EQ(session.Opened.HrdMode, &matrix);
+  EXPECT_TRUE(session.Opened.HrdModeOpen());
   Event([&] { matrix.Close(); });
-  EXPECT_FALSE(session.HrdModeOpen());
+  EXPECT_FALSE(session.Opened.HrdModeOpen());
   EXPECT_EQ(session.GetSetting("HrdMode", "W", ""), "12600");
 }
 
@@ -486,9 +499,9 @@ TEST_F(HrdModeTest, ADoubleClickJoinsBandAndMode) {
   for (int row = 1; row < 8; ++row) {
     machine.Advance(1000);
     Event([&] { matrix.Grid1.DoubleClickCell(row, 1); });
-    EXPECT_EQ(session.QueryText, "Select * from Log where " + std::string(keys[row - 1]) +
-                                     " and Banda='  2 m' and Modo='SSB'");
-    EXPECT_EQ(static_cast<log::LogForm&>(*session.CurrentLogForm).QsoTotali.Text(), "1");
+    EXPECT_EQ(session.Handed.QueryText, "Select * from Log where " + std::string(keys[row - 1]) +
+                                            " and Banda='  2 m' and Modo='SSB'");
+    EXPECT_EQ(static_cast<log::LogForm&>(*session.Opened.CurrentLogForm).QsoTotali.Text(), "1");
   }
 }
 

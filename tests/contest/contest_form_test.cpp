@@ -36,9 +36,9 @@ TEST_F(ContestFormTest, AnEmptyTableOpensClearedWithTodaysDate) {
 
 TEST_F(ContestFormTest, TheFlagFollowsTheWindow) {
   ContestForm& contest = OpenContest();
-  EXPECT_TRUE(session.ContestOpen);
+  EXPECT_TRUE(session.Opened.ContestOpen);
   Press(contest, "cmExit");
-  EXPECT_FALSE(session.ContestOpen);
+  EXPECT_FALSE(session.Opened.ContestOpen);
 }
 
 TEST_F(ContestFormTest, BandsStandInOrderOfFrequency) {
@@ -172,7 +172,7 @@ TEST_F(ContestFormTest, AnotherFailureOfTheFileEndsTheProgram) {
   ContestForm& contest = OpenContest();
   Store(contest, "07/09/2024", "  2 m");
   session.Db.Execute("DELETE * FROM Contest");
-  EXPECT_THROW(contest.ContestUpdate(), platform::ProgramEnded);
+  EXPECT_THROW(contest.ContestUpdate(), forms::ProgramEnded);
   EXPECT_THAT(Lines(),
               ElementsAre(StartsWith("message critical \"Update Qso\" \" 3167 - "), "end-program"));
 }
@@ -238,7 +238,7 @@ TEST_F(ContestFormTest, AFailureWhileDeletingLeavesEverythingAndEndsTheProgram) 
   AddContact("07/09/2024", "  2 m", 1, "IK3ABC");
   session.Db.Execute("UPDATE Contest SET Banda='x''x'");
   machine.Messages().QueueAnswer(true);
-  EXPECT_THROW(contest.ContestDelete(), platform::ProgramEnded);
+  EXPECT_THROW(contest.ContestDelete(), forms::ProgramEnded);
   EXPECT_THAT(Lines(), Contains(StartsWith("message critical \"Delete Qso\" ")));
   EXPECT_FALSE(session.Db.InTransaction());
   EXPECT_EQ(Rows("select count(*) from Contest"), Texts{"1"});
@@ -274,7 +274,7 @@ TEST_F(ContestFormTest, TheScreenKeepsItsRecordWhenAnotherWindowMovesTheTable) {
   ContestForm& contest = OpenContest();
   Store(contest, "01/06/2024", "  2 m");
   Store(contest, "07/09/2024", "  2 m");
-  session.TbContest->MoveFirst();
+  session.Tables.TbContest->MoveFirst();
   contest.NomeContest.SetText("settembre");
   Press(contest, "cmUpdate");
   EXPECT_EQ(Rows("select Nome from Contest order by DataContest"), (Texts{"0", "settembre"}));
@@ -315,7 +315,7 @@ TEST_F(ContestFormTest, ABandFillsInItsOwnRowWhereverTheBandsAreLedMeanwhile) {
   session.Db.Execute("UPDATE UserRTX SET RTX='FT-736R' WHERE Banda='  2 m'");
   session.Db.Execute("UPDATE UserRTX SET RTX='altro' WHERE Banda='160 m'");
   ContestForm& contest = OpenContest();
-  contest.Frequenza.OnChange = [this] { session.TbUserRTX->MoveFirst(); };
+  contest.Frequenza.OnChange = [this] { session.Tables.TbUserRTX->MoveFirst(); };
   Event([&] { contest.Banda.SetText("  2 m"); });
   EXPECT_EQ(contest.Frequenza.Text(), "144.3");
   EXPECT_EQ(contest.RTX.Text(), "FT-736R");
@@ -448,13 +448,13 @@ TEST_F(ContestFormTest, TheContactsAreOpenedWithWhatTheScreenShows) {
   contest.Locator.SetText("JN54IE");
   contest.Country.Press();
   Press(contest, "cmQso");
-  EXPECT_EQ(session.CurrentContest.DataContest, "07/09/2024");
-  EXPECT_EQ(session.CurrentContest.Banda, "  2 m");
-  EXPECT_EQ(session.CurrentContest.Nome, "non salvato");
-  EXPECT_EQ(session.CurrentContest.Locator, "JN54IE");
-  EXPECT_FALSE(session.CurrentContest.MoltSquare);
-  EXPECT_TRUE(session.CurrentContest.MoltCountry);
-  EXPECT_FALSE(session.CurrentContest.MoltExch);
+  EXPECT_EQ(session.Handed.CurrentContest.DataContest, "07/09/2024");
+  EXPECT_EQ(session.Handed.CurrentContest.Banda, "  2 m");
+  EXPECT_EQ(session.Handed.CurrentContest.Nome, "non salvato");
+  EXPECT_EQ(session.Handed.CurrentContest.Locator, "JN54IE");
+  EXPECT_FALSE(session.Handed.CurrentContest.MoltSquare);
+  EXPECT_TRUE(session.Handed.CurrentContest.MoltCountry);
+  EXPECT_FALSE(session.Handed.CurrentContest.MoltExch);
   EXPECT_EQ(machine.Host().Front()->Caption(), "Contest Qso - non salvato");
 }
 

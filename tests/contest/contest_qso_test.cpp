@@ -547,7 +547,7 @@ TEST_F(ContestQsoTest, EveryWindowKeepsItsPlaceUnderItsOwnKey) {
 TEST_F(ContestQsoTest, AFailedPreparationLeavesNoHiddenEntryBehind) {
   ContestForm& contest = OpenContest();
   Store(contest, kDate, kBand);
-  session.CurrentContest = {"07/09/2024", "x'x", "", "", false, false, false};
+  session.Handed.CurrentContest = {"07/09/2024", "x'x", "", "", false, false, false};
   auto& log = Open<ContestQso>("ContestQso");
   Press(log, "cmNew");
   EXPECT_THAT(Lines(), ElementsAre(StartsWith("error ")));

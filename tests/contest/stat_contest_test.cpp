@@ -19,7 +19,7 @@ class StatContestTest : public ContestLogStation {
     Press(log, "cmStatistiche");
   }
   ContestQso& OpenLogWith(bool square, bool country, bool exchange) {
-    session.CurrentContest = {
+    session.Handed.CurrentContest = {
         std::string(kDate), std::string(kBand), "", "JN65AA", square, country, exchange};
     return Open<ContestQso>("ContestQso");
   }

@@ -12,7 +12,7 @@ using Texts = std::vector<std::string>;
 
 class Lists : public forms::Window {
  public:
-  explicit Lists(platform::WindowHost& host)
+  explicit Lists(forms::WindowHost& host)
       : forms::Window(host, "Lists", "", base::Twips(1), base::Twips(1)) {}
   forms::ListField List{*this, "List", forms::ListStyle::kDropDown};
   forms::ListField Multi{*this, "Multi", forms::ListStyle::kMulti};
@@ -75,7 +75,7 @@ TEST_F(ListsTest, ChoicesShowTheirCodesInFiveCharacters) {
 
 TEST_F(ListsTest, ACountryOrProvinceIsFoundByItsCodeAndShownWithItsName) {
   EXPECT_EQ(FindCountryText(session, "i    "), "I    Italia");
-  EXPECT_EQ(session.TbCountry->Field("Country").Text(), "I");
+  EXPECT_EQ(session.Tables.TbCountry->Field("Country").Text(), "I");
   EXPECT_EQ(FindCountryText(session, "QQQ"), "");
   EXPECT_EQ(FindProvinceText(session, "I    ", "MI "), "MI  Milano");
   EXPECT_EQ(FindProvinceText(session, "F", "MI"), "");

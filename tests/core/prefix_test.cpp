@@ -26,7 +26,7 @@ TEST(PrefixCandidate, IsNothingWithoutADigitOrWhenTheCallEndsWithIt) {
 using PrefixTest = StationTest;
 
 TEST_F(PrefixTest, ACallResolvesThroughTheFirstRowOfItsPrefix) {
-  engine::Table& prefissi = *session.TbPrefissi;
+  engine::Table& prefissi = *session.Tables.TbPrefissi;
   EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Country, "I");
   EXPECT_EQ(prefissi.Field("Zona CQ").Integer(), 15);
   EXPECT_EQ(ResolvePrefix(session, "IK3ABC").Prefisso, "IK3");

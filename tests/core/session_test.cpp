@@ -44,12 +44,13 @@ class SessionTest : public CoreStation {
 };
 
 TEST_F(SessionTest, OpeningReadsTheOwnLocatorAndOpensEveryTable) {
-  EXPECT_EQ(session.MyLocator, "JN65AA");
+  EXPECT_EQ(session.Station.MyLocator, "JN65AA");
   for (engine::Table* table :
-       {session.TbLog.get(), session.TbHrd.get(), session.TbContest.get(),
-        session.TbContestQso.get(), session.TbPrefissi.get(), session.TbCountry.get(),
-        session.TbProvincie.get(), session.TbNoteHelp.get(), session.TbUser.get(),
-        session.TbUserRTX.get(), session.TbSquare.get()}) {
+       {session.Tables.TbLog.get(), session.Tables.TbHrd.get(), session.Tables.TbContest.get(),
+        session.Tables.TbContestQso.get(), session.Tables.TbPrefissi.get(),
+        session.Tables.TbCountry.get(), session.Tables.TbProvincie.get(),
+        session.Tables.TbNoteHelp.get(), session.Tables.TbUser.get(),
+        session.Tables.TbUserRTX.get(), session.Tables.TbSquare.get()}) {
     EXPECT_NE(table, nullptr);
   }
 }
@@ -76,7 +77,7 @@ TEST_F(SessionTest, ClosingTheFrameUnloadsEveryChildFirstAndSavesItsPlace) {
   EXPECT_EQ(session.GetSetting("Two", "W", ""), "3000");
   EXPECT_EQ(session.GetSetting("Brenvo", "W", ""), "15360");
   EXPECT_FALSE(session.IsOpen());
-  EXPECT_EQ(session.TbLog, nullptr);
+  EXPECT_EQ(session.Tables.TbLog, nullptr);
 }
 
 TEST_F(SessionTest, AChildThatRefusesStopsTheShutdownAndComesToTheFront) {
@@ -153,10 +154,10 @@ TEST_F(SessionTest, TheRadioTerminalsCommandLeadsOnToTheChatAndThenNowhere) {
   KnowChild("WWConv");
   Menu("cmTNC");
   EXPECT_NE(session.Windows.Find("TNC"), nullptr);
-  session.TncOpen = true;
+  session.Opened.TncOpen = true;
   Menu("cmTNC");
   EXPECT_NE(session.Windows.Find("WWConv"), nullptr);
-  session.WWConvOpen = true;
+  session.Opened.WWConvOpen = true;
   Menu("cmTNC");
   EXPECT_EQ(session.Windows.Loaded().size(), 3u);
 }
@@ -170,10 +171,10 @@ TEST_F(SessionTest, AStatisticAsksForItsSelectionFirst) {
     dialog.Tag = "Cancel";
     dialog.Hide();
   });
-  session.QueryText = "before";
+  session.Handed.QueryText = "before";
   Menu("cmSField");
   EXPECT_EQ(asked, "FIELD");
-  EXPECT_EQ(session.QueryText, "before");
+  EXPECT_EQ(session.Handed.QueryText, "before");
   EXPECT_EQ(session.Windows.Loaded().size(), 1u);
   InDialogs([&](forms::Window& dialog) {
     dialog.Tag = "WHERE Banda='  2 m'";
@@ -181,14 +182,14 @@ TEST_F(SessionTest, AStatisticAsksForItsSelectionFirst) {
   });
   Menu("cmSField");
   Menu("cmSField");
-  EXPECT_EQ(session.QueryText, "WHERE Banda='  2 m'");
+  EXPECT_EQ(session.Handed.QueryText, "WHERE Banda='  2 m'");
   EXPECT_EQ(session.Windows.Loaded().size(), 3u);
   EXPECT_EQ(session.Windows.Find("StatSel"), nullptr);
 }
 
 TEST_F(SessionTest, AMapRequestWithinTheSameSecondIsNoneTheSecondTime) {
   int shown = 0;
-  frame->OnDisplayMap = [&] { ++shown; };
+  frame->OnDisplayMap = [&](std::string_view) { ++shown; };
   session.DisplayMap("FIELD");
   EXPECT_EQ(frame->HDisplayMappa.Text(), "FIELD04:05:06");
   session.DisplayMap("FIELD");
@@ -200,11 +201,43 @@ TEST_F(SessionTest, AMapRequestWithinTheSameSecondIsNoneTheSecondTime) {
 
 TEST_F(SessionTest, TheFirstStepIsToldUntilTheProfileIsTheOperatorsOwn) {
   EXPECT_NE(frame->PrimoPasso.Text().find("Tabella Utente (Ctrl+U)"), std::string::npos);
-  session.TbUser->Edit();
-  session.TbUser->Set("Call", "IK3XXX");
-  session.TbUser->Update();
-  session.OnProfileStored();
+  session.Tables.TbUser->Edit();
+  session.Tables.TbUser->Set("Call", "IK3XXX");
+  session.Tables.TbUser->Update();
+  session.Station.ProfileStored();
   EXPECT_EQ(frame->PrimoPasso.Text(), "");
+}
+
+TEST_F(SessionTest, AStoredProfileIsToldToWhoeverHasSubscribedAsLongAsHeIsThere) {
+  int told = 0;
+  {
+    const auto listening = session.Station.ProfileStored.Subscribe([&] { ++told; });
+    session.Station.ProfileStored();
+    frame->PrimoPasso.SetText("");
+    session.Station.ProfileStored();
+    EXPECT_NE(frame->PrimoPasso.Text(), "") << "the frame listens too";
+  }
+  session.Station.ProfileStored();
+  EXPECT_EQ(told, 2);
+}
+
+TEST_F(SessionTest, AStatisticWhoseSelectionIsClosedWithoutAnAnswerOpensNothing) {
+  session.Windows.Register("StatSel", [this] { return std::make_unique<Selection>(session); });
+  KnowChild("SField");
+  InDialogs([&](forms::Window& dialog) { session.Windows.Unload(dialog); });
+  session.Handed.QueryText = "before";
+  Menu("cmSField");
+  EXPECT_EQ(session.Handed.QueryText, "before");
+  EXPECT_EQ(session.Windows.Loaded().size(), 1u);
+}
+
+TEST_F(SessionTest, ARequestWrittenIntoTheHiddenFieldRunsTheMapAsOneFromWithinDoes) {
+  Texts shown;
+  frame->OnDisplayMap = [&](std::string_view request) { shown.emplace_back(request); };
+  frame->HDisplayMappa.SetText("FIELD");
+  session.DisplayMap("FIELD");
+  EXPECT_EQ(shown, (Texts{"FIELD", "FIELD04:05:06"}));
+  EXPECT_EQ(frame->HDisplayMappa.Text(), "FIELD04:05:06");
 }
 
 TEST_F(SessionTest, EveryMenuHasAShortcutAndNoShortcutIsGivenTwice) {
@@ -253,7 +286,9 @@ TEST_F(StartTest, TheStationStartsAndStops) {
   EXPECT_FALSE(session.IsOpen());
 }
 
-TEST_F(SessionTest, WithoutItsSettingTheManagerPathIsEmpty) { EXPECT_EQ(session.ManagerPath, ""); }
+TEST_F(SessionTest, WithoutItsSettingTheManagerPathIsEmpty) {
+  EXPECT_EQ(session.Station.ManagerPath, "");
+}
 
 }  // namespace
 }  // namespace brenvo::core

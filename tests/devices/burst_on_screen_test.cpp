@@ -24,7 +24,7 @@ class Desktop : public testing::Test {
     machine.Attach(&session);
     station::StartStation(session);
     session.Db.Execute("UPDATE [User] SET TelnetCluster='" + node.Address() + "'");
-    session.TbUser->MoveFirst();
+    session.Tables.TbUser->MoveFirst();
     Event([&] { session.Windows.Show(*session.Windows.LoadSingle("TNCtelnet")); });
     Until([&] { return node.Connected(); });
   }
@@ -75,7 +75,7 @@ TEST_F(Desktop, ABurstOfTenThousandLinesLeavesTheInterfaceAnswering) {
 TEST_F(Desktop, AMegabyteWithoutALineEndLeavesTheInterfaceAnswering) {
   LoopbackServer chat;
   session.Db.Execute("UPDATE [User] SET TelnetWWConv='" + chat.Address() + "'");
-  session.TbUser->MoveFirst();
+  session.Tables.TbUser->MoveFirst();
   Event([&] { session.Windows.Show(*session.Windows.LoadSingle("WWConv")); });
   ASSERT_TRUE(Until([&] { return chat.Connected(); }));
   auto* area = machine.Screen()

@@ -48,7 +48,7 @@ TEST_F(PulledOut, TheTerminalStandsSilentAndTellsItWhenSomethingIsSent) {
   line.PullOut();
   Pass(200);
   EXPECT_EQ(Told(), Lines{});
-  EXPECT_TRUE(session.TncOpen);
+  EXPECT_TRUE(session.Opened.TncOpen);
   TypeLine(tnc.Sended, "sh/dx");
   EXPECT_EQ(Told(), Lines{"error \"La porta COM1 non riceve: non c'e' piu'\""});
   EXPECT_EQ(tnc.Sended.Text(), "sh/dx");
@@ -153,7 +153,7 @@ TEST_F(Reset, AtAnyByteItClosesTheTerminalBehindTheLastWholeLine) {
     ASSERT_TRUE(Until([&] { return shown == WholeLines(bytes); })) << said << " " << shown;
     node.Reset();
     ASSERT_TRUE(Gone("TNCtelnet")) << said;
-    ASSERT_FALSE(session.TncTelnetOpen);
+    ASSERT_FALSE(session.Opened.TncTelnetOpen);
     ASSERT_EQ(Told(), Lines{}) << said;
   }
 }
@@ -185,7 +185,7 @@ TEST_F(Reset, AtAnyByteItClosesTheChatBehindWhatWasSaid) {
     ASSERT_TRUE(Until([&] { return shown == bytes; })) << said << " " << shown;
     node.Reset();
     ASSERT_TRUE(Gone("WWConv")) << said;
-    ASSERT_FALSE(session.WWConvOpen);
+    ASSERT_FALSE(session.Opened.WWConvOpen);
     ASSERT_EQ(Told(), Lines{}) << said;
   }
 }
@@ -195,11 +195,12 @@ TEST_F(Reset, WhileTheOperatorSendsItClosesTheWindow) {
   Told();
   auto& telnet = Connect<links::TNCtelnet>("TNCtelnet");
   node.Reset();
-  for (int line = 0; line < 50 && session.TncTelnetOpen; ++line) TypeLine(telnet.Sended, "sh/dx");
+  for (int line = 0; line < 50 && session.Opened.TncTelnetOpen; ++line)
+    TypeLine(telnet.Sended, "sh/dx");
   EXPECT_TRUE(Gone("TNCtelnet"));
   auto& chat = Connect<links::WWConv>("WWConv");
   node.Reset();
-  for (int line = 0; line < 50 && session.WWConvOpen; ++line) TypeLine(chat.Sended, "ciao");
+  for (int line = 0; line < 50 && session.Opened.WWConvOpen; ++line) TypeLine(chat.Sended, "ciao");
   EXPECT_TRUE(Gone("WWConv"));
   EXPECT_EQ(Told(), Lines{});
 }
@@ -211,7 +212,7 @@ TEST_F(Reset, WhileTheWindowClosesItIsNothing) {
   node.Reset();
   Close(telnet);
   Pass(50);
-  EXPECT_FALSE(session.TncTelnetOpen);
+  EXPECT_FALSE(session.Opened.TncTelnetOpen);
   EXPECT_EQ(Told(), Lines{});
 }
 

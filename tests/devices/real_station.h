@@ -34,7 +34,7 @@ class RealStation : public testing::Test {
 
   void Profile(const std::string& assignments) {
     session.Db.Execute("UPDATE [User] SET " + assignments);
-    session.TbUser->MoveFirst();
+    session.Tables.TbUser->MoveFirst();
   }
   template <class Form>
   Form& Open(const char* name) {

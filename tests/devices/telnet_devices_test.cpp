@@ -32,8 +32,8 @@ TEST_F(TelnetDevice, AnOperatorLogsInAndWatchesSpots) {
   Event([&] { telnet.Received.SetText(""); });
   node.Say(kSpot);
   EXPECT_TRUE(Shows(telnet.Received, std::string(kShown)));
-  ASSERT_NE(session.Hrd, nullptr);
-  EXPECT_EQ(session.Hrd->CallQso.Text(), "VP8ORK");
+  ASSERT_NE(session.Opened.Hrd, nullptr);
+  EXPECT_EQ(session.Opened.Hrd->CallQso.Text(), "VP8ORK");
 }
 
 TEST_F(TelnetDevice, ALineMayComeByteByByte) {
@@ -78,7 +78,7 @@ TEST_F(TelnetDevice, ANodeThatHangsUpInMidLineTakesTheWindowAlong) {
   node.Say("bye, half a li");
   node.HangUp();
   EXPECT_TRUE(Until([&] { return session.Windows.Find("TNCtelnet") == nullptr; }));
-  EXPECT_FALSE(session.TncTelnetOpen);
+  EXPECT_FALSE(session.Opened.TncTelnetOpen);
   EXPECT_TRUE(Until([&] { return node.Gone; }));
   EXPECT_EQ(node.Heard, "");
   EXPECT_EQ(machine.TakeLines(), std::vector<std::string>{});
@@ -89,12 +89,12 @@ TEST_F(TelnetDevice, ARefusedConnectionIsSilentAndTheWindowUsable) {
   Profile("TelnetCluster='" + node.Address() + "'");
   links::TNCtelnet& telnet = Open<links::TNCtelnet>("TNCtelnet");
   Pass(200);
-  EXPECT_TRUE(session.TncTelnetOpen);
+  EXPECT_TRUE(session.Opened.TncTelnetOpen);
   EXPECT_EQ(telnet.Banda.Entries().size(), 19u);
   TypeLine(telnet.Sended, "hello");
   EXPECT_EQ(telnet.Sended.Text(), "");
   Event([&] { telnet.Close(); });
-  EXPECT_FALSE(session.TncTelnetOpen);
+  EXPECT_FALSE(session.Opened.TncTelnetOpen);
   EXPECT_EQ(machine.TakeLines(), std::vector<std::string>{});
 }
 
@@ -143,7 +143,7 @@ TEST_F(ChatDevice, AServerThatHangsUpTakesTheWindowAlong) {
   Connect();
   server.HangUp();
   EXPECT_TRUE(Until([&] { return session.Windows.Find("WWConv") == nullptr; }));
-  EXPECT_FALSE(session.WWConvOpen);
+  EXPECT_FALSE(session.Opened.WWConvOpen);
 }
 
 TEST_F(ChatDevice, ARefusedConnectionIsSilent) {
@@ -151,7 +151,7 @@ TEST_F(ChatDevice, ARefusedConnectionIsSilent) {
   Profile("TelnetWWConv='" + server.Address() + "'");
   Open<links::WWConv>("WWConv");
   Pass(200);
-  EXPECT_TRUE(session.WWConvOpen);
+  EXPECT_TRUE(session.Opened.WWConvOpen);
   EXPECT_EQ(machine.TakeLines(), std::vector<std::string>{});
 }
 

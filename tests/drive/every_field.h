@@ -36,7 +36,7 @@ class TwoRows : public forms::GridRows {
 
 class EveryField : public forms::Window {
  public:
-  explicit EveryField(platform::WindowHost& host)
+  explicit EveryField(forms::WindowHost& host)
       : forms::Window(host, "W", "Every field", base::Twips(3000), base::Twips(1500)) {
     Band.SetItems({" 20 m", "  2 m", " 70cm"});
     Mode.SetItems({"", "CW", "SSB"});

@@ -16,7 +16,7 @@ namespace brenvo::forms {
 namespace {
 
 // A host that shows nothing and writes down what it is asked.
-class SilentHost : public platform::WindowHost {
+class SilentHost : public forms::WindowHost {
  public:
   std::vector<std::string> told;
   std::function<void(Window&)> duringModal;
@@ -35,12 +35,12 @@ class SilentHost : public platform::WindowHost {
   void ReportFailure(std::string_view text) override {
     told.push_back("failure " + std::string(text));
   }
-  void EndProgram() override { throw platform::ProgramEnded{}; }
+  void EndProgram() override { throw forms::ProgramEnded{}; }
 };
 
 class SampleWindow : public Window {
  public:
-  explicit SampleWindow(platform::WindowHost& host)
+  explicit SampleWindow(forms::WindowHost& host)
       : Window(host, "Sample", "Sample", base::Twips(3000), base::Twips(2000)) {}
   TextField Text{*this, "Text"};
   MaskedField Time{*this, "Time", "##:##"};
@@ -76,6 +76,21 @@ struct Fields : testing::Test {
     field.OnChange = [this] { ++changes; };
   }
 };
+
+TEST_F(Fields, AHeldTextIsShownAndRunsNoChangeEvent) {
+  int shown = 0;
+  const auto watching = window.Text.Shown.Subscribe([&] { ++shown; });
+  Count(window.Text);
+  EXPECT_TRUE(window.Text.HoldText("held"));
+  EXPECT_FALSE(window.Text.HoldText("held"));
+  EXPECT_EQ(window.Text.Text(), "held");
+  EXPECT_EQ(shown, 1);
+  EXPECT_EQ(changes, 0);
+  window.Text.SetText("held");
+  EXPECT_EQ(changes, 0);
+  window.Text.SetText("set");
+  EXPECT_EQ(changes, 1);
+}
 
 TEST_F(Fields, AChangeEventRunsOncePerChangeAndNotForTheSameValue) {
   Count(window.Text);
@@ -363,6 +378,21 @@ TEST_F(Life, AModalWindowActivatesBeforeItWaitsAndTheOneBehindComesBack) {
   EXPECT_FALSE(dialog->Visible());
 }
 
+TEST_F(Life, ADialogThatIsGoneWhenItsWaitEndsCanStillBeReadInTheEvent) {
+  Window* dialog = windows.LoadNew("Sample");
+  SampleWindow* answering = made;
+  host.duringModal = [this](Window& window) {
+    windows.RunEvent([&] {
+      static_cast<SampleWindow&>(window).Text.SetText("answer");
+      window.Close();
+    });
+  };
+  windows.ShowModal(*dialog);
+  EXPECT_FALSE(answering->Loaded());
+  EXPECT_EQ(answering->Text.Text(), "answer");
+  EXPECT_EQ(answering->life.back(), "unload");
+}
+
 TEST_F(Life, AWindowThatIsShownBehindADialogLeavesTheDialogActive) {
   Window* other = windows.LoadNew("Sample");
   SampleWindow* behind = made;
@@ -387,7 +417,7 @@ TEST_F(Life, AFailureEndsTheEventAndIsTold) {
 }
 
 TEST_F(Life, TheEndOfTheProgramIsNoFailureOfAnEvent) {
-  EXPECT_THROW(windows.RunEvent([] { throw platform::ProgramEnded{}; }), platform::ProgramEnded);
+  EXPECT_THROW(windows.RunEvent([] { throw forms::ProgramEnded{}; }), forms::ProgramEnded);
   EXPECT_TRUE(host.told.empty());
 }
 

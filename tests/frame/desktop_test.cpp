@@ -10,20 +10,20 @@ using Texts = std::vector<std::string>;
 using DesktopTest = core::CoreStation;
 
 TEST_F(DesktopTest, ASavedDesktopIsARowOfTokens) {
-  session.LogOpen = session.FT736Open = session.WWConvOpen = true;
+  session.Opened.LogOpen = session.Opened.FT736Open = session.Opened.WWConvOpen = true;
   Menu("cmSaveDesktop");
   EXPECT_EQ(session.GetSetting("Desktop", "Window", ""), "LOG  FT736WWCON");
   EXPECT_TRUE(Lines().empty());
 }
 
 TEST_F(DesktopTest, EveryKindOfWindowHasItsToken) {
-  session.LogOpen = session.ContestOpen = session.FT736Open = session.TncOpen =
-      session.TncTelnetOpen = session.WWConvOpen = true;
-  session.Hrd = session.HrdMode = reinterpret_cast<core::MatrixWindow*>(1);
-  session.OldQsoForm = session.OldQsoLocator = reinterpret_cast<core::FeedWindow*>(1);
+  session.Opened.LogOpen = session.Opened.ContestOpen = session.Opened.FT736Open =
+      session.Opened.TncOpen = session.Opened.TncTelnetOpen = session.Opened.WWConvOpen = true;
+  session.Opened.Hrd = session.Opened.HrdMode = reinterpret_cast<core::MatrixWindow*>(1);
+  session.Opened.OldQsoForm = session.Opened.OldQsoLocator = reinterpret_cast<core::FeedWindow*>(1);
   SaveDesktop(session);
-  session.Hrd = session.HrdMode = nullptr;
-  session.OldQsoForm = session.OldQsoLocator = nullptr;
+  session.Opened.Hrd = session.Opened.HrdMode = nullptr;
+  session.Opened.OldQsoForm = session.Opened.OldQsoLocator = nullptr;
   const std::string tokens = session.GetSetting("Desktop", "Window", "");
   EXPECT_EQ(tokens, "LOG  CONTEFT736HRD  HRDMOTNC  TNCTEWWCONOLDQSOLQSL");
   const Texts windows = {"LogForm", "Contest",   "FT736",  "Hrd",        "HrdMode",

@@ -1,6 +1,7 @@
 #!/bin/sh
 # Proves that a room sees the public headers of the rooms below it and nothing else: whatever else
-# it includes does not compile. Usage: wrong_includes_test.sh SOURCE_DIR COMPILER INCLUDES
+# it includes does not compile, and no declaration of its own names another room.
+# Usage: wrong_includes_test.sh SOURCE_DIR COMPILER INCLUDES
 # INCLUDES has a line "ROOM DIRECTORY..." for each room, as the build has it.
 set -u
 cd "$1" || exit 2
@@ -47,7 +48,12 @@ for room in $rooms; do
     [ -n "$public" ] || say "$other has no public header"
     case " $allowed " in
       *" $other "*) compiles "\"$other/${public##*/}\"" || say "$room does not see $other" ;;
-      *) compiles "\"$other/${public##*/}\"" && say "$room sees $other" ;;
+      *)
+        compiles "\"$other/${public##*/}\"" && say "$room sees $other"
+        grep -nE "(^|[^A-Za-z0-9_:])(brenvo::)?$other::[A-Za-z]|namespace brenvo::$other\\b" \
+          "$room"/*.cpp "$room"/*.h "$room/include/$room"/*.h /dev/null | grep -v "://" &&
+          say "$room names $other"
+        ;;
     esac
     [ -z "$private" ] || ! compiles "\"$other/${private##*/}\"" ||
       say "$room sees $private, which is private"

@@ -38,7 +38,7 @@ class Ft736Test : public LinksTest {
 
 TEST_F(Ft736Test, OpensThePortAndWaitsSwitchedOff) {
   FT736& rig = OpenRig();
-  EXPECT_TRUE(session.FT736Open);
+  EXPECT_TRUE(session.Opened.FT736Open);
   EXPECT_EQ(machine.Serial().Settings(1), "4800,N,8,2");
   EXPECT_EQ(Lines(), Texts{});
   EXPECT_FALSE(rig.RigAcceso);
@@ -382,11 +382,11 @@ TEST_F(Ft736Test, NothingKeepsAReadingOffTheScale) {
 TEST_F(Ft736Test, CannotBeClosedWhileCatIsOn) {
   FT736& rig = OpenSwitchedOn();
   Event([&] { EXPECT_FALSE(rig.Close()); });
-  EXPECT_TRUE(session.FT736Open);
+  EXPECT_TRUE(session.Opened.FT736Open);
   EXPECT_TRUE(machine.Serial().IsOpen(1));
   Press(rig.Accensione);
   Event([&] { EXPECT_TRUE(rig.Close()); });
-  EXPECT_FALSE(session.FT736Open);
+  EXPECT_FALSE(session.Opened.FT736Open);
   EXPECT_FALSE(machine.Serial().IsOpen(1));
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <fstream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,11 +29,13 @@ class FakeHrd : public core::MatrixWindow {
     AutoSearch.OnChange = [this] { Search(); };
   }
   void Load() override {
-    session_.Hrd = this;
+    session_.Opened.Hrd = this;
     searches_.push_back("open");
   }
-  void Unload() override { session_.Hrd = nullptr; }
+  void Unload() override { session_.Opened.Hrd = nullptr; }
+  bool Fails = false;
   void Search() override {
+    if (Fails) throw std::runtime_error("no");
     searches_.push_back(CallQso.Text() + "|" + Locator.Text() +
                         (static_cast<recorder::RecordingHost&>(Host()).Busy() ? "|busy" : ""));
   }
@@ -65,7 +68,7 @@ class LinksTest : public StationTest {
   // Changes the station's profile, as its window does.
   void Profile(std::string_view assignments) {
     session.Db.Execute("UPDATE [User] SET " + std::string(assignments));
-    session.TbUser->MoveFirst();
+    session.Tables.TbUser->MoveFirst();
   }
   void Receive(std::string_view window, std::string_view bytes) {
     Event([&] {

@@ -33,7 +33,7 @@ inline std::vector<std::pair<SpotBand, std::pair<base::Khz, base::Khz>>> Deliver
 
 class TestTerminal : public forms::Window {
  public:
-  explicit TestTerminal(platform::WindowHost& host, const SpotPolicy& policy)
+  explicit TestTerminal(forms::WindowHost& host, const SpotPolicy& policy)
       : forms::Window(host, "TestTerminal", "", base::Twips(9000), base::Twips(6000)),
         Bands(DeliveredBands()),
         Engine(policy, Received,

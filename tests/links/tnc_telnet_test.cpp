@@ -14,13 +14,13 @@ class TelnetTest : public LinksTest {
 
 TEST_F(TelnetTest, ConnectsToTheHostAndPortOfTheProfile) {
   OpenTelnet();
-  EXPECT_TRUE(session.TncTelnetOpen);
+  EXPECT_TRUE(session.Opened.TncTelnetOpen);
   EXPECT_EQ(Lines(), Texts{"connect TNCtelnet \"dxc.example.org\" 7300"});
 }
 
 TEST_F(TelnetTest, ConnectsToThatHostWhereverTheProfilesTableWasLeft) {
-  session.TbUser->MoveLast();
-  session.TbUser->MoveNext();
+  session.Tables.TbUser->MoveLast();
+  session.Tables.TbUser->MoveNext();
   OpenTelnet();
   EXPECT_EQ(Lines(), Texts{"connect TNCtelnet \"dxc.example.org\" 7300"});
 }
@@ -46,7 +46,7 @@ TEST_F(TelnetTest, AFailedConnectionIsSilentAndLeavesTheWindowUsable) {
   EXPECT_EQ(telnet.Sended.Text(), "");
   Event([&] { telnet.Close(); });
   EXPECT_EQ(Lines(), Texts{});
-  EXPECT_FALSE(session.TncTelnetOpen);
+  EXPECT_FALSE(session.Opened.TncTelnetOpen);
 }
 
 TEST_F(TelnetTest, APortThatIsNoneEndsTheOpeningWithoutAWord) {
@@ -180,7 +180,7 @@ TEST_F(TelnetTest, ClosingWhileConnectedSendsQuitAndNoLineEnd) {
   Lines();
   Event([&] { telnet.Close(); });
   EXPECT_EQ(Lines(), (Texts{"sent TNCtelnet \"quit\"", "disconnect TNCtelnet"}));
-  EXPECT_FALSE(session.TncTelnetOpen);
+  EXPECT_FALSE(session.Opened.TncTelnetOpen);
 }
 
 TEST_F(TelnetTest, APeerThatClosesTakesTheWindowAlongAndNothingIsSent) {
@@ -189,7 +189,7 @@ TEST_F(TelnetTest, APeerThatClosesTakesTheWindowAlongAndNothingIsSent) {
   Receive("TNCtelnet", "bye, half a li");
   Event([&] { machine.Tcp().PeerClose("TNCtelnet"); });
   EXPECT_EQ(Lines(), Texts{});
-  EXPECT_FALSE(session.TncTelnetOpen);
+  EXPECT_FALSE(session.Opened.TncTelnetOpen);
   EXPECT_EQ(session.Windows.Find("TNCtelnet"), nullptr);
 }
 

@@ -18,7 +18,7 @@ class TncTest : public LinksTest {
 TEST_F(TncTest, OpensThePortAsTheProfileSays) {
   Profile("TNCPort='COM4', TNCBaud=9600");
   OpenTnc();
-  EXPECT_TRUE(session.TncOpen);
+  EXPECT_TRUE(session.Opened.TncOpen);
   EXPECT_TRUE(machine.Serial().IsOpen(4));
   EXPECT_EQ(machine.Serial().Settings(4), "9600,N,8,1");
 }
@@ -57,7 +57,7 @@ TEST_F(TncTest, APortThatDoesNotOpenEndsTheOpeningWithoutAWord) {
   machine.Serial().FailNext(1);
   TNC& tnc = OpenTnc();
   EXPECT_EQ(Lines(), Texts{});
-  EXPECT_TRUE(session.TncOpen);
+  EXPECT_TRUE(session.Opened.TncOpen);
   EXPECT_EQ(Captions(tnc.CMI), Texts{"-"});
   EXPECT_EQ(Captions(tnc.Banda), Texts{"Tutte"});
 }
@@ -99,7 +99,7 @@ TEST_F(TncTest, ClosingClosesThePortAndSendsNothing) {
   TNC& tnc = OpenTnc();
   Lines();
   Event([&] { tnc.Close(); });
-  EXPECT_FALSE(session.TncOpen);
+  EXPECT_FALSE(session.Opened.TncOpen);
   EXPECT_FALSE(machine.Serial().IsOpen(1));
   EXPECT_EQ(LinesOf(Lines(), "sent"), Texts{});
 }
@@ -107,10 +107,10 @@ TEST_F(TncTest, ClosingClosesThePortAndSendsNothing) {
 TEST_F(TncTest, ChosenTwiceFromTheMenuOpensTheChatAtTheSecondTime) {
   const auto choose = [&] { Event([&] { frame->FindCommand("cmTNC")->Press(); }); };
   choose();
-  EXPECT_TRUE(session.TncOpen);
-  EXPECT_FALSE(session.WWConvOpen);
+  EXPECT_TRUE(session.Opened.TncOpen);
+  EXPECT_FALSE(session.Opened.WWConvOpen);
   choose();
-  EXPECT_TRUE(session.WWConvOpen);
+  EXPECT_TRUE(session.Opened.WWConvOpen);
   const std::size_t windows = session.Windows.Loaded().size();
   choose();
   EXPECT_EQ(session.Windows.Loaded().size(), windows);
@@ -263,7 +263,7 @@ TEST_F(TncTest, ACallCheckedAgainIsSearchedForAgain) {
   TNC& tnc = OpenTnc();
   tnc.cmAutoCheck.Press();
   Receive("TNC", "DX de I4: 14195.0 ZL9HR tnx\r\n");
-  session.Hrd->CallQso.SetText("BY HAND");
+  session.Opened.Hrd->CallQso.SetText("BY HAND");
   Receive("TNC", "DX de I4: 14196.0 ZL9HR tnx\r\n");
   EXPECT_EQ(searches, (Texts{"open", "ZL9HR||busy", "ZL9HR||busy"}));
 }
@@ -350,7 +350,7 @@ TEST_F(TncTest, AFailureInTheMiddleOfABurstCostsOneLine) {
   session.Db.Execute("update UserRTX set FilenameDX='x.wav' where Banda=' 20 m'");
   tnc.cmAutoCheck.Press();
   Receive("TNC", "DX de I4: 14195.0 ZL9HR tnx\r\n");
-  session.Hrd->AutoSearch.OnChange = [] { throw std::runtime_error("no"); };
+  static_cast<FakeHrd*>(session.Opened.Hrd)->Fails = true;
   Lines();
   Receive("TNC", "DX de I4: 14195.0 AAA tnx\r\nhello\r\nDX de I4: 14195.0 BBB tnx\r\n");
   EXPECT_EQ(Lines(), (Texts{"wave \"x.wav\"", "error \"no\"", "wave \"x.wav\"", "error \"no\""}));

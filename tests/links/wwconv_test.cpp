@@ -31,7 +31,7 @@ TEST_F(WWConvTest, ReadsItsMenuAndConnects) {
   WWConv& chat = Open<WWConv>("WWConv");
   EXPECT_EQ(Lines(), Texts{"connect WWConv \"chat.example.org\" 3600"});
   EXPECT_EQ(Captions(chat.CMI), (Texts{"Chi c'e'", "Privato"}));
-  EXPECT_TRUE(session.WWConvOpen);
+  EXPECT_TRUE(session.Opened.WWConvOpen);
   EXPECT_EQ(chat.Caption(), "WWConv (telnet)");
 }
 
@@ -160,14 +160,14 @@ TEST_F(WWConvTest, ClosingSendsSlashQWithoutALineEnd) {
   WWConv& chat = OpenChat();
   Event([&] { chat.Close(); });
   EXPECT_EQ(Lines(), (Texts{"sent WWConv \"/q\"", "disconnect WWConv"}));
-  EXPECT_FALSE(session.WWConvOpen);
+  EXPECT_FALSE(session.Opened.WWConvOpen);
 }
 
 TEST_F(WWConvTest, APeerThatClosesTakesTheWindowAlong) {
   OpenChat();
   Event([&] { machine.Tcp().PeerClose("WWConv"); });
   EXPECT_EQ(Lines(), Texts{});
-  EXPECT_FALSE(session.WWConvOpen);
+  EXPECT_FALSE(session.Opened.WWConvOpen);
   EXPECT_EQ(session.Windows.Find("WWConv"), nullptr);
 }
 
@@ -185,7 +185,7 @@ TEST_F(WWConvTest, PersonalMessagesCanBeHidden) {
 
 TEST_F(WWConvTest, TheMenuOpensIt) {
   Event([&] { frame->FindCommand("cmWWConv")->Press(); });
-  EXPECT_TRUE(session.WWConvOpen);
+  EXPECT_TRUE(session.Opened.WWConvOpen);
 }
 
 }  // namespace

@@ -176,7 +176,7 @@ TEST_F(AdifExportTest, ADatabaseThatFailsEndsTheProgram) {
   LogForm& log = OpenLog();
   session.Db.Close();
   machine.Messages().QueueAnswer(false);
-  EXPECT_THROW(Press(log, "cmAllQso"), platform::ProgramEnded);
+  EXPECT_THROW(Press(log, "cmAllQso"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(1),
               testing::StartsWith("message critical \"Esporta tutti i Qso\" \" 3420"));
 }

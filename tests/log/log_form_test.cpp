@@ -46,10 +46,10 @@ TEST_F(LogFormTest, OpeningShowsTheNewestContactAndSetsTheSession) {
   LogForm& log = OpenLog();
   EXPECT_EQ(log.CallQso.Text(), "NEWER");
   EXPECT_EQ(log.QsoTotali.Text(), "2");
-  EXPECT_TRUE(session.LogOpen);
-  EXPECT_EQ(session.CurrentLogForm, &log);
+  EXPECT_TRUE(session.Opened.LogOpen);
+  EXPECT_EQ(session.Opened.CurrentLogForm, &log);
   log.Close();
-  EXPECT_FALSE(session.LogOpen);
+  EXPECT_FALSE(session.Opened.LogOpen);
 }
 
 TEST_F(LogFormTest, EveryColumnIsWrittenAsItsFieldSays) {
@@ -486,6 +486,23 @@ TEST_F(LogFormTest, ASelectionFromAnotherWindowIsShown) {
   EXPECT_EQ(log.QsoTotali.Text(), "2");
 }
 
+TEST_F(LogFormTest, ASelectionWithinTheSameSecondIsNoneTheSecondTime) {
+  LogForm& log = OpenLog();
+  Store(log, "IK3ABC", "  2 m", "10:01");
+  Store(log, "IK3XYZ", "  2 m", "10:02");
+  Event([&] { session.ShowInLog("Select * from Log where QsoNr=1"); });
+  EXPECT_EQ(log.Query.Text(), base::DateTimeText(session.Now()));
+  Event([&] { session.ShowInLog("Select * from Log where QsoNr=2"); });
+  EXPECT_EQ(log.CallQso.Text(), "IK3ABC");
+  machine.Advance(1000);
+  Event([&] { session.ShowInLog("Select * from Log where QsoNr=2"); });
+  EXPECT_EQ(log.CallQso.Text(), "IK3XYZ");
+  // Written by hand, any other text shows it too.
+  session.Handed.QueryText = "Select * from Log where QsoNr=1";
+  Event([&] { log.Query.SetText("again"); });
+  EXPECT_EQ(log.CallQso.Text(), "IK3ABC");
+}
+
 TEST_F(LogFormTest, ASelectionThatFailsLeavesTheOneInForce) {
   LogForm& log = OpenLog();
   Store(log, "IK3ABC");
@@ -510,7 +527,7 @@ TEST_F(LogFormTest, APositionByCallAndLocatorNeedsItsModeValue) {
   log.CallQso.SetText("IK3XYZ");
   log.Posiziona.SetText("1");
   EXPECT_EQ(log.QsoNr.Text(), "1");
-  session.ModoPosiziona = 1;
+  session.Handed.ModoPosiziona = 1;
   log.Posiziona.SetText("2");
   EXPECT_EQ(log.QsoNr.Text(), "2");
   log.CallQso.SetText("NOBODY");
@@ -528,7 +545,7 @@ TEST_F(LogFormTest, TwoLogWindowsKeepTheirOwnPlaces) {
   Event([&] { second.DsLog->Requery(); });
   Press(second, "cmLast");
   EXPECT_EQ(second.CallQso.Text(), "IK3ABC");
-  EXPECT_EQ(session.CurrentLogForm, &second);
+  EXPECT_EQ(session.Opened.CurrentLogForm, &second);
 }
 
 TEST_F(LogFormTest, TheTimeKeySetsTheClocksTimeAndTellsSo) {
@@ -572,15 +589,15 @@ TEST_F(LogFormTest, AWriteThatFailsOtherwiseEndsTheProgram) {
   Store(log, "IK3ABC");
   session.Db.Close();
   Lines();
-  EXPECT_THROW(Press(log, "cmInsert"), platform::ProgramEnded);
+  EXPECT_THROW(Press(log, "cmInsert"), forms::ProgramEnded);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[0].starts_with("message critical \"Insert Qso\" \" 3420 - ")) << lines[0];
   EXPECT_EQ(lines[1], "end-program");
-  EXPECT_THROW(Press(log, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(log, "cmUpdate"), forms::ProgramEnded);
   EXPECT_TRUE(Lines().at(0).starts_with("message critical \"Update Qso\""));
   machine.Messages().QueueAnswer(true);
-  EXPECT_THROW(Press(log, "cmDelete"), platform::ProgramEnded);
+  EXPECT_THROW(Press(log, "cmDelete"), forms::ProgramEnded);
   EXPECT_TRUE(Lines().at(1).starts_with("message critical \"Delete Qso\""));
 }
 

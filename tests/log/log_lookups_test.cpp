@@ -18,17 +18,16 @@ class FakeMatrix : public core::MatrixWindow {
   Texts searches;
 };
 
-// A pick dialog that leaves what the test has told it to.
-class FakePick : public forms::Window {
+// Pick dialogs that hand back what the test has told them to.
+class FakePrefixes : public core::PrefixPicker {
  public:
-  explicit FakePick(core::Session& session)
-      : forms::Window(session.Host(), "Pick", "Pick", base::Twips(1), base::Twips(1)),
-        session_(session) {}
-  void Load() override { tagAtLoading = session_.PrefixTag; }
-  static inline std::string tagAtLoading;
-
- private:
-  core::Session& session_;
+  explicit FakePrefixes(core::Session& session)
+      : core::PrefixPicker(session.Host(), "Pick", "Pick", base::Twips(1), base::Twips(1)) {}
+};
+class FakeNotes : public core::NotePicker {
+ public:
+  explicit FakeNotes(core::Session& session)
+      : core::NotePicker(session.Host(), "Pick", "Pick", base::Twips(1), base::Twips(1)) {}
 };
 
 class LookupTest : public LogStation {
@@ -155,7 +154,7 @@ TEST_F(LookupTest, LeavingACallFillsWhatTheLogKnowsOfIt) {
 
 TEST_F(LookupTest, LeavingACallFillsItsOwnZonesWhereverTheTablesAreLedMeanwhile) {
   LogForm& log = NewContact();
-  log.Prefisso.OnChange = [&] { session.TbPrefissi->MoveFirst(); };
+  log.Prefisso.OnChange = [&] { session.Tables.TbPrefissi->MoveFirst(); };
   Enter(log.CallQso, "IK3ABC");
   EXPECT_EQ(log.Prefisso.Text(), "IK3  ");
   EXPECT_EQ(log.ZonaCQ.Text(), "15");
@@ -225,14 +224,14 @@ TEST_F(LookupTest, LeavingACallLeavesTheLogTableOnItsCallIndex) {
   Store("IK3A", "  2 m");
   LogForm& log = NewContact();
   Enter(log.CallQso, "IK3A");
-  session.TbLog->MoveNext();
-  EXPECT_EQ(session.TbLog->Field("Call").Text(), "IK3B");
+  session.Tables.TbLog->MoveNext();
+  EXPECT_EQ(session.Tables.TbLog->Field("Call").Text(), "IK3B");
 }
 
 TEST_F(LookupTest, TheManagerIsTheOneOfTheContactsYear) {
   Exec("insert into qmgr (call,mgr,active) values ('A41KJ','OLD',1999)");
   Exec("insert into qmgr (call,mgr,active) values ('A41KJ','LATER',2002)");
-  session.ManagerPath = "C:\\qmgr";
+  session.Station.ManagerPath = "C:\\qmgr";
   LogForm& log = NewContact();
   log.DataQso.SetText("31/12/2001");
   Type(log.CallQso, "A41KJ");
@@ -378,13 +377,13 @@ TEST_F(LookupTest, HintsStandInTheFirstPanel) {
 
 TEST_F(LookupTest, TheMatricesFollowOnlyWhileTheKeyIsDown) {
   FakeMatrix byBand(session), byMode(session);
-  session.Hrd = &byBand;
+  session.Opened.Hrd = &byBand;
   LogForm& log = NewContact();
   Type(log.CallQso, "I");
   EXPECT_TRUE(byBand.searches.empty());
   Press(log, "cmWorked");
   EXPECT_EQ(byBand.searches, Texts{"I/"});
-  session.HrdMode = &byMode;
+  session.Opened.HrdMode = &byMode;
   Event([&] { log.CallQso.SetText(" IK3ABC "); });
   EXPECT_EQ(byBand.searches.back(), "IK3ABC/");
   EXPECT_EQ(byMode.searches, Texts{"IK3ABC/"});
@@ -397,19 +396,20 @@ TEST_F(LookupTest, TheMatricesFollowOnlyWhileTheKeyIsDown) {
   const std::size_t asked = byBand.searches.size();
   Event([&] { log.CallQso.SetText("IK3XYZ"); });
   EXPECT_EQ(byBand.searches.size(), asked);
-  session.Hrd = session.HrdMode = nullptr;
+  session.Opened.Hrd = session.Opened.HrdMode = nullptr;
 }
 
 TEST_F(LookupTest, ThePrefixDialogIsAskedAsAPickAndFillsZonesAndCountry) {
-  Know<FakePick>("TabellaPrefissi");
+  Know<FakePrefixes>("TabellaPrefissi");
+  std::string asked;
   InDialogs([&](forms::Window& dialog) {
-    session.ChosenPrefix = {"F1", "F", "14", "27", "EU"};
+    asked = dialog.Tag;
+    static_cast<FakePrefixes&>(dialog).Chosen = {"F1", "F", "14", "27", "EU"};
     dialog.Close();
   });
   LogForm& log = NewContact();
   Event([&] { log.Prefisso.DoubleClick(); });
-  EXPECT_EQ(FakePick::tagAtLoading, "LOG");
-  EXPECT_EQ(session.PrefixTag, "");
+  EXPECT_EQ(asked, "LOG");
   EXPECT_EQ(log.Prefisso.Text(), "F1   ");
   EXPECT_EQ(log.ZonaCQ.Text(), "14");
   EXPECT_EQ(log.ZonaITU.Text(), "27");
@@ -419,7 +419,7 @@ TEST_F(LookupTest, ThePrefixDialogIsAskedAsAPickAndFillsZonesAndCountry) {
 }
 
 TEST_F(LookupTest, ACancelledPrefixDialogChangesNothing) {
-  Know<FakePick>("TabellaPrefissi");
+  Know<FakePrefixes>("TabellaPrefissi");
   InDialogs([&](forms::Window& dialog) { dialog.Close(); });
   LogForm& log = NewContact();
   Enter(log.CallQso, "IK3ABC");
@@ -429,9 +429,9 @@ TEST_F(LookupTest, ACancelledPrefixDialogChangesNothing) {
 }
 
 TEST_F(LookupTest, APickedPrefixThatHasLeftTheTableFillsZonesAndNoCountry) {
-  Know<FakePick>("TabellaPrefissi");
+  Know<FakePrefixes>("TabellaPrefissi");
   InDialogs([&](forms::Window& dialog) {
-    session.ChosenPrefix = {"QQ9", "F", "14", "27", "EU"};
+    static_cast<FakePrefixes&>(dialog).Chosen = {"QQ9", "F", "14", "27", "EU"};
     dialog.Close();
   });
   LogForm& log = NewContact();
@@ -442,11 +442,9 @@ TEST_F(LookupTest, APickedPrefixThatHasLeftTheTableFillsZonesAndNoCountry) {
 }
 
 TEST_F(LookupTest, ANotePickedIsAppendedWithoutSeparator) {
-  Know<FakePick>("Help");
-  session.NoteChoice = "[left from before]";
+  Know<FakeNotes>("Help");
   InDialogs([&](forms::Window& dialog) {
-    EXPECT_EQ(session.NoteChoice, "");
-    session.NoteChoice = "[E.S.]";
+    static_cast<FakeNotes&>(dialog).NoteChoice = "[E.S.]";
     dialog.Close();
   });
   LogForm& log = NewContact();
@@ -459,9 +457,9 @@ TEST_F(LookupTest, ANotePickedIsAppendedWithoutSeparator) {
 }
 
 TEST_F(LookupTest, WhatIsTypedAfterAPickedNoteStandsBehindIt) {
-  Know<FakePick>("Help");
+  Know<FakeNotes>("Help");
   InDialogs([&](forms::Window& dialog) {
-    session.NoteChoice = "[F2]";
+    static_cast<FakeNotes&>(dialog).NoteChoice = "[F2]";
     dialog.Close();
   });
   LogForm& log = NewContact();
@@ -478,11 +476,11 @@ TEST_F(LookupTest, TheMapOfACountryIsAskedForOnlyWhereItHasOne) {
   Store("F1ABC", "  2 m", ",Country", ",'F'");
   LogForm& log = OpenLog();
   Press(log, "cmMappa");
-  EXPECT_EQ(session.MapFile, "");
+  EXPECT_EQ(session.Map.MapFile, "");
   Press(log, "cmPrevious");
-  EXPECT_EQ(session.MapFile, "europa.jpg");
-  EXPECT_EQ(session.Pointer_X, 12);
-  EXPECT_EQ(session.Pointer_Y, 34);
+  EXPECT_EQ(session.Map.MapFile, "europa.jpg");
+  EXPECT_EQ(session.Map.Pointer_X, 12);
+  EXPECT_EQ(session.Map.Pointer_Y, 34);
   EXPECT_EQ(frame->HDisplayMappa.Text(), "04:05:06");
 }
 

@@ -133,7 +133,7 @@ TEST_F(LogSearchTest, AFoundSelectionIsShownByTheLogFromItsLast) {
     Type(search.CallQso, "I3*");
     Press(search, "cmSearch");
   });
-  EXPECT_EQ(session.SearchText, "SELECT * FROM Log WHERE Call LIKE 'I3*' ORDER BY DataQso");
+  EXPECT_EQ(log.Selection, "SELECT * FROM Log WHERE Call LIKE 'I3*' ORDER BY DataQso");
   EXPECT_EQ(log.CallQso.Text(), "I3CCC");
   EXPECT_EQ(log.QsoTotali.Text(), "2");
   EXPECT_TRUE(log.cmSearch.Down());
@@ -181,8 +181,8 @@ TEST_F(LogSearchTest, LeavingWithoutASearchLeavesTheLogAsItWas) {
     Search(log, [&](LogSearch& search) {
       Type(search.CallQso, "IK1*");
       leave(search);
+      EXPECT_FALSE(search.SearchText);
     });
-    EXPECT_EQ(session.SearchText, "CANCEL");
     EXPECT_FALSE(log.cmSearch.Down());
     EXPECT_EQ(log.CallQso.Text(), "I3AAA");
     Press(log, "cmNext");
@@ -208,7 +208,7 @@ TEST_F(LogSearchTest, ASearchThatFailsLeavesTheDialogOpenAndTheSelectionAsItWas)
     Type(search.DataQso, "0102");
     Press(search, "cmSearch");
     EXPECT_EQ(Lines().size(), 1u);
-    EXPECT_EQ(session.SearchText, "CANCEL");
+    EXPECT_FALSE(search.SearchText);
     Press(search, "cmExit");
   });
   EXPECT_EQ(log.CallQso.Text(), "I3AAA");
@@ -259,16 +259,16 @@ TEST_F(LogSearchTest, TheOperatorsWildcardsWorkInCallLocatorAndNote) {
 }
 
 TEST_F(LogSearchTest, ThePickedNoteIsAppended) {
-  class FakeHelp : public forms::Window {
+  class FakeHelp : public core::NotePicker {
    public:
     explicit FakeHelp(core::Session& session)
-        : forms::Window(session.Host(), "Help", "Help", base::Twips(1), base::Twips(1)) {}
+        : core::NotePicker(session.Host(), "Help", "Help", base::Twips(1), base::Twips(1)) {}
   };
   Know<FakeHelp>("Help");
   LogSearch& search = OpenSearch();
   Type(search.Note, "prima");
   InDialogs([&](forms::Window& dialog) {
-    session.NoteChoice = "[F2]";
+    static_cast<FakeHelp&>(dialog).NoteChoice = "[F2]";
     dialog.Close();
   });
   Event([&] { search.Note.DoubleClick(); });

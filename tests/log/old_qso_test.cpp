@@ -26,14 +26,14 @@ TEST_F(OldQsoTest, EachOpensEmptyUnderItsTitleAndIsFound) {
   OldQso& byLocator = OpenByLocator();
   EXPECT_EQ(byCall.Caption(), "Old Qso");
   EXPECT_EQ(byLocator.Caption(), "Old Qso with Locator");
-  EXPECT_EQ(session.OldQsoForm, &byCall);
-  EXPECT_EQ(session.OldQsoLocator, &byLocator);
+  EXPECT_EQ(session.Opened.OldQsoForm, &byCall);
+  EXPECT_EQ(session.Opened.OldQsoLocator, &byLocator);
   EXPECT_EQ(byCall.DataLog.RecordSource,
             "SELECT * FROM Log where Call='YYZZYYZZ' ORDER By DataQso,QsoNr");
   EXPECT_EQ(byCall.DataGrid1.Rows(), 1);
   byCall.Close();
-  EXPECT_EQ(session.OldQsoForm, nullptr);
-  EXPECT_EQ(session.OldQsoLocator, &byLocator);
+  EXPECT_EQ(session.Opened.OldQsoForm, nullptr);
+  EXPECT_EQ(session.Opened.OldQsoLocator, &byLocator);
 }
 
 TEST_F(OldQsoTest, TheGridShowsItsEightColumns) {
@@ -83,7 +83,7 @@ TEST_F(OldQsoTest, ADoubleClickTakesTheLogToTheContact) {
   Event([&] { log.CallQso.SetText("IK3ABC"); });
   ASSERT_EQ(byCall.DataGrid1.Rows(), 3);
   Event([&] { byCall.DataGrid1.DoubleClickCell(2, 0); });
-  EXPECT_EQ(session.QueryText, "Select * from Log where QsoNr=1");
+  EXPECT_EQ(session.Handed.QueryText, "Select * from Log where QsoNr=1");
   EXPECT_EQ(log.QsoNr.Text(), "1");
   EXPECT_EQ(log.Banda.Text(), "  2 m");
   EXPECT_EQ(log.QsoTotali.Text(), "1");
@@ -96,7 +96,7 @@ TEST_F(OldQsoTest, WithoutALogTheGridStaysEmptyAndADoubleClickDoesNothing) {
   EXPECT_EQ(byCall.DataGrid1.Rows(), 1);
   byCall.SetRecordSource("SELECT * FROM Log");
   Event([&] { byCall.DataGrid1.DoubleClickCell(1, 0); });
-  EXPECT_EQ(session.QueryText, "");
+  EXPECT_EQ(session.Handed.QueryText, "");
   EXPECT_TRUE(Lines().empty());
 }
 
@@ -104,7 +104,7 @@ TEST_F(OldQsoTest, ADoubleClickBesideTheRowsDoesNothing) {
   LogForm& log = OpenLog();
   OldQso& byCall = OpenByCall();
   for (const int row : {0, 1, 7}) Event([&] { byCall.DataGrid1.DoubleClickCell(row, 0); });
-  EXPECT_EQ(session.QueryText, "");
+  EXPECT_EQ(session.Handed.QueryText, "");
   EXPECT_FALSE(log.cmSearch.Down());
 }
 

@@ -21,7 +21,7 @@ class AwardOverlaysTest : public StationTest {
  protected:
   AwardOverlaysTest() {
     machine.Map().FrameSize = [] { return base::ImageSize{640, 480}; };
-    session.QueryText = "WHERE Call<>''";
+    session.Handed.QueryText = "WHERE Call<>''";
   }
 
   struct Contact {
@@ -169,13 +169,13 @@ TEST_F(AwardOverlaysTest, ZonesAndProvincesLeaveTheirPlaceInThePointer) {
   Log({.zone = 15});
   Log({.zone = 3});
   DisplayZone(session);
-  EXPECT_EQ(session.Pointer_X, 600);
-  EXPECT_EQ(session.Pointer_Y, 200);
+  EXPECT_EQ(session.Map.Pointer_X, 600);
+  EXPECT_EQ(session.Map.Pointer_Y, 200);
   Calibrate("ProvincieItaliane", "Provincia,X,Y", {"'VE',400,300"});
   Log({.province = "VE"});
   DisplayItalia(session);
-  EXPECT_EQ(session.Pointer_X, 400);
-  EXPECT_EQ(session.Pointer_Y, 300);
+  EXPECT_EQ(session.Map.Pointer_X, 400);
+  EXPECT_EQ(session.Map.Pointer_Y, 300);
 }
 
 TEST_F(AwardOverlaysTest, AProvinceIsASmallSquareInDarkColoursAndNothingIsRefreshed) {
@@ -199,7 +199,7 @@ TEST_F(AwardOverlaysTest, AProvinceIsAsLargeAtEveryZoom) {
 }
 
 TEST_F(AwardOverlaysTest, ASelectionThatIsNoConditionFailsTheEvent) {
-  session.QueryText = "Select * from Log";
+  session.Handed.QueryText = "Select * from Log";
   Event([&] { DisplayField(session); });
   EXPECT_THAT(Lines(), ElementsAre(HasSubstr("error")));
 }
@@ -207,7 +207,7 @@ TEST_F(AwardOverlaysTest, ASelectionThatIsNoConditionFailsTheEvent) {
 TEST_F(AwardOverlaysTest, AnotherMapMeanwhileEndsThePainting) {
   Log({.locator = "IO91AA"});
   Log({.locator = "JN65AA"});
-  machine.Host().WhileWaiting = [&] { session.CurrentMapPath = "ANOTHER.JPG"; };
+  machine.Host().WhileWaiting = [&] { session.Map.CurrentMapPath = "ANOTHER.JPG"; };
   DisplayField(session);
   EXPECT_THAT(Lines(), ElementsAre("map rectangle 574 123 60 28 255 0 0"));
 }
@@ -239,7 +239,7 @@ TEST_F(AwardOverlaysTest, EveryPlaceIsTakenAtTheScrollOfItsMoment) {
 TEST_F(AwardOverlaysTest, TheSelectionIsReadAndNotChanged) {
   Log({.province = "VE"});
   DisplayItalia(session);
-  EXPECT_EQ(session.QueryText, "WHERE Call<>''");
+  EXPECT_EQ(session.Handed.QueryText, "WHERE Call<>''");
 }
 
 }  // namespace

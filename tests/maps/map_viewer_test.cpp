@@ -32,9 +32,9 @@ class MapViewerTest : public StationTest {
     std::ofstream(directory.Path() / name, std::ios::binary) << bytes;
   }
   void Ask(const std::string& file, int x, int y, std::string_view word = "") {
-    session.MapFile = file;
-    session.Pointer_X = x;
-    session.Pointer_Y = y;
+    session.Map.MapFile = file;
+    session.Map.Pointer_X = x;
+    session.Map.Pointer_Y = y;
     Event([&] { session.DisplayMap(word); });
     machine.Advance(1000);
   }
@@ -99,10 +99,10 @@ TEST_F(MapViewerTest, AnotherMapReplacesIt) {
 }
 
 TEST_F(MapViewerTest, ASecondRequestWithinTheSameSecondDoesNothing) {
-  session.MapFile = "mondo.jpg";
+  session.Map.MapFile = "mondo.jpg";
   Event([&] { session.DisplayMap("XX"); });
   Lines();
-  session.Pointer_X = session.Pointer_Y = 100;
+  session.Map.Pointer_X = session.Map.Pointer_Y = 100;
   Event([&] { session.DisplayMap("XX"); });
   EXPECT_THAT(Lines(), IsEmpty());
 }
@@ -153,7 +153,7 @@ TEST_F(MapViewerTest, NoMapFileAtAllIsPassedOverInSilence) {
 TEST_F(MapViewerTest, AnOverlayRunsOverWhateverIsShown) {
   Ask("mondo.jpg", 300, 200);
   Lines();
-  session.QueryText = "WHERE Locator<>''";
+  session.Handed.QueryText = "WHERE Locator<>''";
   Ask("manca.jpg", 0, 0, "FIELD");
   EXPECT_THAT(Lines(), ElementsAre("map refresh", "map close", "map refresh"));
 }

@@ -28,7 +28,7 @@ class MappaSquareTest : public StationTest {
     session.Db.Execute("DELETE * FROM Square");
     Place("JN65", 500, 300);
     Place("IO91", 300, 100);
-    session.QueryText = "WHERE Call<>''";
+    session.Handed.QueryText = "WHERE Call<>''";
   }
 
   void Place(const char* square, int x, int y) {
@@ -92,7 +92,7 @@ TEST_F(MappaSquareTest, APictureThatIsNoneLeavesAnEmptyWindowAndNoMessage) {
 }
 
 TEST_F(MappaSquareTest, AWholeSelectLeavesAnEmptyWindowAndNoMessage) {
-  session.QueryText = "Select * from Log WHERE Call<>'' And left(Locator,4)= 'JN65'";
+  session.Handed.QueryText = "Select * from Log WHERE Call<>'' And left(Locator,4)= 'JN65'";
   Log("JN65AA", true);
   Event([&] { OpenMap(); });
   EXPECT_THAT(Lines(), IsEmpty());
@@ -104,7 +104,7 @@ TEST_F(MappaSquareTest, AWholeSelectLeavesAnEmptyWindowAndNoMessage) {
 }
 
 TEST_F(MappaSquareTest, AnEmptySelectionLeavesAnEmptyWindow) {
-  session.QueryText = "";
+  session.Handed.QueryText = "";
   Log("JN65AA", true);
   Event([&] { OpenMap(); });
   EXPECT_THAT(Lines(), IsEmpty());
@@ -133,7 +133,7 @@ TEST_F(MappaSquareTest, TheSelectionIsReadOnceAtLoad) {
   Log("JN65AA", true);
   MappaSquare& map = OpenMap();
   Lines();
-  session.QueryText = "WHERE Call='NIENTE'";
+  session.Handed.QueryText = "WHERE Call='NIENTE'";
   Event([&] { map.cmOnlySquare.Press(); });
   EXPECT_THAT(Lines(), ElementsAre("circle 7500 4500 105 0 128 0"));
 }

@@ -67,7 +67,7 @@ class OverlayGoldenTest : public StationTest {
           contact.call, contact.locator, contact.province, contact.zone,
           contact.qsl ? "True" : "False"));
     }
-    session.QueryText = "WHERE Locator<>''";
+    session.Handed.QueryText = "WHERE Locator<>''";
   }
   void ExpectLines(const char* golden) {
     std::string text;

@@ -92,7 +92,7 @@ TEST_F(ReportsTest, TheLogReportTakesTheWholeSelectionByDate) {
   Log("Call,Banda", "'C',' 70cm'");
   session.Db.Execute("update Log set DataQso='01/01/1999' where Call='A'");
   EXPECT_EQ(Report(&frame::MainFrame::cmPLog, "WHERE Banda='  2 m'", "Call"), (Texts{"A", "B"}));
-  EXPECT_EQ(session.QueryText, "WHERE Banda='  2 m'");
+  EXPECT_EQ(session.Handed.QueryText, "WHERE Banda='  2 m'");
   EXPECT_EQ(Lines(), Texts{"report \"logv.rpt\""});
   vertical = false;
   EXPECT_EQ(Report(&frame::MainFrame::cmPLog, "", "Call").size(), 3u);

@@ -18,7 +18,7 @@ using testing::IsEmpty;
 
 class Form : public forms::Window {
  public:
-  Form(platform::WindowHost& host, std::string name)
+  Form(forms::WindowHost& host, std::string name)
       : forms::Window(host, name, name, base::Twips(3000), base::Twips(1500)) {}
   void Load() override {
     Picture.Draw({base::Twips(15), base::Twips(30), base::Twips(105), base::kDarkGreen});
@@ -97,7 +97,7 @@ TEST_F(Host, AFailureIsALine) {
 }
 
 TEST_F(Host, TheEndOfTheProgramLeavesEveryHandler) {
-  EXPECT_THROW(windows.RunEvent([&] { host.EndProgram(); }), platform::ProgramEnded);
+  EXPECT_THROW(windows.RunEvent([&] { host.EndProgram(); }), forms::ProgramEnded);
   EXPECT_THAT(lines, ElementsAre("end-program"));
 }
 
@@ -116,7 +116,7 @@ TEST_F(Host, TheWindowShownLastIsInFront) {
 
 TEST_F(Host, TheBusyPointerGoesWithItsOwner) {
   {
-    const platform::BusyPointer busy(host);
+    const forms::BusyPointer busy(host);
     EXPECT_TRUE(host.Busy());
   }
   EXPECT_FALSE(host.Busy());

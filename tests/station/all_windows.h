@@ -10,8 +10,8 @@ class AllWindowsTest : public StationTest {
  protected:
   AllWindowsTest() : StationTest(false) {
     frame = StartStation(session);
-    session.CurrentContest = {"03/03/2001", "  2 m", "Contest", "JN65AA"};
-    session.QueryText = "WHERE Call<>''";
+    session.Handed.CurrentContest = {"03/03/2001", "  2 m", "Contest", "JN65AA"};
+    session.Handed.QueryText = "WHERE Call<>''";
     // The score needs a contact.
     session.Db.Execute(
         "insert into [Contest Qso] (DataContest,Banda,ProgrDato,Call,Locator,Punti,Qrb,Note) "

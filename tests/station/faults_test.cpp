@@ -96,7 +96,7 @@ TEST_P(DatabaseFault, IsToldUnderTheOperationsNameAndLosesNothing) {
     session.Windows.RunEvent([&] { Store(log, "IK3ABC"); });
     machine.TakeLines();
     GetParam().strike(files, directory.Path());
-    EXPECT_THROW(session.Windows.RunEvent([&] { Store(log, "IK3DEF"); }), platform::ProgramEnded);
+    EXPECT_THROW(session.Windows.RunEvent([&] { Store(log, "IK3DEF"); }), forms::ProgramEnded);
     files.StopFailing();
     const std::vector<std::string> lines = machine.TakeLines();
     ASSERT_GE(lines.size(), 2u);

@@ -151,7 +151,7 @@ TEST_P(AnUnreadableDate, IsNoneOnTheAwardsPagesByDate) {
   Exec("delete * from Log where Call<>'IK3TWO'");
   std::ofstream(directory.Path() / "Country.html")
       << "<TR><TH>x</TH></TR><TR><TD>[DATA]|[CALL]</TD></TR>";
-  session.QueryText = "WHERE QsoNr>0";
+  session.Handed.QueryText = "WHERE QsoNr>0";
   Press(Open<awards::AwardGrid>("SCountry"), "cmByDate");
   EXPECT_THAT(Lines(), ElementsAre("open \"OUT_Country.html\""));
   EXPECT_THAT(ReadBytes(directory.Path() / "OUT_Country.html"), HasSubstr("<TD>|IK3TWO</TD>"));

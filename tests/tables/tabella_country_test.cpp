@@ -134,7 +134,7 @@ TEST_F(TabellaCountryTest, ABadLocatorIsRefusedAndAnEmptyOnePasses) {
 
 TEST_F(TabellaCountryTest, UpdateWorksOnTheRowThatTheTableStandsOn) {
   TabellaCountry& table = OpenTable();
-  session.TbCountry->Seek("=", {"F"});
+  session.Tables.TbCountry->Seek("=", {"F"});
   Type(table.Codice, "F");
   Type(table.Descrizione, "La Francia");
   Press(table, "cmUpdate");
@@ -144,7 +144,7 @@ TEST_F(TabellaCountryTest, UpdateWorksOnTheRowThatTheTableStandsOn) {
 TEST_F(TabellaCountryTest, UpdateWorksOnTheCountryChosenWhereverAnotherWindowHasLedTheTable) {
   TabellaCountry& table = OpenTable();
   Click(table.LBCountry, "I     Italia");
-  session.TbCountry->Seek("=", {"F"});
+  session.Tables.TbCountry->Seek("=", {"F"});
   Type(table.Descrizione, "Italia unita");
   Press(table, "cmUpdate");
   EXPECT_TRUE(Lines().empty());
@@ -157,7 +157,7 @@ TEST_F(TabellaCountryTest, UpdateWhereTheTableStandsOnNoRowEndsTheProgram) {
   TabellaCountry& table = OpenTable();
   Type(table.Codice, "Q9X");
   Type(table.Descrizione, "Terra");
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento country\" \" 3021 - "));
 }
@@ -166,7 +166,7 @@ TEST_F(TabellaCountryTest, UpdateAfterADeleteEndsTheProgram) {
   TabellaCountry& table = OpenTable();
   Click(table.LBCountry, "I     Italia");
   Press(table, "cmDelete");
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento country\" \" 3167 - "));
 }
@@ -228,10 +228,10 @@ TEST_F(TabellaCountryTest, AnyOtherFailureEndsTheProgram) {
   TabellaCountry& table = OpenTable();
   Click(table.LBCountry, "I     Italia");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Inserimento country\" \" 3420"));
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento country\" \" 3420"));
 }

@@ -99,7 +99,7 @@ TEST_F(TabellaNoteTest, ATypeLongerThanFiveIsStoredAndNotFoundFromTheList) {
 TEST_F(TabellaNoteTest, UpdateWorksOnTheNoteChosenWhereverAnotherWindowHasLedTheTable) {
   TabellaNote& table = OpenTable();
   Click(table.LBNote, "PROP  F2");
-  session.TbNoteHelp->Seek("=", {"QSL", "Via bureau"});
+  session.Tables.TbNoteHelp->Seek("=", {"QSL", "Via bureau"});
   Type(table.Nota, "F2 lunga");
   Press(table, "cmUpdate");
   EXPECT_EQ(Notes(), (Texts{"PROP|E.S.", "PROP|F2 lunga", "QSL|Via bureau"}));
@@ -124,9 +124,9 @@ TEST_F(TabellaNoteTest, AnyOtherFailureEndsTheProgram) {
   TabellaNote& table = OpenTable();
   Click(table.LBNote, "PROP  F2");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0), testing::StartsWith("message critical \"Inserimento nota\" \" 3420"));
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento nota\" \" 3420"));
 }
@@ -159,8 +159,10 @@ TEST_F(HelpFormTest, TypesFirstThenTheNotesOfTheOneChosen) {
 TEST_F(HelpFormTest, ANoteChosenIsLeftInBracketsAndTheDialogCloses) {
   HelpForm& help = OpenHelp();
   DoubleClick(help.LBTipoNote, "PROP  ");
-  DoubleClick(help.LBNote, "E.S.");
-  EXPECT_EQ(session.NoteChoice, "[E.S.]");
+  Event([&] {
+    DoubleClick(help.LBNote, "E.S.");
+    EXPECT_EQ(help.NoteChoice, "[E.S.]");
+  });
   EXPECT_EQ(session.Windows.Find("Help"), nullptr);
 }
 
@@ -168,8 +170,10 @@ TEST_F(HelpFormTest, ExitLeavesNoChoice) {
   HelpForm& help = OpenHelp();
   DoubleClick(help.LBTipoNote, "PROP  ");
   Click(help.LBNote, "E.S.");
-  Press(help, "cmExit");
-  EXPECT_EQ(session.NoteChoice, "");
+  Event([&] {
+    help.cmExit.Press();
+    EXPECT_FALSE(help.NoteChoice);
+  });
   EXPECT_EQ(session.Windows.Find("Help"), nullptr);
   EXPECT_EQ(session.GetSetting("Help", "W", ""), "6000");
 }
@@ -179,14 +183,14 @@ TEST_F(HelpFormTest, ADoubleClickBesideTheEntriesDoesNothing) {
   Event([&] { help.LBTipoNote.DoubleClick(); });
   Event([&] { help.LBNote.DoubleClick(); });
   EXPECT_TRUE(help.Visible());
-  EXPECT_EQ(session.NoteChoice, "");
+  EXPECT_FALSE(help.NoteChoice);
 }
 
 TEST_F(HelpFormTest, ATypeWithAQuoteIsAFailureOfItsEvent) {
-  session.TbNoteHelp->AddNew();
-  session.TbNoteHelp->Set("TipoNota", "L'A");
-  session.TbNoteHelp->Set("Nota", "x");
-  session.TbNoteHelp->Update();
+  session.Tables.TbNoteHelp->AddNew();
+  session.Tables.TbNoteHelp->Set("TipoNota", "L'A");
+  session.Tables.TbNoteHelp->Set("Nota", "x");
+  session.Tables.TbNoteHelp->Update();
   HelpForm& help = OpenHelp();
   DoubleClick(help.LBTipoNote, "L'A   ");
   EXPECT_THAT(Lines(), testing::ElementsAre(testing::StartsWith("error \"")));

@@ -17,8 +17,9 @@ class TabellaPrefissiTest : public TablesStation {
     Exec("insert into Prefissi values ('W6','K',3,6,'NA')");
   }
   TabellaPrefissi& OpenTable(std::string_view tag = "") {
-    session.PrefixTag = tag;
-    return Open<TabellaPrefissi>("TabellaPrefissi");
+    auto& table = Open<TabellaPrefissi>("TabellaPrefissi");
+    table.Tag = tag;
+    return table;
   }
   void Fill(TabellaPrefissi& table, std::string_view prefix, std::string_view country,
             std::string_view cq, std::string_view itu, std::string_view continent) {
@@ -236,9 +237,12 @@ TEST_F(TabellaPrefissiTest, AQuoteInTheSearchIsAFailureOfItsEvent) {
 
 TEST_F(TabellaPrefissiTest, ForTheLogADoubleClickLeavesTheChoiceAndCloses) {
   TabellaPrefissi& table = OpenTable("LOG");
-  Event([&] { table.Spread1.DoubleClickCell(2, 0); });
+  core::PrefixChoice chosen;
+  Event([&] {
+    table.Spread1.DoubleClickCell(2, 0);
+    chosen = table.Chosen.value();
+  });
   EXPECT_EQ(session.Windows.Find("TabellaPrefissi"), nullptr);
-  const core::PrefixChoice& chosen = session.ChosenPrefix;
   EXPECT_EQ(
       (Texts{chosen.Prefisso, chosen.Country, chosen.ZonaCQ, chosen.ZonaITU, chosen.Continente}),
       (Texts{"IK3", "I", "15", "28", "EU"}));
@@ -248,14 +252,16 @@ TEST_F(TabellaPrefissiTest, OtherwiseADoubleClickDoesNothing) {
   TabellaPrefissi& table = OpenTable();
   Event([&] { table.Spread1.DoubleClickCell(2, 0); });
   EXPECT_TRUE(table.Visible());
-  EXPECT_EQ(session.ChosenPrefix.Prefisso, "");
+  EXPECT_FALSE(table.Chosen);
 }
 
 TEST_F(TabellaPrefissiTest, ExitIsACancel) {
   TabellaPrefissi& table = OpenTable("LOG");
   ClickRow(table, 2);
-  Press(table, "cmExit");
-  EXPECT_EQ(session.ChosenPrefix.Prefisso, "CANCEL");
+  Event([&] {
+    table.cmExit.Press();
+    EXPECT_FALSE(table.Chosen);
+  });
   EXPECT_EQ(session.Windows.Find("TabellaPrefissi"), nullptr);
 }
 
@@ -273,11 +279,11 @@ TEST_F(TabellaPrefissiTest, AnyOtherFailureEndsTheProgram) {
   TabellaPrefissi& table = OpenTable();
   Fill(table, "IK1", "I", "15", "28", "EU");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), forms::ProgramEnded);
   EXPECT_THAT(Lines(), testing::ElementsAre(
                            testing::StartsWith("message critical \"Inserimento prefisso\" \" 3420"),
                            "end-program"));
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento prefisso\" \" 3420"));
 }
@@ -286,7 +292,7 @@ TEST_F(TabellaPrefissiTest, AnUpdateOfAnEmptyTableEndsTheProgram) {
   Exec("delete * from Prefissi");
   TabellaPrefissi& table = OpenTable();
   Fill(table, "IK1", "I", "15", "28", "EU");
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento prefisso\" \" 3021 - "));
 }

@@ -55,7 +55,7 @@ TEST_F(TabellaProvincieTest, AnInsertStoresAndSelectsTheNewProvince) {
 TEST_F(TabellaProvincieTest, UpdateWorksOnTheProvinceChosenWhereverAnotherWindowHasLedTheTable) {
   TabellaProvincie& table = OpenOn(kItaly);
   Click(table.LBProv, "VE  Venezia");
-  session.TbProvincie->Seek("=", {"I", "RO"});
+  session.Tables.TbProvincie->Seek("=", {"I", "RO"});
   Type(table.Descrizione, "Venezia e isole");
   Press(table, "cmUpdate");
   EXPECT_TRUE(Lines().empty());
@@ -146,10 +146,10 @@ TEST_F(TabellaProvincieTest, AnyOtherFailureEndsTheProgramAndAnUpdateKeepsTheCou
   TabellaProvincie& table = OpenOn(kItaly);
   Click(table.LBProv, "VE  Venezia");
   session.Db.Close();
-  EXPECT_THROW(Press(table, "cmInsert"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmInsert"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Inserimento provincia\" \" 3420"));
-  EXPECT_THROW(Press(table, "cmUpdate"), platform::ProgramEnded);
+  EXPECT_THROW(Press(table, "cmUpdate"), forms::ProgramEnded);
   EXPECT_THAT(Lines().at(0),
               testing::StartsWith("message critical \"Aggiornamento country\" \" 3420"));
 }

@@ -146,7 +146,7 @@ TEST_F(UserFormTest, ALocatorOfFiveCharactersBringsTwoMessages) {
   Press(user, "cmUpdate");
   EXPECT_EQ(Lines(), (Texts{kLocator, kMandatory}));
   EXPECT_EQ(Rows("select Locator from [User]"), Texts{"JN65AA"});
-  EXPECT_EQ(session.MyLocator, "JN65AA");
+  EXPECT_EQ(session.Station.MyLocator, "JN65AA");
 }
 
 TEST_F(UserFormTest, TheFieldsOfLinksAndCallMayStayBlank) {
@@ -171,19 +171,19 @@ TEST_F(UserFormTest, ANewLocatorCountsAtOnceForDistances) {
   UserForm& user = OpenUser();
   Type(user.Locator, "JN61FR");
   Press(user, "cmUpdate");
-  EXPECT_EQ(session.MyLocator, "JN61FR");
-  EXPECT_EQ(geo::QrbKm(session.MyLocator, "JN65AA"), geo::QrbKm("JN61FR", "JN65AA"));
+  EXPECT_EQ(session.Station.MyLocator, "JN61FR");
+  EXPECT_EQ(geo::QrbKm(session.Station.MyLocator, "JN65AA"), geo::QrbKm("JN61FR", "JN65AA"));
 }
 
 TEST_F(UserFormTest, TheManagerPathIsStoredTrimmedAndABlankOneAsEmpty) {
   UserForm& user = OpenUser();
   Type(user.ZX9TOK, " C:\\qmgr ");
   Press(user, "cmUpdate");
-  EXPECT_EQ(session.ManagerPath, "C:\\qmgr");
+  EXPECT_EQ(session.Station.ManagerPath, "C:\\qmgr");
   EXPECT_EQ(session.GetSetting("Log", "ManagerZX9TOK", "none"), "C:\\qmgr");
   user.ZX9TOK.SetText("   ");
   Press(user, "cmUpdate");
-  EXPECT_EQ(session.ManagerPath, "");
+  EXPECT_EQ(session.Station.ManagerPath, "");
   EXPECT_EQ(session.GetSetting("Log", "ManagerZX9TOK", "none"), "");
 }
 
@@ -360,7 +360,7 @@ TEST_F(UserFormTest, ANumberThatAColumnCannotHoldIsRefusedInWordsAndTheProfileSt
   EXPECT_EQ(user.CallInterval.Text(), digits);
   EXPECT_EQ(user.Qth.Text(), "Altrove");
   // What other windows read of the profile is what is stored.
-  EXPECT_EQ(session.TbUser->Field("Qth").Text(), "Roma");
+  EXPECT_EQ(session.Tables.TbUser->Field("Qth").Text(), "Roma");
   Edit(user, RowOf(user, "  2 m"), kPotenza, digits + "9");
   EXPECT_THAT(Lines(), testing::ElementsAre(testing::HasSubstr("colonna 'Potenza'")));
 }

@@ -22,7 +22,7 @@ using ::testing::ElementsAre;
 
 class ChoiceForm : public forms::Window {
  public:
-  explicit ChoiceForm(platform::WindowHost& host)
+  explicit ChoiceForm(forms::WindowHost& host)
       : forms::Window(host, "ChoiceForm", "", base::Twips(9000), base::Twips(9000)) {
     Banda.SetItems({"160 m", " 80 m", " 40 m", "  2 m"});
     Country.SetItems({"I    Italia", "F    Francia"});

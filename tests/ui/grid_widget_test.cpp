@@ -45,7 +45,7 @@ class ManyRows : public forms::GridRows {
 
 class GridForm : public forms::Window {
  public:
-  explicit GridForm(platform::WindowHost& host)
+  explicit GridForm(forms::WindowHost& host)
       : forms::Window(host, "GridForm", "", base::Twips(9000), base::Twips(9000)) {
     Rows.SetSource(&many);
     Rows.SetColumnsOf({{"Call", 0, base::Twips(1500), {}},

@@ -10,7 +10,7 @@ namespace {
 // As much of the contest's window as it takes to have its layout.
 class MemoForm : public forms::Window {
  public:
-  explicit MemoForm(platform::WindowHost& host)
+  explicit MemoForm(forms::WindowHost& host)
       : forms::Window(host, "Contest", "", base::Twips(9000), base::Twips(6000)) {
     Note.SetText("prima\r\nseconda");
     Note.OnChange = [this] { changes.push_back(Note.Text()); };

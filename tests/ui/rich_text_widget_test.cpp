@@ -13,7 +13,7 @@ namespace {
 
 class TextAreaForm : public forms::Window {
  public:
-  explicit TextAreaForm(platform::WindowHost& host)
+  explicit TextAreaForm(forms::WindowHost& host)
       : forms::Window(host, "TextAreaForm", "", base::Twips(9000), base::Twips(6000)) {
     Received.SetText("prima\r\n");
   }

@@ -17,7 +17,7 @@ using ::testing::ElementsAre;
 
 class TextForm : public forms::Window {
  public:
-  explicit TextForm(platform::WindowHost& host)
+  explicit TextForm(forms::WindowHost& host)
       : forms::Window(host, "TextForm", "", base::Twips(6000), base::Twips(4000)) {
     CallQso.Filter = base::UpperChar;
     CallQso.OnChange = [this] { told.push_back("change " + CallQso.Text()); };

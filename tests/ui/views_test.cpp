@@ -154,14 +154,14 @@ TEST_F(StationScreen, ClosingTheMainFrameEndsEverything) {
 class EachWindow : public StationScreen, public ::testing::WithParamInterface<const char*> {
  protected:
   EachWindow() {
-    engine::Table& contests = *session.TbContest;
+    engine::Table& contests = *session.Tables.TbContest;
     contests.AddNew();
     contests.Set("DataContest", base::DateTime::Of(2001, 3, 3));
     contests.Set("Banda", "  2 m");
     contests.Update();
-    session.CurrentContest.DataContest = "03/03/2001";
-    session.CurrentContest.Banda = "  2 m";
-    session.CurrentContest.Locator = "JN65AA";
+    session.Handed.CurrentContest.DataContest = "03/03/2001";
+    session.Handed.CurrentContest.Banda = "  2 m";
+    session.Handed.CurrentContest.Locator = "JN65AA";
   }
 };
 
@@ -254,7 +254,7 @@ TEST_F(StationScreen, TheTwoAreasOfTheChatShareItsHeight) {
 
 class ManyFields : public forms::Window {
  public:
-  explicit ManyFields(platform::WindowHost& host)
+  explicit ManyFields(forms::WindowHost& host)
       : forms::Window(host, "ManyFields", "", base::Twips(6000), base::Twips(4000)) {
     Call.SetCaption("Call");
   }

@@ -23,7 +23,7 @@ using ::testing::Not;
 
 class CommandForm : public forms::Window {
  public:
-  explicit CommandForm(platform::WindowHost& host)
+  explicit CommandForm(forms::WindowHost& host)
       : forms::Window(host, "CommandForm", "Comandi", base::Twips(6000), base::Twips(4000)) {
     cmInsert.Shortcut = "F2";
     cmVista.Toggle = true;
@@ -60,7 +60,7 @@ class CommandForm : public forms::Window {
 
 class LetterForm : public forms::Window {
  public:
-  explicit LetterForm(platform::WindowHost& host)
+  explicit LetterForm(forms::WindowHost& host)
       : forms::Window(host, "LetterForm", "Lettere", base::Twips(6000), base::Twips(4000)) {}
   Told told;
   forms::TextField CallQso{*this, "CallQso"};
@@ -427,7 +427,7 @@ TEST_F(WindowScreen, TheLogicMovesTheFocus) {
 
 TEST_F(WindowScreen, TheBusyPointerShowsAsLongAsItLives) {
   {
-    const platform::BusyPointer busy(host);
+    const forms::BusyPointer busy(host);
     EXPECT_NE(QApplication::overrideCursor(), nullptr);
   }
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);

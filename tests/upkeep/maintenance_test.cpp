@@ -145,7 +145,7 @@ TEST_F(MaintenanceTest, TheFirstCompactionMakesABackupAndTheSecondReplacesIt) {
   EXPECT_EQ(ContactsIn(directory.Path() / "Brenvo.BAK"), 2);
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "BrenvoNEW.MDB"));
   // Every handle serves again.
-  EXPECT_EQ(session.MyLocator, "JN65AA");
+  EXPECT_EQ(session.Station.MyLocator, "JN65AA");
   EXPECT_EQ(core::ResolvePrefix(session, "IK3ABC").Country, "I");
 }
 
@@ -158,7 +158,7 @@ TEST_F(MaintenanceTest, ACompactionThatIsStoppedLeavesEverythingAsItWasAndInUse)
                   "database è rimasto com'era.\""});
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "Brenvo.BAK"));
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "BrenvoNEW.MDB"));
-  EXPECT_EQ(session.TbLog->RecordCount(), 4096);
+  EXPECT_EQ(session.Tables.TbLog->RecordCount(), 4096);
   EXPECT_EQ(core::ResolvePrefix(session, "IK3ABC").Country, "I");
   EXPECT_FALSE(machine.Host().Busy());
   machine.StopProgressAt(-1);
@@ -169,7 +169,7 @@ TEST_F(MaintenanceTest, ACompactionThatIsStoppedLeavesEverythingAsItWasAndInUse)
 TEST_F(MaintenanceTest, ACompactionThatFailsEndsTheProgramUnderItsTitle) {
   std::filesystem::create_directory(directory.Path() / "BrenvoNEW.MDB");
   std::ofstream(directory.Path() / "BrenvoNEW.MDB" / "x") << "x";
-  EXPECT_THROW(Menu("cmCompatta"), platform::ProgramEnded);
+  EXPECT_THROW(Menu("cmCompatta"), forms::ProgramEnded);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[0].starts_with("message critical \"Compact Database\" \" ")) << lines[0];
@@ -180,7 +180,7 @@ TEST_F(MaintenanceTest, ABackupThatCannotGoStopsTheCompactionWithTheDataInPlace)
   session.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','A')");
   std::filesystem::create_directory(directory.Path() / "Brenvo.BAK");
   std::ofstream(directory.Path() / "Brenvo.BAK" / "x") << "x";
-  EXPECT_THROW(Menu("cmCompatta"), platform::ProgramEnded);
+  EXPECT_THROW(Menu("cmCompatta"), forms::ProgramEnded);
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[0].starts_with("message critical \"Compact Database\" \" 75 - ")) << lines[0];
@@ -192,7 +192,7 @@ TEST_F(MaintenanceTest, ADatabaseThatAnotherProgramHasOpenIsNotRenamedUnderIt) {
   session.Db.Execute("insert into Log (DataQso,Call) values ('05/01/2001','A')");
   engine::Database other = file::OpenDatabaseFile(directory.Path() / "Brenvo.mdb");
   const auto reading = other.OpenSnapshot("select Call from Log");
-  EXPECT_THROW(Menu("cmCompatta"), platform::ProgramEnded);
+  EXPECT_THROW(Menu("cmCompatta"), forms::ProgramEnded);
   EXPECT_EQ(Lines().front(),
             "message critical \"Compact Database\" "
             "\" 3260 - Il database e' aperto in un altro programma.\"");
@@ -201,9 +201,9 @@ TEST_F(MaintenanceTest, ADatabaseThatAnotherProgramHasOpenIsNotRenamedUnderIt) {
 }
 
 TEST_F(MaintenanceTest, ACompactionLeavesTheHandleOfHrdAlone) {
-  const engine::Table* const before = session.TbHrd.get();
+  const engine::Table* const before = session.Tables.TbHrd.get();
   Menu("cmCompatta");
-  EXPECT_EQ(session.TbHrd.get(), before);
+  EXPECT_EQ(session.Tables.TbHrd.get(), before);
 }
 
 // The power goes after the first n steps of a compaction, for each n.

@@ -63,7 +63,7 @@ TEST_F(RestoreTest, TheCopyTakesThePlaceOfTheDatabaseWhichIsSetAside) {
   InTheWindow([](RipristinaBackup& window) { window.cmRipristina.Press(); });
   Command();
   EXPECT_EQ(Rows("select Call from Log"), std::vector<std::string>{"IK3ABC"});
-  EXPECT_EQ(session.MyLocator, "JN65AA");
+  EXPECT_EQ(session.Station.MyLocator, "JN65AA");
   const auto copies = BackupCopies(directory.Path());
   ASSERT_EQ(copies.size(), 2u);
   EXPECT_TRUE(copies[0].setAside);

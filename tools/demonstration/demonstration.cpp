@@ -64,7 +64,7 @@ void WriteProfile(core::Session& session) {
       "UPDATE [User] SET Call='IK3DEM', Qra='Anna Verdi', Qth='Padova', "
       "Indirizzo='Via delle Antenne 73', Provincia='PD', Locator='JN55WJ', "
       "TelnetCluster='cluster.example.org:7300', TelnetWWConv='chat.example.org:3600'");
-  session.MyLocator = kOwnLocator;
+  session.Station.MyLocator = kOwnLocator;
 }
 
 std::string_view ModeOn(const BandUse& band, mklog::Dice& dice) {
@@ -125,7 +125,7 @@ base::DateTime TimeOf(int number, int contacts, mklog::Dice& dice) {
 
 void WriteContact(core::Session& session, const Station& station, const BandUse& band,
                   base::DateTime time, mklog::Dice& dice) {
-  engine::Table& log = *session.TbLog;
+  engine::Table& log = *session.Tables.TbLog;
   const std::string_view mode = ModeOn(band, dice);
   const int km = geo::QrbKm(kOwnLocator, station.locator);
   const char* report = mode == "SSB" || mode == "FM" ? "59" : mode == "FT8" ? "-08" : "599";
@@ -155,7 +155,7 @@ void WriteContact(core::Session& session, const Station& station, const BandUse&
 }
 
 void WriteContest(core::Session& session, const std::vector<Station>& stations, mklog::Dice& dice) {
-  engine::Table& contests = *session.TbContest;
+  engine::Table& contests = *session.Tables.TbContest;
   const base::DateTime day = base::DateTime::Of(2025, 9, 6);
   contests.AddNew();
   contests.Set("DataContest", day);
@@ -183,7 +183,7 @@ void WriteContest(core::Session& session, const std::vector<Station>& stations, 
   contests.Set("MoltSquare", true);
   contests.Update();
 
-  engine::Table& contacts = *session.TbContestQso;
+  engine::Table& contacts = *session.Tables.TbContestQso;
   int serial = 0;
   for (const Station& station : stations) {
     if (!station.near || serial == 96) continue;
@@ -229,7 +229,7 @@ void FillDemonstration(core::Session& session, int contacts) {
   }
   WriteContest(session, stations, dice);
   transaction.Commit();
-  session.TbUser->MoveFirst();
+  session.Tables.TbUser->MoveFirst();
 }
 
 }  // namespace brenvo::demonstration

@@ -125,7 +125,7 @@ std::optional<ScriptFailure> Driver::RunScript() {
         more = RunNextLine();
       } catch (const ScriptEnded&) {
         more = false;
-      } catch (const platform::ProgramEnded&) {
+      } catch (const forms::ProgramEnded&) {
         LeaveProgram();
       }
     }

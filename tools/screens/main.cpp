@@ -63,13 +63,13 @@ void Settle(int milliseconds) {
 
 // The contest's windows work on one that was chosen before.
 void UseLastContest(brenvo::core::Session& session) {
-  brenvo::engine::Table& contests = *session.TbContest;
+  brenvo::engine::Table& contests = *session.Tables.TbContest;
   contests.MoveLast();
   if (contests.EOF_()) return;
-  session.CurrentContest = {brenvo::base::DateText(contests.Field("DataContest").Date()),
-                            contests.Field("Banda").Text(), contests.Field("Nome").Text(),
-                            contests.Field("Locator").Text()};
-  session.CurrentContest.MoltSquare = contests.Field("MoltSquare").Bool();
+  session.Handed.CurrentContest = {brenvo::base::DateText(contests.Field("DataContest").Date()),
+                                   contests.Field("Banda").Text(), contests.Field("Nome").Text(),
+                                   contests.Field("Locator").Text()};
+  session.Handed.CurrentContest.MoltSquare = contests.Field("MoltSquare").Bool();
 }
 
 class Photographer {
@@ -86,7 +86,8 @@ class Photographer {
     dialog_ = brenvo::ui::ToQt(picture.dialog);
     taken_ = false;
     brenvo::forms::Window* window = nullptr;
-    session_.QueryText = picture.selection.empty() ? "WHERE Banda='  6 m'" : picture.selection;
+    session_.Handed.QueryText =
+        picture.selection.empty() ? "WHERE Banda='  6 m'" : picture.selection;
     session_.Windows.RunEvent([&] { window = picture.open(session_); });
     Settle(250);
     if (window != nullptr && session_.Windows.IsLoaded(window)) {
@@ -158,7 +159,7 @@ int TakePictures(const QApplication& application, const QString& station, const 
   }
   session.Db.Execute("update [User] set TelnetCluster='" + cluster.Address() + "', TelnetWWConv='" +
                      chat.Address() + "'");
-  session.TbUser->MoveFirst();
+  session.Tables.TbUser->MoveFirst();
   Settle(300);
   UseLastContest(session);
   Photographer photographer(session, platform, out);

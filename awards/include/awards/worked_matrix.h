@@ -19,7 +19,7 @@ namespace brenvo::awards {
 // Where Worked by Band and Worked by Mode differ.
 struct MatrixKind {
   std::string_view window, caption;
-  core::MatrixWindow* core::Session::*handle;
+  core::MatrixWindow* core::OpenWindows::*handle;
   std::string_view columnOf;     // column of Log that the grid's columns are
   std::string_view filterField;  // name and caption of the list that filters
   std::string_view filterHead;   // of the condition that the list adds, before its text

@@ -1,6 +1,9 @@
 // The list of contests, to call one back.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include "core/data_source.h"
 #include "forms/grid.h"
 #include "forms/status_bar.h"
@@ -15,6 +18,9 @@ class ContestSearch : public forms::Window {
   explicit ContestSearch(core::Session& session);
   void Load() override;
   void Unload() override;
+
+  // The row chosen, from 1.
+  std::optional<std::int64_t> Chosen() const;
 
   core::DataSource Data1;
   forms::DataGrid Spread1{

@@ -27,7 +27,7 @@ class LongRun {
   void Commit();
 
   engine::Database& database_;
-  platform::BusyPointer busy_;
+  forms::BusyPointer busy_;
   std::unique_ptr<platform::Progress> progress_;
   std::int64_t done_ = 0;
 };
@@ -47,7 +47,7 @@ class LongStatement {
 
  private:
   engine::Database& database_;
-  platform::BusyPointer busy_;
+  forms::BusyPointer busy_;
   std::unique_ptr<platform::Progress> progress_;
   bool stopped_ = false;
 };

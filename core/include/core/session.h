@@ -2,7 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,11 +10,7 @@
 #include "engine/database.h"
 #include "forms/signal.h"
 #include "forms/window_list.h"
-#include "platform/platform.h"
-
-namespace brenvo::forms {
-class TextField;
-}
+#include "forms/window_platform.h"
 
 namespace brenvo::core {
 
@@ -30,18 +25,67 @@ struct ContestContext {
   bool MoltSquare = false, MoltCountry = false, MoltExch = false;
 };
 
-// The choice of the prefix table's pick dialog; Prefisso is "CANCEL" when nothing was chosen.
-struct PrefixChoice {
-  std::string Prefisso, Country, ZonaCQ, ZonaITU, Continente;
+// The table handles, each on its index. A window that needs a row looks for it: another one may
+// have led the handle elsewhere since.
+struct TableHandles {
+  std::unique_ptr<engine::Table> TbLog, TbHrd, TbContest, TbContestQso, TbPrefissi, TbCountry,
+      TbProvincie, TbNoteHelp, TbUser, TbUserRTX, TbSquare;
+};
+
+// What is read of the operator's own station once, and again when he stores it.
+struct OwnStation {
+  std::string MyLocator;
+  std::string ManagerPath;
+  forms::Signal<> ProfileStored;
+};
+
+// What a window hands to the one that it opens.
+struct HandedOn {
+  std::string QueryText;  // a WHERE clause, or a whole SELECT
+  int ElencaTutto = 0;
+  int ModoPosiziona = 0;
+  ContestContext CurrentContest;
+};
+
+// The windows that others look for: null and false while closed.
+struct OpenWindows {
+  bool LogOpen = false;
+  LogWindow* CurrentLogForm = nullptr;
+  MatrixWindow* Hrd = nullptr;
+  MatrixWindow* HrdMode = nullptr;
+  FeedWindow* OldQsoForm = nullptr;
+  FeedWindow* OldQsoLocator = nullptr;
+  bool TncOpen = false, TncTelnetOpen = false, WWConvOpen = false, FT736Open = false,
+       ContestOpen = false;
+  bool HrdOpen() const { return Hrd != nullptr; }
+  bool HrdModeOpen() const { return HrdMode != nullptr; }
+};
+
+// Whoever runs the map viewer on a request, an overlay's word and the time; the same request again
+// is none.
+class MapDoor {
+ public:
+  virtual void DisplayMap(std::string_view request) = 0;
+
+ protected:
+  ~MapDoor() = default;
+};
+
+// The map that is wanted, and the one that is shown.
+struct MapRequest {
+  std::string MapFile;
+  int Pointer_X = 0, Pointer_Y = 0;
+  std::string CurrentMapPath;
+  MapDoor* Door = nullptr;  // null while there is no main frame
 };
 
 // One object, made by main, the driver or a test, and passed by reference.
 class Session {
  public:
-  Session(platform::Platform& platform, std::filesystem::path appPath);
+  Session(forms::WindowPlatform& platform, std::filesystem::path appPath);
   ~Session();
 
-  platform::Platform& Machine;
+  forms::WindowPlatform& Machine;
   forms::WindowList Windows;
   // Contacts come in, change and go through here.
   ContactDoor Contacts{Windows};
@@ -61,51 +105,20 @@ class Session {
   // The directory of the database and of all delivered files.
   std::filesystem::path AppPath;
   engine::Database Db;
-  std::unique_ptr<engine::Table> TbLog, TbHrd, TbContest, TbContestQso, TbPrefissi, TbCountry,
-      TbProvincie, TbNoteHelp, TbUser, TbUserRTX, TbSquare;
-  std::string MyLocator;
-  std::string ManagerPath;
+  TableHandles Tables;
+  OwnStation Station;
+  HandedOn Handed;
+  OpenWindows Opened;
+  MapRequest Map;
 
-  // The selection handed from one window to the next: a WHERE clause, or a whole SELECT.
-  std::string QueryText;
-  std::string SearchText;
-  std::unique_ptr<engine::Dynaset> DsSearch;
-  std::string NoteChoice;
-  PrefixChoice ChosenPrefix;
-  std::string PrefixTag;  // "LOG" opens the prefix table as a pick dialog
-  int ElencaTutto = 0;
-  int ModoPosiziona = 0;
-  ContestContext CurrentContest;
-
-  // The main frame's hidden field whose change runs the map viewer.
-  forms::TextField* HDisplayMappa = nullptr;
-  std::string MapFile;
-  std::string CurrentMapPath;
-  int Pointer_X = 0, Pointer_Y = 0;
-
-  bool LogOpen = false;
-  LogWindow* CurrentLogForm = nullptr;
-  // Windows that others find; null while closed.
-  MatrixWindow* Hrd = nullptr;
-  MatrixWindow* HrdMode = nullptr;
-  FeedWindow* OldQsoForm = nullptr;
-  FeedWindow* OldQsoLocator = nullptr;
-  bool HrdOpen() const { return Hrd != nullptr; }
-  bool HrdModeOpen() const { return HrdMode != nullptr; }
-  bool TncOpen = false, TncTelnetOpen = false, WWConvOpen = false, FT736Open = false,
-       ContestOpen = false, CheckCallContestOpen = false;
-
-  // The station profile has been stored.
-  std::function<void()> OnProfileStored;
-
-  // The map's door: sets the text whose change runs the viewer. `word` is the overlay's, empty
-  // for the pointer alone; the current time is added.
+  // Shows what stands in Map. `word` is the overlay's, empty for the pointer alone; the current
+  // time is added, and the same request within a second is none.
   void DisplayMap(std::string_view word);
   // Shows a SELECT on Log in the log window that opened last.
   void ShowInLog(std::string_view select);
 
   // Shorthands.
-  platform::WindowHost& Host() { return Machine.Host(); }
+  forms::WindowHost& Host() { return Machine.Host(); }
   platform::MessageBox& Messages() { return Machine.Messages(); }
   base::DateTime Now() { return Machine.GetClock().Now(); }
   std::string GetSetting(std::string_view section, std::string_view key,

@@ -87,6 +87,8 @@ class Label : public Field {
   using Field::Field;
   FieldKind Kind() override { return this; }
   void SetText(std::string_view text);
+  // As TextField's.
+  bool HoldText(std::string_view text);
   const std::string& Text() const { return Caption(); }
 };
 

@@ -19,6 +19,9 @@ class TextField : public Field {
 
   const std::string& Text() const { return text_; }
   void SetText(std::string_view text);
+  // Stores and shows the text without a change event: whoever calls does himself what the event
+  // would have run. False when it is the text already there.
+  bool HoldText(std::string_view text);
 
   // Keystrokes pass this first, backspace and Enter included.
   KeyFilter Filter;
@@ -50,6 +53,8 @@ class TextField : public Field {
   virtual void Assign(std::string text);  // stores and runs the change event
 
  private:
+  void Store(std::string text);
+
   std::string text_;
   std::size_t selStart_ = 0, selLength_ = 0;
 };

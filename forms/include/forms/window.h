@@ -9,7 +9,7 @@
 #include "base/units.h"
 #include "forms/command.h"
 #include "forms/field.h"
-#include "platform/window_host.h"
+#include "forms/window_host.h"
 
 namespace brenvo::forms {
 
@@ -26,7 +26,7 @@ struct Bounds {
 class Window {
  public:
   // Design size in twips; a window opens there unless its logic moves it.
-  Window(platform::WindowHost& host, std::string name, std::string caption, base::Twips width,
+  Window(WindowHost& host, std::string name, std::string caption, base::Twips width,
          base::Twips height);
   virtual ~Window();
   Window(const Window&) = delete;
@@ -40,7 +40,7 @@ class Window {
   virtual void Unload() {}
 
   const std::string& Name() const { return name_; }
-  platform::WindowHost& Host() const { return host_; }
+  WindowHost& Host() const { return host_; }
   const std::string& Caption() const { return caption_; }
   void SetCaption(std::string_view caption);
 
@@ -95,7 +95,7 @@ class Window {
   // Keeps a new place; true when the size has changed.
   bool Place(const Bounds& bounds);
 
-  platform::WindowHost& host_;
+  WindowHost& host_;
   std::string name_, caption_;
   Bounds bounds_;
   base::Twips scaleWidth_, scaleHeight_;

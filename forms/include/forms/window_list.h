@@ -18,7 +18,7 @@ class WindowList {
  public:
   using Factory = std::function<std::unique_ptr<Window>()>;
 
-  explicit WindowList(platform::WindowHost& host) : host_(host) {}
+  explicit WindowList(WindowHost& host) : host_(host) {}
   ~WindowList();
 
   void Register(std::string name, Factory factory);
@@ -35,7 +35,8 @@ class WindowList {
 
   // Behind a dialog that waits the window does not come to the front: the dialog stays active.
   void Show(Window& window);
-  // Returns when the window is hidden or unloaded.
+  // Returns when the window is hidden or unloaded. What it has to hand back can be read in either
+  // case, until the event in work has ended.
   void ShowModal(Window& window);
   // The operator has brought a window to the front.
   void Activated(Window& window);
@@ -66,7 +67,7 @@ class WindowList {
   void Drop(Window& window);  // out of the list; it goes when the event in work has ended
   void BuryUnloaded();
 
-  platform::WindowHost& host_;
+  WindowHost& host_;
   std::map<std::string, Factory, std::less<>> factories_;
   std::vector<std::unique_ptr<Window>> owned_;
   std::vector<std::unique_ptr<Window>> unloaded_;  // until the event in work has ended

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string_view>
 
 #include "core/session.h"
@@ -17,7 +18,7 @@ namespace brenvo::frame {
 
 // A command whose window does not exist does nothing. One without an action is a room's further up,
 // which attaches it (OnClick); until then it does nothing.
-class MainFrame : public forms::Window {
+class MainFrame : public forms::Window, public core::MapDoor {
  public:
   explicit MainFrame(core::Session& session);
   ~MainFrame() override;
@@ -29,8 +30,9 @@ class MainFrame : public forms::Window {
   bool QueryUnload() override;
   void Unload() override;
 
-  // The map's door: its change runs the map viewer.
+  // The request shown last; writing another one shows that.
   forms::TextField HDisplayMappa{*this, "HDisplayMappa"};
+  void DisplayMap(std::string_view request) override;
   // The day's copy of the database in work. Null until the frame has loaded.
   std::unique_ptr<upkeep::DailyBackup> Backup;
   // What the station has to say by itself.
@@ -182,7 +184,7 @@ class MainFrame : public forms::Window {
   forms::Command cmCoordinate{*this, "cmCoordinate", "Leggi coordinate", {.toggle = true}};
 
   // Attached by the rooms that they belong to.
-  std::function<void()> OnDisplayMap;
+  std::function<void(std::string_view request)> OnDisplayMap;
   std::function<void(int left, int top, int width, int height)> OnMapRectangle;
 
  private:
@@ -199,6 +201,7 @@ class MainFrame : public forms::Window {
   void ShowFirstStep();
 
   core::Session& session_;
+  forms::Subscription profileStored_;
 };
 
 }  // namespace brenvo::frame

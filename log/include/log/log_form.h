@@ -282,7 +282,7 @@ class LogForm : public core::LogWindow {
   void ShowPickedRow();
   // False when DsLog does not have the contact, renewed or not; it then stands where it stood.
   bool GoToContact(const std::string& number);
-  void ReceiveSelection();
+  void ReceiveSelection() override;
   void ShowGrid(bool shown);
   void TakeSelection(std::unique_ptr<engine::Dynaset> rows, std::string_view select);
   void PositionByCall();

@@ -1,6 +1,8 @@
 // The search of the log: any of its fields together.
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "core/help_topics.h"
@@ -14,14 +16,18 @@
 
 namespace brenvo::log {
 
-// A modal dialog. It leaves "CANCEL" in the session's SearchText, or the statement of a search
-// there and its open rows in DsSearch. A statement that fails leaves both as they were.
+// A modal dialog. A statement that fails leaves what it hands back as it was.
 class LogSearch : public forms::Window {
  public:
   explicit LogSearch(core::Session& session);
 
   void Load() override;
   void Unload() override;
+
+  // The statement of the search; nullopt when the operator has left without one.
+  std::optional<std::string> SearchText;
+  // The log's rows, which the log leaves here, and then those of the search.
+  std::unique_ptr<engine::Dynaset> DsSearch;
 
   // Each field that is not empty adds a condition.
   forms::MaskedField DataQso{*this, "DataQso", "##/##/####", {.caption = "Data", .characters = 10}};

@@ -13,7 +13,7 @@ namespace brenvo::log {
 // In what the two browsers differ.
 struct OldQsoKind {
   std::string_view name, caption, settingsKey;
-  core::FeedWindow* core::Session::*handle;  // by which the log finds the open one
+  core::FeedWindow* core::OpenWindows::*handle;  // by which the log finds the open one
 };
 extern const OldQsoKind kOldQsoByCall;
 extern const OldQsoKind kOldQsoByLocator;

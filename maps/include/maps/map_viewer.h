@@ -9,8 +9,7 @@ namespace brenvo::maps {
 // Hangs the menu "Mappa", the map's door and the operator's rectangle into the frame.
 void AttachMapViewer(core::Session& session, frame::MainFrame& frame);
 
-// Shows MapFile with the pointer, then the overlay whose word begins `request`: what a change of
-// the main frame's HDisplayMappa runs.
+// Shows MapFile with the pointer, then the overlay whose word begins `request`.
 void DisplayMappa(core::Session& session, frame::MainFrame& frame, std::string_view request);
 
 // Shows an image of that file name at zoom 100, unless it is shown already, and the session's

@@ -17,7 +17,6 @@
 #include "platform/settings_store.h"
 #include "platform/tcp_client.h"
 #include "platform/wave_player.h"
-#include "platform/window_host.h"
 
 namespace brenvo::platform {
 
@@ -27,7 +26,6 @@ class Platform {
   virtual Clock& GetClock() = 0;
   virtual MessageBox& Messages() = 0;
   virtual SettingsStore& Settings() = 0;
-  virtual WindowHost& Host() = 0;
   virtual Printer& GetPrinter() = 0;
   virtual ReportPrinter& Reports() = 0;
   // The map behind the main frame.

@@ -7,10 +7,6 @@
 #include "base/units.h"
 #include "platform/device_error.h"
 
-namespace brenvo::forms {
-class Window;
-}
-
 namespace brenvo::platform {
 
 // Positions are millimetres from the top left corner of the printable page. The first operation
@@ -30,8 +26,6 @@ class Printer {
   virtual void Box(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2, bool filled) = 0;
   // At the size that the file tells, else at 96 dots an inch; nothing when it is no picture.
   virtual void Picture(const std::filesystem::path& file, base::Mm x, base::Mm y) = 0;
-  // The inside of a shown window as the screen shows it, made smaller where the page is narrower.
-  virtual void WindowImage(const forms::Window& window, base::Mm x, base::Mm y) = 0;
   // How wide the text is in the font in use.
   virtual base::Mm TextWidth(std::string_view text) = 0;
   // The pages of the next document lie on their side, or stand; those of any other stand.

@@ -8,14 +8,14 @@
 #include <vector>
 
 #include "forms/signal.h"
-#include "platform/window_host.h"
+#include "forms/window_host.h"
 #include "recorder/line_sink.h"
 
 namespace brenvo::recorder {
 
 // Writes `focus W.F`, `error "text"`, `end-program`, and `circle X Y radius R G B` (twips) for
 // what a shown window draws on its picture boxes. The screen is 1024 by 768 pixels.
-class RecordingHost : public platform::WindowHost {
+class RecordingHost : public forms::WindowHost {
  public:
   explicit RecordingHost(LineSink sink) : sink_(std::move(sink)) {}
 

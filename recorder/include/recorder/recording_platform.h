@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/platform.h"
+#include "forms/window_platform.h"
 #include "recorder/fake_clock.h"
 #include "recorder/line_sink.h"
 #include "recorder/memory_settings.h"
@@ -27,7 +27,7 @@ namespace brenvo::recorder {
 // Every device by its part; the parts' own comments give their lines. Besides these: `beep`, and
 // `open "file"` for what is shown to the operator. The map lies in the window "Brenvo" once that is
 // shown. Outlives the session that runs on it.
-class RecordingPlatform : public platform::Platform {
+class RecordingPlatform : public forms::WindowPlatform {
  public:
   // Lines are kept for TakeLines...
   RecordingPlatform();
@@ -38,6 +38,9 @@ class RecordingPlatform : public platform::Platform {
   ScriptedMessages& Messages() override { return messages_; }
   MemorySettings& Settings() override { return settings_; }
   RecordingHost& Host() override { return host_; }
+  void PrintWindow(const forms::Window& window, base::Mm x, base::Mm y) override {
+    printer_.WindowImage(window, x, y);
+  }
   RecordingPrinter& GetPrinter() override { return printer_; }
   RecordingPrinter& Reports() override { return printer_; }
   RecordingMap& Map() override { return map_; }

@@ -10,6 +10,10 @@
 #include "recorder/line_sink.h"
 #include "recorder/quote.h"
 
+namespace brenvo::forms {
+class Window;
+}
+
 namespace brenvo::recorder {
 
 // The page is 210 by 297 millimetres; every document begins in Arial, 10 points, plain.
@@ -29,7 +33,7 @@ class RecordingPrinter : public platform::Printer, public platform::ReportPrinte
   void Box(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2, bool filled) override;
   void Picture(const std::filesystem::path& file, base::Mm x, base::Mm y) override;
   // A picture by the window's name.
-  void WindowImage(const forms::Window& window, base::Mm x, base::Mm y) override;
+  void WindowImage(const forms::Window& window, base::Mm x, base::Mm y);
   // Every character is a third as wide as the font is high.
   base::Mm TextWidth(std::string_view text) override;
   void SetLandscape(bool landscape) override { now_.landscape = landscape; }

@@ -2,15 +2,15 @@
 #pragma once
 
 #include "core/session.h"
+#include "core/shared_windows.h"
 #include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/window.h"
 
 namespace brenvo::tables {
 
-// Modal. It leaves the chosen note, in square brackets, in the session's NoteChoice, which its
-// caller has emptied; left without a choice it leaves nothing.
-class HelpForm : public forms::Window {
+// Modal.
+class HelpForm : public core::NotePicker {
  public:
   explicit HelpForm(core::Session& session);
 

@@ -5,6 +5,7 @@
 
 #include "core/data_source.h"
 #include "core/session.h"
+#include "core/shared_windows.h"
 #include "forms/command.h"
 #include "forms/grid.h"
 #include "forms/list_field.h"
@@ -14,9 +15,8 @@
 
 namespace brenvo::tables {
 
-// Its Tag is the session's PrefixTag at loading: with "LOG" a double click leaves the row in the
-// session's ChosenPrefix and closes the window.
-class TabellaPrefissi : public forms::Window {
+// A double click chooses the row and closes the window, while the Tag asks for that.
+class TabellaPrefissi : public core::PrefixPicker {
  public:
   explicit TabellaPrefissi(core::Session& session);
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "platform/platform.h"
+#include "forms/window_platform.h"
 #include "ui/event_gate.h"
 #include "ui/print_choice.h"
 #include "ui/qt_devices.h"
@@ -27,7 +27,7 @@ class StationReports : public platform::ReportPrinter {
   core::Session* session_ = nullptr;
 };
 
-class QtPlatform : public platform::Platform {
+class QtPlatform : public forms::WindowPlatform {
  public:
   // Settings stand in the application directory.
   explicit QtPlatform(const std::filesystem::path& appPath);
@@ -43,7 +43,10 @@ class QtPlatform : public platform::Platform {
   platform::Clock& GetClock() override { return clock_; }
   platform::MessageBox& Messages() override { return messages_; }
   platform::SettingsStore& Settings() override { return settings_; }
-  platform::WindowHost& Host() override { return host_; }
+  forms::WindowHost& Host() override { return host_; }
+  void PrintWindow(const forms::Window& window, base::Mm x, base::Mm y) override {
+    printer_.WindowImage(window, x, y);
+  }
   platform::Printer& GetPrinter() override { return printer_; }
   platform::ReportPrinter& Reports() override { return reports_; }
   platform::PictureViewer& Map() override { return host_.Map(); }

@@ -8,6 +8,10 @@
 #include "platform/printer.h"
 #include "ui/page_target.h"
 
+namespace brenvo::forms {
+class Window;
+}
+
 namespace brenvo::ui {
 
 class QtPrinter : public platform::Printer {
@@ -27,7 +31,7 @@ class QtPrinter : public platform::Printer {
   void Line(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2) override;
   void Box(base::Mm x1, base::Mm y1, base::Mm x2, base::Mm y2, bool filled) override;
   void Picture(const std::filesystem::path& file, base::Mm x, base::Mm y) override;
-  void WindowImage(const forms::Window& window, base::Mm x, base::Mm y) override;
+  void WindowImage(const forms::Window& window, base::Mm x, base::Mm y);
   base::Mm TextWidth(std::string_view text) override;
   void SetLandscape(bool landscape) override { landscape_ = landscape; }
   base::Mm PageHeight() override;

@@ -6,7 +6,7 @@
 #include <memory>
 #include <QMainWindow>
 
-#include "platform/window_host.h"
+#include "forms/window_host.h"
 #include "ui/event_gate.h"
 #include "ui/map_area.h"
 #include "ui/window_frame.h"
@@ -14,7 +14,7 @@
 namespace brenvo::ui {
 
 // The first window that is shown is the main frame; the others stand in it, and modal ones over it.
-class QtWindowHost : public platform::WindowHost {
+class QtWindowHost : public forms::WindowHost {
  public:
   explicit QtWindowHost(EventGate& gate);
   ~QtWindowHost() override;

@@ -6,11 +6,9 @@
 #include "base/units.h"
 
 namespace brenvo::forms {
+
 class Field;
 class Window;
-}  // namespace brenvo::forms
-
-namespace brenvo::platform {
 
 // Leaves every handler when the program ends at once; not an exception that anything handles.
 struct ProgramEnded {};
@@ -19,14 +17,14 @@ class WindowHost {
  public:
   virtual ~WindowHost() = default;
   // Makes the window visible and brings it forward.
-  virtual void Show(forms::Window& window) = 0;
+  virtual void Show(Window& window) = 0;
   // The same, and returns when the window is hidden or unloaded; no other window answers meanwhile.
-  virtual void ShowModal(forms::Window& window) = 0;
-  virtual void Hide(forms::Window& window) = 0;
+  virtual void ShowModal(Window& window) = 0;
+  virtual void Hide(Window& window) = 0;
   // The window is about to be destroyed.
-  virtual void Forget(forms::Window& window) = 0;
+  virtual void Forget(Window& window) = 0;
   // The window's logic moves the focus.
-  virtual void MoveFocus(forms::Field& field) = 0;
+  virtual void MoveFocus(Field& field) = 0;
   virtual void SetBusy(bool busy) = 0;
   // Lets drawing and input that wait go on.
   virtual void ProcessEvents() = 0;
@@ -51,4 +49,4 @@ class BusyPointer {
   WindowHost& host_;
 };
 
-}  // namespace brenvo::platform
+}  // namespace brenvo::forms
