@@ -81,7 +81,7 @@ class Typing {
     Measure("OnCallLeave", 3, [&](const Typed& typed, const auto& measured) {
       const std::string prefix = PrefixCandidate(typed.call);
       // Where no prefix is known the country's panel tells of the empty one.
-      if (!SeekPrefix(*station_.session.Tables.TbPrefissi, prefix)) return;
+      if (core::ResolvePrefix(station_.session, typed.call).Prefisso.empty()) return;
       log_.CallQso.SetText(typed.call);
       if (log_.CallQso.Text() == log_.PrevCall) return;
       const bool shown = !log_.Country.Text().empty();

@@ -8,6 +8,18 @@ namespace {
 
 bool IsDigit(char32_t c) { return c >= '0' && c <= '9'; }
 
+// Puts the table on the first row of exactly this prefix; false when there is none.
+bool SeekPrefix(engine::Table& prefissi, std::string_view prefix) {
+  // The prefix alone is one look into the index where the whole key takes four, and leads to the
+  // same row unless that has no zone.
+  prefissi.Seek(engine::SeekComparison::kGreaterOrEqual, {prefix});
+  if (prefissi.NoMatch()) return false;
+  if (prefissi.Field("Zona CQ").Number() <= 0) {
+    prefissi.Seek(engine::SeekComparison::kGreaterOrEqual, {prefix, 0, 0, ""});
+  }
+  return !prefissi.NoMatch() && prefissi.Field("Prefisso").Text() == prefix;
+}
+
 }  // namespace
 
 std::string PrefixCandidate(std::string_view call) {
@@ -18,17 +30,6 @@ std::string PrefixCandidate(std::string_view call) {
   while (i + 1 < c.size() && IsDigit(c[i + 1])) ++i;
   if (i + 1 >= c.size()) return {};
   return base::FromCharacters(std::u32string_view(c).substr(0, i + 1));
-}
-
-bool SeekPrefix(engine::Table& prefissi, std::string_view prefix) {
-  // The prefix alone is one look into the index where the whole key takes four, and leads to the
-  // same row unless that has no zone.
-  prefissi.Seek(engine::SeekComparison::kGreaterOrEqual, {prefix});
-  if (prefissi.NoMatch()) return false;
-  if (prefissi.Field("Zona CQ").Number() <= 0) {
-    prefissi.Seek(engine::SeekComparison::kGreaterOrEqual, {prefix, 0, 0, ""});
-  }
-  return !prefissi.NoMatch() && prefissi.Field("Prefisso").Text() == prefix;
 }
 
 ResolvedPrefix ResolvePrefix(engine::Table& prefissi, std::string_view call) {

@@ -9,11 +9,13 @@ compiler=$2
 includes=$3
 
 low="base"
-middle="core engine forms platform $low"
+middle="core engine forms geo platform $low"
+frame="frame upkeep"
 windows="log contest awards maps print links tables adif"
 may_see() {
   case $1 in
     base) echo "base" ;;
+    geo) echo "geo $low" ;;
     engine) echo "engine $low" ;;
     dialect) echo "dialect engine $low" ;;
     file) echo "file dialect engine $low" ;;
@@ -21,9 +23,12 @@ may_see() {
     forms) echo "forms platform $low" ;;
     recorder) echo "recorder forms platform $low" ;;
     core) echo "file $middle" ;;
-    log|contest|awards|maps|print|links|tables|adif) echo "$1 $middle" ;;
-    station) echo "station file $windows $middle" ;;
-    ui) echo "ui station $windows $middle" ;;
+    upkeep) echo "upkeep file $middle" ;;
+    frame) echo "$frame $middle" ;;
+    log|contest|awards|links|tables|adif) echo "$1 $middle" ;;
+    maps|print) echo "$1 $frame $middle" ;;
+    station) echo "station $windows $frame $middle" ;;
+    ui) echo "ui station $windows $frame $middle" ;;
   esac
 }
 

@@ -23,7 +23,4 @@ struct ResolvedPrefix {
 ResolvedPrefix ResolvePrefix(Session& session, std::string_view call);
 ResolvedPrefix ResolvePrefix(engine::Table& prefissi, std::string_view call);
 
-// Puts the prefix table on the first row of exactly this prefix; false when there is none.
-bool SeekPrefix(engine::Table& prefissi, std::string_view prefix);
-
 }  // namespace brenvo::core
