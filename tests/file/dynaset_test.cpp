@@ -402,6 +402,14 @@ TEST_F(WalkTest, OneRowAskedForIsOneRowFetched) {
   EXPECT_EQ(db_.Counters().rowsStepped - before, 3);
 }
 
+TEST_F(WalkTest, TheRowThatIsLookedAtFirstIsFetchedWithAllItsColumns) {
+  const auto rows = Opened();
+  rows->MoveLast();
+  const auto before = db_.Counters().statements;
+  for (const std::string& column : rows->Columns()) rows->Field(column);
+  EXPECT_EQ(db_.Counters().statements - before, 1);
+}
+
 TEST_F(WalkTest, AWalkThatWritesReadsFewRowsTwice) {
   const auto rows = Opened();
   rows->MoveLast();
