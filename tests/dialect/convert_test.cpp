@@ -128,13 +128,19 @@ TEST(ConvertTest, NullStaysNullAndIsNoInAYesNoColumn) {
 }
 
 TEST(ConvertTest, AValueThatDoesNotFitIsToldWithItsColumn) {
-  std::string told;
-  try {
-    ToColumn("sette", ColumnType::kReal, "Mhz");
-  } catch (const engine::DatabaseError& failure) {
-    told = failure.Description;
-  }
-  EXPECT_EQ(told, "Il valore 'sette' non e' adatto alla colonna 'Mhz'.");
+  const auto told = [](const Value& value, ColumnType type) -> std::string {
+    try {
+      ToColumn(value, type, "Mhz");
+    } catch (const engine::DatabaseError& failure) {
+      return failure.Description;
+    }
+    return "";
+  };
+  EXPECT_EQ(told("sette", ColumnType::kReal),
+            "Il valore 'sette' non e' adatto alla colonna 'Mhz'.");
+  EXPECT_EQ(told(kDay, ColumnType::kInteger),
+            "Il valore '03/02/2001' non e' adatto alla colonna 'Mhz'.");
+  EXPECT_EQ(told(7, ColumnType::kDateTime), "Il valore '7' non e' adatto alla colonna 'Mhz'.");
 }
 
 TEST(ConvertTest, WhatIsLookedForHasTheFormOfTheIndex) {

@@ -227,6 +227,21 @@ TEST_F(DynasetTest, AMoveDropsTheRecordBeingWritten) {
   EXPECT_EQ(rows->Field("Call").Text(), "I1AAA");
 }
 
+TEST_F(DynasetTest, ARecordThatIsGivenUpIsNotWritten) {
+  AddContact(db_, 1, "I1AAA");
+  const auto table = db_.OpenTable("Log");
+  const auto rows = db_.OpenDynaset("select * from Log");
+  for (engine::EditableRecordset* each : {static_cast<engine::EditableRecordset*>(table.get()),
+                                          static_cast<engine::EditableRecordset*>(rows.get())}) {
+    each->Edit();
+    each->Set("Call", "I1ZZZ");
+    each->CancelUpdate();
+    EXPECT_EQ(ErrorOf([&] { each->Update(); }), 3020);
+    EXPECT_EQ(ErrorOf([&] { each->Set("Call", "I1ZZZ"); }), 3020);
+    EXPECT_EQ(each->Field("Call").Text(), "I1AAA");
+  }
+}
+
 TEST_F(DynasetTest, ARepeatedKeyIsToldAndTheSetStaysAsItWas) {
   AddContact(db_, 1, "I1AAA");
   const auto rows = db_.OpenDynaset("select * from Log");

@@ -32,6 +32,19 @@ TEST_F(SnapshotTest, AnEmptyOneStandsOnBothMarks) {
   EXPECT_EQ(ErrorOf([&] { rows->Field("Call"); }), 3021);
 }
 
+TEST_F(SnapshotTest, OneThatIsBeingReadGoesOnHoweverManyOtherStatementsRun) {
+  AddContacts(300);
+  const auto rows = db_.OpenSnapshot("select * from Log order by QsoNr");
+  for (int i = 0; i < 400; ++i) {
+    // Names and aliases are compiled anew, where literals are not.
+    db_.OpenSnapshot("select Call as C" + std::to_string(i) + " from Log order by DataQso");
+  }
+  for (int nr = 1; nr <= 300; ++nr, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field("QsoNr").Integer(), nr);
+  }
+  EXPECT_TRUE(rows->EOF_());
+}
+
 TEST_F(SnapshotTest, MovesGoBothWaysAndStopOnTheMarks) {
   AddContacts(3);
   const auto rows = db_.OpenSnapshot("select * from Log order by DataQso");
