@@ -47,7 +47,7 @@ TEST(Number, PlainNumberNeverWritesAnExponent) {
   EXPECT_EQ(PlainNumber(1.5e-10), "0.00000000015");
   EXPECT_EQ(PlainNumber(1.23456789012345e-5), "0.0000123456789012345");
   EXPECT_EQ(PlainNumber(1e-320), "0." + std::string(319, '0') + "1");
-  EXPECT_EQ(PlainNumber(2e-322), "0");  // behind the places that are looked at
+  EXPECT_EQ(PlainNumber(4e-321), "0");  // behind the places that are looked at
   EXPECT_EQ(PlainNumber(std::numeric_limits<double>::infinity()), "0");
   EXPECT_EQ(PlainNumber(std::numeric_limits<double>::quiet_NaN()), "0");
 }
