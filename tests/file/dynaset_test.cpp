@@ -425,6 +425,26 @@ TEST_F(WalkTest, TheRowThatIsLookedAtFirstIsFetchedWithAllItsColumns) {
   EXPECT_EQ(db_.Counters().statements - before, 1);
 }
 
+TEST_F(WalkTest, AllColumnsThatAreAskedOfEachRowAreFetchedAhead) {
+  const auto rows = Opened();
+  const auto before = db_.Counters().statements;
+  for (int nr = 1; nr <= kContacts; ++nr, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field("QsoNr").Integer(), nr);
+    ASSERT_EQ(rows->Field("Call").Text(), "I1AAA");
+    ASSERT_EQ(rows->Field("Banda").Text(), "  2 m");
+  }
+  EXPECT_LE(db_.Counters().statements - before, 20);
+}
+
+TEST_F(WalkTest, RunningTheSelectAgainCompilesNothing) {
+  const auto rows = Opened();
+  rows->MoveNext();
+  const auto before = db_.Counters().prepared;
+  rows->Requery();
+  EXPECT_EQ(rows->RecordCount(), 1);
+  EXPECT_EQ(db_.Counters().prepared, before);
+}
+
 TEST_F(WalkTest, AWalkThatWritesReadsFewRowsTwice) {
   const auto rows = Opened();
   rows->MoveLast();

@@ -55,6 +55,7 @@ TEST_F(OnlineCopyTest, OnlyAWholeOneThatWasFoundSoundIsKept) {
     EXPECT_TRUE(copy.Verify([] { return true; }));
   }
   EXPECT_EQ(RowsIn(to_, "Log"), 2000);
+  EXPECT_EQ(ErrorOf([&] { RowsIn(to_, "Contatti"); }), engine::DatabaseError::kNotADatabase);
 }
 
 }  // namespace
