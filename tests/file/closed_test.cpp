@@ -1,9 +1,7 @@
 // What is left of recordsets when they, or the database under them, are closed.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
-#include <iterator>
 #include <string>
 
 #include "tests/file/contacts.h"
@@ -98,16 +96,6 @@ TEST_F(ClosedTest, EveryUseOfASnapshotIsAnError) {
   EXPECT_EQ(Reported(uses, *closed), Many("3420", 10));
   db_.Close();
   EXPECT_EQ(Reported(uses, *open), Many("3420", 10));
-}
-
-TEST_F(ClosedTest, ADatabaseThatDoesNotOpenLeavesNoFileOpenEither) {
-  const auto opened = [] {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
-  };
-  std::filesystem::create_directory(scratch_.Path() / "Folder.mdb");
-  const auto before = opened();
-  EXPECT_NE(ErrorOf([&] { OpenDatabaseFile(scratch_.Path() / "Folder.mdb"); }), 0);
-  EXPECT_EQ(opened(), before);
 }
 
 }  // namespace

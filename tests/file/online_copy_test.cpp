@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
+
 #include "file/file_check.h"
 #include "tests/file/contacts.h"
 
@@ -56,6 +59,16 @@ TEST_F(OnlineCopyTest, OnlyAWholeOneThatWasFoundSoundIsKept) {
   }
   EXPECT_EQ(RowsIn(to_, "Log"), 2000);
   EXPECT_EQ(ErrorOf([&] { RowsIn(to_, "Contatti"); }), engine::DatabaseError::kNotADatabase);
+}
+
+TEST_F(OnlineCopyTest, OneThatHasNoPlaceLeavesNoFileOpen) {
+  const auto opened = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  };
+  std::filesystem::create_directories(to_ / "something in it");
+  const auto before = opened();
+  EXPECT_NE(ErrorOf([&] { OnlineCopy(scratch_.File(), to_); }), 0);
+  EXPECT_EQ(opened(), before);
 }
 
 }  // namespace
