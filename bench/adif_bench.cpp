@@ -28,18 +28,18 @@ void WriteFile(const std::filesystem::path& file, std::int64_t count) {
 
 void Read(const std::filesystem::path& file) {
   std::ifstream in(file, std::ios::binary);
-  AdifReader reader([&](char* buffer, std::size_t size) {
+  adif::AdifReader reader([&](char* buffer, std::size_t size) {
     in.read(buffer, static_cast<std::streamsize>(size));
     return static_cast<std::size_t>(in.gcount());
   });
-  AdifRecord record;
+  adif::AdifRecord record;
   while (reader.Next(record)) {
   }
 }
 
 void Import(BenchStation& station, const std::filesystem::path& file) {
   std::ostringstream report;
-  ImportContacts(station.session, file, {}, KeepOn, report);
+  adif::ImportContacts(station.session, file, {}, KeepOn, report);
 }
 
 // Copies log and kept fields of another file behind the contacts that are there.
@@ -102,7 +102,7 @@ class AdifTasks {
     figures_.Value(size_, "import into an empty log, memory", PeakMemory());
     const auto out = directory_.Path() / "out.adi";
     Measure("export of all", size_,
-            [&] { ExportContacts(station.session, kAllContacts, out, KeepOn); });
+            [&] { adif::ExportContacts(station.session, adif::kAllContacts, out, KeepOn); });
   }
 
   void IntoTheLog() {
@@ -111,7 +111,7 @@ class AdifTasks {
     WriteFile(file, kInFile);
     BenchStation station(size_), rows(0), copy(size_);
     Measure("preview of 100,000", kInFile,
-            [&] { PreviewImport(station.session, file, {}, KeepOn); });
+            [&] { adif::PreviewImport(station.session, file, {}, KeepOn); });
     Import(rows, file);
     Measure(
         "import of 100,000", kInFile, [&] { Import(station, file); },
@@ -128,8 +128,7 @@ class AdifTasks {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::adif_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("adif", argc, argv);
   for (const std::int64_t size : figures.Sizes()) AdifTasks(figures, size).Run();
 }

@@ -46,8 +46,8 @@ std::string Grouped(const Award& award, const Selection& selection) {
 }
 
 // The contact of each entry of a list, asked for one by one.
-void ContactsByHand(sqlite3* file, const Award& award, const Selection& selection, CellGrid& grid,
-                    int qslColumn) {
+void ContactsByHand(sqlite3* file, const Award& award, const Selection& selection,
+                    forms::CellGrid& grid, int qslColumn) {
   const auto sql = [&](int confirmed) {
     return fmt::format(
         "SELECT \"DataQso\",\"Call\",\"Modo\",\"Propagazione\" FROM \"Log\" WHERE {} AND {}=? AND "
@@ -104,25 +104,26 @@ class AwardTasks {
     const std::string task = fmt::format("{}, {}", award.window, selection.name);
     if (!figures_.Wants(task)) return;
     session_.Handed.QueryText = selection.text;
-    AwardGrid* window = nullptr;
+    awards::AwardGrid* window = nullptr;
     Hand grouped(station_.file, Grouped(award, selection));
     Samples program, hand;
     for (int run = 0; run < Runs(); ++run) {
       if (window != nullptr) station_.Close(*window);
-      program.Measure(
-          [&] { window = static_cast<AwardGrid*>(session_.Windows.LoadNew(award.window)); });
+      program.Measure([&] {
+        window = static_cast<awards::AwardGrid*>(session_.Windows.LoadNew(award.window));
+      });
       hand.Measure([&] { grouped.ReadAll(); });
     }
     figures_.Line(station_.contacts, task, program, hand,
                   fmt::format("{} entries", window->Spread1.Rows() - 1));
-    for (const AwardPage& page : AwardPages()) {
+    for (const awards::AwardPage& page : awards::AwardPages()) {
       if (page.window != award.window) continue;
       figures_.Compare(
           station_.contacts, fmt::format("{} {}, {}", award.window, page.command, selection.name),
           Runs(), [&] { window->FindCommand(page.command)->Press(); },
           [&] {
             ContactsByHand(station_.file, award, selection, window->Spread1,
-                           AwardMemberOf(award.window).qslColumn);
+                           awards::AwardMemberOf(award.window).qslColumn);
           });
     }
     station_.Close(*window);
@@ -134,7 +135,7 @@ class AwardTasks {
         station_.contacts, "SNote of [DCI", Runs(),
         [&] {
           session_.Handed.QueryText = "WHERE Note LIKE '*[[]DCI*'";
-          Window* window = session_.Windows.LoadNew("SNote");
+          forms::Window* window = session_.Windows.LoadNew("SNote");
           if (window != nullptr) station_.Close(*window);
         },
         [&] { notes.ReadAll(); });
@@ -143,7 +144,7 @@ class AwardTasks {
   void Overlays() {
     struct Overlay {
       const char* name;
-      void (*display)(Session&);
+      void (*display)(core::Session&);
       const char* map;
       std::string key;
       const char* condition;
@@ -158,7 +159,7 @@ class AwardTasks {
          "Provincia<>'' AND Country='I'"}};
     for (const Overlay& overlay : overlays) {
       if (!figures_.Wants(overlay.name)) continue;
-      ShowMapImage(session_, overlay.map);
+      maps::ShowMapImage(session_, overlay.map);
       session_.Handed.QueryText = fmt::format("WHERE {}", overlay.condition);
       Hand grouped(station_.file, fmt::format("SELECT {0},QslRicevuta FROM Log WHERE {1} GROUP "
                                               "BY {0},QslRicevuta ORDER BY {0},QslRicevuta",
@@ -171,7 +172,7 @@ class AwardTasks {
 
   // By hand: in each cell of each of the seven rows, whether there is a confirmed contact, and
   // whether there is any.
-  void Matrix(WorkedMatrix& matrix, const char* task, const std::vector<std::string>& cells,
+  void Matrix(awards::WorkedMatrix& matrix, const char* task, const std::vector<std::string>& cells,
               const std::string& cell) {
     if (!figures_.Wants(task)) return;
     Hand contact(station_.file,
@@ -243,10 +244,10 @@ class AwardTasks {
         "SSB", "CW",  "FM",   "AM",     "RTTY",   "PSK31", "PSK63", "FT8",    "FT4",    "JT65",
         "JT9", "Q65", "SSTV", "MSK144", "FSK441", "JT6M",  "FST4",  "Olivia", "Packet", "D-STAR"};
     session_.SaveSetting("HrdMode", "ModiUsati", fmt::format("{},", fmt::join(modes, ",")));
-    auto& byBand = station_.Open<Hrd>("Hrd");
+    auto& byBand = station_.Open<awards::Hrd>("Hrd");
     Matrix(byBand, "matrix of 18 bands", bands, Same("\"Banda\"") + "=?2");
     station_.Close(byBand);
-    auto& byMode = station_.Open<HrdMode>("HrdMode");
+    auto& byMode = station_.Open<awards::HrdMode>("HrdMode");
     byMode.Banda.SetText("  2 m");
     Matrix(byMode, "matrix of 20 modes", modes,
            Same("\"Banda\"") + "='  2 m' AND " + Same("\"Modo\"") + "=?2");
@@ -255,15 +256,14 @@ class AwardTasks {
 
   const Figures& figures_;
   BenchStation& station_;
-  Session& session_;
+  core::Session& session_;
 };
 
 }  // namespace
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::awards_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("awards", argc, argv);
   for (const std::int64_t size : figures.Sizes()) {
     BenchStation station(size);

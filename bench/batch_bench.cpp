@@ -45,7 +45,7 @@ class BatchTasks {
 
   void Export() {
     if (!figures_.Wants("Log.ADI of all")) return;
-    auto& log = station_.Open<LogForm>("LogForm");
+    auto& log = station_.Open<log::LogForm>("LogForm");
     Hand rows(station_.file,
               "SELECT Call,DataQso,Banda,Modo,QrkDato,QrkRicevuto,QslInviata,QslRicevuta,Qra,"
               "Frequenza,Manager FROM Log ORDER BY DataQso,QsoNr");
@@ -70,7 +70,7 @@ class BatchTasks {
   }
 
   void Labels() {
-    auto& labels = station_.Open<StampaQsl>("StampaQsl");
+    auto& labels = station_.Open<print::StampaQsl>("StampaQsl");
     labels.DatiQso.SetOn(true);
     Hand rows(station_.file,
               "SELECT Call,QrkDato,Banda,Modo,Note,DataQso,Frequenza,QslRicevuta FROM Log WHERE "
@@ -81,17 +81,17 @@ class BatchTasks {
   }
 
   void Report() {
-    const Session& session = station_.session;
+    const core::Session& session = station_.session;
     Hand fill(station_.file, "INSERT INTO SLog SELECT * FROM Log ORDER BY DataQso");
     Hand empty(station_.file, "DELETE FROM SLog");
     Hand rows(station_.file, "SELECT * FROM SLog ORDER BY DataQso,rowid");
     Compare(
         "report of all, staging included", Runs(),
         [&] {
-          Database& db = station_.session.Db;
+          engine::Database& db = station_.session.Db;
           db.Execute("DELETE FROM SLog");
           db.Execute("INSERT INTO SLog SELECT * FROM Log  ORDER BY DataQso");
-          RunReport(station_.session, session.File("\\logv.rpt"));
+          print::RunReport(station_.session, session.File("\\logv.rpt"));
         },
         [&] {
           empty.ReadAll();
@@ -105,7 +105,7 @@ class BatchTasks {
     Hand rows(station_.file, "SELECT QsoNr,Note FROM Log WHERE Note IS NOT NULL");
     Hand write(station_.file, "UPDATE Log SET Propagazione=?2,Note=?3 WHERE QsoNr=?1");
     Compare(
-        "propagazione", 1, [&] { AssignPropagations(station_.session); },
+        "propagazione", 1, [&] { log::AssignPropagations(station_.session); },
         [&] {
           // The notes have been turned already: as many of them are written once more.
           std::int64_t left = station_.contacts / 200;
@@ -136,9 +136,11 @@ class BatchTasks {
     const auto byHand = [&] {
       RunByHand(station_.file, "BEGIN");
       while (rows.Step()) {
-        const std::string candidate = PrefixCandidate(rows.Cell(1));
+        const std::string candidate = core::PrefixCandidate(rows.Cell(1));
         if (candidate.empty() || !prefix.Finds({candidate})) continue;
-        write.Number(1, rows.Key()).Text(2, PadRight(prefix.Cell(0), 5)).Number(3, prefix.Key(1));
+        write.Number(1, rows.Key())
+            .Text(2, base::PadRight(prefix.Cell(0), 5))
+            .Number(3, prefix.Key(1));
         write.Number(4, prefix.Key(2)).Text(5, prefix.Cell(3));
         write.Step();
         write.Done();
@@ -171,7 +173,7 @@ class BatchTasks {
                                  .c_str());
     Samples program, byHand;
     Yes();
-    program.Measure([&] { UpdateLogForQsl(station_.session); });
+    program.Measure([&] { print::UpdateLogForQsl(station_.session); });
     RunByHand(station_.file,
               "UPDATE Log SET QslDaInviare=d,QslInviata=i FROM Due WHERE "
               "Due.QsoNr=Log.QsoNr");
@@ -189,8 +191,7 @@ class BatchTasks {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::batch_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("batch", argc, argv);
   for (const std::int64_t size : figures.Sizes()) {
     BenchStation station(size);

@@ -74,7 +74,7 @@ class MultipliersByHand {
     std::unordered_set<std::string> squares, worked, exchanges;
     while (contacts.Step()) {
       contacts.Touch();
-      const std::string prefix = PrefixCandidate(contacts.Cell(columns.call));
+      const std::string prefix = core::PrefixCandidate(contacts.Cell(columns.call));
       if (countries.count(prefix) == 0) {
         countries[prefix] = prefix_.Finds({prefix}) ? prefix_.Cell(1) : "";
         prefix_.Done();
@@ -101,10 +101,10 @@ class MultipliersByHand {
 
 void Run(const Figures& figures) {
   BenchStation station(10'000);
-  Session& session = station.session;
+  core::Session& session = station.session;
   Fill(station.file);
   session.Handed.CurrentContest = {"07/09/2024", "  2 m", "IARU VHF", "JN61FV", true, true, true};
-  auto& entry = static_cast<ContestNewQso&>(*session.Windows.LoadNew("ContestNewQso"));
+  auto& entry = static_cast<contest::ContestNewQso&>(*session.Windows.LoadNew("ContestNewQso"));
 
   Hand last(station.file, std::string("SELECT max(ProgrDato) FROM \"Contest Qso\"") + kWhere);
   Hand row(station.file,
@@ -141,7 +141,7 @@ void Run(const Figures& figures) {
       [&] { session.Windows.Unload(*session.Windows.LoadNew("StatContest")); },
       [&] { multipliers.Count(some, {.call = 1, .locator = 2, .note = 5}); });
 
-  auto& contest = static_cast<ContestForm&>(*session.Windows.LoadNew("Contest"));
+  auto& contest = static_cast<contest::ContestForm&>(*session.Windows.LoadNew("Contest"));
   Hand all(station.file, std::string("SELECT * FROM \"Contest Qso\"") + kWhere + " ORDER BY rowid");
   figures.Compare(
       kContacts, "export", 20, [&] { contest.Export(); },
@@ -157,8 +157,7 @@ void Run(const Figures& figures) {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::contest_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("contest", argc, argv);
   if (figures.WantsAnyOf({"prepare an entry", "check a duplicate", "statistics", "export"})) {
     Run(figures);

@@ -170,8 +170,8 @@ class EngineTasks {
     const auto rows = engine_.OpenDynaset("SELECT * FROM Log WHERE QsoNr=0");
     Hand insert(file_, "INSERT INTO Log (DataQso, Call, Banda, Locator, Qrb) VALUES (?,?,?,?,?)");
     // A day far from all others, so that no contact is entered twice.
-    std::int64_t seconds = DateTime::Of(2100, 1, 1).Seconds();
-    const auto moment = [&] { return DateTime::FromSeconds(seconds += 60); };
+    std::int64_t seconds = base::DateTime::Of(2100, 1, 1).Seconds();
+    const auto moment = [&] { return base::DateTime::FromSeconds(seconds += 60); };
     Compare(
         "add and update", 100,
         [&] {
@@ -184,7 +184,7 @@ class EngineTasks {
           rows->Update();
         },
         [&] {
-          insert.Text(1, IsoText(moment())).Text(2, "I3ABC").Text(3, kBand).Text(4, "JN65FR");
+          insert.Text(1, base::IsoText(moment())).Text(2, "I3ABC").Text(3, kBand).Text(4, "JN65FR");
           insert.Number(5, 77);
           insert.Step();
           insert.Done();
@@ -193,7 +193,7 @@ class EngineTasks {
 
   const Figures& figures_;
   BenchStation& station_;
-  Database& engine_;
+  engine::Database& engine_;
   sqlite3* file_;
   Hand row_;
   std::mt19937_64 random_{1};
@@ -205,8 +205,7 @@ class EngineTasks {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::engine_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("engine", argc, argv);
   for (const std::int64_t size : figures.Sizes()) {
     BenchStation station(size);

@@ -52,7 +52,7 @@ class Typing {
   Typing(const Figures& figures, BenchStation& station)
       : figures_(figures),
         station_(station),
-        log_(station.Open<LogForm>("LogForm")),
+        log_(station.Open<log::LogForm>("LogForm")),
         typed_(WhatIsTyped(station)) {
     log_.cmClear.Press();
     log_.Banda.SetText(kBand);
@@ -72,14 +72,14 @@ class Typing {
   }
   void OnCountryChange() {
     Measure("OnCountryChange", 3, [&](const Typed& typed, const auto& measured) {
-      const std::string text = PadRight(typed.country, 5);
+      const std::string text = base::PadRight(typed.country, 5);
       if (text == log_.Country.Text()) return;
       measured([&] { log_.Country.SetText(text); }, [&] { return hand_.Country(typed.country); });
     });
   }
   void OnCallLeave() {
     Measure("OnCallLeave", 3, [&](const Typed& typed, const auto& measured) {
-      const std::string prefix = PrefixCandidate(typed.call);
+      const std::string prefix = core::PrefixCandidate(typed.call);
       // Where no prefix is known the country's panel tells of the empty one.
       if (core::ResolvePrefix(station_.session, typed.call).Prefisso.empty()) return;
       log_.CallQso.SetText(typed.call);
@@ -109,7 +109,7 @@ class Typing {
 
   const Figures& figures_;
   BenchStation& station_;
-  LogForm& log_;
+  log::LogForm& log_;
   LookupsByHand hand_{station_.file, kBand, log_.QsoNr.Text()};
   std::vector<Typed> typed_;
 };
@@ -118,8 +118,7 @@ class Typing {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::keystroke_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("keystroke", argc, argv);
   if (!figures.WantsAnyOf({"OnCallChange", "OnLocatorChange", "OnCountryChange", "OnCallLeave"})) {
     return 0;

@@ -95,7 +95,7 @@ class LogTasks {
 
   void Run() {
     Open();
-    log_ = &station_.Open<LogForm>("LogForm");
+    log_ = &station_.Open<log::LogForm>("LogForm");
     keys_ = hand_.Keys();
     Move();
     Grid();
@@ -114,7 +114,7 @@ class LogTasks {
   }
 
   void Open() {
-    Window* window = nullptr;
+    forms::Window* window = nullptr;
     Compare(
         "open the window", 5,
         [&] {
@@ -141,7 +141,7 @@ class LogTasks {
   }
 
   void ReadPage(std::int64_t first) {
-    DataGrid& grid = log_->DataGrid1;
+    forms::DataGrid& grid = log_->DataGrid1;
     for (std::int64_t row = first; row < first + kPage; ++row) {
       for (int column = 0; column < grid.Columns(); ++column) {
         static_cast<void>(grid.Cell(row, column));
@@ -152,7 +152,7 @@ class LogTasks {
   void Grid() {
     if (!figures_.WantsAnyOf({"grid, opened and closed", "grid, a page further", "grid, any page"}))
       return;
-    Command& key = log_->cmVista;
+    forms::Command& key = log_->cmVista;
     const auto show = [&] {
       key.Press();
       static_cast<void>(log_->DataGrid1.Rows());
@@ -181,11 +181,11 @@ class LogTasks {
   }
 
   // The dialog opened, filled in and searched, the last contact found shown.
-  void SearchFor(std::string_view task, const std::function<void(LogSearch&)>& fill,
+  void SearchFor(std::string_view task, const std::function<void(log::LogSearch&)>& fill,
                  const std::string& where) {
-    station_.machine.Host().InModal = [&](Window& dialog) {
-      fill(static_cast<LogSearch&>(dialog));
-      static_cast<LogSearch&>(dialog).cmSearch.Press();
+    station_.machine.Host().InModal = [&](forms::Window& dialog) {
+      fill(static_cast<log::LogSearch&>(dialog));
+      static_cast<log::LogSearch&>(dialog).cmSearch.Press();
     };
     Samples program, hand;
     if (!figures_.Wants(task)) return;
@@ -214,16 +214,17 @@ class LogTasks {
     middle.Done();
     const std::string date = day.substr(8, 2) + "/" + day.substr(5, 2) + "/" + day.substr(0, 4);
     SearchFor(
-        "search a call", [&](LogSearch& search) { search.CallQso.SetText(call); },
+        "search a call", [&](log::LogSearch& search) { search.CallQso.SetText(call); },
         "rtrim(\"Call\") COLLATE NOCASE='" + call + "'");
     SearchFor(
-        "search a square", [&](LogSearch& search) { search.Locator.SetText(locator + "*"); },
+        "search a square", [&](log::LogSearch& search) { search.Locator.SetText(locator + "*"); },
         "rtrim(substr(\"Locator\", 1, 4)) COLLATE NOCASE='" + locator + "'");
     SearchFor(
-        "search a day", [&](LogSearch& search) { search.DataQso.SetText(date); },
+        "search a day", [&](log::LogSearch& search) { search.DataQso.SetText(date); },
         fmt::format("DataQso>='{0}' AND DataQso<'{0}~'", day));
     SearchFor(
-        "search a word in the notes", [&](LogSearch& search) { search.Note.SetText("portatile"); },
+        "search a word in the notes",
+        [&](log::LogSearch& search) { search.Note.SetText("portatile"); },
         "Note LIKE '%portatile%'");
     Press("cmSearch");
     if (log_->cmSearch.Down()) Press("cmSearch");
@@ -234,7 +235,7 @@ class LogTasks {
     if (!figures_.WantsAnyOf({"insert", "update", "delete"})) return;
     std::int64_t minute = 1;
     const auto when = [&](int year) {
-      return DateTime::FromSeconds(DateTime::Of(year, 1, 1).Seconds() + minute * 60);
+      return base::DateTime::FromSeconds(base::DateTime::Of(year, 1, 1).Seconds() + minute * 60);
     };
     Press("cmLast");
     std::int64_t made = 0;
@@ -242,8 +243,8 @@ class LogTasks {
     constexpr int kWrites = 100;
     for (int i = 0; i < kWrites; ++i) {
       ++minute;
-      log_->DataQso.SetText(DateText(when(2026)));
-      log_->Qtr.SetText(TimeText(when(2026)).substr(0, 5));
+      log_->DataQso.SetText(base::DateText(when(2026)));
+      log_->Qtr.SetText(base::TimeText(when(2026)).substr(0, 5));
       // What is open reads the rest of its keys before the first write.
       (i == 0 ? first : program).Measure([&] { Press("cmInsert"); });
       hand.Measure([&] {
@@ -255,7 +256,7 @@ class LogTasks {
             "Country,Provincia,Locator,Qrb,Banda,Frequenza,Potenza,Modo,Propagazione,"
             "QrkDato,QrkRicevuto,QslDaInviare,QslRicevuta,QslInviata,Note FROM Log WHERE "
             "QsoNr=?1",
-            keys_.back(), IsoText(when(2027)));
+            keys_.back(), base::IsoText(when(2027)));
       });
       made = sqlite3_last_insert_rowid(station_.file);
     }
@@ -297,7 +298,7 @@ class LogTasks {
   const Figures& figures_;
   BenchStation& station_;
   LogByHand hand_;
-  LogForm* log_ = nullptr;
+  log::LogForm* log_ = nullptr;
   std::vector<std::int64_t> keys_;
 };
 
@@ -305,8 +306,7 @@ class LogTasks {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::log_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("log", argc, argv);
   for (const std::int64_t size : figures.Sizes()) {
     BenchStation station(size);

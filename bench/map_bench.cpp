@@ -22,8 +22,8 @@ namespace {
 constexpr int kSquares = 10'000;
 
 // Ten by ten fields, all of their squares.
-void Fill(Database& db) {
-  Transaction transaction(db);
+void Fill(engine::Database& db) {
+  core::Transaction transaction(db);
   for (int i = 0; i < kSquares; ++i) {
     db.Execute(
         fmt::format("insert into Log (DataQso,Call,Locator,Banda,QslRicevuta) values "
@@ -36,7 +36,7 @@ void Fill(Database& db) {
 
 class MapTasks {
  public:
-  MapTasks(const Figures& figures, Session& session, MapArea& map)
+  MapTasks(const Figures& figures, core::Session& session, ui::MapArea& map)
       : figures_(figures), session_(session), map_(map) {}
 
   void Run() {
@@ -94,8 +94,8 @@ class MapTasks {
   }
 
   const Figures& figures_;
-  Session& session_;
-  MapArea& map_;
+  core::Session& session_;
+  ui::MapArea& map_;
   int requests_ = 0;
 };
 
@@ -103,23 +103,22 @@ class MapTasks {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::map_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("map", argc, argv);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   const ScratchDirectory scratch;
   std::filesystem::copy(BuildDir() / "delivered", scratch.Path(),
                         std::filesystem::copy_options::recursive);
-  QtPlatform platform(scratch.Path());
-  Session session(platform, scratch.Path());
+  ui::QtPlatform platform(scratch.Path());
+  core::Session session(platform, scratch.Path());
   platform.Attach(&session);
-  if (StartStation(session) == nullptr) return 1;
+  if (station::StartStation(session) == nullptr) return 1;
   platform.Screen().Main().resize(1600, 900);
   QApplication::processEvents();
   Fill(session.Db);
   MapTasks(figures, session, platform.Screen().Map()).Run();
-  session.Windows.RunEvent([&] { StopStation(session); });
+  session.Windows.RunEvent([&] { station::StopStation(session); });
   platform.Attach(nullptr);
   return 0;
 }

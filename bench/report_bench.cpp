@@ -54,33 +54,34 @@ void FillLog(const std::filesystem::path& database, int contacts) {
   sqlite3_close(file);
 }
 
-QtPrinter PrinterInto(QtPrinter::Chooser chooser) {
-  return QtPrinter(std::move(chooser), [](const Window&) { return QPixmap(); });
+ui::QtPrinter PrinterInto(ui::QtPrinter::Chooser chooser) {
+  return ui::QtPrinter(std::move(chooser), [](const forms::Window&) { return QPixmap(); });
 }
 
 struct Task {
   const char* name;
   void (*print)(const std::filesystem::path& directory,
-                const std::function<void(Printer&)>& report);
+                const std::function<void(platform::Printer&)>& report);
 };
 
 constexpr Task kTasks[] = {
     {"rows alone",
-     [](const std::filesystem::path&, const std::function<void(Printer&)>& report) {
-       RecordingPlatform silent{[](const std::string&) {}};
+     [](const std::filesystem::path&, const std::function<void(platform::Printer&)>& report) {
+       recorder::RecordingPlatform silent{[](const std::string&) {}};
        report(silent.GetPrinter());
      }},
     {"PDF file",
-     [](const std::filesystem::path& directory, const std::function<void(Printer&)>& report) {
-       QtPrinter printer = PrinterInto([&](bool landscape) -> std::unique_ptr<PageTarget> {
-         return PaperTarget::Pdf(PathToQt(directory / "log.pdf"), landscape);
+     [](const std::filesystem::path& directory,
+        const std::function<void(platform::Printer&)>& report) {
+       ui::QtPrinter printer = PrinterInto([&](bool landscape) -> std::unique_ptr<ui::PageTarget> {
+         return ui::PaperTarget::Pdf(ui::PathToQt(directory / "log.pdf"), landscape);
        });
        report(printer);
      }},
     {"preview",
-     [](const std::filesystem::path&, const std::function<void(Printer&)>& report) {
-       QtPrinter printer = PrinterInto([](bool landscape) -> std::unique_ptr<PageTarget> {
-         return std::make_unique<PreviewTarget>(NewPrinter(landscape)->pageLayout(),
+     [](const std::filesystem::path&, const std::function<void(platform::Printer&)>& report) {
+       ui::QtPrinter printer = PrinterInto([](bool landscape) -> std::unique_ptr<ui::PageTarget> {
+         return std::make_unique<PreviewTarget>(ui::NewPrinter(landscape)->pageLayout(),
                                                 [](PageSpool&, const QPageLayout&) {});
        });
        report(printer);
@@ -102,8 +103,8 @@ void Measure(const Task& task, const std::filesystem::path& database, int contac
   const QApplication application(argc, argv);
   ScratchDirectory directory;
   std::filesystem::copy_file(database, directory.Path() / "Brenvo.mdb");
-  RecordingPlatform machine{[](const std::string&) {}};
-  Session session{machine, directory.Path()};
+  recorder::RecordingPlatform machine{[](const std::string&) {}};
+  core::Session session{machine, directory.Path()};
   session.Open();
   const double begun = ProcessorSeconds();
   session.Db.Execute("DELETE FROM SLog");
@@ -114,7 +115,7 @@ void Measure(const Task& task, const std::filesystem::path& database, int contac
   const ReportLayout layout =
       ParseReportLayout(std::string(std::istreambuf_iterator<char>(file), {}));
   const double started = ProcessorSeconds();
-  task.print(directory.Path(), [&](Printer& printer) {
+  task.print(directory.Path(), [&](platform::Printer& printer) {
     PrintRows(session.Db, layout, {{"call", "I0XXX"}}, printer,
               [](std::int64_t, std::int64_t) { return true; });
   });

@@ -34,27 +34,28 @@ class ScreenStation {
  public:
   explicit ScreenStation(std::int64_t contacts) : directory_(contacts) {
     platform_.Attach(&session_);
-    if (StartStation(session_) == nullptr) throw std::runtime_error("the station does not start");
+    if (station::StartStation(session_) == nullptr)
+      throw std::runtime_error("the station does not start");
     platform_.Screen().Main().resize(1600, 900);
     Settle();
   }
   ~ScreenStation() {
-    session_.Windows.RunEvent([&] { StopStation(session_); });
+    session_.Windows.RunEvent([&] { station::StopStation(session_); });
     platform_.Attach(nullptr);
   }
 
   std::filesystem::path File() const { return directory_.File(); }
-  LogForm& OpenLog() {
+  log::LogForm& OpenLog() {
     session_.Windows.RunEvent(
         [&] { session_.Windows.Show(*(log_ = session_.Windows.LoadNew("LogForm"))); });
     Settle();
-    return static_cast<LogForm&>(*log_);
+    return static_cast<log::LogForm&>(*log_);
   }
   void CloseLog() {
     session_.Windows.RunEvent([&] { session_.Windows.Unload(*log_); });
     Settle();
   }
-  void Press(Command& command) {
+  void Press(forms::Command& command) {
     session_.Windows.RunEvent([&] { command.Press(); });
     Settle();
   }
@@ -76,9 +77,9 @@ class ScreenStation {
 
  private:
   BenchDirectory directory_;
-  QtPlatform platform_{directory_.Path()};
-  Session session_{platform_, directory_.Path()};
-  Window* log_ = nullptr;
+  ui::QtPlatform platform_{directory_.Path()};
+  core::Session session_{platform_, directory_.Path()};
+  forms::Window* log_ = nullptr;
 };
 
 // Calls out of the whole log.
@@ -114,7 +115,7 @@ void Run(const Figures& figures, std::int64_t contacts) {
   }
   tell("log window, painted", opening);
 
-  LogForm& log = station.OpenLog();
+  log::LogForm& log = station.OpenLog();
   Samples key, leaving;
   for (const std::string& call : calls) {
     station.Press(log.cmClear);
@@ -140,8 +141,7 @@ void Run(const Figures& figures, std::int64_t contacts) {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::screen_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("screen", argc, argv);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);

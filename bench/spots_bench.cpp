@@ -43,13 +43,13 @@ class Station {
     MakeDatabase(SourceDir() / "data/schema.sql", SourceDir() / "data", file);
     std::filesystem::copy_file(SourceDir() / "data/tnc.mnu", directory_.Path() / "tnc.mnu");
     Sql(file, "UPDATE UserRTX SET AnnunceDX=0; UPDATE User SET TelnetCluster='x:1'");
-    if (contacts > 0) MakeLog(file, contacts);
-    if (StartStation(session_) == nullptr) throw std::runtime_error("no station");
+    if (contacts > 0) mklog::MakeLog(file, contacts);
+    if (station::StartStation(session_) == nullptr) throw std::runtime_error("no station");
   }
 
   template <class Terminal>
   Terminal& Open(const char* name) {
-    Window* window = session_.Windows.LoadSingle(name);
+    forms::Window* window = session_.Windows.LoadSingle(name);
     session_.Windows.Show(*window);
     return static_cast<Terminal&>(*window);
   }
@@ -62,8 +62,8 @@ class Station {
 
  private:
   ScratchDirectory directory_;
-  RecordingPlatform machine_;
-  Session session_;
+  recorder::RecordingPlatform machine_;
+  core::Session session_;
 };
 
 // All different, as a busy cluster sends them.
@@ -103,8 +103,8 @@ long PeakMegabytes() {
 // A line of 100 MB that never ends, on each terminal.
 void MeasureEndlessLine() {
   Station station(0);
-  TNC& tnc = station.Open<TNC>("TNC");
-  TNCtelnet& telnet = station.Open<TNCtelnet>("TNCtelnet");
+  links::TNC& tnc = station.Open<links::TNC>("TNC");
+  links::TNCtelnet& telnet = station.Open<links::TNCtelnet>("TNCtelnet");
   const std::string block(1 << 16, 'x');
   const long before = PeakMegabytes();
   const auto start = std::chrono::steady_clock::now();
@@ -126,7 +126,7 @@ void Run() {
   const std::string burst = Burst(kLines);
   {
     Station station(0);
-    TNC& tnc = station.Open<TNC>("TNC");
+    links::TNC& tnc = station.Open<links::TNC>("TNC");
     Measure("radio, mark Tutto", kLines, [&] { station.ReceiveRadio(burst); });
     tnc.cmMDX.Press();
     Measure("radio, mark DX: each line sought in 32,000 characters", kLines,
@@ -137,7 +137,7 @@ void Run() {
   }
   {
     Station station(0);
-    TNCtelnet& telnet = station.Open<TNCtelnet>("TNCtelnet");
+    links::TNCtelnet& telnet = station.Open<links::TNCtelnet>("TNCtelnet");
     Measure("telnet", kLines, [&] { station.ReceiveTelnet(burst); });
     telnet.Banda.Pick(1);
     Measure("telnet, no band ticked: no line is shown", kLines,
@@ -145,7 +145,7 @@ void Run() {
   }
   constexpr int kSpots = 2000;
   Station station(1'000'000);
-  TNCtelnet& telnet = station.Open<TNCtelnet>("TNCtelnet");
+  links::TNCtelnet& telnet = station.Open<links::TNCtelnet>("TNCtelnet");
   const std::string spots = Burst(kSpots);
   Measure("telnet, 1,000,000 contacts, check off", kSpots, [&] { station.ReceiveTelnet(spots); });
   telnet.cmAutoCheck.Press();

@@ -50,30 +50,30 @@ Outcome Apart(const std::function<double()>& work) {
 
 void Run(const Figures& figures, std::int64_t contacts) {
   const BenchDirectory directory(contacts);
-  const auto start = [&](const std::function<void(Session&)>& then) {
+  const auto start = [&](const std::function<void(core::Session&)>& then) {
     return Apart([&] {
       QuietPlatform machine;
       const double began = Clock();
-      Session session(machine, directory.Path());
-      if (StartStation(session) == nullptr) std::exit(1);
+      core::Session session(machine, directory.Path());
+      if (station::StartStation(session) == nullptr) std::exit(1);
       const double took = Clock() - began;
       then(session);
-      StopStation(session);
+      station::StopStation(session);
       return took;
     });
   };
   Samples starts;
-  for (int i = 0; i < 10; ++i) starts.Add(start([](Session&) {}).value);
+  for (int i = 0; i < 10; ++i) starts.Add(start([](core::Session&) {}).value);
   if (figures.Wants("to the main frame")) {
     figures.Line(contacts, "to the main frame", starts, {}, "by the clock");
   }
-  const auto memory = [&](const char* task, const std::function<void(Session&)>& then) {
+  const auto memory = [&](const char* task, const std::function<void(core::Session&)>& then) {
     if (!figures.Wants(task)) return;
     figures.Value(contacts, task, fmt::format("{:.0f} MB", start(then).megabytes));
   };
-  memory("memory of the main frame", [](Session&) {});
-  const auto openGrid = [](Session& session) {
-    auto& log = static_cast<LogForm&>(*session.Windows.LoadNew("LogForm"));
+  memory("memory of the main frame", [](core::Session&) {});
+  const auto openGrid = [](core::Session& session) {
+    auto& log = static_cast<log::LogForm&>(*session.Windows.LoadNew("LogForm"));
     session.Windows.Show(log);
     log.cmVista.Press();
     for (std::int64_t row = 1; row < log.DataGrid1.Rows(); row += 97) {
@@ -84,10 +84,10 @@ void Run(const Figures& figures, std::int64_t contacts) {
     log.cmVista.Press();
   };
   memory("memory, log window and grid scrolled through", openGrid);
-  memory("memory, Log.ADI of all too", [&](Session& session) {
+  memory("memory, Log.ADI of all too", [&](core::Session& session) {
     openGrid(session);
     static_cast<QuietPlatform&>(session.Machine).Messages().QueueAnswer(false);
-    static_cast<LogForm*>(session.Opened.CurrentLogForm)->cmAllQso.Press();
+    static_cast<log::LogForm*>(session.Opened.CurrentLogForm)->cmAllQso.Press();
   });
 }
 
@@ -95,8 +95,7 @@ void Run(const Figures& figures, std::int64_t contacts) {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
-  using namespace brenvo;
-  using namespace brenvo::start_bench.cpp;
+  using namespace brenvo::bench;
   const Figures figures("start", argc, argv);
   if (!figures.WantsAnyOf({"to the main frame", "memory of the main frame",
                            "memory, log window and grid scrolled through",

@@ -6,10 +6,10 @@ namespace {
 Piece ImportaAdifView() {
   return Column(
       {Form({Line({Wide(Item("File"))}),
-             Line({Item("Letti"), Item("Nuovi"), Item("Ripetuti"), Item("Rifiutati"),
-                   Item("Spostati"), Item("Riparati")}),
-             Line({Wide(Item("Periodo")), Wide(Item("Avvisi"))}), Line({Wide(Item("Bande"))}),
-             Line({Wide(Item("Modi"))}), Line({Wide(Item("Motivi"))})}),
+             Line({Item("Letti"), Item("Nuovi"), Item("Ripetuti"), Item("Rifiutati")}),
+             Line({Wide(Item("Periodo")), Item("Spostati"), Item("Riparati")}),
+             Line({Wide(Item("Bande"))}), Line({Wide(Item("Modi"))}), Line({Wide(Item("Motivi"))}),
+             Line({Wide(Item("Avvisi"))})}),
        Line({Frame("Valgono come Qsl ricevuta",
                    Line({Item("QslCartacea"), Item("QslLotw"), Item("QslEqsl"), Space()})),
              Frame("Contatti ripetuti", Item("ContattiRipetuti"))}),

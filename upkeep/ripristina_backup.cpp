@@ -25,8 +25,13 @@ void RipristinaBackup::Load() {
   core::RestoreWindow(session_, *this, kSettingsKey);
   const forms::BusyPointer busy(Host());
   copies_ = BackupCopies(session_.AppPath);
-  for (const BackupCopy& copy : copies_) {
-    LBCopie.AddItem(fmt::format("{}   {}", TitleOf(copy), ContentsOf(copy)));
+  const auto count = static_cast<std::int64_t>(copies_.size());
+  const auto progress = session_.Machine.ShowProgress("Lettura delle copie", count);
+  // Copies that nobody wants to wait for can be put back uncounted.
+  for (std::int64_t i = 0; i < count; ++i) {
+    const BackupCopy& copy = copies_[static_cast<std::size_t>(i)];
+    LBCopie.AddItem(progress->Advance(i) ? fmt::format("{}   {}", TitleOf(copy), ContentsOf(copy))
+                                         : TitleOf(copy));
   }
   if (copies_.empty()) {
     StatusBar1.SetPanel(1, "Non ci sono ancora copie");

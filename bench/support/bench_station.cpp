@@ -19,7 +19,7 @@ std::filesystem::path LogOf(std::int64_t contacts) {
     unfinished += ".new";
     std::filesystem::copy_file(build / "delivered" / "Brenvo.mdb", unfinished,
                                std::filesystem::copy_options::overwrite_existing);
-    MakeLog(unfinished, contacts);
+    mklog::MakeLog(unfinished, contacts);
     std::filesystem::rename(unfinished, kept);
   }
   return kept;
@@ -36,8 +36,8 @@ BenchDirectory::BenchDirectory(std::int64_t contacts) {
 }
 
 BenchStation::BenchStation(std::int64_t size) : contacts(size), directory(size) {
-  machine.SetNow(DateTime::Of(2025, 6, 1, 10, 30));
-  frame = StartStation(session);
+  machine.SetNow(base::DateTime::Of(2025, 6, 1, 10, 30));
+  frame = station::StartStation(session);
   if (frame == nullptr) throw std::runtime_error("the station does not start");
   sqlite3_open_v2(directory.File().c_str(), &file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
                   nullptr);
@@ -46,7 +46,7 @@ BenchStation::BenchStation(std::int64_t size) : contacts(size), directory(size) 
 }
 
 BenchStation::~BenchStation() {
-  StopStation(session);
+  station::StopStation(session);
   sqlite3_close(file);
 }
 

@@ -14,26 +14,26 @@
 namespace brenvo::bench {
 
 // A printer whose pages cost nothing.
-class QuietPrinter : public RecordingPrinter {
+class QuietPrinter : public recorder::RecordingPrinter {
  public:
-  using RecordingPrinter::RecordingPrinter;
-  void Text(Mm, Mm, std::string_view) override {}
-  void TextRight(Mm, Mm, std::string_view) override {}
-  void Line(Mm, Mm, Mm, Mm) override {}
-  void Box(Mm, Mm, Mm, Mm, bool) override {}
+  using recorder::RecordingPrinter::RecordingPrinter;
+  void Text(base::Mm, base::Mm, std::string_view) override {}
+  void TextRight(base::Mm, base::Mm, std::string_view) override {}
+  void Line(base::Mm, base::Mm, base::Mm, base::Mm) override {}
+  void Box(base::Mm, base::Mm, base::Mm, base::Mm, bool) override {}
   void NewPage() override { ++Pages; }
   void EndDocument() override {}
   int Pages = 1;
 };
 
-class QuietPlatform : public RecordingPlatform {
+class QuietPlatform : public recorder::RecordingPlatform {
  public:
-  QuietPlatform() : RecordingPlatform([](const std::string&) {}) {}
+  QuietPlatform() : recorder::RecordingPlatform([](const std::string&) {}) {}
   QuietPrinter& GetPrinter() override { return printer_; }
-  RecordingPrinter& Reports() override { return printer_; }
+  recorder::RecordingPrinter& Reports() override { return printer_; }
 
  private:
-  FileNames names_;
+  recorder::FileNames names_;
   QuietPrinter printer_{[](const std::string&) {}, names_};
 };
 
@@ -58,17 +58,17 @@ class BenchStation {
 
   template <class Form>
   Form& Open(const char* name) {
-    Window* window = session.Windows.LoadNew(name);
+    forms::Window* window = session.Windows.LoadNew(name);
     session.Windows.Show(*window);
     return static_cast<Form&>(*window);
   }
-  void Close(Window& window) { session.Windows.Unload(window); }
+  void Close(forms::Window& window) { session.Windows.Unload(window); }
 
   std::int64_t contacts;
   BenchDirectory directory;
   QuietPlatform machine;
-  Session session{machine, directory.Path()};
-  MainFrame* frame = nullptr;
+  core::Session session{machine, directory.Path()};
+  frame::MainFrame* frame = nullptr;
   sqlite3* file = nullptr;
 };
 

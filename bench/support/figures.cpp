@@ -59,7 +59,7 @@ void Figures::Line(std::int64_t contacts, std::string_view task, const Samples& 
     ratio = fmt::format("{:.2f}", program.Median() / hand.Median());
   }
   fmt::print("| {:>9} | {:<44} | {:>9} | {:>9} | {:>9} | {:>9} | {:>6} |{}{}\n",
-             FormatNumber(static_cast<double>(contacts), "#,###"),
+             base::FormatNumber(static_cast<double>(contacts), "#,###"),
              fmt::format("{}: {}", program_, task), TimeText(program.Median()), tail(program),
              byHand, handTail, ratio, note.empty() ? "" : " ", note);
   std::fflush(stdout);
@@ -80,7 +80,7 @@ void Figures::Compare(std::int64_t contacts, std::string_view task, int runs,
 void Figures::Value(std::int64_t contacts, std::string_view task, std::string_view value) const {
   if (!Wants(task)) return;
   fmt::print("| {:>9} | {:<44} | {:>9} | {:>9} | {:>9} | {:>9} | {:>6} |\n",
-             FormatNumber(static_cast<double>(contacts), "#,###"),
+             base::FormatNumber(static_cast<double>(contacts), "#,###"),
              fmt::format("{}: {}", program_, task), value, "", "", "", "");
   std::fflush(stdout);
 }

@@ -6,6 +6,7 @@
 
 #include "adif/dxcc_entities.h"
 #include "adif/escaped_text.h"
+#include "adif/plain_name.h"
 #include "adif/record_to_contact.h"
 #include "base/csv.h"
 #include "tests/support/places.h"
@@ -45,6 +46,32 @@ TEST(AdifNamesTest, ZonesOfACountryStandInThePrefixTableOrHere) {
   }
   EXPECT_EQ(FindDxccZones("3Y/P")->cq, 12);
   EXPECT_EQ(FindDxccZones("3Y/P")->itu, 72);
+}
+
+// Written down from the list's own sources; most of these countries no prefix tells of.
+TEST(AdifNamesTest, NumbersAndZonesAreThoseOfTheList) {
+  const base::CsvTable list = base::ReadCsv(SourceDir() / "tests/adif/golden/entities.csv");
+  ASSERT_EQ(list.Rows.size(), 402U);
+  for (const base::CsvTable::Row& row : list.Rows) {
+    const DxccEntity* entity = FindDxccEntity(std::stoi(row.Cells[0]));
+    ASSERT_NE(entity, nullptr) << row.Cells[0];
+    EXPECT_EQ(entity->country, row.Cells[1]) << row.Cells[0];
+    const DxccZones* zones = FindDxccZones(entity->country);
+    ASSERT_EQ(zones == nullptr, row.Cells[2].empty()) << row.Cells[1];
+    if (zones == nullptr) continue;
+    EXPECT_EQ(std::to_string(zones->cq), row.Cells[2]) << row.Cells[1];
+    EXPECT_EQ(std::to_string(zones->itu), row.Cells[3]) << row.Cells[1];
+    EXPECT_EQ(zones->continent, row.Cells[4]) << row.Cells[1];
+  }
+}
+
+TEST(AdifNamesTest, NamesAreComparedByTheirLettersAndDigitsAlone) {
+  EXPECT_EQ(PlainName("az AZ 09"), "AZAZ09");
+  EXPECT_EQ(PlainName("@[`{/:.-&'\t"), "");
+  EXPECT_EQ(PlainName("Curaçao"), "CURAçAO");
+  EXPECT_EQ(Stripped(" \t\r\n\v\f a b \t"), "a b");
+  EXPECT_EQ(Stripped(" \x0E "), "\x0E");
+  EXPECT_EQ(Stripped(" \t"), "");
 }
 
 TEST(AdifNamesTest, EveryBandOfTheStationIsOneOfTheStandard) {

@@ -55,6 +55,13 @@ TEST_F(AdifWindowsTest, ThePreviewTellsWhatWouldBecomeOfTheFile) {
   EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
 }
 
+TEST_F(AdifWindowsTest, EnterImportsAndEscLeaves) {
+  Import(Sample("logger32.adi"), [&](ImportaAdif& window) {
+    EXPECT_EQ(window.DefaultCommand, &window.cmImporta);
+    EXPECT_EQ(window.CancelCommand, &window.cmExit);
+  });
+}
+
 TEST_F(AdifWindowsTest, RepairedFieldsAreListedWithWhatWasToldAndWhatWasRead) {
   const auto file = Write("a.adi",
                           "<EOH>\n<CALL:5>I3AAA<QSO_DATE:8>20010203<TIME_ON:4>1015<BAND:2>2m"

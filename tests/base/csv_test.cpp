@@ -39,6 +39,26 @@ TEST(Csv, AQuotedCellHoldsCommasQuotesAndLineEnds) {
   EXPECT_EQ(table.Rows[1].Line, 4U);
 }
 
+TEST(Csv, QuotedCellsStandSideBySideAndAreMeasuredToTheByte) {
+  const CsvTable table = ParseCsv("\"A\",\"B\"\r\n\"1\",\"\"\r\n\"\"\"\",x\n");
+  EXPECT_THAT(table.Headings, ElementsAre("A", "B"));
+  EXPECT_THAT(table.Rows[0].Cells, ElementsAre("1", ""));
+  EXPECT_THAT(table.Rows[1].Cells, ElementsAre("\"", "x"));
+}
+
+TEST(Csv, ARowKnowsItsLineBehindEmptyOnes) {
+  const CsvTable table = ParseCsv("\n\nA\n\n\n1\n\"2\n3\"\n4\n");
+  ASSERT_EQ(table.Rows.size(), 3U);
+  EXPECT_EQ(table.Rows[0].Line, 6U);
+  EXPECT_EQ(table.Rows[1].Line, 7U);
+  EXPECT_EQ(table.Rows[2].Line, 9U);
+}
+
+TEST(Csv, ACarriageReturnThatEndsNoLineBelongsToItsCell) {
+  EXPECT_THAT(ParseCsv("A,B\n1\r2,3\r\n").Rows[0].Cells, ElementsAre("1\r2", "3"));
+  EXPECT_THAT(ParseCsv("A,B\n1,\r\n").Rows[0].Cells, ElementsAre("1", ""));
+}
+
 TEST(Csv, EmptyCellsAreKept) {
   EXPECT_THAT(ParseCsv("A,B,C\n,,\n").Rows[0].Cells, ElementsAre("", "", ""));
 }

@@ -38,9 +38,29 @@ TEST(Date, AYearOfTwoDigitsLiesBetween1930And2029) {
 }
 
 TEST(Date, RefusesWhatIsNoDate) {
-  for (const char* text :
-       {"", "__/__/____", "31/02/2001", "29/02/2001", "1/13/2001", "0/1/2001", "03/02", "3/2-2001",
-        "abc", "03/02/2001x", "03/02/201", "03/02/2001 25:00"}) {
+  for (const char* text : {"",
+                           "__/__/____",
+                           "31/02/2001",
+                           "29/02/2001",
+                           "1/13/2001",
+                           "0/1/2001",
+                           "03/02",
+                           "3/2-2001",
+                           "abc",
+                           "03/02/2001x",
+                           "03/02/201",
+                           "03/02/2001 25:00",
+                           "03/02/20011",
+                           "003/02/2001",
+                           "03/002/2001",
+                           "/02/2001",
+                           "03//2001",
+                           "03/02/",
+                           "0/0/0000",
+                           "01/01/0099",
+                           "3 2 2001",
+                           "03/02/2001 x",
+                           "03/02/2001-14:05"}) {
     EXPECT_FALSE(ParseDate(text)) << text;
   }
 }
@@ -49,9 +69,32 @@ TEST(Date, ReadsTimes) {
   EXPECT_EQ(ParseTime("00:01"), DateTime::FromSeconds(60));
   EXPECT_EQ(ParseTime("23:59:59"), DateTime::FromSeconds(86399));
   EXPECT_EQ(ParseTime("7.30"), DateTime::FromSeconds(27000));
-  for (const char* text : {"", "24:00", "12:60", "__:__", "1_:3_", "12", "12:", "12:00x"}) {
+  EXPECT_EQ(ParseTime("00:00:00"), DateTime());
+  EXPECT_EQ(ParseTime("23:59"), DateTime::FromSeconds(86340));
+  EXPECT_EQ(ParseTime(" 1:2:3 "), DateTime::FromSeconds(3723));
+  EXPECT_EQ(ParseTime("12.34.56"), DateTime::FromSeconds(45296));
+  for (const char* text :
+       {"", "24:00", "12:60", "__:__", "1_:3_", "12", "12:", "12:00x", "12:00:", "12:00:60",
+        "012:00", "12:000", "12:00:000", "12-00", ":00", "12:00:00:00", "1200"}) {
     EXPECT_FALSE(ParseTime(text)) << text;
   }
+}
+
+TEST(Date, EverySecondOfTheDaysAroundDayZeroHasItsPlace) {
+  EXPECT_EQ(DateTime::Of(1899, 12, 30), DateTime());
+  EXPECT_EQ(DateTime::Of(1899, 12, 31).Seconds(), 86400);
+  EXPECT_EQ(DateTime::Of(1899, 12, 29).Seconds(), -86400);
+  EXPECT_EQ(DateTime::Of(1899, 12, 29, 23, 59, 59).Seconds(), -1);
+  const DateTime before = DateTime::FromSeconds(-1);
+  EXPECT_EQ(before.Day(), 29);
+  EXPECT_EQ(before.DatePart().Seconds(), -86400);
+  EXPECT_EQ(before.TimePart().Seconds(), 86399);
+  EXPECT_EQ(before.Hour(), 23);
+  EXPECT_EQ(before.Minute(), 59);
+  EXPECT_EQ(before.Second(), 59);
+  EXPECT_EQ(DateTime::FromSeconds(-86400).DatePart().Seconds(), -86400);
+  EXPECT_EQ(DateTime::FromSeconds(-86400).TimePart().Seconds(), 0);
+  EXPECT_EQ(DateTime::FromSeconds(86399).Day(), 30);
 }
 
 TEST(Date, WritesDatesAndTimes) {
@@ -64,9 +107,20 @@ TEST(Date, WritesDatesAndTimes) {
   EXPECT_EQ(IsoText(value), "2001-02-03 04:05:06");
   EXPECT_EQ(ParseIso("2001-02-03 04:05:06"), value);
   EXPECT_EQ(ParseIso("2001-02-03"), value.DatePart());
-  EXPECT_FALSE(ParseIso("03/02/2001"));
-  EXPECT_EQ(MonthName(1), "gennaio");
-  EXPECT_EQ(MonthName(12), "dicembre");
+  EXPECT_EQ(ParseIso("2001-02-03T04:05"), DateTime::Of(2001, 2, 3, 4, 5));
+  EXPECT_EQ(ParseIso("2001-2-3"), value.DatePart());
+  EXPECT_EQ(ParseIso("0099-12-31"), DateTime::Of(99, 12, 31));
+  for (const char* text :
+       {"", "03/02/2001", "2001/02/03", "2001-02/03", "201-02-03", "20011-02-03", "2001-02-",
+        "2001-13-03", "2001-02-30", "2001-00-03", "2001-02-00", "2001-02-03x", "2001-02-03 ",
+        "2001-02-03 25:00", "2001-02-03T", "2001-002-03", "2001-02-003", "2001--03"}) {
+    EXPECT_FALSE(ParseIso(text)) << text;
+  }
+  EXPECT_EQ(IsoText(DateTime::Of(99, 1, 2)), "0099-01-02 00:00:00");
+  const char* const months[] = {"gennaio",   "febbraio", "marzo",    "aprile",
+                                "maggio",    "giugno",   "luglio",   "agosto",
+                                "settembre", "ottobre",  "novembre", "dicembre"};
+  for (int month = 1; month <= 12; ++month) EXPECT_EQ(MonthName(month), months[month - 1]);
 }
 
 }  // namespace

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <string>
+
 namespace brenvo::base {
 namespace {
 
@@ -12,10 +15,14 @@ struct TextCase {
 
 TEST(Number, ValReadsTheLongestNumberAtTheBeginning) {
   const TextCase cases[] = {
-      {"144.300", 144.3}, {"144,300", 144}, {"  7", 7}, {"-3.5x", -3.5}, {"", 0},
-      {"abc", 0},         {".5", .5},       {"5.", 5},  {"1E2", 100},    {"1E", 1},
-      {"12 34", 12},      {"+4", 4},        {"-", 0},   {".", 0},        {"1e999", 0},
-      {"59A", 59}};
+      {"144.300", 144.3}, {"144,300", 144}, {"  7", 7},   {"-3.5x", -3.5}, {"", 0},
+      {"abc", 0},         {".5", .5},       {"5.", 5},    {"1E2", 100},    {"1E", 1},
+      {"12 34", 12},      {"+4", 4},        {"-", 0},     {".", 0},        {"1e999", 0},
+      {"59A", 59},        {"+", 0},         {"-.5", -.5}, {"+.5", .5},     {"..5", 0},
+      {"1.2.3", 1.2},     {"--4", 0},       {"+-4", 0},   {"-+4", 0},      {"1e2", 100},
+      {"1E+2", 100},      {"15E-1", 1.5},   {"1E+", 1},   {"1Ex", 1},      {"1E2x", 100},
+      {"E2", 0},          {"-1e999", 0},    {"0012", 12}, {" - 4", 0},     {"9/0", 9},
+      {"8:", 8}};
   for (const TextCase& c : cases) EXPECT_EQ(Val(c.text), c.value) << c.text;
 }
 
@@ -32,6 +39,17 @@ TEST(Number, PlainNumberNeverWritesAnExponent) {
   EXPECT_EQ(PlainNumber(123456789012345.0), "123456789012345");
   EXPECT_EQ(PlainNumber(0.1 + 0.2), "0.3");
   EXPECT_EQ(PlainNumber(-0.0), "0");
+  EXPECT_EQ(PlainNumber(1e15), "1000000000000000");
+  EXPECT_EQ(PlainNumber(-1e16), "-10000000000000000");
+  EXPECT_EQ(PlainNumber(999999999999999.0), "999999999999999");
+  EXPECT_EQ(PlainNumber(0.0001), "0.0001");
+  EXPECT_EQ(PlainNumber(-0.000012345), "-0.000012345");
+  EXPECT_EQ(PlainNumber(1.5e-10), "0.00000000015");
+  EXPECT_EQ(PlainNumber(1.23456789012345e-5), "0.0000123456789012345");
+  EXPECT_EQ(PlainNumber(1e-320), "0." + std::string(319, '0') + "1");
+  EXPECT_EQ(PlainNumber(4e-321), "0");  // behind the places that are looked at
+  EXPECT_EQ(PlainNumber(std::numeric_limits<double>::infinity()), "0");
+  EXPECT_EQ(PlainNumber(std::numeric_limits<double>::quiet_NaN()), "0");
 }
 
 struct FormatCase {
@@ -68,6 +86,21 @@ TEST(Number, FormatsByPattern) {
                               {0.0005, "#####.000", "0.001"},
                               {-0.0001, "#####.000", "0.000"},
                               {144.2995, "#####.000", "144.300"},
+                              {1.005, "0.00", "1.01"},
+                              {1.0049, "0.00", "1.00"},
+                              {2.4999999, "##", "2"},
+                              {1.5, "0.0##", "1.5"},
+                              {1.25, "0.0##", "1.25"},
+                              {1.2345, "0.0##", "1.235"},
+                              {1, "0.0##", "1.0"},
+                              {1, "0.##", "1."},
+                              {10.10, "0.##", "10.1"},
+                              {0.05, "0.00", "0.05"},
+                              {0.05, "#.00", "0.05"},
+                              {-0.05, ".00", "-.05"},
+                              {-1234.5, "#,###.0", "-1,234.5"},
+                              {12345678901.25, "0.00", "12345678901.25"},
+                              {12345678901234.5, "0.00", "12345678901234.50"},
                               {1e17, "####,###", "100,000,000,000,000,000"}};
   for (const FormatCase& c : cases) {
     EXPECT_EQ(FormatNumber(c.value, c.pattern), c.text) << c.value << " " << c.pattern;

@@ -38,6 +38,34 @@ constexpr Case kCases[] = {
     {"[*]", "x", false},
     {"a[]b", "ab", true},
     {"[a-]", "-", true},
+    {"[a-]", "a", true},
+    {"[a-]", "b", false},
+    {"[-a]", "-", true},
+    {"[-a]", "b", false},
+    {"[a-cx]", "x", true},
+    {"[a-cx]", "-", false},
+    {"[a-cx-z5]", "Y", true},
+    {"[a-cx-z5]", "5", true},
+    {"[a-cx-z5]", "w", false},
+    {"[abc]", "b", true},
+    {"[abc]", "c", true},
+    {"[a-a]", "a", true},
+    {"[a!]", "!", true},
+    {"[!a-c]x", "dx", true},
+    {"[!a-c]x", "bx", false},
+    {"[!]b", "b", true},
+    {"[!]b", "!b", false},
+    {"[ab][cd]", "bd", true},
+    {"[ab][cd]", "db", false},
+    {"#", "0", true},
+    {"#", "9", true},
+    {"#", "/", false},
+    {"#", ":", false},
+    {"a*b", "aXbYb", true},
+    {"a*bc", "abbc", true},
+    {"*?", "", false},
+    {"A**", "A", true},
+    {"A*?", "A", false},
     {"*a*b*c*", "xxaxxbxxcxx", true},
     {"*a*b*c*", "xxaxxcxxbxx", false},
     {"**", "x", true},
@@ -63,6 +91,12 @@ TEST(LikePatternTest, ItKnowsItsShape) {
   EXPECT_EQ(LikePattern("JN65*").GetShape(), LikePattern::Shape::kPrefix);
   EXPECT_EQ(LikePattern("JN65*  ").Literal(), "JN65");
   EXPECT_EQ(LikePattern("JN65").GetShape(), LikePattern::Shape::kText);
+  EXPECT_EQ(LikePattern("JN65").Literal(), "JN65");
+  EXPECT_EQ(LikePattern("").GetShape(), LikePattern::Shape::kText);
+  EXPECT_EQ(LikePattern("**").GetShape(), LikePattern::Shape::kPrefix);
+  EXPECT_EQ(LikePattern("*5").GetShape(), LikePattern::Shape::kOther);
+  EXPECT_EQ(LikePattern("J?").GetShape(), LikePattern::Shape::kOther);
+  EXPECT_EQ(LikePattern("*5").Literal(), "");
   EXPECT_EQ(LikePattern("J*5").GetShape(), LikePattern::Shape::kOther);
   EXPECT_EQ(LikePattern("JN6#*").GetShape(), LikePattern::Shape::kOther);
 }

@@ -33,6 +33,42 @@ TEST(TokenizerTest, AStatementFallsIntoItsWords) {
   EXPECT_EQ(tokens.Next().kind, TokenKind::kEnd);
 }
 
+TEST(TokenizerTest, ANameIsOfLettersDigitsAndLinesThatBeginsWithNoDigit) {
+  for (const char* name : {"a", "z", "A", "Z", "_", "_x1", "Nr0", "Nr9", "cantù", "\x80x"}) {
+    Tokenizer tokens(name);
+    const Token token = tokens.Next();
+    EXPECT_EQ(token.kind, TokenKind::kName) << name;
+    EXPECT_EQ(token.text, name);
+    EXPECT_EQ(tokens.Next().kind, TokenKind::kEnd) << name;
+  }
+  for (const char* text : {"@", "`", "{", "^", "\x7f", "?", ":"}) {
+    EXPECT_EQ(Tokenizer(text).Next().kind, TokenKind::kBad) << text;
+  }
+}
+
+TEST(TokenizerTest, ANumberHasAFractionAndAnExponentOrNone) {
+  for (const char* number :
+       {"0", "9", "144", "144.", "144.3", ".3", "1e5", "1E5", "1e+5", "1.5e-12", "0.0"}) {
+    Tokenizer tokens(number);
+    const Token token = tokens.Next();
+    EXPECT_EQ(token.kind, TokenKind::kNumber) << number;
+    EXPECT_EQ(token.text, number);
+    EXPECT_EQ(tokens.Next().kind, TokenKind::kEnd) << number;
+  }
+  for (const char* text : {"1e", "1e+", "1ex", "1_", "1è", "1e5.", "1.2."}) {
+    EXPECT_EQ(Tokenizer(text).Next().kind, TokenKind::kBad) << text;
+  }
+}
+
+TEST(TokenizerTest, EachWordKnowsWhereItBegins) {
+  Tokenizer tokens(" a\t'b'\r\n[c]<>1");
+  std::vector<std::size_t> starts;
+  for (Token token = tokens.Next(); token.kind != TokenKind::kEnd; token = tokens.Next()) {
+    starts.push_back(token.start);
+  }
+  EXPECT_THAT(starts, testing::ElementsAre(1U, 3U, 8U, 11U, 13U));
+}
+
 TEST(TokenizerTest, WhatDoesNotEndIsNoWord) {
   for (const char* text : {"'aperto", "\"aperto", "[aperto", "[]", "1a", "1.2.3", "!"}) {
     EXPECT_EQ(Tokenizer(text).Next().kind, TokenKind::kBad) << text;

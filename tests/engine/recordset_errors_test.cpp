@@ -14,8 +14,22 @@ TEST(RecordsetErrorsTest, EachHasItsNumber) {
 }
 
 TEST(RecordsetErrorsTest, AColumnIsFoundWhateverItsCase) {
-  EXPECT_EQ(PlaceOf({"QsoNr", "Call"}, "CALL"), 1U);
-  EXPECT_EQ(ErrorOf([] { PlaceOf({"QsoNr", "Call"}, "Cal"); }), 3265);
+  EXPECT_EQ(PlaceOf({"QsoNr", "Call", "Banda"}, "qsonr"), 0U);
+  EXPECT_EQ(PlaceOf({"QsoNr", "Call", "Banda"}, "CALL"), 1U);
+  EXPECT_EQ(PlaceOf({"QsoNr", "Call", "Banda"}, "Banda"), 2U);
+}
+
+TEST(RecordsetErrorsTest, AColumnThatIsNoneIsNamed) {
+  const auto told = [](const std::vector<std::string>& columns) -> std::string {
+    try {
+      PlaceOf(columns, "Cal");
+    } catch (const DatabaseError& failure) {
+      return std::to_string(failure.Number) + " " + failure.Description;
+    }
+    return "";
+  };
+  EXPECT_EQ(told({"QsoNr", "Call"}), "3265 La colonna 'Cal' non c'e'.");
+  EXPECT_EQ(told({}), "3265 La colonna 'Cal' non c'e'.");
 }
 
 }  // namespace

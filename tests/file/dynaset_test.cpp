@@ -227,6 +227,21 @@ TEST_F(DynasetTest, AMoveDropsTheRecordBeingWritten) {
   EXPECT_EQ(rows->Field("Call").Text(), "I1AAA");
 }
 
+TEST_F(DynasetTest, ARecordThatIsGivenUpIsNotWritten) {
+  AddContact(db_, 1, "I1AAA");
+  const auto table = db_.OpenTable("Log");
+  const auto rows = db_.OpenDynaset("select * from Log");
+  for (engine::EditableRecordset* each : {static_cast<engine::EditableRecordset*>(table.get()),
+                                          static_cast<engine::EditableRecordset*>(rows.get())}) {
+    each->Edit();
+    each->Set("Call", "I1ZZZ");
+    each->CancelUpdate();
+    EXPECT_EQ(ErrorOf([&] { each->Update(); }), 3020);
+    EXPECT_EQ(ErrorOf([&] { each->Set("Call", "I1ZZZ"); }), 3020);
+    EXPECT_EQ(each->Field("Call").Text(), "I1AAA");
+  }
+}
+
 TEST_F(DynasetTest, ARepeatedKeyIsToldAndTheSetStaysAsItWas) {
   AddContact(db_, 1, "I1AAA");
   const auto rows = db_.OpenDynaset("select * from Log");
@@ -400,6 +415,34 @@ TEST_F(WalkTest, OneRowAskedForIsOneRowFetched) {
   rows->MovePrevious();
   EXPECT_EQ(rows->Field("QsoNr").Integer(), 99);
   EXPECT_EQ(db_.Counters().rowsStepped - before, 3);
+}
+
+TEST_F(WalkTest, TheRowThatIsLookedAtFirstIsFetchedWithAllItsColumns) {
+  const auto rows = Opened();
+  rows->MoveLast();
+  const auto before = db_.Counters().statements;
+  for (const std::string& column : rows->Columns()) rows->Field(column);
+  EXPECT_EQ(db_.Counters().statements - before, 1);
+}
+
+TEST_F(WalkTest, AllColumnsThatAreAskedOfEachRowAreFetchedAhead) {
+  const auto rows = Opened();
+  const auto before = db_.Counters().statements;
+  for (int nr = 1; nr <= kContacts; ++nr, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field("QsoNr").Integer(), nr);
+    ASSERT_EQ(rows->Field("Call").Text(), "I1AAA");
+    ASSERT_EQ(rows->Field("Banda").Text(), "  2 m");
+  }
+  EXPECT_LE(db_.Counters().statements - before, 20);
+}
+
+TEST_F(WalkTest, RunningTheSelectAgainCompilesNothing) {
+  const auto rows = Opened();
+  rows->MoveNext();
+  const auto before = db_.Counters().prepared;
+  rows->Requery();
+  EXPECT_EQ(rows->RecordCount(), 1);
+  EXPECT_EQ(db_.Counters().prepared, before);
 }
 
 TEST_F(WalkTest, AWalkThatWritesReadsFewRowsTwice) {

@@ -186,6 +186,22 @@ TEST_F(JournalTest, ThatHasLongBeenWrittenBackInPartIsTheFilesOwn) {
   EXPECT_EQ(Count(File()), 6000);
 }
 
+TEST_F(JournalTest, ThatBeganAnewIsNotThatOfACopyMadeBefore) {
+  DieAfter([this](engine::Database& database) {
+    const auto change = [&](char letter) {  // a page each: all of it is written back at once
+      database.Execute("update Log set Qra='" + std::string(3500, letter) + "'");
+    };
+    Store(database, 0, 1200);
+    change('A');
+    fs::copy_file(File(), Path("by hand.mdb"));
+    change('B');
+    Store(database, 1200, 1210);
+  });
+  EXPECT_EQ(JudgeJournal(File()), Journal::kOwn);
+  PutInPlace(Path("by hand.mdb"));
+  ExpectForeign();
+}
+
 TEST_F(JournalTest, IsKnownWhileRowsHoldItFromBeginningAnew) {
   DieAfter([](engine::Database& database) {
     Store(database, 0, 3000);

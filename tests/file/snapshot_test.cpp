@@ -32,6 +32,20 @@ TEST_F(SnapshotTest, AnEmptyOneStandsOnBothMarks) {
   EXPECT_EQ(ErrorOf([&] { rows->Field("Call"); }), 3021);
 }
 
+TEST_F(SnapshotTest, OneThatIsBeingReadGoesOnHoweverManyOtherStatementsRun) {
+  AddContacts(300);
+  const auto rows = db_.OpenSnapshot("select * from Log order by QsoNr");
+  std::string numbers = "1";
+  for (int i = 0; i < 400; ++i) {  // each is compiled for itself, of as many numbers as no other
+    db_.OpenSnapshot("select Call from Log where QsoNr in (" + numbers + ")");
+    numbers += ",1";
+  }
+  for (int nr = 1; nr <= 300; ++nr, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field("QsoNr").Integer(), nr);
+  }
+  EXPECT_TRUE(rows->EOF_());
+}
+
 TEST_F(SnapshotTest, MovesGoBothWaysAndStopOnTheMarks) {
   AddContacts(3);
   const auto rows = db_.OpenSnapshot("select * from Log order by DataQso");

@@ -80,6 +80,72 @@ TEST_F(RichTextTest, AppendingTakesTheSelectionToTheEnd) {
   EXPECT_EQ(area.SelLength(), 0u);
 }
 
+TEST_F(RichTextTest, APieceIsReadFromAnyPlace) {
+  area.SetText("èàùòì");
+  EXPECT_EQ(area.Text(1, 2), "àù");
+  EXPECT_EQ(area.Text(4, 9), "ì");
+  EXPECT_EQ(area.Text(9, 9), "");
+  area.Select(3, 9);
+  EXPECT_EQ(area.SelText(), "òì");
+  area.Select(9, 1);
+  EXPECT_EQ(area.SelStart(), 5u);
+  EXPECT_EQ(area.SelLength(), 0u);
+}
+
+TEST_F(RichTextTest, ASelectionStaysOnItsCharactersWhereverTheTextChanges) {
+  area.SetText("abcdef");
+  area.Select(3, 2);
+  area.Erase(0, 2);
+  EXPECT_EQ(area.SelText(), "de");
+  area.Erase(3, 1);
+  EXPECT_EQ(area.SelText(), "de");
+  area.Erase(0, 2);  // the beginning of it goes
+  EXPECT_EQ(area.SelStart(), 0u);
+  EXPECT_EQ(area.SelLength(), 0u);
+  EXPECT_EQ(area.Text(), "e");
+}
+
+TEST_F(RichTextTest, WhatChangesNothingIsToldToNobody) {
+  int changes = 0;
+  area.OnChange = [&] { ++changes; };
+  area.Erase(0, 5);
+  area.Append("");
+  area.SetText("");
+  EXPECT_EQ(changes, 0);
+  area.Append("x");
+  area.Erase(0, 1);
+  EXPECT_EQ(changes, 2);
+}
+
+TEST_F(RichTextTest, AnEditIsToldWithItsPlaceItsLengthAndItsColour) {
+  std::string told;
+  const Subscription edited = area.Edited.Subscribe([&](const RichText::Edit& edit) {
+    told += std::to_string(edit.start) + "-" + std::to_string(edit.removed);
+    for (const RichText::Run& run : edit.inserted) {
+      told += "+" + run.text + (run.colour == base::kRed ? "r" : "");
+    }
+    told += ";";
+  });
+  area.SetText("uno");
+  area.Append("due", base::kRed);
+  area.Erase(1, 1);
+  area.SetText("x");
+  EXPECT_EQ(told, "0-0+uno;3-0+duer;1-1;0-5+x;");
+}
+
+TEST_F(RichTextTest, RunsAreCutToThePieceThatIsAskedFor) {
+  area.Append("uno");
+  area.Append("due", base::kRed);
+  area.Append("tre", base::kBlack);
+  ASSERT_EQ(area.Runs(2, 5).size(), 3u);
+  EXPECT_EQ(area.Runs(2, 5)[0].text, "o");
+  EXPECT_EQ(area.Runs(2, 5)[1].text, "due");
+  EXPECT_EQ(area.Runs(2, 5)[2].text, "t");
+  EXPECT_EQ(area.Runs(7)[0].text, "re");
+  EXPECT_TRUE(area.Runs(9).empty());
+  EXPECT_TRUE(area.Runs(12).empty());
+}
+
 TEST_F(RichTextTest, CutPlainKeepsTheBeginningWithoutItsColours) {
   area.Append("uno ");
   area.Append("due", base::kRed);

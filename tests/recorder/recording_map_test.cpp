@@ -42,34 +42,6 @@ class Pictures : public testing::Test {
   std::filesystem::path directory;
 };
 
-TEST_F(Pictures, APngTellsItsSize) {
-  const std::string header("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\x01\x02\0\0\0\x03", 24);
-  EXPECT_EQ(base::ReadImageSize(File("a.png", header)), (base::ImageSize{258, 3}));
-}
-
-TEST_F(Pictures, ABmpTellsItsSizeWhicheverWayItsRowsRun) {
-  EXPECT_EQ(base::ReadImageSize(File("a.bmp", BmpHeader(27, 29))), (base::ImageSize{27, 29}));
-  EXPECT_EQ(base::ReadImageSize(File("b.bmp", BmpHeader(27, static_cast<std::uint32_t>(-29)))),
-            (base::ImageSize{27, 29}));
-}
-
-TEST_F(Pictures, AJpegTellsItsSizeBehindOtherSegments) {
-  const std::string bytes(
-      "\xFF\xD8"
-      "\xFF\xE0\x00\x04xx"
-      "\xFF\xC4\x00\x03y"
-      "\xFF\xFF\xC2\x00\x0B\x08\x02\x58\x03\x20\x03",
-      24);
-  EXPECT_EQ(base::ReadImageSize(File("a.jpg", bytes)), (base::ImageSize{800, 600}));
-}
-
-TEST_F(Pictures, WhatIsNoPictureHasNoSize) {
-  EXPECT_EQ(base::ReadImageSize(File("a.jpg", "no picture at all")), std::nullopt);
-  EXPECT_EQ(base::ReadImageSize(File("b.jpg", "\xFF\xD8\xFF\xE0")), std::nullopt);
-  EXPECT_EQ(base::ReadImageSize(File("c.bmp", "BM")), std::nullopt);
-  EXPECT_EQ(base::ReadImageSize(directory / "missing.png"), std::nullopt);
-}
-
 class Map : public Pictures {
  protected:
   Map() {

@@ -58,6 +58,15 @@ TEST_F(RestoreTest, TheListShowsEachCopyWithItsContacts) {
   EXPECT_EQ(window.LBCopie.Items().size(), 3u);
 }
 
+TEST_F(RestoreTest, CopiesAreListedUncountedOnceTheOperatorHasStoppedTheCounting) {
+  fs::copy_file(BackupCopies(directory.Path())[0].file,
+                BackupDirectory() / "Brenvo-2001-02-01.mdb");
+  machine.StopProgressAt(1);
+  RipristinaBackup& window = Open<RipristinaBackup>("RipristinaBackup");
+  EXPECT_EQ(window.LBCopie.Items(),
+            (std::vector<std::string>{"del 03/02/2001   1 QSO", "del 01/02/2001"}));
+}
+
 TEST_F(RestoreTest, TheCopyTakesThePlaceOfTheDatabaseWhichIsSetAside) {
   machine.Messages().QueueAnswer(true);
   InTheWindow([](RipristinaBackup& window) { window.cmRipristina.Press(); });

@@ -39,6 +39,8 @@ def options():
     parser.add_argument('--out', type=Path, help='default SEED.tsv in the build folder; '
                         'what stands there already is not run again')
     parser.add_argument('--only', help='mutants of files whose path has this in it')
+    parser.add_argument('--again', action='store_true',
+                        help='judges anew what has survived there, by the tests of today')
     parser.add_argument('--list', action='store_true', help='tells the mutants and runs nothing')
     return parser.parse_args()
 
@@ -157,6 +159,47 @@ def judge(copy, room, file, change, limit):
         path.write_text(text)
 
 
+def measured(copy, rooms):
+    """How long the tests of each room may take; ends the program when some fail unchanged."""
+    limits = {}
+    for room in sorted(rooms):
+        status, printed = copy.make(room)
+        if status != 0:
+            sys.exit(printed)
+        start = time.monotonic()
+        if copy.test(room, None) != 0:
+            sys.exit(f'{room}_test fails before anything is changed')
+        limits[room] = max(20.0, 4 * (time.monotonic() - start))
+    return limits
+
+
+def found_again(copy, row):
+    """The change of a row in the sources as they are, nearest to its line; None when it is gone."""
+    path = copy.source / row['file']
+    text = path.read_text() if path.is_file() else ''
+    same = [change for change in cpp_source.changes_of(text)
+            if cpp_source.described(text, change) == (row['before'], row['after'])]
+    return min(same, default=None,
+               key=lambda change: abs(cpp_source.line_of(text, change.start) - int(row['line'])))
+
+
+def judge_again(copy, out):
+    rows = read_rows(out)
+    known = equivalent()
+    survivors = [row for row in rows if row['outcome'] == 'survived' and
+                 (row['file'], row['before'], row['after']) not in known]
+    limits = measured(copy, {row['room'] for row in survivors})
+    for row in survivors:
+        change = found_again(copy, row)
+        if change is not None:
+            row['outcome'] = judge(copy, row['room'], row['file'], change, limits[row['room']])
+        print(row['outcome'] if change else 'gone', f'{row["file"]}:{row["line"]}',
+              row['before'], '->', row['after'], flush=True)
+        lines = ['\t'.join(HEADINGS)] + ['\t'.join(each[h] for h in HEADINGS) for each in rows]
+        out.write_text('\n'.join(lines) + '\n')
+    return rows
+
+
 def summary(rows, rooms):
     known = equivalent()
     lines = [f'{"":10}{"killed":>10}{"survived":>10}{"equivalent":>12}{"no build":>10}{"rate":>8}']
@@ -183,6 +226,10 @@ def main():
     rooms = settings.rooms.split(',')
     copy = Copy(settings.build.resolve())
     copy.refresh()
+    out = settings.out or settings.build / f'{settings.seed}.tsv'
+    if settings.again:
+        print(summary(judge_again(copy, out), rooms))
+        return
     mutants = mutants_of(copy, settings)
     if settings.list:
         for room, file, change in mutants:
@@ -190,16 +237,7 @@ def main():
             before, after = cpp_source.described(text, change)
             print(f'{file}:{cpp_source.line_of(text, change.start)}\t{change.kind}\t{before}\t{after}')
         return
-    limits = {}
-    for room in sorted({room for room, _, _ in mutants}):
-        status, printed = copy.make(room)
-        if status != 0:
-            sys.exit(printed)
-        start = time.monotonic()
-        if copy.test(room, None) != 0:
-            sys.exit(f'{room}_test fails before anything is changed')
-        limits[room] = max(20.0, 4 * (time.monotonic() - start))
-    out = settings.out or settings.build / f'{settings.seed}.tsv'
+    limits = measured(copy, {room for room, _, _ in mutants})
     rows = read_rows(out)
     done = {(row['file'], row['line'], row['before'], row['after']) for row in rows}
     if not rows:
