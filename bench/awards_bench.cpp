@@ -150,12 +150,12 @@ class AwardTasks {
       const char* condition;
     };
     const Overlay overlays[] = {
-        {"overlay of fields", DisplayField, "fieldmap.jpg", Same("substr(\"Locator\",1,2)"),
+        {"overlay of fields", maps::DisplayField, "fieldmap.jpg", Same("substr(\"Locator\",1,2)"),
          "Locator<>''"},
-        {"overlay of squares", DisplaySquare, "wm.jpg", Same("substr(\"Locator\",1,4)"),
+        {"overlay of squares", maps::DisplaySquare, "wm.jpg", Same("substr(\"Locator\",1,4)"),
          "Locator<>''"},
-        {"overlay of zones", DisplayZone, "wazmap.jpg", "\"Zona CQ\"", "[Zona CQ]<>0"},
-        {"overlay of provinces", DisplayItalia, "italia.jpg", Same("\"Provincia\""),
+        {"overlay of zones", maps::DisplayZone, "wazmap.jpg", "\"Zona CQ\"", "[Zona CQ]<>0"},
+        {"overlay of provinces", maps::DisplayItalia, "italia.jpg", Same("\"Provincia\""),
          "Provincia<>'' AND Country='I'"}};
     for (const Overlay& overlay : overlays) {
       if (!figures_.Wants(overlay.name)) continue;

@@ -32,14 +32,14 @@ void Fill(sqlite3* file) {
   RunByHand(file,
             "BEGIN; INSERT INTO Contest (DataContest,Banda,Nome,Call) VALUES "
             "('2024-09-07 00:00:00','  2 m','IARU VHF','I4ABC')");
-  const OtherStations others(file, 3);
+  const mklog::OtherStations others(file, 3);
   Hand insert(file,
               "INSERT INTO \"Contest Qso\" VALUES (?1,'  2 m',?2,?2,7,'1899-12-30 14:00:00',?3,59,"
               "59,?4,'USB',?5,?5,?6,0,0)");
   for (int contest = 0; contest < 11; ++contest) {
     const std::string day = contest == 0 ? kDay : fmt::format("2024-{:02}-01 00:00:00", contest);
     for (int i = 0; i < kContacts; ++i) {
-      const OtherStation other = others.Make(static_cast<std::uint64_t>(contest * 2000 + i));
+      const mklog::OtherStation other = others.Make(static_cast<std::uint64_t>(contest * 2000 + i));
       insert.Text(1, day).Number(2, i + 1).Text(3, other.call).Text(4, other.locator);
       insert.Number(5, other.qrb).Text(6, fmt::format("[Exc={}]", other.provincia));
       insert.Step();

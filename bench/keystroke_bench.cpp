@@ -28,12 +28,12 @@ struct Typed {
 // Half of them as in the log, half of stations never met.
 std::vector<Typed> WhatIsTyped(BenchStation& station) {
   std::mt19937_64 random(1);
-  const OtherStations strangers(station.file, 77);
+  const mklog::OtherStations strangers(station.file, 77);
   Hand contact(station.file, "SELECT Call,Locator,Country FROM Log WHERE QsoNr>=? LIMIT 1");
   std::vector<Typed> typed;
   while (typed.size() < kEvents) {
     if (typed.size() % 2 == 0) {
-      const OtherStation other = strangers.Make(random() % 1'000'000);
+      const mklog::OtherStation other = strangers.Make(random() % 1'000'000);
       typed.push_back({other.call, other.locator, other.country});
       continue;
     }

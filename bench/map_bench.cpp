@@ -103,6 +103,7 @@ class MapTasks {
 }  // namespace brenvo::bench
 
 int main(int argc, char** argv) {
+  using namespace brenvo;
   using namespace brenvo::bench;
   const Figures figures("map", argc, argv);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

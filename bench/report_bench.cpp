@@ -81,8 +81,8 @@ constexpr Task kTasks[] = {
     {"preview",
      [](const std::filesystem::path&, const std::function<void(platform::Printer&)>& report) {
        ui::QtPrinter printer = PrinterInto([](bool landscape) -> std::unique_ptr<ui::PageTarget> {
-         return std::make_unique<PreviewTarget>(ui::NewPrinter(landscape)->pageLayout(),
-                                                [](PageSpool&, const QPageLayout&) {});
+         return std::make_unique<ui::PreviewTarget>(ui::NewPrinter(landscape)->pageLayout(),
+                                                    [](ui::PageSpool&, const QPageLayout&) {});
        });
        report(printer);
      }},
@@ -112,12 +112,12 @@ void Measure(const Task& task, const std::filesystem::path& database, int contac
   const double staged = ProcessorSeconds() - begun;
   const double before = PeakMegabytes();
   std::ifstream file(SourceDir() / "data" / "logv.rpt", std::ios::binary);
-  const ReportLayout layout =
-      ParseReportLayout(std::string(std::istreambuf_iterator<char>(file), {}));
+  const print::ReportLayout layout =
+      print::ParseReportLayout(std::string(std::istreambuf_iterator<char>(file), {}));
   const double started = ProcessorSeconds();
   task.print(directory.Path(), [&](platform::Printer& printer) {
-    PrintRows(session.Db, layout, {{"call", "I0XXX"}}, printer,
-              [](std::int64_t, std::int64_t) { return true; });
+    print::PrintRows(session.Db, layout, {{"call", "I0XXX"}}, printer,
+                     [](std::int64_t, std::int64_t) { return true; });
   });
   std::printf("%-12s %9d %10.2f %10.2f %12.1f %12.1f\n", task.name, contacts, staged,
               ProcessorSeconds() - started, before, PeakMegabytes());
@@ -132,7 +132,7 @@ void MeasureAll(const std::vector<int>& sizes) {
   for (const int contacts : sizes) {
     ScratchDirectory directory;
     const auto database = directory.Path() / "Brenvo.mdb";
-    MakeDatabase(source / "schema.sql", source, database);
+    mkdatabase::MakeDatabase(source / "schema.sql", source, database);
     FillLog(database, contacts);
     for (const Task& task : kTasks) {
       std::fflush(stdout);
@@ -153,6 +153,6 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   std::vector<int> sizes;
   for (int i = 1; i < argc; ++i) sizes.push_back(std::atoi(argv[i]));
-  brenvo::MeasureAll(sizes.empty() ? std::vector{10'000, 100'000} : sizes);
+  brenvo::bench::MeasureAll(sizes.empty() ? std::vector{10'000, 100'000} : sizes);
   return 0;
 }

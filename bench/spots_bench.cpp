@@ -40,7 +40,7 @@ class Station {
   explicit Station(int contacts)
       : machine_([](const std::string&) {}), session_(machine_, directory_.Path()) {
     const std::filesystem::path file = directory_.Path() / "Brenvo.mdb";
-    MakeDatabase(SourceDir() / "data/schema.sql", SourceDir() / "data", file);
+    mkdatabase::MakeDatabase(SourceDir() / "data/schema.sql", SourceDir() / "data", file);
     std::filesystem::copy_file(SourceDir() / "data/tnc.mnu", directory_.Path() / "tnc.mnu");
     Sql(file, "UPDATE UserRTX SET AnnunceDX=0; UPDATE User SET TelnetCluster='x:1'");
     if (contacts > 0) mklog::MakeLog(file, contacts);
@@ -157,6 +157,6 @@ void Run() {
 }  // namespace brenvo::bench
 
 int main() {
-  brenvo::Run();
+  brenvo::bench::Run();
   return 0;
 }
