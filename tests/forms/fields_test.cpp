@@ -759,7 +759,7 @@ TEST_F(Life, AWindowIsLoadedBeforeItIsFoundAndItsNumberCountsItsOwnKind) {
 TEST_F(Life, AClosedWindowIsBuriedBehindTheOutermostEventAndNotBefore) {
   struct Mourned : Window {
     bool& gone;
-    Mourned(platform::WindowHost& itsHost, bool& itsGone)
+    Mourned(WindowHost& itsHost, bool& itsGone)
         : Window(itsHost, "M", "M", base::Twips(1), base::Twips(1)), gone(itsGone) {}
     ~Mourned() override { gone = true; }
   };
