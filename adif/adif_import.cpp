@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "base/text.h"
+#include "contact_to_fields.h"
 #include "core/log_contact.h"
 #include "core/transaction.h"
 #include "kept_fields.h"
@@ -128,7 +129,7 @@ class ContactWriter {
     const base::DateTime told = mapped.contact.DataQso;
     const bool moved = SecondOf(told) != placement.second;
     mapped.contact.DataQso = AtSecond(told, placement.second);
-    MapRest(record, tables_, mapped);
+    MapRest(record, ColumnFields(mapped.contact, tables_), mapped);
     if (moved) {
       KeepTime(mapped, told);
       ++counts.moved;
@@ -144,7 +145,7 @@ class ContactWriter {
 
  private:
   bool Fill(const AdifRecord& record, MappedRecord& mapped) {
-    MapRest(record, tables_, mapped);
+    MapRest(record, ColumnFields(mapped.contact, tables_), mapped);
     engine::Table& row = repeated_.Row();
     const core::LogContact present = core::ReadContact(row);
     const std::int64_t qsoNr = row.Field("QsoNr").Integer();

@@ -12,7 +12,6 @@
 #include "base/encoding.h"
 #include "base/plain_letters.h"
 #include "base/text.h"
-#include "contact_to_fields.h"
 #include "core/log_contact.h"
 #include "dxcc_entities.h"
 #include "escaped_text.h"
@@ -367,9 +366,8 @@ bool IsWithFewerLetters(std::string_view fewer, std::string_view text) {
 
 }  // namespace
 
-void MapRest(const AdifRecord& record, const StationTables& tables, MappedRecord& mapped) {
+void MapRest(const AdifRecord& record, const std::vector<AdifField>& told, MappedRecord& mapped) {
   mapped.kept.clear();
-  const std::vector<AdifField> told = ColumnFields(mapped.contact, tables);
   for (const AdifField& field : record.fields) {
     if (field.value.empty()) continue;
     if (field.name.starts_with(kKeptPrefix)) {

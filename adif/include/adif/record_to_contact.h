@@ -28,8 +28,9 @@ struct MappedRecord {
 // band, the distance from the locators.
 void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
                 MappedRecord& mapped);
-// Fills `kept` by what the record says and mapped.contact does not.
-void MapRest(const AdifRecord& record, const StationTables& tables, MappedRecord& mapped);
+// Fills `kept` by what the record says and `told`, the fields that mapped.contact goes out as, does
+// not.
+void MapRest(const AdifRecord& record, const std::vector<AdifField>& told, MappedRecord& mapped);
 
 // Whether the columns of Log hold what a field of this name says.
 bool IsColumnField(std::string_view name);
