@@ -191,6 +191,19 @@ TEST_F(ContestFormTest, DeletingOneBandLeavesTheContactsOfTheOther) {
   EXPECT_EQ(Rows("select Banda from Contest"), Rows("select Banda from [Contest Qso]"));
 }
 
+TEST_F(ContestFormTest, DeletingAnnouncesThatItsContactsAreGone) {
+  ContestForm& contest = OpenContest();
+  Store(contest, "07/09/2024", "  2 m");
+  AddContact("07/09/2024", "  2 m", 1, "IK3ABC");
+  std::vector<core::ContactsChanged> announced;
+  const forms::Subscription subscription = session.Contacts.Subscribe(
+      [&](const core::ContactsChanged& change) { announced.push_back(change); });
+  machine.Messages().QueueAnswer(true);
+  Press(contest, "cmDelete");
+  EXPECT_EQ(announced, (std::vector<core::ContactsChanged>{
+                           {core::ContactTable::kContestQso, core::ManyContacts()}}));
+}
+
 TEST_F(ContestFormTest, DeletingFollowsTheRecordAndNotWhatWasTypedOverIt) {
   ContestForm& contest = OpenContest();
   Store(contest, "07/09/2024", "  2 m");
