@@ -59,6 +59,18 @@ Connection::Connection(const std::filesystem::path& file) {
   Setup();
 }
 
+Connection::Connection(const std::filesystem::path& file, ToRead) : file_(OpenSqliteFile(file)) {
+  // Each row is read once: what has been read need not be kept.
+  constexpr int kPages = 100;
+  RunSql(file_.get(), "PRAGMA cell_size_check = ON; PRAGMA query_only = ON");
+  RunSql(file_.get(), ("PRAGMA cache_size = " + std::to_string(kPages)).c_str());
+  // The first look at the file says which state of it is seen from then on.
+  RunSql(file_.get(), "BEGIN");
+  schema_ = ReadSchema(file_.get());
+  RaiseGuards();
+  RefuseWrites();
+}
+
 void Connection::Setup() {
   sqlite3* const file = file_.get();
   if (ReadPragma(file, "PRAGMA user_version") != kVersion) {
@@ -75,6 +87,12 @@ void Connection::Setup() {
   RunSql(file, "PRAGMA synchronous = FULL");
   RunSql(file, ("PRAGMA cache_size = -" + std::to_string(kCacheKibibytes)).c_str());
 
+  RaiseGuards();
+  sqlite3_wal_hook(file, WriteBack, this);
+}
+
+void Connection::RaiseGuards() {
+  sqlite3* const file = file_.get();
   // What a damaged or foreign file could hold against us is not run.
   sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
@@ -85,7 +103,6 @@ void Connection::Setup() {
   sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   RegisterFunctions(file, &functionFailure_);
   sqlite3_set_authorizer(file, Authorize, nullptr);
-  sqlite3_wal_hook(file, WriteBack, this);
 }
 
 // Takes the place of SQLite's own writing back, which does not say when a journal begins anew.

@@ -27,12 +27,14 @@ class FileStore final : public engine::Store {
   std::unique_ptr<engine::Snapshot> OpenSnapshot(std::string_view select) override;
   std::unique_ptr<engine::Dynaset> OpenDynaset(std::string_view select) override;
   std::unique_ptr<engine::RowAppender> OpenAppender(std::string_view table) override;
+  std::unique_ptr<engine::Reader> OpenReader() override;
   void Watch(std::function<bool()> goOn) override;
   void RefuseWrites() override;
   engine::EngineCounters Counters() const override;
   std::string QueryPlan(std::string_view select) override;
 
  private:
+  std::filesystem::path file_;
   std::shared_ptr<Connection> connection_;  // which recordsets keep when the file is closed
 };
 
