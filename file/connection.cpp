@@ -32,6 +32,9 @@ int Authorize(void*, int action, const char* first, const char* second, const ch
       return sqlite3_strnicmp(first, "sqlite_", 7) == 0 ? SQLITE_DENY : SQLITE_OK;
     case SQLITE_FUNCTION:
       return sqlite3_stricmp(second, "load_extension") == 0 ? SQLITE_DENY : SQLITE_OK;
+    case SQLITE_PRAGMA:
+      return sqlite3_stricmp(first, "data_version") == 0 && second == nullptr ? SQLITE_OK
+                                                                              : SQLITE_DENY;
     default:
       return SQLITE_DENY;
   }
@@ -147,6 +150,13 @@ void Connection::MarkFile() {
   }
   raiseGuards();
   markDue_ = false;
+}
+
+std::int64_t Connection::DataVersion() {
+  RequireOpen();
+  Running run(*this, "PRAGMA data_version");
+  run.Step();
+  return run.Key();
 }
 
 void Connection::PrepareFile() {

@@ -91,6 +91,9 @@ class Connection {
   // The file has been found damaged: whatever would write to it is DatabaseError 3343 from now on.
   void RefuseWrites() { damaged_ = true; }
 
+  // See Database::DataVersion.
+  std::int64_t DataVersion();
+
   // See Database::Watch.
   void Watch(std::function<bool()> goOn);
 
