@@ -10,6 +10,7 @@
 #include "core/window_place.h"
 #include "upkeep/backup.h"
 #include "upkeep/ripristina_backup.h"
+#include "upkeep/schema_steps.h"
 
 namespace brenvo::frame {
 namespace {
@@ -47,6 +48,8 @@ MainFrame::MainFrame(core::Session& session)
       session_(session) {
   MenuBar = {&cmLog,      &cmContest,        &menuStatistiche, &menuQsl,
              &menuStampe, &menuComunication, &menuUtility,     &menuMappa};
+  session_.IsOutOfDate = upkeep::IsOutOfDate;
+  session_.BringUpToDate = [this] { BringUpToDate(); };
   HDisplayMappa.SetVisible(false);
   HDisplayMappa.OnChange = [this] {
     if (OnDisplayMap) OnDisplayMap(HDisplayMappa.Text());
@@ -55,6 +58,7 @@ MainFrame::MainFrame(core::Session& session)
 
 MainFrame::~MainFrame() {
   if (session_.Map.Door == this) session_.Map.Door = nullptr;
+  session_.IsOutOfDate = nullptr;
 }
 
 void MainFrame::Load() {
@@ -66,6 +70,13 @@ void MainFrame::Load() {
   Backup->Start();
   profileStored_ = session_.Station.ProfileStored.Subscribe([this] { ShowFirstStep(); });
   ShowFirstStep();
+}
+
+void MainFrame::BringUpToDate() {
+  upkeep::BringUpToDate(session_.AppPath, session_.Now(),
+                        [this](std::string_view title, std::int64_t total) {
+                          return session_.Machine.ShowProgress(title, total);
+                        });
 }
 
 void MainFrame::ShowFirstStep() {

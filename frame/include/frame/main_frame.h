@@ -198,6 +198,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void OpenTerminal();
   void AssignPrefixes();
   void PutBackACopy();
+  void BringUpToDate();
   void ShowFirstStep();
 
   core::Session& session_;
