@@ -6,6 +6,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/log_contact.h"
+#include "core/note_tag.h"
 #include "dxcc_entities.h"
 #include "escaped_text.h"
 #include "own_fields.h"
@@ -134,10 +135,10 @@ std::vector<AdifField> ColumnFields(const core::LogContact& contact, const Stati
   const AdifBand* band = tables.AdifBandOf(contact.Banda, base::Mhz(contact.Frequenza));
   if (band != nullptr) fields.Add("BAND", band->name);
   fields.AddNumber("FREQ", contact.Frequenza);
-  const SatelliteNote satellite =
-      contact.Modo == kSatellite ? ParseSatelliteNote(contact.Note) : SatelliteNote();
+  const core::SatelliteNote satellite =
+      contact.Modo == kSatellite ? core::ParseSatelliteNote(contact.Note) : core::SatelliteNote();
   const bool bySatellite = !satellite.satellite.empty();
-  AddMode(fields, bySatellite ? satellite.mode : contact.Modo);
+  AddMode(fields, bySatellite ? satellite.mode : std::string_view(contact.Modo));
   fields.Add("RST_SENT", contact.QrkDato);
   fields.Add("RST_RCVD", contact.QrkRicevuto);
   fields.Add("NAME", contact.Qra);

@@ -442,15 +442,4 @@ bool IsValidColumnField(const AdifField& field) {
   }
 }
 
-SatelliteNote ParseSatelliteNote(std::string_view note) {
-  if (note.size() < 4 || note.front() != '[' || note.back() != ']') return {};
-  const std::string_view inside = note.substr(1, note.size() - 2);
-  const std::size_t first = inside.find('/');
-  const std::size_t second = first == inside.npos ? first : inside.find('/', first + 1);
-  if (second == inside.npos || first == 0) return {};
-  return {std::string(inside.substr(0, first)),
-          std::string(inside.substr(first + 1, second - first - 1)),
-          std::string(inside.substr(second + 1))};
-}
-
 }  // namespace brenvo::adif

@@ -62,6 +62,18 @@ Connection::Connection(const std::filesystem::path& file) {
   Setup();
 }
 
+Connection::Connection(const std::filesystem::path& file, ToRead) : file_(OpenSqliteFile(file)) {
+  // Each row is read once: what has been read need not be kept.
+  constexpr int kPages = 100;
+  RunSql(file_.get(), "PRAGMA cell_size_check = ON; PRAGMA query_only = ON");
+  RunSql(file_.get(), ("PRAGMA cache_size = " + std::to_string(kPages)).c_str());
+  // The first look at the file says which state of it is seen from then on.
+  RunSql(file_.get(), "BEGIN");
+  schema_ = ReadSchema(file_.get());
+  RaiseGuards();
+  RefuseWrites();
+}
+
 void Connection::Setup() {
   sqlite3* const file = file_.get();
   if (ReadPragma(file, "PRAGMA user_version") != kVersion) {
@@ -78,6 +90,12 @@ void Connection::Setup() {
   RunSql(file, "PRAGMA synchronous = FULL");
   RunSql(file, ("PRAGMA cache_size = -" + std::to_string(kCacheKibibytes)).c_str());
 
+  RaiseGuards();
+  sqlite3_wal_hook(file, WriteBack, this);
+}
+
+void Connection::RaiseGuards() {
+  sqlite3* const file = file_.get();
   // What a damaged or foreign file could hold against us is not run.
   sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
@@ -88,7 +106,6 @@ void Connection::Setup() {
   sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   RegisterFunctions(file, &functionFailure_);
   sqlite3_set_authorizer(file, Authorize, nullptr);
-  sqlite3_wal_hook(file, WriteBack, this);
 }
 
 // Takes the place of SQLite's own writing back, which does not say when a journal begins anew.
@@ -110,19 +127,15 @@ void Connection::RunUnguarded(const std::function<std::string()>& statements) {
   StepWriter(begin, nullptr);
   sqlite3_set_authorizer(file, nullptr, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
-  const auto raiseGuards = [&] {
-    sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_set_authorizer(file, Authorize, nullptr);
-  };
   try {
     RunSql(file, statements().c_str());
     RunSql(file, "COMMIT");
   } catch (...) {
     sqlite3_exec(file, "ROLLBACK", nullptr, nullptr, nullptr);
-    raiseGuards();
+    RaiseGuards();
     throw;
   }
-  raiseGuards();
+  RaiseGuards();
 }
 
 void Connection::MarkFile() {

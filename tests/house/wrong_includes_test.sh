@@ -23,6 +23,7 @@ may_see() {
     forms) echo "forms platform $low" ;;
     recorder) echo "recorder forms platform $low" ;;
     core) echo "file $middle" ;;
+    worked) echo "worked $middle" ;;
     upkeep) echo "upkeep file $middle" ;;
     frame) echo "$frame $middle" ;;
     log|contest|awards|links|tables|adif) echo "$1 $middle" ;;
