@@ -11,7 +11,6 @@
 #include "adif_values.h"
 #include "base/text.h"
 #include "core/log_contact.h"
-#include "core/own_tables.h"
 #include "kept_fields.h"
 
 namespace brenvo::adif {
@@ -130,7 +129,6 @@ Placement PlaceInMinute(const std::vector<InMinute>& present, const InMinute& co
 
 RepeatedInLog::RepeatedInLog(core::Session& session) : table_(session.Db.OpenTable("Log")) {
   table_->SetIndex("Unico");
-  if (!core::HasTable(session, KeptFields::kTable)) return;
   kept_ = session.Db.OpenTable(KeptFields::kTable);
   kept_->SetIndex("PrimaryKey");
 }

@@ -42,6 +42,8 @@ void Database::Watch(std::function<bool()> goOn) { Opened().Watch(std::move(goOn
 
 void Database::RefuseWrites() { Opened().RefuseWrites(); }
 
+std::int64_t Database::DataVersion() { return Opened().DataVersion(); }
+
 EngineCounters Database::Counters() const { return Opened().Counters(); }
 
 std::string Database::QueryPlan(std::string_view select) { return Opened().QueryPlan(select); }

@@ -44,6 +44,7 @@ std::unique_ptr<engine::RowAppender> FileStore::OpenAppender(std::string_view ta
 
 void FileStore::Watch(std::function<bool()> goOn) { connection_->Watch(std::move(goOn)); }
 void FileStore::RefuseWrites() { connection_->RefuseWrites(); }
+std::int64_t FileStore::DataVersion() { return connection_->DataVersion(); }
 
 engine::EngineCounters FileStore::Counters() const { return connection_->Counters(); }
 

@@ -29,6 +29,7 @@ class FileStore final : public engine::Store {
   std::unique_ptr<engine::RowAppender> OpenAppender(std::string_view table) override;
   void Watch(std::function<bool()> goOn) override;
   void RefuseWrites() override;
+  std::int64_t DataVersion() override;
   engine::EngineCounters Counters() const override;
   std::string QueryPlan(std::string_view select) override;
 

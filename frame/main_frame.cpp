@@ -11,6 +11,7 @@
 #include "core/window_place.h"
 #include "upkeep/backup.h"
 #include "upkeep/ripristina_backup.h"
+#include "upkeep/schema_steps.h"
 
 namespace brenvo::frame {
 namespace {
@@ -51,6 +52,8 @@ MainFrame::MainFrame(core::Session& session)
       session_(session) {
   MenuBar = {&cmLog,      &cmContest,        &menuStatistiche, &menuQsl,
              &menuStampe, &menuComunication, &menuUtility,     &menuMappa};
+  session_.IsOutOfDate = upkeep::IsOutOfDate;
+  session_.BringUpToDate = [this] { BringUpToDate(); };
   HDisplayMappa.SetVisible(false);
   HDisplayMappa.OnChange = [this] {
     if (OnDisplayMap) OnDisplayMap(HDisplayMappa.Text());
@@ -59,6 +62,7 @@ MainFrame::MainFrame(core::Session& session)
 
 MainFrame::~MainFrame() {
   if (session_.Map.Door == this) session_.Map.Door = nullptr;
+  session_.IsOutOfDate = nullptr;
 }
 
 void MainFrame::Load() {
@@ -84,6 +88,13 @@ void MainFrame::ShowClocks() {
   Orologi.SetText(choices.Get<core::choice::kClocks>()
                       ? core::ClocksText(session_, choices.Get<core::choice::kSeconds>())
                       : "");
+}
+
+void MainFrame::BringUpToDate() {
+  upkeep::BringUpToDate(session_.AppPath, session_.Now(),
+                        [this](std::string_view title, std::int64_t total) {
+                          return session_.Machine.ShowProgress(title, total);
+                        });
 }
 
 void MainFrame::ShowFirstStep() {

@@ -45,6 +45,7 @@ class NotingStore : public Store {
   }
   void Watch(std::function<bool()> goOn) override { Note(goOn ? "watch" : "watch no more"); }
   void RefuseWrites() override { Note("refuse"); }
+  std::int64_t DataVersion() override { return 7; }
   EngineCounters Counters() const override { return {3, 2, 1}; }
   std::string QueryPlan(std::string_view select) override {
     Note("plan", select);

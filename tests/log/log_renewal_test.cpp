@@ -20,7 +20,9 @@ class LogRenewalTest : public LogStation {
   }
   // What an import does, at its end.
   void AnnounceBatch() {
-    Event([this] { session.Contacts.ChangeMany({core::ContactTable::kLog}, [] { return true; }); });
+    Event([this] {
+      session.Contacts.ChangeMany("Prova", {core::ContactTable::kLog}, [] { return true; });
+    });
   }
   // The column of the grid's row, counted from 1.
   static std::string Call(LogForm& log, std::int64_t row) { return log.DataGrid1.Cell(row, 2); }
@@ -213,7 +215,7 @@ TEST_F(LogRenewalTest, AWindowThatIsClosedHearsNothing) {
   LogForm& log = OpenLog();
   Event([&] {
     log.Close();
-    session.Contacts.ChangeMany({core::ContactTable::kLog}, [] { return true; });
+    session.Contacts.ChangeMany("Prova", {core::ContactTable::kLog}, [] { return true; });
   });
   EXPECT_TRUE(Lines().empty());
 }

@@ -52,6 +52,10 @@ class Database {
   // would write is DatabaseError 3343. What is found damaged while it is read refuses by itself.
   void RefuseWrites();
 
+  // A number that differs from the one before when another program has written meanwhile; what goes
+  // through this handle does not change it.
+  std::int64_t DataVersion();
+
   EngineCounters Counters() const;
   // How the store goes about a SELECT, in its own words, a line per step.
   std::string QueryPlan(std::string_view select);

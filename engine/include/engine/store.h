@@ -42,6 +42,7 @@ class Store {
 
   virtual void Watch(std::function<bool()> goOn) = 0;
   virtual void RefuseWrites() = 0;
+  virtual std::int64_t DataVersion() = 0;
 
   virtual EngineCounters Counters() const = 0;
   virtual std::string QueryPlan(std::string_view select) = 0;

@@ -205,6 +205,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void OpenTerminal();
   void AssignPrefixes();
   void PutBackACopy();
+  void BringUpToDate();
   void ShowFirstStep();
   void ShowClocks();
 
