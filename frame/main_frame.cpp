@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "core/log_contact.h"
+#include "core/log_time.h"
 #include "core/long_run.h"
 #include "core/prefix.h"
 #include "core/shared_windows.h"
@@ -20,7 +21,10 @@ namespace column = core::column;
 constexpr std::string_view kDeliveredCall = "I0XXX";
 constexpr std::string_view kFirstStep =
     "Per cominciare: Utility > Tabella Utente (Ctrl+U), e scrivere il proprio nominativo e il "
-    "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.";
+    "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.\n"
+    "Le scelte sono in Utility > Preferenze (Ctrl+,).";
+// Between two looks at the clock, milliseconds.
+constexpr int kClockInterval = 1000;
 
 // Gives the contact its prefix with zones and continent. Only what differs is written: each column
 // has an index to keep, and most contacts have all of it already.
@@ -70,6 +74,20 @@ void MainFrame::Load() {
   Backup->Start();
   profileStored_ = session_.Station.ProfileStored.Subscribe([this] { ShowFirstStep(); });
   ShowFirstStep();
+  choiceChanged_ =
+      session_.Choices.Changed.Subscribe([this](const core::Choice&) { ShowClocks(); });
+  clockTimer_ = session_.Machine.MakeTimer();
+  clockTimer_->OnTick = [this] { ShowClocks(); };
+  clockTimer_->SetInterval(kClockInterval);
+  clockTimer_->SetEnabled(true);
+  ShowClocks();
+}
+
+void MainFrame::ShowClocks() {
+  const core::Preferences& choices = session_.Choices;
+  Orologi.SetText(choices.Get<core::choice::kClocks>()
+                      ? core::ClocksText(session_, choices.Get<core::choice::kSeconds>())
+                      : "");
 }
 
 void MainFrame::BringUpToDate() {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/contact_door.h"
+#include "core/preferences.h"
 #include "engine/database.h"
 #include "forms/signal.h"
 #include "forms/window_list.h"
@@ -90,6 +91,8 @@ class Session {
   forms::WindowList Windows;
   // Contacts come in, change and go through here.
   ContactDoor Contacts{*this};
+  // What the operator has chosen.
+  Preferences Choices{*this};
 
   // Start-up and shutdown in the order that the main frame runs them. Open throws what fails.
   void Open();

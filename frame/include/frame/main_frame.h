@@ -39,6 +39,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
   // What to do first, on the empty map, as long as the profile is the delivered one.
   forms::Label PrimoPasso{*this, "PrimoPasso"};
+  // The time in UTC and here; empty when the operator does not want it.
+  forms::Label Orologi{*this, "Orologi"};
   // The rectangle that the operator drew on the map, viewport pixels.
   void MapRectangleDrawn(int left, int top, int width, int height);
 
@@ -133,7 +135,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
       "&Utility",
       {&Propagazione, &cmLoadDesktop, &cmSaveDesktop, &cmPrefissi, &cmCountry, &cmProvincie,
        &cmNoteHelp, &cmUtente, &cmCompatta, &cmAssegnaPrefissi, &cmAzzeraLog, &cmAzzeraContest,
-       &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif}};
+       &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif, &cmPreferenze}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -172,6 +174,11 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::Command cmEsportaAdif{
       *this, "cmEsportaAdif", "Esporta ADIF...", {.run = [this] { OpenModal("EsportaAdif"); }}};
 
+  forms::Command cmPreferenze{*this,
+                              "cmPreferenze",
+                              "Preferenze...",
+                              {.shortcut = "Ctrl+,", .run = [this] { OpenSingle("Preferenze"); }}};
+
   forms::Menu menuMappa{*this,
                         "menu5",
                         "Mappa",
@@ -200,9 +207,11 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void PutBackACopy();
   void BringUpToDate();
   void ShowFirstStep();
+  void ShowClocks();
 
   core::Session& session_;
-  forms::Subscription profileStored_;
+  forms::Subscription profileStored_, choiceChanged_;
+  std::unique_ptr<platform::Timer> clockTimer_;
 };
 
 }  // namespace brenvo::frame
