@@ -11,7 +11,6 @@
 #include "base/plain_letters.h"
 #include "contact_to_fields.h"
 #include "core/log_contact.h"
-#include "core/own_tables.h"
 #include "kept_fields.h"
 
 namespace brenvo::adif {
@@ -38,10 +37,8 @@ void RequireReplaceable(const std::filesystem::path& file) {
 
 // The header stands first and declares what only the records tell: such names are few, and are
 // looked for among the selected contacts alone.
-std::vector<std::string> UserFields(engine::Database& database, std::string_view select,
-                                    bool hasKept) {
+std::vector<std::string> UserFields(engine::Database& database, std::string_view select) {
   std::set<std::string> names;
-  if (!hasKept) return {};
   const auto all = database.OpenSnapshot(
       "Select Campo from LogAdif where QsoNr in (Select QsoNr from Log) Group By Campo");
   for (; !all->EOF_(); all->MoveNext()) {
@@ -91,17 +88,15 @@ std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_v
   std::ofstream out(unfinished, std::ios::binary | std::ios::trunc);
   if (!out) throw fail();
 
-  std::optional<KeptFields> kept;  // a database may have no place for them
-  if (core::HasTable(session, KeptFields::kTable)) kept.emplace(session.Db);
+  KeptFields kept(session.Db);
   StationTables tables(session);
-  out << AdifHeader(UserFields(session.Db, select, kept.has_value()), letters);
+  out << AdifHeader(UserFields(session.Db, select), letters);
   ExportCounts counts;
   const auto rows = session.Db.OpenDynaset(select);
   for (; !rows->EOF_(); rows->MoveNext()) {
     const std::int64_t done = counts.written + counts.leftOut;
     if (done % kProgressStep == 0 && !progress(done)) return std::nullopt;
-    std::vector<AdifField> beside;
-    if (kept) beside = kept->Of(rows->Field(std::size_t{0}).Integer());
+    const std::vector<AdifField> beside = kept.Of(rows->Field(std::size_t{0}).Integer());
     const std::vector<AdifField> fields =
         FileFields(core::ReadContact(*rows), beside, tables, letters);
     if (fields.empty()) {

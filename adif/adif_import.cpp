@@ -8,6 +8,7 @@
 
 #include "base/text.h"
 #include "contact_to_fields.h"
+#include "core/history.h"
 #include "core/log_contact.h"
 #include "core/transaction.h"
 #include "kept_fields.h"
@@ -112,7 +113,7 @@ class ContactWriter {
         kept_(session.Db),
         repeated_(session),
         contacts_(session.Contacts),
-        new_(contacts_.OpenAppender(session.Db)) {}
+        new_(contacts_.OpenAppender()) {}
 
   // A contact that can be stored but for its time refuses itself.
   void Store(const AdifRecord& record, MappedRecord& mapped, ImportCounts& counts) {
@@ -165,7 +166,10 @@ class ContactWriter {
         }
       });
     }
-    return kept_.AddMissing(qsoNr, mapped.kept) || !empty.empty();
+    const std::vector<AdifField> missing = kept_.MissingOf(qsoNr, mapped.kept);
+    for (const AdifField& field : missing) contacts_.Past().KeepField(qsoNr, field.name);
+    kept_.Add(qsoNr, missing);
+    return !missing.empty() || !empty.empty();
   }
 
   ImportOptions options_;
@@ -208,7 +212,7 @@ std::optional<ImportCounts> StoreAll(core::Session& session, const std::filesyst
   ImportCounts counts;
   AdifRecord record;
   MappedRecord mapped;
-  core::Transaction transaction(session.Db);
+  core::Transaction transaction(session);
   while (log.Records().Next(record)) {
     if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
       return std::nullopt;
@@ -297,10 +301,11 @@ std::optional<ImportCounts> ImportContacts(core::Session& session,
                                            const ImportOptions& options,
                                            const ImportProgress& progress, std::ostream& report) {
   std::optional<ImportCounts> counts;
-  session.Contacts.ChangeMany({core::ContactTable::kLog}, [&] {
-    counts = StoreAll(session, file, options, progress, report);
-    return counts.has_value();
-  });
+  session.Contacts.ChangeMany("Importa ADIF: " + file.filename().string(),
+                              {core::ContactTable::kLog}, [&] {
+                                counts = StoreAll(session, file, options, progress, report);
+                                return counts.has_value();
+                              });
   return counts;
 }
 

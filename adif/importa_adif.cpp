@@ -8,9 +8,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/log_contact.h"
-#include "core/own_tables.h"
 #include "core/window_place.h"
-#include "kept_fields.h"
 
 namespace brenvo::adif {
 namespace {
@@ -53,14 +51,6 @@ std::string CellText(const core::LogContact& contact, std::string_view column) {
 
 void SayFailure(core::Session& session, std::string_view text) {
   session.Messages().Show(platform::MessageIcon::kCritical, kTitle, text);
-}
-
-bool HasPlaceForFields(core::Session& session) {
-  if (core::HasTable(session, KeptFields::kTable)) return true;
-  SayFailure(session,
-             "Nel database manca la tabella LogAdif: installare di nuovo il programma in questa "
-             "cartella la aggiunge, e lascia il log com'e'.");
-  return false;
 }
 
 }  // namespace
@@ -234,7 +224,6 @@ void ImportaAdif::Import() {
 }
 
 void ImportaFileAdif(core::Session& session) {
-  if (!HasPlaceForFields(session)) return;
   const auto file = session.Machine.PickFile(kTitle, kFiles);
   if (!file) return;
   auto& window = static_cast<ImportaAdif&>(*session.Windows.LoadNew("ImportaAdif"));

@@ -23,7 +23,8 @@ void KeptFields::Add(std::int64_t qsoNr, const std::vector<AdifField>& fields) {
   for (const AdifField& field : fields) new_->Append({qsoNr, field.name, field.value});
 }
 
-bool KeptFields::AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fields) {
+std::vector<AdifField> KeptFields::MissingOf(std::int64_t qsoNr,
+                                             const std::vector<AdifField>& fields) {
   const std::vector<AdifField> present = Of(qsoNr);
   std::vector<AdifField> missing;
   for (const AdifField& field : fields) {
@@ -31,8 +32,7 @@ bool KeptFields::AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fi
                                    [&](const AdifField& each) { return each.name == field.name; });
     if (!there) missing.push_back(field);
   }
-  Add(qsoNr, missing);
-  return !missing.empty();
+  return missing;
 }
 
 }  // namespace brenvo::adif

@@ -15,15 +15,14 @@ class KeptFields {
  public:
   static constexpr std::string_view kTable = "LogAdif";
 
-  // DatabaseError 3078 when the database has no such table (it was delivered before there was one).
   explicit KeptFields(engine::Database& database);
 
   // By name.
   std::vector<AdifField> Of(std::int64_t qsoNr);
   // Of a new contact.
   void Add(std::int64_t qsoNr, const std::vector<AdifField>& fields);
-  // Of one that may have some: those that it has stay as they are. Tells whether any was new.
-  bool AddMissing(std::int64_t qsoNr, const std::vector<AdifField>& fields);
+  // Those of `fields` that the contact does not have.
+  std::vector<AdifField> MissingOf(std::int64_t qsoNr, const std::vector<AdifField>& fields);
 
  private:
   std::unique_ptr<engine::Table> table_;

@@ -12,7 +12,6 @@
 #include "base/text.h"
 #include "core/log_contact.h"
 #include "core/note_tag.h"
-#include "core/own_tables.h"
 #include "kept_fields.h"
 
 namespace brenvo::adif {
@@ -131,7 +130,6 @@ Placement PlaceInMinute(const std::vector<InMinute>& present, const InMinute& co
 
 RepeatedInLog::RepeatedInLog(core::Session& session) : table_(session.Db.OpenTable("Log")) {
   table_->SetIndex("Unico");
-  if (!core::HasTable(session, KeptFields::kTable)) return;
   kept_ = session.Db.OpenTable(KeptFields::kTable);
   kept_->SetIndex("PrimaryKey");
 }

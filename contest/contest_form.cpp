@@ -8,6 +8,7 @@
 #include "contest/contest_search.h"
 #include "contest_sheets.h"
 #include "core/entry.h"
+#include "core/history.h"
 #include "core/lists.h"
 #include "core/station_profile.h"
 #include "core/texts.h"
@@ -191,8 +192,11 @@ void ContestForm::ContestDelete() {
     // another contest.
     const std::string contacts = OfContest(base::DateText(contest.Field("DataContest").Date()),
                                            core::FieldText(contest, "Banda"));
-    session_.Contacts.ChangeMany({core::ContactTable::kContestQso}, [&] {
-      core::Transaction transaction(session_.Db);
+    session_.Contacts.ChangeMany("Contest cancellato", {core::ContactTable::kContestQso}, [&] {
+      core::Transaction transaction(session_);
+      core::History& past = session_.Contacts.Past();
+      past.KeepContestQsos(contacts);
+      past.KeepContests(contacts);
       session_.Db.Execute("DELETE * FROM [Contest Qso]" + contacts);
       contest.Delete();
       transaction.Commit();

@@ -7,6 +7,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "contact.h"
+#include "core/history.h"
 #include "core/log_contact.h"
 #include "core/prefix.h"
 #include "core/session.h"
@@ -99,15 +100,16 @@ void TransferToLog(core::Session& session, std::string_view date, std::string_vi
   const auto rows = session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
   session.Tables.TbLog->SetIndex("Call");
   const auto transfer = [&] {
-    core::Transaction transaction(session.Db);
+    core::Transaction transaction(session);
     for (; !rows->EOF_(); rows->MoveNext()) TransferContact(session, *rows, day, contest);
     rows->Close();
+    session.Contacts.Past().KeepContestQsos(MarkedOf(date, band));
     session.Db.Execute("UPDATE [Contest Qso] Set InLog=False,Qsl=False" + MarkedOf(date, band));
     transaction.Commit();
     return true;
   };
-  session.Contacts.ChangeMany({core::ContactTable::kLog, core::ContactTable::kContestQso},
-                              transfer);
+  session.Contacts.ChangeMany(
+      "Contest nel log", {core::ContactTable::kLog, core::ContactTable::kContestQso}, transfer);
 }
 
 }  // namespace brenvo::contest

@@ -12,7 +12,7 @@ constexpr std::int64_t kRowsPerCommit = 20000;
 }  // namespace
 
 LongRun::LongRun(Session& session, std::string_view title, std::int64_t total)
-    : database_(session.Db),
+    : session_(session),
       busy_(session.Host()),
       progress_(session.Machine.ShowProgress(title, total)) {}
 
@@ -28,14 +28,16 @@ bool LongRun::Next() {
   if (done_ % kRowsPerStep == 0 && !progress_->Advance(done_)) return false;
   if (done_ % kRowsPerCommit == 0) {
     Commit();
-    database_.BeginTrans();
+    transaction_.emplace(session_);
   }
   ++done_;
   return true;
 }
 
 void LongRun::Commit() {
-  if (database_.IsOpen() && database_.InTransaction()) database_.CommitTrans();
+  if (!transaction_) return;
+  if (session_.Db.InTransaction()) transaction_->Commit();
+  transaction_.reset();
 }
 
 LongStatement::LongStatement(Session& session, std::string_view title)
@@ -68,7 +70,7 @@ bool RunLongStatements(Session& session, std::string_view title, std::string_vie
 void ChangeManyContacts(Session& session, std::string_view title, std::int64_t total,
                         const std::function<void(LongRun& run)>& work) {
   std::exception_ptr failure;
-  session.Contacts.ChangeMany({ContactTable::kLog}, [&] {
+  session.Contacts.ChangeMany(title, {ContactTable::kLog}, [&] {
     try {
       LongRun run(session, title, total);
       work(run);

@@ -7,6 +7,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "base/uuid.h"
 #include "core/files.h"
 #include "core/shared_windows.h"
 #include "file/database_file.h"
@@ -55,6 +56,7 @@ void OpenHandle(Session& session, const Handle& handle) {
 
 void Close(Session& session, bool withHrd) {
   session.Closing();
+  session.Contacts.Close();
   for (const Handle& handle : kHandles) {
     if (handle.table == "Hrd" && !withHrd) continue;
     auto& table = session.Tables.*handle.handle;
@@ -74,8 +76,17 @@ Session::Session(forms::WindowPlatform& platform, std::filesystem::path appPath)
 
 Session::~Session() = default;
 
+void Session::OpenDatabase() {
+  const std::filesystem::path file = File("\\Brenvo.mdb");
+  Db = file::OpenDatabaseFile(file);
+  if (!IsOutOfDate || !IsOutOfDate(Db)) return;
+  Db.Close();
+  BringUpToDate();
+  Db = file::OpenDatabaseFile(file);
+}
+
 void Session::Open() {
-  Db = file::OpenDatabaseFile(File("\\Brenvo.mdb"));
+  OpenDatabase();
   for (const Handle& handle : kHandles) OpenHandle(*this, handle);
   Station.ManagerPath = GetSetting("Log", "ManagerZX9TOK", "");
 }
@@ -86,7 +97,7 @@ void Session::CloseTables() { Close(*this, true); }
 void Session::CloseForCompaction() { Close(*this, false); }
 
 void Session::ReopenAfterCompaction() {
-  Db = file::OpenDatabaseFile(File("\\Brenvo.mdb"));
+  OpenDatabase();
   for (const Handle& handle : kHandles) {
     if (handle.table != "Hrd") OpenHandle(*this, handle);
   }
@@ -122,6 +133,14 @@ void Session::ShowInLog(std::string_view select) {
 }
 
 std::filesystem::path Session::File(std::string_view name) const { return FileIn(AppPath, name); }
+
+std::string Session::NewUuid() {
+  static constexpr std::int64_t kDaysTo1970 = 25569;  // from day zero
+  const std::int64_t seconds = Now().Seconds() - kDaysTo1970 * 24 * 60 * 60;
+  const std::uint64_t high = Machine.Random();
+  return base::TimeUuid(static_cast<std::uint64_t>(seconds) * 1000 + high % 1000,
+                        {high >> 32, Machine.Random()});
+}
 
 void Session::Help(int topic) { Machine.Open(File("\\Brenvo.HLP"), topic); }
 

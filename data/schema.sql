@@ -1,4 +1,5 @@
--- The tables and indexes of Brenvo.mdb.
+-- The tables and indexes of Brenvo.mdb that every version has. What this program keeps beside them
+-- comes by steps (upkeep/schema_steps.h).
 --
 -- Column types tell the file engine what a column holds: TEXT, INTEGER, REAL, DATETIME (ISO text
 -- "yyyy-mm-dd hh:mm:ss"), YESNO (-1 and 0), and a counter, which is the key of its table and never
@@ -95,17 +96,6 @@ CREATE INDEX "Log.ContinenteBanda" ON "Log" (
 CREATE INDEX "Log.Provincia" ON "Log" (
   rtrim("Provincia") COLLATE NOCASE,
   "QslRicevuta"
-);
-
--- What imported log files say of a contact beyond the columns of Log, by the standard's field names.
-CREATE TABLE "LogAdif" (
-  "QsoNr" INTEGER,
-  "Campo" TEXT,
-  "Valore" TEXT
-);
-CREATE UNIQUE INDEX "LogAdif.PrimaryKey" ON "LogAdif" (
-  "QsoNr",
-  rtrim("Campo") COLLATE NOCASE
 );
 
 -- Staging of awards and reports: the columns of Log in the same order. Without a key of its own

@@ -121,35 +121,41 @@ int Connection::WriteBack(void* connection, sqlite3* file, const char* name, int
   return SQLITE_OK;
 }
 
-void Connection::MarkFile() {
+void Connection::RunUnguarded(const std::function<std::string()>& statements) {
   sqlite3* const file = file_.get();
   Running begin(*this, "BEGIN IMMEDIATE");
   StepWriter(begin, nullptr);
-  // What nobody else may do: the guards are down for these lines alone.
   sqlite3_set_authorizer(file, nullptr, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
-  const auto raiseGuards = [&] {
-    sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_set_authorizer(file, Authorize, nullptr);
-  };
   try {
+    RunSql(file, statements().c_str());
+    RunSql(file, "COMMIT");
+  } catch (...) {
+    sqlite3_exec(file, "ROLLBACK", nullptr, nullptr, nullptr);
+    RaiseGuards();
+    throw;
+  }
+  RaiseGuards();
+}
+
+void Connection::MarkFile() {
+  RunUnguarded([this] {
     std::uint16_t chance = 0;
     sqlite3_randomness(sizeof chance, &chance);
-    const auto read = [&](const char* sql) {
-      return static_cast<std::uint32_t>(ReadPragma(file, sql));
+    const auto read = [this](const char* sql) {
+      return static_cast<std::uint32_t>(ReadPragma(file_.get(), sql));
     };
     const FileMark mark{read("PRAGMA schema_version"), read("PRAGMA page_count"),
                         read("PRAGMA freelist_count")};
     const auto next = static_cast<std::int32_t>(NextMark(mark, chance));
-    RunSql(file, ("PRAGMA schema_version = " + std::to_string(next)).c_str());
-    RunSql(file, "COMMIT");
-  } catch (...) {
-    sqlite3_exec(file, "ROLLBACK", nullptr, nullptr, nullptr);
-    raiseGuards();
-    throw;
-  }
-  raiseGuards();
+    return "PRAGMA schema_version = " + std::to_string(next);
+  });
   markDue_ = false;
+}
+
+void Connection::ChangeStructure(const std::string& statements) {
+  PrepareFile();
+  RunUnguarded([&] { return statements; });
 }
 
 std::int64_t Connection::DataVersion() {

@@ -93,6 +93,9 @@ class Connection {
 
   // See Database::DataVersion.
   std::int64_t DataVersion();
+  // Runs statements that change the structure, and rows, in one transaction: all or nothing. What
+  // the connection knows of the tables is of before: it is to be closed and opened anew.
+  void ChangeStructure(const std::string& statements);
 
   // See Database::Watch.
   void Watch(std::function<bool()> goOn);
@@ -109,6 +112,8 @@ class Connection {
   void GiveBack(CompiledStatement* statement);
   CompiledStatement Compile(std::string_view sql);
   void Setup();
+  // Runs statements in one transaction, with the guards down for these lines alone.
+  void RunUnguarded(const std::function<std::string()>& statements);
   void RaiseGuards();
   void DropUnused();
   // DatabaseError 3260 while somebody is asked whether a statement is to go on.

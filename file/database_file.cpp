@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "connection.h"
 #include "file/sync.h"
 #include "file_store.h"
 #include "question.h"
@@ -44,6 +45,10 @@ void CompactDatabase(const std::filesystem::path& from, const std::filesystem::p
   }
   SyncToDisk(to);
   SyncToDisk(to.has_parent_path() ? to.parent_path() : std::filesystem::path("."));
+}
+
+void ChangeStructure(const std::filesystem::path& file, const std::string& statements) {
+  Connection(file).ChangeStructure(statements);
 }
 
 }  // namespace brenvo::file

@@ -1,5 +1,7 @@
 #include "frame/desktop.h"
 
+#include <fmt/format.h>
+
 #include <string>
 #include <string_view>
 
@@ -32,6 +34,25 @@ constexpr Token kTokens[] = {
      "OldQsoLocator"},
 };
 
+// The windows that came behind these have a list of their own, names with a blank between. None of
+// them is a dialog.
+constexpr std::string_view kNewWindows[] = {"Preferenze"};
+constexpr std::string_view kNewList = "Finestre";
+
+std::string OpenNewWindows(core::Session& session) {
+  std::string names;
+  for (const std::string_view name : kNewWindows) {
+    if (session.Windows.Find(name) == nullptr) continue;
+    if (!names.empty()) names += ' ';
+    names += name;
+  }
+  return names;
+}
+
+void ShowWindow(core::Session& session, std::string_view name) {
+  if (forms::Window* window = session.Windows.LoadSingle(name)) session.Windows.Show(*window);
+}
+
 }  // namespace
 
 void SaveDesktop(core::Session& session) {
@@ -40,6 +61,7 @@ void SaveDesktop(core::Session& session) {
     if (token.isOpen(session.Opened)) tokens += token.text;
   }
   session.SaveSetting("Desktop", "Window", tokens);
+  session.SaveSetting("Desktop", kNewList, OpenNewWindows(session));
 }
 
 void LoadDesktop(core::Session& session) {
@@ -47,10 +69,12 @@ void LoadDesktop(core::Session& session) {
   for (std::size_t at = 1; at <= base::Len(tokens); at += kTokenWidth) {
     const std::string text = base::Mid(tokens, at, kTokenWidth);
     for (const Token& token : kTokens) {
-      if (token.text != text) continue;
-      if (forms::Window* window = session.Windows.LoadSingle(token.window))
-        session.Windows.Show(*window);
+      if (token.text == text) ShowWindow(session, token.window);
     }
+  }
+  const std::string names = ' ' + session.GetSetting("Desktop", kNewList, "") + ' ';
+  for (const std::string_view name : kNewWindows) {
+    if (names.find(fmt::format(" {} ", name)) != std::string::npos) ShowWindow(session, name);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "core/log_contact.h"
+#include "core/log_time.h"
 #include "core/long_run.h"
 #include "core/prefix.h"
 #include "core/shared_windows.h"
@@ -10,6 +11,7 @@
 #include "core/window_place.h"
 #include "upkeep/backup.h"
 #include "upkeep/ripristina_backup.h"
+#include "upkeep/schema_steps.h"
 
 namespace brenvo::frame {
 namespace {
@@ -19,7 +21,10 @@ namespace column = core::column;
 constexpr std::string_view kDeliveredCall = "I0XXX";
 constexpr std::string_view kFirstStep =
     "Per cominciare: Utility > Tabella Utente (Ctrl+U), e scrivere il proprio nominativo e il "
-    "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.";
+    "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.\n"
+    "Le scelte sono in Utility > Preferenze (Ctrl+,).";
+// Between two looks at the clock, milliseconds.
+constexpr int kClockInterval = 1000;
 
 // Gives the contact its prefix with zones and continent. Only what differs is written: each column
 // has an index to keep, and most contacts have all of it already.
@@ -47,6 +52,8 @@ MainFrame::MainFrame(core::Session& session)
       session_(session) {
   MenuBar = {&cmLog,      &cmContest,        &menuStatistiche, &menuQsl,
              &menuStampe, &menuComunication, &menuUtility,     &menuMappa};
+  session_.IsOutOfDate = upkeep::IsOutOfDate;
+  session_.BringUpToDate = [this] { BringUpToDate(); };
   HDisplayMappa.SetVisible(false);
   HDisplayMappa.OnChange = [this] {
     if (OnDisplayMap) OnDisplayMap(HDisplayMappa.Text());
@@ -55,17 +62,41 @@ MainFrame::MainFrame(core::Session& session)
 
 MainFrame::~MainFrame() {
   if (session_.Map.Door == this) session_.Map.Door = nullptr;
+  session_.IsOutOfDate = nullptr;
 }
 
 void MainFrame::Load() {
   core::RestoreWindow(session_, *this, "Brenvo");
   session_.Open();
   session_.Map.Door = this;
-  Backup = std::make_unique<upkeep::DailyBackup>(
-      session_, [this](const std::string& text) { StatusBar1.SetPanel(1, text); });
+  const auto tell = [this](const std::string& text) { StatusBar1.SetPanel(1, text); };
+  Backup = std::make_unique<upkeep::DailyBackup>(session_, tell);
   Backup->Start();
+  Worked = std::make_unique<worked::Keeper>(session_, tell);
+  Worked->Start();
   profileStored_ = session_.Station.ProfileStored.Subscribe([this] { ShowFirstStep(); });
   ShowFirstStep();
+  choiceChanged_ =
+      session_.Choices.Changed.Subscribe([this](const core::Choice&) { ShowClocks(); });
+  clockTimer_ = session_.Machine.MakeTimer();
+  clockTimer_->OnTick = [this] { ShowClocks(); };
+  clockTimer_->SetInterval(kClockInterval);
+  clockTimer_->SetEnabled(true);
+  ShowClocks();
+}
+
+void MainFrame::ShowClocks() {
+  const core::Preferences& choices = session_.Choices;
+  Orologi.SetText(choices.Get<core::choice::kClocks>()
+                      ? core::ClocksText(session_, choices.Get<core::choice::kSeconds>())
+                      : "");
+}
+
+void MainFrame::BringUpToDate() {
+  upkeep::BringUpToDate(session_.AppPath, session_.Now(),
+                        [this](std::string_view title, std::int64_t total) {
+                          return session_.Machine.ShowProgress(title, total);
+                        });
 }
 
 void MainFrame::ShowFirstStep() {

@@ -1,5 +1,9 @@
 #include "print/qsl_update.h"
 
+#include <string>
+#include <string_view>
+
+#include "core/history.h"
 #include "core/long_run.h"
 #include "core/session.h"
 #include "core/transaction.h"
@@ -8,20 +12,20 @@ namespace brenvo::print {
 namespace {
 
 constexpr std::string_view kTitle = "Aggiornamento Log per Qsl";
+constexpr std::string_view kDue = " WHERE QslDaInviare OR (QslRicevuta and not QslInviata)";
 
 }  // namespace
 
 void UpdateLogForQsl(core::Session& session) {
   if (!session.Messages().AskYesNo(kTitle, "Confermi l'operazione ?")) return;
   const auto update = [&session] {
-    core::Transaction transaction(session.Db);
+    core::Transaction transaction(session);
     // A contact that only answers a card received has none to send: one pass does for both.
-    session.Db.Execute(
-        "UPDATE Log SET QslInviata=True,QslDaInviare=False WHERE QslDaInviare OR (QslRicevuta "
-        "and not QslInviata)");
+    session.Contacts.Past().KeepWhere(kDue);
+    session.Db.Execute("UPDATE Log SET QslInviata=True,QslDaInviare=False" + std::string(kDue));
     transaction.Commit();
   };
-  session.Contacts.ChangeMany({core::ContactTable::kLog}, [&] {
+  session.Contacts.ChangeMany(kTitle, {core::ContactTable::kLog}, [&] {
     return core::RunLongStatements(session, kTitle,
                                    "Aggiornamento interrotto: il log è rimasto com'era.", update);
   });

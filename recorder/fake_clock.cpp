@@ -4,6 +4,24 @@
 #include <tuple>
 
 namespace brenvo::recorder {
+namespace {
+
+constexpr int kWinter = 60, kSummer = 120;  // minutes
+constexpr std::int64_t kDay = 24 * 60 * 60;
+
+// 01:00 of the month's last Sunday; of a month with 31 days.
+base::DateTime LastSunday(int year, int month) {
+  const std::int64_t last = base::DateTime::Of(year, month, 31).Seconds() / kDay;
+  // Day zero was a Saturday.
+  const std::int64_t sunday = last - (last + 6) % 7;
+  return base::DateTime::FromSeconds(sunday * kDay + 60 * 60);
+}
+
+base::DateTime Earlier(base::DateTime time, int minutes) {
+  return base::DateTime::FromSeconds(time.Seconds() - minutes * 60);
+}
+
+}  // namespace
 
 class FakeClock::FakeTimer : public platform::Timer {
  public:
@@ -43,6 +61,31 @@ FakeClock::~FakeClock() = default;
 
 base::DateTime FakeClock::Now() {
   return base::DateTime::FromSeconds(set_.Seconds() + (passed_ - setAt_) / 1000);
+}
+
+base::DateTime FakeClock::UtcNow() {
+  const base::DateTime now = Now();
+  const std::vector<int> offsets = OffsetsOfLocal(now, {});
+  return Earlier(now, offsets.empty() ? kWinter : offsets.front());
+}
+
+bool FakeClock::KnowsZone(std::string_view zone) {
+  return zone.empty() || zone == "Europe/Rome" || zone == "UTC";
+}
+
+int FakeClock::OffsetOfUtc(base::DateTime utc, std::string_view zone) {
+  if (zone == "UTC") return 0;
+  const int year = utc.Year();
+  return utc >= LastSunday(year, 3) && utc < LastSunday(year, 10) ? kSummer : kWinter;
+}
+
+std::vector<int> FakeClock::OffsetsOfLocal(base::DateTime local, std::string_view zone) {
+  if (zone == "UTC") return {0};
+  std::vector<int> offsets;
+  for (const int offset : {kSummer, kWinter}) {
+    if (OffsetOfUtc(Earlier(local, offset), zone) == offset) offsets.push_back(offset);
+  }
+  return offsets;
 }
 
 void FakeClock::SetNow(base::DateTime now) {

@@ -26,6 +26,13 @@ RecordingPlatform::RecordingPlatform(LineSink sink)
   };
 }
 
+std::uint64_t RecordingPlatform::Random() {
+  std::uint64_t mixed = random_ += 0x9E3779B97F4A7C15;
+  mixed = (mixed ^ mixed >> 30) * 0xBF58476D1CE4E5B9;
+  mixed = (mixed ^ mixed >> 27) * 0x94D049BB133111EB;
+  return mixed ^ mixed >> 31;
+}
+
 void RecordingPlatform::Open(const std::filesystem::path& file, int topic) {
   openedTopic_ = topic;
   sink_("open " + Quoted(names_.Of(file)));

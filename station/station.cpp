@@ -36,6 +36,7 @@
 #include "tables/tabella_provincie.h"
 #include "tables/user_form.h"
 #include "upkeep/maintenance.h"
+#include "upkeep/preferenze.h"
 #include "upkeep/rescue.h"
 #include "upkeep/ripristina_backup.h"
 
@@ -49,6 +50,7 @@ void Know(core::Session& session, const char* name) {
 
 void KnowWindows(core::Session& session) {
   Know<upkeep::RipristinaBackup>(session, "RipristinaBackup");
+  Know<upkeep::Preferenze>(session, "Preferenze");
   Know<log::LogForm>(session, "LogForm");
   Know<log::LogSearch>(session, "LogSearch");
   log::KnowOldQsoBrowsers(session);

@@ -115,6 +115,7 @@ class Table : public QTableView {
       }
       return;
     }
+    if (!grid_.WritesCells() && at.isValid() && AnswersKey(*event)) return;
     QTableView::keyPressEvent(event);
     // A row that the keyboard marks is chosen as by a click: commands work on what is marked.
     const QModelIndex now = currentIndex();
@@ -156,6 +157,15 @@ class Table : public QTableView {
   }
 
  private:
+  // The grid has a use of its own for the character.
+  bool AnswersKey(const QKeyEvent& event) {
+    const std::u32string typed = event.text().toStdU32String();
+    if (typed.empty() || (event.modifiers() & ~Qt::ShiftModifier) != 0) return false;
+    bool answered = false;
+    context_.Run([&] { answered = grid_.TypeKey(typed.front()); });
+    return answered;
+  }
+
   // The toolkit ends its click before the event changes what was clicked.
   void Run(const QModelIndex& at, std::function<void(std::int64_t, int)> event) {
     context_.Later(this, [event = std::move(event), row = at.row() + 1, column = at.column()] {

@@ -45,6 +45,8 @@ constexpr std::pair<std::string_view, const char*> kPictures[] = {
     {"cmVerticale", "portrait"},
     {"cmOrizzontale", "landscape"},
     {"cmNew", "insert"},
+    {"cmCambia", "check"},
+    {"cmPredefinito", "previous"},
     {"cmStatistiche", "chart"},
     {"cmCheckCall", "worked"},
     {"cmAutoCall", "sound"},

@@ -1,6 +1,7 @@
 #include "letter_keys.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QMdiSubWindow>
 #include <QPushButton>
@@ -22,6 +23,11 @@ bool LetterKeys::eventFilter(QObject* watched, QEvent* event) {
   }
   const QMdiSubWindow* const front = area_.activeSubWindow();
   if (!pressed.isAmbiguous() || front == nullptr || !area_.isActiveWindow()) return false;
+  for (QAction* each : front->findChildren<QAction*>()) {
+    if (each->shortcut() != pressed.key() || !each->isVisible() || !each->isEnabled()) continue;
+    each->trigger();
+    return true;
+  }
   QList<QAbstractButton*> own;
   for (QAbstractButton* each : front->findChildren<QAbstractButton*>()) {
     if (each->shortcut() == pressed.key() && each->isVisible() && each->isEnabled()) own += each;

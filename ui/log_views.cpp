@@ -18,7 +18,8 @@ Piece LogFormView() {
                    Line({Item("Potenza"), Item("Propagazione"), Space(), Item("QrkRicevuto")})})),
        Frame("Qsl", Line({Item("QslDaInviare"), Item("QslInviata"), Item("QslRicevuta"), Space()})),
        Form({Item("Note")})});
-  return Either("PanelGriglia", Column({Item("DataGrid1")}), Framed("Panel3D1", fields));
+  return Column({Either("PanelGriglia", Column({Item("DataGrid1")}), Framed("Panel3D1", fields)),
+                 Item("Avviso")});
 }
 
 Piece LogSearchView() {

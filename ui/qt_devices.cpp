@@ -1,5 +1,6 @@
 #include "ui/qt_devices.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <QApplication>
 #include <QDateTime>
@@ -42,18 +43,60 @@ void MakeRoomForTitle(QMessageBox& box) {
                 rows->rowCount(), 0, 1, rows->columnCount());
 }
 
+base::DateTime TimeOf(const QDateTime& time) {
+  const QDate date = time.date();
+  const QTime of = time.time();
+  return base::DateTime::Of(date.year(), date.month(), date.day(), of.hour(), of.minute(),
+                            of.second());
+}
+
+QDateTime UtcOf(base::DateTime time) {
+  return QDateTime(QDate(time.Year(), time.Month(), time.Day()),
+                   QTime(time.Hour(), time.Minute(), time.Second()), Qt::UTC);
+}
+
 QString SettingKey(std::string_view section, std::string_view key) {
   return ToQt(section) + '/' + ToQt(key);
 }
 
 }  // namespace
 
-base::DateTime QtClock::Now() {
-  const QDateTime now = QDateTime::currentDateTime();
-  const QDate date = now.date();
-  const QTime time = now.time();
-  return base::DateTime::Of(date.year(), date.month(), date.day(), time.hour(), time.minute(),
-                            time.second());
+base::DateTime QtClock::Now() { return TimeOf(QDateTime::currentDateTime()); }
+
+base::DateTime QtClock::UtcNow() { return TimeOf(QDateTime::currentDateTimeUtc()); }
+
+const QTimeZone& QtClock::ZoneOf(std::string_view name) {
+  if (name != zoneName_) {
+    const QByteArray wanted(name.data(), qsizetype(name.size()));
+    zone_ = KnowsZone(name) && !name.empty() ? QTimeZone(wanted) : QTimeZone::systemTimeZone();
+    zoneName_ = name;
+  }
+  return zone_;
+}
+
+bool QtClock::KnowsZone(std::string_view zone) {
+  const QByteArray wanted(zone.data(), qsizetype(zone.size()));
+  return zone.empty() || QTimeZone::isTimeZoneIdAvailable(wanted);
+}
+
+int QtClock::OffsetOfUtc(base::DateTime utc, std::string_view zone) {
+  return ZoneOf(zone).offsetFromUtc(UtcOf(utc)) / 60;
+}
+
+std::vector<int> QtClock::OffsetsOfLocal(base::DateTime local, std::string_view zone) {
+  // A change lies within a day of the time: the offsets around it are all that can hold.
+  constexpr std::int64_t kDay = 24 * 60 * 60;
+  std::vector<int> offsets;
+  for (const std::int64_t away : {-kDay, kDay}) {
+    const int offset = OffsetOfUtc(base::DateTime::FromSeconds(local.Seconds() + away), zone);
+    const auto utc = base::DateTime::FromSeconds(local.Seconds() - offset * 60);
+    if (OffsetOfUtc(utc, zone) == offset && (offsets.empty() || offsets.back() != offset)) {
+      offsets.push_back(offset);
+    }
+  }
+  // The larger offset makes the earlier moment.
+  std::sort(offsets.rbegin(), offsets.rend());
+  return offsets;
 }
 
 QtTimer::QtTimer(EventGate& gate) : timer_(new QTimer) {

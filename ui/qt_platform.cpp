@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QRandomGenerator>
 #include <QUrl>
 #include <stdexcept>
 
@@ -65,6 +66,8 @@ std::unique_ptr<platform::Progress> QtPlatform::ShowProgress(std::string_view ti
                                                              std::int64_t total) {
   return std::make_unique<QtProgress>(gate_, title, total);
 }
+
+std::uint64_t QtPlatform::Random() { return QRandomGenerator::system()->generate64(); }
 
 void QtPlatform::Beep() { QApplication::beep(); }
 

@@ -15,5 +15,10 @@ const std::vector<View>& PrintViews();
 const std::vector<View>& LinksViews();
 const std::vector<View>& TablesViews();
 const std::vector<View>& AdifViews();
+const std::vector<View>& UpkeepViews();
+
+// The view of every TableWindow: the search and the window's filters above, the table, what stands
+// below it, and the line that says what happened.
+Piece TableView(std::vector<Piece> filters, Piece below = Column({}));
 
 }  // namespace brenvo::ui

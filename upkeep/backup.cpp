@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <set>
 
+#include "core/files.h"
 #include "file/database_file.h"
 #include "file/file_check.h"
 #include "file/online_copy.h"
@@ -91,26 +92,38 @@ void DropOld(const std::filesystem::path& appPath, base::DateTime today) {
   }
 }
 
-// A sound copy of the file, unless the operator stops it.
-void CopyWatched(core::Session& session, const std::filesystem::path& from,
-                 const std::filesystem::path& to) {
-  const auto goOn = [](platform::Progress& progress, std::int64_t done) {
-    if (progress.Advance(done)) return;
-    throw engine::DatabaseError(engine::DatabaseError::kStopped, "Operazione interrotta.");
-  };
+using GoOn = std::function<void(bool wanted)>;  // throws where work is to end
+
+// A sound copy of the file, with how far it is.
+void CopyShown(const std::filesystem::path& from, const std::filesystem::path& to,
+               std::string_view title, const ShowProgress& show, const GoOn& goOn) {
   file::OnlineCopy copying(from, to);
   {
-    const auto progress = session.Machine.ShowProgress("Ripristino della copia", kParts);
+    const auto progress = show(title, kParts);
     while (copying.Step(kPagesPerSlice)) {
-      goOn(*progress, static_cast<std::int64_t>(copying.PartCopied() * kParts));
+      goOn(progress->Advance(static_cast<std::int64_t>(copying.PartCopied() * kParts)));
     }
   }
   // Nobody knows how long the check takes.
-  const auto progress = session.Machine.ShowProgress("Controllo della copia", 0);
+  const auto progress = show("Controllo della copia", 0);
   copying.Verify([&] {
-    goOn(*progress, kParts);
+    goOn(progress->Advance(kParts));
     return true;
   });
+}
+
+// The same, unless the operator stops it.
+void CopyWatched(core::Session& session, const std::filesystem::path& from,
+                 const std::filesystem::path& to) {
+  CopyShown(
+      from, to, "Ripristino della copia",
+      [&](std::string_view title, std::int64_t total) {
+        return session.Machine.ShowProgress(title, total);
+      },
+      [](bool wanted) {
+        if (wanted) return;
+        throw engine::DatabaseError(engine::DatabaseError::kStopped, "Operazione interrotta.");
+      });
 }
 
 }  // namespace
@@ -183,6 +196,17 @@ void PutBack(core::Session& session, const BackupCopy& copy) {
   file::RenameSafely(fresh, database);
 }
 
+void MakeDaysCopy(const std::filesystem::path& appPath, base::DateTime now,
+                  const ShowProgress& show) {
+  const std::filesystem::path directory = DirectoryOf(appPath), finished = directory / DayName(now);
+  std::error_code error;
+  if (std::filesystem::exists(finished, error)) return;
+  MakeDirectory(directory);
+  CopyShown(core::FileIn(appPath, "\\Brenvo.mdb"), directory / kUnfinished, "Copia di sicurezza",
+            show, [](bool) {});
+  file::RenameSafely(directory / kUnfinished, finished);
+}
+
 std::optional<BackupCopy> WithoutJournal(core::Session& session) {
   const std::filesystem::path alone = session.AppPath / kWithoutJournal;
   std::error_code error;
@@ -229,11 +253,11 @@ void PutBackAndReopen(core::Session& session, const BackupCopy& copy) {
 
 bool RestoreBackup(core::Session& session, const BackupCopy& copy) {
   if (!session.Windows.UnloadAllButFirst()) return false;
-  return session.Contacts.ChangeMany({core::ContactTable::kLog, core::ContactTable::kContestQso},
-                                     [&] {
-                                       PutBackAndReopen(session, copy);
-                                       return true;
-                                     });
+  return session.Contacts.ChangeMany(
+      "Ripristina backup", {core::ContactTable::kLog, core::ContactTable::kContestQso}, [&] {
+        PutBackAndReopen(session, copy);
+        return true;
+      });
 }
 
 DailyBackup::DailyBackup(core::Session& session, std::function<void(const std::string& text)> tell)

@@ -1,13 +1,15 @@
 #include "upkeep/maintenance.h"
 
 #include <filesystem>
+#include <functional>
 #include <initializer_list>
 #include <string_view>
 #include <system_error>
 
+#include "base/number.h"
 #include "core/files.h"
+#include "core/history.h"
 #include "core/long_run.h"
-#include "core/own_tables.h"
 #include "core/session.h"
 #include "core/transaction.h"
 #include "file/database_file.h"
@@ -23,13 +25,16 @@ constexpr std::string_view kScratch = "\\BrenvoNEW.MDB";
 constexpr int kFileNotFound = 53;
 constexpr std::string_view kCompaction = "Compatta Database";
 
+// Deletes all contacts of a kind; the history keeps them until the compaction.
 void Empty(core::Session& session, std::string_view title, core::ContactTable table,
+           const std::function<void(core::History&)>& keep,
            std::initializer_list<std::string_view> statements) {
   if (!session.Messages().AskYesNo(title, "Confermi l'operazione ?")) return;
-  session.Contacts.ChangeMany({table}, [&] {
+  session.Contacts.ChangeMany(title, {table}, [&] {
     return core::RunLongStatements(session, title,
                                    "Operazione interrotta: tutto è rimasto com'era.", [&] {
-                                     core::Transaction transaction(session.Db);
+                                     core::Transaction transaction(session);
+                                     keep(session.Contacts.Past());
                                      for (std::string_view statement : statements)
                                        session.Db.Execute(statement);
                                      transaction.Commit();
@@ -44,12 +49,24 @@ void DeleteFile(const std::filesystem::path& file) {
   throw engine::DatabaseError(kFileNotFound, "File non trovato: " + file.filename().string());
 }
 
+// What the operator wants of the history, in days and contacts.
+std::int64_t HistorySetting(core::Session& session, std::string_view key, std::string_view usual) {
+  return static_cast<std::int64_t>(base::Val(session.GetSetting("Storia", key, usual)));
+}
+
 // A contact leaves what is kept beside it to the compaction, like the room that it took: its number
-// is not given again, so nothing finds it.
-void DropKeptOfDeleted(core::Session& session) {
-  if (!core::HasTable(session, "LogAdif")) return;
+// is not given again, so nothing finds it but the history that may bring it back.
+void DropWhatIsKeptNoLonger(core::Session& session) {
   const core::LongStatement watched(session, kCompaction);
-  session.Db.Execute("DELETE * FROM LogAdif WHERE QsoNr NOT IN (SELECT QsoNr FROM Log)");
+  core::Transaction transaction(session.Db);
+  core::ThinHistory(session.Db, session.Now(), HistorySetting(session, "Giorni", "365"),
+                    HistorySetting(session, "Contatti", "2000000"));
+  for (const char* table : {"LogAdif", "LogOrigine"}) {
+    session.Db.Execute(std::string("DELETE * FROM ") + table +
+                       " WHERE QsoNr NOT IN (SELECT QsoNr FROM Log) AND QsoNr NOT IN (SELECT "
+                       "QsoNr FROM StoriaLog)");
+  }
+  transaction.Commit();
 }
 
 void CloseAll(core::Session& session) { session.CloseForCompaction(); }
@@ -102,22 +119,23 @@ bool Compact(core::Session& session) {
 }  // namespace
 
 void AzzeraLog(core::Session& session) {
-  if (core::HasTable(session, "LogAdif")) {
-    Empty(session, "Azzeramento Log", core::ContactTable::kLog,
-          {"DELETE * FROM Log", "DELETE * FROM LogAdif"});
-  } else {
-    Empty(session, "Azzeramento Log", core::ContactTable::kLog, {"DELETE * FROM Log"});
-  }
+  Empty(session, "Azzeramento Log", core::ContactTable::kLog,
+        [](core::History& past) { past.KeepWhere(""); }, {"DELETE * FROM Log"});
 }
 
 void AzzeraContest(core::Session& session) {
   Empty(session, "Azzeramento Contest", core::ContactTable::kContestQso,
+        [](core::History& past) {
+          past.KeepContestQsos("");
+          past.KeepContests("");
+        },
         {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});
 }
 
 std::span<const CompactionStep> CompactionSteps() {
   static constexpr CompactionStep kSteps[] = {
-      DropKeptOfDeleted, CloseAll, WriteScratch, DeleteBackup, KeepAsBackup, PutInPlace, ReopenAll};
+      DropWhatIsKeptNoLonger, CloseAll,   WriteScratch, DeleteBackup,
+      KeepAsBackup,           PutInPlace, ReopenAll};
   return kSteps;
 }
 

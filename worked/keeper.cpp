@@ -32,14 +32,6 @@ struct Keeper::Job {
   std::exception_ptr failure;
 };
 
-struct Keeper::Change {
-  struct Side {
-    std::int64_t key;
-    core::LogContact contact;
-  };
-  std::optional<Side> before, after;
-};
-
 Keeper::Keeper(core::Session& session, std::function<void(const std::string& text)> tell)
     : session_(session),
       tell_(std::move(tell)),
@@ -89,34 +81,16 @@ void Keeper::LoadRules() {
 
 const WorkedIndex* Keeper::Index() const { return kept_ == nullptr ? nullptr : &kept_->index; }
 
-namespace {
-
-// Nothing where the announcement holds the numbers alone.
-template <class Change, class One>
-std::optional<Change> ChangeOf(const One& one) {
-  if constexpr (requires { one.before->contact; }) {
-    Change change;
-    if (one.before) change.before = {one.before->key, one.before->contact};
-    if (one.after) change.after = {one.after->key, one.after->contact};
-    return change;
-  }
-  return std::nullopt;
-}
-
-}  // namespace
-
 void Keeper::Heard(const core::ContactsChanged& announced) {
   if (announced.table != core::ContactTable::kLog) return;
-  const auto* one = std::get_if<core::OneContact>(&announced.which);
-  const auto change = one == nullptr ? std::nullopt : ChangeOf<Change>(*one);
-  if (change) {
-    Count(*change);
+  if (const auto* one = std::get_if<core::OneContact>(&announced.which)) {
+    Count(*one);
   } else {
     ReadAnew();
   }
 }
 
-void Keeper::Count(const Change& change) {
+void Keeper::Count(const core::OneContact& change) {
   if (job_ != nullptr) during_.push_back(change);
   if (kept_ == nullptr) return;
   if (!Apply(change)) ReadAnew();
@@ -124,7 +98,7 @@ void Keeper::Count(const Change& change) {
 }
 
 // What is kept beside a contact may have changed unannounced; what was counted of it is remembered.
-bool Keeper::Apply(const Change& change) {
+bool Keeper::Apply(const core::OneContact& change) {
   auto& [index, services] = *kept_;
   if (const auto& before = change.before) {
     const Contact counted = ContactOf(before->contact, services.Of(before->key), *rules_);
@@ -198,7 +172,7 @@ void Keeper::TakeOver(Job& job) {
   if (!job.built) return;  // it was stopped
   Built& built = *job.built;
   kept_ = std::make_unique<Kept>(Kept{std::move(built.index), std::move(built.kept)});
-  for (const Change& change : std::exchange(during_, {})) due_ = !Apply(change) || due_;
+  for (const core::OneContact& change : std::exchange(during_, {})) due_ = !Apply(change) || due_;
   const LogRead read{std::move(built.withoutOrigin), std::move(built.withoutContact)};
   if (due_) Begin();
   Read(read);

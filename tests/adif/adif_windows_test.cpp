@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
 #include "adif/esporta_adif.h"
 #include "adif/importa_adif.h"
@@ -164,21 +163,6 @@ TEST_F(AdifWindowsTest, APreviewThatIsStoppedShowsNothing) {
   machine.Picks().Queue(Write("a.adi", text));
   Event([&] { ImportaFileAdif(session); });
   EXPECT_EQ(session.Windows.Find("ImportaAdif"), nullptr);
-}
-
-TEST_F(AdifWindowsTest, ADatabaseWithoutAPlaceForTheFieldsIsToldClearly) {
-  session.CloseTables();
-  {
-    sqlite3* file = nullptr;
-    sqlite3_open((directory.Path() / "Brenvo.mdb").c_str(), &file);
-    sqlite3_exec(file, "DROP TABLE LogAdif", nullptr, nullptr, nullptr);
-    sqlite3_close(file);
-  }
-  session.Open();
-  Event([&] { ImportaFileAdif(session); });
-  EXPECT_THAT(Lines(), Contains(HasSubstr("Nel database manca la tabella LogAdif")));
-  session.Db.Execute("insert into Log (DataQso,Call) values ('01/01/2001 10:00:00','IK3ABC')");
-  EXPECT_THAT(Export(), HasSubstr("<CALL:6>IK3ABC "));
 }
 
 }  // namespace

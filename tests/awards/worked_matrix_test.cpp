@@ -113,7 +113,9 @@ TEST_F(HrdTest, ConfirmedAndUnconfirmedOnOneBandShowAsConfirmed) {
 TEST_F(HrdTest, ABatchIsSeenInTheCellsOfTheLastSearchWhateverIsTypedByThen) {
   Hrd& hrd = OpenHrd();
   const auto announce = [this] {
-    Event([this] { session.Contacts.ChangeMany({core::ContactTable::kLog}, [] { return true; }); });
+    Event([this] {
+      session.Contacts.ChangeMany("Prova", {core::ContactTable::kLog}, [] { return true; });
+    });
   };
   Italian("IK3ABC", "  2 m");
   announce();  // nothing was sought yet

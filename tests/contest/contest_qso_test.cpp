@@ -344,7 +344,7 @@ TEST_F(ContestQsoTest, ABatchIsSeenAndTheRowAndTheContactInWorkStay) {
   InRow(log, 2, [this](ContestNewQso& entry) {
     Add(2, "IK3XYZ");
     Event([this] {
-      session.Contacts.ChangeMany({core::ContactTable::kContestQso}, [] { return true; });
+      session.Contacts.ChangeMany("Prova", {core::ContactTable::kContestQso}, [] { return true; });
     });
     entry.Note.SetText("mio");
     Press(entry, "cmInsertE");

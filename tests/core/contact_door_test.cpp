@@ -31,9 +31,17 @@ class ContactDoorTest : public StationTest {
     for (; !stored->EOF_(); stored->MoveNext()) calls.push_back(stored->Field("Call").Text());
     return calls;
   }
-  static ContactsChanged One(std::optional<std::int64_t> before,
-                             std::optional<std::int64_t> after) {
-    return {kLog, OneContact{before, after}};
+  // What has been announced, a contact by its key and call before and after: "1 IK3ABC".
+  static std::string Told(const std::optional<StoredContact>& contact) {
+    return contact ? std::to_string(contact->key) + " " + contact->contact.Call : "none";
+  }
+  std::vector<std::string> AnnouncedOnes() const {
+    std::vector<std::string> told;
+    for (const ContactsChanged& change : announced) {
+      const auto& one = std::get<OneContact>(change.which);
+      told.push_back(Told(one.before) + " > " + Told(one.after));
+    }
+    return told;
   }
 
   std::unique_ptr<engine::Dynaset> rows = session.Db.OpenDynaset("select * from Log");
@@ -50,7 +58,8 @@ TEST_F(ContactDoorTest, ANewAChangedAndADeletedContactAreAnnouncedByTheirKey) {
   EXPECT_THAT(Calls(), ElementsAre("IK3DEF"));
   session.Contacts.Delete(kLog, *rows);
   EXPECT_THAT(Calls(), IsEmpty());
-  EXPECT_THAT(announced, ElementsAre(One(std::nullopt, 1), One(1, 1), One(1, std::nullopt)));
+  EXPECT_THAT(AnnouncedOnes(),
+              ElementsAre("none > 1 IK3ABC", "1 IK3ABC > 1 IK3DEF", "1 IK3DEF > none"));
 }
 
 TEST_F(ContactDoorTest, AContactIsInTheFileWhenItIsAnnounced) {
@@ -81,9 +90,9 @@ TEST_F(ContactDoorTest, WhatCannotBeStoredIsNeitherStoredNorAnnounced) {
 }
 
 TEST_F(ContactDoorTest, ManyAreAnnouncedOnceATableWhenTheWorkIsOver) {
-  EXPECT_TRUE(session.Contacts.ChangeMany({kLog, kContestQso}, [&] {
+  EXPECT_TRUE(session.Contacts.ChangeMany("Prova", {kLog, kContestQso}, [&] {
     session.Contacts.Add(kLog, *rows, WithCall("IK3ABC"));
-    session.Contacts.ChangeMany({}, [] { return true; });
+    session.Contacts.ChangeMany("Prova", {}, [] { return true; });
     session.Contacts.Add(kLog, *rows, WithCall("IK3DEF"));
     EXPECT_THAT(announced, IsEmpty());
     return true;
@@ -93,13 +102,14 @@ TEST_F(ContactDoorTest, ManyAreAnnouncedOnceATableWhenTheWorkIsOver) {
 }
 
 TEST_F(ContactDoorTest, AWorkThatStoredNothingIsNotAnnounced) {
-  EXPECT_FALSE(session.Contacts.ChangeMany({kLog}, [] { return false; }));
-  EXPECT_THROW(session.Contacts.ChangeMany(
-                   {kLog}, []() -> bool { throw std::runtime_error("Il file non si legge"); }),
-               std::runtime_error);
+  EXPECT_FALSE(session.Contacts.ChangeMany("Prova", {kLog}, [] { return false; }));
+  EXPECT_THROW(
+      session.Contacts.ChangeMany(
+          "Prova", {kLog}, []() -> bool { throw std::runtime_error("Il file non si legge"); }),
+      std::runtime_error);
   EXPECT_THAT(announced, IsEmpty());
   session.Contacts.Add(kLog, *rows, WithCall("IK3ABC"));
-  EXPECT_THAT(announced, ElementsAre(One(std::nullopt, 1)));
+  EXPECT_THAT(AnnouncedOnes(), ElementsAre("none > 1 IK3ABC"));
 }
 
 TEST_F(ContactDoorTest, ListenersHearInTheOrderOfTheirSubscriptionAndNoMoreOnceItHasEnded) {
@@ -111,9 +121,9 @@ TEST_F(ContactDoorTest, ListenersHearInTheOrderOfTheirSubscriptionAndNoMoreOnceI
   const forms::Subscription first = hear("first");
   {
     const forms::Subscription second = hear("second");
-    session.Contacts.ChangeMany({kLog}, [] { return true; });
+    session.Contacts.ChangeMany("Prova", {kLog}, [] { return true; });
   }
-  session.Contacts.ChangeMany({kLog}, [] { return true; });
+  session.Contacts.ChangeMany("Prova", {kLog}, [] { return true; });
   EXPECT_THAT(heard, ElementsAre("first", "second", "first"));
 }
 
@@ -123,7 +133,7 @@ TEST_F(ContactDoorTest, AListenerThatFailsIsToldAndKeepsNothingFromTheOthers) {
   int heard = 0;
   const forms::Subscription second =
       session.Contacts.Subscribe([&](const ContactsChanged&) { ++heard; });
-  Event([this] { session.Contacts.ChangeMany({kLog}, [] { return true; }); });
+  Event([this] { session.Contacts.ChangeMany("Prova", {kLog}, [] { return true; }); });
   EXPECT_EQ(heard, 1);
   EXPECT_THAT(Lines(), ElementsAre("error \"Non si legge\""));
 }
@@ -136,8 +146,8 @@ TEST_F(ContactDoorTest, ContactsOneAfterAnotherAreStoredWithAllTheirColumns) {
   contact.ZonaCQ = 15;
   contact.QslRicevuta = true;
   contact.Note = "Prima riga";
-  session.Contacts.ChangeMany({kLog}, [&] {
-    ContactDoor::Appender appender = session.Contacts.OpenAppender(session.Db);
+  session.Contacts.ChangeMany("Prova", {kLog}, [&] {
+    ContactDoor::Appender appender = session.Contacts.OpenAppender();
     EXPECT_EQ(appender.Append(contact), 1);
     contact.Call = "IK3DEF";
     EXPECT_EQ(appender.Append(contact), 2);

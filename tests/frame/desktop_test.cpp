@@ -61,5 +61,27 @@ TEST_F(DesktopTest, UnknownAndShortTokensArePassedOver) {
   EXPECT_EQ(session.Windows.Loaded().size(), 2u);
 }
 
+TEST_F(DesktopTest, TheWindowsThatCameLaterStandInAListOfTheirOwn) {
+  KnowChild("Preferenze");
+  KnowChild("LogForm");
+  Menu("cmPreferenze");
+  Menu("cmSaveDesktop");
+  EXPECT_EQ(session.GetSetting("Desktop", "Window", "none"), "");
+  EXPECT_EQ(session.GetSetting("Desktop", "Finestre", "none"), "Preferenze");
+  session.Windows.Unload(*session.Windows.Find("Preferenze"));
+  Menu("cmLoadDesktop");
+  Menu("cmLoadDesktop");
+  EXPECT_EQ(session.Windows.Loaded().size(), 2u);
+  EXPECT_NE(session.Windows.Find("Preferenze"), nullptr);
+}
+
+TEST_F(DesktopTest, ANameThatIsNoneOfTheseIsPassedOver) {
+  KnowChild("Preferenze");
+  KnowChild("LogForm");
+  session.SaveSetting("Desktop", "Finestre", "LogForm Preferenze2 preferenze");
+  Menu("cmLoadDesktop");
+  EXPECT_EQ(session.Windows.Loaded().size(), 1u);
+}
+
 }  // namespace
 }  // namespace brenvo::frame

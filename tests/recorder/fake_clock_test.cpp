@@ -111,5 +111,51 @@ TEST(FakeClock, EachTickPassesTheGuard) {
   EXPECT_EQ(fired, 3);
 }
 
+TEST(FakeClock, ItsUtcIsAnHourOrTwoBehindItself) {
+  FakeClock clock;
+  EXPECT_EQ(base::DateTimeText(clock.UtcNow()), "03/02/2001 03:05:06");
+  clock.SetNow(base::DateTime::Of(2026, 7, 1, 0, 30));
+  EXPECT_EQ(base::DateTimeText(clock.UtcNow()), "30/06/2026 22:30:00");
+}
+
+TEST(FakeClock, ItsClocksChangeOnTheLastSundaysOfMarchAndOctober) {
+  FakeClock clock;
+  struct Change {
+    int year, month, day, before, after;
+  };
+  for (const Change& each : {Change{2001, 3, 25, 60, 120}, Change{2001, 10, 28, 120, 60},
+                             Change{2024, 3, 31, 60, 120}, Change{2024, 10, 27, 120, 60},
+                             Change{2026, 3, 29, 60, 120}, Change{2026, 10, 25, 120, 60}}) {
+    const base::DateTime at = base::DateTime::Of(each.year, each.month, each.day, 1);
+    const base::DateTime justBefore = base::DateTime::FromSeconds(at.Seconds() - 1);
+    EXPECT_EQ(clock.OffsetOfUtc(justBefore, ""), each.before) << each.year << '/' << each.month;
+    EXPECT_EQ(clock.OffsetOfUtc(at, "Europe/Rome"), each.after) << each.year << '/' << each.month;
+    EXPECT_EQ(clock.OffsetOfUtc(at, "UTC"), 0);
+  }
+}
+
+TEST(FakeClock, AnHourIsLeftOutInMarchAndOneComesTwiceInOctober) {
+  FakeClock clock;
+  const auto offsets = [&](int month, int day, int hour, int minute, int second = 0) {
+    return clock.OffsetsOfLocal(base::DateTime::Of(2026, month, day, hour, minute, second), "");
+  };
+  EXPECT_THAT(offsets(3, 29, 1, 59, 59), ElementsAre(60));
+  EXPECT_THAT(offsets(3, 29, 2, 0), testing::IsEmpty());
+  EXPECT_THAT(offsets(3, 29, 2, 59, 59), testing::IsEmpty());
+  EXPECT_THAT(offsets(3, 29, 3, 0), ElementsAre(120));
+  EXPECT_THAT(offsets(10, 25, 1, 59, 59), ElementsAre(120));
+  EXPECT_THAT(offsets(10, 25, 2, 0), ElementsAre(120, 60));
+  EXPECT_THAT(offsets(10, 25, 2, 59, 59), ElementsAre(120, 60));
+  EXPECT_THAT(offsets(10, 25, 3, 0), ElementsAre(60));
+}
+
+TEST(FakeClock, KnowsTwoZonesByName) {
+  FakeClock clock;
+  EXPECT_TRUE(clock.KnowsZone(""));
+  EXPECT_TRUE(clock.KnowsZone("Europe/Rome"));
+  EXPECT_TRUE(clock.KnowsZone("UTC"));
+  EXPECT_FALSE(clock.KnowsZone("Europa/Roma"));
+}
+
 }  // namespace
 }  // namespace brenvo::recorder

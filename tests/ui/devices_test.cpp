@@ -13,6 +13,7 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
+#include "recorder/fake_clock.h"
 #include "tests/ui/screen.h"
 #include "ui/qt_devices.h"
 #include "ui/qt_printer.h"
@@ -427,6 +428,62 @@ TEST_F(Devices, WorkInTheBackgroundThatGoesIsStoppedAndWaitedFor) {
     });
   }
   EXPECT_TRUE(stopped);
+}
+
+TEST(Clock, TellsUtcAsTheSystemDoes) {
+  QtClock clock;
+  const QDateTime before = QDateTime::currentDateTimeUtc();
+  const base::DateTime utc = clock.UtcNow();
+  const auto seconds =
+      before.secsTo(QDateTime(QDate(utc.Year(), utc.Month(), utc.Day()),
+                              QTime(utc.Hour(), utc.Minute(), utc.Second()), Qt::UTC));
+  EXPECT_GE(seconds, -1);
+  EXPECT_LE(seconds, 5);
+}
+
+// Around the changes of the clocks of each zone; the computer's own zone is whatever it is.
+TEST(Clock, KnowsTheChangesOfEachZone) {
+  QtClock clock;
+  const auto offsets = [&](const char* zone, int month, int day, int hour, int minute) {
+    return clock.OffsetsOfLocal(base::DateTime::Of(2024, month, day, hour, minute), zone);
+  };
+  using Offsets = std::vector<int>;
+  EXPECT_EQ(offsets("Europe/Rome", 3, 31, 1, 59), Offsets({60}));
+  EXPECT_EQ(offsets("Europe/Rome", 3, 31, 2, 30), Offsets());
+  EXPECT_EQ(offsets("Europe/Rome", 3, 31, 3, 0), Offsets({120}));
+  EXPECT_EQ(offsets("Europe/Rome", 10, 27, 2, 0), Offsets({120, 60}));
+  EXPECT_EQ(offsets("Europe/Rome", 10, 27, 3, 0), Offsets({60}));
+  EXPECT_EQ(offsets("America/New_York", 11, 3, 1, 30), Offsets({-240, -300}));
+  EXPECT_EQ(offsets("Australia/Lord_Howe", 4, 7, 1, 45), Offsets({660, 630}));
+  EXPECT_EQ(offsets("Australia/Lord_Howe", 10, 6, 2, 15), Offsets());
+  EXPECT_EQ(offsets("Asia/Kathmandu", 6, 1, 0, 0), Offsets({345}));
+  EXPECT_EQ(offsets("UTC", 3, 31, 2, 30), Offsets({0}));
+  EXPECT_EQ(clock.OffsetOfUtc(base::DateTime::Of(2024, 3, 31, 0, 59, 59), "Europe/Rome"), 60);
+  EXPECT_EQ(clock.OffsetOfUtc(base::DateTime::Of(2024, 3, 31, 1, 0, 0), "Europe/Rome"), 120);
+}
+
+TEST(Clock, AgreesWithTheRecordedOneInItaly) {
+  QtClock clock;
+  recorder::FakeClock recorded;
+  for (int day = 0; day < 366 * 3; ++day) {
+    for (const int minutes : {30, 90, 150, 210}) {
+      const auto time = base::DateTime::FromSeconds(base::DateTime::Of(2023, 1, 1).Seconds() +
+                                                    (day * 24 * 60 + minutes) * std::int64_t(60));
+      ASSERT_EQ(clock.OffsetsOfLocal(time, "Europe/Rome"), recorded.OffsetsOfLocal(time, ""))
+          << base::IsoText(time);
+      ASSERT_EQ(clock.OffsetOfUtc(time, "Europe/Rome"), recorded.OffsetOfUtc(time, ""))
+          << base::IsoText(time);
+    }
+  }
+}
+
+TEST(Clock, KnowsAZoneByItsName) {
+  QtClock clock;
+  EXPECT_TRUE(clock.KnowsZone(""));
+  EXPECT_TRUE(clock.KnowsZone("Europe/Rome"));
+  EXPECT_FALSE(clock.KnowsZone("Europa/Roma"));
+  const base::DateTime time = base::DateTime::Of(2024, 6, 1);
+  EXPECT_EQ(clock.OffsetOfUtc(time, "Europa/Roma"), clock.OffsetOfUtc(time, ""));
 }
 
 }  // namespace

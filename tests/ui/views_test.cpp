@@ -1,9 +1,11 @@
 // The station's own windows on the screen.
 #include <QAction>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QSplitter>
+#include <QStatusBar>
 #include <QTableView>
 
 #include "forms/choice_fields.h"
@@ -212,8 +214,81 @@ INSTANTIATE_TEST_SUITE_P(
                       "SField", "SSQuare", "SPrefissi", "SContinenti", "SZone", "SCountry",
                       "SProvincie", "SNote", "Hrd", "HrdMode", "MappaSquare", "StampaQsl", "TNC",
                       "TNCtelnet", "WWConv", "FT736", "DX", "User", "TabellaPrefissi",
-                      "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help"),
+                      "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help", "Preferenze"),
     [](const auto& parameter) { return std::string(parameter.param); });
+
+// A window of the family: the keys are those of all of them.
+class TheTableWindow : public StationScreen {
+ protected:
+  TheTableWindow() : window(*Open("Preferenze")) {}
+  ~TheTableWindow() override {
+    session.Windows.RunEvent([&] {
+      if (session.Windows.IsLoaded(&window)) session.Windows.Unload(window);
+    });
+  }
+  static void Key(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+    QTest::keyClick(QApplication::focusWidget(), key, with);
+    QTest::qWait(1);
+  }
+  static std::string Focused() { return QApplication::focusWidget()->objectName().toStdString(); }
+  std::string Notice() { return dynamic_cast<forms::Label&>(*window.FindField("Avviso")).Text(); }
+  forms::Window& window;
+};
+
+TEST_F(TheTableWindow, BeginsInTheSearchAndGoesOnThroughItsFields) {
+  std::vector<std::string> names = {Focused()};
+  for (int i = 0; i < 3; ++i) {
+    Key(Qt::Key_Tab);
+    names.push_back(Focused());
+  }
+  EXPECT_THAT(names, ::testing::ElementsAre("Cerca", "SoloCambiate", "Tabella", "Valore"));
+}
+
+TEST_F(TheTableWindow, ItsSearchKeyIsItsOwnThoughTheMainMenuHasTheSame) {
+  Key(Qt::Key_Return);
+  ASSERT_EQ(Focused(), "Tabella");
+  Key(Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(Focused(), "Cerca");
+  EXPECT_EQ(session.Windows.Find("FT736"), nullptr);
+}
+
+TEST_F(TheTableWindow, EnterAndSpaceChangeTheRowThatTheArrowsMarked) {
+  Key(Qt::Key_Return);
+  Key(Qt::Key_Down);
+  Key(Qt::Key_Space);
+  EXPECT_EQ(Notice(), "Secondi negli orologi: No");
+  Key(Qt::Key_Return);
+  EXPECT_EQ(Notice(), "Secondi negli orologi: Sì");
+  Key(Qt::Key_Down);
+  Key(Qt::Key_Return);
+  EXPECT_EQ(Focused(), "Valore");
+  QTest::keyClicks(QApplication::focusWidget(), "UTC");
+  Key(Qt::Key_F2);
+  EXPECT_EQ(Notice(), "Fuso orario: UTC");
+}
+
+TEST_F(TheTableWindow, DelBelongsToTheTextWhileOneTypesAndElseToTheRow) {
+  EXPECT_EQ(session.Choices.Set(core::choice::kClocks, "No"), "");
+  Key(Qt::Key_Delete);
+  EXPECT_EQ(Notice(), "");
+  Key(Qt::Key_Return);
+  Key(Qt::Key_Delete);
+  EXPECT_EQ(Notice(), "Orologi: Sì");
+}
+
+TEST_F(TheTableWindow, EscClosesIt) {
+  Key(Qt::Key_Escape);
+  EXPECT_EQ(session.Windows.Find("Preferenze"), nullptr);
+}
+
+TEST_F(StationScreen, TheClocksStandInTheStatusBarBesideThePanel) {
+  QWidget& bar = *platform.Screen().Main().findChild<QStatusBar*>();
+  auto* clocks = bar.findChild<QLabel*>("Orologi");
+  ASSERT_NE(clocks, nullptr);
+  EXPECT_TRUE(clocks->isVisible());
+  EXPECT_EQ(clocks->text().toStdString(), frame->Orologi.Text());
+  EXPECT_NE(bar.findChild<QWidget*>("StatusBar1"), nullptr);
+}
 
 // The left button goes down on a border, moves so many pixels and comes up.
 void Drag(QWidget& border, int down) {

@@ -81,10 +81,44 @@ TEST_F(KeeperTest, TheLogIsReadALittleAfterTheStart) {
   EXPECT_THAT(told, IsEmpty());
 }
 
+TEST_F(KeeperTest, ASingleContactIsCountedAtOnceWithoutReadingTheLog) {
+  StartAndRead();
+  int renewed = 0;
+  const auto subscription = keeper.Renewed.Subscribe([&] { ++renewed; });
+  AddContact("IK3ABC");
+  EXPECT_EQ(Asked(Subject::Call("IK3ABC")), State::kWorked);
+  EXPECT_EQ(renewed, 1);
+  const auto rows = session.Db.OpenDynaset("select * from Log");
+  session.Contacts.Change(ContactTable::kLog, *rows, [](auto& row) {
+    row.Set("Call", "IK3DEF");
+    row.Set("QslRicevuta", true);
+  });
+  EXPECT_EQ(Asked(Subject::Call("IK3ABC")), State::kNew);
+  EXPECT_EQ(Asked(Subject::Call("IK3DEF")), State::kConfirmed);
+  session.Contacts.Delete(ContactTable::kLog, *rows);
+  EXPECT_EQ(Asked(Subject::Call("IK3DEF")), State::kNew);
+  machine.Advance(kUntilOthers);
+  EXPECT_EQ(reads, 1);
+}
+
+TEST_F(KeeperTest, WhatIsKeptBesideAContactConfirmsItAndIsRememberedAsItWasCounted) {
+  AddContact("IK3ABC");
+  Exec("insert into LogAdif (QsoNr,Campo,Valore) values (1,'LOTW_QSL_RCVD','Y')");
+  StartAndRead();
+  EXPECT_EQ(Asked(Subject::Country("I")), State::kConfirmed);
+  // Taken back, unannounced; then the contact itself changes.
+  Exec("delete * from LogAdif");
+  const auto rows = session.Db.OpenDynaset("select * from Log");
+  session.Contacts.Change(ContactTable::kLog, *rows, [](auto& row) { row.Set("Qra", "Mario"); });
+  EXPECT_EQ(Asked(Subject::Country("I")), State::kWorked);
+  EXPECT_EQ(keeper.Index()->Contacts(), 1);
+  EXPECT_EQ(reads, 1);
+}
+
 TEST_F(KeeperTest, AfterManyContactsTheLogIsReadAnewAndTheOldIndexAnswersUntilThen) {
   AddContact("IK3ABC");
   StartAndRead();
-  session.Contacts.ChangeMany({ContactTable::kLog}, [&] {
+  session.Contacts.ChangeMany("Prova", {ContactTable::kLog}, [&] {
     Exec("update Log set Call='IK3DEF'");
     return true;
   });
@@ -97,7 +131,7 @@ TEST_F(KeeperTest, AfterManyContactsTheLogIsReadAnewAndTheOldIndexAnswersUntilTh
 
 TEST_F(KeeperTest, ContactsOfAContestAreNoneOfTheLog) {
   StartAndRead();
-  session.Contacts.ChangeMany({ContactTable::kContestQso}, [] { return true; });
+  session.Contacts.ChangeMany("Prova", {ContactTable::kContestQso}, [] { return true; });
   machine.Advance(kUntilOthers);
   EXPECT_EQ(reads, 1);
 }
@@ -134,7 +168,7 @@ TEST_F(KeeperTest, WhatIsAnnouncedWhileTheLogIsReadIsNotLost) {
 TEST_F(KeeperTest, ManyContactsWhileTheLogIsReadHaveItReadOnceMore) {
   keeper.Start();
   machine.Advance(305);
-  session.Contacts.ChangeMany({ContactTable::kLog}, [&] {
+  session.Contacts.ChangeMany("Prova", {ContactTable::kLog}, [&] {
     FillLog(3);
     return true;
   });
@@ -206,8 +240,6 @@ TEST_F(KeeperTest, ALogThatCannotBeReadIsTold) {
 // The names of contacts may stand beside them in a table of their own.
 TEST_F(KeeperTest, ContactsThatHaveNoOriginAndOriginsWithoutContactAreHandedBack) {
   WriteBeside(directory.Path(),
-              "CREATE TABLE IF NOT EXISTS LogOrigine (QsoNr INTEGER PRIMARY KEY, Uuid TEXT, "
-              "Stazione INTEGER);"
               "INSERT INTO Log (QsoNr, Call) VALUES (2,'A'), (3,'B'), (5,'C'), (9,'D');"
               "INSERT INTO LogOrigine (QsoNr) VALUES (1), (3), (4), (9), (11), (12)");
   LogRead found;
@@ -299,7 +331,7 @@ class RandomWorkTest : public KeeperTest {
         if (any()) session.Contacts.Delete(ContactTable::kLog, *rows);
         return;
       case 6:  // a batch
-        session.Contacts.ChangeMany({ContactTable::kLog}, [&] {
+        session.Contacts.ChangeMany("Prova", {ContactTable::kLog}, [&] {
           session.Db.BeginTrans();
           for (int i = 0; i < 3; ++i) {
             const core::LogContact each = random.Contact();
@@ -314,7 +346,7 @@ class RandomWorkTest : public KeeperTest {
         return;
       case 7:  // one that fails
         try {
-          session.Contacts.ChangeMany({ContactTable::kLog}, [&]() -> bool {
+          session.Contacts.ChangeMany("Prova", {ContactTable::kLog}, [&]() -> bool {
             session.Db.BeginTrans();
             Exec("delete * from Log");
             session.Db.Rollback();
@@ -325,7 +357,7 @@ class RandomWorkTest : public KeeperTest {
         return;
       case 8:  // confirmations come in
         if (!any()) return;
-        session.Contacts.ChangeMany({ContactTable::kLog}, [&] {
+        session.Contacts.ChangeMany("Prova", {ContactTable::kLog}, [&] {
           Exec("delete * from LogAdif where QsoNr=" + number());
           Exec("insert into LogAdif (QsoNr,Campo,Valore) values (" + number() + ",'" +
                random.OneOf({"LOTW_QSL_RCVD", "eqsl_qsl_rcvd", "NAME"}) + "','" +
@@ -408,7 +440,7 @@ TEST(KeeperOnAThreadTest, ContactsAreEnteredWhileTheLogIsRead) {
   EXPECT_EQ(keeper.Index()->Contacts(), 4096 + 200);
   EXPECT_EQ(keeper.Index()->Ask(Subject::Call("IK3ABC")).contacts, 200);
   // A reading that is under way ends with the tables.
-  session.Contacts.ChangeMany({ContactTable::kLog}, [] { return true; });
+  session.Contacts.ChangeMany("Prova", {ContactTable::kLog}, [] { return true; });
   session.CloseTables();
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "Brenvo.mdb-wal"));
 }

@@ -3,8 +3,8 @@
 #
 # Everything is replaced but what is the operator's: an existing database and settings file always
 # stay, and so does the place of a database that an interrupted compaction left under another name;
-# a database gets the tables that it lacks, where the maker stands beside FROM; templates, menus,
-# report layouts and rules stay when they were changed since the last delivery,
+# a database is brought up to date, where the maker stands beside FROM; templates, menus, report
+# layouts and rules stay when they were changed since the last delivery,
 # which DIR/.delivered remembers by checksum. A file that stays is named on the standard output.
 set -eu
 
@@ -16,7 +16,6 @@ from=$1
 to=$2
 [ -f "$from/Brenvo.mdb" ] || { echo "deliver.sh: no delivered directory: $from" >&2; exit 1; }
 maker=$from/../tools/mkdatabase/mkdatabase
-schema=$(cd "$(dirname "$0")/../.." && pwd)/data/schema.sql
 mkdir -p "$to"
 manifest=$to/.delivered
 new=$to/.delivered.new
@@ -70,7 +69,7 @@ names | while IFS= read -r name; do
       # A link that leads nowhere may lead to the log again, once its disk is there.
       if [ -e "$to/$name" ] || [ -L "$to/$name" ]; then
         # What is no database is the program's to tell, when it starts.
-        if [ -x "$maker" ] && ! "$maker" --complete "$schema" "$to/$name"; then
+        if [ -x "$maker" ] && ! "$maker" --complete "$to"; then
           echo "$name stays as it is"
         fi
       elif [ -e "$to/BrenvoNEW.MDB" ] || [ -e "$to/Brenvo.BAK" ]; then

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "base/csv.h"
-#include "file/journal.h"
+#include "upkeep/schema_steps.h"
 
 namespace brenvo::mkdatabase {
 namespace {
@@ -258,6 +258,9 @@ void Make(const std::filesystem::path& schema, const std::filesystem::path& fact
   // Nobody reads the file before it is renamed, so no journal is needed to mend it.
   maker.Execute("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; BEGIN");
   maker.Execute(ContentOf(schema));
+  for (const upkeep::SchemaStep& step : upkeep::SchemaSteps()) {
+    maker.Execute(upkeep::StatementsOf(step, std::nullopt));
+  }
   for (const std::string& table : maker.Tables()) {
     const std::filesystem::path rows = facts / (table + ".csv");
     if (std::filesystem::exists(rows)) maker.Fill(table, rows);
@@ -266,43 +269,15 @@ void Make(const std::filesystem::path& schema, const std::filesystem::path& fact
   maker.Execute("COMMIT");
 }
 
-// The value of a pragma of an open file.
-std::string PragmaOf(sqlite3* database, const char* sql) {
-  Statement query(database, sql);
-  return query.Step() ? query.Text(0) : std::string();
-}
-
 }  // namespace
 
-std::vector<std::string> CompleteDatabase(const std::filesystem::path& schema,
-                                          const std::filesystem::path& file) {
-  constexpr const char* kFailure = ": cannot be opened";
-  const File wanted = Open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, kFailure);
-  Execute(wanted.get(), ContentOf(schema));
-  // A journal of another file would be applied by opening alone: the program tells of it.
-  file::RequireOwnJournal(file);
-  const File present = Open(file.string(), SQLITE_OPEN_READWRITE, kFailure);
-  for (const char* pragma : {"PRAGMA application_id", "PRAGMA user_version"}) {
-    if (PragmaOf(wanted.get(), pragma) != PragmaOf(present.get(), pragma)) {
-      throw std::runtime_error(file.string() + ": not a database of this version");
-    }
-  }
-  std::vector<std::string> added;
-  Execute(present.get(), "BEGIN IMMEDIATE");
-  // Tables stand before their indexes.
-  Statement objects(wanted.get(),
-                    "SELECT name, sql FROM sqlite_schema WHERE sql IS NOT NULL AND name NOT LIKE "
-                    "'sqlite~_%' ESCAPE '~' ORDER BY rowid");
-  while (objects.Step()) {
-    Statement there(present.get(), "SELECT 1 FROM sqlite_schema WHERE name = ?1");
-    const std::string name = objects.Text(0);
-    there.Bind(1, std::string_view(name));
-    if (there.Step()) continue;
-    Execute(present.get(), objects.Text(1));
-    added.push_back(name);
-  }
-  Execute(present.get(), "COMMIT");
-  return added;
+std::vector<std::string> CompleteDatabase(const std::filesystem::path& directory,
+                                          base::DateTime now) {
+  struct Unseen : platform::Progress {
+    bool Advance(std::int64_t) override { return true; }
+  };
+  return upkeep::BringUpToDate(
+      directory, now, [](std::string_view, std::int64_t) { return std::make_unique<Unseen>(); });
 }
 
 void MakeDatabase(const std::filesystem::path& schema, const std::filesystem::path& facts,

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/date.h"
+
 namespace brenvo::mkdatabase {
 
 // Creates the database `out` from the statements of the file `schema` and fills each table that
@@ -20,10 +22,10 @@ namespace brenvo::mkdatabase {
 void MakeDatabase(const std::filesystem::path& schema, const std::filesystem::path& facts,
                   const std::filesystem::path& out);
 
-// Adds to a database that is in use the tables and indexes of `schema` that it lacks, all or none,
-// and tells their names; what is there stays as it is. Throws std::runtime_error when the file is
-// no database of this version or another program holds it.
-std::vector<std::string> CompleteDatabase(const std::filesystem::path& schema,
-                                          const std::filesystem::path& file);
+// Brings the database of an application directory up to date (upkeep/schema_steps.h), and tells
+// what it lacked. Throws engine::DatabaseError when the file is no database of this version or
+// another program holds it.
+std::vector<std::string> CompleteDatabase(const std::filesystem::path& directory,
+                                          base::DateTime now);
 
 }  // namespace brenvo::mkdatabase

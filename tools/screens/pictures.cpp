@@ -214,6 +214,7 @@ std::vector<Picture> AllPictures() {
       {"RipristinaBackup", CopiesOfTheDatabase, "RipristinaBackup"},
       {"ImportaAdif", FileToImport},
       Plain("EsportaAdif"),
+      Plain("Preferenze"),
       {"Brenvo", StationAtWork},
   };
 }

@@ -6,14 +6,22 @@
 #include <optional>
 #include <variant>
 
+#include "core/log_contact.h"
+
 namespace brenvo::core {
 
 enum class ContactTable { kLog, kContestQso };
 
-// One contact by its key, the number of its row: nothing before for a new one, nothing after for
-// one that is gone.
+// A contact by its key, the number of its row, with what stands there; of a contest's contact the
+// key alone.
+struct StoredContact {
+  std::int64_t key = 0;
+  LogContact contact;
+  friend bool operator==(const StoredContact&, const StoredContact&) = default;
+};
+// One contact: nothing before for a new one, nothing after for one that is gone.
 struct OneContact {
-  std::optional<std::int64_t> before, after;
+  std::optional<StoredContact> before, after;
   friend bool operator==(const OneContact&, const OneContact&) = default;
 };
 // Any number of contacts, whichever they are.

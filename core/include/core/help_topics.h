@@ -54,7 +54,8 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"Help", 750},
     {"RipristinaBackup", 760},
     {"ImportaAdif", kHelpImportaAdif},
-    {"EsportaAdif", kHelpEsportaAdif}};
+    {"EsportaAdif", kHelpEsportaAdif},
+    {"Preferenze", 790}};
 
 // The first page for a window without one.
 constexpr int HelpTopicOf(std::string_view window) {

@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "core/session.h"
+#include "core/transaction.h"
 
 namespace brenvo::core {
 
@@ -26,9 +28,10 @@ class LongRun {
  private:
   void Commit();
 
-  engine::Database& database_;
+  Session& session_;
   forms::BusyPointer busy_;
   std::unique_ptr<platform::Progress> progress_;
+  std::optional<Transaction> transaction_;
   std::int64_t done_ = 0;
 };
 

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "core/contact_door.h"
+#include "core/preferences.h"
 #include "engine/database.h"
 #include "forms/signal.h"
 #include "forms/window_list.h"
@@ -88,7 +90,9 @@ class Session {
   forms::WindowPlatform& Machine;
   forms::WindowList Windows;
   // Contacts come in, change and go through here.
-  ContactDoor Contacts{Windows};
+  ContactDoor Contacts{*this};
+  // What the operator has chosen.
+  Preferences Choices{*this};
 
   // Start-up and shutdown in the order that the main frame runs them. Open throws what fails.
   void Open();
@@ -99,6 +103,10 @@ class Session {
   // Once it is closed: DatabaseError 3260 when the database is still open in another program.
   void RequireNoOtherProgram() const;
   bool IsOpen() const { return Db.IsOpen(); }
+  // Whether the database, just opened, lacks what this program keeps in it; then what adds that to
+  // the closed file. Neither where nobody has set them.
+  std::function<bool(engine::Database& database)> IsOutOfDate;
+  std::function<void()> BringUpToDate;
   // Before the tables are closed, and when they are open again after that.
   forms::Signal<> Closing, Reopened;
 
@@ -128,6 +136,8 @@ class Session {
   void SaveSetting(std::string_view section, std::string_view key, std::string_view value) {
     Machine.Settings().SaveSetting(section, key, value);
   }
+  // A name that nothing else has (base/uuid.h).
+  std::string NewUuid();
   // A delivered file by its name as the system writes it; see files.h.
   std::filesystem::path File(std::string_view name) const;
 
@@ -135,6 +145,9 @@ class Session {
   void Help(int topic);
   // Tells a database failure under the operation's name and ends the program.
   [[noreturn]] void EndWith(const engine::DatabaseError& failure, std::string_view operation);
+
+ private:
+  void OpenDatabase();
 };
 
 }  // namespace brenvo::core

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <string>
 
 #include "engine/database.h"
 
@@ -19,5 +20,9 @@ engine::Database OpenDatabaseFile(const std::filesystem::path& file);
 // Database::Watch.
 void CompactDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
                      std::function<bool()> goOn = nullptr);
+
+// Runs statements of SQLite's own on a closed file that change its structure, in one transaction:
+// all of them or none, however it ends. DatabaseError as of OpenDatabaseFile, and what fails.
+void ChangeStructure(const std::filesystem::path& file, const std::string& statements);
 
 }  // namespace brenvo::file

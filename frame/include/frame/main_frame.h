@@ -13,6 +13,7 @@
 #include "frame/desktop.h"
 #include "upkeep/backup.h"
 #include "upkeep/maintenance.h"
+#include "worked/keeper.h"
 
 namespace brenvo::frame {
 
@@ -35,10 +36,14 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void DisplayMap(std::string_view request) override;
   // The day's copy of the database in work. Null until the frame has loaded.
   std::unique_ptr<upkeep::DailyBackup> Backup;
+  // What is worked and confirmed. Null until the frame has loaded.
+  std::unique_ptr<worked::Keeper> Worked;
   // What the station has to say by itself.
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
   // What to do first, on the empty map, as long as the profile is the delivered one.
   forms::Label PrimoPasso{*this, "PrimoPasso"};
+  // The time in UTC and here; empty when the operator does not want it.
+  forms::Label Orologi{*this, "Orologi"};
   // The rectangle that the operator drew on the map, viewport pixels.
   void MapRectangleDrawn(int left, int top, int width, int height);
 
@@ -133,7 +138,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
       "&Utility",
       {&Propagazione, &cmLoadDesktop, &cmSaveDesktop, &cmPrefissi, &cmCountry, &cmProvincie,
        &cmNoteHelp, &cmUtente, &cmCompatta, &cmAssegnaPrefissi, &cmAzzeraLog, &cmAzzeraContest,
-       &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif}};
+       &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif, &cmPreferenze}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -172,6 +177,11 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::Command cmEsportaAdif{
       *this, "cmEsportaAdif", "Esporta ADIF...", {.run = [this] { OpenModal("EsportaAdif"); }}};
 
+  forms::Command cmPreferenze{*this,
+                              "cmPreferenze",
+                              "Preferenze...",
+                              {.shortcut = "Ctrl+,", .run = [this] { OpenSingle("Preferenze"); }}};
+
   forms::Menu menuMappa{*this,
                         "menu5",
                         "Mappa",
@@ -198,10 +208,13 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void OpenTerminal();
   void AssignPrefixes();
   void PutBackACopy();
+  void BringUpToDate();
   void ShowFirstStep();
+  void ShowClocks();
 
   core::Session& session_;
-  forms::Subscription profileStored_;
+  forms::Subscription profileStored_, choiceChanged_;
+  std::unique_ptr<platform::Timer> clockTimer_;
 };
 
 }  // namespace brenvo::frame

@@ -39,6 +39,8 @@ class Platform {
   virtual std::unique_ptr<WavePlayer> MakeWavePlayer() = 0;
 
   virtual std::unique_ptr<BackgroundWork> RunInBackground(Background work) = 0;
+  // Bits that nobody can foresee.
+  virtual std::uint64_t Random() = 0;
   virtual void Beep() = 0;
   // `total` is what Advance counts up to, 0 where nobody knows it. What has closed before is gone
   // from the screen when it returns. No statement of a database may be in work.

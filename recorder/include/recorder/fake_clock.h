@@ -10,7 +10,9 @@
 
 namespace brenvo::recorder {
 
-// Shows 03/02/2001 04:05:06 until it is set to another time. Outlives its timers.
+// Shows 03/02/2001 04:05:06 until it is set to another time. Outlives its timers. It stands in
+// Italy, whose clocks change on the last Sundays of March and October at 01:00 UTC, in every year;
+// besides Europe/Rome it knows the zone UTC.
 class FakeClock : public platform::Clock {
  public:
   // Runs one event; what it throws is the guard's concern.
@@ -19,6 +21,10 @@ class FakeClock : public platform::Clock {
   FakeClock();
   ~FakeClock() override;
   base::DateTime Now() override;
+  base::DateTime UtcNow() override;
+  bool KnowsZone(std::string_view zone) override;
+  int OffsetOfUtc(base::DateTime utc, std::string_view zone) override;
+  std::vector<int> OffsetsOfLocal(base::DateTime local, std::string_view zone) override;
   // Only what the clock shows: running timers have as long to go as before.
   void SetNow(base::DateTime now);
   // Time passes; timers fire as they come due, the one that was set first before its equals.

@@ -54,6 +54,8 @@ class RecordingPlatform : public forms::WindowPlatform {
   std::unique_ptr<platform::BackgroundWork> RunInBackground(platform::Background work) override {
     return std::make_unique<LaterWork>(std::move(work));
   }
+  // The same from run to run: one number after the other, well mixed.
+  std::uint64_t Random() override;
   void Beep() override { sink_("beep"); }
   // Writes nothing; StopProgressAt makes the operator ask to stop.
   std::unique_ptr<platform::Progress> ShowProgress(std::string_view title,
@@ -104,6 +106,7 @@ class RecordingPlatform : public forms::WindowPlatform {
   RecordingTcpClients tcp_;
   RecordingWaves waves_;
   int openedTopic_ = 0;
+  std::uint64_t random_ = 0;
   std::int64_t stopProgressAt_ = -1;
 };
 

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QSettings>
 #include <QTimer>
+#include <QTimeZone>
 
 #include "platform/clock.h"
 #include "platform/message_box.h"
@@ -15,6 +16,17 @@ namespace brenvo::ui {
 class QtClock : public platform::Clock {
  public:
   base::DateTime Now() override;
+  base::DateTime UtcNow() override;
+  bool KnowsZone(std::string_view zone) override;
+  int OffsetOfUtc(base::DateTime utc, std::string_view zone) override;
+  std::vector<int> OffsetsOfLocal(base::DateTime local, std::string_view zone) override;
+
+ private:
+  const QTimeZone& ZoneOf(std::string_view name);
+
+  // The zone that was asked for last: to make one reads a file.
+  std::string zoneName_;
+  QTimeZone zone_ = QTimeZone::systemTimeZone();
 };
 
 class QtTimer : public platform::Timer {

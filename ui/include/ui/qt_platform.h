@@ -57,6 +57,7 @@ class QtPlatform : public forms::WindowPlatform {
   std::unique_ptr<platform::BackgroundWork> RunInBackground(platform::Background work) override;
   std::unique_ptr<platform::Progress> ShowProgress(std::string_view title,
                                                    std::int64_t total) override;
+  std::uint64_t Random() override;
   void Beep() override;
   void Open(const std::filesystem::path& file, int topic) override;
   std::optional<std::filesystem::path> PickNewFile(std::string_view title, std::string_view pattern,

@@ -18,6 +18,9 @@ class OnlineCopy;
 
 namespace brenvo::upkeep {
 
+using ShowProgress =
+    std::function<std::unique_ptr<platform::Progress>(std::string_view title, std::int64_t total)>;
+
 // A file in the directory "Backup" of the application directory.
 struct BackupCopy {
   std::filesystem::path file;
@@ -46,6 +49,11 @@ std::vector<base::DateTime> DaysToDrop(std::vector<base::DateTime> days, base::D
 // The operator sees how far it is. Nothing is changed when the copy is no sound database, or when
 // he stops it: DatabaseError 3059 then, else what failed.
 void PutBack(core::Session& session, const BackupCopy& copy);
+
+// Makes the day's copy of the closed database at once, unless there is one. `show` as of
+// Platform::ShowProgress; nobody can stop it. DatabaseError: what failed; nothing is left of it.
+void MakeDaysCopy(const std::filesystem::path& appPath, base::DateTime now,
+                  const ShowProgress& show);
 
 // The database as it is without the journal that stands beside it, as a copy to put back; nothing
 // where there is none, or no room for it. DropWithoutJournal deletes what it takes up.

@@ -54,12 +54,11 @@ class Keeper {
  private:
   struct Kept;
   struct Job;
-  struct Change;
 
   void LoadRules();
   void Heard(const core::ContactsChanged& announced);
-  void Count(const Change& change);
-  bool Apply(const Change& change);
+  void Count(const core::OneContact& change);
+  bool Apply(const core::OneContact& change);
   void ReadAnew();
   void Begin();
   void LookWhetherRead();
@@ -76,8 +75,8 @@ class Keeper {
 
   std::shared_ptr<Job> job_;  // what is being read; null for nothing
   std::unique_ptr<platform::BackgroundWork> work_;
-  std::vector<Change> during_;  // announced since it began
-  bool due_ = false;            // to be read again
+  std::vector<core::OneContact> during_;  // announced since it began
+  bool due_ = false;                      // to be read again
 };
 
 }  // namespace brenvo::worked

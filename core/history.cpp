@@ -1,0 +1,193 @@
+#include "core/history.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "core/own_values.h"
+#include "core/quoted.h"
+
+namespace brenvo::core {
+
+void History::Begin(std::string_view title, base::DateTime when, std::int64_t takesBack) {
+  title_ = title;
+  when_ = when;
+  takesBack_ = takesBack;
+  number_ = touched_ = 0;
+  written_ = hasHeader_ = committed_ = false;
+  runs_.clear();
+  flushedRuns_ = committedRuns_ = 0;
+}
+
+void History::End() {
+  number_ = 0;
+  runs_.clear();
+}
+
+std::int64_t History::Number() {
+  if (next_ == 0) {
+    const auto rows = database_.OpenTable("Storia");
+    rows->MoveLast();
+    next_ = rows->EOF_() ? 1 : rows->Field("Lavoro").Integer() + 1;
+  }
+  if (number_ == 0) number_ = next_++;
+  return number_;
+}
+
+engine::RowAppender& History::Rows(std::unique_ptr<engine::RowAppender>& rows,
+                                   std::string_view table) {
+  if (rows == nullptr) rows = database_.OpenAppender(table);
+  return *rows;
+}
+
+bool History::HasBrought(std::int64_t qsoNr) const {
+  const auto behind = std::ranges::upper_bound(runs_, qsoNr, {}, &Run::from);
+  return behind != runs_.begin() && qsoNr <= std::prev(behind)->to;
+}
+
+void History::Brought(std::int64_t qsoNr) {
+  written_ = true;
+  ++touched_;
+  // Numbers only grow, but for contacts that come back, which are brought in their order.
+  const bool goesOn = runs_.size() > flushedRuns_ && runs_.back().to + 1 == qsoNr;
+  if (goesOn) {
+    runs_.back().to = qsoNr;
+  } else {
+    runs_.push_back({qsoNr, qsoNr});
+  }
+}
+
+void History::KeepRows(std::string_view statement) {
+  written_ = true;
+  touched_ += database_.Execute(statement);
+}
+
+void History::Keep(std::int64_t qsoNr) {
+  if (HasBrought(qsoNr)) return;
+  KeepRows(fmt::format("INSERT INTO StoriaLog SELECT {},Log.* FROM Log WHERE QsoNr={}", Number(),
+                       qsoNr));
+}
+
+void History::KeepWhere(std::string_view where) {
+  KeepRows(fmt::format("INSERT INTO StoriaLog SELECT {},Log.* FROM Log{}", Number(), where));
+}
+
+void History::KeepContestQsos(std::string_view where) {
+  KeepRows(
+      fmt::format("INSERT INTO StoriaContestQso SELECT {},False,[Contest Qso].* FROM "
+                  "[Contest Qso]{}",
+                  Number(), where));
+}
+
+void History::KeepContests(std::string_view where) {
+  KeepRows(fmt::format("INSERT INTO StoriaContest SELECT {},False,Contest.* FROM Contest{}",
+                       Number(), where));
+}
+
+void History::BroughtContestQso(base::DateTime date, std::string_view band, std::int64_t serial) {
+  KeepRows(
+      fmt::format("INSERT INTO StoriaContestQso (Lavoro,Nuovo,DataContest,Banda,ProgrDato) VALUES "
+                  "({},True,{},{},{})",
+                  Number(), Quoted(base::DateTimeText(date)), Quoted(band), serial));
+}
+
+void History::BroughtContest(base::DateTime date, std::string_view band) {
+  KeepRows(fmt::format(
+      "INSERT INTO StoriaContest (Lavoro,Nuovo,DataContest,Banda) VALUES ({},True,{},{})", Number(),
+      Quoted(base::DateTimeText(date)), Quoted(band)));
+}
+
+void History::KeepCampo(std::int64_t qsoNr, std::string_view name, const engine::Value& value) {
+  written_ = true;
+  const auto there = database_.OpenSnapshot(
+      fmt::format("Select Lavoro from StoriaCampi where Lavoro={} and QsoNr={} and Campo={}",
+                  Number(), qsoNr, Quoted(name)));
+  if (there->EOF_()) Rows(fields_, "StoriaCampi").Append({Number(), qsoNr, name, value});
+}
+
+void History::KeepField(std::int64_t qsoNr, std::string_view field) {
+  if (HasBrought(qsoNr)) return;
+  Keep(qsoNr);
+  const auto present = database_.OpenSnapshot(
+      fmt::format("Select Valore from LogAdif where QsoNr={} and Campo={}", qsoNr, Quoted(field)));
+  KeepCampo(qsoNr, field, present->EOF_() ? engine::Value() : present->Field(std::size_t{0}));
+}
+
+void History::KeepStation(std::int64_t qsoNr) {
+  if (HasBrought(qsoNr)) return;
+  Keep(qsoNr);
+  const auto present =
+      database_.OpenSnapshot(fmt::format("Select Stazione from LogOrigine where QsoNr={}", qsoNr));
+  KeepCampo(qsoNr, kStationField,
+            present->EOF_() ? engine::Value() : present->Field(std::size_t{0}));
+}
+
+void History::KeepValue(std::string_view name) {
+  const auto value = OwnValue(database_, name);
+  KeepCampo(0, name, value ? engine::Value(*value) : engine::Value());
+}
+
+void History::Flush() {
+  if (!written_) return;
+  for (; flushedRuns_ < runs_.size(); ++flushedRuns_) {
+    const Run& run = runs_[flushedRuns_];
+    Rows(brought_, "StoriaNuovi").Append({Number(), run.from, run.to});
+  }
+  if (hasHeader_) {
+    database_.Execute(
+        fmt::format("UPDATE Storia SET Qso=Qso+{} WHERE Lavoro={}", touched_, Number()));
+  } else {
+    const engine::Value none;
+    Rows(works_, "Storia")
+        .Append({Number(), when_, title_, touched_,
+                 takesBack_ == 0 ? none : engine::Value(takesBack_), none});
+  }
+  hasHeader_ = true;
+  written_ = false;
+  touched_ = 0;
+}
+
+void History::Committed() {
+  committed_ = hasHeader_;
+  committedRuns_ = flushedRuns_;
+}
+
+void History::RolledBack() {
+  written_ = false;
+  touched_ = 0;
+  hasHeader_ = committed_;
+  flushedRuns_ = committedRuns_;
+  runs_.resize(flushedRuns_);
+}
+
+void History::Close() {
+  works_.reset();
+  brought_.reset();
+  fields_.reset();
+  next_ = 0;
+}
+
+void ThinHistory(engine::Database& database, base::DateTime now, std::int64_t days,
+                 std::int64_t contacts) {
+  constexpr std::int64_t kSecondsOfDay = 24 * 60 * 60;
+  const std::int64_t oldest = now.Seconds() - days * kSecondsOfDay;
+  std::int64_t kept = 0;
+  const auto works =
+      database.OpenSnapshot("Select Lavoro,Quando,Qso from Storia Order By Lavoro Desc");
+  if (works->EOF_()) return;
+  kept = works->Field(2).Integer();
+  for (works->MoveNext(); !works->EOF_(); works->MoveNext()) {
+    kept += works->Field(2).Integer();
+    const auto when = works->Field(1).ReadableDate();
+    if (kept > contacts || (when && when->Seconds() < oldest)) break;
+  }
+  if (works->EOF_()) return;
+  const std::int64_t last = works->Field(std::size_t{0}).Integer();
+  works->Close();
+  for (const std::string_view table :
+       {"Storia", "StoriaNuovi", "StoriaLog", "StoriaCampi", "StoriaContestQso", "StoriaContest"}) {
+    database.Execute(fmt::format("DELETE * FROM {} WHERE Lavoro<={}", table, last));
+  }
+}
+
+}  // namespace brenvo::core

@@ -1,0 +1,95 @@
+// What the operator may choose beside the told windows' own settings: a table of data, and the door
+// to what was chosen.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "forms/signal.h"
+#include "platform/settings_store.h"
+
+namespace brenvo::core {
+
+class Session;
+
+struct YesNoKind {
+  bool standard = false;
+};
+struct NumberKind {
+  int standard = 0, least = 0, most = 0;
+};
+struct TextKind {
+  std::string_view standard{};
+  // Why the text will not do, empty when it will; null where any text will.
+  std::string (*fault)(Session& session, std::string_view text) = nullptr;
+};
+// The first word is the standard.
+struct WordKind {
+  std::span<const std::string_view> words;
+};
+
+struct Choice {
+  std::string_view section, key;  // of the settings store
+  std::string_view name;          // what it is about
+  std::string_view what;          // what it does, in one line
+  std::variant<YesNoKind, NumberKind, TextKind, WordKind> kind;
+};
+
+namespace choice {
+
+std::string FaultOfZone(Session& session, std::string_view zone);
+
+inline constexpr Choice kClocks{"Ora", "Orologi", "Orologi",
+                                "Mostra l'ora UTC e l'ora locale nella finestra principale",
+                                YesNoKind{true}};
+inline constexpr Choice kSeconds{"Ora", "Secondi", "Secondi negli orologi",
+                                 "Gli orologi mostrano i secondi", YesNoKind{true}};
+inline constexpr Choice kZone{"Ora", "Zona", "Fuso orario",
+                              "Fuso dell'ora locale, come Europe/Rome; vuoto è quello del computer",
+                              TextKind{"", FaultOfZone}};
+
+}  // namespace choice
+
+// In the order in which they are shown.
+std::span<const Choice* const> AllChoices();
+
+// The store keeps "Y" and "N", numbers, texts and words. What was never chosen, and what stands in
+// the store and is none of the choice's values, is the standard.
+class Preferences {
+ public:
+  explicit Preferences(Session& session) : session_(session) {}
+
+  // The value as its kind has it: bool, int, or std::string for texts and words.
+  template <const Choice& kChoice>
+  auto Get() const {
+    if constexpr (std::holds_alternative<YesNoKind>(kChoice.kind)) {
+      return IsOn(kChoice);
+    } else if constexpr (std::holds_alternative<NumberKind>(kChoice.kind)) {
+      return NumberOf(kChoice);
+    } else {
+      return Text(kChoice);
+    }
+  }
+  // The value and the standard as the operator reads and writes them: "Sì" and "No".
+  std::string Text(const Choice& choice) const;
+  static std::string StandardText(const Choice& choice);
+  // What may be written: "Sì o No", "da 1 a 36500".
+  static std::string Range(const Choice& choice);
+  // Stores what the operator has written and reports it. Then "", else why it will not do.
+  [[nodiscard]] std::string Set(const Choice& choice, std::string_view text);
+
+  // A choice has another value.
+  forms::Signal<const Choice&> Changed;
+
+ private:
+  bool IsOn(const Choice& choice) const;
+  int NumberOf(const Choice& choice) const;
+  // As the store holds it; empty for what was never chosen.
+  std::string Stored(const Choice& choice) const;
+
+  Session& session_;
+};
+
+}  // namespace brenvo::core

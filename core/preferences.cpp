@@ -1,0 +1,130 @@
+#include "core/preferences.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+#include "base/match.h"
+#include "base/text.h"
+#include "core/session.h"
+
+namespace brenvo::core {
+namespace {
+
+constexpr std::string_view kYes = "Sì", kNo = "No";
+
+constexpr const Choice* kAll[] = {&choice::kClocks, &choice::kSeconds, &choice::kZone};
+
+// Blanks around it do not count.
+std::optional<int> ReadNumber(std::string_view text, const NumberKind& kind) {
+  const std::string trimmed = base::Trim(text);
+  int number = 0;
+  const char* const end = trimmed.data() + trimmed.size();
+  const auto [at, error] = std::from_chars(trimmed.data(), end, number);
+  if (error != std::errc() || at != end || number < kind.least || number > kind.most) {
+    return std::nullopt;
+  }
+  return number;
+}
+
+std::optional<bool> ReadYesNo(std::string_view text) {
+  const std::string word = base::Lower(base::Trim(text));
+  if (word == "sì" || word == "si" || word == "s" || word == "y") return true;
+  if (word == "no" || word == "n") return false;
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::string choice::FaultOfZone(Session& session, std::string_view zone) {
+  if (session.Machine.GetClock().KnowsZone(zone)) return {};
+  return "questo computer non conosce il fuso orario";
+}
+
+std::span<const Choice* const> AllChoices() { return kAll; }
+
+std::string Preferences::Stored(const Choice& choice) const {
+  return session_.GetSetting(choice.section, choice.key, "");
+}
+
+bool Preferences::IsOn(const Choice& choice) const {
+  const std::string stored = Stored(choice);
+  if (stored == "Y" || stored == "N") return stored == "Y";
+  return std::get<YesNoKind>(choice.kind).standard;
+}
+
+int Preferences::NumberOf(const Choice& choice) const {
+  const auto& kind = std::get<NumberKind>(choice.kind);
+  return ReadNumber(Stored(choice), kind).value_or(kind.standard);
+}
+
+std::string Preferences::Text(const Choice& choice) const {
+  return std::visit(
+      base::Match{[&](const YesNoKind&) { return std::string(IsOn(choice) ? kYes : kNo); },
+                  [&](const NumberKind&) { return std::to_string(NumberOf(choice)); },
+                  [&](const TextKind& kind) {
+                    const std::string stored = Stored(choice);
+                    const bool fits = kind.fault == nullptr || kind.fault(session_, stored).empty();
+                    return stored.empty() || !fits ? std::string(kind.standard) : stored;
+                  },
+                  [&](const WordKind& kind) {
+                    const std::string stored = Stored(choice);
+                    const auto at = std::find(kind.words.begin(), kind.words.end(), stored);
+                    return at == kind.words.end() ? std::string(kind.words.front()) : stored;
+                  }},
+      choice.kind);
+}
+
+std::string Preferences::StandardText(const Choice& choice) {
+  return std::visit(
+      base::Match{[](const YesNoKind& kind) { return std::string(kind.standard ? kYes : kNo); },
+                  [](const NumberKind& kind) { return std::to_string(kind.standard); },
+                  [](const TextKind& kind) { return std::string(kind.standard); },
+                  [](const WordKind& kind) { return std::string(kind.words.front()); }},
+      choice.kind);
+}
+
+std::string Preferences::Range(const Choice& choice) {
+  return std::visit(base::Match{[](const YesNoKind&) { return fmt::format("{} o {}", kYes, kNo); },
+                                [](const NumberKind& kind) {
+                                  return fmt::format("un numero da {} a {}", kind.least, kind.most);
+                                },
+                                [](const TextKind&) { return std::string("un testo"); },
+                                [](const WordKind& kind) {
+                                  return fmt::format("una di queste: {}",
+                                                     fmt::join(kind.words, ", "));
+                                }},
+                    choice.kind);
+}
+
+std::string Preferences::Set(const Choice& choice, std::string_view text) {
+  std::string stored, fault;
+  std::visit(base::Match{[&](const YesNoKind&) {
+                           if (const auto on = ReadYesNo(text)) stored = *on ? "Y" : "N";
+                         },
+                         [&](const NumberKind& kind) {
+                           if (const auto number = ReadNumber(text, kind)) {
+                             stored = std::to_string(*number);
+                           }
+                         },
+                         [&](const TextKind& kind) {
+                           stored = base::Trim(text);
+                           if (kind.fault != nullptr) fault = kind.fault(session_, stored);
+                         },
+                         [&](const WordKind& kind) {
+                           for (const std::string_view word : kind.words) {
+                             if (base::Lower(word) == base::Lower(base::Trim(text))) stored = word;
+                           }
+                         }},
+             choice.kind);
+  if (!fault.empty()) return fault;
+  if (stored.empty() && !std::holds_alternative<TextKind>(choice.kind)) return Range(choice);
+  const std::string before = Text(choice);
+  session_.SaveSetting(choice.section, choice.key, stored);
+  if (Text(choice) != before) Changed(choice);
+  return {};
+}
+
+}  // namespace brenvo::core

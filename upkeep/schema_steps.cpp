@@ -1,0 +1,267 @@
+#include "upkeep/schema_steps.h"
+
+#include <fmt/format.h>
+
+#include "core/contact_origin.h"
+#include "core/files.h"
+#include "file/database_file.h"
+#include "file/file_check.h"
+#include "upkeep/backup.h"
+
+namespace brenvo::upkeep {
+namespace {
+
+constexpr std::string_view kDatabase = "\\Brenvo.mdb";
+
+// What log files say of a contact beyond the columns of Log, by the standard's field names. Older
+// deliveries have brought it without a number.
+constexpr std::string_view kKeptFields = R"(
+CREATE TABLE IF NOT EXISTS "LogAdif" (
+  "QsoNr" INTEGER,
+  "Campo" TEXT,
+  "Valore" TEXT
+);
+CREATE UNIQUE INDEX IF NOT EXISTS "LogAdif.PrimaryKey" ON "LogAdif" (
+  "QsoNr",
+  rtrim("Campo") COLLATE NOCASE
+);
+)";
+
+// Valori: single values of the log. Stazioni: the stations that contacts were made from.
+// LogOrigine: a contact's own name, and its station.
+constexpr std::string_view kOrigin = R"(
+CREATE TABLE "Valori" (
+  "Nome" TEXT,
+  "Valore" TEXT
+);
+CREATE UNIQUE INDEX "Valori.PrimaryKey" ON "Valori" (
+  rtrim("Nome") COLLATE NOCASE
+);
+CREATE TABLE "Stazioni" (
+  "Stazione" INTEGER PRIMARY KEY AUTOINCREMENT,
+  "Nome" TEXT,
+  "Tipo" TEXT,
+  "Call" TEXT,
+  "Operatore" TEXT,
+  "Locator" TEXT,
+  "Provincia" TEXT,
+  "Country" TEXT,
+  "Altezza" INTEGER,
+  "RTX" TEXT,
+  "Antenna" TEXT,
+  "Dal" DATETIME,
+  "Al" DATETIME
+);
+CREATE TABLE "LogOrigine" (
+  "QsoNr" INTEGER PRIMARY KEY,
+  "Uuid" TEXT,
+  "Stazione" INTEGER
+);
+CREATE INDEX "LogOrigine.Uuid" ON "LogOrigine" (
+  rtrim("Uuid") COLLATE NOCASE
+);
+)";
+
+// Storia: a row a work. What a work found is in the others: StoriaNuovi has the numbers, from Dal
+// to Al, that it brought into Log; StoriaLog the contacts as they were; StoriaCampi what stood
+// beside them; StoriaContestQso and StoriaContest rows of the contests as they were, or by their
+// key alone where the work brought them. What a work finds of one contact is kept once.
+// StoriaScelta is a staging table: the contacts that are being taken back.
+constexpr std::string_view kHistory = R"(
+CREATE TABLE "Storia" (
+  "Lavoro" INTEGER PRIMARY KEY,
+  "Quando" DATETIME,
+  "Titolo" TEXT,
+  "Qso" INTEGER,
+  "Riprende" INTEGER,
+  "Ripreso" INTEGER
+);
+CREATE TABLE "StoriaNuovi" (
+  "Lavoro" INTEGER,
+  "Dal" INTEGER,
+  "Al" INTEGER
+);
+CREATE INDEX "StoriaNuovi.PrimaryKey" ON "StoriaNuovi" (
+  "Lavoro"
+);
+CREATE TABLE "StoriaLog" (
+  "Lavoro" INTEGER,
+  "QsoNr" INTEGER,
+  "DataQso" DATETIME,
+  "Call" TEXT,
+  "Manager" TEXT,
+  "Qra" TEXT,
+  "Qth" TEXT,
+  "Prefisso" TEXT,
+  "Zona CQ" INTEGER,
+  "Zona ITU" INTEGER,
+  "Continente" TEXT,
+  "Country" TEXT,
+  "Provincia" TEXT,
+  "Locator" TEXT,
+  "Qrb" INTEGER,
+  "Banda" TEXT,
+  "Frequenza" REAL,
+  "Potenza" INTEGER,
+  "Modo" TEXT,
+  "Propagazione" TEXT,
+  "QrkDato" TEXT,
+  "QrkRicevuto" TEXT,
+  "QslDaInviare" YESNO,
+  "QslRicevuta" YESNO,
+  "QslInviata" YESNO,
+  "Note" TEXT
+);
+CREATE UNIQUE INDEX "StoriaLog.PrimaryKey" ON "StoriaLog" (
+  "Lavoro",
+  "QsoNr"
+);
+CREATE INDEX "StoriaLog.QsoNr" ON "StoriaLog" (
+  "QsoNr",
+  "Lavoro"
+);
+CREATE TABLE "StoriaCampi" (
+  "Lavoro" INTEGER,
+  "QsoNr" INTEGER,
+  "Campo" TEXT,
+  "Valore" TEXT
+);
+CREATE UNIQUE INDEX "StoriaCampi.PrimaryKey" ON "StoriaCampi" (
+  "Lavoro",
+  "QsoNr",
+  rtrim("Campo") COLLATE NOCASE
+);
+CREATE INDEX "StoriaCampi.QsoNr" ON "StoriaCampi" (
+  "QsoNr",
+  rtrim("Campo") COLLATE NOCASE,
+  "Lavoro"
+);
+CREATE TABLE "StoriaContestQso" (
+  "Lavoro" INTEGER,
+  "Nuovo" YESNO NOT NULL DEFAULT 0,
+  "DataContest" DATETIME,
+  "Banda" TEXT,
+  "ProgrDato" INTEGER,
+  "ProgrRicevuto" INTEGER,
+  "Giorno" INTEGER,
+  "Qtr" DATETIME,
+  "Call" TEXT,
+  "QrkDato" INTEGER,
+  "QrkRicevuto" INTEGER,
+  "Locator" TEXT,
+  "Modo" TEXT,
+  "Qrb" INTEGER,
+  "Punti" INTEGER,
+  "Note" TEXT,
+  "Qsl" YESNO,
+  "InLog" YESNO
+);
+CREATE UNIQUE INDEX "StoriaContestQso.PrimaryKey" ON "StoriaContestQso" (
+  "Lavoro",
+  "DataContest",
+  rtrim("Banda") COLLATE NOCASE,
+  "ProgrDato"
+);
+CREATE TABLE "StoriaContest" (
+  "Lavoro" INTEGER,
+  "Nuovo" YESNO NOT NULL DEFAULT 0,
+  "DataContest" DATETIME,
+  "Banda" TEXT,
+  "Nome" TEXT,
+  "Frequenza" REAL,
+  "Categoria" TEXT,
+  "FissoPortatile" TEXT,
+  "SingoloMulti" TEXT,
+  "Call" TEXT,
+  "Qra" TEXT,
+  "Qth" TEXT,
+  "Indirizzo" TEXT,
+  "Provincia" TEXT,
+  "SQth" TEXT,
+  "SProvincia" TEXT,
+  "Altezza" INTEGER,
+  "Locator" TEXT,
+  "RTX" TEXT,
+  "Antenna" TEXT,
+  "Potenza" INTEGER,
+  "Note" TEXT,
+  "MoltSquare" YESNO,
+  "MoltCountry" YESNO,
+  "MoltExch" YESNO
+);
+CREATE UNIQUE INDEX "StoriaContest.PrimaryKey" ON "StoriaContest" (
+  "Lavoro",
+  "DataContest",
+  rtrim("Banda") COLLATE NOCASE
+);
+CREATE TABLE "StoriaScelta" (
+  "QsoNr" INTEGER PRIMARY KEY
+);
+)";
+
+constexpr SchemaStep kSteps[] = {
+    {1, "Campi conservati dei file di log", kKeptFields},
+    {2, "Stazioni, e un nome per ogni contatto", kOrigin},
+    {3, "Storia dei contatti", kHistory},
+};
+
+constexpr std::string_view kStepTable = R"(
+CREATE TABLE IF NOT EXISTS "Passi" (
+  "Passo" INTEGER PRIMARY KEY,
+  "Titolo" TEXT,
+  "Quando" DATETIME
+);
+)";
+
+void AdoptAll(engine::Database& database, const ShowProgress& show) {
+  const std::int64_t contacts = core::ContactsWithoutOrigin(database);
+  if (contacts == 0) return;
+  const auto progress = show("Un nome per ogni contatto", contacts);
+  core::AdoptContacts(database, [&](std::int64_t done) { (void)progress->Advance(done); });
+}
+
+}  // namespace
+
+std::span<const SchemaStep> SchemaSteps() { return kSteps; }
+
+std::string StatementsOf(const SchemaStep& step, std::optional<base::DateTime> when) {
+  return fmt::format("{}{}INSERT INTO \"Passi\" VALUES ({}, '{}', {});", kStepTable,
+                     step.statements, step.number, step.title,
+                     when ? "'" + base::IsoText(*when) + "'" : "NULL");
+}
+
+int StepsTaken(engine::Database& database) {
+  try {
+    const auto steps = database.OpenTable("Passi");
+    steps->MoveLast();
+    return steps->EOF_() ? 0 : static_cast<int>(steps->Field("Passo").Integer());
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kUnknownTable) throw;
+    return 0;
+  }
+}
+
+bool IsOutOfDate(engine::Database& database) {
+  return StepsTaken(database) < SchemaSteps().back().number;
+}
+
+std::vector<std::string> BringUpToDate(const std::filesystem::path& appPath, base::DateTime now,
+                                       const ShowProgress& show) {
+  const std::filesystem::path database = core::FileIn(appPath, kDatabase);
+  engine::Database opened = file::OpenDatabaseFile(database);
+  const int last = StepsTaken(opened);
+  opened.Close();
+  std::vector<std::string> taken;
+  for (const SchemaStep& step : SchemaSteps()) {
+    if (step.number <= last) continue;
+    if (taken.empty() && file::RowsIn(database, "Log") > 0) MakeDaysCopy(appPath, now, show);
+    file::ChangeStructure(database, StatementsOf(step, now));
+    taken.emplace_back(step.title);
+  }
+  if (taken.empty()) return taken;
+  opened = file::OpenDatabaseFile(database);
+  AdoptAll(opened, show);
+  return taken;
+}
+
+}  // namespace brenvo::upkeep
