@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 #include <utility>
 
 #include "folding.h"
@@ -77,10 +78,15 @@ class Builder {
     std::vector<std::uint64_t> fields;
     for (const std::string& field : rules_->Fields()) fields.push_back(KeyOf(field, 0));
     if (fields.empty() || !HasTable("LogAdif")) return true;
+    std::unordered_map<std::uint64_t, ServiceSet> known;  // by field and value
     const bool whole = Each("select QsoNr,Campo,Valore from LogAdif", [&](auto& row) {
       const std::string_view field = row.Text(1);
-      if (std::ranges::find(fields, KeyOf(field, 0)) == fields.end()) return;
-      kept_.Note(row.Integer(0), rules_->ByField(field, row.Text(2)));
+      const std::uint64_t key = KeyOf(field, 0);
+      if (std::ranges::find(fields, key) == fields.end()) return;
+      const std::string_view value = row.Text(2);
+      const auto [services, isNew] = known.try_emplace(KeyOf(value, key));
+      if (isNew) services->second = rules_->ByField(field, value);
+      kept_.Note(row.Integer(0), services->second);
     });
     kept_.Settle();
     return whole;

@@ -1,7 +1,6 @@
 #include "slot_table.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace brenvo::worked {
 namespace {
@@ -47,50 +46,70 @@ void SlotTable::Add(std::uint64_t key, std::uint32_t what) {
     entry.what = what;
     ++entry.count;
   } else {
-    const std::uint32_t place = TakeRow(1);
-    Slot* const row = RowAt(place);
-    row[0] = {entry.what, entry.count};
-    row[1] = {what, 1};
-    entry = {key | 1, 2, place};
+    const Slot only{entry.what, entry.count};
+    entry = {key | 1, 0, TakeRow(1)};
+    *FreeSlot(entry, only.what) = only;
+    *FreeSlot(entry, what) = {what, 1};
   }
 }
 
-void SlotTable::AddToRow(Entry& entry, std::uint32_t what) {
-  Slot* row = RowAt(entry.count);
-  Slot* unused = nullptr;
+SlotTable::Slot* SlotTable::FindInRow(const Entry& entry, std::uint32_t what) const {
+  Slot* const row = RowAt(entry.count);
+  if (IsHashed(entry)) {
+    const std::uint32_t mask = RowSize(entry) - 1;
+    std::uint32_t at = Mixed(what) & mask;
+    while (row[at].what != what && row[at].what != kFree) at = (at + 1) & mask;
+    return row[at].what == what ? &row[at] : nullptr;
+  }
   for (std::uint32_t i = 0; i < entry.what; ++i) {
-    if (row[i].what == what) {
-      ++row[i].count;
-      // What was met is mostly met again soon.
-      std::swap(row[i], row[i / 2]);
-      return;
-    }
-    if (row[i].count == 0) unused = &row[i];
+    if (row[i].what == what) return &row[i];
   }
-  if (unused == nullptr) {
-    const auto rowClass = static_cast<unsigned>(ClassOf(entry));
-    if (entry.what == std::uint32_t{1} << rowClass) {
-      const std::uint32_t place = TakeRow(rowClass + 1);
-      std::copy_n(row, entry.what, RowAt(place));
-      GiveBackRow(entry.count, rowClass);
-      entry.key += 1;
-      entry.count = place;
-      row = RowAt(place);
-    }
-    unused = &row[entry.what++];
+  return nullptr;
+}
+
+SlotTable::Slot* SlotTable::FreeSlot(Entry& entry, std::uint32_t what) {
+  const std::uint32_t size = RowSize(entry);
+  Slot* const row = RowAt(entry.count);
+  if (!IsHashed(entry)) {
+    return entry.what < size ? &row[entry.what++] : nullptr;
   }
-  *unused = {what, 1};
+  constexpr std::uint32_t kOf = 4, kMost = 3;  // of four slots, three may be in use
+  if (entry.what + 1 > size / kOf * kMost) return nullptr;
+  ++entry.what;
+  std::uint32_t at = Mixed(what) & (size - 1);
+  while (row[at].what != kFree) at = (at + 1) & (size - 1);
+  return &row[at];
+}
+
+void SlotTable::AddToRow(Entry& entry, std::uint32_t what) {
+  if (Slot* const there = FindInRow(entry, what)) {
+    ++there->count;
+    return;
+  }
+  Slot* slot = FreeSlot(entry, what);
+  if (slot == nullptr) {
+    Grow(entry);
+    slot = FreeSlot(entry, what);
+  }
+  *slot = {what, 1};
+}
+
+// What no longer counts anything does not come along.
+void SlotTable::Grow(Entry& entry) {
+  const Entry old = entry;
+  entry.key += 1;
+  entry.what = 0;
+  entry.count = TakeRow(static_cast<unsigned>(ClassOf(entry)));
+  ForEach(old, [&](const Slot& slot) { *FreeSlot(entry, slot.what) = slot; });
+  free_[ClassOf(old)].push_back(old.count);
 }
 
 std::uint32_t* SlotTable::CountOf(std::uint64_t key, std::uint32_t what) {
   Entry& entry = entries_[PlaceOf(Usable(key))];
   if (entry.key == 0) return nullptr;
   if (ClassOf(entry) == 0) return entry.what == what ? &entry.count : nullptr;
-  Slot* const row = RowAt(entry.count);
-  for (std::uint32_t i = 0; i < entry.what; ++i) {
-    if (row[i].what == what) return &row[i].count;
-  }
-  return nullptr;
+  Slot* const slot = FindInRow(entry, what);
+  return slot == nullptr ? nullptr : &slot->count;
 }
 
 bool SlotTable::Remove(std::uint64_t key, std::uint32_t what) {
@@ -101,11 +120,11 @@ bool SlotTable::Remove(std::uint64_t key, std::uint32_t what) {
 }
 
 std::uint32_t SlotTable::Count(std::uint64_t key, std::uint32_t what) const {
-  std::uint32_t count = 0;
-  ForEach(key, [&](const Slot& slot) {
-    if (slot.what == what) count = slot.count;
-  });
-  return count;
+  const Entry* const entry = Find(key);
+  if (entry == nullptr) return 0;
+  if (ClassOf(*entry) == 0) return entry->what == what ? entry->count : 0;
+  const Slot* const slot = FindInRow(*entry, what);
+  return slot == nullptr ? 0 : slot->count;
 }
 
 void SlotTable::Rebuild(std::size_t size) {
@@ -122,31 +141,32 @@ void SlotTable::Rebuild(std::size_t size) {
 void SlotTable::Shrink() { Rebuild(SizeFor(used_)); }
 
 std::uint32_t SlotTable::TakeRow(unsigned rowClass) {
-  std::vector<std::uint32_t>& free = free_[rowClass];
-  if (!free.empty()) {
-    const std::uint32_t place = free.back();
-    free.pop_back();
-    return place;
-  }
   const std::size_t size = std::size_t{1} << rowClass;
-  if (chunkUsed_ + size > kChunk) {
-    // A row larger than a chunk takes several, which lie side by side.
-    const std::size_t chunks = (size + kChunk - 1) / kChunk;
-    memory_.push_back(std::make_unique_for_overwrite<Slot[]>(chunks * kChunk));
-    slots_ += chunks * kChunk;
-    const auto first = static_cast<std::uint32_t>(chunks_.size() * kChunk);
-    for (std::size_t i = 0; i < chunks; ++i) chunks_.push_back(&memory_.back()[i * kChunk]);
-    if (chunks > 1) return first;
-    chunkFirst_ = first;
-    chunkUsed_ = 0;
+  std::vector<std::uint32_t>& free = free_[rowClass];
+  std::uint32_t place = 0;
+  if (!free.empty()) {
+    place = free.back();
+    free.pop_back();
+  } else if (size > kChunk) {
+    place = TakeChunks((size + kChunk - 1) / kChunk);  // which lie side by side
+  } else {
+    if (chunkUsed_ + size > kChunk) {
+      chunkFirst_ = TakeChunks(1);
+      chunkUsed_ = 0;
+    }
+    place = static_cast<std::uint32_t>(chunkFirst_ + chunkUsed_);
+    chunkUsed_ += size;
   }
-  const auto place = static_cast<std::uint32_t>(chunkFirst_ + chunkUsed_);
-  chunkUsed_ += size;
+  std::fill_n(RowAt(place), size, Slot{kFree, 0});
   return place;
 }
 
-void SlotTable::GiveBackRow(std::uint32_t place, unsigned rowClass) {
-  free_[rowClass].push_back(place);
+std::uint32_t SlotTable::TakeChunks(std::size_t count) {
+  memory_.push_back(std::make_unique_for_overwrite<Slot[]>(count * kChunk));
+  slots_ += count * kChunk;
+  const auto first = static_cast<std::uint32_t>(chunks_.size() * kChunk);
+  for (std::size_t i = 0; i < count; ++i) chunks_.push_back(&memory_.back()[i * kChunk]);
+  return first;
 }
 
 std::size_t SlotTable::Bytes() const {

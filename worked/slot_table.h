@@ -13,7 +13,7 @@ namespace brenvo::worked {
 // lowest five bits nobody can tell.
 class SlotTable {
  public:
-  // What was counted, in the words of whoever counts; and how often.
+  // What was counted, in the words of whoever counts, all ones for nothing; and how often.
   struct Slot {
     std::uint32_t what, count;
   };
@@ -53,19 +53,27 @@ class SlotTable {
 
  private:
   // The lowest bits of a key hold the class of its row: 0 for a slot in the entry, else the row has
-  // 2^class slots, of which `what` are in use, and `count` is its place in the pool.
+  // 2^class slots, of which `what` are in use, and `count` is its place in the pool. Short rows are
+  // in use from their beginning; in longer ones a slot stands where what it counts has it stand.
   static constexpr std::uint64_t kClass = 31;
   struct Entry {
     std::uint64_t key = 0;  // 0 for a free one
     std::uint32_t what = 0, count = 0;
   };
   static constexpr std::size_t kChunk = 1 << 12;  // slots
-  static constexpr unsigned kLargestClass = 28;
+  static constexpr unsigned kLargestShort = 3, kLargestClass = 28;
+  static constexpr std::uint32_t kFree = 0xFFFFFFFF;  // which nobody counts
 
   static std::uint64_t Usable(std::uint64_t key) {
     return (key & ~kClass) != 0 ? key & ~kClass : kClass + 1;
   }
   static std::size_t ClassOf(const Entry& entry) { return entry.key & kClass; }
+  static std::uint32_t RowSize(const Entry& entry) { return std::uint32_t{1} << ClassOf(entry); }
+  static bool IsHashed(const Entry& entry) { return ClassOf(entry) > kLargestShort; }
+  static std::uint32_t Mixed(std::uint32_t what) {
+    constexpr std::uint32_t kOdd = 0x9E3779B1;
+    return what * kOdd >> 7;
+  }
 
   template <class See>
   void ForEach(const Entry& entry, const See& see) const {
@@ -75,7 +83,8 @@ class SlotTable {
       return;
     }
     const Slot* const row = RowAt(entry.count);
-    for (std::uint32_t i = 0; i < entry.what; ++i) {
+    const std::uint32_t size = IsHashed(entry) ? RowSize(entry) : entry.what;
+    for (std::uint32_t i = 0; i < size; ++i) {
       if (row[i].count > 0) see(row[i]);
     }
   }
@@ -87,12 +96,17 @@ class SlotTable {
   std::size_t PlaceOf(std::uint64_t key) const;
   const Entry* Find(std::uint64_t key) const;
   std::uint32_t* CountOf(std::uint64_t key, std::uint32_t what);
+  // Null when there is none.
+  Slot* FindInRow(const Entry& entry, std::uint32_t what) const;
+  // A slot for what is not in the row yet; null when it is full.
+  Slot* FreeSlot(Entry& entry, std::uint32_t what);
   void AddToRow(Entry& entry, std::uint32_t what);
+  void Grow(Entry& entry);
   void Rebuild(std::size_t size);
 
   Slot* RowAt(std::uint32_t place) const { return chunks_[place / kChunk] + place % kChunk; }
   std::uint32_t TakeRow(unsigned rowClass);
-  void GiveBackRow(std::uint32_t place, unsigned rowClass);
+  std::uint32_t TakeChunks(std::size_t count);
 
   std::vector<Entry> entries_;
   std::size_t used_ = 0;
