@@ -7,7 +7,9 @@
 #include "core/prefix.h"
 #include "core/shared_windows.h"
 #include "core/station_profile.h"
+#include "core/stations.h"
 #include "core/texts.h"
+#include "core/transaction.h"
 #include "core/window_place.h"
 #include "upkeep/backup.h"
 #include "upkeep/ripristina_backup.h"
@@ -18,7 +20,6 @@ namespace {
 
 namespace column = core::column;
 
-constexpr std::string_view kDeliveredCall = "I0XXX";
 constexpr std::string_view kFirstStep =
     "Per cominciare: Utility > Tabella Utente (Ctrl+U), e scrivere il proprio nominativo e il "
     "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.\n"
@@ -72,8 +73,14 @@ void MainFrame::Load() {
   Backup = std::make_unique<upkeep::DailyBackup>(
       session_, [this](const std::string& text) { StatusBar1.SetPanel(1, text); });
   Backup->Start();
-  profileStored_ = session_.Station.ProfileStored.Subscribe([this] { ShowFirstStep(); });
+  profileStored_ = session_.Station.ProfileStored.Subscribe([this] {
+    ShowFirstStep();
+    FollowProfile();
+  });
+  stationChanged_ = session_.Station.CurrentChanged.Subscribe([this] { ShowStation(); });
+  reopened_ = session_.Reopened.Subscribe([this] { ShowStation(); });
   ShowFirstStep();
+  ShowStation();
   choiceChanged_ =
       session_.Choices.Changed.Subscribe([this](const core::Choice&) { ShowClocks(); });
   clockTimer_ = session_.Machine.MakeTimer();
@@ -90,6 +97,19 @@ void MainFrame::ShowClocks() {
                       : "");
 }
 
+void MainFrame::FollowProfile() {
+  core::Transaction transaction(session_.Db);
+  const std::string done = core::FollowProfile(session_.Db, session_.Now());
+  transaction.Commit();
+  if (!done.empty()) StatusBar1.SetPanel(1, done);
+  session_.Contacts.StationChanged();
+  ShowStation();
+}
+
+void MainFrame::ShowStation() {
+  Stazione.SetText(core::TitleOf(core::CurrentStationRow(session_.Db)));
+}
+
 void MainFrame::BringUpToDate() {
   upkeep::BringUpToDate(session_.AppPath, session_.Now(),
                         [this](std::string_view title, std::int64_t total) {
@@ -98,7 +118,7 @@ void MainFrame::BringUpToDate() {
 }
 
 void MainFrame::ShowFirstStep() {
-  const bool isDelivered = core::ProfileText(session_, "Call") == kDeliveredCall;
+  const bool isDelivered = core::ProfileText(session_, "Call") == core::kDeliveredCall;
   PrimoPasso.SetText(isDelivered ? kFirstStep : "");
 }
 
