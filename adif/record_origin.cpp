@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "adif/adif_names.h"
+#include "adif/station_tables.h"
 #include "adif_values.h"
 #include "base/number.h"
 #include "base/text.h"

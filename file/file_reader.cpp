@@ -18,12 +18,12 @@ class RunningRow final : public engine::Reader::Row {
   std::string_view Text(std::size_t column) override {
     const int at = Place(column);
     sqlite3_stmt* const handle = run_.Handle();
-    const int type = sqlite3_column_type(handle, at);
-    if (type == SQLITE_NULL) return {};
-    if (type != SQLITE_TEXT || columns_[column].type != dialect::ValueType::kText) {
+    // A column of texts holds no numbers: SQLite makes texts of them when they are stored.
+    if (columns_[column].type != dialect::ValueType::kText) {
       return texts_[column] = Cell(column).Text();
     }
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle, at));
+    if (text == nullptr) return {};
     return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle, at))};
   }
 
@@ -35,6 +35,8 @@ class RunningRow final : public engine::Reader::Row {
           return static_cast<double>(sqlite3_column_int64(run_.Handle(), at));
         case SQLITE_FLOAT:
           return sqlite3_column_double(run_.Handle(), at);
+        case SQLITE_NULL:
+          return 0;
         default:
           break;
       }

@@ -1,5 +1,7 @@
 #include "frame/main_frame.h"
 
+#include <fmt/format.h>
+
 #include "base/text.h"
 #include "core/log_contact.h"
 #include "core/log_time.h"
@@ -70,8 +72,8 @@ void MainFrame::Load() {
   core::RestoreWindow(session_, *this, "Brenvo");
   session_.Open();
   session_.Map.Door = this;
-  Backup = std::make_unique<upkeep::DailyBackup>(
-      session_, [this](const std::string& text) { StatusBar1.SetPanel(1, text); });
+  const auto tell = [this](const std::string& text) { StatusBar1.SetPanel(1, text); };
+  Backup = std::make_unique<upkeep::DailyBackup>(session_, tell);
   Backup->Start();
   profileStored_ = session_.Station.ProfileStored.Subscribe([this] {
     ShowFirstStep();
@@ -79,6 +81,14 @@ void MainFrame::Load() {
   });
   stationChanged_ = session_.Station.CurrentChanged.Subscribe([this] { ShowStation(); });
   reopened_ = session_.Reopened.Subscribe([this] { ShowStation(); });
+  Worked = std::make_unique<worked::Keeper>(session_, tell);
+  logRead_ = Worked->Read.Subscribe([this](const worked::LogRead& read) {
+    if (read.withoutOrigin.empty()) return;
+    const std::int64_t found = session_.Contacts.AdoptOthers();
+    if (found > 0)
+      StatusBar1.SetPanel(1, fmt::format("Trovati {} Qso scritti da un altro programma", found));
+  });
+  Worked->Start();
   ShowFirstStep();
   ShowStation();
   choiceChanged_ =

@@ -1,6 +1,7 @@
 #include "slot_table.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace brenvo::worked {
 namespace {
@@ -60,6 +61,8 @@ void SlotTable::AddToRow(Entry& entry, std::uint32_t what) {
   for (std::uint32_t i = 0; i < entry.what; ++i) {
     if (row[i].what == what) {
       ++row[i].count;
+      // What was met is mostly met again soon.
+      std::swap(row[i], row[i / 2]);
       return;
     }
     if (row[i].count == 0) unused = &row[i];

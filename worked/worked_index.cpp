@@ -1,7 +1,8 @@
 #include "worked/worked_index.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
+#include <span>
 #include <unordered_map>
 #include <utility>
 
@@ -57,16 +58,6 @@ std::optional<std::uint64_t> ProvinceKey(const Rules& rules, std::string_view co
 
 }  // namespace
 
-struct WorkedIndex::Keys {
-  std::array<std::uint64_t, kKinds> keys;
-  std::size_t count = 0;
-  void Add(const std::optional<std::uint64_t>& key) {
-    if (key) keys[count++] = *key;
-  }
-  const std::uint64_t* begin() const { return keys.data(); }
-  const std::uint64_t* end() const { return keys.data() + count; }
-};
-
 struct WorkedIndex::Tables {
   explicit Tables(std::size_t keys) : slots(keys) {}
 
@@ -90,26 +81,31 @@ struct WorkedIndex::Tables {
   std::unordered_map<std::uint64_t, bool> propagations;
 };
 
-WorkedIndex::WorkedIndex(std::shared_ptr<const Rules> rules, std::int64_t contacts)
+WorkedIndex::WorkedIndex(std::shared_ptr<const Rules> rules, std::int64_t subjects)
     : rules_(std::move(rules)),
-      tables_(std::make_unique<Tables>(static_cast<std::size_t>(contacts))) {}
+      tables_(std::make_unique<Tables>(static_cast<std::size_t>(subjects))) {}
 
 WorkedIndex::~WorkedIndex() = default;
 WorkedIndex::WorkedIndex(WorkedIndex&& other) noexcept = default;
 WorkedIndex& WorkedIndex::operator=(WorkedIndex&& other) noexcept = default;
 
 WorkedIndex::Keys WorkedIndex::KeysOf(const Contact& contact) {
-  Keys keys;
-  keys.Add(TextKey(Kind::kCall, contact.Call));
-  keys.Add(TextKey(Kind::kPrefisso, contact.Prefisso));
-  keys.Add(TextKey(Kind::kCountry, contact.Country));
-  keys.Add(ZoneKey(Kind::kZonaCQ, contact.ZonaCQ));
-  keys.Add(ZoneKey(Kind::kZonaITU, contact.ZonaITU));
-  keys.Add(TextKey(Kind::kContinente, contact.Continente));
-  keys.Add(ProvinceKey(*rules_, contact.Country, contact.Provincia));
-  keys.Add(SquareKey(Kind::kSquare, contact.Locator));
-  keys.Add(SquareKey(Kind::kSquare6, contact.Locator));
-  return keys;
+  Keys all;
+  const auto add = [&](const std::optional<std::uint64_t>& key) {
+    if (key) all.keys[all.count++] = *key;
+  };
+  add(TextKey(Kind::kCall, contact.Call));
+  add(TextKey(Kind::kPrefisso, contact.Prefisso));
+  add(TextKey(Kind::kCountry, contact.Country));
+  add(ZoneKey(Kind::kZonaCQ, contact.ZonaCQ));
+  add(ZoneKey(Kind::kZonaITU, contact.ZonaITU));
+  add(TextKey(Kind::kContinente, contact.Continente));
+  add(ProvinceKey(*rules_, contact.Country, contact.Provincia));
+  add(SquareKey(Kind::kSquare, contact.Locator));
+  add(SquareKey(Kind::kSquare6, contact.Locator));
+  all.slot = SlotOf(contact);
+  all.whole = true;
+  return all;
 }
 
 std::uint32_t WorkedIndex::SlotOf(const Contact& contact) {
@@ -132,19 +128,27 @@ std::uint32_t WorkedIndex::SlotOf(const Contact& contact) {
          (meaning.satellite ? kSatelliteBit : 0) | contact.confirmedBy;
 }
 
-void WorkedIndex::Add(const Contact& contact) {
-  const std::uint32_t slot = SlotOf(contact);
-  for (const std::uint64_t key : KeysOf(contact)) tables_->slots.Add(key, slot);
+void WorkedIndex::Count(const Keys& keys) {
+  if (!keys.whole) return;
+  for (std::size_t i = 0; i < keys.count; ++i) tables_->slots.Add(keys.keys[i], keys.slot);
   ++contacts_;
 }
 
+void WorkedIndex::Add(const Contact& contact) { Count(KeysOf(contact)); }
+
+void WorkedIndex::Filler::Add(const Contact& contact) {
+  index_.Count(last_);
+  last_ = index_.KeysOf(contact);
+  for (std::size_t i = 0; i < last_.count; ++i) index_.tables_->slots.Prepare(last_.keys[i]);
+}
+
 bool WorkedIndex::Remove(const Contact& contact) {
-  const std::uint32_t slot = SlotOf(contact);
-  const Keys keys = KeysOf(contact);
-  for (const std::uint64_t key : keys) {
-    if (tables_->slots.Count(key, slot) == 0) return false;
-  }
-  for (const std::uint64_t key : keys) tables_->slots.Remove(key, slot);
+  const Keys all = KeysOf(contact);
+  const auto keys = std::span(all.keys).first(all.count);
+  const bool there = std::ranges::all_of(
+      keys, [&](std::uint64_t key) { return tables_->slots.Count(key, all.slot) > 0; });
+  if (!there) return false;
+  for (const std::uint64_t key : keys) tables_->slots.Remove(key, all.slot);
   --contacts_;
   return true;
 }

@@ -10,7 +10,7 @@ includes=$3
 
 low="base"
 middle="core engine forms geo platform $low"
-frame="frame upkeep"
+frame="frame upkeep worked"
 windows="log contest awards maps print links tables adif"
 may_see() {
   case $1 in

