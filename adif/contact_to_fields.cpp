@@ -170,7 +170,8 @@ std::vector<AdifField> ColumnFields(const core::LogContact& contact, const Stati
 }
 
 std::vector<AdifField> FileFields(const core::LogContact& contact,
-                                  const std::vector<AdifField>& kept, StationTables& tables,
+                                  const std::vector<AdifField>& kept,
+                                  const std::vector<AdifField>& origin, StationTables& tables,
                                   AdifLetters letters) {
   Reader reader(contact, tables, letters);
   std::vector<AdifField> fields = ColumnFields(contact, tables);
@@ -198,6 +199,11 @@ std::vector<AdifField> FileFields(const core::LogContact& contact,
     fields.push_back({OwnField(column), EscapeText(text)});
   }
 
+  for (const AdifField& field : origin) {
+    const bool told = std::any_of(kept.begin(), kept.end(),
+                                  [&](const AdifField& each) { return each.name == field.name; });
+    if (!told) others.push_back(field);
+  }
   std::sort(others.begin(), others.end(),
             [](const AdifField& a, const AdifField& b) { return a.name < b.name; });
   for (const AdifField& field : others) {

@@ -197,6 +197,10 @@ void MapBand(const Fields& fields, const StationTables& tables, core::LogContact
   } else if (frequency != 0) {
     contact.Banda = tables.BandaAt(base::Mhz(frequency));
   }
+  // A band that nobody knows is one all the same.
+  if (contact.Banda.empty() && IsOneWord(fields[kBand])) {
+    contact.Banda = tables.BandaOf(fields[kBand]);
+  }
   contact.Frequenza = frequency != 0 || contact.Banda.empty()
                           ? frequency
                           : tables.FrequencyOf(contact.Banda).Value();

@@ -97,7 +97,6 @@ void Connection::Setup() {
 void Connection::RaiseGuards() {
   sqlite3* const file = file_.get();
   // What a damaged or foreign file could hold against us is not run.
-  sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
@@ -105,7 +104,12 @@ void Connection::RaiseGuards() {
   sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   RegisterFunctions(file, &functionFailure_);
-  sqlite3_set_authorizer(file, Authorize, nullptr);
+  SetGuards(true);
+}
+
+void Connection::SetGuards(bool up) {
+  sqlite3_db_config(file_.get(), SQLITE_DBCONFIG_DEFENSIVE, up ? 1 : 0, nullptr);
+  sqlite3_set_authorizer(file_.get(), up ? Authorize : nullptr, nullptr);
 }
 
 // Takes the place of SQLite's own writing back, which does not say when a journal begins anew.
@@ -125,17 +129,16 @@ void Connection::RunUnguarded(const std::function<std::string()>& statements) {
   sqlite3* const file = file_.get();
   Running begin(*this, "BEGIN IMMEDIATE");
   StepWriter(begin, nullptr);
-  sqlite3_set_authorizer(file, nullptr, nullptr);
-  sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+  SetGuards(false);
   try {
     RunSql(file, statements().c_str());
     RunSql(file, "COMMIT");
   } catch (...) {
     sqlite3_exec(file, "ROLLBACK", nullptr, nullptr, nullptr);
-    RaiseGuards();
+    SetGuards(true);
     throw;
   }
-  RaiseGuards();
+  SetGuards(true);
 }
 
 void Connection::MarkFile() {

@@ -115,6 +115,8 @@ class Connection {
   // Runs statements in one transaction, with the guards down for these lines alone.
   void RunUnguarded(const std::function<std::string()>& statements);
   void RaiseGuards();
+  // Those that stand in the way of the file's own changes.
+  void SetGuards(bool up);
   void DropUnused();
   // DatabaseError 3260 while somebody is asked whether a statement is to go on.
   void RequireIdle() const;

@@ -18,13 +18,24 @@ namespace {
 constexpr std::string_view kWorks = "Select Lavoro,Quando,Titolo,Qso,Riprende,Ripreso from Storia ";
 constexpr std::string_view kChosen = "(Select QsoNr from StoriaScelta)";
 
+std::vector<PastWork> ReadWorks(core::Session& session, const std::string& condition,
+                                std::int64_t count) {
+  std::vector<PastWork> works;
+  const auto rows = session.Db.OpenSnapshot(std::string(kWorks) + condition);
+  const auto whole = [&](std::size_t at) {
+    const engine::Value value = rows->Field(at);
+    return value.IsNull() ? 0 : value.Integer();
+  };
+  for (; !rows->EOF_() && std::ssize(works) < count; rows->MoveNext()) {
+    works.push_back({whole(0), rows->Field(1).ReadableDate().value_or(base::DateTime()),
+                     rows->Field(2).Text(), whole(3), whole(4), whole(5)});
+  }
+  return works;
+}
+
 std::optional<PastWork> ReadWork(core::Session& session, const std::string& condition) {
-  const auto row = FirstRow(session.Db, std::string(kWorks) + condition);
-  if (!row) return std::nullopt;
-  const auto whole = [&](std::size_t at) { return (*row)[at].IsNull() ? 0 : (*row)[at].Integer(); };
-  return PastWork{whole(0),         (*row)[1].ReadableDate().value_or(base::DateTime()),
-                  (*row)[2].Text(), whole(3),
-                  whole(4),         whole(5)};
+  const std::vector<PastWork> works = ReadWorks(session, condition, 1);
+  return works.empty() ? std::nullopt : std::optional(works.front());
 }
 
 struct Run {
@@ -313,6 +324,10 @@ std::optional<TakenBack> TakeBackOnce(core::Session& session, const PastWork& wo
 
 std::optional<PastWork> FindWork(core::Session& session, std::int64_t work) {
   return ReadWork(session, fmt::format("where Lavoro={}", work));
+}
+
+std::vector<PastWork> LastWorks(core::Session& session, std::int64_t count) {
+  return ReadWorks(session, "Order By Lavoro Desc", count);
 }
 
 std::optional<PastWork> LastWork(core::Session& session, std::int64_t before) {

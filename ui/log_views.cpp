@@ -38,13 +38,16 @@ Piece LogSearchView() {
 
 Piece OldQsoView() { return Either("PanelGriglia", Column({Item("DataGrid1")}), Column({})); }
 
+Piece HistoryView() { return TableView({}, Column({Item("Contatti"), Item("Cambiamenti")})); }
+
 }  // namespace
 
 const std::vector<View>& LogViews() {
   static const std::vector<View> kViews = {{"LogForm", LogFormView},
                                            {"LogSearch", LogSearchView},
                                            {"OldQsoForm", OldQsoView},
-                                           {"OldQsoLocator", OldQsoView}};
+                                           {"OldQsoLocator", OldQsoView},
+                                           {"Storia", HistoryView}};
   return kViews;
 }
 

@@ -86,6 +86,7 @@ TEST_F(DatabaseTest, WhateverIsAskedReachesTheStoreBehindIt) {
   db.Watch([] { return true; });
   db.Watch(nullptr);
   db.RefuseWrites();
+  EXPECT_EQ(db.DataVersion(), 7);
   EXPECT_EQ(db.QueryPlan("p"), "SCAN");
   EXPECT_EQ(db.Counters().rowsStepped, 1);
   EXPECT_THAT(notes_, ElementsAre("begin", "execute delete * from Log", "commit", "rollback",
@@ -110,6 +111,7 @@ TEST_F(DatabaseTest, AClosedOneRefusesEveryUse) {
     EXPECT_EQ(ErrorOf([&] { db->OpenAppender("Log"); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->OpenReader(); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->RefuseWrites(); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { db->DataVersion(); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->QueryPlan("p"); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->Counters(); }), 3420);
     db->Close();

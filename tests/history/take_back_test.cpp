@@ -2,9 +2,11 @@
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 
 #include <random>
 
+#include "core/contact_origin.h"
 #include "core/history.h"
 #include "core/own_values.h"
 #include "core/stations.h"
@@ -49,6 +51,13 @@ class TakeBackTest : public StationTest {
   Texts Calls() { return Rows("select Call from Log order by QsoNr"); }
   Texts Titles() { return Rows("select Titolo from Storia order by Lavoro"); }
   engine::Table& Log() { return *session.Tables.TbLog; }
+  // As another tool would.
+  void Other(const std::string& sql) {
+    sqlite3* file = nullptr;
+    sqlite3_open((directory.Path() / "Brenvo.mdb").c_str(), &file);
+    EXPECT_EQ(sqlite3_exec(file, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(file);
+  }
   void AddContestQso(int serial, const std::string& call) {
     const auto rows = session.Db.OpenDynaset("select * from [Contest Qso]");
     session.Contacts.Add(kContestQso, *rows, [&](engine::EditableRecordset& row) {
@@ -375,6 +384,31 @@ TEST_F(TakeBackTest, TheContactsOfALargeWorkAreShownPieceByPiece) {
   ASSERT_THAT(first, SizeIs(10));
   EXPECT_EQ(first.back().qsoNr, 10);
   EXPECT_THAT(ContactsOf(session, 1, 20, 10), SizeIs(5));
+}
+
+TEST_F(TakeBackTest, WhatAnotherProgramHasWrittenBetweenTwoOfOursIsAdoptedAndCanBeTakenBack) {
+  Add("IK3ABC");
+  const std::int64_t version = session.Db.DataVersion();
+  Add("IK3DEF", 1);
+  EXPECT_EQ(session.Db.DataVersion(), version);
+  Other(
+      "INSERT INTO Log (DataQso, Call, Banda, Modo) VALUES "
+      "('2001-02-03 10:30:00', 'G0ABC', '  2 m', 'SSB'), "
+      "('2001-02-03 10:31:00', 'G0DEF', '  2 m', 'SSB'); DELETE FROM Log WHERE QsoNr = 1");
+  EXPECT_NE(session.Db.DataVersion(), version);
+  Add("IK3GHI", 2);
+  EXPECT_EQ(session.Contacts.AdoptOthers(), 2);
+  EXPECT_EQ(session.Contacts.AdoptOthers(), 0);
+  EXPECT_EQ(core::OriginOf(session.Db, 3)->uuid,
+            core::DerivedName(core::FindStation(session.Db, 1)->Call, "G0ABC",
+                              base::DateTime::Of(2001, 2, 3, 10, 30), "  2 m", "SSB"));
+  EXPECT_EQ(LastWork(session)->Titolo, "Qso scritti da un altro programma");
+  EXPECT_EQ(Undo().taken, 2);
+  EXPECT_THAT(Calls(), ElementsAre("IK3DEF", "IK3GHI"));
+  // The contact that the other program has deleted is no work of ours, and stays away.
+  Undo();
+  EXPECT_EQ(Undo(1).taken, 0);
+  EXPECT_THAT(Calls(), ElementsAre("IK3DEF"));
 }
 
 // Whatever is done, taking all of it back, the last first, leads to the beginning.

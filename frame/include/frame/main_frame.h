@@ -42,6 +42,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
   // What to do first, on the empty map, as long as the profile is the delivered one.
   forms::Label PrimoPasso{*this, "PrimoPasso"};
+  // The station that new contacts belong to.
+  forms::Label Stazione{*this, "Stazione"};
   // The time in UTC and here; empty when the operator does not want it.
   forms::Label Orologi{*this, "Orologi"};
   // The rectangle that the operator drew on the map, viewport pixels.
@@ -138,7 +140,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
       "&Utility",
       {&Propagazione, &cmLoadDesktop, &cmSaveDesktop, &cmPrefissi, &cmCountry, &cmProvincie,
        &cmNoteHelp, &cmUtente, &cmCompatta, &cmAssegnaPrefissi, &cmAzzeraLog, &cmAzzeraContest,
-       &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif, &cmPreferenze}};
+       &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif, &cmPreferenze, &cmStazioni, &cmStoria}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -182,6 +184,13 @@ class MainFrame : public forms::Window, public core::MapDoor {
                               "Preferenze...",
                               {.shortcut = "Ctrl+,", .run = [this] { OpenSingle("Preferenze"); }}};
 
+  forms::Command cmStazioni{
+      *this, "cmStazioni", "Stazioni...", {.run = [this] { OpenSingle("Stazioni"); }}};
+  forms::Command cmStoria{*this,
+                          "cmStoria",
+                          "Storia...",
+                          {.shortcut = "Ctrl+Shift+Z", .run = [this] { OpenSingle("Storia"); }}};
+
   forms::Menu menuMappa{*this,
                         "menu5",
                         "Mappa",
@@ -208,12 +217,14 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void OpenTerminal();
   void AssignPrefixes();
   void PutBackACopy();
+  void FollowProfile();
+  void ShowStation();
   void BringUpToDate();
   void ShowFirstStep();
   void ShowClocks();
 
   core::Session& session_;
-  forms::Subscription profileStored_, choiceChanged_;
+  forms::Subscription logRead_, reopened_, stationChanged_, profileStored_, choiceChanged_;
   std::unique_ptr<platform::Timer> clockTimer_;
 };
 

@@ -23,6 +23,8 @@ struct PastWork {
 
 // Nothing when there is none of that number.
 std::optional<PastWork> FindWork(core::Session& session, std::int64_t work);
+// The last ones, newest first.
+std::vector<PastWork> LastWorks(core::Session& session, std::int64_t count);
 // The last one, of those with a number below `before`, that takes nothing back and has not been
 // taken back whole.
 std::optional<PastWork> LastWork(core::Session& session,
