@@ -53,7 +53,7 @@ std::string MadeUpBanda(std::string_view adifBand) {
 
 }  // namespace
 
-StationTables::StationTables(core::Session& session) : session_(session) {
+StationTables::StationTables(core::Session& session) : session_(session), times_(session) {
   const auto bands = session.Db.OpenSnapshot(
       "Select Banda,Frequenza,FrequenzaI,FrequenzaF from UserRTX Order By Frequenza");
   for (; !bands->EOF_(); bands->MoveNext()) {

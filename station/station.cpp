@@ -35,7 +35,9 @@
 #include "tables/tabella_prefissi.h"
 #include "tables/tabella_provincie.h"
 #include "tables/user_form.h"
+#include "upkeep/converti_ora.h"
 #include "upkeep/maintenance.h"
+#include "upkeep/ora_del_log.h"
 #include "upkeep/preferenze.h"
 #include "upkeep/rescue.h"
 #include "upkeep/ripristina_backup.h"
@@ -51,6 +53,8 @@ void Know(core::Session& session, const char* name) {
 void KnowWindows(core::Session& session) {
   Know<upkeep::RipristinaBackup>(session, "RipristinaBackup");
   Know<upkeep::Preferenze>(session, "Preferenze");
+  Know<upkeep::OraDelLog>(session, "OraDelLog");
+  Know<upkeep::ConvertiOra>(session, "ConvertiOra");
   Know<log::LogForm>(session, "LogForm");
   Know<log::LogSearch>(session, "LogSearch");
   log::KnowOldQsoBrowsers(session);

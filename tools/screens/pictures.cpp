@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "adif/importa_adif.h"
+#include "core/log_time.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
 #include "file/database_file.h"
@@ -109,6 +110,16 @@ forms::Window* StationAtWork(core::Session& session) {
   Arrange(log, 240, 240, 11910, 7400);
   Press(log, "cmLast");
   return session.Windows.Find("Brenvo");
+}
+
+// A log in local time with contacts in the hours in which the clocks were changed.
+forms::Window* LogInLocalTime(core::Session& session) {
+  core::StoreLogTime(session, core::LogTime::kLocal);
+  session.SaveSetting("Ora", "Zona", "Europe/Rome");
+  session.Db.Execute("update Log set DataQso='2024-10-27 02:30:00' where QsoNr in (101, 102, 103)");
+  session.Db.Execute("update Log set DataQso='2024-03-31 02:15:00' where QsoNr=104");
+  Press(*session.Windows.Find("Brenvo"), "cmConvertiOra");
+  return nullptr;
 }
 
 // What another program has written, before it comes in.
@@ -215,6 +226,8 @@ std::vector<Picture> AllPictures() {
       {"ImportaAdif", FileToImport},
       Plain("EsportaAdif"),
       Plain("Preferenze"),
+      DialogOf("Brenvo", "cmOraDelLog", "OraDelLog"),
+      {"ConvertiOra", LogInLocalTime, "ConvertiOra"},
       {"Brenvo", StationAtWork},
   };
 }

@@ -55,7 +55,9 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"RipristinaBackup", 760},
     {"ImportaAdif", kHelpImportaAdif},
     {"EsportaAdif", kHelpEsportaAdif},
-    {"Preferenze", 790}};
+    {"Preferenze", 790},
+    {"OraDelLog", 792},
+    {"ConvertiOra", 794}};
 
 // The first page for a window without one.
 constexpr int HelpTopicOf(std::string_view window) {
