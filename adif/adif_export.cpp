@@ -89,6 +89,7 @@ std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_v
   std::ofstream out(unfinished, std::ios::binary | std::ios::trunc);
   if (!out) throw fail();
 
+  session.Contacts.AdoptOthers();  // each contact goes out with its name
   KeptFields kept(session.Db);
   ContactOrigins origins(session.Db);
   StationTables tables(session);

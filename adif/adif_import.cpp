@@ -95,7 +95,7 @@ void ReportCounts(std::ostream& report, const ImportCounts& counts) {
   if (counts.repairs > 0) report << fmt::format("Campi riparati: {}\r\n", counts.repairs);
 }
 
-// A time that the file has not told as it is stored is kept as it was.
+// A time that the file has not told as it is stored is kept as it was, in UTC.
 void KeepTime(MappedRecord& mapped, base::DateTime told) {
   for (const AdifField& field : mapped.kept) {
     if (field.name == "TIME_ON") return;
@@ -134,7 +134,7 @@ class ContactWriter {
     mapped.contact.DataQso = AtSecond(told, placement.second);
     MapRest(record, ColumnFields(mapped.contact, tables_), mapped);
     if (moved) {
-      KeepTime(mapped, told);
+      KeepTime(mapped, tables_.Times().ToUtc(told));
       ++counts.moved;
       report_ << fmt::format(
           "Spostato, riga {}, {}: alle {} c'è già un altro modo, salvato alle {}\r\n\r\n",

@@ -128,7 +128,7 @@ std::vector<AdifField> ColumnFields(const core::LogContact& contact, const Stati
   constexpr std::size_t kTimeDigits = 6;
   fields.Add("CALL", base::UpperAscii(contact.Call));
   // "yyyy-mm-dd hh:mm:ss"
-  std::string when = base::IsoText(contact.DataQso);
+  std::string when = base::IsoText(tables.Times().ToUtc(contact.DataQso));
   std::erase_if(when, [](char c) { return c < '0' || c > '9'; });
   fields.Add("QSO_DATE", std::string_view(when).substr(0, when.size() - kTimeDigits));
   fields.Add("TIME_ON", std::string_view(when).substr(when.size() - kTimeDigits));

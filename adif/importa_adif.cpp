@@ -226,6 +226,7 @@ void ImportaAdif::Import() {
 }
 
 void ImportaFileAdif(core::Session& session) {
+  if (!core::AskLogTime(session)) return;
   const auto file = session.Machine.PickFile(kTitle, kFiles);
   if (!file) return;
   auto& window = static_cast<ImportaAdif&>(*session.Windows.LoadNew("ImportaAdif"));

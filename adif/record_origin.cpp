@@ -58,6 +58,8 @@ void Read(const AdifField& field, core::StationRow& station) {
 }  // namespace
 
 std::vector<AdifField> FieldsOfStation(const core::StationRow& station) {
+  // A station that nobody has named yet says nothing.
+  if (station.Call.empty()) return {};
   std::vector<AdifField> fields;
   for (const TextField& each : kTexts) {
     const std::string& value = station.*each.member;

@@ -14,7 +14,7 @@
 
 namespace brenvo::adif {
 
-// What a station says of itself in the standard's fields.
+// What a station says of itself in the standard's fields; nothing of one without a call.
 std::vector<AdifField> FieldsOfStation(const core::StationRow& station);
 
 // This program's own field for a contact's name.

@@ -143,7 +143,7 @@ bool IsCall(std::string_view call) {
   });
 }
 
-// Empty when call, date and time are right.
+// Empty when call, date and time are right. The time is the file's.
 std::string MapWhoAndWhen(const Fields& fields, core::LogContact& contact) {
   contact.Call = base::UpperAscii(fields[kCall]);
   if (contact.Call.empty()) return "manca il nominativo (CALL)";
@@ -335,6 +335,7 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   mapped.refusal = MapWhoAndWhen(fields, contact);
   if (mapped.refusal.empty()) mapped.refusal = Unreadable(record, fields);
   if (!mapped.refusal.empty()) return;
+  contact.DataQso = tables.Times().FromUtc(contact.DataQso);
   MapBand(fields, tables, contact);
   MapMode(fields, tables, contact);
   MapCountry(fields, tables, contact);

@@ -128,7 +128,8 @@ Placement PlaceInMinute(const std::vector<InMinute>& present, const InMinute& co
   return {Placement::Kind::kFull, 0, 0};
 }
 
-RepeatedInLog::RepeatedInLog(core::Session& session) : table_(session.Db.OpenTable("Log")) {
+RepeatedInLog::RepeatedInLog(core::Session& session)
+    : times_(session), table_(session.Db.OpenTable("Log")) {
   table_->SetIndex("Unico");
   kept_ = session.Db.OpenTable(KeptFields::kTable);
   kept_->SetIndex("PrimaryKey");
@@ -144,7 +145,7 @@ bool RepeatedInLog::WasToldWithoutSeconds(std::int64_t qsoNr, base::DateTime sto
   if (!kept_) return false;
   kept_->Seek(engine::SeekComparison::kEqual, {qsoNr, "TIME_ON"});
   const auto told = kept_->NoMatch() ? std::nullopt : TimeIn(kept_->Field("Valore").Text());
-  return told && SecondOf(*told) == 0 && *told == MinuteOf(stored.TimePart());
+  return told && SecondOf(*told) == 0 && *told == MinuteOf(times_.ToUtc(stored)).TimePart();
 }
 
 Placement RepeatedInLog::Find(const core::LogContact& contact) {

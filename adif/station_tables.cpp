@@ -54,7 +54,7 @@ std::string PlainBand(std::string_view banda) {
   return plain;
 }
 
-StationTables::StationTables(core::Session& session) : session_(session) {
+StationTables::StationTables(core::Session& session) : session_(session), times_(session) {
   const auto bands = session.Db.OpenSnapshot(
       "Select Banda,Frequenza,FrequenzaI,FrequenzaF from UserRTX Order By Frequenza");
   for (; !bands->EOF_(); bands->MoveNext()) {

@@ -103,7 +103,8 @@ function(add_room_test name)
                         GTest::gtest_main house_flags)
   # Tests are many and short-lived: they compile fast rather than run fast.
   target_compile_options(${name}_test PRIVATE -O0)
-  target_precompile_headers(${name}_test PRIVATE <gtest/gtest.h> <functional> <memory> <string> <vector>)
+  target_precompile_headers(${name}_test PRIVATE <gmock/gmock.h> <gtest/gtest.h> <filesystem> <fstream>
+                             <functional> <memory> <optional> <string> <vector>)
   # One entry a room: a program that starts a thousand times over tests no more than one that runs
   # a thousand tests.
   add_test(NAME ${name} COMMAND ${name}_test)

@@ -3,19 +3,58 @@
 #include <fmt/format.h>
 
 #include "base/text.h"
+#include "core/own_values.h"
 
 namespace brenvo::core {
 namespace {
 
+constexpr int kMinute = 60;  // seconds
+constexpr std::int64_t kDay = 24 * 60 * kMinute;
+
 base::DateTime Later(base::DateTime time, int minutes) {
-  return base::DateTime::FromSeconds(time.Seconds() + minutes * 60);
+  return base::DateTime::FromSeconds(time.Seconds() + minutes * kMinute);
 }
 
 }  // namespace
 
-base::DateTime LocalOfUtc(Session& session, base::DateTime utc) {
-  const std::string zone = session.Choices.Get<choice::kZone>();
-  return Later(utc, session.Machine.GetClock().OffsetOfUtc(utc, zone));
+std::optional<LogTime> LogTimeOf(Session& session) {
+  const auto word = OwnValue(session.Db, kLogTimeValue);
+  if (word == kUtcWord) return LogTime::kUtc;
+  if (word == kLocalWord) return LogTime::kLocal;
+  return std::nullopt;
+}
+
+void StoreLogTime(Session& session, LogTime time) {
+  StoreOwnValue(session.Db, kLogTimeValue,
+                std::string(time == LogTime::kUtc ? kUtcWord : kLocalWord));
+}
+
+std::optional<LogTime> AskLogTime(Session& session) {
+  if (const auto known = LogTimeOf(session)) return known;
+  forms::Window* const dialog = session.Windows.LoadSingle("OraDelLog");
+  if (dialog == nullptr) return std::nullopt;
+  session.Windows.ShowModal(*dialog);
+  return LogTimeOf(session);
+}
+
+LocalTime::LocalTime(Session& session)
+    : clock_(session.Machine.GetClock()), zone_(session.Choices.Get<choice::kZone>()) {}
+
+base::DateTime LocalTime::OfUtc(base::DateTime utc) const {
+  return Later(utc, clock_.OffsetOfUtc(utc, zone_));
+}
+
+base::DateTime LocalTime::ToUtc(base::DateTime local) const {
+  const std::vector<int> offsets = clock_.OffsetsOfLocal(local, zone_);
+  if (!offsets.empty()) return Later(local, -offsets.front());
+  const auto dayBefore = base::DateTime::FromSeconds(local.Seconds() - kDay);
+  return Later(local, -clock_.OffsetOfUtc(dayBefore, zone_));
+}
+
+std::vector<base::DateTime> LocalTime::AllUtc(base::DateTime local) const {
+  std::vector<base::DateTime> all;
+  for (const int offset : clock_.OffsetsOfLocal(local, zone_)) all.push_back(Later(local, -offset));
+  return all;
 }
 
 std::string ClocksText(Session& session, bool withSeconds) {
@@ -23,7 +62,7 @@ std::string ClocksText(Session& session, bool withSeconds) {
   const auto text = [withSeconds](base::DateTime time) {
     return base::Left(base::TimeText(time), withSeconds ? 8 : 5);
   };
-  return fmt::format("UTC {}   locale {}", text(utc), text(LocalOfUtc(session, utc)));
+  return fmt::format("UTC {}   locale {}", text(utc), text(LocalTime(session).OfUtc(utc)));
 }
 
 }  // namespace brenvo::core

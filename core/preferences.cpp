@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view kYes = "Sì", kNo = "No";
 
-constexpr const Choice* kAll[] = {&choice::kClocks, &choice::kSeconds, &choice::kZone};
+constexpr const Choice* kAll[] = {&choice::kClocks, &choice::kSeconds, &choice::kZone, &choice::kHistoryDays, &choice::kHistoryContacts};
 
 // Blanks around it do not count.
 std::optional<int> ReadNumber(std::string_view text, const NumberKind& kind) {

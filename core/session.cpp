@@ -136,7 +136,7 @@ std::filesystem::path Session::File(std::string_view name) const { return FileIn
 
 std::string Session::NewUuid() {
   static constexpr std::int64_t kDaysTo1970 = 25569;  // from day zero
-  const std::int64_t seconds = Now().Seconds() - kDaysTo1970 * 24 * 60 * 60;
+  const std::int64_t seconds = Machine.GetClock().UtcNow().Seconds() - kDaysTo1970 * 24 * 60 * 60;
   const std::uint64_t high = Machine.Random();
   return base::TimeUuid(static_cast<std::uint64_t>(seconds) * 1000 + high % 1000,
                         {high >> 32, Machine.Random()});

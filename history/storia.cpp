@@ -105,8 +105,8 @@ void Storia::ShowChanges() {
   }
   changes_.SetRows(std::move(rows));
   Cambiamenti.SetCurrent(changed_.empty() ? 0 : 1, 0);
-  const bool more = key && works_[static_cast<std::size_t>(*key)].Qso > std::ssize(changed_) &&
-                    contacts == kMostContacts;
+  const bool more = contacts == kMostContacts &&
+                    works_[static_cast<std::size_t>(*key)].Qso > std::int64_t{kMostContacts};
   Contatti.SetText(more ? fmt::format("I primi {} contatti del lavoro", contacts)
                         : "I contatti del lavoro");
 }

@@ -7,6 +7,7 @@ namespace brenvo::recorder {
 namespace {
 
 constexpr int kWinter = 60, kSummer = 120;  // minutes
+constexpr int kEastOfTheLine = -600, kWestOfIt = 840;
 constexpr std::int64_t kDay = 24 * 60 * 60;
 
 // 01:00 of the month's last Sunday; of a month with 31 days.
@@ -70,19 +71,21 @@ base::DateTime FakeClock::UtcNow() {
 }
 
 bool FakeClock::KnowsZone(std::string_view zone) {
-  return zone.empty() || zone == "Europe/Rome" || zone == "UTC";
+  return zone.empty() || zone == "Europe/Rome" || zone == "UTC" || zone == "Pacific/Apia";
 }
 
 int FakeClock::OffsetOfUtc(base::DateTime utc, std::string_view zone) {
   if (zone == "UTC") return 0;
+  if (zone == "Pacific/Apia") {
+    return utc < base::DateTime::Of(2011, 12, 30, 10) ? kEastOfTheLine : kWestOfIt;
+  }
   const int year = utc.Year();
   return utc >= LastSunday(year, 3) && utc < LastSunday(year, 10) ? kSummer : kWinter;
 }
 
 std::vector<int> FakeClock::OffsetsOfLocal(base::DateTime local, std::string_view zone) {
-  if (zone == "UTC") return {0};
   std::vector<int> offsets;
-  for (const int offset : {kSummer, kWinter}) {
+  for (const int offset : {kWestOfIt, kSummer, kWinter, 0, kEastOfTheLine}) {
     if (OffsetOfUtc(Earlier(local, offset), zone) == offset) offsets.push_back(offset);
   }
   return offsets;

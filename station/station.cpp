@@ -37,7 +37,9 @@
 #include "tables/tabella_prefissi.h"
 #include "tables/tabella_provincie.h"
 #include "tables/user_form.h"
+#include "upkeep/converti_ora.h"
 #include "upkeep/maintenance.h"
+#include "upkeep/ora_del_log.h"
 #include "upkeep/preferenze.h"
 #include "upkeep/rescue.h"
 #include "upkeep/ripristina_backup.h"
@@ -55,6 +57,8 @@ void KnowWindows(core::Session& session) {
   Know<upkeep::Preferenze>(session, "Preferenze");
   Know<tables::Stazioni>(session, "Stazioni");
   Know<history::Storia>(session, "Storia");
+  Know<upkeep::OraDelLog>(session, "OraDelLog");
+  Know<upkeep::ConvertiOra>(session, "ConvertiOra");
   Know<log::LogForm>(session, "LogForm");
   Know<log::LogSearch>(session, "LogSearch");
   log::KnowOldQsoBrowsers(session);

@@ -46,6 +46,7 @@ constexpr std::pair<std::string_view, const char*> kPictures[] = {
     {"cmOrizzontale", "landscape"},
     {"cmNew", "insert"},
     {"cmCambia", "check"},
+    {"cmConverti", "clock"},
     {"cmPredefinito", "previous"},
     {"cmCorrente", "check"},
     {"cmRiprendi", "previous"},

@@ -8,10 +8,19 @@ Piece PreferenzeView() {
                    Column({Item("Spiegazione"), Form({Line({Wide(Item("Valore"))})})}));
 }
 
+Piece OraDelLogView() {
+  return Column({Item("Domanda"), Item("Ultimo"), Item("Spiegazione"), Space(),
+                 Line({Space(), Item("cmUtc"), Item("cmLocale"), Item("cmExit")})});
+}
+
+Piece ConvertiOraView() { return TableView({Item("Qso"), Item("Periodo")}, Item("Spiegazione")); }
+
 }  // namespace
 
 const std::vector<View>& UpkeepViews() {
-  static const std::vector<View> kViews = {{"Preferenze", PreferenzeView}};
+  static const std::vector<View> kViews = {{"Preferenze", PreferenzeView},
+                                           {"OraDelLog", OraDelLogView},
+                                           {"ConvertiOra", ConvertiOraView}};
   return kViews;
 }
 

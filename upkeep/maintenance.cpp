@@ -6,7 +6,6 @@
 #include <string_view>
 #include <system_error>
 
-#include "base/number.h"
 #include "core/files.h"
 #include "core/history.h"
 #include "core/long_run.h"
@@ -49,18 +48,13 @@ void DeleteFile(const std::filesystem::path& file) {
   throw engine::DatabaseError(kFileNotFound, "File non trovato: " + file.filename().string());
 }
 
-// What the operator wants of the history, in days and contacts.
-std::int64_t HistorySetting(core::Session& session, std::string_view key, std::string_view usual) {
-  return static_cast<std::int64_t>(base::Val(session.GetSetting("Storia", key, usual)));
-}
-
 // A contact leaves what is kept beside it to the compaction, like the room that it took: its number
 // is not given again, so nothing finds it but the history that may bring it back.
 void DropWhatIsKeptNoLonger(core::Session& session) {
   const core::LongStatement watched(session, kCompaction);
   core::Transaction transaction(session.Db);
-  core::ThinHistory(session.Db, session.Now(), HistorySetting(session, "Giorni", "365"),
-                    HistorySetting(session, "Contatti", "2000000"));
+  core::ThinHistory(session.Db, session.Now(), session.Choices.Get<core::choice::kHistoryDays>(),
+                    session.Choices.Get<core::choice::kHistoryContacts>());
   for (const char* table : {"LogAdif", "LogOrigine"}) {
     session.Db.Execute(std::string("DELETE * FROM ") + table +
                        " WHERE QsoNr NOT IN (SELECT QsoNr FROM Log) AND QsoNr NOT IN (SELECT "

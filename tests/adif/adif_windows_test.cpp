@@ -3,6 +3,7 @@
 #include "adif/esporta_adif.h"
 #include "adif/importa_adif.h"
 #include "core/help_topics.h"
+#include "core/log_time.h"
 #include "tests/adif/adif_station.h"
 #include "tests/support/adif_samples.h"
 
@@ -19,6 +20,7 @@ class AdifWindowsTest : public AdifStation {
   AdifWindowsTest() {
     Know<ImportaAdif>("ImportaAdif");
     Know<EsportaAdif>("EsportaAdif");
+    core::StoreLogTime(session, core::LogTime::kUtc);
   }
   // The menu's command on a file, with what the operator does in the window.
   void Import(const std::filesystem::path& file, const std::function<void(ImportaAdif&)>& inside) {

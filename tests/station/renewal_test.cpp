@@ -5,6 +5,7 @@
 
 #include "contest/contest_form.h"
 #include "contest/contest_qso.h"
+#include "core/log_time.h"
 #include "log/log_form.h"
 #include "tests/station/all_windows.h"
 
@@ -62,6 +63,7 @@ TEST_F(RenewalTest, AnImportIsSeenInAnOpenLog) {
                          "<MODE:3>SSB<EOR><CALL:6>IK2CCC<QSO_DATE:8>20010102<TIME_ON:4>1001"
                          "<BAND:2>2m<MODE:3>SSB<EOR>";
   machine.Picks().Queue(file);
+  core::StoreLogTime(session, core::LogTime::kUtc);
   InDialogs([this](forms::Window& import) { Press(import, "cmImporta"); });
   EXPECT_THAT(Announced("cmImportaAdif", false), ElementsAre(kManyOfLog));
   EXPECT_EQ(log.CallQso.Text(), "IK1AAA");

@@ -65,6 +65,7 @@ TEST_F(StazioniTest, AStationIsChangedWhereItStands) {
   window.Altezza.SetText("120");
   window.Dal.SetText("01/02/2001");
   Press(window, "cmUpdate");
+  EXPECT_EQ(window.Avviso.Text(), "Salvata: Casa IK3ABC JN65AA");
   EXPECT_THAT(Rows("select Altezza,Dal from Stazioni"), ElementsAre("120|01/02/2001"));
 }
 

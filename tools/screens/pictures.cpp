@@ -7,6 +7,7 @@
 
 #include "adif/importa_adif.h"
 #include "core/log_contact.h"
+#include "core/log_time.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
 #include "core/station_profile.h"
@@ -155,6 +156,16 @@ forms::Window* PastWorks(core::Session& session) {
   return window;
 }
 
+// A log in local time with contacts in the hours in which the clocks were changed.
+forms::Window* LogInLocalTime(core::Session& session) {
+  core::StoreLogTime(session, core::LogTime::kLocal);
+  session.SaveSetting("Ora", "Zona", "Europe/Rome");
+  session.Db.Execute("update Log set DataQso='2024-10-27 02:30:00' where QsoNr in (101, 102, 103)");
+  session.Db.Execute("update Log set DataQso='2024-03-31 02:15:00' where QsoNr=104");
+  Press(*session.Windows.Find("Brenvo"), "cmConvertiOra");
+  return nullptr;
+}
+
 // What another program has written, before it comes in.
 forms::Window* FileToImport(core::Session& session) {
   const std::filesystem::path file = session.AppPath / "2024.adi";
@@ -259,6 +270,8 @@ std::vector<Picture> AllPictures() {
       {"ImportaAdif", FileToImport},
       Plain("EsportaAdif"),
       Plain("Preferenze"),
+      DialogOf("Brenvo", "cmOraDelLog", "OraDelLog"),
+      {"ConvertiOra", LogInLocalTime, "ConvertiOra"},
       {"Brenvo", StationAtWork},
       {"Stazioni", HomeAndHill},
       {"Storia", PastWorks},

@@ -86,7 +86,8 @@ class ImportaAdif : public forms::Window {
   ImportPreview preview_;
 };
 
-// The menu's command: asks for the file, then shows the window.
+// The menu's command: asks for the log's time where nobody was asked, and for the file, then shows
+// the window.
 void ImportaFileAdif(core::Session& session);
 
 }  // namespace brenvo::adif

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/log_contact.h"
+#include "core/log_time.h"
 #include "core/session.h"
 
 namespace brenvo::adif {
@@ -66,6 +67,7 @@ class RepeatedInLog {
   Placement AmongOthers(const InMinute& wanted, base::DateTime minute);
   bool WasToldWithoutSeconds(std::int64_t qsoNr, base::DateTime stored);
 
+  core::LogTimes times_;
   std::unique_ptr<engine::Table> table_, kept_;
   std::vector<InMinute> present_;
   std::vector<std::int64_t> numbers_;  // of these

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "adif/adif_names.h"
+#include "core/log_time.h"
 #include "core/session.h"
 
 namespace brenvo::adif {
@@ -49,6 +50,9 @@ class StationTables {
   // 6 and more; 0 where the own one is missing.
   double Distance(std::string_view locator) const;
 
+  // Log files tell UTC; the log has its own time.
+  const core::LogTimes& Times() const { return times_; }
+
  private:
   struct Band {
     std::string banda, plain;
@@ -58,6 +62,7 @@ class StationTables {
   std::string FindModo(std::string_view mode, std::string_view submode) const;
 
   core::Session& session_;
+  core::LogTimes times_;
   std::vector<Band> bands_;
   std::vector<std::string> modes_, propagations_;
   std::unordered_set<std::string> countries_, provinces_;

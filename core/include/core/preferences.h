@@ -50,6 +50,15 @@ inline constexpr Choice kZone{"Ora", "Zona", "Fuso orario",
                               "Fuso dell'ora locale, come Europe/Rome; vuoto è quello del computer",
                               TextKind{"", FaultOfZone}};
 
+inline constexpr Choice kHistoryDays{
+    "Storia", "Giorni", "Giorni tenuti",
+    "La compattazione toglie dalla storia i lavori più vecchi di tanti giorni",
+    NumberKind{365, 1, 36500}};
+inline constexpr Choice kHistoryContacts{
+    "Storia", "Contatti", "Contatti tenuti",
+    "Oltre tanti contatti la compattazione toglie dalla storia i lavori più vecchi",
+    NumberKind{2000000, 1000, 100000000}};
+
 }  // namespace choice
 
 // In the order in which they are shown.

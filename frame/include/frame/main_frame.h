@@ -5,6 +5,7 @@
 #include <memory>
 #include <string_view>
 
+#include "core/log_time.h"
 #include "core/session.h"
 #include "forms/command.h"
 #include "forms/status_bar.h"
@@ -12,6 +13,7 @@
 #include "forms/window.h"
 #include "frame/desktop.h"
 #include "upkeep/backup.h"
+#include "upkeep/converti_ora.h"
 #include "upkeep/maintenance.h"
 #include "worked/keeper.h"
 
@@ -138,9 +140,10 @@ class MainFrame : public forms::Window, public core::MapDoor {
       *this,
       "menu4",
       "&Utility",
-      {&Propagazione, &cmLoadDesktop, &cmSaveDesktop, &cmPrefissi, &cmCountry, &cmProvincie,
-       &cmNoteHelp, &cmUtente, &cmCompatta, &cmAssegnaPrefissi, &cmAzzeraLog, &cmAzzeraContest,
-       &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif, &cmPreferenze, &cmStazioni, &cmStoria}};
+      {&Propagazione, &cmLoadDesktop,   &cmSaveDesktop,      &cmPrefissi,    &cmCountry,
+       &cmProvincie,  &cmNoteHelp,      &cmUtente,           &cmCompatta,    &cmAssegnaPrefissi,
+       &cmAzzeraLog,  &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
+       &cmPreferenze, &cmOraDelLog,     &cmConvertiOra,      &cmStazioni,    &cmStoria}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -176,8 +179,9 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::Command cmRipristinaBackup{
       *this, "cmRipristinaBackup", "Ripristina backup...", {.run = [this] { PutBackACopy(); }}};
   forms::Command cmImportaAdif{*this, "cmImportaAdif", "Importa ADIF..."};
-  forms::Command cmEsportaAdif{
-      *this, "cmEsportaAdif", "Esporta ADIF...", {.run = [this] { OpenModal("EsportaAdif"); }}};
+  forms::Command cmEsportaAdif{*this, "cmEsportaAdif", "Esporta ADIF...", {.run = [this] {
+                                 if (core::AskLogTime(session_)) OpenModal("EsportaAdif");
+                               }}};
 
   forms::Command cmPreferenze{*this,
                               "cmPreferenze",
@@ -190,6 +194,11 @@ class MainFrame : public forms::Window, public core::MapDoor {
                           "cmStoria",
                           "Storia...",
                           {.shortcut = "Ctrl+Shift+Z", .run = [this] { OpenSingle("Storia"); }}};
+  forms::Command cmOraDelLog{
+      *this, "cmOraDelLog", "Ora del log...", {.run = [this] { OpenModal("OraDelLog"); }}};
+  forms::Command cmConvertiOra{*this, "cmConvertiOra", "Converti ora...", {.run = [this] {
+                                 upkeep::ConvertiOraDelLog(session_);
+                               }}};
 
   forms::Menu menuMappa{*this,
                         "menu5",

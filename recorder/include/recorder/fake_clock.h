@@ -11,8 +11,9 @@
 namespace brenvo::recorder {
 
 // Shows 03/02/2001 04:05:06 until it is set to another time. Outlives its timers. It stands in
-// Italy, whose clocks change on the last Sundays of March and October at 01:00 UTC, in every year;
-// besides Europe/Rome it knows the zone UTC.
+// Italy, whose clocks change on the last Sundays of March and October at 01:00 UTC, in every year.
+// Besides Europe/Rome it knows the zones UTC and Pacific/Apia, which went over the date line at the
+// end of 2011 and so has left out 30 December.
 class FakeClock : public platform::Clock {
  public:
   // Runs one event; what it throws is the guard's concern.
