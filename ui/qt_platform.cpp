@@ -67,7 +67,7 @@ std::unique_ptr<platform::Progress> QtPlatform::ShowProgress(std::string_view ti
   return std::make_unique<QtProgress>(gate_, title, total);
 }
 
-std::uint64_t QtPlatform::Random() { return QRandomGenerator::system()->generate64(); }
+std::uint64_t QtPlatform::Random() { return QRandomGenerator::global()->generate64(); }
 
 void QtPlatform::Beep() { QApplication::beep(); }
 

@@ -11,7 +11,7 @@ includes=$3
 low="base"
 middle="core engine forms geo platform $low"
 frame="frame upkeep worked"
-windows="log contest awards maps print links tables adif"
+windows="history log contest awards maps print links tables adif"
 may_see() {
   case $1 in
     base) echo "base" ;;
@@ -26,7 +26,8 @@ may_see() {
     worked) echo "worked $middle" ;;
     upkeep) echo "upkeep file $middle" ;;
     frame) echo "$frame $middle" ;;
-    log|contest|awards|links|tables|adif) echo "$1 $middle" ;;
+    log) echo "log history $middle" ;;
+    history|contest|awards|links|tables|adif) echo "$1 $middle" ;;
     maps|print) echo "$1 $frame $middle" ;;
     station) echo "station $windows $frame $middle" ;;
     ui) echo "ui station $windows $frame $middle" ;;
