@@ -12,6 +12,7 @@
 #include "contact_to_fields.h"
 #include "core/log_contact.h"
 #include "kept_fields.h"
+#include "record_origin.h"
 
 namespace brenvo::adif {
 namespace {
@@ -89,6 +90,7 @@ std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_v
   if (!out) throw fail();
 
   KeptFields kept(session.Db);
+  ContactOrigins origins(session.Db);
   StationTables tables(session);
   out << AdifHeader(UserFields(session.Db, select), letters);
   ExportCounts counts;
@@ -96,9 +98,10 @@ std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_v
   for (; !rows->EOF_(); rows->MoveNext()) {
     const std::int64_t done = counts.written + counts.leftOut;
     if (done % kProgressStep == 0 && !progress(done)) return std::nullopt;
-    const std::vector<AdifField> beside = kept.Of(rows->Field(std::size_t{0}).Integer());
+    const std::int64_t qsoNr = rows->Field(std::size_t{0}).Integer();
+    const std::vector<AdifField> beside = kept.Of(qsoNr);
     const std::vector<AdifField> fields =
-        FileFields(core::ReadContact(*rows), beside, tables, letters);
+        FileFields(core::ReadContact(*rows), beside, origins.Of(qsoNr), tables, letters);
     if (fields.empty()) {
       ++counts.leftOut;
       continue;

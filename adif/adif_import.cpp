@@ -12,6 +12,7 @@
 #include "core/log_contact.h"
 #include "core/transaction.h"
 #include "kept_fields.h"
+#include "record_origin.h"
 
 namespace brenvo::adif {
 namespace {
@@ -112,6 +113,7 @@ class ContactWriter {
         report_(report),
         kept_(session.Db),
         repeated_(session),
+        origins_(session),
         contacts_(session.Contacts),
         new_(contacts_.OpenAppender()) {}
 
@@ -139,12 +141,17 @@ class ContactWriter {
           record.line, mapped.contact.Call, base::TimeText(told),
           base::TimeText(mapped.contact.DataQso));
     }
-    kept_.Add(new_.Append(mapped.contact), mapped.kept);
+    const std::string uuid = origins_.UuidOf(record);
+    const std::int64_t station = origins_.StationOf(record, mapped.contact.DataQso);
+    kept_.Add(new_.Append(mapped.contact, {uuid, station}), mapped.kept);
     repeated_.Stored(mapped.contact);
     ++counts.fresh;
+    if (counts.bands.size() < kMostBands) counts.bands.insert(mapped.contact.Banda);
   }
 
  private:
+  static constexpr std::size_t kMostBands = 100;
+
   bool Fill(const AdifRecord& record, MappedRecord& mapped) {
     MapRest(record, ColumnFields(mapped.contact, tables_), mapped);
     engine::Table& row = repeated_.Row();
@@ -177,6 +184,7 @@ class ContactWriter {
   std::ostream& report_;
   KeptFields kept_;
   RepeatedInLog repeated_;
+  RecordOrigins origins_;
   core::ContactDoor& contacts_;
   core::ContactDoor::Appender new_;
 };

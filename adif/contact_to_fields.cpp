@@ -6,6 +6,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/log_contact.h"
+#include "core/note_tag.h"
 #include "dxcc_entities.h"
 #include "escaped_text.h"
 #include "own_fields.h"
@@ -134,10 +135,10 @@ std::vector<AdifField> ColumnFields(const core::LogContact& contact, const Stati
   const AdifBand* band = tables.AdifBandOf(contact.Banda, base::Mhz(contact.Frequenza));
   if (band != nullptr) fields.Add("BAND", band->name);
   fields.AddNumber("FREQ", contact.Frequenza);
-  const SatelliteNote satellite =
-      contact.Modo == kSatellite ? ParseSatelliteNote(contact.Note) : SatelliteNote();
+  const core::SatelliteNote satellite =
+      contact.Modo == kSatellite ? core::ParseSatelliteNote(contact.Note) : core::SatelliteNote();
   const bool bySatellite = !satellite.satellite.empty();
-  AddMode(fields, bySatellite ? satellite.mode : contact.Modo);
+  AddMode(fields, bySatellite ? satellite.mode : std::string_view(contact.Modo));
   fields.Add("RST_SENT", contact.QrkDato);
   fields.Add("RST_RCVD", contact.QrkRicevuto);
   fields.Add("NAME", contact.Qra);
@@ -169,7 +170,8 @@ std::vector<AdifField> ColumnFields(const core::LogContact& contact, const Stati
 }
 
 std::vector<AdifField> FileFields(const core::LogContact& contact,
-                                  const std::vector<AdifField>& kept, StationTables& tables,
+                                  const std::vector<AdifField>& kept,
+                                  const std::vector<AdifField>& origin, StationTables& tables,
                                   AdifLetters letters) {
   Reader reader(contact, tables, letters);
   std::vector<AdifField> fields = ColumnFields(contact, tables);
@@ -197,6 +199,11 @@ std::vector<AdifField> FileFields(const core::LogContact& contact,
     fields.push_back({OwnField(column), EscapeText(text)});
   }
 
+  for (const AdifField& field : origin) {
+    const bool told = std::any_of(kept.begin(), kept.end(),
+                                  [&](const AdifField& each) { return each.name == field.name; });
+    if (!told) others.push_back(field);
+  }
   std::sort(others.begin(), others.end(),
             [](const AdifField& a, const AdifField& b) { return a.name < b.name; });
   for (const AdifField& field : others) {

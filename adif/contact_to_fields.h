@@ -14,11 +14,13 @@ namespace brenvo::adif {
 // no words for are left out.
 std::vector<AdifField> ColumnFields(const core::LogContact& contact, const StationTables& tables);
 
-// The same with the fields kept beside the contact, and with this program's own fields where a
+// The same with the fields kept beside the contact, with those of its station and its name where it
+// has none kept that say so, and with this program's own fields where a
 // reader of the rest would not find the very same columns again. Empty when the contact has no
 // call or date that a log file can hold.
 std::vector<AdifField> FileFields(const core::LogContact& contact,
-                                  const std::vector<AdifField>& kept, StationTables& tables,
+                                  const std::vector<AdifField>& kept,
+                                  const std::vector<AdifField>& origin, StationTables& tables,
                                   AdifLetters letters);
 
 }  // namespace brenvo::adif

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "core/log_contact.h"
 #include "core/window_place.h"
+#include "missing_bands.h"
 
 namespace brenvo::adif {
 namespace {
@@ -220,6 +221,7 @@ void ImportaAdif::Import() {
   if (counts->repairs > 0) text += fmt::format("Campi riparati: {}\n", counts->repairs);
   text += fmt::format("Il rapporto e' nel file {}", report.filename().string());
   session_.Messages().Show(platform::MessageIcon::kInformation, kTitle, text);
+  OfferBands(session_, kTitle, MissingBands(session_, counts->bands));
   Close();
 }
 

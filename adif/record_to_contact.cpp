@@ -197,6 +197,10 @@ void MapBand(const Fields& fields, const StationTables& tables, core::LogContact
   } else if (frequency != 0) {
     contact.Banda = tables.BandaAt(base::Mhz(frequency));
   }
+  // A band that nobody knows is one all the same.
+  if (contact.Banda.empty() && IsOneWord(fields[kBand])) {
+    contact.Banda = tables.BandaOf(fields[kBand]);
+  }
   contact.Frequenza = frequency != 0 || contact.Banda.empty()
                           ? frequency
                           : tables.FrequencyOf(contact.Banda).Value();
@@ -441,17 +445,6 @@ bool IsValidColumnField(const AdifField& field) {
     default:
       return field.value.find_first_of("\r\n") == std::string::npos;
   }
-}
-
-SatelliteNote ParseSatelliteNote(std::string_view note) {
-  if (note.size() < 4 || note.front() != '[' || note.back() != ']') return {};
-  const std::string_view inside = note.substr(1, note.size() - 2);
-  const std::size_t first = inside.find('/');
-  const std::size_t second = first == inside.npos ? first : inside.find('/', first + 1);
-  if (second == inside.npos || first == 0) return {};
-  return {std::string(inside.substr(0, first)),
-          std::string(inside.substr(first + 1, second - first - 1)),
-          std::string(inside.substr(second + 1))};
 }
 
 }  // namespace brenvo::adif

@@ -11,6 +11,7 @@
 #include "adif_values.h"
 #include "base/text.h"
 #include "core/log_contact.h"
+#include "core/note_tag.h"
 #include "kept_fields.h"
 
 namespace brenvo::adif {
@@ -78,7 +79,7 @@ bool IsInLog(std::uint64_t packed) { return (packed >> 7 & 1u) != 0; }
 
 ModeKey ModeKeyOf(const core::LogContact& contact) {
   std::string word = base::Trim(contact.Modo);
-  if (word == kSatellite) word = ParseSatelliteNote(contact.Note).mode;
+  if (word == kSatellite) word = core::ParseSatelliteNote(contact.Note).mode;
   if (word.empty() || IsModeGroup(word)) return {};
   const auto mode = FindAdifMode(AdifWordOf(word));
   return mode ? ModeKey{NumberOf(mode->mode), NumberOf(mode->submode)} : ModeKey{NumberOf(word), 0};

@@ -19,6 +19,8 @@ constexpr std::size_t kMostPrefixes = 20000;
 // Modes likewise.
 constexpr std::size_t kMostWords = 1000;
 constexpr double kKhzPerMhz = 1000;
+// Of a name that neither the station nor the standard knows; no further than a letter may be cut.
+constexpr std::size_t kLongestBand = 10;
 
 std::vector<std::string> ColumnOf(core::Session& session, std::string_view select) {
   std::vector<std::string> texts;
@@ -34,15 +36,6 @@ std::string InList(const std::vector<std::string>& list, std::string_view word) 
   return at == list.end() || word.empty() ? std::string() : *at;
 }
 
-// " 20 m" and "70cm" as the standard writes them.
-std::string PlainBand(std::string_view banda) {
-  std::string plain;
-  for (const char c : banda) {
-    if (c != ' ') plain += c;
-  }
-  return plain;
-}
-
 // In the style of the delivered names: three places for the number, then the unit.
 std::string MadeUpBanda(std::string_view adifBand) {
   const std::size_t digits = adifBand.find_first_not_of("0123456789");
@@ -52,6 +45,14 @@ std::string MadeUpBanda(std::string_view adifBand) {
 }
 
 }  // namespace
+
+std::string PlainBand(std::string_view banda) {
+  std::string plain;
+  for (const char c : banda) {
+    if (c != ' ') plain += c;
+  }
+  return plain;
+}
 
 StationTables::StationTables(core::Session& session) : session_(session), times_(session) {
   const auto bands = session.Db.OpenSnapshot(
@@ -83,7 +84,7 @@ std::string StationTables::BandaOf(std::string_view adifBand) const {
   });
   if (named != bands_.end()) return named->banda;
   const AdifBand* wanted = FindAdifBand(adifBand);
-  if (wanted == nullptr) return {};
+  if (wanted == nullptr) return base::Left(Stripped(adifBand), kLongestBand);
   for (const Band& band : bands_) {
     if (band.frequency >= wanted->lower && band.frequency <= wanted->upper) return band.banda;
   }

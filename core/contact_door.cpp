@@ -5,6 +5,7 @@
 #include <cassert>
 
 #include "base/uuid.h"
+#include "core/contact_origin.h"
 #include "core/history.h"
 #include "core/quoted.h"
 #include "core/session.h"
@@ -168,6 +169,16 @@ bool ContactDoor::ChangeMany(std::string_view title, std::initializer_list<Conta
   }
   for (const ContactTable table : tables) changed_({table, ManyContacts()});
   return true;
+}
+
+std::int64_t ContactDoor::AdoptOthers() {
+  std::int64_t adopted = 0;
+  ChangeMany("Qso scritti da un altro programma", {ContactTable::kLog}, [&] {
+    adopted = AdoptContacts(
+        session_.Db, [](std::int64_t) {}, history_.get());
+    return adopted > 0;
+  });
+  return adopted;
 }
 
 History& ContactDoor::Past() {

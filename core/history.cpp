@@ -91,6 +91,12 @@ void History::BroughtContestQso(base::DateTime date, std::string_view band, std:
                   Number(), Quoted(base::DateTimeText(date)), Quoted(band), serial));
 }
 
+void History::BroughtContest(base::DateTime date, std::string_view band) {
+  KeepRows(fmt::format(
+      "INSERT INTO StoriaContest (Lavoro,Nuovo,DataContest,Banda) VALUES ({},True,{},{})", Number(),
+      Quoted(base::DateTimeText(date)), Quoted(band)));
+}
+
 void History::KeepCampo(std::int64_t qsoNr, std::string_view name, const engine::Value& value) {
   written_ = true;
   const auto there = database_.OpenSnapshot(

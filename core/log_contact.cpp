@@ -92,11 +92,15 @@ const LogColumn* ColumnTooSmall(const LogContact& contact) {
   return nullptr;
 }
 
-LogContact ReadContact(engine::Recordset& row) {
+namespace {
+
+// `valueAt` gives the column at a place of the table, QsoNr standing at 0.
+template <class ValueAt>
+LogContact Read(ValueAt valueAt) {
   LogContact contact;
   std::size_t at = 0;
   for (const LogColumn& column : LogColumns()) {
-    const engine::Value value = row.Field(++at);  // QsoNr stands first
+    const engine::Value value = valueAt(++at);
     if (value.IsNull()) continue;
     // What another tool has made unreadable counts as Null.
     std::visit(base::Match{[&](base::DateTime LogContact::*member) {
@@ -110,6 +114,16 @@ LogContact ReadContact(engine::Recordset& row) {
                column.member);
   }
   return contact;
+}
+
+}  // namespace
+
+LogContact ReadContact(engine::Recordset& row) {
+  return Read([&](std::size_t at) { return row.Field(at); });
+}
+
+LogContact ContactOf(std::span<const engine::Value> row) {
+  return Read([&](std::size_t at) { return row[at]; });
 }
 
 void WriteColumn(engine::EditableRecordset& row, const LogContact& contact,

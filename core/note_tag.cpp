@@ -21,4 +21,14 @@ std::optional<std::string> NoteTag(std::string_view note, std::string_view words
   return rest.substr(0, bracket);
 }
 
+SatelliteNote ParseSatelliteNote(std::string_view note) {
+  if (note.size() < 4 || note.front() != '[' || note.back() != ']') return {};
+  const std::string_view inside = note.substr(1, note.size() - 2);
+  const std::size_t first = inside.find('/');
+  const std::size_t second = first == inside.npos ? first : inside.find('/', first + 1);
+  if (second == inside.npos || first == 0) return {};
+  return {inside.substr(0, first), inside.substr(first + 1, second - first - 1),
+          inside.substr(second + 1)};
+}
+
 }  // namespace brenvo::core

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "core/own_values.h"
 #include "core/prefix.h"
+#include "core/station_profile.h"
 #include "core/texts.h"
 
 namespace brenvo::core {
@@ -94,9 +95,28 @@ std::optional<std::int64_t> StoredCurrent(engine::Database& database) {
 
 }  // namespace
 
+std::string TitleOf(const StationRow& station) {
+  std::string title = station.Nome;
+  for (const std::string& part : {station.Call, station.Locator}) {
+    if (!part.empty() && part != title) title += (title.empty() ? "" : " ") + part;
+  }
+  return title;
+}
+
 std::optional<StationRow> FindStation(engine::Database& database, std::int64_t number) {
   const auto row = RowOfStation(database, number);
   return row == nullptr ? std::nullopt : std::optional(Read(*row));
+}
+
+std::vector<StationRow> AllStations(engine::Database& database) {
+  std::vector<StationRow> stations;
+  const auto row = database.OpenTable(kTable);
+  for (row->MoveFirst(); !row->EOF_(); row->MoveNext()) stations.push_back(Read(*row));
+  return stations;
+}
+
+void DeleteStation(engine::Database& database, std::int64_t number) {
+  if (const auto row = RowOfStation(database, number)) row->Delete();
 }
 
 std::int64_t StoreStation(engine::Database& database, const StationRow& station) {
@@ -113,9 +133,8 @@ std::int64_t StoreStation(engine::Database& database, const StationRow& station)
 }
 
 std::int64_t FindOrStoreStation(engine::Database& database, const StationRow& station) {
-  const auto row = database.OpenTable(kTable);
-  for (row->MoveFirst(); !row->EOF_(); row->MoveNext()) {
-    if (const StationRow present = Read(*row); IsSame(present, station)) return present.Stazione;
+  for (const StationRow& present : AllStations(database)) {
+    if (IsSame(present, station)) return present.Stazione;
   }
   return StoreStation(database, station);
 }
@@ -133,6 +152,7 @@ StationRow StationOfProfile(engine::Database& database) {
   station.Nome = station.Tipo = kStationKinds[0];
   if (user->EOF_()) return station;
   station.Call = base::Trim(FieldText(*user, "Call"));
+  if (station.Call == kDeliveredCall) station.Call.clear();
   station.Locator = base::Trim(FieldText(*user, "Locator"));
   station.Provincia = base::Trim(FieldText(*user, "Provincia"));
   const auto prefixes = database.OpenTable("Prefissi");
@@ -148,6 +168,11 @@ std::int64_t CurrentStation(engine::Database& database) {
   return station;
 }
 
+StationRow CurrentStationRow(engine::Database& database) {
+  const auto current = StoredCurrent(database);
+  return current ? *FindStation(database, *current) : StationOfProfile(database);
+}
+
 void SetCurrentStation(engine::Database& database, std::int64_t station) {
   StoreOwnValue(database, kCurrent, std::to_string(station));
 }
@@ -155,9 +180,7 @@ void SetCurrentStation(engine::Database& database, std::int64_t station) {
 std::int64_t StationAt(engine::Database& database, base::DateTime time) {
   const base::DateTime day = time.DatePart();
   std::int64_t found = 0;
-  const auto row = database.OpenTable(kTable);
-  for (row->MoveFirst(); !row->EOF_(); row->MoveNext()) {
-    const StationRow station = Read(*row);
+  for (const StationRow& station : AllStations(database)) {
     if (!station.Dal && !station.Al) continue;
     if (station.Dal && day < station.Dal->DatePart()) continue;
     if (station.Al && day > station.Al->DatePart()) continue;
@@ -182,7 +205,7 @@ std::string FollowProfile(engine::Database& database, base::DateTime today) {
   followed.Provincia = profile.Provincia;
   followed.Country = profile.Country;
   if (IsSame(followed, current)) return {};
-  if (!HasContacts(database, *number)) {
+  if (current.Call.empty() || !HasContacts(database, *number)) {
     StoreStation(database, followed);
     return {};
   }

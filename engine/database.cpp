@@ -38,6 +38,8 @@ std::unique_ptr<RowAppender> Database::OpenAppender(std::string_view table) {
   return Opened().OpenAppender(table);
 }
 
+std::unique_ptr<Reader> Database::OpenReader() { return Opened().OpenReader(); }
+
 void Database::Watch(std::function<bool()> goOn) { Opened().Watch(std::move(goOn)); }
 
 void Database::RefuseWrites() { Opened().RefuseWrites(); }

@@ -62,6 +62,18 @@ Connection::Connection(const std::filesystem::path& file) {
   Setup();
 }
 
+Connection::Connection(const std::filesystem::path& file, ToRead) : file_(OpenSqliteFile(file)) {
+  // Each row is read once: what has been read need not be kept.
+  constexpr int kPages = 100;
+  RunSql(file_.get(), "PRAGMA cell_size_check = ON; PRAGMA query_only = ON");
+  RunSql(file_.get(), ("PRAGMA cache_size = " + std::to_string(kPages)).c_str());
+  // The first look at the file says which state of it is seen from then on.
+  RunSql(file_.get(), "BEGIN");
+  schema_ = ReadSchema(file_.get());
+  RaiseGuards();
+  RefuseWrites();
+}
+
 void Connection::Setup() {
   sqlite3* const file = file_.get();
   if (ReadPragma(file, "PRAGMA user_version") != kVersion) {
@@ -78,8 +90,13 @@ void Connection::Setup() {
   RunSql(file, "PRAGMA synchronous = FULL");
   RunSql(file, ("PRAGMA cache_size = -" + std::to_string(kCacheKibibytes)).c_str());
 
+  RaiseGuards();
+  sqlite3_wal_hook(file, WriteBack, this);
+}
+
+void Connection::RaiseGuards() {
+  sqlite3* const file = file_.get();
   // What a damaged or foreign file could hold against us is not run.
-  sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
@@ -87,8 +104,12 @@ void Connection::Setup() {
   sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(file, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   RegisterFunctions(file, &functionFailure_);
-  sqlite3_set_authorizer(file, Authorize, nullptr);
-  sqlite3_wal_hook(file, WriteBack, this);
+  SetGuards(true);
+}
+
+void Connection::SetGuards(bool up) {
+  sqlite3_db_config(file_.get(), SQLITE_DBCONFIG_DEFENSIVE, up ? 1 : 0, nullptr);
+  sqlite3_set_authorizer(file_.get(), up ? Authorize : nullptr, nullptr);
 }
 
 // Takes the place of SQLite's own writing back, which does not say when a journal begins anew.
@@ -108,21 +129,16 @@ void Connection::RunUnguarded(const std::function<std::string()>& statements) {
   sqlite3* const file = file_.get();
   Running begin(*this, "BEGIN IMMEDIATE");
   StepWriter(begin, nullptr);
-  sqlite3_set_authorizer(file, nullptr, nullptr);
-  sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
-  const auto raiseGuards = [&] {
-    sqlite3_db_config(file, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_set_authorizer(file, Authorize, nullptr);
-  };
+  SetGuards(false);
   try {
     RunSql(file, statements().c_str());
     RunSql(file, "COMMIT");
   } catch (...) {
     sqlite3_exec(file, "ROLLBACK", nullptr, nullptr, nullptr);
-    raiseGuards();
+    SetGuards(true);
     throw;
   }
-  raiseGuards();
+  SetGuards(true);
 }
 
 void Connection::MarkFile() {

@@ -41,11 +41,17 @@ class LazyReader {
 
 class Running;
 
+// Says that a connection only reads.
+struct ToRead {};
+
 class Connection {
  public:
   Connection() = default;  // closed
   // See OpenDatabaseFile.
   explicit Connection(const std::filesystem::path& file);
+  // A further one to a file that this process has open. It sees what is stored by now and no more,
+  // and whatever would write is DatabaseError 3343.
+  Connection(const std::filesystem::path& file, ToRead);
   ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -108,6 +114,9 @@ class Connection {
   void Setup();
   // Runs statements in one transaction, with the guards down for these lines alone.
   void RunUnguarded(const std::function<std::string()>& statements);
+  void RaiseGuards();
+  // Those that stand in the way of the file's own changes.
+  void SetGuards(bool up);
   void DropUnused();
   // DatabaseError 3260 while somebody is asked whether a statement is to go on.
   void RequireIdle() const;

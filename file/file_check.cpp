@@ -1,6 +1,5 @@
 #include "file/file_check.h"
 
-#include <array>
 #include <cerrno>
 #include <fstream>
 #include <string>
@@ -53,12 +52,12 @@ void RequireOurFile(const std::filesystem::path& path) {
   RequireShortPath(path);
   constexpr std::string_view kMagic("SQLite format 3\0", 16);
   constexpr std::size_t kHeader = 100, kApplicationIdAt = 68;
-  std::array<char, kHeader> header{};
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw PathFailure(path, {errno, std::generic_category()});
-  if (!file.read(header.data(), kHeader) ||
-      std::string_view(header.data(), kMagic.size()) != kMagic) {
+  const std::string header = FirstBytesOf(path, kHeader);
+  if (header.empty()) {
+    errno = 0;
+    if (!std::ifstream(path)) throw PathFailure(path, {errno, std::generic_category()});
+  }
+  if (header.size() < kHeader || !header.starts_with(kMagic)) {
     throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
                                 "Il file '" + path.filename().string() + "' non e' un database.");
   }

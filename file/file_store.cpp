@@ -4,6 +4,7 @@
 
 #include "connection.h"
 #include "dynaset.h"
+#include "file_reader.h"
 #include "row_appender.h"
 #include "snapshot.h"
 #include "table.h"
@@ -12,7 +13,7 @@
 namespace brenvo::file {
 
 FileStore::FileStore(const std::filesystem::path& file)
-    : connection_(std::make_shared<Connection>(file)) {}
+    : file_(file), connection_(std::make_shared<Connection>(file)) {}
 
 FileStore::~FileStore() { connection_->Close(); }
 
@@ -40,6 +41,11 @@ std::unique_ptr<engine::Dynaset> FileStore::OpenDynaset(std::string_view select)
 
 std::unique_ptr<engine::RowAppender> FileStore::OpenAppender(std::string_view table) {
   return std::make_unique<TableAppender>(connection_, table);
+}
+
+std::unique_ptr<engine::Reader> FileStore::OpenReader() {
+  connection_->RequireOpen();
+  return std::make_unique<FileReader>(file_);
 }
 
 void FileStore::Watch(std::function<bool()> goOn) { connection_->Watch(std::move(goOn)); }

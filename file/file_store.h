@@ -27,6 +27,7 @@ class FileStore final : public engine::Store {
   std::unique_ptr<engine::Snapshot> OpenSnapshot(std::string_view select) override;
   std::unique_ptr<engine::Dynaset> OpenDynaset(std::string_view select) override;
   std::unique_ptr<engine::RowAppender> OpenAppender(std::string_view table) override;
+  std::unique_ptr<engine::Reader> OpenReader() override;
   void Watch(std::function<bool()> goOn) override;
   void RefuseWrites() override;
   std::int64_t DataVersion() override;
@@ -34,6 +35,7 @@ class FileStore final : public engine::Store {
   std::string QueryPlan(std::string_view select) override;
 
  private:
+  std::filesystem::path file_;
   std::shared_ptr<Connection> connection_;  // which recordsets keep when the file is closed
 };
 

@@ -50,6 +50,11 @@ Bytes HeadOf(const std::filesystem::path& file, std::size_t size) {
   return Take(in, size);
 }
 
+Bytes HeadOfDatabase(const std::filesystem::path& database) {
+  const std::string bytes = FirstBytesOf(database, kFileHeader);
+  return {bytes.begin(), bytes.end()};
+}
+
 // SQLite's running sum over eight bytes at a time, which each frame carries on.
 class RunningSum {
  public:
@@ -204,13 +209,12 @@ Journal JudgeJournal(const std::filesystem::path& database) {
   std::error_code error;
   if (!std::filesystem::exists(journal, error)) return Journal::kNone;
   for (int tried = 0; tried < kTries; ++tried) {
-    const Bytes head = HeadOf(database, kFileHeader), start = HeadOf(journal, kJournalHeader);
+    const Bytes head = HeadOfDatabase(database), start = HeadOf(journal, kJournalHeader);
     if (head.size() < kFileHeader) return Journal::kNone;
     const Journal judgement = Judge(head, ReadJournal(journal));
     if (judgement != Journal::kForeign) return judgement;
     // Another program may be at work on both, and have written one of them back meanwhile.
-    const bool still =
-        head == HeadOf(database, kFileHeader) && start == HeadOf(journal, kJournalHeader);
+    const bool still = head == HeadOfDatabase(database) && start == HeadOf(journal, kJournalHeader);
     if (still) return judgement;
   }
   return Journal::kOwn;

@@ -2,7 +2,9 @@
 
 #include <mutex>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <string_view>
 #include <system_error>
@@ -74,6 +76,36 @@ SqliteFile OpenToRead(const std::filesystem::path& path) {
   SqliteFile file(opened);
   if (code != SQLITE_OK) throw OpenFailure(code, file, path);
   return file;
+}
+
+std::string FirstBytesOf(const std::filesystem::path& database, std::size_t size) {
+  struct Name {
+    explicit Name(const std::string& text)
+        : own(sqlite3_create_filename(text.c_str(), "", "", 0, nullptr)) {}
+    ~Name() { sqlite3_free_filename(const_cast<char*>(own)); }
+    Name(const Name&) = delete;
+    Name& operator=(const Name&) = delete;
+    const char* own;
+  };
+  StartSqlite();
+  if (sqlite3_initialize() != SQLITE_OK) return {};
+  sqlite3_vfs* const system = sqlite3_vfs_find(nullptr);
+  const Name name(Utf8Name(std::filesystem::absolute(database)));
+  if (name.own == nullptr) return {};
+  const auto memory = std::make_unique<std::max_align_t[]>(
+      static_cast<std::size_t>(system->szOsFile) / sizeof(std::max_align_t) + 1);
+  auto* const file = reinterpret_cast<sqlite3_file*>(memory.get());
+  int code =
+      system->xOpen(system, name.own, file, SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB, nullptr);
+  if (code != SQLITE_OK) return {};
+  sqlite3_int64 has = 0;
+  code = file->pMethods->xFileSize(file, &has);
+  std::string bytes(std::min(size, static_cast<std::size_t>(has)), '\0');
+  if (code == SQLITE_OK) {
+    code = file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), 0);
+  }
+  file->pMethods->xClose(file);
+  return code == SQLITE_OK ? bytes : std::string();
 }
 
 void RunSql(sqlite3* file, const char* sql) {

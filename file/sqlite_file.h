@@ -29,6 +29,12 @@ SqliteFile OpenSqliteFile(const std::filesystem::path& path, int more = 0);
 // no file made beside it. DatabaseError when it cannot be opened.
 SqliteFile OpenToRead(const std::filesystem::path& path);
 
+// The first bytes of a database; fewer where it has no more, none where it cannot be read. It may
+// be in use: what the process itself has open stays locked, which it would not if the file were
+// opened and closed beside SQLite. Other programs would then take it for unused, and drop its
+// journal.
+std::string FirstBytesOf(const std::filesystem::path& database, std::size_t size);
+
 // Runs statements without an answer. DatabaseError when one fails.
 void RunSql(sqlite3* file, const char* sql);
 

@@ -1,5 +1,7 @@
 #include "frame/main_frame.h"
 
+#include <fmt/format.h>
+
 #include "base/text.h"
 #include "core/log_contact.h"
 #include "core/log_time.h"
@@ -7,7 +9,9 @@
 #include "core/prefix.h"
 #include "core/shared_windows.h"
 #include "core/station_profile.h"
+#include "core/stations.h"
 #include "core/texts.h"
+#include "core/transaction.h"
 #include "core/window_place.h"
 #include "upkeep/backup.h"
 #include "upkeep/ripristina_backup.h"
@@ -18,7 +22,6 @@ namespace {
 
 namespace column = core::column;
 
-constexpr std::string_view kDeliveredCall = "I0XXX";
 constexpr std::string_view kFirstStep =
     "Per cominciare: Utility > Tabella Utente (Ctrl+U), e scrivere il proprio nominativo e il "
     "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.\n"
@@ -69,11 +72,25 @@ void MainFrame::Load() {
   core::RestoreWindow(session_, *this, "Brenvo");
   session_.Open();
   session_.Map.Door = this;
-  Backup = std::make_unique<upkeep::DailyBackup>(
-      session_, [this](const std::string& text) { StatusBar1.SetPanel(1, text); });
+  const auto tell = [this](const std::string& text) { StatusBar1.SetPanel(1, text); };
+  Backup = std::make_unique<upkeep::DailyBackup>(session_, tell);
   Backup->Start();
-  profileStored_ = session_.Station.ProfileStored.Subscribe([this] { ShowFirstStep(); });
+  profileStored_ = session_.Station.ProfileStored.Subscribe([this] {
+    ShowFirstStep();
+    FollowProfile();
+  });
+  stationChanged_ = session_.Station.CurrentChanged.Subscribe([this] { ShowStation(); });
+  reopened_ = session_.Reopened.Subscribe([this] { ShowStation(); });
+  Worked = std::make_unique<worked::Keeper>(session_, tell);
+  logRead_ = Worked->Read.Subscribe([this](const worked::LogRead& read) {
+    if (read.withoutOrigin.empty()) return;
+    const std::int64_t found = session_.Contacts.AdoptOthers();
+    if (found > 0)
+      StatusBar1.SetPanel(1, fmt::format("Trovati {} Qso scritti da un altro programma", found));
+  });
+  Worked->Start();
   ShowFirstStep();
+  ShowStation();
   choiceChanged_ =
       session_.Choices.Changed.Subscribe([this](const core::Choice&) { ShowClocks(); });
   clockTimer_ = session_.Machine.MakeTimer();
@@ -90,6 +107,19 @@ void MainFrame::ShowClocks() {
                       : "");
 }
 
+void MainFrame::FollowProfile() {
+  core::Transaction transaction(session_.Db);
+  const std::string done = core::FollowProfile(session_.Db, session_.Now());
+  transaction.Commit();
+  if (!done.empty()) StatusBar1.SetPanel(1, done);
+  session_.Contacts.StationChanged();
+  ShowStation();
+}
+
+void MainFrame::ShowStation() {
+  Stazione.SetText(core::TitleOf(core::CurrentStationRow(session_.Db)));
+}
+
 void MainFrame::BringUpToDate() {
   upkeep::BringUpToDate(session_.AppPath, session_.Now(),
                         [this](std::string_view title, std::int64_t total) {
@@ -98,7 +128,7 @@ void MainFrame::BringUpToDate() {
 }
 
 void MainFrame::ShowFirstStep() {
-  const bool isDelivered = core::ProfileText(session_, "Call") == kDeliveredCall;
+  const bool isDelivered = core::ProfileText(session_, "Call") == core::kDeliveredCall;
   PrimoPasso.SetText(isDelivered ? kFirstStep : "");
 }
 

@@ -15,6 +15,7 @@
 #include "contest/contest_search.h"
 #include "contest/stat_contest.h"
 #include "core/files.h"
+#include "history/storia.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
 #include "links/tnc.h"
@@ -30,6 +31,7 @@
 #include "print/reports.h"
 #include "print/stampa_qsl.h"
 #include "tables/help_form.h"
+#include "tables/stazioni.h"
 #include "tables/tabella_country.h"
 #include "tables/tabella_note.h"
 #include "tables/tabella_prefissi.h"
@@ -53,6 +55,8 @@ void Know(core::Session& session, const char* name) {
 void KnowWindows(core::Session& session) {
   Know<upkeep::RipristinaBackup>(session, "RipristinaBackup");
   Know<upkeep::Preferenze>(session, "Preferenze");
+  Know<tables::Stazioni>(session, "Stazioni");
+  Know<history::Storia>(session, "Storia");
   Know<upkeep::OraDelLog>(session, "OraDelLog");
   Know<upkeep::ConvertiOra>(session, "ConvertiOra");
   Know<log::LogForm>(session, "LogForm");

@@ -18,7 +18,8 @@ Piece LogFormView() {
                    Line({Item("Potenza"), Item("Propagazione"), Space(), Item("QrkRicevuto")})})),
        Frame("Qsl", Line({Item("QslDaInviare"), Item("QslInviata"), Item("QslRicevuta"), Space()})),
        Form({Item("Note")})});
-  return Either("PanelGriglia", Column({Item("DataGrid1")}), Framed("Panel3D1", fields));
+  return Column({Either("PanelGriglia", Column({Item("DataGrid1")}), Framed("Panel3D1", fields)),
+                 Item("Avviso")});
 }
 
 Piece LogSearchView() {
@@ -37,13 +38,16 @@ Piece LogSearchView() {
 
 Piece OldQsoView() { return Either("PanelGriglia", Column({Item("DataGrid1")}), Column({})); }
 
+Piece HistoryView() { return TableView({}, Column({Item("Contatti"), Item("Cambiamenti")})); }
+
 }  // namespace
 
 const std::vector<View>& LogViews() {
   static const std::vector<View> kViews = {{"LogForm", LogFormView},
                                            {"LogSearch", LogSearchView},
                                            {"OldQsoForm", OldQsoView},
-                                           {"OldQsoLocator", OldQsoView}};
+                                           {"OldQsoLocator", OldQsoView},
+                                           {"Storia", HistoryView}};
   return kViews;
 }
 

@@ -16,6 +16,7 @@
 #include "qt_serial_port.h"
 #include "qt_tcp_client.h"
 #include "qt_wave_player.h"
+#include "thread_work.h"
 #include "ui/text.h"
 
 namespace brenvo::ui {
@@ -39,6 +40,10 @@ void StationReports::Print(const std::filesystem::path& layout) {
 void QtPlatform::Attach(core::Session* session) {
   gate_.Attach(session == nullptr ? nullptr : &session->Windows);
   reports_.Attach(session);
+}
+
+std::unique_ptr<platform::BackgroundWork> QtPlatform::RunInBackground(platform::Background work) {
+  return std::make_unique<ThreadWork>(std::move(work));
 }
 
 std::unique_ptr<platform::Timer> QtPlatform::MakeTimer() {

@@ -57,6 +57,13 @@ Piece HelpView() {
                  Line({Space(), Item("cmExit")})});
 }
 
+Piece StationsView() {
+  return TableView(
+      {}, Form({Line({Wide(Item("Nome")), Item("Tipo"), Item("CallQso"), Item("Operatore")}),
+                Line({Item("Locator"), Item("Provincia"), Item("Country"), Item("Altezza")}),
+                Line({Wide(Item("RTX")), Wide(Item("Antenna")), Item("Dal"), Item("Al")})}));
+}
+
 }  // namespace
 
 const std::vector<View>& TablesViews() {
@@ -65,7 +72,8 @@ const std::vector<View>& TablesViews() {
                                            {"TabellaCountry", CountriesView},
                                            {"TabellaProvincie", ProvincesView},
                                            {"TabellaNote", NotesView},
-                                           {"Help", HelpView}};
+                                           {"Help", HelpView},
+                                           {"Stazioni", StationsView}};
   return kViews;
 }
 

@@ -89,6 +89,16 @@ void TextEdit::Type(char32_t key) {
   context_.Run([this, key] { field_.TypeKey(key); });
 }
 
+// The key that takes back belongs to the window where the line has nothing to take back.
+bool TextEdit::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && !isUndoAvailable() &&
+      static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
+    event->ignore();
+    return true;
+  }
+  return QLineEdit::event(event);
+}
+
 void TextEdit::keyPressEvent(QKeyEvent* event) {
   if (!context_.Alive()) return;
   const QString characters = CharactersOf(*event);

@@ -86,13 +86,16 @@ WindowFrame::WindowFrame(forms::Window& window, Kind kind, EventGate& gate, QMai
   const View* view = FindView(window_.Name());
   const Piece layout = view != nullptr ? view->layout() : LayoutOf(window_);
   if (kind_ == Kind::kMain) {
-    // The map is the main frame's inside; of its fields only menu, status bar and clocks are seen.
-    inside_ = parts_->builder->Build(Item("Orologi"), main_.menuBar());
+    // The map is the main frame's inside; of its fields only menu, status bar, station
+    // and clocks are seen.
+    inside_ = parts_->builder->Build(Line({Item("Stazione"), Item("Orologi")}), main_.menuBar());
     if (auto* bar = inside_->findChild<QWidget*>(QStringLiteral("StatusBar1"))) {
       main_.statusBar()->addWidget(bar, 1);
     }
-    if (auto* clocks = inside_->findChild<QWidget*>(QStringLiteral("Orologi"))) {
-      main_.statusBar()->addPermanentWidget(clocks);
+    for (const char* name : {"Stazione", "Orologi"}) {
+      if (auto* label = inside_->findChild<QWidget*>(QLatin1String(name))) {
+        main_.statusBar()->addPermanentWidget(label);
+      }
     }
     inside_->deleteLater();
     inside_ = &area_;

@@ -126,16 +126,5 @@ TEST(AdifNamesTest, AnyTextComesThroughPlainLetters) {
   EXPECT_EQ(UnescapeText("\\"), "\\");
 }
 
-TEST(AdifNamesTest, TheSatellitesShorthandIsReadAsTheLabelsReadIt) {
-  const SatelliteNote note = ParseSatelliteNote("[QO-100/SX/SSB]");
-  EXPECT_EQ(note.satellite, "QO-100");
-  EXPECT_EQ(note.satelliteMode, "SX");
-  EXPECT_EQ(note.mode, "SSB");
-  for (const char* other :
-       {"", "[QO-100]", "[QO-100/SX]", "QO-100/SX/SSB", "[/SX/SSB]", "[a/b/c] x"}) {
-    EXPECT_EQ(ParseSatelliteNote(other).satellite, "") << other;
-  }
-}
-
 }  // namespace
 }  // namespace brenvo::adif

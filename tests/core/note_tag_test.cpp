@@ -31,5 +31,16 @@ TEST(NoteTag, WithoutTheBracketOrTheWordsThereIsNone) {
   EXPECT_EQ(NoteTag("[IOTA]", "DCI"), std::nullopt);
 }
 
+TEST(NoteTag, TheSatellitesShorthandIsReadAsTheLabelsReadIt) {
+  const SatelliteNote note = ParseSatelliteNote("[QO-100/SX/SSB]");
+  EXPECT_EQ(note.satellite, "QO-100");
+  EXPECT_EQ(note.satelliteMode, "SX");
+  EXPECT_EQ(note.mode, "SSB");
+  for (const char* other :
+       {"", "[QO-100]", "[QO-100/SX]", "QO-100/SX/SSB", "[/SX/SSB]", "[a/b/c] x"}) {
+    EXPECT_EQ(ParseSatelliteNote(other).satellite, "") << other;
+  }
+}
+
 }  // namespace
 }  // namespace brenvo::core

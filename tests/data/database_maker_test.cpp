@@ -17,6 +17,8 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+const base::DateTime kToday = base::DateTime::Of(2001, 2, 3);
+
 // A folder with the smallest facts that make a database.
 class MakingADatabase : public testing::Test {
  protected:
@@ -159,28 +161,37 @@ TEST_F(MakingADatabase, FailsWithoutASchema) {
   EXPECT_THAT(Leavings(), IsEmpty());
 }
 
-TEST_F(MakingADatabase, ADatabaseInUseGetsTheTablesThatItLacks) {
+TEST_F(MakingADatabase, HasTakenAllStepsAlready) {
   Make();
-  const fs::path schema = SourceDir() / "data" / "schema.sql";
-  EXPECT_THAT(mkdatabase::CompleteDatabase(schema, Out()), IsEmpty());
-  std::ofstream(folder_ / "more.sql") << std::ifstream(schema).rdbuf()
-                                      << "CREATE TABLE \"Nuova\" (\"A\" TEXT);\n"
-                                         "CREATE INDEX \"Nuova.A\" ON \"Nuova\" (\"A\");\n";
-  EXPECT_THAT(mkdatabase::CompleteDatabase(folder_ / "more.sql", Out()),
-              ElementsAre("Nuova", "Nuova.A"));
+  EXPECT_THAT(mkdatabase::CompleteDatabase(folder_, kToday), IsEmpty());
+  EXPECT_THAT(Query(Out(), "SELECT Call FROM Stazioni"), IsEmpty());
+}
+
+TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
+  Make();
+  Query(Out(), "DROP TABLE Storia");
+  Query(Out(), "DROP TABLE StoriaNuovi");
+  Query(Out(), "DROP TABLE StoriaLog");
+  Query(Out(), "DROP TABLE StoriaCampi");
+  Query(Out(), "DROP TABLE StoriaContestQso");
+  Query(Out(), "DROP TABLE StoriaContest");
+  Query(Out(), "DROP TABLE StoriaScelta");
+  Query(Out(), "DELETE FROM Passi WHERE Passo = 3");
+  EXPECT_THAT(mkdatabase::CompleteDatabase(folder_, kToday), ElementsAre("Storia dei contatti"));
   EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
-  EXPECT_THAT(Query(Out(), "SELECT A FROM Nuova"), IsEmpty());
-  std::ofstream(folder_ / "other.mdb");
-  EXPECT_THROW((void)mkdatabase::CompleteDatabase(schema, folder_ / "other.mdb"),
-               std::runtime_error);
+  EXPECT_THAT(Query(Out(), "SELECT Lavoro FROM Storia"), IsEmpty());
+}
+
+TEST_F(MakingADatabase, WhatIsNoDatabaseIsNotCompleted) {
+  std::ofstream(Out());
+  EXPECT_THROW((void)mkdatabase::CompleteDatabase(folder_, kToday), std::runtime_error);
 }
 
 TEST_F(MakingADatabase, ATableIsNotAddedThroughAJournalOfAnotherFile) {
   Make();
-  const fs::path schema = SourceDir() / "data" / "schema.sql";
   const fs::path journal = Out().string() + "-wal";
   std::ofstream(journal, std::ios::binary) << std::string(5000, 'x');
-  EXPECT_THROW((void)mkdatabase::CompleteDatabase(schema, Out()), std::runtime_error);
+  EXPECT_THROW((void)mkdatabase::CompleteDatabase(folder_, kToday), std::runtime_error);
   EXPECT_EQ(fs::file_size(journal), 5000u);
 }
 

@@ -43,6 +43,7 @@ class NotingStore : public Store {
   std::unique_ptr<RowAppender> OpenAppender(std::string_view table) override {
     return Note("appender", table);
   }
+  std::unique_ptr<Reader> OpenReader() override { return Note("reader"); }
   void Watch(std::function<bool()> goOn) override { Note(goOn ? "watch" : "watch no more"); }
   void RefuseWrites() override { Note("refuse"); }
   std::int64_t DataVersion() override { return 7; }
@@ -81,14 +82,16 @@ TEST_F(DatabaseTest, WhateverIsAskedReachesTheStoreBehindIt) {
   db.OpenSnapshot("s");
   db.OpenDynaset("d");
   db.OpenAppender("Band");
+  db.OpenReader();
   db.Watch([] { return true; });
   db.Watch(nullptr);
   db.RefuseWrites();
+  EXPECT_EQ(db.DataVersion(), 7);
   EXPECT_EQ(db.QueryPlan("p"), "SCAN");
   EXPECT_EQ(db.Counters().rowsStepped, 1);
   EXPECT_THAT(notes_, ElementsAre("begin", "execute delete * from Log", "commit", "rollback",
-                                  "table Log", "snapshot s", "dynaset d", "appender Band", "watch",
-                                  "watch no more", "refuse", "plan p"));
+                                  "table Log", "snapshot s", "dynaset d", "appender Band", "reader",
+                                  "watch", "watch no more", "refuse", "plan p"));
 }
 
 TEST_F(DatabaseTest, AClosedOneRefusesEveryUse) {
@@ -106,7 +109,9 @@ TEST_F(DatabaseTest, AClosedOneRefusesEveryUse) {
     EXPECT_EQ(ErrorOf([&] { db->OpenSnapshot("s"); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->OpenDynaset("d"); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->OpenAppender("Log"); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { db->OpenReader(); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->RefuseWrites(); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { db->DataVersion(); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->QueryPlan("p"); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->Counters(); }), 3420);
     db->Close();

@@ -1,6 +1,9 @@
 #include "file/online_copy.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <iterator>
@@ -69,6 +72,41 @@ TEST_F(OnlineCopyTest, OneThatHasNoPlaceLeavesNoFileOpen) {
   const auto before = opened();
   EXPECT_NE(ErrorOf([&] { OnlineCopy(scratch_.File(), to_); }), 0);
   EXPECT_EQ(opened(), before);
+}
+
+// Whether another process sees a lock of this one's on the bytes by which SQLite says that a
+// database is in use.
+bool IsSeenInUse(const std::filesystem::path& database) {
+  const pid_t child = fork();
+  if (child == 0) {
+    constexpr off_t kShared = 0x40000002, kSize = 510;
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = kShared;
+    lock.l_len = kSize;
+    const int file = open(database.c_str(), O_RDWR);
+    _exit(fcntl(file, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK ? 1 : 0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) && WEXITSTATUS(status) == 1;
+}
+
+TEST_F(OnlineCopyTest, WhatIsCopiedStaysInUseForOtherProgramsWhichWouldElseDropItsJournal) {
+  engine::Database database = scratch_.Open();
+  AddContact(database, 2001, "I1AAA");
+  EXPECT_TRUE(IsSeenInUse(scratch_.File()));
+  {
+    OnlineCopy copy(scratch_.File(), to_);
+    while (copy.Step(1000)) {
+    }
+  }
+  EXPECT_TRUE(IsSeenInUse(scratch_.File()));
+  RequireOurFile(scratch_.File());
+  EXPECT_TRUE(IsSeenInUse(scratch_.File()));
+  database.Close();
+  EXPECT_FALSE(IsSeenInUse(scratch_.File()));
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ includes=$3
 
 low="base"
 middle="core engine forms geo platform $low"
-frame="frame upkeep"
+frame="frame upkeep worked"
 windows="log contest awards maps print links tables adif"
 may_see() {
   case $1 in
@@ -23,6 +23,7 @@ may_see() {
     forms) echo "forms platform $low" ;;
     recorder) echo "recorder forms platform $low" ;;
     core) echo "file $middle" ;;
+    worked) echo "worked $middle" ;;
     upkeep) echo "upkeep file $middle" ;;
     frame) echo "$frame $middle" ;;
     log|contest|awards|links|tables|adif) echo "$1 $middle" ;;

@@ -16,7 +16,7 @@ fail() {
 station=$work/station
 cmake --install "$build" --prefix "$station" > "$work/log" || fail "$(cat "$work/log")"
 for file in brenvo Brenvo.mdb Brenvo.HLP Manuale.html manuale/LogForm.png Country.html logv.rpt \
-  tnc.mnu 2m.wav MappaEuropa.jpg; do
+  tnc.mnu Lavorati.csv 2m.wav MappaEuropa.jpg; do
   [ -e "$station/$file" ] || fail "$file is not installed"
 done
 starts_on "$station" "$station/brenvo"

@@ -220,6 +220,16 @@ TEST_F(Devices, SettingsAreKeptBySectionAndKey) {
   EXPECT_EQ(machine.Settings().GetSetting("Contest", "X", "120"), "120");
 }
 
+TEST_F(Devices, WorkInTheBackgroundIsDoneWhenSomebodyAsksForItsEnd) {
+  int done = 0;
+  const auto work = machine.RunInBackground([&](const std::stop_token&) { ++done; });
+  const auto dropped = machine.RunInBackground([&](const std::stop_token&) { done += 10; });
+  EXPECT_EQ(done, 0);
+  EXPECT_TRUE(work->HasEnded());
+  EXPECT_TRUE(work->HasEnded());
+  EXPECT_EQ(done, 1);
+}
+
 TEST(RecordingPlatform, HandsItsLinesToItsOwner) {
   std::string heard;
   RecordingPlatform machine([&](std::string line) { heard = line; });

@@ -93,3 +93,17 @@ for name in Brenvo.mdb Zone.html waves/A.wav; do
 done
 [ ! -s "$work/out" ] || fail "half a file was kept as changed"
 [ ! -e "$work/full/.delivered.part" ] || fail "what was begun is left"
+
+# Rules that the operator changed stay, and so do those that he wrote beside ours.
+write "$from/Lavorati.csv" "one"
+"$deliver" "$from" "$to" > "$work/out"
+write "$to/Lavorati propri.csv" "mine"
+write "$from/Lavorati.csv" "two"
+"$deliver" "$from" "$to" > "$work/out"
+holds Lavorati.csv "two"
+holds "Lavorati propri.csv" "mine"
+write "$to/Lavorati.csv" "changed"
+write "$from/Lavorati.csv" "three"
+"$deliver" "$from" "$to" > "$work/out"
+holds Lavorati.csv "changed"
+grep -q 'kept as changed: Lavorati.csv' "$work/out" || fail "the kept rules are not named"

@@ -21,12 +21,13 @@
 
 namespace brenvo {
 
-// A scratch application directory with the delivered database.
+// A scratch application directory with the delivered database and rules.
 class ScratchStationDirectory : public ScratchDirectory {
  public:
   ScratchStationDirectory() {
     LeaveFilesUnsynced();
     std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb", Path() / "Brenvo.mdb");
+    std::filesystem::copy_file(SourceDir() / "data/rules/Lavorati.csv", Path() / "Lavorati.csv");
   }
 };
 

@@ -2,6 +2,8 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <future>
+#include <thread>
 #include <QAudioDevice>
 #include <QElapsedTimer>
 #include <QFile>
@@ -19,6 +21,7 @@
 #include "ui/qt_tcp_client.h"
 #include "ui/qt_wave_player.h"
 #include "ui/text.h"
+#include "ui/thread_work.h"
 #include "ui/wave_file.h"
 
 namespace brenvo::ui {
@@ -401,6 +404,30 @@ TEST_F(Devices, OnlyTheYesButtonConfirms) {
     }
   });
   EXPECT_TRUE(messages.AskYesNo("Azzeramento Log", "Confermi l'operazione ?"));
+}
+
+TEST_F(Devices, WorkInTheBackgroundRunsBesideTheProgramsOwn) {
+  std::promise<void> goOn;
+  int done = 0;
+  ThreadWork work([&](const std::stop_token&) {
+    goOn.get_future().wait();
+    done = 7;
+  });
+  EXPECT_FALSE(work.HasEnded());
+  goOn.set_value();
+  EXPECT_TRUE(WaitFor([&] { return work.HasEnded(); }));
+  EXPECT_EQ(done, 7);
+}
+
+TEST_F(Devices, WorkInTheBackgroundThatGoesIsStoppedAndWaitedFor) {
+  bool stopped = false;
+  {
+    ThreadWork work([&](const std::stop_token& stop) {
+      while (!stop.stop_requested()) std::this_thread::yield();
+      stopped = true;
+    });
+  }
+  EXPECT_TRUE(stopped);
 }
 
 TEST(Clock, TellsUtcAsTheSystemDoes) {

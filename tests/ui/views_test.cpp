@@ -214,7 +214,8 @@ INSTANTIATE_TEST_SUITE_P(
                       "SField", "SSQuare", "SPrefissi", "SContinenti", "SZone", "SCountry",
                       "SProvincie", "SNote", "Hrd", "HrdMode", "MappaSquare", "StampaQsl", "TNC",
                       "TNCtelnet", "WWConv", "FT736", "DX", "User", "TabellaPrefissi",
-                      "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help", "Preferenze"),
+                      "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help", "Preferenze",
+                      "Stazioni", "Storia", "OraDelLog", "ConvertiOra"),
     [](const auto& parameter) { return std::string(parameter.param); });
 
 // A window of the family: the keys are those of all of them.

@@ -3,8 +3,8 @@
 #
 # Everything is replaced but what is the operator's: an existing database and settings file always
 # stay, and so does the place of a database that an interrupted compaction left under another name;
-# a database is brought up to date, where the maker stands beside FROM; templates, menus and
-# report layouts stay when they were changed since the last delivery,
+# a database is brought up to date, where the maker stands beside FROM; templates, menus, report
+# layouts and rules stay when they were changed since the last delivery,
 # which DIR/.delivered remembers by checksum. A file that stays is named on the standard output.
 set -eu
 
@@ -54,7 +54,7 @@ if [ -z "$(ls -A "$to" | grep -v '^\.delivered\.new$')" ]; then
   cp -Rp "$from/." "$part"
   mv -f "$part"/* "$to"
   rmdir "$part"
-  names \( -name '*.mnu' -o -name '*.html' -o -name '*.rpt' \) | while IFS= read -r name; do
+  names \( -name '*.mnu' -o -name '*.html' -o -name '*.rpt' -o -name '*.csv' \) | while IFS= read -r name; do
     remember "$name" "$(checksum "$from/$name")"
   done
   mv -f "$new" "$manifest"
@@ -81,7 +81,7 @@ names | while IFS= read -r name; do
     Brenvo.ini)
       [ -e "$to/$name" ] || put "$name"
       ;;
-    *.mnu | *.html | *.rpt)
+    *.mnu | *.html | *.rpt | *.csv)
       offered=$(checksum "$from/$name")
       if [ ! -e "$to/$name" ]; then
         put "$name"

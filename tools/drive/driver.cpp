@@ -68,6 +68,7 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
       {"hover", 1, 1, &Driver::Hover},
       {"tick", 2, 3, &Driver::TickField},
       {"press", 1, 1, &Driver::PressField},
+      {"undo", 0, 0, &Driver::Undo},
       {"click", 1, 3, &Driver::Click},
       {"dblclick", 1, 3, &Driver::DoubleClick},
       {"column", 2, 2, &Driver::Column},
@@ -263,6 +264,8 @@ void Driver::TickField(const Words& words) {
 }
 
 void Driver::PressField(const Words& words) { Press(ReachField(words[0])); }
+
+void Driver::Undo(const Words&) { Press(ReachField("LogForm.cmAnnulla")); }
 
 void Driver::Click(const Words& words) {
   ClickAt(ReachField(words[0]), NumberAt(words, 1), NumberAt(words, 2));

@@ -6,11 +6,15 @@
 #include <string_view>
 
 #include "adif/importa_adif.h"
+#include "core/log_contact.h"
 #include "core/log_time.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
+#include "core/station_profile.h"
+#include "core/stations.h"
 #include "file/database_file.h"
 #include "forms/field_visit.h"
+#include "history/take_back.h"
 
 namespace brenvo::screens {
 namespace {
@@ -122,6 +126,46 @@ forms::Window* LogInLocalTime(core::Session& session) {
   return nullptr;
 }
 
+// A station on a hill beside the one at home.
+forms::Window* HomeAndHill(core::Session& session) {
+  core::CurrentStation(session.Db);
+  core::StationRow hill;
+  hill.Nome = "Monte Grappa";
+  hill.Tipo = core::kStationKinds[1];
+  hill.Call = core::ProfileText(session, "Call") + "/P";
+  hill.Locator = "JN55VU";
+  hill.Provincia = "TV";
+  hill.Country = "I";
+  hill.Altezza = 1775;
+  hill.RTX = "IC-705";
+  hill.Antenna = "Yagi 5 elementi";
+  hill.Dal = hill.Al = base::DateTime::Of(2025, 7, 5);
+  core::FindOrStoreStation(session.Db, hill);
+  return Open(session, "Stazioni");
+}
+
+// Some works on the contacts, one of them taken back.
+forms::Window* PastWorks(core::Session& session) {
+  engine::Table& log = *session.Tables.TbLog;
+  log.SetIndex("");
+  log.MoveLast();
+  const auto set = [&](std::string_view column, std::string_view value) {
+    session.Contacts.Change(core::ContactTable::kLog, log,
+                            [&](engine::EditableRecordset& row) { row.Set(column, value); });
+  };
+  set(core::column::kQra, "Francesca");
+  session.Contacts.ChangeMany("Assegnazione Prefissi", {core::ContactTable::kLog}, [&] {
+    for (int i = 0; i < 3; ++i, log.MovePrevious()) set(core::column::kManager, "DL1XYZ");
+    return true;
+  });
+  session.Contacts.Delete(core::ContactTable::kLog, log);
+  history::TakeBack(session, *history::LastWork(session));
+  forms::Window* const window = Open(session, "Storia");
+  FieldOf<forms::DataGrid>(*window, "Tabella").SetCurrent(3, 0);
+  FieldOf<forms::DataGrid>(*window, "Tabella").ClickCell(3, 0);
+  return window;
+}
+
 // What another program has written, before it comes in.
 forms::Window* FileToImport(core::Session& session) {
   const std::filesystem::path file = session.AppPath / "2024.adi";
@@ -229,6 +273,8 @@ std::vector<Picture> AllPictures() {
       DialogOf("Brenvo", "cmOraDelLog", "OraDelLog"),
       {"ConvertiOra", LogInLocalTime, "ConvertiOra"},
       {"Brenvo", StationAtWork},
+      {"Stazioni", HomeAndHill},
+      {"Storia", PastWorks},
   };
 }
 

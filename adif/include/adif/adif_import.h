@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <ostream>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,8 @@ struct ImportCounts {
   std::int64_t refused = 0;
   std::int64_t moved = 0;    // of the fresh: those whose second another mode had already
   std::int64_t repairs = 0;  // fields of records not refused whose lengths were wrong
+  // Of the stored ones; some hundred at most, whatever a file brings.
+  std::set<std::string> bands;
 };
 
 struct FirstRecord {

@@ -37,11 +37,6 @@ bool IsColumnField(std::string_view name);
 // Whether a field of the columns has a value that the standard allows.
 bool IsValidColumnField(const AdifField& field);
 
-// The satellite's shorthand in a note, "[AO-7/B/SSB]"; all empty when the note is none.
-struct SatelliteNote {
-  std::string satellite, satelliteMode, mode;
-};
-SatelliteNote ParseSatelliteNote(std::string_view note);
 inline constexpr std::string_view kSatellite = "Satellite";  // as a mode and as a propagation
 
 // A kept field whose own name would not be valid, or would not bring its text over.

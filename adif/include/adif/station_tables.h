@@ -19,6 +19,9 @@ struct PrefixFacts {
   double ZonaCQ = 0, ZonaITU = 0;
 };
 
+// " 20 m" and "70cm" as the standard writes them.
+std::string PlainBand(std::string_view banda);
+
 class StationTables {
  public:
   explicit StationTables(core::Session& session);

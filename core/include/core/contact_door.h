@@ -73,6 +73,10 @@ class ContactDoor {
   };
   Appender OpenAppender();
 
+  // Contacts that another program has written into the file get their names and stations; announced
+  // as any other work. Gives how many there were.
+  std::int64_t AdoptOthers();
+
   // The number of the station that new contacts belong to; asked again once StationChanged is
   // called.
   std::int64_t CurrentStation();

@@ -13,6 +13,8 @@
 
 namespace brenvo::core {
 
+class History;
+
 struct ContactOrigin {
   std::string uuid;
   std::int64_t station = 0;  // of Stazioni
@@ -30,8 +32,9 @@ std::string DerivedName(std::string_view ownCall, std::string_view call, base::D
 std::int64_t ContactsWithoutOrigin(engine::Database& database);
 // Gives them their derived names and their stations, by their days, a transaction for some
 // thousands each; `tell` hears how many have them. Gives how many there were. No transaction may be
-// open.
+// open. With a history the contacts are a work's.
 std::int64_t AdoptContacts(engine::Database& database,
-                           const std::function<void(std::int64_t done)>& tell);
+                           const std::function<void(std::int64_t done)>& tell,
+                           History* past = nullptr);
 
 }  // namespace brenvo::core

@@ -56,8 +56,10 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"ImportaAdif", kHelpImportaAdif},
     {"EsportaAdif", kHelpEsportaAdif},
     {"Preferenze", 790},
-    {"OraDelLog", 792},
-    {"ConvertiOra", 794}};
+    {"Stazioni", 792},
+    {"Storia", 794},
+    {"OraDelLog", 796},
+    {"ConvertiOra", 798}};
 
 // The first page for a window without one.
 constexpr int HelpTopicOf(std::string_view window) {

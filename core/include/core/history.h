@@ -42,6 +42,7 @@ class History {
   void KeepContestQsos(std::string_view where);
   void KeepContests(std::string_view where);
   void BroughtContestQso(base::DateTime date, std::string_view band, std::int64_t serial);
+  void BroughtContest(base::DateTime date, std::string_view band);
 
   // Before the commit; then what came of it.
   void Flush();

@@ -67,6 +67,7 @@ const LogColumn* ColumnTooSmall(const LogContact& contact);
 
 // A row that holds all columns in the order of the table, QsoNr first.
 LogContact ReadContact(engine::Recordset& row);
+LogContact ContactOf(std::span<const engine::Value> row);
 // In the order of LogColumns.
 std::vector<engine::Value> RowOf(const LogContact& contact);
 // Between Edit and Update.

@@ -1,4 +1,5 @@
-// The operator's own tags in the notes of contacts: "[DCI/MI001/Castello Sforzesco]".
+// Tags in the notes of contacts: the operator's own, "[DCI/MI001/Castello Sforzesco]", and the
+// satellite's.
 #pragma once
 
 #include <optional>
@@ -15,5 +16,12 @@ std::string NoteWords(std::string_view selection);
 // found without regard to case, as the selection finds them. Nothing when the words or the bracket
 // are missing.
 std::optional<std::string> NoteTag(std::string_view note, std::string_view words);
+
+// The satellite's shorthand in a note, "[AO-7/B/SSB]", as pieces of the note; all empty when the
+// note is none.
+struct SatelliteNote {
+  std::string_view satellite, satelliteMode, mode;
+};
+SatelliteNote ParseSatelliteNote(std::string_view note);
 
 }  // namespace brenvo::core

@@ -39,6 +39,7 @@ struct OwnStation {
   std::string MyLocator;
   std::string ManagerPath;
   forms::Signal<> ProfileStored;
+  forms::Signal<> CurrentChanged;  // the station of new contacts
 };
 
 // What a window hands to the one that it opens.

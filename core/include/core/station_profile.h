@@ -11,6 +11,9 @@ namespace brenvo::core {
 
 class Session;
 
+// The call of a profile that nobody has filled in.
+inline constexpr std::string_view kDeliveredCall = "I0XXX";
+
 // A column of User as text, empty for Null.
 std::string ProfileText(Session& session, std::string_view column);
 

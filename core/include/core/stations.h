@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/date.h"
 #include "engine/database.h"
@@ -21,10 +22,17 @@ struct StationRow {
   friend bool operator==(const StationRow&, const StationRow&) = default;
 };
 
-inline constexpr std::string_view kStationKinds[] = {"Casa", "Portatile", "Club", "Da file"};
+inline constexpr std::string_view kStationOfFile = "Da file";
+inline constexpr std::string_view kStationKinds[] = {"Casa", "Portatile", "Club", kStationOfFile};
+
+// "Casa IK3ABC JN65AA".
+std::string TitleOf(const StationRow& station);
 
 // Nothing when there is none of that number.
 std::optional<StationRow> FindStation(engine::Database& database, std::int64_t number);
+// By their numbers.
+std::vector<StationRow> AllStations(engine::Database& database);
+void DeleteStation(engine::Database& database, std::int64_t number);
 // Gives the number: a new one when the station has none yet.
 std::int64_t StoreStation(engine::Database& database, const StationRow& station);
 // The station that is the same but for its number, name, kind and dates; stored when there is none.
@@ -36,6 +44,8 @@ bool HasContacts(engine::Database& database, std::int64_t station);
 StationRow StationOfProfile(engine::Database& database);
 // The number of the current one; while there is none, the profile's is stored and becomes it.
 std::int64_t CurrentStation(engine::Database& database);
+// The same without storing anything: while there is none, what the profile says.
+StationRow CurrentStationRow(engine::Database& database);
 void SetCurrentStation(engine::Database& database, std::int64_t station);
 // The one whose days hold the time, the last of several; else the current one.
 std::int64_t StationAt(engine::Database& database, base::DateTime time);

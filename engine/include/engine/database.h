@@ -43,6 +43,9 @@ class Database {
   std::unique_ptr<Dynaset> OpenDynaset(std::string_view select);
   std::unique_ptr<RowAppender> OpenAppender(std::string_view table);
 
+  // To read what is stored by now on another thread. It must be gone before the database is closed.
+  std::unique_ptr<Reader> OpenReader();
+
   // From now on, `goOn` is asked every few milliseconds while a statement works. Once it gives
   // false, what works long is DatabaseError 3059, and a transaction that writes then is rolled
   // back. It may not use the database, which answers it with DatabaseError 3260. Empty for none.

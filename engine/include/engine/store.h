@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/reader.h"
 #include "engine/recordset.h"
 
 namespace brenvo::engine {
@@ -39,6 +40,7 @@ class Store {
   virtual std::unique_ptr<Snapshot> OpenSnapshot(std::string_view select) = 0;
   virtual std::unique_ptr<Dynaset> OpenDynaset(std::string_view select) = 0;
   virtual std::unique_ptr<RowAppender> OpenAppender(std::string_view table) = 0;
+  virtual std::unique_ptr<Reader> OpenReader() = 0;
 
   virtual void Watch(std::function<bool()> goOn) = 0;
   virtual void RefuseWrites() = 0;

@@ -15,6 +15,7 @@
 #include "upkeep/backup.h"
 #include "upkeep/converti_ora.h"
 #include "upkeep/maintenance.h"
+#include "worked/keeper.h"
 
 namespace brenvo::frame {
 
@@ -37,10 +38,14 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void DisplayMap(std::string_view request) override;
   // The day's copy of the database in work. Null until the frame has loaded.
   std::unique_ptr<upkeep::DailyBackup> Backup;
+  // What is worked and confirmed. Null until the frame has loaded.
+  std::unique_ptr<worked::Keeper> Worked;
   // What the station has to say by itself.
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
   // What to do first, on the empty map, as long as the profile is the delivered one.
   forms::Label PrimoPasso{*this, "PrimoPasso"};
+  // The station that new contacts belong to.
+  forms::Label Stazione{*this, "Stazione"};
   // The time in UTC and here; empty when the operator does not want it.
   forms::Label Orologi{*this, "Orologi"};
   // The rectangle that the operator drew on the map, viewport pixels.
@@ -131,13 +136,14 @@ class MainFrame : public forms::Window, public core::MapDoor {
                           "&WWConv telnet",
                           {.shortcut = "Ctrl+Shift+T", .run = [this] { OpenSingle("WWConv"); }}};
 
-  forms::Menu menuUtility{*this,
-                          "menu4",
-                          "&Utility",
-                          {&Propagazione, &cmLoadDesktop, &cmSaveDesktop, &cmPrefissi, &cmCountry,
-                           &cmProvincie, &cmNoteHelp, &cmUtente, &cmCompatta, &cmAssegnaPrefissi,
-                           &cmAzzeraLog, &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif,
-                           &cmEsportaAdif, &cmPreferenze, &cmOraDelLog, &cmConvertiOra}};
+  forms::Menu menuUtility{
+      *this,
+      "menu4",
+      "&Utility",
+      {&Propagazione, &cmLoadDesktop,   &cmSaveDesktop,      &cmPrefissi,    &cmCountry,
+       &cmProvincie,  &cmNoteHelp,      &cmUtente,           &cmCompatta,    &cmAssegnaPrefissi,
+       &cmAzzeraLog,  &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
+       &cmPreferenze, &cmStazioni,      &cmStoria,           &cmOraDelLog,   &cmConvertiOra}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -182,6 +188,12 @@ class MainFrame : public forms::Window, public core::MapDoor {
                               "Preferenze...",
                               {.shortcut = "Ctrl+,", .run = [this] { OpenSingle("Preferenze"); }}};
 
+  forms::Command cmStazioni{
+      *this, "cmStazioni", "Stazioni...", {.run = [this] { OpenSingle("Stazioni"); }}};
+  forms::Command cmStoria{*this,
+                          "cmStoria",
+                          "Storia...",
+                          {.shortcut = "Ctrl+Shift+Z", .run = [this] { OpenSingle("Storia"); }}};
   forms::Command cmOraDelLog{
       *this, "cmOraDelLog", "Ora del log...", {.run = [this] { OpenModal("OraDelLog"); }}};
   forms::Command cmConvertiOra{*this, "cmConvertiOra", "Converti ora...", {.run = [this] {
@@ -214,12 +226,14 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void OpenTerminal();
   void AssignPrefixes();
   void PutBackACopy();
+  void FollowProfile();
+  void ShowStation();
   void BringUpToDate();
   void ShowFirstStep();
   void ShowClocks();
 
   core::Session& session_;
-  forms::Subscription profileStored_, choiceChanged_;
+  forms::Subscription logRead_, reopened_, stationChanged_, profileStored_, choiceChanged_;
   std::unique_ptr<platform::Timer> clockTimer_;
 };
 

@@ -85,6 +85,8 @@ class LogForm : public core::LogWindow {
   forms::Panel Panel3D1{*this, "Panel3D1", {.hint = ""}};
   forms::Panel PanelGriglia{*this, "PanelGriglia"};
   forms::DataGrid DataGrid1{*this, "DataGrid1"};
+  // What was done last.
+  forms::Label Avviso{*this, "Avviso"};
   // Panel 1 hints, 2 the call, 3 the country, 4 the square.
   forms::StatusBar StatusBar1{*this, "StatusBar1", 4};
   forms::ToolBar Toolbar1{
@@ -209,6 +211,13 @@ class LogForm : public core::LogWindow {
                         {.tip = "Chiude il log",
                          .run = [this] { Close(); },
                          .enabled = [this] { return ShowsFields(); }}};
+  // Not on the tool bar: a key that works in both views.
+  forms::Command cmAnnulla{*this,
+                           "cmAnnulla",
+                           "Annulla",
+                           {.tip = "Riprende l'ultimo lavoro sui contatti",
+                            .shortcut = "Ctrl+Z",
+                            .run = [this] { TakeBackLast(); }}};
   forms::Command cmQtr{*this,
                        "cmQtr",
                        "Ora",
@@ -217,6 +226,9 @@ class LogForm : public core::LogWindow {
                         .run = [this] { SetTime(); },
                         .hint = "Imposta l'ora attuale"}};
 
+  // The last work on the contacts, whoever did it, is taken back; what came of it is told in
+  // Avviso.
+  void TakeBackLast();
   void InsertQso();
   void UpdateQso();
   void DeleteQso();

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/background.h"
 #include "platform/clock.h"
 #include "platform/message_box.h"
 #include "platform/picture_viewer.h"
@@ -37,6 +38,7 @@ class Platform {
   virtual std::unique_ptr<TcpClient> MakeTcpClient(std::string_view window) = 0;
   virtual std::unique_ptr<WavePlayer> MakeWavePlayer() = 0;
 
+  virtual std::unique_ptr<BackgroundWork> RunInBackground(Background work) = 0;
   // Bits that nobody can foresee.
   virtual std::uint64_t Random() = 0;
   virtual void Beep() = 0;

@@ -11,6 +11,7 @@
 
 #include "forms/window_platform.h"
 #include "recorder/fake_clock.h"
+#include "recorder/later_work.h"
 #include "recorder/line_sink.h"
 #include "recorder/memory_settings.h"
 #include "recorder/quote.h"
@@ -50,6 +51,9 @@ class RecordingPlatform : public forms::WindowPlatform {
     return tcp_.Make(window);
   }
   std::unique_ptr<platform::WavePlayer> MakeWavePlayer() override { return waves_.MakePlayer(); }
+  std::unique_ptr<platform::BackgroundWork> RunInBackground(platform::Background work) override {
+    return std::make_unique<LaterWork>(std::move(work));
+  }
   // The same from run to run: one number after the other, well mixed.
   std::uint64_t Random() override;
   void Beep() override { sink_("beep"); }

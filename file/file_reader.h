@@ -1,0 +1,24 @@
+// A database file read from beside whoever works on it.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "connection.h"
+#include "engine/reader.h"
+
+namespace brenvo::file {
+
+class FileReader final : public engine::Reader {
+ public:
+  // A file that this process has open already. DatabaseError when it cannot be opened again.
+  explicit FileReader(const std::filesystem::path& file);
+
+  bool ForEach(std::string_view select,
+               const std::function<bool(engine::Reader::Row& row)>& see) override;
+
+ private:
+  Connection connection_;
+};
+
+}  // namespace brenvo::file
