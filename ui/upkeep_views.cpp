@@ -13,7 +13,10 @@ Piece OraDelLogView() {
                  Line({Space(), Item("cmUtc"), Item("cmLocale"), Item("cmExit")})});
 }
 
-Piece ConvertiOraView() { return TableView({Item("Qso"), Item("Periodo")}, Item("Spiegazione")); }
+Piece ConvertiOraView() {
+  return TableView(
+      {}, Column({Form({Line({Item("Qso"), Wide(Item("Periodo"))})}), Item("Spiegazione")}));
+}
 
 }  // namespace
 

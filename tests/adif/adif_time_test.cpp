@@ -62,10 +62,8 @@ TEST_F(AdifTime, TheFileThatGoesOutIsTheSameWhicheverTimeTheLogIsIn) {
   const std::string inUtc = Export();
   EmptyTheLog();
   KeepIn(core::LogTime::kLocal);
-  Import(Write("a.adi", kFile));
-  EXPECT_EQ(Export(), inUtc);
-  EmptyTheLog();
   Import(Write("b.adi", inUtc));
+  EXPECT_EQ(Times()[1], "IK3BBB 2024-07-02 01:30:15");
   EXPECT_EQ(Export(), inUtc);
 }
 

@@ -207,17 +207,16 @@ TEST_F(StationScreen, TheTransceiversKeysStayWhereTheyAreWhenItsFieldsCome) {
   session.Windows.RunEvent([&] { session.Windows.Unload(*panel); });
 }
 
-INSTANTIATE_TEST_SUITE_P(Station, EachWindow,
-                         ::testing::Values("LogForm", "LogSearch", "OldQsoForm", "OldQsoLocator",
-                                           "Contest", "ContestQso", "ContestNewQso",
-                                           "CheckCallContest", "ContestSearch", "StatSel", "SField",
-                                           "SSQuare", "SPrefissi", "SContinenti", "SZone",
-                                           "SCountry", "SProvincie", "SNote", "Hrd", "HrdMode",
-                                           "MappaSquare", "StampaQsl", "TNC", "TNCtelnet", "WWConv",
-                                           "FT736", "DX", "User", "TabellaPrefissi",
-                                           "TabellaCountry", "TabellaProvincie", "TabellaNote",
-                                           "Help", "Preferenze", "Stazioni", "Storia"),
-                         [](const auto& parameter) { return std::string(parameter.param); });
+INSTANTIATE_TEST_SUITE_P(
+    Station, EachWindow,
+    ::testing::Values("LogForm", "LogSearch", "OldQsoForm", "OldQsoLocator", "Contest",
+                      "ContestQso", "ContestNewQso", "CheckCallContest", "ContestSearch", "StatSel",
+                      "SField", "SSQuare", "SPrefissi", "SContinenti", "SZone", "SCountry",
+                      "SProvincie", "SNote", "Hrd", "HrdMode", "MappaSquare", "StampaQsl", "TNC",
+                      "TNCtelnet", "WWConv", "FT736", "DX", "User", "TabellaPrefissi",
+                      "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help", "Preferenze",
+                      "Stazioni", "Storia", "OraDelLog", "ConvertiOra"),
+    [](const auto& parameter) { return std::string(parameter.param); });
 
 // A window of the family: the keys are those of all of them.
 class TheTableWindow : public StationScreen {

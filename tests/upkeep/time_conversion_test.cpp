@@ -8,6 +8,7 @@
 
 #include "core/log_time.h"
 #include "core/own_values.h"
+#include "history/take_back.h"
 #include "tests/support/station.h"
 
 namespace brenvo::upkeep {
@@ -207,6 +208,20 @@ TEST_F(TimeConversionTest, IsOneWorkThatAnnouncesItself) {
   EXPECT_TRUE(Convert());
   EXPECT_EQ(told, 1);
   EXPECT_THAT(Rows("select Titolo,Qso from Storia"), ElementsAre("Converti ora|2"));
+}
+
+TEST_F(TimeConversionTest, TakenBackItIsALogInLocalTimeAgainWithTheTimesOfBefore) {
+  Log("2024-03-31 03:10:00", "IK3AAA");
+  Log("2024-03-31 02:10:00", "IK3AAA");
+  Log("2024-03-31 04:10:00", "IK3AAA");
+  const Texts before = Times();
+  EXPECT_TRUE(Convert());
+  const Texts after = Times();
+  EXPECT_EQ(history::TakeBack(session, history::LastWork(session).value()).left, 0);
+  EXPECT_EQ(Times(), before);
+  EXPECT_EQ(core::LogTimeOf(session), core::LogTime::kLocal);
+  EXPECT_TRUE(Convert());
+  EXPECT_EQ(Times(), after);
 }
 
 TEST_F(TimeConversionTest, OneThatIsStoppedLeavesEverythingAsItWas) {
