@@ -42,7 +42,7 @@ StationRow Read(engine::Recordset& row) {
                            },
                            [&](double StationRow::*member) { station.*member = value.Number(); },
                            [&](std::optional<base::DateTime> StationRow::*member) {
-                             station.*member = value.ReadableDate();
+                             station.*member = value.IsNull() ? std::nullopt : value.ReadableDate();
                            }},
                column.member);
   }

@@ -16,10 +16,10 @@ Piece LogFormView() {
        Frame("Collegamento",
              Form({Line({Item("Banda"), Item("Frequenza"), Item("Modo"), Item("QrkDato")}),
                    Line({Item("Potenza"), Item("Propagazione"), Space(), Item("QrkRicevuto")})})),
-       Frame("Qsl", Line({Item("QslDaInviare"), Item("QslInviata"), Item("QslRicevuta"), Space()})),
+       Frame("Qsl", Line({Item("QslDaInviare"), Item("QslInviata"), Item("QslRicevuta"), Space(),
+                          Item("Avviso")})),
        Form({Item("Note")})});
-  return Column({Either("PanelGriglia", Column({Item("DataGrid1")}), Framed("Panel3D1", fields)),
-                 Item("Avviso")});
+  return Either("PanelGriglia", Column({Item("DataGrid1")}), Framed("Panel3D1", fields));
 }
 
 Piece LogSearchView() {

@@ -169,21 +169,21 @@ TEST_F(MakingADatabase, HasTakenAllStepsAlready) {
 
 TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
   Make();
-  Query(Out(), "DROP TABLE Storia");
-  Query(Out(), "DROP TABLE StoriaNuovi");
-  Query(Out(), "DROP TABLE StoriaLog");
-  Query(Out(), "DROP TABLE StoriaCampi");
-  Query(Out(), "DROP TABLE StoriaContestQso");
-  Query(Out(), "DROP TABLE StoriaContest");
-  Query(Out(), "DROP TABLE StoriaScelta");
-  Query(Out(), "DELETE FROM Passi WHERE Passo = 3");
+  (void)Query(Out(), "DROP TABLE Storia");
+  (void)Query(Out(), "DROP TABLE StoriaNuovi");
+  (void)Query(Out(), "DROP TABLE StoriaLog");
+  (void)Query(Out(), "DROP TABLE StoriaCampi");
+  (void)Query(Out(), "DROP TABLE StoriaContestQso");
+  (void)Query(Out(), "DROP TABLE StoriaContest");
+  (void)Query(Out(), "DROP TABLE StoriaScelta");
+  (void)Query(Out(), "DELETE FROM Passi WHERE Passo = 3");
   EXPECT_THAT(mkdatabase::CompleteDatabase(folder_, kToday), ElementsAre("Storia dei contatti"));
   EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
   EXPECT_THAT(Query(Out(), "SELECT Lavoro FROM Storia"), IsEmpty());
 }
 
 TEST_F(MakingADatabase, WhatIsNoDatabaseIsNotCompleted) {
-  std::ofstream(Out());
+  const std::ofstream empty(Out());
   EXPECT_THROW((void)mkdatabase::CompleteDatabase(folder_, kToday), std::runtime_error);
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "core/contact_origin.h"
 #include "core/prefix.h"
 #include "core/session.h"
 #include "core/station_profile.h"
@@ -229,6 +230,7 @@ void FillDemonstration(core::Session& session, int contacts) {
   }
   WriteContest(session, stations, dice);
   transaction.Commit();
+  core::AdoptContacts(session.Db, [](std::int64_t) {});
   session.Tables.TbUser->MoveFirst();
 }
 
