@@ -17,7 +17,7 @@ Piece LogFormView() {
              Form({Line({Item("Banda"), Item("Frequenza"), Item("Modo"), Item("QrkDato")}),
                    Line({Item("Potenza"), Item("Propagazione"), Space(), Item("QrkRicevuto")})})),
        Frame("Qsl", Line({Item("QslDaInviare"), Item("QslInviata"), Item("QslRicevuta"), Space(),
-                          Item("Avviso")})),
+                          Item("Avviso"), Item("cmAnnulla")})),
        Form({Item("Note")})});
   return Either("PanelGriglia", Column({Item("DataGrid1")}), Framed("Panel3D1", fields));
 }

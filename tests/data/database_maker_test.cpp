@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <fstream>
 #include <stdexcept>
@@ -169,14 +170,15 @@ TEST_F(MakingADatabase, HasTakenAllStepsAlready) {
 
 TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
   Make();
-  (void)Query(Out(), "DROP TABLE Storia");
-  (void)Query(Out(), "DROP TABLE StoriaNuovi");
-  (void)Query(Out(), "DROP TABLE StoriaLog");
-  (void)Query(Out(), "DROP TABLE StoriaCampi");
-  (void)Query(Out(), "DROP TABLE StoriaContestQso");
-  (void)Query(Out(), "DROP TABLE StoriaContest");
-  (void)Query(Out(), "DROP TABLE StoriaScelta");
-  (void)Query(Out(), "DELETE FROM Passi WHERE Passo = 3");
+  sqlite3* file = nullptr;
+  sqlite3_open(Out().c_str(), &file);
+  for (const char* table : {"Storia", "StoriaNuovi", "StoriaLog", "StoriaCampi", "StoriaContestQso",
+                            "StoriaContest", "StoriaScelta"}) {
+    const std::string drop = std::string("DROP TABLE ") + table;
+    EXPECT_EQ(sqlite3_exec(file, drop.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+  }
+  sqlite3_exec(file, "DELETE FROM Passi WHERE Passo = 3", nullptr, nullptr, nullptr);
+  sqlite3_close(file);
   EXPECT_THAT(mkdatabase::CompleteDatabase(folder_, kToday), ElementsAre("Storia dei contatti"));
   EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
   EXPECT_THAT(Query(Out(), "SELECT Lavoro FROM Storia"), IsEmpty());

@@ -323,11 +323,11 @@ TEST_F(TakeBackTest, TheHistoryGoesOnWithTheNextStart) {
 }
 
 TEST_F(TakeBackTest, ACompactionThinsTheHistoryAndKeepsWhatCanComeBack) {
-  session.SaveSetting("Storia", "Contatti", "2");
   Add("IK3ABC");
   Add("IK3DEF", 1);
   Exec("insert into LogAdif (QsoNr,Campo,Valore) values (2,'IOTA','EU-001')");
   Delete(2);
+  core::ThinHistory(session.Db, session.Now(), 365, 2);
   Event([this] { upkeep::CompattaDatabase(session); });
   EXPECT_THAT(Rows("select Lavoro from Storia order by Lavoro"), ElementsAre("2", "3"));
   EXPECT_THAT(Rows("select QsoNr from LogOrigine"), ElementsAre("1", "2"));

@@ -98,6 +98,25 @@ TEST_F(StationScreen, AContactIsLoggedWithTheKeyboard) {
   EXPECT_EQ(rows->Field("Country").Text(), "I");
 }
 
+TEST_F(StationScreen, TheKeyThatTakesBackTakesTheLastContactBackWhileOneTypes) {
+  ASSERT_NE(Open("LogForm"), nullptr);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+  QTest::keyClicks(QApplication::focusWidget(), "ik1abc");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F2);
+  QTest::qWait(1);
+  const auto contacts = [&] {
+    return session.Db.OpenSnapshot("SELECT Count(*) FROM Log")->Field(std::size_t{0}).Integer();
+  };
+  ASSERT_EQ(contacts(), 1);
+  ASSERT_EQ(QApplication::focusWidget()->objectName(), "CallQso");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Z, Qt::ControlModifier);
+  QTest::qWait(1);
+  EXPECT_EQ(contacts(), 0);
+  // What was typed stays, to be corrected and stored again.
+  EXPECT_EQ(Outer("LogForm").findChild<QLineEdit*>("CallQso")->text(), "IK1ABC");
+  EXPECT_EQ(Outer("LogForm").findChild<QLabel*>("Avviso")->text(), "Ripreso: Nuovo qso (1 Qso)");
+}
+
 TEST_F(StationScreen, TheKeyboardFollowsTheLogIntoItsGridAndBack) {
   ASSERT_NE(Open("LogForm"), nullptr);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_F7);

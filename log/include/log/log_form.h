@@ -211,7 +211,7 @@ class LogForm : public core::LogWindow {
                         {.tip = "Chiude il log",
                          .run = [this] { Close(); },
                          .enabled = [this] { return ShowsFields(); }}};
-  // Not on the tool bar: a key that works in both views.
+  // Beside what was done last.
   forms::Command cmAnnulla{*this,
                            "cmAnnulla",
                            "Annulla",
