@@ -111,9 +111,8 @@ void Storia::ShowChanges() {
                         : "I contatti del lavoro");
 }
 
-std::int64_t Storia::ChosenContact() const {
-  auto& grid = const_cast<forms::DataGrid&>(Cambiamenti);
-  const std::int64_t row = grid.Row();
+std::int64_t Storia::ChosenContact() {
+  const std::int64_t row = Cambiamenti.Row();
   return row >= 1 && row <= std::ssize(changed_) ? changed_[static_cast<std::size_t>(row - 1)] : 0;
 }
 

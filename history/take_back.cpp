@@ -195,7 +195,6 @@ class Try {
     for (const std::int64_t qsoNr : touched) {
       if (StateBehind(session_.Db, work_, qsoNr) != CurrentState(session_.Db, qsoNr)) Leave(qsoNr);
     }
-    // Brought, and gone since without a trace: another program's work.
   }
 
   bool IsChangedSince(std::int64_t qsoNr, const std::string& name) {

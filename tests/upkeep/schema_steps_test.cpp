@@ -148,7 +148,7 @@ TEST_F(SchemaStepsTest, CutShortAtAnyMomentTheNextStartGoesOn) {
   const fs::path before = directory.Path() / "before.mdb";
   fs::copy_file(Database(), before);
   std::set<int> reached;
-  for (int n = 0;; n += 7) {
+  for (int n = 0;; n += 17) {
     SCOPED_TRACE(n);
     for (const char* suffix : {"", "-wal", "-shm"}) fs::remove(Database().string() + suffix);
     fs::remove_all(directory.Path() / "Backup");

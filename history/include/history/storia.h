@@ -44,7 +44,7 @@ class Storia : public core::TableWindow {
   void FillTable();
   void ShowChanges();
   // 0 while none is marked.
-  std::int64_t ChosenContact() const;
+  std::int64_t ChosenContact();
   void TakeBackWork();
   void TakeBackOne();
   void TakeBackAndSay(std::optional<std::int64_t> contact);
