@@ -174,8 +174,7 @@ bool ContactDoor::ChangeMany(std::string_view title, std::initializer_list<Conta
 std::int64_t ContactDoor::AdoptOthers() {
   std::int64_t adopted = 0;
   ChangeMany("Qso scritti da un altro programma", {ContactTable::kLog}, [&] {
-    adopted = AdoptContacts(
-        session_.Db, [](std::int64_t) {}, history_.get());
+    adopted = AdoptContacts(session_.Db, [](std::int64_t) {});
     return adopted > 0;
   });
   return adopted;

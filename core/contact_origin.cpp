@@ -7,7 +7,6 @@
 
 #include "base/text.h"
 #include "base/uuid.h"
-#include "core/history.h"
 #include "core/stations.h"
 #include "core/transaction.h"
 
@@ -82,7 +81,7 @@ std::int64_t ContactsWithoutOrigin(engine::Database& database) {
 }
 
 std::int64_t AdoptContacts(engine::Database& database,
-                           const std::function<void(std::int64_t done)>& tell, History* past) {
+                           const std::function<void(std::int64_t done)>& tell) {
   Stations stations(database);
   std::int64_t done = 0, last = 0;
   for (;;) {
@@ -96,12 +95,9 @@ std::int64_t AdoptContacts(engine::Database& database,
           {each.qsoNr,
            DerivedName(stations.CallOf(station), each.call, each.time, each.band, each.mode),
            station});
-      if (past != nullptr) past->Brought(each.qsoNr);
       if (++done % 1000 == 0) tell(done);
     }
-    if (past != nullptr) past->Flush();
     transaction.Commit();
-    if (past != nullptr) past->Committed();
     last = next.back().qsoNr;
   }
 }

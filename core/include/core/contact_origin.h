@@ -13,8 +13,6 @@
 
 namespace brenvo::core {
 
-class History;
-
 struct ContactOrigin {
   std::string uuid;
   std::int64_t station = 0;  // of Stazioni
@@ -32,9 +30,8 @@ std::string DerivedName(std::string_view ownCall, std::string_view call, base::D
 std::int64_t ContactsWithoutOrigin(engine::Database& database);
 // Gives them their derived names and their stations, by their days, a transaction for some
 // thousands each; `tell` hears how many have them. Gives how many there were. No transaction may be
-// open. With a history the contacts are a work's.
+// open. It is no work of the history: taken back, it would take contacts away that nobody brought.
 std::int64_t AdoptContacts(engine::Database& database,
-                           const std::function<void(std::int64_t done)>& tell,
-                           History* past = nullptr);
+                           const std::function<void(std::int64_t done)>& tell);
 
 }  // namespace brenvo::core
