@@ -48,7 +48,6 @@ bool History::HasBrought(std::int64_t qsoNr) const {
 void History::Brought(std::int64_t qsoNr) {
   written_ = true;
   ++touched_;
-  // Numbers only grow, but for contacts that come back, which are brought in their order.
   const bool goesOn = runs_.size() > flushedRuns_ && runs_.back().to + 1 == qsoNr;
   if (goesOn) {
     runs_.back().to = qsoNr;
@@ -60,6 +59,10 @@ void History::Brought(std::int64_t qsoNr) {
 void History::KeepRows(std::string_view statement) {
   written_ = true;
   touched_ += database_.Execute(statement);
+}
+
+void History::CameBack(std::string_view from) {
+  KeepRows(fmt::format("INSERT INTO StoriaNuovi SELECT {},QsoNr,QsoNr{}", Number(), from));
 }
 
 void History::Keep(std::int64_t qsoNr) {
@@ -129,18 +132,21 @@ void History::KeepValue(std::string_view name) {
 
 void History::Flush() {
   if (!written_) return;
-  for (; flushedRuns_ < runs_.size(); ++flushedRuns_) {
-    const Run& run = runs_[flushedRuns_];
-    Rows(brought_, "StoriaNuovi").Append({Number(), run.from, run.to});
-  }
   if (hasHeader_) {
     database_.Execute(
         fmt::format("UPDATE Storia SET Qso=Qso+{} WHERE Lavoro={}", touched_, Number()));
   } else {
     const engine::Value none;
+    const bool brings = flushedRuns_ < runs_.size();
+    const Run run = brings ? runs_[flushedRuns_++] : Run();
     Rows(works_, "Storia")
-        .Append({Number(), when_, title_, touched_,
+        .Append({Number(), when_, title_, touched_, brings ? engine::Value(run.from) : none,
+                 brings ? engine::Value(run.to) : none,
                  takesBack_ == 0 ? none : engine::Value(takesBack_), none});
+  }
+  for (; flushedRuns_ < runs_.size(); ++flushedRuns_) {
+    const Run& run = runs_[flushedRuns_];
+    Rows(brought_, "StoriaNuovi").Append({Number(), run.from, run.to});
   }
   hasHeader_ = true;
   written_ = false;

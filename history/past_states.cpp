@@ -38,10 +38,9 @@ std::optional<RowValues> StateBehind(engine::Database& database, std::int64_t wo
   };
   const std::int64_t kept = number(fmt::format(
       "Select Lavoro from StoriaLog where QsoNr={} and Lavoro>{} Order By Lavoro", qsoNr, work));
-  const std::int64_t brought = number(
-      fmt::format("Select Lavoro from StoriaNuovi where Dal<={} and Al>={} and Lavoro>{} Order By "
-                  "Lavoro",
-                  qsoNr, qsoNr, work));
+  // What a work has touched was there before it: whoever brings it later brings it back.
+  const std::int64_t brought = number(fmt::format(
+      "Select Lavoro from StoriaNuovi where Dal={} and Lavoro>{} Order By Lavoro", qsoNr, work));
   if (kept == 0 && brought == 0) return CurrentState(database, qsoNr);
   if (kept == 0 || (brought != 0 && brought < kept)) return std::nullopt;
   return FirstRow(database, fmt::format("Select {} from StoriaLog where Lavoro={} and QsoNr={}",

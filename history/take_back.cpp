@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "core/history.h"
 #include "core/long_run.h"
@@ -41,15 +42,33 @@ std::optional<PastWork> ReadWork(core::Session& session, const std::string& cond
 struct Run {
   std::int64_t from = 0, to = 0;
 };
-std::vector<Run> BroughtBy(core::Session& session, std::int64_t work) {
-  std::vector<Run> runs;
-  const auto rows = session.Db.OpenSnapshot(
-      fmt::format("Select Dal,Al from StoriaNuovi where Lavoro={} Order By Dal", work));
-  for (; !rows->EOF_(); rows->MoveNext()) {
-    runs.push_back({rows->Field(std::size_t{0}).Integer(), rows->Field(1).Integer()});
+// What the work brought, in the order of the numbers; runs that end before `from` are left out.
+class BroughtRuns {
+ public:
+  BroughtRuns(core::Session& session, std::int64_t work, std::int64_t from = 0)
+      : rows_(session.Db.OpenSnapshot(
+            fmt::format("Select Dal,Al from StoriaNuovi where Lavoro={} and Al>={} Order By Dal",
+                        work, from))) {
+    const auto first = session.Db.OpenSnapshot(
+        fmt::format("Select Dal,Al from Storia where Lavoro={} and Al>={}", work, from));
+    if (!first->EOF_()) first_ = RunOf(*first);
   }
-  return runs;
-}
+  // Nothing behind the last one.
+  std::optional<Run> Next() {
+    if (first_) return std::exchange(first_, std::nullopt);
+    if (rows_->EOF_()) return std::nullopt;
+    const Run run = RunOf(*rows_);
+    rows_->MoveNext();
+    return run;
+  }
+
+ private:
+  static Run RunOf(engine::Recordset& row) {
+    return {row.Field(std::size_t{0}).Integer(), row.Field(1).Integer()};
+  }
+  std::unique_ptr<engine::Snapshot> rows_;
+  std::optional<Run> first_;
+};
 
 std::vector<std::int64_t> Numbers(core::Session& session, const std::string& select) {
   std::vector<std::int64_t> numbers;
@@ -80,12 +99,7 @@ class Try {
         fmt::format(" from StoriaLog where Lavoro={} and QsoNr in {}", work_, kChosen);
     const std::int64_t coming = Count("Select Count(*)" + kept);
     past_.KeepWhere(fmt::format(" where QsoNr in {}", kChosen));
-    for (const std::int64_t qsoNr :
-         Numbers(session_, fmt::format("Select QsoNr{} and QsoNr not in (Select QsoNr from Log) "
-                                       "Order By QsoNr",
-                                       kept))) {
-      past_.Brought(qsoNr);
-    }
+    past_.CameBack(kept + " and QsoNr not in (Select QsoNr from Log)");
     taken += Count("Select Count(*) from StoriaScelta");
     session_.Db.Execute(fmt::format("Delete * from Log where QsoNr in {}", kChosen));
     const std::int64_t came = session_.Db.Execute(
@@ -163,10 +177,11 @@ class Try {
     const std::string only = contact_ ? fmt::format(" and QsoNr={}", *contact_) : "";
     db.Execute(fmt::format("Insert into StoriaScelta Select QsoNr from StoriaLog where Lavoro={}{}",
                            work_, only));
-    for (const Run& run : BroughtBy(session_, work_)) {
-      db.Execute(fmt::format(
-          "Insert into StoriaScelta Select QsoNr from Log where QsoNr Between {} And {}{}",
-          run.from, run.to, only));
+    for (const char* runs : {"Storia", "StoriaNuovi"}) {
+      db.Execute(
+          fmt::format("Insert into StoriaScelta Select QsoNr from Log,{0} where {0}.Lavoro={1} "
+                      "and QsoNr Between Dal And Al{2}",
+                      runs, work_, only));
     }
     for (const std::int64_t qsoNr : left_) Leave(qsoNr);
   }
@@ -177,20 +192,14 @@ class Try {
   }
 
   void LeaveChangedSince() {
-    const auto ends = FirstRow(session_.Db, "Select Min(QsoNr),Max(QsoNr) from StoriaScelta");
-    if (ends->front().IsNull()) return;
-    std::vector<std::int64_t> touched = Numbers(
-        session_, fmt::format("Select QsoNr from StoriaScelta where QsoNr in (Select QsoNr from "
-                              "StoriaLog where Lavoro>{})",
-                              work_));
-    const auto later = session_.Db.OpenSnapshot(
-        fmt::format("Select Dal,Al from StoriaNuovi where Lavoro>{} and Al>={} and Dal<={}", work_,
-                    (*ends)[0].Integer(), (*ends)[1].Integer()));
-    for (; !later->EOF_(); later->MoveNext()) {
-      const auto again = Numbers(
-          session_, fmt::format("Select QsoNr from StoriaScelta where QsoNr Between {} And {}",
-                                later->Field(std::size_t{0}).Integer(), later->Field(1).Integer()));
-      touched.insert(touched.end(), again.begin(), again.end());
+    std::set<std::int64_t> touched;
+    for (const auto& [table, number] : {std::pair("StoriaLog", "QsoNr"), {"StoriaNuovi", "Dal"}}) {
+      const auto again =
+          Numbers(session_,
+                  fmt::format("Select QsoNr from StoriaScelta where Exists (Select Lavoro from {0} "
+                              "where {0}.{1}=StoriaScelta.QsoNr and Lavoro>{2})",
+                              table, number, work_));
+      touched.insert(again.begin(), again.end());
     }
     for (const std::int64_t qsoNr : touched) {
       if (StateBehind(session_.Db, work_, qsoNr) != CurrentState(session_.Db, qsoNr)) Leave(qsoNr);
@@ -348,9 +357,10 @@ std::vector<TouchedContact> ContactsOf(core::Session& session, std::int64_t work
   add(fmt::format("Select QsoNr from StoriaLog where Lavoro={} and QsoNr>{} Order By QsoNr", work,
                   from));
   std::size_t brought = 0;
-  for (const Run& run : BroughtBy(session, work)) {
-    std::int64_t qsoNr = std::max(run.from, from + 1);
-    for (; qsoNr <= run.to && brought < count; ++qsoNr, ++brought) numbers.insert(qsoNr);
+  BroughtRuns runs(session, work, from + 1);
+  for (auto run = runs.Next(); run && brought < count; run = runs.Next()) {
+    std::int64_t qsoNr = std::max(run->from, from + 1);
+    for (; qsoNr <= run->to && brought < count; ++qsoNr, ++brought) numbers.insert(qsoNr);
   }
   const auto contactIn = [](const std::optional<RowValues>& row) {
     return row ? std::optional(core::ContactOf(*row)) : std::nullopt;

@@ -62,17 +62,20 @@ CREATE INDEX "LogOrigine.Uuid" ON "LogOrigine" (
 );
 )";
 
-// Storia: a row a work. What a work found is in the others: StoriaNuovi has the numbers, from Dal
-// to Al, that it brought into Log; StoriaLog the contacts as they were; StoriaCampi what stood
-// beside them; StoriaContestQso and StoriaContest rows of the contests as they were, or by their
-// key alone where the work brought them. What a work finds of one contact is kept once.
-// StoriaScelta is a staging table: the contacts that are being taken back.
+// Storia: a row a work. What a work found is in the others: the numbers from Dal to Al, and the runs
+// of StoriaNuovi, are contacts that it brought into Log, a run of one number each where they came
+// back; StoriaLog has the contacts as they were; StoriaCampi what stood beside them; StoriaContestQso
+// and StoriaContest rows of the contests as they were, or by their key alone where the work brought
+// them. What a work finds of one contact is kept once. StoriaScelta is a staging table: the contacts
+// that are being taken back.
 constexpr std::string_view kHistory = R"(
 CREATE TABLE "Storia" (
   "Lavoro" INTEGER PRIMARY KEY,
   "Quando" DATETIME,
   "Titolo" TEXT,
   "Qso" INTEGER,
+  "Dal" INTEGER,
+  "Al" INTEGER,
   "Riprende" INTEGER,
   "Ripreso" INTEGER
 );
@@ -82,6 +85,10 @@ CREATE TABLE "StoriaNuovi" (
   "Al" INTEGER
 );
 CREATE INDEX "StoriaNuovi.PrimaryKey" ON "StoriaNuovi" (
+  "Lavoro"
+);
+CREATE INDEX "StoriaNuovi.Dal" ON "StoriaNuovi" (
+  "Dal",
   "Lavoro"
 );
 CREATE TABLE "StoriaLog" (

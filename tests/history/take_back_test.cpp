@@ -308,7 +308,8 @@ TEST_F(TakeBackTest, WhatIsRolledBackLeavesNoHistory) {
     return false;
   }));
   EXPECT_THAT(Titles(), ElementsAre("Nuovo qso"));
-  EXPECT_THAT(Rows("select * from StoriaNuovi"), SizeIs(1));
+  EXPECT_THAT(Rows("select Dal,Al from Storia"), ElementsAre("1|1"));
+  EXPECT_THAT(Rows("select * from StoriaNuovi"), IsEmpty());
   EXPECT_THAT(Rows("select * from LogOrigine"), SizeIs(1));
 }
 

@@ -29,6 +29,8 @@ class History {
 
   // Within a transaction. A contact that the work has brought: it is gone once that is taken back.
   void Brought(std::int64_t qsoNr);
+  // Contacts that come back, by what stands behind the columns of a SELECT that gives their QsoNr.
+  void CameBack(std::string_view from);
   // Contacts of Log as they stand, which are about to be changed or deleted; `where` is a condition
   // with its word, or empty.
   void Keep(std::int64_t qsoNr);
