@@ -172,6 +172,7 @@ std::optional<ContestNewQso::Refusal> ContestNewQso::FindRefusal() {
 void ContestNewQso::InsertQso() {
   if (const auto refusal = FindRefusal()) {
     session_.Messages().Show(platform::MessageIcon::kCritical, "", refusal->text);
+    Avviso.SetText(fmt::format("Qso non inserito: {}", refusal->text));
     return;
   }
   // The station's own locator, not the contest's, makes the distance that counts.
@@ -187,6 +188,9 @@ void ContestNewQso::InsertQso() {
   }
   StoreRow(punti, note);
   Data1->Refresh();
+  Avviso.SetText(fmt::format("Qso {}: {}", Operation.Text() == "I" ? "inserito" : "aggiornato",
+                             core::Joined({ProgrD.Text(), CallQso.Text(), Locator.Text(),
+                                           Qrb.Text() + " km", punti == 0 ? "doppio" : ""})));
   if (OnStored) OnStored();
 }
 

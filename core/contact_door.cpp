@@ -113,7 +113,8 @@ std::optional<StoredContact> ContactDoor::Stored(ContactTable table, std::int64_
   return StoredContact{key, ReadContact(*stored_)};
 }
 
-void ContactDoor::Add(ContactTable table, engine::EditableRecordset& rows, const Fill& fill) {
+void ContactDoor::Add(ContactTable table, engine::EditableRecordset& rows, const Fill& fill,
+                      const Beside& beside) {
   const Work work(*this, TitlesOf(table).added);
   rows.AddNew();
   fill(rows);
@@ -123,6 +124,7 @@ void ContactDoor::Add(ContactTable table, engine::EditableRecordset& rows, const
   const std::int64_t key = rows.LastModified().key;
   row.Brought(*history_, key);
   if (table == ContactTable::kLog) GiveOrigin(key, {});
+  if (beside) beside(key);
   transaction.Commit();
   AnnounceOne(table, {std::nullopt, Stored(table, key)});
 }

@@ -54,6 +54,11 @@ std::vector<base::DateTime> LocalTime::AllUtc(base::DateTime local) const {
   return all;
 }
 
+base::DateTime ProposedTime(Session& session) {
+  const bool utc = session.Choices.Get<choice::kUtcInLog>() && LogTimeOf(session) == LogTime::kUtc;
+  return utc ? session.Machine.GetClock().UtcNow() : session.Now();
+}
+
 std::string ClocksText(Session& session, bool withSeconds) {
   const base::DateTime utc = session.Machine.GetClock().UtcNow();
   const auto text = [withSeconds](base::DateTime time) {

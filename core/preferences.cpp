@@ -15,7 +15,11 @@ namespace {
 
 constexpr std::string_view kYes = "Sì", kNo = "No";
 
-constexpr const Choice* kAll[] = {&choice::kClocks, &choice::kSeconds, &choice::kZone, &choice::kHistoryDays, &choice::kHistoryContacts};
+constexpr const Choice* kAll[] = {
+    &choice::kClocks,      &choice::kSeconds,        &choice::kZone,
+    &choice::kKeepsLink,   &choice::kReportsByMode,  &choice::kStatusByBand,
+    &choice::kTimesOfQso,  &choice::kEnterStores,    &choice::kUtcInLog,
+    &choice::kHistoryDays, &choice::kHistoryContacts};
 
 // Blanks around it do not count.
 std::optional<int> ReadNumber(std::string_view text, const NumberKind& kind) {

@@ -20,6 +20,17 @@ void StatusBar::SetPanel(int number, std::string_view text) {
   ShowChanged();
 }
 
+const PanelMark& StatusBar::Mark(int number) const {
+  return panels_.at(static_cast<std::size_t>(number - 1)).mark;
+}
+
+void StatusBar::SetMark(int number, PanelMark mark) {
+  PanelMark& present = panels_.at(static_cast<std::size_t>(number - 1)).mark;
+  if (present == mark) return;
+  present = std::move(mark);
+  ShowChanged();
+}
+
 base::Twips StatusBar::MinimumWidth(int number) const {
   return panels_.at(static_cast<std::size_t>(number - 1)).minimumWidth;
 }

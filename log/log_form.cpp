@@ -5,6 +5,8 @@
 #include "base/text.h"
 #include "core/entry.h"
 #include "core/lists.h"
+#include "core/log_time.h"
+#include "core/preferences.h"
 #include "core/texts.h"
 #include "core/window_place.h"
 #include "core/writing.h"
@@ -59,6 +61,7 @@ void LogForm::HandleEvents() {
   Provincia.BackspaceClears = true;
   Provincia.OnLeave = [this] { OnProvinciaLeave(); };
   Banda.OnChange = [this] { OnBandaChange(); };
+  Modo.OnChange = [this] { PutUsualReports(); };
   Prefisso.OnDoubleClick = [this] { OnPrefissoPick(); };
   Note.OnDoubleClick = [this] { OnNotePick(); };
   Query.OnChange = [this] { ReceiveSelection(); };
@@ -93,6 +96,8 @@ void LogForm::Load() {
   // Last, so that no window hands its contacts to a log that has failed to open.
   session_.Opened.LogOpen = true;
   session_.Opened.CurrentLogForm = this;
+  FollowChoices();
+  choices_ = session_.Choices.Changed.Subscribe([this](const core::Choice&) { FollowChoices(); });
   changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == kTable && change.Many()) Renew();
   });
@@ -102,6 +107,7 @@ void LogForm::Resize() { StatusBar1.SetMinimumWidth(1, Width() - kStatusPanels);
 
 void LogForm::Unload() {
   changes_ = {};
+  choices_ = {};
   if (DsLog) DsLog->Close();  // the search dialog holds it while it is open
   DataLog.Close();
   // In the grid view the size is not worth keeping.
@@ -110,15 +116,22 @@ void LogForm::Unload() {
   if (session_.Opened.CurrentLogForm == this) session_.Opened.CurrentLogForm = nullptr;
 }
 
-void LogForm::SetTime() { Qtr.SetText(core::HourMinute(session_.Now())); }
+void LogForm::SetTime() { Qtr.SetText(core::HourMinute(core::ProposedTime(session_))); }
 
-void LogForm::InsertQso() {
-  if (!ValidateQso()) return;
+void LogForm::InsertQso() { TryInsert(); }
+
+bool LogForm::TryInsert() {
+  if (!ValidateQso()) return false;
   const bool stored = core::TryWrite(session_, "Insert Qso", "Qso gia' caricato", [this] {
-    session_.Contacts.Add(kTable, *DsLog, [this](auto& row) { StoreQso(row); });
+    session_.Contacts.Add(
+        kTable, *DsLog, [this](auto& row) { StoreQso(row); },
+        [this](std::int64_t qsoNr) { KeepTimeOfEnd(qsoNr); });
     DsLog->SetBookmark(DsLog->LastModified());
   });
-  if (stored) recordCommands_ = true;
+  if (!stored) return false;
+  recordCommands_ = true;
+  TellDone("Qso inserito");
+  return true;
 }
 
 void LogForm::UpdateQso() {
@@ -127,18 +140,29 @@ void LogForm::UpdateQso() {
     ReturnFromExport();
     session_.Contacts.Change(kTable, *DsLog, [this](auto& row) { StoreQso(row); });
   });
-  if (stored) recordCommands_ = true;
+  if (!stored) return;
+  recordCommands_ = true;
+  TellDone("Qso aggiornato");
 }
 
 void LogForm::DeleteQso() {
   if (!session_.Messages().AskYesNo("Cancellazione Qso", "Confermi l'operazione ?")) return;
   try {
     ReturnFromExport();
+    const std::string deleted =
+        core::Joined({core::FieldText(*DsLog, "Call"), core::FieldText(*DsLog, "Banda"),
+                      core::FieldText(*DsLog, "Modo")});
     session_.Contacts.Delete(kTable, *DsLog);
+    Avviso.SetText("Qso cancellato: " + deleted);
   } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, "Delete Qso");
   }
   GoToNext();
+}
+
+void LogForm::TellDone(std::string_view what) {
+  Avviso.SetText(
+      fmt::format("{}: {}", what, core::Joined({CallQso.Text(), Banda.Text(), Modo.Text()})));
 }
 
 void LogForm::TakeBackLast() {

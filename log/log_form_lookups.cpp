@@ -18,6 +18,8 @@
 namespace brenvo::log {
 namespace {
 
+constexpr int kFirstStatus = 2;  // of the panels with status words
+
 // Wider than any mode, so that whole names are compared.
 constexpr std::size_t kModeWidth = 20;
 
@@ -33,13 +35,37 @@ std::string LogForm::ExcludedQsoNr() const { return base::Str(base::Val(QsoNr.Te
 void LogForm::ShowStatus(int number, std::string_view condition, std::string_view subject) {
   const std::string base = fmt::format("select Call from Log where {}", condition);
   const std::string onBand = fmt::format("Banda='{}' and QsoNr<>{}", Banda.Text(), ExcludedQsoNr());
+  forms::Weight weight = forms::Weight::kNew;
   if (FindsARow(session_, fmt::format("{} and QslRicevuta=true and {}", base, onBand))) {
+    weight = forms::Weight::kConfirmed;
     StatusBar1.SetPanel(number, fmt::format("{} Conf", subject));
   } else if (FindsARow(session_, fmt::format("{} and {}", base, onBand))) {
+    weight = forms::Weight::kWorked;
     StatusBar1.SetPanel(number, fmt::format("{} Worked", subject));
   } else {
     StatusBar1.SetPanel(number, fmt::format("New {}", subject));
   }
+  told_[static_cast<std::size_t>(number - kFirstStatus)] = {weight, Banda.Text()};
+  MarkStatus(number);
+}
+
+void LogForm::MarkStatus(int number) {
+  const Told& told = told_[static_cast<std::size_t>(number - kFirstStatus)];
+  if (StatusBar1.Panel(number).empty()) {
+    StatusBar1.SetMark(number, {});
+    return;
+  }
+  const std::string theirs = base::Trim(told.banda), chosen = base::Trim(Banda.Text());
+  std::string tip;
+  if (theirs.empty()) {
+    tip = "Nessuna banda scelta: vale per i Qso senza banda";
+  } else if (theirs != chosen) {
+    tip = fmt::format("Vale per {}, non per {}", theirs,
+                      chosen.empty() ? "un Qso senza banda" : chosen);
+  } else {
+    tip = "Vale per " + theirs;
+  }
+  StatusBar1.SetMark(number, {told.weight, theirs.empty() || theirs != chosen, std::move(tip)});
 }
 
 void LogForm::TellCall() {
@@ -63,6 +89,7 @@ void LogForm::RenewStatus() {
 
 void LogForm::OnCallChange() {
   const std::string call = base::Trim(CallQso.Text());
+  TakeTimeOfStart();
   TellCall();
   if (!session_.Station.ManagerPath.empty()) {
     const auto date = base::ParseDate(DataQso.Text());
@@ -126,6 +153,7 @@ void LogForm::OnLocatorChange() {
   if (!geo::IsValidLocator(locator)) {
     Qrb.SetText("0");
     StatusBar1.SetPanel(4, "");
+    MarkStatus(4);
     return;
   }
   if (locator != PrevLocator) {
@@ -190,6 +218,11 @@ void LogForm::OnPrefissoPick() {
 void LogForm::OnNotePick() { core::AppendPickedNote(session_, Note); }
 
 void LogForm::OnBandaChange() {
+  if (session_.Choices.Get<core::choice::kStatusByBand>()) {
+    RenewStatus();
+  } else {
+    for (const int number : {2, 3, 4}) MarkStatus(number);
+  }
   if (Banda.Text() == PrevBanda) return;
   if (const auto profile = core::FindBandProfile(session_, Banda.Text())) {
     Frequenza.SetText(base::Str(base::Val(profile->Frequenza.Text())));

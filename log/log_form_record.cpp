@@ -11,7 +11,9 @@
 #include "core/entry.h"
 #include "core/lists.h"
 #include "core/log_contact.h"
+#include "core/log_time.h"
 #include "core/places.h"
+#include "core/preferences.h"
 #include "core/texts.h"
 #include "core/writing.h"
 #include "geo/locator.h"
@@ -25,20 +27,30 @@ constexpr std::size_t kLongestUnreadable = 30;  // characters of it that are tol
 }  // namespace
 
 void LogForm::ClearQso() {
-  DataQso.SetText(base::DateText(session_.Now()));
+  DataQso.SetText(base::DateText(core::ProposedTime(session_)));
   SetTime();
+  const bool keepsLink = session_.Choices.Get<core::choice::kKeepsLink>();
   for (forms::TextField* field :
        {&CallQso, &Manager, &Qra, &Qth, &Prefisso, &ZonaCQ, &ZonaITU, &Continente,
         static_cast<forms::TextField*>(&Country), static_cast<forms::TextField*>(&Provincia),
         &Locator, &QrkDato, &QrkRicevuto, &Note}) {
     field->SetText("");
   }
-  for (forms::TextField* field : {&Qrb, &Frequenza, &Potenza}) field->SetText("0");
-  for (forms::ListField* list : {&Banda, &Modo, &Propagazione}) list->SetListIndex(-1);
+  Qrb.SetText("0");
+  Propagazione.SetListIndex(-1);
+  if (!keepsLink) {
+    for (forms::TextField* field : {&Frequenza, &Potenza}) field->SetText("0");
+    for (forms::ListField* list : {&Banda, &Modo}) list->SetListIndex(-1);
+  }
   for (forms::CheckBox* box : {&QslDaInviare, &QslRicevuta, &QslInviata}) box->SetOn(false);
-  PrevCall = PrevCountry = PrevLocator = PrevBanda = "";
+  PrevCall = PrevCountry = PrevLocator = "";
+  PrevBanda = keepsLink ? Banda.Text() : "";
   TellUnreadable("");
   recordCommands_ = false;
+  timeOfStart_.clear();
+  skipped_.clear();
+  asked_ = nullptr;
+  PutUsualReports();
 }
 
 // In the order in which a record is shown.
@@ -182,11 +194,15 @@ void LogForm::TellUnreadable(const std::string& columns) {
   toldUnreadable_ = !columns.empty();
 }
 
+// Exactly midnight counts as no time: the operator enters 00:01.
+bool LogForm::HasTime() const {
+  const auto time = base::ParseTime(Qtr.Text());
+  return time && *time != base::DateTime();
+}
+
 bool LogForm::ValidateQso() {
   if (!core::IsValidDate(session_, DataQso.Text())) return false;
-  // Exactly midnight counts as no time: the operator enters 00:01.
-  const auto time = base::ParseTime(Qtr.Text());
-  if (!time || *time == base::DateTime()) return false;
+  if (!HasTime()) return false;
   if (core::IsEmptyField(CallQso.Text())) return false;
   if (!core::IsEmptyField(Locator.Text()) && !geo::IsValidLocator(Locator.Text())) {
     session_.Messages().Show(platform::MessageIcon::kExclamation, "", "Locator non valido");

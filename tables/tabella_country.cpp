@@ -112,29 +112,35 @@ void TabellaCountry::ReloadAndSelect() {
 
 void TabellaCountry::Insert() {
   if (!ValidateCountry()) return;
-  core::TryWrite(session_, "Inserimento country", kRepeated, [this] {
+  const bool stored = core::TryWrite(session_, "Inserimento country", kRepeated, [this] {
     session_.Tables.TbCountry->AddNew();
     Store();
   });
+  if (stored)
+    Avviso.SetText("Country inserito: " + core::Joined({Codice.Text(), Descrizione.Text()}));
   ReloadAndSelect();
 }
 
 void TabellaCountry::Update() {
   if (!ValidateCountry()) return;
-  core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
+  const bool stored = core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     // Other windows move the table's handle meanwhile: back to the country chosen from the list.
     if (LBCountry.ListIndex() >= 0) Chosen();
     session_.Tables.TbCountry->Edit();
     Store();
   });
+  if (stored)
+    Avviso.SetText("Country aggiornato: " + core::Joined({Codice.Text(), Descrizione.Text()}));
   ReloadAndSelect();
 }
 
 void TabellaCountry::Delete() {
   engine::Table* row = Chosen();
   if (row == nullptr) return;
+  const std::string deleted = base::Trim(LBCountry.Text());
   row->Delete();
   LBCountry.RemoveItem(LBCountry.ListIndex());
+  Avviso.SetText("Country cancellato: " + deleted);
 }
 
 void TabellaCountry::Leave() { Close(); }

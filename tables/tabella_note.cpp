@@ -62,28 +62,32 @@ void TabellaNote::ReloadAndSelect() {
 
 void TabellaNote::Insert() {
   if (!ValidateNote()) return;
-  core::TryWrite(session_, "Inserimento nota", kRepeated, [this] {
+  const bool stored = core::TryWrite(session_, "Inserimento nota", kRepeated, [this] {
     session_.Tables.TbNoteHelp->AddNew();
     Store();
   });
+  if (stored) Avviso.SetText("Nota inserita: " + core::Joined({Codice.Text(), Nota.Text()}));
   ReloadAndSelect();
 }
 
 void TabellaNote::Update() {
   if (!ValidateNote()) return;
-  core::TryWrite(session_, "Aggiornamento nota", kRepeated, [this] {
+  const bool stored = core::TryWrite(session_, "Aggiornamento nota", kRepeated, [this] {
     if (LBNote.ListIndex() >= 0) Chosen();
     session_.Tables.TbNoteHelp->Edit();
     Store();
   });
+  if (stored) Avviso.SetText("Nota aggiornata: " + core::Joined({Codice.Text(), Nota.Text()}));
   ReloadAndSelect();
 }
 
 void TabellaNote::Delete() {
   engine::Table* row = Chosen();
   if (row == nullptr) return;
+  const std::string deleted = base::Trim(LBNote.Text());
   row->Delete();
   LBNote.RemoveItem(LBNote.ListIndex());
+  Avviso.SetText("Nota cancellata: " + deleted);
 }
 
 void TabellaNote::Leave() { Close(); }

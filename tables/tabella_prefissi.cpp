@@ -96,6 +96,7 @@ void TabellaPrefissi::Insert() {
     data1_.Rows()->AddNew();
     Store();
     Spread1.ContentChanged();
+    Avviso.SetText("Prefisso inserito: " + base::Trim(Codice.Text()));
   });
 }
 
@@ -114,14 +115,17 @@ void TabellaPrefissi::Update() {
     data1_.Rows()->Edit();
     Store();
     Spread1.ContentChanged();
+    Avviso.SetText("Prefisso aggiornato: " + base::Trim(Codice.Text()));
   });
 }
 
 void TabellaPrefissi::Delete() {
   if (!session_.Messages().AskYesNo("Cancellazione prefisso", "Confermi l'operazione ?")) return;
+  const std::string deleted = base::Trim(core::FieldText(*data1_.Rows(), "Prefisso"));
   data1_.Rows()->Delete();
   data1_.RowsWritten();
   Spread1.ContentChanged();
+  Avviso.SetText("Prefisso cancellato: " + deleted);
 }
 
 void TabellaPrefissi::Find() {

@@ -71,30 +71,36 @@ void TabellaProvincie::ReloadAndSelect() {
 
 void TabellaProvincie::Insert() {
   if (!ValidateProvince()) return;
-  core::TryWrite(session_, "Inserimento provincia", kRepeated, [this] {
+  const bool stored = core::TryWrite(session_, "Inserimento provincia", kRepeated, [this] {
     session_.Tables.TbProvincie->AddNew();
     Store();
   });
+  if (stored)
+    Avviso.SetText("Provincia inserita: " + core::Joined({Codice.Text(), Descrizione.Text()}));
   ReloadAndSelect();
 }
 
 void TabellaProvincie::Update() {
   if (!ValidateProvince()) return;
   // The title is the country table's, as operators know it.
-  core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
+  const bool stored = core::TryWrite(session_, "Aggiornamento country", kRepeated, [this] {
     // Other windows move the table's handle meanwhile: back to the province chosen from the list.
     if (LBProv.ListIndex() >= 0) Chosen(kProvinceWidth);
     session_.Tables.TbProvincie->Edit();
     Store();
   });
+  if (stored)
+    Avviso.SetText("Provincia aggiornata: " + core::Joined({Codice.Text(), Descrizione.Text()}));
   ReloadAndSelect();
 }
 
 void TabellaProvincie::Delete() {
   engine::Table* row = Chosen(kDeletedCodeWidth);
   if (row == nullptr) return;
+  const std::string deleted = base::Trim(LBProv.Text());
   row->Delete();
   LBProv.RemoveItem(LBProv.ListIndex());
+  Avviso.SetText("Provincia cancellata: " + deleted);
 }
 
 void TabellaProvincie::Leave() { Close(); }

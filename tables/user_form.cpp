@@ -85,7 +85,10 @@ void UserForm::HandleEvents() {
   DataGrid1.OnBeforeEdit = [this](std::int64_t, int column, std::string& text) {
     return OnBeforeEdit(column, text);
   };
-  DataGrid1.OnAfterEdit = [this](std::int64_t row, int) { FollowFile(row); };
+  DataGrid1.OnAfterEdit = [this](std::int64_t row, int) {
+    FollowFile(row);
+    Avviso.SetText("Banda salvata: " + base::Trim(data1_.Text(row - 1, "Banda")));
+  };
   DataGrid1.OnBeforeDelete = [this](std::int64_t) {
     return session_.Messages().AskYesNo("Cancellazione banda", "Confermi l'operazione ?");
   };
@@ -208,6 +211,7 @@ void UserForm::StoreProfile() {
   session_.Station.ManagerPath = base::Trim(ZX9TOK.Text());
   session_.SaveSetting("Log", "ManagerZX9TOK", session_.Station.ManagerPath);
   session_.Station.ProfileStored();
+  Avviso.SetText("Profilo salvato: " + core::Joined({CallQso.Text(), Locator.Text()}));
 }
 
 void UserForm::Store() {

@@ -39,7 +39,7 @@ Piece ContestNewQsoView() {
                  Form({Line({Item("Locator"), Named(Item("Qrb"), "Qrb (km)")}),
                        Line({Item("Exc"), Line({Item("Qsl"), Item("InLog"), Space()})}),
                        Line({Wide(Item("Note"))})}),
-                 Space(), Line({Space(), Item("cmInsertR"), Item("cmInsertE")})});
+                 Space(), Line({Wide(Item("Avviso")), Item("cmInsertR"), Item("cmInsertE")})});
 }
 
 Piece CheckCallContestView() {

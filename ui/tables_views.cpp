@@ -22,13 +22,13 @@ Piece UserView() {
   return Column({station, Item("Tab1"),
                  Framed("SSPanel1_0", Line({Wide(Item("DataGrid1"), 4), Wide(Item("Modo")),
                                             Wide(Item("File2"))})),
-                 Framed("SSPanel1_1", links)});
+                 Framed("SSPanel1_1", links), Item("Avviso")});
 }
 
 Piece PrefixesView() {
   return Column({Form({Line({Item("Codice"), Item("ZonaCQ"), Item("ZonaITU"), Item("Continente")}),
                        Line({Wide(Item("Country"))})}),
-                 Item("Spread1")});
+                 Item("Spread1"), Item("Avviso")});
 }
 
 Piece CountriesView() {
@@ -38,17 +38,18 @@ Piece CountriesView() {
                     Line({Item("X"), Item("Y")})}),
               Framed("Frame2", Form({Line({Item("Validita"), Item("Deleted")})})),
               Titled(Item("File1")), Line({Item("cmMappa"), Item("cmFlag"), Space()})});
-  return Line({Wide(Column({Titled(Item("LBCountry"))})), Wide(fields)});
+  return Column({Line({Wide(Column({Titled(Item("LBCountry"))})), Wide(fields)}), Item("Avviso")});
 }
 
 Piece ProvincesView() {
   return Column(
       {Line({Wide(Column({Titled(Item("LBCountry"))})), Wide(Column({Titled(Item("LBProv"))}))}),
-       Form({Line({Item("Codice"), Wide(Item("Descrizione"))})})});
+       Form({Line({Item("Codice"), Wide(Item("Descrizione"))})}), Item("Avviso")});
 }
 
 Piece NotesView() {
-  return Column({Titled(Item("LBNote")), Form({Line({Item("Codice"), Wide(Item("Nota"))})})});
+  return Column(
+      {Titled(Item("LBNote")), Form({Line({Item("Codice"), Wide(Item("Nota"))})}), Item("Avviso")});
 }
 
 Piece HelpView() {
@@ -58,10 +59,10 @@ Piece HelpView() {
 }
 
 Piece StationsView() {
-  return TableView(
-      {}, Form({Line({Wide(Item("Nome")), Item("Tipo"), Item("CallQso"), Item("Operatore")}),
-                Line({Item("Locator"), Item("Provincia"), Item("Country"), Item("Altezza")}),
-                Line({Wide(Item("RTX")), Wide(Item("Antenna")), Item("Dal"), Item("Al")})}));
+  return TableView({}, Form({Line({Wide(Item("Nome")), Item("Tipo"), Wide(Item("CallQso"))}),
+                             Line({Item("Operatore"), Item("Locator"), Item("Provincia")}),
+                             Line({Item("Country"), Item("Altezza"), Wide(Item("RTX"))}),
+                             Line({Wide(Item("Antenna")), Item("Dal"), Item("Al")})}));
 }
 
 }  // namespace

@@ -85,6 +85,20 @@ TEST_F(ContestQsoTest, InsertAndStayPreparesTheNextContact) {
   EXPECT_EQ(log.QC.Row(), 2);
 }
 
+TEST_F(ContestQsoTest, TheEntrySaysWhatItHasStoredAndWhatItHasNot) {
+  ContestQso& log = OpenLog();
+  InEntry(log, [this](ContestNewQso& entry) {
+    Type(entry, "IK3ABC", "1", "JN65AB");
+    Press(entry, "cmInsertR");
+    EXPECT_THAT(entry.Avviso.Text(), StartsWith("Qso inserito: 1  IK3ABC  JN65AB"));
+    Type(entry, "IK3DEF", "1", "JN");
+    Press(entry, "cmInsertR");
+    EXPECT_EQ(entry.Avviso.Text(), "Qso non inserito: Locator errato");
+    Press(entry, "cmInsertE");
+  });
+  Lines();
+}
+
 TEST_F(ContestQsoTest, ASecondContactWithACallWarnsAndIsStoredForNoPoints) {
   Add(1, "IK3ABC");
   ContestQso& log = OpenLog();

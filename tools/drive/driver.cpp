@@ -91,6 +91,7 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
       {"enabled", 1, 1, &Driver::Enabled},
       {"grid", 1, 1, &Driver::Grid},
       {"status", 1, 1, &Driver::Status},
+      {"marks", 1, 1, &Driver::Marks},
       {"text", 1, 1, &Driver::Text},
       {"list", 1, 1, &Driver::List},
       {"windows", 0, 0, &Driver::WindowNames},
@@ -390,6 +391,7 @@ void Driver::Get(const Words& words) {
 void Driver::Enabled(const Words& words) { PrintEnabled(out_, words[0], FindField(words[0])); }
 void Driver::Grid(const Words& words) { PrintGrid(out_, words[0], FindField(words[0])); }
 void Driver::Status(const Words& words) { PrintStatus(out_, words[0], FindWindow(words[0])); }
+void Driver::Marks(const Words& words) { PrintMarks(out_, words[0], FindWindow(words[0])); }
 void Driver::Text(const Words& words) { PrintRuns(out_, words[0], FindField(words[0])); }
 void Driver::List(const Words& words) { PrintList(out_, words[0], FindField(words[0])); }
 

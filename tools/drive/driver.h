@@ -98,6 +98,7 @@ class Driver {
   void Enabled(const Words& words);
   void Grid(const Words& words);
   void Status(const Words& words);
+  void Marks(const Words& words);
   void Text(const Words& words);
   void List(const Words& words);
   void WindowNames(const Words& words);

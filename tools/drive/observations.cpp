@@ -148,6 +148,19 @@ void PrintStatus(const recorder::LineSink& out, std::string_view name, const Win
   Refuse(name, "has no status bar");
 }
 
+void PrintMarks(const recorder::LineSink& out, std::string_view name, const Window& window) {
+  constexpr std::string_view kWords[] = {"plain", "new", "worked", "confirmed"};
+  const StatusBar* const bar = window.Status();
+  if (bar == nullptr) Refuse(name, "has no status bar");
+  for (int panel = 1; panel <= bar->Panels(); ++panel) {
+    const forms::PanelMark& mark = bar->Mark(panel);
+    if (mark.weight == forms::Weight::kPlain) continue;
+    out(fmt::format("marks {} {} {}{}{}", name, panel,
+                    kWords[static_cast<std::size_t>(mark.weight)], mark.pale ? " pale " : "",
+                    mark.pale ? recorder::Quoted(mark.tip) : ""));
+  }
+}
+
 void PrintRows(const recorder::LineSink& out, engine::Recordset& rows) {
   std::int64_t count = 0;
   for (; !rows.EOF_(); rows.MoveNext(), ++count) {

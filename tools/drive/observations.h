@@ -29,6 +29,8 @@ void PrintList(const recorder::LineSink& out, std::string_view name, forms::Fiel
 // `text W.F`, then a line a run of one colour: `#rrggbb "text"`.
 void PrintRuns(const recorder::LineSink& out, std::string_view name, forms::Field& field);
 // `status W "panel" "panel"`, all panels.
+// A line a panel whose words have a weight: "marks LogForm 2 new pale "..."".
+void PrintMarks(const recorder::LineSink& out, std::string_view name, const forms::Window& window);
 void PrintStatus(const recorder::LineSink& out, std::string_view name, const forms::Window& window);
 // A line a row: `row` and its cells, a tab before each, Null as `NULL`; then `rows N`.
 void PrintRows(const recorder::LineSink& out, engine::Recordset& rows);

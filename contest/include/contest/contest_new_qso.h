@@ -47,6 +47,8 @@ class ContestNewQso : public forms::Window {
                            {.tip = "Inserisce il Qso e prepara il prossimo",
                             .run = [this] { InsertAndStay(); },
                             .focusAfter = &CallQso}};
+  // What was stored last.
+  forms::Label Avviso{*this, "Avviso"};
   forms::Command cmInsertE{
       *this, "cmInsertE", "&Inserisci ed esci", {.tip = "Inserisce il Qso e chiude", .run = [this] {
                                                    InsertAndLeave();

@@ -37,7 +37,10 @@ class ContactDoor {
   // One contact, through rows of the table that the caller has open; they stand afterwards where
   // AddNew, Edit and Delete leave them. Announced when it is stored. What `fill` and the rows throw
   // goes on to the caller: then nothing is stored and nothing announced.
-  void Add(ContactTable table, engine::EditableRecordset& rows, const Fill& fill);
+  // `beside` writes in the same transaction what stands beside the new contact, by its key.
+  using Beside = std::function<void(std::int64_t key)>;
+  void Add(ContactTable table, engine::EditableRecordset& rows, const Fill& fill,
+           const Beside& beside = {});
   void Change(ContactTable table, engine::EditableRecordset& rows, const Fill& fill);
   void Delete(ContactTable table, engine::EditableRecordset& rows);
 

@@ -56,6 +56,10 @@ class LogTimes {
   bool isLocal_;
 };
 
+// The time that is proposed for a new contact: the computer's, which in a log in UTC may be chosen
+// to be UTC (choice::kUtcInLog).
+base::DateTime ProposedTime(Session& session);
+
 // Both times of now, as the main frame shows them.
 std::string ClocksText(Session& session, bool withSeconds);
 

@@ -50,6 +50,27 @@ inline constexpr Choice kZone{"Ora", "Zona", "Fuso orario",
                               "Fuso dell'ora locale, come Europe/Rome; vuoto è quello del computer",
                               TextKind{"", FaultOfZone}};
 
+inline constexpr Choice kKeepsLink{
+    "Log", "Tiene", "Nuovo Qso: tiene il collegamento",
+    "Un nuovo Qso comincia con banda, modo, frequenza e potenza del precedente", YesNoKind{false}};
+inline constexpr Choice kReportsByMode{
+    "Log", "Rapporti", "Rapporti dal modo",
+    "Un nuovo Qso e un altro modo mettono i due rapporti: 59, 599 o quello del profilo",
+    YesNoKind{false}};
+inline constexpr Choice kStatusByBand{"Log", "Esito", "Esito a ogni banda",
+                                      "Cambiata la banda, nuovo, worked e confermato seguono",
+                                      YesNoKind{false}};
+inline constexpr Choice kTimesOfQso{
+    "Log", "Ore", "Ora d'inizio e di fine",
+    "L'inizio è quando si scrive il nominativo, la fine quando il Qso si registra",
+    YesNoKind{false}};
+inline constexpr Choice kEnterStores{
+    "Log", "Invio", "Invio registra",
+    "Invio va a quello che manca, poi registra il Qso e ne comincia un altro", YesNoKind{false}};
+inline constexpr Choice kUtcInLog{"Log", "OraUTC", "Ora UTC proposta",
+                                  "In un log in ora UTC la finestra del log propone l'ora UTC",
+                                  YesNoKind{false}};
+
 inline constexpr Choice kHistoryDays{
     "Storia", "Giorni", "Giorni tenuti",
     "La compattazione toglie dalla storia i lavori più vecchi di tanti giorni",

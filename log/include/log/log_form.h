@@ -1,6 +1,7 @@
 // The station's log: one contact at a time in entry fields, and a grid of the same rows.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -211,6 +212,8 @@ class LogForm : public core::LogWindow {
                         {.tip = "Chiude il log",
                          .run = [this] { Close(); },
                          .enabled = [this] { return ShowsFields(); }}};
+  // Enter, where the operator has chosen that it stores.
+  forms::Command cmInvio{*this, "cmInvio", "Registra", [this] { EnterPressed(); }};
   // Beside what was done last.
   forms::Command cmAnnulla{*this,
                            "cmAnnulla",
@@ -283,6 +286,21 @@ class LogForm : public core::LogWindow {
   // Panel 1 tells which columns of the record on screen are unreadable; with none it is emptied of
   // that.
   void TellUnreadable(const std::string& columns);
+  // The choices that save keys, in log_form_keys.cpp. What they are asked about are new contacts:
+  // the fields then show no record.
+  bool IsNew() const { return !recordCommands_ && ShowsFields(); }
+  void FollowChoices();
+  void TakeTimeOfStart();
+  void PutUsualReports();
+  // The fields of a new contact that hold nothing and should; Enter pressed again leaves the one
+  // that it went to last.
+  forms::TextField* NextMissing();
+  void EnterPressed();
+  void KeepTimeOfEnd(std::int64_t qsoNr);
+  // Says so of the contact in the fields.
+  void TellDone(std::string_view what);
+  bool TryInsert();
+  bool HasTime() const;  // one that can be stored
   bool ValidateQso();
   void StoreQso(engine::EditableRecordset& row);
   base::DateTime TimeToStore() const;
@@ -309,6 +327,8 @@ class LogForm : public core::LogWindow {
   void TellSquare();
   // Panel `number` tells what `condition` (ending in a blank) finds in Log on the chosen band.
   void ShowStatus(int number, std::string_view condition, std::string_view subject);
+  // The panel's words weigh what they say, and are pale while another band than theirs is chosen.
+  void MarkStatus(int number);
   std::string ExcludedQsoNr() const;
 
   core::Session& session_;
@@ -319,7 +339,16 @@ class LogForm : public core::LogWindow {
   bool selected_ = false;                         // a selection is in force, or being made
   std::optional<engine::Bookmark> beforeExport_;  // where DsLog stood
   bool renewsLater_ = false;  // the contacts changed while the search dialog held DsLog
-  forms::Subscription changes_;
+  // Of the panels 2 to 4: what their words weigh, and on which band.
+  struct Told {
+    forms::Weight weight = forms::Weight::kPlain;
+    std::string banda;
+  };
+  std::array<Told, 3> told_;
+  std::string timeOfStart_;                 // date and time as they were put in, empty for not yet
+  std::vector<forms::TextField*> skipped_;  // missing, and left so by the operator
+  forms::TextField* asked_ = nullptr;       // where Enter went last
+  forms::Subscription changes_, choices_;
 };
 
 }  // namespace brenvo::log

@@ -45,6 +45,8 @@ class TabellaCountry : public forms::Window {
   forms::Command cmMappa{*this, "cmMappa", "Usa come &mappa", [this] { TakeFile(Mappa); }};
   forms::Command cmFlag{*this, "cmFlag", "Usa come &bandiera", [this] { TakeFile(Flag); }};
   forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
+  // What was stored last.
+  forms::Label Avviso{*this, "Avviso"};
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   forms::Command cmInsert{

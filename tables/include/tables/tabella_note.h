@@ -27,6 +27,8 @@ class TabellaNote : public forms::Window {
   forms::TextField Codice{*this, "Codice", {.caption = "Tipo", .characters = 7}};  // the type
   forms::TextField Nota{*this, "Nota", {.caption = "Nota", .characters = 20}};
   forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
+  // What was stored last.
+  forms::Label Avviso{*this, "Avviso"};
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   forms::Command cmInsert{

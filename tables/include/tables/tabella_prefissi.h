@@ -31,6 +31,8 @@ class TabellaPrefissi : public core::PrefixPicker {
   forms::TextField Continente{*this, "Continente", {.caption = "Continente", .characters = 4}};
   forms::DataGrid Spread1{*this, "Spread1"};
   forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmSearch, &cmExit}};
+  // What was stored last.
+  forms::Label Avviso{*this, "Avviso"};
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   forms::Command cmInsert{

@@ -35,6 +35,8 @@ class TabellaProvincie : public forms::Window {
   forms::TextField Codice{*this, "Codice", {.caption = "Codice", .characters = 6}};
   forms::TextField Descrizione{*this, "Descrizione", {.caption = "Descrizione", .characters = 20}};
   forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmInsert, &cmUpdate, &cmDelete, &cmExit}};
+  // What was stored last.
+  forms::Label Avviso{*this, "Avviso"};
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   forms::Command cmInsert{

@@ -105,6 +105,8 @@ class UserForm : public forms::Window {
       {.caption = "Intervallo tra le chiamate", .characters = 5}};  // seconds
 
   forms::ToolBar Toolbar1{*this, "Toolbar1", {&cmUpdate, &cmExit}};
+  // What was stored last.
+  forms::Label Avviso{*this, "Avviso"};
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
   forms::Command cmUpdate{*this,

@@ -1,0 +1,92 @@
+// What saves keys in a new contact, each part of it a choice of the operator's.
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/entry.h"
+#include "core/log_time.h"
+#include "core/preferences.h"
+#include "core/station_profile.h"
+#include "geo/locator.h"
+#include "log/log_form.h"
+
+namespace brenvo::log {
+namespace {
+
+// From this frequency up a contact is worth its locator.
+constexpr double kLocatorsFrom = 50;  // MHz
+
+}  // namespace
+
+void LogForm::FollowChoices() {
+  DefaultCommand = session_.Choices.Get<core::choice::kEnterStores>() ? &cmInvio : nullptr;
+}
+
+void LogForm::TakeTimeOfStart() {
+  if (!timeOfStart_.empty() || !IsNew() || CallQso.Text().empty()) return;
+  if (!session_.Choices.Get<core::choice::kTimesOfQso>()) return;
+  DataQso.SetText(base::DateText(core::ProposedTime(session_)));
+  SetTime();
+  timeOfStart_ = DataQso.Text() + Qtr.Text();
+}
+
+// A contact whose time was typed is an old one that is being copied: when it ended nobody knows.
+void LogForm::KeepTimeOfEnd(std::int64_t qsoNr) {
+  if (timeOfStart_.empty() || timeOfStart_ != DataQso.Text() + Qtr.Text()) return;
+  const base::DateTime end = session_.Machine.GetClock().UtcNow();
+  const auto kept = session_.Db.OpenAppender("LogAdif");
+  kept->Append(
+      {qsoNr, "QSO_DATE_OFF", fmt::format("{:04}{:02}{:02}", end.Year(), end.Month(), end.Day())});
+  kept->Append(
+      {qsoNr, "TIME_OFF", fmt::format("{:02}{:02}{:02}", end.Hour(), end.Minute(), end.Second())});
+}
+
+void LogForm::PutUsualReports() {
+  if (!IsNew() || !session_.Choices.Get<core::choice::kReportsByMode>()) return;
+  const std::string report =
+      core::UsualReport(Modo.Text(), core::FindBandProfile(session_, Banda.Text()));
+  QrkDato.SetText(report);
+  QrkRicevuto.SetText(report);
+}
+
+forms::TextField* LogForm::NextMissing() {
+  const bool wantsLocator = base::Val(Frequenza.Text()) >= kLocatorsFrom;
+  const auto isMissing = [&](const forms::TextField* field) {
+    if (field == &Qtr) return !HasTime();
+    if (field == &Locator) return wantsLocator && !geo::IsValidLocator(Locator.Text());
+    return core::IsEmptyField(field->Text());
+  };
+  forms::TextField* const wanted[] = {&CallQso, &DataQso, &Qtr,         &Banda,
+                                      &Modo,    &QrkDato, &QrkRicevuto, &Locator};
+  for (forms::TextField* field : wanted) {
+    if (isMissing(field) && std::ranges::find(skipped_, field) == skipped_.end()) return field;
+  }
+  return nullptr;
+}
+
+void LogForm::EnterPressed() {
+  if (!IsNew()) {
+    Avviso.SetText("Invio registra un Qso nuovo: F5 lo comincia");
+    return;
+  }
+  OnCallLeave();
+  forms::TextField* missing = NextMissing();
+  const bool mayStay = missing != &CallQso && missing != &DataQso && missing != &Qtr;
+  if (missing != nullptr && missing == asked_ && mayStay) {
+    skipped_.push_back(missing);
+    missing = NextMissing();
+  }
+  asked_ = missing;
+  if (missing != nullptr) {
+    Avviso.SetText("Manca: " + missing->Caption());
+    Host().MoveFocus(*missing);
+    return;
+  }
+  if (!TryInsert()) return;
+  ClearQso();
+  Host().MoveFocus(CallQso);
+}
+
+}  // namespace brenvo::log
