@@ -19,7 +19,7 @@ constexpr std::string_view kSection = "StampaQsl";
 QsoLabel LabelOf(engine::Recordset& row) {
   if (core::FieldText(row, core::column::kModo) == "Satellite" &&
       row.Field(core::column::kNote).IsNull()) {
-    throw std::runtime_error("La nota di un collegamento via satellite e' Null");
+    throw std::runtime_error("La nota di un collegamento via satellite è Null");
   }
   return {core::FieldText(row, core::column::kCall),
           core::FieldText(row, core::column::kQrkDato),

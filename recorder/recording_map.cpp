@@ -23,7 +23,7 @@ int Beyond(int pixels, double zoom, int view) {
 
 void RecordingMap::SetImage(const std::filesystem::path& file) {
   const auto size = base::ReadImageSize(file);
-  if (!size) throw std::runtime_error("Il file \"" + names_.Of(file) + "\" non e' un'immagine");
+  if (!size) throw std::runtime_error("Il file \"" + names_.Of(file) + "\" non è un'immagine");
   image_ = *size;
   scrollX_ = scrollY_ = 0;
   sink_("map image " + Quoted(names_.Of(file)));

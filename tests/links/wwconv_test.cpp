@@ -30,7 +30,7 @@ class WWConvTest : public LinksTest {
 TEST_F(WWConvTest, ReadsItsMenuAndConnects) {
   WWConv& chat = Open<WWConv>("WWConv");
   EXPECT_EQ(Lines(), Texts{"connect WWConv \"chat.example.org\" 3600"});
-  EXPECT_EQ(Captions(chat.CMI), (Texts{"Chi c'e'", "Privato"}));
+  EXPECT_EQ(Captions(chat.CMI), (Texts{"Chi c'è", "Privato"}));
   EXPECT_TRUE(session.Opened.WWConvOpen);
   EXPECT_EQ(chat.Caption(), "WWConv (telnet)");
 }

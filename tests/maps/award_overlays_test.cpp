@@ -138,7 +138,7 @@ TEST_F(AwardOverlaysTest, ALocatorBeyondTheCalibrationIsAFailureOfTheEvent) {
   CalibrateFields();
   Log({.locator = "5N65AA"});
   Event([&] { DisplaySquare(session); });
-  EXPECT_THAT(Lines(), Contains("error \"Un campo della mappa ha una lettera che non c'e'\""));
+  EXPECT_THAT(Lines(), Contains("error \"Un campo della mappa ha una lettera che non c'è\""));
 }
 
 TEST_F(AwardOverlaysTest, AnEmptyLocatorIsAFailureOfTheEvent) {

@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <future>
-#include <thread>
 #include <QAudioDevice>
 #include <QElapsedTimer>
 #include <QFile>
@@ -12,6 +11,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
+#include <thread>
 
 #include "recorder/fake_clock.h"
 #include "tests/ui/screen.h"
@@ -351,7 +351,7 @@ TEST_F(PrinterDevice, APrinterThatCannotBeReachedIsToldAndTheNextTryIsSound) {
       printer.Text(base::Mm(0), base::Mm(0), "x");
       ADD_FAILURE() << "nothing was told";
     } catch (const platform::DeviceError& failure) {
-      EXPECT_EQ(failure.what(), "Il file " + file.toStdString() + " non si puo' scrivere");
+      EXPECT_EQ(failure.what(), "Il file " + file.toStdString() + " non si può scrivere");
     }
   }
   file = sound;
@@ -379,7 +379,7 @@ TEST_F(Devices, QuestionsAreAnsweredInItalianAndEscMeansNo) {
 }
 
 TEST_F(Devices, ABoxIsWideEnoughForItsTitle) {
-  const std::string title = "Qso doppio (12345) con una stazione gia' collegata";
+  const std::string title = "Qso doppio (12345) con una stazione già collegata";
   QtMessageBox messages;
   int room = 0;
   WhenModal([&](QWidget& modal) {
