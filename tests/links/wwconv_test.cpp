@@ -35,6 +35,13 @@ TEST_F(WWConvTest, ReadsItsMenuAndConnects) {
   EXPECT_EQ(chat.Caption(), "WWConv (telnet)");
 }
 
+TEST_F(WWConvTest, SaysToWhomItIsConnectedOrWhyNot) {
+  EXPECT_EQ(Open<WWConv>("WWConv").Collegamento.Text(), "Collegato a chat.example.org:3600");
+  machine.Tcp().FailNext("WWConv");
+  EXPECT_EQ(Open<WWConv>("WWConv").Collegamento.Text(),
+            "Non collegato a chat.example.org:3600: connessione rifiutata");
+}
+
 TEST_F(WWConvTest, AMissingMenuFileEndsTheOpeningBeforeItConnects) {
   std::filesystem::remove(directory.Path() / "wwconv.mnu");
   WWConv& chat = Open<WWConv>("WWConv");

@@ -90,11 +90,22 @@ TEST_F(TcpDevice, AnOwnCloseIsNotThePeersAndLosesNothing) {
   EXPECT_EQ(closed, 0);
 }
 
-TEST_F(TcpDevice, AFailedAttemptSaysNothing) {
+TEST_F(TcpDevice, TellsThatItIsConnected) {
+  int connected = 0;
+  client.OnConnected = [&] { ++connected; };
+  ASSERT_NE(Accept(), nullptr);
+  EXPECT_TRUE(WaitFor([&] { return connected == 1; }));
+}
+
+TEST_F(TcpDevice, AFailedAttemptSaysWhyAndIsNoPeersClose) {
   const int port = server.serverPort();
   server.close();
+  std::string why;
+  client.OnFail = [&](std::string_view reason) { why += reason; };
   client.Connect("127.0.0.1", port);
-  QTest::qWait(100);
+  EXPECT_TRUE(WaitFor([&] { return !why.empty(); }));
+  QTest::qWait(20);
+  EXPECT_EQ(why, "connessione rifiutata");
   EXPECT_FALSE(client.IsConnected());
   client.Send("niente");
   EXPECT_EQ(closed, 0);
