@@ -101,7 +101,7 @@ void MappaSquare::DrawSquare(std::string_view square, bool confirmed) {
   places.Seek("=", {square});
   if (places.NoMatch()) return;
   PicBuf1.Draw({FromPixelColumn(places.Field("X")), FromPixelColumn(places.Field("Y")), kRadius,
-                confirmed ? base::kDarkGreen : base::kDarkRed});
+                confirmed ? base::kDarkGreen : base::kDarkRed, !confirmed});
 }
 
 }  // namespace brenvo::maps
