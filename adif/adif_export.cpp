@@ -33,7 +33,7 @@ void RequireReplaceable(const std::filesystem::path& file) {
   const std::string other = OtherThanAdif(first);
   if (other.empty()) return;
   throw std::runtime_error(
-      fmt::format("{} e' {}: scegliere un altro nome", file.filename().string(), other));
+      fmt::format("{} è {}: scegliere un altro nome", file.filename().string(), other));
 }
 
 // The header stands first and declares what only the records tell: such names are few, and are

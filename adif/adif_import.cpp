@@ -30,7 +30,7 @@ class LogFile {
     first.resize(static_cast<std::size_t>(in_.gcount()));
     const std::string other = OtherThanAdif(first);
     if (!other.empty()) {
-      throw std::runtime_error(fmt::format("{} non e' un file ADIF: e' {}", name_, other));
+      throw std::runtime_error(fmt::format("{} non è un file ADIF: è {}", name_, other));
     }
     in_.clear();
     in_.seekg(0);

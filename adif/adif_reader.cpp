@@ -241,7 +241,7 @@ bool AdifReader::TakeValue(const AdifTag& tag, AdifRecord& record) {
     size = RepairedSize(tag.length);
     if (size == std::string::npos) {
       record.fault =
-          tag.length > kLongestValue ? "la lunghezza del campo " + field.name + " non e' possibile"
+          tag.length > kLongestValue ? "la lunghezza del campo " + field.name + " non è possibile"
           : beyond                   ? "il campo " + field.name + " va oltre la fine del file"
                    : "la lunghezza del campo " + field.name + " non corrisponde al testo";
       record.fields.pop_back();

@@ -30,7 +30,7 @@ void EsportaAdif::Load() {
   Contatti.SetEnabled(session_.Opened.CurrentLogForm != nullptr);
   StatusBar1.SetPanel(1, session_.Opened.CurrentLogForm != nullptr
                              ? ""
-                             : "La finestra Log e' chiusa: si esporta tutto il log");
+                             : "La finestra Log è chiusa: si esporta tutto il log");
 }
 
 void EsportaAdif::Unload() { core::SaveWindow(session_, *this, kSection); }
@@ -63,7 +63,7 @@ void EsportaAdif::Export() {
   }
   if (!counts) {
     session_.Messages().Show(platform::MessageIcon::kExclamation, kTitle,
-                             "Esportazione interrotta: il file non e' stato scritto.");
+                             "Esportazione interrotta: il file non è stato scritto.");
     return;
   }
   std::string text =

@@ -118,7 +118,7 @@ void ImportaAdif::ShowPreview() {
   Modi.SetText(Listed(preview_.modes));
   Motivi.SetText(Listed(preview_.reasons));
   std::string warnings;
-  if (preview_.endsEarly) warnings = "Il file finisce a meta' di un record. ";
+  if (preview_.endsEarly) warnings = "Il file finisce a metà di un record. ";
   if (preview_.damaged > 0) warnings += fmt::format("Record danneggiati: {}.", preview_.damaged);
   Avvisi.SetText(base::Trim(warnings));
   Spostati.SetText(std::to_string(counts.moved));
@@ -202,7 +202,7 @@ void ImportaAdif::Import() {
     counts = ImportContacts(
         session_, file_, {Choice(), ContattiRipetuti.Index() == 1},
         [&](std::int64_t done) { return progress->Advance(done); }, out);
-    if (!counts) out << "Importazione interrotta: nessun record e' stato importato.\r\n";
+    if (!counts) out << "Importazione interrotta: nessun record è stato importato.\r\n";
   } catch (const engine::DatabaseError& failure) {
     session_.EndWith(failure, kTitle);
   } catch (const std::runtime_error& failure) {
@@ -211,7 +211,7 @@ void ImportaAdif::Import() {
   }
   if (!counts) {
     session_.Messages().Show(platform::MessageIcon::kExclamation, kTitle,
-                             "Importazione interrotta: nessun record e' stato importato.");
+                             "Importazione interrotta: nessun record è stato importato.");
     return;
   }
   std::string text = fmt::format(
@@ -219,7 +219,7 @@ void ImportaAdif::Import() {
       counts->read, counts->fresh, counts->repeated, counts->completed, counts->refused);
   if (counts->moved > 0) text += fmt::format("Spostati nel minuto: {}\n", counts->moved);
   if (counts->repairs > 0) text += fmt::format("Campi riparati: {}\n", counts->repairs);
-  text += fmt::format("Il rapporto e' nel file {}", report.filename().string());
+  text += fmt::format("Il rapporto è nel file {}", report.filename().string());
   session_.Messages().Show(platform::MessageIcon::kInformation, kTitle, text);
   OfferBands(session_, kTitle, MissingBands(session_, counts->bands));
   Close();

@@ -238,7 +238,7 @@ void PlacedContacts::Put(std::uint64_t key, const InMinute& present) {
 }
 
 RepeatedInFile::RepeatedInFile() : keys_(std::tmpfile()) {
-  if (keys_ == nullptr) throw std::runtime_error("Non si puo' scrivere un file temporaneo");
+  if (keys_ == nullptr) throw std::runtime_error("Non si può scrivere un file temporaneo");
 }
 
 RepeatedInFile::~RepeatedInFile() { std::fclose(keys_); }
@@ -254,7 +254,7 @@ std::uint64_t RepeatedInFile::KeyOf(const core::LogContact& contact) {
 void RepeatedInFile::Write(std::uint64_t key, std::uint64_t packed) {
   const std::uint64_t entry[] = {key, packed};
   if (std::fwrite(entry, sizeof entry, 1, keys_) != 1) {
-    throw std::runtime_error("Non si puo' scrivere un file temporaneo");
+    throw std::runtime_error("Non si può scrivere un file temporaneo");
   }
   ++added_;
 }

@@ -11,6 +11,7 @@
 #include "ui/icons.h"
 #include "ui/qt_platform.h"
 #include "ui/station_lock.h"
+#include "ui/style.h"
 #include "ui/text.h"
 
 namespace {
@@ -47,7 +48,7 @@ int RunStation(QApplication& application, const QString& directory) {
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Brenvo"));
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  brenvo::ui::UseStyle();
   QApplication::setWindowIcon(brenvo::ui::ProgramIcon());
   // The main frame says when the program ends, not the last window that closes.
   QApplication::setQuitOnLastWindowClosed(false);

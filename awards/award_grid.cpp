@@ -16,6 +16,7 @@
 #include "core/places.h"
 #include "core/texts.h"
 #include "note_staging.h"
+#include "selection_words.h"
 
 namespace brenvo::awards {
 namespace {
@@ -120,6 +121,9 @@ void AwardGrid::Load() {
     Try([&] { SetCaption("Note - " + StageNotes(session_, session_.Handed.QueryText)); });
   }
   Try([&] { ShowHeadings(); });
+  Try([&] {
+    Selezione.SetText("Selezione: " + SelectionInWords(session_, session_.Handed.QueryText));
+  });
   selection_ = SelectionOf(member_, session_.Handed.QueryText);
   Try([&] { groups_ = session_.Db.OpenSnapshot(GroupedQuery(member_, selection_)); });
   if (groups_) Try([&] { ListEntries(); });

@@ -95,7 +95,7 @@ void TransferToLog(core::Session& session, std::string_view date, std::string_vi
   contest.Seek("=", {day, band});
   if (contest.NoMatch()) {
     throw engine::DatabaseError(engine::DatabaseError::kNoCurrentRecord,
-                                "Il contest dei qso non esiste piu'");
+                                "Il contest dei qso non esiste più");
   }
   const auto rows = session.Db.OpenSnapshot("Select * FROM [Contest Qso]" + MarkedOf(date, band));
   session.Tables.TbLog->SetIndex("Call");

@@ -115,7 +115,7 @@ void Session::RequireNoOtherProgram() const {
   for (auto waited = kPause; std::filesystem::exists(journal, error); waited += kPause) {
     if (waited > kPatience) {
       throw engine::DatabaseError(engine::DatabaseError::kLocked,
-                                  "Il database e' aperto in un altro programma.");
+                                  "Il database è aperto in un altro programma.");
     }
     std::this_thread::sleep_for(kPause);
   }

@@ -82,7 +82,7 @@ class Binder {
       if (term.value->kind == NodeKind::kInteger) {
         const std::int64_t place = term.value->integer;
         if (place < 1 || place > static_cast<std::int64_t>(select.items.size())) {
-          FailSyntax("L'ordinamento indica una colonna che non c'e'.");
+          FailSyntax("L'ordinamento indica una colonna che non c'è.");
         }
         term.value = select.items[static_cast<std::size_t>(place - 1)].value;
         continue;
@@ -90,7 +90,7 @@ class Binder {
       Expression(*term.value, scope, Aggregates::kAllowed);
     }
     if (select.distinct && IsGrouped(select)) {
-      FailSyntax("DISTINCT non si puo' usare insieme a un raggruppamento.");
+      FailSyntax("DISTINCT non si può usare insieme a un raggruppamento.");
     }
   }
 
@@ -141,11 +141,11 @@ class Binder {
   [[noreturn]] static void FailName(std::string_view name) {
     throw engine::DatabaseError(
         engine::DatabaseError::kUnknownParameter,
-        "Parametri insufficienti: '" + std::string(name) + "' non e' il nome di una colonna.");
+        "Parametri insufficienti: '" + std::string(name) + "' non è il nome di una colonna.");
   }
 
   static ValueType ColumnName(Node& node, const Scope& scope) {
-    if (node.star) FailSyntax("L'asterisco non puo' stare in un'espressione.");
+    if (node.star) FailSyntax("L'asterisco non può stare in un'espressione.");
     for (const Scope* at = &scope; at != nullptr; at = at->outer) {
       const TableReference* found = nullptr;
       for (std::size_t i = 0; i < at->count; ++i) {
@@ -156,7 +156,7 @@ class Binder {
         if (found != nullptr) {
           throw engine::DatabaseError(
               engine::DatabaseError::kAmbiguousName,
-              "Il nome '" + std::string(node.text) + "' sta in piu' tabelle.");
+              "Il nome '" + std::string(node.text) + "' sta in più tabelle.");
         }
         found = &reference;
         node.table = reference.table;
@@ -178,7 +178,7 @@ class Binder {
     node.function = function;
     const bool aggregate = IsAggregate(node);
     if (aggregate && aggregates == Aggregates::kForbidden) {
-      FailSyntax("La funzione '" + std::string(function->name) + "' non puo' stare qui.");
+      FailSyntax("La funzione '" + std::string(function->name) + "' non può stare qui.");
     }
     const bool starred = node.star && function->kind == Function::Kind::kCount;
     const int count = static_cast<int>(node.children.size());

@@ -13,7 +13,7 @@ namespace {
 [[noreturn]] void Fail(const engine::Value& value, std::string_view column) {
   throw engine::DatabaseError(
       engine::DatabaseError::kConversion,
-      "Il valore '" + value.Text() + "' non e' adatto alla colonna '" + std::string(column) + "'.");
+      "Il valore '" + value.Text() + "' non è adatto alla colonna '" + std::string(column) + "'.");
 }
 
 engine::Value Whole(double number, const engine::Value& value, std::string_view column) {
@@ -104,7 +104,7 @@ base::DateTime DateOfLiteral(std::string_view text) {
   if (const auto time = base::ParseTime(text)) return *time;
   throw engine::DatabaseError(
       engine::DatabaseError::kTypeMismatchInExpression,
-      "Tipo di dati non corrispondente: '" + std::string(text) + "' non e' una data.");
+      "Tipo di dati non corrispondente: '" + std::string(text) + "' non è una data.");
 }
 
 engine::Value ToColumn(const engine::Value& value, ColumnType type, std::string_view column) {

@@ -71,7 +71,7 @@ class Parser {
   Parser(std::string_view statement, StatementTree& tree)
       : statement_(statement), tree_(tree), tokens_(statement) {
     if (statement.size() > kLongestStatement) {
-      throw engine::DatabaseError(engine::DatabaseError::kSyntax, "L'istruzione e' troppo lunga.");
+      throw engine::DatabaseError(engine::DatabaseError::kSyntax, "L'istruzione è troppo lunga.");
     }
     token_ = tokens_.Next();
     next_ = tokens_.Next();
@@ -121,12 +121,12 @@ class Parser {
     std::string near = base::Left(
         base::ValidUtf8(statement_.substr(std::min(token_.start, statement_.size()))), 40);
     throw engine::DatabaseError(engine::DatabaseError::kSyntax,
-                                near.empty() ? "Errore di sintassi: l'istruzione non e' completa."
+                                near.empty() ? "Errore di sintassi: l'istruzione non è completa."
                                              : "Errore di sintassi presso '" + near + "'.");
   }
   [[noreturn]] void FailDepth() const {
     throw engine::DatabaseError(engine::DatabaseError::kSyntax,
-                                "L'espressione e' troppo complessa.");
+                                "L'espressione è troppo complessa.");
   }
 
   void Advance() {

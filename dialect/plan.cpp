@@ -35,7 +35,7 @@ SelectPlan::SelectPlan(const Schema& schema, std::string_view select) : text_(se
   ParseStatement(text_, tree_);
   if (tree_.kind != StatementKind::kSelect) {
     throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
-                                "Operazione non valida: qui e' ammessa solo una selezione.");
+                                "Operazione non valida: qui è ammessa solo una selezione.");
   }
   BindStatement(schema, tree_);
 }
@@ -65,7 +65,7 @@ std::vector<const TableSchema*> SelectPlan::TablesRead() const {
 KeysetPlan::KeysetPlan(const Schema& schema, std::string_view select) : SelectPlan(schema, select) {
   if (!IsOfOneTable(Select())) {
     throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
-                                "Operazione non valida: la selezione non si puo' aggiornare.");
+                                "Operazione non valida: la selezione non si può aggiornare.");
   }
 }
 
@@ -84,7 +84,7 @@ ActionPlan::ActionPlan(const Schema& schema, std::string_view statement) : text_
   ParseStatement(text_, tree_);
   if (tree_.kind == StatementKind::kSelect) {
     throw engine::DatabaseError(engine::DatabaseError::kExecuteOfSelect,
-                                "Una selezione non si puo' eseguire.");
+                                "Una selezione non si può eseguire.");
   }
   BindStatement(schema, tree_);
   table_ = schema.FindTable(tree_.table);

@@ -6,7 +6,7 @@
 namespace brenvo::engine {
 
 void FailClosed() {
-  throw DatabaseError(DatabaseError::kObjectClosed, "L'oggetto non e' piu' aperto.");
+  throw DatabaseError(DatabaseError::kObjectClosed, "L'oggetto non è più aperto.");
 }
 
 void FailNoCurrentRecord() {
@@ -14,7 +14,7 @@ void FailNoCurrentRecord() {
 }
 
 void FailRecordDeleted() {
-  throw DatabaseError(DatabaseError::kRecordDeleted, "Il record e' stato cancellato.");
+  throw DatabaseError(DatabaseError::kRecordDeleted, "Il record è stato cancellato.");
 }
 
 std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view name) {
@@ -22,7 +22,7 @@ std::size_t PlaceOf(const std::vector<std::string>& columns, std::string_view na
     if (base::SameText(columns[i], name)) return i;
   }
   throw DatabaseError(DatabaseError::kItemNotFound,
-                      "La colonna '" + std::string(name) + "' non c'e'.");
+                      "La colonna '" + std::string(name) + "' non c'è.");
 }
 
 }  // namespace brenvo::engine

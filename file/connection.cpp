@@ -78,7 +78,7 @@ void Connection::Setup() {
   sqlite3* const file = file_.get();
   if (ReadPragma(file, "PRAGMA user_version") != kVersion) {
     throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
-                                "Il database e' di un'altra versione del programma.");
+                                "Il database è di un'altra versione del programma.");
   }
   if (sqlite3_db_readonly(file, "main") == 1) throw FailureOf(SQLITE_READONLY, nullptr);
   schema_ = ReadSchema(file);
@@ -215,7 +215,7 @@ void Connection::Watch(std::function<bool()> goOn) {
 
 void Connection::RequireIdle() const {
   if (question_ && question_->Open()) {
-    throw engine::DatabaseError(engine::DatabaseError::kLocked, "Il database e' al lavoro.");
+    throw engine::DatabaseError(engine::DatabaseError::kLocked, "Il database è al lavoro.");
   }
 }
 
@@ -236,14 +236,14 @@ void Connection::Fail(int code) {
 void Connection::RequireSound() const {
   if (damaged_) {
     throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
-                                "Il file del database e' danneggiato e non viene piu' modificato.");
+                                "Il file del database è danneggiato e non viene più modificato.");
   }
   // What is written to a file that has lost its name is written to nowhere.
   int moved = 0;
   sqlite3_file_control(file_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
   if (moved != 0) {
     throw engine::DatabaseError(engine::DatabaseError::kFileNotFound,
-                                "Il file del database e' stato spostato o cancellato.");
+                                "Il file del database è stato spostato o cancellato.");
   }
 }
 
@@ -254,7 +254,7 @@ CompiledStatement Connection::Compile(std::string_view sql) {
   constexpr std::string_view kEnds[] = {"--", "/*", ";", std::string_view("\0", 1)};
   for (const std::string_view end : kEnds) {
     if (sql.find(end) == std::string_view::npos) continue;
-    throw engine::DatabaseError(engine::DatabaseError::kSyntax, "L'istruzione non e' valida.");
+    throw engine::DatabaseError(engine::DatabaseError::kSyntax, "L'istruzione non è valida.");
   }
   const int code = sqlite3_prepare_v3(file_.get(), statement.text.data(),
                                       static_cast<int>(statement.text.size()),
@@ -264,7 +264,7 @@ CompiledStatement Connection::Compile(std::string_view sql) {
   if ((code & 0xFF) == SQLITE_ERROR) {
     throw engine::DatabaseError(
         engine::DatabaseError::kSyntax,
-        "L'istruzione non e' valida (" + std::string(sqlite3_errmsg(file_.get())) + ").");
+        "L'istruzione non è valida (" + std::string(sqlite3_errmsg(file_.get())) + ").");
   }
   Fail(code);
 }
@@ -371,7 +371,7 @@ void Connection::Begin() {
     PrepareFile();
   } else {
     throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
-                                "Una transazione e' gia' aperta.");
+                                "Una transazione è già aperta.");
   }
   Running begin(*this, "BEGIN IMMEDIATE");
   StepWriter(begin, nullptr);
@@ -382,7 +382,7 @@ void Connection::Commit() {
   RequireSound();
   if (!InTransaction()) {
     throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
-                                "Nessuna transazione e' aperta.");
+                                "Nessuna transazione è aperta.");
   }
   Running(*this, "COMMIT").Step();
 }
@@ -391,7 +391,7 @@ void Connection::Rollback() {
   RequireOpen();
   if (!InTransaction()) {
     throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
-                                "Nessuna transazione e' aperta.");
+                                "Nessuna transazione è aperta.");
   }
   ++rollbacks_;
   Running(*this, "ROLLBACK").Step();

@@ -24,7 +24,7 @@ void CompactDatabase(const std::filesystem::path& from, const std::filesystem::p
   std::error_code ignored;
   if (std::filesystem::exists(to, ignored)) {
     throw engine::DatabaseError(engine::DatabaseError::kFileExists,
-                                "Il database '" + to.string() + "' esiste gia'.");
+                                "Il database '" + to.string() + "' esiste già.");
   }
   const SqliteFile file = OpenSqliteFile(from);
   std::optional<Question> question;

@@ -213,7 +213,7 @@ void DynasetRows::Set(std::string_view column, const engine::Value& value) {
   const std::size_t tableColumn = keyset_.columns[engine::PlaceOf(names_, column)].tableColumn;
   if (tableColumn == dialect::TableSchema::kNone) {
     throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
-                                "La colonna '" + std::string(column) + "' non si puo' scrivere.");
+                                "La colonna '" + std::string(column) + "' non si può scrivere.");
   }
   edit_.Set(tableColumn, value);
 }

@@ -47,7 +47,7 @@ void RequireOurFile(const std::filesystem::path& path) {
   if (error) throw PathFailure(path, error);
   if (status.type() != std::filesystem::file_type::regular) {
     throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
-                                "'" + path.string() + "' non e' un database.");
+                                "'" + path.string() + "' non è un database.");
   }
   RequireShortPath(path);
   constexpr std::string_view kMagic("SQLite format 3\0", 16);
@@ -59,7 +59,7 @@ void RequireOurFile(const std::filesystem::path& path) {
   }
   if (header.size() < kHeader || !header.starts_with(kMagic)) {
     throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
-                                "Il file '" + path.filename().string() + "' non e' un database.");
+                                "Il file '" + path.filename().string() + "' non è un database.");
   }
   std::uint32_t id = 0;
   for (std::size_t i = 0; i < 4; ++i) {
@@ -68,7 +68,7 @@ void RequireOurFile(const std::filesystem::path& path) {
   if (id != kApplicationId) {
     throw engine::DatabaseError(
         engine::DatabaseError::kNotADatabase,
-        "Il file '" + path.filename().string() + "' non e' un database di questo programma.");
+        "Il file '" + path.filename().string() + "' non è un database di questo programma.");
   }
 }
 

@@ -98,7 +98,7 @@ bool OnlineCopy::Verify(const std::function<bool()>& goOn) {
   }
   if (!complaint.empty()) {
     throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
-                                "Il file del database e' danneggiato (" + complaint + ").");
+                                "Il file del database è danneggiato (" + complaint + ").");
   }
   files_->to.reset();
   SyncToDisk(files_->path);

@@ -33,7 +33,7 @@ void RecordEdit::Set(std::size_t column, const engine::Value& value) {
   const dialect::Column& target = table_.columns[column];
   if (target.type == dialect::ColumnType::kCounter) {
     throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
-                                "Il contatore '" + target.name + "' non si puo' scrivere.");
+                                "Il contatore '" + target.name + "' non si può scrivere.");
   }
   values_[column] = dialect::ToColumn(value, target.type, target.name);
   touched_[column] = true;

@@ -153,7 +153,7 @@ engine::DatabaseError FailureOf(int extendedCode, const char* message, int syste
     case SQLITE_READONLY:
     case SQLITE_PERM:
       return {engine::DatabaseError::kReadOnly,
-              "Il database e' di sola lettura: dare all'utente il permesso di scrivere il file e "
+              "Il database è di sola lettura: dare all'utente il permesso di scrivere il file e "
               "la sua cartella."};
     case SQLITE_CANTOPEN:  // what stands beside a database while it is open
       if (noRoom) {
@@ -165,19 +165,19 @@ engine::DatabaseError FailureOf(int extendedCode, const char* message, int syste
       if (systemError != 0 && why != std::errc::permission_denied &&
           why != std::errc::read_only_file_system) {
         return {engine::DatabaseError::kReadOnly,
-                "Nella directory del file non si puo' scrivere: " + base::ReasonText(why) + "."};
+                "Nella directory del file non si può scrivere: " + base::ReasonText(why) + "."};
       }
       return {engine::DatabaseError::kReadOnly,
-              "Nella directory del file non si puo' scrivere: dare all'utente il permesso di "
+              "Nella directory del file non si può scrivere: dare all'utente il permesso di "
               "scrivervi."};
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       return {engine::DatabaseError::kLocked,
-              "Il database e' bloccato da un altro programma: chiuderlo e riprovare."};
+              "Il database è bloccato da un altro programma: chiuderlo e riprovare."};
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
       return {engine::DatabaseError::kNotADatabase,
-              "Il file del database e' danneggiato" + detail + "."};
+              "Il file del database è danneggiato" + detail + "."};
     case SQLITE_INTERRUPT:
       return {engine::DatabaseError::kStopped, "Operazione interrotta."};
     case SQLITE_AUTH:

@@ -149,9 +149,8 @@ bool TableRows::LoadNeighbour(Direction direction) {
   const int order = OrderOf(from, row_);
   if (direction == Direction::kForward ? order < 0 : order > 0) return true;
   connection_->RefuseWrites();
-  throw engine::DatabaseError(
-      engine::DatabaseError::kNotADatabase,
-      "Il file del database e' danneggiato (tabella " + table_->name + ").");
+  throw engine::DatabaseError(engine::DatabaseError::kNotADatabase,
+                              "Il file del database è danneggiato (tabella " + table_->name + ").");
 }
 
 int TableRows::OrderOf(const Row& a, const Row& b) {

@@ -24,7 +24,7 @@ namespace column = core::column;
 
 constexpr std::string_view kFirstStep =
     "Per cominciare: Utility > Tabella Utente (Ctrl+U), e scrivere il proprio nominativo e il "
-    "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto e' sempre al tasto F1.\n"
+    "locator.\nPoi Log (Ctrl+L): nominativo, banda, F2. L'aiuto è sempre al tasto F1.\n"
     "Le scelte sono in Utility > Preferenze (Ctrl+,).";
 // Between two looks at the clock, milliseconds.
 constexpr int kClockInterval = 1000;
@@ -205,7 +205,7 @@ void MainFrame::PutBackACopy() {
     return;
   }
   if (!restored) {
-    StatusBar1.SetPanel(1, "Copia non ripristinata: una finestra e' in uso e non si chiude");
+    StatusBar1.SetPanel(1, "Copia non ripristinata: una finestra è in uso e non si chiude");
     return;
   }
   StatusBar1.SetPanel(1, "Ripristinata la copia " + upkeep::TitleOf(*chosen));

@@ -1,5 +1,7 @@
 #include "links/tnc.h"
 
+#include <fmt/format.h>
+
 #include "base/number.h"
 #include "base/text.h"
 #include "core/station_profile.h"
@@ -32,12 +34,24 @@ void TNC::Load() {
   }
 }
 
+void TNC::OpenPort() {
+  try {
+    comm1_->Open();
+  } catch (const platform::DeviceError& error) {
+    Collegamento.SetText(error.what());
+    throw;
+  }
+  Collegamento.SetText(fmt::format(
+      "Porta COM{} aperta",
+      base::PlainNumber(base::Val(base::Right(core::ProfileText(session_, "TNCPort"), 1)))));
+}
+
 void TNC::Open() {
   comm1_->SetSettings(base::PlainNumber(base::Val(core::ProfileText(session_, "TNCBaud"))) +
                       ",N,8,1");
   comm1_->SetPortNumber(
       static_cast<int>(base::Val(base::Right(core::ProfileText(session_, "TNCPort"), 1))));
-  comm1_->Open();
+  OpenPort();
   FillMenus();
 }
 

@@ -4,16 +4,19 @@
 
 #include "core/station_profile.h"
 #include "core/window_place.h"
-#include "link_address.h"
+#include "prompt_text.h"
 
 namespace brenvo::links {
 
 TNCtelnet::TNCtelnet(core::Session& session)
     : ClusterTerminal(session, "TNCtelnet", "DX cluster telnet", kTelnetPolicy, nullptr, nullptr,
                       nullptr),
-      winsock1_(session.Machine.MakeTcpClient("TNCtelnet")) {
-  winsock1_->OnData = [this] { ReceiveWaiting(); };
-  winsock1_->OnPeerClose = [this] { Close(); };
+      winsock1_(session.Machine.MakeTcpClient("TNCtelnet")),
+      connection_(session, *this, Collegamento, *winsock1_),
+      silence_(session.Machine.MakeTimer()) {
+  winsock1_->OnData = [this] { Receive(); };
+  silence_->SetInterval(kSilence);
+  silence_->OnTick = [this] { ShowTail(); };
 }
 
 void TNCtelnet::Load() {
@@ -27,7 +30,7 @@ void TNCtelnet::Load() {
 }
 
 void TNCtelnet::Open() {
-  ConnectTo(*winsock1_, core::ProfileText(session_, "TelnetCluster"));
+  connection_.Connect(core::ProfileText(session_, "TelnetCluster"));
   FillMenus();
 }
 
@@ -37,6 +40,23 @@ void TNCtelnet::Unload() {
   if (!winsock1_->IsConnected()) return;
   Send("quit");
   winsock1_->Close();
+}
+
+void TNCtelnet::Receive() {
+  ReceiveWaiting();
+  // What it showed may have ended by now.
+  if (!InArrivo.Text().empty() &&
+      !PromptText(engine_.RxLine(), kLongestTail).starts_with(InArrivo.Text())) {
+    InArrivo.SetText("");
+  }
+  // Begins to count anew.
+  silence_->SetEnabled(false);
+  silence_->SetEnabled(!engine_.RxLine().empty());
+}
+
+void TNCtelnet::ShowTail() {
+  silence_->SetEnabled(false);
+  InArrivo.SetText(PromptText(engine_.RxLine(), kLongestTail));
 }
 
 void TNCtelnet::Connect() {

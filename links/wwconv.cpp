@@ -4,7 +4,6 @@
 #include "chat_chunk.h"
 #include "core/station_profile.h"
 #include "core/window_place.h"
-#include "link_address.h"
 #include "received_text.h"
 
 namespace brenvo::links {
@@ -21,7 +20,8 @@ WWConv::WWConv(core::Session& session)
     : forms::Window(session.Host(), "WWConv", "WWConv (telnet)", base::Twips(9000),
                     base::Twips(6000)),
       session_(session),
-      winsock1_(session.Machine.MakeTcpClient("WWConv")) {
+      winsock1_(session.Machine.MakeTcpClient("WWConv")),
+      connection_(session, *this, Collegamento, *winsock1_) {
   MenuBar = {&cmCM, &CMO};
   CMI.Add("-");
   cmMessaggiPersonali.Toggle = true;
@@ -30,7 +30,6 @@ WWConv::WWConv(core::Session& session)
   Sended.OnEnter = [this] { SendTyped(); };
   CMI.OnPick = [this](int entry) { PickEntry(entry); };
   winsock1_->OnData = [this] { ReceiveChunk(); };
-  winsock1_->OnPeerClose = [this] { Close(); };
 }
 
 void WWConv::Load() {
@@ -45,7 +44,7 @@ void WWConv::Load() {
 
 void WWConv::Open() {
   FillMenuFromFile(session_.File("\\wwconv.mnu"), CMI, Comandi);
-  ConnectTo(*winsock1_, core::ProfileText(session_, "TelnetWWConv"));
+  connection_.Connect(core::ProfileText(session_, "TelnetWWConv"));
 }
 
 void WWConv::Unload() {

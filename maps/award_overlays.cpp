@@ -18,9 +18,18 @@
 namespace brenvo::maps {
 namespace {
 
-base::Colour FieldColour(bool confirmed) { return confirmed ? base::kGreen : base::kRed; }
-base::Colour ProvinceColour(bool confirmed) {
-  return confirmed ? base::kDarkGreen : base::kDarkRed;
+// Stripes tell worked from confirmed where red and green look alike.
+platform::MapFill FieldFill(bool confirmed) {
+  return {confirmed ? base::kGreen : base::kRed, !confirmed};
+}
+platform::MapFill ProvinceFill(bool confirmed) {
+  return {confirmed ? base::kDarkGreen : base::kDarkRed, !confirmed};
+}
+
+constexpr const char *kConfirmed = "Confermato", *kWorked = "Lavorato, non confermato";
+
+void ShowLegend(platform::PictureViewer& map, platform::MapFill (*fill)(bool confirmed)) {
+  map.ShowLegend({{fill(true), {}, kConfirmed}, {fill(false), {}, kWorked}});
 }
 
 // Lets the operator's events run, and tells whether what is being painted on still stands.
@@ -69,8 +78,14 @@ std::string GroupedQuery(std::string_view expression, std::string_view alias,
       expression, alias, selection);
 }
 
-void DrawBox(platform::PictureViewer& map, const MapBox& box, base::Colour fill) {
+void DrawBox(platform::PictureViewer& map, const MapBox& box, platform::MapFill fill) {
   map.DrawRectangle(box.x, box.y, box.width, box.height, fill);
+}
+
+constexpr std::string_view kSampleZone = "15";  // its bitmaps stand in the legend
+
+std::filesystem::path ZoneStamp(core::Session& session, std::string_view zone, bool confirmed) {
+  return session.File(fmt::format("\\Zona{}{}.bmp", zone, confirmed ? "c" : "nc"));
 }
 
 SquareCalibration DrawGraticule(platform::PictureViewer& map, engine::Recordset& fields) {
@@ -92,10 +107,11 @@ SquareCalibration DrawGraticule(platform::PictureViewer& map, engine::Recordset&
 void DisplayField(core::Session& session) {
   platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
+  ShowLegend(map, FieldFill);
   const auto rows = session.Db.OpenSnapshot(
       GroupedQuery("Left(Locator,2)", " as Field", session.Handed.QueryText));
   const bool finished = ForEachEntry(*rows, "Field", [&](const engine::Value& key, bool confirmed) {
-    DrawBox(map, FieldBox(key.Text(), ViewOf(map)), FieldColour(confirmed));
+    DrawBox(map, FieldBox(key.Text(), ViewOf(map)), FieldFill(confirmed));
     return pause.GoOn();
   });
   if (!finished) return;
@@ -106,6 +122,7 @@ void DisplayField(core::Session& session) {
 void DisplaySquare(core::Session& session) {
   platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
+  ShowLegend(map, FieldFill);
   const auto fields = session.Db.OpenSnapshot("Select * from Field order by Field");
   map.SetScroll(0, 0);
   const SquareCalibration calibration = DrawGraticule(map, *fields);
@@ -115,7 +132,7 @@ void DisplaySquare(core::Session& session) {
       ForEachEntry(*rows, "Square", [&](const engine::Value& key, bool confirmed) {
         const auto box = calibration.BoxOf(key.Text(), ViewOf(map));
         if (!box) return true;
-        DrawBox(map, *box, FieldColour(confirmed));
+        DrawBox(map, *box, FieldFill(confirmed));
         return pause.GoOn();
       });
   if (!finished) return;
@@ -126,6 +143,8 @@ void DisplaySquare(core::Session& session) {
 void DisplayZone(core::Session& session) {
   platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
+  map.ShowLegend({{base::kGreen, ZoneStamp(session, kSampleZone, true), kConfirmed},
+                  {base::kRed, ZoneStamp(session, kSampleZone, false), kWorked}});
   const auto rows =
       session.Db.OpenSnapshot(GroupedQuery("[Zona CQ]", "", session.Handed.QueryText));
   const bool finished =
@@ -136,9 +155,7 @@ void DisplayZone(core::Session& session) {
         session.Map.Pointer_X = spot->x;
         session.Map.Pointer_Y = spot->y;
         const MapPoint corner = StampCorner(spot->x, spot->y, ViewOf(map));
-        map.DrawStamp(
-            session.File("\\Zona" + base::Trim(number) + (confirmed ? "c" : "nc") + ".bmp"),
-            corner.x, corner.y);
+        map.DrawStamp(ZoneStamp(session, base::Trim(number), confirmed), corner.x, corner.y);
         return pause.GoOn();
       });
   if (!finished) return;
@@ -149,6 +166,7 @@ void DisplayZone(core::Session& session) {
 void DisplayItalia(core::Session& session) {
   platform::PictureViewer& map = session.Machine.Map();
   Pause pause(session);
+  ShowLegend(map, ProvinceFill);
   const auto rows = session.Db.OpenSnapshot(
       GroupedQuery("Provincia", "", session.Handed.QueryText + " AND Provincia<>''"));
   const bool finished =
@@ -158,7 +176,7 @@ void DisplayItalia(core::Session& session) {
         if (!spot) return true;
         session.Map.Pointer_X = spot->x;
         session.Map.Pointer_Y = spot->y;
-        DrawBox(map, ProvinceBox(spot->x, spot->y, ViewOf(map)), ProvinceColour(confirmed));
+        DrawBox(map, ProvinceBox(spot->x, spot->y, ViewOf(map)), ProvinceFill(confirmed));
         return pause.GoOn();
       });
   if (finished) map.EndAnnotation();

@@ -20,7 +20,7 @@ base::Twips FromPixelColumn(const engine::Value& value) {
   const std::int64_t pixels = value.Integer();
   if (pixels < std::numeric_limits<std::int16_t>::min() ||
       pixels > std::numeric_limits<std::int16_t>::max()) {
-    throw std::overflow_error("La posizione di uno square e' fuori dalla mappa");
+    throw std::overflow_error("La posizione di uno square è fuori dalla mappa");
   }
   return base::Twips::FromPixels(static_cast<int>(pixels));
 }
@@ -101,7 +101,7 @@ void MappaSquare::DrawSquare(std::string_view square, bool confirmed) {
   places.Seek("=", {square});
   if (places.NoMatch()) return;
   PicBuf1.Draw({FromPixelColumn(places.Field("X")), FromPixelColumn(places.Field("Y")), kRadius,
-                confirmed ? base::kDarkGreen : base::kDarkRed});
+                confirmed ? base::kDarkGreen : base::kDarkRed, !confirmed});
 }
 
 }  // namespace brenvo::maps

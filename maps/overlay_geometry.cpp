@@ -35,7 +35,7 @@ int Whole(double pixels) { return static_cast<int>(base::RoundHalfEven(pixels));
 int CodeAt(std::string_view key, std::size_t place) {
   const std::u32string characters = base::Characters(key);
   if (place > characters.size()) {
-    throw std::out_of_range("Il codice \"" + std::string(key) + "\" e' troppo corto per la mappa");
+    throw std::out_of_range("Il codice \"" + std::string(key) + "\" è troppo corto per la mappa");
   }
   return static_cast<int>(characters[place - 1]);
 }
@@ -46,7 +46,7 @@ int RowOf(int code) { return 91 - code; }
 template <class Edges>
 auto& EdgeAt(Edges& edges, int index) {
   if (index < 0 || index >= static_cast<int>(edges.size())) {
-    throw std::out_of_range("Un campo della mappa ha una lettera che non c'e'");
+    throw std::out_of_range("Un campo della mappa ha una lettera che non c'è");
   }
   return edges[static_cast<std::size_t>(index)];
 }

@@ -24,8 +24,8 @@ constexpr FixedText kHeadings[] = {{38, 2.5, "Date"},  {52.5, 2.5, "Qtr"},   {65
 
 }  // namespace
 
-void DrawStationLabel(platform::Printer& printer, base::Mm x, base::Mm y,
-                      const StationLabel& label) {
+void DrawStationLabel(platform::Printer& printer, base::Mm x, base::Mm y, const StationLabel& label,
+                      double scale) {
   struct Item {
     double x, y, points;
     bool bold;
@@ -36,25 +36,27 @@ void DrawStationLabel(platform::Printer& printer, base::Mm x, base::Mm y,
       {42, 1, 9, false, label.Qra},         {18, 6, 9, false, label.Locator},
       {42, 4.5, 9, false, label.Indirizzo}, {42, 8, 9, false, label.Qth + " " + label.Provincia}};
   for (const Item& item : items) {
-    printer.SetFont(kFont, item.points, item.bold);
-    printer.Text(x + base::Mm(item.x), y + base::Mm(item.y), item.text);
+    printer.SetFont(kFont, item.points * scale, item.bold);
+    printer.Text(x + base::Mm(item.x * scale), y + base::Mm(item.y * scale), item.text);
   }
 }
 
-void DrawQsoLabel(platform::Printer& printer, base::Mm x, base::Mm y, const QsoLabel& label) {
+void DrawQsoLabel(platform::Printer& printer, base::Mm x, base::Mm y, const QsoLabel& label,
+                  double scale) {
+  const auto atX = [&](double dx) { return x + base::Mm(dx * scale); };
+  const auto atY = [&](double dy) { return y + base::Mm(dy * scale); };
   const auto text = [&](double dx, double dy, std::string_view words) {
-    printer.Text(x + base::Mm(dx), y + base::Mm(dy), words);
+    printer.Text(atX(dx), atY(dy), words);
   };
   printer.SetBold(true);
   text(1, 2, "To Radio");
-  printer.SetFontSize(12);
+  printer.SetFontSize(12 * scale);
   text(1, 8, label.Call);
-  printer.Box(x + base::Mm(37), y + base::Mm(2), x + base::Mm(78.5), y + base::Mm(22), false);
+  printer.Box(atX(37), atY(2), atX(78.5), atY(22), false);
   for (const FixedLine& line : kFormLines) {
-    printer.Line(x + base::Mm(line.x1), y + base::Mm(line.y1), x + base::Mm(line.x2),
-                 y + base::Mm(line.y2));
+    printer.Line(atX(line.x1), atY(line.y1), atX(line.x2), atY(line.y2));
   }
-  printer.SetFontSize(8);
+  printer.SetFontSize(8 * scale);
   for (const FixedText& heading : kHeadings) text(heading.x, heading.y, heading.text);
   printer.SetBold(false);
   const auto [band, mode] = BandAndMode(label);
@@ -100,9 +102,12 @@ void LabelGrid::Next(platform::Printer& printer) {
   colonna_ = 1;
   posX_ = geometry_.marginLeft;
   posY_ += geometry_.height + geometry_.spaceDown;
-  if (Y() > printer.PageHeight()) {
+  ++row_;
+  const bool full = geometry_.rows > 0 ? row_ > geometry_.rows : Y() > printer.PageHeight();
+  if (full) {
     printer.NewPage();
     posY_ = geometry_.marginTop;
+    row_ = 1;
   }
   posYFila_ = posY_;
 }

@@ -6,20 +6,36 @@
 #include <stdexcept>
 
 #include "base/number.h"
+#include "base/text.h"
+#include "core/lists.h"
 #include "core/log_contact.h"
 #include "core/station_profile.h"
 #include "core/texts.h"
 #include "core/window_place.h"
+#include "print/label_sheets.h"
 
 namespace brenvo::print {
 namespace {
 
-constexpr std::string_view kSection = "StampaQsl";
+constexpr std::string_view kSection = "StampaQsl", kSheetKey = "Foglio";
+constexpr std::string_view kByHand = "A mano, con i cursori";
+constexpr std::string_view kLabelFont = "Times New Roman";
+constexpr double kFirstLine = 9;  // points, of a label that is made smaller
+
+std::string Millimetres(int tenths) { return base::FormatNumber(tenths / 10.0, "##0.0"); }
+
+// Half of what the printer cannot print on, tenths of a millimetre: a sheet is measured from the
+// edge of the paper. 0 where the paper is no A4.
+int Unprintable(int paper, base::Mm printable) {
+  constexpr int kMost = 500;
+  const int rest = paper - static_cast<int>(base::RoundHalfEven(printable.Value() * 10));
+  return rest > 0 && rest < kMost ? rest / 2 : 0;
+}
 
 QsoLabel LabelOf(engine::Recordset& row) {
   if (core::FieldText(row, core::column::kModo) == "Satellite" &&
       row.Field(core::column::kNote).IsNull()) {
-    throw std::runtime_error("La nota di un collegamento via satellite e' Null");
+    throw std::runtime_error("La nota di un collegamento via satellite è Null");
   }
   return {core::FieldText(row, core::column::kCall),
           core::FieldText(row, core::column::kQrkDato),
@@ -51,6 +67,11 @@ StampaQsl::StampaQsl(core::Session& session)
   for (const Setting& setting : kSettings) {
     (this->*setting.slider).OnChange = [this, &setting] { ShowValue(setting); };
   }
+  std::vector<std::string> sheets = {std::string(kByHand)};
+  for (const LabelSheet& sheet : LabelSheets()) sheets.emplace_back(sheet.name);
+  Foglio.SetItems(std::move(sheets));
+  Foglio.SetListIndex(0);
+  Foglio.OnChange = [this] { PickSheet(); };
   CancelCommand = &cmExit;
 }
 
@@ -64,6 +85,9 @@ void StampaQsl::Load() {
     slider.SetValue(static_cast<int>(std::clamp(stored, least, most)));
     ShowValue(setting);
   }
+  const std::string sheet = session_.GetSetting(kSection, kSheetKey, "");
+  if (!sheet.empty()) core::SelectListEntry(Foglio, sheet, base::Len(sheet));
+  ShowSheet();
 }
 
 void StampaQsl::Unload() { core::SaveWindow(session_, *this, kSection); }
@@ -73,11 +97,53 @@ void StampaQsl::ShowValue(const Setting& setting) {
   (this->*setting.value)
       .SetText(&slider == &EtichXFila ? base::FormatNumber(slider.Value(), "##")
                                       : base::FormatNumber(slider.Value() / 10.0, "###.0"));
+  ShowSheet();
+}
+
+LabelGeometry StampaQsl::Geometry() const {
+  if (Foglio.ListIndex() > 0) {
+    return LabelSheets()[static_cast<std::size_t>(Foglio.ListIndex() - 1)].geometry;
+  }
+  return {AltezzaEtichetta.Value(), LarghezzaEtichetta.Value(), SpazOrizzontale.Value(),
+          SpazVerticale.Value(),    MargineSuperiore.Value(),   MargineSinistro.Value(),
+          EtichXFila.Value()};
+}
+
+void StampaQsl::PickSheet() {
+  for (const Setting& setting : kSettings) {
+    (this->*setting.slider).SetEnabled(Foglio.ListIndex() <= 0);
+  }
+  ShowSheet();
+}
+
+void StampaQsl::ShowSheet() {
+  const LabelGeometry geometry = Geometry();
+  const LabelOverrun over = OverrunOf(geometry, kA4Width, kA4Height);
+  std::string words;
+  if (over.right > 0) words = fmt::format("a destra di {} mm", Millimetres(over.right));
+  if (over.bottom > 0) {
+    words +=
+        fmt::format("{}in basso di {} mm", words.empty() ? "" : " e ", Millimetres(over.bottom));
+  }
+  if (!words.empty()) {
+    Avviso.SetText("Attenzione: su A4 le etichette escono dal foglio " + words);
+    return;
+  }
+  words = fmt::format("{} etichette intere su un foglio A4",
+                      WholeLabelsOn(geometry, kA4Width, kA4Height));
+  if (const double scale = ScaleFor(geometry); Foglio.ListIndex() > 0 && scale < 1) {
+    words += fmt::format(", dati ridotti al {:.0f}%", scale * 100);
+  }
+  Avviso.SetText(words);
 }
 
 void StampaQsl::StoreGeometry() {
   for (const Setting& setting : kSettings) {
     session_.SaveSetting(kSection, setting.key, std::to_string((this->*setting.slider).Value()));
+  }
+  const std::string sheet = Foglio.ListIndex() > 0 ? Foglio.Text() : "";
+  if (sheet != session_.GetSetting(kSection, kSheetKey, "")) {
+    session_.SaveSetting(kSection, kSheetKey, sheet);
   }
 }
 
@@ -109,18 +175,24 @@ int StampaQsl::PrintLabels() {
   };
   const StationLabel station{profile("Call"),      profile("Qra"), profile("Locator"),
                              profile("Indirizzo"), profile("Qth"), profile("Provincia")};
-  LabelGrid grid({AltezzaEtichetta.Value(), LarghezzaEtichetta.Value(), SpazOrizzontale.Value(),
-                  SpazVerticale.Value(), MargineSuperiore.Value(), MargineSinistro.Value(),
-                  EtichXFila.Value()});
+  LabelGeometry geometry = Geometry();
+  double scale = 1;
+  if (Foglio.ListIndex() > 0) {
+    scale = ScaleFor(geometry);
+    geometry.marginLeft -= Unprintable(kA4Width, printer.PageWidth());
+    geometry.marginTop -= Unprintable(kA4Height, printer.PageHeight());
+  }
+  LabelGrid grid(geometry);
   const bool both = DatiQso.IsOn() && DatiStazione.IsOn();
   bool turnoStazione = DatiStazione.IsOn();
   while (!rows->EOF_()) {
     if (turnoStazione) {
-      DrawStationLabel(printer, grid.X(), grid.Y(), station);
+      DrawStationLabel(printer, grid.X(), grid.Y(), station, scale);
     } else {
       const QsoLabel label = LabelOf(*rows);
       if (!label.DataQso) ++undated;
-      DrawQsoLabel(printer, grid.X(), grid.Y(), label);
+      if (scale < 1) printer.SetFont(kLabelFont, kFirstLine * scale, true);
+      DrawQsoLabel(printer, grid.X(), grid.Y(), label, scale);
     }
     grid.Next(printer);
     if (!(both && turnoStazione)) rows->MoveNext();

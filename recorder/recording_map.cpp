@@ -23,9 +23,10 @@ int Beyond(int pixels, double zoom, int view) {
 
 void RecordingMap::SetImage(const std::filesystem::path& file) {
   const auto size = base::ReadImageSize(file);
-  if (!size) throw std::runtime_error("Il file \"" + names_.Of(file) + "\" non e' un'immagine");
+  if (!size) throw std::runtime_error("Il file \"" + names_.Of(file) + "\" non è un'immagine");
   image_ = *size;
   scrollX_ = scrollY_ = 0;
+  legend_.clear();
   sink_("map image " + Quoted(names_.Of(file)));
 }
 
@@ -46,8 +47,9 @@ void RecordingMap::HoldScroll(int x, int y) {
   scrollY_ = std::clamp(y, 0, Beyond(image_.height, zoom_, view.height));
 }
 
-void RecordingMap::DrawRectangle(int x, int y, int width, int height, base::Colour fill) {
-  sink_("map rectangle" + Numbers({x, y, width, height, fill.red, fill.green, fill.blue}));
+void RecordingMap::DrawRectangle(int x, int y, int width, int height, platform::MapFill fill) {
+  const base::Colour colour = fill.colour;
+  sink_("map rectangle" + Numbers({x, y, width, height, colour.red, colour.green, colour.blue}));
 }
 
 void RecordingMap::DrawStamp(const std::filesystem::path& image, int x, int y) {

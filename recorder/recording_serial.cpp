@@ -20,7 +20,7 @@ class RecordingSerialLines::Port : public platform::SerialPort {
     Line* line = lines_.Find(number_);
     if (line == nullptr) throw platform::DeviceError("La porta " + Name() + " non esiste");
     Use(*line);
-    if (line->port != nullptr) throw platform::DeviceError("La porta " + Name() + " e' occupata");
+    if (line->port != nullptr) throw platform::DeviceError("La porta " + Name() + " è occupata");
     line->port = this;
     open_ = line;
   }
@@ -43,7 +43,7 @@ class RecordingSerialLines::Port : public platform::SerialPort {
   }
 
   void Write(std::string_view bytes) override {
-    if (open_ == nullptr) throw platform::DeviceError("La porta " + Name() + " e' chiusa");
+    if (open_ == nullptr) throw platform::DeviceError("La porta " + Name() + " è chiusa");
     Use(*open_);
     lines_.sink_("sent " + Name() + (bytes.empty() ? "" : " ") + HexBytes(bytes));
   }

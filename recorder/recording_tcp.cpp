@@ -21,6 +21,8 @@ class RecordingTcpClients::Client : public platform::TcpClient {
     clients_.sink_("connect " + window_ + ' ' + Quoted(host) + ' ' +
                    std::to_string(port == 0 ? kTelnetPort : port));
     connected_ = !clients_.TakeFailure(window_);
+    if (connected_ && OnConnected) OnConnected();
+    if (!connected_ && OnFail) OnFail("connessione rifiutata");
   }
 
   bool IsConnected() const override { return connected_; }
@@ -56,6 +58,11 @@ class RecordingTcpClients::Client : public platform::TcpClient {
     const auto handler = OnPeerClose;
     if (handler) handler();
   }
+  void Fall(std::string_view reason) {
+    connected_ = false;
+    const auto handler = OnFail;
+    if (handler) handler(reason);
+  }
 
  private:
   RecordingTcpClients& clients_;
@@ -73,6 +80,10 @@ void RecordingTcpClients::Receive(std::string_view window, std::string_view byte
 }
 
 void RecordingTcpClients::PeerClose(std::string_view window) { Connected(window).Lose(); }
+
+void RecordingTcpClients::Fall(std::string_view window, std::string_view reason) {
+  Connected(window).Fall(reason);
+}
 
 bool RecordingTcpClients::IsConnected(std::string_view window) const {
   return FindConnected(window) != nullptr;

@@ -6,14 +6,15 @@ namespace {
 Piece StatSelView() {
   const Piece filters = Column(
       {Frame("Data Qso", Form({Line({Item("DataQsoI"), Item("DataQsoF")})})),
-       Form({Line({Wide(Item("Country"))}), Line({Item("Banda")})}),
+       Form({Line({Wide(Item("Country"))}),
+             Line({Labelled("Banda", {Item("Banda"), Item("cmTutteLeBande"), Space()})})}),
        Frame("Qsl", Line({Item("QslRicevuta"), Item("QslInviata"), Item("QslDaInviare"), Space()})),
        Form({Line({Wide(Item("Note"))})}), Item("Elenca")});
   return Framed("Panel3D1", Line({Wide(filters, 2), Wide(Column({Titled(Item("Modo"))})),
                                   Wide(Column({Titled(Item("Propagazione"))}))}));
 }
 
-Piece AwardView() { return Column({Item("Spread1")}); }
+Piece AwardView() { return Column({Item("Spread1"), Drawn(Item("Selezione"), Look::kNarrow)}); }
 
 Piece Matrix(const char* filter) {
   return Framed("SSPanel1", Column({Line({Item("CallQso"), Item("Locator"), Item(filter),

@@ -55,6 +55,8 @@ QWidget* Make(Field& field, ViewContext& context, QWidget* parent, Look look) {
       [](OneOf<EntryArray, Menu, Panel, ToolBar> auto&) -> QWidget* { return nullptr; });
 }
 
+constexpr int kTailMargin = 5;  // as the text area above it has
+
 // What comes and goes with the transceiver's power moves nothing about.
 void KeepRoom(QWidget& widget) {
   QSizePolicy policy = widget.sizePolicy();
@@ -73,12 +75,28 @@ void MakeDisplay(QWidget& widget) {
   if (auto* line = qobject_cast<QLineEdit*>(&widget)) line->setAlignment(Qt::AlignCenter);
 }
 
+// Also what another station sends must not make its window wider.
+void MakeNarrow(QWidget& label) {
+  label.setMinimumWidth(1);
+  label.setSizePolicy(QSizePolicy::Ignored, label.sizePolicy().verticalPolicy());
+}
+
+void MakeTail(QWidget& label) {
+  label.setFont(TerminalFont(label.font()));
+  label.setBackgroundRole(QPalette::Base);
+  label.setForegroundRole(QPalette::Text);
+  label.setAutoFillBackground(true);
+  label.setContentsMargins(kTailMargin, 0, kTailMargin, 0);
+}
+
 }  // namespace
 
 QWidget* MakeFieldWidget(Field& field, ViewContext& context, QWidget* parent, Look look) {
   QWidget* widget = Make(field, context, parent, look);
   if (widget != nullptr && look == Look::kDisplay) MakeDisplay(*widget);
   if (widget != nullptr && look == Look::kLasting) KeepRoom(*widget);
+  if (widget != nullptr && (look == Look::kNarrow || look == Look::kTail)) MakeNarrow(*widget);
+  if (widget != nullptr && look == Look::kTail) MakeTail(*widget);
   return widget;
 }
 

@@ -16,6 +16,9 @@ namespace {
 
 // The height of letters, in pixels, that given widths are meant for.
 constexpr int kUsualLetters = 16;
+constexpr int kLargeLetters = 19;
+constexpr int kHeadingMargins = 16;
+constexpr int kWidestGrid = 720;  // that a window is widened for
 // Beyond this many rows all are alike: asking each for its height would take longer than a look.
 constexpr int kMostRowsOfOwnHeight = 20000;
 // Rows that a column is measured by.
@@ -89,6 +92,21 @@ class Table : public QTableView {
   void showEvent(QShowEvent* event) override {
     QTableView::showEvent(event);
     if (stale_) Refresh();
+  }
+
+  int RoomForColumns() const {
+    if (fontMetrics().height() < kLargeLetters || !context_.Alive()) return 0;
+    int all = verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+    for (int column = 0; column < grid_.Columns(); ++column) {
+      const base::Twips given = grid_.ColumnWidth(column);
+      if (given == base::Twips(0)) continue;
+      // The header knows its columns once the grid is seen.
+      const int heading =
+          horizontalHeader()->fontMetrics().horizontalAdvance(ToQt(grid_.Cell(0, column))) +
+          kHeadingMargins;
+      all += std::max({given > base::Twips(0) ? ColumnPixels(given) : kNarrowest, heading});
+    }
+    return std::min(all, kWidestGrid);
   }
 
   QSize sizeHint() const override { return {420, 260}; }
@@ -243,6 +261,11 @@ class Table : public QTableView {
 };
 
 }  // namespace
+
+int RoomForColumns(const QWidget& grid) {
+  const auto* table = dynamic_cast<const Table*>(&grid);
+  return table == nullptr ? 0 : table->RoomForColumns();
+}
 
 QWidget* MakeGridWidget(forms::Grid& field, ViewContext& context, QWidget* parent) {
   auto* table = new Table(field, context, parent);

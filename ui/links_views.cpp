@@ -3,12 +3,18 @@
 namespace brenvo::ui {
 namespace {
 
-Piece TerminalView() { return Column({Item("Received"), Form({Line({Wide(Item("Sended"))})})}); }
-
-Piece ChatView() {
-  return Column(
-      {Split({Item("Received"), Item("ReceivedPersonal")}), Form({Line({Wide(Item("Sended"))})})});
+Piece Entry() {
+  return Column({Form({Line({Wide(Item("Sended"))})}), Drawn(Item("Collegamento"), Look::kNarrow)});
 }
+
+Piece RadioView() { return Column({Item("Received"), Entry()}); }
+
+// What has not ended yet stands as the last line.
+Piece TelnetView() {
+  return Column({Item("Received"), Drawn(Item("InArrivo"), Look::kTail), Entry()});
+}
+
+Piece ChatView() { return Column({Split({Item("Received"), Item("ReceivedPersonal")}), Entry()}); }
 
 Piece FT736View() {
   return Framed("Picture1",
@@ -31,8 +37,8 @@ Piece DxView() {
 }  // namespace
 
 const std::vector<View>& LinksViews() {
-  static const std::vector<View> kViews = {{"TNC", TerminalView},
-                                           {"TNCtelnet", TerminalView},
+  static const std::vector<View> kViews = {{"TNC", RadioView},
+                                           {"TNCtelnet", TelnetView},
                                            {"WWConv", ChatView},
                                            {"FT736", FT736View},
                                            {"DX", DxView}};

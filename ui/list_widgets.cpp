@@ -69,22 +69,28 @@ class Entries : public QStringListModel {
   bool columns_ = false;
 };
 
-// What is typed at a closed list, blanks left out: "2m" finds "  2 m". A pause begins anew, and a
-// letter that leads no further goes on to the next entry that begins with it.
+// What is typed at a list, blanks left out: "2m" finds "  2 m". A pause begins anew, and a letter
+// that leads no further goes on to the next entry that begins with it.
 class TypedSearch {
  public:
-  // The entry to take; -1 when none fits.
-  int Next(const QString& key, const std::vector<std::string>& items, int current) {
-    if (!since_.isValid() || since_.elapsed() > kPauseMilliseconds) typed_.clear();
+  // The entry to take; -1 when none fits. A closed list seeks from where it stands, so that a
+  // letter typed again and again goes round; one whose entries are seen from its first entry on.
+  int Next(const QString& key, const std::vector<std::string>& items, int current,
+           bool open = false) {
+    if (Paused()) typed_.clear();
     since_.start();
     typed_ += key.toLower();
-    if (const int found = Find(typed_, items, current); found >= 0) return found;
+    if (const int found = Find(typed_, items, open ? 0 : current); found >= 0) return found;
     typed_ = key.toLower();
     return Find(typed_, items, current + 1);
   }
+  // True while a blank would be part of what is typed.
+  bool UnderWay() const { return !typed_.isEmpty() && !Paused(); }
 
  private:
   static constexpr int kPauseMilliseconds = 1000;
+
+  bool Paused() const { return !since_.isValid() || since_.elapsed() > kPauseMilliseconds; }
 
   static int Find(const QString& typed, const std::vector<std::string>& items, int from) {
     const int count = static_cast<int>(items.size());
@@ -99,6 +105,15 @@ class TypedSearch {
   QString typed_;
   QElapsedTimer since_;
 };
+
+// What a key types; nothing where it is a command.
+QString LetterOf(const QKeyEvent& event) {
+  const QString key = event.text();
+  const bool letter =
+      key.size() == 1 && key[0].isPrint() &&
+      (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
+  return letter ? key : QString();
+}
 
 class Combo : public QComboBox {
  public:
@@ -117,6 +132,7 @@ class Combo : public QComboBox {
       setCompleter(nullptr);
     }
     connect(this, &QComboBox::activated, this, [this](int index) { Activated(index); });
+    view()->installEventFilter(this);
   }
 
   QLineEdit* Line() const { return edit_; }
@@ -138,16 +154,27 @@ class Combo : public QComboBox {
   }
 
  protected:
+  // Typed at the entries that have dropped down: they are moved to, and Enter takes one.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched != view() || event->type() != QEvent::KeyPress || !context_.Alive()) {
+      return QComboBox::eventFilter(watched, event);
+    }
+    const QString key = LetterOf(*static_cast<QKeyEvent*>(event));
+    if (key.isEmpty() || (key[0].isSpace() && !search_.UnderWay())) return false;
+    if (key[0].isSpace()) return true;
+    const int found = search_.Next(key, field_.Items(), view()->currentIndex().row(), true);
+    if (found >= 0) view()->setCurrentIndex(entries_->index(found));
+    return true;
+  }
+
   void keyPressEvent(QKeyEvent* event) override {
     const bool clears = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
     if (edit_ == nullptr && clears) {
       context_.Run([this] { field_.Pick(-1); });
       return;
     }
-    const QString key = event->text();
-    const bool letter = key.size() == 1 && key[0].isPrint() && !key[0].isSpace() &&
-                        (event->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
-    if (edit_ == nullptr && letter && context_.Alive()) {
+    const QString key = LetterOf(*event);
+    if (edit_ == nullptr && !key.isEmpty() && !key[0].isSpace() && context_.Alive()) {
       const int found = search_.Next(key, field_.Items(), field_.ListIndex());
       if (found >= 0) context_.Run([this, found] { field_.Pick(found); });
       return;
@@ -244,7 +271,12 @@ class OpenList : public QListView {
       return;
     }
     const int before = currentIndex().row();
-    QListView::keyPressEvent(event);
+    const QString key = LetterOf(*event);
+    if (key.isEmpty() || (key[0].isSpace() && !search_.UnderWay())) {
+      QListView::keyPressEvent(event);
+    } else if (!key[0].isSpace()) {
+      MoveTo(search_.Next(key, field_.Items(), before, true));
+    }
     // Arrows and letters choose as they go.
     if (!Multi() && !field_.PicksOnEnter && currentIndex().isValid() &&
         currentIndex().row() != before) {
@@ -275,6 +307,13 @@ class OpenList : public QListView {
 
   static constexpr int kShortEntry = 22;  // characters
 
+  void MoveTo(int row) {
+    if (row < 0) return;
+    selectionModel()->setCurrentIndex(
+        entries_->index(row),
+        Multi() ? QItemSelectionModel::NoUpdate : QItemSelectionModel::ClearAndSelect);
+  }
+
   bool Multi() const { return field_.Style() == forms::ListStyle::kMulti; }
   void Pick(int row) {
     if (following_) return;
@@ -285,6 +324,7 @@ class OpenList : public QListView {
   forms::ListField& field_;
   ViewContext& context_;
   Entries* entries_;
+  TypedSearch search_;
   QPointer<QWidget> before_;  // had the keyboard before the list came up
   bool following_ = false;
 };

@@ -6,7 +6,7 @@ namespace {
 Piece LogFormView() {
   const Piece fields = Column(
       {Form({Line({Labelled("DataQso", {Item("DataQso"), Item("Qtr"), Item("cmQtr")}),
-                   Labelled("QsoNr", {Item("QsoNr"), Named(Item("QsoTotali"), "di")})}),
+                   Labelled("QsoNr", {Item("QsoNr"), Item("QsoTotali")})}),
              Line({Wide(Item("CallQso")), Wide(Item("Manager"))}),
              Line({Wide(Item("Qra")), Wide(Item("Qth"))}),
              Line({Labelled("Prefisso", {Item("Prefisso"), Item("ZonaCQ"), Item("ZonaITU"),
@@ -44,7 +44,7 @@ Piece HistoryView() { return TableView({}, Column({Item("Contatti"), Item("Cambi
 
 const std::vector<View>& LogViews() {
   static const std::vector<View> kViews = {{"LogForm", LogFormView},
-                                           {"LogSearch", LogSearchView},
+                                           {"LogSearch", LogSearchView, "CallQso"},
                                            {"OldQsoForm", OldQsoView},
                                            {"OldQsoLocator", OldQsoView},
                                            {"Storia", HistoryView}};

@@ -21,8 +21,7 @@ constexpr int kMostMegabytes = 256;
 // A shorter drag is a click that trembled.
 constexpr int kShortestDrag = 4;
 constexpr int kTextPoints = 18;
-
-QColor ColourOf(base::Colour colour) { return QColor(colour.red, colour.green, colour.blue); }
+constexpr double kWheelStep = 1.15;
 
 }  // namespace
 
@@ -55,6 +54,8 @@ void MapArea::SetImage(const std::filesystem::path& file) {
                                           : QImage::Format_RGB32);
   image_ = std::move(image);
   image_.setDevicePixelRatio(1);
+  notes_.Clear();
+  legend_.clear();
   ArrangeScrollBars();
   SetScroll(0, 0);
   viewport()->update();
@@ -118,6 +119,22 @@ void MapArea::paintEvent(QPaintEvent* event) {
   const QRectF source(shown.topLeft() / scale + QPointF(ScrollX(), ScrollY()) / scale,
                       shown.size() / scale);
   painter.drawImage(shown, image_, source);
+  painter.save();
+  painter.translate(-ScrollX(), -ScrollY());
+  painter.scale(scale, scale);
+  notes_.Paint(painter, source);
+  painter.restore();
+  PaintLegend(painter, viewport()->rect(), legend_);
+}
+
+QImage MapArea::Picture() const {
+  QImage picture = image_;
+  if (picture.isNull()) return picture;
+  QPainter painter(&picture);
+  notes_.Paint(painter, picture.rect());
+  painter.setFont(font());
+  PaintLegend(painter, picture.rect(), legend_);
+  return picture;
 }
 
 void MapArea::SetWelcome(const QString& words) {
@@ -166,50 +183,58 @@ void MapArea::PaintEmpty(QPainter& painter) const {
                    Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, welcome_);
 }
 
-void MapArea::Annotate(const QRect& piece, const std::function<void(QPainter&)>& draw) {
+void MapArea::Annotate(const QRect& piece, MapNote note) {
   if (image_.isNull()) return;
-  QPainter painter(&image_);
-  painter.setRenderHint(QPainter::Antialiasing, false);
-  painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  painter.scale(100 / zoom_, 100 / zoom_);
-  painter.translate(ScrollX(), ScrollY());
-  draw(painter);
+  const double scale = zoom_ / 100;
+  note.place = QRectF((piece.x() + ScrollX()) / scale, (piece.y() + ScrollY()) / scale,
+                      piece.width() / scale, piece.height() / scale);
+  notes_.Add(std::move(note));
   viewport()->update(piece.adjusted(-2, -2, 2, 2));
 }
 
-void MapArea::DrawRectangle(int x, int y, int width, int height, base::Colour fill) {
+void MapArea::DrawRectangle(int x, int y, int width, int height, platform::MapFill fill) {
   if (width <= 0 || height <= 0) return;
-  const QRect place(x, y, width, height);
-  Annotate(place, [&](QPainter& painter) { painter.fillRect(place, ColourOf(fill)); });
+  MapNote note;
+  note.fill = fill;
+  Annotate({x, y, width, height}, std::move(note));
 }
 
 void MapArea::DrawStamp(const std::filesystem::path& file, int x, int y) {
-  const QImage stamp(PathToQt(file));
-  if (stamp.isNull()) return;
+  MapNote note;
+  note.kind = MapNote::Kind::kStamp;
+  note.stamp = QImage(PathToQt(file));
+  if (note.stamp.isNull()) return;
   // The stamp grows with the picture, so that its tip stays on its spot.
-  const double scale = zoom_ / 100;
-  const QRect place(QPoint(x, y), (QSizeF(stamp.size()) * scale).toSize());
-  Annotate(place, [&](QPainter& painter) { painter.drawImage(QRectF(place), stamp); });
+  const QSize size = (QSizeF(note.stamp.size()) * (zoom_ / 100)).toSize();
+  Annotate({QPoint(x, y), size}, std::move(note));
 }
 
 void MapArea::DrawLine(int x, int y, int width, int height) {
   if (width == 0 && height == 0) return;
-  const QRect place(x, y, std::max(width, 1), std::max(height, 1));
-  Annotate(place, [&](QPainter& painter) { painter.fillRect(place, Qt::black); });
+  MapNote note;
+  note.kind = MapNote::Kind::kLine;
+  Annotate({x, y, std::max(width, 1), std::max(height, 1)}, std::move(note));
 }
 
 void MapArea::DrawText(int x, int y, std::string_view text) {
-  const QString words = ToQt(text);
-  QFont bold = font();
-  bold.setBold(true);
-  bold.setPointSize(kTextPoints);
-  const QRect place(QPoint(x, y), QFontMetrics(bold).size(0, words));
-  Annotate(place, [&](QPainter& painter) {
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    painter.setFont(bold);
-    painter.setPen(Qt::black);
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignTop, words);
-  });
+  MapNote note;
+  note.kind = MapNote::Kind::kText;
+  note.words = ToQt(text);
+  note.font = font();
+  note.font.setBold(true);
+  note.font.setPointSizeF(kTextPoints);
+  const QSize size = QFontMetrics(note.font).size(0, note.words);
+  note.font.setPointSizeF(kTextPoints * 100 / zoom_);
+  Annotate({QPoint(x, y), size}, std::move(note));
+}
+
+void MapArea::ShowLegend(const std::vector<platform::MapSign>& signs) {
+  legend_.clear();
+  for (const platform::MapSign& sign : signs) {
+    legend_.push_back({sign.fill, sign.stamp.empty() ? QImage() : QImage(PathToQt(sign.stamp)),
+                       ToQt(sign.words)});
+  }
+  viewport()->update();
 }
 
 void MapArea::Refresh() { viewport()->update(); }
@@ -223,7 +248,7 @@ void MapArea::ZoomToRectangle(int x, int y, int width, int height) {
 }
 
 void MapArea::Print() {
-  if (!image_.isNull() && OnPrint) OnPrint(image_);
+  if (!image_.isNull() && OnPrint) OnPrint(Picture());
 }
 
 bool MapArea::viewportEvent(QEvent* event) {
@@ -289,14 +314,13 @@ bool MapArea::Release(QMouseEvent& event) {
 }
 
 bool MapArea::Wheel(QWheelEvent& event) {
-  if (event.modifiers() & Qt::ControlModifier) {
-    const double steps = event.angleDelta().y() / 120.0;
-    ZoomAround(zoom_ * std::pow(1.15, steps), event.position().toPoint());
+  if (event.modifiers() & Qt::ShiftModifier) {
+    const QPoint by = event.angleDelta();
+    SetScroll(ScrollX() - (by.x() != 0 ? by.x() : by.y()), ScrollY());
     return true;
   }
-  const bool sideways = event.modifiers() & Qt::ShiftModifier;
-  const QPoint by = sideways ? QPoint(event.angleDelta().y(), 0) : event.angleDelta();
-  SetScroll(ScrollX() - by.x(), ScrollY() - by.y());
+  const double steps = event.angleDelta().y() / 120.0;
+  ZoomAround(zoom_ * std::pow(kWheelStep, steps), event.position().toPoint());
   return true;
 }
 

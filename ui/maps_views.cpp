@@ -5,7 +5,8 @@ namespace {
 
 // The picture scrolls by itself, so the window's own scroll bar has nothing to add on a screen.
 Piece MappaSquareView() {
-  return Column({Line({Item("cmStampa"), Item("cmOnlySquare"), Space()}), Item("PicBuf1")});
+  return Column(
+      {Line({Item("cmStampa"), Item("cmOnlySquare"), Item("Legenda"), Space()}), Item("PicBuf1")});
 }
 
 }  // namespace

@@ -36,10 +36,10 @@ PaperTarget::~PaperTarget() = default;
 
 void PaperTarget::Fail() const {
   if (!IsFile()) {
-    throw platform::DeviceError("La stampante non e' disponibile o ha rifiutato la stampa");
+    throw platform::DeviceError("La stampante non è disponibile o ha rifiutato la stampa");
   }
   throw platform::DeviceError(
-      FromQt(QStringLiteral("Il file %1 non si puo' scrivere")
+      FromQt(QStringLiteral("Il file %1 non si può scrivere")
                  .arg(QDir::toNativeSeparators(printer_->outputFileName()))));
 }
 

@@ -49,7 +49,11 @@ class Canvas : public QWidget {
       painter.setPen(QPen(colour, 2));
       painter.setBrush(Qt::NoBrush);
       const int radius = circle.radius.Pixels();
-      painter.drawEllipse(QPoint(circle.x.Pixels(), circle.y.Pixels()), radius, radius);
+      const QPoint centre(circle.x.Pixels(), circle.y.Pixels());
+      painter.drawEllipse(centre, radius, radius);
+      if (!circle.barred) continue;
+      const QPoint reach(radius * 7 / 10, -radius * 7 / 10);
+      painter.drawLine(centre - reach, centre + reach);
     }
   }
 
@@ -77,18 +81,52 @@ class Canvas : public QWidget {
   QPixmap picture_;
 };
 
+// A drawing in grey is ink on paper: it is drawn with the desktop's ink and leaves its paper out.
+QImage InInk(QImage picture, const QColor& ink) {
+  if (picture.isNull() || !picture.allGray()) return picture;
+  picture.convertTo(QImage::Format_ARGB32);
+  for (int y = 0; y < picture.height(); ++y) {
+    auto* line = reinterpret_cast<QRgb*>(picture.scanLine(y));
+    for (int x = 0; x < picture.width(); ++x) {
+      const int covered = (255 - qGray(line[x])) * qAlpha(line[x]) / 255;
+      line[x] = qRgba(ink.red(), ink.green(), ink.blue(), covered);
+    }
+  }
+  return picture;
+}
+
+class SmallPicture : public QLabel {
+ public:
+  using QLabel::QLabel;
+  void Show(QImage picture) {
+    picture_ = std::move(picture);
+    const bool fits = picture_.width() <= kRoom.width() && picture_.height() <= kRoom.height();
+    if (!picture_.isNull() && !fits) {
+      picture_ = picture_.scaled(kRoom, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    }
+    Draw();
+  }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    if (event->type() == QEvent::PaletteChange) Draw();
+    QLabel::changeEvent(event);
+  }
+
+ private:
+  void Draw() {
+    setPixmap(QPixmap::fromImage(InInk(picture_, palette().color(QPalette::WindowText))));
+  }
+
+  QImage picture_;
+};
+
 }  // namespace
 
 QWidget* MakeSmallPicture(forms::PictureBox& field, ViewContext& context, QWidget* parent) {
-  auto* label = new QLabel(parent);
+  auto* label = new SmallPicture(parent);
   auto* binding = new FieldBinding(field, *label, context);
-  binding->OnShow = [label, &field] {
-    const QPixmap picture(PathToQt(field.Picture()));
-    label->setPixmap(
-        picture.isNull() || (picture.width() <= kRoom.width() && picture.height() <= kRoom.height())
-            ? picture
-            : picture.scaled(kRoom, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-  };
+  binding->OnShow = [label, &field] { label->Show(QImage(PathToQt(field.Picture()))); };
   binding->Show();
   return label;
 }

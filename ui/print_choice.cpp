@@ -47,7 +47,7 @@ std::unique_ptr<PageTarget> ChooseTarget(bool landscape) {
 std::unique_ptr<PageTarget> ChoosePrinter(bool landscape) {
   if (QPrinterInfo::availablePrinterNames().isEmpty()) {
     throw platform::DeviceError(
-        "Nessuna stampante e' installata su questo computer: si puo' scrivere un file PDF");
+        "Nessuna stampante è installata su questo computer: si può scrivere un file PDF");
   }
   const PlainPointer pointer;
   auto printer = NewPrinter(landscape);

@@ -24,7 +24,7 @@ double ScreenDotsPerMm(const QWidget& widget) { return widget.logicalDpiX() / kM
 }  // namespace
 
 PageSpool::PageSpool() {
-  if (!file_.open()) throw platform::DeviceError("Non c'e' posto su disco per preparare la stampa");
+  if (!file_.open()) throw platform::DeviceError("Non c'è posto su disco per preparare la stampa");
   stream_.setDevice(&file_);
   NewPage();
 }
@@ -35,7 +35,7 @@ void PageSpool::Add(const PageOperation& operation) {
   file_.seek(end_);
   stream_ << operation;
   if (stream_.status() != QDataStream::Ok) {
-    throw platform::DeviceError("Non c'e' posto su disco per preparare la stampa");
+    throw platform::DeviceError("Non c'è posto su disco per preparare la stampa");
   }
   end_ = file_.pos();
 }

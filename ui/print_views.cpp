@@ -9,7 +9,8 @@ Piece Measure(const char* slider, const char* value) {
 
 Piece StampaQslView() {
   return Column(
-      {Frame("Formato etichette (in mm.)",
+      {Form({Line({Wide(Item("Foglio"))})}), Drawn(Item("Avviso"), Look::kNarrow),
+       Frame("Formato etichette (in mm.)",
              Form({Measure("AltezzaEtichetta", "VAltezzaEtichetta"),
                    Measure("LarghezzaEtichetta", "VLarghezzaEtichetta")})),
        Frame("Spaziatura etichette (in mm.)", Form({Measure("SpazOrizzontale", "VSpazOrizzontale"),

@@ -18,9 +18,9 @@ QString ReasonOf(const QSerialPort& port) {
     case QSerialPort::DeviceNotFoundError:
       return QStringLiteral("non esiste");
     case QSerialPort::PermissionError:
-      return QStringLiteral("e' in uso, o non e' permessa");
+      return QStringLiteral("è in uso, o non è permessa");
     case QSerialPort::UnsupportedOperationError:
-      return QStringLiteral("non e' una porta seriale");
+      return QStringLiteral("non è una porta seriale");
     default:
       return port.errorString();
   }
@@ -88,7 +88,7 @@ void QtSerialPort::NoteError(QSerialPort::SerialPortError error) {
   const bool gone = error == QSerialPort::ResourceError || error == QSerialPort::ReadError ||
                     error == QSerialPort::WriteError;
   if (!open_ || !gone || !lost_.isEmpty()) return;
-  lost_ = QStringLiteral("non c'e' piu'");
+  lost_ = QStringLiteral("non c'è più");
   // A line that has hung up is ready to be read for ever: nobody may go on looking at it.
   QMetaObject::invokeMethod(port_, &QSerialPort::close, Qt::QueuedConnection);
 }
@@ -121,7 +121,7 @@ std::string QtSerialPort::Read(std::size_t most) {
 }
 
 void QtSerialPort::Write(std::string_view bytes) {
-  QString why = open_ ? lost_ : QStringLiteral("e' chiusa");
+  QString why = open_ ? lost_ : QStringLiteral("è chiusa");
   if (why.isEmpty()) {
     const auto size = static_cast<qint64>(bytes.size());
     const bool taken = port_->write(bytes.data(), size) == size;

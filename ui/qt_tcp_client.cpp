@@ -1,5 +1,7 @@
 #include "qt_tcp_client.h"
 
+#include <utility>
+
 #include "ui/text.h"
 
 namespace brenvo::ui {
@@ -7,6 +9,25 @@ namespace {
 
 // What may wait to be read, while a sound is spoken; the rest waits at the other side.
 constexpr qint64 kMostWaiting = 1 << 16;
+
+QString ReasonOf(const QTcpSocket& socket) {
+  switch (socket.error()) {
+    case QAbstractSocket::ConnectionRefusedError:
+      return QStringLiteral("connessione rifiutata");
+    case QAbstractSocket::RemoteHostClosedError:
+      return QStringLiteral("chiuso dall'altra parte");
+    case QAbstractSocket::HostNotFoundError:
+      return QStringLiteral("l'indirizzo non si trova");
+    case QAbstractSocket::SocketAccessError:
+      return QStringLiteral("permesso negato");
+    case QAbstractSocket::SocketTimeoutError:
+      return QStringLiteral("nessuna risposta");
+    case QAbstractSocket::NetworkError:
+      return QStringLiteral("la rete non risponde");
+    default:
+      return socket.errorString();
+  }
+}
 
 }  // namespace
 
@@ -17,10 +38,25 @@ QtTcpClient::QtTcpClient(EventGate& gate) : socket_(new QTcpSocket) {
       if (OnData) OnData();
     });
   });
+  QObject::connect(socket_, &QTcpSocket::connected, socket_, [this, &gate] {
+    gate.RunDevice(guard_, [this] {
+      if (OnConnected) OnConnected();
+    });
+  });
   // Only a connection that stood is closed by its peer; an own close drops the signal before.
   QObject::connect(socket_, &QTcpSocket::disconnected, socket_, [this, &gate] {
+    if (std::exchange(failed_, false)) return;
     gate.RunDevice(guard_, [this] {
       if (OnPeerClose) OnPeerClose();
+    });
+  });
+  // The socket tells a peer's close as an error too, and then as what it is.
+  QObject::connect(socket_, &QTcpSocket::errorOccurred, socket_, [this, &gate] {
+    const bool stood = IsConnected();
+    if (stood && socket_->error() == QAbstractSocket::RemoteHostClosedError) return;
+    failed_ = stood;
+    gate.RunDevice(guard_, [this, reason = FromQt(ReasonOf(*socket_))] {
+      if (OnFail) OnFail(reason);
     });
   });
 }
@@ -34,6 +70,7 @@ QtTcpClient::~QtTcpClient() {
 void QtTcpClient::Connect(std::string_view host, int port) {
   const bool known = port > 0 && port <= 65535;
   Close();
+  failed_ = false;
   socket_->connectToHost(ToQt(host).trimmed(), static_cast<quint16>(known ? port : kTelnetPort));
 }
 

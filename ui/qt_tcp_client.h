@@ -22,6 +22,7 @@ class QtTcpClient : public platform::TcpClient {
  private:
   QTcpSocket* socket_;
   QObject guard_;
+  bool failed_ = false;  // what fell was told already; that it is disconnected says no more
 };
 
 }  // namespace brenvo::ui

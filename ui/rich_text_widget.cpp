@@ -39,11 +39,7 @@ class Area : public QPlainTextEdit {
     setReadOnly(true);
     setUndoRedoEnabled(false);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    QFont fixed(QStringLiteral("Courier New"));
-    fixed.setStyleHint(QFont::TypeWriter);
-    fixed.setFixedPitch(true);
-    fixed.setPointSizeF(font().pointSizeF());
-    setFont(fixed);
+    setFont(TerminalFont(font()));
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
     edited_ =
         context.Follow(field.Edited, [this](const forms::RichText::Edit& edit) { Take(edit); });
@@ -235,6 +231,14 @@ class Area : public QPlainTextEdit {
 };
 
 }  // namespace
+
+QFont TerminalFont(const QFont& font) {
+  QFont fixed(QStringLiteral("Courier New"));
+  fixed.setStyleHint(QFont::TypeWriter);
+  fixed.setFixedPitch(true);
+  fixed.setPointSizeF(font.pointSizeF());
+  return fixed;
+}
 
 QWidget* MakeRichTextWidget(forms::RichText& field, ViewContext& context, QWidget* parent) {
   auto* area = new Area(field, context, parent);

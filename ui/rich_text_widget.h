@@ -6,6 +6,9 @@
 
 namespace brenvo::ui {
 
+// The area's letters, as large as those of the font.
+QFont TerminalFont(const QFont& font);
+
 QWidget* MakeRichTextWidget(forms::RichText& field, ViewContext& context, QWidget* parent);
 
 }  // namespace brenvo::ui

@@ -18,8 +18,8 @@ StationLock::StationLock(const QString& directory)
   switch (lock_.error()) {
     case QLockFile::LockFailedError:
       words = QStringLiteral(
-          "Brenvo e' gia' in funzione sulla cartella %1.\n\nUsare la finestra che "
-          "e' gia' aperta, oppure chiuderla prima di ripartire.");
+          "Brenvo è già in funzione sulla cartella %1.\n\nUsare la finestra che "
+          "è già aperta, oppure chiuderla prima di ripartire.");
       break;
     case QLockFile::PermissionError:
       words = QStringLiteral(

@@ -10,9 +10,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
+#include <QTableView>
 
 #include "field_binding.h"
 #include "forms/field_visit.h"
+#include "grid_widget.h"
 #include "split_widget.h"
 #include "ui/text.h"
 
@@ -46,7 +48,14 @@ class Body : public QScrollArea {
     setFocusPolicy(Qt::NoFocus);
   }
   // What the fields need; a window opens no smaller where there is room.
-  QSize sizeHint() const override { return widget()->minimumSizeHint(); }
+  QSize sizeHint() const override {
+    QSize needed = widget()->minimumSizeHint();
+    for (const QTableView* grid : widget()->findChildren<QTableView*>()) {
+      const int more = RoomForColumns(*grid) - grid->minimumSizeHint().width();
+      needed.setWidth(std::max(needed.width(), widget()->minimumSizeHint().width() + more));
+    }
+    return needed;
+  }
   QSize minimumSizeHint() const override { return {kSmallestBody, kSmallestBody / 2}; }
 
  private:

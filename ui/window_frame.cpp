@@ -4,6 +4,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -11,6 +12,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPointer>
+#include <QRadioButton>
 #include <QScreen>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -231,7 +233,12 @@ void WindowFrame::FocusOn(forms::Field& field) {
 }
 
 void WindowFrame::FocusFirst() {
-  if (QWidget* first = parts_->builder->FirstField()) first->setFocus(Qt::OtherFocusReason);
+  const View* const view = FindView(window_.Name());
+  forms::Field* const begins =
+      view != nullptr && !view->begins.empty() ? window_.FindField(view->begins) : nullptr;
+  QWidget* first = begins != nullptr ? parts_->builder->WidgetOf(*begins) : nullptr;
+  if (first == nullptr) first = parts_->builder->FirstField();
+  if (first != nullptr) first->setFocus(Qt::OtherFocusReason);
 }
 
 void WindowFrame::ReportSoon() {
@@ -275,7 +282,10 @@ bool WindowFrame::Key(QKeyEvent& event) {
   QWidget* const focus = QApplication::focusWidget();
   const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
   if (enter) {
-    if (auto* button = qobject_cast<QAbstractButton*>(focus)) {
+    const bool box =
+        qobject_cast<QCheckBox*>(focus) != nullptr || qobject_cast<QRadioButton*>(focus) != nullptr;
+    auto* const button = qobject_cast<QAbstractButton*>(focus);
+    if (button != nullptr && !box) {
       button->click();
       return true;
     }
@@ -286,10 +296,19 @@ bool WindowFrame::Key(QKeyEvent& event) {
       if (line && line->hasFocus()) line->selectAll();
       return true;
     }
+    // The blank ticks a box; Enter goes on from it as from a field.
+    if (box) {
+      QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+      QCoreApplication::sendEvent(focus, &tab);
+      return true;
+    }
   }
   if (event.key() == Qt::Key_Escape) {
     if (window_.CancelCommand != nullptr) {
       parts_->context.Run([this] { window_.CancelCommand->Press(); });
+    } else if (kind_ == Kind::kDialog) {
+      // As its frame's button.
+      outer_->close();
     }
     return true;
   }

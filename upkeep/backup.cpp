@@ -336,7 +336,7 @@ void DailyBackup::Finish() {
 
 void DailyBackup::Fail(const std::string& why) {
   Stop();
-  tell_("La copia di sicurezza non e' riuscita: " + why);
+  tell_("La copia di sicurezza non è riuscita: " + why);
 }
 
 }  // namespace brenvo::upkeep

@@ -47,7 +47,7 @@ bool Offer(core::Session& session, const engine::DatabaseError& failure, const B
   const std::optional<std::int64_t> contacts = ContactsIn(copy);
   if (!contacts) return false;
   const std::string question =
-      fmt::format("{}\nC'e' {} con {} QSO. Ripristinare ?", failure.Description, what, *contacts);
+      fmt::format("{}\nC'è {} con {} QSO. Ripristinare ?", failure.Description, what, *contacts);
   if (!session.Messages().AskYesNo("Ripristina backup", question))
     throw engine::DatabaseError(failure);
   PutBack(session, copy);

@@ -182,7 +182,7 @@ TEST_F(AdifAccountingTest, GarbageHoweverLargeStoresNothingAndEndsInAClearWord) 
       EXPECT_EQ(Told(Import(file)), Told(preview.counts));
     } catch (const std::runtime_error& failure) {
       EXPECT_EQ(kind.refused, -1) << failure.what();
-      EXPECT_THAT(failure.what(), HasSubstr("garbage.adi non e' un file ADIF"));
+      EXPECT_THAT(failure.what(), HasSubstr("garbage.adi non è un file ADIF"));
     }
   }
   EXPECT_EQ(Count("select Count(*) from Log"), 0);

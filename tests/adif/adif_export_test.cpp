@@ -221,7 +221,7 @@ TEST_F(AdifExportTest, AFileOfAnotherKindIsNotReplaced) {
     ExportContacts(session, kAllContacts, database, [](std::int64_t) { return true; });
     ADD_FAILURE() << "the database is replaced";
   } catch (const std::runtime_error& failure) {
-    EXPECT_STREQ(failure.what(), "Brenvo.mdb e' un database: scegliere un altro nome");
+    EXPECT_STREQ(failure.what(), "Brenvo.mdb è un database: scegliere un altro nome");
   }
   EXPECT_TRUE(ReadBytes(database) == before);
 }

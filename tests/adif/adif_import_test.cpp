@@ -539,7 +539,7 @@ TEST_F(AdifImportTest, AnotherKindOfFileIsRefusedByItsName) {
     Preview(Write("log.cbr", "START-OF-LOG: 3.0\n"));
     FAIL() << "no refusal";
   } catch (const std::runtime_error& failure) {
-    EXPECT_STREQ(failure.what(), "log.cbr non e' un file ADIF: e' un log Cabrillo");
+    EXPECT_STREQ(failure.what(), "log.cbr non è un file ADIF: è un log Cabrillo");
   }
   EXPECT_THROW(Preview(directory.Path() / "missing.adi"), std::runtime_error);
 }

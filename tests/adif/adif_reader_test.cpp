@@ -192,7 +192,7 @@ TEST(AdifReaderTest, ALengthBehindWhichNoTagFollowsIsAFault) {
   EXPECT_EQ(AllTold("<CALL:4>" + text + text + "<EOR><CALL:5>I3BBB<EOR>"),
             (Texts{"!la lunghezza del campo CALL non corrisponde al testo", "CALL=I3BBB"}));
   EXPECT_EQ(AllTold("<CALL:999999>" + text + text + "<EOR><CALL:5>I3BBB<EOR>"),
-            (Texts{"!la lunghezza del campo CALL non e' possibile", "CALL=I3BBB"}));
+            (Texts{"!la lunghezza del campo CALL non è possibile", "CALL=I3BBB"}));
   EXPECT_EQ(AllTold("<CALL:5>I3AAA<QSO_DATE:8>2001"),
             Texts{"CALL=I3AAA!il campo QSO_DATE va oltre la fine del file"});
 }

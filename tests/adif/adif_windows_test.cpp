@@ -109,7 +109,7 @@ TEST_F(AdifWindowsTest, TheChoiceOfConfirmationsShowsAtOnceAndIsRemembered) {
 TEST_F(AdifWindowsTest, ADamagedFileIsImportedOnlyWhenTheOperatorSaysSo) {
   machine.Messages().QueueAnswer(false);
   Import(Sample("damaged.adi"), [&](ImportaAdif& window) {
-    EXPECT_EQ(window.Avvisi.Text(), "Il file finisce a meta' di un record. Record danneggiati: 1.");
+    EXPECT_EQ(window.Avvisi.Text(), "Il file finisce a metà di un record. Record danneggiati: 1.");
     window.cmImporta.Press();
     EXPECT_TRUE(window.Visible());
   });
@@ -118,7 +118,7 @@ TEST_F(AdifWindowsTest, ADamagedFileIsImportedOnlyWhenTheOperatorSaysSo) {
   Import(Sample("damaged.adi"), [](ImportaAdif& window) { window.cmImporta.Press(); });
   EXPECT_EQ(Rows("Select Call from Log").size(), 5u);
   EXPECT_THAT(Lines(),
-              Contains("question \"Importa ADIF\" \"Il file finisce a meta' di un record. Record "
+              Contains("question \"Importa ADIF\" \"Il file finisce a metà di un record. Record "
                        "danneggiati: 1. Importare lo stesso gli altri record (5) ?\" yes"));
 }
 
@@ -153,7 +153,7 @@ TEST_F(AdifWindowsTest, AStoppedImportSaysSoAndLeavesTheWindow) {
     machine.StopProgressAt(-1);
   });
   EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
-  EXPECT_THAT(Lines(), Contains(HasSubstr("Importazione interrotta: nessun record e' stato "
+  EXPECT_THAT(Lines(), Contains(HasSubstr("Importazione interrotta: nessun record è stato "
                                           "importato.")));
   EXPECT_THAT(ReadBytes(directory.Path() / "ImportaAdif.txt"), HasSubstr("interrotta"));
 }

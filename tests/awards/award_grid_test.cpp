@@ -72,6 +72,35 @@ TEST_F(AwardGridTest, AnEmptySelectionHasOneGridRowAndScoresNothing) {
   EXPECT_EQ(award.Caption(), "Country - 0 confermati su 0");
 }
 
+TEST_F(AwardGridTest, BelowTheGridStandsWhichSelectionItShows) {
+  const auto words = [this](std::string_view selection) {
+    return Award("SSQuare", selection).Selezione.Text();
+  };
+  EXPECT_EQ(words(""), "Selezione: tutte le bande, tutti i modi, tutte le propagazioni");
+  EXPECT_EQ(words("WHERE Banda='  2 m' AND Modo in ('SSB','CW') AND Propagazione in ('','Tropo')"),
+            "Selezione: 2 m, SSB CW, propagazione nessuna Tropo");
+  EXPECT_EQ(
+      words("WHERE DateValue(DataQso)>=DateValue('01/02/2001') AND "
+            "DateValue(DataQso)<=DateValue('03/02/2001') AND (Country='I' OR Country='IS0') "
+            "AND QsldaInviare=True AND QslRicevuta=True AND QslInviata=True AND Note LIKE "
+            "'*pane AND vino*'"),
+      "Selezione: tutte le bande, tutti i modi, tutte le propagazioni, dal 01/02/2001, fino al "
+      "03/02/2001, country I e IS0, Qsl da inviare, Qsl ricevuta, Qsl inviata, nota con pane "
+      "AND vino");
+  EXPECT_EQ(words("WHERE Modo in ('A','B','C','D','E','F')"),
+            "Selezione: tutte le bande, A B C D e altre 2, tutte le propagazioni");
+  EXPECT_EQ(words(kAll), "Selezione: tutte le bande, tutti i modi, tutte le propagazioni, QsoNr>0");
+}
+
+TEST_F(AwardGridTest, ASelectionOfAllEntriesOfAListIsToldAsAll) {
+  std::string all;
+  for (const std::string& kind : Rows("select Propagazione from Propagazione")) {
+    all += ",'" + kind + "'";
+  }
+  EXPECT_EQ(Award("SSQuare", "WHERE Propagazione in (" + all.substr(1) + ")").Selezione.Text(),
+            "Selezione: tutte le bande, tutti i modi, tutte le propagazioni");
+}
+
 TEST_F(AwardGridTest, FieldsAreCountedByTheFirstTwoCharacters) {
   Contact("Call,Locator,QslRicevuta", "'A','JN65AA',false");
   Contact("Call,Locator,QslRicevuta", "'B','JN55AA',true");

@@ -53,6 +53,17 @@ class StatSelTest : public StationTest {
   }
 };
 
+TEST_F(StatSelTest, AKeyEmptiesTheBandAndSelectsAllBands) {
+  EXPECT_EQ(Ask("FIELD",
+                [](StatSel& dialog) {
+                  ClearAll(dialog);
+                  core::SelectListEntry(dialog.Banda, " 20 m", 5);
+                  dialog.cmTutteLeBande.Press();
+                  EXPECT_EQ(dialog.Banda.Text(), "");
+                }),
+            "");
+}
+
 TEST_F(StatSelTest, ANewSelectionStartsOnTwoMetresSsbWithAllPropagations) {
   Ask("FIELD", [](StatSel& dialog) {
     EXPECT_EQ(dialog.Banda.Text(), "  2 m");

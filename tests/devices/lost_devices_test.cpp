@@ -50,7 +50,7 @@ TEST_F(PulledOut, TheTerminalStandsSilentAndTellsItWhenSomethingIsSent) {
   EXPECT_EQ(Told(), Lines{});
   EXPECT_TRUE(session.Opened.TncOpen);
   TypeLine(tnc.Sended, "sh/dx");
-  EXPECT_EQ(Told(), Lines{"error \"La porta COM1 non riceve: non c'e' piu'\""});
+  EXPECT_EQ(Told(), Lines{"error \"La porta COM1 non riceve: non c'è più\""});
   EXPECT_EQ(tnc.Sended.Text(), "sh/dx");
   Close(tnc);
   EXPECT_EQ(Told(), Lines{});

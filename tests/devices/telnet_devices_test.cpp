@@ -36,6 +36,14 @@ TEST_F(TelnetDevice, AnOperatorLogsInAndWatchesSpots) {
   EXPECT_EQ(session.Opened.Hrd->CallQso.Text(), "VP8ORK");
 }
 
+TEST_F(TelnetDevice, APromptShowsWhileTheNodeWaitsForItsAnswer) {
+  links::TNCtelnet& telnet = Connect();
+  EXPECT_EQ(telnet.Collegamento.Text(), "Collegato a " + node.Address());
+  node.Say("login: ");
+  EXPECT_TRUE(Until([&] { return telnet.InArrivo.Text() == "login: "; }));
+  EXPECT_EQ(telnet.Received.Text(), "");
+}
+
 TEST_F(TelnetDevice, ALineMayComeByteByByte) {
   links::TNCtelnet& telnet = Connect();
   for (char c : kSpot) {
@@ -89,6 +97,8 @@ TEST_F(TelnetDevice, ARefusedConnectionIsSilentAndTheWindowUsable) {
   Profile("TelnetCluster='" + node.Address() + "'");
   links::TNCtelnet& telnet = Open<links::TNCtelnet>("TNCtelnet");
   Pass(200);
+  EXPECT_EQ(telnet.Collegamento.Text(),
+            "Non collegato a " + node.Address() + ": connessione rifiutata");
   EXPECT_TRUE(session.Opened.TncTelnetOpen);
   EXPECT_EQ(telnet.Banda.Entries().size(), 19u);
   TypeLine(telnet.Sended, "hello");

@@ -136,11 +136,10 @@ TEST(ConvertTest, AValueThatDoesNotFitIsToldWithItsColumn) {
     }
     return "";
   };
-  EXPECT_EQ(told("sette", ColumnType::kReal),
-            "Il valore 'sette' non e' adatto alla colonna 'Mhz'.");
+  EXPECT_EQ(told("sette", ColumnType::kReal), "Il valore 'sette' non è adatto alla colonna 'Mhz'.");
   EXPECT_EQ(told(kDay, ColumnType::kInteger),
-            "Il valore '03/02/2001' non e' adatto alla colonna 'Mhz'.");
-  EXPECT_EQ(told(7, ColumnType::kDateTime), "Il valore '7' non e' adatto alla colonna 'Mhz'.");
+            "Il valore '03/02/2001' non è adatto alla colonna 'Mhz'.");
+  EXPECT_EQ(told(7, ColumnType::kDateTime), "Il valore '7' non è adatto alla colonna 'Mhz'.");
 }
 
 TEST(ConvertTest, WhatIsLookedForHasTheFormOfTheIndex) {

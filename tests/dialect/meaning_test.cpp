@@ -437,11 +437,11 @@ TEST(MeaningTest, AFailureShowsWhereTheTextIsWrong) {
     return "";
   };
   EXPECT_EQ(told("select Call frm Log"), "Errore di sintassi presso 'frm Log'.");
-  EXPECT_EQ(told("select Call from"), "Errore di sintassi: l'istruzione non e' completa.");
+  EXPECT_EQ(told("select Call from"), "Errore di sintassi: l'istruzione non è completa.");
   EXPECT_EQ(told("select 'è' from Log where x wher 'una riga che finisce dopo i quaranta'"),
             "Errore di sintassi presso 'wher 'una riga che finisce dopo i quaran'.");
   EXPECT_EQ(told("select Band.* from Log"),
-            "Parametri insufficienti: 'Band' non e' il nome di una colonna.");
+            "Parametri insufficienti: 'Band' non è il nome di una colonna.");
   EXPECT_EQ(told("select len() from Log"),
             "La funzione 'Len' ha un numero sbagliato di argomenti.");
 }

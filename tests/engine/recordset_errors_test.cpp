@@ -28,8 +28,8 @@ TEST(RecordsetErrorsTest, AColumnThatIsNoneIsNamed) {
     }
     return "";
   };
-  EXPECT_EQ(told({"QsoNr", "Call"}), "3265 La colonna 'Cal' non c'e'.");
-  EXPECT_EQ(told({}), "3265 La colonna 'Cal' non c'e'.");
+  EXPECT_EQ(told({"QsoNr", "Call"}), "3265 La colonna 'Cal' non c'è.");
+  EXPECT_EQ(told({}), "3265 La colonna 'Cal' non c'è.");
 }
 
 }  // namespace

@@ -177,7 +177,7 @@ TEST(Damage, ADatabaseOfAnotherProgramIsRefusedByName) {
     FAIL();
   } catch (const engine::DatabaseError& failure) {
     EXPECT_EQ(failure.Number, engine::DatabaseError::kNotADatabase);
-    EXPECT_EQ(failure.Description, "Il file 'Altro.mdb' non e' un database di questo programma.");
+    EXPECT_EQ(failure.Description, "Il file 'Altro.mdb' non è un database di questo programma.");
   }
   EXPECT_EQ(ReadBytes(file), bytes);
 }

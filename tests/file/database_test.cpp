@@ -134,7 +134,7 @@ TEST_F(DatabaseTest, WhatTheSystemRefusesIsToldByItsCause) {
   EXPECT_EQ(told(SQLITE_CANTOPEN, EDQUOT).Number, 3026);
   EXPECT_EQ(told(SQLITE_CANTOPEN, EACCES).Number, 3027);
   EXPECT_EQ(told(SQLITE_CANTOPEN, EMFILE).Description,
-            "Nella directory del file non si puo' scrivere: troppi file aperti.");
+            "Nella directory del file non si può scrivere: troppi file aperti.");
   EXPECT_EQ(told(SQLITE_IOERR_SHMSIZE, 0).Number, 3026);
   EXPECT_EQ(told(SQLITE_IOERR_WRITE, ENOSPC).Number, 3026);
   EXPECT_EQ(told(SQLITE_IOERR_READ, EIO).Description,

@@ -57,7 +57,7 @@ class LinksTest : public StationTest {
     session.Windows.Register("Hrd",
                              [this] { return std::make_unique<FakeHrd>(session, searches); });
     WriteFile("tnc.mnu", "\"Ultimi DX\",sh/dx 10\r\n\"Meteo, sole\",sh/wwv\r\n");
-    WriteFile("wwconv.mnu", "Chi c'e',/who\r\nPrivato,/msg # ciao\r\n");
+    WriteFile("wwconv.mnu", "Chi c'è,/who\r\nPrivato,/msg # ciao\r\n");
     Profile(
         "ClusterNode='IK4GRO-6', TelnetCluster='dxc.example.org:7300', "
         "TelnetWWConv='chat.example.org:3600'");

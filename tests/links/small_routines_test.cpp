@@ -3,6 +3,7 @@
 
 #include "links/chat_chunk.h"
 #include "links/link_address.h"
+#include "links/prompt_text.h"
 #include "links/spelling.h"
 #include "recorder/recording_platform.h"
 
@@ -78,6 +79,14 @@ TEST(ChatChunk, OfThreeSignsIsAPersonalMessageOfNobody) {
   EXPECT_EQ(chunk.Speaker, "<*");
   EXPECT_EQ(chunk.Words, ">");
 }
+
+TEST(Prompt, HasNoTelnetOptionsAndNoControls) {
+  EXPECT_EQ(PromptText("ÿû\x01ÿý\x18login: \x1B", 100), "login: ");
+  EXPECT_EQ(PromptText("ÿûÿ", 100), "");
+  EXPECT_EQ(PromptText("caffè ÿ", 100), "caffè ");
+}
+
+TEST(Prompt, ThatIsLongShowsItsEnd) { EXPECT_EQ(PromptText("abcdef", 3), "def"); }
 
 class Address : public testing::Test {
  protected:

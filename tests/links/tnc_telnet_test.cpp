@@ -37,6 +37,73 @@ TEST_F(TelnetTest, ReadsTheMenuOfTheRadioTerminalAndTheBands) {
   EXPECT_EQ(telnet.Banda.Entries().size(), Rows("select Banda from UserRTX").size() + 1);
 }
 
+TEST_F(TelnetTest, SaysThatItIsConnectingAndToWhomItIsConnected) {
+  Texts told;
+  auto window = std::make_unique<TNCtelnet>(session);
+  const TNCtelnet& telnet = *window;
+  const forms::Subscription shown =
+      window->Collegamento.Shown.Subscribe([&] { told.push_back(telnet.Collegamento.Text()); });
+  Event([&] { session.Windows.Adopt(std::move(window)); });
+  EXPECT_EQ(told, (Texts{"In connessione con dxc.example.org:7300...",
+                         "Collegato a dxc.example.org:7300"}));
+}
+
+TEST_F(TelnetTest, SaysWhyItIsNotConnected) {
+  machine.Tcp().FailNext("TNCtelnet");
+  EXPECT_EQ(OpenTelnet().Collegamento.Text(),
+            "Non collegato a dxc.example.org:7300: connessione rifiutata");
+}
+
+TEST_F(TelnetTest, SaysThatTheProfileHoldsNoAddressOrAPortThatIsNone) {
+  Profile("TelnetCluster='dxc.example.org:99999'");
+  EXPECT_EQ(OpenTelnet().Collegamento.Text(),
+            "Non collegato a dxc.example.org:99999: Porta non valida");
+  Profile("TelnetCluster=''");
+  machine.Tcp().FailNext("TNCtelnet");
+  EXPECT_EQ(OpenTelnet().Collegamento.Text(),
+            "Non collegato: manca l'indirizzo (Tabella Utente, Multimedia)");
+}
+
+TEST_F(TelnetTest, AConnectionThatFallsLeavesTheWindowWhichSaysWhy) {
+  TNCtelnet& telnet = OpenTelnet();
+  Event([&] { machine.Tcp().Fall("TNCtelnet", "nessuna risposta"); });
+  EXPECT_EQ(telnet.Collegamento.Text(),
+            "Collegamento con dxc.example.org:7300 caduto: nessuna risposta");
+  EXPECT_NE(session.Windows.Find("TNCtelnet"), nullptr);
+}
+
+TEST_F(TelnetTest, TheMainFrameSaysWhichClusterHasClosed) {
+  OpenTelnet();
+  Event([&] { machine.Tcp().PeerClose("TNCtelnet"); });
+  EXPECT_EQ(frame->StatusBar1.Panel(1),
+            "DX cluster telnet: dxc.example.org:7300 ha chiuso il collegamento");
+}
+
+TEST_F(TelnetTest, APromptWithoutALineEndShowsAfterASilence) {
+  TNCtelnet& telnet = OpenTelnet();
+  Receive("TNCtelnet", "Welcome\r\nlog");
+  machine.GetClock().Advance(200);
+  Receive("TNCtelnet", "in: ");
+  machine.GetClock().Advance(299);
+  EXPECT_EQ(telnet.InArrivo.Text(), "");
+  machine.GetClock().Advance(1);
+  EXPECT_EQ(telnet.InArrivo.Text(), "login: ");
+  EXPECT_EQ(telnet.Received.Text(), "Welcome\n");
+}
+
+TEST_F(TelnetTest, APromptGoesWithItsLine) {
+  TNCtelnet& telnet = OpenTelnet();
+  Receive("TNCtelnet", "login: ");
+  machine.GetClock().Advance(300);
+  Receive("TNCtelnet", "I0XXX");
+  EXPECT_EQ(telnet.InArrivo.Text(), "login: ");
+  Receive("TNCtelnet", "\r\npass");
+  EXPECT_EQ(telnet.InArrivo.Text(), "");
+  EXPECT_EQ(telnet.Received.Text(), "login: I0XXX\n");
+  machine.GetClock().Advance(300);
+  EXPECT_EQ(telnet.InArrivo.Text(), "pass");
+}
+
 TEST_F(TelnetTest, AFailedConnectionIsSilentAndLeavesTheWindowUsable) {
   machine.Tcp().FailNext("TNCtelnet");
   TNCtelnet& telnet = OpenTelnet();

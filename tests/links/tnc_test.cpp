@@ -23,6 +23,14 @@ TEST_F(TncTest, OpensThePortAsTheProfileSays) {
   EXPECT_EQ(machine.Serial().Settings(4), "9600,N,8,1");
 }
 
+TEST_F(TncTest, SaysThatItsPortIsOpenOrWhyNot) {
+  Profile("TNCPort='COM4'");
+  EXPECT_EQ(OpenTnc().Collegamento.Text(), "Porta COM4 aperta");
+  Profile("TNCPort='COM2'");
+  machine.Serial().FailNext(2);
+  EXPECT_EQ(OpenTnc().Collegamento.Text(), "La porta COM2 non risponde");
+}
+
 TEST_F(TncTest, ReadsItsMenuAndTheBandsInTableOrder) {
   TNC& tnc = OpenTnc();
   EXPECT_EQ(Captions(tnc.CMI), (Texts{"Ultimi DX", "Meteo, sole"}));

@@ -30,9 +30,16 @@ class WWConvTest : public LinksTest {
 TEST_F(WWConvTest, ReadsItsMenuAndConnects) {
   WWConv& chat = Open<WWConv>("WWConv");
   EXPECT_EQ(Lines(), Texts{"connect WWConv \"chat.example.org\" 3600"});
-  EXPECT_EQ(Captions(chat.CMI), (Texts{"Chi c'e'", "Privato"}));
+  EXPECT_EQ(Captions(chat.CMI), (Texts{"Chi c'è", "Privato"}));
   EXPECT_TRUE(session.Opened.WWConvOpen);
   EXPECT_EQ(chat.Caption(), "WWConv (telnet)");
+}
+
+TEST_F(WWConvTest, SaysToWhomItIsConnectedOrWhyNot) {
+  EXPECT_EQ(Open<WWConv>("WWConv").Collegamento.Text(), "Collegato a chat.example.org:3600");
+  machine.Tcp().FailNext("WWConv");
+  EXPECT_EQ(Open<WWConv>("WWConv").Collegamento.Text(),
+            "Non collegato a chat.example.org:3600: connessione rifiutata");
 }
 
 TEST_F(WWConvTest, AMissingMenuFileEndsTheOpeningBeforeItConnects) {

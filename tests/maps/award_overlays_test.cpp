@@ -63,6 +63,28 @@ TEST_F(AwardOverlaysTest, AFieldIsGreenWhenConfirmedAndRedWhenWorked) {
                           "map rectangle 638 155 60 28 0 255 0", "map close", "map refresh"));
 }
 
+TEST_F(AwardOverlaysTest, EachMapHasALegendWhoseWorkedOnesDifferInMoreThanColour) {
+  CalibrateFields();
+  const std::pair<void (*)(core::Session&), base::Colour> overlays[] = {
+      {DisplayField, base::kGreen},
+      {DisplaySquare, base::kGreen},
+      {DisplayItalia, base::kDarkGreen}};
+  for (const auto& [display, confirmed] : overlays) {
+    display(session);
+    const auto& legend = machine.Map().Legend();
+    ASSERT_EQ(legend.size(), 2u);
+    EXPECT_EQ(legend[0].words, "Confermato");
+    EXPECT_EQ(legend[0].fill.colour, confirmed);
+    EXPECT_FALSE(legend[0].fill.striped);
+    EXPECT_EQ(legend[1].words, "Lavorato, non confermato");
+    EXPECT_TRUE(legend[1].fill.striped);
+  }
+  DisplayZone(session);
+  ASSERT_EQ(machine.Map().Legend().size(), 2u);
+  EXPECT_EQ(machine.Map().Legend()[0].stamp.filename(), "Zona15c.bmp");
+  EXPECT_EQ(machine.Map().Legend()[1].stamp.filename(), "Zona15nc.bmp");
+}
+
 TEST_F(AwardOverlaysTest, AKeyConfirmedAndWorkedIsPaintedOnceAndGreen) {
   Log({.locator = "JN65AA"});
   Log({.locator = "JN55AA", .qsl = true});
@@ -138,7 +160,7 @@ TEST_F(AwardOverlaysTest, ALocatorBeyondTheCalibrationIsAFailureOfTheEvent) {
   CalibrateFields();
   Log({.locator = "5N65AA"});
   Event([&] { DisplaySquare(session); });
-  EXPECT_THAT(Lines(), Contains("error \"Un campo della mappa ha una lettera che non c'e'\""));
+  EXPECT_THAT(Lines(), Contains("error \"Un campo della mappa ha una lettera che non c'è\""));
 }
 
 TEST_F(AwardOverlaysTest, AnEmptyLocatorIsAFailureOfTheEvent) {

@@ -54,6 +54,17 @@ TEST_F(MappaSquareTest, AConfirmedSquareIsDarkGreenAndAWorkedOneDarkRed) {
   EXPECT_THAT(Lines(), ElementsAre("circle 4500 1500 105 128 0 0", "circle 7500 4500 105 0 128 0"));
 }
 
+TEST_F(MappaSquareTest, AWorkedSquareIsBarredAsTheLegendSays) {
+  Log("JN65AA", true);
+  Log("IO91AA", false);
+  MappaSquare& map = OpenMap();
+  ASSERT_EQ(map.PicBuf1.Circles().size(), 2u);
+  EXPECT_TRUE(map.PicBuf1.Circles()[0].barred);
+  EXPECT_FALSE(map.PicBuf1.Circles()[1].barred);
+  EXPECT_EQ(map.Legenda.Text(),
+            "Cerchio verde: confermato. Cerchio rosso sbarrato: lavorato, non confermato");
+}
+
 TEST_F(MappaSquareTest, ASquareWithBothKindsOfContactIsGreen) {
   Log("JN65AA", false);
   Log("JN65BB", true);

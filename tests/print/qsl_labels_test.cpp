@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "print/label_sheets.h"
 #include "recorder/recording_platform.h"
 
 namespace brenvo::print {
@@ -90,6 +91,34 @@ TEST(QslLabels, SatelliteTextsComeOutOfTheNote) {
   QsoLabel other = Contact();
   other.Note = "[70cm/AO-7/2m]";
   EXPECT_EQ(BandAndMode(other).first, "  2 m");
+}
+
+// What the makers print on the package: size, and labels across and down an A4 sheet.
+TEST(LabelSheets, FillAnA4SheetWithEqualMargins) {
+  const struct {
+    int width, height, across, down;
+  } sold[] = {
+      {700, 370, 3, 8}, {700, 360, 3, 8}, {635, 381, 3, 7}, {991, 381, 2, 7}, {1050, 480, 2, 6}};
+  ASSERT_EQ(std::size(sold), LabelSheets().size());
+  for (std::size_t i = 0; i < std::size(sold); ++i) {
+    const LabelGeometry& sheet = LabelSheets()[i].geometry;
+    SCOPED_TRACE(LabelSheets()[i].name);
+    EXPECT_EQ(sheet.width, sold[i].width);
+    EXPECT_EQ(sheet.height, sold[i].height);
+    EXPECT_EQ(sheet.perRow, sold[i].across);
+    EXPECT_EQ(sheet.rows, sold[i].down);
+    const int right = 2100 - sheet.marginLeft - sheet.perRow * sheet.width -
+                      (sheet.perRow - 1) * sheet.spaceAcross;
+    const int bottom = 2970 - sheet.marginTop - sheet.rows * sheet.height;
+    EXPECT_NEAR(sheet.marginLeft, right, 1);
+    EXPECT_NEAR(sheet.marginTop, bottom, 1);
+    EXPECT_EQ(WholeLabelsOn(sheet, kA4Width, kA4Height), sheet.perRow * sheet.rows);
+    const LabelOverrun over = OverrunOf(sheet, kA4Width, kA4Height);
+    EXPECT_EQ(over.right, 0);
+    EXPECT_EQ(over.bottom, 0);
+    EXPECT_NE(LabelSheets()[i].name.find(std::to_string(sheet.perRow * sheet.rows) + " per foglio"),
+              std::string_view::npos);
+  }
 }
 
 TEST(QslLabels, ARowThatBeginsInsideThePageIsPrinted) {

@@ -47,6 +47,71 @@ TEST_F(StampaQslTest, OpensWithTheSmallestLabelWhenNothingIsStored) {
   EXPECT_EQ(screen.VEtichXFila.Text(), "1");
 }
 
+TEST_F(StampaQslTest, SaysWhereLabelsRunOffTheSheet) {
+  StampaQsl& screen = OpenScreen();
+  EXPECT_EQ(screen.Avviso.Text(),
+            "Attenzione: su A4 le etichette escono dal foglio in basso di 8.1 mm");
+  screen.EtichXFila.SetValue(3);
+  EXPECT_EQ(screen.Avviso.Text(),
+            "Attenzione: su A4 le etichette escono dal foglio a destra di 30.0 mm e in basso di "
+            "8.1 mm");
+  screen.EtichXFila.SetValue(2);
+  screen.AltezzaEtichetta.SetValue(380);
+  EXPECT_EQ(screen.Avviso.Text(),
+            "Attenzione: su A4 le etichette escono dal foglio in basso di 7.0 mm");
+  screen.SpazVerticale.SetValue(50);
+  EXPECT_EQ(screen.Avviso.Text(), "14 etichette intere su un foglio A4");
+}
+
+TEST_F(StampaQslTest, ASheetTakesThePlaceOfTheSliders) {
+  for (int i = 0; i < 13; ++i) Owe("IK" + std::to_string(i) + "ABC");
+  StampaQsl& screen = OpenScreen();
+  screen.DatiQso.SetOn(true);
+  Event([&] { screen.Foglio.Pick(5); });
+  EXPECT_EQ(screen.Foglio.Text(), "105 x 48 mm, 12 per foglio");
+  EXPECT_FALSE(screen.AltezzaEtichetta.Enabled());
+  EXPECT_EQ(screen.Avviso.Text(), "12 etichette intere su un foglio A4");
+  Lines();
+  Event([&] { screen.Print(); });
+  const Texts outline = Outline();
+  ASSERT_EQ(outline.size(), 15u);
+  EXPECT_EQ(outline[0], "Q 1 6.5");
+  EXPECT_EQ(outline[1], "Q 106 6.5");
+  EXPECT_EQ(outline[2], "Q 1 54.5");
+  EXPECT_EQ(outline[11], "Q 106 246.5");
+  EXPECT_EQ(outline[12], "print newpage");
+  EXPECT_EQ(outline[13], "Q 1 6.5");
+  Event([&] { screen.Foglio.Pick(0); });
+  EXPECT_TRUE(screen.AltezzaEtichetta.Enabled());
+}
+
+TEST_F(StampaQslTest, OnNarrowLabelsTheDataAreMadeSmallerAndStayOnThem) {
+  Owe("IK3ABC");
+  StampaQsl& screen = OpenScreen();
+  screen.DatiQso.SetOn(true);
+  Event([&] { screen.Foglio.Pick(1); });
+  EXPECT_EQ(screen.Avviso.Text(), "24 etichette intere su un foglio A4, dati ridotti al 88%");
+  Lines();
+  Event([&] { screen.Print(); });
+  const Texts lines = Lines();
+  EXPECT_NE(std::find(lines.begin(), lines.end(), "print box 32.38 2.25 68.69 19.75 empty"),
+            lines.end())
+      << testing::PrintToString(lines);
+}
+
+TEST_F(StampaQslTest, ASheetIsRememberedAndForgotten) {
+  StampaQsl* screen = &OpenScreen();
+  Event([&] { screen->Foglio.Pick(3); });
+  Event([&] { screen->cmUpdate.Press(); });
+  Event([&] { screen->Close(); });
+  screen = &OpenScreen();
+  EXPECT_EQ(screen->Foglio.ListIndex(), 3);
+  Event([&] { screen->Foglio.Pick(0); });
+  Event([&] { screen->cmUpdate.Press(); });
+  Event([&] { screen->Close(); });
+  EXPECT_EQ(OpenScreen().Foglio.ListIndex(), 0);
+}
+
 TEST_F(StampaQslTest, ASettingBelowTheMinimumShowsTheMinimum) {
   session.SaveSetting("StampaQsl", "AltezzaEtichette", "100");
   session.SaveSetting("StampaQsl", "LarghezzaEtichette", "1050");

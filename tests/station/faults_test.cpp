@@ -38,26 +38,26 @@ const Fault kFaults[] = {
      "suo collegamento."},
     {"TheFileBecomesReadOnly",
      [](RecordedFiles& files, const fs::path&) { files.FailFrom(0, SQLITE_READONLY); },
-     " 3027 - Il database e' di sola lettura: dare all'utente il permesso di scrivere il file e la "
+     " 3027 - Il database è di sola lettura: dare all'utente il permesso di scrivere il file e la "
      "sua cartella."},
     {"AnotherProgramLocksIt",
      [](RecordedFiles&, const fs::path& directory) {
        sqlite3_open((directory / "Brenvo.mdb").c_str(), &holder);
        sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
      },
-     " 3260 - Il database e' bloccato da un altro programma: chiuderlo e riprovare."},
+     " 3260 - Il database è bloccato da un altro programma: chiuderlo e riprovare."},
     {"TheDirectoryVanishes",
      [](RecordedFiles&, const fs::path& directory) {
        fs::rename(directory, directory.string() + "-away");
      },
-     " 3024 - Il file del database e' stato spostato o cancellato."},
+     " 3024 - Il file del database è stato spostato o cancellato."},
     {"TheFileIsDeleted",
      [](RecordedFiles&, const fs::path& directory) {
        fs::create_hard_link(directory / "Brenvo.mdb", directory / "kept");
        fs::create_hard_link(directory / "Brenvo.mdb-wal", directory / "kept-wal");
        fs::remove(directory / "Brenvo.mdb");
      },
-     " 3024 - Il file del database e' stato spostato o cancellato."},
+     " 3024 - Il file del database è stato spostato o cancellato."},
 };
 
 void Store(log::LogForm& log, std::string_view call) {
@@ -155,7 +155,7 @@ std::string ToldWithoutRights(const fs::path& directory) {
 class ReadOnlyDirectory : public testing::Test {
  protected:
   static constexpr char kReadOnly[] =
-      "message critical \"Brenvo\" \"3027 - Il database e' di sola lettura: dare all'utente il "
+      "message critical \"Brenvo\" \"3027 - Il database è di sola lettura: dare all'utente il "
       "permesso di scrivere il file e la sua cartella.\"\n";
   static constexpr auto kAll = fs::perms::owner_all | fs::perms::group_all | fs::perms::others_all;
   static constexpr auto kWrite =
@@ -195,7 +195,7 @@ TEST_F(ReadOnlyDirectory, OfTheDailyCopiesIsToldAndTheLogGoesOn) {
   fs::create_directory(directory.Path() / "Backup");
   TakeWriting(directory.Path() / "Backup");
   EXPECT_EQ(ToldWithoutRights(directory.Path()),
-            "La copia di sicurezza non e' riuscita: Nella directory del file non si puo' "
+            "La copia di sicurezza non è riuscita: Nella directory del file non si può "
             "scrivere: dare all'utente il permesso di scrivervi.\n");
   EXPECT_EQ(file::OpenDatabaseFile(File()).OpenSnapshot("select Call from Log")->Field(0).Text(),
             "IK3ABC");

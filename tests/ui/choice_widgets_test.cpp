@@ -101,6 +101,81 @@ TEST_F(ChoiceWidgets, ALetterThatBeginsNoEntryChangesNothing) {
   EXPECT_EQ(form.Banda.ListIndex(), 0);
 }
 
+TEST_F(ChoiceWidgets, WhatIsTypedAtADroppedDownListFindsItsFirstEntryAndEnterTakesIt) {
+  form.Banda.SetItems({"160 m", " 20 m", "  2 m", " 23cm"});
+  form.told.clear();
+  auto* list = Find<QComboBox>("Banda");
+  list->showPopup();
+  QTest::keyClicks(list->view(), " 2 m");
+  EXPECT_EQ(list->view()->currentIndex().data().toString(), "  2 m");
+  EXPECT_THAT(form.told, ElementsAre());
+  QTest::keyClick(list->view(), Qt::Key_Return);
+  Settle();
+  EXPECT_THAT(form.told, ElementsAre("change   2 m", "click   2 m"));
+}
+
+TEST_F(ChoiceWidgets, ADroppedDownListIsSoughtFromItsBeginning) {
+  form.Banda.SetItems({" 20 m", "  2 m", " 23cm"});
+  form.Banda.SetListIndex(2);
+  auto* list = Find<QComboBox>("Banda");
+  list->showPopup();
+  QTest::keyClicks(list->view(), "2");
+  EXPECT_EQ(list->view()->currentIndex().data().toString(), " 20 m");
+  QTest::keyClicks(list->view(), "2");
+  EXPECT_EQ(list->view()->currentIndex().data().toString(), "  2 m");
+  list->hidePopup();
+}
+
+TEST_F(ChoiceWidgets, WhatIsTypedAtAListThatStandsOpenFindsItsEntryWhateverTheBlanks) {
+  form.LBNote.SetItems({"160 m", " 20 m", "  2 m"});
+  form.Modo.SetItems({"160 m", " 20 m", "  2 m"});
+  Settle();
+  QTest::keyClicks(Find<QListView>("LBNote"), "2m");
+  EXPECT_EQ(form.LBNote.Text(), "  2 m");
+  auto* several = Find<QListView>("Modo");
+  QTest::keyClicks(several, "2m");
+  EXPECT_EQ(several->currentIndex().row(), 2);
+  EXPECT_FALSE(form.Modo.Selected(2));
+  QTest::keyClick(several, Qt::Key_Space);
+  EXPECT_TRUE(form.Modo.Selected(2));
+}
+
+TEST_F(ChoiceWidgets, EnterGoesOnFromABoxAndTheBlankTicksIt) {
+  auto* box = Find<QCheckBox>("QslRicevuta");
+  form.QslRicevuta.SetOn(false);
+  box->setFocus();
+  QTest::keyClick(box, Qt::Key_Return);
+  EXPECT_EQ(form.QslRicevuta.State(), forms::CheckState::kOff);
+  EXPECT_NE(QApplication::focusWidget(), box);
+  QTest::keyClick(box, Qt::Key_Space);
+  EXPECT_EQ(form.QslRicevuta.State(), forms::CheckState::kOn);
+}
+
+// Of the lightness of the desktop, from 0 to 255.
+int EdgeContrast(QWidget& box, const QPalette& desktop) {
+  box.setPalette(desktop);
+  box.resize(40, 24);
+  QImage image(box.size(), QImage::Format_RGB32);
+  image.fill(desktop.color(QPalette::Window));
+  box.render(&image, {}, {}, QWidget::DrawChildren);
+  const int ground = qGray(desktop.color(QPalette::Window).rgb());
+  int most = 0;
+  for (int x = 0; x < image.width(); ++x) {
+    most = std::max(most, std::abs(qGray(image.pixel(x, image.height() / 2)) - ground));
+  }
+  return most;
+}
+
+TEST_F(ChoiceWidgets, AnEmptyBoxIsSeenOnADarkDesktop) {
+  QPalette dark(QColor(62, 66, 71), QColor(45, 48, 52));
+  dark.setColor(QPalette::WindowText, QColor(225, 226, 228));
+  dark.setColor(QPalette::Base, QColor(30, 32, 35));
+  QCheckBox box;
+  QRadioButton option;
+  EXPECT_GT(EdgeContrast(box, dark), 80);
+  EXPECT_GT(EdgeContrast(option, dark), 80);
+}
+
 TEST_F(ChoiceWidgets, TheWheelOnlyTurnsAListThatHasTheKeyboard) {
   form.Banda.SetListIndex(0);
   auto* list = Find<QComboBox>("Banda");

@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <future>
-#include <thread>
 #include <QAudioDevice>
 #include <QElapsedTimer>
 #include <QFile>
@@ -12,6 +11,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
+#include <thread>
 
 #include "recorder/fake_clock.h"
 #include "tests/ui/screen.h"
@@ -90,11 +90,22 @@ TEST_F(TcpDevice, AnOwnCloseIsNotThePeersAndLosesNothing) {
   EXPECT_EQ(closed, 0);
 }
 
-TEST_F(TcpDevice, AFailedAttemptSaysNothing) {
+TEST_F(TcpDevice, TellsThatItIsConnected) {
+  int connected = 0;
+  client.OnConnected = [&] { ++connected; };
+  ASSERT_NE(Accept(), nullptr);
+  EXPECT_TRUE(WaitFor([&] { return connected == 1; }));
+}
+
+TEST_F(TcpDevice, AFailedAttemptSaysWhyAndIsNoPeersClose) {
   const int port = server.serverPort();
   server.close();
+  std::string why;
+  client.OnFail = [&](std::string_view reason) { why += reason; };
   client.Connect("127.0.0.1", port);
-  QTest::qWait(100);
+  EXPECT_TRUE(WaitFor([&] { return !why.empty(); }));
+  QTest::qWait(20);
+  EXPECT_EQ(why, "connessione rifiutata");
   EXPECT_FALSE(client.IsConnected());
   client.Send("niente");
   EXPECT_EQ(closed, 0);
@@ -351,7 +362,7 @@ TEST_F(PrinterDevice, APrinterThatCannotBeReachedIsToldAndTheNextTryIsSound) {
       printer.Text(base::Mm(0), base::Mm(0), "x");
       ADD_FAILURE() << "nothing was told";
     } catch (const platform::DeviceError& failure) {
-      EXPECT_EQ(failure.what(), "Il file " + file.toStdString() + " non si puo' scrivere");
+      EXPECT_EQ(failure.what(), "Il file " + file.toStdString() + " non si può scrivere");
     }
   }
   file = sound;
@@ -379,7 +390,7 @@ TEST_F(Devices, QuestionsAreAnsweredInItalianAndEscMeansNo) {
 }
 
 TEST_F(Devices, ABoxIsWideEnoughForItsTitle) {
-  const std::string title = "Qso doppio (12345) con una stazione gia' collegata";
+  const std::string title = "Qso doppio (12345) con una stazione già collegata";
   QtMessageBox messages;
   int room = 0;
   WhenModal([&](QWidget& modal) {

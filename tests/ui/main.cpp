@@ -4,11 +4,13 @@
 #include <QApplication>
 #include <QLocale>
 
+#include "ui/style.h"
+
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Brenvo"));
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  brenvo::ui::UseStyle();
   QApplication::setQuitOnLastWindowClosed(false);
   QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
   testing::InitGoogleMock(&argc, argv);

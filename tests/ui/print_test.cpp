@@ -119,7 +119,7 @@ TEST_F(Printing, WithoutAPrinterThatIsToldAndThePdfOffered) {
   if (!QPrinterInfo::availablePrinterNames().isEmpty()) GTEST_SKIP() << "there is a printer here";
   WhenModal([](QWidget& box) { Click(box, "&Stampante..."); });
   EXPECT_EQ(FailureOf([&] { DrawPages(1); }),
-            "Nessuna stampante e' installata su questo computer: si puo' scrivere un file PDF");
+            "Nessuna stampante è installata su questo computer: si può scrivere un file PDF");
 }
 
 TEST_F(Printing, ThePreviewShowsPageAfterPage) {
@@ -192,7 +192,7 @@ TEST_F(Printing, AFailureInThePreviewKeepsItsPages) {
   });
   preview.show();
   Click(preview, "File &PDF...");
-  EXPECT_EQ(told, "Il file /nessuna/cartella.pdf non si puo' scrivere");
+  EXPECT_EQ(told, "Il file /nessuna/cartella.pdf non si può scrivere");
   EXPECT_TRUE(preview.isVisible());
 }
 
@@ -226,7 +226,7 @@ TEST_F(Printing, AFileThatCannotBeWrittenIsNamed) {
       [](bool landscape) { return PaperTarget::Pdf("/nessuna/cartella.pdf", landscape); },
       [](const forms::Window&) { return QPixmap(); }};
   EXPECT_EQ(FailureOf([&] { unwritable.Text(base::Mm(0), base::Mm(0), "x"); }),
-            "Il file /nessuna/cartella.pdf non si puo' scrivere");
+            "Il file /nessuna/cartella.pdf non si può scrivere");
 }
 
 TEST_F(Printing, AFullDiskIsToldAtTheEnd) {
@@ -234,7 +234,7 @@ TEST_F(Printing, AFullDiskIsToldAtTheEnd) {
   QtPrinter full{[](bool landscape) { return PaperTarget::Pdf("/dev/full", landscape); },
                  [](const forms::Window&) { return QPixmap(); }};
   full.Text(base::Mm(20), base::Mm(20), "x");
-  EXPECT_EQ(FailureOf([&] { full.EndDocument(); }), "Il file /dev/full non si puo' scrivere");
+  EXPECT_EQ(FailureOf([&] { full.EndDocument(); }), "Il file /dev/full non si può scrivere");
   full.Abandon();
   EXPECT_TRUE(QFile::exists("/dev/full"));
 }

@@ -22,6 +22,19 @@ namespace brenvo::ui {
 using Told = std::vector<std::string>;
 
 class ScreenTest : public ::testing::Test {
+ public:
+  // Presses a key while a modal box or dialog stands, and looks at it before.
+  static void WhenModal(std::function<void(QWidget&)> look) {
+    QTimer::singleShot(20, [look] {
+      QWidget* modal = QApplication::activeModalWidget();
+      if (modal == nullptr) {
+        WhenModal(look);
+      } else {
+        look(*modal);
+      }
+    });
+  }
+
  protected:
   ScreenTest() {
     gate.Attach(&windows);
@@ -67,18 +80,6 @@ class ScreenTest : public ::testing::Test {
         host.Main().findChild<Kind*>(QString::fromUtf8(name.data(), qsizetype(name.size())));
     EXPECT_NE(found, nullptr) << name;
     return found;
-  }
-
-  // Presses a key while a modal box or dialog stands, and looks at it before.
-  static void WhenModal(std::function<void(QWidget&)> look) {
-    QTimer::singleShot(20, [look] {
-      QWidget* modal = QApplication::activeModalWidget();
-      if (modal == nullptr) {
-        WhenModal(look);
-      } else {
-        look(*modal);
-      }
-    });
   }
 
   // One notch of the wheel over a widget, towards the operator.

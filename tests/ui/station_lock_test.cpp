@@ -13,7 +13,7 @@ TEST(StationLockTest, TheFirstProgramGetsTheDirectoryAndTheSecondIsToldWhy) {
   const StationLock first(directory.path());
   EXPECT_TRUE(first.Refusal().isEmpty());
   const StationLock second(directory.path());
-  EXPECT_TRUE(second.Refusal().startsWith("Brenvo e' gia' in funzione sulla cartella"))
+  EXPECT_TRUE(second.Refusal().startsWith("Brenvo è già in funzione sulla cartella"))
       << qPrintable(second.Refusal());
   EXPECT_TRUE(second.Refusal().contains(directory.path()));
 }

@@ -1,5 +1,6 @@
 // The station's own windows on the screen.
 #include <QAction>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
@@ -17,6 +18,7 @@
 #include "tests/ui/screen.h"
 #include "ui/layout.h"
 #include "ui/qt_platform.h"
+#include "ui/text.h"
 #include "ui/views.h"
 #include "ui/window_builder.h"
 
@@ -131,6 +133,101 @@ TEST_F(StationScreen, ATerminalOpensWhereOneWrites) {
   ASSERT_NE(Open("TNC"), nullptr);
   ASSERT_NE(QApplication::focusWidget(), nullptr);
   EXPECT_EQ(QApplication::focusWidget()->objectName(), "Sended");
+}
+
+TEST_F(StationScreen, TheSearchBeginsOnTheCallAndTabGoesOnAsTheFieldsStand) {
+  forms::Window* search = Open("LogSearch");
+  ASSERT_NE(search, nullptr);
+  ASSERT_NE(QApplication::focusWidget(), nullptr);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "CallQso");
+  QWidget& outer = Outer("LogSearch");
+  auto* date = outer.findChild<QWidget*>("DataQso");
+  auto* before = outer.findChild<QWidget*>("cmTipoData");
+  ASSERT_LT(before->mapTo(&outer, QPoint()).x(), date->mapTo(&outer, QPoint()).x());
+  before->setFocus();
+  QTest::keyClick(before, Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), date);
+  session.Windows.RunEvent([&] { session.Windows.Unload(*search); });
+}
+
+TEST_F(StationScreen, TheNumberOfAContactIsNotTakenForItsPlaceAmongAll) {
+  ASSERT_NE(Open("LogForm"), nullptr);
+  QStringList words;
+  for (const QLabel* label : Outer("LogForm").findChildren<QLabel*>()) words += label->text();
+  EXPECT_TRUE(words.contains("Qso nr."));
+  EXPECT_TRUE(words.contains("Qso totali"));
+  EXPECT_FALSE(words.contains("di"));
+}
+
+TEST_F(StationScreen, ADrawingInGreyTakesTheDesktopsInkAndLeavesItsPaperOut) {
+  QImage drawing(20, 20, QImage::Format_Grayscale8);
+  drawing.fill(Qt::white);
+  for (int x = 5; x < 15; ++x) drawing.setPixelColor(x, 10, Qt::black);
+  ASSERT_TRUE(drawing.save(PathToQt(directory.Path() / "Logo.bmp")));
+  forms::Window* contest = Open("Contest");
+  ASSERT_NE(contest, nullptr);
+  auto* logo = Outer("Contest").findChild<QLabel*>("Logo");
+  ASSERT_NE(logo, nullptr);
+  for (const QColor& ink : {QColor(Qt::black), QColor(225, 226, 228)}) {
+    QPalette desktop = logo->palette();
+    desktop.setColor(QPalette::WindowText, ink);
+    logo->setPalette(desktop);
+    const QImage shown = logo->pixmap().toImage();
+    EXPECT_EQ(shown.pixelColor(0, 0).alpha(), 0);
+    EXPECT_EQ(shown.pixelColor(10, 10), ink);
+  }
+}
+
+TEST_F(StationScreen, WithLargeLettersAnAwardsColumnsAreSeenWhole) {
+  const QFont before = QApplication::font();
+  QFont large = before;
+  large.setPointSizeF(14);
+  QApplication::setFont(large);
+  session.Handed.QueryText = "WHERE QsoNr>0";
+  for (const char* name : {"SCountry", "SProvincie", "SPrefissi", "SSQuare"}) {
+    forms::Window* award = Open(name);
+    ASSERT_NE(award, nullptr);
+    QTest::qWait(1);
+    auto* grid = Outer(name).findChild<QTableView*>();
+    ASSERT_NE(grid, nullptr);
+    EXPECT_LE(grid->horizontalHeader()->length(), grid->viewport()->width()) << name;
+    session.Windows.RunEvent([&] { session.Windows.Unload(*award); });
+  }
+  QApplication::setFont(before);
+}
+
+TEST_F(StationScreen, EscClosesTheEntryOfAContestContact) {
+  session.Handed.CurrentContest.DataContest = "03/03/2001";
+  session.Handed.CurrentContest.Banda = "  2 m";
+  forms::Window* log = Open("ContestQso");
+  ASSERT_NE(log, nullptr);
+  bool came = false;
+  ScreenTest::WhenModal([&](QWidget& dialog) {
+    came = dialog.objectName() == "ContestNewQso";
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QTimer::singleShot(500, [] {
+      if (QWidget* left = QApplication::activeModalWidget()) {
+        ADD_FAILURE() << "still open";
+        left->close();
+      }
+    });
+  });
+  session.Windows.RunEvent([&] { log->FindCommand("cmNew")->Press(); });
+  EXPECT_TRUE(came);
+  session.Windows.RunEvent([&] { session.Windows.Unload(*log); });
+}
+
+TEST_F(StationScreen, AltAndALetterInTheContestsLogMeetItsOwnKeysAndNotTheMenu) {
+  session.Handed.CurrentContest.DataContest = "03/03/2001";
+  session.Handed.CurrentContest.Banda = "  2 m";
+  forms::Window* log = Open("ContestQso");
+  ASSERT_NE(log, nullptr);
+  for (const char* name : {"cmStatistiche", "cmAutoCall", "cmStatistiche"}) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_S, Qt::AltModifier);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), name);
+  }
+  session.Windows.RunEvent([&] { session.Windows.Unload(*log); });
 }
 
 TEST_F(StationScreen, ANewEntryBeginsInItsFirstFieldWhereverTheCaretStood) {

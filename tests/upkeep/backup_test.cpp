@@ -162,7 +162,7 @@ TEST_F(BackupTest, ADirectoryThatCannotBeMadeIsTold) {
   std::ofstream(BackupDirectory()) << "a file in its place";
   LetTheCopyBeMade();
   EXPECT_EQ(frame->StatusBar1.Panel(1),
-            "La copia di sicurezza non e' riuscita: Errore di accesso a 'Backup' (una "
+            "La copia di sicurezza non è riuscita: Errore di accesso a 'Backup' (una "
             "parte del percorso non è una cartella).");
   EXPECT_FALSE(frame->Backup->Running());
   Store("IK3ABC");  // the log goes on
@@ -183,7 +183,7 @@ TEST_F(BackupTest, ADiskThatFillsUpAtAnyMomentIsToldAndLeavesNoCopy) {
     if (!failed) break;
     ASSERT_EQ(
         frame->StatusBar1.Panel(1),
-        "La copia di sicurezza non e' riuscita: Spazio su disco insufficiente: liberare spazio "
+        "La copia di sicurezza non è riuscita: Spazio su disco insufficiente: liberare spazio "
         "sul disco del database e riprovare.");
     ASSERT_TRUE(fs::is_empty(BackupDirectory()));
     Store("IK" + std::to_string(n));  // the log goes on
@@ -200,7 +200,7 @@ TEST_F(BackupTest, ADamagedDatabaseIsToldAndNotWrittenAnyMore) {
       session.Windows.Adopt(std::make_unique<frame::MainFrame>(session)));
   LetTheCopyBeMade();
   EXPECT_EQ(frame->StatusBar1.Panel(1).find(
-                "La copia di sicurezza non e' riuscita: Il file del database e' danneggiato"),
+                "La copia di sicurezza non è riuscita: Il file del database è danneggiato"),
             0u);
   EXPECT_TRUE(BackupCopies(directory.Path()).empty());
   EXPECT_THROW(Store("IK3DEF"), engine::DatabaseError);

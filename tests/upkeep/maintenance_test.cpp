@@ -195,7 +195,7 @@ TEST_F(MaintenanceTest, ADatabaseThatAnotherProgramHasOpenIsNotRenamedUnderIt) {
   EXPECT_THROW(Menu("cmCompatta"), forms::ProgramEnded);
   EXPECT_EQ(Lines().front(),
             "message critical \"Compact Database\" "
-            "\" 3260 - Il database e' aperto in un altro programma.\"");
+            "\" 3260 - Il database è aperto in un altro programma.\"");
   EXPECT_EQ(ContactsIn(directory.Path() / "Brenvo.mdb"), 1);
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "Brenvo.BAK"));
 }
@@ -244,7 +244,7 @@ TEST_P(InterruptedCompaction, TheNextStartOpensTheDataOrSaysWhereItIs) {
   }
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 2u);
-  EXPECT_NE(lines[0].find("C'e' Brenvo.BAK, di una compattazione interrotta, con 1 QSO."),
+  EXPECT_NE(lines[0].find("C'è Brenvo.BAK, di una compattazione interrotta, con 1 QSO."),
             std::string::npos)
       << lines[0];
   EXPECT_NE(lines[1].find("BrenvoNEW.MDB: rinominarlo in Brenvo.mdb."), std::string::npos)

@@ -86,7 +86,7 @@ TEST_F(RescueTest, ARestoreThatWasInterruptedBetweenTheNamesIsTakenBack) {
   machine.Messages().QueueAnswer(true);
   ASSERT_NE(Start(), nullptr);
   EXPECT_EQ(again.Db.OpenSnapshot("select count(*) from Log")->Field(0).Integer(), 2);
-  EXPECT_NE(machine.TakeLines()[0].find("C'e' il database del 03/02/2001 alle 04:05:06, messa da "
+  EXPECT_NE(machine.TakeLines()[0].find("C'è il database del 03/02/2001 alle 04:05:06, messa da "
                                         "parte con 2 QSO"),
             std::string::npos);
   EXPECT_FALSE(fs::exists(directory.Path() / "Brenvo-ripristino.mdb"));
@@ -105,7 +105,7 @@ TEST_F(RescueTest, TheBackupOfAnOldCompactionComesBehindTheDaysCopies) {
   fs::remove(File());
   machine.Messages().QueueAnswer(true);
   ASSERT_NE(Start(), nullptr);
-  EXPECT_NE(machine.TakeLines()[0].find("C'e' una copia del 03/02/2001 con 1 QSO"),
+  EXPECT_NE(machine.TakeLines()[0].find("C'è una copia del 03/02/2001 con 1 QSO"),
             std::string::npos);
 }
 
@@ -123,7 +123,7 @@ TEST_F(RescueTest, ACopyOfTheFutureIsOfferedLast) {
   fs::remove(File());
   machine.Messages().QueueAnswer(true);
   ASSERT_NE(Start(), nullptr);
-  EXPECT_NE(machine.TakeLines()[0].find("C'e' una copia del 03/02/2001 con"), std::string::npos);
+  EXPECT_NE(machine.TakeLines()[0].find("C'è una copia del 03/02/2001 con"), std::string::npos);
 }
 
 // The start after an unclean end, with another file under the database's name.
@@ -188,7 +188,7 @@ TEST_F(JournalRescueTest, WhoDoesNotWantTheDatabaseWithoutItIsOfferedTheCopies) 
   machine.Messages().QueueAnswer(false);
   machine.Messages().QueueAnswer(true);
   ASSERT_NE(Start(), nullptr);
-  EXPECT_NE(machine.TakeLines().at(1).find("C'e' una copia del 03/02/2001 con 1 QSO"),
+  EXPECT_NE(machine.TakeLines().at(1).find("C'è una copia del 03/02/2001 con 1 QSO"),
             std::string::npos);
   EXPECT_EQ(Calls(), Texts{"IK3ABC"});
 }

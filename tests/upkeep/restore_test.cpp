@@ -192,7 +192,7 @@ TEST_F(RestoreTest, ADatabaseThatAnotherProgramHasOpenIsNotReplacedUnderIt) {
   } catch (const engine::DatabaseError& failure) {
     told = failure.Description;
   }
-  EXPECT_EQ(told, "Il database e' aperto in un altro programma.");
+  EXPECT_EQ(told, "Il database è aperto in un altro programma.");
   EXPECT_EQ(Rows("select Call from Log").size(), 2u);
   EXPECT_EQ(BackupCopies(directory.Path()).size(), 1u);
 }

@@ -20,6 +20,7 @@
 #include "screens/pictures.h"
 #include "station/station.h"
 #include "ui/qt_platform.h"
+#include "ui/style.h"
 #include "ui/text.h"
 #include "upkeep/backup.h"
 
@@ -183,7 +184,7 @@ int TakePictures(const QApplication& application, const QString& station, const 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Brenvo"));
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  brenvo::ui::UseStyle();
   QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
   QCommandLineParser words;
   const QCommandLineOption dark(QStringLiteral("dark"));

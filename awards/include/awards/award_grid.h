@@ -29,6 +29,9 @@ class AwardGrid : public forms::Window {
   // Row 0 is the heading; fills the window.
   forms::CellGrid Spread1{*this, "Spread1"};
 
+  // Which contacts are listed, in words.
+  forms::Label Selezione{*this, "Selezione"};
+
   // The selection of the moment of loading, with the award's own condition.
   const std::string& Selection() const { return selection_; }
 

@@ -37,6 +37,10 @@ class StatSel : public core::SelectionWindow {
       *this, "Country", forms::ListStyle::kCombo, {.caption = "Country", .characters = 22}};
   forms::ListField Banda{
       *this, "Banda", forms::ListStyle::kDropDown, {.caption = "Banda", .characters = 9}};
+  forms::Command cmTutteLeBande{
+      *this, "cmTutteLeBande", "Tutte", {.tip = "Tutte le bande: vuota il campo", .run = [this] {
+                                           Banda.SetListIndex(-1);
+                                         }}};
   forms::ListField Modo{*this,
                         "Modo",
                         forms::ListStyle::kMulti,

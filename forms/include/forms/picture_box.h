@@ -14,6 +14,7 @@ class PictureBox : public Field {
   struct Circle {
     base::Twips x, y, radius;
     base::Colour colour;
+    bool barred = false;  // with a stroke across it
   };
   using Field::Field;
   FieldKind Kind() override { return this; }

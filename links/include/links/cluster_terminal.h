@@ -22,6 +22,8 @@ class ClusterTerminal : public forms::Window {
   forms::RichText Received{*this, "Received"};
   forms::TextField Sended{*this, "Sended", {.caption = "Invio"}};
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
+  // How it stands with the line to the cluster, and why it does not stand.
+  forms::Label Collegamento{*this, "Collegamento"};
 
   forms::Command cmConnect{*this, "cmConnect", "Connect", [this] { Connect(); }};
   forms::EntryArray CMI{*this, "CMI"};

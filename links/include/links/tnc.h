@@ -26,6 +26,7 @@ class TNC : public ClusterTerminal {
 
  private:
   void Open();
+  void OpenPort();
   void Send(std::string_view bytes) override { comm1_->Write(bytes); }
   std::string TakeBytes(std::size_t most) override { return comm1_->Read(most); }
   // Calls the cluster, and shows everything that it answers.

@@ -12,11 +12,12 @@
 #include "forms/text_field.h"
 #include "forms/window.h"
 #include "links/menu_file.h"
+#include "links/told_connection.h"
 
 namespace brenvo::links {
 
-// Connects once, on opening, and closes when the server does. An attempt that fails, or any other
-// step of the opening, says nothing.
+// Connects once, on opening, and closes when the server does. A step of the opening that fails
+// opens no box.
 class WWConv : public forms::Window {
  public:
   explicit WWConv(core::Session& session);
@@ -28,6 +29,8 @@ class WWConv : public forms::Window {
   forms::RichText ReceivedPersonal{*this, "ReceivedPersonal"};
   forms::TextField Sended{*this, "Sended", {.caption = "Invio"}};
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
+  // How it stands with the line to the server, and why it does not stand.
+  forms::Label Collegamento{*this, "Collegamento"};
 
   forms::EntryArray CMI{*this, "CMI"};
   forms::Menu cmCM{*this, "cmCM", "Menu configurabile", {&CMI}};
@@ -49,6 +52,7 @@ class WWConv : public forms::Window {
 
   core::Session& session_;
   std::unique_ptr<platform::TcpClient> winsock1_;
+  ToldConnection connection_;
 };
 
 }  // namespace brenvo::links

@@ -30,11 +30,11 @@ class LogSearch : public forms::Window {
   std::unique_ptr<engine::Dynaset> DsSearch;
 
   // Each field that is not empty adds a condition.
-  forms::MaskedField DataQso{*this, "DataQso", "##/##/####", {.caption = "Data", .characters = 10}};
   forms::Command cmTipoData{
       *this, "cmTipoData", "=", {.tip = "Uguale, dal giorno, fino al giorno", .run = [this] {
                                    TurnComparison();
                                  }}};
+  forms::MaskedField DataQso{*this, "DataQso", "##/##/####", {.caption = "Data", .characters = 10}};
   forms::TextField CallQso{
       *this,
       "CallQso",

@@ -27,6 +27,11 @@ class MappaSquare : public forms::Window {
   forms::Command cmStampa{*this, "cmStampa", "&Print", [this] { Print(); }};
   forms::Command cmOnlySquare{*this, "cmOnlySquare", "&Only square", [this] { DropMap(); }};
 
+  forms::Label Legenda{
+      *this,
+      "Legenda",
+      {.caption = "Cerchio verde: confermato. Cerchio rosso sbarrato: lavorato, non confermato"}};
+
   void Print();
   // Leaves the circles; the map does not come back.
   void DropMap();

@@ -13,8 +13,7 @@ class TcpClient {
   static constexpr int kTelnetPort = 23;
 
   virtual ~TcpClient() = default;
-  // Starts connecting and returns at once; port 0 means the telnet port. A failed attempt says
-  // nothing: the connection just does not come.
+  // Starts connecting and returns at once; port 0 means the telnet port.
   virtual void Connect(std::string_view host, int port) = 0;
   virtual bool IsConnected() const = 0;
   virtual std::size_t BytesWaiting() const = 0;
@@ -26,6 +25,10 @@ class TcpClient {
 
   std::function<void()> OnData;       // bytes have come
   std::function<void()> OnPeerClose;  // the other side has closed
+  std::function<void()> OnConnected;
+  // An attempt that failed, or a connection that fell and that nobody has closed: why, in Italian
+  // ("connessione rifiutata").
+  std::function<void(std::string_view reason)> OnFail;
 };
 
 }  // namespace brenvo::platform

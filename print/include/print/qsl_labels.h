@@ -25,11 +25,13 @@ struct QsoLabel {
   bool QslRicevuta = false;
 };
 
-// Each draws one label with its top left corner at (x, y).
-void DrawStationLabel(platform::Printer& printer, base::Mm x, base::Mm y,
-                      const StationLabel& label);
+// Each draws one label with its top left corner at (x, y). A scale below 1 makes it smaller, its
+// letters too.
+void DrawStationLabel(platform::Printer& printer, base::Mm x, base::Mm y, const StationLabel& label,
+                      double scale = 1);
 // It sets no font name, and its first line keeps the size in use.
-void DrawQsoLabel(platform::Printer& printer, base::Mm x, base::Mm y, const QsoLabel& label);
+void DrawQsoLabel(platform::Printer& printer, base::Mm x, base::Mm y, const QsoLabel& label,
+                  double scale = 1);
 
 // What a satellite contact shows for band and mode: of a note "[up/x/down]" the pieces "up" and
 // "down"; band and mode themselves for any other mode, and where the note has no such form. The
@@ -41,9 +43,11 @@ std::pair<std::string, std::string> BandAndMode(const QsoLabel& label);
 struct LabelGeometry {
   int height = 0, width = 0, spaceAcross = 0, spaceDown = 0, marginTop = 0, marginLeft = 0;
   int perRow = 1;
+  int rows = 0;  // on a page; 0 for as many as begin inside it
 };
 
-// Walks from label to label; a row that begins inside the page is printed, even over its edge.
+// Walks from label to label; a row that begins inside the page is printed, even over its edge,
+// unless the geometry says how many rows a page has.
 class LabelGrid {
  public:
   explicit LabelGrid(const LabelGeometry& geometry);
@@ -55,7 +59,7 @@ class LabelGrid {
  private:
   LabelGeometry geometry_;
   int posX_, posY_, posYFila_;
-  int colonna_ = 1;
+  int colonna_ = 1, row_ = 1;
 };
 
 }  // namespace brenvo::print

@@ -5,6 +5,7 @@
 #include "forms/choice_fields.h"
 #include "forms/command.h"
 #include "forms/field.h"
+#include "forms/list_field.h"
 #include "forms/window.h"
 #include "print/qsl_labels.h"
 
@@ -32,6 +33,11 @@ class StampaQsl : public forms::Window {
   forms::Label VMargineSinistro{*this, "VMargineSinistro", {.characters = 6}};
   forms::Slider EtichXFila{*this, "EtichXFila", 1, 3, 1, {.caption = "Etichette per fila"}};
   forms::Label VEtichXFila{*this, "VEtichXFila", {.characters = 6}};
+  // A sheet as it is sold takes the place of the sliders; the first entry leaves it to them.
+  forms::ListField Foglio{
+      *this, "Foglio", forms::ListStyle::kDropDown, {.caption = "Foglio", .characters = 26}};
+  // How many labels stand on an A4 sheet, and where they run off it.
+  forms::Label Avviso{*this, "Avviso"};
   forms::CheckBox DatiQso{*this, "DatiQso", {.caption = "Dati Qso"}};
   forms::CheckBox DatiStazione{*this, "DatiStazione", {.caption = "Dati stazione"}};
   forms::Command cmPrint{*this, "cmPrint", "&Stampa", [this] { Print(); }};
@@ -51,6 +57,10 @@ class StampaQsl : public forms::Window {
   };
   static const Setting kSettings[7];
   void ShowValue(const Setting& setting);
+  void PickSheet();
+  void ShowSheet();
+  // The sliders', or the sheet's.
+  LabelGeometry Geometry() const;
   // Labels whose date is unreadable, and so is not on them.
   int PrintLabels();
 

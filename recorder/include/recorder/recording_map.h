@@ -30,14 +30,18 @@ class RecordingMap : public platform::PictureViewer {
   int ViewWidth() override { return View().width; }
   int ViewHeight() override { return View().height; }
 
-  void DrawRectangle(int x, int y, int width, int height, base::Colour fill) override;
+  void DrawRectangle(int x, int y, int width, int height, platform::MapFill fill) override;
   void DrawStamp(const std::filesystem::path& image, int x, int y) override;
   void DrawLine(int x, int y, int width, int height) override;
   void DrawText(int x, int y, std::string_view text) override;
+  void ShowLegend(const std::vector<platform::MapSign>& signs) override { legend_ = signs; }
   void EndAnnotation() override { sink_("map close"); }
   void Refresh() override { sink_("map refresh"); }
   void ZoomToRectangle(int x, int y, int width, int height) override;
   void Print() override;
+
+  // What the legend of the image says.
+  const std::vector<platform::MapSign>& Legend() const { return legend_; }
 
   // The inner size of the frame that carries the map; 640 by 480 pixels while this is empty.
   std::function<base::ImageSize()> FrameSize;
@@ -51,6 +55,7 @@ class RecordingMap : public platform::PictureViewer {
   LineSink sink_;
   const FileNames& names_;
   base::ImageSize image_;
+  std::vector<platform::MapSign> legend_;
   double zoom_ = 100;
   int scrollX_ = 0, scrollY_ = 0;
 };

@@ -25,7 +25,9 @@ class RecordingTcpClients {
   // likewise.
   void Receive(std::string_view window, std::string_view bytes);
   void PeerClose(std::string_view window);
-  // The next attempt to connect does not succeed; or the next sending throws DeviceError.
+  // The connection falls without its peer closing it; refused as Receive is.
+  void Fall(std::string_view window, std::string_view reason);
+  // The next attempt to connect is refused; or the next sending throws DeviceError.
   void FailNext(std::string_view window) { failing_.emplace(window); }
   bool IsConnected(std::string_view window) const;
 

@@ -55,7 +55,7 @@ class UserForm : public forms::Window {
   forms::TextField ZX9TOK{*this,
                           "ZX9TOK",
                           {.caption = "Path manager ZX9TOK",
-                           .hint = "Se non e' vuoto il log cerca il manager di ogni call",
+                           .hint = "Se non è vuoto il log cerca il manager di ogni call",
                            .characters = 20}};
 
   forms::Panel PanelRTX{*this, "SSPanel1_0"};

@@ -8,11 +8,13 @@
 #include <QScrollBar>
 
 #include "platform/picture_viewer.h"
+#include "ui/map_notes.h"
 
 namespace brenvo::ui {
 
-// Left drag draws a rectangle, right or middle drag moves the picture, the wheel scrolls, Ctrl
-// and the wheel zooms. Annotations are burnt into the picture in memory and go with it.
+// Left drag draws a rectangle, right or middle drag moves the picture, the wheel zooms at the
+// pointer, with Shift it moves the picture sideways. Annotations are drawn at the zoom in force, so
+// that they stay sharp; what is below a filled area shows through.
 class MapArea : public QMdiArea, public platform::PictureViewer {
  public:
   explicit MapArea(QWidget* parent = nullptr);
@@ -34,10 +36,11 @@ class MapArea : public QMdiArea, public platform::PictureViewer {
   void SetScroll(int x, int y) override;
   int ViewWidth() override { return viewport()->width(); }
   int ViewHeight() override { return viewport()->height(); }
-  void DrawRectangle(int x, int y, int width, int height, base::Colour fill) override;
+  void DrawRectangle(int x, int y, int width, int height, platform::MapFill fill) override;
   void DrawStamp(const std::filesystem::path& image, int x, int y) override;
   void DrawLine(int x, int y, int width, int height) override;
   void DrawText(int x, int y, std::string_view text) override;
+  void ShowLegend(const std::vector<platform::MapSign>& signs) override;
   void EndAnnotation() override {}
   void Refresh() override;
   void ZoomToRectangle(int x, int y, int width, int height) override;
@@ -46,8 +49,8 @@ class MapArea : public QMdiArea, public platform::PictureViewer {
   // Words below the name while there is no picture.
   void SetWelcome(const QString& words);
 
-  // The picture with its annotations, at zoom 100.
-  const QImage& Picture() const { return image_; }
+  // The picture with its annotations and its legend, at zoom 100. Drawn when it is asked for.
+  QImage Picture() const;
 
  protected:
   bool viewportEvent(QEvent* event) override;
@@ -57,8 +60,9 @@ class MapArea : public QMdiArea, public platform::PictureViewer {
  private:
   void ArrangeScrollBars();
   void PaintEmpty(QPainter& painter) const;
-  // Draws in viewport pixels onto the picture, then shows that piece of the screen.
-  void Annotate(const QRect& piece, const std::function<void(QPainter&)>& draw);
+  // Takes an annotation in, its place in viewport pixels, and shows that piece of the screen. One
+  // fill takes the place of another.
+  void Annotate(const QRect& piece, MapNote note);
   bool Press(QMouseEvent& event);
   bool Drag(QMouseEvent& event);
   bool Release(QMouseEvent& event);
@@ -66,6 +70,8 @@ class MapArea : public QMdiArea, public platform::PictureViewer {
   void ZoomAround(double percent, QPoint centre);
 
   QImage image_;
+  MapNotes notes_;
+  std::vector<LegendLine> legend_;
   QString welcome_;
   double zoom_ = 100;
   QScrollBar* across_;
