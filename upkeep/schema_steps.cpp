@@ -206,10 +206,32 @@ CREATE TABLE "StoriaScelta" (
 );
 )";
 
+// NoteStazioni: what the operator has noted about a station, by its call without what stands before
+// and behind a slash. Verificati: what the check of the log has found and the operator lets stand.
+constexpr std::string_view kNotesAndChecks = R"(
+CREATE TABLE "NoteStazioni" (
+  "Call" TEXT,
+  "Nota" TEXT
+);
+CREATE UNIQUE INDEX "NoteStazioni.PrimaryKey" ON "NoteStazioni" (
+  rtrim("Call") COLLATE NOCASE
+);
+CREATE TABLE "Verificati" (
+  "QsoNr" INTEGER,
+  "Regola" TEXT,
+  "Motivo" TEXT
+);
+CREATE UNIQUE INDEX "Verificati.PrimaryKey" ON "Verificati" (
+  "QsoNr",
+  rtrim("Regola") COLLATE NOCASE
+);
+)";
+
 constexpr SchemaStep kSteps[] = {
     {1, "Campi conservati dei file di log", kKeptFields},
     {2, "Stazioni, e un nome per ogni contatto", kOrigin},
     {3, "Storia dei contatti", kHistory},
+    {4, "Note delle stazioni e verifiche", kNotesAndChecks},
 };
 
 constexpr std::string_view kStepTable = R"(
