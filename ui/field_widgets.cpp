@@ -97,6 +97,9 @@ QWidget* MakeFieldWidget(Field& field, ViewContext& context, QWidget* parent, Lo
   if (widget != nullptr && look == Look::kLasting) KeepRoom(*widget);
   if (widget != nullptr && (look == Look::kNarrow || look == Look::kTail)) MakeNarrow(*widget);
   if (widget != nullptr && look == Look::kTail) MakeTail(*widget);
+  if (auto* label = qobject_cast<QLabel*>(widget); label != nullptr && look == Look::kNarrow) {
+    label->setWordWrap(true);
+  }
   return widget;
 }
 

@@ -54,12 +54,30 @@ class Body : public QScrollArea {
       const int more = RoomForColumns(*grid) - grid->minimumSizeHint().width();
       needed.setWidth(std::max(needed.width(), widget()->minimumSizeHint().width() + more));
     }
-    return needed;
+    return needed + QSize(0, HigherPages());
   }
+  // One of them shows at a time; the window has room for each.
+  void AddPages(std::vector<QWidget*> pages) { pages_.push_back(std::move(pages)); }
   QSize minimumSizeHint() const override { return {kSmallestBody, kSmallestBody / 2}; }
 
  private:
+  // By how much hidden pages are higher than the shown one.
+  int HigherPages() const {
+    int more = 0;
+    for (const std::vector<QWidget*>& pages : pages_) {
+      int shown = 0, highest = 0;
+      for (const QWidget* page : pages) {
+        const int height = page->minimumSizeHint().height();
+        highest = std::max(highest, height);
+        if (!page->isHidden()) shown = height;
+      }
+      more += highest - shown;
+    }
+    return more;
+  }
+
   static constexpr int kSmallestBody = 120;
+  std::vector<std::vector<QWidget*>> pages_;
 };
 
 }  // namespace
@@ -92,6 +110,16 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
   around->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   if (QWidget* all = Make(layout, fields)) around->addWidget(all);
   body->setWidget(fields);
+  for (forms::Field* field : window_.Fields()) {
+    const auto* tabs = forms::FieldAs<forms::TabStrip>(*field);
+    if (tabs == nullptr) continue;
+    std::vector<QWidget*> pages;
+    for (const forms::TabStrip::Page& page : tabs->Pages()) {
+      QWidget* const panel = page.panel != nullptr ? WidgetOf(*page.panel) : nullptr;
+      if (panel != nullptr) pages.push_back(panel);
+    }
+    body->AddPages(std::move(pages));
+  }
   column->addWidget(body, 1);
   for (forms::Field* field : window_.Fields()) {
     if (auto* bar = forms::FieldAs<forms::StatusBar>(*field)) {

@@ -48,6 +48,19 @@ TEST(Images, AreAsLargeAsTheirSheets) {
   for (const Region& region : Regions()) ExpectSize(region.file, region.size);
 }
 
+TEST(Images, HaveAFinePictureBesideThemForWhoLooksClosely) {
+  const auto fine = [](std::string_view file) {
+    return std::string(file.substr(0, file.rfind('.'))) + "@2x.jpg";
+  };
+  const auto twice = [](const SheetSize& size) {
+    return SheetSize{2 * size.width, 2 * size.height};
+  };
+  ExpectSize(fine(FieldSheet::kFile), twice(FieldSheet::kSize));
+  ExpectSize(fine(ZoneSheet::kFile), twice(ZoneSheet::kSize));
+  ExpectSize(fine(ItalySheet::kFile), twice(ItalySheet::kSize));
+  for (const Region& region : Regions()) ExpectSize(fine(region.file), twice(region.size));
+}
+
 TEST(Images, ShowLandAndSeaWhereTheyAre) {
   const auto expect = [](std::string_view file, const auto& sheet) {
     const QImage image = Delivered(file);
