@@ -13,7 +13,7 @@ void History::Begin(std::string_view title, base::DateTime when, std::int64_t ta
   title_ = title;
   when_ = when;
   takesBack_ = takesBack;
-  number_ = touched_ = 0;
+  number_ = touched_ = kept_ = 0;
   written_ = hasHeader_ = committed_ = false;
   runs_.clear();
   flushedRuns_ = committedRuns_ = 0;
@@ -66,9 +66,10 @@ void History::CameBack(std::string_view from) {
 }
 
 void History::Keep(std::int64_t qsoNr) {
-  if (HasBrought(qsoNr)) return;
+  if (qsoNr == kept_ || HasBrought(qsoNr)) return;
   KeepRows(fmt::format("INSERT INTO StoriaLog SELECT {},Log.* FROM Log WHERE QsoNr={}", Number(),
                        qsoNr));
+  kept_ = qsoNr;
 }
 
 void History::KeepWhere(std::string_view where) {
@@ -160,7 +161,7 @@ void History::Committed() {
 
 void History::RolledBack() {
   written_ = false;
-  touched_ = 0;
+  touched_ = kept_ = 0;
   hasHeader_ = committed_;
   flushedRuns_ = committedRuns_;
   runs_.resize(flushedRuns_);
@@ -176,16 +177,15 @@ void History::Close() {
 void ThinHistory(engine::Database& database, base::DateTime now, std::int64_t days,
                  std::int64_t contacts) {
   constexpr std::int64_t kSecondsOfDay = 24 * 60 * 60;
-  const std::int64_t oldest = now.Seconds() - days * kSecondsOfDay;
-  std::int64_t kept = 0;
+  const base::DateTime oldest = now.Later(-days * kSecondsOfDay);
   const auto works =
       database.OpenSnapshot("Select Lavoro,Quando,Qso from Storia Order By Lavoro Desc");
   if (works->EOF_()) return;
-  kept = works->Field(2).Integer();
+  std::int64_t kept = works->Field(2).Integer();
   for (works->MoveNext(); !works->EOF_(); works->MoveNext()) {
     kept += works->Field(2).Integer();
     const auto when = works->Field(1).ReadableDate();
-    if (kept > contacts || (when && when->Seconds() < oldest)) break;
+    if (kept > contacts || (when && *when < oldest)) break;
   }
   if (works->EOF_()) return;
   const std::int64_t last = works->Field(std::size_t{0}).Integer();

@@ -11,10 +11,6 @@ namespace {
 constexpr int kMinute = 60;  // seconds
 constexpr std::int64_t kDay = 24 * 60 * kMinute;
 
-base::DateTime Later(base::DateTime time, int minutes) {
-  return base::DateTime::FromSeconds(time.Seconds() + minutes * kMinute);
-}
-
 }  // namespace
 
 std::optional<LogTime> LogTimeOf(Session& session) {
@@ -41,19 +37,20 @@ LocalTime::LocalTime(Session& session)
     : clock_(session.Machine.GetClock()), zone_(session.Choices.Get<choice::kZone>()) {}
 
 base::DateTime LocalTime::OfUtc(base::DateTime utc) const {
-  return Later(utc, clock_.OffsetOfUtc(utc, zone_));
+  return utc.Later(clock_.OffsetOfUtc(utc, zone_) * kMinute);
 }
 
 base::DateTime LocalTime::ToUtc(base::DateTime local) const {
   const std::vector<int> offsets = clock_.OffsetsOfLocal(local, zone_);
-  if (!offsets.empty()) return Later(local, -offsets.front());
-  const auto dayBefore = base::DateTime::FromSeconds(local.Seconds() - kDay);
-  return Later(local, -clock_.OffsetOfUtc(dayBefore, zone_));
+  if (!offsets.empty()) return local.Later(-offsets.front() * kMinute);
+  return local.Later(-clock_.OffsetOfUtc(local.Later(-kDay), zone_) * kMinute);
 }
 
 std::vector<base::DateTime> LocalTime::AllUtc(base::DateTime local) const {
   std::vector<base::DateTime> all;
-  for (const int offset : clock_.OffsetsOfLocal(local, zone_)) all.push_back(Later(local, -offset));
+  for (const int offset : clock_.OffsetsOfLocal(local, zone_)) {
+    all.push_back(local.Later(-offset * kMinute));
+  }
   return all;
 }
 

@@ -47,16 +47,15 @@ Storia::Storia(core::Session& session)
                         base::Twips(8400)) {
   ShowCommands({&cmRiprendi, &cmRiprendiQso});
   DefaultCommand = &cmRiprendi;
-  stored_ = session.Contacts.Subscribe([this](const core::ContactsChanged&) {
-    const auto marked = ChosenKey();
-    const std::int64_t work = marked ? works_[static_cast<std::size_t>(*marked)].Lavoro : 0;
-    FillTable();
-    std::optional<std::int64_t> key;
-    for (std::size_t i = 0; i < works_.size() && !key; ++i) {
-      if (works_[i].Lavoro == work) key = static_cast<std::int64_t>(i);
+  renewing_ = session.Machine.MakeTimer();
+  renewing_->SetInterval(kRenewAfter);
+  renewing_->OnTick = [this] { Renew(); };
+  stored_ = session.Contacts.Subscribe([this](const core::ContactsChanged& change) {
+    if (change.Many()) {
+      Renew();
+    } else {
+      renewing_->SetEnabled(true);
     }
-    shown_ = 0;
-    ShowRows(key);
   });
 }
 
@@ -82,6 +81,19 @@ void Storia::FillTable() {
                     std::to_string(work.Qso), StateOf(work)});
   }
   rows_.SetRows(std::move(rows));
+}
+
+void Storia::Renew() {
+  renewing_->SetEnabled(false);
+  const auto marked = ChosenKey();
+  const std::int64_t work = marked ? works_[static_cast<std::size_t>(*marked)].Lavoro : 0;
+  FillTable();
+  std::optional<std::int64_t> key;
+  for (std::size_t i = 0; i < works_.size() && !key; ++i) {
+    if (works_[i].Lavoro == work) key = static_cast<std::int64_t>(i);
+  }
+  shown_ = 0;
+  ShowRows(key);
 }
 
 void Storia::RowChosen() { ShowChanges(); }

@@ -20,13 +20,13 @@ std::string DayText(const std::optional<base::DateTime>& day) {
   return day ? base::DateText(*day) : std::string();
 }
 
-std::map<std::int64_t, std::string> ContactsByStation(core::Session& session) {
-  std::map<std::int64_t, std::string> counts;
+std::map<std::int64_t, std::int64_t> ContactsByStation(core::Session& session) {
+  std::map<std::int64_t, std::int64_t> counts;
   const auto rows = session.Db.OpenSnapshot(
       "Select Stazione,Count(*) from LogOrigine where QsoNr in (Select QsoNr from Log) Group By "
       "Stazione");
   for (; !rows->EOF_(); rows->MoveNext()) {
-    counts[rows->Field(std::size_t{0}).Integer()] = rows->Field(1).Text();
+    counts[rows->Field(std::size_t{0}).Integer()] = rows->Field(1).Integer();
   }
   return counts;
 }
@@ -43,6 +43,9 @@ Stazioni::Stazioni(core::Session& session)
   }
   Altezza.Filter = core::DigitsOnlyKey;
   for (const std::string_view kind : core::kStationKinds) Tipo.AddItem(kind);
+  changes_ = session.Contacts.Subscribe([this](const core::ContactsChanged& change) {
+    if (change.table == core::ContactTable::kLog) contacts_.reset();
+  });
 }
 
 void Stazioni::Load() {
@@ -61,14 +64,14 @@ void Stazioni::Load() {
 void Stazioni::FillTable() {
   stations_ = core::AllStations(session_.Db);
   const std::int64_t current = core::CurrentStation(session_.Db);
-  auto counts = ContactsByStation(session_);
+  if (!contacts_) contacts_ = ContactsByStation(session_);
   std::vector<core::MemoryRows::Row> rows;
   for (const core::StationRow& each : stations_) {
     rows.push_back({each.Stazione == current ? "Sì" : "", each.Nome, each.Tipo, each.Call,
                     each.Operatore, each.Locator, each.Provincia, each.Country,
                     each.Altezza == 0 ? "" : base::PlainNumber(each.Altezza), each.RTX,
                     each.Antenna, DayText(each.Dal), DayText(each.Al),
-                    counts.contains(each.Stazione) ? counts[each.Stazione] : "0"});
+                    std::to_string((*contacts_)[each.Stazione])});
   }
   rows_.SetRows(std::move(rows));
 }

@@ -76,7 +76,7 @@ std::filesystem::path FreeAsideFile(const std::filesystem::path& directory, base
   std::error_code error;
   do {
     file = directory / AsideName(now);
-    now = base::DateTime::FromSeconds(now.Seconds() + 1);
+    now = now.Later(1);
   } while (std::filesystem::exists(file, error));
   return file;
 }

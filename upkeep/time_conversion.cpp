@@ -24,10 +24,6 @@ constexpr std::int64_t kDay = 24 * 60 * 60;
 // Out of every log's way: 4000 years of 365 days.
 constexpr std::int64_t kAside = 4000 * 365 * kDay;
 
-base::DateTime Later(base::DateTime time, std::int64_t seconds) {
-  return base::DateTime::FromSeconds(time.Seconds() + seconds);
-}
-
 // Nothing for what is no moment: no date, only a time of day, or what another tool has spoilt.
 std::optional<base::DateTime> TimeOf(engine::Recordset& row) {
   const auto time = row.Field(column::kDataQso).ReadableDate();
@@ -73,7 +69,7 @@ void KeepApart(core::Session& session, const core::LocalTime& local, TimeConvers
       return !log->NoMatch();
     };
     while (isTaken()) {
-      each.utc = Later(each.utc, 1);
+      each.utc = each.utc.Later(1);
       each.kind = DoubtfulTime::Kind::kMoved;
     }
     taken.insert({each.utc, call, banda});
@@ -95,9 +91,9 @@ class Converter {
 
   // Where some times become earlier and others later, all go out of the way first.
   bool RunAside() {
-    return Run("", [](std::int64_t, base::DateTime time) { return Later(time, kAside); }) &&
+    return Run("", [](std::int64_t, base::DateTime time) { return time.Later(kAside); }) &&
            Run("", [this](std::int64_t qsoNr, base::DateTime time) {
-             return UtcOf(qsoNr, Later(time, -kAside));
+             return UtcOf(qsoNr, time.Later(-kAside));
            });
   }
 

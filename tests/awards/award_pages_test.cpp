@@ -13,7 +13,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr std::string_view kAll = "WHERE QsoNr>0";
+constexpr std::string_view kWholeLog = "WHERE QsoNr>0";
 
 class AwardPagesTest : public AwardStation {
  protected:
@@ -51,7 +51,7 @@ class AwardPagesTest : public AwardStation {
                   const std::string& golden) {
     WriteTemplates();
     WriteLog();
-    Press(Award(window, kAll), command);
+    Press(Award(window, kWholeLog), command);
     EXPECT_EQ(Lines(), Texts{"open \"" + std::string(page) + "\""});
     ExpectGolden("awards/golden/" + golden, Page(page));
   }
@@ -87,7 +87,7 @@ TEST_F(AwardPagesTest, ZonesAreWrittenInTheOrderOfTheirNumbers) {
 
 TEST_F(AwardPagesTest, AGridWithoutEntriesYieldsHeadAndTail) {
   WriteFile("Country.html", "head<tr>h</tr><tr>[COUNTRY]</tr>tail");
-  AwardGrid& award = Award("SCountry", kAll);
+  AwardGrid& award = Award("SCountry", kWholeLog);
   for (const char* command : {"cmByCountry", "cmByDate"}) {
     Press(award, command);
     EXPECT_EQ(Page("OUT_Country.html"), "head<tr>h</tr>\r\ntail\r\n");
@@ -112,7 +112,7 @@ TEST_F(AwardPagesTest, TwoCommandsOverwriteThePageAndLeaveTheTemplate) {
   const std::string design = "<tr></tr><tr>[COUNTRY]</tr>";
   WriteFile("Country.html", design);
   WriteLog();
-  Press(Award("SCountry", kAll), "cmByCountry");
+  Press(Award("SCountry", kWholeLog), "cmByCountry");
   Press(Award("SCountry", "WHERE Country='JA'"), "cmByDate");
   EXPECT_EQ(Page("OUT_Country.html"), "<tr></tr>\r\n<tr>JA</tr>\r\n\r\n");
   EXPECT_EQ(Page("Country.html"), design);
@@ -122,7 +122,7 @@ TEST_F(AwardPagesTest, ATemplateWithoutItsRowsYieldsAnEmptyPageAndNoWord) {
   WriteFile("Country.html", "<table><tr>only one</tr></table>");
   WriteFile("OUT_Country.html", "left over");
   WriteLog();
-  AwardGrid& award = Award("SCountry", kAll);
+  AwardGrid& award = Award("SCountry", kWholeLog);
   for (const char* command : {"cmByCountry", "cmByDate"}) {
     Press(award, command);
     EXPECT_EQ(Page("OUT_Country.html"), "");
@@ -132,7 +132,7 @@ TEST_F(AwardPagesTest, ATemplateWithoutItsRowsYieldsAnEmptyPageAndNoWord) {
 
 TEST_F(AwardPagesTest, AMissingTemplateIsToldAndWritesNoPage) {
   WriteLog();
-  Press(Award("SZone", kAll), "cmGeneraHTML");
+  Press(Award("SZone", kWholeLog), "cmGeneraHTML");
   EXPECT_EQ(Lines(), Texts{"error \"File non leggibile: Zone.html\""});
   EXPECT_FALSE(std::filesystem::exists(directory.Path() / "OUT_Zone.html"));
   EXPECT_FALSE(machine.Host().Busy());
@@ -142,7 +142,7 @@ TEST_F(AwardPagesTest, APageThatCannotBeWrittenIsTold) {
   WriteTemplates();
   WriteLog();
   std::filesystem::create_directory(directory.Path() / "OUT_Zone.html");
-  Press(Award("SZone", kAll), "cmGeneraHTML");
+  Press(Award("SZone", kWholeLog), "cmGeneraHTML");
   EXPECT_EQ(Lines(), Texts{"error \"File non scrivibile: OUT_Zone.html\""});
 }
 
@@ -150,7 +150,7 @@ TEST_F(AwardPagesTest, AnEntryNeverWorkedEndsThePageThere) {
   WriteFile("Country.html", "<tr></tr><tr>[COUNTRY]</tr>");
   Contact("DataQso,Call,Country", "'01/01/2000','A','1A'");
   session.Handed.ElencaTutto = 1;
-  AwardGrid& award = Award("SCountry", kAll);
+  AwardGrid& award = Award("SCountry", kWholeLog);
   ASSERT_EQ(award.Spread1.Cell(1, 0), "1A");
   Press(award, "cmByCountry");
   EXPECT_THAT(Lines(), testing::ElementsAre(testing::StartsWith("error ")));
@@ -164,7 +164,7 @@ TEST_F(AwardPagesTest, AnEntryNeverWorkedEndsThePageThere) {
 TEST_F(AwardPagesTest, APageThatTheOperatorStopsIsNotShown) {
   WriteFile("Country.html", "<tr></tr><tr>[COUNTRY]</tr>");
   WriteLog();
-  AwardGrid& award = Award("SCountry", kAll);
+  AwardGrid& award = Award("SCountry", kWholeLog);
   ASSERT_EQ(Entries(award.Spread1).size(), 3u);
   machine.StopProgressAt(2);
   Press(award, "cmByCountry");
@@ -181,11 +181,11 @@ TEST_F(AwardPagesTest, StagingByDateFillsItsColumns) {
   const char* columns =
       "select Country,Provincia,Locator,Note,QslRicevuta,Qra,DataQso,Call,Modo,"
       "Propagazione from SLog where Call like 'I3*'";
-  Press(Award("SCountry", kAll), "cmByDate");
+  Press(Award("SCountry", kWholeLog), "cmByDate");
   EXPECT_EQ(Rows(columns), Texts{"I|||Italia|-1|it.png|01/01/2000 10:00:00|I3OLD|SSB|Tropo"});
-  Press(Award("SProvincie", kAll), "cmByDate");
+  Press(Award("SProvincie", kWholeLog), "cmByDate");
   EXPECT_EQ(Rows(columns), Texts{"|VE||Venezia|-1||01/01/2000 10:00:00|I3OLD|SSB|Tropo"});
-  Press(Award("SSQuare", kAll), "cmByDate");
+  Press(Award("SSQuare", kWholeLog), "cmByDate");
   EXPECT_EQ(Rows(columns), Texts{"||JN65||-1||01/01/2000 10:00:00|I3OLD|SSB|Tropo"});
 }
 
@@ -198,7 +198,7 @@ TEST_F(AwardPagesTest, TheDeliveredTemplatesServeTheirTokens) {
       {"SZone", "cmGeneraHTML", "Zone.html", "OUT_Zone.html"}};
   for (const auto& [window, command, design, page] : pages) {
     std::filesystem::copy_file(BuildDir() / "delivered" / design, directory.Path() / design);
-    Press(Award(window, kAll), command);
+    Press(Award(window, kWholeLog), command);
     const std::string text = Page(page);
     EXPECT_THAT(text, testing::HasSubstr("<td class=\"call\">JA1")) << page;
     EXPECT_THAT(text, testing::Not(testing::ContainsRegex("\\[[A-Z]+\\]"))) << page;

@@ -7,13 +7,13 @@
 namespace brenvo::dialect {
 namespace {
 
-struct Case {
+struct LikeCase {
   const char* pattern;
   const char* text;
   bool matches;
 };
 
-constexpr Case kCases[] = {
+constexpr LikeCase kLikeCases[] = {
     {"I3*", "I3ABC", true},
     {"i3*", "I3ABC", true},
     {"I3*", "I3", true},
@@ -82,7 +82,7 @@ constexpr Case kCases[] = {
 };
 
 TEST(LikePatternTest, MatchesAsTheTableTells) {
-  for (const Case& c : kCases) {
+  for (const LikeCase& c : kLikeCases) {
     EXPECT_EQ(LikePattern(c.pattern).Matches(c.text), c.matches) << c.pattern << " / " << c.text;
   }
 }

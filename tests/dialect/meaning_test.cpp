@@ -35,13 +35,13 @@ std::string Selected(const std::string& select) {
 std::string Done(const std::string& action) {
   return Written(ActionPlan(Tables(), action).Statement());
 }
-std::string Value(const std::string& expression) {
+std::string Evaluated(const std::string& expression) {
   const std::string select = "select " + expression + " from Log";
   const SelectPlan plan(Tables(), select);
   return Written(*plan.Select().items.at(0).value);
 }
 int ErrorOfValue(const std::string& expression) {
-  return ErrorOf([&] { Value(expression); });
+  return ErrorOf([&] { Evaluated(expression); });
 }
 int ErrorOfSelect(const std::string& select) {
   return ErrorOf([&] { Selected(select); });
@@ -92,7 +92,7 @@ TEST(MeaningTest, OfValues) {
       {"'b'+null", "(+ 'b't null?)t"},
       {"Call & 1+2 & Mhz", "(& (& Call:t (+ 1i 2i)i)t Mhz:r)t"},
   };
-  for (const Case& c : kCases) EXPECT_EQ(Value(c.text), c.meaning) << c.text;
+  for (const Case& c : kCases) EXPECT_EQ(Evaluated(c.text), c.meaning) << c.text;
 }
 
 TEST(MeaningTest, OfConditions) {
@@ -124,7 +124,7 @@ TEST(MeaningTest, OfConditions) {
       {"exists (select 1 from Band)", "(exists select 1i from Band)y"},
       {"(select max(Punti) from Band)>1", "(> (sub select (Max Punti:i)i from Band)i 1i)y"},
   };
-  for (const Case& c : kCases) EXPECT_EQ(Value(c.text), c.meaning) << c.text;
+  for (const Case& c : kCases) EXPECT_EQ(Evaluated(c.text), c.meaning) << c.text;
 }
 
 TEST(MeaningTest, OfCalls) {
@@ -154,7 +154,7 @@ TEST(MeaningTest, OfCalls) {
       {"max(DataQso)", "(Max DataQso:d)d"},
       {"min(Call)", "(Min Call:t)t"},
   };
-  for (const Case& c : kCases) EXPECT_EQ(Value(c.text), c.meaning) << c.text;
+  for (const Case& c : kCases) EXPECT_EQ(Evaluated(c.text), c.meaning) << c.text;
 }
 
 TEST(MeaningTest, OfSelects) {

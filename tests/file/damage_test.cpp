@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kContacts = 300;
+constexpr int kDamaged = 300;
 
 // A log of some hundred contacts, as bytes.
 const std::string& SoundFile() {
@@ -22,7 +22,7 @@ const std::string& SoundFile() {
     ScratchDatabase scratch;
     {
       engine::Database database = scratch.Open();
-      for (int i = 0; i < kContacts; ++i) {
+      for (int i = 0; i < kDamaged; ++i) {
         database.Execute(
             "insert into Log (DataQso, Call, Banda, Locator, Country, Qra) values "
             "('2001-02-03 04:05:00','IK" +

@@ -16,7 +16,7 @@ namespace brenvo::file {
 namespace {
 
 namespace fs = std::filesystem;
-using Texts = std::vector<std::string>;
+using Strings = std::vector<std::string>;
 
 class DatabaseTest : public ::testing::Test {
  protected:
@@ -105,7 +105,7 @@ TEST_F(DatabaseTest, AWriteThatTheDiskRefusesIsToldAndHarmsNothing) {
   const int error = ErrorOf([&] { Add(db, "Log", {{"Note", std::string(200000, 'x')}}); });
   setrlimit(RLIMIT_FSIZE, &old);
   EXPECT_EQ(error, 3146);
-  EXPECT_EQ(Select(db, "select count(*) from Log"), Texts{"1"});
+  EXPECT_EQ(Select(db, "select count(*) from Log"), Strings{"1"});
 }
 
 TEST_F(DatabaseTest, FailuresOfTheFileHaveTheEnginesNumbers) {
@@ -247,7 +247,7 @@ TEST_F(DatabaseTest, ACommitKeepsAndARollbackDrops) {
   AddContact(db, 2, "I1BBB");
   db.Execute("DELETE FROM Log WHERE Call='I1AAA'");
   db.Rollback();
-  EXPECT_EQ(Select(db, "select Call from Log"), Texts{"I1AAA"});
+  EXPECT_EQ(Select(db, "select Call from Log"), Strings{"I1AAA"});
 }
 
 TEST_F(DatabaseTest, ARepeatedKeyInsideATransactionLeavesTheRestOfIt) {
@@ -258,7 +258,7 @@ TEST_F(DatabaseTest, ARepeatedKeyInsideATransactionLeavesTheRestOfIt) {
   EXPECT_TRUE(db.InTransaction());
   AddContact(db, 2, "I1BBB");
   db.CommitTrans();
-  EXPECT_EQ(Select(db, "select Call from Log"), (Texts{"I1AAA", "I1BBB"}));
+  EXPECT_EQ(Select(db, "select Call from Log"), (Strings{"I1AAA", "I1BBB"}));
 }
 
 TEST_F(DatabaseTest, AnOpenTransactionGoesWithTheDatabase) {
@@ -269,7 +269,7 @@ TEST_F(DatabaseTest, AnOpenTransactionGoesWithTheDatabase) {
   const auto rows = db.OpenSnapshot("select * from Log");
   db.Close();
   db = scratch_.Open();
-  EXPECT_EQ(Select(db, "select Call from Log"), Texts{"I1AAA"});
+  EXPECT_EQ(Select(db, "select Call from Log"), Strings{"I1AAA"});
 }
 
 TEST_F(DatabaseTest, TransactionsDoNotNestAndDoNotEndTwice) {
@@ -290,7 +290,7 @@ TEST_F(DatabaseTest, ACompactedFileHoldsTheSameAndCountsOn) {
   const std::filesystem::path compacted = scratch_.Path() / "BrenvoNEW.MDB";
   CompactDatabase(scratch_.File(), compacted);
   db = OpenDatabaseFile(compacted);
-  EXPECT_EQ(Select(db, "select Call from Log"), Texts{"I1AAA"});
+  EXPECT_EQ(Select(db, "select Call from Log"), Strings{"I1AAA"});
   EXPECT_EQ(AddContact(db, 3, "I1CCC").key, 3);
   db.OpenTable("Contest")->SetIndex("PrimaryKey");
 }
@@ -312,7 +312,7 @@ TEST_F(DatabaseTest, OtherToolsReadAndWriteTheFile) {
   EXPECT_EQ(rows->Field("DataQso"), engine::Value(base::DateTime::Of(2001, 2, 3, 4, 5, 6)));
   AddContact(db, 1, "K1XYZ");
   scratch_.Sql("UPDATE Log SET Call = 'K1ZZZ' WHERE Call = 'K1XYZ'; PRAGMA integrity_check;");
-  EXPECT_EQ(Select(db, "select Call from Log where Call='K1ZZZ'"), Texts{"K1ZZZ"});
+  EXPECT_EQ(Select(db, "select Call from Log where Call='K1ZZZ'"), Strings{"K1ZZZ"});
 }
 
 // A child stores contacts and tells of each whose Update has returned; it is killed in the middle.
@@ -358,7 +358,7 @@ TEST_F(DatabaseTest, WhatTheJournalHoldsAloneIsRecovered) {
                                after.Path() / (std::string("Brenvo.mdb") + suffix));
   }
   engine::Database recovered = OpenDatabaseFile(after.Path() / "Brenvo.mdb");
-  EXPECT_EQ(Select(recovered, "select Call from Log"), Texts{"I1AAA"});
+  EXPECT_EQ(Select(recovered, "select Call from Log"), Strings{"I1AAA"});
 }
 
 }  // namespace

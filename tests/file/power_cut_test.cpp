@@ -26,7 +26,7 @@ void Store(engine::Database& database, const std::string& call) {
   AddContact(database, 5, call.c_str());
 }
 
-constexpr int kContacts = 30;  // of a transfer
+constexpr int kTransferred = 30;  // of a transfer
 
 class PowerCut : public testing::Test {
  protected:
@@ -138,7 +138,7 @@ TEST_F(PowerCut, OfATransferAllContactsAreThereAndUnmarkedOrNoneIs) {
 
   {
     engine::Database database = scratch_.Open();
-    for (int i = 0; i < kContacts; ++i) {
+    for (int i = 0; i < kTransferred; ++i) {
       database.Execute(
           "insert into [Contest Qso] (DataContest, Banda, ProgrDato, Call, InLog) values "
           "('2001-02-03 00:00:00','  2 m'," +
@@ -151,7 +151,7 @@ TEST_F(PowerCut, OfATransferAllContactsAreThereAndUnmarkedOrNoneIs) {
     before = RecordedFiles::FilesIn(scratch_.Path());
     before.erase(scratch_.File().string() + "-shm");
     database.BeginTrans();
-    for (int i = 0; i < kContacts; ++i) Store(database, "IK" + std::to_string(i));
+    for (int i = 0; i < kTransferred; ++i) Store(database, "IK" + std::to_string(i));
     database.Execute("update [Contest Qso] set InLog=false");
     database.CommitTrans();
     files.Mark("transferred");
@@ -160,10 +160,10 @@ TEST_F(PowerCut, OfATransferAllContactsAreThereAndUnmarkedOrNoneIs) {
     const auto marked =
         database.OpenSnapshot("select count(*) from [Contest Qso] where InLog")->Field(0).Integer();
     const std::size_t calls = Calls(database).size();
-    EXPECT_TRUE((calls == 0 && marked == kContacts) || (calls == kContacts && marked == 0))
+    EXPECT_TRUE((calls == 0 && marked == kTransferred) || (calls == kTransferred && marked == 0))
         << calls << " in the log, " << marked << " marked";
     if (marks.contains("transferred")) {
-      EXPECT_EQ(calls, kContacts);
+      EXPECT_EQ(calls, kTransferred);
     }
   });
 }

@@ -76,6 +76,16 @@ TEST_F(StoriaTest, TakesOneContactOfAWorkBack) {
   EXPECT_THAT(Rows("select Call from Log"), ElementsAre("IK3ABC"));
 }
 
+TEST_F(StoriaTest, ASingleContactIsListedAMomentAfterItWasStored) {
+  Storia& window = Open<Storia>("Storia");
+  Add("IK3ABC", 0);
+  Add("IK3DEF", 1);
+  EXPECT_THAT(Cells(window.Tabella), ElementsAre());
+  machine.Advance(Storia::kRenewAfter);
+  EXPECT_THAT(Cells(window.Tabella), ElementsAre("2|03/02/2001 04:05:06|Nuovo qso|1|",
+                                                 "1|03/02/2001 04:05:06|Nuovo qso|1|"));
+}
+
 TEST_F(StoriaTest, WithoutWorksThereIsNothingToTakeBack) {
   Storia& window = Open<Storia>("Storia");
   EXPECT_FALSE(window.cmRiprendi.Enabled());

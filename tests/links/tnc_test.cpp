@@ -5,7 +5,7 @@
 namespace brenvo::links {
 namespace {
 
-constexpr std::string_view kSpot20 = "DX de I4LCK:     14195.0  VP8ORK   tnx 1423Z\r\n";
+constexpr std::string_view kSpotLine = "DX de I4LCK:     14195.0  VP8ORK   tnx 1423Z\r\n";
 constexpr std::string_view kSelect = "Selezionare il Call o il Locator ed eseguire il check";
 
 class TncTest : public LinksTest {
@@ -255,7 +255,7 @@ TEST_F(TncTest, AWaveFileOfABandStaysInTheApplicationDirectory) {
     session.Db.Execute("update UserRTX set FilenameDX='" + std::string(name) +
                        "' where Banda=' 20 m'");
     Lines();
-    Receive("TNC", kSpot20);
+    Receive("TNC", kSpotLine);
     EXPECT_EQ(Lines(), Texts{"wave \"" + std::string(played) + "\""});
   }
 }
@@ -298,18 +298,18 @@ TEST_F(TncTest, TheFirstOfTwoOverlappingBandsDecides) {
       "select Banda,FilenameDX from UserRTX where 14195 >=FrequenzaI and 14195 "
       "<=FrequenzaF")[0];
   Lines();
-  Receive("TNC", kSpot20);
+  Receive("TNC", kSpotLine);
   EXPECT_EQ(Lines(), Texts{"wave \"" + first.substr(first.find('|') + 1) + "\""});
-  EXPECT_EQ(tnc.Received.Text().size(), kSpot20.size() - 1);
+  EXPECT_EQ(tnc.Received.Text().size(), kSpotLine.size() - 1);
 }
 
 TEST_F(TncTest, TheBandQueryReadsTheTableAsItStands) {
   OpenTnc();
   Lines();
-  Receive("TNC", kSpot20);
+  Receive("TNC", kSpotLine);
   EXPECT_EQ(Lines(), Texts{"wave \"20m.wav\""});
   session.Db.Execute("update UserRTX set AnnunceDX=False where Banda=' 20 m'");
-  Receive("TNC", kSpot20);
+  Receive("TNC", kSpotLine);
   EXPECT_EQ(Lines(), Texts{});
 }
 
@@ -331,7 +331,7 @@ TEST_F(TncTest, TheMonitorMarksWork) {
   TNC& tnc = OpenTnc();
   tnc.cmMDX.Press();
   EXPECT_FALSE(tnc.cmMTutto.Down());
-  Receive("TNC", "hello\r\n" + std::string(kSpot20));
+  Receive("TNC", "hello\r\n" + std::string(kSpotLine));
   EXPECT_EQ(tnc.Received.Text(), "DX DE I4LCK:     14195.0  VP8ORK   TNX 1423Z\n");
   tnc.cmMTutto.Press();
   EXPECT_FALSE(tnc.cmMDX.Down());
@@ -341,7 +341,7 @@ TEST_F(TncTest, TheBandMarksWork) {
   TNC& tnc = OpenTnc();
   tnc.Banda.Pick(1);
   EXPECT_FALSE(tnc.Banda.Entries()[0].checked);
-  Receive("TNC", kSpot20);
+  Receive("TNC", kSpotLine);
   EXPECT_EQ(tnc.Received.Text(), "");
 }
 
@@ -375,7 +375,7 @@ TEST_F(TncTest, WithoutAMatrixACheckIsNothing) {
   TNC& tnc = static_cast<TNC&>(*other.Windows.LoadNew("TNC"));
   tnc.cmAutoCheck.Press();
   Lines();
-  Receive("TNC", kSpot20);
+  Receive("TNC", kSpotLine);
   EXPECT_EQ(Lines(), Texts{"wave \"20m.wav\""});
 }
 

@@ -27,7 +27,7 @@ struct Fault {
   const char* told;
 };
 
-sqlite3* other = nullptr;  // another program's connection
+sqlite3* holder = nullptr;  // another program's connection
 
 const Fault kFaults[] = {
     {"TheDiskIsFull", [](RecordedFiles& files, const fs::path&) { files.FailFrom(0, SQLITE_FULL); },
@@ -42,8 +42,8 @@ const Fault kFaults[] = {
      "sua cartella."},
     {"AnotherProgramLocksIt",
      [](RecordedFiles&, const fs::path& directory) {
-       sqlite3_open((directory / "Brenvo.mdb").c_str(), &other);
-       sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+       sqlite3_open((directory / "Brenvo.mdb").c_str(), &holder);
+       sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
      },
      " 3260 - Il database è bloccato da un altro programma: chiuderlo e riprovare."},
     {"TheDirectoryVanishes",
@@ -103,8 +103,8 @@ TEST_P(DatabaseFault, IsToldUnderTheOperationsNameAndLosesNothing) {
     EXPECT_EQ(lines[lines.size() - 2],
               fmt::format("message critical \"Insert Qso\" \"{}\"", GetParam().told));
     EXPECT_EQ(lines.back(), "end-program");
-    sqlite3_close(other);
-    other = nullptr;
+    sqlite3_close(holder);
+    holder = nullptr;
   }
   engine::Database database = file::OpenDatabaseFile(File());
   const auto rows = database.OpenSnapshot("select Call from Log");

@@ -86,6 +86,14 @@ TEST_F(StazioniTest, WhatIsNoStationIsRefusedInTheLineBelow) {
   EXPECT_THAT(Rows("select Count(*) from Stazioni"), ElementsAre("1"));
 }
 
+TEST_F(StazioniTest, ContactsStoredWhileItIsOpenAreCounted) {
+  Stazioni& window = OpenWindow();
+  Add("DL1ABC");
+  Press(window, "cmCorrente");
+  EXPECT_THAT(Calls(window), ElementsAre("Sì|IK3ABC|1"));
+  Lines();
+}
+
 TEST_F(StazioniTest, OnlyAStationWithoutContactsThatIsNotCurrentIsDeleted) {
   Stazioni& window = OpenWindow();
   Press(window, "cmDelete");

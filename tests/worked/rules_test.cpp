@@ -21,7 +21,7 @@ const std::string kHead = "Regola,Nome,Vale,Campo,Valori,Non per\n";
 std::filesystem::path Delivered() {
   return SourceDir() / "data" / "rules" / std::string(kDeliveredRules);
 }
-Rules DeliveredRules() { return ReadRules(Delivered(), "no such file"); }
+Rules ReadDelivered() { return ReadRules(Delivered(), "no such file"); }
 
 std::string Refusal(const std::string& delivered, const std::string& own = "") {
   try {
@@ -33,7 +33,7 @@ std::string Refusal(const std::string& delivered, const std::string& own = "") {
 }
 
 TEST(DeliveredRules, AreReadAndTheirExamplesHold) {
-  const Rules rules = DeliveredRules();
+  const Rules rules = ReadDelivered();
   EXPECT_THAT(rules.Groups(), ElementsAre("", "CW", "Fonia", "Digitale", "Immagine"));
   EXPECT_THAT(rules.Services(), ElementsAre("Cartolina", "LoTW", "eQSL", "QRZ", "DCL"));
   EXPECT_THAT(rules.Fields(),
@@ -41,7 +41,7 @@ TEST(DeliveredRules, AreReadAndTheirExamplesHold) {
 }
 
 TEST(DeliveredRules, KnowTheGroupOfEveryModeOfTheDeliveredTable) {
-  const Rules rules = DeliveredRules();
+  const Rules rules = ReadDelivered();
   const base::CsvTable modes = base::ReadCsv(SourceDir() / "data" / "Modi.csv");
   for (const base::CsvTable::Row& row : modes.Rows) {
     const ModeMeaning meaning = rules.MeaningOf(row.Cells[modes.Column("Modo")]);

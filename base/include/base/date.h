@@ -30,6 +30,7 @@ class DateTime {
   DateTime DatePart() const;  // at midnight
   DateTime TimePart() const;  // on day zero
   // A date plus a time of day.
+  constexpr DateTime Later(std::int64_t seconds) const { return DateTime(seconds_ + seconds); }
   friend constexpr DateTime operator+(DateTime a, DateTime b) {
     return DateTime(a.seconds_ + b.seconds_);
   }

@@ -71,6 +71,7 @@ class History {
   std::int64_t takesBack_ = 0;
   std::int64_t number_ = 0, next_ = 0;
   std::int64_t touched_ = 0;  // since the last commit
+  std::int64_t kept_ = 0;     // the contact that was kept last; no other stands between its fields
   bool written_ = false;      // something that no commit has seen yet
   bool hasHeader_ = false;    // in the file, or in the open transaction
   bool committed_ = false;    // in the file

@@ -1,6 +1,7 @@
 // The works of the history, what each has changed, and the way back.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "core/table_window.h"
@@ -15,6 +16,9 @@ class Storia : public core::TableWindow {
 
   // Newest first; at most the last so many.
   static constexpr std::int64_t kMostWorks = 10000;
+  // Milliseconds from a single contact's store until it is listed: whoever types does not wait for
+  // the list.
+  static constexpr int kRenewAfter = 200;
   core::TableGrid Tabella{*this, {.hint = "Invio o doppio click riprendono il lavoro"}};
   // Of the marked work: a row a column that it changed, with what stood there before and after; of
   // a large one the first contacts.
@@ -42,6 +46,7 @@ class Storia : public core::TableWindow {
 
  private:
   void FillTable();
+  void Renew();
   void ShowChanges();
   // 0 while none is marked.
   std::int64_t ChosenContact();
@@ -53,6 +58,7 @@ class Storia : public core::TableWindow {
   core::MemoryRows rows_, changes_;
   std::vector<std::int64_t> changed_;  // the contact of each row of changes_
   std::int64_t shown_ = 0;             // the work whose changes are shown
+  std::unique_ptr<platform::Timer> renewing_;
   forms::Subscription stored_;
 };
 

@@ -1,6 +1,8 @@
 // The stations that contacts are made from; the current one is that of new contacts.
 #pragma once
 
+#include <map>
+#include <optional>
 #include <vector>
 
 #include "core/stations.h"
@@ -79,6 +81,9 @@ class Stazioni : public core::TableWindow {
   core::MemoryRows rows_;
   std::vector<core::StationRow> stations_;  // a station a row, at its key
   std::int64_t edited_ = 0;                 // the station in the fields, 0 for a new one
+  // By station; nothing while a contact has been stored since they were counted.
+  std::optional<std::map<std::int64_t, std::int64_t>> contacts_;
+  forms::Subscription changes_;
 };
 
 }  // namespace brenvo::tables
