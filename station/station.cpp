@@ -15,6 +15,7 @@
 #include "contest/contest_search.h"
 #include "contest/stat_contest.h"
 #include "core/files.h"
+#include "frame/palette.h"
 #include "history/storia.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
@@ -54,6 +55,7 @@ void Know(core::Session& session, const char* name) {
 
 void KnowWindows(core::Session& session) {
   Know<upkeep::RipristinaBackup>(session, "RipristinaBackup");
+  Know<frame::Palette>(session, "Palette");
   Know<upkeep::Preferenze>(session, "Preferenze");
   Know<tables::Stazioni>(session, "Stazioni");
   Know<history::Storia>(session, "Storia");

@@ -1,5 +1,6 @@
 #include "field_widgets.h"
 
+#include <QApplication>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,6 +14,7 @@
 #include "rich_text_widget.h"
 #include "status_bar_widget.h"
 #include "text_widgets.h"
+#include "widget_watch.h"
 
 namespace brenvo::ui {
 
@@ -82,7 +84,9 @@ void MakeNarrow(QWidget& label) {
 }
 
 void MakeTail(QWidget& label) {
-  label.setFont(TerminalFont(label.font()));
+  const auto fit = [&label] { label.setFont(TerminalFont(QApplication::font())); };
+  fit();
+  FollowLetters(label, fit);
   label.setBackgroundRole(QPalette::Base);
   label.setForegroundRole(QPalette::Text);
   label.setAutoFillBackground(true);

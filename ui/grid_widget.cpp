@@ -10,6 +10,7 @@
 
 #include "grid_model.h"
 #include "ui/text.h"
+#include "widget_watch.h"
 
 namespace brenvo::ui {
 namespace {
@@ -43,7 +44,15 @@ class Table : public QTableView {
     setContextMenuPolicy(Qt::CustomContextMenu);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    const auto fitRows = [this] {
+      verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    };
+    fitRows();
+    FollowLetters(*this, [this, fitRows] {
+      fitRows();
+      told_.clear();
+      Refresh();
+    });
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(16);

@@ -17,6 +17,7 @@
 #include "grid_widget.h"
 #include "split_widget.h"
 #include "ui/text.h"
+#include "widget_watch.h"
 
 namespace brenvo::ui {
 namespace {
@@ -25,17 +26,23 @@ using Kind = Piece::Kind;
 constexpr int kMargin = 10, kGap = 8, kLineGap = 7;
 constexpr int kUsualCharacters = 8;  // where no layout says what the fields are for
 
-void SetWidth(QWidget& widget, const Piece& piece, int characters) {
-  if (characters <= 0) return;
+void FitWidth(QWidget& widget, int stretch, int characters) {
   // Capitals are wider than the average; a frame and an arrow come on top.
   int width = widget.fontMetrics().horizontalAdvance('H') * characters + 18;
   if (qobject_cast<QComboBox*>(&widget) || qobject_cast<QDateEdit*>(&widget)) width += 20;
   width = std::max(width, qobject_cast<QDateEdit*>(&widget) ? widget.sizeHint().width() : 0);
-  if (piece.stretch > 0) {
+  if (stretch > 0) {
     widget.setMinimumWidth(width);
   } else {
     widget.setFixedWidth(width);
   }
+}
+
+void SetWidth(QWidget& widget, const Piece& piece, int characters) {
+  if (characters <= 0) return;
+  const int stretch = piece.stretch;
+  FitWidth(widget, stretch, characters);
+  FollowLetters(widget, [&widget, stretch, characters] { FitWidth(widget, stretch, characters); });
 }
 
 // Holds the fields. Where the window is too small for them it scrolls, so that none is cut off or

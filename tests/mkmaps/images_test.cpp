@@ -110,5 +110,24 @@ TEST(Images, EveryZoneHasAGreenAndARedDiscAroundTheSameSpot) {
   }
 }
 
+// Whoever sees red and green alike sees how much of the disc is white.
+TEST(Images, AConfirmedZoneIsAFullDiscAndAnotherOneARing) {
+  const auto whites = [](const std::string& name) {
+    const QImage stamp = Delivered(name);
+    int count = 0;
+    for (int y = 0; y < stamp.height(); ++y) {
+      for (int x = 0; x < stamp.width(); ++x) {
+        const QRgb pixel = stamp.pixel(x, y);
+        if (qAlpha(pixel) == 255 && qGray(pixel) > 240) ++count;
+      }
+    }
+    return count;
+  };
+  for (int zone = 1; zone <= 40; ++zone) {
+    const std::string name = "Zona" + std::to_string(zone);
+    EXPECT_GT(whites(name + "nc.bmp"), whites(name + "c.bmp") + 60) << zone;
+  }
+}
+
 }  // namespace
 }  // namespace brenvo::mkmaps

@@ -240,13 +240,14 @@ TEST_F(StationScreen, EscClosesTheEntryOfAContestContact) {
   ScreenTest::WhenModal([&](QWidget& dialog) {
     came = dialog.objectName() == "ContestNewQso";
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    QTimer::singleShot(500, [] {
-      if (QWidget* left = QApplication::activeModalWidget()) {
-        ADD_FAILURE() << "still open";
-        left->close();
-      }
-    });
   });
+  QTimer late;
+  late.setSingleShot(true);
+  QObject::connect(&late, &QTimer::timeout, [] {
+    ADD_FAILURE() << "still open";
+    if (QWidget* left = QApplication::activeModalWidget()) left->close();
+  });
+  late.start(10000);
   session.Windows.RunEvent([&] { log->FindCommand("cmNew")->Press(); });
   EXPECT_TRUE(came);
   session.Windows.RunEvent([&] { session.Windows.Unload(*log); });
