@@ -5,8 +5,11 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTableView>
 
 #include "forms/choice_fields.h"
@@ -184,6 +187,12 @@ TEST_F(StationScreen, WithLargeLettersAnAwardsColumnsAreSeenWhole) {
   large.setPointSizeF(14);
   QApplication::setFont(large);
   session.Handed.QueryText = "WHERE QsoNr>0";
+  for (const std::string area : {"3", "4"}) {
+    session.Db.Execute(
+        "insert into Log (DataQso,Call,Banda,Locator,Prefisso,Country,Provincia,QslRicevuta) "
+        "values (cvdate('01/02/2001'),'I" +
+        area + "XYZ','  2 m','JN65DF','I" + area + "','I','VE',True)");
+  }
   for (const char* name : {"SCountry", "SProvincie", "SPrefissi", "SSQuare"}) {
     forms::Window* award = Open(name);
     ASSERT_NE(award, nullptr);
@@ -191,7 +200,33 @@ TEST_F(StationScreen, WithLargeLettersAnAwardsColumnsAreSeenWhole) {
     auto* grid = Outer(name).findChild<QTableView*>();
     ASSERT_NE(grid, nullptr);
     EXPECT_LE(grid->horizontalHeader()->length(), grid->viewport()->width()) << name;
+    EXPECT_GE(grid->columnWidth(name == std::string("SSQuare") ? 1 : 2),
+              grid->fontMetrics().horizontalAdvance("Confermato") + 6)
+        << name;
     session.Windows.RunEvent([&] { session.Windows.Unload(*award); });
+  }
+  QApplication::setFont(before);
+}
+
+// 14 points, on a screen of 1280 by 800.
+TEST_F(StationScreen, WithLargeLettersContestAndMultimediaDoNotScroll) {
+  const QFont before = QApplication::font();
+  QFont large = before;
+  large.setPointSizeF(14);
+  QApplication::setFont(large);
+  platform.Screen().Main().resize(1280, 800);
+  QTest::qWait(1);
+  for (const auto& [name, field] : {std::pair("Contest", "Note"), {"User", "CallInterval"}}) {
+    forms::Window* window = Open(name);
+    ASSERT_NE(window, nullptr);
+    if (auto* tabs = Outer(name).findChild<QTabBar*>()) tabs->setCurrentIndex(1);
+    QTest::qWait(1);
+    const auto* body = Outer(name).findChild<QScrollArea*>();
+    ASSERT_NE(body, nullptr);
+    EXPECT_TRUE(body->isAncestorOf(Outer(name).findChild<QWidget*>(field)));
+    EXPECT_FALSE(body->verticalScrollBar()->isVisible()) << name;
+    EXPECT_FALSE(body->horizontalScrollBar()->isVisible()) << name;
+    session.Windows.RunEvent([&] { session.Windows.Unload(*window); });
   }
   QApplication::setFont(before);
 }
@@ -205,13 +240,14 @@ TEST_F(StationScreen, EscClosesTheEntryOfAContestContact) {
   ScreenTest::WhenModal([&](QWidget& dialog) {
     came = dialog.objectName() == "ContestNewQso";
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    QTimer::singleShot(500, [] {
-      if (QWidget* left = QApplication::activeModalWidget()) {
-        ADD_FAILURE() << "still open";
-        left->close();
-      }
-    });
   });
+  QTimer late;
+  late.setSingleShot(true);
+  QObject::connect(&late, &QTimer::timeout, [] {
+    ADD_FAILURE() << "still open";
+    if (QWidget* left = QApplication::activeModalWidget()) left->close();
+  });
+  late.start(10000);
   session.Windows.RunEvent([&] { log->FindCommand("cmNew")->Press(); });
   EXPECT_TRUE(came);
   session.Windows.RunEvent([&] { session.Windows.Unload(*log); });
