@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include <fstream>
+#include <memory>
 #include <set>
 #include <stdexcept>
+#include <utility>
 
 #include "adif/adif_names.h"
 #include "adif/adif_reader.h"
@@ -36,9 +38,53 @@ void RequireReplaceable(const std::filesystem::path& file) {
       fmt::format("{} è {}: scegliere un altro nome", file.filename().string(), other));
 }
 
+// The contacts to be written, from the first one each time they are opened.
+struct Contacts {
+  // A contact after the other; null behind the last.
+  using Next = std::function<const core::LogContact*(std::int64_t& qsoNr)>;
+  bool whole = false;  // the whole log
+  std::function<Next()> open;
+};
+
+Contacts OfSelect(engine::Database& database, std::string_view select) {
+  const auto open = [&database, select]() -> Contacts::Next {
+    auto rows = std::shared_ptr<engine::Dynaset>(database.OpenDynaset(select));
+    return [rows, first = true,
+            contact = core::LogContact()](std::int64_t& qsoNr) mutable -> const core::LogContact* {
+      if (!std::exchange(first, false)) rows->MoveNext();
+      if (rows->EOF_()) return nullptr;
+      qsoNr = rows->Field(std::size_t{0}).Integer();
+      contact = core::ReadContact(*rows);
+      return &contact;
+    };
+  };
+  return {select == kAllContacts, open};
+}
+
+Contacts OfKeys(engine::Database& database, const std::vector<std::int64_t>& keys) {
+  const auto open = [&database, &keys]() -> Contacts::Next {
+    auto rows = std::shared_ptr<engine::Table>(database.OpenTable("Log"));
+    return [rows, &keys, at = std::size_t{0},
+            contact = core::LogContact()](std::int64_t& qsoNr) mutable -> const core::LogContact* {
+      while (at < keys.size()) {
+        qsoNr = keys[at++];
+        try {
+          rows->SetBookmark({qsoNr});
+          contact = core::ReadContact(*rows);
+          return &contact;
+        } catch (const engine::DatabaseError& failure) {
+          if (failure.Number != engine::DatabaseError::kRecordDeleted) throw;
+        }
+      }
+      return nullptr;
+    };
+  };
+  return {false, open};
+}
+
 // The header stands first and declares what only the records tell: such names are few, and are
 // looked for among the selected contacts alone.
-std::vector<std::string> UserFields(engine::Database& database, std::string_view select) {
+std::vector<std::string> UserFields(engine::Database& database, const Contacts& contacts) {
   std::set<std::string> names;
   const auto all = database.OpenSnapshot(
       "Select Campo from LogAdif where QsoNr in (Select QsoNr from Log) Group By Campo");
@@ -46,12 +92,12 @@ std::vector<std::string> UserFields(engine::Database& database, std::string_view
     const std::string name = all->Field(0).Text();
     if (NeedsDeclaration(name)) names.insert(name);
   }
-  if (names.empty() || select == kAllContacts) return {names.begin(), names.end()};
+  if (names.empty() || contacts.whole) return {names.begin(), names.end()};
   std::set<std::string> used;
   KeptFields kept(database);
-  const auto rows = database.OpenDynaset(select);
-  for (; !rows->EOF_() && used.size() < names.size(); rows->MoveNext()) {
-    for (const AdifField& field : kept.Of(rows->Field(std::size_t{0}).Integer())) {
+  const Contacts::Next next = contacts.open();
+  for (std::int64_t qsoNr = 0; used.size() < names.size() && next(qsoNr) != nullptr;) {
+    for (const AdifField& field : kept.Of(qsoNr)) {
       if (names.contains(field.name)) used.insert(field.name);
     }
   }
@@ -67,11 +113,9 @@ void CountChanged(const std::vector<AdifField>& fields, ExportCounts& counts) {
   counts.changedContacts += changed > 0;
 }
 
-}  // namespace
-
-std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_view select,
-                                           const std::filesystem::path& file,
-                                           const ExportProgress& progress, AdifLetters letters) {
+std::optional<ExportCounts> Export(core::Session& session, const Contacts& contacts,
+                                   const std::filesystem::path& file,
+                                   const ExportProgress& progress, AdifLetters letters) {
   RequireReplaceable(file);
   std::filesystem::path unfinished = file;
   unfinished += ".new";
@@ -93,16 +137,16 @@ std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_v
   KeptFields kept(session.Db);
   ContactOrigins origins(session.Db);
   StationTables tables(session);
-  out << AdifHeader(UserFields(session.Db, select), letters);
+  out << AdifHeader(UserFields(session.Db, contacts), letters);
   ExportCounts counts;
-  const auto rows = session.Db.OpenDynaset(select);
-  for (; !rows->EOF_(); rows->MoveNext()) {
+  const Contacts::Next next = contacts.open();
+  std::int64_t qsoNr = 0;
+  while (const core::LogContact* contact = next(qsoNr)) {
     const std::int64_t done = counts.written + counts.leftOut;
     if (done % kProgressStep == 0 && !progress(done)) return std::nullopt;
-    const std::int64_t qsoNr = rows->Field(std::size_t{0}).Integer();
     const std::vector<AdifField> beside = kept.Of(qsoNr);
     const std::vector<AdifField> fields =
-        FileFields(core::ReadContact(*rows), beside, origins.Of(qsoNr), tables, letters);
+        FileFields(*contact, beside, origins.Of(qsoNr), tables, letters);
     if (fields.empty()) {
       ++counts.leftOut;
       continue;
@@ -117,6 +161,21 @@ std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_v
   std::filesystem::rename(unfinished, file, error);
   if (error) throw fail();
   return counts;
+}
+
+}  // namespace
+
+std::optional<ExportCounts> ExportContacts(core::Session& session, std::string_view select,
+                                           const std::filesystem::path& file,
+                                           const ExportProgress& progress, AdifLetters letters) {
+  return Export(session, OfSelect(session.Db, select), file, progress, letters);
+}
+
+std::optional<ExportCounts> ExportKeys(core::Session& session,
+                                       const std::vector<std::int64_t>& keys,
+                                       const std::filesystem::path& file,
+                                       const ExportProgress& progress) {
+  return Export(session, OfKeys(session.Db, keys), file, progress, AdifLetters::kUtf8);
 }
 
 }  // namespace brenvo::adif

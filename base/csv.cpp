@@ -129,4 +129,21 @@ CsvTable ReadCsv(const std::filesystem::path& file) {
   }
 }
 
+std::string CsvLine(const std::vector<std::string>& cells) {
+  // An empty line would be passed over.
+  if (cells.size() == 1 && cells.front().empty()) return "\"\"\r\n";
+  std::string line;
+  for (const std::string& cell : cells) {
+    if (&cell != cells.data()) line += ',';
+    if (cell.find_first_of("\",\r\n") == std::string::npos) {
+      line += cell;
+      continue;
+    }
+    line += '"';
+    for (const char c : cell) line += c == '"' ? "\"\"" : std::string(1, c);
+    line += '"';
+  }
+  return line + "\r\n";
+}
+
 }  // namespace brenvo::base

@@ -61,6 +61,11 @@ class RunningRow final : public engine::Reader::Row {
     return Cell(column).Integer();
   }
 
+  std::optional<base::DateTime> Date(std::size_t column) override {
+    if (sqlite3_column_type(run_.Handle(), Place(column)) == SQLITE_NULL) return std::nullopt;
+    return Cell(column).ReadableDate();
+  }
+
  private:
   int Place(std::size_t column) const { return static_cast<int>(column); }
   engine::Value Cell(std::size_t column) const {

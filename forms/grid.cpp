@@ -3,6 +3,11 @@
 #include <stdexcept>
 
 namespace brenvo::forms {
+namespace {
+
+constexpr base::Colour kMarkedRow{255, 236, 160};
+
+}  // namespace
 
 base::Colour Grid::BackColour(std::int64_t, int) { return base::kWhite; }
 std::string Grid::CellPicture(std::int64_t, int) { return {}; }
@@ -160,6 +165,10 @@ std::string DataGrid::Cell(std::int64_t row, int column) {
   if (source_ == nullptr || row < 0 || row > source_->RowCount()) return {};
   std::string text = source_->CellText(row - 1, of.field);
   return of.format ? of.format(text) : text;
+}
+
+base::Colour DataGrid::BackColour(std::int64_t row, int) {
+  return row > 0 && arranger_ != nullptr && arranger_->IsMarked(row) ? kMarkedRow : base::kWhite;
 }
 
 base::Twips DataGrid::ColumnWidth(int column) {

@@ -5,11 +5,13 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "core/call_forms.h"
 #include "core/country_map.h"
 #include "core/lists.h"
 #include "core/log_contact.h"
 #include "core/places.h"
 #include "core/prefix.h"
+#include "core/station_notes.h"
 #include "core/station_profile.h"
 #include "core/texts.h"
 #include "geo/locator.h"
@@ -90,6 +92,7 @@ void LogForm::RenewStatus() {
 void LogForm::OnCallChange() {
   const std::string call = base::Trim(CallQso.Text());
   TakeTimeOfStart();
+  session_.CallTyped({call, Locator.Text()});
   TellCall();
   if (!session_.Station.ManagerPath.empty()) {
     const auto date = base::ParseDate(DataQso.Text());
@@ -146,6 +149,9 @@ void LogForm::OnCallLeave() {
     }
   }
   PrevCall = CallQso.Text();
+  if (const std::string note = core::StationNote(session_.Db, CallQso.Text()); !note.empty()) {
+    Avviso.SetText(fmt::format("Nota su {}: {}", core::BaseCall(CallQso.Text()), note));
+  }
 }
 
 void LogForm::OnLocatorChange() {
@@ -160,6 +166,7 @@ void LogForm::OnLocatorChange() {
     Qrb.SetText(std::to_string(geo::QrbKm(session_.Station.MyLocator, locator)));
     PrevLocator = locator;
   }
+  session_.CallTyped({base::Trim(CallQso.Text()), locator});
   TellSquare();
   if (cmWorked.Down()) {
     for (core::MatrixWindow* matrix : {session_.Opened.Hrd, session_.Opened.HrdMode}) {

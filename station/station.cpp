@@ -14,6 +14,7 @@
 #include "contest/contest_qso.h"
 #include "contest/contest_search.h"
 #include "contest/stat_contest.h"
+#include "core/colonne.h"
 #include "core/files.h"
 #include "history/storia.h"
 #include "links/dx_dialog.h"
@@ -21,6 +22,9 @@
 #include "links/tnc.h"
 #include "links/tnc_telnet.h"
 #include "links/wwconv.h"
+#include "list/cambia_colonna.h"
+#include "list/conta_qso.h"
+#include "list/elenco.h"
 #include "log/log_form.h"
 #include "log/log_search.h"
 #include "log/old_qso.h"
@@ -55,6 +59,10 @@ void Know(core::Session& session, const char* name) {
 void KnowWindows(core::Session& session) {
   Know<upkeep::RipristinaBackup>(session, "RipristinaBackup");
   Know<upkeep::Preferenze>(session, "Preferenze");
+  Know<core::Colonne>(session, "Colonne");
+  Know<list::Elenco>(session, "Elenco");
+  Know<list::CambiaColonna>(session, "CambiaColonna");
+  Know<list::ContaQso>(session, "ContaQso");
   Know<tables::Stazioni>(session, "Stazioni");
   Know<history::Storia>(session, "Storia");
   Know<upkeep::OraDelLog>(session, "OraDelLog");

@@ -1,14 +1,17 @@
 #include "grid_widget.h"
 
 #include <memory>
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <set>
 
 #include "grid_model.h"
+#include "table_header.h"
 #include "ui/text.h"
 
 namespace brenvo::ui {
@@ -35,6 +38,13 @@ class Table : public QTableView {
         context_(context),
         model_(new GridModel(grid, context, this)) {
     setModel(model_);
+    if (forms::GridArranger* const arranger = grid.Arranger()) {
+      arranged_ = new TableHeader(*arranger, context, this);
+      setHorizontalHeader(arranged_);
+      connect(arranged_, &TableHeader::Left, this, [this] { setFocus(); });
+      connect(horizontalScrollBar(), &QScrollBar::valueChanged, arranged_,
+              [this] { arranged_->Refresh(); });
+    }
     setSelectionMode(QAbstractItemView::SingleSelection);
     setAlternatingRowColors(true);
     setWordWrap(false);
@@ -55,11 +65,22 @@ class Table : public QTableView {
       Run(at, [this](std::int64_t row, int column) { grid_.DoubleClickCell(row, column); });
     });
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
-      context_.Later(this, [this, column] { grid_.ClickCell(0, column); });
+      const bool add =
+          arranged_ != nullptr && QApplication::keyboardModifiers() == Qt::ShiftModifier;
+      context_.Later(this, [this, column, add] {
+        if (add) {
+          grid_.Arranger()->SortBy(column, true);
+        } else {
+          grid_.ClickCell(0, column);
+        }
+      });
     });
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
-      if (!refreshing_) own_.insert(column);
-    });
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int column, int, int width) {
+              if (refreshing_) return;
+              own_.insert(column);
+              KeepWidth(column, width);
+            });
     connect(this, &QWidget::customContextMenuRequested, this, [this] {
       context_.Later(this, [this] {
         if (grid_.OnContextMenu) grid_.OnContextMenu();
@@ -86,6 +107,7 @@ class Table : public QTableView {
     SizeColumns();
     SizeRows();
     ShowCurrent();
+    if (arranged_ != nullptr) arranged_->Refresh();
     refreshing_ = false;
   }
 
@@ -116,6 +138,7 @@ class Table : public QTableView {
   void keyPressEvent(QKeyEvent* event) override {
     if (!context_.Alive()) return;
     const QModelIndex at = currentIndex();
+    if (arranged_ != nullptr && MarksByKey(*event)) return;
     if (grid_.Editable && event->key() == Qt::Key_Delete && at.isValid()) {
       Run(at, [this](std::int64_t row, int) { grid_.RemoveRow(row); });
       return;
@@ -140,6 +163,31 @@ class Table : public QTableView {
     if (!grid_.WritesCells() && grid_.OnClick && now.isValid() && now.row() != at.row()) {
       Run(now, [this](std::int64_t row, int column) { grid_.ClickCell(row, column); });
     }
+  }
+
+  // A click with Ctrl marks a row or takes its mark away, one with Shift marks all rows from the
+  // last one.
+  void mousePressEvent(QMouseEvent* event) override {
+    const QModelIndex at = indexAt(event->position().toPoint());
+    const auto keys = event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
+    const bool marks = arranged_ != nullptr && at.isValid() && context_.Alive() &&
+                       event->button() == Qt::LeftButton && keys;
+    if (!marks) {
+      QTableView::mousePressEvent(event);
+      return;
+    }
+    const int from =
+        (keys & Qt::ShiftModifier) && currentIndex().isValid() ? currentIndex().row() : at.row();
+    setCurrentIndex(at);
+    MarkRows(from, at.row(), (keys & Qt::ShiftModifier) || !IsMarked(at.row()));
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    // The click has been a mark.
+    if (arranged_ != nullptr &&
+        (event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier)) != 0) {
+      return;
+    }
+    QTableView::mouseReleaseEvent(event);
   }
 
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override {
@@ -175,6 +223,37 @@ class Table : public QTableView {
   }
 
  private:
+  bool IsMarked(int row) const { return grid_.Arranger()->IsMarked(row + 1); }
+  void MarkRows(int from, int to, bool mark) {
+    context_.Run([&] { grid_.Arranger()->Mark(from + 1, to + 1, mark); });
+  }
+
+  // Space marks and goes on; an arrow with Shift marks the row that it leaves and the one that it
+  // reaches; the arrow up on the first row goes to the filters.
+  bool MarksByKey(QKeyEvent& event) {
+    const QModelIndex at = currentIndex();
+    const bool up = event.key() == Qt::Key_Up, down = event.key() == Qt::Key_Down;
+    if (up && event.modifiers() == Qt::NoModifier && (!at.isValid() || at.row() == 0)) {
+      arranged_->FocusFilter(std::max(at.column(), 0));
+      return true;
+    }
+    if (!at.isValid()) return false;
+    const bool space = event.key() == Qt::Key_Space && event.modifiers() == Qt::NoModifier;
+    if (!space && !((up || down) && event.modifiers() == Qt::ShiftModifier)) return false;
+    const int next = std::clamp(at.row() + (up ? -1 : 1), 0, model_->rowCount() - 1);
+    MarkRows(at.row(), space ? at.row() : next, !space || !IsMarked(at.row()));
+    setCurrentIndex(model_->index(next, at.column()));
+    context_.Run([&] { grid_.ClickCell(next + 1, at.column()); });
+    return true;
+  }
+
+  // In twips for letters of the usual height, so that it fits larger ones too.
+  void KeepWidth(int column, int pixels) {
+    if (arranged_ == nullptr) return;
+    const base::Twips width = base::Twips::FromPixels(qRound(pixels / Larger()));
+    context_.Run([&] { grid_.Arranger()->SetColumnWidth(column, width); });
+  }
+
   // The grid has a use of its own for the character.
   bool AnswersKey(const QKeyEvent& event) {
     const std::u32string typed = event.text().toStdU32String();
@@ -192,10 +271,8 @@ class Table : public QTableView {
   }
 
   // A width is meant for letters of the usual height; larger ones need more.
-  int ColumnPixels(base::Twips width) const {
-    const double larger = std::max(1.0, fontMetrics().height() / double(kUsualLetters));
-    return qRound(width.Pixels() * larger);
-  }
+  double Larger() const { return std::max(1.0, fontMetrics().height() / double(kUsualLetters)); }
+  int ColumnPixels(base::Twips width) const { return qRound(width.Pixels() * Larger()); }
 
   void SizeColumns() {
     std::vector<base::Twips> told;
@@ -219,6 +296,10 @@ class Table : public QTableView {
       if (given == base::Twips(0)) continue;
       last = column;
       if (own_.contains(column)) continue;
+      if (arranged_ != nullptr && given > base::Twips(0)) {  // as the operator has drawn it
+        setColumnWidth(column, ColumnPixels(given));
+        continue;
+      }
       const int heading = horizontalHeader()->sectionSizeHint(column);
       const int content = sizeHintForColumn(column) + 6;
       const int wanted = given > base::Twips(0)
@@ -228,6 +309,7 @@ class Table : public QTableView {
         setColumnWidth(column, width);
       }
     }
+    if (arranged_ != nullptr) return;  // what the operator draws stays as he draws it
     horizontalHeader()->setStretchLastSection(last >= 0 && told[static_cast<std::size_t>(last)] <
                                                                base::Twips(0));
   }
@@ -253,6 +335,7 @@ class Table : public QTableView {
   forms::Grid& grid_;
   ViewContext& context_;
   GridModel* model_;
+  TableHeader* arranged_ = nullptr;  // null where nobody arranges the grid
   std::vector<base::Twips> told_;
   int measuredRows_ = 0;
   std::set<int> own_;  // columns that the operator has drawn to a width of his own

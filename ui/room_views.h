@@ -16,9 +16,12 @@ const std::vector<View>& LinksViews();
 const std::vector<View>& TablesViews();
 const std::vector<View>& AdifViews();
 const std::vector<View>& UpkeepViews();
+const std::vector<View>& ListViews();
 
 // The view of every TableWindow: the search and the window's filters above, the table, what stands
 // below it, and the line that says what happened.
 Piece TableView(std::vector<Piece> filters, Piece below = Column({}));
+// The same of every ArrangedWindow, with its counts below the table.
+Piece ArrangedView(std::vector<Piece> filters);
 
 }  // namespace brenvo::ui

@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QApplication>
+#include <QHeaderView>
 
 namespace brenvo::ui {
 
@@ -15,6 +16,7 @@ void FinishInput() {
   }
   for (QWidget* above = focus->parentWidget(); above != nullptr; above = above->parentWidget()) {
     // The editor of a cell closes when its grid takes the keyboard back.
+    if (qobject_cast<QHeaderView*>(above) != nullptr) return;  // a filter is never unfinished
     if (auto* grid = qobject_cast<QAbstractItemView*>(above)) {
       grid->setFocus();
       return;

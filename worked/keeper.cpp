@@ -2,13 +2,13 @@
 
 #include <chrono>
 #include <exception>
-#include <stdexcept>
 #include <thread>
 #include <utility>
 
 #include "build.h"
 #include "core/log_contact.h"
 #include "kept_services.h"
+#include "worked/load_rules.h"
 
 namespace brenvo::worked {
 namespace {
@@ -51,7 +51,7 @@ Keeper::Keeper(core::Session& session, std::function<void(const std::string& tex
 Keeper::~Keeper() = default;
 
 void Keeper::Start() {
-  LoadRules();
+  rules_ = LoadRules(session_, tell_);
   reading_->SetInterval(kFirstPause);
   reading_->SetEnabled(true);
   watching_->SetEnabled(true);
@@ -65,18 +65,6 @@ void Keeper::Stop() {
   during_.clear();
   due_ = false;
   kept_.reset();
-}
-
-void Keeper::LoadRules() {
-  const auto ours = session_.File(kDeliveredRules), own = session_.File(kOwnRules);
-  for (const auto& each : {own, std::filesystem::path()}) {
-    try {
-      rules_ = std::make_shared<const Rules>(ReadRules(ours, each));
-      return;
-    } catch (const std::runtime_error& failure) {
-      tell_(failure.what());
-    }
-  }
 }
 
 const WorkedIndex* Keeper::Index() const { return kept_ == nullptr ? nullptr : &kept_->index; }

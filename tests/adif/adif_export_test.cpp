@@ -43,6 +43,28 @@ TEST_F(AdifExportTest, TheFileIsAsItWasReadAndFoundRight) {
   ExpectGolden("adif/golden/samples.adi", Export());
 }
 
+TEST_F(AdifExportTest, ChosenContactsGoOutInTheOrderTheyWereChosenIn) {
+  Insert("DataQso,Call,Banda,Modo", "'01/01/2024 10:00','IK3AAA','  2 m','SSB'");
+  Insert("DataQso,Call,Banda,Modo", "'01/01/2024 10:01','IK3BBB','  2 m','SSB'");
+  Insert("DataQso,Call,Banda,Modo", "'01/01/2024 10:02','IK3CCC','  2 m','SSB'");
+  session.Db.Execute("insert into LogAdif (QsoNr,Campo,Valore) values (1,'MINE','x')");
+  session.Db.Execute("insert into LogAdif (QsoNr,Campo,Valore) values (2,'THEIRS','x')");
+  const auto file = directory.Path() / "chosen.adi";
+  // 99 is gone.
+  const auto counts = ExportKeys(session, {3, 99, 1}, file, [](std::int64_t) { return true; });
+  ASSERT_TRUE(counts);
+  EXPECT_EQ(counts->written, 2);
+  const std::string written = ReadBytes(file);
+  ASSERT_THAT(written, HasSubstr("IK3AAA"));
+  EXPECT_LT(written.find("IK3CCC"), written.find("IK3AAA"));
+  EXPECT_THAT(written, Not(HasSubstr("IK3BBB")));
+  // The header declares what these records tell, and no more.
+  EXPECT_THAT(written, HasSubstr("MINE"));
+  EXPECT_THAT(written, Not(HasSubstr("THEIRS")));
+  EXPECT_FALSE(ExportKeys(session, {1}, file, [](std::int64_t) { return false; }));
+  EXPECT_EQ(ReadBytes(file), written);
+}
+
 TEST_F(AdifExportTest, EverySampleComesBackAsItWasExported) {
   for (const auto& entry : std::filesystem::directory_iterator(Sample(""))) {
     EmptyTheLog();

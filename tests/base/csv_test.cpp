@@ -72,6 +72,15 @@ TEST(Csv, BothLineEndsAndAMissingLastOneAreRead) {
   EXPECT_THAT(table.Rows[1].Cells, ElementsAre("3", "4"));
 }
 
+TEST(Csv, AWrittenLineGivesItsCellsBack) {
+  EXPECT_EQ(CsvLine({"a", "", "c d"}), "a,,c d\r\n");
+  const std::vector<std::string> cells = {"a,b", "\"c\"", "d\r\ne", "", " f "};
+  EXPECT_EQ(ParseCsv("A,B,C,D,E\n" + CsvLine(cells)).Rows[0].Cells, cells);
+  // One empty cell is a row all the same.
+  ASSERT_EQ(ParseCsv("A\n" + CsvLine({""})).Rows.size(), 1U);
+  EXPECT_THAT(ParseCsv("A\n" + CsvLine({""})).Rows[0].Cells, ElementsAre(""));
+}
+
 TEST(Csv, ARowOfAnotherLengthIsAnErrorWithItsLine) {
   EXPECT_EQ(FailureOf("A,B\n1,2\n3\n"), "line 3: 1 cells under 2 headings");
 }

@@ -34,6 +34,32 @@ class TwoRows : public forms::GridRows {
   std::vector<std::vector<std::string>> rows{{"a", "b"}, {"c\td", ""}};
 };
 
+// Remembers what it was asked for; the second row is marked to begin with.
+class Arranging : public forms::GridArranger {
+ public:
+  void SortBy(int column, bool add) override {
+    asked.push_back("sort " + std::to_string(column) + (add ? " add" : ""));
+  }
+  std::string FilterText(int) override { return {}; }
+  void SetFilterText(int column, std::string_view text) override {
+    asked.push_back("filter " + std::to_string(column) + " " + std::string(text));
+  }
+  std::string FilterHint(int) override { return {}; }
+  std::string FilterFault(int) override { return {}; }
+  void MoveColumn(int from, int to) override {
+    asked.push_back("move " + std::to_string(from) + " " + std::to_string(to));
+  }
+  void SetColumnWidth(int column, base::Twips width) override {
+    asked.push_back("width " + std::to_string(column) + " " + std::to_string(width.Value()));
+  }
+  bool IsMarked(std::int64_t row) override { return row == marked; }
+  void Mark(std::int64_t from, std::int64_t to, bool mark) override {
+    asked.push_back((mark ? "mark " : "unmark ") + std::to_string(from) + " " + std::to_string(to));
+  }
+  std::int64_t marked = 2;
+  std::vector<std::string> asked;
+};
+
 class EveryField : public forms::Window {
  public:
   explicit EveryField(forms::WindowHost& host)
@@ -59,6 +85,11 @@ class EveryField : public forms::Window {
     Rows.SetSource(&source);
     Rows.SetColumnsOf({{"First", 0, forms::kOwnSize, {}}, {"Second", 1, forms::kOwnSize, {}}});
     Rows.Editable = true;
+    Arranged.SetSource(&source);
+    Arranged.SetColumnsOf(
+        {{"First ▲", 0, forms::kOwnSize, {}}, {"Second", 1, forms::kOwnSize, {}}});
+    Arranged.SetArranger(&arranging);
+    Arranged.OnHeading = [this](int column) { arranging.SortBy(column, false); };
     for (forms::Field* field : Fields()) Watch(*field);
     DefaultCommand = &cmOk;
     CancelCommand = &cmCancel;
@@ -87,6 +118,8 @@ class EveryField : public forms::Window {
   forms::StatusBar Bar{*this, "Bar", 2};
   forms::CellGrid Cells{*this, "Cells"};
   forms::DataGrid Rows{*this, "Rows"};
+  Arranging arranging;
+  forms::DataGrid Arranged{*this, "Arranged"};
   forms::EntryArray Entries{*this, "Entries"};
   forms::Command cmOk{*this, "cmOk", "&Ok"};
   forms::Command cmCancel{*this, "cmCancel", "Cancel"};

@@ -72,6 +72,11 @@ TEST_F(Observations, AGridIsItsRowsWithTheHeading) {
   EXPECT_THROW(PrintGrid(out, "W.Call", w.Call), recorder::Refused);
 }
 
+TEST_F(Observations, AGridMarksTheRowsThatAreMarked) {
+  PrintGrid(out, "W.Arranged", w.Arranged);
+  EXPECT_THAT(lines, ElementsAre("grid W.Arranged 3 2", "First ▲\tSecond", "a\tb", "*c\\td\t"));
+}
+
 TEST_F(Observations, AListMarksWhatIsChosen) {
   w.Band.SetListIndex(1);
   w.Many.SetSelected(0, true);

@@ -258,5 +258,26 @@ TEST_F(Operator, RowsOfAGridAreEditedAddedAndRemoved) {
   EXPECT_THROW(EditGridCell(w.Cells, 1, 0, "x"), recorder::Refused);
 }
 
+TEST_F(Operator, ATableIsArrangedByItsHeadingsWithOrWithoutTheSignOfTheirOrder) {
+  SortTable(w.Arranged, "Second", false);
+  SortTable(w.Arranged, "First", true);
+  FilterTable(w.Arranged, "First", ">1");
+  MoveTableColumn(w.Arranged, "Second", "First");
+  DrawColumn(w.Arranged, "Second", 1200);
+  EXPECT_THAT(w.arranging.asked, ElementsAre("sort 1", "sort 0 add", "filter 0 ", "filter 0 >",
+                                             "filter 0 >1", "move 1 0", "width 1 1200"));
+  EXPECT_THROW(SortTable(w.Arranged, "Third", false), recorder::Refused);
+  EXPECT_THROW(SortTable(w.Rows, "First", false), recorder::Refused);
+}
+
+TEST_F(Operator, AMarkIsSetOrTakenAway) {
+  ToggleMark(w.Arranged, 1);
+  ToggleMark(w.Arranged, 2);
+  EXPECT_THAT(w.arranging.asked, ElementsAre("mark 1 1", "unmark 2 2"));
+  EXPECT_THROW(ToggleMark(w.Arranged, 0), recorder::Refused);
+  EXPECT_THROW(ToggleMark(w.Arranged, 3), recorder::Refused);
+  EXPECT_THROW(ToggleMark(w.Cells, 1), recorder::Refused);
+}
+
 }  // namespace
 }  // namespace brenvo::drive

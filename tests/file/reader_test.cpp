@@ -42,6 +42,18 @@ TEST_F(ReaderTest, SeesWhatWasStoredWhenItWasMadeAndNothingLater) {
   EXPECT_THAT(Read(*database_.OpenReader(), "select Call from Log"), IsEmpty());
 }
 
+TEST_F(ReaderTest, ADateIsReadAsOneAndWhatIsNoneAsNothing) {
+  database_.Execute("insert into Log (DataQso,Call) values ('03/02/2001 10:15:20','I1AAA')");
+  database_.Execute("insert into Log (Call) values ('I2BBB')");
+  std::vector<std::optional<base::DateTime>> dates;
+  const auto reader = database_.OpenReader();
+  reader->ForEach("select DataQso,Call from Log order by QsoNr", [&](engine::Reader::Row& row) {
+    dates.push_back(row.Date(0));
+    return true;
+  });
+  EXPECT_THAT(dates, ElementsAre(base::DateTime::Of(2001, 2, 3, 10, 15, 20), std::nullopt));
+}
+
 TEST_F(ReaderTest, ReadsOnAnotherThreadWhileTheDatabaseIsWritten) {
   constexpr int kContacts = 300;
   database_.BeginTrans();

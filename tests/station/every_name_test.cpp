@@ -102,7 +102,7 @@ std::vector<FieldEvent> EventsOf(Field& field) {
   const Words clicks = {"click", "tick", "press", "dblclick"};
   const auto cells = [&](const Grid& grid) {
     click(clicks);
-    add(grid.OnHeading != nullptr, "heading", {"column"});
+    add(grid.OnHeading != nullptr, "heading", {"column", "sort"});
     add(grid.OnKey != nullptr, "key", {"key", "key enter", "key backspace"});
     add(grid.OnContextMenu != nullptr, "right button", {"key menu"});
   };
@@ -131,6 +131,9 @@ std::vector<FieldEvent> EventsOf(Field& field) {
         cells(grid);
         add(grid.OnBeforeEdit != nullptr || grid.OnAfterEdit != nullptr, "edit", {"edit"});
         add(grid.OnBeforeDelete != nullptr, "delete", {"remove"});
+        for (const char* verb : {"sort", "filter", "mark", "move", "width"}) {
+          add(grid.Arranger() != nullptr, verb, {verb});
+        }
       },
       [&](OneOf<CheckBox, Gauge, Label, Menu, OptionButton, OptionGroup, Panel, PictureBox,
                 RichText, Slider, StatusBar, TabStrip, ToolBar> auto&) { click(clicks); });

@@ -20,6 +20,9 @@ namespace {
 // Of a command that takes the rest of its line as one text, with or without quotes.
 constexpr std::size_t kRestOfLine = static_cast<std::size_t>(-1);
 
+// A grid's name and as many rows as a script may want.
+constexpr std::size_t kRowNumbers = 100;
+
 std::optional<std::int64_t> NumberAt(const std::vector<std::string>& words, std::size_t at) {
   if (at >= words.size()) return std::nullopt;
   return WholeNumber(words[at]);
@@ -72,6 +75,11 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
       {"click", 1, 3, &Driver::Click},
       {"dblclick", 1, 3, &Driver::DoubleClick},
       {"column", 2, 2, &Driver::Column},
+      {"sort", 2, 3, &Driver::Sort},
+      {"filter", 3, 3, &Driver::Filter},
+      {"mark", 2, kRowNumbers, &Driver::Mark},
+      {"move", 3, 3, &Driver::MoveColumn},
+      {"width", 3, 3, &Driver::Width},
       {"select", 3, 3, &Driver::Select},
       {"edit", 4, 4, &Driver::Edit},
       {"remove", 2, 2, &Driver::Remove},
@@ -278,6 +286,30 @@ void Driver::DoubleClick(const Words& words) {
 
 void Driver::Column(const Words& words) {
   ClickHeading(ReachField(words[0]), WholeNumber(words[1]));
+}
+
+void Driver::Sort(const Words& words) {
+  const bool add = words.size() == 3;
+  if (add && words[2] != "add") throw recorder::Refused{"sort knows add alone, not " + words[2]};
+  SortTable(ReachField(words[0]), words[1], add);
+}
+
+void Driver::Filter(const Words& words) {
+  FilterTable(ReachField(words[0]), words[1], words[2],
+              [this](const std::function<void()>& key) { session_->Windows.RunEvent(key); });
+}
+
+void Driver::Mark(const Words& words) {
+  forms::Field& table = ReachField(words[0]);
+  for (std::size_t i = 1; i < words.size(); ++i) ToggleMark(table, WholeNumber(words[i]));
+}
+
+void Driver::MoveColumn(const Words& words) {
+  MoveTableColumn(ReachField(words[0]), words[1], words[2]);
+}
+
+void Driver::Width(const Words& words) {
+  DrawColumn(ReachField(words[0]), words[1], WholeNumber(words[2]));
 }
 
 void Driver::Select(const Words& words) {

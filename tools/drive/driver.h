@@ -77,6 +77,11 @@ class Driver {
   void Click(const Words& words);
   void DoubleClick(const Words& words);
   void Column(const Words& words);
+  void Sort(const Words& words);
+  void Filter(const Words& words);
+  void Mark(const Words& words);
+  void MoveColumn(const Words& words);
+  void Width(const Words& words);
   void Select(const Words& words);
   void Edit(const Words& words);
   void Remove(const Words& words);

@@ -85,7 +85,8 @@ void PrintGrid(const recorder::LineSink& out, std::string_view name, Field& fiel
   const int columns = grid->Columns();
   out(fmt::format("grid {} {} {}", name, rows, columns));
   for (std::int64_t row = 0; row < rows; ++row) {
-    std::string line;
+    const bool marked = row > 0 && grid->Arranger() != nullptr && grid->Arranger()->IsMarked(row);
+    std::string line = marked ? "*" : "";
     for (int column = 0; column < columns; ++column) {
       if (column > 0) line += '\t';
       line += recorder::Escaped(grid->Cell(row, column));

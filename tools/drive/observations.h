@@ -22,7 +22,8 @@ bool PrintProperty(const recorder::LineSink& out, std::string_view name,
                    const forms::Window& window, std::string_view property);
 // `enabled W.F yes`, or `no`.
 void PrintEnabled(const recorder::LineSink& out, std::string_view name, const forms::Field& field);
-// `grid W.G R C`, then R lines of C cells with tabs between, the heading first.
+// `grid W.G R C`, then R lines of C cells with tabs between, the heading first, "*" before a row
+// that is marked.
 void PrintGrid(const recorder::LineSink& out, std::string_view name, forms::Field& field);
 // `list W.F N`, then N lines of a text, "*" before those that are chosen or checked.
 void PrintList(const recorder::LineSink& out, std::string_view name, forms::Field& field);

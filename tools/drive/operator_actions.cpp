@@ -227,6 +227,76 @@ void ClickHeading(Field& field, std::int64_t column) {
   grid.ClickCell(0, Index(field, column, grid.Columns(), "column"));
 }
 
+namespace {
+
+struct Arranged {
+  Grid& grid;
+  GridArranger& arranger;
+};
+
+Arranged ArrangedOf(Field& field) {
+  auto& grid = As<Grid>(field, "grid");
+  WantEnabled(field);
+  if (grid.Arranger() == nullptr) Refuse(field, "is no table that is arranged");
+  return {grid, *grid.Arranger()};
+}
+
+int ColumnOf(Grid& grid, std::string_view heading) {
+  for (int column = 0; column < grid.Columns(); ++column) {
+    const std::string cell = grid.Cell(0, column);
+    if (cell.substr(0, std::min(cell.find(" ▲"), cell.find(" ▼"))) == heading) return column;
+  }
+  Refuse(grid, "has no column \"" + std::string(heading) + '"');
+}
+
+}  // namespace
+
+void SortTable(Field& field, std::string_view heading, bool add) {
+  const auto [grid, arranger] = ArrangedOf(field);
+  const int column = ColumnOf(grid, heading);
+  if (add) {
+    arranger.SortBy(column, true);
+  } else {
+    grid.ClickCell(0, column);
+  }
+}
+
+void FilterTable(Field& field, std::string_view heading, std::string_view text,
+                 const std::function<void(const std::function<void()>&)>& runEvent) {
+  const auto [grid, arranger] = ArrangedOf(field);
+  const int column = ColumnOf(grid, heading);
+  const auto write = [&, &table = arranger](const std::u32string& written) {
+    const std::string now = base::FromCharacters(written);
+    if (runEvent) {
+      runEvent([&] { table.SetFilterText(column, now); });
+    } else {
+      table.SetFilterText(column, now);
+    }
+  };
+  std::u32string written;
+  write(written);
+  for (const char32_t key : base::Characters(text)) write(written += key);
+}
+
+void MoveTableColumn(Field& field, std::string_view heading, std::string_view where) {
+  const auto [grid, arranger] = ArrangedOf(field);
+  arranger.MoveColumn(ColumnOf(grid, heading), ColumnOf(grid, where));
+}
+
+void DrawColumn(Field& field, std::string_view heading, std::int64_t twips) {
+  constexpr std::int64_t kWidest = 1000000;
+  const auto [grid, arranger] = ArrangedOf(field);
+  arranger.SetColumnWidth(ColumnOf(grid, heading),
+                          base::Twips(Index(field, twips, kWidest, "column of width")));
+}
+
+void ToggleMark(Field& field, std::int64_t row) {
+  const auto [grid, arranger] = ArrangedOf(field);
+  if (row == 0) Refuse(field, "keeps its heading");
+  Index(field, row, grid.Rows(), "row");
+  arranger.Mark(row, row, !arranger.IsMarked(row));
+}
+
 void Tick(Field& field, std::string_view state) {
   WantEnabled(field);
   VisitField(

@@ -30,6 +30,16 @@ void ClickAt(forms::Field& field, std::optional<std::int64_t> n, std::optional<s
 void DoubleClickAt(forms::Field& field, std::optional<std::int64_t> n,
                    std::optional<std::int64_t> m);
 void ClickHeading(forms::Field& field, std::int64_t column);
+// On a table that the operator arranges (forms::GridArranger), a column by its heading, with or
+// without the sign of its order: a click on the heading, with Shift for `add`; a filter under it,
+// emptied, then typed as by TypeText; the column put where another one stands, drawn to twips. The
+// mark of a row is set, or taken away.
+void SortTable(forms::Field& field, std::string_view heading, bool add);
+void FilterTable(forms::Field& field, std::string_view heading, std::string_view text,
+                 const std::function<void(const std::function<void()>&)>& runEvent = {});
+void MoveTableColumn(forms::Field& field, std::string_view heading, std::string_view where);
+void DrawColumn(forms::Field& field, std::string_view heading, std::int64_t twips);
+void ToggleMark(forms::Field& field, std::int64_t row);
 // A check box, option or toggle; pressed until it shows `state`, not at all when it does already.
 void Tick(forms::Field& field, std::string_view state);
 void TickEntry(forms::Field& field, std::int64_t entry, std::string_view state);

@@ -156,6 +156,21 @@ forms::Window* PastWorks(core::Session& session) {
   return window;
 }
 
+// The list, sorted and filtered, some of its contacts marked; and a dialog of its own.
+forms::Window* List(core::Session& session, std::string_view command) {
+  forms::Window& window = *Open(session, "Elenco");
+  auto& table = FieldOf<forms::DataGrid>(window, "Tabella");
+  forms::GridArranger& arranger = *table.Arranger();
+  arranger.SetFilterText(2, "m");
+  arranger.SortBy(2, false);
+  arranger.Mark(3, 6, true);
+  arranger.Mark(9, 9, true);
+  table.SetCurrent(4, 2);
+  if (command.empty()) return &window;
+  Press(window, command);
+  return nullptr;
+}
+
 // A log in local time with contacts in the hours in which the clocks were changed.
 forms::Window* LogInLocalTime(core::Session& session) {
   core::StoreLogTime(session, core::LogTime::kLocal);
@@ -200,6 +215,11 @@ std::vector<Picture> AllPictures() {
       With("LogForm", last),
       With(
           "LogForm", [](forms::Window& window) { Press(window, "cmVista"); }, "LogForm-griglia"),
+      {"Elenco", [](core::Session& session) { return List(session, ""); }},
+      {"Colonne", [](core::Session& session) { return List(session, "cmColonne"); }, "Colonne"},
+      {"CambiaColonna", [](core::Session& session) { return List(session, "cmCambia"); },
+       "CambiaColonna"},
+      {"ContaQso", [](core::Session& session) { return List(session, "cmConta"); }, "ContaQso"},
       DialogOf("LogForm", "cmSearch", "LogSearch"),
       With("OldQsoForm",
            [](forms::Window& window) {

@@ -34,4 +34,7 @@ struct CsvTable {
 // read is an error too.
 [[nodiscard]] CsvTable ReadCsv(const std::filesystem::path& file);
 
+// A row as a line of such a text, with CR LF at its end: ParseCsv gives the cells back.
+[[nodiscard]] std::string CsvLine(const std::vector<std::string>& cells);
+
 }  // namespace brenvo::base

@@ -64,6 +64,11 @@ struct OpenWindows {
   bool HrdModeOpen() const { return HrdMode != nullptr; }
 };
 
+// What stands in the fields of the log while a contact is typed or shown.
+struct TypedCall {
+  std::string_view call, locator;
+};
+
 // Whoever runs the map viewer on a request, an overlay's word and the time; the same request again
 // is none.
 class MapDoor {
@@ -110,6 +115,8 @@ class Session {
   std::function<void()> BringUpToDate;
   // Before the tables are closed, and when they are open again after that.
   forms::Signal<> Closing, Reopened;
+
+  forms::Signal<const TypedCall&> CallTyped;
 
   // The directory of the database and of all delivered files.
   std::filesystem::path AppPath;

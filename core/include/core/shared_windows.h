@@ -15,6 +15,7 @@ class LogWindow : public forms::Window {
  public:
   using forms::Window::Window;
   forms::Label Query{*this, "Query"};
+  virtual std::string ShownCall() const = 0;
   // The SELECT of the contacts that it shows.
   std::string Selection;
 

@@ -25,7 +25,8 @@ struct BandProfile {
 std::optional<BandProfile> FindBandProfile(Session& session, std::string_view band);
 
 // The report that a mode begins with: the profile's where it is the profile's mode of that band,
-// else 59 for a voice, 599 where the tone counts, and nothing for a mode whose reports are measured.
+// else 59 for a voice, 599 where the tone counts, and nothing for a mode whose reports are
+// measured.
 std::string UsualReport(std::string_view mode, const std::optional<BandProfile>& profile);
 
 }  // namespace brenvo::core

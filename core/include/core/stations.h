@@ -14,10 +14,10 @@ namespace brenvo::core {
 
 // Empty where it is not known; the rig and the antenna then are the band's of the profile.
 struct StationRow {
-  std::int64_t Stazione = 0;  // the number, given when it is stored
-  std::string Nome{}, Tipo{};     // Tipo is one of kStationKinds
+  std::int64_t Stazione = 0;   // the number, given when it is stored
+  std::string Nome{}, Tipo{};  // Tipo is one of kStationKinds
   std::string Call{}, Operatore{}, Locator{}, Provincia{}, Country{}, RTX{}, Antenna{};
-  double Altezza = 0;                     // metres above the sea
+  double Altezza = 0;                         // metres above the sea
   std::optional<base::DateTime> Dal{}, Al{};  // the first and the last day
   friend bool operator==(const StationRow&, const StationRow&) = default;
 };

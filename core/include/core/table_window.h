@@ -10,48 +10,13 @@
 #include <vector>
 
 #include "core/session.h"
+#include "core/table_rows.h"
 #include "forms/command.h"
-#include "forms/grid.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
 #include "forms/window.h"
 
 namespace brenvo::core {
-
-// What a table shows. Rows count from 0, and each has a key that it keeps while others come and go.
-class TableRows : public forms::GridRows {
- public:
-  // Shows the rows alone in which each of the words stands somewhere; all rows for no word.
-  virtual void Search(std::string_view words) = 0;
-  virtual std::int64_t KeyAt(std::int64_t row) = 0;
-  // Nothing for a row that is not shown.
-  virtual std::optional<std::int64_t> RowOf(std::int64_t key) = 0;
-
-  // The cells are only read.
-  void SetCellText(std::int64_t, std::size_t, std::string_view) override {}
-  void AddRow(std::size_t, std::string_view) override {}
-  void DeleteRow(std::int64_t) override {}
-};
-
-// Rows in memory. A row's key is its place among all of them. Case and accents do not count in a
-// search.
-class MemoryRows : public TableRows {
- public:
-  using Row = std::vector<std::string>;  // a text a column
-  // All of them are shown until the next search.
-  void SetRows(std::vector<Row> rows);
-  std::size_t CountOfAll() const { return rows_.size(); }
-
-  void Search(std::string_view words) override;
-  std::int64_t KeyAt(std::int64_t row) override;
-  std::optional<std::int64_t> RowOf(std::int64_t key) override;
-  std::int64_t RowCount() override { return static_cast<std::int64_t>(shown_.size()); }
-  std::string CellText(std::int64_t row, std::size_t field) override;
-
- private:
-  std::vector<Row> rows_;
-  std::vector<std::size_t> shown_;
-};
 
 class TableGrid;
 
@@ -89,16 +54,25 @@ class TableWindow : public forms::Window {
   void ShowCommands(std::initializer_list<forms::MenuItem> own);
   // The rows, which live as long as the window; a column a heading, in the order of their texts.
   void ShowTable(TableRows& rows, std::initializer_list<std::string_view> headings);
+  void ShowTable(TableRows& rows, std::vector<forms::DataGrid::ColumnOf> columns);
   // The rows, or what a filter lets through, are others than before: searches them again and puts
   // the mark on the row of that key, or on the first one where that is gone.
   void ShowRows(std::optional<std::int64_t> key);
   // The key of the row that is marked; nothing while none is.
   std::optional<std::int64_t> ChosenKey();
+  // What the rows are asked for.
+  virtual Arrangement Wanted() { return {.words = Cerca.Text()}; }
+  // The rows stand as they were asked to, or are still at it.
+  virtual void RowsArranged(bool /*done*/) {}
   void Say(std::string_view what) { Avviso.SetText(what); }
   // Another row is marked.
   virtual void RowChosen() {}
   // A key on the table that is not Enter: true when it has done its work.
   virtual bool TableKey(char32_t) { return false; }
+
+  // Null before there are any.
+  TableRows* Rows() const { return rows_; }
+  TableGrid& Table() const { return *table_; }
 
   Session& session_;
 

@@ -4,7 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string_view>
+
+#include "base/date.h"
 
 namespace brenvo::engine {
 
@@ -23,6 +26,8 @@ class Reader {
     virtual bool Bool(std::size_t column) = 0;
     // As Value::Integer.
     virtual std::int64_t Integer(std::size_t column) = 0;
+    // As Value::ReadableDate; nothing for Null.
+    virtual std::optional<base::DateTime> Date(std::size_t column) = 0;
 
    protected:
     ~Row() = default;

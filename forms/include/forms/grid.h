@@ -20,6 +20,29 @@ constexpr base::Twips kOwnSize(-1);
 
 enum class CellAlignment { kLeft, kCentre, kRight };
 
+// What an operator may do with the rows and columns of a grid that has somebody to arrange them.
+// Columns count from 0 as the grid shows them, rows from 1.
+class GridArranger {
+ public:
+  // A click on a heading; `add` keeps the order by the other headings before it.
+  virtual void SortBy(int column, bool add) = 0;
+  // The line under the headings: what is written there, what may be, and why that is not
+  // understood; empty when it is.
+  virtual std::string FilterText(int column) = 0;
+  virtual void SetFilterText(int column, std::string_view text) = 0;
+  virtual std::string FilterHint(int column) = 0;
+  virtual std::string FilterFault(int column) = 0;
+  // Puts a column where another one stands.
+  virtual void MoveColumn(int from, int to) = 0;
+  virtual void SetColumnWidth(int column, base::Twips width) = 0;
+  virtual bool IsMarked(std::int64_t row) = 0;
+  // All rows from the one to the other.
+  virtual void Mark(std::int64_t from, std::int64_t to, bool mark) = 0;
+
+ protected:
+  ~GridArranger() = default;
+};
+
 // Row 0 is the heading, column 0 the first column. What a screen needs to show any grid, and what
 // an operator can do to it.
 class Grid : public Field {
@@ -36,6 +59,8 @@ class Grid : public Field {
   // 0 hides a column, negative leaves it to the screen.
   virtual base::Twips ColumnWidth(int column);
   virtual base::Twips RowHeight(std::int64_t row);
+  // Null where nobody arranges it.
+  virtual GridArranger* Arranger() { return nullptr; }
 
   std::int64_t Row() const { return row_; }
   int Column() const { return column_; }
@@ -137,6 +162,10 @@ class DataGrid : public Grid {
   void SetSource(GridRows* rows) { source_ = rows; }
   void SetColumnsOf(std::vector<ColumnOf> columns);
   const std::vector<ColumnOf>& ColumnsOf() const { return columns_; }
+  // Who arranges it lives as long as the grid. A marked row shows in a colour of its own.
+  void SetArranger(GridArranger* arranger) { arranger_ = arranger; }
+  GridArranger* Arranger() override { return arranger_; }
+  base::Colour BackColour(std::int64_t row, int column) override;
 
   std::int64_t Rows() override;
   int Columns() override { return static_cast<int>(columns_.size()); }
@@ -152,6 +181,7 @@ class DataGrid : public Grid {
 
  private:
   GridRows* source_ = nullptr;
+  GridArranger* arranger_ = nullptr;
   std::vector<ColumnOf> columns_;
 };
 

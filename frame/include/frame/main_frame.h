@@ -137,13 +137,13 @@ class MainFrame : public forms::Window, public core::MapDoor {
                           {.shortcut = "Ctrl+Shift+T", .run = [this] { OpenSingle("WWConv"); }}};
 
   forms::Menu menuUtility{
-      *this,
-      "menu4",
-      "&Utility",
-      {&Propagazione, &cmLoadDesktop,   &cmSaveDesktop,      &cmPrefissi,    &cmCountry,
-       &cmProvincie,  &cmNoteHelp,      &cmUtente,           &cmCompatta,    &cmAssegnaPrefissi,
-       &cmAzzeraLog,  &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
-       &cmPreferenze, &cmOraDelLog,     &cmConvertiOra,      &cmStazioni,    &cmStoria}};
+      *this, "menu4", "&Utility", {&Propagazione,       &cmLoadDesktop, &cmSaveDesktop,
+                                   &cmPrefissi,         &cmCountry,     &cmProvincie,
+                                   &cmNoteHelp,         &cmUtente,      &cmCompatta,
+                                   &cmAssegnaPrefissi,  &cmAzzeraLog,   &cmAzzeraContest,
+                                   &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
+                                   &cmPreferenze,       &cmOraDelLog,   &cmConvertiOra,
+                                   &cmStazioni,         &cmStoria,      &cmElenco}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -194,6 +194,9 @@ class MainFrame : public forms::Window, public core::MapDoor {
                           "cmStoria",
                           "Storia...",
                           {.shortcut = "Ctrl+Shift+Z", .run = [this] { OpenSingle("Storia"); }}};
+  forms::Command cmElenco{*this, "cmElenco", "Elenco...", {.shortcut = "Ctrl+E", .run = [this] {
+                                                             OpenSingle("Elenco");
+                                                           }}};
   forms::Command cmOraDelLog{
       *this, "cmOraDelLog", "Ora del log...", {.run = [this] { OpenModal("OraDelLog"); }}};
   forms::Command cmConvertiOra{*this, "cmConvertiOra", "Converti ora...", {.run = [this] {

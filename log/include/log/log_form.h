@@ -31,6 +31,7 @@ class LogForm : public core::LogWindow {
 
   void Load() override;
   void Resize() override;
+  std::string ShownCall() const override { return CallQso.Text(); }
   void Unload() override;
 
   // The contact. Each field maps to the column of Log of the same name, CallQso to Call, and

@@ -55,7 +55,6 @@ class Keeper {
   struct Kept;
   struct Job;
 
-  void LoadRules();
   void Heard(const core::ContactsChanged& announced);
   void Count(const core::OneContact& change);
   bool Apply(const core::OneContact& change);
