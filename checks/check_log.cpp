@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <string_view>
 
 #include "base/text.h"
@@ -31,26 +30,10 @@ enum Column : std::size_t {
   kQslRicevuta
 };
 
-int DigitsAt(std::string_view text, std::size_t at, std::size_t count) {
-  int number = 0;
-  if (at + count <= text.size()) {
-    std::from_chars(text.data() + at, text.data() + at + count, number);
-  }
-  return number;
-}
-
-// "dd/mm/yyyy" and the time behind it, as the store gives a date; day zero for any other text. A
-// million of them are read.
-base::DateTime DateOf(std::string_view text) {
-  if (text.size() < 10 || text[2] != '/' || text[5] != '/') return {};
-  return base::DateTime::Of(DigitsAt(text, 6, 4), DigitsAt(text, 3, 2), DigitsAt(text, 0, 2),
-                            DigitsAt(text, 11, 2), DigitsAt(text, 14, 2), DigitsAt(text, 17, 2));
-}
-
 void SeeRow(engine::Reader::Row& row, LogCheck& check) {
   CheckedContact contact;
   contact.qsoNr = row.Integer(kQsoNr);
-  contact.DataQso = DateOf(row.Text(kDataQso));
+  contact.DataQso = row.Date(kDataQso).value_or(base::DateTime());
   contact.Call = row.Text(kCall);
   contact.Qra = row.Text(kQra);
   contact.Qth = row.Text(kQth);
