@@ -12,6 +12,7 @@
 #include "core/log_time.h"
 #include "core/places.h"
 #include "core/prefix.h"
+#include "core/shared_windows.h"
 #include "core/station_notes.h"
 #include "core/texts.h"
 #include "earlier_contacts.h"
@@ -180,7 +181,9 @@ void Corrispondente::Show(const Answer& answer) {
   Nomi.SetText(TextsOf(answer.contacts, &EarlierContact::qra));
   Luoghi.SetText(TextsOf(answer.contacts, &EarlierContact::qth));
   Locatori.SetText(LocatorsOf(answer.contacts));
-  Nota.SetText(core::StationNote(session_.Db, answer.call));
+  // What is being written about a station stays while its contacts are stored.
+  if (answer.call != noted_) Nota.SetText(core::StationNote(session_.Db, answer.call));
+  noted_ = answer.call;
   ShowPlace(PlaceOf(answer));
   ShowRows(std::nullopt);
   if (answer.call.empty()) {

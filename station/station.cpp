@@ -25,6 +25,7 @@
 #include "list/cambia_colonna.h"
 #include "list/conta_qso.h"
 #include "list/elenco.h"
+#include "log/corrispondente.h"
 #include "log/log_form.h"
 #include "log/log_search.h"
 #include "log/old_qso.h"
@@ -65,6 +66,7 @@ void KnowWindows(core::Session& session) {
   Know<list::ContaQso>(session, "ContaQso");
   Know<tables::Stazioni>(session, "Stazioni");
   Know<history::Storia>(session, "Storia");
+  Know<log::Corrispondente>(session, "Corrispondente");
   Know<upkeep::OraDelLog>(session, "OraDelLog");
   Know<upkeep::ConvertiOra>(session, "ConvertiOra");
   Know<log::LogForm>(session, "LogForm");

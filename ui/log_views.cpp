@@ -38,16 +38,23 @@ Piece LogSearchView() {
 
 Piece OldQsoView() { return Either("PanelGriglia", Column({Item("DataGrid1")}), Column({})); }
 
+Piece StationPageView() {
+  return TableView({Item("CallQso")},
+                   Column({Item("Matrice"),
+                           Form({Line({Wide(Item("Nomi")), Wide(Item("Luoghi"))}),
+                                 Line({Wide(Item("Locatori"))}), Line({Wide(Item("Direzione"))}),
+                                 Line({Wide(Item("Sole"))}), Line({Wide(Item("Nota"))})})}));
+}
+
 Piece HistoryView() { return TableView({}, Column({Item("Contatti"), Item("Cambiamenti")})); }
 
 }  // namespace
 
 const std::vector<View>& LogViews() {
-  static const std::vector<View> kViews = {{"LogForm", LogFormView},
-                                           {"LogSearch", LogSearchView, "CallQso"},
-                                           {"OldQsoForm", OldQsoView},
-                                           {"OldQsoLocator", OldQsoView},
-                                           {"Storia", HistoryView}};
+  static const std::vector<View> kViews = {
+      {"LogForm", LogFormView},   {"LogSearch", LogSearchView, "CallQso"},
+      {"OldQsoForm", OldQsoView}, {"OldQsoLocator", OldQsoView},
+      {"Storia", HistoryView},    {"Corrispondente", StationPageView}};
   return kViews;
 }
 

@@ -90,7 +90,7 @@ class Photographer {
     session_.Handed.QueryText =
         picture.selection.empty() ? "WHERE Banda='  6 m'" : picture.selection;
     session_.Windows.RunEvent([&] { window = picture.open(session_); });
-    Settle(250);
+    Settle(400);
     if (window != nullptr && session_.Windows.IsLoaded(window)) {
       Keep(platform_.Screen().FramePictureOf(*window));
     }

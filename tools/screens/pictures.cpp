@@ -10,6 +10,7 @@
 #include "core/log_time.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
+#include "core/station_notes.h"
 #include "core/station_profile.h"
 #include "core/stations.h"
 #include "file/database_file.h"
@@ -156,6 +157,17 @@ forms::Window* PastWorks(core::Session& session) {
   return window;
 }
 
+// The page of a station that was met more than once.
+forms::Window* StationsPage(core::Session& session) {
+  const auto often = session.Db.OpenSnapshot(
+      "select Call,Count(*) from Log where Locator<>'' group by Call order by Count(*) desc");
+  const std::string call = often->Field(std::size_t{0}).Text();
+  core::StoreStationNote(session.Db, call, "Antenna nuova in primavera: chiedere com'è andata");
+  forms::Window* const window = Open(session, "Corrispondente");
+  Put(*window, "CallQso", call);
+  return window;
+}
+
 // The list, sorted and filtered, some of its contacts marked; and a dialog of its own.
 forms::Window* List(core::Session& session, std::string_view command) {
   forms::Window& window = *Open(session, "Elenco");
@@ -216,6 +228,7 @@ std::vector<Picture> AllPictures() {
       With(
           "LogForm", [](forms::Window& window) { Press(window, "cmVista"); }, "LogForm-griglia"),
       {"Elenco", [](core::Session& session) { return List(session, ""); }},
+      {"Corrispondente", StationsPage},
       {"Colonne", [](core::Session& session) { return List(session, "cmColonne"); }, "Colonne"},
       {"CambiaColonna", [](core::Session& session) { return List(session, "cmCambia"); },
        "CambiaColonna"},

@@ -23,6 +23,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"OldQsoForm", 130},
     {"OldQsoLocator", 140},
     {"Elenco", 150},
+    {"Corrispondente", 160},
     {"Colonne", 150},
     {"CambiaColonna", 155},
     {"ContaQso", 158},

@@ -62,7 +62,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
       "menu0",
       "&Statistiche",
       {&cmSField, &cmSQuare, &cmSPrefissi, &cmContinenti, &cmZone, &cmSCountry, &cmSProvincie,
-       &cmSNote, &cmHrd, &cmHrdMode, &cmOldQso, &cmOldQsoLocator}};
+       &cmSNote, &cmHrd, &cmHrdMode, &cmOldQso, &cmOldQsoLocator, &cmCorrispondente}};
   forms::Command cmSField{
       *this, "cmSField", "&Field", {.run = [this] { OpenSelected("SField", "FIELD"); }}};
   forms::Command cmSQuare{
@@ -98,6 +98,10 @@ class MainFrame : public forms::Window, public core::MapDoor {
       *this, "cmOldQsoLocator", "Old Qso con Locator", {.shortcut = "Ctrl+Shift+O", .run = [this] {
                                                           OpenSingle("OldQsoLocator");
                                                         }}};
+  forms::Command cmCorrispondente{
+      *this, "cmCorrispondente", "Corrispondente...", {.shortcut = "Ctrl+I", .run = [this] {
+                                                         OpenSingle("Corrispondente");
+                                                       }}};
 
   forms::Menu menuQsl{*this, "menu1", "&Qsl", {&cmQslStampa, &cmQslAggiorna}};
   forms::Command cmQslStampa{

@@ -69,6 +69,7 @@ class Corrispondente : public core::TableWindow {
   std::shared_ptr<Answer> asked_;  // what is being asked; null for nothing
   std::unique_ptr<platform::BackgroundWork> work_;
   std::string call_;                 // the base call that is shown or asked for
+  std::string noted_;                // whose note is shown
   std::string typed_;                // the locator that the log's entry shows
   std::vector<std::int64_t> qsoNr_;  // of each row, at its key
   core::MemoryRows rows_, bands_;
