@@ -27,7 +27,9 @@ class ScratchStationDirectory : public ScratchDirectory {
   ScratchStationDirectory() {
     LeaveFilesUnsynced();
     std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb", Path() / "Brenvo.mdb");
-    std::filesystem::copy_file(SourceDir() / "data/rules/Lavorati.csv", Path() / "Lavorati.csv");
+    for (const char* rules : {"Lavorati.csv", "Estensioni.csv"}) {
+      std::filesystem::copy_file(SourceDir() / "data/rules" / rules, Path() / rules);
+    }
   }
 };
 
