@@ -12,8 +12,11 @@
 #include <QTabBar>
 #include <QTableView>
 
+#include "core/preferences.h"
+#include "core/texts.h"
 #include "forms/choice_fields.h"
 #include "forms/command.h"
+#include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
 #include "station/station.h"
@@ -120,6 +123,79 @@ TEST_F(StationScreen, TheKeyThatTakesBackTakesTheLastContactBackWhileOneTypes) {
   // What was typed stays, to be corrected and stored again.
   EXPECT_EQ(Outer("LogForm").findChild<QLineEdit*>("CallQso")->text(), "IK1ABC");
   EXPECT_EQ(Outer("LogForm").findChild<QLabel*>("Avviso")->text(), "Ripreso: Nuovo qso (1 Qso)");
+}
+
+TEST_F(StationScreen, WithAllThatSavesKeysAKnownStationCostsItsCallAndOneKey) {
+  for (const core::Choice* choice : core::AllChoices()) {
+    if (choice->section == "Log") EXPECT_EQ(session.Choices.Set(*choice, "Sì"), "");
+  }
+  ASSERT_NE(Open("LogForm"), nullptr);
+  int keys = 0;
+  const auto press = [&](int key) {
+    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key));
+    QTest::qWait(1);
+    ++keys;
+  };
+  const auto type = [&](const char* text) {
+    for (const char* at = text; *at != 0; ++at) {
+      QTest::keyClick(QApplication::focusWidget(), *at);
+      ++keys;
+    }
+    QTest::qWait(1);
+  };
+  const auto focus = [] { return QApplication::focusWidget()->objectName(); };
+  // The first contact pays for the band and the locator, once.
+  press(Qt::Key_F5);
+  type("dl1abc");
+  press(Qt::Key_Return);
+  ASSERT_EQ(focus(), "Banda");
+  session.Windows.RunEvent([&] {
+    static_cast<forms::ListField*>(session.Windows.Find("LogForm")->FindField("Banda"))
+        ->SetText("  2 m");
+  });
+  press(Qt::Key_Return);
+  ASSERT_EQ(focus(), "Locator");
+  type("jo31aa");
+  press(Qt::Key_Return);
+  ASSERT_EQ(focus(), "CallQso");
+  keys = 0;
+  type("dl1abc");
+  press(Qt::Key_Return);
+  EXPECT_EQ(keys, 7);
+  const auto stored = session.Db.OpenSnapshot(
+      "SELECT Call,Banda,Modo,QrkDato,QrkRicevuto,Locator FROM Log ORDER BY QsoNr DESC");
+  EXPECT_EQ(stored->RecordCount(), 2);
+  EXPECT_EQ(core::Joined({stored->Field(std::size_t{0}).Text(), stored->Field(1).Text(),
+                          stored->Field(2).Text(), stored->Field(3).Text(), stored->Field(4).Text(),
+                          stored->Field(5).Text()}),
+            "DL1ABC  2 m  SSB  59  59  JO31AA");
+  EXPECT_EQ(focus(), "CallQso");
+  EXPECT_EQ(Outer("LogForm").findChild<QLineEdit*>("CallQso")->text(), "");
+  EXPECT_EQ(Outer("LogForm").findChild<QLabel*>("Avviso")->text(),
+            "Qso inserito: DL1ABC  2 m  SSB");
+}
+
+TEST_F(StationScreen, AStatusWordBearsItsSignAndIsPaleOnAnotherBand) {
+  ASSERT_NE(Open("LogForm"), nullptr);
+  QTest::keyClicks(QApplication::focusWidget(), "ik1abc");
+  QTest::qWait(1);
+  auto* const word = Outer("LogForm").findChild<QLabel*>("StatusBar1_2");
+  auto* const sign = Outer("LogForm").findChild<QLabel*>("StatusBar1_2_segno");
+  EXPECT_EQ(word->text(), "New Call");
+  EXPECT_FALSE(word->font().bold());
+  EXPECT_EQ(word->toolTip(), "Nessuna banda scelta: vale per i Qso senza banda");
+  const auto signs = [&] { return sign->pixmap(Qt::ReturnByValue).toImage(); };
+  EXPECT_TRUE(sign->isVisible());
+  const QImage pale = signs();
+  session.Windows.RunEvent([&] {
+    static_cast<forms::ListField*>(session.Windows.Find("LogForm")->FindField("Banda"))
+        ->SetText("  2 m");
+  });
+  QTest::keyClicks(QApplication::focusWidget(), "d");
+  QTest::qWait(1);
+  EXPECT_TRUE(word->font().bold());
+  EXPECT_EQ(word->toolTip(), "Vale per 2 m");
+  EXPECT_NE(signs(), pale);
 }
 
 TEST_F(StationScreen, TheKeyboardFollowsTheLogIntoItsGridAndBack) {
