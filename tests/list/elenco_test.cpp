@@ -132,6 +132,7 @@ TEST_F(ElencoTest, RowsAreReadWhenTheyAreSeenAndTheNewestByTheirIndex) {
     }
     return session.Db.Counters().rowsStepped - before;
   };
+  screen(100);  // opens the table
   EXPECT_EQ(screen(300), 40);
   EXPECT_EQ(screen(300), 0);
   EXPECT_EQ(
