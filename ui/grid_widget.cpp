@@ -30,6 +30,8 @@ constexpr int kMeasuredRows = 60;
 constexpr int kNarrowest = 48, kWidestMeasured = 320;
 // A column of short texts, a code or a number, is never given too little room for them.
 constexpr int kWidestShort = 96;
+// By a seventh.
+constexpr int kBoldIsWider = 7;
 
 class Table : public QTableView {
  public:
@@ -261,6 +263,8 @@ class Table : public QTableView {
   // In twips for letters of the usual height, so that it fits larger ones too.
   void KeepWidth(int column, int pixels) {
     if (arranged_ == nullptr) return;
+    // The last one takes the room that is left.
+    if (column == model_->columnCount() - 1 && horizontalHeader()->stretchLastSection()) return;
     const base::Twips width = base::Twips::FromPixels(qRound(pixels / Larger()));
     context_.Run([&] { grid_.Arranger()->SetColumnWidth(column, width); });
   }
@@ -312,8 +316,16 @@ class Table : public QTableView {
         setColumnWidth(column, ColumnPixels(given));
         continue;
       }
-      const int heading = horizontalHeader()->sectionSizeHint(column);
-      const int content = sizeHintForColumn(column) + 6;
+      int heading = horizontalHeader()->sectionSizeHint(column);
+      int content = sizeHintForColumn(column) + 6;
+      if (arranged_ != nullptr) {  // the sign of an order, and the bold letters of a marked row
+        const QString words =
+            model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        if (!words.contains(QStringLiteral(" ▲")) && !words.contains(QStringLiteral(" ▼"))) {
+          heading += fontMetrics().horizontalAdvance(QStringLiteral(" ▼2"));
+        }
+        content += content / kBoldIsWider;
+      }
       const int wanted = given > base::Twips(0)
                              ? std::max(ColumnPixels(given), std::min(content, WidestShort()))
                              : std::clamp(content, kNarrowest, kWidestMeasured);
@@ -321,7 +333,6 @@ class Table : public QTableView {
         setColumnWidth(column, width);
       }
     }
-    if (arranged_ != nullptr) return;  // what the operator draws stays as he draws it
     horizontalHeader()->setStretchLastSection(last >= 0 && told[static_cast<std::size_t>(last)] <
                                                                base::Twips(0));
   }
