@@ -64,7 +64,8 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"OraDelLog", 792},
     {"ConvertiOra", 794},
     {"Stazioni", 796},
-    {"Storia", 798}};
+    {"Storia", 798},
+    {"VerificaLog", 799}};
 
 // The first page for a window without one.
 constexpr int HelpTopicOf(std::string_view window) {

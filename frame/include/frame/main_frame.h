@@ -141,13 +141,14 @@ class MainFrame : public forms::Window, public core::MapDoor {
                           {.shortcut = "Ctrl+Shift+T", .run = [this] { OpenSingle("WWConv"); }}};
 
   forms::Menu menuUtility{
-      *this, "menu4", "&Utility", {&Propagazione,       &cmLoadDesktop, &cmSaveDesktop,
-                                   &cmPrefissi,         &cmCountry,     &cmProvincie,
-                                   &cmNoteHelp,         &cmUtente,      &cmCompatta,
-                                   &cmAssegnaPrefissi,  &cmAzzeraLog,   &cmAzzeraContest,
-                                   &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
-                                   &cmPreferenze,       &cmOraDelLog,   &cmConvertiOra,
-                                   &cmStazioni,         &cmStoria,      &cmElenco}};
+      *this,
+      "menu4",
+      "&Utility",
+      {&Propagazione, &cmLoadDesktop,   &cmSaveDesktop,      &cmPrefissi,    &cmCountry,
+       &cmProvincie,  &cmNoteHelp,      &cmUtente,           &cmCompatta,    &cmAssegnaPrefissi,
+       &cmAzzeraLog,  &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
+       &cmPreferenze, &cmOraDelLog,     &cmConvertiOra,      &cmStazioni,    &cmStoria,
+       &cmElenco,     &cmVerificaLog}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -201,6 +202,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::Command cmElenco{*this, "cmElenco", "Elenco...", {.shortcut = "Ctrl+E", .run = [this] {
                                                              OpenSingle("Elenco");
                                                            }}};
+  forms::Command cmVerificaLog{
+      *this, "cmVerificaLog", "Verifica log...", {.run = [this] { OpenSingle("VerificaLog"); }}};
   forms::Command cmOraDelLog{
       *this, "cmOraDelLog", "Ora del log...", {.run = [this] { OpenModal("OraDelLog"); }}};
   forms::Command cmConvertiOra{*this, "cmConvertiOra", "Converti ora...", {.run = [this] {
