@@ -12,23 +12,12 @@
 #include "base/text.h"
 #include "core/log_time.h"
 #include "core/prefix.h"
+#include "worked/load_rules.h"
 
 namespace brenvo::checks {
 namespace {
 
 constexpr double kKhzPerMhz = 1000;
-
-std::shared_ptr<const worked::Rules> RulesOf(core::Session& session) {
-  const auto ours = session.File(worked::kDeliveredRules), own = session.File(worked::kOwnRules);
-  for (const auto& each : {own, std::filesystem::path()}) {
-    try {
-      return std::make_shared<const worked::Rules>(worked::ReadRules(ours, each));
-    } catch (const std::runtime_error&) {
-      // The main frame tells this at the start.
-    }
-  }
-  return std::make_shared<const worked::Rules>();
-}
 
 void ReadExtents(core::Session& session, CheckFacts& facts) {
   std::ifstream file(session.File(kExtentsFile), std::ios::binary);
@@ -78,13 +67,19 @@ std::string CheckFacts::TitleOf(std::string_view country) const {
   return fmt::format("{} {}", base::Trim(country), found->second);
 }
 
+base::DateTime LatestNow(core::Session& session) {
+  const base::DateTime proposed = core::ProposedTime(session);
+  if (core::LogTimeOf(session) == core::LogTime::kLocal) return proposed;
+  return std::max(proposed, session.Machine.GetClock().UtcNow());
+}
+
 CheckFacts FactsOf(core::Session& session) {
   CheckFacts facts;
-  facts.now = core::ProposedTime(session);
-  if (core::LogTimeOf(session) != core::LogTime::kLocal) {
-    facts.now = std::max(facts.now, session.Machine.GetClock().UtcNow());
+  facts.now = LatestNow(session);
+  // What is wrong with the rules the main frame tells at the start.
+  if (auto rules = worked::LoadRules(session, [](const std::string&) {})) {
+    facts.rules = std::move(rules);
   }
-  facts.rules = RulesOf(session);
   ReadExtents(session, facts);
   ReadBands(session, facts);
   EachRow(session, "select Country,Descrizione,Deleted from Country", [&](const auto& field) {

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_map>
 
 #include "base/text.h"
+#include "core/quoted.h"
 
 namespace brenvo::checks {
 namespace {
@@ -48,16 +50,37 @@ void SeeRow(engine::Reader::Row& row, LogCheck& check) {
   check.See(contact);
 }
 
-// Statements are pasted together from texts.
-std::string Quoted(std::string_view text) {
-  std::string quoted = "'";
-  for (const char c : text) quoted += c == '\'' ? std::string("''") : std::string(1, c);
-  return quoted + "'";
+// With the contacts that they are of.
+std::vector<ListedFinding> Listed(core::Session& session, std::vector<Finding> findings) {
+  constexpr std::size_t kAtOnce = 500;
+  std::vector<ListedFinding> listed;
+  std::unordered_map<std::int64_t, std::vector<std::size_t>> places;  // of a contact
+  for (Finding& each : findings) {
+    places[each.qsoNr].push_back(listed.size());
+    listed.push_back({std::move(each), {}, {}, {}});
+  }
+  for (std::size_t from = 0; from < listed.size(); from += kAtOnce) {
+    std::string numbers;
+    for (std::size_t i = from; i < std::min(listed.size(), from + kAtOnce); ++i) {
+      numbers += (numbers.empty() ? "" : ",") + std::to_string(listed[i].qsoNr);
+    }
+    session.Db.OpenReader()->ForEach(
+        fmt::format("select QsoNr,DataQso,Call,Banda from Log where QsoNr in ({})", numbers),
+        [&](auto& row) {
+          for (const std::size_t at : places[row.Integer(0)]) {
+            listed[at].DataQso = row.Date(1).value_or(base::DateTime());
+            listed[at].Call = base::Trim(row.Text(2));
+            listed[at].Banda = base::Trim(row.Text(3));
+          }
+          return true;
+        });
+  }
+  return listed;
 }
 
 void Forget(core::Session& session, const Finding& finding) {
   session.Db.Execute(fmt::format("delete from Verificati where QsoNr={} and Regola={}",
-                                 finding.qsoNr, Quoted(finding.rule)));
+                                 finding.qsoNr, core::Quoted(finding.rule)));
 }
 
 }  // namespace
@@ -78,7 +101,7 @@ std::optional<CheckedLog> CheckLog(core::Session& session, const CheckFacts& fac
       });
   if (!whole) return std::nullopt;
   CheckedLog checked;
-  checked.findings = check.Finish();
+  checked.findings = Listed(session, check.Finish());
   checked.contacts = check.Contacts();
   checked.count = check.Count();
   return checked;
@@ -88,7 +111,7 @@ CheckedLog CheckCalls(core::Session& session, const CheckFacts& facts,
                       const std::vector<std::string>& calls) {
   LogCheck check(facts);
   std::string in;
-  for (const std::string& call : calls) in += (in.empty() ? "" : ",") + Quoted(call);
+  for (const std::string& call : calls) in += (in.empty() ? "" : ",") + core::Quoted(call);
   if (!in.empty()) {
     session.Db.OpenReader()->ForEach(
         fmt::format("select {} from Log where Call in ({}) order by DataQso", kColumns, in),
@@ -98,8 +121,9 @@ CheckedLog CheckCalls(core::Session& session, const CheckFacts& facts,
         });
   }
   CheckedLog checked;
-  checked.findings = check.Finish();
-  std::erase_if(checked.findings, [](const Finding& each) { return each.rule == rule::kSimilar; });
+  std::vector<Finding> findings = check.Finish();
+  std::erase_if(findings, [](const Finding& each) { return each.rule == rule::kSimilar; });
+  checked.findings = Listed(session, std::move(findings));
   checked.contacts = check.Contacts();
   checked.count = std::ssize(checked.findings);
   return checked;
@@ -108,7 +132,8 @@ CheckedLog CheckCalls(core::Session& session, const CheckFacts& facts,
 void LetStand(core::Session& session, const Finding& finding) {
   Forget(session, finding);
   session.Db.Execute(fmt::format("insert into Verificati (QsoNr,Regola,Motivo) values ({},{},{})",
-                                 finding.qsoNr, Quoted(finding.rule), Quoted(finding.reason)));
+                                 finding.qsoNr, core::Quoted(finding.rule),
+                                 core::Quoted(finding.reason)));
 }
 
 void LookAgain(core::Session& session, const Finding& finding) { Forget(session, finding); }

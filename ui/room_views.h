@@ -8,6 +8,7 @@
 namespace brenvo::ui {
 
 const std::vector<View>& LogViews();
+const std::vector<View>& ChecksViews();
 const std::vector<View>& ContestViews();
 const std::vector<View>& AwardsViews();
 const std::vector<View>& MapsViews();

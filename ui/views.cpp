@@ -8,8 +8,8 @@ namespace brenvo::ui {
 
 const View* FindView(std::string_view window) {
   for (const auto* views :
-       {&LogViews(), &ContestViews(), &AwardsViews(), &MapsViews(), &PrintViews(), &LinksViews(),
-        &TablesViews(), &AdifViews(), &UpkeepViews(), &ListViews()}) {
+       {&LogViews(), &ChecksViews(), &ContestViews(), &AwardsViews(), &MapsViews(), &PrintViews(),
+        &LinksViews(), &TablesViews(), &AdifViews(), &UpkeepViews(), &ListViews()}) {
     const auto at = std::find_if(views->begin(), views->end(),
                                  [&](const View& view) { return view.window == window; });
     if (at != views->end()) return &*at;

@@ -48,6 +48,8 @@ struct CheckFacts {
   std::string TitleOf(std::string_view country) const;  // "I Italia"
 };
 
+// The time of CheckFacts::now.
+base::DateTime LatestNow(core::Session& session);
 // Valid as long as the session's database is open.
 CheckFacts FactsOf(core::Session& session);
 

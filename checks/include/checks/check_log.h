@@ -11,8 +11,14 @@
 
 namespace brenvo::checks {
 
+// A finding with what a list shows of its contact.
+struct ListedFinding : Finding {
+  base::DateTime DataQso;
+  std::string Call, Banda;
+};
+
 struct CheckedLog {
-  std::vector<Finding> findings;  // by rule and number
+  std::vector<ListedFinding> findings;  // by rule and number
   std::int64_t contacts = 0;
   std::int64_t count = 0;  // of all findings, those beyond the first so many too
 };

@@ -24,6 +24,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"OldQsoLocator", 140},
     {"Elenco", 150},
     {"Corrispondente", 160},
+    {"VerificaLog", 170},
     {"Colonne", 150},
     {"CambiaColonna", 155},
     {"ContaQso", 158},

@@ -148,7 +148,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
        &cmProvincie,  &cmNoteHelp,      &cmUtente,           &cmCompatta,    &cmAssegnaPrefissi,
        &cmAzzeraLog,  &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
        &cmPreferenze, &cmOraDelLog,     &cmConvertiOra,      &cmStazioni,    &cmStoria,
-       &cmElenco,     &cmPalette}};
+       &cmElenco,     &cmVerificaLog,   &cmPalette}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -204,6 +204,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
                                                            }}};
   forms::Command cmPalette{
       *this, "cmPalette", "Comandi...", {.shortcut = "Ctrl+P", .run = [this] { ShowPalette(); }}};
+  forms::Command cmVerificaLog{
+      *this, "cmVerificaLog", "Verifica log...", {.run = [this] { OpenSingle("VerificaLog"); }}};
   forms::Command cmOraDelLog{
       *this, "cmOraDelLog", "Ora del log...", {.run = [this] { OpenModal("OraDelLog"); }}};
   forms::Command cmConvertiOra{*this, "cmConvertiOra", "Converti ora...", {.run = [this] {

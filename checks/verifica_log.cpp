@@ -1,0 +1,226 @@
+#include "checks/verifica_log.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "core/shared_windows.h"
+#include "core/transaction.h"
+
+namespace brenvo::checks {
+namespace {
+
+constexpr std::string_view kAllRules = "Tutte";
+constexpr std::string_view kOutOfDate = "Il log è cambiato: F5 lo verifica di nuovo";
+
+std::string Number(std::int64_t number) {
+  return base::FormatNumber(static_cast<double>(number), "#,##0");
+}
+
+std::string Reasons(std::int64_t count) {
+  return count == 1 ? "un motivo" : count == 0 ? "nessun motivo" : Number(count) + " motivi";
+}
+
+bool IsOf(const ListedFinding& finding, const std::vector<std::string>& calls) {
+  return std::ranges::find(calls, CheckFacts::Name(finding.Call)) != calls.end();
+}
+
+}  // namespace
+
+void FindingRows::SetKeyed(std::vector<Keyed> rows) {
+  keys_.clear();
+  std::vector<Row> cells;
+  for (Keyed& each : rows) {
+    keys_.push_back(each.key);
+    cells.push_back(std::move(each.cells));
+  }
+  SetRows(std::move(cells));
+}
+
+std::int64_t FindingRows::KeyAt(std::int64_t row) {
+  return keys_.at(static_cast<std::size_t>(core::MemoryRows::KeyAt(row)));
+}
+
+std::optional<std::int64_t> FindingRows::RowOf(std::int64_t key) {
+  const auto at = std::ranges::lower_bound(keys_, key);
+  if (at == keys_.end() || *at != key) return std::nullopt;
+  return core::MemoryRows::RowOf(at - keys_.begin());
+}
+
+VerificaLog::VerificaLog(core::Session& session)
+    : core::ArrangedWindow(session, "VerificaLog", "Verifica del log", base::Twips(16200),
+                           base::Twips(8400)) {
+  ShowCommands({&cmVerifica, &cmApri, &cmVaBene, &cmRivedi});
+  DefaultCommand = &cmApri;
+  std::vector<std::string> names = {std::string(kAllRules)};
+  for (const Rule& each : Rules()) names.emplace_back(each.name);
+  Regola.SetItems(std::move(names));
+  Regola.SetListIndex(0);
+  Regola.OnChange = [this] { FillTable(); };
+  AncheVerificati.OnChange = [this] { FillTable(); };
+  stored_ =
+      session.Contacts.Subscribe([this](const core::ContactsChanged& change) { Heard(change); });
+  closing_ = session.Closing.Subscribe([this] {
+    if (facts_) Say(kOutOfDate);
+  });
+}
+
+VerificaLog::~VerificaLog() = default;
+
+void VerificaLog::Load() {
+  core::ArrangedWindow::Load();
+  using enum core::ColumnKind;
+  ArrangeTable(rows_, {{"Qso nr", kNumber},
+                       {"Data", kDate},
+                       {"Call"},
+                       {"Banda"},
+                       {"Regola"},
+                       {"Motivo"},
+                       {"Va bene"}});
+  Say("F5 verifica il log");
+}
+
+void VerificaLog::CheckAll() {
+  facts_ = FactsOf(session_);
+  auto checked = CheckLog(session_, *facts_);
+  if (!checked) {
+    Say("Verifica interrotta: l'elenco resta com'era");
+    return;
+  }
+  listed_.clear();
+  TakeIn(std::move(checked->findings));
+  FillTable();
+  const auto stand = std::ranges::count_if(listed_, &Listed::letStand);
+  std::string told =
+      fmt::format("{} Qso verificati: {}", Number(checked->contacts), Reasons(checked->count));
+  if (stand > 0) told += fmt::format(", {} di contatti che vanno bene così", Number(stand));
+  if (checked->count > std::ssize(listed_)) {
+    told += fmt::format("; si vedono i primi {}", Number(std::ssize(listed_)));
+  }
+  if (!facts_->hasExtents) {
+    told += fmt::format("; senza {} i locator non sono confrontati con i country", kExtentsFile);
+  }
+  Say(told);
+}
+
+void VerificaLog::TakeIn(std::vector<ListedFinding> findings) {
+  const LetStandFindings stand(session_);
+  for (ListedFinding& each : findings) {
+    const bool letStand = stand.Holds(each);
+    listed_.push_back({++lastKey_, std::move(each), letStand});
+  }
+}
+
+void VerificaLog::FillTable() {
+  const auto key = ChosenKey();
+  std::vector<FindingRows::Keyed> rows;
+  for (const Listed& each : listed_) {
+    const ListedFinding& finding = each.finding;
+    if (each.letStand && !AncheVerificati.IsOn()) continue;
+    if (Regola.ListIndex() > 0 && Regola.Text() != finding.rule) continue;
+    rows.push_back(
+        {each.key,
+         {std::to_string(finding.qsoNr), base::DateTimeText(finding.DataQso), finding.Call,
+          finding.Banda, std::string(finding.rule), finding.reason, each.letStand ? "sì" : ""}});
+  }
+  rows_.SetKeyed(std::move(rows));
+  ShowRows(key);
+}
+
+VerificaLog::Listed* VerificaLog::Find(std::optional<std::int64_t> key) {
+  if (!key) return nullptr;
+  const auto at = std::ranges::lower_bound(listed_, *key, {}, &Listed::key);
+  return at == listed_.end() || at->key != *key ? nullptr : &*at;
+}
+
+void VerificaLog::RowChosen() {
+  const Listed* const chosen = Find(ChosenKey());
+  if (chosen == nullptr) {
+    Spiegazione.SetText("");
+    return;
+  }
+  const auto rule = std::ranges::find(Rules(), chosen->finding.rule, &Rule::name);
+  Spiegazione.SetText(fmt::format("{}: {}", rule->name, rule->what));
+}
+
+bool VerificaLog::AnyChosen(bool letStand) {
+  return std::ranges::any_of(MarkedKeys(), [&](std::int64_t key) {
+    const Listed* const each = Find(key);
+    return each != nullptr && each->letStand == letStand;
+  });
+}
+
+void VerificaLog::OpenInLog() {
+  const Listed* const chosen = Find(ChosenKey());
+  if (chosen == nullptr) return;
+  const std::int64_t qsoNr = chosen->finding.qsoNr;
+  if (session_.Opened.CurrentLogForm == nullptr) session_.Windows.LoadSingle("LogForm");
+  core::LogWindow* const log = session_.Opened.CurrentLogForm;
+  if (log == nullptr) return;
+  session_.Windows.Show(*log);
+  session_.Handed.QueryText = fmt::format("Select * from Log where QsoNr={}", qsoNr);
+  // Another contact within the same second is another selection.
+  log->ShowQueryText(fmt::format("{} {}", base::DateTimeText(session_.Now()), qsoNr));
+}
+
+void VerificaLog::LetChosenStand(bool stand) {
+  const std::vector<std::int64_t> keys = MarkedKeys();
+  std::vector<Listed*> changed;
+  core::Transaction transaction(session_.Db);
+  for (const std::int64_t key : keys) {
+    Listed* const each = Find(key);
+    if (each == nullptr || each->letStand == stand) continue;
+    if (stand) {
+      LetStand(session_, each->finding);
+    } else {
+      LookAgain(session_, each->finding);
+    }
+    changed.push_back(each);
+  }
+  transaction.Commit();
+  for (Listed* const each : changed) each->letStand = stand;
+  FillTable();
+  Say(fmt::format("{}: {}", stand ? "Va bene così" : "Da rivedere", Reasons(std::ssize(changed))));
+}
+
+void VerificaLog::Heard(const core::ContactsChanged& change) {
+  if (!facts_ || change.table != core::ContactTable::kLog) return;
+  if (const auto* one = std::get_if<core::OneContact>(&change.which)) {
+    CheckAgain(*one);
+  } else {
+    Say(kOutOfDate);
+  }
+}
+
+void VerificaLog::CheckAgain(const core::OneContact& change) {
+  std::vector<std::string> calls;
+  for (const auto* side : {&change.before, &change.after}) {
+    if (!*side) continue;
+    const std::string call = CheckFacts::Name((*side)->contact.Call);
+    if (std::ranges::find(calls, call) == calls.end()) calls.push_back(call);
+  }
+  if (calls.empty()) return;
+  const std::int64_t qsoNr = (change.after ? change.after : change.before)->key;
+  // Whether its call is like another one only the whole log can tell; it is no more once it is
+  // another call, or confirmed.
+  const bool sameCall =
+      change.before && change.after && calls.size() == 1 && !change.after->contact.QslRicevuta;
+  std::erase_if(listed_, [&](const Listed& each) {
+    if (each.finding.rule != rule::kSimilar) return IsOf(each.finding, calls);
+    return each.finding.qsoNr == qsoNr && !sameCall;
+  });
+  facts_->now = LatestNow(session_);
+  TakeIn(CheckCalls(session_, *facts_, calls).findings);
+  FillTable();
+  if (!change.after) {
+    Say(fmt::format("Qso {} cancellato: l'elenco è senza i suoi motivi", qsoNr));
+    return;
+  }
+  const auto left = std::ranges::count_if(
+      listed_, [&](const Listed& each) { return each.finding.qsoNr == qsoNr && !each.letStand; });
+  Say(fmt::format("Qso {} verificato di nuovo: {}", qsoNr, Reasons(left)));
+}
+
+}  // namespace brenvo::checks

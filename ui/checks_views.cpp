@@ -1,0 +1,18 @@
+#include "room_views.h"
+
+namespace brenvo::ui {
+namespace {
+
+Piece VerificaLogView() {
+  return TableView({Item("Regola"), Item("AncheVerificati")},
+                   Column({Item("Spiegazione"), Item("Conteggi")}));
+}
+
+}  // namespace
+
+const std::vector<View>& ChecksViews() {
+  static const std::vector<View> kViews = {{"VerificaLog", VerificaLogView}};
+  return kViews;
+}
+
+}  // namespace brenvo::ui
