@@ -9,6 +9,7 @@
 #include "change_column.h"
 #include "contact_rows.h"
 #include "core/log_time.h"
+#include "core/open_in_log.h"
 #include "core/shared_windows.h"
 #include "list/cambia_colonna.h"
 #include "list/conta_qso.h"
@@ -105,18 +106,7 @@ void Elenco::Heard(const core::ContactsChanged& change) {
 }
 
 void Elenco::OpenInLog() {
-  const auto key = ChosenKey();
-  if (!key) return;
-  if (session_.Opened.CurrentLogForm == nullptr) {
-    forms::Window* const log = session_.Windows.LoadSingle("LogForm");
-    if (log == nullptr) return;
-  }
-  core::LogWindow* const log = session_.Opened.CurrentLogForm;
-  if (log == nullptr) return;
-  session_.Windows.Show(*log);
-  session_.Handed.QueryText = fmt::format("Select * from Log where QsoNr={}", *key);
-  // Another contact within the same second is another selection.
-  log->ShowQueryText(fmt::format("{} {}", base::DateTimeText(session_.Now()), *key));
+  if (const auto key = ChosenKey()) core::OpenInLog(session_, *key);
 }
 
 void Elenco::ChangeColumnOfMarked() {

@@ -9,7 +9,7 @@
 #include "core/call_forms.h"
 #include "core/entry.h"
 #include "core/log_contact.h"
-#include "core/log_time.h"
+#include "core/open_in_log.h"
 #include "core/places.h"
 #include "core/prefix.h"
 #include "core/shared_windows.h"
@@ -231,10 +231,9 @@ void Corrispondente::StoreNote() {
 }
 
 void Corrispondente::OpenChosen() {
-  const auto key = ChosenKey();
-  if (!key) return;
-  session_.ShowInLog(
-      fmt::format("Select * from Log where QsoNr={}", qsoNr_[static_cast<std::size_t>(*key)]));
+  if (const auto key = ChosenKey()) {
+    core::OpenInLog(session_, qsoNr_[static_cast<std::size_t>(*key)]);
+  }
 }
 
 }  // namespace brenvo::log

@@ -38,7 +38,8 @@ void LogForm::TakeTimeOfStart() {
 // A contact whose time was typed is an old one that is being copied: when it ended nobody knows.
 void LogForm::KeepTimeOfEnd(std::int64_t qsoNr) {
   if (timeOfStart_.empty() || timeOfStart_ != DataQso.Text() + Qtr.Text()) return;
-  const base::DateTime end = session_.Machine.GetClock().UtcNow();
+  // By the clock that gave the start.
+  const base::DateTime end = core::LogTimes(session_).ToUtc(core::ProposedTime(session_));
   const auto kept = session_.Db.OpenAppender("LogAdif");
   kept->Append(
       {qsoNr, "QSO_DATE_OFF", fmt::format("{:04}{:02}{:02}", end.Year(), end.Month(), end.Day())});

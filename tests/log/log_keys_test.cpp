@@ -128,11 +128,22 @@ TEST_F(LogKeysTest, TheTimeIsThatOfTheFirstCharacterAndTheEndThatOfTheStore) {
   machine.SetNow(base::DateTime::Of(2001, 2, 3, 5, 4, 30));
   Type(log->CallQso, "DL1ABC");
   EXPECT_EQ(log->Qtr.Text(), "05:00");
-  const base::DateTime end = machine.GetClock().UtcNow();
   Press(*log, "cmInsert");
   EXPECT_EQ(Rows("select DataQso from Log"), Texts{"03/02/2001 05:00:00"});
   EXPECT_THAT(Rows("select Valore from LogAdif where QsoNr=1 order by Campo"),
-              testing::ElementsAre("20010203", fmt::format("{:02}{:02}30", end.Hour(), 4)));
+              testing::ElementsAre("20010203", "050430"));
+}
+
+TEST_F(LogKeysTest, TheEndIsKeptInUtcWhateverTimeTheLogIsKeptIn) {
+  core::StoreLogTime(session, core::LogTime::kLocal);
+  EXPECT_EQ(session.Choices.Set(core::choice::kZone, "Europe/Rome"), "");
+  Choose(core::choice::kTimesOfQso);
+  New();
+  Type(log->CallQso, "DL1ABC");
+  Press(*log, "cmInsert");
+  const base::DateTime utc = core::LocalTime(session).ToUtc(session.Now());
+  EXPECT_THAT(Rows("select Valore from LogAdif where Campo='TIME_OFF'"),
+              testing::ElementsAre(fmt::format("{:02}0506", utc.Hour())));
 }
 
 TEST_F(LogKeysTest, AContactWhoseTimeIsTypedHasNoTimeOfEnd) {
