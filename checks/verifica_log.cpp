@@ -91,11 +91,12 @@ void VerificaLog::CheckAll() {
   }
   listed_.clear();
   TakeIn(std::move(checked->findings));
+  ForgetMarks();
   FillTable();
   const auto stand = std::ranges::count_if(listed_, &Listed::letStand);
   std::string told =
       fmt::format("{} Qso verificati: {}", Number(checked->contacts), Reasons(checked->count));
-  if (stand > 0) told += fmt::format(", {} di contatti che vanno bene così", Number(stand));
+  if (stand > 0) told += fmt::format(", {} {} bene così", stand, stand == 1 ? "va" : "vanno");
   if (checked->count > std::ssize(listed_)) {
     told += fmt::format("; si vedono i primi {}", Number(std::ssize(listed_)));
   }
@@ -181,6 +182,7 @@ void VerificaLog::LetChosenStand(bool stand) {
   }
   transaction.Commit();
   for (Listed* const each : changed) each->letStand = stand;
+  ForgetMarks();
   FillTable();
   Say(fmt::format("{}: {}", stand ? "Va bene così" : "Da rivedere", Reasons(std::ssize(changed))));
 }
