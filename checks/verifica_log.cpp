@@ -138,12 +138,8 @@ VerificaLog::Listed* VerificaLog::Find(std::optional<std::int64_t> key) {
 
 void VerificaLog::RowChosen() {
   const Listed* const chosen = Find(ChosenKey());
-  if (chosen == nullptr) {
-    Spiegazione.SetText("");
-    return;
-  }
-  const auto rule = std::ranges::find(Rules(), chosen->finding.rule, &Rule::name);
-  Spiegazione.SetText(fmt::format("{}: {}", rule->name, rule->what));
+  Spiegazione.SetText(
+      chosen == nullptr ? "" : fmt::format("{}: {}", chosen->finding.rule, chosen->finding.reason));
 }
 
 bool VerificaLog::AnyChosen(bool letStand) {

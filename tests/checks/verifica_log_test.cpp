@@ -58,6 +58,8 @@ TEST_F(VerificaLogTest, ChecksNothingBeforeTheOperatorWantsIt) {
   Press(window, "cmVerifica");
   EXPECT_EQ(window.Avviso.Text(), "1 Qso verificati: un motivo");
   EXPECT_THAT(Shown(window), ElementsAre("1|Country"));
+  EXPECT_EQ(window.Spiegazione.Text(),
+            "Country: DL1ABC è un nominativo di DL Germania, non di I Italia");
 }
 
 TEST_F(VerificaLogTest, LeavesTheListAsItWasWhenTheOperatorStopsTheCheck) {
