@@ -96,14 +96,14 @@ std::string OfCountry(const CheckedContact& contact, const CheckFacts& facts) {
 }
 
 constexpr Rule kRules[] = {
-    {rule::kRepeated, "la stessa stazione sulla stessa banda e nello stesso modo entro 10 minuti"},
-    {rule::kSimilar, "a una lettera da un nominativo collegato spesso"},
-    {rule::kMoved, "lontano dal locator degli altri collegamenti con la stazione"},
-    {rule::kLocator, "fuori dal country", OfLocator},
-    {rule::kBand, "la frequenza non è della banda", OfBand},
-    {rule::kDate, "una data che deve ancora venire", OfDate},
-    {rule::kProvince, "una provincia che il country non ha", OfProvince},
-    {rule::kCountry, "un country che non è del prefisso", OfCountry},
+    {rule::kRepeated},
+    {rule::kSimilar},
+    {rule::kMoved},
+    {rule::kLocator, OfLocator},
+    {rule::kBand, OfBand},
+    {rule::kDate, OfDate},
+    {rule::kProvince, OfProvince},
+    {rule::kCountry, OfCountry},
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "core/open_in_log.h"
 #include "core/shared_windows.h"
 #include "core/transaction.h"
 
@@ -91,11 +92,12 @@ void VerificaLog::CheckAll() {
   }
   listed_.clear();
   TakeIn(std::move(checked->findings));
+  ForgetMarks();
   FillTable();
   const auto stand = std::ranges::count_if(listed_, &Listed::letStand);
   std::string told =
       fmt::format("{} Qso verificati: {}", Number(checked->contacts), Reasons(checked->count));
-  if (stand > 0) told += fmt::format(", {} di contatti che vanno bene così", Number(stand));
+  if (stand > 0) told += fmt::format(", {} {} bene così", stand, stand == 1 ? "va" : "vanno");
   if (checked->count > std::ssize(listed_)) {
     told += fmt::format("; si vedono i primi {}", Number(std::ssize(listed_)));
   }
@@ -137,12 +139,8 @@ VerificaLog::Listed* VerificaLog::Find(std::optional<std::int64_t> key) {
 
 void VerificaLog::RowChosen() {
   const Listed* const chosen = Find(ChosenKey());
-  if (chosen == nullptr) {
-    Spiegazione.SetText("");
-    return;
-  }
-  const auto rule = std::ranges::find(Rules(), chosen->finding.rule, &Rule::name);
-  Spiegazione.SetText(fmt::format("{}: {}", rule->name, rule->what));
+  Spiegazione.SetText(
+      chosen == nullptr ? "" : fmt::format("{}: {}", chosen->finding.rule, chosen->finding.reason));
 }
 
 bool VerificaLog::AnyChosen(bool letStand) {
@@ -153,16 +151,9 @@ bool VerificaLog::AnyChosen(bool letStand) {
 }
 
 void VerificaLog::OpenInLog() {
-  const Listed* const chosen = Find(ChosenKey());
-  if (chosen == nullptr) return;
-  const std::int64_t qsoNr = chosen->finding.qsoNr;
-  if (session_.Opened.CurrentLogForm == nullptr) session_.Windows.LoadSingle("LogForm");
-  core::LogWindow* const log = session_.Opened.CurrentLogForm;
-  if (log == nullptr) return;
-  session_.Windows.Show(*log);
-  session_.Handed.QueryText = fmt::format("Select * from Log where QsoNr={}", qsoNr);
-  // Another contact within the same second is another selection.
-  log->ShowQueryText(fmt::format("{} {}", base::DateTimeText(session_.Now()), qsoNr));
+  if (const Listed* const chosen = Find(ChosenKey())) {
+    core::OpenInLog(session_, chosen->finding.qsoNr);
+  }
 }
 
 void VerificaLog::LetChosenStand(bool stand) {
@@ -181,6 +172,7 @@ void VerificaLog::LetChosenStand(bool stand) {
   }
   transaction.Commit();
   for (Listed* const each : changed) each->letStand = stand;
+  ForgetMarks();
   FillTable();
   Say(fmt::format("{}: {}", stand ? "Va bene così" : "Da rivedere", Reasons(std::ssize(changed))));
 }

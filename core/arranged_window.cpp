@@ -244,6 +244,11 @@ void ArrangedWindow::MarkAll() {
   Mark(1, Rows()->RowCount(), markedHere_ < Rows()->RowCount());
 }
 
+void ArrangedWindow::ForgetMarks() {
+  marked_.clear();
+  MarksChanged();
+}
+
 void ArrangedWindow::MarksChanged() {
   markedHere_ = 0;
   if (!marked_.empty()) {

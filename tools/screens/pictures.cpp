@@ -1,5 +1,7 @@
 #include "screens/pictures.h"
 
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -183,6 +185,21 @@ forms::Window* List(core::Session& session, std::string_view command) {
   return nullptr;
 }
 
+// The log with some mistakes in it, one of them let stand.
+forms::Window* CheckedLog(core::Session& session) {
+  for (const char* mistake :
+       {"Provincia='QQ',Country='I' where QsoNr=120",
+        "Locator='JN95QQ',Country='DL' where QsoNr=95",
+        "Frequenza=432.2,Banda='  2 m' where QsoNr=77",
+        "DataQso='2031-05-06 10:00' where QsoNr=150", "Call='DL9QQQ',Country='OE' where QsoNr=60",
+        "Locator='JN65' where QsoNr=61"}) {
+    session.Db.Execute(fmt::format("update Log set {}", mistake));
+  }
+  forms::Window* const window = Open(session, "VerificaLog");
+  Press(*window, "cmVerifica");
+  return window;
+}
+
 // A log in local time with contacts in the hours in which the clocks were changed.
 forms::Window* LogInLocalTime(core::Session& session) {
   core::StoreLogTime(session, core::LogTime::kLocal);
@@ -229,6 +246,7 @@ std::vector<Picture> AllPictures() {
           "LogForm", [](forms::Window& window) { Press(window, "cmVista"); }, "LogForm-griglia"),
       {"Elenco", [](core::Session& session) { return List(session, ""); }},
       {"Corrispondente", StationsPage},
+      {"VerificaLog", CheckedLog},
       {"Colonne", [](core::Session& session) { return List(session, "cmColonne"); }, "Colonne"},
       {"CambiaColonna", [](core::Session& session) { return List(session, "cmCambia"); },
        "CambiaColonna"},

@@ -43,8 +43,7 @@ inline constexpr int kFarAway = 300;
 inline constexpr std::size_t kMostPlaces = 3;
 
 struct Rule {
-  std::string_view name;
-  std::string_view what;  // for the operator
+  std::string_view name;  // for the operator
   // Why the contact looks wrong by itself; empty when it does not. Null for a rule that goes by the
   // other contacts.
   std::string (*ofOne)(const CheckedContact& contact, const CheckFacts& facts) = nullptr;

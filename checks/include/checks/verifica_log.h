@@ -51,7 +51,7 @@ class VerificaLog : public core::ArrangedWindow {
       {.caption = "Anche quelli che vanno bene",
        .hint = "Mostra anche i motivi già lasciati come sono con \"Va bene così\""}};
   core::TableGrid Tabella{*this, {.hint = "Invio apre il contatto nel log, spazio lo segna"}};
-  // What the rule of the marked row looks for.
+  // The whole reason of the marked row, however narrow its column is.
   forms::Label Spiegazione{*this, "Spiegazione"};
 
   forms::Command cmVerifica{*this,

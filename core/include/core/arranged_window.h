@@ -63,6 +63,7 @@ class ArrangedWindow : public TableWindow, private forms::GridArranger {
   // The same, but all rows shown where none is marked.
   std::vector<std::int64_t> MarkedOrShownKeys();
   bool HasMarks() const { return !marked_.empty(); }
+  void ForgetMarks();
   // The columns shown, by their place among all of them.
   const std::vector<std::size_t>& ShownColumns() const { return shown_; }
   const std::vector<TableColumn>& AllColumns() const { return columns_; }
