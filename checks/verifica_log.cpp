@@ -7,7 +7,6 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "core/open_in_log.h"
-#include "core/shared_windows.h"
 #include "core/transaction.h"
 
 namespace brenvo::checks {
