@@ -6,14 +6,18 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMdiSubWindow>
+#include <QScrollBar>
+#include <QTableView>
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "bench/support/bench_station.h"
 #include "bench/support/figures.h"
 #include "bench/support/hand.h"
+#include "list/elenco.h"
 #include "log/log_form.h"
 #include "station/station.h"
 #include "ui/qt_platform.h"
@@ -45,12 +49,13 @@ class ScreenStation {
   }
 
   std::filesystem::path File() const { return directory_.File(); }
-  log::LogForm& OpenLog() {
+  forms::Window& Open(const char* name) {
     session_.Windows.RunEvent(
-        [&] { session_.Windows.Show(*(log_ = session_.Windows.LoadNew("LogForm"))); });
+        [&] { session_.Windows.Show(*(log_ = session_.Windows.LoadNew(name))); });
     Settle();
-    return static_cast<log::LogForm&>(*log_);
+    return *log_;
   }
+  log::LogForm& OpenLog() { return static_cast<log::LogForm&>(Open("LogForm")); }
   void CloseLog() {
     session_.Windows.RunEvent([&] { session_.Windows.Unload(*log_); });
     Settle();
@@ -67,9 +72,18 @@ class ScreenStation {
     }
     Settle();
   }
+  template <class Widget>
+  Widget* Find(const char* window, const char* field) {
+    auto* frame = platform_.Screen().Main().findChild<QMdiSubWindow*>(QLatin1String(window));
+    return frame->findChild<Widget*>(QLatin1String(field));
+  }
+  // What works beside gets on.
+  void Pause() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    Settle();
+  }
   void FocusOn(const char* field) {
-    auto* frame = platform_.Screen().Main().findChild<QMdiSubWindow*>(QStringLiteral("LogForm"));
-    auto* line = frame->findChild<QLineEdit*>(QLatin1String(field));
+    auto* line = Find<QLineEdit>("LogForm", field);
     line->setFocus(Qt::TabFocusReason);
     line->selectAll();
     Settle();
@@ -135,6 +149,27 @@ void Run(const Figures& figures, std::int64_t contacts) {
     previous.Measure([&] { station.Press(log.cmPrevious); });
   }
   tell("the previous contact, painted", previous);
+  station.CloseLog();
+
+  Samples list;
+  for (int i = 0; i < 5; ++i) {
+    list.Measure([&] { station.Open("Elenco"); });
+    station.CloseLog();
+  }
+  tell("list, its newest painted", list);
+  auto& elenco = static_cast<list::Elenco&>(station.Open("Elenco"));
+  while (elenco.Tabella.Rows() != contacts + 1) station.Pause();
+  auto* table = station.Find<QTableView>("Elenco", "Tabella");
+  Samples screen;
+  std::mt19937 random(1);
+  for (int i = 0; i < kSteps; ++i) {
+    const auto place = static_cast<int>(random() % static_cast<unsigned>(contacts));
+    screen.Measure([&] {
+      table->verticalScrollBar()->setValue(place);
+      Settle();
+    });
+  }
+  tell("list, a screen anywhere, painted", screen);
 }
 
 }  // namespace

@@ -52,28 +52,39 @@ void ArrangedWindow::ForgetArrangement() {
   ShowHeadings();
 }
 
-// "Call:1200,Banda:,...": the headings in their order, each with its width where the operator has
-// drawn one.
-void ArrangedWindow::ReadChoice() {
-  shown_.clear();
+// Kept as "Call:1200,Banda:,...": the headings in their order, each with its width where the
+// operator has drawn one.
+void ArrangedWindow::EachKept(
+    const std::function<void(std::string_view heading, std::string_view width)>& see) {
   const std::string kept = session_.GetSetting(Name(), kChoice, "");
   for (std::size_t at = 0; at < kept.size();) {
     const std::size_t end = std::min(kept.find(',', at), kept.size());
     const std::string_view part = std::string_view(kept).substr(at, end - at);
     at = end + 1;
     const std::size_t colon = std::min(part.find(':'), part.size());
-    const auto column = std::find_if(
-        columns_.begin(), columns_.end(),
-        [&](const TableColumn& each) { return each.heading == part.substr(0, colon); });
+    see(part.substr(0, colon), part.substr(std::min(colon + 1, part.size())));
+  }
+}
+
+std::vector<std::string> ArrangedWindow::KeptHeadings() {
+  std::vector<std::string> headings;
+  EachKept([&](std::string_view heading, std::string_view) { headings.emplace_back(heading); });
+  return headings;
+}
+
+void ArrangedWindow::ReadChoice() {
+  shown_.clear();
+  EachKept([&](std::string_view heading, std::string_view drawn) {
+    const auto column = std::ranges::find(columns_, heading, &TableColumn::heading);
     const auto field = static_cast<std::size_t>(column - columns_.begin());
-    if (column == columns_.end() || std::count(shown_.begin(), shown_.end(), field) > 0) continue;
+    if (column == columns_.end() || std::ranges::count(shown_, field) > 0) return;
     shown_.push_back(field);
     constexpr double kNarrowest = 150, kWidest = 30000;  // twips
-    const double width = base::Val(part.substr(std::min(colon + 1, part.size())));
+    const double width = base::Val(drawn);
     if (width >= kNarrowest && width <= kWidest) {
       states_[field].width = base::Twips(static_cast<int>(width));
     }
-  }
+  });
   if (!shown_.empty()) return;
   for (std::size_t field = 0; field < columns_.size(); ++field) {
     if (columns_[field].shown) shown_.push_back(field);
@@ -300,6 +311,7 @@ void ArrangedWindow::ShowAll() {
 
 void ArrangedWindow::ChooseColumns() {
   if (!session_.Windows.Knows("Colonne")) return;
+  BeforeChoosing();
   auto& dialog = static_cast<Colonne&>(*session_.Windows.LoadSingle("Colonne"));
   std::vector<Colonne::Column> all;
   const auto add = [&](std::size_t field, bool shown) {

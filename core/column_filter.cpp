@@ -102,7 +102,14 @@ bool Fits(std::string_view pattern, std::string_view text) {
 
 }  // namespace
 
-std::string Folded(std::string_view text) { return base::Lower(base::ToPlainLetters(text).text); }
+std::string Folded(std::string_view text) {
+  if (!base::IsAscii(text)) return base::Lower(base::ToPlainLetters(text).text);
+  std::string folded(text);
+  for (char& c : folded) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return folded;
+}
 
 std::vector<std::string> WordsOf(std::string_view text) {
   std::vector<std::string> words;

@@ -167,9 +167,15 @@ std::string DataGrid::Cell(std::int64_t row, int column) {
   return of.format ? of.format(text) : text;
 }
 
-base::Colour DataGrid::BackColour(std::int64_t row, int) {
-  return row > 0 && arranger_ != nullptr && arranger_->IsMarked(row) ? kMarkedRow : base::kWhite;
+bool DataGrid::IsMarked(std::int64_t row) {
+  return row > 0 && arranger_ != nullptr && arranger_->IsMarked(row);
 }
+
+base::Colour DataGrid::BackColour(std::int64_t row, int) {
+  return IsMarked(row) ? kMarkedRow : base::kWhite;
+}
+
+bool DataGrid::Bold(std::int64_t row, int) { return IsMarked(row); }
 
 base::Twips DataGrid::ColumnWidth(int column) {
   return column < 0 || column >= Columns() ? kOwnSize

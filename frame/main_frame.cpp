@@ -13,6 +13,7 @@
 #include "core/texts.h"
 #include "core/transaction.h"
 #include "core/window_place.h"
+#include "frame/palette.h"
 #include "upkeep/backup.h"
 #include "upkeep/ripristina_backup.h"
 #include "upkeep/schema_steps.h"
@@ -159,6 +160,16 @@ void MainFrame::OpenSingle(std::string_view name) {
 void MainFrame::OpenModal(std::string_view name) {
   if (forms::Window* window = session_.Windows.LoadSingle(name))
     session_.Windows.ShowModal(*window);
+}
+
+// What is chosen is pressed when the dialog is gone, as if it had been pressed at its own place.
+void MainFrame::ShowPalette() {
+  auto* palette = static_cast<Palette*>(session_.Windows.LoadSingle("Palette"));
+  if (palette == nullptr) return;
+  session_.Windows.ShowModal(*palette);
+  const std::optional<KnownCommand> chosen = palette->Chosen();
+  if (session_.Windows.IsLoaded(palette)) session_.Windows.Unload(*palette);
+  if (chosen) PressCommand(session_, *chosen);
 }
 
 void MainFrame::OpenSelected(std::string_view name, std::string_view word, bool takesElenca) {

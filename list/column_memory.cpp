@@ -39,12 +39,16 @@ void ColumnMemory::Set(Slot slot, std::optional<base::DateTime> date) {
 }
 
 void ColumnMemory::Set(Slot slot, std::string_view text) {
+  if (words_[last_] == text) {
+    texts_[slot] = last_;
+    return;
+  }
   auto at = places_.find(text);
   if (at == places_.end()) {
     at = places_.emplace(std::string(text), static_cast<std::uint32_t>(words_.size())).first;
     words_.emplace_back(text);
   }
-  texts_[slot] = at->second;
+  texts_[slot] = last_ = at->second;
 }
 
 std::string ColumnMemory::Text(Slot slot) const {

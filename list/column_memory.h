@@ -27,6 +27,11 @@ class ColumnMemory {
   void Set(Slot slot, std::string_view text);
   void Set(Slot slot, std::optional<base::DateTime> date);
 
+  // Works out now what filters will want, and else would when they come.
+  void Prepare() const {
+    if (kind_ == core::ColumnKind::kText) Fold();
+  }
+
   // Takes away what does not pass.
   void Keep(const core::ColumnFilter& filter, std::vector<char>& passes) const;
   // Notes the contacts whose text holds a folded word; of dates the day counts.
@@ -51,6 +56,7 @@ class ColumnMemory {
   core::ColumnKind kind_;
   std::vector<std::int64_t> seconds_;  // of dates
   std::vector<std::uint32_t> texts_;   // of all others, a place in words_
+  std::uint32_t last_ = 0;             // the one set last: neighbours are often alike
   std::vector<std::string> words_{""};
   std::unordered_map<std::string, std::uint32_t, Hash, std::equal_to<>> places_{{"", 0}};
   // Worked out when they are wanted, as long as the words are.

@@ -37,7 +37,7 @@ ContactColumn Of(const core::LogColumn& column, bool shown) {
 
 }  // namespace
 
-std::vector<ContactColumn> ContactColumns(const std::vector<std::string>& keptFields) {
+std::vector<ContactColumn> ContactColumns() {
   using enum ContactColumn::Source;
   std::vector<ContactColumn> columns;
   for (const std::string_view name : kUsual) columns.push_back(Of(core::LogColumnOf(name), true));
@@ -49,11 +49,11 @@ std::vector<ContactColumn> ContactColumns(const std::vector<std::string>& keptFi
   columns.push_back({kNumber, std::string(column::kQsoNr), ColumnKind::kNumber, false, nullptr});
   columns.push_back({kStation, "Stazione", ColumnKind::kText, false, nullptr});
   columns.push_back({kUuid, "Uuid", ColumnKind::kText, false, nullptr});
-  for (const std::string& field : keptFields) {
-    if (field.find_first_of(",:") != std::string::npos) continue;
-    columns.push_back({kKept, field, ColumnKind::kText, false, nullptr});
-  }
   return columns;
+}
+
+ContactColumn KeptColumn(std::string_view field) {
+  return {ContactColumn::Source::kKept, std::string(field), ColumnKind::kText, false, nullptr};
 }
 
 std::vector<core::TableColumn> TableColumnsOf(const std::vector<ContactColumn>& columns) {

@@ -22,9 +22,11 @@ struct ContactColumn {
   const core::LogColumn* log = nullptr;
 };
 
-// The number, the columns of Log in the order of an operator's eye, the station, the contact's own
-// name, and these fields of LogAdif.
-std::vector<ContactColumn> ContactColumns(const std::vector<std::string>& keptFields);
+// The columns of Log in the order of an operator's eye, the number, the station and the contact's
+// own name.
+std::vector<ContactColumn> ContactColumns();
+// A field of LogAdif.
+ContactColumn KeptColumn(std::string_view field);
 std::vector<core::TableColumn> TableColumnsOf(const std::vector<ContactColumn>& columns);
 
 // A value as the list shows it: "03/02/2001 10:15", "Sì", nothing for 0.

@@ -35,14 +35,13 @@ struct ContactRows::Job {
   std::optional<std::vector<std::int64_t>> selection;
   std::shared_ptr<const Known> known;  // of the fields; the job's own where it reads the keys
   Memories memories;
-  std::optional<std::vector<std::string>> kept;  // names of LogAdif
   std::exception_ptr failure;
   bool stopped = false;
 };
 
 ContactRows::ContactRows(core::Session& session)
     : session_(session),
-      columns_(ContactColumns({})),
+      columns_(ContactColumns()),
       cells_(session),
       known_(std::make_shared<const Known>()),
       looking_(session.Machine.MakeTimer()) {
@@ -77,6 +76,24 @@ void ContactRows::Open(std::optional<std::vector<std::int64_t>> selection) {
   if (!whole_) Begin(true, {}, false);
 }
 
+void ContactRows::AddKept(const std::vector<std::string>& fields) {
+  for (const std::string& field : fields) {
+    // What a heading may not hold.
+    if (field.empty() || field.find_first_of(",:") != std::string::npos) continue;
+    if (std::ranges::find(columns_, field, &ContactColumn::heading) == columns_.end()) {
+      columns_.push_back(KeptColumn(field));
+    }
+  }
+}
+
+void ContactRows::AddAllKept() {
+  const forms::BusyPointer busy(session_.Host());
+  std::vector<std::string> fields;
+  const auto rows = session_.Db.OpenSnapshot("Select Campo from LogAdif Group By Campo");
+  for (; !rows->EOF_(); rows->MoveNext()) fields.push_back(rows->Field(std::size_t{0}).Text());
+  AddKept(fields);
+}
+
 // The newest contacts, as far as they come quickly.
 void ContactRows::ReadFirst() {
   auto known = std::make_shared<Known>();
@@ -106,7 +123,6 @@ void ContactRows::ReadFirst() {
   order_.resize(known_->keys.size());
   std::iota(order_.begin(), order_.end(), Slot{0});
   shown_ = order_;
-  if (whole_) Begin(false, {}, true);  // the kept fields' names
 }
 
 void ContactRows::ReadAnew() {
@@ -127,8 +143,6 @@ void ContactRows::Begin(bool keys, std::vector<std::size_t> fields, bool atOnce)
   job->fields = std::move(fields);
   job->selection = selection_;
   job->known = known_;
-  if (columns_.empty() || columns_.back().source != ContactColumn::Source::kKept)
-    job->kept.emplace();
   due_ = false;
   touched_.clear();
   job->reader = session_.Db.OpenReader();
@@ -203,23 +217,29 @@ void ContactRows::Run(Job& job, const std::function<bool()>& goOn) {
     };
     if (!ofLog.empty()) {
       std::string names;
-      for (const std::size_t field : ofLog) names += ',' + InBrackets(job.columns[field].heading);
+      std::vector<std::pair<ColumnKind, ColumnMemory*>> memories;
+      for (const std::size_t field : ofLog) {
+        names += ',' + InBrackets(job.columns[field].heading);
+        memories.emplace_back(job.columns[field].kind, &job.memories.at(field));
+      }
       bySlot(fmt::format("Select QsoNr{} from Log Order By QsoNr", names),
              [&](Slot slot, engine::Reader::Row& row) {
-               for (std::size_t i = 0; i < ofLog.size(); ++i) {
-                 ColumnMemory& memory = job.memories.at(ofLog[i]);
-                 switch (job.columns[ofLog[i]].kind) {
+               std::size_t i = 0;
+               for (auto& [kind, memoryOf] : memories) {
+                 ColumnMemory& memory = *memoryOf;
+                 ++i;
+                 switch (kind) {
                    case ColumnKind::kDate:
-                     memory.Set(slot, row.Date(i + 1));
+                     memory.Set(slot, row.Date(i));
                      break;
                    case ColumnKind::kYesNo:
-                     memory.Set(slot, row.Bool(i + 1) ? "Sì" : "No");
+                     memory.Set(slot, row.Bool(i) ? "Sì" : "No");
                      break;
                    case ColumnKind::kNumber:
-                     if (row.Number(i + 1) != 0) memory.Set(slot, row.Text(i + 1));
+                     if (row.Number(i) != 0) memory.Set(slot, row.Text(i));
                      break;
                    case ColumnKind::kText:
-                     memory.Set(slot, row.Text(i + 1));
+                     memory.Set(slot, row.Text(i));
                      break;
                  }
                }
@@ -255,10 +275,7 @@ void ContactRows::Run(Job& job, const std::function<bool()>& goOn) {
           break;
       }
     }
-    if (job.kept) {
-      each("Select Campo from LogAdif Group By Campo",
-           [&](auto& row) { job.kept->emplace_back(row.Text(0)); });
-    }
+    for (const auto& [field, memory] : job.memories) memory.Prepare();
   } catch (...) {
     job.failure = std::current_exception();
   }
@@ -297,10 +314,6 @@ void ContactRows::TakeOver(Job& job) {
     const bool there = cells_.Contact(key) != nullptr;
     if (const auto slot = SlotOf(key)) Remove(*slot);
     if (there && IsWanted(key)) Insert(SlotFor(key));
-  }
-  if (job.kept && !job.kept->empty()) {
-    columns_ = ContactColumns(*job.kept);
-    if (OnColumns) OnColumns();
   }
 }
 

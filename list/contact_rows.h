@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -34,8 +33,10 @@ class ContactRows : public core::TableRows {
   void Close();
 
   const std::vector<ContactColumn>& Columns() const { return columns_; }
-  // The kept fields that the log has have been read: there are columns of them.
-  std::function<void()> OnColumns;
+  // Fields of LogAdif become columns behind those that there are, unless they are some already.
+  void AddKept(const std::vector<std::string>& fields);
+  // The same of all that the log has, whose names are read now.
+  void AddAllKept();
   // How many of these contacts have which text in a column, most first. Waits until it is read.
   struct Count {
     std::string text;

@@ -40,7 +40,7 @@ Elenco::~Elenco() = default;
 
 void Elenco::Load() {
   core::ArrangedWindow::Load();
-  rows_->OnColumns = [this] { SetColumns(TableColumnsOf(rows_->Columns())); };
+  rows_->AddKept(KeptHeadings());  // those that are none of the columns are fields of log files
   rows_->Open(std::nullopt);
   ArrangeTable(*rows_, TableColumnsOf(rows_->Columns()));
 }
@@ -62,6 +62,11 @@ void Elenco::ShowWholeLog() {
   Titolo.SetText("");
   rows_->Open(std::nullopt);
   ShowRows(key);
+}
+
+void Elenco::BeforeChoosing() {
+  rows_->AddAllKept();
+  SetColumns(TableColumnsOf(rows_->Columns()));
 }
 
 void Elenco::ShowMarked() {

@@ -73,6 +73,7 @@ void LogForm::HandleEvents() {
 
 void LogForm::Load() {
   core::RestoreWindow(session_, *this, "Log");
+  FollowChoices();
   cmMappa.SetDown(session_.GetSetting("Log", "DisplayMappa", "N") == "Y");
   cmWorked.SetDown(session_.GetSetting("Log", "LookupWorked", "N") == "Y");
   core::LoadCountryChoices(session_, Country);
@@ -96,7 +97,6 @@ void LogForm::Load() {
   // Last, so that no window hands its contacts to a log that has failed to open.
   session_.Opened.LogOpen = true;
   session_.Opened.CurrentLogForm = this;
-  FollowChoices();
   choices_ = session_.Choices.Changed.Subscribe([this](const core::Choice&) { FollowChoices(); });
   changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == kTable && change.Many()) Renew();

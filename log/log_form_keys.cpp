@@ -21,12 +21,15 @@ constexpr double kLocatorsFrom = 50;  // MHz
 }  // namespace
 
 void LogForm::FollowChoices() {
-  DefaultCommand = session_.Choices.Get<core::choice::kEnterStores>() ? &cmInvio : nullptr;
+  namespace choice = core::choice;
+  const core::Preferences& choices = session_.Choices;
+  chosen_ = {choices.Get<choice::kKeepsLink>(), choices.Get<choice::kReportsByMode>(),
+             choices.Get<choice::kStatusByBand>(), choices.Get<choice::kTimesOfQso>()};
+  DefaultCommand = choices.Get<choice::kEnterStores>() ? &cmInvio : nullptr;
 }
 
 void LogForm::TakeTimeOfStart() {
-  if (!timeOfStart_.empty() || !IsNew() || CallQso.Text().empty()) return;
-  if (!session_.Choices.Get<core::choice::kTimesOfQso>()) return;
+  if (!chosen_.timesOfQso || !timeOfStart_.empty() || !IsNew() || CallQso.Text().empty()) return;
   DataQso.SetText(base::DateText(core::ProposedTime(session_)));
   SetTime();
   timeOfStart_ = DataQso.Text() + Qtr.Text();
@@ -44,7 +47,7 @@ void LogForm::KeepTimeOfEnd(std::int64_t qsoNr) {
 }
 
 void LogForm::PutUsualReports() {
-  if (!IsNew() || !session_.Choices.Get<core::choice::kReportsByMode>()) return;
+  if (!IsNew() || !chosen_.reportsByMode) return;
   const std::string report =
       core::UsualReport(Modo.Text(), core::FindBandProfile(session_, Banda.Text()));
   QrkDato.SetText(report);

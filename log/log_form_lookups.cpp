@@ -47,16 +47,23 @@ void LogForm::ShowStatus(int number, std::string_view condition, std::string_vie
   } else {
     StatusBar1.SetPanel(number, fmt::format("New {}", subject));
   }
-  told_[static_cast<std::size_t>(number - kFirstStatus)] = {weight, Banda.Text()};
+  Told& told = told_[static_cast<std::size_t>(number - kFirstStatus)];
+  // While a call is typed the words are mostly those of the keystroke before.
+  const std::string& banda = Banda.Text();
+  if (told.weight == weight && told.banda == banda && told.shownOn == banda) return;
+  told.weight = weight;
+  told.banda = banda;
   MarkStatus(number);
 }
 
 void LogForm::MarkStatus(int number) {
-  const Told& told = told_[static_cast<std::size_t>(number - kFirstStatus)];
+  Told& told = told_[static_cast<std::size_t>(number - kFirstStatus)];
   if (StatusBar1.Panel(number).empty()) {
+    told = {};
     StatusBar1.SetMark(number, {});
     return;
   }
+  told.shownOn = Banda.Text();
   const std::string theirs = base::Trim(told.banda), chosen = base::Trim(Banda.Text());
   std::string tip;
   if (theirs.empty()) {
@@ -225,7 +232,7 @@ void LogForm::OnPrefissoPick() {
 void LogForm::OnNotePick() { core::AppendPickedNote(session_, Note); }
 
 void LogForm::OnBandaChange() {
-  if (session_.Choices.Get<core::choice::kStatusByBand>()) {
+  if (chosen_.statusByBand) {
     RenewStatus();
   } else {
     for (const int number : {2, 3, 4}) MarkStatus(number);

@@ -13,7 +13,6 @@
 #include "core/log_contact.h"
 #include "core/log_time.h"
 #include "core/places.h"
-#include "core/preferences.h"
 #include "core/texts.h"
 #include "core/writing.h"
 #include "geo/locator.h"
@@ -29,7 +28,7 @@ constexpr std::size_t kLongestUnreadable = 30;  // characters of it that are tol
 void LogForm::ClearQso() {
   DataQso.SetText(base::DateText(core::ProposedTime(session_)));
   SetTime();
-  const bool keepsLink = session_.Choices.Get<core::choice::kKeepsLink>();
+  const bool keepsLink = chosen_.keepsLink;
   for (forms::TextField* field :
        {&CallQso, &Manager, &Qra, &Qth, &Prefisso, &ZonaCQ, &ZonaITU, &Continente,
         static_cast<forms::TextField*>(&Country), static_cast<forms::TextField*>(&Provincia),

@@ -126,7 +126,7 @@ void StampaQsl::ShowSheet() {
         fmt::format("{}in basso di {} mm", words.empty() ? "" : " e ", Millimetres(over.bottom));
   }
   if (!words.empty()) {
-    Avviso.SetText("Attenzione: su A4 le etichette escono dal foglio " + words);
+    Avviso.SetText("Attenzione: fuori dal foglio A4 " + words);
     return;
   }
   words = fmt::format("{} etichette intere su un foglio A4",

@@ -17,6 +17,7 @@
 #include "contest/stat_contest.h"
 #include "core/colonne.h"
 #include "core/files.h"
+#include "frame/palette.h"
 #include "history/storia.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
@@ -60,6 +61,7 @@ void Know(core::Session& session, const char* name) {
 
 void KnowWindows(core::Session& session) {
   Know<upkeep::RipristinaBackup>(session, "RipristinaBackup");
+  Know<frame::Palette>(session, "Palette");
   Know<upkeep::Preferenze>(session, "Preferenze");
   Know<core::Colonne>(session, "Colonne");
   Know<list::Elenco>(session, "Elenco");

@@ -170,7 +170,10 @@ QWidget* CommandWidgets::MakeToolBar(forms::ToolBar& field, QWidget* parent) {
                       key->setPopupMode(QToolButton::InstantPopup);
                       key->setText(WithoutMark(menu->Caption()));
                       const QIcon icon = CommandIcon(menu->Name());
-                      key->setIcon(icon.isNull() ? CommandIcon("cmExport") : icon);
+                      // One that is named as those of a menu bar shows its words.
+                      if (!menu->Name().starts_with("menu")) {
+                        key->setIcon(icon.isNull() ? CommandIcon("cmExport") : icon);
+                      }
                       key->setToolTip(WithoutMark(menu->Caption()));
                       bar->addWidget(key);
                     },

@@ -16,11 +16,10 @@ Piece ContestView() {
   const Piece place = Form({Line({Wide(Item("SQTH")), Item("SProvincia")}),
                             Line({Item("Locator"), Item("Altezza")}), Line({Wide(Item("RTX"))}),
                             Line({Wide(Item("Antenna"))}), Line({Item("Potenza")})});
-  return Column(
-      {Framed("Panel3D1", contest),
-       Line({Wide(Framed("Panel3D2", station)), Wide(Framed("Panel3D3", place))}),
-       Framed("Panel3D4", Column({Drawn(Bare(Item("Note")), Look::kLines)})),
-       Line({Drawn(Item("Logo"), Look::kSmall), Space(), Drawn(Item("Sign"), Look::kSmall)})});
+  return Column({Framed("Panel3D1", contest),
+                 Line({Wide(Framed("Panel3D2", station)), Wide(Framed("Panel3D3", place))}),
+                 Line({Wide(Framed("Panel3D4", Column({Drawn(Bare(Item("Note")), Look::kLines)}))),
+                       Drawn(Item("Logo"), Look::kSmall), Drawn(Item("Sign"), Look::kSmall)})});
 }
 
 Piece ContestQsoView() {

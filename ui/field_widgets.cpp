@@ -1,5 +1,6 @@
 #include "field_widgets.h"
 
+#include <QApplication>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,6 +14,7 @@
 #include "rich_text_widget.h"
 #include "status_bar_widget.h"
 #include "text_widgets.h"
+#include "widget_watch.h"
 
 namespace brenvo::ui {
 
@@ -82,7 +84,9 @@ void MakeNarrow(QWidget& label) {
 }
 
 void MakeTail(QWidget& label) {
-  label.setFont(TerminalFont(label.font()));
+  const auto fit = [&label] { label.setFont(TerminalFont(QApplication::font())); };
+  fit();
+  FollowLetters(label, fit);
   label.setBackgroundRole(QPalette::Base);
   label.setForegroundRole(QPalette::Text);
   label.setAutoFillBackground(true);
@@ -97,6 +101,9 @@ QWidget* MakeFieldWidget(Field& field, ViewContext& context, QWidget* parent, Lo
   if (widget != nullptr && look == Look::kLasting) KeepRoom(*widget);
   if (widget != nullptr && (look == Look::kNarrow || look == Look::kTail)) MakeNarrow(*widget);
   if (widget != nullptr && look == Look::kTail) MakeTail(*widget);
+  if (auto* label = qobject_cast<QLabel*>(widget); label != nullptr && look == Look::kNarrow) {
+    label->setWordWrap(true);
+  }
   return widget;
 }
 

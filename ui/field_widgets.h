@@ -19,8 +19,8 @@ enum class Look {
   kDisplay,    // a text or label in large fixed figures
   kLines,      // a text of several lines
   kLasting,    // keeps its room while it is hidden
-  kNarrow,     // a label that is cut where there is no room, and asks for none
-  kTail,       // the same, as the last line of the text area above it
+  kNarrow,     // a label that takes more lines where there is no room, and asks for none
+  kTail,       // one that is cut there, as the last line of the text area above it
   kSmall,      // a picture made to fit a corner of its window
 };
 

@@ -13,6 +13,7 @@
 #include "grid_model.h"
 #include "table_header.h"
 #include "ui/text.h"
+#include "widget_watch.h"
 
 namespace brenvo::ui {
 namespace {
@@ -20,7 +21,7 @@ namespace {
 // The height of letters, in pixels, that given widths are meant for.
 constexpr int kUsualLetters = 16;
 constexpr int kLargeLetters = 19;
-constexpr int kHeadingMargins = 16;
+constexpr int kCellMargins = 16;
 constexpr int kWidestGrid = 720;  // that a window is widened for
 // Beyond this many rows all are alike: asking each for its height would take longer than a look.
 constexpr int kMostRowsOfOwnHeight = 20000;
@@ -29,6 +30,8 @@ constexpr int kMeasuredRows = 60;
 constexpr int kNarrowest = 48, kWidestMeasured = 320;
 // A column of short texts, a code or a number, is never given too little room for them.
 constexpr int kWidestShort = 96;
+// By a seventh.
+constexpr int kBoldIsWider = 7;
 
 class Table : public QTableView {
  public:
@@ -53,7 +56,15 @@ class Table : public QTableView {
     setContextMenuPolicy(Qt::CustomContextMenu);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    const auto fitRows = [this] {
+      verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    };
+    fitRows();
+    FollowLetters(*this, [this, fitRows] {
+      fitRows();
+      told_.clear();
+      Refresh();
+    });
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(16);
@@ -122,11 +133,13 @@ class Table : public QTableView {
     for (int column = 0; column < grid_.Columns(); ++column) {
       const base::Twips given = grid_.ColumnWidth(column);
       if (given == base::Twips(0)) continue;
-      // The header knows its columns once the grid is seen.
-      const int heading =
-          horizontalHeader()->fontMetrics().horizontalAdvance(ToQt(grid_.Cell(0, column))) +
-          kHeadingMargins;
-      all += std::max({given > base::Twips(0) ? ColumnPixels(given) : kNarrowest, heading});
+      // The toolkit measures them once the grid is seen.
+      int words = horizontalHeader()->fontMetrics().horizontalAdvance(ToQt(grid_.Cell(0, column)));
+      for (std::int64_t row = 1; row < std::min<std::int64_t>(grid_.Rows(), kMeasuredRows); ++row) {
+        words = std::max(words, fontMetrics().horizontalAdvance(ToQt(grid_.Cell(row, column))));
+      }
+      all += std::max(given > base::Twips(0) ? ColumnPixels(given) : kNarrowest,
+                      std::min(words + kCellMargins, WidestShort()));
     }
     return std::min(all, kWidestGrid);
   }
@@ -250,6 +263,8 @@ class Table : public QTableView {
   // In twips for letters of the usual height, so that it fits larger ones too.
   void KeepWidth(int column, int pixels) {
     if (arranged_ == nullptr) return;
+    // The last one takes the room that is left.
+    if (column == model_->columnCount() - 1 && horizontalHeader()->stretchLastSection()) return;
     const base::Twips width = base::Twips::FromPixels(qRound(pixels / Larger()));
     context_.Run([&] { grid_.Arranger()->SetColumnWidth(column, width); });
   }
@@ -273,6 +288,7 @@ class Table : public QTableView {
   // A width is meant for letters of the usual height; larger ones need more.
   double Larger() const { return std::max(1.0, fontMetrics().height() / double(kUsualLetters)); }
   int ColumnPixels(base::Twips width) const { return qRound(width.Pixels() * Larger()); }
+  int WidestShort() const { return qRound(kWidestShort * Larger()); }
 
   void SizeColumns() {
     std::vector<base::Twips> told;
@@ -300,16 +316,23 @@ class Table : public QTableView {
         setColumnWidth(column, ColumnPixels(given));
         continue;
       }
-      const int heading = horizontalHeader()->sectionSizeHint(column);
-      const int content = sizeHintForColumn(column) + 6;
+      int heading = horizontalHeader()->sectionSizeHint(column);
+      int content = sizeHintForColumn(column) + 6;
+      if (arranged_ != nullptr) {  // the sign of an order, and the bold letters of a marked row
+        const QString words =
+            model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        if (!words.contains(QStringLiteral(" ▲")) && !words.contains(QStringLiteral(" ▼"))) {
+          heading += fontMetrics().horizontalAdvance(QStringLiteral(" ▼2"));
+        }
+        content += content / kBoldIsWider;
+      }
       const int wanted = given > base::Twips(0)
-                             ? std::max(ColumnPixels(given), std::min(content, kWidestShort))
+                             ? std::max(ColumnPixels(given), std::min(content, WidestShort()))
                              : std::clamp(content, kNarrowest, kWidestMeasured);
       if (const int width = std::max(heading, wanted); !widen || width > columnWidth(column)) {
         setColumnWidth(column, width);
       }
     }
-    if (arranged_ != nullptr) return;  // what the operator draws stays as he draws it
     horizontalHeader()->setStretchLastSection(last >= 0 && told[static_cast<std::size_t>(last)] <
                                                                base::Twips(0));
   }

@@ -9,6 +9,7 @@
 #include <QPainterPath>
 #include <QPaintEvent>
 #include <stdexcept>
+#include <utility>
 
 #include "ui/text.h"
 
@@ -22,6 +23,19 @@ constexpr int kMostMegabytes = 256;
 constexpr int kShortestDrag = 4;
 constexpr int kTextPoints = 18;
 constexpr double kWheelStep = 1.15;
+
+// Null where there is none.
+QImage Read(QImageReader& reader) {
+  reader.setAutoTransform(true);
+  // Charts are larger than the guard that readers put on pictures from strangers.
+  reader.setAllocationLimit(kMostMegabytes);
+  QImage image = reader.read();
+  if (image.isNull()) return image;
+  image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                          : QImage::Format_RGB32);
+  image.setDevicePixelRatio(1);
+  return image;
+}
 
 }  // namespace
 
@@ -42,18 +56,14 @@ MapArea::MapArea(QWidget* parent)
 
 void MapArea::SetImage(const std::filesystem::path& file) {
   QImageReader reader(PathToQt(file));
-  reader.setAutoTransform(true);
-  // Charts are larger than the guard that readers put on pictures from strangers.
-  reader.setAllocationLimit(kMostMegabytes);
-  QImage image = reader.read();
+  QImage image = Read(reader);
   if (image.isNull()) {
     throw std::runtime_error(FromQt(QStringLiteral("L'immagine %1 non si legge: %2")
                                         .arg(PathToQt(file), reader.errorString())));
   }
-  image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
-                                          : QImage::Format_RGB32);
   image_ = std::move(image);
-  image_.setDevicePixelRatio(1);
+  fine_ = QImage();
+  fineFile_ = file.parent_path() / (file.stem().string() + "@2x" + file.extension().string());
   notes_.Clear();
   legend_.clear();
   ArrangeScrollBars();
@@ -118,13 +128,26 @@ void MapArea::paintEvent(QPaintEvent* event) {
   const QRectF shown(event->rect());
   const QRectF source(shown.topLeft() / scale + QPointF(ScrollX(), ScrollY()) / scale,
                       shown.size() / scale);
-  painter.drawImage(shown, image_, source);
+  const QImage& ground = Ground(scale * devicePixelRatioF());
+  const double density = static_cast<double>(ground.width()) / image_.width();
+  painter.drawImage(shown, ground, QRectF(source.topLeft() * density, source.size() * density));
   painter.save();
   painter.translate(-ScrollX(), -ScrollY());
   painter.scale(scale, scale);
   notes_.Paint(painter, source);
   painter.restore();
   PaintLegend(painter, viewport()->rect(), legend_);
+}
+
+const QImage& MapArea::Ground(double scale) {
+  if (scale <= 1) return image_;
+  if (!fineFile_.empty()) {
+    QImageReader reader(PathToQt(std::exchange(fineFile_, {})));
+    const QImage fine = reader.canRead() ? Read(reader) : QImage();
+    // Another picture of that name would lie beside the places that are told.
+    if (fine.size() == 2 * image_.size()) fine_ = fine;
+  }
+  return fine_.isNull() ? image_ : fine_;
 }
 
 QImage MapArea::Picture() const {

@@ -5,7 +5,7 @@
 namespace brenvo::ui {
 namespace {
 
-constexpr int kStripeGap = 6;  // pixels of the screen
+constexpr int kStripeGap = 7;  // pixels of the screen
 constexpr int kLegendGap = 6, kLegendMargin = 10;
 // How much of a fill is white: the letters below it are read.
 constexpr double kLightness = 0.35;
@@ -28,7 +28,7 @@ void PaintFill(QPainter& painter, const QRect& place, const platform::MapFill& f
   painter.setClipRect(place, Qt::IntersectClip);
   if (fill.striped) {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(0, 0, 0, 130), 1.2));
+    painter.setPen(QPen(QColor(0, 0, 0, 110), 1.2));
     const int height = place.height();
     for (int x = place.left() - height; x <= place.right(); x += kStripeGap) {
       painter.drawLine(x, place.top() + height, x + height, place.top());

@@ -81,7 +81,7 @@ PrintPreview::PrintPreview(PageSpool& pages, const QPageLayout& paper, Opener op
       view_(new QScrollArea),
       sheet_(new QLabel),
       place_(new QLabel) {
-  setObjectName(QStringLiteral("PrintPreview"));
+  setObjectName(QLatin1String(kPreviewName));
   setWindowTitle(QStringLiteral("Anteprima di stampa"));
   view_->setWidget(sheet_);
   view_->setAlignment(Qt::AlignCenter);

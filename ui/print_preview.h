@@ -37,6 +37,9 @@ class PageSpool {
   qint64 end_ = 0;
 };
 
+// The preview's object name.
+inline constexpr const char* kPreviewName = "PrintPreview";
+
 // Shows a spooled document page by page; PgUp and PgDn turn it, + and - change its size.
 class PrintPreview : public QDialog {
  public:

@@ -11,6 +11,7 @@
 #include "core/help_topics.h"
 #include "core/session.h"
 #include "help_viewer.h"
+#include "letter_size.h"
 #include "print/report_runner.h"
 #include "qt_progress.h"
 #include "qt_serial_port.h"
@@ -22,7 +23,9 @@
 namespace brenvo::ui {
 
 QtPlatform::QtPlatform(const std::filesystem::path& appPath)
-    : appPath_(appPath), settings_(appPath / "Brenvo.ini") {
+    : appPath_(appPath),
+      settings_(appPath / "Brenvo.ini"),
+      letters_(std::make_unique<LetterSize>(settings_)) {
   host_.OnFailure = [this] { printer_.Abandon(); };
   host_.Map().OnPrint = [this](const QImage& map) { printer_.PrintImage(map); };
   host_.OnHelp = [this](const forms::Window& window) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <numeric>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -16,6 +16,7 @@
 #include "base/text.h"
 #include "text_widgets.h"
 #include "ui/text.h"
+#include "widget_watch.h"
 
 namespace brenvo::ui {
 namespace {
@@ -39,7 +40,9 @@ class Area : public QPlainTextEdit {
     setReadOnly(true);
     setUndoRedoEnabled(false);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    setFont(TerminalFont(font()));
+    const auto fit = [this] { setFont(TerminalFont(QApplication::font())); };
+    fit();
+    FollowLetters(*this, fit);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
     edited_ =
         context.Follow(field.Edited, [this](const forms::RichText::Edit& edit) { Take(edit); });

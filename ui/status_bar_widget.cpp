@@ -118,6 +118,7 @@ QWidget* MakeStatusBar(forms::StatusBar& field, ViewContext& context, QWidget* p
       line->setFrameShadow(QFrame::Sunken);
       row->addWidget(line);
       panel.sign = new QLabel(bar);
+      panel.sign->setObjectName(QStringLiteral("%1_%2_segno").arg(ToQt(field.Name())).arg(number));
       row->addWidget(panel.sign);
     }
     panel.text = new QLabel(bar);

@@ -7,7 +7,9 @@
 namespace brenvo::ui {
 namespace {
 
-// Where a filter is not understood: a frame that is seen without its colour too.
+// A frame in every theme; where a filter is not understood, one that is seen without its colour
+// too.
+constexpr const char* kUsual = "QLineEdit { border: 1px solid palette(mid); }";
 constexpr const char* kFault = "QLineEdit { border: 2px dashed #d03030; }";
 
 }  // namespace
@@ -63,7 +65,7 @@ void TableHeader::Refresh() {
     const QString fault = ToQt(arranger_.FilterFault(column));
     filter.setToolTip(ToQt(arranger_.FilterHint(column)));
     filter.setAccessibleName(model()->headerData(column, Qt::Horizontal).toString());
-    if (const QString style = fault.isEmpty() ? "" : kFault; filter.styleSheet() != style) {
+    if (const QString style = fault.isEmpty() ? kUsual : kFault; filter.styleSheet() != style) {
       filter.setStyleSheet(style);
     }
   }

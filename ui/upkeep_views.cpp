@@ -18,12 +18,18 @@ Piece ConvertiOraView() {
       {}, Column({Form({Line({Item("Qso"), Wide(Item("Periodo"))})}), Item("Spiegazione")}));
 }
 
+Piece PaletteView() {
+  return Column({Form({Line({Wide(Item("Cerca"))})}), Item("Comandi"),
+                 Line({Space(), Item("cmEsegui"), Item("cmExit")})});
+}
+
 }  // namespace
 
 const std::vector<View>& UpkeepViews() {
   static const std::vector<View> kViews = {{"Preferenze", PreferenzeView},
                                            {"OraDelLog", OraDelLogView},
-                                           {"ConvertiOra", ConvertiOraView}};
+                                           {"ConvertiOra", ConvertiOraView},
+                                           {"Palette", PaletteView}};
   return kViews;
 }
 

@@ -17,6 +17,7 @@
 #include "grid_widget.h"
 #include "split_widget.h"
 #include "ui/text.h"
+#include "widget_watch.h"
 
 namespace brenvo::ui {
 namespace {
@@ -25,17 +26,23 @@ using Kind = Piece::Kind;
 constexpr int kMargin = 10, kGap = 8, kLineGap = 7;
 constexpr int kUsualCharacters = 8;  // where no layout says what the fields are for
 
-void SetWidth(QWidget& widget, const Piece& piece, int characters) {
-  if (characters <= 0) return;
+void FitWidth(QWidget& widget, int stretch, int characters) {
   // Capitals are wider than the average; a frame and an arrow come on top.
   int width = widget.fontMetrics().horizontalAdvance('H') * characters + 18;
   if (qobject_cast<QComboBox*>(&widget) || qobject_cast<QDateEdit*>(&widget)) width += 20;
   width = std::max(width, qobject_cast<QDateEdit*>(&widget) ? widget.sizeHint().width() : 0);
-  if (piece.stretch > 0) {
+  if (stretch > 0) {
     widget.setMinimumWidth(width);
   } else {
     widget.setFixedWidth(width);
   }
+}
+
+void SetWidth(QWidget& widget, const Piece& piece, int characters) {
+  if (characters <= 0) return;
+  const int stretch = piece.stretch;
+  FitWidth(widget, stretch, characters);
+  FollowLetters(widget, [&widget, stretch, characters] { FitWidth(widget, stretch, characters); });
 }
 
 // Holds the fields. Where the window is too small for them it scrolls, so that none is cut off or
@@ -54,12 +61,30 @@ class Body : public QScrollArea {
       const int more = RoomForColumns(*grid) - grid->minimumSizeHint().width();
       needed.setWidth(std::max(needed.width(), widget()->minimumSizeHint().width() + more));
     }
-    return needed;
+    return needed + QSize(0, HigherPages());
   }
+  // One of them shows at a time; the window has room for each.
+  void AddPages(std::vector<QWidget*> pages) { pages_.push_back(std::move(pages)); }
   QSize minimumSizeHint() const override { return {kSmallestBody, kSmallestBody / 2}; }
 
  private:
+  // By how much hidden pages are higher than the shown one.
+  int HigherPages() const {
+    int more = 0;
+    for (const std::vector<QWidget*>& pages : pages_) {
+      int shown = 0, highest = 0;
+      for (const QWidget* page : pages) {
+        const int height = page->minimumSizeHint().height();
+        highest = std::max(highest, height);
+        if (!page->isHidden()) shown = height;
+      }
+      more += highest - shown;
+    }
+    return more;
+  }
+
   static constexpr int kSmallestBody = 120;
+  std::vector<std::vector<QWidget*>> pages_;
 };
 
 }  // namespace
@@ -92,6 +117,16 @@ QWidget* WindowBuilder::Build(const Piece& layout, QMenuBar* menuBar) {
   around->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   if (QWidget* all = Make(layout, fields)) around->addWidget(all);
   body->setWidget(fields);
+  for (forms::Field* field : window_.Fields()) {
+    const auto* tabs = forms::FieldAs<forms::TabStrip>(*field);
+    if (tabs == nullptr) continue;
+    std::vector<QWidget*> pages;
+    for (const forms::TabStrip::Page& page : tabs->Pages()) {
+      QWidget* const panel = page.panel != nullptr ? WidgetOf(*page.panel) : nullptr;
+      if (panel != nullptr) pages.push_back(panel);
+    }
+    body->AddPages(std::move(pages));
+  }
   column->addWidget(body, 1);
   for (forms::Field* field : window_.Fields()) {
     if (auto* bar = forms::FieldAs<forms::StatusBar>(*field)) {

@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListView>
 #include <QMainWindow>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -15,13 +16,16 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "forms/window_list.h"
+#include "screen_place.h"
 #include "ui/icons.h"
 #include "ui/text.h"
 #include "unfinished_input.h"
 #include "views.h"
+#include "widget_watch.h"
 #include "window_builder.h"
 
 namespace brenvo::ui {
@@ -35,15 +39,6 @@ forms::WindowState StateOf(const QWidget& widget) {
   return widget.isMaximized() ? forms::WindowState::kMaximised : forms::WindowState::kNormal;
 }
 
-// Moves and shrinks a place until it lies within the room.
-QRect Within(QRect place, const QRect& room) {
-  place.setWidth(std::min(place.width(), room.width()));
-  place.setHeight(std::min(place.height(), room.height()));
-  place.moveLeft(std::clamp(place.left(), room.left(), room.right() + 1 - place.width()));
-  place.moveTop(std::clamp(place.top(), room.top(), room.bottom() + 1 - place.height()));
-  return place;
-}
-
 // The key that closes a window within a window on some desktops closes it on all.
 void CloseWithCtrlF4(QMdiSubWindow& child) {
   const QKeySequence key(Qt::CTRL | Qt::Key_F4);
@@ -53,6 +48,12 @@ void CloseWithCtrlF4(QMdiSubWindow& child) {
     keys += key;
     action->setShortcuts(keys);
   }
+}
+
+QRect ScreenFor(const QRect& place, const QScreen& usual) {
+  QList<QRect> screens;
+  for (const QScreen* screen : QGuiApplication::screens()) screens += screen->availableGeometry();
+  return ScreenOf(place, screens, usual.availableGeometry());
 }
 
 }  // namespace
@@ -119,6 +120,12 @@ WindowFrame::WindowFrame(forms::Window& window, Kind kind, EventGate& gate, QMai
   // The parts outlive every widget that may still call on them.
   connect(outer_, &QObject::destroyed, qApp, [parts = parts_] {});
   outer_->installEventFilter(this);
+  WatchWidget(*outer_, {QEvent::FontChange, QEvent::ApplicationFontChange}, *this,
+              // Behind the fields, which fit themselves in the same way.
+              [this] { QTimer::singleShot(0, this, [this] { GrowWithLetters(); }); });
+  if (kind_ == Kind::kChild) {
+    WatchWidget(area_, {QEvent::Resize}, *this, [this] { BringIntoReach(); });
+  }
   shown_ = window_.Shown.Subscribe([this] { FollowWindow(); });
   FollowWindow();
 }
@@ -168,7 +175,7 @@ void WindowFrame::Place() {
   const bool first = !std::exchange(placed_, true);
   if (first) place.setSize(place.size().expandedTo(Comfortable()));
   if (kind_ == Kind::kMain) {
-    const QRect screen = outer_->screen()->availableGeometry();
+    const QRect screen = ScreenFor(place, *outer_->screen());
     const bool neverPlaced = place.topLeft() == QPoint(0, 0);
     place = Within(place, screen);
     outer_->resize(place.size());
@@ -186,7 +193,7 @@ void WindowFrame::Place() {
     while (first && taken(place.topLeft())) place.translate(kCascadeStep, kCascadeStep);
     outer_->setGeometry(Within(place, room));
   } else {
-    const QRect screen = main_.screen()->availableGeometry();
+    const QRect screen = ScreenFor(place, *main_.screen());
     if (first && place.topLeft() == QPoint(0, 0)) {
       const QRect over(outer_->parentWidget()->pos(), outer_->parentWidget()->size());
       place.moveCenter(over.center());
@@ -196,6 +203,29 @@ void WindowFrame::Place() {
     outer_->move(place.topLeft());
   }
   ReportSoon();
+}
+
+// What is open when the letters grow has room for them, as when it opens.
+void WindowFrame::GrowWithLetters() {
+  if (outer_ == nullptr || !outer_->isVisible() || kind_ == Kind::kMain) return;
+  if (outer_->isMinimized() || outer_->isMaximized()) return;
+  QRect place = Current();
+  place.setSize(place.size().expandedTo(Comfortable()));
+  if (kind_ == Kind::kChild) {
+    outer_->setGeometry(Within(place, QRect(QPoint(0, 0), area_.viewport()->size())));
+  } else {
+    place = Within(place, ScreenFor(place, *main_.screen()));
+    outer_->resize(place.size());
+    outer_->move(place.topLeft());
+  }
+}
+
+// The main frame may have come to a smaller screen.
+void WindowFrame::BringIntoReach() {
+  if (outer_ == nullptr || !outer_->isVisible()) return;
+  if (outer_->isMinimized() || outer_->isMaximized()) return;
+  const QRect room(QPoint(0, 0), area_.viewport()->size());
+  if (!IsInReach(Current(), room)) outer_->setGeometry(Within(Current(), room));
 }
 
 void WindowFrame::Show() {
@@ -300,6 +330,15 @@ bool WindowFrame::Key(QKeyEvent& event) {
     if (box) {
       QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
       QCoreApplication::sendEvent(focus, &tab);
+      return true;
+    }
+  }
+  // From what is typed down into the one list that it seeks in.
+  if (event.key() == Qt::Key_Down && qobject_cast<QLineEdit*>(focus) != nullptr) {
+    const auto lists = outer_->findChildren<QListView*>();
+    if (kind_ == Kind::kDialog && lists.size() == 1 && lists.front()->isVisible()) {
+      lists.front()->setFocus();
+      QCoreApplication::sendEvent(lists.front(), &event);
       return true;
     }
   }

@@ -23,9 +23,9 @@ class SlowRows : public MemoryRows {
   int asked = 0;
 };
 
-class Sample : public ArrangedWindow {
+class ArrangedSample : public ArrangedWindow {
  public:
-  explicit Sample(Session& session)
+  explicit ArrangedSample(Session& session)
       : ArrangedWindow(session, "Sample", "Sample", base::Twips(6000), base::Twips(4000)) {
     ShowCommands({});
   }
@@ -63,9 +63,9 @@ class Sample : public ArrangedWindow {
 class ArrangedWindowTest : public CoreStation {
  protected:
   ArrangedWindowTest() {
-    Know<Sample>("Sample");
+    Know<ArrangedSample>("Sample");
     Know<Colonne>("Colonne");
-    window = &Open<Sample>("Sample");
+    window = &Open<ArrangedSample>("Sample");
   }
   void Heading(int column) {
     Event([&] { window->Tabella.ClickCell(0, column); });
@@ -80,7 +80,7 @@ class ArrangedWindowTest : public CoreStation {
     Event([&] { window->Arranger().Mark(from, to, mark); });
   }
   std::vector<std::string> Names() { return window->Column(0); }
-  Sample* window = nullptr;
+  ArrangedSample* window = nullptr;
 };
 
 TEST_F(ArrangedWindowTest, AClickOnAHeadingSortsThenTurnsRoundThenLeavesAlone) {
@@ -160,6 +160,8 @@ TEST_F(ArrangedWindowTest, MarkedRowsStayMarkedThroughOrderAndFilters) {
   EXPECT_FALSE(window->Arranger().IsMarked(3));
   EXPECT_NE(window->Tabella.BackColour(1, 0), base::kWhite);
   EXPECT_EQ(window->Tabella.BackColour(3, 0), base::kWhite);
+  EXPECT_TRUE(window->Tabella.Bold(1, 0));  // seen without the colour too
+  EXPECT_FALSE(window->Tabella.Bold(3, 0));
   EXPECT_THAT(window->Marked(), ElementsAre(1, 0));
   Filter(0, "an");
   EXPECT_EQ(window->Conteggi.Text(), "1 di 4, segnati 1 (altri 1 non mostrati)");
@@ -197,7 +199,7 @@ TEST_F(ArrangedWindowTest, MovedAndDrawnColumnsAreKeptUnderItsName) {
   EXPECT_THAT(window->Headings(), ElementsAre("Dal", "Nome", "Metri"));
   Press(*window, "cmExit");
   EXPECT_EQ(session.GetSetting("Sample", "Colonne", ""), "Dal:,Nome:1200,Metri:");
-  window = &Open<Sample>("Sample");
+  window = &Open<ArrangedSample>("Sample");
   EXPECT_THAT(window->Headings(), ElementsAre("Dal", "Nome", "Metri"));
   EXPECT_EQ(window->Tabella.ColumnWidth(1), base::Twips(1200));
   EXPECT_EQ(window->Tabella.ColumnWidth(0), forms::kOwnSize);
@@ -206,7 +208,7 @@ TEST_F(ArrangedWindowTest, MovedAndDrawnColumnsAreKeptUnderItsName) {
 TEST_F(ArrangedWindowTest, WhatIsKeptAndNotUnderstoodIsPassedOver) {
   Press(*window, "cmExit");
   session.SaveSetting("Sample", "Colonne", "Nessuna:5,Metri:99999999999,,Metri:1,Nome:-3,:");
-  window = &Open<Sample>("Sample");
+  window = &Open<ArrangedSample>("Sample");
   EXPECT_THAT(window->Headings(), ElementsAre("Metri", "Nome"));
   EXPECT_EQ(window->Tabella.ColumnWidth(0), forms::kOwnSize);
 }

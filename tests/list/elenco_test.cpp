@@ -102,6 +102,44 @@ TEST_F(ElencoTest, StationNameAndKeptFieldsAreColumnsOfTheirOwn) {
   EXPECT_THAT(Column(list.Tabella), IsEmpty());
 }
 
+TEST_F(ElencoTest, AllKeptFieldsAreOfferedWhereColumnsAreChosen) {
+  Add("IK3AAA", 1);
+  Exec("insert into LogAdif (QsoNr,Campo,Valore) values (1,'SAT_NAME','AO-7')");
+  Exec("insert into LogAdif (QsoNr,Campo,Valore) values (1,'SRX','7')");
+  Elenco& list = OpenList();
+  InDialogs([&](forms::Window& dialog) {
+    auto& columns = static_cast<core::Colonne&>(dialog);
+    EXPECT_THAT(Column(columns.Tabella, "Colonna"), testing::Contains("SAT_NAME"));
+    Type(columns.Cerca, "srx");
+    Event([&] { columns.Tabella.DoubleClickCell(1, 0); });
+    Press(columns, "cmApplica");
+  });
+  Press(list, "cmColonne");
+  EXPECT_THAT(Column(list.Tabella, "SRX"), ElementsAre("7"));
+  Filter(list.Tabella, "SRX", "8");
+  EXPECT_THAT(Column(list.Tabella), IsEmpty());
+}
+
+TEST_F(ElencoTest, RowsAreReadWhenTheyAreSeenAndTheNewestByTheirIndex) {
+  AddMany(600);
+  Elenco& list = OpenList();
+  Wait();
+  const auto screen = [&](std::int64_t first) {
+    const auto before = session.Db.Counters().rowsStepped;
+    for (std::int64_t row = first; row < first + 40; ++row) {
+      for (int column = 0; column < list.Tabella.Columns(); ++column)
+        list.Tabella.Cell(row, column);
+    }
+    return session.Db.Counters().rowsStepped - before;
+  };
+  screen(100);  // opens the table
+  EXPECT_EQ(screen(300), 40);
+  EXPECT_EQ(screen(300), 0);
+  EXPECT_EQ(
+      session.Db.QueryPlan("Select QsoNr from Log Order By DataQso Desc,QsoNr Desc").find("TEMP"),
+      std::string::npos);
+}
+
 TEST_F(ElencoTest, ANewAChangedAndADeletedContactAreFollowedWhereTheyBelong) {
   Add("IK3AAA", 1);
   Add("IK3CCC", 3);

@@ -48,6 +48,19 @@ TEST(Images, AreAsLargeAsTheirSheets) {
   for (const Region& region : Regions()) ExpectSize(region.file, region.size);
 }
 
+TEST(Images, HaveAFinePictureBesideThemForWhoLooksClosely) {
+  const auto fine = [](std::string_view file) {
+    return std::string(file.substr(0, file.rfind('.'))) + "@2x.jpg";
+  };
+  const auto twice = [](const SheetSize& size) {
+    return SheetSize{2 * size.width, 2 * size.height};
+  };
+  ExpectSize(fine(FieldSheet::kFile), twice(FieldSheet::kSize));
+  ExpectSize(fine(ZoneSheet::kFile), twice(ZoneSheet::kSize));
+  ExpectSize(fine(ItalySheet::kFile), twice(ItalySheet::kSize));
+  for (const Region& region : Regions()) ExpectSize(fine(region.file), twice(region.size));
+}
+
 TEST(Images, ShowLandAndSeaWhereTheyAre) {
   const auto expect = [](std::string_view file, const auto& sheet) {
     const QImage image = Delivered(file);
@@ -94,6 +107,25 @@ TEST(Images, EveryZoneHasAGreenAndARedDiscAroundTheSameSpot) {
       while (qAlpha(stamp.pixel(54 - right, 29)) < 128) ++right;
       EXPECT_EQ(left, right) << name;
     }
+  }
+}
+
+// Whoever sees red and green alike sees how much of the disc is white.
+TEST(Images, AConfirmedZoneIsAFullDiscAndAnotherOneARing) {
+  const auto whites = [](const std::string& name) {
+    const QImage stamp = Delivered(name);
+    int count = 0;
+    for (int y = 0; y < stamp.height(); ++y) {
+      for (int x = 0; x < stamp.width(); ++x) {
+        const QRgb pixel = stamp.pixel(x, y);
+        if (qAlpha(pixel) == 255 && qGray(pixel) > 240) ++count;
+      }
+    }
+    return count;
+  };
+  for (int zone = 1; zone <= 40; ++zone) {
+    const std::string name = "Zona" + std::to_string(zone);
+    EXPECT_GT(whites(name + "nc.bmp"), whites(name + "c.bmp") + 60) << zone;
   }
 }
 

@@ -49,16 +49,14 @@ TEST_F(StampaQslTest, OpensWithTheSmallestLabelWhenNothingIsStored) {
 
 TEST_F(StampaQslTest, SaysWhereLabelsRunOffTheSheet) {
   StampaQsl& screen = OpenScreen();
-  EXPECT_EQ(screen.Avviso.Text(),
-            "Attenzione: su A4 le etichette escono dal foglio in basso di 8.1 mm");
+  EXPECT_EQ(screen.Avviso.Text(), "Attenzione: fuori dal foglio A4 in basso di 8.1 mm");
   screen.EtichXFila.SetValue(3);
   EXPECT_EQ(screen.Avviso.Text(),
-            "Attenzione: su A4 le etichette escono dal foglio a destra di 30.0 mm e in basso di "
+            "Attenzione: fuori dal foglio A4 a destra di 30.0 mm e in basso di "
             "8.1 mm");
   screen.EtichXFila.SetValue(2);
   screen.AltezzaEtichetta.SetValue(380);
-  EXPECT_EQ(screen.Avviso.Text(),
-            "Attenzione: su A4 le etichette escono dal foglio in basso di 7.0 mm");
+  EXPECT_EQ(screen.Avviso.Text(), "Attenzione: fuori dal foglio A4 in basso di 7.0 mm");
   screen.SpazVerticale.SetValue(50);
   EXPECT_EQ(screen.Avviso.Text(), "14 etichette intere su un foglio A4");
 }

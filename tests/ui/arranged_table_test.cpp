@@ -130,10 +130,12 @@ TEST_F(ArrangedTable, AFilterStandsUnderEachHeadingAndIsFollowedWhileItIsTyped) 
 }
 
 TEST_F(ArrangedTable, AFilterThatIsNotUnderstoodShowsIt) {
+  const QString usual = Filters()[0]->styleSheet();
   QTest::keyClicks(Filters()[0], "?");
-  EXPECT_NE(Filters()[0]->styleSheet(), "");
+  EXPECT_NE(Filters()[0]->styleSheet(), usual);
+  EXPECT_THAT(Filters()[0]->styleSheet().toStdString(), ::testing::HasSubstr("dashed"));
   QTest::keyClick(Filters()[0], Qt::Key_Backspace);
-  EXPECT_EQ(Filters()[0]->styleSheet(), "");
+  EXPECT_EQ(Filters()[0]->styleSheet(), usual);
 }
 
 TEST_F(ArrangedTable, FiltersThatTheProgramEmptiesAreSeenEmpty) {
@@ -177,6 +179,20 @@ TEST_F(ArrangedTable, ADrawnWidthIsTheTablesOwnAndItsFilterFollows) {
   EXPECT_EQ(Filters()[0]->width(), 40);
   EXPECT_NEAR(form.widths[0].Pixels(), 40, 1);
   EXPECT_EQ(form.widths[2], forms::kOwnSize);
+}
+
+TEST_F(ArrangedTable, AHeadingHasRoomForTheSignOfItsOrder) {
+  for (int i = 0; i < 2; ++i) {
+    form.widths[static_cast<std::size_t>(i)] = forms::kOwnSize;
+  }
+  form.ShowColumns();
+  Settle();
+  const int before = rows.columnWidth(0);
+  form.names[0] = "Call ▼2";
+  form.ShowColumns();
+  Settle();
+  EXPECT_EQ(rows.columnWidth(0), before);
+  EXPECT_GE(before, heading.sectionSizeHint(0));
 }
 
 TEST_F(ArrangedTable, CtrlAndShiftMarkByTheMouse) {

@@ -125,6 +125,31 @@ TEST_F(MapScreen, AnnotationsAreDrawnAtTheZoomInForce) {
   EXPECT_EQ(shown.pixelColor(44, 100), QColor(200, 220, 255));
 }
 
+TEST_F(MapScreen, LookedAtCloselyAMapIsDrawnWithAllThePixelsThatItsFinePictureHas) {
+  QImage fine(4000, 3000, QImage::Format_RGB32);
+  fine.fill(QColor(200, 220, 255));
+  for (int y = 0; y < 3000; ++y) fine.setPixelColor(401, y, Qt::black);
+  fine.save(directory.filePath("wm@2x.png"));
+  map.SetImage(PathFromQt(directory.filePath("wm.png")));
+  map.SetZoom(200);
+  const QImage shown = map.viewport()->grab().toImage();
+  EXPECT_EQ(shown.pixelColor(401, 50), QColor(Qt::black));
+  EXPECT_EQ(shown.pixelColor(400, 50), QColor(200, 220, 255));
+  EXPECT_EQ(shown.pixelColor(402, 50), QColor(200, 220, 255));
+  map.SetZoom(100);
+  EXPECT_EQ(map.viewport()->grab().toImage().pixelColor(200, 50), QColor(200, 220, 255));
+  EXPECT_EQ(map.ImageWidth(), 2000);
+}
+
+TEST_F(MapScreen, AFinePictureOfAnotherSizeIsPassedOver) {
+  QImage other(3000, 3000, QImage::Format_RGB32);
+  other.fill(Qt::black);
+  other.save(directory.filePath("wm@2x.png"));
+  map.SetImage(PathFromQt(directory.filePath("wm.png")));
+  map.SetZoom(200);
+  EXPECT_EQ(map.viewport()->grab().toImage().pixelColor(100, 50), QColor(200, 220, 255));
+}
+
 TEST_F(MapScreen, TheLegendStandsInItsCornerUntilAnotherMapComes) {
   map.ShowLegend({{base::kGreen, {}, "Confermato"}, {{base::kRed, true}, {}, "Lavorato"}});
   const QPoint corner(12, map.ViewHeight() - 13);

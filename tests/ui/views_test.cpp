@@ -5,12 +5,18 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTableView>
 
+#include "core/preferences.h"
+#include "core/texts.h"
 #include "forms/choice_fields.h"
 #include "forms/command.h"
+#include "forms/list_field.h"
 #include "forms/status_bar.h"
 #include "forms/text_field.h"
 #include "station/station.h"
@@ -119,6 +125,79 @@ TEST_F(StationScreen, TheKeyThatTakesBackTakesTheLastContactBackWhileOneTypes) {
   EXPECT_EQ(Outer("LogForm").findChild<QLabel*>("Avviso")->text(), "Ripreso: Nuovo qso (1 Qso)");
 }
 
+TEST_F(StationScreen, WithAllThatSavesKeysAKnownStationCostsItsCallAndOneKey) {
+  for (const core::Choice* choice : core::AllChoices()) {
+    if (choice->section == "Log") EXPECT_EQ(session.Choices.Set(*choice, "Sì"), "");
+  }
+  ASSERT_NE(Open("LogForm"), nullptr);
+  int keys = 0;
+  const auto press = [&](int key) {
+    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key));
+    QTest::qWait(1);
+    ++keys;
+  };
+  const auto type = [&](const char* text) {
+    for (const char* at = text; *at != 0; ++at) {
+      QTest::keyClick(QApplication::focusWidget(), *at);
+      ++keys;
+    }
+    QTest::qWait(1);
+  };
+  const auto focus = [] { return QApplication::focusWidget()->objectName(); };
+  // The first contact pays for the band and the locator, once.
+  press(Qt::Key_F5);
+  type("dl1abc");
+  press(Qt::Key_Return);
+  ASSERT_EQ(focus(), "Banda");
+  session.Windows.RunEvent([&] {
+    static_cast<forms::ListField*>(session.Windows.Find("LogForm")->FindField("Banda"))
+        ->SetText("  2 m");
+  });
+  press(Qt::Key_Return);
+  ASSERT_EQ(focus(), "Locator");
+  type("jo31aa");
+  press(Qt::Key_Return);
+  ASSERT_EQ(focus(), "CallQso");
+  keys = 0;
+  type("dl1abc");
+  press(Qt::Key_Return);
+  EXPECT_EQ(keys, 7);
+  const auto stored = session.Db.OpenSnapshot(
+      "SELECT Call,Banda,Modo,QrkDato,QrkRicevuto,Locator FROM Log ORDER BY QsoNr DESC");
+  EXPECT_EQ(stored->RecordCount(), 2);
+  EXPECT_EQ(core::Joined({stored->Field(std::size_t{0}).Text(), stored->Field(1).Text(),
+                          stored->Field(2).Text(), stored->Field(3).Text(), stored->Field(4).Text(),
+                          stored->Field(5).Text()}),
+            "DL1ABC  2 m  SSB  59  59  JO31AA");
+  EXPECT_EQ(focus(), "CallQso");
+  EXPECT_EQ(Outer("LogForm").findChild<QLineEdit*>("CallQso")->text(), "");
+  EXPECT_EQ(Outer("LogForm").findChild<QLabel*>("Avviso")->text(),
+            "Qso inserito: DL1ABC  2 m  SSB");
+}
+
+TEST_F(StationScreen, AStatusWordBearsItsSignAndIsPaleOnAnotherBand) {
+  ASSERT_NE(Open("LogForm"), nullptr);
+  QTest::keyClicks(QApplication::focusWidget(), "ik1abc");
+  QTest::qWait(1);
+  auto* const word = Outer("LogForm").findChild<QLabel*>("StatusBar1_2");
+  auto* const sign = Outer("LogForm").findChild<QLabel*>("StatusBar1_2_segno");
+  EXPECT_EQ(word->text(), "New Call");
+  EXPECT_FALSE(word->font().bold());
+  EXPECT_EQ(word->toolTip(), "Nessuna banda scelta: vale per i Qso senza banda");
+  const auto signs = [&] { return sign->pixmap(Qt::ReturnByValue).toImage(); };
+  EXPECT_TRUE(sign->isVisible());
+  const QImage pale = signs();
+  session.Windows.RunEvent([&] {
+    static_cast<forms::ListField*>(session.Windows.Find("LogForm")->FindField("Banda"))
+        ->SetText("  2 m");
+  });
+  QTest::keyClicks(QApplication::focusWidget(), "d");
+  QTest::qWait(1);
+  EXPECT_TRUE(word->font().bold());
+  EXPECT_EQ(word->toolTip(), "Vale per 2 m");
+  EXPECT_NE(signs(), pale);
+}
+
 TEST_F(StationScreen, TheKeyboardFollowsTheLogIntoItsGridAndBack) {
   ASSERT_NE(Open("LogForm"), nullptr);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_F7);
@@ -184,6 +263,12 @@ TEST_F(StationScreen, WithLargeLettersAnAwardsColumnsAreSeenWhole) {
   large.setPointSizeF(14);
   QApplication::setFont(large);
   session.Handed.QueryText = "WHERE QsoNr>0";
+  for (const std::string area : {"3", "4"}) {
+    session.Db.Execute(
+        "insert into Log (DataQso,Call,Banda,Locator,Prefisso,Country,Provincia,QslRicevuta) "
+        "values (cvdate('01/02/2001'),'I" +
+        area + "XYZ','  2 m','JN65DF','I" + area + "','I','VE',True)");
+  }
   for (const char* name : {"SCountry", "SProvincie", "SPrefissi", "SSQuare"}) {
     forms::Window* award = Open(name);
     ASSERT_NE(award, nullptr);
@@ -191,7 +276,33 @@ TEST_F(StationScreen, WithLargeLettersAnAwardsColumnsAreSeenWhole) {
     auto* grid = Outer(name).findChild<QTableView*>();
     ASSERT_NE(grid, nullptr);
     EXPECT_LE(grid->horizontalHeader()->length(), grid->viewport()->width()) << name;
+    EXPECT_GE(grid->columnWidth(name == std::string("SSQuare") ? 1 : 2),
+              grid->fontMetrics().horizontalAdvance("Confermato") + 6)
+        << name;
     session.Windows.RunEvent([&] { session.Windows.Unload(*award); });
+  }
+  QApplication::setFont(before);
+}
+
+// 14 points, on a screen of 1280 by 800.
+TEST_F(StationScreen, WithLargeLettersContestAndMultimediaDoNotScroll) {
+  const QFont before = QApplication::font();
+  QFont large = before;
+  large.setPointSizeF(14);
+  QApplication::setFont(large);
+  platform.Screen().Main().resize(1280, 800);
+  QTest::qWait(1);
+  for (const auto& [name, field] : {std::pair("Contest", "Note"), {"User", "CallInterval"}}) {
+    forms::Window* window = Open(name);
+    ASSERT_NE(window, nullptr);
+    if (auto* tabs = Outer(name).findChild<QTabBar*>()) tabs->setCurrentIndex(1);
+    QTest::qWait(1);
+    const auto* body = Outer(name).findChild<QScrollArea*>();
+    ASSERT_NE(body, nullptr);
+    EXPECT_TRUE(body->isAncestorOf(Outer(name).findChild<QWidget*>(field)));
+    EXPECT_FALSE(body->verticalScrollBar()->isVisible()) << name;
+    EXPECT_FALSE(body->horizontalScrollBar()->isVisible()) << name;
+    session.Windows.RunEvent([&] { session.Windows.Unload(*window); });
   }
   QApplication::setFont(before);
 }
@@ -205,13 +316,14 @@ TEST_F(StationScreen, EscClosesTheEntryOfAContestContact) {
   ScreenTest::WhenModal([&](QWidget& dialog) {
     came = dialog.objectName() == "ContestNewQso";
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    QTimer::singleShot(500, [] {
-      if (QWidget* left = QApplication::activeModalWidget()) {
-        ADD_FAILURE() << "still open";
-        left->close();
-      }
-    });
   });
+  QTimer late;
+  late.setSingleShot(true);
+  QObject::connect(&late, &QTimer::timeout, [] {
+    ADD_FAILURE() << "still open";
+    if (QWidget* left = QApplication::activeModalWidget()) left->close();
+  });
+  late.start(10000);
   session.Windows.RunEvent([&] { log->FindCommand("cmNew")->Press(); });
   EXPECT_TRUE(came);
   session.Windows.RunEvent([&] { session.Windows.Unload(*log); });

@@ -11,6 +11,7 @@
 #include "drive/settings_file.h"
 #include "drive/words.h"
 #include "file/database_file.h"
+#include "frame/palette.h"
 #include "recorder/refused.h"
 #include "station/station.h"
 
@@ -72,6 +73,7 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
       {"tick", 2, 3, &Driver::TickField},
       {"press", 1, 1, &Driver::PressField},
       {"undo", 0, 0, &Driver::Undo},
+      {"palette", 1, 1, &Driver::TakeFirstHit},
       {"click", 1, 3, &Driver::Click},
       {"dblclick", 1, 3, &Driver::DoubleClick},
       {"column", 2, 2, &Driver::Column},
@@ -273,6 +275,13 @@ void Driver::TickField(const Words& words) {
 }
 
 void Driver::PressField(const Words& words) { Press(ReachField(words[0])); }
+
+void Driver::TakeFirstHit(const Words& words) {
+  ReachField("Brenvo.cmPalette");
+  const std::vector<frame::KnownCommand> hits = frame::CommandsFor(*session_, words[0]);
+  if (hits.empty()) throw recorder::Refused{"no command for " + words[0]};
+  frame::PressCommand(*session_, hits.front());
+}
 
 void Driver::Undo(const Words&) { Press(ReachField("LogForm.cmAnnulla")); }
 

@@ -73,6 +73,7 @@ class Driver {
   void Hover(const Words& words);
   void TickField(const Words& words);
   void PressField(const Words& words);
+  void TakeFirstHit(const Words& words);
   void Undo(const Words& words);
   void Click(const Words& words);
   void DoubleClick(const Words& words);

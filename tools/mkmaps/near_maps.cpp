@@ -170,7 +170,7 @@ void DrawItaly(const MapSources& sources, const std::filesystem::path& out) {
   sheet.Title(area, QStringLiteral("Italia - provincie"));
   sheet.EndArea();
   sheet.Frame(area);
-  sheet.Save(out / I::kFile);
+  sheet.SaveTwice(out / I::kFile);
 }
 
 void DrawEurope(const MapSources& sources, const std::filesystem::path& out) {
@@ -251,7 +251,7 @@ void DrawRegion(const MapSources& sources, const Region& region, const std::file
               QString::fromUtf8(region.title.data(), static_cast<qsizetype>(region.title.size())));
   sheet.EndArea();
   sheet.Frame(area);
-  sheet.Save(out / region.file);
+  sheet.SaveTwice(out / region.file);
 }
 
 }  // namespace brenvo::mkmaps

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <QFont>
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPainterPath>
 #include <stdexcept>
 
@@ -47,10 +48,8 @@ QFont FontOf(const SheetPainter::Words& words) {
 
 }  // namespace
 
-SheetPainter::SheetPainter(const SheetSize& size)
-    : image_(size.width, size.height, QImage::Format_RGB32) {
-  image_.fill(map_colours::kPaper);
-  painter_.begin(&image_);
+SheetPainter::SheetPainter(const SheetSize& size) : size_(size) {
+  painter_.begin(&picture_);
   painter_.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
 }
 
@@ -173,10 +172,22 @@ void SheetPainter::Frame(const QRectF& area) {
   painter_.drawRect(area);
 }
 
-void SheetPainter::Save(const std::filesystem::path& file) {
-  painter_.end();
+void SheetPainter::SaveTwice(const std::filesystem::path& file) {
+  SaveAt(1, file);
+  SaveAt(2, file.parent_path() / (file.stem().string() + "@2x" + file.extension().string()));
+}
+
+void SheetPainter::SaveAt(int density, const std::filesystem::path& file) {
+  if (painter_.isActive()) painter_.end();
+  QImage image(size_.width * density, size_.height * density, QImage::Format_RGB32);
+  image.fill(map_colours::kPaper);
+  QPainter painter(&image);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+  painter.scale(density, density);
+  painter.drawPicture(0, 0, picture_);
+  painter.end();
   constexpr int kQuality = 90;
-  if (!image_.save(QString::fromStdString(file.string()), "JPG", kQuality)) {
+  if (!image.save(QString::fromStdString(file.string()), "JPG", kQuality)) {
     throw std::runtime_error(file.string() + ": cannot be written");
   }
 }

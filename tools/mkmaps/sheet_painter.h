@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <functional>
 #include <QColor>
-#include <QImage>
 #include <QPainter>
 #include <QPen>
+#include <QPicture>
 #include <QPointF>
 #include <QRectF>
 #include <QString>
@@ -66,10 +66,16 @@ class SheetPainter {
 
   QPainter& Painter() { return painter_; }
   // JPEG. Throws std::runtime_error.
-  void Save(const std::filesystem::path& file);
+  void Save(const std::filesystem::path& file) { SaveAt(1, file); }
+  // The same, and beside it NAME@2x with twice as many pixels a side, for who looks closely.
+  void SaveTwice(const std::filesystem::path& file);
 
  private:
-  QImage image_;
+  void SaveAt(int density, const std::filesystem::path& file);
+
+  SheetSize size_;
+  // Drawn when it is saved, at any density.
+  QPicture picture_;
   QPainter painter_;
 };
 

@@ -63,7 +63,8 @@ QImage Blank(int width, int height) {
   return image;
 }
 
-void DrawZoneStamp(int zone, const QColor& colour, const std::filesystem::path& file) {
+// A full disc for a confirmed zone, a ring for another: they differ in more than their colour.
+void DrawZoneStamp(int zone, const QColor& colour, bool full, const std::filesystem::path& file) {
   QImage image = Blank(55, 59);
   QPainter painter(&image);
   painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
@@ -74,12 +75,16 @@ void DrawZoneStamp(int zone, const QColor& colour, const std::filesystem::path& 
   painter.setPen(Qt::NoPen);
   painter.setBrush(colour);
   painter.drawEllipse(spot, 12.5, 12.5);
+  if (!full) {
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(spot, 9, 9);
+  }
   QFont font(QStringLiteral("DejaVu Sans"));
   font.setStyleHint(QFont::SansSerif);
   font.setPixelSize(13);
   font.setBold(true);
   painter.setFont(font);
-  painter.setPen(Qt::white);
+  painter.setPen(full ? QColor(Qt::white) : colour);
   painter.drawText(QRectF(spot.x() - 14, spot.y() - 14, 28, 28), Qt::AlignCenter,
                    QString::number(zone));
   painter.end();
@@ -115,8 +120,8 @@ void DrawPointerStamp(const std::filesystem::path& out) {
 
 void DrawZoneStamps(int zone, const std::filesystem::path& out) {
   const std::string name = "Zona" + std::to_string(zone);
-  DrawZoneStamp(zone, QColor(0, 128, 0), out / (name + "c.bmp"));
-  DrawZoneStamp(zone, QColor(200, 0, 0), out / (name + "nc.bmp"));
+  DrawZoneStamp(zone, QColor(0, 128, 0), true, out / (name + "c.bmp"));
+  DrawZoneStamp(zone, QColor(200, 0, 0), false, out / (name + "nc.bmp"));
 }
 
 }  // namespace brenvo::mkmaps

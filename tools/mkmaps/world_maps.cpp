@@ -130,7 +130,7 @@ void DrawFieldMap(const MapSources& sources, const std::filesystem::path& out) {
     }
   }
   sheet.Frame(area);
-  sheet.Save(out / FieldSheet::kFile);
+  sheet.SaveTwice(out / FieldSheet::kFile);
 }
 
 void DrawSquareMap(const MapSources& sources, const std::filesystem::path& out) {
@@ -207,7 +207,7 @@ void DrawZoneMap(const MapSources& sources, const std::filesystem::path& out) {
     sheet.Write(at, QString::fromStdString(outline.name), {13, true});
   }
   sheet.Frame(area);
-  sheet.Save(out / ZoneSheet::kFile);
+  sheet.SaveTwice(out / ZoneSheet::kFile);
 }
 
 }  // namespace brenvo::mkmaps

@@ -322,6 +322,7 @@ std::vector<Picture> AllPictures() {
       Plain("EsportaAdif"),
       Plain("Preferenze"),
       DialogOf("Brenvo", "cmOraDelLog", "OraDelLog"),
+      DialogOf("Brenvo", "cmPalette", "Palette"),
       {"ConvertiOra", LogInLocalTime, "ConvertiOra"},
       {"Brenvo", StationAtWork},
       {"Stazioni", HomeAndHill},

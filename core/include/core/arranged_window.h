@@ -71,6 +71,10 @@ class ArrangedWindow : public TableWindow, private forms::GridArranger {
   // the operator has chosen since.
   void SetColumns(std::vector<TableColumn> columns);
 
+  // The headings of the columns that were kept, whether there are such or not.
+  std::vector<std::string> KeptHeadings();
+  // The operator is about to choose among all columns.
+  virtual void BeforeChoosing() {}
   // As if the operator had written it under that column, which is then shown.
   void SetFilter(std::size_t field, std::string_view text);
 
@@ -102,6 +106,7 @@ class ArrangedWindow : public TableWindow, private forms::GridArranger {
   void ShowAll();
   void MarkAll();
   void ChooseColumns();
+  void EachKept(const std::function<void(std::string_view heading, std::string_view width)>& see);
   void ReadChoice();
   void KeepChoice();
   void ShowHeadings();

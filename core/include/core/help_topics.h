@@ -24,6 +24,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"OldQsoLocator", 140},
     {"Elenco", 150},
     {"Corrispondente", 160},
+    {"VerificaLog", 170},
     {"Colonne", 150},
     {"CambiaColonna", 155},
     {"ContaQso", 158},
@@ -65,7 +66,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"ConvertiOra", 794},
     {"Stazioni", 796},
     {"Storia", 798},
-    {"VerificaLog", 799}};
+    {"Palette", 799}};
 
 // The first page for a window without one.
 constexpr int HelpTopicOf(std::string_view window) {

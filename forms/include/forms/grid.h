@@ -162,10 +162,12 @@ class DataGrid : public Grid {
   void SetSource(GridRows* rows) { source_ = rows; }
   void SetColumnsOf(std::vector<ColumnOf> columns);
   const std::vector<ColumnOf>& ColumnsOf() const { return columns_; }
-  // Who arranges it lives as long as the grid. A marked row shows in a colour of its own.
+  // Who arranges it lives as long as the grid. A marked row shows in bold
+  // letters on a colour of its own.
   void SetArranger(GridArranger* arranger) { arranger_ = arranger; }
   GridArranger* Arranger() override { return arranger_; }
   base::Colour BackColour(std::int64_t row, int column) override;
+  bool Bold(std::int64_t row, int column) override;
 
   std::int64_t Rows() override;
   int Columns() override { return static_cast<int>(columns_.size()); }
@@ -180,6 +182,8 @@ class DataGrid : public Grid {
   void RemoveRow(std::int64_t row) override;
 
  private:
+  bool IsMarked(std::int64_t row);
+
   GridRows* source_ = nullptr;
   GridArranger* arranger_ = nullptr;
   std::vector<ColumnOf> columns_;

@@ -148,7 +148,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
        &cmProvincie,  &cmNoteHelp,      &cmUtente,           &cmCompatta,    &cmAssegnaPrefissi,
        &cmAzzeraLog,  &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
        &cmPreferenze, &cmOraDelLog,     &cmConvertiOra,      &cmStazioni,    &cmStoria,
-       &cmElenco,     &cmVerificaLog}};
+       &cmElenco,     &cmVerificaLog,   &cmPalette}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -202,6 +202,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::Command cmElenco{*this, "cmElenco", "Elenco...", {.shortcut = "Ctrl+E", .run = [this] {
                                                              OpenSingle("Elenco");
                                                            }}};
+  forms::Command cmPalette{
+      *this, "cmPalette", "Comandi...", {.shortcut = "Ctrl+P", .run = [this] { ShowPalette(); }}};
   forms::Command cmVerificaLog{
       *this, "cmVerificaLog", "Verifica log...", {.run = [this] { OpenSingle("VerificaLog"); }}};
   forms::Command cmOraDelLog{
@@ -234,6 +236,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
   // The selection of contacts under a mode word, then a fresh window on what it gave.
   void OpenSelected(std::string_view window, std::string_view word, bool takesElenca = false);
   void OpenTerminal();
+  void ShowPalette();
   void AssignPrefixes();
   void PutBackACopy();
   void FollowProfile();

@@ -115,6 +115,9 @@ class Elenco : public core::ArrangedWindow {
   forms::Menu menuQsl{*this, "menuQsl", "Qsl", {&cmDaInviare, &cmInviata, &cmRicevuta}};
   forms::Menu menuEsporta{*this, "menuEsporta", "Esporta", {&cmAdif, &cmCsv, &cmXlsx, &cmStampa}};
 
+ protected:
+  void BeforeChoosing() override;
+
  private:
   void OpenInLog();
   void ChangeColumnOfMarked();

@@ -344,8 +344,13 @@ class LogForm : public core::LogWindow {
   struct Told {
     forms::Weight weight = forms::Weight::kPlain;
     std::string banda;
+    std::string shownOn;  // the band that was chosen when they were marked
   };
   std::array<Told, 3> told_;
+  // Chosen by the operator; looked up when he chooses, not at each keystroke.
+  struct Chosen {
+    bool keepsLink = false, reportsByMode = false, statusByBand = false, timesOfQso = false;
+  } chosen_;
   std::string timeOfStart_;                 // date and time as they were put in, empty for not yet
   std::vector<forms::TextField*> skipped_;  // missing, and left so by the operator
   forms::TextField* asked_ = nullptr;       // where Enter went last

@@ -69,7 +69,14 @@ class MapArea : public QMdiArea, public platform::PictureViewer {
   bool Wheel(QWheelEvent& event);
   void ZoomAround(double percent, QPoint centre);
 
+  // The fine one where more than the image's own pixels are shown, and it is there; else the image.
+  const QImage& Ground(double scale);
+
   QImage image_;
+  // The same map with twice as many pixels a side, beside the image as NAME@2x; read when somebody
+  // looks closely.
+  QImage fine_;
+  std::filesystem::path fineFile_;  // empty once it was looked for
   MapNotes notes_;
   std::vector<LegendLine> legend_;
   QString welcome_;

@@ -17,6 +17,8 @@ class Session;
 
 namespace brenvo::ui {
 
+class LetterSize;
+
 // Reports print by the station's own layouts, on the same printer as everything else.
 class StationReports : public platform::ReportPrinter {
  public:
@@ -71,6 +73,7 @@ class QtPlatform : public forms::WindowPlatform {
   QtClock clock_;
   QtMessageBox messages_;
   QtSettings settings_;
+  std::unique_ptr<LetterSize> letters_;
   StationReports reports_;
   QtWindowHost host_{gate_};
   QtPrinter printer_{ChooseTarget,

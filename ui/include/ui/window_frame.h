@@ -44,6 +44,8 @@ class WindowFrame : public QObject {
   struct Parts;
   void FollowWindow();  // caption and place, when the logic has changed them
   QSize Comfortable() const;
+  void GrowWithLetters();
+  void BringIntoReach();
   void Place();
   QRect Wanted() const;
   QRect Current() const;
