@@ -65,7 +65,6 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"OraDelLog", 792},
     {"ConvertiOra", 794},
     {"Stazioni", 796},
-    {"VerificaLog", 797},
     {"Storia", 798},
     {"Palette", 799}};
 
