@@ -26,7 +26,7 @@ may_see() {
     worked) echo "worked $middle" ;;
     upkeep) echo "upkeep file $middle" ;;
     frame) echo "$frame $middle" ;;
-    log) echo "log history $middle" ;;
+    log) echo "log history worked $middle" ;;
     history|contest|awards|links|tables|adif) echo "$1 $middle" ;;
     list) echo "list adif $middle" ;;
     checks) echo "checks worked adif $middle" ;;

@@ -26,6 +26,7 @@ class LogStandIn : public core::LogWindow {
   }
   void Unload() override { session_.Opened.CurrentLogForm = nullptr; }
   std::vector<std::string> shown;
+  std::string ShownCall() const override { return {}; }
 
  protected:
   void ReceiveSelection() override { shown.push_back(session_.Handed.QueryText); }
