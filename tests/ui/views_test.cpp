@@ -127,7 +127,8 @@ TEST_F(StationScreen, TheKeyThatTakesBackTakesTheLastContactBackWhileOneTypes) {
 
 TEST_F(StationScreen, WithAllThatSavesKeysAKnownStationCostsItsCallAndOneKey) {
   for (const core::Choice* choice : core::AllChoices()) {
-    if (choice->section == "Log") EXPECT_EQ(session.Choices.Set(*choice, "Sì"), "");
+    if (choice->section != "Log") continue;
+    EXPECT_EQ(session.Choices.Set(*choice, "Sì"), "");
   }
   ASSERT_NE(Open("LogForm"), nullptr);
   int keys = 0;
