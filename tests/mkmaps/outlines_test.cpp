@@ -11,7 +11,10 @@ namespace {
 class OutlineFile : public testing::Test {
  protected:
   std::vector<Outline> Read(const std::string& rows) {
-    const auto file = std::filesystem::path(testing::TempDir()) / "brenvo_outlines.csv";
+    // Each test runs as a program of its own, beside others.
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    const auto file = std::filesystem::path(testing::TempDir()) /
+                      (std::string("brenvo_outlines_") + test->name() + ".csv");
     std::ofstream(file, std::ios::binary) << "Kind,Name,Group,Step,Points\n" << rows;
     return ReadOutlines(file);
   }

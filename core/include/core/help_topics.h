@@ -25,7 +25,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"Elenco", 150},
     {"Corrispondente", 160},
     {"VerificaLog", 170},
-    {"Colonne", 150},
+    {"Colonne", 152},
     {"CambiaColonna", 155},
     {"ContaQso", 158},
     {"Contest", kHelpContest},
