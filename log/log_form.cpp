@@ -31,6 +31,7 @@ LogForm::LogForm(core::Session& session)
       session_(session) {
   QsoNr.ReadOnly = QsoTotali.ReadOnly = Qrb.ReadOnly = true;
   Query.SetVisible(false);
+  cmInvio.SetVisible(false);  // a key alone
   Posiziona.SetVisible(false);
   PanelGriglia.SetVisible(false);
   DataQso.MayBeEmpty = true;
