@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <exception>
 
 #include "base/number.h"
@@ -61,7 +63,7 @@ Corrispondente::Corrispondente(core::Session& session)
   ShowCommands({&cmApri, &cmUpdate});
   DefaultCommand = &cmApri;
   CallQso.Filter = core::UpperKey;
-  CallQso.OnChange = [this] { CallChanged(); };
+  CallQso.OnChange = [this] { AskSoon(); };
   for (forms::TextField* field : {&Nomi, &Luoghi, &Locatori, &Direzione, &Sole}) {
     field->ReadOnly = true;
   }
@@ -69,15 +71,13 @@ Corrispondente::Corrispondente(core::Session& session)
     session_.Windows.RunEvent([this] { asked_ == nullptr ? Ask() : LookForAnswer(); });
   };
   calls_ = session.CallTyped.Subscribe([this](const core::TypedCall& typed) {
+    const bool moved = typed_ != typed.locator;
     typed_ = typed.locator;
-    if (base::Trim(CallQso.Text()) == base::Trim(typed.call)) {
-      timer_->SetEnabled(!call_.empty());
-    } else {
-      CallQso.SetText(typed.call);
-    }
+    CallQso.SetText(typed.call);
+    if (moved && !call_.empty()) ShowPlace();
   });
   contacts_ = session.Contacts.Subscribe([this](const core::ContactsChanged& change) {
-    if (change.table == core::ContactTable::kLog) timer_->SetEnabled(true);
+    if (change.table == core::ContactTable::kLog && Concerns(change)) AskSoon();
   });
   closing_ = session.Closing.Subscribe([this] { StopAsking(); });
 }
@@ -116,10 +116,22 @@ void Corrispondente::StopAsking() {
   timer_->SetEnabled(false);
   work_.reset();  // waits until it has ended: the database is about to be closed
   asked_.reset();
+  due_ = false;
 }
 
-void Corrispondente::CallChanged() {
-  StopAsking();
+bool Corrispondente::Concerns(const core::ContactsChanged& change) const {
+  const auto* const one = std::get_if<core::OneContact>(&change.which);
+  if (one == nullptr) return true;
+  return std::ranges::any_of(std::array{&one->before, &one->after}, [&](const auto* side) {
+    return *side && core::BaseCall((*side)->contact.Call) == call_;
+  });
+}
+
+// Whoever types does not wait for an answer that is still on its way: it is passed over.
+void Corrispondente::AskSoon() {
+  due_ = asked_ != nullptr;
+  if (due_) return;
+  timer_->SetEnabled(false);  // the pause begins anew at each keystroke
   timer_->SetInterval(kPause);
   timer_->SetEnabled(true);
 }
@@ -154,6 +166,10 @@ void Corrispondente::LookForAnswer() {
   timer_->SetInterval(kPause);
   work_.reset();
   const std::shared_ptr<Answer> answer = std::exchange(asked_, nullptr);
+  if (due_) {
+    AskSoon();
+    return;
+  }
   if (answer->failure) std::rethrow_exception(answer->failure);
   Show(*answer);
 }
@@ -184,7 +200,8 @@ void Corrispondente::Show(const Answer& answer) {
   // What is being written about a station stays while its contacts are stored.
   if (answer.call != noted_) Nota.SetText(core::StationNote(session_.Db, answer.call));
   noted_ = answer.call;
-  ShowPlace(PlaceOf(answer));
+  place_ = PlaceOf(answer);
+  ShowPlace();
   ShowRows(std::nullopt);
   if (answer.call.empty()) {
     Say("");
@@ -197,7 +214,6 @@ void Corrispondente::Show(const Answer& answer) {
 }
 
 std::string Corrispondente::PlaceOf(const Answer& answer) {
-  if (geo::IsValidLocator(typed_)) return typed_;
   for (const EarlierContact& each : answer.contacts) {
     if (geo::IsValidLocator(each.locator)) return each.locator;
   }
@@ -210,7 +226,8 @@ std::string Corrispondente::PlaceOf(const Answer& answer) {
   return geo::IsValidLocator(locator) ? locator : std::string();
 }
 
-void Corrispondente::ShowPlace(const std::string& locator) {
+void Corrispondente::ShowPlace() {
+  const std::string& locator = geo::IsValidLocator(typed_) ? typed_ : place_;
   const std::string& own = session_.Station.MyLocator;
   if (locator.empty() || !geo::IsValidLocator(own)) {
     Direzione.SetText("");

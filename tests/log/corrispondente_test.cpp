@@ -25,8 +25,11 @@ class CorrispondenteTest : public StationTest {
   Corrispondente& OpenPage() { return Open<Corrispondente>("Corrispondente"); }
   // Until the log has answered.
   void Wait() {
-    machine.Advance(Corrispondente::kPause);
-    machine.Advance(Corrispondente::kBetweenLooks);
+    // An answer that is passed over is waited for, and then the pause begins anew.
+    for (int i = 0; i < 3; ++i) {
+      machine.Advance(Corrispondente::kPause);
+      machine.Advance(Corrispondente::kBetweenLooks);
+    }
   }
   void Ask(Corrispondente& page, std::string_view call) {
     Event([&] { page.CallQso.SetText(call); });
@@ -177,6 +180,30 @@ TEST_F(CorrispondenteTest, ACallWithAQuoteOrAPatternIsAskedForAsItStands) {
     Ask(page, call);
     EXPECT_THAT(page.Avviso.Text(), HasSubstr("nessun Qso")) << call;
   }
+}
+
+TEST_F(CorrispondenteTest, ACallTypedWhileTheLogIsAskedIsTheOneThatIsAnswered) {
+  Add("'05/01/2001','IK3ABC','  2 m','SSB','','','',False");
+  Add("'06/01/2001','DL1ABC','  2 m','SSB','','','',False");
+  Corrispondente& page = OpenPage();
+  Event([&] { page.CallQso.SetText("IK3ABC"); });
+  machine.Advance(Corrispondente::kPause);
+  Event([&] { page.CallQso.SetText("DL1ABC"); });
+  machine.Advance(Corrispondente::kBetweenLooks);
+  EXPECT_THAT(Cells(page.Tabella), ElementsAre());
+  Wait();
+  EXPECT_EQ(page.Avviso.Text(), "DL1ABC: 1 Qso");
+}
+
+TEST_F(CorrispondenteTest, ALocatorThatIsTypedAsksTheLogNothing) {
+  Add("'05/01/2001','IK3ABC','  2 m','SSB','','','JN61GV',False");
+  LogForm& log = Open<LogForm>("LogForm");
+  Corrispondente& page = OpenPage();
+  Wait();
+  Event([&] { log.Locator.SetText("JO62QM"); });
+  EXPECT_THAT(page.Direzione.Text(), testing::StartsWith("JO62QM   SP "));
+  Event([&] { log.Locator.SetText("JO62Q"); });
+  EXPECT_THAT(page.Direzione.Text(), testing::StartsWith("JO62QM   SP "));
 }
 
 TEST_F(CorrispondenteTest, TheDatabaseIsClosedWhileItAsks) {

@@ -53,15 +53,17 @@ class Corrispondente : public core::TableWindow {
  private:
   struct Answer;
 
-  void CallChanged();
+  void AskSoon();
+  bool Concerns(const core::ContactsChanged& change) const;
   void Ask();
   void LookForAnswer();
   void Show(const Answer& answer);
-  void ShowPlace(const std::string& locator);
+  void ShowPlace();
   void StopAsking();
   void StoreNote();
   void OpenChosen();
-  // The locator of the place where the station is most likely; empty when nothing tells.
+  // The locator of the place where the station is by its contacts, else by its country; empty when
+  // nothing tells.
   std::string PlaceOf(const Answer& answer);
 
   std::shared_ptr<const worked::Rules> rules_;
@@ -69,6 +71,8 @@ class Corrispondente : public core::TableWindow {
   std::shared_ptr<Answer> asked_;  // what is being asked; null for nothing
   std::unique_ptr<platform::BackgroundWork> work_;
   std::string call_;                 // the base call that is shown or asked for
+  std::string place_;                // where it is, as long as the log's entry does not tell
+  bool due_ = false;                 // something else is wanted than what is being asked
   std::string noted_;                // whose note is shown
   std::string typed_;                // the locator that the log's entry shows
   std::vector<std::int64_t> qsoNr_;  // of each row, at its key
