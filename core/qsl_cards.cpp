@@ -96,16 +96,33 @@ std::optional<QslCards> CardsOfText(std::string_view text) {
   return cards;
 }
 
+namespace {
+
+// Nothing for a card of another version, which stays unseen.
+std::optional<QslCard> CardIn(const engine::Value& way, const engine::Value& day) {
+  const auto known = CardWayOf(base::Trim(way.Text()));
+  if (!known) return std::nullopt;
+  const auto told = day.IsNull() ? std::nullopt : day.ReadableDate();
+  return QslCard{*known, told ? std::optional(told->DatePart()) : std::nullopt};
+}
+
+void Append(engine::RowAppender& rows, std::int64_t qsoNr, CardSide side, const QslCards& cards) {
+  for (const QslCard& each : cards) {
+    rows.Append({qsoNr, LetterOf(side), FactsOf(each.way).letter,
+                 each.day ? engine::Value(*each.day) : engine::Value()});
+  }
+}
+
+}  // namespace
+
 QslCards CardsOf(engine::Database& database, std::int64_t qsoNr, CardSide side) {
   const auto rows = database.OpenSnapshot(fmt::format(
       "Select Via,Data from {} where QsoNr={} and Verso='{}'", kTable, qsoNr, LetterOf(side)));
   QslCards cards;
   for (; !rows->EOF_(); rows->MoveNext()) {
-    const auto way = CardWayOf(base::Trim(rows->Field(std::size_t{0}).Text()));
-    const engine::Value told = rows->Field(1);
-    auto day = told.IsNull() ? std::nullopt : told.ReadableDate();
-    if (day) day = day->DatePart();
-    if (way) cards.push_back({*way, day});  // one of another version stays unseen
+    if (const auto card = CardIn(rows->Field(std::size_t{0}), rows->Field(1))) {
+      cards.push_back(*card);
+    }
   }
   std::ranges::sort(cards, {}, &QslCard::way);
   return cards;
@@ -116,11 +133,32 @@ void StoreCards(engine::Database& database, std::int64_t qsoNr, CardSide side,
   database.Execute(
       fmt::format("Delete * from {} where QsoNr={} and Verso='{}'", kTable, qsoNr, LetterOf(side)));
   if (cards.empty()) return;
-  const auto rows = database.OpenAppender(kTable);
-  for (const QslCard& each : cards) {
-    rows->Append({qsoNr, LetterOf(side), FactsOf(each.way).letter,
-                  each.day ? engine::Value(*each.day) : engine::Value()});
+  Append(*database.OpenAppender(kTable), qsoNr, side, cards);
+}
+
+CardTable::CardTable(engine::Database& database)
+    : rows_(database.OpenTable(kTable)), new_(database.OpenAppender(kTable)) {
+  rows_->SetIndex("PrimaryKey");
+}
+
+ContactCards CardTable::Of(std::int64_t qsoNr) {
+  ContactCards cards;
+  rows_->Seek(engine::SeekComparison::kGreaterOrEqual, {qsoNr});
+  if (rows_->NoMatch()) return cards;
+  for (; !rows_->EOF_() && rows_->Field("QsoNr").Integer() == qsoNr; rows_->MoveNext()) {
+    const std::string side = base::UpperAscii(base::Trim(rows_->Field("Verso").Text()));
+    const auto card = CardIn(rows_->Field("Via"), rows_->Field("Data"));
+    if (!card) continue;
+    if (side == LetterOf(CardSide::kSent)) cards.sent.push_back(*card);
+    if (side == LetterOf(CardSide::kReceived)) cards.received.push_back(*card);
   }
+  std::ranges::sort(cards.sent, {}, &QslCard::way);
+  std::ranges::sort(cards.received, {}, &QslCard::way);
+  return cards;
+}
+
+void CardTable::Add(std::int64_t qsoNr, CardSide side, const QslCards& cards) {
+  Append(*new_, qsoNr, side, cards);
 }
 
 bool MarkCards(Session& session, std::string_view title, const std::vector<std::int64_t>& keys,

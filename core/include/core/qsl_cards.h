@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -48,6 +49,14 @@ struct QslCard {
 // Of one contact and side: each way once, by rising ways.
 using QslCards = std::vector<QslCard>;
 
+// Of one contact.
+struct ContactCards {
+  QslCards sent, received;
+  QslCards& Of(CardSide side) { return side == CardSide::kSent ? sent : received; }
+  const QslCards& Of(CardSide side) const { return side == CardSide::kSent ? sent : received; }
+  friend bool operator==(const ContactCards&, const ContactCards&) = default;
+};
+
 // The one of the latest day, of equal ones the last; null where there is none.
 const QslCard* LatestCard(const QslCards& cards);
 // "B 2001-02-03; D": as the history and files hold them. Empty for none.
@@ -60,6 +69,19 @@ QslCards CardsOf(engine::Database& database, std::int64_t qsoNr, CardSide side);
 // contact that stands in the log keeps them in the history before (History::KeepCards).
 void StoreCards(engine::Database& database, std::int64_t qsoNr, CardSide side,
                 const QslCards& cards);
+
+// The same for many contacts, one after another.
+class CardTable {
+ public:
+  explicit CardTable(engine::Database& database);
+  ContactCards Of(std::int64_t qsoNr);
+  // Of a contact that has none of this side.
+  void Add(std::int64_t qsoNr, CardSide side, const QslCards& cards);
+
+ private:
+  std::unique_ptr<engine::Table> rows_;
+  std::unique_ptr<engine::RowAppender> new_;
+};
 
 // Each contact has sent or got this card, in place of one by the same way, and the column of that
 // side says so; one that went out is not to be sent any more. All contacts or none, as one work of
