@@ -7,7 +7,7 @@
 #include "base/text.h"
 #include "core/log_contact.h"
 #include "core/note_tag.h"
-#include "dxcc_entities.h"
+#include "adif/dxcc_entities.h"
 #include "escaped_text.h"
 #include "own_fields.h"
 #include "plain_name.h"

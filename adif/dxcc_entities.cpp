@@ -1,4 +1,4 @@
-#include "dxcc_entities.h"
+#include "adif/dxcc_entities.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -11,7 +11,7 @@
 #include "base/uuid.h"
 #include "core/contact_origin.h"
 #include "core/quoted.h"
-#include "dxcc_entities.h"
+#include "adif/dxcc_entities.h"
 
 namespace brenvo::adif {
 namespace {

@@ -13,7 +13,7 @@
 #include "base/plain_letters.h"
 #include "base/text.h"
 #include "core/log_contact.h"
-#include "dxcc_entities.h"
+#include "adif/dxcc_entities.h"
 #include "escaped_text.h"
 #include "own_fields.h"
 #include "plain_name.h"

@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 #include "core/prefix.h"
-#include "dxcc_entities.h"
+#include "adif/dxcc_entities.h"
 #include "geo/locator.h"
 #include "plain_name.h"
 

@@ -6,7 +6,7 @@
 #   show  the same as run, and what showing it on a virtual screen takes
 set -eu
 
-run="g++ cmake ninja-build ccache pkg-config libsqlite3-dev libssl-dev libfmt-dev libutfcpp-dev
+run="g++ cmake ninja-build ccache pkg-config libsqlite3-dev libssl-dev libfmt-dev libutfcpp-dev libexpat1-dev
      libxlsxwriter-dev qt6-base-dev qt6-serialport-dev qt6-multimedia-dev qt6-svg-dev qt6-image-formats-plugins
      libgl-dev libvulkan-dev libxkbcommon-dev qt6-translations-l10n qt6-qpa-plugins
      fonts-dejavu-core fonts-liberation espeak-ng iso-flags-png-320x240"
