@@ -245,8 +245,8 @@ TEST_F(SessionTest, EveryMenuHasAShortcutAndNoShortcutIsGivenTwice) {
   std::set<const forms::Menu*> menus, reached;
   for (const auto& [menu, command] : MenuCommands()) {
     menus.insert(menu);
-    if (command->Shortcut.empty()) continue;
-    EXPECT_TRUE(shortcuts.insert(command->Shortcut).second) << command->Shortcut;
+    if (command->Shortcut().empty()) continue;
+    EXPECT_TRUE(shortcuts.insert(command->Shortcut()).second) << command->Shortcut();
     reached.insert(menu);
   }
   EXPECT_EQ(reached, menus);
