@@ -36,13 +36,13 @@ CardsByContact AllCards(engine::Reader& reader) {
   CardsByContact all;
   reader.ForEach(
       "select QsoNr,Verso,Via,Data from LogQsl order by QsoNr,Verso,Via", [&](auto& row) {
-        const auto way = core::CardWayOf(base::Trim(row.Text(2)));
-        if (!way) return true;  // of another version
-        const bool sent = base::SameText(base::Trim(row.Text(1)), "I");
-        const auto day = row.Date(3);
-        auto& cards =
-            all[row.Integer(0)].Of(sent ? core::CardSide::kSent : core::CardSide::kReceived);
-        cards.push_back({*way, day ? std::optional(day->DatePart()) : std::nullopt});
+        const auto card = core::CardOfRow(row.Text(2), row.Date(3));
+        if (!card) return true;
+        const bool sent =
+            base::SameText(base::Trim(row.Text(1)), core::LetterOf(core::CardSide::kSent));
+        all[row.Integer(0)]
+            .Of(sent ? core::CardSide::kSent : core::CardSide::kReceived)
+            .push_back(*card);
         return true;
       });
   return all;

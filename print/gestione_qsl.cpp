@@ -35,19 +35,9 @@ std::string WayName(core::CardWay way) {
   return std::string(name.empty() ? kNoWay : name);
 }
 
-std::string CardText(const core::QslCard& card) {
-  std::string text(core::FactsOf(card.way).name);
-  if (card.day) text += (text.empty() ? "" : " ") + base::DateText(*card.day);
-  return text;
-}
-
-// "bureau 03/02/2001, diretta"; "sì" for a card of which nothing else is known.
+// "sì" for a card of which nothing else is known.
 std::string CardsText(bool flag, const core::QslCards& cards) {
-  std::string text;
-  for (const core::QslCard& card : cards) {
-    const std::string one = CardText(card);
-    if (!one.empty()) text += (text.empty() ? "" : ", ") + one;
-  }
+  const std::string text = core::ShownCards(cards);
   return text.empty() && flag ? "sì" : text;
 }
 
@@ -204,7 +194,7 @@ core::QslCard GestioneQsl::ChosenCard() const {
 
 void GestioneQsl::MarkChosen(core::CardSide side) {
   const std::vector<std::int64_t> keys = MarkedKeys();
-  const std::string card = CardText(ChosenCard());
+  const std::string card = core::ShownCard(ChosenCard());
   const std::string title =
       fmt::format("Qsl {} {}", side == core::CardSide::kSent ? "inviata" : "ricevuta", card);
   const bool done = DoneHere(
@@ -251,7 +241,7 @@ void GestioneQsl::PrintLabels() {
       fmt::format("{} per {}", Counted(std::ssize(labels), "etichetta", "etichette"),
                   Counted(std::ssize(contacts), "contatto", "contatti"));
   const core::QslCard card = ChosenCard();
-  const std::string text = CardText(card);
+  const std::string text = core::ShownCard(card);
   if (!session_.Messages().AskYesNo(Caption(),
                                     fmt::format("Stampate {}.\nSegnare come inviate{}{}?", printed,
                                                 text.empty() ? "" : ": ", text))) {
