@@ -22,8 +22,6 @@ constexpr CardWayFacts kWays[] = {
     {CardWay::kOqrs, "O", "OQRS"},      {CardWay::kElectronic, "E", "elettronica"},
 };
 
-std::string_view LetterOf(CardSide side) { return side == CardSide::kSent ? "I" : "R"; }
-
 bool ChangeCards(Session& session, std::string_view title, const std::vector<std::int64_t>& keys,
                  CardSide side, std::string_view columns, const std::optional<QslCard>& card) {
   const auto change = [&] {
@@ -51,6 +49,29 @@ bool ChangeCards(Session& session, std::string_view title, const std::vector<std
 }  // namespace
 
 std::span<const CardWayFacts> CardWays() { return kWays; }
+
+std::string_view LetterOf(CardSide side) { return side == CardSide::kSent ? "I" : "R"; }
+
+std::optional<QslCard> CardOfRow(std::string_view letter, std::optional<base::DateTime> day) {
+  const auto way = CardWayOf(base::Trim(letter));
+  if (!way) return std::nullopt;
+  return QslCard{*way, day ? std::optional(day->DatePart()) : std::nullopt};
+}
+
+std::string ShownCard(const QslCard& card) {
+  std::string text(FactsOf(card.way).name);
+  if (card.day) text += (text.empty() ? "" : " ") + base::DateText(*card.day);
+  return text;
+}
+
+std::string ShownCards(const QslCards& cards) {
+  std::string text;
+  for (const QslCard& card : cards) {
+    const std::string one = ShownCard(card);
+    if (!one.empty()) text += (text.empty() ? "" : ", ") + one;
+  }
+  return text;
+}
 
 std::optional<CardWay> CardWayOf(std::string_view letter) {
   const auto at = std::ranges::find(kWays, base::UpperAscii(letter), &CardWayFacts::letter);
@@ -98,12 +119,8 @@ std::optional<QslCards> CardsOfText(std::string_view text) {
 
 namespace {
 
-// Nothing for a card of another version, which stays unseen.
 std::optional<QslCard> CardIn(const engine::Value& way, const engine::Value& day) {
-  const auto known = CardWayOf(base::Trim(way.Text()));
-  if (!known) return std::nullopt;
-  const auto told = day.IsNull() ? std::nullopt : day.ReadableDate();
-  return QslCard{*known, told ? std::optional(told->DatePart()) : std::nullopt};
+  return CardOfRow(way.Text(), day.IsNull() ? std::nullopt : day.ReadableDate());
 }
 
 void Append(engine::RowAppender& rows, std::int64_t qsoNr, CardSide side, const QslCards& cards) {

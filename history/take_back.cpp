@@ -406,6 +406,18 @@ TakenBack TakeBack(core::Session& session, const PastWork& work,
   return result;
 }
 
+std::optional<LastTaken> TakeBackLast(core::Session& session) {
+  constexpr int kMostWorksTried = 20;
+  std::optional<LastTaken> last;
+  auto work = LastWork(session);
+  for (int tried = 0; work && tried < kMostWorksTried; ++tried) {
+    last = {*work, TakeBack(session, *work)};
+    if (last->result.taken > 0 || last->result.stopped) break;
+    work = LastWork(session, work->Lavoro);
+  }
+  return work ? last : std::nullopt;
+}
+
 std::string Told(const PastWork& work, const TakenBack& result) {
   if (result.stopped) return "Interrotto: tutto è rimasto com'era";
   std::string told = result.taken == 0

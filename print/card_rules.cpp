@@ -25,10 +25,11 @@ constexpr std::string_view kHome = "CASA", kHomeOfExamples = "I";
 constexpr std::string_view kWantedColumn = "QslDaInviare", kReceivedColumn = "QslRicevuta";
 constexpr const char* kHeadings[] = {"Regola", "Nome", "Campi", "Valori", "Solo per", "Non per"};
 
-enum class RuleKind { kNote, kNever, kAsked, kFirst, kDigit, kExample };
+enum class RuleKind { kNote, kNever, kAsked, kFirst, kDigit, kBureau, kExample };
 constexpr std::pair<std::string_view, RuleKind> kRuleNames[] = {
-    {"Nota", RuleKind::kNote},   {"Mai", RuleKind::kNever},   {"Chiesta", RuleKind::kAsked},
-    {"Prima", RuleKind::kFirst}, {"Cifra", RuleKind::kDigit}, {"Esempio", RuleKind::kExample}};
+    {"Nota", RuleKind::kNote},      {"Mai", RuleKind::kNever},   {"Chiesta", RuleKind::kAsked},
+    {"Prima", RuleKind::kFirst},    {"Cifra", RuleKind::kDigit}, {"Bureau", RuleKind::kBureau},
+    {"Esempio", RuleKind::kExample}};
 
 constexpr std::pair<std::string_view, CardField> kFieldNames[] = {
     {"Call", CardField::kCall},         {"Manager", CardField::kManager},
@@ -130,16 +131,20 @@ void Read(const RuleRow& row, CardRules& rules) {
   if (!hasCountries && !(row.only.empty() && row.except.empty())) {
     Refuse(row, "solo Chiesta e Prima hanno Solo per e Non per");
   }
-  if (hasCountries && !row.values.empty()) Refuse(row, "solo Mai e Cifra hanno valori");
-  if (row.kind == RuleKind::kDigit) {
-    if (!row.fields.empty() && !base::SameText(row.fields, "Country")) {
-      Refuse(row, "il campo di Cifra è Country");
+  if (hasCountries && !row.values.empty()) Refuse(row, "Chiesta e Prima non hanno valori");
+  if (row.fields.empty()) return;
+  if (row.kind == RuleKind::kDigit || row.kind == RuleKind::kBureau) {
+    if (!base::SameText(row.fields, "Country")) {
+      Refuse(row, "il campo di Cifra e di Bureau è Country");
     }
-    if (!row.fields.empty())
-      std::ranges::move(Words(row.values), std::back_inserter(rules.byDigit));
+    std::vector<std::string> countries = Words(row.values);
+    if (row.kind == RuleKind::kBureau) {
+      rules.oneBureau.push_back(std::move(countries));
+    } else {
+      std::ranges::move(countries, std::back_inserter(rules.byDigit));
+    }
     return;
   }
-  if (row.fields.empty()) return;
   CardRules::Reason reason{
       CardRules::Reason::Kind::kFirst, row.name, {}, Words(row.only), Words(row.except)};
   switch (row.kind) {
@@ -230,12 +235,23 @@ std::string ContentOf(const std::filesystem::path& file) {
 
 }  // namespace
 
-bool IsInCountries(const std::vector<std::string>& countries, std::string_view country,
-                   std::string_view home) {
+std::vector<std::string> HomeOf(const CardRules& rules, std::string_view country) {
   const std::string word = InCapitals(country);
-  return std::ranges::any_of(countries, [&](const std::string& each) {
-    return each == word || (each == kHome && word == InCapitals(home));
-  });
+  std::vector<std::string> home = {word};
+  for (const std::vector<std::string>& together : rules.oneBureau) {
+    if (std::ranges::find(together, word) == together.end()) continue;
+    home.insert(home.end(), together.begin(), together.end());
+  }
+  return home;
+}
+
+bool IsInCountries(const std::vector<std::string>& countries, std::string_view country,
+                   const std::vector<std::string>& home) {
+  const std::string word = InCapitals(country);
+  const auto holds = [](const std::vector<std::string>& list, std::string_view each) {
+    return std::ranges::find(list, each) != list.end();
+  };
+  return holds(countries, word) || (holds(countries, kHome) && holds(home, word));
 }
 
 CardRules ParseCardRules(const worked::Rules& modes, std::string_view delivered,

@@ -35,7 +35,7 @@ enum class CardField : std::uint8_t {
 };
 
 // Texts compare without regard to case and to blanks at their ends. Among countries the word "Casa"
-// is the station's own.
+// is the station's own, with those that have one bureau with it.
 class CardRules {
  public:
   // Cards that are never sent, whoever asks for them.
@@ -55,13 +55,17 @@ class CardRules {
 
   std::vector<Never> never;
   std::vector<Reason> reasons;
-  std::vector<std::string>
-      byDigit;  // countries whose cards a bureau sorts by the digit of the call
+  // Countries whose cards a bureau sorts by the digit of the call.
+  std::vector<std::string> byDigit;
+  // Countries that have one bureau together.
+  std::vector<std::vector<std::string>> oneBureau;
 };
 
+// The countries that are home to a station of this one, in capitals.
+std::vector<std::string> HomeOf(const CardRules& rules, std::string_view country);
 // Whether a country is in such a list.
 bool IsInCountries(const std::vector<std::string>& countries, std::string_view country,
-                   std::string_view home);
+                   const std::vector<std::string>& home);
 
 inline constexpr std::string_view kDeliveredCardRules = "QslDaInviare.csv",
                                   kOwnCardRules = "QslDaInviare proprie.csv";

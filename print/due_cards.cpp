@@ -55,16 +55,17 @@ void DueCards::Give(std::int64_t qsoNr, std::size_t reason) {
 }
 
 void DueCards::See(const CardContact& contact) {
-  const bool canGo = !contact.sent && !IsNever(contact);
+  const bool never = IsNever(contact), canGo = !contact.sent && !never;
   for (std::size_t i = 0; i < rules_.reasons.size(); ++i) {
     const CardRules::Reason& reason = rules_.reasons[i];
     if (!reason.only.empty() && !IsInCountries(reason.only, contact.Country, home_)) continue;
     if (IsInCountries(reason.except, contact.Country, home_)) continue;
     using enum CardRules::Reason::Kind;
     if (reason.kind != kFirst) {
-      if (canGo && (reason.kind == kWanted ? contact.wanted : contact.received)) {
-        Give(contact.qsoNr, i);
-      }
+      // Who wants to send one again has said so.
+      const bool asked =
+          reason.kind == kWanted ? contact.wanted && !never : contact.received && canGo;
+      if (asked) Give(contact.qsoNr, i);
       continue;
     }
     std::string key;

@@ -11,11 +11,15 @@
 
 namespace brenvo::print {
 
-// Contacts come in by rising date. The rules and the modes live as long as this does.
+// Contacts of a station in that country come in by rising date. The rules and the modes live as
+// long as this does.
 class DueCards {
  public:
-  DueCards(const CardRules& rules, const worked::Rules& modes, std::string_view home)
-      : rules_(rules), modes_(modes), home_(home), groups_(rules.reasons.size()) {}
+  DueCards(const CardRules& rules, const worked::Rules& modes, std::string_view country)
+      : rules_(rules),
+        modes_(modes),
+        home_(HomeOf(rules, country)),
+        groups_(rules.reasons.size()) {}
 
   void See(const CardContact& contact);
   // The contacts that owe a card, each with the name of its reason; the names live as long as the
@@ -33,7 +37,7 @@ class DueCards {
 
   const CardRules& rules_;
   const worked::Rules& modes_;
-  std::string home_;
+  std::vector<std::string> home_;
   std::vector<std::unordered_map<std::string, Group>> groups_;  // by reason
   std::unordered_map<std::int64_t, std::size_t> due_;           // the first reason
 };

@@ -2,8 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <set>
+
 #include "core/history.h"
 #include "tests/core/core_station.h"
+#include "tests/support/recorded_files.h"
 
 namespace brenvo::core {
 namespace {
@@ -72,6 +76,49 @@ TEST_F(QslCardsTest, TheSameWayAgainTakesTheNewDay) {
   MarkCards(session, "Inviate", {1}, CardSide::kSent, {CardWay::kBureau, kDay});
   MarkCards(session, "Inviate", {1}, CardSide::kSent, {CardWay::kBureau, kDay.Later(86400)});
   EXPECT_THAT(Rows("select Via,Data from LogQsl"), ElementsAre("B|04/02/2001"));
+}
+
+// From the n-th on nothing that is written reaches the disk, as for a program that was killed
+// there.
+TEST_F(QslCardsTest, CutShortAtAnyMomentAllAreMarkedOrNone) {
+  constexpr int kContacts = 40;
+  std::vector<std::int64_t> keys;
+  for (int i = 1; i <= kContacts; ++i) {
+    Exec("insert into Log (DataQso,Call,Banda) values ('2001-02-03 10:" + std::to_string(i + 10) +
+         ":00','DL1ABC','  2 m')");
+    keys.push_back(i);
+  }
+  session.CloseTables();
+  const auto database = directory.Path() / "Brenvo.mdb", before = directory.Path() / "before";
+  std::filesystem::copy_file(database, before);
+  std::set<std::string> reached;
+  for (int n = 0;; ++n) {
+    SCOPED_TRACE(n);
+    for (const char* suffix : {"", "-wal", "-shm"})
+      std::filesystem::remove(database.string() + suffix);
+    std::filesystem::copy_file(before, database);
+    bool cut = false;
+    {
+      RecordedFiles files;
+      session.Open();
+      files.FailFrom(n, SQLITE_FULL);
+      try {
+        MarkCards(session, "Inviate", keys, CardSide::kSent, {CardWay::kBureau, kDay});
+      } catch (const engine::DatabaseError&) {
+        cut = true;
+      }
+      session.CloseTables();
+    }
+    session.Open();
+    const std::string cards = Rows("select Count(*) from LogQsl")[0];
+    EXPECT_EQ(Rows("select Count(*) from Log where QslInviata")[0], cards);
+    EXPECT_EQ(Rows("select Count(*) from StoriaCampi")[0], cards);
+    reached.insert(cards);
+    session.CloseTables();
+    if (!cut) break;
+  }
+  session.Open();
+  EXPECT_THAT(reached, ElementsAre("0", std::to_string(kContacts)));
 }
 
 TEST_F(QslCardsTest, AContactThatIsGoneGetsNone) {

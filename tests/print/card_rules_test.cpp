@@ -100,6 +100,14 @@ TEST(CardRules, HomeIsTheStationsOwnCountry) {
   EXPECT_THAT(cards.Finish(), UnorderedElementsAre(Pair(1, "Casa"), Pair(2, "Fuori")));
 }
 
+TEST(CardRules, HomeAreTheCountriesOfOneBureau) {
+  const CardRules rules = ParseCardRules(Modes(), DeliveredText());
+  EXPECT_TRUE(IsInCountries({"CASA"}, "is0 ", HomeOf(rules, "I")));
+  EXPECT_TRUE(IsInCountries({"CASA"}, "I", HomeOf(rules, "IS0")));
+  EXPECT_FALSE(IsInCountries({"CASA"}, "IS0", HomeOf(rules, "DL")));
+  EXPECT_TRUE(IsInCountries({"CASA"}, "DL", HomeOf(rules, "DL")));
+}
+
 TEST(CardRules, TheOperatorsRowsTakeThePlaceOfOursAndOneWithoutFieldsTakesARuleAway) {
   const CardRules rules =
       ParseCardRules(Modes(), DeliveredText(),
@@ -121,12 +129,12 @@ TEST(CardRules, SayWhichLineIsWrongAndWhy) {
       {"Prima,a,Cal,,,\n",
        "riga 2: \"Cal\" non è tra Call; Manager; Prefisso; Country; Banda; "
        "Modo; Gruppo"},
-      {"Prima,a,Call,x,,\n", "riga 2: solo Mai e Cifra hanno valori"},
+      {"Prima,a,Call,x,,\n", "riga 2: Chiesta e Prima non hanno valori"},
       {"Mai,a,Call; Banda,x,,\n", "riga 2: Mai ha un campo solo"},
       {"Mai,a,Call,,,\n", "riga 2: mancano i valori"},
       {"Mai,a,Call,x,I,\n", "riga 2: solo Chiesta e Prima hanno Solo per e Non per"},
       {"Chiesta,a,Call,,,\n", "riga 2: il campo di Chiesta è QslDaInviare o QslRicevuta"},
-      {"Cifra,a,Call,K,,\n", "riga 2: il campo di Cifra è Country"},
+      {"Cifra,a,Call,K,,\n", "riga 2: il campo di Cifra e di Bureau è Country"},
       {"Esempio,a,DL1ABC DL 20m,no,,\n", "riga 2: un qso di esempio è Call Country Banda Modo"},
       {"Esempio,a,DL1ABC DL 20m CW persa,no,,\n",
        "riga 2: \"persa\" non è segnata, ricevuta o inviata"},

@@ -10,6 +10,7 @@
 #include "adif/importa_adif.h"
 #include "core/log_contact.h"
 #include "core/log_time.h"
+#include "core/qsl_cards.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
 #include "core/station_notes.h"
@@ -200,6 +201,24 @@ forms::Window* CheckedLog(core::Session& session) {
   return window;
 }
 
+// Cards that have gone out and come, by several ways.
+forms::Window* CardsOfTheLog(core::Session& session) {
+  session.Db.Execute("update Log set QslInviata=True where QsoNr<=60");
+  session.Db.Execute("update Log set QslRicevuta=True where QsoNr<=40");
+  for (int qsoNr = 1; qsoNr <= 60; ++qsoNr) {
+    const auto way = static_cast<core::CardWay>(1 + qsoNr * 7 % 5);
+    const auto sent = base::DateTime::Of(2024, 1 + qsoNr % 3, 1 + qsoNr % 28);
+    core::StoreCards(session.Db, qsoNr, core::CardSide::kSent, {{way, sent}});
+    if (qsoNr > 40) continue;
+    constexpr std::int64_t kMonths = 90 * 86400;
+    core::StoreCards(session.Db, qsoNr, core::CardSide::kReceived,
+                     {{core::CardWay::kBureau, sent.Later(kMonths)}});
+  }
+  forms::Window* const window = Open(session, "GestioneQsl");
+  Choose(*window, "Mostra", 1);
+  return window;
+}
+
 // A log in local time with contacts in the hours in which the clocks were changed.
 forms::Window* LogInLocalTime(core::Session& session) {
   core::StoreLogTime(session, core::LogTime::kLocal);
@@ -327,6 +346,7 @@ std::vector<Picture> AllPictures() {
       {"Brenvo", StationAtWork},
       {"Stazioni", HomeAndHill},
       {"Storia", PastWorks},
+      {"GestioneQsl", CardsOfTheLog},
       {"VerificaLog", CheckedLog},  // its faults stay in the log
   };
 }

@@ -64,6 +64,16 @@ std::string TextOfCards(const QslCards& cards);
 // Nothing for a text that is not of this form.
 std::optional<QslCards> CardsOfText(std::string_view text);
 
+// "bureau 03/02/2001, diretta": for the operator. Empty where nothing is known but that there is
+// one.
+std::string ShownCard(const QslCard& card);
+std::string ShownCards(const QslCards& cards);
+
+// A row of the table as a card of it; nothing for one of a way that another version knows.
+std::optional<QslCard> CardOfRow(std::string_view letter, std::optional<base::DateTime> day);
+// The letter of a side in the table.
+std::string_view LetterOf(CardSide side);
+
 QslCards CardsOf(engine::Database& database, std::int64_t qsoNr, CardSide side);
 // In place of those that there are; the contact's own columns stay. Whoever changes the cards of a
 // contact that stands in the log keeps them in the history before (History::KeepCards).
