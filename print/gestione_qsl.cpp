@@ -19,6 +19,8 @@ namespace brenvo::print {
 namespace {
 
 constexpr std::string_view kViews[] = {"Da inviare", "Inviate", "Ricevute", "Attese"};
+// "bureau 03/02/2001"; the rows that are shown first have none.
+constexpr base::Twips kCardWidth(2100);
 constexpr std::string_view kAllWays = "Tutte", kNoWay = "Non nota";
 constexpr std::string_view kOutOfDate = "Il log è cambiato: F5 lo legge di nuovo";
 
@@ -135,9 +137,9 @@ void GestioneQsl::Load() {
                        {"Country"},
                        {"Banda"},
                        {"Modo"},
-                       {"Inviata"},
+                       {.heading = "Inviata", .width = kCardWidth},
                        {"Inviata il", kDate, false},
-                       {"Ricevuta"},
+                       {.heading = "Ricevuta", .width = kCardWidth},
                        {"Ricevuta il", kDate, false},
                        {"Motivo"}});
   ReadLog();

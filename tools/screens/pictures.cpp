@@ -201,18 +201,24 @@ forms::Window* CheckedLog(core::Session& session) {
   return window;
 }
 
-// Cards that have gone out and come, by several ways.
+// The newest contacts have sent cards by several ways, and some have come.
 forms::Window* CardsOfTheLog(core::Session& session) {
-  session.Db.Execute("update Log set QslInviata=True where QsoNr<=60");
-  session.Db.Execute("update Log set QslRicevuta=True where QsoNr<=40");
-  for (int qsoNr = 1; qsoNr <= 60; ++qsoNr) {
-    const auto way = static_cast<core::CardWay>(1 + qsoNr * 7 % 5);
-    const auto sent = base::DateTime::Of(2024, 1 + qsoNr % 3, 1 + qsoNr % 28);
-    core::StoreCards(session.Db, qsoNr, core::CardSide::kSent, {{way, sent}});
-    if (qsoNr > 40) continue;
-    constexpr std::int64_t kMonths = 90 * 86400;
-    core::StoreCards(session.Db, qsoNr, core::CardSide::kReceived,
-                     {{core::CardWay::kBureau, sent.Later(kMonths)}});
+  constexpr int kSent = 30, kReceived = 12;
+  std::vector<std::int64_t> newest;
+  const auto rows = session.Db.OpenSnapshot("select QsoNr from Log order by DataQso desc");
+  for (; !rows->EOF_() && std::ssize(newest) < kSent; rows->MoveNext()) {
+    newest.push_back(rows->Field(0).Integer());
+  }
+  rows->Close();
+  for (int i = 0; i < std::ssize(newest); ++i) {
+    const std::vector<std::int64_t> one = {newest[static_cast<std::size_t>(i)]};
+    const auto sent = core::CardWays()[static_cast<std::size_t>(1 + i % 4)].way;
+    const auto day = base::DateTime::Of(2025, 12, 1 + i % 28);
+    core::MarkCards(session, "Qsl inviata", one, core::CardSide::kSent, {sent, day});
+    if (i % 2 == 0 || i > kReceived) continue;
+    constexpr std::int64_t kTwoMonths = 60 * 86400;
+    core::MarkCards(session, "Qsl ricevuta", one, core::CardSide::kReceived,
+                    {core::CardWay::kBureau, day.Later(kTwoMonths)});
   }
   forms::Window* const window = Open(session, "GestioneQsl");
   Choose(*window, "Mostra", 1);
