@@ -51,7 +51,16 @@ std::optional<std::int64_t> FindingRows::RowOf(std::int64_t key) {
 
 VerificaLog::VerificaLog(core::Session& session)
     : core::ArrangedWindow(session, "VerificaLog", "Verifica del log", base::Twips(16200),
-                           base::Twips(8400)) {
+                           base::Twips(8400)),
+      stored_(
+          session,
+          [this](const std::vector<core::OneContact>& changes) {
+            if (!facts_) return;
+            for (const core::OneContact& each : changes) CheckAgain(each);
+          },
+          [this] {
+            if (facts_) Say(kOutOfDate);
+          }) {
   ShowCommands({&cmVerifica, &cmApri, &cmVaBene, &cmRivedi});
   DefaultCommand = &cmApri;
   std::vector<std::string> names = {std::string(kAllRules)};
@@ -60,8 +69,6 @@ VerificaLog::VerificaLog(core::Session& session)
   Regola.SetListIndex(0);
   Regola.OnChange = [this] { FillTable(); };
   AncheVerificati.OnChange = [this] { FillTable(); };
-  stored_ =
-      session.Contacts.Subscribe([this](const core::ContactsChanged& change) { Heard(change); });
   closing_ = session.Closing.Subscribe([this] {
     if (facts_) Say(kOutOfDate);
   });
@@ -176,14 +183,7 @@ void VerificaLog::LetChosenStand(bool stand) {
   Say(fmt::format("{}: {}", stand ? "Va bene così" : "Da rivedere", Reasons(std::ssize(changed))));
 }
 
-void VerificaLog::Heard(const core::ContactsChanged& change) {
-  if (!facts_ || change.table != core::ContactTable::kLog) return;
-  if (const auto* one = std::get_if<core::OneContact>(&change.which)) {
-    CheckAgain(*one);
-  } else {
-    Say(kOutOfDate);
-  }
-}
+void VerificaLog::Activate() { stored_.TellNow(); }
 
 void VerificaLog::CheckAgain(const core::OneContact& change) {
   std::vector<std::string> calls;

@@ -1,5 +1,7 @@
 #include "forms/command.h"
 
+#include <utility>
+
 #include "forms/window.h"
 
 namespace brenvo::forms {
@@ -16,7 +18,7 @@ Command::Command(Window& window, std::string name, std::string caption, CommandT
       checked_(std::move(traits.checked)) {
   OnClick = std::move(traits.run);
   Toggle = traits.toggle || checked_;
-  Shortcut = traits.shortcut;
+  standardShortcut_ = traits.shortcut;
   Tip = traits.tip;
   FocusAfter = traits.focusAfter;
   if (enabled_ || checked_) window.followers_.push_back(this);
@@ -28,6 +30,12 @@ void Command::SetDown(bool down) {
   if (down_ == down) return;
   down_ = down;
   Changed();
+}
+
+void Command::SetShortcut(std::optional<std::string> shortcut) {
+  if (shortcut_ == shortcut) return;
+  shortcut_ = std::move(shortcut);
+  ShowChanged();
 }
 
 void Command::Press() {

@@ -51,6 +51,11 @@ bool WindowList::Knows(std::string_view name) const {
   return factories_.find(name) != factories_.end();
 }
 
+void WindowList::Examine(std::string_view name, const std::function<void(Window&)>& look) const {
+  const auto at = factories_.find(name);
+  if (at != factories_.end()) look(*at->second());
+}
+
 Window* WindowList::LoadNew(std::string_view name) {
   const auto at = factories_.find(name);
   return at == factories_.end() ? nullptr : &Adopt(at->second());
@@ -76,6 +81,7 @@ void WindowList::Load(Window& window) {
   window.list_ = this;
   loaded_.push_back(&window);
   try {
+    Loading(window);
     window.Load();
   } catch (...) {
     if (window.Loaded()) Drop(window);

@@ -13,6 +13,7 @@
 #include "core/texts.h"
 #include "core/transaction.h"
 #include "core/window_place.h"
+#include "frame/keys.h"
 #include "frame/palette.h"
 #include "upkeep/backup.h"
 #include "upkeep/ripristina_backup.h"
@@ -56,6 +57,8 @@ MainFrame::MainFrame(core::Session& session)
       session_(session) {
   MenuBar = {&cmLog,      &cmContest,        &menuStatistiche, &menuQsl,
              &menuStampe, &menuComunication, &menuUtility,     &menuMappa};
+  windowLoading_ = session.Windows.Loading.Subscribe(
+      [&session](forms::Window& window) { Keys(session).PutOn(window); });
   session_.IsOutOfDate = upkeep::IsOutOfDate;
   session_.BringUpToDate = [this] { BringUpToDate(); };
   HDisplayMappa.SetVisible(false);

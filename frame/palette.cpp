@@ -1,82 +1,25 @@
 #include "frame/palette.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
-#include <variant>
 
-#include "base/match.h"
 #include "base/plain_letters.h"
 #include "base/text.h"
+#include "command_words.h"
 #include "core/window_place.h"
-#include "forms/field_visit.h"
 
 namespace brenvo::frame {
 namespace {
 
 constexpr std::string_view kName = "Palette", kBetween = " > ";
 
-std::string WithoutMark(std::string text) {
-  std::erase(text, '&');
-  return text;
+void AddCommands(forms::Window& window, bool named, std::vector<KnownCommand>& commands) {
+  for (NamedCommand& each : CommandsOf(window, named ? window.Caption() : "", Commands::kReady)) {
+    const std::string& key = each.command->Shortcut();
+    if (!key.empty()) each.words += " (" + key + ")";
+    commands.push_back({&window, each.command, std::move(each.words)});
+  }
 }
-
-// Gathers a window's commands in the order of its menus, its tool bars and its fields.
-class Gathering {
- public:
-  Gathering(forms::Window& window, bool named, std::vector<KnownCommand>& commands)
-      : window_(window), named_(named), commands_(commands) {}
-
-  void All() {
-    const std::string path = named_ ? window_.Caption() : "";
-    Items(window_.MenuBar, path);
-    for (forms::Field* field : window_.Fields()) {
-      if (const auto* bar = forms::FieldAs<forms::ToolBar>(*field)) Items(bar->Items, path);
-    }
-    for (forms::Field* field : window_.Fields()) {
-      if (auto* command = forms::FieldAs<forms::Command>(*field)) Add(*command, path);
-    }
-  }
-
- private:
-  void Items(const std::vector<forms::MenuItem>& items, const std::string& path) {
-    for (const forms::MenuItem& item : items) {
-      std::visit(base::Match{[&](forms::Command* command) { Add(*command, path); },
-                             [&](forms::Menu* menu) {
-                               if (menu->Visible() && menu->Enabled()) {
-                                 Items(menu->Items, Joined(path, menu->Caption()));
-                               } else {
-                                 Skip(menu->Items);
-                               }
-                             },
-                             [](forms::EntryArray*) {}, [](forms::Separator) {}},
-                 item);
-    }
-  }
-  // What a hidden menu holds is hidden with it.
-  void Skip(const std::vector<forms::MenuItem>& items) {
-    for (const forms::MenuItem& item : items) {
-      if (auto* const* command = std::get_if<forms::Command*>(&item)) seen_.insert(*command);
-      if (auto* const* menu = std::get_if<forms::Menu*>(&item)) Skip((*menu)->Items);
-    }
-  }
-  void Add(forms::Command& command, const std::string& path) {
-    if (!seen_.insert(&command).second) return;
-    if (!command.Visible() || !command.Enabled() || command.Caption().empty()) return;
-    std::string words = Joined(path, command.Caption());
-    if (!command.Shortcut.empty()) words += " (" + command.Shortcut + ")";
-    commands_.push_back({&window_, &command, std::move(words)});
-  }
-  static std::string Joined(const std::string& path, const std::string& caption) {
-    const std::string words = base::Trim(WithoutMark(caption));
-    return path.empty() ? words : path + std::string(kBetween) + words;
-  }
-
-  forms::Window& window_;
-  bool named_;
-  std::vector<KnownCommand>& commands_;
-  std::set<const forms::Command*> seen_;
-};
 
 std::string Plain(std::string_view text) {
   return base::Lower(base::ToPlainLetters(base::Trim(text)).text);
@@ -128,9 +71,9 @@ std::vector<KnownCommand> KnownCommands(core::Session& session) {
   std::vector<KnownCommand> commands;
   const std::vector<forms::Window*>& loaded = session.Windows.Loaded();
   if (loaded.empty()) return commands;
-  Gathering(*loaded.front(), false, commands).All();
+  AddCommands(*loaded.front(), false, commands);
   for (auto at = loaded.rbegin(); at + 1 != loaded.rend(); ++at) {
-    if ((*at)->Name() != kName && (*at)->Visible()) Gathering(**at, true, commands).All();
+    if ((*at)->Name() != kName && (*at)->Visible()) AddCommands(**at, true, commands);
   }
   // The way here leads nowhere.
   std::erase_if(commands,

@@ -1,49 +1,26 @@
 #include "contact_rows.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <exception>
 #include <numeric>
 #include <thread>
-
-#include "core/quoted.h"
 
 namespace brenvo::list {
 namespace {
 
 using core::ColumnKind;
 
-constexpr std::string_view kNewestFirst = "Select QsoNr from Log Order By DataQso Desc,QsoNr Desc";
 // Contacts that are read before the window shows; a log with no more is read whole.
 constexpr std::size_t kAtOnce = 500;
 // Milliseconds between the looks whether the rest has been read.
 constexpr int kBetweenLooks = 10;
-// And rows between the looks whether to go on.
-constexpr unsigned kRowsBetweenLooks = 4096;
-
-std::string InBrackets(std::string_view column) { return fmt::format("[{}]", column); }
 
 }  // namespace
-
-// What both threads see, one after the other.
-struct ContactRows::Job {
-  std::unique_ptr<engine::Reader> reader;
-  std::vector<ContactColumn> columns;
-  bool keys = false;
-  std::vector<std::size_t> fields;
-  std::optional<std::vector<std::int64_t>> selection;
-  std::shared_ptr<const Known> known;  // of the fields; the job's own where it reads the keys
-  Memories memories;
-  std::exception_ptr failure;
-  bool stopped = false;
-};
 
 ContactRows::ContactRows(core::Session& session)
     : session_(session),
       columns_(ContactColumns()),
       cells_(session),
-      known_(std::make_shared<const Known>()),
+      known_(std::make_shared<const KnownContacts>()),
       looking_(session.Machine.MakeTimer()) {
   looking_->SetInterval(kBetweenLooks);
   looking_->OnTick = [this] { session_.Windows.RunEvent([this] { LookWhetherRead(); }); };
@@ -96,31 +73,32 @@ void ContactRows::AddAllKept() {
 
 // The newest contacts, as far as they come quickly.
 void ContactRows::ReadFirst() {
-  auto known = std::make_shared<Known>();
+  std::vector<std::int64_t> keys;
   if (selection_ && selection_->size() <= kAtOnce) {
     std::vector<std::pair<base::DateTime, std::int64_t>> dated;
     for (const std::int64_t key : *selection_) {
       if (const auto* contact = cells_.Contact(key)) dated.emplace_back(contact->DataQso, key);
     }
     std::ranges::sort(dated, std::greater());
-    for (const auto& [date, key] : dated) known->keys.push_back(key);
+    for (const auto& [date, key] : dated) keys.push_back(key);
     whole_ = true;
   } else {
     const auto rows = session_.Db.OpenSnapshot(kNewestFirst);
     std::size_t read = 0;
     for (; !rows->EOF_() && read < kAtOnce; rows->MoveNext(), ++read) {
       const std::int64_t key = rows->Field(std::size_t{0}).Integer();
-      if (IsWanted(key)) known->keys.push_back(key);
+      if (IsWanted(key)) keys.push_back(key);
     }
     whole_ = rows->EOF_();
   }
-  known->byKey.resize(known->keys.size());
-  std::iota(known->byKey.begin(), known->byKey.end(), Slot{0});
-  std::sort(known->byKey.begin(), known->byKey.end(),
-            [&](Slot a, Slot b) { return known->keys[a] < known->keys[b]; });
-  known_ = known;
+  KnowThese(std::make_shared<const KnownContacts>(std::move(keys)));
+}
+
+void ContactRows::KnowThese(std::shared_ptr<const KnownContacts> known) {
+  known_ = std::move(known);
   added_.clear();
-  order_.resize(known_->keys.size());
+  addedSlots_.clear();
+  order_.resize(known_->Size());
   std::iota(order_.begin(), order_.end(), Slot{0});
   shown_ = order_;
 }
@@ -137,7 +115,7 @@ void ContactRows::ReadAnew() {
 }
 
 void ContactRows::Begin(bool keys, std::vector<std::size_t> fields, bool atOnce) {
-  auto job = std::make_shared<Job>();
+  auto job = std::make_shared<ContactReading>();
   job->columns = columns_;
   job->keys = keys;
   job->fields = std::move(fields);
@@ -147,14 +125,14 @@ void ContactRows::Begin(bool keys, std::vector<std::size_t> fields, bool atOnce)
   touched_.clear();
   job->reader = session_.Db.OpenReader();
   if (atOnce) {
-    Run(*job, [] { return true; });
+    job->Run([] { return true; });
     TakeOver(*job);
     return;
   }
   job_ = job;
   if (!job->fields.empty()) busy_ = std::make_unique<forms::BusyPointer>(session_.Host());
   work_ = session_.Machine.RunInBackground([job](const std::stop_token& stop) {
-    Run(*job, [&stop] { return !stop.stop_requested(); });
+    job->Run([&stop] { return !stop.stop_requested(); });
     job->reader.reset();
   });
   looking_->SetEnabled(true);
@@ -165,123 +143,13 @@ void ContactRows::LookWhetherRead() {
   looking_->SetEnabled(false);
   work_.reset();
   busy_.reset();
-  const std::shared_ptr<Job> job = std::exchange(job_, nullptr);
+  const std::shared_ptr<ContactReading> job = std::exchange(job_, nullptr);
   TakeOver(*job);
   if (due_) ReadAnew();
   if (OnReady) OnReady();
 }
 
-// On either thread: touches the job alone.
-void ContactRows::Run(Job& job, const std::function<bool()>& goOn) {
-  unsigned rows = 0;
-  const auto each = [&](const std::string& select, const auto& see) {
-    const bool whole = job.reader->ForEach(select, [&](engine::Reader::Row& row) {
-      see(row);
-      return ++rows % kRowsBetweenLooks != 0 || goOn();
-    });
-    job.stopped = job.stopped || !whole;
-  };
-  try {
-    if (job.keys) {
-      auto known = std::make_shared<Known>();
-      each(std::string(kNewestFirst), [&](auto& row) {
-        const std::int64_t key = row.Integer(0);
-        if (!job.selection ||
-            std::binary_search(job.selection->begin(), job.selection->end(), key)) {
-          known->keys.push_back(key);
-        }
-      });
-      known->byKey.resize(known->keys.size());
-      std::iota(known->byKey.begin(), known->byKey.end(), Slot{0});
-      std::sort(known->byKey.begin(), known->byKey.end(),
-                [&](Slot a, Slot b) { return known->keys[a] < known->keys[b]; });
-      job.known = std::move(known);
-    }
-    const Known& known = *job.known;
-    std::vector<std::size_t> ofLog, beside;
-    for (const std::size_t field : job.fields) {
-      const ContactColumn& column = job.columns[field];
-      job.memories.emplace(field, column.kind).first->second.Resize(known.keys.size());
-      (column.source == ContactColumn::Source::kLog ? ofLog : beside).push_back(field);
-    }
-    // The rows come by number, as the slots do in byKey: nobody is looked for.
-    const auto bySlot = [&](const std::string& select, const auto& take) {
-      std::size_t at = 0;
-      each(select, [&](engine::Reader::Row& row) {
-        const std::int64_t key = row.Integer(0);
-        while (at < known.byKey.size() && known.keys[known.byKey[at]] < key) ++at;
-        if (at < known.byKey.size() && known.keys[known.byKey[at]] == key) {
-          take(known.byKey[at], row);
-        }
-      });
-    };
-    if (!ofLog.empty()) {
-      std::string names;
-      std::vector<std::pair<ColumnKind, ColumnMemory*>> memories;
-      for (const std::size_t field : ofLog) {
-        names += ',' + InBrackets(job.columns[field].heading);
-        memories.emplace_back(job.columns[field].kind, &job.memories.at(field));
-      }
-      bySlot(fmt::format("Select QsoNr{} from Log Order By QsoNr", names),
-             [&](Slot slot, engine::Reader::Row& row) {
-               std::size_t i = 0;
-               for (auto& [kind, memoryOf] : memories) {
-                 ColumnMemory& memory = *memoryOf;
-                 ++i;
-                 switch (kind) {
-                   case ColumnKind::kDate:
-                     memory.Set(slot, row.Date(i));
-                     break;
-                   case ColumnKind::kYesNo:
-                     memory.Set(slot, row.Bool(i) ? "Sì" : "No");
-                     break;
-                   case ColumnKind::kNumber:
-                     if (row.Number(i) != 0) memory.Set(slot, row.Text(i));
-                     break;
-                   case ColumnKind::kText:
-                     memory.Set(slot, row.Text(i));
-                     break;
-                 }
-               }
-             });
-    }
-    for (const std::size_t field : beside) {
-      const ContactColumn& column = job.columns[field];
-      ColumnMemory& memory = job.memories.at(field);
-      switch (column.source) {
-        case ContactColumn::Source::kNumber:
-          for (Slot slot = 0; slot < known.keys.size(); ++slot) {
-            memory.Set(slot, std::to_string(known.keys[slot]));
-          }
-          break;
-        case ContactColumn::Source::kUuid:
-          bySlot("Select QsoNr,Uuid from LogOrigine Order By QsoNr",
-                 [&](Slot slot, auto& row) { memory.Set(slot, row.Text(1)); });
-          break;
-        case ContactColumn::Source::kStation: {
-          std::map<std::int64_t, std::string> names;
-          each("Select Stazione,Nome from Stazioni",
-               [&](auto& row) { names[row.Integer(0)] = row.Text(1); });
-          bySlot("Select QsoNr,Stazione from LogOrigine Order By QsoNr",
-                 [&](Slot slot, auto& row) { memory.Set(slot, names[row.Integer(1)]); });
-          break;
-        }
-        case ContactColumn::Source::kKept:
-          bySlot(fmt::format("Select QsoNr,Valore from LogAdif where Campo={} Order By QsoNr",
-                             core::Quoted(column.heading)),
-                 [&](Slot slot, auto& row) { memory.Set(slot, row.Text(1)); });
-          break;
-        case ContactColumn::Source::kLog:
-          break;
-      }
-    }
-    for (const auto& [field, memory] : job.memories) memory.Prepare();
-  } catch (...) {
-    job.failure = std::current_exception();
-  }
-}
-
-void ContactRows::TakeOver(Job& job) {
+void ContactRows::TakeOver(ContactReading& job) {
   if (job.failure) std::rethrow_exception(job.failure);
   if (job.stopped) return;
   const auto keysOf = [this](const std::vector<Slot>& slots) {
@@ -292,19 +160,15 @@ void ContactRows::TakeOver(Job& job) {
   const std::vector<std::int64_t> touched = keysOf(touched_);
   if (job.keys) {
     memories_ = std::move(job.memories);
-    known_ = job.known;
-    added_.clear();
-    order_.resize(known_->keys.size());
-    std::iota(order_.begin(), order_.end(), Slot{0});
-    shown_ = order_;
+    KnowThese(job.known);
     whole_ = true;
   } else {
     for (auto& [field, memory] : job.memories) {
-      memory.Resize(known_->keys.size() + added_.size());
+      memory.Resize(known_->Size() + added_.size());
       memories_.insert_or_assign(field, std::move(memory));
     }
     // Those that the job did not know of.
-    const auto known = static_cast<Slot>(known_->keys.size());
+    const auto known = static_cast<Slot>(known_->Size());
     for (Slot slot = known; slot < known + added_.size(); ++slot) ReadCells(slot);
   }
   // What was stored meanwhile.
@@ -318,27 +182,22 @@ void ContactRows::TakeOver(Job& job) {
 }
 
 std::int64_t ContactRows::KeyOf(Slot slot) const {
-  const std::size_t known = known_->keys.size();
-  return slot < known ? known_->keys[slot] : added_[slot - known];
+  const std::size_t known = known_->Size();
+  return slot < known ? known_->KeyOf(slot) : added_[slot - known];
 }
 
 std::optional<Slot> ContactRows::SlotOf(std::int64_t key) const {
-  const auto& byKey = known_->byKey;
-  const auto at = std::lower_bound(byKey.begin(), byKey.end(), key, [&](Slot slot, std::int64_t k) {
-    return known_->keys[slot] < k;
-  });
-  if (at != byKey.end() && known_->keys[*at] == key) return *at;
-  const auto added = std::find(added_.begin(), added_.end(), key);
-  if (added == added_.end()) return std::nullopt;
-  return static_cast<Slot>(known_->keys.size() + static_cast<std::size_t>(added - added_.begin()));
+  if (const auto slot = known_->SlotOf(key)) return slot;
+  const auto added = addedSlots_.find(key);
+  return added == addedSlots_.end() ? std::nullopt : std::optional(added->second);
 }
 
 Slot ContactRows::SlotFor(std::int64_t key) {
   if (const auto slot = SlotOf(key)) return *slot;
   added_.push_back(key);
-  const std::size_t slots = known_->keys.size() + added_.size();
+  const std::size_t slots = known_->Size() + added_.size();
   for (auto& [field, memory] : memories_) memory.Resize(slots);
-  return static_cast<Slot>(slots - 1);
+  return addedSlots_[key] = static_cast<Slot>(slots - 1);
 }
 
 std::optional<base::DateTime> ContactRows::DateOf(Slot slot) {
@@ -410,7 +269,7 @@ bool ContactRows::Arrange(const core::Arrangement& wanted) {
     if (!atOnce) return false;
   }
 
-  const std::size_t slots = known_->keys.size() + added_.size();
+  const std::size_t slots = known_->Size() + added_.size();
   std::vector<char> passes(slots, 1);
   for (const auto& each : wanted.filters) memories_.at(each.field).Keep(each.filter, passes);
   for (const std::string& word : words) {

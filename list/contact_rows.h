@@ -3,14 +3,14 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
-#include "column_memory.h"
 #include "contact_columns.h"
+#include "contact_reading.h"
 #include "core/contacts_changed.h"
 #include "core/session.h"
 #include "core/table_rows.h"
@@ -56,18 +56,12 @@ class ContactRows : public core::TableRows {
   std::string CellText(std::int64_t row, std::size_t field) override;
 
  private:
-  struct Job;
-  using Memories = std::map<std::size_t, ColumnMemory>;  // by the place among columns_
-  // Numbers by slot, and slots by number.
-  struct Known {
-    std::vector<std::int64_t> keys;
-    std::vector<Slot> byKey;
-  };
-  static void Run(Job& job, const std::function<bool()>& goOn);
   void Begin(bool keys, std::vector<std::size_t> fields, bool atOnce);
   void LookWhetherRead();
-  void TakeOver(Job& job);
+  void TakeOver(ContactReading& job);
   void ReadFirst();
+  // All of them stand newest first, as they come.
+  void KnowThese(std::shared_ptr<const KnownContacts> known);
   const ColumnMemory& MemoryOf(std::size_t field);
   bool IsWanted(std::int64_t key) const;
 
@@ -83,15 +77,17 @@ class ContactRows : public core::TableRows {
   std::vector<ContactColumn> columns_;
   ContactCells cells_;
   std::optional<std::vector<std::int64_t>> selection_;  // ascending
-  std::shared_ptr<const Known> known_;
-  std::vector<std::int64_t> added_;  // numbers of the slots behind the known ones
-  std::vector<Slot> order_;          // of all, newest first
-  std::vector<Slot> shown_;          // as they were asked for last
+  std::shared_ptr<const KnownContacts> known_;
+  // The slots behind the known ones: numbers, and slots by number.
+  std::vector<std::int64_t> added_;
+  std::unordered_map<std::int64_t, Slot> addedSlots_;
+  std::vector<Slot> order_;  // of all, newest first
+  std::vector<Slot> shown_;  // as they were asked for last
   Memories memories_;
   bool whole_ = false;  // all numbers have been read
 
   std::unique_ptr<platform::Timer> looking_;
-  std::shared_ptr<Job> job_;
+  std::shared_ptr<ContactReading> job_;
   std::unique_ptr<platform::BackgroundWork> work_;
   std::unique_ptr<forms::BusyPointer> busy_;
   bool due_ = false;           // something has changed that the job under way has not seen

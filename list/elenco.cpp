@@ -25,16 +25,14 @@ constexpr std::string_view kYes = "Sì", kNo = "No";  // as the list shows a col
 Elenco::Elenco(core::Session& session)
     : core::ArrangedWindow(session, "Elenco", "Elenco dei contatti", base::Twips(17400),
                            base::Twips(9600)),
-      rows_(std::make_unique<ContactRows>(session)) {
+      rows_(std::make_unique<ContactRows>(session)),
+      stored_(
+          session, [this](const std::vector<core::OneContact>& changes) { Follow(changes); },
+          [this] { ReadAnew(); }) {
   ShowCommands({&cmApri, &cmCambia, &menuQsl, &menuEsporta, &cmConta, &menuMostra});
   DefaultCommand = &cmApri;
-  stored_ =
-      session.Contacts.Subscribe([this](const core::ContactsChanged& change) { Heard(change); });
   closing_ = session.Closing.Subscribe([this] { rows_->Close(); });
-  reopened_ = session.Reopened.Subscribe([this] {
-    rows_->ReadAnew();
-    ShowRows(ChosenKey());
-  });
+  reopened_ = session.Reopened.Subscribe([this] { ReadAnew(); });
 }
 
 Elenco::~Elenco() = default;
@@ -89,21 +87,26 @@ void Elenco::ShowSelectionOfLog() {
 }
 
 // The row keeps its mark; where its contact is gone, the next one has it.
-void Elenco::Heard(const core::ContactsChanged& change) {
-  if (change.table != core::ContactTable::kLog) return;
+void Elenco::Follow(const std::vector<core::OneContact>& changes) {
   const std::int64_t row = Tabella.Row();
   auto key = ChosenKey();
-  if (const auto* one = std::get_if<core::OneContact>(&change.which)) {
-    if (key && !one->after && one->before->key == *key) {
+  for (const core::OneContact& each : changes) {
+    if (key && !each.after && each.before->key == *key) {
       const std::int64_t next = row < rows_->RowCount() ? row : row - 2;
       key = next >= 0 ? std::optional(rows_->KeyAt(next)) : std::nullopt;
     }
-    rows_->Follow(*one);
-  } else {
-    rows_->ReadAnew();
+    rows_->Follow(each);
   }
   ShowRows(key);
 }
+
+void Elenco::ReadAnew() {
+  const auto key = ChosenKey();
+  rows_->ReadAnew();
+  ShowRows(key);
+}
+
+void Elenco::Activate() { stored_.TellNow(); }
 
 void Elenco::OpenInLog() {
   if (const auto key = ChosenKey()) core::OpenInLog(session_, *key);

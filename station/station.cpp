@@ -18,6 +18,7 @@
 #include "core/colonne.h"
 #include "core/files.h"
 #include "frame/palette.h"
+#include "frame/tasti.h"
 #include "history/storia.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
@@ -62,6 +63,7 @@ void Know(core::Session& session, const char* name) {
 void KnowWindows(core::Session& session) {
   Know<upkeep::RipristinaBackup>(session, "RipristinaBackup");
   Know<frame::Palette>(session, "Palette");
+  Know<frame::Tasti>(session, "Tasti");
   Know<upkeep::Preferenze>(session, "Preferenze");
   Know<core::Colonne>(session, "Colonne");
   Know<list::Elenco>(session, "Elenco");

@@ -187,10 +187,11 @@ QWidget* MakeButton(forms::Command& field, ViewContext& context, QWidget* parent
   binding->OnShow = [button, &field] {
     button->setText(ToQt(field.Caption()));
     button->setToolTip(ToQt(field.Tip));
+    // The letter that its words mark stays where it has no key.
+    if (!field.Shortcut().empty()) button->setShortcut(QKeySequence(ToQt(field.Shortcut())));
     if (field.Toggle) button->setChecked(field.Down());
   };
   binding->Show();
-  if (!field.Shortcut.empty()) button->setShortcut(QKeySequence(ToQt(field.Shortcut)));
   QObject::connect(button, &QPushButton::pressed, button, &FinishInput);
   QObject::connect(button, &QPushButton::clicked, button, [button, &field, &context] {
     // The toolkit has flipped a toggle already; the field flips itself.

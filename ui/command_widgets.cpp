@@ -40,9 +40,9 @@ QAction* CommandWidgets::ActionOf(forms::Command& command) {
   command.Refresh();
   action->setObjectName(ToQt(command.Name()));
   action->setCheckable(command.Toggle);
-  if (!command.Shortcut.empty()) action->setShortcut(QKeySequence(ToQt(command.Shortcut)));
   const auto follow = [action, &command] {
     action->setText(ToQt(command.Caption()));
+    action->setShortcut(QKeySequence(ToQt(command.Shortcut())));
     QString tip = command.Tip.empty() ? WithoutMark(command.Caption()) : ToQt(command.Tip);
     if (!action->shortcut().isEmpty()) {
       tip += QStringLiteral(" (%1)").arg(action->shortcut().toString(QKeySequence::NativeText));

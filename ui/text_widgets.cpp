@@ -91,6 +91,10 @@ void TextEdit::Type(char32_t key) {
 
 // The key that takes back belongs to the window where the line has nothing to take back.
 bool TextEdit::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && field_.WritesKeys) {
+    event->accept();
+    return true;
+  }
   if (event->type() == QEvent::ShortcutOverride && !isUndoAvailable() &&
       static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
     event->ignore();
@@ -99,8 +103,40 @@ bool TextEdit::event(QEvent* event) {
   return QLineEdit::event(event);
 }
 
+// False for those that lead on to other fields, and for what is only held.
+bool TextEdit::WriteKey(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Escape:
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+    case Qt::Key_unknown:
+    case 0:
+      return false;
+    case Qt::Key_Backspace:
+      context_.Run([this] { field_.SetText(""); });
+      return true;
+    default:
+      break;
+  }
+  const auto held = event.modifiers() & ~Qt::KeypadModifier;
+  const std::string name = FromQt(QKeySequence(QKeyCombination(held, Qt::Key(event.key())))
+                                      .toString(QKeySequence::PortableText));
+  context_.Run([this, &name] { field_.SetText(name); });
+  return true;
+}
+
 void TextEdit::keyPressEvent(QKeyEvent* event) {
   if (!context_.Alive()) return;
+  if (field_.WritesKeys && WriteKey(*event)) return;
   const QString characters = CharactersOf(*event);
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     // Without a handler of its own the key is the window's.

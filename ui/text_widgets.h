@@ -39,6 +39,8 @@ class TextEdit : public QLineEdit {
   ViewContext& context_;
 
  private:
+  // Its name as the text, for a field that takes keys.
+  bool WriteKey(const QKeyEvent& event);
   void FollowSelection();
   void TellSelection();
   bool following_ = false;

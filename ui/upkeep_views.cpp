@@ -23,13 +23,19 @@ Piece PaletteView() {
                  Line({Space(), Item("cmEsegui"), Item("cmExit")})});
 }
 
+Piece TastiView() {
+  return TableView({Item("SoloConTasto"), Item("SoloCambiati")},
+                   Form({Line({Item("Tasto"), Space()})}));
+}
+
 }  // namespace
 
 const std::vector<View>& UpkeepViews() {
   static const std::vector<View> kViews = {{"Preferenze", PreferenzeView},
                                            {"OraDelLog", OraDelLogView},
                                            {"ConvertiOra", ConvertiOraView},
-                                           {"Palette", PaletteView}};
+                                           {"Palette", PaletteView},
+                                           {"Tasti", TastiView}};
   return kViews;
 }
 

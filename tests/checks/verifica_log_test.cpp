@@ -32,6 +32,7 @@ class VerificaLogTest : public StationTest {
     session.Tables.TbLog->SetBookmark({qsoNr});
     session.Contacts.Change(kLog, *session.Tables.TbLog,
                             [&](engine::EditableRecordset& row) { row.Set(name, value); });
+    machine.Advance(core::ContactsLater::kPause);
   }
   VerificaLog& OpenChecked() {
     VerificaLog& window = Open<VerificaLog>("VerificaLog");
@@ -88,8 +89,21 @@ TEST_F(VerificaLogTest, ChecksACorrectedContactAgainWithAllOfItsCall) {
     session.Tables.TbLog->SetBookmark({3});
     session.Contacts.Delete(kLog, *session.Tables.TbLog);
   });
+  machine.Advance(core::ContactsLater::kPause);
   EXPECT_EQ(window.Avviso.Text(), "Qso 3 cancellato: l'elenco è senza i suoi motivi");
   EXPECT_THAT(Shown(window), ElementsAre("2|Ripetuto"));
+}
+
+TEST_F(VerificaLogTest, WhoStoresDoesNotWaitForTheCheck) {
+  Add("DL1ABC", 0, "I");
+  VerificaLog& window = OpenChecked();
+  session.Tables.TbLog->SetBookmark({1});
+  session.Contacts.Change(kLog, *session.Tables.TbLog, [&](engine::EditableRecordset& row) {
+    row.Set(column::kCall, "IK3ABC");
+  });
+  EXPECT_THAT(Shown(window), ElementsAre("1|Country"));
+  session.Windows.Show(window);  // whoever turns to it sees it as it is
+  EXPECT_THAT(Shown(window), IsEmpty());
 }
 
 TEST_F(VerificaLogTest, ASimilarCallGoesFromTheListOnceItIsCorrected) {

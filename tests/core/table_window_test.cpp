@@ -115,7 +115,7 @@ TEST_F(TableWindowTest, EnterInTheSearchGoesToTheTableAndRunsNothing) {
 }
 
 TEST_F(TableWindowTest, HasTheKeysThatAllOfThemHave) {
-  EXPECT_EQ(window->cmSearch.Shortcut, "Ctrl+F");
+  EXPECT_EQ(window->cmSearch.Shortcut(), "Ctrl+F");
   EXPECT_EQ(window->CancelCommand, &window->cmExit);
   ASSERT_EQ(window->Toolbar1.Items.size(), 3u);
   EXPECT_EQ(std::get<forms::Command*>(window->Toolbar1.Items.front()), &window->cmOpen);

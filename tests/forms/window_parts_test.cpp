@@ -21,7 +21,7 @@ TEST_F(PartsOfAWindow, ACommandIsWhatItsTraitsSay) {
       {.tip = "Il primo", .shortcut = "F2", .run = [&] { ++presses; }, .focusAfter = &field});
   EXPECT_EQ(command.Caption(), "Uno");
   EXPECT_EQ(command.Tip, "Il primo");
-  EXPECT_EQ(command.Shortcut, "F2");
+  EXPECT_EQ(command.Shortcut(), "F2");
   EXPECT_EQ(command.FocusAfter, &field);
   EXPECT_FALSE(command.Toggle);
   command.Press();

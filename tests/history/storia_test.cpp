@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/grid_rows.h"
 #include "tests/support/station.h"
 
 namespace brenvo::history {
@@ -25,24 +26,15 @@ class StoriaTest : public StationTest {
     session.Contacts.Change(kLog, *session.Tables.TbLog,
                             [&](engine::EditableRecordset& row) { row.Set(column::kQra, qra); });
   }
-  static std::vector<std::string> Cells(forms::DataGrid& grid) {
-    std::vector<std::string> rows;
-    for (std::int64_t row = 1; row < grid.Rows(); ++row) {
-      std::string text;
-      for (int i = 0; i < grid.Columns(); ++i) text += (i == 0 ? "" : "|") + grid.Cell(row, i);
-      rows.push_back(text);
-    }
-    return rows;
-  }
 };
 
 TEST_F(StoriaTest, ListsTheWorksNewestFirstWithWhatStoodBeforeAndAfter) {
   Add("IK3ABC", 0);
   Name(1, "Mario");
   Storia& window = Open<Storia>("Storia");
-  EXPECT_THAT(Cells(window.Tabella), ElementsAre("2|03/02/2001 04:05:06|Qso modificato|1|",
+  EXPECT_THAT(RowsOf(window.Tabella), ElementsAre("2|03/02/2001 04:05:06|Qso modificato|1|",
                                                  "1|03/02/2001 04:05:06|Nuovo qso|1|"));
-  EXPECT_THAT(Cells(window.Cambiamenti), ElementsAre("1|IK3ABC|Qra||Mario"));
+  EXPECT_THAT(RowsOf(window.Cambiamenti), ElementsAre("1|IK3ABC|Qra||Mario"));
   EXPECT_EQ(window.Contatti.Text(), "I contatti del lavoro");
 }
 
@@ -53,7 +45,7 @@ TEST_F(StoriaTest, TakesTheMarkedWorkBackAndSaysSo) {
   Press(window, "cmRiprendi");
   EXPECT_EQ(window.Avviso.Text(), "Ripreso: Qso modificato (1 Qso)");
   EXPECT_THAT(Rows("select Qra from Log"), ElementsAre(""));
-  EXPECT_THAT(Cells(window.Tabella),
+  EXPECT_THAT(RowsOf(window.Tabella),
               ElementsAre("3|03/02/2001 04:05:06|Ripreso: Qso modificato|1|riprende il lavoro 2",
                           "2|03/02/2001 04:05:06|Qso modificato|1|ripreso dal lavoro 3",
                           "1|03/02/2001 04:05:06|Nuovo qso|1|"));
@@ -68,7 +60,7 @@ TEST_F(StoriaTest, TakesOneContactOfAWorkBack) {
     return true;
   });
   Storia& window = Open<Storia>("Storia");
-  EXPECT_THAT(Cells(window.Cambiamenti),
+  EXPECT_THAT(RowsOf(window.Cambiamenti),
               ElementsAre("1|IK3ABC|DataQso||03/02/2001 10:00:00", "1|IK3ABC|Call||IK3ABC",
                           "2|IK3DEF|DataQso||03/02/2001 10:01:00", "2|IK3DEF|Call||IK3DEF"));
   window.Cambiamenti.SetCurrent(3, 0);
@@ -80,9 +72,9 @@ TEST_F(StoriaTest, ASingleContactIsListedAMomentAfterItWasStored) {
   Storia& window = Open<Storia>("Storia");
   Add("IK3ABC", 0);
   Add("IK3DEF", 1);
-  EXPECT_THAT(Cells(window.Tabella), ElementsAre());
+  EXPECT_THAT(RowsOf(window.Tabella), ElementsAre());
   machine.Advance(Storia::kRenewAfter);
-  EXPECT_THAT(Cells(window.Tabella), ElementsAre("2|03/02/2001 04:05:06|Nuovo qso|1|",
+  EXPECT_THAT(RowsOf(window.Tabella), ElementsAre("2|03/02/2001 04:05:06|Nuovo qso|1|",
                                                  "1|03/02/2001 04:05:06|Nuovo qso|1|"));
 }
 

@@ -164,7 +164,29 @@ TEST_F(ElencoTest, ANewAChangedAndADeletedContactAreFollowedWhereTheyBelong) {
   EXPECT_THAT(Column(list.Tabella), IsEmpty());
 }
 
-TEST_F(ElencoTest, WhatIsStoredObeysTheFilterAndTheOrderAtOnce) {
+TEST_F(ElencoTest, WhoStoresDoesNotWaitForTheListAndManyComeInOneTurn) {
+  Add("IK3AAA", 1);
+  Elenco& list = OpenList();
+  const auto add = [&](const std::string& call) {
+    session.Contacts.Add(core::ContactTable::kLog, *session.Tables.TbLog,
+                         [&](engine::EditableRecordset& row) {
+                           row.Set("DataQso", base::DateTime::Of(2001, 2, 3, 11, 0));
+                           row.Set("Call", call);
+                         });
+  };
+  add("IK3BBB");
+  machine.Advance(core::ContactsLater::kPause - 1);
+  add("IK3CCC");
+  machine.Advance(core::ContactsLater::kPause - 1);
+  EXPECT_THAT(Column(list.Tabella), ElementsAre("IK3AAA"));
+  machine.Advance(1);
+  EXPECT_THAT(Column(list.Tabella), ElementsAre("IK3CCC", "IK3BBB", "IK3AAA"));
+  add("IK3DDD");
+  session.Windows.Show(list);  // whoever turns to it sees it as it is
+  EXPECT_EQ(Column(list.Tabella).front(), "IK3DDD");
+}
+
+TEST_F(ElencoTest, WhatIsStoredObeysTheFilterAndTheOrder) {
   Add("IK3AAA", 1);
   Add("DL1CCC", 3);
   Elenco& list = OpenList();

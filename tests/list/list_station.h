@@ -52,16 +52,21 @@ class ListStation : public StationTest {
           row.Set("Banda", band);
           if (more) more(row);
         });
+    WaitForFollowers();
   }
   void Change(std::int64_t qsoNr, const std::string& column, const engine::Value& value) {
     session.Tables.TbLog->SetBookmark({qsoNr});
     session.Contacts.Change(core::ContactTable::kLog, *session.Tables.TbLog,
                             [&](engine::EditableRecordset& row) { row.Set(column, value); });
+    WaitForFollowers();
   }
   void Delete(std::int64_t qsoNr) {
     session.Tables.TbLog->SetBookmark({qsoNr});
     session.Contacts.Delete(core::ContactTable::kLog, *session.Tables.TbLog);
+    WaitForFollowers();
   }
+  // What was stored has come to those who look.
+  void WaitForFollowers() { machine.Advance(core::ContactsLater::kPause); }
   // What the background has read is taken over.
   void Wait() { machine.Advance(50); }
 

@@ -4,6 +4,7 @@
 
 #include "core/station_notes.h"
 #include "log/log_form.h"
+#include "tests/support/grid_rows.h"
 #include "tests/support/station.h"
 
 namespace brenvo::log {
@@ -35,15 +36,6 @@ class CorrispondenteTest : public StationTest {
     Event([&] { page.CallQso.SetText(call); });
     Wait();
   }
-  static std::vector<std::string> Cells(forms::DataGrid& grid) {
-    std::vector<std::string> rows;
-    for (std::int64_t row = 1; row < grid.Rows(); ++row) {
-      std::string text;
-      for (int i = 0; i < grid.Columns(); ++i) text += (i == 0 ? "" : "|") + grid.Cell(row, i);
-      rows.push_back(text);
-    }
-    return rows;
-  }
 };
 
 TEST_F(CorrispondenteTest, ShowsAllContactsWithAStationHoweverItSigned) {
@@ -53,7 +45,7 @@ TEST_F(CorrispondenteTest, ShowsAllContactsWithAStationHoweverItSigned) {
   Add("'08/01/2001 12:00:00','DL1ABC','  2 m','SSB','','','',False");
   Corrispondente& page = OpenPage();
   Ask(page, "IK3ABC/M");
-  EXPECT_THAT(Cells(page.Tabella),
+  EXPECT_THAT(RowsOf(page.Tabella),
               ElementsAre("06/01/2001|11:30|F/IK3ABC/P|20 m|CW|||MARIO|NIZZA|JN33OQ|Sì",
                           "05/01/2001|10:00|IK3ABC|2 m|SSB|||MARIO|PADOVA|JN55WJ|"));
   EXPECT_EQ(page.Avviso.Text(), "IK3ABC: 2 Qso");
@@ -73,7 +65,7 @@ TEST_F(CorrispondenteTest, TheMatrixSaysWhatIsWorkedAndConfirmedByBandAndGroupOf
   std::vector<std::string> headings;
   for (int i = 0; i < page.Matrice.Columns(); ++i) headings.push_back(page.Matrice.Cell(0, i));
   EXPECT_THAT(headings, ElementsAre("Banda", "CW", "Fonia", "Digitale", "Immagine", "Altri"));
-  EXPECT_THAT(Cells(page.Matrice),
+  EXPECT_THAT(RowsOf(page.Matrice),
               ElementsAre("160 m|Conf||||", "2 m||Conf|||", "70 cm|||||Worked"));
 }
 
@@ -94,10 +86,10 @@ TEST_F(CorrispondenteTest, FollowsTheCallThatIsTypedInTheLogAMomentLater) {
   Press(log, "cmClear");
   Wait();
   EXPECT_EQ(page.Avviso.Text(), "");
-  EXPECT_THAT(Cells(page.Tabella), ElementsAre());
+  EXPECT_THAT(RowsOf(page.Tabella), ElementsAre());
   Event([&] { log.CallQso.SetText("IK3ABC"); });
   EXPECT_EQ(page.CallQso.Text(), "IK3ABC");
-  EXPECT_THAT(Cells(page.Tabella), ElementsAre());
+  EXPECT_THAT(RowsOf(page.Tabella), ElementsAre());
   Wait();
   EXPECT_EQ(page.Tabella.Rows(), 2);
 }
@@ -190,7 +182,7 @@ TEST_F(CorrispondenteTest, ACallTypedWhileTheLogIsAskedIsTheOneThatIsAnswered) {
   machine.Advance(Corrispondente::kPause);
   Event([&] { page.CallQso.SetText("DL1ABC"); });
   machine.Advance(Corrispondente::kBetweenLooks);
-  EXPECT_THAT(Cells(page.Tabella), ElementsAre());
+  EXPECT_THAT(RowsOf(page.Tabella), ElementsAre());
   Wait();
   EXPECT_EQ(page.Avviso.Text(), "DL1ABC: 1 Qso");
 }
@@ -213,7 +205,7 @@ TEST_F(CorrispondenteTest, TheDatabaseIsClosedWhileItAsks) {
   machine.Advance(Corrispondente::kPause);
   session.CloseTables();
   machine.Advance(1000);
-  EXPECT_THAT(Cells(page.Tabella), ElementsAre());
+  EXPECT_THAT(RowsOf(page.Tabella), ElementsAre());
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ class Words : public AllWindowsTest {
         hint = bar->Panel(1);
       }
       const std::string tip = command != nullptr ? command->Tip : "";
-      const std::string key = command != nullptr ? command->Shortcut : "";
+      const std::string key = command != nullptr ? command->Shortcut() : "";
       if (field->Caption().empty() && hint.empty()) continue;
       table += fmt::format("{}.{}\t{}\t{}\t{}\t{}\n", window.Name(), field->Name(),
                            OnOneLine(field->Caption()), tip, key, hint);

@@ -32,7 +32,7 @@ class TextForm : public forms::Window {
     Digits.MaxLength = 4;
     File.BackspaceClears = true;
     File.OnDrop = [this](std::string_view text) { File.SetText(text); };
-    cmInsert.Shortcut = "F2";
+    cmInsert.SetShortcut("F2");
     Toolbar1.Items = {&cmInsert};
   }
   forms::TextField CallQso{*this, "CallQso"};
@@ -64,6 +64,47 @@ TEST_F(TextWidgets, AKeyThatTheFilterSwallowsDoesNothing) {
   QTest::keyClicks(Line("Digits"), "1x2");
   EXPECT_EQ(form.Digits.Text(), "12");
   EXPECT_EQ(Line("Digits")->text(), "12");
+}
+
+TEST_F(TextWidgets, AFieldThatTakesKeysWritesTheirNamesAndPressesNoCommand) {
+  form.Qra.WritesKeys = true;
+  int entered = 0;
+  form.Qra.OnEnter = [&] { ++entered; };
+  QLineEdit* const line = Line("Qra");
+  line->setFocus();
+  Settle();
+  form.told.clear();
+  const auto press = [&](Qt::Key key, Qt::KeyboardModifiers held = {}) {
+    QTest::keyClick(line, key, held);
+    return form.Qra.Text();
+  };
+  EXPECT_EQ(press(Qt::Key_F2), "F2");
+  EXPECT_EQ(press(Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier), "Ctrl+Shift+B");
+  EXPECT_EQ(press(Qt::Key_A, Qt::ControlModifier), "Ctrl+A");
+  EXPECT_EQ(press(Qt::Key_Delete), "Del");
+  EXPECT_EQ(press(Qt::Key_PageDown), "PgDown");
+  EXPECT_EQ(press(Qt::Key_Plus, Qt::ControlModifier | Qt::KeypadModifier), "Ctrl++");
+  EXPECT_EQ(press(Qt::Key_Control, Qt::ControlModifier), "Ctrl++");
+  EXPECT_EQ(press(Qt::Key_Backspace), "");
+  EXPECT_EQ(press(Qt::Key_Q), "Q");
+  EXPECT_EQ(press(Qt::Key_Return), "Q");
+  EXPECT_EQ(entered, 1);
+  EXPECT_THAT(form.told, ElementsAre());
+  QTest::keyClick(line, Qt::Key_Tab);
+  EXPECT_FALSE(line->hasFocus());
+}
+
+TEST_F(TextWidgets, ACommandThatGetsAnotherKeyAnswersToThatOne) {
+  form.cmInsert.SetShortcut("Ctrl+F9");
+  form.told.clear();
+  QTest::keyClick(Line("CallQso"), Qt::Key_F2);
+  Settle();
+  EXPECT_THAT(form.told, ElementsAre());
+  QTest::keyClick(Line("CallQso"), Qt::Key_F9, Qt::ControlModifier);
+  Settle();
+  EXPECT_EQ(form.told.size(), 1U);
+  form.cmInsert.SetShortcut(std::nullopt);
+  EXPECT_EQ(form.cmInsert.Shortcut(), "");
 }
 
 TEST_F(TextWidgets, AClickThatBringsTheKeyboardSelectsAllAndASecondPutsTheCaret) {

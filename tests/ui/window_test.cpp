@@ -25,7 +25,7 @@ class CommandForm : public forms::Window {
  public:
   explicit CommandForm(forms::WindowHost& host)
       : forms::Window(host, "CommandForm", "Comandi", base::Twips(6000), base::Twips(4000)) {
-    cmInsert.Shortcut = "F2";
+    cmInsert.SetShortcut("F2");
     cmVista.Toggle = true;
     Toolbar1.Items = {&cmInsert, forms::Separator{}, &cmVista, &menuExport};
     MenuBar = {&bands};

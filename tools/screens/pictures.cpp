@@ -320,6 +320,7 @@ std::vector<Picture> AllPictures() {
       {"ImportaAdif", FileToImport},
       Plain("EsportaAdif"),
       Plain("Preferenze"),
+      Plain("Tasti"),
       DialogOf("Brenvo", "cmOraDelLog", "OraDelLog"),
       DialogOf("Brenvo", "cmPalette", "Palette"),
       {"ConvertiOra", LogInLocalTime, "ConvertiOra"},

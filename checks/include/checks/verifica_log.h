@@ -10,6 +10,7 @@
 
 #include "checks/check_log.h"
 #include "core/arranged_window.h"
+#include "core/contacts_later.h"
 #include "forms/choice_fields.h"
 #include "forms/list_field.h"
 
@@ -39,6 +40,7 @@ class VerificaLog : public core::ArrangedWindow {
   explicit VerificaLog(core::Session& session);
   ~VerificaLog() override;
   void Load() override;
+  void Activate() override;
 
   forms::ListField Regola{
       *this,
@@ -100,14 +102,14 @@ class VerificaLog : public core::ArrangedWindow {
   bool AnyChosen(bool letStand);
   void OpenInLog();
   void LetChosenStand(bool stand);
-  void Heard(const core::ContactsChanged& change);
   void CheckAgain(const core::OneContact& change);
 
   std::vector<Listed> listed_;  // by rising keys; what is checked anew gets new ones
   std::int64_t lastKey_ = 0;
   FindingRows rows_;
   std::optional<CheckFacts> facts_;  // of the last check; nothing before the first one
-  forms::Subscription stored_, closing_;
+  core::ContactsLater stored_;
+  forms::Subscription closing_;
 };
 
 }  // namespace brenvo::checks

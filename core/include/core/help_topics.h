@@ -62,6 +62,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"ImportaAdif", kHelpImportaAdif},
     {"EsportaAdif", kHelpEsportaAdif},
     {"Preferenze", 790},
+    {"Tasti", 791},
     {"OraDelLog", 792},
     {"ConvertiOra", 794},
     {"Stazioni", 796},

@@ -38,8 +38,13 @@ class Command : public Field {
 
   // Stays down when pressed, comes up when pressed again; a menu entry shows a check mark.
   bool Toggle = false;
-  std::string Shortcut;  // "Ctrl+S", "F2"; empty for none
-  std::string Tip;       // the hint under the pointer; empty for the caption's words
+  std::string Tip;  // the hint under the pointer; empty for the caption's words
+  // The key that presses it: "Ctrl+S", "F2"; empty for none. It is the one of its traits as long as
+  // nobody gives it another.
+  const std::string& Shortcut() const { return shortcut_ ? *shortcut_ : standardShortcut_; }
+  const std::string& StandardShortcut() const { return standardShortcut_; }
+  // Nothing takes back the one of its traits.
+  void SetShortcut(std::optional<std::string> shortcut);
   // Where the keyboard goes on after the operator's press on a screen; null leaves it.
   Field* FocusAfter = nullptr;
 
@@ -56,6 +61,8 @@ class Command : public Field {
 
  private:
   std::function<bool()> enabled_, checked_;
+  std::string standardShortcut_;
+  std::optional<std::string> shortcut_;
   bool down_ = false;
   bool shownEnabled_ = true, shownDown_ = false;  // at the last refresh
 };

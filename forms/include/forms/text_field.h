@@ -27,6 +27,9 @@ class TextField : public Field {
   KeyFilter Filter;
   // Refuses keystrokes; the logic still assigns.
   bool ReadOnly = false;
+  // Each key pressed on a screen replaces the text by its name, "Ctrl+B", in place of what it does
+  // elsewhere; but Tab, Enter and Esc.
+  bool WritesKeys = false;
   // Longest text that can be typed, in characters; 0 for no limit.
   std::size_t MaxLength = 0;
   // Backspace empties the whole field.

@@ -26,6 +26,11 @@ class WindowList {
   // All registered names, sorted.
   std::vector<std::string> KnownNames() const;
 
+  // Shows a window as its constructor leaves it: it is never loaded. Nothing for an unknown name.
+  void Examine(std::string_view name, const std::function<void(Window&)>& look) const;
+  // A window is about to be loaded.
+  Signal<Window&> Loading;
+
   // A fresh window, loaded and not yet shown; nullptr when no window bears the name.
   Window* LoadNew(std::string_view name);
   // The single default instance: the one loaded, else a fresh one.

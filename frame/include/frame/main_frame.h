@@ -148,7 +148,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
        &cmProvincie,  &cmNoteHelp,      &cmUtente,           &cmCompatta,    &cmAssegnaPrefissi,
        &cmAzzeraLog,  &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
        &cmPreferenze, &cmOraDelLog,     &cmConvertiOra,      &cmStazioni,    &cmStoria,
-       &cmElenco,     &cmVerificaLog,   &cmPalette}};
+       &cmElenco,     &cmVerificaLog,   &cmPalette,          &cmTasti}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -204,6 +204,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
                                                            }}};
   forms::Command cmPalette{
       *this, "cmPalette", "Comandi...", {.shortcut = "Ctrl+P", .run = [this] { ShowPalette(); }}};
+  forms::Command cmTasti{*this, "cmTasti", "Tasti...", {.run = [this] { OpenSingle("Tasti"); }}};
   forms::Command cmVerificaLog{
       *this, "cmVerificaLog", "Verifica log...", {.run = [this] { OpenSingle("VerificaLog"); }}};
   forms::Command cmOraDelLog{
@@ -246,7 +247,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
   void ShowClocks();
 
   core::Session& session_;
-  forms::Subscription logRead_, reopened_, stationChanged_, profileStored_, choiceChanged_;
+  forms::Subscription logRead_, reopened_, stationChanged_, profileStored_, choiceChanged_,
+      windowLoading_;
   std::unique_ptr<platform::Timer> clockTimer_;
 };
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/arranged_window.h"
+#include "core/contacts_later.h"
 #include "core/log_contact.h"
 
 namespace brenvo::list {
@@ -23,6 +24,7 @@ class Elenco : public core::ArrangedWindow {
   explicit Elenco(core::Session& session);
   ~Elenco() override;
   void Load() override;
+  void Activate() override;
   void Unload() override;
 
   // Shows the contacts of these numbers, newest first, under that title; those that come later are
@@ -136,10 +138,12 @@ class Elenco : public core::ArrangedWindow {
   void ShowWholeLog();
   void ShowMarked();
   void ShowSelectionOfLog();
-  void Heard(const core::ContactsChanged& change);
+  void ReadAnew();
+  void Follow(const std::vector<core::OneContact>& changes);
 
   std::unique_ptr<ContactRows> rows_;
-  forms::Subscription stored_, closing_, reopened_;
+  core::ContactsLater stored_;
+  forms::Subscription closing_, reopened_;
 };
 
 // Opens the window, or brings it forward, with a selection as ShowSelection has it.
