@@ -114,6 +114,7 @@ class ContactWriter {
         kept_(session.Db),
         repeated_(session),
         origins_(session),
+        told_(session.Db.OpenAppender("EntitaQso")),
         contacts_(session.Contacts),
         new_(contacts_.OpenAppender()) {}
 
@@ -143,7 +144,9 @@ class ContactWriter {
     }
     const std::string uuid = origins_.UuidOf(record);
     const std::int64_t station = origins_.StationOf(record, mapped.contact.DataQso);
-    kept_.Add(new_.Append(mapped.contact, {uuid, station}), mapped.kept);
+    const std::int64_t qsoNr = new_.Append(mapped.contact, {uuid, station});
+    kept_.Add(qsoNr, mapped.kept);
+    if (mapped.country) told_->Append({qsoNr, *mapped.country, false});
     repeated_.Stored(mapped.contact);
     ++counts.fresh;
     if (counts.bands.size() < kMostBands) counts.bands.insert(mapped.contact.Banda);
@@ -185,6 +188,7 @@ class ContactWriter {
   KeptFields kept_;
   RepeatedInLog repeated_;
   RecordOrigins origins_;
+  std::unique_ptr<engine::RowAppender> told_;  // countries that the file has told
   core::ContactDoor& contacts_;
   core::ContactDoor::Appender new_;
 };
