@@ -74,10 +74,10 @@ class OwnRow {
       return;
     }
     if (kind == "L") {
-      const int number = Number(kDxcc, kLargestNumber);
-      const auto told = std::ranges::find(table.entities, number, &Entity::number);
-      if (told == table.entities.end()) Refuse(line_, "il country non è detto prima");
-      told->listedOnly = When();
+      if (table.entities.empty() || table.entities.back().number != Number(kDxcc, kLargestNumber)) {
+        Refuse(line_, "non è del country che sta sopra");
+      }
+      table.entities.back().listedOnly = When();
       return;
     }
     Rule rule;
