@@ -72,6 +72,7 @@ class EntityCheck {
       if (answer.reason == entities::Reason::kUnknown) return false;
       finding.after = PlaceOf(answer);
       finding.why = entities::Explanation(finding.Call, answer);
+      finding.rule = answer.rule;
       finding.file = answer.file;
     }
     return Complete(finding);
@@ -200,6 +201,7 @@ std::optional<CheckedEntities> CompareRules(core::Session& session,
     finding.after = PlaceOf(after);
     if (finding.before == finding.after) return false;
     finding.why = entities::Explanation(finding.Call, after);
+    finding.rule = after.rule;
     finding.file = after.file;
     return true;
   });

@@ -61,6 +61,7 @@ void VerificaEntita::Load() {
                        {"Prima"},
                        {"Dopo"},
                        {"Motivo"},
+                       {"Regola"},
                        {"Tabella"},
                        {"Tenuto"}});
   ShowTables();
@@ -123,8 +124,8 @@ void VerificaEntita::FillTable() {
     if (!IsWanted(each)) continue;
     rows.push_back({each.qsoNr,
                     {std::to_string(each.qsoNr), base::DateTimeText(each.DataQso), each.Call,
-                     each.Banda, PlaceText(each.before), PlaceText(each.after), each.why, each.file,
-                     each.chosen ? "sì" : ""}});
+                     each.Banda, PlaceText(each.before), PlaceText(each.after), each.why, each.rule,
+                     each.file, each.chosen ? "sì" : ""}});
   }
   rows_.SetKeyed(std::move(rows));
   ShowRows(key);

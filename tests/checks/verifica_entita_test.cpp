@@ -57,8 +57,9 @@ class VerificaEntitaTest : public StationTest {
     return rows;
   }
   std::vector<std::string> Places() {
-    return Rows("select Call,Country,[Zona CQ],[Zona ITU],Continente,Provincia from Log order by "
-                "QsoNr");
+    return Rows(
+        "select Call,Country,[Zona CQ],[Zona ITU],Continente,Provincia from Log order by "
+        "QsoNr");
   }
   std::filesystem::path File(const std::string& name, std::string_view text) {
     const auto file = directory.Path() / name;
@@ -83,7 +84,8 @@ TEST_F(VerificaEntitaTest, ShowsWhoIsNotTheOneOfItsDayWithTheRuleAndItsDays) {
   EXPECT_EQ(window.Avviso.Text(), "3 Qso verificati: un Qso non come la regola del giorno");
   EXPECT_THAT(Shown(window), ElementsAre("1|G 14/27 EU|GM 14/27 EU"));
   EXPECT_EQ(window.Spiegazione.Text(), "GB6WW: Scozia dal 01/05 al 28/05/2024");
-  EXPECT_EQ(window.Tabella.Cell(1, 7), "Entita.csv");
+  EXPECT_EQ(window.Tabella.Cell(1, 7), "GB6WW");
+  EXPECT_EQ(window.Tabella.Cell(1, 8), "Entita.csv");
   EXPECT_EQ(window.Tabelle.Text(), "Tabelle: Entita.csv");
 }
 
@@ -127,8 +129,8 @@ TEST_F(VerificaEntitaTest, TakesTheRuleForOneForManyAndForAllAndGivesItBack) {
   Press(window, "cmSegnaTutti");
   Press(window, "cmPrendi");
   EXPECT_EQ(window.Avviso.Text(), "La regola del giorno in 2 Qso");
-  EXPECT_THAT(Places(), ElementsAre("GB6WW|GM|14|27|EU|", "OM3ABC|OK/D|15|28|EU|",
-                                    "IG9A|I|33|37|AF|XX"));
+  EXPECT_THAT(Places(),
+              ElementsAre("GB6WW|GM|14|27|EU|", "OM3ABC|OK/D|15|28|EU|", "IG9A|I|33|37|AF|XX"));
   EXPECT_THAT(Shown(window), IsEmpty());
   for (int works = 0; works < 2; ++works) {
     Event([&] {
@@ -151,7 +153,7 @@ TEST_F(VerificaEntitaTest, WhatTheOperatorKeepsIsMarkedAndLeft) {
             "un Qso verificati: un Qso non come la regola del giorno, di cui 1 tenuti");
   Event([&] { window.AncheScelti.SetOn(true); });
   EXPECT_THAT(Shown(window), ElementsAre("1|G 14/27 EU|GM 14/27 EU"));
-  EXPECT_EQ(window.Tabella.Cell(1, 8), "sì");
+  EXPECT_EQ(window.Tabella.Cell(1, 9), "sì");
   EXPECT_FALSE(window.cmPrendi.Enabled());
   Press(window, "cmSegnaTutti");
   EXPECT_FALSE(window.cmPrendi.Enabled());
@@ -254,7 +256,8 @@ TEST_F(VerificaEntitaTest, AFileThatIsNoTableIsRefusedAndNothingChanges) {
   Add("GB6WW", may, england);
   VerificaEntita& window = OpenChecked();
   Load(window, File("prova.dat", "Italy: 15: 28: EU: 1: 2: 3: I:\n  I,\n  =A(41);\n"));
-  EXPECT_THAT(Lines(), testing::Contains(HasSubstr("prova.dat: riga 3: \\\"41\\\" non è una zona")));
+  EXPECT_THAT(Lines(),
+              testing::Contains(HasSubstr("prova.dat: riga 3: \\\"41\\\" non è una zona")));
   EXPECT_THAT(Shown(window), testing::SizeIs(1));
   EXPECT_FALSE(window.cmUsa.Enabled());
   EXPECT_THAT(core::EntityLoads(session.Db), IsEmpty());
@@ -263,8 +266,7 @@ TEST_F(VerificaEntitaTest, AFileThatIsNoTableIsRefusedAndNothingChanges) {
 TEST_F(VerificaEntitaTest, LinesThatWerePassedOverAreTold) {
   VerificaEntita& window = Open<VerificaEntita>("VerificaEntita");
   Load(window, File("prova.tbl", "=IK0ABC|x|EU|-1|0N|0E|28|15||R|=225\nrotta\n"));
-  EXPECT_THAT(window.Avviso.Text(),
-              HasSubstr("righe saltate 1 (riga 2: ha 1 colonne e non 11)"));
+  EXPECT_THAT(window.Avviso.Text(), HasSubstr("righe saltate 1 (riga 2: ha 1 colonne e non 11)"));
 }
 
 TEST_F(VerificaEntitaTest, AStoppedCheckLeavesTheList) {
@@ -284,9 +286,8 @@ TEST_F(VerificaEntitaTest, ACorrectedContactIsCheckedAgainAMomentLater) {
   Add("GB6WW", may, england);
   VerificaEntita& window = OpenChecked();
   session.Tables.TbLog->SetBookmark({1});
-  session.Contacts.Change(kLog, *session.Tables.TbLog, [&](engine::EditableRecordset& row) {
-    row.Set(column::kCountry, "GM");
-  });
+  session.Contacts.Change(kLog, *session.Tables.TbLog,
+                          [&](engine::EditableRecordset& row) { row.Set(column::kCountry, "GM"); });
   machine.Advance(core::ContactsLater::kPause);
   EXPECT_EQ(window.Avviso.Text(), "Qso 1 verificato di nuovo: come la regola del giorno");
   EXPECT_THAT(Shown(window), IsEmpty());

@@ -32,6 +32,7 @@ struct EntityFinding {
   // the contact, unless it is another country's.
   ContactPlace before, after;
   std::string why;      // with the days of the rule, for the operator
+  std::string rule;     // the prefix or the call that fitted; empty without one
   std::string file;     // that says so
   bool chosen = false;  // the operator leaves his own
 
