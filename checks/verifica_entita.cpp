@@ -154,7 +154,8 @@ void VerificaEntita::OpenInLog() {
 }
 
 void VerificaEntita::TakeRules() {
-  const std::vector<std::int64_t> keys = MarkedKeys();
+  std::vector<std::int64_t> keys = MarkedKeys();
+  std::ranges::sort(keys);
   std::vector<const EntityFinding*> wanted;
   for (const std::int64_t key : keys) {
     if (const EntityFinding* const each = Find(key)) wanted.push_back(each);
@@ -165,7 +166,7 @@ void VerificaEntita::TakeRules() {
     return;
   }
   std::erase_if(findings_, [&](const EntityFinding& each) {
-    return !each.chosen && std::ranges::find(keys, each.qsoNr) != keys.end();
+    return !each.chosen && std::ranges::binary_search(keys, each.qsoNr);
   });
   checked_ = true;  // the announcement of these changes has called it out of date
   ForgetMarks();
