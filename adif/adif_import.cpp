@@ -118,6 +118,7 @@ class ContactWriter {
         cards_(session.Db),
         repeated_(session),
         origins_(session),
+        told_(session.Db.OpenAppender("EntitaQso")),
         contacts_(session.Contacts),
         new_(contacts_.OpenAppender()) {}
 
@@ -151,6 +152,7 @@ class ContactWriter {
     const std::int64_t qsoNr = new_.Append(mapped.contact, {uuid, station});
     kept_.Add(qsoNr, mapped.kept);
     for (const core::CardSide side : kCardSides) cards_.Add(qsoNr, side, cards.Of(side));
+    if (mapped.country) told_->Append({qsoNr, *mapped.country, false});
     repeated_.Stored(mapped.contact);
     ++counts.fresh;
     if (counts.bands.size() < kMostBands) counts.bands.insert(mapped.contact.Banda);
@@ -208,6 +210,7 @@ class ContactWriter {
   core::CardTable cards_;
   RepeatedInLog repeated_;
   RecordOrigins origins_;
+  std::unique_ptr<engine::RowAppender> told_;  // countries that the file has told
   core::ContactDoor& contacts_;
   core::ContactDoor::Appender new_;
 };

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "adif/dxcc_entities.h"
 #include "adif/record_to_contact.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "core/log_contact.h"
 #include "core/note_tag.h"
-#include "adif/dxcc_entities.h"
 #include "escaped_text.h"
 #include "own_fields.h"
 #include "plain_name.h"

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "adif/dxcc_entities.h"
 #include "adif/station_tables.h"
 #include "adif_values.h"
 #include "base/number.h"
@@ -11,7 +12,6 @@
 #include "base/uuid.h"
 #include "core/contact_origin.h"
 #include "core/quoted.h"
-#include "adif/dxcc_entities.h"
 
 namespace brenvo::adif {
 namespace {

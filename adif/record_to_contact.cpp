@@ -8,12 +8,12 @@
 #include <optional>
 #include <unordered_map>
 
+#include "adif/dxcc_entities.h"
 #include "adif_values.h"
 #include "base/encoding.h"
 #include "base/plain_letters.h"
 #include "base/text.h"
 #include "core/log_contact.h"
-#include "adif/dxcc_entities.h"
 #include "escaped_text.h"
 #include "own_fields.h"
 #include "plain_name.h"
@@ -219,21 +219,33 @@ void MapMode(const Fields& fields, StationTables& tables, core::LogContact& cont
   contact.Propagazione = kSatellite;
 }
 
-// Where the record is silent the prefix table speaks.
-void MapCountry(const Fields& fields, StationTables& tables, core::LogContact& contact) {
+// What the call itself tells of its place on that day; by the prefix table where nobody knows it.
+PrefixFacts PlaceOnDay(const PrefixFacts& prefix, const entities::Answer& day) {
+  if (day.reason == entities::Reason::kUnknown) return prefix;
+  if (day.what == nullptr) return {};
+  return {"", day.what->country, std::string(day.continent), static_cast<double>(day.cq),
+          static_cast<double>(day.itu)};
+}
+
+void MapCountry(const Fields& fields, base::DateTime utc, StationTables& tables,
+                MappedRecord& mapped) {
+  core::LogContact& contact = mapped.contact;
   const PrefixFacts& prefix = tables.Prefix(contact.Call);
+  const PrefixFacts day = PlaceOnDay(prefix, tables.OnDay(contact.Call, utc));
   contact.Prefisso = prefix.Prefisso;
   constexpr std::size_t kLongestPrefix = 5;
   if (fields.Says(kPfx)) {
     const std::string told = base::UpperAscii(fields[kPfx]);
     if (IsCall(told) && told.size() <= kLongestPrefix) contact.Prefisso = told;
   }
-  contact.Country = prefix.Country;
+  contact.Country = day.Country;
   const auto number = WholeIn(fields[kDxcc], 0, 999);
   if (number && *number == 0) {
     contact.Country.clear();
+    mapped.country = 0;
   } else if (const DxccEntity* entity = number ? FindDxccEntity(*number) : nullptr) {
     contact.Country = entity->country;
+    mapped.country = entity->number;
   } else if (fields.Says(kCountry)) {
     const DxccEntity* named = FindDxccEntityNamed(fields[kCountry]);
     const std::string listed = tables.CountryNamed(fields[kCountry]);
@@ -241,8 +253,12 @@ void MapCountry(const Fields& fields, StationTables& tables, core::LogContact& c
     if (named == nullptr && !listed.empty()) contact.Country = listed;
   }
   // A prefix of another country tells nothing of this one's zones.
-  const bool own = base::SameText(base::Trim(contact.Country), base::Trim(prefix.Country));
-  const PrefixFacts& facts = own ? prefix : tables.OfCountry(contact.Country);
+  const auto isOf = [&](const PrefixFacts& facts) {
+    return base::SameText(base::Trim(contact.Country), base::Trim(facts.Country));
+  };
+  const PrefixFacts& facts = isOf(day)      ? day
+                             : isOf(prefix) ? prefix
+                                            : tables.OfCountry(contact.Country);
   const auto cq = WholeIn(fields[kCqz], 1, 40), itu = WholeIn(fields[kItuz], 1, 90);
   contact.ZonaCQ = cq ? *cq : facts.ZonaCQ;
   contact.ZonaITU = itu ? *itu : facts.ZonaITU;
@@ -327,6 +343,7 @@ bool IsToldAsSubmode(const AdifField& field, const std::vector<AdifField>& told)
 void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
                 MappedRecord& mapped) {
   mapped.contact = {};
+  mapped.country.reset();
   mapped.kept.clear();
   mapped.refusal = record.fault;
   if (!mapped.refusal.empty()) return;
@@ -335,10 +352,11 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   mapped.refusal = MapWhoAndWhen(fields, contact);
   if (mapped.refusal.empty()) mapped.refusal = Unreadable(record, fields);
   if (!mapped.refusal.empty()) return;
-  contact.DataQso = tables.Times().FromUtc(contact.DataQso);
+  const base::DateTime utc = contact.DataQso;
+  contact.DataQso = tables.Times().FromUtc(utc);
   MapBand(fields, tables, contact);
   MapMode(fields, tables, contact);
-  MapCountry(fields, tables, contact);
+  MapCountry(fields, utc, tables, mapped);
   contact.QrkDato = Line(fields[kRstSent]);
   contact.QrkRicevuto = Line(fields[kRstRcvd]);
   contact.Qra = Line(fields[kName]);

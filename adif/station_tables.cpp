@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "adif/dxcc_entities.h"
 #include "base/text.h"
 #include "core/prefix.h"
-#include "adif/dxcc_entities.h"
 #include "geo/locator.h"
 #include "plain_name.h"
 

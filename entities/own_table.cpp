@@ -40,14 +40,19 @@ class OwnRow {
       Refuse(line_, fmt::format("\"{}\" in {}", Shown(Cell(heading)), kHeadings[heading]));
     return *number;
   }
-  std::optional<base::DateTime> Day(Heading heading) const {
+  std::optional<base::DateTime> Time(Heading heading) const {
     if (Cell(heading).empty()) return std::nullopt;
-    const auto day = DayIn(Cell(heading));
-    if (!day) Refuse(line_, fmt::format("\"{}\" non è un giorno", Shown(Cell(heading))));
-    return day;
+    const auto time = base::ParseIso(Cell(heading));
+    if (!time) Refuse(line_, fmt::format("\"{}\" non è un giorno", Shown(Cell(heading))));
+    return time;
   }
   Span When() const {
-    const Span when = DaysFrom(Day(kDal), Day(kAl));
+    constexpr std::size_t kDay = 10;
+    Span when;
+    if (const auto from = Time(kDal)) when.from = from->Seconds();
+    if (const auto to = Time(kAl)) {
+      when.to = Cell(kAl).size() == kDay ? DaysFrom({}, to).to : to->Seconds();
+    }
     if (when.from > when.to) Refuse(line_, "finisce prima di cominciare");
     return when;
   }
@@ -68,12 +73,22 @@ class OwnRow {
       table.entities.push_back(std::move(entity));
       return;
     }
+    if (kind == "L") {
+      if (table.entities.empty() || table.entities.back().number != Number(kDxcc, kLargestNumber)) {
+        Refuse(line_, "non è del country che sta sopra");
+      }
+      table.entities.back().listedOnly = When();
+      return;
+    }
     Rule rule;
+    rule.deletedEntity = kind == "D";
     if (kind == "C") {
       rule.kind = RuleKind::kCall;
     } else if (kind == "N") {
       rule.kind = RuleKind::kInvalid;
-    } else if (kind != "P") {
+    } else if (kind == "Z") {
+      rule.kind = RuleKind::kZone;
+    } else if (kind != "P" && kind != "D") {
       Refuse(line_, fmt::format("\"{}\" in {}", Shown(kind), kHeadings[kTipo]));
     }
     rule.line = line_;
@@ -104,9 +119,28 @@ class OwnRow {
   std::int64_t line_;
 };
 
-std::string DayText(std::int64_t second, bool told) {
+// Its day alone where it is that day's first or last second.
+std::string TimeText(std::int64_t second, bool told, std::string_view ofDay) {
+  if (!told) return {};
   constexpr std::size_t kDay = 10;
-  return told ? base::IsoText(base::DateTime::FromSeconds(second)).substr(0, kDay) : std::string();
+  const std::string text = base::IsoText(base::DateTime::FromSeconds(second));
+  return text.ends_with(ofDay) ? text.substr(0, kDay) : text;
+}
+std::string FromText(const Span& when) { return TimeText(when.from, when.HasFrom(), " 00:00:00"); }
+std::string ToText(const Span& when) { return TimeText(when.to, when.HasTo(), " 23:59:59"); }
+
+std::string_view KindText(const Rule& rule) {
+  switch (rule.kind) {
+    case RuleKind::kPrefix:
+      return rule.deletedEntity ? "D" : "P";
+    case RuleKind::kCall:
+      return "C";
+    case RuleKind::kInvalid:
+      return "N";
+    case RuleKind::kZone:
+      break;
+  }
+  return "Z";
 }
 
 std::string NumberText(int number) { return number == 0 ? std::string() : std::to_string(number); }
@@ -133,18 +167,20 @@ std::string OwnTableText(const Table& table) {
   std::string text = base::CsvLine({std::begin(kHeadings), std::end(kHeadings)});
   for (const Entity& each : table.entities) {
     text += base::CsvLine({"E", NumberText(each.number), each.country, each.name, each.continent,
-                           NumberText(each.cq), NumberText(each.itu), "",
-                           DayText(each.valid.from, each.valid.HasFrom()),
-                           DayText(each.valid.to, each.valid.HasTo()), ""});
+                           NumberText(each.cq), NumberText(each.itu), "", FromText(each.valid),
+                           ToText(each.valid), ""});
+    if (each.listedOnly) {
+      text += base::CsvLine({"L", NumberText(each.number), "", "", "", "", "", "",
+                             FromText(*each.listedOnly), ToText(*each.listedOnly), ""});
+    }
   }
   // Rules that say the same stand in one line.
   using Same =
       std::tuple<int, std::string, int, int, std::string, std::string, std::int64_t, std::int64_t>;
   std::map<Same, std::vector<std::string>> lines;
   for (const Rule& rule : table.rules) {
-    constexpr std::string_view kKinds[] = {"P", "C", "N", "N"};
-    lines[{rule.entity, std::string(kKinds[static_cast<std::size_t>(rule.kind)]), rule.cq, rule.itu,
-           rule.continent, rule.area, rule.when.from, rule.when.to}]
+    lines[{rule.entity, std::string(KindText(rule)), rule.cq, rule.itu, rule.continent, rule.area,
+           rule.when.from, rule.when.to}]
         .push_back(rule.text);
   }
   for (auto& [same, texts] : lines) {
@@ -153,9 +189,8 @@ std::string OwnTableText(const Table& table) {
     std::string joined;
     for (const std::string& each : texts) joined += (joined.empty() ? "" : " ") + each;
     const Span when{from, to};
-    text +=
-        base::CsvLine({kind, NumberText(entity), "", "", continent, NumberText(cq), NumberText(itu),
-                       area, DayText(from, when.HasFrom()), DayText(to, when.HasTo()), joined});
+    text += base::CsvLine({kind, NumberText(entity), "", "", continent, NumberText(cq),
+                           NumberText(itu), area, FromText(when), ToText(when), joined});
   }
   return text;
 }

@@ -9,6 +9,7 @@
 #include "core/country_map.h"
 #include "core/lists.h"
 #include "core/log_contact.h"
+#include "core/log_time.h"
 #include "core/places.h"
 #include "core/prefix.h"
 #include "core/station_notes.h"
@@ -156,9 +157,28 @@ void LogForm::OnCallLeave() {
     }
   }
   PrevCall = CallQso.Text();
+  std::string told = OtherOnItsDay();
   if (const std::string note = core::StationNote(session_.Db, CallQso.Text()); !note.empty()) {
-    Avviso.SetText(fmt::format("Nota su {}: {}", core::BaseCall(CallQso.Text()), note));
+    told += fmt::format("{}Nota su {}: {}", told.empty() ? "" : ". ",
+                        core::BaseCall(CallQso.Text()), note);
   }
+  if (!told.empty()) Avviso.SetText(told);
+}
+
+std::string LogForm::OtherOnItsDay() {
+  const auto date = base::ParseDate(DataQso.Text()), time = base::ParseTime(Qtr.Text());
+  const std::string call = base::Trim(CallQso.Text());
+  if (call.empty() || !date) return {};
+  base::DateTime when = date->DatePart();
+  if (time) when = when + time->TimePart();
+  const entities::Answer answer = session_.ByDate.Of(call, core::LogTimes(session_).ToUtc(when));
+  const std::string_view country =
+      answer.what == nullptr ? std::string_view() : std::string_view(answer.what->country);
+  if (answer.reason == entities::Reason::kUnknown ||
+      base::SameText(country, base::Trim(base::Left(Country.Text(), 5)))) {
+    return {};
+  }
+  return entities::Explanation(call, answer);
 }
 
 void LogForm::OnLocatorChange() {

@@ -8,6 +8,7 @@
 #include "awards/award_grid.h"
 #include "awards/stat_sel.h"
 #include "awards/worked_matrix.h"
+#include "checks/verifica_entita.h"
 #include "checks/verifica_log.h"
 #include "contest/check_call_contest.h"
 #include "contest/contest_form.h"
@@ -79,6 +80,7 @@ void KnowWindows(core::Session& session) {
   Know<log::LogSearch>(session, "LogSearch");
   log::KnowOldQsoBrowsers(session);
   Know<checks::VerificaLog>(session, "VerificaLog");
+  Know<checks::VerificaEntita>(session, "VerificaEntita");
   Know<adif::ImportaAdif>(session, "ImportaAdif");
   Know<adif::EsportaAdif>(session, "EsportaAdif");
   Know<tables::UserForm>(session, "User");

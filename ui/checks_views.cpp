@@ -8,10 +8,16 @@ Piece VerificaLogView() {
                    Column({Item("Spiegazione"), Item("Conteggi")}));
 }
 
+Piece VerificaEntitaView() {
+  return TableView({Item("CheCosa"), Item("AncheScelti")},
+                   Column({Item("Spiegazione"), Item("Tabelle"), Item("Conteggi")}));
+}
+
 }  // namespace
 
 const std::vector<View>& ChecksViews() {
-  static const std::vector<View> kViews = {{"VerificaLog", VerificaLogView}};
+  static const std::vector<View> kViews = {{"VerificaLog", VerificaLogView},
+                                           {"VerificaEntita", VerificaEntitaView}};
   return kViews;
 }
 

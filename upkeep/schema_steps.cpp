@@ -279,12 +279,43 @@ DELETE FROM "LogAdif"
 DROP TABLE temp."Cartoline";
 )";
 
+// EntitaCarichi: tables of countries by date that the operator has loaded; EntitaRighe: their
+// lines, as entities/ writes them. EntitaQso: of a contact the country that a log file has told,
+// and whether the operator leaves his own.
+constexpr std::string_view kCountriesByDate = R"(
+CREATE TABLE "EntitaCarichi" (
+  "Carico" INTEGER PRIMARY KEY,
+  "File" TEXT,
+  "Formato" TEXT,
+  "Versione" TEXT,
+  "Quando" DATETIME,
+  "Regole" INTEGER,
+  "InUso" YESNO NOT NULL DEFAULT 0,
+  "Sostituisce" INTEGER
+);
+CREATE TABLE "EntitaRighe" (
+  "Carico" INTEGER,
+  "Riga" INTEGER,
+  "Testo" TEXT
+);
+CREATE UNIQUE INDEX "EntitaRighe.PrimaryKey" ON "EntitaRighe" (
+  "Carico",
+  "Riga"
+);
+CREATE TABLE "EntitaQso" (
+  "QsoNr" INTEGER PRIMARY KEY,
+  "Dxcc" INTEGER,
+  "Scelta" YESNO NOT NULL DEFAULT 0
+);
+)";
+
 constexpr SchemaStep kSteps[] = {
     {1, "Campi conservati dei file di log", kKeptFields},
     {2, "Stazioni, e un nome per ogni contatto", kOrigin},
     {3, "Storia dei contatti", kHistory},
     {4, "Note delle stazioni e verifiche", kNotesAndChecks},
     {5, "Qsl inviate e ricevute, con via e data", kCards},
+    {6, "Country per data", kCountriesByDate},
 };
 
 constexpr std::string_view kStepTable = R"(

@@ -555,5 +555,32 @@ TEST_F(AdifImportTest, ThePreviewTellsWhatTheFileHolds) {
   EXPECT_THAT(Rows("Select Call from Log"), IsEmpty());
 }
 
+TEST_F(AdifImportTest, ASilentRecordIsOfTheCountryThatItsCallWasOnThatDay) {
+  const auto importOn = [&](std::string_view call, std::string_view day) {
+    EmptyTheLog();
+    Import(Write("a.adi", Record({{"CALL", call}, {"QSO_DATE", day}, {"TIME_ON", "1015"}})));
+    return Rows("Select Country,[Zona CQ],[Zona ITU],Continente from Log").at(0);
+  };
+  EXPECT_EQ(importOn("GB6WW", "20240510"), "GM|14|27|EU");
+  EXPECT_EQ(importOn("GB6WW", "20240610"), "G|14|27|EU");
+  EXPECT_EQ(importOn("Y21XX", "19850601"), "DM/D|14|28|EU");
+  EXPECT_EQ(importOn("OM3ABC", "19850601"), "OK/D|15|28|EU");
+  // At sea no zone is anybody's.
+  EXPECT_EQ(importOn("K0ABC/MM", "20240510"), "|0|0|");
+}
+
+TEST_F(AdifImportTest, ACountryThatTheFileTellsIsKeptAsTold) {
+  Import(Write("a.adi", Contact({{"DXCC", "225"}})));
+  EXPECT_THAT(Rows("Select QsoNr,Dxcc,Scelta from EntitaQso"), ElementsAre("1|225|0"));
+  EmptyTheLog();
+  Exec("delete from EntitaQso");
+  Import(Write("a.adi", Contact({{"DXCC", "0"}})));
+  EXPECT_THAT(Rows("Select Dxcc from EntitaQso"), ElementsAre("0"));
+  EmptyTheLog();
+  Exec("delete from EntitaQso");
+  Import(Write("a.adi", Contact({})));
+  EXPECT_THAT(Rows("Select Dxcc from EntitaQso"), IsEmpty());
+}
+
 }  // namespace
 }  // namespace brenvo::adif

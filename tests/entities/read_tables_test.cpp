@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <string>
 
@@ -193,12 +194,39 @@ TEST(OwnTable, WhatIsWrittenIsReadAgain) {
   EXPECT_EQ(OwnTableText(again), OwnTableText(table));
 }
 
+TEST(OwnTable, KeepsAllThatAnotherFormatTells) {
+  const Table xml = ReadTable(
+      R"(<clublog xmlns="x" date="2026"><entities><entity><adif>344</adif><name>DPRK</name>)"
+      R"(<cqz>25</cqz><cont>AS</cont><whitelist>TRUE</whitelist>)"
+      R"(<whitelist_start>2000-01-01T00:00:00+00:00</whitelist_start></entity></entities>)"
+      R"(<exceptions><exception record="1"><call>P5RS7</call><adif>344</adif>)"
+      R"(<start>2025-01-01T12:00:00+00:00</start><end>2025-01-31T00:00:00+00:00</end>)"
+      R"(</exception></exceptions><invalid_operations><invalid record="3"><call>IK0XYZ</call>)"
+      R"(</invalid></invalid_operations><zone_exceptions><zone_exception record="4">)"
+      R"(<call>W1AW</call><zone>3</zone></zone_exception></zone_exceptions></clublog>)",
+      "cty.xml", {});
+  const Table again = ReadTable(OwnTableText(xml), "cty.xml", {});
+  ASSERT_THAT(again.entities, SizeIs(1));
+  EXPECT_EQ(again.entities[0].listedOnly, xml.entities[0].listedOnly);
+  ASSERT_THAT(again.rules, SizeIs(3));
+  const auto ruleOf = [](const Table& table, std::string_view text) -> const Rule& {
+    return *std::ranges::find(table.rules, text, &Rule::text);
+  };
+  for (const std::string_view call : {"P5RS7", "IK0XYZ", "W1AW"}) {
+    EXPECT_EQ(ruleOf(again, call).kind, ruleOf(xml, call).kind) << call;
+    EXPECT_EQ(ruleOf(again, call).when, ruleOf(xml, call).when) << call;
+    EXPECT_EQ(ruleOf(again, call).cq, ruleOf(xml, call).cq) << call;
+  }
+  const Table bars = ReadTable("DM|DDR|EU|-1|1N|2W|28|14|229|D|1973/09/17-1990/10/02\n", "x", {});
+  EXPECT_TRUE(ReadTable(OwnTableText(bars), "x", {}).rules.at(0).deletedEntity);
+}
+
 TEST(OwnTable, ItsFaultsAreToldWithTheirLine) {
   constexpr std::string_view kHead = "Tipo,Dxcc,Country,Nome,Continente,CQ,ITU,Area,Dal,Al,Testi\n";
   EXPECT_THAT(FaultOf(std::string(kHead) + "P,248,,,,,,,2020-01-02,2020-01-01,I\n"),
               HasSubstr("riga 2: finisce prima di cominciare"));
-  EXPECT_THAT(FaultOf(std::string(kHead) + "Z,248,,,,,,,,,I\n"),
-              HasSubstr("riga 2: \"Z\" in Tipo"));
+  EXPECT_THAT(FaultOf(std::string(kHead) + "Q,248,,,,,,,,,I\n"),
+              HasSubstr("riga 2: \"Q\" in Tipo"));
   EXPECT_THAT(FaultOf(std::string(kHead) + "P,248\n"), HasSubstr("line 2"));
 }
 

@@ -1,8 +1,10 @@
 #include "entities/resolver.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <vector>
 
@@ -279,6 +281,49 @@ TEST(Resolving, ExceptionsHaveAZoneAndAnEndOfTheirOwn) {
   EXPECT_EQ(resolver.Resolve("IK0XYZ", kNow).reason, Reason::kInvalid);
   EXPECT_EQ(resolver.Resolve("W1AW", kNow).cq, 3);
   EXPECT_EQ(resolver.Resolve("W1AW", DateTime::Of(2019, 1, 1)).cq, 5);
+}
+
+// As the dated tables of other houses: thousands of calls, each for some days, a call more than
+// once.
+TEST(Resolving, CallsWithTheirDaysAreRightWithinThemAndNeverOutside) {
+  constexpr int kCalls = 2'000;
+  constexpr std::int64_t kDay = 24 * 60 * 60;
+  const int countries[] = {248, 225, 291, 230, 227, 223, 279, 318, 339, 15};
+  std::mt19937 random(1);
+  std::string text;
+  std::vector<Rule> wanted;
+  for (int i = 0; i < kCalls; ++i) {
+    const std::string call = fmt::format("{}{}X{:03}", "IKFGDR"[i / 2 % 6], i / 2 % 10, i / 2);
+    // The two of a call are apart by years.
+    const DateTime first =
+        DateTime::Of(1990 + 12 * (i % 2) + static_cast<int>(random() % 9),
+                     1 + static_cast<int>(random() % 12), 1 + static_cast<int>(random() % 28));
+    const DateTime last = first.Later(static_cast<std::int64_t>(random() % 60) * kDay);
+    const int country = countries[random() % std::size(countries)];
+    const auto dayText = [](DateTime day) {
+      return fmt::format("{:04}/{:02}/{:02}", day.Year(), day.Month(), day.Day());
+    };
+    text += fmt::format("={}|Speciale {}|EU|-1|1N|2E|28|15||R|{}-{}={}\n", call, i, dayText(first),
+                        dayText(last), country);
+    Rule rule;
+    rule.text = call;
+    rule.entity = country;
+    rule.when = DaysFrom(first, last);
+    wanted.push_back(rule);
+  }
+  const With resolve(text);
+  int right = 0, outside = 0;
+  for (const Rule& rule : wanted) {
+    const auto at = [&](std::int64_t second) {
+      return resolve(rule.text, DateTime::FromSeconds(second));
+    };
+    right += at(rule.when.from + (rule.when.to - rule.when.from) / 2).entity == rule.entity;
+    for (const std::int64_t second : {rule.when.from - 1, rule.when.to + 1}) {
+      outside += at(second).reason == Reason::kCall;
+    }
+  }
+  EXPECT_EQ(right, kCalls);
+  EXPECT_EQ(outside, 0);
 }
 
 TEST(Spans, AreToldAsAnOperatorWritesDays) {

@@ -9,13 +9,14 @@ compiler=$2
 includes=$3
 
 low="base"
-middle="core engine forms geo platform $low"
+middle="core engine forms geo entities platform $low"
 frame="frame upkeep worked"
 windows="history log contest awards maps print links tables adif list checks"
 may_see() {
   case $1 in
     base) echo "base" ;;
     geo) echo "geo $low" ;;
+    entities) echo "entities $low" ;;
     engine) echo "engine $low" ;;
     dialect) echo "dialect engine $low" ;;
     file) echo "file dialect engine $low" ;;

@@ -601,5 +601,29 @@ TEST_F(LookupTest, TheStatusStatementsAreServedByIndexes) {
   }
 }
 
+TEST_F(LookupTest, TellsThatACallWasOfAnotherCountryOnItsDayAndRewritesNothing) {
+  LogForm& log = OpenLog();
+  const auto toldOn = [&](std::string_view call, std::string_view day) {
+    Press(log, "cmClear");
+    Event([&] {
+      log.Avviso.SetText("");
+      log.DataQso.SetText(day);
+      log.Qtr.SetText("12:00");
+      log.CallQso.SetText(call);
+    });
+    Event([&] { log.CallQso.Leave(); });
+    return log.Avviso.Text();
+  };
+  EXPECT_EQ(toldOn("GB6WW", "10/05/2024"), "GB6WW: Scozia dal 01/05 al 28/05/2024");
+  EXPECT_THAT(log.Country.Text(), testing::StartsWith("G "));
+  EXPECT_EQ(toldOn("GB6WW", "10/06/2024"), "");
+  EXPECT_EQ(toldOn("Y21XX", "01/06/1985"),
+            "Y21XX: Germania Orientale (DDR) dal 17/09/1973 al 02/10/1990");
+  EXPECT_EQ(toldOn("IK0ABC/MM", "10/05/2024"),
+            "IK0ABC/MM: in mare o in volo non conta per nessun country");
+  EXPECT_EQ(toldOn("IK0ABC", "10/05/2024"), "");
+  EXPECT_EQ(toldOn("IK0ABC", "senza senso"), "");
+}
+
 }  // namespace
 }  // namespace brenvo::log

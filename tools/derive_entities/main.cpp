@@ -1,6 +1,7 @@
 // Makes the table of countries by date that is delivered.
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <map>
@@ -44,15 +45,30 @@ void TakeZones(const char* file, std::map<int, entities::Entity>& all) {
   }
 }
 
+// "02:01,03:01": a zone that is not the same in all of these is none.
+void TakePairs(const std::string& pairs, entities::Entity& entity) {
+  std::set<std::string> itu, cq;
+  for (std::size_t start = 0; start < pairs.size();) {
+    const std::size_t end = std::min(pairs.find(',', start), pairs.size());
+    const std::string pair = pairs.substr(start, end - start);
+    itu.insert(pair.substr(0, pair.find(':')));
+    cq.insert(pair.substr(pair.find(':') + 1));
+    start = end + 1;
+  }
+  if (itu.size() > 1) entity.itu = 0;
+  if (cq.size() > 1) entity.cq = 0;
+}
+
 // The day of an end is told as the first one on which it is no more.
 void TakeTimes(const char* file, std::map<int, entities::Entity>& all) {
   constexpr std::int64_t kDay = 24 * 60 * 60;
   const base::CsvTable table = base::ReadCsv(file);
   const std::size_t number = table.Column("adif"), from = table.Column("valid_from"),
-                    to = table.Column("valid_to");
+                    to = table.Column("valid_to"), pairs = table.Column("itu_cq_pairs");
   for (const auto& row : table.Rows) {
     const auto found = all.find(std::stoi(row.Cells[number]));
     if (found == all.end()) continue;
+    TakePairs(row.Cells[pairs], found->second);
     const auto day = [](const std::string& text) { return base::ParseIso(text); };
     if (row.Cells[from] != kFirstDay) found->second.valid.from = day(row.Cells[from])->Seconds();
     if (!row.Cells[to].empty()) {

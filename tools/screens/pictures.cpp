@@ -225,6 +225,20 @@ forms::Window* CardsOfTheLog(core::Session& session) {
   return window;
 }
 
+// The log with contacts that were made when their calls were others.
+forms::Window* LogByDate(core::Session& session) {
+  for (const char* contact :
+       {"Call='GB6WW',DataQso='2024-05-10 14:20',Country='G' where QsoNr=118",
+        "Call='Y21XX',DataQso='1985-06-01 10:00',Country='DL' where QsoNr=92",
+        "Call='OM3ABC',DataQso='1989-03-05 08:12',Country='OM' where QsoNr=74",
+        "Call='K0ABC/MM',Country='K' where QsoNr=55"}) {
+    session.Db.Execute(fmt::format("update Log set {}", contact));
+  }
+  forms::Window* const window = Open(session, "VerificaEntita");
+  Press(*window, "cmVerifica");
+  return window;
+}
+
 // A log in local time with contacts in the hours in which the clocks were changed.
 forms::Window* LogInLocalTime(core::Session& session) {
   core::StoreLogTime(session, core::LogTime::kLocal);
@@ -353,6 +367,7 @@ std::vector<Picture> AllPictures() {
       {"Stazioni", HomeAndHill},
       {"Storia", PastWorks},
       {"GestioneQsl", CardsOfTheLog},
+      {"VerificaEntita", LogByDate},
       {"VerificaLog", CheckedLog},  // its faults stay in the log
   };
 }

@@ -20,11 +20,14 @@ struct MappedRecord {
   // What the columns do not hold, each name once: fields without a column, and those whose own
   // words the column's value does not give back.
   std::vector<AdifField> kept;
+  // The number of the country that the record tells, 0 for none; nothing where it tells none.
+  std::optional<int> country;
   std::string refusal;  // Italian; empty when the contact can be stored
 };
 
-// Fills `mapped` but for what is kept beside. Prefix, country, zones and continent come from the
-// prefix table where the record is silent, the band from the frequency and the frequency from the
+// Fills `mapped` but for what is kept beside. Where the record is silent the prefix comes from the
+// prefix table, and country, zones and continent from who the call was on that day, from the prefix
+// table where nobody knows; the band from the frequency and the frequency from the
 // band, the distance from the locators.
 void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
                 MappedRecord& mapped);

@@ -38,6 +38,10 @@ class StationTables {
   std::string PropagazioneOf(std::string_view adif) const;  // empty when it means nothing here
 
   const PrefixFacts& Prefix(std::string_view call);
+  // Who the call was then.
+  entities::Answer OnDay(std::string_view call, base::DateTime utc) const {
+    return session_.ByDate.Of(call, utc);
+  }
   // Zones and continent of a country whatever the prefix: what all its prefixes agree on, 0 and
   // empty elsewhere.
   const PrefixFacts& OfCountry(std::string_view country);

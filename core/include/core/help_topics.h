@@ -25,6 +25,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"Elenco", 150},
     {"Corrispondente", 160},
     {"VerificaLog", 170},
+    {"VerificaEntita", 175},
     {"Colonne", 152},
     {"CambiaColonna", 155},
     {"ContaQso", 158},

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/contact_door.h"
+#include "core/countries_by_date.h"
 #include "core/preferences.h"
 #include "engine/database.h"
 #include "forms/signal.h"
@@ -115,6 +116,8 @@ class Session {
   std::function<void()> BringUpToDate;
   // Before the tables are closed, and when they are open again after that.
   forms::Signal<> Closing, Reopened;
+  // Who calls were on their days.
+  CountriesByDate ByDate{*this};
 
   forms::Signal<const TypedCall&> CallTyped;
 

@@ -33,10 +33,12 @@ Table ReadTable(std::string_view text, std::string_view file, const KnownEntitie
 Table ReadTableFile(const std::filesystem::path& file, const KnownEntities& known);
 
 // Our own format, a CSV table of:
-//   Tipo   "E" a country, "P" prefixes, "C" calls, "N" calls that count for nothing
+//   Tipo   "E" a country, "L" when it counts listed calls alone; "P" prefixes, "D" those of a
+//          country that is no more, "C" calls, "N" calls that count for nothing, "Z" calls in that
+//          zone
 //   Dxcc   its number; Country, Nome: of a country
 //   Continente, CQ, ITU, Area: as in Entity and Rule
-//   Dal, Al  the first and the last day, yyyy-mm-dd
+//   Dal, Al  the first and the last day, yyyy-mm-dd, or a time, yyyy-mm-dd hh:mm:ss
 //   Testi  prefixes or calls with blanks between
 Table ReadOwnTable(std::string_view text, std::string_view file);
 std::string OwnTableText(const Table& table);

@@ -150,7 +150,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
        &cmProvincie,  &cmNoteHelp,      &cmUtente,           &cmCompatta,    &cmAssegnaPrefissi,
        &cmAzzeraLog,  &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
        &cmPreferenze, &cmOraDelLog,     &cmConvertiOra,      &cmStazioni,    &cmStoria,
-       &cmElenco,     &cmVerificaLog,   &cmPalette,          &cmTasti}};
+       &cmElenco,     &cmVerificaLog,   &cmPalette,          &cmTasti,       &cmVerificaEntita}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
@@ -209,6 +209,9 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::Command cmTasti{*this, "cmTasti", "Tasti...", {.run = [this] { OpenSingle("Tasti"); }}};
   forms::Command cmVerificaLog{
       *this, "cmVerificaLog", "Verifica log...", {.run = [this] { OpenSingle("VerificaLog"); }}};
+  forms::Command cmVerificaEntita{*this, "cmVerificaEntita", "Verifica entità...", {.run = [this] {
+                                    OpenSingle("VerificaEntita");
+                                  }}};
   forms::Command cmOraDelLog{
       *this, "cmOraDelLog", "Ora del log...", {.run = [this] { OpenModal("OraDelLog"); }}};
   forms::Command cmConvertiOra{*this, "cmConvertiOra", "Converti ora...", {.run = [this] {

@@ -248,6 +248,9 @@ class LogForm : public core::LogWindow {
   // What runs while a contact is typed.
   void OnCallChange();
   void OnCallLeave();
+  // What to tell where the call was of another country on the day in the fields than the one that
+  // stands there; empty elsewhere.
+  std::string OtherOnItsDay();
   void OnLocatorChange();
   void OnCountryChange();
   void OnCountryLeave();
