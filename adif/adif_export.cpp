@@ -11,6 +11,7 @@
 #include "adif/adif_names.h"
 #include "adif/adif_reader.h"
 #include "base/plain_letters.h"
+#include "card_fields.h"
 #include "contact_to_fields.h"
 #include "core/log_contact.h"
 #include "kept_fields.h"
@@ -135,6 +136,7 @@ std::optional<ExportCounts> Export(core::Session& session, const Contacts& conta
 
   session.Contacts.AdoptOthers();  // each contact goes out with its name
   KeptFields kept(session.Db);
+  core::CardTable cards(session.Db);
   ContactOrigins origins(session.Db);
   StationTables tables(session);
   out << AdifHeader(UserFields(session.Db, contacts), letters);
@@ -144,9 +146,11 @@ std::optional<ExportCounts> Export(core::Session& session, const Contacts& conta
   while (const core::LogContact* contact = next(qsoNr)) {
     const std::int64_t done = counts.written + counts.leftOut;
     if (done % kProgressStep == 0 && !progress(done)) return std::nullopt;
-    const std::vector<AdifField> beside = kept.Of(qsoNr);
-    const std::vector<AdifField> fields =
-        FileFields(*contact, beside, origins.Of(qsoNr), tables, letters);
+    std::vector<AdifField> beside = kept.Of(qsoNr), others = origins.Of(qsoNr);
+    for (AdifField& field : CardFields(cards.Of(qsoNr), *contact, beside)) {
+      others.push_back(std::move(field));
+    }
+    const std::vector<AdifField> fields = FileFields(*contact, beside, others, tables, letters);
     if (fields.empty()) {
       ++counts.leftOut;
       continue;

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "base/text.h"
+#include "card_fields.h"
 #include "contact_to_fields.h"
 #include "core/history.h"
 #include "core/log_contact.h"
@@ -19,6 +20,8 @@ namespace {
 
 // Records between two looks at the operator's wish to stop.
 constexpr std::int64_t kProgressStep = 250;
+
+constexpr core::CardSide kCardSides[] = {core::CardSide::kSent, core::CardSide::kReceived};
 
 class LogFile {
  public:
@@ -112,6 +115,7 @@ class ContactWriter {
         tables_(tables),
         report_(report),
         kept_(session.Db),
+        cards_(session.Db),
         repeated_(session),
         origins_(session),
         told_(session.Db.OpenAppender("EntitaQso")),
@@ -144,8 +148,10 @@ class ContactWriter {
     }
     const std::string uuid = origins_.UuidOf(record);
     const std::int64_t station = origins_.StationOf(record, mapped.contact.DataQso);
+    const core::ContactCards cards = TakeCards(record, mapped.contact, mapped.kept);
     const std::int64_t qsoNr = new_.Append(mapped.contact, {uuid, station});
     kept_.Add(qsoNr, mapped.kept);
+    for (const core::CardSide side : kCardSides) cards_.Add(qsoNr, side, cards.Of(side));
     if (mapped.country) told_->Append({qsoNr, *mapped.country, false});
     repeated_.Stored(mapped.contact);
     ++counts.fresh;
@@ -157,6 +163,7 @@ class ContactWriter {
 
   bool Fill(const AdifRecord& record, MappedRecord& mapped) {
     MapRest(record, ColumnFields(mapped.contact, tables_), mapped);
+    const core::ContactCards cards = TakeCards(record, mapped.contact, mapped.kept);
     engine::Table& row = repeated_.Row();
     const core::LogContact present = core::ReadContact(row);
     const std::int64_t qsoNr = row.Field("QsoNr").Integer();
@@ -179,13 +186,28 @@ class ContactWriter {
     const std::vector<AdifField> missing = kept_.MissingOf(qsoNr, mapped.kept);
     for (const AdifField& field : missing) contacts_.Past().KeepField(qsoNr, field.name);
     kept_.Add(qsoNr, missing);
-    return !missing.empty() || !empty.empty();
+    const bool gotCards = FillCards(qsoNr, cards);
+    return !missing.empty() || !empty.empty() || gotCards;
+  }
+
+  // Of a side where the contact has none yet.
+  bool FillCards(std::int64_t qsoNr, const core::ContactCards& cards) {
+    const core::ContactCards present = cards_.Of(qsoNr);
+    bool filled = false;
+    for (const core::CardSide side : kCardSides) {
+      if (cards.Of(side).empty() || !present.Of(side).empty()) continue;
+      contacts_.Past().KeepCards(qsoNr, side);
+      cards_.Add(qsoNr, side, cards.Of(side));
+      filled = true;
+    }
+    return filled;
   }
 
   ImportOptions options_;
   StationTables& tables_;
   std::ostream& report_;
   KeptFields kept_;
+  core::CardTable cards_;
   RepeatedInLog repeated_;
   RecordOrigins origins_;
   std::unique_ptr<engine::RowAppender> told_;  // countries that the file has told

@@ -29,26 +29,6 @@ bool IsOf(const ListedFinding& finding, const std::vector<std::string>& calls) {
 
 }  // namespace
 
-void FindingRows::SetKeyed(std::vector<Keyed> rows) {
-  keys_.clear();
-  std::vector<Row> cells;
-  for (Keyed& each : rows) {
-    keys_.push_back(each.key);
-    cells.push_back(std::move(each.cells));
-  }
-  SetRows(std::move(cells));
-}
-
-std::int64_t FindingRows::KeyAt(std::int64_t row) {
-  return keys_.at(static_cast<std::size_t>(core::MemoryRows::KeyAt(row)));
-}
-
-std::optional<std::int64_t> FindingRows::RowOf(std::int64_t key) {
-  const auto at = std::ranges::lower_bound(keys_, key);
-  if (at == keys_.end() || *at != key) return std::nullopt;
-  return core::MemoryRows::RowOf(at - keys_.begin());
-}
-
 VerificaLog::VerificaLog(core::Session& session)
     : core::ArrangedWindow(session, "VerificaLog", "Verifica del log", base::Twips(16200),
                            base::Twips(8400)),
@@ -123,7 +103,7 @@ void VerificaLog::TakeIn(std::vector<ListedFinding> findings) {
 
 void VerificaLog::FillTable() {
   const auto key = ChosenKey();
-  std::vector<FindingRows::Keyed> rows;
+  std::vector<core::KeyedRows::Keyed> rows;
   for (const Listed& each : listed_) {
     const ListedFinding& finding = each.finding;
     if (each.letStand && !AncheVerificati.IsOn()) continue;

@@ -118,6 +118,7 @@ void ArrangedWindow::ShowHeadings() {
     of.heading = columns_[field].heading;
     of.field = field;
     of.width = states_[field].width;
+    if (of.width == forms::kOwnSize) of.width = columns_[field].width;
     of.format = columns_[field].format;
     const auto at = std::find_if(order_.begin(), order_.end(),
                                  [&](const Order& each) { return each.field == field; });

@@ -117,6 +117,20 @@ void History::KeepField(std::int64_t qsoNr, std::string_view field) {
   KeepCampo(qsoNr, field, present->EOF_() ? engine::Value() : present->Field(std::size_t{0}));
 }
 
+void History::KeepCards(std::int64_t qsoNr, CardSide side) {
+  if (HasBrought(qsoNr)) return;
+  Keep(qsoNr);
+  const std::string present = TextOfCards(CardsOf(database_, qsoNr, side));
+  KeepCampo(qsoNr, side == CardSide::kSent ? kSentField : kReceivedField,
+            present.empty() ? engine::Value() : engine::Value(present));
+}
+
+std::optional<CardSide> History::SideOf(std::string_view field) {
+  if (field == kSentField) return CardSide::kSent;
+  if (field == kReceivedField) return CardSide::kReceived;
+  return std::nullopt;
+}
+
 void History::KeepStation(std::int64_t qsoNr) {
   if (HasBrought(qsoNr)) return;
   Keep(qsoNr);

@@ -94,4 +94,26 @@ std::string MemoryRows::CellText(std::int64_t row, std::size_t field) {
   return CellOf(rows_[shown_[static_cast<std::size_t>(row)]], field);
 }
 
+void KeyedRows::SetKeyed(std::vector<Keyed> rows) {
+  keys_.clear();
+  places_.clear();
+  std::vector<Row> cells;
+  cells.reserve(rows.size());
+  for (Keyed& each : rows) {
+    places_.emplace(each.key, std::ssize(keys_));
+    keys_.push_back(each.key);
+    cells.push_back(std::move(each.cells));
+  }
+  SetRows(std::move(cells));
+}
+
+std::int64_t KeyedRows::KeyAt(std::int64_t row) {
+  return keys_.at(static_cast<std::size_t>(MemoryRows::KeyAt(row)));
+}
+
+std::optional<std::int64_t> KeyedRows::RowOf(std::int64_t key) {
+  const auto at = places_.find(key);
+  return at == places_.end() ? std::nullopt : MemoryRows::RowOf(at->second);
+}
+
 }  // namespace brenvo::core

@@ -4,6 +4,7 @@
 #include "dialect/folding.h"
 #include "dialect/functions.h"
 #include "dialect/like_pattern.h"
+#include "index_part.h"
 #include "sql_writer.h"
 #include "sqlite_functions.h"
 
@@ -13,25 +14,6 @@ namespace {
 constexpr std::string_view kAsciiOrder = "NOCASE";
 
 bool IsTextual(const dialect::Node& node) { return node.type == dialect::ValueType::kText; }
-
-// The index part that the node is the same as: a column, or the first characters of one.
-struct PartOfNode {
-  const dialect::TableSchema* table = nullptr;
-  dialect::IndexPart part;
-};
-
-PartOfNode PartOf(const dialect::Node& node) {
-  if (node.kind == dialect::NodeKind::kColumn) return {node.table, {node.column, 0}};
-  if (node.kind == dialect::NodeKind::kCall &&
-      node.function->kind == dialect::Function::Kind::kLeft &&
-      node.children[0]->kind == dialect::NodeKind::kColumn && IsTextual(*node.children[0]) &&
-      node.children[1]->kind == dialect::NodeKind::kInteger && node.children[1]->integer > 0 &&
-      node.children[1]->integer < 256) {
-    const dialect::Node& column = *node.children[0];
-    return {column.table, {column.column, static_cast<int>(node.children[1]->integer)}};
-  }
-  return {};
-}
 
 bool IsIndexed(const dialect::Node& node) {
   const PartOfNode part = PartOf(node);
@@ -89,6 +71,19 @@ std::string Successor(std::string prefix) {
 }
 
 }  // namespace
+
+PartOfNode PartOf(const dialect::Node& node) {
+  if (node.kind == dialect::NodeKind::kColumn) return {node.table, {node.column, 0}};
+  if (node.kind == dialect::NodeKind::kCall &&
+      node.function->kind == dialect::Function::Kind::kLeft &&
+      node.children[0]->kind == dialect::NodeKind::kColumn && IsTextual(*node.children[0]) &&
+      node.children[1]->kind == dialect::NodeKind::kInteger && node.children[1]->integer > 0 &&
+      node.children[1]->integer < 256) {
+    const dialect::Node& column = *node.children[0];
+    return {column.table, {column.column, static_cast<int>(node.children[1]->integer)}};
+  }
+  return {};
+}
 
 // Indexes hold texts in the order that SQLite brings along. Where no index can serve, letters
 // outside ASCII are folded too.

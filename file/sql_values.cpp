@@ -263,6 +263,17 @@ void SqlWriter::Select(const dialect::SelectTree& select) {
 }
 
 void SqlWriter::Rows(const dialect::SelectTree& select) {
+  From(select);
+  if (const auto walk = PlanGroupedWalk(select)) {
+    Walk(*walk);
+  } else if (select.where != nullptr) {
+    Add(" WHERE ");
+    Condition(*select.where);
+  }
+  Groups(select);
+}
+
+void SqlWriter::From(const dialect::SelectTree& select) {
   for (std::size_t i = 0; i < select.tables.size(); ++i) {
     Add(i == 0 ? " FROM " : ", ");
     Add(select.tables[i].table->quoted);
@@ -270,10 +281,9 @@ void SqlWriter::Rows(const dialect::SelectTree& select) {
     Add(" AS ");
     Name(select.tables[i].alias);
   }
-  if (select.where != nullptr) {
-    Add(" WHERE ");
-    Condition(*select.where);
-  }
+}
+
+void SqlWriter::Groups(const dialect::SelectTree& select) {
   bool first = true;
   const auto group = [&](const dialect::Node& node) {
     Add(first ? " GROUP BY " : ", ");
@@ -289,6 +299,78 @@ void SqlWriter::Rows(const dialect::SelectTree& select) {
     Add(" HAVING ");
     Condition(*select.having);
   }
+}
+
+void SqlWriter::Part(const dialect::TableSchema& table, const dialect::IndexPart& part) {
+  const dialect::Column& column = table.columns[part.column];
+  if (column.type != dialect::ColumnType::kText) return Add(column.quoted);
+  Add("rtrim(");
+  Add(part.prefix > 0 ? "substr(" : "");
+  Add(column.quoted);
+  if (part.prefix > 0) Add(", 1, " + std::to_string(part.prefix) + ")");
+  Add(") COLLATE NOCASE");
+}
+
+void SqlWriter::All(const std::vector<const dialect::Node*>& conditions, std::string_view word) {
+  for (const dialect::Node* each : conditions) {
+    Add(word);
+    word = " AND ";
+    Add("(");
+    Condition(*each);
+    Add(")");
+  }
+}
+
+// The first of all rows for each combination of the parts, read off the index alone; what the parts
+// answer is asked of them, under the names of their columns. Where a condition wants a row, the
+// first one that meets it is looked for among those of the combination.
+void SqlWriter::Walk(const GroupedWalk& walk) {
+  const dialect::TableSchema& table = *walk.table;
+  const auto part = [&](std::size_t i) { Part(table, walk.index->parts[i]); };
+  const auto name = [](std::size_t i) { return "\"part" + std::to_string(i) + "\""; };
+  Add(" WHERE rowid IN (WITH \"met\" AS MATERIALIZED (SELECT ");
+  for (std::size_t i = 0; i < walk.parts; ++i) {
+    part(i);
+    Add(" AS " + name(i) + ", ");
+  }
+  Add("min(rowid) AS \"first\" FROM " + table.quoted + " INDEXED BY ");
+  Name(table.name + "." + walk.index->name);
+  if (walk.firstPartFilled) {
+    Add(" WHERE ");
+    part(0);
+    Add(" > ''");
+  }
+  for (std::size_t i = 0; i < walk.parts; ++i) {
+    Add(i == 0 ? " GROUP BY " : ", ");
+    part(i);
+  }
+  Add(") SELECT ");
+  std::vector<const dialect::Node*> ofRows = walk.ofRows;
+  if (walk.beginningFilled != nullptr) {
+    if (ofRows.empty()) Add("CASE WHEN \"part0\" > '' THEN \"first\" ELSE ");
+    ofRows.push_back(walk.beginningFilled);
+  }
+  if (ofRows.empty()) {
+    Add("\"first\"");
+  } else {
+    Add("(SELECT rowid FROM " + table.quoted);
+    for (std::size_t i = 0; i < walk.parts; ++i) {
+      Add(i == 0 ? " WHERE " : " AND ");
+      part(i);
+      Add(" IS " + name(i));
+    }
+    All(ofRows, " AND ");
+    Add(" LIMIT 1)");
+    if (walk.ofRows.empty()) Add(" END");
+  }
+  Add(" FROM (SELECT *");
+  for (std::size_t i = 0; i < walk.parts; ++i) {
+    const dialect::IndexPart& each = walk.index->parts[i];
+    if (each.prefix == 0) Add(", " + name(i) + " AS " + table.columns[each.column].quoted);
+  }
+  Add(" FROM \"met\")");
+  All(walk.ofParts, " WHERE ");
+  Add(")");
 }
 
 void SqlWriter::OrderBy(const dialect::SelectTree& select) {

@@ -8,6 +8,7 @@
 #include "dialect/schema.h"
 #include "dialect/tree.h"
 #include "engine/value.h"
+#include "grouped_walk.h"
 
 namespace brenvo::file {
 
@@ -34,6 +35,12 @@ class SqlWriter {
  private:
   void Add(std::string_view text) { sql += text; }
   void Name(std::string_view name);
+  void From(const dialect::SelectTree& select);
+  void Groups(const dialect::SelectTree& select);
+  // "WHERE rowid IN ..." for "WHERE ...": a row at least of each group.
+  void Walk(const GroupedWalk& walk);
+  void Part(const dialect::TableSchema& table, const dialect::IndexPart& part);
+  void All(const std::vector<const dialect::Node*>& conditions, std::string_view word);
   void Parameter(engine::Value value);
   void ColumnName(const dialect::Node& node);
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "base/match.h"
 #include "key_page.h"
 
 namespace brenvo::frame {
@@ -17,7 +16,7 @@ Tasti::Tasti(core::Session& session)
   Tasto.WritesKeys = true;
   Tasto.OnEnter = [this] { Store(Tasto.Text()); };
   for (forms::CheckBox* filter : {&SoloConTasto, &SoloCambiati}) {
-    filter->OnChange = [this] { ShowOwners(ChosenKey()); };
+    filter->OnChange = [this] { ShowOwners(Chosen()); };
   }
 }
 
@@ -25,25 +24,24 @@ void Tasti::Load() {
   core::TableWindow::Load();
   owners_ = AllKeyOwners(session_);
   ShowTable(rows_, {"Finestra", "Comando", "Tasto", "Predefinito"});
-  ShowOwners(std::nullopt);
+  ShowOwners(nullptr);
 }
 
 // A row's key is its place among those that the filters let through.
-void Tasti::ShowOwners(std::optional<std::int64_t> key) {
-  const std::optional<std::size_t> marked =
-      key ? std::optional(listed_[static_cast<std::size_t>(*key)]) : std::nullopt;
+void Tasti::ShowOwners(const KeyOwner* marked) {
   std::vector<core::MemoryRows::Row> rows;
+  std::optional<std::int64_t> row;
   listed_.clear();
   for (std::size_t i = 0; i < owners_.size(); ++i) {
     const KeyOwner& owner = owners_[i];
     if (SoloConTasto.IsOn() && owner.key.empty()) continue;
     if (SoloCambiati.IsOn() && owner.key == owner.standard) continue;
+    if (&owner == marked) row = std::ssize(listed_);
     listed_.push_back(i);
     rows.push_back({owner.place, owner.words, owner.key, owner.standard});
   }
   rows_.SetRows(std::move(rows));
-  const auto at = marked ? std::find(listed_.begin(), listed_.end(), *marked) : listed_.end();
-  ShowRows(at == listed_.end() ? std::nullopt : std::optional(at - listed_.begin()));
+  ShowRows(row);
 }
 
 const KeyOwner* Tasti::Chosen() {
@@ -101,7 +99,7 @@ void Tasti::Store(std::string_view text) {
   const std::string words = changed.words;
   Say(key->empty() ? fmt::format("{}: nessun tasto", words)
                    : fmt::format("{}: {}{}", words, *key, OtherUses(changed)));
-  ShowOwners(ChosenKey());
+  ShowOwners(Chosen());
 }
 
 void Tasti::Print() {

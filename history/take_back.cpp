@@ -141,6 +141,10 @@ class Try {
         session_.Db.Execute(fmt::format("Update LogOrigine Set Stazione={} where QsoNr={}",
                                         field.value.IsNull() ? 0 : field.value.Integer(),
                                         field.qsoNr));
+      } else if (const auto side = core::History::SideOf(field.name)) {
+        past_.KeepCards(field.qsoNr, *side);
+        core::StoreCards(session_.Db, field.qsoNr, *side,
+                         core::CardsOfText(field.value.Text()).value_or(core::QslCards()));
       } else {
         past_.KeepField(field.qsoNr, field.name);
         StoreKept(field.qsoNr, field.name, field.value);
@@ -219,6 +223,10 @@ class Try {
     if (qsoNr == 0) {
       const auto value = core::OwnValue(session_.Db, name);
       return value ? engine::Value(*value) : engine::Value();
+    }
+    if (const auto side = core::History::SideOf(name)) {
+      const std::string cards = core::TextOfCards(core::CardsOf(session_.Db, qsoNr, *side));
+      return cards.empty() ? engine::Value() : engine::Value(cards);
     }
     const auto row = FirstRow(
         session_.Db, name == core::History::kStationField
@@ -396,6 +404,18 @@ TakenBack TakeBack(core::Session& session, const PastWork& work,
       },
       work.Lavoro);
   return result;
+}
+
+std::optional<LastTaken> TakeBackLast(core::Session& session) {
+  constexpr int kMostWorksTried = 20;
+  std::optional<LastTaken> last;
+  auto work = LastWork(session);
+  for (int tried = 0; work && tried < kMostWorksTried; ++tried) {
+    last = {*work, TakeBack(session, *work)};
+    if (last->result.taken > 0 || last->result.stopped) break;
+    work = LastWork(session, work->Lavoro);
+  }
+  return work ? last : std::nullopt;
 }
 
 std::string Told(const PastWork& work, const TakenBack& result) {

@@ -7,6 +7,7 @@
 #include "base/match.h"
 #include "base/number.h"
 #include "core/contact_origin.h"
+#include "core/qsl_cards.h"
 #include "core/stations.h"
 
 namespace brenvo::list {
@@ -49,6 +50,8 @@ std::vector<ContactColumn> ContactColumns() {
   columns.push_back({kNumber, std::string(column::kQsoNr), ColumnKind::kNumber, false, nullptr});
   columns.push_back({kStation, "Stazione", ColumnKind::kText, false, nullptr});
   columns.push_back({kUuid, "Uuid", ColumnKind::kText, false, nullptr});
+  columns.push_back({kSentCards, "Qsl inviate", ColumnKind::kText, false, nullptr});
+  columns.push_back({kReceivedCards, "Qsl ricevute", ColumnKind::kText, false, nullptr});
   return columns;
 }
 
@@ -123,6 +126,9 @@ void ContactCells::ReadBeside(std::int64_t qsoNr, Cells& cells) {
     cells.station = StationName(origin->station);
     cells.uuid = origin->uuid;
   }
+  using enum core::CardSide;
+  cells.sent = core::ShownCards(core::CardsOf(session_.Db, qsoNr, kSent));
+  cells.received = core::ShownCards(core::CardsOf(session_.Db, qsoNr, kReceived));
   const auto rows = session_.Db.OpenSnapshot(
       fmt::format("Select Campo,Valore from LogAdif where QsoNr={}", qsoNr));
   for (; !rows->EOF_(); rows->MoveNext()) {
@@ -139,6 +145,8 @@ std::string ContactCells::Text(std::int64_t qsoNr, const ContactColumn& column) 
   if (!cells.hasBeside) ReadBeside(qsoNr, cells);
   if (column.source == kStation) return cells.station;
   if (column.source == kUuid) return cells.uuid;
+  if (column.source == kSentCards) return cells.sent;
+  if (column.source == kReceivedCards) return cells.received;
   const auto at = cells.kept.find(column.heading);
   return at == cells.kept.end() ? std::string() : at->second;
 }

@@ -15,7 +15,15 @@
 namespace brenvo::list {
 
 struct ContactColumn {
-  enum class Source { kNumber, kLog, kStation, kUuid, kKept } source = Source::kLog;
+  enum class Source {
+    kNumber,
+    kLog,
+    kStation,
+    kUuid,
+    kSentCards,
+    kReceivedCards,
+    kKept
+  } source = Source::kLog;
   std::string heading;  // of Log's columns the name; of a kept field too
   core::ColumnKind kind = core::ColumnKind::kText;
   bool shown = false;  // where nobody has chosen
@@ -53,7 +61,7 @@ class ContactCells {
     bool there = false;
     core::LogContact contact;
     bool hasBeside = false;  // these have been read
-    std::string station, uuid;
+    std::string station, uuid, sent, received;
     std::unordered_map<std::string, std::string> kept;
   };
   Cells& Of(std::int64_t qsoNr);

@@ -93,6 +93,12 @@ void ContactReading::Run(const std::function<bool()>& goOn) {
         case ContactColumn::Source::kStation:
           ReadStations(memory);
           break;
+        case ContactColumn::Source::kSentCards:
+          ReadCards(core::CardSide::kSent, memory);
+          break;
+        case ContactColumn::Source::kReceivedCards:
+          ReadCards(core::CardSide::kReceived, memory);
+          break;
         case ContactColumn::Source::kKept:
           ReadKept(column.heading, memory);
           break;
@@ -146,6 +152,22 @@ void ContactReading::ReadStations(ColumnMemory& memory) {
        [&](auto& row) { names[row.Integer(0)] = row.Text(1); });
   EachKnown("Select QsoNr,Stazione from LogOrigine Order By QsoNr",
             [&](Slot slot, auto& row) { memory.Set(slot, names[row.Integer(1)]); });
+}
+
+void ContactReading::ReadCards(core::CardSide side, ColumnMemory& memory) {
+  std::optional<Slot> last;
+  core::QslCards cards;
+  EachKnown(fmt::format("Select QsoNr,Via,Data from LogQsl where Verso='{}' Order By QsoNr",
+                        core::LetterOf(side)),
+            [&](Slot slot, auto& row) {
+              if (last != slot) cards.clear();
+              last = slot;
+              const auto card = core::CardOfRow(row.Text(1), row.Date(2));
+              if (!card) return;
+              cards.insert(std::ranges::upper_bound(cards, card->way, {}, &core::QslCard::way),
+                           *card);
+              memory.Set(slot, core::ShownCards(cards));
+            });
 }
 
 void ContactReading::ReadKept(const std::string& field, ColumnMemory& memory) {

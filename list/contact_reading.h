@@ -13,6 +13,7 @@
 
 #include "column_memory.h"
 #include "contact_columns.h"
+#include "core/qsl_cards.h"
 #include "engine/reader.h"
 
 namespace brenvo::list {
@@ -70,6 +71,7 @@ struct ContactReading {
   void ReadNumbers(ColumnMemory& memory);
   void ReadUuids(ColumnMemory& memory);
   void ReadStations(ColumnMemory& memory);
+  void ReadCards(core::CardSide side, ColumnMemory& memory);
   void ReadKept(const std::string& field, ColumnMemory& memory);
 
   const std::function<bool()>* goOn_ = nullptr;

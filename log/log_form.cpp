@@ -21,7 +21,6 @@ constexpr std::string_view kWholeLog = "SELECT * FROM Log ORDER By DataQso,QsoNr
 constexpr std::string_view kWholeLogNewestFirst = "SELECT * FROM Log ORDER By DataQso DESC ,QsoNr";
 // What the first panel of the status bar leaves to the others.
 constexpr base::Twips kStatusPanels(4500);
-constexpr int kMostWorksTried = 20;
 
 }  // namespace
 
@@ -168,23 +167,16 @@ void LogForm::TellDone(std::string_view what) {
 
 void LogForm::TakeBackLast() {
   const forms::BusyPointer busy(Host());
-  auto work = history::LastWork(session_);
-  history::TakenBack result;
-  // One of which nothing can be taken back is not in the way of those before it.
-  for (int tried = 0; work && tried < kMostWorksTried; ++tried) {
-    result = history::TakeBack(session_, *work);
-    if (result.taken > 0 || result.stopped) break;
-    work = history::LastWork(session_, work->Lavoro);
-  }
-  if (!work) {
+  const auto last = history::TakeBackLast(session_);
+  if (!last) {
     Avviso.SetText("Niente da riprendere");
     return;
   }
-  Avviso.SetText(history::Told(*work, result));
-  if (result.taken != 1) return;
+  Avviso.SetText(history::Told(last->work, last->result));
+  if (last->result.taken != 1) return;
   // The contact that is back as it was stands on the screen; what an insert has left there can be
   // corrected and stored again.
-  const auto contacts = history::ContactsOf(session_, work->Lavoro, 0, 1);
+  const auto contacts = history::ContactsOf(session_, last->work.Lavoro, 0, 1);
   if (contacts.empty() || !contacts[0].before) return;
   if (!GoToContact(std::to_string(contacts[0].qsoNr))) return;
   ShowQso();

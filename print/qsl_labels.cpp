@@ -1,5 +1,8 @@
 #include "print/qsl_labels.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "base/number.h"
 #include "base/text.h"
 
@@ -21,6 +24,16 @@ struct FixedText {
 };
 constexpr FixedText kHeadings[] = {{38, 2.5, "Date"},  {52.5, 2.5, "Qtr"},   {65, 2.5, "RST"},
                                    {38, 12.5, "Mc/s"}, {52.5, 12.5, "Band"}, {65, 12.5, "2x"}};
+
+// Of a card's lines, millimetres from the label's corner.
+constexpr double kHeadingLine = 7, kFirstLine = 10.5, kLineHeight = 3.5, kBelowLines = 2;
+constexpr double kAlmost = 1e-9;
+constexpr double kCallColumn = 61;
+constexpr FixedText kLineHeadings[] = {{1, kHeadingLine, "Date"},
+                                       {17, kHeadingLine, "Qtr"},
+                                       {27, kHeadingLine, "Band"},
+                                       {38, kHeadingLine, "2x"},
+                                       {52, kHeadingLine, "RST"}};
 
 }  // namespace
 
@@ -68,6 +81,42 @@ void DrawQsoLabel(platform::Printer& printer, base::Mm x, base::Mm y, const QsoL
   text(65, 18, mode);
   printer.SetBold(true);
   text(1, 18, label.QslRicevuta ? "QSL Tnx" : "QSL PSE");
+}
+
+int CardLinesOn(int height, double scale) {
+  const double room = height / 10.0 / scale - kFirstLine - kBelowLines;
+  return std::max(1, static_cast<int>(room / kLineHeight + kAlmost));
+}
+
+void DrawCardLabel(platform::Printer& printer, base::Mm x, base::Mm y, const CardLabel& label,
+                   double scale) {
+  const auto text = [&](double dx, double dy, std::string_view words) {
+    printer.Text(x + base::Mm(dx * scale), y + base::Mm(dy * scale), words);
+  };
+  const auto isOther = [&](const CardLabel::Line& line) { return line.qso.Call != label.to; };
+  const bool calls = std::ranges::any_of(label.lines, isOther);
+  const bool pse = std::ranges::any_of(
+      label.lines, [](const CardLabel::Line& line) { return !line.qso.QslRicevuta; });
+  printer.SetFont(kFont, 9 * scale, true);
+  text(1, 2, label.manager ? "Via" : "To Radio");
+  printer.SetFontSize(12 * scale);
+  text(18, 1, label.to);
+  printer.SetFontSize(8 * scale);
+  text(64, 2, pse ? "QSL PSE" : "QSL Tnx");
+  for (const FixedText& heading : kLineHeadings) text(heading.x, heading.y, heading.text);
+  if (calls) text(kCallColumn, kHeadingLine, "Call");
+  printer.SetBold(false);
+  double dy = kFirstLine;
+  for (const CardLabel::Line& line : label.lines) {
+    const auto [band, mode] = BandAndMode(line.qso);
+    const auto& when = line.qso.DataQso;
+    const std::string cells[] = {when ? base::DateText(*when) : "",
+                                 when ? base::Left(base::TimeText(*when), 5) : "", base::Trim(band),
+                                 mode, line.qso.QrkDato};
+    for (std::size_t i = 0; i < std::size(cells); ++i) text(kLineHeadings[i].x, dy, cells[i]);
+    if (calls) text(kCallColumn, dy, line.qso.Call);
+    dy += kLineHeight;
+  }
 }
 
 std::pair<std::string, std::string> BandAndMode(const QsoLabel& label) {

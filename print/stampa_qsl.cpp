@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 #include "base/number.h"
@@ -12,25 +12,17 @@
 #include "core/station_profile.h"
 #include "core/texts.h"
 #include "core/window_place.h"
+#include "label_settings.h"
 #include "print/label_sheets.h"
 
 namespace brenvo::print {
 namespace {
 
-constexpr std::string_view kSection = "StampaQsl", kSheetKey = "Foglio";
 constexpr std::string_view kByHand = "A mano, con i cursori";
 constexpr std::string_view kLabelFont = "Times New Roman";
 constexpr double kFirstLine = 9;  // points, of a label that is made smaller
 
 std::string Millimetres(int tenths) { return base::FormatNumber(tenths / 10.0, "##0.0"); }
-
-// Half of what the printer cannot print on, tenths of a millimetre: a sheet is measured from the
-// edge of the paper. 0 where the paper is no A4.
-int Unprintable(int paper, base::Mm printable) {
-  constexpr int kMost = 500;
-  const int rest = paper - static_cast<int>(base::RoundHalfEven(printable.Value() * 10));
-  return rest > 0 && rest < kMost ? rest / 2 : 0;
-}
 
 QsoLabel LabelOf(engine::Recordset& row) {
   if (core::FieldText(row, core::column::kModo) == "Satellite" &&
@@ -49,15 +41,15 @@ QsoLabel LabelOf(engine::Recordset& row) {
 
 }  // namespace
 
-// In the order of reading and storing.
+// In the order of kLabelSettings.
 const StampaQsl::Setting StampaQsl::kSettings[7] = {
-    {&StampaQsl::AltezzaEtichetta, &StampaQsl::VAltezzaEtichetta, "AltezzaEtichette"},
-    {&StampaQsl::LarghezzaEtichetta, &StampaQsl::VLarghezzaEtichetta, "LarghezzaEtichette"},
-    {&StampaQsl::SpazOrizzontale, &StampaQsl::VSpazOrizzontale, "SpaziaturaOrizzontale"},
-    {&StampaQsl::SpazVerticale, &StampaQsl::VSpazVerticale, "SpaziaturaVerticale"},
-    {&StampaQsl::MargineSuperiore, &StampaQsl::VMargineSuperiore, "MargineSuperiore"},
-    {&StampaQsl::MargineSinistro, &StampaQsl::VMargineSinistro, "MargineSinistro"},
-    {&StampaQsl::EtichXFila, &StampaQsl::VEtichXFila, "EtichettePerFila"},
+    {&StampaQsl::AltezzaEtichetta, &StampaQsl::VAltezzaEtichetta},
+    {&StampaQsl::LarghezzaEtichetta, &StampaQsl::VLarghezzaEtichetta},
+    {&StampaQsl::SpazOrizzontale, &StampaQsl::VSpazOrizzontale},
+    {&StampaQsl::SpazVerticale, &StampaQsl::VSpazVerticale},
+    {&StampaQsl::MargineSuperiore, &StampaQsl::VMargineSuperiore},
+    {&StampaQsl::MargineSinistro, &StampaQsl::VMargineSinistro},
+    {&StampaQsl::EtichXFila, &StampaQsl::VEtichXFila},
 };
 
 StampaQsl::StampaQsl(core::Session& session)
@@ -76,21 +68,18 @@ StampaQsl::StampaQsl(core::Session& session)
 }
 
 void StampaQsl::Load() {
-  core::RestoreWindow(session_, *this, kSection);
-  for (const Setting& setting : kSettings) {
-    forms::Slider& slider = this->*setting.slider;
-    const double stored = base::Val(session_.GetSetting(kSection, setting.key, ""));
-    const double least = slider.Minimum();
-    const double most = slider.Maximum();
-    slider.SetValue(static_cast<int>(std::clamp(stored, least, most)));
-    ShowValue(setting);
+  core::RestoreWindow(session_, *this, kLabelSection);
+  const LabelGeometry stored = StoredGeometry(session_);
+  for (std::size_t i = 0; i < std::size(kSettings); ++i) {
+    (this->*kSettings[i].slider).SetValue(stored.*kLabelSettings[i].value);
+    ShowValue(kSettings[i]);
   }
-  const std::string sheet = session_.GetSetting(kSection, kSheetKey, "");
+  const std::string sheet = session_.GetSetting(kLabelSection, kSheetKey, "");
   if (!sheet.empty()) core::SelectListEntry(Foglio, sheet, base::Len(sheet));
   ShowSheet();
 }
 
-void StampaQsl::Unload() { core::SaveWindow(session_, *this, kSection); }
+void StampaQsl::Unload() { core::SaveWindow(session_, *this, kLabelSection); }
 
 void StampaQsl::ShowValue(const Setting& setting) {
   const forms::Slider& slider = this->*setting.slider;
@@ -138,12 +127,13 @@ void StampaQsl::ShowSheet() {
 }
 
 void StampaQsl::StoreGeometry() {
-  for (const Setting& setting : kSettings) {
-    session_.SaveSetting(kSection, setting.key, std::to_string((this->*setting.slider).Value()));
+  for (std::size_t i = 0; i < std::size(kSettings); ++i) {
+    session_.SaveSetting(kLabelSection, kLabelSettings[i].key,
+                         std::to_string((this->*kSettings[i].slider).Value()));
   }
   const std::string sheet = Foglio.ListIndex() > 0 ? Foglio.Text() : "";
-  if (sheet != session_.GetSetting(kSection, kSheetKey, "")) {
-    session_.SaveSetting(kSection, kSheetKey, sheet);
+  if (sheet != session_.GetSetting(kLabelSection, kSheetKey, "")) {
+    session_.SaveSetting(kLabelSection, kSheetKey, sheet);
   }
 }
 
@@ -175,14 +165,12 @@ int StampaQsl::PrintLabels() {
   };
   const StationLabel station{profile("Call"),      profile("Qra"), profile("Locator"),
                              profile("Indirizzo"), profile("Qth"), profile("Provincia")};
-  LabelGeometry geometry = Geometry();
-  double scale = 1;
+  LaidLabels labels{Geometry()};
   if (Foglio.ListIndex() > 0) {
-    scale = ScaleFor(geometry);
-    geometry.marginLeft -= Unprintable(kA4Width, printer.PageWidth());
-    geometry.marginTop -= Unprintable(kA4Height, printer.PageHeight());
+    labels = LaidOn(printer, LabelSheets()[static_cast<std::size_t>(Foglio.ListIndex() - 1)]);
   }
-  LabelGrid grid(geometry);
+  const double scale = labels.scale;
+  LabelGrid grid(labels.geometry);
   const bool both = DatiQso.IsOn() && DatiStazione.IsOn();
   bool turnoStazione = DatiStazione.IsOn();
   while (!rows->EOF_()) {

@@ -36,6 +36,7 @@
 #include "log/propagation_batch.h"
 #include "maps/map_viewer.h"
 #include "maps/mappa_square.h"
+#include "print/gestione_qsl.h"
 #include "print/qsl_update.h"
 #include "print/reports.h"
 #include "print/stampa_qsl.h"
@@ -90,6 +91,7 @@ void KnowWindows(core::Session& session) {
   Know<tables::HelpForm>(session, "Help");
   Know<maps::MappaSquare>(session, "MappaSquare");
   Know<print::StampaQsl>(session, "StampaQsl");
+  Know<print::GestioneQsl>(session, "GestioneQsl");
   Know<contest::ContestForm>(session, "Contest");
   Know<contest::ContestSearch>(session, "ContestSearch");
   Know<contest::ContestQso>(session, "ContestQso");

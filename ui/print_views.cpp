@@ -23,10 +23,17 @@ Piece StampaQslView() {
        Line({Space(), Item("cmPrint"), Item("cmUpdate"), Item("cmHelp"), Item("cmExit")})});
 }
 
+Piece GestioneQslView() {
+  return TableView({Item("Mostra"), Item("Via"), Item("Dal"), Item("Al")},
+                   Column({Form({Line({Item("ViaCartolina"), Item("DataCartolina"), Space()})}),
+                           Item("Conteggi")}));
+}
+
 }  // namespace
 
 const std::vector<View>& PrintViews() {
-  static const std::vector<View> kViews = {{"StampaQsl", StampaQslView}};
+  static const std::vector<View> kViews = {{"StampaQsl", StampaQslView},
+                                           {"GestioneQsl", GestioneQslView}};
   return kViews;
 }
 

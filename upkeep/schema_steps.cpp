@@ -62,12 +62,12 @@ CREATE INDEX "LogOrigine.Uuid" ON "LogOrigine" (
 );
 )";
 
-// Storia: a row a work. What a work found is in the others: the numbers from Dal to Al, and the runs
-// of StoriaNuovi, are contacts that it brought into Log, a run of one number each where they came
-// back; StoriaLog has the contacts as they were; StoriaCampi what stood beside them; StoriaContestQso
-// and StoriaContest rows of the contests as they were, or by their key alone where the work brought
-// them. What a work finds of one contact is kept once. StoriaScelta is a staging table: the contacts
-// that are being taken back.
+// Storia: a row a work. What a work found is in the others: the numbers from Dal to Al, and the
+// runs of StoriaNuovi, are contacts that it brought into Log, a run of one number each where they
+// came back; StoriaLog has the contacts as they were; StoriaCampi what stood beside them;
+// StoriaContestQso and StoriaContest rows of the contests as they were, or by their key alone where
+// the work brought them. What a work finds of one contact is kept once. StoriaScelta is a staging
+// table: the contacts that are being taken back.
 constexpr std::string_view kHistory = R"(
 CREATE TABLE "Storia" (
   "Lavoro" INTEGER PRIMARY KEY,
@@ -227,6 +227,58 @@ CREATE UNIQUE INDEX "Verificati.PrimaryKey" ON "Verificati" (
 );
 )";
 
+// LogQsl: the cards of a contact, sent (Verso I) and received (R), each way once: B bureau, D
+// direct, M manager, O request on line, E electronic, empty where it is not known. Data is empty
+// where the day is not known. What log files have brought of it moves here as far as it is said of
+// a card that went out or came; the rest of their words stays where it was.
+constexpr std::string_view kCards = R"(
+CREATE TABLE "LogQsl" (
+  "QsoNr" INTEGER,
+  "Verso" TEXT,
+  "Via" TEXT,
+  "Data" DATETIME
+);
+CREATE UNIQUE INDEX "LogQsl.PrimaryKey" ON "LogQsl" (
+  "QsoNr",
+  rtrim("Verso") COLLATE NOCASE,
+  rtrim("Via") COLLATE NOCASE
+);
+CREATE TEMP TABLE "Cartoline" AS
+  SELECT "QsoNr", "Verso",
+    max(CASE WHEN "Cosa" = 'V' THEN upper(trim("Valore")) END) AS "Via",
+    max(CASE WHEN "Cosa" = 'D' THEN trim("Valore") END) AS "Giorno"
+  FROM (
+    SELECT "QsoNr", "Valore",
+      CASE WHEN upper("Campo") IN ('QSL_SENT_VIA', 'QSLSDATE') THEN 'I' ELSE 'R' END AS "Verso",
+      CASE WHEN upper("Campo") IN ('QSL_SENT_VIA', 'QSL_RCVD_VIA') THEN 'V' ELSE 'D' END AS "Cosa"
+    FROM "LogAdif"
+    WHERE upper("Campo") IN ('QSL_SENT_VIA', 'QSLSDATE', 'QSL_RCVD_VIA', 'QSLRDATE')
+  )
+  GROUP BY "QsoNr", "Verso";
+INSERT INTO "LogQsl"
+  SELECT c."QsoNr", c."Verso", coalesce(c."Via", ''),
+    substr("Giorno", 1, 4) || '-' || substr("Giorno", 5, 2) || '-' || substr("Giorno", 7, 2)
+      || ' 00:00:00'
+  FROM temp."Cartoline" AS c, "Log"
+  WHERE "Log"."QsoNr" = c."QsoNr"
+    AND CASE c."Verso" WHEN 'I' THEN "QslInviata" ELSE "QslRicevuta" END <> 0
+    AND ("Via" IS NULL OR "Via" IN ('B', 'D', 'E', 'M'))
+    AND ("Giorno" IS NULL
+      OR (length("Giorno") = 8 AND "Giorno" >= '0100'
+        AND strftime('%Y%m%d', substr("Giorno", 1, 4) || '-' || substr("Giorno", 5, 2) || '-'
+          || substr("Giorno", 7, 2), '+0 days') = "Giorno"))
+    AND NOT EXISTS (SELECT 1 FROM "LogAdif" AS said
+      WHERE said."QsoNr" = c."QsoNr"
+        AND upper(said."Campo") = CASE c."Verso" WHEN 'I' THEN 'QSL_SENT' ELSE 'QSL_RCVD' END
+        AND upper(said."Valore") NOT IN ('Y', 'V'));
+DELETE FROM "LogAdif"
+  WHERE (upper("Campo") IN ('QSL_SENT_VIA', 'QSLSDATE')
+      AND "QsoNr" IN (SELECT "QsoNr" FROM "LogQsl" WHERE "Verso" = 'I'))
+    OR (upper("Campo") IN ('QSL_RCVD_VIA', 'QSLRDATE')
+      AND "QsoNr" IN (SELECT "QsoNr" FROM "LogQsl" WHERE "Verso" = 'R'));
+DROP TABLE temp."Cartoline";
+)";
+
 // EntitaCarichi: tables of countries by date that the operator has loaded; EntitaRighe: their lines,
 // as entities/ writes them. EntitaQso: of a contact the country that a log file has told, and whether
 // the operator leaves his own.
@@ -262,7 +314,8 @@ constexpr SchemaStep kSteps[] = {
     {2, "Stazioni, e un nome per ogni contatto", kOrigin},
     {3, "Storia dei contatti", kHistory},
     {4, "Note delle stazioni e verifiche", kNotesAndChecks},
-    {5, "Country per data", kCountriesByDate},
+    {5, "Qsl inviate e ricevute, con via e data", kCards},
+    {6, "Country per data", kCountriesByDate},
 };
 
 constexpr std::string_view kStepTable = R"(

@@ -56,6 +56,7 @@ class AdifStation : public StationTest {
   void EmptyTheLog() {
     session.Db.Execute("DELETE * FROM Log");
     session.Db.Execute("DELETE * FROM LogAdif");
+    session.Db.Execute("DELETE * FROM LogQsl");
   }
   std::int64_t Count(std::string_view select) {
     return session.Db.OpenSnapshot(select)->Field(0).Integer();

@@ -173,16 +173,16 @@ TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
   sqlite3* file = nullptr;
   sqlite3_open(Out().c_str(), &file);
   for (const char* table : {"Storia", "StoriaNuovi", "StoriaLog", "StoriaCampi", "StoriaContestQso",
-                            "StoriaContest", "StoriaScelta", "NoteStazioni", "Verificati",
+                            "StoriaContest", "StoriaScelta", "NoteStazioni", "Verificati", "LogQsl",
                             "EntitaCarichi", "EntitaRighe", "EntitaQso"}) {
     const std::string drop = std::string("DROP TABLE ") + table;
     EXPECT_EQ(sqlite3_exec(file, drop.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
   }
   sqlite3_exec(file, "DELETE FROM Passi WHERE Passo >= 3", nullptr, nullptr, nullptr);
   sqlite3_close(file);
-  EXPECT_THAT(
-      mkdatabase::CompleteDatabase(folder_, kToday),
-      ElementsAre("Storia dei contatti", "Note delle stazioni e verifiche", "Country per data"));
+  EXPECT_THAT(mkdatabase::CompleteDatabase(folder_, kToday),
+              ElementsAre("Storia dei contatti", "Note delle stazioni e verifiche",
+                          "Qsl inviate e ricevute, con via e data", "Country per data"));
   EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
   EXPECT_THAT(Query(Out(), "SELECT Lavoro FROM Storia"), IsEmpty());
 }

@@ -9,6 +9,7 @@
 #include "core/contact_origin.h"
 #include "core/history.h"
 #include "core/own_values.h"
+#include "core/qsl_cards.h"
 #include "core/stations.h"
 #include "core/transaction.h"
 #include "tests/support/station.h"
@@ -74,6 +75,7 @@ class TakeBackTest : public StationTest {
     for (const char* select :
          {"select * from LogAdif where QsoNr in (select QsoNr from Log) order by QsoNr,Campo",
           "select * from LogOrigine where QsoNr in (select QsoNr from Log) order by QsoNr",
+          "select * from LogQsl where QsoNr in (select QsoNr from Log) order by QsoNr,Verso,Via",
           "select * from [Contest Qso] order by DataContest,Banda,ProgrDato",
           "select * from Contest order by DataContest,Banda"}) {
       for (std::string& row : Rows(select)) all.push_back(std::move(row));
@@ -297,6 +299,40 @@ TEST_F(TakeBackTest, FieldsBesideAContactAndItsStationAreTakenBack) {
   Undo(3);
   EXPECT_EQ(Contents(), after);
   EXPECT_EQ(core::OwnValue(session.Db, "Ora"), "UTC");
+}
+
+TEST_F(TakeBackTest, CardsAreTakenBackWithTheColumnsThatTheyHaveSet) {
+  Add("IK3ABC");
+  Add("DL1ABC", 1);
+  Exec("insert into LogQsl (QsoNr,Verso,Via,Data) values (1,'I','B','2001-02-03')");
+  const Texts before = Contents();
+  using enum core::CardSide;
+  const core::QslCard direct{core::CardWay::kDirect, base::DateTime::Of(2001, 3, 4)};
+  EXPECT_TRUE(core::MarkCards(session, "Inviate", {1, 2}, kSent, direct));
+  EXPECT_THAT(Rows("select * from LogQsl order by QsoNr,Verso,Via"),
+              ElementsAre("1|I|B|03/02/2001", "1|I|D|04/03/2001", "2|I|D|04/03/2001"));
+  EXPECT_THAT(Rows("select QslInviata from Log"), ElementsAre("-1", "-1"));
+  const Texts sent = Contents();
+  EXPECT_TRUE(core::ForgetCards(session, "Non inviate", {1}, kSent));
+  EXPECT_THAT(Rows("select QsoNr from LogQsl"), ElementsAre("2"));
+  EXPECT_EQ(Undo().taken, 1);
+  EXPECT_EQ(Contents(), sent);
+  EXPECT_EQ(Undo().taken, 2);
+  EXPECT_EQ(Contents(), before);
+  Delete(1);
+  Undo();
+  EXPECT_EQ(Contents(), before);
+}
+
+TEST_F(TakeBackTest, CardsThatHaveChangedSinceStayAsTheyAre) {
+  Add("IK3ABC");
+  const core::QslCard bureau{core::CardWay::kBureau, std::nullopt};
+  core::MarkCards(session, "Inviate", {1}, core::CardSide::kSent, bureau);
+  const std::int64_t first = LastWork(session)->Lavoro;
+  const core::QslCard direct{core::CardWay::kDirect, std::nullopt};
+  core::MarkCards(session, "Ancora", {1}, core::CardSide::kSent, direct);
+  Undo(first);
+  EXPECT_THAT(Rows("select Via from LogQsl order by Via"), ElementsAre("B", "D"));
 }
 
 TEST_F(TakeBackTest, WhatIsRolledBackLeavesNoHistory) {

@@ -31,7 +31,8 @@ may_see() {
     history|contest|awards|links|tables|adif) echo "$1 $middle" ;;
     list) echo "list adif $middle" ;;
     checks) echo "checks worked adif $middle" ;;
-    maps|print) echo "$1 $frame $middle" ;;
+    maps) echo "maps $frame $middle" ;;
+    print) echo "print history $frame $middle" ;;
     station) echo "station $windows $frame $middle" ;;
     ui) echo "ui station $windows $frame $middle" ;;
   esac

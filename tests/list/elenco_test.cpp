@@ -102,6 +102,23 @@ TEST_F(ElencoTest, StationNameAndKeptFieldsAreColumnsOfTheirOwn) {
   EXPECT_THAT(Column(list.Tabella), IsEmpty());
 }
 
+TEST_F(ElencoTest, CardsAreColumnsThatAreFilteredAndSortedBy) {
+  Add("IK3AAA", 1);
+  Add("IK3BBB", 2);
+  Exec("insert into LogQsl (QsoNr,Verso,Via,Data) values (1,'I','D','2001-02-03')");
+  Exec("insert into LogQsl (QsoNr,Verso,Via) values (1,'I','B')");
+  Exec("insert into LogQsl (QsoNr,Verso,Via) values (2,'R','M')");
+  session.SaveSetting("Elenco", "Colonne", "Call:,Qsl inviate:,Qsl ricevute:");
+  Elenco& list = OpenList();
+  EXPECT_THAT(Column(list.Tabella, "Qsl inviate"), ElementsAre("", "bureau, diretta 03/02/2001"));
+  EXPECT_THAT(Column(list.Tabella, "Qsl ricevute"), ElementsAre("manager", ""));
+  Filter(list.Tabella, "Qsl inviate", "bureau, diretta 03");
+  EXPECT_THAT(Column(list.Tabella), ElementsAre("IK3AAA"));
+  Filter(list.Tabella, "Qsl inviate", "");
+  Sort(list.Tabella, "Qsl ricevute");
+  EXPECT_THAT(Column(list.Tabella), ElementsAre("IK3AAA", "IK3BBB"));
+}
+
 TEST_F(ElencoTest, AllKeptFieldsAreOfferedWhereColumnsAreChosen) {
   Add("IK3AAA", 1);
   Exec("insert into LogAdif (QsoNr,Campo,Valore) values (1,'SAT_NAME','AO-7')");

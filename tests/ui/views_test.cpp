@@ -436,8 +436,8 @@ INSTANTIATE_TEST_SUITE_P(
                       "TNCtelnet", "WWConv", "FT736", "DX", "User", "TabellaPrefissi",
                       "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help", "Preferenze",
                       "Stazioni", "Storia", "OraDelLog", "ConvertiOra", "Elenco", "Colonne",
-                      "VerificaLog", "VerificaEntita", "Corrispondente", "CambiaColonna",
-                      "ContaQso", "Tasti"),
+                      "VerificaLog", "GestioneQsl", "VerificaEntita", "Corrispondente",
+                      "CambiaColonna", "ContaQso", "Tasti"),
     [](const auto& parameter) { return std::string(parameter.param); });
 
 // A window of the family: the keys are those of all of them.

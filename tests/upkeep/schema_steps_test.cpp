@@ -113,6 +113,28 @@ TEST_F(SchemaStepsTest, ATableThatAnEarlierDeliveryBroughtKeepsItsRows) {
   EXPECT_THAT(Rows("select Valore from LogAdif"), ElementsAre("EU-001"));
 }
 
+TEST_F(SchemaStepsTest, WhatLogFilesHaveSaidOfCardsMovesIntoTheirTable) {
+  OpenFrame();
+  session.CloseTables();
+  Sql("DROP TABLE LogQsl; DELETE FROM Passi WHERE Passo>=5;"
+      "UPDATE Log SET QslInviata=-1, QslRicevuta=-1 WHERE QsoNr<=9;"
+      "INSERT INTO LogAdif VALUES (1,'QSL_SENT_VIA','b'), (1,'QSLSDATE','20010203'),"
+      "(1,'IOTA','EU-001'), (2,'QSL_RCVD_VIA','D'), (3,'QSLRDATE','20240229'),"
+      // What is no card that went out or came stays: a day that is none, a way that is none, a
+      // card only asked for, one not sent, one received elsewhere.
+      "(4,'QSLSDATE','20010231'), (5,'QSL_SENT_VIA','X'), (5,'QSLSDATE','20010203'),"
+      "(6,'QSLSDATE','20010203'), (6,'QSL_SENT','R'), (10,'QSLSDATE','20010203'),"
+      "(7,'QSLRDATE','20010203'), (7,'QSL_RCVD','N'), (8,'QSLRDATE','20010203'),"
+      "(8,'QSL_RCVD','V')");
+  Take();
+  session.Open();
+  EXPECT_THAT(Rows("select * from LogQsl order by QsoNr"),
+              ElementsAre("1|I|B|03/02/2001", "2|R|D|", "3|R||29/02/2024", "8|R||03/02/2001"));
+  EXPECT_THAT(Rows("select QsoNr,Campo from LogAdif where QsoNr<9 order by QsoNr,Campo"),
+              ElementsAre("1|IOTA", "4|QSLSDATE", "5|QSL_SENT_VIA", "5|QSLSDATE", "6|QSL_SENT",
+                          "6|QSLSDATE", "7|QSL_RCVD", "7|QSLRDATE", "8|QSL_RCVD"));
+}
+
 TEST_F(SchemaStepsTest, WhoeverKnowsOnlyTheOldTablesReadsAndWritesOn) {
   Take();
   Sql("INSERT INTO Log (DataQso, Call, Banda) VALUES ('2001-02-03 04:05:06', 'G0ABC', '  2 m');"
@@ -176,7 +198,7 @@ TEST_F(SchemaStepsTest, CutShortAtAnyMomentTheNextStartGoesOn) {
     ASSERT_EQ(file::RowsIn(Database(), "LogOrigine"), kContacts);
     if (!cut) break;
   }
-  EXPECT_THAT(reached, ElementsAre(0, 1, 2, 3, 4, 5));
+  EXPECT_THAT(reached, ElementsAre(0, 1, 2, 3, 4, 5, 6));
 }
 
 }  // namespace

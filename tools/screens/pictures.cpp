@@ -10,6 +10,7 @@
 #include "adif/importa_adif.h"
 #include "core/log_contact.h"
 #include "core/log_time.h"
+#include "core/qsl_cards.h"
 #include "core/session.h"
 #include "core/shared_windows.h"
 #include "core/station_notes.h"
@@ -214,6 +215,30 @@ forms::Window* LogByDate(core::Session& session) {
   return window;
 }
 
+// The newest contacts have sent cards by several ways, and some have come.
+forms::Window* CardsOfTheLog(core::Session& session) {
+  constexpr int kSent = 30, kReceived = 12;
+  std::vector<std::int64_t> newest;
+  const auto rows = session.Db.OpenSnapshot("select QsoNr from Log order by DataQso desc");
+  for (; !rows->EOF_() && std::ssize(newest) < kSent; rows->MoveNext()) {
+    newest.push_back(rows->Field(0).Integer());
+  }
+  rows->Close();
+  for (int i = 0; i < std::ssize(newest); ++i) {
+    const std::vector<std::int64_t> one = {newest[static_cast<std::size_t>(i)]};
+    const auto sent = core::CardWays()[static_cast<std::size_t>(1 + i % 4)].way;
+    const auto day = base::DateTime::Of(2025, 12, 1 + i % 28);
+    core::MarkCards(session, "Qsl inviata", one, core::CardSide::kSent, {sent, day});
+    if (i % 2 == 0 || i > kReceived) continue;
+    constexpr std::int64_t kTwoMonths = 60 * 86400;
+    core::MarkCards(session, "Qsl ricevuta", one, core::CardSide::kReceived,
+                    {core::CardWay::kBureau, day.Later(kTwoMonths)});
+  }
+  forms::Window* const window = Open(session, "GestioneQsl");
+  Choose(*window, "Mostra", 1);
+  return window;
+}
+
 // A log in local time with contacts in the hours in which the clocks were changed.
 forms::Window* LogInLocalTime(core::Session& session) {
   core::StoreLogTime(session, core::LogTime::kLocal);
@@ -341,6 +366,7 @@ std::vector<Picture> AllPictures() {
       {"Brenvo", StationAtWork},
       {"Stazioni", HomeAndHill},
       {"Storia", PastWorks},
+      {"GestioneQsl", CardsOfTheLog},
       {"VerificaEntita", LogByDate},
       {"VerificaLog", CheckedLog},  // its faults stay in the log
   };

@@ -16,22 +16,6 @@
 
 namespace brenvo::checks {
 
-// Rows in memory under keys of their own.
-class FindingRows : public core::MemoryRows {
- public:
-  struct Keyed {
-    std::int64_t key;
-    Row cells;
-  };
-  // By rising keys.
-  void SetKeyed(std::vector<Keyed> rows);
-  std::int64_t KeyAt(std::int64_t row) override;
-  std::optional<std::int64_t> RowOf(std::int64_t key) override;
-
- private:
-  std::vector<std::int64_t> keys_;
-};
-
 // The log is checked when the operator wants it. Then a contact that is stored or deleted is
 // checked again by itself, with all contacts of its call; after many the list is called out of date
 // and stays.
@@ -106,7 +90,7 @@ class VerificaLog : public core::ArrangedWindow {
 
   std::vector<Listed> listed_;  // by rising keys; what is checked anew gets new ones
   std::int64_t lastKey_ = 0;
-  FindingRows rows_;
+  core::KeyedRows rows_;
   std::optional<CheckFacts> facts_;  // of the last check; nothing before the first one
   core::ContactsLater stored_;
   forms::Subscription closing_;

@@ -18,6 +18,7 @@ struct TableColumn {
   ColumnKind kind = ColumnKind::kText;
   bool shown = true;                                        // until the operator chooses
   std::function<std::string(const std::string&)> format{};  // of the text; may be empty
+  base::Twips width = forms::kOwnSize;                      // until the operator draws one
 };
 
 // As a TableWindow; it shows its table by ArrangeTable. The columns are kept under its name, the

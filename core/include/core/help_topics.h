@@ -48,6 +48,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"HrdMode", 360},
     {"MappaSquare", 410},
     {"StampaQsl", 500},
+    {"GestioneQsl", 505},
     {"TNC", 600},
     {"TNCtelnet", 605},
     {"WWConv", 610},

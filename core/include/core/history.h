@@ -4,11 +4,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/date.h"
+#include "core/qsl_cards.h"
 #include "engine/database.h"
 
 namespace brenvo::core {
@@ -37,6 +39,8 @@ class History {
   void KeepWhere(std::string_view where);
   // A field beside the contact, of LogAdif, as it stands or as one that is missing.
   void KeepField(std::int64_t qsoNr, std::string_view field);
+  // The same of the cards of one side (qsl_cards.h).
+  void KeepCards(std::int64_t qsoNr, CardSide side);
   // The same of its station, and of a value of the log's (own_values.h).
   void KeepStation(std::int64_t qsoNr);
   void KeepValue(std::string_view name);
@@ -55,6 +59,10 @@ class History {
 
   // The name under which StoriaCampi keeps a contact's station.
   static constexpr std::string_view kStationField = "(Stazione)";
+  // The same of its cards, as TextOfCards has them.
+  static constexpr std::string_view kSentField = "(Qsl inviate)", kReceivedField = "(Qsl ricevute)";
+  // The side of such a name; nothing for another one.
+  static std::optional<CardSide> SideOf(std::string_view field);
 
  private:
   struct Run {

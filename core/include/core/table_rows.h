@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -70,6 +71,22 @@ class MemoryRows : public TableRows {
  private:
   std::vector<Row> rows_;
   std::vector<std::size_t> shown_;
+};
+
+// The same under keys of their own, each once.
+class KeyedRows : public MemoryRows {
+ public:
+  struct Keyed {
+    std::int64_t key;
+    Row cells;
+  };
+  void SetKeyed(std::vector<Keyed> rows);
+  std::int64_t KeyAt(std::int64_t row) override;
+  std::optional<std::int64_t> RowOf(std::int64_t key) override;
+
+ private:
+  std::vector<std::int64_t> keys_;
+  std::unordered_map<std::int64_t, std::int64_t> places_;  // of the keys
 };
 
 }  // namespace brenvo::core

@@ -103,12 +103,14 @@ class MainFrame : public forms::Window, public core::MapDoor {
                                                          OpenSingle("Corrispondente");
                                                        }}};
 
-  forms::Menu menuQsl{*this, "menu1", "&Qsl", {&cmQslStampa, &cmQslAggiorna}};
+  forms::Menu menuQsl{*this, "menu1", "&Qsl", {&cmQslStampa, &cmQslAggiorna, &cmGestioneQsl}};
   forms::Command cmQslStampa{
       *this, "cmQslStampa", "&Stampa", {.shortcut = "Ctrl+Shift+Q", .run = [this] {
                                           OpenModal("StampaQsl");
                                         }}};
   forms::Command cmQslAggiorna{*this, "cmQslAggiorna", "&Aggiorna Log"};
+  forms::Command cmGestioneQsl{
+      *this, "cmGestioneQsl", "&Gestione Qsl...", {.run = [this] { OpenSingle("GestioneQsl"); }}};
 
   forms::Menu menuStampe{*this,
                          "menu2",

@@ -58,7 +58,8 @@ class Tasti : public core::TableWindow {
  private:
   // Null while no row is marked.
   const KeyOwner* Chosen();
-  void ShowOwners(std::optional<std::int64_t> key);
+  // With the mark on its row, where that is shown.
+  void ShowOwners(const KeyOwner* marked);
   void GoBack();
   void Store(std::string_view text);
   // Another command of its window that has the key; null for none.

@@ -55,4 +55,12 @@ TakenBack TakeBack(core::Session& session, const PastWork& work,
 // What came of it, in words for the operator.
 std::string Told(const PastWork& work, const TakenBack& result);
 
+// The last work is taken back; one of which nothing can be taken back is not in the way of those
+// before it. Nothing when there is none.
+struct LastTaken {
+  PastWork work;
+  TakenBack result;
+};
+std::optional<LastTaken> TakeBackLast(core::Session& session);
+
 }  // namespace brenvo::history

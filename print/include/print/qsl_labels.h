@@ -1,10 +1,12 @@
 // QSL labels: what stands on a label, and where labels lie on the page.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "base/date.h"
 #include "base/units.h"
@@ -32,6 +34,23 @@ void DrawStationLabel(platform::Printer& printer, base::Mm x, base::Mm y, const 
 // It sets no font name, and its first line keeps the size in use.
 void DrawQsoLabel(platform::Printer& printer, base::Mm x, base::Mm y, const QsoLabel& label,
                   double scale = 1);
+
+// Contacts on one card: with a station, or with all those whose cards go to one manager.
+struct CardLabel {
+  std::string to;  // whose card it is: the call, or the manager's
+  bool manager = false;
+  struct Line {
+    QsoLabel qso;
+    std::int64_t qsoNr = 0;
+  };
+  std::vector<Line> lines;
+};
+// How many lines stand on a label of this height, tenths of a millimetre; at least one.
+int CardLinesOn(int height, double scale = 1);
+// One label with as many lines as it has; those beyond CardLinesOn run out of it. Calls stand in
+// the lines where they are not all the one that the card goes to.
+void DrawCardLabel(platform::Printer& printer, base::Mm x, base::Mm y, const CardLabel& label,
+                   double scale = 1);
 
 // What a satellite contact shows for band and mode: of a note "[up/x/down]" the pieces "up" and
 // "down"; band and mode themselves for any other mode, and where the note has no such form. The

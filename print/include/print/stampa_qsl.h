@@ -53,7 +53,6 @@ class StampaQsl : public forms::Window {
   struct Setting {
     forms::Slider StampaQsl::*slider;
     forms::Label StampaQsl::*value;
-    const char* key;
   };
   static const Setting kSettings[7];
   void ShowValue(const Setting& setting);
