@@ -52,7 +52,7 @@ TEST_F(AwardGridTest, EveryMemberHasItsWidths) {
 }
 
 TEST_F(AwardGridTest, OneThatIsStoppedWhileItCountsClosesInsteadOfTellingHalfAScore) {
-  FillLog(12);
+  FillLog(60);
   Exec("update Log set Locator='JN'+Left(Call,2)+'AA',Note='[IOTA EU-001]'");
   machine.StopProgressAt(0);
   for (const AwardMember& member : AwardMembers()) {
