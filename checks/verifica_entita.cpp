@@ -119,7 +119,7 @@ bool VerificaEntita::IsWanted(const EntityFinding& finding) const {
 
 void VerificaEntita::FillTable() {
   const auto key = ChosenKey();
-  std::vector<FindingRows::Keyed> rows;
+  std::vector<core::KeyedRows::Keyed> rows;
   for (const EntityFinding& each : findings_) {
     if (!IsWanted(each)) continue;
     rows.push_back({each.qsoNr,

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "checks/entity_check.h"
-#include "checks/verifica_log.h"
 #include "core/arranged_window.h"
 #include "core/contacts_later.h"
+#include "core/table_rows.h"
 #include "forms/choice_fields.h"
 #include "forms/list_field.h"
 
@@ -125,7 +125,7 @@ class VerificaEntita : public core::ArrangedWindow {
   void OutOfDate();
 
   std::vector<EntityFinding> findings_;  // by number
-  FindingRows rows_;
+  core::KeyedRows rows_;
   std::optional<entities::Table> staged_;  // loaded, and not used yet
   bool checked_ = false;                   // findings_ are those of the log
   core::ContactsLater stored_;
