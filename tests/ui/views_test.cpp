@@ -436,7 +436,8 @@ INSTANTIATE_TEST_SUITE_P(
                       "TNCtelnet", "WWConv", "FT736", "DX", "User", "TabellaPrefissi",
                       "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help", "Preferenze",
                       "Stazioni", "Storia", "OraDelLog", "ConvertiOra", "Elenco", "Colonne",
-                      "VerificaLog", "Corrispondente", "CambiaColonna", "ContaQso", "Tasti"),
+                      "VerificaLog", "Corrispondente", "CambiaColonna", "ContaQso", "Tasti",
+                      "Digitale"),
     [](const auto& parameter) { return std::string(parameter.param); });
 
 // A window of the family: the keys are those of all of them.
