@@ -20,7 +20,9 @@ std::string TimeText(const TimeOfDay& time) {
 
 std::string DelayText(const Decode& decode) {
   const double delay = DtOf(decode);
-  return delay > -1000 && delay < 1000 ? fmt::format("{:.1f}", delay) : std::string();
+  if (!(delay > -1000 && delay < 1000)) return {};
+  std::string text = fmt::format("{:.1f}", delay);
+  return text == "-0.0" ? "0.0" : text;
 }
 
 std::string StateOf(const Program& program) {

@@ -96,7 +96,11 @@ void Programs::ReadChoices() {
   needs_ = parsed.fault.empty() ? parsed.needs : usual.needs;
   forwards_.clear();
   for (const core::NetworkTarget& each : core::TargetsOf(choices.Get<choice::kDigitalForwards>())) {
-    forwards_.push_back({each.host, each.port});
+    // What it sends to itself would come from itself.
+    const bool isOwn = each.port == choices.Get<choice::kDigitalPort>() &&
+                       (each.host.starts_with("127.") || each.host == "0.0.0.0" ||
+                        each.host == choices.Get<choice::kDigitalAddress>());
+    if (!isOwn) forwards_.push_back({each.host, each.port});
   }
   Deafen();
   if (windowOpen_ || choices.Get<choice::kDigitalListens>()) Listen();

@@ -5,7 +5,7 @@ namespace {
 
 Piece DigitaleView() {
   return Column({Line({Wide(Item("Cerca")), Item("SoloBisogni"), Item("SoloCQ"), Item("SoloMiei")}),
-                 Item("Decodifiche"), Item("Programmi"), Item("Attesa"),
+                 Wide(Item("Decodifiche"), 5), Item("Programmi"), Item("Attesa"),
                  Line({Wide(Item("Conteggi")), Item("Ascolto")}), Item("Avviso")});
 }
 

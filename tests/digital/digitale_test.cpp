@@ -47,6 +47,17 @@ TEST_F(TheWindow, ShowsTheNewestFirstWithItsNeedAndColour) {
   EXPECT_EQ(window->Decodifiche.BackColour(1, 0), base::kWhite);
 }
 
+TEST_F(TheWindow, ADelayOfNothingHasNoSign) {
+  Decode decode = MessageOf<Decode>("02-decode-cq");
+  decode.dtBits = std::uint64_t{1} << 63;
+  Send(decode);
+  decode.df = 1;
+  decode.dtBits = ~std::uint64_t{0};  // no number at all
+  Send(decode);
+  EXPECT_EQ(window->Decodifiche.Cell(2, 2), "0.0");
+  EXPECT_EQ(window->Decodifiche.Cell(1, 2), "");
+}
+
 TEST_F(TheWindow, TheMarkStaysOnItsDecodeWhileNewOnesCome) {
   Hear("CQ K1ABC FN42", 1);
   Hear("CQ JA1ABC PM95", 2);

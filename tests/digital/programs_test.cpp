@@ -230,6 +230,14 @@ TEST_F(AtWork, DatagramsAreForwardedAsTheyCameAndNeverBack) {
   EXPECT_THAT(Lines(), Not(Contains(HasSubstr(":2239 "))));
 }
 
+TEST_F(AtWork, NothingIsForwardedToItself) {
+  Choose(core::choice::kDigitalForwards, "127.0.0.1:2237 127.0.0.1:2238");
+  SendStatus();
+  machine.TakeLines();
+  ReceiveVector("03-clear");
+  EXPECT_THAT(Lines(), ElementsAre(StartsWith("datagram WSJTX 127.0.0.1:2238 ")));
+}
+
 TEST_F(AtWork, AContactGoesToAnOpenContestOnlyWhereTheOperatorWantsIt) {
   std::vector<core::ToldContact> taken;
   bool isOpen = true;
