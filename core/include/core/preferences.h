@@ -122,7 +122,7 @@ inline constexpr Choice kDigitalSound{"Digitale", "Suona", "Suono per un bisogno
                                       YesNoKind{true}};
 inline constexpr Choice kDigitalContest{
     "Digitale", "Contest", "Qso nel contest aperto",
-    "Con la finestra Contest aperta i Qso dei programmi digitali vanno nel suo log",
+    "Con il log di un contest aperto i Qso digitali della sua banda, con i progressivi, vanno lì",
     YesNoKind{false}};
 
 }  // namespace choice
