@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "adif/export_keys.h"
-#include "adif_writer.h"
+#include "adif/adif_writer.h"
 #include "core/session.h"
 
 namespace brenvo::adif {

@@ -14,6 +14,7 @@
 #include "core/transaction.h"
 #include "kept_fields.h"
 #include "record_origin.h"
+#include "record_storing.h"
 
 namespace brenvo::adif {
 namespace {
@@ -98,15 +99,6 @@ void ReportCounts(std::ostream& report, const ImportCounts& counts) {
   if (counts.repairs > 0) report << fmt::format("Campi riparati: {}\r\n", counts.repairs);
 }
 
-// A time that the file has not told as it is stored is kept as it was, in UTC.
-void KeepTime(MappedRecord& mapped, base::DateTime told) {
-  for (const AdifField& field : mapped.kept) {
-    if (field.name == "TIME_ON") return;
-  }
-  mapped.kept.push_back(
-      {"TIME_ON", fmt::format("{:02}{:02}{:02}", told.Hour(), told.Minute(), told.Second())});
-}
-
 class ContactWriter {
  public:
   ContactWriter(core::Session& session, const ImportOptions& options, StationTables& tables,
@@ -167,15 +159,7 @@ class ContactWriter {
     engine::Table& row = repeated_.Row();
     const core::LogContact present = core::ReadContact(row);
     const std::int64_t qsoNr = row.Field("QsoNr").Integer();
-    std::vector<const core::LogColumn*> empty;
-    for (const core::LogColumn& column : core::LogColumns()) {
-      if (!core::IsColumnEmpty(present, column) || core::IsColumnEmpty(mapped.contact, column)) {
-        continue;
-      }
-      // A card that went out is not to be sent again.
-      if (column.name == core::column::kQslDaInviare && present.QslInviata) continue;
-      empty.push_back(&column);
-    }
+    const auto empty = ColumnsToFill(present, mapped.contact);
     if (!empty.empty()) {
       contacts_.Change(core::ContactTable::kLog, row, [&](engine::EditableRecordset& filled) {
         for (const core::LogColumn* column : empty) {

@@ -1,4 +1,4 @@
-#include "adif_writer.h"
+#include "adif/adif_writer.h"
 
 #include <fmt/format.h>
 

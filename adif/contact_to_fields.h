@@ -5,7 +5,7 @@
 
 #include "adif/adif_reader.h"
 #include "adif/station_tables.h"
-#include "adif_writer.h"
+#include "adif/adif_writer.h"
 #include "core/log_contact.h"
 
 namespace brenvo::adif {

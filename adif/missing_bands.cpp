@@ -15,6 +15,8 @@ namespace {
 
 constexpr double kKhzPerMhz = 1000;
 
+}  // namespace
+
 void AddBand(core::Session& session, const std::string& banda) {
   const AdifBand* band = FindAdifBand(PlainBand(banda));
   engine::Table& profile = *session.Tables.TbUserRTX;
@@ -27,8 +29,6 @@ void AddBand(core::Session& session, const std::string& banda) {
   profile.Set("AnnunceDX", false);
   profile.Update();
 }
-
-}  // namespace
 
 std::set<std::string> MissingBands(core::Session& session, const std::set<std::string>& bands) {
   std::set<std::string> missing;

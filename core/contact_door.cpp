@@ -114,7 +114,7 @@ std::optional<StoredContact> ContactDoor::Stored(ContactTable table, std::int64_
 }
 
 void ContactDoor::Add(ContactTable table, engine::EditableRecordset& rows, const Fill& fill,
-                      const Beside& beside) {
+                      const Beside& beside, const Origin& origin) {
   const Work work(*this, TitlesOf(table).added);
   rows.AddNew();
   fill(rows);
@@ -123,7 +123,7 @@ void ContactDoor::Add(ContactTable table, engine::EditableRecordset& rows, const
   rows.Update();
   const std::int64_t key = rows.LastModified().key;
   row.Brought(*history_, key);
-  if (table == ContactTable::kLog) GiveOrigin(key, {});
+  if (table == ContactTable::kLog) GiveOrigin(key, origin);
   if (beside) beside(key);
   transaction.Commit();
   AnnounceOne(table, {std::nullopt, Stored(table, key)});
@@ -192,7 +192,7 @@ std::int64_t ContactDoor::CurrentStation() {
   return *station_;
 }
 
-void ContactDoor::GiveOrigin(std::int64_t qsoNr, const Appender::Origin& origin) {
+void ContactDoor::GiveOrigin(std::int64_t qsoNr, const Origin& origin) {
   if (origins_ == nullptr) origins_ = session_.Db.OpenAppender("LogOrigine");
   const std::int64_t station = origin.station != 0 ? origin.station : CurrentStation();
   origins_->Append(

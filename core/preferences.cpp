@@ -8,6 +8,7 @@
 
 #include "base/match.h"
 #include "base/text.h"
+#include "core/network_address.h"
 #include "core/session.h"
 
 namespace brenvo::core {
@@ -16,10 +17,14 @@ namespace {
 constexpr std::string_view kYes = "Sì", kNo = "No";
 
 constexpr const Choice* kAll[] = {
-    &choice::kClocks,      &choice::kSeconds,        &choice::kZone,
-    &choice::kKeepsLink,   &choice::kReportsByMode,  &choice::kStatusByBand,
-    &choice::kTimesOfQso,  &choice::kEnterStores,    &choice::kUtcInLog,
-    &choice::kHistoryDays, &choice::kHistoryContacts};
+    &choice::kClocks,         &choice::kSeconds,           &choice::kZone,
+    &choice::kKeepsLink,      &choice::kReportsByMode,     &choice::kStatusByBand,
+    &choice::kTimesOfQso,     &choice::kEnterStores,       &choice::kUtcInLog,
+    &choice::kHistoryDays,    &choice::kHistoryContacts,   &choice::kDigitalListens,
+    &choice::kDigitalAddress, &choice::kDigitalPort,       &choice::kDigitalAdifPort,
+    &choice::kDigitalGroup,   &choice::kDigitalInterfaces, &choice::kDigitalForwards,
+    &choice::kDigitalNeeds,   &choice::kDigitalColours,    &choice::kDigitalSound,
+    &choice::kDigitalContest};
 
 // Blanks around it do not count.
 std::optional<int> ReadNumber(std::string_view text, const NumberKind& kind) {
@@ -45,6 +50,20 @@ std::optional<bool> ReadYesNo(std::string_view text) {
 std::string choice::FaultOfZone(Session& session, std::string_view zone) {
   if (session.Machine.GetClock().KnowsZone(zone)) return {};
   return "questo computer non conosce il fuso orario";
+}
+
+std::string choice::FaultOfAddress(Session&, std::string_view address) {
+  return IsAddress(address) ? "" : "un indirizzo è fatto di quattro numeri, come 127.0.0.1";
+}
+
+std::string choice::FaultOfGroup(Session&, std::string_view group) {
+  if (group.empty() || IsGroupAddress(group)) return {};
+  return "un gruppo è un indirizzo da 224.0.0.0 a 239.255.255.255";
+}
+
+std::string choice::FaultOfForwards(Session&, std::string_view targets) {
+  const std::string fault = FaultOfTargets(targets);
+  return fault.empty() ? "" : fmt::format("{} non è un indirizzo e una porta", fault);
 }
 
 std::span<const Choice* const> AllChoices() { return kAll; }

@@ -56,6 +56,12 @@ void MemoryRows::SetRows(std::vector<Row> rows) {
   Arrange({});
 }
 
+void MemoryRows::PutFirst(Row row, std::size_t most) {
+  shown_.clear();
+  rows_.insert(rows_.begin(), std::move(row));
+  if (rows_.size() > most) rows_.resize(most);
+}
+
 bool MemoryRows::Arrange(const Arrangement& wanted) {
   const std::vector<std::string> words = WordsOf(wanted.words);
   shown_.clear();

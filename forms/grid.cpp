@@ -172,7 +172,8 @@ bool DataGrid::IsMarked(std::int64_t row) {
 }
 
 base::Colour DataGrid::BackColour(std::int64_t row, int) {
-  return IsMarked(row) ? kMarkedRow : base::kWhite;
+  if (IsMarked(row)) return kMarkedRow;
+  return row > 0 && RowColour ? RowColour(row) : base::kWhite;
 }
 
 bool DataGrid::Bold(std::int64_t row, int) { return IsMarked(row); }

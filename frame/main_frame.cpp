@@ -139,6 +139,7 @@ void MainFrame::ShowFirstStep() {
 bool MainFrame::QueryUnload() { return session_.Windows.UnloadAllButFirst(); }
 
 void MainFrame::Unload() {
+  Services.clear();
   core::SaveWindow(session_, *this, "Brenvo");
   session_.Map.Door = nullptr;
   session_.CloseTables();

@@ -17,6 +17,7 @@ RecordingPlatform::RecordingPlatform(LineSink sink)
       map_(sink_, names_),
       serial_(sink_),
       tcp_(sink_),
+      udp_(sink_),
       waves_(sink_, names_) {
   map_.TakePrinterFailure = [this] { return printer_.TakeFailure(); };
   map_.FrameSize = [this] {

@@ -16,8 +16,10 @@
 #include "contest/contest_qso.h"
 #include "contest/contest_search.h"
 #include "contest/stat_contest.h"
+#include "contest/take_contact.h"
 #include "core/colonne.h"
 #include "core/files.h"
+#include "digital/digitale.h"
 #include "frame/palette.h"
 #include "frame/tasti.h"
 #include "history/storia.h"
@@ -121,6 +123,15 @@ void AttachActions(core::Session& session, frame::MainFrame& frame) {
     (frame.*member.command).OnClick = [&session, &member] { print::PrintReport(session, member); };
   }
   maps::AttachMapViewer(session, frame);
+  const auto programs = std::make_shared<digital::Programs>(session, *frame.Worked);
+  frame.Services.push_back(programs);
+  session.Windows.Register("Digitale", [&session, &programs = *programs] {
+    return std::make_unique<digital::Digitale>(session, programs);
+  });
+  programs->ToContest = [&session](const core::ToldContact& told) {
+    return contest::TakeContact(session, told);
+  };
+  programs->Start();
 }
 
 frame::MainFrame& OpenFrame(core::Session& session) {

@@ -16,6 +16,7 @@
 #include "qt_progress.h"
 #include "qt_serial_port.h"
 #include "qt_tcp_client.h"
+#include "qt_udp_socket.h"
 #include "qt_wave_player.h"
 #include "thread_work.h"
 #include "ui/text.h"
@@ -59,6 +60,10 @@ std::unique_ptr<platform::SerialPort> QtPlatform::MakeSerialPort() {
 
 std::unique_ptr<platform::TcpClient> QtPlatform::MakeTcpClient(std::string_view) {
   return std::make_unique<QtTcpClient>(gate_);
+}
+
+std::unique_ptr<platform::UdpSocket> QtPlatform::MakeUdpSocket(std::string_view) {
+  return std::make_unique<QtUdpSocket>(gate_);
 }
 
 std::unique_ptr<platform::WavePlayer> QtPlatform::MakeWavePlayer() {

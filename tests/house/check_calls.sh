@@ -19,7 +19,8 @@ refuse() {
 
 refuse "a program is started" '\b(system|popen|execl|execlp|execv|execvp|posix_spawnp?|fork) ?\(|QProcess'
 refuse "code is loaded" '\bdlopen\b|QLibrary\b|QPluginLoader|enable_load_extension'
-refuse "a socket beside the one door" 'QTcpServer|QUdpSocket|QNetworkAccessManager|\bsocket ?\('
+refuse "a socket beside the one door" 'QTcpServer|QNetworkAccessManager|\bsocket ?\('
+refuse "datagrams beside the one door" 'QUdpSocket' 'ui/qt_udp_socket'
 refuse "a connection beside the one door" 'QTcpSocket' 'ui/qt_tcp_client'
 refuse "a serial line beside the one door" 'QSerialPort' 'ui/qt_serial_port'
 refuse "a password is kept" '[Pp]assword|PASSWORD'

@@ -11,7 +11,7 @@ includes=$3
 low="base"
 middle="core engine forms geo entities platform $low"
 frame="frame upkeep worked"
-windows="history log contest awards maps print links tables adif list checks"
+windows="history log contest awards maps print links tables adif list checks digital"
 may_see() {
   case $1 in
     base) echo "base" ;;
@@ -30,7 +30,7 @@ may_see() {
     log) echo "log history worked $middle" ;;
     history|contest|awards|links|tables|adif) echo "$1 $middle" ;;
     list) echo "list adif $middle" ;;
-    checks) echo "checks worked adif $middle" ;;
+    checks|digital) echo "$1 worked adif $middle" ;;
     maps) echo "maps $frame $middle" ;;
     print) echo "print history $frame $middle" ;;
     station) echo "station $windows $frame $middle" ;;

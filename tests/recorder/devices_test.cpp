@@ -139,6 +139,37 @@ TEST_F(Devices, AFailingSendIsADeviceError) {
   EXPECT_THROW(client->Send("x"), platform::DeviceError);
 }
 
+TEST_F(Devices, DatagramsComeOneByOneAndGoAsLines) {
+  const auto socket = machine.MakeUdpSocket("WSJTX");
+  std::vector<std::string> read;
+  socket->OnData = [&] {
+    while (const auto datagram = socket->Receive()) {
+      read.push_back(datagram->bytes + " from " + std::to_string(datagram->from.port));
+    }
+  };
+  socket->Open({{"127.0.0.1", 2237}, "224.0.0.1", {"lo"}});
+  machine.Udp().Receive("WSJTX", {"127.0.0.1", 50001}, "a");
+  machine.Udp().ReceiveAll("WSJTX", {{{"127.0.0.1", 1}, "b"}, {{"127.0.0.1", 2}, "c"}});
+  socket->Send({"127.0.0.1", 50001}, "\xAD\x01");
+  socket->Close();
+  socket->Close();
+  socket->Send({"127.0.0.1", 50001}, "unheard");
+  EXPECT_THAT(read, ElementsAre("a from 50001", "b from 1", "c from 2"));
+  EXPECT_THAT(machine.TakeLines(),
+              ElementsAre("listen WSJTX \"127.0.0.1:2237\" group \"224.0.0.1\" on \"lo\"",
+                          "datagram WSJTX 127.0.0.1:50001 AD01", "deaf WSJTX"));
+  EXPECT_THROW(machine.Udp().Receive("WSJTX", {"127.0.0.1", 1}, "x"), Refused);
+}
+
+TEST_F(Devices, AFailingListenerIsADeviceErrorAndHearsNothing) {
+  const auto socket = machine.MakeUdpSocket("ADIF");
+  machine.Udp().FailNext("ADIF");
+  EXPECT_THROW(socket->Open({{"127.0.0.1", 2333}, {}, {}}), platform::DeviceError);
+  EXPECT_FALSE(socket->IsOpen());
+  socket->Open({{"127.0.0.1", 2333}, {}, {}});
+  EXPECT_TRUE(machine.Udp().IsOpen("ADIF"));
+}
+
 TEST_F(Devices, PlaybacksAreLines) {
   const auto player = machine.MakeWavePlayer();
   player->PlayAndWait("/op/A.wav");

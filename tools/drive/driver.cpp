@@ -1,6 +1,9 @@
 #include "drive/driver.h"
 
 #include <algorithm>
+#include <charconv>
+#include <fstream>
+#include <iterator>
 
 #include "base/date.h"
 #include "base/encoding.h"
@@ -93,6 +96,7 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
       {"clock", 1, 1, &Driver::SetClock},
       {"advance", 1, 1, &Driver::Advance},
       {"receive", 2, 2, &Driver::Receive},
+      {"datagram", 3, 3, &Driver::Datagram},
       {"peer-close", 1, 1, &Driver::PeerClose},
       {"wave-end", 1, 1, &Driver::WaveEnd},
       {"fail", 1, 1, &Driver::Fail},
@@ -384,6 +388,36 @@ void Driver::Receive(const Words& words) {
   }
 }
 
+// In hexadecimal digits, or a file's bytes.
+void Driver::Datagram(const Words& words) {
+  const std::size_t colon = words[1].rfind(':');
+  if (colon == std::string::npos) throw recorder::Refused{'"' + words[1] + "\" is no address"};
+  const platform::UdpAddress from{
+      words[1].substr(0, colon),
+      static_cast<int>(WholeNumber(std::string_view(words[1]).substr(colon + 1)))};
+  machine_.Udp().Receive(words[0], from, BytesOf(words[2]));
+}
+
+std::string Driver::BytesOf(const std::string& word) const {
+  if (word.starts_with('@')) {
+    std::ifstream file(directory_ / word.substr(1), std::ios::binary);
+    if (!file) throw recorder::Refused{"there is no file " + word.substr(1)};
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  std::string bytes;
+  for (std::size_t i = 0; i < word.size(); i += 2) {
+    unsigned byte = 0;
+    const char* const digits = word.data() + i;
+    const auto [end, error] =
+        std::from_chars(digits, word.data() + std::min(i + 2, word.size()), byte, 16);
+    if (error != std::errc() || end != digits + 2) {
+      throw recorder::Refused{'"' + word + "\" is no pairs of hexadecimal digits"};
+    }
+    bytes += static_cast<char>(byte);
+  }
+  return bytes;
+}
+
 void Driver::PeerClose(const Words& words) { machine_.Tcp().PeerClose(words[0]); }
 
 void Driver::WaveEnd(const Words& words) {
@@ -395,6 +429,8 @@ void Driver::Fail(const Words& words) {
     machine_.Serial().FailNext(port);
   } else if (words[0] == "printer") {
     machine_.GetPrinter().FailNext();
+  } else if (words[0] == "WSJTX" || words[0] == "ADIF") {
+    machine_.Udp().FailNext(words[0]);
   } else if (Running().Windows.Knows(words[0])) {
     machine_.Tcp().FailNext(words[0]);
   } else {

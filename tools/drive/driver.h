@@ -95,6 +95,8 @@ class Driver {
   void SetClock(const Words& words);
   void Advance(const Words& words);
   void Receive(const Words& words);
+  void Datagram(const Words& words);
+  std::string BytesOf(const std::string& word) const;
   void PeerClose(const Words& words);
   void WaveEnd(const Words& words);
   void Fail(const Words& words);

@@ -8,6 +8,7 @@
 #include <QHostAddress>
 #include <QTcpSocket>
 #include <QTimer>
+#include <QUdpSocket>
 #include <stdexcept>
 
 namespace brenvo::screens {
@@ -33,6 +34,14 @@ GreetingServer::GreetingServer(std::vector<std::string> lines) {
 
 std::string GreetingServer::Address() const {
   return "127.0.0.1:" + std::to_string(server_.serverPort());
+}
+
+void SendDatagrams(int port, const std::vector<std::string>& datagrams) {
+  QUdpSocket socket;
+  for (const std::string& each : datagrams) {
+    socket.writeDatagram(each.data(), static_cast<qint64>(each.size()), QHostAddress::LocalHost,
+                         static_cast<quint16>(port));
+  }
 }
 
 // Another system must supply a device that two ends can open, of which the station opens one by its

@@ -19,6 +19,9 @@ class GreetingServer {
   QTcpServer server_;
 };
 
+// Datagrams to a port of this machine, from one that nobody answers.
+void SendDatagrams(int port, const std::vector<std::string>& datagrams);
+
 // A serial device that takes everything, and brings what it is told to.
 class SilentDevice {
  public:

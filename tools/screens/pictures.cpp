@@ -16,9 +16,11 @@
 #include "core/station_notes.h"
 #include "core/station_profile.h"
 #include "core/stations.h"
+#include "digital/datagrams.h"
 #include "file/database_file.h"
 #include "forms/field_visit.h"
 #include "history/take_back.h"
+#include "screens/far_ends.h"
 
 namespace brenvo::screens {
 namespace {
@@ -239,6 +241,41 @@ forms::Window* LogByDate(core::Session& session) {
   return window;
 }
 
+// An evening on 20 metres: WSJT-X has heard a dozen stations.
+forms::Window* HeardStations(core::Session& session) {
+  constexpr int kPort = 22371;
+  session.SaveSetting("Digitale", "Porta", std::to_string(kPort));
+  session.SaveSetting("Digitale", "Suona", "N");
+  forms::Window* const window = Open(session, "Digitale");
+  const digital::Header header{3, "WSJT-X"};
+  std::vector<std::string> heard = {
+      digital::WriteDatagram({header, digital::Status{.dial = 14074000,
+                                                      .mode = "FT8",
+                                                      .dxCall = "JA1ABC",
+                                                      .decoding = true,
+                                                      .deCall = "IK3ABC",
+                                                      .deGrid = "JN65AA"}})};
+  constexpr std::pair<int, std::string_view> kMessages[] = {
+      {-12, "CQ K1ABC FN42"},     {3, "DL1ABC OE5XYZ R-08"},  {-19, "CQ DX VK3ABC QF22"},
+      {-7, "CQ I4XYZ JN54"},      {-15, "IK3ABC F6ABC IN88"}, {-2, "SP5ABC DL2XYZ 73"},
+      {-21, "CQ ZL2ABC RE78"},    {1, "CQ EA5ABC IM98"},      {-10, "W1ABC <PJ4/K1ABC> -11"},
+      {-4, "IK3ABC JA1ABC PM95"}, {-17, "CQ 9A5XYZ JN75"},    {-9, "TNX BOB 73 GL"},
+      {-13, "LZ1ABC 5B4XYZ RR73"}};
+  std::uint32_t time = 20 * 3600 * 1000;
+  std::uint32_t df = 400;
+  for (const auto& [snr, message] : kMessages) {
+    heard.push_back(
+        digital::WriteDatagram({header, digital::Decode{.time = time += 15000,
+                                                        .snr = snr,
+                                                        .dtBits = 0x3FC999999999999A,
+                                                        .df = df += 157,
+                                                        .mode = "~",
+                                                        .message = std::string(message)}}));
+  }
+  SendDatagrams(kPort, heard);
+  return window;
+}
+
 // A log in local time with contacts in the hours in which the clocks were changed.
 forms::Window* LogInLocalTime(core::Session& session) {
   core::StoreLogTime(session, core::LogTime::kLocal);
@@ -360,6 +397,7 @@ std::vector<Picture> AllPictures() {
       Plain("EsportaAdif"),
       Plain("Preferenze"),
       Plain("Tasti"),
+      {"Digitale", HeardStations},
       DialogOf("Brenvo", "cmOraDelLog", "OraDelLog"),
       DialogOf("Brenvo", "cmPalette", "Palette"),
       {"ConvertiOra", LogInLocalTime, "ConvertiOra"},

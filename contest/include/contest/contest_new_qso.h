@@ -66,7 +66,7 @@ class ContestNewQso : public forms::Window {
   // The serial handed out last; 0 before the first.
   std::int64_t UltimoProgr = 0;
 
-  // The only writer of contest contacts. A refused contact is told, and nothing more: neither
+  // Writes what the operator has typed. A refused contact is told, and nothing more: neither
   // caller stops for it.
   void InsertQso();
 

@@ -7,6 +7,7 @@
 #include "contest/auto_call.h"
 #include "core/data_source.h"
 #include "core/session.h"
+#include "core/told_contact.h"
 #include "forms/command.h"
 #include "forms/grid.h"
 #include "forms/status_bar.h"
@@ -33,6 +34,9 @@ class ContestQso : public forms::Window {
 
   void Load() override;
   void Unload() override;  // offers the transfer of marked contacts into the station's log
+
+  // See take_contact.h.
+  [[nodiscard]] bool Take(const core::ToldContact& told);
 
   ContactRows Data1;
   forms::DataGrid QC{*this, "QC", {.hint = "Doppio click per aggiornare"}};

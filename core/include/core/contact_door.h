@@ -37,10 +37,20 @@ class ContactDoor {
   // One contact, through rows of the table that the caller has open; they stand afterwards where
   // AddNew, Edit and Delete leave them. Announced when it is stored. What `fill` and the rows throw
   // goes on to the caller: then nothing is stored and nothing announced.
-  // `beside` writes in the same transaction what stands beside the new contact, by its key.
+  // `beside` writes in the same transaction what stands beside the new contact, by its key;
+  // `origin` counts for a contact of Log.
   using Beside = std::function<void(std::int64_t key)>;
+  // What the contact brings of its origin; the rest is given to it.
+  struct Origin {
+    std::string_view uuid{};   // empty: a new one
+    std::int64_t station = 0;  // 0: the current one
+  };
   void Add(ContactTable table, engine::EditableRecordset& rows, const Fill& fill,
-           const Beside& beside = {});
+           const Beside& beside, const Origin& origin);
+  void Add(ContactTable table, engine::EditableRecordset& rows, const Fill& fill,
+           const Beside& beside = {}) {
+    Add(table, rows, fill, beside, Origin());
+  }
   void Change(ContactTable table, engine::EditableRecordset& rows, const Fill& fill);
   void Delete(ContactTable table, engine::EditableRecordset& rows);
 
@@ -59,11 +69,7 @@ class ContactDoor {
    public:
     ~Appender();
     Appender(Appender&&) noexcept;
-    // What the contact brings of its origin; the rest is given to it.
-    struct Origin {
-      std::string_view uuid;     // empty: a new one
-      std::int64_t station = 0;  // 0: the current one
-    };
+    using Origin = ContactDoor::Origin;
     // The key. The errors are those of RowAppender.
     std::int64_t Append(const LogContact& contact, const Origin& origin);
     std::int64_t Append(const LogContact& contact) { return Append(contact, Origin()); }
@@ -101,7 +107,7 @@ class ContactDoor {
   class Work;
   class OwnTransaction;
   void AnnounceOne(ContactTable table, OneContact contact);
-  void GiveOrigin(std::int64_t qsoNr, const Appender::Origin& origin);
+  void GiveOrigin(std::int64_t qsoNr, const Origin& origin);
   std::optional<StoredContact> Stored(ContactTable table, std::int64_t key);
 
   Session& session_;

@@ -54,6 +54,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"WWConv", 610},
     {"FT736", 620},
     {"DX", 630},
+    {"Digitale", 640},
     {"User", 700},
     {"TabellaPrefissi", 710},
     {"TabellaCountry", 720},

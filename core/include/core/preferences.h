@@ -80,6 +80,51 @@ inline constexpr Choice kHistoryContacts{
     "Oltre tanti contatti la compattazione toglie dalla storia i lavori più vecchi",
     NumberKind{2000000, 1000, 100000000}};
 
+std::string FaultOfAddress(Session& session, std::string_view address);
+std::string FaultOfGroup(Session& session, std::string_view group);
+std::string FaultOfForwards(Session& session, std::string_view targets);
+
+inline constexpr Choice kDigitalListens{
+    "Digitale", "Ascolta", "Ascolta i programmi digitali",
+    "Riceve decodifiche e Qso di WSJT-X e simili anche a finestra Digitale chiusa",
+    YesNoKind{false}};
+inline constexpr Choice kDigitalAddress{
+    "Digitale", "Indirizzo", "Indirizzo da ascoltare",
+    "127.0.0.1 sente solo questo computer, 0.0.0.0 tutta la rete",
+    TextKind{"127.0.0.1", FaultOfAddress}};
+inline constexpr Choice kDigitalPort{"Digitale", "Porta", "Porta dei programmi digitali",
+                                     "La porta UDP scritta in WSJT-X (Settings, Reporting)",
+                                     NumberKind{2237, 1, 65535}};
+inline constexpr Choice kDigitalAdifPort{
+    "Digitale", "PortaADIF", "Porta dei record ADIF",
+    "La porta UDP dei programmi che mandano un record ADIF; 0 per nessuna",
+    NumberKind{2333, 0, 65535}};
+inline constexpr Choice kDigitalGroup{
+    "Digitale", "Gruppo", "Gruppo multicast",
+    "Il gruppo scritto in WSJT-X, come 239.255.0.1; vuoto per nessuno", TextKind{"", FaultOfGroup}};
+inline constexpr Choice kDigitalInterfaces{
+    "Digitale", "Interfacce", "Interfacce del gruppo",
+    "Nomi delle interfacce di rete, come lo eth0; vuoto per tutte", TextKind{}};
+inline constexpr Choice kDigitalForwards{
+    "Digitale", "Inoltra", "Inoltra i datagrammi a",
+    "Altri programmi, come 127.0.0.1:2238, con uno spazio tra uno e l'altro",
+    TextKind{"", FaultOfForwards}};
+inline constexpr Choice kDigitalNeeds{
+    "Digitale", "Bisogni", "Bisogni, dal primo all'ultimo",
+    "Che cosa si cerca nelle decodifiche: di che cosa, banda, modo, conferma; con ! suona",
+    TextKind{"Country!, Zona CQ!, Country banda!, Zona CQ banda, Country modo, Square banda, "
+             "Country conferma"}};
+inline constexpr Choice kDigitalColours{
+    "Digitale", "Colora", "Colora in WSJT-X",
+    "I nominativi che servono si colorano anche nella finestra di WSJT-X", YesNoKind{true}};
+inline constexpr Choice kDigitalSound{"Digitale", "Suona", "Suono per un bisogno",
+                                      "Un bisogno segnato con ! si sente, una volta",
+                                      YesNoKind{true}};
+inline constexpr Choice kDigitalContest{
+    "Digitale", "Contest", "Qso nel contest aperto",
+    "Con il log di un contest aperto i Qso digitali della sua banda, con i progressivi, vanno lì",
+    YesNoKind{false}};
+
 }  // namespace choice
 
 // In the order in which they are shown.

@@ -60,6 +60,9 @@ class MemoryRows : public TableRows {
   using Row = std::vector<std::string>;  // a text a column
   // All of them are shown until they are arranged.
   void SetRows(std::vector<Row> rows);
+  // One before all others, of which no more than `most` stay. What is shown is none of them until
+  // they are arranged.
+  void PutFirst(Row row, std::size_t most);
 
   bool Arrange(const Arrangement& wanted) override;
   std::int64_t KeyAt(std::int64_t row) override;

@@ -85,11 +85,12 @@ class TableWindow : public forms::Window {
   TableRows* rows_ = nullptr;
 };
 
-// The table of such a window.
+// The table of such a window; most are called alike.
 class TableGrid : public forms::DataGrid {
  public:
-  explicit TableGrid(TableWindow& window, const forms::FieldFace& face = {})
-      : forms::DataGrid(window, "Tabella", face) {
+  explicit TableGrid(TableWindow& window, const forms::FieldFace& face = {},
+                     const char* name = "Tabella")
+      : forms::DataGrid(window, name, face) {
     window.Take(*this);
   }
 };

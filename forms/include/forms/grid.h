@@ -168,6 +168,8 @@ class DataGrid : public Grid {
   GridArranger* Arranger() override { return arranger_; }
   base::Colour BackColour(std::int64_t row, int column) override;
   bool Bold(std::int64_t row, int column) override;
+  // The colour of a row that is not marked, from 1 on; may be empty.
+  std::function<base::Colour(std::int64_t row)> RowColour;
 
   std::int64_t Rows() override;
   int Columns() override { return static_cast<int>(columns_.size()); }

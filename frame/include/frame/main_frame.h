@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "core/log_time.h"
 #include "core/session.h"
@@ -40,6 +41,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
   std::unique_ptr<upkeep::DailyBackup> Backup;
   // What is worked and confirmed. Null until the frame has loaded.
   std::unique_ptr<worked::Keeper> Worked;
+  // What rooms further up keep at work as long as the session is open.
+  std::vector<std::shared_ptr<void>> Services;
   // What the station has to say by itself.
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
   // What to do first, on the empty map, as long as the profile is the delivered one.
@@ -126,8 +129,10 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::Command cmPProvincie{*this, "cmPProvincie", "&Provincie"};
   forms::Command cmPNote{*this, "cmPNote", "Personalizzata con &Note"};
 
-  forms::Menu menuComunication{
-      *this, "menu3", "Comunication", {&cmFT736, &cmTNC, &cmDXClusterTelnet, &cmWWConv}};
+  forms::Menu menuComunication{*this,
+                               "menu3",
+                               "Comunication",
+                               {&cmFT736, &cmTNC, &cmDXClusterTelnet, &cmWWConv, &cmDigitale}};
   forms::Command cmFT736{
       *this, "cmFT736", "FT-736R", {.shortcut = "Ctrl+F", .run = [this] { OpenSingle("FT736"); }}};
   forms::Command cmTNC{*this, "cmTNC", "DX cluster radio", {.shortcut = "Ctrl+R", .run = [this] {
@@ -141,6 +146,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
                           "cmWWConv",
                           "&WWConv telnet",
                           {.shortcut = "Ctrl+Shift+T", .run = [this] { OpenSingle("WWConv"); }}};
+  forms::Command cmDigitale{
+      *this, "cmDigitale", "Programmi digitali...", {.run = [this] { OpenSingle("Digitale"); }}};
 
   forms::Menu menuUtility{
       *this,

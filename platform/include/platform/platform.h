@@ -17,6 +17,7 @@
 #include "platform/serial_port.h"
 #include "platform/settings_store.h"
 #include "platform/tcp_client.h"
+#include "platform/udp_socket.h"
 #include "platform/wave_player.h"
 
 namespace brenvo::platform {
@@ -36,6 +37,8 @@ class Platform {
   virtual std::unique_ptr<SerialPort> MakeSerialPort() = 0;
   // `window` names the window that the connection belongs to.
   virtual std::unique_ptr<TcpClient> MakeTcpClient(std::string_view window) = 0;
+  // `name` is what the datagrams are called by: "WSJTX".
+  virtual std::unique_ptr<UdpSocket> MakeUdpSocket(std::string_view name) = 0;
   virtual std::unique_ptr<WavePlayer> MakeWavePlayer() = 0;
 
   virtual std::unique_ptr<BackgroundWork> RunInBackground(Background work) = 0;

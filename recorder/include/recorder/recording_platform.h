@@ -20,6 +20,7 @@
 #include "recorder/recording_printer.h"
 #include "recorder/recording_serial.h"
 #include "recorder/recording_tcp.h"
+#include "recorder/recording_udp.h"
 #include "recorder/recording_waves.h"
 #include "recorder/scripted_messages.h"
 
@@ -50,6 +51,9 @@ class RecordingPlatform : public forms::WindowPlatform {
   std::unique_ptr<platform::TcpClient> MakeTcpClient(std::string_view window) override {
     return tcp_.Make(window);
   }
+  std::unique_ptr<platform::UdpSocket> MakeUdpSocket(std::string_view name) override {
+    return udp_.Make(name);
+  }
   std::unique_ptr<platform::WavePlayer> MakeWavePlayer() override { return waves_.MakePlayer(); }
   std::unique_ptr<platform::BackgroundWork> RunInBackground(platform::Background work) override {
     return std::make_unique<LaterWork>(std::move(work));
@@ -73,6 +77,7 @@ class RecordingPlatform : public forms::WindowPlatform {
 
   RecordingSerialLines& Serial() { return serial_; }
   RecordingTcpClients& Tcp() { return tcp_; }
+  RecordingUdpSockets& Udp() { return udp_; }
   RecordingWaves& Waves() { return waves_; }
   ScriptedPicks& Picks() { return picks_; }
 
@@ -104,6 +109,7 @@ class RecordingPlatform : public forms::WindowPlatform {
   RecordingMap map_;
   RecordingSerialLines serial_;
   RecordingTcpClients tcp_;
+  RecordingUdpSockets udp_;
   RecordingWaves waves_;
   int openedTopic_ = 0;
   std::uint64_t random_ = 0;
