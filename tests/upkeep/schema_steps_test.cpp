@@ -116,7 +116,8 @@ TEST_F(SchemaStepsTest, ATableThatAnEarlierDeliveryBroughtKeepsItsRows) {
 TEST_F(SchemaStepsTest, WhatLogFilesHaveSaidOfCardsMovesIntoTheirTable) {
   OpenFrame();
   session.CloseTables();
-  Sql("DROP TABLE LogQsl; DELETE FROM Passi WHERE Passo>=5;"
+  Sql("DROP TABLE LogQsl; DROP TABLE EntitaCarichi; DROP TABLE EntitaRighe; DROP TABLE EntitaQso;"
+      "DELETE FROM Passi WHERE Passo>=5;"
       "UPDATE Log SET QslInviata=-1, QslRicevuta=-1 WHERE QsoNr<=9;"
       "INSERT INTO LogAdif VALUES (1,'QSL_SENT_VIA','b'), (1,'QSLSDATE','20010203'),"
       "(1,'IOTA','EU-001'), (2,'QSL_RCVD_VIA','D'), (3,'QSLRDATE','20240229'),"
