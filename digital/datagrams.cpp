@@ -165,31 +165,31 @@ class FieldReader {
   void When(std::optional<Moment>& moment) {
     std::int64_t day = 0;
     TimeOfDay time;
-    std::uint8_t spec = 0;
+    std::uint8_t form = 0;
     Moment read;
     if (!Take(day)) return;
     Time(time);
-    if (!Take(spec)) return;
-    constexpr std::uint8_t kOffset = static_cast<std::uint8_t>(Moment::Spec::kOffset);
-    if (spec == kOffset && !Take(read.offset)) return;
-    if (spec > kOffset) {  // a zone by name has no length of its own
+    if (!Take(form)) return;
+    constexpr std::uint8_t kOffset = static_cast<std::uint8_t>(Moment::Basis::kOffset);
+    if (form == kOffset && !Take(read.offset)) return;
+    if (form > kOffset) {  // a zone by name has no length of its own
       ended_ = lies_ = true;
       return;
     }
     moment.reset();
     if (day < kFirstJulianDay || day > kLastJulianDay || !time) return;
-    read.spec = static_cast<Moment::Spec>(spec);
+    read.basis = static_cast<Moment::Basis>(form);
     read.time = base::DateTime::FromSeconds((day - kJulianDayZero) * kSecondsPerDay + *time / 1000);
     moment = read;
   }
   void Colour(std::optional<Rgb>& colour) {
-    std::uint8_t spec = 0;
+    std::uint8_t form = 0;
     std::uint16_t alpha = 0, red = 0, green = 0, blue = 0, pad = 0;
-    if (!Take(spec) || !Take(alpha) || !Take(red) || !Take(green) || !Take(blue) || !Take(pad)) {
+    if (!Take(form) || !Take(alpha) || !Take(red) || !Take(green) || !Take(blue) || !Take(pad)) {
       return;
     }
     colour.reset();
-    if (spec != kRgbColour) return;
+    if (form != kRgbColour) return;
     colour = Rgb{static_cast<std::uint8_t>(red >> 8), static_cast<std::uint8_t>(green >> 8),
                  static_cast<std::uint8_t>(blue >> 8)};
   }
@@ -253,8 +253,8 @@ class FieldWriter {
     if (ofDay < 0) --day, ofDay += kSecondsPerDay;
     (*this)(day + kJulianDayZero);
     Time(static_cast<std::uint32_t>(ofDay * 1000));
-    (*this)(static_cast<std::uint8_t>(moment->spec));
-    if (moment->spec == Moment::Spec::kOffset) (*this)(moment->offset);
+    (*this)(static_cast<std::uint8_t>(moment->basis));
+    if (moment->basis == Moment::Basis::kOffset) (*this)(moment->offset);
   }
   void Colour(const std::optional<Rgb>& colour) {
     (*this)(colour ? kRgbColour : kNoColour);

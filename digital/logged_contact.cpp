@@ -31,12 +31,12 @@ std::string_view Text(const adif::AdifRecord& record, std::string_view name) {
 }
 
 base::DateTime UtcOf(const Moment& moment, bool isJtdx, const core::LocalTime& local) {
-  switch (moment.spec) {
-    case Moment::Spec::kLocal:
+  switch (moment.basis) {
+    case Moment::Basis::kLocal:
       return isJtdx ? moment.time : local.ToUtc(moment.time);
-    case Moment::Spec::kOffset:
+    case Moment::Basis::kOffset:
       return moment.time.Later(-moment.offset);
-    case Moment::Spec::kUtc:
+    case Moment::Basis::kUtc:
       break;
   }
   return moment.time;

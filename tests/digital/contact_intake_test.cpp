@@ -126,7 +126,7 @@ TEST_F(Intake, AcrossMidnightTheStartIsTheSameToo) {
 
 TEST_F(Intake, MidnightSecondsAndTheEndAreKept) {
   auto logged = MessageOf<QsoLogged>("05-qso-logged-null-strings");
-  logged.on = Moment{base::DateTime::Of(2026, 7, 4), Moment::Spec::kUtc, 0};
+  logged.on = Moment{base::DateTime::Of(2026, 7, 4), Moment::Basis::kUtc, 0};
   Send(logged);
   Advance(ContactIntake::kHold);
   EXPECT_THAT(Rows("Select Valore from LogAdif where Campo='TIME_OFF'"), ElementsAre("140430"));
@@ -147,14 +147,14 @@ TEST_F(Intake, ModesFollowTheRulesOfLogFiles) {
 
 TEST_F(Intake, JtdxTellsUtcWhateverItSays) {
   session.SaveSetting("Ora", "Zona", "Europe/Rome");
-  ReceiveVector("05-qso-logged-jtdx-localspec");
+  ReceiveVector("05-qso-logged-jtdx-localtime");
   Advance(ContactIntake::kHold);
   EXPECT_THAT(Rows("Select DataQso from Log"), ElementsAre("04/07/2026 14:03:00"));
 }
 
 TEST_F(Intake, LocalTimeOfAnyOtherIsThatOfTheStation) {
   session.SaveSetting("Ora", "Zona", "Europe/Rome");
-  auto logged = MessageOf<QsoLogged>("05-qso-logged-jtdx-localspec");
+  auto logged = MessageOf<QsoLogged>("05-qso-logged-jtdx-localtime");
   Send(logged, "WSJT-X");
   Advance(ContactIntake::kHold);
   EXPECT_THAT(Rows("Select DataQso from Log"), ElementsAre("04/07/2026 12:03:00"));

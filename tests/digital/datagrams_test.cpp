@@ -77,7 +77,7 @@ TEST(Datagrams, ALoggedContactHasItsMomentsAndLetters) {
   ASSERT_TRUE(logged.on && logged.off);
   EXPECT_EQ(base::IsoText(logged.on->time), "2026-07-04 14:03:00");
   EXPECT_EQ(base::IsoText(logged.off->time), "2026-07-04 14:04:30");
-  EXPECT_EQ(logged.off->spec, Moment::Spec::kUtc);
+  EXPECT_EQ(logged.off->basis, Moment::Basis::kUtc);
   EXPECT_EQ(logged.name, "José");
   EXPECT_EQ(logged.comments, "tropo, città è ok");
   EXPECT_EQ(logged.exchangeReceived, "570034 JO31NF");
@@ -98,12 +98,12 @@ TEST(Datagrams, FieldsOfLaterVersionsAreReadAndWhatFollowsThemIsNot) {
 }
 
 TEST(Datagrams, LocalTimesAreToldAsSuch) {
-  EXPECT_EQ(MessageOf<QsoLogged>("05-qso-logged-jtdx-localspec").off->spec, Moment::Spec::kLocal);
+  EXPECT_EQ(MessageOf<QsoLogged>("05-qso-logged-jtdx-localtime").off->basis, Moment::Basis::kLocal);
 }
 
 TEST(Datagrams, AMomentMayBeAnOffsetFromUtc) {
   auto logged = MessageOf<QsoLogged>("05-qso-logged-eu-vhf");
-  logged.on->spec = Moment::Spec::kOffset;
+  logged.on->basis = Moment::Basis::kOffset;
   logged.on->offset = -7200;
   EXPECT_EQ(std::get<QsoLogged>(Read(WriteDatagram({kWsjtx, logged})).message), logged);
 }

@@ -111,7 +111,7 @@ TEST_F(AtWork, AContactThatIsStoredTakesTheNeedAndTheColourAway) {
                                                       static_cast<std::uint8_t>(colour.green),
                                                       static_cast<std::uint8_t>(colour.blue)},
                                                   Rgb{0, 0, 0}, true})));
-  ReceiveVector("05-qso-logged-jtdx-localspec");  // K1ABC on 20 m
+  ReceiveVector("05-qso-logged-jtdx-localtime");  // K1ABC on 20 m
   Advance(500);
   EXPECT_EQ(NeedOf(0), "");
   EXPECT_THAT(Lines(), Contains(Line(Highlight{"K1ABC", {}, {}, true})));

@@ -35,6 +35,7 @@ virtual_screen "$work" 1900x1000
 openbox > "$work/openbox.log" 2>&1 &
 started="$! $started"
 
+cd "$work"
 port=$((20000 + $$ % 20000))
 "$root/tools/deliver/deliver.sh" "$build/delivered" "$work/station" > /dev/null
 sqlite3 "$work/station/Brenvo.mdb" "update User set Call='IK3ABC', Locator='JN65AA'"
@@ -59,7 +60,7 @@ Rig=None
 [Common]
 Mode=FT8
 INI
-(cd "$work" && ft8sim "CQ DL1ABC JO31" 1500.0 0.0 0.1 1.0 1 -5 > ft8sim.log 2>&1)
+ft8sim "CQ DL1ABC JO31" 1500.0 0.0 0.1 1.0 1 -5 > "$work/ft8sim.log" 2>&1
 mv "$work/000000_000001.wav" "$work/260704_140300.wav"
 
 window_of() {

@@ -34,9 +34,9 @@ using TimeOfDay = std::optional<std::uint32_t>;
 
 // A moment as the program wrote it. Nothing of an invalid one.
 struct Moment {
-  enum class Spec : std::uint8_t { kLocal, kUtc, kOffset };
+  enum class Basis : std::uint8_t { kLocal, kUtc, kOffset };
   base::DateTime time;  // to the second
-  Spec spec = Spec::kUtc;
+  Basis basis = Basis::kUtc;
   std::int32_t offset = 0;  // seconds ahead of UTC, with kOffset
   friend bool operator==(const Moment&, const Moment&) = default;
 };
