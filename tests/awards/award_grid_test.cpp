@@ -52,8 +52,10 @@ TEST_F(AwardGridTest, EveryMemberHasItsWidths) {
 }
 
 TEST_F(AwardGridTest, OneThatIsStoppedWhileItCountsClosesInsteadOfTellingHalfAScore) {
-  FillLog(60);
-  Exec("update Log set Locator='JN'+Left(Call,2)+'AA',Note='[IOTA EU-001]'");
+  FillLog(14);
+  Exec(
+      "update Log set Country='I',Continente='EU',Locator='JN'+Left(Call,2)+'AA',Note='[IOTA "
+      "EU-001]'");
   machine.StopProgressAt(0);
   for (const AwardMember& member : AwardMembers()) {
     Event([&] { EXPECT_FALSE(Award(member.window, kAll).Loaded()) << member.window; });
