@@ -14,6 +14,7 @@
 #include "card_fields.h"
 #include "contact_to_fields.h"
 #include "core/log_contact.h"
+#include "core/quoted.h"
 #include "kept_fields.h"
 #include "record_origin.h"
 
@@ -39,10 +40,18 @@ void RequireReplaceable(const std::filesystem::path& file) {
       fmt::format("{} è {}: scegliere un altro nome", file.filename().string(), other));
 }
 
+// Contacts that go out one after another, and what stands beside each in own tables is read for all
+// of them at once.
+constexpr std::size_t kTogether = 1000;
+struct Block {
+  std::vector<std::int64_t> keys;
+  std::vector<core::LogContact> contacts;
+};
+
 // The contacts to be written, from the first one each time they are opened.
 struct Contacts {
-  // A contact after the other; null behind the last.
-  using Next = std::function<const core::LogContact*(std::int64_t& qsoNr)>;
+  // The contacts after the others; none behind the last.
+  using Next = std::function<void(Block& block)>;
   bool whole = false;  // the whole log
   std::function<Next()> open;
 };
@@ -50,13 +59,11 @@ struct Contacts {
 Contacts OfSelect(engine::Database& database, std::string_view select) {
   const auto open = [&database, select]() -> Contacts::Next {
     auto rows = std::shared_ptr<engine::Dynaset>(database.OpenDynaset(select));
-    return [rows, first = true,
-            contact = core::LogContact()](std::int64_t& qsoNr) mutable -> const core::LogContact* {
-      if (!std::exchange(first, false)) rows->MoveNext();
-      if (rows->EOF_()) return nullptr;
-      qsoNr = rows->Field(std::size_t{0}).Integer();
-      contact = core::ReadContact(*rows);
-      return &contact;
+    return [rows](Block& block) {
+      for (; block.keys.size() < kTogether && !rows->EOF_(); rows->MoveNext()) {
+        block.keys.push_back(rows->Field(std::size_t{0}).Integer());
+        block.contacts.push_back(core::ReadContact(*rows));
+      }
     };
   };
   return {select == kAllContacts, open};
@@ -65,43 +72,62 @@ Contacts OfSelect(engine::Database& database, std::string_view select) {
 Contacts OfKeys(engine::Database& database, const std::vector<std::int64_t>& keys) {
   const auto open = [&database, &keys]() -> Contacts::Next {
     auto rows = std::shared_ptr<engine::Table>(database.OpenTable("Log"));
-    return [rows, &keys, at = std::size_t{0},
-            contact = core::LogContact()](std::int64_t& qsoNr) mutable -> const core::LogContact* {
-      while (at < keys.size()) {
-        qsoNr = keys[at++];
+    return [rows, &keys, at = std::size_t{0}](Block& block) mutable {
+      while (block.keys.size() < kTogether && at < keys.size()) {
+        const std::int64_t key = keys[at++];
         try {
-          rows->SetBookmark({qsoNr});
-          contact = core::ReadContact(*rows);
-          return &contact;
+          rows->SetBookmark({key});
         } catch (const engine::DatabaseError& failure) {
           if (failure.Number != engine::DatabaseError::kRecordDeleted) throw;
+          continue;
         }
+        block.contacts.push_back(core::ReadContact(*rows));
+        block.keys.push_back(key);
       }
-      return nullptr;
     };
   };
   return {false, open};
+}
+
+// False when `see` wanted no further one.
+bool ForEachBlock(const Contacts& contacts, const std::function<bool(const Block& block)>& see) {
+  const Contacts::Next next = contacts.open();
+  for (;;) {
+    Block block;
+    next(block);
+    if (block.keys.empty()) return true;
+    if (!see(block)) return false;
+  }
+}
+
+bool IsOfSomeContact(engine::Database& database, std::string_view name) {
+  return !database
+              .OpenSnapshot(fmt::format("Select Campo from LogAdif where Campo={} and QsoNr in "
+                                        "(Select QsoNr from Log)",
+                                        core::Quoted(name)))
+              ->EOF_();
 }
 
 // The header stands first and declares what only the records tell: such names are few, and are
 // looked for among the selected contacts alone.
 std::vector<std::string> UserFields(engine::Database& database, const Contacts& contacts) {
   std::set<std::string> names;
-  const auto all = database.OpenSnapshot(
-      "Select Campo from LogAdif where QsoNr in (Select QsoNr from Log) Group By Campo");
+  const auto all = database.OpenSnapshot("Select Campo from LogAdif Group By Campo");
   for (; !all->EOF_(); all->MoveNext()) {
     const std::string name = all->Field(0).Text();
-    if (NeedsDeclaration(name)) names.insert(name);
+    if (NeedsDeclaration(name) && IsOfSomeContact(database, name)) names.insert(name);
   }
   if (names.empty() || contacts.whole) return {names.begin(), names.end()};
   std::set<std::string> used;
   KeptFields kept(database);
-  const Contacts::Next next = contacts.open();
-  for (std::int64_t qsoNr = 0; used.size() < names.size() && next(qsoNr) != nullptr;) {
-    for (const AdifField& field : kept.Of(qsoNr)) {
-      if (names.contains(field.name)) used.insert(field.name);
+  ForEachBlock(contacts, [&](const Block& block) {
+    for (const std::vector<AdifField>& fields : kept.OfEach(block.keys)) {
+      for (const AdifField& field : fields) {
+        if (names.contains(field.name)) used.insert(field.name);
+      }
     }
-  }
+    return used.size() < names.size();
+  });
   return {used.begin(), used.end()};
 }
 
@@ -141,24 +167,30 @@ std::optional<ExportCounts> Export(core::Session& session, const Contacts& conta
   StationTables tables(session);
   out << AdifHeader(UserFields(session.Db, contacts), letters);
   ExportCounts counts;
-  const Contacts::Next next = contacts.open();
-  std::int64_t qsoNr = 0;
-  while (const core::LogContact* contact = next(qsoNr)) {
-    const std::int64_t done = counts.written + counts.leftOut;
-    if (done % kProgressStep == 0 && !progress(done)) return std::nullopt;
-    std::vector<AdifField> beside = kept.Of(qsoNr), others = origins.Of(qsoNr);
-    for (AdifField& field : CardFields(cards.Of(qsoNr), *contact, beside)) {
-      others.push_back(std::move(field));
+  const auto write = [&](const Block& block) {
+    std::vector<std::vector<AdifField>> beside = kept.OfEach(block.keys),
+                                        others = origins.OfEach(block.keys);
+    const std::vector<core::ContactCards> ofCards = cards.OfEach(block.keys);
+    for (std::size_t i = 0; i < block.keys.size(); ++i) {
+      const std::int64_t done = counts.written + counts.leftOut;
+      if (done % kProgressStep == 0 && !progress(done)) return false;
+      const core::LogContact& contact = block.contacts[i];
+      for (AdifField& field : CardFields(ofCards[i], contact, beside[i])) {
+        others[i].push_back(std::move(field));
+      }
+      const auto fields =
+          FileFields(contact, std::move(beside[i]), std::move(others[i]), tables, letters);
+      if (fields.empty()) {
+        ++counts.leftOut;
+        continue;
+      }
+      out << AdifLine(fields, letters);
+      ++counts.written;
+      if (letters == AdifLetters::kAscii) CountChanged(fields, counts);
     }
-    const std::vector<AdifField> fields = FileFields(*contact, beside, others, tables, letters);
-    if (fields.empty()) {
-      ++counts.leftOut;
-      continue;
-    }
-    out << AdifLine(fields, letters);
-    ++counts.written;
-    if (letters == AdifLetters::kAscii) CountChanged(fields, counts);
-  }
+    return true;
+  };
+  if (!ForEachBlock(contacts, write)) return std::nullopt;
   out.close();
   if (!out) throw fail();
   std::error_code error;

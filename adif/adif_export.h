@@ -7,8 +7,8 @@
 #include <optional>
 #include <string_view>
 
-#include "adif/export_keys.h"
 #include "adif/adif_writer.h"
+#include "adif/export_keys.h"
 #include "core/session.h"
 
 namespace brenvo::adif {

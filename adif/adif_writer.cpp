@@ -6,6 +6,17 @@
 #include "base/text.h"
 
 namespace brenvo::adif {
+namespace {
+
+void AppendBytes(std::string& line, std::string_view text, AdifLetters letters) {
+  if (base::IsAscii(text)) {
+    line += text;
+  } else {
+    line += AdifBytes(text, letters);
+  }
+}
+
+}  // namespace
 
 std::string AdifBytes(std::string_view text, AdifLetters letters) {
   if (base::IsAscii(text)) return std::string(text);
@@ -26,13 +37,21 @@ std::string AdifHeader(const std::vector<std::string>& userFields, AdifLetters l
 }
 
 std::string AdifLine(const std::vector<AdifField>& fields, AdifLetters letters) {
+  constexpr std::size_t kUsual = 512;
   std::string line;
+  line.reserve(kUsual);
   for (const AdifField& field : fields) {
-    const std::string bytes = AdifBytes(field.value, letters);
-    fmt::format_to(std::back_inserter(line), "<{}:{}>{} ", AdifBytes(field.name, letters),
-                   bytes.size(), bytes);
+    line += '<';
+    AppendBytes(line, field.name, letters);
+    line += ':';
+    const std::size_t length = line.size();
+    line += '>';
+    AppendBytes(line, field.value, letters);
+    line.insert(length, std::to_string(line.size() - length - 1));
+    line += ' ';
   }
-  return line + "<EOR>\r\n";
+  line += "<EOR>\r\n";
+  return line;
 }
 
 }  // namespace brenvo::adif

@@ -47,13 +47,13 @@ void AddMode(FieldList& fields, std::string_view modo) {
   fields.Add("SUBMODE", mode->submode);
 }
 
-// The record as it would be read from the file.
-AdifRecord AsRead(const std::vector<AdifField>& fields, AdifLetters letters) {
-  AdifRecord record;
+// The fields as they would be read from the file.
+std::vector<AdifField> AsRead(const std::vector<AdifField>& fields, AdifLetters letters) {
+  std::vector<AdifField> read;
   for (const AdifField& field : fields) {
-    record.fields.push_back({field.name, AdifBytes(field.value, letters)});
+    read.push_back({field.name, AdifBytes(field.value, letters)});
   }
-  return record;
+  return read;
 }
 
 std::vector<AdifField> With(std::vector<AdifField> fields, const std::vector<AdifField>& others) {
@@ -77,17 +77,19 @@ class Reader {
       : contact_(contact), tables_(tables), letters_(letters) {}
 
   const core::LogContact& Read(const std::vector<AdifField>& fields) {
-    MapColumns(AsRead(fields, letters_), {}, tables_, mapped_);
+    const bool asWritten = std::ranges::all_of(
+        fields, [](const AdifField& field) { return base::IsAscii(field.value); });
+    if (asWritten) {
+      MapColumns(fields, {}, tables_, mapped_);
+    } else {
+      MapColumns(AsRead(fields, letters_), {}, tables_, mapped_);
+    }
     return mapped_.contact;
   }
   bool GivesTheSame(const std::vector<AdifField>& fields) {
     core::LogContact read = Read(fields);
     read.QslRicevuta = contact_.QslRicevuta;
     return mapped_.refusal.empty() && read == contact_;
-  }
-  bool Refuses(const std::vector<AdifField>& fields) {
-    Read(fields);
-    return !mapped_.refusal.empty();
   }
 
  private:
@@ -107,7 +109,6 @@ bool IsConfirmedElsewhere(const std::vector<AdifField>& kept) {
 // The words in which the contact came, where they still say what its columns say.
 std::vector<AdifField> WithOwnWords(const std::vector<AdifField>& told,
                                     const std::vector<AdifField>& words, Reader& reader) {
-  if (words.empty()) return told;
   std::vector<AdifField> all = With(told, words);
   if (reader.GivesTheSame(all)) return all;
   const core::LogContact plain = reader.Read(told);
@@ -119,6 +120,16 @@ std::vector<AdifField> WithOwnWords(const std::vector<AdifField>& told,
     if (read == plain) fields = std::move(tried);
   }
   return fields;
+}
+
+// What a reader of the fields would not find again.
+void AddOwnFields(const core::LogContact& contact, const core::LogContact& read,
+                  std::vector<AdifField>& fields) {
+  for (const core::LogColumn& column : core::LogColumns()) {
+    const std::string text = core::ColumnText(contact, column);
+    if (core::ColumnText(read, column) == text) continue;
+    fields.push_back({OwnField(column), EscapeText(text)});
+  }
 }
 
 }  // namespace
@@ -169,50 +180,41 @@ std::vector<AdifField> ColumnFields(const core::LogContact& contact, const Stati
   return fields.Take();
 }
 
-std::vector<AdifField> FileFields(const core::LogContact& contact,
-                                  const std::vector<AdifField>& kept,
-                                  const std::vector<AdifField>& origin, StationTables& tables,
+std::vector<AdifField> FileFields(const core::LogContact& contact, std::vector<AdifField> kept,
+                                  std::vector<AdifField> origin, StationTables& tables,
                                   AdifLetters letters) {
-  Reader reader(contact, tables, letters);
   std::vector<AdifField> fields = ColumnFields(contact, tables);
   constexpr std::int64_t kDay = 24 * 60 * 60;
   // A call is right or wrong as it stands, whatever becomes of its letters.
-  if (contact.DataQso.Seconds() < kDay ||
-      Reader(contact, tables, AdifLetters::kUtf8).Refuses(fields)) {
+  if (contact.DataQso.Seconds() < kDay || core::ColumnTooSmall(contact) != nullptr ||
+      !TellsWhoAndWhen(fields)) {
     return {};
   }
 
-  std::vector<AdifField> words, others;
-  for (const AdifField& field : kept) {
-    const bool own = IsColumnField(field.name) && IsValidColumnField(field);
-    (own ? words : others).push_back(field);
-  }
   // What the file said of the card holds until one has come; a confirmation by other ways is none.
-  if (contact.QslRicevuta && !IsConfirmedElsewhere(kept)) {
-    std::erase_if(words, [](const AdifField& word) { return word.name == "QSL_RCVD"; });
+  const bool cardHolds = !contact.QslRicevuta || IsConfirmedElsewhere(kept);
+  std::erase_if(origin, [&](const AdifField& field) {
+    return std::ranges::find(kept, field.name, &AdifField::name) != kept.end();
+  });
+  std::vector<AdifField> words, others = std::move(origin);
+  for (AdifField& field : kept) {
+    const bool own = IsColumnField(field.name) && IsValidColumnField(field);
+    if (own && !cardHolds && field.name == "QSL_RCVD") continue;
+    (own ? words : others).push_back(std::move(field));
   }
-  fields = WithOwnWords(fields, words, reader);
-  const core::LogContact read = reader.Read(fields);
-  for (const core::LogColumn& column : core::LogColumns()) {
-    const std::string text = core::ColumnText(contact, column);
-    if (core::ColumnText(read, column) == text) continue;
-    fields.push_back({OwnField(column), EscapeText(text)});
-  }
+  Reader reader(contact, tables, letters);
+  if (!words.empty()) fields = WithOwnWords(fields, words, reader);
+  const core::LogContact& read = reader.Read(fields);
+  if (!(read == contact)) AddOwnFields(contact, read, fields);
 
-  for (const AdifField& field : origin) {
-    const bool told = std::any_of(kept.begin(), kept.end(),
-                                  [&](const AdifField& each) { return each.name == field.name; });
-    if (!told) others.push_back(field);
-  }
-  std::sort(others.begin(), others.end(),
-            [](const AdifField& a, const AdifField& b) { return a.name < b.name; });
-  for (const AdifField& field : others) {
+  std::ranges::sort(others, {}, &AdifField::name);
+  for (AdifField& field : others) {
     const bool valid = !IsColumnField(field.name);
-    const bool whole = AdifBytes(field.value, letters) == field.value;
+    const bool whole = base::IsAscii(field.value) || AdifBytes(field.value, letters) == field.value;
     if (!valid || !whole) {
       fields.push_back({std::string(kKeptPrefix) + field.name, EscapeText(field.value)});
     }
-    if (valid) fields.push_back(field);
+    if (valid) fields.push_back(std::move(field));
   }
   return fields;
 }

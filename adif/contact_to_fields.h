@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "adif/adif_reader.h"
-#include "adif/station_tables.h"
 #include "adif/adif_writer.h"
+#include "adif/station_tables.h"
 #include "core/log_contact.h"
 
 namespace brenvo::adif {
@@ -18,9 +18,8 @@ std::vector<AdifField> ColumnFields(const core::LogContact& contact, const Stati
 // has none kept that say so, and with this program's own fields where a
 // reader of the rest would not find the very same columns again. Empty when the contact has no
 // call or date that a log file can hold.
-std::vector<AdifField> FileFields(const core::LogContact& contact,
-                                  const std::vector<AdifField>& kept,
-                                  const std::vector<AdifField>& origin, StationTables& tables,
+std::vector<AdifField> FileFields(const core::LogContact& contact, std::vector<AdifField> kept,
+                                  std::vector<AdifField> origin, StationTables& tables,
                                   AdifLetters letters);
 
 }  // namespace brenvo::adif

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "core/rows_beside.h"
+
 namespace brenvo::adif {
 
 KeptFields::KeptFields(engine::Database& database)
-    : table_(database.OpenTable(kTable)), new_(database.OpenAppender(kTable)) {
+    : database_(database), table_(database.OpenTable(kTable)), new_(database.OpenAppender(kTable)) {
   table_->SetIndex("PrimaryKey");
 }
 
@@ -16,6 +18,15 @@ std::vector<AdifField> KeptFields::Of(std::int64_t qsoNr) {
   for (; !table_->EOF_() && table_->Field("QsoNr").Integer() == qsoNr; table_->MoveNext()) {
     fields.push_back({table_->Field("Campo").Text(), table_->Field("Valore").Text()});
   }
+  return fields;
+}
+
+std::vector<std::vector<AdifField>> KeptFields::OfEach(std::span<const std::int64_t> keys) {
+  std::vector<std::vector<AdifField>> fields(keys.size());
+  core::SeeRowsBeside(database_, kTable, "Campo,Valore", keys,
+                      [&](std::size_t place, engine::Recordset& row) {
+                        fields[place].push_back({row.Field(1).Text(), row.Field(2).Text()});
+                      });
   return fields;
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -19,12 +20,15 @@ class KeptFields {
 
   // By name.
   std::vector<AdifField> Of(std::int64_t qsoNr);
+  // The same of many contacts, in the order of their numbers.
+  std::vector<std::vector<AdifField>> OfEach(std::span<const std::int64_t> keys);
   // Of a new contact.
   void Add(std::int64_t qsoNr, const std::vector<AdifField>& fields);
   // Those of `fields` that the contact does not have.
   std::vector<AdifField> MissingOf(std::int64_t qsoNr, const std::vector<AdifField>& fields);
 
  private:
+  engine::Database& database_;
   std::unique_ptr<engine::Table> table_;
   std::unique_ptr<engine::RowAppender> new_;
 };

@@ -12,6 +12,7 @@
 #include "base/uuid.h"
 #include "core/contact_origin.h"
 #include "core/quoted.h"
+#include "core/rows_beside.h"
 
 namespace brenvo::adif {
 namespace {
@@ -75,22 +76,23 @@ std::vector<AdifField> FieldsOfStation(const core::StationRow& station) {
   return fields;
 }
 
-std::vector<AdifField> ContactOrigins::Of(std::int64_t qsoNr) {
-  try {
-    rows_->SetBookmark({qsoNr});
-  } catch (const engine::DatabaseError& failure) {
-    if (failure.Number != engine::DatabaseError::kRecordDeleted) throw;
-    return {};
-  }
-  const std::int64_t station = rows_->Field("Stazione").Integer();
+const std::vector<AdifField>& ContactOrigins::OfStation(std::int64_t station) {
   const auto [at, isNew] = byStation_.try_emplace(station);
   if (isNew) {
     const auto found = core::FindStation(database_, station);
     if (found) at->second = FieldsOfStation(*found);
   }
-  std::vector<AdifField> fields = at->second;
-  fields.push_back({std::string(kUuidField), rows_->Field("Uuid").Text()});
-  return fields;
+  return at->second;
+}
+
+std::vector<std::vector<AdifField>> ContactOrigins::OfEach(std::span<const std::int64_t> keys) {
+  std::vector<std::vector<AdifField>> origins(keys.size());
+  core::SeeRowsBeside(database_, "LogOrigine", "Stazione,Uuid", keys,
+                      [&](std::size_t place, engine::Recordset& row) {
+                        origins[place] = OfStation(row.Field(1).Integer());
+                        origins[place].push_back({std::string(kUuidField), row.Field(2).Text()});
+                      });
+  return origins;
 }
 
 const core::StationRow& RecordOrigins::StationOn(base::DateTime day) {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -23,13 +23,14 @@ inline constexpr std::string_view kUuidField = "APP_BRENVO_UUID";
 // The fields of the log's contacts that tell whose they are, and their names.
 class ContactOrigins {
  public:
-  explicit ContactOrigins(engine::Database& database)
-      : database_(database), rows_(database.OpenTable("LogOrigine")) {}
-  std::vector<AdifField> Of(std::int64_t qsoNr);
+  explicit ContactOrigins(engine::Database& database) : database_(database) {}
+  // In the order of the numbers; nothing of a contact that has none.
+  std::vector<std::vector<AdifField>> OfEach(std::span<const std::int64_t> keys);
 
  private:
+  const std::vector<AdifField>& OfStation(std::int64_t station);
+
   engine::Database& database_;
-  std::unique_ptr<engine::Table> rows_;
   std::map<std::int64_t, std::vector<AdifField>> byStation_;
 };
 

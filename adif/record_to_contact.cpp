@@ -110,8 +110,8 @@ const KnownField* FindKnown(std::string_view name) {
 // The record's fields by what they are; an empty text for what it does not say.
 class Fields {
  public:
-  explicit Fields(const AdifRecord& record) {
-    for (const AdifField& field : record.fields) {
+  explicit Fields(const std::vector<AdifField>& fields) {
+    for (const AdifField& field : fields) {
       const KnownField* known = field.value.empty() ? nullptr : FindKnown(field.name);
       if (known != nullptr && values_[known->known].empty()) values_[known->known] = field.value;
     }
@@ -166,9 +166,10 @@ bool IsOneWord(std::string_view text) {
 
 // Empty unless a field without which there is no contact was told with a wrong length, and what
 // was read of it is none. Call, date and time speak for themselves.
-std::string Unreadable(const AdifRecord& record, const Fields& fields) {
-  for (const AdifRepair& repair : record.repairs) {
-    const AdifField& field = record.fields[repair.field];
+std::string Unreadable(const std::vector<AdifField>& all, const std::vector<AdifRepair>& repairs,
+                       const Fields& fields) {
+  for (const AdifRepair& repair : repairs) {
+    const AdifField& field = all[repair.field];
     const KnownField* known = FindKnown(field.name);
     if (known == nullptr) continue;
     const bool band = FindAdifBand(fields[kBand]) != nullptr || NumberIn(fields[kFreq]);
@@ -219,51 +220,92 @@ void MapMode(const Fields& fields, StationTables& tables, core::LogContact& cont
   contact.Propagazione = kSatellite;
 }
 
-// What the call itself tells of its place on that day; by the prefix table where nobody knows it.
-PrefixFacts PlaceOnDay(const PrefixFacts& prefix, const entities::Answer& day) {
-  if (day.reason == entities::Reason::kUnknown) return prefix;
-  if (day.what == nullptr) return {};
-  return {"", day.what->country, std::string(day.continent), static_cast<double>(day.cq),
-          static_cast<double>(day.itu)};
+// What the call itself tells of its place; each looked up only where the record is silent.
+class PlaceOfCall {
+ public:
+  PlaceOfCall(std::string_view call, base::DateTime utc, StationTables& tables)
+      : call_(call), utc_(utc), tables_(tables) {}
+
+  const PrefixFacts& ByPrefix() {
+    if (prefix_ == nullptr) prefix_ = &tables_.Prefix(call_);
+    return *prefix_;
+  }
+  // By who the call was on that day, by the prefix table where nobody knows it.
+  const PrefixFacts& OnDay() {
+    if (!onDay_) onDay_ = Find();
+    return *onDay_;
+  }
+  // What holds for the country: a prefix of another one tells nothing of this one's zones.
+  const PrefixFacts& For(std::string_view country) {
+    const std::string wanted = base::Trim(country);
+    for (const PrefixFacts* facts : {&OnDay(), &ByPrefix()}) {
+      if (base::SameText(wanted, base::Trim(facts->Country))) return *facts;
+    }
+    return tables_.OfCountry(country);
+  }
+
+ private:
+  PrefixFacts Find() {
+    const entities::Answer day = tables_.OnDay(call_, utc_);
+    if (day.reason == entities::Reason::kUnknown) return ByPrefix();
+    if (day.what == nullptr) return {};
+    return {"", day.what->country, std::string(day.continent), static_cast<double>(day.cq),
+            static_cast<double>(day.itu)};
+  }
+
+  std::string_view call_;
+  base::DateTime utc_;
+  StationTables& tables_;
+  const PrefixFacts* prefix_ = nullptr;
+  std::optional<PrefixFacts> onDay_;
+};
+
+std::string ToldPrefix(const Fields& fields) {
+  constexpr std::size_t kLongestPrefix = 5;
+  const std::string told = base::UpperAscii(fields[kPfx]);
+  return IsCall(told) && told.size() <= kLongestPrefix ? told : std::string();
+}
+
+// The country that the record tells, its number too where it tells that; nothing where it tells
+// none, and empty for none.
+std::optional<std::string> ToldCountry(const Fields& fields, const StationTables& tables,
+                                       std::optional<int>& told) {
+  const auto number = WholeIn(fields[kDxcc], 0, 999);
+  if (number && *number == 0) {
+    told = 0;
+    return std::string();
+  }
+  if (const DxccEntity* entity = number ? FindDxccEntity(*number) : nullptr) {
+    told = entity->number;
+    return std::string(entity->country);
+  }
+  if (!fields.Says(kCountry)) return std::nullopt;
+  if (const DxccEntity* named = FindDxccEntityNamed(fields[kCountry])) {
+    return std::string(named->country);
+  }
+  std::string listed = tables.CountryNamed(fields[kCountry]);
+  return listed.empty() ? std::nullopt : std::optional(std::move(listed));
 }
 
 void MapCountry(const Fields& fields, base::DateTime utc, StationTables& tables,
                 MappedRecord& mapped) {
   core::LogContact& contact = mapped.contact;
-  const PrefixFacts& prefix = tables.Prefix(contact.Call);
-  const PrefixFacts day = PlaceOnDay(prefix, tables.OnDay(contact.Call, utc));
-  contact.Prefisso = prefix.Prefisso;
-  constexpr std::size_t kLongestPrefix = 5;
-  if (fields.Says(kPfx)) {
-    const std::string told = base::UpperAscii(fields[kPfx]);
-    if (IsCall(told) && told.size() <= kLongestPrefix) contact.Prefisso = told;
-  }
-  contact.Country = day.Country;
-  const auto number = WholeIn(fields[kDxcc], 0, 999);
-  if (number && *number == 0) {
-    contact.Country.clear();
-    mapped.country = 0;
-  } else if (const DxccEntity* entity = number ? FindDxccEntity(*number) : nullptr) {
-    contact.Country = entity->country;
-    mapped.country = entity->number;
-  } else if (fields.Says(kCountry)) {
-    const DxccEntity* named = FindDxccEntityNamed(fields[kCountry]);
-    const std::string listed = tables.CountryNamed(fields[kCountry]);
-    if (named != nullptr) contact.Country = named->country;
-    if (named == nullptr && !listed.empty()) contact.Country = listed;
-  }
-  // A prefix of another country tells nothing of this one's zones.
-  const auto isOf = [&](const PrefixFacts& facts) {
-    return base::SameText(base::Trim(contact.Country), base::Trim(facts.Country));
-  };
-  const PrefixFacts& facts = isOf(day)      ? day
-                             : isOf(prefix) ? prefix
-                                            : tables.OfCountry(contact.Country);
+  PlaceOfCall place(contact.Call, utc, tables);
+  contact.Prefisso = ToldPrefix(fields);
+  if (contact.Prefisso.empty()) contact.Prefisso = place.ByPrefix().Prefisso;
+  const auto country = ToldCountry(fields, tables, mapped.country);
+  contact.Country = country ? *country : place.OnDay().Country;
   const auto cq = WholeIn(fields[kCqz], 1, 40), itu = WholeIn(fields[kItuz], 1, 90);
-  contact.ZonaCQ = cq ? *cq : facts.ZonaCQ;
-  contact.ZonaITU = itu ? *itu : facts.ZonaITU;
-  contact.Continente =
-      IsAdifContinent(fields[kCont]) ? base::UpperAscii(fields[kCont]) : facts.Continente;
+  const bool continent = IsAdifContinent(fields[kCont]);
+  if (continent) contact.Continente = base::UpperAscii(fields[kCont]);
+  if (cq) contact.ZonaCQ = *cq;
+  if (itu) contact.ZonaITU = *itu;
+  if (!cq || !itu || !continent) {
+    const PrefixFacts& facts = place.For(contact.Country);
+    if (!cq) contact.ZonaCQ = facts.ZonaCQ;
+    if (!itu) contact.ZonaITU = facts.ZonaITU;
+    if (!continent) contact.Continente = facts.Continente;
+  }
   const std::string province = base::UpperAscii(fields[kState]);
   if (!province.empty() && tables.IsProvince(contact.Country, province))
     contact.Provincia = province;
@@ -289,8 +331,8 @@ void MapNote(const Fields& fields, core::LogContact& contact) {
   contact.Note += (contact.Note.empty() ? "" : " ") + notes;
 }
 
-void MapOwnFields(const AdifRecord& record, core::LogContact& contact) {
-  for (const AdifField& field : record.fields) {
+void MapOwnFields(const std::vector<AdifField>& fields, core::LogContact& contact) {
+  for (const AdifField& field : fields) {
     if (!field.name.starts_with(kOwnFieldPrefix)) continue;
     for (const core::LogColumn& column : core::LogColumns()) {
       if (OwnField(column) != field.name) continue;
@@ -338,19 +380,12 @@ bool IsToldAsSubmode(const AdifField& field, const std::vector<AdifField>& told)
          std::find(told.begin(), told.end(), AdifField{"SUBMODE", mode->submode}) != told.end();
 }
 
-}  // namespace
-
-void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
-                MappedRecord& mapped) {
-  mapped.contact = {};
-  mapped.country.reset();
-  mapped.kept.clear();
-  mapped.refusal = record.fault;
-  if (!mapped.refusal.empty()) return;
-  const Fields fields(record);
+void MapFields(const std::vector<AdifField>& all, const std::vector<AdifRepair>& repairs,
+               const QslChoice& choice, StationTables& tables, MappedRecord& mapped) {
+  const Fields fields(all);
   core::LogContact& contact = mapped.contact;
   mapped.refusal = MapWhoAndWhen(fields, contact);
-  if (mapped.refusal.empty()) mapped.refusal = Unreadable(record, fields);
+  if (mapped.refusal.empty()) mapped.refusal = Unreadable(all, repairs, fields);
   if (!mapped.refusal.empty()) return;
   const base::DateTime utc = contact.DataQso;
   contact.DataQso = tables.Times().FromUtc(utc);
@@ -371,11 +406,33 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
   contact.Potenza = std::round(NumberIn(fields[kTxPwr]).value_or(0));
   MapQsl(fields, choice, contact);
   MapNote(fields, contact);
-  MapOwnFields(record, contact);
+  MapOwnFields(all, contact);
   if (const core::LogColumn* column = core::ColumnTooSmall(contact)) {
     mapped.refusal = fmt::format("un valore non sta nella colonna {}: {}", column->name,
                                  core::ColumnText(contact, *column));
   }
+}
+
+void Begin(MappedRecord& mapped) {
+  mapped.contact = {};
+  mapped.country.reset();
+  mapped.kept.clear();
+  mapped.refusal.clear();
+}
+
+}  // namespace
+
+void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
+                MappedRecord& mapped) {
+  Begin(mapped);
+  mapped.refusal = record.fault;
+  if (mapped.refusal.empty()) MapFields(record.fields, record.repairs, choice, tables, mapped);
+}
+
+void MapColumns(const std::vector<AdifField>& fields, const QslChoice& choice,
+                StationTables& tables, MappedRecord& mapped) {
+  Begin(mapped);
+  MapFields(fields, {}, choice, tables, mapped);
 }
 
 namespace {
@@ -410,6 +467,11 @@ void MapRest(const AdifRecord& record, const std::vector<AdifField>& told, Mappe
     }
     Keep(mapped.kept, field.name, field.value);
   }
+}
+
+bool TellsWhoAndWhen(const std::vector<AdifField>& fields) {
+  core::LogContact contact;
+  return MapWhoAndWhen(Fields(fields), contact).empty();
 }
 
 bool IsColumnField(std::string_view name) {

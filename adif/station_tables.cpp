@@ -134,6 +134,7 @@ std::string StationTables::FindModo(std::string_view mode, std::string_view subm
 }
 
 std::string StationTables::PropagazioneOf(std::string_view adif) const {
+  if (adif.empty()) return {};
   const std::string_view meant = PropagationOf(adif);
   const std::string listed = InList(propagations_, meant.empty() ? adif : meant);
   return listed.empty() ? std::string(meant) : listed;

@@ -114,8 +114,21 @@ std::string DateTimeText(DateTime value) {
 }
 
 std::string IsoText(DateTime value) {
-  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", value.Year(), value.Month(),
-                     value.Day(), value.Hour(), value.Minute(), value.Second());
+  const int numbers[] = {value.Year(), value.Month(),  value.Day(),
+                         value.Hour(), value.Minute(), value.Second()};
+  constexpr int kLastOfFourDigits = 9999;
+  if (numbers[0] < 0 || numbers[0] > kLastOfFourDigits) {
+    return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", numbers[0], numbers[1], numbers[2],
+                       numbers[3], numbers[4], numbers[5]);
+  }
+  std::string text = "0000-00-00 00:00:00";
+  constexpr std::size_t kLastDigits[] = {3, 6, 9, 12, 15, 18};
+  for (std::size_t i = 0; i < std::size(numbers); ++i) {
+    std::size_t at = kLastDigits[i];
+    for (int rest = numbers[i]; rest > 0; rest /= 10)
+      text[at--] = static_cast<char>('0' + rest % 10);
+  }
+  return text;
 }
 
 std::optional<DateTime> ParseIso(std::string_view text) {

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "core/history.h"
 #include "core/long_run.h"
+#include "core/rows_beside.h"
 #include "core/session.h"
 #include "core/transaction.h"
 
@@ -123,6 +124,20 @@ std::optional<QslCard> CardIn(const engine::Value& way, const engine::Value& day
   return CardOfRow(way.Text(), day.IsNull() ? std::nullopt : day.ReadableDate());
 }
 
+void AddRow(ContactCards& cards, const engine::Value& side, const engine::Value& way,
+            const engine::Value& day) {
+  const auto card = CardIn(way, day);
+  if (!card) return;
+  const std::string letter = base::UpperAscii(base::Trim(side.Text()));
+  if (letter == LetterOf(CardSide::kSent)) cards.sent.push_back(*card);
+  if (letter == LetterOf(CardSide::kReceived)) cards.received.push_back(*card);
+}
+
+void SortByWay(ContactCards& cards) {
+  std::ranges::sort(cards.sent, {}, &QslCard::way);
+  std::ranges::sort(cards.received, {}, &QslCard::way);
+}
+
 void Append(engine::RowAppender& rows, std::int64_t qsoNr, CardSide side, const QslCards& cards) {
   for (const QslCard& each : cards) {
     rows.Append({qsoNr, LetterOf(side), FactsOf(each.way).letter,
@@ -154,7 +169,7 @@ void StoreCards(engine::Database& database, std::int64_t qsoNr, CardSide side,
 }
 
 CardTable::CardTable(engine::Database& database)
-    : rows_(database.OpenTable(kTable)), new_(database.OpenAppender(kTable)) {
+    : database_(database), rows_(database.OpenTable(kTable)), new_(database.OpenAppender(kTable)) {
   rows_->SetIndex("PrimaryKey");
 }
 
@@ -163,14 +178,19 @@ ContactCards CardTable::Of(std::int64_t qsoNr) {
   rows_->Seek(engine::SeekComparison::kGreaterOrEqual, {qsoNr});
   if (rows_->NoMatch()) return cards;
   for (; !rows_->EOF_() && rows_->Field("QsoNr").Integer() == qsoNr; rows_->MoveNext()) {
-    const std::string side = base::UpperAscii(base::Trim(rows_->Field("Verso").Text()));
-    const auto card = CardIn(rows_->Field("Via"), rows_->Field("Data"));
-    if (!card) continue;
-    if (side == LetterOf(CardSide::kSent)) cards.sent.push_back(*card);
-    if (side == LetterOf(CardSide::kReceived)) cards.received.push_back(*card);
+    AddRow(cards, rows_->Field("Verso"), rows_->Field("Via"), rows_->Field("Data"));
   }
-  std::ranges::sort(cards.sent, {}, &QslCard::way);
-  std::ranges::sort(cards.received, {}, &QslCard::way);
+  SortByWay(cards);
+  return cards;
+}
+
+std::vector<ContactCards> CardTable::OfEach(std::span<const std::int64_t> keys) {
+  std::vector<ContactCards> cards(keys.size());
+  SeeRowsBeside(database_, kTable, "Verso,Via,Data", keys,
+                [&](std::size_t place, engine::Recordset& row) {
+                  AddRow(cards[place], row.Field(1), row.Field(2), row.Field(3));
+                });
+  std::ranges::for_each(cards, SortByWay);
   return cards;
 }
 

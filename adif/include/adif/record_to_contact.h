@@ -31,9 +31,15 @@ struct MappedRecord {
 // band, the distance from the locators.
 void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables& tables,
                 MappedRecord& mapped);
+// The same of the fields of a record that was read without a fault or a repair.
+void MapColumns(const std::vector<AdifField>& fields, const QslChoice& choice,
+                StationTables& tables, MappedRecord& mapped);
 // Fills `kept` by what the record says and `told`, the fields that mapped.contact goes out as, does
 // not.
 void MapRest(const AdifRecord& record, const std::vector<AdifField>& told, MappedRecord& mapped);
+
+// Whether call, date and time are there and right, without which there is no contact.
+bool TellsWhoAndWhen(const std::vector<AdifField>& fields);
 
 // Whether the columns of Log hold what a field of this name says.
 bool IsColumnField(std::string_view name);

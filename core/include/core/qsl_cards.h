@@ -85,10 +85,13 @@ class CardTable {
  public:
   explicit CardTable(engine::Database& database);
   ContactCards Of(std::int64_t qsoNr);
+  // The same of many contacts, in the order of their numbers.
+  std::vector<ContactCards> OfEach(std::span<const std::int64_t> keys);
   // Of a contact that has none of this side.
   void Add(std::int64_t qsoNr, CardSide side, const QslCards& cards);
 
  private:
+  engine::Database& database_;
   std::unique_ptr<engine::Table> rows_;
   std::unique_ptr<engine::RowAppender> new_;
 };
