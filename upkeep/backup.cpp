@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <exception>
 #include <set>
 
 #include "core/files.h"
@@ -23,9 +24,9 @@ constexpr std::string_view kDailyPrefix = "Brenvo-", kAsidePrefix = "Brenvo-prim
 constexpr std::string_view kSuffix = ".mdb";
 constexpr std::size_t kDaysKept = 10, kMonthsKept = 12;
 // The start is over, and the operator's first keys have had their answer.
-constexpr int kFirstPause = 5000, kPause = 20;  // milliseconds
-constexpr int kPagesPerSlice = 500;             // two megabytes, some milliseconds
-constexpr int kParts = 1000;                    // of a copy, in the progress that is shown
+constexpr int kFirstPause = 5000, kPause = 100;  // milliseconds
+constexpr int kPagesPerSlice = 500;              // two megabytes, some milliseconds
+constexpr int kParts = 1000;                     // of a copy, in the progress that is shown
 
 std::filesystem::path DirectoryOf(const std::filesystem::path& appPath) {
   return appPath / kDirectory;
@@ -260,6 +261,26 @@ bool RestoreBackup(core::Session& session, const BackupCopy& copy) {
       });
 }
 
+// The copy in work, and what became of it: the worker's alone until it has ended.
+struct DailyBackup::Job {
+  Job(const std::filesystem::path& from, const std::filesystem::path& to) : copy(from, to) {}
+
+  file::OnlineCopy copy;
+  bool sound = false;
+  std::exception_ptr failure;
+
+  void Run(const std::stop_token& stop) {
+    try {
+      while (copy.Step(kPagesPerSlice)) {
+        if (stop.stop_requested()) return;
+      }
+      sound = copy.Verify([&] { return !stop.stop_requested(); });
+    } catch (...) {
+      failure = std::current_exception();
+    }
+  }
+};
+
 DailyBackup::DailyBackup(core::Session& session, std::function<void(const std::string& text)> tell)
     : session_(session), tell_(std::move(tell)), timer_(session.Machine.MakeTimer()) {
   timer_->OnTick = [this] { session_.Windows.RunEvent([this] { Tick(); }); };
@@ -278,20 +299,22 @@ void DailyBackup::Start() {
 
 void DailyBackup::Stop() {
   timer_->SetEnabled(false);
-  if (!verifying_) copy_.reset();  // else it goes as soon as it is asked whether to go on
+  work_.reset();  // waits until it has ended
+  job_.reset();
 }
 
 void DailyBackup::Tick() {
-  if (verifying_) return;
   try {
-    if (copy_ == nullptr) {
+    if (work_ == nullptr) {
       Begin();
-    } else if (!copy_->Step(kPagesPerSlice)) {
+    } else if (work_->HasEnded()) {
       Finish();
     }
   } catch (const engine::DatabaseError& failure) {
     if (failure.Number == engine::DatabaseError::kNotADatabase) session_.Db.RefuseWrites();
     Fail(failure.Description);
+  } catch (const std::exception& failure) {
+    Fail(failure.what());
   }
 }
 
@@ -308,26 +331,18 @@ void DailyBackup::Begin() {
     return;
   }
   MakeDirectory(unfinished_.parent_path());
-  copy_ = std::make_unique<file::OnlineCopy>(session_.File("\\Brenvo.mdb"), unfinished_);
+  // Opened here: the copy holds the log as it stands at this moment.
+  job_ = std::make_unique<Job>(session_.File("\\Brenvo.mdb"), unfinished_);
+  work_ = session_.Machine.RunInBackground(
+      [job = job_.get()](const std::stop_token& stop) { job->Run(stop); });
   timer_->SetInterval(kPause);
 }
 
 void DailyBackup::Finish() {
-  // The operator's events run between the pages of a long check, and one of them may end all this.
-  verifying_ = true;
-  bool sound = false;
-  try {
-    sound = copy_->Verify([this] {
-      session_.Host().ProcessEvents();
-      return timer_->Enabled();
-    });
-  } catch (...) {
-    verifying_ = false;
-    throw;
-  }
-  verifying_ = false;
-  copy_.reset();
-  if (!sound) return;
+  work_.reset();
+  const std::unique_ptr<Job> job = std::move(job_);
+  if (job->failure) std::rethrow_exception(job->failure);
+  if (!job->sound) return;
   file::RenameSafely(unfinished_, finished_);
   timer_->SetEnabled(false);
   DropOld(session_.AppPath, session_.Now());

@@ -12,10 +12,6 @@
 #include "base/date.h"
 #include "core/session.h"
 
-namespace brenvo::file {
-class OnlineCopy;
-}
-
 namespace brenvo::upkeep {
 
 using ShowProgress =
@@ -68,8 +64,9 @@ std::optional<BackupCopy> LeftByInterruptedPutBack(const std::filesystem::path& 
 // PutBack.
 bool RestoreBackup(core::Session& session, const BackupCopy& copy);
 
-// Makes the day's copy when it is missing: in slices between the operator's events, verified, and
-// then given its name. What no longer is kept is deleted after that.
+// Makes the day's copy when it is missing, beside the operator's work: it is copied and verified on
+// a thread with files of its own, and then given its name. What no longer is kept is deleted after
+// that.
 class DailyBackup {
  public:
   // `tell` gets what the operator is to know: that the copy is made, or why it is not.
@@ -80,11 +77,12 @@ class DailyBackup {
 
   // Some seconds later the copy begins, unless the day has one.
   void Start();
-  // A copy in work is given up; the next start makes it.
+  // A copy in work is given up as soon as it can be; the next start makes it.
   void Stop();
   bool Running() const { return timer_->Enabled(); }
 
  private:
+  struct Job;
   void Tick();
   // The copy's day is the one that the clock shows now; true when it has its copy already.
   bool DayHasCopy();
@@ -96,10 +94,10 @@ class DailyBackup {
   std::function<void(const std::string& text)> tell_;
   std::unique_ptr<platform::Timer> timer_;
   forms::Subscription closing_, reopened_;
-  std::unique_ptr<file::OnlineCopy> copy_;
   base::DateTime day_;  // also when midnight passes while the copy is made
   std::filesystem::path unfinished_, finished_;
-  bool verifying_ = false;
+  std::unique_ptr<Job> job_;
+  std::unique_ptr<platform::BackgroundWork> work_;  // goes before what it works on
 };
 
 }  // namespace brenvo::upkeep
