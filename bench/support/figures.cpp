@@ -48,40 +48,47 @@ bool Figures::WantsAnyOf(std::initializer_list<std::string_view> tasks) const {
 }
 
 void Figures::Line(std::int64_t contacts, std::string_view task, const Samples& program,
-                   const Samples& hand, std::string_view note) const {
+                   const Samples& hand, std::string_view note, const Samples& limit) const {
+  const auto median = [](const Samples& samples) {
+    return samples.Empty() ? std::string() : TimeText(samples.Median());
+  };
   const auto tail = [](const Samples& samples) {
     return samples.Many() ? TimeText(samples.At(0.99)) : std::string();
   };
-  std::string byHand, handTail, ratio;
-  if (!hand.Empty()) {
-    byHand = TimeText(hand.Median());
-    handTail = tail(hand);
-    ratio = fmt::format("{:.2f}", program.Median() / hand.Median());
-  }
-  fmt::print("| {:>9} | {:<44} | {:>9} | {:>9} | {:>9} | {:>9} | {:>6} |{}{}\n",
-             base::FormatNumber(static_cast<double>(contacts), "#,###"),
-             fmt::format("{}: {}", program_, task), TimeText(program.Median()), tail(program),
-             byHand, handTail, ratio, note.empty() ? "" : " ", note);
-  std::fflush(stdout);
+  const auto ratio = [&](const Samples& samples) {
+    return samples.Empty() ? std::string()
+                           : fmt::format("{:.2f}", program.Median() / samples.Median());
+  };
+  Print(contacts, task,
+        {median(program), tail(program), median(hand), tail(hand), ratio(hand), median(limit),
+         ratio(limit)},
+        note);
 }
 
 void Figures::Compare(std::int64_t contacts, std::string_view task, int runs,
-                      const std::function<void()>& program,
-                      const std::function<void()>& hand) const {
+                      const std::function<void()>& program, const std::function<void()>& hand,
+                      const std::function<void()>& limit) const {
   if (!Wants(task)) return;
-  Samples ours, theirs;
+  Samples ours, theirs, best;
   for (int run = 0; run < runs; ++run) {
     ours.Measure(program);
     if (hand) theirs.Measure(hand);
+    if (limit) best.Measure(limit);
   }
-  Line(contacts, task, ours, theirs);
+  Line(contacts, task, ours, theirs, "", best);
 }
 
 void Figures::Value(std::int64_t contacts, std::string_view task, std::string_view value) const {
-  if (!Wants(task)) return;
-  fmt::print("| {:>9} | {:<44} | {:>9} | {:>9} | {:>9} | {:>9} | {:>6} |\n",
-             base::FormatNumber(static_cast<double>(contacts), "#,###"),
-             fmt::format("{}: {}", program_, task), value, "", "", "", "");
+  if (Wants(task)) Print(contacts, task, {std::string(value), "", "", "", "", "", ""}, "");
+}
+
+void Figures::Print(std::int64_t contacts, std::string_view task,
+                    const std::array<std::string, 7>& cells, std::string_view note) const {
+  fmt::print("| {:>9} | {:<44} |", base::FormatNumber(static_cast<double>(contacts), "#,###"),
+             fmt::format("{}: {}", program_, task));
+  constexpr std::array<int, 7> kWidths = {9, 9, 9, 9, 6, 9, 6};
+  for (std::size_t i = 0; i < cells.size(); ++i) fmt::print(" {:>{}} |", cells[i], kWidths[i]);
+  fmt::print("{}{}\n", note.empty() ? "" : " ", note);
   std::fflush(stdout);
 }
 

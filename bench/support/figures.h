@@ -1,6 +1,8 @@
-// The table of figures: what a task costs through the program and by hand, and their ratio.
+// The table of figures: what a task costs through the program, the same way by hand, and at the
+// limit, the best way that is known to have done with it, and the ratios.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -43,16 +45,21 @@ class Figures {
   bool Wants(std::string_view task) const;
   bool WantsAnyOf(std::initializer_list<std::string_view> tasks) const;
 
-  // A line of the table; without times by hand, or with the note, where there is something to say.
+  // A line of the table; without times by hand or at the limit, or with the note, where there is
+  // something to say.
   void Line(std::int64_t contacts, std::string_view task, const Samples& program,
-            const Samples& hand, std::string_view note = "") const;
-  // Measures one after the other, so that both meet the same machine: `runs` times each.
+            const Samples& hand, std::string_view note = "", const Samples& limit = {}) const;
+  // Measures one after the other, so that all meet the same machine: `runs` times each.
   void Compare(std::int64_t contacts, std::string_view task, int runs,
-               const std::function<void()>& program, const std::function<void()>& hand) const;
+               const std::function<void()>& program, const std::function<void()>& hand,
+               const std::function<void()>& limit = {}) const;
   // A figure that is no time.
   void Value(std::int64_t contacts, std::string_view task, std::string_view value) const;
 
  private:
+  void Print(std::int64_t contacts, std::string_view task, const std::array<std::string, 7>& cells,
+             std::string_view note) const;
+
   std::string program_, filter_;
   std::vector<std::int64_t> sizes_;
 };

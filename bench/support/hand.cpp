@@ -59,6 +59,12 @@ std::string Hand::Cell(int column) const {
   return text == nullptr ? std::string() : text;
 }
 
+std::string_view Hand::View(int column) const {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+  if (text == nullptr) return {};
+  return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+}
+
 void Hand::Touch() const {
   volatile const void* last = nullptr;
   for (int i = 0; i < sqlite3_column_count(statement_); ++i) {

@@ -35,6 +35,9 @@ class Hand {
 
   std::int64_t Key(int column = 0) const { return sqlite3_column_int64(statement_, column); }
   std::string Cell(int column) const;
+  // Valid until the next step.
+  std::string_view View(int column) const;
+  std::string_view Name(int column) const { return sqlite3_column_name(statement_, column); }
   // Reads every cell of the row.
   void Touch() const;
 
