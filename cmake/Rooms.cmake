@@ -18,9 +18,30 @@ if(BRENVO_FUZZ)  # the fuzzer steers by what it reaches in the rooms
   target_compile_options(house_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# Some hundred programs are linked, most of them tests.
+find_program(FAST_LINKER ld.lld)
+if(FAST_LINKER)
+  target_link_options(house_flags INTERFACE -fuse-ld=lld)
+endif()
+
 # Property of a test whose program draws: what Qt, the fonts and the drivers behind it keep to their
 # end is not ours to judge. All other tests fail when something is left.
 set(DRAWS ENVIRONMENT "ASAN_OPTIONS=detect_leaks=0")
+
+# compile_after_usual_headers(TARGET): what nearly every source includes is read once for all. Only
+# where tests are built: elsewhere a source that does not include what it uses is found out.
+function(compile_after_usual_headers target)
+  if(NOT BRENVO_TESTS)
+    return()
+  endif()
+  if(TARGET base AND NOT target STREQUAL "base")
+    target_precompile_headers(${target} REUSE_FROM base)
+  else()
+    target_precompile_headers(${target} PRIVATE <fmt/format.h> <algorithm> <cstdint> <filesystem>
+                              <functional> <map> <memory> <optional> <set> <span> <string>
+                              <string_view> <unordered_map> <utility> <variant> <vector>)
+  endif()
+endfunction()
 
 # add_room(NAME USES TARGET... INSIDE TARGET...): the library of the sources in folder NAME. Others see the headers in
 # NAME/include/NAME and no more: the rest is private. A room sees what it uses, so that an include of
@@ -33,6 +54,9 @@ function(add_room name)
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/${name}/include)
     target_link_libraries(${name} PUBLIC ${ROOM_USES} PRIVATE ${ROOM_INSIDE} house_flags)
+    if(NOT ROOM_USES MATCHES "Qt6")
+      compile_after_usual_headers(${name})
+    endif()
   else()  # headers only
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE ${CMAKE_SOURCE_DIR}/${name}/include)
@@ -94,6 +118,20 @@ target_compile_definitions(inside PRIVATE
 target_include_directories(inside PUBLIC ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tools)
 target_link_libraries(inside PUBLIC file dialect SQLite::SQLite3 PRIVATE house_flags)
 
+# compile_as_tests(TARGET): tests are many and short-lived, they compile fast rather than run fast.
+function(compile_as_tests target)
+  target_compile_options(${target} PRIVATE -O0)
+  # Several files at a time: most of a file's cost is what it instantiates of the test library.
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+  get_target_property(uses ${target} LINK_LIBRARIES)
+  if(TARGET base_test AND NOT target STREQUAL "base_test" AND NOT "ui" IN_LIST uses)
+    target_precompile_headers(${target} REUSE_FROM base_test)
+  else()  # what is compiled for Qt is compiled otherwise
+    target_precompile_headers(${target} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <filesystem>
+                              <fstream> <functional> <memory> <optional> <string> <vector>)
+  endif()
+endfunction()
+
 # add_room_test(NAME USES TARGET...): the program of tests/NAME/*_test.cpp.
 function(add_room_test name)
   cmake_parse_arguments(ROOM "" "" "USES" ${ARGN})
@@ -101,16 +139,7 @@ function(add_room_test name)
   add_executable(${name}_test ${sources})
   target_link_libraries(${name}_test PRIVATE ${name} ${ROOM_USES} inside GTest::gmock
                         GTest::gtest_main house_flags)
-  # Tests are many and short-lived: they compile fast rather than run fast.
-  target_compile_options(${name}_test PRIVATE -O0)
-  # Several files at a time: most of a file's cost is what it instantiates of the test library.
-  set_target_properties(${name}_test PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
-  if(TARGET base_test AND NOT name STREQUAL "base" AND NOT name STREQUAL "ui")
-    target_precompile_headers(${name}_test REUSE_FROM base_test)
-  else()
-    target_precompile_headers(${name}_test PRIVATE <gmock/gmock.h> <gtest/gtest.h> <filesystem>
-                              <fstream> <functional> <memory> <optional> <string> <vector>)
-  endif()
+  compile_as_tests(${name}_test)
   # One entry a room: a program that starts a thousand times over tests no more than one that runs
   # a thousand tests.
   add_test(NAME ${name} COMMAND ${name}_test)
