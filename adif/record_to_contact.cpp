@@ -219,19 +219,12 @@ void MapMode(const Fields& fields, StationTables& tables, core::LogContact& cont
   contact.Propagazione = kSatellite;
 }
 
-// What the call itself tells of its place on that day; by the prefix table where nobody knows it.
-PrefixFacts PlaceOnDay(const PrefixFacts& prefix, const entities::Answer& day) {
-  if (day.reason == entities::Reason::kUnknown) return prefix;
-  if (day.what == nullptr) return {};
-  return {"", day.what->country, std::string(day.continent), static_cast<double>(day.cq),
-          static_cast<double>(day.itu)};
-}
-
 void MapCountry(const Fields& fields, base::DateTime utc, StationTables& tables,
                 MappedRecord& mapped) {
   core::LogContact& contact = mapped.contact;
-  const PrefixFacts& prefix = tables.Prefix(contact.Call);
-  const PrefixFacts day = PlaceOnDay(prefix, tables.OnDay(contact.Call, utc));
+  const core::CallPlace& prefix = tables.Prefix(contact.Call);
+  const entities::Answer answer = tables.OnDay(contact.Call, utc);
+  const core::CallPlace day = core::PlaceOnDay(prefix, answer);
   contact.Prefisso = prefix.Prefisso;
   constexpr std::size_t kLongestPrefix = 5;
   if (fields.Says(kPfx)) {
@@ -252,13 +245,16 @@ void MapCountry(const Fields& fields, base::DateTime utc, StationTables& tables,
     if (named != nullptr) contact.Country = named->country;
     if (named == nullptr && !listed.empty()) contact.Country = listed;
   }
+  const bool byCall = !mapped.country && !fields.Says(kCountry);
+  if (byCall && !base::SameText(base::Trim(day.Country), base::Trim(prefix.Country)))
+    mapped.applied = core::AppliedRuleOf(contact.Call, answer);
   // A prefix of another country tells nothing of this one's zones.
-  const auto isOf = [&](const PrefixFacts& facts) {
+  const auto isOf = [&](const core::CallPlace& facts) {
     return base::SameText(base::Trim(contact.Country), base::Trim(facts.Country));
   };
-  const PrefixFacts& facts = isOf(day)      ? day
-                             : isOf(prefix) ? prefix
-                                            : tables.OfCountry(contact.Country);
+  const core::CallPlace& facts = isOf(day)      ? day
+                                 : isOf(prefix) ? prefix
+                                                : tables.OfCountry(contact.Country);
   const auto cq = WholeIn(fields[kCqz], 1, 40), itu = WholeIn(fields[kItuz], 1, 90);
   contact.ZonaCQ = cq ? *cq : facts.ZonaCQ;
   contact.ZonaITU = itu ? *itu : facts.ZonaITU;
@@ -344,6 +340,7 @@ void MapColumns(const AdifRecord& record, const QslChoice& choice, StationTables
                 MappedRecord& mapped) {
   mapped.contact = {};
   mapped.country.reset();
+  mapped.applied.reset();
   mapped.kept.clear();
   mapped.refusal = record.fault;
   if (!mapped.refusal.empty()) return;
