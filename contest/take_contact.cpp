@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "contact.h"
+#include "contest/contest_new_qso.h"
 #include "contest/contest_qso.h"
 #include "core/quoted.h"
 #include "core/writing.h"
@@ -38,8 +39,10 @@ bool ContestQso::Take(const core::ToldContact& told) {
       "Select ProgrDato FROM [Contest Qso]{} AND Call={}", where, core::Quoted(told.call)));
   const double distance = geo::QrbKm(session_.Station.MyLocator, told.locator);
   const bool isDouble = !worked->EOF_();
+  // Rows of its own: whoever changes a row in the entry has the log's standing on it.
+  const auto rows = session_.Db.OpenTable("Contest Qso");
   session_.Contacts.Add(
-      core::ContactTable::kContestQso, *Data1.Rows(), [&](engine::EditableRecordset& row) {
+      core::ContactTable::kContestQso, *rows, [&](engine::EditableRecordset& row) {
         row.Set("DataContest", day->DatePart());
         row.Set("Banda", contest_.Banda);
         row.Set("ProgrDato", told.serialSent);
@@ -59,6 +62,12 @@ bool ContestQso::Take(const core::ToldContact& told) {
         row.Set("Qsl", false);
         row.Set("InLog", false);
       });
+  const auto* const entry =
+      static_cast<const ContestNewQso*>(session_.Windows.Find("ContestNewQso"));
+  if (entry != nullptr && entry->Data1 == &Data1) {
+    Data1.Renew(QC);
+    return true;
+  }
   Data1.Refresh();
   QC.ContentChanged();
   ShowLastRow();

@@ -76,18 +76,21 @@ void ContactIntake::TakeLogged(const QsoLogged& logged, bool isJtdx) {
 }
 
 bool ContactIntake::TakeAdif(std::string_view text) {
-  std::optional<adif::AdifRecord> record = RecordIn(text);
-  if (!record) return false;
+  const std::vector<adif::AdifRecord> records = RecordsIn(text);
+  for (const adif::AdifRecord& record : records) TakeRecord(record);
+  return !records.empty();
+}
+
+void ContactIntake::TakeRecord(const adif::AdifRecord& record) {
   const auto held = std::find_if(held_.begin(), held_.end(),
-                                 [&](const auto& each) { return IsSameContact(each, *record); });
+                                 [&](const auto& each) { return IsSameContact(each, record); });
   if (held == held_.end()) {
-    Store(*record);
-    return true;
+    Store(record);
+    return;
   }
-  const adif::AdifRecord both = Merged(*record, *held);
+  const adif::AdifRecord both = Merged(record, *held);
   held_.erase(held);
   Store(both);
-  return true;
 }
 
 void ContactIntake::StoreHeld() {

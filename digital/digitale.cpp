@@ -125,7 +125,6 @@ bool Digitale::Passes(const HeardDecode& heard) const {
 
 core::MemoryRows::Row Digitale::RowOf(const HeardDecode& heard) const {
   const Decode& decode = heard.decode;
-  const std::string country = heard.title.empty() ? base::Trim(heard.country) : heard.title;
   return {TimeText(decode.time),
           std::to_string(decode.snr),
           DelayText(decode),
@@ -133,7 +132,7 @@ core::MemoryRows::Row Digitale::RowOf(const HeardDecode& heard) const {
           heard.modo.empty() ? OneLine(decode.mode) : heard.modo,
           OneLine(decode.message),
           heard.call,
-          country,
+          heard.title,
           heard.locator,
           heard.distance > 0 ? base::PlainNumber(heard.distance) : "",
           heard.need ? programs_.Needs().at(*heard.need).words : "",
