@@ -9,6 +9,7 @@
 #include "digital/logged_contact.h"
 #include "file/database_file.h"
 #include "geo/locator.h"
+#include "log/log_form.h"
 #include "tests/digital/digital_station.h"
 
 namespace brenvo::digital {
@@ -300,6 +301,18 @@ TEST_F(Intake, ACountryThatARecordTellsIsKeptAndThatOfItsDayElse) {
       "<dxcc:3>223 <eor>");
   EXPECT_THAT(programs->LastNews(), HasSubstr("completato"));
   EXPECT_THAT(Rows("Select Dxcc from EntitaQso where QsoNr=2"), ElementsAre("223"));
+}
+
+TEST_F(Intake, AnOpenLogHasTheContactAndKeepsWhatIsBeingTyped) {
+  Know<log::LogForm>("LogForm");
+  log::LogForm& log = Open<log::LogForm>("LogForm");
+  Press(log, "cmClear");
+  Event([&] { log.CallQso.SetText("IK3XYZ"); });
+  ReceiveVector("12-logged-adif");
+  EXPECT_EQ(log.QsoTotali.Text(), "1");
+  EXPECT_EQ(log.CallQso.Text(), "IK3XYZ");
+  Press(log, "cmLast");
+  EXPECT_EQ(log.CallQso.Text(), "DL1ABC");
 }
 
 }  // namespace

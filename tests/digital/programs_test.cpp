@@ -1,5 +1,7 @@
 #include "digital/programs.h"
 
+#include <sqlite3.h>
+
 #include "adif/record_to_contact.h"
 #include "adif/station_tables.h"
 #include "digital/call_places.h"
@@ -400,6 +402,27 @@ TEST_F(AtWork, OtherRulesJudgeAgainWhatIsThere) {
   const entities::Table table = TableOfCall("prova.tbl", "IK0ABC", 225);
   Event([&] { session.ByDate.Apply(table); });
   EXPECT_EQ(programs->Decodes().front().country, "IS0");
+}
+
+TEST_F(AtWork, ADecodeAsksNothingOfTheDatabase) {
+  Choose(core::choice::kDigitalNeeds, "Country banda, Provincia, Square banda modo conferma");
+  SendStatus();
+  Advance(50);
+  // From here on a statement over any of these tables fails.
+  sqlite3* file = nullptr;
+  ASSERT_EQ(sqlite3_open((directory.Path() / "Brenvo.mdb").c_str(), &file), SQLITE_OK);
+  for (const char* table :
+       {"Log", "LogAdif", "Prefissi", "Country", "UserRTX", "Modi", "EntitaQso", "EntitaCarichi"}) {
+    const std::string rename = fmt::format("ALTER TABLE \"{0}\" RENAME TO \"{0}2\"", table);
+    ASSERT_EQ(sqlite3_exec(file, rename.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << table;
+  }
+  sqlite3_close(file);
+  machine.TakeLines();
+  SendDecode("CQ K1ABC FN42");
+  EXPECT_EQ(NeedOf(0), "Country banda");
+  EXPECT_EQ(programs->Decodes().front().banda, " 20 m");
+  EXPECT_GT(programs->Decodes().front().distance, 0);
+  EXPECT_THAT(Lines(), Not(Contains(HasSubstr("error"))));
 }
 
 }  // namespace

@@ -32,6 +32,7 @@ class LogForm : public core::LogWindow {
   void Load() override;
   void Resize() override;
   std::string ShownCall() const override { return CallQso.Text(); }
+  void TakeNewContacts() override { Renew(); }
   void Unload() override;
 
   // The contact. Each field maps to the column of Log of the same name, CallQso to Call, and
