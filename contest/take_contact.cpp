@@ -18,6 +18,21 @@ constexpr std::int64_t kLongest = 2 * 24 * 60 * 60;
 
 }  // namespace
 
+// Somebody who tells of it once more may not know the serials.
+bool ContestQso::HasAtItsTime(const core::ToldContact& told, const std::string& where) {
+  constexpr std::int64_t kMinute = 60;
+  const auto rows = session_.Db.OpenSnapshot(
+      fmt::format("Select Qtr FROM [Contest Qso]{} AND Call={} AND Giorno={}", where,
+                  core::Quoted(told.call), told.time.Day()));
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    const base::DateTime qtr = rows->Field(std::size_t{0}).Date();
+    const std::int64_t apart =
+        told.time.TimePart().Seconds() / kMinute - qtr.TimePart().Seconds() / kMinute;
+    if (apart >= -1 && apart <= 1) return true;
+  }
+  return false;
+}
+
 bool ContestQso::Take(const core::ToldContact& told) {
   const auto day = base::ParseDate(contest_.DataContest);
   const bool isOfBand =
@@ -26,10 +41,9 @@ bool ContestQso::Take(const core::ToldContact& told) {
       told.time >= day->DatePart().Later(kLongest)) {
     return false;
   }
-  if (told.serialSent <= 0 || told.serialReceived <= 0 || !geo::IsValidLocator(told.locator)) {
-    return false;
-  }
   const std::string where = OfContest(contest_.DataContest, contest_.Banda);
+  if (told.serialSent <= 0 || told.serialReceived <= 0) return HasAtItsTime(told, where);
+  if (!geo::IsValidLocator(told.locator)) return false;
   const auto same = session_.Db.OpenSnapshot(
       fmt::format("Select Call FROM [Contest Qso]{} AND ProgrDato={}", where, told.serialSent));
   if (!same->EOF_()) {

@@ -89,10 +89,10 @@ void Digitale::Load() {
                        {"Modo"},
                        {"Messaggio"},
                        {"Call"},
+                       {"Bisogno"},
                        {"Country"},
                        {"Locator"},
                        {"Km", kNumber},
-                       {"Bisogno"},
                        {"Banda", kText, false},
                        {"Programma", kText, false}});
   Programmi.SetSource(&programRows_);
@@ -132,10 +132,10 @@ core::MemoryRows::Row Digitale::RowOf(const HeardDecode& heard) const {
           heard.modo.empty() ? OneLine(decode.mode) : heard.modo,
           OneLine(decode.message),
           heard.call,
+          heard.need ? programs_.Needs().at(*heard.need).words : "",
           heard.title,
           heard.locator,
           heard.distance > 0 ? base::PlainNumber(heard.distance) : "",
-          heard.need ? programs_.Needs().at(*heard.need).words : "",
           base::Trim(heard.banda),
           OneLine(heard.header.id)};
 }

@@ -458,8 +458,9 @@ bool Programs::GoesToContest(const adif::AdifRecord& record) {
                          contact.Banda,       contact.Modo,  contact.QrkDato,
                          contact.QrkRicevuto, serial("STX"), serial("SRX")};
   if (!ToContest(told)) return false;
-  news_ =
-      fmt::format("{} è nel log del contest, con il progressivo {}", told.call, told.serialSent);
+  news_ = told.serialSent == 0 ? told.call + " è già nel log del contest"
+                               : fmt::format("{} è nel log del contest, con il progressivo {}",
+                                             told.call, told.serialSent);
   Changed();
   return true;
 }

@@ -20,7 +20,8 @@ Piece Matrix(const char* filter) {
   return Framed("SSPanel1",
                 Column({Line({Item("CallQso"), Item("Locator"), Item(filter), Item("cmSearch"),
                               Item("Mappa"), Space()}),
-                        Item("Coordinate"), Drawn(Item("Avviso"), Look::kNarrow), Item("Grid1")}));
+                        Line({Item("Coordinate"), Wide(Drawn(Item("Avviso"), Look::kNarrow))}),
+                        Item("Grid1")}));
 }
 
 Piece HrdView() { return Matrix("Modo"); }

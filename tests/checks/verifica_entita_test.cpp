@@ -351,5 +351,17 @@ TEST_F(VerificaEntitaTest, RulesThatChangeElsewhereAreToldAndTheTablesNamed) {
   EXPECT_EQ(window.Avviso.Text(), "Le regole sono cambiate: F5 verifica di nuovo il log");
 }
 
+TEST_F(VerificaEntitaTest, AFileOf200MegabytesIsRefusedInWordsAndNothingChanges) {
+  Add("GB6WW", may, england);
+  VerificaEntita& window = OpenChecked();
+  const auto file = File("grande.tbl", "=IK0ABC|x|EU|-1|0N|0E|28|15||R|=225\n");
+  std::filesystem::resize_file(file, 200 * 1024 * 1024);
+  Load(window, file);
+  EXPECT_THAT(Lines(), testing::Contains(HasSubstr("grande.tbl: è più grande di 64 MB")));
+  EXPECT_THAT(Shown(window), testing::SizeIs(1));
+  EXPECT_FALSE(window.cmUsa.Enabled());
+  EXPECT_THAT(core::EntityLoads(session.Db), IsEmpty());
+}
+
 }  // namespace
 }  // namespace brenvo::checks

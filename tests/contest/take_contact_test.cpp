@@ -126,6 +126,18 @@ TEST_F(Taken, ASerialThatTheOperatorHasTypedStaysHis) {
   });
 }
 
+TEST_F(Taken, ToldOnceMoreWithoutItsSerialsItIsTheSame) {
+  OpenLog();
+  EXPECT_TRUE(Take());
+  told.serialSent = told.serialReceived = 0;
+  EXPECT_TRUE(Take());
+  told.time = told.time.Later(60);
+  EXPECT_TRUE(Take());
+  told.time = told.time.Later(120);
+  EXPECT_FALSE(Take());
+  EXPECT_EQ(Stored().size(), 1u);
+}
+
 TEST_F(Taken, WithoutAnOpenLogItIsNotTaken) { EXPECT_FALSE(Take()); }
 
 }  // namespace
