@@ -106,11 +106,12 @@ class ContactWriter {
       : options_(options),
         tables_(tables),
         report_(report),
+        database_(session.Db),
         kept_(session.Db),
         cards_(session.Db),
         repeated_(session),
         origins_(session),
-        told_(session.Db.OpenAppender("EntitaQso")),
+        beside_(session.Db.OpenAppender("EntitaQso")),
         contacts_(session.Contacts),
         new_(contacts_.OpenAppender()) {}
 
@@ -144,7 +145,7 @@ class ContactWriter {
     const std::int64_t qsoNr = new_.Append(mapped.contact, {uuid, station});
     kept_.Add(qsoNr, mapped.kept);
     for (const core::CardSide side : kCardSides) cards_.Add(qsoNr, side, cards.Of(side));
-    if (mapped.country) told_->Append({qsoNr, *mapped.country, false});
+    KeepEntity(*beside_, qsoNr, mapped);
     repeated_.Stored(mapped.contact);
     ++counts.fresh;
     if (counts.bands.size() < kMostBands) counts.bands.insert(mapped.contact.Banda);
@@ -171,7 +172,16 @@ class ContactWriter {
     for (const AdifField& field : missing) contacts_.Past().KeepField(qsoNr, field.name);
     kept_.Add(qsoNr, missing);
     const bool gotCards = FillCards(qsoNr, cards);
-    return !missing.empty() || !empty.empty() || gotCards;
+    const bool gotCountry = FillCountry(qsoNr, mapped.country);
+    return !missing.empty() || !empty.empty() || gotCards || gotCountry;
+  }
+
+  // The first file that has told it counts.
+  bool FillCountry(std::int64_t qsoNr, const std::optional<int>& told) {
+    if (!told || core::EntityKeptOf(database_, qsoNr).told) return false;
+    contacts_.Past().KeepTold(qsoNr);
+    core::KeepToldEntity(database_, qsoNr, told);
+    return true;
   }
 
   // Of a side where the contact has none yet.
@@ -190,11 +200,12 @@ class ContactWriter {
   ImportOptions options_;
   StationTables& tables_;
   std::ostream& report_;
+  engine::Database& database_;
   KeptFields kept_;
   core::CardTable cards_;
   RepeatedInLog repeated_;
   RecordOrigins origins_;
-  std::unique_ptr<engine::RowAppender> told_;  // countries that the file has told
+  std::unique_ptr<engine::RowAppender> beside_;  // by whom new contacts have their countries
   core::ContactDoor& contacts_;
   core::ContactDoor::Appender new_;
 };

@@ -12,6 +12,16 @@ void KeepTime(MappedRecord& mapped, base::DateTime told) {
       {"TIME_ON", fmt::format("{:02}{:02}{:02}", told.Hour(), told.Minute(), told.Second())});
 }
 
+void KeepEntity(engine::RowAppender& rows, std::int64_t qsoNr, const MappedRecord& mapped) {
+  if (!mapped.country && !mapped.applied) return;
+  const auto told = mapped.country ? engine::Value(*mapped.country) : engine::Value();
+  const auto text = [&](const std::string core::AppliedRule::*part) {
+    return mapped.applied ? engine::Value((*mapped.applied).*part) : engine::Value();
+  };
+  rows.Append({qsoNr, told, false, text(&core::AppliedRule::country), text(&core::AppliedRule::why),
+               text(&core::AppliedRule::rule), text(&core::AppliedRule::file)});
+}
+
 std::vector<const core::LogColumn*> ColumnsToFill(const core::LogContact& present,
                                                   const core::LogContact& contact) {
   std::vector<const core::LogColumn*> empty;

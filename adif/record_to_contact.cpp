@@ -226,38 +226,39 @@ class PlaceOfCall {
   PlaceOfCall(std::string_view call, base::DateTime utc, StationTables& tables)
       : call_(call), utc_(utc), tables_(tables) {}
 
-  const PrefixFacts& ByPrefix() {
+  const core::CallPlace& ByPrefix() {
     if (prefix_ == nullptr) prefix_ = &tables_.Prefix(call_);
     return *prefix_;
   }
   // By who the call was on that day, by the prefix table where nobody knows it.
-  const PrefixFacts& OnDay() {
-    if (!onDay_) onDay_ = Find();
+  const core::CallPlace& OnDay() {
+    if (!onDay_) {
+      answer_ = tables_.OnDay(call_, utc_);
+      onDay_ = core::PlaceOnDay(ByPrefix(), answer_);
+    }
     return *onDay_;
   }
+  // The rule of the day, where it gives another country than the prefix table.
+  std::optional<core::AppliedRule> Applied() {
+    if (base::SameText(base::Trim(OnDay().Country), base::Trim(ByPrefix().Country))) return {};
+    return core::AppliedRuleOf(call_, answer_);
+  }
   // What holds for the country: a prefix of another one tells nothing of this one's zones.
-  const PrefixFacts& For(std::string_view country) {
+  const core::CallPlace& For(std::string_view country) {
     const std::string wanted = base::Trim(country);
-    for (const PrefixFacts* facts : {&OnDay(), &ByPrefix()}) {
+    for (const core::CallPlace* facts : {&OnDay(), &ByPrefix()}) {
       if (base::SameText(wanted, base::Trim(facts->Country))) return *facts;
     }
     return tables_.OfCountry(country);
   }
 
  private:
-  PrefixFacts Find() {
-    const entities::Answer day = tables_.OnDay(call_, utc_);
-    if (day.reason == entities::Reason::kUnknown) return ByPrefix();
-    if (day.what == nullptr) return {};
-    return {"", day.what->country, std::string(day.continent), static_cast<double>(day.cq),
-            static_cast<double>(day.itu)};
-  }
-
   std::string_view call_;
   base::DateTime utc_;
   StationTables& tables_;
-  const PrefixFacts* prefix_ = nullptr;
-  std::optional<PrefixFacts> onDay_;
+  const core::CallPlace* prefix_ = nullptr;
+  entities::Answer answer_;
+  std::optional<core::CallPlace> onDay_;
 };
 
 std::string ToldPrefix(const Fields& fields) {
@@ -295,13 +296,14 @@ void MapCountry(const Fields& fields, base::DateTime utc, StationTables& tables,
   if (contact.Prefisso.empty()) contact.Prefisso = place.ByPrefix().Prefisso;
   const auto country = ToldCountry(fields, tables, mapped.country);
   contact.Country = country ? *country : place.OnDay().Country;
+  if (!mapped.country && !fields.Says(kCountry)) mapped.applied = place.Applied();
   const auto cq = WholeIn(fields[kCqz], 1, 40), itu = WholeIn(fields[kItuz], 1, 90);
   const bool continent = IsAdifContinent(fields[kCont]);
   if (continent) contact.Continente = base::UpperAscii(fields[kCont]);
   if (cq) contact.ZonaCQ = *cq;
   if (itu) contact.ZonaITU = *itu;
   if (!cq || !itu || !continent) {
-    const PrefixFacts& facts = place.For(contact.Country);
+    const core::CallPlace& facts = place.For(contact.Country);
     if (!cq) contact.ZonaCQ = facts.ZonaCQ;
     if (!itu) contact.ZonaITU = facts.ZonaITU;
     if (!continent) contact.Continente = facts.Continente;
@@ -416,6 +418,7 @@ void MapFields(const std::vector<AdifField>& all, const std::vector<AdifRepair>&
 void Begin(MappedRecord& mapped) {
   mapped.contact = {};
   mapped.country.reset();
+  mapped.applied.reset();
   mapped.kept.clear();
   mapped.refusal.clear();
 }

@@ -140,11 +140,11 @@ std::string StationTables::PropagazioneOf(std::string_view adif) const {
   return listed.empty() ? std::string(meant) : listed;
 }
 
-const PrefixFacts& StationTables::Prefix(std::string_view call) {
+const core::CallPlace& StationTables::Prefix(std::string_view call) {
   std::string candidate = core::PrefixCandidate(call);
   if (const auto known = prefixes_.find(candidate); known != prefixes_.end()) return known->second;
   if (prefixes_.size() >= kMostPrefixes) prefixes_.clear();
-  PrefixFacts facts;
+  core::CallPlace facts;
   const core::ResolvedPrefix resolved = core::ResolvePrefix(session_, call);
   if (!resolved.Prefisso.empty()) {
     facts = {resolved.Prefisso, resolved.Country, resolved.Continente.Text(),
@@ -153,17 +153,17 @@ const PrefixFacts& StationTables::Prefix(std::string_view call) {
   return prefixes_.emplace(std::move(candidate), std::move(facts)).first->second;
 }
 
-const PrefixFacts& StationTables::OfCountry(std::string_view country) {
+const core::CallPlace& StationTables::OfCountry(std::string_view country) {
   if (ofCountries_.empty()) {
     const auto rows =
         session_.Db.OpenSnapshot("Select Country,[Zona CQ],[Zona ITU],Continente from Prefissi");
     for (; !rows->EOF_(); rows->MoveNext()) {
       const double cq = rows->Field(1).Number(), itu = rows->Field(2).Number();
       const std::string continent = base::Trim(rows->Field(3).Text());
-      const auto [at, isNew] = ofCountries_.try_emplace(base::Trim(rows->Field(0).Text()),
-                                                        PrefixFacts{"", "", continent, cq, itu});
+      const auto [at, isNew] = ofCountries_.try_emplace(
+          base::Trim(rows->Field(0).Text()), core::CallPlace{"", "", continent, cq, itu});
       if (isNew) continue;
-      PrefixFacts& facts = at->second;
+      core::CallPlace& facts = at->second;
       if (facts.ZonaCQ != cq) facts.ZonaCQ = 0;
       if (facts.ZonaITU != itu) facts.ZonaITU = 0;
       if (facts.Continente != continent) facts.Continente.clear();

@@ -6,6 +6,7 @@
 #include "adif/repeated_contacts.h"
 #include "contact_to_fields.h"
 #include "core/contact_door.h"
+#include "core/transaction.h"
 #include "kept_fields.h"
 #include "missing_bands.h"
 #include "record_origin.h"
@@ -15,9 +16,18 @@ namespace brenvo::adif {
 namespace {
 
 // True when there was something to fill.
-bool Complete(core::Session& session, engine::Table& row, const core::LogContact& contact) {
+bool Complete(core::Session& session, engine::Table& row, const MappedRecord& mapped) {
+  bool completed = false;
+  const std::int64_t qsoNr = row.Field("QsoNr").Integer();
+  if (mapped.country && !core::EntityKeptOf(session.Db, qsoNr).told) {
+    core::Transaction transaction(session.Db);
+    core::KeepToldEntity(session.Db, qsoNr, mapped.country);
+    transaction.Commit();
+    completed = true;
+  }
+  const core::LogContact& contact = mapped.contact;
   const auto empty = ColumnsToFill(core::ReadContact(row), contact);
-  if (empty.empty()) return false;
+  if (empty.empty()) return completed;
   session.Contacts.Change(core::ContactTable::kLog, row, [&](engine::EditableRecordset& filled) {
     for (const core::LogColumn* column : empty) core::WriteColumn(filled, contact, *column);
   });
@@ -43,7 +53,7 @@ StoredRecord StoreRecord(core::Session& session, const AdifRecord& record, std::
   if (placement.kind == Placement::Kind::kRepeated) {
     stored.kind = StoredRecord::Kind::kRepeated;
     stored.qsoNr = repeated.Row().Field("QsoNr").Integer();
-    stored.completed = Complete(session, repeated.Row(), mapped.contact);
+    stored.completed = Complete(session, repeated.Row(), mapped);
     return stored;
   }
   const base::DateTime told = mapped.contact.DataQso;
@@ -64,6 +74,7 @@ StoredRecord StoreRecord(core::Session& session, const AdifRecord& record, std::
       [&](std::int64_t key) {
         stored.qsoNr = key;
         KeptFields(session.Db).Add(key, mapped.kept);
+        KeepEntity(*session.Db.OpenAppender("EntitaQso"), key, mapped);
       },
       {own.empty() ? name : std::string_view(own), station});
   stored.kind = StoredRecord::Kind::kNew;
@@ -85,7 +96,7 @@ StoredRecord CompleteFromRecord(core::Session& session, const AdifRecord& record
   row->SetBookmark({qsoNr});
   stored.kind = StoredRecord::Kind::kRepeated;
   stored.qsoNr = qsoNr;
-  stored.completed = Complete(session, *row, mapped.contact);
+  stored.completed = Complete(session, *row, mapped);
   return stored;
 }
 

@@ -10,6 +10,7 @@
 #include "core/country_map.h"
 #include "core/entry.h"
 #include "core/lists.h"
+#include "core/place_on_day.h"
 #include "core/places.h"
 #include "core/prefix.h"
 #include "core/texts.h"
@@ -183,6 +184,8 @@ void WorkedMatrix::ResolveCall(std::string_view call) {
   countryLabel_.clear();
   countryLocator_.clear();
   const core::ResolvedPrefix resolved = core::ResolvePrefix(session_, call);
+  Avviso.SetText(
+      core::OtherOnDay(session_, call, session_.Machine.GetClock().UtcNow(), resolved.Country));
   if (resolved.Prefisso.empty()) return;
   const auto zone = [](const engine::Value& value) {
     return value.IsNull() ? std::string() : base::Str(value.Number());

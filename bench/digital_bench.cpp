@@ -20,7 +20,11 @@ constexpr std::int64_t kScreen = 40;  // rows
 const platform::UdpAddress kFrom{"127.0.0.1", 50001};
 
 std::string Bytes(const digital::Message& message) {
-  return digital::WriteDatagram({{3, "WSJT-X"}, message});
+  digital::Datagram datagram;
+  datagram.header.schema = 3;
+  datagram.header.id = "WSJT-X";
+  datagram.message = message;
+  return digital::WriteDatagram(datagram);
 }
 
 struct Station {

@@ -22,6 +22,12 @@ constexpr std::size_t kKeysAStatement = 1000;
 // Logs know no continent of its own for it.
 constexpr std::string_view kAntarctica = "AN";
 
+// What counts before a rule.
+struct Beside {
+  std::optional<int> told;
+  bool chosen = false;
+};
+
 // What is kept beside the contacts, by their numbers.
 class KeptBeside {
  public:
@@ -37,16 +43,21 @@ class KeptBeside {
                                        return true;
                                      });
   }
-  core::EntityOfContact Of(std::int64_t qsoNr) const {
-    const auto at = std::ranges::lower_bound(all_, qsoNr, {}, &Kept::qsoNr);
-    return at == all_.end() || at->qsoNr != qsoNr ? core::EntityOfContact() : at->of;
+  bool Has(std::int64_t qsoNr) const { return Find(qsoNr) != nullptr; }
+  Beside Of(std::int64_t qsoNr) const {
+    const Kept* const kept = Find(qsoNr);
+    return kept == nullptr ? Beside() : kept->of;
   }
 
  private:
   struct Kept {
     std::int64_t qsoNr;
-    core::EntityOfContact of;
+    Beside of;
   };
+  const Kept* Find(std::int64_t qsoNr) const {
+    const auto at = std::ranges::lower_bound(all_, qsoNr, {}, &Kept::qsoNr);
+    return at == all_.end() || at->qsoNr != qsoNr ? nullptr : &*at;
+  }
   std::vector<Kept> all_;
 };
 
@@ -63,7 +74,7 @@ class EntityCheck {
   base::DateTime UtcOf(base::DateTime inLog) const { return times_.ToUtc(inLog); }
 
   // Fills in what the rule says; false where it says nothing, or the same as the contact.
-  bool Differs(EntityFinding& finding, const core::EntityOfContact& kept) const {
+  bool Differs(EntityFinding& finding, const Beside& kept) const {
     finding.chosen = kept.chosen;
     const entities::Answer answer = rules_.Resolve(finding.Call, UtcOf(finding.DataQso));
     if (kept.told) {
@@ -152,6 +163,22 @@ std::optional<CheckedEntities> GoThrough(core::Session& session, const See& see)
   return checked;
 }
 
+// By which rules these contacts have got their countries.
+void KeepRules(core::Session& session, const std::vector<const EntityFinding*>& findings) {
+  const KeptBeside kept(session);
+  const auto rows = session.Db.OpenAppender("EntitaQso");
+  for (const EntityFinding* each : findings) {
+    if (each->chosen || !each->OtherCountry()) continue;
+    if (kept.Has(each->qsoNr)) {
+      core::KeepAppliedRule(session.Db, each->qsoNr,
+                            {each->after.country, each->why, each->rule, each->file});
+    } else {
+      rows->Append({each->qsoNr, engine::Value(), false, each->after.country, each->why, each->rule,
+                    each->file});
+    }
+  }
+}
+
 std::string NumberOrNull(int number) { return number == 0 ? "Null" : std::to_string(number); }
 
 }  // namespace
@@ -183,7 +210,8 @@ std::optional<EntityFinding> CheckEntity(core::Session& session,
                     static_cast<int>(contact.ZonaITU),
                     base::UpperAscii(base::Trim(contact.Continente))};
   const EntityCheck check(session, session.ByDate.Rules());
-  if (!check.Differs(finding, core::EntityKeptOf(session.Db, stored.key))) return std::nullopt;
+  const core::EntityOfContact kept = core::EntityKeptOf(session.Db, stored.key);
+  if (!check.Differs(finding, {kept.told, kept.chosen})) return std::nullopt;
   return finding;
 }
 
@@ -193,7 +221,7 @@ std::optional<CheckedEntities> CompareRules(core::Session& session,
   const EntityCheck times(session, rules);
   const KeptBeside kept(session);
   return GoThrough(session, [&](EntityFinding& finding) {
-    const core::EntityOfContact beside = kept.Of(finding.qsoNr);
+    const Beside beside = kept.Of(finding.qsoNr);
     if (beside.chosen || beside.told) return false;
     const base::DateTime utc = times.UtcOf(finding.DataQso);
     const entities::Answer after = other.Resolve(finding.Call, utc);
@@ -240,6 +268,7 @@ std::optional<std::int64_t> TakeOver(core::Session& session, std::string_view ti
         session.Db.Execute(set + where);
       }
     }
+    KeepRules(session, findings);
     transaction.Commit();
   };
   if (count == 0) return count;

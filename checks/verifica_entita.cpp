@@ -13,6 +13,7 @@ namespace brenvo::checks {
 namespace {
 
 constexpr std::string_view kOutOfDate = "Il log è cambiato: F5 lo verifica di nuovo";
+constexpr std::string_view kOtherRules = "Le regole sono cambiate: F5 verifica di nuovo il log";
 constexpr std::string_view kFiles = "*.dat *.csv *.xml *.tab *.tbl *.txt *.DAT *.CSV *.XML";
 constexpr std::string_view kPickTitle = "Carica tabella";
 
@@ -46,6 +47,10 @@ VerificaEntita::VerificaEntita(core::Session& session)
   CheCosa.SetListIndex(kAll);
   CheCosa.OnChange = [this] { FillTable(); };
   AncheScelti.OnChange = [this] { FillTable(); };
+  rules_ = session.ByDate.Changed.Subscribe([this] {
+    ShowTables();
+    if (checked_) Say(kOtherRules);
+  });
   closing_ = session.Closing.Subscribe([this] { OutOfDate(); });
 }
 
@@ -225,7 +230,6 @@ void VerificaEntita::UseTable() {
   session_.ByDate.Apply(*staged_);
   staged_.reset();
   Show({});
-  ShowTables();
   Say(fmt::format("{} è in uso: F5 verifica il log", file));
 }
 
@@ -244,7 +248,6 @@ void VerificaEntita::TakeTableBack() {
   }
   checked_ = false;
   Show({});
-  ShowTables();
   Say(fmt::format("{} non è più in uso: F5 verifica il log", load->file));
 }
 

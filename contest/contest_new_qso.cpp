@@ -2,10 +2,15 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "base/number.h"
 #include "base/text.h"
 #include "contact.h"
 #include "core/entry.h"
+#include "core/log_time.h"
+#include "core/place_on_day.h"
+#include "core/prefix.h"
 #include "core/texts.h"
 #include "core/window_place.h"
 #include "core/writing.h"
@@ -78,11 +83,20 @@ void ContestNewQso::EnterOnLastField() {
   Host().MoveFocus(CallQso);
 }
 
-void ContestNewQso::Load() { core::RestoreWindow(session_, *this, "ContestNewQso"); }
+void ContestNewQso::Load() {
+  core::RestoreWindow(session_, *this, "ContestNewQso");
+  changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
+    if (change.table != core::ContactTable::kContestQso || storing_) return;
+    others_ = true;
+    GiveWayToOther();
+  });
+}
 
 void ContestNewQso::Activate() { Prepare(); }
 
 void ContestNewQso::Unload() {
+  changes_ = {};
+  others_ = false;
   core::SaveWindow(session_, *this, "ContestNewQso");
   UltimoProgr = 0;
 }
@@ -118,6 +132,23 @@ void ContestNewQso::PrepareNew() {
   for (forms::TextField* field : {&CallQso, &Locator, &Qrb, &ProgrR, &Note}) field->SetText("");
   InLog.SetOn(false);
   Qsl.SetOn(false);
+  if (others_) GiveWayToOther();
+}
+
+// A serial that the operator has typed himself is his.
+void ContestNewQso::GiveWayToOther() {
+  const std::string shown = std::to_string(UltimoProgr);
+  if (Operation.Text() != "I" || UltimoProgr == 0 || ProgrD.Text() != shown) return;
+  const std::string where = OfContest(contest_.DataContest, contest_.Banda);
+  const auto taken = session_.Db.OpenSnapshot(
+      fmt::format("SELECT Call FROM [Contest Qso]{} and ProgrDato={}", where, shown));
+  if (taken->EOF_()) return;
+  const std::string call = base::Trim(taken->Field(0).Text());
+  const auto last = session_.Db.OpenSnapshot("SELECT max(ProgrDato) FROM [Contest Qso]" + where);
+  UltimoProgr = std::max(UltimoProgr, last->Field(0).Integer()) + 1;
+  ProgrD.SetText(std::to_string(UltimoProgr));
+  Avviso.SetText(fmt::format("Il progressivo {} è andato a {}: questo Qso ha il {}", shown, call,
+                             UltimoProgr));
 }
 
 void ContestNewQso::ShowRow() {
@@ -143,7 +174,24 @@ std::optional<std::string> ContestNewQso::DuplicateSerial() {
   return base::Trim(rows->Field(0).Text());
 }
 
+std::string ContestNewQso::OtherOnItsDay() {
+  const std::string call = base::Trim(CallQso.Text());
+  const auto contestDay = base::ParseDate(contest_.DataContest);
+  if (call.empty() || !contestDay) return {};
+  base::DateTime when = contestDay->DatePart();
+  // The night from one day to the next belongs to one contest.
+  constexpr std::int64_t kDay = 24 * 60 * 60;
+  if (base::Val(Giorno.Text()) == when.Later(kDay).Day()) when = when.Later(kDay);
+  if (const auto time = base::ParseTime(Qtr.Text())) when = when + time->TimePart();
+  return core::OtherOnDay(session_, call, core::LogTimes(session_).ToUtc(when),
+                          core::ResolvePrefix(session_, call).Country);
+}
+
 void ContestNewQso::OnCallLeave() {
+  // What was told of another call goes; what was stored last stays to be read.
+  const std::string other = OtherOnItsDay();
+  if (!other.empty() || otherOnDay_) Avviso.SetText(other);
+  otherOnDay_ = !other.empty();
   const auto serial = DuplicateSerial();
   if (!serial) return;
   if (!session_.Messages().AskYesNo("Qso doppio (" + *serial + ")", "Confermi call ?")) {
@@ -186,11 +234,19 @@ void ContestNewQso::InsertQso() {
   if (const std::string exchange = base::Trim(Exc.Text()); !exchange.empty()) {
     note = MarkExchange(note, exchange);
   }
+  struct Storing {
+    explicit Storing(bool& state) : flag(state) { flag = true; }
+    ~Storing() { flag = false; }
+    bool& flag;
+  };
+  std::optional<Storing> storing(storing_);
   StoreRow(punti, note);
+  storing.reset();
   Data1->Refresh();
   Avviso.SetText(fmt::format("Qso {}: {}", Operation.Text() == "I" ? "inserito" : "aggiornato",
                              core::Joined({ProgrD.Text(), CallQso.Text(), Locator.Text(),
                                            Qrb.Text() + " km", punti == 0 ? "doppio" : ""})));
+  otherOnDay_ = false;
   if (OnStored) OnStored();
 }
 

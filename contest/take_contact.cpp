@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "contact.h"
+#include "contest/contest_new_qso.h"
 #include "contest/contest_qso.h"
 #include "core/quoted.h"
 #include "core/writing.h"
@@ -17,6 +18,21 @@ constexpr std::int64_t kLongest = 2 * 24 * 60 * 60;
 
 }  // namespace
 
+// Somebody who tells of it once more may not know the serials.
+bool ContestQso::HasAtItsTime(const core::ToldContact& told, const std::string& where) {
+  constexpr std::int64_t kMinute = 60;
+  const auto rows = session_.Db.OpenSnapshot(
+      fmt::format("Select Qtr FROM [Contest Qso]{} AND Call={} AND Giorno={}", where,
+                  core::Quoted(told.call), told.time.Day()));
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    const base::DateTime qtr = rows->Field(std::size_t{0}).Date();
+    const std::int64_t apart =
+        told.time.TimePart().Seconds() / kMinute - qtr.TimePart().Seconds() / kMinute;
+    if (apart >= -1 && apart <= 1) return true;
+  }
+  return false;
+}
+
 bool ContestQso::Take(const core::ToldContact& told) {
   const auto day = base::ParseDate(contest_.DataContest);
   const bool isOfBand =
@@ -25,10 +41,9 @@ bool ContestQso::Take(const core::ToldContact& told) {
       told.time >= day->DatePart().Later(kLongest)) {
     return false;
   }
-  if (told.serialSent <= 0 || told.serialReceived <= 0 || !geo::IsValidLocator(told.locator)) {
-    return false;
-  }
   const std::string where = OfContest(contest_.DataContest, contest_.Banda);
+  if (told.serialSent <= 0 || told.serialReceived <= 0) return HasAtItsTime(told, where);
+  if (!geo::IsValidLocator(told.locator)) return false;
   const auto same = session_.Db.OpenSnapshot(
       fmt::format("Select Call FROM [Contest Qso]{} AND ProgrDato={}", where, told.serialSent));
   if (!same->EOF_()) {
@@ -38,8 +53,10 @@ bool ContestQso::Take(const core::ToldContact& told) {
       "Select ProgrDato FROM [Contest Qso]{} AND Call={}", where, core::Quoted(told.call)));
   const double distance = geo::QrbKm(session_.Station.MyLocator, told.locator);
   const bool isDouble = !worked->EOF_();
+  // Rows of its own: whoever changes a row in the entry has the log's standing on it.
+  const auto rows = session_.Db.OpenTable("Contest Qso");
   session_.Contacts.Add(
-      core::ContactTable::kContestQso, *Data1.Rows(), [&](engine::EditableRecordset& row) {
+      core::ContactTable::kContestQso, *rows, [&](engine::EditableRecordset& row) {
         row.Set("DataContest", day->DatePart());
         row.Set("Banda", contest_.Banda);
         row.Set("ProgrDato", told.serialSent);
@@ -59,6 +76,12 @@ bool ContestQso::Take(const core::ToldContact& told) {
         row.Set("Qsl", false);
         row.Set("InLog", false);
       });
+  const auto* const entry =
+      static_cast<const ContestNewQso*>(session_.Windows.Find("ContestNewQso"));
+  if (entry != nullptr && entry->Data1 == &Data1) {
+    Data1.Renew(QC);
+    return true;
+  }
   Data1.Refresh();
   QC.ContentChanged();
   ShowLastRow();

@@ -48,6 +48,19 @@ void SetInUse(engine::Database& database, std::int64_t load, bool inUse) {
                                inUse ? "True" : "False", load));
 }
 
+bool HasRow(engine::Database& database, std::int64_t qsoNr) {
+  return !database.OpenSnapshot(fmt::format("select QsoNr from EntitaQso where QsoNr={}", qsoNr))
+              ->EOF_();
+}
+
+// `set` is what stands behind SET of an update.
+void WriteBeside(engine::Database& database, std::int64_t qsoNr, std::string_view set) {
+  if (!HasRow(database, qsoNr)) {
+    database.Execute(fmt::format("insert into EntitaQso (QsoNr) values ({})", qsoNr));
+  }
+  database.Execute(fmt::format("update EntitaQso set {} where QsoNr={}", set, qsoNr));
+}
+
 std::string Titled(const entities::Table& table) {
   return table.version.empty() ? table.file : fmt::format("{} ({})", table.file, table.version);
 }
@@ -188,21 +201,65 @@ void DropEntityLoads(engine::Database& database) {
   database.Execute(fmt::format("update {} set Sostituisce=0", kLoads));
 }
 
+AppliedRule AppliedRuleOf(std::string_view call, const entities::Answer& answer) {
+  return {answer.what == nullptr ? std::string() : answer.what->country,
+          entities::Explanation(call, answer), std::string(answer.rule), std::string(answer.file)};
+}
+
 EntityOfContact EntityKeptOf(engine::Database& database, std::int64_t qsoNr) {
-  const auto rows =
-      database.OpenSnapshot(fmt::format("select Dxcc,Scelta from EntitaQso where QsoNr={}", qsoNr));
+  const auto rows = database.OpenSnapshot(fmt::format(
+      "select Dxcc,Scelta,Country,Motivo,Regola,Tabella from EntitaQso where QsoNr={}", qsoNr));
   if (rows->EOF_()) return {};
   EntityOfContact kept;
   if (!rows->Field(0).IsNull()) kept.told = static_cast<int>(rows->Field(0).Integer());
   kept.chosen = rows->Field(1).Bool();
+  if (!rows->Field(3).IsNull()) {
+    kept.applied = {rows->Field(2).Text(), rows->Field(3).Text(), rows->Field(4).Text(),
+                    rows->Field(5).Text()};
+  }
   return kept;
 }
 
 void KeepChosenEntity(engine::Database& database, std::int64_t qsoNr, bool chosen) {
-  const std::string set = fmt::format("update EntitaQso set Scelta={} where QsoNr={}",
-                                      chosen ? "True" : "False", qsoNr);
-  if (database.Execute(set) > 0 || !chosen) return;
-  database.Execute(fmt::format("insert into EntitaQso (QsoNr,Scelta) values ({},True)", qsoNr));
+  if (!chosen && !HasRow(database, qsoNr)) return;
+  WriteBeside(database, qsoNr, fmt::format("Scelta={}", chosen ? "True" : "False"));
+}
+
+void KeepToldEntity(engine::Database& database, std::int64_t qsoNr, std::optional<int> number) {
+  if (!number && !HasRow(database, qsoNr)) return;
+  WriteBeside(database, qsoNr,
+              fmt::format("Dxcc={}", number ? std::to_string(*number) : std::string("Null")));
+}
+
+void KeepAppliedRule(engine::Database& database, std::int64_t qsoNr, const AppliedRule& applied) {
+  WriteBeside(database, qsoNr,
+              fmt::format("Country={},Motivo={},Regola={},Tabella={}", Quoted(applied.country),
+                          Quoted(applied.why), Quoted(applied.rule), Quoted(applied.file)));
+}
+
+std::string WhyCountry(Session& session, std::int64_t qsoNr, std::string_view call,
+                       base::DateTime utc, std::string_view country) {
+  const std::string code = base::Trim(country);
+  const auto told = [](const AppliedRule& by) {
+    if (by.rule.empty()) return by.why;
+    return fmt::format("{} (regola {} di {})", by.why, by.rule, by.file);
+  };
+  if (qsoNr != 0) {
+    const EntityOfContact kept = EntityKeptOf(session.Db, qsoNr);
+    if (kept.chosen) return "Country tenuto com'è dall'operatore";
+    if (kept.told) {
+      const entities::Entity* const entity = session.ByDate.Rules().Find(*kept.told);
+      if (base::SameText(code, entity == nullptr ? std::string_view() : entity->country)) {
+        return fmt::format("Country detto da un file di log: {}",
+                           entity == nullptr ? "nessuno" : entity->name);
+      }
+    }
+    if (kept.applied && base::SameText(kept.applied->country, code)) return told(*kept.applied);
+  }
+  const entities::Answer answer = session.ByDate.Of(call, utc);
+  if (answer.reason == entities::Reason::kUnknown) return {};
+  const AppliedRule day = AppliedRuleOf(call, answer);
+  return (base::SameText(day.country, code) ? "" : "La regola del giorno dice altro: ") + told(day);
 }
 
 }  // namespace brenvo::core

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "core/countries_by_date.h"
 #include "core/own_values.h"
 #include "core/quoted.h"
 
@@ -123,6 +124,13 @@ void History::KeepCards(std::int64_t qsoNr, CardSide side) {
   const std::string present = TextOfCards(CardsOf(database_, qsoNr, side));
   KeepCampo(qsoNr, side == CardSide::kSent ? kSentField : kReceivedField,
             present.empty() ? engine::Value() : engine::Value(present));
+}
+
+void History::KeepTold(std::int64_t qsoNr) {
+  if (HasBrought(qsoNr)) return;
+  Keep(qsoNr);
+  const std::optional<int> present = EntityKeptOf(database_, qsoNr).told;
+  KeepCampo(qsoNr, kToldField, present ? engine::Value(std::to_string(*present)) : engine::Value());
 }
 
 std::optional<CardSide> History::SideOf(std::string_view field) {

@@ -66,6 +66,12 @@ std::string choice::FaultOfForwards(Session&, std::string_view targets) {
   return fault.empty() ? "" : fmt::format("{} non è un indirizzo e una porta", fault);
 }
 
+std::string choice::FaultOfNeeds(Session& session, std::string_view needs) {
+  const auto& fault = session.Choices.FaultOfNeeds;
+  // Nothing is the standard.
+  return needs.empty() || !fault ? std::string() : fault(needs);
+}
+
 std::span<const Choice* const> AllChoices() { return kAll; }
 
 std::string Preferences::Stored(const Choice& choice) const {

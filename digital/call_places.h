@@ -1,12 +1,12 @@
 // Where a call is from, in memory: for whoever asks many times a second.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
 #include "base/date.h"
+#include "core/place_on_day.h"
 
 namespace brenvo::core {
 class Session;
@@ -14,21 +14,23 @@ class Session;
 
 namespace brenvo::digital {
 
-struct CallPlace {
-  std::string Prefisso, Country, Continente;
-  std::string title;  // of the country, as its table describes it
-  double ZonaCQ = 0, ZonaITU = 0;
-};
-
-// As core::ResolvePrefix tells it, of the tables as they were read.
+// As an import takes it: by the day's rule (core::PlaceOnDay), and by the table of prefixes, as it
+// was read, where no rule knows the call.
 class CallPlaces {
  public:
-  void Read(core::Session& session);
-  // On that day; null when nothing is resolved.
-  const CallPlace* Of(std::string_view call, base::DateTime day) const;
+  // Valid as long as the session.
+  explicit CallPlaces(core::Session& session) : session_(session) {}
+  // The tables; before that nothing is resolved.
+  void Read();
+  // At that moment in UTC. Empty where nothing is known.
+  core::CallPlace Of(std::string_view call, base::DateTime utc) const;
+  // A country as its table describes it; the code where that has no description.
+  std::string TitleOf(const std::string& country) const;
 
  private:
-  std::unordered_map<std::string, CallPlace> byPrefix_;
+  core::Session& session_;
+  std::unordered_map<std::string, core::CallPlace> byPrefix_;
+  std::unordered_map<std::string, std::string> titles_;  // by code
 };
 
 }  // namespace brenvo::digital

@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "core/files.h"
 #include "core/quoted.h"
+#include "core/shared_windows.h"
 #include "core/stations.h"
 #include "geo/locator.h"
 #include "logged_contact.h"
@@ -34,6 +35,13 @@ void Set(adif::AdifRecord& record, std::string_view name, std::string value) {
     }
   }
   record.fields.push_back({std::string(name), std::move(value)});
+}
+
+void ShowInOpenLogs(core::Session& session) {
+  const std::vector<forms::Window*> open = session.Windows.Loaded();
+  for (forms::Window* window : open) {
+    if (auto* const log = dynamic_cast<core::LogWindow*>(window)) log->TakeNewContacts();
+  }
 }
 
 bool IsPlaceOf(std::string_view told, std::string_view whole) {
@@ -76,18 +84,21 @@ void ContactIntake::TakeLogged(const QsoLogged& logged, bool isJtdx) {
 }
 
 bool ContactIntake::TakeAdif(std::string_view text) {
-  std::optional<adif::AdifRecord> record = RecordIn(text);
-  if (!record) return false;
+  const std::vector<adif::AdifRecord> records = RecordsIn(text);
+  for (const adif::AdifRecord& record : records) TakeRecord(record);
+  return !records.empty();
+}
+
+void ContactIntake::TakeRecord(const adif::AdifRecord& record) {
   const auto held = std::find_if(held_.begin(), held_.end(),
-                                 [&](const auto& each) { return IsSameContact(each, *record); });
+                                 [&](const auto& each) { return IsSameContact(each, record); });
   if (held == held_.end()) {
-    Store(*record);
-    return true;
+    Store(record);
+    return;
   }
-  const adif::AdifRecord both = Merged(*record, *held);
+  const adif::AdifRecord both = Merged(record, *held);
   held_.erase(held);
   Store(both);
-  return true;
 }
 
 void ContactIntake::StoreHeld() {
@@ -139,6 +150,7 @@ void ContactIntake::StoreNow(const adif::AdifRecord& record) {
       adif::StoreRecord(session_, record, names.empty() ? "" : names.front());
   switch (stored.kind) {
     case Kind::kNew:
+      ShowInOpenLogs(session_);
       tell_(fmt::format("Registrato {}, {} {}, Qso {}", stored.contact.Call,
                         base::Trim(stored.contact.Banda), stored.contact.Modo, stored.qsoNr));
       break;

@@ -38,7 +38,8 @@ class ContactIntake {
   ContactIntake& operator=(const ContactIntake&) = delete;
 
   void TakeLogged(const QsoLogged& logged, bool isJtdx);
-  // A log file's text, of a program or of nobody in particular. False when it holds no record.
+  // A log file's text, of a program or of nobody in particular: all its records. False when it
+  // holds none.
   bool TakeAdif(std::string_view text);
 
   void TryAgain();
@@ -48,6 +49,7 @@ class ContactIntake {
   std::function<bool(const adif::AdifRecord& record)> Divert;
 
  private:
+  void TakeRecord(const adif::AdifRecord& record);
   void StoreHeld();
   void Store(const adif::AdifRecord& record);
   // False when it has to wait; `reason` says why.

@@ -89,10 +89,10 @@ void Digitale::Load() {
                        {"Modo"},
                        {"Messaggio"},
                        {"Call"},
+                       {"Bisogno"},
                        {"Country"},
                        {"Locator"},
                        {"Km", kNumber},
-                       {"Bisogno"},
                        {"Banda", kText, false},
                        {"Programma", kText, false}});
   Programmi.SetSource(&programRows_);
@@ -125,7 +125,6 @@ bool Digitale::Passes(const HeardDecode& heard) const {
 
 core::MemoryRows::Row Digitale::RowOf(const HeardDecode& heard) const {
   const Decode& decode = heard.decode;
-  const std::string country = heard.title.empty() ? base::Trim(heard.country) : heard.title;
   return {TimeText(decode.time),
           std::to_string(decode.snr),
           DelayText(decode),
@@ -133,10 +132,10 @@ core::MemoryRows::Row Digitale::RowOf(const HeardDecode& heard) const {
           heard.modo.empty() ? OneLine(decode.mode) : heard.modo,
           OneLine(decode.message),
           heard.call,
-          country,
+          heard.need ? programs_.Needs().at(*heard.need).words : "",
+          heard.title,
           heard.locator,
           heard.distance > 0 ? base::PlainNumber(heard.distance) : "",
-          heard.need ? programs_.Needs().at(*heard.need).words : "",
           base::Trim(heard.banda),
           OneLine(heard.header.id)};
 }

@@ -166,18 +166,19 @@ adif::AdifRecord RecordOf(const QsoLogged& logged, bool isJtdx, const core::Loca
   return record;
 }
 
-std::optional<adif::AdifRecord> RecordIn(std::string_view text) {
+std::vector<adif::AdifRecord> RecordsIn(std::string_view text) {
   adif::AdifReader reader([&](char* buffer, std::size_t size) {
     const std::size_t taken = std::min(size, text.size());
     std::memcpy(buffer, text.data(), taken);
     text.remove_prefix(taken);
     return taken;
   });
+  std::vector<adif::AdifRecord> records;
   adif::AdifRecord record;
   while (reader.Next(record)) {
-    if (record.fault.empty() && record.Find("CALL") != nullptr) return record;
+    if (record.fault.empty() && record.Find("CALL") != nullptr) records.push_back(record);
   }
-  return std::nullopt;
+  return records;
 }
 
 adif::AdifRecord Merged(const adif::AdifRecord& record, const adif::AdifRecord& told) {

@@ -1,7 +1,6 @@
 // Contacts as programs of digital modes tell of them, as records of a log file.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,8 +16,8 @@ namespace brenvo::digital {
 // local time is that of `local`.
 adif::AdifRecord RecordOf(const QsoLogged& logged, bool isJtdx, const core::LocalTime& local);
 
-// The first record of a log file's text that can be trusted; nothing where there is none.
-std::optional<adif::AdifRecord> RecordIn(std::string_view adif);
+// The records of a log file's text that can be trusted and name a call.
+std::vector<adif::AdifRecord> RecordsIn(std::string_view adif);
 
 // What both say of one contact: `record`, with the letters of `told` and with what it tells beside.
 adif::AdifRecord Merged(const adif::AdifRecord& record, const adif::AdifRecord& told);

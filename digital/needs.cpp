@@ -13,8 +13,8 @@ namespace {
 using worked::Kind;
 
 // What a decode can tell of a station; the longest name first where one begins another.
-constexpr Kind kKinds[] = {Kind::kCountry,  Kind::kZonaCQ, Kind::kZonaITU, Kind::kContinente,
-                           Kind::kPrefisso, Kind::kSquare, Kind::kCall};
+constexpr Kind kKinds[] = {Kind::kCountry,  Kind::kZonaCQ,    Kind::kZonaITU, Kind::kContinente,
+                           Kind::kPrefisso, Kind::kProvincia, Kind::kSquare,  Kind::kCall};
 
 std::string KindNames() {
   std::string names;
@@ -77,10 +77,11 @@ worked::Subject SubjectOf(Kind kind, const Heard& heard) {
       return Subject::ZonaITU(heard.zonaITU);
     case Kind::kContinente:
       return Subject::Continente(heard.continente);
+    case Kind::kProvincia:
+      return Subject::Provincia(heard.country, heard.provincia);
     case Kind::kSquare:
       return Subject::Square(heard.locator);
     case Kind::kCall:
-    case Kind::kProvincia:
     case Kind::kSquare6:
       break;
   }
@@ -99,10 +100,11 @@ bool IsKnown(Kind kind, const Heard& heard) {
       return heard.zonaITU > 0;
     case Kind::kContinente:
       return !heard.continente.empty();
+    case Kind::kProvincia:
+      return !heard.country.empty() && !heard.provincia.empty();
     case Kind::kSquare:
       return heard.locator.size() >= 4;
     case Kind::kCall:
-    case Kind::kProvincia:
     case Kind::kSquare6:
       break;
   }

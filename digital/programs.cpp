@@ -10,6 +10,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "call_places.h"
+#include "call_provinces.h"
 #include "contact_intake.h"
 #include "core/files.h"
 #include "core/network_address.h"
@@ -57,11 +58,12 @@ Programs::Programs(core::Session& session, worked::Keeper& worked)
       adif_(session.Machine.MakeUdpSocket("ADIF")),
       look_(session.Machine.MakeTimer()),
       player_(session.Machine.MakeWavePlayer()),
-      places_(std::make_unique<CallPlaces>()),
+      places_(std::make_unique<CallPlaces>(session)),
       intake_(std::make_unique<ContactIntake>(session, [this](const std::string& text) {
         news_ = text;
         Changed();
       })) {
+  session.Choices.FaultOfNeeds = [](std::string_view needs) { return ParseNeeds(needs).fault; };
   intake_->Divert = [this](const adif::AdifRecord& record) { return GoesToContest(record); };
   wsjtx_->OnData = [this] { Hear(*wsjtx_, false); };
   adif_->OnData = [this] { Hear(*adif_, true); };
@@ -73,6 +75,7 @@ Programs::Programs(core::Session& session, worked::Keeper& worked)
   closing_ = session.Closing.Subscribe([this] { tables_.reset(); });
   reopened_ = session.Reopened.Subscribe([this] { ReadTables(); });
   profileStored_ = session.Station.ProfileStored.Subscribe([this] { ReadTables(); });
+  rulesChanged_ = session.ByDate.Changed.Subscribe([this] { JudgeAll(); });
   renewed_ = worked.Renewed.Subscribe([this] { JudgeAll(); });
 }
 
@@ -90,10 +93,14 @@ bool Programs::Listens() const { return wsjtx_->IsOpen(); }
 
 void Programs::ReadChoices() {
   const core::Preferences& choices = session_.Choices;
-  const ParsedNeeds parsed = ParseNeeds(choices.Get<choice::kDigitalNeeds>());
-  const ParsedNeeds usual =
-      ParseNeeds(std::get<core::TextKind>(choice::kDigitalNeeds.kind).standard);
-  needs_ = parsed.fault.empty() ? parsed.needs : usual.needs;
+  needs_ = ParseNeeds(choices.Get<choice::kDigitalNeeds>()).needs;
+  const bool needsProvinces = std::ranges::any_of(
+      needs_, [](const Need& each) { return each.kind == worked::Kind::kProvincia; });
+  if (!needsProvinces) {
+    provinces_.reset();
+  } else if (!provinces_) {
+    provinces_ = std::make_unique<CallProvinces>(session_, [this] { JudgeAll(); });
+  }
   forwards_.clear();
   for (const core::NetworkTarget& each : core::TargetsOf(choices.Get<choice::kDigitalForwards>())) {
     // What it sends to itself would come from itself.
@@ -104,10 +111,18 @@ void Programs::ReadChoices() {
   }
   Deafen();
   if (windowOpen_ || choices.Get<choice::kDigitalListens>()) Listen();
-  if (fault_.empty() && !parsed.fault.empty()) fault_ = "Bisogni in Preferenze: " + parsed.fault;
+  if (fault_.empty()) fault_ = FaultOfStoredNeeds();
   if (look_->Enabled()) ReadTables();
   JudgeAll();
   Changed();
+}
+
+// Preferenze refuses what cannot be read; the settings may have been written otherwise.
+std::string Programs::FaultOfStoredNeeds() const {
+  const std::string stored =
+      session_.GetSetting(choice::kDigitalNeeds.section, choice::kDigitalNeeds.key, "");
+  const std::string fault = stored.empty() ? "" : ParseNeeds(stored).fault;
+  return fault.empty() ? "" : "Bisogni in Preferenze: " + fault;
 }
 
 void Programs::Listen() {
@@ -137,7 +152,8 @@ void Programs::Deafen() {
 void Programs::ReadTables() {
   if (!session_.IsOpen()) return;
   tables_ = std::make_unique<adif::StationTables>(session_);
-  places_->Read(session_);
+  session_.ByDate.Rules();  // read before a decode waits for them
+  places_->Read();
 }
 
 void Programs::Hear(platform::UdpSocket& socket, bool isAdif) {
@@ -259,6 +275,7 @@ void Programs::TakeDecode(Program& program, const Decode& decode) {
   heard.address = program.address;
   heard.header = program.header;
   heard.decode = decode;
+  heard.moment = MomentOf(decode.time);
   const DecodeText text = ReadDecode(decode.message);
   heard.call = text.call;
   heard.locator = text.locator;
@@ -287,38 +304,34 @@ void Programs::TakeDecode(Program& program, const Decode& decode) {
   if (!decode.offAir) Sound(kept);
 }
 
-// The day of a time of day that is not far from now.
-base::DateTime Programs::DayOf(const TimeOfDay& time) const {
+// The moment of a time of day that is not far from now.
+base::DateTime Programs::MomentOf(const TimeOfDay& time) const {
   const base::DateTime now = session_.Machine.GetClock().UtcNow();
+  if (!time) return now;
   constexpr std::int64_t kSecondsPerDay = 24 * 60 * 60;
-  const bool isAhead = time && static_cast<int>(*time / kMillisecondsPerHour) > now.Hour() + 12;
-  return now.DatePart().Later(isAhead ? -kSecondsPerDay : 0);
+  const bool isAhead = static_cast<int>(*time / kMillisecondsPerHour) > now.Hour() + 12;
+  return now.DatePart().Later(*time / 1000 - (isAhead ? kSecondsPerDay : 0));
 }
 
 void Programs::Judge(HeardDecode& heard) const {
   heard.need.reset();
-  if (heard.call.empty()) return;
-  const CallPlace* const place = places_->Of(heard.call, DayOf(heard.decode.time));
-  heard.country = place == nullptr ? "" : place->Country;
-  heard.title = place == nullptr ? "" : place->title;
+  if (heard.call.empty() || !session_.IsOpen()) return;
+  const core::CallPlace place = places_->Of(heard.call, heard.moment);
+  heard.country = place.Country;
+  heard.title = places_->TitleOf(place.Country);
   const worked::WorkedIndex* const index = worked_.Index();
   if (index == nullptr) return;
-  Heard asked{.call = heard.call,
-              .prefisso = {},
-              .country = {},
-              .continente = {},
-              .locator = heard.locator,
-              .zonaCQ = 0,
-              .zonaITU = 0,
-              .banda = heard.banda,
-              .modo = heard.modo};
-  if (place != nullptr) {
-    asked.prefisso = place->Prefisso;
-    asked.country = place->Country;
-    asked.continente = place->Continente;
-    asked.zonaCQ = place->ZonaCQ;
-    asked.zonaITU = place->ZonaITU;
-  }
+  const Heard asked{
+      .call = heard.call,
+      .prefisso = place.Prefisso,
+      .country = place.Country,
+      .continente = place.Continente,
+      .provincia = provinces_ ? provinces_->Of(heard.call, place.Country) : std::string_view(),
+      .locator = heard.locator,
+      .zonaCQ = place.ZonaCQ,
+      .zonaITU = place.ZonaITU,
+      .banda = heard.banda,
+      .modo = heard.modo};
   heard.need = FirstNeed(needs_, *index, asked);
 }
 
@@ -445,8 +458,9 @@ bool Programs::GoesToContest(const adif::AdifRecord& record) {
                          contact.Banda,       contact.Modo,  contact.QrkDato,
                          contact.QrkRicevuto, serial("STX"), serial("SRX")};
   if (!ToContest(told)) return false;
-  news_ =
-      fmt::format("{} è nel log del contest, con il progressivo {}", told.call, told.serialSent);
+  news_ = told.serialSent == 0 ? told.call + " è già nel log del contest"
+                               : fmt::format("{} è nel log del contest, con il progressivo {}",
+                                             told.call, told.serialSent);
   Changed();
   return true;
 }

@@ -105,6 +105,10 @@ CallParts PartsOf(std::string_view call, const PrefixIn& prefixIn) {
     if (count > 2 && TellsPlaceBehind(first, parts[2], prefixIn)) found.place = parts[2];
     return found;
   }
+  if (IsArgentine(first) && second.size() <= 2 && IsLetter(second[0])) {
+    found.province = second[0];
+    return found;
+  }
   const bool firstIsPlace = first.size() <= 4 && isPlace(first) && !IsWholeCall(first);
   if (firstIsPlace && (first.size() < second.size() || IsWholeCall(second))) {
     found.base = second;
@@ -115,7 +119,9 @@ CallParts PartsOf(std::string_view call, const PrefixIn& prefixIn) {
     found.place = second;
     return found;
   }
-  if (first.size() < second.size() && IsWholeCall(second) && isPlace(first)) {
+  // Of two whole calls neither is a place.
+  if (first.size() < second.size() && IsWholeCall(second) && isPlace(first) &&
+      !IsWholeCall(first)) {
     found.base = second;
     found.place = first;
     return found;

@@ -19,6 +19,7 @@ struct CallParts {
   std::string_view base;   // the station's own call
   std::string_view place;  // another prefix that tells the place; empty for none
   char digit = 0;          // another district: "/5"; 0 for none
+  char province = 0;       // of Argentina: "/V"; 0 for none
   bool mobile = false;     // at sea or in the air
 };
 

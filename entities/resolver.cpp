@@ -19,7 +19,11 @@ namespace {
 constexpr std::size_t kMostOfTheWorld = 100;
 constexpr std::size_t kGoodPart = 20;  // one in so many
 
-constexpr int kItaly = 248, kSardinia = 225;
+constexpr int kItaly = 248, kSardinia = 225, kArgentina = 100, kAntarctica = 13;
+constexpr int kEuropeanRussia = 54, kAsiaticRussia = 15;
+// The bases of the United States in Antarctica, where it tells the place; in front of letters it is
+// of the states.
+constexpr std::string_view kBasesOfTheStates = "KC4";
 
 struct Packed {
   Span when;
@@ -96,13 +100,17 @@ class Resolver::Work {
       whole = BySuffix(call, second);
       if (whole.what != nullptr) return WithZone(whole, call, second);
     }
-    if (!parts.place.empty()) return WithZone(ByPrefix(parts.place, second), call, second);
+    if (!parts.place.empty()) return WithZone(AtPlace(parts.place, second), call, second);
     return WithZone(OfStation(parts, second, byCall), call, second);
   }
 
  private:
   Answer OfStation(const CallParts& parts, std::int64_t second, bool byCall) const {
     const Answer home = OfBase(parts.base, second);
+    if (parts.province != 0 && home.entity == kArgentina) {
+      const Answer there = ByPrefix(std::string("LU1") + parts.province, second);
+      if (there.what != nullptr) return there;
+    }
     if (parts.digit == 0) {
       if (const Packed* rule = byCall ? BestCall(parts.base, second) : nullptr) return By(*rule);
       return home;
@@ -111,12 +119,30 @@ class Resolver::Work {
       // Listed for its country, it stays there; listed for its zone, it has left that.
       if (rule->entity != home.entity) return By(*rule);
     }
+    // The second district of Russia is Kaliningrad, whoever visits.
+    if (parts.digit == '2' && (home.entity == kEuropeanRussia || home.entity == kAsiaticRussia)) {
+      const Answer kaliningrad = ByPrefix("UA2", second);
+      if (kaliningrad.what != nullptr) return kaliningrad;
+    }
     // The districts 0 and 9 of Italy are not Sardinia and Sicily for those that visit.
     if (home.entity == kItaly || home.entity == kSardinia) return home;
     const std::string moved = InDistrict(
         parts.base, parts.digit, [&](std::string_view part) { return PrefixIn(part, second); });
     const Answer there = ByPrefix(moved, second);
     return there.what != nullptr ? there : home;
+  }
+
+  Answer AtPlace(std::string_view place, std::int64_t second) const {
+    Answer answer = ByPrefix(place, second);
+    const Entity* const antarctica = place == kBasesOfTheStates ? Find(kAntarctica) : nullptr;
+    if (answer.what == nullptr || antarctica == nullptr) return answer;
+    answer.what = antarctica;
+    answer.entity = antarctica->number;
+    answer.cq = antarctica->cq;
+    answer.itu = antarctica->itu;
+    answer.continent = antarctica->continent;
+    answer.area = {};
+    return answer;
   }
 
   std::string_view PrefixIn(std::string_view part, std::int64_t second) const {

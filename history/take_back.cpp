@@ -6,6 +6,8 @@
 #include <set>
 #include <utility>
 
+#include "base/number.h"
+#include "core/countries_by_date.h"
 #include "core/history.h"
 #include "core/long_run.h"
 #include "core/own_values.h"
@@ -141,6 +143,12 @@ class Try {
         session_.Db.Execute(fmt::format("Update LogOrigine Set Stazione={} where QsoNr={}",
                                         field.value.IsNull() ? 0 : field.value.Integer(),
                                         field.qsoNr));
+      } else if (field.name == core::History::kToldField) {
+        past_.KeepTold(field.qsoNr);
+        core::KeepToldEntity(session_.Db, field.qsoNr,
+                             field.value.IsNull()
+                                 ? std::nullopt
+                                 : std::optional(static_cast<int>(base::Val(field.value.Text()))));
       } else if (const auto side = core::History::SideOf(field.name)) {
         past_.KeepCards(field.qsoNr, *side);
         core::StoreCards(session_.Db, field.qsoNr, *side,
@@ -227,6 +235,10 @@ class Try {
     if (const auto side = core::History::SideOf(name)) {
       const std::string cards = core::TextOfCards(core::CardsOf(session_.Db, qsoNr, *side));
       return cards.empty() ? engine::Value() : engine::Value(cards);
+    }
+    if (name == core::History::kToldField) {
+      const std::optional<int> told = core::EntityKeptOf(session_.Db, qsoNr).told;
+      return told ? engine::Value(std::to_string(*told)) : engine::Value();
     }
     const auto row = FirstRow(
         session_.Db, name == core::History::kStationField

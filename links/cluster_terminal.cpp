@@ -57,6 +57,7 @@ SpotOutside ClusterTerminal::Outside() {
                 ShowCheck(session_, call);
                 checked_ = true;
               },
+          .Spotted = [this](std::string_view call) { TellEntity(call); },
           .Beep = [this] { session_.Machine.Beep(); },
           .TakeWaiting = [this] { return TakeCharacter(); }};
 }
@@ -69,6 +70,13 @@ std::optional<SpotBand> ClusterTerminal::FindBand(base::Khz frequency) {
   if (rows->EOF_()) return std::nullopt;
   return SpotBand{core::FieldText(*rows, "Banda"), rows->Field("AnnunceDX").Bool(),
                   core::FieldText(*rows, "FilenameDX")};
+}
+
+// Who spots are is known in memory: no statement runs for it.
+void ClusterTerminal::TellEntity(std::string_view call) {
+  const entities::Answer today = session_.ByDate.Of(call, session_.Machine.GetClock().UtcNow());
+  Entita.SetText(today.reason == entities::Reason::kUnknown ? std::string()
+                                                            : entities::Explanation(call, today));
 }
 
 void ClusterTerminal::FillMenus() {

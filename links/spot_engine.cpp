@@ -107,6 +107,7 @@ void SpotEngine::JudgeSpot(std::string_view line, std::string_view displayCopy) 
   const bool stays = band ? BandaOk(band->Banda) : marks_.Banda.Entries().front().checked;
   if (stays && !policy_.showsFirst) received_.Append(displayCopy);
   if (!stays && policy_.showsFirst) TakeBack(line);
+  if (stays && spot->SpotCall) outside_.Spotted(*spot->SpotCall);
 
   const bool checks = spot->SpotCall && marks_.cmAutoCheck.Down();
   if (checks && policy_.check == SpotCheck::kWhereBandPasses && band && stays) {

@@ -11,6 +11,7 @@
 #include "core/call_forms.h"
 #include "core/entry.h"
 #include "core/log_contact.h"
+#include "core/log_time.h"
 #include "core/open_in_log.h"
 #include "core/places.h"
 #include "core/prefix.h"
@@ -64,7 +65,7 @@ Corrispondente::Corrispondente(core::Session& session)
   DefaultCommand = &cmApri;
   CallQso.Filter = core::UpperKey;
   CallQso.OnChange = [this] { AskSoon(); };
-  for (forms::TextField* field : {&Nomi, &Luoghi, &Locatori, &Direzione, &Sole}) {
+  for (forms::TextField* field : {&Nomi, &Luoghi, &Locatori, &Entita, &Direzione, &Sole}) {
     field->ReadOnly = true;
   }
   timer_->OnTick = [this] {
@@ -176,13 +177,13 @@ void Corrispondente::LookForAnswer() {
 
 void Corrispondente::Show(const Answer& answer) {
   std::vector<core::MemoryRows::Row> rows, bands;
-  qsoNr_.clear();
+  shown_.clear();
   for (const EarlierContact& each : answer.contacts) {
     rows.push_back({each.when ? base::DateText(*each.when) : "",
                     each.when ? core::HourMinute(*each.when) : "", each.call, each.banda, each.modo,
                     each.qrkDato, each.qrkRicevuto, each.qra, each.qth, each.locator,
                     each.confirmed ? "Sì" : ""});
-    qsoNr_.push_back(each.qsoNr);
+    shown_.push_back({each.qsoNr, each.when, each.call, each.country});
   }
   for (const BandRow& band : BandsOf(answer.contacts, *rules_)) {
     core::MemoryRows::Row& row = bands.emplace_back(core::MemoryRows::Row{band.banda});
@@ -211,6 +212,20 @@ void Corrispondente::Show(const Answer& answer) {
     Say(fmt::format("{}: {} Qso{}", answer.call, answer.contacts.size(),
                     answer.contacts.size() == kMostEarlier ? ", gli ultimi" : ""));
   }
+}
+
+void Corrispondente::RowChosen() {
+  const auto key = ChosenKey();
+  if (const Shown* const row = key ? &shown_.at(static_cast<std::size_t>(*key)) : nullptr;
+      row != nullptr && row->when) {
+    Entita.SetText(core::WhyCountry(session_, row->qsoNr, row->call,
+                                    core::LogTimes(session_).ToUtc(*row->when), row->country));
+    return;
+  }
+  const std::string call = base::Trim(CallQso.Text());
+  const entities::Answer today = session_.ByDate.Of(call, session_.Machine.GetClock().UtcNow());
+  Entita.SetText(today.reason == entities::Reason::kUnknown ? std::string()
+                                                            : entities::Explanation(call, today));
 }
 
 std::string Corrispondente::PlaceOf(const Answer& answer) {
@@ -249,7 +264,7 @@ void Corrispondente::StoreNote() {
 
 void Corrispondente::OpenChosen() {
   if (const auto key = ChosenKey()) {
-    core::OpenInLog(session_, qsoNr_[static_cast<std::size_t>(*key)]);
+    core::OpenInLog(session_, shown_[static_cast<std::size_t>(*key)].qsoNr);
   }
 }
 

@@ -16,7 +16,8 @@ namespace {
 // A contact is looked at when its base call is the one; the pattern lets through a little more.
 std::string SelectOf(std::string_view call) {
   return fmt::format(
-      "select QsoNr,DataQso,Call,Banda,Modo,QrkDato,QrkRicevuto,Qra,Qth,Locator,QslRicevuta from "
+      "select QsoNr,DataQso,Call,Banda,Modo,QrkDato,QrkRicevuto,Qra,Qth,Locator,Country,"
+      "QslRicevuta from "
       "Log where Call like {} order by DataQso desc,QsoNr desc",
       core::Quoted(fmt::format("*{}*", call)));
 }
@@ -61,7 +62,7 @@ std::vector<EarlierContact> ReadEarlierContacts(engine::Reader& reader, std::str
     for (std::string EarlierContact::*each :
          {&EarlierContact::banda, &EarlierContact::modo, &EarlierContact::qrkDato,
           &EarlierContact::qrkRicevuto, &EarlierContact::qra, &EarlierContact::qth,
-          &EarlierContact::locator}) {
+          &EarlierContact::locator, &EarlierContact::country}) {
       contact.*each = base::Trim(row.Text(column++));
     }
     contact.confirmed = cardCounts && row.Bool(column);

@@ -16,7 +16,7 @@ namespace brenvo::log {
 struct EarlierContact {
   std::int64_t qsoNr = 0;
   std::optional<base::DateTime> when;  // nothing where another tool has made it unreadable
-  std::string call, banda, modo, qrkDato, qrkRicevuto, qra, qth, locator;
+  std::string call, banda, modo, qrkDato, qrkRicevuto, qra, qth, locator, country;
   bool confirmed = false;  // by any service that counts for a call
 };
 

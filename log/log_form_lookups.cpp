@@ -10,6 +10,7 @@
 #include "core/lists.h"
 #include "core/log_contact.h"
 #include "core/log_time.h"
+#include "core/place_on_day.h"
 #include "core/places.h"
 #include "core/prefix.h"
 #include "core/station_notes.h"
@@ -157,12 +158,24 @@ void LogForm::OnCallLeave() {
     }
   }
   PrevCall = CallQso.Text();
+  toldOfCall_ = WhatIsToldOfCall();
+  if (!toldOfCall_.empty()) Avviso.SetText(toldOfCall_);
+}
+
+void LogForm::OnRulesChange() {
+  // What was told since stays to be read.
+  if (CallQso.Text() != PrevCall || Avviso.Text() != toldOfCall_) return;
+  toldOfCall_ = WhatIsToldOfCall();
+  Avviso.SetText(toldOfCall_);
+}
+
+std::string LogForm::WhatIsToldOfCall() {
   std::string told = OtherOnItsDay();
   if (const std::string note = core::StationNote(session_.Db, CallQso.Text()); !note.empty()) {
     told += fmt::format("{}Nota su {}: {}", told.empty() ? "" : ". ",
                         core::BaseCall(CallQso.Text()), note);
   }
-  if (!told.empty()) Avviso.SetText(told);
+  return told;
 }
 
 std::string LogForm::OtherOnItsDay() {
@@ -171,14 +184,8 @@ std::string LogForm::OtherOnItsDay() {
   if (call.empty() || !date) return {};
   base::DateTime when = date->DatePart();
   if (time) when = when + time->TimePart();
-  const entities::Answer answer = session_.ByDate.Of(call, core::LogTimes(session_).ToUtc(when));
-  const std::string_view country =
-      answer.what == nullptr ? std::string_view() : std::string_view(answer.what->country);
-  if (answer.reason == entities::Reason::kUnknown ||
-      base::SameText(country, base::Trim(base::Left(Country.Text(), 5)))) {
-    return {};
-  }
-  return entities::Explanation(call, answer);
+  return core::OtherOnDay(session_, call, core::LogTimes(session_).ToUtc(when),
+                          base::Left(Country.Text(), 5));
 }
 
 void LogForm::OnLocatorChange() {

@@ -17,9 +17,11 @@ Piece StatSelView() {
 Piece AwardView() { return Column({Item("Spread1"), Drawn(Item("Selezione"), Look::kNarrow)}); }
 
 Piece Matrix(const char* filter) {
-  return Framed("SSPanel1", Column({Line({Item("CallQso"), Item("Locator"), Item(filter),
-                                          Item("cmSearch"), Item("Mappa"), Space()}),
-                                    Item("Coordinate"), Item("Grid1")}));
+  return Framed("SSPanel1",
+                Column({Line({Item("CallQso"), Item("Locator"), Item(filter), Item("cmSearch"),
+                              Item("Mappa"), Space()}),
+                        Line({Item("Coordinate"), Wide(Drawn(Item("Avviso"), Look::kNarrow))}),
+                        Item("Grid1")}));
 }
 
 Piece HrdView() { return Matrix("Modo"); }

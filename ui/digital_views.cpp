@@ -4,9 +4,11 @@ namespace brenvo::ui {
 namespace {
 
 Piece DigitaleView() {
-  return Column({Line({Wide(Item("Cerca")), Item("SoloBisogni"), Item("SoloCQ"), Item("SoloMiei")}),
-                 Wide(Item("Decodifiche"), 5), Item("Programmi"), Item("Attesa"),
-                 Line({Wide(Item("Conteggi")), Item("Ascolto")}), Item("Avviso")});
+  return Column(
+      {Line({Wide(Item("Cerca")), Item("SoloBisogni"), Item("SoloCQ"), Item("SoloMiei")}),
+       Wide(Item("Decodifiche"), 5), Item("Programmi"),
+       Line({Item("Conteggi"), Wide(Drawn(Item("Attesa"), Look::kNarrow)), Item("Ascolto")}),
+       Item("Avviso")});
 }
 
 }  // namespace

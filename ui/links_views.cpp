@@ -7,11 +7,17 @@ Piece Entry() {
   return Column({Form({Line({Wide(Item("Sended"))})}), Drawn(Item("Collegamento"), Look::kNarrow)});
 }
 
-Piece RadioView() { return Column({Item("Received"), Entry()}); }
+Piece SpotEntry() {
+  return Column(
+      {Form({Line({Wide(Item("Sended"))})}), Line({Wide(Drawn(Item("Collegamento"), Look::kNarrow)),
+                                                   Wide(Drawn(Item("Entita"), Look::kNarrow))})});
+}
+
+Piece RadioView() { return Column({Item("Received"), SpotEntry()}); }
 
 // What has not ended yet stands as the last line.
 Piece TelnetView() {
-  return Column({Item("Received"), Drawn(Item("InArrivo"), Look::kTail), Entry()});
+  return Column({Item("Received"), Drawn(Item("InArrivo"), Look::kTail), SpotEntry()});
 }
 
 Piece ChatView() { return Column({Split({Item("Received"), Item("ReceivedPersonal")}), Entry()}); }

@@ -39,11 +39,12 @@ Piece LogSearchView() {
 Piece OldQsoView() { return Either("PanelGriglia", Column({Item("DataGrid1")}), Column({})); }
 
 Piece StationPageView() {
-  return TableView({Item("CallQso")},
-                   Column({Item("Matrice"),
-                           Form({Line({Wide(Item("Nomi")), Wide(Item("Luoghi"))}),
-                                 Line({Wide(Item("Locatori"))}), Line({Wide(Item("Direzione"))}),
-                                 Line({Wide(Item("Sole"))}), Line({Wide(Item("Nota"))})})}));
+  return TableView(
+      {Item("CallQso")},
+      Column({Item("Matrice"), Form({Line({Wide(Item("Nomi")), Wide(Item("Luoghi"))}),
+                                     Line({Wide(Item("Locatori"))}), Line({Wide(Item("Entita"))}),
+                                     Line({Wide(Item("Direzione"))}), Line({Wide(Item("Sole"))}),
+                                     Line({Wide(Item("Nota"))})})}));
 }
 
 Piece HistoryView() { return TableView({}, Column({Item("Contatti"), Item("Cambiamenti")})); }

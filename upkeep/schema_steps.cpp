@@ -309,6 +309,15 @@ CREATE TABLE "EntitaQso" (
 );
 )";
 
+// By which rule a contact has got its country, where that is not the one of the table of prefixes:
+// the rule gave this country; in words with its days; its text, and the file that says so.
+constexpr std::string_view kAppliedRules = R"(
+ALTER TABLE "EntitaQso" ADD COLUMN "Country" TEXT;
+ALTER TABLE "EntitaQso" ADD COLUMN "Motivo" TEXT;
+ALTER TABLE "EntitaQso" ADD COLUMN "Regola" TEXT;
+ALTER TABLE "EntitaQso" ADD COLUMN "Tabella" TEXT;
+)";
+
 constexpr SchemaStep kSteps[] = {
     {1, "Campi conservati dei file di log", kKeptFields},
     {2, "Stazioni, e un nome per ogni contatto", kOrigin},
@@ -316,6 +325,7 @@ constexpr SchemaStep kSteps[] = {
     {4, "Note delle stazioni e verifiche", kNotesAndChecks},
     {5, "Qsl inviate e ricevute, con via e data", kCards},
     {6, "Country per data", kCountriesByDate},
+    {7, "La regola che ha dato il country", kAppliedRules},
 };
 
 constexpr std::string_view kStepTable = R"(

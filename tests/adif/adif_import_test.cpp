@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "history/take_back.h"
 #include "tests/adif/adif_station.h"
 #include "tests/support/adif_samples.h"
 #include "upkeep/maintenance.h"
@@ -580,6 +581,34 @@ TEST_F(AdifImportTest, ACountryThatTheFileTellsIsKeptAsTold) {
   Exec("delete from EntitaQso");
   Import(Write("a.adi", Contact({})));
   EXPECT_THAT(Rows("Select Dxcc from EntitaQso"), IsEmpty());
+}
+
+TEST_F(AdifImportTest, ARepeatedContactTakesTheCountryThatAFileTellsAndGivesItBack) {
+  Import(Write("a.adi", Contact({})));
+  Import(Write("b.adi", Contact({{"DXCC", "225"}})));
+  EXPECT_THAT(Rows("select QsoNr from EntitaQso"), IsEmpty());  // nothing was to be completed
+  ImportOptions completes;
+  completes.fillEmptyColumns = true;
+  EXPECT_EQ(Import(Write("b.adi", Contact({{"DXCC", "225"}})), completes).completed, 1);
+  EXPECT_THAT(Rows("select QsoNr,Dxcc from EntitaQso"), ElementsAre("1|225"));
+  // The first file that has told it counts.
+  EXPECT_EQ(Import(Write("c.adi", Contact({{"DXCC", "248"}})), completes).completed, 0);
+  EXPECT_THAT(Rows("select QsoNr,Dxcc from EntitaQso"), ElementsAre("1|225"));
+  Event([&] { history::TakeBack(session, *history::LastWork(session)); });
+  EXPECT_THAT(Rows("select QsoNr,Dxcc from EntitaQso"), ElementsAre("1|"));
+}
+
+TEST_F(AdifImportTest, ACountryByARuleOfTheDayIsKeptWithTheRule) {
+  const auto on = [](std::string_view call) {
+    return Record({{"CALL", call}, {"QSO_DATE", "20240510"}, {"TIME_ON", "1015"}});
+  };
+  Import(Write("a.adi", on("GB6WW")));
+  EXPECT_THAT(Rows("select QsoNr,Dxcc,Country,Motivo,Regola,Tabella from EntitaQso"),
+              ElementsAre("1||GM|GB6WW: Scozia dal 01/05 al 28/05/2024|GB6WW|Entita.csv"));
+  EmptyTheLog();
+  Exec("delete from EntitaQso");
+  Import(Write("a.adi", on("IK0ABC")));
+  EXPECT_THAT(Rows("select QsoNr from EntitaQso"), IsEmpty());
 }
 
 }  // namespace

@@ -154,6 +154,15 @@ TEST_F(HrdTest, AnUnknownPrefixFillsRowsOneAndTwoOnly) {
   EXPECT_THAT(hrd.Coordinate.Text(), testing::StartsWith("SP 308°/LP 128°"));
 }
 
+TEST_F(HrdTest, SaysWhoACallIsTodayWhereItsRowsStandForAnotherCountry) {
+  Hrd& hrd = OpenHrd();
+  machine.SetNow(base::DateTime::Of(2024, 5, 10, 12));
+  Search(hrd, "GB6WW");
+  EXPECT_EQ(hrd.Avviso.Text(), "GB6WW: Scozia dal 01/05 al 28/05/2024");
+  Search(hrd, "IK3ABC");
+  EXPECT_EQ(hrd.Avviso.Text(), "");
+}
+
 TEST_F(HrdTest, TheContinentRowHangsOnTheZone) {
   // A zone without a continent: the row is searched all the same, for contacts without one.
   session.Db.Execute("UPDATE Prefissi SET Continente='' WHERE Prefisso='IK3'");

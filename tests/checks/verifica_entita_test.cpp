@@ -8,6 +8,7 @@
 #include "core/transaction.h"
 #include "history/take_back.h"
 #include "log/log_form.h"
+#include "tests/support/entity_table.h"
 #include "tests/support/station.h"
 #include "upkeep/maintenance.h"
 
@@ -322,6 +323,44 @@ TEST_F(VerificaEntitaTest, WithoutTheDeliveredTableItSaysSo) {
   VerificaEntita& window = OpenChecked();
   EXPECT_THAT(Shown(window), IsEmpty());
   EXPECT_EQ(window.Tabelle.Text(), "Tabelle: nessuna; Entita.csv: non si apre");
+}
+
+TEST_F(VerificaEntitaTest, WhatWasTakenOverIsKeptWithItsRuleUntilTheCountryIsAnother) {
+  Add("GB6WW", may, england);
+  VerificaEntita& window = OpenChecked();
+  Press(window, "cmPrendi");
+  const std::string why = "GB6WW: Scozia dal 01/05 al 28/05/2024 (regola GB6WW di Entita.csv)";
+  EXPECT_THAT(Rows("select QsoNr,Dxcc,Country,Motivo,Regola,Tabella from EntitaQso"),
+              ElementsAre("1||GM|GB6WW: Scozia dal 01/05 al 28/05/2024|GB6WW|Entita.csv"));
+  // Other rules hold by now: the contact has its country by the one that was taken over.
+  Load(window, File("prova.tbl", "=GB6WW|x|EU|-1|0N|0E|27|14||R|=294\n"));
+  Press(window, "cmUsa");
+  EXPECT_EQ(core::WhyCountry(session, 1, "GB6WW", may, "GM"), why);
+  EXPECT_EQ(core::WhyCountry(session, 1, "GB6WW", may, "G"),
+            "La regola del giorno dice altro: " + why);
+  Exec("update EntitaQso set Scelta=True");
+  EXPECT_EQ(core::WhyCountry(session, 1, "GB6WW", may, "G"), "Country tenuto com'è dall'operatore");
+}
+
+TEST_F(VerificaEntitaTest, RulesThatChangeElsewhereAreToldAndTheTablesNamed) {
+  Add("GB6WW", may, england);
+  VerificaEntita& window = OpenChecked();
+  const entities::Table table = TableOfCall("altra.csv", "IK0ABC", 225);
+  Event([&] { session.ByDate.Apply(table); });
+  EXPECT_EQ(window.Tabelle.Text(), "Tabelle: Entita.csv, altra.csv");
+  EXPECT_EQ(window.Avviso.Text(), "Le regole sono cambiate: F5 verifica di nuovo il log");
+}
+
+TEST_F(VerificaEntitaTest, AFileOf200MegabytesIsRefusedInWordsAndNothingChanges) {
+  Add("GB6WW", may, england);
+  VerificaEntita& window = OpenChecked();
+  const auto file = File("grande.tbl", "=IK0ABC|x|EU|-1|0N|0E|28|15||R|=225\n");
+  std::filesystem::resize_file(file, 200 * 1024 * 1024);
+  Load(window, file);
+  EXPECT_THAT(Lines(), testing::Contains(HasSubstr("grande.tbl: è più grande di 64 MB")));
+  EXPECT_THAT(Shown(window), testing::SizeIs(1));
+  EXPECT_FALSE(window.cmUsa.Enabled());
+  EXPECT_THAT(core::EntityLoads(session.Db), IsEmpty());
 }
 
 }  // namespace

@@ -99,6 +99,28 @@ TEST_F(ContestQsoTest, TheEntrySaysWhatItHasStoredAndWhatItHasNot) {
   Lines();
 }
 
+TEST_F(ContestQsoTest, TheEntrySaysWhoseCallItIsOnTheDayOfTheContact) {
+  ContestQso& log = OpenLog("28/05/2024");
+  InEntry(log, [this](ContestNewQso& entry) {
+    const auto told = [&](std::string_view call, std::string_view day) {
+      entry.CallQso.SetText(call);
+      entry.Giorno.SetText(day);
+      Event([&] { entry.CallQso.Leave(); });
+      return entry.Avviso.Text();
+    };
+    EXPECT_EQ(told("GB6WW", "28"), "GB6WW: Scozia dal 01/05 al 28/05/2024");
+    EXPECT_EQ(told("IK3ABC", "28"), "");
+    EXPECT_EQ(told("GB6WW", "29"), "");
+    EXPECT_EQ(told("IK3ABC/MM", "28"), "IK3ABC/MM: in mare o in volo non conta per nessun country");
+    Type(entry, "IK3ABC", "1", "JN65AB");
+    Press(entry, "cmInsertR");
+    // What was stored stays to be read while the next call is typed.
+    EXPECT_THAT(told("IK3DEF", "28"), StartsWith("Qso inserito: 1  IK3ABC"));
+    Press(entry, "cmInsertE");
+  });
+  Lines();
+}
+
 TEST_F(ContestQsoTest, ASecondContactWithACallWarnsAndIsStoredForNoPoints) {
   Add(1, "IK3ABC");
   ContestQso& log = OpenLog();

@@ -6,7 +6,7 @@
 namespace brenvo::contest {
 namespace {
 
-class Taken : public ContestStation {
+class Taken : public ContestLogStation {
  protected:
   core::ToldContact told{base::DateTime::Of(2024, 9, 7, 14, 3, 15),
                          "DL1ABC",
@@ -74,6 +74,66 @@ TEST_F(Taken, ASerialOfAnotherStationIsNotOverwritten) {
   OpenLog();
   EXPECT_TRUE(Take());
   told.call = "DL2ABC";
+  EXPECT_FALSE(Take());
+  EXPECT_EQ(Stored().size(), 1u);
+}
+
+TEST_F(Taken, ARowThatIsBeingChangedStaysTheOneThatIsChanged) {
+  Add(1, "IK3ABC");
+  Add(2, "IK3DEF");
+  ContestQso& log = OpenLog();
+  InRow(log, 1, [this](ContestNewQso& entry) {
+    EXPECT_TRUE(Take());
+    entry.Note.SetText("corretto");
+    Press(entry, "cmInsertE");
+  });
+  EXPECT_EQ(Rows("select ProgrDato,Call,Note from [Contest Qso] order by ProgrDato"),
+            (Texts{"1|IK3ABC|corretto", "2|IK3DEF|", "12|DL1ABC|"}));
+}
+
+TEST_F(Taken, AnOpenEntryGivesItsSerialAwayAndTakesTheNext) {
+  ContestQso& log = OpenLog();
+  told.serialSent = 1;
+  InEntry(log, [this](ContestNewQso& entry) {
+    EXPECT_EQ(entry.ProgrD.Text(), "1");
+    entry.CallQso.SetText("IK3ABC");
+    EXPECT_TRUE(Take());
+    EXPECT_EQ(entry.ProgrD.Text(), "2");
+    EXPECT_EQ(entry.CallQso.Text(), "IK3ABC");
+    EXPECT_EQ(entry.Avviso.Text(), "Il progressivo 1 è andato a DL1ABC: questo Qso ha il 2");
+    told.call = "DL2ABC";
+    told.serialSent = 3;
+    EXPECT_TRUE(Take());
+    EXPECT_EQ(entry.ProgrD.Text(), "2");
+    Type(entry, "IK3ABC", "1", "JN65AB");
+    Press(entry, "cmInsertR");
+    EXPECT_EQ(entry.ProgrD.Text(), "4");
+    Type(entry, "IK3DEF", "2", "JN65AB");
+    Press(entry, "cmInsertE");
+  });
+  EXPECT_EQ(Rows("select ProgrDato,Call from [Contest Qso] order by ProgrDato"),
+            (Texts{"1|DL1ABC", "2|IK3ABC", "3|DL2ABC", "4|IK3DEF"}));
+  Lines();
+}
+
+TEST_F(Taken, ASerialThatTheOperatorHasTypedStaysHis) {
+  ContestQso& log = OpenLog();
+  told.serialSent = 5;
+  InEntry(log, [this](ContestNewQso& entry) {
+    entry.ProgrD.SetText("5");
+    EXPECT_TRUE(Take());
+    EXPECT_EQ(entry.ProgrD.Text(), "5");
+  });
+}
+
+TEST_F(Taken, ToldOnceMoreWithoutItsSerialsItIsTheSame) {
+  OpenLog();
+  EXPECT_TRUE(Take());
+  told.serialSent = told.serialReceived = 0;
+  EXPECT_TRUE(Take());
+  told.time = told.time.Later(60);
+  EXPECT_TRUE(Take());
+  told.time = told.time.Later(120);
   EXPECT_FALSE(Take());
   EXPECT_EQ(Stored().size(), 1u);
 }

@@ -182,7 +182,8 @@ TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
   sqlite3_close(file);
   EXPECT_THAT(mkdatabase::CompleteDatabase(folder_, kToday),
               ElementsAre("Storia dei contatti", "Note delle stazioni e verifiche",
-                          "Qsl inviate e ricevute, con via e data", "Country per data"));
+                          "Qsl inviate e ricevute, con via e data", "Country per data",
+                          "La regola che ha dato il country"));
   EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
   EXPECT_THAT(Query(Out(), "SELECT Lavoro FROM Storia"), IsEmpty());
 }

@@ -9,6 +9,7 @@
 #include "digital/logged_contact.h"
 #include "file/database_file.h"
 #include "geo/locator.h"
+#include "log/log_form.h"
 #include "tests/digital/digital_station.h"
 
 namespace brenvo::digital {
@@ -275,6 +276,43 @@ TEST_F(Intake, AnImportOfTheProgramsOwnFileFindsTheGapAlone) {
   ASSERT_TRUE(counts);
   EXPECT_EQ(counts->fresh, 1);
   EXPECT_EQ(counts->repeated, 1);
+}
+
+TEST_F(Intake, AllRecordsOfADatagramAreStored) {
+  std::string other = RealRecord();
+  other.replace(other.find("DL1ABC"), 6, "DL2XYZ");
+  ReceiveAdif(RealRecord() + "<call:1>X <eor>" + other);
+  EXPECT_THAT(Rows("Select Call from Log Order By Call"), ElementsAre("DL1ABC", "DL2XYZ"));
+  EXPECT_THAT(ReadBytes(directory.Path() / ContactIntake::kRefusedFile), HasSubstr("<CALL:1>X"));
+}
+
+TEST_F(Intake, ACountryThatARecordTellsIsKeptAndThatOfItsDayElse) {
+  ReceiveAdif(
+      "<call:6>IK0ABC <qso_date:8>20240510 <time_on:4>1200 <band:2>2m <mode:3>FT8 "
+      "<dxcc:3>225 <eor>");
+  ReceiveAdif("<call:5>GB6WW <qso_date:8>20240510 <time_on:4>1200 <band:2>2m <mode:3>FT8 <eor>");
+  EXPECT_THAT(Rows("Select Call,Country from Log Order By QsoNr"),
+              ElementsAre("IK0ABC|IS0", "GB6WW|GM"));
+  EXPECT_THAT(Rows("Select QsoNr,Dxcc,Country,Regola from EntitaQso Order By QsoNr"),
+              ElementsAre("1|225||", "2||GM|GB6WW"));
+  // Told of a contact that is there, it completes that.
+  ReceiveAdif(
+      "<call:5>GB6WW <qso_date:8>20240510 <time_on:4>1200 <band:2>2m <mode:3>FT8 "
+      "<dxcc:3>223 <eor>");
+  EXPECT_THAT(programs->LastNews(), HasSubstr("completato"));
+  EXPECT_THAT(Rows("Select Dxcc from EntitaQso where QsoNr=2"), ElementsAre("223"));
+}
+
+TEST_F(Intake, AnOpenLogHasTheContactAndKeepsWhatIsBeingTyped) {
+  Know<log::LogForm>("LogForm");
+  log::LogForm& log = Open<log::LogForm>("LogForm");
+  Press(log, "cmClear");
+  Event([&] { log.CallQso.SetText("IK3XYZ"); });
+  ReceiveVector("12-logged-adif");
+  EXPECT_EQ(log.QsoTotali.Text(), "1");
+  EXPECT_EQ(log.CallQso.Text(), "IK3XYZ");
+  Press(log, "cmLast");
+  EXPECT_EQ(log.CallQso.Text(), "DL1ABC");
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ TEST_F(TheWindow, ShowsTheNewestFirstWithItsNeedAndColour) {
   Hear("CQ K1ABC FN42", 1);
   Hear("CQ JA1ABC PM95", 2);
   EXPECT_THAT(Calls(), ElementsAre("JA1ABC", "K1ABC"));
-  EXPECT_EQ(window->Decodifiche.Cell(1, 10), "Country");
+  EXPECT_EQ(window->Decodifiche.Cell(1, 7), "Country");
   EXPECT_EQ(window->Decodifiche.BackColour(1, 0), Programs::ColourOf(0));
   Hear("TNX BOB 73", 3);
   EXPECT_EQ(window->Decodifiche.BackColour(1, 0), base::kWhite);

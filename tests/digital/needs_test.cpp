@@ -52,6 +52,7 @@ class OfAStation : public ::testing::Test {
              .prefisso = "DL1",
              .country = "DL",
              .continente = "EU",
+             .provincia = {},
              .locator = "JO31",
              .zonaCQ = 14,
              .zonaITU = 28,

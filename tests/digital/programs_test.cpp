@@ -1,8 +1,12 @@
 #include "digital/programs.h"
 
-#include "core/prefix.h"
+#include <sqlite3.h>
+
+#include "adif/record_to_contact.h"
+#include "adif/station_tables.h"
 #include "digital/call_places.h"
 #include "tests/digital/digital_station.h"
+#include "tests/support/entity_table.h"
 
 namespace brenvo::digital {
 namespace {
@@ -94,10 +98,57 @@ TEST_F(AtWork, ADecodeIsJudgedByTheOrderOfTheNeeds) {
   EXPECT_EQ(NeedOf(0), "Square banda modo conferma");
 }
 
-TEST_F(AtWork, NeedsThatCannotBeReadAreToldAndTheUsualOnesStand) {
-  Choose(core::choice::kDigitalNeeds, "Country, Prato");
+TEST_F(AtWork, NeedsThatCannotBeReadAreRefusedWithTheReason) {
+  Choose(core::choice::kDigitalNeeds, "Zona CQ");
+  Event([&] {
+    EXPECT_THAT(session.Choices.Set(core::choice::kDigitalNeeds, "Country, Prato"),
+                HasSubstr("Prato"));
+  });
+  EXPECT_EQ(programs->Needs().front().words, "Zona CQ");
+  EXPECT_EQ(programs->Fault(), "");
+}
+
+TEST_F(AtWork, NeedsThatSomebodyElseHasWrittenWrongAreToldAndTheUsualOnesStand) {
+  session.SaveSetting("Digitale", "Bisogni", "Country, Prato");
+  Start();
   EXPECT_THAT(programs->Fault(), HasSubstr("Prato"));
   EXPECT_EQ(programs->Needs().front().words, "Country");
+  EXPECT_EQ(session.Choices.Text(core::choice::kDigitalNeeds).substr(0, 8), "Country!");
+}
+
+TEST_F(AtWork, AProvinceIsThatOfTheNewestContactWithTheCall) {
+  const auto add = [&](std::string_view province, int day, std::string_view band) {
+    session.Contacts.Add(core::ContactTable::kLog, *session.Tables.TbLog,
+                         [&](engine::EditableRecordset& row) {
+                           row.Set("DataQso", base::DateTime::Of(2001, 1, day, 10));
+                           row.Set("Call", "IK0ABC");
+                           row.Set("Banda", band);
+                           row.Set("Modo", "FT8");
+                           row.Set("Country", "I");
+                           row.Set("Provincia", province);
+                         });
+  };
+  add("LT", 1, "  2 m");
+  add("RM", 2, "  2 m");
+  SendStatus();
+  Choose(core::choice::kDigitalNeeds, "Provincia banda");
+  Advance(50);
+  SendDecode("CQ IK0ABC JN61");
+  EXPECT_EQ(NeedOf(0), "Provincia banda");
+  // Nothing is known of who was never worked, nor of a call that is of another country by now.
+  SendDecode("CQ IK0ABD JN61", 1000);
+  SendDecode("CQ IK0ABC/MM", 2000);
+  EXPECT_EQ(NeedOf(0) + NeedOf(1), "");
+  Event([&] { add("RM", 3, " 20 m"); });
+  EXPECT_EQ(NeedOf(2), "");
+  // The newest one that is left counts.
+  Event([&] {
+    const auto rows = session.Db.OpenDynaset("select * from Log where Provincia='RM'");
+    session.Contacts.Delete(core::ContactTable::kLog, *rows);
+    rows->MoveNext();
+    session.Contacts.Delete(core::ContactTable::kLog, *rows);
+  });
+  EXPECT_EQ(NeedOf(2), "Provincia banda");
 }
 
 TEST_F(AtWork, AContactThatIsStoredTakesTheNeedAndTheColourAway) {
@@ -299,16 +350,79 @@ TEST_F(AtWork, AllProgramsAreHaltedAndAskedAgain) {
   EXPECT_THAT(Lines(), ElementsAre(Line(HaltTx{false}), Line(Replay())));
 }
 
-TEST_F(AtWork, CallsInMemoryAreResolvedAsByTheDatabase) {
-  CallPlaces places;
-  places.Read(session);
-  for (const char* call : {"K1ABC", "IK3ABC", "PJ4/K1ABC", "9A5XYZ", "3DA0RS", "JA1ABC", "I0XXX",
-                           "VP8ABC", "X", "", "QQ9QQ", "UA9ABC", "UA1ABC", "KH6ABC"}) {
-    const core::ResolvedPrefix resolved = core::ResolvePrefix(session, call);
-    const CallPlace* const place = places.Of(call, base::DateTime());
-    EXPECT_EQ(place == nullptr ? "" : place->Country, resolved.Country) << call;
-    EXPECT_EQ(place == nullptr ? 0 : place->ZonaCQ, resolved.ZonaCQ.Number()) << call;
+TEST_F(AtWork, ACallIsFromWhereAnImportPutsItThatDay) {
+  CallPlaces places(session);
+  places.Read();
+  adif::StationTables tables(session);
+  for (const char* day : {"19850601", "20240510", "20240610"}) {
+    for (const char* call : {"K1ABC", "IK3ABC", "PJ4/K1ABC", "9A5XYZ", "3DA0RS", "I0XXX", "VP8ABC",
+                             "QQ9QQ", "UA9ABC", "GB6WW", "K0ABC/MM", "Y21XX", "IK0XYZ/5"}) {
+      adif::MappedRecord mapped;
+      adif::AdifRecord record;
+      record.fields = {{"CALL", call}, {"QSO_DATE", day}, {"TIME_ON", "1200"}};
+      adif::MapColumns(record, {}, tables, mapped);
+      const core::CallPlace place = places.Of(call, mapped.contact.DataQso);
+      EXPECT_EQ(place.Prefisso, mapped.contact.Prefisso) << call;
+      EXPECT_EQ(place.Country, mapped.contact.Country) << call << day;
+      EXPECT_EQ(place.ZonaCQ, mapped.contact.ZonaCQ) << call << day;
+      EXPECT_EQ(place.ZonaITU, mapped.contact.ZonaITU) << call << day;
+      EXPECT_EQ(place.Continente, mapped.contact.Continente) << call << day;
+    }
   }
+}
+
+TEST_F(AtWork, ADecodeIsOfTheCountryOfItsDay) {
+  SendStatus();
+  Choose(core::choice::kDigitalNeeds, "Country");
+  const auto hears = [&](base::DateTime now, std::string_view message, std::uint32_t time) {
+    machine.SetNow(now);
+    SendDecode(std::string(message), time);
+    return programs->Decodes().front().country;
+  };
+  constexpr std::uint32_t kNoon = 43200000, kBeforeMidnight = 86385000;
+  const auto inMay = base::DateTime::Of(2024, 5, 10, 14),
+             inJune = base::DateTime::Of(2024, 6, 10, 14);
+  EXPECT_EQ(hears(inMay, "CQ GB6WW IO75", kNoon), "GM");
+  EXPECT_EQ(programs->Decodes().front().title, "Scozia");
+  EXPECT_EQ(NeedOf(0), "Country");
+  EXPECT_EQ(hears(inJune, "CQ GB6WW IO76", kNoon), "G");
+  // In the first minutes of the 29th in UTC the 28th may still be told of.
+  const auto behindMidnight = base::DateTime::Of(2024, 5, 29, 2, 1);
+  EXPECT_EQ(hears(behindMidnight, "CQ GB6WW IO77", kBeforeMidnight), "GM");
+  EXPECT_EQ(hears(behindMidnight, "CQ GB6WW IO77", 15000), "G");
+  // At sea nobody is a need of a country.
+  EXPECT_EQ(hears(inMay, "CQ K0ABC/MM", kNoon), "");
+  EXPECT_EQ(NeedOf(0), "");
+}
+
+TEST_F(AtWork, OtherRulesJudgeAgainWhatIsThere) {
+  SendStatus();
+  SendDecode("CQ IK0ABC JN61");
+  EXPECT_EQ(programs->Decodes().front().country, "I");
+  const entities::Table table = TableOfCall("prova.tbl", "IK0ABC", 225);
+  Event([&] { session.ByDate.Apply(table); });
+  EXPECT_EQ(programs->Decodes().front().country, "IS0");
+}
+
+TEST_F(AtWork, ADecodeAsksNothingOfTheDatabase) {
+  Choose(core::choice::kDigitalNeeds, "Country banda, Provincia, Square banda modo conferma");
+  SendStatus();
+  Advance(50);
+  // From here on a statement over any of these tables fails.
+  sqlite3* file = nullptr;
+  ASSERT_EQ(sqlite3_open((directory.Path() / "Brenvo.mdb").c_str(), &file), SQLITE_OK);
+  for (const char* table :
+       {"Log", "LogAdif", "Prefissi", "Country", "UserRTX", "Modi", "EntitaQso", "EntitaCarichi"}) {
+    const std::string rename = fmt::format("ALTER TABLE \"{0}\" RENAME TO \"{0}2\"", table);
+    ASSERT_EQ(sqlite3_exec(file, rename.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << table;
+  }
+  sqlite3_close(file);
+  machine.TakeLines();
+  SendDecode("CQ K1ABC FN42");
+  EXPECT_EQ(NeedOf(0), "Country banda");
+  EXPECT_EQ(programs->Decodes().front().banda, " 20 m");
+  EXPECT_GT(programs->Decodes().front().distance, 0);
+  EXPECT_THAT(Lines(), Not(Contains(HasSubstr("error"))));
 }
 
 }  // namespace

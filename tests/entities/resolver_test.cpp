@@ -146,6 +146,35 @@ TEST(Resolving, EasterIslandIsNotChile) {
   EXPECT_EQ(Today().Resolve("CE1ABC", kNow).entity, 112);
 }
 
+TEST(Resolving, TheSecondDistrictOfRussiaIsKaliningrad) {
+  for (const std::string_view call : {"RV3FF/2", "R10RLHA/2", "UA9ABC/2/P"}) {
+    EXPECT_EQ(Today().Resolve(call, kNow).entity, 126) << call;
+  }
+  EXPECT_EQ(Today().Resolve("RV3FF/3", kNow).entity, 54);
+}
+
+TEST(Resolving, AProvinceOfArgentinaTellsTheZoneAndAntarctica) {
+  for (const auto& [call, entity, itu] : {std::tuple("LU1ABC/V", 100, 16),
+                                          {"LW3DX/XA", 100, 16},
+                                          {"LU1VZ/D", 100, 14},
+                                          {"LU8DBS/Z", 13, 73}}) {
+    const Answer answer = Today().Resolve(call, kNow);
+    EXPECT_EQ(answer.entity, entity) << call;
+    EXPECT_EQ(answer.itu, itu) << call;
+  }
+}
+
+TEST(Resolving, TheBasesOfTheStatesInAntarcticaAreTheirsOnlyAsAPlace) {
+  EXPECT_EQ(Today().Resolve("KC4/W3ABC", kNow).entity, 13);
+  EXPECT_EQ(Today().Resolve("W3ABC/KC4", kNow).entity, 13);
+  EXPECT_EQ(Today().Resolve("KC4ABC", kNow).entity, 291);
+}
+
+TEST(Resolving, OfTwoWholeCallsTheSecondIsTheStation) {
+  EXPECT_EQ(Today().Resolve("AJ3M/BY1XX", kNow).entity, 318);
+  EXPECT_EQ(Today().Resolve("DJ7BU/BY4XXX", kNow).entity, 318);
+}
+
 TEST(Resolving, AtSeaAndInTheAirIsNoCountry) {
   for (const std::string_view call : {"K0ABC/MM", "IK0XYZ/AM", "F/IK0XYZ/MM"}) {
     const Answer answer = Today().Resolve(call, kNow);

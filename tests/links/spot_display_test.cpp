@@ -202,5 +202,19 @@ TEST_F(Telnet, ABandThatIsNeitherTickedNorAnnouncedIsSilent) {
   EXPECT_TRUE(terminal.Heard.empty());
 }
 
+TEST_F(Radio, WhoIsSpottedIsToldOfSpotsThatStay) {
+  terminal.Receive(std::string(kSpot20) + "DX de I4LCK: 14195.0 VP8ORK\n");
+  EXPECT_EQ(terminal.Spotted, Texts{"VP8ORK"});
+  OnlyBand("  2 m");
+  terminal.Receive(std::string(kSpot20) + std::string(kSpot2));
+  EXPECT_EQ(terminal.Spotted, (Texts{"VP8ORK", "DL1ABC"}));
+}
+
+TEST_F(Telnet, WhoIsSpottedIsToldOfSpotsThatStay) {
+  OnlyBand("  2 m");
+  terminal.Receive(std::string(kSpot20) + std::string(kSpot2));
+  EXPECT_EQ(terminal.Spotted, Texts{"DL1ABC"});
+}
+
 }  // namespace
 }  // namespace brenvo::links

@@ -20,6 +20,7 @@ TEST_F(Radio, AFailedBandQueryLosesItsLineAndNoOther) {
                      },
                      .PlayWave = [](std::string_view) {},
                      .ShowCheck = [](std::string_view) {},
+                     .Spotted = [](std::string_view) {},
                      .Beep = nullptr,
                      .TakeWaiting = nullptr});
   int failures = 0;

@@ -64,6 +64,7 @@ TEST_F(Radio, ChecksBehindTheAnnouncement) {
                     {.FindBand = [&](base::Khz) { return terminal.Bands.front().first; },
                      .PlayWave = [&](std::string_view name) { terminal.Heard.emplace_back(name); },
                      .ShowCheck = [&](std::string_view) { heardBefore = terminal.Heard.size(); },
+                     .Spotted = [](std::string_view) {},
                      .Beep = nullptr,
                      .TakeWaiting = nullptr});
   for (char c : kSpot20) engine.FeedCharacter(static_cast<unsigned char>(c));

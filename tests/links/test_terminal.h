@@ -42,6 +42,7 @@ class TestTerminal : public forms::Window {
                {.FindBand = [this](base::Khz frequency) { return FindBand(frequency); },
                 .PlayWave = [this](std::string_view name) { Heard.emplace_back(name); },
                 .ShowCheck = [this](std::string_view call) { Checked.emplace_back(call); },
+                .Spotted = [this](std::string_view call) { Spotted.emplace_back(call); },
                 .Beep = [this] { ++Beeps; },
                 .TakeWaiting = [this] { return Take(); }}) {
     for (forms::Command* mark : {&cmMDX, &cmMAnnounce, &cmMTutto, &cmAutoSpelling, &cmAutoCheck}) {
@@ -67,7 +68,7 @@ class TestTerminal : public forms::Window {
   SpotEngine Engine;
 
   // What happened so far.
-  std::vector<std::string> Heard, Checked;
+  std::vector<std::string> Heard, Checked, Spotted;
   std::vector<base::Khz> Asked;
   int Beeps = 0;
 
@@ -80,6 +81,7 @@ class TestTerminal : public forms::Window {
     Received.SetText("");
     Heard.clear();
     Checked.clear();
+    Spotted.clear();
     Asked.clear();
     Beeps = 0;
   }

@@ -1,5 +1,7 @@
 #include "links/tnc_telnet.h"
 
+#include <fmt/format.h>
+
 #include "tests/links/links_station.h"
 
 namespace brenvo::links {
@@ -288,6 +290,22 @@ TEST_F(TelnetTest, TheMenuBringsTheOpenWindowUp) {
   choose();
   choose();
   EXPECT_EQ(session.Windows.Loaded().size(), 2u);
+}
+
+TEST_F(TelnetTest, TheLastSpotsStationIsTheOneOfItsDay) {
+  TNCtelnet& telnet = OpenTelnet();
+  const auto spotted = [&](base::DateTime now, std::string_view call) {
+    machine.SetNow(now);
+    Receive("TNCtelnet", fmt::format("DX de I4LCK:     14195.0  {}   tnx 1423Z\r\n", call));
+    return telnet.Entita.Text();
+  };
+  EXPECT_EQ(telnet.Entita.Text(), "");
+  EXPECT_EQ(spotted(base::DateTime::Of(2024, 5, 10, 12), "GB6WW"),
+            "GB6WW: Scozia dal 01/05 al 28/05/2024");
+  EXPECT_EQ(spotted(base::DateTime::Of(2024, 6, 10, 12), "GB6WW"), "GB6WW: Inghilterra");
+  EXPECT_EQ(spotted(base::DateTime::Of(2024, 6, 10, 12), "K0ABC/MM"),
+            "K0ABC/MM: in mare o in volo non conta per nessun country");
+  EXPECT_EQ(spotted(base::DateTime::Of(2024, 6, 10, 12), "QQQ"), "");
 }
 
 }  // namespace

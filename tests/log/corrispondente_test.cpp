@@ -1,5 +1,6 @@
 #include "log/corrispondente.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include "core/station_notes.h"
@@ -206,6 +207,25 @@ TEST_F(CorrispondenteTest, TheDatabaseIsClosedWhileItAsks) {
   session.CloseTables();
   machine.Advance(1000);
   EXPECT_THAT(RowsOf(page.Tabella), ElementsAre());
+}
+
+TEST_F(CorrispondenteTest, SaysWhyTheMarkedContactHasItsCountryAndElseWhoTheCallIsToday) {
+  machine.SetNow(base::DateTime::Of(2024, 6, 10, 12));
+  for (const char* day : {"10/05/2024", "10/06/2024"}) {
+    Exec(
+        fmt::format("insert into Log (DataQso,Call,Banda,Country) values ('{} 12:00','GB6WW',"
+                    "'  2 m','GM')",
+                    day));
+  }
+  Exec("insert into EntitaQso (QsoNr,Dxcc) values (2,279)");
+  Corrispondente& page = OpenPage();
+  Ask(page, "GB6WW");
+  EXPECT_EQ(page.Entita.Text(), "Country detto da un file di log: Scozia");
+  Event([&] { page.Tabella.ClickCell(2, 0); });
+  EXPECT_EQ(page.Entita.Text(),
+            "GB6WW: Scozia dal 01/05 al 28/05/2024 (regola GB6WW di Entita.csv)");
+  Ask(page, "GB6XX");
+  EXPECT_EQ(page.Entita.Text(), "GB6XX: Inghilterra");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "geo/locator.h"
 #include "log/old_qso.h"
 #include "tests/log/log_station.h"
+#include "tests/support/entity_table.h"
 
 namespace brenvo::log {
 namespace {
@@ -623,6 +624,23 @@ TEST_F(LookupTest, TellsThatACallWasOfAnotherCountryOnItsDayAndRewritesNothing) 
             "IK0ABC/MM: in mare o in volo non conta per nessun country");
   EXPECT_EQ(toldOn("IK0ABC", "10/05/2024"), "");
   EXPECT_EQ(toldOn("IK0ABC", "senza senso"), "");
+}
+
+TEST_F(LookupTest, WhatIsToldOfTheCallFollowsTheRules) {
+  LogForm& log = OpenLog();
+  Press(log, "cmClear");
+  Event([&] { log.CallQso.SetText("IK0ABC"); });
+  Event([&] { log.CallQso.Leave(); });
+  Event([&] { log.Avviso.SetText(""); });
+  const entities::Table table = TableOfCall("prova.csv", "IK0ABC", 225);
+  Event([&] { session.ByDate.Apply(table); });
+  EXPECT_EQ(log.Avviso.Text(), "IK0ABC: Sardegna");
+  Event([&] { session.ByDate.TakeBack(); });
+  EXPECT_EQ(log.Avviso.Text(), "");
+  // What was told since stays.
+  Event([&] { log.Avviso.SetText("altro"); });
+  Event([&] { session.ByDate.Apply(table); });
+  EXPECT_EQ(log.Avviso.Text(), "altro");
 }
 
 }  // namespace

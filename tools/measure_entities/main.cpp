@@ -24,6 +24,7 @@ using measure_prefixes::CtyFile;
 
 constexpr std::string_view kUsage =
     "usage: measure_entities Entita.csv calls CALL_LIST COUNTRY_FILE DAY [--misses]\n"
+    "                                   strokes CALL_LIST COUNTRY_FILE DAY [--misses]\n"
     "                                   slashes COUNTRY_FILE DAY [--misses]\n"
     "                                   dated HOW_MANY TABLE... [--misses]\n"
     "       ... --at-least PERCENT [ZONES]\n";
@@ -89,6 +90,42 @@ bool Slashes(const entities::Resolver& resolver, const std::string& file, base::
     Compare(score, resolver.ResolveByPrefix(call, day), theirs, call, options);
   }
   return score.Print("calls with a stroke", options);
+}
+
+// What a country file says of a call with a stroke, by the plain rule that whoever uses such files
+// knows: the call itself where it is listed; else the part that is a prefix of the file, or one and
+// a digit, where one alone is; else the longest part. A single letter is a prefix in front alone.
+std::optional<Answer> PlainRule(const CtyFile& file, std::string_view call) {
+  if (file.Lists(call)) return file.Find(call);
+  std::string_view place, longest;
+  std::size_t places = 0;
+  for (std::size_t start = 0; start <= call.size();) {
+    const std::size_t end = std::min(call.find('/', start), call.size());
+    const std::string_view part = call.substr(start, end - start);
+    start = end + 1;
+    if (part == "MM" || part == "AM") return std::nullopt;
+    if (part.size() > longest.size()) longest = part;
+    const bool mayBePlace = part.size() > 1 || part.data() == call.data();
+    const bool digit = part.size() > 1 && part.back() >= '0' && part.back() <= '9';
+    if (mayBePlace &&
+        (file.HasPrefix(part) || (digit && file.HasPrefix(part.substr(0, part.size() - 1))))) {
+      place = part;
+      ++places;
+    }
+  }
+  return file.Find(places == 1 ? place : longest);
+}
+
+// The active calls with a stroke.
+bool Strokes(const entities::Resolver& resolver, const std::string& list, const std::string& file,
+             base::DateTime day, const Options& options) {
+  const CtyFile theirs = CtyFile::Read(file);
+  Score score;
+  for (const std::string& call : measure_prefixes::ReadCalls(list)) {
+    if (call.find('/') == std::string::npos) continue;
+    Compare(score, resolver.Resolve(call, day), PlainRule(theirs, call), call, options);
+  }
+  return score.Print("active calls with a stroke", options);
 }
 
 bool IsOneCall(const entities::Rule& rule) {
@@ -170,6 +207,8 @@ int Run(std::vector<std::string> arguments) {
   bool enough = false;
   if (arguments[1] == "calls" && arguments.size() == 5) {
     enough = Calls(resolver, arguments[2], arguments[3], DayOf(arguments[4]), options);
+  } else if (arguments[1] == "strokes" && arguments.size() == 5) {
+    enough = Strokes(resolver, arguments[2], arguments[3], DayOf(arguments[4]), options);
   } else if (arguments[1] == "slashes" && arguments.size() == 4) {
     enough = Slashes(resolver, arguments[2], DayOf(arguments[3]), options);
   } else if (arguments[1] == "dated") {

@@ -22,6 +22,8 @@ struct MappedRecord {
   std::vector<AdifField> kept;
   // The number of the country that the record tells, 0 for none; nothing where it tells none.
   std::optional<int> country;
+  // The rule that has given the country, where it is not the table of prefixes, nor the record.
+  std::optional<core::AppliedRule> applied;
   std::string refusal;  // Italian; empty when the contact can be stored
 };
 

@@ -10,14 +10,10 @@
 
 #include "adif/adif_names.h"
 #include "core/log_time.h"
+#include "core/place_on_day.h"
 #include "core/session.h"
 
 namespace brenvo::adif {
-
-struct PrefixFacts {
-  std::string Prefisso, Country, Continente;  // empty when the call is not resolved
-  double ZonaCQ = 0, ZonaITU = 0;
-};
 
 // " 20 m" and "70cm" as the standard writes them.
 std::string PlainBand(std::string_view banda);
@@ -37,14 +33,15 @@ class StationTables {
   const std::string& ModoOf(std::string_view mode, std::string_view submode);
   std::string PropagazioneOf(std::string_view adif) const;  // empty when it means nothing here
 
-  const PrefixFacts& Prefix(std::string_view call);
+  // By the table of prefixes; nothing is known of a call that it does not resolve.
+  const core::CallPlace& Prefix(std::string_view call);
   // Who the call was then.
   entities::Answer OnDay(std::string_view call, base::DateTime utc) const {
     return session_.ByDate.Of(call, utc);
   }
   // Zones and continent of a country whatever the prefix: what all its prefixes agree on, 0 and
   // empty elsewhere.
-  const PrefixFacts& OfCountry(std::string_view country);
+  const core::CallPlace& OfCountry(std::string_view country);
   bool IsCountry(std::string_view code) const { return countries_.contains(std::string(code)); }
   // The code under which table Country lists a name; empty for none.
   std::string CountryNamed(std::string_view name) const;
@@ -71,9 +68,9 @@ class StationTables {
   std::vector<std::string> modes_, propagations_;
   std::unordered_set<std::string> countries_, provinces_;
   std::unordered_map<std::string, std::string> countryNames_;
-  std::unordered_map<std::string, PrefixFacts> prefixes_;
-  std::unordered_map<std::string, PrefixFacts> ofCountries_;  // empty until it is asked for
-  std::unordered_map<std::string, std::string> foundModes_;   // by mode and submode
+  std::unordered_map<std::string, core::CallPlace> prefixes_;
+  std::unordered_map<std::string, core::CallPlace> ofCountries_;  // empty until it is asked for
+  std::unordered_map<std::string, std::string> foundModes_;       // by mode and submode
 };
 
 // Two letters, two digits, and again up to eight characters; case counts.

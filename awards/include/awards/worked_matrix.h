@@ -51,6 +51,8 @@ class WorkedMatrix : public core::MatrixWindow {
       {.tip = "Attiva il controllo", .run = [this] { Search(); }, .hint = "Attiva il controllo"}};
   forms::CheckBox Mappa{*this, "Mappa", {.caption = "Display mappa"}};
   forms::Label Coordinate{*this, "Coordinate"};
+  // Who the call is today, where that is another country than the rows stand for.
+  forms::Label Avviso{*this, "Avviso"};
   forms::CellGrid Grid1;
   forms::Panel SSPanel1{*this, "SSPanel1", {.hint = ""}};
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};

@@ -129,7 +129,7 @@ class VerificaEntita : public core::ArrangedWindow {
   std::optional<entities::Table> staged_;  // loaded, and not used yet
   bool checked_ = false;                   // findings_ are those of the log
   core::ContactsLater stored_;
-  forms::Subscription closing_;
+  forms::Subscription closing_, rules_;
 };
 
 }  // namespace brenvo::checks

@@ -47,7 +47,8 @@ class ContestNewQso : public forms::Window {
                            {.tip = "Inserisce il Qso e prepara il prossimo",
                             .run = [this] { InsertAndStay(); },
                             .focusAfter = &CallQso}};
-  // What was stored last.
+  // What was stored last; whose call it is on the contact's day, where the table of prefixes says
+  // another country.
   forms::Label Avviso{*this, "Avviso"};
   forms::Command cmInsertE{
       *this, "cmInsertE", "&Inserisci ed esci", {.tip = "Inserisce il Qso e chiude", .run = [this] {
@@ -90,10 +91,17 @@ class ContestNewQso : public forms::Window {
   std::optional<Refusal> FindRefusal();
   // The first serial of another contact with this call.
   std::optional<std::string> DuplicateSerial();
+  std::string OtherOnItsDay();
+  // Another program's contact may have got the serial of this one.
+  void GiveWayToOther();
   void StoreRow(double punti, std::string_view note);
 
   core::Session& session_;
   core::ContestContext contest_;
+  forms::Subscription changes_;
+  bool storing_ = false;     // its own contact
+  bool others_ = false;      // others have stored some since it was opened
+  bool otherOnDay_ = false;  // Avviso tells of the call's country
 };
 
 }  // namespace brenvo::contest

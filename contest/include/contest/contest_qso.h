@@ -48,6 +48,8 @@ class ContestQso : public forms::Window {
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
 
  private:
+  // Whether a contact with that call stands there at that minute, or one beside it.
+  bool HasAtItsTime(const core::ToldContact& told, const std::string& where);
   void SetUpGrid();
   void ShowLastRow();
   // Hands the contest's date, band and name to the window that opens next.

@@ -74,13 +74,32 @@ class CountriesByDate {
 // Loads that are in use no more go: part of a compaction, within a transaction.
 void DropEntityLoads(engine::Database& database);
 
+// The rule that has given a contact its country.
+struct AppliedRule {
+  std::string country;     // the code that it gave; empty for none
+  std::string why;         // in words, with its days
+  std::string rule, file;  // its text, and the file that says so; empty without one
+  friend bool operator==(const AppliedRule&, const AppliedRule&) = default;
+};
+AppliedRule AppliedRuleOf(std::string_view call, const entities::Answer& answer);
+
 // What is kept beside a contact: table EntitaQso.
 struct EntityOfContact {
   std::optional<int> told;  // the number that a log file has told; 0 for no country
   bool chosen = false;      // the operator leaves his own
+  // Where it was not the table of prefixes. Of a contact whose country is another one by now, this
+  // tells nothing any more.
+  std::optional<AppliedRule> applied;
 };
 EntityOfContact EntityKeptOf(engine::Database& database, std::int64_t qsoNr);
-// Within a transaction.
+// Each within a transaction.
 void KeepChosenEntity(engine::Database& database, std::int64_t qsoNr, bool chosen);
+void KeepToldEntity(engine::Database& database, std::int64_t qsoNr, std::optional<int> number);
+void KeepAppliedRule(engine::Database& database, std::int64_t qsoNr, const AppliedRule& applied);
+
+// Why a contact has its country, or who its call was on its day, for the operator; empty where
+// nothing is known. `qsoNr` is 0 for none that is stored, `country` the code that it has.
+std::string WhyCountry(Session& session, std::int64_t qsoNr, std::string_view call,
+                       base::DateTime utc, std::string_view country);
 
 }  // namespace brenvo::core

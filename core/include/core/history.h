@@ -41,6 +41,8 @@ class History {
   void KeepField(std::int64_t qsoNr, std::string_view field);
   // The same of the cards of one side (qsl_cards.h).
   void KeepCards(std::int64_t qsoNr, CardSide side);
+  // The same of the number of its country that a log file has told.
+  void KeepTold(std::int64_t qsoNr);
   // The same of its station, and of a value of the log's (own_values.h).
   void KeepStation(std::int64_t qsoNr);
   void KeepValue(std::string_view name);
@@ -61,6 +63,8 @@ class History {
   static constexpr std::string_view kStationField = "(Stazione)";
   // The same of its cards, as TextOfCards has them.
   static constexpr std::string_view kSentField = "(Qsl inviate)", kReceivedField = "(Qsl ricevute)";
+  // The same of the number of its country.
+  static constexpr std::string_view kToldField = "(Country detto)";
   // The side of such a name; nothing for another one.
   static std::optional<CardSide> SideOf(std::string_view field);
 

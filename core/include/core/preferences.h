@@ -2,6 +2,7 @@
 // to what was chosen.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -109,11 +110,13 @@ inline constexpr Choice kDigitalForwards{
     "Digitale", "Inoltra", "Inoltra i datagrammi a",
     "Altri programmi, come 127.0.0.1:2238, con uno spazio tra uno e l'altro",
     TextKind{"", FaultOfForwards}};
+std::string FaultOfNeeds(Session& session, std::string_view needs);
 inline constexpr Choice kDigitalNeeds{
     "Digitale", "Bisogni", "Bisogni, dal primo all'ultimo",
     "Che cosa si cerca nelle decodifiche: di che cosa, banda, modo, conferma; con ! suona",
     TextKind{"Country!, Zona CQ!, Country banda!, Zona CQ banda, Country modo, Square banda, "
-             "Country conferma"}};
+             "Country conferma",
+             FaultOfNeeds}};
 inline constexpr Choice kDigitalColours{
     "Digitale", "Colora", "Colora in WSJT-X",
     "I nominativi che servono si colorano anche nella finestra di WSJT-X", YesNoKind{true}};
@@ -154,6 +157,10 @@ class Preferences {
   static std::string Range(const Choice& choice);
   // Stores what the operator has written and reports it. Then "", else why it will not do.
   [[nodiscard]] std::string Set(const Choice& choice, std::string_view text);
+
+  // Why needs cannot be read, in Italian, empty when they can; set by whoever reads them. Until it
+  // is, any text will do.
+  std::function<std::string(std::string_view needs)> FaultOfNeeds;
 
   // A choice has another value.
   forms::Signal<const Choice&> Changed;

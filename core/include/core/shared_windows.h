@@ -16,6 +16,9 @@ class LogWindow : public forms::Window {
   using forms::Window::Window;
   forms::Label Query{*this, "Query"};
   virtual std::string ShownCall() const = 0;
+  // Contacts have come that nobody has typed here: they are among those that it shows, the record
+  // and what is being typed stay.
+  virtual void TakeNewContacts() {}
   // The SELECT of the contacts that it shows.
   std::string Selection;
 

@@ -29,7 +29,7 @@ ParsedNeeds ParseNeeds(std::string_view text);
 
 // A station as it is heard. A text that is empty and a zone 0 are not known, and no need.
 struct Heard {
-  std::string_view call, prefisso, country, continente, locator;
+  std::string_view call, prefisso, country, continente, provincia, locator;
   double zonaCQ = 0, zonaITU = 0;
   std::string_view banda, modo;  // as contacts have them
 };

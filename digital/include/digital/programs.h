@@ -25,6 +25,7 @@ class StationTables;
 namespace brenvo::digital {
 
 class CallPlaces;
+class CallProvinces;
 class ContactIntake;
 
 // One that sends, by its address without the port, and its id. Its answers go where it last sent
@@ -43,11 +44,13 @@ struct HeardDecode {
   platform::UdpAddress address;
   Header header;
   Decode decode;
-  std::string call, locator, country, title;  // of the sender; the country's code and description
-  std::string banda, modo;                    // as contacts have them
-  double distance = 0;                        // km, 0 where it is not known
-  bool isCq = false, isMine = false;          // calls all; names the own call
-  std::optional<std::size_t> need;            // of Needs()
+  base::DateTime moment;  // of it, in UTC
+  std::string call, locator, country,
+      title;                          // of the sender; his country that day, its description
+  std::string banda, modo;            // as contacts have them
+  double distance = 0;                // km, 0 where it is not known
+  bool isCq = false, isMine = false;  // calls all; names the own call
+  std::optional<std::size_t> need;    // of Needs()
 };
 
 struct DatagramCounts {
@@ -110,6 +113,7 @@ class Programs {
 
  private:
   void ReadChoices();
+  std::string FaultOfStoredNeeds() const;
   void Listen();
   void Deafen();
   void Hear(platform::UdpSocket& socket, bool isAdif);
@@ -125,7 +129,7 @@ class Programs {
   void Sound(const HeardDecode& heard);
   void LookForSilent();
   void ReadTables();
-  base::DateTime DayOf(const TimeOfDay& time) const;
+  base::DateTime MomentOf(const TimeOfDay& time) const;
   bool GoesToContest(const adif::AdifRecord& record);
 
   core::Session& session_;
@@ -135,8 +139,9 @@ class Programs {
   std::unique_ptr<platform::WavePlayer> player_;
   std::unique_ptr<adif::StationTables> tables_;
   std::unique_ptr<CallPlaces> places_;
+  std::unique_ptr<CallProvinces> provinces_;  // null while no need asks for them
   std::unique_ptr<ContactIntake> intake_;
-  forms::Subscription choiceChanged_, closing_, reopened_, renewed_, profileStored_;
+  forms::Subscription choiceChanged_, closing_, reopened_, renewed_, profileStored_, rulesChanged_;
 
   bool windowOpen_ = false;
   std::vector<Need> needs_;

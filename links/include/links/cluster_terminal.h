@@ -24,6 +24,8 @@ class ClusterTerminal : public forms::Window {
   forms::StatusBar StatusBar1{*this, "StatusBar1", 1};
   // How it stands with the line to the cluster, and why it does not stand.
   forms::Label Collegamento{*this, "Collegamento"};
+  // Who the last spot's station is today; empty where no rule knows it.
+  forms::Label Entita{*this, "Entita"};
 
   forms::Command cmConnect{*this, "cmConnect", "Connect", [this] { Connect(); }};
   forms::EntryArray CMI{*this, "CMI"};
@@ -75,6 +77,7 @@ class ClusterTerminal : public forms::Window {
  private:
   SpotOutside Outside();
   std::optional<SpotBand> FindBand(base::Khz frequency);
+  void TellEntity(std::string_view call);
   std::optional<char32_t> TakeCharacter();
   void SendText(std::string_view text, std::string_view lineEnd);
   void SendTyped();

@@ -82,6 +82,8 @@ struct SpotOutside {
   std::function<std::optional<SpotBand>(base::Khz)> FindBand;
   std::function<void(std::string_view name)> PlayWave;  // returns when it has ended
   std::function<void(std::string_view call)> ShowCheck;
+  // A spot that stays on the screen.
+  std::function<void(std::string_view call)> Spotted;
   std::function<void()> Beep;
   // The next character that waits, if one does.
   std::function<std::optional<char32_t>()> TakeWaiting;

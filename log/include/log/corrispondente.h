@@ -30,6 +30,8 @@ class Corrispondente : public core::TableWindow {
   forms::TextField Nomi{*this, "Nomi", {.caption = "Nomi"}};
   forms::TextField Luoghi{*this, "Luoghi", {.caption = "Luoghi"}};
   forms::TextField Locatori{*this, "Locatori", {.caption = "Locator"}};
+  // Why the marked contact has its country; without one, whose call it is today.
+  forms::TextField Entita{*this, "Entita", {.caption = "Country"}};
   // Distance and bearings to where it is, by what is known best.
   forms::TextField Direzione{*this, "Direzione", {.caption = "Direzione"}};
   forms::TextField Sole{*this, "Sole", {.caption = "Sole (UTC)"}};
@@ -49,6 +51,9 @@ class Corrispondente : public core::TableWindow {
                         {.tip = "Mostra il Qso nel log",
                          .run = [this] { OpenChosen(); },
                          .enabled = [this] { return ChosenKey().has_value(); }}};
+
+ protected:
+  void RowChosen() override;
 
  private:
   struct Answer;
@@ -70,12 +75,18 @@ class Corrispondente : public core::TableWindow {
   std::unique_ptr<platform::Timer> timer_;
   std::shared_ptr<Answer> asked_;  // what is being asked; null for nothing
   std::unique_ptr<platform::BackgroundWork> work_;
-  std::string call_;                 // the base call that is shown or asked for
-  std::string place_;                // where it is, as long as the log's entry does not tell
-  bool due_ = false;                 // something else is wanted than what is being asked
-  std::string noted_;                // whose note is shown
-  std::string typed_;                // the locator that the log's entry shows
-  std::vector<std::int64_t> qsoNr_;  // of each row, at its key
+  std::string call_;   // the base call that is shown or asked for
+  std::string place_;  // where it is, as long as the log's entry does not tell
+  bool due_ = false;   // something else is wanted than what is being asked
+  std::string noted_;  // whose note is shown
+  std::string typed_;  // the locator that the log's entry shows
+  // Of each row, at its key.
+  struct Shown {
+    std::int64_t qsoNr = 0;
+    std::optional<base::DateTime> when;
+    std::string call, country;
+  };
+  std::vector<Shown> shown_;
   core::MemoryRows rows_, bands_;
   forms::Subscription calls_, contacts_, closing_;
 };

@@ -32,6 +32,7 @@ class LogForm : public core::LogWindow {
   void Load() override;
   void Resize() override;
   std::string ShownCall() const override { return CallQso.Text(); }
+  void TakeNewContacts() override { Renew(); }
   void Unload() override;
 
   // The contact. Each field maps to the column of Log of the same name, CallQso to Call, and
@@ -251,6 +252,9 @@ class LogForm : public core::LogWindow {
   // What to tell where the call was of another country on the day in the fields than the one that
   // stands there; empty elsewhere.
   std::string OtherOnItsDay();
+  // That, and the note on the station.
+  std::string WhatIsToldOfCall();
+  void OnRulesChange();
   void OnLocatorChange();
   void OnCountryChange();
   void OnCountryLeave();
@@ -357,7 +361,8 @@ class LogForm : public core::LogWindow {
   std::string timeOfStart_;                 // date and time as they were put in, empty for not yet
   std::vector<forms::TextField*> skipped_;  // missing, and left so by the operator
   forms::TextField* asked_ = nullptr;       // where Enter went last
-  forms::Subscription changes_, choices_;
+  std::string toldOfCall_;                  // in Avviso, of the call that was left last
+  forms::Subscription changes_, choices_, rules_;
 };
 
 }  // namespace brenvo::log
