@@ -30,7 +30,7 @@ LogForm::LogForm(core::Session& session)
       session_(session) {
   QsoNr.ReadOnly = QsoTotali.ReadOnly = Qrb.ReadOnly = true;
   Query.SetVisible(false);
-  cmInvio.SetVisible(false);  // a key alone
+  for (forms::Command* key : {&cmInvio, &cmRtx}) key->SetVisible(false);  // keys alone
   Posiziona.SetVisible(false);
   PanelGriglia.SetVisible(false);
   DataQso.MayBeEmpty = true;
@@ -98,6 +98,7 @@ void LogForm::Load() {
   session_.Opened.LogOpen = true;
   session_.Opened.CurrentLogForm = this;
   choices_ = session_.Choices.Changed.Subscribe([this](const core::Choice&) { FollowChoices(); });
+  rig_ = session_.Rig.Changed.Subscribe([this] { FollowRig(); });
   changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == kTable && change.Many()) Renew();
   });
@@ -108,6 +109,7 @@ void LogForm::Resize() { StatusBar1.SetMinimumWidth(1, Width() - kStatusPanels);
 void LogForm::Unload() {
   changes_ = {};
   choices_ = {};
+  rig_ = {};
   if (DsLog) DsLog->Close();  // the search dialog holds it while it is open
   DataLog.Close();
   // In the grid view the size is not worth keeping.
