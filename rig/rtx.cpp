@@ -46,7 +46,7 @@ std::size_t IndexOf(std::int64_t row) { return static_cast<std::size_t>(row - 1)
 }  // namespace
 
 Rtx::Rtx(core::Session& session, Transceiver& transceiver, Rotator& rotator, RigServer& server)
-    : forms::Window(session.Host(), "Rtx", "Rtx e rotore", base::Twips(9600), base::Twips(8100)),
+    : forms::Window(session.Host(), "Rtx", "Rtx e rotore", base::Twips(9600), base::Twips(8700)),
       session_(session),
       transceiver_(transceiver),
       rotator_(rotator),
@@ -206,7 +206,10 @@ void Rtx::Step(std::size_t character, int by) {
     if (text[i] != '.') weight *= 10;
   }
   const base::Hz wanted = *air + base::Hz(weight * by);
-  if (wanted.Value() > 0) Say(transceiver_.TuneTo({wanted, ""}));
+  if (wanted.Value() <= 0) return;
+  const std::size_t behind = text.size() - character;  // the digit's place, however long it gets
+  Say(transceiver_.TuneTo({wanted, ""}));
+  if (Frequenza.Text().size() >= behind) Frequenza.Select(Frequenza.Text().size() - behind, 1);
 }
 
 bool Rtx::EditMode(std::int64_t row, int column, const std::string& text) {

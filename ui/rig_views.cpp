@@ -8,8 +8,8 @@ Piece RtxView() {
       "Rtx", Column({Item("Stato"), Line({Wide(Drawn(Bare(Item("Frequenza")), Look::kDial), 3)}),
                      Line({Wide(Drawn(Item("Banda"), Look::kDisplay)),
                            Wide(Drawn(Bare(Item("Modo")), Look::kDisplay))}),
-                     Form({Line({Wide(Item("SMeter")), Item("Segnale")})}), Item("Split"),
-                     Item("Offerta")}));
+                     Form({Line({Wide(Item("SMeter")), Item("Segnale")})}),
+                     Line({Wide(Item("Split")), Item("Offerta")})}));
   const Piece rotor =
       Frame("Rotore", Line({Wide(Drawn(Item("Azimut"), Look::kDisplay)),
                             Wide(Column({Item("Rotore"), Item("Corrispondente")}), 3),

@@ -59,6 +59,16 @@ TEST_F(RtxTest, TheWheelTurnsTheDigitUnderIt) {
   EXPECT_EQ(rig.frequency, 3249901);
 }
 
+TEST_F(RtxTest, TheDigitThatWasTurnedStaysMarkedForTheNextTurn) {
+  rig.frequency = 9999000;
+  Rtx& rtx = OpenRtx();
+  Event([&] { rtx.Frequenza.OnStep(4, 1); });
+  Talk();
+  EXPECT_EQ(rtx.Frequenza.Text(), "10.000.000");
+  EXPECT_EQ(rtx.Frequenza.SelStart(), 5U);
+  EXPECT_EQ(rtx.Frequenza.SelLength(), 1U);
+}
+
 TEST_F(RtxTest, AFrequencyThatIsTypedIsLeftAloneAndGoesThereByEnter) {
   Rtx& rtx = OpenRtx();
   Type(rtx.Frequenza, "70");

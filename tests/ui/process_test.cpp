@@ -6,16 +6,14 @@
 #include "base/text.h"
 #include "platform/device_error.h"
 #include "tests/ui/screen.h"
-#include "ui/event_gate.h"
 #include "ui/qt_process.h"
 
 namespace brenvo::ui {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
-struct ProcessTest : testing::Test {
+struct ProcessTest : ScreenTest {
   bool RunsUntil(const std::function<bool()>& met, int milliseconds = 10000) {
     QElapsedTimer timer;
     timer.start();
@@ -25,7 +23,6 @@ struct ProcessTest : testing::Test {
     }
     return true;
   }
-  EventGate gate;
   QtProcess process{gate};
   std::vector<platform::ProgramEnd> ends;
 

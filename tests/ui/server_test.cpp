@@ -7,13 +7,13 @@
 #include <QTcpSocket>
 
 #include "platform/device_error.h"
-#include "ui/event_gate.h"
+#include "tests/ui/screen.h"
 #include "ui/qt_tcp_server.h"
 
 namespace brenvo::ui {
 namespace {
 
-struct ServerTest : testing::Test {
+struct ServerTest : ScreenTest {
   ServerTest() {
     QTcpServer probe;
     probe.listen(QHostAddress::LocalHost);
@@ -40,7 +40,6 @@ struct ServerTest : testing::Test {
   }
 
   int port = 0;
-  EventGate gate;
   QtTcpServer server{gate};
   std::map<int, std::string> heard;
   std::vector<int> gone;
@@ -71,8 +70,11 @@ TEST_F(ServerTest, NoMoreProgramsAreLetInThanToldAndNoneBehindItsEnd) {
     all.back()->write("f\n");
     ASSERT_TRUE(Meets([&] { return heard.size() == i + 1; }));
   }
-  const auto late = Program();
-  EXPECT_TRUE(Meets([&] { return late->state() == QAbstractSocket::UnconnectedState; }));
+  QTcpSocket late;
+  bool turnedAway = false;
+  QObject::connect(&late, &QTcpSocket::disconnected, &late, [&] { turnedAway = true; });
+  late.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+  EXPECT_TRUE(Meets([&] { return turnedAway; }));
   server.Close();
   EXPECT_TRUE(Meets([&] { return all[0]->state() == QAbstractSocket::UnconnectedState; }));
   EXPECT_TRUE(gone.empty());

@@ -4,6 +4,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <QEventLoop>
+#include <QTimer>
 #include <stdexcept>
 #include <string_view>
 
@@ -296,6 +298,10 @@ forms::Window* RigAtWork(core::Session& session) {
   session.SaveSetting("Rotore", "Indirizzo", kRotor.Address());
   forms::Window* const window = Open(session, "Rtx");
   session.CallTyped({"JA1ABC", "PM95UQ"});
+  QEventLoop loop;  // until the signal has come
+  QTimer::singleShot(1500, &loop, &QEventLoop::quit);
+  loop.exec();
+  Press(*window, "cmRicorda");
   return window;
 }
 
