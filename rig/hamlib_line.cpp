@@ -60,7 +60,10 @@ HamlibLine::HamlibLine(platform::Platform& machine, std::string_view name, std::
     if (OnStands) OnStands();
   };
   socket_->OnData = [this] { Hear(); };
-  socket_->OnFail = [this](std::string_view reason) { Fall(reason); };
+  socket_->OnFail = [this](std::string_view reason) {
+    const bool wasOther = triesOther_ && !stands_;
+    Fall(wasOther ? std::string_view(lastWords_) : reason);
+  };
   socket_->OnPeerClose = [this] { Fall("collegamento chiuso"); };
   process_->OnEnd = [this](const platform::ProgramEnd& end) { ProgramEnded(end); };
   patience_->SetInterval(kPatience);
@@ -94,6 +97,7 @@ void HamlibLine::Stop() {
 void HamlibLine::Connect() {
   if (target_.isOurs && !process_->IsRunning()) {
     startTries_ = 0;
+    triesOther_ = false;
     try {
       process_->Start(StartOf(program_, target_));
     } catch (const platform::DeviceError&) {
@@ -162,9 +166,18 @@ void HamlibLine::Fall(std::string_view why) {
   if (OnFalls) OnFalls();
 }
 
+// One that ends before it was ever reached may have found its port taken: by a program like it that
+// outlived an earlier evening, or that another one has started.
 void HamlibLine::ProgramEnded(const platform::ProgramEnd& end) {
   const std::string words = LastWords(end.output);
-  Fall(fmt::format("{} si è fermato{}{}", program_, words.empty() ? "" : ": ", words));
+  lastWords_ = fmt::format("{} si è fermato{}{}", program_, words.empty() ? "" : ": ", words);
+  if (startTries_ < kStartUpTries && !triesOther_) {
+    again_->SetEnabled(false);
+    triesOther_ = true;
+    socket_->Connect(target_.host, target_.port);
+  } else {
+    Fall(lastWords_);
+  }
 }
 
 }  // namespace brenvo::rig

@@ -44,6 +44,8 @@ class HamlibLine {
   void Stop();
   bool Wanted() const { return wanted_; }
   bool Stands() const { return stands_; }
+  // It stands, to a program that was at work on the port already, as ours could not be.
+  bool IsServedByOther() const { return stands_ && triesOther_; }
   // Why it does not stand; empty while it does or was never wanted.
   const std::string& Fault() const { return fault_; }
 
@@ -79,7 +81,8 @@ class HamlibLine {
   LineTarget target_;
   bool wanted_ = false, stands_ = false, namesVfo_ = false, inFlight_ = false;
   int tries_ = 0, startTries_ = 0;
-  std::string fault_;
+  bool triesOther_ = false;
+  std::string fault_, lastWords_;
   ReplyReader reader_;
   std::deque<Asked> waiting_;  // the first one may be on its way
 };

@@ -79,6 +79,7 @@ std::string Rotator::StateText() const {
   }
   if (!dead_.empty()) return "Il rotore non risponde: " + dead_;
   if (target_) return fmt::format("Gira verso {:.0f}°", DirectionOf(*target_));
+  if (line_->IsServedByOther()) return "Collegato a un rotctld già al lavoro sulla sua porta";
   return "Collegato: " + name_;
 }
 

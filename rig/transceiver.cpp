@@ -130,7 +130,9 @@ std::string Transceiver::StateText() const {
     return line_->Fault().empty() ? "In connessione con " + name_
                                   : fmt::format("Non collegato: {}", line_->Fault());
   }
-  return dead_.empty() ? "Collegato: " + name_ : "L'rtx non risponde: " + dead_;
+  if (!dead_.empty()) return "L'rtx non risponde: " + dead_;
+  if (line_->IsServedByOther()) return "Collegato a un rigctld già al lavoro sulla sua porta";
+  return "Collegato: " + name_;
 }
 
 std::optional<base::Hz> Transceiver::Frequency() const {
@@ -206,7 +208,7 @@ void Transceiver::Poll() {
     });
   }
   // Another program that shares it may be amidst a change of its own.
-  if (isOurs_ && tellsSplit_ && ++polls_ % kBetweenSplits == 0) {
+  if (isOurs_ && !line_->IsServedByOther() && tellsSplit_ && ++polls_ % kBetweenSplits == 0) {
     line_->Ask(Request::Split(), [this](const Reply& reply) { TakeSplit(reply); });
   }
 }

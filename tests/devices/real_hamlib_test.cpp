@@ -80,6 +80,20 @@ TEST_F(RealHamlib, ATransceiverIsStartedHeardAndTuned) {
   EXPECT_EQ(rtx.Stato.Text(), "Collegato: prova");
 }
 
+TEST_F(RealHamlib, OneThatOutlivedAnEarlierEveningIsUsed) {
+  Choose("Rtx", 1);
+  const std::string address = session.GetSetting("Rtx", "Indirizzo", "");
+  QProcess orphan;
+  orphan.start("rigctld", {"-m", "1", "-T", "127.0.0.1", "-t",
+                           QString::fromStdString(address.substr(address.find(':') + 1))});
+  ASSERT_TRUE(orphan.waitForStarted());
+  Pass(1000);
+  rig::Rtx& rtx = OpenRtx();
+  ASSERT_TRUE(Until([&] { return session.Rig.Now().has_value(); }, 20000)) << rtx.Stato.Text();
+  orphan.terminate();
+  orphan.waitForFinished();
+}
+
 TEST_F(RealHamlib, ARotatorIsTurnedAndStopped) {
   Choose("Rotore", 1);
   rig::Rtx& rtx = OpenRtx();

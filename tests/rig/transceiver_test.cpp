@@ -153,6 +153,26 @@ TEST_F(TransceiverTest, AProgramOfOurOwnThatEndsIsStartedAgainAndItsLastWordsAre
   EXPECT_TRUE(session.Rig.Now());
 }
 
+TEST_F(TransceiverTest, WhereOurOwnProgramFindsItsPortTakenTheOneThereIsUsed) {
+  session.SaveSetting("Rtx", "Dove", "nostro");
+  session.SaveSetting("Rtx", "Modello", "1");
+  machine.Processes().Queue("rigctld", "-m 1 -T 127.0.0.1 -t 4532 -P NONE", {1, ""});
+  Connect();
+  EXPECT_TRUE(session.Rig.Now());
+  EXPECT_EQ(transceiver->StateText(), "Collegato a un rigctld già al lavoro sulla sua porta");
+}
+
+TEST_F(TransceiverTest, WhatOurOwnProgramSaidIsToldWhereNobodyElseIsThere) {
+  session.SaveSetting("Rtx", "Dove", "nostro");
+  session.SaveSetting("Rtx", "Modello", "1");
+  machine.Processes().Queue("rigctld", "-m 1 -T 127.0.0.1 -t 4532 -P NONE", {2, "no such model"});
+  machine.Tcp().FailNext("RIG");
+  Connect();
+  EXPECT_EQ(transceiver->StateText(), "Non collegato: rigctld si è fermato: no such model");
+  After(1000);
+  EXPECT_EQ(transceiver->StateText(), "Collegato: ");
+}
+
 TEST_F(TransceiverTest, WhileOurOwnProgramStartsItIsTriedAgainSoon) {
   session.SaveSetting("Rtx", "Dove", "nostro");
   session.SaveSetting("Rtx", "Modello", "1");
