@@ -112,6 +112,8 @@ TEST_F(BandsTest, AFrequencyIsReadInTheUnitThatMakesItOneOfABand) {
   EXPECT_EQ(Read("1296.2"), "1296.200.000");
   EXPECT_EQ(Read("144300"), "144.300.000");
   EXPECT_EQ(Read("145"), "145.000.000");
+  EXPECT_EQ(Read("10120"), "10.120.000") << "30 m before 3 cm";
+  EXPECT_EQ(Read("10368.1"), "10368.100.000");
   EXPECT_EQ(Read("9500"), "9.500.000");
   for (const char* none : {"", "abc", "-5", "14a", ".", "0", "9e9", "999999999999"}) {
     EXPECT_EQ(Read(none), "nothing") << none;

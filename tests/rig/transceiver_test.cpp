@@ -292,6 +292,29 @@ TEST_F(TransceiverTest, AKnobThatIsTurnedFastSendsTheLastOfWhatItWanted) {
   EXPECT_EQ(session.Rig.Now()->frequency, base::Hz(14251000));
 }
 
+TEST_F(TransceiverTest, AnAnswerThatWasOnItsWayDoesNotTurnTheKnobBack) {
+  Connect();
+  Event([&] { machine.Advance(1000); });
+  Lines();
+  session.Rig.Tune(base::Hz(14260000), "");
+  Receive("RIG", "get_freq:\nFrequency: 14250000\nRPRT 0\n");
+  EXPECT_EQ(session.Rig.Now()->frequency, base::Hz(14260000));
+}
+
+TEST_F(TransceiverTest, AnotherSetUpIsTriedSoonHoweverOftenTheOneBeforeFailed) {
+  Event([&] {
+    machine.Tcp().FailNext("RIG");
+    transceiver->WindowOpened(true);
+  });
+  machine.Tcp().FailNext("RIG");
+  After(1000);
+  machine.Tcp().FailNext("RIG");
+  Event([&] { transceiver->SetUpChanged(); });
+  Lines();
+  Event([&] { machine.Advance(1000); });
+  EXPECT_THAT(Lines(), Contains("connect RIG \"127.0.0.1\" 4532"));
+}
+
 TEST_F(TransceiverTest, ATransverterIsAddedToWhatIsShownAndTakenFromWhatIsSent) {
   session.SaveSetting("Rtx", "Transverter", "23cm:1268:Y, 2 m:116:N");
   rig.frequency = 28200000;
