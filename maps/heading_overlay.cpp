@@ -18,7 +18,6 @@ namespace {
 constexpr double kStepKm = 200, kEarthRadiusKm = 6371;
 constexpr int kSteps = 99;  // 19,800 km
 constexpr int kDot = 5;     // pixels
-constexpr base::Colour kBeam{230, 90, 0};
 
 double Degrees(double radians) { return radians * 180 / std::numbers::pi; }
 
@@ -60,6 +59,15 @@ std::vector<geo::Position> BeamPath(const geo::Position& from, double direction)
   return path;
 }
 
+std::vector<std::string> SquaresOf(const std::vector<geo::Position>& path) {
+  std::vector<std::string> squares;
+  for (const geo::Position& place : path) {
+    std::string square = SquareOf(place).square;
+    if (squares.empty() || squares.back() != square) squares.push_back(std::move(square));
+  }
+  return squares;
+}
+
 void DisplayHeading(core::Session& session) {
   const auto heading = session.Map.Heading;
   if (!heading || !geo::IsValidLocator(session.Station.MyLocator)) return;
@@ -70,7 +78,7 @@ void DisplayHeading(core::Session& session) {
     calibration.Add(core::FieldText(*fields, "Field"), fields->Field("X").Number(),
                     fields->Field("Y").Number());
   }
-  map.ShowLegend({{kBeam, {}, fmt::format("Antenna verso {:.0f}°", *heading)}});
+  map.ShowLegend({{kBeamColour, {}, fmt::format("Antenna verso {:.0f}°", *heading)}});
   const geo::Position from = geo::LocatorToRadians(session.Station.MyLocator);
   const auto pixelOf = [&](const geo::Position& place,
                            const MapView& view) -> std::optional<MapPoint> {
@@ -87,7 +95,7 @@ void DisplayHeading(core::Session& session) {
   }
   for (const geo::Position& place : BeamPath(from, *heading)) {
     const auto at = pixelOf(place, ViewOf(map));
-    if (at) map.DrawRectangle(at->x - kDot / 2, at->y - kDot / 2, kDot, kDot, kBeam);
+    if (at) map.DrawRectangle(at->x - kDot / 2, at->y - kDot / 2, kDot, kDot, kBeamColour);
   }
   map.EndAnnotation();
   map.Refresh();

@@ -32,6 +32,7 @@ Rotator::Rotator(core::Session& session)
     angle_ = target_ = std::nullopt;
     limits_.reset();
     dead_.clear();
+    session_.Map.Heading.reset();
     Changed();
   };
   poll_->OnTick = [this] { Poll(); };
@@ -40,7 +41,10 @@ Rotator::Rotator(core::Session& session)
   });
 }
 
-Rotator::~Rotator() { line_->OnFalls = nullptr; }
+Rotator::~Rotator() {
+  line_->OnFalls = nullptr;
+  session_.Map.Heading.reset();
+}
 
 void Rotator::Start() { Follow(); }
 
@@ -112,6 +116,7 @@ void Rotator::TakePosition(const Reply& reply) {
   if (reply.code != kDone) {
     dead_ = WordsOf(reply.code);
     angle_.reset();
+    session_.Map.Heading.reset();
     const auto step =
         static_cast<std::size_t>(std::min<int>(deadTries_++, std::ssize(HamlibLine::kBackOff) - 1));
     poll_->SetInterval(std::max(HamlibLine::kBackOff[step], target_ ? kTurningPoll : kPoll));
@@ -127,6 +132,7 @@ void Rotator::TakePosition(const Reply& reply) {
   dead_.clear();
   deadTries_ = 0;
   angle_ = azimuth;
+  session_.Map.Heading = Direction();
   elevation_ = reply.Number("Elevation").value_or(0);
   if (target_ && std::fabs(*target_ - *azimuth) <= kArrived) target_.reset();
   poll_->SetInterval(target_ ? kTurningPoll : kPoll);

@@ -253,7 +253,6 @@ bool Rtx::EditTransverter(std::int64_t row, int column, const std::string& text)
 void Rtx::ShowRotator() {
   const auto direction = rotator_.Direction();
   Azimut.SetText(direction ? fmt::format("{:.0f}°", *direction) : "");
-  session_.Map.Heading = direction;
   Rotore.SetText(rotator_.StateText());
   const auto beam = call_.empty() ? std::nullopt : BeamTo(session_, call_, locator_);
   Corrispondente.SetText(

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -32,6 +33,14 @@ TEST(BeamPathTest, BeyondTheDateLineItGoesOnAtTheOtherSide) {
     EXPECT_LE(std::fabs(place.longitude), std::numbers::pi + 1e-9);
     EXPECT_LE(std::fabs(place.latitude), std::numbers::pi / 2);
   }
+}
+
+TEST(BeamPathTest, TheSquaresThatItCrossesStandOnceEach) {
+  const auto squares = SquaresOf(BeamPath({12.1 * kDegree, 45.1 * kDegree}, 0));
+  EXPECT_EQ(squares.at(0), "JN65");
+  EXPECT_EQ(squares.at(1), "JN66");
+  EXPECT_EQ(squares.at(2), "JN68");
+  EXPECT_EQ(std::adjacent_find(squares.begin(), squares.end()), squares.end());
 }
 
 class HeadingOverlayTest : public StationTest {

@@ -23,6 +23,9 @@ TEST_F(RotatorTest, ConnectingAsksForItsLimitsAndWhereItStandsAndTurnsNothing) {
   EXPECT_EQ(rotator->StateText(), "Collegato: 127.0.0.1:4533");
   EXPECT_EQ(rotator->Limits()->maxAzimuth, 450);
   EXPECT_EQ(rotator->Direction(), 10);
+  EXPECT_EQ(session.Map.Heading, 10);
+  Event([&] { rotator->WindowOpened(false); });
+  EXPECT_FALSE(session.Map.Heading);
 }
 
 TEST_F(RotatorTest, ItIsAskedOftenOnlyWhileItTurns) {

@@ -14,7 +14,8 @@ namespace brenvo::rig {
 class HamlibLine;
 
 // Lives as long as the main frame. It is connected while a window wants it, or as long as the
-// operator has chosen so. Nothing turns but at the operator's word.
+// operator has chosen so; then the session's map knows where the beam looks. Nothing turns but at
+// the operator's word.
 class Rotator {
  public:
   // Milliseconds between two questions, at rest and while it turns.
