@@ -124,6 +124,10 @@ void ContestNewQso::PrepareNew() {
       Modo.SetText(core::FieldText(*row, "Modo"));
     }
   }
+  const auto& rig = session_.Rig.Now();
+  if (session_.Choices.Get<core::choice::kRigInContest>() && rig && !rig->modo.empty()) {
+    Modo.SetText(rig->modo);
+  }
   ++UltimoProgr;
   ProgrD.SetText(std::to_string(UltimoProgr));
   ShowTime();

@@ -1,8 +1,10 @@
 #include "core/places.h"
 
 #include "base/text.h"
+#include "core/prefix.h"
 #include "core/session.h"
 #include "core/texts.h"
+#include "geo/locator.h"
 
 namespace brenvo::core {
 
@@ -22,6 +24,12 @@ std::optional<ProvincePlace> FindProvince(Session& session, std::string_view cou
   row.Seek("=", {country, code});
   if (row.NoMatch()) return std::nullopt;
   return ProvincePlace{FieldText(row, "Provincia"), FieldText(row, "Descrizione")};
+}
+
+std::string LocatorOfCall(Session& session, std::string_view call) {
+  const ResolvedPrefix prefix = ResolvePrefix(session, call);
+  const auto country = prefix.Country.empty() ? std::nullopt : FindCountry(session, prefix.Country);
+  return country && geo::IsValidLocator(country->Locator) ? country->Locator : std::string();
 }
 
 std::string TextOf(const CountryPlace& country) {

@@ -293,6 +293,9 @@ void Programs::TakeDecode(Program& program, const Decode& decode) {
     heard.banda =
         tables_->BandaAt(base::Mhz(static_cast<double>(program.status->dial) / kHzPerMhz));
   }
+  // Until the program has said where it listens, it listens where the transceiver does.
+  const auto& rig = session_.Rig.Now();
+  if (heard.banda.empty() && rig) heard.banda = rig->banda;
   if (tables_ && !heard.locator.empty()) heard.distance = tables_->Distance(heard.locator);
   Judge(heard);
   decodes_.push_front(std::move(heard));

@@ -37,8 +37,8 @@ constexpr Token kTokens[] = {
 // The windows that came behind these have a list of their own, names with a blank between. None of
 // them is a dialog.
 constexpr std::string_view kNewWindows[] = {
-    "Preferenze",  "Stazioni", "Storia",      "Elenco",         "Corrispondente",
-    "VerificaLog", "Tasti",    "GestioneQsl", "VerificaEntita", "Digitale"};
+    "Preferenze",  "Stazioni",       "Storia",   "Elenco", "Corrispondente", "VerificaLog", "Tasti",
+    "GestioneQsl", "VerificaEntita", "Digitale", "Rtx"};
 constexpr std::string_view kNewList = "Finestre";
 
 std::string OpenNewWindows(core::Session& session) {

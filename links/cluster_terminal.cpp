@@ -13,6 +13,7 @@
 #include "core/texts.h"
 #include "links/dx_dialog.h"
 #include "spelling.h"
+#include "spot_line.h"
 
 namespace brenvo::links {
 namespace {
@@ -36,6 +37,7 @@ ClusterTerminal::ClusterTerminal(core::Session& session, std::string name, std::
       engine_(policy, Received, {Banda, cmAutoSpelling, cmAutoCheck, cmMDX, cmMAnnounce, cmMTutto},
               Outside()),
       annuncioDX_(session.Machine.MakeWavePlayer()) {
+  cmRtx.SetVisible(false);
   cmAutoSpelling.Toggle = cmAutoCheck.Toggle = true;
   MenuBar = {&S70, &S54, &MB};
   CMI.Add("-");
@@ -158,6 +160,14 @@ void ClusterTerminal::CheckLocator() {
   } else {
     ShowLocatorCheck(session_, selected);
   }
+}
+
+void ClusterTerminal::TuneRig() {
+  const auto found = FindSpot(Received.Text(), Received.SelStart());
+  const base::Khz frequency = found ? found->spot.SpotFrequenza : base::Khz(0);
+  StatusBar1.SetPanel(1, frequency.Value() > 0
+                             ? session_.Rig.Tune(base::ToHz(frequency), found->modo)
+                             : "Nessuno spot da sintonizzare");
 }
 
 void ClusterTerminal::AnnounceDX() {

@@ -25,4 +25,12 @@ bool BeginsAsSpot(std::string_view line);
 // Cuts such a line; nothing when it holds no colon. Any text will do.
 std::optional<SpotLine> CutSpotLine(std::string_view line);
 
+// The spot of a terminal's text that the character at `place` stands in; the last one of the text
+// where that is none. Nothing where there is none at all.
+struct SpotInText {
+  SpotLine spot;
+  std::string modo;  // that its comment names; empty for none
+};
+std::optional<SpotInText> FindSpot(std::string_view text, std::size_t place);
+
 }  // namespace brenvo::links

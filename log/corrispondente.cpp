@@ -14,7 +14,6 @@
 #include "core/log_time.h"
 #include "core/open_in_log.h"
 #include "core/places.h"
-#include "core/prefix.h"
 #include "core/shared_windows.h"
 #include "core/station_notes.h"
 #include "core/texts.h"
@@ -232,13 +231,7 @@ std::string Corrispondente::PlaceOf(const Answer& answer) {
   for (const EarlierContact& each : answer.contacts) {
     if (geo::IsValidLocator(each.locator)) return each.locator;
   }
-  if (answer.call.empty()) return {};
-  const core::ResolvedPrefix prefix = core::ResolvePrefix(session_, CallQso.Text());
-  engine::Table& countries = *session_.Tables.TbCountry;
-  countries.Seek("=", {prefix.Country});
-  if (prefix.Country.empty() || countries.NoMatch()) return {};
-  const std::string locator = core::FieldText(countries, "Locator");
-  return geo::IsValidLocator(locator) ? locator : std::string();
+  return answer.call.empty() ? std::string() : core::LocatorOfCall(session_, CallQso.Text());
 }
 
 void Corrispondente::ShowPlace() {

@@ -30,7 +30,7 @@ LogForm::LogForm(core::Session& session)
       session_(session) {
   QsoNr.ReadOnly = QsoTotali.ReadOnly = Qrb.ReadOnly = true;
   Query.SetVisible(false);
-  cmInvio.SetVisible(false);  // a key alone
+  for (forms::Command* key : {&cmInvio, &cmRtx}) key->SetVisible(false);  // keys alone
   Posiziona.SetVisible(false);
   PanelGriglia.SetVisible(false);
   DataQso.MayBeEmpty = true;
@@ -99,6 +99,7 @@ void LogForm::Load() {
   session_.Opened.CurrentLogForm = this;
   choices_ = session_.Choices.Changed.Subscribe([this](const core::Choice&) { FollowChoices(); });
   rules_ = session_.ByDate.Changed.Subscribe([this] { OnRulesChange(); });
+  rig_ = session_.Rig.Changed.Subscribe([this] { FollowRig(); });
   changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
     if (change.table == kTable && change.Many()) Renew();
   });
@@ -110,6 +111,7 @@ void LogForm::Unload() {
   changes_ = {};
   choices_ = {};
   rules_ = {};
+  rig_ = {};
   if (DsLog) DsLog->Close();  // the search dialog holds it while it is open
   DataLog.Close();
   // In the grid view the size is not worth keeping.

@@ -3,9 +3,11 @@
 
 #include <algorithm>
 
+#include "base/match.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "core/entry.h"
+#include "core/lists.h"
 #include "core/log_time.h"
 #include "core/preferences.h"
 #include "core/station_profile.h"
@@ -24,7 +26,8 @@ void LogForm::FollowChoices() {
   namespace choice = core::choice;
   const core::Preferences& choices = session_.Choices;
   chosen_ = {choices.Get<choice::kKeepsLink>(), choices.Get<choice::kReportsByMode>(),
-             choices.Get<choice::kStatusByBand>(), choices.Get<choice::kTimesOfQso>()};
+             choices.Get<choice::kStatusByBand>(), choices.Get<choice::kTimesOfQso>(),
+             choices.Get<choice::kRigInLog>()};
   DefaultCommand = choices.Get<choice::kEnterStores>() ? &cmInvio : nullptr;
 }
 
@@ -45,6 +48,36 @@ void LogForm::KeepTimeOfEnd(std::int64_t qsoNr) {
       {qsoNr, "QSO_DATE_OFF", fmt::format("{:04}{:02}{:02}", end.Year(), end.Month(), end.Day())});
   kept->Append(
       {qsoNr, "TIME_OFF", fmt::format("{:02}{:02}{:02}", end.Hour(), end.Minute(), end.Second())});
+}
+
+std::string LogForm::TextsOfRecord() const {
+  std::string texts;
+  for (const FieldOfColumn& each : record_) {
+    texts += std::visit(
+        base::Match{[](const forms::CheckBox* box) { return std::string(box->IsOn() ? "Y" : "N"); },
+                    [](const auto* field) { return field->Text(); }},
+        each.field);
+    texts += '\n';
+  }
+  return texts;
+}
+
+// As if the operator had chosen the band: its reports and its power come along.
+void LogForm::FollowRig() {
+  const auto& rig = session_.Rig.Now();
+  if (!chosen_.followsRig || !rig || !IsNew() || TextsOfRecord() != untouched_) return;
+  core::SelectListEntry(Banda, rig->banda, std::max<std::size_t>(5, base::Len(rig->banda)));
+  Frequenza.SetText(base::FormatNumber(base::ToMhz(rig->frequency).Value(), "####0.000###"));
+  if (!rig->modo.empty()) {
+    core::SelectListEntry(Modo, rig->modo, std::max<std::size_t>(20, base::Len(rig->modo)));
+  }
+  untouched_ = TextsOfRecord();
+}
+
+void LogForm::TuneRig() {
+  const double mhz = base::Val(Frequenza.Text());
+  Avviso.SetText(mhz > 0 ? session_.Rig.Tune(base::ToHz(base::Mhz(mhz)), Modo.Text())
+                         : "Manca la frequenza per l'rtx");
 }
 
 void LogForm::PutUsualReports() {

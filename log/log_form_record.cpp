@@ -50,6 +50,8 @@ void LogForm::ClearQso() {
   skipped_.clear();
   asked_ = nullptr;
   PutUsualReports();
+  untouched_ = TextsOfRecord();
+  FollowRig();
 }
 
 // In the order in which a record is shown.

@@ -8,6 +8,7 @@
 #include "award_overlays.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "heading_overlay.h"
 #include "map_view.h"
 #include "overlay_geometry.h"
 
@@ -23,7 +24,8 @@ struct Overlay {
 constexpr Overlay kOverlays[] = {{"SQUARE", DisplaySquare},
                                  {"WAZ", DisplayZone},
                                  {"FIELD", DisplayField},
-                                 {"ITALIA", DisplayItalia}};
+                                 {"ITALIA", DisplayItalia},
+                                 {"ROTORE", DisplayHeading}};
 
 std::string PathText(const std::filesystem::path& file) {
   const auto text = file.u8string();

@@ -10,11 +10,13 @@
 #include "base/image_size.h"
 #include "core/entry_key.h"
 #include "core/texts.h"
+#include "heading_overlay.h"
 
 namespace brenvo::maps {
 namespace {
 
-constexpr base::Twips kRadius = base::Twips::FromPixels(7);
+constexpr base::Twips kRadius = base::Twips::FromPixels(7),
+                      kBeamRadius = base::Twips::FromPixels(2);
 
 base::Twips FromPixelColumn(const engine::Value& value) {
   const std::int64_t pixels = value.Integer();
@@ -77,7 +79,22 @@ void MappaSquare::DropMap() {
   DrawSquares();
 }
 
+// Where the antenna looks, as far as the map goes.
+void MappaSquare::DrawBeam() {
+  const std::string& own = session_.Station.MyLocator;
+  if (!session_.Map.Heading || !geo::IsValidLocator(own)) return;
+  engine::Table& places = *session_.Tables.TbSquare;
+  for (const std::string& square :
+       SquaresOf(BeamPath(geo::LocatorToRadians(own), *session_.Map.Heading))) {
+    places.Seek("=", {square});
+    if (places.NoMatch()) continue;
+    PicBuf1.Draw({FromPixelColumn(places.Field("X")), FromPixelColumn(places.Field("Y")),
+                  kBeamRadius, kBeamColour});
+  }
+}
+
 void MappaSquare::DrawSquares() {
+  DrawBeam();
   if (!squares_ || squares_->RecordCount() == 0) return;
   squares_->MoveFirst();
   std::optional<std::string> square;

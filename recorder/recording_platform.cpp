@@ -18,7 +18,9 @@ RecordingPlatform::RecordingPlatform(LineSink sink)
       serial_(sink_),
       tcp_(sink_),
       udp_(sink_),
-      waves_(sink_, names_) {
+      servers_(sink_),
+      waves_(sink_, names_),
+      processes_(sink_) {
   map_.TakePrinterFailure = [this] { return printer_.TakeFailure(); };
   map_.FrameSize = [this] {
     const forms::Window* frame = host_.FindShown("Brenvo");

@@ -42,6 +42,8 @@
 #include "print/qsl_update.h"
 #include "print/reports.h"
 #include "print/stampa_qsl.h"
+#include "rig/modelli.h"
+#include "rig/rtx.h"
 #include "tables/help_form.h"
 #include "tables/stazioni.h"
 #include "tables/tabella_country.h"
@@ -113,6 +115,7 @@ void KnowWindows(core::Session& session) {
   Know<links::WWConv>(session, "WWConv");
   Know<links::FT736>(session, "FT736");
   Know<links::DxDialog>(session, "DX");
+  Know<rig::Modelli>(session, "Modelli");
 }
 
 void AttachActions(core::Session& session, frame::MainFrame& frame) {
@@ -132,6 +135,19 @@ void AttachActions(core::Session& session, frame::MainFrame& frame) {
     return contest::TakeContact(session, told);
   };
   programs->Start();
+  const auto transceiver = std::make_shared<rig::Transceiver>(session);
+  const auto rotator = std::make_shared<rig::Rotator>(session);
+  frame.Services.push_back(transceiver);
+  frame.Services.push_back(rotator);
+  const auto server = std::make_shared<rig::RigServer>(session, *transceiver);
+  frame.Services.push_back(server);
+  session.Windows.Register(
+      "Rtx", [&session, &transceiver = *transceiver, &rotator = *rotator, &server = *server] {
+        return std::make_unique<rig::Rtx>(session, transceiver, rotator, server);
+      });
+  transceiver->Start();
+  rotator->Start();
+  server->Start();
 }
 
 frame::MainFrame& OpenFrame(core::Session& session) {

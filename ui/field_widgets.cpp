@@ -57,6 +57,7 @@ QWidget* Make(Field& field, ViewContext& context, QWidget* parent, Look look) {
       [](OneOf<EntryArray, Menu, Panel, ToolBar> auto&) -> QWidget* { return nullptr; });
 }
 
+constexpr double kDisplayTimes = 1.9, kDialTimes = 3;
 constexpr int kTailMargin = 5;  // as the text area above it has
 
 // What comes and goes with the transceiver's power moves nothing about.
@@ -66,9 +67,9 @@ void KeepRoom(QWidget& widget) {
   widget.setSizePolicy(policy);
 }
 
-void MakeDisplay(QWidget& widget) {
+void MakeDisplay(QWidget& widget, double times) {
   QFont large = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  large.setPointSizeF(widget.font().pointSizeF() * 1.9);
+  large.setPointSizeF(widget.font().pointSizeF() * times);
   large.setBold(true);
   widget.setFont(large);
   widget.setMinimumHeight(QFontMetrics(large).height());  // while it is empty, too
@@ -97,7 +98,8 @@ void MakeTail(QWidget& label) {
 
 QWidget* MakeFieldWidget(Field& field, ViewContext& context, QWidget* parent, Look look) {
   QWidget* widget = Make(field, context, parent, look);
-  if (widget != nullptr && look == Look::kDisplay) MakeDisplay(*widget);
+  if (widget != nullptr && look == Look::kDisplay) MakeDisplay(*widget, kDisplayTimes);
+  if (widget != nullptr && look == Look::kDial) MakeDisplay(*widget, kDialTimes);
   if (widget != nullptr && look == Look::kLasting) KeepRoom(*widget);
   if (widget != nullptr && (look == Look::kNarrow || look == Look::kTail)) MakeNarrow(*widget);
   if (widget != nullptr && look == Look::kTail) MakeTail(*widget);

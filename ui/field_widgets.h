@@ -17,6 +17,7 @@ enum class Look {
   kVertical,   // a slider
   kScrollBar,  // a slider
   kDisplay,    // a text or label in large fixed figures
+  kDial,       // the same, as large as what is looked at all day
   kLines,      // a text of several lines
   kLasting,    // keeps its room while it is hidden
   kNarrow,     // a label that takes more lines where there is no room, and asks for none

@@ -13,9 +13,11 @@
 #include "help_viewer.h"
 #include "letter_size.h"
 #include "print/report_runner.h"
+#include "qt_process.h"
 #include "qt_progress.h"
 #include "qt_serial_port.h"
 #include "qt_tcp_client.h"
+#include "qt_tcp_server.h"
 #include "qt_udp_socket.h"
 #include "qt_wave_player.h"
 #include "thread_work.h"
@@ -62,12 +64,20 @@ std::unique_ptr<platform::TcpClient> QtPlatform::MakeTcpClient(std::string_view)
   return std::make_unique<QtTcpClient>(gate_);
 }
 
+std::unique_ptr<platform::TcpServer> QtPlatform::MakeTcpServer(std::string_view) {
+  return std::make_unique<QtTcpServer>(gate_);
+}
+
 std::unique_ptr<platform::UdpSocket> QtPlatform::MakeUdpSocket(std::string_view) {
   return std::make_unique<QtUdpSocket>(gate_);
 }
 
 std::unique_ptr<platform::WavePlayer> QtPlatform::MakeWavePlayer() {
   return std::make_unique<QtWavePlayer>(gate_);
+}
+
+std::unique_ptr<platform::Process> QtPlatform::MakeProcess() {
+  return std::make_unique<QtProcess>(gate_);
 }
 
 std::unique_ptr<platform::Progress> QtPlatform::ShowProgress(std::string_view title,

@@ -137,6 +137,7 @@ bool TextEdit::WriteKey(const QKeyEvent& event) {
 void TextEdit::keyPressEvent(QKeyEvent* event) {
   if (!context_.Alive()) return;
   if (field_.WritesKeys && WriteKey(*event)) return;
+  if (StepKey(*event)) return;
   const QString characters = CharactersOf(*event);
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     // Without a handler of its own the key is the window's.
@@ -149,6 +150,38 @@ void TextEdit::keyPressEvent(QKeyEvent* event) {
   } else if (!EditKey(event)) {
     QLineEdit::keyPressEvent(event);
   }
+}
+
+// The wheel counts in eighths of a degree, and a step is fifteen.
+void TextEdit::wheelEvent(QWheelEvent* event) {
+  if (!context_.Alive() || !field_.OnStep) {
+    QLineEdit::wheelEvent(event);
+    return;
+  }
+  event->accept();
+  constexpr int kStep = 120;
+  turned_ += event->angleDelta().y();
+  const int steps = turned_ / kStep;
+  turned_ -= steps * kStep;
+  if (steps == 0) return;
+  const QPoint half(fontMetrics().horizontalAdvance(QLatin1Char('0')) / 2, 0);
+  const int place = cursorPositionAt(event->position().toPoint() - half);
+  const std::size_t character = CharactersBefore(text(), place);
+  for (int i = 0; i < std::abs(steps); ++i) {
+    context_.Run([&] { field_.OnStep(character, steps > 0 ? 1 : -1); });
+    if (!context_.Alive()) return;
+  }
+}
+
+bool TextEdit::StepKey(const QKeyEvent& event) {
+  const bool up = event.key() == Qt::Key_Up;
+  if (!context_.Alive() || !field_.OnStep || (!up && event.key() != Qt::Key_Down)) return false;
+  // With all of it selected no one knows which is meant.
+  if (selectedText().size() > 1) return true;
+  const int place = hasSelectedText() ? selectionStart() : cursorPosition();
+  const std::size_t character = CharactersBefore(text(), place);
+  context_.Run([&] { field_.OnStep(character, up ? 1 : -1); });
+  return true;
 }
 
 void TextEdit::focusInEvent(QFocusEvent* event) {

@@ -27,6 +27,7 @@ class TextEdit : public QLineEdit {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   // Keys that are not characters.
@@ -41,9 +42,12 @@ class TextEdit : public QLineEdit {
  private:
   // Its name as the text, for a field that takes keys.
   bool WriteKey(const QKeyEvent& event);
+  // True when the key has stepped a character.
+  bool StepKey(const QKeyEvent& event);
   void FollowSelection();
   void TellSelection();
   bool following_ = false;
+  int turned_ = 0;         // of the wheel, not yet a step
   bool entering_ = false;  // the button that brought the keyboard is still down
 };
 

@@ -7,9 +7,10 @@
 namespace brenvo::ui {
 
 const View* FindView(std::string_view window) {
-  for (const auto* views : {&LogViews(), &ChecksViews(), &ContestViews(), &AwardsViews(),
-                            &MapsViews(), &PrintViews(), &LinksViews(), &TablesViews(),
-                            &AdifViews(), &UpkeepViews(), &ListViews(), &DigitalViews()}) {
+  for (const auto* views :
+       {&LogViews(), &ChecksViews(), &ContestViews(), &AwardsViews(), &MapsViews(), &PrintViews(),
+        &LinksViews(), &TablesViews(), &AdifViews(), &UpkeepViews(), &ListViews(), &DigitalViews(),
+        &RigViews()}) {
     const auto at = std::find_if(views->begin(), views->end(),
                                  [&](const View& view) { return view.window == window; });
     if (at != views->end()) return &*at;

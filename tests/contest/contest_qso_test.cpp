@@ -27,6 +27,16 @@ TEST_F(ContestQsoTest, TheFirstContactTakesSerialDayModeAndReports) {
   });
 }
 
+TEST_F(ContestQsoTest, TheModeComesFromTheTransceiverWhereTheOperatorWantsThat) {
+  session.Rig.Put(core::RigNow{base::Hz(144050000), "  2 m", "CW", {}});
+  ContestQso& log = OpenLog();
+  InEntry(log, [](ContestNewQso& entry) { EXPECT_EQ(entry.Modo.Text(), "USB"); });
+  EXPECT_EQ(session.Choices.Set(core::choice::kRigInContest, "Sì"), "");
+  InEntry(log, [](ContestNewQso& entry) { EXPECT_EQ(entry.Modo.Text(), "CW"); });
+  session.Rig.Put(core::RigNow{base::Hz(144050000), "  2 m", "", {}});
+  InEntry(log, [](ContestNewQso& entry) { EXPECT_EQ(entry.Modo.Text(), "USB"); });
+}
+
 TEST_F(ContestQsoTest, TheLogsCellsAreNotWrittenInPlace) {
   EXPECT_FALSE(OpenLog().QC.WritesCells());
 }

@@ -24,8 +24,10 @@
 #include "tests/support/scratch_directory.h"
 #include "ui/event_gate.h"
 #include "ui/qt_devices.h"
+#include "ui/qt_process.h"
 #include "ui/qt_serial_port.h"
 #include "ui/qt_tcp_client.h"
+#include "ui/qt_tcp_server.h"
 
 #include "recorder/recording_platform.h"
 
@@ -38,6 +40,12 @@ class RealLines : public recorder::RecordingPlatform {
   }
   std::unique_ptr<platform::TcpClient> MakeTcpClient(std::string_view) override {
     return std::make_unique<QtTcpClient>(Gate);
+  }
+  std::unique_ptr<platform::TcpServer> MakeTcpServer(std::string_view) override {
+    return std::make_unique<QtTcpServer>(Gate);
+  }
+  std::unique_ptr<platform::Process> MakeProcess() override {
+    return std::make_unique<QtProcess>(Gate);
   }
   std::unique_ptr<platform::Timer> MakeTimer() override { return std::make_unique<QtTimer>(Gate); }
   EventGate Gate;
@@ -153,6 +161,7 @@ class SerialLine {
     if (same) Heard.erase(0, bytes.size());
     return same;
   }
+  // Takes what waits, into Heard.
   void Listen() {
     char buffer[4096];
     for (ssize_t count = 0; (count = read(end_, buffer, sizeof buffer)) > 0;) {

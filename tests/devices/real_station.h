@@ -23,6 +23,8 @@ class RealStation : public testing::Test {
     for (const char* file : {"tnc.mnu", "wwconv.mnu"}) {
       std::filesystem::copy_file(SourceDir() / "data" / file, directory.Path() / file);
     }
+    std::filesystem::copy_file(SourceDir() / "data/rules/ModiRtx.csv",
+                               directory.Path() / "ModiRtx.csv");
     machine.SetApplicationDirectory(directory.Path());
     machine.Gate.Attach(&session.Windows);
     frame = station::StartStation(session);

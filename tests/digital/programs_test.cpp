@@ -87,6 +87,15 @@ TEST_F(AtWork, AProgramThatIsGoneIsNotAnswered) {
   EXPECT_THAT(programs->All(), IsEmpty());
 }
 
+TEST_F(AtWork, UntilAProgramTellsItsFrequencyTheTransceiversBandCounts) {
+  session.Rig.Put(core::RigNow{base::Hz(7074000), " 40 m", "", {}});
+  SendDecode("CQ K1ABC FN42");
+  EXPECT_EQ(programs->Decodes().front().banda, " 40 m");
+  SendStatus();
+  SendDecode("CQ K2ABC FN42");
+  EXPECT_EQ(programs->Decodes().front().banda, " 20 m");
+}
+
 TEST_F(AtWork, ADecodeIsJudgedByTheOrderOfTheNeeds) {
   SendStatus();
   SendDecode("CQ K1ABC FN42");

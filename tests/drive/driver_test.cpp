@@ -158,6 +158,9 @@ TEST_F(Scripts, DevicesThatAreNotOpenAreAFailure) {
   EXPECT_EQ(Failure("peer-close WWConv"), "1: WWConv is not connected");
   EXPECT_EQ(Failure("wave-end 1"), "1: no wave file plays");
   EXPECT_EQ(Failure("fail scanner"), "1: there is no device scanner");
+  EXPECT_EQ(Failure("receive RIGSERVER f"), "1: RIGSERVER does not listen");
+  EXPECT_EQ(Failure("receive ROTOR x"), "1: ROTOR is not connected");
+  EXPECT_EQ(Failure("process rigctl -l 0 @nowhere"), "1: there is no file nowhere");
 }
 
 TEST_F(Scripts, TheScriptGoesOnInsideADialog) {

@@ -91,6 +91,10 @@ class EveryField : public forms::Window {
     Arranged.SetArranger(&arranging);
     Arranged.OnHeading = [this](int column) { arranging.SortBy(column, false); };
     for (forms::Field* field : Fields()) Watch(*field);
+    Dial.HoldText("7.050");
+    Dial.OnStep = [this](std::size_t character, int by) {
+      Note("Dial step " + std::to_string(character) + (by > 0 ? " up" : " down"));
+    };
     DefaultCommand = &cmOk;
     CancelCommand = &cmCancel;
   }
@@ -101,6 +105,7 @@ class EveryField : public forms::Window {
   std::vector<std::string> events;
   TwoRows source;
   forms::TextField Call{*this, "Call"};
+  forms::TextField Dial{*this, "Dial"};
   forms::MaskedField Time{*this, "Time", "##:##"};
   forms::ListField Band{*this, "Band", forms::ListStyle::kDropDown};
   forms::ListField Mode{*this, "Mode", forms::ListStyle::kOpen};

@@ -49,6 +49,17 @@ TEST_F(Operator, AListRefusesWhatIsNoEntry) {
   EXPECT_THAT(w.TakeEvents(), IsEmpty());
 }
 
+TEST_F(Operator, TheWheelTurnsACharacterWhereThatHasAUse) {
+  w.TakeEvents();
+  TurnWheel(w.Dial, 4, "up");
+  TurnWheel(w.Dial, 0, "down");
+  EXPECT_THAT(w.TakeEvents(), ElementsAre("Dial step 4 up", "Dial step 0 down"));
+  EXPECT_THROW(TurnWheel(w.Dial, 5, "up"), recorder::Refused);
+  EXPECT_THROW(TurnWheel(w.Dial, 0, "left"), recorder::Refused);
+  EXPECT_THROW(TurnWheel(w.Call, 0, "up"), recorder::Refused);
+  EXPECT_THROW(TurnWheel(w.Cells, 0, "up"), recorder::Refused);
+}
+
 TEST_F(Operator, AComboTakesAnyText) {
   SetValue(w.Free, "three");
   EXPECT_EQ(w.Free.Text(), "three");

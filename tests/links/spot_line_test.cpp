@@ -69,5 +69,34 @@ TEST(SpotLine, WithoutASpotterHasItsCallAllTheSame) {
   EXPECT_EQ(spot->SpotCall, "VP8ORK");
 }
 
+constexpr std::string_view kScreen =
+    "hello\nDX de I4LCK:     14195.0  VP8ORK   ssb split up 5   1423Z\nprompt >\n"
+    "DX de DL1ABC:     7040.0  JA3XYZ   tnx             1424Z\nlast\n";
+
+TEST(SpotsOfAText, TheSpotIsTheOneThatTheCursorStandsIn) {
+  for (const std::size_t place : {6, 20, 60}) {
+    const auto found = FindSpot(kScreen, place);
+    ASSERT_TRUE(found) << place;
+    EXPECT_EQ(found->spot.SpotFrequenza, base::Khz(14195));
+    EXPECT_EQ(found->modo, "SSB");
+  }
+}
+
+TEST(SpotsOfAText, ElsewhereItIsTheLastOne) {
+  for (const std::size_t place :
+       {std::size_t{0}, std::size_t{70}, kScreen.size(), std::size_t{9999}}) {
+    const auto found = FindSpot(kScreen, place);
+    ASSERT_TRUE(found) << place;
+    EXPECT_EQ(found->spot.SpotFrequenza, base::Khz(7040)) << place;
+    EXPECT_EQ(found->modo, "");
+  }
+}
+
+TEST(SpotsOfAText, ATextWithoutOneHasNone) {
+  EXPECT_FALSE(FindSpot("", 0));
+  EXPECT_FALSE(FindSpot("\n\n", 1));
+  EXPECT_FALSE(FindSpot("DX de nobody\nà", 99));
+}
+
 }  // namespace
 }  // namespace brenvo::links

@@ -54,6 +54,19 @@ TEST_F(MappaSquareTest, AConfirmedSquareIsDarkGreenAndAWorkedOneDarkRed) {
   EXPECT_THAT(Lines(), ElementsAre("circle 4500 1500 105 128 0 0", "circle 7500 4500 105 0 128 0"));
 }
 
+TEST_F(MappaSquareTest, WhereTheAntennaLooksIsALineOfSmallCirclesUnderTheOthers) {
+  Log("JN65AA", true);
+  session.Map.Heading = 308;
+  Place("JN66", 500, 280);
+  Place("JN37", 420, 240);
+  OpenMap();
+  const auto lines = Lines();
+  ASSERT_FALSE(lines.empty());
+  EXPECT_EQ(lines.front(), "circle 7500 4500 30 230 90 0") << "from the own square on";
+  EXPECT_EQ(lines.back(), "circle 7500 4500 105 0 128 0");
+  EXPECT_GT(lines.size(), 2U);
+}
+
 TEST_F(MappaSquareTest, AWorkedSquareIsBarredAsTheLegendSays) {
   Log("JN65AA", true);
   Log("IO91AA", false);

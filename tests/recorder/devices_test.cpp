@@ -170,6 +170,60 @@ TEST_F(Devices, AFailingListenerIsADeviceErrorAndHearsNothing) {
   EXPECT_TRUE(machine.Udp().IsOpen("ADIF"));
 }
 
+TEST_F(Devices, AProgramEndsAsItWasForeseenOrGoesOnUntilItIsStopped) {
+  const auto process = machine.MakeProcess();
+  std::string output;
+  process->OnEnd = [&](const platform::ProgramEnd& end) { output = end.output; };
+  machine.Processes().Queue("rigctl", "-l", {0, "list"});
+  process->Start({"rigctl", {"-l"}, 1000});
+  EXPECT_EQ(output, "list");
+  EXPECT_FALSE(process->IsRunning());
+  process->Start({"rigctld", {"-m", "1"}, 0});
+  EXPECT_TRUE(machine.Processes().IsRunning("rigctld"));
+  machine.Processes().End("rigctld", {2, "gone"});
+  EXPECT_EQ(output, "gone");
+  process->Start({"rigctld", {"-m", "1"}, 0});
+  process->Stop();
+  process->Stop();
+  EXPECT_THAT(machine.TakeLines(), ElementsAre("process rigctl \"-l\"", "process rigctld \"-m 1\"",
+                                               "process rigctld \"-m 1\"", "process-stop rigctld"));
+}
+
+TEST_F(Devices, AProgramThatNobodyForesawIsRefused) {
+  const auto process = machine.MakeProcess();
+  EXPECT_THROW(process->Start({"rigctl", {"-l"}, 1000}), Refused);
+  machine.Processes().Queue("rigctl", "-l", {});
+  EXPECT_THROW(process->Start({"rigctl", {"-m"}, 1000}), Refused);
+  EXPECT_THROW(machine.Processes().End("rigctld", {}), Refused);
+  machine.Processes().FailNext("rigctld");
+  EXPECT_THROW(process->Start({"rigctld", {}, 0}), platform::DeviceError);
+  EXPECT_FALSE(process->IsRunning());
+}
+
+TEST_F(Devices, AServerHearsProgramsAndItsAnswersAreLines) {
+  const auto server = machine.MakeTcpServer("RIGSERVER");
+  std::string heard;
+  int gone = 0;
+  server->OnData = [&](int peer) { heard += server->Read(peer, 2); };
+  server->OnGone = [&](int peer) { gone = peer; };
+  EXPECT_THROW(machine.Servers().Receive("RIGSERVER", 1, "f"), Refused);
+  machine.Servers().FailNext("RIGSERVER");
+  EXPECT_THROW(server->Listen(4534), platform::DeviceError);
+  server->Listen(4534);
+  machine.Servers().Receive("RIGSERVER", 1, "f\n");
+  server->Send(1, "7\n");
+  server->Send(2, "to nobody");
+  machine.Servers().PeerClose("RIGSERVER", 1);
+  server->Send(1, "to nobody");
+  machine.Servers().Receive("RIGSERVER", 3, "q\n");
+  server->Drop(3);
+  server->Close();
+  EXPECT_EQ(heard, "f\nq\n");
+  EXPECT_EQ(gone, 1);
+  EXPECT_THAT(machine.TakeLines(), ElementsAre("serve RIGSERVER 4534", "sent RIGSERVER 1 \"7\\n\"",
+                                               "drop RIGSERVER 3", "unserve RIGSERVER"));
+}
+
 TEST_F(Devices, PlaybacksAreLines) {
   const auto player = machine.MakeWavePlayer();
   player->PlayAndWait("/op/A.wav");

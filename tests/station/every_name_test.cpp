@@ -94,6 +94,9 @@ std::vector<FieldEvent> EventsOf(Field& field) {
   add(field.OnChange != nullptr, "change", WaysOfChanging(field));
   add(field.OnDoubleClick != nullptr, "double click", {"dblclick"});
   add(field.OnDrop != nullptr, "drop", {"drop"});
+  if (const auto* text = FieldAs<TextField>(field)) {
+    add(text->OnStep != nullptr, "step", {"wheel"});
+  }
   const auto keys = [&](const TextField& text) {
     add(text.Filter != nullptr, "key", {"type", "key enter", "key backspace"});
     add(text.OnEnter != nullptr, "enter", {"key enter"});

@@ -27,7 +27,8 @@ class ScratchStationDirectory : public ScratchDirectory {
   ScratchStationDirectory() {
     LeaveFilesUnsynced();
     std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb", Path() / "Brenvo.mdb");
-    for (const char* rules : {"Lavorati.csv", "Estensioni.csv", "QslDaInviare.csv", "Entita.csv"}) {
+    for (const char* rules :
+         {"Lavorati.csv", "Estensioni.csv", "QslDaInviare.csv", "Entita.csv", "ModiRtx.csv"}) {
       std::filesystem::copy_file(SourceDir() / "data/rules" / rules, Path() / rules);
     }
   }

@@ -30,6 +30,10 @@ class TextForm : public forms::Window {
       return key == forms::kBackspace || (key >= '0' && key <= '9') ? key : 0;
     };
     Digits.MaxLength = 4;
+    Dial.SetText("14.250.000");
+    Dial.OnStep = [this](std::size_t character, int by) {
+      told.push_back(std::to_string(character) + (by > 0 ? " up" : " down"));
+    };
     File.BackspaceClears = true;
     File.OnDrop = [this](std::string_view text) { File.SetText(text); };
     cmInsert.SetShortcut("F2");
@@ -41,6 +45,7 @@ class TextForm : public forms::Window {
   forms::TextField File{*this, "File"};
   forms::MaskedField Qtr{*this, "Qtr", "##:##"};
   forms::DatePicker DataQso{*this, "DataQso"};
+  forms::TextField Dial{*this, "Dial"};
   forms::Command cmInsert{*this, "cmInsert", "Inserisci",
                           [this] { told.push_back("insert " + DataQso.Text()); }};
   forms::ToolBar Toolbar1{*this, "Toolbar1"};
@@ -58,6 +63,35 @@ TEST_F(TextWidgets, TypedLettersPassTheFilterAndRunTheChangeEventOnceEach) {
   QTest::keyClicks(Line("CallQso"), "i2a");
   EXPECT_THAT(form.told, ElementsAre("change I", "change I2", "change I2A"));
   EXPECT_EQ(Line("CallQso")->text(), "I2A");
+}
+
+TEST_F(TextWidgets, TheWheelAndTheArrowsStepTheCharacterThatTheyStandAt) {
+  QLineEdit* const line = Line("Dial");
+  line->setFocus();
+  Settle();
+  form.told.clear();
+  line->setCursorPosition(4);
+  QTest::keyClick(line, Qt::Key_Up);
+  QTest::keyClick(line, Qt::Key_Down);
+  line->setSelection(7, 1);
+  QTest::keyClick(line, Qt::Key_Up);
+  line->selectAll();
+  QTest::keyClick(line, Qt::Key_Up);  // nobody knows which
+  EXPECT_THAT(form.told, ElementsAre("4 up", "4 down", "7 up"));
+  form.told.clear();
+  for (const int character : {0, 4, 9}) {
+    line->setCursorPosition(character);
+    const int left = line->inputMethodQuery(Qt::ImCursorRectangle).toRect().center().x();
+    line->setCursorPosition(character + 1);
+    const int right = line->inputMethodQuery(Qt::ImCursorRectangle).toRect().center().x();
+    const QPoint at((left + right) / 2, line->height() / 2);
+    for (const int turn : {60, 60, -120}) {
+      QWheelEvent wheel(at, line->mapToGlobal(at), {}, {0, turn}, Qt::NoButton, Qt::NoModifier,
+                        Qt::NoScrollPhase, false);
+      QApplication::sendEvent(line, &wheel);
+    }
+  }
+  EXPECT_THAT(form.told, ElementsAre("0 up", "0 down", "4 up", "4 down", "9 up", "9 down"));
 }
 
 TEST_F(TextWidgets, AKeyThatTheFilterSwallowsDoesNothing) {

@@ -24,6 +24,9 @@ namespace {
 // Of a command that takes the rest of its line as one text, with or without quotes.
 constexpr std::size_t kRestOfLine = static_cast<std::size_t>(-1);
 
+// What other programs reach the transceiver through; the script is one of them.
+constexpr std::string_view kServer = "RIGSERVER";
+
 // A grid's name and as many rows as a script may want.
 constexpr std::size_t kRowNumbers = 100;
 
@@ -90,6 +93,7 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
       {"remove", 2, 2, &Driver::Remove},
       {"drop", 2, 2, &Driver::Drop},
       {"draw", 5, 5, &Driver::Draw},
+      {"wheel", 3, 3, &Driver::Wheel},
       {"close", 1, 1, &Driver::Close},
       {"resize", 3, 3, &Driver::Resize},
       {"answer", 1, 1, &Driver::Answer},
@@ -100,6 +104,7 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
       {"peer-close", 1, 1, &Driver::PeerClose},
       {"wave-end", 1, 1, &Driver::WaveEnd},
       {"fail", 1, 1, &Driver::Fail},
+      {"process", 4, 4, &Driver::Process},
       {"setting", 2, 3, &Driver::Setting},
       {"get", 1, 1, &Driver::Get},
       {"enabled", 1, 1, &Driver::Enabled},
@@ -339,6 +344,10 @@ void Driver::Remove(const Words& words) {
 
 void Driver::Drop(const Words& words) { ReachField(words[0]).Drop(words[1]); }
 
+void Driver::Wheel(const Words& words) {
+  TurnWheel(ReachField(words[0]), WholeNumber(words[1]), words[2]);
+}
+
 void Driver::Draw(const Words& words) {
   if (words[0] != "Brenvo.PicBuf1") throw recorder::Refused{"only Brenvo.PicBuf1 can be drawn on"};
   ReachWindow("Brenvo");
@@ -383,6 +392,8 @@ void Driver::Receive(const Words& words) {
   const std::string bytes = base::ToLatin1(words[1]);
   if (const int port = PortNumber(words[0])) {
     machine_.Serial().Receive(port, bytes);
+  } else if (words[0] == kServer) {
+    machine_.Servers().Receive(kServer, 1, bytes);
   } else {
     machine_.Tcp().Receive(words[0], bytes);
   }
@@ -418,7 +429,13 @@ std::string Driver::BytesOf(const std::string& word) const {
   return bytes;
 }
 
-void Driver::PeerClose(const Words& words) { machine_.Tcp().PeerClose(words[0]); }
+void Driver::PeerClose(const Words& words) {
+  if (words[0] == kServer) {
+    machine_.Servers().PeerClose(kServer, 1);
+  } else {
+    machine_.Tcp().PeerClose(words[0]);
+  }
+}
 
 void Driver::WaveEnd(const Words& words) {
   machine_.Waves().Complete(static_cast<int>(WholeNumber(words[0])));
@@ -431,11 +448,21 @@ void Driver::Fail(const Words& words) {
     machine_.GetPrinter().FailNext();
   } else if (words[0] == "WSJTX" || words[0] == "ADIF") {
     machine_.Udp().FailNext(words[0]);
-  } else if (Running().Windows.Knows(words[0])) {
+  } else if (words[0] == "RIG" || words[0] == "ROTOR" || Running().Windows.Knows(words[0])) {
     machine_.Tcp().FailNext(words[0]);
+  } else if (words[0] == kServer) {
+    machine_.Servers().FailNext(kServer);
+  } else if (words[0].starts_with("rigctl") || words[0].starts_with("rotctl")) {
+    machine_.Processes().FailNext(words[0]);
   } else {
     throw recorder::Refused{"there is no device " + words[0]};
   }
+}
+
+// The name, the arguments, the status, and a file with what it writes.
+void Driver::Process(const Words& words) {
+  machine_.Processes().Queue(words[0], words[1],
+                             {static_cast<int>(WholeNumber(words[2])), BytesOf(words[3])});
 }
 
 void Driver::Setting(const Words& words) {

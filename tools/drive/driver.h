@@ -87,6 +87,7 @@ class Driver {
   void Edit(const Words& words);
   void Remove(const Words& words);
   void Drop(const Words& words);
+  void Wheel(const Words& words);
   void Draw(const Words& words);
   void Close(const Words& words);
   void Resize(const Words& words);
@@ -100,6 +101,7 @@ class Driver {
   void PeerClose(const Words& words);
   void WaveEnd(const Words& words);
   void Fail(const Words& words);
+  void Process(const Words& words);
   void Setting(const Words& words);
 
   void Get(const Words& words);

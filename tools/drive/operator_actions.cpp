@@ -349,6 +349,16 @@ void TickEntry(Field& field, std::int64_t entry, std::string_view state) {
                ToolBar> auto& other) { Refuse(other, "is no list of several choices"); });
 }
 
+void TurnWheel(Field& field, std::int64_t character, std::string_view way) {
+  auto& text = As<TextField>(field, "field to type into");
+  WantEnabled(field);
+  if (!text.OnStep) Refuse(field, "has no use for the wheel");
+  if (way != "up" && way != "down") Refuse(field, "turns up or down alone");
+  const auto length = static_cast<std::int64_t>(base::Len(text.Text()));
+  text.OnStep(static_cast<std::size_t>(Index(field, character, length, "character")),
+              way == "up" ? 1 : -1);
+}
+
 void SelectText(Field& field, std::int64_t start, std::int64_t length) {
   if (start < 0 || length < 0) Refuse(field, "has no such piece");
   const auto from = static_cast<std::size_t>(start);

@@ -43,6 +43,8 @@ void ToggleMark(forms::Field& field, std::int64_t row);
 // A check box, option or toggle; pressed until it shows `state`, not at all when it does already.
 void Tick(forms::Field& field, std::string_view state);
 void TickEntry(forms::Field& field, std::int64_t entry, std::string_view state);
+// Turned over a character of the text by one, "up" or "down".
+void TurnWheel(forms::Field& field, std::int64_t character, std::string_view way);
 void SelectText(forms::Field& field, std::int64_t start, std::int64_t length);
 void EditGridCell(forms::Field& field, std::int64_t row, std::int64_t column,
                   std::string_view text);

@@ -36,6 +36,25 @@ std::string GreetingServer::Address() const {
   return "127.0.0.1:" + std::to_string(server_.serverPort());
 }
 
+AnsweringServer::AnsweringServer(Answer answer) {
+  QObject::connect(&server_, &QTcpServer::newConnection, &server_,
+                   [this, answer = std::move(answer)] {
+                     QTcpSocket* const client = server_.nextPendingConnection();
+                     QObject::connect(client, &QTcpSocket::readyRead, client, [client, answer] {
+                       while (client->canReadLine()) {
+                         const std::string line = client->readLine().trimmed().toStdString();
+                         client->write(answer(line).c_str());
+                         client->flush();
+                       }
+                     });
+                   });
+  if (!server_.listen(QHostAddress::LocalHost)) throw std::runtime_error("no loopback");
+}
+
+std::string AnsweringServer::Address() const {
+  return "127.0.0.1:" + std::to_string(server_.serverPort());
+}
+
 void SendDatagrams(int port, const std::vector<std::string>& datagrams) {
   QUdpSocket socket;
   for (const std::string& each : datagrams) {

@@ -1,6 +1,7 @@
 // What stands at the other ends of the station's lines while pictures are taken.
 #pragma once
 
+#include <functional>
 #include <QTcpServer>
 #include <string>
 #include <string_view>
@@ -13,6 +14,17 @@ class GreetingServer {
  public:
   explicit GreetingServer(std::vector<std::string> lines);
   // "127.0.0.1:port".
+  std::string Address() const;
+
+ private:
+  QTcpServer server_;
+};
+
+// A server that answers each line that it is sent.
+class AnsweringServer {
+ public:
+  using Answer = std::function<std::string(const std::string& line)>;
+  explicit AnsweringServer(Answer answer);
   std::string Address() const;
 
  private:

@@ -4,6 +4,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <QEventLoop>
+#include <QTimer>
 #include <stdexcept>
 #include <string_view>
 
@@ -276,6 +278,33 @@ forms::Window* HeardStations(core::Session& session) {
   return window;
 }
 
+// An evening on 20 metres: the transceiver hears a station of Japan, and the beam looks there.
+forms::Window* RigAtWork(core::Session& session) {
+  static const AnsweringServer kRig([](const std::string& line) -> std::string {
+    if (line == "\\chk_vfo") return "0\n";
+    if (line == "+\\get_freq") return "get_freq:\nFrequency: 14195250\nRPRT 0\n";
+    if (line == "+\\get_mode") return "get_mode:\nMode: USB\nPassband: 2400\nRPRT 0\n";
+    if (line == "+\\get_split_vfo") return "get_split_vfo:\nSplit: 1\nTX VFO: VFOB\nRPRT 0\n";
+    if (line == "+\\get_split_freq") return "get_split_freq:\nTX Frequency: 14200000\nRPRT 0\n";
+    return "get_level: STRENGTH\n12\nRPRT 0\n";
+  });
+  static const AnsweringServer kRotor([](const std::string& line) -> std::string {
+    if (line == "+\\get_pos") return "get_pos:\nAzimuth: 41.00\nElevation: 0.00\nRPRT 0\n";
+    return "dump_state:\nMinimum Azimuth: 0.0\nMaximum Azimuth: 450.0\nRPRT 0\n";
+  });
+  session.SaveSetting("Rtx", "Dove", "altro");
+  session.SaveSetting("Rtx", "Indirizzo", kRig.Address());
+  session.SaveSetting("Rotore", "Dove", "altro");
+  session.SaveSetting("Rotore", "Indirizzo", kRotor.Address());
+  forms::Window* const window = Open(session, "Rtx");
+  session.CallTyped({"JA1ABC", "PM95UQ"});
+  QEventLoop loop;  // until the signal has come
+  QTimer::singleShot(1500, &loop, &QEventLoop::quit);
+  loop.exec();
+  Press(*window, "cmRicorda");
+  return window;
+}
+
 // A log in local time with contacts in the hours in which the clocks were changed.
 forms::Window* LogInLocalTime(core::Session& session) {
   core::StoreLogTime(session, core::LogTime::kLocal);
@@ -398,6 +427,8 @@ std::vector<Picture> AllPictures() {
       Plain("Preferenze"),
       Plain("Tasti"),
       {"Digitale", HeardStations},
+      {"Rtx", RigAtWork},
+      DialogOf("Rtx", "cmModello", "Modelli"),
       DialogOf("Brenvo", "cmOraDelLog", "OraDelLog"),
       DialogOf("Brenvo", "cmPalette", "Palette"),
       {"ConvertiOra", LogInLocalTime, "ConvertiOra"},

@@ -11,7 +11,7 @@ run="g++ cmake ninja-build ccache pkg-config libsqlite3-dev libssl-dev libfmt-de
      libgl-dev libvulkan-dev libxkbcommon-dev qt6-translations-l10n qt6-qpa-plugins
      fonts-dejavu-core fonts-liberation espeak-ng iso-flags-png-320x240"
 test="libgtest-dev libgmock-dev sqlite3 xvfb xauth hamradio-files dpkg-dev xdotool openbox
-      imagemagick x11-utils chromium lld"
+      imagemagick x11-utils chromium libhamlib-utils lld"
 show="xvfb xauth xdotool openbox imagemagick x11-utils sqlite3"
 
 case ${1-} in

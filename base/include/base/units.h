@@ -28,9 +28,14 @@ using Mm = Measure<struct MmUnit>;
 using Khz = Measure<struct KhzUnit>;
 using Mhz = Measure<struct MhzUnit>;
 using HundredHz = Measure<struct HundredHzUnit>;
+using Hz = Measure<struct HzUnit>;
 
 constexpr Khz ToKhz(HundredHz f) { return Khz(f.Value() / 10); }
 constexpr HundredHz ToHundredHz(Khz f) { return HundredHz(f.Value() * 10); }
+constexpr Khz ToKhz(Hz f) { return Khz(f.Value() / 1e3); }
+constexpr Mhz ToMhz(Hz f) { return Mhz(f.Value() / 1e6); }
+constexpr Hz ToHz(Khz f) { return Hz(f.Value() * 1e3); }
+constexpr Hz ToHz(Mhz f) { return Hz(f.Value() * 1e6); }
 
 // Screen geometry: whole twentieths of a point, 15 to a pixel of the design.
 class Twips {

@@ -55,6 +55,8 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"FT736", 620},
     {"DX", 630},
     {"Digitale", 640},
+    {"Rtx", 650},
+    {"Modelli", 655},
     {"User", 700},
     {"TabellaPrefissi", 710},
     {"TabellaCountry", 720},

@@ -24,6 +24,9 @@ std::optional<CountryPlace> FindCountry(Session& session, std::string_view code)
 std::optional<ProvincePlace> FindProvince(Session& session, std::string_view country,
                                           std::string_view code);
 
+// Where the country of a call lies, by its prefix; empty when nobody knows.
+std::string LocatorOfCall(Session& session, std::string_view call);
+
 // A country as screens show it: code in five characters, then the description.
 std::string TextOf(const CountryPlace& country);
 // The same of a code; empty when there is none.

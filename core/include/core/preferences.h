@@ -128,6 +128,26 @@ inline constexpr Choice kDigitalContest{
     "Con il log di un contest aperto i Qso digitali della sua banda, con i progressivi, vanno lì",
     YesNoKind{false}};
 
+inline constexpr Choice kRigConnects{"Rtx", "Collega", "Collega l'rtx",
+                                     "L'rtx si collega all'avvio, anche a finestra Rtx chiusa",
+                                     YesNoKind{false}};
+inline constexpr Choice kRigInLog{
+    "Rtx", "Log", "Nuovo Qso dall'rtx",
+    "Un Qso nuovo non ancora toccato prende frequenza, banda e modo dell'rtx", YesNoKind{true}};
+inline constexpr Choice kRigInContest{"Rtx", "Contest", "Modo del contest dall'rtx",
+                                      "Un Qso nuovo del contest prende il modo dell'rtx",
+                                      YesNoKind{false}};
+inline constexpr Choice kRigServes{
+    "Rtx", "Offre", "Offre l'rtx ad altri programmi",
+    "WSJT-X e altri di questo computer usano l'rtx attraverso Brenvo (Hamlib NET rigctl)",
+    YesNoKind{false}};
+inline constexpr Choice kRigServesPort{"Rtx", "PortaOfferta", "Porta per gli altri programmi",
+                                       "La porta TCP da scrivere in WSJT-X, come 127.0.0.1:4534",
+                                       NumberKind{4534, 1024, 65535}};
+inline constexpr Choice kRotorConnects{
+    "Rotore", "Collega", "Collega il rotore",
+    "Il rotore si collega all'avvio, anche a finestra Rtx chiusa", YesNoKind{false}};
+
 }  // namespace choice
 
 // In the order in which they are shown.

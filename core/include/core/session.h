@@ -4,12 +4,14 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "core/contact_door.h"
 #include "core/countries_by_date.h"
 #include "core/preferences.h"
+#include "core/rig_door.h"
 #include "engine/database.h"
 #include "forms/signal.h"
 #include "forms/window_list.h"
@@ -85,7 +87,8 @@ struct MapRequest {
   std::string MapFile;
   int Pointer_X = 0, Pointer_Y = 0;
   std::string CurrentMapPath;
-  MapDoor* Door = nullptr;  // null while there is no main frame
+  MapDoor* Door = nullptr;        // null while there is no main frame
+  std::optional<double> Heading;  // of the antenna, degrees from north; nothing without a rotator
 };
 
 // One object, made by main, the driver or a test, and passed by reference.
@@ -100,6 +103,8 @@ class Session {
   ContactDoor Contacts{*this};
   // What the operator has chosen.
   Preferences Choices{*this};
+  // The transceiver that is at work.
+  RigDoor Rig;
 
   // Start-up and shutdown in the order that the main frame runs them. Open throws what fails.
   void Open();

@@ -37,6 +37,10 @@ class TextField : public Field {
   // Enter was pressed; the key is swallowed when there is a handler.
   std::function<void()> OnEnter;
 
+  // The wheel is turned over a character of it, or the arrows up and down are pressed before one:
+  // `by` is 1 up or -1 down. Null where neither means anything.
+  std::function<void(std::size_t character, int by)> OnStep;
+
   // The selected piece, in characters from 0. Receiving the focus selects everything.
   std::size_t SelStart() const { return selStart_; }
   std::size_t SelLength() const { return selLength_; }

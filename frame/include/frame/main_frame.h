@@ -129,10 +129,11 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::Command cmPProvincie{*this, "cmPProvincie", "&Provincie"};
   forms::Command cmPNote{*this, "cmPNote", "Personalizzata con &Note"};
 
-  forms::Menu menuComunication{*this,
-                               "menu3",
-                               "Comunication",
-                               {&cmFT736, &cmTNC, &cmDXClusterTelnet, &cmWWConv, &cmDigitale}};
+  forms::Menu menuComunication{
+      *this,
+      "menu3",
+      "Comunication",
+      {&cmFT736, &cmTNC, &cmDXClusterTelnet, &cmWWConv, &cmDigitale, &cmRtx}};
   forms::Command cmFT736{
       *this, "cmFT736", "FT-736R", {.shortcut = "Ctrl+F", .run = [this] { OpenSingle("FT736"); }}};
   forms::Command cmTNC{*this, "cmTNC", "DX cluster radio", {.shortcut = "Ctrl+R", .run = [this] {
@@ -148,6 +149,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
                           {.shortcut = "Ctrl+Shift+T", .run = [this] { OpenSingle("WWConv"); }}};
   forms::Command cmDigitale{
       *this, "cmDigitale", "Programmi digitali...", {.run = [this] { OpenSingle("Digitale"); }}};
+
+  forms::Command cmRtx{*this, "cmRtx", "Rtx e rotore...", {.run = [this] { OpenSingle("Rtx"); }}};
 
   forms::Menu menuUtility{
       *this,

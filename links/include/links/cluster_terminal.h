@@ -40,6 +40,14 @@ class ClusterTerminal : public forms::Window {
                   "Comandi TNC",
                   {&cmConnect, &cmCM, &cmCommandMode, &cmCheckCall, &cmCheckLocator, &cmDX}};
 
+  // A key alone: the transceiver goes where the spot is that the cursor stands in, or else where
+  // the last one is.
+  forms::Command cmRtx{*this,
+                       "cmRtx",
+                       "Sintonizza l'rtx sullo spot",
+                       {.tip = "L'rtx va sulla frequenza dello spot",
+                        .shortcut = "F11",
+                        .run = [this] { TuneRig(); }}};
   forms::Command cmAutoSpelling{*this, "cmAutoSpelling", "Spelling Call"};
   forms::Command cmAutoCheck{*this, "cmAutoCheck", "Check Call"};
   forms::Menu S54{*this, "S54", "Automatismi", {&cmAutoSpelling, &cmAutoCheck}};
@@ -85,6 +93,7 @@ class ClusterTerminal : public forms::Window {
   void CheckCall();
   void CheckLocator();
   void AnnounceDX();
+  void TuneRig();
 
   std::unique_ptr<platform::WavePlayer> annuncioDX_;
   std::string input_;  // taken from the line and not yet fed

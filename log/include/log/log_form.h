@@ -231,6 +231,14 @@ class LogForm : public core::LogWindow {
                         .run = [this] { SetTime(); },
                         .hint = "Imposta l'ora attuale"}};
 
+  // The frequency in the fields goes to the transceiver.
+  forms::Command cmRtx{*this,
+                       "cmRtx",
+                       "Sintonizza l'rtx",
+                       {.tip = "L'rtx va sulla frequenza scritta, nel modo scritto",
+                        .shortcut = "F11",
+                        .run = [this] { TuneRig(); }}};
+
   // The last work on the contacts, whoever did it, is taken back; what came of it is told in
   // Avviso.
   void TakeBackLast();
@@ -299,6 +307,10 @@ class LogForm : public core::LogWindow {
   bool IsNew() const { return !recordCommands_ && ShowsFields(); }
   void FollowChoices();
   void TakeTimeOfStart();
+  // A new contact that nobody has touched follows the transceiver.
+  void FollowRig();
+  void TuneRig();
+  std::string TextsOfRecord() const;
   void PutUsualReports();
   // The fields of a new contact that hold nothing and should; Enter pressed again leaves the one
   // that it went to last.
@@ -356,13 +368,16 @@ class LogForm : public core::LogWindow {
   std::array<Told, 3> told_;
   // Chosen by the operator; looked up when he chooses, not at each keystroke.
   struct Chosen {
-    bool keepsLink = false, reportsByMode = false, statusByBand = false, timesOfQso = false;
+    bool keepsLink = false, reportsByMode = false, statusByBand = false, timesOfQso = false,
+         followsRig = false;
   } chosen_;
   std::string timeOfStart_;                 // date and time as they were put in, empty for not yet
   std::vector<forms::TextField*> skipped_;  // missing, and left so by the operator
   forms::TextField* asked_ = nullptr;       // where Enter went last
   std::string toldOfCall_;                  // in Avviso, of the call that was left last
-  forms::Subscription changes_, choices_, rules_;
+  // What the fields of a new contact held when the program had last put something there.
+  std::string untouched_;
+  forms::Subscription changes_, choices_, rules_, rig_;
 };
 
 }  // namespace brenvo::log

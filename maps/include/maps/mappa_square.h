@@ -38,6 +38,7 @@ class MappaSquare : public forms::Window {
 
  private:
   void DrawSquares();
+  void DrawBeam();
   void DrawSquare(std::string_view square, bool confirmed);
 
   core::Session& session_;

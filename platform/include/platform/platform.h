@@ -12,11 +12,13 @@
 #include "platform/message_box.h"
 #include "platform/picture_viewer.h"
 #include "platform/printer.h"
+#include "platform/process.h"
 #include "platform/progress.h"
 #include "platform/report_printer.h"
 #include "platform/serial_port.h"
 #include "platform/settings_store.h"
 #include "platform/tcp_client.h"
+#include "platform/tcp_server.h"
 #include "platform/udp_socket.h"
 #include "platform/wave_player.h"
 
@@ -35,11 +37,14 @@ class Platform {
 
   virtual std::unique_ptr<Timer> MakeTimer() = 0;
   virtual std::unique_ptr<SerialPort> MakeSerialPort() = 0;
-  // `window` names the window that the connection belongs to.
+  // `window` names the window that the connection belongs to, or the device: "RIG".
   virtual std::unique_ptr<TcpClient> MakeTcpClient(std::string_view window) = 0;
+  // `name` is what the server is called by: "RIGSERVER".
+  virtual std::unique_ptr<TcpServer> MakeTcpServer(std::string_view name) = 0;
   // `name` is what the datagrams are called by: "WSJTX".
   virtual std::unique_ptr<UdpSocket> MakeUdpSocket(std::string_view name) = 0;
   virtual std::unique_ptr<WavePlayer> MakeWavePlayer() = 0;
+  virtual std::unique_ptr<Process> MakeProcess() = 0;
 
   virtual std::unique_ptr<BackgroundWork> RunInBackground(Background work) = 0;
   // Bits that nobody can foresee.

@@ -18,7 +18,9 @@
 #include "recorder/recording_host.h"
 #include "recorder/recording_map.h"
 #include "recorder/recording_printer.h"
+#include "recorder/recording_process.h"
 #include "recorder/recording_serial.h"
+#include "recorder/recording_server.h"
 #include "recorder/recording_tcp.h"
 #include "recorder/recording_udp.h"
 #include "recorder/recording_waves.h"
@@ -51,10 +53,14 @@ class RecordingPlatform : public forms::WindowPlatform {
   std::unique_ptr<platform::TcpClient> MakeTcpClient(std::string_view window) override {
     return tcp_.Make(window);
   }
+  std::unique_ptr<platform::TcpServer> MakeTcpServer(std::string_view name) override {
+    return servers_.Make(name);
+  }
   std::unique_ptr<platform::UdpSocket> MakeUdpSocket(std::string_view name) override {
     return udp_.Make(name);
   }
   std::unique_ptr<platform::WavePlayer> MakeWavePlayer() override { return waves_.MakePlayer(); }
+  std::unique_ptr<platform::Process> MakeProcess() override { return processes_.Make(); }
   std::unique_ptr<platform::BackgroundWork> RunInBackground(platform::Background work) override {
     return std::make_unique<LaterWork>(std::move(work));
   }
@@ -78,7 +84,9 @@ class RecordingPlatform : public forms::WindowPlatform {
   RecordingSerialLines& Serial() { return serial_; }
   RecordingTcpClients& Tcp() { return tcp_; }
   RecordingUdpSockets& Udp() { return udp_; }
+  RecordingServers& Servers() { return servers_; }
   RecordingWaves& Waves() { return waves_; }
+  RecordingProcesses& Processes() { return processes_; }
   ScriptedPicks& Picks() { return picks_; }
 
   // Files in lines are named as seen from here.
@@ -110,7 +118,9 @@ class RecordingPlatform : public forms::WindowPlatform {
   RecordingSerialLines serial_;
   RecordingTcpClients tcp_;
   RecordingUdpSockets udp_;
+  RecordingServers servers_;
   RecordingWaves waves_;
+  RecordingProcesses processes_;
   int openedTopic_ = 0;
   std::uint64_t random_ = 0;
   std::int64_t stopProgressAt_ = -1;

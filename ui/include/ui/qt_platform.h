@@ -55,8 +55,10 @@ class QtPlatform : public forms::WindowPlatform {
   std::unique_ptr<platform::Timer> MakeTimer() override;
   std::unique_ptr<platform::SerialPort> MakeSerialPort() override;
   std::unique_ptr<platform::TcpClient> MakeTcpClient(std::string_view window) override;
+  std::unique_ptr<platform::TcpServer> MakeTcpServer(std::string_view name) override;
   std::unique_ptr<platform::UdpSocket> MakeUdpSocket(std::string_view name) override;
   std::unique_ptr<platform::WavePlayer> MakeWavePlayer() override;
+  std::unique_ptr<platform::Process> MakeProcess() override;
   std::unique_ptr<platform::BackgroundWork> RunInBackground(platform::Background work) override;
   std::unique_ptr<platform::Progress> ShowProgress(std::string_view title,
                                                    std::int64_t total) override;
