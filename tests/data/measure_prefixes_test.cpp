@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::Field;
 
-constexpr std::string_view countries =
+constexpr std::string_view kCountryFile =
     "Italy:        15:  28:  EU:   42.82:   -12.58:    -1.0:  I:\n"
     "    I,=II0X/MM(40);\n"
     "African Italy: 33:  37:  AF:   35.67:   -12.67:    -1.0:  *IG9:\r\n"
@@ -51,13 +51,13 @@ TEST(PrefixTable, DoesNotTakeALongerPrefixForAShorterOne) {
 }
 
 TEST(CountryFile, GivesTheLongestPrefixWithItsOwnZones) {
-  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(countries);
+  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(kCountryFile);
   EXPECT_EQ(file.Find("K6XX"), (measure_prefixes::Answer{"K", 3, 6, "NA"}));
   EXPECT_EQ(file.Find("K1XX"), (measure_prefixes::Answer{"K", 5, 8, "NA"}));
 }
 
 TEST(CountryFile, PutsAWholeCallBeforeItsPrefix) {
-  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(countries);
+  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(kCountryFile);
   EXPECT_EQ(file.Find("K6AA"), (measure_prefixes::Answer{"K", 4, 7, "OC"}));
   EXPECT_EQ(file.Find("II0X/MM"), (measure_prefixes::Answer{"I", 40, 28, "EU"}));
   EXPECT_TRUE(file.Lists("K6AA"));
@@ -65,13 +65,13 @@ TEST(CountryFile, PutsAWholeCallBeforeItsPrefix) {
 }
 
 TEST(CountryFile, TurnsItsNamesIntoOurCodes) {
-  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(countries);
+  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(kCountryFile);
   EXPECT_EQ(file.Find("IS0ABC"), (measure_prefixes::Answer{"IS0", 15, 28, "EU"}));
   EXPECT_EQ(file.Find("IG9A"), (measure_prefixes::Answer{"I", 33, 37, "AF"}));
 }
 
 TEST(CountryFile, TellsGuantanamoBayByTwoLetters) {
-  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(countries);
+  const measure_prefixes::CtyFile file = measure_prefixes::CtyFile::Parse(kCountryFile);
   EXPECT_EQ(file.Find("KG4AB")->Country, "KG4");
   EXPECT_EQ(file.Find("KG4AB/P")->Country, "KG4");
   EXPECT_EQ(file.Find("KG4ABC"), (measure_prefixes::Answer{"K", 5, 8, "NA"}));
@@ -79,7 +79,7 @@ TEST(CountryFile, TellsGuantanamoBayByTwoLetters) {
 }
 
 TEST(CountryFile, KnowsNothingOfAnUnknownPrefix) {
-  EXPECT_EQ(measure_prefixes::CtyFile::Parse(countries).Find("1N7N"), std::nullopt);
+  EXPECT_EQ(measure_prefixes::CtyFile::Parse(kCountryFile).Find("1N7N"), std::nullopt);
 }
 
 TEST(CountryFile, RefusesOtherText) {
@@ -90,7 +90,7 @@ TEST(Measuring, CountsCountriesAndZonesApart) {
   const measure_prefixes::PrefixTable table(
       {{"K6", {"K", 3, 6, "NA"}}, {"I0", {"IS0", 15, 28, "EU"}}});
   const measure_prefixes::Measurement result = measure_prefixes::Measure(
-      table, measure_prefixes::CtyFile::Parse(countries), {"K6XX", "K6AA", "I0AA"});
+      table, measure_prefixes::CtyFile::Parse(kCountryFile), {"K6XX", "K6AA", "I0AA"});
   EXPECT_EQ(result.All.Calls, 3U);
   EXPECT_EQ(result.All.RightCountry, 2U);
   EXPECT_EQ(result.All.RightCountryAndZones, 1U);
@@ -103,7 +103,7 @@ TEST(Measuring, CountsCountriesAndZonesApart) {
 TEST(Measuring, CountsACallWithoutAnyAnswerAsRightOnlyIfNobodyKnowsIt) {
   const measure_prefixes::PrefixTable table({{"K6", {"K", 3, 6, "NA"}}});
   const measure_prefixes::Measurement result = measure_prefixes::Measure(
-      table, measure_prefixes::CtyFile::Parse(countries), {"1N7N", "K1AA", "I0"});
+      table, measure_prefixes::CtyFile::Parse(kCountryFile), {"1N7N", "K1AA", "I0"});
   EXPECT_EQ(result.All.RightCountry, 1U);
   EXPECT_EQ(result.WithoutPrefix, 1U);
   EXPECT_EQ(result.NotInTable, 2U);
@@ -113,8 +113,9 @@ TEST(Measuring, CountsACallWithoutAnyAnswerAsRightOnlyIfNobodyKnowsIt) {
 
 TEST(Measuring, KnowsWhatOneAnswerForAPrefixCanReach) {
   const measure_prefixes::PrefixTable table(std::vector<measure_prefixes::PrefixTable::Row>{});
-  const measure_prefixes::Measurement result = measure_prefixes::Measure(
-      table, measure_prefixes::CtyFile::Parse(countries), {"K6XX", "K6YY", "K6AA", "II0C", "II0D"});
+  const measure_prefixes::Measurement result =
+      measure_prefixes::Measure(table, measure_prefixes::CtyFile::Parse(kCountryFile),
+                                {"K6XX", "K6YY", "K6AA", "II0C", "II0D"});
   EXPECT_EQ(result.Ceiling.RightCountry, 4U);
   EXPECT_EQ(result.Ceiling.RightCountryAndZones, 3U);
 }
