@@ -37,6 +37,7 @@ class Terminal : public forms::Window {
                      [](std::string_view call) {
                        Require(!call.empty() && call.find(' ') == call.npos);
                      },
+                 .Spotted = [](std::string_view call) { Require(!call.empty()); },
                  .Beep = [] {},
                  .TakeWaiting = [this] { return Take(); }}) {
     Banda.Add("Tutte", (marks & 1) != 0);
