@@ -4,23 +4,39 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QOperatingSystemVersion>
+#include <string_view>
 
 #include "forms/window_list.h"
+#include "text_widgets.h"
 
 namespace brenvo::ui {
 namespace {
 
-// On some desktops a text field would take keys that are the main menu's (Ctrl+U, Ctrl+K), and a
-// window would open or not depending on where the caret stands.
-// So do the first and the last record's (Ctrl+Home, Ctrl+End), but in a field of several lines.
+// Ctrl and a letter that does not copy or take back. On some desktops a text field would take such
+// keys of the main menu's (Ctrl+E, Ctrl+K, Ctrl+U), and a window would open or not depending on
+// where the caret stands.
+bool IsCommandLetter(const QKeyEvent& key) {
+  constexpr std::string_view kOfTheField = "ACVXYZ";
+  return key.modifiers() == Qt::ControlModifier && key.key() >= Qt::Key_A &&
+         key.key() <= Qt::Key_Z &&
+         kOfTheField.find(static_cast<char>(key.key())) == std::string_view::npos;
+}
+
+bool TakesAllKeys(const QObject& watched) {
+  const auto* line = dynamic_cast<const TextEdit*>(&watched);
+  return line != nullptr && line->WritesKeys();
+}
+
+// Such letters, and the keys of the first and the last record (Ctrl+Home, Ctrl+End), but in a field
+// of several lines.
 bool IsWindowsKey(const QObject& watched, const QEvent& event) {
-  if (event.type() != QEvent::ShortcutOverride) return false;
+  if (event.type() != QEvent::ShortcutOverride || TakesAllKeys(watched)) return false;
   const auto& key = static_cast<const QKeyEvent&>(event);
   if (key.matches(QKeySequence::MoveToStartOfDocument) ||
       key.matches(QKeySequence::MoveToEndOfDocument)) {
     return !watched.inherits("QPlainTextEdit");
   }
-  return key.matches(QKeySequence::DeleteCompleteLine) ||
+  return IsCommandLetter(key) || key.matches(QKeySequence::DeleteCompleteLine) ||
          key.matches(QKeySequence::DeleteEndOfLine);
 }
 

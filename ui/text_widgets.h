@@ -20,6 +20,8 @@ class TextEdit : public QLineEdit {
 
   // The line as the field has it.
   void Follow();
+  // What is pressed is written by its name.
+  bool WritesKeys() const { return field_.WritesKeys; }
 
  protected:
   bool event(QEvent* event) override;

@@ -128,6 +128,25 @@ TEST_F(TextWidgets, AFieldThatTakesKeysWritesTheirNamesAndPressesNoCommand) {
   EXPECT_FALSE(line->hasFocus());
 }
 
+TEST_F(TextWidgets, ControlAndALetterIsACommandsThoughTheCaretStandsInAField) {
+  QLineEdit* const line = Line("CallQso");
+  for (const char letter : std::string("BDEFGHIJKLMNOPQRSTUW")) {
+    form.cmInsert.SetShortcut(std::string("Ctrl+") + letter);
+    form.told.clear();
+    QTest::keyClick(line, static_cast<Qt::Key>(letter), Qt::ControlModifier);
+    Settle();
+    EXPECT_EQ(form.told.size(), 1U) << letter;
+  }
+  form.Qra.WritesKeys = true;
+  Line("Qra")->setFocus();
+  Settle();
+  form.told.clear();
+  QTest::keyClick(Line("Qra"), Qt::Key_W, Qt::ControlModifier);
+  EXPECT_EQ(form.Qra.Text(), "Ctrl+W");
+  EXPECT_THAT(form.told, ElementsAre());
+  form.cmInsert.SetShortcut(std::nullopt);
+}
+
 TEST_F(TextWidgets, ACommandThatGetsAnotherKeyAnswersToThatOne) {
   form.cmInsert.SetShortcut("Ctrl+F9");
   form.told.clear();

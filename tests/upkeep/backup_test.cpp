@@ -3,11 +3,15 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <functional>
+#include <thread>
 
+#include "core/session.h"
 #include "file/online_copy.h"
 #include "tests/support/recorded_files.h"
+#include "tests/support/threaded_platform.h"
 #include "tests/upkeep/backup_station.h"
 #include "upkeep/maintenance.h"
 
@@ -239,6 +243,59 @@ TEST_F(BackupTest, ACheckThatIsInterruptedLeavesNoCopy) {
     EXPECT_TRUE(fs::exists(file));
   }
   EXPECT_FALSE(fs::exists(file));
+}
+
+class BackupOnAThread : public ::testing::Test {
+ protected:
+  static constexpr int kContacts = 2048;
+  BackupOnAThread()
+      : backup(
+            [&]() -> core::Session& {
+              machine.SetApplicationDirectory(directory.Path());
+              machine.SetNow(base::DateTime::Of(2001, 2, 3, 4, 5, 6));
+              session.Open();
+              session.Db.Execute("insert into Log (DataQso,Call) values ('01/01/2001 10:00','A')");
+              for (int i = 0; i < 11; ++i) {
+                session.Db.Execute("insert into Log (DataQso,Call) select DataQso,Call+'" +
+                                   std::string(1, static_cast<char>('A' + i)) + "' from Log");
+              }
+              return session;
+            }(),
+            [this](const std::string& text) { told += text; }) {
+    backup.Start();
+    machine.Advance(5000);  // it begins
+  }
+
+  ScratchStationDirectory directory;
+  ThreadedPlatform machine;
+  core::Session session{machine, directory.Path()};
+  std::string told;
+  DailyBackup backup;
+};
+
+TEST_F(BackupOnAThread, ContactsAreStoredWhileTheCopyIsMade) {
+  const auto rows = session.Db.OpenDynaset("select * from Log");
+  for (int minute = 0; minute < 200; ++minute) {
+    session.Contacts.Add(core::ContactTable::kLog, *rows, [&](engine::EditableRecordset& row) {
+      row.Set("DataQso", base::DateTime::Of(2002, 1, 1).Later(60 * minute));
+      row.Set("Call", "IK3ABC");
+    });
+  }
+  for (int tries = 0; backup.Running() && tries < 10000; ++tries) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    machine.Advance(100);
+  }
+  EXPECT_EQ(told, "Copia di sicurezza del 03/02/2001 fatta");
+  const auto copies = BackupCopies(directory.Path());
+  ASSERT_EQ(copies.size(), 1u);
+  EXPECT_EQ(ContactsIn(copies[0]), kContacts);
+}
+
+TEST_F(BackupOnAThread, OneThatIsGivenUpLeavesNothing) {
+  backup.Stop();
+  EXPECT_TRUE(fs::is_empty(directory.Path() / "Backup"));
+  session.CloseTables();
+  EXPECT_FALSE(fs::exists(directory.Path() / "Brenvo.mdb-wal"));
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include "core/log_contact.h"
 #include "file/database_file.h"
 #include "tests/support/station.h"
+#include "tests/support/threaded_platform.h"
 #include "tests/worked/plain_answers.h"
-#include "ui/thread_work.h"
 #include "upkeep/backup.h"
 #include "upkeep/maintenance.h"
 
@@ -407,14 +407,6 @@ TEST_F(RandomWorkTest, TheIndexAnswersAsTheLogDoesAfterAnyWork) {
   EXPECT_THAT(told, IsEmpty());
   EXPECT_GT(questions_.size(), 20u);
 }
-
-// As RecordingPlatform, with real threads.
-class ThreadedPlatform : public recorder::RecordingPlatform {
- public:
-  std::unique_ptr<platform::BackgroundWork> RunInBackground(platform::Background work) override {
-    return std::make_unique<ui::ThreadWork>(std::move(work));
-  }
-};
 
 TEST(KeeperOnAThreadTest, ContactsAreEnteredWhileTheLogIsRead) {
   ScratchStationDirectory directory;
