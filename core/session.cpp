@@ -72,17 +72,27 @@ Session::Session(forms::WindowPlatform& platform, std::filesystem::path appPath)
     : Machine(platform),
       Windows(platform.Host()),
       AppPath(appPath.string() == kDevelopmentPath ? std::filesystem::path(kLivePath)
-                                                   : std::move(appPath)) {}
+                                                   : std::move(appPath)),
+      readingOn_(platform.MakeTimer()) {
+  // A few milliseconds of every ten, whatever the operator does meanwhile.
+  constexpr int kPause = 10, kKeys = 16'384;
+  readingOn_->SetInterval(kPause);
+  readingOn_->OnTick = [this] {
+    if (!Db.ReadOn(kKeys)) readingOn_->SetEnabled(false);
+  };
+}
 
 Session::~Session() = default;
 
 void Session::OpenDatabase() {
   const std::filesystem::path file = File("\\Brenvo.mdb");
   Db = file::OpenDatabaseFile(file);
-  if (!IsOutOfDate || !IsOutOfDate(Db)) return;
-  Db.Close();
-  BringUpToDate();
-  Db = file::OpenDatabaseFile(file);
+  if (IsOutOfDate && IsOutOfDate(Db)) {
+    Db.Close();
+    BringUpToDate();
+    Db = file::OpenDatabaseFile(file);
+  }
+  Db.WhenUnread([this] { readingOn_->SetEnabled(true); });
 }
 
 void Session::Open() {

@@ -40,6 +40,10 @@ std::unique_ptr<RowAppender> Database::OpenAppender(std::string_view table) {
 
 std::unique_ptr<Reader> Database::OpenReader() { return Opened().OpenReader(); }
 
+void Database::WhenUnread(std::function<void()> tell) { Opened().WhenUnread(std::move(tell)); }
+
+bool Database::ReadOn(std::int64_t rows) { return store_ != nullptr && store_->ReadOn(rows); }
+
 void Database::Watch(std::function<bool()> goOn) { Opened().Watch(std::move(goOn)); }
 
 void Database::RefuseWrites() { Opened().RefuseWrites(); }

@@ -363,6 +363,13 @@ bool Connection::IsCounterSpent(const dialect::TableSchema& table) {
   return counter.Step() && counter.Key() == std::numeric_limits<std::int64_t>::max();
 }
 
+bool Connection::ReadOn(std::int64_t rows) {
+  if (file_ == nullptr) return false;
+  if (question_ && question_->Open()) return true;
+  return std::any_of(readers_.begin(), readers_.end(),
+                     [rows](LazyReader* reader) { return reader->ReadOn(rows); });
+}
+
 void Connection::Unregister(LazyReader* reader) { std::erase(readers_, reader); }
 
 void Connection::Begin() {

@@ -36,6 +36,8 @@ class LazyReader {
   // Reads the rest now, for a table that it reads is about to change. A failure is not the
   // writer's: it is kept, and told to whoever moves there.
   virtual void ReadRest() = 0;
+  // So many rows of what somebody is going to need; false when there are none such.
+  virtual bool ReadOn(std::int64_t rows) = 0;
   virtual const std::vector<const dialect::TableSchema*>& TablesRead() const = 0;
 };
 
@@ -100,6 +102,13 @@ class Connection {
   // See Database::Watch.
   void Watch(std::function<bool()> goOn);
 
+  // See Database::WhenUnread.
+  void WhenUnread(std::function<void()> tell) { tellUnread_ = std::move(tell); }
+  void TellUnread() const {
+    if (tellUnread_) tellUnread_();
+  }
+  bool ReadOn(std::int64_t rows);
+
   void Register(LazyReader* reader) { readers_.push_back(reader); }
   void Unregister(LazyReader* reader);
 
@@ -143,6 +152,7 @@ class Connection {
   std::list<CompiledStatement> statements_;
   std::unordered_map<std::string_view, std::list<CompiledStatement>::iterator> cache_;
   std::vector<LazyReader*> readers_;
+  std::function<void()> tellUnread_;
 };
 
 // One run of a statement: bound, stepped, and given back when it goes.

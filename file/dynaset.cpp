@@ -1,7 +1,6 @@
 #include "dynaset.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "dialect/convert.h"
 #include "engine/recordset_errors.h"
@@ -10,7 +9,6 @@ namespace brenvo::file {
 namespace {
 
 constexpr std::int64_t kBlock = 256;
-constexpr std::int64_t kAll = std::numeric_limits<std::int64_t>::max();
 
 }  // namespace
 
@@ -28,10 +26,9 @@ DynasetRows::DynasetRows(std::shared_ptr<Connection> connection, std::string_vie
 DynasetRows::~DynasetRows() { connection_->Unregister(this); }
 
 void DynasetRows::Close() {
-  run_ = Running();
   connection_->Unregister(this);
   edit_.Cancel();
-  keys_.clear();
+  keys_.Drop();
   connection_ = std::make_shared<Connection>();
 }
 
@@ -40,46 +37,20 @@ void DynasetRows::RequireOpen() const { connection_->RequireOpen(); }
 void DynasetRows::Requery() {
   RequireOpen();
   edit_.Cancel();
-  run_ = Running();
-  run_ = Running(*connection_, keyset_.keys.text, keyset_.keys.parameters);
-  keys_.clear();
-  complete_ = false;
-  failure_.reset();
+  keys_.Begin(*connection_);
   openingStamp_ = connection_->ChangeStamp();
   held_.Drop();
   askedAt_ = kNowhere;
   reached_ = 0;
-  ReadKeys(1);
   Stand(0);
-}
-
-void DynasetRows::ReadKeys(std::int64_t count) {
-  while (!complete_ && Size() < count) {
-    if (failure_) throw engine::DatabaseError(*failure_);
-    if (run_.Step()) {
-      keys_.push_back(run_.Key());
-    } else {
-      complete_ = true;
-      run_ = Running();
-    }
-  }
-}
-
-void DynasetRows::ReadRest() {
-  try {
-    ReadKeys(kAll);
-  } catch (const engine::DatabaseError& failure) {
-    failure_ = failure;
-    run_ = Running();
-  }
 }
 
 void DynasetRows::Stand(std::int64_t place) {
   // Keys come in blocks, but opening reads no more than one.
-  if (place >= Size()) ReadKeys(std::min(place, kAll - kBlock) + (place == 0 ? 1 : kBlock));
+  const bool there = keys_.Reach(place, place == 0 ? 0 : kBlock);
   gap_ = false;
-  at_ = std::min(place, Size());
-  reached_ = std::max(reached_, std::min(at_ + 1, Size()));
+  at_ = there ? place : keys_.Size();
+  reached_ = std::max(reached_, std::min(at_ + 1, keys_.Size()));
 }
 
 void DynasetRows::MoveFirst() {
@@ -91,8 +62,8 @@ void DynasetRows::MoveFirst() {
 void DynasetRows::MoveLast() {
   RequireOpen();
   edit_.Cancel();
-  ReadKeys(kAll);
-  Stand(std::max<std::int64_t>(Size() - 1, 0));
+  keys_.ReachEnd();
+  Stand(std::max<std::int64_t>(keys_.Size() - 1, 0));
 }
 
 void DynasetRows::MoveNext() {
@@ -108,36 +79,36 @@ void DynasetRows::MovePrevious() {
   edit_.Cancel();
   if (!gap_ && BOF()) engine::FailNoCurrentRecord();
   gap_ = false;
-  --at_;
+  if (--at_ >= 0) keys_.Reach(at_);
 }
 
 bool DynasetRows::BOF() {
   RequireOpen();
-  return keys_.empty() || (!gap_ && at_ < 0);
+  return keys_.Size() == 0 || (!gap_ && at_ < 0);
 }
 
 bool DynasetRows::EOF_() {
   RequireOpen();
-  return keys_.empty() || (!gap_ && at_ >= Size());
+  return keys_.Size() == 0 || (!gap_ && at_ >= keys_.Size());
 }
 
 std::int64_t DynasetRows::RecordCount() {
   RequireOpen();
-  return keys_.empty() ? 0 : std::max<std::int64_t>(1, reached_);
+  return keys_.Size() == 0 ? 0 : std::max<std::int64_t>(1, reached_);
 }
 
 std::int64_t DynasetRows::CurrentKey() const {
   RequireOpen();
   if (gap_) engine::FailRecordDeleted();
-  if (at_ < 0 || at_ >= Size()) engine::FailNoCurrentRecord();
-  return KeyAt(at_);
+  if (at_ < 0 || at_ >= keys_.Size()) engine::FailNoCurrentRecord();
+  return keys_.At(at_);
 }
 
 // Whoever walks through the rows, one after the other, asks each for the same columns: they are
 // fetched ahead, twice as many each time, so that a walk which ends or changes what it walks
 // through has read little in vain.
 void DynasetRows::FetchFor(std::size_t column) {
-  const std::int64_t key = KeyAt(at_);
+  const std::int64_t key = keys_.At(at_);
   const std::int64_t stamp = connection_->ChangeStamp();
   const bool walking = at_ == askedAt_ + 1;
   if (!walking && at_ != askedAt_) asked_.assign(names_.size(), false);
@@ -145,8 +116,7 @@ void DynasetRows::FetchFor(std::size_t column) {
   ahead_ = walking && stamp == aheadStamp_ ? std::min(2 * ahead_, HeldRows::kMost) : 1;
   aheadStamp_ = stamp;
   if (ahead_ > 1) {
-    const auto first = static_cast<std::size_t>(at_);
-    const auto keys = std::span(keys_).subspan(first, std::min(ahead_, keys_.size() - first));
+    const std::vector<std::int64_t> keys = keys_.Some(at_, ahead_);
     if (held_.FetchAhead(*connection_, keys, asked_)) return;
   }
   held_.Fetch(*connection_, key);
@@ -173,16 +143,8 @@ engine::Value DynasetRows::Field(std::size_t column) {
 }
 
 std::int64_t DynasetRows::PlaceOfKey(std::int64_t key) {
-  if (at_ >= 0 && at_ < Size() && KeyAt(at_) == key) return at_;
-  for (std::int64_t read = 0;;) {
-    // From the back, where what was added through the dynaset stands.
-    for (std::int64_t place = Size(); place-- > read;) {
-      if (KeyAt(place) == key) return place;
-    }
-    if (complete_) return -1;
-    read = Size();
-    ReadKeys(read + kBlock);
-  }
+  if (at_ >= 0 && at_ < keys_.Size() && keys_.At(at_) == key) return at_;
+  return keys_.PlaceOf(key);
 }
 
 engine::Bookmark DynasetRows::GetBookmark() { return {CurrentKey()}; }
@@ -224,10 +186,10 @@ void DynasetRows::Update() {
   const std::int64_t key = edit_.Write(*connection_);
   lastModified_ = {key};
   if (!isNew) return;
-  const bool behindLast = !gap_ && at_ >= Size();
-  keys_.push_back(key);
+  const bool behindLast = !gap_ && at_ >= keys_.Size();
+  keys_.Append(key);
   ++reached_;
-  if (behindLast) at_ = Size();
+  if (behindLast) at_ = keys_.Size();
 }
 
 void DynasetRows::CancelUpdate() {
@@ -239,7 +201,7 @@ void DynasetRows::Delete() {
   const std::int64_t key = CurrentKey();
   edit_.Cancel();
   DeleteRow(*connection_, *keyset_.table, key);
-  keys_.erase(keys_.begin() + at_);
+  keys_.Erase(at_);
   reached_ = std::max<std::int64_t>(0, reached_ - 1);
   gap_ = true;
 }
@@ -279,21 +241,18 @@ std::int64_t DynasetRows::FindPlace(std::string_view condition) {
   }
   std::sort(matches.begin(), matches.end());
   for (std::int64_t place = 0;; ++place) {
-    ReadKeys(place + 1);
-    if (place >= Size()) return -1;
-    if (std::binary_search(matches.begin(), matches.end(), KeyAt(place))) return place;
+    if (!keys_.Reach(place)) return -1;
+    if (std::binary_search(matches.begin(), matches.end(), keys_.At(place))) return place;
   }
 }
 
 std::vector<engine::Value> DynasetRows::RowAt(std::int64_t place) {
   RequireOpen();
   std::vector<engine::Value> row;
-  if (place < 0) return row;
-  ReadKeys(place + 1);
-  if (place >= Size()) return row;
+  if (place < 0 || !keys_.Reach(place)) return row;
   row.resize(keyset_.columns.size());
   std::vector<engine::Value> parameters = keyset_.row.parameters;
-  parameters.emplace_back(KeyAt(place));
+  parameters.emplace_back(keys_.At(place));
   Running run(*connection_, keyset_.row.text, std::move(parameters));
   if (!run.Step()) return row;
   for (std::size_t i = 0; i < row.size(); ++i) {
@@ -304,15 +263,14 @@ std::vector<engine::Value> DynasetRows::RowAt(std::int64_t place) {
 
 engine::Bookmark DynasetRows::BookmarkAt(std::int64_t place) {
   RequireOpen();
-  ReadKeys(place + 1);
-  if (place < 0 || place >= Size()) engine::FailNoCurrentRecord();
-  return {KeyAt(place)};
+  if (place < 0 || !keys_.Reach(place)) engine::FailNoCurrentRecord();
+  return {keys_.At(place)};
 }
 
 std::int64_t DynasetRows::TotalRows() {
   RequireOpen();
-  ReadKeys(kAll);
-  return Size();
+  keys_.ReachEnd();
+  return keys_.Size();
 }
 
 }  // namespace brenvo::file

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "connection.h"
+#include "held_keys.h"
 #include "held_rows.h"
 #include "record_edit.h"
 #include "translate.h"
@@ -45,16 +46,14 @@ class DynasetRows final : public engine::Dynaset, private LazyReader {
   std::int64_t TotalRows() override;
 
  private:
-  void ReadRest() override;
+  void ReadRest() override { keys_.ReadRest(); }
+  bool ReadOn(std::int64_t rows) override { return keys_.ReadOn(rows); }
   const std::vector<const dialect::TableSchema*>& TablesRead() const override {
     return keyset_.tables;
   }
 
   void RequireOpen() const;
   std::int64_t CurrentKey() const;
-  std::int64_t Size() const { return static_cast<std::int64_t>(keys_.size()); }
-  std::int64_t KeyAt(std::int64_t place) const { return keys_[static_cast<std::size_t>(place)]; }
-  void ReadKeys(std::int64_t count);
   void Stand(std::int64_t place);
   // The place of a key; -1 when it is not among them.
   std::int64_t PlaceOfKey(std::int64_t key);
@@ -67,10 +66,7 @@ class DynasetRows final : public engine::Dynaset, private LazyReader {
   Keyset keyset_;
   std::vector<std::string> names_;
   RecordEdit edit_;
-  Running run_;
-  std::vector<std::int64_t> keys_;
-  bool complete_ = false;
-  std::optional<engine::DatabaseError> failure_;  // what stands behind the keys that could be read
+  HeldKeys keys_{keyset_};
   std::int64_t openingStamp_ = 0;
 
   std::int64_t at_ = 0;  // -1 before the first; the number of keys behind the last

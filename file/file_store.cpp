@@ -48,6 +48,10 @@ std::unique_ptr<engine::Reader> FileStore::OpenReader() {
   return std::make_unique<FileReader>(file_);
 }
 
+void FileStore::WhenUnread(std::function<void()> tell) { connection_->WhenUnread(std::move(tell)); }
+
+bool FileStore::ReadOn(std::int64_t rows) { return connection_->ReadOn(rows); }
+
 void FileStore::Watch(std::function<bool()> goOn) { connection_->Watch(std::move(goOn)); }
 void FileStore::RefuseWrites() { connection_->RefuseWrites(); }
 std::int64_t FileStore::DataVersion() { return connection_->DataVersion(); }

@@ -28,6 +28,8 @@ class FileStore final : public engine::Store {
   std::unique_ptr<engine::Dynaset> OpenDynaset(std::string_view select) override;
   std::unique_ptr<engine::RowAppender> OpenAppender(std::string_view table) override;
   std::unique_ptr<engine::Reader> OpenReader() override;
+  void WhenUnread(std::function<void()> tell) override;
+  bool ReadOn(std::int64_t rows) override;
   void Watch(std::function<bool()> goOn) override;
   void RefuseWrites() override;
   std::int64_t DataVersion() override;

@@ -31,6 +31,7 @@ class SnapshotRows final : public engine::Snapshot, private LazyReader {
 
  private:
   void ReadRest() override;
+  bool ReadOn(std::int64_t) override { return false; }
   const std::vector<const dialect::TableSchema*>& TablesRead() const override {
     return query_.tables;
   }

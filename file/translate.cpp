@@ -13,6 +13,14 @@ void OrderOfRows(const dialect::SelectTree& select, SqlWriter& writer) {
   writer.sql += select.orderBy.empty() ? kOrderOfEntry : std::string_view(", rowid");
 }
 
+// The same rows from the last one to the first.
+void OrderBackwards(const dialect::SelectTree& select, SqlWriter& writer) {
+  dialect::SelectTree turned = select;
+  for (auto& each : turned.orderBy) each.descending = !each.descending;
+  OrderOfRows(turned, writer);
+  if (dialect::FollowsEntry(turned)) writer.sql += " DESC";
+}
+
 Sql Finished(SqlWriter&& writer) { return {std::move(writer.sql), std::move(writer.parameters)}; }
 
 void WriteInsert(const dialect::TableSchema& table, const dialect::StatementTree& tree,
@@ -106,6 +114,16 @@ Keyset TranslateKeyset(const dialect::Schema& schema, std::string_view statement
   keys.Rows(select);
   OrderOfRows(select, keys);
   keyset.keys = Finished(std::move(keys));
+  if (select.where == nullptr) {
+    SqlWriter backwards, count;
+    backwards.sql = "SELECT rowid";
+    backwards.Rows(select);
+    OrderBackwards(select, backwards);
+    keyset.backwards = Finished(std::move(backwards));
+    count.sql = "SELECT count(*)";
+    count.Rows(select);
+    keyset.count = Finished(std::move(count));
+  }
   SqlWriter row;
   dialect::SelectTree one = select;
   one.where = nullptr;

@@ -38,6 +38,9 @@ struct Keyset {
   const dialect::TableSchema* table = nullptr;
   std::vector<const dialect::TableSchema*> tables;  // all that it reads
   Sql keys;                                         // rowids in order
+  // Of a whole table: its rowids from the last one to the first, and how many there are. Empty
+  // where a condition would have to look at every row anyway.
+  Sql backwards, count;
   Sql row;  // the columns; the row's key is the last parameter
   std::vector<dialect::OutputColumn> columns;
 };

@@ -398,7 +398,7 @@ TEST_F(JournalTest, TheMarkThatFollowsIsMadeOfTheFileAndOfChance) {
 }
 
 TEST_F(JournalTest, ThatBelongsIsNeverSetAsideHoweverOftenTheStationIsKilled) {
-  const unsigned kills = Thoroughly(200u, 2000u);
+  const unsigned kills = Thoroughly(60u, 2000u);
   fs::copy_file(File(), Path("other.mdb"));
   {
     engine::Database database = scratch_.Open();

@@ -164,6 +164,8 @@ class Session {
 
  private:
   void OpenDatabase();
+  // Reads on what is open, a little at a time, as long as there is something.
+  std::unique_ptr<platform::Timer> readingOn_;
 };
 
 }  // namespace brenvo::core

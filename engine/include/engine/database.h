@@ -46,6 +46,12 @@ class Database {
   // To read what is stored by now on another thread. It must be gone before the database is closed.
   std::unique_ptr<Reader> OpenReader();
 
+  // A dynaset of many rows that was moved to its end has most of its keys to read still, at the
+  // latest when its table is written to. `tell` is called when there are such; whoever has time
+  // then reads so many of them, until that gives false.
+  void WhenUnread(std::function<void()> tell);
+  bool ReadOn(std::int64_t rows);
+
   // From now on, `goOn` is asked every few milliseconds while a statement works. Once it gives
   // false, what works long is DatabaseError 3059, and a transaction that writes then is rolled
   // back. It may not use the database, which answers it with DatabaseError 3260. Empty for none.

@@ -42,6 +42,8 @@ class Store {
   virtual std::unique_ptr<RowAppender> OpenAppender(std::string_view table) = 0;
   virtual std::unique_ptr<Reader> OpenReader() = 0;
 
+  virtual void WhenUnread(std::function<void()> tell) = 0;
+  virtual bool ReadOn(std::int64_t rows) = 0;
   virtual void Watch(std::function<bool()> goOn) = 0;
   virtual void RefuseWrites() = 0;
   virtual std::int64_t DataVersion() = 0;
