@@ -23,9 +23,10 @@ class RecordOriginTest : public AdifStation {
   static std::string Field(std::string_view name, std::string_view value) {
     return fmt::format("<{}:{}>{}", name, value.size(), value);
   }
-  static std::string Record(const std::string& call, const std::string& more = "") {
-    return Field("CALL", call) + "<QSO_DATE:8>20010203<TIME_ON:6>101500<BAND:2>2m<MODE:3>SSB" +
-           more + "<EOR>\n";
+  static std::string Record(const std::string& call, const std::string& more = "",
+                            const std::string& hour = "10") {
+    return Field("CALL", call) + "<QSO_DATE:8>20010203<TIME_ON:6>" + hour +
+           "1500<BAND:2>2m<MODE:3>SSB" + more + "<EOR>\n";
   }
   ImportCounts ImportText(const std::string& text) { return Import(Write("in.adi", text)); }
   core::StationRow StationOf(std::int64_t qsoNr) {
@@ -124,7 +125,8 @@ TEST_F(RecordOriginTest, AnImportIsTakenBackWithAllThatItCompleted) {
 TEST_F(RecordOriginTest, AStoppedImportLeavesNoStation) {
   std::string text;
   for (int i = 0; i < 600; ++i) {
-    text += Record(fmt::format("DL{}ABC", i), Field("STATION_CALLSIGN", "IQ3AB"));
+    text += Record(fmt::format("DL{}ABC", i), Field("STATION_CALLSIGN", "IQ3AB"),
+                   fmt::format("{:02}", i % 24));
   }
   EXPECT_TRUE(ImportStoppedAt(Write("in.adi", text), 2));
   EXPECT_THAT(Rows("select * from Stazioni where Call='IQ3AB'"), IsEmpty());

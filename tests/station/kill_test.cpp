@@ -163,7 +163,7 @@ std::string RunAndKill(const fs::path& directory, int first, int things, usecond
 }
 
 TEST(Killed, AtAnyMomentWhatHasBeenStoredChangedAndTransferredIsThere) {
-  const int kills = Thoroughly(60, 1000);
+  const int kills = Thoroughly(20, 1000);
   ScratchStationDirectory directory;
   const fs::path file = directory.Path() / "Brenvo.mdb";
   std::mt19937 random(1);
