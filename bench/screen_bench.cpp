@@ -17,6 +17,7 @@
 #include "bench/support/bench_station.h"
 #include "bench/support/figures.h"
 #include "bench/support/hand.h"
+#include "core/transaction.h"
 #include "list/elenco.h"
 #include "log/log_form.h"
 #include "station/station.h"
@@ -26,6 +27,7 @@ namespace brenvo::bench {
 namespace {
 
 constexpr int kContacts = 300, kSteps = 300;
+constexpr int kOld = 1000, kTyped = 200;
 
 // Everything that waits is done and painted.
 void Settle() {
@@ -49,6 +51,7 @@ class ScreenStation {
   }
 
   std::filesystem::path File() const { return directory_.File(); }
+  engine::Database& Db() { return session_.Db; }
   forms::Window& Open(const char* name) {
     session_.Windows.RunEvent(
         [&] { session_.Windows.Show(*(log_ = session_.Windows.LoadNew(name))); });
@@ -115,6 +118,20 @@ std::vector<std::string> CallsIn(const std::filesystem::path& file, std::int64_t
   return calls;
 }
 
+// Contacts with one station, years ago, on many bands.
+void AddOldContacts(engine::Database& db, std::string_view call) {
+  core::Transaction transaction(db);
+  constexpr const char* kBands[] = {"  2 m", " 70cm", " 20 m", " 40 m", " 15 m"};
+  for (int i = 0; i < kOld; ++i) {
+    db.Execute(fmt::format(
+        "insert into Log (DataQso,Call,Prefisso,Country,Locator,Banda,Modo,QslRicevuta) values "
+        "('1995-{:02}-{:02} {:02}:00:00','{}','IK9','I','JM77{}','{}','SSB',{})",
+        1 + i / 28 % 12, 1 + i % 28, i / 336, call, i % 2 == 0 ? "AA" : "BB", kBands[i % 5],
+        i % 3 == 0));
+  }
+  transaction.Commit();
+}
+
 void Run(const Figures& figures, std::int64_t contacts) {
   ScreenStation station(contacts);
   const std::vector<std::string> calls = CallsIn(station.File(), contacts);
@@ -149,6 +166,26 @@ void Run(const Figures& figures, std::int64_t contacts) {
     previous.Measure([&] { station.Press(log.cmPrevious); });
   }
   tell("the previous contact, painted", previous);
+  station.CloseLog();
+
+  // A friend of thirty years is typed, with every window that says something of him, and the map.
+  AddOldContacts(station.Db(), "IK9ZZZ");
+  for (const char* name : {"OldQsoForm", "OldQsoLocator", "Hrd", "HrdMode"}) station.Open(name);
+  log::LogForm& busy = station.OpenLog();
+  for (forms::Command* choice : {&busy.cmMappa, &busy.cmWorked}) {
+    if (!choice->Down()) station.Press(*choice);
+  }
+  Samples last, leavingOld;
+  for (int i = 0; i < kTyped; ++i) {
+    station.Press(busy.cmClear);
+    station.FocusOn("CallQso");
+    for (const char each : std::string_view("IK9ZZ")) station.Key(each, QString(QLatin1Char(each)));
+    last.Measure([&] { station.Key('Z', QStringLiteral("Z")); });
+    leavingOld.Measure([&] { station.Key(Qt::Key_Tab, QStringLiteral("\t")); });
+  }
+  if (busy.CallQso.Text() != "IK9ZZZ") throw std::runtime_error("a key was lost");
+  tell("last key of a call of 1,000 contacts, all windows and the map", last);
+  tell("Tab out of it", leavingOld);
   station.CloseLog();
 
   Samples list;
