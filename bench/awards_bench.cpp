@@ -96,7 +96,7 @@ class AwardTasks {
 
   void Lists() {
     const Selection selections[] = {
-        {"all", "", "1", ""},
+        {"all", "WHERE QsoNr>0", "1", ""},
         {"since 1900", "WHERE DateValue(DataQso)>=DateValue('01/01/1900')",
          "\"DataQso\">='1900-01-01'", ""},
         {"2 m SSB", "WHERE Banda='  2 m' AND Modo in ('SSB')",

@@ -195,7 +195,7 @@ void Run(const Figures& figures, std::int64_t contacts) {
   }
   tell("list, its newest painted", list);
   auto& elenco = static_cast<list::Elenco&>(station.Open("Elenco"));
-  while (elenco.Tabella.Rows() != contacts + 1) station.Pause();
+  while (elenco.Tabella.Rows() != contacts + kOld + 1) station.Pause();
   auto* table = station.Find<QTableView>("Elenco", "Tabella");
   Samples screen;
   std::mt19937 random(1);
