@@ -132,82 +132,133 @@ void AddOldContacts(engine::Database& db, std::string_view call) {
   transaction.Commit();
 }
 
-void Run(const Figures& figures, std::int64_t contacts) {
-  ScreenStation station(contacts);
-  const std::vector<std::string> calls = CallsIn(station.File(), contacts);
-  const auto tell = [&](std::string_view task, const Samples& times) {
-    if (figures.Wants(task)) figures.Line(contacts, task, times, {});
-  };
+class ScreenTasks {
+ public:
+  ScreenTasks(const Figures& figures, std::int64_t contacts)
+      : figures_(figures), contacts_(contacts), station_(contacts) {}
 
-  Samples opening;
-  for (int i = 0; i < 5; ++i) {
-    opening.Measure([&] { station.OpenLog(); });
-    station.CloseLog();
-  }
-  tell("log window, painted", opening);
-
-  log::LogForm& log = station.OpenLog();
-  Samples key, leaving;
-  for (const std::string& call : calls) {
-    station.Press(log.cmClear);
-    station.FocusOn("CallQso");
-    for (const char each : call) {
-      key.Measure([&] { station.Key(each, QString(QLatin1Char(each))); });
+  void Run() {
+    if (figures_.WantsAnyOf(
+            {"log window", "a key of the call", "Tab out of the call", "the previous contact"})) {
+      Log();
     }
-    if (log.CallQso.Text() != call) throw std::runtime_error("a key was lost: " + call);
-    leaving.Measure([&] { station.Key(Qt::Key_Tab, QStringLiteral("\t")); });
+    if (figures_.WantsAnyOf({"grid, painted", "grid, its other end, painted"})) Grid();
+    if (figures_.WantsAnyOf({"list, its newest painted", "list, a screen anywhere, painted"})) {
+      List();
+    }
+    if (figures_.WantsAnyOf({kLastKey, kLeavingIt})) OldFriend();
   }
-  tell("a key of the call, painted", key);
-  tell("Tab out of the call, painted", leaving);
 
-  Samples previous;
-  station.Press(log.cmLast);
-  for (int i = 0; i < kSteps; ++i) {
-    previous.Measure([&] { station.Press(log.cmPrevious); });
+ private:
+  static constexpr const char* kLastKey =
+      "last key of a call of 1,000 contacts, all windows and the map";
+  static constexpr const char* kLeavingIt = "Tab out of the call of 1,000 contacts";
+
+  void Tell(std::string_view task, const Samples& times) {
+    if (figures_.Wants(task)) figures_.Line(contacts_, task, times, {});
   }
-  tell("the previous contact, painted", previous);
-  station.CloseLog();
+
+  void Log() {
+    Samples opening;
+    for (int i = 0; i < 5; ++i) {
+      opening.Measure([&] { station_.OpenLog(); });
+      station_.CloseLog();
+    }
+    Tell("log window, painted", opening);
+
+    const std::vector<std::string> calls = CallsIn(station_.File(), contacts_);
+    log::LogForm& log = station_.OpenLog();
+    Samples key, leaving;
+    for (const std::string& call : calls) {
+      station_.Press(log.cmClear);
+      station_.FocusOn("CallQso");
+      for (const char each : call) {
+        key.Measure([&] { station_.Key(each, QString(QLatin1Char(each))); });
+      }
+      if (log.CallQso.Text() != call) throw std::runtime_error("a key was lost: " + call);
+      leaving.Measure([&] { station_.Key(Qt::Key_Tab, QStringLiteral("\t")); });
+    }
+    Tell("a key of the call, painted", key);
+    Tell("Tab out of the call, painted", leaving);
+
+    Samples previous;
+    station_.Press(log.cmLast);
+    for (int i = 0; i < kSteps; ++i) {
+      previous.Measure([&] { station_.Press(log.cmPrevious); });
+    }
+    Tell("the previous contact, painted", previous);
+    station_.CloseLog();
+  }
+
+  void Grid() {
+    Samples opening, jumps;
+    for (int i = 0; i < 5; ++i) {
+      log::LogForm& log = station_.OpenLog();
+      opening.Measure([&] { station_.Press(log.cmVista); });
+      auto* bar = station_.Find<QTableView>("LogForm", "DataGrid1")->verticalScrollBar();
+      for (int end = 0; end < 2; ++end) {
+        jumps.Measure([&] {
+          bar->setValue(bar->value() == bar->maximum() ? 0 : bar->maximum());
+          Settle();
+        });
+      }
+      station_.Press(log.cmVista);
+      station_.CloseLog();
+    }
+    Tell("grid, painted", opening);
+    Tell("grid, its other end, painted", jumps);
+  }
+
+  void List() {
+    Samples opening;
+    for (int i = 0; i < 5; ++i) {
+      opening.Measure([&] { station_.Open("Elenco"); });
+      station_.CloseLog();
+    }
+    Tell("list, its newest painted", opening);
+    auto& elenco = static_cast<list::Elenco&>(station_.Open("Elenco"));
+    while (elenco.Tabella.Rows() != contacts_ + 1) station_.Pause();
+    auto* table = station_.Find<QTableView>("Elenco", "Tabella");
+    Samples screen;
+    std::mt19937 random(1);
+    for (int i = 0; i < kSteps; ++i) {
+      const auto place = static_cast<int>(random() % static_cast<unsigned>(contacts_));
+      screen.Measure([&] {
+        table->verticalScrollBar()->setValue(place);
+        Settle();
+      });
+    }
+    Tell("list, a screen anywhere, painted", screen);
+    station_.CloseLog();
+  }
 
   // A friend of thirty years is typed, with every window that says something of him, and the map.
-  AddOldContacts(station.Db(), "IK9ZZZ");
-  for (const char* name : {"OldQsoForm", "OldQsoLocator", "Hrd", "HrdMode"}) station.Open(name);
-  log::LogForm& busy = station.OpenLog();
-  for (forms::Command* choice : {&busy.cmMappa, &busy.cmWorked}) {
-    if (!choice->Down()) station.Press(*choice);
+  void OldFriend() {
+    AddOldContacts(station_.Db(), "IK9ZZZ");
+    for (const char* name : {"OldQsoForm", "OldQsoLocator", "Hrd", "HrdMode"}) station_.Open(name);
+    log::LogForm& log = station_.OpenLog();
+    for (forms::Command* choice : {&log.cmMappa, &log.cmWorked}) {
+      if (!choice->Down()) station_.Press(*choice);
+    }
+    Samples last, leaving;
+    for (int i = 0; i < kTyped; ++i) {
+      station_.Press(log.cmClear);
+      station_.FocusOn("CallQso");
+      for (const char each : std::string_view("IK9ZZ")) {
+        station_.Key(each, QString(QLatin1Char(each)));
+      }
+      last.Measure([&] { station_.Key('Z', QStringLiteral("Z")); });
+      leaving.Measure([&] { station_.Key(Qt::Key_Tab, QStringLiteral("\t")); });
+    }
+    if (log.CallQso.Text() != "IK9ZZZ") throw std::runtime_error("a key was lost");
+    Tell(kLastKey, last);
+    Tell(kLeavingIt, leaving);
   }
-  Samples last, leavingOld;
-  for (int i = 0; i < kTyped; ++i) {
-    station.Press(busy.cmClear);
-    station.FocusOn("CallQso");
-    for (const char each : std::string_view("IK9ZZ")) station.Key(each, QString(QLatin1Char(each)));
-    last.Measure([&] { station.Key('Z', QStringLiteral("Z")); });
-    leavingOld.Measure([&] { station.Key(Qt::Key_Tab, QStringLiteral("\t")); });
-  }
-  if (busy.CallQso.Text() != "IK9ZZZ") throw std::runtime_error("a key was lost");
-  tell("last key of a call of 1,000 contacts, all windows and the map", last);
-  tell("Tab out of it", leavingOld);
-  station.CloseLog();
 
-  Samples list;
-  for (int i = 0; i < 5; ++i) {
-    list.Measure([&] { station.Open("Elenco"); });
-    station.CloseLog();
-  }
-  tell("list, its newest painted", list);
-  auto& elenco = static_cast<list::Elenco&>(station.Open("Elenco"));
-  while (elenco.Tabella.Rows() != contacts + kOld + 1) station.Pause();
-  auto* table = station.Find<QTableView>("Elenco", "Tabella");
-  Samples screen;
-  std::mt19937 random(1);
-  for (int i = 0; i < kSteps; ++i) {
-    const auto place = static_cast<int>(random() % static_cast<unsigned>(contacts));
-    screen.Measure([&] {
-      table->verticalScrollBar()->setValue(place);
-      Settle();
-    });
-  }
-  tell("list, a screen anywhere, painted", screen);
-}
+  const Figures& figures_;
+  std::int64_t contacts_;
+  ScreenStation station_;
+};
 
 }  // namespace
 }  // namespace brenvo::bench
@@ -218,5 +269,5 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   QApplication::setStyle(QStringLiteral("Fusion"));
-  for (const std::int64_t size : figures.Sizes()) Run(figures, size);
+  for (const std::int64_t size : figures.Sizes()) ScreenTasks(figures, size).Run();
 }

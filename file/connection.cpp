@@ -62,14 +62,15 @@ Connection::Connection(const std::filesystem::path& file) {
   Setup();
 }
 
-Connection::Connection(const std::filesystem::path& file, ToRead) : file_(OpenSqliteFile(file)) {
+Connection::Connection(const std::filesystem::path& file, ToRead as)
+    : file_(OpenSqliteFile(file)), schema_(as.tables) {
   // Each row is read once: what has been read need not be kept.
   constexpr int kPages = 100;
   RunSql(file_.get(), "PRAGMA cell_size_check = ON; PRAGMA query_only = ON");
   RunSql(file_.get(), ("PRAGMA cache_size = " + std::to_string(kPages)).c_str());
   // The first look at the file says which state of it is seen from then on.
   RunSql(file_.get(), "BEGIN");
-  schema_ = ReadSchema(file_.get());
+  ReadPragma(file_.get(), "PRAGMA schema_version");
   RaiseGuards();
   RefuseWrites();
 }

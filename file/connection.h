@@ -43,8 +43,10 @@ class LazyReader {
 
 class Running;
 
-// Says that a connection only reads.
-struct ToRead {};
+// Says that a connection only reads the tables of another one to the same file.
+struct ToRead {
+  const dialect::Schema& tables;
+};
 
 class Connection {
  public:

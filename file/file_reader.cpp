@@ -79,7 +79,8 @@ class RunningRow final : public engine::Reader::Row {
 
 }  // namespace
 
-FileReader::FileReader(const std::filesystem::path& file) : connection_(file, ToRead()) {}
+FileReader::FileReader(const std::filesystem::path& file, const dialect::Schema& tables)
+    : connection_(file, ToRead{tables}) {}
 
 bool FileReader::ForEach(std::string_view select,
                          const std::function<bool(engine::Reader::Row& row)>& see) {

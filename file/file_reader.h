@@ -12,7 +12,7 @@ namespace brenvo::file {
 class FileReader final : public engine::Reader {
  public:
   // A file that this process has open already. DatabaseError when it cannot be opened again.
-  explicit FileReader(const std::filesystem::path& file);
+  FileReader(const std::filesystem::path& file, const dialect::Schema& tables);
 
   bool ForEach(std::string_view select,
                const std::function<bool(engine::Reader::Row& row)>& see) override;

@@ -45,7 +45,7 @@ std::unique_ptr<engine::RowAppender> FileStore::OpenAppender(std::string_view ta
 
 std::unique_ptr<engine::Reader> FileStore::OpenReader() {
   connection_->RequireOpen();
-  return std::make_unique<FileReader>(file_);
+  return std::make_unique<FileReader>(file_, connection_->Tables());
 }
 
 void FileStore::WhenUnread(std::function<void()> tell) { connection_->WhenUnread(std::move(tell)); }

@@ -190,21 +190,35 @@ void ReadColumns(sqlite3* file, dialect::TableSchema& table, bool counts) {
   }
 }
 
-void ReadIndexes(sqlite3* file, dialect::TableSchema& table) {
+// Those of all tables, by the table's name, in the order in which they were made.
+struct FoundIndex {
+  std::string table, name, sql;
+};
+
+std::vector<FoundIndex> FindIndexes(sqlite3* file) {
+  std::vector<FoundIndex> found;
   const Handle indexes = Prepare(file,
-                                 "SELECT m.name, m.sql, l.\"unique\" FROM pragma_index_list(?) "
-                                 "AS l JOIN sqlite_schema AS m ON m.name = l.name "
-                                 "WHERE m.sql IS NOT NULL ORDER BY m.rowid");
-  sqlite3_bind_text(indexes.get(), 1, table.name.c_str(), -1, SQLITE_STATIC);
+                                 "SELECT tbl_name, name, sql FROM sqlite_schema "
+                                 "WHERE type = 'index' AND sql IS NOT NULL ORDER BY rowid");
   while (Step(file, indexes)) {
-    std::string name = TextAt(indexes, 0);
-    auto parts = IndexReader(table, TextAt(indexes, 1)).Parts();
+    found.push_back({TextAt(indexes, 0), TextAt(indexes, 1), TextAt(indexes, 2)});
+  }
+  return found;
+}
+
+void TakeIndexes(const std::vector<FoundIndex>& found, dialect::TableSchema& table) {
+  for (const FoundIndex& index : found) {
+    if (index.table != table.name) continue;
+    auto parts = IndexReader(table, index.sql).Parts();
     if (!parts) continue;
+    std::string name = index.name;
     if (name.size() > table.name.size() + 1 && name[table.name.size()] == '.' &&
         base::SameText(std::string_view(name).substr(0, table.name.size()), table.name)) {
       name.erase(0, table.name.size() + 1);
     }
-    table.indexes.push_back({name, sqlite3_column_int(indexes.get(), 2) != 0, std::move(*parts)});
+    // SQLite writes these words itself, however they were given.
+    const bool unique = index.sql.starts_with("CREATE UNIQUE ");
+    table.indexes.push_back({std::move(name), unique, std::move(*parts)});
   }
 }
 
@@ -212,6 +226,7 @@ void ReadIndexes(sqlite3* file, dialect::TableSchema& table) {
 
 dialect::Schema ReadSchema(sqlite3* file) {
   std::vector<dialect::TableSchema> schema;
+  const std::vector<FoundIndex> indexes = FindIndexes(file);
   const Handle tables = Prepare(file,
                                 "SELECT name, sql FROM sqlite_schema WHERE type = 'table' "
                                 "AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY rowid");
@@ -220,7 +235,7 @@ dialect::Schema ReadSchema(sqlite3* file) {
     table.name = TextAt(tables, 0);
     table.quoted = QuotedName(table.name);
     ReadColumns(file, table, HoldsWord(TextAt(tables, 1), "AUTOINCREMENT"));
-    ReadIndexes(file, table);
+    TakeIndexes(indexes, table);
     schema.push_back(std::move(table));
   }
   return dialect::Schema(std::move(schema));
