@@ -23,6 +23,7 @@ constexpr int kFramesBetweenWritingBack = 1000;  // four megabytes
 int Authorize(void*, int action, const char* first, const char* second, const char*, const char*) {
   switch (action) {
     case SQLITE_SELECT:
+    case SQLITE_RECURSIVE:
     case SQLITE_READ:
     case SQLITE_TRANSACTION:
       return SQLITE_OK;

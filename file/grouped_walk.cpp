@@ -118,9 +118,12 @@ class Planner {
       if (ofParts) last = std::max(last, place);
     });
     if (!compares) return false;
-    if (ofParts) Needs(last);
-    (ofParts ? walk_.ofParts : walk_.ofRows).push_back(&condition);
-    return true;
+    if (!ofParts) {
+      walk_.ofRows.push_back(&condition);
+      return true;
+    }
+    walk_.ofParts.push_back({&condition, last});
+    return Needs(last);
   }
 
   const dialect::SelectTree& select_;

@@ -17,8 +17,14 @@ struct GroupedWalk {
   const dialect::TableSchema* table = nullptr;
   const dialect::Index* index = nullptr;
   std::size_t parts = 0;  // as many of them tell all that is asked
-  // The conditions, all of which hold: those that the parts answer, and those that want a row.
-  std::vector<const dialect::Node*> ofParts, ofRows;
+  // The conditions, all of which hold: those that the parts answer, the last of them at this place,
+  // and those that want a row.
+  struct OfParts {
+    const dialect::Node* condition;
+    std::size_t last;
+  };
+  std::vector<OfParts> ofParts;
+  std::vector<const dialect::Node*> ofRows;
   // Asks for a first part that is not empty.
   bool firstPartFilled = false;
   // Asks for a column that is not empty, of which the first part holds the beginning: true where

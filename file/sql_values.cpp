@@ -301,6 +301,21 @@ void SqlWriter::Groups(const dialect::SelectTree& select) {
   }
 }
 
+std::string SqlWriter::PartName(std::size_t part) { return "\"part" + std::to_string(part) + "\""; }
+
+// Those before a part, a comma behind each.
+std::string SqlWriter::PartNames(std::size_t end) {
+  std::string names;
+  for (std::size_t i = 0; i < end; ++i) names += PartName(i) + ", ";
+  return names;
+}
+
+std::string SqlWriter::LevelName(std::size_t level) {
+  return "\"level" + std::to_string(level) + "\"";
+}
+
+std::string SqlWriter::MetName(std::size_t level) { return "\"met" + std::to_string(level) + "\""; }
+
 void SqlWriter::Part(const dialect::TableSchema& table, const dialect::IndexPart& part) {
   const dialect::Column& column = table.columns[part.column];
   if (column.type != dialect::ColumnType::kText) return Add(column.quoted);
@@ -321,56 +336,103 @@ void SqlWriter::All(const std::vector<const dialect::Node*>& conditions, std::st
   }
 }
 
-// The first of all rows for each combination of the parts, read off the index alone; what the parts
-// answer is asked of them, under the names of their columns. Where a condition wants a row, the
-// first one that meets it is looked for among those of the combination.
+// Each combination of the parts that there is, found by a step of the index each; what the parts
+// answer is asked as soon as they are known. Of each combination one row is taken: the first one
+// that meets the conditions which want a row.
 void SqlWriter::Walk(const GroupedWalk& walk) {
-  const dialect::TableSchema& table = *walk.table;
-  const auto part = [&](std::size_t i) { Part(table, walk.index->parts[i]); };
-  const auto name = [](std::size_t i) { return "\"part" + std::to_string(i) + "\""; };
-  Add(" WHERE rowid IN (WITH \"met\" AS MATERIALIZED (SELECT ");
-  for (std::size_t i = 0; i < walk.parts; ++i) {
-    part(i);
-    Add(" AS " + name(i) + ", ");
+  Add(" WHERE rowid IN (WITH RECURSIVE ");
+  for (std::size_t level = 0; level < walk.parts; ++level) {
+    if (level > 0) Add(", ");
+    Level(walk, level);
+    Add(", ");
+    OfLevel(walk, level);
   }
-  Add("min(rowid) AS \"first\" FROM " + table.quoted + " INDEXED BY ");
-  Name(table.name + "." + walk.index->name);
-  if (walk.firstPartFilled) {
-    Add(" WHERE ");
-    part(0);
-    Add(" > ''");
-  }
-  for (std::size_t i = 0; i < walk.parts; ++i) {
-    Add(i == 0 ? " GROUP BY " : ", ");
-    part(i);
-  }
-  Add(") SELECT ");
+  Add(" SELECT ");
   std::vector<const dialect::Node*> ofRows = walk.ofRows;
-  if (walk.beginningFilled != nullptr) {
-    if (ofRows.empty()) Add("CASE WHEN \"part0\" > '' THEN \"first\" ELSE ");
-    ofRows.push_back(walk.beginningFilled);
+  // Where the beginning of a column is not empty, neither is the column.
+  const bool asked = walk.beginningFilled != nullptr && !ofRows.empty();
+  if (walk.beginningFilled != nullptr && !asked) {
+    Add("CASE WHEN \"part0\" > '' THEN ");
+    RowOf(walk, {});
+    Add(" ELSE ");
   }
-  if (ofRows.empty()) {
-    Add("\"first\"");
-  } else {
-    Add("(SELECT rowid FROM " + table.quoted);
-    for (std::size_t i = 0; i < walk.parts; ++i) {
-      Add(i == 0 ? " WHERE " : " AND ");
-      part(i);
-      Add(" IS " + name(i));
+  if (walk.beginningFilled != nullptr) ofRows.push_back(walk.beginningFilled);
+  RowOf(walk, ofRows);
+  if (walk.beginningFilled != nullptr && !asked) Add(" END");
+  Add(" FROM " + MetName(walk.parts - 1) + ")");
+}
+
+// The values of a part that stand behind each combination of those before it: the lowest, and the
+// next ones each from the one before, until there is none; Null where there is one, which "empty"
+// tells from that end.
+void SqlWriter::Level(const GroupedWalk& walk, std::size_t level) {
+  const dialect::IndexPart& own = walk.index->parts[level];
+  const std::string before = PartNames(level);
+  const auto lowest = [&](std::string_view behind) {
+    Add("(SELECT min(");
+    Part(*walk.table, own);
+    Add(")");
+    FromBefore(walk, level);
+    if (!behind.empty()) {
+      Add(level == 0 ? " WHERE " : " AND ");
+      Part(*walk.table, own);
+      Add(" > ");
+      Add(behind);
     }
-    All(ofRows, " AND ");
-    Add(" LIMIT 1)");
-    if (walk.ofRows.empty()) Add(" END");
+    Add("), 0");
+  };
+  const std::string ofThoseBefore = level == 0 ? "" : " FROM " + MetName(level - 1);
+  const bool filled = level == 0 && walk.firstPartFilled;
+
+  Add(LevelName(level) + "(" + before + PartName(level) + ", \"empty\") AS (SELECT " + before);
+  lowest(filled ? "''" : "");
+  Add(ofThoseBefore);
+  if (!filled) {
+    Add(" UNION ALL SELECT " + before + "NULL, 1" + ofThoseBefore + " WHERE EXISTS (SELECT 1");
+    FromBefore(walk, level);
+    Add(level == 0 ? " WHERE " : " AND ");
+    Part(*walk.table, own);
+    Add(" IS NULL)");
   }
-  Add(" FROM (SELECT *");
-  for (std::size_t i = 0; i < walk.parts; ++i) {
+  Add(" UNION ALL SELECT " + before);
+  lowest(PartName(level));
+  Add(" FROM " + LevelName(level) + " WHERE " + PartName(level) + " IS NOT NULL)");
+}
+
+// The combinations of a level that meet what its last part decides, under the names of its columns.
+void SqlWriter::OfLevel(const GroupedWalk& walk, std::size_t level) {
+  Add(MetName(level) + " AS (SELECT " + PartNames(level) + PartName(level) + " FROM (SELECT *");
+  for (std::size_t i = 0; i <= level; ++i) {
     const dialect::IndexPart& each = walk.index->parts[i];
-    if (each.prefix == 0) Add(", " + name(i) + " AS " + table.columns[each.column].quoted);
+    if (each.prefix == 0)
+      Add(", " + PartName(i) + " AS " + walk.table->columns[each.column].quoted);
   }
-  Add(" FROM \"met\")");
-  All(walk.ofParts, " WHERE ");
+  Add(" FROM " + LevelName(level) + ") WHERE (" + PartName(level) + " IS NOT NULL OR \"empty\")");
+  std::vector<const dialect::Node*> decided;
+  for (const GroupedWalk::OfParts& each : walk.ofParts) {
+    if (each.last == level) decided.push_back(each.condition);
+  }
+  All(decided, " AND ");
   Add(")");
+}
+
+// The rows of a combination of the parts before this one.
+void SqlWriter::FromBefore(const GroupedWalk& walk, std::size_t level) {
+  Add(" FROM " + walk.table->quoted + " INDEXED BY ");
+  Name(walk.table->name + "." + walk.index->name);
+  for (std::size_t i = 0; i < level; ++i) {
+    Add(i == 0 ? " WHERE " : " AND ");
+    Part(*walk.table, walk.index->parts[i]);
+    Add(" IS " + PartName(i));
+  }
+}
+
+void SqlWriter::RowOf(const GroupedWalk& walk,
+                      const std::vector<const dialect::Node*>& conditions) {
+  Add("(SELECT rowid");
+  FromBefore(walk, walk.parts);
+  All(conditions, " AND ");
+  Add(" LIMIT 1)");
 }
 
 void SqlWriter::OrderBy(const dialect::SelectTree& select) {

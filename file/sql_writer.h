@@ -39,6 +39,14 @@ class SqlWriter {
   void Groups(const dialect::SelectTree& select);
   // "WHERE rowid IN ..." for "WHERE ...": a row at least of each group.
   void Walk(const GroupedWalk& walk);
+  void Level(const GroupedWalk& walk, std::size_t level);
+  void OfLevel(const GroupedWalk& walk, std::size_t level);
+  void FromBefore(const GroupedWalk& walk, std::size_t level);
+  void RowOf(const GroupedWalk& walk, const std::vector<const dialect::Node*>& conditions);
+  static std::string PartName(std::size_t part);
+  static std::string PartNames(std::size_t end);
+  static std::string LevelName(std::size_t level);
+  static std::string MetName(std::size_t level);
   void Part(const dialect::TableSchema& table, const dialect::IndexPart& part);
   void All(const std::vector<const dialect::Node*>& conditions, std::string_view word);
   void Parameter(engine::Value value);

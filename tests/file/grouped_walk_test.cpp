@@ -93,7 +93,7 @@ TEST_F(GroupedWalkTest, GivesTheGroupsThatAllRowsGive) {
         // Two constants are no question for an index.
         const std::string all = select(" AND 1=1");
         EXPECT_THAT(db_.QueryPlan(all), ::testing::Not(::testing::HasSubstr("MATERIALIZE")));
-        EXPECT_THAT(db_.QueryPlan(select("")), ::testing::HasSubstr("MATERIALIZE met"));
+        EXPECT_THAT(db_.QueryPlan(select("")), ::testing::HasSubstr("level0"));
         EXPECT_EQ(Groups(select("")), Groups(all)) << all;
       }
     }
