@@ -44,6 +44,11 @@ class NotingStore : public Store {
     return Note("appender", table);
   }
   std::unique_ptr<Reader> OpenReader() override { return Note("reader"); }
+  void WhenUnread(std::function<void()>) override { Note("when unread"); }
+  bool ReadOn(std::int64_t rows) override {
+    Note("read on", std::to_string(rows));
+    return true;
+  }
   void Watch(std::function<bool()> goOn) override { Note(goOn ? "watch" : "watch no more"); }
   void RefuseWrites() override { Note("refuse"); }
   std::int64_t DataVersion() override { return 7; }
@@ -83,15 +88,18 @@ TEST_F(DatabaseTest, WhateverIsAskedReachesTheStoreBehindIt) {
   db.OpenDynaset("d");
   db.OpenAppender("Band");
   db.OpenReader();
+  db.WhenUnread([] {});
+  EXPECT_TRUE(db.ReadOn(5));
   db.Watch([] { return true; });
   db.Watch(nullptr);
   db.RefuseWrites();
   EXPECT_EQ(db.DataVersion(), 7);
   EXPECT_EQ(db.QueryPlan("p"), "SCAN");
   EXPECT_EQ(db.Counters().rowsStepped, 1);
-  EXPECT_THAT(notes_, ElementsAre("begin", "execute delete * from Log", "commit", "rollback",
-                                  "table Log", "snapshot s", "dynaset d", "appender Band", "reader",
-                                  "watch", "watch no more", "refuse", "plan p"));
+  EXPECT_THAT(notes_,
+              ElementsAre("begin", "execute delete * from Log", "commit", "rollback", "table Log",
+                          "snapshot s", "dynaset d", "appender Band", "reader", "when unread",
+                          "read on 5", "watch", "watch no more", "refuse", "plan p"));
 }
 
 TEST_F(DatabaseTest, AClosedOneRefusesEveryUse) {
@@ -110,6 +118,8 @@ TEST_F(DatabaseTest, AClosedOneRefusesEveryUse) {
     EXPECT_EQ(ErrorOf([&] { db->OpenDynaset("d"); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->OpenAppender("Log"); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->OpenReader(); }), 3420);
+    EXPECT_EQ(ErrorOf([&] { db->WhenUnread([] {}); }), 3420);
+    EXPECT_FALSE(db->ReadOn(5));
     EXPECT_EQ(ErrorOf([&] { db->RefuseWrites(); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->DataVersion(); }), 3420);
     EXPECT_EQ(ErrorOf([&] { db->QueryPlan("p"); }), 3420);
