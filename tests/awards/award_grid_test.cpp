@@ -57,8 +57,10 @@ TEST_F(AwardGridTest, OneThatIsStoppedWhileItCountsClosesInsteadOfTellingHalfASc
       "update Log set Country='I',Continente='EU',Locator='JN'+Left(Call,2)+'AA',Note='[IOTA "
       "EU-001]'");
   machine.StopProgressAt(0);
+  // Of a day each contact is looked at; a step a group would be done before anybody asks.
+  constexpr std::string_view kLong = "WHERE DateValue(DataQso)>=DateValue('01/01/1900')";
   for (const AwardMember& member : AwardMembers()) {
-    Event([&] { EXPECT_FALSE(Award(member.window, kAll).Loaded()) << member.window; });
+    Event([&] { EXPECT_FALSE(Award(member.window, kLong).Loaded()) << member.window; });
     EXPECT_EQ(session.Windows.Find(member.window), nullptr) << member.window;
     EXPECT_FALSE(session.Db.InTransaction());
   }
