@@ -221,7 +221,7 @@ bool OfRule(const std::vector<std::string>& known, std::string_view value) {
 void ReadWindows(Fields& fields, Rule& rule) {
   // A contest whose days are not known yet has none.
   EachOf(fields, "finestre", rule.IsComplete(), [&](Fields& one) {
-    Window window;
+    RuleWindow window;
     window.name = one.Text("nome", false, 60);
     if (one.Has("data")) {
       const std::string text = one.Text("data");

@@ -35,7 +35,7 @@ std::string RuleFault::Text() const {
                        : fmt::format("riga {}, {}: {}", line, field, what);
 }
 
-std::optional<Period> PeriodOf(const Window& window, int year) {
+std::optional<Period> PeriodOf(const RuleWindow& window, int year) {
   base::DateTime day = window.day;
   if (window.month == 0) {
     if (day.Year() != year) return std::nullopt;
@@ -58,7 +58,7 @@ std::optional<Period> PeriodOf(const Window& window, int year) {
 
 std::vector<Period> PeriodsOf(const Rule& rule, int year) {
   std::vector<Period> periods;
-  for (const Window& window : rule.windows) {
+  for (const RuleWindow& window : rule.windows) {
     if (const auto period = PeriodOf(window, year)) periods.push_back(*period);
   }
   std::ranges::sort(periods, {}, &Period::begin);

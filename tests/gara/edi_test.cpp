@@ -40,7 +40,8 @@ LogHead SampleHead() {
   return head;
 }
 
-std::vector<LogRow> RowsOf(const Rule& rule, const OwnEntry& own, std::vector<Contact> contacts) {
+std::vector<LogRow> LogRowsOf(const Rule& rule, const OwnEntry& own,
+                              std::vector<Contact> contacts) {
   Count count(rule, own);
   count.Reset(contacts);
   std::vector<LogRow> rows;
@@ -63,7 +64,7 @@ std::vector<LogRow> SampleRows(const Rule& rule) {
   contacts[0].place = {"DL", "EU"};
   contacts[1].place = {"S5", "EU"};
   contacts[2].place = {"DL", "EU"};
-  return RowsOf(rule, {"IK4ABC/P", "JN54MN", "", {"I", "EU"}}, std::move(contacts));
+  return LogRowsOf(rule, {"IK4ABC/P", "JN54MN", "", {"I", "EU"}}, std::move(contacts));
 }
 
 TEST(Edi, TheFileIsTheOneOfTheHandbook) {
@@ -149,7 +150,7 @@ TEST(Edi, WrittenReadAndWrittenAgainItIsTheSame) {
   contacts[0].place = contacts[2].place = {"DL", "EU"};
   contacts[1].place = {"S5", "EU"};
   EXPECT_EQ(WriteEdi(rule, head, "2 m",
-                     RowsOf(rule, {read.call, read.locator, "", {}}, std::move(contacts)))
+                     LogRowsOf(rule, {read.call, read.locator, "", {}}, std::move(contacts)))
                 .bytes,
             bytes);
 }
@@ -325,7 +326,7 @@ TEST(Cabrillo, TheFileIsTheOneOfTheStandard) {
   contacts[0].place = {"DL", "EU"};
   contacts[1].serialReceived = 1234;
   contacts[1].place = {"K", "NA"};
-  const auto rows = RowsOf(rule, {"IK4ABC", "", "BO", {"I", "EU"}}, contacts);
+  const auto rows = LogRowsOf(rule, {"IK4ABC", "", "BO", {"I", "EU"}}, contacts);
   const WrittenLog written = WriteCabrillo(rule, head, rows, 8);
   EXPECT_EQ(written.bytes,
             "START-OF-LOG: 3.0\r\n"

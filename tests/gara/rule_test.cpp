@@ -114,7 +114,7 @@ TEST(ContestRule, AFileBeyondItsBoundsIsRefused) {
 TEST(ContestRule, AWindowByRuleFallsOnItsDays) {
   // The first Saturday, the third one, the third Sunday, the last Saturday.
   const auto begin = [](int month, int which, int weekday, int year) {
-    Window window;
+    RuleWindow window;
     window.month = month;
     window.which = which;
     window.weekday = weekday;

@@ -13,7 +13,7 @@
 namespace brenvo::gara {
 
 // When the contest is: a day by rule or a fixed one, a time and a length.
-struct Window {
+struct RuleWindow {
   std::string name;     // of this one of a series; empty: the contest's
   int month = 0;        // 1 to 12, of a day by rule; 0 with a fixed day
   int which = 0;        // 1 to 5, or -1 for the last
@@ -112,7 +112,7 @@ struct Rule {
   std::string contestId;          // in a log's head: TName, CONTEST
   int year = 0;                   // of the rules
   std::vector<std::string> open;  // what the rules as known leave open; a log is not sent then
-  std::vector<Window> windows;
+  std::vector<RuleWindow> windows;
   std::vector<std::string> bands;  // as the log calls them, without blanks around
   std::vector<std::string> modes;  // CW, SSB, FM, AM, RTTY, DIGI
   std::vector<Category> categories;
@@ -155,7 +155,7 @@ ReadRule ReadRuleText(std::string_view bytes);
 // The periods of a year, in their order; a fixed day belongs to its own year alone.
 std::vector<Period> PeriodsOf(const Rule& rule, int year);
 // Of one window; nothing in a year that has no such day.
-std::optional<Period> PeriodOf(const Window& window, int year);
+std::optional<Period> PeriodOf(const RuleWindow& window, int year);
 // The last moment at which a log of that period is taken.
 std::optional<base::DateTime> DeadlineOf(const Rule& rule, const Period& period);
 
