@@ -7,6 +7,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "contact.h"
+#include "contest/insert_qso.h"
 #include "core/entry.h"
 #include "core/log_time.h"
 #include "core/place_on_day.h"
@@ -170,14 +171,6 @@ void ContestNewQso::ShowRow() {
 
 void ContestNewQso::ShowTime() { Qtr.SetText(core::HourMinute(session_.Now())); }
 
-std::optional<std::string> ContestNewQso::DuplicateSerial() {
-  const auto rows = session_.Db.OpenSnapshot(fmt::format(
-      "Select ProgrDato FROM [Contest Qso]{} AND Call='{}' AND ProgrDato<>{}",
-      OfContest(contest_.DataContest, contest_.Banda), base::Trim(CallQso.Text()), ProgrD.Text()));
-  if (rows->EOF_()) return std::nullopt;
-  return base::Trim(rows->Field(0).Text());
-}
-
 std::string ContestNewQso::OtherOnItsDay() {
   const std::string call = base::Trim(CallQso.Text());
   const auto contestDay = base::ParseDate(contest_.DataContest);
@@ -196,7 +189,7 @@ void ContestNewQso::OnCallLeave() {
   const std::string other = OtherOnItsDay();
   if (!other.empty() || otherOnDay_) Avviso.SetText(other);
   otherOnDay_ = !other.empty();
-  const auto serial = DuplicateSerial();
+  const auto serial = DuplicateSerial(session_, contest_, CallQso.Text(), ProgrD.Text());
   if (!serial) return;
   if (!session_.Messages().AskYesNo("Qso doppio (" + *serial + ")", "Confermi call ?")) {
     CallQso.SetText("");
@@ -227,63 +220,30 @@ void ContestNewQso::InsertQso() {
     Avviso.SetText(fmt::format("Qso non inserito: {}", refusal->text));
     return;
   }
+  const core::TypedContestQso typed = Typed();
   // The station's own locator, not the contest's, makes the distance that counts.
-  Qrb.SetText(std::to_string(geo::QrbKm(session_.Station.MyLocator, Locator.Text())));
-  double punti = base::Val(Qrb.Text());
-  std::string note = Note.Text();
-  if (const auto serial = DuplicateSerial()) {
-    punti = 0;
-    note = MarkDuplicate(note, *serial);
-  }
-  if (const std::string exchange = base::Trim(Exc.Text()); !exchange.empty()) {
-    note = MarkExchange(note, exchange);
-  }
+  const WorkedOutQso made = WorkOut(session_, contest_, typed);
+  Qrb.SetText(made.Qrb);
   struct Storing {
     explicit Storing(bool& state) : flag(state) { flag = true; }
     ~Storing() { flag = false; }
     bool& flag;
   };
   std::optional<Storing> storing(storing_);
-  StoreRow(punti, note);
+  StoreQso(session_, contest_, *Data1->Rows(), Operation.Text() == "I", typed, made);
   storing.reset();
   Data1->Refresh();
   Avviso.SetText(fmt::format("Qso {}: {}", Operation.Text() == "I" ? "inserito" : "aggiornato",
                              core::Joined({ProgrD.Text(), CallQso.Text(), Locator.Text(),
-                                           Qrb.Text() + " km", punti == 0 ? "doppio" : ""})));
+                                           Qrb.Text() + " km", made.Punti == 0 ? "doppio" : ""})));
   otherOnDay_ = false;
   if (OnStored) OnStored();
 }
 
-void ContestNewQso::StoreRow(double punti, std::string_view note) {
-  const auto qtr = base::ParseTime(Qtr.Text());
-  if (!qtr)
-    throw engine::DatabaseError(engine::DatabaseError::kConversion,
-                                "Ora non valida: " + Qtr.Text());
-  const auto fill = [&](engine::EditableRecordset& row) {
-    row.Set("DataContest",
-            base::ParseDate(contest_.DataContest).value_or(base::DateTime()).DatePart());
-    row.Set("Banda", contest_.Banda);
-    core::SetNumber(row, "ProgrDato", ProgrD.Text());
-    row.Set("Qtr", *qtr);
-    row.Set("Call", CallQso.Text());
-    core::SetNumber(row, "Giorno", Giorno.Text());
-    core::SetNumber(row, "QrkDato", QrkD.Text());
-    core::SetNumber(row, "QrkRicevuto", QrkR.Text());
-    core::SetNumber(row, "ProgrRicevuto", ProgrR.Text());
-    row.Set("Locator", Locator.Text());
-    row.Set("Modo", Modo.Text());
-    row.Set("Note", note);
-    core::SetNumber(row, "Qrb", Qrb.Text());
-    row.Set("Punti", punti);
-    row.Set("Qsl", Qsl.IsOn());
-    row.Set("InLog", InLog.IsOn());
-  };
-  constexpr auto kTable = core::ContactTable::kContestQso;
-  if (Operation.Text() == "I") {
-    session_.Contacts.Add(kTable, *Data1->Rows(), fill);
-  } else {
-    session_.Contacts.Change(kTable, *Data1->Rows(), fill);
-  }
+core::TypedContestQso ContestNewQso::Typed() const {
+  return {Giorno.Text(), Qtr.Text(),    CallQso.Text(), QrkD.Text(), ProgrD.Text(),
+          QrkR.Text(),   ProgrR.Text(), Locator.Text(), Modo.Text(), Exc.Text(),
+          Note.Text(),   Qsl.IsOn(),    InLog.IsOn()};
 }
 
 }  // namespace brenvo::contest

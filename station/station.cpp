@@ -15,6 +15,7 @@
 #include "contest/contest_new_qso.h"
 #include "contest/contest_qso.h"
 #include "contest/contest_search.h"
+#include "contest/insert_qso.h"
 #include "contest/stat_contest.h"
 #include "contest/take_contact.h"
 #include "core/colonne.h"
@@ -22,6 +23,7 @@
 #include "digital/digitale.h"
 #include "frame/palette.h"
 #include "frame/tasti.h"
+#include "gara/gara_contest.h"
 #include "history/storia.h"
 #include "links/dx_dialog.h"
 #include "links/ft736.h"
@@ -102,6 +104,13 @@ void KnowWindows(core::Session& session) {
   Know<contest::ContestNewQso>(session, "ContestNewQso");
   Know<contest::CheckCallContest>(session, "CheckCallContest");
   Know<contest::StatContest>(session, "StatContest");
+  session.Windows.Register("GaraContest", [&session] {
+    return std::make_unique<gara::GaraContest>(
+        session, [&session](const auto& contest, const auto& replaced, const auto& typed,
+                            const auto& beside) {
+          contest::PutQso(session, contest, replaced, typed, beside);
+        });
+  });
   Know<awards::StatSel>(session, "StatSel");
   for (const awards::AwardMember& member : awards::AwardMembers()) {
     session.Windows.Register(std::string(member.window), [&session, &member] {

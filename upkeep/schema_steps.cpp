@@ -318,6 +318,56 @@ ALTER TABLE "EntitaQso" ADD COLUMN "Regola" TEXT;
 ALTER TABLE "EntitaQso" ADD COLUMN "Tabella" TEXT;
 )";
 
+// Gare: contests by rules, a row an entry; Regole is the name of the rules' file. GareBande: the
+// bands of each, whose contacts stand in Contest Qso under its date, and the highest serial that
+// was ever given there. GareQso: what a contact has beyond the columns of Contest Qso, by its key
+// there: the whole moment in UTC, the texts as they were exchanged, what the rules give for it.
+constexpr std::string_view kContestsByRules = R"(
+CREATE TABLE "Gare" (
+  "Gara" INTEGER PRIMARY KEY AUTOINCREMENT,
+  "Regole" TEXT,
+  "Nome" TEXT,
+  "DataContest" DATETIME,
+  "Inizio" DATETIME,
+  "Fine" DATETIME,
+  "Call" TEXT,
+  "Locator" TEXT,
+  "Scambio" TEXT,
+  "Categoria" TEXT,
+  "Mail" TEXT,
+  "Obiettivo" INTEGER
+);
+CREATE TABLE "GareBande" (
+  "Gara" INTEGER,
+  "Banda" TEXT,
+  "DataContest" DATETIME,
+  "UltimoProgr" INTEGER
+);
+CREATE UNIQUE INDEX "GareBande.PrimaryKey" ON "GareBande" (
+  "DataContest",
+  rtrim("Banda") COLLATE NOCASE
+);
+CREATE TABLE "GareQso" (
+  "DataContest" DATETIME,
+  "Banda" TEXT,
+  "ProgrDato" INTEGER,
+  "Quando" DATETIME,
+  "Modo" TEXT,
+  "RapportoDato" TEXT,
+  "RapportoRicevuto" TEXT,
+  "Scambio" TEXT,
+  "Punti" INTEGER,
+  "Moltiplicatori" TEXT,
+  "Doppio" YESNO NOT NULL DEFAULT 0,
+  "NelLog" YESNO NOT NULL DEFAULT 0
+);
+CREATE UNIQUE INDEX "GareQso.PrimaryKey" ON "GareQso" (
+  "DataContest",
+  rtrim("Banda") COLLATE NOCASE,
+  "ProgrDato"
+);
+)";
+
 constexpr SchemaStep kSteps[] = {
     {1, "Campi conservati dei file di log", kKeptFields},
     {2, "Stazioni, e un nome per ogni contatto", kOrigin},
@@ -326,6 +376,7 @@ constexpr SchemaStep kSteps[] = {
     {5, "Qsl inviate e ricevute, con via e data", kCards},
     {6, "Country per data", kCountriesByDate},
     {7, "La regola che ha dato il country", kAppliedRules},
+    {8, "Contest con le regole", kContestsByRules},
 };
 
 constexpr std::string_view kStepTable = R"(

@@ -117,6 +117,7 @@ TEST_F(SchemaStepsTest, WhatLogFilesHaveSaidOfCardsMovesIntoTheirTable) {
   OpenFrame();
   session.CloseTables();
   Sql("DROP TABLE LogQsl; DROP TABLE EntitaCarichi; DROP TABLE EntitaRighe; DROP TABLE EntitaQso;"
+      "DROP TABLE Gare; DROP TABLE GareBande; DROP TABLE GareQso;"
       "DELETE FROM Passi WHERE Passo>=5;"
       "UPDATE Log SET QslInviata=-1, QslRicevuta=-1 WHERE QsoNr<=9;"
       "INSERT INTO LogAdif VALUES (1,'QSL_SENT_VIA','b'), (1,'QSLSDATE','20010203'),"

@@ -54,7 +54,7 @@ if [ -z "$(ls -A "$to" | grep -v '^\.delivered\.new$')" ]; then
   cp -Rp "$from/." "$part"
   mv -f "$part"/* "$to"
   rmdir "$part"
-  names \( -name '*.mnu' -o -name '*.html' -o -name '*.rpt' -o -name '*.csv' \) | while IFS= read -r name; do
+  names \( -name '*.mnu' -o -name '*.html' -o -name '*.rpt' -o -name '*.csv' -o -name '*.json' \) | while IFS= read -r name; do
     remember "$name" "$(checksum "$from/$name")"
   done
   mv -f "$new" "$manifest"
@@ -81,7 +81,7 @@ names | while IFS= read -r name; do
     Brenvo.ini)
       [ -e "$to/$name" ] || put "$name"
       ;;
-    *.mnu | *.html | *.rpt | *.csv)
+    *.mnu | *.html | *.rpt | *.csv | *.json)
       offered=$(checksum "$from/$name")
       if [ ! -e "$to/$name" ]; then
         put "$name"

@@ -243,6 +243,35 @@ forms::Window* LogByDate(core::Session& session) {
   return window;
 }
 
+// The first hour of a VHF contest: some stations, a duplicate being typed, the log checked.
+forms::Window* ContestAtWork(core::Session& session) {
+  forms::Window* const window = Open(session, "GaraContest");
+  const auto text = [&](const char* field, const char* value) { Put(*window, field, value); };
+  text("Regole", "IARU Region 1 145 MHz");
+  text("MioLocator", "JN65DM");
+  text("Dal", "05/09/2026");
+  Press(*window, "cmNuova");
+  constexpr struct {
+    const char *call, *serial, *locator, *when;
+  } kWorked[] = {{"DK5AB", "12", "JN48QT", "14:00"},  {"S51ZO", "3", "JN86DT", "14:02"},
+                 {"9A2AA", "21", "JN85EF", "14:03"},  {"IK4XYZ/P", "5", "JN54PD", "14:07"},
+                 {"I6XYZ", "9", "JN63QN", "14:09"},   {"OE5BC", "17", "JN78CJ", "14:13"},
+                 {"OK1AA", "44", "JO70UP", "14:18"},  {"DK5AB/P", "19", "JN48QT", "14:22"},
+                 {"HA5KDQ", "30", "JN97KR", "14:31"}, {"S51ZA", "8", "JN86DT", "14:40"}};
+  for (const auto& each : kWorked) {
+    text("Call", each.call);
+    text("SerialeRicevuto", each.serial);
+    text("Locator", each.locator);
+    text("Quando", (std::string("05/09/2026 ") + each.when).c_str());
+    Press(*window, "cmInserisci");
+  }
+  text("Categoria", "SINGLE");
+  Press(*window, "cmVerifica");
+  text("Call", "9A2A");
+  text("Locator", "JN85");
+  return window;
+}
+
 // An evening on 20 metres: WSJT-X has heard a dozen stations.
 forms::Window* HeardStations(core::Session& session) {
   constexpr int kPort = 22371;
@@ -427,6 +456,7 @@ std::vector<Picture> AllPictures() {
       Plain("Preferenze"),
       Plain("Tasti"),
       {"Digitale", HeardStations},
+      {"GaraContest", ContestAtWork},
       {"Rtx", RigAtWork},
       DialogOf("Rtx", "cmModello", "Modelli"),
       DialogOf("Brenvo", "cmOraDelLog", "OraDelLog"),

@@ -8,6 +8,7 @@
 
 #include "core/data_source.h"
 #include "core/session.h"
+#include "core/typed_contest_qso.h"
 #include "forms/choice_fields.h"
 #include "forms/command.h"
 #include "forms/text_field.h"
@@ -89,12 +90,10 @@ class ContestNewQso : public forms::Window {
   void OnLocatorLeave();
   void EnterOnLastField();
   std::optional<Refusal> FindRefusal();
-  // The first serial of another contact with this call.
-  std::optional<std::string> DuplicateSerial();
   std::string OtherOnItsDay();
   // Another program's contact may have got the serial of this one.
   void GiveWayToOther();
-  void StoreRow(double punti, std::string_view note);
+  core::TypedContestQso Typed() const;
 
   core::Session& session_;
   core::ContestContext contest_;

@@ -35,6 +35,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"ContestNewQso", 220},
     {"CheckCallContest", 230},
     {"StatContest", 240},
+    {"GaraContest", 250},
     {"StatSel", 300},
     {"SField", 310},
     {"SSQuare", 315},

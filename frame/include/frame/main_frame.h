@@ -60,6 +60,10 @@ class MainFrame : public forms::Window, public core::MapDoor {
                                                               OpenNew("Contest");
                                                             }}};
 
+  forms::Command cmGaraContest{*this, "cmGaraContest", "Contest con le regole...", {.run = [this] {
+                                 OpenSingle("GaraContest");
+                               }}};
+
   forms::Menu menuStatistiche{
       *this,
       "menu0",
@@ -160,7 +164,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
        &cmProvincie,  &cmNoteHelp,      &cmUtente,           &cmCompatta,    &cmAssegnaPrefissi,
        &cmAzzeraLog,  &cmAzzeraContest, &cmRipristinaBackup, &cmImportaAdif, &cmEsportaAdif,
        &cmPreferenze, &cmOraDelLog,     &cmConvertiOra,      &cmStazioni,    &cmStoria,
-       &cmElenco,     &cmVerificaLog,   &cmPalette,          &cmTasti,       &cmVerificaEntita}};
+       &cmElenco,     &cmVerificaLog,   &cmPalette,          &cmTasti,       &cmVerificaEntita,
+       &cmGaraContest}};
   forms::Command Propagazione{*this, "Propagazione", "propagazione"};
   forms::Command cmLoadDesktop{*this,
                                "cmLoadDesktop",
