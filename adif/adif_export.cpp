@@ -13,6 +13,7 @@
 #include "base/plain_letters.h"
 #include "card_fields.h"
 #include "contact_to_fields.h"
+#include "core/confirmations.h"
 #include "core/log_contact.h"
 #include "core/quoted.h"
 #include "kept_fields.h"
@@ -171,10 +172,13 @@ std::optional<ExportCounts> Export(core::Session& session, const Contacts& conta
     std::vector<std::vector<AdifField>> beside = kept.OfEach(block.keys),
                                         others = origins.OfEach(block.keys);
     const std::vector<core::ContactCards> ofCards = cards.OfEach(block.keys);
+    const std::vector<bool> ofServices = core::BoxesOfServices(session.Db, block.keys);
     for (std::size_t i = 0; i < block.keys.size(); ++i) {
       const std::int64_t done = counts.written + counts.leftOut;
       if (done % kProgressStep == 0 && !progress(done)) return false;
-      const core::LogContact& contact = block.contacts[i];
+      core::LogContact contact = block.contacts[i];
+      // Whoever reads the file takes it for a card.
+      if (ofServices[i]) contact.QslRicevuta = false;
       for (AdifField& field : CardFields(ofCards[i], contact, beside[i])) {
         others[i].push_back(std::move(field));
       }

@@ -1,4 +1,4 @@
-#include "adif_values.h"
+#include "adif/adif_values.h"
 
 #include <fmt/format.h>
 

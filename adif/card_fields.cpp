@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "adif_values.h"
+#include "adif/adif_values.h"
 #include "base/text.h"
 
 namespace brenvo::adif {

@@ -6,7 +6,7 @@
 
 #include "adif/dxcc_entities.h"
 #include "adif/station_tables.h"
-#include "adif_values.h"
+#include "adif/adif_values.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "base/uuid.h"

@@ -9,7 +9,7 @@
 #include <unordered_map>
 
 #include "adif/dxcc_entities.h"
-#include "adif_values.h"
+#include "adif/adif_values.h"
 #include "base/encoding.h"
 #include "base/plain_letters.h"
 #include "base/text.h"

@@ -8,7 +8,7 @@
 
 #include "adif/adif_names.h"
 #include "adif/record_to_contact.h"
-#include "adif_values.h"
+#include "adif/adif_values.h"
 #include "base/text.h"
 #include "core/log_contact.h"
 #include "core/note_tag.h"

@@ -4,11 +4,17 @@
 
 #include <algorithm>
 
+#include "core/confirmations.h"
 #include "core/countries_by_date.h"
 #include "core/own_values.h"
 #include "core/quoted.h"
 
 namespace brenvo::core {
+namespace {
+
+constexpr std::string_view kConfirmed = "(Conferma ";
+
+}  // namespace
 
 void History::Begin(std::string_view title, base::DateTime when, std::int64_t takesBack) {
   title_ = title;
@@ -131,6 +137,23 @@ void History::KeepTold(std::int64_t qsoNr) {
   Keep(qsoNr);
   const std::optional<int> present = EntityKeptOf(database_, qsoNr).told;
   KeepCampo(qsoNr, kToldField, present ? engine::Value(std::to_string(*present)) : engine::Value());
+}
+
+void History::KeepConfirmation(std::int64_t qsoNr, std::string_view service) {
+  if (HasBrought(qsoNr)) return;
+  Keep(qsoNr);
+  const auto present = ConfirmationOf(database_, qsoNr, service);
+  KeepCampo(qsoNr, ConfirmationField(service),
+            present ? engine::Value(TextOfConfirmation(*present)) : engine::Value());
+}
+
+std::string History::ConfirmationField(std::string_view service) {
+  return fmt::format("{}{})", kConfirmed, service);
+}
+
+std::string_view History::ServiceOf(std::string_view field) {
+  if (!field.starts_with(kConfirmed) || !field.ends_with(')')) return {};
+  return field.substr(kConfirmed.size(), field.size() - kConfirmed.size() - 1);
 }
 
 std::optional<CardSide> History::SideOf(std::string_view field) {

@@ -24,9 +24,10 @@ constexpr const Choice* kAll[] = {
     &choice::kDigitalAddress, &choice::kDigitalPort,       &choice::kDigitalAdifPort,
     &choice::kDigitalGroup,   &choice::kDigitalInterfaces, &choice::kDigitalForwards,
     &choice::kDigitalNeeds,   &choice::kDigitalColours,    &choice::kDigitalSound,
-    &choice::kDigitalContest, &choice::kRigConnects,       &choice::kRigInLog,
-    &choice::kRigInContest,   &choice::kRigServes,         &choice::kRigServesPort,
-    &choice::kRotorConnects};
+    &choice::kDigitalContest, &choice::kLotwGivesBox,      &choice::kEqslGivesBox,
+    &choice::kQrzGivesBox,    &choice::kClubLogGivesBox,   &choice::kRigConnects,
+    &choice::kRigInLog,       &choice::kRigInContest,      &choice::kRigServes,
+    &choice::kRigServesPort,  &choice::kRotorConnects};
 
 // Blanks around it do not count.
 std::optional<int> ReadNumber(std::string_view text, const NumberKind& kind) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/number.h"
+#include "core/confirmations.h"
 #include "core/countries_by_date.h"
 #include "core/history.h"
 #include "core/long_run.h"
@@ -149,6 +150,10 @@ class Try {
                              field.value.IsNull()
                                  ? std::nullopt
                                  : std::optional(static_cast<int>(base::Val(field.value.Text()))));
+      } else if (const auto service = core::History::ServiceOf(field.name); !service.empty()) {
+        past_.KeepConfirmation(field.qsoNr, service);
+        core::StoreConfirmation(session_.Db, field.qsoNr, service,
+                                core::ConfirmationOfText(field.value.Text()));
       } else if (const auto side = core::History::SideOf(field.name)) {
         past_.KeepCards(field.qsoNr, *side);
         core::StoreCards(session_.Db, field.qsoNr, *side,
@@ -235,6 +240,10 @@ class Try {
     if (const auto side = core::History::SideOf(name)) {
       const std::string cards = core::TextOfCards(core::CardsOf(session_.Db, qsoNr, *side));
       return cards.empty() ? engine::Value() : engine::Value(cards);
+    }
+    if (const auto service = core::History::ServiceOf(name); !service.empty()) {
+      const auto told = core::ConfirmationOf(session_.Db, qsoNr, service);
+      return told ? engine::Value(core::TextOfConfirmation(*told)) : engine::Value();
     }
     if (name == core::History::kToldField) {
       const std::optional<int> told = core::EntityKeptOf(session_.Db, qsoNr).told;

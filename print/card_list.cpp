@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "base/text.h"
 #include "core/prefix.h"
@@ -48,10 +49,20 @@ CardsByContact AllCards(engine::Reader& reader) {
   return all;
 }
 
+// Contacts whose boxes services have ticked.
+std::unordered_set<std::int64_t> TickedByServices(engine::Reader& reader) {
+  std::unordered_set<std::int64_t> ticked;
+  reader.ForEach("select QsoNr from LogConferme where Spunta", [&](auto& row) {
+    ticked.insert(row.Integer(0));
+    return true;
+  });
+  return ticked;
+}
+
 // A card that came by post: of one that is known to have come another way nobody waits for ours.
-bool CanBeAnswered(bool received, const core::ContactCards* cards) {
+bool CanBeAnswered(bool received, bool byService, const core::ContactCards* cards) {
   if (!received) return false;
-  if (cards == nullptr || cards->received.empty()) return true;
+  if (cards == nullptr || cards->received.empty()) return !byService;
   return std::ranges::any_of(cards->received, [](const core::QslCard& card) {
     return card.way != core::CardWay::kElectronic;
   });
@@ -107,6 +118,7 @@ std::optional<CardList> ListCards(core::Session& session, const CardRules& rules
   const bool dueOnes = question.view == CardView::kDue;
   Passes passes(session, dueOnes ? 2 : 1);
   const CardsByContact all = AllCards(*session.Db.OpenReader());
+  const auto ticked = TickedByServices(*session.Db.OpenReader());
   const auto cardsOf = [&](std::int64_t qsoNr) {
     const auto at = all.find(qsoNr);
     return at == all.end() ? nullptr : &at->second;
@@ -127,7 +139,8 @@ std::optional<CardList> ListCards(core::Session& session, const CardRules& rules
                           row.Bool(kQslDaInviare),
                           row.Bool(kQslInviata),
                           false};
-      contact.received = CanBeAnswered(row.Bool(kQslRicevuta), cardsOf(contact.qsoNr));
+      contact.received = CanBeAnswered(row.Bool(kQslRicevuta), ticked.contains(contact.qsoNr),
+                                       cardsOf(contact.qsoNr));
       cards.See(contact);
     });
     if (!whole) return std::nullopt;

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "card_labels.h"
 #include "card_list.h"
+#include "core/confirmations.h"
 #include "core/log_contact.h"
 #include "core/open_in_log.h"
 #include "core/prefix.h"
@@ -82,7 +83,8 @@ std::vector<LabelContact> ReadLabels(core::Session& session,
     const core::LogContact contact = core::ReadContact(*rows);
     contacts.push_back({qsoNr,
                         {base::Trim(contact.Call), contact.QrkDato, contact.Banda, contact.Modo,
-                         contact.Note, contact.DataQso, contact.Frequenza, contact.QslRicevuta},
+                         contact.Note, contact.DataQso, contact.Frequenza,
+                         contact.QslRicevuta && !core::IsBoxOfService(session.Db, qsoNr)},
                         contact.Manager});
   }
   return contacts;

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/confirmations.h"
 #include "core/history.h"
 #include "core/long_run.h"
 #include "core/session.h"
@@ -12,7 +13,10 @@ namespace brenvo::print {
 namespace {
 
 constexpr std::string_view kTitle = "Aggiornamento Log per Qsl";
-constexpr std::string_view kDue = " WHERE QslDaInviare OR (QslRicevuta and not QslInviata)";
+std::string DueOnes(core::Session& session) {
+  return " WHERE QslDaInviare OR (QslRicevuta and not QslInviata" + core::OnlyOfCards(session.Db) +
+         ")";
+}
 
 }  // namespace
 
@@ -21,8 +25,9 @@ void UpdateLogForQsl(core::Session& session) {
   const auto update = [&session] {
     core::Transaction transaction(session);
     // A contact that only answers a card received has none to send: one pass does for both.
-    session.Contacts.Past().KeepWhere(kDue);
-    session.Db.Execute("UPDATE Log SET QslInviata=True,QslDaInviare=False" + std::string(kDue));
+    const std::string due = DueOnes(session);
+    session.Contacts.Past().KeepWhere(due);
+    session.Db.Execute("UPDATE Log SET QslInviata=True,QslDaInviare=False" + due);
     transaction.Commit();
   };
   session.Contacts.ChangeMany(kTitle, {core::ContactTable::kLog}, [&] {

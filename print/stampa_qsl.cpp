@@ -7,6 +7,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "core/confirmations.h"
 #include "core/lists.h"
 #include "core/log_contact.h"
 #include "core/station_profile.h"
@@ -156,8 +157,10 @@ void StampaQsl::Print() {
 
 int StampaQsl::PrintLabels() {
   int undated = 0;
+  const std::string onlyOfCards = core::OnlyOfCards(session_.Db);
   const auto rows = session_.Db.OpenSnapshot(
-      "SELECT * FROM Log WHERE (QslDaInviare OR (QslRicevuta and not QslInviata))");
+      "SELECT * FROM Log WHERE (QslDaInviare OR (QslRicevuta and not QslInviata" + onlyOfCards +
+      "))");
   if (rows->EOF_()) return undated;
   platform::Printer& printer = session_.Machine.GetPrinter();
   const auto profile = [this](std::string_view column) {
@@ -177,7 +180,10 @@ int StampaQsl::PrintLabels() {
     if (turnoStazione) {
       DrawStationLabel(printer, grid.X(), grid.Y(), station, scale);
     } else {
-      const QsoLabel label = LabelOf(*rows);
+      QsoLabel label = LabelOf(*rows);
+      if (!onlyOfCards.empty() && label.QslRicevuta) {
+        label.QslRicevuta = !core::IsBoxOfService(session_.Db, rows->Field("QsoNr").Integer());
+      }
       if (!label.DataQso) ++undated;
       if (scale < 1) printer.SetFont(kLabelFont, kFirstLine * scale, true);
       DrawQsoLabel(printer, grid.X(), grid.Y(), label, scale);

@@ -10,6 +10,7 @@
 #include "awards/worked_matrix.h"
 #include "checks/verifica_entita.h"
 #include "checks/verifica_log.h"
+#include "conferme/conferme.h"
 #include "contest/check_call_contest.h"
 #include "contest/contest_form.h"
 #include "contest/contest_new_qso.h"
@@ -87,6 +88,7 @@ void KnowWindows(core::Session& session) {
   log::KnowOldQsoBrowsers(session);
   Know<checks::VerificaLog>(session, "VerificaLog");
   Know<checks::VerificaEntita>(session, "VerificaEntita");
+  Know<conferme::Conferme>(session, "Conferme");
   Know<adif::ImportaAdif>(session, "ImportaAdif");
   Know<adif::EsportaAdif>(session, "EsportaAdif");
   Know<tables::UserForm>(session, "User");
@@ -144,6 +146,7 @@ void AttachActions(core::Session& session, frame::MainFrame& frame) {
     return contest::TakeContact(session, told);
   };
   programs->Start();
+  frame.Services.push_back(std::make_shared<conferme::BoxKeeper>(session));
   const auto transceiver = std::make_shared<rig::Transceiver>(session);
   const auto rotator = std::make_shared<rig::Rotator>(session);
   frame.Services.push_back(transceiver);

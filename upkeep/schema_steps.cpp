@@ -368,6 +368,51 @@ CREATE UNIQUE INDEX "GareQso.PrimaryKey" ON "GareQso" (
 );
 )";
 
+// LogConferme: what a service has told of a contact beside the day and the credits, which stand in
+// LogAdif. Spunta: QslRicevuta stands because of it. ConfermeRecord: records of services without a
+// contact, by the record's own name. Stato: D doubtful, N no contact, I the operator ignores it, C
+// a credit without a contact. Contenuto is the record as the service told it.
+constexpr std::string_view kConfirmations = R"(
+CREATE TABLE "LogConferme" (
+  "QsoNr" INTEGER,
+  "Servizio" TEXT,
+  "Record" TEXT,
+  "Locator" TEXT,
+  "Stato" TEXT,
+  "Iota" TEXT,
+  "Modo" TEXT,
+  "ZonaCQ" INTEGER,
+  "ZonaITU" INTEGER,
+  "Dedotti" TEXT,
+  "AMano" YESNO NOT NULL DEFAULT 0,
+  "Spunta" YESNO NOT NULL DEFAULT 0
+);
+CREATE UNIQUE INDEX "LogConferme.PrimaryKey" ON "LogConferme" (
+  "QsoNr",
+  rtrim("Servizio") COLLATE NOCASE
+);
+CREATE TABLE "ConfermeRecord" (
+  "Numero" INTEGER PRIMARY KEY AUTOINCREMENT,
+  "Servizio" TEXT,
+  "Record" TEXT,
+  "Stato" TEXT,
+  "Motivo" TEXT,
+  "Candidati" TEXT,
+  "Call" TEXT,
+  "Quando" DATETIME,
+  "Banda" TEXT,
+  "Modo" TEXT,
+  "Gruppo" TEXT,
+  "Dxcc" INTEGER,
+  "Crediti" TEXT,
+  "Contenuto" TEXT
+);
+CREATE UNIQUE INDEX "ConfermeRecord.Record" ON "ConfermeRecord" (
+  rtrim("Servizio") COLLATE NOCASE,
+  rtrim("Record") COLLATE NOCASE
+);
+)";
+
 constexpr SchemaStep kSteps[] = {
     {1, "Campi conservati dei file di log", kKeptFields},
     {2, "Stazioni, e un nome per ogni contatto", kOrigin},
@@ -377,6 +422,7 @@ constexpr SchemaStep kSteps[] = {
     {6, "Country per data", kCountriesByDate},
     {7, "La regola che ha dato il country", kAppliedRules},
     {8, "Contest con le regole", kContestsByRules},
+    {9, "Conferme dei servizi", kConfirmations},
 };
 
 constexpr std::string_view kStepTable = R"(

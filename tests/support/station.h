@@ -28,7 +28,8 @@ class ScratchStationDirectory : public ScratchDirectory {
     LeaveFilesUnsynced();
     std::filesystem::copy_file(BuildDir() / "delivered" / "Brenvo.mdb", Path() / "Brenvo.mdb");
     for (const char* rules :
-         {"Lavorati.csv", "Estensioni.csv", "QslDaInviare.csv", "Entita.csv", "ModiRtx.csv"}) {
+         {"Lavorati.csv", "Estensioni.csv", "QslDaInviare.csv", "Entita.csv", "ModiRtx.csv",
+          "ModiConferme.csv"}) {
       std::filesystem::copy_file(SourceDir() / "data/rules" / rules, Path() / rules);
     }
   }

@@ -437,7 +437,8 @@ INSTANTIATE_TEST_SUITE_P(
                       "TabellaCountry", "TabellaProvincie", "TabellaNote", "Help", "Preferenze",
                       "Stazioni", "Storia", "OraDelLog", "ConvertiOra", "Elenco", "Colonne",
                       "VerificaLog", "VerificaEntita", "GestioneQsl", "Corrispondente",
-                      "CambiaColonna", "ContaQso", "Tasti", "Digitale", "Rtx", "Modelli", "GaraContest"),
+                      "CambiaColonna", "ContaQso", "Tasti", "Digitale", "Rtx", "Modelli",
+                      "GaraContest", "Conferme"),
     [](const auto& parameter) { return std::string(parameter.param); });
 
 // A window of the family: the keys are those of all of them.

@@ -6,10 +6,13 @@
 #include <fstream>
 #include <QEventLoop>
 #include <QTimer>
+#include <sstream>
 #include <stdexcept>
 #include <string_view>
 
 #include "adif/importa_adif.h"
+#include "adif/station_tables.h"
+#include "conferme/taking.h"
 #include "core/log_contact.h"
 #include "core/log_time.h"
 #include "core/qsl_cards.h"
@@ -272,6 +275,46 @@ forms::Window* ContestAtWork(core::Session& session) {
   return window;
 }
 
+// A report of LoTW has come: most of it is matched, some of it waits for the operator.
+forms::Window* ConfirmedContacts(core::Session& session) {
+  constexpr int kConfirmed = 60, kUnclear = 9;
+  conferme::Report report;
+  const adif::StationTables tables(session);
+  const auto rows = session.Db.OpenSnapshot(
+      "select Call,DataQso,Banda,Modo,Frequenza from Log order by DataQso desc");
+  for (int i = 0; i < kConfirmed && !rows->EOF_(); ++i, rows->MoveNext()) {
+    conferme::ReportRecord record;
+    record.call = rows->Field(std::size_t{0}).Text();
+    record.when = rows->Field(1).Date();
+    record.hasDay = record.hasTime = record.hasSeconds = true;
+    const auto* const band =
+        tables.AdifBandOf(rows->Field(2).Text(), base::Mhz(rows->Field(4).Number()));
+    record.band = band == nullptr ? "20m" : std::string(band->name);
+    record.mode = rows->Field(3).Text();
+    if (i < kUnclear) {
+      // Another mode, another band, or a credit of long ago.
+      if (i % 3 == 0) record.mode = record.mode == "CW" ? "SSB" : "CW";
+      if (i % 3 == 1) record.band = "6m";
+      if (i % 3 == 2) {
+        record.credit = true;
+        record.credits = "DXCC:CARD,DXCC_BAND:CARD";
+        record.dxcc = 100 + i;
+        record.band = "10m";
+        record.when = base::DateTime::Of(1985 + i, 6, 1 + i);
+        record.hasTime = false;
+      }
+    }
+    record.id = std::to_string(i);
+    report.records.push_back(std::move(record));
+  }
+  rows->Close();
+  std::ostringstream told;
+  const auto matched = conferme::MatchLog(session, report.records);
+  conferme::TakeReport(session, "Conferme: lotwreport.adi", report, *matched, told);
+  forms::Window* const window = Open(session, "Conferme");
+  return window;
+}
+
 // An evening on 20 metres: WSJT-X has heard a dozen stations.
 forms::Window* HeardStations(core::Session& session) {
   constexpr int kPort = 22371;
@@ -466,6 +509,7 @@ std::vector<Picture> AllPictures() {
       {"Stazioni", HomeAndHill},
       {"Storia", PastWorks},
       {"GestioneQsl", CardsOfTheLog},
+      {"Conferme", ConfirmedContacts},
       {"VerificaEntita", LogByDate},
       {"VerificaLog", CheckedLog},  // its faults stay in the log
   };

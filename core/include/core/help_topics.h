@@ -50,6 +50,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"MappaSquare", 410},
     {"StampaQsl", 500},
     {"GestioneQsl", 505},
+    {"Conferme", 507},
     {"TNC", 600},
     {"TNCtelnet", 605},
     {"WWConv", 610},

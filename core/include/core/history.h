@@ -43,6 +43,8 @@ class History {
   void KeepCards(std::int64_t qsoNr, CardSide side);
   // The same of the number of its country that a log file has told.
   void KeepTold(std::int64_t qsoNr);
+  // The same of what a service has told of it (confirmations.h).
+  void KeepConfirmation(std::int64_t qsoNr, std::string_view service);
   // The same of its station, and of a value of the log's (own_values.h).
   void KeepStation(std::int64_t qsoNr);
   void KeepValue(std::string_view name);
@@ -65,6 +67,10 @@ class History {
   static constexpr std::string_view kSentField = "(Qsl inviate)", kReceivedField = "(Qsl ricevute)";
   // The same of the number of its country.
   static constexpr std::string_view kToldField = "(Country detto)";
+  // The same of what a service has told, "(Conferma LoTW)", and the service of such a name; empty
+  // for another one.
+  static std::string ConfirmationField(std::string_view service);
+  static std::string_view ServiceOf(std::string_view field);
   // The side of such a name; nothing for another one.
   static std::optional<CardSide> SideOf(std::string_view field);
 

@@ -128,6 +128,23 @@ inline constexpr Choice kDigitalContest{
     "Con il log di un contest aperto i Qso digitali della sua banda, con i progressivi, vanno lì",
     YesNoKind{false}};
 
+inline constexpr Choice kLotwGivesBox{
+    "Conferme", "LoTW", "Qsl ricevuta da LoTW",
+    "Una conferma di LoTW segna anche Qsl ricevuta; con No toglie i segni che ha messo",
+    YesNoKind{false}};
+inline constexpr Choice kEqslGivesBox{
+    "Conferme", "eQSL", "Qsl ricevuta da eQSL",
+    "Una conferma di eQSL segna anche Qsl ricevuta; con No toglie i segni che ha messo",
+    YesNoKind{false}};
+inline constexpr Choice kQrzGivesBox{
+    "Conferme", "QRZ", "Qsl ricevuta da QRZ",
+    "Una conferma di QRZ segna anche Qsl ricevuta; con No toglie i segni che ha messo",
+    YesNoKind{false}};
+inline constexpr Choice kClubLogGivesBox{
+    "Conferme", "ClubLog", "Qsl ricevuta da Club Log",
+    "Un riscontro di Club Log segna anche Qsl ricevuta; con No toglie i segni che ha messo",
+    YesNoKind{false}};
+
 inline constexpr Choice kRigConnects{"Rtx", "Collega", "Collega l'rtx",
                                      "L'rtx si collega all'avvio, anche a finestra Rtx chiusa",
                                      YesNoKind{false}};

@@ -110,7 +110,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
                                                          OpenSingle("Corrispondente");
                                                        }}};
 
-  forms::Menu menuQsl{*this, "menu1", "&Qsl", {&cmQslStampa, &cmQslAggiorna, &cmGestioneQsl}};
+  forms::Menu menuQsl{
+      *this, "menu1", "&Qsl", {&cmQslStampa, &cmQslAggiorna, &cmGestioneQsl, &cmConferme}};
   forms::Command cmQslStampa{
       *this, "cmQslStampa", "&Stampa", {.shortcut = "Ctrl+Shift+Q", .run = [this] {
                                           OpenModal("StampaQsl");
@@ -118,6 +119,8 @@ class MainFrame : public forms::Window, public core::MapDoor {
   forms::Command cmQslAggiorna{*this, "cmQslAggiorna", "&Aggiorna Log"};
   forms::Command cmGestioneQsl{
       *this, "cmGestioneQsl", "&Gestione Qsl...", {.run = [this] { OpenSingle("GestioneQsl"); }}};
+  forms::Command cmConferme{
+      *this, "cmConferme", "&Conferme...", {.run = [this] { OpenSingle("Conferme"); }}};
 
   forms::Menu menuStampe{*this,
                          "menu2",
