@@ -51,7 +51,7 @@ std::optional<std::int64_t> GaraRows::RowOf(std::int64_t number) {
 
 GaraContest::GaraContest(core::Session& session, core::PutContestQso put)
     : core::ArrangedWindow(session, "GaraContest", "Contest con le regole", base::Twips(16800),
-                           base::Twips(10200)),
+                           base::Twips(11400)),
       put_(std::move(put)),
       timer_(session.Machine.MakeTimer()) {
   ShowCommands({&cmNuova, forms::Separator(), &cmInserisci, &cmCorreggi, &cmCancella, &cmSvuota,

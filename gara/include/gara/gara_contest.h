@@ -57,7 +57,7 @@ class GaraContest : public core::ArrangedWindow {
                           {.caption = "Regole", .hint = "Di un contest nuovo"}};
   forms::TextField Dal{
       *this, "Dal", {.caption = "Dal", .hint = "Il primo giorno, gg/mm/aaaa", .characters = 10}};
-  forms::TextField MioCall{*this, "MioCall", {.caption = "Nominativo usato", .characters = 10}};
+  forms::TextField MioCall{*this, "MioCall", {.caption = "Nominativo", .characters = 10}};
   forms::TextField MioLocator{*this, "MioLocator", {.caption = "Locatore", .characters = 7}};
   forms::TextField MioScambio{
       *this,
@@ -84,7 +84,7 @@ class GaraContest : public core::ArrangedWindow {
   forms::TextField RapportoRicevuto{
       *this, "RapportoRicevuto", {.caption = "Ricevuto", .characters = 4}};
   forms::TextField SerialeRicevuto{
-      *this, "SerialeRicevuto", {.caption = "Progr. ricevuto", .characters = 6}};
+      *this, "SerialeRicevuto", {.caption = "Nr ricevuto", .characters = 6}};
   forms::TextField Scambio{*this, "Scambio", {.caption = "Scambio", .characters = 6}};
   forms::TextField Locator{*this, "Locator", {.caption = "Locatore", .characters = 8}};
   forms::TextField Quando{
