@@ -20,12 +20,13 @@ refuse() {
 refuse "a program is started" '\b(system|popen|execl|execlp|execv|execvp|posix_spawnp?|fork) ?\('
 refuse "a program is started beside the one door" 'QProcess' 'ui/qt_process'
 refuse "a shell is started" 'startCommand|startDetached|/bin/(ba)?sh|"(ba)?sh"'
-refuse "programs beside those that lead a transceiver or a rotator" 'MakeProcess\(\)' '(rig/[a-z_]+|platform/include/platform/platform|recorder/include/recorder/recording_platform|ui/(include/ui/)?qt_platform)'
+refuse "programs beside those that lead a transceiver or a rotator, and sign contacts" 'MakeProcess\(\)' '(rig/[a-z_]+|conferme/sending|platform/include/platform/platform|recorder/include/recorder/recording_platform|ui/(include/ui/)?qt_platform)'
 refuse "code is loaded" '\bdlopen\b|QLibrary\b|QPluginLoader|enable_load_extension'
 refuse "a socket beside the one door" 'QNetworkAccessManager|\bsocket ?\('
 refuse "a server beside the one door" 'QTcpServer' 'ui/qt_tcp_server'
 refuse "datagrams beside the one door" 'QUdpSocket' 'ui/qt_udp_socket'
 refuse "a connection beside the one door" 'QTcpSocket' 'ui/qt_tcp_(client|server)'
 refuse "a serial line beside the one door" 'QSerialPort' 'ui/qt_serial_port'
-refuse "a password is kept" '[Pp]assword|PASSWORD'
+# What services write of a wrong one is known there.
+refuse "a password is kept" '[Pp]assword|PASSWORD' 'conferme/report'
 exit $failed

@@ -367,8 +367,9 @@ TEST_F(StampaQslTest, TheUpdateGoesThroughTheLogOnce) {
   machine.Messages().QueueAnswer(true);
   const auto before = session.Db.Counters().statements;
   Event([&] { UpdateLogForQsl(session); });
-  EXPECT_EQ(session.Db.Counters().statements - before, 8)
-      << "the update, what the history keeps before it, and the transaction around both";
+  EXPECT_EQ(session.Db.Counters().statements - before, 9)
+      << "whether a service has ticked, the update, what the history keeps before it, and the "
+         "transaction around both";
 }
 
 TEST_F(StampaQslTest, AnUpdateThatIsStoppedLeavesTheLogAndSaysSo) {

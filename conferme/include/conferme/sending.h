@@ -32,8 +32,7 @@ SigningEnd MeaningOf(const platform::ProgramEnd& end);
 
 // Has tqsl sign contacts and send them to LoTW: a run for each station that they were made from,
 // with the location of tqsl that bears the station's name. Contacts of a run are marked as sent
-// when tqsl says that LoTW has them. No password goes through here: tqsl asks for it where there is
-// one.
+// when tqsl says that LoTW has them. No secret goes through here: tqsl asks for its own.
 class Signing {
  public:
   explicit Signing(core::Session& session);
