@@ -11,7 +11,7 @@ includes=$3
 low="base"
 middle="core engine forms geo entities platform $low"
 frame="frame upkeep worked"
-windows="history log contest awards maps print links tables adif list checks digital rig"
+windows="history log contest awards maps print links tables adif list checks digital rig gara conferme"
 may_see() {
   case $1 in
     base) echo "base" ;;
@@ -28,9 +28,9 @@ may_see() {
     upkeep) echo "upkeep file $middle" ;;
     frame) echo "$frame $middle" ;;
     log) echo "log history worked $middle" ;;
-    history|contest|awards|links|rig|tables|adif) echo "$1 $middle" ;;
+    history|contest|awards|links|rig|gara|tables|adif) echo "$1 $middle" ;;
     list) echo "list adif $middle" ;;
-    checks|digital) echo "$1 worked adif $middle" ;;
+    checks|digital|conferme) echo "$1 worked adif $middle" ;;
     maps) echo "maps $frame $middle" ;;
     print) echo "print history $frame $middle" ;;
     station) echo "station $windows $frame $middle" ;;
