@@ -175,7 +175,7 @@ TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
   for (const char* table :
        {"Storia", "StoriaNuovi", "StoriaLog", "StoriaCampi", "StoriaContestQso", "StoriaContest",
         "StoriaScelta", "NoteStazioni", "Verificati", "LogQsl", "EntitaCarichi", "EntitaRighe",
-        "EntitaQso", "Gare", "GareBande", "GareQso"}) {
+        "EntitaQso", "Gare", "GareBande", "GareQso", "LogConferme", "ConfermeRecord"}) {
     const std::string drop = std::string("DROP TABLE ") + table;
     EXPECT_EQ(sqlite3_exec(file, drop.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
   }
@@ -184,7 +184,8 @@ TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
   EXPECT_THAT(mkdatabase::CompleteDatabase(folder_, kToday),
               ElementsAre("Storia dei contatti", "Note delle stazioni e verifiche",
                           "Qsl inviate e ricevute, con via e data", "Country per data",
-                          "La regola che ha dato il country", "Contest con le regole"));
+                          "La regola che ha dato il country", "Contest con le regole",
+                          "Conferme dei servizi"));
   EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
   EXPECT_THAT(Query(Out(), "SELECT Lavoro FROM Storia"), IsEmpty());
 }
