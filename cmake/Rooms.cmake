@@ -12,6 +12,12 @@ if(BRENVO_SANITIZE)
   target_compile_options(house_flags INTERFACE -fsanitize=${sanitizers}
                          -fno-sanitize-recover=undefined,float-cast-overflow
                          -fno-omit-frame-pointer)
+  if(BRENVO_TESTS)
+    # These look at every single access, a third of what all costs to compile, and a pointer to
+    # nowhere is the address sanitizer's too. Where the fuzzer steers nothing is left out.
+    target_compile_options(house_flags INTERFACE
+                           -fno-sanitize=null,alignment,object-size,pointer-overflow)
+  endif()
   target_link_options(house_flags INTERFACE -fsanitize=${sanitizers})
 endif()
 if(BRENVO_FUZZ)  # the fuzzer steers by what it reaches in the rooms
@@ -121,12 +127,6 @@ target_link_libraries(inside PUBLIC file dialect SQLite::SQLite3 PRIVATE house_f
 # compile_as_tests(TARGET): tests are many and short-lived, they compile fast rather than run fast.
 function(compile_as_tests target)
   target_compile_options(${target} PRIVATE -O0)
-  if(BRENVO_SANITIZE)
-    # In a test's own code: a pointer to nowhere is the address sanitizer's too, and these look at
-    # every single access, a third of what a test costs to compile.
-    target_compile_options(${target} PRIVATE
-                           -fno-sanitize=null,alignment,object-size,vptr,pointer-overflow)
-  endif()
   # Several files at a time: most of a file's cost is what it instantiates of the test library.
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
   get_target_property(uses ${target} LINK_LIBRARIES)
