@@ -12,6 +12,7 @@
 #include "core/history.h"
 #include "core/log_contact.h"
 #include "core/transaction.h"
+#include "engine/watched.h"
 #include "kept_fields.h"
 #include "record_origin.h"
 #include "record_storing.h"
@@ -231,6 +232,12 @@ void Widen(ImportPreview& preview, base::DateTime time) {
   if (!preview.last || time > *preview.last) preview.last = time;
 }
 
+// Whether so many contacts come that the log's indexes cost less when they are made behind them.
+bool BringsMostOfTheLog(core::Session& session, const std::filesystem::path& file) {
+  constexpr std::int64_t kUsualRecord = 400, kTimesAsMany = 2;  // bytes; of what the log holds
+  return SizeOf(file) / kUsualRecord > kTimesAsMany * session.Tables.TbLog->RecordCount();
+}
+
 // None when it was stopped: then nothing is stored.
 std::optional<ImportCounts> StoreAll(core::Session& session, const std::filesystem::path& file,
                                      const ImportOptions& options, const ImportProgress& progress,
@@ -242,6 +249,7 @@ std::optional<ImportCounts> StoreAll(core::Session& session, const std::filesyst
   AdifRecord record;
   MappedRecord mapped;
   core::Transaction transaction(session);
+  if (BringsMostOfTheLog(session, file)) session.Db.PutOffIndexes("Log");
   while (log.Records().Next(record)) {
     if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
       return std::nullopt;
@@ -259,7 +267,13 @@ std::optional<ImportCounts> StoreAll(core::Session& session, const std::filesyst
   }
   ReportCounts(report, counts);
   if (!report.flush()) throw std::runtime_error("Il rapporto dell'importazione non si scrive");
-  transaction.Commit();
+  try {
+    const engine::Watched watched(session.Db, [&] { return progress(log.Records().BytesRead()); });
+    transaction.Commit();
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kStopped) throw;
+    return std::nullopt;
+  }
   return counts;
 }
 

@@ -143,6 +143,44 @@ void Connection::RunUnguarded(const std::function<std::string()>& statements) {
   SetGuards(true);
 }
 
+void Connection::PutOffIndexes(const dialect::TableSchema& table) {
+  RequireOpen();
+  RequireTransaction();
+  PrepareToWrite(table);
+  std::vector<std::string> drop, make;
+  {
+    // What keeps rows apart is unique; what has no statement is a key's.
+    constexpr std::string_view kPlain = "CREATE INDEX ";
+    Running indexes(*this,
+                    "SELECT name, sql FROM sqlite_schema WHERE type = 'index' AND tbl_name = ? "
+                    "COLLATE NOCASE",
+                    {engine::Value(table.name)});
+    while (indexes.Step()) {
+      const std::string sql = indexes.Cell(1, dialect::ValueType::kText).Text();
+      if (!sql.starts_with(kPlain)) continue;
+      drop.push_back("DROP INDEX " + QuotedName(indexes.Cell(0, dialect::ValueType::kText).Text()));
+      make.push_back(sql);
+    }
+  }
+  // Not while a row of any table is being read: then they are kept row by row.
+  for (sqlite3_stmt* each = nullptr; (each = sqlite3_next_stmt(file_.get(), each)) != nullptr;) {
+    if (sqlite3_stmt_busy(each) != 0) return;
+  }
+  ChangeIndexes(drop);
+  putOff_.insert(putOff_.end(), make.begin(), make.end());
+}
+
+// Single statements, as every statement that is compiled here.
+void Connection::ChangeIndexes(const std::vector<std::string>& statements) {
+  struct Down {
+    explicit Down(Connection& of) : connection(of) { connection.SetGuards(false); }
+    ~Down() { connection.SetGuards(true); }
+    Connection& connection;
+  };
+  const Down down(*this);
+  for (const std::string& each : statements) Running(*this, each).Step();
+}
+
 void Connection::MarkFile() {
   RunUnguarded([this] {
     std::uint16_t chance = 0;
@@ -382,6 +420,7 @@ void Connection::Begin() {
     throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
                                 "Una transazione è già aperta.");
   }
+  putOff_.clear();  // of one that the file itself has rolled back
   Running begin(*this, "BEGIN IMMEDIATE");
   StepWriter(begin, nullptr);
 }
@@ -389,21 +428,24 @@ void Connection::Begin() {
 void Connection::Commit() {
   RequireOpen();
   RequireSound();
-  if (!InTransaction()) {
-    throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
-                                "Nessuna transazione è aperta.");
-  }
+  RequireTransaction();
+  ChangeIndexes(putOff_);
   Running(*this, "COMMIT").Step();
+  putOff_.clear();
 }
 
 void Connection::Rollback() {
   RequireOpen();
-  if (!InTransaction()) {
-    throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
-                                "Nessuna transazione è aperta.");
-  }
+  RequireTransaction();
+  putOff_.clear();
   ++rollbacks_;
   Running(*this, "ROLLBACK").Step();
+}
+
+void Connection::RequireTransaction() const {
+  if (InTransaction()) return;
+  throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
+                              "Nessuna transazione è aperta.");
 }
 
 bool Connection::InTransaction() const {
