@@ -107,6 +107,7 @@ class ContactWriter {
       : options_(options),
         tables_(tables),
         report_(report),
+        session_(session),
         database_(session.Db),
         kept_(session.Db),
         cards_(session.Db),
@@ -115,6 +116,18 @@ class ContactWriter {
         beside_(session.Db.OpenAppender("EntitaQso")),
         contacts_(session.Contacts),
         new_(contacts_.OpenAppender()) {}
+
+  // Within the transaction, before the first contact: where the file brings most of the log, its
+  // indexes cost less when they are made of it as a whole.
+  void MakeIndexesBehind(const std::filesystem::path& file) {
+    constexpr std::int64_t kUsualRecord = 400, kTimesAsMany = 2;  // bytes; of what the log holds
+    const std::int64_t present = session_.Tables.TbLog->RecordCount();
+    if (SizeOf(file) / kUsualRecord <= kTimesAsMany * present) return;
+    database_.PutOffIndexes("Log");
+    if (present > 0) return;
+    origins_.LogIsEmpty();
+    database_.PutOffIndexes("LogOrigine");
+  }
 
   // A contact that can be stored but for its time refuses itself.
   void Store(const AdifRecord& record, MappedRecord& mapped, ImportCounts& counts) {
@@ -201,6 +214,7 @@ class ContactWriter {
   ImportOptions options_;
   StationTables& tables_;
   std::ostream& report_;
+  core::Session& session_;
   engine::Database& database_;
   KeptFields kept_;
   core::CardTable cards_;
@@ -232,12 +246,6 @@ void Widen(ImportPreview& preview, base::DateTime time) {
   if (!preview.last || time > *preview.last) preview.last = time;
 }
 
-// Whether so many contacts come that the log's indexes cost less when they are made behind them.
-bool BringsMostOfTheLog(core::Session& session, const std::filesystem::path& file) {
-  constexpr std::int64_t kUsualRecord = 400, kTimesAsMany = 2;  // bytes; of what the log holds
-  return SizeOf(file) / kUsualRecord > kTimesAsMany * session.Tables.TbLog->RecordCount();
-}
-
 // None when it was stopped: then nothing is stored.
 std::optional<ImportCounts> StoreAll(core::Session& session, const std::filesystem::path& file,
                                      const ImportOptions& options, const ImportProgress& progress,
@@ -249,7 +257,7 @@ std::optional<ImportCounts> StoreAll(core::Session& session, const std::filesyst
   AdifRecord record;
   MappedRecord mapped;
   core::Transaction transaction(session);
-  if (BringsMostOfTheLog(session, file)) session.Db.PutOffIndexes("Log");
+  writer.MakeIndexesBehind(file);
   while (log.Records().Next(record)) {
     if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
       return std::nullopt;

@@ -170,6 +170,28 @@ void Connection::PutOffIndexes(const dialect::TableSchema& table) {
   putOff_.insert(putOff_.end(), make.begin(), make.end());
 }
 
+void Connection::MakeIndexesPutOff() {
+  if (putOff_.empty()) return;
+  // Sorting takes as much memory again as the cache may have, and needs no more of that.
+  constexpr int kWhileSorting = kCacheKibibytes / 4;
+  SetCache(kWhileSorting);
+  try {
+    ChangeIndexes(putOff_);
+  } catch (...) {
+    SetCache(kCacheKibibytes);
+    throw;
+  }
+  SetCache(kCacheKibibytes);
+  putOff_.clear();
+}
+
+void Connection::SetCache(int kibibytes) {
+  SetGuards(false);
+  const std::string sql = "PRAGMA cache_size = -" + std::to_string(kibibytes);
+  sqlite3_exec(file_.get(), sql.c_str(), nullptr, nullptr, nullptr);
+  SetGuards(true);
+}
+
 // Single statements, as every statement that is compiled here.
 void Connection::ChangeIndexes(const std::vector<std::string>& statements) {
   struct Down {
@@ -429,9 +451,8 @@ void Connection::Commit() {
   RequireOpen();
   RequireSound();
   RequireTransaction();
-  ChangeIndexes(putOff_);
+  MakeIndexesPutOff();
   Running(*this, "COMMIT").Step();
-  putOff_.clear();
 }
 
 void Connection::Rollback() {

@@ -131,6 +131,8 @@ class Connection {
   // Those that stand in the way of the file's own changes.
   void SetGuards(bool up);
   void ChangeIndexes(const std::vector<std::string>& statements);
+  void MakeIndexesPutOff();
+  void SetCache(int kibibytes);
   void DropUnused();
   void RequireTransaction() const;
   // DatabaseError 3260 while somebody is asked whether a statement is to go on.
