@@ -175,7 +175,8 @@ TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
   for (const char* table :
        {"Storia", "StoriaNuovi", "StoriaLog", "StoriaCampi", "StoriaContestQso", "StoriaContest",
         "StoriaScelta", "NoteStazioni", "Verificati", "LogQsl", "EntitaCarichi", "EntitaRighe",
-        "EntitaQso", "Gare", "GareBande", "GareQso", "LogConferme", "ConfermeRecord"}) {
+        "EntitaQso", "Gare", "GareBande", "GareQso", "LogConferme", "ConfermeRecord",
+        "Nominativi"}) {
     const std::string drop = std::string("DROP TABLE ") + table;
     EXPECT_EQ(sqlite3_exec(file, drop.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
   }
