@@ -183,7 +183,7 @@ std::int64_t ContactDoor::AdoptOthers() {
 }
 
 History& ContactDoor::Past() {
-  assert(works_ > 0);
+  assert(open_ > 0);
   return *history_;
 }
 

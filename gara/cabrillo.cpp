@@ -5,12 +5,11 @@
 
 #include "base/text.h"
 #include "gara/log_file.h"
+#include "log_reader.h"
 #include "plain_line.h"
 
 namespace brenvo::gara {
 namespace {
-
-constexpr std::size_t kMostNotes = 5000;
 
 // Which tag a word of a category belongs to.
 struct TagWords {
@@ -90,36 +89,17 @@ std::string SentBy(const Rule& rule, std::int64_t serial, std::string_view excha
   return all;
 }
 
-class CabrilloReader {
- public:
-  ReadContestLog Read(std::string_view bytes) {
-    if (bytes.size() > kMostLogBytes) {
-      Note(0, fmt::format("il file è più lungo di {} byte: non è stato letto", kMostLogBytes));
-      return std::move(log_);
-    }
-    const std::string text = TextOfBytes(bytes);
-    for (const std::string_view each : LinesOf(text)) {
-      ++line_;
-      Line(base::Trim(each));
-    }
+class CabrilloReader : public LogReader {
+  void Finish() override {
     if (log_.Head("START-OF-LOG").empty()) Note(0, "manca START-OF-LOG");
     if (!ended_) Note(0, "manca END-OF-LOG: forse il file non è intero");
     log_.call = base::UpperAscii(log_.Head("CALLSIGN"));
     log_.contest = log_.Head("CONTEST");
     log_.locator = base::UpperAscii(log_.Head("GRID-LOCATOR"));
-    return std::move(log_);
   }
 
- private:
-  void Note(int line, std::string text) {
-    if (log_.notes.size() < kMostNotes) {
-      log_.notes.push_back({line, std::move(text)});
-    } else if (log_.notes.size() == kMostNotes) {
-      log_.notes.push_back({0, "altre osservazioni non sono scritte qui"});
-    }
-  }
-
-  void Line(const std::string& line) {
+  void Line(std::string_view whole) override {
+    const std::string line = base::Trim(whole);
     if (line.empty()) return;
     const std::size_t colon = line.find(':');
     if (colon == std::string::npos) {
@@ -215,8 +195,6 @@ class CabrilloReader {
     }
   }
 
-  ReadContestLog log_;
-  int line_ = 0;
   bool ended_ = false;
 };
 

@@ -34,6 +34,7 @@ class Checker {
     CheckSerials();
     CheckStations();
     CheckCounts();
+    CheckHours();
     CheckDeadline();
     std::ranges::stable_sort(found_, {}, [](const Finding& each) {
       return std::pair(each.weight, each.row ? *each.row + 1 : 0);
@@ -169,8 +170,9 @@ class Checker {
     for (std::size_t i = 0; i < log_.rows.size(); ++i) {
       const Contact& contact = log_.rows[i].contact;
       const std::string call = core::BaseCall(contact.call);
-      if (const auto [at, isNew] = first.emplace(call, i); !isNew) {
-        const Contact& other = log_.rows[at->second].contact;
+      const auto [station, isFirst] = first.emplace(call, i);
+      if (!isFirst) {
+        const Contact& other = log_.rows[station->second].contact;
         if (!contact.locator.empty() && !other.locator.empty() &&
             !base::SameText(contact.locator, other.locator)) {
           Find(kWarning, i, fmt::format("{} aveva il locatore {}", call, other.locator));
@@ -196,6 +198,14 @@ class Checker {
           if (!isKnown) {
             Find(kWarning, i, fmt::format("Locatore diverso dal solito: {}", before.front()));
           }
+        }
+      }
+      if (isFirst && log_.likelierThan) {
+        const auto likelier = log_.likelierThan(contact.call);
+        if (!likelier.empty()) {
+          Find(kHint, i,
+               fmt::format("{} non è fra i nominativi conosciuti, {} sì", contact.call,
+                           fmt::join(likelier, ", ")));
         }
       }
       if (contact.serialReceived <= 0) continue;
@@ -239,6 +249,31 @@ class Checker {
     if (again.score.duplicates > 0) {
       Find(Weight::kHint, {},
            fmt::format("Doppi: {}, restano nel log con 0 punti", again.score.duplicates));
+    }
+  }
+
+  // The longest pauses are left out, as many as the periods leave between them.
+  void CheckHours() {
+    const auto category = std::ranges::find(rule_.categories, head_.category, &Category::words);
+    if (category == rule_.categories.end() || category->hours == 0 || log_.rows.empty()) return;
+    std::vector<std::int64_t> times, pauses;
+    for (const LogRow& row : log_.rows) times.push_back(row.contact.time.Seconds() / 60);
+    std::ranges::sort(times);
+    for (std::size_t i = 1; i < times.size(); ++i) {
+      const std::int64_t pause = times[i] - times[i - 1];
+      if (pause >= category->pauseMinutes) pauses.push_back(pause);
+    }
+    std::ranges::sort(pauses, std::ranges::greater());
+    std::int64_t minutes = times.back() - times.front();
+    for (std::size_t i = 0; i + 1 < static_cast<std::size_t>(category->periods); ++i) {
+      if (i < pauses.size()) minutes -= pauses[i];
+    }
+    if (minutes > category->hours * 60) {
+      Find(
+          Weight::kError, {},
+          fmt::format("In {} contano {} ore: dal primo all'ultimo QSO, senza le pause che valgono, "
+                      "ne passano {} e {} minuti",
+                      category->words, category->hours, minutes / 60, minutes % 60));
     }
   }
 

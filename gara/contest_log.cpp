@@ -129,9 +129,32 @@ std::vector<engine::Value> RowBeside(base::DateTime day, const std::string& band
           qso.inLog};
 }
 
+// Whether contacts or a header of one of its bands are there.
+bool HasRows(engine::Database& database, std::int64_t number) {
+  const auto bands = database.OpenSnapshot(
+      fmt::format("Select DataContest,Banda from GareBande where Gara={}", number));
+  for (; !bands->EOF_(); bands->MoveNext()) {
+    const std::string where =
+        OfDayAndBand(bands->Field(std::size_t{0}).Date(), bands->Field(1).Text());
+    for (const std::string_view table : {"Contest", "[Contest Qso]"}) {
+      if (!database.OpenSnapshot(fmt::format("Select Banda from {}{}", table, where))->EOF_()) {
+        return true;
+      }
+    }
+  }
+  return false;
+}
+
+// Emptied with all contests, and not taken back since.
+bool IsGone(engine::Database& database, std::int64_t number) {
+  const auto row =
+      database.OpenSnapshot(fmt::format("Select Azzerata from Gare where Gara={}", number));
+  return !row->EOF_() && row->Field(std::size_t{0}).Bool() && !HasRows(database, number);
+}
+
 // The band's row of Contest, so that the told screens have its head; and the highest serial.
 void KeepBand(core::Session& session, const Entry& entry, const std::string& band,
-              std::int64_t serial, core::History* past) {
+              std::int64_t serial) {
   const auto bands = session.Db.OpenTable("GareBande");
   bands->SetIndex("PrimaryKey");
   bands->Seek("=", {entry.Day(), band});
@@ -140,6 +163,13 @@ void KeepBand(core::Session& session, const Entry& entry, const std::string& ban
     bands->Set("Gara", entry.number);
     bands->Set("Banda", band);
     bands->Set("DataContest", entry.Day());
+    bands->Set("UltimoProgr", serial);
+    bands->Update();
+  } else if (bands->Field("Gara").Integer() != entry.number) {
+    // What was left of a contest that is gone.
+    session.Db.Execute("DELETE * FROM GareQso" + OfDayAndBand(entry.Day(), band));
+    bands->Edit();
+    bands->Set("Gara", entry.number);
     bands->Set("UltimoProgr", serial);
     bands->Update();
   } else if (bands->Field("UltimoProgr").Integer() < serial) {
@@ -151,7 +181,8 @@ void KeepBand(core::Session& session, const Entry& entry, const std::string& ban
   contests->SetIndex("PrimaryKey");
   contests->Seek("=", {entry.Day(), band});
   if (!contests->NoMatch()) return;
-  if (past != nullptr) past->BroughtContest(entry.Day(), band);
+  // Whoever takes the band's first contact back takes it back too.
+  session.Contacts.Past().BroughtContest(entry.Day(), band);
   const auto profile = core::FindBandProfile(session, band);
   contests->AddNew();
   contests->Set("DataContest", entry.Day());
@@ -199,10 +230,10 @@ void DropBeside(core::Session& session, const Entry& entry, const std::string& b
 }
 
 void AppendNew(core::Session& session, const core::PutContestQso& put, const Entry& entry,
-               const StoredQso& qso, core::History* past) {
+               const StoredQso& qso) {
   const std::string band = BandInLog(session, qso.contact.band);
   put(ContextOf(session, entry, band), std::nullopt, TypedOf(qso), [&](std::int64_t) {
-    KeepBand(session, entry, band, qso.contact.serialSent, past);
+    KeepBand(session, entry, band, qso.contact.serialSent);
     // What was left of a contact that is gone goes with its serial.
     DropBeside(session, entry, band, qso.contact.serialSent);
     session.Db.OpenAppender("GareQso")->Append(RowBeside(entry.Day(), band, qso));
@@ -225,7 +256,11 @@ std::vector<Entry> ReadEntries(engine::Database& database) {
   std::vector<Entry> entries;
   const auto rows =
       database.OpenSnapshot("Select * from Gare Order By DataContest Desc, Gara Desc");
-  for (; !rows->EOF_(); rows->MoveNext()) entries.push_back(ReadEntry(*rows));
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    Entry entry = ReadEntry(*rows);
+    if (rows->Field("Azzerata").Bool() && !HasRows(database, entry.number)) continue;
+    entries.push_back(std::move(entry));
+  }
   return entries;
 }
 
@@ -252,10 +287,11 @@ std::string WhyNoBand(core::Session& session, std::int64_t number, base::DateTim
   const std::string name = BandInLog(session, band);
   const std::string where = OfDayAndBand(day.DatePart(), name);
   const auto mine = session.Db.OpenSnapshot("Select Gara from GareBande" + where);
-  if (!mine->EOF_() && mine->Field(std::size_t{0}).Integer() == number) return {};
+  const std::int64_t owner = mine->EOF_() ? 0 : mine->Field(std::size_t{0}).Integer();
+  if (owner != 0 && owner == number) return {};
   const auto contest = session.Db.OpenSnapshot("Select Nome from Contest" + where);
   const auto qsos = session.Db.OpenSnapshot("Select Call from [Contest Qso]" + where);
-  if (contest->EOF_() && qsos->EOF_() && mine->EOF_()) return {};
+  if (contest->EOF_() && qsos->EOF_() && (owner == 0 || IsGone(session.Db, owner))) return {};
   return fmt::format(
       "Il {} in {} c'è già un contest{}: in un giorno una banda ne ha uno solo",
       base::DateText(day), base::Trim(band),
@@ -335,6 +371,7 @@ std::vector<StoredQso> ReadQsos(core::Session& session, const Entry& entry) {
       qso.worth.points = at(6).Integer();
       if (at(7).Bool()) qso.worth.duplicateOf = 0;
       qso.inLog = at(8).Bool();
+      qso.isBeside = true;
     }
   }
   std::ranges::stable_sort(qsos, [](const StoredQso& a, const StoredQso& b) {
@@ -364,7 +401,7 @@ void StoreNewQso(core::Session& session, const core::PutContestQso& put, const E
                  const StoredQso& qso, const std::vector<ChangedWorth>& others) {
   const std::string band = BandInLog(session, qso.contact.band);
   put(ContextOf(session, entry, band), std::nullopt, TypedOf(qso), [&](std::int64_t) {
-    KeepBand(session, entry, band, qso.contact.serialSent, nullptr);
+    KeepBand(session, entry, band, qso.contact.serialSent);
     DropBeside(session, entry, band, qso.contact.serialSent);
     session.Db.OpenAppender("GareQso")->Append(RowBeside(entry.Day(), band, qso));
     WriteWorths(session, entry, others);
@@ -402,12 +439,19 @@ void DeleteQso(core::Session& session, const Entry& entry, std::string_view band
   });
 }
 
+void KeepWorths(core::Session& session, const Entry& entry,
+                const std::vector<ChangedWorth>& changed) {
+  core::Transaction transaction(session.Db);
+  WriteWorths(session, entry, changed);
+  transaction.Commit();
+}
+
 void StoreQsos(core::Session& session, const core::PutContestQso& put, const Entry& entry,
                std::string_view title, const std::vector<StoredQso>& qsos) {
   session.Contacts.ChangeMany(title, {core::ContactTable::kContestQso}, [&] {
     core::Transaction transaction(session);
     for (const StoredQso& qso : qsos) {
-      AppendNew(session, put, entry, qso, &session.Contacts.Past());
+      AppendNew(session, put, entry, qso);
     }
     transaction.Commit();
     return !qsos.empty();

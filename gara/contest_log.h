@@ -29,12 +29,13 @@ struct StoredQso {
   Contact contact;
   std::string note;  // as Contest Qso has it
   bool qsl = false;
-  bool inLog = false;  // transferred
-  Worth worth;         // as it was stored; duplicateOf is only there or not
+  bool inLog = false;     // transferred
+  bool isBeside = false;  // it has a row of GareQso
+  Worth worth;            // as it was stored; duplicateOf is only there or not
   std::int64_t punti = 0;
 };
 
-// The newest first.
+// The newest first; without those that were emptied with all contests.
 std::vector<Entry> ReadEntries(engine::Database& database);
 // A new one; its number.
 std::int64_t AddEntry(core::Session& session, const Entry& entry);
@@ -69,6 +70,9 @@ void ChangeQso(core::Session& session, const core::PutContestQso& put, const Ent
                const std::vector<ChangedWorth>& others);
 void DeleteQso(core::Session& session, const Entry& entry, std::string_view band,
                std::int64_t serial, const std::vector<ChangedWorth>& others);
+// What the rules give contacts that another window or a work taken back has changed.
+void KeepWorths(core::Session& session, const Entry& entry,
+                const std::vector<ChangedWorth>& changed);
 // Many new ones as one work of that title.
 void StoreQsos(core::Session& session, const core::PutContestQso& put, const Entry& entry,
                std::string_view title, const std::vector<StoredQso>& qsos);

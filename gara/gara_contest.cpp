@@ -6,6 +6,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "call_list.h"
 #include "contest_log.h"
 #include "core/call_forms.h"
 #include "core/entry.h"
@@ -23,11 +24,16 @@ constexpr std::string_view kFolder = "\\Contest";
 constexpr int kTick = 10000;  // milliseconds between two looks at the clock
 constexpr std::int64_t kBandStep = 10000000;
 
-}  // namespace
+// Those of the window that begins then; all where none does or it names none.
+std::vector<std::string> BandsAt(const Rule& rule, base::DateTime begin) {
+  for (const RuleWindow& window : rule.windows) {
+    const auto its = PeriodOf(window, begin.Year());
+    if (its && its->begin == begin && !window.bands.empty()) return window.bands;
+  }
+  return rule.bands;
+}
 
-struct GaraContest::Kept {
-  std::string call, sent, received, serial, exchange, locator, when;
-};
+}  // namespace
 
 void GaraRows::SetNumbered(std::vector<std::int64_t> numbers, std::vector<Row> rows) {
   numbers_ = std::move(numbers);
@@ -53,10 +59,32 @@ GaraContest::GaraContest(core::Session& session, core::PutContestQso put)
     : core::ArrangedWindow(session, "GaraContest", "Contest con le regole", base::Twips(16800),
                            base::Twips(11400)),
       put_(std::move(put)),
-      timer_(session.Machine.MakeTimer()) {
-  ShowCommands({&cmNuova, forms::Separator(), &cmInserisci, &cmCorreggi, &cmCancella, &cmSvuota,
-                &cmModo, &cmBanda, &cmAccetta, forms::Separator(), &cmVerifica, &cmVaiAlQso,
-                &cmEsportaEdi, &cmEsportaCabrillo, &cmImportaEdi, &cmNelLog, forms::Separator(),
+      timer_(session.Machine.MakeTimer()),
+      keyer_(session),
+      sendingKeys_{&cmTasto1, &cmTasto2, &cmTasto3, &cmTasto4,
+                   &cmTasto5, &cmTasto6, &cmTasto7, &cmTasto8} {
+  ShowCommands({&cmNuova,
+                forms::Separator(),
+                &cmInserisci,
+                &cmCorreggi,
+                &cmCancella,
+                &cmSvuota,
+                &cmRimetti,
+                &cmModo,
+                &cmBanda,
+                &cmAccetta,
+                forms::Separator(),
+                &cmVerifica,
+                &cmVaiAlQso,
+                &cmEsportaEdi,
+                &cmEsportaCabrillo,
+                &cmEsportaAdif,
+                &cmImportaEdi,
+                &cmImportaNominativi,
+                &cmNelLog,
+                &cmStatistiche,
+                &cmStampa,
+                forms::Separator(),
                 &cmHelp});
   DefaultCommand = &cmCorreggi;
   // Esc never closes a contest.
@@ -111,6 +139,9 @@ GaraContest::GaraContest(core::Session& session, core::PutContestQso put)
     if (worth.duplicateOf) return kDuplicate;
     return worth.multipliers.empty() ? base::kWhite : kNew;
   };
+  keyer_.OnEnd = [this](std::string_view why) {
+    if (!why.empty()) Say(why);
+  };
   timer_->OnTick = [this] { session_.Windows.RunEvent([this] { ShowTime(); }); };
 }
 
@@ -142,8 +173,12 @@ void GaraContest::Load() {
   Verifiche.SetColumnsOf(std::move(columns));
   ReadRules();
   changes_ = session_.Contacts.Subscribe([this](const core::ContactsChanged& change) {
-    if (change.table == core::ContactTable::kContestQso && !storing_) Reload();
+    if (change.table == core::ContactTable::kContestQso && !storing_) LookAgain();
   });
+  choices_ = session_.Choices.Changed.Subscribe([this](const core::Choice& changed) {
+    if (changed.section == core::choice::kContestSends.section) ShowSendingKeys();
+  });
+  ShowSendingKeys();
   timer_->SetInterval(kTick);
   timer_->SetEnabled(true);
   entries_ = ReadEntries(session_.Db);
@@ -163,6 +198,8 @@ void GaraContest::Load() {
 void GaraContest::Unload() {
   timer_->SetEnabled(false);
   changes_ = {};
+  choices_ = {};
+  keyer_.Stop();
   KeepEntry();
   core::ArrangedWindow::Unload();
 }
@@ -188,10 +225,6 @@ void GaraContest::ReadRules() {
     names.push_back(rule.IsComplete() ? rule.name : rule.name + " (da completare)");
   }
   Regole.SetItems(std::move(names));
-  const auto files = session_.File("\\MASTER.SCP");
-  known_.clear();
-  constexpr std::size_t kMostBytes = 8 << 20;
-  if (const auto bytes = ReadBytesOf(files, kMostBytes)) known_ = CallsOf(*bytes);
   if (!fault.empty()) {
     Say("Regole che non si leggono: " + fault);
   } else if (rules_.empty()) {
@@ -290,10 +323,7 @@ void GaraContest::Begin() {
 void GaraContest::Open(const Entry& entry) {
   const auto rule = std::ranges::find(rules_, entry.rules, &Rule::file);
   if (rule == rules_.end()) {
-    entry_.reset();
-    count_.reset();
-    qsos_.clear();
-    FillTable({});
+    LeaveEntry();
     return Say(fmt::format("Manca il file di regole Contest/{}.json", entry.rules));
   }
   entry_ = std::make_unique<Entry>(entry);
@@ -310,20 +340,7 @@ void GaraContest::Open(const Entry& entry) {
   MioScambio.SetText(entry.exchange);
   Mail.SetText(entry.mail);
   Obiettivo.SetText(entry.goal == 0 ? "" : std::to_string(entry.goal));
-  std::vector<std::string> bands;
-  for (const std::string& band : rule_.bands) {
-    for (const RuleWindow& window : rule_.windows) {
-      const auto its = PeriodOf(window, entry.begin.Year());
-      const bool isNow = its && its->begin == entry.begin;
-      if (isNow && !window.bands.empty() &&
-          std::ranges::find(window.bands, band) == window.bands.end()) {
-        goto next;
-      }
-    }
-    bands.push_back(band);
-  next:;
-  }
-  Banda.SetItems(bands);
+  Banda.SetItems(BandsAt(rule_, entry.begin));
   Modo.SetItems(rule_.modes);
   showing_ = false;
   RulesChosen();
@@ -361,12 +378,52 @@ void GaraContest::KeepEntry() {
   ShowStatus();
 }
 
+// Contests may have been emptied, or have come back.
+void GaraContest::LookAgain() {
+  const std::vector<Entry> entries = ReadEntries(session_.Db);
+  const auto same = [](const Entry& a, const Entry& b) { return a.number == b.number; };
+  if (!std::ranges::equal(entries, entries_, same)) {
+    entries_ = entries;
+    const std::int64_t number = entry_ == nullptr ? 0 : entry_->number;
+    ShowEntries(number);
+    if (std::ranges::find(entries_, number, &Entry::number) == entries_.end()) LeaveEntry();
+  }
+  Reload();
+}
+
+// No contest is open.
+void GaraContest::LeaveEntry() {
+  entry_.reset();
+  count_.reset();
+  qsos_.clear();
+  places_.clear();
+  stations_.clear();
+  corrected_.reset();
+  FillTable({});
+  ShowSerial();
+  ShowStatus();
+  ShowTotals();
+}
+
 void GaraContest::Reload() {
   if (entry_ == nullptr) return;
   qsos_ = ReadQsos(session_, *entry_);
   for (StoredQso& each : qsos_) each.contact.place = PlaceOf(each.contact);
   serials_.clear();
   Recount();
+  // Another window, or a work that was taken back, leaves other worths than the rules give.
+  std::vector<ChangedWorth> changed;
+  for (std::size_t i = 0; i < qsos_.size(); ++i) {
+    const Worth& worth = count_->Worths()[i];
+    StoredQso& qso = qsos_[i];
+    const bool same = qso.worth.points == worth.points &&
+                      qso.worth.duplicateOf.has_value() == worth.duplicateOf.has_value();
+    if (qso.isBeside && !same) {
+      changed.push_back({qso.contact.band, qso.contact.serialSent, worth});
+    }
+    qso.worth = worth;
+  }
+  if (!changed.empty() && !session_.Db.InTransaction()) KeepWorths(session_, *entry_, changed);
   ShowSerial();
   ShowStatus();
 }
@@ -388,10 +445,11 @@ gara::Place GaraContest::PlaceOf(const Contact& contact) {
 
 void GaraContest::Recount() {
   count_ = std::make_unique<Count>(rule_, Own());
-  worked_.clear();
-  for (const StoredQso& each : qsos_) {
-    count_->Add(each.contact);
-    worked_.insert(each.contact.call);
+  places_.clear();
+  stations_.clear();
+  for (std::size_t i = 0; i < qsos_.size(); ++i) {
+    count_->Add(qsos_[i].contact);
+    Remember(i);
   }
   FillTable(ChosenKey());
   ShowTotals();
@@ -402,12 +460,20 @@ std::int64_t GaraContest::KeyOf(const Contact& contact) const {
   return (at - rule_.bands.begin()) * kBandStep + contact.serialSent;
 }
 
+void GaraContest::Remember(std::size_t place) {
+  const Contact& contact = qsos_[place].contact;
+  places_[KeyOf(contact)] = place;
+  stations_[core::BaseCall(contact.call)].push_back(place);
+}
+
 std::optional<std::size_t> GaraContest::PlaceOfKey(std::int64_t key) const {
-  // The newest ones are asked for most.
-  for (std::size_t i = qsos_.size(); i-- > 0;) {
-    if (KeyOf(qsos_[i].contact) == key) return i;
-  }
-  return std::nullopt;
+  const auto at = places_.find(key);
+  return at == places_.end() ? std::nullopt : std::optional(at->second);
+}
+
+std::span<const std::size_t> GaraContest::WithStation(std::string_view call) const {
+  const auto at = stations_.find(core::BaseCall(call));
+  return at == stations_.end() ? std::span<const std::size_t>() : std::span(at->second);
 }
 
 core::MemoryRows::Row GaraContest::RowOf(std::size_t place) const {
@@ -450,315 +516,6 @@ void GaraContest::FillTable(std::optional<std::int64_t> key) {
   }
   rows_.SetNumbered(std::move(numbers), std::move(rows));
   ShowRows(key);
-}
-
-bool GaraContest::Wants(PartKind kind) const { return rule_.Part(kind) != nullptr; }
-
-std::optional<GaraContest::Lack> GaraContest::FindLack(const forms::TextField* but) {
-  const auto text = [](const forms::TextField& field) { return base::Trim(field.Text()); };
-  const auto lacks = [&](forms::TextField& field, bool isThere,
-                         std::string what) -> std::optional<Lack> {
-    if (isThere || &field == but) return std::nullopt;
-    return Lack{&field, std::move(what)};
-  };
-  const ExchangePart* const serial = rule_.Part(PartKind::kSerial);
-  const ExchangePart* const province = rule_.Part(PartKind::kProvince);
-  const ExchangePart* const own = rule_.Part(PartKind::kOwn);
-  const ExchangePart* const other = province != nullptr ? province : own;
-  const bool hasSerial = !text(SerialeRicevuto).empty() && base::Val(SerialeRicevuto.Text()) > 0;
-  const bool hasOther = !text(Scambio).empty();
-  const bool either = serial != nullptr && serial->mayLack && other != nullptr;
-  if (auto lack = lacks(Call, text(Call).size() >= 3, "il nominativo")) return lack;
-  for (forms::TextField* report : {&RapportoDato, &RapportoRicevuto}) {
-    if (auto lack = lacks(*report, !text(*report).empty(), "il rapporto")) return lack;
-  }
-  if (serial != nullptr && (!serial->mayLack || (either && !hasOther))) {
-    if (auto lack = lacks(SerialeRicevuto, hasSerial, "il progressivo ricevuto")) return lack;
-  }
-  if (other != nullptr && !other->mayLack && !(either && hasSerial)) {
-    if (auto lack = lacks(Scambio, hasOther, "lo scambio ricevuto")) return lack;
-  }
-  if (Wants(PartKind::kLocator)) {
-    if (auto lack =
-            lacks(Locator, IsLocator(text(Locator), 6), "il locatore di sei lettere e cifre"))
-      return lack;
-  }
-  return std::nullopt;
-}
-
-void GaraContest::EnterPressed(forms::TextField& from) {
-  if (!HasContest()) return Say("Prima si sceglie o si comincia un contest");
-  if (const auto elsewhere = FindLack(&from)) return Host().MoveFocus(*elsewhere->field);
-  if (const auto here = FindLack()) return Say("Manca " + here->text);
-  Store();
-}
-
-void GaraContest::ClearEntry() {
-  corrected_.reset();
-  for (forms::TextField* field : {&Call, &SerialeRicevuto, &Scambio, &Locator, &Quando}) {
-    field->SetText("");
-  }
-  const std::string report = core::UsualReport(Modo.Text(), std::nullopt);
-  RapportoDato.SetText(report);
-  RapportoRicevuto.SetText(report);
-  const auto& rig = session_.Rig.Now();
-  if (session_.Choices.Get<core::choice::kRigInContest>() && rig) {
-    const std::string band = base::Trim(rig->banda);
-    if (std::ranges::find(Banda.Items(), band) != Banda.Items().end()) Banda.SetText(band);
-    const std::string family(ModeFamily(rig->modo));
-    if (!rig->modo.empty() && std::ranges::find(Modo.Items(), family) != Modo.Items().end()) {
-      Modo.SetText(family);
-    }
-  }
-  ShowSerial();
-  ShowStatus();
-}
-
-void GaraContest::Empty() {
-  const bool isEmpty = base::Trim(Call.Text()).empty() && base::Trim(Locator.Text()).empty() &&
-                       base::Trim(SerialeRicevuto.Text()).empty() &&
-                       base::Trim(Scambio.Text()).empty() && !corrected_;
-  if (!isEmpty) {
-    kept_ = std::make_unique<Kept>(Kept{Call.Text(), RapportoDato.Text(), RapportoRicevuto.Text(),
-                                        SerialeRicevuto.Text(), Scambio.Text(), Locator.Text(),
-                                        Quando.Text()});
-    ClearEntry();
-    return Say("Campi svuotati: ancora Svuota li rimette");
-  }
-  if (kept_ == nullptr) return;
-  const Kept kept = *kept_;
-  kept_.reset();
-  Call.SetText(kept.call);
-  RapportoDato.SetText(kept.sent);
-  RapportoRicevuto.SetText(kept.received);
-  SerialeRicevuto.SetText(kept.serial);
-  Scambio.SetText(kept.exchange);
-  Locator.SetText(kept.locator);
-  Quando.SetText(kept.when);
-  Say("Campi rimessi");
-}
-
-void GaraContest::Step(forms::ListField& list) {
-  if (list.Items().empty()) return;
-  list.SetListIndex((list.ListIndex() + 1) % static_cast<int>(list.Items().size()));
-}
-
-bool GaraContest::TableKey(char32_t) { return false; }
-
-Contact GaraContest::TypedContact() const {
-  Contact contact;
-  contact.band = Banda.Text();
-  contact.mode = Modo.Text();
-  contact.call = base::UpperAscii(base::Trim(Call.Text()));
-  contact.reportSent = base::Trim(RapportoDato.Text());
-  contact.reportReceived = base::Trim(RapportoRicevuto.Text());
-  contact.serialReceived =
-      static_cast<std::int64_t>(std::clamp(base::Val(SerialeRicevuto.Text()), 0.0, 999999.0));
-  contact.exchange = base::UpperAscii(base::Trim(Scambio.Text()));
-  contact.locator = base::UpperAscii(base::Trim(Locator.Text()));
-  return contact;
-}
-
-std::int64_t GaraContest::NextSerial(const std::string& band) {
-  if (entry_ == nullptr) return 0;
-  const ExchangePart* const part = rule_.Part(PartKind::kSerial);
-  const bool perBand = part == nullptr || part->serialPerBand;
-  const auto last = [&](const std::string& of) {
-    const auto known = serials_.find(of);
-    if (known != serials_.end()) return known->second;
-    return serials_[of] = LastSerial(session_.Db, *entry_, of);
-  };
-  if (perBand) return last(band) + 1;
-  std::int64_t highest = 0;
-  for (const std::string& each : rule_.bands) highest = std::max(highest, last(each));
-  return highest + 1;
-}
-
-void GaraContest::Store() {
-  if (!HasContest()) return Say("Prima si sceglie o si comincia un contest");
-  if (const auto lack = FindLack()) {
-    Say("Manca " + lack->text);
-    return Host().MoveFocus(*lack->field);
-  }
-  StoredQso qso;
-  qso.contact = TypedContact();
-  Contact& contact = qso.contact;
-  std::optional<std::size_t> place;
-  if (corrected_) {
-    place = PlaceOfKey(*corrected_);
-    if (!place) {
-      corrected_.reset();
-      return Say("Il Qso che si correggeva non c'è più");
-    }
-    qso.note = qsos_[*place].note;
-    qso.qsl = qsos_[*place].qsl;
-    qso.inLog = qsos_[*place].inLog;
-    contact.serialSent = qsos_[*place].contact.serialSent;
-    if (contact.band != qsos_[*place].contact.band) {
-      return Say("La banda di un Qso non si corregge: si cancella e si scrive sull'altra");
-    }
-  }
-  if (const std::string typed = base::Trim(Quando.Text()); typed.empty()) {
-    const base::DateTime now = session_.Machine.GetClock().UtcNow();
-    contact.time = place ? qsos_[*place].contact.time : now;
-  } else {
-    const std::size_t blank = typed.find(' ');
-    const auto day = base::ParseDate(typed.substr(0, blank));
-    const auto time = blank == std::string::npos ? std::nullopt
-                                                 : base::ParseTime(base::Trim(typed.substr(blank)));
-    if (!day || !time) {
-      Say("Quando si scrive come 07/09/2024 14:05");
-      return Host().MoveFocus(Quando);
-    }
-    contact.time = day->DatePart() + time->TimePart();
-    // The field has no seconds; a minute that was left alone keeps those of the contact.
-    constexpr std::int64_t kMinute = 60;
-    if (place &&
-        qsos_[*place].contact.time.Seconds() / kMinute == contact.time.Seconds() / kMinute) {
-      contact.time = qsos_[*place].contact.time;
-    }
-  }
-  contact.place = PlaceOf(contact);
-  if (const std::string why = WhyNoBand(session_, entry_->number, entry_->begin, contact.band);
-      !place && !why.empty()) {
-    return Say(why);
-  }
-  struct Storing {
-    explicit Storing(bool& state) : flag(state) { flag = true; }
-    ~Storing() { flag = false; }
-    bool& flag;
-  };
-  if (!place) contact.serialSent = NextSerial(contact.band);
-  const bool atEnd = !place && (qsos_.empty() || !(contact.time < qsos_.back().contact.time));
-  std::string said;
-  if (atEnd) {
-    qso.worth = count_->Try(contact);
-    {
-      const Storing storing(storing_);
-      StoreNewQso(session_, put_, *entry_, qso, {});
-    }
-    count_->Add(contact);
-    worked_.insert(contact.call);
-    qsos_.push_back(qso);
-    rows_.PutNumbered(KeyOf(contact), RowOf(qsos_.size() - 1));
-    ShowRows(KeyOf(contact));
-  } else {
-    std::vector<StoredQso> before = qsos_;
-    const std::vector<Worth> worths = count_->Worths();
-    if (place) qsos_.erase(qsos_.begin() + static_cast<std::ptrdiff_t>(*place));
-    const auto at = std::ranges::upper_bound(
-        qsos_, contact.time, {}, [](const StoredQso& each) { return each.contact.time; });
-    const std::size_t here = static_cast<std::size_t>(qsos_.insert(at, qso) - qsos_.begin());
-    Count counted(rule_, Own());
-    for (const StoredQso& each : qsos_) counted.Add(each.contact);
-    qso.worth = counted.Worths()[here];
-    std::vector<ChangedWorth> others;
-    std::map<std::int64_t, const Worth*> old;
-    for (std::size_t i = 0; i < before.size(); ++i) old[KeyOf(before[i].contact)] = &worths[i];
-    for (std::size_t i = 0; i < qsos_.size(); ++i) {
-      const auto was = old.find(KeyOf(qsos_[i].contact));
-      if (i == here || was == old.end()) continue;
-      const Worth& now = counted.Worths()[i];
-      if (was->second->points == now.points && was->second->multipliers == now.multipliers &&
-          was->second->duplicateOf.has_value() == now.duplicateOf.has_value()) {
-        continue;
-      }
-      others.push_back({qsos_[i].contact.band, qsos_[i].contact.serialSent, now});
-    }
-    try {
-      const Storing storing(storing_);
-      if (place) {
-        ChangeQso(session_, put_, *entry_, contact.band, contact.serialSent, qso, others);
-      } else {
-        StoreNewQso(session_, put_, *entry_, qso, others);
-      }
-    } catch (...) {
-      qsos_ = std::move(before);
-      throw;
-    }
-    for (std::size_t i = 0; i < qsos_.size(); ++i) qsos_[i].worth = counted.Worths()[i];
-    Recount();
-    ShowRows(KeyOf(contact));
-  }
-  serials_[contact.band] = std::max(serials_[contact.band], contact.serialSent);
-  const auto stored = PlaceOfKey(KeyOf(contact));
-  const Worth worth = stored ? count_->Worths()[*stored] : Worth();
-  said = fmt::format(
-      "Qso {}: {}", place ? "corretto" : "registrato",
-      core::Joined({std::to_string(contact.serialSent), contact.call, contact.locator,
-                    std::to_string(worth.points) + " punti", worth.duplicateOf ? "doppio" : ""}));
-  kept_.reset();
-  ClearEntry();
-  ShowTotals();
-  Say(said);
-  Host().MoveFocus(Call);
-}
-
-void GaraContest::TakeUp() {
-  if (const auto key = ChosenKey()) TakeUp(*key);
-}
-
-void GaraContest::TakeUp(std::int64_t key) {
-  const auto place = PlaceOfKey(key);
-  if (!place) return;
-  const Contact contact = qsos_[*place].contact;
-  Banda.SetText(contact.band);
-  if (std::ranges::find(Modo.Items(), contact.mode) == Modo.Items().end()) {
-    Modo.AddItem(contact.mode);
-  }
-  Modo.SetText(contact.mode);
-  corrected_ = key;
-  Call.SetText(contact.call);
-  RapportoDato.SetText(contact.reportSent);
-  RapportoRicevuto.SetText(contact.reportReceived);
-  SerialeRicevuto.SetText(contact.serialReceived == 0 ? ""
-                                                      : std::to_string(contact.serialReceived));
-  Scambio.SetText(contact.exchange);
-  Locator.SetText(contact.locator);
-  Quando.SetText(base::DateText(contact.time) + " " + core::HourMinute(contact.time));
-  ShowSerial();
-  ShowStatus();
-  Say(fmt::format("Si corregge il Qso {} con {}: Inserisci lo registra, Svuota lo lascia com'era",
-                  contact.serialSent, contact.call));
-  Host().MoveFocus(Call);
-}
-
-void GaraContest::Remove() {
-  const auto key = ChosenKey();
-  const auto place = key ? PlaceOfKey(*key) : std::nullopt;
-  if (!place) return;
-  const Contact contact = qsos_[*place].contact;
-  if (!session_.Messages().AskYesNo("Contest", fmt::format("Cancellare il Qso {} con {} ?",
-                                                           contact.serialSent, contact.call))) {
-    return;
-  }
-  const std::vector<Worth> worths = count_->Worths();
-  std::vector<StoredQso> left = qsos_;
-  left.erase(left.begin() + static_cast<std::ptrdiff_t>(*place));
-  Count counted(rule_, Own());
-  std::vector<ChangedWorth> others;
-  for (std::size_t i = 0; i < left.size(); ++i) {
-    const Worth& was = worths[i < *place ? i : i + 1];
-    const Worth& now = counted.Add(left[i].contact);
-    if (was.points != now.points || was.multipliers != now.multipliers ||
-        was.duplicateOf.has_value() != now.duplicateOf.has_value()) {
-      others.push_back({left[i].contact.band, left[i].contact.serialSent, now});
-    }
-  }
-  storing_ = true;
-  try {
-    DeleteQso(session_, *entry_, contact.band, contact.serialSent, others);
-  } catch (...) {
-    storing_ = false;
-    throw;
-  }
-  storing_ = false;
-  qsos_ = std::move(left);
-  for (std::size_t i = 0; i < qsos_.size(); ++i) qsos_[i].worth = counted.Worths()[i];
-  if (corrected_ == key) ClearEntry();
-  Recount();
-  ShowStatus();
-  Say(fmt::format("Qso {} con {} cancellato", contact.serialSent, contact.call));
 }
 
 }  // namespace brenvo::gara

@@ -6,7 +6,10 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "call_file.h"
+#include "call_list.h"
 #include "contest_log.h"
+#include "core/call_forms.h"
 #include "core/log_time.h"
 #include "core/quoted.h"
 #include "core/station_profile.h"
@@ -85,14 +88,29 @@ std::vector<Finding> GaraContest::Check() {
     if (qsos_[i].worth.duplicateOf && !rows[i].worth.duplicateOf) rows[i].worth.duplicateOf = 0;
   }
   const LogHead head = Head(rows.empty() ? Banda.Text() : rows.front().contact.band);
-  const auto findings = CheckLog({rule_,
-                                  head,
-                                  Own(),
-                                  {entry_->begin, entry_->end},
-                                  session_.Machine.GetClock().UtcNow(),
-                                  rows,
-                                  count_->Total().total,
-                                  {}});
+  const auto findings =
+      CheckLog({rule_,
+                head,
+                Own(),
+                {entry_->begin, entry_->end},
+                session_.Machine.GetClock().UtcNow(),
+                rows,
+                count_->Total().total,
+                [this](std::string_view call) {
+                  std::vector<std::string> locators;
+                  for (const core::PlaceOfCall& each : PlacesOf(call, true)) {
+                    locators.push_back(each.locator);
+                  }
+                  return locators;
+                },
+                [this](std::string_view call) {
+                  constexpr std::size_t kMost = 3;
+                  const CallList& known = KnownCalls();
+                  if (known.Contains(core::BaseCall(call)) || known.Contains(call)) {
+                    return std::vector<std::string>();
+                  }
+                  return known.Near(core::BaseCall(call), kMost);
+                }});
   ShowFindings(findings);
   const auto count = [&](Weight weight) {
     return std::ranges::count(findings, weight, &Finding::weight);
@@ -251,6 +269,46 @@ void GaraContest::Import() {
   ShowFindings(findings);
   Say(fmt::format("Letti {} QSO: importati {}, già presenti {}, avvisi {}", log.contacts.size(),
                   fresh.size(), known, findings.size()));
+}
+
+void GaraContest::ExportAdif() {
+  std::string name = entry_->name;
+  for (char& c : name) {
+    const bool isPlain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    if (!isPlain) c = '-';
+  }
+  name = fmt::format("{}_{}.adi", name, entry_->begin.Year());
+  const std::vector<LogRow> rows = Rows("");
+  if (rows.empty()) return Say("Non c'è nessun QSO da scrivere");
+  WriteBytesTo(session_.File("\\" + name), WriteAdif(rule_, Head(rows.front().contact.band), rows));
+  Say(fmt::format("Scritto {}: {} QSO", name, rows.size()));
+}
+
+void GaraContest::LearnFile() {
+  const auto file = session_.Machine.PickFile(
+      "Impara nominativi", "*.edi *.EDI *.log *.cbr *.adi *.ADI *.txt *.TXT *.scp *.SCP *.csv");
+  if (!file) return;
+  const auto bytes = ReadBytesOf(*file, kMostCallFileBytes);
+  if (!bytes) return Say(fmt::format("Il file {} non si legge", file->filename().string()));
+  const ReadCallFile read = ReadCallFileBytes(*bytes);
+  const core::LearnedCalls learned = core::LearnCalls(session_, read.calls);
+  known_.reset();
+  std::vector<Finding> findings;
+  for (const ReadNote& note : read.notes) {
+    findings.push_back(
+        {Weight::kHint,
+         {},
+         note.line == 0 ? note.text : fmt::format("riga {}: {}", note.line, note.text)});
+  }
+  ShowFindings(findings);
+  ShowStatus();
+  std::string said =
+      fmt::format("{}, {}: {} righe, nominativi nuovi {}, già conosciuti {}, osservazioni {}",
+                  file->filename().string(), read.kind, read.lines, learned.fresh, learned.known,
+                  read.notes.size());
+  if (learned.beyond > 0) said += fmt::format(", senza più posto {}", learned.beyond);
+  if (learned.stopped) said += ", interrotto";
+  Say(said);
 }
 
 void GaraContest::Transfer() {

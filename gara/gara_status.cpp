@@ -6,11 +6,13 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "call_list.h"
 #include "contest_log.h"
 #include "core/call_forms.h"
 #include "core/quoted.h"
 #include "gara/gara_contest.h"
 #include "geo/locator.h"
+#include "read_bytes.h"
 
 namespace brenvo::gara {
 namespace {
@@ -39,46 +41,116 @@ std::string WholeLocator(std::string_view typed) {
   return {};
 }
 
+// Letters, digits and "/": nothing that a pattern takes for a sign of its own.
+bool LooksLikePart(std::string_view text) {
+  return std::ranges::all_of(
+      text, [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '/'; });
+}
+
+// "JN48QT (3 volte, 07/09/2024)".
+std::string PlaceText(const core::PlaceOfCall& place) {
+  std::string more = place.times > 1 ? fmt::format("{} volte", place.times) : "";
+  if (place.seen) more += (more.empty() ? "" : ", ") + base::DateText(*place.seen);
+  return more.empty() ? place.locator : fmt::format("{} ({})", place.locator, more);
+}
+
 }  // namespace
 
-std::vector<std::string> GaraContest::LocatorsOf(std::string_view call) {
-  std::vector<std::string> found;
-  const std::string base = core::BaseCall(call);
-  if (base.size() < 3) return found;
-  std::set<std::string> calls = {base, base + "/P", base::UpperAscii(base::Trim(call))};
-  const auto add = [&](const std::string& text) {
-    const std::string locator = base::UpperAscii(base::Trim(text)).substr(0, 6);
-    if (IsLocator(locator, 6) && std::ranges::find(found, locator) == found.end()) {
-      found.push_back(locator);
+std::vector<core::PlaceOfCall> GaraContest::PlacesOf(std::string_view call, bool others) {
+  const std::string typed = base::UpperAscii(base::Trim(call)), base = core::BaseCall(call);
+  if (base.size() < 3) return {};
+  std::vector<std::string> calls = {typed};
+  for (const std::string& each : {base, base + "/P"}) {
+    if (each != typed) calls.push_back(each);
+  }
+  std::vector<core::PlaceOfCall> found;
+  const auto add = [&](const std::vector<core::PlaceOfCall>& places) {
+    for (const core::PlaceOfCall& each : places) {
+      const bool fits =
+          found.size() < core::kMostPlaces &&
+          std::ranges::find(found, each.locator, &core::PlaceOfCall::locator) == found.end();
+      if (fits) found.push_back(each);
     }
   };
+  // What was worked counts more than what others say, the form that is typed more than another.
   for (const std::string& each : calls) {
-    for (const std::string_view table : {"Log", "[Contest Qso]"}) {
-      constexpr int kMost = 50;
+    std::vector<core::PlaceOfCall> worked;
+    for (const auto& [table, date] :
+         {std::pair("Log", "DataQso"), {"[Contest Qso]", "DataContest"}}) {
+      constexpr int kMost = 200;
+      const bool leavesOut = others && entry_ != nullptr && table[0] == '[';
       const auto rows = session_.Db.OpenSnapshot(
-          fmt::format("Select Locator from {} where Call={}", table, core::Quoted(each)));
+          fmt::format("Select Locator,{} from {} where Call={}", date, table, core::Quoted(each)));
       for (int i = 0; i < kMost && !rows->EOF_(); ++i, rows->MoveNext()) {
-        add(rows->Field(std::size_t{0}).Text());
+        const std::string locator =
+            base::UpperAscii(base::Trim(rows->Field(std::size_t{0}).Text())).substr(0, 6);
+        const auto when = rows->Field(1).ReadableDate();
+        const auto day = when ? std::optional(when->DatePart()) : std::nullopt;
+        if (!IsLocator(locator, 6) || (leavesOut && day == entry_->Day())) continue;
+        const auto there = std::ranges::find(worked, locator, &core::PlaceOfCall::locator);
+        if (there == worked.end()) {
+          worked.push_back({locator, day, 1});
+        } else {
+          there->seen = std::max(there->seen, day);
+          ++there->times;
+        }
       }
     }
+    add(core::PlacesTogether({}, worked));
+  }
+  for (const std::string& each : calls) {
+    if (found.size() == core::kMostPlaces) break;
+    if (const auto known = core::FindKnownCall(session_.Db, each)) add(known->places);
   }
   return found;
 }
 
-std::string GaraContest::PartialsOf(const std::string& typed) const {
+const CallList& GaraContest::KnownCalls() {
+  if (known_ == nullptr) {
+    std::vector<std::string> calls = core::AllKnownCalls(session_.Db);
+    constexpr std::size_t kMostBytes = 8 << 20;
+    if (const auto bytes = ReadBytesOf(session_.File("\\MASTER.SCP"), kMostBytes)) {
+      for (std::string& each : CallsOf(*bytes)) calls.push_back(std::move(each));
+    }
+    known_ = std::make_unique<CallList>(std::move(calls));
+  }
+  return *known_;
+}
+
+std::string GaraContest::PartialsOf(const std::string& typed) {
   if (typed.size() < 2) return {};
   std::vector<std::string> holding, near;
-  const auto look = [&](const std::string& call) {
-    if (call == typed) return;
-    if (holding.size() < kMostPartials && call.find(typed) != std::string::npos) {
-      holding.push_back(call);
-    } else if (near.size() < kMostPartials && typed.size() >= 4 && DifferByOne(call, typed)) {
-      near.push_back(call);
+  const auto add = [&](std::vector<std::string>& to, const std::string& call) {
+    if (to.size() < kMostPartials && call != typed && std::ranges::find(to, call) == to.end()) {
+      to.push_back(call);
     }
   };
-  for (const std::string& call : worked_) look(call);
-  for (const std::string& call : known_) {
-    if (!worked_.contains(call)) look(call);
+  // Those of this contest come first.
+  for (const auto& [station, places] : stations_) {
+    for (const std::size_t place : places) {
+      const std::string& call = qsos_[place].contact.call;
+      if (call.find(typed) != std::string::npos) {
+        add(holding, call);
+      } else if (typed.size() >= 4 && DifferByOne(call, typed)) {
+        add(near, call);
+      }
+    }
+  }
+  std::ranges::sort(holding);
+  std::ranges::sort(near);
+  if (LooksLikePart(typed)) {
+    const auto logged = session_.Db.OpenSnapshot(
+        fmt::format("Select Call from Log where Call like {}", core::Quoted(typed + "*")));
+    constexpr int kMostLooked = 50;
+    for (int i = 0; i < kMostLooked && !logged->EOF_(); ++i, logged->MoveNext()) {
+      add(holding, base::UpperAscii(base::Trim(logged->Field(std::size_t{0}).Text())));
+    }
+  }
+  for (const std::string& call : KnownCalls().Holding(typed, kMostPartials)) add(holding, call);
+  if (typed.size() >= 4) {
+    for (const std::string& call : KnownCalls().Near(typed, kMostPartials)) {
+      if (std::ranges::find(holding, call) == holding.end()) add(near, call);
+    }
   }
   std::string text = Listed(holding, " ");
   if (!near.empty()) {
@@ -89,11 +161,8 @@ std::string GaraContest::PartialsOf(const std::string& typed) const {
 
 std::string GaraContest::OtherBandsOf(const std::string& call) const {
   if (call.size() < 3 || Banda.Items().size() < 2) return {};
-  const std::string base = core::BaseCall(call);
   std::set<std::string> worked;
-  for (const StoredQso& each : qsos_) {
-    if (core::BaseCall(each.contact.call) == base) worked.insert(each.contact.band);
-  }
+  for (const std::size_t place : WithStation(call)) worked.insert(qsos_[place].contact.band);
   if (worked.empty()) return {};
   std::vector<std::string> done, free;
   for (const std::string& band : Banda.Items()) {
@@ -146,29 +215,26 @@ void GaraContest::ShowStatus() {
     parts.push_back(corrected_ ? "Si corregge" : "Nuovo");
     for (const std::string& each : worth.multipliers) parts.push_back("moltiplicatore " + each);
   }
-  const auto known = LocatorsOf(call);
-  if (!known.empty()) {
-    expected_ = known.front();
+  const auto known = PlacesOf(call, false);
+  std::int64_t serial = 0;
+  if (!known.empty()) expected_ = known.front().locator;
+  for (const std::size_t place : WithStation(call)) {
+    const Contact& each = qsos_[place].contact;
+    serial = std::max(serial, each.serialReceived);
     // In this contest he is where he was.
-    for (const StoredQso& each : qsos_) {
-      if (IsLocator(each.contact.locator, 6) &&
-          core::BaseCall(each.contact.call) == core::BaseCall(call)) {
-        expected_ = each.contact.locator;
-      }
-    }
-    if (IsLocator(locator, 6) && std::ranges::find(known, locator) == known.end()) {
+    if (IsLocator(each.locator, 6)) expected_ = each.locator;
+  }
+  if (!expected_.empty()) {
+    if (IsLocator(locator, 6) && locator != expected_ &&
+        std::ranges::find(known, locator, &core::PlaceOfCall::locator) == known.end()) {
       parts.push_back("locatore diverso dal solito");
     }
   }
   Stato.SetText(Listed(parts, ", "));
   std::vector<std::string> past;
-  if (!known.empty()) past.push_back("locatore " + Listed(known, " / "));
-  std::int64_t serial = 0;
-  for (const StoredQso& each : qsos_) {
-    if (core::BaseCall(each.contact.call) == core::BaseCall(call)) {
-      serial = std::max(serial, each.contact.serialReceived);
-    }
-  }
+  std::vector<std::string> places;
+  for (const core::PlaceOfCall& each : known) places.push_back(PlaceText(each));
+  if (!places.empty()) past.push_back("locatore " + Listed(places, " / "));
   if (serial > 0) past.push_back(fmt::format("il suo progressivo era {}", serial));
   Storia.SetText(Listed(past, ", "));
   Parziali.SetText(PartialsOf(call));

@@ -5,13 +5,13 @@
 
 #include "base/text.h"
 #include "gara/log_file.h"
+#include "log_reader.h"
 #include "plain_line.h"
 
 namespace brenvo::gara {
 namespace {
 
 constexpr std::size_t kFields = 15;
-constexpr std::size_t kMostNotes = 5000;
 
 constexpr std::string_view kModes[] = {"",   "SSB", "CW",   "SSB/CW", "CW/SSB",
                                        "AM", "FM",  "RTTY", "SSTV",   "ATV"};
@@ -41,34 +41,10 @@ std::optional<int> MinutesOf(std::string_view text) {
   return hour * 60 + minute;
 }
 
-class EdiReader {
- public:
-  ReadContestLog Read(std::string_view bytes) {
-    if (bytes.size() > kMostLogBytes) {
-      Note(0, fmt::format("il file è più lungo di {} byte: non è stato letto", kMostLogBytes));
-      return std::move(log_);
-    }
-    const std::string text = TextOfBytes(bytes);
-    for (const std::string_view each : LinesOf(text)) {
-      ++line_;
-      Line(each);
-    }
-    Finish();
-    return std::move(log_);
-  }
-
- private:
+class EdiReader : public LogReader {
   enum class Part { kHead, kRemarks, kRecords };
 
-  void Note(int line, std::string text) {
-    if (log_.notes.size() < kMostNotes) {
-      log_.notes.push_back({line, std::move(text)});
-    } else if (log_.notes.size() == kMostNotes) {
-      log_.notes.push_back({0, "altre osservazioni non sono scritte qui"});
-    }
-  }
-
-  void Line(std::string_view whole) {
+  void Line(std::string_view whole) override {
     const std::string line = base::Trim(whole);
     if (line.empty()) return;
     if (line[0] == '[') {
@@ -217,7 +193,7 @@ class EdiReader {
     return NumberOf(text);
   }
 
-  void Finish() {
+  void Finish() override {
     log_.call = base::UpperAscii(log_.Head("PCALL"));
     log_.locator = base::UpperAscii(log_.Head("PWWLO"));
     log_.exchange = base::UpperAscii(log_.Head("PEXCH"));
@@ -236,9 +212,7 @@ class EdiReader {
     if (longDates_) Note(0, "le date sono di otto cifre");
   }
 
-  ReadContestLog log_;
   Part part_ = Part::kHead;
-  int line_ = 0;
   int heads_ = 0;
   bool told_ = false, longDates_ = false;
   std::int64_t records_ = 0, refused_ = 0;

@@ -399,7 +399,11 @@ void ReadAll(Fields& fields, Rule& rule) {
     }
   }
   EachOf(fields, "categorie", false, [&](Fields& one) {
-    rule.categories.push_back({one.Text("parole", true, 60), one.Text("nome", false, 80)});
+    Category category{one.Text("parole", true, 60), one.Text("nome", false, 80)};
+    category.hours = one.Whole("ore", 0, 1, 48);
+    category.periods = one.Whole("periodi", 1, 1, 10);
+    category.pauseMinutes = one.Whole("pausa", 0, 1, 24 * 60);
+    rule.categories.push_back(std::move(category));
   });
   ReadWindows(fields, rule);
   ReadExchange(fields, rule);

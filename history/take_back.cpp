@@ -178,7 +178,11 @@ class Try {
     PutBackRows(
         "Contest", "StoriaContest", {"DataContest", "Banda"},
         [this](const std::string& where) { past_.KeepContests(where); },
-        [this](const RowValues& key) { past_.BroughtContest(key[0].Date(), key[1].Text()); });
+        [this](const RowValues& key) { past_.BroughtContest(key[0].Date(), key[1].Text()); },
+        // A header that contacts still stand under.
+        [this](const std::string& where) {
+          return !session_.Db.OpenSnapshot("Select Call from [Contest Qso]" + where)->EOF_();
+        });
   }
 
   std::int64_t taken = 0, leftRows = 0;
@@ -271,7 +275,8 @@ class Try {
   void PutBackRows(std::string_view table, std::string_view history,
                    const std::vector<std::string_view>& keyColumns,
                    const std::function<void(const std::string& where)>& keep,
-                   const std::function<void(const RowValues& key)>& brought) {
+                   const std::function<void(const RowValues& key)>& brought,
+                   const std::function<bool(const std::string& where)>& stays = {}) {
     if (contact_) return;
     const auto kept =
         session_.Db.OpenSnapshot(fmt::format("Select * from {} where Lavoro={}", history, work_));
@@ -285,13 +290,15 @@ class Try {
       const std::string where = WhereKey(keyColumns, key);
       rows->Seek(engine::SeekComparison::kEqual, key);
       const bool there = !rows->NoMatch();
-      if (IsRowChangedSince(history, where, columns, there ? rows.get() : nullptr)) {
+      const bool isNew = kept->Field("Nuovo").Bool();
+      if (IsRowChangedSince(history, where, columns, there ? rows.get() : nullptr) ||
+          (isNew && there && stays && stays(where))) {
         ++leftRows;
         continue;
       }
       there ? keep(where) : brought(key);
       ++taken;
-      if (kept->Field("Nuovo").Bool()) {
+      if (isNew) {
         if (there) rows->Delete();
         continue;
       }

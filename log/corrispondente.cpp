@@ -196,7 +196,15 @@ void Corrispondente::Show(const Answer& answer) {
   Matrice.ContentChanged();
   Nomi.SetText(TextsOf(answer.contacts, &EarlierContact::qra));
   Luoghi.SetText(TextsOf(answer.contacts, &EarlierContact::qth));
-  Locatori.SetText(LocatorsOf(answer.contacts));
+  told_ = PlacesToldOf(answer);
+  std::string locators = LocatorsOf(answer.contacts);
+  if (locators.empty()) {
+    for (const core::PlaceOfCall& each : told_) {
+      locators += fmt::format("{}{} ({})", locators.empty() ? "" : ", ", each.locator,
+                              each.seen ? "da altri, " + base::DateText(*each.seen) : "da altri");
+    }
+  }
+  Locatori.SetText(locators);
   // What is being written about a station stays while its contacts are stored.
   if (answer.call != noted_) Nota.SetText(core::StationNote(session_.Db, answer.call));
   noted_ = answer.call;
@@ -227,10 +235,21 @@ void Corrispondente::RowChosen() {
                                                             : entities::Explanation(call, today));
 }
 
+// What the files of others tell where the log knows nothing.
+std::vector<core::PlaceOfCall> Corrispondente::PlacesToldOf(const Answer& answer) {
+  if (answer.call.empty()) return {};
+  for (const std::string& call : {base::UpperAscii(base::Trim(CallQso.Text())), answer.call}) {
+    const auto known = core::FindKnownCall(session_.Db, call);
+    if (known && !known->places.empty()) return known->places;
+  }
+  return {};
+}
+
 std::string Corrispondente::PlaceOf(const Answer& answer) {
   for (const EarlierContact& each : answer.contacts) {
     if (geo::IsValidLocator(each.locator)) return each.locator;
   }
+  if (!told_.empty()) return told_.front().locator;
   return answer.call.empty() ? std::string() : core::LocatorOfCall(session_, CallQso.Text());
 }
 

@@ -1,5 +1,7 @@
 #include "upkeep/maintenance.h"
 
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <functional>
 #include <initializer_list>
@@ -48,6 +50,26 @@ void DeleteFile(const std::filesystem::path& file) {
   throw engine::DatabaseError(kFileNotFound, "File non trovato: " + file.filename().string());
 }
 
+// What stands beside a contact of a contest goes once neither the contact nor the history has it;
+// an entry that was emptied goes with its last band.
+void DropContestsThatAreGone(engine::Database& database) {
+  const auto lacks = [](std::string_view of, std::string_view table, bool withSerial) {
+    return fmt::format(
+        " NOT EXISTS (SELECT Banda FROM {1} WHERE {1}.DataContest={0}.DataContest AND "
+        "{1}.Banda={0}.Banda{2})",
+        of, table, withSerial ? fmt::format(" AND {1}.ProgrDato={0}.ProgrDato", of, table) : "");
+  };
+  database.Execute("DELETE * FROM GareQso WHERE" + lacks("GareQso", "[Contest Qso]", true) +
+                   " AND" + lacks("GareQso", "StoriaContestQso", true));
+  database.Execute("DELETE * FROM GareBande WHERE Gara IN (SELECT Gara FROM Gare WHERE Azzerata)" +
+                   (" AND" + lacks("GareBande", "[Contest Qso]", false)) + " AND" +
+                   lacks("GareBande", "Contest", false) + " AND" +
+                   lacks("GareBande", "StoriaContestQso", false) + " AND" +
+                   lacks("GareBande", "StoriaContest", false));
+  database.Execute(
+      "DELETE * FROM Gare WHERE Azzerata AND Gara NOT IN (SELECT Gara FROM GareBande)");
+}
+
 // A contact leaves what is kept beside it to the compaction, like the room that it took: its number
 // is not given again, so nothing finds it but the history that may bring it back.
 void DropWhatIsKeptNoLonger(core::Session& session) {
@@ -55,12 +77,13 @@ void DropWhatIsKeptNoLonger(core::Session& session) {
   core::Transaction transaction(session.Db);
   core::ThinHistory(session.Db, session.Now(), session.Choices.Get<core::choice::kHistoryDays>(),
                     session.Choices.Get<core::choice::kHistoryContacts>());
-  for (const char* table : {"LogAdif", "LogOrigine", "Verificati", "LogQsl", "EntitaQso",
-                            "LogConferme"}) {
+  for (const char* table :
+       {"LogAdif", "LogOrigine", "Verificati", "LogQsl", "EntitaQso", "LogConferme"}) {
     session.Db.Execute(std::string("DELETE * FROM ") + table +
                        " WHERE QsoNr NOT IN (SELECT QsoNr FROM Log) AND QsoNr NOT IN (SELECT "
                        "QsoNr FROM StoriaLog)");
   }
+  DropContestsThatAreGone(session.Db);
   core::DropEntityLoads(session.Db);
   transaction.Commit();
 }
@@ -125,7 +148,9 @@ void AzzeraContest(core::Session& session) {
           past.KeepContestQsos("");
           past.KeepContests("");
         },
-        {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest"});
+        {"DELETE * FROM [Contest Qso]", "DELETE * FROM Contest",
+         // What stands beside them stays as long as they can be taken back.
+         "UPDATE Gare SET Azzerata=True"});
 }
 
 std::span<const CompactionStep> CompactionSteps() {

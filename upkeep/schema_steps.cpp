@@ -413,6 +413,27 @@ CREATE UNIQUE INDEX "ConfermeRecord.Record" ON "ConfermeRecord" (
 );
 )";
 
+// Azzerata: the contests were emptied, and this one with them; it is shown again where its contacts
+// have come back. Nominativi: what is known of a call beside the log and the contests, a row a
+// call: no more than two locators, the later one first, each with the day when it was last heard
+// from (Null for none told) and how often; Fonti is the sum of where it comes from.
+constexpr std::string_view kKnownCalls = R"(
+ALTER TABLE "Gare" ADD COLUMN "Azzerata" YESNO NOT NULL DEFAULT 0;
+CREATE TABLE "Nominativi" (
+  "Call" TEXT,
+  "Locator" TEXT,
+  "Visto" DATETIME,
+  "Volte" INTEGER,
+  "Locator2" TEXT,
+  "Visto2" DATETIME,
+  "Volte2" INTEGER,
+  "Fonti" INTEGER
+);
+CREATE UNIQUE INDEX "Nominativi.PrimaryKey" ON "Nominativi" (
+  rtrim("Call") COLLATE NOCASE
+);
+)";
+
 // Of a list of awards: its groups first, behind them what the operator asks for most.
 constexpr std::string_view kAwardIndexes = R"(
 CREATE INDEX "Log.FieldQsl" ON "Log" (
@@ -454,7 +475,8 @@ constexpr SchemaStep kSteps[] = {
     {7, "La regola che ha dato il country", kAppliedRules},
     {8, "Contest con le regole", kContestsByRules},
     {9, "Conferme dei servizi", kConfirmations},
-    {13, "Indici dei diplomi", kAwardIndexes},
+    {10, "Nominativi conosciuti", kKnownCalls},
+    {11, "Indici dei diplomi", kAwardIndexes},
 };
 
 constexpr std::string_view kStepTable = R"(

@@ -71,6 +71,29 @@ TEST_F(ContestCheck, ADeadlineThatIsOverIsAWarning) {
   EXPECT_THAT(Findings(), ElementsAre("W Il log scadeva mercoledì 11/09/2024 alle 23:59 UTC"));
 }
 
+TEST_F(ContestCheck, OfSixHoursInTwoPeriodsOnlyOneLongPauseIsLeftOut) {
+  head.category = "6 HOURS";
+  contacts.clear();
+  const auto at = [&](std::string call, int hour, int minute) {
+    Contact& contact = Log(std::move(call), "JN48QT");
+    contact.time = DateTime::Of(2024, 9, 7, 14, 0).Later((hour * 60 + minute) * 60);
+  };
+  at("DK5AB", 0, 0);
+  at("S51ZO", 3, 0);
+  at("I6XYZ", 8, 0);   // behind a pause of five hours
+  at("OK1XY", 11, 0);  // six hours in all
+  EXPECT_THAT(Findings(), ElementsAre(due));
+  at("OE3XY", 11, 1);
+  EXPECT_THAT(Findings(),
+              Contains("E In 6 HOURS contano 6 ore: dal primo all'ultimo QSO, senza le pause che "
+                       "valgono, ne passano 6 e 1 minuti"));
+  contacts.pop_back();
+  contacts[1].time = DateTime::Of(2024, 9, 7, 18, 0);  // two pauses, of which one counts
+  EXPECT_THAT(Findings(), Contains(::testing::HasSubstr("ne passano 7 e 0 minuti")));
+  head.category = "SINGLE";
+  EXPECT_THAT(Findings(), ElementsAre(due));
+}
+
 TEST_F(ContestCheck, EachFaultOfTheHeadIsTold) {
   head = LogHead();
   head.category = "SINGOLO";

@@ -7,8 +7,10 @@
 #include <random>
 
 #include "gara/contest_log.h"
+#include "history/take_back.h"
 #include "tests/gara/gara_station.h"
 #include "tests/support/golden.h"
+#include "upkeep/maintenance.h"
 
 namespace brenvo::gara {
 namespace {
@@ -76,9 +78,9 @@ TEST_F(GaraStation, TheStatusFollowsEveryKey) {
   Type(window->Call, "dk5ab/p");
   EXPECT_EQ(window->Stato.Text(), "Doppio: DK5AB alle 14:00, progressivo 1");
   EXPECT_EQ(window->Punti.Text(), "0");
-  EXPECT_EQ(window->Storia.Text(), "locatore JN48QT, il suo progressivo era 12");
+  EXPECT_EQ(window->Storia.Text(), "locatore JN48QT (07/09/2024), il suo progressivo era 12");
   Type(window->Call, "s51zo");
-  EXPECT_EQ(window->Storia.Text(), "locatore JN86DT");
+  EXPECT_EQ(window->Storia.Text(), "locatore JN86DT (01/01/2001)");
   Press(*window, "cmAccetta");
   EXPECT_EQ(window->Locator.Text(), "JN86DT");
   EXPECT_EQ(window->Direzione.Text(), "56° 478 km");
@@ -180,6 +182,127 @@ TEST_F(GaraStation, EscapeEmptiesTheEntryAndBringsItBack) {
   Press(*window, "cmSvuota");
   EXPECT_EQ(window->Call.Text(), "DK5AB");
   EXPECT_EQ(window->Locator.Text(), "JN48QT");
+}
+
+TEST_F(GaraStation, UndoBringsBackWhatWasEmptiedWhileItWasCorrected) {
+  Begin(kIaru, "07/09/2024");
+  Work("DK5AB", "12", "JN48QT");
+  Event([&] { window->Qso.SetCurrent(1, 0); });
+  Press(*window, "cmCorreggi");
+  Type(window->Call, "DK5AC");
+  Press(*window, "cmSvuota");
+  Press(*window, "cmRimetti");
+  Press(*window, "cmInserisci");
+  EXPECT_THAT(Stored(), ElementsAre("7|DK5AC|1|12|JN48QT|SSB|489|489|"));
+  EXPECT_FALSE(window->cmRimetti.Enabled());
+}
+
+TEST_F(GaraStation, EmptyingAllContestsEmptiesTheirEntriesUntilTheyAreTakenBack) {
+  Begin(kIaru, "07/09/2024");
+  Work("DK5AB", "12", "JN48QT");
+  Work("S51ZO", "3", "JN86DT");
+  machine.Messages().QueueAnswer(true);
+  Press(*frame, "cmAzzeraContest");
+  EXPECT_THAT(window->Gara.Items(), IsEmpty());
+  EXPECT_EQ(window->Totale.Text(), "");
+  EXPECT_THAT(brenvo::RowsOf(window->Qso), IsEmpty());
+  EXPECT_THAT(ReadEntries(session.Db), IsEmpty());
+  const auto work = history::LastWork(session);
+  ASSERT_TRUE(work);
+  Event([&] { history::TakeBack(session, *work); });
+  EXPECT_THAT(window->Gara.Items(), SizeIs(1));
+  Event([&] { window->Gara.SetListIndex(0); });
+  EXPECT_EQ(window->Totale.Text(), "2 QSO, 969 punti");
+  EXPECT_EQ(window->SerialeDato.Text(), "003");
+  EXPECT_THAT(Beside(), SizeIs(2));
+}
+
+TEST_F(GaraStation, AnEmptiedContestMakesRoomForAnotherOnItsDayAndGoesWithTheCompaction) {
+  Begin(kIaru, "07/09/2024");
+  Work("DK5AB", "12", "JN48QT");
+  Work("S51ZO", "3", "JN86DT");
+  machine.Messages().QueueAnswer(true);
+  Press(*frame, "cmAzzeraContest");
+  Begin(kIaru, "07/09/2024");
+  Work("OK1XYZ", "7", "JO70FC");
+  EXPECT_THAT(Rows("Select Call,ProgrDato from [Contest Qso]"), ElementsAre("OK1XYZ|1"));
+  EXPECT_THAT(Rows("Select ProgrDato from GareQso"), ElementsAre("1"));
+  EXPECT_THAT(Rows("Select Count(*) from Gare"), ElementsAre("2"));
+  Exec("Delete * from StoriaContestQso");
+  Exec("Delete * from StoriaContest");
+  Event([&] { window->Close(); });
+  Event([&] { upkeep::CompattaDatabase(session); });
+  EXPECT_THAT(Rows("Select Azzerata from Gare"), ElementsAre("0"));
+  EXPECT_THAT(Rows("Select ProgrDato from GareQso"), ElementsAre("1"));
+  EXPECT_THAT(Rows("Select UltimoProgr from GareBande"), ElementsAre("1"));
+}
+
+TEST_F(GaraStation, WhatIsEmptiedGoesWithTheCompactionOnceTheHistoryHasForgottenIt) {
+  Begin(kIaru, "07/09/2024");
+  Work("DK5AB", "12", "JN48QT");
+  machine.Messages().QueueAnswer(true);
+  Press(*frame, "cmAzzeraContest");
+  Event([&] { window->Close(); });
+  Event([&] { upkeep::CompattaDatabase(session); });
+  EXPECT_THAT(Rows("Select Count(*) from GareQso"), ElementsAre("1"));  // it can be taken back yet
+  Exec("Delete * from StoriaContestQso");
+  Exec("Delete * from StoriaContest");
+  Event([&] { upkeep::CompattaDatabase(session); });
+  for (const char* table : {"Gare", "GareBande", "GareQso"}) {
+    EXPECT_THAT(Rows(fmt::format("Select * from {}", table)), IsEmpty()) << table;
+  }
+}
+
+TEST_F(GaraStation, TakingBackTheFirstContactTakesItsHeaderBackToo) {
+  Begin(kIaru, "07/09/2024");
+  Work("DK5AB", "12", "JN48QT");
+  EXPECT_THAT(Rows("Select Nome from Contest"), SizeIs(1));
+  Event([&] { history::TakeBackLast(session); });
+  EXPECT_THAT(Stored(), IsEmpty());
+  EXPECT_THAT(Rows("Select Nome from Contest"), IsEmpty());
+  EXPECT_EQ(window->Totale.Text(), "0 QSO, 0 punti");
+  // The serial was given all the same.
+  EXPECT_EQ(window->SerialeDato.Text(), "002");
+}
+
+TEST_F(GaraStation, AHeaderStaysWhileContactsStandUnderIt) {
+  Begin(kIaru, "07/09/2024");
+  Work("DK5AB", "12", "JN48QT");
+  const auto first = history::LastWork(session);
+  Work("S51ZO", "3", "JN86DT");
+  Event([&] { history::TakeBack(session, *first); });
+  EXPECT_THAT(Rows("Select Call from [Contest Qso]"), ElementsAre("S51ZO"));
+  EXPECT_THAT(Rows("Select Nome from Contest"), SizeIs(1));
+}
+
+TEST_F(GaraStation, ACorrectionTakenBackBringsItsWorthBack) {
+  Begin(kIaru, "07/09/2024");
+  Work("DK5AB", "12", "JN48QT");
+  Later(1);
+  Work("DK5AB", "13", "JN48QT");
+  Event([&] { window->Qso.SetCurrent(1, 0); });
+  Press(*window, "cmCorreggi");
+  Type(window->Call, "DK5AC");
+  Press(*window, "cmInserisci");
+  EXPECT_EQ(window->Totale.Text(), "2 QSO, 980 punti");
+  Event([&] { history::TakeBackLast(session); });
+  EXPECT_EQ(window->Totale.Text(), "1 QSO, 490 punti, doppi 1");
+  EXPECT_THAT(Beside(), ElementsAre("  2 m|1|07/09/2024 14:00:30|490||0",
+                                    "  2 m|2|07/09/2024 14:01:30|0||-1"));
+  Press(*window, "cmVerifica");
+  EXPECT_THAT(window->Avviso.Text(), StartsWith("Verifica: errori 1,"));  // the category
+}
+
+TEST_F(GaraStation, TheContestGoesOutAsAdifToo) {
+  Begin(kIaru, "07/09/2024");
+  Event([&] { window->Modo.SetText("CW"); });
+  Work("DK5AB", "12", "JN48QT");
+  Press(*window, "cmEsportaAdif");
+  EXPECT_EQ(window->Avviso.Text(), "Scritto IARU-Region-1-145-MHz_2024.adi: 1 QSO");
+  EXPECT_THAT(ReadBytes(directory.Path() / "IARU-Region-1-145-MHz_2024.adi"),
+              HasSubstr("<CALL:5>DK5AB <QSO_DATE:8>20240907 <TIME_ON:6>140030 <BAND:2>2m "
+                        "<MODE:2>CW <RST_SENT:3>599 <RST_RCVD:3>599 <STX:1>1 <SRX:2>12 "
+                        "<GRIDSQUARE:6>JN48QT <CONTEST_ID:15>IARU R1 145 MHz"));
 }
 
 TEST_F(GaraStation, ALogInOrderIsWrittenAndReadBackTheSame) {

@@ -78,6 +78,21 @@ TEST_F(CorrispondenteTest, ALocatorStandsWithTheDaysOnWhichItWasGiven) {
   EXPECT_EQ(page.Locatori.Text(), "JN55WJ (05/01/2001 - 06/02/2001)");
 }
 
+TEST_F(CorrispondenteTest, WhereTheLogKnowsNoLocatorThoseOfOthersStand) {
+  core::LearnCalls(session, {{"IK3ABC",
+                              {{"JN55WJ", base::DateTime::Of(2000, 7, 1), 2}, {"JN65AA", {}, 1}},
+                              core::kFromContestLog}});
+  Add("'05/01/2001','IK3ABC','  2 m','SSB','','','',False");
+  Corrispondente& page = OpenPage();
+  Ask(page, "IK3ABC/P");
+  EXPECT_EQ(page.Locatori.Text(), "JN55WJ (da altri, 01/07/2000), JN65AA (da altri)");
+  EXPECT_THAT(page.Direzione.Text(), testing::StartsWith("JN55WJ"));
+  Add("'06/01/2001','IK3ABC','  2 m','SSB','','','JN56AA',False");
+  Ask(page, "");
+  Ask(page, "IK3ABC");
+  EXPECT_EQ(page.Locatori.Text(), "JN56AA (06/01/2001)");
+}
+
 TEST_F(CorrispondenteTest, FollowsTheCallThatIsTypedInTheLogAMomentLater) {
   Add("'05/01/2001','IK3ABC','  2 m','SSB','MARIO','','',False");
   LogForm& log = Open<LogForm>("LogForm");

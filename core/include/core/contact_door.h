@@ -61,7 +61,7 @@ class ContactDoor {
   bool ChangeMany(std::string_view title, std::initializer_list<ContactTable> tables,
                   const std::function<bool()>& work, std::int64_t takesBack = 0);
   // The history of the work that is under way: for statements, and for what stands beside contacts.
-  // Only within ChangeMany, and in a transaction.
+  // Only within ChangeMany or what a new contact brings beside it, and in a transaction.
   History& Past();
 
   // New contacts of Log one after another, at the store's full speed. Only within ChangeMany.

@@ -145,6 +145,39 @@ inline constexpr Choice kClubLogGivesBox{
     "Un riscontro di Club Log segna anche Qsl ricevuta; con No toglie i segni che ha messo",
     YesNoKind{false}};
 
+inline constexpr Choice kContestSends{
+    "Contest", "Trasmette", "Trasmissione nei contest",
+    "In GaraContest i tasti da F1 a F8 mandano CW o suonano; con Shift fanno quello che facevano",
+    YesNoKind{false}};
+inline constexpr Choice kCwAddress{"Contest", "CW", "Indirizzo di cwdaemon",
+                                   "Il computer che manipola: 127.0.0.1 è questo",
+                                   TextKind{"127.0.0.1", FaultOfAddress}};
+inline constexpr Choice kCwPort{"Contest", "PortaCW", "Porta di cwdaemon",
+                                "La porta UDP di cwdaemon", NumberKind{6789, 1, 65535}};
+inline constexpr Choice kCwSpeed{"Contest", "Velocita", "Velocità del CW",
+                                 "Parole al minuto dei tasti da F1 a F8", NumberKind{24, 5, 60}};
+inline constexpr Choice kSendingLimit{"Contest", "Limite", "Limite di una trasmissione",
+                                      "Dopo tanti secondi quello che un tasto manda è fermato",
+                                      NumberKind{30, 2, 300}};
+// What the keys send, F1 first: a text for CW, and behind a bar the wave file for other modes.
+inline constexpr Choice kContestKeys[] = {
+    {"Contest", "F1", "Tasto F1 nei contest", "Testo in CW, poi | e il file di suono",
+     TextKind{"CQ TEST DE {MYCALL} {MYCALL} TEST | cq.wav"}},
+    {"Contest", "F2", "Tasto F2 nei contest", "Anche {CALL}, {RST}, {NR}, {LOC}, {EXCH}",
+     TextKind{"{CALL} {RST} {NR} {NR} {LOC} | rapporto.wav"}},
+    {"Contest", "F3", "Tasto F3 nei contest", "Testo in CW, poi | e il file di suono",
+     TextKind{"TU {MYCALL} TEST | grazie.wav"}},
+    {"Contest", "F4", "Tasto F4 nei contest", "Testo in CW, poi | e il file di suono",
+     TextKind{"{MYCALL} | nominativo.wav"}},
+    {"Contest", "F5", "Tasto F5 nei contest", "Testo in CW, poi | e il file di suono",
+     TextKind{"{CALL}"}},
+    {"Contest", "F6", "Tasto F6 nei contest", "Testo in CW, poi | e il file di suono",
+     TextKind{"NR? | numero.wav"}},
+    {"Contest", "F7", "Tasto F7 nei contest", "Testo in CW, poi | e il file di suono",
+     TextKind{"LOC? | locatore.wav"}},
+    {"Contest", "F8", "Tasto F8 nei contest", "Testo in CW, poi | e il file di suono",
+     TextKind{"{CALL} QSO B4 | doppio.wav"}}};
+
 inline constexpr Choice kRigConnects{"Rtx", "Collega", "Collega l'rtx",
                                      "L'rtx si collega all'avvio, anche a finestra Rtx chiusa",
                                      YesNoKind{false}};

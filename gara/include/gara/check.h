@@ -33,7 +33,9 @@ struct LogToCheck {
   std::span<const LogRow> rows;  // of all bands, by time; each with the worth that is stored
   std::int64_t score = 0;        // as the entry shows it
   // The locators under which a call was known before; may be empty.
-  std::function<std::vector<std::string>(std::string_view call)> locatorsOf;
+  std::function<std::vector<std::string>(std::string_view call)> locatorsOf{};
+  // Of a call that nobody knows, those that are known and one letter away; may be empty.
+  std::function<std::vector<std::string>(std::string_view call)> likelierThan{};
 };
 
 // Errors first, then warnings and hints; within each in the order of the rows. Points, multipliers

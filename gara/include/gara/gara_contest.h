@@ -2,27 +2,34 @@
 // worth, and the log that is sent.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
+#include <span>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "core/arranged_window.h"
+#include "core/call_book.h"
 #include "core/help_topics.h"
 #include "core/typed_contest_qso.h"
 #include "forms/choice_fields.h"
 #include "forms/list_field.h"
 #include "gara/check.h"
 #include "gara/count.h"
+#include "gara/keyer.h"
 #include "gara/log_file.h"
 #include "gara/rule.h"
 
 namespace brenvo::gara {
 
+class CallList;
+struct ChangedWorth;
 struct Entry;
+struct Statistics;
 struct StoredQso;
 
 // Contacts in memory, the newest first, each under a number of its own.
@@ -142,10 +149,19 @@ class GaraContest : public core::ArrangedWindow {
   forms::Command cmSvuota{*this,
                           "cmSvuota",
                           "Svuota",
-                          {.tip = "Svuota i campi del Qso; da vuoti, rimette quello che c'era",
+                          {.tip = "Ferma quello che si manda, se no svuota i campi del Qso; da "
+                                  "vuoti, rimette quello che c'era",
                            .shortcut = "F5",
                            .run = [this] { Empty(); },
                            .focusAfter = &Call}};
+  forms::Command cmRimetti{*this,
+                           "cmRimetti",
+                           "Rimetti",
+                           {.tip = "Rimette i campi che sono stati svuotati",
+                            .shortcut = "Ctrl+Z",
+                            .run = [this] { PutBack(); },
+                            .enabled = [this] { return kept_.has_value(); },
+                            .focusAfter = &Call}};
   forms::Command cmModo{
       *this,
       "cmModo",
@@ -194,25 +210,64 @@ class GaraContest : public core::ArrangedWindow {
                               {.tip = "Legge in questo contest un log EDI o Cabrillo",
                                .run = [this] { Import(); },
                                .enabled = [this] { return HasContest(); }}};
+  forms::Command cmEsportaAdif{*this,
+                               "cmEsportaAdif",
+                               "Esporta ADIF",
+                               {.tip = "Scrive un file ADIF con i Qso del contest",
+                                .run = [this] { ExportAdif(); },
+                                .enabled = [this] { return HasContest(); }}};
+  forms::Command cmImportaNominativi{
+      *this,
+      "cmImportaNominativi",
+      "Impara nominativi",
+      {.tip = "Legge nominativi e locatori da un log di contest di chiunque, da un file ADIF, da "
+              "una storia di nominativi o da una lista",
+       .run = [this] { LearnFile(); }}};
   forms::Command cmNelLog{*this,
                           "cmNelLog",
                           "Nel log",
                           {.tip = "Porta nel log della stazione i Qso che non ci sono ancora",
                            .run = [this] { Transfer(); },
                            .enabled = [this] { return HasContest(); }}};
+  forms::Command cmStatistiche{*this,
+                               "cmStatistiche",
+                               "Statistiche",
+                               {.tip = "Fa una pagina con ritmo, distanze, square e i migliori Qso",
+                                .run = [this] { ShowStatistics(); },
+                                .enabled = [this] { return HasContest(); }}};
+  forms::Command cmStampa{*this,
+                          "cmStampa",
+                          "Stampa",
+                          {.tip = "Stampa le statistiche, anche in un PDF",
+                           .run = [this] { PrintStatistics(); },
+                           .enabled = [this] { return HasContest(); }}};
+  // What they send stands in Preferenze; hidden without transmission.
+  forms::Command cmTasto1{*this, "cmTasto1", "F1", {.run = [this] { SendKey(0); }}};
+  forms::Command cmTasto2{*this, "cmTasto2", "F2", {.run = [this] { SendKey(1); }}};
+  forms::Command cmTasto3{*this, "cmTasto3", "F3", {.run = [this] { SendKey(2); }}};
+  forms::Command cmTasto4{*this, "cmTasto4", "F4", {.run = [this] { SendKey(3); }}};
+  forms::Command cmTasto5{*this, "cmTasto5", "F5", {.run = [this] { SendKey(4); }}};
+  forms::Command cmTasto6{*this, "cmTasto6", "F6", {.run = [this] { SendKey(5); }}};
+  forms::Command cmTasto7{*this, "cmTasto7", "F7", {.run = [this] { SendKey(6); }}};
+  forms::Command cmTasto8{*this, "cmTasto8", "F8", {.run = [this] { SendKey(7); }}};
   forms::Command cmHelp{
       *this, "cmHelp", "Aiuto", {.tip = "Aiuto", .shortcut = "F1", .run = [this] {
                                    session_.Help(core::HelpTopicOf("GaraContest"));
                                  }}};
 
  private:
-  struct Kept;  // an entry that was emptied
+  struct Kept {  // what stood in the fields before they were emptied
+    std::string call, sent, received, serial, exchange, locator, when;
+    std::optional<std::int64_t> corrected;
+  };
   bool HasContest() const { return entry_ != nullptr; }
   void ReadRules();
   void ShowEntries(std::int64_t number);
   void RulesChosen();
   void Begin();
   void Open(const Entry& entry);
+  void LookAgain();
+  void LeaveEntry();
   void Reload();
   void KeepEntry();
 
@@ -225,11 +280,16 @@ class GaraContest : public core::ArrangedWindow {
   };
   std::optional<Lack> FindLack(const forms::TextField* but = nullptr);
   bool Wants(PartKind kind) const;
+  bool TakeTime(Contact& contact, const Contact* corrected);
   void Store();
+  void StoreBehindAll(StoredQso qso);
+  void StoreAmongOthers(StoredQso qso, std::optional<std::size_t> place);
+  std::vector<ChangedWorth> WeighAnew(std::vector<StoredQso>& qsos, std::optional<std::size_t> but);
   void TakeUp();
   void TakeUp(std::int64_t key);
   void Remove();
   void Empty();
+  void PutBack();
   void ClearEntry();
   void Step(forms::ListField& list);
   void AcceptLocator();
@@ -242,8 +302,10 @@ class GaraContest : public core::ArrangedWindow {
   void ShowTime();
   void ShowSerial();
   std::int64_t NextSerial(const std::string& band);
-  std::vector<std::string> LocatorsOf(std::string_view call);
-  std::string PartialsOf(const std::string& typed) const;
+  // Where the call was before, the likeliest first; without this contest where `others` says so.
+  std::vector<core::PlaceOfCall> PlacesOf(std::string_view call, bool others);
+  const CallList& KnownCalls();
+  std::string PartialsOf(const std::string& typed);
   std::string OtherBandsOf(const std::string& call) const;
 
   void Recount();
@@ -251,6 +313,10 @@ class GaraContest : public core::ArrangedWindow {
   void FillTable(std::optional<std::int64_t> key);
   std::int64_t KeyOf(const Contact& contact) const;
   std::optional<std::size_t> PlaceOfKey(std::int64_t key) const;
+  // The contact at that place is one of its station's.
+  void Remember(std::size_t place);
+  // The places of those with any form of that call, ascending.
+  std::span<const std::size_t> WithStation(std::string_view call) const;
 
   std::vector<LogRow> Rows(std::string_view band) const;
   LogHead Head(std::string_view band);
@@ -258,8 +324,17 @@ class GaraContest : public core::ArrangedWindow {
   void ShowFindings(const std::vector<Finding>& findings);
   void GoToFinding();
   void Export(LogFormat format);
+  void ExportAdif();
   void Import();
+  void LearnFile();
   void Transfer();
+  Statistics CountStatistics();
+  void ShowStatistics();
+  void PrintStatistics();
+
+  void SendKey(std::size_t key);
+  // With transmission these keys send, and with Shift do what they did before.
+  void ShowSendingKeys();
 
   core::PutContestQso put_;
   std::vector<Rule> rules_;
@@ -268,18 +343,26 @@ class GaraContest : public core::ArrangedWindow {
   Rule rule_;
   std::vector<StoredQso> qsos_;  // by time
   std::unique_ptr<Count> count_;
-  std::map<std::string, std::int64_t> serials_;  // the last one given, by band
-  std::set<std::string> worked_;                 // calls of this contest
-  std::vector<std::string> known_;               // calls of the super check, ascending
-  std::optional<std::int64_t> corrected_;        // the key of the one in the fields
-  std::unique_ptr<Kept> kept_;
+  std::map<std::string, std::int64_t> serials_;           // the last one given, by band
+  std::unordered_map<std::int64_t, std::size_t> places_;  // by key
+  std::unordered_map<std::string, std::vector<std::size_t>> stations_;  // places, by the plain call
+  std::unique_ptr<CallList> known_;        // null until they are asked for
+  std::optional<std::int64_t> corrected_;  // the key of the one in the fields
+  std::optional<Kept> kept_;
   std::string expected_;  // locator
   GaraRows rows_;
   core::MemoryRows findingRows_;
   std::vector<std::optional<std::int64_t>> findingKeys_;
   std::unique_ptr<platform::Timer> timer_;
   bool storing_ = false, showing_ = false;
-  forms::Subscription changes_;
+  Keyer keyer_;
+  std::array<forms::Command*, 8> sendingKeys_;
+  struct Moved {
+    forms::Command* command;
+    std::string shortcut;
+  };
+  std::vector<Moved> moved_;  // commands that have given their key to a sending one
+  forms::Subscription changes_, choices_;
 };
 
 }  // namespace brenvo::gara

@@ -57,6 +57,8 @@ WrittenLog WriteEdi(const Rule& rule, const LogHead& head, std::string_view band
 // Of all bands.
 WrittenLog WriteCabrillo(const Rule& rule, const LogHead& head, std::span<const LogRow> rows,
                          std::int64_t score);
+// All contacts as a log of ADI, whatever they are worth: for programs that know no contest.
+std::string WriteAdif(const Rule& rule, const LogHead& head, std::span<const LogRow> rows);
 // The name that the rules give to the file; always a plain name.
 std::string LogFileName(const Rule& rule, const LogHead& head, std::string_view band);
 // Whether a file can hold the text as it stands.

@@ -32,6 +32,10 @@ struct Period {
 struct Category {
   std::string words;
   std::string meaning;  // for the operator
+  // Of one that counts only so long, from its first contact on; 0 hours: the whole contest. The
+  // time falls into no more than so many periods, with a pause of so many minutes or more between.
+  int hours = 0;
+  int periods = 1, pauseMinutes = 0;
 };
 
 enum class PartKind : std::uint8_t { kReport, kSerial, kLocator, kProvince, kOwn };

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/call_book.h"
 #include "core/table_window.h"
 #include "platform/background.h"
 #include "worked/rules.h"
@@ -67,8 +68,10 @@ class Corrispondente : public core::TableWindow {
   void StopAsking();
   void StoreNote();
   void OpenChosen();
-  // The locator of the place where the station is by its contacts, else by its country; empty when
-  // nothing tells.
+  // Where others have met it.
+  std::vector<core::PlaceOfCall> PlacesToldOf(const Answer& answer);
+  // The locator of the place where the station is by its contacts, else by what others tell, else by
+  // its country; empty when nothing tells.
   std::string PlaceOf(const Answer& answer);
 
   std::shared_ptr<const worked::Rules> rules_;
@@ -77,6 +80,7 @@ class Corrispondente : public core::TableWindow {
   std::unique_ptr<platform::BackgroundWork> work_;
   std::string call_;   // the base call that is shown or asked for
   std::string place_;  // where it is, as long as the log's entry does not tell
+  std::vector<core::PlaceOfCall> told_;
   bool due_ = false;   // something else is wanted than what is being asked
   std::string noted_;  // whose note is shown
   std::string typed_;  // the locator that the log's entry shows
