@@ -57,10 +57,24 @@ void StoreConfirmation(engine::Database& database, std::int64_t qsoNr, std::stri
                        const std::optional<Confirmation>& confirmation) {
   database.Execute(fmt::format("delete * from {}{}", kTable, WhereOf(qsoNr, service)));
   if (!confirmation) return;
-  const Confirmation& told = *confirmation;
-  database.OpenAppender(kTable)->Append({qsoNr, service, told.record, told.locator, told.state,
-                                         told.iota, told.mode, told.zoneCq, told.zoneItu,
-                                         told.inferred, told.byHand, told.gaveBox});
+  database.OpenAppender(kTable)->Append(RowOfConfirmation(qsoNr, service, *confirmation));
+}
+
+std::vector<engine::Value> RowOfConfirmation(std::int64_t qsoNr, std::string_view service,
+                                             const Confirmation& told) {
+  return {qsoNr,     service,     told.record,  told.locator,  told.state,  told.iota,
+          told.mode, told.zoneCq, told.zoneItu, told.inferred, told.byHand, told.gaveBox};
+}
+
+std::string GiversOfBox(engine::Database& database, std::int64_t qsoNr) {
+  std::string givers;
+  const auto rows = database.OpenSnapshot(
+      fmt::format("select Servizio from LogConferme where QsoNr={} and {} order by Servizio", qsoNr,
+                  kOfService));
+  for (; !rows->EOF_(); rows->MoveNext()) {
+    givers += (givers.empty() ? "" : ", ") + base::Trim(rows->Field(std::size_t{0}).Text());
+  }
+  return givers;
 }
 
 bool IsBoxOfService(engine::Database& database, std::int64_t qsoNr) {
@@ -75,9 +89,14 @@ std::vector<bool> BoxesOfServices(engine::Database& database, std::span<const st
   SeeRowsBeside(database, kTable, "Spunta", keys, [&](std::size_t place, engine::Recordset& row) {
     if (row.Field(1).ReadableBool().value_or(false)) boxes[place] = true;
   });
-  for (std::size_t i = 0; i < keys.size(); ++i) {
-    if (boxes[i]) boxes[i] = IsBoxOfService(database, keys[i]);
-  }
+  // A card that has come by post makes it a card's box.
+  SeeRowsBeside(database, "LogQsl", "Verso,Via", keys,
+                [&](std::size_t place, engine::Recordset& row) {
+                  if (base::SameText(base::Trim(row.Field(1).Text()), "R") &&
+                      !base::SameText(base::Trim(row.Field(2).Text()), "E")) {
+                    boxes[place] = false;
+                  }
+                });
   return boxes;
 }
 

@@ -1,8 +1,10 @@
 #include "core/history.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
+#include <span>
 
 #include "core/confirmations.h"
 #include "core/countries_by_date.h"
@@ -13,6 +15,7 @@ namespace brenvo::core {
 namespace {
 
 constexpr std::string_view kConfirmed = "(Conferma ";
+constexpr std::size_t kTogether = 1000;  // contacts that one statement keeps
 
 }  // namespace
 
@@ -77,6 +80,22 @@ void History::Keep(std::int64_t qsoNr) {
   KeepRows(fmt::format("INSERT INTO StoriaLog SELECT {},Log.* FROM Log WHERE QsoNr={}", Number(),
                        qsoNr));
   kept_ = qsoNr;
+}
+
+void History::KeepAll(const std::vector<std::int64_t>& qsoNrs) {
+  std::vector<std::int64_t> keys = qsoNrs;
+  std::erase_if(keys, [&](std::int64_t key) { return HasBrought(key); });
+  for (std::size_t from = 0; from < keys.size(); from += kTogether) {
+    const auto block = std::span(keys).subspan(from, std::min(kTogether, keys.size() - from));
+    KeepRows(fmt::format("INSERT INTO StoriaLog SELECT {},Log.* FROM Log WHERE QsoNr IN ({})",
+                         Number(), fmt::join(block, ",")));
+  }
+}
+
+void History::KeepBeside(std::int64_t qsoNr, std::string_view name, const engine::Value& present) {
+  if (HasBrought(qsoNr)) return;
+  written_ = true;
+  Rows(fields_, "StoriaCampi").Append({Number(), qsoNr, name, present});
 }
 
 void History::KeepWhere(std::string_view where) {

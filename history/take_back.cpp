@@ -1,18 +1,23 @@
 #include "history/take_back.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <utility>
 
 #include "base/number.h"
+#include "base/text.h"
+#include "core/beside_writer.h"
 #include "core/confirmations.h"
 #include "core/countries_by_date.h"
 #include "core/history.h"
 #include "core/long_run.h"
 #include "core/own_values.h"
 #include "core/quoted.h"
+#include "core/rows_beside.h"
 #include "core/transaction.h"
 #include "past_states.h"
 
@@ -21,6 +26,7 @@ namespace {
 
 constexpr std::string_view kWorks = "Select Lavoro,Quando,Titolo,Qso,Riprende,Ripreso from Storia ";
 constexpr std::string_view kChosen = "(Select QsoNr from StoriaScelta)";
+constexpr std::size_t kTogether = 1000;  // contacts beside which fields are put back at once
 
 std::vector<PastWork> ReadWorks(core::Session& session, const std::string& condition,
                                 std::int64_t count) {
@@ -119,51 +125,22 @@ class Try {
   // What stood beside the contacts, and the log's values.
   void Fields() {
     const auto rows = session_.Db.OpenSnapshot(fmt::format(
-        "Select QsoNr,Campo,Valore from StoriaCampi where Lavoro={} and (QsoNr in {}{})", work_,
-        kChosen, contact_ ? "" : " or QsoNr=0"));
-    struct Field {
-      std::int64_t qsoNr;
-      std::string name;
-      engine::Value value;
-    };
-    std::vector<Field> fields;
+        "Select QsoNr,Campo,Valore from StoriaCampi where Lavoro={} and (QsoNr in {}{}) Order By "
+        "QsoNr",
+        work_, kChosen, contact_ ? "" : " or QsoNr=0"));
+    std::vector<PastField> block;
+    std::set<std::int64_t> contacts;
     for (; !rows->EOF_(); rows->MoveNext()) {
-      fields.push_back(
-          {rows->Field(std::size_t{0}).Integer(), rows->Field(1).Text(), rows->Field(2)});
-    }
-    for (const Field& field : fields) {
-      if (IsChangedSince(field.qsoNr, field.name)) continue;
-      if (field.qsoNr == 0) {
-        past_.KeepValue(field.name);
-        core::StoreOwnValue(
-            session_.Db, field.name,
-            field.value.IsNull() ? std::nullopt : std::optional(field.value.Text()));
-        session_.Contacts.StationChanged();
-      } else if (field.name == core::History::kStationField) {
-        past_.KeepStation(field.qsoNr);
-        session_.Db.Execute(fmt::format("Update LogOrigine Set Stazione={} where QsoNr={}",
-                                        field.value.IsNull() ? 0 : field.value.Integer(),
-                                        field.qsoNr));
-      } else if (field.name == core::History::kToldField) {
-        past_.KeepTold(field.qsoNr);
-        core::KeepToldEntity(session_.Db, field.qsoNr,
-                             field.value.IsNull()
-                                 ? std::nullopt
-                                 : std::optional(static_cast<int>(base::Val(field.value.Text()))));
-      } else if (const auto service = core::History::ServiceOf(field.name); !service.empty()) {
-        past_.KeepConfirmation(field.qsoNr, service);
-        core::StoreConfirmation(session_.Db, field.qsoNr, service,
-                                core::ConfirmationOfText(field.value.Text()));
-      } else if (const auto side = core::History::SideOf(field.name)) {
-        past_.KeepCards(field.qsoNr, *side);
-        core::StoreCards(session_.Db, field.qsoNr, *side,
-                         core::CardsOfText(field.value.Text()).value_or(core::QslCards()));
-      } else {
-        past_.KeepField(field.qsoNr, field.name);
-        StoreKept(field.qsoNr, field.name, field.value);
+      const std::int64_t qsoNr = rows->Field(std::size_t{0}).Integer();
+      if (contacts.size() == kTogether && !contacts.contains(qsoNr)) {
+        PutBack(block, contacts);
+        block.clear();
+        contacts.clear();
       }
-      if (field.qsoNr == 0) ++taken;
+      contacts.insert(qsoNr);
+      block.push_back({qsoNr, rows->Field(1).Text(), rows->Field(2)});
     }
+    PutBack(block, contacts);
   }
 
   void ContestQsos() {
@@ -188,6 +165,99 @@ class Try {
   std::int64_t taken = 0, leftRows = 0;
 
  private:
+  struct PastField {
+    std::int64_t qsoNr;
+    std::string name;
+    engine::Value value;
+  };
+
+  // Fields and confirmations go back together, the rest one by one.
+  void PutBack(const std::vector<PastField>& fields, const std::set<std::int64_t>& contacts) {
+    if (fields.empty()) return;
+    const std::vector<std::int64_t> keys(contacts.begin(), contacts.end());
+    std::vector<std::map<std::string, std::string>> kept(keys.size());
+    std::vector<std::map<std::string, core::Confirmation>> told(keys.size());
+    core::SeeRowsBeside(session_.Db, "LogAdif", "Campo,Valore", keys,
+                        [&](std::size_t place, engine::Recordset& row) {
+                          kept[place][base::UpperAscii(base::Trim(row.Field(1).Text()))] =
+                              row.Field(2).Text();
+                        });
+    core::SeeRowsBeside(session_.Db, "LogConferme", core::kConfirmationColumns, keys,
+                        [&](std::size_t place, engine::Recordset& row) {
+                          core::Confirmation each = core::ConfirmationOfRow(row, 1);
+                          std::string service = base::UpperAscii(each.service);
+                          told[place][std::move(service)] = std::move(each);
+                        });
+    const std::set<std::pair<std::int64_t, std::string>> touched = TouchedSince(keys);
+    core::BesideWriter writer(session_, core::BesideWriter::Contacts::kAreKept);
+    std::size_t place = 0;
+    for (const PastField& field : fields) {
+      while (keys[place] != field.qsoNr) ++place;
+      if (touched.contains({field.qsoNr, base::UpperAscii(base::Trim(field.name))}) &&
+          IsChangedSince(field.qsoNr, field.name)) {
+        continue;
+      }
+      if (const auto service = core::History::ServiceOf(field.name); !service.empty()) {
+        writer.SetConfirmation(field.qsoNr, std::string(service),
+                               At(told[place], base::UpperAscii(service)),
+                               core::ConfirmationOfText(field.value.Text()));
+      } else if (field.qsoNr != 0 && !field.name.starts_with('(')) {
+        writer.SetField(field.qsoNr, field.name,
+                        At(kept[place], base::UpperAscii(base::Trim(field.name))),
+                        field.value.IsNull() ? std::nullopt : std::optional(field.value.Text()));
+      } else {
+        PutBackOne(field);
+      }
+    }
+    writer.Write();
+  }
+
+  template <class Told>
+  static std::optional<Told> At(const std::map<std::string, Told>& all, const std::string& name) {
+    const auto at = all.find(name);
+    return at == all.end() ? std::nullopt : std::optional(at->second);
+  }
+
+  // Names that later works have kept of these contacts too.
+  std::set<std::pair<std::int64_t, std::string>> TouchedSince(
+      const std::vector<std::int64_t>& keys) {
+    std::set<std::pair<std::int64_t, std::string>> touched;
+    const auto rows = session_.Db.OpenSnapshot(
+        fmt::format("Select QsoNr,Campo from StoriaCampi where QsoNr in ({}) and Lavoro>{} and "
+                    "Lavoro<{}",
+                    fmt::join(keys, ","), work_, past_.Number()));
+    for (; !rows->EOF_(); rows->MoveNext()) {
+      touched.emplace(rows->Field(std::size_t{0}).Integer(),
+                      base::UpperAscii(base::Trim(rows->Field(1).Text())));
+    }
+    return touched;
+  }
+
+  void PutBackOne(const PastField& field) {
+    if (field.qsoNr == 0) {
+      past_.KeepValue(field.name);
+      core::StoreOwnValue(session_.Db, field.name,
+                          field.value.IsNull() ? std::nullopt : std::optional(field.value.Text()));
+      session_.Contacts.StationChanged();
+      ++taken;
+    } else if (field.name == core::History::kStationField) {
+      past_.KeepStation(field.qsoNr);
+      session_.Db.Execute(fmt::format("Update LogOrigine Set Stazione={} where QsoNr={}",
+                                      field.value.IsNull() ? 0 : field.value.Integer(),
+                                      field.qsoNr));
+    } else if (field.name == core::History::kToldField) {
+      past_.KeepTold(field.qsoNr);
+      core::KeepToldEntity(session_.Db, field.qsoNr,
+                           field.value.IsNull()
+                               ? std::nullopt
+                               : std::optional(static_cast<int>(base::Val(field.value.Text()))));
+    } else if (const auto side = core::History::SideOf(field.name)) {
+      past_.KeepCards(field.qsoNr, *side);
+      core::StoreCards(session_.Db, field.qsoNr, *side,
+                       core::CardsOfText(field.value.Text()).value_or(core::QslCards()));
+    }
+  }
+
   std::int64_t Count(const std::string& select) {
     return FirstRow(session_.Db, select)->front().Integer();
   }
@@ -261,13 +331,6 @@ class Try {
     if (!row) return {};
     // StoriaCampi holds texts.
     return row->front().IsNull() ? engine::Value() : engine::Value(row->front().Text());
-  }
-
-  void StoreKept(std::int64_t qsoNr, const std::string& name, const engine::Value& value) {
-    session_.Db.Execute(fmt::format("Delete * from LogAdif where QsoNr={} and Campo={}", qsoNr,
-                                    core::Quoted(name)));
-    if (value.IsNull()) return;
-    session_.Db.OpenAppender("LogAdif")->Append({qsoNr, name, value});
   }
 
   // Rows of the contests, which are known by their keys; `history` holds the table's columns behind

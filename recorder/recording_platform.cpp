@@ -20,7 +20,8 @@ RecordingPlatform::RecordingPlatform(LineSink sink)
       udp_(sink_),
       servers_(sink_),
       waves_(sink_, names_),
-      processes_(sink_) {
+      processes_(sink_),
+      web_(sink_, clock_) {
   map_.TakePrinterFailure = [this] { return printer_.TakeFailure(); };
   map_.FrameSize = [this] {
     const forms::Window* frame = host_.FindShown("Brenvo");

@@ -13,6 +13,7 @@
 #include "help_viewer.h"
 #include "letter_size.h"
 #include "print/report_runner.h"
+#include "qt_keyring.h"
 #include "qt_process.h"
 #include "qt_progress.h"
 #include "qt_serial_port.h"
@@ -20,6 +21,7 @@
 #include "qt_tcp_server.h"
 #include "qt_udp_socket.h"
 #include "qt_wave_player.h"
+#include "qt_web_client.h"
 #include "thread_work.h"
 #include "ui/text.h"
 
@@ -28,7 +30,8 @@ namespace brenvo::ui {
 QtPlatform::QtPlatform(const std::filesystem::path& appPath)
     : appPath_(appPath),
       settings_(appPath / "Brenvo.ini"),
-      letters_(std::make_unique<LetterSize>(settings_)) {
+      letters_(std::make_unique<LetterSize>(settings_)),
+      keyring_(std::make_unique<QtKeyring>()) {
   host_.OnFailure = [this] { printer_.Abandon(); };
   host_.Map().OnPrint = [this](const QImage& map) { printer_.PrintImage(map); };
   host_.OnHelp = [this](const forms::Window& window) {
@@ -38,6 +41,8 @@ QtPlatform::QtPlatform(const std::filesystem::path& appPath)
 }
 
 QtPlatform::~QtPlatform() = default;
+
+void QtPlatform::KeepSecretsIn(std::unique_ptr<Keyring> keyring) { keyring_ = std::move(keyring); }
 
 void StationReports::Print(const std::filesystem::path& layout) {
   if (session_ != nullptr) print::RunReport(*session_, layout);
@@ -78,6 +83,10 @@ std::unique_ptr<platform::WavePlayer> QtPlatform::MakeWavePlayer() {
 
 std::unique_ptr<platform::Process> QtPlatform::MakeProcess() {
   return std::make_unique<QtProcess>(gate_);
+}
+
+std::unique_ptr<platform::WebClient> QtPlatform::MakeWebClient() {
+  return std::make_unique<QtWebClient>(gate_, *keyring_, AskSecret);
 }
 
 std::unique_ptr<platform::Progress> QtPlatform::ShowProgress(std::string_view title,

@@ -323,5 +323,35 @@ TEST(RecordingPlatform, HandsItsLinesToItsOwner) {
   EXPECT_THAT(machine.TakeLines(), IsEmpty());
 }
 
+TEST(AServiceOnTheNet, IsWrittenDownWithoutSecretsAndAnswersAsQueued) {
+  recorder::RecordingPlatform machine;
+  const auto web = machine.MakeWebClient();
+  std::string body;
+  std::vector<platform::WebEnd> ends;
+  web->OnData = [&](std::string_view bytes) { body += bytes; };
+  web->OnEnd = [&](const platform::WebEnd& end) { ends.push_back(end); };
+  machine.Web().Queue({200, std::string(2500, 'x'), ""});
+  web->Ask({platform::WebForm::kQuery,
+            "https://host/path",
+            {{"login", "ik0xyz"}, {"password", "", "LoTW ik0xyz"}}});
+  EXPECT_EQ(body.size(), 2500U);
+  ASSERT_EQ(ends.size(), 1U);
+  EXPECT_EQ(ends[0].status, 200);
+  EXPECT_EQ(ends[0].headers.at("date"), "Sat, 03 Feb 2001 03:05:06 GMT");
+  web->Ask({platform::WebForm::kParts, "https://host/put", {{"file", "1234", "", "log.adi"}}});
+  EXPECT_TRUE(web->IsAsking());
+  machine.Web().Queue({0, "", "la risposta è troncata"});
+  ASSERT_EQ(ends.size(), 2U);
+  EXPECT_EQ(ends[1].failure, "la risposta è troncata");
+  web->Ask({platform::WebForm::kQuery, "https://host/", {}});
+  web->Stop();
+  web->Forget("LoTW ik0xyz");
+  EXPECT_THAT(
+      machine.TakeLines(),
+      testing::ElementsAre("http GET \"https://host/path?login=ik0xyz&password=(LoTW ik0xyz)\"",
+                           "http POST \"https://host/put\" \"file=log.adi [4 byte]\"",
+                           "http GET \"https://host/\"", "http-stop", "forget \"LoTW ik0xyz\""));
+}
+
 }  // namespace
 }  // namespace brenvo::recorder

@@ -105,6 +105,7 @@ const std::vector<Driver::Verb>& Driver::Verbs() {
       {"wave-end", 1, 1, &Driver::WaveEnd},
       {"fail", 1, 1, &Driver::Fail},
       {"process", 4, 4, &Driver::Process},
+      {"http", 2, 2, &Driver::Http},
       {"setting", 2, 3, &Driver::Setting},
       {"get", 1, 1, &Driver::Get},
       {"enabled", 1, 1, &Driver::Enabled},
@@ -452,6 +453,8 @@ void Driver::Fail(const Words& words) {
     machine_.Tcp().FailNext(words[0]);
   } else if (words[0] == kServer) {
     machine_.Servers().FailNext(kServer);
+  } else if (words[0] == "HTTP") {
+    machine_.Web().Queue({0, "", "il servizio non si raggiunge"});
   } else if (words[0].starts_with("rigctl") || words[0].starts_with("rotctl")) {
     machine_.Processes().FailNext(words[0]);
   } else {
@@ -463,6 +466,11 @@ void Driver::Fail(const Words& words) {
 void Driver::Process(const Words& words) {
   machine_.Processes().Queue(words[0], words[1],
                              {static_cast<int>(WholeNumber(words[2])), BytesOf(words[3])});
+}
+
+// The status, and a file with what the service answers.
+void Driver::Http(const Words& words) {
+  machine_.Web().Queue({static_cast<int>(WholeNumber(words[0])), BytesOf(words[1]), ""});
 }
 
 void Driver::Setting(const Words& words) {

@@ -102,6 +102,7 @@ class Driver {
   void WaveEnd(const Words& words);
   void Fail(const Words& words);
   void Process(const Words& words);
+  void Http(const Words& words);
   void Setting(const Words& words);
 
   void Get(const Words& words);

@@ -7,7 +7,7 @@
 set -eu
 
 run="g++ cmake ninja-build ccache pkg-config libsqlite3-dev libssl-dev libfmt-dev libutfcpp-dev libexpat1-dev
-     libxlsxwriter-dev nlohmann-json3-dev qt6-base-dev qt6-serialport-dev qt6-multimedia-dev qt6-svg-dev qt6-image-formats-plugins
+     libxlsxwriter-dev nlohmann-json3-dev qt6-base-dev qt6-serialport-dev qt6-multimedia-dev qt6-svg-dev qtkeychain-qt6-dev qt6-image-formats-plugins
      libgl-dev libvulkan-dev libxkbcommon-dev qt6-translations-l10n qt6-qpa-plugins
      fonts-dejavu-core fonts-liberation espeak-ng iso-flags-png-320x240"
 test="libgtest-dev libgmock-dev sqlite3 xvfb xauth hamradio-files dpkg-dev xdotool openbox

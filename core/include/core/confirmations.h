@@ -34,6 +34,13 @@ std::optional<Confirmation> ConfirmationOf(engine::Database& database, std::int6
 void StoreConfirmation(engine::Database& database, std::int64_t qsoNr, std::string_view service,
                        const std::optional<Confirmation>& confirmation);
 
+// As a row of the table, for an appender.
+std::vector<engine::Value> RowOfConfirmation(std::int64_t qsoNr, std::string_view service,
+                                             const Confirmation& confirmation);
+
+// The services that QslRicevuta of a contact stands because of, "LoTW, eQSL"; empty where a card has
+// come, or nobody has given it.
+std::string GiversOfBox(engine::Database& database, std::int64_t qsoNr);
 // Whether QslRicevuta of a contact stands because of a service alone: no card has come. For many
 // contacts, in the order of the numbers, each of which stands there once.
 bool IsBoxOfService(engine::Database& database, std::int64_t qsoNr);

@@ -37,6 +37,11 @@ class History {
   // with its word, or empty.
   void Keep(std::int64_t qsoNr);
   void KeepWhere(std::string_view where);
+  // The same of many, each of them once.
+  void KeepAll(const std::vector<std::int64_t>& qsoNrs);
+  // What stands beside a contact that the work has kept, by a name as StoriaCampi has it, from
+  // whoever has just read it; nothing where there is none. Each name of a contact once a work.
+  void KeepBeside(std::int64_t qsoNr, std::string_view name, const engine::Value& present);
   // A field beside the contact, of LogAdif, as it stands or as one that is missing.
   void KeepField(std::int64_t qsoNr, std::string_view field);
   // The same of the cards of one side (qsl_cards.h).

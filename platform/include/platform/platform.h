@@ -21,6 +21,7 @@
 #include "platform/tcp_server.h"
 #include "platform/udp_socket.h"
 #include "platform/wave_player.h"
+#include "platform/web_client.h"
 
 namespace brenvo::platform {
 
@@ -45,6 +46,7 @@ class Platform {
   virtual std::unique_ptr<UdpSocket> MakeUdpSocket(std::string_view name) = 0;
   virtual std::unique_ptr<WavePlayer> MakeWavePlayer() = 0;
   virtual std::unique_ptr<Process> MakeProcess() = 0;
+  virtual std::unique_ptr<WebClient> MakeWebClient() = 0;
 
   virtual std::unique_ptr<BackgroundWork> RunInBackground(Background work) = 0;
   // Bits that nobody can foresee.

@@ -24,6 +24,7 @@
 #include "recorder/recording_tcp.h"
 #include "recorder/recording_udp.h"
 #include "recorder/recording_waves.h"
+#include "recorder/recording_web.h"
 #include "recorder/scripted_messages.h"
 
 namespace brenvo::recorder {
@@ -61,6 +62,7 @@ class RecordingPlatform : public forms::WindowPlatform {
   }
   std::unique_ptr<platform::WavePlayer> MakeWavePlayer() override { return waves_.MakePlayer(); }
   std::unique_ptr<platform::Process> MakeProcess() override { return processes_.Make(); }
+  std::unique_ptr<platform::WebClient> MakeWebClient() override { return web_.Make(); }
   std::unique_ptr<platform::BackgroundWork> RunInBackground(platform::Background work) override {
     return std::make_unique<LaterWork>(std::move(work));
   }
@@ -87,6 +89,7 @@ class RecordingPlatform : public forms::WindowPlatform {
   RecordingServers& Servers() { return servers_; }
   RecordingWaves& Waves() { return waves_; }
   RecordingProcesses& Processes() { return processes_; }
+  RecordingWeb& Web() { return web_; }
   ScriptedPicks& Picks() { return picks_; }
 
   // Files in lines are named as seen from here.
@@ -121,6 +124,7 @@ class RecordingPlatform : public forms::WindowPlatform {
   RecordingServers servers_;
   RecordingWaves waves_;
   RecordingProcesses processes_;
+  RecordingWeb web_;
   int openedTopic_ = 0;
   std::uint64_t random_ = 0;
   std::int64_t stopProgressAt_ = -1;

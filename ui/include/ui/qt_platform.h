@@ -17,6 +17,7 @@ class Session;
 
 namespace brenvo::ui {
 
+class Keyring;
 class LetterSize;
 
 // Reports print by the station's own layouts, on the same printer as everything else.
@@ -42,6 +43,9 @@ class QtPlatform : public forms::WindowPlatform {
   // Asks this instead of the operator where documents go.
   void SendPrintsTo(QtPrinter::Chooser chooser) { printer_.SendTo(std::move(chooser)); }
 
+  // Secrets are kept there in place of the desktop's keyring.
+  void KeepSecretsIn(std::unique_ptr<Keyring> keyring);
+
   platform::Clock& GetClock() override { return clock_; }
   platform::MessageBox& Messages() override { return messages_; }
   platform::SettingsStore& Settings() override { return settings_; }
@@ -59,6 +63,7 @@ class QtPlatform : public forms::WindowPlatform {
   std::unique_ptr<platform::UdpSocket> MakeUdpSocket(std::string_view name) override;
   std::unique_ptr<platform::WavePlayer> MakeWavePlayer() override;
   std::unique_ptr<platform::Process> MakeProcess() override;
+  std::unique_ptr<platform::WebClient> MakeWebClient() override;
   std::unique_ptr<platform::BackgroundWork> RunInBackground(platform::Background work) override;
   std::unique_ptr<platform::Progress> ShowProgress(std::string_view title,
                                                    std::int64_t total) override;
@@ -77,6 +82,7 @@ class QtPlatform : public forms::WindowPlatform {
   QtMessageBox messages_;
   QtSettings settings_;
   std::unique_ptr<LetterSize> letters_;
+  std::unique_ptr<Keyring> keyring_;
   StationReports reports_;
   QtWindowHost host_{gate_};
   QtPrinter printer_{ChooseTarget,
