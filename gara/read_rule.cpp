@@ -1,22 +1,17 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
-#include <set>
-#include <span>
 
+#include "base/json_fields.h"
+#include "base/json_tree.h"
 #include "base/text.h"
 #include "gara/rule.h"
-#include "json_tree.h"
 
 namespace brenvo::gara {
 namespace {
 
-template <class Value>
-struct Word {
-  std::string_view word;
-  Value value;
-};
+using base::Json;
+using base::Word;
 
 constexpr Word<int> kWeekdays[] = {{"domenica", 0},  {"lunedì", 1},  {"martedì", 2},
                                    {"mercoledì", 3}, {"giovedì", 4}, {"venerdì", 5},
@@ -50,125 +45,9 @@ constexpr std::string_view kModes[] = {"CW", "SSB", "FM", "AM", "RTTY", "DIGI"};
 constexpr double kMostPoints = 1e6;
 constexpr int kMostMinutes = 60 * 24 * 31;
 
-// One object of the file: what is asked of it, and at the end what nobody has asked for.
-class Fields {
+class Fields : public base::JsonFields {
  public:
-  Fields(const Json& json, std::string path, std::vector<RuleFault>& faults)
-      : json_(json), path_(std::move(path)), faults_(faults) {
-    if (json_.kind != Json::Kind::kObject) Fault(json_.line, path_, "qui ci vuole { ... }");
-  }
-  ~Fields() {
-    for (const auto& [name, member] : json_.members) {
-      if (!asked_.contains(name)) Fault(member.line, PathOf(name), "campo sconosciuto");
-    }
-  }
-  Fields(const Fields&) = delete;
-  Fields& operator=(const Fields&) = delete;
-
-  int Line() const { return json_.line; }
-  std::string PathOf(std::string_view name) const {
-    return path_.empty() ? std::string(name) : fmt::format("{}.{}", path_, name);
-  }
-  void Fault(int line, std::string field, std::string what) {
-    faults_.push_back({line, std::move(field), std::move(what)});
-  }
-  void FaultAt(std::string_view name, std::string what) {
-    const Json* const at = Find(name);
-    Fault(at == nullptr ? json_.line : at->line, PathOf(name), std::move(what));
-  }
-
-  const Json* Find(std::string_view name) {
-    asked_.insert(std::string(name));
-    for (const auto& [key, member] : json_.members) {
-      if (key == name) return &member;
-    }
-    return nullptr;
-  }
-  bool Has(std::string_view name) { return Find(name) != nullptr; }
-
-  std::string Text(std::string_view name, bool mustBe = true, std::size_t longest = 300) {
-    const Json* const at = Get(name, mustBe, Json::Kind::kText, "un testo fra virgolette");
-    if (at == nullptr) return {};
-    if (base::Len(at->text) > longest) {
-      FaultAt(name, fmt::format("più di {} lettere", longest));
-      return {};
-    }
-    if (std::ranges::any_of(at->text, [](char c) { return static_cast<unsigned char>(c) < ' '; })) {
-      FaultAt(name, "un testo sta su una riga sola");
-    }
-    if (mustBe && base::Trim(at->text).empty()) FaultAt(name, "è vuoto");
-    return base::Trim(at->text);
-  }
-  double Number(std::string_view name, double otherwise, double least, double most,
-                bool mustBe = false) {
-    const Json* const at = Get(name, mustBe, Json::Kind::kNumber, "un numero");
-    if (at == nullptr) return otherwise;
-    if (!(at->number >= least && at->number <= most)) {
-      FaultAt(name, fmt::format("va da {} a {}", least, most));
-      return otherwise;
-    }
-    return at->number;
-  }
-  int Whole(std::string_view name, int otherwise, int least, int most, bool mustBe = false) {
-    const double number = Number(name, otherwise, least, most, mustBe);
-    if (number != std::floor(number)) FaultAt(name, "ci vuole un numero intero");
-    return static_cast<int>(number);
-  }
-  bool YesNo(std::string_view name, bool otherwise) {
-    const Json* const at = Get(name, false, Json::Kind::kYesNo, "true o false");
-    return at == nullptr ? otherwise : at->yes;
-  }
-  template <class Value, std::size_t n>
-  Value OneOf(std::string_view name, const Word<Value> (&words)[n], Value otherwise,
-              bool mustBe = true) {
-    const Json* const at = Get(name, mustBe, Json::Kind::kText, "un testo fra virgolette");
-    if (at == nullptr) return otherwise;
-    for (const Word<Value>& word : words) {
-      if (word.word == at->text) return word.value;
-    }
-    std::string all;
-    for (const Word<Value>& word : words) {
-      all += fmt::format("{}\"{}\"", all.empty() ? "" : ", ", word.word);
-    }
-    FaultAt(name, fmt::format("\"{}\" non c'è: si scrive {}", at->text, all));
-    return otherwise;
-  }
-  // "14:00" as minutes; up to 24:00.
-  int Minutes(std::string_view name, int otherwise, bool mustBe = true) {
-    const std::string text = Text(name, mustBe);
-    if (text.empty()) return otherwise;
-    const bool isTime = text.size() == 5 && text[2] == ':' && std::ranges::all_of(text, [](char c) {
-                          return (c >= '0' && c <= '9') || c == ':';
-                        });
-    const int hours = isTime ? (text[0] - '0') * 10 + text[1] - '0' : 99;
-    const int minutes = isTime ? (text[3] - '0') * 10 + text[4] - '0' : 99;
-    if (hours > 24 || minutes > 59 || hours * 60 + minutes > 24 * 60) {
-      FaultAt(name, "l'ora si scrive come 14:00");
-      return otherwise;
-    }
-    return hours * 60 + minutes;
-  }
-  std::span<const Json> List(std::string_view name, bool mustBe = true, std::size_t most = 500) {
-    const Json* const at = Get(name, mustBe, Json::Kind::kList, "un elenco [ ... ]");
-    if (at == nullptr) return {};
-    if (mustBe && at->items.empty()) FaultAt(name, "l'elenco è vuoto");
-    if (at->items.size() > most) {
-      FaultAt(name, fmt::format("più di {} voci", most));
-      return {};
-    }
-    return at->items;
-  }
-  std::vector<std::string> Texts(std::string_view name, bool mustBe = true) {
-    std::vector<std::string> texts;
-    for (const Json& item : List(name, mustBe)) {
-      if (item.kind != Json::Kind::kText || item.text.empty() || base::Len(item.text) > 300) {
-        Fault(item.line, PathOf(name), "qui ci vogliono testi fra virgolette");
-        continue;
-      }
-      texts.push_back(item.text);
-    }
-    return texts;
-  }
+  using JsonFields::JsonFields;
   std::map<std::string, double> Factors(std::string_view name) {
     std::map<std::string, double> factors;
     const Json* const at = Get(name, false, Json::Kind::kObject, "{ ... }");
@@ -182,36 +61,11 @@ class Fields {
     }
     return factors;
   }
-
-  std::vector<RuleFault>& Faults() { return faults_; }
-
- private:
-  const Json* Get(std::string_view name, bool mustBe, Json::Kind kind, std::string_view what) {
-    const Json* const at = Find(name);
-    if (at == nullptr) {
-      if (mustBe) Fault(json_.line, PathOf(name), "manca");
-      return nullptr;
-    }
-    if (at->kind != kind) {
-      FaultAt(name, fmt::format("qui ci vuole {}", what));
-      return nullptr;
-    }
-    return at;
-  }
-
-  const Json& json_;
-  std::string path_;
-  std::vector<RuleFault>& faults_;
-  std::set<std::string, std::less<>> asked_;
 };
 
 template <class Read>
 void EachOf(Fields& fields, std::string_view name, bool mustBe, const Read& read) {
-  int number = 0;
-  for (const Json& item : fields.List(name, mustBe)) {
-    Fields one(item, fmt::format("{}[{}]", fields.PathOf(name), ++number), fields.Faults());
-    read(one);
-  }
+  base::EachObject<Fields>(fields, name, mustBe, read);
 }
 
 bool OfRule(const std::vector<std::string>& known, std::string_view value) {
@@ -419,7 +273,8 @@ void ReadAll(Fields& fields, Rule& rule) {
 
 ReadRule ReadRuleText(std::string_view bytes) {
   ReadRule read;
-  const ReadJson json = ReadJsonText(bytes, {kMostRuleBytes, kMostRuleValues, kMostRuleDepth});
+  const base::ReadJson json =
+      base::ReadJsonText(bytes, {kMostRuleBytes, kMostRuleValues, kMostRuleDepth});
   if (json.fault) {
     read.faults.push_back({json.fault->line, "", json.fault->what});
     return read;

@@ -1,7 +1,5 @@
 #include "gara/rule.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 namespace brenvo::gara {
@@ -27,12 +25,6 @@ int DaysIn(int year, int month) {
 const ExchangePart* Rule::Part(PartKind kind) const {
   const auto at = std::ranges::find(exchange, kind, &ExchangePart::kind);
   return at == exchange.end() ? nullptr : &*at;
-}
-
-std::string RuleFault::Text() const {
-  if (line == 0) return field.empty() ? what : fmt::format("{}: {}", field, what);
-  return field.empty() ? fmt::format("riga {}: {}", line, what)
-                       : fmt::format("riga {}, {}: {}", line, field, what);
 }
 
 std::optional<Period> PeriodOf(const RuleWindow& window, int year) {

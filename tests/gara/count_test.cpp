@@ -7,6 +7,7 @@
 #include <cmath>
 #include <random>
 
+#include "core/wpx_prefix.h"
 #include "tests/gara/rules.h"
 
 namespace brenvo::gara {
@@ -68,7 +69,7 @@ TEST(ContestPrefix, IsTheOneThatTheWpxCounts) {
                                                         {"F/IK4XYZ", "F0"},
                                                         {"12", ""},
                                                         {"", ""}};
-  for (const auto& [call, prefix] : kCases) EXPECT_EQ(WpxPrefix(call), prefix) << call;
+  for (const auto& [call, prefix] : kCases) EXPECT_EQ(core::WpxPrefix(call), prefix) << call;
 }
 
 TEST(ContestCount, AStrokeMakesNoOtherStation) {

@@ -11,7 +11,7 @@ includes=$3
 low="base"
 middle="core engine forms geo entities platform $low"
 frame="frame upkeep worked"
-windows="history log contest awards maps print links tables adif list checks digital rig gara conferme"
+windows="history log contest awards maps print links tables adif list checks digital rig gara conferme diplomi"
 may_see() {
   case $1 in
     base) echo "base" ;;
@@ -31,6 +31,7 @@ may_see() {
     history|contest|awards|links|rig|gara|tables|adif) echo "$1 $middle" ;;
     list) echo "list adif $middle" ;;
     checks|digital|conferme) echo "$1 worked adif $middle" ;;
+    diplomi) echo "diplomi conferme worked adif $middle" ;;
     maps) echo "maps $frame $middle" ;;
     print) echo "print history $frame $middle" ;;
     station) echo "station $windows $frame $middle" ;;

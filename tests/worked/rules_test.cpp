@@ -35,9 +35,9 @@ std::string Refusal(const std::string& delivered, const std::string& own = "") {
 TEST(DeliveredRules, AreReadAndTheirExamplesHold) {
   const Rules rules = ReadDelivered();
   EXPECT_THAT(rules.Groups(), ElementsAre("", "CW", "Fonia", "Digitale", "Immagine"));
-  EXPECT_THAT(rules.Services(), ElementsAre("Cartolina", "LoTW", "eQSL", "QRZ", "DCL"));
-  EXPECT_THAT(rules.Fields(),
-              ElementsAre("LOTW_QSL_RCVD", "EQSL_QSL_RCVD", "APP_QRZLOG_STATUS", "DCL_QSL_RCVD"));
+  EXPECT_THAT(rules.Services(), ElementsAre("Cartolina", "LoTW", "eQSL", "QRZ", "DCL", "Club Log"));
+  EXPECT_THAT(rules.Fields(), ElementsAre("LOTW_QSL_RCVD", "EQSL_QSL_RCVD", "APP_QRZLOG_STATUS",
+                                          "DCL_QSL_RCVD", "APP_BRENVO_CLUBLOG_MATCH"));
 }
 
 TEST(DeliveredRules, KnowTheGroupOfEveryModeOfTheDeliveredTable) {

@@ -58,9 +58,6 @@ struct Score {
 
 // CW, SSB, FM, AM, RTTY, DIGI: the family of a mode of the log.
 std::string_view ModeFamily(std::string_view mode);
-// The prefix as the WPX counts it: "IK4", "HB0" of "HB0/IK4XYZ", "IK5" of "IK4XYZ/5"; empty for
-// what is no call.
-std::string WpxPrefix(std::string_view call);
 bool IsLocator(std::string_view text, std::size_t characters);
 // Kilometres between the centres of two locators of six characters, by the sphere's formula with so
 // many to a degree; nothing where one is none.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/date.h"
+#include "base/json_fields.h"
 
 namespace brenvo::gara {
 
@@ -135,13 +136,7 @@ struct Rule {
   const ExchangePart* Part(PartKind kind) const;
 };
 
-// What is wrong with a file, for the operator: "riga 12, punti.tipo: ...".
-struct RuleFault {
-  int line = 0;
-  std::string field;  // "punti.tipo"; empty for the file as a whole
-  std::string what;
-  std::string Text() const;
-};
+using RuleFault = base::FieldFault;
 
 struct ReadRule {
   Rule rule;  // as far as it was understood

@@ -1,4 +1,4 @@
-#include "json_tree.h"
+#include "base/json_tree.h"
 
 #include <fmt/format.h>
 
@@ -6,7 +6,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
-namespace brenvo::gara {
+namespace brenvo::base {
 namespace {
 
 constexpr std::size_t kMostMembers = 200;  // of one object
@@ -156,4 +156,4 @@ ReadJson ReadJsonText(std::string_view bytes, const JsonBounds& bounds) {
   return {std::move(builder.root), std::move(builder.fault)};
 }
 
-}  // namespace brenvo::gara
+}  // namespace brenvo::base

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace brenvo::gara {
+namespace brenvo::base {
 
 struct Json {
   enum class Kind { kNull, kYesNo, kNumber, kText, kList, kObject };
@@ -38,4 +38,4 @@ struct ReadJson {
 };
 ReadJson ReadJsonText(std::string_view bytes, const JsonBounds& bounds);
 
-}  // namespace brenvo::gara
+}  // namespace brenvo::base
