@@ -28,8 +28,8 @@ may_see() {
     upkeep) echo "upkeep file $middle" ;;
     frame) echo "$frame $middle" ;;
     log) echo "log history worked $middle" ;;
-    history|contest|awards|links|rig|gara|tables|adif) echo "$1 $middle" ;;
-    list) echo "list adif $middle" ;;
+    history|contest|awards|links|rig|tables|adif) echo "$1 $middle" ;;
+    list|gara) echo "$1 adif $middle" ;;
     checks|digital|conferme) echo "$1 worked adif $middle" ;;
     diplomi) echo "diplomi conferme worked adif $middle" ;;
     maps) echo "maps $frame $middle" ;;

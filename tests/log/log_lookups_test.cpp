@@ -588,7 +588,7 @@ TEST_F(LookupTest, TheStatusStatementsAreServedByIndexes) {
        "INDEX Log.CountryBanda (<expr>=? AND <expr>=?)"},
       {"select Call from Log where Locator like 'JN65*' and QslRicevuta=true and Banda='  2 m' and "
        "QsoNr<> 1",
-       "INDEX Log.SquareBanda (<expr>=? AND <expr>=? AND QslRicevuta=?)"},
+       "INDEX Log.SquareQsl (<expr>=? AND QslRicevuta=? AND <expr>=?)"},
       {"select Call from Log where Locator like 'JN65*' and Banda='  2 m' and QsoNr<> 1",
        "INDEX Log.SquareBanda (<expr>=? AND <expr>=?)"},
       {"SELECT * FROM Log where Call='X' ORDER By DataQso DESC,QsoNr", "INDEX Log.Call (<expr>=?)"},
