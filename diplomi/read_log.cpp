@@ -133,6 +133,8 @@ std::vector<OwnPlace> ReadPlaces(core::Session& session) {
     const bool first = each.Stazione == current.Stazione;
     places.insert(first ? places.begin() : places.end(), std::move(place));
   }
+  // As long as no station is stored, what the profile says is where contacts were made.
+  if (places.empty()) places.push_back({current.Stazione, current.Country, current.Locator});
   return places;
 }
 

@@ -38,7 +38,8 @@ constexpr Token kTokens[] = {
 // them is a dialog.
 constexpr std::string_view kNewWindows[] = {
     "Preferenze",  "Stazioni",       "Storia",   "Elenco", "Corrispondente", "VerificaLog", "Tasti",
-    "GestioneQsl", "VerificaEntita", "Digitale", "Rtx",    "GaraContest",    "Conferme"};
+    "GestioneQsl", "VerificaEntita", "Digitale", "Rtx",    "GaraContest",    "Conferme",
+    "Diplomi"};
 constexpr std::string_view kNewList = "Finestre";
 
 std::string OpenNewWindows(core::Session& session) {

@@ -22,6 +22,7 @@
 #include "core/colonne.h"
 #include "core/files.h"
 #include "digital/digitale.h"
+#include "diplomi/diplomi.h"
 #include "frame/palette.h"
 #include "frame/tasti.h"
 #include "gara/gara_contest.h"
@@ -89,6 +90,7 @@ void KnowWindows(core::Session& session) {
   Know<checks::VerificaLog>(session, "VerificaLog");
   Know<checks::VerificaEntita>(session, "VerificaEntita");
   Know<conferme::Conferme>(session, "Conferme");
+  Know<diplomi::Diplomi>(session, "Diplomi");
   Know<adif::ImportaAdif>(session, "ImportaAdif");
   Know<adif::EsportaAdif>(session, "EsportaAdif");
   Know<tables::UserForm>(session, "User");

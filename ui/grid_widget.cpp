@@ -174,7 +174,9 @@ class Table : public QTableView {
     QTableView::keyPressEvent(event);
     // A row that the keyboard marks is chosen as by a click: commands work on what is marked.
     const QModelIndex now = currentIndex();
-    if (!grid_.WritesCells() && grid_.OnClick && now.isValid() && now.row() != at.row()) {
+    const bool moved =
+        now.row() != at.row() || (grid_.ChoosesCells && now.column() != at.column());
+    if (!grid_.WritesCells() && grid_.OnClick && now.isValid() && moved) {
       Run(now, [this](std::int64_t row, int column) { grid_.ClickCell(row, column); });
     }
   }

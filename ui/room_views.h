@@ -12,6 +12,7 @@ const std::vector<View>& ChecksViews();
 const std::vector<View>& DigitalViews();
 const std::vector<View>& GaraViews();
 const std::vector<View>& ConfermeViews();
+const std::vector<View>& DiplomiViews();
 const std::vector<View>& RigViews();
 const std::vector<View>& ContestViews();
 const std::vector<View>& AwardsViews();

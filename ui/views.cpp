@@ -10,7 +10,7 @@ const View* FindView(std::string_view window) {
   for (const auto* views :
        {&LogViews(), &ChecksViews(), &ContestViews(), &AwardsViews(), &MapsViews(), &PrintViews(),
         &LinksViews(), &TablesViews(), &AdifViews(), &UpkeepViews(), &ListViews(), &DigitalViews(),
-        &GaraViews(), &ConfermeViews(), &RigViews()}) {
+        &GaraViews(), &ConfermeViews(), &DiplomiViews(), &RigViews()}) {
     const auto at = std::find_if(views->begin(), views->end(),
                                  [&](const View& view) { return view.window == window; });
     if (at != views->end()) return &*at;

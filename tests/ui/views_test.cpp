@@ -438,7 +438,7 @@ INSTANTIATE_TEST_SUITE_P(
                       "Stazioni", "Storia", "OraDelLog", "ConvertiOra", "Elenco", "Colonne",
                       "VerificaLog", "VerificaEntita", "GestioneQsl", "Corrispondente",
                       "CambiaColonna", "ContaQso", "Tasti", "Digitale", "Rtx", "Modelli",
-                      "GaraContest", "Conferme"),
+                      "GaraContest", "Conferme", "Diplomi"),
     [](const auto& parameter) { return std::string(parameter.param); });
 
 // A window of the family: the keys are those of all of them.

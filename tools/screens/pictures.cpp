@@ -22,6 +22,7 @@
 #include "core/station_profile.h"
 #include "core/stations.h"
 #include "digital/datagrams.h"
+#include "diplomi/diplomi.h"
 #include "file/database_file.h"
 #include "forms/field_visit.h"
 #include "history/take_back.h"
@@ -315,6 +316,17 @@ forms::Window* ConfirmedContacts(core::Session& session) {
   return window;
 }
 
+// What that report makes of the DXCC, and why.
+forms::Window* AwardsOfTheLog(core::Session& session) {
+  auto* const window = static_cast<diplomi::Diplomi*>(Open(session, "Diplomi"));
+  for (std::int64_t row = 1; row < window->Tabella.Rows(); ++row) {
+    if (window->Tabella.Cell(row, 2) != "C") continue;
+    window->Tabella.ClickCell(row, 2);
+    break;
+  }
+  return window;
+}
+
 // An evening on 20 metres: WSJT-X has heard a dozen stations.
 forms::Window* HeardStations(core::Session& session) {
   constexpr int kPort = 22371;
@@ -510,6 +522,7 @@ std::vector<Picture> AllPictures() {
       {"Storia", PastWorks},
       {"GestioneQsl", CardsOfTheLog},
       {"Conferme", ConfirmedContacts},
+      {"Diplomi", AwardsOfTheLog},
       {"VerificaEntita", LogByDate},
       {"VerificaLog", CheckedLog},  // its faults stay in the log
   };

@@ -47,6 +47,7 @@ inline constexpr std::pair<std::string_view, int> kWindowTopics[] = {
     {"SNote", 345},
     {"Hrd", 350},
     {"HrdMode", 360},
+    {"Diplomi", 365},
     {"MappaSquare", 410},
     {"StampaQsl", 500},
     {"GestioneQsl", 505},

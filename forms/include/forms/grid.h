@@ -79,6 +79,9 @@ class Grid : public Field {
   bool TypeKey(char32_t key) { return OnKey && OnKey(key); }
   std::function<bool(char32_t key)> OnKey;
 
+  // The keyboard chooses cells and not rows: a step along the row is a click too.
+  bool ChoosesCells = false;
+
   // Editing; a row one past the last adds one.
   bool Editable = false;
   // Rows are deleted here but written elsewhere: no cell opens, a double click runs its event.

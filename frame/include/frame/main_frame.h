@@ -69,7 +69,7 @@ class MainFrame : public forms::Window, public core::MapDoor {
       "menu0",
       "&Statistiche",
       {&cmSField, &cmSQuare, &cmSPrefissi, &cmContinenti, &cmZone, &cmSCountry, &cmSProvincie,
-       &cmSNote, &cmHrd, &cmHrdMode, &cmOldQso, &cmOldQsoLocator, &cmCorrispondente}};
+       &cmSNote, &cmHrd, &cmHrdMode, &cmOldQso, &cmOldQsoLocator, &cmCorrispondente, &cmDiplomi}};
   forms::Command cmSField{
       *this, "cmSField", "&Field", {.run = [this] { OpenSelected("SField", "FIELD"); }}};
   forms::Command cmSQuare{
@@ -109,6 +109,9 @@ class MainFrame : public forms::Window, public core::MapDoor {
       *this, "cmCorrispondente", "Corrispondente...", {.shortcut = "Ctrl+I", .run = [this] {
                                                          OpenSingle("Corrispondente");
                                                        }}};
+
+  forms::Command cmDiplomi{
+      *this, "cmDiplomi", "&Diplomi...", {.run = [this] { OpenSingle("Diplomi"); }}};
 
   forms::Menu menuQsl{
       *this, "menu1", "&Qsl", {&cmQslStampa, &cmQslAggiorna, &cmGestioneQsl, &cmConferme}};
