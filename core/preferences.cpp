@@ -25,7 +25,8 @@ constexpr const Choice* kAll[] = {
     &choice::kDigitalGroup,   &choice::kDigitalInterfaces, &choice::kDigitalForwards,
     &choice::kDigitalNeeds,   &choice::kDigitalColours,    &choice::kDigitalSound,
     &choice::kDigitalContest, &choice::kLotwGivesBox,      &choice::kEqslGivesBox,
-    &choice::kQrzGivesBox,    &choice::kClubLogGivesBox,   &choice::kRigConnects,
+    &choice::kQrzGivesBox,    &choice::kClubLogGivesBox,   &choice::kLotwUser,
+    &choice::kEqslUser,       &choice::kClubLogUser,       &choice::kRigConnects,
     &choice::kRigInLog,       &choice::kRigInContest,      &choice::kRigServes,
     &choice::kRigServesPort,  &choice::kRotorConnects};
 

@@ -413,6 +413,21 @@ CREATE UNIQUE INDEX "ConfermeRecord.Record" ON "ConfermeRecord" (
 );
 )";
 
+// LogInviati: that a service was sent a contact, as it stood then. Impronta changes with what the
+// service looks at; Esito is what it has said against the contact, empty where it has taken it.
+constexpr std::string_view kSent = R"(
+CREATE TABLE "LogInviati" (
+  "QsoNr" INTEGER,
+  "Servizio" TEXT,
+  "Impronta" TEXT,
+  "Esito" TEXT
+);
+CREATE UNIQUE INDEX "LogInviati.PrimaryKey" ON "LogInviati" (
+  "QsoNr",
+  rtrim("Servizio") COLLATE NOCASE
+);
+)";
+
 constexpr SchemaStep kSteps[] = {
     {1, "Campi conservati dei file di log", kKeptFields},
     {2, "Stazioni, e un nome per ogni contatto", kOrigin},
@@ -423,6 +438,7 @@ constexpr SchemaStep kSteps[] = {
     {7, "La regola che ha dato il country", kAppliedRules},
     {8, "Contest con le regole", kContestsByRules},
     {9, "Conferme dei servizi", kConfirmations},
+    {12, "Che cosa è stato inviato ai servizi", kSent},
 };
 
 constexpr std::string_view kStepTable = R"(

@@ -118,7 +118,7 @@ TEST_F(SchemaStepsTest, WhatLogFilesHaveSaidOfCardsMovesIntoTheirTable) {
   session.CloseTables();
   Sql("DROP TABLE LogQsl; DROP TABLE EntitaCarichi; DROP TABLE EntitaRighe; DROP TABLE EntitaQso;"
       "DROP TABLE Gare; DROP TABLE GareBande; DROP TABLE GareQso;"
-      "DROP TABLE LogConferme; DROP TABLE ConfermeRecord;"
+      "DROP TABLE LogConferme; DROP TABLE ConfermeRecord; DROP TABLE LogInviati;"
       "DELETE FROM Passi WHERE Passo>=5;"
       "UPDATE Log SET QslInviata=-1, QslRicevuta=-1 WHERE QsoNr<=9;"
       "INSERT INTO LogAdif VALUES (1,'QSL_SENT_VIA','b'), (1,'QSLSDATE','20010203'),"
