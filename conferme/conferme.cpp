@@ -5,19 +5,23 @@
 #include <algorithm>
 #include <charconv>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
+#include <utility>
 
 #include "adif/dxcc_entities.h"
 #include "adif/export_keys.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "conferme/open_rows.h"
+#include "conferme/paper_cards.h"
 #include "core/log_time.h"
 #include "core/open_in_log.h"
+#include "window_words.h"
 
 namespace brenvo::conferme {
 namespace {
 
-constexpr std::string_view kTitle = "Conferme";
 constexpr std::string_view kFiles = "*.adi *.adif *.json *.txt *.ADI *.ADIF";
 constexpr std::string_view kReport = "\\Conferme.txt";
 
@@ -25,7 +29,10 @@ struct StateFacts {
   std::string_view letter, name;
 };
 constexpr StateFacts kStates[] = {
-    {"D", "dubbio"}, {"N", "non nel log"}, {"C", "credito senza Qso"}, {"I", "ignorato"}};
+    {"D", "dubbio"},   {"N", "non nel log"}, {"C", "credito senza Qso"},
+    {"I", "ignorato"}, {"R", "rifiutato"},   {"X", "in contrasto"}};
+constexpr std::string_view kIgnored = "I", kRefused = "R", kContradicts = "X";
+constexpr int kContradictions = 6;  // their place in the list of states
 constexpr std::string_view kAllOfThem = "Tutti", kAllButIgnored = "Da vedere";
 
 std::string_view NameOfState(std::string_view letter) {
@@ -35,21 +42,11 @@ std::string_view NameOfState(std::string_view letter) {
   return letter;
 }
 
-std::string Number(std::int64_t number) {
-  return base::FormatNumber(static_cast<double>(number), "#,##0");
-}
-
 // Its code; the number of one that nobody knows.
 std::string CountryOf(const ReportRecord& record) {
   if (record.dxcc == 0) return {};
   const adif::DxccEntity* const entity = adif::FindDxccEntity(record.dxcc);
   return entity == nullptr ? std::to_string(record.dxcc) : std::string(entity->country);
-}
-
-std::int64_t SizeOf(const std::filesystem::path& file) {
-  std::error_code error;
-  const auto size = std::filesystem::file_size(file, error);
-  return error ? 0 : static_cast<std::int64_t>(size);
 }
 
 const core::Choice& ChoiceOf(Service service) {
@@ -68,10 +65,13 @@ const core::Choice& ChoiceOf(Service service) {
 
 }  // namespace
 
-Conferme::Conferme(core::Session& session)
+Conferme::Conferme(core::Session& session, const Addresses& addresses)
     : core::TableWindow(session, "Conferme", "Conferme", base::Twips(14400), base::Twips(8100)),
-      signing_(session) {
-  ShowCommands({&cmLeggi, &cmAbbina, &cmIgnora, &cmApri, forms::Separator{}, &cmPrepara, &cmTqsl});
+      signing_(session),
+      download_(session, addresses),
+      upload_(session, addresses) {
+  ShowCommands({&cmLeggi, &cmAbbina, &cmIgnora, &cmApri, forms::Separator{}, &cmScarica, &cmInvia,
+                &cmFerma, forms::Separator{}, &cmPrepara, &cmTqsl});
   DefaultCommand = &cmAbbina;
   std::vector<std::string> services = {std::string(kAllOfThem)};
   for (const ServiceFacts& each : Services()) services.emplace_back(each.name);
@@ -98,6 +98,8 @@ void Conferme::Load() {
 
 void Conferme::Renew() {
   open_ = OpenRecords(session_);
+  std::ranges::move(RefusedContacts(session_), std::back_inserter(open_));
+  hasContradictions_ = false;
   FillTable();
   ShowStages();
 }
@@ -106,12 +108,15 @@ bool Conferme::IsWanted(const OpenRecord& open) const {
   const int service = Servizio.ListIndex(), state = Stadio.ListIndex();
   if (service > 0 && static_cast<int>(open.record.service) != service - 1) return false;
   if (SoloDubbi.IsOn() && open.state != kStates[0].letter) return false;
-  if (state <= 0) return open.state != kStates[3].letter;
+  if (state <= 0) return open.state != kIgnored && open.state != kContradicts;
   return open.state == kStates[static_cast<std::size_t>(state - 1)].letter;
 }
 
 void Conferme::FillTable() {
   const auto key = ChosenKey();
+  if (Stadio.ListIndex() == kContradictions && !std::exchange(hasContradictions_, true)) {
+    std::ranges::move(Contradictions(session_), std::back_inserter(open_));
+  }
   std::vector<core::KeyedRows::Keyed> rows;
   for (const OpenRecord& open : open_) {
     if (!IsWanted(open)) continue;
@@ -131,10 +136,11 @@ void Conferme::FillTable() {
 void Conferme::ShowStages() {
   std::string text;
   for (const Stages& each : StagesOf(session_)) {
-    if (each.sent == 0 && each.confirmed == 0) continue;
+    if (each.sent == 0 && each.confirmed == 0 && each.refused == 0) continue;
     if (!text.empty()) text += '\n';
     text += fmt::format("{}: da inviare {}, inviati {}", FactsOf(each.service).name,
                         Number(each.toSend), Number(each.sent));
+    if (each.refused > 0) text += fmt::format(", rifiutati {}", Number(each.refused));
     if (each.service == Service::kLotw) text += fmt::format(", accolti {}", Number(each.accepted));
     text += fmt::format(", confermati {}", Number(each.confirmed));
     if (each.service == Service::kLotw) {
@@ -161,7 +167,10 @@ void Conferme::ShowCandidates() {
   std::vector<std::string> items;
   listed_.clear();
   if (chosen != nullptr) {
-    for (const std::int64_t key : chosen->candidates) {
+    // A credit that no contact of its day has may belong to one like it.
+    const bool alone = chosen->record.credit && chosen->candidates.empty();
+    for (const std::int64_t key :
+         alone ? SimilarTo(session_, chosen->record) : chosen->candidates) {
       const auto row = session_.Db.OpenSnapshot(
           fmt::format("select DataQso,Call,Banda,Modo from Log where QsoNr={}", key));
       if (row->EOF_()) continue;
@@ -197,7 +206,7 @@ void Conferme::ReadFile() {
   if (!file) return;
   const forms::BusyPointer busy(Host());
   try {
-    Take(*file);
+    TakeFile(*file);
   } catch (const engine::DatabaseError& failure) {
     // All of it or nothing: what was there stands.
     session_.Messages().Show(platform::MessageIcon::kCritical, kTitle,
@@ -207,14 +216,23 @@ void Conferme::ReadFile() {
   }
 }
 
-void Conferme::Take(const std::filesystem::path& file) {
+void Conferme::TakeFile(const std::filesystem::path& file) {
   std::optional<Report> report;
   {
     const auto progress = session_.Machine.ShowProgress("Lettura del rapporto", SizeOf(file));
     report = ReadReportFile(file, [&](std::int64_t done) { return progress->Advance(done); });
   }
+  const std::string name = file.filename().string();
+  asked_.clear();
+  if (!report) return Say(kNothingChanged);
+  if (Take(*report, name, fmt::format("Conferme: {}", name), {})) OfferCards(*report, name);
+}
+
+bool Conferme::Take(Report& taken, const std::string& name, const std::string& title,
+                    const Mark& mark) {
+  const Report* const report = &taken;
   std::optional<MatchedReport> matched;
-  if (report) {
+  {
     const auto contacts = session_.Db.OpenSnapshot("select count(*) from Log");
     const auto progress = session_.Machine.ShowProgress("Abbinamento al log",
                                                         contacts->Field(std::size_t{0}).Integer());
@@ -222,16 +240,16 @@ void Conferme::Take(const std::filesystem::path& file) {
                        [&](std::int64_t done) { return progress->Advance(done); });
   }
   if (!matched) {
-    Say("Interrotto: nulla è cambiato");
-    return;
+    Say(kNothingChanged);
+    return false;
   }
-  const std::string name = file.filename().string();
-  std::ofstream told(session_.File(kReport), std::ios::binary | std::ios::trunc);
+  // Of several reports that were asked for together, one behind the other.
+  std::ofstream told(session_.File(kReport),
+                     std::ios::binary | (asked_.empty() ? std::ios::trunc : std::ios::app));
   told << fmt::format("Conferme del {}\r\nFile: {} ({}), {} record\r\n\r\n",
                       base::DateTimeText(session_.Now()), name, NameOf(report->kind), report->read);
   for (const std::string& fault : report->faults) told << "Saltato, " << fault << "\r\n";
-  const TakenCounts counts =
-      TakeReport(session_, fmt::format("Conferme: {}", name), *report, *matched, told);
+  const TakenCounts counts = TakeReport(session_, title, *report, *matched, told, mark);
   told.flush();
   Renew();
   std::string said =
@@ -254,6 +272,20 @@ void Conferme::Take(const std::filesystem::path& file) {
   }
   said += told ? "; il resoconto è in Conferme.txt" : "; il resoconto non si scrive";
   Say(said);
+  return true;
+}
+
+void Conferme::OfferCards(const Report& report, const std::string& name) {
+  if (report.cards.empty()) return;
+  const bool paper = session_.Messages().AskYesNo(
+      kTitle,
+      fmt::format("Il file dice anche di {} Qsl ricevute (QSL_RCVD). Sono cartoline di carta ?",
+                  Number(std::ssize(report.cards))));
+  if (!paper) return;
+  const std::string said = Avviso.Text();
+  const std::int64_t taken = TakeCards(session_, fmt::format("Cartoline: {}", name), report);
+  Renew();
+  Say(fmt::format("{}; cartoline registrate {}", said, Number(taken)));
 }
 
 void Conferme::MatchChosen() {
@@ -267,6 +299,12 @@ void Conferme::MatchChosen() {
     return;
   }
   const std::string call = chosen->record.call;
+  if (chosen->state == kContradicts) {
+    return Say("Il Qso è abbinato: F8 lo apre nel log, che non cambia da solo");
+  }
+  if (chosen->state == kRefused) {
+    return Say("Il servizio non ha preso il Qso: correggerlo, o F7 per inviarlo di nuovo");
+  }
   if (!MatchByHand(session_, chosen->number, *key)) {
     Say(fmt::format("Il Qso {} non c'è, o ha già un record di quel servizio", *key));
     return;
@@ -279,7 +317,15 @@ void Conferme::IgnoreChosen() {
   const OpenRecord* const chosen = Chosen();
   if (chosen == nullptr) return;
   const std::string call = chosen->record.call;
-  const bool ignored = chosen->state == kStates[3].letter;
+  if (chosen->state == kRefused) {
+    ForgetRefusal(session_, chosen->record.service, chosen->candidates.front());
+    Renew();
+    return Say(call + " si invia di nuovo");
+  }
+  if (chosen->state == kContradicts) {
+    return Say("Un contrasto resta finché il log e il servizio non dicono lo stesso");
+  }
+  const bool ignored = chosen->state == kIgnored;
   Ignore(session_, {chosen->number}, !ignored);
   Renew();
   Say(call + (ignored ? " si guarda di nuovo al prossimo rapporto" : " ignorato"));

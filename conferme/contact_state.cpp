@@ -2,12 +2,27 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "base/text.h"
-#include "core/history.h"
-#include "core/quoted.h"
 #include "core/rows_beside.h"
 
 namespace brenvo::conferme {
+
+std::string DayText(base::DateTime day) {
+  return fmt::format("{:04}{:02}{:02}", day.Year(), day.Month(), day.Day());
+}
+
+std::string_view FirstPlace(std::string_view places) { return places.substr(0, places.find(',')); }
+
+bool AgreeOnPlace(std::string_view a, std::string_view b) {
+  const std::size_t size = std::min(a.size(), b.size());
+  return base::SameText(a.substr(0, size), b.substr(0, size));
+}
+
+bool IsInferred(std::string_view inferred, std::string_view what) {
+  return fmt::format(" {} ", inferred).find(fmt::format(" {} ", what)) != std::string::npos;
+}
 
 std::vector<ContactState> StatesOf(core::Session& session, std::span<const std::int64_t> keys) {
   std::vector<ContactState> states(keys.size());
@@ -47,30 +62,38 @@ bool ContactWriter::SetField(std::int64_t key, ContactState& state, std::string_
                              std::string_view value) {
   const auto [at, isNew] = state.fields.try_emplace(std::string(field), value);
   if (!isNew && at->second == value) return false;
-  session_.Contacts.Past().KeepField(key, field);
-  if (isNew) {
-    if (fields_ == nullptr) fields_ = session_.Db.OpenAppender("LogAdif");
-    fields_->Append({key, field, value});
-  } else {
-    at->second = value;
-    session_.Db.Execute(fmt::format("update LogAdif set Valore={} where QsoNr={} and Campo={}",
-                                    core::Quoted(value), key, core::Quoted(field)));
-  }
+  beside_.SetField(key, field, isNew ? std::nullopt : std::optional(at->second),
+                   std::string(value));
+  at->second = value;
   return true;
 }
 
 bool ContactWriter::Store(std::int64_t key, ContactState& state, const core::Confirmation& told) {
   const auto [at, isNew] = state.told.try_emplace(told.service, told);
   if (!isNew && at->second == told) return false;
-  session_.Contacts.Past().KeepConfirmation(key, told.service);
-  core::StoreConfirmation(session_.Db, key, told.service, told);
+  beside_.SetConfirmation(key, told.service, isNew ? std::nullopt : std::optional(at->second),
+                          told);
   at->second = told;
   return true;
 }
 
-void ContactWriter::SetColumns(std::int64_t key, std::string_view columns) {
-  session_.Contacts.Past().Keep(key);
-  session_.Db.Execute(fmt::format("update Log set {} where QsoNr={}", columns, key));
+void ContactWriter::SetColumn(std::int64_t key, std::string_view column,
+                              const engine::Value& value) {
+  beside_.Touch(key);
+  columns_[key].emplace_back(column, value);
+}
+
+void ContactWriter::Write() {
+  beside_.Write();
+  if (columns_.empty()) return;
+  if (log_ == nullptr) log_ = session_.Db.OpenTable("Log");
+  for (const auto& [key, columns] : columns_) {
+    log_->SetBookmark({key});
+    log_->Edit();
+    for (const auto& [column, value] : columns) log_->Set(column, value);
+    log_->Update();
+  }
+  columns_.clear();
 }
 
 }  // namespace brenvo::conferme

@@ -159,12 +159,12 @@ class Walk {
 
 std::optional<MatchedReport> MatchLog(core::Session& session,
                                       const std::vector<ReportRecord>& records,
-                                      const MatchProgress& progress) {
+                                      const MatchProgress& progress, Earlier earlier) {
   const ModeTable modes = ModeTable::Read(session.File(kModeRules));
   const auto rules =
       worked::LoadRules(session, [](const std::string& text) { throw std::runtime_error(text); });
   const auto reader = session.Db.OpenReader();
-  const Settled settled = ReadSettled(*reader);
+  const Settled settled = earlier == Earlier::kCounts ? ReadSettled(*reader) : Settled();
   const OwnCalls own(session.Db, *reader);
   Matcher matcher(records, modes, *rules, settled);
   Walk walk(session, *reader, matcher, modes, *rules, own,

@@ -62,8 +62,10 @@ void QrzAnswer::TakeParameters(std::string_view text) {
   }
   if (result_.empty() || result_ == "OK") return;
   if (result_ == "AUTH") {
-    throw ReportError("QRZ non ha accettato la chiave del logbook; nulla è cambiato");
+    throw LoginError("QRZ non ha accettato la chiave del logbook; nulla è cambiato");
   }
+  // Nothing that it was asked for.
+  if (count_ == "0" && reason_.empty()) return;
   throw ReportError(fmt::format("QRZ ha risposto con un errore{}; nulla è cambiato",
                                 reason_.empty() ? "" : ": " + base::Trim(reason_)));
 }
@@ -84,7 +86,7 @@ void QrzAnswer::PassBeginning() {
   std::int64_t count = -1;
   std::from_chars(count_.data(), count_.data() + count_.size(), count);
   // An answer without contacts has no log file.
-  if (result_ != "OK" || count != 0) {
+  if (result_.empty() || count != 0) {
     throw ReportError("La risposta di QRZ non ha contatti (manca ADIF=); nulla è cambiato");
   }
   over_ = true;

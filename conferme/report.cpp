@@ -70,10 +70,10 @@ std::string_view WithoutMark(std::string_view text) {
 
 void RequireNoPage(std::string_view first) {
   if (Holds(first, "Username/password incorrect")) {
-    throw ReportError("LoTW non ha accettato nome o parola d'ordine; nulla è cambiato");
+    throw LoginError("LoTW non ha accettato nome o parola d'ordine; nulla è cambiato");
   }
   if (Holds(first, "No such Username/Password found")) {
-    throw ReportError("eQSL non ha accettato nome o parola d'ordine; nulla è cambiato");
+    throw LoginError("eQSL non ha accettato nome o parola d'ordine; nulla è cambiato");
   }
   const std::string beginning = base::UpperAscii(WithoutMark(first).substr(0, 100));
   if (beginning.starts_with("<!DOCTYPE") || beginning.starts_with("<HTML")) {
@@ -255,10 +255,30 @@ class RecordReader {
       told = true;
     }
     if (!told) ++report_.silent;
+    if (report_.kind == ReportKind::kAdif) ReadCard(record);
+  }
+
+  void ReadCard(const adif::AdifRecord& record) {
+    if (!Says(record, "QSL_RCVD", "Y") && !Says(record, "QSL_RCVD", "V")) return;
+    const std::string way = base::UpperAscii(base::Trim(Text(record, "QSL_RCVD_VIA")));
+    if (way == "E") return;
+    ReportRecord read = Common(record, Service::kLotw);
+    read.day = adif::DateIn(Text(record, "QSLRDATE"));
+    cardKeeper_.Take(std::move(read));
+    if (cards_.records.empty()) return;
+    report_.cards.push_back(std::move(cards_.records.front()));
+    report_.cardWays.push_back(way);
+    cards_.records.clear();
+    if (report_.cards.size() > kMostRecords) {
+      throw ReportError(fmt::format("Il file ha più di {} cartoline", kMostRecords));
+    }
   }
 
   Report& report_;
   RecordKeeper& keeper_;
+  // A card that cannot be understood was told with its record.
+  Report cards_;
+  RecordKeeper cardKeeper_{cards_};
 };
 
 std::string HeaderOf(const adif::AdifReader& reader, std::string_view name) {
@@ -329,6 +349,7 @@ std::optional<Report> ReadRecords(WatchedSource& source, const ReportProgress& p
   }
   RequireWhole(report, reader, source.Last(), answer ? answer->Count() : std::nullopt);
   report.lastConfirmed = HeaderOf(reader, "APP_LOTW_LASTQSL");
+  report.lastAccepted = HeaderOf(reader, "APP_LOTW_LASTQSORX");
   return report;
 }
 

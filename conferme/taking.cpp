@@ -14,6 +14,7 @@
 #include "base/text.h"
 #include "contact_state.h"
 #include "core/history.h"
+#include "core/own_values.h"
 #include "core/preferences.h"
 #include "core/quoted.h"
 #include "core/transaction.h"
@@ -24,14 +25,7 @@ namespace {
 
 constexpr std::size_t kTogether = 1000;  // contacts that are read at once
 constexpr std::string_view kDoubtful = "D", kNobody = "N", kIgnored = "I", kCredit = "C";
-// When LoTW took a contact in.
-constexpr std::string_view kAcceptedField = "APP_LOTW_RXQSO", kAccepted = "Y";
-constexpr std::string_view kCreditField = "CREDIT_GRANTED";
-
-// "20010203".
-std::string DayText(base::DateTime day) {
-  return fmt::format("{:04}{:02}{:02}", day.Year(), day.Month(), day.Day());
-}
+constexpr std::string_view kAccepted = "Y";
 
 bool IsConfirmed(const ContactState& state, const ServiceFacts& facts) {
   const auto at = state.fields.find(std::string(facts.received));
@@ -39,15 +33,6 @@ bool IsConfirmed(const ContactState& state, const ServiceFacts& facts) {
   return base::SameText(at->second, facts.value) ||
          (facts.value == "Y" && base::SameText(at->second, "V"));
 }
-
-// The part that both have is the same.
-bool AgreeOnPlace(std::string_view a, std::string_view b) {
-  const std::size_t size = std::min(a.size(), b.size());
-  return base::SameText(a.substr(0, size), b.substr(0, size));
-}
-
-// As many of the record's places as there are, the first one counts for the log.
-std::string_view FirstPlace(std::string_view places) { return places.substr(0, places.find(',')); }
 
 class Taker {
  public:
@@ -100,12 +85,15 @@ class Taker {
     }
     if (!state.box && givesBox_[static_cast<std::size_t>(record.service)]) {
       confirmation.gaveBox = state.box = true;
-      writer_.SetColumns(key, "QslRicevuta=True");
+      writer_.SetColumn(key, "QslRicevuta", true);
     }
     changed = writer_.Store(key, state, confirmation) || changed;
     if (!record.iota.empty()) setMissing("IOTA", record.iota);
     return FillColumns(key, state, record) || changed;
   }
+
+  // What has been taken since goes into the tables.
+  void Write() { writer_.Write(); }
 
   std::int64_t filled = 0, conflicts = 0;
 
@@ -122,15 +110,18 @@ class Taker {
   }
 
   bool FillColumns(std::int64_t key, ContactState& state, const ReportRecord& record) {
-    std::vector<std::string> columns, said;
+    std::vector<std::string> said;
+    const auto fill = [&](std::string_view column, const engine::Value& value) {
+      writer_.SetColumn(key, column, value);
+    };
     const std::string place(FirstPlace(record.locator));
     if (!place.empty() && state.locator.empty()) {
       state.locator = place;
-      columns.push_back("Locator=" + core::Quoted(place));
+      fill("Locator", place);
       said.push_back("Locator " + place);
       if (const double distance = tables_.Distance(place); state.distance == 0 && distance > 0) {
         state.distance = distance;
-        columns.push_back(fmt::format("Qrb={}", base::PlainNumber(distance)));
+        fill("Qrb", distance);
       }
     } else if (!place.empty() && !AgreeOnPlace(state.locator, place)) {
       SayConflict(key, state, record, "Locator", state.locator, place);
@@ -143,10 +134,10 @@ class Taker {
     for (const Zone& zone : {Zone{"Zona CQ", "CQ", state.zoneCq, record.zoneCq},
                              Zone{"Zona ITU", "ITU", state.zoneItu, record.zoneItu}}) {
       if (zone.there == 0) continue;
-      const bool inferred = IsInferred(record, zone.inferred);
+      const bool inferred = IsInferred(record.inferred, zone.inferred);
       if (zone.here == 0) {
         zone.here = zone.there;
-        columns.push_back(fmt::format("[{}]={}", zone.column, zone.there));
+        fill(zone.column, zone.there);
         said.push_back(fmt::format("{} {}{}", zone.column, zone.there,
                                    inferred ? " (dedotta dal country)" : ""));
       } else if (zone.here != zone.there && !inferred) {
@@ -157,19 +148,14 @@ class Taker {
     if (!record.state.empty() && state.province.empty() &&
         tables_.IsProvince(state.country, record.state)) {
       state.province = record.state;
-      columns.push_back("Provincia=" + core::Quoted(record.state));
+      fill("Provincia", record.state);
       said.push_back("Provincia " + record.state);
     }
-    if (columns.empty()) return false;
+    if (said.empty()) return false;
     filled += std::ssize(said);
-    writer_.SetColumns(key, fmt::format("{}", fmt::join(columns, ",")));
     told_ << fmt::format("Riempito, {}: {} da {}\r\n", Named(key, state), fmt::join(said, ", "),
                          FactsOf(record.service).name);
     return true;
-  }
-
-  static bool IsInferred(const ReportRecord& record, std::string_view what) {
-    return (" " + record.inferred + " ").find(fmt::format(" {} ", what)) != std::string::npos;
   }
 
   core::Session& session_;
@@ -299,6 +285,7 @@ void TakeMatched(core::Session& session, const Report& report, const MatchedRepo
       if (learnt && !changed) ++counts.changed;
       changed = changed || learnt;
     }
+    taker.Write();
   }
   counts.filled = taker.filled;
   counts.conflicts = taker.conflicts;
@@ -354,13 +341,18 @@ std::vector<std::int64_t> Numbers(std::string_view text) {
 }  // namespace
 
 TakenCounts TakeReport(core::Session& session, std::string_view title, const Report& report,
-                       const MatchedReport& matched, std::ostream& told) {
+                       const MatchedReport& matched, std::ostream& told, const Mark& mark) {
   TakenCounts counts;
   session.Contacts.ChangeMany(title, {core::ContactTable::kLog}, [&] {
     core::Transaction transaction(session);
     TakeMatched(session, report, matched, told, counts);
-    const bool open = TakeOpen(session, report, matched, told, counts);
-    if (counts.changed > 0 || open) transaction.Commit();
+    bool further = TakeOpen(session, report, matched, told, counts);
+    if (!mark.value.empty() && core::OwnValue(session.Db, mark.name) != mark.value) {
+      session.Contacts.Past().KeepValue(mark.name);
+      core::StoreOwnValue(session.Db, mark.name, mark.value);
+      further = true;
+    }
+    if (counts.changed > 0 || further) transaction.Commit();
     return counts.changed > 0;
   });
   return counts;
@@ -395,7 +387,9 @@ bool MatchByHand(core::Session& session, std::int64_t number, std::int64_t qsoNr
         !record->credit && state.told.contains(std::string(FactsOf(record->service).name));
     if (!state.exists || taken) return false;
     std::ostringstream ignored;
-    Taker(session, ignored).Take(qsoNr, state, *record, true);
+    Taker taker(session, ignored);
+    taker.Take(qsoNr, state, *record, true);
+    taker.Write();
     session.Db.Execute(fmt::format("delete * from ConfermeRecord where Numero={}", number));
     transaction.Commit();
     matched = true;
@@ -448,6 +442,7 @@ std::int64_t FollowBoxChoice(core::Session& session, Service service) {
     for (std::size_t from = 0; from < keys.size(); from += kTogether) {
       const auto block = std::span(keys).subspan(from, std::min(kTogether, keys.size() - from));
       std::vector<ContactState> states = StatesOf(session, block);
+      const std::vector<bool> ofServices = core::BoxesOfServices(session.Db, block);
       for (std::size_t i = 0; i < block.size(); ++i) {
         ContactState& state = states[i];
         const auto mine = state.told.find(std::string(facts.name));
@@ -455,7 +450,7 @@ std::int64_t FollowBoxChoice(core::Session& session, Service service) {
         core::Confirmation told = mine->second;
         told.gaveBox = gives;
         // A card that has come since keeps the box.
-        bool box = gives || !core::IsBoxOfService(session.Db, block[i]);
+        bool box = gives || !ofServices[i];
         writer.Store(block[i], state, told);
         if (!gives) {
           // Another service that ticks has given it as well, from now on it alone.
@@ -470,57 +465,15 @@ std::int64_t FollowBoxChoice(core::Session& session, Service service) {
             writer.Store(block[i], state, given);
           }
         }
-        if (box != state.box)
-          writer.SetColumns(block[i], box ? "QslRicevuta=True" : "QslRicevuta=False");
+        if (box != state.box) writer.SetColumn(block[i], "QslRicevuta", box);
         ++changed;
       }
+      writer.Write();
     }
     transaction.Commit();
     return changed > 0;
   });
   return changed;
-}
-
-std::vector<Stages> StagesOf(core::Session& session) {
-  const auto count = [&](const std::string& select) {
-    return session.Db.OpenSnapshot(select)->Field(std::size_t{0}).Integer();
-  };
-  // Contacts of the log that keep the field with one of these values.
-  const auto with = [&](std::string_view field, std::string_view condition,
-                        std::string_view further = "") {
-    if (field.empty()) return std::int64_t{0};
-    return count(
-        fmt::format("select count(*) from LogAdif,Log where LogAdif.QsoNr=Log.QsoNr and "
-                    "Campo={}{}{}",
-                    core::Quoted(field), condition, further));
-  };
-  const std::int64_t contacts = count("select count(*) from Log");
-  std::vector<Stages> stages;
-  for (const ServiceFacts& facts : Services()) {
-    Stages each;
-    each.service = facts.service;
-    const std::string received =
-        fmt::format(" and Valore in ('{0}'{1})", facts.value, facts.value == "Y" ? ",'V'" : "");
-    each.sent = with(facts.sent, " and Valore='Y'");
-    each.toSend = contacts - each.sent;
-    if (facts.service == Service::kLotw) {
-      each.accepted = with(kAcceptedField, "");
-      each.credited = with(kCreditField, " and Valore like '*LOTW*'");
-    }
-    each.confirmed = with(facts.received, received);
-    const base::DateTime before = session.Now().Later(-kLateDays * 24 * 60 * 60).DatePart();
-    const std::string unconfirmed =
-        fmt::format(" and Log.QsoNr not in (select QsoNr from LogAdif where Campo={}{})",
-                    core::Quoted(facts.received), received);
-    // Where the day of sending is not known, the contact's own day is the nearest.
-    each.late = with(facts.sentDay, fmt::format(" and Valore<'{}'", DayText(before)), unconfirmed) +
-                with(facts.sent, " and Valore='Y'",
-                     fmt::format("{} and DataQso<DateValue('{}') and Log.QsoNr not in (select "
-                                 "QsoNr from LogAdif where Campo={})",
-                                 unconfirmed, base::DateText(before), core::Quoted(facts.sentDay)));
-    stages.push_back(each);
-  }
-  return stages;
 }
 
 }  // namespace brenvo::conferme

@@ -7,6 +7,7 @@
 #include "base/match.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "core/confirmations.h"
 #include "core/country_map.h"
 #include "core/entry.h"
 #include "core/lists.h"
@@ -42,6 +43,7 @@ void LogForm::ClearQso() {
     for (forms::ListField* list : {&Banda, &Modo}) list->SetListIndex(-1);
   }
   for (forms::CheckBox* box : {&QslDaInviare, &QslRicevuta, &QslInviata}) box->SetOn(false);
+  QslDi.SetText("");
   PrevCall = PrevCountry = PrevLocator = "";
   PrevBanda = keepsLink ? Banda.Text() : "";
   TellUnreadable("");
@@ -183,6 +185,11 @@ void LogForm::ShowQso() {
                            [&](forms::CheckBox* box) { box->SetOn(!text.empty()); }},
                record_[i].field);
   }
+  const std::string givers =
+      QslRicevuta.IsOn()
+          ? core::GiversOfBox(session_.Db, static_cast<std::int64_t>(base::Val(shown.qsoNr)))
+          : std::string();
+  QslDi.SetText(givers.empty() ? "" : "da " + givers);
   if (cmMappa.Down() && !Country.Text().empty()) core::ShowCountryMap(session_, Country.Text());
 }
 

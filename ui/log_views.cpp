@@ -16,8 +16,8 @@ Piece LogFormView() {
        Frame("Collegamento",
              Form({Line({Item("Banda"), Item("Frequenza"), Item("Modo"), Item("QrkDato")}),
                    Line({Item("Potenza"), Item("Propagazione"), Space(), Item("QrkRicevuto")})})),
-       Frame("Qsl", Line({Item("QslDaInviare"), Item("QslInviata"), Item("QslRicevuta"), Space(),
-                          Item("cmAnnulla")})),
+       Frame("Qsl", Line({Item("QslDaInviare"), Item("QslInviata"), Item("QslRicevuta"),
+                          Item("QslDi"), Space(), Item("cmAnnulla")})),
        Form({Item("Note")}), Item("Avviso")});
   return Either("PanelGriglia", Column({Item("DataGrid1")}), Framed("Panel3D1", fields));
 }

@@ -77,8 +77,8 @@ void DropWhatIsKeptNoLonger(core::Session& session) {
   core::Transaction transaction(session.Db);
   core::ThinHistory(session.Db, session.Now(), session.Choices.Get<core::choice::kHistoryDays>(),
                     session.Choices.Get<core::choice::kHistoryContacts>());
-  for (const char* table :
-       {"LogAdif", "LogOrigine", "Verificati", "LogQsl", "EntitaQso", "LogConferme"}) {
+  for (const char* table : {"LogAdif", "LogOrigine", "Verificati", "LogQsl", "EntitaQso",
+                            "LogConferme", "LogInviati"}) {
     session.Db.Execute(std::string("DELETE * FROM ") + table +
                        " WHERE QsoNr NOT IN (SELECT QsoNr FROM Log) AND QsoNr NOT IN (SELECT "
                        "QsoNr FROM StoriaLog)");

@@ -434,6 +434,21 @@ CREATE UNIQUE INDEX "Nominativi.PrimaryKey" ON "Nominativi" (
 );
 )";
 
+// LogInviati: that a service was sent a contact, as it stood then. Impronta changes with what the
+// service looks at; Esito is what it has said against the contact, empty where it has taken it.
+constexpr std::string_view kSent = R"(
+CREATE TABLE "LogInviati" (
+  "QsoNr" INTEGER,
+  "Servizio" TEXT,
+  "Impronta" TEXT,
+  "Esito" TEXT
+);
+CREATE UNIQUE INDEX "LogInviati.PrimaryKey" ON "LogInviati" (
+  "QsoNr",
+  rtrim("Servizio") COLLATE NOCASE
+);
+)";
+
 // Of a list of awards: its groups first, behind them what the operator asks for most.
 constexpr std::string_view kAwardIndexes = R"(
 CREATE INDEX "Log.FieldQsl" ON "Log" (
@@ -476,7 +491,8 @@ constexpr SchemaStep kSteps[] = {
     {8, "Contest con le regole", kContestsByRules},
     {9, "Conferme dei servizi", kConfirmations},
     {10, "Nominativi conosciuti", kKnownCalls},
-    {11, "Indici dei diplomi", kAwardIndexes},
+    {11, "Che cosa è stato inviato ai servizi", kSent},
+    {12, "Indici dei diplomi", kAwardIndexes},
 };
 
 constexpr std::string_view kStepTable = R"(

@@ -172,10 +172,11 @@ TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
   Make();
   sqlite3* file = nullptr;
   sqlite3_open(Out().c_str(), &file);
-  for (const char* table : {"Storia", "StoriaNuovi", "StoriaLog", "StoriaCampi", "StoriaContestQso",
-                            "StoriaContest", "StoriaScelta", "NoteStazioni", "Verificati", "LogQsl",
-                            "EntitaCarichi", "EntitaRighe", "EntitaQso", "Gare", "GareBande",
-                            "GareQso", "LogConferme", "ConfermeRecord", "Nominativi"}) {
+  for (const char* table :
+       {"Storia",        "StoriaNuovi",  "StoriaLog",      "StoriaCampi", "StoriaContestQso",
+        "StoriaContest", "StoriaScelta", "NoteStazioni",   "Verificati",  "LogQsl",
+        "EntitaCarichi", "EntitaRighe",  "EntitaQso",      "Gare",        "GareBande",
+        "GareQso",       "LogConferme",  "ConfermeRecord", "Nominativi",  "LogInviati"}) {
     const std::string drop = std::string("DROP TABLE ") + table;
     EXPECT_EQ(sqlite3_exec(file, drop.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
   }
@@ -189,7 +190,8 @@ TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
               ElementsAre("Storia dei contatti", "Note delle stazioni e verifiche",
                           "Qsl inviate e ricevute, con via e data", "Country per data",
                           "La regola che ha dato il country", "Contest con le regole",
-                          "Conferme dei servizi", "Nominativi conosciuti", "Indici dei diplomi"));
+                          "Conferme dei servizi", "Nominativi conosciuti",
+                          "Che cosa è stato inviato ai servizi", "Indici dei diplomi"));
   EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
   EXPECT_THAT(Query(Out(), "SELECT Lavoro FROM Storia"), IsEmpty());
 }

@@ -6,8 +6,10 @@
 #include <optional>
 #include <vector>
 
+#include "conferme/download.h"
 #include "conferme/sending.h"
 #include "conferme/taking.h"
+#include "conferme/upload.h"
 #include "core/table_rows.h"
 #include "core/table_window.h"
 #include "forms/choice_fields.h"
@@ -20,7 +22,7 @@ namespace brenvo::conferme {
 // each service, and the candidates of the marked record, of which one can be given to it.
 class Conferme : public core::TableWindow {
  public:
-  explicit Conferme(core::Session& session);
+  explicit Conferme(core::Session& session, const Addresses& addresses = {});
   void Load() override;
 
   forms::ListField Servizio{
@@ -73,7 +75,7 @@ class Conferme : public core::TableWindow {
                           "cmIgnora",
                           "Ignora",
                           {.tip = "Il record segnato non si mostra più, finché non lo si chiede; "
-                                  "su uno ignorato lo rimette",
+                                  "su uno ignorato lo rimette, un Qso rifiutato si invia di nuovo",
                            .shortcut = "F7",
                            .run = [this] { IgnoreChosen(); },
                            .enabled = [this] { return Chosen() != nullptr; }}};
@@ -93,20 +95,55 @@ class Conferme : public core::TableWindow {
                             .shortcut = "F9",
                             .run = [this] { WriteUnsent(); },
                             .enabled = [this] { return Servizio.ListIndex() > 0; }}};
+  forms::Command cmScarica{*this,
+                           "cmScarica",
+                           "Scarica le conferme",
+                           {.tip = "Chiede al servizio scelto che cosa ha confermato dall'ultima "
+                                   "volta, e lo abbina al log",
+                            .run = [this] { FetchReport(); },
+                            .enabled = [this] { return Servizio.ListIndex() > 0 && !IsAtWork(); }}};
+  forms::Command cmInvia{
+      *this,
+      "cmInvia",
+      "Invia i Qso",
+      {.tip = "Invia al servizio scelto i Qso nuovi e quelli cambiati; a LoTW li "
+              "firma tqsl",
+       .run = [this] { SendContacts(); },
+       .enabled = [this] { return Servizio.ListIndex() > 0 && !IsAtWork(); }}};
+  forms::Command cmFerma{*this,
+                         "cmFerma",
+                         "Ferma",
+                         {.tip = "Ferma quello che si scarica o si invia; quello che è già fatto "
+                                 "resta",
+                          .shortcut = "Esc",
+                          .run = [this] { StopExchange(); },
+                          .enabled = [this] { return IsExchanging(); }}};
   forms::Command cmTqsl{*this,
                         "cmTqsl",
                         "Firma e invia a LoTW",
                         {.tip = "tqsl firma i Qso non ancora inviati e li manda a LoTW, con la "
                                 "località che ha il nome della stazione",
                          .run = [this] { SignAndSend(); },
-                         .enabled = [this] { return !signing_.IsAtWork(); }}};
+                         .enabled = [this] { return !IsAtWork(); }}};
 
  protected:
   void RowChosen() override;
 
  private:
   void ReadFile();
-  void Take(const std::filesystem::path& file);
+  void TakeFile(const std::filesystem::path& file);
+  // False when it was stopped.
+  bool Take(Report& report, const std::string& name, const std::string& title, const Mark& mark);
+  bool TakeDownloaded(const Downloaded& downloaded);
+  void FetchReport();
+  void SendContacts();
+  void StopExchange();
+  void CloseExchange(const std::string& said);
+  bool IsExchanging() const { return download_.IsAtWork() || upload_.IsAtWork(); }
+  bool IsAtWork() const { return IsExchanging() || signing_.IsAtWork(); }
+  const ServiceFacts& ChosenService() const;
+  // Where a file tells of cards too, the operator says whether they are paper.
+  void OfferCards(const Report& report, const std::string& name);
   void MatchChosen();
   void IgnoreChosen();
   void OpenCandidate();
@@ -123,9 +160,14 @@ class Conferme : public core::TableWindow {
   std::optional<std::int64_t> CandidateChosen();
 
   std::vector<OpenRecord> open_;
+  bool hasContradictions_ = false;  // among these: looked for when they are wanted
   core::KeyedRows rows_;
   std::vector<std::int64_t> listed_;  // a number a candidate
   Signing signing_;
+  Download download_;
+  Upload upload_;
+  base::DateTime lastAsked_;  // of eQSL
+  std::string asked_;         // what came of the reports that were asked for
   forms::Subscription changed_, reopened_;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,10 +22,14 @@ struct MatchedReport {
 // `done` of the log's contacts; false stops.
 using MatchProgress = std::function<bool(std::int64_t done)>;
 
+// Whether what earlier reports and the operator have settled counts, or stands aside.
+enum class Earlier : std::uint8_t { kCounts, kAside };
+
 // Reads the log once, by number, as it was stored when this began. Nothing when it was stopped.
 // Throws DatabaseError, and std::runtime_error for tables of rules that cannot be read.
 std::optional<MatchedReport> MatchLog(core::Session& session,
                                       const std::vector<ReportRecord>& records,
-                                      const MatchProgress& progress = {});
+                                      const MatchProgress& progress = {},
+                                      Earlier earlier = Earlier::kCounts);
 
 }  // namespace brenvo::conferme

@@ -48,13 +48,24 @@ struct Report {
   std::int64_t repeated = 0;          // ...stood there already
   std::int64_t faulty = 0;            // ...cannot be understood
   std::vector<std::string> faults;    // the first of these: "riga 12: manca il nominativo"
-  std::string lastConfirmed;          // until when LoTW has told: where the next report begins
+  // Cards that have come, as any log file tells of them (QSL_RCVD), and the letter of each one's
+  // way (core/qsl_cards.h), empty where it is not told: paper, where the operator says so.
+  std::vector<ReportRecord> cards;
+  std::vector<std::string> cardWays;
+  // Until when LoTW has told, of confirmations and of contacts: where the next report begins.
+  std::string lastConfirmed, lastAccepted;
 };
 
 // What cannot be taken as a report, in Italian; nothing of it is to be used.
 class ReportError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+};
+
+// The service has not accepted who asks.
+class LoginError : public ReportError {
+ public:
+  using ReportError::ReportError;
 };
 
 // Fills a buffer and tells how many bytes it gave; 0 at the end.

@@ -8,20 +8,41 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "conferme/services.h"
 #include "core/session.h"
+#include "core/stations.h"
 #include "platform/process.h"
 
 namespace brenvo::conferme {
 
-// The contacts that have not been sent to the service, and those that were to be sent again (the
-// field of the service says R or Q), by number; none that is not to be sent (N and I).
+// The contacts that have not been sent to the service, those that were to be sent again (the field
+// of the service says R or Q), and those that have been and were changed since in what the service
+// looks at, by number; none that is not to be sent (N and I), nor one that it has refused as it
+// stands.
 std::vector<std::int64_t> UnsentTo(core::Session& session, Service service);
 // They have been sent there today; one work that can be taken back. Gives how many have changed.
 std::int64_t MarkSent(core::Session& session, Service service,
                       const std::vector<std::int64_t>& keys);
+
+// What a service has said of a contact that it does not take.
+struct Refusal {
+  std::int64_t qsoNr = 0;
+  std::string words;
+};
+void KeepRefusals(core::Session& session, Service service, const std::vector<Refusal>& refusals);
+// Those whose contact stands as it was refused, by number.
+std::vector<Refusal> RefusalsOf(core::Session& session, Service service);
+// It is to be sent again.
+void ForgetRefusal(core::Session& session, Service service, std::int64_t qsoNr);
+// How many contacts were sent and have been changed since.
+std::int64_t ChangedSince(core::Session& session, Service service);
+
+// The contacts by the stations that they were made from; those of none are the current one's.
+std::vector<std::pair<core::StationRow, std::vector<std::int64_t>>> ByStation(
+    core::Session& session, const std::vector<std::int64_t>& keys);
 
 // What the end of tqsl means.
 struct SigningEnd {

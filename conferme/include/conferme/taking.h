@@ -24,12 +24,17 @@ struct TakenCounts {
   friend bool operator==(const TakenCounts&, const TakenCounts&) = default;
 };
 
+// Until when a service has told, as the log keeps it (core/own_values.h).
+struct Mark {
+  std::string name, value;
+};
+
 // One work of the history, in one transaction: each contact gets its confirmation, and what it
 // lacks is filled in from the record; what has no contact is kept to be asked about. Writes each
-// change, conflict and doubt to `told`, in UTF-8. Taking the same again changes nothing. Throws
-// DatabaseError; then nothing is stored.
+// change, conflict and doubt to `told`, in UTF-8. Taking the same again changes nothing. A mark is
+// stored, and taken back, with it. Throws DatabaseError; then nothing is stored.
 TakenCounts TakeReport(core::Session& session, std::string_view title, const Report& report,
-                       const MatchedReport& matched, std::ostream& told);
+                       const MatchedReport& matched, std::ostream& told, const Mark& mark = {});
 
 // A record that has no contact, by its number in table ConfermeRecord.
 struct OpenRecord {
@@ -57,7 +62,8 @@ bool GivesBox(core::Session& session, Service service);
 struct Stages {
   Service service = Service::kLotw;
   std::int64_t toSend = 0, sent = 0, accepted = 0, confirmed = 0, credited = 0;
-  std::int64_t late = 0;  // sent, of more than 60 days ago, and not confirmed
+  std::int64_t refused = 0;  // as they stand; not among those to send
+  std::int64_t late = 0;     // sent, of more than 60 days ago, and not confirmed
 };
 inline constexpr std::int64_t kLateDays = 60;
 std::vector<Stages> StagesOf(core::Session& session);

@@ -177,6 +177,15 @@ inline constexpr Choice kContestKeys[] = {
      TextKind{"LOC? | locatore.wav"}},
     {"Contest", "F8", "Tasto F8 nei contest", "Testo in CW, poi | e il file di suono",
      TextKind{"{CALL} QSO B4 | doppio.wav"}}};
+inline constexpr Choice kLotwUser{
+    "Conferme", "UtenteLoTW", "Nome utente di LoTW",
+    "Con che nome la stazione chiede i rapporti a LoTW; vuoto è il nominativo", TextKind{}};
+inline constexpr Choice kEqslUser{"Conferme", "UtenteEQSL", "Nome utente di eQSL",
+                                  "Con che nome la stazione parla a eQSL; vuoto è il nominativo",
+                                  TextKind{}};
+inline constexpr Choice kClubLogUser{"Conferme", "UtenteClubLog", "Posta elettronica di Club Log",
+                                     "L'indirizzo di posta con cui Club Log conosce la stazione",
+                                     TextKind{}};
 
 inline constexpr Choice kRigConnects{"Rtx", "Collega", "Collega l'rtx",
                                      "L'rtx si collega all'avvio, anche a finestra Rtx chiusa",

@@ -75,6 +75,8 @@ class LogForm : public core::LogWindow {
   forms::CheckBox QslDaInviare{*this, "QslDaInviare", {.caption = "Qsl da inviare"}};
   forms::CheckBox QslRicevuta{*this, "QslRicevuta", {.caption = "Qsl ricevuta"}};
   forms::CheckBox QslInviata{*this, "QslInviata", {.caption = "Qsl inviata"}};
+  // Whose the ticked QslRicevuta of the record on screen is where no card has come: "da LoTW".
+  forms::Label QslDi{*this, "QslDi"};
   forms::TextField QsoNr{
       *this,
       "QsoNr",
