@@ -28,6 +28,7 @@
 #include "ui/qt_serial_port.h"
 #include "ui/qt_tcp_client.h"
 #include "ui/qt_tcp_server.h"
+#include "ui/qt_udp_socket.h"
 
 #include "recorder/recording_platform.h"
 
@@ -43,6 +44,9 @@ class RealLines : public recorder::RecordingPlatform {
   }
   std::unique_ptr<platform::TcpServer> MakeTcpServer(std::string_view) override {
     return std::make_unique<QtTcpServer>(Gate);
+  }
+  std::unique_ptr<platform::UdpSocket> MakeUdpSocket(std::string_view) override {
+    return std::make_unique<QtUdpSocket>(Gate);
   }
   std::unique_ptr<platform::Process> MakeProcess() override {
     return std::make_unique<QtProcess>(Gate);
