@@ -11,6 +11,7 @@
 #include "bench/support/bench_station.h"
 #include "bench/support/figures.h"
 #include "bench/support/hand.h"
+#include "bench/support/peak_memory.h"
 #include "tests/support/adif_samples.h"
 
 namespace brenvo::bench {
@@ -94,18 +95,6 @@ void ExportByHand(sqlite3* file, const std::filesystem::path& to) {
     line += "<EOR>\r\n";
     out << line;
   }
-}
-
-// The most memory that the process has held since it was last forgotten.
-void ForgetPeakMemory() { std::ofstream("/proc/self/clear_refs") << "5"; }
-std::string PeakMemory() {
-  std::ifstream status("/proc/self/status");
-  std::string word;
-  while (status >> word && word != "VmHWM:") {
-  }
-  std::int64_t kibibytes = 0;
-  status >> kibibytes;
-  return fmt::format("{} MB", kibibytes / 1024);
 }
 
 class AdifTasks {
