@@ -434,6 +434,37 @@ CREATE UNIQUE INDEX "Nominativi.PrimaryKey" ON "Nominativi" (
 );
 )";
 
+// Of a list of awards: its groups first, behind them what the operator asks for most.
+constexpr std::string_view kAwardIndexes = R"(
+CREATE INDEX "Log.FieldQsl" ON "Log" (
+  rtrim(substr("Locator", 1, 2)) COLLATE NOCASE,
+  "QslRicevuta",
+  rtrim("Banda") COLLATE NOCASE,
+  rtrim("Modo") COLLATE NOCASE
+);
+CREATE INDEX "Log.SquareQsl" ON "Log" (
+  rtrim(substr("Locator", 1, 4)) COLLATE NOCASE,
+  "QslRicevuta",
+  rtrim("Banda") COLLATE NOCASE,
+  rtrim("Modo") COLLATE NOCASE
+);
+CREATE INDEX "Log.PrefissoQsl" ON "Log" (
+  rtrim("Prefisso") COLLATE NOCASE,
+  "QslRicevuta",
+  rtrim("Country") COLLATE NOCASE,
+  rtrim("Banda") COLLATE NOCASE,
+  rtrim("Modo") COLLATE NOCASE
+);
+DROP INDEX IF EXISTS "Log.Provincia";
+CREATE INDEX "Log.ProvinciaQsl" ON "Log" (
+  rtrim("Provincia") COLLATE NOCASE,
+  "QslRicevuta",
+  rtrim("Country") COLLATE NOCASE,
+  rtrim("Banda") COLLATE NOCASE,
+  rtrim("Modo") COLLATE NOCASE
+);
+)";
+
 constexpr SchemaStep kSteps[] = {
     {1, "Campi conservati dei file di log", kKeptFields},
     {2, "Stazioni, e un nome per ogni contatto", kOrigin},
@@ -445,6 +476,7 @@ constexpr SchemaStep kSteps[] = {
     {8, "Contest con le regole", kContestsByRules},
     {9, "Conferme dei servizi", kConfirmations},
     {10, "Nominativi conosciuti", kKnownCalls},
+    {13, "Indici dei diplomi", kAwardIndexes},
 };
 
 constexpr std::string_view kStepTable = R"(
