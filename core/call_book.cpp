@@ -23,8 +23,9 @@ KnownCall ReadKnown(engine::Recordset& row) {
   for (const PlaceColumns& each : kPlaces) {
     const std::string locator = row.Field(each.locator).Text();
     if (locator.empty()) continue;
-    known.places.push_back(
-        {locator, row.Field(each.seen).ReadableDate(), row.Field(each.times).Integer()});
+    const engine::Value seen = row.Field(each.seen);
+    known.places.push_back({locator, seen.IsNull() ? std::nullopt : seen.ReadableDate(),
+                            row.Field(each.times).Integer()});
   }
   return known;
 }

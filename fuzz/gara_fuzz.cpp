@@ -1,12 +1,16 @@
 // Links: gara
-// Arbitrary bytes as a contest's rules and as both kinds of log: every reader ends, a rule without
-// faults counts alike both ways, and a log written again reads as the same contacts.
+// Arbitrary bytes as a contest's rules, as both kinds of log and as a file that teaches calls:
+// every reader ends, a rule without faults counts alike both ways, a log written again reads as the
+// same contacts, and a call is known once, with no more places than there is room for.
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "gara/call_file.h"
 #include "gara/count.h"
+#include "gara/keyer.h"
 #include "gara/log_file.h"
 #include "gara/rule.h"
 
@@ -46,6 +50,25 @@ void TryLog(const ReadContestLog& read) {
   }
 }
 
+void TryCalls(std::string_view bytes) {
+  std::string before;
+  for (const brenvo::core::KnownCall& each : ReadCallFileBytes(bytes).calls) {
+    if (each.call <= before || each.call.size() > brenvo::core::kLongestKnownCall) std::abort();
+    if (each.places.size() > brenvo::core::kMostPlaces) std::abort();
+    for (const auto& place : each.places) {
+      if (!IsLocator(place.locator, 6)) std::abort();
+    }
+    before = each.call;
+  }
+}
+
+void TryKey(std::string_view bytes) {
+  const std::string call(bytes.substr(0, 20));
+  for (const char c : CwText(FillKeyText(bytes, {call, call, call, call, call, call}))) {
+    if (c < ' ' || c > '~') std::abort();
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -53,5 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   TryRule(bytes);
   TryLog(ReadEdi(bytes));
   TryLog(ReadCabrillo(bytes));
+  TryCalls(bytes);
+  TryKey(bytes);
   return 0;
 }

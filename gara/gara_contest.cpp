@@ -447,6 +447,7 @@ void GaraContest::Recount() {
   count_ = std::make_unique<Count>(rule_, Own());
   places_.clear();
   stations_.clear();
+  lookedUp_.reset();
   for (std::size_t i = 0; i < qsos_.size(); ++i) {
     count_->Add(qsos_[i].contact);
     Remember(i);

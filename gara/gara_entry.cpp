@@ -241,6 +241,7 @@ void GaraContest::StoreBehindAll(StoredQso qso) {
     StoreNewQso(session_, put_, *entry_, qso, {});
   }
   count_->Add(qso.contact);
+  lookedUp_.reset();
   const std::int64_t key = KeyOf(qso.contact);
   qsos_.push_back(std::move(qso));
   Remember(qsos_.size() - 1);

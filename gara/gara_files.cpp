@@ -293,6 +293,7 @@ void GaraContest::LearnFile() {
   const ReadCallFile read = ReadCallFileBytes(*bytes);
   const core::LearnedCalls learned = core::LearnCalls(session_, read.calls);
   known_.reset();
+  lookedUp_.reset();
   std::vector<Finding> findings;
   for (const ReadNote& note : read.notes) {
     findings.push_back(

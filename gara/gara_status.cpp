@@ -84,7 +84,8 @@ std::vector<core::PlaceOfCall> GaraContest::PlacesOf(std::string_view call, bool
       for (int i = 0; i < kMost && !rows->EOF_(); ++i, rows->MoveNext()) {
         const std::string locator =
             base::UpperAscii(base::Trim(rows->Field(std::size_t{0}).Text())).substr(0, 6);
-        const auto when = rows->Field(1).ReadableDate();
+        const engine::Value told = rows->Field(1);
+        const auto when = told.IsNull() ? std::nullopt : told.ReadableDate();
         const auto day = when ? std::optional(when->DatePart()) : std::nullopt;
         if (!IsLocator(locator, 6) || (leavesOut && day == entry_->Day())) continue;
         const auto there = std::ranges::find(worked, locator, &core::PlaceOfCall::locator);
@@ -215,7 +216,11 @@ void GaraContest::ShowStatus() {
     parts.push_back(corrected_ ? "Si corregge" : "Nuovo");
     for (const std::string& each : worth.multipliers) parts.push_back("moltiplicatore " + each);
   }
-  const auto known = PlacesOf(call, false);
+  // The other fields of a contact ask nothing anew.
+  if (!lookedUp_ || lookedUp_->call != call) {
+    lookedUp_ = LookedUp{call, PartialsOf(call), PlacesOf(call, false)};
+  }
+  const auto& known = lookedUp_->places;
   std::int64_t serial = 0;
   if (!known.empty()) expected_ = known.front().locator;
   for (const std::size_t place : WithStation(call)) {
@@ -237,7 +242,7 @@ void GaraContest::ShowStatus() {
   if (!places.empty()) past.push_back("locatore " + Listed(places, " / "));
   if (serial > 0) past.push_back(fmt::format("il suo progressivo era {}", serial));
   Storia.SetText(Listed(past, ", "));
-  Parziali.SetText(PartialsOf(call));
+  Parziali.SetText(lookedUp_->partials);
   Cambi.SetText(OtherBandsOf(call));
   Punti.SetText(std::to_string(worth.points));
 }

@@ -31,7 +31,9 @@ TEST_F(CallBook, WhatIsLearnedStandsBesideWhatIsKnown) {
   EXPECT_THAT(Known(), ElementsAre("IK4ABC|JN54MN|06/07/2024|3|JN63AA||1|3", "W1AW|||||||4"));
   const auto known = FindKnownCall(session.Db, "ik4abc");
   ASSERT_TRUE(known);
-  EXPECT_EQ(known->places.size(), 2u);
+  ASSERT_EQ(known->places.size(), 2u);
+  EXPECT_EQ(known->places[0].seen, DayIn(2024));
+  EXPECT_FALSE(known->places[1].seen);
   EXPECT_FALSE(FindKnownCall(session.Db, "IK4AB"));
   EXPECT_THAT(AllKnownCalls(session.Db), ElementsAre("IK4ABC", "W1AW"));
 }

@@ -395,6 +395,41 @@ TEST_F(GaraStation, AnOperatorsBrokenFileIsTold) {
   EXPECT_THAT(window->Avviso.Text(), StartsWith("Regole che non si leggono: mio.json: riga 1"));
 }
 
+TEST_F(GaraStation, AKeyAndAContactAskTheStoreTheSameHoweverManyThereAre) {
+  Begin(kIaru, "07/09/2024");
+  int next = 0;
+  const auto work = [&] {
+    ++next;
+    Work(fmt::format("DL{}{}{}X", next % 10, static_cast<char>('A' + next / 10 % 26),
+                     static_cast<char>('A' + next / 260 % 26)),
+         "7", "JN48QT");
+  };
+  struct Cost {
+    std::int64_t statements, rows;
+    bool operator==(const Cost&) const = default;
+  };
+  const auto costOf = [&](const std::function<void()>& event) {
+    const engine::EngineCounters before = session.Db.Counters();
+    event();
+    const engine::EngineCounters after = session.Db.Counters();
+    return Cost{after.statements - before.statements, after.rowsStepped - before.rowsStepped};
+  };
+  const auto key = [&] { Type(window->Call, "OZ"); };
+  const auto empty = [&] {
+    Press(*window, "cmSvuota");
+    Event([&] { window->Locator.SetText(""); });
+  };
+  for (int i = 0; i < 5; ++i) work();
+  const Cost few = costOf(work), keyOfFew = costOf(key);
+  empty();
+  for (int i = 0; i < 30; ++i) work();
+  const Cost many = costOf(work), keyOfMany = costOf(key);
+  EXPECT_EQ(many.statements, few.statements);
+  EXPECT_EQ(many.rows, few.rows);
+  EXPECT_EQ(keyOfMany.statements, keyOfFew.statements);
+  EXPECT_EQ(keyOfMany.rows, keyOfFew.rows);
+}
+
 TEST_F(GaraStation, FiveHundredContactsWithCorrectionsScoreAsTheSlowRecount) {
   machine.SetNow(base::DateTime::Of(2024, 10, 5, 16, 0, 0));
   Begin(kUhf, "05/10/2024");

@@ -56,8 +56,9 @@ contacts() {
 
 {
   echo 'clock "2024-10-05 16:30:00"'
-  echo "exec update [User] set Call='IK4ABC',Locator='JN54MN'"
+  echo "exec update [User] set Call='IK4ABC'"
   echo "menu cmGaraContest"
+  echo 'set GaraContest.MioLocator "JN54MN"'
   echo 'set GaraContest.Regole "IARU Region 1 UHF e microonde"'
   echo "press GaraContest.cmNuova"
   contacts 1 30
@@ -97,12 +98,10 @@ band=23cm
   cat "$work/said" >&2
   exit 1
 }
-# A row is "row", then the cells with tabs between.
-sed -n 's/^row[^0-9]*//p' "$work/said" | tr -d '"' | tr -s ' \t' ' ' | sed 's/^ //' |
-  awk 'NF == 4' | sort > "$work/base"
+awk '$1 == "row" && NF == 5 { print $2, $3, $4, $5 }' "$work/said" | sort > "$work/base"
 sort "$paper" > "$work/wanted"
 diff -u "$work/wanted" "$work/base"
-points=$(sed -n 's/^row[^0-9]*\([0-9]*\)$/\1/p' "$work/said" | tail -n 1)
+points=$(awk '$1 == "row" && NF == 2 { print $2 }' "$work/said")
 recount=$(awk -v own=JN54MN -f "$root/tools/show/recount.awk" "$paper")
 if [ "$points" != "$recount" ]; then
   echo "points $points, from paper $recount" >&2

@@ -447,7 +447,7 @@ void Driver::Fail(const Words& words) {
     machine_.Serial().FailNext(port);
   } else if (words[0] == "printer") {
     machine_.GetPrinter().FailNext();
-  } else if (words[0] == "WSJTX" || words[0] == "ADIF") {
+  } else if (words[0] == "WSJTX" || words[0] == "ADIF" || words[0] == "CW") {
     machine_.Udp().FailNext(words[0]);
   } else if (words[0] == "RIG" || words[0] == "ROTOR" || Running().Windows.Knows(words[0])) {
     machine_.Tcp().FailNext(words[0]);

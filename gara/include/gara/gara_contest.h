@@ -346,7 +346,13 @@ class GaraContest : public core::ArrangedWindow {
   std::map<std::string, std::int64_t> serials_;           // the last one given, by band
   std::unordered_map<std::int64_t, std::size_t> places_;  // by key
   std::unordered_map<std::string, std::vector<std::size_t>> stations_;  // places, by the plain call
-  std::unique_ptr<CallList> known_;        // null until they are asked for
+  std::unique_ptr<CallList> known_;  // null until they are asked for
+  // What was found of the call that is typed, until a contact or a file may tell otherwise.
+  struct LookedUp {
+    std::string call, partials;
+    std::vector<core::PlaceOfCall> places;
+  };
+  std::optional<LookedUp> lookedUp_;
   std::optional<std::int64_t> corrected_;  // the key of the one in the fields
   std::optional<Kept> kept_;
   std::string expected_;  // locator
