@@ -12,6 +12,7 @@
 #include "core/history.h"
 #include "core/log_contact.h"
 #include "core/transaction.h"
+#include "engine/watched.h"
 #include "kept_fields.h"
 #include "record_origin.h"
 #include "record_storing.h"
@@ -106,6 +107,7 @@ class ContactWriter {
       : options_(options),
         tables_(tables),
         report_(report),
+        session_(session),
         database_(session.Db),
         kept_(session.Db),
         cards_(session.Db),
@@ -114,6 +116,18 @@ class ContactWriter {
         beside_(session.Db.OpenAppender("EntitaQso")),
         contacts_(session.Contacts),
         new_(contacts_.OpenAppender()) {}
+
+  // Within the transaction, before the first contact: where the file brings most of the log, its
+  // indexes cost less when they are made of it as a whole.
+  void MakeIndexesBehind(const std::filesystem::path& file) {
+    constexpr std::int64_t kUsualRecord = 400, kTimesAsMany = 2;  // bytes; of what the log holds
+    const std::int64_t present = session_.Tables.TbLog->RecordCount();
+    if (SizeOf(file) / kUsualRecord <= kTimesAsMany * present) return;
+    database_.PutOffIndexes("Log");
+    if (present > 0) return;
+    origins_.LogIsEmpty();
+    database_.PutOffIndexes("LogOrigine");
+  }
 
   // A contact that can be stored but for its time refuses itself.
   void Store(const AdifRecord& record, MappedRecord& mapped, ImportCounts& counts) {
@@ -200,6 +214,7 @@ class ContactWriter {
   ImportOptions options_;
   StationTables& tables_;
   std::ostream& report_;
+  core::Session& session_;
   engine::Database& database_;
   KeptFields kept_;
   core::CardTable cards_;
@@ -242,6 +257,7 @@ std::optional<ImportCounts> StoreAll(core::Session& session, const std::filesyst
   AdifRecord record;
   MappedRecord mapped;
   core::Transaction transaction(session);
+  writer.MakeIndexesBehind(file);
   while (log.Records().Next(record)) {
     if (++counts.read % kProgressStep == 0 && !progress(log.Records().BytesRead())) {
       return std::nullopt;
@@ -259,7 +275,13 @@ std::optional<ImportCounts> StoreAll(core::Session& session, const std::filesyst
   }
   ReportCounts(report, counts);
   if (!report.flush()) throw std::runtime_error("Il rapporto dell'importazione non si scrive");
-  transaction.Commit();
+  try {
+    const engine::Watched watched(session.Db, [&] { return progress(log.Records().BytesRead()); });
+    transaction.Commit();
+  } catch (const engine::DatabaseError& failure) {
+    if (failure.Number != engine::DatabaseError::kStopped) throw;
+    return std::nullopt;
+  }
   return counts;
 }
 

@@ -4,9 +4,9 @@
 
 #include <cmath>
 
+#include "adif/adif_values.h"
 #include "adif/dxcc_entities.h"
 #include "adif/station_tables.h"
-#include "adif/adif_values.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "base/uuid.h"
@@ -129,16 +129,18 @@ std::int64_t RecordOrigins::StationOf(const AdifRecord& record, base::DateTime t
   return at->second = core::FindOrStoreStation(session_.Db, station);
 }
 
+bool RecordOrigins::IsTaken(const std::string& uuid) {
+  if (told_) return !told_->Add(uuid);
+  return !session_.Db
+              .OpenSnapshot(fmt::format("Select QsoNr from LogOrigine where Uuid={} and QsoNr in "
+                                        "(Select QsoNr from Log)",
+                                        core::Quoted(uuid)))
+              ->EOF_();
+}
+
 std::string RecordOrigins::UuidOf(const AdifRecord& record) {
   const std::string* uuid = record.Find(kUuidField);
-  if (uuid == nullptr || !base::IsUuid(*uuid)) return {};
-  const bool taken =
-      !session_.Db
-           .OpenSnapshot(fmt::format("Select QsoNr from LogOrigine where Uuid={} and QsoNr in "
-                                     "(Select QsoNr from Log)",
-                                     core::Quoted(*uuid)))
-           ->EOF_();
-  if (taken) return {};
+  if (uuid == nullptr || !base::IsUuid(*uuid) || IsTaken(*uuid)) return {};
   std::string small = *uuid;
   for (char& c : small) {
     if (c >= 'A' && c <= 'F') c = static_cast<char>(c - 'A' + 'a');

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "core/contact_door.h"
 #include "core/session.h"
 #include "core/stations.h"
+#include "names_told.h"
 
 namespace brenvo::adif {
 
@@ -46,13 +48,17 @@ class RecordOrigins {
   // The record's own name for the contact; empty where it has none, or the log another contact of
   // that name.
   std::string UuidOf(const AdifRecord& record);
+  // The log has no contacts but those of these records, which need no question for their names.
+  void LogIsEmpty() { told_.emplace(); }
 
  private:
+  bool IsTaken(const std::string& uuid);
   const core::StationRow& StationOn(base::DateTime day);
 
   core::Session& session_;
   std::map<base::DateTime, core::StationRow> byDay_;
   std::map<std::pair<std::int64_t, std::string>, std::int64_t> byFields_;
+  std::optional<NamesTold> told_;
 };
 
 }  // namespace brenvo::adif

@@ -42,7 +42,7 @@ void Import(BenchStation& station, const std::filesystem::path& file) {
   adif::ImportContacts(station.session, file, {}, KeepOn, report);
 }
 
-// Copies log and kept fields of another file behind the contacts that are there.
+// Copies log, names and kept fields of another file behind the contacts that are there.
 void CopyByHand(sqlite3* file, const std::filesystem::path& from) {
   const std::string attach = "ATTACH '" + from.string() + "' AS other";
   RunByHand(file, attach.c_str());
@@ -53,6 +53,8 @@ void CopyByHand(sqlite3* file, const std::filesystem::path& from) {
       "Manager,Qra,Qth,Prefisso,\"Zona CQ\",\"Zona ITU\",Continente,Country,Provincia,Locator,"
       "Qrb,Banda,Frequenza,Potenza,Modo,Propagazione,QrkDato,QrkRicevuto,QslDaInviare,"
       "QslRicevuta,QslInviata,Note FROM other.Log; "
+      "INSERT INTO main.LogOrigine SELECT QsoNr+(SELECT QsoNr FROM Before),Uuid,Stazione "
+      "FROM other.LogOrigine; "
       "INSERT INTO main.LogAdif SELECT QsoNr+(SELECT QsoNr FROM Before),Campo,Valore "
       "FROM other.LogAdif; COMMIT");
 }
@@ -62,7 +64,8 @@ void CopyAndIndexByHand(sqlite3* file, const std::filesystem::path& from) {
   std::vector<std::string> drop, make;
   {
     Hand indexes(file,
-                 "SELECT name, sql FROM sqlite_schema WHERE type='index' AND tbl_name='Log' AND "
+                 "SELECT name, sql FROM sqlite_schema WHERE type='index' AND tbl_name IN "
+                 "('Log','LogOrigine') AND "
                  "sql LIKE 'CREATE INDEX%'");
     while (indexes.Step()) {
       drop.push_back("DROP INDEX \"" + indexes.Cell(0) + "\"");

@@ -3,6 +3,7 @@
 // database for any of them. By hand: the same judged by statements compiled once.
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>

@@ -3,6 +3,7 @@
 // thread. By hand: the keys of the same contacts by one statement, and their rows by their keys.
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 

@@ -1,5 +1,6 @@
 #include "conferme/match_log.h"
 
+#include <algorithm>
 #include <set>
 #include <unordered_map>
 

@@ -1,5 +1,7 @@
 #include "core/call_forms.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace brenvo::core {

@@ -41,18 +41,12 @@ void LongRun::Commit() {
 }
 
 LongStatement::LongStatement(Session& session, std::string_view title)
-    : database_(session.Db),
-      busy_(session.Host()),
-      progress_(session.Machine.ShowProgress(title, 0)) {
-  database_.Watch([this] {
-    stopped_ = stopped_ || !progress_->Advance(0);
-    return !stopped_;
-  });
-}
-
-LongStatement::~LongStatement() {
-  if (database_.IsOpen()) database_.Watch(nullptr);
-}
+    : busy_(session.Host()),
+      progress_(session.Machine.ShowProgress(title, 0)),
+      watched_(session.Db, [this] {
+        stopped_ = stopped_ || !progress_->Advance(0);
+        return !stopped_;
+      }) {}
 
 bool RunLongStatements(Session& session, std::string_view title, std::string_view stopped,
                        const std::function<void()>& statements) {

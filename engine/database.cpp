@@ -20,6 +20,7 @@ std::int64_t Database::Execute(std::string_view statement) { return Opened().Exe
 void Database::BeginTrans() { Opened().BeginTrans(); }
 void Database::CommitTrans() { Opened().CommitTrans(); }
 void Database::Rollback() { Opened().Rollback(); }
+void Database::PutOffIndexes(std::string_view table) { Opened().PutOffIndexes(table); }
 bool Database::InTransaction() const { return store_ != nullptr && store_->InTransaction(); }
 
 std::unique_ptr<Table> Database::OpenTable(std::string_view name) {

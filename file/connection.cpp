@@ -143,6 +143,66 @@ void Connection::RunUnguarded(const std::function<std::string()>& statements) {
   SetGuards(true);
 }
 
+void Connection::PutOffIndexes(const dialect::TableSchema& table) {
+  RequireOpen();
+  RequireTransaction();
+  PrepareToWrite(table);
+  std::vector<std::string> drop, make;
+  {
+    // What keeps rows apart is unique; what has no statement is a key's.
+    constexpr std::string_view kPlain = "CREATE INDEX ";
+    Running indexes(*this,
+                    "SELECT name, sql FROM sqlite_schema WHERE type = 'index' AND tbl_name = ? "
+                    "COLLATE NOCASE",
+                    {engine::Value(table.name)});
+    while (indexes.Step()) {
+      const std::string sql = indexes.Cell(1, dialect::ValueType::kText).Text();
+      if (!sql.starts_with(kPlain)) continue;
+      drop.push_back("DROP INDEX " + QuotedName(indexes.Cell(0, dialect::ValueType::kText).Text()));
+      make.push_back(sql);
+    }
+  }
+  // Not while a row of any table is being read: then they are kept row by row.
+  for (sqlite3_stmt* each = nullptr; (each = sqlite3_next_stmt(file_.get(), each)) != nullptr;) {
+    if (sqlite3_stmt_busy(each) != 0) return;
+  }
+  ChangeIndexes(drop);
+  putOff_.insert(putOff_.end(), make.begin(), make.end());
+}
+
+void Connection::MakeIndexesPutOff() {
+  if (putOff_.empty()) return;
+  // Sorting takes as much memory again as the cache may have, and needs no more of that.
+  constexpr int kWhileSorting = kCacheKibibytes / 4;
+  SetCache(kWhileSorting);
+  try {
+    ChangeIndexes(putOff_);
+  } catch (...) {
+    SetCache(kCacheKibibytes);
+    throw;
+  }
+  SetCache(kCacheKibibytes);
+  putOff_.clear();
+}
+
+void Connection::SetCache(int kibibytes) {
+  SetGuards(false);
+  const std::string sql = "PRAGMA cache_size = -" + std::to_string(kibibytes);
+  sqlite3_exec(file_.get(), sql.c_str(), nullptr, nullptr, nullptr);
+  SetGuards(true);
+}
+
+// Single statements, as every statement that is compiled here.
+void Connection::ChangeIndexes(const std::vector<std::string>& statements) {
+  struct Down {
+    explicit Down(Connection& of) : connection(of) { connection.SetGuards(false); }
+    ~Down() { connection.SetGuards(true); }
+    Connection& connection;
+  };
+  const Down down(*this);
+  for (const std::string& each : statements) Running(*this, each).Step();
+}
+
 void Connection::MarkFile() {
   RunUnguarded([this] {
     std::uint16_t chance = 0;
@@ -382,6 +442,7 @@ void Connection::Begin() {
     throw engine::DatabaseError(engine::DatabaseError::kInvalidOperation,
                                 "Una transazione è già aperta.");
   }
+  putOff_.clear();  // of one that the file itself has rolled back
   Running begin(*this, "BEGIN IMMEDIATE");
   StepWriter(begin, nullptr);
 }
@@ -389,21 +450,23 @@ void Connection::Begin() {
 void Connection::Commit() {
   RequireOpen();
   RequireSound();
-  if (!InTransaction()) {
-    throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
-                                "Nessuna transazione è aperta.");
-  }
+  RequireTransaction();
+  MakeIndexesPutOff();
   Running(*this, "COMMIT").Step();
 }
 
 void Connection::Rollback() {
   RequireOpen();
-  if (!InTransaction()) {
-    throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
-                                "Nessuna transazione è aperta.");
-  }
+  RequireTransaction();
+  putOff_.clear();
   ++rollbacks_;
   Running(*this, "ROLLBACK").Step();
+}
+
+void Connection::RequireTransaction() const {
+  if (InTransaction()) return;
+  throw engine::DatabaseError(engine::DatabaseError::kNoTransaction,
+                              "Nessuna transazione è aperta.");
 }
 
 bool Connection::InTransaction() const {

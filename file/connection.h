@@ -92,6 +92,8 @@ class Connection {
   void Commit();
   void Rollback();
   bool InTransaction() const;
+  // See Database::PutOffIndexes.
+  void PutOffIndexes(const dialect::TableSchema& table);
   // The file has been found damaged: whatever would write to it is DatabaseError 3343 from now on.
   void RefuseWrites() { damaged_ = true; }
 
@@ -128,7 +130,11 @@ class Connection {
   void RaiseGuards();
   // Those that stand in the way of the file's own changes.
   void SetGuards(bool up);
+  void ChangeIndexes(const std::vector<std::string>& statements);
+  void MakeIndexesPutOff();
+  void SetCache(int kibibytes);
   void DropUnused();
+  void RequireTransaction() const;
   // DatabaseError 3260 while somebody is asked whether a statement is to go on.
   void RequireIdle() const;
   // DatabaseError 3343 once the file has been found damaged, 3024 when it is not where it was.
@@ -148,6 +154,7 @@ class Connection {
   engine::EngineCounters counters_;
   std::int64_t rollbacks_ = 0;
   bool damaged_ = false;
+  std::vector<std::string> putOff_;  // statements that make the indexes that were put off
   bool markDue_ = true;  // the next change may be a journal's first
   int journalFrames_ = 0;
   // Most recently used first. Entries stay where they are in memory.

@@ -25,6 +25,9 @@ std::int64_t FileStore::Execute(std::string_view statement) {
 void FileStore::BeginTrans() { connection_->Begin(); }
 void FileStore::CommitTrans() { connection_->Commit(); }
 void FileStore::Rollback() { connection_->Rollback(); }
+void FileStore::PutOffIndexes(std::string_view table) {
+  connection_->PutOffIndexes(connection_->RequireTable(table));
+}
 bool FileStore::InTransaction() const { return connection_->InTransaction(); }
 
 std::unique_ptr<engine::Table> FileStore::OpenTable(std::string_view name) {

@@ -22,6 +22,7 @@ class FileStore final : public engine::Store {
   void BeginTrans() override;
   void CommitTrans() override;
   void Rollback() override;
+  void PutOffIndexes(std::string_view table) override;
   bool InTransaction() const override;
   std::unique_ptr<engine::Table> OpenTable(std::string_view name) override;
   std::unique_ptr<engine::Snapshot> OpenSnapshot(std::string_view select) override;

@@ -1,6 +1,8 @@
 #include "grouped_walk.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "dialect/functions.h"
 #include "dialect/plan.h"
@@ -77,16 +79,23 @@ class Planner {
     walk_.index = &index;
   }
 
+  // How many of the walk's parts are no group.
+  std::size_t Between() const { return walk_.parts - groups_; }
+
   std::optional<GroupedWalk> Plan() {
     bool first = false;
+    std::set<std::size_t> places;
     for (const Node* key : select_.groupBy) {
       const PartOfNode part = PartOf(*key);
       if (part.table == nullptr) return std::nullopt;
       const std::size_t place = PlaceOf(*walk_.index, part.part);
       if (!Needs(place)) return std::nullopt;
       first = first || place == 0;
+      places.insert(place);
     }
     if (!first) return std::nullopt;
+    groups_ = places.size();
+    groupsAlone_ = walk_.parts == groups_;
     std::vector<const Node*> conditions;
     if (select_.where != nullptr) Conjuncts(*select_.where, conditions);
     for (const Node* each : conditions) {
@@ -114,7 +123,8 @@ class Planner {
     bool ofParts = true;
     const bool compares = EachColumn(condition, [&](const Node& column) {
       const std::size_t place = PlaceOf(*walk_.index, {column.column, 0});
-      ofParts = ofParts && place != dialect::TableSchema::kNone;
+      ofParts =
+          ofParts && place != dialect::TableSchema::kNone && (!groupsAlone_ || place < walk_.parts);
       if (ofParts) last = std::max(last, place);
     });
     if (!compares) return false;
@@ -128,6 +138,8 @@ class Planner {
 
   const dialect::SelectTree& select_;
   GroupedWalk walk_;
+  std::size_t groups_ = 0;
+  bool groupsAlone_ = false;  // tell the walk's parts
 };
 
 }  // namespace
@@ -140,10 +152,16 @@ std::optional<GroupedWalk> PlanGroupedWalk(const dialect::SelectTree& select) {
   dialect::SelectTree rows = select;
   rows.groupBy.clear();
   if (!dialect::IsOfOneTable(rows)) return std::nullopt;
+  std::optional<GroupedWalk> best;
+  std::size_t between = 0;
   for (const dialect::Index& index : select.tables[0].table->indexes) {
-    if (auto walk = Planner(select, index).Plan()) return walk;
+    Planner planner(select, index);
+    auto walk = planner.Plan();
+    if (!walk || (best && planner.Between() >= between)) continue;
+    best = std::move(walk);
+    between = planner.Between();
   }
-  return std::nullopt;
+  return best;
 }
 
 }  // namespace brenvo::file

@@ -12,7 +12,9 @@ namespace brenvo::file {
 
 // A selection of one table, grouped by parts of one index, the first of them among these. Each
 // group needs one row that meets the conditions: they are found by walking along the index, one
-// step a combination of its first parts.
+// step a combination of its first parts. Where the groups are all of these, a row is looked for in
+// each with the conditions, which further parts may lead to; else the walk goes on through the
+// parts that the conditions ask for.
 struct GroupedWalk {
   const dialect::TableSchema* table = nullptr;
   const dialect::Index* index = nullptr;

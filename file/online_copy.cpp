@@ -1,6 +1,9 @@
 #include "file/online_copy.h"
 
+#include <atomic>
+#include <chrono>
 #include <cstdint>
+#include <future>
 #include <string>
 
 #include "file/journal.h"
@@ -104,6 +107,26 @@ bool OnlineCopy::Verify(const std::function<bool()>& goOn) {
   SyncToDisk(files_->path);
   files_->sound = true;
   return true;
+}
+
+bool OnlineCopy::VerifyBeside(const std::function<bool()>& goOn) {
+  constexpr std::chrono::milliseconds kBetween(10);
+  std::atomic<bool> wanted = true;
+  auto sound =
+      std::async(std::launch::async, [&] { return Verify([&] { return wanted.load(); }); });
+  try {
+    do {
+      if (wanted && !goOn()) wanted = false;
+    } while (sound.wait_for(kBetween) != std::future_status::ready);
+  } catch (...) {
+    wanted = false;
+    sound.wait();
+    files_->sound = false;
+    throw;
+  }
+  const bool found = sound.get();
+  if (!wanted) files_->sound = false;  // it may have come to its end all the same
+  return found && wanted;
 }
 
 }  // namespace brenvo::file

@@ -130,11 +130,12 @@ void GaraContest::ShowStatus() {
   contact.time = session_.Machine.GetClock().UtcNow();
   contact.place = PlaceOf(contact);
   // One that is corrected is no duplicate of itself.
-  const auto own = corrected_ ? PlaceOfKey(*corrected_) : std::nullopt;
   Worth worth = count_->Try(contact);
-  if (own && worth.duplicateOf == own) {
-    const bool same = core::BaseCall(qsos_[*own].contact.call) == core::BaseCall(contact.call);
-    if (same) worth = count_->Worths()[*own];
+  if (corrected_ && worth.duplicateOf) {
+    const std::size_t own = *worth.duplicateOf;
+    const bool same = PlaceOfKey(*corrected_) == own &&
+                      core::BaseCall(qsos_[own].contact.call) == core::BaseCall(contact.call);
+    if (same) worth = count_->Worths()[own];
   }
   std::vector<std::string> parts;
   if (worth.duplicateOf && *worth.duplicateOf < qsos_.size()) {

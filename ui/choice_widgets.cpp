@@ -1,5 +1,7 @@
 #include "choice_widgets.h"
 
+#include <algorithm>
+
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QGridLayout>

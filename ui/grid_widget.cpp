@@ -1,5 +1,6 @@
 #include "grid_widget.h"
 
+#include <algorithm>
 #include <memory>
 #include <QApplication>
 #include <QHeaderView>

@@ -1,5 +1,7 @@
 #include "list_widgets.h"
 
+#include <algorithm>
+
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QElapsedTimer>

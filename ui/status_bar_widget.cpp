@@ -1,5 +1,7 @@
 #include "status_bar_widget.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>

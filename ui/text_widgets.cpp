@@ -1,5 +1,6 @@
 #include "text_widgets.h"
 
+#include <algorithm>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QKeyEvent>

@@ -107,7 +107,7 @@ void CopyShown(const std::filesystem::path& from, const std::filesystem::path& t
   }
   // Nobody knows how long the check takes.
   const auto progress = show("Controllo della copia", 0);
-  copying.Verify([&] {
+  copying.VerifyBeside([&] {
     goOn(progress->Advance(kParts));
     return true;
   });

@@ -413,6 +413,37 @@ CREATE UNIQUE INDEX "ConfermeRecord.Record" ON "ConfermeRecord" (
 );
 )";
 
+// Of a list of awards: its groups first, behind them what the operator asks for most.
+constexpr std::string_view kAwardIndexes = R"(
+CREATE INDEX "Log.FieldQsl" ON "Log" (
+  rtrim(substr("Locator", 1, 2)) COLLATE NOCASE,
+  "QslRicevuta",
+  rtrim("Banda") COLLATE NOCASE,
+  rtrim("Modo") COLLATE NOCASE
+);
+CREATE INDEX "Log.SquareQsl" ON "Log" (
+  rtrim(substr("Locator", 1, 4)) COLLATE NOCASE,
+  "QslRicevuta",
+  rtrim("Banda") COLLATE NOCASE,
+  rtrim("Modo") COLLATE NOCASE
+);
+CREATE INDEX "Log.PrefissoQsl" ON "Log" (
+  rtrim("Prefisso") COLLATE NOCASE,
+  "QslRicevuta",
+  rtrim("Country") COLLATE NOCASE,
+  rtrim("Banda") COLLATE NOCASE,
+  rtrim("Modo") COLLATE NOCASE
+);
+DROP INDEX IF EXISTS "Log.Provincia";
+CREATE INDEX "Log.ProvinciaQsl" ON "Log" (
+  rtrim("Provincia") COLLATE NOCASE,
+  "QslRicevuta",
+  rtrim("Country") COLLATE NOCASE,
+  rtrim("Banda") COLLATE NOCASE,
+  rtrim("Modo") COLLATE NOCASE
+);
+)";
+
 constexpr SchemaStep kSteps[] = {
     {1, "Campi conservati dei file di log", kKeptFields},
     {2, "Stazioni, e un nome per ogni contatto", kOrigin},
@@ -423,6 +454,7 @@ constexpr SchemaStep kSteps[] = {
     {7, "La regola che ha dato il country", kAppliedRules},
     {8, "Contest con le regole", kContestsByRules},
     {9, "Conferme dei servizi", kConfirmations},
+    {13, "Indici dei diplomi", kAwardIndexes},
 };
 
 constexpr std::string_view kStepTable = R"(

@@ -5,6 +5,7 @@
 #include "history/take_back.h"
 #include "tests/adif/adif_station.h"
 #include "tests/support/adif_samples.h"
+#include "tests/support/integrity.h"
 #include "upkeep/maintenance.h"
 
 namespace brenvo::adif {
@@ -523,6 +524,25 @@ TEST_F(AdifImportTest, AnImportThatIsStoppedLeavesNothing) {
     EXPECT_FALSE(session.Db.InTransaction());
   }
   EXPECT_EQ(AdifStation::Told(Import(file)), "1000 = 1000 + 0 + 0");
+}
+
+TEST_F(AdifImportTest, IntoAnEmptyLogTheIndexesAreMadeBehindItAndCanBeStopped) {
+  constexpr int kRecords = 1500;
+  std::string text;
+  for (int i = 0; i < kRecords; ++i) text += GeneratedRecord(i);
+  const auto file = Write("many.adi", text);
+  const auto search = [&] { return session.Db.QueryPlan("Select * from Log where Call='I1A'"); };
+  // Asked after each 250 records, and then while the indexes are made.
+  EXPECT_TRUE(ImportStoppedAt(file, kRecords / 250 + 1));
+  EXPECT_THAT(Rows("select Count(*) from Log"), ElementsAre("0"));
+  EXPECT_THAT(Rows("select Count(*) from LogOrigine"), ElementsAre("0"));
+  EXPECT_THAT(search(), HasSubstr("Log.Call"));
+  EXPECT_EQ(Import(file).fresh, kRecords);
+  EXPECT_THAT(search(), HasSubstr("Log.Call"));
+  EXPECT_THAT(Rows("select Count(*) from LogOrigine"), ElementsAre(std::to_string(kRecords)));
+  session.CloseForCompaction();
+  EXPECT_EQ(IntegrityOf(session.File("\\Brenvo.mdb")), "ok");
+  session.ReopenAfterCompaction();
 }
 
 TEST_F(AdifImportTest, WhatIsKeptOfADeletedContactGoesWithTheCompaction) {

@@ -1,8 +1,11 @@
 #include "adif/record_origin.h"
 
 #include <fmt/format.h>
-#include "adif/missing_bands.h"
 
+#include "adif/missing_bands.h"
+#include "adif/names_told.h"
+#include "base/text.h"
+#include "base/uuid.h"
 #include "core/contact_origin.h"
 #include "core/stations.h"
 #include "history/take_back.h"
@@ -106,6 +109,24 @@ TEST_F(RecordOriginTest, ANameThatAnotherContactHasIsNotGivenTwice) {
              Record("DL3ABC", Field("APP_BRENVO_UUID", "nessuno")));
   EXPECT_THAT(Rows("select Uuid from LogOrigine group by Uuid"), SizeIs(3));
   EXPECT_NE(core::OriginOf(session.Db, 2)->uuid, uuid);
+}
+
+TEST_F(RecordOriginTest, OfTwoRecordsOfOneNameTheSecondGetsAnother) {
+  const std::string uuid = "0190c0de-0000-7000-8000-00000000aB01";
+  ImportText(Record("DL1ABC", Field("APP_BRENVO_UUID", uuid)) +
+             Record("DL2ABC", Field("APP_BRENVO_UUID", uuid)));
+  EXPECT_EQ(core::OriginOf(session.Db, 1)->uuid, "0190c0de-0000-7000-8000-00000000ab01");
+  EXPECT_THAT(Rows("select Uuid from LogOrigine group by Uuid"), SizeIs(2));
+}
+
+TEST(NamesTold, HoldsEachNameHoweverManyThereAreInLargeOrSmallLetters) {
+  NamesTold names;
+  std::vector<std::string> all;
+  for (int i = 0; i < 5000; ++i) all.push_back(base::NameUuid(std::to_string(i)));
+  for (const std::string& name : all) EXPECT_TRUE(names.Add(name));
+  for (const std::string& name : all) EXPECT_FALSE(names.Add(base::UpperAscii(name)));
+  EXPECT_TRUE(names.Add("00000000-0000-0000-0000-000000000000"));
+  EXPECT_FALSE(names.Add("00000000-0000-0000-0000-000000000000"));
 }
 
 TEST_F(RecordOriginTest, AnImportIsTakenBackWithAllThatItCompleted) {

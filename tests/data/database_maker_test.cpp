@@ -185,7 +185,7 @@ TEST_F(MakingADatabase, ADatabaseInUseTakesTheStepsThatItLacks) {
               ElementsAre("Storia dei contatti", "Note delle stazioni e verifiche",
                           "Qsl inviate e ricevute, con via e data", "Country per data",
                           "La regola che ha dato il country", "Contest con le regole",
-                          "Conferme dei servizi"));
+                          "Conferme dei servizi", "Indici dei diplomi"));
   EXPECT_EQ(Query(Out(), "SELECT Descrizione FROM Country")[0][0], "Italia");
   EXPECT_THAT(Query(Out(), "SELECT Lavoro FROM Storia"), IsEmpty());
 }

@@ -32,6 +32,7 @@ class NotingStore : public Store {
     inTransaction_ = false;
   }
   void Rollback() override { Note("rollback"); }
+  void PutOffIndexes(std::string_view table) override { Note("put off", table); }
   bool InTransaction() const override { return inTransaction_; }
   std::unique_ptr<Table> OpenTable(std::string_view name) override { return Note("table", name); }
   std::unique_ptr<Snapshot> OpenSnapshot(std::string_view select) override {

@@ -5,12 +5,29 @@
 #include <fmt/format.h>
 
 #include <random>
+#include <span>
 
 #include "base/text.h"
 #include "tests/file/contacts.h"
 
 namespace brenvo::file {
 namespace {
+
+// Each with what stands behind its conditions.
+struct Award {
+  const char *columns, *own, *groups, *order;
+};
+constexpr const char* kSelections[] = {
+    "",
+    "Banda='  2 m' AND ",
+    "Banda='  2 m' AND Modo in ('SSB','CW') AND ",
+    "Modo in ('SSB') AND Propagazione in ('','TEP') AND ",
+    "Propagazione in ('F2') AND ",
+    "QslInviata=True AND Banda=' 70cm' AND ",
+    "QslRicevuta=True AND ",
+    "(Country='I' OR Country='IS0') AND ",
+    "Banda<>'  2 m' AND QslInviata AND ",
+};
 
 class GroupedWalkTest : public ::testing::Test {
  protected:
@@ -50,41 +67,8 @@ class GroupedWalkTest : public ::testing::Test {
     }
     return groups;
   }
-  ScratchDatabase scratch_;
-  engine::Database db_ = scratch_.Open();
-};
-
-// Each with what stands behind its conditions.
-struct Award {
-  const char *columns, *own, *groups, *order;
-};
-constexpr Award kAwards[] = {
-    {"Country,QslRicevuta", "Country<>''", "Country,QslRicevuta", "Country,QslRicevuta"},
-    {"Left(Locator,4) as Square,QslRicevuta", "Locator<>''", "Left(Locator,4),QslRicevuta",
-     "Left(Locator,4),QslRicevuta"},
-    {"Continente,QslRicevuta", "Continente<>''", "Continente,QslRicevuta",
-     "Continente,QslRicevuta"},
-    {"[Zona CQ],QslRicevuta", "[Zona CQ]<>0", "[Zona CQ],QslRicevuta", "[Zona CQ],QslRicevuta"},
-    {"Prefisso,Banda", "Prefisso<>''", "Banda,Prefisso", "Prefisso,Banda"},
-    {"Provincia,QslRicevuta", "Provincia<>''", "Provincia,QslRicevuta", "Provincia,QslRicevuta"},
-    {"Country", "Country<>'I'", "Country", "Country DESC"},
-};
-constexpr const char* kSelections[] = {
-    "",
-    "Banda='  2 m' AND ",
-    "Banda='  2 m' AND Modo in ('SSB','CW') AND ",
-    "Modo in ('SSB') AND Propagazione in ('','TEP') AND ",
-    "Propagazione in ('F2') AND ",
-    "QslInviata=True AND Banda=' 70cm' AND ",
-    "QslRicevuta=True AND ",
-    "(Country='I' OR Country='IS0') AND ",
-    "Banda<>'  2 m' AND QslInviata AND ",
-};
-
-TEST_F(GroupedWalkTest, GivesTheGroupsThatAllRowsGive) {
-  for (const unsigned seed : {1U, 2U, 3U}) {
-    Fill(150, seed);
-    for (const Award& award : kAwards) {
+  void ExpectGroupsOfAllRows(std::span<const Award> awards) {
+    for (const Award& award : awards) {
       for (const char* selection : kSelections) {
         const auto select = [&](const char* more) {
           return fmt::format("SELECT {} FROM Log WHERE {}{}{} GROUP BY {} ORDER BY {}",
@@ -98,6 +82,64 @@ TEST_F(GroupedWalkTest, GivesTheGroupsThatAllRowsGive) {
       }
     }
   }
+
+  ScratchDatabase scratch_;
+  engine::Database db_ = scratch_.Open();
+};
+
+constexpr Award kAwards[] = {
+    {"Country,QslRicevuta", "Country<>''", "Country,QslRicevuta", "Country,QslRicevuta"},
+    {"Left(Locator,4) as Square,QslRicevuta", "Locator<>''", "Left(Locator,4),QslRicevuta",
+     "Left(Locator,4),QslRicevuta"},
+    {"Continente,QslRicevuta", "Continente<>''", "Continente,QslRicevuta",
+     "Continente,QslRicevuta"},
+    {"[Zona CQ],QslRicevuta", "[Zona CQ]<>0", "[Zona CQ],QslRicevuta", "[Zona CQ],QslRicevuta"},
+    {"Prefisso,Banda", "Prefisso<>''", "Banda,Prefisso", "Prefisso,Banda"},
+    {"Provincia,QslRicevuta", "Provincia<>''", "Provincia,QslRicevuta", "Provincia,QslRicevuta"},
+    {"Country", "Country<>'I'", "Country", "Country DESC"},
+};
+TEST_F(GroupedWalkTest, GivesTheGroupsThatAllRowsGive) {
+  for (const unsigned seed : {1U, 2U, 3U}) {
+    Fill(150, seed);
+    ExpectGroupsOfAllRows(kAwards);
+  }
+}
+
+// Indexes that hold the groups alone, and behind them what conditions ask for.
+constexpr const char* kOfGroups = R"(
+CREATE INDEX "Log.FieldQsl" ON "Log" (
+  rtrim(substr("Locator", 1, 2)) COLLATE NOCASE, "QslRicevuta",
+  rtrim("Banda") COLLATE NOCASE, rtrim("Modo") COLLATE NOCASE);
+CREATE INDEX "Log.SquareQsl" ON "Log" (
+  rtrim(substr("Locator", 1, 4)) COLLATE NOCASE, "QslRicevuta",
+  rtrim("Banda") COLLATE NOCASE, rtrim("Modo") COLLATE NOCASE);
+CREATE INDEX "Log.PrefissoQsl" ON "Log" (
+  rtrim("Prefisso") COLLATE NOCASE, "QslRicevuta", rtrim("Country") COLLATE NOCASE,
+  rtrim("Banda") COLLATE NOCASE, rtrim("Modo") COLLATE NOCASE);
+)";
+constexpr Award kAwardsOfGroups[] = {
+    {"Left(Locator,2) as Field,QslRicevuta", "Locator<>''", "Left(Locator,2),QslRicevuta",
+     "Left(Locator,2),QslRicevuta"},
+    {"Left(Locator,4) as Square,QslRicevuta", "Locator<>''", "Left(Locator,4),QslRicevuta",
+     "Left(Locator,4),QslRicevuta"},
+    {"Prefisso,QslRicevuta,Country", "Prefisso<>''", "Prefisso,QslRicevuta,Country",
+     "Prefisso,QslRicevuta,Country"},
+};
+
+TEST_F(GroupedWalkTest, AnIndexOfTheGroupsAloneIsWalkedWithARowLookedForInEach) {
+  scratch_.Sql(kOfGroups);
+  db_ = scratch_.Open();
+  for (const unsigned seed : {5U, 6U}) {
+    Fill(150, seed);
+    ExpectGroupsOfAllRows(kAwardsOfGroups);
+  }
+  const std::string plan = db_.QueryPlan(
+      "SELECT Prefisso,QslRicevuta,Country FROM Log WHERE Banda='  2 m' AND Modo='SSB' AND "
+      "Prefisso<>'' GROUP BY Prefisso,QslRicevuta,Country");
+  EXPECT_THAT(plan, ::testing::HasSubstr("level2"));
+  EXPECT_THAT(plan, ::testing::Not(::testing::HasSubstr("level3")));
+  EXPECT_THAT(plan, ::testing::HasSubstr("Log.PrefissoQsl (<expr>=? AND QslRicevuta=? AND "
+                                         "<expr>=? AND <expr>=? AND <expr>=?)"));
 }
 
 TEST_F(GroupedWalkTest, AGroupWithoutConditionsHoldsTheNullsToo) {

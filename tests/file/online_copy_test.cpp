@@ -7,6 +7,9 @@
 
 #include <filesystem>
 #include <iterator>
+#include <memory>
+#include <stdexcept>
+#include <thread>
 
 #include "file/file_check.h"
 #include "tests/file/contacts.h"
@@ -62,6 +65,29 @@ TEST_F(OnlineCopyTest, OnlyAWholeOneThatWasFoundSoundIsKept) {
   }
   EXPECT_EQ(RowsIn(to_, "Log"), 2000);
   EXPECT_EQ(ErrorOf([&] { RowsIn(to_, "Contatti"); }), engine::DatabaseError::kNotADatabase);
+}
+
+TEST_F(OnlineCopyTest, WhoeverWaitsForTheCheckIsAskedOnHisOwnThreadAndEndsIt) {
+  const auto copied = [&] {
+    auto copy = std::make_unique<OnlineCopy>(scratch_.File(), to_);
+    while (copy->Step(1000)) {
+    }
+    return copy;
+  };
+  const auto here = std::this_thread::get_id();
+  EXPECT_FALSE(copied()->VerifyBeside([] { return false; }));
+  EXPECT_FALSE(std::filesystem::exists(to_));
+  EXPECT_THROW(copied()->VerifyBeside([]() -> bool { throw std::runtime_error("over"); }),
+               std::runtime_error);
+  EXPECT_FALSE(std::filesystem::exists(to_));
+  int asked = 0;
+  EXPECT_TRUE(copied()->VerifyBeside([&] {
+    EXPECT_EQ(std::this_thread::get_id(), here);
+    ++asked;
+    return true;
+  }));
+  EXPECT_GT(asked, 0);
+  EXPECT_EQ(RowsIn(to_, "Log"), 2000);
 }
 
 TEST_F(OnlineCopyTest, OneThatHasNoPlaceLeavesNoFileOpen) {

@@ -9,6 +9,7 @@
 
 #include "core/session.h"
 #include "core/transaction.h"
+#include "engine/watched.h"
 
 namespace brenvo::core {
 
@@ -42,17 +43,16 @@ class LongStatement {
  public:
   // No transaction may be open.
   LongStatement(Session& session, std::string_view title);
-  ~LongStatement();
   LongStatement(const LongStatement&) = delete;
   LongStatement& operator=(const LongStatement&) = delete;
 
   bool Stopped() const { return stopped_; }
 
  private:
-  engine::Database& database_;
   forms::BusyPointer busy_;
   std::unique_ptr<platform::Progress> progress_;
   bool stopped_ = false;
+  engine::Watched watched_;
 };
 
 // Runs statements that leave everything as it was when they are stopped: then the operator is told

@@ -34,6 +34,10 @@ class Database {
   void CommitTrans();
   void Rollback();
   bool InTransaction() const;
+  // For many new rows in one transaction: what an index answers is read through instead until the
+  // commit, which makes the indexes of the table anew; only one that keeps rows apart goes on.
+  // Nothing where rows of anything are being read. DatabaseError 3034 outside of a transaction.
+  void PutOffIndexes(std::string_view table);
 
   // DatabaseError 3078 when there is no such table.
   std::unique_ptr<Table> OpenTable(std::string_view name);

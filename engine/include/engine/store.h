@@ -34,6 +34,7 @@ class Store {
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;
   virtual void Rollback() = 0;
+  virtual void PutOffIndexes(std::string_view table) = 0;
   virtual bool InTransaction() const = 0;
 
   virtual std::unique_ptr<Table> OpenTable(std::string_view name) = 0;

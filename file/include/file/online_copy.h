@@ -27,6 +27,10 @@ class OnlineCopy {
   // and then; false when it gave false, and the copy is then as good as none. DatabaseError 3343
   // when the copy, and so what it was made of, is damaged.
   bool Verify(const std::function<bool()>& goOn);
+  // The same on a thread of its own, while the caller's waits and asks `goOn` every few
+  // milliseconds: the check of an index is one step of SQLite's, of seconds where a log is long.
+  // What `goOn` throws ends the check and is thrown.
+  bool VerifyBeside(const std::function<bool()>& goOn);
 
  private:
   struct Files;
