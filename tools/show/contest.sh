@@ -31,7 +31,9 @@ open_contest() {
 open_contest
 # From the call back to the rules.
 keys $(yes shift+Tab | head -10)
-words "IARU Region 1 UHF"
+words "IARU Region 1 UHF"  # the blank opens the list
+settle
+keys Return
 settle
 keys Tab ctrl+a
 words "$today"
