@@ -4,9 +4,12 @@ namespace brenvo::ui {
 namespace {
 
 Piece DiplomiView() {
-  return TableView(
-      {Item("Diploma"), Item("Modo"), Item("Stazione"), Item("Banda"), Item("Mostra")},
-      Column({Item("Casella"), Line({Wide(Item("Contatti"))}), Item("Totali")}));
+  // The award's own choices have a line of their own: all in one ask for a wide screen.
+  return Column({Line({Wide(Item("Diploma")), Item("Modo"), Item("Banda"), Item("Mostra")}),
+                 Line({Wide(Item("Cerca")), Wide(Item("Stazione"))}), Item("Tabella"),
+                 Column({Drawn(Item("Casella"), Look::kNarrow), Line({Wide(Item("Contatti"))}),
+                         Drawn(Item("Totali"), Look::kNarrow)}),
+                 Item("Avviso")});
 }
 
 }  // namespace
