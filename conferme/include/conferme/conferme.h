@@ -97,7 +97,7 @@ class Conferme : public core::TableWindow {
                             .enabled = [this] { return Servizio.ListIndex() > 0; }}};
   forms::Command cmScarica{*this,
                            "cmScarica",
-                           "Scarica le conferme",
+                           "Scarica",
                            {.tip = "Chiede al servizio scelto che cosa ha confermato dall'ultima "
                                    "volta, e lo abbina al log",
                             .run = [this] { FetchReport(); },
