@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace brenvo::base {
 namespace {
@@ -114,7 +115,7 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
       Json& within = *open_.back();
       made = within.kind == Json::Kind::kList
                  ? &within.items.emplace_back()
-                 : &within.members.emplace_back(std::move(key_), Json()).second;
+                 : &within.members.emplace_back(JsonMember{std::move(key_), Json()}).value;
     }
     made->kind = kind;
     made->line = place_.ofSign;

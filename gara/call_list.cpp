@@ -22,8 +22,7 @@ std::size_t CallList::Letter(char c) {
 
 CallList::CallList(std::vector<std::string> calls) : calls_(std::move(calls)) {
   std::ranges::sort(calls_);
-  const auto repeated = std::ranges::unique(calls_);
-  calls_.erase(repeated.begin(), repeated.end());
+  calls_.erase(std::unique(calls_.begin(), calls_.end()), calls_.end());
   backwards_.resize(calls_.size());
   std::iota(backwards_.begin(), backwards_.end(), 0U);
   std::ranges::sort(backwards_, [this](std::uint32_t a, std::uint32_t b) {
@@ -82,8 +81,7 @@ std::vector<std::string> CallList::Near(std::string_view call, std::size_t most)
     look(calls_[*at]);
   }
   std::ranges::sort(found);
-  const auto repeated = std::ranges::unique(found);
-  found.erase(repeated.begin(), repeated.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
   if (found.size() > most) found.resize(most);
   return found;
 }

@@ -5,10 +5,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace brenvo::base {
+
+struct JsonMember;
 
 struct Json {
   enum class Kind { kNull, kYesNo, kNumber, kText, kList, kObject };
@@ -18,7 +19,12 @@ struct Json {
   double number = 0;
   std::string text;
   std::vector<Json> items;
-  std::vector<std::pair<std::string, Json>> members;
+  std::vector<JsonMember> members;
+};
+
+struct JsonMember {
+  std::string name;
+  Json value;
 };
 
 struct JsonFault {
