@@ -149,17 +149,22 @@ void Connection::PutOffIndexes(const dialect::TableSchema& table) {
   PrepareToWrite(table);
   std::vector<std::string> drop, make;
   {
-    // What keeps rows apart is unique; what has no statement is a key's.
-    constexpr std::string_view kPlain = "CREATE INDEX ";
+    // Of the forms that are this program's own: another tool's may be of functions that are not
+    // here. What keeps rows apart is unique.
+    const auto isOwn = [&](const std::string& name) {
+      return std::ranges::any_of(table.indexes, [&](const dialect::Index& each) {
+        return !each.unique && name == table.name + "." + each.name;
+      });
+    };
     Running indexes(*this,
                     "SELECT name, sql FROM sqlite_schema WHERE type = 'index' AND tbl_name = ? "
                     "COLLATE NOCASE",
                     {engine::Value(table.name)});
     while (indexes.Step()) {
-      const std::string sql = indexes.Cell(1, dialect::ValueType::kText).Text();
-      if (!sql.starts_with(kPlain)) continue;
-      drop.push_back("DROP INDEX " + QuotedName(indexes.Cell(0, dialect::ValueType::kText).Text()));
-      make.push_back(sql);
+      const std::string name = indexes.Cell(0, dialect::ValueType::kText).Text();
+      if (!isOwn(name)) continue;
+      drop.push_back("DROP INDEX " + QuotedName(name));
+      make.push_back(indexes.Cell(1, dialect::ValueType::kText).Text());
     }
   }
   // Not while a row of any table is being read: then they are kept row by row.

@@ -74,6 +74,19 @@ TEST_F(PutOffIndexesTest, WhatKeepsRowsApartGoesOn) {
   db_.CommitTrans();
 }
 
+TEST_F(PutOffIndexesTest, AnIndexOfAnotherToolIsLeftAsItIs) {
+  scratch_.Sql("CREATE INDEX Theirs ON Log (Qth -- by place\n)");
+  db_ = scratch_.Open();
+  db_.BeginTrans();
+  db_.PutOffIndexes("Log");
+  AddMany(0, 10);
+  db_.CommitTrans();
+  EXPECT_THAT(Indexes(), Contains(HasSubstr("by place")));
+  EXPECT_THAT(Plan(), HasSubstr("Log.Call"));
+  db_.Close();
+  EXPECT_EQ(IntegrityOf(scratch_.File()), "ok");
+}
+
 TEST_F(PutOffIndexesTest, WhoeverRollsBackHasThemAgain) {
   const std::vector<std::string> before = Indexes();
   db_.BeginTrans();
